@@ -1,0 +1,23 @@
+// The only way to the time of day.
+#pragma once
+
+#include "common/date_time.h"
+
+namespace common {
+
+class Clock {
+  public:
+    virtual ~Clock() = default;
+    // The workstation's local time.
+    virtual Moment now() = 0;
+    // Sets the workstation's clock. False where the system forbids it; then nothing has changed.
+    virtual bool set(const Moment& moment) = 0;
+};
+
+class SystemClock final : public Clock {
+  public:
+    Moment now() override;
+    bool set(const Moment& moment) override;
+};
+
+}  // namespace common

@@ -1,0 +1,17 @@
+// The single-byte Arabic code pages: 1256 of the files beside the program, 864 of the roll printers.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace common {
+
+// UTF-8 to code page 1256; a character that the page has not becomes "?".
+std::string to_code_page_1256(std::string_view text);
+// Code page 1256 to UTF-8.
+std::string from_code_page_1256(std::string_view bytes);
+// The code of one character in page 1256, if it has one.
+std::optional<unsigned char> code_in_page_1256(char32_t character);
+
+}  // namespace common

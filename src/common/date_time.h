@@ -1,0 +1,59 @@
+// Dates, times of day and moments as small values, and their text forms; nothing here reads a clock.
+#pragma once
+
+#include <compare>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace common {
+
+struct Date {
+    int year = 1900;
+    int month = 1;
+    int day = 1;
+    auto operator<=>(const Date&) const = default;
+};
+
+struct TimeOfDay {
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+    int millisecond = 0;
+    auto operator<=>(const TimeOfDay&) const = default;
+};
+
+// A calendar date with a time of day, in the shop's local time; the database stores no time zones.
+struct Moment {
+    Date date;
+    TimeOfDay time;
+    auto operator<=>(const Moment&) const = default;
+};
+
+// The expiry date that stands for "no expiry".
+inline constexpr Date no_expiry{3000, 1, 1};
+
+// "yyyy/mm/dd", the form in which dates are shown and sent to the database ("set dateformat ymd").
+std::string date_text(const Date& date);
+// "HH:mm:ss".
+std::string time_text(const TimeOfDay& time);
+// "yyyy/mm/dd HH:mm:ss".
+std::string moment_text(const Moment& moment);
+// "hh:mm AM/PM", twelve hours with two digits: 00:05 is "12:05 AM".
+std::string twelve_hour_text(const TimeOfDay& time);
+
+// True for a day that the calendar has, in the years 1753 to 9999 (the range of the server's datetime).
+bool is_valid(const Date& date);
+
+// Reads a moment in any form the database accepts under "set dateformat ymd": year-month-day with "/", "-" or
+// "." between, eight digits in a row, month/day/year with a four-digit year last, each with an optional time
+// "HH:mm[:ss[.fff]]" (also "T" as separator and "AM"/"PM"), or a time alone (on 1900/01/01).
+// Surrounding blanks are ignored. Nothing when the text has no such form or names no real day or time.
+std::optional<Moment> parse_moment(std::string_view text);
+
+// The day count from 1970/01/01, and back; negative before it.
+long days_from_epoch(const Date& date);
+Date date_from_epoch(long days);
+Date add_days(const Date& date, long days);
+
+}  // namespace common

@@ -1,0 +1,26 @@
+// Text helpers. All text in the program is UTF-8; widths count characters (code points), never bytes.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace common {
+
+std::string_view trim(std::string_view text);        // blanks, tabs and line ends at both ends
+std::string_view trim_right(std::string_view text);  // trailing blanks only, as the database compares
+
+std::size_t length(std::string_view text);  // in characters
+std::string left(std::string_view text, std::size_t characters);
+std::string right(std::string_view text, std::size_t characters);
+
+// The text as code points and back. Malformed bytes become U+FFFD, so that no input can break a screen.
+std::u32string code_points(std::string_view text);
+std::string utf8(std::u32string_view text);
+std::string utf8(char32_t character);
+
+// Equality without regard to the case of ASCII letters.
+bool equal_ignoring_case(std::string_view a, std::string_view b);
+std::string lower_ascii(std::string_view text);
+
+}  // namespace common

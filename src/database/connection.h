@@ -1,0 +1,112 @@
+// The one way to the database: textual Transact-SQL in, whole results out, on either engine.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "database/error.h"
+#include "database/sql.h"
+#include "database/value.h"
+
+namespace database {
+
+// Column names of a result; they compare without regard to case, as the server's do.
+class Columns {
+  public:
+    explicit Columns(std::vector<std::string> names) : names_(std::move(names)) {}
+    // The position of a column; -1 when the result has none of that name.
+    int find(std::string_view name) const;
+    const std::vector<std::string>& names() const { return names_; }
+
+  private:
+    std::vector<std::string> names_;
+};
+
+// One row of a result. Reading a column that the result does not have throws Error 42S22.
+class Row {
+  public:
+    Row(std::shared_ptr<const Columns> columns, std::vector<Value> cells)
+        : columns_(std::move(columns)), cells_(std::move(cells)) {}
+
+    const Value& value(std::string_view column) const;
+    bool has(std::string_view column) const { return columns_->find(column) >= 0; }
+    bool null(std::string_view column) const { return is_null(value(column)); }
+    // Readings as in value.h: a null counts as 0, "" or 1900/01/01.
+    double number(std::string_view column) const { return number_of(value(column)); }
+    std::int64_t integer(std::string_view column) const { return integer_of(value(column)); }
+    std::string text(std::string_view column) const { return text_of(value(column)); }
+    common::Moment moment(std::string_view column) const { return moment_of(value(column)); }
+
+    const std::vector<Value>& cells() const { return cells_; }
+
+  private:
+    std::shared_ptr<const Columns> columns_;
+    std::vector<Value> cells_;
+};
+
+// A result, read whole.
+class Result {
+  public:
+    Result(std::shared_ptr<const Columns> columns, std::vector<Row> rows)
+        : columns_(std::move(columns)), rows_(std::move(rows)) {}
+
+    const std::vector<std::string>& columns() const { return columns_->names(); }
+    const std::vector<Row>& rows() const { return rows_; }
+    bool empty() const { return rows_.empty(); }
+    std::size_t size() const { return rows_.size(); }
+    const Row& front() const { return rows_.front(); }
+    auto begin() const { return rows_.begin(); }
+    auto end() const { return rows_.end(); }
+
+  private:
+    std::shared_ptr<const Columns> columns_;
+    std::vector<Row> rows_;
+};
+
+class Connection {
+  public:
+    Connection() = default;
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+    virtual ~Connection() = default;
+
+    // Runs one statement and reads its result whole. A statement without a result gives an empty one.
+    Result query(const Sql& statement) { return run(statement.text(), {}).result; }
+    Result query(Fragment statement) { return query(Sql(statement)); }
+    // The first column of the first row; null without a row.
+    Value scalar(const Sql& statement);
+    Value scalar(Fragment statement) { return scalar(Sql(statement)); }
+    // Runs one statement and returns the number of rows it changed.
+    std::int64_t execute(const Sql& statement) { return run(statement.text(), {}).changed; }
+    std::int64_t execute(Fragment statement) { return execute(Sql(statement)); }
+    // A statement with "?" in place of values; used by Recordset and by imports of many rows.
+    std::int64_t execute(Fragment statement, const std::vector<Value>& values) {
+        return run(statement.text(), values).changed;
+    }
+
+    // Makes all that was written before durable; called at the end of every action that wrote.
+    virtual void settle() = 0;
+
+    // True when the shop is an embedded file, false for a server.
+    virtual bool is_embedded() const = 0;
+    // Names the columns of a table and those that identify a row (its key, else none).
+    struct Table {
+        std::vector<std::string> columns;
+        std::vector<std::string> types;  // as declared, "nvarchar(100)"
+        std::vector<std::string> key;
+    };
+    virtual Table describe(std::string_view table) = 0;
+
+    struct Outcome {
+        Result result;
+        std::int64_t changed = 0;
+    };
+    // One statement with its values. Throws Error. Recordset's and the engine's own road; everything else
+    // goes through query() and execute().
+    virtual Outcome run(std::string_view statement, const std::vector<Value>& values) = 0;
+};
+
+}  // namespace database

@@ -1,0 +1,62 @@
+// An updatable result set, row by row.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "database/connection.h"
+
+namespace database {
+
+// Opened on "select * from table [where …] [order by …]" of one table. The rows are read when the first one is
+// asked for, so opening one only to add rows costs nothing. Changes go out by update(), each as one
+// parameterised statement on one row, which is found by its key or else by its former values; a row that
+// another till changed or deleted meanwhile throws Error 40001 and nothing is written.
+class Recordset {
+  public:
+    Recordset(Connection& connection, const Sql& statement);
+    Recordset(Connection& connection, Fragment statement) : Recordset(connection, Sql(statement)) {}
+
+    bool empty();
+    std::size_t size();
+    bool at_end();
+    void move_first();
+    void move_next();
+    void move_last();
+
+    // The current row's cells, or the ones set since. Columns compare without regard to case; an unknown one
+    // throws Error 42S22.
+    Value get(std::string_view column);
+    bool null(std::string_view column) { return is_null(get(column)); }
+    double number(std::string_view column) { return number_of(get(column)); }
+    std::int64_t integer(std::string_view column) { return integer_of(get(column)); }
+    std::string text(std::string_view column) { return text_of(get(column)); }
+    common::Moment moment(std::string_view column) { return moment_of(get(column)); }
+
+    // Begins a new row; its cells are null until set. update() inserts it.
+    void add();
+    // Sets a cell of the new row, or of the current one.
+    void set(std::string_view column, Value value);
+    void set(std::string_view column, int value) { set(column, Value(std::int64_t{value})); }
+    void set(std::string_view column, std::string_view value) { set(column, Value(std::string(value))); }
+    void set(std::string_view column, const char* value) { set(column, Value(std::string(value))); }
+    void set(std::string_view column, const common::Date& value) { set(column, Value(common::Moment{value, {}})); }
+    // Writes what was set. Without changes it does nothing.
+    void update();
+    // Drops what was set and not updated.
+    void cancel();
+
+  private:
+    void load();
+    Connection& connection_;
+    Sql statement_;
+    std::string table_;
+    std::optional<Result> rows_;
+    std::size_t position_ = 0;
+    bool adding_ = false;
+    std::vector<std::pair<std::string, Value>> pending_;
+};
+
+}  // namespace database

@@ -1,0 +1,61 @@
+// A receipt as plain data: everything that any of its printed forms shows, taken from the sales screen as it stands.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "common/date_time.h"
+
+namespace printing {
+
+enum class Kind { sale, return_, third };
+enum class Payment { account, cash, card, tips };
+
+struct ReceiptLine {
+    std::string item_code;  // empty for a general item
+    std::string item_name;
+    std::string unit_name;
+    double quantity = 0;    // in the chosen unit
+    double price = 0;       // as entered, per unit
+    double discount = 0;    // of the line, as a value
+    double total = 0;       // quantity × price − discount
+};
+
+struct Receipt {
+    std::string store_name;         // basic.aname
+    std::string second_store_name;  // basic.ename
+    std::string telephone;
+    std::array<std::string, 3> credit_lines;
+    std::string logo;               // picture file, relative to the program folder
+
+    int cash_point = 0;
+    std::string user_name;
+    std::int64_t shift_number = 0;
+    std::string salesman;
+    std::string customer;           // the account or walk-in customer's name; empty for an unnamed buyer
+
+    std::int64_t number = 0;
+    common::Date date;              // the invoice date
+    common::TimeOfDay time;         // of printing
+    Kind kind = Kind::sale;
+    Payment payment = Payment::cash;
+
+    std::vector<ReceiptLine> lines;
+    double total = 0;      // before the invoice discount
+    double discount = 0;   // the invoice discount
+    double net = 0;
+    double paid = 0;
+    double remaining = 0;  // the change
+};
+
+// Where receipts go: held by the workstation for the whole run, changed on the printer-choice screen.
+struct PrinterChoice {
+    std::string receipt_port;  // "win" or empty: the system's printer, by pages; any other: text to that port
+    int line_width = 48;       // 48 or 40 characters
+
+    bool is_text_port() const { return !receipt_port.empty() && receipt_port != "win"; }
+};
+
+}  // namespace printing

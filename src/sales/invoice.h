@@ -1,0 +1,133 @@
+// The invoice on the sales screen: header, lines, kinds and payments, as plain data with its sums.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/date_time.h"
+
+namespace sales {
+
+// The type options of the screen, in their order.
+enum class KindOption { sale = 0, return_ = 1, third = 2 };
+// The payment options of the screen, in their order.
+enum class PaymentOption { account = 0, cash = 1, card = 2, tips = 3 };
+
+// sales.ctype of each kind option; ctype 1 is counted with sales everywhere and never written here.
+int ctype_of(KindOption kind);
+// sales.stype of each payment option: 0 account and cash, 1 card, 2 tips.
+int stype_of(PaymentOption payment);
+
+inline constexpr std::int64_t walk_in_customer = -1;  // sales.vcode of a cash customer
+
+// The line grid's columns. Column 0 is the line number; 9 and up are hidden except the balance.
+namespace column {
+inline constexpr int number = 0;
+inline constexpr int code = 1;
+inline constexpr int name = 2;
+inline constexpr int group = 3;
+inline constexpr int quantity = 4;
+inline constexpr int price = 5;
+inline constexpr int discount_value = 6;
+inline constexpr int discount_percent = 7;
+inline constexpr int total = 8;
+inline constexpr int unit_factor = 9;    // base units in the chosen unit
+inline constexpr int unit_code = 10;     // 1 unit, 2 pack, 3 carton; saved as scode
+inline constexpr int salver_code = 11;   // craftsman work line
+inline constexpr int unit_name = 12;
+inline constexpr int source_kind = 13;   // 1 from the selling store, 3 supplied from another store
+inline constexpr int source_store = 14;
+inline constexpr int clearance = 15;     // "1" on a clearance item: no discounts
+inline constexpr int expiry = 16;        // batch date of a line taken over from a recalled invoice
+inline constexpr int balance = 17;
+inline constexpr int stock_kept = 18;    // "1" when the item's quantities are kept in stock
+inline constexpr int unit_cost = 19;
+inline constexpr int returnable = 20;    // most that may be returned on this line, in its unit; empty: no limit
+inline constexpr int count = 25;
+}  // namespace column
+
+enum class SourceKind { selling_store = 1, other_store = 3 };
+
+struct Line {
+    std::optional<std::int64_t> item_code;  // none for a general item
+    std::string name;
+    std::string group;
+    double quantity = 0;  // in the chosen unit
+    double price = 0;     // per chosen unit
+    double discount = 0;  // a value
+    double factor = 1;    // base units in the chosen unit
+    int unit_code = 1;
+    std::string unit_name;
+    std::int64_t salver_code = 0;  // 0: no craftsman line
+    double unit_cost = 0;
+    std::optional<double> balance;  // stock shown at entry, in the chosen unit
+    bool stock_kept = false;
+    bool clearance = false;
+    bool marked = false;  // its discount cells are coloured: loaded from an offer
+    SourceKind source_kind = SourceKind::selling_store;
+    int source_store = 0;
+    std::optional<common::Date> expiry;
+    std::optional<double> returnable;
+
+    bool is_general() const { return !item_code.has_value(); }
+    double gross() const { return quantity * price; }
+    // Unrounded; rounding is only ever for showing.
+    double total() const { return gross() - discount; }
+    // discount × 100 / gross, 0 where the gross is 0.
+    double discount_percent() const { return gross() == 0 ? 0 : discount * 100 / gross(); }
+    double base_quantity() const { return quantity * factor; }
+
+    // The 25 cells as the grid shows and offers store them, and back. Cells that hold no number count as 0.
+    std::array<std::string, column::count> cells(int number) const;
+    static Line from_cells(const std::array<std::string, column::count>& cells);
+};
+
+struct CardPayment {
+    std::int64_t bank_code = 0;
+    std::string holder;     // credit_name
+    std::string reference;  // ref_no
+};
+
+// A walk-in customer whose data were typed or chosen for this invoice.
+struct WalkInCustomer {
+    std::int64_t code = 0;
+    bool is_new = false;
+    std::string name;
+    std::string phone;
+    std::string mail;
+};
+
+struct Invoice {
+    KindOption kind = KindOption::sale;
+    PaymentOption payment = PaymentOption::cash;
+    int price_level = 2;  // 2 retail, 3 wholesale, 4, 5
+    std::int64_t number = 0;
+    common::Date date;
+    int store = 0;
+
+    std::int64_t customer = walk_in_customer;  // custdata.ccode of an account invoice
+    std::string customer_name;
+    std::optional<WalkInCustomer> walk_in;
+    std::int64_t tips_receiver = 0;  // boundata.ccode
+    CardPayment card;
+    bool permit_opened = false;
+    std::string permit_number;
+    std::int64_t worker = 0;
+    std::string worker_name;
+    std::string note;
+
+    std::vector<Line> lines;
+    double discount_percent = 0;  // of the whole invoice; the value follows the lines
+
+    bool is_return() const { return kind != KindOption::sale; }
+    double total() const;                                          // Σ line totals
+    double discount() const { return total() * discount_percent / 100; }
+    double net() const { return total() - discount(); }
+    double cost() const;                                           // Σ quantity × unit cost
+};
+
+}  // namespace sales

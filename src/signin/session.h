@@ -1,0 +1,60 @@
+// What the program knows for the whole run: the workstation, the signed-in user, the settings of sign-in.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace signin {
+
+// The columns of the settings row that sign-in keeps until sign-out; nulls have become 0 and "".
+struct Settings {
+    std::string aname;   // the store's name on receipts
+    std::string ename;   // its second name
+    std::string tel;     // its telephone
+    int warn = 0;
+    int type = 0;
+    std::string print;   // the receipt port at start
+    std::string cash;    // the drawer's port
+    std::string pname;
+    float max_dis = 0;   // the discount ceiling in percent
+    int cash_m = 0;
+    float cash_dis = 0;
+    int cash_dis_1 = 0;
+    int cust_reg = 0;
+    int sear_lang = 0;
+    int st_d = 0;        // this workstation's store
+    std::string logo = "logo.jpg";
+};
+
+struct Session {
+    // From start-up.
+    int cash_point = 0;           // this workstation's drawer
+    std::string computer_name;
+    std::string version;          // the program version string, trimmed
+    std::array<std::string, 3> credit_lines;
+    std::filesystem::path program_folder;
+    std::filesystem::path working_folder;
+
+    // From sign-in.
+    std::int64_t user_code = 0;
+    std::string user_name;
+    std::string permissions;      // one character per guarded action, "1" = allowed
+    int store_code = 0;
+    std::string store_name;
+    std::string drawer_name;
+    Settings settings;
+
+    // True exactly when the character at the 1-based position of the permission string is "1".
+    bool has_permission(int position) const {
+        return position >= 1 && static_cast<std::size_t>(position) <= permissions.size() &&
+               permissions[static_cast<std::size_t>(position) - 1] == '1';
+    }
+};
+
+// What a user hears who lacks a permission: "you are not authorised to use this item".
+inline constexpr std::string_view denied = "غير مصرح باستخدام هذا البند";
+
+}  // namespace signin

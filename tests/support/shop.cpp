@@ -1,0 +1,73 @@
+#include "support/shop.h"
+
+#include <cstdlib>
+#include <stdexcept>
+
+#include "database/open.h"
+#include "database/schema.h"
+
+namespace test {
+
+namespace fs = std::filesystem;
+using database::Sql;
+
+namespace {
+
+constexpr const char* seed_basic[] = {
+    "insert into basic (aname,ename,tel,[print],cash,max_dis,st_d,mst,mcash) "
+    "select N'بقالة النور','Al Noor','0123','win','com1',10,1,1,1",
+    "insert into stocks (code,name) select 1,N'الفرع الرئيسي'",
+    "insert into stocks (code,name) select 2,N'المخزن الثاني'",
+    "insert into cash (code,name,stcode,copen,salary1) select 1,N'درج 1',1,0,0",
+    "insert into cash (code,name,stcode,copen,salary1) select 2,N'درج 2',1,0,0",
+    "insert into cash (code,name,stcode,copen,salary1) select 1,N'درج 1',2,0,0",
+    "insert into worker (work_code,work_name) select 1,N'سعاد'",
+};
+
+// The made shop that every test copies; lives as long as the program.
+const fs::path& model_shop() {
+    static const TemporaryFolder folder;
+    static const fs::path file = [] {
+        fs::path made = folder.path() / "model.db";
+        const auto connection = database::open_embedded(made, true);
+        database::create_base_schema(*connection);
+        for (const char* statement : seed_basic) connection->execute(Sql::from_administrator(statement));
+        connection->execute(Sql::from_administrator(
+            "insert into users (code,name,pass,perm) select 1,N'مدير','1','" + std::string(400, '1') + "'"));
+        database::run_upgrade_list(*connection);
+        connection->settle();
+        return made;
+    }();
+    return file;
+}
+
+}  // namespace
+
+TemporaryFolder::TemporaryFolder() {
+    std::string pattern = (fs::temp_directory_path() / "tallvex-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
+    path_ = pattern;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
+Shop::Shop() : file_(folder_.path() / "shop.db") {
+    const fs::path& model = model_shop();
+    fs::copy_file(model, file_);
+    connection_ = database::open_embedded(file_);
+}
+
+void Shop::sql(const std::string& statement) { connection_->execute(Sql::from_administrator(statement)); }
+
+std::string Shop::cell(const std::string& query) {
+    return database::text_of(connection_->scalar(Sql::from_administrator(query)));
+}
+
+double Shop::number(const std::string& query) {
+    return database::number_of(connection_->scalar(Sql::from_administrator(query)));
+}
+
+}  // namespace test
