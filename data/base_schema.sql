@@ -1,0 +1,1 @@
+-- The base schema of a new shop, in Transact-SQL.
