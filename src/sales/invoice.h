@@ -67,7 +67,8 @@ struct Line {
     std::optional<double> balance;  // stock shown at entry, in the chosen unit
     bool stock_kept = false;
     bool clearance = false;
-    bool marked = false;  // its discount cells are coloured: loaded from an offer
+    bool below_stock = false;  // the cashier confirmed the sale below stock, with the right to do so
+    bool marked = false;       // its discount cells are coloured: loaded from an offer
     SourceKind source_kind = SourceKind::selling_store;
     int source_store = 0;
     std::optional<common::Date> expiry;
@@ -119,6 +120,8 @@ struct Invoice {
     std::int64_t worker = 0;
     std::string worker_name;
     std::string note;
+    bool suppress_receipt = false;                 // the cashier wants no layout receipt for this sale
+    std::optional<std::int64_t> original_number;   // the sale that this return was started from
 
     std::vector<Line> lines;
     double discount_percent = 0;  // of the whole invoice; the value follows the lines

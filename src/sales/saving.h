@@ -1,0 +1,78 @@
+// Saving an invoice: the checks, the receipt, and every row in its fixed order.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "common/outside.h"
+#include "database/connection.h"
+#include "printing/receipt_printer.h"
+#include "sales/invoice.h"
+#include "signin/session.h"
+
+namespace sales {
+
+// What the payment dialog returned.
+struct PaymentTaken {
+    double paid = 0;
+    double change = 0;
+};
+
+enum class SaveOutcome {
+    saved,         // every row is written and durable
+    refused,       // a check said no, or an error came before the first row: nothing is written
+    partly_saved,  // an error came between two rows: what was written stays, saving again is forbidden
+};
+
+// The steps that write or print, in their order; the log names the last one that finished.
+enum class SaveStep {
+    none,
+    walk_in_customer,
+    receipt,
+    account_balance,
+    header,
+    bank,
+    lines,
+    transfers,  // of lines supplied from another store, just before the sale's own stock movement
+    stock,
+    craftsman_lines,
+    reservations,
+};
+// The step's name in Arabic, for the cashier and the log.
+std::string_view name_of(SaveStep step);
+
+class Saving {
+  public:
+    Saving(database::Connection& connection, const signin::Session& session, common::Outside outside,
+           printing::ReceiptPrinter& printer)
+        : connection_(connection), session_(session), outside_(outside), printer_(printer) {}
+
+    // Saves the invoice. Its number is taken again here and left in `invoice`; messages have been shown when it
+    // returns. After `saved` everything is durable, so the drawer may open.
+    SaveOutcome save(Invoice& invoice, const PaymentTaken& payment);
+
+  private:
+    void write_all(Invoice& invoice, const PaymentTaken& payment);
+    void write_walk_in_customer(Invoice& invoice);
+    void print_receipts(const Invoice& invoice, const PaymentTaken& payment);
+    void move_account_balance(const Invoice& invoice);
+    void write_header(const Invoice& invoice);
+    void write_bank_row(const Invoice& invoice);
+    void write_lines(const Invoice& invoice);
+    void move_stock(const Invoice& invoice);
+    void move_craftsman_lines(const Invoice& invoice);
+    void move_reservations(const Invoice& invoice);
+
+    database::Connection& connection_;
+    const signin::Session& session_;
+    common::Outside outside_;
+    printing::ReceiptPrinter& printer_;
+
+    common::Moment moment_;       // of the save in flight
+    std::int64_t shift_ = 0;      // the open shift found by its checks
+    SaveStep finished_ = SaveStep::none;
+    bool writing_ = false;        // true from the first row on
+    bool in_flight_ = false;
+};
+
+}  // namespace sales
