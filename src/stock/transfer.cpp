@@ -1,0 +1,88 @@
+#include "stock/transfer.h"
+
+#include <algorithm>
+
+namespace stock {
+
+using common::Date;
+using database::Connection;
+using database::quoted;
+using database::Sql;
+
+namespace {
+
+void record_batch(Connection& connection, std::int64_t number, const TransferOrder& order, const Date& expiry,
+                  double quantity) {
+    connection.execute(Sql("INSERT INTO tmp_tran (tnum,icode,edate,quan,stcode,stcode1) select ") + number +
+                       " , " + order.item + " , " + quoted(expiry) + " , " + quantity + " , " +
+                       order.source_store + " , " + order.selling_store);
+}
+
+// Splits the base quantity over the source's batches, oldest first.
+void record_batches(Connection& connection, std::int64_t number, const TransferOrder& order) {
+    double left = order.quantity * order.factor;
+    for (const auto& row : connection.query(Sql("select * from stk where icode = ") + order.item +
+                                            " and stcode = " + order.source_store + " order by edate")) {
+        if (left <= 0) return;
+        const double held = row.number("quan");
+        if (held <= 0) continue;  // an empty or overdrawn batch has nothing to give
+        const double taken = std::min(held, left);
+        record_batch(connection, number, order,
+                     row.null("edate") ? common::no_expiry : row.moment("edate").date, taken);
+        left -= taken;
+    }
+    if (left > 0) record_batch(connection, number, order, common::no_expiry, left);
+}
+
+// Makes the batch of a store when it is missing: the source's too, so that a
+// quantity taken under the date without expiry is never lost from the books.
+void ensure_batch(Connection& connection, std::int64_t item, std::int64_t store, const Date& expiry) {
+    const auto found = connection.query(Sql("select * from stk where icode = ") + item +
+                                        " and stcode = " + store + " and edate = " + quoted(expiry));
+    if (!found.empty()) return;
+    connection.execute(Sql("INSERT INTO stk (icode,edate,stcode,quan) select ") + item + " , " +
+                       quoted(expiry) + " , " + store + " , " + 0);
+}
+
+void apply_batches(Connection& connection, std::int64_t number) {
+    for (const auto& batch : connection.query(Sql("select * from tmp_tran where tnum = ") + number)) {
+        const std::int64_t item = batch.integer("icode");
+        const Date expiry = batch.moment("edate").date;
+        const double quantity = batch.number("quan");
+        const std::int64_t source = batch.integer("stcode");
+        const std::int64_t selling = batch.integer("stcode1");
+
+        ensure_batch(connection, item, source, expiry);
+        connection.execute(Sql("update stk set quan = IsNull([quan], 0) - ") + quantity + " where icode = " +
+                           item + " and edate =" + quoted(expiry) + " and stcode = " + source);
+
+        const auto held = connection.query(Sql("select * from stk where icode = ") + item +
+                                           " and stcode = " + selling + " and edate = " + quoted(expiry));
+        if (held.empty()) {
+            connection.execute(Sql("INSERT INTO stk (icode,edate,stcode,quan) select ") + item + " , " +
+                               quoted(expiry) + " , " + selling + " , " + quantity);
+        } else {
+            connection.execute(Sql("update stk set quan = IsNull([quan], 0) + ") + quantity +
+                               " where icode = " + item + " and edate =" + quoted(expiry) +
+                               " and stcode = " + selling);
+        }
+    }
+}
+
+}  // namespace
+
+std::int64_t transfer_for_line(Connection& connection, const TransferOrder& order) {
+    const std::int64_t number =
+        database::integer_of(connection.scalar("select max(tnum) as last_ from sttran")) + 1;
+    connection.execute(Sql("INSERT INTO sttran (tnum,tdate,tfrom,tto) select ") + number + " , " +
+                       quoted(order.date) + " ," + order.source_store + "," + order.selling_store);
+    connection.execute(
+        Sql("INSERT INTO transdata (tnum,tdate,icode,quan1,scode,stcode,stcode1,quan) select ") + number +
+        " , " + quoted(order.date) + " , " + order.item + " , " + order.quantity + " , " + order.unit_code +
+        " , " + order.source_store + " , " + order.selling_store + " , " + order.quantity * order.factor);
+    record_batches(connection, number, order);
+    apply_batches(connection, number);
+    return number;
+}
+
+}  // namespace stock

@@ -1,0 +1,26 @@
+// Goods moved from another store into the selling store for one line of a sale.
+#pragma once
+
+#include <cstdint>
+
+#include "common/date_time.h"
+#include "database/connection.h"
+
+namespace stock {
+
+struct TransferOrder {
+    std::int64_t item = 0;
+    double quantity = 0;  // in the line's unit
+    double factor = 1;    // base units in that unit
+    int unit_code = 1;
+    int source_store = 0;
+    int selling_store = 0;
+    common::Date date;  // of the invoice
+};
+
+// Records one transfer with its line and its batches, oldest expiry first, and moves the stock of both
+// stores; what no batch of the source covers travels under the date without expiry. Nothing is checked again:
+// stock that left meanwhile makes the source's quantity negative. Returns the transfer's number.
+std::int64_t transfer_for_line(database::Connection& connection, const TransferOrder& order);
+
+}  // namespace stock
