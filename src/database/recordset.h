@@ -1,6 +1,7 @@
 // An updatable result set, row by row.
 #pragma once
 
+#include <concepts>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,7 +40,11 @@ class Recordset {
     void add();
     // Sets a cell of the new row, or of the current one.
     void set(std::string_view column, Value value);
-    void set(std::string_view column, int value) { set(column, Value(std::int64_t{value})); }
+    template <std::integral T>
+    void set(std::string_view column, T value) {
+        set(column, Value(static_cast<std::int64_t>(value)));
+    }
+    void set(std::string_view column, double value) { set(column, Value(value)); }
     void set(std::string_view column, std::string_view value) { set(column, Value(std::string(value))); }
     void set(std::string_view column, const char* value) { set(column, Value(std::string(value))); }
     void set(std::string_view column, const common::Date& value) { set(column, Value(common::Moment{value, {}})); }

@@ -39,7 +39,7 @@ void move_batch(Connection& connection, std::int64_t item, int store, const Date
                                         " and stcode = " + store + " and edate = " + quoted(expiry));
         if (batch.at_end()) {
             batch.add();
-            batch.set("icode", database::Value(item));
+            batch.set("icode", item);
             batch.set("stcode", store);
             batch.set("edate", expiry);
             batch.set("quan", quantity);
