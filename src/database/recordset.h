@@ -46,6 +46,7 @@ class Recordset {
     }
     void set(std::string_view column, double value) { set(column, Value(value)); }
     void set(std::string_view column, std::string_view value) { set(column, Value(std::string(value))); }
+    void set(std::string_view column, const std::string& value) { set(column, Value(value)); }
     void set(std::string_view column, const char* value) { set(column, Value(std::string(value))); }
     void set(std::string_view column, const common::Date& value) { set(column, Value(common::Moment{value, {}})); }
     // Writes what was set. Without changes it does nothing.

@@ -33,9 +33,16 @@ class Quoted {
     std::string text_;
 };
 Quoted quoted(std::string_view text);
-Quoted quoted(const common::Date& date);      // 'yyyy/mm/dd'
+// Exact matches for std::string, or the standard library's stream manipulator of this name would be found.
+inline Quoted quoted(const std::string& text) {
+    return quoted(std::string_view(text));
+}
+inline Quoted quoted(std::string& text) {
+    return quoted(std::string_view(text));
+}
+Quoted quoted(const common::Date& date);       // 'yyyy/mm/dd'
 Quoted quoted(const common::TimeOfDay& time);  // 'HH:mm:ss'
-Quoted quoted(const common::Moment& moment);  // 'yyyy/mm/dd HH:mm:ss'
+Quoted quoted(const common::Moment& moment);   // 'yyyy/mm/dd HH:mm:ss'
 
 // A statement: Sql("select * from stk where icode = ") + code + " and stcode = " + store.
 class Sql {
@@ -49,8 +56,7 @@ class Sql {
     // finite throws std::invalid_argument: such a value must never reach a statement.
     Sql& operator+=(double number);
     template <std::integral T>
-        requires(!std::same_as<T, bool> && !std::same_as<T, char>)
-    Sql& operator+=(T number) {
+    requires(!std::same_as<T, bool> && !std::same_as<T, char>) Sql& operator+=(T number) {
         return append(static_cast<std::int64_t>(number));
     }
 
@@ -66,10 +72,13 @@ class Sql {
     std::string text_;
 };
 
-inline Sql operator+(Sql statement, Fragment piece) { return std::move(statement += piece); }
+inline Sql operator+(Sql statement, Fragment piece) {
+    return std::move(statement += piece);
+}
 template <typename T>
-    requires requires(Sql s, const T& t) { s += t; } && (!std::convertible_to<T, Fragment>)
-Sql operator+(Sql statement, const T& piece) {
+requires requires(Sql s, const T& t) {
+    s += t;
+} &&(!std::convertible_to<T, Fragment>)Sql operator+(Sql statement, const T& piece) {
     return std::move(statement += piece);
 }
 

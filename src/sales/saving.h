@@ -27,7 +27,7 @@ enum class SaveOutcome {
 // The steps that write or print, in their order; the log names the last one that finished.
 enum class SaveStep {
     none,
-    walk_in_customer,
+    walk_in,
     receipt,
     account_balance,
     header,
@@ -47,8 +47,8 @@ class Saving {
            printing::ReceiptPrinter& printer)
         : connection_(connection), session_(session), outside_(outside), printer_(printer) {}
 
-    // Saves the invoice. Its number is taken again here and left in `invoice`; messages have been shown when it
-    // returns. After `saved` everything is durable, so the drawer may open.
+    // Saves the invoice. Its number is taken again here and left in `invoice`; messages have been shown when
+    // it returns. After `saved` everything is durable, so the drawer may open.
     SaveOutcome save(Invoice& invoice, const PaymentTaken& payment);
 
   private:
@@ -59,6 +59,7 @@ class Saving {
     void write_header(const Invoice& invoice);
     void write_bank_row(const Invoice& invoice);
     void write_lines(const Invoice& invoice);
+    void fetch_from_other_stores(const Invoice& invoice);
     void move_stock(const Invoice& invoice);
     void move_craftsman_lines(const Invoice& invoice);
     void move_reservations(const Invoice& invoice);
@@ -68,10 +69,10 @@ class Saving {
     common::Outside outside_;
     printing::ReceiptPrinter& printer_;
 
-    common::Moment moment_;       // of the save in flight
-    std::int64_t shift_ = 0;      // the open shift found by its checks
+    common::Moment moment_;   // of the save in flight
+    std::int64_t shift_ = 0;  // the open shift found by its checks
     SaveStep finished_ = SaveStep::none;
-    bool writing_ = false;        // true from the first row on
+    bool writing_ = false;  // true from the first row on
     bool in_flight_ = false;
 };
 

@@ -1,0 +1,306 @@
+#include "sales/saving.h"
+
+#include "common/date_time.h"
+#include "common/text.h"
+#include "database/recordset.h"
+#include "sales/numbering.h"
+#include "sales/receipt_of.h"
+#include "sales/saving_checks.h"
+#include "sales/saving_messages.h"
+#include "sales/stock_movement.h"
+#include "stock/transfer.h"
+
+namespace sales {
+
+namespace message = saving_message;
+using database::quoted;
+using database::Recordset;
+using database::Sql;
+
+namespace {
+
+// The log's code of lines about saving.
+constexpr std::string_view log_code = "250";
+
+// Times of day are kept in a datetime column of their own, on the server's day zero.
+common::Moment time_only(const common::Moment& moment) {
+    return {{1900, 1, 1}, moment.time};
+}
+
+// Marks the save in flight, so that a second press while a box or the printer is waiting does nothing.
+class InFlight {
+  public:
+    explicit InFlight(bool& flag) : flag_(flag) { flag_ = true; }
+    ~InFlight() { flag_ = false; }
+    InFlight(const InFlight&) = delete;
+    InFlight& operator=(const InFlight&) = delete;
+
+  private:
+    bool& flag_;
+};
+
+}  // namespace
+
+std::string_view name_of(SaveStep step) {
+    switch (step) {
+        case SaveStep::none:
+            return "لا شيء";  // nothing
+        case SaveStep::walk_in:
+            return "العميل النقدي";  // the walk-in customer
+        case SaveStep::receipt:
+            return "طباعة البون";  // the receipt
+        case SaveStep::account_balance:
+            return "رصيد العميل";  // the account balance
+        case SaveStep::header:
+            return "رأس البون";  // the header
+        case SaveStep::bank:
+            return "حركة البنك";  // the bank row
+        case SaveStep::lines:
+            return "أصناف البون";  // the lines
+        case SaveStep::transfers:
+            return "التحويل من مخزن آخر";  // transfers from another store
+        case SaveStep::stock:
+            return "أرصدة المخزن";  // the stock
+        case SaveStep::craftsman_lines:
+            return "أعمال الصنايعية";  // the craftsman lines
+        case SaveStep::reservations:
+            return "الحجوزات";  // the reservations
+    }
+    return "";
+}
+
+SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
+    if (in_flight_) return SaveOutcome::refused;
+    const InFlight mark(in_flight_);
+    finished_ = SaveStep::none;
+    writing_ = false;
+    moment_ = outside_.clock.now();
+    try {
+        const auto shift = check_before_saving(connection_, session_, outside_.prompts, invoice);
+        if (!shift) return SaveOutcome::refused;
+        shift_ = *shift;
+        invoice.number = next_invoice_number(connection_, invoice.kind, invoice.payment, invoice.store);
+        write_all(invoice, payment);
+        connection_.settle();
+        return SaveOutcome::saved;
+    } catch (const std::exception& error) {
+        const std::string number = std::to_string(invoice.number);
+        outside_.log.log_event(
+            "save of invoice " + number + " (kind " + std::to_string(ctype_of(invoice.kind)) +
+                ") stopped, last finished step: " + std::string(name_of(finished_)) + ": " + error.what(),
+            log_code);
+        if (!writing_) {
+            outside_.prompts.message(message::not_saved, common::Icon::critical);
+            return SaveOutcome::refused;
+        }
+        outside_.prompts.message(std::string(message::partly_number) + number +
+                                     std::string(message::partly_saved) + std::string(name_of(finished_)) +
+                                     std::string(message::partly_advice),
+                                 common::Icon::critical);
+        return SaveOutcome::partly_saved;
+    }
+}
+
+void Saving::write_all(Invoice& invoice, const PaymentTaken& payment) {
+    const auto done = [this](SaveStep step) { finished_ = step; };
+    write_walk_in_customer(invoice);
+    done(SaveStep::walk_in);
+    print_receipts(invoice, payment);
+    done(SaveStep::receipt);
+    move_account_balance(invoice);
+    done(SaveStep::account_balance);
+    write_header(invoice);
+    done(SaveStep::header);
+    write_bank_row(invoice);
+    done(SaveStep::bank);
+    write_lines(invoice);
+    done(SaveStep::lines);
+    fetch_from_other_stores(invoice);
+    done(SaveStep::transfers);
+    move_stock(invoice);
+    done(SaveStep::stock);
+    move_craftsman_lines(invoice);
+    done(SaveStep::craftsman_lines);
+    move_reservations(invoice);
+    done(SaveStep::reservations);
+}
+
+// The walk-in customer's row alone does not make an invoice: an error after it leaves nothing half-saved.
+void Saving::write_walk_in_customer(Invoice& invoice) {
+    if (!invoice.walk_in) return;
+    WalkInCustomer& customer = *invoice.walk_in;
+    Recordset rows =
+        customer.is_new
+            ? Recordset(connection_, "select * from cust_cash ")
+            : Recordset(connection_, Sql("select * from cust_cash where zcode = ") + customer.code);
+    if (customer.is_new) {
+        // Another till may have used the proposed code meanwhile.
+        if (!connection_.query(Sql("select * from cust_cash where zcode = ") + customer.code).empty())
+            customer.code =
+                database::integer_of(connection_.scalar("select max(zcode) as last_ from cust_cash")) + 1;
+        rows.add();
+        rows.set("zcode", customer.code);
+    }
+    rows.set("zname", customer.name);
+    rows.set("zphone", customer.phone);
+    rows.set("zmail", customer.mail);
+    rows.update();
+    customer.is_new = false;  // saving again after an error must not add it twice
+}
+
+void Saving::print_receipts(const Invoice& invoice, const PaymentTaken& payment) {
+    const auto basic = connection_.query("select * from basic ");
+    const auto setting = [&](std::string_view column) {
+        return basic.empty() ? 0 : basic.front().integer(column);
+    };
+    const printing::Receipt receipt = receipt_of(invoice, payment, session_, shift_, moment_.time);
+    if (setting("inv_p") == 1) {
+        printer_.print(receipt,
+                       setting("csh_inv") != 0 ? printing::Form::cash_page : printing::Form::standard_page);
+        return;
+    }
+    if (!invoice.suppress_receipt || printer_.prints_text()) printer_.print(receipt, printing::Form::full);
+    // The second print point: a copy without the telephone for shops that keep one.
+    if (setting("cust_n") == 1) printer_.print(receipt, printing::Form::no_telephone);
+}
+
+void Saving::move_account_balance(const Invoice& invoice) {
+    if (invoice.payment != PaymentOption::account) return;
+    Sql statement("update custdata set cacc = [cacc] ");
+    if (invoice.is_return())
+        statement += "- ";
+    else
+        statement += "+ ";
+    writing_ = true;
+    connection_.execute(statement + invoice.net() + " where ccode = " + invoice.customer);
+}
+
+void Saving::write_header(const Invoice& invoice) {
+    Recordset sales(connection_, "select * from sales");
+    sales.add();
+    sales.set("pnum", invoice.number);
+    sales.set("vcode", invoice.payment == PaymentOption::account ? invoice.customer : walk_in_customer);
+    sales.set("Date", invoice.date);
+    sales.set("ctype", ctype_of(invoice.kind));
+    sales.set("ptot", invoice.total());
+    sales.set("pdis", invoice.discount());
+    sales.set("ptax", 0);
+    sales.set("stcode", invoice.store);
+    sales.set("User", session_.user_code);
+    sales.set("wCode", invoice.worker);
+    if (!common::trim(invoice.permit_number).empty())
+        sales.set("perm_no", common::trim(invoice.permit_number));
+    sales.set("types", 0);
+    sales.set("Shift", shift_);
+    if (invoice.payment == PaymentOption::tips) sales.set("link", invoice.tips_receiver);
+    sales.set("time_", database::Value(time_only(moment_)));
+    sales.set("stype", stype_of(invoice.payment));
+    sales.set("ptype", session_.cash_point);
+    sales.set("inv_type", static_cast<int>(invoice.kind));
+    if (!invoice.note.empty()) sales.set("note", invoice.note);
+    if (invoice.walk_in) sales.set("cust_c", invoice.walk_in->code);
+    if (invoice.payment == PaymentOption::card) {
+        sales.set("credit_name", invoice.card.holder);
+        sales.set("ref_no", invoice.card.reference);
+        sales.set("bcode", invoice.card.bank_code);
+        sales.set("safe", 1);
+    }
+    if (invoice.payment == PaymentOption::tips) sales.set("disboun", invoice.discount());
+    if (invoice.original_number) sales.set("inv_o", *invoice.original_number);
+    writing_ = true;
+    sales.update();
+}
+
+void Saving::write_bank_row(const Invoice& invoice) {
+    if (invoice.payment != PaymentOption::card) return;
+    const std::int64_t number =
+        database::integer_of(connection_.scalar("select max(ser) as xmax from btran ")) + 1;
+    Sql statement = Sql("INSERT INTO btran (ser,bcode,[date],quan,type,type1,stcode,note1) select ") +
+                    number + " , " + invoice.card.bank_code + " , " + quoted(invoice.date) + " , " +
+                    invoice.net();
+    if (invoice.is_return())
+        statement = statement + " , 0, 0, 0 , " + quoted(" مرتجع إئتمان رقم مرجعي " + invoice.card.reference);
+    else
+        statement =
+            statement + " , 1, 0, 0 , " + quoted(" مبيعات إئتمان رقم مرجعي " + invoice.card.reference);
+    connection_.execute(statement);
+}
+
+void Saving::write_lines(const Invoice& invoice) {
+    Recordset rows(connection_, "select * from saledata");
+    int serial = 0;
+    for (const Line& line : invoice.lines) {
+        ++serial;
+        rows.add();
+        rows.set("pnum", invoice.number);
+        rows.set("vcode", invoice.payment == PaymentOption::account ? invoice.customer : walk_in_customer);
+        rows.set("Date", invoice.date);
+        rows.set("ctype", ctype_of(invoice.kind));
+        rows.set("stcode", invoice.store);
+        rows.set("stype", stype_of(invoice.payment));
+        rows.set("serial", serial);
+        rows.set("Sid", serial);
+        if (line.item_code) rows.set("icode", *line.item_code);
+        rows.set("note", line.name);
+        rows.set("quan", line.quantity);
+        rows.set("price", line.price);
+        rows.set("disc", line.discount);
+        rows.set("unit1", line.factor);
+        rows.set("scode", line.unit_code);
+        rows.set("quan1", line.base_quantity());
+        if (line.salver_code != 0) rows.set("salvcode", line.salver_code);
+        // The batch that the first piece comes from, so that a return finds its way back.
+        auto expiry = line.expiry;
+        if (!expiry && !invoice.is_return() && line.stock_kept && line.item_code)
+            expiry = oldest_batch(connection_, *line.item_code, invoice.store);
+        if (expiry) rows.set("edate", *expiry);
+        rows.set("time_", database::Value(time_only(moment_)));
+        if (invoice.payment == PaymentOption::tips) rows.set("link", invoice.tips_receiver);
+        rows.set("inv_type", static_cast<int>(invoice.kind));
+        rows.update();
+    }
+}
+
+void Saving::fetch_from_other_stores(const Invoice& invoice) {
+    if (invoice.is_return()) return;
+    for (const Line& line : invoice.lines) {
+        if (line.source_kind != SourceKind::other_store || !line.item_code) continue;
+        stock::transfer_for_line(connection_, {*line.item_code, line.quantity, line.factor, line.unit_code,
+                                               line.source_store, invoice.store, invoice.date});
+    }
+}
+
+void Saving::move_stock(const Invoice& invoice) {
+    for (const Line& line : invoice.lines) {
+        if (!line.stock_kept || !line.item_code) continue;
+        if (invoice.is_return())
+            put_into_stock(connection_, *line.item_code, invoice.store, line.base_quantity(), line.expiry);
+        else
+            take_from_stock(connection_, *line.item_code, invoice.store, line.base_quantity());
+    }
+}
+
+void Saving::move_craftsman_lines(const Invoice& invoice) {
+    for (const Line& line : invoice.lines) {
+        if (line.salver_code == 0) continue;
+        Sql statement("update salver set cqty = [cqty] ");
+        if (invoice.is_return())
+            statement += "+ ";
+        else
+            statement += "- ";
+        connection_.execute(statement + line.quantity + " where scode = " + line.salver_code);
+    }
+}
+
+// What an account customer buys comes off what was reserved for him; a return reserves nothing again.
+void Saving::move_reservations(const Invoice& invoice) {
+    if (invoice.payment != PaymentOption::account || invoice.is_return()) return;
+    for (const Line& line : invoice.lines) {
+        if (!line.item_code) continue;
+        connection_.execute(Sql("Update reservd set quan1 = quan1 - ") + line.base_quantity() +
+                            " , quan = quan - " + line.base_quantity() + " Where quan1 > 0 and icode = " +
+                            *line.item_code + " and ccode = " + invoice.customer);
+    }
+}
+
+}  // namespace sales

@@ -1,0 +1,138 @@
+#include "sales/saving_checks.h"
+
+#include <map>
+#include <string>
+
+#include "common/text.h"
+#include "database/recordset.h"
+#include "sales/saving_messages.h"
+
+namespace sales {
+
+namespace message = saving_message;
+using database::Connection;
+using database::quoted;
+using database::Sql;
+
+namespace {
+
+// Binary sums of decimal quantities (0.1 + 0.2) must not refuse the last piece.
+constexpr double tolerance = 1e-6;
+
+class Checks {
+  public:
+    Checks(Connection& connection, const signin::Session& session, common::Prompts& prompts,
+           const Invoice& invoice)
+        : connection_(connection), session_(session), prompts_(prompts), invoice_(invoice) {}
+
+    std::optional<std::int64_t> run() {
+        if (invoice_.lines.empty()) return refuse(message::empty_invoice);
+        const auto shift = open_shift();
+        if (!shift) return refuse(message::no_shift);
+        if (invoice_.store == 0) return refuse(message::choose_store);
+        if (const auto short_of = line_short_of_stock()) {
+            return refuse(std::string(message::quantity_of) + *short_of + std::string(message::not_enough));
+        }
+        if (const auto line = line_returning_too_much())
+            return refuse(std::string(message::returned_too_much) + *line);
+        if (const auto missing = missing_party()) return refuse(*missing);
+        if (invoice_.payment == PaymentOption::account && invoice_.permit_opened) {
+            if (common::trim(invoice_.permit_number).empty()) return refuse(message::enter_permit);
+            if (number_used()) return refuse(message::number_used);
+        }
+        return shift;
+    }
+
+  private:
+    std::optional<std::int64_t> refuse(std::string_view text) {
+        prompts_.message(text, common::Icon::exclamation);
+        return std::nullopt;
+    }
+
+    // A drawer without any shift is between shifts, like one whose last shift is closed.
+    std::optional<std::int64_t> open_shift() {
+        const auto shifts =
+            connection_.query(Sql("select * from shift where  stcode = ") + session_.store_code +
+                              "and cash_no = " + session_.cash_point + " order by scode ");
+        if (shifts.empty()) return std::nullopt;
+        const auto& last = shifts.rows().back();
+        if (!last.null("e_date")) return std::nullopt;
+        return last.integer("scode");
+    }
+
+    // Lines of one item are counted together, and a line that another store supplies or that was confirmed
+    // below stock is not counted.
+    std::optional<std::string> line_short_of_stock() {
+        if (invoice_.is_return()) return std::nullopt;
+        std::map<std::int64_t, double> needed;
+        for (const Line& line : invoice_.lines) {
+            if (!line.stock_kept || line.is_general() || line.below_stock ||
+                line.source_kind == SourceKind::other_store)
+                continue;
+            double& need = needed[*line.item_code];
+            need += line.base_quantity();
+            const double held = database::number_of(
+                connection_.scalar(Sql("select SUM(QUAN) as quan from stk where icode = ") + *line.item_code +
+                                   " and stcode = " + invoice_.store));
+            if (held < need - tolerance) return line.name;
+        }
+        return std::nullopt;
+    }
+
+    std::optional<std::string> line_returning_too_much() {
+        if (!invoice_.is_return()) return std::nullopt;
+        for (const Line& line : invoice_.lines) {
+            if (line.returnable && line.quantity > *line.returnable + tolerance) return line.name;
+        }
+        return std::nullopt;
+    }
+
+    // A customer, receiver or bank that is not chosen, or was deleted since it was.
+    std::optional<std::string_view> missing_party() {
+        switch (invoice_.payment) {
+            case PaymentOption::account:
+                if (invoice_.customer == walk_in_customer) return message::choose_customer;
+                if (connection_.query(Sql("select ccode from custdata where ccode = ") + invoice_.customer)
+                        .empty())
+                    return message::customer_gone;
+                break;
+            case PaymentOption::tips:
+                if (invoice_.tips_receiver == 0) return message::choose_tips;
+                break;
+            case PaymentOption::card:
+                if (invoice_.card.bank_code == 0) return message::choose_bank;
+                if (common::trim(invoice_.card.reference).empty()) return message::enter_reference;
+                break;
+            case PaymentOption::cash:
+                break;
+        }
+        if (invoice_.walk_in && !invoice_.walk_in->is_new &&
+            connection_.query(Sql("select * from cust_cash where zcode = ") + invoice_.walk_in->code).empty())
+            return message::walk_in_gone;
+        return std::nullopt;
+    }
+
+    bool number_used() {
+        for (const auto& row :
+             connection_.query(Sql("select * from sales where pnum = ") + invoice_.number +
+                               " and ctype = " + ctype_of(invoice_.kind) + " and stcode = " + invoice_.store +
+                               " and date = " + quoted(invoice_.date))) {
+            if (row.integer("vcode") == invoice_.customer) return true;
+        }
+        return false;
+    }
+
+    Connection& connection_;
+    const signin::Session& session_;
+    common::Prompts& prompts_;
+    const Invoice& invoice_;
+};
+
+}  // namespace
+
+std::optional<std::int64_t> check_before_saving(Connection& connection, const signin::Session& session,
+                                                common::Prompts& prompts, const Invoice& invoice) {
+    return Checks(connection, session, prompts, invoice).run();
+}
+
+}  // namespace sales
