@@ -5,6 +5,7 @@
 
 #include "common/text.h"
 #include "database/recordset.h"
+#include "sales/recall.h"
 #include "sales/saving_messages.h"
 
 namespace sales {
@@ -33,7 +34,7 @@ class Checks {
         if (const auto short_of = line_short_of_stock()) {
             return refuse(std::string(message::quantity_of) + *short_of + std::string(message::not_enough));
         }
-        if (const auto line = line_returning_too_much())
+        if (const auto line = line_beyond_sale(connection_, invoice_))
             return refuse(std::string(message::returned_too_much) + *line);
         if (const auto missing = missing_party()) return refuse(*missing);
         if (invoice_.payment == PaymentOption::account && invoice_.permit_opened) {
@@ -75,14 +76,6 @@ class Checks {
                 connection_.scalar(Sql("select SUM(QUAN) as quan from stk where icode = ") + *line.item_code +
                                    " and stcode = " + invoice_.store));
             if (held < need - tolerance) return line.name;
-        }
-        return std::nullopt;
-    }
-
-    std::optional<std::string> line_returning_too_much() {
-        if (!invoice_.is_return()) return std::nullopt;
-        for (const Line& line : invoice_.lines) {
-            if (line.returnable && line.quantity > *line.returnable + tolerance) return line.name;
         }
         return std::nullopt;
     }
