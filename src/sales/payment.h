@@ -1,0 +1,62 @@
+// The payment dialog without its face (object `Form34`): net, paid, change, salesman, and what the customer
+// display shows meanwhile.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/outside.h"
+#include "sales/screen_lists.h"
+
+namespace sales {
+
+struct PaymentConfirmed {
+    double paid = 0;
+    double change = 0;
+    std::int64_t worker = 0;  // the chosen salesman; 0 for none
+    std::string worker_name;
+};
+
+// Captions of the two figures, in both languages of the dialog.
+inline constexpr std::string_view paid_caption = "المدفوع";
+inline constexpr std::string_view paid_caption_latin = "payed";
+inline constexpr std::string_view change_caption = "المردود";
+inline constexpr std::string_view change_caption_latin = "Retu.";
+
+class Payment {
+  public:
+    // Opens for a net amount: the net is proposed as paid, and the display shows it with no change. `workers`
+    // is the salesman list; `chosen` the one already on the invoice.
+    Payment(common::Devices& devices, double net, std::vector<Choice> workers, std::int64_t chosen = 0);
+
+    double net() const { return net_; }
+    double paid() const { return paid_; }
+    double change() const { return paid_ - net_; }
+    std::string net_text() const;
+    std::string paid_text() const;    // "0.00"
+    std::string change_text() const;  // "0.00", negative when too little was paid
+    const std::vector<Choice>& workers() const { return workers_; }
+    std::int64_t worker() const { return worker_; }
+
+    // The paid field changed. A text that is no number counts as 0.
+    void type_paid(std::string_view text);
+    void choose_worker(std::int64_t code);
+
+    // Both end the dialog; the display then greets the next customer.
+    PaymentConfirmed confirm();
+    void cancel();
+
+  private:
+    void refresh_display();
+
+    common::Devices& devices_;
+    double net_ = 0;
+    double paid_ = 0;
+    std::vector<Choice> workers_;
+    std::int64_t worker_ = 0;
+};
+
+}  // namespace sales

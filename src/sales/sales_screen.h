@@ -1,0 +1,199 @@
+// The sales screen without its face (object `Form31`): the invoice being rung up and every action on it.
+// A face calls an action and repaints from what this class then holds.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/outside.h"
+#include "database/connection.h"
+#include "printing/receipt_printer.h"
+#include "sales/invoice.h"
+#include "sales/item_info.h"
+#include "sales/kinds.h"
+#include "sales/payment.h"
+#include "sales/saving.h"
+#include "sales/screen_lists.h"
+#include "sales/search.h"
+#include "signin/session.h"
+
+namespace sales {
+
+// What pressing the save key leads to.
+enum class BeginSave {
+    refused,      // nothing to save; the message has been shown
+    ask_payment,  // open the payment dialog with `payment()`, then SaveInvoice or cancel_payment
+    save_now,     // account and card: call SaveInvoice without a payment
+};
+
+// The total fields as they are shown.
+struct Figures {
+    std::string total = "0.00";
+    std::string discount_value = "0.00";
+    std::string discount_percent = "0.00";
+    std::string net = "0.00";
+};
+
+// The stock of the selected line's item.
+struct StockShown {
+    std::string quantity;               // " الكمية بالمخزن : …"
+    std::vector<std::string> expiries;  // "==> yyyy/mm/dd" or "==> بدون تاريخ"
+};
+
+// What the last saved receipt was, for the cashier who still counts the change.
+struct LastReceipt {
+    std::int64_t number = 0;
+    KindOption kind = KindOption::sale;
+    double net = 0;
+    double paid = 0;
+    double change = 0;
+};
+
+// Lines are counted from 0; the grid shows line 0 as number 1. Every action keeps the screen usable whatever
+// happens below it: an error becomes a message and a log line, and the invoice stays as it was.
+class SalesScreen {
+  public:
+    SalesScreen(database::Connection& connection, signin::Session& session, common::Outside outside,
+                printing::ReceiptPrinter& printer);
+
+    // Fills the lists, sets the date, draws the number, loads the sale period, the shifts and the news, and
+    // selects the default price level. False when the database failed; the message has been shown.
+    bool Open();
+
+    // --- what the screen shows -----------------------------------------------------------------------
+    const Invoice& invoice() const { return invoice_; }
+    const Lists& lists() const { return lists_; }
+    const std::vector<std::string>& news() const { return news_; }
+    const std::vector<ShiftRow>& shifts() const { return shifts_; }
+    // The open shift of this drawer; 0 between shifts.
+    std::int64_t shift_number() const;
+    // "بيع نقدي", "مرتجع الي" and the like; beside it the customer's name on account invoices.
+    std::string kind_label() const;
+    std::uint32_t grid_colour() const { return sales::grid_colour(invoice_.kind); }  // 0xBBGGRR
+    bool payment_enabled(PaymentOption payment) const {
+        return sales::payment_enabled(payment, invoice_.kind);
+    }
+    std::string number_text() const { return std::to_string(invoice_.number); }
+    // "hh:mm AM/PM" at opening, "hh:mm:ss AM/PM" from the first tick of the timer on.
+    const std::string& clock_text() const { return clock_text_; }
+    void tick();
+    const Figures& figures() const { return figures_; }
+    std::array<std::string, column::count> cells(std::size_t row) const {
+        return invoice_.lines[row].cells(static_cast<int>(row) + 1);
+    }
+    // The line that the cursor is on; none on an empty grid.
+    std::optional<std::size_t> current_row() const { return current_row_; }
+    const StockShown& stock_shown() const { return stock_shown_; }
+    const std::string& display_text() const { return display_text_; }  // last sent to the customer display
+    std::optional<double> pending_quantity() const { return pending_quantity_; }
+    const std::optional<LastReceipt>& last_receipt() const { return last_receipt_; }
+    bool recalled() const { return recalled_; }  // a saved receipt is on the screen
+
+    // --- header --------------------------------------------------------------------------------------
+    void choose_store(int code);  // draws the number again
+    void choose_date(const common::Date& date) { invoice_.date = date; }
+    // An account customer by code; false, with nothing changed, when the list has it not.
+    bool choose_customer(std::int64_t code);
+    bool choose_tips_receiver(std::int64_t code);
+    bool choose_bank(std::int64_t code);
+    void enter_card(std::string_view holder, std::string_view reference);
+    void choose_walk_in(std::optional<WalkInCustomer> customer) { invoice_.walk_in = std::move(customer); }
+    bool choose_worker(std::int64_t code);  // 0 for none
+    void enter_note(std::string_view note) { invoice_.note = note; }
+    void enter_permit(bool opened, std::string_view number);
+    void suppress_receipt(bool suppress) { invoice_.suppress_receipt = suppress; }
+    void reload_customers();  // after a neighbouring screen added one
+    void reload_shifts();     // after the shift screen
+
+    // --- kind, payment, price level, number ----------------------------------------------------------
+    // A refused switch leaves the option of the current kind selected; repaint the options from invoice().
+    bool SwitchKind(KindOption kind);
+    bool SwitchPayment(PaymentOption payment);
+    bool toggle_kind();                  // F4
+    bool toggle_payment();               // F5
+    void choose_price_level(int level);  // 2 retail, 3 wholesale, 4, 5; prices of lines to come
+    void NextInvoiceNumber();
+
+    // --- lines ---------------------------------------------------------------------------------------
+    // Enter in the item-code field. The field is cleared and focused afterwards whatever came of it. True
+    // when a line was added or raised; it is then the current row.
+    bool EnterItem(std::string_view text);
+    // The second field, for lines of a recalled invoice.
+    bool EnterItemForRecalled(std::string_view text);
+    // Selects a line and shows its stock.
+    void select_row(std::size_t row);
+    void show_stock(std::size_t row);
+    // True when the cell opens for editing; else the reason has been said.
+    bool begin_edit(std::size_t row, int column);
+    // Commits a cell of columns 4 to 7. False when the value was refused (the reason has been said).
+    bool commit_edit(std::size_t row, int column, std::string_view text);
+    // The pop-up field for the last line's quantity.
+    bool quick_quantity(std::string_view text);
+    bool CommitDiscountValue(std::string_view text);
+    bool CommitDiscountPercent(std::string_view text);
+    void delete_line(std::size_t row);
+    // Marks a line as supplied from another store, or from the selling store again.
+    void set_line_source(std::size_t row, SourceKind kind, int source_store);
+    void RecalcTotals();
+    // What Esc goes to: the last line's quantity cell (its value shown as 1 for overtyping) when that
+    // quantity is 0, otherwise the item-code field (none).
+    std::optional<std::size_t> escape_to_quantity() const;
+
+    // --- search and information ----------------------------------------------------------------------
+    std::vector<FoundItem> search(const SearchFilters& filters);
+    std::optional<ItemInfo> item_info(std::int64_t code);
+
+    // --- display and drawer --------------------------------------------------------------------------
+    void ShowOnDisplay(std::string_view text);
+    void OpenDrawer();          // on the port of the settings
+    bool open_drawer_by_key();  // on "com3", with permission
+
+    // --- payment, saving, cancelling -----------------------------------------------------------------
+    BeginSave begin_save();
+    // The dialog opened by begin_save.
+    Payment* payment() { return payment_.get(); }
+    void cancel_payment();
+    // Saves with what the open dialog holds, or with nothing paid where there is none. Each save must have
+    // been begun: a second press without begin_save does nothing and answers `refused`.
+    SaveOutcome SaveInvoice();
+    bool CancelInvoice();  // asks; clears the lines and goes back to the default options
+    bool CancelRecord();   // asks; clears the header's entries as well
+    // Puts a saved receipt on the screen, or lines that another screen hands over (an offer).
+    void show_recalled(Invoice invoice);
+    void load_invoice(Invoice invoice);
+    // A new, empty invoice with the next number and the default options, unasked.
+    void clear();
+
+  private:
+    template <typename Action>
+    auto guarded(std::string_view name, Action action) -> decltype(action());
+    void start_invoice();
+    void line_changed(std::size_t row);
+
+    database::Connection& connection_;
+    signin::Session& session_;
+    common::Outside outside_;
+    Saving saving_;
+
+    Invoice invoice_;
+    Lists lists_;
+    std::vector<std::string> news_;
+    std::vector<ShiftRow> shifts_;
+    std::string clock_text_;
+    Figures figures_;
+    std::optional<std::size_t> current_row_;
+    StockShown stock_shown_;
+    std::string display_text_;
+    std::optional<double> pending_quantity_;
+    std::optional<LastReceipt> last_receipt_;
+    bool recalled_ = false;
+    bool save_begun_ = false;
+    int default_price_level_ = 2;
+    std::unique_ptr<Payment> payment_;
+};
+
+}  // namespace sales

@@ -1,0 +1,55 @@
+// The lists that the sales screen fills when it opens: stores, users, banks, customers, receivers, salesmen.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "database/connection.h"
+#include "signin/session.h"
+
+namespace sales {
+
+struct Choice {
+    std::int64_t code = 0;
+    std::string name;
+};
+
+// The name of a code in a list; empty when the list has it not.
+std::string name_of(const std::vector<Choice>& list, std::int64_t code);
+bool contains(const std::vector<Choice>& list, std::int64_t code);
+
+// The code of the entry "الكل" (all) that ends the user filter.
+inline constexpr std::int64_t all_users = 0;
+inline constexpr std::string_view all_users_name = "الكل";
+
+struct Lists {
+    std::vector<Choice> stores;
+    std::vector<Choice> users;
+    std::vector<Choice> user_filter;  // the users and "الكل"
+    std::vector<Choice> banks;        // those that are not mobile wallets; the first is preselected
+    std::vector<Choice> account_customers;
+    std::vector<Choice> tips_receivers;
+    std::vector<Choice> workers;
+};
+Lists load_lists(database::Connection& connection);
+// Account customers and tips receivers again, after one was added on its own screen.
+void reload_parties(database::Connection& connection, Lists& lists);
+
+// One line of the shift grid.
+struct ShiftRow {
+    std::int64_t number = 0;
+    std::string start;
+    std::string end;  // empty while the shift is open
+};
+// The shifts of the workstation's drawer, in order of their numbers.
+std::vector<ShiftRow> load_shifts(database::Connection& connection, const signin::Session& session);
+
+// The lines of the news ticker.
+std::vector<std::string> load_news(database::Connection& connection);
+
+// Fills `tmp_price` with the prices of the sale period that covers the day; empties it when none does.
+void load_sale_period(database::Connection& connection, const common::Date& today);
+
+}  // namespace sales

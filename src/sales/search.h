@@ -1,0 +1,50 @@
+// The item search of the sales screen: one grouped query with whichever filters are filled.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "common/outside.h"
+#include "database/connection.h"
+
+namespace sales {
+
+// Filters as typed; an empty one does not filter. Code, price, maker and type must be numbers (Arabic-Indic
+// digits included); the code may be a barcode instead.
+struct SearchFilters {
+    std::string name;
+    bool name_contains = false;  // anywhere in the name; otherwise the name begins with it
+    std::string code;
+    std::string price;
+    std::string maker;
+    std::string type;
+    bool hide_stopped = false;
+
+    bool empty() const {
+        return name.empty() && code.empty() && price.empty() && maker.empty() && type.empty();
+    }
+};
+
+struct FoundItem {
+    std::int64_t code = 0;
+    std::string name;
+    std::string group;      // the item type
+    std::string retail;     // price12, "0.00"
+    std::string wholesale;  // price13, "0.00"
+    std::string stock;      // "0.000", all stores together
+    bool stopped = false;
+    // Retail and wholesale of the unit, the pack and the carton: "وحدة", "عبوة", "كرتونة".
+    std::string prices[3][2];
+};
+
+// The statement for the filters; none when a filter that must be a number is not one, so that nothing
+// matches.
+std::optional<database::Sql> search_statement(database::Connection& connection, const SearchFilters& filters);
+
+// The matches in the order of their names. Without any filter but the stopped one the list is empty: a panel
+// of a hundred thousand rows helps nobody.
+std::vector<FoundItem> search_items(database::Connection& connection, const SearchFilters& filters);
+
+}  // namespace sales
