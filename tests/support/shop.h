@@ -20,9 +20,9 @@ class TemporaryFolder {
     std::filesystem::path path_;
 };
 
-// Base schema and upgrade list done, no rows but those that `seed_basic` gives: the settings row, store 1 with
-// drawers 1 and 2, store 2 with drawer 1, one worker, one manager who may do everything. The schema is made once
-// per test program and copied.
+// Base schema and upgrade list done, no rows but those that `seed_basic` gives: the settings row, store 1
+// with drawers 1 and 2, store 2 with drawer 1, one worker, one manager who may do everything. The schema is
+// made once per test program and copied.
 class Shop {
   public:
     Shop();

@@ -1,0 +1,386 @@
+// What a saved invoice writes, and what stops it before anything is written.
+#include "sales/saving.h"
+
+#include <functional>
+
+#include "sales/recall.h"
+#include "sales/saving_messages.h"
+#include "sales/till.h"
+
+namespace {
+
+using sales::Invoice;
+using sales::KindOption;
+using sales::PaymentOption;
+using sales::SaveOutcome;
+using test::Till;
+
+constexpr const char* written_tables[] = {"sales", "saledata", "btran", "sttran", "tmp_tran"};
+
+std::string stock(Till& till, int item, int store, const std::string& expiry) {
+    return till.shop.cell("select quan from stk where icode = " + std::to_string(item) +
+                          " and stcode = " + std::to_string(store) + " and edate = '" + expiry + "'");
+}
+
+TEST(Saving, CashSaleWritesHeaderLinesAndStockOldestFirst) {
+    Till till;
+    Invoice invoice = till.invoice();
+    invoice.lines = {Till::line(100, 5, 10), Till::line(200, 2, 240, 12)};
+    invoice.discount_percent = 10;
+    invoice.worker = 1;
+    auto saving = till.saving();
+    ASSERT_EQ(saving.save(invoice, {500, 23}), SaveOutcome::saved);
+
+    EXPECT_EQ(invoice.number, 1);
+    const auto header = till.shop.connection().query("select * from sales");
+    ASSERT_EQ(header.size(), 1u);
+    const auto& row = header.front();
+    EXPECT_EQ(row.integer("pnum"), 1);
+    EXPECT_EQ(row.integer("vcode"), -1);
+    EXPECT_EQ(row.moment("Date").date, (common::Date{2026, 11, 21}));
+    EXPECT_EQ(row.moment("time_").time, (common::TimeOfDay{10, 42, 0, 0}));
+    EXPECT_EQ(row.integer("ctype"), 0);
+    EXPECT_DOUBLE_EQ(row.number("ptot"), 530);
+    EXPECT_DOUBLE_EQ(row.number("pdis"), 53);
+    EXPECT_EQ(row.integer("Shift"), 14);
+    EXPECT_EQ(row.integer("stype"), 0);
+    EXPECT_EQ(row.integer("ptype"), 1);
+    EXPECT_EQ(row.integer("User"), 1);
+    EXPECT_EQ(row.integer("wCode"), 1);
+    EXPECT_TRUE(row.null("link"));
+    EXPECT_TRUE(row.null("disboun"));
+    EXPECT_TRUE(row.null("safe"));
+
+    const auto lines = till.shop.connection().query("select * from saledata order by serial");
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines.rows()[1].integer("icode"), 200);
+    EXPECT_DOUBLE_EQ(lines.rows()[1].number("quan"), 2);
+    EXPECT_DOUBLE_EQ(lines.rows()[1].number("quan1"), 24);
+    EXPECT_DOUBLE_EQ(lines.rows()[1].number("unit1"), 12);
+    EXPECT_EQ(lines.rows()[1].text("note"), "زيت");
+
+    EXPECT_EQ(stock(till, 100, 1, "2027/01/01"), "0");
+    EXPECT_EQ(stock(till, 100, 1, "2027/06/01"), "2");
+    EXPECT_EQ(stock(till, 100, 2, "2026/12/01"), "50") << "another store's older batch was touched";
+    EXPECT_EQ(stock(till, 200, 1, "3000/01/01"), "26");
+    EXPECT_TRUE(till.outside.prompts.messages.empty());
+}
+
+TEST(Saving, KindsAndPaymentsBookTheirParties) {
+    struct Case {
+        const char* name;
+        std::function<void(Invoice&)> prepare;
+        const char* query;
+        const char* expected;
+    };
+    const auto card = [](Invoice& i) {
+        i.payment = PaymentOption::card;
+        i.card = {3, "O'Brien", "77'1"};
+    };
+    const auto account = [](Invoice& i) {
+        i.payment = PaymentOption::account;
+        i.customer = 7;
+    };
+    const Case cases[] = {
+        {"account sale raises the balance by the net", account, "select cacc from custdata where ccode = 7",
+         "118"},
+        {"account sale is the customer's", account, "select vcode from sales", "7"},
+        {"card sale is booked to the bank", card,
+         "select cast(bcode as varchar) + '|' + cast(type as varchar) + '|' + cast(type1 as varchar) + '|' + "
+         "note1 from btran",
+         "3|1|0| مبيعات إئتمان رقم مرجعي 77'1"},
+        {"card sale pays the net into the bank", card, "select quan from btran", "18"},
+        {"card sale stays out of the drawer", card, "select safe from sales", "1"},
+        {"card sale keeps the holder", card, "select credit_name from sales", "O'Brien"},
+        {"tips sale names its receiver",
+         [](Invoice& i) {
+             i.payment = PaymentOption::tips;
+             i.tips_receiver = 5;
+         },
+         "select link from sales", "5"},
+        {"tips sale grants its discount as tips",
+         [](Invoice& i) {
+             i.payment = PaymentOption::tips;
+             i.tips_receiver = 5;
+         },
+         "select disboun from sales", "2"},
+        {"craftsman line is sold", [](Invoice& i) { i.lines[0].salver_code = 9; }, "select cqty from salver",
+         "4"},
+        {"general item moves no stock", [](Invoice& i) { i.lines[0].item_code.reset(); },
+         "select sum(quan) from stk where stcode = 1", "57"},
+        {"service moves no stock", [](Invoice& i) { i.lines[0] = Till::line(300, 100, 1); },
+         "select sum(quan) from stk where stcode = 1", "57"},
+        {"quotes in a name stay text", [](Invoice& i) { i.lines[0].name = "x'); drop table sales --"; },
+         "select note from saledata", "x'); drop table sales --"},
+        {"walk-in customer is added",
+         [](Invoice& i) {
+             i.walk_in = sales::WalkInCustomer{2, true, "😀 سامي", std::string(70, '1'), ""};
+         },
+         "select zname from cust_cash where zcode = 2", "😀 سامي"},
+        {"a walk-in code taken meanwhile moves on",
+         [](Invoice& i) {
+             i.walk_in = sales::WalkInCustomer{1, true, "سامي", "", ""};
+         },
+         "select cust_c from sales", "2"},
+        {"known walk-in customer is brought up to date",
+         [](Invoice& i) {
+             i.walk_in = sales::WalkInCustomer{1, false, "منى", "011", "m@x"};
+         },
+         "select zphone from cust_cash where zcode = 1", "011"},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.name);
+        Till till;
+        Invoice invoice = till.invoice();
+        invoice.lines = {Till::line(100, 2, 10)};
+        invoice.discount_percent = 10;
+        test.prepare(invoice);
+        auto saving = till.saving();
+        EXPECT_EQ(saving.save(invoice, {}), SaveOutcome::saved) << till.outside.prompts.last();
+        EXPECT_EQ(till.shop.cell(test.query), test.expected);
+    }
+}
+
+TEST(Saving, ReturnsMirrorSales) {
+    Till till;
+    auto saving = till.saving();
+    Invoice sale = till.invoice();
+    sale.payment = PaymentOption::account;
+    sale.customer = 7;
+    sale.lines = {Till::line(100, 5, 49.99), Till::line(200, 3, 1.98)};
+    sale.lines[0].discount = 0.37;
+    sale.lines[1].salver_code = 9;
+    sale.discount_percent = 7;
+    ASSERT_EQ(saving.save(sale, {}), SaveOutcome::saved);
+
+    const auto recalled =
+        sales::recall_invoice(till.shop.connection(), 1, KindOption::sale, PaymentOption::account, 1);
+    ASSERT_TRUE(recalled);
+    EXPECT_NEAR(recalled->invoice.net(), sale.net(), 1e-9);
+    Invoice back = sales::return_of(till.shop.connection(), *recalled);
+    EXPECT_NEAR(back.net(), sale.net(), 1e-9);
+    ASSERT_EQ(saving.save(back, {}), SaveOutcome::saved) << till.outside.prompts.last();
+
+    EXPECT_NEAR(till.shop.number("select cacc from custdata where ccode = 7"), 100, 1e-9);
+    EXPECT_EQ(till.shop.cell("select sum(quan) from stk where stcode = 1"), "57");
+    EXPECT_EQ(stock(till, 100, 1, "2027/01/01"), "5") << "not back in the batch it came from";
+    EXPECT_EQ(till.shop.cell("select cqty from salver"), "6");
+    EXPECT_EQ(till.shop.cell("select ctype from sales where inv_o = 1"), "2");
+
+    // The same goods cannot come back twice: not by recalling again, and not by a return begun before.
+    EXPECT_TRUE(sales::return_of(till.shop.connection(), *recalled).lines.empty());
+    EXPECT_EQ(saving.save(back, {}), SaveOutcome::refused);
+    EXPECT_EQ(till.outside.prompts.last(), std::string(sales::saving_message::returned_too_much) + "أرز");
+    EXPECT_EQ(till.shop.cell("select count(*) from sales"), "2");
+}
+
+TEST(Saving, ReturnsInPartsAreCappedAtWhatIsLeft) {
+    Till till;
+    auto saving = till.saving();
+    Invoice sale = till.invoice();
+    sale.lines = {Till::line(200, 2, 240, 12), Till::line(200, 6, 25)};
+    ASSERT_EQ(saving.save(sale, {}), SaveOutcome::saved);
+    const auto recall = [&] {
+        return sales::return_of(
+            till.shop.connection(),
+            *sales::recall_invoice(till.shop.connection(), 1, KindOption::sale, PaymentOption::cash, 1));
+    };
+    Invoice first = recall();
+    ASSERT_EQ(first.lines.size(), 2u);
+    first.lines.pop_back();
+    first.lines[0].quantity = 1;
+    ASSERT_EQ(saving.save(first, {}), SaveOutcome::saved);
+    const Invoice second = recall();
+    ASSERT_EQ(second.lines.size(), 2u);
+    EXPECT_DOUBLE_EQ(*second.lines[0].returnable, 1);
+    EXPECT_DOUBLE_EQ(*second.lines[1].returnable, 6);
+}
+
+TEST(Saving, ReturnWithoutSaleGoesToTheNewestBatchOrMakesOne) {
+    Till till;
+    auto saving = till.saving();
+    Invoice back = till.invoice();
+    back.kind = KindOption::third;
+    back.lines = {Till::line(100, 2, 10), Till::line(200, 1, 25)};
+    back.lines[1].expiry = common::Date{2028, 2, 29};
+    ASSERT_EQ(saving.save(back, {}), SaveOutcome::saved);
+    EXPECT_EQ(stock(till, 100, 1, "2027/06/01"), "6");
+    EXPECT_EQ(stock(till, 200, 1, "2028/02/29"), "1");
+    EXPECT_EQ(till.shop.cell("select ctype from sales"), "3");
+}
+
+TEST(Saving, WhatNoBatchCoversGoesBelowZeroWithoutExpiry) {
+    Till till;
+    auto saving = till.saving();
+    Invoice invoice = till.invoice();
+    invoice.lines = {Till::line(100, 10, 10)};
+    invoice.lines[0].below_stock = true;
+    ASSERT_EQ(saving.save(invoice, {}), SaveOutcome::saved);
+    EXPECT_EQ(stock(till, 100, 1, "2027/01/01"), "0");
+    EXPECT_EQ(stock(till, 100, 1, "2027/06/01"), "0");
+    EXPECT_EQ(stock(till, 100, 1, "3000/01/01"), "-3");
+}
+
+TEST(Saving, LineFromAnotherStoreIsTransferredThenSold) {
+    Till till;
+    auto saving = till.saving();
+    Invoice invoice = till.invoice();
+    invoice.lines = {Till::line(100, 20, 10)};
+    invoice.lines[0].source_kind = sales::SourceKind::other_store;
+    invoice.lines[0].source_store = 2;
+    ASSERT_EQ(saving.save(invoice, {}), SaveOutcome::saved);
+    EXPECT_EQ(stock(till, 100, 2, "2026/12/01"), "30");
+    EXPECT_EQ(till.shop.cell("select sum(quan) from stk where icode = 100"), "37");
+    EXPECT_EQ(till.shop.cell("select sum(quan) from stk where icode = 100 and stcode = 1"), "7");
+    EXPECT_EQ(till.shop.cell("select tto from sttran where tfrom = 2"), "1");
+}
+
+TEST(Saving, EveryRefusalWritesNothingAndSaysWhy) {
+    struct Case {
+        std::function<void(Till&, Invoice&)> prepare;
+        std::string expected;
+    };
+    namespace message = sales::saving_message;
+    const auto account = [](Till&, Invoice& i) {
+        i.payment = PaymentOption::account;
+        i.customer = 7;
+        i.permit_opened = true;
+    };
+    const Case cases[] = {
+        {[](Till&, Invoice& i) { i.lines.clear(); }, std::string(message::empty_invoice)},
+        {[](Till& t, Invoice&) { t.shop.sql("update shift set e_date = '2026/11/21 09:00:00'"); },
+         "لا يمكن حفظ البون بدون فتح ورديه جديده"},
+        {[](Till& t, Invoice&) { t.shop.sql("delete from shift"); },
+         "لا يمكن حفظ البون بدون فتح ورديه جديده"},
+        {[](Till& t, Invoice&) { t.session.cash_point = 2; }, "لا يمكن حفظ البون بدون فتح ورديه جديده"},
+        {[](Till&, Invoice& i) { i.store = 0; }, "اختار المخزن"},
+        {[](Till&, Invoice& i) { i.lines[0].quantity = 8; }, "كميه الصنف أرز لا تكفي"},
+        {[](Till&, Invoice& i) {
+             i.lines[0].quantity = 4;
+             i.lines.push_back(i.lines[0]);
+         },
+         "كميه الصنف أرز لا تكفي"},
+        {account, "أدخل بيانات الاذن"},
+        {[&](Till& t, Invoice& i) {
+             account(t, i);
+             i.permit_number = "5";
+             i.number = 1;
+             t.shop.sql("insert into sales (pnum,ctype,stcode,date,vcode) select 1,0,1,'2026/11/21',7");
+         },
+         "سبق ادخال نفس رقم الايصال لنفس العميل"},
+        {[](Till& t, Invoice& i) {
+             i.payment = PaymentOption::account;
+             i.customer = 7;
+             t.shop.sql("delete from custdata");
+         },
+         std::string(message::customer_gone)},
+        {[](Till&, Invoice& i) { i.payment = PaymentOption::tips; }, std::string(message::choose_tips)},
+        {[](Till&, Invoice& i) {
+             i.payment = PaymentOption::card;
+             i.card.bank_code = 3;
+             i.card.reference = " ";
+         },
+         std::string(message::enter_reference)},
+        {[](Till&, Invoice& i) {
+             i.walk_in = sales::WalkInCustomer{99, false, "", "", ""};
+         },
+         "اسم العميل النقدي غير موجود"},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.expected);
+        Till till;
+        Invoice invoice = till.invoice();
+        invoice.lines = {Till::line(100, 7, 10)};
+        test.prepare(till, invoice);
+        const auto rows = [&] {
+            std::string counts;
+            for (const char* table : written_tables)
+                counts += till.shop.cell(std::string("select count(*) from ") + table) + " ";
+            return counts + till.shop.cell("select sum(quan) from stk");
+        };
+        const std::string before = rows();
+        auto saving = till.saving();
+        EXPECT_EQ(saving.save(invoice, {}), SaveOutcome::refused);
+        EXPECT_EQ(till.outside.prompts.last(), test.expected);
+        EXPECT_EQ(rows(), before);
+        EXPECT_TRUE(till.printer.printed.empty());
+    }
+}
+
+TEST(Saving, TakesTheNumberAgainAndKeepsTheSeriesApart) {
+    Till till;
+    till.shop.sql("insert into sales (pnum,ctype,stcode,vcode) select 41,0,2,-1");
+    till.shop.sql("insert into sales (pnum,ctype,stcode,vcode) select 7,1,1,7");
+    till.shop.sql("insert into sales (pnum,ctype,stcode,vcode) select 90,3,2,-1");
+    auto saving = till.saving();
+    struct Case {
+        KindOption kind;
+        PaymentOption payment;
+        std::int64_t expected;
+    };
+    for (const Case& test :
+         {Case{KindOption::sale, PaymentOption::cash, 42}, Case{KindOption::sale, PaymentOption::account, 8},
+          Case{KindOption::return_, PaymentOption::cash, 1},
+          Case{KindOption::third, PaymentOption::account, 2},
+          Case{KindOption::sale, PaymentOption::cash, 43}}) {
+        Invoice invoice = till.invoice();
+        invoice.number = 1;  // what the screen still shows
+        invoice.kind = test.kind;
+        invoice.payment = test.payment;
+        if (test.payment == PaymentOption::account) invoice.customer = 7;
+        invoice.lines = {Till::line(200, 1, 25)};
+        ASSERT_EQ(saving.save(invoice, {}), SaveOutcome::saved);
+        EXPECT_EQ(invoice.number, test.expected);
+    }
+}
+
+TEST(Saving, SettingsChooseTheReceipts) {
+    struct Case {
+        const char* settings;
+        bool suppressed;
+        bool text_port;
+        std::vector<printing::Form> expected;
+    };
+    using printing::Form;
+    const Case cases[] = {
+        {"inv_p = null", false, false, {Form::full}},
+        {"inv_p = 0, cust_n = 1", false, false, {Form::full, Form::no_telephone}},
+        {"inv_p = 1, csh_inv = 1, cust_n = 1", false, false, {Form::cash_page}},
+        {"inv_p = 1", false, false, {Form::standard_page}},
+        {"inv_p = 0", true, false, {}},
+        {"inv_p = 0", true, true, {Form::full}},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.settings);
+        Till till;
+        till.shop.sql(std::string("update basic set ") + test.settings);
+        till.printer.text = test.text_port;
+        till.printer.works = false;  // a dead printer changes nothing
+        Invoice invoice = till.invoice();
+        invoice.suppress_receipt = test.suppressed;
+        invoice.lines = {Till::line(200, 1, 25)};
+        auto saving = till.saving();
+        EXPECT_EQ(saving.save(invoice, {30, 5}), SaveOutcome::saved);
+        std::vector<Form> forms;
+        for (const auto& [receipt, form] : till.printer.printed) {
+            forms.push_back(form);
+            EXPECT_EQ(receipt.number, 1);
+            EXPECT_DOUBLE_EQ(receipt.remaining, 5);
+            EXPECT_EQ(receipt.shift_number, 14);
+        }
+        EXPECT_EQ(forms, test.expected);
+    }
+}
+
+TEST(Saving, SecondPressWhileTheReceiptPrintsDoesNothing) {
+    Till till;
+    Invoice invoice = till.invoice();
+    invoice.lines = {Till::line(200, 1, 25)};
+    Invoice again = invoice;
+    auto saving = till.saving();
+    till.printer.on_print = [&] { EXPECT_EQ(saving.save(again, {}), SaveOutcome::refused); };
+    EXPECT_EQ(saving.save(invoice, {}), SaveOutcome::saved);
+    EXPECT_EQ(till.shop.cell("select count(*) from sales"), "1");
+}
+
+}  // namespace
