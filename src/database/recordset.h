@@ -11,10 +11,10 @@
 
 namespace database {
 
-// Opened on "select * from table [where …] [order by …]" of one table. The rows are read when the first one is
-// asked for, so opening one only to add rows costs nothing. Changes go out by update(), each as one
-// parameterised statement on one row, which is found by its key or else by its former values; a row that
-// another till changed or deleted meanwhile throws Error 40001 and nothing is written.
+// Opened on "select * from table [where …] [order by …]" of one table. The rows are read when the first one
+// is asked for, so opening one only to add rows costs nothing. Changes go out by update(), each as one
+// parameterised statement on one row, found by all of its former values (and its row number on the embedded
+// engine); a row that another till changed or deleted meanwhile throws Error 40001 and nothing is written.
 class Recordset {
   public:
     Recordset(Connection& connection, const Sql& statement);
@@ -23,6 +23,7 @@ class Recordset {
     bool empty();
     std::size_t size();
     bool at_end();
+    // Moving away from a row whose changes were neither updated nor cancelled throws Error HY010.
     void move_first();
     void move_next();
     void move_last();
@@ -48,21 +49,36 @@ class Recordset {
     void set(std::string_view column, std::string_view value) { set(column, Value(std::string(value))); }
     void set(std::string_view column, const std::string& value) { set(column, Value(value)); }
     void set(std::string_view column, const char* value) { set(column, Value(std::string(value))); }
-    void set(std::string_view column, const common::Date& value) { set(column, Value(common::Moment{value, {}})); }
+    void set(std::string_view column, const common::Date& value) {
+        set(column, Value(common::Moment{value, {}}));
+    }
     // Writes what was set. Without changes it does nothing.
     void update();
     // Drops what was set and not updated.
     void cancel();
 
   private:
+    struct Record {
+        std::vector<Value> cells;
+        Value id;  // the embedded engine's own name for the row; null on a server
+    };
     void load();
+    void leave_row();
+    Record& current();
+    void insert_row();
+    void update_row();
+    const Connection::Table& shape();
+    std::size_t column_at(std::string_view column);
+
     Connection& connection_;
     Sql statement_;
     std::string table_;
-    std::optional<Result> rows_;
+    std::optional<Connection::Table> shape_;
+    bool loaded_ = false;
+    std::vector<Record> rows_;
     std::size_t position_ = 0;
     bool adding_ = false;
-    std::vector<std::pair<std::string, Value>> pending_;
+    std::vector<std::pair<std::size_t, Value>> pending_;
 };
 
 }  // namespace database
