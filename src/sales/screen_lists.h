@@ -32,8 +32,12 @@ struct Lists {
     std::vector<Choice> account_customers;
     std::vector<Choice> tips_receivers;
     std::vector<Choice> workers;
+    std::vector<Choice> item_types;  // empty where the shop keeps no names for them
+    std::vector<Choice> makers;
 };
 Lists load_lists(database::Connection& connection);
+// The group shown for an item type: its name, else its number, nothing for 0.
+std::string group_name(const Lists& lists, std::int64_t item_type);
 // Account customers and tips receivers again, after one was added on its own screen.
 void reload_parties(database::Connection& connection, Lists& lists);
 

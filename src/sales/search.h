@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "common/outside.h"
 #include "database/connection.h"
+#include "sales/screen_lists.h"
 
 namespace sales {
 
@@ -30,7 +30,8 @@ struct SearchFilters {
 struct FoundItem {
     std::int64_t code = 0;
     std::string name;
-    std::string group;      // the item type
+    std::int64_t type = 0;
+    std::string group;      // the item type's name
     std::string retail;     // price12, "0.00"
     std::string wholesale;  // price13, "0.00"
     std::string stock;      // "0.000", all stores together
@@ -45,6 +46,7 @@ std::optional<database::Sql> search_statement(database::Connection& connection, 
 
 // The matches in the order of their names. Without any filter but the stopped one the list is empty: a panel
 // of a hundred thousand rows helps nobody.
-std::vector<FoundItem> search_items(database::Connection& connection, const SearchFilters& filters);
+std::vector<FoundItem> search_items(database::Connection& connection, const Lists& lists,
+                                    const SearchFilters& filters);
 
 }  // namespace sales

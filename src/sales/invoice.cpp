@@ -1,0 +1,110 @@
+#include "sales/invoice.h"
+
+#include <numeric>
+
+#include "common/numbers.h"
+
+namespace sales {
+
+namespace {
+
+std::int64_t code_value(const std::string& cell) {
+    return common::parse_integer(cell).value_or(0);
+}
+
+std::optional<double> optional_value(const std::string& cell) {
+    return common::parse_number(cell);
+}
+
+}  // namespace
+
+int ctype_of(KindOption kind) {
+    switch (kind) {
+        case KindOption::sale:
+            return 0;
+        case KindOption::return_:
+            return 2;
+        case KindOption::third:
+            return 3;
+    }
+    return 0;
+}
+
+int stype_of(PaymentOption payment) {
+    switch (payment) {
+        case PaymentOption::account:
+        case PaymentOption::cash:
+            return 0;
+        case PaymentOption::card:
+            return 1;
+        case PaymentOption::tips:
+            return 2;
+    }
+    return 0;
+}
+
+std::array<std::string, column::count> Line::cells(int number) const {
+    std::array<std::string, column::count> cell;
+    cell[column::number] = std::to_string(number);
+    if (item_code) cell[column::code] = std::to_string(*item_code);
+    cell[column::name] = name;
+    cell[column::group] = group;
+    cell[column::quantity] = common::format_quantity(quantity);
+    cell[column::price] = common::format_amount(price);
+    cell[column::discount_value] = common::format_amount(discount);
+    cell[column::discount_percent] = common::format_amount(discount_percent());
+    cell[column::total] = common::format_amount(total());
+    cell[column::unit_factor] = common::shortest_text(factor);
+    cell[column::unit_code] = std::to_string(unit_code);
+    cell[column::salver_code] = std::to_string(salver_code);
+    cell[column::unit_name] = unit_name;
+    cell[column::source_kind] = std::to_string(static_cast<int>(source_kind));
+    cell[column::source_store] = std::to_string(source_store);
+    cell[column::clearance] = clearance ? "1" : "0";
+    if (expiry) cell[column::expiry] = common::date_text(*expiry);
+    if (balance) cell[column::balance] = common::format_quantity(*balance);
+    cell[column::stock_kept] = stock_kept ? "1" : "0";
+    cell[column::unit_cost] = common::shortest_text(unit_cost);
+    if (returnable) cell[column::returnable] = common::shortest_text(*returnable);
+    return cell;
+}
+
+Line Line::from_cells(const std::array<std::string, column::count>& cell) {
+    Line line;
+    line.item_code = common::parse_integer(cell[column::code]);
+    line.name = cell[column::name];
+    line.group = cell[column::group];
+    line.quantity = common::numeric_value(cell[column::quantity]);
+    line.price = common::numeric_value(cell[column::price]);
+    line.discount = common::numeric_value(cell[column::discount_value]);
+    // A line without a factor would move no stock; one base unit is what its quantity then means.
+    const double factor = common::numeric_value(cell[column::unit_factor]);
+    line.factor = factor > 0 ? factor : 1;
+    const auto unit = code_value(cell[column::unit_code]);
+    line.unit_code = unit >= 1 && unit <= 3 ? static_cast<int>(unit) : 1;
+    line.salver_code = code_value(cell[column::salver_code]);
+    line.unit_name = cell[column::unit_name];
+    line.source_kind = code_value(cell[column::source_kind]) == static_cast<int>(SourceKind::other_store)
+                           ? SourceKind::other_store
+                           : SourceKind::selling_store;
+    line.source_store = static_cast<int>(code_value(cell[column::source_store]));
+    line.clearance = cell[column::clearance] == "1";
+    if (const auto date = common::parse_moment(cell[column::expiry])) line.expiry = date->date;
+    line.balance = optional_value(cell[column::balance]);
+    line.stock_kept = cell[column::stock_kept] == "1";
+    line.unit_cost = common::numeric_value(cell[column::unit_cost]);
+    line.returnable = optional_value(cell[column::returnable]);
+    return line;
+}
+
+double Invoice::total() const {
+    return std::accumulate(lines.begin(), lines.end(), 0.0,
+                           [](double sum, const Line& line) { return sum + line.total(); });
+}
+
+double Invoice::cost() const {
+    return std::accumulate(lines.begin(), lines.end(), 0.0,
+                           [](double sum, const Line& line) { return sum + line.quantity * line.unit_cost; });
+}
+
+}  // namespace sales

@@ -1,0 +1,104 @@
+// What the cashier hears while an invoice is rung up. Blanks at the ends belong to the texts.
+#pragma once
+
+#include <string_view>
+
+namespace sales::message {
+
+// --- kinds -------------------------------------------------------------------------------------------
+// The receipt type cannot be changed now.
+inline constexpr std::string_view kind_fixed = "لا يمكن تغير نوع البون الان ";
+
+// --- item entry --------------------------------------------------------------------------------------
+// Customers must be added / tips customers must be added / the invoice must be selected first.
+inline constexpr std::string_view add_customers = "يجب اضافة عملاء";
+inline constexpr std::string_view add_tips_customers = "يجب اضافة عملاء اكراميات";
+inline constexpr std::string_view select_invoice_first = "يجب تحديد الفاتوره اولا";
+// The code is wrong.
+inline constexpr std::string_view wrong_code = "الكود غير صحيح";
+// The barcode is registered for more than one item; enter the item's code.
+inline constexpr std::string_view shared_barcode = "الباركود مسجل لأكثر من صنف، ادخل كود الصنف";
+// Product code wrong or product already sold / or product not sold.
+inline constexpr std::string_view product_sold = "كود المنتج غير صحيح أو تم بيع هذا المنتج";
+inline constexpr std::string_view product_not_sold = "كود المنتج غير صحيح أو لم تم بيع هذا المنتج";
+// Sorry, trading in this item has been stopped.
+inline constexpr std::string_view stopped = "عفوا تم إيقاف تداول هذا الصنف";
+// Sorry, this is a sale-only item without quantities; it cannot be returned.
+inline constexpr std::string_view sale_only = "عفوا هذا صنف بيع فقط بدون كميات ليس له ارتجاع";
+// Unit / pack / carton data must be set in the item card.
+inline constexpr std::string_view set_units = "يجب ضبط بيانات الوحدات بكارت الصنف ";
+inline constexpr std::string_view set_packs = "يجب ضبط بيانات العبوات بكارت الصنف ";
+inline constexpr std::string_view set_cartons = "يجب ضبط بيانات الكراتين بكارت الصنف ";
+// Prices must be set in the item card.
+inline constexpr std::string_view set_prices = "يجب ضبط بيانات الاسعار بكارت الصنف ";
+// This item was entered before; increase its quantity?
+inline constexpr std::string_view entered_before = "تم ادخال هذا الصنف من قبل هل تريد زيادة الكمية";
+// The name of a general (unlisted) item.
+inline constexpr std::string_view general_item = "صنف عام";
+
+// --- stock -------------------------------------------------------------------------------------------
+// The remaining stock is reserved; sell from it?
+inline constexpr std::string_view stock_reserved =
+    "الكمية المتبقية بالمخزن تم حجزها .. هل تريد البيع من الكمية المتبقيه؟ ";
+// You are not permitted to sell reserved quantities.
+inline constexpr std::string_view may_not_sell_reserved = "غير مصرح لك ببيع كميات محجوزة";
+// This item cannot be sold now.
+inline constexpr std::string_view cannot_sell_now = "لا يمكن بيع هذا الصنف حاليا ";
+// The quantity does not allow.
+inline constexpr std::string_view quantity_not_allowed = "الكمية لا تسمح";
+// The quantity in the transfer store does not allow.
+inline constexpr std::string_view transfer_store_short = "الكمية الموجودة في مخزن التحويل لا تسمح";
+// The override question: item, stock, need; sell below the stock?
+inline constexpr std::string_view override_item = "الصنف : ";
+inline constexpr std::string_view override_stock = "\nالرصيد : ";
+inline constexpr std::string_view override_need = "\nالمطلوب : ";
+inline constexpr std::string_view override_question =
+    "\nالكمية بالمخزن لا تكفي .. هل تريد البيع بأقل من الرصيد ؟";
+
+// --- editing -----------------------------------------------------------------------------------------
+// No discount can be made on a clearance-sale item.
+inline constexpr std::string_view no_clearance_discount = "لا يمكن عمل خصم لصنف من اصناف الاوكازيون";
+// This discount is not allowed: on a line, on the invoice.
+inline constexpr std::string_view line_discount_refused = "غير مسموح بهذا الخصم ";
+inline constexpr std::string_view invoice_discount_refused = "غير مسموح بهذا الخصم";
+// This discount causes a loss.
+inline constexpr std::string_view discount_loses = "هذا الخصم يسبب خسارة";
+// This price / quantity is not allowed because of a large discount.
+inline constexpr std::string_view price_against_discount = "غير مسموح بهذا السعر لوجود خصم كبير";
+inline constexpr std::string_view quantity_against_discount = "غير مسموح بهذا العدد لوجود خصم كبير";
+// Check the discount value.
+inline constexpr std::string_view check_discount = "تأكد من قيمة الخصم";
+// The quantity / price / discount is not a valid number.
+inline constexpr std::string_view wrong_quantity = "الكمية غير صحيحة";
+inline constexpr std::string_view wrong_price = "السعر غير صحيح";
+inline constexpr std::string_view wrong_discount = "قيمة الخصم غير صحيحة";
+// Enter the quantity / the price of item … before saving.
+inline constexpr std::string_view enter_quantity_of = "ادخل كمية الصنف ";
+inline constexpr std::string_view enter_price_of = "ادخل سعر الصنف ";
+
+// --- cancelling --------------------------------------------------------------------------------------
+// Cancel the receipt? / Cancel this record?
+inline constexpr std::string_view cancel_receipt = "هل تريد الغاء البون ؟";
+inline constexpr std::string_view cancel_record = "هل تريد إلغاء هذا السجل ؟";
+// Exit?
+inline constexpr std::string_view exit = "هل تريد الخروج ؟";
+
+// --- stock display and item info ---------------------------------------------------------------------
+// Quantity in store: … / zero.
+inline constexpr std::string_view stock_quantity = " الكمية بالمخزن : ";
+inline constexpr std::string_view stock_zero = " الكمية بالمخزن : صفر";
+inline constexpr std::string_view expiry_mark = "==> ";
+// No date.
+inline constexpr std::string_view no_expiry_date = "بدون تاريخ";
+// Expected profit.
+inline constexpr std::string_view expected_profit = "ربح متوقع ==> ";
+
+// --- failures ----------------------------------------------------------------------------------------
+// The connection to the database was lost; nothing has changed, try again.
+inline constexpr std::string_view connection_lost =
+    "انقطع الاتصال بقاعدة البيانات، لم يتغير شيء على الشاشة، حاول مرة أخرى";
+// The action could not be completed; nothing has changed. The reason is in the activity log.
+inline constexpr std::string_view action_failed =
+    "تعذر إتمام العملية ولم يتغير شيء على الشاشة، السبب مسجل في سجل البرنامج";
+
+}  // namespace sales::message

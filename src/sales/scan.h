@@ -1,0 +1,33 @@
+// Reading what arrives in the item-code field: typed, scanned, or scanned under an Arabic keyboard layout.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace sales {
+
+// The text as a scanner on a Latin layout would have sent it: Arabic-Indic digits become Western, letters of
+// the Arabic keyboard layout become the Latin letters of their keys, direction marks and control characters
+// go, blanks at both ends go.
+std::string normalize_scan(std::string_view text);
+
+enum class EntryForm {
+    empty,        // nothing to do
+    general,      // "*": an unlisted item
+    scale_label,  // 13 digits from "20": item code and weight
+    craftsman,    // "W" or "P" and the number of a craftsman work line
+    code,         // a barcode or an item code
+    unreadable,   // nothing that any label or keyboard of a shop produces
+};
+
+struct Entry {
+    EntryForm form = EntryForm::empty;
+    std::string text;         // normalised; of a scale label: the item code
+    double quantity = 0;      // of a scale label, in units
+    std::int64_t number = 0;  // of a craftsman line; 0 when the text after the letter is no number
+};
+
+Entry read_entry(std::string_view text);
+
+}  // namespace sales

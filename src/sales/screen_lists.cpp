@@ -1,0 +1,106 @@
+#include "sales/screen_lists.h"
+
+#include <algorithm>
+
+#include "common/text.h"
+
+namespace sales {
+
+using database::Connection;
+using database::quoted;
+using database::Row;
+using database::Sql;
+
+namespace {
+
+std::vector<Choice> choices(Connection& connection, database::Fragment statement, std::string_view code,
+                            std::string_view name) {
+    std::vector<Choice> list;
+    for (const Row& row : connection.query(statement))
+        list.push_back({row.integer(code), std::string(common::trim_right(row.text(name)))});
+    return list;
+}
+
+// Names that only shops made with this program keep in tables of their own; elsewhere the numbers stand.
+std::vector<Choice> optional_choices(Connection& connection, database::Fragment statement) {
+    try {
+        return choices(connection, statement, "code", "name");
+    } catch (const database::Error& error) {
+        if (error.is_connection_lost()) throw;
+        return {};
+    }
+}
+
+const Choice* find(const std::vector<Choice>& list, std::int64_t code) {
+    const auto found =
+        std::find_if(list.begin(), list.end(), [&](const Choice& c) { return c.code == code; });
+    return found == list.end() ? nullptr : &*found;
+}
+
+std::string shown_moment(const Row& row, std::string_view column) {
+    return row.null(column) ? std::string() : common::moment_text(row.moment(column));
+}
+
+}  // namespace
+
+std::string name_of(const std::vector<Choice>& list, std::int64_t code) {
+    const Choice* choice = find(list, code);
+    return choice == nullptr ? std::string() : choice->name;
+}
+
+bool contains(const std::vector<Choice>& list, std::int64_t code) {
+    return find(list, code) != nullptr;
+}
+
+std::string group_name(const Lists& lists, std::int64_t item_type) {
+    if (item_type == 0) return {};
+    const Choice* choice = find(lists.item_types, item_type);
+    return choice == nullptr ? std::to_string(item_type) : choice->name;
+}
+
+Lists load_lists(Connection& connection) {
+    Lists lists;
+    lists.stores = choices(connection, "select * from stocks", "code", "name");
+    lists.users = choices(connection, "select * from [users]", "code", "name");
+    lists.banks = choices(connection, "select * from bankdata where isnull(mob,0) = 0 ", "bcode", "bname");
+    lists.user_filter = choices(connection, "select * from users", "code", "name");
+    lists.user_filter.push_back({all_users, std::string(all_users_name)});
+    lists.workers = choices(connection, "select * from worker", "work_code", "work_name");
+    lists.item_types = optional_choices(connection, "select * from item_types");
+    lists.makers = optional_choices(connection, "select * from makers");
+    reload_parties(connection, lists);
+    return lists;
+}
+
+void reload_parties(Connection& connection, Lists& lists) {
+    lists.account_customers = choices(connection, "select * from custdata order by ccode", "ccode", "cname");
+    lists.tips_receivers = choices(connection, "select * from boundata order by ccode", "ccode", "cname");
+}
+
+std::vector<ShiftRow> load_shifts(Connection& connection, const signin::Session& session) {
+    std::vector<ShiftRow> shifts;
+    for (const Row& row : connection.query(Sql("select * FROM shift  where stcode = ") + session.store_code +
+                                           " and cash_no = " + session.cash_point + "  Order By scode"))
+        shifts.push_back({row.integer("scode"), shown_moment(row, "s_date"), shown_moment(row, "e_date")});
+    return shifts;
+}
+
+std::vector<std::string> load_news(Connection& connection) {
+    std::vector<std::string> news;
+    for (const Row& row : connection.query("select * from news"))
+        if (std::string line(common::trim(row.text("nname"))); !line.empty()) news.push_back(std::move(line));
+    return news;
+}
+
+void load_sale_period(Connection& connection, const common::Date& today) {
+    connection.execute("delete from tmp_price");
+    const auto periods = connection.query(Sql("select * from sal_prd where sale_from <=") + quoted(today) +
+                                          " and sale_to >= " + quoted(today));
+    if (!periods.empty())
+        connection.execute(Sql("INSERT INTO tmp_price (icode,p_per,s_price) select "
+                               "icode,isnull(p_per,0),s_price from sale_price where sale_prd = ") +
+                           periods.front().integer("sale_no"));
+    connection.settle();
+}
+
+}  // namespace sales
