@@ -7,6 +7,7 @@
 #include "database/recordset.h"
 #include "sales/recall.h"
 #include "sales/saving_messages.h"
+#include "sales/stock_check.h"
 
 namespace sales {
 
@@ -16,9 +17,6 @@ using database::quoted;
 using database::Sql;
 
 namespace {
-
-// Binary sums of decimal quantities (0.1 + 0.2) must not refuse the last piece.
-constexpr double tolerance = 1e-6;
 
 class Checks {
   public:
@@ -72,10 +70,8 @@ class Checks {
                 continue;
             double& need = needed[*line.item_code];
             need += line.base_quantity();
-            const double held = database::number_of(
-                connection_.scalar(Sql("select SUM(QUAN) as quan from stk where icode = ") + *line.item_code +
-                                   " and stcode = " + invoice_.store));
-            if (held < need - tolerance) return line.name;
+            if (!stock_suffices(available_stock(connection_, *line.item_code, invoice_.store), need))
+                return line.name;
         }
         return std::nullopt;
     }
