@@ -76,6 +76,16 @@ inline constexpr std::string_view wrong_discount = "قيمة الخصم غير �
 inline constexpr std::string_view enter_quantity_of = "ادخل كمية الصنف ";
 inline constexpr std::string_view enter_price_of = "ادخل سعر الصنف ";
 
+// --- recalled receipts ------------------------------------------------------------------------------
+// The receipt does not exist.
+inline constexpr std::string_view no_such_receipt = "البون غير موجود";
+// This receipt was saved before; save it again as a new receipt?
+inline constexpr std::string_view save_as_new = "هذا البون محفوظ من قبل .. هل تريد حفظه كبون جديد ؟";
+// Nothing is left of this receipt to return.
+inline constexpr std::string_view nothing_to_return = "تم ارتجاع كل أصناف هذا البون من قبل";
+// There is no receipt to print again.
+inline constexpr std::string_view nothing_to_reprint = "لا يوجد بون لاعادة طباعته";
+
 // --- cancelling --------------------------------------------------------------------------------------
 // Cancel the receipt? / Cancel this record?
 inline constexpr std::string_view cancel_receipt = "هل تريد الغاء البون ؟";

@@ -2,7 +2,9 @@
 // A face calls an action and repaints from what this class then holds.
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,6 +18,7 @@
 #include "sales/item_info.h"
 #include "sales/kinds.h"
 #include "sales/payment.h"
+#include "sales/recall.h"
 #include "sales/saving.h"
 #include "sales/screen_lists.h"
 #include "sales/search.h"
@@ -44,13 +47,12 @@ struct StockShown {
     std::vector<std::string> expiries;  // "==> yyyy/mm/dd" or "==> بدون تاريخ"
 };
 
-// What the last saved receipt was, for the cashier who still counts the change.
+// The last receipt saved here, for the cashier who still counts the change, and for printing it again.
 struct LastReceipt {
-    std::int64_t number = 0;
-    KindOption kind = KindOption::sale;
-    double net = 0;
-    double paid = 0;
-    double change = 0;
+    Invoice invoice;
+    PaymentTaken payment;
+    std::int64_t shift = 0;
+    common::TimeOfDay time;
 };
 
 // Lines are counted from 0; the grid shows line 0 as number 1. Every action keeps the screen usable whatever
@@ -71,8 +73,8 @@ class SalesScreen {
     const std::vector<ShiftRow>& shifts() const { return shifts_; }
     // The open shift of this drawer; 0 between shifts.
     std::int64_t shift_number() const;
-    // "بيع نقدي", "مرتجع الي" and the like; beside it the customer's name on account invoices.
-    std::string kind_label() const;
+    // "بيع نقدي", "مرتجع الي" and the like; on account invoices invoice().customer_name stands beside it.
+    std::string_view kind_label() const { return kind_caption(invoice_.kind, invoice_.payment); }
     std::uint32_t grid_colour() const { return sales::grid_colour(invoice_.kind); }  // 0xBBGGRR
     bool payment_enabled(PaymentOption payment) const {
         return sales::payment_enabled(payment, invoice_.kind);
@@ -91,11 +93,14 @@ class SalesScreen {
     const std::string& display_text() const { return display_text_; }  // last sent to the customer display
     std::optional<double> pending_quantity() const { return pending_quantity_; }
     const std::optional<LastReceipt>& last_receipt() const { return last_receipt_; }
-    bool recalled() const { return recalled_; }  // a saved receipt is on the screen
+    // A saved receipt is on the screen, as it was saved or as the return started from it.
+    bool recalled() const { return recalled_.has_value(); }
+    // An action is at work, perhaps waiting for an answer; another one would be ignored.
+    bool busy() const { return busy_; }
 
     // --- header --------------------------------------------------------------------------------------
     void choose_store(int code);  // draws the number again
-    void choose_date(const common::Date& date) { invoice_.date = date; }
+    bool choose_date(const common::Date& date);
     // An account customer by code; false, with nothing changed, when the list has it not.
     bool choose_customer(std::int64_t code);
     bool choose_tips_receiver(std::int64_t code);
@@ -162,21 +167,41 @@ class SalesScreen {
     SaveOutcome SaveInvoice();
     bool CancelInvoice();  // asks; clears the lines and goes back to the default options
     bool CancelRecord();   // asks; clears the header's entries as well
-    // Puts a saved receipt on the screen, or lines that another screen hands over (an offer).
-    void show_recalled(Invoice invoice);
-    void load_invoice(Invoice invoice);
+    // Brings a saved receipt back by the number typed, in the series of the kind and payment selected.
+    bool recall(std::string_view number);
+    // Turns the recalled sale into the return of what is left of it (permission of the return kind).
+    bool start_return();
+    // Prints the recalled receipt again, or else the last one saved here (permission 221).
+    bool reprint();
+    // Puts lines on the screen that another screen hands over (an offer) as a new invoice with the next
+    // number.
+    bool load_invoice(Invoice invoice);
     // A new, empty invoice with the next number and the default options, unasked.
     void clear();
 
   private:
-    template <typename Action>
-    auto guarded(std::string_view name, Action action) -> decltype(action());
-    void start_invoice();
-    void line_changed(std::size_t row);
+    // Runs one action of the cashier. An error becomes a message and a log line, the invoice is put back as
+    // it was, and `otherwise` is answered; so it is for an action that comes while another still runs.
+    template <typename Answer, typename Action>
+    Answer guarded(std::string_view name, Answer otherwise, Action action);
+    void report(std::string_view name, const std::exception& error);
+
+    common::Date server_date();
+    void apply_kind(KindOption kind);
+    void apply_payment(PaymentOption payment);
+    void draw_number();
+    bool enter(std::string_view text);
+    void line_changed(std::optional<std::size_t> row);
+    void refresh_stock();
+    bool lines_complete();
+    bool deny();
+    void reset_invoice();
+    void finish_save(const PaymentTaken& taken);
 
     database::Connection& connection_;
     signin::Session& session_;
     common::Outside outside_;
+    printing::ReceiptPrinter& printer_;
     Saving saving_;
 
     Invoice invoice_;
@@ -189,11 +214,15 @@ class SalesScreen {
     StockShown stock_shown_;
     std::string display_text_;
     std::optional<double> pending_quantity_;
+    int chosen_store_ = 0;
+    std::int64_t chosen_customer_ = walk_in_customer;  // kept while the payment is another
     std::optional<LastReceipt> last_receipt_;
-    bool recalled_ = false;
-    bool save_begun_ = false;
-    int default_price_level_ = 2;
+    std::optional<RecalledInvoice> recalled_;
+    bool recalled_edited_ = false;
     std::unique_ptr<Payment> payment_;
+    bool save_begun_ = false;
+    std::int64_t shift_ = 0;  // found when the save was begun
+    bool busy_ = false;
 };
 
 }  // namespace sales

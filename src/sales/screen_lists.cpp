@@ -65,11 +65,15 @@ Lists load_lists(Connection& connection) {
     lists.banks = choices(connection, "select * from bankdata where isnull(mob,0) = 0 ", "bcode", "bname");
     lists.user_filter = choices(connection, "select * from users", "code", "name");
     lists.user_filter.push_back({all_users, std::string(all_users_name)});
-    lists.workers = choices(connection, "select * from worker", "work_code", "work_name");
+    lists.workers = load_workers(connection);
     lists.item_types = optional_choices(connection, "select * from item_types");
     lists.makers = optional_choices(connection, "select * from makers");
     reload_parties(connection, lists);
     return lists;
+}
+
+std::vector<Choice> load_workers(Connection& connection) {
+    return choices(connection, "select * from worker", "work_code", "work_name");
 }
 
 void reload_parties(Connection& connection, Lists& lists) {

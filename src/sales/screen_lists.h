@@ -36,6 +36,8 @@ struct Lists {
     std::vector<Choice> makers;
 };
 Lists load_lists(database::Connection& connection);
+// The salesmen alone, read anew when the payment dialog opens.
+std::vector<Choice> load_workers(database::Connection& connection);
 // The group shown for an item type: its name, else its number, nothing for 0.
 std::string group_name(const Lists& lists, std::int64_t item_type);
 // Account customers and tips receivers again, after one was added on its own screen.
