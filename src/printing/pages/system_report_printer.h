@@ -1,0 +1,28 @@
+// Reports on the system's printer.
+#pragma once
+
+#include <filesystem>
+
+#include "common/outside.h"
+#include "printing/report_printer.h"
+
+namespace printing::pages {
+
+// PDF files of a workstation without a printer go to the folder `Receipts` of `program_folder`.
+class SystemReportPrinter final : public ReportPrinter {
+  public:
+    SystemReportPrinter(common::Outside outside, std::filesystem::path program_folder)
+        : outside_(outside), folder_(std::move(program_folder)) {}
+
+    bool print(const Report& report) override;
+    void preview(const Report& report) override;
+    bool save_pdf(const Report& report, const std::filesystem::path& file) override;
+    bool save_csv(const Report& report, const std::filesystem::path& file) override;
+
+  private:
+    bool failed(std::string_view message, std::string_view reason);
+    common::Outside outside_;
+    std::filesystem::path folder_;
+};
+
+}  // namespace printing::pages

@@ -1,0 +1,78 @@
+#include "printing/ports_offered.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+
+#include "common/ports.h"
+#include "common/text.h"
+#include "printing/text_receipt.h"
+
+namespace printing {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view system_printer = "win";
+
+// A file that is not there yet can be written when its folder can; a device node must be there.
+bool can_write(const fs::path& path) {
+    std::error_code ignored;
+    if (fs::is_directory(path, ignored)) return false;
+    if (fs::exists(path, ignored)) return access(path.c_str(), W_OK) == 0;
+    const bool is_device = path.string().starts_with("/dev/");
+    const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+    return !is_device && access(folder.c_str(), W_OK) == 0;
+}
+
+// A serial line without a device behind it exists all the same; nothing can tell from here.
+std::vector<std::string> device_nodes(const fs::path& devices) {
+    std::vector<std::string> nodes;
+    for (const auto& [folder, prefix] : {std::pair{devices / "usb", "lp"}, std::pair{devices, "ttyUSB"},
+                                         std::pair{devices, "ttyACM"}, std::pair{devices, "lp"}}) {
+        std::error_code failed;
+        for (fs::directory_iterator entry(folder, failed), end; !failed && entry != end;
+             entry.increment(failed)) {
+            if (entry->path().filename().string().starts_with(prefix))
+                nodes.push_back(entry->path().string());
+        }
+    }
+    std::sort(nodes.begin(), nodes.end());
+    return nodes;
+}
+
+}  // namespace
+
+std::vector<PortOffer> ports_offered(const PrinterChoice& in_use, const fs::path& devices) {
+    std::vector<PortOffer> offers = {{std::string(system_printer), "", true}};
+    const auto is_offered = [&offers](std::string_view device) {
+        return std::any_of(offers.begin(), offers.end(),
+                           [device](const PortOffer& offer) { return offer.device == device; });
+    };
+    // Names stand for nodes under /dev; another folder takes its place in tests.
+    const auto node_of = [&devices](const std::string& port) {
+        const std::string path = common::port_path(port);
+        return path.starts_with("/dev/") ? (devices / path.substr(5)).string() : path;
+    };
+    for (const std::string& port : common::known_ports())
+        offers.push_back({port, node_of(port), can_write(node_of(port))});
+    for (const std::string& node : device_nodes(devices)) {
+        if (!is_offered(node)) offers.push_back({node, node, can_write(node)});
+    }
+    const std::string used = std::string(common::trim(in_use.receipt_port));
+    if (in_use.is_text_port() && !used.empty() && !is_offered(node_of(used)))
+        offers.push_back({used, node_of(used), can_write(node_of(used))});
+    return offers;
+}
+
+PrinterChoice choose(const PortOffer& offer, int columns) {
+    return {offer.port, columns};
+}
+
+bool print_test(common::Devices& devices, const PrinterChoice& choice, const PrinterCodes& codes) {
+    return choice.is_text_port() &&
+           devices.write_port(choice.receipt_port, test_print(choice.line_width, codes));
+}
+
+}  // namespace printing

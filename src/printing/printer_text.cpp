@@ -1,0 +1,157 @@
+#include "printing/printer_text.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "common/code_page.h"
+#include "common/numbers.h"
+#include "common/text.h"
+
+namespace printing {
+
+namespace {
+
+constexpr int first_looked_up = 154;  // codes below it are moved by 128, from it on they are in `codes`
+constexpr int space = ' ';
+constexpr int lam = 225;
+constexpr int hamza = 193;
+constexpr std::array alefs = {199, 194, 195, 197};  // plain, madda, hamza above, hamza below
+
+constexpr unsigned char converted_blank = 0xA0;
+
+// Codes of "رزوؤدذاأآإةء", the letters that never join the one after them.
+constexpr std::array never_join_next = {209, 210, 230, 196, 207, 208, 199, 195, 194, 197, 201, hamza};
+
+template <std::size_t N>
+bool holds(const std::array<int, N>& codes, int code) {
+    return std::find(codes.begin(), codes.end(), code) != codes.end();
+}
+
+bool is_digit(int wc) {
+    return wc >= '0' && wc <= '9';
+}
+
+// Page 1256 mixes letters, French letters and signs above 192.
+bool is_letter(int wc) {
+    if (wc == 154 || wc == 159 || wc == 170 || wc == 192 || wc == 255) return true;  // of other languages
+    if (wc >= hamza && wc <= 214) return true;
+    if (wc >= 216 && wc <= 223) return true;  // with the stretching stroke
+    return wc == lam || (wc >= 227 && wc <= 230) || wc == 236 || wc == 237;
+}
+
+bool joins_previous(int wc) {
+    return is_letter(wc) && wc != hamza;
+}
+bool joins_next(int wc) {
+    return is_letter(wc) && !holds(never_join_next, wc);
+}
+
+// Vowel signs and direction marks stand over or between letters and take no room of their own.
+bool takes_no_room(char32_t c) {
+    return (c >= 0x064B && c <= 0x065F) || c == 0x0670 || (c >= 0x200B && c <= 0x200F) ||
+           (c >= 0x202A && c <= 0x202E) || (c >= 0x2060 && c <= 0x2069) || (c >= 0xFE00 && c <= 0xFE0F) ||
+           c == 0xFEFF;
+}
+
+bool is_arabic(char32_t c) {
+    return (c >= 0x0620 && c <= 0x06FF) || (c >= 0xFB50 && c <= 0xFDFF) || (c >= 0xFE70 && c <= 0xFEFC);
+}
+
+// The characters' codes in page 1256; one that the page has not counts as a space.
+std::vector<int> codes_of(std::string_view text) {
+    std::vector<int> codes;
+    for (const char32_t c : common::code_points(text)) {
+        if (takes_no_room(c)) continue;
+        codes.push_back(common::code_in_page_1256(c).value_or(space));
+    }
+    return codes;
+}
+
+class Conversion {
+  public:
+    Conversion(std::vector<int> letters, const PrinterCodes& codes)
+        : letters_(std::move(letters)), codes_(codes) {}
+
+    std::string run() {
+        while (at_ < letters_.size())
+            pieces_.push_back(next_piece());
+        std::string printed;
+        for (auto piece = pieces_.rbegin(); piece != pieces_.rend(); ++piece)
+            printed += *piece;
+        return printed;
+    }
+
+  private:
+    int letter(std::size_t position) const { return position < letters_.size() ? letters_[position] : space; }
+
+    // A letter that can join the next one is written joined when the next one lets it ("زيت" has its yeh
+    // joined to the teh). One that never does, a lam-alef too, is joined when the letter before reaches over
+    // to it, and unjoined at the end of a word.
+    std::string next_piece() {
+        const int wc = letter(at_);
+        if (is_digit(wc)) return number();
+        ++at_;
+        if (wc < first_looked_up) return std::string(1, static_cast<char>(moved(wc)));
+        if (wc == lam && holds(alefs, letter(at_))) {
+            if (const auto ligature = codes_.find(PrinterCodes::lam_alef(letter(at_)))) {
+                ++at_;
+                return std::string(
+                    1, joined_to_previous(at_ - 2) ? ligature->joined_byte() : ligature->unjoined_byte());
+            }
+        }
+        const auto forms = codes_.find(wc);
+        if (!forms) return std::string(1, static_cast<char>(converted_blank));
+        const bool joined =
+            is_letter(wc) && (joins_next(wc) ? joins_previous(letter(at_)) : joined_to_previous(at_ - 1));
+        return std::string(1, joined ? forms->joined_byte() : forms->unjoined_byte());
+    }
+
+    bool joined_to_previous(std::size_t first) const {
+        return letter(at_) != space && first > 0 && joins_next(letter(first - 1));
+    }
+
+    // A run of digits in reading order, with the marks that stand within one number ("1.5", "1/2"): numbers
+    // are written as they are.
+    std::string number() {
+        std::string digits;
+        const auto is_inner_mark = [this](int wc) {
+            return (wc == '.' || wc == ',' || wc == '/' || wc == ':') && is_digit(letter(at_ + 1));
+        };
+        while (is_digit(letter(at_)) || (!digits.empty() && is_inner_mark(letter(at_))))
+            digits += static_cast<char>(letters_[at_++]);
+        return digits;
+    }
+
+    static unsigned char moved(int wc) {
+        const bool has_place = wc >= space && wc < 127;  // a sign, or a code that 128 more takes off the page
+        return has_place ? static_cast<unsigned char>(wc + 128) : converted_blank;
+    }
+
+    std::vector<int> letters_;
+    const PrinterCodes& codes_;
+    std::size_t at_ = 0;
+    std::vector<std::string> pieces_;
+};
+
+}  // namespace
+
+std::string printer_text(std::string_view text, const PrinterCodes& codes) {
+    return Conversion(codes_of(common::western_digits(text)), codes).run();
+}
+
+std::string name_text(std::string_view text, const PrinterCodes& codes) {
+    const std::u32string characters = common::code_points(text);
+    if (std::any_of(characters.begin(), characters.end(), is_arabic)) return printer_text(text, codes);
+    std::string printed;
+    for (const int wc : codes_of(text)) {
+        const auto forms = codes.find(wc);
+        if (wc >= space && wc < 127)
+            printed += static_cast<char>(wc);
+        else
+            printed += wc >= first_looked_up && forms ? forms->unjoined_byte() : ' ';
+    }
+    return printed;
+}
+
+}  // namespace printing

@@ -1,0 +1,63 @@
+#include "printing/report.h"
+
+#include <string_view>
+
+#include "common/numbers.h"
+
+namespace printing {
+
+namespace {
+
+// "=1+1" typed as a customer's name must not become a formula in the owner's spreadsheet.
+bool looks_like_formula(std::string_view cell) {
+    if (cell.empty()) return false;
+    if (cell.front() == '=' || cell.front() == '@' || cell.front() == '\t' || cell.front() == '\r')
+        return true;
+    return (cell.front() == '-' || cell.front() == '+') && !common::parse_number(cell);
+}
+
+std::string csv_cell(std::string_view text) {
+    const std::string cell = (looks_like_formula(text) ? "'" : "") + std::string(text);
+    if (cell.find_first_of(",\"\r\n") == std::string::npos) return cell;
+    std::string quoted = "\"";
+    for (const char c : cell) {
+        if (c == '"') quoted += c;
+        quoted += c;
+    }
+    return quoted + "\"";
+}
+
+std::string csv_line(const std::vector<std::string>& cells) {
+    std::string line;
+    for (const std::string& cell : cells) {
+        if (&cell != &cells.front()) line += ',';
+        line += csv_cell(cell);
+    }
+    return line + "\r\n";
+}
+
+}  // namespace
+
+std::string report_csv(const Report& report) {
+    std::string csv = "\xEF\xBB\xBF" + csv_line({report.title});
+    for (const std::string& subtitle : report.subtitles)
+        csv += csv_line({subtitle});
+    for (const auto& [label, value] : report.captions)
+        csv += csv_line({label, value});
+    if (!report.columns.empty()) {
+        std::vector<std::string> headings;
+        for (const ReportColumn& column : report.columns)
+            headings.push_back(column.heading);
+        csv += csv_line(headings);
+    }
+    for (const auto& row : report.rows)
+        csv += csv_line(row);
+    if (!report.sum_row.empty()) csv += csv_line(report.sum_row);
+    for (const auto& [label, value] : report.totals)
+        csv += csv_line({label, value});
+    for (const std::string& footer : report.footers)
+        csv += csv_line({footer});
+    return csv;
+}
+
+}  // namespace printing

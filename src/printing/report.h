@@ -1,0 +1,42 @@
+// A printed report as plain data: a title, captions, one table, totals. Drawn in pages/report_page.h.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace printing {
+
+enum class Align { start, centre, end };  // of a right-to-left page: start is the right
+enum class Orientation { portrait, landscape };
+
+struct ReportColumn {
+    std::string heading;
+    Align align = Align::start;  // figures stand at the end, so that their decimals line up
+    double share = 1;            // of the width, against the other columns
+};
+
+// A label with its value.
+using Caption = std::pair<std::string, std::string>;
+
+struct Report {
+    std::string name;  // of the file in which it is kept, Latin letters: "shift", "statement"
+    std::string store_name;
+    std::string title;
+    std::vector<std::string> subtitles;          // under the title, centred
+    std::vector<Caption> captions;               // two a row above the table
+    std::vector<ReportColumn> columns;           // from the right; without columns there is no table
+    std::vector<std::vector<std::string>> rows;  // cells in the columns' order; missing ones are empty
+    std::vector<std::string> sum_row;            // closes the table in bold; empty for none
+    std::vector<Caption> totals;                 // the last one stands out
+    std::vector<std::string> footers;            // under the totals: notes, an amount in words
+    std::vector<std::string> signatures;         // captions of signature lines at the end
+    Orientation orientation = Orientation::portrait;
+};
+
+// The report as comma-separated values in UTF-8 with a byte order mark, lines ending in CR LF: title,
+// captions, headings, rows, sums and totals, each on lines of their own. Texts that hold a comma, a quote or
+// a line end are quoted; a text that a spreadsheet would take for a formula is led by an apostrophe.
+std::string report_csv(const Report& report);
+
+}  // namespace printing

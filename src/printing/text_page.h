@@ -1,0 +1,48 @@
+// A page of a roll printer: lines of a fixed width and the printer's control bytes.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace printing {
+
+namespace control {
+inline constexpr std::string_view initialise = "\x1B@";
+inline constexpr std::string_view arabic_page = "\x1BT0864";
+inline constexpr std::string_view shift_out = "\x0E";
+inline constexpr std::string_view double_width_on = "\x1B\x0E";
+inline constexpr std::string_view double_width_off = "\x1B\x14";
+inline constexpr std::string_view shift_off = "\x14";
+inline constexpr std::string_view feed_one_line = "\x1B\x64\x01";
+}  // namespace control
+
+// The whole of a division, halves going to the even neighbour; 0 where it would be negative.
+std::size_t blanks(int dividend, int divisor);
+std::string spaces(std::size_t count);
+// Padded with spaces on the left to the width, and cut to its rightmost characters.
+std::string right_aligned(std::string_view bytes, std::size_t width);
+// Padded with spaces on the right to the width, and cut to its leftmost characters.
+std::string left_aligned(std::string_view bytes, std::size_t width);
+
+class TextPage {
+  public:
+    explicit TextPage(int width) : width_(width) {}
+
+    int width() const { return width_; }
+    // A line of text, cut to the width.
+    void line(std::string_view bytes);
+    // A line with (width − length) / 2 spaces on each side; `length` is the text's own before its conversion.
+    void centred(std::string_view bytes, std::size_t length);
+    void rule();
+    // Control bytes, on a line of their own and without a line end.
+    void control_line(std::string_view bytes);
+    void control(std::string_view bytes);
+
+    const std::string& bytes() const { return bytes_; }
+
+  private:
+    int width_;
+    std::string bytes_;
+};
+
+}  // namespace printing

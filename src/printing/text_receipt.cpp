@@ -1,0 +1,196 @@
+#include "printing/text_receipt.h"
+
+#include <algorithm>
+#include <array>
+
+#include "common/numbers.h"
+#include "common/text.h"
+#include "printing/printer_text.h"
+#include "printing/text_page.h"
+
+namespace printing {
+
+namespace {
+
+constexpr int narrowest = 32;            // no roll printer has fewer columns
+constexpr std::size_t number_field = 7;  // of an item line
+constexpr std::string_view field_gap = "  ";
+constexpr std::size_t before_name = 3 * (number_field + field_gap.size());
+constexpr std::size_t amount_field = 10;  // of a totals line
+constexpr std::size_t moment_gap = 14;    // between the time and the date
+constexpr std::size_t heading_gap = 7;    // between the price's and the name's heading
+
+namespace label {
+constexpr std::string_view time = "الوقت";
+constexpr std::string_view date = "التاريخ";
+constexpr std::string_view number = "بون رقم";  // receipt number
+constexpr std::string_view line_total = "اجمالي";
+constexpr std::string_view quantity = "كمية";
+constexpr std::string_view price = "سـعـر";
+constexpr std::string_view item = "اسم الصـنف";
+constexpr std::string_view total = "الاجمــالي";
+constexpr std::string_view discount = "خــصم";
+constexpr std::string_view net = "الصــافي";
+constexpr std::string_view paid = "المدفـــوع";
+constexpr std::string_view remaining = "المتبقي";
+constexpr std::array closing = {
+    std::string_view("برجاء الاحتفاظ بالبون"),    // please keep the receipt
+    std::string_view("شكرا و دائما في خدمتكم")};  // thank you, always at your service
+constexpr std::string_view see_you = "Visit us again soon...";
+}  // namespace label
+
+class TextReceipt {
+  public:
+    TextReceipt(const Receipt& receipt, Form form, int width, const PrinterCodes& codes)
+        : receipt_(receipt), form_(form), codes_(codes), page_(width) {}
+
+    std::string bytes() {
+        open_page();
+        header();
+        items();
+        totals();
+        footer();
+        return page_.bytes();
+    }
+
+  private:
+    std::string arabic(std::string_view text) const { return printer_text(text, codes_); }
+
+    void open_page() {
+        page_.control_line(control::initialise);
+        page_.control_line(control::arabic_page);
+        page_.control_line(control::shift_out);
+    }
+
+    void header() {
+        page_.control_line(control::double_width_on);
+        double_width(receipt_.store_name);
+        page_.control_line(control::double_width_off);
+        page_.control(control::shift_off);
+        page_.centred(name_text(receipt_.second_store_name, codes_),
+                      common::length(receipt_.second_store_name));
+        if (form_ != Form::no_telephone) {
+            const std::string telephone = "Tel : " + name_text(receipt_.telephone, codes_);
+            page_.centred(telephone, telephone.size());
+        }
+        const auto width = static_cast<std::size_t>(page_.width());
+        page_.line(right_aligned(arabic(label::time) + ":" + common::twelve_hour_text(receipt_.time) +
+                                     spaces(moment_gap) + arabic(label::date) + ":" +
+                                     common::date_text(receipt_.date),
+                                 width));
+        page_.line(right_aligned(arabic(label::number) + " : " + std::to_string(receipt_.number), width));
+    }
+
+    // Two spaces less before the name than after it. A name beyond the line keeps its beginning, at the
+    // right.
+    void double_width(std::string_view name) {
+        const int length = static_cast<int>(common::length(name));
+        const std::size_t margin = blanks(page_.width() - length, 4);
+        std::string printed = name_text(name, codes_);
+        const auto width = static_cast<std::size_t>(page_.width());
+        if (printed.size() > width) printed = right_aligned(printed, width);
+        page_.line(spaces(margin > 2 ? margin - 2 : 0) + printed + spaces(margin));
+    }
+
+    void items() {
+        page_.rule();
+        page_.line(arabic(label::line_total) + spaces(2) + arabic(label::quantity) + spaces(2) +
+                   arabic(label::price) + spaces(heading_gap) + arabic(label::item));
+        page_.rule();
+        const std::size_t name_field = static_cast<std::size_t>(page_.width()) - before_name;
+        for (const ReceiptLine& line : receipt_.lines) {
+            std::string printed;
+            for (const double figure : {line.total, line.quantity, line.price}) {
+                printed += right_aligned(common::format_amount(figure), number_field);
+                printed += field_gap;
+            }
+            page_.line(printed + right_aligned(name_text(line.item_name, codes_), name_field));
+        }
+    }
+
+    void totals() {
+        page_.rule();
+        total(label::total, receipt_.total);
+        total(label::discount, receipt_.discount);
+        total(label::net, receipt_.net);
+        if (form_ != Form::reprint) {
+            total(label::paid, receipt_.paid);
+            total(label::remaining, receipt_.remaining);
+        }
+        page_.rule();
+    }
+
+    // The amount ends where its field of 10 ends; a longer one reaches into the margin before it, as a total
+    // that loses its first digits would be another total. The label fills what is left of the line.
+    void total(std::string_view name, double amount) {
+        const std::size_t amount_end =
+            blanks(page_.width() - static_cast<int>(amount_field), 2) + amount_field;
+        const std::size_t label_field =
+            static_cast<std::size_t>(page_.width()) - amount_end - field_gap.size();
+        page_.line(right_aligned(common::format_amount(amount), amount_end) + std::string(field_gap) +
+                   left_aligned(arabic(name), label_field));
+    }
+
+    void footer() {
+        for (const std::string_view text : label::closing)
+            page_.centred(arabic(text), common::length(text));
+        page_.centred(label::see_you, label::see_you.size());
+        page_.control("\n\n\n\n\n");
+        page_.control_line(control::feed_one_line);
+    }
+
+    const Receipt& receipt_;
+    Form form_;
+    const PrinterCodes& codes_;
+    TextPage page_;
+};
+
+constexpr std::array alphabet = {
+    std::string_view("ا أ إ آ ب ت ث ج ح خ د ذ"), std::string_view("ر ز س ش ص ض ط ظ ع غ ف"),
+    std::string_view("ق ك ل م ن ه ة و ؤ ي ى ئ ء"), std::string_view("لا لأ لإ لآ بلا بلأ"),
+    std::string_view("أبجد هوز حطي كلمن سعفص قرشت")};
+
+}  // namespace
+
+std::string text_receipt(const Receipt& receipt, Form form, int width, const PrinterCodes& codes) {
+    return TextReceipt(receipt, form, std::max(width, narrowest), codes).bytes();
+}
+
+std::string test_print(int width, const PrinterCodes& codes) {
+    TextPage page(width);
+    const auto columns = static_cast<std::size_t>(width);
+    page.control_line(control::initialise);
+    page.control_line(control::arabic_page);
+    std::string tens;
+    std::string units;
+    for (std::size_t column = 1; column <= columns; ++column) {
+        tens += column % 10 == 0 ? static_cast<char>('0' + column / 10) : ' ';
+        units += static_cast<char>('0' + column % 10);
+    }
+    page.line(tens);
+    page.line(units);
+    page.rule();
+    for (const std::string_view letters : alphabet)
+        page.line(right_aligned(printer_text(letters, codes), columns));
+    page.line(right_aligned("0123456789  12345.50", columns));
+    page.control_line(control::double_width_on);
+    page.line(printer_text("عرض مزدوج", codes));  // double width
+    page.control_line(control::double_width_off);
+    page.control(control::shift_off);
+    page.rule();
+    page.control("\n\n\n\n\n");
+    page.control_line(control::feed_one_line);
+    return page.bytes();
+}
+
+int width_of(std::string_view bytes) {
+    std::size_t longest = 0;
+    for (std::size_t at = 0; at < bytes.size();) {
+        const std::size_t end = std::min(bytes.find_first_not_of('-', at), bytes.size());
+        longest = std::max(longest, end - at);
+        at = end + 1;
+    }
+    return longest == 40 ? 40 : 48;
+}
+
+}  // namespace printing
