@@ -1,6 +1,7 @@
 // A shop on a server, reached through unixODBC and the FreeTDS driver.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -14,5 +15,9 @@ namespace database {
 // password or a missing database keeps the server's own text. When the connection is lost in mid-day the
 // statement throws Error 08S01, and the next one connects again.
 std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string);
+
+// The driver's own connection string for the program's: `driver` is its name or library in braces.
+std::string freetds_connection_string(const std::string& connection_string, const std::string& driver,
+                                      const std::string& host, std::uint16_t port);
 
 }  // namespace database

@@ -1,0 +1,46 @@
+// A connection through the ODBC driver manager that survives the loss of its server.
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "database/odbc_statement.h"
+
+namespace database {
+
+// The description of every connect that finds no server; start-up looks for it.
+inline constexpr const char* server_unreachable = "SQL Server does not exist or access denied.";
+
+struct OdbcRoad {
+    std::string driver_string;      // the driver's own connection string
+    std::string opening_statement;  // run on every new connection; may be empty
+    int login_seconds = 5;
+    int query_seconds = 30;
+};
+
+// Connects when made. A statement that finds the connection lost, or waits longer than query_seconds, throws
+// and drops the connection; the next one makes a new one first.
+class OdbcConnection final : public Connection {
+  public:
+    explicit OdbcConnection(OdbcRoad road);
+
+    // Every statement is durable when the server has answered it.
+    void settle() override {}
+    bool is_embedded() const override { return false; }
+    Table describe(std::string_view table) override;
+    Outcome run(std::string_view statement, const std::vector<Value>& values) override;
+
+  private:
+    void connect();
+    void disconnect();
+    // Runs something on a living connection and turns its failure into an Error about the statement.
+    template <typename Work>
+    auto guarded(std::string_view statement, Work work);
+
+    OdbcRoad road_;
+    OdbcHandle environment_;
+    OdbcHandle connection_;                                // none while the server is lost
+    std::map<std::string, Table, std::less<>> described_;  // until a statement changes a table
+};
+
+}  // namespace database

@@ -1,0 +1,27 @@
+// Where a data source of the program's connection string leads to.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace database {
+
+// "shop-pc", "192.168.1.5,1434", "tcp:shop-pc", "SHOPPC\SQLEXPRESS"; "." and "(local)" are this computer.
+// A port makes the instance needless, and the instance MSSQLSERVER is the default one.
+struct DataSource {
+    std::string host;
+    std::string instance;               // empty for the default one
+    std::optional<std::uint16_t> port;  // as given
+};
+DataSource parse_data_source(std::string_view text);
+
+// The TCP port of a named instance, as the server's browser service tells it. Nothing when no answer that
+// names one comes within the time.
+std::optional<std::uint16_t> ask_instance_port(const std::string& host, const std::string& instance,
+                                               std::chrono::milliseconds within,
+                                               std::uint16_t browser_port = 1434);
+
+}  // namespace database

@@ -1,0 +1,85 @@
+// A made-up server on the loopback that speaks just enough of the server's protocol to be logged in to, to
+// answer with rows, errors or silence, and to die: for what a real server cannot be asked to do in a test.
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include "database/value.h"
+
+namespace test {
+
+// Bytes of answers, as the protocol has them.
+namespace tds {
+std::string done(std::uint64_t rows = 0);
+std::string error(int number, int severity, std::string_view text);
+// A result of one row: text as nvarchar, whole numbers as int, doubles as float, moments as datetime.
+std::string row(const std::vector<std::pair<std::string, database::Value>>& cells);
+// The same bytes as the protocol's 16-bit characters.
+std::string wide(std::string_view utf8);
+}  // namespace tds
+
+class TdsServer {
+  public:
+    // What a request is answered with; no bytes is silence.
+    using Answer = std::function<std::string(const std::string& request)>;
+    static constexpr const char* hang_up = "hang up";
+
+    // Log-ins are answered with `login` ("" for success, else an error's bytes, or hang_up).
+    explicit TdsServer(Answer answer, std::string login = "");
+    ~TdsServer();
+    TdsServer(const TdsServer&) = delete;
+    TdsServer& operator=(const TdsServer&) = delete;
+
+    std::uint16_t port() const { return port_; }
+    int logins() const { return logins_; }
+    // What the last log-in asked for.
+    struct Login {
+        std::string user;
+        std::string password;
+        std::string database;
+    };
+    Login last_login();
+    // Statements and calls received, as text where they are text.
+    std::vector<std::string> requests();
+
+  private:
+    void serve();
+    void talk(int connection);
+
+    Answer answer_;
+    std::string login_;
+    std::uint16_t port_ = 0;
+    int listener_ = -1;
+    std::atomic<int> logins_ = 0;
+    std::mutex lock_;
+    Login last_login_;
+    std::vector<std::string> requests_;
+    std::vector<int> open_;
+    std::vector<std::thread> talks_;
+    std::thread thread_;
+};
+
+// A listener that accepts (by its backlog) and never says a word.
+class SilentServer {
+  public:
+    SilentServer();
+    ~SilentServer();
+    SilentServer(const SilentServer&) = delete;
+    SilentServer& operator=(const SilentServer&) = delete;
+    std::uint16_t port() const { return port_; }
+
+  private:
+    std::uint16_t port_ = 0;
+    int listener_ = -1;
+};
+
+// A port of the loopback on which nobody listens.
+std::uint16_t unused_port();
+
+}  // namespace test
