@@ -1,0 +1,174 @@
+#include "common/ports.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <thread>
+#include <utility>
+
+#include "common/text.h"
+
+namespace common {
+
+namespace fs = std::filesystem;
+using Deadline = std::chrono::steady_clock::time_point;
+using std::chrono::milliseconds;
+
+namespace {
+
+constexpr auto patience = std::chrono::seconds(3);
+
+// Serial ports count from com1 = ttyS0, parallel printers (today's USB printers) from lpt1 = lp0.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 12> port_table = {{
+    {"com1", "/dev/ttyS0"},
+    {"com2", "/dev/ttyS1"},
+    {"com3", "/dev/ttyS2"},
+    {"com4", "/dev/ttyS3"},
+    {"com5", "/dev/ttyS4"},
+    {"com6", "/dev/ttyS5"},
+    {"com7", "/dev/ttyS6"},
+    {"com8", "/dev/ttyS7"},
+    {"com9", "/dev/ttyS8"},
+    {"lpt1", "/dev/usb/lp0"},
+    {"lpt2", "/dev/usb/lp1"},
+    {"lpt3", "/dev/usb/lp2"},
+}};
+
+milliseconds left_until(Deadline deadline) {
+    const auto left = std::chrono::duration_cast<milliseconds>(deadline - std::chrono::steady_clock::now());
+    return std::max(left, milliseconds(0));
+}
+
+// While it lives, a reader that goes away is an error of write() and no signal that ends the program.
+class BrokenPipeGuard {
+  public:
+    BrokenPipeGuard() {
+        sigemptyset(&pipe_);
+        sigaddset(&pipe_, SIGPIPE);
+        pthread_sigmask(SIG_BLOCK, &pipe_, &before_);
+    }
+    ~BrokenPipeGuard() {
+        const timespec at_once{};
+        while (sigtimedwait(&pipe_, nullptr, &at_once) == SIGPIPE) {
+        }
+        pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+    }
+    BrokenPipeGuard(const BrokenPipeGuard&) = delete;
+    BrokenPipeGuard& operator=(const BrokenPipeGuard&) = delete;
+
+  private:
+    sigset_t pipe_{};
+    sigset_t before_{};
+};
+
+class OpenFile {
+  public:
+    explicit OpenFile(int descriptor) : descriptor_(descriptor) {}
+    ~OpenFile() {
+        if (descriptor_ >= 0) close(descriptor_);
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    int get() const { return descriptor_; }
+
+  private:
+    int descriptor_;
+};
+
+// A file is opened for output, made or emptied; what belongs under /dev is never made, or a missing printer
+// would become a file that swallows receipts.
+int open_for_output(const std::string& path) {
+    int flags = O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | O_TRUNC;
+    const auto belongs_to_dev = [&path] {
+        const std::string plain = fs::path(path).lexically_normal().string();
+        return plain.starts_with("/dev/");
+    };
+    if (!belongs_to_dev()) flags |= O_CREAT;
+    return open(path.c_str(), flags, 0644);
+}
+
+bool write_all(int descriptor, std::string_view bytes, Deadline deadline) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+        if (written > 0) {
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+            continue;
+        }
+        if (written < 0 && errno != EAGAIN && errno != EINTR) return false;
+        const auto wait = left_until(deadline);
+        if (wait.count() == 0) return false;
+        pollfd ready{descriptor, POLLOUT, 0};
+        const int answer = poll(&ready, 1, static_cast<int>(wait.count()));
+        if (answer > 0 && (ready.revents & POLLOUT) == 0) return false;
+    }
+    return true;
+}
+
+// Closing a serial port waits, for half a minute and more, until a device that holds its line has taken all.
+// So the bytes are seen out here, and dropped when the device does not take them: what was not printed now
+// must not come out tomorrow.
+bool see_out(int descriptor, bool written, Deadline deadline) {
+    if (isatty(descriptor) == 0) return written;
+    int waiting = 0;
+    while (written && ioctl(descriptor, TIOCOUTQ, &waiting) == 0 && waiting > 0) {
+        if (left_until(deadline).count() == 0)
+            written = false;
+        else
+            std::this_thread::sleep_for(milliseconds(5));
+    }
+    if (!written) tcflush(descriptor, TCOFLUSH);
+    return written;
+}
+
+bool write_path(const std::string& path, std::string_view bytes) {
+    const Deadline deadline = std::chrono::steady_clock::now() + patience;
+    const OpenFile file(open_for_output(path));
+    if (file.get() < 0) return false;
+    const BrokenPipeGuard guard;
+    return see_out(file.get(), write_all(file.get(), bytes, deadline), deadline);
+}
+
+}  // namespace
+
+std::string port_path(std::string_view port) {
+    const std::string_view name = trim(port);
+    std::string_view plain = name;
+    if (plain.ends_with(':')) plain.remove_suffix(1);
+    for (const auto& [known, path] : port_table) {
+        if (equal_ignoring_case(plain, known)) return std::string(path);
+    }
+    return std::string(name);
+}
+
+const std::vector<std::string>& known_ports() {
+    static const std::vector<std::string> names = [] {
+        std::vector<std::string> made;
+        for (const auto& entry : port_table)
+            made.emplace_back(entry.first);
+        return made;
+    }();
+    return names;
+}
+
+bool FileDevices::write_port(std::string_view port, std::string_view bytes) {
+    const std::string path = port_path(port);
+    if (path.empty() || path.find('\0') != std::string::npos) return false;
+    return write_path((fs::path(folder_) / path).string(), bytes);
+}
+
+bool FileDevices::write_file(std::string_view name, std::string_view bytes) {
+    if (name.empty() || name.find('\0') != std::string_view::npos) return false;
+    return write_path((fs::path(folder_) / name).string(), bytes);
+}
+
+}  // namespace common

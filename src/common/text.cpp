@@ -1,0 +1,134 @@
+#include "common/text.h"
+
+namespace common {
+
+namespace {
+
+constexpr char32_t replacement = 0xFFFD;
+
+bool is_continuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+// Reads the character at `at` and moves past it; malformed bytes are passed one at a time.
+char32_t next_character(std::string_view text, std::size_t& at) {
+    const auto lead = static_cast<unsigned char>(text[at++]);
+    if (lead < 0x80) return lead;
+    const int more = lead >= 0xF0 && lead <= 0xF4   ? 3
+                     : lead >= 0xE0 && lead <= 0xEF ? 2
+                     : lead >= 0xC2 && lead <= 0xDF ? 1
+                                                    : 0;
+    if (more == 0) return replacement;
+    char32_t character = lead & (0x3FU >> more);
+    std::size_t end = at;
+    for (int i = 0; i < more; ++i, ++end) {
+        if (end >= text.size() || !is_continuation(text[end])) return replacement;
+        character = (character << 6U) | (static_cast<unsigned char>(text[end]) & 0x3FU);
+    }
+    const char32_t least = more == 3 ? 0x10000 : more == 2 ? 0x800 : 0x80;
+    if (character < least || character > 0x10FFFF || (character >= 0xD800 && character <= 0xDFFF)) {
+        return replacement;
+    }
+    at = end;
+    return character;
+}
+
+void append(std::string& out, char32_t c) {
+    const auto byte = [&out](char32_t value) { out += static_cast<char>(static_cast<unsigned char>(value)); };
+    if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) c = replacement;
+    if (c < 0x80) {
+        byte(c);
+    } else if (c < 0x800) {
+        byte(0xC0 | (c >> 6U));
+        byte(0x80 | (c & 0x3FU));
+    } else if (c < 0x10000) {
+        byte(0xE0 | (c >> 12U));
+        byte(0x80 | ((c >> 6U) & 0x3FU));
+        byte(0x80 | (c & 0x3FU));
+    } else {
+        byte(0xF0 | (c >> 18U));
+        byte(0x80 | ((c >> 12U) & 0x3FU));
+        byte(0x80 | ((c >> 6U) & 0x3FU));
+        byte(0x80 | (c & 0x3FU));
+    }
+}
+
+constexpr char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+}  // namespace
+
+std::string_view trim(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    const auto first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+std::string_view trim_right(std::string_view text) {
+    const auto last = text.find_last_not_of(' ');
+    return last == std::string_view::npos ? std::string_view() : text.substr(0, last + 1);
+}
+
+std::size_t length(std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; at < text.size(); ++count)
+        next_character(text, at);
+    return count;
+}
+
+std::string left(std::string_view text, std::size_t characters) {
+    std::size_t at = 0;
+    for (; characters > 0 && at < text.size(); --characters)
+        next_character(text, at);
+    return std::string(text.substr(0, at));
+}
+
+std::string right(std::string_view text, std::size_t characters) {
+    const std::size_t total = length(text);
+    std::size_t at = 0;
+    for (std::size_t drop = total > characters ? total - characters : 0; drop > 0; --drop) {
+        next_character(text, at);
+    }
+    return std::string(text.substr(at));
+}
+
+std::u32string code_points(std::string_view text) {
+    std::u32string out;
+    out.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();)
+        out += next_character(text, at);
+    return out;
+}
+
+std::string utf8(std::u32string_view text) {
+    std::string out;
+    out.reserve(text.size() * 2);
+    for (const char32_t c : text)
+        append(out, c);
+    return out;
+}
+
+std::string utf8(char32_t character) {
+    std::string out;
+    append(out, character);
+    return out;
+}
+
+bool equal_ignoring_case(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (lower(a[i]) != lower(b[i])) return false;
+    }
+    return true;
+}
+
+std::string lower_ascii(std::string_view text) {
+    std::string out(text);
+    for (char& c : out)
+        c = lower(c);
+    return out;
+}
+
+}  // namespace common
