@@ -1,0 +1,108 @@
+// The item-code field against the real shop: whatever is typed, the shop's rows stay and the screen stays
+// usable.
+#include <random>
+
+#include "common/text.h"
+#include "sales/sales_screen.h"
+#include "sales/scan.h"
+#include "support/outside.h"
+#include "support/printer.h"
+#include "support/shop.h"
+
+namespace {
+
+// Pieces that break statements, encodings and parsers, joined at random.
+std::string random_text(std::mt19937& random) {
+    static const std::string pieces[] = {"'",
+                                         "''",
+                                         ";",
+                                         "--",
+                                         "/*",
+                                         "]",
+                                         "[",
+                                         "\"",
+                                         "\\",
+                                         "%",
+                                         "_",
+                                         "1",
+                                         "100",
+                                         "20",
+                                         "2000123",
+                                         "٣",
+                                         "۴",
+                                         "ض",
+                                         "لا",
+                                         "ﻻ",
+                                         "W",
+                                         "p9",
+                                         "*",
+                                         "-",
+                                         ".",
+                                         "1e308",
+                                         "nan",
+                                         "NULL",
+                                         "\xFF",
+                                         "\xC3",
+                                         "🍎",
+                                         " ",
+                                         "\t",
+                                         "\r\n",
+                                         "\x01",
+                                         "\u200F",
+                                         "drop table ",
+                                         "items",
+                                         "or 1=1",
+                                         std::string(1, '\0'),
+                                         std::string(60, '7')};
+    std::uniform_int_distribution<std::size_t> which(0, std::size(pieces) - 1);
+    std::uniform_int_distribution<int> many(1, 8);
+    std::string text;
+    for (int n = many(random); n > 0; --n)
+        text += pieces[which(random)];
+    return text;
+}
+
+TEST(BarcodeFuzz, NormalisingIsStableAndClean) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 20000; ++round) {
+        const std::string text = random_text(random);
+        const std::string once = sales::normalize_scan(text);
+        ASSERT_EQ(sales::normalize_scan(once), once) << text;
+        for (const char32_t c : common::code_points(once))
+            ASSERT_GE(c, 0x20u);
+    }
+}
+
+TEST(BarcodeFuzz, TheFieldSurvivesAnything) {
+    test::Shop shop;
+    shop.sql("insert into items (code,name,num1,price11,price12) select 100,N'أرز',1,8,10");
+    shop.sql("insert into stk (icode,stcode,edate,quan) select 100,1,'3000/01/01',1000000");
+    shop.sql("insert into barcode (bar,code,scode) select '6221',100,1");
+    signin::Session session;
+    session.cash_point = 1;
+    session.store_code = 1;
+    session.permissions = std::string(400, '1');
+    test::RememberedOutside outside;
+    test::RememberedPrinter printer;
+    sales::SalesScreen screen(shop.connection(), session, outside.all(), printer);
+    ASSERT_TRUE(screen.Open());
+    std::mt19937 random(11);
+    for (int round = 0; round < 1500; ++round) {
+        const std::string text = random_text(random);
+        const std::size_t lines = screen.invoice().lines.size();
+        const bool entered = screen.EnterItem(text);
+        ASSERT_EQ(screen.invoice().lines.size() > lines, entered) << text;
+        sales::SearchFilters filters;
+        filters.name = text;
+        filters.code = round % 2 == 0 ? text : "";
+        filters.name_contains = round % 3 == 0;
+        screen.search(filters);
+        ASSERT_TRUE(outside.log.lines.empty()) << text << "\n" << outside.log.lines.front();
+        if (round % 50 == 0) screen.clear();
+    }
+    EXPECT_EQ(shop.number("select count(*) from items"), 1);
+    EXPECT_EQ(shop.number("select count(*) from barcode"), 1);
+    EXPECT_TRUE(screen.EnterItem("6221"));
+}
+
+}  // namespace

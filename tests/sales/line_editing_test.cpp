@@ -1,0 +1,171 @@
+// In-place editing: permissions, the ceiling at its edge, losses, and input that no line should hold.
+#include "sales/counter.h"
+#include "sales/line_limits.h"
+#include "sales/messages.h"
+
+namespace {
+
+namespace column = sales::column;
+namespace message = sales::message;
+using test::Counter;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// Ten pieces of tea at 10.00 (cost as given), gross 100.
+sales::SalesScreen& ten_of_tea(Counter& counter, const char* cost = "1") {
+    counter.shop.sql(std::string("update items set price12 = 10, price11 = ") + cost + " where code = 410");
+    auto& screen = counter.open();
+    EXPECT_TRUE(screen.EnterItem("410"));
+    EXPECT_TRUE(screen.commit_edit(0, column::quantity, "10"));
+    return screen;
+}
+
+TEST(LineEditing, CellsOpenByColumnAndPermission) {
+    struct Case {
+        int column;
+        int permission;
+    };
+    for (const Case& c : {Case{column::quantity, 0}, Case{column::price, 251},
+                          Case{column::discount_value, 271}, Case{column::discount_percent, 271}}) {
+        SCOPED_TRACE(c.column);
+        Counter counter;
+        auto& screen = ten_of_tea(counter);
+        EXPECT_TRUE(screen.begin_edit(0, c.column));
+        counter.session.permissions.assign(400, '0');
+        EXPECT_EQ(screen.begin_edit(0, c.column), c.permission == 0);
+        if (c.permission == 0) continue;
+        EXPECT_THAT(counter.said(), ElementsAre("غير مصرح باستخدام هذا البند"));
+        counter.session.permissions[static_cast<std::size_t>(c.permission) - 1] = '1';
+        EXPECT_TRUE(screen.begin_edit(0, c.column));
+    }
+    Counter counter;
+    auto& screen = ten_of_tea(counter);
+    for (const int fixed : {column::number, column::code, column::name, column::total, column::balance})
+        EXPECT_FALSE(screen.begin_edit(0, fixed));
+    EXPECT_FALSE(screen.begin_edit(1, column::quantity)) << "there is no such line";
+}
+
+TEST(LineEditing, CeilingOfALineDiscountAtItsEdge) {
+    struct Case {
+        int column;
+        const char* typed;
+        float ceiling;
+        bool taken;
+        const char* value;
+        const char* percent;
+        const char* total;
+    };
+    const Case cases[] = {
+        {column::discount_value, "10", 10, true, "10.00", "10.00", "90.00"},
+        {column::discount_value, "10.01", 10, false, "0.00", "0.00", "100.00"},
+        {column::discount_value, "١٠٫٠", 10, true, "10.00", "10.00", "90.00"},
+        {column::discount_value, "", 10, true, "0.00", "0.00", "100.00"},
+        {column::discount_value, "3.333", 10, true, "3.33", "3.33", "96.67"},
+        {column::discount_percent, "10", 10, true, "10.00", "10.00", "90.00"},
+        {column::discount_percent, "10.01", 10, false, "0.00", "0.00", "100.00"},
+        {column::discount_percent, "101", 10, false, "0.00", "0.00", "100.00"},
+        // 7.1 and 0.7 have no exact single-precision form.
+        {column::discount_percent, "7.1", 7.1F, true, "7.10", "7.10", "92.90"},
+        {column::discount_value, "7.11", 7.1F, false, "0.00", "0.00", "100.00"},
+        {column::discount_value, "0.7", 0.7F, true, "0.70", "0.70", "99.30"},
+        {column::discount_value, "0.01", 0, false, "0.00", "0.00", "100.00"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.typed) + " in column " + std::to_string(c.column));
+        Counter counter;
+        auto& screen = ten_of_tea(counter);
+        screen.commit_edit(0, column::discount_value, "5");  // what a refusal must wipe out
+        counter.said();
+        counter.session.settings.max_dis = c.ceiling;
+        EXPECT_EQ(screen.commit_edit(0, c.column, c.typed), c.taken);
+        EXPECT_EQ(counter.cell(0, column::discount_value), c.value);
+        EXPECT_EQ(counter.cell(0, column::discount_percent), c.percent);
+        EXPECT_EQ(counter.cell(0, column::total), c.total);
+        EXPECT_EQ(screen.figures().net, c.total);
+        if (c.taken)
+            EXPECT_THAT(counter.said(), IsEmpty());
+        else
+            EXPECT_THAT(counter.said(), ElementsAre(std::string(message::line_discount_refused)));
+        EXPECT_EQ(counter.outside.prompts.last_icon, common::Icon::none);
+    }
+}
+
+TEST(LineEditing, LossIsWarnedOfAndStays) {
+    struct Case {
+        const char* cost;
+        bool warned;
+    };
+    for (const Case& c : {Case{"9.5", false}, Case{"9.51", true}}) {
+        SCOPED_TRACE(c.cost);
+        for (const int edited : {column::discount_value, column::discount_percent}) {
+            Counter counter;
+            auto& screen = ten_of_tea(counter, c.cost);
+            EXPECT_TRUE(screen.commit_edit(0, edited, "5"));
+            EXPECT_EQ(counter.cell(0, column::total), "95.00");
+            if (c.warned)
+                EXPECT_THAT(counter.said(), ElementsAre(std::string(message::discount_loses)));
+            else
+                EXPECT_THAT(counter.said(), IsEmpty());
+        }
+    }
+}
+
+TEST(LineEditing, PriceAndQuantityRespectADiscountGiven) {
+    Counter counter;
+    auto& screen = ten_of_tea(counter);
+    ASSERT_TRUE(screen.commit_edit(0, column::discount_value, "9"));
+    EXPECT_TRUE(screen.commit_edit(0, column::price, "9")) << "9 of 90 is the ceiling itself";
+    EXPECT_FALSE(screen.commit_edit(0, column::price, "8.99"));
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(message::price_against_discount)));
+    EXPECT_EQ(counter.cell(0, column::price), "9.00");
+    EXPECT_FALSE(screen.commit_edit(0, column::quantity, "9.999"));
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_against_discount)));
+    EXPECT_EQ(counter.cell(0, column::quantity), "10.000");
+    EXPECT_EQ(screen.figures().net, "81.00");
+    EXPECT_TRUE(screen.commit_edit(0, column::quantity, "20"));
+    EXPECT_EQ(counter.cell(0, column::discount_percent), "5.00");
+}
+
+TEST(LineEditing, BadInputLeavesTheLineAsItWas) {
+    const std::string huge(309, '9');
+    const std::pair<int, std::string_view> columns[] = {{column::quantity, message::wrong_quantity},
+                                                        {column::price, message::wrong_price},
+                                                        {column::discount_value, message::wrong_discount},
+                                                        {column::discount_percent, message::wrong_discount}};
+    const std::string everywhere[] = {"-1", "nan", "1e308", "inf", huge, "1.2.3", "٣س", "1;2", "'", "🍎"};
+    Counter counter;
+    auto& screen = ten_of_tea(counter);
+    ASSERT_TRUE(screen.commit_edit(0, column::discount_value, "5"));
+    const auto before = screen.cells(0);
+    const auto refused = [&](int edited, const std::string& typed, std::string_view said) {
+        SCOPED_TRACE(typed + " in column " + std::to_string(edited));
+        EXPECT_FALSE(screen.commit_edit(0, edited, typed));
+        EXPECT_THAT(counter.said(), ElementsAre(std::string(said)));
+        EXPECT_EQ(screen.cells(0), before);
+    };
+    for (const auto& [edited, said] : columns)
+        for (const std::string& typed : everywhere)
+            refused(edited, typed, said);
+    for (const char* typed : {"0", "", "1.000000000001", "0.0001", "10000000"})
+        refused(column::quantity, typed, message::wrong_quantity);
+    for (const char* typed : {"0", "", "100000000"})
+        refused(column::price, typed, message::wrong_price);
+}
+
+TEST(LineEditing, GeneralItemIsTypedInAndNeverLoses) {
+    Counter counter;
+    auto& screen = counter.open();
+    ASSERT_TRUE(screen.EnterItem("*"));
+    EXPECT_EQ(screen.escape_to_quantity(), 0u);
+    EXPECT_FALSE(screen.commit_edit(0, column::discount_value, "1")) << "a discount on nothing";
+    EXPECT_FALSE(screen.commit_edit(0, column::discount_percent, "1"));
+    EXPECT_THAT(counter.said(), testing::Each(std::string(message::line_discount_refused)));
+    EXPECT_TRUE(screen.commit_edit(0, column::price, "٢٫٥"));
+    EXPECT_TRUE(screen.quick_quantity("4"));
+    EXPECT_FALSE(screen.escape_to_quantity().has_value());
+    EXPECT_TRUE(screen.commit_edit(0, column::discount_percent, "10"));
+    EXPECT_EQ(screen.figures().net, "9.00");
+    EXPECT_THAT(counter.said(), IsEmpty());
+}
+
+}  // namespace

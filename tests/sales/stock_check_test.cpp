@@ -1,0 +1,149 @@
+// Short stock, reservations and who may sell all the same: one rule at entry, raise and edit.
+#include "sales/stock_check.h"
+
+#include "sales/counter.h"
+#include "sales/messages.h"
+
+namespace {
+
+namespace column = sales::column;
+namespace message = sales::message;
+using sales::KindOption;
+using test::Counter;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+TEST(StockCheck, ComparesToThreeDecimals) {
+    EXPECT_TRUE(sales::stock_suffices(5, 5));
+    EXPECT_TRUE(sales::stock_suffices(0.3, 0.1 + 0.2));
+    EXPECT_TRUE(sales::stock_suffices(static_cast<double>(100.45F), 100.45));
+    EXPECT_FALSE(sales::stock_suffices(5, 5.001));
+    EXPECT_FALSE(sales::stock_suffices(0, 0.001));
+}
+
+// Item 440 has one piece, 460 two; cartons of water are 24 of 240.
+TEST(StockCheck, TheLastPieceSellsAndNotOneMore) {
+    Counter counter;
+    counter.forbid_below_stock();
+    auto& screen = counter.open();
+    ASSERT_TRUE(screen.EnterItem("440"));
+    EXPECT_FALSE(screen.EnterItem("440"));
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(message::cannot_sell_now)));
+    EXPECT_THAT(counter.asked(), IsEmpty()) << "asked to raise what cannot be sold";
+
+    ASSERT_TRUE(screen.EnterItem("460"));
+    EXPECT_TRUE(screen.commit_edit(1, column::quantity, "2"));
+    EXPECT_FALSE(screen.commit_edit(1, column::quantity, "2.001"));
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_not_allowed)));
+    EXPECT_EQ(counter.cell(1, column::quantity), "2.000");
+
+    // Lines of one item in different units share its stock.
+    ASSERT_TRUE(screen.EnterItem("6221000400036"));
+    EXPECT_TRUE(screen.commit_edit(2, column::quantity, "9"));
+    counter.answer({false});
+    ASSERT_TRUE(screen.EnterItem("400"));
+    EXPECT_TRUE(screen.commit_edit(3, column::quantity, "24"));
+    EXPECT_FALSE(screen.commit_edit(3, column::quantity, "25"));
+    EXPECT_FALSE(screen.commit_edit(2, column::quantity, "10"));
+    EXPECT_TRUE(screen.commit_edit(3, column::quantity, "1")) << "lowering needs no stock";
+}
+
+TEST(StockCheck, OverrideWantsPermissionAndAnExplicitYes) {
+    struct Case {
+        const char* name;
+        int permission;  // the only one of the three that is held; 0 for none
+        bool yes;
+        bool entered;
+    };
+    for (const Case& c : {Case{"216 and yes", 216, true, true}, Case{"286 and yes", 286, true, true},
+                          Case{"281 and yes", 281, true, true}, Case{"216 and no", 216, false, false},
+                          Case{"nobody", 0, true, false}}) {
+        SCOPED_TRACE(c.name);
+        Counter counter;
+        counter.forbid_below_stock();
+        if (c.permission != 0) counter.session.permissions[static_cast<std::size_t>(c.permission) - 1] = '1';
+        counter.shop.sql("update stk set quan = 3 where icode = 400");
+        auto& screen = counter.open();
+        counter.answer({c.yes});
+        EXPECT_EQ(screen.EnterItem("6221000400029"), c.entered);
+        const auto asked = counter.asked();
+        if (c.permission == 0) {
+            EXPECT_THAT(asked, IsEmpty());
+            EXPECT_THAT(counter.said(), ElementsAre(std::string(message::cannot_sell_now)));
+            continue;
+        }
+        ASSERT_EQ(asked.size(), 1u);
+        EXPECT_EQ(counter.outside.prompts.last_icon, common::Icon::critical);
+        EXPECT_THAT(asked[0], HasSubstr("مياه"));
+        EXPECT_THAT(asked[0], HasSubstr("0.500 عبوة"));  // 3 pieces of a pack of 6
+        EXPECT_THAT(asked[0], HasSubstr("1.000 عبوة"));
+        EXPECT_THAT(counter.said(), IsEmpty());
+        EXPECT_EQ(screen.invoice().lines.size(), c.entered ? 1u : 0u);
+        for (const auto& line : screen.invoice().lines)
+            EXPECT_TRUE(line.below_stock);
+    }
+}
+
+TEST(StockCheck, ReservedStockIsAskedForAndNeedsItsPermission) {
+    struct Case {
+        const char* name;
+        bool permitted;
+        bool yes;
+        bool entered;
+        std::vector<std::string> said;
+    };
+    const Case cases[] = {
+        {"yes with permission", true, true, true, {}},
+        {"yes without", false, true, false, {std::string(message::may_not_sell_reserved)}},
+        {"no", true, false, false, {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Counter counter;
+        counter.forbid_below_stock();
+        if (!c.permitted) counter.forbid({291});
+        counter.shop.sql("update stk set quan = 0 where icode = 450");
+        auto& screen = counter.open();
+        counter.answer({c.yes});
+        EXPECT_EQ(screen.EnterItem("450"), c.entered);
+        EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::stock_reserved)));
+        EXPECT_EQ(counter.said(), c.said);
+        if (!c.entered) continue;
+        // A raise beyond what is reserved is plainly short.
+        EXPECT_FALSE(screen.commit_edit(0, column::quantity, "6"));
+        EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_not_allowed)));
+    }
+}
+
+TEST(StockCheck, ReturnsAndServicesAskForNoStock) {
+    Counter counter;
+    counter.forbid_below_stock();
+    auto& screen = counter.open();
+    ASSERT_TRUE(screen.EnterItem("300"));
+    EXPECT_TRUE(screen.commit_edit(0, column::quantity, "1000"));
+    screen.clear();
+    ASSERT_TRUE(screen.SwitchKind(KindOption::return_));
+    ASSERT_TRUE(screen.EnterItem("440"));
+    EXPECT_TRUE(screen.commit_edit(0, column::quantity, "1000"));
+    EXPECT_THAT(counter.said(), IsEmpty());
+}
+
+TEST(StockCheck, ALineFromAnotherStoreDrawsOnThatStore) {
+    Counter counter;
+    counter.forbid_below_stock();
+    counter.shop.sql("insert into stk (icode,stcode,edate,quan) select 440,2,'3000/01/01',3");
+    auto& screen = counter.open();
+    ASSERT_TRUE(screen.EnterItem("440"));
+    screen.set_line_source(0, sales::SourceKind::other_store, 2);
+    EXPECT_TRUE(screen.commit_edit(0, column::quantity, "3"));
+    EXPECT_FALSE(screen.commit_edit(0, column::quantity, "4"));
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(message::transfer_store_short)));
+    counter.answer({true});
+    EXPECT_FALSE(screen.EnterItem("440")) << "the raised line would need a fourth piece of store 2";
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(message::transfer_store_short)));
+    counter.answer({false});
+    EXPECT_TRUE(screen.EnterItem("440")) << "the selling store's own piece is still there";
+}
+
+}  // namespace
