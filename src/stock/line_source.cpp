@@ -1,0 +1,60 @@
+#include "stock/line_source.h"
+
+#include <algorithm>
+
+namespace stock {
+
+using database::Sql;
+
+namespace {
+
+// Choose the store.
+constexpr std::string_view choose_store = "اختار المخزن";
+// A store cannot supply itself.
+constexpr std::string_view same_store = "لا يمكن التحويل لنفس المخزن";
+// The item is not in the store transferred from.
+constexpr std::string_view not_there = "الصنف غير موجود بالمخزن المحول منه";
+// The quantity in the store is not enough.
+constexpr std::string_view too_little = "الكمية بالمخزن لا تكفي";
+
+// Sums of decimal quantities are not refused for their binary rest.
+constexpr double tolerance = 0.0005;
+
+}  // namespace
+
+LineSource::LineSource(database::Connection& connection, common::Prompts& prompts, std::int64_t item,
+                       double quantity, double factor, int selling_store)
+    : connection_(connection),
+      prompts_(prompts),
+      item_(item),
+      base_quantity_(quantity * factor),
+      selling_store_(selling_store) {
+    for (const auto& row : connection.query("select * from stocks"))
+        stores_.push_back({static_cast<int>(row.integer("code")), row.text("name"), 0});
+    for (const auto& row :
+         connection.query(Sql("select sum(quan) as qq,stcode from stk where icode = ") + item +
+                          " and isnull([quan],0)  > 0  Group By stcode  having stcode <> " + selling_store)) {
+        const int store = static_cast<int>(row.integer("stcode"));
+        const auto known = std::find_if(stores_.begin(), stores_.end(),
+                                        [&](const StoreHolding& holding) { return holding.store == store; });
+        if (known == stores_.end()) continue;  // stock of a store that was deleted
+        known->quantity = row.number("qq");
+        holdings_.push_back(*known);
+    }
+}
+
+bool LineSource::confirm(int store) {
+    const auto refuse = [this](std::string_view text) {
+        prompts_.message(text, common::Icon::exclamation);
+        return false;
+    };
+    if (store == 0) return refuse(choose_store);
+    if (store == selling_store_) return refuse(same_store);
+    const database::Value held = connection_.scalar(Sql("select sum(quan) as quan from stk where icode = ") +
+                                                    item_ + " and stcode = " + store);
+    if (database::is_null(held)) return refuse(not_there);
+    if (database::number_of(held) + tolerance < base_quantity_) return refuse(too_little);
+    return true;
+}
+
+}  // namespace stock

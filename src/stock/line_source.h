@@ -1,0 +1,44 @@
+// Where a line's goods come from: the selling store, or another store that holds the item.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "common/prompts.h"
+#include "database/connection.h"
+
+namespace stock {
+
+struct StoreHolding {
+    int store = 0;
+    std::string name;
+    double quantity = 0;  // base units
+};
+
+// The line-source dialog without its face. Quantities asked for are in the line's unit.
+class LineSource {
+  public:
+    LineSource(database::Connection& connection, common::Prompts& prompts, std::int64_t item, double quantity,
+               double factor, int selling_store);
+
+    // The other stores that hold the item, with what they hold.
+    const std::vector<StoreHolding>& holdings() const { return holdings_; }
+    // Every store, for the list to choose from.
+    const std::vector<StoreHolding>& stores() const { return stores_; }
+
+    // True when the store (0: none chosen) can supply the line; else the reason has been said and the dialog
+    // stays open.
+    bool confirm(int store);
+
+  private:
+    database::Connection& connection_;
+    common::Prompts& prompts_;
+    std::int64_t item_;
+    double base_quantity_;
+    int selling_store_;
+    std::vector<StoreHolding> holdings_;
+    std::vector<StoreHolding> stores_;
+};
+
+}  // namespace stock
