@@ -1,0 +1,92 @@
+#include "ui/fields.h"
+
+#include <QComboBox>
+#include <QCompleter>
+#include <QKeyEvent>
+#include <QRegularExpressionValidator>
+#include <QVBoxLayout>
+
+#include "ui/key_queue.h"
+#include "ui/style.h"
+
+namespace ui {
+
+AmountField::AmountField(const QString& name, QWidget* parent) : QLineEdit(parent) {
+    setObjectName(name);
+    setProperty(keys_property, keys_no_scans);
+    setLayoutDirection(Qt::LeftToRight);
+    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    setMaxLength(15);
+    static const QRegularExpression amount(
+        R"([0-9\x{0660}-\x{0669}\x{06F0}-\x{06F9}]*[.,\x{066B}]?[0-9\x{0660}-\x{0669}\x{06F0}-\x{06F9}]*)");
+    setValidator(new QRegularExpressionValidator(amount, this));
+}
+
+void AmountField::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    selectAll();
+}
+
+void AmountField::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        emit escaped();
+        event->ignore();
+        return;
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+Figure::Figure(const QString& name, const char* role, QWidget* parent) : QLabel(parent) {
+    setObjectName(name);
+    setLayoutDirection(Qt::LeftToRight);
+    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    set_role(this, role);
+}
+
+QLabel* label(const QString& text, const char* role, QWidget* parent) {
+    auto* made = new QLabel(text, parent);
+    made->setTextFormat(Qt::PlainText);
+    set_role(made, role);
+    return made;
+}
+
+QFrame* rule() {
+    auto* made = new QFrame;
+    set_role(made, "rule");
+    return made;
+}
+
+QWidget* captioned(const QString& caption, QWidget* field, QWidget* parent) {
+    auto* pair = new QWidget(parent);
+    auto* column = new QVBoxLayout(pair);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(px(4));
+    QLabel* above = label(caption, "caption");
+    above->setBuddy(field);
+    column->addWidget(above);
+    column->addWidget(field);
+    return pair;
+}
+
+QComboBox* choice_list(const QString& name, QWidget* parent) {
+    auto* list = new QComboBox(parent);
+    list->setObjectName(name);
+    list->setEditable(true);
+    list->setInsertPolicy(QComboBox::NoInsert);
+    list->setMaxVisibleItems(12);
+    list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    list->setMinimumContentsLength(10);
+    list->completer()->setCompletionMode(QCompleter::InlineCompletion);
+    list->completer()->setCaseSensitivity(Qt::CaseInsensitive);
+    return list;
+}
+
+qlonglong chosen_code(const QComboBox* list) {
+    int index = list->currentIndex();
+    if (list->isEditable() && list->currentText() != list->itemText(index)) {
+        index = list->findText(list->currentText().trimmed(), Qt::MatchFixedString);
+    }
+    return index < 0 ? 0 : list->itemData(index).toLongLong();
+}
+
+}  // namespace ui

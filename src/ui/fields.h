@@ -1,0 +1,45 @@
+// The fields that screens are made of.
+#pragma once
+
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+
+class QComboBox;
+
+namespace ui {
+
+// A field for an amount or quantity: digits of either script and one decimal mark, shown left to right at the
+// right edge so that decimals line up. Scans do not enter it. Everything is selected when the focus comes.
+class AmountField : public QLineEdit {
+    Q_OBJECT
+  public:
+    explicit AmountField(const QString& name, QWidget* parent = nullptr);
+
+  signals:
+    void escaped();
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+};
+
+// A figure that is only shown: tabular, left to right, at the right edge unless told otherwise.
+class Figure : public QLabel {
+  public:
+    Figure(const QString& name, const char* role, QWidget* parent = nullptr);
+};
+
+// A caption above a field; the caption's mnemonic leads to the field.
+QWidget* captioned(const QString& caption, QWidget* field, QWidget* parent = nullptr);
+
+QLabel* label(const QString& text, const char* role, QWidget* parent = nullptr);
+// A thin line across a card.
+QFrame* rule();
+
+// A list that is chosen from by typing a part of a name; codes stand in the items' data.
+QComboBox* choice_list(const QString& name, QWidget* parent = nullptr);
+// The chosen code; 0 when nothing is chosen. A name typed in full counts as chosen.
+qlonglong chosen_code(const QComboBox* list);
+
+}  // namespace ui

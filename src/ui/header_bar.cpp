@@ -1,0 +1,75 @@
+#include "ui/header_bar.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+
+#include "sales/sales_screen.h"
+#include "ui/fields.h"
+#include "ui/style.h"
+#include "ui/text.h"
+
+namespace ui {
+
+HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
+    set_role(this, "head");
+    setFixedHeight(px(56));
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(px(20), 0, px(20), 0);
+    row->setSpacing(px(28));
+    const auto add = [&](const char* name, const char* role) {
+        QLabel* made = label({}, role);
+        made->setObjectName(name);
+        row->addWidget(made);
+        return made;
+    };
+    shop_ = add("shop_name", "shop");
+    store_ = add("store_name", "head");
+    drawer_ = add("drawer_name", "head");
+    user_ = add("user_name", "head");
+    shift_ = new QPushButton;
+    shift_->setObjectName("shift_number");
+    shift_->setFocusPolicy(Qt::ClickFocus);
+    set_role(shift_, "headbutton");
+    row->addWidget(shift_);
+    connect(shift_, &QPushButton::clicked, this, &HeaderBar::shift_clicked);
+    news_ = add("news", "ticker");
+    news_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    news_->setAlignment(Qt::AlignCenter);
+    row->setStretchFactor(news_, 1);
+    menu_ = new QPushButton(tr("&القائمة"));
+    menu_->setObjectName("menu");
+    menu_->setFocusPolicy(Qt::ClickFocus);
+    set_role(menu_, "headbutton");
+    row->addWidget(menu_);
+    clock_ = new Figure("clock", "clock");
+    row->addWidget(clock_);
+}
+
+void HeaderBar::show_state(const sales::SalesScreen& screen, const signin::Session& session) {
+    shop_->setText(qt(session.settings.aname));
+    const std::string store = sales::name_of(screen.lists().stores, screen.invoice().store);
+    store_->setText("المخزن: " + qt(store.empty() ? session.store_name : store));
+    drawer_->setText("الخزينة: " + qt(session.drawer_name));
+    user_->setText("المستخدم: " + qt(session.user_name));
+    const auto shift = screen.shift_number();
+    shift_->setText(shift == 0 ? QString("بدون وردية") : "وردية رقم " + QString::number(shift));
+}
+
+void HeaderBar::show_clock(const std::string& text) {
+    clock_->setText(qt(text));
+}
+
+void HeaderBar::next_news(const std::vector<std::string>& news) {
+    if (news.empty()) return;
+    const QString line = qt(news[news_at_++ % news.size()]);
+    news_->setText(news_->fontMetrics().elidedText(line, Qt::ElideRight, news_->width()));
+    news_->setToolTip(line);
+}
+
+void HeaderBar::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const bool narrow = width() < px(1200);
+    layout()->setSpacing(px(narrow ? 12 : 28));
+}
+
+}  // namespace ui

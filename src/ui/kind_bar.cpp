@@ -1,0 +1,115 @@
+#include "ui/kind_bar.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "common/date_time.h"
+#include "sales/sales_screen.h"
+#include "ui/colours.h"
+#include "ui/fields.h"
+#include "ui/segments.h"
+#include "ui/style.h"
+#include "ui/text.h"
+
+namespace ui {
+
+namespace {
+
+const char* bar_colour(sales::KindOption kind) {
+    switch (kind) {
+        case sales::KindOption::sale:
+            return colour::sale_bar;
+        case sales::KindOption::return_:
+            return colour::return_bar;
+        case sales::KindOption::third:
+            return colour::third_bar;
+    }
+    return colour::sale_bar;
+}
+
+QString customer_text(const sales::Invoice& invoice) {
+    using sales::PaymentOption;
+    if (invoice.payment == PaymentOption::account) return qt(invoice.customer_name);
+    if (invoice.walk_in) return qt(invoice.walk_in->name);
+    return "عميل نقدي";
+}
+
+}  // namespace
+
+KindBar::KindBar(QWidget* parent) : QWidget(parent) {
+    set_role(this, "kinds");
+    setFixedHeight(px(84));
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, px(1));
+    row->setSpacing(0);
+    kind_ = label({}, "kind");
+    kind_->setObjectName("kind_label");
+    kind_->setAlignment(Qt::AlignCenter);
+    row->addWidget(kind_);
+
+    number_ = new Figure("invoice_number", "figure");
+    row->addWidget(cell("رقم البون", {}, number_));
+    date_ = new Figure("invoice_date", "figure");
+    row->addWidget(cell("التاريخ", {}, date_));
+    kinds_ = new Segments("kind", {{0, "بيع"}, {1, "مرتجع"}, {2, "نوع ثالث"}});
+    row->addWidget(cell("النوع", "F4", kinds_));
+    std::vector<std::pair<int, QString>> levels;
+    for (const auto caption : sales::price_level_captions) {
+        levels.emplace_back(static_cast<int>(levels.size()) + 2, qt(caption));
+    }
+    levels_ = new Segments("price_level", levels);
+    row->addWidget(cell("فئة السعر", {}, levels_));
+    customer_ = label({}, "figure");
+    customer_->setObjectName("customer");
+    customer_->setMinimumWidth(px(60));
+    row->addWidget(cell("العميل", "F10", customer_, true), 1);
+
+    connect(kinds_, &Segments::chosen, this, &KindBar::kind_chosen);
+    connect(levels_, &Segments::chosen, this, &KindBar::price_level_chosen);
+}
+
+QWidget* KindBar::cell(const QString& caption, const QString& cap, QWidget* content, bool last) {
+    auto* made = new QWidget;
+    made->setProperty("last", last);
+    set_role(made, "cell");
+    auto* column = new QVBoxLayout(made);
+    column->setContentsMargins(px(18), px(10), px(18), px(6));
+    column->setSpacing(px(3));
+    column->addWidget(label(cap.isEmpty() ? caption : caption + " " + cap, "caption"));
+    column->addStretch(1);
+    column->addWidget(content);
+    column->addStretch(1);
+    return made;
+}
+
+void KindBar::show_state(const sales::SalesScreen& screen) {
+    const sales::Invoice& invoice = screen.invoice();
+    kind_->setText(qt(screen.kind_label()));
+    const QColor ground = colour::from_blue_first(screen.grid_colour());
+    const QString dress = QString("background: %1; border-left: %2px solid %3;")
+                              .arg(ground.name())
+                              .arg(px(6))
+                              .arg(bar_colour(invoice.kind));
+    if (dress != kind_dress_) {
+        kind_dress_ = dress;
+        kind_->setStyleSheet(dress);
+    }
+    number_->setText(qt(screen.number_text()));
+    date_->setText(qt(common::date_text(invoice.date)));
+    kinds_->show_chosen(static_cast<int>(invoice.kind));
+    levels_->show_chosen(invoice.price_level);
+    customer_->setText(customer_text(invoice));
+}
+
+void KindBar::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const bool narrow = width() < px(1200);
+    kind_->setFixedWidth(px(narrow ? 150 : 220));
+    for (QWidget* made : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (made->layout() != nullptr) {
+            made->layout()->setContentsMargins(px(narrow ? 8 : 18), px(10), px(narrow ? 8 : 18), px(6));
+        }
+    }
+}
+
+}  // namespace ui

@@ -1,0 +1,20 @@
+// How a cell of the line grid is painted.
+#pragma once
+
+#include <QColor>
+#include <QStyledItemDelegate>
+
+namespace ui {
+
+class LineDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    void set_ground(const QColor& ground) { ground_ = ground; }
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+
+  private:
+    QColor ground_;
+};
+
+}  // namespace ui

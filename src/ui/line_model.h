@@ -1,0 +1,38 @@
+// The invoice's lines as the grid shows them: the visible ones of the grid's columns, in their order.
+#pragma once
+
+#include <QAbstractTableModel>
+#include <array>
+
+namespace sales {
+class SalesScreen;
+}
+
+namespace ui {
+
+class LineModel : public QAbstractTableModel {
+    Q_OBJECT
+  public:
+    explicit LineModel(const sales::SalesScreen& screen, QObject* parent = nullptr);
+
+    // The grid column of the invoice model behind a shown one, and back; -1 for none.
+    static int source_column(int shown);
+    static int shown_column(int source);
+    static constexpr int shown_count = 10;
+    // Of a cell: true when it waits to be typed into (a general item's, or an offer's marked discounts).
+    static constexpr int open_role = Qt::UserRole;
+
+    // Follows the invoice.
+    void refresh();
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+  private:
+    const sales::SalesScreen& screen_;
+    int rows_ = 0;
+};
+
+}  // namespace ui

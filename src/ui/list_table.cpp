@@ -1,0 +1,64 @@
+#include "ui/list_table.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+
+#include "ui/style.h"
+
+namespace ui {
+
+ListTable::ListTable(const QString& name, const QStringList& headings, int stretch, QWidget* parent)
+    : QTableWidget(0, static_cast<int>(headings.size()), parent) {
+    setObjectName(name);
+    set_role(this, "sheet");
+    setHorizontalHeaderLabels(headings);
+    setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setTabKeyNavigation(false);
+    setShowGrid(false);
+    setWordWrap(false);
+    verticalHeader()->hide();
+    verticalHeader()->setDefaultSectionSize(px(40));
+    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    horizontalHeader()->setSectionResizeMode(stretch, QHeaderView::Stretch);
+    horizontalHeader()->setMinimumSectionSize(px(70));
+    connect(this, &QTableWidget::cellDoubleClicked, this, [this](int row) { emit row_taken(row); });
+}
+
+void ListTable::show_rows(const std::vector<QStringList>& rows) {
+    setUpdatesEnabled(false);
+    clearContents();
+    setRowCount(static_cast<int>(rows.size()));
+    for (int row = 0; row < rowCount(); ++row) {
+        const QStringList& texts = rows[static_cast<std::size_t>(row)];
+        for (int column = 0; column < columnCount() && column < texts.size(); ++column) {
+            auto* cell = new QTableWidgetItem(texts[column]);
+            cell->setTextAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
+            setItem(row, column, cell);
+        }
+    }
+    if (rowCount() > 0) setCurrentCell(0, 0);
+    setUpdatesEnabled(true);
+}
+
+void ListTable::keyPressEvent(QKeyEvent* event) {
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentRow() >= 0) {
+        emit row_taken(currentRow());
+        return;
+    }
+    if (event->key() == Qt::Key_Up && currentRow() <= 0) {
+        emit left_upwards();
+        return;
+    }
+    if (event->key() == Qt::Key_Escape) {
+        event->ignore();  // the sheet leaves
+        return;
+    }
+    QTableWidget::keyPressEvent(event);
+}
+
+}  // namespace ui

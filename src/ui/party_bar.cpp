@@ -1,0 +1,118 @@
+#include "ui/party_bar.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QStackedLayout>
+
+#include "sales/sales_screen.h"
+#include "ui/fields.h"
+#include "ui/style.h"
+#include "ui/text.h"
+
+namespace ui {
+
+namespace {
+
+QWidget* page(std::initializer_list<std::pair<QString, QWidget*>> fields) {
+    auto* made = new QWidget;
+    auto* row = new QHBoxLayout(made);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(px(10));
+    for (const auto& [caption, field] : fields) {
+        QLabel* before = label(caption, "side");
+        before->setBuddy(field);
+        row->addWidget(before);
+        row->addWidget(field, 1);
+    }
+    return made;
+}
+
+void fill_list(QComboBox* list, const std::vector<sales::Choice>& choices) {
+    const QSignalBlocker quiet(list);
+    list->clear();
+    for (const sales::Choice& choice : choices)
+        list->addItem(qt(choice.name), QVariant::fromValue<qlonglong>(choice.code));
+    list->setCurrentIndex(-1);
+}
+
+void show_code(QComboBox* list, std::int64_t code) {
+    if (list->hasFocus()) return;  // it is being typed into
+    const QSignalBlocker quiet(list);
+    list->setCurrentIndex(list->findData(QVariant::fromValue<qlonglong>(code)));
+}
+
+}  // namespace
+
+PartyBar::PartyBar(QWidget* parent) : QWidget(parent) {
+    pages_ = new QStackedLayout(this);
+    customer_ = choice_list("account_customer");
+    bank_ = choice_list("bank");
+    holder_ = new QLineEdit;
+    holder_->setObjectName("card_holder");
+    holder_->setMaxLength(100);
+    reference_ = new QLineEdit;
+    reference_->setObjectName("card_reference");
+    reference_->setMaxLength(50);
+    receiver_ = choice_list("tips_receiver");
+    pages_->addWidget(page({{"العميل", customer_}}));
+    pages_->addWidget(new QWidget);  // cash wants nothing
+    pages_->addWidget(page({{"البنك", bank_}, {"صاحب البطاقة", holder_}, {"رقم مرجعي", reference_}}));
+    pages_->addWidget(page({{"عميل الأكراميات", receiver_}}));
+
+    const auto choosing = [this](QComboBox* list, auto signal, QWidget* next) {
+        connect(list, &QComboBox::activated, this,
+                [this, list, signal] { emit(this->*signal)(chosen_code(list)); });
+        connect(list->lineEdit(), &QLineEdit::returnPressed, this, [this, list, signal, next] {
+            emit(this->*signal)(chosen_code(list));
+            if (next != nullptr) {
+                next->setFocus();
+            } else {
+                emit finished();
+            }
+        });
+    };
+    choosing(customer_, &PartyBar::customer_chosen, nullptr);
+    choosing(bank_, &PartyBar::bank_chosen, holder_);
+    choosing(receiver_, &PartyBar::tips_receiver_chosen, nullptr);
+    const auto typed = [this] { emit card_typed(holder_->text(), reference_->text()); };
+    connect(holder_, &QLineEdit::textEdited, this, typed);
+    connect(reference_, &QLineEdit::textEdited, this, typed);
+    connect(holder_, &QLineEdit::returnPressed, reference_, qOverload<>(&QWidget::setFocus));
+    connect(reference_, &QLineEdit::returnPressed, this, &PartyBar::finished);
+    hide();
+}
+
+void PartyBar::fill(const sales::SalesScreen& screen) {
+    fill_list(customer_, screen.lists().account_customers);
+    fill_list(bank_, screen.lists().banks);
+    fill_list(receiver_, screen.lists().tips_receivers);
+}
+
+void PartyBar::show_state(const sales::SalesScreen& screen) {
+    const sales::Invoice& invoice = screen.invoice();
+    pages_->setCurrentIndex(static_cast<int>(invoice.payment));
+    show_code(customer_, invoice.customer);
+    show_code(bank_, invoice.card.bank_code);
+    show_code(receiver_, invoice.tips_receiver);
+    if (!holder_->hasFocus()) holder_->setText(qt(invoice.card.holder));
+    if (!reference_->hasFocus()) reference_->setText(qt(invoice.card.reference));
+    setVisible(invoice.payment != sales::PaymentOption::cash);
+}
+
+QWidget* PartyBar::first_field(sales::PaymentOption payment) {
+    switch (payment) {
+        case sales::PaymentOption::account:
+            return customer_;
+        case sales::PaymentOption::card:
+            return bank_;
+        case sales::PaymentOption::tips:
+            return receiver_;
+        case sales::PaymentOption::cash:
+            break;
+    }
+    return nullptr;
+}
+
+}  // namespace ui

@@ -1,0 +1,136 @@
+#include "ui/search_panel.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "sales/sales_screen.h"
+#include "ui/fields.h"
+#include "ui/list_table.h"
+#include "ui/style.h"
+#include "ui/text.h"
+
+namespace ui {
+
+namespace {
+
+constexpr int pause_ms = 150;
+
+QString figure(const std::string& text) {
+    return "\u200e" + qt(text);
+}
+
+}  // namespace
+
+SearchPanel::SearchPanel(QWidget* host, sales::SalesScreen& screen)
+    : Sheet(host, "بحث عن صنف"), screen_(screen) {
+    setObjectName("search_panel");
+    set_card_width(std::min(1180.0, host->window()->width() * 16.0 / font().pixelSize() - 40));
+    auto* filters = new QHBoxLayout;
+    filters->setSpacing(px(10));
+    name_ = filter_field("search_name");
+    number_ = filter_field("search_code");
+    price_ = filter_field("search_price");
+    maker_ = filter_field("search_maker");
+    type_ = filter_field("search_type");
+    filters->addWidget(captioned("الا&سم", name_), 5);
+    filters->addWidget(captioned("ال&كود أو الباركود", number_), 3);
+    filters->addWidget(captioned("س &قطاعي", price_), 2);
+    filters->addWidget(captioned("ال&شركة", maker_), 2);
+    filters->addWidget(captioned("ال&نوع", type_), 2);
+    body()->addLayout(filters);
+
+    auto* options = new QHBoxLayout;
+    options->setSpacing(px(24));
+    contains_ = new QCheckBox("في أي &موضع من الاسم");
+    contains_->setObjectName("search_contains");
+    hide_stopped_ = new QCheckBox("ب&دون الأصناف الموقوفة");
+    hide_stopped_->setObjectName("search_hide_stopped");
+    count_ = label({}, "side");
+    count_->setObjectName("search_count");
+    options->addWidget(contains_);
+    options->addWidget(hide_stopped_);
+    options->addStretch(1);
+    options->addWidget(count_);
+    body()->addLayout(options);
+
+    QStringList headings;
+    for (const auto heading : sales::search_headings)
+        headings << qt(heading);
+    headings << "عبوة"
+             << "كرتونة";
+    table_ = new ListTable("search_results", headings, 1);
+    table_->setMinimumHeight(px(360));
+    body()->addWidget(table_, 1);
+
+    pause_.setSingleShot(true);
+    pause_.setInterval(pause_ms);
+    connect(&pause_, &QTimer::timeout, this, &SearchPanel::search_now);
+    connect(contains_, &QCheckBox::toggled, this, &SearchPanel::search_now);
+    connect(hide_stopped_, &QCheckBox::toggled, this, &SearchPanel::search_now);
+    connect(table_, &ListTable::row_taken, this, &SearchPanel::take);
+    connect(table_, &ListTable::left_upwards, name_, qOverload<>(&QWidget::setFocus));
+}
+
+QLineEdit* SearchPanel::filter_field(const char* name) {
+    auto* field = new QLineEdit;
+    field->setObjectName(name);
+    field->setMaxLength(100);
+    connect(field, &QLineEdit::textEdited, this, [this] { pause_.start(); });
+    return field;
+}
+
+void SearchPanel::search_now() {
+    pause_.stop();
+    sales::SearchFilters filters;
+    filters.name = utf8(name_->text().trimmed());
+    filters.name_contains = contains_->isChecked();
+    filters.code = utf8(number_->text().trimmed());
+    filters.price = utf8(price_->text().trimmed());
+    filters.maker = utf8(maker_->text().trimmed());
+    filters.type = utf8(type_->text().trimmed());
+    filters.hide_stopped = hide_stopped_->isChecked();
+    found_ = screen_.search(filters);
+
+    // A list that long is read by nobody; the count says how many there are.
+    constexpr std::size_t most = 500;
+    std::vector<QStringList> rows;
+    rows.reserve(std::min(found_.size(), most));
+    for (const sales::FoundItem& item : found_) {
+        if (rows.size() == most) break;
+        rows.push_back({QString::number(item.code), qt(item.name) + (item.stopped ? "  (موقوف)" : ""),
+                        qt(item.group), figure(item.retail), figure(item.wholesale), figure(item.stock),
+                        figure(item.prices[1][0]) + " / " + figure(item.prices[1][1]),
+                        figure(item.prices[2][0]) + " / " + figure(item.prices[2][1])});
+    }
+    table_->show_rows(rows);
+    count_->setText(filters.empty() ? QString() : "عدد الأصناف \u200e" + QString::number(found_.size()));
+}
+
+void SearchPanel::take(int row) {
+    if (row < 0 || static_cast<std::size_t>(row) >= found_.size()) return;
+    code_ = found_[static_cast<std::size_t>(row)].code;
+    leave(1);
+}
+
+void SearchPanel::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            // From a filter Enter takes the first match of what is typed now, not of what was listed before.
+            if (pause_.isActive()) search_now();
+            take(table_->currentRow());
+            break;
+        case Qt::Key_Down:
+            if (pause_.isActive()) search_now();
+            table_->setFocus();
+            break;
+        default:
+            Sheet::keyPressEvent(event);
+    }
+    event->accept();
+}
+
+}  // namespace ui

@@ -1,0 +1,50 @@
+// The side of the sales screen with the figures: total, invoice discount, net, payment options, the last
+// receipt and the save button.
+#pragma once
+
+#include <QWidget>
+#include <array>
+
+class QLabel;
+
+namespace sales {
+class SalesScreen;
+}
+
+namespace ui {
+
+class AmountField;
+class KeyButton;
+
+class TotalsPanel : public QWidget {
+    Q_OBJECT
+  public:
+    explicit TotalsPanel(QWidget* parent = nullptr);
+    void show_state(const sales::SalesScreen& screen);
+
+  signals:
+    void payment_chosen(int payment);
+    void save_clicked();
+    // Enter in an invoice discount field, or it was left with another text.
+    void discount_value_typed(const QString& text);
+    void discount_percent_typed(const QString& text);
+    // Esc in a discount field: typing goes on in the entry field.
+    void left();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    QWidget* discount_box(const QString& caption, AmountField* field);
+    void commit(AmountField* field);
+
+    QLabel* total_;
+    AmountField* discount_value_;
+    AmountField* discount_percent_;
+    QLabel* net_;
+    std::array<KeyButton*, 4> payments_{};
+    QLabel* last_number_;
+    QLabel* last_change_;
+};
+
+}  // namespace ui
