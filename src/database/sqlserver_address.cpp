@@ -92,17 +92,21 @@ std::optional<std::uint16_t> ask_instance_port(const std::string& host, const st
     constexpr char ask_for_instance = 0x04;
     const std::string question = ask_for_instance + instance + '\0';
     constexpr auto patience = std::chrono::milliseconds(1000);  // then the question may have been lost
-    while (Clock::now() < deadline) {
+    bool refused = false;  // by every address: nobody listens there, and waiting is no use
+    while (!refused && Clock::now() < deadline) {
+        refused = true;
         for (const addrinfo* address = addresses.get(); address != nullptr; address = address->ai_next) {
             const Socket socket(*address);
             if (socket.get() < 0 || send(socket.get(), question.data(), question.size(), MSG_NOSIGNAL) < 0)
                 continue;
             const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
             pollfd waiting{socket.get(), POLLIN, 0};
-            if (poll(&waiting, 1, static_cast<int>(std::clamp(left, {}, patience).count())) <= 0) continue;
+            const bool answered =
+                poll(&waiting, 1, static_cast<int>(std::clamp(left, {}, patience).count())) > 0;
             std::array<char, 4096> answer;
-            const ssize_t length = recv(socket.get(), answer.data(), answer.size(), 0);
-            if (length < 0) return {};  // the host says that nobody listens there
+            const ssize_t length = answered ? recv(socket.get(), answer.data(), answer.size(), 0) : 0;
+            if (length < 0) continue;
+            refused = false;
             constexpr std::size_t header = 3;
             const auto size = static_cast<std::size_t>(length);
             if (size > header)
