@@ -92,20 +92,16 @@ GO
 -- A receipt by its number.
 create index sales_number on sales (pnum, ctype, stcode, [date], vcode)
 GO
--- The next number: the cash series, the account series, the returns of a store.
+-- The next number of the cash series and of a store's returns; the account series walks down sales_number.
 create index sales_party on sales (vcode, pnum, ctype)
-GO
-create index sales_account_number on sales (pnum, ctype) where vcode <> -1
 GO
 create index sales_store_number on sales (stcode, ctype, pnum)
 GO
 -- The cash position reads this alone.
 create index sales_drawer on sales (stcode, ptype, vcode, ctype, stype, [date], time_, ptot, disboun, safe)
 GO
--- The day's journal, and an account customer's statement.
+-- The day's journal.
 create index sales_day on sales (stcode, [date], ptype)
-GO
-create index sales_statement on sales (vcode, [date], ctype, ptot) where vcode <> -1
 GO
 -- edate is the expiry date of the batch that a recalled line came from or goes back to.
 create table saledata (pnum int null, vcode int null, [date] datetime null, ctype int null, stcode int null,
