@@ -5,6 +5,7 @@
 
 #include "database/open.h"
 #include "database/schema.h"
+#include "support/test_server.h"
 
 namespace test {
 
@@ -24,18 +25,23 @@ constexpr const char* seed_basic[] = {
     "insert into worker (work_code,work_name) select 1,N'سعاد'",
 };
 
+void make_shop(database::Connection& connection) {
+    database::create_base_schema(connection);
+    for (const char* statement : seed_basic)
+        connection.execute(Sql::from_administrator(statement));
+    connection.execute(Sql::from_administrator("insert into users (code,name,pass,perm) select 1,N'مدير','1','" +
+                                               std::string(400, '1') + "'"));
+    database::run_upgrade_list(connection);
+    connection.settle();
+}
+
 // The made shop that every test copies; lives as long as the program.
 const fs::path& model_shop() {
     static const TemporaryFolder folder;
     static const fs::path file = [] {
         fs::path made = folder.path() / "model.db";
         const auto connection = database::open_embedded(made, true);
-        database::create_base_schema(*connection);
-        for (const char* statement : seed_basic) connection->execute(Sql::from_administrator(statement));
-        connection->execute(Sql::from_administrator(
-            "insert into users (code,name,pass,perm) select 1,N'مدير','1','" + std::string(400, '1') + "'"));
-        database::run_upgrade_list(*connection);
-        connection->settle();
+        make_shop(*connection);
         return made;
     }();
     return file;
@@ -55,6 +61,11 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 Shop::Shop() : file_(folder_.path() / "shop.db") {
+    if (test_server()) {
+        connection_ = open_emptied_test_server();
+        make_shop(*connection_);
+        return;
+    }
     const fs::path& model = model_shop();
     fs::copy_file(model, file_);
     connection_ = database::open_embedded(file_);

@@ -32,6 +32,7 @@ class Shop {
     // The first cell of a query as text.
     std::string cell(const std::string& query);
     double number(const std::string& query);
+    // The shop's file; there is none on a server.
     const std::filesystem::path& file() const { return file_; }
 
   private:
