@@ -125,9 +125,9 @@ void OdbcConnection::disconnect() {
 Connection::Outcome OdbcConnection::run(std::string_view statement, const std::vector<Value>& values) {
     if (!connection_) connect();
     if (changes_tables(statement)) described_.clear();
-    return guarded(statement, [&] {
-        return run_odbc_statement(connection_.get(), statement, values, road_.query_seconds);
-    });
+    const std::string sent = road_.wide_literals ? with_wide_literals(statement) : std::string(statement);
+    return guarded(statement,
+                   [&] { return run_odbc_statement(connection_.get(), sent, values, road_.query_seconds); });
 }
 
 Connection::Table OdbcConnection::describe(std::string_view table) {

@@ -16,6 +16,7 @@ struct OdbcRoad {
     std::string opening_statement;  // run on every new connection; may be empty
     int login_seconds = 5;
     int query_seconds = 30;
+    bool wide_literals = false;  // the server needs N'…' for Arabic
 };
 
 // Connects when made. A statement that finds the connection lost, or waits longer than query_seconds, throws

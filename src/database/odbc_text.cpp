@@ -1,5 +1,6 @@
 #include "database/odbc_text.h"
 
+#include <algorithm>
 #include <array>
 
 #include "common/text.h"
@@ -37,6 +38,59 @@ std::string from_wide(const SQLWCHAR* text, std::size_t length) {
         }
     }
     return common::utf8(characters);
+}
+
+namespace {
+
+bool is_name_character(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '@' || c == '#' || c == '$' || static_cast<unsigned char>(c) >= 0x80;
+}
+
+// True when the quote at `at` has its own N before it already.
+bool is_wide_literal(std::string_view statement, std::size_t at) {
+    if (at == 0 || (statement[at - 1] != 'N' && statement[at - 1] != 'n')) return false;
+    return at == 1 || !is_name_character(statement[at - 2]);
+}
+
+// The end of what begins at `at` with a quote, a bracket or a comment; doubled closing marks do not end it.
+std::size_t end_of_quoted(std::string_view statement, std::size_t at) {
+    const char close = statement[at] == '[' ? ']' : statement[at];
+    for (std::size_t i = at + 1; i < statement.size(); ++i) {
+        if (statement[i] != close) continue;
+        if (i + 1 < statement.size() && statement[i + 1] == close)
+            ++i;
+        else
+            return i + 1;
+    }
+    return statement.size();
+}
+
+}  // namespace
+
+std::string with_wide_literals(std::string_view statement) {
+    std::string wide;
+    wide.reserve(statement.size() + 8);
+    for (std::size_t at = 0; at < statement.size();) {
+        std::size_t end = at + 1;
+        const std::string_view rest = statement.substr(at);
+        if (rest.starts_with("--")) {
+            end = std::min(statement.find('\n', at), statement.size());
+        } else if (rest.starts_with("/*")) {
+            const auto close = statement.find("*/", at + 2);
+            end = close == statement.npos ? statement.size() : close + 2;
+        } else if (rest[0] == '\'' || rest[0] == '"' || rest[0] == '[') {
+            end = end_of_quoted(statement, at);
+        }
+        const std::string_view piece = statement.substr(at, end - at);
+        const bool needs_mark = rest[0] == '\'' && !is_wide_literal(statement, at) &&
+                                std::any_of(piece.begin(), piece.end(),
+                                            [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+        if (needs_mark) wide += 'N';
+        wide += piece;
+        at = end;
+    }
+    return wide;
 }
 
 std::vector<Diagnostic> diagnostics_of(SQLSMALLINT kind, SQLHANDLE handle) {

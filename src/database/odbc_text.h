@@ -14,6 +14,10 @@ namespace database {
 std::vector<SQLWCHAR> to_wide(std::string_view utf8);
 std::string from_wide(const SQLWCHAR* text, std::size_t length);
 
+// A statement with N before every literal that holds more than ASCII: a server whose collation is not Arabic
+// would read the characters of a plain '…' as question marks.
+std::string with_wide_literals(std::string_view statement);
+
 // One record of what a driver says about a handle.
 struct Diagnostic {
     std::string sqlstate;

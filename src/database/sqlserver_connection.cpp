@@ -97,7 +97,7 @@ std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string)
     }
     return std::make_unique<OdbcConnection>(
         OdbcRoad{freetds_connection_string(connection_string, freetds_driver(), source.host, port),
-                 "set dateformat ymd", login_seconds, query_seconds});
+                 "set dateformat ymd", login_seconds, query_seconds, true});
 }
 
 }  // namespace database

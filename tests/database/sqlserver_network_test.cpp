@@ -142,6 +142,26 @@ TEST(ServerConnection, SendsStatementsAsWrittenAndValuesBeside) {
                 HasSubstr(std::string(reinterpret_cast<const char*>(&salary), sizeof salary)));
 }
 
+TEST(ServerConnection, ArabicLiteralsGoWide) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"select 'abc', ''", "select 'abc', ''"},
+        {"select * from items where name like 'لبن%'", "select * from items where name like N'لبن%'"},
+        {"select N'لبن',n'لبن'", "select N'لبن',n'لبن'"},
+        {"select 1 where[x]='لبن'or'a'='ل''ب'", "select 1 where[x]=N'لبن'or'a'=N'ل''ب'"},
+        {"select [it's] as 'س' -- 'س'\n, 'س' /* 'س' */", "select [it's] as N'س' -- 'س'\n, N'س' /* 'س' */"},
+        {"select @n'س'", "select @nN'س'"},
+        {"select 'open س", "select N'open س"},
+    };
+    for (const auto& [written, sent] : cases)
+        EXPECT_EQ(database::with_wide_literals(written), sent);
+
+    TdsServer server([](const std::string&) { return tds::done(); });
+    const auto connection =
+        database::open_sqlserver(program_string("127.0.0.1," + std::to_string(server.port())));
+    connection->execute("update basic set aname = 'بقالة'");
+    EXPECT_EQ(server.requests().back(), "update basic set aname = N'بقالة'");
+}
+
 TEST(ServerConnection, StatementErrorsLeaveTheConnectionAlive) {
     const TdsServer server([](const std::string& request) {
         return request.starts_with("select") ? tds::error(208, 16, "Invalid object name 'nowhere'.")
