@@ -34,7 +34,7 @@ std::string short_text(std::string_view utf8) {
 
 std::string text_of_wide(std::string_view bytes) {
     std::vector<SQLWCHAR> characters(bytes.size() / 2);
-    std::memcpy(characters.data(), bytes.data(), characters.size() * 2);
+    if (!characters.empty()) std::memcpy(characters.data(), bytes.data(), characters.size() * 2);
     return database::from_wide(characters.data(), characters.size());
 }
 
