@@ -1,0 +1,20 @@
+// What sign-in and the password screen say.
+#pragma once
+
+#include <string_view>
+
+namespace signin::message {
+
+inline constexpr std::string_view enter_user = "ادخل اسم المستخدم";         // enter the user name
+inline constexpr std::string_view no_such_user = "اسم المستخدم غير موجود";  // user name not found
+inline constexpr std::string_view wrong_password = "كلمة السر غير صحيحة";   // the password is not correct
+inline constexpr std::string_view wrong_data = "بيانات غير صحيحة";          // the data are not correct
+inline constexpr std::string_view wrong_old_password =
+    "كلمة السر القديم غير صحيحة";  // old password not correct
+// The password was changed.
+inline constexpr std::string_view password_changed = "تم تغيير كلمة السر";
+// The password was not changed: the database did not accept it. The old password still holds.
+inline constexpr std::string_view password_not_changed =
+    "لم يتم تغيير كلمة السر لأن قاعدة البيانات لم تقبل التغيير، وكلمة السر القديمة ما زالت سارية";
+
+}  // namespace signin::message

@@ -1,0 +1,65 @@
+// The files that stand beside the program: reading and writing each of them. Names are found without regard
+// to case. Writing replaces a file at once, so that a kill or a power cut leaves the old one or the new one
+// whole. Everything here throws StartUpError when it cannot be done.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "startup/connection_file.h"
+#include "startup/start_up_error.h"
+
+namespace startup {
+
+inline constexpr std::string_view connection_file_name = "datacon24.stk";
+inline constexpr std::string_view version_file_name = "merlo-ver.txt";
+inline constexpr std::string_view credit_file_name = "Data.dat";
+inline constexpr std::string_view password_file_name = "sa.pwd";
+inline constexpr std::string_view logs_folder_name = "Logs";
+inline constexpr std::string_view log_file_name = "hm_log.qzv";
+inline constexpr std::string_view fatal_file_name = "prg_.err";
+inline constexpr std::size_t version_record_length = 50;
+
+// The entry of a folder with this name: spelt exactly so, else in another case. Nothing when there is none.
+std::optional<std::filesystem::path> find_file(const std::filesystem::path& folder, std::string_view name);
+
+// The connection file of the working directory.
+bool has_connection_file(const std::filesystem::path& folder);
+ConnectionRecord read_connection_file(const std::filesystem::path& folder);
+std::filesystem::path write_connection_file(const std::filesystem::path& folder,
+                                            const ConnectionRecord& record);
+// Stores another address of the server in the connection file of a folder and leaves the rest as it is.
+void write_server_address(const std::filesystem::path& folder, std::string_view address);
+
+// The version string of the program folder, 50 characters in the file; trailing blanks are dropped. A file
+// that is not exactly one record long is refused.
+std::string read_version_file(const std::filesystem::path& folder);
+void write_version_file(const std::filesystem::path& folder, std::string_view version);
+
+// The supplier-credit lines of the working directory. Without the file they are empty; a file with fewer
+// lines leaves the rest empty, further lines are ignored. Read as UTF-8 or, where it is none, as code page
+// 1256.
+using CreditLines = std::array<std::string, 3>;
+CreditLines read_credit_file(const std::filesystem::path& folder);
+void write_credit_file(const std::filesystem::path& folder, const CreditLines& lines);
+
+// The password of the login "sa": the environment variable TALLVEX_SA_PASSWORD, else the first line of
+// "sa.pwd" in the program folder. A file that others than its owner may read is refused, as is having
+// neither.
+std::string read_sa_password(const std::filesystem::path& program_folder);
+// Writes "sa.pwd", readable by its owner alone.
+void write_sa_password(const std::filesystem::path& program_folder, std::string_view password);
+
+// Makes the "Logs" folder where there is none; returns its path.
+std::filesystem::path ensure_logs_folder(const std::filesystem::path& program_folder);
+
+// Overwrites the fatal-error record: three texts of 100, 150 and 150 characters in code page 1256.
+inline constexpr std::size_t fatal_record_length = 400;
+std::string fatal_record(std::string_view message, std::string_view second, std::string_view third);
+void write_fatal_error(const std::filesystem::path& program_folder, std::string_view message,
+                       std::string_view second = {}, std::string_view third = {});
+
+}  // namespace startup
