@@ -55,6 +55,7 @@ std::string report_csv(const Report& report) {
     if (!report.sum_row.empty()) csv += csv_line(report.sum_row);
     for (const auto& [label, value] : report.totals)
         csv += csv_line({label, value});
+    if (!report.words.empty()) csv += csv_line({report.words});
     for (const std::string& footer : report.footers)
         csv += csv_line({footer});
     return csv;

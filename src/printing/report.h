@@ -1,6 +1,7 @@
 // A printed report as plain data: a title, captions, one table, totals. Drawn in pages/report_page.h.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,15 +23,20 @@ using Caption = std::pair<std::string, std::string>;
 struct Report {
     std::string name;  // of the file in which it is kept, Latin letters: "shift", "statement"
     std::string store_name;
+    std::string second_store_name;
+    std::string telephone;
+    std::filesystem::path logo;  // a picture file; empty for none
     std::string title;
     std::vector<std::string> subtitles;          // under the title, centred
     std::vector<Caption> captions;               // two a row above the table
     std::vector<ReportColumn> columns;           // from the right; without columns there is no table
     std::vector<std::vector<std::string>> rows;  // cells in the columns' order; missing ones are empty
     std::vector<std::string> sum_row;            // closes the table in bold; empty for none
-    std::vector<Caption> totals;                 // the last one stands out
-    std::vector<std::string> footers;            // under the totals: notes, an amount in words
-    std::vector<std::string> signatures;         // captions of signature lines at the end
+    std::vector<Caption> totals;
+    int main_total = -1;                  // which of the totals stands out; -1 for the last
+    std::string words;                    // an amount in words, under the totals
+    std::vector<std::string> footers;     // notes at the end
+    std::vector<std::string> signatures;  // captions of signature lines at the end
     Orientation orientation = Orientation::portrait;
 };
 

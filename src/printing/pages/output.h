@@ -11,11 +11,11 @@
 
 namespace printing::pages {
 
-// Each page as a picture on white.
+// Each page as a picture on white; a page too long for a picture is drawn smaller.
 std::vector<QImage> pictures(const PageSet& pages, double dots_per_mm);
 
-// Writes the pages into one PDF file; its folder is made when missing. False when it cannot be written; then no
-// file is left.
+// Writes the pages into one PDF file; its folder is made when missing. False when it cannot be written; then
+// no file is left.
 bool save_pdf(const PageSet& pages, const std::filesystem::path& file);
 
 enum class Printed {

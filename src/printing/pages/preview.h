@@ -12,11 +12,9 @@ class QScrollArea;
 
 namespace printing::pages {
 
-// Zoom by "+" and "−" (also Ctrl and the wheel), "0" fits the width, Enter prints, Esc closes. Printing is done by
-// the function that is given; the preview closes when it answers true.
+// Zoom by "+" and "−" (also Ctrl and the wheel), "0" fits the width, Enter prints, Esc closes. Printing is
+// done by the function that is given; the preview closes when it answers true.
 class Preview final : public QDialog {
-    Q_OBJECT
-
   public:
     Preview(std::shared_ptr<const PageSet> pages, std::function<bool()> print, QWidget* parent = nullptr);
 

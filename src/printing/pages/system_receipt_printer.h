@@ -11,18 +11,19 @@
 
 namespace printing::pages {
 
-// Follows `choice`, which the printer-choice screen may change at any time. The picture of the logo and "qr.bmp" are
-// in `program_folder`, and PDF files go to its folder `Receipts`.
+// Follows `choice`, which the printer-choice screen may change at any time. The picture of the logo and
+// "qr.bmp" are in `program_folder`, and PDF files go to its folder `Receipts`.
 class SystemReceiptPrinter final : public ReceiptPrinter {
   public:
-    SystemReceiptPrinter(database::Connection& connection, common::Outside outside, const PrinterChoice& choice,
-                         std::filesystem::path program_folder)
+    SystemReceiptPrinter(database::Connection& connection, common::Outside outside,
+                         const PrinterChoice& choice, std::filesystem::path program_folder)
         : connection_(connection), outside_(outside), choice_(choice), folder_(std::move(program_folder)) {}
 
     bool print(const Receipt& receipt, Form form) override;
+    bool prints_text() const override { return choice_.is_text_port(); }
 
-    // The pages that print() would put on the system's printer; none when the receipt has no lines. Replaces the
-    // workstation's rows in `print`. Throws database::Error.
+    // The pages that print() would put on the system's printer; none when the receipt has no lines. Replaces
+    // the workstation's rows in `print`. Throws database::Error.
     std::shared_ptr<const PageSet> pages(const Receipt& receipt, Form form);
 
   private:

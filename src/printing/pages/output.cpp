@@ -1,0 +1,141 @@
+#include "printing/pages/output.h"
+
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPdfWriter>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QSaveFile>
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <future>
+#include <thread>
+
+namespace printing::pages {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr auto patience = std::chrono::seconds(3);
+constexpr int pdf_dots_per_inch = 1200;
+constexpr double mm_per_inch = 25.4;
+constexpr double most_dots = 32000;  // a picture's side that can be painted on
+
+QString path_text(const fs::path& path) {
+    return QString::fromStdString(path.string());
+}
+
+QPageLayout layout_of(const PageSet& pages) {
+    const QSizeF size = pages.size();
+    const bool landscape = size.width() > size.height();
+    const QPageSize paper(landscape ? size.transposed() : size, QPageSize::Millimeter, QString(),
+                          QPageSize::FuzzyMatch);
+    return {paper, landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF(0, 0, 0, 0),
+            QPageLayout::Millimeter};
+}
+
+// False when the device cannot begin or go on.
+bool draw_all(const PageSet& pages, QPagedPaintDevice& device, QPainter& painter, int dots_per_inch) {
+    if (!painter.begin(&device)) return false;
+    for (int page = 0; page < pages.count(); ++page) {
+        if (page > 0 && !device.newPage()) return false;
+        pages.draw(painter, dots_per_inch / mm_per_inch, page);
+    }
+    return true;
+}
+
+// A print job that whoever asked for it may have given up.
+struct Job {
+    std::promise<Printed> answer;
+    std::atomic<bool> given_up = false;
+};
+
+Printed print_now(const PageSet& pages, const Job& job) {
+    const QPrinterInfo info = QPrinterInfo::defaultPrinter();
+    if (info.isNull()) return Printed::no_printer;
+    if (job.given_up) return Printed::failed;
+    QPrinter printer(info, QPrinter::HighResolution);
+    printer.setFullPage(true);
+    printer.setPageLayout(layout_of(pages));
+    printer.setDocName(pages.name());
+    if (!printer.isValid()) return Printed::failed;
+    QPainter painter;
+    const bool drawn = draw_all(pages, printer, painter, printer.resolution());
+    // What was reported as not printed must not come out later.
+    if (!drawn || job.given_up) {
+        printer.abort();
+        return Printed::failed;
+    }
+    return painter.end() && printer.printerState() != QPrinter::Error ? Printed::on_printer : Printed::failed;
+}
+
+}  // namespace
+
+std::vector<QImage> pictures(const PageSet& pages, double dots_per_mm) {
+    std::vector<QImage> images;
+    const double longest = std::max(pages.size().width(), pages.size().height());
+    dots_per_mm = std::min(dots_per_mm, most_dots / longest);
+    for (int page = 0; page < pages.count(); ++page) {
+        const QSizeF size = pages.size() * dots_per_mm;
+        QImage image(static_cast<int>(std::ceil(size.width())), static_cast<int>(std::ceil(size.height())),
+                     QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        pages.draw(painter, dots_per_mm, page);
+        painter.end();
+        images.push_back(std::move(image));
+    }
+    return images;
+}
+
+bool save_pdf(const PageSet& pages, const fs::path& file) {
+    std::error_code failed;
+    if (file.has_parent_path()) fs::create_directories(file.parent_path(), failed);
+    QSaveFile out(path_text(file));
+    if (!out.open(QIODevice::WriteOnly)) return false;
+    {
+        QPdfWriter writer(&out);
+        writer.setResolution(pdf_dots_per_inch);
+        writer.setPageLayout(layout_of(pages));
+        writer.setTitle(pages.name());
+        writer.setCreator("Tallvex");
+        QPainter painter;
+        if (!draw_all(pages, writer, painter, pdf_dots_per_inch) || !painter.end()) return false;
+    }
+    return out.commit();
+}
+
+Printed print_on_system_printer(std::shared_ptr<const PageSet> pages) {
+    // The print system may never answer, and nothing can call it back; so it is asked by a thread that is
+    // left to itself when its time is over. What it holds is its own.
+    auto job = std::make_shared<Job>();
+    std::future<Printed> printed = job->answer.get_future();
+    std::thread([job, pages = std::move(pages)] {
+        try {
+            job->answer.set_value(print_now(*pages, *job));
+        } catch (...) {
+            job->answer.set_value(Printed::failed);
+        }
+    }).detach();
+    if (printed.wait_for(patience) == std::future_status::ready) return printed.get();
+    job->given_up = true;
+    return Printed::failed;
+}
+
+fs::path kept_file(const fs::path& folder, const PageSet& pages, const common::Moment& moment) {
+    char stamp[48];
+    std::snprintf(stamp, sizeof stamp, "-%04d%02d%02d-%02d%02d%02d", moment.date.year, moment.date.month,
+                  moment.date.day, moment.time.hour, moment.time.minute, moment.time.second);
+    const std::string name = pages.name().toStdString() + stamp;
+    fs::path file = folder / "Receipts" / (name + ".pdf");
+    std::error_code ignored;
+    for (int copy = 2; fs::exists(file, ignored); ++copy)
+        file = folder / "Receipts" / (name + "-" + std::to_string(copy) + ".pdf");
+    return file;
+}
+
+}  // namespace printing::pages

@@ -1,0 +1,226 @@
+#include "printing/pages/report_page.h"
+
+#include <algorithm>
+
+#include "printing/pages/page_colours.h"
+
+namespace printing::pages {
+
+namespace {
+
+constexpr QSizeF a4(210, 297);
+constexpr double foot_height = 9;
+constexpr double logo_height = 20;
+constexpr double table_points = 9;
+
+QString q(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+QSizeF paper(const Report& report) {
+    return report.orientation == Orientation::landscape ? a4.transposed() : a4;
+}
+
+Canvas measuring() {
+    return Canvas(nullptr, "");
+}
+
+}  // namespace
+
+ReportPage::ReportPage(Report report)
+    : report_(std::move(report)),
+      table_(report_, measuring(), margin, paper(report_).width() - 2 * margin, table_points) {
+    if (!report_.logo.empty()) logo_.load(q(report_.logo.string()));
+    break_pages();
+}
+
+QSizeF ReportPage::size() const {
+    return paper(report_);
+}
+
+double ReportPage::bottom() const {
+    return size().height() - margin - foot_height;
+}
+
+void ReportPage::break_pages() {
+    const Canvas canvas = measuring();
+    const double heading = report_.columns.empty() ? 0 : table_.heading_height(canvas);
+    double y = captions(canvas, letterhead(canvas, margin)) + heading;
+    const double next_top = continued(canvas, margin) + heading;
+    Sheet sheet;
+    const std::size_t rows = report_.columns.empty() ? 0 : report_.rows.size();
+    for (std::size_t row = 0; row < rows; ++row) {
+        const double height = table_.row_height(canvas, row);
+        if (y + height > bottom() && row > sheet.first_row) {
+            sheet.last_row = row;
+            pages_.push_back(sheet);
+            sheet.first_row = row;
+            y = next_top;
+        }
+        y += height;
+    }
+    sheet.last_row = rows;
+    if (closing(canvas, y) > bottom() && rows > sheet.first_row) {
+        // The totals go to a page of their own, and take the last row with them.
+        if (sheet.last_row - sheet.first_row > 1) --sheet.last_row;
+        pages_.push_back(sheet);
+        sheet.first_row = sheet.last_row;
+        sheet.last_row = rows;
+    }
+    sheet.closing = true;
+    pages_.push_back(sheet);
+}
+
+void ReportPage::draw(QPainter& painter, double dots_per_mm, int page) const {
+    if (page < 0 || page >= count()) return;
+    painter.save();
+    Canvas::prepare(painter, dots_per_mm);
+    const Canvas canvas(&painter, "");
+    const Sheet& sheet = pages_[static_cast<std::size_t>(page)];
+    double y = page == 0 ? captions(canvas, letterhead(canvas, margin)) : continued(canvas, margin);
+    const bool has_rows = sheet.last_row > sheet.first_row;
+    if (!report_.columns.empty() && (has_rows || page == 0)) {
+        table_.draw_heading(canvas, y);
+        y += table_.heading_height(canvas);
+    }
+    for (std::size_t row = sheet.first_row; row < sheet.last_row; ++row) {
+        table_.draw_row(canvas, y, row);
+        y += table_.row_height(canvas, row);
+    }
+    if (sheet.closing) closing(canvas, y);
+    foot(canvas, page);
+    painter.restore();
+}
+
+double ReportPage::letterhead(const Canvas& canvas, double y) const {
+    double text_width = width();
+    if (!logo_.isNull()) {
+        const double logo_width = std::min(width() / 3, logo_height * logo_.width() / logo_.height());
+        const double height = logo_width * logo_.height() / logo_.width();
+        canvas.picture({margin, y, logo_width, height}, logo_);
+        text_width -= logo_width + 5;
+    }
+    const double left = right() - text_width;
+    double text_bottom = y;
+    const auto put = [&](const std::string& text, double points, bool bold, const QColor& colour) {
+        text_bottom +=
+            canvas.text(left, text_bottom, text_width, q(text), {points, bold, Side::right, colour});
+    };
+    put(report_.store_name, 17, true, colour::ink);
+    put(report_.second_store_name, 11, false, colour::label);
+    put(report_.telephone, 9, false, colour::label);
+    y = std::max(text_bottom, logo_.isNull() ? y : y + logo_height) + 2.5;
+    canvas.rule(margin, right(), y, 0.8, colour::ink);
+    y += 4;
+    y += canvas.text(margin, y, width(), q(report_.title), {15, true, Side::centre, colour::ink});
+    for (const std::string& subtitle : report_.subtitles)
+        y += canvas.text(margin, y, width(), q(subtitle), {10, false, Side::centre, colour::label});
+    return y + 4;
+}
+
+double ReportPage::captions(const Canvas& canvas, double y) const {
+    if (report_.captions.empty()) return y;
+    const TextStyle label{9, false, Side::right, colour::label};
+    const TextStyle value{9.5, true, Side::right, colour::text};
+    const double column = width() / 2;
+    double label_width = 0;
+    for (const auto& [name, ignored] : report_.captions)
+        label_width = std::max(label_width, canvas.text_width(q(name), label));
+    label_width = std::min(label_width + 3, column * 0.5);
+    const double first = y;
+    y += 2;
+    double row_height = 0;
+    for (std::size_t i = 0; i < report_.captions.size(); ++i) {
+        const bool at_right = i % 2 == 0;
+        const double column_right = right() - (at_right ? 0 : column) - 3;
+        const double value_width = column - label_width - 5;
+        canvas.text(column_right - label_width, y, label_width, q(report_.captions[i].first), label);
+        const double height = canvas.text(column_right - label_width - value_width, y, value_width,
+                                          q(report_.captions[i].second), value);
+        row_height = std::max({at_right ? 0 : row_height, height, canvas.text_height(width(), "فا", label)});
+        if (!at_right || i + 1 == report_.captions.size()) y += row_height + 1;
+    }
+    y += 1;
+    canvas.frame({margin, first, width(), y - first}, 0.2, colour::line, 1.5);
+    return y + 4;
+}
+
+double ReportPage::continued(const Canvas& canvas, double y) const {
+    const QString title =
+        q(report_.title) + (report_.captions.empty() ? QString() : " - " + q(report_.captions[0].second));
+    canvas.line(margin + width() / 2, y, width() / 2, q(report_.store_name),
+                {10, true, Side::right, colour::ink});
+    y += canvas.line(margin, y, width() / 2, title, {10, false, Side::left, colour::label});
+    canvas.rule(margin, right(), y + 1, 0.4, colour::ink);
+    return y + 4;
+}
+
+double ReportPage::totals(const Canvas& canvas, double y) const {
+    const double box = std::min(90.0, width() * 0.5);
+    const auto main =
+        report_.main_total < 0 ? report_.totals.size() - 1 : static_cast<std::size_t>(report_.main_total);
+    const auto style_of = [main](std::size_t i) {
+        const bool is_main = i == main;
+        return TextStyle{is_main ? 13.0 : 10.0, true, Side::right,
+                         is_main ? QColor(Qt::white) : colour::text};
+    };
+    double amount = 0;
+    for (std::size_t i = 0; i < report_.totals.size(); ++i)
+        amount = std::max(amount, canvas.text_width(q(report_.totals[i].second), style_of(i)));
+    amount = std::min(amount + 0.5, box * 0.6);
+    for (std::size_t i = 0; i < report_.totals.size(); ++i) {
+        TextStyle style = style_of(i);
+        const double inset = 3;
+        const double space = i == main ? 1.3 : 0.7;
+        const double height = canvas.text_height(box, "فا", style) + 2 * space;
+        if (i == main)
+            canvas.fill({margin, y, box, height}, colour::ink, 1);
+        else
+            canvas.rule(margin, margin + box, y + height, 0.12, colour::line);
+        canvas.line(margin + inset, y + space, amount, q(report_.totals[i].second), style);
+        style.bold = i == main;
+        canvas.line(margin + inset + amount + 2, y + space, box - amount - 2 - 2 * inset,
+                    q(report_.totals[i].first), style);
+        y += height;
+    }
+    return y;
+}
+
+double ReportPage::closing(const Canvas& canvas, double y) const {
+    table_.draw_sums(canvas, y);
+    y += table_.sums_height(canvas) + 4;
+    if (!report_.totals.empty()) y = totals(canvas, y) + 4;
+    if (!report_.words.empty()) {
+        const TextStyle style{10.5, true, Side::right, colour::text};
+        const double height = canvas.text_height(width() - 8, q(report_.words), style) + 3;
+        canvas.frame({margin, y, width(), height}, 0.2, colour::line, 1);
+        canvas.fill({right() - 1.2, y, 1.2, height}, colour::ink);
+        canvas.text(margin + 3, y + 1.5, width() - 8, q(report_.words), style);
+        y += height + 4;
+    }
+    for (const std::string& footer : report_.footers)
+        y += canvas.text(margin, y, width(), q(footer), {9, false, Side::centre, colour::label});
+    if (!report_.signatures.empty()) {
+        y += 16;
+        const double column = width() / static_cast<double>(report_.signatures.size());
+        double column_right = right();
+        for (const std::string& signature : report_.signatures) {
+            const double line = std::min(60.0, column - 10);
+            const double left = column_right - (column + line) / 2;
+            canvas.rule(left, left + line, y, 0.2, colour::text);
+            canvas.text(left, y + 1, line, q(signature), {9.5, false, Side::centre, colour::label});
+            column_right -= column;
+        }
+        y += 7;
+    }
+    return y;
+}
+
+void ReportPage::foot(const Canvas& canvas, int page) const {
+    const double y = size().height() - margin - foot_height + 4;
+    canvas.rule(margin, right(), y, 0.15, colour::line);
+    const TextStyle style{8, false, Side::centre, colour::label};
+    canvas.text(margin, y + 1, width(), QString("صفحة %1 من %2").arg(page + 1).arg(count()), style);
+}
+
+}  // namespace printing::pages

@@ -1,0 +1,62 @@
+#include "printing/pages/system_report_printer.h"
+
+#include <exception>
+#include <fstream>
+
+#include "printing/messages.h"
+#include "printing/pages/output.h"
+#include "printing/pages/preview.h"
+#include "printing/pages/report_page.h"
+
+namespace printing::pages {
+
+bool SystemReportPrinter::print(const Report& report) {
+    try {
+        const auto pages = std::make_shared<ReportPage>(report);
+        switch (print_on_system_printer(pages)) {
+            case Printed::on_printer:
+                return true;
+            case Printed::no_printer:
+                break;
+            case Printed::failed:
+                return failed(message::report_failed, "system printer");
+        }
+        return save_pdf(report, kept_file(folder_, *pages, outside_.clock.now()));
+    } catch (const std::exception& error) {
+        return failed(message::report_failed, error.what());
+    }
+}
+
+void SystemReportPrinter::preview(const Report& report) {
+    try {
+        Preview shown(std::make_shared<ReportPage>(report), [this, &report] { return print(report); });
+        shown.exec();
+    } catch (const std::exception& error) {
+        failed(message::report_failed, error.what());
+    }
+}
+
+bool SystemReportPrinter::save_pdf(const Report& report, const std::filesystem::path& file) {
+    try {
+        if (pages::save_pdf(ReportPage(report), file)) return true;
+    } catch (const std::exception&) {
+        // said below
+    }
+    return failed(std::string(message::file_failed) + file.string(), file.string());
+}
+
+bool SystemReportPrinter::save_csv(const Report& report, const std::filesystem::path& file) {
+    std::ofstream out(file, std::ios::binary);
+    out << report_csv(report);
+    out.close();
+    if (out) return true;
+    return failed(std::string(message::file_failed) + file.string(), file.string());
+}
+
+bool SystemReportPrinter::failed(std::string_view message, std::string_view reason) {
+    outside_.log.log_event("report not printed: " + std::string(reason), "print");
+    outside_.prompts.message(message, common::Icon::exclamation);
+    return false;
+}
+
+}  // namespace printing::pages

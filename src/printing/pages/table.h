@@ -1,0 +1,44 @@
+// A right-to-left table that may run over several pages.
+#pragma once
+
+#include <QColor>
+#include <vector>
+
+#include "printing/pages/canvas.h"
+#include "printing/report.h"
+
+namespace printing::pages {
+
+class Table {
+  public:
+    // The columns share the width, each getting at least what its figures need.
+    Table(const Report& report, const Canvas& measure, double left, double width, double points);
+
+    double heading_height(const Canvas& canvas) const;
+    void draw_heading(const Canvas& canvas, double y) const;
+    double row_height(const Canvas& canvas, std::size_t row) const;
+    void draw_row(const Canvas& canvas, double y, std::size_t row) const;
+    // The sums that close the table; 0 high where there are none.
+    double sums_height(const Canvas& canvas) const;
+    void draw_sums(const Canvas& canvas, double y) const;
+
+    double right() const { return left_ + width_; }
+
+  private:
+    struct Place {
+        double left = 0;
+        double width = 0;
+        Side side = Side::right;
+    };
+    double cells_height(const Canvas& canvas, const std::vector<std::string>& cells, bool bold) const;
+    void draw_cells(const Canvas& canvas, double y, const std::vector<std::string>& cells, bool bold,
+                    const QColor& colour) const;
+
+    const Report& report_;
+    double left_;
+    double width_;
+    double points_;
+    std::vector<Place> places_;
+};
+
+}  // namespace printing::pages
