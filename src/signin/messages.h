@@ -16,5 +16,8 @@ inline constexpr std::string_view password_changed = "تم تغيير كلمة �
 // The password was not changed: the database did not accept it. The old password still holds.
 inline constexpr std::string_view password_not_changed =
     "لم يتم تغيير كلمة السر لأن قاعدة البيانات لم تقبل التغيير، وكلمة السر القديمة ما زالت سارية";
+// The database did not keep the new password as it was typed; the manager must set a new one.
+inline constexpr std::string_view password_garbled =
+    "لم تحفظ قاعدة البيانات كلمة السر كما كتبت، اطلب من المدير تعيين كلمة سر جديدة";
 
 }  // namespace signin::message
