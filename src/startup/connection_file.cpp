@@ -1,0 +1,129 @@
+#include "startup/connection_file.h"
+
+#include <algorithm>
+
+#include "common/code_page.h"
+#include "common/text.h"
+#include "startup/messages.h"
+#include "startup/start_up_error.h"
+
+namespace startup {
+
+namespace {
+
+struct Field {
+    std::size_t offset;
+    std::size_t width;
+};
+constexpr Field server_field{0, 50};
+constexpr Field database_field{50, 50};
+constexpr Field address_field{100, 100};
+
+// The key and three fillers before the text, three fillers after it.
+constexpr std::size_t before_text = 4;
+constexpr std::size_t after_text = 3;
+constexpr int least_key = 5;
+constexpr int greatest_key = 15;
+
+std::string_view without_blanks(std::string_view field) {
+    const auto first = field.find_first_not_of(' ');
+    if (first == field.npos) return {};
+    return field.substr(first, field.find_last_not_of(' ') - first + 1);
+}
+
+// Codes wrap around within one byte, so that every character of the page survives any key.
+char shifted(char c, int by) {
+    return static_cast<char>(static_cast<unsigned char>(c) + by);
+}
+
+// The text less one "C" at its end, once blanks are off.
+std::string without_last_c(std::string_view text) {
+    text = common::trim(text);
+    if (text.ends_with('C') || text.ends_with('c')) text.remove_suffix(1);
+    return std::string(text);
+}
+
+std::string_view field_of(std::string_view record, Field field) {
+    return record.substr(field.offset, field.width);
+}
+
+void require_record(std::string_view bytes) {
+    if (bytes.size() >= connection_record_length) return;
+    throw StartUpError("the connection file has " + std::to_string(bytes.size()) + " bytes, a record has " +
+                           std::to_string(connection_record_length),
+                       std::string(message::connection_file_short) + "datacon24.stk");
+}
+
+}  // namespace
+
+std::string unscramble(std::string_view field) {
+    const std::string_view stored = without_blanks(field);
+    if (stored.size() <= before_text + after_text) return {};
+    const int key = static_cast<unsigned char>(stored.front());
+    std::string plain(stored.substr(before_text, stored.size() - before_text - after_text));
+    for (char& c : plain)
+        c = shifted(c, -key);
+    return common::from_code_page_1256(plain);
+}
+
+std::string scramble(std::string_view text, std::size_t width, std::mt19937& random) {
+    const std::string plain = common::to_code_page_1256(text);
+    if (common::from_code_page_1256(plain) != text) {
+        throw StartUpError("a text for the connection file has characters outside code page 1256",
+                           std::string(message::text_not_arabic_page) + std::string(text));
+    }
+    if (plain.size() + before_text + after_text > width) {
+        throw StartUpError("a text for the connection file is longer than its field",
+                           std::string(message::text_too_long) + std::string(text));
+    }
+    const int key = std::uniform_int_distribution(least_key, greatest_key)(random);
+    // Fillers are capital letters: whatever they are, none may be a blank, as blanks at the ends are cut off.
+    const auto fillers = [&random](std::size_t count) {
+        std::string made;
+        for (std::size_t i = 0; i < count; ++i) {
+            made += static_cast<char>(std::uniform_int_distribution<int>('A', 'Z')(random));
+        }
+        return made;
+    };
+    std::string stored(1, static_cast<char>(key));
+    stored += fillers(before_text - 1);
+    for (const char c : plain)
+        stored += shifted(c, key);
+    stored += fillers(after_text);
+    stored.resize(width, ' ');
+    return stored;
+}
+
+ConnectionRecord decode_connection(std::string_view bytes) {
+    require_record(bytes);
+    return {unscramble(field_of(bytes, server_field)), unscramble(field_of(bytes, database_field)),
+            unscramble(field_of(bytes, address_field))};
+}
+
+std::string encode_connection(const ConnectionRecord& record, std::mt19937& random) {
+    return scramble(record.server, server_field.width, random) +
+           scramble(record.database, database_field.width, random) +
+           scramble(record.address, address_field.width, random);
+}
+
+std::string with_address(std::string bytes, std::string_view address, std::mt19937& random) {
+    require_record(bytes);
+    bytes.replace(address_field.offset, address_field.width, scramble(address, address_field.width, random));
+    return bytes;
+}
+
+DataSource data_source_of(const ConnectionRecord& record) {
+    DataSource source;
+    source.server = without_last_c(record.server);
+    const auto backslash = source.server.find('\\');
+    source.machine = source.server.substr(0, backslash);
+    if (backslash != std::string::npos) source.instance = source.server.substr(backslash);
+    // An address field that was never filled is no address either.
+    const std::string_view address = common::trim(record.address);
+    const bool is_known = address != no_address && !address.empty();
+    // The "C" goes a second time, also where the text came from the address.
+    source.data_source = without_last_c(is_known ? std::string(address) + source.instance : source.server);
+    return source;
+}
+
+}  // namespace startup

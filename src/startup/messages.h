@@ -1,0 +1,52 @@
+// What start-up says: the two fixed messages, and the reasons that follow the first.
+#pragma once
+
+#include <string_view>
+
+namespace startup::message {
+
+// The database path is not correct.
+inline constexpr std::string_view wrong_path = "مسار قاعدة البيانات غير صحيح ";
+// The program cannot run because its version differs; the current version is dated ...
+inline constexpr std::string_view version_differs =
+    "لا يمكن تشغيل البرنامج لوجود اختلاف في اصدار البرنامج    الاصدار الحالي بتاريخ ";
+
+// Reasons. The server does not answer: check that it is on and the network cable is in.
+inline constexpr std::string_view server_unreachable =
+    "جهاز الخادم لا يستجيب. تأكد من أنه يعمل ومن توصيل الشبكة ثم أعد تشغيل البرنامج";
+// The server's new address was found and kept: start the program again.
+inline constexpr std::string_view address_renewed =
+    "تم العثور على عنوان جديد لجهاز الخادم وحفظه، أعد تشغيل البرنامج";
+// The server refused the password of the database login.
+inline constexpr std::string_view wrong_password = "رفض الخادم كلمة سر الاتصال بقاعدة البيانات";
+// The server has no database of this name.
+inline constexpr std::string_view database_missing = "قاعدة البيانات غير موجودة على الخادم: ";
+// The shop's file: missing, a folder, read-only, locked, corrupt, on a full disk.
+inline constexpr std::string_view shop_file_missing = "ملف قاعدة البيانات غير موجود: ";
+inline constexpr std::string_view shop_file_is_folder = "مسار ملف قاعدة البيانات هو مجلد وليس ملفا: ";
+inline constexpr std::string_view shop_file_read_only =
+    "ملف قاعدة البيانات للقراءة فقط ولا يمكن الكتابة فيه: ";
+inline constexpr std::string_view shop_file_corrupt = "ملف قاعدة البيانات تالف أو ليس قاعدة بيانات: ";
+inline constexpr std::string_view disk_full = "القرص ممتلئ، أفرغ بعض المساحة ثم أعد تشغيل البرنامج";
+inline constexpr std::string_view connection_lost = "انقطع الاتصال بقاعدة البيانات";
+// The settings row is missing.
+inline constexpr std::string_view settings_missing = "بيانات الاعدادات غير موجودة في قاعدة البيانات";
+// Anything else: the support engineer finds the cause in the log.
+inline constexpr std::string_view see_log = "حدث خطأ أثناء بدء البرنامج، وسببه مسجل في ملف السجل";
+
+// Files beside the program. Each is followed by the file's name.
+inline constexpr std::string_view file_missing = "الملف غير موجود: ";
+inline constexpr std::string_view file_unreadable = "لا يمكن قراءة الملف: ";
+inline constexpr std::string_view file_unwritable = "لا يمكن كتابة الملف: ";
+inline constexpr std::string_view connection_file_short = "ملف الاتصال بقاعدة البيانات ناقص: ";
+inline constexpr std::string_view version_file_length = "ملف اصدار البرنامج طوله غير صحيح: ";
+inline constexpr std::string_view text_too_long = "النص أطول من المكان المخصص له: ";
+inline constexpr std::string_view text_not_arabic_page = "النص به حروف لا يمكن حفظها في الملف: ";
+// No password of the database login is given.
+inline constexpr std::string_view no_password =
+    "لم تحدد كلمة سر الاتصال بقاعدة البيانات في الملف sa.pwd أو في المتغير TALLVEX_SA_PASSWORD";
+// The password file may be read by others than its owner.
+inline constexpr std::string_view password_file_open =
+    "ملف كلمة السر sa.pwd مسموح لغير صاحبه، اجعله لصاحبه وحده (chmod 600 sa.pwd)";
+
+}  // namespace startup::message

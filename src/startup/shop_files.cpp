@@ -1,0 +1,141 @@
+#include "startup/shop_files.h"
+
+#include <algorithm>
+#include <random>
+
+#include "common/code_page.h"
+#include "common/text.h"
+#include "startup/file_access.h"
+#include "startup/messages.h"
+
+namespace startup {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::mt19937 fresh_random() {
+    return std::mt19937(std::random_device{}());
+}
+
+// Where a file is, or where it will be.
+fs::path file_in(const fs::path& folder, std::string_view name) {
+    return find_file(folder, name).value_or(folder / name);
+}
+
+// Text of a file that another program on another system may have written.
+std::string decoded(std::string_view bytes) {
+    constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+    if (bytes.starts_with(byte_order_mark)) bytes.remove_prefix(byte_order_mark.size());
+    const bool is_utf8 = common::utf8(common::code_points(bytes)) == bytes;
+    return is_utf8 ? std::string(bytes) : common::from_code_page_1256(bytes);
+}
+
+std::string padded(std::string_view text, std::size_t width) {
+    std::string bytes = common::to_code_page_1256(text);
+    bytes.resize(width, ' ');
+    return bytes;
+}
+
+}  // namespace
+
+std::optional<fs::path> find_file(const fs::path& folder, std::string_view name) {
+    std::error_code error;
+    if (fs::exists(folder / name, error)) return folder / name;
+    std::optional<fs::path> found;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string other = entry->path().filename().string();
+        // Several spellings: the first by the alphabet, so that it is the same one at every start.
+        if (common::equal_ignoring_case(other, name) && (!found || other < found->filename().string())) {
+            found = entry->path();
+        }
+    }
+    return found;
+}
+
+bool has_connection_file(const fs::path& folder) {
+    return find_file(folder, connection_file_name).has_value();
+}
+
+ConnectionRecord read_connection_file(const fs::path& folder) {
+    return decode_connection(read_whole(file_in(folder, connection_file_name)));
+}
+
+fs::path write_connection_file(const fs::path& folder, const ConnectionRecord& record) {
+    std::mt19937 random = fresh_random();
+    const fs::path file = file_in(folder, connection_file_name);
+    replace_whole(file, encode_connection(record, random));
+    return file;
+}
+
+void write_server_address(const fs::path& folder, std::string_view address) {
+    std::mt19937 random = fresh_random();
+    const fs::path file = file_in(folder, connection_file_name);
+    replace_whole(file, with_address(read_whole(file), address, random));
+}
+
+std::string read_version_file(const fs::path& folder) {
+    const fs::path file = file_in(folder, version_file_name);
+    const std::string record = read_whole(file);
+    if (record.size() != version_record_length) {
+        throw StartUpError(file.string() + ": has " + std::to_string(record.size()) + " bytes instead of " +
+                               std::to_string(version_record_length),
+                           std::string(message::version_file_length) + file.filename().string());
+    }
+    return std::string(common::trim(common::from_code_page_1256(record)));
+}
+
+void write_version_file(const fs::path& folder, std::string_view version) {
+    const std::string record = padded(version, version_record_length);
+    if (common::trim_right(common::from_code_page_1256(record)) != common::trim_right(version)) {
+        throw StartUpError("the version string does not fit its record",
+                           std::string(message::text_too_long) + std::string(version));
+    }
+    replace_whole(file_in(folder, version_file_name), record);
+}
+
+CreditLines read_credit_file(const fs::path& folder) {
+    CreditLines lines;
+    const auto file = find_file(folder, credit_file_name);
+    if (!file) return lines;
+    const std::string text = decoded(read_whole(*file));
+    std::string_view rest = text;
+    for (std::string& line : lines) {
+        const auto end = rest.find('\n');
+        std::string_view found = rest.substr(0, end);
+        if (found.ends_with('\r')) found.remove_suffix(1);
+        line = found;
+        if (end == rest.npos) break;
+        rest.remove_prefix(end + 1);
+    }
+    return lines;
+}
+
+void write_credit_file(const fs::path& folder, const CreditLines& lines) {
+    std::string text;
+    for (const std::string& line : lines)
+        text += line + "\n";
+    replace_whole(file_in(folder, credit_file_name), text);
+}
+
+fs::path ensure_logs_folder(const fs::path& program_folder) {
+    const fs::path logs = file_in(program_folder, logs_folder_name);
+    std::error_code error;
+    fs::create_directory(logs, error);
+    if (!fs::is_directory(logs)) {
+        throw StartUpError(logs.string() + ": cannot be made: " + error.message(),
+                           std::string(message::file_unwritable) + logs.filename().string());
+    }
+    return logs;
+}
+
+std::string fatal_record(std::string_view message, std::string_view second, std::string_view third) {
+    return padded(message, 100) + padded(second, 150) + padded(third, 150);
+}
+
+void write_fatal_error(const fs::path& program_folder, std::string_view message, std::string_view second,
+                       std::string_view third) {
+    replace_whole(file_in(program_folder, fatal_file_name), fatal_record(message, second, third));
+}
+
+}  // namespace startup

@@ -1,0 +1,86 @@
+#include "startup/workstation.h"
+
+#include <arpa/inet.h>
+#include <netdb.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
+#include <future>
+#include <memory>
+#include <thread>
+
+#include "common/text.h"
+#include "startup/connection_file.h"
+
+namespace startup {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string numeric_address(const addrinfo& entry) {
+    std::array<char, 64> text{};
+    if (getnameinfo(entry.ai_addr, entry.ai_addrlen, text.data(), text.size(), nullptr, 0, NI_NUMERICHOST) !=
+        0) {
+        return {};
+    }
+    return text.data();
+}
+
+// Asks the system's resolver, however long that takes; empty when it knows no address.
+std::string resolve(const std::string& machine) {
+    addrinfo wanted{};
+    wanted.ai_socktype = SOCK_STREAM;
+    addrinfo* list = nullptr;
+    if (getaddrinfo(machine.c_str(), nullptr, &wanted, &list) != 0) return {};
+    const std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> owner(list, freeaddrinfo);
+    for (const int family : {AF_INET, AF_INET6}) {
+        for (const addrinfo* entry = list; entry != nullptr; entry = entry->ai_next) {
+            if (entry->ai_family == family) return numeric_address(*entry);
+        }
+    }
+    return {};
+}
+
+// The resolver has no time-out of its own worth the name, so it is asked on the side and left behind when
+// late.
+std::string resolve_within(const std::string& machine, std::chrono::milliseconds within) {
+    auto promise = std::make_shared<std::promise<std::string>>();
+    std::future<std::string> answer = promise->get_future();
+    std::thread([promise, machine] { promise->set_value(resolve(machine)); }).detach();
+    if (answer.wait_for(within) != std::future_status::ready) return {};
+    return answer.get();
+}
+
+}  // namespace
+
+fs::path program_folder() {
+    if (const char* home = std::getenv("TALLVEX_HOME"); home != nullptr && *home != '\0') {
+        return fs::absolute(home);
+    }
+    std::error_code error;
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    return error ? fs::current_path() : program.parent_path();
+}
+
+std::string computer_name() {
+    std::array<char, 256> name{};
+    if (gethostname(name.data(), name.size() - 1) != 0) return {};
+    return common::left(name.data(), 100);
+}
+
+int cash_point_of(std::string_view command_line) {
+    if (command_line.empty() || command_line.front() < '0' || command_line.front() > '9') return 0;
+    return command_line.front() - '0';
+}
+
+std::string get_ip(std::string_view server, std::chrono::milliseconds within) {
+    std::string machine(common::trim(server));
+    machine.resize(std::min(machine.find_first_of("\\,"), machine.size()));
+    if (machine.empty() || machine.find('\0') != std::string::npos) return std::string(no_address);
+    const std::string address = resolve_within(machine, within);
+    return address.empty() ? std::string(no_address) : address;
+}
+
+}  // namespace startup
