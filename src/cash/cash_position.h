@@ -1,0 +1,65 @@
+// The cash that every drawer of a store must hold at a moment, computed from all movements, and its transfer
+// to the main drawer. Two procedures with differing sums: the store-wide one and calc_cash of the shift
+// screens.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "cash/cash_terms.h"
+#include "common/outside.h"
+#include "database/connection.h"
+#include "signin/session.h"
+
+namespace cash {
+
+struct DrawerPosition {
+    int drawer = 0;
+    std::string name;
+    double position = 0;    // built from sums rounded to two decimals
+    float card_sales = 0;   // of the period, less card returns; not part of the position
+    float uncollected = 0;  // telephone orders of the period not yet collected; not part of the position
+    double moved = 0;       // transferred to the main drawer by this computation
+};
+
+// The store-wide computation.
+class CashPosition {
+  public:
+    CashPosition(database::Connection& connection, const signin::Session& session, common::Clock& clock)
+        : connection_(connection), session_(session), clock_(clock) {}
+
+    // Computes the position of each drawer of the store from the movements strictly before `until`, and the
+    // figures of the period after `start` up to and including `until`. Writes nothing.
+    void compute(int store, const common::Moment& start, const common::Moment& until);
+
+    // The same, and moves each drawer's cash to the main drawer as soon as it is computed. `drawer` 0 moves
+    // every drawer, any other only that one. `leave` stays in the drawer. What was moved out of a drawer at
+    // or after `until` is taken off, so that two shift changes at one moment never move the same cash twice.
+    void compute_and_move(int store, const common::Moment& start, const common::Moment& until, float leave,
+                          int drawer);
+
+    const std::vector<DrawerPosition>& drawers() const { return drawers_; }
+    // The workstation's own drawer; zeros when the store has no such drawer.
+    const DrawerPosition& own() const { return own_; }
+
+  private:
+    void walk(int store, const common::Moment& start, const common::Moment& until,
+              const std::function<void(DrawerPosition&)>& and_then);
+    database::Connection& connection_;
+    const signin::Session& session_;
+    common::Clock& clock_;
+    std::vector<DrawerPosition> drawers_;
+    DrawerPosition own_;
+};
+
+// Which shift screen's copy of calc_cash: that of shift2s, that of shiftc.
+enum class CalcCopy { shift_close, shift_start };
+
+// Computes every drawer of the session's store up to the start of its newest shift, moves what is above zero
+// to the main drawer, and tells the cashier of each drawer whose cash is zero or less. The session's own
+// drawer keeps `leave`; the others are emptied. Without any shift it does nothing.
+std::vector<DrawerPosition> calc_cash(database::Connection& connection, const signin::Session& session,
+                                      const common::Outside& outside, CalcCopy copy, double leave);
+
+}  // namespace cash

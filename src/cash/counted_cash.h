@@ -1,0 +1,66 @@
+// The cash panel of the sales screen: a drawer's expected cash on a day, and the counted cash that makes a
+// surplus or a shortage of it.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cash/lists.h"
+#include "common/outside.h"
+#include "database/connection.h"
+#include "signin/session.h"
+
+namespace cash {
+
+class CountedCash {
+  public:
+    CountedCash(database::Connection& connection, const signin::Session& session, common::Outside outside)
+        : connection_(connection), session_(session), outside_(outside) {}
+
+    // The workstation's store and drawer, today; computes the panel.
+    void open();
+    void choose_store(int store);  // takes the store's first drawer, or the workstation's own if it is of it
+    void choose_drawer(int drawer);
+    void choose_day(const common::Date& day);
+    // Computes the panel again: the position up to the end of the day.
+    void refresh();
+
+    // Records the counted cash: the difference to the expected cash becomes the day's one surplus or shortage
+    // of the drawer, in place of an earlier one. True when it was recorded; the panel then shows it.
+    bool confirm();
+
+    std::string counted = "0.00";
+
+    const std::vector<Choice>& stores() const { return stores_; }
+    const std::vector<Choice>& drawers() const { return drawers_; }
+    int store() const { return store_; }
+    int drawer() const { return drawer_; }
+    const common::Date& day() const { return day_; }
+
+    // What the books say without the day's own surplus or shortage, so that counting twice gives the same.
+    double expected() const { return expected_; }
+    // The day's recorded surplus (above zero) or shortage (below); none when not counted yet.
+    const std::optional<double>& difference() const { return difference_; }
+    // The cash position, with the surplus or shortage.
+    double position() const { return position_; }
+    double card_sales() const { return card_sales_; }
+    double uncollected() const { return uncollected_; }
+
+  private:
+    database::Connection& connection_;
+    const signin::Session& session_;
+    common::Outside outside_;
+    std::vector<Choice> stores_;
+    std::vector<Choice> drawers_;
+    int store_ = 0;
+    int drawer_ = 0;
+    common::Date day_;
+    double expected_ = 0;
+    std::optional<double> difference_;
+    double position_ = 0;
+    double card_sales_ = 0;
+    double uncollected_ = 0;
+};
+
+}  // namespace cash

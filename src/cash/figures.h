@@ -1,0 +1,75 @@
+// The 25 figures of the daily statement, their headings, and the rows that make each of them.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cash/cash_terms.h"
+#include "common/date_time.h"
+#include "database/connection.h"
+
+namespace cash {
+
+// Columns of the statement, in order.
+enum class Figure {
+    account_sales,
+    account_returns,
+    cash_sales,
+    card_sales,
+    tips,
+    coupons,
+    uncollected,
+    cash_returns,
+    surplus,
+    net_cash,
+    receipts,
+    transfers_in,
+    from_bank,
+    deposits,
+    total_deposits,
+    payments,
+    transfers_out,
+    to_bank,
+    expenses,
+    withdrawals,
+    shortage,
+    total_outgoings,
+    net,
+    previous_balance,
+    current_balance
+};
+inline constexpr std::size_t figure_count = 25;
+
+extern const std::array<std::string_view, figure_count> figure_headings;
+
+// Figures of one drawer, or of several added up.
+struct Figures {
+    std::array<double, figure_count> values{};
+    double operator[](Figure figure) const { return values[static_cast<std::size_t>(figure)]; }
+    double& operator[](Figure figure) { return values[static_cast<std::size_t>(figure)]; }
+    Figures& operator+=(const Figures& other);
+    std::string text(Figure figure) const;  // "0.00"
+};
+
+// The statement of one drawer on one day: the movements after 00:00:00 up to and including 23:59:59.
+Figures compute_figures(database::Connection& connection, const Drawer& drawer, const common::Date& day);
+
+// One line behind a figure. Figures made of others have the lines of those, with their signs; the previous
+// balance has one line for each of its sums.
+struct FigureRow {
+    std::string kind;    // the heading of the figure, or the name of the sum, that the line belongs to
+    std::string number;  // of the invoice, voucher or transfer
+    std::string moment;  // "yyyy/mm/dd hh:mm AM/PM"; empty for a sum
+    std::string party;
+    double amount = 0;
+};
+struct FigureRows {
+    std::vector<FigureRow> rows;
+    double sum = 0;  // equals the figure
+};
+FigureRows rows_behind(database::Connection& connection, const Drawer& drawer, const common::Date& day,
+                       Figure figure);
+
+}  // namespace cash

@@ -1,0 +1,60 @@
+// What the cash screens say, each text with its English meaning.
+#pragma once
+
+#include <string_view>
+
+namespace cash::message {
+
+// Shifts.
+inline constexpr std::string_view complete_data = "أكمل البيانات";  // complete the data
+// The actual balance of the shift must be entered.
+inline constexpr std::string_view counted_needed = "لابد من ادخال الرصيد الفعلي للورديه";
+// Do you want to close the current shift?
+inline constexpr std::string_view close_question = "هل تريد اغلاق الورديه الحاليه ؟";
+// The current shift has already been closed.
+inline constexpr std::string_view already_closed = "الورديه الحاليه سبق اغلاقها ";
+inline constexpr std::string_view check_printer = "تأكد من إعدادات الطابعه";  // check the printer settings
+// A new shift has started; the drawer's balance is ... zero or less, no cash was transferred from it.
+inline constexpr std::string_view started_with = "تم بدء وردية جديدة .. رصيد الخزينه -- ";
+inline constexpr std::string_view nothing_moved = " -- صفر أو أقل لم يتم تحويل النقديه منها";
+// The time of the shift change is not a valid time.
+inline constexpr std::string_view no_time = "وقت الورديه غير صحيح";
+// The time of the shift change lies in the future: check the clock.
+inline constexpr std::string_view in_the_future = "وقت الورديه بعد الوقت الحالي .. راجع التاريخ والساعه";
+// The time lies before the start of the last shift: check the clock.
+inline constexpr std::string_view before_last_start =
+    "الوقت قبل بداية الورديه السابقه .. راجع التاريخ والساعه";
+// The time lies before the end of the last shift: check the clock.
+inline constexpr std::string_view before_last_end = "الوقت قبل نهاية الورديه السابقه .. راجع التاريخ والساعه";
+// Another workstation has started this shift already; its row was kept.
+inline constexpr std::string_view started_elsewhere =
+    "تم بدء هذه الورديه من جهاز أخر .. لم يتم تسجيل ورديه جديده";
+// The amount to leave is greater than the drawer's cash.
+inline constexpr std::string_view leaves_too_much = "المبلغ المتروك أكبر من رصيد الخزينة";
+// There is no such drawer; it may have been deleted.
+inline constexpr std::string_view no_such_drawer = "الخزينة غير موجودة في هذا الفرع";
+inline constexpr std::string_view no_amount = "المبلغ غير صحيح";  // the amount is no number, or below zero
+
+// Transfers: "transfer from" the named drawer.
+inline constexpr std::string_view transfer_from = "تحويل من ";
+
+// Reports: "shift report number :" after the number; "cashier's report of the day" before the date.
+inline constexpr std::string_view shift_report_title = " تقرير ورديه رقم :";
+inline constexpr std::string_view day_report_title = "تقرير الكاشير عن يوم ";
+
+// Daily statement: movements on unknown drawers, "in number" the count, which no figure holds.
+inline constexpr std::string_view stray_movements =
+    "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها ";
+inline constexpr std::string_view all = "الكل";  // all
+
+// Expenses.
+inline constexpr std::string_view enter_drawer = "ادخل الخزينة";                // enter the drawer
+inline constexpr std::string_view enter_main_heading = "ادخل المصروف الرئيسي";  // enter the main expense
+inline constexpr std::string_view enter_sub_heading = "ادخل المصروف الفرعي";    // enter the sub expense
+inline constexpr std::string_view enter_value = "ادخل القيمة";                  // enter the value
+inline constexpr std::string_view another_expense = "تسجيل مصروف أخر";          // record another expense?
+
+// Counted cash: the day lies in the future.
+inline constexpr std::string_view future_day = "لا يمكن جرد الخزينة ليوم لم يأت بعد";
+
+}  // namespace cash::message

@@ -1,0 +1,94 @@
+// The logic of the shift screens: shift2s starts and closes shifts, shiftc only starts them.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cash/cash_position.h"
+#include "cash/current_shift.h"
+#include "cash/lists.h"
+#include "cash/shift_report.h"
+#include "common/outside.h"
+#include "database/connection.h"
+#include "signin/session.h"
+
+namespace cash {
+
+// shiftc, and what both screens share. A face fills the fields, calls an action and repaints.
+class ShiftStartScreen {
+  public:
+    ShiftStartScreen(database::Connection& connection, const signin::Session& session,
+                     common::Outside outside)
+        : ShiftStartScreen(connection, session, outside, CalcCopy::shift_start) {}
+
+    // Reads the workers, the settings, the drawer's last shift and the next number; date and time become now,
+    // the amounts "0.00". False with a message when the workstation's drawer does not exist.
+    bool open();
+
+    // Starts a shift for `worker` at the date and time of the screen, closing the one before if it is open.
+    // True when it was started; then the screen has been opened afresh. Otherwise a message was shown and,
+    // but for a database error (which is thrown), nothing was written.
+    bool start();
+
+    // Fields.
+    std::optional<std::int64_t> worker;
+    common::Date date;
+    std::string time;              // "HH:mm:ss"
+    std::string counted = "0.00";  // the cash counted in the drawer
+    std::string leave = "0.00";    // the cash that stays in the drawer, as change for the next shift
+
+    const std::vector<Choice>& workers() const { return workers_; }
+    std::int64_t next_number() const { return next_number_; }
+    const std::optional<Shift>& last_shift() const { return last_; }
+    bool is_in_shift() const { return last_ && last_->is_open(); }
+    // Who has the last shift.
+    const std::string& last_worker() const { return last_worker_; }
+    bool counted_cash_needed() const { return clos_bal_ == 1; }
+
+    // The report of the shift that the last action closed, when the settings want it printed.
+    const std::optional<ShiftReport>& report() const { return report_; }
+
+  protected:
+    ShiftStartScreen(database::Connection& connection, const signin::Session& session,
+                     common::Outside outside, CalcCopy copy)
+        : connection_(connection), session_(session), outside_(outside), copy_(copy) {}
+
+    struct Amounts {
+        double counted = 0;
+        double leave = 0;
+    };
+    std::optional<Amounts> read_amounts();
+    bool has_drawer();
+    bool refuse(std::string_view text);
+    // Whether the open shift may be closed at a moment with these amounts; says why not.
+    bool may_close(const Shift& shift, const common::Moment& at, const Amounts& amounts,
+                   CashPosition& position);
+    void close_shift(const Shift& shift, const common::Moment& at, const Amounts& amounts,
+                     const CashPosition& position, const std::string& worker_name);
+
+    database::Connection& connection_;
+    const signin::Session& session_;
+    common::Outside outside_;
+    CalcCopy copy_;
+    int clos_bal_ = 0;
+    int prn_csh_rep_ = 0;
+    std::vector<Choice> workers_;
+    std::optional<Shift> last_;
+    std::string last_worker_;
+    std::int64_t next_number_ = 1;
+    std::optional<ShiftReport> report_;
+};
+
+// shift2s.
+class ShiftScreen : public ShiftStartScreen {
+  public:
+    ShiftScreen(database::Connection& connection, const signin::Session& session, common::Outside outside)
+        : ShiftStartScreen(connection, session, outside, CalcCopy::shift_close) {}
+
+    // Asks, then closes the open shift now without starting another. True when it was closed.
+    bool close_current();
+};
+
+}  // namespace cash
