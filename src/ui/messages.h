@@ -29,7 +29,7 @@ inline constexpr std::string_view changed_meanwhile = "تم تعديل نفس ا
 inline constexpr std::string_view failed = "لم تتم العملية. السبب مسجل في سجل البرنامج";
 // "The program could not be started again."
 inline constexpr std::string_view no_restart = "تعذرت إعادة تشغيل البرنامج";
-// "The password was not changed."
-inline constexpr std::string_view password_unchanged = "لم تتغير كلمة السر";
+// "The two new passwords differ."
+inline constexpr std::string_view passwords_differ = "كلمتا السر الجديدتان غير متطابقتين";
 
 }  // namespace ui::message

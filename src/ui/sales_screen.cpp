@@ -37,7 +37,7 @@ constexpr int news_seconds = 8;
 Form31::Form31(Context context, Screens screens)
     : context_(std::move(context)),
       screens_(std::move(screens)),
-      logic_(context_.connection, context_.session, context_.outside, context_.printer),
+      logic_(context_.connection, context_.session, context_.outside, context_.receipts),
       model_(new LineModel(logic_, this)),
       header_(new HeaderBar),
       kind_bar_(new KindBar),

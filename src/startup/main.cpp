@@ -1,0 +1,51 @@
+// The program: start-up, sign-in, the sales screen.
+#include <QApplication>
+#include <QProcess>
+#include <QScreen>
+
+#include "common/clock.h"
+#include "common/ports.h"
+#include "startup/activity_log.h"
+#include "startup/start_up.h"
+#include "ui/key_queue.h"
+#include "ui/screen_prompts.h"
+#include "ui/style.h"
+#include "ui/till.h"
+
+namespace {
+
+// Starts the program file again with this workstation's cash-point number.
+bool start_again(const startup::Ground& ground, int cash_point) {
+    return QProcess::startDetached(QCoreApplication::applicationFilePath(), {QString::number(cash_point)},
+                                   QString::fromStdString(ground.working_folder.string()));
+}
+
+void show_over_the_screen(QWidget& window) {
+    // Without a window manager "maximized" alone leaves a window at its smallest.
+    window.setGeometry(window.screen()->availableGeometry());
+    window.showMaximized();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const startup::Ground ground = startup::Ground::here(argc, argv);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName("Tallvex");
+    QApplication::setQuitOnLastWindowClosed(false);
+    ui::dress(application, application.primaryScreen()->availableSize());
+
+    common::SystemClock clock;
+    startup::ActivityLog log(ground.program_folder, clock);
+    common::FileDevices devices(ground.working_folder.string());
+    ui::ScreenPrompts prompts;
+    ui::KeyQueue keys;
+
+    startup::StartUp start_up(ground, {prompts, clock, devices, log});
+    ui::Till till(
+        {prompts, clock, devices, log}, keys,
+        [&] { return start_again(ground, start_up.session().cash_point); }, show_over_the_screen);
+    const bool reached = start_up.run(
+        [&](database::Connection& connection, signin::Session& session) { till.run(connection, session); });
+    return reached ? 0 : 1;
+}

@@ -1,0 +1,38 @@
+#include "ui/till.h"
+
+#include <QEventLoop>
+#include <memory>
+
+#include "printing/pages/system_receipt_printer.h"
+#include "printing/pages/system_report_printer.h"
+#include "signin/session.h"
+#include "ui/neighbours.h"
+#include "ui/sales_screen.h"
+#include "ui/sign_in_screen.h"
+
+namespace ui {
+
+void Till::run(database::Connection& connection, signin::Session& session) {
+    printing::PrinterChoice choice;
+    printing::pages::SystemReceiptPrinter receipts(connection, outside_, choice, session.program_folder);
+    printing::pages::SystemReportPrinter reports(outside_, session.program_folder);
+    const Context context{connection, session, outside_, receipts,    reports,
+                          choice,     keys_,   restart_, show_window_};
+
+    auto sign_in = std::make_unique<Form62>(context);
+    if (!sign_in->run()) return;
+    // The workstation's receipt port is the one of the settings until another is chosen.
+    choice.receipt_port = session.settings.print;
+
+    Form31 sales(context, neighbours(context));
+    QEventLoop loop;
+    QObject::connect(&sales, &Form31::finished, &loop, &QEventLoop::quit);
+    // The sign-in screen stays below until the sales screen stands, so that no desktop shows between them.
+    show_window_(sales);
+    sign_in.reset();
+    sales.activateWindow();
+    if (!sales.open()) return;
+    loop.exec();
+}
+
+}  // namespace ui

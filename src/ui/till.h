@@ -1,0 +1,41 @@
+// The till from sign-in to leaving: sign-in, then the sales screen for the working day.
+#pragma once
+
+#include <functional>
+
+#include "common/outside.h"
+
+class QWidget;
+
+namespace database {
+class Connection;
+}
+namespace signin {
+struct Session;
+}
+
+namespace ui {
+
+class KeyQueue;
+
+class Till {
+  public:
+    // `restart` starts the program again (false when that failed); `show_window` puts a window on the screen.
+    Till(common::Outside outside, KeyQueue& keys, std::function<bool()> restart,
+         std::function<void(QWidget&)> show_window)
+        : outside_(outside),
+          keys_(keys),
+          restart_(std::move(restart)),
+          show_window_(std::move(show_window)) {}
+
+    // Returns when the cashier has left.
+    void run(database::Connection& connection, signin::Session& session);
+
+  private:
+    common::Outside outside_;
+    KeyQueue& keys_;
+    std::function<bool()> restart_;
+    std::function<void(QWidget&)> show_window_;
+};
+
+}  // namespace ui
