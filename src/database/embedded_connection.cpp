@@ -1,0 +1,278 @@
+#include "database/embedded_connection.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "database/embedded_definitions.h"
+#include "database/embedded_engine.h"
+#include "database/embedded_moments.h"
+#include "database/tsql_parser.h"
+#include "database/tsql_writer.h"
+
+namespace database {
+
+namespace {
+
+using tsql::Type;
+
+// Statements kept prepared; a till at work uses some two hundred.
+constexpr std::size_t most_prepared = 500;
+
+Value cell_of(sqlite3_stmt* statement, int column, const Type& type) {
+    const int storage = sqlite3_column_type(statement, column);
+    if (storage == SQLITE_NULL) return Null{};
+    const auto text = [&] {
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+        return std::string(bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement, column)));
+    };
+    switch (type.kind) {
+        case Type::Kind::datetime:
+            if (storage != SQLITE_TEXT)
+                return embedded::moment_of_ticks(sqlite3_column_int64(statement, column));
+            return text();
+        case Type::Kind::real:
+            if (storage != SQLITE_TEXT) return sqlite3_column_double(statement, column);
+            return text();
+        case Type::Kind::text:
+            return text();
+        default:
+            break;
+    }
+    if (storage == SQLITE_INTEGER) return std::int64_t{sqlite3_column_int64(statement, column)};
+    if (storage == SQLITE_FLOAT) return sqlite3_column_double(statement, column);
+    return text();
+}
+
+template <typename... Ts>
+struct Cases : Ts... {
+    using Ts::operator()...;
+};
+
+std::string transaction_word(tsql::Transaction::What what) {
+    switch (what) {
+        case tsql::Transaction::What::begin:
+            return "BEGIN IMMEDIATE";
+        case tsql::Transaction::What::commit:
+            return "COMMIT";
+        case tsql::Transaction::What::rollback:
+            return "ROLLBACK";
+    }
+    return {};
+}
+
+// The database's errors carry the statement; those raised on the way do not know it yet.
+Error with_statement(const Error& error, std::string_view statement) {
+    return {error.sqlstate(), error.what(),
+            error.statement().empty() ? std::string(statement) : error.statement()};
+}
+
+}  // namespace
+
+EmbeddedConnection::EmbeddedConnection(const std::filesystem::path& file, bool create) : file_(file) {
+    open(file, create);
+}
+
+EmbeddedConnection::~EmbeddedConnection() {
+    forget_statements();
+    if (log_file_ >= 0) ::close(log_file_);
+}
+
+Connection::Outcome EmbeddedConnection::run(std::string_view statement, const std::vector<Value>& values) {
+    try {
+        return run_once(statement, values);
+    } catch (const Error& error) {
+        // The tables may have been changed by another program since they were read.
+        const bool unknown = error.sqlstate() == "42S02" || error.sqlstate() == "42S22" ||
+                             error.sqlstate() == "42S01" || error.sqlstate() == "42S21";
+        if (!unknown || !refresh_catalog()) throw with_statement(error, statement);
+    }
+    try {
+        return run_once(statement, values);
+    } catch (const Error& error) {
+        throw with_statement(error, statement);
+    }
+}
+
+Connection::Outcome EmbeddedConnection::run_once(std::string_view statement,
+                                                 const std::vector<Value>& values) {
+    const tsql::Tokens tokens = tsql::tokenize(statement, values);
+    Prepared* prepared = prepare(statement, tokens);
+    if (prepared == nullptr) return {Result(std::make_shared<Columns>(std::vector<std::string>()), {}), 0};
+    Outcome outcome = step(*prepared, tokens.values, statement);
+    // Prepared anew by the engine: the tables are no longer as they were when "*" was written out.
+    sqlite3_stmt* used = prepared->statement.get();
+    if (sqlite3_stmt_status(used, SQLITE_STMTSTATUS_REPREPARE, 1) > 0) {
+        const bool reads = sqlite3_stmt_readonly(used) != 0;
+        if (refresh_catalog() && reads) {
+            return step(*prepare(statement, tokens), tokens.values, statement);
+        }
+    }
+    return outcome;
+}
+
+std::string EmbeddedConnection::key_of(const tsql::Tokens& tokens) const {
+    std::string key = tokens.shape;
+    const auto pinned = pinned_of_shape_.find(tokens.shape);
+    if (pinned == pinned_of_shape_.end()) return key;
+    for (const std::size_t slot : pinned->second)
+        key += '\n' + text_of(tokens.values[slot]);
+    return key;
+}
+
+EmbeddedConnection::Prepared* EmbeddedConnection::prepare(std::string_view statement,
+                                                          const tsql::Tokens& tokens) {
+    if (const auto found = by_key_.find(key_of(tokens)); found != by_key_.end()) {
+        prepared_.splice(prepared_.begin(), prepared_, found->second);
+        return &prepared_.front();
+    }
+    std::set<std::size_t> pinned;
+    bool is_definition = false;
+    const tsql::Statement tree = tsql::Parser(statement, tokens, pinned).statement();
+    tsql::Writer writer(catalog_, tokens.values, pinned);
+    tsql::Translation made;
+    embedded::Definitions definitions(engine_.get(), catalog_, tokens.values);
+    const auto define = [&](const auto& what) {
+        forget_statements();
+        is_definition = true;
+        definitions.apply(what);
+        schema_version_ = embedded::number(engine_.get(), "PRAGMA schema_version");
+    };
+    std::visit(Cases{[&](const std::unique_ptr<tsql::Select>& s) { made = writer.select(*s); },
+                     [&](const tsql::Insert& s) { made = writer.insert(s); },
+                     [&](const tsql::Update& s) { made = writer.update(s); },
+                     [&](const tsql::Delete& s) { made = writer.remove(s); },
+                     [&](const tsql::Transaction& s) { made.sql = transaction_word(s.what); },
+                     [&](const tsql::Nothing&) { made.sql = "SELECT 1 WHERE 0"; }, define},
+               tree);
+    if (is_definition) return nullptr;
+
+    Prepared prepared;
+    sqlite3_stmt* raw = nullptr;
+    const int code = sqlite3_prepare_v3(engine_.get(), made.sql.data(), static_cast<int>(made.sql.size()),
+                                        SQLITE_PREPARE_PERSISTENT, &raw, nullptr);
+    if (code != SQLITE_OK) throw embedded::engine_error(engine_.get(), code, statement);
+    prepared.statement.reset(raw);
+    std::vector<std::string> names;
+    for (const tsql::Column& column : made.columns) {
+        names.push_back(column.name);
+        prepared.types.push_back(column.type);
+    }
+    prepared.columns = std::make_shared<const Columns>(std::move(names));
+    if (!pinned.empty()) {
+        if (pinned_of_shape_.size() > 4 * most_prepared) forget_statements();
+        pinned_of_shape_[tokens.shape].merge(pinned);
+    }
+    prepared.key = key_of(tokens);
+    while (prepared_.size() >= most_prepared) {
+        by_key_.erase(prepared_.back().key);
+        prepared_.pop_back();
+    }
+    prepared_.push_front(std::move(prepared));
+    by_key_[prepared_.front().key] = prepared_.begin();
+    return &prepared_.front();
+}
+
+void EmbeddedConnection::bind(sqlite3_stmt* statement, const std::vector<Value>& values) {
+    const int count = sqlite3_bind_parameter_count(statement);
+    for (int i = 0; i < count && i < static_cast<int>(values.size()); ++i) {
+        const Value& value = values[static_cast<std::size_t>(i)];
+        const int at = i + 1;
+        if (const auto* text = std::get_if<std::string>(&value)) {
+            // The values outlive the run of the statement.
+            sqlite3_bind_text64(statement, at, text->data(), text->size(), SQLITE_STATIC, SQLITE_UTF8);
+        } else if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+            sqlite3_bind_int64(statement, at, *whole);
+        } else if (const auto* number = std::get_if<double>(&value)) {
+            sqlite3_bind_double(statement, at, *number);
+        } else if (const auto* moment = std::get_if<common::Moment>(&value)) {
+            sqlite3_bind_int64(statement, at, embedded::ticks_of(*moment));
+        } else {
+            sqlite3_bind_null(statement, at);
+        }
+    }
+}
+
+Connection::Outcome EmbeddedConnection::step(Prepared& prepared, const std::vector<Value>& values,
+                                             std::string_view statement) {
+    sqlite3_stmt* raw = prepared.statement.get();
+    const struct Reset {
+        sqlite3_stmt* statement;
+        ~Reset() {
+            sqlite3_reset(statement);
+            sqlite3_clear_bindings(statement);
+        }
+    } reset{raw};
+    bind(raw, values);
+    std::vector<Row> rows;
+    int code = SQLITE_DONE;
+    while ((code = sqlite3_step(raw)) == SQLITE_ROW) {
+        std::vector<Value> cells;
+        cells.reserve(prepared.types.size());
+        for (std::size_t i = 0; i < prepared.types.size(); ++i) {
+            cells.push_back(cell_of(raw, static_cast<int>(i), prepared.types[i]));
+        }
+        rows.emplace_back(prepared.columns, std::move(cells));
+    }
+    if (code != SQLITE_DONE) throw embedded::engine_error(engine_.get(), code, statement);
+    const bool changes = sqlite3_column_count(raw) == 0 && sqlite3_stmt_readonly(raw) == 0;
+    return {Result(prepared.columns, std::move(rows)), changes ? sqlite3_changes64(engine_.get()) : 0};
+}
+
+bool EmbeddedConnection::refresh_catalog() {
+    const std::int64_t version = embedded::number(engine_.get(), "PRAGMA schema_version");
+    if (version == schema_version_) return false;
+    forget_statements();
+    catalog_.load();
+    schema_version_ = version;
+    return true;
+}
+
+void EmbeddedConnection::forget_statements() {
+    by_key_.clear();
+    prepared_.clear();
+    pinned_of_shape_.clear();
+}
+
+Connection::Table EmbeddedConnection::describe(std::string_view name) {
+    const tsql::Table* table = catalog_.find(name);
+    if (table == nullptr && refresh_catalog()) table = catalog_.find(name);
+    if (table == nullptr) throw Error("42S02", "Invalid object name '" + std::string(name) + "'.", "");
+    if (table->view) {
+        if (const tsql::Table* real = tsql::renamed_table(catalog_, *table)) table = real;
+    }
+    Table described;
+    for (const tsql::Column& column : table->columns) {
+        described.columns.push_back(column.name);
+        described.types.push_back(column.type.written);
+    }
+    described.key = table->key;
+    return described;
+}
+
+void EmbeddedConnection::settle() {
+    const std::string log = file_.string() + "-wal";
+    const auto fail = [&](const char* what) {
+        throw Error(
+            "HY000",
+            std::string("The shop file could not be made durable: ") + what + ": " + std::strerror(errno),
+            "");
+    };
+    if (log_file_ < 0) {
+        log_file_ = ::open(log.c_str(), O_RDWR | O_CLOEXEC);
+        if (log_file_ < 0 && errno == ENOENT) return;  // nothing was ever written through the log
+        if (log_file_ < 0) fail("open");
+        // The log's name must be on the disk as well as its content.
+        const int folder = ::open(file_.parent_path().empty() ? "." : file_.parent_path().c_str(),
+                                  O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        if (folder >= 0) {
+            ::fsync(folder);
+            ::close(folder);
+        }
+    }
+    if (::fdatasync(log_file_) != 0) fail("sync");
+}
+
+}  // namespace database

@@ -1,0 +1,64 @@
+// A shop in a file, for a shop without a server: Transact-SQL on SQLite.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <list>
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "database/connection.h"
+#include "database/tsql_catalog.h"
+
+namespace database {
+
+class EmbeddedConnection final : public Connection {
+  public:
+    // Opens a file that exists, or makes an empty shop where `create` is set and there is none. Throws Error
+    // 08001 with the reason.
+    EmbeddedConnection(const std::filesystem::path& file, bool create);
+    ~EmbeddedConnection() override;
+
+    Outcome run(std::string_view statement, const std::vector<Value>& values) override;
+    // Brings the log of the file to the disk: one sync for all that was written since the last.
+    void settle() override;
+    bool is_embedded() const override { return true; }
+    Table describe(std::string_view table) override;
+
+  private:
+    struct Prepared {
+        std::string key;
+        std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement{nullptr, sqlite3_finalize};
+        std::vector<tsql::Type> types;
+        std::shared_ptr<const Columns> columns;
+    };
+
+    void open(const std::filesystem::path& file, bool create);
+    void prepare_engine(bool fresh);
+    Outcome run_once(std::string_view statement, const std::vector<Value>& values);
+    // The statement ready to run; null for one that defines tables, which has run by then.
+    Prepared* prepare(std::string_view statement, const tsql::Tokens& tokens);
+    Outcome step(Prepared& prepared, const std::vector<Value>& values, std::string_view statement);
+    void bind(sqlite3_stmt* statement, const std::vector<Value>& values);
+    // Another program has changed the tables: everything known of them is read again. False when none has.
+    bool refresh_catalog();
+    void forget_statements();
+    std::string key_of(const tsql::Tokens& tokens) const;
+
+    std::filesystem::path file_;
+    std::unique_ptr<sqlite3, int (*)(sqlite3*)> engine_{nullptr, sqlite3_close_v2};
+    tsql::Catalog catalog_{nullptr};
+    std::int64_t schema_version_ = -1;
+    // Statements by their shape and the values that shaped them, the last used first.
+    std::list<Prepared> prepared_;
+    std::unordered_map<std::string_view, std::list<Prepared>::iterator> by_key_;
+    std::unordered_map<std::string, std::set<std::size_t>> pinned_of_shape_;
+    int log_file_ = -1;
+};
+
+}  // namespace database

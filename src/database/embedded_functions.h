@@ -1,0 +1,52 @@
+// The server's functions and conversions, registered in the embedded engine under names of their own (ts_…).
+#pragma once
+
+#include <sqlite3.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace database::embedded {
+
+// Registers the collation and all functions on a connection.
+void register_functions(sqlite3* engine);
+
+// How the arguments and results of a registered function pass.
+struct Call {
+    sqlite3_context* context;
+    int count;
+    sqlite3_value** values;
+
+    bool null(int i) const { return i >= count || sqlite3_value_type(values[i]) == SQLITE_NULL; }
+    bool any_null() const;
+    int type(int i) const { return sqlite3_value_type(values[i]); }
+    std::string_view text(int i) const;
+    std::int64_t integer(int i) const { return sqlite3_value_int64(values[i]); }
+    double number(int i) const { return sqlite3_value_double(values[i]); }
+
+    void give() const { sqlite3_result_null(context); }
+    void give(std::int64_t value) const { sqlite3_result_int64(context, value); }
+    void give(double value) const { sqlite3_result_double(context, value); }
+    void give(std::string_view value) const;
+    // Fails the statement with a SQLSTATE and a text.
+    void fail(std::string_view sqlstate, std::string_view why) const;
+};
+
+struct Function {
+    const char* name;
+    int arguments;  // -1: any number
+    void (*body)(const Call&);
+    bool deterministic = true;
+};
+void register_all(sqlite3* engine, const Function* functions, std::size_t count);
+
+// The groups, one file each.
+void register_conversions(sqlite3* engine);
+void register_texts(sqlite3* engine);
+void register_numbers(sqlite3* engine);
+
+// A text as a number in the server's forms ("12", " -1.5e3 "; blanks alone are 0); nothing for any other.
+std::optional<double> parse_server_number(std::string_view text);
+
+}  // namespace database::embedded
