@@ -35,8 +35,8 @@ Duplicate find_duplicate(Invoice& invoice, const Item& item, std::int64_t salver
 // counted in its own unit, so that the stock stays right whatever barcode was scanned; where that is no
 // quantity (a piece on a line of cartons) the goods get a line of their own.
 double raised_quantity(const Line& line, const Item& item, double quantity) {
-    if (line.unit_code == item.unit_level || !(line.factor > 0)) return line.quantity + quantity;
-    return line.quantity + quantity * item.factor / line.factor;
+    const bool same_unit = line.unit_code == item.unit_level || !(line.factor > 0);
+    return without_noise(line.quantity + (same_unit ? quantity : quantity * item.factor / line.factor));
 }
 
 }  // namespace

@@ -8,8 +8,12 @@
 namespace sales {
 
 bool is_valid_quantity(double quantity) {
-    if (!(quantity > 0 && quantity <= largest_quantity)) return false;
-    return std::abs(common::round_decimals(quantity, 3) - quantity) < 1e-7;
+    return quantity > 0 && quantity <= largest_quantity && common::round_decimals(quantity, 3) == quantity;
+}
+
+double without_noise(double quantity) {
+    const double rounded = common::round_decimals(quantity, 3);
+    return std::abs(rounded - quantity) < 1e-7 ? rounded : quantity;
 }
 
 bool is_valid_price(double price) {

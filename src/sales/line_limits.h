@@ -13,6 +13,8 @@ inline constexpr double largest_price = 99'999'999;
 
 // Above 0, within bounds, and with no more than the three decimals that a quantity shows.
 bool is_valid_quantity(double quantity);
+// A computed quantity without what binary sums add to its three decimals; any other is left alone.
+double without_noise(double quantity);
 // Above 0 and within bounds.
 bool is_valid_price(double price);
 
