@@ -43,9 +43,6 @@ create table items (code int not null primary key, [name] nvarchar(100) null, fa
 GO
 create index items_name on items ([name])
 GO
--- Answers at once whether a barcode's item still has a name.
-create index items_code_name on items (code, [name])
-GO
 create table item_types (code int not null primary key, [name] nvarchar(100) null)
 GO
 create table makers (code int not null primary key, [name] nvarchar(100) null)
