@@ -1,0 +1,48 @@
+#include "database/faults.h"
+
+namespace database {
+
+void FaultyConnection::fail_at(std::int64_t n, Fault fault) {
+    fail_at_ = count() + n;
+    fault_ = fault;
+    has_failed_ = false;
+}
+
+void FaultyConnection::call_before(std::int64_t n, std::function<void()> what) {
+    call_at_ = count() + n;
+    call_ = std::move(what);
+}
+
+void FaultyConnection::heal() {
+    fail_at_ = call_at_ = 0;
+    lost_ = false;
+}
+
+void FaultyConnection::check_lost(std::string_view statement) const {
+    if (lost_) throw Error("08S01", "Communication link failure", std::string(statement));
+}
+
+Connection::Outcome FaultyConnection::run(std::string_view statement, const std::vector<Value>& values) {
+    statements_.emplace_back(statement);
+    if (count() == call_at_) call_();
+    if (count() == fail_at_) {
+        has_failed_ = true;
+        if (fault_ == Fault::passing)
+            throw Error("HY000", "The statement failed on purpose.", std::string(statement));
+        lost_ = true;
+    }
+    check_lost(statement);
+    return inner_.run(statement, values);
+}
+
+void FaultyConnection::settle() {
+    check_lost("");
+    inner_.settle();
+}
+
+Connection::Table FaultyConnection::describe(std::string_view table) {
+    check_lost("");
+    return inner_.describe(table);
+}
+
+}  // namespace database

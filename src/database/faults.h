@@ -1,0 +1,54 @@
+// A connection that fails on purpose, for tests of what an action leaves behind.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "database/connection.h"
+
+namespace database {
+
+// Passes everything on to the connection it is given, counting statements from 1; describe() and settle() are
+// no statements.
+class FaultyConnection final : public Connection {
+  public:
+    explicit FaultyConnection(Connection& inner) : inner_(inner) {}
+
+    enum class Fault {
+        passing,  // Error HY000, once
+        lost,     // Error 08S01, from then on for everything
+    };
+    // The n-th statement from now fails instead of running.
+    void fail_at(std::int64_t n, Fault fault);
+    // Calls something before the n-th statement from now: to change rows behind an action's back, or to end
+    // the process there.
+    void call_before(std::int64_t n, std::function<void()> what);
+    // Nothing fails any more.
+    void heal();
+
+    // The statements asked for so far, the failed ones among them.
+    std::int64_t count() const { return static_cast<std::int64_t>(statements_.size()); }
+    const std::vector<std::string>& statements() const { return statements_; }
+    // Whether the fault came about: false when the action ended before it.
+    bool has_failed() const { return has_failed_; }
+
+    Outcome run(std::string_view statement, const std::vector<Value>& values) override;
+    void settle() override;
+    bool is_embedded() const override { return inner_.is_embedded(); }
+    Table describe(std::string_view table) override;
+
+  private:
+    void check_lost(std::string_view statement) const;
+    Connection& inner_;
+    std::vector<std::string> statements_;
+    std::int64_t fail_at_ = 0;
+    Fault fault_ = Fault::passing;
+    bool has_failed_ = false;
+    bool lost_ = false;
+    std::int64_t call_at_ = 0;
+    std::function<void()> call_;
+};
+
+}  // namespace database
