@@ -3,11 +3,9 @@
 // screens.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
-#include "cash/cash_terms.h"
 #include "common/outside.h"
 #include "database/connection.h"
 #include "signin/session.h"
@@ -33,22 +31,20 @@ class CashPosition {
     // figures of the period after `start` up to and including `until`. Writes nothing.
     void compute(int store, const common::Moment& start, const common::Moment& until);
 
-    // The same, and moves each drawer's cash to the main drawer as soon as it is computed. `drawer` 0 moves
-    // every drawer, any other only that one. `leave` stays in the drawer. What was moved out of a drawer at
-    // or after `until` is taken off, so that two shift changes at one moment never move the same cash twice.
-    void compute_and_move(int store, const common::Moment& start, const common::Moment& until, float leave,
-                          int drawer);
+    // Moves to the main drawer what was computed above zero, less `leave`, which stays in the drawer;
+    // `drawer` 0 empties every drawer, any other only that one. See move_cash for what is never moved.
+    void move(float leave, int drawer);
 
     const std::vector<DrawerPosition>& drawers() const { return drawers_; }
     // The workstation's own drawer; zeros when the store has no such drawer.
     const DrawerPosition& own() const { return own_; }
 
   private:
-    void walk(int store, const common::Moment& start, const common::Moment& until,
-              const std::function<void(DrawerPosition&)>& and_then);
     database::Connection& connection_;
     const signin::Session& session_;
     common::Clock& clock_;
+    int store_ = 0;
+    common::Moment until_;
     std::vector<DrawerPosition> drawers_;
     DrawerPosition own_;
 };

@@ -29,8 +29,6 @@ inline constexpr std::string_view before_last_end = "الوقت قبل نهاي�
 // Another workstation has started this shift already; its row was kept.
 inline constexpr std::string_view started_elsewhere =
     "تم بدء هذه الورديه من جهاز أخر .. لم يتم تسجيل ورديه جديده";
-// The amount to leave is greater than the drawer's cash.
-inline constexpr std::string_view leaves_too_much = "المبلغ المتروك أكبر من رصيد الخزينة";
 // There is no such drawer; it may have been deleted.
 inline constexpr std::string_view no_such_drawer = "الخزينة غير موجودة في هذا الفرع";
 inline constexpr std::string_view no_amount = "المبلغ غير صحيح";  // the amount is no number, or below zero

@@ -1,7 +1,6 @@
 // The logic of the shift screens: shift2s starts and closes shifts, shiftc only starts them.
 #pragma once
 
-#include <array>
 #include <optional>
 #include <string>
 #include <vector>
@@ -59,14 +58,15 @@ class ShiftStartScreen {
         double counted = 0;
         double leave = 0;
     };
+    void read_last_shift();
     std::optional<Amounts> read_amounts();
     bool has_drawer();
     bool refuse(std::string_view text);
     // Whether the open shift may be closed at a moment with these amounts; says why not.
-    bool may_close(const Shift& shift, const common::Moment& at, const Amounts& amounts,
-                   CashPosition& position);
-    void close_shift(const Shift& shift, const common::Moment& at, const Amounts& amounts,
-                     const CashPosition& position, const std::string& worker_name);
+    bool may_close(const Shift& shift, const common::Moment& at, const Amounts& amounts);
+    void close_shift(const Shift& shift, const common::Moment& at, const Amounts& amounts);
+    bool add_shift(const common::Moment& at);
+    void finish();
 
     database::Connection& connection_;
     const signin::Session& session_;

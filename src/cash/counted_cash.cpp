@@ -1,0 +1,99 @@
+#include "cash/counted_cash.h"
+
+#include "cash/cash_position.h"
+#include "cash/cash_sums.h"
+#include "cash/messages.h"
+#include "common/numbers.h"
+#include "database/recordset.h"
+
+namespace cash {
+
+namespace {
+
+using database::quoted;
+using database::Sql;
+
+// The day's one row of surplus or shortage.
+Sql difference_row(int store, int drawer, const common::Date& day) {
+    return Sql("select * from mor_les where  ptype = ") + drawer + " and date =" + quoted(day) +
+           " and stcode = " + store;
+}
+
+}  // namespace
+
+void CountedCash::open() {
+    stores_ = load_stores(connection_);
+    day_ = outside_.clock.now().date;
+    counted = "0.00";
+    choose_store(session_.store_code);
+}
+
+void CountedCash::choose_store(int store) {
+    store_ = store;
+    drawers_ = load_drawers(connection_, store);
+    if (store == session_.store_code && contains(drawers_, session_.cash_point)) {
+        drawer_ = session_.cash_point;
+    } else {
+        drawer_ = drawers_.empty() ? 0 : static_cast<int>(drawers_.front().code);
+    }
+    refresh();
+}
+
+void CountedCash::choose_drawer(int drawer) {
+    drawer_ = drawer;
+    refresh();
+}
+
+void CountedCash::choose_day(const common::Date& day) {
+    day_ = day;
+    refresh();
+}
+
+void CountedCash::refresh() {
+    // Strictly before the next midnight: the whole of the day, its last second included.
+    const common::Moment start{day_, {}};
+    const common::Moment end{common::add_days(day_, 1), {}};
+    CashPosition computed(connection_, session_, outside_.clock);
+    computed.compute(store_, start, end);
+    position_ = card_sales_ = uncollected_ = 0;
+    for (const DrawerPosition& drawer : computed.drawers()) {
+        if (drawer.drawer != drawer_) continue;
+        position_ = drawer.position;
+        card_sales_ = static_cast<double>(drawer.card_sales);
+        uncollected_ = static_cast<double>(drawer.uncollected);
+    }
+    const auto row = connection_.query(difference_row(store_, drawer_, day_));
+    difference_.reset();
+    if (!row.empty()) difference_ = common::round_decimals(row.front().number("aml"), 2);
+    expected_ = add_amounts(position_, -difference_.value_or(0));
+}
+
+bool CountedCash::confirm() {
+    const auto refuse = [this](std::string_view text) {
+        outside_.prompts.message(text, common::Icon::critical);
+        return false;
+    };
+    const auto amount = read_amount(counted);
+    if (!amount) {
+        counted = "0.00";
+        return refuse(message::no_amount);
+    }
+    const common::Moment now = outside_.clock.now();
+    if (day_ > now.date) return refuse(message::future_day);
+    if (!contains(load_drawers(connection_, store_), drawer_)) return refuse(message::no_such_drawer);
+
+    // Another till may have sold since the panel was computed; the cashier confirms what he sees.
+    database::Recordset row(connection_, difference_row(store_, drawer_, day_));
+    if (row.empty()) row.add();
+    row.set("time_", database::Value(now));
+    row.set("Date", day_);
+    row.set("stcode", store_);
+    row.set("aml", add_amounts(*amount, -expected_));
+    row.set("ptype", drawer_);
+    row.update();
+    connection_.settle();
+    refresh();
+    return true;
+}
+
+}  // namespace cash

@@ -1,0 +1,37 @@
+#include "cash/current_shift.h"
+
+namespace cash {
+
+using database::Sql;
+
+std::optional<Shift> current_shift(database::Connection& connection, int store, int drawer) {
+    const auto rows = connection.query(Sql("select * FROM shift  where stcode = ") + store +
+                                       " and cash_no = " + drawer + "  Order By scode");
+    if (rows.empty()) return std::nullopt;
+    const std::int64_t number = rows.rows().back().integer("scode");
+    std::optional<Shift> last;
+    for (const auto& row : rows) {
+        if (row.integer("scode") != number) continue;
+        Shift shift{number, row.integer("man_"), row.moment("s_date"), std::nullopt};
+        if (!row.null("e_date")) shift.end = row.moment("e_date");
+        if (!last || (shift.is_open() && !last->is_open())) last = shift;
+    }
+    return last;
+}
+
+std::string shift_worker(database::Connection& connection, int store, int drawer, std::int64_t number) {
+    const auto rows =
+        connection.query(Sql("select * from worker RIGHT OUTER JOIN shift ON worker.work_code = shift.man_  "
+                             "where stcode = ") +
+                         store + " AND cash_no = " + drawer + "  and scode = " + number);
+    return rows.empty() ? "" : rows.front().text("work_name");
+}
+
+std::int64_t next_shift_number(database::Connection& connection, int store, int drawer) {
+    return database::integer_of(
+               connection.scalar(Sql("select max(scode) as last_i from shift where stcode = ") + store +
+                                 " and cash_no = " + drawer)) +
+           1;
+}
+
+}  // namespace cash
