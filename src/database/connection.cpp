@@ -23,4 +23,11 @@ Value Connection::scalar(const Sql& statement) {
     return result.front().cells().front();
 }
 
+std::vector<std::string> Connection::tables() {
+    std::vector<std::string> names;
+    for (const Row& row : query("select name from sys.tables where is_ms_shipped = 0 order by name"))
+        names.push_back(row.text("name"));
+    return names;
+}
+
 }  // namespace database

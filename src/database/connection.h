@@ -99,6 +99,8 @@ class Connection {
         std::vector<std::string> key;
     };
     virtual Table describe(std::string_view table) = 0;
+    // The names of the shop's tables, views left out, in the order of the alphabet.
+    virtual std::vector<std::string> tables();
 
     struct Outcome {
         Result result;

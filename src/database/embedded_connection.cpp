@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -250,6 +251,16 @@ Connection::Table EmbeddedConnection::describe(std::string_view name) {
     }
     described.key = table->key;
     return described;
+}
+
+std::vector<std::string> EmbeddedConnection::tables() {
+    refresh_catalog();
+    std::vector<std::string> names;
+    for (const auto& [key, table] : catalog_.tables()) {
+        if (!table.view) names.push_back(table.name);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 void EmbeddedConnection::settle() {

@@ -29,6 +29,7 @@ class EmbeddedConnection final : public Connection {
     void settle() override;
     bool is_embedded() const override { return true; }
     Table describe(std::string_view table) override;
+    std::vector<std::string> tables() override;
 
   private:
     struct Prepared {
