@@ -1,0 +1,163 @@
+#include "admin/backup.h"
+
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <memory>
+
+#include "admin/progress.h"
+#include "database/embedded_functions.h"
+#include "database/open.h"
+#include "database/schema.h"
+
+namespace admin {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int pages_at_once = 2000;  // 8 MB of the usual pages between two looks at the clock of other tills
+constexpr int wait_for_tills_ms = 10000;
+
+struct Close {
+    void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+};
+using File = std::unique_ptr<sqlite3, Close>;
+
+File open_file(const fs::path& path, int flags) {
+    sqlite3* opened = nullptr;
+    const int result = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
+    File file(opened);
+    if (result != SQLITE_OK) throw Refused(path.string() + " cannot be opened: " + sqlite3_errstr(result));
+    sqlite3_busy_timeout(opened, wait_for_tills_ms);
+    return file;
+}
+
+// Copies one file's pages over another's. `source` is read in one transaction, so that the copy is of one
+// moment and a busy till cannot make it start over for ever.
+void copy_pages(sqlite3* source, sqlite3* target, const std::string& label, Tool& tool) {
+    if (sqlite3_exec(source, "begin; select count(*) from sqlite_master", nullptr, nullptr, nullptr) !=
+        SQLITE_OK) {
+        throw Refused(std::string("the file cannot be read as a shop: ") + sqlite3_errmsg(source));
+    }
+    sqlite3_backup* backup = sqlite3_backup_init(target, "main", source, "main");
+    if (backup == nullptr) throw Refused(std::string("the copy cannot begin: ") + sqlite3_errmsg(target));
+    std::unique_ptr<Progress> progress;
+    int result = SQLITE_OK;
+    int waits = 0;
+    do {
+        result = sqlite3_backup_step(backup, pages_at_once);
+        const auto total = static_cast<std::size_t>(sqlite3_backup_pagecount(backup));
+        if (!progress) progress = std::make_unique<Progress>(tool, label, total);
+        progress->reach(total - static_cast<std::size_t>(sqlite3_backup_remaining(backup)));
+        if (result == SQLITE_BUSY || result == SQLITE_LOCKED) {
+            sqlite3_sleep(100);
+            if (++waits > wait_for_tills_ms / 100) break;
+        }
+    } while (result == SQLITE_OK || result == SQLITE_BUSY || result == SQLITE_LOCKED);
+    sqlite3_backup_finish(backup);
+    sqlite3_exec(source, "commit", nullptr, nullptr, nullptr);
+    if (result == SQLITE_BUSY || result == SQLITE_LOCKED) {
+        throw Refused("a till keeps the shop file busy; close the tills and try again");
+    }
+    if (result != SQLITE_DONE) throw Refused(std::string("the copy failed: ") + sqlite3_errstr(result));
+}
+
+// The structure of every page, row and index; throws Refused with what is broken.
+void check_structure(const fs::path& path) {
+    const File file = open_file(path, SQLITE_OPEN_READONLY);
+    // The indexes stand in the order of the shop's own comparison of texts.
+    database::embedded::register_functions(file.get());
+    std::string verdict;
+    const auto take = [](void* text, int, char** cells, char**) {
+        auto& first = *static_cast<std::string*>(text);
+        if (first.empty() && cells[0] != nullptr) first = cells[0];
+        return 0;
+    };
+    const int result = sqlite3_exec(file.get(), "pragma integrity_check(1)", take, &verdict, nullptr);
+    if (result != SQLITE_OK) verdict = sqlite3_errmsg(file.get());
+    if (verdict != "ok") throw Refused(path.string() + " is damaged: " + verdict);
+}
+
+std::int64_t count_invoices(const fs::path& path) {
+    const auto connection = database::open_embedded(path);
+    if (connection->query("select * from basic").empty()) {
+        throw Refused(path.string() + " is no shop: it has no settings row");
+    }
+    return database::integer_of(connection->scalar("select count(*) from sales"));
+}
+
+void sync_file(const fs::path& path) {
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const bool synced = file >= 0 && fsync(file) == 0;
+    if (file >= 0) close(file);
+    if (!synced) throw Refused(path.string() + " cannot be written to the disk");
+}
+
+// A file that is made aside, with the two that the engine keeps beside it; removed unless it was named.
+class Aside {
+  public:
+    explicit Aside(fs::path path) : path_(std::move(path)) { clear(); }
+    ~Aside() { clear(); }
+    Aside(const Aside&) = delete;
+    Aside& operator=(const Aside&) = delete;
+    const fs::path& path() const { return path_; }
+
+  private:
+    void clear() {
+        std::error_code ignored;
+        for (const char* ending : {"", "-wal", "-shm", "-journal"})
+            fs::remove(path_.string() + ending, ignored);
+    }
+    fs::path path_;
+};
+
+}  // namespace
+
+BackupOutcome back_up(const fs::path& shop, const fs::path& target, Tool& tool) {
+    if (!fs::exists(shop)) throw Refused("there is no shop file " + shop.string());
+    if (fs::exists(target)) throw Refused(target.string() + " exists already; give another name");
+    const Aside copy(target.string() + ".making");
+    {
+        const File source = open_file(shop, SQLITE_OPEN_READONLY);
+        const File made = open_file(copy.path(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+        copy_pages(source.get(), made.get(), "backup", tool);
+        // One file, to be carried about: without the log beside it that a shop at work has.
+        sqlite3_exec(made.get(), "pragma journal_mode = delete", nullptr, nullptr, nullptr);
+    }
+    check_structure(copy.path());
+    BackupOutcome outcome;
+    {
+        const Aside trial(target.string() + ".trial");
+        fs::copy_file(copy.path(), trial.path());
+        outcome.invoices = count_invoices(trial.path());
+    }
+    sync_file(copy.path());
+    fs::rename(copy.path(), target);
+    outcome.bytes = fs::file_size(target);
+    return outcome;
+}
+
+BackupOutcome put_back(const fs::path& backup, const fs::path& shop, const fs::path& safety, Tool& tool) {
+    if (!fs::is_regular_file(backup)) throw Refused("there is no backup " + backup.string());
+    if (fs::equivalent(backup, shop)) throw Refused("the backup is the shop file itself");
+    check_structure(backup);
+    const Aside copy(shop.string() + ".restoring");
+    fs::copy_file(backup, copy.path());
+    BackupOutcome outcome;
+    outcome.invoices = count_invoices(copy.path());
+    {
+        const auto connection = database::open_embedded(copy.path());
+        database::run_upgrade_list(*connection);
+        connection->settle();
+    }
+    if (fs::exists(shop)) back_up(shop, safety, tool);
+    const File source = open_file(copy.path(), SQLITE_OPEN_READONLY);
+    const File target = open_file(shop, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    copy_pages(source.get(), target.get(), "restore", tool);
+    outcome.bytes = fs::file_size(copy.path());
+    return outcome;
+}
+
+}  // namespace admin

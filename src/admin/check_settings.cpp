@@ -1,0 +1,247 @@
+// The checks of schema, settings, stores, drawers, users and ports.
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <system_error>
+
+#include "admin/checks.h"
+#include "common/numbers.h"
+#include "common/ports.h"
+#include "common/text.h"
+#include "database/open.h"
+#include "database/schema.h"
+
+namespace admin {
+
+namespace fs = std::filesystem;
+using database::Connection;
+using database::Sql;
+
+namespace {
+
+// A shop of this version made aside, to compare with.
+class PatternShop {
+  public:
+    PatternShop() {
+        std::string pattern = (fs::temp_directory_path() / "tallvex-check-XXXXXX").string();
+        if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
+        folder_ = pattern;
+        connection_ = database::open_embedded(folder_ / "pattern.db", true);
+        database::create_base_schema(*connection_);
+        database::run_upgrade_list(*connection_);
+    }
+    ~PatternShop() {
+        connection_.reset();
+        std::error_code ignored;
+        fs::remove_all(folder_, ignored);
+    }
+    PatternShop(const PatternShop&) = delete;
+    PatternShop& operator=(const PatternShop&) = delete;
+    Connection& connection() { return *connection_; }
+
+  private:
+    fs::path folder_;
+    std::unique_ptr<Connection> connection_;
+};
+
+std::vector<std::string> columns_of(Connection& connection, const std::string& table) {
+    try {
+        return connection.describe(table).columns;
+    } catch (const database::Error& error) {
+        if (error.is_connection_lost()) throw;
+        return {};
+    }
+}
+
+bool contains(const std::vector<std::string>& names, const std::string& wanted) {
+    for (const std::string& name : names) {
+        if (common::equal_ignoring_case(name, wanted)) return true;
+    }
+    return false;
+}
+
+class SettingsCheck {
+  public:
+    SettingsCheck(Connection& connection, std::string_view version)
+        : connection_(connection), version_(version) {}
+
+    Findings run() {
+        const auto rows = connection_.query("select * from basic");
+        if (rows.empty()) {
+            add(Verdict::wrong, "settings",
+                "the table basic has no row; make the shop anew or restore a backup");
+            return findings_;
+        }
+        if (rows.size() > 1) {
+            add(Verdict::wrong, "settings",
+                "the table basic has " + std::to_string(rows.size()) +
+                    " rows; keep one and delete the others");
+        }
+        const auto& basic = rows.front();
+        settings(basic);
+        drawers(basic);
+        users();
+        return findings_;
+    }
+
+  private:
+    void add(Verdict verdict, std::string subject, std::string text) {
+        findings_.push_back({verdict, std::move(subject), std::move(text)});
+    }
+
+    std::int64_t count(const Sql& statement) { return database::integer_of(connection_.scalar(statement)); }
+
+    void settings(const database::Row& basic) {
+        const double ceiling = basic.number("max_dis");
+        if (ceiling < 0 || ceiling > 100) {
+            add(Verdict::wrong, "settings",
+                "the discount ceiling max_dis is " + common::shortest_text(ceiling) +
+                    "; set a percentage from 0 to 100");
+        }
+        const std::string stamped(common::trim(basic.text("cr_v")));
+        if (stamped != common::trim(version_)) {
+            add(Verdict::wrong, "settings",
+                "the shop was last used by version \"" + stamped + "\", this one is \"" +
+                    std::string(common::trim(version_)) +
+                    "\"; install the same version on every till, starting with the server's");
+        }
+        if (common::trim(basic.text("aname")).empty()) {
+            add(Verdict::note, "settings", "the shop has no name (aname); receipts begin with a blank line");
+        }
+        if (findings_.empty()) add(Verdict::good, "settings", basic.text("aname"));
+    }
+
+    void drawers(const database::Row& basic) {
+        const std::size_t before = findings_.size();
+        const std::int64_t store = basic.integer("st_d");
+        if (count(Sql("select count(*) from stocks where code = ") + store) == 0) {
+            add(Verdict::wrong, "store",
+                "the workstation's store (st_d) is " + std::to_string(store) +
+                    ", which the table stocks has not; nobody can sign in");
+        } else {
+            add(Verdict::good, "store", std::to_string(store));
+        }
+        const std::int64_t drawers = count(Sql("select count(*) from cash where stcode = ") + store);
+        if (drawers == 0) {
+            add(Verdict::wrong, "drawer",
+                "store " + std::to_string(store) +
+                    " has no drawer; add a row to the table cash, or nobody can sign in");
+        }
+        const std::int64_t main_store = basic.integer("mst");
+        const std::int64_t main_drawer = basic.integer("mcash");
+        if (count(Sql("select count(*) from cash where stcode = ") + main_store +
+                  " and code = " + main_drawer) == 0) {
+            add(Verdict::wrong, "drawer",
+                "the main drawer (mst " + std::to_string(main_store) + ", mcash " +
+                    std::to_string(main_drawer) +
+                    ") does not exist; cash of closed shifts would be moved to nowhere");
+        }
+        if (findings_.size() == before + 1) {
+            add(Verdict::good, "drawer", std::to_string(drawers) + " in store " + std::to_string(store));
+        }
+    }
+
+    void users() {
+        const auto rows = connection_.query("select * from users");
+        if (rows.empty()) {
+            add(Verdict::wrong, "users", "there is no user; add one: tallvex-admin users add NAME --set all");
+            return;
+        }
+        for (const auto& row : rows) {
+            if (!common::trim(row.text("pass")).empty()) continue;
+            add(Verdict::note, "users",
+                "user " + row.text("code") + " (" + row.text("name") +
+                    ") has no password: tallvex-admin users password " + row.text("code"));
+        }
+        try {
+            connection_.query("select code from [user] where code = 0");
+        } catch (const database::Error& error) {
+            if (error.is_connection_lost()) throw;
+            add(Verdict::note, "users",
+                "nobody can change a password at the till, whose statement names [user]: tallvex-admin sql "
+                "\"create "
+                "view [user] as select * from users\"");
+        }
+        add(Verdict::good, "users", std::to_string(rows.size()));
+    }
+
+    Connection& connection_;
+    std::string_view version_;
+    Findings findings_;
+};
+
+Finding port_finding(const std::string& subject, const std::string& port, const std::string& group,
+                     Verdict missing) {
+    const std::string path = common::port_path(port);
+    const std::string named = path == port ? port : port + " (" + path + ")";
+    std::error_code failed;
+    if (!fs::exists(path, failed)) {
+        const fs::path folder = fs::absolute(path, failed).parent_path();
+        const bool device = path.starts_with("/dev/");
+        if (!device && fs::is_directory(folder, failed) && access(folder.c_str(), W_OK) == 0) {
+            return {Verdict::good, subject, named + " will be made as a file"};
+        }
+        return {missing, subject,
+                named + " is not there; switch the device on and plug it in, or choose another port"};
+    }
+    if (access(path.c_str(), W_OK) != 0) {
+        return {missing, subject,
+                named + " may not be written; let this user: sudo usermod -aG " + group +
+                    " $USER, then sign in to the system again"};
+    }
+    return {Verdict::good, subject, named};
+}
+
+}  // namespace
+
+Findings check_schema(Connection& connection) {
+    Findings findings;
+    PatternShop pattern;
+    std::size_t tables = 0;
+    for (const std::string& table : pattern.connection().tables()) {
+        ++tables;
+        const auto there = columns_of(connection, table);
+        if (there.empty()) {
+            findings.push_back({Verdict::wrong, "schema",
+                                "the table " + table +
+                                    " is missing; restore a backup, or start the till once: "
+                                    "it adds what later versions need"});
+            continue;
+        }
+        for (const std::string& column : pattern.connection().describe(table).columns) {
+            if (contains(there, column)) continue;
+            findings.push_back({Verdict::wrong, "schema",
+                                "the table " + table + " has no column " + column +
+                                    "; start the till once: it adds what later versions need"});
+        }
+    }
+    if (findings.empty()) findings.push_back({Verdict::good, "schema", std::to_string(tables) + " tables"});
+    return findings;
+}
+
+Findings check_settings(Connection& connection, std::string_view version) {
+    return SettingsCheck(connection, version).run();
+}
+
+Findings check_ports(Connection& connection) {
+    Findings findings;
+    const auto rows = connection.query("select * from basic");
+    if (rows.empty()) return findings;
+    const std::string printer(common::trim(rows.front().text("print")));
+    if (printer.empty() || printer == "win") {
+        findings.push_back({Verdict::good, "printer", "the system's printer"});
+    } else {
+        findings.push_back(port_finding("printer", printer, "lp", Verdict::wrong));
+    }
+    const std::string drawer(common::trim(rows.front().text("cash")));
+    if (drawer.empty()) {
+        findings.push_back(
+            {Verdict::note, "drawer port", "none is set (basic.cash); the drawer will not open by itself"});
+    } else {
+        findings.push_back(port_finding("drawer port", drawer, "dialout", Verdict::note));
+    }
+    return findings;
+}
+
+}  // namespace admin

@@ -1,0 +1,51 @@
+// tallvex-admin copy-shop: the shop of the working directory into a new one, on either engine.
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "admin/commands.h"
+#include "admin/copy_shop.h"
+#include "admin/shop_maker.h"
+
+namespace admin {
+
+namespace {
+
+struct Options {
+    std::string folder;
+    Place place{"embedded", "shop.db", "Not Found"};
+};
+
+void run(const Options& options, Tool& tool) {
+    const auto source = open_shop(tool);
+    CopyOutcome outcome;
+    make_place(tool.folder / options.folder, options.place, tool, [&](database::Connection& target) {
+        outcome = copy_shop(*source, target, tool);
+        if (outcome.differences.empty()) return;
+        std::string text = "the copy is not whole; close the tills and copy again";
+        for (const std::string& difference : outcome.differences)
+            text += "\n  " + difference;
+        throw Refused(text);
+    });
+    tool.out << outcome.tables << " tables with " << outcome.rows << " rows copied; every count agrees\n";
+}
+
+}  // namespace
+
+void add_copy_shop(CLI::App& program, Tool& tool) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand(
+        "copy-shop", "Copies the shop of the working directory into a new one, in a file or on a server");
+    command->add_option("folder", options->folder, "The folder of the new shop's files; made when missing")
+        ->required();
+    command->add_option("--server", options->place.server,
+                        "Copy into a database of this server instead of a file");
+    command
+        ->add_option("--database", options->place.database,
+                     "An empty database of the server, or the file's name")
+        ->capture_default_str();
+    command->add_option("--address", options->place.address, "Network address of the server")
+        ->capture_default_str();
+    command->callback([options, &tool] { run(*options, tool); });
+}
+
+}  // namespace admin

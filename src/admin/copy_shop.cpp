@@ -1,0 +1,158 @@
+#include "admin/copy_shop.h"
+
+#include <algorithm>
+#include <functional>
+
+#include "admin/progress.h"
+#include "admin/transaction.h"
+#include "common/text.h"
+#include "database/schema.h"
+
+namespace admin {
+
+using database::Connection;
+using database::Sql;
+using database::Value;
+
+namespace {
+
+// More rows than this are read in slices, one value of a column at a time, so that a shop of years fits
+// memory.
+constexpr std::int64_t rows_read_whole = 50000;
+constexpr std::string_view slicing_columns[] = {"date", "expdate", "cdate", "tdate", "icode", "code", "pnum"};
+
+std::string bracketed(std::string_view name) {
+    std::string quoted = "[";
+    for (const char c : name)
+        quoted.append(c == ']' ? 2 : 1, c);
+    return quoted + "]";
+}
+
+// Statements about tables whose names come from the database itself.
+Sql on(const std::string& before, std::string_view table, const std::string& after = {}) {
+    return Sql::from_administrator(before + bracketed(table) + after);
+}
+
+std::int64_t count_of(Connection& connection, const std::string& table) {
+    return database::integer_of(connection.scalar(on("select count(*) from ", table)));
+}
+
+class TableCopy {
+  public:
+    TableCopy(Connection& source, Connection& target, std::string table)
+        : source_(source), target_(target), table_(std::move(table)), columns_(source.describe(table_)) {}
+
+    void make_room() {
+        Connection::Table there;
+        try {
+            there = target_.describe(table_);
+        } catch (const database::Error& error) {
+            if (error.is_connection_lost()) throw;
+        }
+        if (there.columns.empty()) {
+            std::string list;
+            for (std::size_t i = 0; i < columns_.columns.size(); ++i)
+                list += (i == 0 ? "" : ", ") + definition(i);
+            target_.execute(on("create table ", table_, " (" + list + ")"));
+            return;
+        }
+        for (std::size_t i = 0; i < columns_.columns.size(); ++i) {
+            const bool has =
+                std::any_of(there.columns.begin(), there.columns.end(), [&](const std::string& name) {
+                    return common::equal_ignoring_case(name, columns_.columns[i]);
+                });
+            if (!has) target_.execute(on("alter table ", table_, " add " + definition(i)));
+        }
+    }
+
+    void copy(std::int64_t rows, const std::function<void()>& each_row) {
+        const std::string column = rows > rows_read_whole ? slicing_column() : std::string();
+        if (column.empty()) {
+            write(source_.query(on("select * from ", table_)), each_row);
+            return;
+        }
+        const std::string name = bracketed(column);
+        for (const auto& slice : source_.query(on("select distinct " + name + " from ", table_))) {
+            const Value& value = slice.cells().front();
+            if (database::is_null(value)) {
+                write(source_.query(on("select * from ", table_, " where " + name + " is null")), each_row);
+            } else {
+                write(source_.run(on("select * from ", table_, " where " + name + " = ?").text(), {value})
+                          .result,
+                      each_row);
+            }
+        }
+    }
+
+  private:
+    std::string definition(std::size_t column) const {
+        return bracketed(columns_.columns[column]) + " " + columns_.types[column] + " null";
+    }
+
+    std::string slicing_column() const {
+        for (const std::string_view wanted : slicing_columns) {
+            for (const std::string& name : columns_.columns) {
+                if (common::equal_ignoring_case(name, wanted)) return name;
+            }
+        }
+        return {};
+    }
+
+    void write(const database::Result& rows, const std::function<void()>& each_row) {
+        std::string names;
+        std::string marks;
+        for (const std::string& name : rows.columns()) {
+            names += (names.empty() ? "" : ",") + bracketed(name);
+            marks += marks.empty() ? "?" : ",?";
+        }
+        const std::string insert =
+            on("insert into ", table_, " (" + names + ") values (" + marks + ")").text();
+        Transaction transaction(target_);
+        for (const auto& row : rows) {
+            target_.run(insert, row.cells());
+            each_row();
+        }
+        transaction.commit();
+    }
+
+    Connection& source_;
+    Connection& target_;
+    std::string table_;
+    Connection::Table columns_;
+};
+
+}  // namespace
+
+CopyOutcome copy_shop(Connection& source, Connection& target, Tool& tool) {
+    CopyOutcome outcome;
+    database::create_base_schema(target);
+    const std::vector<std::string> tables = source.tables();
+    std::vector<std::int64_t> counts;
+    for (const std::string& table : tables) {
+        counts.push_back(count_of(source, table));
+        outcome.rows += counts.back();
+    }
+    Progress progress(tool, "rows", static_cast<std::size_t>(outcome.rows));
+    const auto each_row = [&progress] { progress.step(); };
+    // The upgrade list makes what later versions need; it runs before there are rows that it would change.
+    // The columns it makes for each store come with the source's own columns.
+    database::run_upgrade_list(target);
+    for (std::size_t i = 0; i < tables.size(); ++i) {
+        TableCopy copy(source, target, tables[i]);
+        copy.make_room();
+        copy.copy(counts[i], each_row);
+    }
+    target.settle();
+    for (const std::string& table : tables) {
+        const std::int64_t here = count_of(source, table);
+        const std::int64_t there = count_of(target, table);
+        if (here != there) {
+            outcome.differences.push_back(table + ": " + std::to_string(here) + " rows here, " +
+                                          std::to_string(there) + " there");
+        }
+    }
+    outcome.tables = tables.size();
+    return outcome;
+}
+
+}  // namespace admin

@@ -1,0 +1,56 @@
+// Comma-separated text as RFC 4180 has it, in UTF-8.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace admin {
+
+// Reads a CSV text record by record. Accepts LF and CRLF, quoted cells with separators, line ends and doubled
+// quotes in them, and a byte order mark at the start. Blank lines are skipped.
+class CsvReader {
+  public:
+    explicit CsvReader(std::string_view text, char separator = ',');
+
+    // The next record's cells; false at the end. Throws CsvError when quotes do not match.
+    bool next(std::vector<std::string>& cells);
+    // The line (from 1) on which the record last read begins.
+    std::size_t line() const { return record_line_; }
+    // How many bytes of the text have been read.
+    std::size_t position() const { return position_; }
+
+  private:
+    bool at_line_end() const;
+    void skip_line_end();
+    std::string quoted_cell();
+    std::string plain_cell();
+
+    std::string_view text_;
+    char separator_;
+    std::size_t position_ = 0;
+    std::size_t line_ = 1;
+    std::size_t record_line_ = 0;
+};
+
+class CsvError : public std::exception {
+  public:
+    CsvError(std::size_t line, std::string reason);
+    const char* what() const noexcept override { return text_.c_str(); }
+    std::size_t line() const { return line_; }
+    const std::string& reason() const { return reason_; }
+
+  private:
+    std::size_t line_;
+    std::string reason_;
+    std::string text_;
+};
+
+// The separator that the first line uses most: comma, semicolon or tab; comma when it has none of them.
+char guess_separator(std::string_view text);
+
+// One record as CSV, with its CRLF; cells are quoted where they hold a comma, a quote or a line end.
+std::string csv_record(const std::vector<std::string>& cells);
+
+}  // namespace admin

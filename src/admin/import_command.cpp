@@ -1,0 +1,68 @@
+// tallvex-admin import-items: items, prices, barcodes and opening stock from a CSV file.
+#include <CLI/CLI.hpp>
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+#include "admin/commands.h"
+#include "admin/item_import.h"
+#include "admin/shop.h"
+
+namespace admin {
+
+namespace {
+
+struct Options {
+    std::string file;
+    bool columns = false;
+};
+
+std::string text_of_file(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+    if (!stream) throw Refused("cannot read " + file.string());
+    return text;
+}
+
+void list_columns(Tool& tool) {
+    for (const ItemColumn& column : item_columns()) {
+        tool.out << column.name << std::string(16 - column.name.size(), ' ') << column.meaning << '\n';
+    }
+}
+
+void run(const Options& options, Tool& tool) {
+    const std::string csv = text_of_file(tool.folder / options.file);
+    const auto connection = open_shop(tool);
+    const ImportOutcome outcome = import_items(*connection, csv, tool);
+    for (const LineProblem& problem : outcome.problems) {
+        tool.err << options.file << ':' << problem.line << ": " << problem.reason << '\n';
+    }
+    if (!outcome.problems.empty()) {
+        throw Refused("nothing was imported; mend the " + std::to_string(outcome.problems.size()) +
+                      " lines named above and import the file again");
+    }
+    tool.out << outcome.items << " items, " << outcome.barcodes << " barcodes and " << outcome.batches
+             << " rows of stock imported\n";
+}
+
+}  // namespace
+
+void add_import_items(CLI::App& program, Tool& tool) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand(
+        "import-items",
+        "Adds the items of a CSV file (UTF-8) with prices, barcodes and opening stock, or none of them");
+    command->add_option("file", options->file, "The CSV file; its first line names the columns");
+    command->add_flag("--columns", options->columns, "List the columns such a file may have");
+    command->callback([options, &tool] {
+        if (options->columns) {
+            list_columns(tool);
+        } else if (options->file.empty()) {
+            throw CLI::RequiredError("file");
+        } else {
+            run(*options, tool);
+        }
+    });
+}
+
+}  // namespace admin

@@ -1,0 +1,139 @@
+#include "admin/item_import.h"
+
+#include <map>
+#include <string>
+
+#include "admin/progress.h"
+#include "admin/transaction.h"
+#include "common/text.h"
+
+namespace admin {
+
+using database::Connection;
+using database::Null;
+using database::Value;
+
+namespace {
+
+KnownGoods known_goods(Connection& connection) {
+    KnownGoods known;
+    for (const auto& row : connection.query("select code from items"))
+        known.codes.insert(row.integer("code"));
+    for (const auto& row : connection.query("select bar from barcode")) {
+        known.barcodes.insert(common::lower_ascii(common::trim_right(row.text("bar"))));
+    }
+    for (const auto& row : connection.query("select code from stocks"))
+        known.stores.insert(row.integer("code"));
+    return known;
+}
+
+// Codes of makers or groups by name; a name not there yet gets the next code and a row.
+class Names {
+  public:
+    Names(Connection& connection, const database::Result& rows, database::Fragment insert)
+        : connection_(connection), insert_(insert) {
+        for (const auto& row : rows) {
+            codes_.emplace(row.text("name"), row.integer("code"));
+            last_ = std::max(last_, row.integer("code"));
+        }
+    }
+
+    Value code_of(const std::string& name) {
+        if (name.empty()) return Null{};
+        const auto [found, is_new] = codes_.emplace(name, last_ + 1);
+        if (is_new) connection_.execute(insert_, {Value(++last_), Value(name)});
+        return found->second;
+    }
+
+  private:
+    Connection& connection_;
+    database::Fragment insert_;
+    std::map<std::string, std::int64_t> codes_;
+    std::int64_t last_ = 0;
+};
+
+Value or_null(const std::optional<double>& number) {
+    return number ? Value(*number) : Value(Null{});
+}
+
+class Writer {
+  public:
+    explicit Writer(Connection& connection)
+        : connection_(connection),
+          makers_(connection, connection.query("select code,[name] from makers"),
+                  "insert into makers (code,[name]) values (?,?)"),
+          groups_(connection, connection.query("select code,[name] from item_types"),
+                  "insert into item_types (code,[name]) values (?,?)"),
+          store_(database::integer_of(connection.scalar("select st_d from basic"))) {}
+
+    void write(const ItemLine& item, ImportOutcome& outcome) {
+        write_item(item);
+        ++outcome.items;
+        for (std::size_t unit = 0; unit < item.barcodes.size(); ++unit) {
+            for (const std::string& barcode : item.barcodes[unit]) {
+                connection_.execute(
+                    "insert into barcode (bar,code,scode) values (?,?,?)",
+                    {Value(barcode), Value(item.code), Value(static_cast<std::int64_t>(unit) + 1)});
+                ++outcome.barcodes;
+            }
+        }
+        if (!item.stock) return;
+        connection_.execute("insert into stk (icode,stcode,quan,edate) values (?,?,?,?)",
+                            {Value(item.code), Value(item.store.value_or(store_)), Value(*item.stock),
+                             Value(common::Moment{item.expiry, {}})});
+        ++outcome.batches;
+    }
+
+  private:
+    void write_item(const ItemLine& item) {
+        std::vector<Value> cells = {Value(item.code),
+                                    Value(item.name),
+                                    makers_.code_of(item.maker),
+                                    groups_.code_of(item.group),
+                                    item.description.empty() ? Value(Null{}) : Value(item.description),
+                                    or_null(item.minimum),
+                                    Value(std::int64_t{item.service ? 1 : 0}),
+                                    or_null(item.pack),
+                                    or_null(item.carton)};
+        for (const auto& unit : item.prices) {
+            for (const double price : unit)
+                cells.emplace_back(price);
+        }
+        connection_.execute(
+            "insert into items (code,[name],fact,itype,[desc],mquan,[stop],sale_only,num1,num2,num3,"
+            "price11,price12,price13,price14,price15,price21,price22,price23,price24,price25,"
+            "price31,price32,price33,price34,price35) "
+            "values (?,?,?,?,?,?,0,?,1,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
+            cells);
+    }
+
+    Connection& connection_;
+    Names makers_;
+    Names groups_;
+    std::int64_t store_;
+};
+
+}  // namespace
+
+ImportOutcome import_items(Connection& connection, std::string_view csv, Tool& tool) {
+    ImportOutcome outcome;
+    ItemFile file;
+    {
+        Progress progress(tool, "reading", csv.size());
+        file = read_items(csv, known_goods(connection), [&](std::size_t bytes) { progress.reach(bytes); });
+    }
+    outcome.problems = std::move(file.problems);
+    if (!outcome.problems.empty()) return outcome;
+    Progress progress(tool, "writing", file.lines.size());
+    Transaction transaction(connection);
+    Writer writer(connection);
+    for (const ItemLine& item : file.lines) {
+        writer.write(item, outcome);
+        progress.step();
+    }
+    transaction.commit();
+    connection.settle();
+    return outcome;
+}
+
+}  // namespace admin

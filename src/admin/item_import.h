@@ -1,0 +1,25 @@
+// Bringing many items into the shop at once, or none of them.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "admin/item_lines.h"
+#include "admin/tool.h"
+#include "database/connection.h"
+
+namespace admin {
+
+struct ImportOutcome {
+    std::size_t items = 0;
+    std::size_t barcodes = 0;
+    std::size_t batches = 0;            // rows of opening stock
+    std::vector<LineProblem> problems;  // when there is any, nothing was written
+};
+
+// Reads a CSV text (item_lines.h) and writes items, makers, groups, barcodes and opening stock in one
+// transaction, so that tills see all of it or nothing.
+ImportOutcome import_items(database::Connection& connection, std::string_view csv, Tool& tool);
+
+}  // namespace admin

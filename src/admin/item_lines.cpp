@@ -1,0 +1,309 @@
+#include "admin/item_lines.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "admin/csv.h"
+#include "common/numbers.h"
+#include "common/text.h"
+
+namespace admin {
+
+namespace {
+
+constexpr std::size_t longest_name = 100;         // items.name
+constexpr std::size_t longest_description = 255;  // items.desc
+constexpr std::size_t longest_barcode = 50;       // barcode.bar
+constexpr double highest_amount = 1e9;
+constexpr std::int64_t highest_code = std::numeric_limits<std::int32_t>::max();
+constexpr std::string_view prices_header[3][5] = {{"price11", "price12", "price13", "price14", "price15"},
+                                                  {"price21", "price22", "price23", "price24", "price25"},
+                                                  {"price31", "price32", "price33", "price34", "price35"}};
+constexpr std::string_view barcode_header[3] = {"barcode", "pack_barcode", "carton_barcode"};
+
+// What is wrong with a line; ends the reading of that line only.
+struct BadLine {
+    std::string reason;
+};
+
+std::string comparable(std::string_view barcode) {
+    return common::lower_ascii(common::trim_right(barcode));
+}
+
+bool all_digits(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+class Reader {
+  public:
+    Reader(std::string_view csv, const KnownGoods& known, const std::function<void(std::size_t)>& reached)
+        : csv_(csv, guess_separator(csv)), known_(known), reached_(reached) {}
+
+    ItemFile read() {
+        try {
+            if (!read_header()) return std::move(file_);
+            while (csv_.next(cells_)) {
+                read_line();
+                if (reached_) reached_(csv_.position());
+            }
+        } catch (const CsvError& error) {
+            problem(error.line(), error.reason());
+        }
+        return std::move(file_);
+    }
+
+  private:
+    void problem(std::size_t line, std::string reason) {
+        file_.problems.push_back({line, std::move(reason)});
+    }
+
+    bool read_header() {
+        if (!csv_.next(header_)) {
+            problem(1, "the file is empty");
+            return false;
+        }
+        for (std::string& name : header_) {
+            name = common::lower_ascii(common::trim(name));
+            const bool known = std::any_of(item_columns().begin(), item_columns().end(),
+                                           [&](const ItemColumn& column) { return column.name == name; });
+            if (!known) problem(1, "\"" + name + "\" is no column of an items file (see --columns)");
+            if (std::count(header_.begin(), header_.end(), name) > 1) {
+                problem(1, "the column \"" + name + "\" is there twice");
+                return false;
+            }
+        }
+        for (const std::string_view needed : {"code", "name", "price12"}) {
+            if (std::find(header_.begin(), header_.end(), needed) == header_.end()) {
+                problem(1, "the column \"" + std::string(needed) + "\" is missing");
+            }
+        }
+        return file_.problems.empty();
+    }
+
+    void read_line() {
+        try {
+            if (cells_.size() != header_.size()) {
+                throw BadLine{"has " + std::to_string(cells_.size()) + " cells, the first line has " +
+                              std::to_string(header_.size())};
+            }
+            file_.lines.push_back(read_item());
+        } catch (const BadLine& bad) {
+            problem(csv_.line(), bad.reason);
+        }
+    }
+
+    // The cell of a column, without blanks around it; empty where the file has no such column.
+    std::string_view cell(std::string_view column) const {
+        const auto found = std::find(header_.begin(), header_.end(), column);
+        if (found == header_.end()) return {};
+        return common::trim(cells_[static_cast<std::size_t>(found - header_.begin())]);
+    }
+
+    std::string text(std::string_view column, std::size_t longest) const {
+        std::string found(cell(column));
+        if (common::utf8(common::code_points(found)) != found) {
+            throw BadLine{std::string(column) + " is not UTF-8 text; save the file as CSV UTF-8"};
+        }
+        if (common::length(found) > longest) {
+            throw BadLine{std::string(column) + " is longer than " + std::to_string(longest) + " characters"};
+        }
+        return found;
+    }
+
+    std::optional<double> number(std::string_view column) const {
+        const std::string_view found = cell(column);
+        if (found.empty()) return std::nullopt;
+        const auto value = common::parse_number(found);
+        if (!value) throw BadLine{std::string(column) + " \"" + std::string(found) + "\" is no number"};
+        if (*value < 0 || *value > highest_amount) {
+            throw BadLine{std::string(column) + " " + std::string(found) + " is out of range"};
+        }
+        return value;
+    }
+
+    std::optional<double> factor(std::string_view column) const {
+        const auto value = number(column);
+        if (value && *value <= 0) throw BadLine{std::string(column) + " must be more than 0"};
+        return value;
+    }
+
+    ItemLine read_item() {
+        ItemLine item;
+        item.code = read_code();
+        item.name = text("name", longest_name);
+        if (item.name.empty()) throw BadLine{"name is empty"};
+        item.maker = text("maker", longest_name);
+        item.group = text("group", longest_name);
+        item.description = text("description", longest_description);
+        item.minimum = number("minimum");
+        item.service = read_service();
+        item.pack = factor("pack");
+        item.carton = factor("carton");
+        read_prices(item);
+        read_stock(item);
+        for (std::size_t unit = 0; unit < 3; ++unit)
+            read_barcodes(item, unit);
+        // Only a line that is good in itself takes its code and barcodes.
+        codes_.insert(item.code);
+        for (const auto& barcodes : item.barcodes) {
+            for (const std::string& barcode : barcodes)
+                barcodes_.insert(comparable(barcode));
+        }
+        return item;
+    }
+
+    std::int64_t read_code() const {
+        const std::string found(cell("code"));
+        const auto code = common::parse_integer(found);
+        if (!code || *code < 1 || *code > highest_code) {
+            throw BadLine{"code \"" + found + "\" is no whole number from 1 to " +
+                          std::to_string(highest_code)};
+        }
+        if (known_.codes.contains(*code))
+            throw BadLine{"the shop has an item " + std::to_string(*code) + " already"};
+        if (codes_.contains(*code)) throw BadLine{"code " + std::to_string(*code) + " is in the file twice"};
+        return *code;
+    }
+
+    bool read_service() const {
+        const std::string_view found = cell("service");
+        if (found.empty() || found == "0") return false;
+        if (found == "1") return true;
+        throw BadLine{"service is neither 0 nor 1"};
+    }
+
+    void read_prices(ItemLine& item) const {
+        const double factors[3] = {1, item.pack.value_or(1), item.carton.value_or(1)};
+        for (std::size_t unit = 0; unit < 3; ++unit) {
+            for (std::size_t level = 0; level < 5; ++level) {
+                const auto price = number(prices_header[unit][level]);
+                if (unit == 0 && level == 1 && !price) throw BadLine{"price12 (the retail price) is empty"};
+                const double of_unit = unit == 0 ? 0 : item.prices[0][level] * factors[unit];
+                item.prices[unit][level] = price.value_or(of_unit);
+            }
+            if (unit != 0) continue;
+            for (std::size_t level = 2; level < 5; ++level) {
+                if (!number(prices_header[0][level])) item.prices[0][level] = item.prices[0][1];
+            }
+        }
+    }
+
+    void read_stock(ItemLine& item) const {
+        item.stock = number("stock");
+        if (item.stock && item.service) throw BadLine{"a service has no stock"};
+        if (const std::string found(cell("store")); !found.empty()) {
+            item.store = common::parse_integer(found);
+            if (!item.store || !known_.stores.contains(*item.store)) {
+                throw BadLine{"the shop has no store \"" + found + "\""};
+            }
+        }
+        if (const std::string found(cell("expiry")); !found.empty()) {
+            const auto moment = common::parse_moment(found);
+            if (!moment) throw BadLine{"expiry \"" + found + "\" is no date (year/month/day)"};
+            item.expiry = moment->date;
+        }
+    }
+
+    // Several barcodes of one unit stand in one cell with blanks between.
+    void read_barcodes(ItemLine& item, std::size_t unit) const {
+        std::string_view rest = cell(barcode_header[unit]);
+        while (!rest.empty()) {
+            const std::size_t end = std::min(rest.find(' '), rest.size());
+            const std::string barcode(rest.substr(0, end));
+            rest = common::trim(rest.substr(end));
+            judge(barcode);
+            for (const auto& others : item.barcodes) {
+                if (std::find(others.begin(), others.end(), barcode) != others.end()) {
+                    throw BadLine{"barcode " + barcode + " is there twice"};
+                }
+            }
+            const bool has_factor = unit == 0 || (unit == 1 ? item.pack : item.carton).has_value();
+            if (!has_factor) throw BadLine{"a barcode for a unit without its number of base units"};
+            item.barcodes[unit].push_back(barcode);
+        }
+    }
+
+    void judge(const std::string& barcode) const {
+        if (barcode.size() > longest_barcode) {
+            throw BadLine{"a barcode is longer than " + std::to_string(longest_barcode) + " characters"};
+        }
+        if (barcode.size() == 13 && all_digits(barcode)) {
+            if (barcode.starts_with("20")) {
+                throw BadLine{"barcode " + barcode + " would be read as a label of the scale"};
+            }
+            if (!is_true_ean13(barcode)) throw BadLine{"barcode " + barcode + " has a wrong check digit"};
+        }
+        if (known_.barcodes.contains(comparable(barcode))) {
+            throw BadLine{"barcode " + barcode + " belongs to another item of the shop"};
+        }
+        if (barcodes_.contains(comparable(barcode)))
+            throw BadLine{"barcode " + barcode + " is in the file twice"};
+        // A barcode is looked for before a code, so it would hide the item of that code.
+        const auto as_code = all_digits(barcode) ? common::parse_integer(barcode) : std::nullopt;
+        if (as_code && known_.codes.contains(*as_code)) {
+            throw BadLine{"barcode " + barcode + " is also the code of an item"};
+        }
+    }
+
+    CsvReader csv_;
+    const KnownGoods& known_;
+    const std::function<void(std::size_t)>& reached_;
+    std::vector<std::string> header_;
+    std::vector<std::string> cells_;
+    std::unordered_set<std::int64_t> codes_;
+    std::unordered_set<std::string> barcodes_;
+    ItemFile file_;
+};
+
+}  // namespace
+
+const std::vector<ItemColumn>& item_columns() {
+    static const std::vector<ItemColumn> columns = {
+        {"code", "whole number, new to the shop (needed)"},
+        {"name", "up to 100 characters (needed)"},
+        {"maker", "name of the maker; added when it is new"},
+        {"group", "name of the group; added when it is new"},
+        {"description", "free text"},
+        {"minimum", "smallest stock wanted"},
+        {"service", "1 for what is sold without stock"},
+        {"pack", "base units in a pack"},
+        {"carton", "base units in a carton"},
+        {"price11", "cost of a unit"},
+        {"price12", "retail price of a unit (needed)"},
+        {"price13", "wholesale price of a unit"},
+        {"price14", "price of a unit at level 4"},
+        {"price15", "price of a unit at level 5"},
+        {"price21", "cost of a pack"},
+        {"price22", "retail price of a pack"},
+        {"price23", "wholesale price of a pack"},
+        {"price24", "price of a pack at level 4"},
+        {"price25", "price of a pack at level 5"},
+        {"price31", "cost of a carton"},
+        {"price32", "retail price of a carton"},
+        {"price33", "wholesale price of a carton"},
+        {"price34", "price of a carton at level 4"},
+        {"price35", "price of a carton at level 5"},
+        {"barcode", "barcodes of the unit, blanks between"},
+        {"pack_barcode", "barcodes of the pack"},
+        {"carton_barcode", "barcodes of the carton"},
+        {"stock", "opening stock in base units"},
+        {"expiry", "expiry date of that stock, year/month/day; empty for none"},
+        {"store", "code of the store that holds it; empty for the workstation's store"},
+    };
+    return columns;
+}
+
+ItemFile read_items(std::string_view csv, const KnownGoods& known,
+                    const std::function<void(std::size_t)>& reached) {
+    return Reader(csv, known, reached).read();
+}
+
+bool is_true_ean13(std::string_view digits) {
+    if (digits.size() != 13 || !all_digits(digits)) return false;
+    int sum = 0;
+    for (std::size_t i = 0; i < 13; ++i)
+        sum += (digits[i] - '0') * (i % 2 == 0 ? 1 : 3);
+    return sum % 10 == 0;
+}
+
+}  // namespace admin

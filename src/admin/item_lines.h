@@ -1,0 +1,68 @@
+// The lines of an items file, read and judged before anything is written.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "common/date_time.h"
+
+namespace admin {
+
+struct ItemLine {
+    std::int64_t code = 0;
+    std::string name;
+    std::string maker;  // empty: none
+    std::string group;  // empty: none
+    std::string description;
+    std::optional<double> minimum;
+    bool service = false;        // sold without stock
+    std::optional<double> pack;  // base units in a pack, in a carton
+    std::optional<double> carton;
+    std::array<std::array<double, 5>, 3> prices{};  // [unit, pack, carton][level 1 (cost) to 5]
+    std::array<std::vector<std::string>, 3> barcodes;
+    std::optional<double> stock;  // opening stock in base units
+    std::optional<std::int64_t> store;
+    common::Date expiry = common::no_expiry;
+};
+
+struct LineProblem {
+    std::size_t line = 0;
+    std::string reason;
+};
+
+// What the shop has already, which a file may not bring again.
+struct KnownGoods {
+    std::unordered_set<std::int64_t> codes;
+    std::unordered_set<std::string> barcodes;  // in lower case, without trailing blanks
+    std::unordered_set<std::int64_t> stores;
+};
+
+struct ItemFile {
+    std::vector<ItemLine> lines;
+    std::vector<LineProblem> problems;  // in the order of the lines; any means that nothing is to be written
+};
+
+struct ItemColumn {
+    std::string_view name;
+    std::string_view meaning;
+};
+// The columns an items file may have, in the order in which lists show them; "code" and "name" and "price12"
+// must be there.
+const std::vector<ItemColumn>& item_columns();
+
+// Reads the whole file: its first line names the columns, in any order; comma, semicolon or tab between
+// cells. A price that is missing at levels 3 to 5 is the retail price (level 2); one that is missing for the
+// pack or the carton is the unit's times the units in it. `reached` hears how many bytes have been read.
+ItemFile read_items(std::string_view csv, const KnownGoods& known,
+                    const std::function<void(std::size_t)>& reached = {});
+
+// True when the last of the 13 digits is the check digit of the 12 before it.
+bool is_true_ean13(std::string_view digits);
+
+}  // namespace admin

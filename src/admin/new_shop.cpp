@@ -1,0 +1,137 @@
+#include "admin/new_shop.h"
+
+#include <random>
+#include <vector>
+
+#include "admin/guarded_actions.h"
+#include "admin/progress.h"
+#include "admin/rows.h"
+#include "admin/shop_files.h"
+#include "admin/shop_maker.h"
+#include "database/recordset.h"
+#include "database/schema.h"
+
+namespace admin {
+
+using database::Connection;
+using database::quoted;
+using database::Recordset;
+using database::Sql;
+
+namespace {
+
+std::string random_password() {
+    std::random_device source;
+    std::uniform_int_distribution<int> digit('0', '9');
+    std::string password;
+    for (int i = 0; i < 6; ++i)
+        password += static_cast<char>(digit(source));
+    return password;
+}
+
+// Tables of the demo shop that a bare shop takes too: the names of the units and the price classes.
+constexpr std::string_view taken_by_all[] = {"unit1", "cust_typ"};
+
+void add_row(Connection& connection, database::Fragment statement,
+             const std::vector<std::pair<const char*, database::Value>>& cells) {
+    Recordset table(connection, statement);
+    table.add();
+    for (const auto& [column, value] : cells)
+        table.set(column, value);
+    table.update();
+}
+
+class Filler {
+  public:
+    Filler(Connection& connection, const NewShop& wanted, Tool& tool)
+        : connection_(connection), wanted_(wanted), tool_(tool) {}
+
+    // The stores stand before the upgrade list runs, which gives items a column for each; all other rows come
+    // after it, when every column is there.
+    void run() {
+        database::create_base_schema(connection_);
+        if (wanted_.demo) {
+            load("stocks");
+        } else {
+            add_row(connection_, "select * from stocks",
+                    {{"code", std::int64_t{1}}, {"name", std::string("الفرع الرئيسي")}});
+        }
+        database::run_upgrade_list(connection_);
+        if (wanted_.demo) {
+            demo();
+        } else {
+            bare();
+            for (const std::string_view table : taken_by_all)
+                load(table);
+        }
+        for (const EmbeddedTable& rows : printer_code_tables())
+            load_rows(connection_, rows, today());
+        connection_.execute(Sql("update basic set cr_v = ") + quoted(shop_version()) +
+                            " , [print] = " + quoted(wanted_.printer_port));
+    }
+
+  private:
+    common::Date today() { return tool_.clock.now().date; }
+
+    void load(std::string_view table) {
+        for (const EmbeddedTable& rows : demo_tables()) {
+            if (rows.table == table) load_rows(connection_, rows, today());
+        }
+    }
+
+    void bare() {
+        using std::string;
+        const std::int64_t one = 1;
+        add_row(connection_, "select * from basic",
+                {{"aname", wanted_.name},
+                 {"tel", wanted_.telephone},
+                 {"cash", string("com1")},
+                 {"max_dis", 10.0},
+                 {"st_d", one},
+                 {"mst", one},
+                 {"mcash", one},
+                 {"main_p", std::int64_t{0}},
+                 {"logo", string("logo.jpg")}});
+        add_row(
+            connection_, "select * from cash",
+            {{"code", one}, {"name", string("درج 1")}, {"stcode", one}, {"copen", 0.0}, {"salary1", 0.0}});
+        add_row(connection_, "select * from worker", {{"work_code", one}, {"work_name", string("بائع")}});
+        add_row(connection_, "select * from users",
+                {{"code", one},
+                 {"name", wanted_.administrator},
+                 {"pass", wanted_.password},
+                 {"perm", permission_string("all")}});
+    }
+
+    void demo() {
+        Progress progress(tool_, "demo rows", demo_tables().size());
+        for (const EmbeddedTable& rows : demo_tables()) {
+            if (rows.table != "stocks") load_rows(connection_, rows, today());
+            progress.step();
+        }
+        if (wanted_.name.empty()) return;
+        connection_.execute(Sql("update basic set aname = ") + quoted(wanted_.name));
+    }
+
+    Connection& connection_;
+    const NewShop& wanted_;
+    Tool& tool_;
+};
+
+}  // namespace
+
+void make_shop(const NewShop& asked, Tool& tool) {
+    NewShop wanted = asked;
+    if (wanted.name.empty() && !wanted.demo) wanted.name = "متجري";
+    if (wanted.administrator.empty()) wanted.administrator = "المدير";
+    if (wanted.password.empty()) wanted.password = random_password();
+    make_place(wanted.folder, wanted.place, tool,
+               [&](Connection& connection) { Filler(connection, wanted, tool).run(); });
+    if (wanted.demo) {
+        tool.out << "Users (passwords): سلمى الكاشير (111), حسام المشرف (222), نادية المديرة (333).\n";
+    } else {
+        tool.out << "User: " << wanted.administrator << ", password: " << wanted.password << '\n';
+    }
+}
+
+}  // namespace admin

@@ -1,0 +1,27 @@
+// Making a new shop: base schema, settings, store, drawer, worker, administrator, and the files beside the
+// program.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "admin/shop.h"
+#include "admin/tool.h"
+
+namespace admin {
+
+struct NewShop {
+    std::filesystem::path folder;  // where the files go; made when missing
+    Place place;                   // an embedded file by default
+    std::string name;              // on receipts; empty: a neutral one, or the demo shop's
+    std::string telephone;
+    std::string printer_port = "win";
+    std::string administrator;  // the first user's name; empty: a neutral one
+    std::string password;       // empty: six random digits
+    bool demo = false;          // the demo grocery's rows instead of the bare ones
+};
+
+// Makes the shop as make_place does and says on tool.out who may sign in.
+void make_shop(const NewShop& wanted, Tool& tool);
+
+}  // namespace admin

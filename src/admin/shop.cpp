@@ -1,0 +1,67 @@
+#include "admin/shop.h"
+
+#include <random>
+
+#include "admin/shop_files.h"
+#include "common/text.h"
+#include "database/open.h"
+#include "startup/shop_files.h"
+
+namespace admin {
+
+namespace fs = std::filesystem;
+
+bool is_embedded(const Place& place) {
+    return common::equal_ignoring_case(place.server, embedded_server);
+}
+
+bool has_connection_file(const fs::path& folder) {
+    return startup::has_connection_file(folder);
+}
+
+Place read_place(const fs::path& folder) {
+    if (!has_connection_file(folder)) {
+        throw Refused("no connection file (" + std::string(startup::connection_file_name) + ") in " +
+                      folder.string() +
+                      "; go to a shop's folder, or make one: tallvex-admin new-shop FOLDER");
+    }
+    try {
+        return startup::read_connection_file(folder);
+    } catch (const startup::StartUpError& error) {
+        throw Refused(std::string("the connection file cannot be used: ") + error.what());
+    }
+}
+
+fs::path write_place(const fs::path& folder, const Place& place) {
+    try {
+        return startup::write_connection_file(folder, place);
+    } catch (const startup::StartUpError& error) {
+        throw Refused(std::string("the connection file cannot be written: ") + error.what());
+    }
+}
+
+fs::path shop_file(const fs::path& folder, const Place& place) {
+    return folder / place.database;
+}
+
+std::unique_ptr<database::Connection> open_place(const fs::path& folder, const Place& place) {
+    if (is_embedded(place)) return database::open_embedded(shop_file(folder, place));
+    try {
+        const std::string password = startup::read_sa_password(home_of(folder));
+        auto connection = database::open_connection(
+            "Provider=SQLOLEDB.1;Password=" + password +
+                ";Persist Security Info=True;User ID=sa;Initial Catalog= " + place.database +
+                ";Data Source=" + startup::data_source_of(place).data_source,
+            folder);
+        connection->execute("set dateformat ymd");
+        return connection;
+    } catch (const startup::StartUpError& error) {
+        throw Refused(error.what());
+    }
+}
+
+std::unique_ptr<database::Connection> open_shop(const Tool& tool) {
+    return open_place(tool.folder, read_place(tool.folder));
+}
+
+}  // namespace admin

@@ -1,0 +1,104 @@
+#include "admin/shop_maker.h"
+
+#include <system_error>
+#include <vector>
+
+#include "admin/shop_files.h"
+#include "database/open.h"
+
+namespace admin {
+
+namespace fs = std::filesystem;
+using database::Connection;
+using Fill = std::function<void(Connection&)>;
+
+namespace {
+
+// Files made so far; unless kept, they go again.
+class MadeFiles {
+  public:
+    MadeFiles() = default;
+    MadeFiles(const MadeFiles&) = delete;
+    MadeFiles& operator=(const MadeFiles&) = delete;
+    ~MadeFiles() {
+        std::error_code ignored;
+        for (const fs::path& file : files_)
+            fs::remove(file, ignored);
+    }
+    void add(const fs::path& file) { files_.push_back(file); }
+    void keep() { files_.clear(); }
+
+  private:
+    std::vector<fs::path> files_;
+};
+
+void make_embedded(const fs::path& folder, const Place& place, const Fill& fill, MadeFiles& made) {
+    const fs::path file = shop_file(folder, place);
+    const fs::path making = file.string() + ".making";
+    for (const char* ending : {"", "-wal", "-shm"}) {
+        const fs::path part = making.string() + ending;
+        fs::remove(part);  // of an attempt that was cut off
+        made.add(part);
+    }
+    {
+        const auto connection = database::open_embedded(making, true);
+        fill(*connection);
+        connection->settle();
+    }
+    fs::rename(making, file);
+    made.add(file);
+}
+
+bool has_tables(Connection& connection) {
+    try {
+        connection.scalar("select count(*) from basic");
+        return true;
+    } catch (const database::Error& error) {
+        if (error.is_connection_lost()) throw;
+        return false;
+    }
+}
+
+void make_on_server(const fs::path& folder, const Place& place, const Fill& fill) {
+    const auto connection = open_place(folder, place);
+    const std::string where = "the database " + place.database + " on " + place.server;
+    if (has_tables(*connection)) {
+        throw Refused(where + " holds a shop already; connect to it with: tallvex-admin connect");
+    }
+    try {
+        fill(*connection);
+        connection->settle();
+    } catch (const std::exception& error) {
+        throw Refused(std::string("the shop was not finished: ") + error.what() + "; drop " + where +
+                      ", create it empty and try again");
+    }
+}
+
+}  // namespace
+
+void make_place(const fs::path& folder, const Place& place, Tool& tool, const Fill& fill) {
+    std::error_code failed;
+    fs::create_directories(folder, failed);
+    if (!fs::is_directory(folder)) {
+        throw Refused("the folder " + folder.string() + " cannot be made" +
+                      (failed ? ": " + failed.message() : ""));
+    }
+    if (has_connection_file(folder))
+        throw Refused("the folder " + folder.string() + " belongs to a shop already");
+    if (is_embedded(place) && fs::exists(shop_file(folder, place))) {
+        throw Refused("there is a shop already: " + shop_file(folder, place).string());
+    }
+    MadeFiles made;
+    for (const fs::path& file : write_shop_files(folder))
+        made.add(file);
+    made.add(write_place(folder, place));
+    if (is_embedded(place)) {
+        make_embedded(folder, place, fill, made);
+    } else {
+        make_on_server(folder, place, fill);
+    }
+    made.keep();
+    tool.out << "The shop stands in " << folder.string() << ".\n";
+}
+
+}  // namespace admin

@@ -1,0 +1,177 @@
+// tallvex-admin users: the users of the shop, their passwords and what each may do.
+#include <termios.h>
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "admin/commands.h"
+#include "admin/guarded_actions.h"
+#include "admin/shop.h"
+#include "admin/users.h"
+#include "common/text.h"
+
+namespace admin {
+
+namespace {
+
+struct Options {
+    std::string who;
+    std::string password;
+    bool has_password = false;
+    std::string set;
+    std::string allow;
+    std::string deny;
+};
+
+// Keeps what is typed at a terminal from being shown.
+class Unseen {
+  public:
+    Unseen() : active_(isatty(STDIN_FILENO) != 0 && tcgetattr(STDIN_FILENO, &former_) == 0) {
+        if (!active_) return;
+        termios hidden = former_;
+        hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
+    }
+    ~Unseen() {
+        if (active_) tcsetattr(STDIN_FILENO, TCSAFLUSH, &former_);
+    }
+    Unseen(const Unseen&) = delete;
+    Unseen& operator=(const Unseen&) = delete;
+
+  private:
+    termios former_{};
+    bool active_;
+};
+
+// From the command line, else the first line of the standard input, so that it need not stand in a history.
+std::string password_of(const Options& options, Tool& tool) {
+    if (options.has_password) return options.password;
+    if (tool.terminal) tool.err << "Password: " << std::flush;
+    std::string password;
+    {
+        const Unseen unseen;
+        std::getline(tool.in, password);
+    }
+    if (tool.terminal) tool.err << '\n';
+    return password;
+}
+
+// "a,b" of an option as a list for permission_string: each name after the mark.
+std::string marked(const std::string& names, char mark) {
+    std::string list;
+    for (const char c : names)
+        list += c == ',' ? mark : c;
+    return names.empty() ? list : mark + list;
+}
+
+std::string wanted_permissions(const Options& options, std::string_view before) {
+    try {
+        std::string permissions(before);
+        if (!options.set.empty()) permissions = permission_string(marked(options.set, '+').substr(1));
+        if (!options.allow.empty()) permissions = permission_string(marked(options.allow, '+'), permissions);
+        if (!options.deny.empty()) permissions = permission_string(marked(options.deny, '-'), permissions);
+        return permissions;
+    } catch (const UnknownAction& error) {
+        throw Refused(std::string(error.what()) + "; see: tallvex-admin users actions");
+    }
+}
+
+std::string joined(const std::vector<std::string_view>& names) {
+    std::string text;
+    for (const std::string_view name : names)
+        text += (text.empty() ? "" : ", ") + std::string(name);
+    return text.empty() ? "nothing" : text;
+}
+
+void list(Tool& tool) {
+    const auto connection = open_shop(tool);
+    for (const auto& row : connection->query("select * from users order by code")) {
+        const auto allowed = allowed_actions(row.text("perm"));
+        tool.out << row.text("code") << "  " << row.text("name") << "\n    may: "
+                 << (allowed.size() == guarded_actions().size() ? "everything" : joined(allowed)) << '\n';
+    }
+}
+
+void list_actions(Tool& tool) {
+    for (const GuardedAction& action : guarded_actions()) {
+        tool.out << action.name << std::string(26 - std::min<std::size_t>(action.name.size(), 24), ' ')
+                 << action.position << "  " << action.meaning << '\n';
+    }
+}
+
+void add_permission_options(CLI::App& command, Options& options) {
+    command.add_option("--set", options.set,
+                       "Allow exactly these actions, commas between; \"all\", \"named\", \"none\"");
+    command.add_option("--allow", options.allow, "Allow these actions too");
+    command.add_option("--deny", options.deny, "Forbid these actions");
+}
+
+void add_password_option(CLI::App& command, Options& options) {
+    command
+        .add_option_function<std::string>(
+            "--password",
+            [&options](const std::string& password) {
+                options.password = password;
+                options.has_password = true;
+            },
+            "The password; without this option it is read from the standard input")
+        ->type_name("TEXT");
+}
+
+void run_add(const Options& options, Tool& tool) {
+    const auto connection = open_shop(tool);
+    const std::string permissions = wanted_permissions(options, std::string(permission_places, '0'));
+    const std::int64_t code = add_user(*connection, options.who, password_of(options, tool), permissions);
+    tool.out << "user " << code << " (" << options.who << ") may: " << joined(allowed_actions(permissions))
+             << '\n';
+}
+
+void run_password(const Options& options, Tool& tool) {
+    const auto connection = open_shop(tool);
+    const User user = find_user(*connection, options.who);
+    set_password(*connection, user.code, password_of(options, tool));
+    tool.out << "user " << user.code << " (" << user.name << ") has a new password\n";
+}
+
+void run_permissions(const Options& options, Tool& tool) {
+    const auto connection = open_shop(tool);
+    const User user = find_user(*connection, options.who);
+    const std::string permissions = wanted_permissions(options, user.permissions);
+    if (permissions != user.permissions) set_permissions(*connection, user.code, permissions);
+    tool.out << "user " << user.code << " (" << user.name << ") may: " << joined(allowed_actions(permissions))
+             << '\n';
+}
+
+}  // namespace
+
+void add_users(CLI::App& program, Tool& tool) {
+    CLI::App* users =
+        program.add_subcommand("users", "Lists users, adds them, sets passwords and permissions");
+    users->require_subcommand(1);
+
+    users->add_subcommand("list", "Lists the users and what each may do")->callback([&tool] { list(tool); });
+    users
+        ->add_subcommand("actions",
+                         "Lists the guarded actions: name, place in the permission string, meaning")
+        ->callback([&tool] { list_actions(tool); });
+
+    const auto options = std::make_shared<Options>();
+    CLI::App* add = users->add_subcommand("add", "Adds a user");
+    add->add_option("name", options->who, "The name on the sign-in list")->required();
+    add_password_option(*add, *options);
+    add_permission_options(*add, *options);
+    add->callback([options, &tool] { run_add(*options, tool); });
+
+    CLI::App* password = users->add_subcommand("password", "Sets a user's password");
+    password->add_option("user", options->who, "Code or name")->required();
+    add_password_option(*password, *options);
+    password->callback([options, &tool] { run_password(*options, tool); });
+
+    CLI::App* permissions = users->add_subcommand("permissions", "Shows or changes what a user may do");
+    permissions->add_option("user", options->who, "Code or name")->required();
+    add_permission_options(*permissions, *options);
+    permissions->callback([options, &tool] { run_permissions(*options, tool); });
+}
+
+}  // namespace admin

@@ -1,0 +1,177 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "admin/shop_files.h"
+#include "admin/workbench.h"
+
+namespace {
+
+using test::Workbench;
+using testing::HasSubstr;
+using testing::Not;
+
+TEST(Check, AGoodShopPasses) {
+    for (const bool demo : {false, true}) {
+        Workbench bench;
+        bench.make_shop(demo);
+        const auto run = bench.run({"check"});
+        EXPECT_EQ(run.code, 0) << run.out << run.err;
+        EXPECT_THAT(run.out, Not(HasSubstr("WRONG")));
+        for (const char* subject :
+             {"connection", "schema", "settings", "store", "drawer", "users", "printer", "invoices"}) {
+            EXPECT_THAT(run.out, HasSubstr(std::string("ok     ") + subject + ": ")) << run.out;
+        }
+    }
+}
+
+TEST(Check, NamesWhatIsWrongWithTheShop) {
+    const struct {
+        const char* statement;
+        const char* said;
+    } cases[] = {
+        {"update basic set st_d = 9", "store (st_d) is 9"},
+        {"delete from cash", "no drawer"},
+        {"update basic set mcash = 7", "main drawer (mst 1, mcash 7)"},
+        {"update basic set max_dis = 110", "max_dis is 110"},
+        {"update basic set cr_v = 'older'", "last used by version \"older\""},
+        {"delete from basic", "has no row"},
+        {"insert into basic (aname) values ('ثان')", "has 2 rows"},
+        {"delete from users", "there is no user"},
+        {"drop table saledata", "the table saledata is missing"},
+        {"alter table items drop column price15", "no column price15"},
+        {"update basic set [print] = '/no/such/port'", "/no/such/port is not there"},
+        {"update basic set [print] = 'lpt9x/port'", "is not there"},
+    };
+    for (const auto& c : cases) {
+        Workbench bench;
+        bench.make_shop();
+        bench.sql(c.statement);
+        const auto run = bench.run({"check"});
+        EXPECT_EQ(run.code, 1) << c.statement;
+        EXPECT_THAT(run.out + run.err, HasSubstr(c.said)) << c.statement;
+    }
+}
+
+// Rows as a save writes them, one statement after the other; each case leaves some of them out.
+class Saves : public testing::Test {
+  protected:
+    void SetUp() override {
+        bench.make_shop();
+        bench.sql("insert into custdata (ccode,cname,copen,cacc) values (7,'عميل',100,100)");
+        bench.sql("insert into bankdata (bcode,bname) values (1,'بنك')");
+    }
+    void header(int number, int customer, int kind, double total, double discount = 0) {
+        bench.sql("insert into sales (pnum,vcode,[date],ctype,ptot,pdis,stcode,stype,safe) values (" +
+                  std::to_string(number) + "," + std::to_string(customer) + ",'2026/11/20'," +
+                  std::to_string(kind) + "," + std::to_string(total) + "," + std::to_string(discount) +
+                  ",1,0,0)");
+    }
+    void line(int number, int customer, int kind, int serial, double quantity, double price,
+              double discount = 0) {
+        bench.sql("insert into saledata (pnum,vcode,[date],ctype,stcode,serial,quan,price,disc) values (" +
+                  std::to_string(number) + "," + std::to_string(customer) + ",'2026/11/20'," +
+                  std::to_string(kind) + ",1," + std::to_string(serial) + "," + std::to_string(quantity) +
+                  "," + std::to_string(price) + "," + std::to_string(discount) + ")");
+    }
+    void card(int number, double total, const std::string& reference) {
+        header(number, -1, 0, total);
+        line(number, -1, 0, 1, 1, total);
+        bench.sql("update sales set stype = 1, safe = 1, bcode = 1, ref_no = '" + reference +
+                  "' where pnum = " + std::to_string(number));
+    }
+    void bank_row(double amount, const std::string& reference) {
+        bench.sql(
+            "insert into btran (ser,bcode,[date],quan,[type],type1,stcode,note1) select 1,1,'2026/11/20'," +
+            std::to_string(amount) + ",1,0,0,' مبيعات إئتمان رقم مرجعي " + reference + "'");
+    }
+    std::string wrong() {
+        const auto run = bench.run({"check"});
+        std::string lines;
+        std::istringstream all(run.out);
+        for (std::string line; std::getline(all, line);) {
+            if (line.starts_with("WRONG")) lines += line + '\n';
+        }
+        EXPECT_EQ(run.code, lines.empty() ? 0 : 1) << run.out;
+        return lines;
+    }
+    Workbench bench;
+};
+
+TEST_F(Saves, WholeInvoicesPass) {
+    header(1, -1, 0, 14.5, 1.45);
+    line(1, -1, 0, 1, 2, 5);
+    line(1, -1, 0, 2, 0.45, 10, 0);
+    header(1, 7, 0, 30, 3);  // the account series has its own number 1
+    line(1, 7, 0, 1, 3, 10);
+    header(1, 7, 2, 10);
+    line(1, 7, 2, 1, 1, 10);
+    bench.sql("insert into vencuspay (vcode,ptype,ztype,quan) values (7,2,2,20)");
+    bench.sql("update custdata set cacc = 100 + 27 - 10 - 20 where ccode = 7");
+    card(2, 50, "R1");
+    bank_row(50, "R1");
+    EXPECT_EQ(wrong(), "");
+}
+
+TEST_F(Saves, HeaderWithoutLines) {
+    header(15, -1, 0, 42);
+    EXPECT_THAT(wrong(),
+                HasSubstr("sale 15 of 2026/11/20 (store 1), total 42.00, has a header and no lines"));
+}
+
+TEST_F(Saves, LinesMissing) {
+    header(15, -1, 0, 42);
+    line(15, -1, 0, 1, 2, 10);
+    header(3, -1, 2, 20);
+    line(3, -1, 2, 2, 2, 10);  // the first line is not there
+    const std::string said = wrong();
+    EXPECT_THAT(
+        said,
+        HasSubstr("sale 15 of 2026/11/20 (store 1) has a total of 42.00 but its 1 lines add up to 20.00"));
+    EXPECT_THAT(said, HasSubstr("return 3 of 2026/11/20"));
+}
+
+TEST_F(Saves, LinesWithoutHeader) {
+    line(15, 7, 0, 1, 2, 10);
+    EXPECT_THAT(wrong(),
+                HasSubstr("sale 15 of 2026/11/20 (store 1, account customer 7) has 1 lines but no header"));
+}
+
+TEST_F(Saves, BalanceMovedWithoutHeader) {
+    bench.sql("update custdata set cacc = cacc + 60 where ccode = 7");
+    EXPECT_THAT(wrong(), HasSubstr("account customer 7 (عميل) owes 160.00"));
+}
+
+TEST_F(Saves, CardPaymentWithoutBankRow) {
+    card(4, 50, "R1");
+    card(5, 50, "R1");  // the same reference twice wants two rows
+    bank_row(50, "R1");
+    card(6, 20, "");
+    const std::string said = wrong();
+    EXPECT_THAT(said,
+                HasSubstr("sale 5 of 2026/11/20 (store 1) was paid by card (bank 1, reference R1, 50.00)"));
+    EXPECT_THAT(said, HasSubstr("sale 6 of"));
+    EXPECT_THAT(said, Not(HasSubstr("sale 4 of")));
+}
+
+TEST_F(Saves, OldInvoicesAreLookedAtWhenAsked) {
+    header(15, -1, 0, 42);
+    bench.sql("update sales set [date] = '2026/01/05'");
+    EXPECT_EQ(wrong(), "");
+    EXPECT_EQ(bench.run({"check", "--days", "365"}).code, 1);
+}
+
+TEST_F(Saves, TheLogTellsWhichSaveStopped) {
+    const std::filesystem::path log = admin::log_file(bench.folder());
+    std::filesystem::create_directories(log.parent_path());
+    std::ofstream(log)
+        << "start  ----  222  ----  2026/11/20 09:00\n"
+        << "save of invoice 9 (kind 0) stopped, last finished step: x: disk full  ----  250  ----  "
+           "2026/11/20 10:15\n"
+        << "save of invoice 8 (kind 0) stopped, last finished step: x: y  ----  250  ----  2025/01/01 "
+           "10:15\n";
+    const std::string said = wrong();
+    EXPECT_THAT(said, HasSubstr("2026/11/20 10:15:00: save of invoice 9"));
+    EXPECT_THAT(said, Not(HasSubstr("invoice 8")));
+}
+
+}  // namespace

@@ -1,0 +1,163 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "admin/workbench.h"
+
+namespace {
+
+using test::Workbench;
+using testing::HasSubstr;
+
+TEST(CommandLine, EveryCommandHelps) {
+    Workbench bench;
+    const std::vector<std::vector<std::string>> commands = {{},
+                                                            {"new-shop"},
+                                                            {"connect"},
+                                                            {"sql"},
+                                                            {"users"},
+                                                            {"users", "add"},
+                                                            {"users", "permissions"},
+                                                            {"check"},
+                                                            {"import-items"},
+                                                            {"backup"},
+                                                            {"restore"},
+                                                            {"copy-shop"}};
+    for (auto command : commands) {
+        command.emplace_back("--help");
+        const auto run = bench.run(command);
+        EXPECT_EQ(run.code, 0) << command.front();
+        EXPECT_THAT(run.out, HasSubstr("Usage:")) << command.front();
+        EXPECT_EQ(run.err, "") << command.front();
+    }
+}
+
+TEST(CommandLine, AWrongLineIsTwo) {
+    Workbench bench;
+    const std::vector<std::vector<std::string>> lines = {
+        {},
+        {"sell"},
+        {"new-shop"},
+        {"new-shop", "a", "b"},
+        {"new-shop", "a", "--name", std::string(101, 'n')},
+        {"sql"},
+        {"sql", "select 1", "--xml"},
+        {"connect"},
+        {"connect", "--server", "PC1"},
+        {"connect", "--show", "--server", "PC1"},
+        {"users"},
+        {"users", "add"},
+        {"users", "remove", "1"},
+        {"check", "--days", "many"},
+        {"check", "--days", "-1"},
+        {"import-items"},
+        {"restore"},
+        {"copy-shop"},
+    };
+    for (const auto& line : lines) {
+        const auto run = bench.run(line);
+        EXPECT_EQ(run.code, 2) << testing::PrintToString(line);
+        EXPECT_NE(run.err, "") << testing::PrintToString(line);
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(bench.folder()));
+}
+
+TEST(CommandLine, WithoutAShopEveryCommandSaysSo) {
+    const std::vector<std::vector<std::string>> lines = {
+        {"sql", "select 1"}, {"connect", "--show"},         {"users", "list"},
+        {"check"},           {"import-items", "items.csv"}, {"backup"},
+        {"restore", "x"},    {"copy-shop", "other"}};
+    for (const auto& line : lines) {
+        Workbench bench;
+        bench.write("items.csv", "code,name,price12\n");
+        const auto run = bench.run(line);
+        EXPECT_EQ(run.code, 1) << line.front();
+        EXPECT_THAT(run.err, HasSubstr("connection file")) << line.front();
+    }
+}
+
+TEST(CommandLine, AShopFileThatIsNoneIsNamed) {
+    struct Break {
+        const char* what;
+        void (*apply)(Workbench& bench);
+    };
+    const Break breaks[] = {
+        {"missing", [](Workbench& b) { std::filesystem::remove(b.file("shop.db")); }},
+        {"garbage", [](Workbench& b) { b.write("shop.db", std::string(5000, 'x')); }},
+        {"folder",
+         [](Workbench& b) {
+             std::filesystem::remove(b.file("shop.db"));
+             std::filesystem::create_directory(b.file("shop.db"));
+         }},
+        {"truncated connection file", [](Workbench& b) { b.write("datacon24.stk", "abc"); }},
+    };
+    for (const Break& how : breaks) {
+        Workbench bench;
+        bench.make_shop();
+        how.apply(bench);
+        const auto run = bench.run({"sql", "select * from basic"});
+        EXPECT_EQ(run.code, 1) << how.what;
+        EXPECT_THAT(run.err, testing::StartsWith("tallvex-admin: ")) << how.what;
+        EXPECT_EQ(run.out, "") << how.what;
+    }
+}
+
+TEST(Connect, WritesTheFileAndReadsItBack) {
+    Workbench bench;
+    const auto run = bench.run(
+        {"connect", "--server", "PC1\\SQLEXPRESS", "--database", "بقالة", "--address", "192.168.1.5"});
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(run.out, "server:   PC1\\SQLEXPRESS\ndatabase: بقالة\naddress:  192.168.1.5\n");
+    EXPECT_EQ(bench.run({"connect", "--show"}).out, run.out);
+    EXPECT_EQ(std::filesystem::file_size(bench.file("datacon24.stk")), 200U);
+    // What does not fit its field is refused and the file stays.
+    for (const auto& [option, value] : std::vector<std::pair<std::string, std::string>>{
+             {"--server", std::string(60, 's')}, {"--database", std::string(60, 'd')}, {"--server", "大"}}) {
+        std::vector<std::string> line = {"connect", "--server", "A", "--database", "B"};
+        line[option == "--server" ? 2 : 4] = value;
+        EXPECT_EQ(bench.run(line).code, 1) << value;
+    }
+    EXPECT_EQ(bench.run({"connect", "--show"}).out, run.out);
+}
+
+TEST(Sql, PrintsRowsExactly) {
+    Workbench bench;
+    bench.make_shop();
+    bench.sql("insert into makers (code,[name]) values (1,'ندوان')");
+    bench.sql("insert into makers (code,[name]) values (20,'a \"b\", c')");
+    bench.sql("insert into makers (code) values (300)");
+    const struct {
+        std::vector<std::string> line;
+        int code;
+        std::string out;
+        std::string err;
+    } cases[] = {
+        {{"sql", "select code,[name] from makers order by code"},
+         0,
+         "code  name\n----  --------\n   1  ندوان\n  20  a \"b\", c\n 300  NULL\n(3 rows)\n",
+         ""},
+        {{"sql", "select code,[name] from makers order by code", "--csv"},
+         0,
+         "code,name\r\n1,ندوان\r\n20,\"a \"\"b\"\", c\"\r\n300,\r\n",
+         ""},
+        {{"sql", "select code from makers where code < 0"}, 0, "code\n----\n(0 rows)\n", ""},
+        {{"sql", "select count(*) as n from makers"}, 0, "n\n-\n3\n(1 row)\n", ""},
+        {{"sql", "update makers set [name] = 'x' where code > 1"}, 0, "", "2 rows changed\n"},
+        {{"sql", "delete from makers where code = 1"}, 0, "", "1 row changed\n"},
+        {{"sql", "delete from makers where code = 1"}, 0, "", "0 rows changed\n"},
+    };
+    for (const auto& c : cases) {
+        const auto run = bench.run(c.line);
+        EXPECT_EQ(run.code, c.code) << c.line[1];
+        EXPECT_EQ(run.out, c.out) << c.line[1];
+        EXPECT_EQ(run.err, c.err) << c.line[1];
+    }
+    for (const std::string bad :
+         {"selec 1", "select * from nowhere", "insert into makers (code) values (20)", ""}) {
+        const auto run = bench.run({"sql", bad});
+        EXPECT_NE(run.code, 0) << bad;
+        EXPECT_NE(run.err, "") << bad;
+        EXPECT_EQ(run.out, "") << bad;
+    }
+}
+
+}  // namespace

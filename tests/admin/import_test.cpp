@@ -1,0 +1,188 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "admin/item_lines.h"
+#include "admin/workbench.h"
+
+namespace {
+
+using test::Workbench;
+
+class Import : public testing::Test {
+  protected:
+    void SetUp() override { bench.make_shop(); }
+    test::Run import(const std::string& csv) {
+        bench.write("items.csv", csv);
+        return bench.run({"import-items", "items.csv"});
+    }
+    Workbench bench;
+};
+
+TEST_F(Import, WritesItemsBarcodesStockMakersAndGroups) {
+    const auto run = import(
+        "code;name;maker;group;pack;carton;price11;price12;price13;price22;barcode;carton_barcode;stock;"
+        "expiry\n"
+        "10;جبنة بيضاء;ندوان;ألبان;6;12;20;25,50;24;150;6229413700114;6229413700237;48;2027/03/01\n"
+        "11;خبز \"صاج\";خبيزون;مخبوزات;;;;٥٫٧٥;;;A-7 B-8;;;\n"
+        "12;لبن;ندوان;ألبان;;;;3;;;;;5;\n");
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(run.out, "3 items, 4 barcodes and 2 rows of stock imported\n");
+    const struct {
+        std::string query;
+        std::string answer;
+    } answers[] = {
+        {"select [name] from items where code = 11", "خبز \"صاج\""},
+        {"select price12 from items where code = 10", "25.5"},
+        {"select price14 from items where code = 10", "25.5"},  // no price: the retail price
+        {"select price22 from items where code = 10", "150"},   // as given
+        {"select price32 from items where code = 10", "306"},   // no price: the unit's, twelve times
+        {"select price12 from items where code = 11", "5.75"},  // Arabic digits and decimal mark
+        {"select num1 from items where code = 11", "1"},
+        {"select num2 from items where code = 11", ""},
+        {"select count(*) from makers", "2"},
+        {"select g.[name] from items i inner join item_types g on i.itype = g.code where i.code = 12",
+         "ألبان"},
+        {"select scode from barcode where bar = '6229413700237'", "3"},
+        {"select code from barcode where bar = 'B-8'", "11"},
+        {"select edate from stk where icode = 10", "2027/03/01 00:00:00"},
+        {"select edate from stk where icode = 12", "3000/01/01 00:00:00"},
+        {"select stcode from stk where icode = 12", "1"},
+    };
+    for (const auto& a : answers)
+        EXPECT_EQ(bench.cell(a.query), a.answer) << a.query;
+}
+
+TEST_F(Import, NamesEveryBadLineAndImportsNothing) {
+    bench.sql("insert into items (code,[name]) values (5,'قديم')");
+    bench.sql("insert into barcode (bar,code,scode) values ('OLD1',5,1)");
+    const auto run = import(
+        "code,name,price12,pack,barcode,pack_barcode,stock,store,expiry,service\n"
+        "1,سليم,5,,,,,,,\n"  // line 2: good
+        "x,اسم,5,,,,,,,\n"
+        "0,اسم,5,,,,,,,\n"
+        "5,اسم,5,,,,,,,\n"
+        "1,اسم,5,,,,,,,\n"
+        "6,,5,,,,,,,\n"
+        "7,اسم,,,,,,,,\n"
+        "8,اسم,abc,,,,,,,\n"
+        "9,اسم,-1,,,,,,,\n"
+        "10,اسم,5,0,,,,,,\n"
+        "11,اسم,5,,6229413700115,,,,,\n"
+        "12,اسم,5,,old1,,,,,\n"
+        "13,اسم,5,,5,,,,,\n"
+        "14,اسم,5,,2000123004500,,,,,\n"
+        "15,اسم,5,,,P1,,,,\n"
+        "16,اسم,5,,Q Q,,,,,\n"
+        "17,اسم,5,,,,1,9,,\n"
+        "18,اسم,5,,,,1,1,2027/02/30,\n"
+        "19,اسم,5,,,,3,,,1\n"
+        "20,\xff\xfe,5,,,,,,,\n"
+        "21,اسم,5\n"
+        "22," +
+        std::string(101, 'n') +
+        ",5,,,,,,,\n"
+        "99999999999,اسم,5,,,,,,,\n"
+        "23,اسم,1e400,,,,,,,\n"
+        "24,اسم'); drop table items;--,5,,,,,,,yes\n");
+    EXPECT_EQ(run.code, 1);
+    const std::vector<std::pair<int, std::string>> expected = {{3, "code \"x\" is no whole number"},
+                                                               {4, "code \"0\""},
+                                                               {5, "the shop has an item 5 already"},
+                                                               {6, "code 1 is in the file twice"},
+                                                               {7, "name is empty"},
+                                                               {8, "price12 (the retail price) is empty"},
+                                                               {9, "price12 \"abc\" is no number"},
+                                                               {10, "price12 -1 is out of range"},
+                                                               {11, "pack must be more than 0"},
+                                                               {12, "wrong check digit"},
+                                                               {13, "belongs to another item"},
+                                                               {14, "also the code of an item"},
+                                                               {15, "label of the scale"},
+                                                               {16, "without its number of base units"},
+                                                               {17, "barcode Q is there twice"},
+                                                               {18, "no store \"9\""},
+                                                               {19, "expiry \"2027/02/30\" is no date"},
+                                                               {20, "a service has no stock"},
+                                                               {21, "not UTF-8"},
+                                                               {22, "has 3 cells"},
+                                                               {23, "longer than 100 characters"},
+                                                               {24, "is no whole number"},
+                                                               {25, "is no number"},
+                                                               {26, "service is neither 0 nor 1"}};
+    std::istringstream lines(run.err);
+    std::string line;
+    for (const auto& [number, reason] : expected) {
+        ASSERT_TRUE(std::getline(lines, line));
+        EXPECT_THAT(line, testing::StartsWith("items.csv:" + std::to_string(number) + ": "));
+        EXPECT_THAT(line, testing::HasSubstr(reason));
+    }
+    ASSERT_TRUE(std::getline(lines, line));
+    EXPECT_THAT(line, testing::HasSubstr("mend the 24 lines"));
+    EXPECT_EQ(bench.cell("select count(*) from items"), "1");
+    EXPECT_EQ(bench.cell("select count(*) from barcode"), "1");
+    EXPECT_EQ(bench.cell("select count(*) from stk"), "0");
+}
+
+TEST_F(Import, RefusesFilesThatAreNoItemsFiles) {
+    const struct {
+        std::string csv;
+        std::string reason;
+    } cases[] = {
+        {"", "items.csv:1: the file is empty"},
+        {"code,name\n1,a\n", "the column \"price12\" is missing"},
+        {"code,name,price12,colour\n", "\"colour\" is no column"},
+        {"code,name,price12,name\n", "the column \"name\" is there twice"},
+        {"code,name,price12\n1,\"a,2\n", "items.csv:2: a quoted cell is never closed"},
+    };
+    for (const auto& c : cases) {
+        const auto run = import(c.csv);
+        EXPECT_EQ(run.code, 1) << c.csv;
+        EXPECT_THAT(run.err, testing::HasSubstr(c.reason)) << c.csv;
+    }
+    EXPECT_EQ(bench.run({"import-items", "missing.csv"}).code, 1);
+    EXPECT_EQ(bench.run({"import-items", "."}).code, 1);
+}
+
+// A failure in mid-writing, which the file alone does not foretell, leaves no row either.
+TEST_F(Import, AFailureInTheMiddleUndoesWhatWasWritten) {
+    bench.sql("drop table stk");
+    const auto run = import("code,name,maker,price12,barcode,stock\n1,أ,م,2,X,\n2,ب,م,2,Y,4\n");
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(bench.cell("select count(*) from items"), "0");
+    EXPECT_EQ(bench.cell("select count(*) from barcode"), "0");
+    EXPECT_EQ(bench.cell("select count(*) from makers"), "0");
+}
+
+TEST_F(Import, TakesALargeFileWithAProgressBar) {
+    std::string csv = "code,name,maker,price12,barcode,stock\n";
+    constexpr int count = 5000;
+    for (int i = 1; i <= count; ++i) {
+        const std::string n = std::to_string(i);
+        csv += n + ",صنف رقم " + n + ",مصنع " + std::to_string(i % 50) + ",2.5,C-" + n + ",10\n";
+    }
+    bench.write("items.csv", csv);
+    std::ostringstream out;
+    std::ostringstream err;
+    std::istringstream in;
+    test::FixedClock clock;
+    admin::Tool tool{out, err, in, bench.folder(), clock, true};
+    ASSERT_EQ(admin::run_tool({admin::add_import_items}, {"import-items", "items.csv"}, tool), 0)
+        << err.str();
+    EXPECT_EQ(out.str(), "5000 items, 5000 barcodes and 5000 rows of stock imported\n");
+    EXPECT_THAT(err.str(), testing::AllOf(testing::HasSubstr("reading ["), testing::HasSubstr("writing ["),
+                                          testing::HasSubstr("] 50%"), testing::HasSubstr("] 100%"),
+                                          testing::EndsWith("\r\x1b[K")));
+    EXPECT_EQ(bench.cell("select count(distinct fact) from items"), "50");
+}
+
+TEST(Ean13, KnowsTheCheckDigit) {
+    for (const std::string_view good : {"4006381333931", "6229413700114", "0000000000000"}) {
+        EXPECT_TRUE(admin::is_true_ean13(good)) << good;
+    }
+    for (const std::string_view bad :
+         {"4006381333932", "400638133393", "40063813339310", "400638133393x", ""}) {
+        EXPECT_FALSE(admin::is_true_ean13(bad)) << bad;
+    }
+}
+
+}  // namespace

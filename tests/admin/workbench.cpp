@@ -1,0 +1,30 @@
+#include "admin/workbench.h"
+
+#include <stdexcept>
+
+namespace test {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const fs::path& model(bool demo) {
+    static const TemporaryFolder folders[2];
+    static bool made[2] = {false, false};
+    const fs::path& folder = folders[demo ? 1 : 0].path();
+    if (made[demo ? 1 : 0]) return folder;
+    std::vector<std::string> arguments = {"new-shop", ".", "--password", "1"};
+    if (demo) arguments.emplace_back("--demo");
+    const Run run = Workbench::run_in(folder, arguments);
+    if (run.code != 0) throw std::runtime_error("new-shop failed: " + run.err);
+    made[demo ? 1 : 0] = true;
+    return folder;
+}
+
+}  // namespace
+
+void Workbench::make_shop(bool demo) {
+    fs::copy(model(demo), folder(), fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+}
+
+}  // namespace test
