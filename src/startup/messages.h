@@ -27,7 +27,11 @@ inline constexpr std::string_view shop_file_is_folder = "مسار ملف قاع�
 inline constexpr std::string_view shop_file_read_only =
     "ملف قاعدة البيانات للقراءة فقط ولا يمكن الكتابة فيه: ";
 inline constexpr std::string_view shop_file_corrupt = "ملف قاعدة البيانات تالف أو ليس قاعدة بيانات: ";
+inline constexpr std::string_view shop_file_unreadable = "ملف قاعدة البيانات غير مسموح بقراءته: ";
+inline constexpr std::string_view shop_file_busy = "ملف قاعدة البيانات مشغول ببرنامج آخر: ";
 inline constexpr std::string_view disk_full = "القرص ممتلئ، أفرغ بعض المساحة ثم أعد تشغيل البرنامج";
+// The driver package for servers is not installed.
+inline constexpr std::string_view no_driver = "برنامج الاتصال بالخادم (tdsodbc) غير مثبت على هذا الجهاز";
 inline constexpr std::string_view connection_lost = "انقطع الاتصال بقاعدة البيانات";
 // The settings row is missing.
 inline constexpr std::string_view settings_missing = "بيانات الاعدادات غير موجودة في قاعدة البيانات";

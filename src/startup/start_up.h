@@ -51,8 +51,8 @@ class StartUp {
     void connect();
     void set_clock();
     bool stamp_version();
-    void fail(const std::string& cause, const std::string& reason, bool is_server_missing);
-    void store_server_address();
+    void fail(const std::string& cause, const std::string& reason, bool server_missing);
+    bool store_server_address();
     void progress(std::string_view what);
 
     Ground ground_;

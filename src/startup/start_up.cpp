@@ -1,0 +1,188 @@
+#include "startup/start_up.h"
+
+#include <utility>
+
+#include "common/text.h"
+#include "database/open.h"
+#include "database/schema.h"
+#include "startup/messages.h"
+#include "startup/reasons.h"
+#include "startup/shop_files.h"
+
+namespace startup {
+
+namespace {
+
+using common::Icon;
+using database::quoted;
+using database::Sql;
+
+constexpr std::string_view progress_code = "222";
+constexpr std::string_view failure_code = "223";
+
+// A shop in a file, on this machine alone.
+bool is_embedded(const DataSource& source) {
+    return common::equal_ignoring_case(source.data_source, "embedded");
+}
+
+double seconds_between(const common::Moment& from, const common::Moment& to) {
+    const auto seconds = [](const common::Moment& m) {
+        return static_cast<double>(common::days_from_epoch(m.date)) * 86400.0 + m.time.hour * 3600.0 +
+               m.time.minute * 60.0 + m.time.second + m.time.millisecond / 1000.0;
+    };
+    return seconds(to) - seconds(from);
+}
+
+}  // namespace
+
+Ground Ground::here(int argc, const char* const* argv) {
+    Ground ground;
+    for (int i = 1; i < argc; ++i) {
+        if (i > 1) ground.command_line += ' ';
+        ground.command_line += argv[i];
+    }
+    ground.program_folder = startup::program_folder();
+    ground.working_folder = std::filesystem::current_path();
+    return ground;
+}
+
+StartUp::StartUp(Ground ground, common::Outside outside) : ground_(std::move(ground)), outside_(outside) {
+    if (!ground_.open) ground_.open = database::open_connection;
+    if (!ground_.get_ip) ground_.get_ip = [](std::string_view server) { return startup::get_ip(server); };
+}
+
+bool StartUp::run(const ShowSignIn& show_sign_in) {
+    try {
+        prepare_files();
+        connect();
+        set_clock();
+        connection_->execute("set dateformat ymd");
+        // This system keeps no short-date setting; the program shows dates as yyyy/MM/dd by itself.
+        progress("short date yyyy/MM/dd: nothing to set on this system");
+        session_.computer_name =
+            ground_.computer_name.empty() ? startup::computer_name() : ground_.computer_name;
+        progress("computer name " + session_.computer_name);
+        if (!stamp_version()) return false;
+        progress("schema upgrade");
+        database::run_upgrade_list(*connection_);
+        connection_->settle();
+        progress("sign-in");
+        show_sign_in(*connection_, session_);
+        return true;
+    } catch (const StartUpError& error) {
+        fail(error.what(), error.reason(), false);
+    } catch (const database::Error& error) {
+        fail(error.what() + (error.statement().empty() ? std::string() : " in: " + error.statement()),
+             reason_of(error, record_.database), is_server_missing(error.what()));
+    } catch (const std::exception& error) {
+        fail(error.what(), std::string(message::see_log), is_server_missing(error.what()));
+    }
+    return false;
+}
+
+void StartUp::prepare_files() {
+    session_.program_folder = ground_.program_folder;
+    session_.working_folder = ground_.working_folder;
+    session_.cash_point = cash_point_of(ground_.command_line);
+    ensure_logs_folder(ground_.program_folder);
+    progress("start, cash point " + std::to_string(session_.cash_point));
+    session_.version = read_version_file(ground_.program_folder);
+    progress("version " + session_.version);
+    session_.credit_lines = read_credit_file(ground_.working_folder);
+    record_ = read_connection_file(ground_.working_folder);
+    source_ = data_source_of(record_);
+    progress("connection file: server " + record_.server + ", database " + record_.database + ", address " +
+             record_.address);
+}
+
+void StartUp::connect() {
+    const std::string password =
+        is_embedded(source_) ? std::string() : read_sa_password(ground_.program_folder);
+    progress("connecting to " + source_.data_source);
+    connection_ =
+        ground_.open("Provider=SQLOLEDB.1;Password=" + password +
+                         ";Persist Security Info=True;User ID=sa;Initial Catalog= " + record_.database +
+                         ";Data Source=" + source_.data_source,
+                     ground_.working_folder);
+    progress("connected");
+}
+
+// The till keeps the server's time, so that the moments of all tills are in one order. Less than a second
+// apart is the same time; where the system does not let the program set its clock, the day goes on with the
+// difference in the log.
+void StartUp::set_clock() {
+    const common::Moment server = database::moment_of(connection_->scalar("select getdate()"));
+    const double difference = seconds_between(outside_.clock.now(), server);
+    if (difference > -1 && difference < 1) {
+        progress("clock as the server's");
+    } else if (outside_.clock.set(server)) {
+        progress("clock set to " + common::moment_text(server));
+    } else {
+        progress("clock may not be set here; the server's " + common::moment_text(server) + " is " +
+                 std::to_string(static_cast<long long>(difference)) + " s ahead of it");
+    }
+}
+
+// The server's own till stamps its version; every other till must have the version that is stamped. False
+// when this one has another; the cashier has been told.
+bool StartUp::stamp_version() {
+    const auto rows = connection_->query("select * from basic");
+    if (rows.empty()) {
+        throw StartUpError("the table basic has no row", std::string(message::settings_missing));
+    }
+    const bool is_server =
+        is_embedded(source_) ||
+        common::equal_ignoring_case(common::trim(session_.computer_name), common::trim(source_.server));
+    if (is_server) {
+        connection_->execute(Sql("Update basic set   cr_v = ") + quoted(session_.version));
+        progress("version stamped");
+        return true;
+    }
+    const std::string stamped = rows.front().text("cr_v");
+    if (common::trim(stamped) == common::trim(session_.version)) {
+        progress("version as stamped");
+        return true;
+    }
+    progress("version " + session_.version + " differs from the stamped " + stamped);
+    outside_.prompts.message(std::string(message::version_differs) + stamped, Icon::critical);
+    return false;
+}
+
+// The fixed message comes first; the reason follows in a box of its own.
+void StartUp::fail(const std::string& cause, const std::string& reason, bool server_missing) {
+    outside_.log.log_event(cause, failure_code);
+    outside_.prompts.message(message::wrong_path, Icon::information);
+    const bool renewed = server_missing && store_server_address();
+    try {
+        write_fatal_error(ground_.program_folder, cause);
+    } catch (const StartUpError& error) {
+        outside_.log.log_event(error.what(), failure_code);
+    }
+    outside_.prompts.message(renewed ? message::address_renewed : std::string_view(reason),
+                             Icon::exclamation);
+}
+
+// Asks the network for the server's address and keeps it for the next start. True when it is another than the
+// one that did not answer.
+bool StartUp::store_server_address() {
+    try {
+        std::string address = ground_.get_ip(record_.server);
+        // The "C" at the end may not belong to the machine's name.
+        if (address == no_address && source_.server != record_.server)
+            address = ground_.get_ip(source_.server);
+        outside_.log.log_event("address of " + record_.server + ": " + address, failure_code);
+        if (address == no_address) return false;
+        write_server_address(ground_.program_folder, address);
+        return address != common::trim(record_.address);
+    } catch (const std::exception& error) {
+        outside_.log.log_event(std::string("the server's address was not kept: ") + error.what(),
+                               failure_code);
+        return false;
+    }
+}
+
+void StartUp::progress(std::string_view what) {
+    outside_.log.log_event(what, progress_code);
+}
+
+}  // namespace startup
