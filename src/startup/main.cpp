@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QProcess>
 #include <QScreen>
+#include <QWidget>
 
 #include "common/clock.h"
 #include "common/ports.h"

@@ -1,0 +1,36 @@
+// A connection in whose middle the program can be ended, as a power cut ends it.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "database/connection.h"
+
+namespace play {
+
+// The exit code of a till that was ended on purpose.
+inline constexpr int killed = 137;
+
+class MortalConnection final : public database::Connection {
+  public:
+    explicit MortalConnection(std::unique_ptr<database::Connection> real) : real_(std::move(real)) {}
+
+    // Ends the process, without any farewell, when a statement that contains the text is to be run.
+    void kill_when(std::string text);
+    bool is_armed() const { return !deadly_.empty(); }
+    // The next statement that contains the text fails with the SQLSTATE.
+    void fail_when(std::string text, std::string sqlstate);
+
+    void settle() override { real_->settle(); }
+    bool is_embedded() const override { return real_->is_embedded(); }
+    Table describe(std::string_view table) override { return real_->describe(table); }
+    Outcome run(std::string_view statement, const std::vector<database::Value>& values) override;
+
+  private:
+    std::unique_ptr<database::Connection> real_;
+    std::string deadly_;
+    std::string failing_;
+    std::string sqlstate_;
+};
+
+}  // namespace play

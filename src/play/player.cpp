@@ -1,0 +1,174 @@
+#include "play/player.h"
+
+#include <QApplication>
+#include <QTimer>
+#include <QWidget>
+#include <cstdio>
+#include <fstream>
+#include <map>
+
+#include "common/text.h"
+#include "database/open.h"
+#include "play/seeing.h"
+#include "startup/activity_log.h"
+#include "startup/start_up.h"
+#include "ui/message_box.h"
+#include "ui/screen_prompts.h"
+#include "ui/style.h"
+#include "ui/text.h"
+#include "ui/till.h"
+
+namespace play {
+
+namespace {
+
+constexpr auto patience = std::chrono::seconds(8);
+constexpr int look_again_ms = 10;
+
+}  // namespace
+
+Player::Player(const Script& script, Stage& stage, const Settings& settings, std::size_t first)
+    : script_(script), stage_(stage), settings_(settings), at_(first) {
+    devices_ = std::make_unique<PlayDevices>(stage_.folder());
+    ui::dress(*qApp, screen_);
+    // After the till's death the play goes on in a new process: what was set before still holds.
+    for (std::size_t before = 0; before < first; ++before) {
+        const Step& step = script_.steps[before];
+        if (step.verb == "clock") do_clock(step);
+        if (step.verb == "screen") do_screen(step);
+    }
+}
+
+Player::~Player() = default;
+
+int Player::play() {
+    QTimer::singleShot(0, this, &Player::next);
+    QApplication::exec();
+    return code_;
+}
+
+Player::Action Player::action_of(const std::string& verb) {
+    static const std::map<std::string, Action> actions = {
+        {"shop", &Player::do_shop},     {"clock", &Player::do_clock},   {"screen", &Player::do_screen},
+        {"sql", &Player::do_sql},       {"start", &Player::do_start},   {"restart", &Player::do_restart},
+        {"user", &Player::do_user},     {"type", &Player::do_type},     {"press", &Player::do_press},
+        {"scan", &Player::do_scan},     {"choose", &Player::do_choose}, {"click", &Player::do_click},
+        {"answer", &Player::do_answer}, {"expect", &Player::do_expect}, {"picture", &Player::do_picture},
+        {"kill", &Player::do_kill},     {"fail", &Player::do_fail},     {"port", &Player::do_port},
+        {"say", &Player::do_say},
+    };
+    const auto found = actions.find(verb);
+    return found == actions.end() ? nullptr : found->second;
+}
+
+bool Player::is_settled() const {
+    return hands_.idle();
+}
+
+void Player::next() {
+    if (!is_settled()) {
+        QTimer::singleShot(1, this, &Player::next);
+        return;
+    }
+    if (at_ == script_.steps.size()) {
+        const ui::MessageBox* left = open_box();
+        if (left != nullptr) {
+            std::fprintf(stderr, "%s: the play ends with an open box: %s\n", script_.file.c_str(),
+                         left->text().toUtf8().constData());
+        }
+        finish(left == nullptr ? 0 : 1);
+        return;
+    }
+    const Step& step = script_.steps[at_];
+    if (!begun_) since_ = std::chrono::steady_clock::now();
+    begun_ = true;
+    if (settings_.objects != nullptr) {
+        for (const Named& named : all_named()) {
+            settings_.objects->insert((named.name + "\t" + named.kind + "\t" + named.caption).toStdString());
+        }
+    }
+    // Asked for before the step is taken, which may open a box and not return before it is answered.
+    QTimer::singleShot(look_again_ms, this, &Player::next);
+    const Progress progress = take(step);
+    const bool impatient = std::chrono::steady_clock::now() - since_ > patience;
+    if (progress.state == Progress::failed || (progress.state == Progress::not_yet && impatient)) {
+        const ui::MessageBox* box = open_box();
+        std::fprintf(stderr, "%s:%d: %s\n    seen: %s\n", script_.file.c_str(), step.line, step.text.c_str(),
+                     progress.seen.c_str());
+        if (box != nullptr) std::fprintf(stderr, "    open box: %s\n", box->text().toUtf8().constData());
+        finish(1);
+    }
+}
+
+Progress Player::take(const Step& step) {
+    const Action action = action_of(step.verb);
+    if (action == nullptr) return Progress::fail("no step begins with this word");
+    static const std::set<std::string> beside_a_box = {"answer", "expect", "press", "scan", "picture",
+                                                       "clock",  "sql",    "say",   "port"};
+    if (const ui::MessageBox* box = open_box(); box != nullptr && !beside_a_box.contains(step.verb)) {
+        return Progress::wait("a box that no step expects: " + box->text().toStdString());
+    }
+    const std::size_t taken = at_;
+    Progress progress;
+    try {
+        progress = (this->*action)(step);
+    } catch (const std::exception& error) {
+        progress = Progress::fail(error.what());
+    }
+    if (progress.state == Progress::done && at_ == taken) {
+        ++at_;
+        begun_ = false;
+        std::ofstream(stage_.progress_file(), std::ios::trunc) << at_;
+    }
+    return progress;
+}
+
+void Player::finish(int code) {
+    code_ = code;
+    at_ = script_.steps.size();
+    QApplication::exit(code);
+}
+
+void Player::start_till() {
+    running_ = true;
+    QTimer::singleShot(0, this, [this] {
+        ui::ScreenPrompts prompts;
+        startup::ActivityLog log(stage_.folder(), clock_);
+        const common::Outside outside{prompts, clock_, *devices_, log};
+        startup::Ground ground;
+        ground.command_line = "1";
+        ground.program_folder = stage_.folder();
+        ground.working_folder = stage_.folder();
+        ground.open = [this](const std::string& text, const std::filesystem::path& folder) {
+            auto made = std::make_unique<MortalConnection>(database::open_connection(text, folder));
+            connection_ = made.get();
+            return made;
+        };
+        ground.get_ip = [](std::string_view) { return std::string("Not Found"); };
+        const auto show = [this](QWidget& window) {
+            window.resize(screen_);
+            window.show();
+        };
+        startup::StartUp road(ground, outside);
+        ui::Till till(
+            outside, keys_,
+            [this] {
+                start_again_ = true;
+                return true;
+            },
+            show);
+        road.run([&](database::Connection& connection, signin::Session& session) {
+            till.run(connection, session);
+        });
+        connection_ = nullptr;
+        running_ = false;
+        if (std::exchange(start_again_, false)) start_till();
+    });
+}
+
+database::Connection& Player::rows() {
+    if (rows_ == nullptr) rows_ = database::open_embedded(stage_.folder() / "shop.db");
+    return *rows_;
+}
+
+}  // namespace play

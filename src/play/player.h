@@ -1,0 +1,112 @@
+// Plays a script on the real screens, step after step, whatever boxes and dialogs are open meanwhile.
+#pragma once
+
+#include <QObject>
+#include <QSize>
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "database/connection.h"
+#include "play/hands.h"
+#include "play/mortal_connection.h"
+#include "play/play_outside.h"
+#include "play/script.h"
+#include "play/stage.h"
+#include "ui/key_queue.h"
+
+namespace play {
+
+struct Settings {
+    std::filesystem::path pictures;            // where pictures go
+    bool shown = false;                        // windows on the real screen
+    std::set<std::string>* objects = nullptr;  // collects what can be named, for the table of object names
+};
+
+// How a step stands: done, not yet (it is tried again until its time is over), or failed with what was seen.
+struct Progress {
+    enum { done, not_yet, failed } state = done;
+    std::string seen;
+    static Progress ok() { return {}; }
+    static Progress wait(std::string what) { return {not_yet, std::move(what)}; }
+    static Progress fail(std::string what) { return {failed, std::move(what)}; }
+};
+
+class Player : public QObject {
+    Q_OBJECT
+  public:
+    Player(const Script& script, Stage& stage, const Settings& settings, std::size_t first);
+    ~Player() override;
+    // 0 when every step passed, 1 when one failed (it has been reported on stderr).
+    int play();
+
+  private:
+    void next();
+    Progress take(const Step& step);
+    void finish(int code);
+    void start_till();
+    bool is_settled() const;
+
+    // player_steps.cpp: what a cashier and a support engineer do.
+    Progress do_shop(const Step& step);
+    Progress do_clock(const Step& step);
+    Progress do_screen(const Step& step);
+    Progress do_sql(const Step& step);
+    Progress do_start(const Step& step);
+    Progress do_restart(const Step& step);
+    Progress do_user(const Step& step);
+    Progress do_type(const Step& step);
+    Progress do_press(const Step& step);
+    Progress do_scan(const Step& step);
+    Progress do_choose(const Step& step);
+    Progress do_click(const Step& step);
+    Progress do_answer(const Step& step);
+    Progress do_picture(const Step& step);
+    Progress do_kill(const Step& step);
+    Progress do_fail(const Step& step);
+    Progress do_port(const Step& step);
+    Progress do_say(const Step& step);
+    // player_expectations.cpp: what must then be seen.
+    Progress do_expect(const Step& step);
+    Progress expect_text(const std::string& rest);
+    Progress expect_box(const std::string& text, bool question);
+    Progress expect_cell(const std::string& rest);
+    Progress expect_count(const std::string& rest);
+    Progress expect_state(const std::string& what, const std::string& object);
+    Progress expect_colour(const std::string& rest);
+    Progress expect_rows(const std::string& rest);
+    Progress expect_receipt(const std::string& rest);
+    Progress expect_port(const std::string& rest);
+    Progress expect_file(const std::string& name, const std::string& text);
+
+    using Action = Progress (Player::*)(const Step&);
+    static Action action_of(const std::string& verb);
+    // The shop's rows as a second program sees them.
+    database::Connection& rows();
+    std::string receipt_port();
+
+    const Script& script_;
+    Stage& stage_;
+    Settings settings_;
+    std::size_t at_;
+    int steps_done_ = 0;
+    std::chrono::steady_clock::time_point since_;
+    bool begun_ = false;  // the step at hand has done its first part
+
+    PlayClock clock_;
+    std::unique_ptr<PlayDevices> devices_;
+    std::unique_ptr<database::Connection> rows_;
+    MortalConnection* connection_ = nullptr;  // the running till's
+    std::string armed_;                       // "kill when", for the till to be started
+    ui::KeyQueue keys_;
+    Hands hands_;
+    QSize screen_{1366, 768};
+    bool running_ = false;
+    bool start_again_ = false;
+    int code_ = 0;
+};
+
+}  // namespace play

@@ -1,0 +1,246 @@
+// What a cashier, or the support engineer before him, does in a play.
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTimer>
+#include <cstdio>
+#include <fstream>
+
+#include "common/date_time.h"
+#include "common/text.h"
+#include "play/player.h"
+#include "play/receipt_reading.h"
+#include "play/seeing.h"
+#include "ui/list_table.h"
+#include "ui/message_box.h"
+#include "ui/sales_screen.h"
+#include "ui/style.h"
+#include "ui/text.h"
+
+namespace play {
+
+namespace {
+
+QWidget* usable(const QString& name, Progress& not_usable) {
+    QWidget* widget = find_widget(name);
+    if (widget == nullptr) {
+        not_usable = Progress::wait("no \"" + name.toStdString() + "\" on the screen");
+        return nullptr;
+    }
+    const ui::Sheet* top = ui::Sheet::top_of(widget->window());
+    if (top != nullptr && !top->isAncestorOf(widget)) {
+        not_usable =
+            Progress::wait("\"" + name.toStdString() + "\" lies under " + top->objectName().toStdString());
+        return nullptr;
+    }
+    if (!widget->isEnabled()) {
+        not_usable = Progress::wait("\"" + name.toStdString() + "\" is disabled");
+        return nullptr;
+    }
+    return widget;
+}
+
+void put_focus(QWidget* widget) {
+    widget->setFocus(Qt::OtherFocusReason);
+    auto* field = qobject_cast<QLineEdit*>(widget);
+    if (auto* list = qobject_cast<QComboBox*>(widget)) field = list->lineEdit();
+    if (field != nullptr) field->selectAll();
+}
+
+}  // namespace
+
+Progress Player::do_shop(const Step& step) {
+    if (running_) return Progress::fail("the program is running");
+    rows_.reset();
+    stage_.set_up(step.rest);
+    devices_ = std::make_unique<PlayDevices>(stage_.folder());
+    return Progress::ok();
+}
+
+Progress Player::do_clock(const Step& step) {
+    const auto moment = common::parse_moment(step.rest);
+    if (!moment) return Progress::fail("no moment of the form 2026/11/21 10:42:00");
+    clock_.put(*moment);
+    return Progress::ok();
+}
+
+Progress Player::do_screen(const Step& step) {
+    const auto size = split_at(step.rest, "x");
+    screen_ = QSize(std::atoi(size.before.c_str()), std::atoi(size.after.c_str()));
+    if (screen_.width() < 640 || screen_.height() < 480)
+        return Progress::fail("no size of the form 1366 x 768");
+    ui::dress(*qApp, screen_);
+    return Progress::ok();
+}
+
+Progress Player::do_sql(const Step& step) {
+    rows().execute(database::Sql::from_administrator(step.rest));
+    rows().settle();
+    return Progress::ok();
+}
+
+Progress Player::do_start(const Step&) {
+    if (running_) return Progress::wait("the program is still running");
+    start_till();
+    return Progress::ok();
+}
+
+Progress Player::do_restart(const Step&) {
+    auto* sales = qobject_cast<ui::Form31*>(find_widget("Form31"));
+    if (sales != nullptr) {
+        emit sales->finished(false);
+        return Progress::wait("the program is ending");
+    }
+    if (running_) return Progress::wait("the program is ending");
+    start_till();
+    return Progress::ok();
+}
+
+Progress Player::do_user(const Step& step) {
+    const auto said = split_at(step.rest, "password");
+    Progress problem;
+    QWidget* user = usable("user", problem);
+    if (user == nullptr) return problem;
+    put_focus(user);
+    hands_.type(ui::qt(said.before));
+    hands_.press("Enter");
+    hands_.type(ui::qt(said.after));
+    hands_.press("Enter");
+    return Progress::ok();
+}
+
+Progress Player::do_type(const Step& step) {
+    const auto said = split_at(step.rest, "into");
+    if (!said.found) return Progress::fail("it reads: type TEXT into OBJECT");
+    Progress problem;
+    QWidget* field = usable(ui::qt(said.after), problem);
+    if (field == nullptr) return problem;
+    put_focus(field);
+    hands_.type(ui::qt(said.before));
+    return Progress::ok();
+}
+
+Progress Player::do_press(const Step& step) {
+    return hands_.press(ui::qt(step.rest)) ? Progress::ok() : Progress::fail("there is no such key");
+}
+
+Progress Player::do_scan(const Step& step) {
+    hands_.scan(ui::qt(step.rest));
+    return Progress::ok();
+}
+
+Progress Player::do_choose(const Step& step) {
+    const auto said = split_at(step.rest, "in");
+    if (!said.found) return Progress::fail("it reads: choose VALUE in OBJECT");
+    Progress problem;
+    QWidget* widget = usable(ui::qt(said.after), problem);
+    if (widget == nullptr) return problem;
+    const QString value = ui::qt(said.before);
+    if (auto* list = qobject_cast<QComboBox*>(widget)) {
+        const int index = list->findText(value);
+        if (index < 0) return Progress::wait("the list has no such entry");
+        list->setFocus();
+        list->setCurrentIndex(index);
+        QTimer::singleShot(0, list, [list, index] { emit list->activated(index); });
+        return Progress::ok();
+    }
+    if (auto* table = qobject_cast<QTableView*>(widget)) {
+        for (int row = 0; row < table->model()->rowCount(); ++row) {
+            for (int column = 0; column < table->model()->columnCount(); ++column) {
+                const QModelIndex cell = table->model()->index(row, column);
+                if (without_marks(cell.data().toString()).trimmed() != value) continue;
+                table->setFocus();
+                table->setCurrentIndex(cell);
+                return Progress::ok();
+            }
+        }
+        return Progress::wait("no row holds it");
+    }
+    for (auto* button : widget->findChildren<QAbstractButton*>()) {
+        if (text_of(button) != value) continue;
+        QTimer::singleShot(0, button, [button] { button->click(); });
+        return Progress::ok();
+    }
+    return Progress::wait("there is no such choice");
+}
+
+Progress Player::do_click(const Step& step) {
+    if (QAction* action = find_action(ui::qt(step.rest))) {
+        QTimer::singleShot(0, action, [action] { action->trigger(); });
+        return Progress::ok();
+    }
+    Progress problem;
+    QWidget* widget = usable(ui::qt(step.rest), problem);
+    if (widget == nullptr) return problem;
+    auto* button = qobject_cast<QAbstractButton*>(widget);
+    if (button == nullptr) return Progress::fail("it is no button");
+    QTimer::singleShot(0, button, [button] { button->click(); });
+    return Progress::ok();
+}
+
+Progress Player::do_answer(const Step& step) {
+    const ui::MessageBox* box = open_box();
+    if (box == nullptr) return Progress::wait("no box is open");
+    auto* button = box->findChild<QAbstractButton*>("message_" + ui::qt(step.rest));
+    if (button == nullptr) return Progress::fail("the box has no such answer");
+    button->click();
+    return Progress::ok();
+}
+
+Progress Player::do_picture(const Step& step) {
+    // The screen is given a moment to be painted as it stands.
+    if (std::chrono::steady_clock::now() - since_ < std::chrono::milliseconds(120)) return Progress::wait("");
+    QWidget* window = front_window();
+    if (window == nullptr) return Progress::wait("there is no window");
+    std::filesystem::create_directories(settings_.pictures);
+    const auto file = settings_.pictures / (step.rest + ".png");
+    if (!window->grab().save(ui::qt(file.string())))
+        return Progress::fail(file.string() + " cannot be written");
+    std::printf("picture %s\n", file.c_str());
+    return Progress::ok();
+}
+
+Progress Player::do_kill(const Step& step) {
+    const auto said = split_at("- " + step.rest, "when");
+    if (!said.found || said.after.empty()) return Progress::fail("it reads: kill when STATEMENT");
+    if (connection_ == nullptr) return Progress::wait("the program is not running");
+    connection_->kill_when(said.after);
+    return Progress::ok();
+}
+
+Progress Player::do_fail(const Step& step) {
+    // fail SQLSTATE when STATEMENT
+    const auto said = split_at(step.rest, "when");
+    if (!said.found || said.after.empty()) return Progress::fail("it reads: fail SQLSTATE when STATEMENT");
+    if (connection_ == nullptr) return Progress::wait("the program is not running");
+    connection_->fail_when(said.after, said.before);
+    return Progress::ok();
+}
+
+Progress Player::do_port(const Step& step) {
+    const auto said = words(step.rest);
+    if (said.size() != 2) return Progress::fail("it reads: port NAME missing|back|empty");
+    if (said[1] == "empty") {
+        devices_->empty(said[0]);
+    } else if (said[1] == "missing" || said[1] == "back") {
+        devices_->unplug(said[0], said[1] == "missing");
+    } else {
+        return Progress::fail("it reads: port NAME missing|back|empty");
+    }
+    return Progress::ok();
+}
+
+Progress Player::do_say(const Step& step) {
+    if (step.rest == "receipt") {
+        std::printf("%s\n", readable_receipt(devices_->taken(receipt_port()), rows()).c_str());
+    } else {
+        std::printf("%s\n", step.rest.c_str());
+    }
+    std::fflush(stdout);
+    return Progress::ok();
+}
+
+}  // namespace play

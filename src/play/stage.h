@@ -1,0 +1,28 @@
+// The shop that a play is played in: a fresh copy in a temporary folder.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace play {
+
+class Stage {
+  public:
+    Stage();
+    ~Stage();
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+
+    // Puts a new shop ("demo" or "empty") into the folder in the place of the one there. Each kind is made
+    // once per run and copied. Throws std::runtime_error.
+    void set_up(const std::string& kind);
+    // The shop's folder: database, files beside the program, ports.
+    std::filesystem::path folder() const { return root_ / "shop"; }
+    // How many steps of the play have been done, across the death of the till.
+    std::filesystem::path progress_file() const { return root_ / "progress"; }
+
+  private:
+    std::filesystem::path root_;
+};
+
+}  // namespace play
