@@ -16,14 +16,17 @@ namespace {
 
 constexpr std::string_view system_printer = "win";
 
-// A file that is not there yet can be written when its folder can; a device node must be there.
 bool can_write(const fs::path& path) {
     std::error_code ignored;
-    if (fs::is_directory(path, ignored)) return false;
-    if (fs::exists(path, ignored)) return access(path.c_str(), W_OK) == 0;
-    const bool is_device = path.string().starts_with("/dev/");
+    return !fs::is_directory(path, ignored) && access(path.c_str(), W_OK) == 0;
+}
+
+// A file that is not there yet can be written when its folder can; a device must be there.
+bool can_make(const fs::path& path) {
+    std::error_code ignored;
+    if (fs::exists(path, ignored) || path.string().starts_with("/dev/")) return false;
     const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-    return !is_device && access(folder.c_str(), W_OK) == 0;
+    return access(folder.c_str(), W_OK) == 0;
 }
 
 // A serial line without a device behind it exists all the same; nothing can tell from here.
@@ -62,7 +65,7 @@ std::vector<PortOffer> ports_offered(const PrinterChoice& in_use, const fs::path
     }
     const std::string used = std::string(common::trim(in_use.receipt_port));
     if (in_use.is_text_port() && !used.empty() && !is_offered(node_of(used)))
-        offers.push_back({used, node_of(used), can_write(node_of(used))});
+        offers.push_back({used, node_of(used), can_write(node_of(used)) || can_make(used)});
     return offers;
 }
 

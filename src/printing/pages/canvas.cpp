@@ -91,10 +91,12 @@ double Canvas::text(double x, double y, double width, const QString& text, const
 }
 
 double Canvas::line(double x, double y, double width, const QString& text, const TextStyle& style) const {
-    TextStyle fitting = style;
     const double wanted = text_width(text, style);
-    if (wanted > width) fitting.points *= std::max(0.5, width / wanted * 0.98);
-    return this->text(x, y, width, text, fitting);
+    if (wanted <= width) return this->text(x, y, width, text, style);
+    TextStyle fitting = style;
+    fitting.points *= std::max(0.25, width / wanted * 0.98);
+    const double baseline_shift = baseline * (style.points - fitting.points) * mm_per_point;
+    return baseline_shift + this->text(x, y + baseline_shift, width, text, fitting);
 }
 
 double Canvas::text_height(double width, const QString& text, const TextStyle& style) const {

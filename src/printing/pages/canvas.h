@@ -30,7 +30,7 @@ class Canvas {
 
     // Draws a text with its top at y and returns the height it takes.
     double text(double x, double y, double width, const QString& text, const TextStyle& style) const;
-    // Draws it on one line, in smaller letters where it would not fit.
+    // Draws it on one line, in smaller letters on the same baseline where it would not fit.
     double line(double x, double y, double width, const QString& text, const TextStyle& style) const;
     double text_height(double width, const QString& text, const TextStyle& style) const;
     double text_width(const QString& text, const TextStyle& style) const;

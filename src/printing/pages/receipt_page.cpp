@@ -17,6 +17,7 @@ constexpr double net_letters = 1.7;
 constexpr double logo_height = 18;
 constexpr double qr_size = 28;
 constexpr double column_gap = 1.6;
+constexpr double widest_column = 0.3;  // of the width; longer figures are written smaller
 constexpr double top = 3;
 constexpr double feed = 8;  // below the last line, for the cutter
 
@@ -56,14 +57,15 @@ Columns columns_of(const Canvas& canvas, const LayoutReceipt& receipt, double le
         double needed = canvas.text_width(headings[i], bold);
         for (const LayoutRow& row : receipt.rows)
             needed = std::max(needed, canvas.text_width(q(figure(row, i)), plain));
-        columns.width[i] = needed;
-        columns.right[i] = right + needed;
-        right += needed + column_gap;
+        columns.width[i] = std::min(needed, width * widest_column);
+        columns.right[i] = right + columns.width[i];
+        right += columns.width[i] + column_gap;
     }
     if (receipt.settings.show_item_code) {
         columns.code_width = canvas.text_width(code_heading, bold);
         for (const LayoutRow& row : receipt.rows)
             columns.code_width = std::max(columns.code_width, canvas.text_width(q(row.item_code), plain));
+        columns.code_width = std::min(columns.code_width, width * widest_column);
         columns.code_right = left + width;
     }
     const double code_space = columns.code_width > 0 ? columns.code_width + column_gap : 0;
@@ -130,11 +132,14 @@ double ReceiptPage::details(const Canvas& canvas, double y) const {
     TextStyle style = letters(receipt_, kind_letters, true);
     style.colour = Qt::white;
     const double inner = width_ - 4;
+    const QString kind = q(receipt_.kind);
     const QString number = q(receipt_.number.first) + "  " + q(receipt_.number.second);
-    const double number_width = std::min(inner * 0.5, canvas.text_width(number, style) + 1);
+    const double needed = canvas.text_width(kind, style) + canvas.text_width(number, style) + 4;
+    if (needed > inner) style.points *= std::max(0.6, inner / needed);
+    const double number_width = std::min(inner * 0.6, canvas.text_width(number, style) + 1);
     const double height = canvas.text_height(inner, "فا", style) + 1.6;
     canvas.fill({left_, y, width_, height}, Qt::black, 1);
-    canvas.line(left_ + 2 + number_width, y + 0.8, inner - number_width, q(receipt_.kind), style);
+    canvas.line(left_ + 2 + number_width, y + 0.8, inner - number_width, kind, style);
     style.side = Side::left;
     canvas.line(left_ + 2, y + 0.8, number_width, number, style);
     y += height + 1.2;
@@ -154,8 +159,13 @@ double ReceiptPage::details(const Canvas& canvas, double y) const {
         }
         const double right = left_ + (at_left ? half : width_);
         const double value_width = (is_long ? width_ : half) - label_width;
-        canvas.text(right - label_width, y, label_width, label, plain);
-        row_height = canvas.text(right - label_width - value_width, y, value_width, q(value), plain);
+        if (label_width > width_ * 0.6) {
+            y += canvas.text(left_, y, width_, label, plain);
+            row_height = canvas.text(left_, y, width_, q(value), plain);
+        } else {
+            canvas.text(right - label_width, y, label_width, label, plain);
+            row_height = canvas.text(right - label_width - value_width, y, value_width, q(value), plain);
+        }
         if (at_left || is_long) y += row_height;
         at_left = !at_left && !is_long;
     }

@@ -16,6 +16,8 @@ namespace printing::pages {
 class ReportPage final : public PageSet {
   public:
     explicit ReportPage(Report report);
+    ReportPage(const ReportPage&) = delete;  // the table looks into the report
+    ReportPage& operator=(const ReportPage&) = delete;
 
     QString name() const override { return QString::fromStdString(report_.name); }
     int count() const override { return static_cast<int>(pages_.size()); }

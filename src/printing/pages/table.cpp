@@ -16,16 +16,9 @@ QString q(const std::string& text) {
     return QString::fromStdString(text);
 }
 
+// Figures too stand at the right of their column, so that their decimals line up.
 Side side_of(Align align) {
-    switch (align) {
-        case Align::centre:
-            return Side::centre;
-        case Align::start:
-        case Align::end:
-            break;
-    }
-    // Figures too stand at the right of their column, so that their decimals line up.
-    return Side::right;
+    return align == Align::centre ? Side::centre : Side::right;
 }
 
 }  // namespace

@@ -1,0 +1,16 @@
+// The C library's own reading of code page 864, as a second opinion on what was printed.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace test {
+
+// The printed letters as UTF-8, in the order of the paper; what the page has not is "?".
+std::string decode_864(std::string_view bytes);
+
+// A line of the paper as it is read aloud: from the right, numbers from the left, letters without their
+// forms.
+std::string read_aloud(std::string_view bytes);
+
+}  // namespace test

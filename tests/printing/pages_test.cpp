@@ -1,0 +1,353 @@
+#include <QApplication>
+#include <QDir>
+#include <QKeyEvent>
+#include <fstream>
+
+#include "common/words.h"
+#include "printing/invoice_report.h"
+#include "printing/messages.h"
+#include "printing/pages/canvas.h"
+#include "printing/pages/output.h"
+#include "printing/pages/paper_picture.h"
+#include "printing/pages/preview.h"
+#include "printing/pages/receipt_page.h"
+#include "printing/pages/report_page.h"
+#include "printing/qr.h"
+#include "printing/text_receipt.h"
+#include "sample.h"
+#include "support/shop.h"
+#include "tools.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using printing::Form;
+using printing::Receipt;
+using printing::ReceiptSettings;
+using namespace printing::pages;
+
+std::vector<printing::LayoutRow> rows_of(const Receipt& receipt, const ReceiptSettings& settings) {
+    test::Shop shop;
+    printing::LayoutRows rows(shop.connection(), 1, "سعاد");
+    rows.write(receipt, settings);
+    return rows.read();
+}
+
+printing::LayoutReceipt layout(const Receipt& receipt, Form form, int width,
+                               const ReceiptSettings& settings = {}) {
+    return printing::layout_receipt(receipt, form, width, settings, rows_of(receipt, settings));
+}
+
+// The darkest column in which a page's picture has anything, against its width.
+struct Ink {
+    int left = -1;
+    int right = -1;
+    int bottom = -1;
+};
+Ink ink_of(const QImage& image) {
+    Ink ink;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qGray(image.pixel(x, y)) > 128) continue;
+            ink.left = ink.left < 0 ? x : std::min(ink.left, x);
+            ink.right = std::max(ink.right, x);
+            ink.bottom = y;
+        }
+    }
+    return ink;
+}
+
+TEST(ReceiptPage, ShowsTheTextsOfItsLayout) {
+    NEEDS_TOOL("pdftotext");
+    const test::TemporaryFolder folder;
+    ReceiptSettings settings;
+    settings.rec_note = "التوصيل مجانا";
+    ReceiptSettings coded = settings;
+    coded.show_item_code = true;
+    const std::vector<std::string> header = {"بقالة النور",
+                                             "Al Noor Grocery",
+                                             "فاتورة مبيعات نقدي",
+                                             "1284",
+                                             "2026/11/21",
+                                             "10:42",
+                                             "اسم المستخدم : سعاد",
+                                             "البائع : محمود",
+                                             "اسم الصنف",
+                                             "كمية",
+                                             "الاجمالي",
+                                             "جبنة رومي قديمة",
+                                             "220.00",
+                                             "Nescafe Gold 100g",
+                                             "12345.50",
+                                             "12584.93"};
+    struct {
+        Form form;
+        int width;
+        ReceiptSettings settings;
+        std::vector<std::string> shown;
+        std::vector<std::string> absent;
+    } const cases[] = {
+        {Form::reprint,
+         48,
+         settings,
+         {"Tel : 02-2574 1234", "الصافي قبل الخصم", "12712.05", "127.12", "الصافي بعد الخصم", "التوصيل مجانا",
+          "سياسة المحل"},
+         {"المدفوع", "المتبقي", "كود"}},
+        {Form::full,
+         48,
+         coded,
+         {"Tel : 02-2574 1234", "المدفوع", "12600.00", "المتبقي", "15.07", "كود", "2210"},
+         {}},
+        {Form::full, 40, settings, {"المدفوع", "12600.00", "مع أصل الفاتورة"}, {"كود"}},
+        {Form::no_telephone, 40, settings, {"الصافي"}, {"Tel", "المدفوع", "التوصيل", "127.12", "سياسة"}},
+    };
+    int number = 0;
+    for (const auto& [form, width, used, shown, absent] : cases) {
+        const ReceiptPage page(layout(test::sale(), form, width, used));
+        EXPECT_EQ(page.size().width(), width == 48 ? 80 : 58);
+        const fs::path file = folder.path() / (std::to_string(number++) + ".pdf");
+        ASSERT_TRUE(save_pdf(page, file));
+        const std::string text = test::pdf_text(file);
+        for (const auto* texts : {&header, &shown})
+            for (const std::string& wanted : *texts)
+                EXPECT_NE(text.find(test::plain(wanted)), std::string::npos)
+                    << number << ": " << wanted << "\n"
+                    << text;
+        for (const std::string& unwanted : absent)
+            EXPECT_EQ(text.find(test::plain(unwanted)), std::string::npos) << number << ": " << unwanted;
+    }
+}
+
+TEST(ReceiptPage, StaysOnThePaperWhateverIsPrinted) {
+    Receipt huge = test::sale();
+    huge.lines.assign(40, {"99999999999999", "", "", 1234567.125, 9876543210.0, 0, 9876543210.0});
+    for (int i = 0; i < 40; ++i) {
+        huge.lines[0].item_name += "سائل ";
+        huge.lines[1].item_name += "Extraordinarily";
+        huge.store_name += " والشركاء";
+    }
+    huge.net = huge.total = huge.paid = 98765432100.0;
+    for (const int width : {48, 40}) {
+        for (const int font : {4, 7, 24}) {
+            ReceiptSettings settings;
+            settings.show_item_code = true;
+            settings.font_size = font;
+            const ReceiptPage page(layout(huge, Form::full, width, settings));
+            const QImage image = pictures(page, 4)[0];
+            const Ink ink = ink_of(image);
+            EXPECT_GT(ink.left, 8) << width << " columns, font " << font;
+            EXPECT_LT(ink.right, image.width() - 8) << width << " columns, font " << font;
+            EXPECT_LT(ink.bottom, image.height() - 8);
+        }
+    }
+}
+
+TEST(ReceiptPage, Takes500LinesAndALogoThatIsNoPicture) {
+    const test::TemporaryFolder folder;
+    std::ofstream(folder.path() / "logo.jpg") << "this is no picture";
+    Receipt receipt = test::sale();
+    receipt.lines.assign(500, receipt.lines[3]);
+    receipt.logo = "logo.jpg";
+    auto made = layout(receipt, Form::full, 48);
+    const double without = ReceiptPage(made).size().height();
+    made.logo = printing::logo_file(receipt, folder.path());
+    EXPECT_FALSE(made.logo.empty());
+    const ReceiptPage page(made);
+    EXPECT_EQ(page.size().height(), without);
+    EXPECT_GT(page.size().height(), 1500);
+    EXPECT_TRUE(save_pdf(page, folder.path() / "long.pdf"));
+    EXPECT_LE(pictures(page, 30)[0].height(), 32000);
+    receipt.logo = "none.jpg";
+    EXPECT_TRUE(printing::logo_file(receipt, folder.path()).empty());
+}
+
+TEST(ReceiptPage, CarriesACodeThatScannersRead) {
+    NEEDS_TOOL("zbarimg");
+    const test::TemporaryFolder folder;
+    const printing::ElectronicInvoicing shop{"https://inv.example", "متجر-77", "نقطة 3"};
+    const std::string text = printing::qr_text(shop, test::sale());
+    const fs::path code = folder.path() / "qr.bmp";
+    ASSERT_TRUE(printing::print_qr(text, code));
+    const auto scanned = [](const fs::path& picture) {
+        return test::output_of("zbarimg --raw -q -Sdisable -Sqrcode.enable '" + picture.string() + "'");
+    };
+    EXPECT_EQ(scanned(code), text + "\n");
+    for (const int width : {48, 40}) {
+        auto made = layout(test::sale(), Form::full, width);
+        made.qr = code;
+        const fs::path paper = folder.path() / "paper.png";
+        // The 8 dots a millimetre of a roll printer's head.
+        ASSERT_TRUE(pictures(ReceiptPage(made), 8)[0].save(QString::fromStdString(paper.string())));
+        EXPECT_EQ(scanned(paper), text + "\n") << width;
+    }
+}
+
+TEST(InvoicePage, ShowsCustomerLinesTotalsAndWords) {
+    NEEDS_TOOL("pdftotext");
+    const test::TemporaryFolder folder;
+    Receipt receipt = test::sale();
+    receipt.customer = "شركة الأمل للتجارة";
+    receipt.net = 125.25;
+    for (const Form form : {Form::cash_page, Form::standard_page}) {
+        const ReportPage page(printing::invoice_report(receipt, form, {}, rows_of(receipt, {}), {}));
+        EXPECT_EQ(page.count(), 1);
+        const fs::path file = folder.path() / "page.pdf";
+        ASSERT_TRUE(save_pdf(page, file));
+        const std::string text = test::pdf_text(file);
+        for (const std::string& wanted :
+             {std::string("بقالة النور"), receipt.customer, std::string("رقم الفاتورة"),
+              std::string("جبنة رومي قديمة"), std::string("12345.50"), std::string("الصافي بعد الخصم"),
+              common::amount_in_words(125.25F)})
+            EXPECT_NE(text.find(test::plain(wanted)), std::string::npos) << wanted << "\n" << text;
+        const bool cash = form == Form::cash_page;
+        EXPECT_EQ(text.find("12600.00") != std::string::npos, cash);
+        EXPECT_EQ(text.find(test::plain("زجاجة")) != std::string::npos, !cash);
+        EXPECT_EQ(text.find(test::plain("المستلم")) != std::string::npos, !cash);
+    }
+}
+
+TEST(InvoicePage, StatesTheTotalInTheWordsOfTheSpeller) {
+    const std::pair<double, const char*> cases[] = {
+        {0, "فقط  جنيها لا غير"},
+        {5, "فقط  خمسة جنيها لا غير"},
+        {12.35, "فقط أثناعشر  جنيها و  خمسة و  ثلاثون  قرشا لاغير"},
+        {305, "فقط ثلاثمائة  و  خمسة جنيها لا غير"},
+        {1500, "فقط  جنيها لا غير"},
+        {40000, ""},  // beyond the speller: figures only
+    };
+    for (const auto& [net, words] : cases) {
+        Receipt receipt = test::sale();
+        receipt.net = net;
+        EXPECT_EQ(printing::invoice_report(receipt, Form::cash_page, {}, {}, {}).words, words) << net;
+    }
+}
+
+TEST(ReportPage, BreaksTheTableAndKeepsTheTotalsTogether) {
+    NEEDS_TOOL("pdftotext");
+    const test::TemporaryFolder folder;
+    printing::Report report;
+    report.name = "journal";
+    report.store_name = "بقالة النور";
+    report.title = "تقرير الكاشير";
+    report.columns = {{"رقم", printing::Align::centre, 1},
+                      {"البيان", printing::Align::start, 4},
+                      {"القيمة", printing::Align::end, 1}};
+    report.sum_row = {"", "المجموع", "777.77"};
+    report.totals = {{"رصيد سابق", "111.11"}, {"رصيد حالي", "222.22"}};
+    // Around the edge where the totals no longer fit under the last row.
+    int pages_before = 1;
+    for (std::size_t rows = 0; rows <= 90; ++rows) {
+        report.rows.assign(rows, {"12", "صف", "0.50"});
+        const ReportPage page(report);
+        EXPECT_GE(page.count(), pages_before) << rows;
+        EXPECT_LE(page.count(), pages_before + 1) << rows;
+        pages_before = page.count();
+    }
+    EXPECT_GE(pages_before, 3);
+    for (std::size_t rows : {0u, 25u, 33u, 36u, 38u, 90u, 500u}) {
+        report.rows.clear();
+        for (std::size_t row = 0; row < rows; ++row)
+            report.rows.push_back(
+                {"r" + std::to_string(row) + "r", row % 7 == 0 ? std::string(150, 'w') : "صف"});
+        const fs::path file = folder.path() / "report.pdf";
+        const ReportPage page(report);
+        ASSERT_TRUE(save_pdf(page, file));
+        const std::string text = test::pdf_text(file);
+        for (std::size_t row = 0; row < rows; ++row)
+            EXPECT_NE(text.find("r" + std::to_string(row) + "r"), std::string::npos) << row << " of " << rows;
+        const std::string last = test::plain(
+            QString::fromStdString(test::output_of("pdftotext -raw -f " + std::to_string(page.count()) +
+                                                   " '" + file.string() + "' -"))
+                .normalized(QString::NormalizationForm_KC)
+                .toStdString());
+        for (const char* total : {"777.77", "111.11", "222.22"})
+            EXPECT_NE(last.find(total), std::string::npos) << rows;
+    }
+}
+
+TEST(ReportPage, DrawsWideReportsAcrossThePaper) {
+    printing::Report report;
+    report.title = "كشف النقدية";
+    report.orientation = printing::Orientation::landscape;
+    for (int column = 0; column < 25; ++column) {
+        report.columns.push_back({"عمود " + std::to_string(column), printing::Align::end, 1});
+        report.sum_row.push_back("123456.75");
+    }
+    const ReportPage page(report);
+    EXPECT_EQ(page.size(), QSizeF(297, 210));
+    const QImage image = pictures(page, 4)[0];
+    EXPECT_GT(ink_of(image).left, 50);
+    EXPECT_LT(ink_of(image).right, image.width() - 50);
+}
+
+TEST(Output, LeavesNoFileBehindThatCouldNotBeWritten) {
+    const test::TemporaryFolder folder;
+    const ReceiptPage page(layout(test::sale(), Form::full, 48));
+    EXPECT_FALSE(save_pdf(page, "/dev/full/receipt.pdf"));
+    std::ofstream(folder.path() / "Receipts") << "a file where the folder should be";
+    EXPECT_FALSE(save_pdf(page, kept_file(folder.path(), page, {{2026, 11, 21}, {10, 42, 7, 0}})));
+    EXPECT_EQ(QDir(QString::fromStdString(folder.path().string())).entryList(QDir::Files).size(), 1);
+}
+
+TEST(Output, NamesKeptFilesAfterReceiptAndMomentOnce) {
+    const test::TemporaryFolder folder;
+    const ReceiptPage page(layout(test::sale(), Form::full, 48));
+    const common::Moment moment{{2026, 11, 21}, {10, 42, 7, 0}};
+    const fs::path first = kept_file(folder.path(), page, moment);
+    EXPECT_EQ(first, folder.path() / "Receipts" / "receipt-1284-20261121-104207.pdf");
+    ASSERT_TRUE(save_pdf(page, first));
+    EXPECT_EQ(kept_file(folder.path(), page, moment).filename(), "receipt-1284-20261121-104207-2.pdf");
+}
+
+TEST(Preview, IsWorkedByKeys) {
+    const auto pages = std::make_shared<ReceiptPage>(layout(test::sale(), Form::full, 48));
+    int printed = 0;
+    bool works = false;
+    Preview preview(pages, [&] {
+        ++printed;
+        return works;
+    });
+    preview.show();
+    const auto press = [&preview](int key, const QString& text = {}) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
+        QApplication::sendEvent(&preview, &event);
+    };
+    const double fitting = preview.zoom();
+    press(Qt::Key_Plus, "+");
+    EXPECT_GT(preview.zoom(), fitting);
+    press(Qt::Key_Minus, "-");
+    press(Qt::Key_Minus, "-");
+    EXPECT_LT(preview.zoom(), fitting);
+    for (int i = 0; i < 50; ++i)
+        press(Qt::Key_Minus, "-");
+    EXPECT_GT(preview.zoom(), 0.1);
+    press(Qt::Key_0, "0");
+    EXPECT_DOUBLE_EQ(preview.zoom(), fitting);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(preview.isVisible()) << "what was not printed stays in sight";
+    works = true;
+    press(Qt::Key_Enter);
+    EXPECT_FALSE(preview.isVisible());
+    EXPECT_EQ(printed, 2);
+    preview.show();
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(preview.isVisible());
+    EXPECT_EQ(printed, 2);
+}
+
+TEST(PaperPicture, IsAsWideAsItsPrinter) {
+    const auto codes = printing::default_codes();
+    const QImage wide = paper_picture(printing::text_receipt(test::sale(), Form::full, 48, codes));
+    const QImage narrow = paper_picture(printing::text_receipt(test::sale(), Form::full, 40, codes));
+    EXPECT_GT(wide.width(), narrow.width());
+    const Ink ink = ink_of(wide);
+    EXPECT_GT(ink.left, 0);
+    EXPECT_LT(ink.right, wide.width() - 1);
+    Receipt receipt = test::sale();
+    receipt.lines.assign(3000, receipt.lines[0]);
+    const QImage longest = paper_picture(printing::text_receipt(receipt, Form::full, 48, codes));
+    EXPECT_LE(longest.height(), 32767);
+    EXPECT_GT(ink_of(longest).bottom, 20000);
+}
+
+}  // namespace

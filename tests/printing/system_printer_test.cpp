@@ -1,0 +1,129 @@
+#include <fstream>
+
+#include "common/ports.h"
+#include "printing/messages.h"
+#include "printing/pages/system_receipt_printer.h"
+#include "printing/pages/system_report_printer.h"
+#include "printing/text_receipt.h"
+#include "sample.h"
+#include "support/outside.h"
+#include "support/shop.h"
+#include "tools.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using printing::Form;
+using printing::Receipt;
+using printing::pages::SystemReceiptPrinter;
+
+class SystemReceiptPrinterTest : public ::testing::Test {
+  protected:
+    std::vector<fs::path> kept() const {
+        std::vector<fs::path> files;
+        std::error_code none;
+        for (const auto& entry : fs::directory_iterator(folder.path() / "Receipts", none))
+            files.push_back(entry.path());
+        return files;
+    }
+
+    test::Shop shop;
+    test::TemporaryFolder folder;
+    test::RememberedOutside outside;
+    printing::PrinterChoice choice;
+    SystemReceiptPrinter printer{shop.connection(), outside.all(), choice, folder.path()};
+};
+
+TEST_F(SystemReceiptPrinterTest, FollowsTheChoiceOfPort) {
+    for (const char* port : {"", "win"}) {
+        choice.receipt_port = port;
+        EXPECT_FALSE(printer.prints_text());
+        EXPECT_TRUE(printer.print(test::sale(), Form::full));
+    }
+    EXPECT_TRUE(outside.devices.ports.empty());
+    EXPECT_EQ(kept().size(), 2u) << "no printer is installed";
+    choice = {"lpt1", 40};
+    EXPECT_TRUE(printer.prints_text());
+    EXPECT_TRUE(printer.print(test::sale(), Form::no_telephone));
+    EXPECT_EQ(outside.devices.ports["lpt1"],
+              printing::text_receipt(test::sale(), Form::no_telephone, 40, printing::default_codes()));
+    EXPECT_EQ(kept().size(), 2u);
+    EXPECT_TRUE(outside.prompts.messages.empty());
+    // Full pages are pages even where receipts are text.
+    EXPECT_TRUE(printer.print(test::sale(), Form::standard_page));
+    EXPECT_EQ(kept().size(), 3u);
+}
+
+TEST_F(SystemReceiptPrinterTest, TellsLogsAndSurvivesADeadPort) {
+    choice.receipt_port = "com1";
+    outside.devices.dead = true;
+    EXPECT_FALSE(printer.print(test::sale(), Form::full));
+    ASSERT_EQ(outside.prompts.messages.size(), 1u);
+    EXPECT_NE(outside.prompts.messages[0].find("com1"), std::string::npos);
+    ASSERT_EQ(outside.log.lines.size(), 1u);
+    outside.devices.dead = false;
+    EXPECT_TRUE(printer.print(test::sale(), Form::full)) << "the receipt can be printed again";
+}
+
+TEST_F(SystemReceiptPrinterTest, PrintsTextEvenWithoutTheDatabase) {
+    choice.receipt_port = "com1";
+    shop.sql("drop table codes");
+    EXPECT_TRUE(printer.print(test::sale(), Form::full));
+    EXPECT_EQ(outside.devices.ports["com1"],
+              printing::text_receipt(test::sale(), Form::full, 48, printing::default_codes()));
+}
+
+TEST_F(SystemReceiptPrinterTest, NeverThrowsWhenThePagesCannotBeMade) {
+    shop.sql("drop table [print]");
+    EXPECT_FALSE(printer.print(test::sale(), Form::full));
+    EXPECT_EQ(outside.prompts.messages.size(), 1u);
+    EXPECT_EQ(outside.log.lines.size(), 1u);
+}
+
+TEST_F(SystemReceiptPrinterTest, SaysSoWhenNothingCanBeWritten) {
+    std::ofstream(folder.path() / "Receipts") << "a file where the folder should be";
+    EXPECT_FALSE(printer.print(test::sale(), Form::full));
+    ASSERT_EQ(outside.prompts.messages.size(), 1u);
+    EXPECT_TRUE(outside.prompts.messages[0].starts_with(printing::message::file_failed));
+}
+
+TEST_F(SystemReceiptPrinterTest, HasNothingToPrintWithoutLines) {
+    EXPECT_FALSE(printer.print(test::empty_receipt(), Form::full));
+    EXPECT_EQ(outside.prompts.last(), printing::message::no_data);
+    EXPECT_TRUE(kept().empty());
+    choice.receipt_port = "com1";
+    EXPECT_TRUE(printer.print(test::empty_receipt(), Form::full))
+        << "the text receipt has headings and totals";
+}
+
+TEST_F(SystemReceiptPrinterTest, PutsTheCodeOnTheFullLayoutOnly) {
+    const fs::path code = folder.path() / "qr.bmp";
+    EXPECT_TRUE(printer.print(test::sale(), Form::full));
+    EXPECT_FALSE(fs::exists(code)) << "not configured";
+    shop.sql("insert into elec_inv (url,clintid,pos) values ('https://inv.example','c-77','3')");
+    EXPECT_TRUE(printer.print(test::sale(), Form::reprint));
+    EXPECT_FALSE(fs::exists(code));
+    EXPECT_TRUE(printer.print(test::sale(), Form::full));
+    EXPECT_TRUE(fs::exists(code));
+    EXPECT_GT(printer.pages(test::sale(), Form::full)->size().height(),
+              printer.pages(test::sale(), Form::reprint)->size().height() + 25);
+}
+
+TEST(SystemReportPrinter, KeepsReportsAsFiles) {
+    const test::TemporaryFolder folder;
+    test::RememberedOutside outside;
+    printing::pages::SystemReportPrinter printer(outside.all(), folder.path());
+    printing::Report report;
+    report.name = "shift";
+    report.title = "تقرير الوردية";
+    EXPECT_TRUE(printer.print(report));
+    EXPECT_TRUE(fs::exists(folder.path() / "Receipts" / "shift-20261121-104200.pdf"));
+    EXPECT_TRUE(printer.save_csv(report, folder.path() / "shift.csv"));
+    EXPECT_TRUE(outside.prompts.messages.empty());
+    EXPECT_FALSE(printer.save_csv(report, "/dev/full"));
+    EXPECT_FALSE(printer.save_pdf(report, "/proc/none/report.pdf"));
+    EXPECT_EQ(outside.prompts.messages.size(), 2u);
+    EXPECT_EQ(outside.log.lines.size(), 2u);
+}
+
+}  // namespace

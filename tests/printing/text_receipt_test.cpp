@@ -1,0 +1,190 @@
+#include "printing/text_receipt.h"
+
+#include <fstream>
+#include <sstream>
+
+#include "common/ports.h"
+#include "common/text.h"
+#include "decoder.h"
+#include "printing/paper.h"
+#include "printing/ports_offered.h"
+#include "printing/print_to_port.h"
+#include "sample.h"
+#include "support/shop.h"
+
+namespace {
+
+using printing::default_codes;
+using printing::Form;
+using printing::Receipt;
+using printing::text_receipt;
+
+std::string file(const std::string& name) {
+    std::ifstream in(std::string(TALLVEX_TESTS) + "/printing/data/" + name, std::ios::binary);
+    EXPECT_TRUE(in) << name;
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+// The lines between the two rules of the items.
+std::vector<std::string> item_lines(const std::string& bytes) {
+    std::vector<std::string> lines;
+    std::istringstream in(bytes);
+    int rules = 0;
+    for (std::string line; std::getline(in, line);) {
+        if (line.starts_with("----------"))
+            ++rules;
+        else if (rules == 2)
+            lines.push_back(line.substr(0, line.size() - 1));
+    }
+    return lines;
+}
+
+TEST(TextReceipt, IsTheExpectedFileByteForByte) {
+    struct {
+        Receipt receipt;
+        Form form;
+        int width;
+        const char* name;
+    } const cases[] = {
+        {test::sale(), Form::full, 48, "sale_full_48.receipt"},
+        {test::sale(), Form::full, 40, "sale_full_40.receipt"},
+        {test::sale(), Form::reprint, 48, "sale_reprint_48.receipt"},
+        {test::sale(), Form::reprint, 40, "sale_reprint_40.receipt"},
+        {test::sale(), Form::no_telephone, 48, "sale_no_telephone_48.receipt"},
+        {test::sale(), Form::no_telephone, 40, "sale_no_telephone_40.receipt"},
+        {test::empty_receipt(), Form::full, 48, "empty_full_48.receipt"},
+        {test::empty_receipt(), Form::full, 40, "empty_full_40.receipt"},
+    };
+    for (const auto& [receipt, form, width, name] : cases) {
+        const std::string printed = text_receipt(receipt, form, width, default_codes());
+        EXPECT_EQ(printed, file(name)) << name << "\n" << test::decode_864(printed);
+    }
+}
+
+TEST(TextReceipt, CutsNamesAndNumbersAtTheLeft) {
+    Receipt receipt = test::sale();
+    receipt.lines = {{"1", "صابون ", "", 1, 1, 0, 1}};
+    for (int i = 0; i < 40; ++i)
+        receipt.lines[0].item_name += "سائل ";
+    receipt.lines[0].quantity = 1234567;
+    receipt.lines[0].total = 9876543210.0;
+    for (const auto& [width, name_field] : {std::pair(48, 21u), std::pair(40, 13u)}) {
+        const auto lines = item_lines(text_receipt(receipt, Form::full, width, default_codes()));
+        ASSERT_EQ(lines.size(), 1u);
+        EXPECT_EQ(lines[0].size(), static_cast<std::size_t>(width));
+        EXPECT_EQ(lines[0].substr(0, 27), "3210.00  4567.00     1.00  ");
+        const std::string read = test::read_aloud(lines[0].substr(27));
+        EXPECT_TRUE(receipt.lines[0].item_name.starts_with(read)) << read;
+        EXPECT_EQ(common::length(read), name_field);
+    }
+}
+
+TEST(TextReceipt, KeepsEveryDigitOfATotal) {
+    Receipt receipt = test::sale();
+    receipt.total = 9876543210.0;
+    const std::string printed = text_receipt(receipt, Form::full, 40, default_codes());
+    EXPECT_NE(printed.find(" 9876543210.00  "), std::string::npos);
+}
+
+TEST(TextReceipt, HasNoLineBeyondItsWidthWhateverIsTyped) {
+    Receipt receipt = test::sale();
+    std::string longest;
+    for (int i = 0; i < 200; ++i)
+        longest += i % 7 == 0 ? " لا" : "ن5";
+    for (std::string* text : {&receipt.store_name, &receipt.second_store_name, &receipt.telephone})
+        *text = longest;
+    receipt.lines.assign(500, {"1", longest, "", 1e12, 1e12, 0, 1e12});
+    receipt.number = 9223372036854775807;
+    for (const int width : {48, 40}) {
+        const std::string printed = text_receipt(receipt, Form::full, width, default_codes());
+        EXPECT_EQ(item_lines(printed).size(), 500u);
+        std::istringstream in(printed);
+        for (std::string line; std::getline(in, line);) {
+            if (line.starts_with('\x14')) line.erase(0, 1);
+            if (line.ends_with('\r')) line.pop_back();
+            EXPECT_LE(line.size(), static_cast<std::size_t>(width)) << test::decode_864(line);
+        }
+    }
+}
+
+TEST(TextReceipt, LooksOnPaperAsThePrinterWouldPutIt) {
+    const auto lines = printing::paper_lines(text_receipt(test::sale(), Form::full, 48, default_codes()), 48);
+    ASSERT_GT(lines.size(), 30u);
+    // Control bytes on lines of their own feed the paper; the store's name is the first that is seen.
+    EXPECT_TRUE(lines[0].empty());
+    ASSERT_FALSE(lines[4].empty());
+    EXPECT_TRUE(lines[4].front().wide);
+    EXPECT_EQ(lines[4][static_cast<std::size_t>(7 + 10)].letter, U'ﺑ');
+    // Its closing blanks do not fit on the wide line and go on in the next one.
+    ASSERT_EQ(lines[5].size(), 3u);
+    ASSERT_EQ(lines[7].size(), 47u);
+    EXPECT_EQ(lines[7][16], (printing::PaperCharacter{U'A', false}));
+    EXPECT_EQ(lines[9].size(), 48u);
+}
+
+TEST(Paper, SurvivesBytesThatAreNoReceipt) {
+    std::string bytes;
+    for (int i = 0; i < 4096; ++i)
+        bytes += static_cast<char>(i * 37 + i / 256);
+    EXPECT_FALSE(printing::paper_lines(bytes + "\x1B", 40).empty());
+    EXPECT_EQ(printing::paper_lines(std::string(100, 'x'), 40).size(), 3u);
+    EXPECT_TRUE(printing::paper_lines("", 40).empty());
+}
+
+TEST(PrintToPort, TellsWhenThePortDidNotTakeIt) {
+    const test::TemporaryFolder folder;
+    common::FileDevices devices(folder.path().string());
+    const auto prints = [&](const std::string& port) {
+        return printing::print_to_port(devices, {port, 48}, test::sale(), Form::full, default_codes());
+    };
+    EXPECT_TRUE(prints("paper.bin"));
+    std::ifstream in(folder.path() / "paper.bin", std::ios::binary);
+    std::ostringstream written;
+    written << in.rdbuf();
+    EXPECT_EQ(written.str(), file("sale_full_48.receipt"));
+    EXPECT_FALSE(prints("/dev/full"));             // a full disk
+    EXPECT_FALSE(prints("no/such/folder/port"));   // nothing there
+    EXPECT_FALSE(prints(folder.path().string()));  // a folder
+}
+
+TEST(PortsOffered, TellWhatIsReachableNow) {
+    const test::TemporaryFolder folder;
+    namespace fs = std::filesystem;
+    fs::create_directories(folder.path() / "usb");
+    for (const char* node : {"ttyS0", "usb/lp0", "usb/lp7", "ttyUSB2", "null"})
+        std::ofstream(folder.path() / node).put('x');
+    const std::string file_port = (folder.path() / "receipt.txt").string();
+    const auto offers = printing::ports_offered({file_port, 40}, folder.path());
+    const auto find = [&offers](const std::string& port) {
+        return std::find_if(offers.begin(), offers.end(),
+                            [&port](const auto& offer) { return offer.port == port; });
+    };
+    EXPECT_EQ(offers.front().port, "win");
+    EXPECT_TRUE(find("com1")->reachable);
+    EXPECT_FALSE(find("com2")->reachable);
+    EXPECT_TRUE(find("lpt1")->reachable);
+    ASSERT_NE(find((folder.path() / "usb/lp7").string()), offers.end());
+    ASSERT_NE(find((folder.path() / "ttyUSB2").string()), offers.end());
+    EXPECT_EQ(find((folder.path() / "usb/lp0").string()), offers.end()) << "it is lpt1 already";
+    ASSERT_NE(find(file_port), offers.end()) << "the port in use is always among them";
+    EXPECT_TRUE(find(file_port)->reachable);
+}
+
+TEST(TestPrint, ShowsTheWidthAndEveryLetter) {
+    for (const int width : {48, 40}) {
+        const std::string page = printing::test_print(width, default_codes());
+        EXPECT_EQ(printing::width_of(page), width);
+        std::string read;
+        std::istringstream in(page);
+        for (std::string line; std::getline(in, line);)
+            read += test::read_aloud(line);
+        for (const char32_t letter : U"ابتثجحخدذرزسشصضطظعغفقكلمنهويىةءأآؤئ0123456789")
+            if (letter != 0) {
+                EXPECT_NE(read.find(common::utf8(letter)), std::string::npos) << common::utf8(letter);
+            }
+    }
+}
+
+}  // namespace
