@@ -1,0 +1,86 @@
+#include "common/words.h"
+
+#include <string>
+
+namespace {
+
+using common::amount_in_words;
+using common::number_in_words;
+
+TEST(Words, NumbersWithTheirPrintedSpacing) {
+    const struct {
+        float value;
+        const char* words;
+    } cases[] = {
+        {0, ""},
+        {1, " واحد"},
+        {3, " ثلاثة "},
+        {5, " خمسة"},
+        {10, ""},
+        {11, "أحدعشر "},
+        {17, "سبعةعشر "},
+        {18, "ثماني عشر "},
+        {20, " عشرون "},
+        {25, " خمسة و  عشرون "},
+        {99, " تسعة و  تسعون "},
+        {100, "مائة و "},
+        {105, "مائة و  خمسة"},
+        {110, "مائة"},
+        {111, "مائة و أحدعشر "},
+        {120, "مائة و  عشرون "},
+        {125, "مائة و  خمسة و  عشرون "},
+        {300, "ثلاثمائة  و "},
+        {310, "ثلاثمائة "},
+        {320, "ثلاثمائة  و  عشرون "},
+        {999, "تسعمائة و  تسعة و  تسعون "},
+        {1000, ""},
+        {32767, ""},
+        {0.5F, ""},
+        {1.5F, " اثنان"},
+        {2.5F, " اثنان"},
+        {999.5F, ""},  // goes to the even neighbour 1000
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(number_in_words(c.value), c.words) << c.value;
+}
+
+TEST(Words, AmountsInPoundsAndPiastres) {
+    const struct {
+        float amount;
+        const char* words;
+    } cases[] = {
+        {0, "فقط  جنيها لا غير"},
+        {5, "فقط  خمسة جنيها لا غير"},
+        {100, "فقط مائة و  جنيها لا غير"},
+        {12.35F, "فقط أثناعشر  جنيها و  خمسة و  ثلاثون  قرشا لاغير"},
+        {12.345F, "فقط أثناعشر  جنيها و  اربعة و  ثلاثون  قرشا لاغير"},  // 34.5 goes to 34
+        {12.355F, "فقط أثناعشر  جنيها و  ستة و  ثلاثون  قرشا لاغير"},    // 35.5 goes to 36
+        {0.25F, "فقط  جنيها و  خمسة و  عشرون  قرشا لاغير"},
+        {7.10F, "فقط  سبعة جنيها و  قرشا لاغير"},   // ten alone is silent
+        {1.004F, "فقط  واحد جنيها و  قرشا لاغير"},  // less than half a piastre still is not nothing
+        {2500.75F, "فقط  جنيها و  خمسة و  سبعون  قرشا لاغير"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(amount_in_words(c.amount), c.words) << c.amount;
+}
+
+TEST(Words, EveryAmountOfTwoDecimalsNamesItsPiastres) {
+    for (int pounds : {0, 1, 99, 150, 999, 32766}) {
+        for (int piastres = 1; piastres < 100; ++piastres) {
+            const auto amount = static_cast<float>(pounds + piastres / 100.0);
+            const std::string expected = "فقط " + number_in_words(static_cast<float>(pounds)) + " جنيها و " +
+                                         number_in_words(static_cast<float>(piastres)) + " قرشا لاغير";
+            ASSERT_EQ(amount_in_words(amount), expected) << pounds << '.' << piastres;
+        }
+    }
+}
+
+TEST(Words, BeyondSixteenBitsOverflows) {
+    EXPECT_NO_THROW(amount_in_words(32767));
+    for (const float amount : {32768.0F, 1e9F, -32769.0F, std::numeric_limits<float>::infinity(),
+                               std::numeric_limits<float>::quiet_NaN()}) {
+        EXPECT_THROW(amount_in_words(amount), common::OverflowError) << amount;
+    }
+}
+
+}  // namespace
