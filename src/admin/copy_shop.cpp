@@ -16,9 +16,9 @@ using database::Value;
 
 namespace {
 
-// More rows than this are read in slices, one value of a column at a time, so that a shop of years fits
-// memory.
-constexpr std::int64_t rows_read_whole = 50000;
+// More rows than this are read in slices, so that a shop of years fits memory: each the values of one column
+// from one to another, with about as many rows.
+constexpr std::int64_t rows_at_once = 50000;
 constexpr std::string_view slicing_columns[] = {"date", "expdate", "cdate", "tdate", "icode", "code", "pnum"};
 
 std::string bracketed(std::string_view name) {
@@ -66,27 +66,40 @@ class TableCopy {
     }
 
     void copy(std::int64_t rows, const std::function<void()>& each_row) {
-        const std::string column = rows > rows_read_whole ? slicing_column() : std::string();
+        Transaction transaction(target_);
+        const std::string column = rows > rows_at_once ? slicing_column() : std::string();
         if (column.empty()) {
             write(source_.query(on("select * from ", table_)), each_row);
-            return;
+        } else {
+            copy_slices(bracketed(column), each_row);
         }
-        const std::string name = bracketed(column);
-        for (const auto& slice : source_.query(on("select distinct " + name + " from ", table_))) {
-            const Value& value = slice.cells().front();
-            if (database::is_null(value)) {
-                write(source_.query(on("select * from ", table_, " where " + name + " is null")), each_row);
-            } else {
-                write(source_.run(on("select * from ", table_, " where " + name + " = ?").text(), {value})
-                          .result,
-                      each_row);
-            }
-        }
+        transaction.commit();
     }
 
   private:
     std::string definition(std::size_t column) const {
         return bracketed(columns_.columns[column]) + " " + columns_.types[column] + " null";
+    }
+
+    void copy_slices(const std::string& column, const std::function<void()>& each_row) {
+        write(source_.query(on("select * from ", table_, " where " + column + " is null")), each_row);
+        const auto values =
+            source_.query(on("select " + column + ",count(*) as n from ", table_,
+                             " where " + column + " is not null group by " + column + " order by " + column));
+        const std::string slice =
+            on("select * from ", table_, " where " + column + " >= ? and " + column + " <= ?").text();
+        for (std::size_t first = 0; first < values.size();) {
+            std::size_t last = first;
+            std::int64_t rows = values.rows()[first].integer("n");
+            while (last + 1 < values.size() && rows + values.rows()[last + 1].integer("n") <= rows_at_once) {
+                rows += values.rows()[++last].integer("n");
+            }
+            write(source_
+                      .run(slice, {values.rows()[first].cells().front(), values.rows()[last].cells().front()})
+                      .result,
+                  each_row);
+            first = last + 1;
+        }
     }
 
     std::string slicing_column() const {
@@ -107,12 +120,10 @@ class TableCopy {
         }
         const std::string insert =
             on("insert into ", table_, " (" + names + ") values (" + marks + ")").text();
-        Transaction transaction(target_);
         for (const auto& row : rows) {
             target_.run(insert, row.cells());
             each_row();
         }
-        transaction.commit();
     }
 
     Connection& source_;

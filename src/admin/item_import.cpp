@@ -58,8 +58,9 @@ Value or_null(const std::optional<double>& number) {
 
 class Writer {
   public:
-    explicit Writer(Connection& connection)
+    Writer(Connection& connection, const common::Moment& now)
         : connection_(connection),
+          now_(now),
           makers_(connection, connection.query("select code,[name] from makers"),
                   "insert into makers (code,[name]) values (?,?)"),
           groups_(connection, connection.query("select code,[name] from item_types"),
@@ -81,6 +82,10 @@ class Writer {
         connection_.execute("insert into stk (icode,stcode,quan,edate) values (?,?,?,?)",
                             {Value(item.code), Value(item.store.value_or(store_)), Value(*item.stock),
                              Value(common::Moment{item.expiry, {}})});
+        connection_.execute(
+            "insert into stk_f_q (icode,stcode,quan,edate,[date],f_q,B_no) values (?,?,?,?,?,1,'opening')",
+            {Value(item.code), Value(item.store.value_or(store_)), Value(*item.stock),
+             Value(common::Moment{item.expiry, {}}), Value(now_)});
         ++outcome.batches;
     }
 
@@ -108,6 +113,7 @@ class Writer {
     }
 
     Connection& connection_;
+    common::Moment now_;
     Names makers_;
     Names groups_;
     std::int64_t store_;
@@ -126,7 +132,7 @@ ImportOutcome import_items(Connection& connection, std::string_view csv, Tool& t
     if (!outcome.problems.empty()) return outcome;
     Progress progress(tool, "writing", file.lines.size());
     Transaction transaction(connection);
-    Writer writer(connection);
+    Writer writer(connection, tool.clock.now());
     for (const ItemLine& item : file.lines) {
         writer.write(item, outcome);
         progress.step();

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "admin/guarded_actions.h"
+#include "admin/opening_stock.h"
 #include "admin/progress.h"
 #include "admin/rows.h"
 #include "admin/shop_files.h"
@@ -109,6 +110,7 @@ class Filler {
             if (rows.table != "stocks") load_rows(connection_, rows, today());
             progress.step();
         }
+        remember_opening_stock(connection_, tool_.clock.now());
         if (wanted_.name.empty()) return;
         connection_.execute(Sql("update basic set aname = ") + quoted(wanted_.name));
     }

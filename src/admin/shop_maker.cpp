@@ -98,7 +98,7 @@ void make_place(const fs::path& folder, const Place& place, Tool& tool, const Fi
         make_on_server(folder, place, fill);
     }
     made.keep();
-    tool.out << "The shop stands in " << folder.string() << ".\n";
+    tool.out << "The shop stands in " << folder.lexically_normal().string() << ".\n";
 }
 
 }  // namespace admin

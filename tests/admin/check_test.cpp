@@ -17,8 +17,8 @@ TEST(Check, AGoodShopPasses) {
         const auto run = bench.run({"check"});
         EXPECT_EQ(run.code, 0) << run.out << run.err;
         EXPECT_THAT(run.out, Not(HasSubstr("WRONG")));
-        for (const char* subject :
-             {"connection", "schema", "settings", "store", "drawer", "users", "printer", "invoices"}) {
+        for (const char* subject : {"connection", "schema", "settings", "store", "drawer", "users", "printer",
+                                    "invoices", "stock"}) {
             EXPECT_THAT(run.out, HasSubstr(std::string("ok     ") + subject + ": ")) << run.out;
         }
     }
@@ -151,6 +151,64 @@ TEST_F(Saves, CardPaymentWithoutBankRow) {
                 HasSubstr("sale 5 of 2026/11/20 (store 1) was paid by card (bank 1, reference R1, 50.00)"));
     EXPECT_THAT(said, HasSubstr("sale 6 of"));
     EXPECT_THAT(said, Not(HasSubstr("sale 4 of")));
+}
+
+// Items opened with 10 pieces each at 10:42 of the day.
+class StockMoves : public Saves {
+  protected:
+    void SetUp() override {
+        Saves::SetUp();
+        bench.write("items.csv", "code,name,price12,stock\n1,أ,5,10\n2,ب,5,10\n");
+        ASSERT_EQ(bench.run({"import-items", "items.csv"}).code, 0);
+        bench.sql("insert into stocks (code,[name]) values (2,'ثان')");
+    }
+    // A sale or return of one item, with or without its stock moved.
+    void sell(int number, int kind, int item, double quantity, bool moved,
+              const std::string& time = "11:00:00") {
+        header(number, -1, kind, quantity * 5);
+        line(number, -1, kind, 1, quantity, 5);
+        const std::string at =
+            " where pnum = " + std::to_string(number) + " and ctype = " + std::to_string(kind);
+        bench.sql("update sales set [date] = '2026/11/21'" + at);
+        bench.sql("update saledata set [date] = '2026/11/21', icode = " + std::to_string(item) +
+                  ", quan1 = quan, time_ = '" + time + "'" + at);
+        if (!moved) return;
+        bench.sql("update stk set quan = quan " + std::string(kind < 2 ? "- " : "+ ") +
+                  std::to_string(quantity) + " where icode = " + std::to_string(item));
+    }
+};
+
+TEST_F(StockMoves, AgreeWithWhatWasSoldReturnedAndTransferred) {
+    sell(1, 0, 1, 2.5, true);
+    sell(2, 0, 2, 12, true);  // below stock
+    sell(1, 2, 1, 1, true);
+    sell(3, 0, 1, 4, false, "10:00:00");  // before the stock was counted
+    bench.sql("insert into transdata (tnum,tdate,icode,quan,stcode,stcode1) values (1,'2026/11/21',1,3,1,2)");
+    bench.sql("update stk set quan = quan - 3 where icode = 1");
+    EXPECT_EQ(wrong(), "");
+}
+
+TEST_F(StockMoves, NameTheInvoiceThatDidNotMoveIt) {
+    sell(1, 0, 1, 2, false);
+    sell(2, 0, 1, 3, true);
+    sell(3, 2, 2, 1, false);
+    const std::string said = wrong();
+    EXPECT_THAT(said,
+                HasSubstr("item 1 (أ) in store 1: 7.000 pieces, but opening stock, sales and transfers make "
+                          "5.000; most likely sale 1 of 2026/11/21 did not move it"));
+    EXPECT_THAT(said,
+                HasSubstr("item 2 (ب) in store 1: 10.000 pieces, but opening stock, sales and transfers make "
+                          "11.000; most likely return 3"));
+    ASSERT_EQ(bench.run({"check", "--accept-stock"}).code, 0);
+    bench.sql("update saledata set time_ = '09:00:00'");
+    EXPECT_EQ(wrong(), "");
+}
+
+TEST_F(StockMoves, OtherProgramsMayMoveItToo) {
+    bench.sql("update stk set quan = 30 where icode = 1");
+    bench.sql("insert into purdata (pnum,icode,quan) values (1,1,20)");
+    EXPECT_EQ(wrong(), "");
+    EXPECT_THAT(bench.run({"check"}).out, HasSubstr("note   stock: item 1"));
 }
 
 TEST_F(Saves, OldInvoicesAreLookedAtWhenAsked) {

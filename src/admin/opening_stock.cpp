@@ -1,0 +1,156 @@
+#include "admin/opening_stock.h"
+
+#include <cmath>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+
+#include "common/numbers.h"
+
+namespace admin {
+
+using database::Connection;
+using database::quoted;
+using database::Sql;
+
+namespace {
+
+// Quantities by weight add up in binary.
+constexpr double tolerance = 0.001;
+
+struct Stock {
+    double opening = 0;
+    double moved = 0;
+    double present = 0;
+};
+using Place = std::pair<std::int64_t, std::int64_t>;  // item, store
+
+class StockCheck {
+  public:
+    explicit StockCheck(Connection& connection) : connection_(connection) {}
+
+    Findings run() {
+        const auto moments =
+            connection_.query("select distinct [date] from stk_f_q where B_no = 'opening' order by [date]");
+        for (const auto& row : moments)
+            add_since(row.moment("date"));
+        for (const auto& row :
+             connection_.query("select icode,stcode,sum(quan) as total from stk group by icode,stcode")) {
+            if (const auto found = stocks_.find(place(row)); found != stocks_.end()) {
+                found->second.present = row.number("total");
+            }
+        }
+        find_moved_elsewhere();
+        for (const auto& [where, stock] : stocks_)
+            compare(where, stock);
+        if (findings_.empty()) {
+            findings_.push_back({Verdict::good, "stock",
+                                 stocks_.empty()
+                                     ? "no opening stock is remembered to compare with"
+                                     : std::to_string(stocks_.size()) + " items and stores agree"});
+        }
+        return std::move(findings_);
+    }
+
+  private:
+    static Place place(const database::Row& row) { return {row.integer("icode"), row.integer("stcode")}; }
+
+    // The items that were opened at this moment, and their movements since.
+    void add_since(const common::Moment& moment) {
+        std::map<Place, Stock> opened;
+        for (const auto& row : connection_.query(Sql("select icode,stcode,sum(quan) as total from stk_f_q "
+                                                     "where B_no = 'opening' and [date] = ") +
+                                                 quoted(moment) + " group by icode,stcode")) {
+            opened[place(row)].opening = row.number("total");
+        }
+        const auto move = [&](const Place& where, double quantity) {
+            if (const auto found = opened.find(where); found != opened.end()) found->second.moved += quantity;
+        };
+        const Sql since = Sql(" ([date] > ") + quoted(moment.date) + " or ([date] = " + quoted(moment.date) +
+                          " and time_ >= " + quoted(common::Moment{{1900, 1, 1}, moment.time}) + "))";
+        for (const auto& row : connection_.query(Sql("select icode,stcode,sum(case when ctype = 0 or ctype = "
+                                                     "1 then 0 - quan1 else quan1 end) as "
+                                                     "total from saledata where icode is not null and") +
+                                                 since + " group by icode,stcode")) {
+            move(place(row), row.number("total"));
+        }
+        for (const auto& row : connection_.query(
+                 Sql("select icode,stcode,stcode1,sum(quan) as total from transdata where tdate >= ") +
+                 quoted(moment.date) + " group by icode,stcode,stcode1")) {
+            move({row.integer("icode"), row.integer("stcode")}, -row.number("total"));
+            move({row.integer("icode"), row.integer("stcode1")}, row.number("total"));
+        }
+        stocks_.merge(opened);
+    }
+
+    void find_moved_elsewhere() {
+        for (const auto& rows : {connection_.query("select distinct icode from purdata"),
+                                 connection_.query("select distinct icode from bad_data"),
+                                 connection_.query("select distinct icode from frm_to"),
+                                 connection_.query("select distinct icode from modify")}) {
+            for (const auto& row : rows)
+                moved_elsewhere_.insert(row.integer("icode"));
+        }
+        for (const auto& row : connection_.query("select code from items where sale_only = 1")) {
+            services_.insert(row.integer("code"));
+        }
+    }
+
+    void compare(const Place& where, const Stock& stock) {
+        const auto& [item, store] = where;
+        const double expected = stock.opening + stock.moved;
+        const double difference = stock.present - expected;
+        if (services_.contains(item) || std::abs(difference) <= tolerance + std::abs(expected) * 1e-6) return;
+        findings_.push_back(
+            {moved_elsewhere_.contains(item) ? Verdict::note : Verdict::wrong, "stock",
+             "item " + std::to_string(item) + " (" + name_of(item) + ") in store " + std::to_string(store) +
+                 ": " + common::format_quantity(stock.present) +
+                 " pieces, but opening stock, sales and transfers make " + common::format_quantity(expected) +
+                 suspects(item, store, difference) +
+                 "; correct stk, or accept it as counted: tallvex-admin check --accept-stock"});
+    }
+
+    std::string name_of(std::int64_t item) {
+        return database::text_of(connection_.scalar(Sql("select [name] from items where code = ") + item));
+    }
+
+    // The newest invoice whose line is the difference, else the newest with the item.
+    std::string suspects(std::int64_t item, std::int64_t store, double difference) {
+        const auto lines =
+            connection_.query(Sql("select top 200 pnum,ctype,[date],quan1 from saledata where icode = ") +
+                              item + " and stcode = " + store + " order by [date] desc,time_ desc");
+        if (lines.empty()) return "";
+        const database::Row* suspect = &lines.front();
+        for (const auto& row : lines) {
+            if (std::abs(row.number("quan1") - std::abs(difference)) > tolerance) continue;
+            suspect = &row;
+            break;
+        }
+        const bool sale = suspect->integer("ctype") < 2;
+        return std::string("; most likely ") + (sale ? "sale " : "return ") + suspect->text("pnum") + " of " +
+               common::date_text(suspect->moment("date").date) + " did not move it";
+    }
+
+    Connection& connection_;
+    std::map<Place, Stock> stocks_;
+    std::set<std::int64_t> moved_elsewhere_;
+    std::set<std::int64_t> services_;
+    Findings findings_;
+};
+
+}  // namespace
+
+void remember_opening_stock(Connection& connection, const common::Moment& moment) {
+    connection.execute("delete from stk_f_q where B_no = 'opening'");
+    connection.execute(
+        Sql("insert into stk_f_q (icode,stcode,quan,edate,[date],f_q,B_no) select icode,stcode,quan,"
+            "isnull(edate,'3000/01/01'),") +
+        quoted(moment) + ",1,'opening' from stk");
+}
+
+Findings check_stock(Connection& connection) {
+    return StockCheck(connection).run();
+}
+
+}  // namespace admin
