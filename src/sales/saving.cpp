@@ -27,6 +27,12 @@ common::Moment time_only(const common::Moment& moment) {
     return {{1900, 1, 1}, moment.time};
 }
 
+// A statement whose answer never came may have done its work.
+bool may_have_run(const std::exception& error) {
+    const auto* failure = dynamic_cast<const database::Error*>(&error);
+    return failure != nullptr && (failure->is_connection_lost() || failure->sqlstate() == "HYT00");
+}
+
 // Marks the save in flight, so that a second press while a box or the printer is waiting does nothing.
 class InFlight {
   public:
@@ -89,7 +95,7 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
             "save of invoice " + number + " (kind " + std::to_string(ctype_of(invoice.kind)) +
                 ") stopped, last finished step: " + std::string(name_of(finished_)) + ": " + error.what(),
             log_code);
-        if (!writing_) {
+        if (!writing_ && !(finished_ >= SaveStep::receipt && may_have_run(error))) {
             outside_.prompts.message(message::not_saved, common::Icon::critical);
             return SaveOutcome::refused;
         }
@@ -171,8 +177,8 @@ void Saving::move_account_balance(const Invoice& invoice) {
         statement += "- ";
     else
         statement += "+ ";
-    writing_ = true;
     connection_.execute(statement + invoice.net() + " where ccode = " + invoice.customer);
+    writing_ = true;
 }
 
 void Saving::write_header(const Invoice& invoice) {
@@ -207,8 +213,8 @@ void Saving::write_header(const Invoice& invoice) {
     }
     if (invoice.payment == PaymentOption::tips) sales.set("disboun", invoice.discount());
     if (invoice.original_number) sales.set("inv_o", *invoice.original_number);
-    writing_ = true;
     sales.update();
+    writing_ = true;
 }
 
 void Saving::write_bank_row(const Invoice& invoice) {

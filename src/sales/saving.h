@@ -19,9 +19,9 @@ struct PaymentTaken {
 };
 
 enum class SaveOutcome {
-    saved,         // every row is written and durable
-    refused,       // a check said no, or an error came before the first row: nothing is written
-    partly_saved,  // an error came between two rows: what was written stays, saving again is forbidden
+    saved,    // every row is written and durable
+    refused,  // a check said no, or an error came before the invoice's first row: nothing of it is written
+    partly_saved,  // an error came later, or left it open: what was written stays, saving again is forbidden
 };
 
 // The steps that write or print, in their order; the log names the last one that finished.
@@ -72,7 +72,7 @@ class Saving {
     common::Moment moment_;   // of the save in flight
     std::int64_t shift_ = 0;  // the open shift found by its checks
     SaveStep finished_ = SaveStep::none;
-    bool writing_ = false;  // true from the first row on
+    bool writing_ = false;  // true once a row of the invoice is written
     bool in_flight_ = false;
 };
 
