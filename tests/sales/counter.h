@@ -69,7 +69,7 @@ struct Counter : Till {
     std::vector<std::string> asked() { return std::exchange(outside.prompts.questions, {}); }
     void answer(std::initializer_list<bool> answers) { outside.prompts.answers.assign(answers); }
 
-    sales::SalesScreen screen{shop.connection(), session, outside.all(), printer};
+    sales::SalesScreen screen{connection(), session, outside.all(), printer};
 };
 
 }  // namespace test

@@ -230,7 +230,7 @@ class NestedPrompts final : public common::Prompts {
 TEST(SalesScreen, AnActionInsideAnotherIsIgnored) {
     Counter counter;
     NestedPrompts prompts;
-    sales::SalesScreen screen(counter.shop.connection(), counter.session,
+    sales::SalesScreen screen(counter.connection(), counter.session,
                               {prompts, counter.outside.clock, counter.outside.devices, counter.outside.log},
                               counter.printer);
     ASSERT_TRUE(screen.Open());
