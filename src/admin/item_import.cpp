@@ -132,7 +132,9 @@ ImportOutcome import_items(Connection& connection, std::string_view csv, Tool& t
     if (!outcome.problems.empty()) return outcome;
     Progress progress(tool, "writing", file.lines.size());
     Transaction transaction(connection);
-    Writer writer(connection, tool.clock.now());
+    common::Moment now = tool.clock.now();
+    now.time.millisecond = 0;  // moments in statements are whole seconds
+    Writer writer(connection, now);
     for (const ItemLine& item : file.lines) {
         writer.write(item, outcome);
         progress.step();

@@ -38,6 +38,7 @@ class Workbench {
         std::ostringstream err;
         std::istringstream in(input);
         FixedClock clock;
+        clock.moment.time.millisecond = 337;
         admin::Tool tool{out, err, in, folder, clock, false};
         const int code = admin::run_tool(
             {admin::add_new_shop, admin::add_connect, admin::add_sql, admin::add_users, admin::add_check,
