@@ -10,6 +10,7 @@ namespace printing {
 
 enum class Align { start, centre, end };  // of a right-to-left page: start is the right
 enum class Orientation { portrait, landscape };
+enum class Paper { a4, a5 };
 
 struct ReportColumn {
     std::string heading;
@@ -37,6 +38,7 @@ struct Report {
     std::string words;                    // an amount in words, under the totals
     std::vector<std::string> footers;     // notes at the end
     std::vector<std::string> signatures;  // captions of signature lines at the end
+    Paper paper = Paper::a4;              // vouchers: A5, landscape
     Orientation orientation = Orientation::portrait;
 };
 

@@ -1,6 +1,11 @@
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 #include <QApplication>
 #include <QDir>
 #include <QKeyEvent>
+#include <chrono>
 #include <fstream>
 
 #include "common/words.h"
@@ -297,6 +302,40 @@ TEST(Output, NamesKeptFilesAfterReceiptAndMomentOnce) {
     EXPECT_EQ(first, folder.path() / "Receipts" / "receipt-1284-20261121-104207.pdf");
     ASSERT_TRUE(save_pdf(page, first));
     EXPECT_EQ(kept_file(folder.path(), page, moment).filename(), "receipt-1284-20261121-104207-2.pdf");
+}
+
+TEST(Output, WaitsThreeSecondsForAPrintSystemThatNeverAnswers) {
+    const test::TemporaryFolder folder;
+    const std::string path = (folder.path() / "cups.sock").string();
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    ASSERT_LT(path.size(), sizeof address.sun_path);
+    path.copy(address.sun_path, path.size());
+    const int silent = socket(AF_UNIX, SOCK_STREAM, 0);
+    ASSERT_EQ(bind(silent, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    ASSERT_EQ(listen(silent, 5), 0);
+    const QByteArray before = qgetenv("CUPS_SERVER");
+    qputenv("CUPS_SERVER", QByteArray::fromStdString(path));
+    const auto pages = std::make_shared<ReceiptPage>(layout(test::sale(), Form::full, 48));
+    const auto started = std::chrono::steady_clock::now();
+    EXPECT_EQ(print_on_system_printer(pages), Printed::failed);
+    const auto took = std::chrono::steady_clock::now() - started;
+    EXPECT_LT(took, std::chrono::milliseconds(3500));
+    qputenv("CUPS_SERVER", before);
+    close(silent);
+}
+
+TEST(Output, KeepsARollUprightHoweverShort) {
+    NEEDS_TOOL("pdfinfo");
+    const test::TemporaryFolder folder;
+    Receipt receipt = test::sale();
+    receipt.lines.resize(1);
+    const ReceiptPage page(layout(receipt, Form::no_telephone, 48));
+    ASSERT_LT(page.size().height(), page.size().width());
+    ASSERT_TRUE(save_pdf(page, folder.path() / "short.pdf"));
+    const std::string info = test::output_of("pdfinfo '" + (folder.path() / "short.pdf").string() + "'");
+    EXPECT_NE(info.find("227 x"), std::string::npos) << info;
+    EXPECT_NE(info.find("Page rot:        0"), std::string::npos) << info;
 }
 
 TEST(Preview, IsWorkedByKeys) {

@@ -29,11 +29,16 @@ QString path_text(const fs::path& path) {
     return QString::fromStdString(path.string());
 }
 
+// A sheet of a known size may lie on its side; a roll is as wide as it is, however short the receipt.
 QPageLayout layout_of(const PageSet& pages) {
     const QSizeF size = pages.size();
-    const bool landscape = size.width() > size.height();
-    const QPageSize paper(landscape ? size.transposed() : size, QPageSize::Millimeter, QString(),
-                          QPageSize::FuzzyMatch);
+    const auto is_sheet = [](const QSizeF& paper) {
+        return QPageSize::id(paper, QPageSize::Millimeter, QPageSize::FuzzyMatch) != QPageSize::Custom;
+    };
+    const bool landscape = size.width() > size.height() && is_sheet(size.transposed());
+    const QSizeF upright = landscape ? size.transposed() : size;
+    const QPageSize paper(upright, QPageSize::Millimeter, QString(),
+                          is_sheet(upright) ? QPageSize::FuzzyMatch : QPageSize::ExactMatch);
     return {paper, landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF(0, 0, 0, 0),
             QPageLayout::Millimeter};
 }
@@ -62,6 +67,7 @@ Printed print_now(const PageSet& pages, const Job& job) {
     printer.setFullPage(true);
     printer.setPageLayout(layout_of(pages));
     printer.setDocName(pages.name());
+    printer.setCreator("Tallvex");
     if (!printer.isValid()) return Printed::failed;
     QPainter painter;
     const bool drawn = draw_all(pages, printer, painter, printer.resolution());

@@ -9,6 +9,7 @@ namespace printing::pages {
 namespace {
 
 constexpr QSizeF a4(210, 297);
+constexpr QSizeF a5(148, 210);
 constexpr double foot_height = 9;
 constexpr double logo_height = 20;
 constexpr double table_points = 9;
@@ -18,7 +19,8 @@ QString q(const std::string& text) {
 }
 
 QSizeF paper(const Report& report) {
-    return report.orientation == Orientation::landscape ? a4.transposed() : a4;
+    const QSizeF size = report.paper == Paper::a5 ? a5 : a4;
+    return report.orientation == Orientation::landscape ? size.transposed() : size;
 }
 
 Canvas measuring() {

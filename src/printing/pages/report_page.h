@@ -1,4 +1,4 @@
-// Reports and full-page invoices drawn on A4.
+// Reports and full-page invoices drawn on sheets.
 #pragma once
 
 #include <QImage>
