@@ -1,0 +1,100 @@
+// Shops made here open with the program: the whole road of start-up, then sign-in.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "admin/guarded_actions.h"
+#include "admin/shop_files.h"
+#include "admin/workbench.h"
+#include "database/open.h"
+#include "signin/sign_in.h"
+#include "startup/start_up.h"
+
+namespace {
+
+using signin::SignInOutcome;
+using test::Workbench;
+
+// Starts the program in a folder at a cash point and signs a user in; what was reached comes back.
+struct Day {
+    bool reached = false;
+    SignInOutcome outcome = SignInOutcome::end_program;
+    signin::Session session;
+    test::RememberedOutside outside;
+};
+
+void start(const std::filesystem::path& folder, const std::string& cash_point, std::int64_t user,
+           const std::string& password, Day& day) {
+    startup::Ground ground;
+    ground.command_line = cash_point;
+    ground.program_folder = folder;
+    ground.working_folder = folder;
+    ground.computer_name = "TILL";
+    ground.open = database::open_connection;
+    ground.get_ip = [](std::string_view) { return std::string(startup::no_address); };
+    startup::StartUp start_up(ground, day.outside.all());
+    day.reached = start_up.run([&](database::Connection& connection, signin::Session& session) {
+        day.outcome = signin::SignIn(connection, session, day.outside.all()).confirm(user, password);
+        day.session = session;
+    });
+}
+
+TEST(Opening, ABareShopSignsItsAdministratorIn) {
+    Workbench bench;
+    bench.make_shop();
+    Day day;
+    start(bench.folder(), "1", 1, "1", day);
+    ASSERT_TRUE(day.reached) << testing::PrintToString(day.outside.prompts.messages);
+    EXPECT_EQ(day.outcome, SignInOutcome::signed_in) << day.outside.prompts.last();
+    EXPECT_EQ(day.session.version, admin::shop_version());
+    EXPECT_EQ(day.session.settings.aname, "متجري");
+    EXPECT_EQ(day.session.store_code, 1);
+    EXPECT_TRUE(day.session.has_permission(400));
+    EXPECT_THAT(day.outside.prompts.messages, testing::IsEmpty());
+    Day other;
+    start(bench.folder(), "2", 1, "1", other);  // no such drawer
+    EXPECT_EQ(other.outcome, SignInOutcome::end_program);
+}
+
+TEST(Opening, TheDemoShopSignsEveryUserInAtBothDrawers) {
+    Workbench bench;
+    bench.make_shop(true);
+    const struct {
+        std::int64_t code;
+        const char* password;
+        std::string_view list;
+    } users[] = {{1, "111", "reprint+item_info"}, {2, "222", "named-open_drawer"}, {3, "333", "all"}};
+    for (const auto& user : users) {
+        for (const char* cash_point : {"1", "2"}) {
+            Day day;
+            start(bench.folder(), cash_point, user.code, user.password, day);
+            EXPECT_EQ(day.outcome, SignInOutcome::signed_in)
+                << user.code << ": " << day.outside.prompts.last();
+            EXPECT_EQ(day.session.permissions, admin::permission_string(user.list)) << user.code;
+            EXPECT_NE(day.session.drawer_name, "") << cash_point;
+        }
+        Day refused;
+        start(bench.folder(), "1", user.code, "wrong", refused);
+        EXPECT_EQ(refused.outcome, SignInOutcome::stay_on_password) << user.code;
+    }
+}
+
+TEST(Opening, ACopiedShopOpensToo) {
+    Workbench bench;
+    bench.make_shop(true);
+    ASSERT_EQ(bench.run({"copy-shop", "other"}).code, 0);
+    Day day;
+    start(bench.file("other"), "1", 3, "333", day);
+    EXPECT_EQ(day.outcome, SignInOutcome::signed_in) << day.outside.prompts.last();
+}
+
+// Nothing that start-up changes is wrong to the check.
+TEST(Opening, AfterADayTheCheckStillPasses) {
+    Workbench bench;
+    bench.make_shop(true);
+    Day day;
+    start(bench.folder(), "1", 1, "111", day);
+    const auto run = bench.run({"check"});
+    EXPECT_EQ(run.code, 0) << run.out;
+}
+
+}  // namespace
