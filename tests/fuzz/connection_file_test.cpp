@@ -1,0 +1,68 @@
+// The connection file with any bytes in it: it decodes to something, or is refused, and never more.
+#include "startup/connection_file.h"
+
+#include <random>
+
+#include "common/text.h"
+#include "startup/start_up_error.h"
+
+namespace {
+
+std::string random_bytes(std::mt19937& random, std::size_t length) {
+    // Blanks and keys turn up more often than chance would have them.
+    std::string bytes(length, ' ');
+    for (char& c : bytes) {
+        switch (random() % 4) {
+            case 0:
+                break;
+            case 1:
+                c = static_cast<char>(5 + random() % 11);
+                break;
+            default:
+                c = static_cast<char>(random() % 256);
+        }
+    }
+    return bytes;
+}
+
+TEST(ConnectionFileFuzz, AnyBytesDecodeToValidText) {
+    std::mt19937 random(20261121);
+    for (int i = 0; i < 20'000; ++i) {
+        const std::string bytes = random_bytes(random, random() % 260);
+        if (bytes.size() < startup::connection_record_length) {
+            EXPECT_THROW(startup::decode_connection(bytes), startup::StartUpError);
+            continue;
+        }
+        const auto record = startup::decode_connection(bytes);
+        for (const std::string& field : {record.server, record.database, record.address}) {
+            ASSERT_EQ(common::utf8(common::code_points(field)), field);
+        }
+        const auto source = startup::data_source_of(record);
+        ASSERT_LE(source.server.size(), record.server.size());
+        // A new address leaves the other fields as they are, whatever they hold.
+        const std::string renewed = startup::with_address(bytes, "10.0.0.1", random);
+        ASSERT_EQ(renewed.size(), bytes.size());
+        const auto after = startup::decode_connection(renewed);
+        ASSERT_EQ(after.server, record.server);
+        ASSERT_EQ(after.database, record.database);
+        ASSERT_EQ(after.address, "10.0.0.1");
+    }
+}
+
+TEST(ConnectionFileFuzz, AnyTextIsKeptOrRefused) {
+    std::mt19937 random(42);
+    int kept = 0;
+    for (int i = 0; i < 20'000; ++i) {
+        const std::string text = random_bytes(random, random() % 50);
+        try {
+            const std::string field = startup::scramble(text, 50, random);
+            ASSERT_EQ(field.size(), 50U);
+            ASSERT_EQ(startup::unscramble(field), text);
+            ++kept;
+        } catch (const startup::StartUpError&) {
+        }
+    }
+    EXPECT_GT(kept, 100);
+}
+
+}  // namespace

@@ -1,0 +1,161 @@
+#include "signin/sign_in.h"
+
+#include <memory>
+
+#include "signin/messages.h"
+#include "support/outside.h"
+#include "support/shop.h"
+
+namespace {
+
+using signin::SignInOutcome;
+namespace message = signin::message;
+
+class SignInTest : public testing::Test {
+  protected:
+    SignInTest() {
+        shop.sql("insert into users (code,name,pass,perm) select 2,N'كاشير','s3 cret','0101'");
+        shop.sql("insert into users (code,name,pass,perm) select 3,N'بلا سر',null,null");
+        shop.sql("insert into users (code,name,pass,perm) select 4,N'عربي',N' كلمة ','1'");
+        session.cash_point = 1;
+    }
+    SignInOutcome confirm(std::optional<std::int64_t> code, std::string_view password) {
+        return signin::SignIn(shop.connection(), session, outside.all()).confirm(code, password);
+    }
+
+    test::Shop shop;
+    test::RememberedOutside outside;
+    signin::Session session;
+};
+
+TEST_F(SignInTest, TheListShowsEveryUser) {
+    const signin::SignIn screen(shop.connection(), session, outside.all());
+    ASSERT_EQ(screen.users().size(), 4U);
+    EXPECT_EQ(screen.users()[1].code, 2);
+    EXPECT_EQ(screen.users()[1].name, "كاشير");
+}
+
+TEST_F(SignInTest, EveryAttemptHasItsOutcome) {
+    using enum SignInOutcome;
+    const struct {
+        std::optional<std::int64_t> code;
+        const char* password;
+        SignInOutcome outcome;
+        std::string_view said;
+    } cases[] = {
+        {{}, "1", stay_on_list, message::enter_user},
+        {99, "1", stay_on_list, message::no_such_user},
+        {-1, "", stay_on_list, message::no_such_user},
+        {1, "2", stay_on_password, message::wrong_password},
+        {1, "", stay_on_password, message::wrong_password},
+        {2, "S3 CRET", stay_on_password, message::wrong_password},
+        {2, "s3cret", stay_on_password, message::wrong_password},
+        {2, "' or '1'='1", stay_on_password, message::wrong_password},
+        {2, "s3 cret\t", stay_on_password, message::wrong_password},
+        {3, "x", stay_on_password, message::wrong_password},
+        {1, "1", signed_in, ""},
+        {2, "  s3 cret ", signed_in, ""},
+        {3, "", signed_in, ""},
+        {3, "   ", signed_in, ""},
+        {4, "كلمة", signed_in, ""},
+    };
+    for (const auto& c : cases) {
+        outside.prompts.messages.clear();
+        EXPECT_EQ(confirm(c.code, c.password), c.outcome) << c.password;
+        EXPECT_EQ(outside.prompts.last(), c.said) << c.password;
+    }
+}
+
+TEST_F(SignInTest, AWrongPasswordLeavesTheUserSetUntilTheNextAttempt) {
+    confirm(2, "wrong");
+    EXPECT_EQ(session.user_code, 2);
+    EXPECT_EQ(session.user_name, "كاشير");
+    EXPECT_EQ(session.permissions, "0101");
+    EXPECT_EQ(session.store_code, 0);  // nothing further was loaded
+    EXPECT_EQ(session.settings.aname, "");
+    confirm({}, "");
+    EXPECT_EQ(session.user_code, 2);
+    confirm(99, "");
+    EXPECT_EQ(session.user_code, 2);
+    confirm(1, "1");
+    EXPECT_EQ(session.user_name, "مدير");
+}
+
+TEST_F(SignInTest, LoadsTheSettingsTheStoreAndTheDrawer) {
+    shop.sql(
+        "update basic set warn = 3, [type] = 2, max_dis = 12.5, cash_m = 1, cash_dis = 0.1, cash_dis_1 = 4, "
+        "cust_reg = 5, sear_lang = 1, logo = 'shop.png'");
+    ASSERT_EQ(confirm(1, "1"), SignInOutcome::signed_in);
+    const signin::Settings& s = session.settings;
+    EXPECT_EQ(s.aname, "بقالة النور");
+    EXPECT_EQ(s.ename, "Al Noor");
+    EXPECT_EQ(s.tel, "0123");
+    EXPECT_EQ(s.print, "win");
+    EXPECT_EQ(s.cash, "com1");
+    EXPECT_EQ(s.warn, 3);
+    EXPECT_EQ(s.type, 2);
+    EXPECT_EQ(s.max_dis, 12.5F);
+    EXPECT_EQ(s.cash_m, 1);
+    EXPECT_EQ(s.cash_dis, 0.1F);
+    EXPECT_EQ(s.cash_dis_1, 4);
+    EXPECT_EQ(s.cust_reg, 5);
+    EXPECT_EQ(s.sear_lang, 1);
+    EXPECT_EQ(s.logo, "shop.png");
+    EXPECT_EQ(session.store_code, 1);
+    EXPECT_EQ(session.store_name, "الفرع الرئيسي");
+    EXPECT_EQ(session.drawer_name, "درج 1");
+}
+
+TEST_F(SignInTest, NullSettingsAreNothing) {
+    shop.sql("update basic set aname = null, warn = null, max_dis = null, logo = '  ', pname = null");
+    ASSERT_EQ(confirm(1, "1"), SignInOutcome::signed_in);
+    EXPECT_EQ(session.settings.aname, "");
+    EXPECT_EQ(session.settings.warn, 0);
+    EXPECT_EQ(session.settings.max_dis, 0);
+    EXPECT_EQ(session.settings.logo, "logo.jpg");
+}
+
+TEST_F(SignInTest, AMissingStoreOrDrawerEndsTheProgram) {
+    const struct {
+        const char* statement;
+        int cash_point;
+    } cases[] = {
+        {"update basic set st_d = 1", 3},  // the store has drawers 1 and 2
+        {"update basic set st_d = 2", 2},  // drawer 2 is another store's
+        {"update basic set st_d = 9", 1}, {"update basic set st_d = null", 1}, {"delete from basic", 1},
+    };
+    for (const auto& c : cases) {
+        shop.sql(c.statement);
+        session.cash_point = c.cash_point;
+        outside.prompts.messages.clear();
+        outside.log.lines.clear();
+        EXPECT_EQ(confirm(1, "1"), SignInOutcome::end_program) << c.statement;
+        EXPECT_EQ(outside.prompts.messages, std::vector<std::string>{std::string(message::wrong_data)});
+        EXPECT_EQ(outside.log.lines.size(), 1U) << c.statement;  // which of the two is missing
+    }
+}
+
+TEST(Permissions, ArePositionsCountedFromOne) {
+    signin::Session session;
+    const struct {
+        std::string permissions;
+        int position;
+        bool allowed;
+    } cases[] = {
+        {"0000", 2, false},
+        {"0100", 2, true},
+        {"1", 1, true},
+        {std::string(80, '1'), 81, false},
+        {std::string(81, '1'), 81, true},
+        {"2x", 1, false},
+        {"", 1, false},
+        {"1", 0, false},
+        {"1", -1, false},
+    };
+    for (const auto& c : cases) {
+        session.permissions = c.permissions;
+        EXPECT_EQ(session.has_permission(c.position), c.allowed) << c.permissions << ' ' << c.position;
+    }
+}
+
+}  // namespace

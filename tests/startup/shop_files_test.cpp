@@ -1,0 +1,220 @@
+#include "startup/shop_files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "startup/activity_log.h"
+#include "startup/messages.h"
+#include "support/outside.h"
+#include "support/shop.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+namespace message = startup::message;
+using startup::StartUpError;
+
+std::string content(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    std::ostringstream out;
+    out << in.rdbuf();
+    return out.str();
+}
+
+void write(const fs::path& file, std::string_view bytes) {
+    std::ofstream(file, std::ios::binary | std::ios::trunc) << bytes;
+}
+
+// The reason that the cashier is given, "" when there was no error.
+template <typename Work>
+std::string reason(Work work) {
+    try {
+        work();
+    } catch (const StartUpError& error) {
+        EXPECT_STRNE(error.what(), "");
+        return error.reason();
+    }
+    return {};
+}
+
+class ShopFilesTest : public testing::Test {
+  protected:
+    test::TemporaryFolder folder_;
+    const fs::path& folder = folder_.path();
+};
+
+TEST_F(ShopFilesTest, NamesAreFoundInAnyCase) {
+    EXPECT_EQ(startup::find_file(folder, "Data.dat"), std::nullopt);
+    write(folder / "DATA.DAT", "1");
+    EXPECT_EQ(startup::find_file(folder, "Data.dat"), folder / "DATA.DAT");
+    write(folder / "data.dat", "2");
+    EXPECT_EQ(startup::find_file(folder, "Data.dat"), folder / "DATA.DAT");  // the first of two, always
+    write(folder / "Data.dat", "3");
+    EXPECT_EQ(startup::find_file(folder, "Data.dat"), folder / "Data.dat");  // its own name goes first
+    EXPECT_EQ(startup::find_file(folder / "none", "x"), std::nullopt);
+}
+
+TEST_F(ShopFilesTest, ConnectionFileKeepsItsFieldsAndItsName) {
+    write(folder / "DATACON24.STK", "old");
+    const startup::ConnectionRecord record{"متجر\\SQL", "بيانات", "10.1.2.3"};
+    EXPECT_EQ(startup::write_connection_file(folder, record), folder / "DATACON24.STK");
+    EXPECT_EQ(startup::read_connection_file(folder), record);
+    startup::write_server_address(folder, "10.9.9.9");
+    EXPECT_EQ(startup::read_connection_file(folder),
+              (startup::ConnectionRecord{"متجر\\SQL", "بيانات", "10.9.9.9"}));
+    EXPECT_EQ(content(folder / "DATACON24.STK").size(), 200U);
+    // What does not fit is refused and leaves the file as it was.
+    EXPECT_NE(reason([&] { startup::write_connection_file(folder, {std::string(60, 'x'), "b", "c"}); }), "");
+    EXPECT_EQ(startup::read_connection_file(folder).address, "10.9.9.9");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1);
+}
+
+TEST_F(ShopFilesTest, BadFilesEachGetTheirReason) {
+    using enum fs::perms;
+    const auto connection = [&] { startup::read_connection_file(folder); };
+    const auto version = [&] { startup::read_version_file(folder); };
+    const std::string stk = "datacon24.stk";
+    const std::string ver = "merlo-ver.txt";
+    EXPECT_EQ(reason(connection), std::string(message::file_missing) + stk);
+    EXPECT_EQ(reason(version), std::string(message::file_missing) + ver);
+    for (const std::size_t length : {0U, 1U, 199U}) {
+        write(folder / stk, std::string(length, 'x'));
+        EXPECT_EQ(reason(connection), std::string(message::connection_file_short) + stk) << length;
+    }
+    for (const std::size_t length : {0U, 49U, 51U, 52U, 100U}) {
+        write(folder / ver, std::string(length, '1'));
+        EXPECT_EQ(reason(version), std::string(message::version_file_length) + ver) << length;
+    }
+    write(folder / stk, std::string(2'000'000, 'x'));
+    EXPECT_EQ(reason(connection), std::string(message::file_unreadable) + stk);
+    fs::remove(folder / stk);
+    fs::create_directory(folder / stk);
+    EXPECT_EQ(reason(connection), std::string(message::file_unreadable) + stk);
+    EXPECT_EQ(reason([&] {
+                  startup::write_connection_file(folder, {"a", "b", "c"});
+              }),
+              std::string(message::file_unwritable) + stk);
+    fs::remove(folder / stk);
+    ASSERT_EQ(mkfifo((folder / stk).c_str(), 0600), 0);
+    EXPECT_EQ(reason(connection), std::string(message::file_unreadable) + stk);
+    if (geteuid() != 0) {  // the administrator reads everything
+        fs::permissions(folder / ver, none);
+        EXPECT_EQ(reason(version), std::string(message::file_unreadable) + ver);
+    }
+}
+
+TEST_F(ShopFilesTest, VersionIsARecordOfFiftyCharacters) {
+    startup::write_version_file(folder, "2026/11/21 إصدار");
+    EXPECT_EQ(content(folder / "merlo-ver.txt").size(), 50U);
+    EXPECT_EQ(startup::read_version_file(folder), "2026/11/21 إصدار");
+    startup::write_version_file(folder, std::string(50, '7'));
+    EXPECT_EQ(startup::read_version_file(folder), std::string(50, '7'));
+    EXPECT_NE(reason([&] { startup::write_version_file(folder, std::string(51, '8')); }), "");
+    EXPECT_EQ(startup::read_version_file(folder), std::string(50, '7'));
+}
+
+TEST_F(ShopFilesTest, CreditLinesOfAnyOrigin) {
+    const struct {
+        std::string bytes;
+        startup::CreditLines lines;
+    } cases[] = {
+        {"", {"", "", ""}},
+        {"one\ntwo\n", {"one", "two", ""}},
+        {"one\r\ntwo", {"one", "two", ""}},
+        {"1\n2\n3\n4\n5\n", {"1", "2", "3"}},
+        {"\n\nthird", {"", "", "third"}},
+        {"شركة\nتوريد\n", {"شركة", "توريد", ""}},
+        {"\xEF\xBB\xBFشركة\n", {"شركة", "", ""}},
+        {"\xC8\xC9\r\n\xC7\xC8", {"بة", "اب", ""}},  // written on the other system, in its code page
+    };
+    EXPECT_EQ(startup::read_credit_file(folder), startup::CreditLines());
+    for (const auto& c : cases) {
+        write(folder / "data.DAT", c.bytes);
+        EXPECT_EQ(startup::read_credit_file(folder), c.lines);
+    }
+    startup::write_credit_file(folder, {"س", "", "ص"});
+    EXPECT_EQ(startup::read_credit_file(folder), (startup::CreditLines{"س", "", "ص"}));
+}
+
+TEST_F(ShopFilesTest, ThePasswordFileIsItsOwnersAlone) {
+    unsetenv("TALLVEX_SA_PASSWORD");
+    const auto read = [&] { startup::read_sa_password(folder); };
+    EXPECT_EQ(reason(read), message::no_password);
+    startup::write_sa_password(folder, "p;w=d ");
+    EXPECT_EQ(startup::read_sa_password(folder), "p;w=d ");
+    const fs::path file = folder / "sa.pwd";
+    for (const mode_t mode : {0640U, 0604U, 0620U, 0602U, 0601U, 0777U}) {
+        ASSERT_EQ(chmod(file.c_str(), mode), 0);
+        EXPECT_EQ(reason(read), message::password_file_open) << std::oct << mode;
+    }
+    ASSERT_EQ(chmod(file.c_str(), 0644), 0);
+    setenv("TALLVEX_SA_PASSWORD", "from the environment", 1);
+    EXPECT_EQ(startup::read_sa_password(folder), "from the environment");
+    unsetenv("TALLVEX_SA_PASSWORD");
+}
+
+TEST_F(ShopFilesTest, LogLinesAreAppendedToOneFolder) {
+    test::FixedClock clock;
+    startup::ActivityLog log(folder, clock);
+    log.log_event("lost", "1");  // no folder yet: nothing happens
+    fs::create_directory(folder / "logs");
+    EXPECT_EQ(startup::ensure_logs_folder(folder), folder / "logs");
+    log.log_event("بدء التشغيل", "222");
+    clock.moment = {{2026, 1, 2}, {3, 4, 59, 0}};
+    log.log_event("two\r\nlines", "x\ny");
+    EXPECT_EQ(content(folder / "logs" / "hm_log.qzv"),
+              "بدء التشغيل  ----  222  ----  2026/11/21 10:42\n"
+              "two  lines  ----  x y  ----  2026/01/02 03:04\n");
+    EXPECT_FALSE(fs::exists(folder / "Logs"));
+}
+
+TEST_F(ShopFilesTest, ALogThatCannotBeWrittenStopsNothing) {
+    test::FixedClock clock;
+    startup::ActivityLog log(folder, clock);
+    fs::create_directories(folder / "Logs" / "hm_log.qzv");
+    EXPECT_NO_THROW(log.log_event("x", "1"));
+    fs::remove(folder / "Logs" / "hm_log.qzv");
+    ASSERT_EQ(mkfifo((folder / "Logs" / "hm_log.qzv").c_str(), 0600), 0);
+    EXPECT_NO_THROW(log.log_event("x", "1"));
+    fs::remove_all(folder / "Logs");
+    write(folder / "Logs", "a file in its place");
+    EXPECT_NO_THROW(log.log_event("x", "1"));
+    EXPECT_NE(reason([&] { startup::ensure_logs_folder(folder); }), "");
+}
+
+TEST_F(ShopFilesTest, TheFatalRecordIsOverwritten) {
+    startup::write_fatal_error(folder, std::string(300, 'a'), "second");
+    startup::write_fatal_error(folder, "خطأ");
+    const std::string record = content(folder / "prg_.err");
+    ASSERT_EQ(record.size(), 400U);
+    EXPECT_EQ(record.substr(0, 4), "\xCE\xD8\xC3 ");
+    EXPECT_EQ(record.find_first_not_of(' ', 3), std::string::npos);
+    EXPECT_EQ(startup::fatal_record("a", "b", "c").find('c'), 250U);
+}
+
+// Whenever a writer is killed, the file holds one record or another, whole.
+TEST_F(ShopFilesTest, AKilledWriterLeavesAWholeFile) {
+    startup::write_connection_file(folder, {"SHOP", "db", "10.0.0.1"});
+    for (int round = 0; round < 20; ++round) {
+        const pid_t child = fork();
+        if (child == 0) {
+            for (int i = 0;; ++i)
+                startup::write_server_address(folder, "10.0.0." + std::to_string(i % 200));
+        }
+        usleep(static_cast<useconds_t>(500 + 700 * round));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        const auto record = startup::read_connection_file(folder);
+        ASSERT_EQ(record.server, "SHOP");
+        ASSERT_TRUE(record.address.starts_with("10.0.0.")) << record.address;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,355 @@
+#include "startup/start_up.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "database/error.h"
+#include "database/open.h"
+#include "startup/activity_log.h"
+#include "startup/messages.h"
+#include "startup/reasons.h"
+#include "startup/shop_files.h"
+#include "support/outside.h"
+#include "support/shop.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+namespace message = startup::message;
+using startup::Ground;
+using startup::StartUp;
+
+std::string content(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    std::ostringstream out;
+    out << in.rdbuf();
+    return out.str();
+}
+
+// A workstation with its files, and a shop in a file.
+class StartUpTest : public testing::Test {
+  protected:
+    StartUpTest() {
+        setenv("TALLVEX_SA_PASSWORD", "secret", 1);
+        program = folder.path() / "program";
+        working = folder.path() / "working";
+        fs::create_directory(program);
+        fs::create_directory(working);
+        fs::copy_file(shop.file(), working / "shop.db");
+        startup::write_version_file(program, "2026/11/21");
+        startup::write_connection_file(working, {"embedded", "shop.db", "Not Found"});
+    }
+    ~StartUpTest() override { unsetenv("TALLVEX_SA_PASSWORD"); }
+
+    Ground ground() const { return {"3", program, working, "TILL3", {}, {}}; }
+
+    // A server shop: the connection file names it, and what its name opens is the shop in the file.
+    Ground server_ground(const startup::ConnectionRecord& record, std::string computer) {
+        startup::write_connection_file(working, record);
+        Ground made = ground();
+        made.computer_name = std::move(computer);
+        made.open = [this](const std::string& text, const fs::path&) {
+            connection_string = text;
+            return database::open_embedded(working / "shop.db");
+        };
+        return made;
+    }
+
+    bool run(const Ground& on) {
+        StartUp start(on, outside.all());
+        return start.run([this](database::Connection& connection, signin::Session& session) {
+            reached = session;
+            users = static_cast<int>(connection.query("select * from [users]").size());
+        });
+    }
+
+    std::string stamped() {
+        return database::text_of(
+            database::open_embedded(working / "shop.db")->scalar("select cr_v from basic"));
+    }
+    bool logged(std::string_view text) const {
+        return std::any_of(outside.log.lines.begin(), outside.log.lines.end(),
+                           [text](const std::string& line) { return line.find(text) != line.npos; });
+    }
+    void expect_failure(const std::string& reason) {
+        EXPECT_EQ(users, 0) << "sign-in was reached";
+        ASSERT_EQ(outside.prompts.messages.size(), 2U) << reason;
+        EXPECT_EQ(outside.prompts.messages[0], "مسار قاعدة البيانات غير صحيح ");
+        EXPECT_EQ(outside.prompts.messages[1], reason);
+        EXPECT_EQ(content(program / "prg_.err").size(), 400U);
+        outside.prompts.messages.clear();
+        outside.log.lines.clear();
+    }
+
+    test::Shop shop;
+    test::TemporaryFolder folder;
+    fs::path program;
+    fs::path working;
+    test::RememberedOutside outside;
+    std::string connection_string;
+    signin::Session reached;
+    int users = 0;
+};
+
+TEST_F(StartUpTest, ReachesSignInWithAFilledSession) {
+    startup::write_credit_file(working, {"سطر", "ثان", ""});
+    EXPECT_TRUE(run(ground()));
+    EXPECT_EQ(users, 1);
+    EXPECT_EQ(reached.cash_point, 3);
+    EXPECT_EQ(reached.computer_name, "TILL3");
+    EXPECT_EQ(reached.version, "2026/11/21");
+    EXPECT_EQ(reached.credit_lines, (startup::CreditLines{"سطر", "ثان", ""}));
+    EXPECT_EQ(reached.program_folder, program);
+    EXPECT_EQ(reached.working_folder, working);
+    EXPECT_TRUE(fs::is_directory(program / "Logs"));
+    EXPECT_TRUE(outside.prompts.messages.empty());
+    EXPECT_TRUE(std::all_of(outside.log.lines.begin(), outside.log.lines.end(),
+                            [](const std::string& line) { return line.ends_with("----  222"); }));
+    // A shop in a file is stamped by its own till, and needs no password.
+    EXPECT_EQ(stamped(), "2026/11/21");
+}
+
+TEST_F(StartUpTest, RunsTwiceAndWithoutAPassword) {
+    unsetenv("TALLVEX_SA_PASSWORD");
+    EXPECT_TRUE(run(ground()));
+    EXPECT_TRUE(run(ground()));
+}
+
+TEST_F(StartUpTest, TheCommandLinesFirstCharacterIsTheCashPoint) {
+    const struct {
+        const char* line;
+        int number;
+    } cases[] = {{"3", 3}, {"", 0}, {"07", 0}, {"42", 4}, {"x9", 0}, {" 5", 0}, {"-1", 0}, {"٣", 0}};
+    for (const auto& c : cases)
+        EXPECT_EQ(startup::cash_point_of(c.line), c.number) << c.line;
+    const char* const arguments[] = {"tallvex", "3", "more"};
+    EXPECT_EQ(Ground::here(3, arguments).command_line, "3 more");
+}
+
+TEST_F(StartUpTest, TheConnectionStringIsTheOneOfTheInstallation) {
+    ASSERT_TRUE(run(server_ground({"PC1\\SQLEXPRESS", "متجر", "192.168.1.5"}, "PC1\\sqlexpress")));
+    EXPECT_EQ(connection_string,
+              "Provider=SQLOLEDB.1;Password=secret;Persist Security Info=True;User ID=sa;"
+              "Initial Catalog= متجر;Data Source=192.168.1.5\\SQLEXPRESS");
+}
+
+TEST_F(StartUpTest, TheServersTillStampsAndTheOthersMustMatch) {
+    const startup::ConnectionRecord record{"SHOPSRVc", "db", "Not Found"};
+    // Another till before the server ever stamped: refused, with nothing after the date.
+    EXPECT_FALSE(run(server_ground(record, "TILL3")));
+    EXPECT_EQ(outside.prompts.messages,
+              std::vector<std::string>{
+                  "لا يمكن تشغيل البرنامج لوجود اختلاف في اصدار البرنامج    الاصدار الحالي بتاريخ "});
+    EXPECT_EQ(users, 0);
+    outside.prompts.messages.clear();
+    // The server, whatever the case of its name.
+    EXPECT_TRUE(run(server_ground(record, "shopsrv")));
+    EXPECT_EQ(stamped(), "2026/11/21");
+    // A till of the same version, then one of another.
+    EXPECT_TRUE(run(server_ground(record, "TILL3")));
+    startup::write_version_file(program, "2026/12/01");
+    EXPECT_FALSE(run(server_ground(record, "TILL3")));
+    EXPECT_EQ(outside.prompts.last(), std::string(message::version_differs) + "2026/11/21");
+    EXPECT_TRUE(logged("differs"));
+    EXPECT_EQ(stamped(), "2026/11/21");
+}
+
+TEST_F(StartUpTest, TheClockFollowsTheServerOrTheDifferenceIsLogged) {
+    const common::Moment before = outside.clock.moment;
+    common::SystemClock real;
+    ASSERT_TRUE(run(ground()));
+    EXPECT_NE(outside.clock.moment, before);
+    EXPECT_EQ(outside.clock.moment.date, real.now().date);
+    outside.clock = {};
+    outside.clock.may_set = false;
+    ASSERT_TRUE(run(ground()));
+    EXPECT_EQ(outside.clock.moment, before);
+    EXPECT_TRUE(logged("clock may not be set"));
+}
+
+TEST_F(StartUpTest, EveryBadFileHasItsMessageAndChangesNothing) {
+    const auto put = [](const fs::path& file, std::string_view bytes) {
+        std::ofstream(file, std::ios::binary | std::ios::trunc) << bytes;
+    };
+    fs::remove(working / "datacon24.stk");
+    EXPECT_FALSE(run(ground()));
+    EXPECT_TRUE(logged("datacon24.stk: cannot be opened"));
+    expect_failure(std::string(message::file_missing) + "datacon24.stk");
+    put(working / "datacon24.stk", "\x05short");
+    EXPECT_FALSE(run(ground()));
+    EXPECT_TRUE(logged("has 6 bytes"));
+    expect_failure(std::string(message::connection_file_short) + "datacon24.stk");
+    startup::write_connection_file(working, {"embedded", "shop.db", "Not Found"});
+
+    put(program / "merlo-ver.txt", "2026/11/21\r\n");
+    EXPECT_FALSE(run(ground()));
+    expect_failure(std::string(message::version_file_length) + "merlo-ver.txt");
+    fs::remove(program / "merlo-ver.txt");
+    EXPECT_FALSE(run(ground()));
+    expect_failure(std::string(message::file_missing) + "merlo-ver.txt");
+    startup::write_version_file(program, "2026/11/21");
+    EXPECT_TRUE(run(ground()));
+}
+
+TEST_F(StartUpTest, EveryBadShopFileHasItsMessage) {
+    startup::write_connection_file(working, {"embedded", "other.db", "Not Found"});
+    const fs::path file = working / "other.db";
+    EXPECT_FALSE(run(ground()));
+    EXPECT_TRUE(logged("other.db"));
+    expect_failure(std::string(message::shop_file_missing) + "other.db");
+    EXPECT_FALSE(fs::exists(file));
+    fs::create_directory(file);
+    EXPECT_FALSE(run(ground()));
+    expect_failure(std::string(message::shop_file_is_folder) + "other.db");
+    fs::remove(file);
+    std::ofstream(file) << std::string(5000, 'x');
+    EXPECT_FALSE(run(ground()));
+    expect_failure(std::string(message::shop_file_corrupt) + "other.db");
+    EXPECT_EQ(content(file), std::string(5000, 'x'));
+    // A good file with its inside destroyed.
+    fs::copy_file(shop.file(), file, fs::copy_options::overwrite_existing);
+    {
+        std::fstream out(file, std::ios::in | std::ios::out | std::ios::binary);
+        out.seekp(100);
+        out << std::string(200'000, '\xEE');
+    }
+    EXPECT_FALSE(run(ground()));
+    expect_failure(std::string(message::shop_file_corrupt) + "other.db");
+    if (geteuid() != 0) {
+        fs::copy_file(shop.file(), file, fs::copy_options::overwrite_existing);
+        fs::permissions(file, fs::perms::owner_read);
+        EXPECT_FALSE(run(ground()));
+        expect_failure(std::string(message::shop_file_read_only) + "other.db");
+    }
+}
+
+TEST_F(StartUpTest, ASettingsRowMustStand) {
+    database::open_embedded(working / "shop.db")->execute("delete from basic");
+    EXPECT_FALSE(run(ground()));
+    expect_failure(std::string(message::settings_missing));
+}
+
+TEST_F(StartUpTest, EveryRefusalOfTheServerHasItsReason) {
+    const struct {
+        const char* sqlstate;
+        const char* said;
+        std::string reason;
+    } cases[] = {
+        {"08001", "SQL Server does not exist or access denied.", std::string(message::server_unreachable)},
+        {"28000", "Login failed for user 'sa'.", std::string(message::wrong_password)},
+        {"28000", "Anmeldung fehlgeschlagen", std::string(message::wrong_password)},
+        {"42000", "Cannot open database \"db\" requested by the login. The login failed.",
+         std::string(message::database_missing) + "db"},
+        {"08S01", "Write to the server failed", std::string(message::connection_lost)},
+        {"HYT00", "The server did not answer in time.", std::string(message::connection_lost)},
+        {"IM003", "The ODBC driver cannot be used: x", std::string(message::no_driver)},
+        {"HY000", "something else", std::string(message::see_log)},
+    };
+    for (const auto& c : cases) {
+        Ground on = server_ground({"SHOPSRV", "db", "Not Found"}, "TILL3");
+        on.get_ip = [](std::string_view) { return "Not Found"; };
+        on.open = [&c](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
+            throw database::Error(c.sqlstate, c.said, "");
+        };
+        EXPECT_FALSE(run(on));
+        EXPECT_TRUE(logged(c.said));
+        EXPECT_EQ(content(program / "prg_.err").substr(0, 10), std::string(c.said).substr(0, 10));
+        expect_failure(c.reason);
+    }
+}
+
+TEST_F(StartUpTest, ThePasswordIsNeededForAServerOnly) {
+    unsetenv("TALLVEX_SA_PASSWORD");
+    EXPECT_FALSE(run(server_ground({"SHOPSRV", "db", "Not Found"}, "TILL3")));
+    expect_failure(std::string(message::no_password));
+    startup::write_sa_password(program, "from the file");
+    EXPECT_TRUE(run(server_ground({"SHOPSRV", "db", "Not Found"}, "SHOPSRV")));
+    EXPECT_NE(connection_string.find("Password=from the file;"), std::string::npos);
+    fs::permissions(program / "sa.pwd", fs::perms::group_read, fs::perm_options::add);
+    users = 0;
+    EXPECT_FALSE(run(server_ground({"SHOPSRV", "db", "Not Found"}, "SHOPSRV")));
+    expect_failure(std::string(message::password_file_open));
+    for (const std::string& line : outside.log.lines)
+        EXPECT_EQ(line.find("from the file"), line.npos);
+}
+
+TEST_F(StartUpTest, AServerThatMovedIsFoundForTheNextStart) {
+    const startup::ConnectionRecord record{"SHOPSRVC\\SQL", "db", "10.0.0.1"};
+    std::vector<std::string> asked;
+    Ground on = server_ground(record, "TILL3");
+    on.open = [](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
+        throw database::Error("08001", "SQL Server does not exist or access denied.", "");
+    };
+    on.get_ip = [&asked](std::string_view server) {
+        asked.emplace_back(server);
+        return "10.0.0.9";
+    };
+    // The file is looked for in the program folder; without it there, nothing is kept.
+    EXPECT_FALSE(run(on));
+    EXPECT_EQ(asked, std::vector<std::string>{"SHOPSRVC\\SQL"});
+    expect_failure(std::string(message::server_unreachable));
+
+    startup::write_connection_file(program, record);
+    EXPECT_FALSE(run(on));
+    expect_failure(std::string(message::address_renewed));
+    EXPECT_EQ(startup::read_connection_file(program),
+              (startup::ConnectionRecord{"SHOPSRVC\\SQL", "db", "10.0.0.9"}));
+
+    // Any other error leaves the address alone.
+    asked.clear();
+    on.open = [](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
+        throw database::Error("28000", "Login failed for user 'sa'.", "");
+    };
+    EXPECT_FALSE(run(on));
+    EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(StartUpTest, AnAddressThatIsNotFoundIsNotKept) {
+    const startup::ConnectionRecord record{"SHOPC", "db", "10.0.0.1"};
+    startup::write_connection_file(program, record);
+    std::vector<std::string> asked;
+    Ground on = server_ground(record, "TILL3");
+    on.open = [](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
+        throw database::Error("08001", "SQL Server does not exist or access denied.", "");
+    };
+    on.get_ip = [&asked](std::string_view server) {
+        asked.emplace_back(server);
+        return "Not Found";
+    };
+    EXPECT_FALSE(run(on));
+    EXPECT_EQ(asked, (std::vector<std::string>{"SHOPC", "SHOP"}));
+    expect_failure(std::string(message::server_unreachable));
+    EXPECT_EQ(startup::read_connection_file(program), record);
+}
+
+TEST_F(StartUpTest, AnErrorInSignInTakesTheSameRoad) {
+    StartUp start(ground(), outside.all());
+    EXPECT_FALSE(
+        start.run([](database::Connection&, signin::Session&) { throw std::runtime_error("boom"); }));
+    EXPECT_TRUE(logged("boom"));
+    expect_failure(std::string(message::see_log));
+}
+
+TEST(Workstation, FindsAddressesWithinItsTime) {
+    EXPECT_EQ(startup::get_ip("localhost"), "127.0.0.1");
+    EXPECT_EQ(startup::get_ip("127.0.0.1\\SQLEXPRESS"), "127.0.0.1");
+    EXPECT_EQ(startup::get_ip("localhost,1433"), "127.0.0.1");
+    EXPECT_EQ(startup::get_ip(""), "Not Found");
+    EXPECT_EQ(startup::get_ip("\\SQL"), "Not Found");
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(startup::get_ip("no-such-machine.invalid", std::chrono::seconds(1)), "Not Found");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+    EXPECT_FALSE(startup::computer_name().empty());
+}
+
+TEST(Workstation, TheProgramFolderCanBeNamed) {
+    unsetenv("TALLVEX_HOME");
+    EXPECT_EQ(startup::program_folder(), fs::read_symlink("/proc/self/exe").parent_path());
+    setenv("TALLVEX_HOME", "/somewhere/else", 1);
+    EXPECT_EQ(startup::program_folder(), "/somewhere/else");
+    unsetenv("TALLVEX_HOME");
+}
+
+}  // namespace
