@@ -97,8 +97,8 @@ GO
 -- The cash position reads this alone.
 create index sales_drawer on sales (stcode, ptype, vcode, ctype, stype, [date], time_, ptot, disboun, safe)
 GO
--- The day's journal.
-create index sales_day on sales (stcode, [date], ptype)
+-- The day's journal finds its invoices in this alone.
+create index sales_day on sales (stcode, [date], time_, ptype)
 GO
 -- edate is the expiry date of the batch that a recalled line came from or goes back to.
 create table saledata (pnum int null, vcode int null, [date] datetime null, ctype int null, stcode int null,
