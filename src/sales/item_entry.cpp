@@ -66,7 +66,7 @@ std::optional<std::size_t> ItemEntry::enter(Invoice& invoice, std::string_view t
     std::swap(waiting, pending);
     if (!parties_present(invoice)) return std::nullopt;
     if (entry.form == EntryForm::unreadable) return refuse(message::wrong_code);
-    if (entry.form == EntryForm::general) return add_general_item(invoice);
+    if (entry.form == EntryForm::general) return add_general_item(invoice, entry.name);
     if (entry.form == EntryForm::scale_label) waiting = entry.quantity;
     const double quantity = waiting.value_or(1);
     // A label printed for an empty scale.
@@ -85,9 +85,9 @@ std::optional<std::size_t> ItemEntry::enter(Invoice& invoice, std::string_view t
     return enter_found(invoice, lookup.item, quantity, nullptr);
 }
 
-std::optional<std::size_t> ItemEntry::add_general_item(Invoice& invoice) {
+std::optional<std::size_t> ItemEntry::add_general_item(Invoice& invoice, const std::string& name) {
     Line line;
-    line.name = message::general_item;
+    line.name = name.empty() ? message::general_item : std::string_view(name);
     line.unit_name = unit_name(1);
     invoice.lines.push_back(line);
     return invoice.lines.size() - 1;

@@ -31,7 +31,7 @@ class ItemEntry {
   private:
     std::optional<std::size_t> refuse(std::string_view text);
     bool parties_present(const Invoice& invoice);
-    std::optional<std::size_t> add_general_item(Invoice& invoice);
+    std::optional<std::size_t> add_general_item(Invoice& invoice, const std::string& name);
     std::optional<std::size_t> enter_craftsman_line(Invoice& invoice, const Entry& entry, double quantity);
     std::optional<std::size_t> enter_found(Invoice& invoice, const Item& item, double quantity,
                                            const CraftsmanLine* work);

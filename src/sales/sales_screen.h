@@ -165,8 +165,10 @@ class SalesScreen {
     // Saves with what the open dialog holds, or with nothing paid where there is none. Each save must have
     // been begun: a second press without begin_save does nothing and answers `refused`.
     SaveOutcome SaveInvoice();
-    bool CancelInvoice();  // asks; clears the lines and goes back to the default options
-    bool CancelRecord();   // asks; clears the header's entries as well
+    // Both ask, then leave a new invoice with the default options: nothing of the cancelled one, neither
+    // lines nor customer nor card, may reach the next sale. Nothing is written.
+    bool CancelInvoice();  // the receipt, F3
+    bool CancelRecord();   // the record, F2
     // Brings a saved receipt back by the number typed, in the series of the kind and payment selected.
     bool recall(std::string_view number);
     // Turns the recalled sale into the return of what is left of it (permission of the return kind).

@@ -43,6 +43,14 @@ bool is_invisible(char32_t c) {
            (c >= 0x2066 && c <= 0x2069) || c == 0xFEFF;
 }
 
+// What stands after the first "*", without what cannot be seen.
+std::string name_after_star(std::string_view text) {
+    std::u32string name;
+    for (const char32_t c : common::code_points(text.substr(text.find('*') + 1)))
+        if (!is_invisible(c)) name += c;
+    return std::string(common::trim(common::utf8(name)));
+}
+
 bool all_digits(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
@@ -81,6 +89,7 @@ Entry read_entry(std::string_view text) {
     if (entry.text.empty()) return entry;
     if (entry.text.front() == '*') {
         entry.form = EntryForm::general;
+        entry.name = name_after_star(text);
     } else if (common::length(entry.text) > longest_code) {
         entry.form = EntryForm::unreadable;
     } else if (entry.text.size() == label_length && entry.text.starts_with("20") && all_digits(entry.text)) {

@@ -14,7 +14,7 @@ std::string normalize_scan(std::string_view text);
 
 enum class EntryForm {
     empty,        // nothing to do
-    general,      // "*": an unlisted item
+    general,      // "*", with or without a name: an unlisted item
     scale_label,  // 13 digits from "20": item code and weight
     craftsman,    // "W" or "P" and the number of a craftsman work line
     code,         // a barcode or an item code
@@ -24,6 +24,7 @@ enum class EntryForm {
 struct Entry {
     EntryForm form = EntryForm::empty;
     std::string text;         // normalised; of a scale label: the item code
+    std::string name;         // of an unlisted item: what was typed after "*", as typed
     double quantity = 0;      // of a scale label, in units
     std::int64_t number = 0;  // of a craftsman line; 0 when the text after the letter is no number
 };

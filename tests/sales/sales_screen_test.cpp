@@ -191,12 +191,23 @@ TEST(SalesScreen, ARecalledReceiptIsLookedAtReprintedAndReturned) {
     ASSERT_EQ(screen.SaveInvoice(), SaveOutcome::saved);
     EXPECT_EQ(counter.shop.number("select sum(quan) from stk where icode = 400"), 240);
 
+    // The second field adds to the receipt, which then is no longer only looked at.
+    ASSERT_TRUE(screen.recall("1"));
+    EXPECT_TRUE(screen.EnterItemForRecalled("410"));
+    EXPECT_TRUE(screen.EnterItem("440"));
+    EXPECT_EQ(screen.invoice().lines.size(), 3u);
+    counter.asked();
+    counter.answer({true});
+    ASSERT_EQ(screen.begin_save(), BeginSave::ask_payment);
+    ASSERT_EQ(screen.SaveInvoice(), SaveOutcome::saved);
+    EXPECT_EQ(screen.last_receipt()->invoice.number, 2);
+
     // A receipt that is only looked at makes way for the next customer's scan.
     ASSERT_TRUE(screen.recall("1"));
     ASSERT_TRUE(screen.EnterItem("100"));
     EXPECT_FALSE(screen.recalled());
     EXPECT_EQ(screen.invoice().lines.size(), 1u);
-    EXPECT_EQ(screen.number_text(), "2");
+    EXPECT_EQ(screen.number_text(), "3");
     counter.forbid({221});
     EXPECT_FALSE(screen.reprint());
 }

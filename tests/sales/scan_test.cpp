@@ -12,12 +12,13 @@ TEST(Scan, ReadsEveryForm) {
         std::string text;
         double quantity;
         std::int64_t number;
+        std::string name = "";
     };
     const Case cases[] = {
         {"", EntryForm::empty, "", 0, 0},
         {"  \t", EntryForm::empty, "", 0, 0},
         {"*", EntryForm::general, "*", 0, 0},
-        {" *خبز", EntryForm::general, "*ofز", 0, 0},
+        {" *خبز \t'بلدي'\r", EntryForm::general, "", 0, 0, "خبز 'بلدي'"},
         {"123", EntryForm::code, "123", 0, 0},
         {"١٢٣", EntryForm::code, "123", 0, 0},
         {"۱۲۳", EntryForm::code, "123", 0, 0},
@@ -51,6 +52,7 @@ TEST(Scan, ReadsEveryForm) {
         if (c.form != EntryForm::general) {
             EXPECT_EQ(entry.text, c.text);
         }
+        EXPECT_EQ(entry.name, c.name);
         EXPECT_DOUBLE_EQ(entry.quantity, c.quantity);
         EXPECT_EQ(entry.number, c.number);
     }
