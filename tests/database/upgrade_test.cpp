@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <set>
 #include <sstream>
 
 #include "database/odbc_connection.h"
@@ -12,7 +11,6 @@
 #include "database/sqlserver_connection.h"
 #include "database/tds_server.h"
 #include "database/upgrade_list.h"
-#include "support/data_file.h"
 #include "support/shop.h"
 
 namespace {
@@ -23,19 +21,10 @@ using database::Sql;
 using ::testing::ElementsAre;
 using ::testing::UnorderedElementsAre;
 
-std::set<std::string> tables_of(Connection&) {
-    std::set<std::string> tables = {"stocks",     "bankdata",  "codes",     "vendata", "sal_prd",
-                                    "sale_price", "mainx",     "subx",      "stk",     "makers",
-                                    "item_types", "tmp_price", "transdata", "tmp_tran"};
-    for (const std::string& line : test::data_lines("database/data/schema_types.txt", "#"))
-        tables.insert(line.substr(0, line.find(' ')));
-    return tables;
-}
-
 // Every table's columns with their types, and its rows in their order, as text.
 std::map<std::string, std::string> content_of(Connection& connection) {
     std::map<std::string, std::string> content;
-    for (const std::string& table : tables_of(connection)) {
+    for (const std::string& table : connection.tables()) {
         std::ostringstream text;
         const auto shape = connection.describe(table);
         for (std::size_t i = 0; i < shape.columns.size(); ++i)
