@@ -29,8 +29,8 @@ void make_shop(database::Connection& connection) {
     database::create_base_schema(connection);
     for (const char* statement : seed_basic)
         connection.execute(Sql::from_administrator(statement));
-    connection.execute(Sql::from_administrator("insert into users (code,name,pass,perm) select 1,N'مدير','1','" +
-                                               std::string(400, '1') + "'"));
+    connection.execute(Sql::from_administrator(
+        "insert into users (code,name,pass,perm) select 1,N'مدير','1','" + std::string(400, '1') + "'"));
     database::run_upgrade_list(connection);
     connection.settle();
 }
@@ -71,7 +71,9 @@ Shop::Shop() : file_(folder_.path() / "shop.db") {
     connection_ = database::open_embedded(file_);
 }
 
-void Shop::sql(const std::string& statement) { connection_->execute(Sql::from_administrator(statement)); }
+void Shop::sql(const std::string& statement) {
+    connection_->execute(Sql::from_administrator(statement));
+}
 
 std::string Shop::cell(const std::string& query) {
     return database::text_of(connection_->scalar(Sql::from_administrator(query)));
