@@ -97,7 +97,9 @@ const Table& Definitions::changeable(const std::string& name) {
 }
 
 std::string Definitions::column_sql(const Column& column) const {
-    std::string sql = quoted_name(column.name) + " " + column.type.written;
+    const std::string& type = column.type.written;
+    // A width that is no number can stand in the file between quotes only.
+    std::string sql = quoted_name(column.name) + " " + (type.ends_with("(max)") ? quoted_name(type) : type);
     if (column.not_null) sql += " NOT NULL";
     if (!column.default_sql.empty()) sql += " DEFAULT (" + column.default_sql + ")";
     if (column.type.is_text()) sql += std::string(" COLLATE ") + collation_name;

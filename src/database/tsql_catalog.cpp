@@ -56,7 +56,9 @@ std::shared_ptr<const View> read_view(const std::string& definition) {
 }
 
 // The type of a column of the file. Tables that others made may have types that the server has not.
-Type column_type(const std::string& written) {
+Type column_type(std::string written) {
+    // These the engine gives back in capitals, however they were written.
+    if (written == "INT" || written == "REAL" || written == "TEXT") written = common::lower_ascii(written);
     try {
         return parse_type(written);
     } catch (const Error&) {

@@ -106,7 +106,7 @@ Writer::Target Writer::target(const std::string& name, const std::vector<Source>
     }
     const Table& table = changeable(name);
     if (!from.empty()) fail("'" + name + "' is not among the tables after FROM.");
-    return {&table, table.name};
+    return {&table, catalog_.get(name).name};
 }
 
 std::string Writer::where_of(const Target& target, const std::vector<Source>& from, const Expression* where,
@@ -123,7 +123,7 @@ std::string Writer::where_of(const Target& target, const std::vector<Source>& fr
     std::string sql;
     if (from.empty()) {
         scope.sources.push_back({target.alias, target.table, {}});
-        sql = quoted_name(target.table->name);
+        sql = quoted_name(target.table->name) + " AS " + quoted_name(target.alias);
     } else {
         sql = source_list(from, scope);
     }
@@ -137,7 +137,7 @@ std::string Writer::where_of(const Target& target, const std::vector<Source>& fr
 Translation Writer::update(const Update& update) {
     const Target to = target(update.table, update.from);
     Scope scope;
-    scope.sources.push_back({to.table->name, to.table, {}});
+    scope.sources.push_back({to.alias, to.table, {}});
     Scope joined;
     std::string from;
     if (update.from.empty()) {
@@ -176,9 +176,8 @@ Translation Writer::update(const Update& update) {
     }
     const bool all_rows = constant && update.from.empty() && !update.where && !update.top;
     Translation made;
-    made.sql = "UPDATE " + quoted_name(to.table->name) + " SET ";
     if (update.from.empty()) {
-        made.sql += sets;
+        made.sql = "UPDATE " + quoted_name(to.table->name) + " AS " + quoted_name(to.alias) + " SET " + sets;
     } else {
         // The values come from the joined row of the same number.
         std::string inner = "SELECT " + values + " FROM " + from + " WHERE " + quoted_name(to.alias) +
@@ -196,10 +195,10 @@ Translation Writer::update(const Update& update) {
 Translation Writer::remove(const Delete& remove) {
     const Target from = target(remove.table, remove.from);
     Scope scope;
-    scope.sources.push_back({from.table->name, from.table, {}});
+    scope.sources.push_back({from.alias, from.table, {}});
     if (remove.from.empty()) scope_ = &scope;
     Translation made;
-    made.sql = "DELETE FROM " + quoted_name(from.table->name) +
+    made.sql = "DELETE FROM " + quoted_name(from.table->name) + " AS " + quoted_name(from.alias) +
                where_of(from, remove.from, remove.where.get(), remove.top.get(), "");
     scope_ = nullptr;
     return made;

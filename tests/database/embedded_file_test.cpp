@@ -1,0 +1,239 @@
+// The shop file: opened or refused with a reason, shared by two programs, durable when it says so.
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <fstream>
+#include <random>
+
+#include "database/engine.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using database::Error;
+
+class ShopFile : public test::Engine {
+  protected:
+    // The reason why a file does not open; empty when it does.
+    std::string refusal(const fs::path& path, bool create = false) {
+        try {
+            database::open_embedded(path, create);
+        } catch (const Error& error) {
+            EXPECT_EQ(error.sqlstate(), "08001") << error.what();
+            return error.what();
+        }
+        return {};
+    }
+    static void write(const fs::path& path, const std::string& bytes) {
+        std::ofstream(path, std::ios::binary) << bytes;
+    }
+    static std::string read(const fs::path& path) {
+        std::ifstream stream(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+    // Runs something in a process of its own; its exit code.
+    static int in_child(const std::function<int()>& body) {
+        const pid_t child = fork();
+        if (child == 0) {
+            int code = 99;
+            try {
+                code = body();
+            } catch (...) {
+            }
+            _exit(code);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    }
+};
+
+TEST_F(ShopFile, WhatIsNoShopIsRefusedWithAReason) {
+    run("create table t (a int)");
+    connection.reset();
+    const fs::path dir = folder.path();
+    write(dir / "empty", "");
+    write(dir / "text", std::string(5000, 'x'));
+    write(dir / "short", "SQLite format 3");
+    fs::create_directory(dir / "sub");
+    fs::create_symlink(dir / "gone", dir / "dangling");
+    // Another program's database.
+    std::string foreign = read(file);
+    foreign.replace(68, 4, std::string(4, '\0'));
+    write(dir / "foreign", foreign);
+    // A shop whose tables cannot be read.
+    std::string torn = read(file);
+    torn.replace(100, 400, std::string(400, '\x7f'));
+    write(dir / "torn", torn);
+    const struct {
+        const char* name;
+        const char* reason;
+    } cases[] = {{"none.db", "does not exist"},  {"dangling", "does not exist"},
+                 {"sub", "is a folder"},         {"empty", "is empty"},
+                 {"text", "no shop file"},       {"short", "no shop file"},
+                 {"foreign", "another program"}, {"torn", "damaged"}};
+    for (const auto& [name, reason] : cases) {
+        const std::string before = fs::is_regular_file(dir / name) ? read(dir / name) : "";
+        EXPECT_NE(refusal(dir / name).find(reason), std::string::npos) << name << ": " << refusal(dir / name);
+        EXPECT_NE(refusal(dir / name).find(name), std::string::npos) << "the reason names the file";
+        if (!before.empty()) {
+            EXPECT_EQ(read(dir / name), before) << name << " is left as it was";
+        }
+    }
+    EXPECT_NE(refusal(dir / "no" / "shop.db", true).find("folder does not exist"), std::string::npos);
+    EXPECT_FALSE(fs::exists(dir / "none.db")) << "opening makes no file";
+    EXPECT_EQ(refusal(file), "");
+    EXPECT_EQ(refusal(dir / "made", true), "");
+    EXPECT_EQ(refusal(dir / "made"), "");
+}
+
+TEST_F(ShopFile, ReadOnlyIsRefused) {
+    if (geteuid() == 0) GTEST_SKIP() << "nothing is read-only for root";
+    connection.reset();
+    fs::permissions(file, fs::perms::owner_read);
+    EXPECT_NE(refusal(file).find("read-only"), std::string::npos);
+}
+
+TEST_F(ShopFile, DamageWithinIsAnErrorNotACrash) {
+    run("create table t (a int not null primary key, b nvarchar(200))");
+    run("begin transaction");
+    for (int i = 0; i < 2000; ++i) {
+        run("insert into t values (?,?)",
+            {database::Value(std::int64_t{i}), database::Value(std::string(100, 'b'))});
+    }
+    run("commit");
+    connection.reset();
+    const std::string whole = read(file);
+    std::mt19937 random(7);
+    for (int round = 0; round < 30; ++round) {
+        std::string bytes = whole;
+        for (int i = 0; i < 200; ++i)
+            bytes[100 + random() % (bytes.size() - 100)] = static_cast<char>(random());
+        if (round % 3 == 0) bytes.resize(4096 + random() % (bytes.size() - 4096));
+        const fs::path damaged = folder.path() / "damaged";
+        write(damaged, bytes);
+        fs::remove(folder.path() / "damaged-wal");
+        try {
+            const auto opened = database::open_embedded(damaged);
+            opened->query("select count(*), max(b) from t");
+            opened->execute("update t set b = 'x' where a < 100");
+            opened->execute("delete from t where a > 1000");
+        } catch (const Error& error) {
+            EXPECT_FALSE(std::string(error.what()).empty());
+        }
+    }
+}
+
+TEST_F(ShopFile, AFullDiskIsAnErrorAndLosesNothing) {
+    run("create table t (a int, b nvarchar(max))");
+    run("insert into t values (1,'kept')");
+    connection.reset();
+    const int code = in_child([&] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const auto opened = database::open_embedded(file);
+        const rlimit limit{200'000, 200'000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        for (int i = 0; i < 100; ++i) {
+            try {
+                opened->run("insert into t values (2,?)", {database::Value(std::string(50'000, 'x'))});
+            } catch (const Error& error) {
+                const bool reads_on = opened->query("select * from t where a = 1").size() == 1;
+                return !std::string(error.what()).empty() && reads_on ? 0 : 1;
+            }
+        }
+        return 2;
+    });
+    EXPECT_EQ(code, 0);
+    connection = database::open_embedded(file);
+    EXPECT_EQ(rows("select b from t where a = 1"), "kept");
+}
+
+TEST_F(ShopFile, TwoProgramsWriteAtOnce) {
+    run("create table t (who int, n int)");
+    run("create table total (n int)");
+    run("insert into total values (0)");
+    connection.reset();
+    constexpr int each = 300;
+    std::vector<pid_t> children;
+    for (int who = 1; who <= 3; ++who) {
+        const pid_t child = fork();
+        if (child == 0) {
+            int code = 0;
+            try {
+                const auto mine = database::open_embedded(file);
+                for (std::int64_t n = 0; n < each; ++n) {
+                    mine->run("insert into t values (?,?)",
+                              {database::Value(std::int64_t{who}), database::Value(n)});
+                    mine->execute("update total set n = n + 1 where n >= 0");
+                    if (n % 50 == 0) mine->settle();
+                }
+            } catch (const std::exception&) {
+                code = 1;
+            }
+            _exit(code);
+        }
+        children.push_back(child);
+    }
+    for (const pid_t child : children) {
+        int status = 0;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    connection = database::open_embedded(file);
+    EXPECT_EQ(rows("select count(*) from t"), "900");
+    EXPECT_EQ(rows("select n from total"), "900");
+    EXPECT_EQ(rows("select count(*) from (select who, n from t group by who, n) d"), "900");
+}
+
+TEST_F(ShopFile, WhatAKilledProgramWroteIsThere) {
+    run("create table t (a int)");
+    connection.reset();
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_EQ(in_child([&] {
+                      const auto mine = database::open_embedded(file);
+                      for (int i = 0; i < 10; ++i)
+                          mine->execute("insert into t values (1)");
+                      mine->settle();
+                      ::raise(SIGKILL);
+                      return 0;
+                  }),
+                  128 + SIGKILL);
+        connection = database::open_embedded(file);
+        EXPECT_EQ(rows("select count(*) from t"), std::to_string((round + 1) * 10));
+        connection.reset();
+    }
+}
+
+// What has been settled is in the files that were synced: a copy of the file and its log as they stand then
+// has it.
+TEST_F(ShopFile, SettledRowsAreInTheFileAndItsLog) {
+    run("create table t (a int)");
+    connection->settle();
+    for (int i = 1; i <= 5; ++i) {
+        run("insert into t values (1)");
+        connection->settle();
+        ASSERT_TRUE(fs::exists(file.string() + "-wal"));
+        const fs::path copy = folder.path() / ("copy" + std::to_string(i));
+        fs::copy_file(file, copy);
+        fs::copy_file(file.string() + "-wal", copy.string() + "-wal");
+        EXPECT_EQ(database::number_of(database::open_embedded(copy)->scalar("select count(*) from t")), i);
+    }
+}
+
+TEST_F(ShopFile, TheConnectionStringNamesIt) {
+    connection.reset();
+    const std::string before =
+        "Provider=SQLOLEDB.1;Password=x;Persist Security Info=True;User ID=sa;Initial Catalog= ";
+    for (const char* after : {"engine.db;Data Source=embedded", "engine.db ;data source = EMBEDDED ;"}) {
+        EXPECT_TRUE(database::open_connection(before + after, folder.path())->is_embedded());
+    }
+    EXPECT_TRUE(
+        database::open_connection(before + file.string() + ";Data Source=embedded", "/")->is_embedded());
+    EXPECT_THROW(database::open_connection(before + "none.db;Data Source=embedded", folder.path()), Error);
+    EXPECT_THROW(database::open_connection(before + ";Data Source=embedded", folder.path()), Error);
+}
+
+}  // namespace

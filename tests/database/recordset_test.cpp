@@ -1,0 +1,185 @@
+// Rows edited one at a time, and what happens when someone else was quicker.
+#include "database/recordset.h"
+
+#include "database/engine.h"
+#include "database/faults.h"
+
+namespace {
+
+using database::Error;
+using database::Recordset;
+using database::Sql;
+using database::Value;
+
+class Records : public test::Engine {
+  protected:
+    Records() {
+        run("create table keyed (code int not null primary key, name nvarchar(10), made datetime, price "
+            "real)");
+        run("create table loose (code int, name nvarchar(10), made datetime, price real)");
+        for (const char* table : {"keyed", "loose"}) {
+            run(std::string("insert into ") + table + " values (1,N'شاي','2026/11/21 10:30:15',0.1)");
+            run(std::string("insert into ") + table + " values (2,null,null,null)");
+        }
+    }
+    static std::string state_of(const std::function<void()>& action) {
+        try {
+            action();
+        } catch (const Error& error) {
+            return error.sqlstate();
+        }
+        return "no error";
+    }
+};
+
+TEST_F(Records, WalkAndRead) {
+    Recordset records(*connection, "select * from keyed order by code desc");
+    ASSERT_EQ(records.size(), 2U);
+    EXPECT_EQ(records.integer("CODE"), 2);
+    EXPECT_TRUE(records.null("name"));
+    records.move_next();
+    EXPECT_EQ(records.text("name"), "شاي");
+    EXPECT_EQ(records.moment("made"), (common::Moment{{2026, 11, 21}, {10, 30, 15, 0}}));
+    records.move_next();
+    EXPECT_TRUE(records.at_end());
+    EXPECT_EQ(state_of([&] { records.get("code"); }), "24000");
+    EXPECT_EQ(state_of([&] { records.set("code", 1); }), "24000");
+    records.move_first();
+    EXPECT_EQ(records.integer("code"), 2);
+    records.move_last();
+    EXPECT_EQ(records.integer("code"), 1);
+    EXPECT_EQ(state_of([&] { records.get("nothing"); }), "42S22");
+}
+
+TEST_F(Records, AddReadsNothing) {
+    database::FaultyConnection counted(*connection);
+    Recordset records(counted, "select * from keyed");
+    records.add();
+    records.set("code", 7);
+    records.set("name", "d'Or");
+    records.set("made", common::Date{2026, 1, 2});
+    EXPECT_EQ(records.integer("code"), 7);
+    EXPECT_TRUE(records.null("price"));
+    records.update();
+    EXPECT_EQ(counted.count(), 1);
+    EXPECT_EQ(rows("select name,made,price from keyed where code = 7"), "d'Or|2026/01/02 00:00:00|null");
+    records.add();
+    records.cancel();
+    records.update();
+    EXPECT_EQ(counted.count(), 1);
+    // A row added once the others were read is the current one.
+    EXPECT_EQ(records.size(), 3U);
+    records.add();
+    records.set("code", 8);
+    records.update();
+    EXPECT_EQ(records.integer("code"), 8);
+    records.set("name", "eight");
+    records.update();
+    EXPECT_EQ(rows("select name from keyed where code = 8"), "eight");
+}
+
+TEST_F(Records, ChangesOneRowOnly) {
+    // Rows alike in everything: one is written.
+    run("insert into loose values (2,null,null,null)");
+    Recordset records(*connection, "select * from loose where code = 2");
+    records.set("name", "two");
+    records.set("price", 2.5);
+    records.update();
+    EXPECT_EQ(rows("select count(*) from loose where name = 'two'"), "1");
+    EXPECT_EQ(records.text("name"), "two");
+    // And once more, against what it just wrote.
+    records.set("name", Value(database::Null{}));
+    records.update();
+    EXPECT_EQ(rows("select price from loose where code = 2 and name is null order by price"), "null / 2.5");
+}
+
+TEST_F(Records, WhoComesLateWritesNothing) {
+    for (const char* table : {"keyed", "loose"}) {
+        const std::string t = table;
+        for (const std::string& meanwhile : std::vector<std::string>{
+                 "update " + t + " set price = 0.2 where code = 1",
+                 "update " + t + " set made = null where code = 1",
+                 "update " + t + " set name = 'x' where code = 1", "delete from " + t + " where code = 1"}) {
+            run("delete from " + t);
+            run("insert into " + t + " values (1,N'شاي','2026/11/21 10:30:15',0.1)");
+            Recordset records(*connection, Sql::from_administrator("select * from " + t + " where code = 1"));
+            ASSERT_EQ(records.integer("code"), 1);
+            run(meanwhile);
+            records.set("name", "late");
+            EXPECT_EQ(state_of([&] { records.update(); }), "40001") << meanwhile;
+            EXPECT_EQ(rows("select count(*) from " + t + " where name = 'late'"), "0") << meanwhile;
+        }
+    }
+}
+
+TEST_F(Records, WhatTheServerRefusesIsRefused) {
+    Recordset records(*connection, "select * from [dbo].[keyed] where code = 1");
+    const struct {
+        const char* column;
+        Value value;
+        const char* state;
+    } cases[] = {
+        {"name", std::string("12345678901"), "22001"}, {"price", std::string("x"), "22018"},
+        {"made", std::string("x"), "22007"},           {"code", std::int64_t{2}, "23000"},
+        {"code", database::Null{}, "23000"},           {"code", std::int64_t{3000000000}, "22003"},
+    };
+    for (const auto& [column, value, state] : cases) {
+        records.set(column, value);
+        EXPECT_EQ(state_of([&] { records.update(); }), state) << column;
+        EXPECT_EQ(state_of([&] { records.move_next(); }), "HY010") << "the change is still open";
+        records.cancel();
+    }
+    EXPECT_EQ(rows("select * from keyed where code = 1"), "1|شاي|2026/11/21 10:30:15|0.1");
+    EXPECT_EQ(state_of([&] { records.set("nothing", 1); }), "42S22");
+    EXPECT_EQ(state_of([&] { Recordset(*connection, "select code from keyed"); }), "42000");
+    EXPECT_EQ(state_of([&] { Recordset(*connection, "select * from nowhere").size(); }), "42S02");
+}
+
+// As a server does it: no row numbers, all former values.
+TEST_F(Records, WithoutRowNumbersTheFormerValuesFindTheRow) {
+    class AsServer final : public database::Connection {
+      public:
+        explicit AsServer(Connection& inner) : inner_(inner) {}
+        Outcome run(std::string_view statement, const std::vector<Value>& values) override {
+            return inner_.run(statement, values);
+        }
+        void settle() override { inner_.settle(); }
+        bool is_embedded() const override { return false; }
+        Table describe(std::string_view table) override { return inner_.describe(table); }
+
+      private:
+        Connection& inner_;
+    } server(*connection);
+    run("insert into loose values (2,null,null,null)");
+    Recordset records(server, "select * from loose");
+    records.set("name", "one");
+    records.update();
+    records.move_next();
+    records.set("name", "two");
+    records.update();
+    EXPECT_EQ(rows("select code,name from loose order by code,name"), "1|one / 2|null / 2|two");
+    run("update loose set price = 1 where name = 'two'");
+    records.set("name", "late");
+    EXPECT_EQ(state_of([&] { records.update(); }), "40001");
+}
+
+TEST_F(Records, AFailingConnectionFailsWhereItWasTold) {
+    database::FaultyConnection faulty(*connection);
+    faulty.fail_at(2, database::FaultyConnection::Fault::passing);
+    EXPECT_EQ(faulty.query("select code from keyed").size(), 2U);
+    EXPECT_EQ(state_of([&] { faulty.execute("delete from keyed"); }), "HY000");
+    EXPECT_TRUE(faulty.has_failed());
+    EXPECT_EQ(faulty.query("select code from keyed").size(), 2U);
+    faulty.call_before(1, [&] { connection->execute("delete from keyed where code = 1"); });
+    EXPECT_EQ(faulty.query("select code from keyed").size(), 1U);
+    faulty.fail_at(1, database::FaultyConnection::Fault::lost);
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(state_of([&] { faulty.query("select 1"); }), "08S01");
+    EXPECT_EQ(state_of([&] { faulty.settle(); }), "08S01");
+    EXPECT_EQ(state_of([&] { faulty.describe("keyed"); }), "08S01");
+    faulty.heal();
+    EXPECT_EQ(faulty.count(), 6);
+    EXPECT_EQ(faulty.query("select code from keyed").size(), 1U);
+}
+
+}  // namespace
