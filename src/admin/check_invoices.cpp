@@ -79,6 +79,7 @@ class InvoiceCheck {
         }
         card_payments();
         balances();
+        craftsman_lines();
         if (findings_.empty()) {
             findings_.push_back({Verdict::good, "invoices",
                                  std::to_string(headers_.size()) + " since " +
@@ -200,6 +201,24 @@ class InvoiceCheck {
                                      common::format_amount(expected) +
                                      "; compare the statement with the customer's receipts, write what is "
                                      "missing, then set cacc"});
+        }
+    }
+
+    // What is left of a craftsman's work line is what was made less what was sold of it.
+    void craftsman_lines() {
+        std::map<std::int64_t, double> sold;
+        for (const auto& row : connection_.query("select salvcode,sum(case when ctype = 0 or ctype = 1 then "
+                                                 "quan else 0 - quan end) as total from "
+                                                 "saledata where salvcode <> 0 group by salvcode")) {
+            sold[row.integer("salvcode")] = row.number("total");
+        }
+        for (const auto& row : connection_.query("select scode,qty,cqty from salver order by scode")) {
+            const double left = row.number("qty") - sold[row.integer("scode")];
+            if (!differ(left, row.number("cqty"))) continue;
+            wrong("craftsman line " + row.text("scode") + " has " +
+                  common::format_quantity(row.number("cqty")) +
+                  " left, but what was made less what was sold is " + common::format_quantity(left) +
+                  "; set cqty in salver");
         }
     }
 
