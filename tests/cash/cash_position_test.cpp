@@ -1,0 +1,194 @@
+#include "cash/cash_position.h"
+
+#include <gtest/gtest.h>
+
+#include "cash/transfer.h"
+#include "drawers.h"
+
+namespace cash {
+namespace {
+
+constexpr common::Moment noon{{2026, 11, 21}, {12, 0, 0, 0}};
+constexpr common::Moment morning{{2026, 11, 21}, {8, 0, 0, 0}};
+
+class Position : public testing::Test {
+  protected:
+    CashPosition computed(const common::Moment& until = noon, const common::Moment& start = morning) {
+        CashPosition position(drawers.shop.connection(), drawers.session, drawers.outside.clock);
+        position.compute(1, start, until);
+        return position;
+    }
+    test::Drawers drawers;
+};
+
+struct Edge {
+    const char* what;
+    test::InvoiceRow row;
+    double position;
+    float card;
+    float telephone;
+};
+
+test::InvoiceRow at(const std::string& date, const std::string& time, int stype = 0, int ctype = 0) {
+    test::InvoiceRow row;
+    row.date = date;
+    row.time = time;
+    row.stype = stype;
+    row.ctype = ctype;
+    row.ptot = "10";
+    row.safe = "0";
+    return row;
+}
+
+TEST_F(Position, CountsStrictlyBeforeButThePeriodUpToItsEnd) {
+    test::InvoiceRow other_store = at("2026/11/21", "09:00:00");
+    other_store.store = 2;
+    test::InvoiceRow no_drawer = at("2026/11/21", "09:00:00");
+    no_drawer.drawer = 99;
+    test::InvoiceRow null_amount = at("2026/11/21", "09:00:00");
+    null_amount.ptot = "null";
+    const Edge edges[] = {
+        {"a second before", at("2026/11/21", "11:59:59"), 10, 0, 0},
+        {"at the moment", at("2026/11/21", "12:00:00"), 0, 0, 0},
+        {"no time: midnight", at("2026/11/21", ""), 10, 0, 0},
+        {"midnight of the next day", at("2026/11/22", ""), 0, 0, 0},
+        {"a card sale at the end", at("2026/11/21", "12:00:00", 1), 0, 10, 0},
+        {"a card sale at the start", at("2026/11/21", "08:00:00", 1), 0, 0, 0},
+        {"a card return", at("2026/11/21", "09:00:00", 1, 2), 0, -10, 0},
+        {"a telephone order at the end", at("2026/11/21", "12:00:00", 4), 0, 0, 10},
+        {"a telephone order before the start", at("2026/11/21", "07:00:00", 4), 0, 0, 0},
+        {"another store", other_store, 0, 0, 0},
+        {"an unknown drawer", no_drawer, 0, 0, 0},
+        {"no amount", null_amount, 0, 0, 0},
+    };
+    for (const Edge& edge : edges) {
+        drawers.shop.sql("delete from sales");
+        drawers.invoice(edge.row);
+        const DrawerPosition own = computed().own();
+        EXPECT_EQ(own.position, edge.position) << edge.what;
+        EXPECT_EQ(own.card_sales, edge.card) << edge.what;
+        EXPECT_EQ(own.uncollected, edge.telephone) << edge.what;
+    }
+}
+
+// Each sum is rounded, not each row: three thirds of a hundredth are one.
+TEST_F(Position, RoundsEverySum) {
+    drawers.cash_sale("0.004");
+    drawers.cash_sale("0.004");
+    EXPECT_EQ(computed().own().position, 0.01);
+    for (int i = 0; i < 10; ++i)
+        drawers.cash_sale("0.1");
+    EXPECT_EQ(computed().own().position, 1.01);
+}
+
+TEST_F(Position, MovesWhatIsAboveZero) {
+    drawers.cash_sale("500.25");
+    drawers.cash_sale("70", "09:30:00", 2);
+    CashPosition position = computed();
+    position.move(200, 1);
+    EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 300.25\n");
+    EXPECT_EQ(position.own().moved, 300.25);
+    const auto row = drawers.shop.connection().query("select * from cach_t").front();
+    EXPECT_EQ(row.text("note1"), "تحويل من درج 1");
+    EXPECT_EQ(row.moment("cdate"), (common::Moment{{2026, 11, 21}, {}}));
+    EXPECT_EQ(common::time_text(row.moment("time_").time), "10:42:00");
+    EXPECT_EQ(row.integer("user_c"), 1);
+}
+
+struct Unmoved {
+    const char* what;
+    const char* sale;
+    int drawer;
+    float leave;
+};
+TEST_F(Position, MovesNothing) {
+    const Unmoved cases[] = {{"zero", "0", 1, 0},
+                             {"below zero", "-5", 1, 0},
+                             {"the main drawer", "500", 2, 0},
+                             {"all of it stays", "500", 1, 500},
+                             {"more than all stays", "500", 1, 501}};
+    for (const Unmoved& unmoved : cases) {
+        drawers.shop.sql("delete from sales");
+        drawers.cash_sale(unmoved.sale, "09:00:00", unmoved.drawer);
+        CashPosition position = computed();
+        position.move(unmoved.leave, unmoved.drawer);
+        EXPECT_EQ(drawers.transfers(), "") << unmoved.what;
+    }
+}
+
+TEST_F(Position, MovesEveryDrawerWhenNoneIsNamed) {
+    drawers.shop.sql("update basic set mst = 2, mcash = 1");
+    drawers.cash_sale("30");
+    drawers.cash_sale("40", "09:30:00", 2);
+    drawers.shop.sql(
+        "insert into cach_t (cnum,cfr,cto,cash_nf,cash_nt,caml,cdate) select 17,2,2,1,1,1,'2026/01/01'");
+    CashPosition position = computed();
+    position.move(0, 0);
+    EXPECT_EQ(drawers.transfers(), "17: 2/1 to 2/1 1.00\n18: 1/1 to 2/1 30.00\n19: 1/2 to 2/1 40.00\n");
+}
+
+// A transfer carries the time of its writing, which the position at an earlier moment cannot see.
+TEST_F(Position, TheSameCashIsNeverMovedTwice) {
+    drawers.cash_sale("100");
+    for (int till = 0; till < 2; ++till) {
+        CashPosition position = computed({{2026, 11, 21}, {10, 0, 0, 0}});
+        position.move(0, 1);
+    }
+    EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 100.00\n");
+    // What was sold since then is moved at the next change.
+    drawers.cash_sale("25", "10:50:00");
+    CashPosition position = computed({{2026, 11, 21}, {11, 0, 0, 0}});
+    position.move(0, 1);
+    EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 100.00\n2: 1/1 to 1/2 25.00\n");
+}
+
+TEST_F(Position, ADrawersNameMayHoldQuotes) {
+    drawers.shop.sql(
+        "update cash set name = N'درج ''القبو''; delete from sales' where stcode = 1 and code = 1");
+    drawers.cash_sale("10");
+    CashPosition position = computed();
+    position.move(0, 1);
+    EXPECT_EQ(drawers.shop.cell("select note1 from cach_t"), "تحويل من درج 'القبو'; delete from sales");
+}
+
+TEST_F(Position, AStoreWithoutDrawersHasNoPositions) {
+    drawers.shop.sql("delete from cash");
+    EXPECT_TRUE(computed().drawers().empty());
+    EXPECT_EQ(computed().own().position, 0);
+}
+
+TEST_F(Position, CalcCashEmptiesTheDrawersAndNamesTheEmptyOnes) {
+    drawers.shop.sql("update basic set mst = 2, mcash = 1");
+    drawers.cash_sale("300");
+    drawers.open_shift(4);
+    drawers.open_shift(9, "2026/11/21 09:30:00", 2);
+    const auto positions = calc_cash(drawers.shop.connection(), drawers.session, drawers.outside.all(),
+                                     CalcCopy::shift_close, 120);
+    ASSERT_EQ(positions.size(), 2U);
+    EXPECT_EQ(drawers.transfers(), "1: 1/1 to 2/1 180.00\n");
+    ASSERT_EQ(drawers.outside.prompts.messages.size(), 1U);
+    EXPECT_EQ(drawers.outside.prompts.last(),
+              "تم بدء وردية جديدة .. رصيد الخزينه -- 0.00 -- صفر أو أقل لم يتم تحويل النقديه منها");
+}
+
+// shift2s counts up to the start of the shift with the store's highest number, shiftc up to the one that
+// started last in any store, without its seconds.
+TEST_F(Position, TheCopiesOfCalcCashCountToDifferentMoments) {
+    drawers.open_shift(9, "2026/11/21 08:00:30", 2);
+    drawers.open_shift(4, "2026/11/21 09:30:00", 1);
+    drawers.shop.sql("insert into shift (stcode,cash_no,scode,s_date) select 2,1,1,'2026/11/21 10:00:30'");
+    drawers.cash_sale("1", "08:00:29");
+    drawers.cash_sale("10", "08:00:30");
+    drawers.cash_sale("100", "09:59:59");
+    drawers.cash_sale("1000", "10:00:10");
+    const auto own = [this](CalcCopy copy) {
+        return calc_cash(drawers.shop.connection(), drawers.session, drawers.outside.all(), copy, 0)
+            .front()
+            .position;
+    };
+    EXPECT_EQ(own(CalcCopy::shift_close), 1);
+    EXPECT_EQ(own(CalcCopy::shift_start), 111);
+}
+
+}  // namespace
+}  // namespace cash

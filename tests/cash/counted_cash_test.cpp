@@ -1,0 +1,174 @@
+#include "cash/counted_cash.h"
+
+#include <gtest/gtest.h>
+
+#include "cash/expenses.h"
+#include "cash/messages.h"
+#include "drawers.h"
+
+namespace cash {
+namespace {
+
+class Counting : public testing::Test {
+  protected:
+    CountedCash opened() {
+        CountedCash panel(drawers.shop.connection(), drawers.session, drawers.outside.all());
+        panel.open();
+        return panel;
+    }
+    test::Drawers drawers;
+};
+
+TEST_F(Counting, ASecondCountReplacesTheFirst) {
+    drawers.cash_sale("470");
+    CountedCash panel = opened();
+    EXPECT_EQ(panel.expected(), 470);
+    EXPECT_FALSE(panel.difference());
+    for (const auto& [counted, difference] : {std::pair{"500", 30.0}, {"500.00", 30.0}, {"440.5", -29.5}}) {
+        panel.counted = counted;
+        EXPECT_TRUE(panel.confirm());
+        EXPECT_EQ(panel.difference(), difference);
+        EXPECT_EQ(panel.expected(), 470);
+        EXPECT_EQ(panel.position(), 470 + difference);
+        EXPECT_EQ(drawers.shop.number("select count(*) from mor_les"), 1);
+        EXPECT_EQ(drawers.shop.number("select aml from mor_les"), difference);
+    }
+    EXPECT_EQ(opened().difference(), -29.5);
+    EXPECT_EQ(drawers.shop.cell("select time_ from mor_les"), "2026/11/21 10:42:00");
+}
+
+TEST_F(Counting, EachDayStoreAndDrawerHasItsOwnRow) {
+    CountedCash panel = opened();
+    panel.counted = "5";
+    panel.confirm();
+    panel.choose_drawer(2);
+    panel.confirm();
+    panel.choose_store(2);
+    EXPECT_EQ(panel.drawer(), 1);
+    panel.confirm();
+    panel.choose_day({2026, 11, 20});
+    panel.counted = "2";
+    panel.confirm();
+    EXPECT_EQ(drawers.shop.number("select count(*) from mor_les"), 4);
+    panel.choose_day({2026, 11, 21});
+    EXPECT_EQ(panel.expected(), 2);  // yesterday's surplus is in the drawer
+    EXPECT_EQ(panel.position(), 7);
+}
+
+// The whole day counts, its last second included; what comes at midnight is the next day's.
+TEST_F(Counting, CountsToTheEndOfTheDay) {
+    drawers.cash_sale("10", "23:59:59");
+    test::InvoiceRow next;
+    next.date = "2026/11/22";
+    next.time = "";
+    next.ptot = "1000";
+    drawers.invoice(next);
+    EXPECT_EQ(opened().expected(), 10);
+}
+
+TEST_F(Counting, RefusalsWriteNothing) {
+    struct Case {
+        const char* counted;
+        common::Date day;
+        const char* sql;
+        std::string_view message;
+    };
+    const Case cases[] = {
+        {"مائة", {2026, 11, 21}, "", message::no_amount},
+        {"-1", {2026, 11, 21}, "", message::no_amount},
+        {"1e300", {2026, 11, 21}, "", message::no_amount},
+        {"5", {2026, 11, 22}, "", message::future_day},
+        {"5", {2026, 11, 21}, "delete from cash", message::no_such_drawer},
+    };
+    for (const Case& refused : cases) {
+        CountedCash panel = opened();
+        panel.choose_day(refused.day);
+        if (*refused.sql != 0) drawers.shop.sql(refused.sql);
+        panel.counted = refused.counted;
+        EXPECT_FALSE(panel.confirm());
+        EXPECT_EQ(drawers.outside.prompts.last(), refused.message);
+    }
+    EXPECT_EQ(drawers.shop.number("select count(*) from mor_les"), 0);
+}
+
+class Spending : public testing::Test {
+  protected:
+    Spending() {
+        for (const char* statement : {"insert into mainx (code,name) select 1,N'كهرباء'",
+                                      "insert into mainx (code,name) select 2,N'نقل'",
+                                      "insert into subx (code,name,mcode) select 1,N'فاتورة',1",
+                                      "insert into subx (code,name,mcode) select 5,N'سيارة',2"})
+            drawers.shop.sql(statement);
+        screen.open();
+    }
+    void fill() {
+        screen.choose_main_heading(2);
+        screen.choose_sub_heading(5);
+        screen.value = "12.50";
+        screen.notes = "أجرة 'النقل'; delete from dailyexp --";
+    }
+    test::Drawers drawers;
+    Expenses screen{drawers.shop.connection(), drawers.session, drawers.outside.all()};
+};
+
+TEST_F(Spending, WritesAnExpenseAndAsksForAnother) {
+    fill();
+    drawers.outside.prompts.answers = {true, false};
+    EXPECT_TRUE(screen.save());
+    EXPECT_FALSE(screen.is_done());
+    EXPECT_EQ(screen.value, "0.00");
+    EXPECT_EQ(screen.sub_heading(), 5);
+    screen.value = "٧٫٢٥";
+    EXPECT_TRUE(screen.save());
+    EXPECT_TRUE(screen.is_done());
+    const auto rows = drawers.shop.connection().query("select * from dailyexp order by value");
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows.front().number("value"), 7.25);
+    const auto& row = rows.rows().back();
+    EXPECT_EQ(row.number("value"), 12.5);
+    EXPECT_EQ(row.text("notes"), "أجرة 'النقل'; delete from dailyexp --");
+    EXPECT_EQ(row.moment("expdate"), (common::Moment{{2026, 11, 21}, {}}));
+    EXPECT_EQ(common::time_text(row.moment("time_").time), "10:42:00");
+    EXPECT_EQ(row.text("stcode") + row.text("cash_n") + row.text("mcode") + row.text("scode"), "1125");
+}
+
+TEST_F(Spending, ChoicesAboveEmptyTheOnesBelow) {
+    fill();
+    screen.choose_main_heading(1);
+    EXPECT_FALSE(screen.sub_heading());
+    ASSERT_EQ(screen.sub_headings().size(), 1U);
+    EXPECT_EQ(screen.sub_headings().front().name, "فاتورة");
+    EXPECT_EQ(screen.drawer(), 1);
+    screen.choose_store(2);
+    EXPECT_FALSE(screen.drawer());
+    EXPECT_EQ(screen.drawers().size(), 1U);
+}
+
+TEST_F(Spending, RefusalsWriteNothing) {
+    struct Case {
+        void (*spoil)(Expenses&);
+        std::string_view message;
+    };
+    const Case cases[] = {
+        {[](Expenses& s) { s.choose_drawer({}); }, "ادخل الخزينة"},
+        {[](Expenses& s) { s.open(); }, "ادخل المصروف الرئيسي"},
+        {[](Expenses& s) { s.choose_sub_heading({}); }, "ادخل المصروف الفرعي"},
+        {[](Expenses& s) { s.value = "0.00"; }, "ادخل القيمة"},
+        {[](Expenses& s) { s.value = "0.004"; }, "ادخل القيمة"},
+        {[](Expenses& s) { s.value = "عشرة"; }, message::no_amount},
+        {[](Expenses& s) { s.value = "-3"; }, message::no_amount},
+        {[](Expenses& s) { s.choose_drawer(77); }, message::no_such_drawer},
+    };
+    for (const Case& refused : cases) {
+        screen.open();
+        fill();
+        refused.spoil(screen);
+        EXPECT_FALSE(screen.save());
+        EXPECT_EQ(drawers.outside.prompts.last(), refused.message);
+    }
+    EXPECT_EQ(drawers.shop.number("select count(*) from dailyexp"), 0);
+    EXPECT_TRUE(drawers.outside.prompts.questions.empty());
+}
+
+}  // namespace
+}  // namespace cash

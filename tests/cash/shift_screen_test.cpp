@@ -1,0 +1,278 @@
+#include "cash/shift_screen.h"
+
+#include <gtest/gtest.h>
+
+#include "cash/messages.h"
+#include "drawers.h"
+
+namespace cash {
+namespace {
+
+class Shifts : public testing::Test {
+  protected:
+    Shifts() { drawers.shop.sql("insert into worker (work_code,work_name) select 2,N'كريم'"); }
+
+    ShiftScreen opened() {
+        ShiftScreen screen(drawers.shop.connection(), drawers.session, drawers.outside.all());
+        EXPECT_TRUE(screen.open());
+        return screen;
+    }
+    bool start(std::int64_t worker) {
+        ShiftScreen screen = opened();
+        screen.worker = worker;
+        return screen.start();
+    }
+    std::string shifts() {
+        std::string text;
+        for (const auto& row :
+             drawers.shop.connection().query("select * from shift order by stcode,cash_no,scode,s_date")) {
+            text += row.text("scode") + " " + common::time_text(row.moment("s_date").time) + "-" +
+                    (row.null("e_date") ? "" : common::time_text(row.moment("e_date").time)) + " worker " +
+                    row.text("man_") + (row.null("cur_bal") ? "" : " " + row.text("cur_bal")) + "\n";
+        }
+        return text;
+    }
+    void pass(int minutes) {
+        auto& time = drawers.outside.clock.moment.time;
+        time.minute += minutes;
+        time.hour += time.minute / 60;
+        time.minute %= 60;
+    }
+    test::Drawers drawers;
+};
+
+TEST_F(Shifts, TheFirstShiftClosesNothing) {
+    ShiftScreen screen = opened();
+    EXPECT_EQ(screen.next_number(), 1);
+    EXPECT_FALSE(screen.is_in_shift());
+    EXPECT_EQ(screen.time, "10:42:00");
+    screen.worker = 1;
+    EXPECT_TRUE(screen.start());
+    EXPECT_EQ(shifts(), "1 10:42:00- worker 1\n");
+    EXPECT_TRUE(screen.is_in_shift());
+    EXPECT_EQ(screen.last_worker(), "سعاد");
+    EXPECT_EQ(screen.next_number(), 2);
+    EXPECT_EQ(current_shift(drawers.shop.connection(), 1, 1)->number, 1);
+    EXPECT_FALSE(current_shift(drawers.shop.connection(), 1, 2));
+}
+
+TEST_F(Shifts, StartingClosesTheOpenShiftAndMovesItsCash) {
+    ASSERT_TRUE(start(1));
+    drawers.cash_sale("150.75", "10:50:00");
+    pass(30);
+    drawers.shop.sql("update basic set prn_csh_rep = 1");
+    ShiftScreen screen = opened();
+    screen.worker = 2;
+    screen.counted = "١٥١";
+    screen.leave = "50";
+    EXPECT_TRUE(screen.start());
+    EXPECT_EQ(shifts(), "1 10:42:00-11:12:00 worker 1 151\n2 11:12:00- worker 2\n");
+    // Once only, although calc_cash runs over the same drawer after the start.
+    EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 100.75\n");
+
+    ASSERT_TRUE(screen.report());
+    const ShiftReport& report = *screen.report();
+    EXPECT_EQ(report.title(), "1 تقرير ورديه رقم :");
+    EXPECT_EQ(report.worker, "سعاد");
+    EXPECT_EQ(report.expected, 150.75);
+    EXPECT_EQ(report.difference, 0.25);
+    const auto printed = drawers.shop.connection().query("select * from [print] where [user] = 'مدير'");
+    ASSERT_EQ(printed.size(), 1U);
+    EXPECT_EQ(printed.front().text("f1"), "151.00");
+    EXPECT_EQ(printed.front().text("f2"), "150.75");
+    EXPECT_EQ(printed.front().text("f3"), "0.25");
+    EXPECT_EQ(printed.front().text("f4"), "0.00");
+}
+
+TEST_F(Shifts, ClosingTwice) {
+    ASSERT_TRUE(start(1));
+    pass(5);
+    ShiftScreen screen = opened();
+    drawers.outside.prompts.answers = {true, true};
+    EXPECT_TRUE(screen.close_current());
+    EXPECT_EQ(shifts(), "1 10:42:00-10:47:00 worker 1 0\n");
+    EXPECT_FALSE(screen.report());
+    EXPECT_FALSE(screen.close_current());
+    EXPECT_EQ(drawers.outside.prompts.last(), "الورديه الحاليه سبق اغلاقها ");
+    EXPECT_FALSE(current_shift(drawers.shop.connection(), 1, 1)->is_open());
+    EXPECT_EQ(shifts(), "1 10:42:00-10:47:00 worker 1 0\n");
+}
+
+TEST_F(Shifts, ClosingIsAskedFirst) {
+    ASSERT_TRUE(start(1));
+    ShiftScreen screen = opened();
+    EXPECT_FALSE(screen.close_current());
+    EXPECT_EQ(drawers.outside.prompts.questions.back(), "هل تريد اغلاق الورديه الحاليه ؟");
+    EXPECT_EQ(shifts(), "1 10:42:00- worker 1\n");
+}
+
+
+TEST_F(Shifts, RefusalsToStartWriteNothing) {
+    ASSERT_TRUE(start(1));
+    drawers.cash_sale("90", "10:43:00");
+    pass(10);
+    drawers.outside.prompts.messages.clear();
+    const std::string before = shifts();
+    struct Case {
+        const char* what;
+        std::string settings;
+        std::optional<std::int64_t> worker;
+        common::Date date;
+        std::string time, counted, leave;
+        std::string_view message;
+    };
+    const common::Date today{2026, 11, 21};
+    const Case cases[] = {
+        {"no worker", "", {}, today, "10:50:00", "0", "0", message::complete_data},
+        {"a worker without a row", "", 99, today, "10:50:00", "0", "0", message::complete_data},
+        {"not counted", "1", 2, today, "10:50:00", "0.00", "0", message::counted_needed},
+        {"counted empty", "1", 2, today, "10:50:00", "", "0", message::counted_needed},
+        {"in the future", "", 2, today, "10:52:01", "0", "0", message::in_the_future},
+        {"tomorrow", "", 2, {2026, 11, 22}, "09:00:00", "0", "0", message::in_the_future},
+        {"the clock set back an hour", "", 2, today, "09:50:00", "0", "0", message::before_last_start},
+        {"no time", "", 2, today, "25:99", "0", "0", message::no_time},
+        {"a time of quotes", "", 2, today, "'; delete from shift; --", "0", "0", message::no_time},
+        {"counted is no number", "", 2, today, "10:50:00", "ألف", "0", message::no_amount},
+        {"counted is below zero", "", 2, today, "10:50:00", "-5", "0", message::no_amount},
+        {"left is no number", "", 2, today, "10:50:00", "0", "1e3", message::no_amount},
+    };
+    for (const Case& refused : cases) {
+        drawers.shop.sql("update basic set clos_bal = " +
+                         (refused.settings.empty() ? "0" : refused.settings));
+        ShiftScreen screen = opened();
+        screen.worker = refused.worker;
+        screen.date = refused.date;
+        screen.time = refused.time;
+        screen.counted = refused.counted;
+        screen.leave = refused.leave;
+        EXPECT_FALSE(screen.start()) << refused.what;
+        EXPECT_EQ(drawers.outside.prompts.last(), refused.message) << refused.what;
+        EXPECT_EQ(shifts(), before) << refused.what;
+        EXPECT_EQ(drawers.transfers(), "") << refused.what;
+    }
+}
+
+TEST_F(Shifts, AShiftDoesNotBeginBeforeTheLastOneEnded) {
+    ASSERT_TRUE(start(1));
+    pass(10);
+    ShiftScreen screen = opened();
+    drawers.outside.prompts.answers = {true};
+    ASSERT_TRUE(screen.close_current());
+    screen.worker = 2;
+    screen.time = "10:45:00";
+    EXPECT_FALSE(screen.start());
+    EXPECT_EQ(drawers.outside.prompts.last(), message::before_last_end);
+}
+
+TEST_F(Shifts, ClosingWithTheClockSetBackIsRefused) {
+    ASSERT_TRUE(start(1));
+    drawers.outside.clock.moment.time.hour = 9;
+    ShiftScreen screen = opened();
+    drawers.outside.prompts.answers = {true};
+    EXPECT_FALSE(screen.close_current());
+    EXPECT_EQ(drawers.outside.prompts.last(), message::before_last_start);
+    EXPECT_EQ(shifts(), "1 10:42:00- worker 1\n");
+}
+
+TEST_F(Shifts, AShiftOverMidnightClosesOnTheNextDay) {
+    ASSERT_TRUE(start(1));
+    drawers.cash_sale("40", "23:59:59");
+    drawers.outside.clock.moment = {{2026, 11, 22}, {0, 30, 0, 0}};
+    ShiftScreen screen = opened();
+    drawers.outside.prompts.answers = {true};
+    EXPECT_TRUE(screen.close_current());
+    EXPECT_EQ(shifts(), "1 10:42:00-00:30:00 worker 1 0\n");
+    EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 40.00\n");
+}
+
+TEST_F(Shifts, ADeletedDrawerIsSaid) {
+    ShiftScreen screen = opened();
+    screen.worker = 1;
+    drawers.shop.sql("delete from cash where stcode = 1 and code = 1");
+    EXPECT_FALSE(screen.start());
+    EXPECT_EQ(drawers.outside.prompts.last(), message::no_such_drawer);
+    EXPECT_EQ(shifts(), "");
+    EXPECT_FALSE(screen.open());
+}
+
+// The screen stood open while another workstation with this drawer's number began the shift.
+TEST_F(Shifts, AShiftStartedElsewhereMeanwhileIsNotClosed) {
+    ShiftScreen screen = opened();
+    screen.worker = 2;
+    ASSERT_TRUE(start(1));
+    EXPECT_FALSE(screen.start());
+    EXPECT_EQ(drawers.outside.prompts.last(), message::started_elsewhere);
+    EXPECT_EQ(shifts(), "1 10:42:00- worker 1\n");
+}
+
+// Passes statements on, and lets another till write its shift just after the first row goes to `shift`.
+class AnotherTill : public database::Connection {
+  public:
+    explicit AnotherTill(test::Shop& shop) : shop_(shop) {}
+    void settle() override { shop_.connection().settle(); }
+    bool is_embedded() const override { return shop_.connection().is_embedded(); }
+    Table describe(std::string_view table) override { return shop_.connection().describe(table); }
+    Outcome run(std::string_view statement, const std::vector<database::Value>& values) override {
+        Outcome outcome = shop_.connection().run(statement, values);
+        if (!written_ && statement.find("insert into") != std::string_view::npos &&
+            statement.find("shift") != std::string_view::npos) {
+            written_ = true;
+            shop_.sql(
+                "insert into shift (stcode,cash_no,scode,s_date,man_) select 1,1,1,'2026/11/21 10:41:59',2");
+        }
+        return outcome;
+    }
+    bool written() const { return written_; }
+
+  private:
+    test::Shop& shop_;
+    bool written_ = false;
+};
+
+TEST_F(Shifts, TwoTillsStartingAtOneMomentLeaveOneShift) {
+    AnotherTill connection(drawers.shop);
+    ShiftScreen screen(connection, drawers.session, drawers.outside.all());
+    ASSERT_TRUE(screen.open());
+    screen.worker = 1;
+    EXPECT_FALSE(screen.start());
+    ASSERT_TRUE(connection.written());
+    EXPECT_EQ(drawers.outside.prompts.last(), message::started_elsewhere);
+    EXPECT_EQ(shifts(), "1 10:41:59- worker 2\n");
+    EXPECT_EQ(drawers.transfers(), "");
+    EXPECT_EQ(screen.last_worker(), "كريم");
+}
+
+TEST_F(Shifts, RowsOfOneNumberAreClosedTogether) {
+    drawers.open_shift(3, "2026/11/21 08:00:00");
+    drawers.open_shift(3, "2026/11/21 08:00:01");
+    ShiftScreen screen = opened();
+    drawers.outside.prompts.answers = {true};
+    EXPECT_TRUE(screen.close_current());
+    EXPECT_FALSE(current_shift(drawers.shop.connection(), 1, 1)->is_open());
+}
+
+TEST_F(Shifts, AWorkerWithoutARowHasNoNameOnTheReport) {
+    drawers.shop.sql("update basic set prn_csh_rep = 1");
+    ASSERT_TRUE(start(1));
+    drawers.shop.sql("delete from worker");
+    drawers.outside.prompts.answers = {true};
+    ShiftScreen screen = opened();
+    ASSERT_TRUE(screen.close_current());
+    ASSERT_TRUE(screen.report());
+    EXPECT_EQ(screen.report()->worker, "");
+}
+
+TEST_F(Shifts, TheLighterScreenStartsWithItsOwnCopyOfCalcCash) {
+    drawers.shop.sql("update basic set mst = 2, mcash = 1");
+    drawers.outside.clock.moment.time.second = 30;
+    drawers.cash_sale("5", "10:41:59");
+    drawers.cash_sale("70", "10:42:10");
+    ShiftStartScreen screen(drawers.shop.connection(), drawers.session, drawers.outside.all());
+    ASSERT_TRUE(screen.open());
+    screen.worker = 1;
+    EXPECT_TRUE(screen.start());
+    EXPECT_EQ(drawers.transfers(), "1: 1/1 to 2/1 5.00\n");
+}
+
+}  // namespace
+}  // namespace cash
