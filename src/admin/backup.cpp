@@ -113,6 +113,23 @@ class Aside {
     fs::path path_;
 };
 
+bool is_sound(const fs::path& shop) {
+    if (!fs::exists(shop)) return false;
+    try {
+        check_structure(shop);
+        return true;
+    } catch (const Refused&) {
+        return false;
+    }
+}
+
+// With what the engine keeps beside it, which must not be taken for the restored file's.
+void move_away(const fs::path& shop, const fs::path& to) {
+    for (const char* ending : {"", "-wal", "-shm"}) {
+        if (fs::exists(shop.string() + ending)) fs::rename(shop.string() + ending, to.string() + ending);
+    }
+}
+
 }  // namespace
 
 BackupOutcome back_up(const fs::path& shop, const fs::path& target, Tool& tool) {
@@ -141,7 +158,7 @@ BackupOutcome back_up(const fs::path& shop, const fs::path& target, Tool& tool) 
 
 BackupOutcome put_back(const fs::path& backup, const fs::path& shop, const fs::path& safety, Tool& tool) {
     if (!fs::is_regular_file(backup)) throw Refused("there is no backup " + backup.string());
-    if (fs::equivalent(backup, shop)) throw Refused("the backup is the shop file itself");
+    if (fs::exists(shop) && fs::equivalent(backup, shop)) throw Refused("the backup is the shop file itself");
     check_structure(backup);
     const Aside copy(shop.string() + ".restoring");
     fs::copy_file(backup, copy.path());
@@ -152,7 +169,11 @@ BackupOutcome put_back(const fs::path& backup, const fs::path& shop, const fs::p
         database::run_upgrade_list(*connection);
         connection->settle();
     }
-    if (fs::exists(shop)) back_up(shop, safety, tool);
+    if (is_sound(shop)) {
+        back_up(shop, safety, tool);
+    } else {
+        move_away(shop, safety);
+    }
     const File source = open_file(copy.path(), SQLITE_OPEN_READONLY);
     const File target = open_file(shop, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     copy_pages(source.get(), target.get(), "restore", tool);

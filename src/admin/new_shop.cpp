@@ -127,13 +127,14 @@ void make_shop(const NewShop& asked, Tool& tool) {
     if (wanted.name.empty() && !wanted.demo) wanted.name = "متجري";
     if (wanted.administrator.empty()) wanted.administrator = "المدير";
     if (wanted.password.empty()) wanted.password = random_password();
-    make_place(wanted.folder, wanted.place, tool,
-               [&](Connection& connection) { Filler(connection, wanted, tool).run(); });
-    if (wanted.demo) {
-        tool.out << "Users (passwords): سلمى الكاشير (111), حسام المشرف (222), نادية المديرة (333).\n";
-    } else {
-        tool.out << "User: " << wanted.administrator << ", password: " << wanted.password << '\n';
-    }
+    std::string who_signs_in;
+    make_place(wanted.folder, wanted.place, tool, [&](Connection& connection) {
+        Filler(connection, wanted, tool).run();
+        for (const auto& row : connection.query("select [name],pass from users order by code")) {
+            who_signs_in += "User: " + row.text("name") + ", password: " + row.text("pass") + '\n';
+        }
+    });
+    tool.out << who_signs_in;
 }
 
 }  // namespace admin

@@ -19,7 +19,7 @@ void add_new_shop(CLI::App& program, Tool& tool) {
     wanted->place = {"embedded", "shop.db", "Not Found"};
     CLI::App* command = program.add_subcommand("new-shop", "Makes a shop in a folder: database and files");
     command->add_option("folder", *folder, "The folder; made when missing")->required();
-    command->add_flag("--demo", wanted->demo, "Fill it with the demo grocery");
+    auto* demo = command->add_flag("--demo", wanted->demo, "Fill it with the demo grocery and its users");
     command->add_option("--server", wanted->place.server,
                         "Make the database on this server instead of in a file");
     command
@@ -40,10 +40,13 @@ void add_new_shop(CLI::App& program, Tool& tool) {
                      "Receipt port: \"win\" for the system's printer, or a port")
         ->capture_default_str()
         ->check(fits);
-    command->add_option("--user", wanted->administrator, "Name of the administrator")->check(fits);
+    command->add_option("--user", wanted->administrator, "Name of the administrator")
+        ->check(fits)
+        ->excludes(demo);
     command
         ->add_option("--password", wanted->password, "The administrator's password; without it a random one")
-        ->check(fits);
+        ->check(fits)
+        ->excludes(demo);
     command->callback([wanted, folder, &tool] {
         wanted->folder = tool.folder / *folder;
         make_shop(*wanted, tool);

@@ -17,6 +17,7 @@ constexpr const char* footer =
 
 int run_tool(const std::vector<AddCommand>& commands, const std::vector<std::string>& arguments, Tool& tool) {
     CLI::App program("Sets up and looks after a Tallvex shop.", "tallvex-admin");
+    program.set_version_flag("--version", TALLVEX_VERSION);
     program.require_subcommand(1);
     program.footer(footer);
     for (const AddCommand add : commands)

@@ -101,6 +101,21 @@ TEST(Restore, ATillSeesTheRestoredShopWithItsNextStatement) {
     EXPECT_EQ(bench.run({"check"}).code, 0);
 }
 
+TEST(Restore, BringsALostOrDamagedShopBack) {
+    for (const bool damaged : {false, true}) {
+        Workbench bench;
+        bench.make_shop();
+        ASSERT_EQ(bench.run({"backup", "good.backup"}).code, 0);
+        fs::remove(bench.file("shop.db"));
+        if (damaged) bench.write("shop.db", std::string(9000, 'x'));
+        bench.write("shop.db-wal", "of the lost file");
+        ASSERT_EQ(bench.run({"restore", "good.backup"}).code, 0);
+        EXPECT_EQ(bench.cell("select aname from basic"), "متجري");
+        EXPECT_EQ(bench.run({"check"}).code, 0);
+        EXPECT_EQ(fs::exists(bench.file("before-restore-20261121-104200.backup")), damaged);
+    }
+}
+
 TEST(Restore, BringsAnOlderBackupUpToDate) {
     Workbench bench;
     bench.make_shop();

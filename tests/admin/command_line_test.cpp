@@ -10,18 +10,11 @@ using testing::HasSubstr;
 
 TEST(CommandLine, EveryCommandHelps) {
     Workbench bench;
-    const std::vector<std::vector<std::string>> commands = {{},
-                                                            {"new-shop"},
-                                                            {"connect"},
-                                                            {"sql"},
-                                                            {"users"},
-                                                            {"users", "add"},
-                                                            {"users", "permissions"},
-                                                            {"check"},
-                                                            {"import-items"},
-                                                            {"backup"},
-                                                            {"restore"},
-                                                            {"copy-shop"}};
+    const std::vector<std::vector<std::string>> commands = {
+        {},           {"new-shop"},     {"connect"},      {"new-shop", "a", "--demo", "--password", "1"},
+        {"sql"},      {"users"},        {"users", "add"}, {"users", "permissions"},
+        {"check"},    {"import-items"}, {"backup"},       {"restore"},
+        {"copy-shop"}};
     for (auto command : commands) {
         command.emplace_back("--help");
         const auto run = bench.run(command);

@@ -13,9 +13,8 @@ const fs::path& model(bool demo) {
     static bool made[2] = {false, false};
     const fs::path& folder = folders[demo ? 1 : 0].path();
     if (made[demo ? 1 : 0]) return folder;
-    std::vector<std::string> arguments = {"new-shop", ".", "--password", "1"};
-    if (demo) arguments.emplace_back("--demo");
-    const Run run = Workbench::run_in(folder, arguments);
+    const Run run = demo ? Workbench::run_in(folder, {"new-shop", ".", "--demo"})
+                         : Workbench::run_in(folder, {"new-shop", ".", "--password", "1"});
     if (run.code != 0) throw std::runtime_error("new-shop failed: " + run.err);
     made[demo ? 1 : 0] = true;
     return folder;
