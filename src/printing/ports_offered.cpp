@@ -78,4 +78,18 @@ bool print_test(common::Devices& devices, const PrinterChoice& choice, const Pri
            devices.write_port(choice.receipt_port, test_print(choice.line_width, codes));
 }
 
+Report test_report(const std::string& store_name) {
+    Report report;
+    report.name = "test";
+    report.store_name = store_name;
+    report.title = "تجربة الطابعة";  // printer test
+    report.columns = {{"الحروف", Align::start, 2}, {"الأرقام", Align::end, 1}};
+    report.rows = {{"ابتثجحخدذرزسشصضطظعغفقكلمنهوي", "0123456789"},
+                   {"أبجد هوز حطي كلمن سعفص قرشت", "12345.50"},
+                   {"لا لأ لإ لآ", "-0.25"}};
+    report.paper = Paper::a5;
+    report.orientation = Orientation::landscape;
+    return report;
+}
+
 }  // namespace printing

@@ -8,6 +8,7 @@
 #include "common/devices.h"
 #include "printing/printer_codes.h"
 #include "printing/receipt.h"
+#include "printing/report.h"
 
 namespace printing {
 
@@ -29,7 +30,10 @@ std::vector<PortOffer> ports_offered(const PrinterChoice& in_use,
 // The choice that an offer of the list of that many columns makes.
 PrinterChoice choose(const PortOffer& offer, int columns);
 
-// Prints the test page on the port. False when it did not take it.
+// Prints the test page on the port. False when it did not take it, and for "win", which test_report() tests.
 bool print_test(common::Devices& devices, const PrinterChoice& choice, const PrinterCodes& codes);
+
+// The test page of the system's printer, for a ReportPrinter.
+Report test_report(const std::string& store_name);
 
 }  // namespace printing

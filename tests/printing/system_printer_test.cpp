@@ -1,9 +1,14 @@
+#include <QApplication>
+#include <QKeyEvent>
+#include <QTimer>
+#include <QWidget>
 #include <fstream>
 
 #include "common/ports.h"
 #include "printing/messages.h"
 #include "printing/pages/system_receipt_printer.h"
 #include "printing/pages/system_report_printer.h"
+#include "printing/ports_offered.h"
 #include "printing/text_receipt.h"
 #include "sample.h"
 #include "support/outside.h"
@@ -96,6 +101,26 @@ TEST_F(SystemReceiptPrinterTest, HasNothingToPrintWithoutLines) {
         << "the text receipt has headings and totals";
 }
 
+TEST_F(SystemReceiptPrinterTest, ShowsThePagesFirstWhereTheShopWantsIt) {
+    shop.sql("update basic set bon_prv = 1");
+    const auto press_in_preview = [](int key) {
+        QTimer::singleShot(0, [key] {
+            QWidget* preview = QApplication::activeModalWidget();
+            ASSERT_NE(preview, nullptr);
+            EXPECT_EQ(preview->objectName(), "preview");
+            QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+            QApplication::sendEvent(preview, &event);
+        });
+    };
+    press_in_preview(Qt::Key_Escape);
+    EXPECT_FALSE(printer.print(test::sale(), Form::full));
+    EXPECT_TRUE(kept().empty());
+    EXPECT_TRUE(outside.prompts.messages.empty());
+    press_in_preview(Qt::Key_Return);
+    EXPECT_TRUE(printer.print(test::sale(), Form::full));
+    EXPECT_EQ(kept().size(), 1u);
+}
+
 TEST_F(SystemReceiptPrinterTest, PutsTheCodeOnTheFullLayoutOnly) {
     const fs::path code = folder.path() / "qr.bmp";
     EXPECT_TRUE(printer.print(test::sale(), Form::full));
@@ -118,6 +143,8 @@ TEST(SystemReportPrinter, KeepsReportsAsFiles) {
     report.title = "تقرير الوردية";
     EXPECT_TRUE(printer.print(report));
     EXPECT_TRUE(fs::exists(folder.path() / "Receipts" / "shift-20261121-104200.pdf"));
+    EXPECT_TRUE(printer.print(printing::test_report("بقالة النور")));
+    EXPECT_TRUE(fs::exists(folder.path() / "Receipts" / "test-20261121-104200.pdf"));
     EXPECT_TRUE(printer.save_csv(report, folder.path() / "shift.csv"));
     EXPECT_TRUE(outside.prompts.messages.empty());
     EXPECT_FALSE(printer.save_csv(report, "/dev/full"));
