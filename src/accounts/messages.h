@@ -1,0 +1,55 @@
+// What the screens of customers and vouchers say, each text with its English meaning.
+#pragma once
+
+#include <string_view>
+
+namespace accounts::message {
+
+// Account customers.
+inline constexpr std::string_view enter_code = "ادخل كود العميل";         // enter the customer code
+inline constexpr std::string_view enter_customer = "ادخل اسم العميل";     // enter the customer name
+inline constexpr std::string_view duplicate_code = "رقم العميل مكرر";     // customer number duplicated
+inline constexpr std::string_view wrong_code = "كود العميل غير صحيح";     // the customer code is not correct
+inline constexpr std::string_view no_such_customer = "العميل غير موجود";  // the customer does not exist
+inline constexpr std::string_view only_view = "البيانات للعرض فقط";       // the data are for viewing only
+
+// Walk-in customers: the cash customer's name does not exist.
+inline constexpr std::string_view no_such_cash_customer = "اسم العميل النقدي غير موجود";
+
+// Tips receivers.
+inline constexpr std::string_view enter_name = "ادخل الاسم";              // enter the name
+inline constexpr std::string_view duplicate_receiver = "الكود مكرر";      // the code is duplicated
+inline constexpr std::string_view wrong_receiver = "الكود غير صحيح";      // the code is not correct
+inline constexpr std::string_view no_such_receiver = "البيان غير موجود";  // the entry does not exist
+
+// Vouchers.
+inline constexpr std::string_view enter_value = "ادخل القيمة";    // enter the value
+inline constexpr std::string_view enter_number = "ادخل الرقم";    // enter the number
+inline constexpr std::string_view enter_drawer = "ادخل الخزينة";  // enter the drawer
+inline constexpr std::string_view enter_bank = "ادخل اسم البنك";  // enter the bank's name
+inline constexpr std::string_view choose_party = "اختار الاسم";   // choose the party
+inline constexpr std::string_view no_such_party =
+    "الاسم المختار غير موجود";  // the chosen party does not exist
+inline constexpr std::string_view no_such_drawer = "الخزينة غير موجودة في هذا الفرع";  // no such drawer here
+inline constexpr std::string_view no_such_bank = "البنك غير موجود";  // the bank does not exist
+// Sorry, a voucher with the same number was added before.
+inline constexpr std::string_view duplicate_voucher = "عفوا تم إضافة إيصال بنفس الرقم من قبل";
+// The voucher does not exist.
+inline constexpr std::string_view no_such_voucher = "الإيصال غير موجود";
+// Another workstation has changed the voucher: nothing was written.
+inline constexpr std::string_view voucher_changed = "تم تعديل الإيصال من جهاز أخر .. لم يتم الحفظ";
+
+// Amounts and texts.
+inline constexpr std::string_view no_amount = "المبلغ غير صحيح";  // the amount is no number, or below zero
+inline constexpr std::string_view too_fine = "المبلغ لا يقبل أكثر من رقمين عشريين";  // two decimals at most
+inline constexpr std::string_view too_long = "النص أطول من المسموح به";  // the text is longer than may be
+inline constexpr std::string_view wrong_date = "التاريخ غير صحيح";       // the date is not correct
+
+// Statement.
+inline constexpr std::string_view balance_on = "الرصيد في ";           // balance on
+inline constexpr std::string_view arrears_of = "توجد متأخرات بمبلغ ";  // there are arrears of
+inline constexpr std::string_view no_arrears = "لا توجد متأخرات";      // no arrears
+inline constexpr std::string_view end_before_start =
+    "نهاية المدة قبل بدايتها";  // the end lies before the start
+
+}  // namespace accounts::message

@@ -1,0 +1,42 @@
+// The logic of Form36: the list of those who receive tips.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "accounts/lists.h"
+#include "common/outside.h"
+#include "database/connection.h"
+
+namespace accounts {
+
+class TipsReceiver {
+  public:
+    TipsReceiver(database::Connection& connection, common::Outside outside)
+        : connection_(connection), outside_(outside) {}
+
+    void open_new();  // proposes the highest code plus 1
+    // False with a message when there is no such receiver.
+    bool open_edit(std::int64_t receiver);
+    std::string_view title() const;
+
+    // True when the entry was written; the screen then closes.
+    bool save();
+
+    std::string code;  // fixed while editing
+    std::string name;
+
+    bool is_editing() const { return editing_ != 0; }
+    const std::vector<Choice>& receivers() const { return receivers_; }
+
+  private:
+    void load();
+    bool refuse(std::string_view text);
+    database::Connection& connection_;
+    common::Outside outside_;
+    std::int64_t editing_ = 0;
+    std::vector<Choice> receivers_;
+};
+
+}  // namespace accounts

@@ -1,0 +1,128 @@
+// The logic of Form38 (receipts) and Form23 (payments): vouchers in cash or by cheque, and the balances they
+// move.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "accounts/lists.h"
+#include "accounts/printed_voucher.h"
+#include "common/outside.h"
+#include "database/connection.h"
+#include "signin/session.h"
+
+namespace accounts {
+
+enum class VoucherKind { payment = 1, receipt = 2 };                     // vencuspay.ptype
+enum class PartyKind { vendor = 1, customer = 2, second_customer = 3 };  // vencuspay.ztype
+// vencuspay.Type; the screens offer cash and cheque, notices come from elsewhere and keep their kind when
+// edited.
+enum class Method { cheque = 0, cash = 1, discount_notice = 2, addition_notice = 3 };
+
+// What finds a voucher again.
+struct VoucherKey {
+    PartyKind party_kind = PartyKind::customer;
+    std::int64_t party = 0;
+    common::Date date;
+    double amount = 0;
+    std::string number;
+};
+// Vouchers of a period, to choose one for editing, in the order of their internal numbers.
+struct VoucherEntry {
+    VoucherKey key;
+    std::string party_name;
+    Method method = Method::cash;
+};
+std::vector<VoucherEntry> list_vouchers(database::Connection& connection, VoucherKind kind,
+                                        const common::Date& from, const common::Date& to);
+
+class Voucher {
+  public:
+    Voucher(VoucherKind kind, database::Connection& connection, const signin::Session& session,
+            common::Outside outside)
+        : kind_(kind), connection_(connection), session_(session), outside_(outside) {}
+
+    // A new voucher: today, the workstation's store and drawer, cash, the next number proposed.
+    void open_new();
+    // False with a message when no such voucher is found.
+    bool open_edit(const VoucherKey& key);
+    std::string_view title() const;
+
+    // The party of a voucher that is edited stays.
+    void choose_party_kind(PartyKind kind);  // reloads the parties, of which none is chosen
+    void choose_party(std::optional<std::int64_t> party);
+    void choose_store(std::int64_t store);  // reloads the drawers, of which none is chosen
+    // The second amount, the part already due, follows the amount until it is changed itself.
+    void set_amount(std::string text);
+    void set_second_amount(std::string text);
+
+    // Writes the voucher, then moves the party's balance. True when both were done; on a refusal a message
+    // was shown and nothing was written.
+    bool save();
+    // The voucher as it was saved last, for printing.
+    const std::optional<PrintedVoucher>& printed() const { return printed_; }
+
+    // Fields.
+    common::Date date;
+    std::string number;
+    std::string discount = "0.00";
+    std::string note;  // its first 50 characters are kept
+    std::optional<std::int64_t> representative;
+    Method method = Method::cash;
+    std::optional<std::int64_t> drawer;
+    std::optional<std::int64_t> bank;
+    common::Date cheque_date;
+    std::string cheque_owner;
+
+    VoucherKind kind() const { return kind_; }
+    bool is_editing() const { return opened_.has_value(); }
+    PartyKind party_kind() const { return party_kind_; }
+    const std::optional<std::int64_t>& party() const { return party_; }
+    // What the party owes (a customer) or is owed (a vendor) now.
+    double party_balance();
+    std::int64_t store() const { return store_; }
+    const std::string& amount() const { return amount_; }
+    const std::string& second_amount() const { return second_amount_; }
+    const std::vector<Choice>& parties() const { return parties_; }
+    const std::vector<Choice>& representatives() const { return representatives_; }
+    const std::vector<Choice>& stores() const { return stores_; }
+    const std::vector<Choice>& drawers() const { return drawers_; }
+    const std::vector<Choice>& banks() const { return banks_; }
+
+  private:
+    struct Amounts {
+        double amount = 0;
+        double discount = 0;
+        double second = 0;
+    };
+    bool refuse(std::string_view text);
+    void load_lists();
+    void load_parties();
+    bool duplicate_number();
+    std::optional<Amounts> checked();
+    bool write(const Amounts& amounts);
+    void set_printed(const Amounts& amounts, double balance_before, double balance_after);
+
+    VoucherKind kind_;
+    database::Connection& connection_;
+    const signin::Session& session_;
+    common::Outside outside_;
+    std::optional<VoucherKey> opened_;   // how the edited row is found again
+    std::vector<database::Value> seen_;  // its cells as they were opened
+    PartyKind party_kind_ = PartyKind::customer;
+    std::optional<std::int64_t> party_;
+    std::int64_t store_ = 0;
+    std::string amount_ = "0.00";
+    std::string second_amount_ = "0.00";
+    bool second_changed_ = false;
+    std::vector<Choice> parties_;
+    std::vector<Choice> representatives_;
+    std::vector<Choice> stores_;
+    std::vector<Choice> drawers_;
+    std::vector<Choice> banks_;
+    std::optional<PrintedVoucher> printed_;
+};
+
+}  // namespace accounts
