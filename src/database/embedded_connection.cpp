@@ -201,12 +201,15 @@ Connection::Outcome EmbeddedConnection::step(Prepared& prepared, const std::vect
     sqlite3_stmt* raw = prepared.statement.get();
     const struct Reset {
         sqlite3_stmt* statement;
+        std::chrono::steady_clock::time_point& deadline;
         ~Reset() {
             sqlite3_reset(statement);
             sqlite3_clear_bindings(statement);
+            deadline = std::chrono::steady_clock::time_point::max();
         }
-    } reset{raw};
+    } reset{raw, deadline_};
     bind(raw, values);
+    deadline_ = std::chrono::steady_clock::now() + timeout_;
     std::vector<Row> rows;
     int code = SQLITE_DONE;
     while ((code = sqlite3_step(raw)) == SQLITE_ROW) {
@@ -220,6 +223,18 @@ Connection::Outcome EmbeddedConnection::step(Prepared& prepared, const std::vect
     if (code != SQLITE_DONE) throw embedded::engine_error(engine_.get(), code, statement);
     const bool changes = sqlite3_column_count(raw) == 0 && sqlite3_stmt_readonly(raw) == 0;
     return {Result(prepared.columns, std::move(rows)), changes ? sqlite3_changes64(engine_.get()) : 0};
+}
+
+void EmbeddedConnection::set_timeout(std::chrono::milliseconds timeout) {
+    // Looked at after so many steps of the engine, a few milliseconds of work.
+    constexpr int steps = 200'000;
+    timeout_ = timeout;
+    deadline_ = std::chrono::steady_clock::time_point::max();
+    sqlite3_busy_timeout(engine_.get(), static_cast<int>(timeout.count()));
+    const auto is_late = [](void* self) {
+        return std::chrono::steady_clock::now() > static_cast<EmbeddedConnection*>(self)->deadline_ ? 1 : 0;
+    };
+    sqlite3_progress_handler(engine_.get(), steps, is_late, this);
 }
 
 bool EmbeddedConnection::refresh_catalog() {

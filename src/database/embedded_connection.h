@@ -3,6 +3,7 @@
 
 #include <sqlite3.h>
 
+#include <chrono>
 #include <filesystem>
 #include <list>
 #include <memory>
@@ -27,6 +28,8 @@ class EmbeddedConnection final : public Connection {
     Outcome run(std::string_view statement, const std::vector<Value>& values) override;
     // Brings the log of the file to the disk: one sync for all that was written since the last.
     void settle() override;
+    // How long a statement may wait for another program and run; then Error HYT00. 30 s unless set.
+    void set_timeout(std::chrono::milliseconds timeout);
     bool is_embedded() const override { return true; }
     Table describe(std::string_view table) override;
     std::vector<std::string> tables() override;
@@ -60,6 +63,8 @@ class EmbeddedConnection final : public Connection {
     std::unordered_map<std::string_view, std::list<Prepared>::iterator> by_key_;
     std::unordered_map<std::string, std::set<std::size_t>> pinned_of_shape_;
     int log_file_ = -1;
+    std::chrono::milliseconds timeout_{30'000};
+    std::chrono::steady_clock::time_point deadline_;
 };
 
 }  // namespace database

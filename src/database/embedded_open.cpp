@@ -19,8 +19,6 @@ namespace fs = std::filesystem;
 // Marks a file as a shop ("TVXs"), so that no other program's database is taken for one.
 constexpr int shop_mark = 0x54565873;
 
-constexpr int wait_milliseconds = 30'000;
-
 [[noreturn]] void refuse(const fs::path& file, const std::string& why) {
     throw Error("08001", "The shop file \"" + file.string() + "\" " + why + ".", "");
 }
@@ -75,7 +73,7 @@ void EmbeddedConnection::open(const fs::path& file, bool create) {
 void EmbeddedConnection::prepare_engine(bool fresh) {
     sqlite3* engine = engine_.get();
     sqlite3_extended_result_codes(engine, 1);
-    sqlite3_busy_timeout(engine, wait_milliseconds);
+    set_timeout(timeout_);
     // A name that there is not must not turn into a text.
     sqlite3_db_config(engine, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(engine, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);

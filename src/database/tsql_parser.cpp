@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/text.h"
 #include "database/error.h"
 
 namespace database::tsql {
@@ -113,14 +114,11 @@ std::string Parser::name(std::string_view what) {
 
 std::string Parser::object_name() {
     std::string found = name("a name");
-    int parts = 1;
-    while (accept_symbol(".")) {
-        if (parts == 1 && peek().lower == "information_schema") break;
-        if (parts == 1 && found != "dbo" && found != "DBO" && found != "Dbo") {
+    if (accept_symbol(".")) {
+        if (!common::equal_ignoring_case(found, "dbo")) {
             fail("'" + found + ".': names of other databases are not available on the embedded engine.");
         }
         found = name("a name");
-        ++parts;
     }
     return found;
 }

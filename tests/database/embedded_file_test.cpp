@@ -8,6 +8,7 @@
 #include <fstream>
 #include <random>
 
+#include "database/embedded_connection.h"
 #include "database/engine.h"
 
 namespace {
@@ -90,11 +91,24 @@ TEST_F(ShopFile, WhatIsNoShopIsRefusedWithAReason) {
     EXPECT_EQ(refusal(dir / "made"), "");
 }
 
-TEST_F(ShopFile, ReadOnlyIsRefused) {
-    if (geteuid() == 0) GTEST_SKIP() << "nothing is read-only for root";
+TEST_F(ShopFile, WhatMayNotBeWrittenIsRefused) {
     connection.reset();
-    fs::permissions(file, fs::perms::owner_read);
-    EXPECT_NE(refusal(file).find("read-only"), std::string::npos);
+    fs::permissions(folder.path(), fs::perms::all);
+    fs::permissions(file, fs::perms(0444));
+    const auto is_refused = [&](const fs::path& path, bool create, const char* reason) {
+        return in_child([&] {
+            // Nothing is read-only for root.
+            if (geteuid() == 0 && setuid(65534) != 0) return 2;
+            return refusal(path, create).find(reason) != std::string::npos ? 0 : 1;
+        });
+    };
+    EXPECT_EQ(is_refused(file, false, "is read-only"), 0);
+    fs::permissions(file, fs::perms::none);
+    EXPECT_EQ(is_refused(file, false, "cannot be read"), 0);
+    fs::permissions(folder.path(), fs::perms(0755));
+    if (geteuid() == 0) {
+        EXPECT_EQ(is_refused(folder.path() / "new.db", true, "its folder is read-only"), 0);
+    }
 }
 
 TEST_F(ShopFile, DamageWithinIsAnErrorNotACrash) {
@@ -186,6 +200,31 @@ TEST_F(ShopFile, TwoProgramsWriteAtOnce) {
     EXPECT_EQ(rows("select count(*) from t"), "900");
     EXPECT_EQ(rows("select n from total"), "900");
     EXPECT_EQ(rows("select count(*) from (select who, n from t group by who, n) d"), "900");
+}
+
+TEST_F(ShopFile, NothingWaitsOrRunsForEver) {
+    run("create table t (a int)");
+    for (int i = 0; i < 500; ++i)
+        run("insert into t values (1)");
+    database::EmbeddedConnection second(file, false);
+    second.set_timeout(std::chrono::milliseconds(100));
+    const auto state_of = [&](const char* statement) {
+        try {
+            second.run(statement, {});
+        } catch (const Error& error) {
+            return error.sqlstate();
+        }
+        return std::string("ran");
+    };
+    EXPECT_EQ(state_of("select count(*) from t a, t b, t c, t d where a.a + b.a + c.a = d.a"), "HYT00");
+    run("begin transaction");
+    run("insert into t values (2)");
+    EXPECT_EQ(state_of("insert into t values (3)"), "HYT00");
+    EXPECT_EQ(state_of("alter table t add b int"), "HYT00");
+    EXPECT_EQ(state_of("select count(*) from t"), "ran") << "reading waits for nobody";
+    run("commit");
+    EXPECT_EQ(state_of("insert into t values (3)"), "ran");
+    EXPECT_EQ(rows("select count(*) from t"), "502");
 }
 
 TEST_F(ShopFile, WhatAKilledProgramWroteIsThere) {
