@@ -10,11 +10,18 @@ using testing::HasSubstr;
 
 TEST(CommandLine, EveryCommandHelps) {
     Workbench bench;
-    const std::vector<std::vector<std::string>> commands = {
-        {},           {"new-shop"},     {"connect"},      {"new-shop", "a", "--demo", "--password", "1"},
-        {"sql"},      {"users"},        {"users", "add"}, {"users", "permissions"},
-        {"check"},    {"import-items"}, {"backup"},       {"restore"},
-        {"copy-shop"}};
+    const std::vector<std::vector<std::string>> commands = {{},
+                                                            {"new-shop"},
+                                                            {"connect"},
+                                                            {"sql"},
+                                                            {"users"},
+                                                            {"users", "add"},
+                                                            {"users", "permissions"},
+                                                            {"check"},
+                                                            {"import-items"},
+                                                            {"backup"},
+                                                            {"restore"},
+                                                            {"copy-shop"}};
     for (auto command : commands) {
         command.emplace_back("--help");
         const auto run = bench.run(command);
@@ -31,6 +38,8 @@ TEST(CommandLine, AWrongLineIsTwo) {
         {"sell"},
         {"new-shop"},
         {"new-shop", "a", "b"},
+        {"new-shop", "a", "--demo", "--password", "1"},
+        {"new-shop", "a", "--user", "x", "--demo"},
         {"new-shop", "a", "--name", std::string(101, 'n')},
         {"sql"},
         {"sql", "select 1", "--xml"},
