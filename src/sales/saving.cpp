@@ -165,9 +165,11 @@ void Saving::print_receipts(const Invoice& invoice, const PaymentTaken& payment)
                        setting("csh_inv") != 0 ? printing::Form::cash_page : printing::Form::standard_page);
         return;
     }
-    if (!invoice.suppress_receipt || printer_.prints_text()) printer_.print(receipt, printing::Form::full);
-    // The second print point: a copy without the telephone for shops that keep one.
-    if (setting("cust_n") == 1) printer_.print(receipt, printing::Form::no_telephone);
+    const bool wanted = !invoice.suppress_receipt || printer_.prints_text();
+    const bool reachable = !wanted || printer_.print(receipt, printing::Form::full);
+    // The second print point: a copy without the telephone for shops that keep one. A printer that has just
+    // failed is not waited for twice.
+    if (setting("cust_n") == 1 && reachable) printer_.print(receipt, printing::Form::no_telephone);
 }
 
 void Saving::move_account_balance(const Invoice& invoice) {
