@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "database/error.h"
+#include "database/faults.h"
 #include "database/open.h"
 #include "startup/activity_log.h"
 #include "startup/messages.h"
@@ -322,6 +323,45 @@ TEST_F(StartUpTest, AnAddressThatIsNotFoundIsNotKept) {
     EXPECT_EQ(asked, (std::vector<std::string>{"SHOPC", "SHOP"}));
     expect_failure(std::string(message::server_unreachable));
     EXPECT_EQ(startup::read_connection_file(program), record);
+}
+
+// The statements before the upgrade list, in their order; whichever fails or loses the server is told, and
+// the next start works.
+TEST_F(StartUpTest, AnyStatementMayFailAndTheNextStartWorks) {
+    using database::FaultyConnection;
+    std::unique_ptr<database::Connection> inner;
+    FaultyConnection* faulty = nullptr;
+    std::vector<std::string> statements;
+    const auto start = [&](std::int64_t n, FaultyConnection::Fault fault) {
+        Ground on = ground();
+        on.open = [&](const std::string&, const fs::path&) {
+            inner = database::open_embedded(working / "shop.db");
+            auto made = std::make_unique<FaultyConnection>(*inner);
+            faulty = made.get();
+            faulty->fail_at(n, fault);
+            return made;
+        };
+        StartUp road(on, outside.all());
+        const bool came_back = road.run([](database::Connection&, signin::Session&) {});
+        statements = faulty->statements();
+        return came_back;
+    };
+    for (std::int64_t n = 1; n <= 4; ++n) {
+        EXPECT_FALSE(start(n, FaultyConnection::Fault::passing)) << n;
+        EXPECT_EQ(statements.size(), static_cast<std::size_t>(n)) << "went on after the failure";
+        EXPECT_TRUE(logged(statements.back()));
+        expect_failure(std::string(message::see_log));
+        EXPECT_FALSE(start(n, FaultyConnection::Fault::lost)) << n;
+        expect_failure(std::string(message::connection_lost));
+    }
+    EXPECT_EQ(statements,
+              (std::vector<std::string>{"select getdate()", "set dateformat ymd", "select * from basic",
+                                        "Update basic set   cr_v = '2026/11/21'"}));
+    // The upgrade list takes failures, but not a lost server.
+    EXPECT_TRUE(start(6, FaultyConnection::Fault::passing));
+    EXPECT_FALSE(start(6, FaultyConnection::Fault::lost));
+    expect_failure(std::string(message::connection_lost));
+    EXPECT_TRUE(run(ground()));
 }
 
 TEST_F(StartUpTest, AnErrorInSignInTakesTheSameRoad) {
