@@ -10,6 +10,7 @@
 #include "database/embedded_definitions.h"
 #include "database/embedded_engine.h"
 #include "database/embedded_moments.h"
+#include "database/embedded_orphans.h"
 #include "database/tsql_parser.h"
 #include "database/tsql_writer.h"
 
@@ -101,6 +102,8 @@ Connection::Outcome EmbeddedConnection::run_once(std::string_view statement,
                                                  const std::vector<Value>& values) {
     const tsql::Tokens tokens = tsql::tokenize(statement, values);
     Prepared* prepared = prepare(statement, tokens);
+    if (prepared != nullptr && embedded::is_orphan_deletion(tokens))
+        return delete_orphans(*prepared, tokens, statement);
     if (prepared == nullptr) return {Result(std::make_shared<Columns>(std::vector<std::string>()), {}), 0};
     Outcome outcome = step(*prepared, tokens.values, statement);
     // Prepared anew by the engine: the tables are no longer as they were when "*" was written out.
@@ -111,6 +114,18 @@ Connection::Outcome EmbeddedConnection::run_once(std::string_view statement,
             return step(*prepare(statement, tokens), tokens.values, statement);
         }
     }
+    return outcome;
+}
+
+Connection::Outcome EmbeddedConnection::delete_orphans(Prepared& deletion, const tsql::Tokens& tokens,
+                                                       std::string_view statement) {
+    Outcome outcome{Result(deletion.columns, {}), 0};
+    if (!embedded::can_have_orphans(engine_.get(), catalog_)) return outcome;
+    // Nobody writes between the deletion and the note of it.
+    embedded::all_or_none(engine_.get(), [&] {
+        outcome = step(deletion, tokens.values, statement);
+        if (catalog_.find("own.state") != nullptr) embedded::note_no_orphans(engine_.get());
+    });
     return outcome;
 }
 
@@ -272,7 +287,8 @@ std::vector<std::string> EmbeddedConnection::tables() {
     refresh_catalog();
     std::vector<std::string> names;
     for (const auto& [key, table] : catalog_.tables()) {
-        if (!table.view) names.push_back(table.name);
+        const bool is_own = table.name.find('.') != std::string::npos;
+        if (!table.view && !is_own) names.push_back(table.name);
     }
     std::sort(names.begin(), names.end());
     return names;

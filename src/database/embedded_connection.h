@@ -48,6 +48,7 @@ class EmbeddedConnection final : public Connection {
     // The statement ready to run; null for one that defines tables, which has run by then.
     Prepared* prepare(std::string_view statement, const tsql::Tokens& tokens);
     Outcome step(Prepared& prepared, const std::vector<Value>& values, std::string_view statement);
+    Outcome delete_orphans(Prepared& deletion, const tsql::Tokens& tokens, std::string_view statement);
     void bind(sqlite3_stmt* statement, const std::vector<Value>& values);
     // Another program has changed the tables: everything known of them is read again. False when none has.
     bool refresh_catalog();

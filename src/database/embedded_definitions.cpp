@@ -5,6 +5,7 @@
 #include "common/text.h"
 #include "database/embedded_collation.h"
 #include "database/embedded_engine.h"
+#include "database/embedded_orphans.h"
 #include "database/tsql_writer.h"
 
 namespace database::embedded {
@@ -396,6 +397,7 @@ void Definitions::add_own_indexes() {
     for (const OwnIndex& own : own_indexes()) {
         if (const Table* table = catalog_.find(own.table)) add_own_indexes(*table);
     }
+    if (const Table* barcode = catalog_.find("barcode")) add_own_indexes(*barcode);
 }
 
 void Definitions::add_own_indexes(const Table& table) {
@@ -410,7 +412,8 @@ void Definitions::add_own_indexes(const Table& table) {
                              quoted_name(table.name) + " (" + name_list(own.columns) + ")" + own.where);
         made = true;
     }
-    if (made) catalog_.load_table(std::string(lower));
+    if (made) catalog_.load_table(lower);
+    if (lower == "items" || lower == "barcode") watch_for_orphans(engine_, catalog_);
 }
 
 }  // namespace database::embedded

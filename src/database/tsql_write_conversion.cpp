@@ -129,6 +129,7 @@ bool Writer::day_and_time(const Expression& e, Written& result) {
     result.sql = "(" + d.sql + " - " + d.sql + " % " + day_length + " + ifnull(" + t.sql + " % " +
                  day_length + " / 1000 * 1000, 0))";
     result.type = of_kind(Type::Kind::datetime);
+    result.day = d.sql;
     return true;
 }
 

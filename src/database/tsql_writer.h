@@ -18,6 +18,7 @@ struct Written {
     Type type;
     bool plain = false;      // a column, which brings its collation along
     bool condition = false;  // true or false, which is no value in Transact-SQL
+    std::string day = {};    // of a moment made from a day's column and a time's: the day's column
 };
 
 // A whole statement as written.
@@ -79,6 +80,7 @@ class Writer {
     Written arithmetic(const std::string& op, Written left, Written right);
     Written moment_arithmetic(const std::string& op, Written left, Written right);
     Written comparison(const std::string& op, Written left, Written right);
+    std::string moment_comparison(const std::string& op, const Written& left, const Written& right) const;
     Written branch(const Expression& expression);
     Written in(const Expression& expression);
     Written like(const Expression& expression);

@@ -92,6 +92,19 @@ TEST_F(Semantics, TheMomentIdiomIsWhatItsPartsSay) {
             EXPECT_EQ(outcome("select id," + whole + " from mov order by id"),
                       outcome("select id," + apart + " from mov order by id"))
                 << whole;
+            for (const char* op : {"<", "<=", ">", ">=", "=", "<>"}) {
+                for (const char* moment :
+                     {"2026/11/21 10:42:30", "2026/11/21 10:42:31", "2026/11/21", "2026/11/20",
+                      "2026/11/21 23:59:59", "2026/11/22", "1850/02/03 23:59:59", "1850/02/04"}) {
+                    const std::string rest = std::string(" ") + op + " '" + moment + "' order by id";
+                    EXPECT_EQ(outcome("select id from mov where " + whole + rest),
+                              outcome("select id from mov where " + apart + rest))
+                        << whole << rest;
+                    EXPECT_EQ(outcome("select id from mov where not " + whole + rest),
+                              outcome("select id from mov where not " + apart + rest))
+                        << whole << rest;
+                }
+            }
         }
     }
     check(
