@@ -42,8 +42,8 @@ Invoice sold_before(Desk& till, Connection& connection, PaymentOption payment) {
     sale.lines[1].salver_code = 9;
     till.saving_on(connection).save(sale, {});
     till.printer.printed.clear();
-    return sales::return_of(
-        till.connection(), *sales::recall_invoice(till.connection(), 1, sales::KindOption::sale, payment, 1));
+    return sales::return_of(connection,
+                            *sales::recall_invoice(connection, 1, sales::KindOption::sale, payment, 1));
 }
 
 const Scenario scenarios[] = {
@@ -236,7 +236,7 @@ TEST(SaveKilled, LeavesABeginningOfTheOrderAndTheNextStartWorks) {
                 scenarios[scenario].ring_up(fresh, fresh.connection());
                 return trace(fresh.connection());
             }();
-            const int ended = die_at(till.shop().file(), scenario, n);
+            const int ended = die_at(till.shop.file(), scenario, n);
             if (ended == 0) break;
             ASSERT_EQ(ended, 137);
             ASSERT_TRUE(is_prefix(before, trace(till.connection()), after));
