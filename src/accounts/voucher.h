@@ -9,34 +9,12 @@
 
 #include "accounts/lists.h"
 #include "accounts/printed_voucher.h"
+#include "accounts/voucher_statements.h"
 #include "common/outside.h"
 #include "database/connection.h"
 #include "signin/session.h"
 
 namespace accounts {
-
-enum class VoucherKind { payment = 1, receipt = 2 };                     // vencuspay.ptype
-enum class PartyKind { vendor = 1, customer = 2, second_customer = 3 };  // vencuspay.ztype
-// vencuspay.Type; the screens offer cash and cheque, notices come from elsewhere and keep their kind when
-// edited.
-enum class Method { cheque = 0, cash = 1, discount_notice = 2, addition_notice = 3 };
-
-// What finds a voucher again.
-struct VoucherKey {
-    PartyKind party_kind = PartyKind::customer;
-    std::int64_t party = 0;
-    common::Date date;
-    double amount = 0;
-    std::string number;
-};
-// Vouchers of a period, to choose one for editing, in the order of their internal numbers.
-struct VoucherEntry {
-    VoucherKey key;
-    std::string party_name;
-    Method method = Method::cash;
-};
-std::vector<VoucherEntry> list_vouchers(database::Connection& connection, VoucherKind kind,
-                                        const common::Date& from, const common::Date& to);
 
 class Voucher {
   public:
@@ -50,7 +28,7 @@ class Voucher {
     bool open_edit(const VoucherKey& key);
     std::string_view title() const;
 
-    // The party of a voucher that is edited stays.
+    // The party of a voucher that is edited stays. A customer brings his representative.
     void choose_party_kind(PartyKind kind);  // reloads the parties, of which none is chosen
     void choose_party(std::optional<std::int64_t> party);
     void choose_store(std::int64_t store);  // reloads the drawers, of which none is chosen
@@ -100,10 +78,8 @@ class Voucher {
     bool refuse(std::string_view text);
     void load_lists();
     void load_parties();
-    bool duplicate_number();
     std::optional<Amounts> checked();
-    bool write(const Amounts& amounts);
-    void set_printed(const Amounts& amounts, double balance_before, double balance_after);
+    void set_printed(const VoucherRow& row, const Moved& moved, double effect_before);
 
     VoucherKind kind_;
     database::Connection& connection_;

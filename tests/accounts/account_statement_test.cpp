@@ -1,0 +1,254 @@
+#include "accounts/account_statement.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "accounts/account_customer.h"
+#include "accounts/direct_receipt.h"
+#include "accounts/messages.h"
+#include "accounts/voucher.h"
+#include "common/numbers.h"
+#include "office.h"
+
+namespace accounts {
+namespace {
+
+class Statement : public testing::Test {
+  protected:
+    AccountStatement of(std::int64_t customer, const common::Date& start, const common::Date& end) {
+        AccountStatement statement(office.shop.connection(), office.outside.all());
+        statement.open();
+        statement.customer = customer;
+        statement.start = start;
+        statement.end = end;
+        return statement;
+    }
+    void invoice(int number, int ctype, const std::string& total, const std::string& date, int customer = 7,
+                 const std::string& permit = "null") {
+        office.shop.sql("insert into sales (pnum,ctype,ptot,[date],vcode,stcode,perm_no) select " +
+                        std::to_string(number) + "," + std::to_string(ctype) + "," + total + ",'" + date +
+                        "'," + std::to_string(customer) + ",1," + permit);
+    }
+    void voucher(int ptype, int type, const std::string& number, const std::string& amount,
+                 const std::string& date, int ztype = 2) {
+        office.shop.sql("insert into vencuspay (chkno,ptype,[type],quan,quan1,[date],vcode,ztype) select '" +
+                        number + "'," + std::to_string(ptype) + "," + std::to_string(type) + "," + amount +
+                        "," + amount + ",'" + date + "',7," + std::to_string(ztype));
+    }
+    void purchase(int number, int ctype, const std::string& total, const std::string& date) {
+        office.shop.sql("insert into purchase (pnum,ctype,ptot,[date],vcode,stcode) select " +
+                        std::to_string(number) + "," + std::to_string(ctype) + "," + total + ",'" + date +
+                        "',7,1");
+    }
+    test::Office office;
+};
+
+TEST_F(Statement, EverySourceHasItsSideAndItsWords) {
+    invoice(1, 0, "500", "2026/11/01", 7, "'P-9'");
+    invoice(2, 2, "40", "2026/11/02");
+    invoice(3, 1, "9000", "2026/11/03");
+    invoice(4, 3, "9000", "2026/11/03");
+    invoice(5, 0, "9000", "2026/11/03", 8);
+    purchase(6, 1, "30", "2026/11/04");
+    purchase(7, 3, "5", "2026/11/05");
+    voucher(2, 1, "A1", "100", "2026/11/06");
+    voucher(2, 0, "A2", "10", "2026/11/07", 3);
+    voucher(2, 2, "A3", "2", "2026/11/08");
+    voucher(2, 3, "A4", "3", "2026/11/09");
+    voucher(1, 1, "B1", "20", "2026/11/10");
+    voucher(1, 0, "B2", "21", "2026/11/11");
+    voucher(1, 2, "B3", "22", "2026/11/12");
+    voucher(1, 3, "B4", "23", "2026/11/13");
+    voucher(1, 1, "V1", "777", "2026/11/13", 1);  // to the vendor of the same code
+    AccountStatement statement = of(7, {2026, 11, 1}, {2026, 11, 30});
+    ASSERT_TRUE(statement.show());
+    using Cells = std::array<std::string, 6>;
+    const std::vector<Cells> expected{
+        {"", "0.00", "0.00", "100.00", "الرصيد في 2026/11/01", ""},
+        {"2026/11/01", "0.00", "500.00", "600.00", "مبيعات : إذن رقم 1", "فاتورة رقم :P-9"},
+        {"2026/11/02", "40.00", "0.00", "560.00", "مرتجع مبيع : اذن رقم 2", ""},
+        {"2026/11/04", "30.00", "0.00", "530.00", "توريد : فاتورة رقم 6", ""},
+        {"2026/11/05", "0.00", "5.00", "535.00", "مرتجع مورد : اذن رقم 7", ""},
+        {"2026/11/06", "100.00", "0.00", "435.00", "ايصال استلام نقدية رقم : A1", ""},
+        {"2026/11/07", "10.00", "0.00", "425.00", " شيك رقم A2", ""},
+        {"2026/11/08", "2.00", "0.00", "423.00", "اشعار خصم برقم A3", ""},
+        {"2026/11/09", "0.00", "3.00", "426.00", "اشعار اضافة رقم A4", ""},
+        {"2026/11/10", "0.00", "20.00", "446.00", "ايصال دفع رقم B1", ""},
+        {"2026/11/11", "0.00", "21.00", "467.00", " شيك رقم B2", ""},
+        {"2026/11/12", "0.00", "22.00", "489.00", "مدفوعات :اشعار خصم برقم B3", ""},
+        {"2026/11/13", "23.00", "0.00", "466.00", "اضافة :  رقم B4", ""},
+        {"", "0.00", "0.00", "466.00", "الرصيد في 2026/11/30", ""}};
+    ASSERT_EQ(statement.rows().size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        EXPECT_EQ(statement.rows()[i].cells(), expected[i]);
+    EXPECT_EQ(office.shop.cell("select f6 from tmp_acc where note1 like N'%مرتجع مورد%'"), "5");
+
+    // The balance brought forward takes each source with the same sides.
+    AccountStatement later = of(7, {2026, 11, 14}, {2026, 11, 30});
+    ASSERT_TRUE(later.show());
+    EXPECT_EQ(later.brought_forward(), 466);
+    EXPECT_EQ(later.closing(), 466);
+}
+
+TEST_F(Statement, AMovementOnTheStartDateIsListed) {
+    invoice(1, 0, "10", "2026/11/05");
+    invoice(2, 0, "20", "2026/11/06");
+    AccountStatement statement = of(7, {2026, 11, 6}, {2026, 11, 6});
+    ASSERT_TRUE(statement.show());
+    EXPECT_EQ(statement.brought_forward(), 110);
+    EXPECT_EQ(statement.debits(), 20);
+    EXPECT_EQ(statement.rows().size(), 3U);
+}
+
+TEST_F(Statement, ArrearsGoByWhatIsDue) {
+    struct Case {
+        const char* due;
+        const char* message;
+    };
+    for (const Case& check : {Case{"130", "لا توجد متأخرات"},
+                              {"129.99", "توجد متأخرات بمبلغ 0.01"},
+                              {"40", "توجد متأخرات بمبلغ 90.00"}}) {
+        office.shop.sql("delete from sales");
+        office.shop.sql("delete from vencuspay");
+        invoice(1, 0, "30", "2026/11/21");
+        voucher(2, 1, "1", "500", "2026/11/21");
+        office.shop.sql(std::string("update vencuspay set quan1 = ") + check.due);
+        AccountStatement statement = of(7, {2026, 11, 21}, {2026, 11, 21});
+        statement.check_arrears();
+        EXPECT_EQ(office.outside.prompts.last(), check.message);
+    }
+}
+
+TEST_F(Statement, Refusals) {
+    AccountStatement backwards = of(7, {2026, 11, 21}, {2026, 11, 20});
+    EXPECT_FALSE(backwards.show());
+    EXPECT_EQ(office.outside.prompts.last(), message::end_before_start);
+    AccountStatement nobody = of(99, {2026, 11, 20}, {2026, 11, 21});
+    EXPECT_FALSE(nobody.show());
+    EXPECT_EQ(office.outside.prompts.last(), message::no_such_customer);
+    nobody.customer.reset();
+    EXPECT_FALSE(nobody.show());
+    EXPECT_EQ(office.outside.prompts.last(), message::enter_customer);
+}
+
+// Whatever vouchers, edits, invoices and openings follow one another, the running balances are the sums of it
+// all, and the statement says the same of any period.
+TEST_F(Statement, BalancesEqualIndependentSums) {
+    const auto pick = [](std::mt19937& random, int from, int to) {
+        return std::uniform_int_distribution<int>(from, to)(random);
+    };
+    for (unsigned round = 0; round < 25 && !HasFailure(); ++round) {
+        SCOPED_TRACE(round);
+        std::mt19937 random(round);
+        for (const char* statement :
+             {"delete from sales", "delete from vencuspay",
+              "update custdata set copen = 100, cacc = 100 where ccode = 7", "update vendata set vacc = 900"})
+            office.shop.sql(statement);
+        long opening = 10000;
+        long vendor = 90000;
+        // The customer's debits less credits by day of November, in hundredths.
+        std::array<long, 31> days{};
+        struct Written {
+            VoucherKind kind;
+            VoucherKey key;
+            long effect;
+        };
+        std::vector<Written> written;
+        for (int step = 0; step < 30; ++step) {
+            const long amount = pick(random, 1, 90000);
+            const std::string text = common::format_amount(static_cast<double>(amount) / 100);
+            const int day = pick(random, 1, 30);
+            const common::Date date{2026, 11, day};
+            switch (pick(random, 0, 5)) {
+                case 0: {  // an invoice or a return, as saving writes it
+                    const bool back = pick(random, 0, 2) == 0;
+                    invoice(step, back ? 2 : 0, text, common::date_text(date));
+                    office.shop.sql(std::string("update custdata set cacc = cacc ") + (back ? "- " : "+ ") +
+                                    text + " where ccode = 7");
+                    days[static_cast<std::size_t>(day)] += back ? -amount : amount;
+                    break;
+                }
+                case 1:
+                    write_direct_receipt(office.shop.connection(), office.session, office.outside.clock, 7,
+                                         date, static_cast<double>(amount) / 100);
+                    days[static_cast<std::size_t>(day)] -= amount;
+                    break;
+                case 2: {  // another opening balance
+                    AccountCustomer card(office.shop.connection(), office.outside.all());
+                    ASSERT_TRUE(card.open(CardMode::edit, 7));
+                    card.card.opening = text;
+                    card.card.is_credit = pick(random, 0, 1) == 0;
+                    ASSERT_TRUE(card.save());
+                    opening = card.card.is_credit ? -amount : amount;
+                    break;
+                }
+                case 3:
+                    if (!written.empty()) {  // an edit of the amount
+                        Written& edited = written[static_cast<std::size_t>(
+                            pick(random, 0, static_cast<int>(written.size()) - 1))];
+                        Voucher voucher(edited.kind, office.shop.connection(), office.session,
+                                        office.outside.all());
+                        ASSERT_TRUE(voucher.open_edit(edited.key));
+                        voucher.set_amount(text);
+                        ASSERT_TRUE(voucher.save());
+                        const long delta = (amount - std::lround(edited.key.amount * 100)) * edited.effect;
+                        if (edited.key.party_kind == PartyKind::vendor) {
+                            vendor += delta;
+                        } else {
+                            days[static_cast<std::size_t>(edited.key.date.day)] += delta;
+                        }
+                        edited.key.amount = static_cast<double>(amount) / 100;
+                    }
+                    break;
+                default: {
+                    const auto kind = pick(random, 0, 1) == 0 ? VoucherKind::receipt : VoucherKind::payment;
+                    const bool to_vendor = pick(random, 0, 1) == 0;
+                    Voucher voucher(kind, office.shop.connection(), office.session, office.outside.all());
+                    voucher.open_new();
+                    voucher.choose_party_kind(to_vendor ? PartyKind::vendor : PartyKind::customer);
+                    voucher.choose_party(to_vendor ? 3 : 7);
+                    voucher.set_amount(text);
+                    voucher.date = date;
+                    voucher.number = "N" + std::to_string(step);
+                    if (pick(random, 0, 1) == 0) {
+                        voucher.method = Method::cheque;
+                        voucher.bank = 3;
+                    }
+                    ASSERT_TRUE(voucher.save());
+                    const long effect = (kind == VoucherKind::payment) == !to_vendor ? 1 : -1;
+                    (to_vendor ? vendor : days[static_cast<std::size_t>(day)]) += effect * amount;
+                    written.push_back(
+                        {kind,
+                         {to_vendor ? PartyKind::vendor : PartyKind::customer, to_vendor ? 3 : 7, date,
+                          static_cast<double>(amount) / 100, voucher.number},
+                         effect});
+                }
+            }
+        }
+        const auto text = [](double amount) { return common::format_amount(amount); };
+        long owed = opening;
+        for (const long day : days)
+            owed += day;
+        EXPECT_EQ(text(office.customer_balance(7)), text(static_cast<double>(owed) / 100));
+        EXPECT_EQ(text(office.vendor_balance(3)), text(static_cast<double>(vendor) / 100));
+
+        const int from = pick(random, 1, 30);
+        const int to = pick(random, from, 30);
+        AccountStatement statement = of(7, {2026, 11, from}, {2026, 11, to});
+        ASSERT_TRUE(statement.show());
+        long before = opening;
+        for (int day = 1; day < from; ++day)
+            before += days[static_cast<std::size_t>(day)];
+        long after = before;
+        for (int day = from; day <= to; ++day)
+            after += days[static_cast<std::size_t>(day)];
+        EXPECT_EQ(text(statement.brought_forward()), text(static_cast<double>(before) / 100));
+        EXPECT_EQ(text(statement.closing()), text(static_cast<double>(after) / 100));
+        EXPECT_EQ(text(statement.brought_forward() + statement.debits() - statement.credits()),
+                  text(statement.closing()));
+    }
+}
+
+}  // namespace
+}  // namespace accounts
