@@ -1,6 +1,7 @@
 // Data of the tests that stand in files beside them.
 #pragma once
 
+#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 #include <string>
@@ -10,7 +11,7 @@ namespace test {
 
 // The lines of tests/NAME without the empty ones and those that begin with `comment`.
 inline std::vector<std::string> data_lines(const std::string& name, const std::string& comment) {
-    std::ifstream file(std::string(TALLVEX_TESTS) + "/" + name);
+    std::ifstream file(std::filesystem::path(TALLVEX_TESTS) / name);
     if (!file) throw std::runtime_error("no test data " + name);
     std::vector<std::string> lines;
     for (std::string line; std::getline(file, line);)
