@@ -79,12 +79,26 @@ inline constexpr std::string_view enter_price_of = "ادخل سعر الصنف "
 // --- recalled receipts ------------------------------------------------------------------------------
 // The receipt does not exist.
 inline constexpr std::string_view no_such_receipt = "البون غير موجود";
+// The receipt number is digits only.
+inline constexpr std::string_view wrong_receipt_number = "رقم البون غير صحيح، اكتب أرقاما فقط";
 // This receipt was saved before; save it again as a new receipt?
 inline constexpr std::string_view save_as_new = "هذا البون محفوظ من قبل .. هل تريد حفظه كبون جديد ؟";
 // Nothing is left of this receipt to return.
 inline constexpr std::string_view nothing_to_return = "تم ارتجاع كل أصناف هذا البون من قبل";
 // There is no receipt to print again.
 inline constexpr std::string_view nothing_to_reprint = "لا يوجد بون لاعادة طباعته";
+
+// --- offers ------------------------------------------------------------------------------------------
+// There are no lines to keep as an offer.
+inline constexpr std::string_view empty_offer = "لا توجد أصناف لحفظها كعرض سعر";
+// "Offer number …" "is kept. Print it?"
+inline constexpr std::string_view offer_number = "عرض السعر رقم ";
+inline constexpr std::string_view offer_kept = " تم حفظه .. هل تريد طباعته ؟";
+// There is no offer of this number.
+inline constexpr std::string_view no_such_offer = "عرض السعر غير موجود";
+// "Item …" "was deleted and cannot be sold".
+inline constexpr std::string_view item_of = "الصنف ";
+inline constexpr std::string_view item_deleted = " تم حذفه ولا يمكن بيعه";
 
 // --- cancelling --------------------------------------------------------------------------------------
 // Cancel the receipt? / Cancel this record?

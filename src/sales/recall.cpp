@@ -50,7 +50,7 @@ const char* cost_column_of(std::int64_t unit_code) {
     return unit_code == 3 ? "price31" : unit_code == 2 ? "price21" : "price11";
 }
 
-Line line_of(Connection& connection, const Row& row) {
+Line line_of(Connection& connection, const Row& row, const Lists& lists) {
     Line line;
     line.name = row.text("note");
     line.quantity = row.number("quan");
@@ -66,7 +66,7 @@ Line line_of(Connection& connection, const Row& row) {
     line.item_code = row.integer("icode");
     const auto item = connection.query(Sql("select * from items where code = ") + *line.item_code);
     if (item.empty()) return line;  // deleted since: shown as it was sold, without stock
-    line.group = item.front().text("itype");
+    line.group = group_name(lists, item.front().integer("itype"));
     line.stock_kept = item.front().integer("sale_only") == 0;
     line.unit_cost = item.front().number(cost_column_of(line.unit_code));
     return line;
@@ -103,7 +103,7 @@ std::map<Article, double> returned_of(Connection& connection, std::int64_t sale_
 }  // namespace
 
 std::optional<RecalledInvoice> recall_invoice(Connection& connection, std::int64_t number, KindOption kind,
-                                              PaymentOption payment, int store) {
+                                              PaymentOption payment, int store, const Lists& lists) {
     Sql statement = Sql("select * from sales where pnum = ") + number;
     if (kind != KindOption::sale)
         statement = statement + " and (ctype = 2 or ctype = 3) and stcode = " + store;
@@ -152,7 +152,7 @@ std::optional<RecalledInvoice> recall_invoice(Connection& connection, std::int64
 
     Sql lines("select * from saledata");
     for (const Row& row : connection.query(add_key(lines, invoice) + " order by serial"))
-        invoice.lines.push_back(line_of(connection, row));
+        invoice.lines.push_back(line_of(connection, row, lists));
     const double total = invoice.total();
     invoice.discount_percent = total == 0 ? 0 : header.number("pdis") * 100 / total;
     return recalled;

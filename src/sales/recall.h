@@ -8,6 +8,7 @@
 
 #include "database/connection.h"
 #include "sales/invoice.h"
+#include "sales/screen_lists.h"
 
 namespace sales {
 
@@ -20,9 +21,11 @@ struct RecalledInvoice {
 };
 
 // The invoice of that number in the series that the kind, the payment and (for returns) the store name, as
-// saved; the newest when two tills drew the same number. Nothing when there is none.
+// saved; the newest when two tills drew the same number. Nothing when there is none. Groups are named from
+// the lists.
 std::optional<RecalledInvoice> recall_invoice(database::Connection& connection, std::int64_t number,
-                                              KindOption kind, PaymentOption payment, int store);
+                                              KindOption kind, PaymentOption payment, int store,
+                                              const Lists& lists = {});
 
 // A return of what a recalled sale sold and no return has brought back yet: its lines, prices and share of
 // the discounts, each with the most that may be returned. Lines without a rest, and items that are sold

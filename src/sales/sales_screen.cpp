@@ -84,6 +84,7 @@ void SalesScreen::tick() {
 
 void SalesScreen::choose_store(int code) {
     guarded("choose the store", false, [&] {
+        if (frozen()) return false;
         chosen_store_ = code;
         invoice_.store = code;
         // What was to come from the store that now sells needs no transfer any more.
@@ -159,6 +160,7 @@ void SalesScreen::reload_shifts() {
 
 bool SalesScreen::SwitchKind(KindOption kind) {
     return guarded("switch the kind", false, [&] {
+        if (frozen()) return false;
         const bool crosses = (kind == KindOption::sale) != (invoice_.kind == KindOption::sale);
         if (crosses && !invoice_.lines.empty()) {
             outside_.prompts.message(message::kind_fixed, common::Icon::exclamation);
@@ -181,7 +183,7 @@ void SalesScreen::apply_kind(KindOption kind) {
 
 bool SalesScreen::SwitchPayment(PaymentOption payment) {
     return guarded("switch the payment", false, [&] {
-        if (!sales::payment_enabled(payment, invoice_.kind)) return false;
+        if (frozen() || !sales::payment_enabled(payment, invoice_.kind)) return false;
         apply_payment(payment);
         return true;
     });

@@ -95,6 +95,16 @@ class SalesScreen {
     const std::optional<LastReceipt>& last_receipt() const { return last_receipt_; }
     // A saved receipt is on the screen, as it was saved or as the return started from it.
     bool recalled() const { return recalled_.has_value(); }
+    const std::optional<RecalledInvoice>& recalled_invoice() const { return recalled_; }
+    // The recalled receipt stands as it was saved; a return that was started from it does not.
+    bool shows_saved_receipt() const {
+        return recalled_ && recalled_->invoice.is_return() == invoice_.is_return();
+    }
+    // The invoice on the screen was saved in part, up to this step: it stays, unchangeable, until it is
+    // cancelled.
+    const std::optional<SaveStep>& partly_saved() const { return partly_saved_; }
+    // The offer that the invoice on the screen was loaded from; 0 for none.
+    std::int64_t loaded_offer() const { return loaded_offer_; }
     // An action is at work, perhaps waiting for an answer; another one would be ignored.
     bool busy() const { return busy_; }
 
@@ -171,13 +181,21 @@ class SalesScreen {
     bool CancelRecord();   // the record, F2
     // Brings a saved receipt back by the number typed, in the series of the kind and payment selected.
     bool recall(std::string_view number);
+    bool recall(const ReceiptRow& receipt);
+    // The receipts that this drawer saved today, newest first.
+    std::vector<ReceiptRow> receipts_today();
     // Turns the recalled sale into the return of what is left of it (permission of the return kind).
     bool start_return();
     // Prints the recalled receipt again, or else the last one saved here (permission 221).
     bool reprint();
-    // Puts lines on the screen that another screen hands over (an offer) as a new invoice with the next
-    // number.
-    bool load_invoice(Invoice invoice);
+    // Prints a receipt of the list again, leaving the screen as it is (permission 221).
+    bool reprint(const ReceiptRow& receipt);
+    // Keeps the lines as a new offer and clears the screen. Returns the offer's number; 0 when it was
+    // refused, which has been said.
+    std::int64_t SaveOffer();
+    // Replaces the invoice by an offer, as a new invoice with the next number. An unknown number is said and
+    // changes nothing.
+    bool LoadOffer(std::int64_t number);
     // A new, empty invoice with the next number and the default options, unasked.
     void clear();
 
@@ -199,6 +217,11 @@ class SalesScreen {
     bool deny();
     void reset_invoice();
     void finish_save(const PaymentTaken& taken);
+    // True, after saying so, while the invoice is partly saved.
+    bool frozen();
+    // Asks before an invoice in work makes way for another one.
+    bool may_replace_invoice();
+    bool show_recalled(std::optional<RecalledInvoice> found);
 
     database::Connection& connection_;
     signin::Session& session_;
@@ -221,6 +244,8 @@ class SalesScreen {
     std::optional<LastReceipt> last_receipt_;
     std::optional<RecalledInvoice> recalled_;
     bool recalled_edited_ = false;
+    std::optional<SaveStep> partly_saved_;
+    std::int64_t loaded_offer_ = 0;
     std::unique_ptr<Payment> payment_;
     bool save_begun_ = false;
     std::int64_t shift_ = 0;  // found when the save was begun

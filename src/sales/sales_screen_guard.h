@@ -14,6 +14,7 @@ Answer SalesScreen::guarded(std::string_view name, Answer otherwise, Action acti
     busy_ = true;
     const Invoice before = invoice_;
     const std::optional<RecalledInvoice> recalled_before = recalled_;
+    const std::int64_t offer_before = loaded_offer_;
     try {
         Answer answer = action();
         busy_ = false;
@@ -22,6 +23,7 @@ Answer SalesScreen::guarded(std::string_view name, Answer otherwise, Action acti
         busy_ = false;
         invoice_ = before;
         recalled_ = recalled_before;
+        loaded_offer_ = offer_before;
         RecalcTotals();
         report(name, error);
         return otherwise;

@@ -14,8 +14,9 @@ namespace sales {
 bool SalesScreen::EnterItem(std::string_view text) {
     if (read_entry(text).form == EntryForm::empty) return false;
     return guarded("enter an item", false, [&] {
+        if (frozen()) return false;
         // A receipt brought back only to be looked at makes way for the next customer.
-        if (recalled_ && !invoice_.is_return() && !recalled_edited_) {
+        if (shows_saved_receipt() && !recalled_edited_) {
             reset_invoice();
             invoice_.date = server_date();
             draw_number();
@@ -30,6 +31,7 @@ bool SalesScreen::EnterItemForRecalled(std::string_view text) {
             outside_.prompts.message(message::select_invoice_first);
             return false;
         }
+        if (frozen()) return false;
         const bool entered = enter(text);
         recalled_edited_ = recalled_edited_ || entered;
         return entered;
@@ -76,14 +78,14 @@ void SalesScreen::show_stock(std::size_t row) {
 
 bool SalesScreen::begin_edit(std::size_t row, int column) {
     return guarded("open a cell", false, [&] {
-        if (row >= invoice_.lines.size()) return false;
+        if (row >= invoice_.lines.size() || frozen()) return false;
         return LineEditing(connection_, session_, outside_.prompts).may_open(invoice_.lines[row], column);
     });
 }
 
 bool SalesScreen::commit_edit(std::size_t row, int column, std::string_view text) {
     return guarded("edit a line", false, [&] {
-        if (row >= invoice_.lines.size()) return false;
+        if (row >= invoice_.lines.size() || frozen()) return false;
         const bool taken =
             LineEditing(connection_, session_, outside_.prompts).commit(invoice_, row, column, text);
         recalled_edited_ = recalled_edited_ || taken;
@@ -100,7 +102,9 @@ bool SalesScreen::quick_quantity(std::string_view text) {
 
 bool SalesScreen::CommitDiscountValue(std::string_view text) {
     return guarded("invoice discount", false, [&] {
+        if (frozen()) return false;
         const bool taken = commit_discount_value(invoice_, session_, outside_.prompts, text);
+        recalled_edited_ = recalled_edited_ || taken;
         RecalcTotals();
         return taken;
     });
@@ -108,7 +112,9 @@ bool SalesScreen::CommitDiscountValue(std::string_view text) {
 
 bool SalesScreen::CommitDiscountPercent(std::string_view text) {
     return guarded("invoice discount", false, [&] {
+        if (frozen()) return false;
         const bool taken = commit_discount_percent(invoice_, session_, outside_.prompts, text);
+        recalled_edited_ = recalled_edited_ || taken;
         RecalcTotals();
         return taken;
     });
@@ -116,7 +122,7 @@ bool SalesScreen::CommitDiscountPercent(std::string_view text) {
 
 void SalesScreen::delete_line(std::size_t row) {
     guarded("delete a line", false, [&] {
-        if (row >= invoice_.lines.size()) return false;
+        if (row >= invoice_.lines.size() || frozen()) return false;
         invoice_.lines.erase(invoice_.lines.begin() + static_cast<std::ptrdiff_t>(row));
         recalled_edited_ = true;
         const std::size_t left = invoice_.lines.size();
@@ -126,7 +132,7 @@ void SalesScreen::delete_line(std::size_t row) {
 }
 
 void SalesScreen::set_line_source(std::size_t row, SourceKind kind, int source_store) {
-    if (busy_ || row >= invoice_.lines.size()) return;
+    if (busy_ || row >= invoice_.lines.size() || frozen()) return;
     Line& line = invoice_.lines[row];
     line.source_kind = kind;
     line.source_store = kind == SourceKind::other_store ? source_store : 0;

@@ -1,12 +1,15 @@
 // The sales screen's end of an invoice: payment, saving, cancelling, and receipts brought back.
 #include "common/numbers.h"
+#include "common/text.h"
 #include "sales/display.h"
 #include "sales/messages.h"
+#include "sales/offer_bridge.h"
 #include "sales/pricing.h"
 #include "sales/receipt_of.h"
 #include "sales/sales_screen.h"
 #include "sales/sales_screen_guard.h"
 #include "sales/saving_checks.h"
+#include "sales/saving_messages.h"
 #include "signin/permissions.h"
 
 namespace sales {
@@ -39,9 +42,14 @@ BeginSave SalesScreen::begin_save() {
     return guarded("begin to save", BeginSave::refused, [&] {
         save_begun_ = false;
         payment_.reset();
-        if (recalled_ && !invoice_.is_return() && !outside_.prompts.question(message::save_as_new))
+        if (frozen()) return BeginSave::refused;
+        if (shows_saved_receipt() && !outside_.prompts.question(message::save_as_new))
             return BeginSave::refused;
         if (!lines_complete()) return BeginSave::refused;
+        if (const auto refused = offer_line_refused(connection_, invoice_)) {
+            outside_.prompts.message(*refused, common::Icon::exclamation);
+            return BeginSave::refused;
+        }
         // Said before any money is counted; saving checks again.
         const auto shift = check_before_saving(connection_, session_, outside_.prompts, invoice_);
         if (!shift) return BeginSave::refused;
@@ -75,6 +83,7 @@ SaveOutcome SalesScreen::SaveInvoice() {
             taken.paid = invoice_.net();
         }
         const SaveOutcome outcome = saving_.save(invoice_, taken);
+        if (outcome == SaveOutcome::partly_saved) partly_saved_ = saving_.finished_step();
         if (outcome != SaveOutcome::refused) finish_save(taken);
         if (outcome == SaveOutcome::saved && moves_cash(last_receipt_->invoice.payment)) OpenDrawer();
         return outcome;
@@ -82,9 +91,10 @@ SaveOutcome SalesScreen::SaveInvoice() {
 }
 
 // From here on the invoice belongs to the database: whatever fails now, it must not be saved a second time.
-// Of one that was saved in part the same holds; the message has said what to do.
+// One that was saved in part stays on the screen, so that the cashier and the manager see what it held.
 void SalesScreen::finish_save(const PaymentTaken& taken) {
     last_receipt_ = LastReceipt{invoice_, taken, shift_, outside_.clock.now().time};
+    if (partly_saved_) return;
     busy_ = false;
     clear();
     busy_ = true;
@@ -102,9 +112,23 @@ void SalesScreen::reset_invoice() {
     chosen_customer_ = walk_in_customer;
     recalled_.reset();
     recalled_edited_ = false;
+    partly_saved_.reset();
+    loaded_offer_ = 0;
     payment_.reset();
     save_begun_ = false;
     RecalcTotals();
+}
+
+bool SalesScreen::frozen() {
+    if (!partly_saved_) return false;
+    outside_.prompts.message(saving_message::partly_stays, common::Icon::critical);
+    return true;
+}
+
+bool SalesScreen::may_replace_invoice() {
+    if (frozen()) return false;
+    const bool only_looked_at = shows_saved_receipt() && !recalled_edited_;
+    return invoice_.lines.empty() || only_looked_at || outside_.prompts.question(message::cancel_receipt);
 }
 
 void SalesScreen::clear() {
@@ -138,26 +162,48 @@ bool SalesScreen::CancelRecord() {
 
 bool SalesScreen::recall(std::string_view number) {
     return guarded("recall a receipt", false, [&] {
-        const auto typed = common::parse_integer(number);
-        auto found =
-            typed ? recall_invoice(connection_, *typed, invoice_.kind, invoice_.payment, invoice_.store)
-                  : std::nullopt;
-        if (!found) {
-            outside_.prompts.message(message::no_such_receipt);
+        const std::string typed = common::western_digits(common::trim(number));
+        if (typed.empty() || typed.find_first_not_of("0123456789") != std::string::npos) {
+            outside_.prompts.message(message::wrong_receipt_number);
             return false;
         }
-        reset_invoice();
-        invoice_ = found->invoice;
-        recalled_ = std::move(found);
-        if (!invoice_.lines.empty()) current_row_ = 0;
-        line_changed(current_row_);
-        return true;
+        const auto parsed = common::parse_integer(typed);  // none for a number that no receipt can have
+        return show_recalled(parsed ? recall_invoice(connection_, *parsed, invoice_.kind, invoice_.payment,
+                                                     invoice_.store, lists_)
+                                    : std::nullopt);
+    });
+}
+
+bool SalesScreen::recall(const ReceiptRow& receipt) {
+    return guarded("recall a receipt", false, [&] {
+        return show_recalled(recall_invoice(connection_, receipt.number, receipt.kind, receipt.payment,
+                                            receipt.store, lists_));
+    });
+}
+
+bool SalesScreen::show_recalled(std::optional<RecalledInvoice> found) {
+    if (!found) {
+        outside_.prompts.message(message::no_such_receipt);
+        return false;
+    }
+    if (!may_replace_invoice()) return false;
+    reset_invoice();
+    invoice_ = found->invoice;
+    recalled_ = std::move(found);
+    line_changed(invoice_.lines.empty() ? std::nullopt : std::optional<std::size_t>(0));
+    return true;
+}
+
+std::vector<ReceiptRow> SalesScreen::receipts_today() {
+    constexpr std::size_t most_receipts = 500;
+    return guarded("list the receipts", std::vector<ReceiptRow>(), [&] {
+        return receipts_of_day(connection_, chosen_store_, session_.cash_point, server_date(), most_receipts);
     });
 }
 
 bool SalesScreen::start_return() {
     return guarded("start a return", false, [&] {
-        if (!recalled_ || recalled_->invoice.is_return()) {
+        if (!recalled_ || recalled_->invoice.is_return() || !shows_saved_receipt()) {
             outside_.prompts.message(message::select_invoice_first);
             return false;
         }
@@ -195,17 +241,17 @@ bool SalesScreen::reprint() {
     });
 }
 
-bool SalesScreen::load_invoice(Invoice invoice) {
-    return guarded("load an invoice", false, [&] {
-        const common::Date today = server_date();
-        reset_invoice();
-        invoice_ = std::move(invoice);
-        if (invoice_.store == 0) invoice_.store = chosen_store_;
-        invoice_.date = today;
-        chosen_customer_ = invoice_.customer;
-        draw_number();
-        line_changed(invoice_.lines.empty() ? std::nullopt : std::optional<std::size_t>(0));
-        return true;
+bool SalesScreen::reprint(const ReceiptRow& receipt) {
+    return guarded("reprint", false, [&] {
+        if (!session_.has_permission(permission::reprint)) return deny();
+        const auto found =
+            recall_invoice(connection_, receipt.number, receipt.kind, receipt.payment, receipt.store, lists_);
+        if (!found) {
+            outside_.prompts.message(message::no_such_receipt);
+            return false;
+        }
+        return printer_.print(receipt_of(found->invoice, {}, session_, found->shift, found->saved_at.time),
+                              printing::Form::reprint);
     });
 }
 

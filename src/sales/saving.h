@@ -50,6 +50,8 @@ class Saving {
     // Saves the invoice. Its number is taken again here and left in `invoice`; messages have been shown when
     // it returns. After `saved` everything is durable, so the drawer may open.
     SaveOutcome save(Invoice& invoice, const PaymentTaken& payment);
+    // How far the last save came.
+    SaveStep finished_step() const { return finished_; }
 
   private:
     void write_all(Invoice& invoice, const PaymentTaken& payment);

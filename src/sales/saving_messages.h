@@ -37,4 +37,8 @@ inline constexpr std::string_view partly_number = "البون رقم ";
 inline constexpr std::string_view partly_saved = " تم حفظ جزء منه فقط. آخر خطوة تمت: ";
 inline constexpr std::string_view partly_advice = "\nلا تحفظه مرة أخرى وأبلغ المدير";
 
+// "This receipt was saved in part. It cannot be changed or saved again: cancel it and tell the manager."
+inline constexpr std::string_view partly_stays =
+    "هذا البون تم حفظ جزء منه، لا يمكن تعديله أو حفظه مرة أخرى. ألغ البون وأبلغ المدير";
+
 }  // namespace sales::saving_message

@@ -41,6 +41,15 @@ LineSource::LineSource(database::Connection& connection, common::Prompts& prompt
         known->quantity = row.number("qq");
         holdings_.push_back(*known);
     }
+    const auto card = connection.query(Sql("select num1, NUM2, NUM3 from items where code = ") + item);
+    const auto offer = [&](int code, const char* name, const char* column) {
+        const double base_units = card.empty() ? 0 : card.front().number(column);
+        if (base_units > 0) units_.push_back({code, name, base_units});
+    };
+    offer(3, "كرتونة", "NUM3");
+    offer(2, "عبوة", "NUM2");
+    offer(1, "وحدة", "num1");
+    if (units_.empty()) units_.push_back({1, "وحدة", 1});
 }
 
 bool LineSource::confirm(int store) {

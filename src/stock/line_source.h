@@ -16,6 +16,13 @@ struct StoreHolding {
     double quantity = 0;  // base units
 };
 
+// A unit in which quantities are shown.
+struct OfferedUnit {
+    int code = 1;
+    std::string name;   // "كرتونة" carton, "عبوة" pack, "وحدة" unit
+    double factor = 1;  // base units in it
+};
+
 // The line-source dialog without its face. Quantities asked for are in the line's unit.
 class LineSource {
   public:
@@ -26,6 +33,9 @@ class LineSource {
     const std::vector<StoreHolding>& holdings() const { return holdings_; }
     // Every store, for the list to choose from.
     const std::vector<StoreHolding>& stores() const { return stores_; }
+
+    // The item's units, the largest first; those that its card gives no factor for are left out.
+    const std::vector<OfferedUnit>& units() const { return units_; }
 
     // True when the store (0: none chosen) can supply the line; else the reason has been said and the dialog
     // stays open.
@@ -39,6 +49,7 @@ class LineSource {
     int selling_store_;
     std::vector<StoreHolding> holdings_;
     std::vector<StoreHolding> stores_;
+    std::vector<OfferedUnit> units_;
 };
 
 }  // namespace stock

@@ -168,9 +168,13 @@ TEST(SalesScreen, ARecalledReceiptIsLookedAtReprintedAndReturned) {
     ASSERT_EQ(screen.SaveInvoice(), SaveOutcome::saved);
     counter.printer.printed.clear();
 
-    for (const char* number : {"77", "", "x", "١٢٣٤٥٦٧٨٩٠١٢٣٤٥٦٧٨٩٠"}) {
+    for (const char* number : {"77", "١٢٣٤٥٦٧٨٩٠١٢٣٤٥٦٧٨٩٠"}) {
         EXPECT_FALSE(screen.recall(number));
         EXPECT_THAT(counter.said(), ElementsAre("البون غير موجود")) << number;
+    }
+    for (const char* number : {"", "x", "-1", "1.5", "1; drop table sales"}) {
+        EXPECT_FALSE(screen.recall(number));
+        EXPECT_THAT(counter.said(), ElementsAre(std::string(message::wrong_receipt_number))) << number;
     }
     ASSERT_TRUE(screen.recall("١"));
     EXPECT_TRUE(screen.recalled());

@@ -1,0 +1,145 @@
+#include "sales/offer_bridge.h"
+
+#include "common/numbers.h"
+#include "common/words.h"
+#include "sales/messages.h"
+
+namespace sales {
+
+using database::Connection;
+using database::Sql;
+
+namespace {
+
+KindOption kind_of(int ctype) {
+    return ctype == 2 ? KindOption::return_ : ctype == 3 ? KindOption::third : KindOption::sale;
+}
+
+// Account offers are told by their customer; among the others the payment kind tells card and tips from cash.
+PaymentOption payment_of(const stock::OfferHeader& header) {
+    if (header.customer != walk_in_customer) return PaymentOption::account;
+    return header.stype == 1   ? PaymentOption::card
+           : header.stype == 2 ? PaymentOption::tips
+                               : PaymentOption::cash;
+}
+
+std::string words_of(double amount) {
+    try {
+        return common::amount_in_words(static_cast<float>(amount));
+    } catch (const common::OverflowError&) {
+        return {};
+    }
+}
+
+std::string customer_of(const Invoice& invoice) {
+    if (invoice.payment == PaymentOption::account) return invoice.customer_name;
+    if (invoice.walk_in) return invoice.walk_in->name;
+    return "عميل نقدي";  // a cash customer
+}
+
+}  // namespace
+
+stock::OfferHeader offer_header(const Invoice& invoice, std::int64_t user) {
+    stock::OfferHeader header;
+    header.customer = invoice.payment == PaymentOption::account ? invoice.customer : walk_in_customer;
+    header.ctype = ctype_of(invoice.kind);
+    header.stype = stype_of(invoice.payment);
+    header.user = user;
+    header.discount = invoice.discount();
+    header.walk_in = invoice.walk_in ? invoice.walk_in->code : 0;
+    header.date = invoice.date;
+    return header;
+}
+
+std::vector<stock::OfferLine> offer_lines(const Invoice& invoice) {
+    static_assert(stock::offer_cells == column::count);
+    std::vector<stock::OfferLine> lines;
+    for (const Line& line : invoice.lines)
+        lines.push_back(line.cells(static_cast<int>(lines.size()) + 1));
+    return lines;
+}
+
+Invoice invoice_of(Connection& connection, const stock::Offer& offer) {
+    Invoice invoice;
+    invoice.kind = kind_of(offer.header.ctype);
+    invoice.payment = payment_of(offer.header);
+    invoice.date = offer.header.date;
+    if (invoice.payment == PaymentOption::account) {
+        invoice.customer = offer.header.customer;
+        invoice.customer_name = database::text_of(
+            connection.scalar(Sql("select cname from custdata where ccode = ") + invoice.customer));
+    }
+    if (offer.header.walk_in != 0) {
+        invoice.walk_in = WalkInCustomer{offer.header.walk_in, false, {}, {}, {}};
+        for (const auto& row :
+             connection.query(Sql("select * from cust_cash where zcode = ") + offer.header.walk_in)) {
+            invoice.walk_in->name = row.text("zname");
+            invoice.walk_in->phone = row.text("zphone");
+            invoice.walk_in->mail = row.text("zmail");
+        }
+    }
+    for (const stock::OfferLine& cells : offer.lines) {
+        invoice.lines.push_back(Line::from_cells(cells));
+        invoice.lines.back().marked = true;
+    }
+    // The offer keeps the invoice discount as a value; the screen keeps the percent, which the value follows.
+    const double total = invoice.total();
+    invoice.discount_percent = total == 0 ? 0 : offer.header.discount * 100 / total;
+    return invoice;
+}
+
+std::optional<std::string> offer_line_refused(Connection& connection, const Invoice& invoice) {
+    for (const Line& line : invoice.lines) {
+        if (!line.marked || !line.item_code) continue;
+        const auto item = connection.query(Sql("select stop from items where code = ") + *line.item_code);
+        if (item.empty())
+            return std::string(message::item_of) + line.name + std::string(message::item_deleted);
+        if (item.front().integer("stop") != 0) return std::string(message::stopped) + "\n" + line.name;
+    }
+    return std::nullopt;
+}
+
+std::optional<printing::Report> quotation(Connection& connection, const signin::Session& session,
+                                          std::int64_t number) {
+    using printing::Align;
+    const auto offer = stock::load_offer(connection, number);
+    if (!offer) return std::nullopt;
+    const Invoice invoice = invoice_of(connection, *offer);
+
+    printing::Report report;
+    report.name = "offer-" + std::to_string(number);
+    report.store_name = session.settings.aname;
+    report.second_store_name = session.settings.ename;
+    if (!session.settings.tel.empty()) report.telephone = "Tel : " + session.settings.tel;
+    report.logo = session.program_folder / session.settings.logo;
+    report.title = "عرض سعر";  // quotation
+    report.captions = {
+        {"رقم العرض", std::to_string(number)},
+        {"التاريخ", common::date_text(invoice.date)},
+        {"العميل", customer_of(invoice)},
+        {"اسم المستخدم", database::text_of(connection.scalar(Sql("select name from [users] where code = ") +
+                                                             offer->header.user))},
+    };
+    report.columns = {{"م", Align::centre, 0.5},      {"كود", Align::centre, 1},
+                      {"اسم الصنف", Align::start, 4}, {"الوحدة", Align::centre, 1},
+                      {"كمية", Align::end, 0.9},      {"سعر", Align::end, 1.1},
+                      {"خصم", Align::end, 0.9},       {"الاجمالي", Align::end, 1.3}};
+    for (const Line& line : invoice.lines) {
+        report.rows.push_back({std::to_string(report.rows.size() + 1),
+                               line.item_code ? std::to_string(*line.item_code) : std::string(), line.name,
+                               line.unit_name, common::shortest_text(line.quantity),
+                               common::format_amount(line.price), common::format_amount(line.discount),
+                               common::format_amount(line.total())});
+    }
+    report.totals = {{"الاجمالي", common::format_amount(invoice.total())},
+                     {"خـــــــصم", common::format_amount(invoice.discount())},
+                     {"الصافي", common::format_amount(invoice.net())}};
+    report.words = words_of(invoice.net());
+    for (const std::string& line : session.credit_lines) {
+        if (!line.empty()) report.footers.push_back(line);
+    }
+    report.signatures = {"البائع", "العميل"};
+    return report;
+}
+
+}  // namespace sales

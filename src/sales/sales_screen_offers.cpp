@@ -1,0 +1,84 @@
+// The sales screen's offers: an invoice kept as a quotation, and one loaded back.
+#include "database/recordset.h"
+#include "sales/messages.h"
+#include "sales/offer_bridge.h"
+#include "sales/sales_screen.h"
+#include "sales/sales_screen_guard.h"
+#include "sales/saving_messages.h"
+#include "signin/permissions.h"
+
+namespace sales {
+
+namespace {
+
+// A walk-in customer typed for the offer is kept with it: the offer knows him by his code alone.
+void keep_walk_in(database::Connection& connection, Invoice& invoice) {
+    if (!invoice.walk_in || !invoice.walk_in->is_new) return;
+    WalkInCustomer& customer = *invoice.walk_in;
+    // Another till may have used the proposed code meanwhile.
+    customer.code = database::integer_of(connection.scalar("select max(zcode) as last_ from cust_cash")) + 1;
+    database::Recordset rows(connection, "select * from cust_cash ");
+    rows.add();
+    rows.set("zcode", customer.code);
+    rows.set("zname", customer.name);
+    rows.set("zphone", customer.phone);
+    rows.set("zmail", customer.mail);
+    rows.update();
+    customer.is_new = false;
+}
+
+}  // namespace
+
+std::int64_t SalesScreen::SaveOffer() {
+    return guarded("save an offer", std::int64_t{0}, [&]() -> std::int64_t {
+        if (frozen()) return 0;
+        if (invoice_.lines.empty()) {
+            outside_.prompts.message(message::empty_offer, common::Icon::exclamation);
+            return 0;
+        }
+        if (!lines_complete()) return 0;
+        if (invoice_.payment == PaymentOption::account && invoice_.customer == walk_in_customer) {
+            outside_.prompts.message(saving_message::choose_customer, common::Icon::exclamation);
+            return 0;
+        }
+        keep_walk_in(connection_, invoice_);
+        const std::int64_t number =
+            stock::save_offer(connection_, offer_header(invoice_, session_.user_code), offer_lines(invoice_));
+        busy_ = false;
+        clear();
+        busy_ = true;
+        return number;
+    });
+}
+
+bool SalesScreen::LoadOffer(std::int64_t number) {
+    return guarded("load an offer", false, [&] {
+        const auto offer = stock::load_offer(connection_, number);
+        if (!offer) {
+            outside_.prompts.message(message::no_such_offer);
+            return false;
+        }
+        Invoice loaded = invoice_of(connection_, *offer);
+        if (loaded.is_return() && !session_.has_permission(signin::permission::return_kind)) return deny();
+        if (!may_replace_invoice()) return false;
+        loaded.date = server_date();
+        loaded.store = chosen_store_;
+        loaded.price_level = invoice_.price_level;
+        if (loaded.payment == PaymentOption::card && !lists_.banks.empty())
+            loaded.card.bank_code = lists_.banks.front().code;
+        // What was to come from the store that sells now needs no transfer.
+        for (Line& line : loaded.lines) {
+            if (line.source_kind == SourceKind::other_store && line.source_store == loaded.store)
+                line.source_kind = SourceKind::selling_store;
+        }
+        reset_invoice();
+        invoice_ = std::move(loaded);
+        loaded_offer_ = number;
+        chosen_customer_ = invoice_.customer;
+        draw_number();
+        line_changed(invoice_.lines.empty() ? std::nullopt : std::optional<std::size_t>(0));
+        return true;
+    });
+}
+
+}  // namespace sales

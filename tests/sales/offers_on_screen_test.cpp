@@ -1,0 +1,190 @@
+// Offers from the sales screen: kept, loaded, sold, printed; and an invoice that was saved in part.
+#include "common/words.h"
+#include "database/faults.h"
+#include "sales/counter.h"
+#include "sales/messages.h"
+#include "sales/offer_bridge.h"
+#include "sales/saving_messages.h"
+
+namespace {
+
+namespace column = sales::column;
+namespace message = sales::message;
+using sales::BeginSave;
+using sales::KindOption;
+using sales::PaymentOption;
+using sales::SaveOutcome;
+using test::Counter;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(OffersOnScreen, AnOfferComesBackAsItWasAndIsSold) {
+    Counter counter;
+    auto& screen = counter.open();
+    ASSERT_TRUE(screen.SwitchPayment(PaymentOption::account));
+    ASSERT_TRUE(screen.choose_customer(7));
+    ASSERT_TRUE(screen.EnterItem("6221000400029"));  // a pack of six
+    ASSERT_TRUE(screen.commit_edit(0, column::quantity, "3"));
+    ASSERT_TRUE(screen.commit_edit(0, column::discount_value, "4"));
+    ASSERT_TRUE(screen.EnterItem("410"));
+    ASSERT_TRUE(screen.CommitDiscountPercent("5"));
+    const auto figures = screen.figures();
+    std::vector<std::array<std::string, column::count>> cells = {screen.cells(0), screen.cells(1)};
+
+    EXPECT_EQ(screen.SaveOffer(), 1);
+    EXPECT_TRUE(screen.invoice().lines.empty());
+    EXPECT_EQ(screen.invoice().payment, PaymentOption::cash);
+    EXPECT_EQ(counter.shop.number("select count(*) from sales"), 0);
+    EXPECT_EQ(counter.shop.cell("select pdis from offer where F2 = N'شاي'"), "4.6");
+
+    ASSERT_TRUE(screen.LoadOffer(1));
+    EXPECT_EQ(screen.loaded_offer(), 1);
+    EXPECT_EQ(screen.invoice().customer_name, "مطعم الأمل");
+    EXPECT_EQ(screen.figures().net, figures.net);
+    EXPECT_EQ(screen.figures().discount_value, figures.discount_value);
+    for (std::size_t row = 0; row < cells.size(); ++row)
+        EXPECT_EQ(screen.cells(row), cells[row]);
+    EXPECT_TRUE(screen.invoice().lines[0].marked);
+    ASSERT_TRUE(screen.EnterItem("440"));
+    EXPECT_FALSE(screen.invoice().lines[2].marked) << "added by hand";
+    ASSERT_EQ(screen.begin_save(), BeginSave::save_now) << counter.outside.prompts.last();
+    EXPECT_EQ(screen.SaveInvoice(), SaveOutcome::saved);
+    EXPECT_EQ(counter.shop.number("select sum(quan) from stk where icode = 400"), 240 - 18);
+    EXPECT_EQ(counter.shop.number("select count(*) from offer"), 2) << "the offer stays";
+    EXPECT_EQ(screen.loaded_offer(), 0);
+}
+
+TEST(OffersOnScreen, PaymentAndCustomerOfTheOfferAreTakenOver) {
+    struct Case {
+        PaymentOption payment;
+        const char* stored;
+    };
+    for (const Case& c : {Case{PaymentOption::cash, "-1 0"}, Case{PaymentOption::card, "-1 1"},
+                          Case{PaymentOption::tips, "-1 2"}, Case{PaymentOption::account, "7 0"}}) {
+        SCOPED_TRACE(c.stored);
+        Counter counter;
+        auto& screen = counter.open();
+        screen.SwitchPayment(c.payment);
+        screen.choose_customer(7);
+        screen.choose_walk_in(sales::WalkInCustomer{99, true, "سها", "011", ""});
+        ASSERT_TRUE(screen.EnterItem("400"));
+        ASSERT_EQ(screen.SaveOffer(), 1) << counter.outside.prompts.last();
+        EXPECT_EQ(
+            counter.shop.cell("select cast(vcode as varchar) + ' ' + cast(stype as varchar) from offer"),
+            c.stored);
+        ASSERT_TRUE(screen.LoadOffer(1));
+        EXPECT_EQ(screen.invoice().payment, c.payment);
+        // The customer typed for the offer was kept under the next free code, not the one proposed.
+        ASSERT_TRUE(screen.invoice().walk_in);
+        EXPECT_EQ(screen.invoice().walk_in->name, "سها");
+        EXPECT_EQ(screen.invoice().walk_in->code, 2);
+        EXPECT_FALSE(screen.invoice().walk_in->is_new);
+    }
+}
+
+TEST(OffersOnScreen, WhatCannotBeKeptOrLoadedIsSaidAndChangesNothing) {
+    Counter counter;
+    auto& screen = counter.open();
+    EXPECT_EQ(screen.SaveOffer(), 0);
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(message::empty_offer)));
+
+    ASSERT_TRUE(screen.EnterItem("400"));
+    EXPECT_FALSE(screen.LoadOffer(9));
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(message::no_such_offer)));
+    EXPECT_EQ(screen.invoice().lines.size(), 1u);
+    EXPECT_EQ(screen.SaveOffer(), 1);
+
+    // An invoice in work makes way only after a question.
+    ASSERT_TRUE(screen.EnterItem("410"));
+    EXPECT_FALSE(screen.LoadOffer(1));
+    EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::cancel_receipt)));
+    EXPECT_EQ(screen.invoice().lines[0].item_code, 410);
+    EXPECT_FALSE(screen.recall("1"));
+    counter.said();
+
+    ASSERT_TRUE(screen.SwitchPayment(PaymentOption::account));
+    EXPECT_EQ(screen.SaveOffer(), 0) << "on account without a customer";
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::saving_message::choose_customer)));
+}
+
+TEST(OffersOnScreen, AnItemStoppedOrDeletedSinceIsNamedAtTheSave) {
+    for (const char* since :
+         {"update items set stop = 1 where code = 410", "delete from items where code = 410"}) {
+        SCOPED_TRACE(since);
+        Counter counter;
+        auto& screen = counter.open();
+        ASSERT_TRUE(screen.EnterItem("400"));
+        ASSERT_TRUE(screen.EnterItem("410"));
+        ASSERT_EQ(screen.SaveOffer(), 1);
+        counter.shop.sql(since);
+        ASSERT_TRUE(screen.LoadOffer(1));
+        EXPECT_EQ(screen.invoice().lines.size(), 2u);
+        counter.said();
+        EXPECT_EQ(screen.begin_save(), BeginSave::refused);
+        ASSERT_EQ(counter.outside.prompts.messages.size(), 1u);
+        EXPECT_NE(counter.outside.prompts.last().find("شاي"), std::string::npos);
+        EXPECT_EQ(counter.shop.number("select count(*) from sales"), 0);
+    }
+}
+
+TEST(OffersOnScreen, AQuotationStatesTheTotalInWords) {
+    Counter counter;
+    auto& screen = counter.open();
+    ASSERT_TRUE(screen.EnterItem("410"));
+    ASSERT_TRUE(screen.commit_edit(0, column::quantity, "10"));
+    ASSERT_TRUE(screen.CommitDiscountValue("12"));
+    ASSERT_EQ(screen.SaveOffer(), 1);
+    const auto report = sales::quotation(counter.connection(), counter.session, 1);
+    ASSERT_TRUE(report);
+    EXPECT_EQ(report->rows, (std::vector<std::vector<std::string>>{
+                                {"1", "410", "شاي", "وحدة", "10", "12.00", "0.00", "120.00"}}));
+    EXPECT_EQ(report->totals.back().second, "108.00");
+    EXPECT_EQ(report->words, common::amount_in_words(108));
+    // Beyond what the words reach the figures stand alone.
+    counter.shop.sql("update offer set f5 = '99999.00'");
+    EXPECT_EQ(sales::quotation(counter.connection(), counter.session, 1)->words, "");
+    EXPECT_FALSE(sales::quotation(counter.connection(), counter.session, 2));
+}
+
+// A sale whose stock movement fails: the header and the lines are written.
+TEST(PartlySaved, StaysUnchangeableUntilItIsCancelled) {
+    Counter counter;
+    database::FaultyConnection faulty(counter.connection());
+    sales::SalesScreen screen(faulty, counter.session, counter.outside.all(), counter.printer);
+    ASSERT_TRUE(screen.Open());
+    ASSERT_TRUE(screen.EnterItem("400"));
+    ASSERT_EQ(screen.begin_save(), BeginSave::ask_payment);
+    counter.printer.on_print = [&] { faulty.fail_at(4, database::FaultyConnection::Fault::passing); };
+    ASSERT_EQ(screen.SaveInvoice(), SaveOutcome::partly_saved);
+    counter.printer.on_print = nullptr;
+    ASSERT_EQ(counter.shop.number("select count(*) from sales"), 1);
+    ASSERT_TRUE(screen.partly_saved());
+    EXPECT_EQ(screen.invoice().lines.size(), 1u);
+    EXPECT_EQ(counter.outside.devices.ports.count("com1"), 0u) << "the drawer stays closed";
+
+    const std::vector<std::function<bool()>> forbidden = {
+        [&] { return screen.begin_save() != BeginSave::refused; },
+        [&] { return screen.EnterItem("410"); },
+        [&] { return screen.commit_edit(0, column::quantity, "2"); },
+        [&] { return screen.CommitDiscountPercent("1"); },
+        [&] { return screen.SwitchPayment(PaymentOption::card); },
+        [&] { return screen.recall("1"); },
+        [&] { return screen.SaveOffer() != 0; },
+    };
+    for (std::size_t at = 0; at < forbidden.size(); ++at) {
+        counter.said();
+        EXPECT_FALSE(forbidden[at]()) << at;
+        EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::saving_message::partly_stays))) << at;
+    }
+    EXPECT_EQ(screen.SaveInvoice(), SaveOutcome::refused);
+    EXPECT_EQ(screen.invoice().lines.size(), 1u);
+    EXPECT_EQ(counter.shop.number("select count(*) from sales"), 1);
+
+    counter.answer({true});
+    ASSERT_TRUE(screen.CancelInvoice());
+    EXPECT_FALSE(screen.partly_saved());
+    EXPECT_EQ(screen.number_text(), "2");
+    EXPECT_TRUE(screen.EnterItem("410"));
+}
+
+}  // namespace
