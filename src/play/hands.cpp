@@ -41,7 +41,8 @@ void Hands::type(const QString& text) {
 }
 
 void Hands::scan(const QString& text) {
-    quint64 pause = hand_ms;
+    // Scans that follow one another stand closer together than any two keys of a hand.
+    quint64 pause = keys_.empty() ? hand_ms : scanner_ms;
     for (const QChar character : text) {
         push_character(character, pause);
         pause = scanner_ms;

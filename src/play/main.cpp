@@ -43,7 +43,7 @@ std::size_t steps_done(const play::Stage& stage) {
     return done;
 }
 
-bool play_file(const std::filesystem::path& file, const play::Settings& settings) {
+bool play_file(const std::filesystem::path& file, const play::Settings& settings, const std::string& keep) {
     const play::Script script = play::read_script(file);
     play::Stage stage;
     std::size_t at = 0;
@@ -63,6 +63,13 @@ bool play_file(const std::filesystem::path& file, const play::Settings& settings
             ++at;
         if (at == script.steps.size()) break;
     }
+    if (!keep.empty()) {
+        const auto kept = std::filesystem::path(keep) / "shop";
+        std::filesystem::remove_all(kept);
+        std::filesystem::copy(stage.folder(), kept, std::filesystem::copy_options::recursive);
+        std::printf("The pictures are in %s, the shop with its ports and receipts in %s.\n", keep.c_str(),
+                    kept.c_str());
+    }
     if (settings.objects == nullptr) std::printf("%s: %zu steps passed\n", file.c_str(), script.steps.size());
     return true;
 }
@@ -73,13 +80,16 @@ int main(int argc, char** argv) {
     CLI::App program{"Plays what a cashier does, from text files, on the real screens."};
     std::vector<std::string> files;
     std::string pictures = "pictures";
+    std::string keep;
     bool shown = false;
     bool list = false;
     program.add_option("plays", files, "The plays")->required()->check(CLI::ExistingFile);
     program.add_option("--pictures", pictures, "The folder for the pictures")->capture_default_str();
+    program.add_option("--keep", keep, "A folder in which the pictures and the shop are left after the play");
     program.add_flag("--show", shown, "On the real screen instead of off screen");
     program.add_flag("--list-objects", list, "Lists every object name that the plays come across");
     CLI11_PARSE(program, argc, argv);
+    if (!keep.empty()) pictures = keep;
 
     if (!shown) setenv("QT_QPA_PLATFORM", "offscreen", 1);
     std::set<std::string> objects;
@@ -88,7 +98,7 @@ int main(int argc, char** argv) {
     int failed = 0;
     for (const std::string& file : files) {
         try {
-            if (!play_file(file, settings)) ++failed;
+            if (!play_file(file, settings, keep)) ++failed;
         } catch (const std::exception& error) {
             std::fprintf(stderr, "%s\n", error.what());
             ++failed;

@@ -1,9 +1,11 @@
-// A connection in whose middle the program can be ended, as a power cut ends it.
+// A connection in whose middle the program can be ended, as a power cut ends it, and whose server time is the
+// play's.
 #pragma once
 
 #include <memory>
 #include <string>
 
+#include "common/clock.h"
 #include "database/connection.h"
 
 namespace play {
@@ -13,7 +15,8 @@ inline constexpr int killed = 137;
 
 class MortalConnection final : public database::Connection {
   public:
-    explicit MortalConnection(std::unique_ptr<database::Connection> real) : real_(std::move(real)) {}
+    MortalConnection(std::unique_ptr<database::Connection> real, common::Clock& clock)
+        : real_(std::move(real)), clock_(clock) {}
 
     // Ends the process, without any farewell, when a statement that contains the text is to be run.
     void kill_when(std::string text);
@@ -28,6 +31,7 @@ class MortalConnection final : public database::Connection {
 
   private:
     std::unique_ptr<database::Connection> real_;
+    common::Clock& clock_;
     std::string deadly_;
     std::string failing_;
     std::string sqlstate_;

@@ -55,7 +55,7 @@ Player::Action Player::action_of(const std::string& verb) {
         {"scan", &Player::do_scan},     {"choose", &Player::do_choose}, {"click", &Player::do_click},
         {"answer", &Player::do_answer}, {"expect", &Player::do_expect}, {"picture", &Player::do_picture},
         {"kill", &Player::do_kill},     {"fail", &Player::do_fail},     {"port", &Player::do_port},
-        {"say", &Player::do_say},
+        {"say", &Player::do_say},       {"file", &Player::do_file},
     };
     const auto found = actions.find(verb);
     return found == actions.end() ? nullptr : found->second;
@@ -140,7 +140,7 @@ void Player::start_till() {
         ground.program_folder = stage_.folder();
         ground.working_folder = stage_.folder();
         ground.open = [this](const std::string& text, const std::filesystem::path& folder) {
-            auto made = std::make_unique<MortalConnection>(database::open_connection(text, folder));
+            auto made = std::make_unique<MortalConnection>(database::open_connection(text, folder), clock_);
             connection_ = made.get();
             return made;
         };

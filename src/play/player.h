@@ -68,6 +68,7 @@ class Player : public QObject {
     Progress do_kill(const Step& step);
     Progress do_fail(const Step& step);
     Progress do_port(const Step& step);
+    Progress do_file(const Step& step);
     Progress do_say(const Step& step);
     // player_expectations.cpp: what must then be seen.
     Progress do_expect(const Step& step);

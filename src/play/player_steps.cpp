@@ -128,7 +128,15 @@ Progress Player::do_press(const Step& step) {
 }
 
 Progress Player::do_scan(const Step& step) {
-    hands_.scan(ui::qt(step.rest));
+    // scan CODE CODE ... | scan rows SELECT ...: one after the other without a pause
+    if (step.rest.starts_with("rows ")) {
+        for (const auto& row : rows().query(database::Sql::from_administrator(step.rest.substr(5)))) {
+            hands_.scan(ui::qt(database::text_of(row.cells().front())));
+        }
+        return Progress::ok();
+    }
+    for (const std::string& code : words(step.rest))
+        hands_.scan(ui::qt(code));
     return Progress::ok();
 }
 
@@ -229,6 +237,29 @@ Progress Player::do_port(const Step& step) {
         devices_->unplug(said[0], said[1] == "missing");
     } else {
         return Progress::fail("it reads: port NAME missing|back|empty");
+    }
+    return Progress::ok();
+}
+
+Progress Player::do_file(const Step& step) {
+    // file NAME removed | shortened BYTES | spoilt | a folder: what may befall a file beside the program
+    const auto said = words(step.rest);
+    if (said.size() < 2) return Progress::fail("it reads: file NAME removed|shortened BYTES|spoilt|folder");
+    if (running_) return Progress::fail("the program is running");
+    rows_.reset();
+    const auto file = stage_.folder() / said[0];
+    if (said[1] == "removed") {
+        std::filesystem::remove_all(file);
+    } else if (said[1] == "shortened" && said.size() == 3) {
+        std::filesystem::resize_file(file, static_cast<std::uintmax_t>(std::atoi(said[2].c_str())));
+    } else if (said[1] == "spoilt") {
+        std::ofstream(file, std::ios::binary | std::ios::trunc)
+            << "spoilt \x01\x02\xff, and no such file at all";
+    } else if (said[1] == "folder") {
+        std::filesystem::remove_all(file);
+        std::filesystem::create_directory(file);
+    } else {
+        return Progress::fail("it reads: file NAME removed|shortened BYTES|spoilt|folder");
     }
     return Progress::ok();
 }

@@ -1,6 +1,6 @@
 #include "play/receipt_reading.h"
 
-#include <algorithm>
+#include <cctype>
 #include <map>
 #include <vector>
 
@@ -22,6 +22,10 @@ std::map<unsigned char, std::string> letters_of(const printing::PrinterCodes& co
         letters.emplace(forms->joined, text);
         letters.emplace(forms->unjoined, text);
     };
+    // The alefs share their forms with the plain one, which is read first.
+    for (const int wc : {199, 236}) {
+        add(wc, common::from_code_page_1256(std::string(1, static_cast<char>(wc))));
+    }
     for (int wc = 128; wc < 256; ++wc) {
         add(wc, common::from_code_page_1256(std::string(1, static_cast<char>(wc))));
     }
@@ -44,8 +48,15 @@ std::string read_line(std::string_view line, const std::map<unsigned char, std::
         const auto byte = static_cast<unsigned char>(line[at]);
         std::size_t end = at + 1;
         if (keeps_order(byte)) {
-            while (end < line.size() && keeps_order(static_cast<unsigned char>(line[end])))
+            // Latin words keep their order too.
+            const auto goes_on = [&](std::size_t next) {
+                return next < line.size() && keeps_order(static_cast<unsigned char>(line[next]));
+            };
+            while (goes_on(end) ||
+                   (end < line.size() && line[end] == ' ' && std::isalpha(line[end - 1]) != 0 &&
+                    goes_on(end + 1) && std::isalpha(line[end + 1]) != 0)) {
                 ++end;
+            }
             pieces.emplace_back(line.substr(at, end - at));
         } else if (const auto letter = letters.find(byte); letter != letters.end()) {
             pieces.push_back(letter->second);

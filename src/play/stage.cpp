@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "admin/new_shop.h"
-#include "common/clock.h"
+#include "play/play_outside.h"
 
 namespace play {
 
@@ -29,7 +29,7 @@ void Stage::set_up(const std::string& kind) {
     if (!fs::exists(master)) {
         std::ostringstream said;
         std::istringstream nothing;
-        common::SystemClock clock;
+        PlayClock clock;  // the demo rows are dated by it
         admin::Tool tool{said, said, nothing, root_, clock};
         admin::NewShop wanted;
         wanted.folder = master;

@@ -3,12 +3,43 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPainter>
 #include <QVBoxLayout>
 
+#include "ui/colours.h"
+#include "ui/fields.h"
 #include "ui/key_button.h"
 #include "ui/style.h"
 
 namespace ui {
+
+namespace {
+
+// The hint of an empty field stands smaller than what is typed, and leaves room for the cursor.
+class EntryField : public QLineEdit {
+  public:
+    EntryField() {
+        setObjectName("entry");
+        setAccessibleName("كود الصنف أو الباركود");
+        set_role(this, "entry");
+        begin_right(this);
+    }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        QLineEdit::paintEvent(event);
+        if (!text().isEmpty()) return;
+        QPainter painter(this);
+        QFont smaller = font();
+        smaller.setPixelSize(px(17));
+        painter.setFont(smaller);
+        painter.setPen(QColor(colour::hint));
+        painter.drawText(rect().adjusted(0, 0, -px(32), 0),
+                         Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter, accessibleName());
+    }
+};
+
+}  // namespace
 
 EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
     auto* column = new QVBoxLayout(this);
@@ -18,10 +49,7 @@ EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
     row->setSpacing(px(10));
     column->addLayout(row);
 
-    field_ = new QLineEdit;
-    field_->setObjectName("entry");
-    field_->setPlaceholderText("كود الصنف أو الباركود");
-    set_role(field_, "entry");
+    field_ = new EntryField;
     field_->installEventFilter(this);
     row->addWidget(field_, 1);
     auto* general = new KeyButton("general_item", "*", "صنف عام", KeyButton::Look::tool);
@@ -31,8 +59,7 @@ EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
     row->addWidget(general);
     row->addWidget(search);
 
-    recalled_ = new QLineEdit;
-    recalled_->setObjectName("entry_for_recalled");
+    recalled_ = text_field("entry_for_recalled");
     recalled_->setPlaceholderText("إضافة صنف إلى الفاتورة المستدعاة");
     recalled_->hide();
     column->addWidget(recalled_);

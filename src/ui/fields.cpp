@@ -2,10 +2,13 @@
 
 #include <QComboBox>
 #include <QCompleter>
+#include <QCoreApplication>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QRegularExpressionValidator>
 #include <QVBoxLayout>
 
+#include "ui/colours.h"
 #include "ui/key_queue.h"
 #include "ui/style.h"
 
@@ -46,6 +49,7 @@ Figure::Figure(const QString& name, const char* role, QWidget* parent) : QLabel(
 QLabel* label(const QString& text, const char* role, QWidget* parent) {
     auto* made = new QLabel(text, parent);
     made->setTextFormat(Qt::PlainText);
+    made->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     set_role(made, role);
     return made;
 }
@@ -68,10 +72,56 @@ QWidget* captioned(const QString& caption, QWidget* field, QWidget* parent) {
     return pair;
 }
 
+void begin_right(QLineEdit* field) {
+    // An empty field takes the direction of the keyboard's language, which no property overrides; the key for
+    // it does.
+    QKeyEvent direction(QEvent::KeyPress, Qt::Key_Direction_R, Qt::NoModifier);
+    QCoreApplication::sendEvent(field, &direction);
+}
+
+QLineEdit* text_field(const QString& name, QWidget* parent) {
+    auto* field = new QLineEdit(parent);
+    field->setObjectName(name);
+    begin_right(field);
+    return field;
+}
+
+QLineEdit* moment_field(const QString& name, QWidget* parent) {
+    auto* field = new QLineEdit(parent);
+    field->setObjectName(name);
+    field->setLayoutDirection(Qt::LeftToRight);
+    field->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    field->setMaxLength(10);
+    return field;
+}
+
+namespace {
+
+class ChoiceList : public QComboBox {
+  public:
+    using QComboBox::QComboBox;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        QComboBox::paintEvent(event);
+        // The arrow, which a style sheet can only draw from a picture file.
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(
+            QPen(QColor(isEnabled() ? colour::slate : colour::off), px(2), Qt::SolidLine, Qt::RoundCap));
+        const QPointF tip(px(16), height() / 2.0 + px(2));
+        const double half = px(4);
+        painter.drawPolyline(QPolygonF({tip + QPointF(-half, -half), tip, tip + QPointF(half, -half)}));
+    }
+};
+
+}  // namespace
+
 QComboBox* choice_list(const QString& name, QWidget* parent) {
-    auto* list = new QComboBox(parent);
+    auto* list = new ChoiceList(parent);
     list->setObjectName(name);
     list->setEditable(true);
+    begin_right(list->lineEdit());
     list->setInsertPolicy(QComboBox::NoInsert);
     list->setMaxVisibleItems(12);
     list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

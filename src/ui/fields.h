@@ -37,6 +37,13 @@ QLabel* label(const QString& text, const char* role, QWidget* parent = nullptr);
 // A thin line across a card.
 QFrame* rule();
 
+// A field for text, which begins at the right even while it is empty.
+QLineEdit* text_field(const QString& name, QWidget* parent = nullptr);
+// A field for a date or time, "yyyy/mm/dd" or "HH:mm:ss", which stands as a figure does.
+QLineEdit* moment_field(const QString& name, QWidget* parent = nullptr);
+// Lets an existing field begin at the right.
+void begin_right(QLineEdit* field);
+
 // A list that is chosen from by typing a part of a name; codes stand in the items' data.
 QComboBox* choice_list(const QString& name, QWidget* parent = nullptr);
 // The chosen code; 0 when nothing is chosen. A name typed in full counts as chosen.

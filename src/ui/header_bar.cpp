@@ -29,7 +29,7 @@ HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
     shift_ = new QPushButton;
     shift_->setObjectName("shift_number");
     shift_->setFocusPolicy(Qt::ClickFocus);
-    set_role(shift_, "headbutton");
+    set_role(shift_, "headtext");
     row->addWidget(shift_);
     connect(shift_, &QPushButton::clicked, this, &HeaderBar::shift_clicked);
     news_ = add("news", "ticker");
@@ -39,6 +39,7 @@ HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
     menu_ = new QPushButton(tr("&القائمة"));
     menu_->setObjectName("menu");
     menu_->setFocusPolicy(Qt::ClickFocus);
+    menu_->setFixedHeight(px(36));
     set_role(menu_, "headbutton");
     row->addWidget(menu_);
     clock_ = new Figure("clock", "clock");

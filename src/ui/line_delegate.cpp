@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QTableView>
 
+#include "sales/invoice.h"
 #include "sales/kinds.h"
 #include "ui/colours.h"
 #include "ui/line_model.h"
@@ -23,15 +24,32 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->fillRect(QRect(option.rect.left(), option.rect.bottom(), option.rect.width(), 1),
                       ground_.darker(108));
     const int column = LineModel::source_column(index.column());
-    // Names read from the right like all else, but they alone are cut where they do not fit.
     const QString text = index.data(Qt::DisplayRole).toString();
-    const QRect place = option.rect.adjusted(px(8), 0, -px(10), 0);
-    painter->setPen(QColor(colour::ink));
-    painter->setFont(option.font);
-    const bool is_text = column == 2 || column == 3;
-    painter->setLayoutDirection(is_text ? Qt::RightToLeft : Qt::LeftToRight);
-    painter->drawText(place, Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine,
-                      is_text ? option.fontMetrics.elidedText(text, Qt::ElideRight, place.width()) : text);
+    const QRect place = option.rect.adjusted(px(4), 0, -px(10), 0);
+    const int right = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter;
+    const bool narrow = view != nullptr && view->width() < px(880);
+    const double size = narrow ? 15 : 17;
+    QFont font = option.font;
+    font.setPixelSize(px(column == sales::column::group ? 14 : size));
+    painter->setPen(QColor(column == sales::column::group ? colour::slate : colour::ink));
+    painter->setFont(font);
+    if (column == sales::column::name || column == sales::column::group) {
+        painter->setLayoutDirection(Qt::RightToLeft);
+        const QFontMetrics one_line(font);
+        if (column == sales::column::group || one_line.horizontalAdvance(text) <= place.width()) {
+            painter->drawText(place, right | Qt::TextSingleLine,
+                              one_line.elidedText(text, Qt::ElideRight, place.width()));
+        } else {
+            // A long name takes two smaller lines; what is longer still is cut.
+            font.setPixelSize(px(narrow ? 13 : 14));
+            painter->setFont(font);
+            const QString cut = QFontMetrics(font).elidedText(text, Qt::ElideRight, place.width() * 9 / 5);
+            painter->drawText(place, right | Qt::TextWordWrap, cut);
+        }
+    } else {
+        painter->setLayoutDirection(Qt::LeftToRight);
+        painter->drawText(place, right | Qt::TextSingleLine, text);
+    }
     if (view != nullptr && view->hasFocus() && view->currentIndex() == index) {
         painter->setPen(QPen(QColor(colour::focus), px(2)));
         painter->drawRect(option.rect.adjusted(1, 1, -1, -1));

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPainterPath>
 #include <array>
 
 #include "sales/invoice.h"
@@ -24,8 +25,8 @@ bool can_be_edited(int source) {
 }
 
 // Widths of the shown columns on a wide and on a narrow screen; the name takes what is left.
-constexpr std::array<int, LineModel::shown_count> wide = {40, 90, 0, 110, 90, 90, 80, 80, 100, 80};
-constexpr std::array<int, LineModel::shown_count> narrow = {34, 62, 0, 74, 70, 66, 60, 62, 74, 62};
+constexpr std::array<int, LineModel::shown_count> wide = {36, 68, 0, 128, 82, 84, 74, 74, 92, 80};
+constexpr std::array<int, LineModel::shown_count> narrow = {30, 56, 0, 70, 66, 66, 62, 62, 72, 66};
 
 }  // namespace
 
@@ -93,7 +94,6 @@ void LineView::open_cell(int row, int source, const QString& value) {
     field_->installEventFilter(this);
     edited_row_ = row;
     edited_column_ = source;
-    connect(field_, &QLineEdit::returnPressed, this, [this] { commit(true); });
     field_->show();
     field_->setFocus();
     field_->selectAll();
@@ -168,6 +168,10 @@ void LineView::currentChanged(const QModelIndex& current, const QModelIndex& pre
 void LineView::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
     set_widths();
+    // The frame around the grid has round corners; the heading and the lines keep within them.
+    QPainterPath rounded;
+    rounded.addRoundedRect(QRectF(rect()), px(7), px(7));
+    setMask(QRegion(rounded.toFillPolygon().toPolygon()));
     if (field_ != nullptr) {
         field_->setGeometry(visualRect(model()->index(edited_row_, LineModel::shown_column(edited_column_))));
     }
@@ -175,10 +179,20 @@ void LineView::resizeEvent(QResizeEvent* event) {
 
 bool LineView::eventFilter(QObject* watched, QEvent* event) {
     if (watched == field_) {
-        if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-            close_cell();
-            emit edit_cancelled();
-            return true;
+        // Taken here, because a field passes Enter on to the grid below it, which would open the cell again.
+        if (event->type() == QEvent::KeyPress) {
+            switch (static_cast<QKeyEvent*>(event)->key()) {
+                case Qt::Key_Escape:
+                    close_cell();
+                    emit edit_cancelled();
+                    return true;
+                case Qt::Key_Return:
+                case Qt::Key_Enter:
+                    commit(true);
+                    return true;
+                default:
+                    break;
+            }
         }
         // Leaving the field commits it; a box or the window losing the focus does not.
         if (event->type() == QEvent::FocusOut) {

@@ -19,6 +19,8 @@ class LineView : public QTableView {
     // Opens the field over a cell, holding its value or, where given, another one, selected for overtyping.
     void open_cell(int row, int source_column, const QString& value = {});
     bool is_editing() const { return field_ != nullptr; }
+    // Commits an open cell as leaving it does.
+    void finish_editing() { commit(false); }
     void close_cell();
 
   signals:

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "ui/colours.h"
+#include "ui/fields.h"
 #include "ui/key_queue.h"
 #include "ui/messages.h"
 #include "ui/style.h"
@@ -62,9 +63,7 @@ MessageBox::MessageBox(QWidget* host, const QString& text, common::Icon icon, Bu
     setProperty(keys_property, keys_held);
     set_card_width(520);
 
-    auto* title = new QLabel(qt(message::title));
-    set_role(title, "caption");
-    body()->addWidget(title);
+    body()->addWidget(label(qt(message::title), "caption"));
 
     auto* row = new QHBoxLayout;
     row->setSpacing(px(18));

@@ -8,6 +8,7 @@
 
 #include "sales/sales_screen.h"
 #include "ui/fields.h"
+#include "ui/key_queue.h"
 #include "ui/style.h"
 #include "ui/text.h"
 
@@ -46,14 +47,13 @@ void show_code(QComboBox* list, std::int64_t code) {
 }  // namespace
 
 PartyBar::PartyBar(QWidget* parent) : QWidget(parent) {
+    setProperty(keys_property, keys_no_scans);
     pages_ = new QStackedLayout(this);
     customer_ = choice_list("account_customer");
     bank_ = choice_list("bank");
-    holder_ = new QLineEdit;
-    holder_->setObjectName("card_holder");
+    holder_ = text_field("card_holder");
     holder_->setMaxLength(100);
-    reference_ = new QLineEdit;
-    reference_->setObjectName("card_reference");
+    reference_ = text_field("card_reference");
     reference_->setMaxLength(50);
     receiver_ = choice_list("tips_receiver");
     pages_->addWidget(page({{"العميل", customer_}}));

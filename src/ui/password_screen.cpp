@@ -18,8 +18,7 @@ Form63::Form63(QWidget* host, const Context& context) : Sheet(host, "تغيير 
     setObjectName("Form63");
     set_card_width(440);
     const auto field = [this](const char* name, const QString& caption) {
-        auto* made = new QLineEdit;
-        made->setObjectName(name);
+        QLineEdit* made = text_field(name);
         made->setEchoMode(QLineEdit::Password);
         made->setMaxLength(50);
         body()->addWidget(captioned(caption, made));

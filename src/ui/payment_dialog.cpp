@@ -24,6 +24,7 @@ QFrame* figure_box(const char* role, const QString& caption, QLabel* figure) {
     column->setContentsMargins(px(18), px(8), px(18), px(6));
     column->setSpacing(0);
     column->addWidget(label(caption, "plain"));
+    figure->setFixedHeight(px(66));
     column->addWidget(figure);
     return box;
 }

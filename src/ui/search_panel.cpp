@@ -6,8 +6,10 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "common/numbers.h"
 #include "sales/sales_screen.h"
 #include "ui/fields.h"
+#include "ui/key_queue.h"
 #include "ui/list_table.h"
 #include "ui/style.h"
 #include "ui/text.h"
@@ -18,6 +20,10 @@ namespace {
 
 constexpr int pause_ms = 150;
 
+bool is_number(const QString& text) {
+    return common::parse_integer(utf8(text)).has_value();
+}
+
 QString figure(const std::string& text) {
     return "\u200e" + qt(text);
 }
@@ -27,6 +33,7 @@ QString figure(const std::string& text) {
 SearchPanel::SearchPanel(QWidget* host, sales::SalesScreen& screen)
     : Sheet(host, "بحث عن صنف"), screen_(screen) {
     setObjectName("search_panel");
+    setProperty(keys_property, {});  // a barcode may be scanned into the search
     set_card_width(std::min(1180.0, host->window()->width() * 16.0 / font().pixelSize() - 40));
     auto* filters = new QHBoxLayout;
     filters->setSpacing(px(10));
@@ -75,8 +82,7 @@ SearchPanel::SearchPanel(QWidget* host, sales::SalesScreen& screen)
 }
 
 QLineEdit* SearchPanel::filter_field(const char* name) {
-    auto* field = new QLineEdit;
-    field->setObjectName(name);
+    QLineEdit* field = text_field(name);
     field->setMaxLength(100);
     connect(field, &QLineEdit::textEdited, this, [this] { pause_.start(); });
     return field;
@@ -121,6 +127,13 @@ void SearchPanel::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Enter:
             // From a filter Enter takes the first match of what is typed now, not of what was listed before.
             if (pause_.isActive()) search_now();
+            // What was scanned into the name field is a barcode.
+            if (found_.empty() && name_->hasFocus() && name_->text().size() >= 4 &&
+                is_number(name_->text())) {
+                number_->setText(name_->text().trimmed());
+                name_->clear();
+                search_now();
+            }
             take(table_->currentRow());
             break;
         case Qt::Key_Down:

@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "ui/key_queue.h"
 #include "ui/messages.h"
 #include "ui/style.h"
 #include "ui/text.h"
@@ -30,6 +31,8 @@ Sheet::Sheet(QWidget* host, const QString& title)
         body_->addWidget(heading);
     }
     setWindowTitle(qt(message::title));
+    // Scans belong to the screen below, and are entered there when the sheet is gone.
+    setProperty(keys_property, keys_no_scans);
 }
 
 void Sheet::set_card_width(double measure) {

@@ -40,8 +40,7 @@ Form62::Form62(const Context& context)
     user_ = choice_list("user");
     user_->setMinimumHeight(px(48));
     column->addWidget(captioned("ا&سم المستخدم", user_));
-    password_ = new QLineEdit;
-    password_->setObjectName("password");
+    password_ = text_field("password");
     password_->setEchoMode(QLineEdit::Password);
     password_->setMinimumHeight(px(48));
     password_->setMaxLength(100);

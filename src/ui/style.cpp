@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QProxyStyle>
 #include <QRegularExpression>
 #include <QStyle>
 #include <QStyleFactory>
@@ -54,15 +55,14 @@ QLineEdit[role="disc"]:focus { border: none; padding: 0; }
 QLineEdit[role="large"] { font-size: 34px; font-weight: 700; padding: 6px 14px; }
 QLineEdit[role="large"]:focus { padding: 4px 12px; }
 QLineEdit[role="celledit"] { border: 2px solid $focus; border-radius: 0; padding: 0 8px; font-size: 17px; background: $paper; }
-QWidget[role="disc"] { background: $paper; border: 1px solid $line; border-radius: 8px; }
-QWidget[role="disc"][lit="true"] { border: 3px solid $focus; }
+QWidget[role="discbox"] { background: $paper; border: 1px solid $line; border-radius: 8px; }
+QWidget[role="discbox"][lit="true"] { border: 3px solid $focus; }
 
 QComboBox { background: $paper; border: 1px solid $edge; border-radius: 8px; padding: 5px 12px; min-height: 24px; }
 QComboBox:focus { border: 3px solid $focus; padding: 3px 10px; }
 QComboBox:disabled { background: #f5f7f9; color: $off; }
 QComboBox::drop-down { border: none; width: 26px; }
-QComboBox::down-arrow { image: none; border-left: 5px solid transparent; border-right: 5px solid transparent;
-                        border-top: 6px solid $slate; width: 0; height: 0; }
+QComboBox::down-arrow { image: none; width: 0; height: 0; }
 QComboBox QLineEdit, QComboBox QLineEdit:focus { border: none; padding: 0; background: transparent; }
 QAbstractItemView { background: $paper; border: 1px solid $edge; outline: none;
                     selection-background-color: $current; selection-color: $ink; }
@@ -93,7 +93,7 @@ QTableView[role="sheet"] { border: 1px solid #c8d1d9; border-radius: 8px; backgr
 QTableView[role="sheet"]:focus { border: 3px solid $focus; }
 QTableView[role="sheet"]::item { border-bottom: 1px solid #e6ebf0; padding: 0 8px; }
 QHeaderView { background: $strip; border: none; }
-QHeaderView::section { background: $strip; border: none; padding: 8px 10px; font-size: 14px; font-weight: 700; color: $slate; }
+QHeaderView::section { background: $strip; border: none; padding: 8px 10px 8px 0; font-size: 14px; font-weight: 700; color: $slate; }
 QTableCornerButton::section { background: $strip; border: none; }
 QScrollBar:vertical { background: transparent; width: 12px; margin: 2px; }
 QScrollBar::handle:vertical { background: $edge; border-radius: 4px; min-height: 28px; }
@@ -123,6 +123,10 @@ QPushButton[role="save"]:hover { background: #1a7d47; }
 QPushButton[role="key"]:focus, QPushButton[role="tool"]:focus { border: 3px solid $focus; padding: 0; }
 QPushButton[role="pay"]:focus, QPushButton[role="save"]:focus { border: 3px solid $net; padding: 0; }
 QPushButton[role="headbutton"] { background: transparent; border: 1px solid #4a6379; border-radius: 6px; color: #dce2e6; padding: 4px 12px; }
+QPushButton::menu-indicator { image: none; width: 0; }
+QPushButton[role="headtext"] { background: transparent; border: none; color: #dce2e6; padding: 0; }
+QPushButton[role="headtext"]:hover { color: $paper; }
+QPushButton[role="headtext"]:focus { border: 2px solid $paper; border-radius: 6px; padding: 2px; }
 QPushButton[role="headbutton"]:hover { background: #24455f; }
 QPushButton[role="headbutton"]:focus { border: 2px solid $paper; padding: 3px 11px; }
 QMenu { background: $paper; border: 1px solid $edge; padding: 6px; }
@@ -131,10 +135,20 @@ QMenu::item:selected { background: $current; }
 
 QWidget[role="card"] { background: $paper; border-radius: 12px; }
 QFrame[role="rule"] { background: $line; border: none; max-height: 1px; min-height: 1px; }
-QDateEdit, QTimeEdit { background: $paper; border: 1px solid $edge; border-radius: 8px; padding: 6px 12px; }
-QDateEdit:focus, QTimeEdit:focus { border: 3px solid $focus; padding: 4px 10px; }
 QToolTip { background: $net; color: $paper; border: none; padding: 4px; }
 )";
+
+// Underlining one letter of an Arabic word breaks its joining, so mnemonics work without being underlined;
+// they stand in the tool tips.
+class HouseStyle : public QProxyStyle {
+  public:
+    HouseStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override {
+        if (hint == SH_UnderlineShortcut) return 0;
+        return QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+};
 
 QString filled_in(double unit) {
     const std::pair<const char*, const char*> names[] = {
@@ -165,7 +179,7 @@ QString filled_in(double unit) {
 void dress(QApplication& application, const QSize& screen) {
     const double unit = std::clamp(std::min(screen.width() / 1366.0, screen.height() / 768.0), 1.0, 4.0);
     application.setLayoutDirection(Qt::RightToLeft);
-    application.setStyle(QStyleFactory::create("Fusion"));
+    application.setStyle(new HouseStyle);
     QFont font;
     // The Arabic font has no tabular Western figures of its own; those of Noto Sans are all one width.
     font.setFamilies({"Noto Sans Arabic", "Noto Sans", "DejaVu Sans"});

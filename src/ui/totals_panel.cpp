@@ -45,6 +45,7 @@ TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
     stack->addWidget(label("الصافي", "caption"));
     net_ = new Figure("net", "netfigure");
     net_->setAlignment(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
+    net_->setFixedHeight(px(62));
     stack->addWidget(net_);
     column->addWidget(net);
 
@@ -84,7 +85,7 @@ TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
 
 QWidget* TotalsPanel::discount_box(const QString& caption, AmountField* field) {
     auto* box = new QWidget;
-    set_role(box, "disc");
+    set_role(box, "discbox");
     auto* stack = new QVBoxLayout(box);
     stack->setContentsMargins(px(12), px(8), px(12), px(8));
     stack->setSpacing(px(2));
@@ -108,6 +109,12 @@ void TotalsPanel::commit(AmountField* field) {
         emit discount_value_typed(text);
     } else {
         emit discount_percent_typed(text);
+    }
+}
+
+void TotalsPanel::finish_editing() {
+    for (AmountField* field : {discount_value_, discount_percent_}) {
+        if (field->isModified()) commit(field);
     }
 }
 

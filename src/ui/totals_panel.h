@@ -21,6 +21,8 @@ class TotalsPanel : public QWidget {
   public:
     explicit TotalsPanel(QWidget* parent = nullptr);
     void show_state(const sales::SalesScreen& screen);
+    // Commits a discount that was typed and not entered yet.
+    void finish_editing();
 
   signals:
     void payment_chosen(int payment);

@@ -1,0 +1,117 @@
+// Keys on their way: what a box, an amount field and an entry field make of typing and of scans.
+#include "ui/key_queue.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QVBoxLayout>
+#include <QWindow>
+
+#include "ui/fields.h"
+
+namespace {
+
+using ui::KeyQueue;
+
+class Keys : public testing::Test {
+  protected:
+    void SetUp() override {
+        auto* column = new QVBoxLayout(&window_);
+        column->addWidget(&entry_);
+        column->addWidget(&amount_);
+        column->addWidget(&box_);
+        box_.setProperty(ui::keys_property, ui::keys_held);
+        QObject::connect(&box_, &QLineEdit::returnPressed, [this] { ++answers_; });
+        QObject::connect(&entry_, &QLineEdit::returnPressed, [this] {
+            entered_ << entry_.text();
+            entry_.clear();
+        });
+        QObject::connect(&queue_, &KeyQueue::scan_waits, [this] { ++scans_; });
+        window_.show();
+        window_.activateWindow();
+        QApplication::processEvents();
+        ASSERT_NE(QGuiApplication::focusWindow(), nullptr);
+    }
+
+    // Keys at the given distance from one another; "\r" is Enter.
+    void keys(const QString& text, quint64 apart, quint64 pause = 2000) {
+        time_ += pause;
+        for (const QChar character : text) {
+            const int key = character == '\r' ? int(Qt::Key_Return) : int(character.toUpper().unicode());
+            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QString(character));
+            press.setTimestamp(time_);
+            QCoreApplication::sendEvent(QGuiApplication::focusWindow(), &press);
+            time_ += apart;
+        }
+    }
+    void focus(QWidget& widget) {
+        widget.setFocus();
+        QApplication::processEvents();
+    }
+
+    quint64 time_ = 10000;
+    int answers_ = 0;
+    int scans_ = 0;
+    QStringList entered_;
+    QWidget window_;
+    QLineEdit entry_;
+    ui::AmountField amount_{"amount"};
+    QLineEdit box_;
+    KeyQueue queue_;
+};
+
+TEST_F(Keys, AScanBehindABoxWaitsAndIsEnteredInOrder) {
+    focus(box_);
+    keys("111\r222\r", 5);
+    EXPECT_EQ(answers_, 0);
+    EXPECT_TRUE(box_.text().isEmpty());
+    EXPECT_FALSE(queue_.idle());
+    focus(entry_);
+    EXPECT_EQ(entered_, (QStringList{"111", "222"}));
+    EXPECT_TRUE(queue_.idle());
+}
+
+TEST_F(Keys, OnlyAnEnterThatComesAloneAnswersABox) {
+    focus(entry_);
+    keys("9\r", 60);
+    focus(box_);
+    keys("\r", 0, 50);  // the bounce of the key that brought the box
+    keys("\r", 0, 50);
+    EXPECT_EQ(answers_, 0);
+    keys("\r", 0, KeyQueue::alone_ms);
+    EXPECT_EQ(answers_, 1);
+    keys("12\r", 300);  // typed without looking: its Enter belongs to it
+    EXPECT_EQ(answers_, 1);
+    keys("\r", 0, KeyQueue::alone_ms);
+    EXPECT_EQ(answers_, 2);
+    focus(entry_);
+    EXPECT_EQ(entered_, (QStringList{"9", "12"}));
+}
+
+TEST_F(Keys, AnAmountTakesAHandsKeysAndNoScan) {
+    focus(amount_);
+    amount_.setText("41.50");
+    amount_.selectAll();
+    keys("6229413700237\r", 5);
+    EXPECT_EQ(amount_.text(), "41.50");
+    EXPECT_EQ(scans_, 1);
+    focus(entry_);
+    EXPECT_EQ(entered_, QStringList{"6229413700237"});
+
+    focus(amount_);
+    amount_.selectAll();
+    keys("1250\r", 60);  // a quick hand
+    EXPECT_EQ(amount_.text(), "1250");
+    EXPECT_EQ(scans_, 1);
+}
+
+TEST_F(Keys, ABurstTooShortForAScanIsANumber) {
+    focus(amount_);
+    keys("50\r", 5);
+    EXPECT_EQ(amount_.text(), "50");
+    EXPECT_EQ(scans_, 0);
+    EXPECT_TRUE(entered_.isEmpty());
+}
+
+}  // namespace
