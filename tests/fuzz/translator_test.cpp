@@ -5,6 +5,7 @@
 #include <chrono>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "database/open.h"
@@ -16,150 +17,36 @@ namespace {
 using database::Error;
 using database::Sql;
 
-constexpr const char* pieces[] = {
-    "select",
-    "from",
-    "where",
-    "group by",
-    "having",
-    "order by",
-    "and",
-    "or",
-    "not",
-    "in",
-    "like",
-    "between",
-    "is null",
-    "is",
-    "null",
-    "case",
-    "when",
-    "then",
-    "else",
-    "end",
-    "insert into",
-    "values",
-    "update",
-    "set",
-    "delete",
-    "top",
-    "top 1",
-    "distinct",
-    "join",
-    "left outer join",
-    "right join",
-    "full join",
-    "cross join",
-    "on",
-    "as",
-    "union",
-    "union all",
-    "exists",
-    "create table",
-    "alter table",
-    "add",
-    "alter column",
-    "drop table",
-    "drop column",
-    "create index",
-    "create view",
-    "primary key",
-    "constraint",
-    "default",
-    "identity(1,1)",
-    "desc",
-    "asc",
-    "t",
-    "u",
-    "[t]",
-    "t.a",
-    "u.b",
-    "[dbo].[t]",
-    "a",
-    "b",
-    "c",
-    "d",
-    "*",
-    "t.*",
-    "(",
-    ")",
-    "(",
-    ")",
-    ",",
-    ",",
-    "=",
-    "<>",
-    "<=",
-    "<",
-    ">",
-    "+",
-    "-",
-    "*",
-    "/",
-    "%",
-    "&",
-    "|",
-    "^",
-    "~",
-    ".",
-    ";",
-    "1",
-    "0",
-    "-1",
-    "2.5",
-    "1e308",
-    "'x'",
-    "''",
-    "N'عربي'",
-    "'2026/11/21'",
-    "'10:42'",
-    "9223372036854775807",
-    "99999999999999999999",
-    "?",
-    "int",
-    "nvarchar(10)",
-    "nvarchar(max)",
-    "real",
-    "datetime",
-    "numeric(18, 0)",
-    "sum(",
-    "count(*)",
-    "max(",
-    "isnull(",
-    "convert(varchar,",
-    "convert(",
-    "cast(",
-    "as datetime)",
-    "round(",
-    "getdate()",
-    "len(",
-    "substring(",
-    "replicate(",
-    "charindex(",
-    "datediff(day,",
-    "dateadd(mm,",
-    "datepart(",
-    "str(",
-    "isnumeric(",
-    "left(",
-    "case when a = 1 then b else c end",
-    "--",
-    "/*",
-    "*/",
-    "'",
-    "[",
-    "]",
-    "\"",
-    "@a",
-    "#t",
-    "$rowid",
-    "\xff",
-    "\xd8",
-    "ضريبة",
-    "\t",
-    "\n",
-    "collate",
-};
+// What the soup is made of, parted by two blanks.
+constexpr std::string_view ingredients = R"(
+select  from  where  group by  having  order by  and  or  not  in  like  between  is null  is  null  case  when
+then  else  end  insert into  values  update  set  delete  top  top 1  distinct  join  left outer join  right join
+full join  cross join  on  as  union  union all  exists  create table  alter table  add  alter column  drop table
+drop column  create index  create view  primary key  constraint  default  identity(1,1)  desc  asc  collate  t  u
+[t]  t.a  u.b  [dbo].[t]  a  b  c  d  *  t.*  (  )  (  )  ,  ,  =  <>  <=  <  >  +  -  *  /  %  &  |  ^  ~  .  ;
+1  0  -1  2.5  1e308  'x'  ''  N'عربي'  '2026/11/21'  '10:42'  9223372036854775807  99999999999999999999  ?  int
+nvarchar(10)  nvarchar(max)  real  datetime  numeric(18, 0)  sum(  count(*)  max(  isnull(  convert(varchar,
+convert(  cast(  as datetime)  round(  getdate()  len(  substring(  replicate(  charindex(  datediff(day,
+dateadd(mm,  datepart(  str(  isnumeric(  left(  case when a = 1 then b else c end  --  /*  */  '  [  ]  "  @a  #t
+$rowid  ضريبة)";
+
+const std::vector<std::string>& pieces() {
+    static const std::vector<std::string> list = [] {
+        std::vector<std::string> made{"\xff", "\xd8", "\t", std::string(1, '\0')};
+        std::string piece;
+        for (const char c : ingredients) {
+            const bool parts = c == '\n' || (c == ' ' && piece.ends_with(' '));
+            if (!parts) piece += c;
+            if (!parts) continue;
+            if (piece.ends_with(' ')) piece.pop_back();
+            if (!piece.empty()) made.push_back(piece);
+            piece.clear();
+        }
+        made.push_back(piece);
+        return made;
+    }();
+    return list;
+}
 
 // Statements mostly in order, so that they get past the grammar to the types and the engine; now and then a
 // piece of the soup falls in.
@@ -170,35 +57,41 @@ class Author {
     std::string soup() {
         std::string text;
         for (std::size_t length = 1 + pick(14); length > 0; --length)
-            text += std::string(any(pieces)) + " ";
+            text.append(any(pieces())) += ' ';
         return text;
     }
 
     std::string statement() {
         switch (pick(8)) {
             case 0:
-                return "update t set c = " + value(3) + " where " + condition(3);
+                return text({"update t set c = ", value(3), " where ", condition(3)});
             case 1:
-                return "insert into u (a,b) select " + value(2) + "," + value(2) + " from t where " +
-                       condition(2);
+                return text(
+                    {"insert into u (a,b) select ", value(2), ",", value(2), " from t where ", condition(2)});
             case 2:
-                return "delete from u where " + condition(3);
+                return text({"delete from u where ", condition(3)});
             case 3:
-                return "select " + value(3) + ",count(*) from t group by " + value(2) + " having " +
-                       condition(2);
+                return text(
+                    {"select ", value(3), ",count(*) from t group by ", value(2), " having ", condition(2)});
             case 4:
-                return "select t.a from t left join u on " + condition(2) + " order by " + value(2);
+                return text({"select t.a from t left join u on ", condition(2), " order by ", value(2)});
             case 5:
-                return "select * from w where a in (select a from u where " + condition(2) + ")";
+                return text({"select * from w where a in (select a from u where ", condition(2), ")"});
             default:
-                return "select " + value(4) + " from t where " + condition(3);
+                return text({"select ", value(4), " from t where ", condition(3)});
         }
     }
 
   private:
+    static std::string text(std::initializer_list<std::string_view> pieces_of_it) {
+        std::string whole;
+        for (const std::string_view piece : pieces_of_it)
+            whole += piece;
+        return whole;
+    }
     std::size_t pick(std::size_t count) { return random_() % count; }
     template <typename List>
-    const char* any(const List& list) {
+    std::string_view any(const List& list) {
         return list[pick(std::size(list))];
     }
 
@@ -215,44 +108,44 @@ class Author {
         static constexpr const char* operators[] = {"+", "-", "*", "/", "%", "&", "|"};
         static constexpr const char* types[] = {"int", "varchar",       "real",      "datetime",
                                                 "bit", "numeric(9, 2)", "varchar(3)"};
-        if (pick(60) == 0) return any(pieces);
-        if (depth == 0) return any(leaves);
+        if (pick(60) == 0) return text({any(pieces())});
+        if (depth == 0) return text({any(leaves)});
         switch (pick(7)) {
             case 0:
-                return "(" + value(depth - 1) + " " + any(operators) + " " + value(depth - 1) + ")";
+                return text({"(", value(depth - 1), " ", any(operators), " ", value(depth - 1), ")"});
             case 1:
-                return std::string(any(calls)) + "(" + value(depth - 1) + "," + value(depth - 1) + ")";
+                return text({any(calls), "(", value(depth - 1), ",", value(depth - 1), ")"});
             case 2:
-                return std::string(any(one)) + "(" + value(depth - 1) + ")";
+                return text({any(one), "(", value(depth - 1), ")"});
             case 3:
-                return std::string("cast(") + value(depth - 1) + " as " + any(types) + ")";
+                return text({"cast(", value(depth - 1), " as ", any(types), ")"});
             case 4:
-                return "case when " + condition(depth - 1) + " then " + value(depth - 1) + " else " +
-                       value(depth - 1) + " end";
+                return text({"case when ", condition(depth - 1), " then ", value(depth - 1), " else ",
+                             value(depth - 1), " end"});
             case 5:
-                return std::string("convert(") + any(types) + "," + value(depth - 1) + ",101)";
+                return text({"convert(", any(types), ",", value(depth - 1), ",101)"});
             default:
-                return any(leaves);
+                return text({any(leaves)});
         }
     }
 
     std::string condition(int depth) {
         static constexpr const char* comparisons[] = {"=", "<>", "<", ">=", "like", "not like"};
-        if (pick(60) == 0) return any(pieces);
+        if (pick(60) == 0) return text({any(pieces())});
         switch (depth == 0 ? 9 : pick(6)) {
             case 0:
-                return "(" + condition(depth - 1) + " or " + condition(depth - 1) + ")";
+                return text({"(", condition(depth - 1), " or ", condition(depth - 1), ")"});
             case 1:
-                return condition(depth - 1) + " and not " + condition(depth - 1);
+                return text({condition(depth - 1), " and not ", condition(depth - 1)});
             case 2:
-                return value(depth - 1) + " in (" + value(depth - 1) + "," + value(depth - 1) + ")";
+                return text({value(depth - 1), " in (", value(depth - 1), ",", value(depth - 1), ")"});
             case 3:
-                return value(depth - 1) + " between " + value(depth - 1) + " and " + value(depth - 1);
+                return text({value(depth - 1), " between ", value(depth - 1), " and ", value(depth - 1)});
             case 4:
-                return value(depth - 1) + " is not null";
+                return text({value(depth - 1), " is not null"});
             default:
-                return value(depth > 0 ? depth - 1 : 0) + " " + any(comparisons) + " " +
-                       value(depth > 0 ? depth - 1 : 0);
+                return text({value(depth > 0 ? depth - 1 : 0), " ", any(comparisons), " ",
+                             value(depth > 0 ? depth - 1 : 0)});
         }
     }
 
@@ -346,7 +239,7 @@ TEST_F(Translator, TornStatementsOfTheProgram) {
                     statement.erase(at, 1 + random() % 8);
                     break;
                 case 1:
-                    statement.insert(at, pieces[random() % std::size(pieces)]);
+                    statement.insert(at, pieces()[random() % pieces().size()]);
                     break;
                 case 2:
                     statement[at] = static_cast<char>(random());
