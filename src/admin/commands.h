@@ -15,5 +15,6 @@ void add_import_items(CLI::App& program, Tool& tool);
 void add_backup(CLI::App& program, Tool& tool);
 void add_restore(CLI::App& program, Tool& tool);
 void add_copy_shop(CLI::App& program, Tool& tool);
+void add_show_receipt(CLI::App& program, Tool& tool);
 
 }  // namespace admin

@@ -21,7 +21,8 @@ TEST(CommandLine, EveryCommandHelps) {
                                                             {"import-items"},
                                                             {"backup"},
                                                             {"restore"},
-                                                            {"copy-shop"}};
+                                                            {"copy-shop"},
+                                                            {"show-receipt"}};
     for (auto command : commands) {
         command.emplace_back("--help");
         const auto run = bench.run(command);
@@ -54,6 +55,7 @@ TEST(CommandLine, AWrongLineIsTwo) {
         {"import-items"},
         {"restore"},
         {"copy-shop"},
+        {"show-receipt"},
     };
     for (const auto& line : lines) {
         const auto run = bench.run(line);

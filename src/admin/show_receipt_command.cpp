@@ -1,0 +1,73 @@
+// tallvex-admin show-receipt: a text receipt's bytes as a picture of the paper, without a printer.
+#include <CLI/CLI.hpp>
+#include <QGuiApplication>
+#include <QImage>
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+#include "admin/commands.h"
+#include "printing/pages/paper_picture.h"
+
+namespace admin {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Options {
+    std::string file;
+    std::string output;
+    int width = 0;
+};
+
+// Far longer than any receipt: whatever is larger was named by mistake.
+constexpr std::uintmax_t largest_file = 4 * 1024 * 1024;
+
+std::string bytes_of(const fs::path& file) {
+    std::error_code failed;
+    if (!fs::is_regular_file(file, failed)) throw Refused(file.string() + ": there is no such file");
+    if (fs::file_size(file, failed) > largest_file)
+        throw Refused(file.string() + ": too large for a receipt");
+    std::ifstream stream(file, std::ios::binary);
+    std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    if (!stream.good() && !stream.eof()) throw Refused(file.string() + ": cannot be read");
+    if (bytes.empty()) throw Refused(file.string() + ": nothing was printed in it");
+    return bytes;
+}
+
+void run(const Options& options, Tool& tool) {
+    const std::string bytes = bytes_of(tool.folder / options.file);
+    const fs::path target = tool.folder / (options.output.empty() ? options.file + ".png" : options.output);
+    // Letters are drawn by Qt, which wants a program around it; no display is needed.
+    std::unique_ptr<QGuiApplication> program;
+    int count = 1;
+    char name[] = "tallvex-admin";
+    char* arguments[] = {name, nullptr};
+    if (QCoreApplication::instance() == nullptr) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        program = std::make_unique<QGuiApplication>(count, arguments);
+    }
+    const QImage paper = printing::pages::paper_picture(bytes, options.width);
+    if (!paper.save(QString::fromStdString(target.string()), "PNG"))
+        throw Refused(target.string() + ": cannot be written");
+    tool.out << "picture " << target.string() << ": " << paper.width() << " x " << paper.height()
+             << " dots\n";
+}
+
+}  // namespace
+
+void add_show_receipt(CLI::App& program, Tool& tool) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand(
+        "show-receipt", "Draws a text receipt as its paper would look, as a PNG picture");
+    command->add_option("file", options->file, "The bytes that were sent to the printer")->required();
+    command->add_option("--output", options->output, "The picture to write; without it FILE.png");
+    command
+        ->add_option("--width", options->width,
+                     "Characters in a line; without it the width is read off the receipt")
+        ->check(CLI::Range(20, 80));
+    command->callback([options, &tool] { run(*options, tool); });
+}
+
+}  // namespace admin
