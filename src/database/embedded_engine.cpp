@@ -1,5 +1,6 @@
 #include "database/embedded_engine.h"
 
+#include <cerrno>
 #include <memory>
 
 namespace database::embedded {
@@ -15,6 +16,14 @@ std::string after_colon(const std::string& message) {
 bool is_own_message(const std::string& message) {
     return message.size() > 6 && message[5] == '|' &&
            message.find_first_not_of("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ") == 5;
+}
+
+// A full disk shows in other codes than SQLITE_FULL too: the log or the memory map beside the shop file could
+// not be made or grow. A write that fails for another reason is rare, and asks for the same look at the disk.
+bool is_disk_full(sqlite3* engine, int extended) {
+    if (extended == SQLITE_IOERR_WRITE || extended == SQLITE_IOERR_SHMSIZE) return true;
+    const int cause = engine == nullptr ? 0 : sqlite3_system_errno(engine);
+    return cause == ENOSPC || cause == EDQUOT;
 }
 
 Error ordinary_error(const std::string& message, std::string statement) {
@@ -39,7 +48,12 @@ Error engine_error(sqlite3* engine, int code, std::string_view statement_text) {
     std::string statement(statement_text);
     const std::string message = engine == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(engine);
     const int extended = engine == nullptr ? code : sqlite3_extended_errcode(engine);
-    switch (code & 0xFF) {
+    const int primary = code & 0xFF;
+    if (primary == SQLITE_FULL ||
+        ((primary == SQLITE_IOERR || primary == SQLITE_CANTOPEN) && is_disk_full(engine, extended))) {
+        return {"HY000", "The disk is full: the shop file cannot grow.", std::move(statement)};
+    }
+    switch (primary) {
         case SQLITE_ERROR:
             return ordinary_error(message, std::move(statement));
         case SQLITE_CONSTRAINT:
@@ -59,8 +73,6 @@ Error engine_error(sqlite3* engine, int code, std::string_view statement_text) {
                     std::move(statement)};
         case SQLITE_INTERRUPT:
             return {"HYT00", "Timeout expired.", std::move(statement)};
-        case SQLITE_FULL:
-            return {"HY000", "The disk is full: the shop file cannot grow.", std::move(statement)};
         case SQLITE_READONLY:
             return {"HY000", "The shop file is read-only.", std::move(statement)};
         case SQLITE_CANTOPEN:

@@ -51,6 +51,9 @@ bool check_file(const fs::path& file, bool create) {
     }
     if (!has_database_header(file)) refuse(file, "is no shop file, or is damaged");
     if (::access(file.c_str(), W_OK) != 0) refuse(file, "is read-only");
+    // The log of what is being written stands beside it.
+    const fs::path folder = file.parent_path().empty() ? "." : file.parent_path();
+    if (::access(folder.c_str(), W_OK) != 0) refuse(file, "is in a folder that is read-only");
     return false;
 }
 
