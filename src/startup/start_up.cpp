@@ -162,8 +162,8 @@ void StartUp::fail(const std::string& cause, const std::string& reason, bool ser
                              Icon::exclamation);
 }
 
-// Asks the network for the server's address and keeps it for the next start. True when it is another than the
-// one that did not answer.
+// Asks the network for the server's address and keeps it for the next start. True when that start will look
+// elsewhere than this one did.
 bool StartUp::store_server_address() {
     try {
         std::string address = ground_.get_ip(record_.server);
@@ -173,7 +173,7 @@ bool StartUp::store_server_address() {
         outside_.log.log_event("address of " + record_.server + ": " + address, failure_code);
         if (address == no_address) return false;
         write_server_address(ground_.program_folder, address);
-        return address != common::trim(record_.address);
+        return data_source_of({record_.server, record_.database, address}).data_source != source_.data_source;
     } catch (const std::exception& error) {
         outside_.log.log_event(std::string("the server's address was not kept: ") + error.what(),
                                failure_code);

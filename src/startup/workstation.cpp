@@ -76,11 +76,15 @@ int cash_point_of(std::string_view command_line) {
 }
 
 std::string get_ip(std::string_view server, std::chrono::milliseconds within) {
-    std::string machine(common::trim(server));
-    machine.resize(std::min(machine.find_first_of("\\,"), machine.size()));
+    std::string machine(common::trim(server).substr(0, common::trim(server).find('\\')));
+    std::string port;  // with its comma
+    if (const auto comma = machine.find(','); comma != std::string::npos) {
+        port = machine.substr(comma);
+        machine.resize(comma);
+    }
     if (machine.empty() || machine.find('\0') != std::string::npos) return std::string(no_address);
     const std::string address = resolve_within(machine, within);
-    return address.empty() ? std::string(no_address) : address;
+    return address.empty() ? std::string(no_address) : address + port;
 }
 
 }  // namespace startup

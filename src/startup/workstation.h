@@ -19,6 +19,8 @@ int cash_point_of(std::string_view command_line);
 
 // The network address of the server machine that a server text ("machine\instance") names, or "Not Found"
 // when the network knows none within the time. IPv4 goes first, as a data source "address\instance" needs it.
+// The port of "machine,port" stays with the address, as the address takes the machine's place in the data
+// source.
 std::string get_ip(std::string_view server, std::chrono::milliseconds within = std::chrono::seconds(5));
 
 }  // namespace startup

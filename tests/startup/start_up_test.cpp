@@ -12,6 +12,7 @@
 #include "startup/messages.h"
 #include "startup/reasons.h"
 #include "startup/shop_files.h"
+#include "support/child.h"
 #include "support/outside.h"
 #include "support/shop.h"
 
@@ -218,12 +219,37 @@ TEST_F(StartUpTest, EveryBadShopFileHasItsMessage) {
     }
     EXPECT_FALSE(run(ground()));
     expect_failure(std::string(message::shop_file_corrupt) + "other.db");
-    if (geteuid() != 0) {
-        fs::copy_file(shop.file(), file, fs::copy_options::overwrite_existing);
-        fs::permissions(file, fs::perms::owner_read);
-        EXPECT_FALSE(run(ground()));
-        expect_failure(std::string(message::shop_file_read_only) + "other.db");
+}
+
+// What a till may not write, or has no room to write, is told and stays as it was.
+TEST_F(StartUpTest, AShopThatCannotBeWrittenHasItsMessage) {
+    for (const fs::path& path : {folder.path(), program, working}) {
+        fs::permissions(path, fs::perms::all);
     }
+    const fs::path file = working / "shop.db";
+    const auto reason_of_nobody = [&] {
+        return test::in_child([&] {
+            if (!test::become_nobody() || run(ground())) return false;
+            expect_failure(std::string(message::shop_file_read_only) + "shop.db");
+            return !HasFailure();
+        });
+    };
+    fs::permissions(file, fs::perms(0444));
+    EXPECT_TRUE(reason_of_nobody());
+    fs::permissions(file, fs::perms(0666));
+    fs::permissions(working, fs::perms(0555));
+    EXPECT_TRUE(reason_of_nobody());
+    fs::permissions(working, fs::perms(0755));
+    for (const rlim_t bytes : {1'000, 20'000}) {
+        EXPECT_TRUE(test::in_child([&] {
+            test::fill_disk(bytes);
+            if (run(ground())) return false;
+            expect_failure(std::string(message::disk_full));
+            return !HasFailure();
+        })) << bytes;
+    }
+    EXPECT_TRUE(run(ground()));
+    EXPECT_EQ(users, 1);
 }
 
 TEST_F(StartUpTest, ASettingsRowMustStand) {
@@ -307,6 +333,32 @@ TEST_F(StartUpTest, AServerThatMovedIsFoundForTheNextStart) {
     EXPECT_TRUE(asked.empty());
 }
 
+TEST_F(StartUpTest, AServerAtItsOldAddressIsNoNews) {
+    const struct {
+        const char* server;
+        const char* address;
+        const char* found;
+        bool is_news;
+    } cases[] = {
+        {"10.0.0.9", "Not Found", "10.0.0.9", false}, {"10.0.0.9,1435", "Not Found", "10.0.0.9,1435", false},
+        {"PC1", "10.0.0.9", "10.0.0.9", false},       {"PC1\\SQL", "10.0.0.9", "10.0.0.9", false},
+        {"PC1", "10.0.0.1", "10.0.0.9", true},        {"10.0.0.9", "10.0.0.1", "10.0.0.9", true},
+        {"PC1", "Not Found", "10.0.0.9", true},
+    };
+    for (const auto& c : cases) {
+        const startup::ConnectionRecord record{c.server, "db", c.address};
+        startup::write_connection_file(program, record);
+        Ground on = server_ground(record, "TILL3");
+        on.open = [](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
+            throw database::Error("08001", "SQL Server does not exist or access denied.", "");
+        };
+        on.get_ip = [&c](std::string_view) { return c.found; };
+        EXPECT_FALSE(run(on));
+        expect_failure(std::string(c.is_news ? message::address_renewed : message::server_unreachable));
+        EXPECT_EQ(startup::read_connection_file(program).address, c.found);
+    }
+}
+
 TEST_F(StartUpTest, AnAddressThatIsNotFoundIsNotKept) {
     const startup::ConnectionRecord record{"SHOPC", "db", "10.0.0.1"};
     startup::write_connection_file(program, record);
@@ -375,7 +427,9 @@ TEST_F(StartUpTest, AnErrorInSignInTakesTheSameRoad) {
 TEST(Workstation, FindsAddressesWithinItsTime) {
     EXPECT_EQ(startup::get_ip("localhost"), "127.0.0.1");
     EXPECT_EQ(startup::get_ip("127.0.0.1\\SQLEXPRESS"), "127.0.0.1");
-    EXPECT_EQ(startup::get_ip("localhost,1433"), "127.0.0.1");
+    EXPECT_EQ(startup::get_ip("localhost,1435"), "127.0.0.1,1435");
+    EXPECT_EQ(startup::get_ip(" localhost,1435\\SQL "), "127.0.0.1,1435");
+    EXPECT_EQ(startup::get_ip(",1435"), "Not Found");
     EXPECT_EQ(startup::get_ip(""), "Not Found");
     EXPECT_EQ(startup::get_ip("\\SQL"), "Not Found");
     const auto start = std::chrono::steady_clock::now();
