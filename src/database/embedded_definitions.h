@@ -43,11 +43,18 @@ class Definitions {
     void rename_type(const tsql::Table& table);
     void add_identity(const std::string& table, const std::string& column);
     void check_identifier(const std::string& name) const;
+    void drop_index(const tsql::Drop& drop);
 
     sqlite3* engine_;
     tsql::Catalog& catalog_;
     const std::vector<Value>& values_;
     std::set<std::size_t> pinned_;
 };
+
+// Names between double quotes, joined by commas.
+std::string name_list(const std::vector<std::string>& names);
+// What an index is called in the file: names of indexes are a table's on the server, and the whole file's
+// here.
+std::string index_name(const std::string& table, const std::string& index);
 
 }  // namespace database::embedded
