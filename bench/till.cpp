@@ -35,9 +35,12 @@ void Till::ring_up(int lines) {
     }
 }
 
+void Till::begin_save() {
+    if (screen_->begin_save() == sales::BeginSave::refused) throw std::runtime_error("a save was refused");
+}
+
 void Till::save() {
-    if (screen_->begin_save() == sales::BeginSave::refused ||
-        screen_->SaveInvoice() != sales::SaveOutcome::saved)
+    if (screen_->SaveInvoice() != sales::SaveOutcome::saved)
         throw std::runtime_error("an invoice was not saved");
 }
 

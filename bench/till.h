@@ -42,7 +42,8 @@ class Till {
 
     // Rings up `lines` different items; the next call takes others.
     void ring_up(int lines);
-    // Saves what is rung up; throws when it was not saved.
+    // F1: the payment is asked for. Then Enter: what is rung up is saved. Both throw when they are refused.
+    void begin_save();
     void save();
 
   private:
