@@ -218,8 +218,10 @@ void Recordset::insert_row() {
     // server filled in by itself.
     if (!loaded_) return;
     Record record{std::vector<Value>(shape().columns.size()), Null{}};
-    for (const auto& [at, value] : pending_)
+    for (const auto& [at, value] : pending_) {
         record.cells[at] = value;
+        record.written.insert(at);
+    }
     rows_.push_back(std::move(record));
     position_ = rows_.size() - 1;
 }
@@ -244,7 +246,7 @@ void Recordset::update_row() {
         if (is_null(record.cells[at])) {
             where += " is null";
         } else {
-            where += "=?";
+            where += record.written.contains(at) ? "=convert(" + shape().types[at] + ",?)" : "=?";
             values.push_back(record.cells[at]);
         }
     }
@@ -253,8 +255,10 @@ void Recordset::update_row() {
     if (connection_.run(text, values).changed == 0) {
         throw Error("40001", "The row was changed or deleted by another workstation.", text);
     }
-    for (const auto& [at, value] : pending_)
+    for (const auto& [at, value] : pending_) {
         record.cells[at] = value;
+        record.written.insert(at);
+    }
 }
 
 }  // namespace database

@@ -3,6 +3,7 @@
 
 #include <concepts>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -61,6 +62,8 @@ class Recordset {
     struct Record {
         std::vector<Value> cells;
         Value id;  // the embedded engine's own name for the row; null on a server
+        // Cells that were set and not read: the column may hold them rounded.
+        std::set<std::size_t> written = {};
     };
     void load();
     void leave_row();

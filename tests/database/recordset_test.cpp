@@ -93,6 +93,35 @@ TEST_F(Records, ChangesOneRowOnly) {
     EXPECT_EQ(rows("select price from loose where code = 2 and name is null order by price"), "null / 2.5");
 }
 
+// What a column makes of a value is no change by someone else.
+TEST_F(Records, ValuesThatAreStoredRoundedCanBeChangedAgain) {
+    run("create table kinds (i smallint, b bit, n numeric(8, 2), r real, t nvarchar(5), d datetime, m "
+        "nvarchar(max))");
+    for (const bool added : {true, false}) {
+        run("delete from kinds");
+        if (!added) run("insert into kinds (i) values (0)");
+        Recordset records(*connection, "select * from kinds");
+        EXPECT_EQ(records.size(), added ? 0U : 1U);
+        if (added) records.add();
+        records.set("i", 2.9);
+        records.set("b", 7);
+        records.set("n", 1.005);
+        records.set("r", "2.5");
+        records.set("t", "ab       ");
+        records.set("d", "2026/11/21");
+        records.set("m", 12);
+        records.update();
+        for (const char* text : {"x", "y"}) {
+            records.set("t", text);
+            records.update();
+        }
+        EXPECT_EQ(rows("select * from kinds"), "2|1|1.01|2.5|y|2026/11/21 00:00:00|12");
+        run("update kinds set n = 1.02");
+        records.set("t", "z");
+        EXPECT_EQ(state_of([&] { records.update(); }), "40001");
+    }
+}
+
 TEST_F(Records, WhoComesLateWritesNothing) {
     for (const char* table : {"keyed", "loose"}) {
         const std::string t = table;
