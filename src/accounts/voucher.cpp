@@ -32,6 +32,7 @@ void Voucher::load_parties() {
 void Voucher::open_new() {
     opened_.reset();
     seen_.clear();
+    unmoved_ = 0;
     load_lists();
     party_kind_ = kind_ == VoucherKind::receipt ? PartyKind::customer : PartyKind::vendor;
     party_.reset();
@@ -59,6 +60,7 @@ bool Voucher::open_edit(const VoucherKey& key) {
     party_ = key.party;
     opened_ = key;
     seen_ = row.cells();
+    unmoved_ = 0;
     date = row.moment("Date").date;
     number = row.text("chkno");
     amount_ = common::format_amount(row.number("quan"));
@@ -185,22 +187,26 @@ bool Voucher::save() {
     } else {
         add_voucher(connection_, row);
     }
+    // From here on the voucher is one that is edited, so that saving again does not write it twice; and a
+    // balance that an error keeps from moving is moved by the next save.
+    opened_ = row.key;
+    seen_.clear();
 
     // A receipt lowers what a customer owes and raises what a vendor is owed; a payment the other way round.
-    const double delta = common::round_decimals(amounts->amount - before, 2);
     const bool raises = (kind_ == VoucherKind::payment) == (party_kind_ != PartyKind::vendor);
-    const Moved moved = move_balance(connection_, ledger_of(party_kind_), *party_, raises ? delta : -delta);
+    const double sign = raises ? 1 : -1;
+    unmoved_ = common::round_decimals(unmoved_ + sign * (amounts->amount - before), 2);
+    const Moved moved = move_balance(connection_, ledger_of(party_kind_), *party_, unmoved_);
+    unmoved_ = 0;
     connection_.settle();
-    set_printed(row, moved, raises ? before : -before);
+    set_printed(row, moved, sign * amounts->amount);
 
-    // The voucher stays on screen as one that is edited, so that saving again does not write it twice.
-    opened_ = row.key;
     const auto written = connection_.query(find_statement(kind_, row.key));
-    seen_ = written.empty() ? std::vector<database::Value>() : written.front().cells();
+    if (!written.empty()) seen_ = written.front().cells();
     return true;
 }
 
-void Voucher::set_printed(const VoucherRow& row, const Moved& moved, double effect_before) {
+void Voucher::set_printed(const VoucherRow& row, const Moved& moved, double effect) {
     PrintedVoucher paper;
     paper.title = printed_title(kind_, method);
     paper.number = row.key.number;
@@ -213,8 +219,8 @@ void Voucher::set_printed(const VoucherRow& row, const Moved& moved, double effe
     if (method == Method::cash) paper.place = name_of(drawers_, drawer.value_or(0));
     if (method == Method::cheque) paper.place = name_of(banks_, bank.value_or(0));
     paper.note = row.note;
-    // An edited voucher states the balance without itself, then with it.
-    paper.balance_before = common::round_decimals(moved.before - effect_before, 2);
+    // The balance without the voucher, then with it, also when it was edited.
+    paper.balance_before = common::round_decimals(moved.after - effect, 2);
     paper.balance_after = moved.after;
     printed_ = std::move(paper);
 }

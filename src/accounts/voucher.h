@@ -79,14 +79,15 @@ class Voucher {
     void load_lists();
     void load_parties();
     std::optional<Amounts> checked();
-    void set_printed(const VoucherRow& row, const Moved& moved, double effect_before);
+    void set_printed(const VoucherRow& row, const Moved& moved, double effect);
 
     VoucherKind kind_;
     database::Connection& connection_;
     const signin::Session& session_;
     common::Outside outside_;
     std::optional<VoucherKey> opened_;   // how the edited row is found again
-    std::vector<database::Value> seen_;  // its cells as they were opened
+    std::vector<database::Value> seen_;  // its cells as they were opened; empty: not known
+    double unmoved_ = 0;                 // what a failed save left the party's balance short of
     PartyKind party_kind_ = PartyKind::customer;
     std::optional<std::int64_t> party_;
     std::int64_t store_ = 0;

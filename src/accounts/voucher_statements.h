@@ -43,7 +43,7 @@ struct VoucherRow {
 };
 void add_voucher(database::Connection& connection, const VoucherRow& row);
 // Writes over the voucher found by its former key. False, and nothing is written, when it is gone or its
-// cells are no longer those seen.
+// cells are no longer those seen (none seen: not compared).
 bool rewrite_voucher(database::Connection& connection, const VoucherRow& row, const VoucherKey& former,
                      const std::vector<database::Value>& seen);
 

@@ -4,6 +4,7 @@
 
 #include "accounts/direct_receipt.h"
 #include "accounts/messages.h"
+#include "database/faults.h"
 #include "office.h"
 
 namespace accounts {
@@ -214,6 +215,54 @@ TEST_F(Vouchers, AnEditOfARowThatChangedMeanwhileIsSaid) {
     }
     Voucher voucher = opened(VoucherKind::payment);
     EXPECT_FALSE(voucher.open_edit({PartyKind::customer, 7, {2026, 11, 21}, 100, "' or 1=1 --"}));
+}
+
+// Whichever statement fails, saving again leaves one voucher and a balance moved once.
+TEST_F(Vouchers, ASaveThatBrokeOffIsTriedAgain) {
+    bool passed = false;
+    for (std::int64_t n = 1; !passed; ++n) {
+        office.shop.sql("delete from vencuspay");
+        office.shop.sql("update custdata set cacc = 250 where ccode = 7");
+        database::FaultyConnection connection(office.shop.connection());
+        Voucher voucher(VoucherKind::receipt, connection, office.session, office.outside.all());
+        voucher.open_new();
+        voucher.choose_party(7);
+        voucher.set_amount("100");
+        connection.fail_at(n, database::FaultyConnection::Fault::passing);
+        try {
+            passed = voucher.save() && !connection.has_failed();
+        } catch (const database::Error&) {
+        }
+        connection.heal();
+        if (!passed) {
+            EXPECT_TRUE(voucher.save()) << n;
+        }
+        EXPECT_EQ(count(), 1) << n;
+        EXPECT_EQ(office.customer_balance(7), 150) << n;
+        EXPECT_EQ(voucher.printed()->balance_before, 250) << n;
+    }
+}
+
+// Another till sells to the customer between the reading and the writing of his balance.
+TEST_F(Vouchers, ABalanceThatAnotherTillMovesIsReadAgain) {
+    bool ended = false;
+    for (std::int64_t n = 1; !ended; ++n) {
+        office.shop.sql("delete from vencuspay");
+        office.shop.sql("update custdata set cacc = 250 where ccode = 7");
+        database::FaultyConnection connection(office.shop.connection());
+        Voucher voucher(VoucherKind::receipt, connection, office.session, office.outside.all());
+        voucher.open_new();
+        voucher.choose_party(7);
+        voucher.set_amount("100");
+        bool sold = false;
+        connection.call_before(n, [&] {
+            sold = true;
+            office.shop.sql("update custdata set cacc = cacc + 30 where ccode = 7");
+        });
+        EXPECT_TRUE(voucher.save()) << n;
+        ended = !sold;
+        EXPECT_EQ(office.customer_balance(7), ended ? 150 : 180) << n;
+    }
 }
 
 TEST_F(Vouchers, ThePartiesOfEachKind) {
