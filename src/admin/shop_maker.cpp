@@ -32,9 +32,21 @@ class MadeFiles {
     std::vector<fs::path> files_;
 };
 
+// The name of a shop's file while it is being made.
+fs::path unfinished(const fs::path& folder, const Place& place) {
+    return shop_file(folder, place).string() + ".making";
+}
+
+void write_files(const fs::path& folder, const Place& place, MadeFiles& made) {
+    for (const fs::path& file : write_shop_files(folder))
+        made.add(file);
+    made.add(write_place(folder, place));
+}
+
+// The file takes its name last of all: whenever the making is killed, it can be done again.
 void make_embedded(const fs::path& folder, const Place& place, const Fill& fill, MadeFiles& made) {
     const fs::path file = shop_file(folder, place);
-    const fs::path making = file.string() + ".making";
+    const fs::path making = unfinished(folder, place);
     for (const char* ending : {"", "-wal", "-shm"}) {
         const fs::path part = making.string() + ending;
         fs::remove(part);  // of an attempt that was cut off
@@ -45,6 +57,7 @@ void make_embedded(const fs::path& folder, const Place& place, const Fill& fill,
         fill(*connection);
         connection->settle();
     }
+    write_files(folder, place, made);
     fs::rename(making, file);
     made.add(file);
 }
@@ -83,18 +96,17 @@ void make_place(const fs::path& folder, const Place& place, Tool& tool, const Fi
         throw Refused("the folder " + folder.string() + " cannot be made" +
                       (failed ? ": " + failed.message() : ""));
     }
-    if (has_connection_file(folder))
+    const bool was_cut_off = is_embedded(place) && fs::exists(unfinished(folder, place));
+    if (has_connection_file(folder) && !was_cut_off)
         throw Refused("the folder " + folder.string() + " belongs to a shop already");
     if (is_embedded(place) && fs::exists(shop_file(folder, place))) {
         throw Refused("there is a shop already: " + shop_file(folder, place).string());
     }
     MadeFiles made;
-    for (const fs::path& file : write_shop_files(folder))
-        made.add(file);
-    made.add(write_place(folder, place));
     if (is_embedded(place)) {
         make_embedded(folder, place, fill, made);
     } else {
+        write_files(folder, place, made);
         make_on_server(folder, place, fill);
     }
     made.keep();

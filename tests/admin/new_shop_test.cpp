@@ -87,8 +87,12 @@ TEST(NewShop, AFailureLeavesNothingBehind) {
 TEST(NewShop, AnAttemptThatWasCutOffIsSwept) {
     Workbench bench;
     bench.write("shop.db.making", "half a shop");
+    // Killed after its files were written, before the database took its name.
+    bench.write("datacon24.stk", std::string(200, 'x'));
     ASSERT_EQ(bench.run({"new-shop", "."}).code, 0);
     EXPECT_FALSE(fs::exists(bench.file("shop.db.making")));
+    EXPECT_EQ(bench.cell("select count(*) from users"), "1");
+    EXPECT_EQ(bench.run({"new-shop", "."}).code, 1);
 }
 
 }  // namespace
