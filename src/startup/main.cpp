@@ -35,6 +35,14 @@ class EndAtSignIn final : public QObject {
     }
 };
 
+// Without a screen to start on, Qt ends the program with a core dump.
+bool has_screen(int argc, const char* const* argv) {
+    for (const char* named : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        if (!qEnvironmentVariableIsEmpty(named)) return true;
+    }
+    return std::any_of(argv, argv + argc, [](std::string_view word) { return word.ends_with("-platform"); });
+}
+
 void show_over_the_screen(QWidget& window) {
     // Without a window manager "maximized" alone leaves a window at its smallest.
     window.setGeometry(window.screen()->availableGeometry());
@@ -44,6 +52,10 @@ void show_over_the_screen(QWidget& window) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (!has_screen(argc, argv)) {
+        std::fputs("tallvex: there is no display to show the till on (DISPLAY is not set)\n", stderr);
+        return 1;
+    }
     const startup::Ground ground = startup::Ground::here(argc, argv);
     QApplication application(argc, argv);
     QApplication::setApplicationName("Tallvex");

@@ -42,7 +42,9 @@ Ground Ground::here(int argc, const char* const* argv) {
         ground.command_line += argv[i];
     }
     ground.program_folder = startup::program_folder();
-    ground.working_folder = std::filesystem::current_path();
+    std::error_code gone;
+    ground.working_folder = std::filesystem::current_path(gone);
+    if (gone) ground.working_folder = ".";
     return ground;
 }
 
