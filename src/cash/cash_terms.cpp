@@ -77,9 +77,10 @@ constexpr Shape of_counts_drawer_first{counts_select, counts_drawer_first, "[dat
 // An invoice's settlement: vcode -1 a walk-in customer; stype 1 card, 2 tips, 3 coupon, 4 with safe 0 a
 // telephone order not yet collected; ctype 0 and 1 sales, 2 and 3 returns.
 constexpr Term invoice_term(Movement movement, database::Fragment amount, database::Fragment gap,
-                            database::Fragment condition, int sign, std::string_view caption) {
+                            database::Fragment condition, int sign, std::string_view caption,
+                            const Shape* of_period = nullptr) {
     return {movement, of_invoices, of_invoices_drawer_first, amount, true,
-            gap,      condition,   {"xs", sign, caption},    {}};
+            gap,      condition,   {"xs", sign, caption},    {},     of_period};
 }
 constexpr Term plain_term(Movement movement, const Shape& shape, database::Fragment amount,
                           bool rounded_by_calc, database::Fragment condition, int sign,
@@ -103,7 +104,7 @@ constexpr std::array terms{
                  " and (ctype = 0 Or ctype = 1) and vcode = -1 and stype = 3 ", -1, "بـــونــــات"),
     invoice_term(Movement::uncollected, "ptot", " ",
                  " and (ctype = 0 Or ctype = 1) and vcode = -1 and stype = 4 and safe = 0 ", -1,
-                 "تليفون لم يحصل"),
+                 "تليفون لم يحصل", &of_uncollected),
     invoice_term(Movement::returns, "ptot", " ", " and (ctype = 1 Or ctype = 2) and vcode = -1  ", -1,
                  "مرتجع نقدي"),
     invoice_term(Movement::returns_but_card, "ptot", " ",
@@ -206,133 +207,6 @@ const Procedure shift_period{period_order, Span::period, false, false, false, "c
 
 const Term& term(Movement movement) {
     return terms[static_cast<std::size_t>(movement)];
-}
-
-namespace {
-
-using database::Fragment;
-using database::quoted;
-using database::Sql;
-
-// Moments of an invoice's period are written with the bare name of the date column.
-Fragment date_column(const Procedure& procedure, const Shape& shape) {
-    return procedure.span == Span::period ? Fragment("date") : shape.date;
-}
-
-class Composer {
-  public:
-    Composer(const Procedure& procedure, Movement movement, const Drawer& drawer, const Window& window)
-        : procedure_(procedure),
-          term_(term(movement)),
-          shape_(chosen_shape()),
-          drawer_(drawer),
-          window_(window) {}
-
-    Sql sum() {
-        Sql statement("");
-        for (const Part& part : shape_.select)
-            append(statement, part);
-        for (const Part& part : shape_.source)
-            append(statement, part);
-        return statement;
-    }
-
-    Sql rows() {
-        Sql statement("select * ");
-        for (const Part& part : shape_.source)
-            append(statement, part);
-        return statement;
-    }
-
-  private:
-    const Shape& chosen_shape() const {
-        if (procedure_.drawer_first) return term_.drawer_first;
-        if (procedure_.span == Span::period && term_.movement == Movement::uncollected) return of_uncollected;
-        return term_.shape;
-    }
-
-    void append(Sql& statement, const Part& part) const {
-        switch (part.slot) {
-            case Slot::text:
-                statement += part.text;
-                break;
-            case Slot::amount:
-                append_amount(statement);
-                break;
-            case Slot::gap:
-                statement += term_.gap;
-                break;
-            case Slot::moment:
-                append_window(statement);
-                break;
-            case Slot::condition:
-                statement += term_.condition;
-                break;
-            case Slot::store:
-                statement += drawer_.store;
-                break;
-            case Slot::drawer:
-                statement += drawer_.code;
-                break;
-        }
-    }
-
-    void append_amount(Sql& statement) const {
-        if (term_.movement == Movement::opening) {
-            statement += procedure_.opening;
-        } else if (procedure_.rounded_rows && term_.rounded_by_calc) {
-            statement += Sql("round(") + term_.amount + ",2)";
-        } else {
-            statement += term_.amount;
-        }
-    }
-
-    void append_window(Sql& statement) const {
-        switch (procedure_.span) {
-            case Span::before:
-                if (procedure_.counts_by_bare_date && term_.movement == Movement::count_difference) {
-                    statement += Sql("date <") + quoted(window_.until) + " ";
-                } else {
-                    statement += moment() + "<" + quoted(window_.until);
-                }
-                break;
-            case Span::up_to:
-                statement += moment() + "<=" + quoted(window_.until);
-                break;
-            case Span::period:
-                statement += Sql("(") + moment() + ">" + quoted(window_.from + " ") + " and " + moment() +
-                             "<=" + quoted(window_.until) + ")";
-                break;
-            case Span::day:
-                statement += Sql("(") + moment() + ">" + quoted(window_.from) + " and " + moment() +
-                             "<=" + quoted(window_.until) + ")";
-                break;
-        }
-    }
-
-    // The row's moment: its date joined with its time, a missing time counting as midnight.
-    Sql moment() const {
-        return Sql("cast(convert(varchar,") + date_column(procedure_, shape_) +
-               ",101) + ' ' + isnull(convert(varchar,[time_],8)," + procedure_.missing_time +
-               ") as datetime)";
-    }
-
-    const Procedure& procedure_;
-    const Term& term_;
-    const Shape& shape_;
-    const Drawer& drawer_;
-    const Window& window_;
-};
-
-}  // namespace
-
-Sql sum_statement(const Procedure& procedure, Movement movement, const Drawer& drawer, const Window& window) {
-    return Composer(procedure, movement, drawer, window).sum();
-}
-
-Sql rows_statement(const Procedure& procedure, Movement movement, const Drawer& drawer,
-                   const Window& window) {
-    return Composer(procedure, movement, drawer, window).rows();
 }
 
 }  // namespace cash

@@ -75,6 +75,7 @@ struct Term {
     database::Fragment condition;
     Reading first;
     Reading second;
+    const Shape* of_period = nullptr;  // as the figures of a period write it, if not like the first
 };
 const Term& term(Movement movement);
 

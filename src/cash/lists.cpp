@@ -1,7 +1,6 @@
 #include "cash/lists.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "common/numbers.h"
 #include "common/text.h"
