@@ -58,6 +58,9 @@ void Form63::confirm() {
             leave(1);
             return;
         }
+        // What stands hidden in the fields would be added to.
+        new_->clear();
+        again_->clear();
         old_->setFocus();
         old_->selectAll();
     });
