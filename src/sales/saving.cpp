@@ -1,5 +1,7 @@
 #include "sales/saving.h"
 
+#include <set>
+
 #include "common/date_time.h"
 #include "common/text.h"
 #include "database/recordset.h"
@@ -235,6 +237,12 @@ void Saving::write_bank_row(const Invoice& invoice) {
 }
 
 void Saving::write_lines(const Invoice& invoice) {
+    // The batches that the first pieces come from, so that a return finds its way back.
+    std::set<std::int64_t> sold;
+    for (const Line& line : invoice.lines)
+        if (!invoice.is_return() && line.stock_kept && line.item_code) sold.insert(*line.item_code);
+    const auto oldest = oldest_batches(connection_, sold, invoice.store);
+
     Recordset rows(connection_, "select * from saledata");
     int serial = 0;
     for (const Line& line : invoice.lines) {
@@ -257,11 +265,11 @@ void Saving::write_lines(const Invoice& invoice) {
         rows.set("scode", line.unit_code);
         rows.set("quan1", line.base_quantity());
         if (line.salver_code != 0) rows.set("salvcode", line.salver_code);
-        // The batch that the first piece comes from, so that a return finds its way back.
-        auto expiry = line.expiry;
-        if (!expiry && !invoice.is_return() && line.stock_kept && line.item_code)
-            expiry = oldest_batch(connection_, *line.item_code, invoice.store);
-        if (expiry) rows.set("edate", *expiry);
+        if (line.expiry) {
+            rows.set("edate", *line.expiry);
+        } else if (line.item_code && oldest.contains(*line.item_code)) {
+            rows.set("edate", oldest.at(*line.item_code));
+        }
         rows.set("time_", database::Value(time_only(moment_)));
         if (invoice.payment == PaymentOption::tips) rows.set("link", invoice.tips_receiver);
         rows.set("inv_type", static_cast<int>(invoice.kind));

@@ -82,13 +82,21 @@ void put_into_stock(Connection& connection, std::int64_t item, int store, double
     move_batch(connection, item, store, into, quantity);
 }
 
-std::optional<Date> oldest_batch(Connection& connection, std::int64_t item, int store) {
-    for (const auto& batch :
-         connection.query(Sql("select * from stk where icode = ") + item + " order by edate")) {
-        if (batch.integer("stcode") == store && batch.number("quan") > 0 && !batch.null("edate"))
-            return batch.moment("edate").date;
+std::map<std::int64_t, Date> oldest_batches(Connection& connection, const std::set<std::int64_t>& items,
+                                            int store) {
+    std::map<std::int64_t, Date> oldest;
+    if (items.empty()) return oldest;
+    Sql statement = Sql("select icode, min(edate) as edate from stk where stcode = ") + store +
+                    " and quan > 0 and icode in (";
+    bool first = true;
+    for (const std::int64_t item : items) {
+        if (!first) statement += ",";
+        statement += item;
+        first = false;
     }
-    return std::nullopt;
+    for (const auto& row : connection.query(statement + ") group by icode"))
+        if (!row.null("edate")) oldest[row.integer("icode")] = row.moment("edate").date;
+    return oldest;
 }
 
 }  // namespace sales

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <set>
 
 #include "common/date_time.h"
 #include "database/connection.h"
@@ -19,7 +21,9 @@ void take_from_stock(database::Connection& connection, std::int64_t item, int st
 void put_into_stock(database::Connection& connection, std::int64_t item, int store, double quantity,
                     const std::optional<common::Date>& expiry);
 
-// The expiry date of the batch from which the next piece would be taken; none when no batch has stock.
-std::optional<common::Date> oldest_batch(database::Connection& connection, std::int64_t item, int store);
+// The expiry date of each item's batch from which the next piece would be taken; items without stock are left
+// out.
+std::map<std::int64_t, common::Date> oldest_batches(database::Connection& connection,
+                                                    const std::set<std::int64_t>& items, int store);
 
 }  // namespace sales
