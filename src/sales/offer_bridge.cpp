@@ -45,7 +45,8 @@ stock::OfferHeader offer_header(const Invoice& invoice, std::int64_t user) {
     header.ctype = ctype_of(invoice.kind);
     header.stype = stype_of(invoice.payment);
     header.user = user;
-    header.discount = invoice.discount();
+    // As the discount field shows it.
+    header.discount = common::round_decimals(invoice.discount(), 2);
     header.walk_in = invoice.walk_in ? invoice.walk_in->code : 0;
     header.date = invoice.date;
     return header;

@@ -1,13 +1,18 @@
 #include "ui/kind_bar.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "common/date_time.h"
 #include "sales/sales_screen.h"
 #include "ui/colours.h"
 #include "ui/fields.h"
+#include "ui/key_queue.h"
 #include "ui/segments.h"
+#include "ui/sheet.h"
 #include "ui/style.h"
 #include "ui/text.h"
 
@@ -47,8 +52,7 @@ KindBar::KindBar(QWidget* parent) : QWidget(parent) {
     kind_->setAlignment(Qt::AlignCenter);
     row->addWidget(kind_);
 
-    number_ = new Figure("invoice_number", "figure");
-    row->addWidget(cell("رقم البون", {}, number_));
+    row->addWidget(cell("رقم البون", "Ctrl R", number_box()));
     date_ = new Figure("invoice_date", "figure");
     row->addWidget(cell("التاريخ", {}, date_));
     kinds_ = new Segments("kind", {{0, "بيع"}, {1, "مرتجع"}, {2, "نوع ثالث"}});
@@ -58,7 +62,7 @@ KindBar::KindBar(QWidget* parent) : QWidget(parent) {
         levels.emplace_back(static_cast<int>(levels.size()) + 2, qt(caption));
     }
     levels_ = new Segments("price_level", levels);
-    row->addWidget(cell("فئة السعر", {}, levels_));
+    row->addWidget(cell("فئة السعر", "Ctrl 1-4", levels_));
     customer_ = label({}, "figure");
     customer_->setObjectName("customer");
     customer_->setMinimumWidth(px(60));
@@ -66,6 +70,65 @@ KindBar::KindBar(QWidget* parent) : QWidget(parent) {
 
     connect(kinds_, &Segments::chosen, this, &KindBar::kind_chosen);
     connect(levels_, &Segments::chosen, this, &KindBar::price_level_chosen);
+}
+
+// The number of the invoice, which is typed over to bring a saved one back.
+QWidget* KindBar::number_box() {
+    auto* box = new QWidget;
+    auto* pair = new QHBoxLayout(box);
+    pair->setContentsMargins(0, 0, 0, 0);
+    pair->setSpacing(px(6));
+    number_ = new QLineEdit;
+    number_->setObjectName("invoice_number");
+    number_->setAccessibleName("رقم البون");
+    number_->setProperty(keys_property, keys_no_scans);
+    number_->setLayoutDirection(Qt::LeftToRight);
+    number_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    number_->setMaxLength(18);
+    number_->setFixedHeight(px(36));
+    number_->setStyleSheet(
+        QString("QLineEdit { font-size: %1px; font-weight: 700; padding: 0 %2px; }").arg(px(18)).arg(px(8)));
+    number_->installEventFilter(this);
+    recall_ = new QPushButton;
+    recall_->setObjectName("recall");
+    recall_->setAccessibleName("استدعاء بون محفوظ");
+    recall_->setToolTip("استدعاء بون محفوظ برقمه");
+    recall_->setFocusPolicy(Qt::ClickFocus);
+    recall_->setFixedHeight(px(36));
+    recall_->setStyleSheet(
+        QString("QPushButton { font-size: %1px; padding: 0 %2px; }").arg(px(14)).arg(px(8)));
+    pair->addWidget(number_);
+    pair->addWidget(recall_);
+    connect(number_, &QLineEdit::returnPressed, this, [this] { emit recall_wanted(number_->text()); });
+    connect(recall_, &QPushButton::clicked, this, [this] {
+        // Untouched, the field holds the number that is not saved yet; it is to be typed over first.
+        if (number_->text() == shown_number_) {
+            focus_number();
+        } else {
+            emit recall_wanted(number_->text());
+        }
+    });
+    return box;
+}
+
+void KindBar::focus_number() {
+    number_->setFocus();
+    number_->selectAll();
+}
+
+bool KindBar::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == number_ && event->type() == QEvent::FocusIn) number_->selectAll();
+    if (watched == number_ && event->type() == QEvent::FocusOut) {
+        // Left without Enter, the field shows the invoice's own number again; under a box it only waits.
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (!number_->hasFocus() && Sheet::top_of(window()) == nullptr)
+                    number_->setText(shown_number_);
+            },
+            Qt::QueuedConnection);
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 QWidget* KindBar::cell(const QString& caption, const QString& cap, QWidget* content, bool last) {
@@ -94,7 +157,10 @@ void KindBar::show_state(const sales::SalesScreen& screen) {
         kind_dress_ = dress;
         kind_->setStyleSheet(dress);
     }
-    number_->setText(qt(screen.number_text()));
+    // A number that is being typed stays until it is found.
+    if (!number_->hasFocus() || number_->text() == shown_number_ || shown_number_ != qt(screen.number_text()))
+        number_->setText(qt(screen.number_text()));
+    shown_number_ = qt(screen.number_text());
     date_->setText(qt(common::date_text(invoice.date)));
     kinds_->show_chosen(static_cast<int>(invoice.kind));
     levels_->show_chosen(invoice.price_level);
@@ -105,6 +171,8 @@ void KindBar::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     const bool narrow = width() < px(1200);
     kind_->setFixedWidth(px(narrow ? 150 : 220));
+    number_->setFixedWidth(px(narrow ? 62 : 92));
+    recall_->setText(narrow ? "↺" : "استدعاء");
     for (QWidget* made : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
         if (made->layout() != nullptr) {
             made->layout()->setContentsMargins(px(narrow ? 8 : 18), px(10), px(narrow ? 8 : 18), px(6));

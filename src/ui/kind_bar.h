@@ -6,6 +6,7 @@
 
 class QLabel;
 class QLineEdit;
+class QPushButton;
 
 namespace sales {
 class SalesScreen;
@@ -20,19 +21,28 @@ class KindBar : public QWidget {
   public:
     explicit KindBar(QWidget* parent = nullptr);
     void show_state(const sales::SalesScreen& screen);
+    // To the receipt-number field, for a number to recall.
+    void focus_number();
 
   signals:
+    // Enter in the receipt-number field, or the recall button.
+    void recall_wanted(const QString& number);
     void kind_chosen(int kind);
     void price_level_chosen(int level);
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     QWidget* cell(const QString& caption, const QString& cap, QWidget* content, bool last = false);
 
     QLabel* kind_;
-    QLabel* number_;
+    QWidget* number_box();
+
+    QLineEdit* number_;
+    QPushButton* recall_;
+    QString shown_number_;
     QLabel* date_;
     Segments* kinds_;
     Segments* levels_;

@@ -63,7 +63,12 @@ QVariant LineModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || row >= screen_.invoice().lines.size()) return {};
     const int source = source_column(index.column());
     if (role == open_role) return waits_for_typing(screen_.invoice().lines[row], source);
-    if (role == Qt::DisplayRole) return qt(screen_.cells(row)[static_cast<std::size_t>(source)]);
+    if (role == Qt::DisplayRole) {
+        const QString text = qt(screen_.cells(row)[static_cast<std::size_t>(source)]);
+        const sales::Line& line = screen_.invoice().lines[row];
+        if (source != column::name || line.source_kind != sales::SourceKind::other_store) return text;
+        return text + " (من " + qt(sales::name_of(screen_.lists().stores, line.source_store)) + ")";
+    }
     return {};
 }
 

@@ -29,7 +29,22 @@ inline constexpr std::string_view changed_meanwhile = "تم تعديل نفس ا
 inline constexpr std::string_view failed = "لم تتم العملية. السبب مسجل في سجل البرنامج";
 // "The program could not be started again."
 inline constexpr std::string_view no_restart = "تعذرت إعادة تشغيل البرنامج";
+// "The date is not a valid date."
+inline constexpr std::string_view wrong_date = "التاريخ غير صحيح";
 // "The two new passwords differ."
 inline constexpr std::string_view passwords_differ = "كلمتا السر الجديدتان غير متطابقتين";
+
+// "Enter the counted cash."
+inline constexpr std::string_view enter_counted = "ادخل الرصيد الفعلي";
+
+// "The test page was sent to port …" / "The printer does not answer on port …"
+inline constexpr std::string_view test_sent = "تم إرسال صفحة التجربة إلى المنفذ ";
+inline constexpr std::string_view test_failed = "الطابعة لا تستجيب على المنفذ ";
+// "Choose a line with an item that is kept in stock, of a sale."
+inline constexpr std::string_view no_source_line = "اختار أولا سطر صنف له رصيد بالمخزن في بون بيع";
+
+// "The receipt was saved under number …" / ", shall it be printed?"
+inline constexpr std::string_view direct_receipt_saved = "تم حفظ إيصال القبض رقم ";
+inline constexpr std::string_view print_it = " .. هل تريد طباعته ؟";
 
 }  // namespace ui::message

@@ -1,9 +1,35 @@
 #include "ui/neighbours.h"
 
+#include "ui/line_source_dialog.h"
+#include "ui/messages.h"
+#include "ui/offers_screen.h"
 #include "ui/password_screen.h"
+#include "ui/printer_screen.h"
+#include "ui/receipts_screen.h"
+#include "ui/sales_screen.h"
 #include "ui/shift_screen.h"
 
 namespace ui {
+
+namespace {
+
+// Opens a screen that works on what the sales screen holds.
+template <typename Open>
+std::function<void(QWidget*)> on_sales(Open open) {
+    return [open](QWidget* host) {
+        if (auto* sales = qobject_cast<Form31*>(host)) open(host, sales->logic());
+    };
+}
+
+void open_line_source(QWidget* host, const Context& context, sales::SalesScreen& sales) {
+    if (LineSourceDialog::is_possible(sales)) {
+        LineSourceDialog(host, context, sales).run();
+    } else {
+        context.outside.prompts.message(message::no_source_line);
+    }
+}
+
+}  // namespace
 
 Screens neighbours(const Context& context) {
     Screens screens;
@@ -11,6 +37,22 @@ Screens neighbours(const Context& context) {
                      shift2s screen(host, context);
                      if (screen.open()) screen.run();
                  }});
+    screens.add({"receipts", "بونات &اليوم", Qt::Key_B, false, "Ctrl B",
+                 on_sales([](QWidget* host, auto& sales) { ReceiptsScreen(host, sales).run(); }), true,
+                 "البونات"});
+    screens.add(
+        {"offers", "&عروض الأسعار", Qt::Key_O, false, "Ctrl O",
+         on_sales([context](QWidget* host, auto& sales) { OffersScreen(host, context, sales).run(); }), true,
+         "العروض"});
+    screens.add({"keep_offer", "حف&ظ كعرض سعر", Qt::Key_S, false, "Ctrl S",
+                 on_sales([context](QWidget* host, auto& sales) { keep_offer(host, context, sales); }),
+                 true});
+    screens.add({"line_source", "مص&در الصنف", Qt::Key_T, false, "Ctrl T",
+                 on_sales([context](QWidget* host, auto& sales) { open_line_source(host, context, sales); }),
+                 true, "المصدر"});
+    screens.add({"printer", "&طابعة البون", 0, false, {}, on_sales([context](QWidget* host, auto& sales) {
+                     PrinterScreen(host, context, sales).run();
+                 })});
     screens.add({"password", "تغيير كلمة ال&سر", 0, false, {}, [context](QWidget* host) {
                      Form63(host, context).run();
                  }});

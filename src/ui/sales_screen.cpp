@@ -15,6 +15,8 @@
 #include "ui/entry_bar.h"
 #include "ui/fields.h"
 #include "ui/header_bar.h"
+#include "ui/invoice_banner.h"
+#include "ui/key_button.h"
 #include "ui/key_queue.h"
 #include "ui/key_strip.h"
 #include "ui/kind_bar.h"
@@ -75,6 +77,8 @@ QWidget* Form31::build_main() {
     auto* column = new QVBoxLayout(main);
     column->setContentsMargins(px(14), px(14), px(14), px(10));
     column->setSpacing(px(10));
+    banner_ = new InvoiceBanner;
+    column->addWidget(banner_);
     entry_bar_ = new EntryBar;
     column->addWidget(entry_bar_);
     party_bar_ = new PartyBar;
@@ -86,8 +90,15 @@ QWidget* Form31::build_main() {
     lines_ = new LineView(model_);
     inside->addWidget(lines_);
     column->addWidget(frame, 1);
-    auto* foot = new QHBoxLayout;
-    foot->setContentsMargins(px(4), px(4), px(4), px(4));
+    column->addWidget(build_foot());
+    return main;
+}
+
+// What the cursor's line has in stock, what the invoice counts, and the screens of this invoice.
+QWidget* Form31::build_foot() {
+    auto* box = new QWidget;
+    auto* foot = new QHBoxLayout(box);
+    foot->setContentsMargins(px(4), 0, px(4), 0);
     stock_ = label({}, "foot");
     stock_->setObjectName("stock");
     stock_->setMinimumWidth(px(60));
@@ -95,8 +106,17 @@ QWidget* Form31::build_main() {
     counts_->setObjectName("counts");
     foot->addWidget(stock_, 1);
     foot->addWidget(counts_);
-    column->addLayout(foot);
-    return main;
+    for (const ScreenEntry& entry : screens_.entries()) {
+        if (entry.button.isEmpty()) continue;
+        auto* button =
+            new KeyButton("key_" + entry.name, entry.cap, entry.button, KeyButton::Look::strip);
+        button->setToolTip(QString(entry.caption).remove('&'));
+        button->setFocusPolicy(Qt::ClickFocus);
+        button->setFixedHeight(px(36));
+        connect(button, &QPushButton::clicked, this, [this, &entry] { open_neighbour(entry); });
+        foot->addWidget(button);
+    }
+    return box;
 }
 
 void Form31::build_strip() {
@@ -106,7 +126,7 @@ void Form31::build_strip() {
     strip_->add("f2", "F2", "إلغاء السجل", press_key(Qt::Key_F2));
     strip_->add("f3", "F3", "إلغاء البون", press_key(Qt::Key_F3));
     for (const ScreenEntry& entry : screens_.entries()) {
-        if (entry.key == 0) continue;
+        if (entry.key == 0 || entry.control) continue;
         strip_->add(entry.name, entry.cap, QString(entry.caption).remove('&'),
                     [this, &entry] { open_neighbour(entry); });
     }
@@ -141,6 +161,9 @@ void Form31::connect_parts() {
     connect(kind_bar_, &KindBar::kind_chosen, this, &Form31::switch_kind);
     connect(kind_bar_, &KindBar::price_level_chosen, this,
             [this](int level) { press(Qt::Key_1 + level - 2, Qt::ControlModifier); });
+    connect(kind_bar_, &KindBar::recall_wanted, this, &Form31::recall);
+    connect(banner_, &InvoiceBanner::reprint_clicked, this, &Form31::reprint);
+    connect(banner_, &InvoiceBanner::return_clicked, this, &Form31::start_return);
     connect(entry_bar_, &EntryBar::entered, this, &Form31::enter_item);
     connect(entry_bar_, &EntryBar::general_item_clicked, this, [this] { enter_item("*"); });
     connect(entry_bar_, &EntryBar::search_clicked, this, &Form31::search);
@@ -172,13 +195,18 @@ void Form31::connect_parts() {
     connect(lines_, &LineView::left, this, &Form31::focus_entry);
     connect(totals_, &TotalsPanel::payment_chosen, this, &Form31::switch_payment);
     connect(totals_, &TotalsPanel::save_clicked, this, &Form31::save);
-    connect(totals_, &TotalsPanel::left, this, &Form31::focus_entry);
+    connect(totals_, &TotalsPanel::left, this, [this] {
+        repaint_all();
+        focus_entry();
+    });
     connect(totals_, &TotalsPanel::discount_value_typed, this, [this](const QString& text) {
-        if (logic_.CommitDiscountValue(utf8(text))) focus_entry();
+        refused_ = !logic_.CommitDiscountValue(utf8(text));
+        if (!refused_) focus_entry();
         repaint_all();
     });
     connect(totals_, &TotalsPanel::discount_percent_typed, this, [this](const QString& text) {
-        if (logic_.CommitDiscountPercent(utf8(text))) focus_entry();
+        refused_ = !logic_.CommitDiscountPercent(utf8(text));
+        if (!refused_) focus_entry();
         repaint_all();
     });
     connect(&context_.keys, &KeyQueue::scan_waits, this, &Form31::make_way_for_scan);
@@ -204,6 +232,7 @@ bool Form31::open() {
 void Form31::repaint_all() {
     header_->show_state(logic_, context_.session);
     kind_bar_->show_state(logic_);
+    banner_->show_state(logic_);
     entry_bar_->show_recalled(logic_.recalled());
     party_bar_->show_state(logic_);
     lines_->set_ground(colour::from_blue_first(logic_.grid_colour()));
@@ -213,7 +242,7 @@ void Form31::repaint_all() {
     for (const std::string& expiry : logic_.stock_shown().expiries)
         stock += "   " + qt(expiry);
     stock_->setText(
-        stock_->fontMetrics().elidedText(stock, Qt::ElideLeft, std::max(px(60), stock_->width())));
+        stock_->fontMetrics().elidedText(stock, Qt::ElideRight, std::max(px(60), stock_->width())));
     stock_->setToolTip(stock);
     double pieces = 0;
     for (const sales::Line& line : logic_.invoice().lines)

@@ -15,6 +15,7 @@ namespace ui {
 
 class EntryBar;
 class HeaderBar;
+class InvoiceBanner;
 class KeyStrip;
 class KindBar;
 class LineModel;
@@ -49,6 +50,7 @@ class Form31 : public QWidget {
   private:
     // sales_screen.cpp
     QWidget* build_main();
+    QWidget* build_foot();
     void build_strip();
     void build_menu();
     void connect_parts();
@@ -60,7 +62,12 @@ class Form31 : public QWidget {
     void enter_item(const QString& text);
     void edit_cell(int row, int column, const QString& first);
     void commit_cell(int row, int column, const QString& text, bool by_enter);
+    // Takes in what was typed into a cell or discount and not entered; false when it was refused.
+    bool finish_editing();
     void save();
+    void recall(const QString& number);
+    void reprint();
+    void start_return();
     void switch_kind(int kind);
     void switch_payment(int payment);
     void focus_payment_fields();
@@ -81,6 +88,7 @@ class Form31 : public QWidget {
     LineModel* model_;
     HeaderBar* header_;
     KindBar* kind_bar_;
+    InvoiceBanner* banner_ = nullptr;
     EntryBar* entry_bar_ = nullptr;
     PartyBar* party_bar_ = nullptr;
     LineView* lines_ = nullptr;
@@ -92,6 +100,7 @@ class Form31 : public QWidget {
     QTimer news_;
     bool acting_ = false;
     bool leaving_ = false;
+    bool refused_ = false;  // the last value typed was refused
 };
 
 }  // namespace ui

@@ -6,6 +6,7 @@
 #include "ui/entry_bar.h"
 #include "ui/guard.h"
 #include "ui/item_info_sheet.h"
+#include "ui/kind_bar.h"
 #include "ui/line_model.h"
 #include "ui/line_view.h"
 #include "ui/messages.h"
@@ -16,6 +17,7 @@
 #include "ui/search_panel.h"
 #include "ui/shift_side.h"
 #include "ui/text.h"
+#include "ui/totals_panel.h"
 
 namespace ui {
 
@@ -49,7 +51,10 @@ void Form31::enter_item(const QString& text) {
 void Form31::edit_cell(int row, int column, const QString& first) {
     bool opened = false;
     act("EditCell", [&] { opened = logic_.begin_edit(static_cast<std::size_t>(row), column); });
-    if (!opened) return;
+    if (!opened) {
+        if (!lines_->hasFocus()) focus_entry();
+        return;
+    }
     lines_->open_cell(row, column, first);
     // A digit that opened the cell is the first one typed into it.
     if (auto* field = lines_->findChild<QLineEdit*>("cell_edit"); field != nullptr && !first.isEmpty()) {
@@ -61,6 +66,7 @@ void Form31::edit_cell(int row, int column, const QString& first) {
 void Form31::commit_cell(int row, int column, const QString& text, bool by_enter) {
     bool taken = false;
     act("EditCell", [&] { taken = logic_.commit_edit(static_cast<std::size_t>(row), column, utf8(text)); });
+    refused_ = !taken;
     if (!by_enter) return;
     const auto& lines = logic_.invoice().lines;
     if (static_cast<std::size_t>(row) >= lines.size()) {
@@ -77,7 +83,15 @@ void Form31::commit_cell(int row, int column, const QString& text, bool by_enter
     }
 }
 
+bool Form31::finish_editing() {
+    refused_ = false;
+    lines_->finish_editing();
+    totals_->finish_editing();
+    return !refused_;
+}
+
 void Form31::save() {
+    if (!finish_editing()) return;
     act("SaveInvoice", [&] {
         const sales::BeginSave begun = logic_.begin_save();
         repaint_all();
@@ -88,6 +102,26 @@ void Form31::save() {
         }
         logic_.SaveInvoice();
     });
+    focus_entry();
+}
+
+void Form31::recall(const QString& number) {
+    bool found = false;
+    act("Recall", [&] { found = logic_.recall(utf8(number)); });
+    if (found) {
+        focus_entry();
+    } else {
+        kind_bar_->focus_number();
+    }
+}
+
+void Form31::reprint() {
+    act("Reprint", [&] { logic_.reprint(); });
+    focus_entry();
+}
+
+void Form31::start_return() {
+    act("StartReturn", [&] { logic_.start_return(); });
     focus_entry();
 }
 

@@ -6,9 +6,11 @@
 
 #include "sales/messages.h"
 #include "ui/entry_bar.h"
+#include "ui/kind_bar.h"
 #include "ui/line_view.h"
 #include "ui/sales_screen.h"
 #include "ui/sheet.h"
+#include "ui/totals_panel.h"
 
 namespace ui {
 
@@ -28,9 +30,16 @@ bool Form31::eventFilter(QObject* watched, QEvent* event) {
 bool Form31::press(int key, Qt::KeyboardModifiers modifiers) {
     if (Sheet::top_of(this) != nullptr) return false;
     if (modifiers == Qt::ControlModifier) {
+        if (const ScreenEntry* neighbour = screens_.find(key, false, true)) {
+            open_neighbour(*neighbour);
+            return true;
+        }
         switch (key) {
             case Qt::Key_F:
                 search();
+                return true;
+            case Qt::Key_R:
+                kind_bar_->focus_number();
                 return true;
             case Qt::Key_I:
                 item_info();
@@ -47,6 +56,7 @@ bool Form31::press(int key, Qt::KeyboardModifiers modifiers) {
                 return false;
         }
     }
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F12 && !finish_editing()) return true;
     const bool shift = modifiers == Qt::ShiftModifier;
     if (modifiers != Qt::NoModifier && !shift) return false;
     if (const ScreenEntry* neighbour = screens_.find(key, shift)) {
@@ -60,7 +70,8 @@ bool Form31::press(int key, Qt::KeyboardModifiers modifiers) {
     }
     switch (key) {
         case Qt::Key_Escape:
-            if (lines_->is_editing() || !entry_bar_->isAncestorOf(QApplication::focusWidget())) return false;
+            // A cell or discount that is being typed into is left as it was first.
+            if (lines_->is_editing() || totals_->isAncestorOf(QApplication::focusWidget())) return false;
             if (const auto row = logic_.escape_to_quantity()) {
                 lines_->open_cell(static_cast<int>(*row), sales::column::quantity, "1");
             } else {

@@ -18,6 +18,10 @@ struct ScreenEntry {
     QString cap;  // the key as the strip shows it
     // Opens the screen over the given window and returns when it was left.
     std::function<void(QWidget*)> open;
+    // With the Ctrl key instead of alone or with Shift; such a screen stands not on the key strip.
+    bool control = false;
+    // The short caption of its button below the line grid; empty for none.
+    QString button = {};
 };
 
 class Screens {
@@ -25,9 +29,10 @@ class Screens {
     void add(ScreenEntry entry) { entries_.push_back(std::move(entry)); }
     const std::vector<ScreenEntry>& entries() const { return entries_; }
     // The screen of a key; null when no screen stands behind it.
-    const ScreenEntry* find(int key, bool shift) const {
+    const ScreenEntry* find(int key, bool shift, bool control = false) const {
         for (const ScreenEntry& entry : entries_) {
-            if (entry.key != 0 && entry.key == key && entry.shift == shift) return &entry;
+            if (entry.key != 0 && entry.key == key && entry.shift == shift && entry.control == control)
+                return &entry;
         }
         return nullptr;
     }

@@ -89,8 +89,8 @@ QFrame[role="grid"] { background: $paper; border: 1px solid #c8d1d9; border-radi
 QTableView { border: none; background: transparent; gridline-color: transparent; font-size: 17px;
              selection-background-color: $current; selection-color: $ink; }
 QTableView:focus { border: none; }
-QTableView[role="sheet"] { border: 1px solid #c8d1d9; border-radius: 8px; background: $paper; font-size: 16px; }
-QTableView[role="sheet"]:focus { border: 3px solid $focus; }
+QTableView[role="sheet"] { border: 2px solid #c8d1d9; border-radius: 8px; background: $paper; font-size: 16px; }
+QTableView[role="sheet"]:focus { border: 2px solid $focus; }
 QTableView[role="sheet"]::item { border-bottom: 1px solid #e6ebf0; padding: 0 8px; }
 QHeaderView { background: $strip; border: none; }
 QHeaderView::section { background: $strip; border: none; padding: 8px 10px 8px 0; font-size: 14px; font-weight: 700; color: $slate; }

@@ -122,4 +122,24 @@ TEST(LineSource, SaysWhyAStoreCannotSupply) {
     }
 }
 
+TEST(LineSource, OffersTheUnitsOfTheItemsCard) {
+    struct Case {
+        const char* factors;
+        std::vector<std::pair<int, double>> expected;
+    };
+    for (const Case& test : {Case{"1,6,24", {{3, 24}, {2, 6}, {1, 1}}}, Case{"1,null,0", {{1, 1}}},
+                             Case{"null,12,null", {{2, 12}}}, Case{"null,null,null", {{1, 1}}}}) {
+        SCOPED_TRACE(test.factors);
+        Shop shop;
+        shop.sql(std::string("insert into items (code,name,num1,NUM2,NUM3) select 100,N'أرز',") +
+                 test.factors);
+        test::RememberedOutside outside;
+        const stock::LineSource dialog(shop.connection(), outside.prompts, 100, 1, 1, 1);
+        std::vector<std::pair<int, double>> seen;
+        for (const auto& unit : dialog.units())
+            seen.emplace_back(unit.code, unit.factor);
+        EXPECT_EQ(seen, test.expected);
+    }
+}
+
 }  // namespace

@@ -1,0 +1,36 @@
+// Above the entry field: what is on the screen when it is no invoice in the making, and what can be done with
+// it: a saved receipt, a return of one, an offer, an invoice that was saved in part.
+#pragma once
+
+#include <QFrame>
+
+class QLabel;
+class QPushButton;
+
+namespace sales {
+class SalesScreen;
+}
+
+namespace ui {
+
+class InvoiceBanner : public QFrame {
+    Q_OBJECT
+  public:
+    explicit InvoiceBanner(QWidget* parent = nullptr);
+    // Shows itself, or nothing for an ordinary invoice.
+    void show_state(const sales::SalesScreen& screen);
+
+  signals:
+    void reprint_clicked();
+    void return_clicked();
+
+  private:
+    QPushButton* button(const char* name, const QString& caption);
+    void dress_as(const char* ground, const char* edge);
+
+    QLabel* text_;
+    QPushButton* reprint_;
+    QPushButton* return_;
+};
+
+}  // namespace ui
