@@ -1,5 +1,6 @@
 #include "signin/sign_in.h"
 
+#include "common/text.h"
 #include "database/sql.h"
 #include "signin/messages.h"
 #include "signin/passwords.h"
@@ -13,6 +14,14 @@ using common::Icon;
 using database::Sql;
 
 constexpr std::string_view log_code = "62";
+
+// One byte for each character, so that positions count characters whatever stands between the digits.
+std::string byte_per_character(std::string_view permissions) {
+    std::string bytes;
+    for (const char32_t character : common::code_points(permissions))
+        bytes += character < 0x80 ? static_cast<char>(character) : '?';
+    return bytes;
+}
 
 }  // namespace
 
@@ -34,7 +43,7 @@ SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view
         return SignInOutcome::stay_on_list;
     }
     const database::Row& user = found.front();
-    session_.permissions = user.text("perm");
+    session_.permissions = byte_per_character(user.text("perm"));
     session_.user_code = user.integer("code");
     session_.user_name = user.text("Name");
     if (!same_password(password, user.text("pass"))) {

@@ -81,6 +81,15 @@ TEST_F(SignInTest, AWrongPasswordLeavesTheUserSetUntilTheNextAttempt) {
     EXPECT_EQ(session.user_name, "مدير");
 }
 
+TEST_F(SignInTest, PermissionsCountCharacters) {
+    shop.sql("update users set perm = N'ش1😀01' where code = 4");
+    ASSERT_EQ(confirm(4, "كلمة"), SignInOutcome::signed_in);
+    std::string allowed;
+    for (int position = 1; position <= 8; ++position)
+        allowed += session.has_permission(position) ? '1' : '0';
+    EXPECT_EQ(allowed, "01001000");
+}
+
 TEST_F(SignInTest, LoadsTheSettingsTheStoreAndTheDrawer) {
     shop.sql(
         "update basic set warn = 3, [type] = 2, max_dis = 12.5, cash_m = 1, cash_dis = 0.1, cash_dis_1 = 4, "
