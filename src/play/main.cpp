@@ -19,16 +19,17 @@ int play_in_child(const play::Script& script, play::Stage& stage, const play::Se
     std::fflush(nullptr);
     const pid_t child = fork();
     if (child == 0) {
+        // Off screen there is no window manager to give hints to, and Qt says so for every window.
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
+            if (!text.contains("propagateSizeHints") && !text.contains("XDG_RUNTIME_DIR"))
+                std::fprintf(stderr, "%s\n", text.toUtf8().constData());
+        });
         int count = 1;
         char name[] = "tallvex-play";
         char* arguments[] = {name, nullptr};
         QApplication application(count, arguments);
         QApplication::setQuitOnLastWindowClosed(false);
         const int code = play::Player(script, stage, settings, first).play();
-        if (settings.objects != nullptr) {
-            for (const std::string& object : *settings.objects)
-                std::printf("%s\n", object.c_str());
-        }
         std::fflush(nullptr);
         _exit(code);
     }
@@ -70,7 +71,7 @@ bool play_file(const std::filesystem::path& file, const play::Settings& settings
         std::printf("The pictures are in %s, the shop with its ports and receipts in %s.\n", keep.c_str(),
                     kept.c_str());
     }
-    if (settings.objects == nullptr) std::printf("%s: %zu steps passed\n", file.c_str(), script.steps.size());
+    if (settings.objects.empty()) std::printf("%s: %zu steps passed\n", file.c_str(), script.steps.size());
     return true;
 }
 
@@ -92,8 +93,9 @@ int main(int argc, char** argv) {
     if (!keep.empty()) pictures = keep;
 
     if (!shown) setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    std::set<std::string> objects;
-    play::Settings settings{pictures, shown, list ? &objects : nullptr};
+    const auto objects =
+        std::filesystem::temp_directory_path() / ("tallvex-objects-" + std::to_string(getpid()));
+    const play::Settings settings{pictures, shown, list ? objects : std::filesystem::path()};
     std::filesystem::create_directories(pictures);
     int failed = 0;
     for (const std::string& file : files) {
@@ -103,6 +105,15 @@ int main(int argc, char** argv) {
             std::fprintf(stderr, "%s\n", error.what());
             ++failed;
         }
+    }
+    if (list) {
+        std::ifstream stream(objects);
+        std::set<std::string> lines;
+        for (std::string line; std::getline(stream, line);)
+            lines.insert(line);
+        std::filesystem::remove(objects);
+        for (const std::string& line : lines)
+            std::printf("%s\n", line.c_str());
     }
     if (failed != 0) std::fprintf(stderr, "%d of %zu plays failed\n", failed, files.size());
     return failed == 0 ? 0 : 1;

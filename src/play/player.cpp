@@ -82,10 +82,10 @@ void Player::next() {
     const Step& step = script_.steps[at_];
     if (!begun_) since_ = std::chrono::steady_clock::now();
     begun_ = true;
-    if (settings_.objects != nullptr) {
-        for (const Named& named : all_named()) {
-            settings_.objects->insert((named.name + "\t" + named.kind + "\t" + named.caption).toStdString());
-        }
+    if (!settings_.objects.empty()) {
+        for (const Named& named : all_named())
+            objects_.insert(
+                ("| `" + named.name + "` | " + named.kind + " | " + named.caption + " |").toStdString());
     }
     // Asked for before the step is taken, which may open a box and not return before it is answered.
     QTimer::singleShot(look_again_ms, this, &Player::next);
@@ -105,7 +105,8 @@ Progress Player::take(const Step& step) {
     if (action == nullptr) return Progress::fail("no step begins with this word");
     static const std::set<std::string> beside_a_box = {"answer", "expect", "press", "scan", "picture",
                                                        "clock",  "sql",    "say",   "port"};
-    if (const ui::MessageBox* box = open_box(); box != nullptr && !beside_a_box.contains(step.verb)) {
+    if (const ui::MessageBox* box = open_box();
+        box != nullptr && phase_ == 0 && !beside_a_box.contains(step.verb)) {
         return Progress::wait("a box that no step expects: " + box->text().toStdString());
     }
     const std::size_t taken = at_;
@@ -118,12 +119,18 @@ Progress Player::take(const Step& step) {
     if (progress.state == Progress::done && at_ == taken) {
         ++at_;
         begun_ = false;
+        phase_ = 0;
         std::ofstream(stage_.progress_file(), std::ios::trunc) << at_;
     }
     return progress;
 }
 
 void Player::finish(int code) {
+    if (!settings_.objects.empty()) {
+        std::ofstream stream(settings_.objects, std::ios::app);
+        for (const std::string& line : objects_)
+            stream << line << '\n';
+    }
     code_ = code;
     at_ = script_.steps.size();
     QApplication::exit(code);

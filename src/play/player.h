@@ -21,9 +21,10 @@
 namespace play {
 
 struct Settings {
-    std::filesystem::path pictures;            // where pictures go
-    bool shown = false;                        // windows on the real screen
-    std::set<std::string>* objects = nullptr;  // collects what can be named, for the table of object names
+    std::filesystem::path pictures;  // where pictures go
+    bool shown = false;              // windows on the real screen
+    std::filesystem::path
+        objects;  // a file for what can be named, for the table of object names; none when empty
 };
 
 // How a step stands: done, not yet (it is tried again until its time is over), or failed with what was seen.
@@ -95,7 +96,8 @@ class Player : public QObject {
     std::size_t at_;
     int steps_done_ = 0;
     std::chrono::steady_clock::time_point since_;
-    bool begun_ = false;  // the step at hand has done its first part
+    bool begun_ = false;  // the step at hand has been tried
+    int phase_ = 0;       // how far a step of several parts is
 
     PlayClock clock_;
     std::unique_ptr<PlayDevices> devices_;
@@ -108,6 +110,7 @@ class Player : public QObject {
     bool running_ = false;
     bool start_again_ = false;
     int code_ = 0;
+    std::set<std::string> objects_;  // lines of the table of object names
 };
 
 }  // namespace play

@@ -100,6 +100,11 @@ Progress Player::do_restart(const Step&) {
 }
 
 Progress Player::do_user(const Step& step) {
+    if (phase_ == 1) {
+        // A key sent before the sales screen stands would still go to this one.
+        const bool gone = find_widget("Form62") == nullptr;
+        return gone || open_box() != nullptr ? Progress::ok() : Progress::wait("the sign-in screen");
+    }
     const auto said = split_at(step.rest, "password");
     Progress problem;
     QWidget* user = usable("user", problem);
@@ -109,7 +114,8 @@ Progress Player::do_user(const Step& step) {
     hands_.press("Enter");
     hands_.type(ui::qt(said.after));
     hands_.press("Enter");
-    return Progress::ok();
+    phase_ = 1;
+    return Progress::wait("");
 }
 
 Progress Player::do_type(const Step& step) {
