@@ -1,0 +1,341 @@
+#include "ui/account_customer_screen.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "common/numbers.h"
+#include "common/text.h"
+#include "ui/account_fields.h"
+#include "ui/fields.h"
+#include "ui/guard.h"
+#include "ui/segments.h"
+#include "ui/style.h"
+#include "ui/text.h"
+
+namespace ui {
+
+namespace {
+
+QCheckBox* check(const QString& name, const QString& caption) {
+    auto* made = new QCheckBox(caption);
+    made->setObjectName(name);
+    return made;
+}
+
+// A number such as a telephone's, which is read from the left.
+QLineEdit* digits_field(const QString& name) {
+    QLineEdit* made = moment_field(name);
+    made->setMaxLength(300);
+    return made;
+}
+
+}  // namespace
+
+Form7ca::Form7ca(QWidget* host, const Context& context)
+    : Sheet(host), context_(context), logic_(context.connection, context.outside) {
+    setObjectName("Form7ca");
+    set_card_width(960);
+    body()->setContentsMargins(px(26), px(16), px(26), px(18));
+    body()->setSpacing(px(10));
+    auto* head = new QHBoxLayout;
+    title_ = label({}, "title");
+    title_->setObjectName("customer_title");
+    head->addWidget(title_, 1);
+    head->addWidget(label("الرصيد الحالي", "side"));
+    balance_ = new Figure("customer_balance", "figure");
+    head->addWidget(balance_);
+    body()->addLayout(head);
+
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(px(14));
+    grid->setVerticalSpacing(px(8));
+    for (int column = 0; column < 4; ++column)
+        grid->setColumnStretch(column, 1);
+    build_person(grid);
+    build_account(grid);
+    body()->addLayout(grid);
+    guarantor_box_ = build_guarantor();
+    body()->addWidget(guarantor_box_);
+    build_foot();
+    connect_parts();
+}
+
+void Form7ca::build_person(QGridLayout* grid) {
+    number_ = new AmountField("customer_number");
+    number_->setMaxLength(10);
+    name_ = text_field("customer_name");
+    second_name_ = text_field("customer_second_name");
+    third_name_ = text_field("customer_third_name");
+    phone_ = digits_field("customer_phone");
+    mobile_ = digits_field("customer_mobile");
+    address_ = text_field("customer_address");
+    notes_ = text_field("customer_notes");
+    country_ = choice_list("customer_country");
+    governorate_ = choice_list("customer_governorate");
+    centre_ = choice_list("customer_centre");
+    district_ = choice_list("customer_district");
+    grid->addWidget(captioned("&كود العميل", number_), 0, 0);
+    grid->addWidget(captioned("ا&سم العميل", name_), 0, 1, 1, 3);
+    grid->addWidget(captioned("اسم المسئول", second_name_), 1, 0);
+    grid->addWidget(captioned("الاسم في الإيصالات", third_name_), 1, 1);
+    grid->addWidget(captioned("ال&تليفون", phone_), 1, 2);
+    grid->addWidget(captioned("المو&بايل", mobile_), 1, 3);
+    grid->addWidget(captioned("الع&نوان", address_), 2, 0, 1, 2);
+    grid->addWidget(captioned("ملاح&ظات", notes_), 2, 2, 1, 2);
+    grid->addWidget(captioned("الدولة", country_), 3, 0);
+    grid->addWidget(captioned("المحافظة", governorate_), 3, 1);
+    grid->addWidget(captioned("المركز", centre_), 3, 2);
+    grid->addWidget(captioned("الحي", district_), 3, 3);
+}
+
+void Form7ca::build_account(QGridLayout* grid) {
+    opening_ = new AmountField("customer_opening");
+    side_ = new Segments("customer_side", {{0, "مدين"}, {1, "دائن"}});
+    representative_ = choice_list("customer_representative");
+    group_ = new AmountField("customer_group");
+    class_search_ = text_field("customer_class_search");
+    class_search_->setPlaceholderText("رقم أو جزء من الاسم");
+    price_class_ = choice_list("customer_class");
+    second_kind_ = check("customer_second_kind", "عميل نو&ع ثان");
+    unsettled_ = check("customer_unsettled", "ا&ستلام بدون اكمال الحساب");
+    pays_later_ = check("customer_pays_later", "ي&عامل بدون دفع مقدم");
+    has_guarantor_ = check("customer_has_guarantor", "&ضامن");
+    grid->addWidget(captioned("الرصيد الافتتاحي", opening_), 4, 0);
+    grid->addWidget(captioned("طبيعة الرصيد", side_), 4, 1);
+    grid->addWidget(captioned("المن&دوب", representative_), 4, 2);
+    grid->addWidget(captioned("مجموعة العملاء", group_), 4, 3);
+    grid->addWidget(captioned("بحث فئة السعر", class_search_), 5, 0);
+    grid->addWidget(captioned("&فئة السعر", price_class_), 5, 1);
+    grid->addWidget(second_kind_, 5, 2, Qt::AlignBottom);
+    grid->addWidget(has_guarantor_, 5, 3, Qt::AlignBottom);
+    grid->addWidget(unsettled_, 6, 0, 1, 2);
+    grid->addWidget(pays_later_, 6, 2, 1, 2);
+}
+
+QWidget* Form7ca::build_guarantor() {
+    auto* box = new QWidget;
+    box->setObjectName("customer_guarantor_box");
+    auto* row = new QHBoxLayout(box);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(px(14));
+    id_number_ = digits_field("customer_id_number");
+    guarantor_ = text_field("customer_guarantor");
+    guarantor_id_ = digits_field("customer_guarantor_id");
+    guarantor_phone_ = digits_field("customer_guarantor_phone");
+    row->addWidget(captioned("رقم بطاقة العميل", id_number_), 1);
+    row->addWidget(captioned("اسم الضامن", guarantor_), 1);
+    row->addWidget(captioned("رقم بطاقة الضامن", guarantor_id_), 1);
+    row->addWidget(captioned("تليفون الضامن", guarantor_phone_), 1);
+    return box;
+}
+
+void Form7ca::build_foot() {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(px(10));
+    save_ = foot_button(row, "customer_save", "&حفظ", 2, [this] { save(); });
+    set_role(save_, "main");
+    previous_ = foot_button(row, "customer_previous", "السابق  PgUp", 1, [this] { step(-1); });
+    next_ = foot_button(row, "customer_next", "التالي  PgDn", 1, [this] { step(1); });
+    close_ = foot_button(row, "customer_close", "إ&غلاق", 1, [this] { leave(0); });
+    body()->addLayout(row);
+}
+
+void Form7ca::connect_parts() {
+    enter_leads_on({number_, name_, second_name_, third_name_, phone_, mobile_, address_, notes_, country_,
+                    governorate_, centre_, district_, opening_, representative_, group_, class_search_});
+    enter_leads_on({price_class_, save_});
+    connect(side_, &Segments::chosen, this, [this](int side) {
+        credit_ = side == 1;
+        side_->show_chosen(side);
+    });
+    connect(country_, &QComboBox::activated, this, [this] {
+        choose_place(country_, logic_.card.country, [this](auto code) { logic_.choose_country(code); });
+    });
+    connect(governorate_, &QComboBox::activated, this, [this] {
+        choose_place(governorate_, logic_.card.governorate,
+                     [this](auto code) { logic_.choose_governorate(code); });
+    });
+    connect(centre_, &QComboBox::activated, this, [this] {
+        choose_place(centre_, logic_.card.centre, [this](auto code) { logic_.choose_centre(code); });
+    });
+    connect(class_search_, &QLineEdit::returnPressed, this, &Form7ca::search_classes);
+    connect(has_guarantor_, &QCheckBox::toggled, guarantor_box_, &QWidget::setVisible);
+}
+
+bool Form7ca::open(accounts::CardMode mode, std::int64_t code) {
+    if (!logic_.open(mode, code)) return false;
+    const bool viewing = mode == accounts::CardMode::view;
+    for (auto* field : card()->findChildren<QLineEdit*>())
+        field->setReadOnly(viewing);
+    for (auto* list : card()->findChildren<QComboBox*>())
+        list->setEnabled(!viewing);
+    for (auto* box : card()->findChildren<QCheckBox*>())
+        box->setEnabled(!viewing);
+    side_->setEnabled(!viewing);
+    number_->setEnabled(mode == accounts::CardMode::add);
+    save_->setVisible(!viewing);
+    previous_->setVisible(viewing);
+    next_->setVisible(viewing);
+    show_card();
+    return true;
+}
+
+void Form7ca::show_card() {
+    const accounts::CustomerCard& card = logic_.card;
+    title_->setText(qt(logic_.title()).trimmed());
+    balance_->setText(qt(common::format_amount(logic_.balance())));
+    const std::pair<QLineEdit*, const std::string*> texts[] = {{number_, &card.number},
+                                                               {name_, &card.name},
+                                                               {second_name_, &card.second_name},
+                                                               {third_name_, &card.third_name},
+                                                               {phone_, &card.phone},
+                                                               {mobile_, &card.mobile},
+                                                               {address_, &card.address},
+                                                               {notes_, &card.notes},
+                                                               {opening_, &card.opening},
+                                                               {group_, &card.group},
+                                                               {id_number_, &card.id_number},
+                                                               {guarantor_, &card.guarantor},
+                                                               {guarantor_id_, &card.guarantor_id},
+                                                               {guarantor_phone_, &card.guarantor_phone}};
+    for (const auto& [field, text] : texts) {
+        field->setText(qt(*text));
+        field->setCursorPosition(0);
+    }
+    credit_ = card.is_credit;
+    side_->show_chosen(credit_ ? 1 : 0);
+    second_kind_->setChecked(card.is_second_kind);
+    unsettled_->setChecked(card.takes_unsettled);
+    pays_later_->setChecked(card.pays_later);
+    has_guarantor_->setChecked(card.has_guarantor);
+    guarantor_box_->setVisible(card.has_guarantor);
+    class_search_->clear();
+    fill_choices(representative_, logic_.representatives(), card.representative);
+    fill_choices(price_class_, logic_.price_classes(), card.price_class);
+    show_places();
+}
+
+void Form7ca::show_places() {
+    fill_choices(country_, logic_.countries(), logic_.card.country);
+    fill_choices(governorate_, logic_.governorates(), logic_.card.governorate);
+    fill_choices(centre_, logic_.centres(), logic_.card.centre);
+    fill_choices(district_, logic_.districts(), logic_.card.district);
+}
+
+template <typename Choose>
+void Form7ca::choose_place(QComboBox* list, std::optional<std::int64_t> former, Choose choose) {
+    const auto code = choice_of(list);
+    if (code == former) return;  // chosen again: the places below it stay
+    guarded(context_.outside, "Places", [&] {
+        choose(code);
+        show_places();
+    });
+}
+
+void Form7ca::search_classes() {
+    guarded(context_.outside, "SearchPriceClasses", [&] {
+        logic_.search_classes(utf8(class_search_->text()));
+        const auto& found = logic_.price_classes();
+        // The one that was found is meant; of several the cashier chooses.
+        fill_choices(price_class_, found,
+                     found.size() == 1 ? std::optional(found.front().code) : logic_.card.price_class);
+    });
+    price_class_->setFocus();
+}
+
+void Form7ca::read_card() {
+    accounts::CustomerCard& card = logic_.card;
+    const auto text = [](const QLineEdit* field) { return std::string(common::trim(utf8(field->text()))); };
+    card.number = text(number_);
+    card.name = text(name_);
+    card.address = text(address_);
+    card.notes = text(notes_);
+    card.opening = text(opening_);
+    card.is_credit = credit_;
+    card.is_second_kind = second_kind_->isChecked();
+    card.phone = text(phone_);
+    card.mobile = text(mobile_);
+    card.second_name = text(second_name_);
+    card.third_name = text(third_name_);
+    card.representative = choice_of(representative_);
+    card.country = choice_of(country_);
+    card.governorate = choice_of(governorate_);
+    card.centre = choice_of(centre_);
+    card.district = choice_of(district_);
+    card.group = text(group_);
+    card.price_class = choice_of(price_class_);
+    card.takes_unsettled = unsettled_->isChecked();
+    card.pays_later = pays_later_->isChecked();
+    card.has_guarantor = has_guarantor_->isChecked();
+    card.id_number = text(id_number_);
+    card.guarantor = text(guarantor_);
+    card.guarantor_id = text(guarantor_id_);
+    card.guarantor_phone = text(guarantor_phone_);
+}
+
+void Form7ca::step(int by) {
+    const auto& all = logic_.customers();
+    const auto shown = common::parse_integer(logic_.card.number);
+    for (std::size_t at = 0; at < all.size(); ++at) {
+        if (all[at].code != shown) continue;
+        const std::size_t to = at + static_cast<std::size_t>(by);  // below the first wraps beyond the last
+        if (to >= all.size()) return;
+        guarded(context_.outside, "Customer", [&] {
+            if (logic_.show(all[to].code)) show_card();
+        });
+        return;
+    }
+}
+
+void Form7ca::save() {
+    if (Sheet::top_of(window()) != this) return;
+    bool saved = false;
+    guarded(context_.outside, "SaveCustomer", [&] {
+        read_card();
+        saved = logic_.save();
+    });
+    if (saved) {
+        leave(1);
+        return;
+    }
+    opening_->setText(qt(logic_.card.opening));
+    refused_field()->setFocus();
+}
+
+QWidget* Form7ca::refused_field() const {
+    if (logic_.card.number.empty()) return number_;
+    if (logic_.card.name.empty()) return name_;
+    if (number_->isEnabled() && (!accounts::read_code(logic_.card.number) ||
+                                 contains(logic_.customers(), *accounts::read_code(logic_.card.number))))
+        return number_;
+    return name_;
+}
+
+void Form7ca::take_focus() {
+    if (logic_.mode() == accounts::CardMode::view) {
+        close_->setFocus();
+    } else if (number_->isEnabled()) {
+        number_->setFocus();
+    } else {
+        name_->setFocus();
+    }
+}
+
+void Form7ca::keyPressEvent(QKeyEvent* event) {
+    const bool viewing = logic_.mode() == accounts::CardMode::view;
+    if (viewing && (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)) {
+        step(event->key() == Qt::Key_PageUp ? -1 : 1);
+        event->accept();
+        return;
+    }
+    Sheet::keyPressEvent(event);
+}
+
+}  // namespace ui

@@ -1,0 +1,60 @@
+#include "ui/account_fields.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "ui/messages.h"
+#include "ui/style.h"
+#include "ui/text.h"
+
+namespace ui {
+
+void fill_choices(QComboBox* list, const std::vector<accounts::Choice>& choices,
+                  std::optional<std::int64_t> chosen) {
+    const QSignalBlocker quiet(list);
+    list->clear();
+    int at = -1;
+    for (const accounts::Choice& choice : choices) {
+        if (chosen == choice.code) at = list->count();
+        list->addItem(qt(choice.name), QVariant::fromValue<qlonglong>(choice.code));
+    }
+    list->setCurrentIndex(at);
+    if (at < 0) list->setEditText({});
+}
+
+std::optional<common::Date> date_in(QLineEdit* field, common::Prompts& prompts) {
+    const auto moment = common::parse_moment(utf8(field->text()));
+    if (moment) return moment->date;
+    prompts.message(message::wrong_date, common::Icon::critical);
+    field->setFocus();
+    field->selectAll();
+    return std::nullopt;
+}
+
+void enter_leads_on(std::initializer_list<QWidget*> fields) {
+    for (auto field = fields.begin(); field != fields.end() && field + 1 != fields.end(); ++field) {
+        QWidget* next = *(field + 1);
+        auto* line = qobject_cast<QLineEdit*>(*field);
+        if (const auto* list = qobject_cast<QComboBox*>(*field)) line = list->lineEdit();
+        if (line == nullptr) continue;
+        QObject::connect(line, &QLineEdit::returnPressed, next, [next] {
+            next->setFocus(Qt::TabFocusReason);
+            if (auto* entered = qobject_cast<QLineEdit*>(next)) entered->selectAll();
+        });
+    }
+}
+
+QPushButton* foot_button(QHBoxLayout* row, const char* name, const QString& caption, int share,
+                         std::function<void()> action) {
+    auto* made = new QPushButton(caption);
+    made->setObjectName(name);
+    made->setMinimumHeight(px(48));
+    made->setAutoDefault(true);
+    QObject::connect(made, &QPushButton::clicked, made, [action = std::move(action)] { action(); });
+    row->addWidget(made, share);
+    return made;
+}
+
+}  // namespace ui

@@ -1,0 +1,36 @@
+// What the screens of customers and vouchers share: their lists, dates and buttons.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <optional>
+#include <vector>
+
+#include "accounts/lists.h"
+#include "common/date_time.h"
+#include "common/prompts.h"
+#include "ui/choices.h"
+
+class QHBoxLayout;
+class QLineEdit;
+class QPushButton;
+class QWidget;
+
+namespace ui {
+
+// Replaces the entries; chosen is the one of the code, or none.
+void fill_choices(QComboBox* list, const std::vector<accounts::Choice>& choices,
+                  std::optional<std::int64_t> chosen);
+
+// The date that a field holds; nothing, after a message and with the focus in the field, when it holds none.
+std::optional<common::Date> date_in(QLineEdit* field, common::Prompts& prompts);
+
+// Enter in each of the fields leads to the next one.
+void enter_leads_on(std::initializer_list<QWidget*> fields);
+
+// A button at the foot of a sheet, which Enter presses too while it has the focus.
+QPushButton* foot_button(QHBoxLayout* row, const char* name, const QString& caption, int share,
+                         std::function<void()> action);
+
+}  // namespace ui

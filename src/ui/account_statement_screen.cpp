@@ -1,0 +1,262 @@
+#include "ui/account_statement_screen.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "accounts/messages.h"
+#include "common/numbers.h"
+#include "printing/report_printer.h"
+#include "signin/session.h"
+#include "ui/account_fields.h"
+#include "ui/fields.h"
+#include "ui/guard.h"
+#include "ui/report_of.h"
+#include "ui/statement_model.h"
+#include "ui/style.h"
+#include "ui/text.h"
+
+namespace ui {
+
+printing::Report report_of(const accounts::AccountStatement& statement, const signin::Session& session) {
+    printing::Report report = headed("account", session);
+    report.title = "كشف حساب عميل";
+    report.captions = {{"العميل", statement.customer_name()},
+                       {"كود", std::to_string(statement.customer.value_or(0))},
+                       {"من تاريخ", common::date_text(statement.start)},
+                       {"إلى تاريخ", common::date_text(statement.end)}};
+    const double shares[] = {1.2, 1.2, 1.2, 1.3, 3, 1.8};
+    for (std::size_t column = 0; column < accounts::statement_headings.size(); ++column) {
+        const bool amount = column >= 1 && column <= 3;
+        report.columns.push_back({std::string(accounts::statement_headings[column]),
+                                  amount ? printing::Align::end : printing::Align::start, shares[column]});
+    }
+    for (const accounts::StatementRow& row : statement.rows()) {
+        const auto cells = row.cells();
+        report.rows.emplace_back(cells.begin(), cells.end());
+    }
+    report.totals = {{"رصيد سابق", common::format_amount(statement.brought_forward())},
+                     {"إجمالي مدين", common::format_amount(statement.debits())},
+                     {"إجمالي دائن", common::format_amount(statement.credits())},
+                     {"الرصيد", common::format_amount(statement.closing())}};
+    return report;
+}
+
+Form39::Form39(QWidget* host, const Context& context)
+    : Sheet(host), context_(context), logic_(context.connection, context.outside) {
+    setObjectName("Form39");
+    body()->setContentsMargins(px(22), px(14), px(22), px(16));
+    body()->setSpacing(px(10));
+    body()->addWidget(build_choices());
+    body()->addWidget(build_sums());
+    model_ = new StatementModel(this);
+    table_ = new QTableView;
+    table_->setObjectName("statement_rows");
+    table_->setModel(model_);
+    set_role(table_, "sheet");
+    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table_->setSelectionMode(QAbstractItemView::SingleSelection);
+    table_->setTabKeyNavigation(false);
+    table_->setShowGrid(false);
+    table_->setWordWrap(false);
+    table_->verticalHeader()->hide();
+    table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table_->verticalHeader()->setDefaultSectionSize(px(36));
+    QHeaderView* header = table_->horizontalHeader();
+    header->setSectionsClickable(false);
+    header->setHighlightSections(false);
+    header->setSectionResizeMode(QHeaderView::Fixed);
+    for (const auto& [column, width] : {std::pair(0, 120), {1, 125}, {2, 125}, {3, 135}, {5, 200}})
+        header->resizeSection(column, px(width));
+    header->setSectionResizeMode(StatementModel::description, QHeaderView::Stretch);
+    body()->addWidget(table_, 1);
+    empty_ = label("اختار العميل والمدة ثم اضغط عرض", "plain");
+    empty_->setObjectName("statement_empty");
+    empty_->setAlignment(Qt::AlignCenter);
+    body()->addWidget(empty_, 1);
+    body()->addWidget(build_foot());
+}
+
+QWidget* Form39::build_choices() {
+    auto* bar = new QWidget;
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(px(12));
+    row->addWidget(label("كشف حساب عميل", "title"), 0, Qt::AlignBottom);
+    row->addSpacing(px(8));
+    customer_ = choice_list("statement_customer");
+    start_ = moment_field("statement_start");
+    end_ = moment_field("statement_end");
+    start_->setFixedWidth(px(130));
+    end_->setFixedWidth(px(130));
+    row->addWidget(captioned("ال&عميل", customer_), 1);
+    row->addWidget(captioned("&من تاريخ", start_));
+    row->addWidget(captioned("إ&لى تاريخ", end_));
+    const auto button = [&](const char* name, const QString& caption, const char* role, auto action) {
+        auto* made = new QPushButton(caption);
+        made->setObjectName(name);
+        made->setFixedHeight(px(38));
+        made->setAutoDefault(true);
+        if (role != nullptr) set_role(made, role);
+        connect(made, &QPushButton::clicked, this, action);
+        row->addWidget(made, 0, Qt::AlignBottom);
+        return made;
+    };
+    QPushButton* show = button("statement_show", "عر&ض", "main", [this] { show_statement(); });
+    button("statement_arrears", "المت&أخرات", nullptr, [this] { check_arrears(); });
+    enter_leads_on({customer_, start_, end_, show});
+    return bar;
+}
+
+QWidget* Form39::build_sums() {
+    auto* bar = new QWidget;
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(px(24));
+    const std::pair<const char*, const char*> sums[] = {{"statement_forward", "رصيد سابق"},
+                                                        {"statement_debits", "إجمالي مدين"},
+                                                        {"statement_credits", "إجمالي دائن"},
+                                                        {"statement_closing", "الرصيد الحالي"}};
+    for (std::size_t i = 0; i < std::size(sums); ++i) {
+        auto* pair = new QHBoxLayout;
+        pair->setSpacing(px(8));
+        pair->addWidget(label(sums[i].second, "side"));
+        sums_[i] = new Figure(sums[i].first, "figure");
+        pair->addWidget(sums_[i]);
+        pair->addStretch(1);
+        row->addLayout(pair, 1);
+    }
+    return bar;
+}
+
+QWidget* Form39::build_foot() {
+    auto* bar = new QWidget;
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(px(10));
+    note_ = label({}, "side");
+    note_->setObjectName("account_note");
+    row->addWidget(note_, 1);
+    const auto button = [&](const char* name, const QString& caption, const char* role, auto action) {
+        QPushButton* made = foot_button(row, name, caption, 0, [this, action] { (this->*action)(); });
+        made->setMinimumHeight(px(40));
+        if (role != nullptr) set_role(made, role);
+        outputs_ << made;
+    };
+    button("account_print", "&طباعة", "main", &Form39::print);
+    button("account_preview", "معاي&نة", nullptr, &Form39::preview);
+    outputs_ << foot_button(row, "account_pdf", "ملف P&DF", 0, [this] { keep(Form::pdf); });
+    outputs_ << foot_button(row, "account_csv", "ملف &CSV", 0, [this] { keep(Form::csv); });
+    foot_button(row, "account_back", "&رجوع", 0, [this] { leave(0); })->setMinimumHeight(px(40));
+    for (QPushButton* made : outputs_)
+        made->setMinimumHeight(px(40));
+    return bar;
+}
+
+void Form39::open(std::optional<std::int64_t> customer) {
+    logic_.open();
+    fill_choices(customer_, logic_.customers(), customer);
+    start_->setText(qt(common::date_text(logic_.start)));
+    end_->setText(qt(common::date_text(logic_.end)));
+    logic_.customer = customer;
+    if (customer) logic_.show();
+    repaint_statement();
+}
+
+bool Form39::read_fields() {
+    const auto start = date_in(start_, context_.outside.prompts);
+    if (!start) return false;
+    const auto end = date_in(end_, context_.outside.prompts);
+    if (!end) return false;
+    logic_.customer = choice_of(customer_);
+    logic_.start = *start;
+    logic_.end = *end;
+    return true;
+}
+
+void Form39::show_statement() {
+    if (Sheet::top_of(window()) != this || !read_fields()) return;
+    bool shown = false;
+    guarded(context_.outside, "AccountStatement", [&] { shown = logic_.show(); });
+    if (shown) {
+        repaint_statement();
+        table_->setFocus();
+    } else {
+        (logic_.customer ? static_cast<QWidget*>(start_) : customer_)->setFocus();
+    }
+}
+
+void Form39::repaint_statement() {
+    const bool shown = !logic_.rows().empty();
+    model_->show(logic_.rows());
+    const double sums[] = {logic_.brought_forward(), logic_.debits(), logic_.credits(), logic_.closing()};
+    for (std::size_t i = 0; i < std::size(sums); ++i)
+        sums_[i]->setText(shown ? qt(common::format_amount(sums[i])) : QString("—"));
+    table_->setVisible(shown);
+    empty_->setVisible(!shown);
+    if (shown) {
+        table_->setCurrentIndex(model_->index(0, 0));
+        // Besides the movements there are the balances before and after them.
+        note_->setText("عدد الحركات " + QString::number(logic_.rows().size() - 2));
+    }
+    for (QPushButton* output : outputs_)
+        output->setEnabled(shown);
+}
+
+void Form39::check_arrears() {
+    if (Sheet::top_of(window()) != this || !read_fields()) return;
+    guarded(context_.outside, "Arrears", [&] { logic_.check_arrears(); });
+    (logic_.customer ? static_cast<QWidget*>(end_) : customer_)->setFocus();
+}
+
+// What is printed is the statement on the screen; its dates are read anew only by showing another one.
+void Form39::print() {
+    if (Sheet::top_of(window()) != this) return;
+    guarded(context_.outside, "PrintAccount", [&] {
+        if (context_.reports.print(report_of(logic_, context_.session))) note_->setText("تمت الطباعة");
+    });
+}
+
+void Form39::preview() {
+    guarded(context_.outside, "PreviewAccount",
+            [&] { context_.reports.preview(report_of(logic_, context_.session)); });
+}
+
+void Form39::keep(Form form) {
+    if (Sheet::top_of(window()) != this) return;
+    guarded(context_.outside, "KeepAccount", [&] {
+        const printing::Report report = report_of(logic_, context_.session);
+        const common::Moment now = context_.outside.clock.now();
+        std::string moment = common::moment_text(now);
+        std::replace(moment.begin(), moment.end(), ' ', '-');
+        std::erase_if(moment, [](char c) { return c == '/' || c == ':'; });
+        const auto folder = context_.session.program_folder / "Receipts";
+        std::filesystem::create_directories(folder);
+        const auto file = folder / ("account-" + std::to_string(logic_.customer.value_or(0)) + "-" + moment +
+                                    (form == Form::csv ? ".csv" : ".pdf"));
+        const bool kept = form == Form::csv ? context_.reports.save_csv(report, file)
+                                            : context_.reports.save_pdf(report, file);
+        if (kept) note_->setText("تم حفظ الملف \u200e" + qt("Receipts/" + file.filename().string()));
+    });
+}
+
+void Form39::take_focus() {
+    if (table_->isVisible()) {
+        table_->setFocus();
+    } else {
+        customer_->setFocus();
+    }
+}
+
+void Form39::resizeEvent(QResizeEvent* event) {
+    Sheet::resizeEvent(event);
+    card()->setFixedSize(std::min(width() - px(24), px(1500)), std::min(height() - px(24), px(900)));
+}
+
+}  // namespace ui
