@@ -222,6 +222,7 @@ class SalesScreen {
     // Asks before an invoice in work makes way for another one.
     bool may_replace_invoice();
     bool show_recalled(std::optional<RecalledInvoice> found);
+    void renew_recalled();
 
     database::Connection& connection_;
     signin::Session& session_;

@@ -38,13 +38,23 @@ bool SalesScreen::lines_complete() {
     return true;
 }
 
+// A receipt saved again is a new one of today, whatever day and batches the recalled one had.
+void SalesScreen::renew_recalled() {
+    if (invoice_.date == recalled_->invoice.date) invoice_.date = server_date();
+    if (invoice_.is_return()) return;
+    for (Line& line : invoice_.lines)
+        line.expiry.reset();
+}
+
 BeginSave SalesScreen::begin_save() {
     return guarded("begin to save", BeginSave::refused, [&] {
         save_begun_ = false;
         payment_.reset();
         if (frozen()) return BeginSave::refused;
-        if (shows_saved_receipt() && !outside_.prompts.question(message::save_as_new))
-            return BeginSave::refused;
+        if (shows_saved_receipt()) {
+            if (!outside_.prompts.question(message::save_as_new)) return BeginSave::refused;
+            renew_recalled();
+        }
         if (!lines_complete()) return BeginSave::refused;
         if (const auto refused = offer_line_refused(connection_, invoice_)) {
             outside_.prompts.message(*refused, common::Icon::exclamation);

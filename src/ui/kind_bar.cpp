@@ -170,7 +170,7 @@ void KindBar::show_state(const sales::SalesScreen& screen) {
 void KindBar::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     const bool narrow = width() < px(1200);
-    kind_->setFixedWidth(px(narrow ? 150 : 220));
+    kind_->setFixedWidth(px(narrow ? 164 : 220));
     number_->setFixedWidth(px(narrow ? 62 : 92));
     recall_->setText(narrow ? "↺" : "استدعاء");
     for (QWidget* made : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {

@@ -216,6 +216,36 @@ TEST(SalesScreen, ARecalledReceiptIsLookedAtReprintedAndReturned) {
     EXPECT_FALSE(screen.reprint());
 }
 
+TEST(SalesScreen, ARecalledReceiptSavedAgainIsTodays) {
+    Counter counter;
+    auto& screen = counter.open();
+    ASSERT_TRUE(screen.EnterItem("100"));
+    ASSERT_EQ(screen.begin_save(), BeginSave::ask_payment);
+    ASSERT_EQ(screen.SaveInvoice(), SaveOutcome::saved);
+    counter.outside.clock.moment.date = {2026, 11, 22};
+    counter.shop.sql("delete from stk where icode = 100 and stcode = 1 and edate < '2027/06/01'");
+    ASSERT_TRUE(screen.recall("1"));
+    EXPECT_EQ(screen.invoice().date, (common::Date{2026, 11, 21}));
+    counter.answer({true});
+    ASSERT_EQ(screen.begin_save(), BeginSave::ask_payment);
+    ASSERT_EQ(screen.SaveInvoice(), SaveOutcome::saved);
+    EXPECT_EQ(counter.shop.cell("select convert(varchar,date,111) from sales where pnum = 2"), "2026/11/22");
+    // Its piece came from the batch that is left, not from the one the first receipt was sold from.
+    EXPECT_EQ(counter.shop.cell("select convert(varchar,edate,111) from saledata where pnum = 2"),
+              "2027/06/01");
+
+    // A return looked at asks as well before it is saved a second time.
+    ASSERT_TRUE(screen.SwitchKind(KindOption::return_));
+    ASSERT_TRUE(screen.EnterItem("100"));
+    ASSERT_EQ(screen.begin_save(), BeginSave::ask_payment);
+    ASSERT_EQ(screen.SaveInvoice(), SaveOutcome::saved);
+    ASSERT_TRUE(screen.SwitchKind(KindOption::return_));
+    ASSERT_TRUE(screen.recall("1"));
+    counter.asked();
+    EXPECT_EQ(screen.begin_save(), BeginSave::refused);
+    EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::save_as_new)));
+}
+
 TEST(SalesScreen, AnErrorBelowIsToldAndLeavesTheInvoice) {
     Counter counter;
     auto& screen = counter.open();
