@@ -3,6 +3,9 @@
 #include "ui/line_source_dialog.h"
 #include "ui/messages.h"
 #include "ui/offers_screen.h"
+#include "ui/cash_panel.h"
+#include "ui/daily_statement_screen.h"
+#include "ui/expense_screen.h"
 #include "ui/password_screen.h"
 #include "ui/printer_screen.h"
 #include "ui/receipts_screen.h"
@@ -53,6 +56,20 @@ Screens neighbours(const Context& context) {
     screens.add({"printer", "&طابعة البون", 0, false, {}, on_sales([context](QWidget* host, auto& sales) {
                      PrinterScreen(host, context, sales).run();
                  })});
+    screens.add({"f9", "ك&شف الخزينة", Qt::Key_F9, false, "F9", [context](QWidget* host) {
+                     DailyStatementScreen screen(host, context);
+                     if (screen.open()) screen.run();
+                 }});
+    screens.add({"shift_f9", "ال&مصروفات", Qt::Key_F9, true, "⇧F9", [context](QWidget* host) {
+                     Form41ca screen(host, context);
+                     screen.open();
+                     screen.run();
+                 }});
+    screens.add({"cash_count", "&جرد الخزينة", 0, false, {}, [context](QWidget* host) {
+                     CashCountSheet screen(host, context);
+                     screen.open();
+                     screen.run();
+                 }});
     screens.add({"password", "تغيير كلمة ال&سر", 0, false, {}, [context](QWidget* host) {
                      Form63(host, context).run();
                  }});

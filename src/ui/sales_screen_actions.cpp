@@ -179,7 +179,7 @@ void Form31::delete_current_line() {
 }
 
 void Form31::show_shifts() {
-    act("Shifts", [&] { ShiftSide(this, logic_).run(); });
+    act("Shifts", [&] { ShiftSide(this, logic_, context_).run(); });
     focus_entry();
 }
 

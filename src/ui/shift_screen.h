@@ -5,16 +5,13 @@
 #include "ui/context.h"
 #include "ui/sheet.h"
 
-class QComboBox;
-class QDateEdit;
-class QLabel;
-class QLineEdit;
 class QPushButton;
 
 namespace ui {
 
-class AmountField;
+class ShiftFields;
 
+// run() returns 1 when a shift was started or closed.
 class shift2s : public Sheet {
     Q_OBJECT
   public:
@@ -22,22 +19,17 @@ class shift2s : public Sheet {
     // Reads the shift; false when the drawer does not exist (the message has been shown).
     bool open();
 
+  protected:
+    void take_focus() override;
+
   private:
-    void show_state();
-    void read_fields();
+    // Runs an action that answers whether it was done; prints the report and leaves when it was.
     template <typename Action>
     void act(std::string_view name, Action action);
-    void print_report();
 
     Context context_;
     cash::ShiftScreen logic_;
-    QLabel* state_;
-    QLabel* number_;
-    QComboBox* worker_;
-    QDateEdit* date_;
-    QLineEdit* time_;
-    AmountField* counted_;
-    AmountField* leave_;
+    ShiftFields* fields_;
     QPushButton* start_;
     QPushButton* close_;
 };

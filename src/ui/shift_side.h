@@ -1,6 +1,7 @@
-// The side place of the sales screen: the drawer's shifts and the user filter.
+// The side place of the sales screen: the drawer's shifts, the user filter and the cash panel.
 #pragma once
 
+#include "ui/context.h"
 #include "ui/sheet.h"
 
 namespace sales {
@@ -9,10 +10,23 @@ class SalesScreen;
 
 namespace ui {
 
+class CashPanel;
+class ListTable;
+
 class ShiftSide : public Sheet {
     Q_OBJECT
   public:
-    ShiftSide(QWidget* host, const sales::SalesScreen& screen);
+    ShiftSide(QWidget* host, sales::SalesScreen& screen, const Context& context);
+
+  private:
+    QWidget* build_shifts();
+    void show_shifts();
+    void start_shift();
+
+    Context context_;
+    sales::SalesScreen& screen_;
+    ListTable* shifts_;
+    CashPanel* panel_;
 };
 
 }  // namespace ui

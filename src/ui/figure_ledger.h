@@ -1,0 +1,82 @@
+// Many figures as a right-to-left ledger: columns of captions with their figures, each column closed by its
+// total on one common line. The arrow keys walk over it; Enter or a click opens a figure.
+#pragma once
+
+#include <QAbstractButton>
+#include <vector>
+
+namespace ui {
+
+// One captioned figure. Its text is the figure, its accessible name the caption and the figure.
+class FigureCell : public QAbstractButton {
+    Q_OBJECT
+  public:
+    enum class Kind { plain, carried, total };
+    FigureCell(const QString& name, const QString& sign, const QString& caption, Kind kind);
+    void show_figure(const QString& text);
+    // The room kept for the figure at the left end, so that the decimals of a column line up.
+    void set_figure_width(int width);
+    int needed_width() const;
+    QSize sizeHint() const override;
+
+  signals:
+    // An arrow, Home or End was pressed.
+    void walk(int key);
+    void focused();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QFont figure_font() const;
+    QString sign_;
+    QString caption_;
+    Kind kind_;
+    int figure_width_ = 0;
+};
+
+struct LedgerEntry {
+    int id = 0;
+    QString name;  // object name of the cell
+    QString sign;  // "+", "−", "=" or nothing, before the caption
+    QString caption;
+    FigureCell::Kind kind = FigureCell::Kind::plain;
+};
+struct LedgerGroup {
+    QString title;
+    std::vector<LedgerEntry> entries;
+};
+// Groups from the top; totals sink to the foot of the column.
+using LedgerColumn = std::vector<LedgerGroup>;
+
+class FigureLedger : public QWidget {
+    Q_OBJECT
+  public:
+    // Columns from the right.
+    FigureLedger(const QString& name, const std::vector<LedgerColumn>& columns);
+    void show_figure(int id, const QString& text);
+    // Called after the figures of all cells were shown.
+    void align_figures();
+    // Puts the focus on the figure that had it last, at first on that of the id.
+    void take_focus(int id);
+
+  signals:
+    void opened(int id);
+    void left_downwards();
+    void left_upwards();
+
+  private:
+    struct Placed {
+        int id;
+        FigureCell* cell;
+    };
+    void walk(std::size_t column, std::size_t row, int key);
+    void make_current(FigureCell* cell);
+    std::vector<std::vector<Placed>> columns_;
+    FigureCell* current_ = nullptr;
+};
+
+}  // namespace ui
