@@ -56,7 +56,9 @@ bool KeyQueue::eventFilter(QObject* watched, QEvent* event) {
     const quint64 time = pressed->timestamp() != 0
                              ? pressed->timestamp()
                              : static_cast<quint64>(QDateTime::currentMSecsSinceEpoch());
-    take({pressed->key(), pressed->modifiers(), pressed->text(), pressed->isAutoRepeat(), time});
+    // Some scanners end with a line feed.
+    const int key = pressed->text() == "\n" ? int(Qt::Key_Return) : pressed->key();
+    take({key, pressed->modifiers(), pressed->text(), pressed->isAutoRepeat(), time});
     return true;
 }
 

@@ -16,9 +16,10 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const auto* view = qobject_cast<const QTableView*>(option.widget);
     const bool current_row = view != nullptr && view->currentIndex().row() == index.row();
     const QColor open_ground = colour::from_blue_first(sales::colour_editable_cell);
-    const QColor ground = current_row                                 ? QColor(colour::current)
-                          : index.data(LineModel::open_role).toBool() ? open_ground
-                                                                      : ground_;
+    // Cells that wait for typing show it on the current row too.
+    const QColor ground = index.data(LineModel::open_role).toBool() ? open_ground
+                          : current_row                             ? QColor(colour::current)
+                                                                    : ground_;
     painter->save();
     painter->fillRect(option.rect, ground);
     painter->fillRect(QRect(option.rect.left(), option.rect.bottom(), option.rect.width(), 1),

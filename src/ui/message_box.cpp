@@ -94,13 +94,14 @@ MessageBox::MessageBox(QWidget* host, const QString& text, common::Icon icon, Bu
         answers->addWidget(yes);
         answers->addWidget(no);
     }
-    set_role(marked_, icon == common::Icon::critical && buttons == Buttons::ok ? "stop" : "main");
     body()->addLayout(answers);
 }
 
 QPushButton* MessageBox::button(std::string_view caption, const char* name, int result) {
     auto* made = new QPushButton("&" + qt(caption));
     made->setObjectName(name);
+    // The filled button is the one that Enter takes.
+    set_role(made, "answer");
     made->setMinimumSize(px(130), px(48));
     connect(made, &QPushButton::clicked, this, [this, result] { leave(result); });
     return made;

@@ -24,7 +24,8 @@ namespace ui {
 template <typename Action>
 void Form31::act(std::string_view name, Action&& action) {
     // A second press while an action still runs (a double click, a mnemonic under a box) is no second action.
-    if (acting_) return;
+    // Nor is a mnemonic that reaches a button below an open sheet.
+    if (acting_ || Sheet::top_of(this) != nullptr) return;
     acting_ = true;
     guarded(context_.outside, name, action);
     acting_ = false;
@@ -145,6 +146,7 @@ void Form31::focus_payment_fields() {
 }
 
 void Form31::search() {
+    if (Sheet::top_of(this) != nullptr) return;
     SearchPanel panel(this, logic_);
     const bool taken = panel.run() == 1;
     focus_entry();
@@ -164,7 +166,7 @@ void Form31::item_info() {
 
 void Form31::quick_quantity() {
     const auto& lines = logic_.invoice().lines;
-    if (lines.empty()) return;
+    if (lines.empty() || Sheet::top_of(this) != nullptr) return;
     const std::size_t last = lines.size() - 1;
     QuickQuantity sheet(this, qt(lines[last].name), qt(logic_.cells(last)[sales::column::quantity]));
     if (sheet.run() == 1) act("QuickQuantity", [&] { logic_.quick_quantity(utf8(sheet.text())); });

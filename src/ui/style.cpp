@@ -63,10 +63,14 @@ QComboBox:focus { border: 3px solid $focus; padding: 3px 10px; }
 QComboBox:disabled { background: #f5f7f9; color: $off; }
 QComboBox::drop-down { border: none; width: 26px; }
 QComboBox::down-arrow { image: none; width: 0; height: 0; }
+QLineEdit[fixed="true"], QComboBox[fixed="true"] { background: #f5f7f9; color: $ink; border: 1px solid $line; }
 QComboBox QLineEdit, QComboBox QLineEdit:focus { border: none; padding: 0; background: transparent; }
 QAbstractItemView { background: $paper; border: 1px solid $edge; outline: none;
                     selection-background-color: $current; selection-color: $ink; }
 QComboBox QAbstractItemView::item { min-height: 32px; padding: 0 10px; }
+
+QCheckBox { spacing: 8px; padding: 4px 6px; border: 2px solid transparent; border-radius: 6px; }
+QCheckBox:focus { border-color: $focus; }
 
 QPushButton { background: $paper; border: 1px solid $edge; border-radius: 8px; padding: 8px 16px; }
 QPushButton:hover { background: #f5f8fa; }
@@ -75,8 +79,13 @@ QPushButton:pressed { background: $cap; }
 QPushButton:disabled { color: $off; background: #f5f7f9; }
 QPushButton[role="main"] { background: $focus; border-color: $focus; color: $paper; font-weight: 700; }
 QPushButton[role="main"]:focus { border-color: $net; }
+QPushButton[role="main"]:disabled { color: $off; background: #f5f7f9; border-color: $edge; }
 QPushButton[role="stop"] { background: $alarm; border-color: $alarm; color: $paper; font-weight: 700; }
 QPushButton[role="stop"]:focus { border-color: $net; }
+
+QPushButton[role="answer"]:focus { background: $focus; border: 1px solid $focus; color: $paper; font-weight: 700; padding: 8px 16px; }
+QCheckBox { border: 2px solid transparent; border-radius: 6px; padding: 3px; spacing: 8px; }
+QCheckBox:focus { border-color: $focus; }
 
 QPushButton[role="segment"] { border: none; border-radius: 0; padding: 4px 12px; font-size: 14px; min-width: 14px; }
 QPushButton[role="segment"]:checked { background: $night; color: $paper; }
@@ -143,6 +152,11 @@ QToolTip { background: $net; color: $paper; border: none; padding: 4px; }
 class HouseStyle : public QProxyStyle {
   public:
     HouseStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
+    // The style sheet shows the focus; the frame that the base style draws besides is left out.
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        if (element != PE_FrameFocusRect) QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* returned) const override {
         if (hint == SH_UnderlineShortcut) return 0;
