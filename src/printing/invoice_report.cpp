@@ -10,11 +10,12 @@ namespace {
 
 constexpr std::string_view walk_in = "عميل نقدي";  // cash customer
 
+// Above the speller's reach the figure stands in the place of the words: "فقط 40000.00 جنيها لا غير".
 std::string words_of(double amount) {
     try {
         return common::amount_in_words(static_cast<float>(amount));
     } catch (const common::OverflowError&) {
-        return {};
+        return "فقط " + common::format_amount(amount) + " جنيها لا غير";
     }
 }
 
