@@ -40,6 +40,7 @@ CashPanel::CashPanel(const Context& context, QWidget* parent)
     inside->addWidget(difference_caption_);
     inside->addStretch(1);
     difference_ = new Figure("cash_difference", "total");
+    difference_->setMinimumWidth(px(110));
     inside->addWidget(difference_);
     column->addWidget(difference_box_);
     position_ = add_figure("cash_position", "رصيد الخزينة");
@@ -67,6 +68,8 @@ void CashPanel::build_fields() {
     drawer_ = choice_list("cash_drawer");
     day_ = moment_field("cash_day");
     expected_ = new Figure("cash_expected", "total");
+    for (QWidget* field : std::initializer_list<QWidget*>{day_, expected_})
+        field->setFixedHeight(px(48));
     for (QComboBox* list : {store_, drawer_})
         list->setMinimumContentsLength(6);
     auto* grid = new QGridLayout;
@@ -101,6 +104,7 @@ QLabel* CashPanel::add_figure(const char* name, const QString& caption) {
     row->addWidget(label(caption, "side"));
     row->addStretch(1);
     auto* figure = new Figure(name, "figure");
+    figure->setMinimumWidth(px(110));  // the decimals line up
     row->addWidget(figure);
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
     return figure;
@@ -152,6 +156,8 @@ void CashPanel::show_difference() {
 void CashPanel::choose_day() {
     const auto day = common::parse_moment(utf8(day_->text()));
     if (day && day->date == logic_.day()) return;
+    const Sheet* top = Sheet::top_of(window());
+    if (top == nullptr || !top->isAncestorOf(this)) return;  // left by Esc, together with the sheet
     if (!day) {
         day_->setText(qt(common::date_text(logic_.day())));  // first, for the message takes the focus away
         context_.outside.prompts.message(message::wrong_date, common::Icon::critical);

@@ -86,7 +86,8 @@ QWidget* DailyStatementScreen::build_choices() {
     row->addWidget(show, 0, Qt::AlignBottom);
     view_ = new Segments("statement_view", {{0, "الكشف"}, {1, qt(cash::DailyStatement::summary_switch)}});
     view_->show_chosen(0);
-    view_->setFixedHeight(px(tall));
+    for (QPushButton* option : view_->findChildren<QPushButton*>())
+        option->setMinimumHeight(px(tall) - px(2));
     row->addWidget(view_, 0, Qt::AlignBottom);
 
     // Whatever is chosen by key or mouse, and a name typed in full.
@@ -96,6 +97,11 @@ QWidget* DailyStatementScreen::build_choices() {
     connect(drawer_->lineEdit(), &QLineEdit::returnPressed, date_, qOverload<>(&QWidget::setFocus));
     connect(date_, &QLineEdit::returnPressed, this, [this] {
         if (choose_date()) take_focus();
+    });
+    // A date that was typed and left counts as well, but not one that Esc left with the screen.
+    connect(date_, &QLineEdit::editingFinished, this, [this] {
+        if (Sheet::top_of(window()) == this && date_->text() != qt(common::date_text(logic_.date)))
+            choose_date();
     });
     connect(show, &QPushButton::clicked, this, [this] { choose_date(); });
     connect(view_, &Segments::chosen, this, [this](int view) {
@@ -176,8 +182,9 @@ void DailyStatementScreen::choose_drawer() {
 bool DailyStatementScreen::choose_date() {
     const auto typed = common::parse_moment(utf8(date_->text()));
     if (!typed) {
-        context_.outside.prompts.message(message::wrong_date, common::Icon::critical);
+        // Put back first: the message takes the focus out of the field, which is looked at again then.
         date_->setText(qt(common::date_text(logic_.date)));
+        context_.outside.prompts.message(message::wrong_date, common::Icon::critical);
         date_->setFocus();
         date_->selectAll();
         return false;

@@ -16,7 +16,7 @@ namespace ui {
 namespace {
 
 constexpr int side = 10;       // from the edge of a cell to its text
-constexpr int sign_room = 20;  // for the sign before the caption
+constexpr int sign_room = 18;  // for the sign before the caption
 constexpr int cell_height = 28;
 
 }  // namespace
@@ -36,7 +36,7 @@ FigureCell::FigureCell(const QString& name, const QString& sign, const QString& 
 
 QFont FigureCell::figure_font() const {
     QFont larger = font();
-    larger.setPixelSize(px(kind_ == Kind::total ? 18 : 16));
+    larger.setPixelSize(px(kind_ == Kind::total && width() >= px(260) ? 18 : 16));
     return larger;
 }
 
@@ -118,10 +118,15 @@ void FigureCell::paintEvent(QPaintEvent*) {
     const bool nothing = text() == "0.00" && !total;
     const QRect captioned(inside.left() + figure_width_ + px(6), 0,
                           inside.width() - figure_width_ - px(6 + sign_room), height());
+    if (painter.fontMetrics().horizontalAdvance(caption_) > captioned.width()) {
+        QFont smaller = font();
+        smaller.setPixelSize(px(12));
+        painter.setFont(smaller);
+    }
     painter.setPen(QColor(kind_ == Kind::carried ? colour::quiet : colour::ink));
     painter.drawText(captioned,
                      Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextForceRightToLeft,
-                     fontMetrics().elidedText(caption_, Qt::ElideRight, captioned.width()));
+                     painter.fontMetrics().elidedText(caption_, Qt::ElideRight, captioned.width()));
     painter.setFont(figure_font());
     const auto ink = text().startsWith('-')              ? colour::alarm
                      : nothing || kind_ == Kind::carried ? colour::quiet
@@ -136,7 +141,7 @@ FigureLedger::FigureLedger(const QString& name, const std::vector<LedgerColumn>&
     setObjectName(name);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(px(16));
+    row->setSpacing(px(12));
     for (const LedgerColumn& groups : columns) {
         const std::size_t column = columns_.size();
         columns_.emplace_back();
@@ -162,6 +167,7 @@ FigureLedger::FigureLedger(const QString& name, const std::vector<LedgerColumn>&
                 connect(cell, &QAbstractButton::clicked, this, [this, id = entry.id] { emit opened(id); });
             }
         }
+        if (groups.back().entries.back().kind != FigureCell::Kind::total) stack->addStretch(1);
         row->addLayout(stack, 1);
     }
 }

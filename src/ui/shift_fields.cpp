@@ -28,6 +28,7 @@ ShiftFields::ShiftFields() {
     column->addWidget(rule());
 
     number_ = new Figure("next_shift", "figure");
+    number_->setFixedHeight(px(48));
     worker_ = choice_list("shift_worker");
     date_ = moment_field("shift_date");
     time_ = moment_field("shift_time");
