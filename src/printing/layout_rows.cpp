@@ -27,7 +27,9 @@ Sql LayoutRows::condition() const {
     return Sql(" where f18=") + quoted(std::to_string(*cash_point_)) + " and [user] = " + quoted(user_);
 }
 
-void LayoutRows::write(const Receipt& receipt, const ReceiptSettings& settings) {
+void LayoutRows::write(const Receipt& receipt, Form form, const ReceiptSettings& settings) {
+    // The plain and the compact layout have no further value of a line.
+    const bool units = form != Form::reprint && form != Form::no_telephone;
     connection_.execute(Sql("delete from [print]") + condition());
     database::Recordset rows(connection_, Sql("select * from [print]") + condition());
     int number = 0;
@@ -38,7 +40,7 @@ void LayoutRows::write(const Receipt& receipt, const ReceiptSettings& settings) 
         rows.set("F2", printed_price(line, settings));
         rows.set("f3", common::shortest_text(line.quantity));
         rows.set("f4", common::format_amount(line.total));
-        rows.set("f5", cell(line.unit_name));
+        if (units) rows.set("f5", cell(line.unit_name));
         rows.set("f6", cell(line.item_code));
         rows.set("st", ++number);
         if (cash_point_) rows.set("f18", std::to_string(*cash_point_));

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "database/connection.h"
-#include "printing/receipt.h"
+#include "printing/receipt_printer.h"
 #include "printing/receipt_settings.h"
 
 namespace printing {
@@ -17,7 +17,7 @@ struct LayoutRow {
     std::string price;      // F2, "0.00": as entered, or line total ÷ quantity (as entered where that is 0)
     std::string quantity;   // f3: without decimals where it has none
     std::string total;      // f4, "0.00"
-    std::string unit;       // f5
+    std::string unit;       // f5, of the forms that show it
     std::string item_code;  // f6
 };
 
@@ -27,8 +27,9 @@ class LayoutRows {
     LayoutRows(database::Connection& connection, std::optional<int> cash_point, std::string user)
         : connection_(connection), cash_point_(cash_point), user_(std::move(user)) {}
 
-    // Replaces the rows by the receipt's lines. Rows of other workstations and users are not touched.
-    void write(const Receipt& receipt, const ReceiptSettings& settings);
+    // Replaces the rows by the lines of the receipt that is printed in that form. Rows of other workstations
+    // and users are not touched.
+    void write(const Receipt& receipt, Form form, const ReceiptSettings& settings);
     // The rows in the order of the receipt.
     std::vector<LayoutRow> read();
 

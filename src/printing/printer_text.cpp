@@ -31,6 +31,16 @@ bool holds(const std::array<int, N>& codes, int code) {
 bool is_digit(int wc) {
     return wc >= '0' && wc <= '9';
 }
+bool is_latin_letter(int wc) {
+    return (wc >= 'A' && wc <= 'Z') || (wc >= 'a' && wc <= 'z');
+}
+
+// A bracket that opens at the right looks like one that closes at the left.
+int mirrored(int wc) {
+    constexpr std::string_view brackets = "()[]{}<>";
+    const std::size_t at = wc < 127 ? brackets.find(static_cast<char>(wc)) : std::string_view::npos;
+    return at == std::string_view::npos ? wc : brackets[at ^ 1];
+}
 
 // Page 1256 mixes letters, French letters and signs above 192.
 bool is_letter(int wc) {
@@ -90,9 +100,10 @@ class Conversion {
     // to it, and unjoined at the end of a word.
     std::string next_piece() {
         const int wc = letter(at_);
+        if (const std::size_t end = end_of_latin(); end > at_) return latin(end);
         if (is_digit(wc)) return number();
         ++at_;
-        if (wc < first_looked_up) return std::string(1, static_cast<char>(moved(wc)));
+        if (wc < first_looked_up) return std::string(1, other(mirrored(wc), wc));
         if (wc == lam && holds(alefs, letter(at_))) {
             if (const auto ligature = codes_.find(PrinterCodes::lam_alef(letter(at_)))) {
                 ++at_;
@@ -123,9 +134,35 @@ class Conversion {
         return digits;
     }
 
-    static unsigned char moved(int wc) {
+    // Where the Latin words that start here end, with the figures, blanks and signs between them; here, when
+    // there are none or the shop has no rows for Latin letters.
+    std::size_t end_of_latin() const {
+        const auto is_latin = [this](int wc) { return is_latin_letter(wc) && codes_.find(wc); };
+        if (!is_digit(letter(at_)) && !is_latin(letter(at_))) return at_;
+        std::size_t end = at_;
+        bool has_words = false;
+        for (std::size_t i = at_; i < letters_.size() && letters_[i] < first_looked_up; ++i) {
+            has_words = has_words || is_latin(letters_[i]);
+            if (is_digit(letters_[i]) || is_latin(letters_[i])) end = i + 1;
+        }
+        return has_words ? end : at_;
+    }
+
+    std::string latin(std::size_t end) {
+        std::string words;
+        for (; at_ < end; ++at_) {
+            const int wc = letters_[at_];
+            words += is_digit(wc) ? static_cast<char>(wc) : other(wc, wc);
+        }
+        return words;
+    }
+
+    // A character that is not Arabic is moved by 128, unless the shop has a row that says what its printer
+    // wants for it.
+    char other(int looked_up, int wc) const {
+        if (const auto row = codes_.find(looked_up)) return row->unjoined_byte();
         const bool has_place = wc >= space && wc < 127;  // a sign, or a code that 128 more takes off the page
-        return has_place ? static_cast<unsigned char>(wc + 128) : converted_blank;
+        return static_cast<char>(has_place ? static_cast<unsigned char>(wc + 128) : converted_blank);
     }
 
     std::vector<int> letters_;

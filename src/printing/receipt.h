@@ -38,7 +38,7 @@ struct Receipt {
 
     std::int64_t number = 0;
     common::Date date;              // the invoice date
-    common::TimeOfDay time;         // of printing
+    common::TimeOfDay time;         // of saving; a reprint shows the time at which it is printed
     Kind kind = Kind::sale;
     Payment payment = Payment::cash;
 

@@ -58,6 +58,34 @@ TEST(PrinterText, MovesOtherCharactersBy128) {
     EXPECT_EQ(printed, std::string("\xAB\xC1\xA0\xA9"));
 }
 
+TEST(PrinterText, WritesOtherCharactersAsTheShopsRowsSay) {
+    std::string csv = "wc,pc,pc1\n200,66,98\n";
+    for (int code = 33; code < 127; ++code) {
+        const std::string own = std::to_string(code);
+        csv += own + "," + own + "," + own + "\n";
+    }
+    const PrinterCodes codes = PrinterCodes::from_csv(csv);
+    const std::pair<const char*, const char*> names[] = {
+        {"ب Pepsi",
+         "Pepsi\xA0"
+         "b"},
+        {"ب 7Up & Co. 330ml ب",
+         "b\xA0"
+         "7Up\xA0&\xA0"
+         "Co.\xA0"
+         "330ml\xA0"
+         "b"},
+        {"ب (ب) 10%",
+         "%10\xA0(b)\xA0"
+         "b"},  // brackets open at the right
+        {"ب 1.5",
+         "1.5\xA0"
+         "b"},
+    };
+    for (const auto& [typed, printed] : names)
+        EXPECT_EQ(printer_text(typed, codes), printed) << typed;
+}
+
 TEST(PrinterText, NeverHoldsAControlByte) {
     // What a pasted name could do to a printer: feeds, drawer kicks, escapes, half characters.
     std::string everything = "ا";

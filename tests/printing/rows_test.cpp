@@ -21,10 +21,10 @@ TEST(LayoutRows, TouchOnlyTheRowsOfTheirWorkstationAndUser) {
     LayoutRows other_point(shop.connection(), 2, user);
     LayoutRows other_user(shop.connection(), 1, "علي");
     for (auto* rows : {&mine, &other_point, &other_user})
-        rows->write(test::sale(), {});
+        rows->write(test::sale(), Form::full, {});
     Receipt smaller = test::sale();
     smaller.lines.resize(2);
-    mine.write(smaller, {});
+    mine.write(smaller, Form::full, {});
     EXPECT_EQ(mine.read().size(), 2u);
     EXPECT_EQ(other_point.read().size(), 5u);
     EXPECT_EQ(other_user.read().size(), 5u);
@@ -32,7 +32,7 @@ TEST(LayoutRows, TouchOnlyTheRowsOfTheirWorkstationAndUser) {
 
     // A full page takes all rows of its user.
     LayoutRows page(shop.connection(), std::nullopt, user);
-    page.write(smaller, {});
+    page.write(smaller, Form::standard_page, {});
     EXPECT_EQ(shop.number("select count(*) from [print]"), 7);
     EXPECT_EQ(page.read().size(), 2u);
 }
@@ -45,7 +45,7 @@ TEST(LayoutRows, PriceFollowsTheSettingAndQuantityShowsNoNeedlessDecimals) {
     receipt.lines.push_back({"9", std::string(), "", 1.0 / 3, 3, 0, 1});
     for (int i = 0; i < 100; ++i)
         receipt.lines.back().item_name += "اب";
-    rows.write(receipt, {});
+    rows.write(receipt, Form::full, {});
     auto read = rows.read();
     ASSERT_EQ(read.size(), 7u);
     EXPECT_EQ(read[3].price, "45.60") << "136.80 / 3";
@@ -58,8 +58,13 @@ TEST(LayoutRows, PriceFollowsTheSettingAndQuantityShowsNoNeedlessDecimals) {
 
     ReceiptSettings as_entered;
     as_entered.price_as_entered = true;
-    rows.write(receipt, as_entered);
+    rows.write(receipt, Form::full, as_entered);
     EXPECT_EQ(rows.read()[3].price, "48.00");
+    for (const Form form : {Form::reprint, Form::no_telephone}) {
+        rows.write(receipt, form, as_entered);
+        EXPECT_EQ(shop.number("select count(*) from [print] where f5 is null"), 7)
+            << "a value of the full form";
+    }
 }
 
 TEST(ReceiptSettings, NullsAndNonsenseTakeTheDefaults) {

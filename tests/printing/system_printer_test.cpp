@@ -70,6 +70,18 @@ TEST_F(SystemReceiptPrinterTest, TellsLogsAndSurvivesADeadPort) {
     EXPECT_TRUE(printer.print(test::sale(), Form::full)) << "the receipt can be printed again";
 }
 
+TEST_F(SystemReceiptPrinterTest, SaysOnAReprintWhenItIsPrinted) {
+    choice.receipt_port = "com1";
+    Receipt saved_before = test::sale();
+    saved_before.time = {9, 15, 0, 0};
+    EXPECT_TRUE(printer.print(saved_before, Form::full));
+    EXPECT_NE(outside.devices.ports["com1"].find("09:15 AM"), std::string::npos);
+    outside.clock.moment.time = {18, 5, 0, 0};
+    EXPECT_TRUE(printer.print(saved_before, Form::reprint));
+    EXPECT_NE(outside.devices.ports["com1"].find("06:05 PM"), std::string::npos);
+    EXPECT_NE(outside.devices.ports["com1"].find("2026/11/21"), std::string::npos);
+}
+
 TEST_F(SystemReceiptPrinterTest, PrintsTextEvenWithoutTheDatabase) {
     choice.receipt_port = "com1";
     shop.sql("drop table codes");

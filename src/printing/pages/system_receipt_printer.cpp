@@ -27,8 +27,11 @@ bool is_full_page(Form form) {
 
 bool SystemReceiptPrinter::print(const Receipt& receipt, Form form) {
     try {
-        return choice_.is_text_port() && !is_full_page(form) ? print_text(receipt, form)
-                                                             : print_pages(receipt, form);
+        Receipt printed = receipt;
+        // A receipt printed again keeps the invoice's date and says when it came out.
+        if (form == Form::reprint) printed.time = outside_.clock.now().time;
+        return choice_.is_text_port() && !is_full_page(form) ? print_text(printed, form)
+                                                             : print_pages(printed, form);
     } catch (const std::exception& error) {
         return failed(message::printer_failed, error.what());
     } catch (...) {
@@ -53,7 +56,7 @@ std::shared_ptr<const PageSet> SystemReceiptPrinter::pages(const Receipt& receip
     const bool full_page = is_full_page(form);
     LayoutRows table(connection_, full_page ? std::nullopt : std::optional(receipt.cash_point),
                      receipt.user_name);
-    table.write(receipt, settings);
+    table.write(receipt, form, settings);
     std::vector<LayoutRow> rows = table.read();
     if (rows.empty()) return nullptr;
     const std::filesystem::path logo = logo_file(receipt, folder_);
