@@ -113,7 +113,11 @@ std::optional<std::size_t> ItemEntry::enter_found(Invoice& invoice, const Item& 
     const double base_quantity = quantity * item.factor;
     const bool stock_kept = !item.sale_only;
     bool below_stock = false;
-    if (stock_kept && !invoice.is_return()) {
+    if (supplier_ != 0) {
+        const double needed = base_quantity + held_by_lines(invoice, item.code, supplier_);
+        if (!stock_suffices(available_stock(connection_, item.code, supplier_), needed))
+            return refuse(message::transfer_store_short);
+    } else if (stock_kept && !invoice.is_return()) {
         const StockNeed need = {item.code,
                                 item.name,
                                 invoice.store,
@@ -126,8 +130,8 @@ std::optional<std::size_t> ItemEntry::enter_found(Invoice& invoice, const Item& 
     }
 
     const Duplicate duplicate = find_duplicate(invoice, item, work != nullptr ? work->code : 0);
-    if (duplicate.present && prompts_.question(message::entered_before) && duplicate.line != nullptr &&
-        is_valid_quantity(raised_quantity(*duplicate.line, item, quantity)))
+    if (supplier_ == 0 && duplicate.present && prompts_.question(message::entered_before) &&
+        duplicate.line != nullptr && is_valid_quantity(raised_quantity(*duplicate.line, item, quantity)))
         return raise_line(invoice, *duplicate.line, item, quantity, below_stock, work);
 
     if (work != nullptr && !stock_suffices(work->left, quantity + salver_quantity(invoice, work->code)))
@@ -144,6 +148,10 @@ std::optional<std::size_t> ItemEntry::enter_found(Invoice& invoice, const Item& 
     line.unit_cost = item.prices[0].value_or(0);
     line.stock_kept = stock_kept;
     line.below_stock = below_stock;
+    if (supplier_ != 0) {
+        line.source_kind = SourceKind::other_store;
+        line.source_store = supplier_;
+    }
     if (stock_kept) line.balance = available_stock(connection_, item.code, invoice.store) / item.factor;
     if (work != nullptr)
         line.salver_code = work->code;

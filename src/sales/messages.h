@@ -53,7 +53,7 @@ inline constexpr std::string_view override_item = "الصنف : ";
 inline constexpr std::string_view override_stock = "\nالرصيد : ";
 inline constexpr std::string_view override_need = "\nالمطلوب : ";
 inline constexpr std::string_view override_question =
-    "\nالكمية بالمخزن لا تكفي .. هل تريد البيع بأقل من الرصيد ؟";
+    "\nالكمية بالمخزن لا تكفي ..\nهل تريد البيع بأقل من الرصيد ؟";
 
 // --- editing -----------------------------------------------------------------------------------------
 // No discount can be made on a clearance-sale item.
@@ -99,6 +99,11 @@ inline constexpr std::string_view no_such_offer = "عرض السعر غير مو
 // "Item …" "was deleted and cannot be sold".
 inline constexpr std::string_view item_of = "الصنف ";
 inline constexpr std::string_view item_deleted = " تم حذفه ولا يمكن بيعه";
+
+// --- lines from another store ------------------------------------------------------------------------
+// Type the code of an item that is kept in stock, or choose its line, in a sale.
+inline constexpr std::string_view no_source_line =
+    "اكتب كود صنف له رصيد بالمخزن أو اختار سطره أولا، في بون بيع";
 
 // --- cancelling --------------------------------------------------------------------------------------
 // Cancel the receipt? / Cancel this record?

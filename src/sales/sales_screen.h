@@ -47,6 +47,17 @@ struct StockShown {
     std::vector<std::string> expiries;  // "==> yyyy/mm/dd" or "==> بدون تاريخ"
 };
 
+// An item for which a store is chosen.
+struct SourceItem {
+    std::int64_t code = 0;
+    std::string name;
+    double quantity = 1;  // in the unit
+    double factor = 1;    // base units in it
+    int unit_code = 1;
+    std::string unit_name;
+    std::optional<std::size_t> row;  // its line; none for an item that is not entered yet
+};
+
 // The last receipt saved here, for the cashier who still counts the change, and for printing it again.
 struct LastReceipt {
     Invoice invoice;
@@ -151,6 +162,11 @@ class SalesScreen {
     bool CommitDiscountValue(std::string_view text);
     bool CommitDiscountPercent(std::string_view text);
     void delete_line(std::size_t row);
+    // What a line-source dialog is to be opened for: the item whose code was typed, or the current line's.
+    // None, which has been said, when there is nothing that another store could supply.
+    std::optional<SourceItem> source_item(std::string_view typed);
+    // Enters an item that another store supplies; the selling store need not hold it.
+    bool EnterItemFrom(std::string_view text, int source_store);
     // Marks a line as supplied from another store, or from the selling store again.
     void set_line_source(std::size_t row, SourceKind kind, int source_store);
     void RecalcTotals();
@@ -210,7 +226,7 @@ class SalesScreen {
     void apply_kind(KindOption kind);
     void apply_payment(PaymentOption payment);
     void draw_number();
-    bool enter(std::string_view text);
+    bool enter(std::string_view text, int source_store = 0);
     void line_changed(std::optional<std::size_t> row);
     void refresh_stock();
     bool lines_complete();

@@ -38,9 +38,10 @@ bool SalesScreen::EnterItemForRecalled(std::string_view text) {
     });
 }
 
-bool SalesScreen::enter(std::string_view text) {
-    const auto row =
-        ItemEntry(connection_, session_, outside_.prompts, lists_).enter(invoice_, text, pending_quantity_);
+bool SalesScreen::enter(std::string_view text, int source_store) {
+    ItemEntry entry(connection_, session_, outside_.prompts, lists_);
+    entry.supply_from(source_store);
+    const auto row = entry.enter(invoice_, text, pending_quantity_);
     if (!row) return false;
     line_changed(row);
     ShowOnDisplay(sales::display_text(invoice_.net(), 0));

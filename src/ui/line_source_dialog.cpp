@@ -1,12 +1,12 @@
 #include "ui/line_source_dialog.h"
 
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "common/numbers.h"
-#include "sales/sales_screen.h"
 #include "sales/stock_check.h"
 #include "ui/fields.h"
 #include "ui/guard.h"
@@ -17,37 +17,40 @@
 
 namespace ui {
 
-namespace {
-
-const sales::Line& line_of(const sales::SalesScreen& screen, std::size_t row) {
-    return screen.invoice().lines[row];
+void choose_line_source(QWidget* host, const Context& context, sales::SalesScreen& screen) {
+    auto* entry = host->findChild<QLineEdit*>("entry");
+    const std::string typed = entry == nullptr ? std::string() : utf8(entry->text());
+    const auto item = screen.source_item(typed);
+    if (!item) return;
+    LineSourceDialog dialog(host, context, screen, *item);
+    if (dialog.run() == 0) return;
+    if (item->row) {
+        screen.set_line_source(
+            *item->row,
+            dialog.store() == 0 ? sales::SourceKind::selling_store : sales::SourceKind::other_store,
+            dialog.store());
+        return;
+    }
+    if (dialog.store() == 0 ? screen.EnterItem(typed) : screen.EnterItemFrom(typed, dialog.store()))
+        entry->clear();
 }
 
-}  // namespace
-
-bool LineSourceDialog::is_possible(const sales::SalesScreen& screen) {
-    const auto row = screen.current_row();
-    if (!row || *row >= screen.invoice().lines.size() || screen.invoice().is_return()) return false;
-    const sales::Line& line = line_of(screen, *row);
-    return line.item_code && line.stock_kept && !screen.partly_saved();
-}
-
-LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales::SalesScreen& screen)
+LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales::SalesScreen& screen,
+                                   sales::SourceItem item)
     : Sheet(host, "مصدر الصنف"),
       context_(context),
       screen_(screen),
-      row_(*screen.current_row()),
-      logic_(context.connection, context.outside.prompts, *line_of(screen, row_).item_code,
-             line_of(screen, row_).quantity, line_of(screen, row_).factor, screen.invoice().store) {
+      item_(std::move(item)),
+      logic_(context.connection, context.outside.prompts, item_.code, item_.quantity, item_.factor,
+             screen.invoice().store) {
     setObjectName("line_source");
     set_card_width(620);
-    const sales::Line& line = line_of(screen, row_);
-    auto* item = label(qt(line.name), "figure");
-    item->setObjectName("source_item");
-    item->setWordWrap(true);
-    body()->addWidget(item);
+    auto* title = label(qt(item_.name), "figure");
+    title->setObjectName("source_item");
+    title->setWordWrap(true);
+    body()->addWidget(title);
     auto* needed = label(
-        QString("المطلوب \u200e%1 %2").arg(qt(common::format_quantity(line.quantity)), qt(line.unit_name)),
+        QString("المطلوب \u200e%1 %2").arg(qt(common::format_quantity(item_.quantity)), qt(item_.unit_name)),
         "side");
     needed->setObjectName("source_needed");
     body()->addWidget(needed);
@@ -56,7 +59,7 @@ LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales:
     for (const auto& unit : logic_.units())
         units.emplace_back(unit.code, qt(unit.name));
     units_ = new Segments("source_unit", units);
-    units_->show_chosen(line.unit_code);
+    units_->show_chosen(item_.unit_code);
     auto* unit_row = new QHBoxLayout;
     unit_row->addWidget(label("الأرصدة بوحدة", "side"));
     unit_row->addWidget(units_);
@@ -79,7 +82,9 @@ LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales:
         return made;
     };
     set_role(add("source_confirm", "ت&حويل من المخزن  Enter", [this] { confirm(); }), "main");
-    add("source_selling", "من مخزن ال&بيع", [this] { from_selling_store(); });
+    add("source_selling", "من مخزن ال&بيع", [this] {
+        if (Sheet::top_of(window()) == this) leave(1);
+    });
     add("source_back", "ر&جوع", [this] { leave(0); });
     body()->addLayout(buttons);
 
@@ -89,14 +94,15 @@ LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales:
         table_->setFocus();
     });
     connect(table_, &ListTable::row_taken, this, [this] { confirm(); });
-    show_stores(line.unit_code);
+    show_stores(item_.unit_code);
     // The cursor begins on the store that supplies the line already, else on one that holds enough, else on
     // none, so that a hasty Enter takes nothing.
     table_->setCurrentCell(-1, -1);
     const auto& stores = logic_.stores();
+    const int now = item_.row ? screen_.invoice().lines[*item_.row].source_store : 0;
     const auto found = std::find_if(stores.begin(), stores.end(), [&](const stock::StoreHolding& store) {
-        if (line.source_kind == sales::SourceKind::other_store) return store.store == line.source_store;
-        return store.store != screen_.invoice().store && store.quantity >= line.base_quantity();
+        if (now != 0) return store.store == now;
+        return store.store != screen_.invoice().store && store.quantity >= item_.quantity * item_.factor;
     });
     if (found != stores.end()) table_->setCurrentCell(static_cast<int>(found - stores.begin()), 0);
 }
@@ -130,23 +136,22 @@ void LineSourceDialog::confirm() {
         const bool chosen = row >= 0 && static_cast<std::size_t>(row) < stores.size();
         const int store = chosen ? stores[static_cast<std::size_t>(row)].store : 0;
         if (!logic_.confirm(store)) return;
-        // Other lines may already take the item from there.
-        const sales::Line& line = line_of(screen_, row_);
-        const double others = sales::held_by_lines(screen_.invoice(), *line.item_code, store, &line);
-        if (others > 0 && !stock::LineSource(context_.connection, context_.outside.prompts, *line.item_code,
-                                             others + line.base_quantity(), 1, screen_.invoice().store)
-                               .confirm(store))
+        const double others = taken_by_others(store);
+        if (others > 0 &&
+            !stock::LineSource(context_.connection, context_.outside.prompts, item_.code,
+                               others + item_.quantity * item_.factor, 1, screen_.invoice().store)
+                 .confirm(store))
             return;
-        screen_.set_line_source(row_, sales::SourceKind::other_store, store);
+        store_ = store;
         leave(1);
     });
     table_->setFocus();
 }
 
-void LineSourceDialog::from_selling_store() {
-    if (Sheet::top_of(window()) != this) return;
-    screen_.set_line_source(row_, sales::SourceKind::selling_store, 0);
-    leave(1);
+double LineSourceDialog::taken_by_others(int store) const {
+    const sales::Invoice& invoice = screen_.invoice();
+    const sales::Line* own = item_.row ? &invoice.lines[*item_.row] : nullptr;
+    return sales::held_by_lines(invoice, item_.code, store, own);
 }
 
 }  // namespace ui

@@ -1,30 +1,28 @@
 // The line-source dialog: from which store the goods of a line come.
 #pragma once
 
-#include <memory>
-#include <vector>
-
+#include "sales/sales_screen.h"
 #include "stock/line_source.h"
 #include "ui/context.h"
 #include "ui/sheet.h"
-
-namespace sales {
-class SalesScreen;
-}
 
 namespace ui {
 
 class ListTable;
 class Segments;
 
+// Opens the dialog for the item typed into the sales screen's entry field, else for its current line, and
+// does what was chosen there.
+void choose_line_source(QWidget* host, const Context& context, sales::SalesScreen& screen);
+
 class LineSourceDialog : public Sheet {
     Q_OBJECT
   public:
-    // For the line of the sales screen's cursor, which holds an item.
-    LineSourceDialog(QWidget* host, const Context& context, sales::SalesScreen& screen);
+    // For an item of sales::SalesScreen::source_item(). run() returns 1 when a store was chosen.
+    LineSourceDialog(QWidget* host, const Context& context, sales::SalesScreen& screen,
+                     sales::SourceItem item);
 
-    // True when the sales screen's cursor is on a line that another store can supply.
-    static bool is_possible(const sales::SalesScreen& screen);
+    int store() const { return store_; }
 
   protected:
     void take_focus() override;
@@ -32,14 +30,16 @@ class LineSourceDialog : public Sheet {
   private:
     void show_stores(int unit);
     void confirm();
-    void from_selling_store();
+    // What other lines already take of the item from a store, in base units.
+    double taken_by_others(int store) const;
 
     Context context_;
     sales::SalesScreen& screen_;
-    std::size_t row_;
+    sales::SourceItem item_;
     stock::LineSource logic_;
     ListTable* table_;
     Segments* units_;
+    int store_ = 0;  // the one chosen; 0 for the selling store
 };
 
 }  // namespace ui

@@ -40,8 +40,6 @@ inline constexpr std::string_view enter_counted = "ادخل الرصيد الف�
 // "The test page was sent to port …" / "The printer does not answer on port …"
 inline constexpr std::string_view test_sent = "تم إرسال صفحة التجربة إلى المنفذ ";
 inline constexpr std::string_view test_failed = "الطابعة لا تستجيب على المنفذ ";
-// "Choose a line with an item that is kept in stock, of a sale."
-inline constexpr std::string_view no_source_line = "اختار أولا سطر صنف له رصيد بالمخزن في بون بيع";
 
 // "The receipt was saved under number …" / ", shall it be printed?"
 inline constexpr std::string_view direct_receipt_saved = "تم حفظ إيصال القبض رقم ";

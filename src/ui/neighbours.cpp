@@ -1,11 +1,10 @@
 #include "ui/neighbours.h"
 
-#include "ui/line_source_dialog.h"
-#include "ui/messages.h"
-#include "ui/offers_screen.h"
 #include "ui/cash_panel.h"
 #include "ui/daily_statement_screen.h"
 #include "ui/expense_screen.h"
+#include "ui/line_source_dialog.h"
+#include "ui/offers_screen.h"
 #include "ui/password_screen.h"
 #include "ui/printer_screen.h"
 #include "ui/receipts_screen.h"
@@ -22,14 +21,6 @@ std::function<void(QWidget*)> on_sales(Open open) {
     return [open](QWidget* host) {
         if (auto* sales = qobject_cast<Form31*>(host)) open(host, sales->logic());
     };
-}
-
-void open_line_source(QWidget* host, const Context& context, sales::SalesScreen& sales) {
-    if (LineSourceDialog::is_possible(sales)) {
-        LineSourceDialog(host, context, sales).run();
-    } else {
-        context.outside.prompts.message(message::no_source_line);
-    }
 }
 
 }  // namespace
@@ -50,9 +41,10 @@ Screens neighbours(const Context& context) {
     screens.add({"keep_offer", "حف&ظ كعرض سعر", Qt::Key_S, false, "Ctrl S",
                  on_sales([context](QWidget* host, auto& sales) { keep_offer(host, context, sales); }),
                  true});
-    screens.add({"line_source", "مص&در الصنف", Qt::Key_T, false, "Ctrl T",
-                 on_sales([context](QWidget* host, auto& sales) { open_line_source(host, context, sales); }),
-                 true, "المصدر"});
+    screens.add(
+        {"line_source", "مص&در الصنف", Qt::Key_T, false, "Ctrl T",
+         on_sales([context](QWidget* host, auto& sales) { choose_line_source(host, context, sales); }), true,
+         "المصدر"});
     screens.add({"printer", "&طابعة البون", 0, false, {}, on_sales([context](QWidget* host, auto& sales) {
                      PrinterScreen(host, context, sales).run();
                  })});

@@ -127,6 +127,32 @@ TEST(OffersOnScreen, AnItemStoppedOrDeletedSinceIsNamedAtTheSave) {
     }
 }
 
+TEST(OffersOnScreen, ACustomerDeletedSinceIsSaidAtTheSave) {
+    struct Case {
+        PaymentOption payment;
+        const char* since;
+        std::string_view expected;
+    };
+    for (const Case& c :
+         {Case{PaymentOption::account, "delete from custdata", sales::saving_message::customer_gone},
+          Case{PaymentOption::cash, "delete from cust_cash", sales::saving_message::walk_in_gone}}) {
+        SCOPED_TRACE(c.since);
+        Counter counter;
+        auto& screen = counter.open();
+        screen.SwitchPayment(c.payment);
+        screen.choose_customer(7);
+        if (c.payment == PaymentOption::cash)
+            screen.choose_walk_in(sales::WalkInCustomer{1, false, "منى", "010", ""});
+        ASSERT_TRUE(screen.EnterItem("400"));
+        ASSERT_EQ(screen.SaveOffer(), 1);
+        counter.shop.sql(c.since);
+        ASSERT_TRUE(screen.LoadOffer(1));
+        counter.said();
+        EXPECT_EQ(screen.begin_save(), BeginSave::refused);
+        EXPECT_THAT(counter.said(), ElementsAre(std::string(c.expected)));
+    }
+}
+
 TEST(OffersOnScreen, AQuotationStatesTheTotalInWords) {
     Counter counter;
     auto& screen = counter.open();

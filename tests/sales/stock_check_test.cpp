@@ -146,4 +146,36 @@ TEST(StockCheck, ALineFromAnotherStoreDrawsOnThatStore) {
     EXPECT_TRUE(screen.EnterItem("440")) << "the selling store's own piece is still there";
 }
 
+TEST(StockCheck, AnItemEnteredFromAnotherStoreNeedsThatStoreAlone) {
+    Counter counter;
+    counter.forbid_below_stock();
+    counter.shop.sql("delete from stk where icode = 100 and stcode = 1");
+    counter.shop.sql("update stk set quan = 2 where icode = 100 and stcode = 2");
+    auto& screen = counter.open();
+    EXPECT_FALSE(screen.EnterItem("100"));
+    counter.said();
+    const auto item = screen.source_item("100");
+    ASSERT_TRUE(item);
+    EXPECT_EQ(item->code, 100);
+    EXPECT_FALSE(item->row);
+    EXPECT_TRUE(screen.EnterItemFrom("100", 2));
+    EXPECT_TRUE(screen.EnterItemFrom("100", 2)) << "the second piece, on a line of its own";
+    EXPECT_FALSE(screen.EnterItemFrom("100", 2));
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::message::transfer_store_short)));
+    ASSERT_EQ(screen.invoice().lines.size(), 2u);
+    EXPECT_EQ(screen.invoice().lines[1].source_store, 2);
+    ASSERT_TRUE(screen.source_item(""));
+    EXPECT_EQ(screen.source_item("")->row, 1u);
+
+    // What no store can supply is said: an unknown code, a service, a general item, a return.
+    for (const char* typed : {"98765", "300", "*x"}) {
+        EXPECT_FALSE(screen.source_item(typed)) << typed;
+        EXPECT_EQ(counter.said().size(), 1u) << typed;
+    }
+    screen.clear();
+    ASSERT_TRUE(screen.SwitchKind(sales::KindOption::return_));
+    EXPECT_FALSE(screen.source_item("100"));
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::message::no_source_line)));
+}
+
 }  // namespace
