@@ -80,20 +80,44 @@ Cell cell_of(const QTableView* table, int row, const QString& heading) {
     return {};
 }
 
+namespace {
+
+QString kind_of(const QWidget* widget) {
+    if (qobject_cast<const QTableView*>(widget) != nullptr) return "table";
+    if (qobject_cast<const QAbstractButton*>(widget) != nullptr) {
+        return qobject_cast<const QAbstractButton*>(widget)->isCheckable() ? "option" : "button";
+    }
+    if (qobject_cast<const QComboBox*>(widget) != nullptr) return "list";
+    if (qobject_cast<const QLineEdit*>(widget) != nullptr) return "field";
+    if (qobject_cast<const QLabel*>(widget) != nullptr) return "text";
+    return qobject_cast<const ui::Sheet*>(widget) != nullptr || widget->isWindow() ? "screen" : "group";
+}
+
+QString screen_of(const QWidget* widget) {
+    for (const QWidget* on = widget; on != nullptr; on = on->parentWidget()) {
+        if (on->isWindow() || qobject_cast<const ui::Sheet*>(on) != nullptr) return on->objectName();
+    }
+    return {};
+}
+
+}  // namespace
+
 std::vector<Named> all_named() {
     std::vector<Named> found;
     for (const QWidget* widget : QApplication::allWidgets()) {
         const QString name = widget->objectName();
         if (name.isEmpty() || name.startsWith("qt_") || !widget->isVisible()) continue;
-        found.push_back(
-            {name, QString(widget->metaObject()->className()).remove("ui::"), widget->accessibleName()});
+        const bool button = qobject_cast<const QAbstractButton*>(widget) != nullptr;
+        QString caption = widget->accessibleName();
+        if (caption.isEmpty() && button) caption = text_of(widget);
+        found.push_back({screen_of(widget), name, kind_of(widget), caption});
     }
     for (const QWidget* widget : QApplication::allWidgets()) {
         if (const auto* menu = qobject_cast<const QMenu*>(widget)) {
             for (const QAction* action : menu->actions()) {
                 if (action->objectName().isEmpty()) continue;
-                found.push_back(
-                    {action->objectName(), "menu entry", action->text().remove('&').section('\t', 0, 0)});
+                found.push_back({menu->objectName(), action->objectName(), "menu entry",
+                                 action->text().remove('&').section('\t', 0, 0)});
             }
         }
     }

@@ -35,6 +35,7 @@ Cell cell_of(const QTableView* table, int row, const QString& heading);
 
 // Everything that can be named in a play now: object name, kind of widget, caption.
 struct Named {
+    QString screen;  // the screen or sheet it stands on
     QString name;
     QString kind;
     QString caption;

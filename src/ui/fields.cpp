@@ -67,6 +67,7 @@ QWidget* captioned(const QString& caption, QWidget* field, QWidget* parent) {
     column->setSpacing(px(4));
     QLabel* above = label(caption, "caption");
     above->setBuddy(field);
+    field->setAccessibleName(QString(caption).remove('&'));
     column->addWidget(above);
     column->addWidget(field);
     return pair;

@@ -24,6 +24,7 @@ QWidget* page(std::initializer_list<std::pair<QString, QWidget*>> fields) {
     for (const auto& [caption, field] : fields) {
         QLabel* before = label(caption, "side");
         before->setBuddy(field);
+        field->setAccessibleName(caption);
         row->addWidget(before);
         row->addWidget(field, 1);
     }
