@@ -36,23 +36,22 @@ bool Hands::press(const QString& name) {
 }
 
 void Hands::type(const QString& text) {
-    for (const QChar character : text)
-        push_character(character, typing_ms);
+    // A keyboard sends a character beyond the first plane in one press.
+    for (const char32_t character : text.toUcs4()) {
+        push(character < 128 ? QChar(character).toUpper().unicode() : 0, Qt::NoModifier,
+             QString::fromUcs4(&character, 1), typing_ms);
+    }
 }
 
 void Hands::scan(const QString& text) {
     // Scans that follow one another stand closer together than any two keys of a hand.
     quint64 pause = keys_.empty() ? hand_ms : scanner_ms;
     for (const QChar character : text) {
-        push_character(character, pause);
+        push(character.unicode() < 128 ? character.toUpper().unicode() : 0, Qt::NoModifier,
+             QString(character), pause);
         pause = scanner_ms;
     }
     push(Qt::Key_Return, Qt::NoModifier, "\r", pause);
-}
-
-void Hands::push_character(QChar character, quint64 after) {
-    push(character.unicode() < 128 ? character.toUpper().unicode() : 0, Qt::NoModifier, QString(character),
-         after);
 }
 
 void Hands::push(int key, Qt::KeyboardModifiers modifiers, const QString& text, quint64 after) {

@@ -28,7 +28,6 @@ class Hands : public QObject {
         quint64 time;
     };
     void push(int key, Qt::KeyboardModifiers modifiers, const QString& text, quint64 after);
-    void push_character(QChar character, quint64 after);
     void send_next();
 
     std::deque<Key> keys_;

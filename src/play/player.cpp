@@ -62,7 +62,7 @@ Player::Action Player::action_of(const std::string& verb) {
 }
 
 bool Player::is_settled() const {
-    return hands_.idle();
+    return hands_.idle() && !keys_.in_doubt();
 }
 
 void Player::next() {
@@ -84,8 +84,9 @@ void Player::next() {
     begun_ = true;
     if (!settings_.objects.empty()) {
         for (const Named& named : all_named())
-            objects_.insert(
-                ("| `" + named.name + "` | " + named.kind + " | " + named.caption + " |").toStdString());
+            objects_.insert(("| `" + named.screen + "` | `" + named.name + "` | " + named.kind + " | " +
+                             named.caption + " |")
+                                .toStdString());
     }
     // Asked for before the step is taken, which may open a box and not return before it is answered.
     QTimer::singleShot(look_again_ms, this, &Player::next);

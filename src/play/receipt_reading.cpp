@@ -1,5 +1,6 @@
 #include "play/receipt_reading.h"
 
+#include <algorithm>
 #include <cctype>
 #include <map>
 #include <vector>
@@ -41,20 +42,29 @@ bool keeps_order(unsigned char byte) {
            byte == '.' || byte == '/' || byte == ':' || byte == '-';
 }
 
-// A printed line runs from left to right; read it from the right, numbers and Latin words as they stand.
+bool is_plain(char byte) {
+    return static_cast<unsigned char>(byte) < 128;
+}
+
+// A printed line runs from left to right; read it from the right, numbers and Latin words as they stand. A
+// line without any Arabic is read as it runs.
 std::string read_line(std::string_view line, const std::map<unsigned char, std::string>& letters) {
     std::vector<std::string> pieces;
+    if (std::all_of(line.begin(), line.end(), is_plain)) {
+        std::string text(line);
+        std::erase_if(text, [](char byte) { return static_cast<unsigned char>(byte) < 32; });
+        return text;
+    }
     for (std::size_t at = 0; at < line.size();) {
         const auto byte = static_cast<unsigned char>(line[at]);
         std::size_t end = at + 1;
-        if (keeps_order(byte)) {
-            // Latin words keep their order too.
+        if (keeps_order(byte) && byte != ':') {
+            // Latin words keep their order too, and "10:42 AM" stays together.
             const auto goes_on = [&](std::size_t next) {
                 return next < line.size() && keeps_order(static_cast<unsigned char>(line[next]));
             };
-            while (goes_on(end) ||
-                   (end < line.size() && line[end] == ' ' && std::isalpha(line[end - 1]) != 0 &&
-                    goes_on(end + 1) && std::isalpha(line[end + 1]) != 0)) {
+            while (goes_on(end) || (end < line.size() && line[end] == ' ' && goes_on(end + 1) &&
+                                    std::isalpha(line[end + 1]) != 0)) {
                 ++end;
             }
             pieces.emplace_back(line.substr(at, end - at));
@@ -82,6 +92,7 @@ std::string readable_receipt(std::string_view bytes, database::Connection& conne
     for (std::size_t at = 0; at < bytes.size(); ++at) {
         if (bytes[at] == '\x1b' || bytes[at] == '\x1d') {
             ++at;  // the command's letter; its number, if any, is a control byte and passed over below
+            if (bytes.substr(at, 1) == "T") at += 4;  // the code page's number is written in digits
         } else if (bytes[at] == '\n') {
             text += read_line(line, letters) + "\n";
             line.clear();

@@ -28,6 +28,9 @@ class KeyQueue : public QObject {
     // True when no key waits for its field.
     bool idle() const { return held_.empty() && scans_.empty() && doubtful_.empty(); }
 
+    // True while characters wait for the moment that tells a scan from typing.
+    bool in_doubt() const { return !doubtful_.empty(); }
+
     // A scanner sends its characters closer together than this; no hand does, four times in a row.
     static constexpr quint64 burst_ms = 35;
     static constexpr std::size_t shortest_scan = 4;
