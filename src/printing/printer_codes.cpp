@@ -58,7 +58,10 @@ PrinterCodes PrinterCodes::load(database::Connection& connection) {
         const auto unjoined = row.integer(row.null("pc1") ? "pc" : "pc1");
         codes.add(row.integer("wc"), joined, unjoined);
     }
-    return codes.rows_.empty() ? default_codes() : codes;
+    // A shop with rows for Latin letters alone has not said what its Arabic letters are.
+    const bool has_arabic = codes.rows_.lower_bound(first_looked_up) != codes.rows_.end();
+    if (!has_arabic) codes.rows_.insert(default_codes().rows_.begin(), default_codes().rows_.end());
+    return codes;
 }
 
 PrinterCodes PrinterCodes::from_csv(std::string_view csv) {

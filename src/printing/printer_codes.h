@@ -19,8 +19,9 @@ struct PrinterForms {
 
 class PrinterCodes {
   public:
-    // The shop's rows, or default_codes() where it has none. Rows that would send a control byte to the
-    // printer (codes below 32 or above 255) are passed over: such a character prints as a blank.
+    // The shop's rows; default_codes() besides where it has none for Arabic letters. Rows that would send a
+    // control byte to the printer (codes below 32 or above 255) are passed over: such a character prints as a
+    // blank.
     static PrinterCodes load(database::Connection& connection);
     // Rows "wc,pc,pc1" under a heading, as in data/codes_864.csv. Throws std::invalid_argument naming a line
     // that is no such row.
@@ -28,6 +29,8 @@ class PrinterCodes {
 
     // The row of a character's code in page 1256, or of lam_alef().
     std::optional<PrinterForms> find(int wc) const;
+    // From this code on characters are looked up; below it they are only where the shop has a row for them.
+    static constexpr int first_looked_up = 154;
     // The `wc` of the ligature of lam with the alef of that code: 256 above it, where no character's code is.
     static constexpr int lam_alef(int alef) { return 256 + alef; }
 

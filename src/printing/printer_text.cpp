@@ -12,7 +12,7 @@ namespace printing {
 
 namespace {
 
-constexpr int first_looked_up = 154;  // codes below it are moved by 128, from it on they are in `codes`
+constexpr int first_looked_up = PrinterCodes::first_looked_up;  // codes below it are moved by 128
 constexpr int space = ' ';
 constexpr int lam = 225;
 constexpr int hamza = 193;

@@ -1,6 +1,7 @@
 #include "common/words.h"
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -42,6 +43,31 @@ TEST(Words, NumbersWithTheirPrintedSpacing) {
     };
     for (const auto& c : cases)
         EXPECT_EQ(number_in_words(c.value), c.words) << c.value;
+}
+
+TEST(Words, EachWordAsItIsPrinted) {
+    const struct {
+        int first;
+        int step;
+        std::vector<const char*> words;
+    } series[] = {
+        {1, 1, {" واحد", " اثنان", " ثلاثة ", " اربعة", " خمسة", " ستة", " سبعة", " ثمانية", " تسعة"}},
+        {11,
+         1,
+         {"أحدعشر ", "أثناعشر ", "ثلاثة عشر ", "اربعة عشر ", "خمسة عشر ", "ستة عشر ", "سبعةعشر ",
+          "ثماني عشر ", "تسعة عشر "}},
+        {20, 10, {" عشرون ", " ثلاثون ", " اربعون ", " خمسون ", " ستون ", " سبعون ", " ثمانون ", " تسعون "}},
+        {110,
+         100,
+         {"مائة", "مائتان", "ثلاثمائة ", "أربعمائة", "خمسمائة", "ستمائة", "سبعمائة", "ثمانمائة", "تسعمائة"}},
+    };
+    for (const auto& [first, step, words] : series) {
+        int number = first;
+        for (const char* word : words) {
+            EXPECT_EQ(number_in_words(static_cast<float>(number)), word) << number;
+            number += step;
+        }
+    }
 }
 
 TEST(Words, AmountsInPoundsAndPiastres) {

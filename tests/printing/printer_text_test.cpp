@@ -115,6 +115,9 @@ TEST(PrinterCodes, ComeFromTheShopOrElseFromTheDefaults) {
     test::Shop shop;
     shop.sql("delete from codes");
     EXPECT_EQ(printer_text("بب", PrinterCodes::load(shop.connection())), printer_text("بب", default_codes()));
+    shop.sql("insert into codes (wc,pc,pc1) values (80,80,80)");
+    EXPECT_EQ(printer_text("بب P", PrinterCodes::load(shop.connection())),
+              "P" + printer_text("بب ", default_codes()));
 
     shop.sql("insert into codes (wc,pc,pc1) values (200,66,98)");
     shop.sql("insert into codes (wc,pc,pc1) values (202,27,300)");    // control bytes and no bytes
