@@ -99,6 +99,7 @@ QWidget* Form31::build_foot() {
     auto* box = new QWidget;
     auto* foot = new QHBoxLayout(box);
     foot->setContentsMargins(px(4), 0, px(4), 0);
+    foot->setSpacing(px(8));
     stock_ = label({}, "foot");
     stock_->setObjectName("stock");
     stock_->setMinimumWidth(px(60));
