@@ -6,9 +6,14 @@
 namespace sales {
 
 Payment::Payment(common::Devices& devices, double net, std::vector<Choice> workers, std::int64_t chosen)
-    : devices_(devices), net_(net), paid_(net), workers_(std::move(workers)) {
+    : devices_(devices), net_(common::round_decimals(net, 2)), paid_(net_), workers_(std::move(workers)) {
     choose_worker(chosen);
     refresh_display();
+}
+
+// Without what a binary difference leaves below the smallest coin.
+double Payment::change() const {
+    return common::round_decimals(paid_ - net_, 2);
 }
 
 std::string Payment::net_text() const {

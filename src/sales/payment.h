@@ -28,13 +28,14 @@ inline constexpr std::string_view change_caption_latin = "Retu.";
 
 class Payment {
   public:
-    // Opens for a net amount: the net is proposed as paid, and the display shows it with no change. `workers`
-    // is the salesman list; `chosen` the one already on the invoice.
+    // Opens for a net amount, which is asked for as it is shown: whoever pays the two decimals that he sees
+    // has paid. The net is proposed as paid, and the display shows it with no change. `workers` is the
+    // salesman list; `chosen` the one already on the invoice.
     Payment(common::Devices& devices, double net, std::vector<Choice> workers, std::int64_t chosen = 0);
 
     double net() const { return net_; }
     double paid() const { return paid_; }
-    double change() const { return paid_ - net_; }
+    double change() const;
     std::string net_text() const;
     std::string paid_text() const;    // "0.00"
     std::string change_text() const;  // "0.00", negative when too little was paid

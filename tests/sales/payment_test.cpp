@@ -42,6 +42,23 @@ TEST(Payment, ChangeFollowsThePaidField) {
     EXPECT_EQ(shown, "\x1F\x11Welcome to Morvin");
 }
 
+TEST(Payment, WhoeverPaysWhatIsShownHasPaid) {
+    struct Case {
+        double net;
+        const char* shown;
+    };
+    // Weighed goods leave thousandths that no coin pays.
+    for (const Case& c :
+         {Case{10.125, "10.13"}, Case{2.525, "2.53"}, Case{13.8195, "13.82"}, Case{41.4549, "41.45"}}) {
+        test::RememberedDevices devices;
+        sales::Payment payment(devices, c.net, {});
+        EXPECT_EQ(payment.net_text(), c.shown);
+        payment.type_paid(c.shown);
+        EXPECT_EQ(payment.change_text(), "0.00") << c.shown;
+        EXPECT_EQ(payment.confirm().change, 0) << c.shown;
+    }
+}
+
 TEST(Drawer, KeyUsesItsOwnPortAndPermission) {
     Counter counter;
     auto& screen = counter.open();
