@@ -16,7 +16,7 @@ namespace {
 std::optional<double> typed_discount(std::string_view text) {
     if (common::trim(text).empty()) return 0;
     const auto typed = common::parse_number(text);
-    if (!typed || *typed < 0) return std::nullopt;
+    if (!typed || !is_valid_discount(*typed)) return std::nullopt;
     return typed;
 }
 

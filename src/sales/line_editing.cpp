@@ -95,11 +95,13 @@ bool LineEditing::commit_price(Line& line, std::string_view text) {
 
 bool LineEditing::commit_discount(Line& line, std::string_view text, bool as_percent) {
     const auto typed = common::trim(text).empty() ? std::optional<double>(0) : common::parse_number(text);
-    if (!typed || *typed < 0 || *typed > largest_price) return refuse(message::wrong_discount);
+    if (!typed || !is_valid_discount(*typed)) return refuse(message::wrong_discount);
     const double discount = as_percent ? line.gross() * *typed / 100 : *typed;
     // A percent of a line that is worth nothing yet would vanish unseen.
     const bool of_nothing = *typed > 0 && line.gross() <= 0;
-    if (of_nothing || exceeds_ceiling(discount, line.gross(), session_.settings.max_dis)) {
+    // Whatever the ceiling says, nobody is paid for taking the goods.
+    const bool above_all = discount > line.gross();
+    if (of_nothing || above_all || exceeds_ceiling(discount, line.gross(), session_.settings.max_dis)) {
         line.discount = 0;
         return refuse(message::line_discount_refused);
     }

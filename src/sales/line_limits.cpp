@@ -17,7 +17,11 @@ double without_noise(double quantity) {
 }
 
 bool is_valid_price(double price) {
-    return price > 0 && price <= largest_price;
+    return price > 0 && is_valid_discount(price);
+}
+
+bool is_valid_discount(double discount) {
+    return discount >= 0 && discount <= largest_price && common::round_decimals(discount, 4) == discount;
 }
 
 bool exceeds_ceiling(double discount, double amount, float max_dis) {

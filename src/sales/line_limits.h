@@ -15,8 +15,10 @@ inline constexpr double largest_price = 99'999'999;
 bool is_valid_quantity(double quantity);
 // A computed quantity without what binary sums add to its three decimals; any other is left alone.
 double without_noise(double quantity);
-// Above 0 and within bounds.
+// Above 0, within bounds, and with no more than four decimals, which is finer than any price list.
 bool is_valid_price(double price);
+// The same for a discount value or percent, which may be 0.
+bool is_valid_discount(double discount);
 
 // True when a discount is more than `max_dis` percent of an amount. The percentage is compared in single
 // precision, as the ceiling is kept in: 7.1 percent passes a ceiling of 7.1. Any discount on nothing is too

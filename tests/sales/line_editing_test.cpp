@@ -69,6 +69,9 @@ TEST(LineEditing, CeilingOfALineDiscountAtItsEdge) {
         {column::discount_value, "7.11", 7.1F, false, "0.00", "0.00", "100.00"},
         {column::discount_value, "0.7", 0.7F, true, "0.70", "0.70", "99.30"},
         {column::discount_value, "0.01", 0, false, "0.00", "0.00", "100.00"},
+        // A ceiling set by mistake above the whole amount.
+        {column::discount_percent, "100.01", 500, false, "0.00", "0.00", "100.00"},
+        {column::discount_value, "100.01", 500, false, "0.00", "0.00", "100.00"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.typed) + " in column " + std::to_string(c.column));
@@ -148,8 +151,10 @@ TEST(LineEditing, BadInputLeavesTheLineAsItWas) {
             refused(edited, typed, said);
     for (const char* typed : {"0", "", "1.000000000001", "0.0001", "10000000"})
         refused(column::quantity, typed, message::wrong_quantity);
-    for (const char* typed : {"0", "", "100000000"})
+    for (const char* typed : {"0", "", "100000000", "1.000000000001"})
         refused(column::price, typed, message::wrong_price);
+    for (const int edited : {column::discount_value, column::discount_percent})
+        refused(edited, "1.000000000001", message::wrong_discount);
 }
 
 TEST(LineEditing, GeneralItemIsTypedInAndNeverLoses) {
