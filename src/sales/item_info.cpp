@@ -1,5 +1,7 @@
 #include "sales/item_info.h"
 
+#include <algorithm>
+
 #include "common/numbers.h"
 #include "sales/messages.h"
 
@@ -30,17 +32,19 @@ std::string stock_text(database::Connection& connection, std::int64_t item, int 
 }
 
 std::vector<std::string> expiry_texts(database::Connection& connection, std::int64_t item) {
-    std::vector<std::string> texts;
+    std::vector<std::string> dated;
+    std::vector<std::string> undated;
     for (const auto& row : connection.query(Sql("SELECT edate  From stk WHERE stk.icode=") + item)) {
-        std::string text(message::expiry_mark);
+        const std::string mark(message::expiry_mark);
         // The date of "no expiry" is no date that a cashier could tell a customer.
         if (row.null("edate") || row.moment("edate").date == common::no_expiry)
-            text += message::no_expiry_date;
+            undated.push_back(mark + std::string(message::no_expiry_date));
         else
-            text += common::date_text(row.moment("edate").date);
-        texts.push_back(std::move(text));
+            dated.push_back(mark + common::date_text(row.moment("edate").date));
     }
-    return texts;
+    std::sort(dated.begin(), dated.end());
+    dated.insert(dated.end(), undated.begin(), undated.end());
+    return dated;
 }
 
 }  // namespace sales

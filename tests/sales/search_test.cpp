@@ -124,8 +124,7 @@ TEST(StockDisplay, QuantityOfTheStoreAndAllExpiries) {
     ASSERT_TRUE(screen.EnterItem("100"));
     EXPECT_EQ(screen.stock_shown().quantity, " الكمية بالمخزن : 8.000");
     EXPECT_THAT(screen.stock_shown().expiries,
-                testing::UnorderedElementsAre("==> 2027/06/01", "==> 2027/01/01", "==> 2026/12/01",
-                                              "==> بدون تاريخ"));
+                ElementsAre("==> 2026/12/01", "==> 2027/01/01", "==> 2027/06/01", "==> بدون تاريخ"));
     ASSERT_TRUE(screen.EnterItem("300"));
     EXPECT_EQ(screen.stock_shown().quantity, " الكمية بالمخزن : صفر");
     screen.select_row(0);
