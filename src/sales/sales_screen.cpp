@@ -57,6 +57,10 @@ common::Date SalesScreen::server_date() {
 
 bool SalesScreen::Open() {
     return guarded("open the sales screen", false, [&] {
+        // The tables that invoices go to are opened without reading a row: one that is missing is told now,
+        // not at the first sale.
+        for (const char* table : {"sales", "saledata", "inv_d"})
+            connection_.describe(table);
         lists_ = load_lists(connection_);
         clock_text_ = common::twelve_hour_text(outside_.clock.now().time);
         chosen_store_ = session_.store_code;
@@ -64,6 +68,7 @@ bool SalesScreen::Open() {
         invoice_.date = server_date();
         draw_number();
         load_sale_period(connection_, invoice_.date);
+        lists_.user_filter = load_user_filter(connection_);
         shifts_ = load_shifts(connection_, session_);
         news_ = load_news(connection_);
         const auto basic = connection_.query("select * from basic");

@@ -63,13 +63,17 @@ Lists load_lists(Connection& connection) {
     lists.stores = choices(connection, "select * from stocks", "code", "name");
     lists.users = choices(connection, "select * from [users]", "code", "name");
     lists.banks = choices(connection, "select * from bankdata where isnull(mob,0) = 0 ", "bcode", "bname");
-    lists.user_filter = choices(connection, "select * from users", "code", "name");
-    lists.user_filter.push_back({all_users, std::string(all_users_name)});
     lists.workers = load_workers(connection);
     lists.item_types = optional_choices(connection, "select * from item_types");
     lists.makers = optional_choices(connection, "select * from makers");
     reload_parties(connection, lists);
     return lists;
+}
+
+std::vector<Choice> load_user_filter(Connection& connection) {
+    std::vector<Choice> filter = choices(connection, "select * from users", "code", "name");
+    filter.push_back({all_users, std::string(all_users_name)});
+    return filter;
 }
 
 std::vector<Choice> load_workers(Connection& connection) {

@@ -35,7 +35,9 @@ struct Lists {
     std::vector<Choice> item_types;  // empty where the shop keeps no names for them
     std::vector<Choice> makers;
 };
+// All of them but the user filter, which the screen fills after its sale period.
 Lists load_lists(database::Connection& connection);
+std::vector<Choice> load_user_filter(database::Connection& connection);
 // The salesmen alone, read anew when the payment dialog opens.
 std::vector<Choice> load_workers(database::Connection& connection);
 // The group shown for an item type: its name, else its number, nothing for 0.

@@ -47,6 +47,13 @@ TEST(SalesScreen, OpensWithItsListsAndDefaults) {
     }
 }
 
+TEST(SalesScreen, AMissingTableIsToldAtOpening) {
+    Counter counter;
+    counter.shop.sql("drop table inv_d");
+    EXPECT_FALSE(counter.screen.Open());
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(message::action_failed)));
+}
+
 TEST(SalesScreen, ACashSaleFromScanToDrawer) {
     Counter counter;
     auto& screen = counter.open();
