@@ -34,13 +34,13 @@ CashPanel::CashPanel(const Context& context, QWidget* parent)
     difference_box_ = new QFrame;
     set_role(difference_box_, "change");
     auto* inside = new QHBoxLayout(difference_box_);
-    inside->setContentsMargins(px(14), px(6), px(14), px(6));
+    inside->setContentsMargins(0, px(6), px(14), px(6));
     difference_caption_ = label("الفرق", "plain");
     difference_caption_->setObjectName("cash_difference_caption");
     inside->addWidget(difference_caption_);
     inside->addStretch(1);
     difference_ = new Figure("cash_difference", "total");
-    difference_->setMinimumWidth(px(110));
+    difference_->setMinimumWidth(px(100));
     inside->addWidget(difference_);
     column->addWidget(difference_box_);
     position_ = add_figure("cash_position", "رصيد الخزينة");
@@ -104,7 +104,7 @@ QLabel* CashPanel::add_figure(const char* name, const QString& caption) {
     row->addWidget(label(caption, "side"));
     row->addStretch(1);
     auto* figure = new Figure(name, "figure");
-    figure->setMinimumWidth(px(110));  // the decimals line up
+    figure->setMinimumWidth(px(100));  // the decimals line up
     row->addWidget(figure);
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
     return figure;
