@@ -7,8 +7,8 @@
 
 namespace common {
 
-// An amount of money with two decimals ("0.00"), a quantity with three ("0.000"): the shortest decimal form of
-// the double is rounded half away from zero, so 2.675 gives "2.68" and -0.004 gives "0.00". Infinities and
+// An amount of money with two decimals ("0.00"), a quantity with three ("0.000"): the shortest decimal form
+// of the double is rounded half away from zero, so 2.675 gives "2.68" and -0.004 gives "0.00". Infinities and
 // not-a-number give "0.00" and "0.000".
 std::string format_amount(double amount);
 std::string format_quantity(double quantity);

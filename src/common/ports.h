@@ -9,9 +9,9 @@
 
 namespace common {
 
-// The path behind a port name: names of the DOS kind, in any case and with an optional colon ("com3", "LPT1:"),
-// go to their device nodes ("/dev/ttyS2", "/dev/usb/lp0"); any other name is a path already. Surrounding blanks
-// are dropped.
+// The path behind a port name: names of the DOS kind, in any case and with an optional colon ("com3",
+// "LPT1:"), go to their device nodes ("/dev/ttyS2", "/dev/usb/lp0"); any other name is a path already.
+// Surrounding blanks are dropped.
 std::string port_path(std::string_view port);
 
 // The DOS-style names that the table knows, in order ("com1" ... "lpt3").

@@ -10,15 +10,15 @@
 namespace database {
 
 // Opens what the program's connection string names: "Provider=SQLOLEDB.1;Password=…;Persist Security
-// Info=True;User ID=sa;Initial Catalog= …;Data Source=…". The data source "embedded" is the embedded engine, and
-// the catalog then is the name of its file (taken from `folder` when relative, which must exist already); any
-// other data source is a server, reached through unixODBC and FreeTDS (login 5 s, query 30 s).
-// A server that does not answer throws Error with the description "SQL Server does not exist or access denied.".
+// Info=True;User ID=sa;Initial Catalog= …;Data Source=…". The data source "embedded" is the embedded engine,
+// and the catalog then is the name of its file (taken from `folder` when relative, which must exist already);
+// any other data source is a server, reached through unixODBC and FreeTDS (login 5 s, query 30 s). A server
+// that does not answer throws Error with the description "SQL Server does not exist or access denied.".
 std::unique_ptr<Connection> open_connection(const std::string& connection_string,
                                             const std::filesystem::path& folder);
 
-// Opens an embedded shop file; creates an empty one only when asked to. Throws Error with a reason when the file
-// is missing, a directory, read-only, or no shop file (corrupt).
+// Opens an embedded shop file; creates an empty one only when asked to. Throws Error with a reason when the
+// file is missing, a directory, read-only, or no shop file (corrupt).
 std::unique_ptr<Connection> open_embedded(const std::filesystem::path& file, bool create = false);
 
 }  // namespace database

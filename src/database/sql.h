@@ -40,7 +40,9 @@ inline Quoted quoted(const std::string& text) {
 inline Quoted quoted(std::string& text) {
     return quoted(std::string_view(text));
 }
-inline Quoted quoted(const char* text) { return quoted(std::string_view(text)); }
+inline Quoted quoted(const char* text) {
+    return quoted(std::string_view(text));
+}
 Quoted quoted(const common::Date& date);       // 'yyyy/mm/dd'
 Quoted quoted(const common::TimeOfDay& time);  // 'HH:mm:ss'
 Quoted quoted(const common::Moment& moment);   // 'yyyy/mm/dd HH:mm:ss'

@@ -1,4 +1,5 @@
-// A receipt as plain data: everything that any of its printed forms shows, taken from the sales screen as it stands.
+// A receipt as plain data: everything that any of its printed forms shows, taken from the sales screen as it
+// stands.
 #pragma once
 
 #include <array>
@@ -17,10 +18,10 @@ struct ReceiptLine {
     std::string item_code;  // empty for a general item
     std::string item_name;
     std::string unit_name;
-    double quantity = 0;    // in the chosen unit
-    double price = 0;       // as entered, per unit
-    double discount = 0;    // of the line, as a value
-    double total = 0;       // quantity × price − discount
+    double quantity = 0;  // in the chosen unit
+    double price = 0;     // as entered, per unit
+    double discount = 0;  // of the line, as a value
+    double total = 0;     // quantity × price − discount
 };
 
 struct Receipt {
@@ -28,23 +29,23 @@ struct Receipt {
     std::string second_store_name;  // basic.ename
     std::string telephone;
     std::array<std::string, 3> credit_lines;
-    std::string logo;               // picture file, relative to the program folder
+    std::string logo;  // picture file, relative to the program folder
 
     int cash_point = 0;
     std::string user_name;
     std::int64_t shift_number = 0;
     std::string salesman;
-    std::string customer;           // the account or walk-in customer's name; empty for an unnamed buyer
+    std::string customer;  // the account or walk-in customer's name; empty for an unnamed buyer
 
     std::int64_t number = 0;
-    common::Date date;              // the invoice date
-    common::TimeOfDay time;         // of saving; a reprint shows the time at which it is printed
+    common::Date date;       // the invoice date
+    common::TimeOfDay time;  // of saving; a reprint shows the time at which it is printed
     Kind kind = Kind::sale;
     Payment payment = Payment::cash;
 
     std::vector<ReceiptLine> lines;
-    double total = 0;      // before the invoice discount
-    double discount = 0;   // the invoice discount
+    double total = 0;     // before the invoice discount
+    double discount = 0;  // the invoice discount
     double net = 0;
     double paid = 0;
     double remaining = 0;  // the change

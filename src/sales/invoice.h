@@ -35,18 +35,18 @@ inline constexpr int price = 5;
 inline constexpr int discount_value = 6;
 inline constexpr int discount_percent = 7;
 inline constexpr int total = 8;
-inline constexpr int unit_factor = 9;    // base units in the chosen unit
-inline constexpr int unit_code = 10;     // 1 unit, 2 pack, 3 carton; saved as scode
-inline constexpr int salver_code = 11;   // craftsman work line
+inline constexpr int unit_factor = 9;   // base units in the chosen unit
+inline constexpr int unit_code = 10;    // 1 unit, 2 pack, 3 carton; saved as scode
+inline constexpr int salver_code = 11;  // craftsman work line
 inline constexpr int unit_name = 12;
-inline constexpr int source_kind = 13;   // 1 from the selling store, 3 supplied from another store
+inline constexpr int source_kind = 13;  // 1 from the selling store, 3 supplied from another store
 inline constexpr int source_store = 14;
-inline constexpr int clearance = 15;     // "1" on a clearance item: no discounts
-inline constexpr int expiry = 16;        // batch date of a line taken over from a recalled invoice
+inline constexpr int clearance = 15;  // "1" on a clearance item: no discounts
+inline constexpr int expiry = 16;     // batch date of a line taken over from a recalled invoice
 inline constexpr int balance = 17;
-inline constexpr int stock_kept = 18;    // "1" when the item's quantities are kept in stock
+inline constexpr int stock_kept = 18;  // "1" when the item's quantities are kept in stock
 inline constexpr int unit_cost = 19;
-inline constexpr int returnable = 20;    // most that may be returned on this line, in its unit; empty: no limit
+inline constexpr int returnable = 20;  // most that may be returned on this line, in its unit; empty: no limit
 inline constexpr int count = 25;
 }  // namespace column
 
@@ -120,17 +120,17 @@ struct Invoice {
     std::int64_t worker = 0;
     std::string worker_name;
     std::string note;
-    bool suppress_receipt = false;                 // the cashier wants no layout receipt for this sale
-    std::optional<std::int64_t> original_number;   // the sale that this return was started from
+    bool suppress_receipt = false;                // the cashier wants no layout receipt for this sale
+    std::optional<std::int64_t> original_number;  // the sale that this return was started from
 
     std::vector<Line> lines;
     double discount_percent = 0;  // of the whole invoice; the value follows the lines
 
     bool is_return() const { return kind != KindOption::sale; }
-    double total() const;                                          // Σ line totals
+    double total() const;  // Σ line totals
     double discount() const { return total() * discount_percent / 100; }
     double net() const { return total() - discount(); }
-    double cost() const;                                           // Σ quantity × unit cost
+    double cost() const;  // Σ quantity × unit cost
 };
 
 }  // namespace sales

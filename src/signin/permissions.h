@@ -4,8 +4,8 @@
 
 namespace signin::permission {
 
-inline constexpr int return_kind = 161;           // the return and the third kind
-inline constexpr int sell_below_stock_a = 216;    // any of the three allows selling below stock
+inline constexpr int return_kind = 161;         // the return and the third kind
+inline constexpr int sell_below_stock_a = 216;  // any of the three allows selling below stock
 inline constexpr int sell_below_stock_b = 286;
 inline constexpr int sell_below_stock_c = 281;
 inline constexpr int reprint = 221;

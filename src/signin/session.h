@@ -11,29 +11,29 @@ namespace signin {
 
 // The columns of the settings row that sign-in keeps until sign-out; nulls have become 0 and "".
 struct Settings {
-    std::string aname;   // the store's name on receipts
-    std::string ename;   // its second name
-    std::string tel;     // its telephone
+    std::string aname;  // the store's name on receipts
+    std::string ename;  // its second name
+    std::string tel;    // its telephone
     int warn = 0;
     int type = 0;
-    std::string print;   // the receipt port at start
-    std::string cash;    // the drawer's port
+    std::string print;  // the receipt port at start
+    std::string cash;   // the drawer's port
     std::string pname;
-    float max_dis = 0;   // the discount ceiling in percent
+    float max_dis = 0;  // the discount ceiling in percent
     int cash_m = 0;
     float cash_dis = 0;
     int cash_dis_1 = 0;
     int cust_reg = 0;
     int sear_lang = 0;
-    int st_d = 0;        // this workstation's store
+    int st_d = 0;  // this workstation's store
     std::string logo = "logo.jpg";
 };
 
 struct Session {
     // From start-up.
-    int cash_point = 0;           // this workstation's drawer
+    int cash_point = 0;  // this workstation's drawer
     std::string computer_name;
-    std::string version;          // the program version string, trimmed
+    std::string version;  // the program version string, trimmed
     std::array<std::string, 3> credit_lines;
     std::filesystem::path program_folder;
     std::filesystem::path working_folder;
@@ -41,7 +41,7 @@ struct Session {
     // From sign-in.
     std::int64_t user_code = 0;
     std::string user_name;
-    std::string permissions;      // one character per guarded action, "1" = allowed
+    std::string permissions;  // one character per guarded action, "1" = allowed
     int store_code = 0;
     std::string store_name;
     std::string drawer_name;
