@@ -48,9 +48,13 @@ Form7ca::Form7ca(QWidget* host, const Context& context)
     title_ = label({}, "title");
     title_->setObjectName("customer_title");
     head->addWidget(title_, 1);
-    head->addWidget(label("الرصيد الحالي", "side"));
+    balance_box_ = new QWidget;
+    auto* balance = new QHBoxLayout(balance_box_);
+    balance->setContentsMargins(0, 0, 0, 0);
+    balance->addWidget(label("الرصيد الحالي", "side"));
     balance_ = new Figure("customer_balance", "figure");
-    head->addWidget(balance_);
+    balance->addWidget(balance_);
+    head->addWidget(balance_box_);
     body()->addLayout(head);
 
     auto* grid = new QGridLayout;
@@ -65,6 +69,18 @@ Form7ca::Form7ca(QWidget* host, const Context& context)
     body()->addWidget(guarantor_box_);
     build_foot();
     connect_parts();
+    // The guarantor's row comes and goes; nothing else may grow or shrink with it.
+    for (QWidget* field : typed_fields()) {
+        if (qobject_cast<QCheckBox*>(field) == nullptr) field->setFixedHeight(px(40));
+    }
+}
+
+QList<QWidget*> Form7ca::typed_fields() const {
+    return {number_,       name_,           second_name_,    third_name_,    phone_,        mobile_,
+            address_,      notes_,          country_,        governorate_,   centre_,       district_,
+            opening_,      side_,           representative_, group_,         class_search_, price_class_,
+            second_kind_,  unsettled_,      pays_later_,     has_guarantor_, id_number_,    guarantor_,
+            guarantor_id_, guarantor_phone_};
 }
 
 void Form7ca::build_person(QGridLayout* grid) {
@@ -172,14 +188,10 @@ void Form7ca::connect_parts() {
 bool Form7ca::open(accounts::CardMode mode, std::int64_t code) {
     if (!logic_.open(mode, code)) return false;
     const bool viewing = mode == accounts::CardMode::view;
-    for (auto* field : card()->findChildren<QLineEdit*>())
-        field->setReadOnly(viewing);
-    for (auto* list : card()->findChildren<QComboBox*>())
-        list->setEnabled(!viewing);
-    for (auto* box : card()->findChildren<QCheckBox*>())
-        box->setEnabled(!viewing);
-    side_->setEnabled(!viewing);
-    number_->setEnabled(mode == accounts::CardMode::add);
+    for (QWidget* field : typed_fields())
+        set_fixed(field, viewing);
+    set_fixed(number_, mode != accounts::CardMode::add);
+    balance_box_->setVisible(mode != accounts::CardMode::add);
     save_->setVisible(!viewing);
     previous_->setVisible(viewing);
     next_->setVisible(viewing);
@@ -312,8 +324,9 @@ void Form7ca::save() {
 QWidget* Form7ca::refused_field() const {
     if (logic_.card.number.empty()) return number_;
     if (logic_.card.name.empty()) return name_;
-    if (number_->isEnabled() && (!accounts::read_code(logic_.card.number) ||
-                                 contains(logic_.customers(), *accounts::read_code(logic_.card.number))))
+    if (logic_.mode() == accounts::CardMode::add &&
+        (!accounts::read_code(logic_.card.number) ||
+         contains(logic_.customers(), *accounts::read_code(logic_.card.number))))
         return number_;
     return name_;
 }
@@ -321,7 +334,7 @@ QWidget* Form7ca::refused_field() const {
 void Form7ca::take_focus() {
     if (logic_.mode() == accounts::CardMode::view) {
         close_->setFocus();
-    } else if (number_->isEnabled()) {
+    } else if (logic_.mode() == accounts::CardMode::add) {
         number_->setFocus();
     } else {
         name_->setFocus();

@@ -35,6 +35,7 @@ class Form7ca : public Sheet {
     QWidget* build_guarantor();
     void build_foot();
     void connect_parts();
+    QList<QWidget*> typed_fields() const;
     void show_card();
     void show_places();
     void read_card();
@@ -51,6 +52,7 @@ class Form7ca : public Sheet {
     QLabel* title_;
     QLineEdit* number_;
     QLineEdit* name_;
+    QWidget* balance_box_;
     Figure* balance_;
     QLineEdit* second_name_;
     QLineEdit* third_name_;

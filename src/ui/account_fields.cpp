@@ -1,9 +1,11 @@
 #include "ui/account_fields.h"
 
+#include <QAbstractButton>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStyle>
 
 #include "ui/messages.h"
 #include "ui/style.h"
@@ -44,6 +46,20 @@ void enter_leads_on(std::initializer_list<QWidget*> fields) {
             if (auto* entered = qobject_cast<QLineEdit*>(next)) entered->selectAll();
         });
     }
+}
+
+void set_fixed(QWidget* field, bool fixed) {
+    field->setAttribute(Qt::WA_TransparentForMouseEvents, fixed);
+    auto* line = qobject_cast<QLineEdit*>(field);
+    auto* list = qobject_cast<QComboBox*>(field);
+    if (list != nullptr) line = list->lineEdit();
+    if (line != nullptr) line->setReadOnly(fixed);
+    field->setFocusPolicy(fixed ? Qt::NoFocus : line != nullptr ? Qt::WheelFocus : Qt::StrongFocus);
+    for (auto* option : field->findChildren<QAbstractButton*>())
+        option->setFocusPolicy(fixed ? Qt::NoFocus : Qt::StrongFocus);
+    field->setProperty("fixed", fixed);
+    field->style()->unpolish(field);
+    field->style()->polish(field);
 }
 
 QPushButton* foot_button(QHBoxLayout* row, const char* name, const QString& caption, int share,

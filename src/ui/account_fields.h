@@ -29,6 +29,10 @@ std::optional<common::Date> date_in(QLineEdit* field, common::Prompts& prompts);
 // Enter in each of the fields leads to the next one.
 void enter_leads_on(std::initializer_list<QWidget*> fields);
 
+// A field whose value stands and can still be read, as on a card that is only looked at: no key or click
+// changes it.
+void set_fixed(QWidget* field, bool fixed);
+
 // A button at the foot of a sheet, which Enter presses too while it has the focus.
 QPushButton* foot_button(QHBoxLayout* row, const char* name, const QString& caption, int share,
                          std::function<void()> action);

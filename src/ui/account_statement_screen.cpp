@@ -166,6 +166,7 @@ void Form39::open(std::optional<std::int64_t> customer) {
     end_->setText(qt(common::date_text(logic_.end)));
     logic_.customer = customer;
     if (customer) logic_.show();
+    keep_shown();
     repaint_statement();
 }
 
@@ -185,11 +186,17 @@ void Form39::show_statement() {
     bool shown = false;
     guarded(context_.outside, "AccountStatement", [&] { shown = logic_.show(); });
     if (shown) {
+        keep_shown();
         repaint_statement();
         table_->setFocus();
     } else {
         (logic_.customer ? static_cast<QWidget*>(start_) : customer_)->setFocus();
     }
+}
+
+void Form39::keep_shown() {
+    paper_ = report_of(logic_, context_.session);
+    shown_customer_ = logic_.customer.value_or(0);
 }
 
 void Form39::repaint_statement() {
@@ -215,33 +222,30 @@ void Form39::check_arrears() {
     (logic_.customer ? static_cast<QWidget*>(end_) : customer_)->setFocus();
 }
 
-// What is printed is the statement on the screen; its dates are read anew only by showing another one.
 void Form39::print() {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.outside, "PrintAccount", [&] {
-        if (context_.reports.print(report_of(logic_, context_.session))) note_->setText("تمت الطباعة");
+        if (context_.reports.print(paper_)) note_->setText("تمت الطباعة");
     });
 }
 
 void Form39::preview() {
-    guarded(context_.outside, "PreviewAccount",
-            [&] { context_.reports.preview(report_of(logic_, context_.session)); });
+    guarded(context_.outside, "PreviewAccount", [&] { context_.reports.preview(paper_); });
 }
 
 void Form39::keep(Form form) {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.outside, "KeepAccount", [&] {
-        const printing::Report report = report_of(logic_, context_.session);
         const common::Moment now = context_.outside.clock.now();
         std::string moment = common::moment_text(now);
         std::replace(moment.begin(), moment.end(), ' ', '-');
         std::erase_if(moment, [](char c) { return c == '/' || c == ':'; });
         const auto folder = context_.session.program_folder / "Receipts";
         std::filesystem::create_directories(folder);
-        const auto file = folder / ("account-" + std::to_string(logic_.customer.value_or(0)) + "-" + moment +
+        const auto file = folder / ("account-" + std::to_string(shown_customer_) + "-" + moment +
                                     (form == Form::csv ? ".csv" : ".pdf"));
-        const bool kept = form == Form::csv ? context_.reports.save_csv(report, file)
-                                            : context_.reports.save_pdf(report, file);
+        const bool kept = form == Form::csv ? context_.reports.save_csv(paper_, file)
+                                            : context_.reports.save_pdf(paper_, file);
         if (kept) note_->setText("تم حفظ الملف \u200e" + qt("Receipts/" + file.filename().string()));
     });
 }

@@ -38,6 +38,7 @@ class Form39 : public Sheet {
     QWidget* build_foot();
     bool read_fields();
     void show_statement();
+    void keep_shown();
     void repaint_statement();
     void check_arrears();
     void print();
@@ -49,6 +50,9 @@ class Form39 : public Sheet {
 
     Context context_;
     accounts::AccountStatement logic_;
+    // The statement on the screen, whatever has been typed into the fields since.
+    printing::Report paper_;
+    std::int64_t shown_customer_ = 0;
     QComboBox* customer_;
     QLineEdit* start_;
     QLineEdit* end_;

@@ -1,7 +1,10 @@
 #include "ui/neighbours.h"
 
+#include "ui/account_customers_list.h"
+#include "ui/account_statement_screen.h"
 #include "ui/cash_panel.h"
 #include "ui/daily_statement_screen.h"
+#include "ui/direct_receipt_sheet.h"
 #include "ui/expense_screen.h"
 #include "ui/line_source_dialog.h"
 #include "ui/offers_screen.h"
@@ -10,6 +13,9 @@
 #include "ui/receipts_screen.h"
 #include "ui/sales_screen.h"
 #include "ui/shift_screen.h"
+#include "ui/tips_receiver_screen.h"
+#include "ui/voucher_screen.h"
+#include "ui/walk_in_customer_screen.h"
 
 namespace ui {
 
@@ -31,6 +37,54 @@ Screens neighbours(const Context& context) {
                      shift2s screen(host, context);
                      if (screen.open()) screen.run();
                  }});
+    screens.add({"f9", "ك&شف الخزينة", Qt::Key_F9, false, "F9", [context](QWidget* host) {
+                     DailyStatementScreen screen(host, context);
+                     if (screen.open()) screen.run();
+                 }});
+    screens.add({"shift_f9", "ال&مصروفات", Qt::Key_F9, true, "⇧F9", [context](QWidget* host) {
+                     Form41ca screen(host, context);
+                     screen.open();
+                     screen.run();
+                 }});
+    screens.add(
+        {"f10", "عميل &نقدي", Qt::Key_F10, false, "F10", on_sales([context](QWidget* host, auto& sales) {
+             Cust_cash screen(host, context, sales);
+             screen.open();
+             screen.run();
+         })});
+    screens.add({"shift_f11", "مقبو&ضات", Qt::Key_F11, true, "⇧F11", [context](QWidget* host) {
+                     Form38 screen(host, context);
+                     screen.open_new();
+                     screen.run();
+                 }});
+    screens.add({"shift_f12", "مد&فوعات", Qt::Key_F12, true, "⇧F12", [context](QWidget* host) {
+                     Form23 screen(host, context);
+                     screen.open_new();
+                     screen.run();
+                 }});
+    screens.add(
+        {"direct_receipt",
+         "&قبض مباشر من عميل",
+         0,
+         false,
+         {},
+         on_sales([context](QWidget* host, auto& sales) { DirectReceipt(host, context, sales).run(); })});
+    screens.add({"customers", "عم&لاء الآجل", 0, false, {}, [context](QWidget* host) {
+                     AccountCustomers(host, context).run();
+                 }});
+    screens.add({"account_statement", "كشف حساب عم&يل", 0, false, {}, [context](QWidget* host) {
+                     Form39 screen(host, context);
+                     screen.open();
+                     screen.run();
+                 }});
+    screens.add({"tips_receivers", "عملاء الأك&راميات", 0, false, {}, [context](QWidget* host) {
+                     TipsReceivers(host, context).run();
+                 }});
+    screens.add({"cash_count", "&جرد الخزينة", 0, false, {}, [context](QWidget* host) {
+                     CashCountSheet screen(host, context);
+                     screen.open();
+                     screen.run();
+                 }});
     screens.add({"receipts", "بونات &اليوم", Qt::Key_B, false, "Ctrl B",
                  on_sales([](QWidget* host, auto& sales) { ReceiptsScreen(host, sales).run(); }), true,
                  "البونات"});
@@ -48,20 +102,6 @@ Screens neighbours(const Context& context) {
     screens.add({"printer", "&طابعة البون", 0, false, {}, on_sales([context](QWidget* host, auto& sales) {
                      PrinterScreen(host, context, sales).run();
                  })});
-    screens.add({"f9", "ك&شف الخزينة", Qt::Key_F9, false, "F9", [context](QWidget* host) {
-                     DailyStatementScreen screen(host, context);
-                     if (screen.open()) screen.run();
-                 }});
-    screens.add({"shift_f9", "ال&مصروفات", Qt::Key_F9, true, "⇧F9", [context](QWidget* host) {
-                     Form41ca screen(host, context);
-                     screen.open();
-                     screen.run();
-                 }});
-    screens.add({"cash_count", "&جرد الخزينة", 0, false, {}, [context](QWidget* host) {
-                     CashCountSheet screen(host, context);
-                     screen.open();
-                     screen.run();
-                 }});
     screens.add({"password", "تغيير كلمة ال&سر", 0, false, {}, [context](QWidget* host) {
                      Form63(host, context).run();
                  }});

@@ -145,6 +145,8 @@ void Form31::build_menu() {
         connect(entry, &QAction::triggered, menu, action);
     };
     for (const ScreenEntry& entry : screens_.entries()) {
+        // A screen with a function key stands on the strip; with all of them the menu would not fit the screen.
+        if (entry.key != 0 && !entry.control) continue;
         add("menu_" + entry.name, entry.caption + (entry.cap.isEmpty() ? "" : "\t" + entry.cap),
             [this, &entry] { open_neighbour(entry); });
     }

@@ -1,9 +1,7 @@
 #include "ui/statement_model.h"
 
-#include <QColor>
 #include <QFont>
 
-#include "ui/colours.h"
 #include "ui/style.h"
 #include "ui/text.h"
 
@@ -46,8 +44,6 @@ QVariant StatementModel::data(const QModelIndex& index, int role) const {
                 return font;
             }
             return {};
-        case Qt::BackgroundRole:
-            return balance_only ? QVariant(QColor(colour::strip)) : QVariant();
         default:
             return {};
     }

@@ -51,7 +51,7 @@ bool Form36::open_edit(std::int64_t receiver) {
 void Form36::show_entry() {
     title_->setText(qt(logic_.title()));
     code_->setText(qt(logic_.code));
-    code_->setEnabled(!logic_.is_editing());
+    set_fixed(code_, logic_.is_editing());
     name_->setText(qt(logic_.name));
 }
 

@@ -72,11 +72,12 @@ void VoucherScreen::build_party(QGridLayout* grid) {
     party_ = choice_list("voucher_party");
     balance_ = new Figure("voucher_balance", "figure");
     balance_->setMinimumHeight(px(36));
-    grid->addWidget(captioned("نوع الطرف", party_kind_), 0, 0, 1, 2, Qt::AlignRight | Qt::AlignAbsolute);
+    grid->addWidget(captioned("نوع الطرف", party_kind_), 0, 0, 1, 2,
+                    Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignTop);
     grid->addWidget(captioned("&رقم الإيصال", number_), 0, 2, 1, 2);
     grid->addWidget(captioned("ال&تاريخ", date_), 0, 4, 1, 2);
     grid->addWidget(captioned("ا&سم الطرف", party_), 1, 0, 1, 4);
-    grid->addWidget(captioned("الرصيد الحالي", balance_), 1, 4, 1, 2);
+    grid->addWidget(captioned("الرصيد الحالي", balance_), 1, 4, 1, 2, Qt::AlignTop);
 }
 
 void VoucherScreen::build_amounts(QGridLayout* grid) {
@@ -109,7 +110,8 @@ void VoucherScreen::build_method(QGridLayout* grid) {
     representative_ = choice_list("voucher_representative");
     note_ = text_field("voucher_note");
     note_->setMaxLength(static_cast<int>(accounts::note_length));
-    grid->addWidget(captioned("طريقة الدفع", method_), 3, 0, 1, 2, Qt::AlignRight | Qt::AlignAbsolute);
+    grid->addWidget(captioned("طريقة الدفع", method_), 3, 0, 1, 2,
+                    Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignTop);
     grid->addWidget(captioned("ال&فرع", store_), 3, 2, 1, 2);
     grid->addWidget(drawer_box_, 3, 4, 1, 2);
     grid->addWidget(cheque_box_, 4, 0, 1, 6);
@@ -124,13 +126,13 @@ void VoucherScreen::build_foot() {
     set_role(save_, "main");
     const bool roll = context_.printer_choice.is_text_port();
     print_ = foot_button(row, "voucher_print", "&طباعة", 1, [this] { print(false); });
-    print_->setVisible(roll);
     page_ = foot_button(row, "voucher_page", roll ? "طباعة &صفحة" : "&طباعة", 1, [this] { print(true); });
     foot_button(row, "voucher_new", "إيصال &جديد", 1, [this] { begin_new(); });
     foot_button(row, "voucher_choose", "ت&عديل إيصال", 1, [this] { choose_voucher(); });
     foot_button(row, "voucher_back", "رجو&ع", 1, [this] { leave(0); });
     body()->addSpacing(px(2));
     body()->addLayout(row);
+    print_->setVisible(roll);
 }
 
 void VoucherScreen::connect_parts() {
@@ -200,9 +202,9 @@ void VoucherScreen::show_voucher() {
 
 void VoucherScreen::show_party() {
     party_kind_->show_chosen(static_cast<int>(logic_.party_kind()));
-    party_kind_->setEnabled(!logic_.is_editing());
+    set_fixed(party_kind_, logic_.is_editing());
     fill_choices(party_, logic_.parties(), logic_.party());
-    party_->setEnabled(!logic_.is_editing());
+    set_fixed(party_, logic_.is_editing());
     fill_choices(representative_, logic_.representatives(), logic_.representative);
     balance_->setText(logic_.party() ? qt(common::format_amount(logic_.party_balance())) : QString("—"));
 }
@@ -211,7 +213,7 @@ void VoucherScreen::show_method() {
     const bool cheque = logic_.method == Method::cheque;
     const bool notice = !cheque && logic_.method != Method::cash;
     method_->show_chosen(static_cast<int>(logic_.method));
-    method_->setEnabled(!notice);  // a discount or addition notice stays one
+    set_fixed(method_, notice);  // a discount or addition notice stays one
     drawer_box_->setVisible(logic_.method == Method::cash);
     cheque_box_->setVisible(cheque);
 }
