@@ -109,8 +109,7 @@ QWidget* Form31::build_foot() {
     foot->addWidget(counts_);
     for (const ScreenEntry& entry : screens_.entries()) {
         if (entry.button.isEmpty()) continue;
-        auto* button =
-            new KeyButton("key_" + entry.name, entry.cap, entry.button, KeyButton::Look::strip);
+        auto* button = new KeyButton("key_" + entry.name, entry.cap, entry.button, KeyButton::Look::strip);
         button->setToolTip(QString(entry.caption).remove('&'));
         button->setFocusPolicy(Qt::ClickFocus);
         button->setFixedHeight(px(36));
@@ -145,7 +144,8 @@ void Form31::build_menu() {
         connect(entry, &QAction::triggered, menu, action);
     };
     for (const ScreenEntry& entry : screens_.entries()) {
-        // A screen with a function key stands on the strip; with all of them the menu would not fit the screen.
+        // A screen with a function key stands on the strip; with all of them the menu would not fit the
+        // screen.
         if (entry.key != 0 && !entry.control) continue;
         add("menu_" + entry.name, entry.caption + (entry.cap.isEmpty() ? "" : "\t" + entry.cap),
             [this, &entry] { open_neighbour(entry); });
