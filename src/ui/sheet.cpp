@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include "ui/key_queue.h"
@@ -43,6 +44,8 @@ int Sheet::run() {
     const QPointer<QWidget> former = QApplication::focusWidget();
     if (isWindow()) {
         setWindowModality(Qt::ApplicationModal);
+        adjustSize();
+        move(screen()->availableGeometry().center() - rect().center());  // nobody else does, on a bare till
         show();
         activateWindow();
     } else {

@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/choices.h"
 #include "ui/colours.h"
 #include "ui/fields.h"
 #include "ui/guard.h"
@@ -88,9 +89,7 @@ bool Form62::run() {
 void Form62::confirm() {
     if (Sheet::top_of(this) != nullptr) return;
     guarded(context_.outside, "SignIn", [this] {
-        std::optional<std::int64_t> code;
-        if (const qlonglong chosen = chosen_code(user_); chosen != 0) code = chosen;
-        switch (logic_.confirm(code, utf8(password_->text()))) {
+        switch (logic_.confirm(choice_of(user_), utf8(password_->text()))) {
             case signin::SignInOutcome::signed_in:
                 leave(true);
                 break;
