@@ -1,8 +1,10 @@
 #include "printing/pages/preview.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -72,6 +74,17 @@ Preview::Preview(std::shared_ptr<const PageSet> pages, std::function<bool()> pri
     const QSize room = screen() != nullptr ? screen()->availableSize() : QSize(1024, 768);
     resize(std::min(900, room.width() - 40), room.height() - 80);
     draw();
+}
+
+void Preview::run() {
+    const QPointer<QWidget> before = QApplication::activeWindow();
+    if (before) {
+        // A child of the window stands before it and gives the focus back when it goes.
+        setParent(before, windowFlags());
+    }
+    exec();
+    setParent(nullptr, windowFlags());
+    if (before) before->activateWindow();
 }
 
 void Preview::set_zoom(double zoom) {

@@ -18,6 +18,8 @@ class Preview final : public QDialog {
   public:
     Preview(std::shared_ptr<const PageSet> pages, std::function<bool()> print, QWidget* parent = nullptr);
 
+    // Shows it until it is closed; the window that was worked in before then has the keys again.
+    void run();
     double zoom() const { return zoom_; }
     void set_zoom(double zoom);
     void fit_width();

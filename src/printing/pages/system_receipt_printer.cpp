@@ -85,7 +85,7 @@ bool SystemReceiptPrinter::print_pages(const Receipt& receipt, Form form) {
     if (!read_receipt_settings(connection_).preview) return send(made);
     bool printed = false;
     Preview preview(made, [&] { return printed = send(made); });
-    preview.exec();
+    preview.run();
     return printed;
 }
 

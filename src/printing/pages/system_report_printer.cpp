@@ -30,7 +30,7 @@ bool SystemReportPrinter::print(const Report& report) {
 void SystemReportPrinter::preview(const Report& report) {
     try {
         Preview shown(std::make_shared<ReportPage>(report), [this, &report] { return print(report); });
-        shown.exec();
+        shown.run();
     } catch (const std::exception& error) {
         failed(message::report_failed, error.what());
     }
