@@ -63,7 +63,8 @@ VoucherScreen::VoucherScreen(QWidget* host, const Context& context, accounts::Vo
 }
 
 void VoucherScreen::build_party(QGridLayout* grid) {
-    number_ = text_field("voucher_number");
+    number_ = moment_field("voucher_number");  // read from the left, whatever it holds
+    number_->setMaxLength(100);
     date_ = moment_field("voucher_date");
     party_kind_ =
         new Segments("voucher_party_kind", {{static_cast<int>(PartyKind::customer), "عملاء"},
@@ -185,9 +186,12 @@ void VoucherScreen::show_voucher() {
     title_->setText(qt(logic_.title()));
     number_->setText(qt(logic_.number));
     date_->setText(qt(common::date_text(logic_.date)));
-    amount_->setText(qt(logic_.amount()));
-    discount_->setText(qt(logic_.discount));
-    second_amount_->setText(qt(logic_.second_amount()));
+    const auto amount = [](const std::string& text) {
+        return qt(common::format_amount(accounts::read_amount(text).value));
+    };
+    amount_->setText(amount(logic_.amount()));
+    discount_->setText(amount(logic_.discount));
+    second_amount_->setText(amount(logic_.second_amount()));
     fill_choices(store_, logic_.stores(), logic_.store());
     fill_choices(drawer_, logic_.drawers(), logic_.drawer);
     fill_choices(bank_, logic_.banks(), logic_.bank);
@@ -265,7 +269,6 @@ void VoucherScreen::save() {
         return;
     }
     // Read back as it stands now, as the one that is edited.
-    amount_->setText(qt(common::format_amount(logic_.printed()->amount)));
     show_voucher();
     said_->setText(QString("تم الحفظ · الرصيد قبل \u200e%1 · بعد \u200e%2")
                        .arg(qt(common::format_amount(logic_.printed()->balance_before)),
