@@ -9,13 +9,14 @@ namespace cash {
 
 using database::Sql;
 
-void CashPosition::compute(int store, const common::Moment& start, const common::Moment& until_moment) {
+void CashPosition::compute(int store, const common::Moment& start, const common::Moment& until_moment,
+                           const common::Moment& end_of_period) {
     drawers_.clear();
     own_ = {};
     store_ = store;
     until_ = until_moment;
     const Window position_window = until(until_moment);
-    const Window period{common::moment_text(start), common::moment_text(until_moment)};
+    const Window period{common::moment_text(start), common::moment_text(end_of_period)};
 
     for (const auto& row : connection_.query(Sql("select * from cash where stcode = ") + store)) {
         const Drawer drawer{store, static_cast<int>(row.integer("code"))};

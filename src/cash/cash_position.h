@@ -29,7 +29,13 @@ class CashPosition {
 
     // Computes the position of each drawer of the store from the movements strictly before `until`, and the
     // figures of the period after `start` up to and including `until`. Writes nothing.
-    void compute(int store, const common::Moment& start, const common::Moment& until);
+    void compute(int store, const common::Moment& start, const common::Moment& until) {
+        compute(store, start, until, until);
+    }
+    // The same for a whole day: its position reaches to the next midnight, its figures to its last second,
+    // for what is written at midnight is the next day's.
+    void compute(int store, const common::Moment& start, const common::Moment& until,
+                 const common::Moment& end_of_period);
 
     // Moves to the main drawer what was computed above zero, less `leave`, which stays in the drawer;
     // `drawer` 0 empties every drawer, any other only that one. See move_cash for what is never moved.

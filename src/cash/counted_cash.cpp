@@ -54,7 +54,7 @@ void CountedCash::refresh() {
     const common::Moment start{day_, {}};
     const common::Moment end{common::add_days(day_, 1), {}};
     CashPosition computed(connection_, session_, outside_.clock);
-    computed.compute(store_, start, end);
+    computed.compute(store_, start, end, {day_, {23, 59, 59, 0}});
     position_ = card_sales_ = uncollected_ = 0;
     for (const DrawerPosition& drawer : computed.drawers()) {
         if (drawer.drawer != drawer_) continue;

@@ -4,9 +4,10 @@ namespace cash {
 
 using database::Sql;
 
-std::optional<Shift> current_shift(database::Connection& connection, int store, int drawer) {
+std::optional<Shift> current_shift(database::Connection& connection, int store, int drawer,
+                                   database::Fragment order) {
     const auto rows = connection.query(Sql("select * FROM shift  where stcode = ") + store +
-                                       " and cash_no = " + drawer + "  Order By scode");
+                                       " and cash_no = " + drawer + order);
     if (rows.empty()) return std::nullopt;
     const std::int64_t number = rows.rows().back().integer("scode");
     std::optional<Shift> last;

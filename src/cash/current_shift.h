@@ -18,9 +18,14 @@ struct Shift {
     bool is_open() const { return !end.has_value(); }
 };
 
+// The order of a drawer's shifts, as a shift's start writes it and as its close does.
+inline constexpr database::Fragment by_number_at_start = "  Order By scode";
+inline constexpr database::Fragment by_number_at_close = " Order By scode";
+
 // The drawer's last shift by its number; none before the first. When two workstations have written rows of
 // the same number, the shift is open as long as one of them is.
-std::optional<Shift> current_shift(database::Connection& connection, int store, int drawer);
+std::optional<Shift> current_shift(database::Connection& connection, int store, int drawer,
+                                   database::Fragment order = by_number_at_start);
 
 // The name of the worker who had a shift of the drawer; "" when the worker has no row or no name.
 std::string shift_worker(database::Connection& connection, int store, int drawer, std::int64_t number);

@@ -25,15 +25,16 @@ bool ShiftStartScreen::open() {
     return has_drawer();
 }
 
-void ShiftStartScreen::read_last_shift() {
+void ShiftStartScreen::read_last_shift(database::Fragment order) {
     const int store = session_.store_code;
     const int drawer = session_.cash_point;
-    last_ = current_shift(connection_, store, drawer);
+    last_ = current_shift(connection_, store, drawer, order);
     last_worker_ = last_ ? shift_worker(connection_, store, drawer, last_->number) : "";
     next_number_ = next_shift_number(connection_, store, drawer);
 }
 
-bool ShiftStartScreen::refuse(std::string_view text) {
+bool ShiftStartScreen::refuse(std::string_view text, Field field) {
+    refused_field_ = field;
     outside_.prompts.message(text, common::Icon::critical);
     return false;
 }
@@ -49,7 +50,7 @@ std::optional<ShiftStartScreen::Amounts> ShiftStartScreen::read_amounts() {
         const auto read = read_amount(*field);
         if (!read) {
             *field = "0.00";
-            refuse(message::no_amount);
+            refuse(message::no_amount, field == &counted ? Field::counted : Field::leave);
             return std::nullopt;
         }
         *amount = *read;
@@ -58,9 +59,9 @@ std::optional<ShiftStartScreen::Amounts> ShiftStartScreen::read_amounts() {
 }
 
 bool ShiftStartScreen::may_close(const Shift& shift, const common::Moment& at, const Amounts& amounts) {
-    if (clos_bal_ == 1 && amounts.counted == 0) return refuse(message::counted_needed);
+    if (clos_bal_ == 1 && amounts.counted == 0) return refuse(message::counted_needed, Field::counted);
     // A clock set back, or a start that was written with a wrong one.
-    if (at < shift.start) return refuse(message::before_last_start);
+    if (at < shift.start) return refuse(message::before_last_start, Field::time);
     return true;
 }
 
@@ -106,12 +107,13 @@ void ShiftStartScreen::finish() {
 
 bool ShiftStartScreen::start() {
     report_.reset();
-    if (!worker || !contains(workers_, *worker)) return refuse(message::complete_data);
+    refused_field_ = Field::none;
+    if (!worker || !contains(workers_, *worker)) return refuse(message::complete_data, Field::worker);
     const auto amounts = read_amounts();
     if (!amounts || !has_drawer()) return false;
     const auto at = common::parse_moment(common::date_text(date) + " " + time);
-    if (!at || !common::is_valid(date)) return refuse(message::no_time);
-    if (*at > outside_.clock.now()) return refuse(message::in_the_future);
+    if (!at || !common::is_valid(date)) return refuse(message::no_time, Field::time);
+    if (*at > outside_.clock.now()) return refuse(message::in_the_future, Field::time);
 
     const std::int64_t seen = next_number_;
     read_last_shift();
@@ -120,7 +122,7 @@ bool ShiftStartScreen::start() {
         if (last_->is_open()) {
             if (!may_close(*last_, *at, *amounts)) return false;
         } else if (*at < *last_->end) {
-            return refuse(message::before_last_end);
+            return refuse(message::before_last_end, Field::time);
         }
     }
 
@@ -158,8 +160,9 @@ bool ShiftStartScreen::add_shift(const common::Moment& at) {
 
 bool ShiftScreen::close_current() {
     report_.reset();
+    refused_field_ = Field::none;
     if (!outside_.prompts.question(message::close_question, common::Icon::question)) return false;
-    read_last_shift();
+    read_last_shift(by_number_at_close);
     if (!is_in_shift()) return refuse(message::already_closed);
     const auto amounts = read_amounts();
     if (!amounts || !has_drawer()) return false;

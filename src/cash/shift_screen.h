@@ -31,6 +31,10 @@ class ShiftStartScreen {
     // but for a database error (which is thrown), nothing was written.
     bool start();
 
+    // The field that the last refusal is about.
+    enum class Field { none, worker, time, counted, leave };
+    Field refused_field() const { return refused_field_; }
+
     // Fields.
     std::optional<std::int64_t> worker;
     common::Date date;
@@ -58,10 +62,10 @@ class ShiftStartScreen {
         double counted = 0;
         double leave = 0;
     };
-    void read_last_shift();
+    void read_last_shift(database::Fragment order = by_number_at_start);
     std::optional<Amounts> read_amounts();
     bool has_drawer();
-    bool refuse(std::string_view text);
+    bool refuse(std::string_view text, Field field = Field::none);
     // Whether the open shift may be closed at a moment with these amounts; says why not.
     bool may_close(const Shift& shift, const common::Moment& at, const Amounts& amounts);
     void close_shift(const Shift& shift, const common::Moment& at, const Amounts& amounts);
@@ -72,6 +76,7 @@ class ShiftStartScreen {
     const signin::Session& session_;
     common::Outside outside_;
     CalcCopy copy_;
+    Field refused_field_ = Field::none;
     int clos_bal_ = 0;
     int prn_csh_rep_ = 0;
     std::vector<Choice> workers_;

@@ -33,6 +33,12 @@ constexpr Source sources[] = {
     {"mor_les LEFT OUTER JOIN cash ON mor_les.stcode = cash.stcode and mor_les.ptype = cash.code where "
      "mor_les.stcode = ",
      " and mor_les.date "},
+    {"cach_t LEFT OUTER JOIN cash ON cach_t.cfr = cash.stcode and cach_t.cash_nf = cash.code where "
+     "cach_t.cfr = ",
+     " and cach_t.cdate "},
+    {"cach_t LEFT OUTER JOIN cash ON cach_t.cto = cash.stcode and cach_t.cash_nt = cash.code where "
+     "cach_t.cto = ",
+     " and cach_t.cdate "},
 };
 
 }  // namespace

@@ -63,7 +63,15 @@ TEST_F(Counting, CountsToTheEndOfTheDay) {
     next.time = "";
     next.ptot = "1000";
     drawers.invoice(next);
-    EXPECT_EQ(opened().expected(), 10);
+    next.stype = 1;
+    drawers.invoice(next);
+    next.stype = 4;
+    next.safe = "0";
+    drawers.invoice(next);
+    const CountedCash panel = opened();
+    EXPECT_EQ(panel.expected(), 10);
+    EXPECT_EQ(panel.card_sales(), 0);
+    EXPECT_EQ(panel.uncollected(), 0);
 }
 
 TEST_F(Counting, RefusalsWriteNothing) {

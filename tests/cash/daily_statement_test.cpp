@@ -182,6 +182,12 @@ TEST_F(Statement, SaysWhenADrawerIsMissing) {
     drawers.cash_sale("10", "09:00:00", 77);
     ASSERT_TRUE(statement.show());
     EXPECT_EQ(drawers.outside.prompts.last(), "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها 1");
+    // Out to a drawer that is none, and in from one.
+    for (const char* ends : {"1,1,1,66", "1,66,1,1"})
+        drawers.shop.sql("insert into cach_t (cfr,cash_nf,cto,cash_nt,cnum,cdate,caml) select " +
+                         std::string(ends) + ",1,'2026/11/21',5");
+    ASSERT_TRUE(statement.show());
+    EXPECT_EQ(drawers.outside.prompts.last(), "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها 3");
     drawers.shop.sql("delete from cash where stcode = 1 and code = 1");
     EXPECT_FALSE(statement.show());
     EXPECT_EQ(drawers.outside.prompts.last(), message::no_such_drawer);

@@ -113,6 +113,7 @@ TEST_F(Shifts, RefusalsToStartWriteNothing) {
     pass(10);
     drawers.outside.prompts.messages.clear();
     const std::string before = shifts();
+    using Field = ShiftScreen::Field;
     struct Case {
         const char* what;
         std::string settings;
@@ -120,21 +121,25 @@ TEST_F(Shifts, RefusalsToStartWriteNothing) {
         common::Date date;
         std::string time, counted, leave;
         std::string_view message;
+        Field field;
     };
     const common::Date today{2026, 11, 21};
     const Case cases[] = {
-        {"no worker", "", {}, today, "10:50:00", "0", "0", message::complete_data},
-        {"a worker without a row", "", 99, today, "10:50:00", "0", "0", message::complete_data},
-        {"not counted", "1", 2, today, "10:50:00", "0.00", "0", message::counted_needed},
-        {"counted empty", "1", 2, today, "10:50:00", "", "0", message::counted_needed},
-        {"in the future", "", 2, today, "10:52:01", "0", "0", message::in_the_future},
-        {"tomorrow", "", 2, {2026, 11, 22}, "09:00:00", "0", "0", message::in_the_future},
-        {"the clock set back an hour", "", 2, today, "09:50:00", "0", "0", message::before_last_start},
-        {"no time", "", 2, today, "25:99", "0", "0", message::no_time},
-        {"a time of quotes", "", 2, today, "'; delete from shift; --", "0", "0", message::no_time},
-        {"counted is no number", "", 2, today, "10:50:00", "ألف", "0", message::no_amount},
-        {"counted is below zero", "", 2, today, "10:50:00", "-5", "0", message::no_amount},
-        {"left is no number", "", 2, today, "10:50:00", "0", "1e3", message::no_amount},
+        {"no worker", "", {}, today, "10:50:00", "0", "0", message::complete_data, Field::worker},
+        {"a worker without a row", "", 99, today, "10:50:00", "0", "0", message::complete_data,
+         Field::worker},
+        {"not counted", "1", 2, today, "10:50:00", "0.00", "0", message::counted_needed, Field::counted},
+        {"counted empty", "1", 2, today, "10:50:00", "", "0", message::counted_needed, Field::counted},
+        {"in the future", "", 2, today, "10:52:01", "0", "0", message::in_the_future, Field::time},
+        {"tomorrow", "", 2, {2026, 11, 22}, "09:00:00", "0", "0", message::in_the_future, Field::time},
+        {"the clock set back an hour", "", 2, today, "09:50:00", "0", "0", message::before_last_start,
+         Field::time},
+        {"no time", "", 2, today, "25:99", "0", "0", message::no_time, Field::time},
+        {"a time of quotes", "", 2, today, "'; delete from shift; --", "0", "0", message::no_time,
+         Field::time},
+        {"counted is no number", "", 2, today, "10:50:00", "ألف", "0", message::no_amount, Field::counted},
+        {"counted is below zero", "", 2, today, "10:50:00", "-5", "0", message::no_amount, Field::counted},
+        {"left is no number", "", 2, today, "10:50:00", "0", "1e3", message::no_amount, Field::leave},
     };
     for (const Case& refused : cases) {
         drawers.shop.sql("update basic set clos_bal = " +
@@ -147,6 +152,7 @@ TEST_F(Shifts, RefusalsToStartWriteNothing) {
         screen.leave = refused.leave;
         EXPECT_FALSE(screen.start()) << refused.what;
         EXPECT_EQ(drawers.outside.prompts.last(), refused.message) << refused.what;
+        EXPECT_EQ(screen.refused_field(), refused.field) << refused.what;
         EXPECT_EQ(shifts(), before) << refused.what;
         EXPECT_EQ(drawers.transfers(), "") << refused.what;
     }
@@ -183,6 +189,43 @@ TEST_F(Shifts, AShiftOverMidnightClosesOnTheNextDay) {
     EXPECT_TRUE(screen.close_current());
     EXPECT_EQ(shifts(), "1 10:42:00-00:30:00 worker 1 0\n");
     EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 40.00\n");
+}
+
+// Every sale and card sale around two changes, one of them past midnight, is in exactly one shift's report or
+// still in the drawer: nothing is lost in the second of the change, nothing is counted in both.
+TEST_F(Shifts, SalesAroundAChangeBelongToOneShift) {
+    drawers.shop.sql("update basic set prn_csh_rep = 1");
+    drawers.outside.clock.moment = {{2026, 11, 21}, {8, 0, 0, 0}};
+    ASSERT_TRUE(start(1));
+    const auto sell = [this](const char* date, const char* time, const char* amount, int stype = 0) {
+        test::InvoiceRow row;
+        row.date = date;
+        row.time = time;
+        row.ptot = amount;
+        row.stype = stype;
+        drawers.invoice(row);
+    };
+    for (const int card : {0, 1}) {
+        sell("2026/11/21", "23:59:59", "1", card);
+        sell("2026/11/22", "00:00:00", "2", card);
+        sell("2026/11/22", "00:29:59", "4", card);
+        sell("2026/11/22", "00:30:00", "8", card);  // in the second of the change
+        sell("2026/11/22", "00:30:01", "16", card);
+    }
+    const auto hand_over = [this](const common::Moment& at) {
+        drawers.outside.clock.moment = at;
+        ShiftScreen screen = opened();
+        screen.worker = 2;
+        EXPECT_TRUE(screen.start());
+        return *screen.report();
+    };
+    const ShiftReport night = hand_over({{2026, 11, 22}, {0, 30, 0, 0}});
+    EXPECT_EQ(night.expected, 1 + 2 + 4);
+    EXPECT_EQ(night.card_sales, 1 + 2 + 4 + 8);
+    const ShiftReport next = hand_over({{2026, 11, 22}, {8, 0, 0, 0}});
+    EXPECT_EQ(next.expected, 8 + 16);
+    EXPECT_EQ(next.card_sales, 16);
+    EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 7.00\n2: 1/1 to 1/2 24.00\n");
 }
 
 TEST_F(Shifts, ADeletedDrawerIsSaid) {
