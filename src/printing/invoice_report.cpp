@@ -56,7 +56,7 @@ Report invoice_report(const Receipt& receipt, Form form, const ReceiptSettings& 
         "التاريخ", common::date_text(receipt.date) + "  " + common::twelve_hour_text(receipt.time));
     report.captions.emplace_back("العميل",
                                  receipt.customer.empty() ? std::string(walk_in) : receipt.customer);
-    report.captions.emplace_back("البائع", receipt.salesman);
+    if (!receipt.salesman.empty()) report.captions.emplace_back("البائع", receipt.salesman);
     if (cash) {
         report.captions.emplace_back("اسم المستخدم", receipt.user_name);
         report.captions.emplace_back("رقم الورديه", std::to_string(receipt.shift_number));
@@ -64,10 +64,16 @@ Report invoice_report(const Receipt& receipt, Form form, const ReceiptSettings& 
 
     add_table(report, rows, settings, !cash);
 
-    report.totals.emplace_back("الصافي قبل الخصم", common::format_amount(receipt.total));
-    report.totals.emplace_back("خـــــــصم", common::format_amount(receipt.discount));
+    // As on a receipt: without a discount there is one net.
+    const std::string discount = common::format_amount(receipt.discount);
+    const bool discounted = discount != "0.00";
+    if (discounted) {
+        report.totals.emplace_back("الصافي قبل الخصم", common::format_amount(receipt.total));
+        report.totals.emplace_back("خـــــــصم", discount);
+    }
     report.main_total = static_cast<int>(report.totals.size());
-    report.totals.emplace_back("الصافي بعد الخصم", common::format_amount(receipt.net));
+    report.totals.emplace_back(discounted ? "الصافي بعد الخصم" : "الصــــافي",
+                               common::format_amount(receipt.net));
     if (cash) {
         report.totals.emplace_back("المدفـــوع", common::format_amount(receipt.paid));
         report.totals.emplace_back("المتبقـــي", common::format_amount(receipt.remaining));

@@ -211,6 +211,18 @@ TEST(InvoicePage, ShowsCustomerLinesTotalsAndWords) {
     }
 }
 
+TEST(InvoicePage, LeavesOutWhatTheInvoiceHasNot) {
+    Receipt receipt = test::sale();
+    receipt.discount = 0;
+    receipt.salesman.clear();
+    const auto report = printing::invoice_report(receipt, Form::standard_page, {}, {}, {});
+    ASSERT_EQ(report.totals.size(), 1u);
+    EXPECT_EQ(report.totals[0], printing::Caption("الصــــافي", "12584.93"));
+    EXPECT_EQ(report.main_total, 0);
+    for (const auto& [label, value] : report.captions)
+        EXPECT_FALSE(value.empty()) << label;
+}
+
 TEST(InvoicePage, StatesTheTotalInTheWordsOfTheSpeller) {
     const std::pair<double, const char*> cases[] = {
         {0, "فقط  جنيها لا غير"},
