@@ -190,13 +190,16 @@ bool AccountCustomer::save() {
     // opened.
     const double signed_opening = card.is_credit ? -opening.value : opening.value;
     double account = signed_opening;
-    if (mode_ == CardMode::edit) account += customer.number("cacc") - customer.number("copen");
+    if (mode_ == CardMode::edit)
+        account = customer.number("cacc") + (signed_opening - customer.number("copen"));
 
     customer.set("ccode", *code);
     customer.set("cname", card.name);
     customer.set("caddress", card.address);
     customer.set("cust_note", card.notes);
-    customer.set("cacc", common::round_decimals(account, 2));
+    // Invoices move it by unrounded nets, so it is not rounded either: an edit shifts it by the difference
+    // alone.
+    customer.set("cacc", account);
     customer.set("copen", signed_opening);
     customer.set("ctype", card.is_second_kind ? 1 : 0);
     customer.set("cphone", card.phone);
