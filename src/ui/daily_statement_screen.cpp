@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
@@ -48,6 +49,8 @@ DailyStatementScreen::DailyStatementScreen(QWidget* host, const Context& context
     for (const auto heading : cash::journal_headings)
         headings << qt(heading);
     journal_ = new ListTable("journal", headings, 4);
+    // A long note takes no other column's room.
+    journal_->horizontalHeader()->setSectionResizeMode(7, QHeaderView::Stretch);
     body()->addWidget(journal_, 1);
 
     connect(statement_, &FigureLedger::opened, this, &DailyStatementScreen::open_figure);

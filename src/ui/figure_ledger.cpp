@@ -17,27 +17,25 @@ namespace {
 
 constexpr int side = 10;       // from the edge of a cell to its text
 constexpr int sign_room = 18;  // for the sign before the caption
+constexpr int gap = 6;         // between caption and figure
 constexpr int cell_height = 28;
 
 }  // namespace
 
 FigureCell::FigureCell(const QString& name, const QString& sign, const QString& caption, Kind kind)
-    : sign_(sign), caption_(caption), kind_(kind) {
+    : sign_(sign), caption_(caption), kind_(kind), caption_pixels_(px(14)), figure_pixels_(px(16)) {
     setObjectName(name);
     setFocusPolicy(Qt::ClickFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setFixedHeight(px(kind == Kind::total ? cell_height + 6 : cell_height));
     setToolTip(caption);
-    QFont font = this->font();
-    font.setPixelSize(px(14));
-    if (kind == Kind::total) font.setBold(true);
-    setFont(font);
 }
 
-QFont FigureCell::figure_font() const {
-    QFont larger = font();
-    larger.setPixelSize(px(kind_ == Kind::total && width() >= px(260) ? 18 : 16));
-    return larger;
+QFont FigureCell::sized(int pixels) const {
+    QFont font = this->font();
+    font.setPixelSize(pixels);
+    font.setBold(kind_ == Kind::total);
+    return font;
 }
 
 void FigureCell::show_figure(const QString& text) {
@@ -46,19 +44,27 @@ void FigureCell::show_figure(const QString& text) {
     update();
 }
 
-int FigureCell::needed_width() const {
-    return QFontMetrics(figure_font()).horizontalAdvance(text());
+int FigureCell::figure_width(int figure_pixels) const {
+    return QFontMetrics(sized(figure_pixels)).horizontalAdvance(text());
 }
 
-void FigureCell::set_figure_width(int width) {
-    figure_width_ = width;
-    updateGeometry();
+int FigureCell::caption_width(int caption_pixels) const {
+    return QFontMetrics(sized(caption_pixels)).horizontalAdvance(caption_);
+}
+
+int FigureCell::caption_room(int cell_width, int figure_width) {
+    return cell_width - px(2 * side) - px(sign_room) - px(gap) - figure_width;
+}
+
+void FigureCell::set_measures(int caption_pixels, int figure_pixels, int figure_width) {
+    caption_pixels_ = caption_pixels;
+    figure_pixels_ = figure_pixels;
+    figure_width_ = figure_width;
     update();
 }
 
 QSize FigureCell::sizeHint() const {
-    return {px(2 * side + sign_room + 6) + fontMetrics().horizontalAdvance(caption_) + figure_width_,
-            height()};
+    return {px(120), height()};
 }
 
 void FigureCell::keyPressEvent(QKeyEvent* event) {
@@ -111,23 +117,18 @@ void FigureCell::paintEvent(QPaintEvent*) {
     }
     QRect inside = rect().adjusted(px(side), 0, -px(side), 0);
     painter.setPen(QColor(colour::quiet));
-    painter.setFont(font());
+    painter.setFont(sized(caption_pixels_));
     painter.drawText(QRect(inside.right() - px(sign_room), 0, px(sign_room), height()),
                      Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter, sign_);
     // A figure of nothing stands back, so that the day's movements are seen at a glance.
     const bool nothing = text() == "0.00" && !total;
-    const QRect captioned(inside.left() + figure_width_ + px(6), 0,
-                          inside.width() - figure_width_ - px(6 + sign_room), height());
-    if (painter.fontMetrics().horizontalAdvance(caption_) > captioned.width()) {
-        QFont smaller = font();
-        smaller.setPixelSize(px(12));
-        painter.setFont(smaller);
-    }
+    const QRect captioned(inside.left() + figure_width_ + px(gap), 0, caption_room(width(), figure_width_),
+                          height());
     painter.setPen(QColor(kind_ == Kind::carried ? colour::quiet : colour::ink));
     painter.drawText(captioned,
                      Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextForceRightToLeft,
                      painter.fontMetrics().elidedText(caption_, Qt::ElideRight, captioned.width()));
-    painter.setFont(figure_font());
+    painter.setFont(sized(kind_ == Kind::total ? figure_pixels_ + px(1) : figure_pixels_));
     const auto ink = text().startsWith('-')              ? colour::alarm
                      : nothing || kind_ == Kind::carried ? colour::quiet
                                                          : colour::ink;
@@ -181,13 +182,33 @@ void FigureLedger::show_figure(int id, const QString& text) {
 }
 
 void FigureLedger::align_figures() {
-    for (const auto& column : columns_) {
-        int width = px(60);
+    for (const auto& column : columns_)
+        align_column(column);
+}
+
+// Where a column's widest caption has no room beside its widest figure, the captions of the whole column
+// become smaller, then its figures.
+void FigureLedger::align_column(const std::vector<Placed>& column) {
+    constexpr std::pair<int, int> sizes[] = {{14, 16}, {13, 16}, {12, 15}, {12, 14}, {11, 13}};
+    for (const auto& [caption, figure] : sizes) {
+        int figure_width = px(60);
+        int caption_width = 0;
+        for (const Placed& placed : column) {
+            // A total is written one size larger.
+            figure_width = std::max(figure_width, placed.cell->figure_width(px(figure) + px(1)) + px(2));
+            caption_width = std::max(caption_width, placed.cell->caption_width(px(caption)));
+        }
         for (const Placed& placed : column)
-            width = std::max(width, placed.cell->needed_width() + px(2));
-        for (const Placed& placed : column)
-            placed.cell->set_figure_width(width);
+            placed.cell->set_measures(px(caption), px(figure), figure_width);
+        if (caption_width <= FigureCell::caption_room(column.front().cell->width(), figure_width)) return;
     }
+}
+
+void FigureLedger::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    // The cells have their new widths once the layout has been carried out.
+    layout()->activate();
+    align_figures();
 }
 
 void FigureLedger::take_focus(int id) {

@@ -14,9 +14,13 @@ class FigureCell : public QAbstractButton {
     enum class Kind { plain, carried, total };
     FigureCell(const QString& name, const QString& sign, const QString& caption, Kind kind);
     void show_figure(const QString& text);
-    // The room kept for the figure at the left end, so that the decimals of a column line up.
-    void set_figure_width(int width);
-    int needed_width() const;
+    // The sizes of its texts, and the room kept for the figure at the left end, so that the decimals of a
+    // column line up.
+    void set_measures(int caption_pixels, int figure_pixels, int figure_width);
+    int figure_width(int figure_pixels) const;
+    int caption_width(int caption_pixels) const;
+    // What is left for the caption of a cell of a width beside a figure of another.
+    static int caption_room(int cell_width, int figure_width);
     QSize sizeHint() const override;
 
   signals:
@@ -31,10 +35,12 @@ class FigureCell : public QAbstractButton {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    QFont figure_font() const;
+    QFont sized(int pixels) const;
     QString sign_;
     QString caption_;
     Kind kind_;
+    int caption_pixels_;
+    int figure_pixels_;
     int figure_width_ = 0;
 };
 
@@ -68,11 +74,15 @@ class FigureLedger : public QWidget {
     void left_downwards();
     void left_upwards();
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
     struct Placed {
         int id;
         FigureCell* cell;
     };
+    void align_column(const std::vector<Placed>& column);
     void walk(std::size_t column, std::size_t row, int key);
     void make_current(FigureCell* cell);
     std::vector<std::vector<Placed>> columns_;
