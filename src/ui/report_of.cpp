@@ -18,7 +18,9 @@ printing::Report headed(const char* name, const signin::Session& session) {
 
 printing::Report report_of(const cash::ShiftReport& shift, const signin::Session& session) {
     printing::Report report = headed("shift", session);
-    report.title = shift.title();
+    // The title ends in its own number only when it is laid out from the left; the mark keeps the colon
+    // beside the number.
+    report.title = "\u202a" + shift.title() + "\u200f\u202c";
     report.captions = shift.captions();
     report.totals = shift.amounts();
     report.main_total = 0;

@@ -89,10 +89,17 @@ void ShiftFields::show_refused(const cash::ShiftStartScreen& screen) {
     counted_->setText(qt(screen.counted));
     leave_->setText(qt(screen.leave));
     number_->setText(QString::number(screen.next_number()));
-    if (!screen.worker) {
-        worker_->setFocus();
-    } else {
-        counted_->setFocus();
+    using Field = cash::ShiftStartScreen::Field;
+    switch (screen.refused_field()) {
+        case Field::time:
+            return time_->setFocus();
+        case Field::counted:
+            return counted_->setFocus();
+        case Field::leave:
+            return leave_->setFocus();
+        case Field::worker:
+        case Field::none:
+            return worker_->setFocus();
     }
 }
 
