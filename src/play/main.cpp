@@ -93,6 +93,7 @@ int main(int argc, char** argv) {
     if (!keep.empty()) pictures = keep;
 
     if (!shown) setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    setenv("CUPS_SERVER", "/nonexistent/cups.sock", 1);  // what a play prints never leaves the machine
     const auto objects =
         std::filesystem::temp_directory_path() / ("tallvex-objects-" + std::to_string(getpid()));
     const play::Settings settings{pictures, shown, list ? objects : std::filesystem::path()};
