@@ -33,6 +33,11 @@ Place read_place(const fs::path& folder) {
 }
 
 fs::path write_place(const fs::path& folder, const Place& place) {
+    // The till puts the texts into its connection string, where ";" begins the next part.
+    for (const std::string& text : {place.server, place.database, place.address}) {
+        if (text.find(';') != std::string::npos)
+            throw Refused("a name with \";\" cannot stand in the connection file: " + text);
+    }
     try {
         return startup::write_connection_file(folder, place);
     } catch (const startup::StartUpError& error) {

@@ -114,8 +114,12 @@ TEST(Connect, WritesTheFileAndReadsItBack) {
     EXPECT_EQ(bench.run({"connect", "--show"}).out, run.out);
     EXPECT_EQ(std::filesystem::file_size(bench.file("datacon24.stk")), 200U);
     // What does not fit its field is refused and the file stays.
-    for (const auto& [option, value] : std::vector<std::pair<std::string, std::string>>{
-             {"--server", std::string(60, 's')}, {"--database", std::string(60, 'd')}, {"--server", "大"}}) {
+    for (const auto& [option, value] :
+         std::vector<std::pair<std::string, std::string>>{{"--server", std::string(60, 's')},
+                                                          {"--database", std::string(60, 'd')},
+                                                          {"--server", "大"},
+                                                          {"--database", "shop;Data Source=other"},
+                                                          {"--server", "PC1;"}}) {
         std::vector<std::string> line = {"connect", "--server", "A", "--database", "B"};
         line[option == "--server" ? 2 : 4] = value;
         EXPECT_EQ(bench.run(line).code, 1) << value;
