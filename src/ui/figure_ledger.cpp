@@ -29,6 +29,7 @@ FigureCell::FigureCell(const QString& name, const QString& sign, const QString& 
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setFixedHeight(px(kind == Kind::total ? cell_height + 6 : cell_height));
     setToolTip(caption);
+    setAccessibleName(caption);
 }
 
 QFont FigureCell::sized(int pixels) const {
@@ -40,7 +41,7 @@ QFont FigureCell::sized(int pixels) const {
 
 void FigureCell::show_figure(const QString& text) {
     setText(text);
-    setAccessibleName(caption_ + " " + text);
+    setAccessibleDescription(text);
     update();
 }
 

@@ -7,7 +7,7 @@
 
 namespace ui {
 
-// One captioned figure. Its text is the figure, its accessible name the caption and the figure.
+// One captioned figure. Its text is the figure, its accessible name the caption.
 class FigureCell : public QAbstractButton {
     Q_OBJECT
   public:
