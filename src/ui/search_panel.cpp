@@ -1,12 +1,14 @@
 #include "ui/search_panel.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QVBoxLayout>
 
 #include "common/numbers.h"
+#include "sales/pricing.h"
 #include "sales/sales_screen.h"
 #include "ui/fields.h"
 #include "ui/key_queue.h"
@@ -24,6 +26,14 @@ bool is_number(const QString& text) {
     return common::parse_integer(utf8(text)).has_value();
 }
 
+// The number of what was chosen from a list, or what was typed into it.
+std::string chosen_filter(const QComboBox* list) {
+    const QString typed = list->currentText().trimmed();
+    if (typed.isEmpty()) return {};
+    const int at = list->findText(typed, Qt::MatchFixedString);
+    return at < 0 ? utf8(typed) : std::to_string(list->itemData(at).toLongLong());
+}
+
 QString figure(const std::string& text) {
     return "\u200e" + qt(text);
 }
@@ -34,14 +44,15 @@ SearchPanel::SearchPanel(QWidget* host, sales::SalesScreen& screen)
     : Sheet(host, "بحث عن صنف"), screen_(screen) {
     setObjectName("search_panel");
     setProperty(keys_property, {});  // a barcode may be scanned into the search
-    set_card_width(std::min(1180.0, host->window()->width() * 16.0 / font().pixelSize() - 40));
+    const double width = std::min(1180.0, host->window()->width() * 16.0 / font().pixelSize() - 40);
+    set_card_width(width);
     auto* filters = new QHBoxLayout;
     filters->setSpacing(px(10));
     name_ = filter_field("search_name");
     number_ = filter_field("search_code");
     price_ = filter_field("search_price");
-    maker_ = filter_field("search_maker");
-    type_ = filter_field("search_type");
+    maker_ = filter_list("search_maker", screen_.lists().makers);
+    type_ = filter_list("search_type", screen_.lists().item_types);
     filters->addWidget(captioned("الا&سم", name_), 5);
     filters->addWidget(captioned("ال&كود أو الباركود", number_), 3);
     filters->addWidget(captioned("س &قطاعي", price_), 2);
@@ -69,8 +80,15 @@ SearchPanel::SearchPanel(QWidget* host, sales::SalesScreen& screen)
     headings << "عبوة"
              << "كرتونة";
     table_ = new ListTable("search_results", headings, 1);
-    table_->setMinimumHeight(px(360));
+    table_->setMinimumHeight(px(330));
+    // On a narrow screen the name needs the place; the chosen row's prices stand below in any case.
+    for (int at = table_->columnCount() - 2; at < table_->columnCount(); ++at)
+        table_->setColumnHidden(at, width < 1100);
     body()->addWidget(table_, 1);
+    prices_ = label({}, "figure");
+    prices_->setObjectName("search_prices");
+    body()->addWidget(prices_);
+    connect(table_, &QTableWidget::currentCellChanged, this, [this](int row) { show_prices(row); });
 
     pause_.setSingleShot(true);
     pause_.setInterval(pause_ms);
@@ -88,6 +106,17 @@ QLineEdit* SearchPanel::filter_field(const char* name) {
     return field;
 }
 
+// Makers and types by name, where the shop keeps names for them; a number may be typed in any case.
+QComboBox* SearchPanel::filter_list(const char* name, const std::vector<sales::Choice>& choices) {
+    QComboBox* list = choice_list(name);
+    list->setMinimumContentsLength(4);
+    list->addItem({}, QVariant::fromValue<qlonglong>(0));
+    for (const sales::Choice& choice : choices)
+        list->addItem(qt(choice.name), QVariant::fromValue<qlonglong>(choice.code));
+    connect(list, &QComboBox::currentTextChanged, this, [this] { pause_.start(); });
+    return list;
+}
+
 void SearchPanel::search_now() {
     pause_.stop();
     sales::SearchFilters filters;
@@ -95,8 +124,8 @@ void SearchPanel::search_now() {
     filters.name_contains = contains_->isChecked();
     filters.code = utf8(number_->text().trimmed());
     filters.price = utf8(price_->text().trimmed());
-    filters.maker = utf8(maker_->text().trimmed());
-    filters.type = utf8(type_->text().trimmed());
+    filters.maker = chosen_filter(maker_);
+    filters.type = chosen_filter(type_);
     filters.hide_stopped = hide_stopped_->isChecked();
     found_ = screen_.search(filters);
 
@@ -112,7 +141,20 @@ void SearchPanel::search_now() {
                         figure(item.prices[2][0]) + " / " + figure(item.prices[2][1])});
     }
     table_->show_rows(rows);
+    show_prices(table_->currentRow());
     count_->setText(filters.empty() ? QString() : "عدد الأصناف \u200e" + QString::number(found_.size()));
+}
+
+// Retail and wholesale of the row's three units.
+void SearchPanel::show_prices(int row) {
+    QStringList units;
+    if (row >= 0 && static_cast<std::size_t>(row) < found_.size()) {
+        const sales::FoundItem& item = found_[static_cast<std::size_t>(row)];
+        for (std::size_t unit = 0; unit < 3; ++unit)
+            units << qt(sales::unit_name(static_cast<int>(unit) + 1)) + "  " + figure(item.prices[unit][0]) +
+                         " / " + figure(item.prices[unit][1]);
+    }
+    prices_->setText(units.join("     ·     "));
 }
 
 void SearchPanel::take(int row) {

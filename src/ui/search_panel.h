@@ -8,6 +8,7 @@
 #include "ui/sheet.h"
 
 class QCheckBox;
+class QComboBox;
 class QLabel;
 class QLineEdit;
 
@@ -32,19 +33,22 @@ class SearchPanel : public Sheet {
 
   private:
     QLineEdit* filter_field(const char* name);
+    QComboBox* filter_list(const char* name, const std::vector<sales::Choice>& choices);
     void search_now();
+    void show_prices(int row);
     void take(int row);
 
     sales::SalesScreen& screen_;
     QLineEdit* name_;
     QLineEdit* number_;
     QLineEdit* price_;
-    QLineEdit* maker_;
-    QLineEdit* type_;
+    QComboBox* maker_;
+    QComboBox* type_;
     QCheckBox* contains_;
     QCheckBox* hide_stopped_;
     QLabel* count_;
     ListTable* table_;
+    QLabel* prices_;
     std::vector<sales::FoundItem> found_;
     // Runs the search once the typing pauses, so that no key waits for a query.
     QTimer pause_;
