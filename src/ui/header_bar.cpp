@@ -43,6 +43,7 @@ HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
     set_role(menu_, "headbutton");
     row->addWidget(menu_);
     clock_ = new Figure("clock", "clock");
+    clock_->setAlignment(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
     row->addWidget(clock_);
 }
 
@@ -57,6 +58,8 @@ void HeaderBar::show_state(const sales::SalesScreen& screen, const signin::Sessi
 }
 
 void HeaderBar::show_clock(const std::string& text) {
+    // Room for the seconds, which come with the first tick, or the bar would move.
+    clock_->setMinimumWidth(clock_->fontMetrics().horizontalAdvance("00:00:00 AM"));
     clock_->setText(qt(text));
 }
 

@@ -241,18 +241,30 @@ void Form31::repaint_all() {
     lines_->set_ground(colour::from_blue_first(logic_.grid_colour()));
     model_->refresh();
     lines_->show_current(logic_.current_row() ? static_cast<int>(*logic_.current_row()) : -1);
-    QString stock = qt(logic_.stock_shown().quantity).trimmed();
-    for (const std::string& expiry : logic_.stock_shown().expiries)
-        stock += "   " + qt(expiry);
-    stock_->setText(
-        stock_->fontMetrics().elidedText(stock, Qt::ElideRight, std::max(px(60), stock_->width())));
-    stock_->setToolTip(stock);
+    show_stock();
     double pieces = 0;
     for (const sales::Line& line : logic_.invoice().lines)
         pieces += line.quantity;
     counts_->setText("عدد السطور " + QString::number(logic_.invoice().lines.size()) + " · عدد القطع " +
                      qt(common::format_quantity(pieces)));
     totals_->show_state(logic_);
+}
+
+// The quantity, and as many whole expiry dates as there is room for: half a date misleads.
+void Form31::show_stock() {
+    const int room = std::max(px(60), stock_->width());
+    const QFontMetrics metrics = stock_->fontMetrics();
+    QString all = qt(logic_.stock_shown().quantity).trimmed();
+    QString shown = all;
+    bool cut = false;
+    for (const std::string& expiry : logic_.stock_shown().expiries) {
+        const QString next = "   " + qt(expiry);
+        all += next;
+        cut = cut || metrics.horizontalAdvance(shown + next + " …") > room;
+        if (!cut) shown += next;
+    }
+    stock_->setText(metrics.elidedText(cut ? shown + " …" : shown, Qt::ElideRight, room));
+    stock_->setToolTip(all);
 }
 
 void Form31::focus_entry() {

@@ -48,6 +48,7 @@ class Form31 : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    void show_stock();
     // sales_screen.cpp
     QWidget* build_main();
     QWidget* build_foot();
