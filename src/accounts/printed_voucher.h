@@ -15,7 +15,7 @@ struct PrintedVoucher {
     common::Date date;
     std::string party;
     double amount = 0;
-    std::string words;   // the amount in words; empty when it is beyond what the words cover
+    std::string words;   // the amount in words
     std::string method;  // "نقدي", "شيك" ...
     std::string place;   // the drawer or the bank
     std::string note;

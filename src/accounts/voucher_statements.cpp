@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "common/numbers.h"
-#include "common/words.h"
+#include "common/spelled_amount.h"
 #include "database/recordset.h"
 
 namespace accounts {
@@ -165,11 +165,7 @@ std::string method_name(Method method) {
 }
 
 std::string words_of(double amount) {
-    try {
-        return common::amount_in_words(static_cast<float>(amount));
-    } catch (const common::OverflowError&) {
-        return "";
-    }
+    return common::spell_amount(amount);
 }
 
 std::vector<VoucherEntry> list_vouchers(database::Connection& connection, VoucherKind kind,

@@ -49,7 +49,7 @@ bool rewrite_voucher(database::Connection& connection, const VoucherRow& row, co
 
 std::string printed_title(VoucherKind kind, Method method);
 std::string method_name(Method method);
-// The amount in words, empty beyond what they cover.
+// The amount in words, thousands included.
 std::string words_of(double amount);
 
 }  // namespace accounts

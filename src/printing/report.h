@@ -38,7 +38,7 @@ struct Report {
     std::string words;                    // an amount in words, under the totals
     std::vector<std::string> footers;     // notes at the end
     std::vector<std::string> signatures;  // captions of signature lines at the end
-    Paper paper = Paper::a4;              // vouchers: A5, landscape
+    Paper paper = Paper::a4;              // vouchers: A5
     Orientation orientation = Orientation::portrait;
 };
 

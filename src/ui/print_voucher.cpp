@@ -29,7 +29,6 @@ printing::Report report_of(const accounts::PrintedVoucher& voucher, const signin
     report.words = voucher.words;
     report.signatures = {"المستلم", "الكاشير"};
     report.paper = printing::Paper::a5;
-    report.orientation = printing::Orientation::landscape;
     return report;
 }
 

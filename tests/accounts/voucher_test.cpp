@@ -52,7 +52,7 @@ TEST_F(Vouchers, ACashReceiptIsWrittenWhole) {
     EXPECT_EQ(voucher.printed()->balance_before, 250);
     EXPECT_EQ(voucher.printed()->balance_after, 169.5);
     EXPECT_EQ(voucher.printed()->place, "درج 1");
-    EXPECT_EQ(voucher.printed()->words, "فقط  ثمانون  جنيها و  خمسون  قرشا لاغير");
+    EXPECT_EQ(voucher.printed()->words, "فقط ثمانون جنيها وخمسون قرشا لا غير");
 }
 
 struct Move {
