@@ -66,6 +66,7 @@ bool SalesScreen::Open() {
         chosen_store_ = session_.store_code;
         reset_invoice();
         invoice_.date = server_date();
+        ticked_day_ = outside_.clock.now().date;
         draw_number();
         load_sale_period(connection_, invoice_.date);
         lists_.user_filter = load_user_filter(connection_);
@@ -82,7 +83,17 @@ std::int64_t SalesScreen::shift_number() const {
 }
 
 void SalesScreen::tick() {
-    clock_text_ = twelve_hours_with_seconds(outside_.clock.now().time);
+    const common::Moment now = outside_.clock.now();
+    clock_text_ = twelve_hours_with_seconds(now.time);
+    if (now.date != ticked_day_ && !busy_ && !shows_saved_receipt() && !partly_saved_) take_day(now.date);
+    ticked_day_ = now.date;
+}
+
+// Date and time of an invoice are of one moment, that of its saving: begun before midnight or on a till left
+// on overnight, it would otherwise carry the time of the one day under the date of the other, and count a day
+// too early.
+void SalesScreen::take_day(const common::Date& today) {
+    if (!date_chosen_) invoice_.date = today;
 }
 
 // --- header ------------------------------------------------------------------------------------------------
@@ -105,6 +116,7 @@ void SalesScreen::choose_store(int code) {
 bool SalesScreen::choose_date(const common::Date& date) {
     if (!common::is_valid(date)) return false;
     invoice_.date = date;
+    date_chosen_ = true;
     return true;
 }
 

@@ -93,6 +93,7 @@ class SalesScreen {
     std::string number_text() const { return std::to_string(invoice_.number); }
     // "hh:mm AM/PM" at opening, "hh:mm:ss AM/PM" from the first tick of the timer on.
     const std::string& clock_text() const { return clock_text_; }
+    // At midnight the invoice on the screen takes the new day.
     void tick();
     const Figures& figures() const { return figures_; }
     std::array<std::string, column::count> cells(std::size_t row) const {
@@ -121,6 +122,7 @@ class SalesScreen {
 
     // --- header --------------------------------------------------------------------------------------
     void choose_store(int code);  // draws the number again
+    // The invoice keeps this day; without it, it is of the day on which it is saved.
     bool choose_date(const common::Date& date);
     // An account customer by code; false, with nothing changed, when the list has it not.
     bool choose_customer(std::int64_t code);
@@ -223,6 +225,7 @@ class SalesScreen {
     void report(std::string_view name, const std::exception& error);
 
     common::Date server_date();
+    void take_day(const common::Date& today);
     void apply_kind(KindOption kind);
     void apply_payment(PaymentOption payment);
     void draw_number();
@@ -261,6 +264,8 @@ class SalesScreen {
     std::optional<LastReceipt> last_receipt_;
     std::optional<RecalledInvoice> recalled_;
     bool recalled_edited_ = false;
+    bool date_chosen_ = false;
+    common::Date ticked_day_;  // of the last tick
     std::optional<SaveStep> partly_saved_;
     std::int64_t loaded_offer_ = 0;
     std::unique_ptr<Payment> payment_;

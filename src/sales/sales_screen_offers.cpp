@@ -73,6 +73,7 @@ bool SalesScreen::LoadOffer(std::int64_t number) {
         }
         reset_invoice();
         invoice_ = std::move(loaded);
+        date_chosen_ = false;
         loaded_offer_ = number;
         chosen_customer_ = invoice_.customer;
         draw_number();

@@ -54,6 +54,8 @@ BeginSave SalesScreen::begin_save() {
         if (shows_saved_receipt()) {
             if (!outside_.prompts.question(message::save_as_new)) return BeginSave::refused;
             renew_recalled();
+        } else {
+            take_day(server_date());
         }
         if (!lines_complete()) return BeginSave::refused;
         if (const auto refused = offer_line_refused(connection_, invoice_)) {
@@ -92,6 +94,7 @@ SaveOutcome SalesScreen::SaveInvoice() {
         } else if (invoice_.payment == PaymentOption::card) {
             taken.paid = invoice_.net();
         }
+        take_day(server_date());  // midnight may have passed while the money was counted
         const SaveOutcome outcome = saving_.save(invoice_, taken);
         if (outcome == SaveOutcome::partly_saved) partly_saved_ = saving_.finished_step();
         if (outcome != SaveOutcome::refused) finish_save(taken);
@@ -122,6 +125,7 @@ void SalesScreen::reset_invoice() {
     chosen_customer_ = walk_in_customer;
     recalled_.reset();
     recalled_edited_ = false;
+    date_chosen_ = false;
     partly_saved_.reset();
     loaded_offer_ = 0;
     payment_.reset();
@@ -225,6 +229,7 @@ bool SalesScreen::start_return() {
         }
         invoice_ = std::move(back);
         invoice_.date = server_date();
+        date_chosen_ = false;
         chosen_customer_ = invoice_.customer;
         recalled_edited_ = false;
         draw_number();
