@@ -57,15 +57,18 @@ bool DailyStatement::show() {
         outside_.prompts.message(message::no_such_drawer, common::Icon::critical);
         return false;
     }
-    shown_date_ = date;
-    shown_drawers_ = chosen;
-    figures_ = {};
-    summary_ = {};
+    // Taken over together at the end: when a sum fails, what is shown stays whole.
+    Figures figures;
+    DaySummary summary;
     for (const Drawer& drawer : chosen) {
-        figures_ += compute_figures(connection_, drawer, date);
-        summary_ += compute_summary(connection_, drawer, date);
+        figures += compute_figures(connection_, drawer, date);
+        summary += compute_summary(connection_, drawer, date);
     }
     journal_ = load_journal(connection_, store_, date, filter_);
+    figures_ = figures;
+    summary_ = summary;
+    shown_date_ = date;
+    shown_drawers_ = chosen;
 
     std::int64_t strays = 0;
     for (const Choice& store : stores_) {
@@ -80,8 +83,8 @@ bool DailyStatement::show() {
 }
 
 void DailyStatement::choose_filter(JournalFilter filter) {
+    journal_ = load_journal(connection_, store_, shown_date_, filter);
     filter_ = filter;
-    journal_ = load_journal(connection_, store_, shown_date_, filter_);
 }
 
 FigureRows DailyStatement::rows_behind(Figure figure) {

@@ -158,28 +158,51 @@ QWidget* DailyStatementScreen::build_journal_bar() {
 
 bool DailyStatementScreen::open() {
     if (!logic_.open()) return false;
-    fill_choices(store_, logic_.stores(), logic_.store());
-    fill_choices(drawer_, logic_.drawers(), logic_.drawer());
+    show_choices();
     show_figures();
     show_journal();
     return true;
 }
 
+template <typename Choice>
+void DailyStatementScreen::change(Choice choice) {
+    bool shown = false;
+    guarded(context_.outside, "DailyStatement", [&] {
+        choice();
+        shown = logic_.show();
+    });
+    if (!shown) take_back();
+    show_choices();
+    if (!shown) return;
+    show_figures();
+    show_journal();
+}
+
+void DailyStatementScreen::take_back() {
+    logic_.date = shown_.date;
+    guarded(context_.outside, "DailyStatement", [&] {
+        if (logic_.store() != shown_.store) logic_.choose_store(shown_.store);
+    });
+    logic_.choose_drawer(shown_.drawer);
+}
+
+void DailyStatementScreen::show_choices() {
+    shown_ = {logic_.store(), logic_.drawer(), logic_.date};
+    fill_choices(store_, logic_.stores(), logic_.store());
+    fill_choices(drawer_, logic_.drawers(), logic_.drawer());
+    date_->setText(qt(common::date_text(logic_.date)));
+}
+
 void DailyStatementScreen::choose_store() {
     const auto store = choice_of(store_);
     if (!store || *store == logic_.store()) return;
-    guarded(context_.outside, "DailyStatement", [&] {
-        logic_.choose_store(static_cast<int>(*store));
-        fill_choices(drawer_, logic_.drawers(), logic_.drawer());
-    });
-    compute();
+    change([&] { logic_.choose_store(static_cast<int>(*store)); });
 }
 
 void DailyStatementScreen::choose_drawer() {
     const auto drawer = choice_of(drawer_);
     if (!drawer || *drawer == logic_.drawer()) return;
-    logic_.choose_drawer(static_cast<int>(*drawer));
-    compute();
+    change([&] { logic_.choose_drawer(static_cast<int>(*drawer)); });
 }
 
 bool DailyStatementScreen::choose_date() {
@@ -192,22 +215,12 @@ bool DailyStatementScreen::choose_date() {
         date_->selectAll();
         return false;
     }
-    logic_.date = typed->date;
-    compute();
+    change([&] { logic_.date = typed->date; });
     return true;
 }
 
 void DailyStatementScreen::step_date(long days) {
-    logic_.date = common::add_days(logic_.date, days);
-    compute();
-}
-
-void DailyStatementScreen::compute() {
-    guarded(context_.outside, "DailyStatement", [&] {
-        logic_.show();
-        show_figures();
-        show_journal();
-    });
+    change([&] { logic_.date = common::add_days(logic_.date, days); });
 }
 
 void DailyStatementScreen::show_figures() {
@@ -220,7 +233,6 @@ void DailyStatementScreen::show_figures() {
         summary_->show_figure(static_cast<int>(column), qt(cells[column]));
     statement_->align_figures();
     summary_->align_figures();
-    date_->setText(qt(common::date_text(logic_.date)));
     note_->clear();
 }
 

@@ -41,7 +41,11 @@ class DailyStatementScreen : public Sheet {
     // False when what was typed is no date (the message has been shown).
     bool choose_date();
     void step_date(long days);
-    void compute();
+    // Carries out a choice and shows its statement; when that fails, goes back to what is shown.
+    template <typename Choice>
+    void change(Choice choice);
+    void take_back();
+    void show_choices();
     void show_figures();
     void show_journal();
     void open_figure(int figure);
@@ -50,6 +54,12 @@ class DailyStatementScreen : public Sheet {
 
     Context context_;
     cash::DailyStatement logic_;
+    // What the figures on the screen belong to.
+    struct {
+        int store = 0;
+        int drawer = 0;
+        common::Date date;
+    } shown_;
     QComboBox* store_;
     QComboBox* drawer_;
     QLineEdit* date_;
