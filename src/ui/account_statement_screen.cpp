@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -65,6 +66,7 @@ Form39::Form39(QWidget* host, const Context& context)
     table_->setTabKeyNavigation(false);
     table_->setShowGrid(false);
     table_->setWordWrap(false);
+    table_->installEventFilter(this);
     table_->verticalHeader()->hide();
     table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     table_->verticalHeader()->setDefaultSectionSize(px(36));
@@ -256,6 +258,18 @@ void Form39::take_focus() {
     } else {
         customer_->setFocus();
     }
+}
+
+bool Form39::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == table_ && event->type() == QEvent::KeyPress) {
+        // To the first and the last row, not to the first and the last column.
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Home || key == Qt::Key_End) {
+            table_->selectRow(key == Qt::Key_Home ? 0 : model_->rowCount() - 1);
+            return true;
+        }
+    }
+    return Sheet::eventFilter(watched, event);
 }
 
 void Form39::resizeEvent(QResizeEvent* event) {

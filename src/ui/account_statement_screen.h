@@ -31,6 +31,7 @@ class Form39 : public Sheet {
   protected:
     void take_focus() override;
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     QWidget* build_choices();

@@ -44,5 +44,7 @@ inline constexpr std::string_view test_failed = "الطابعة لا تستجي�
 // "The receipt was saved under number …" / ", shall it be printed?"
 inline constexpr std::string_view direct_receipt_saved = "تم حفظ إيصال القبض رقم ";
 inline constexpr std::string_view print_it = " .. هل تريد طباعته ؟";
+// "A walk-in customer is recorded on cash receipts only."
+inline constexpr std::string_view walk_in_on_account = "العميل النقدي يسجل على البون النقدي فقط";
 
 }  // namespace ui::message

@@ -49,8 +49,7 @@ Screens neighbours(const Context& context) {
     screens.add(
         {"f10", "عميل &نقدي", Qt::Key_F10, false, "F10", on_sales([context](QWidget* host, auto& sales) {
              Cust_cash screen(host, context, sales);
-             screen.open();
-             screen.run();
+             if (screen.open()) screen.run();
          })});
     screens.add({"shift_f11", "مقبو&ضات", Qt::Key_F11, true, "⇧F11", [context](QWidget* host) {
                      Form38 screen(host, context);

@@ -15,11 +15,11 @@ namespace ui {
 printing::Report report_of(const accounts::PrintedVoucher& voucher, const signin::Session& session) {
     printing::Report report = headed("voucher", session);
     report.title = voucher.title;
-    report.captions = {
-        {"رقم الإيصال", voucher.number},
-        {"التاريخ", common::date_text(voucher.date)},
-        {"الاسم", voucher.party},
-        {"طريقة الدفع", voucher.place.empty() ? voucher.method : voucher.method + " - " + voucher.place}};
+    report.captions = {{"رقم الإيصال", voucher.number},
+                       {"التاريخ", common::date_text(voucher.date)},
+                       {"الاسم", voucher.party},
+                       {"طريقة الدفع", voucher.method}};
+    if (!voucher.place.empty()) report.captions.emplace_back("الخزينة أو البنك", voucher.place);
     if (!voucher.note.empty()) report.captions.emplace_back("ملاحظات", voucher.note);
     report.captions.emplace_back("المستخدم", session.user_name);
     report.totals = {{"الرصيد قبل", common::format_amount(voucher.balance_before)},

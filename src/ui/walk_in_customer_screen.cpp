@@ -13,6 +13,7 @@
 #include "ui/fields.h"
 #include "ui/guard.h"
 #include "ui/list_table.h"
+#include "ui/messages.h"
 #include "ui/style.h"
 #include "ui/text.h"
 
@@ -70,7 +71,11 @@ Cust_cash::Cust_cash(QWidget* host, const Context& context, sales::SalesScreen& 
     connect(results_, &ListTable::left_upwards, name_, qOverload<>(&QWidget::setFocus));
 }
 
-void Cust_cash::open() {
+bool Cust_cash::open() {
+    if (screen_.invoice().payment == sales::PaymentOption::account) {
+        context_.outside.prompts.message(message::walk_in_on_account, common::Icon::exclamation);
+        return false;
+    }
     logic_.open();
     const auto& chosen = screen_.invoice().walk_in;
     without_->setEnabled(chosen.has_value());
@@ -83,6 +88,7 @@ void Cust_cash::open() {
         logic_.mail = chosen->mail;
     }
     show_fields();
+    return true;
 }
 
 void Cust_cash::take_focus() {

@@ -22,8 +22,9 @@ class Cust_cash : public Sheet {
     Q_OBJECT
   public:
     Cust_cash(QWidget* host, const Context& context, sales::SalesScreen& screen);
-    // Proposes the next code, or shows the customer that the invoice has already.
-    void open();
+    // Proposes the next code, or shows the customer that the invoice has already. False for an account
+    // invoice, which has its own customer (the message has been shown).
+    bool open();
 
   protected:
     void take_focus() override;
