@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QTableView>
+#include <algorithm>
 
 #include "sales/invoice.h"
 #include "sales/kinds.h"
@@ -10,6 +11,20 @@
 #include "ui/style.h"
 
 namespace ui {
+
+namespace {
+
+// How many characters of a text make whole words that fit a width; all of its first word at least.
+qsizetype fitting(const QString& text, const QFontMetrics& metrics, int width) {
+    qsizetype taken = -1;
+    for (qsizetype blank = text.indexOf(' '); blank >= 0; blank = text.indexOf(' ', blank + 1)) {
+        if (taken >= 0 && metrics.horizontalAdvance(text.left(blank)) > width) break;
+        taken = blank;
+    }
+    return taken < 0 ? text.size() : taken;
+}
+
+}  // namespace
 
 void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
@@ -44,8 +59,17 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
             // A long name takes two smaller lines; what is longer still is cut.
             font.setPixelSize(px(narrow ? 13 : 14));
             painter->setFont(font);
-            const QString cut = QFontMetrics(font).elidedText(text, Qt::ElideRight, place.width() * 9 / 5);
-            painter->drawText(place, right | Qt::TextWordWrap, cut);
+            const QFontMetrics small(font);
+            const qsizetype first = fitting(text, small, place.width());
+            const int middle = place.center().y();
+            const auto draw = [&](int top, const QString& part) {
+                painter->drawText(QRect(place.left(), top, place.width(), small.height()),
+                                  right | Qt::TextSingleLine,
+                                  small.elidedText(part, Qt::ElideRight, place.width()));
+            };
+            const int height = std::min(small.height(), place.height() / 2);
+            draw(middle - height, text.left(first).trimmed());
+            draw(middle, text.mid(first).trimmed());
         }
     } else {
         painter->setLayoutDirection(Qt::LeftToRight);
