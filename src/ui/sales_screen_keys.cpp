@@ -71,7 +71,9 @@ bool Form31::press(int key, Qt::KeyboardModifiers modifiers) {
     switch (key) {
         case Qt::Key_Escape:
             // A cell or discount that is being typed into is left as it was first.
-            if (lines_->is_editing() || totals_->isAncestorOf(QApplication::focusWidget())) return false;
+            if (lines_->is_editing() || (totals_->isAncestorOf(QApplication::focusWidget()) &&
+                                         qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr))
+                return false;
             if (const auto row = logic_.escape_to_quantity()) {
                 lines_->open_cell(static_cast<int>(*row), sales::column::quantity, "1");
             } else {
