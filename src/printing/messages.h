@@ -1,6 +1,7 @@
 // What printing says to the cashier.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace printing::message {
@@ -17,5 +18,10 @@ inline constexpr std::string_view print_again = "يمكن إعادة الطبا�
 inline constexpr std::string_view report_failed = "لم يطبع التقرير : الطابعة لا تستجيب";
 // The file could not be written: ...
 inline constexpr std::string_view file_failed = "تعذر حفظ الملف : ";
+
+// A message that ends in a name; paths and ports read from the left.
+inline std::string naming(std::string_view message, std::string_view name) {
+    return std::string(message) + "\u200E" + std::string(name);
+}
 
 }  // namespace printing::message

@@ -48,7 +48,7 @@ bool SystemReceiptPrinter::print_text(const Receipt& receipt, Form form) {
         outside_.log.log_event(error.what(), log_code);
     }
     if (print_to_port(outside_.devices, choice_, receipt, form, codes)) return true;
-    return failed(std::string(message::port_failed) + choice_.receipt_port, choice_.receipt_port);
+    return failed(message::naming(message::port_failed, choice_.receipt_port), choice_.receipt_port);
 }
 
 std::shared_ptr<const PageSet> SystemReceiptPrinter::pages(const Receipt& receipt, Form form) {
@@ -100,7 +100,7 @@ bool SystemReceiptPrinter::send(const std::shared_ptr<const PageSet>& made) {
     }
     const std::filesystem::path file = kept_file(folder_, *made, outside_.clock.now());
     if (save_pdf(*made, file)) return true;
-    return failed(std::string(message::file_failed) + file.string(), file.string());
+    return failed(message::naming(message::file_failed, file.string()), file.string());
 }
 
 bool SystemReceiptPrinter::failed(std::string_view message, std::string_view reason) {

@@ -42,7 +42,7 @@ bool SystemReportPrinter::save_pdf(const Report& report, const std::filesystem::
     } catch (const std::exception&) {
         // said below
     }
-    return failed(std::string(message::file_failed) + file.string(), file.string());
+    return failed(message::naming(message::file_failed, file.string()), file.string());
 }
 
 bool SystemReportPrinter::save_csv(const Report& report, const std::filesystem::path& file) {
@@ -50,7 +50,7 @@ bool SystemReportPrinter::save_csv(const Report& report, const std::filesystem::
     out << report_csv(report);
     out.close();
     if (out) return true;
-    return failed(std::string(message::file_failed) + file.string(), file.string());
+    return failed(message::naming(message::file_failed, file.string()), file.string());
 }
 
 bool SystemReportPrinter::failed(std::string_view message, std::string_view reason) {
