@@ -54,6 +54,40 @@ TEST(SalesScreen, AMissingTableIsToldAtOpening) {
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::action_failed)));
 }
 
+// Date and time of an invoice are of one moment, whenever it was begun, unless a day was chosen.
+TEST(SalesScreen, ASaleIsOfTheDayOfItsSaving) {
+    struct Case {
+        const char* what;
+        int step;  // before which midnight passes: 0 the scan, 1 saving, 2 confirming the payment
+        bool chosen;
+        const char* date;
+    };
+    const Case cases[] = {{"left on overnight", 0, false, "2026/11/22"},
+                          {"rung up before midnight", 1, false, "2026/11/22"},
+                          {"paid at midnight", 2, false, "2026/11/22"},
+                          {"a day was chosen", 1, true, "2026/11/19"}};
+    for (const Case& c : cases) {
+        Counter counter;
+        auto& screen = counter.open();
+        counter.outside.clock.moment = {{2026, 11, 21}, {23, 59, 59, 0}};
+        screen.tick();
+        const auto midnight_before = [&](int step) {
+            if (step != c.step) return;
+            counter.outside.clock.moment = {{2026, 11, 22}, {0, 0, 0, 0}};
+            screen.tick();
+        };
+        if (c.chosen) screen.choose_date({2026, 11, 19});
+        midnight_before(0);
+        ASSERT_TRUE(screen.EnterItem("6221000400012")) << c.what;
+        midnight_before(1);
+        ASSERT_EQ(screen.begin_save(), BeginSave::ask_payment) << c.what;
+        midnight_before(2);
+        ASSERT_EQ(screen.SaveInvoice(), SaveOutcome::saved) << c.what;
+        EXPECT_EQ(counter.shop.cell("select convert(varchar,[date],111) from sales"), c.date) << c.what;
+        EXPECT_EQ(screen.invoice().date, (common::Date{2026, 11, 22})) << "the next one is of today";
+    }
+}
+
 TEST(SalesScreen, ACashSaleFromScanToDrawer) {
     Counter counter;
     auto& screen = counter.open();
