@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "common/numbers.h"
+
 namespace stock {
 
 using common::Date;
@@ -10,6 +12,9 @@ using database::quoted;
 using database::Sql;
 
 namespace {
+
+// Finer than any scale weighs.
+constexpr int quantity_decimals = 6;
 
 void record_batch(Connection& connection, std::int64_t number, const TransferOrder& order, const Date& expiry,
                   double quantity) {
@@ -29,7 +34,8 @@ void record_batches(Connection& connection, std::int64_t number, const TransferO
         const double taken = std::min(held, left);
         record_batch(connection, number, order,
                      row.null("edate") ? common::no_expiry : row.moment("edate").date, taken);
-        left -= taken;
+        // The binary rest of decimal quantities is no batch of its own.
+        left = common::round_decimals(left - taken, quantity_decimals);
     }
     if (left > 0) record_batch(connection, number, order, common::no_expiry, left);
 }
