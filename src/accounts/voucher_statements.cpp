@@ -147,6 +147,7 @@ bool rewrite_voucher(database::Connection& connection, const VoucherRow& row, co
 }
 
 std::string printed_title(VoucherKind kind, Method method) {
+    if (method == Method::discount_notice || method == Method::addition_notice) return method_name(method);
     if (method == Method::cheque) return kind == VoucherKind::receipt ? "ايصال استلام شيك" : "ايصال دفع شيك";
     return kind == VoucherKind::receipt ? "ايصال استلام نقدية" : "ايصال دفع نقدية";
 }

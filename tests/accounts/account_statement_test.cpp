@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <random>
 
 #include "accounts/account_customer.h"
@@ -130,6 +131,30 @@ TEST_F(Statement, Refusals) {
     nobody.customer.reset();
     EXPECT_FALSE(nobody.show());
     EXPECT_EQ(office.outside.prompts.last(), message::enter_customer);
+}
+
+// A restaurant that buys every hour: its statement stands within a second of the processor's time.
+TEST_F(Statement, TwentyThousandMovementsShowWithinASecond) {
+    invoice(1, 0, "10.25", "2026/11/05");
+    voucher(2, 1, "A1", "10", "2026/11/06");
+    for (int pairs = 1; pairs < 10000; pairs *= 2) {
+        const std::string rest = std::to_string(std::min(pairs, 10000 - pairs));
+        const std::string by = std::to_string(pairs);
+        office.shop.sql("insert into sales (pnum,ctype,ptot,[date],vcode,stcode) select top " + rest +
+                        " pnum + " + by + ",ctype,ptot,[date],vcode,stcode from sales");
+        office.shop.sql(
+            "insert into vencuspay (chkno,ptype,[type],quan,quan1,[date],vcode,ztype) select top " + rest +
+            " chkno,ptype,[type],quan,quan1,[date],vcode,ztype from vencuspay");
+    }
+    AccountStatement statement = of(7, {2026, 11, 5}, {2026, 11, 30});
+    const std::clock_t before = std::clock();
+    ASSERT_TRUE(statement.show());
+    const double seconds = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
+    RecordProperty("seconds", std::to_string(seconds));
+    EXPECT_LT(seconds, 1.0);
+    EXPECT_EQ(statement.rows().size(), 20002U);
+    EXPECT_EQ(statement.closing(), 100 + 10000 * 0.25);
+    EXPECT_EQ(statement.rows()[10000].balance, 100 + 10000 * 10.25);
 }
 
 // Whatever vouchers, edits, invoices and openings follow one another, the running balances are the sums of it
