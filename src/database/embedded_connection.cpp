@@ -100,8 +100,8 @@ Connection::Outcome EmbeddedConnection::run(std::string_view statement, const st
 
 Connection::Outcome EmbeddedConnection::run_once(std::string_view statement,
                                                  const std::vector<Value>& values) {
-    const tsql::Tokens tokens = tsql::tokenize(statement, values);
-    Prepared* prepared = prepare(statement, tokens);
+    const tsql::Tokens tokens = tsql::outline(statement, values);
+    Prepared* prepared = prepare(statement, tokens, values);
     if (prepared != nullptr && embedded::is_orphan_deletion(tokens))
         return delete_orphans(*prepared, tokens, statement);
     if (prepared == nullptr) return {Result(std::make_shared<Columns>(std::vector<std::string>()), {}), 0};
@@ -111,7 +111,7 @@ Connection::Outcome EmbeddedConnection::run_once(std::string_view statement,
     if (sqlite3_stmt_status(used, SQLITE_STMTSTATUS_REPREPARE, 1) > 0) {
         const bool reads = sqlite3_stmt_readonly(used) != 0;
         if (refresh_catalog() && reads) {
-            return step(*prepare(statement, tokens), tokens.values, statement);
+            return step(*prepare(statement, tokens, values), tokens.values, statement);
         }
     }
     return outcome;
@@ -139,11 +139,13 @@ std::string EmbeddedConnection::key_of(const tsql::Tokens& tokens) const {
 }
 
 EmbeddedConnection::Prepared* EmbeddedConnection::prepare(std::string_view statement,
-                                                          const tsql::Tokens& tokens) {
-    if (const auto found = by_key_.find(key_of(tokens)); found != by_key_.end()) {
+                                                          const tsql::Tokens& outline,
+                                                          const std::vector<Value>& values) {
+    if (const auto found = by_key_.find(key_of(outline)); found != by_key_.end()) {
         prepared_.splice(prepared_.begin(), prepared_, found->second);
         return &prepared_.front();
     }
+    const tsql::Tokens tokens = tsql::tokenize(statement, values);
     std::set<std::size_t> pinned;
     bool is_definition = false;
     const tsql::Statement tree = tsql::Parser(statement, tokens, pinned).statement();

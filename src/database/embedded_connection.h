@@ -46,7 +46,8 @@ class EmbeddedConnection final : public Connection {
     void prepare_engine(bool fresh);
     Outcome run_once(std::string_view statement, const std::vector<Value>& values);
     // The statement ready to run; null for one that defines tables, which has run by then.
-    Prepared* prepare(std::string_view statement, const tsql::Tokens& tokens);
+    Prepared* prepare(std::string_view statement, const tsql::Tokens& outline,
+                      const std::vector<Value>& values);
     Outcome step(Prepared& prepared, const std::vector<Value>& values, std::string_view statement);
     Outcome delete_orphans(Prepared& deletion, const tsql::Tokens& tokens, std::string_view statement);
     void bind(sqlite3_stmt* statement, const std::vector<Value>& values);

@@ -27,18 +27,21 @@ char kind_mark(const Value& value) {
 
 class Tokenizer {
   public:
-    Tokenizer(std::string_view text, const std::vector<Value>& parameters)
-        : text_(text), parameters_(parameters) {}
+    // Without `listed`, only the shape and the values are made.
+    Tokenizer(std::string_view text, const std::vector<Value>& parameters, bool listed)
+        : text_(text), parameters_(parameters), listed_(listed) {
+        out_.shape.reserve(text.size() + text.size() / 8);
+    }
 
     Tokens all() {
         while (skip_blanks()) {
             begin_ = at_;
             next();
-            if (out_.list.size() > most_tokens) fail("The statement is too long.");
+            if (++count_ > most_tokens) fail("The statement is too long.");
         }
         begin_ = text_.size();
         if (used_ != parameters_.size()) fail("The statement has more values than marks \"?\".");
-        push({});
+        if (listed_) push({});
         return std::move(out_);
     }
 
@@ -120,7 +123,7 @@ class Tokenizer {
     void value(Value v) {
         out_.shape += '?';
         out_.shape += kind_mark(v);
-        push({Token::Kind::value, {}, {}, out_.values.size(), 0});
+        if (listed_) push({Token::Kind::value, {}, {}, out_.values.size(), 0});
         out_.values.push_back(std::move(v));
     }
 
@@ -133,7 +136,10 @@ class Tokenizer {
     void quoted_name(char closing) {
         std::string text = until(closing);
         if (text.empty()) fail("An object or column name is missing or empty.");
-        out_.shape += '"' + text + '"';
+        out_.shape += '"';
+        out_.shape += text;
+        out_.shape += '"';
+        if (!listed_) return;
         std::string lower = common::lower_ascii(text);
         push({Token::Kind::quoted_name, std::move(text), std::move(lower), 0, 0});
     }
@@ -142,8 +148,10 @@ class Tokenizer {
         const std::size_t begin = at_;
         while (is_name_start(at()) || is_digit(at()))
             ++at_;
+        out_.shape += ' ';
+        out_.shape += text_.substr(begin, at_ - begin);
+        if (!listed_) return;
         std::string text(text_.substr(begin, at_ - begin));
-        out_.shape += ' ' + text;
         std::string lower = common::lower_ascii(text);
         push({Token::Kind::name, std::move(text), std::move(lower), 0, 0});
     }
@@ -192,11 +200,13 @@ class Tokenizer {
     void push_symbol(std::string_view text) {
         at_ += text.size();
         out_.shape += text;
-        push({Token::Kind::symbol, std::string(text), {}, 0, 0});
+        if (listed_) push({Token::Kind::symbol, std::string(text), {}, 0, 0});
     }
 
     std::string_view text_;
     const std::vector<Value>& parameters_;
+    const bool listed_;
+    std::size_t count_ = 0;  // tokens so far
     std::size_t at_ = 0;
     std::size_t begin_ = 0;  // of the token being read
     std::size_t used_ = 0;
@@ -206,7 +216,11 @@ class Tokenizer {
 }  // namespace
 
 Tokens tokenize(std::string_view statement, const std::vector<Value>& parameters) {
-    return Tokenizer(statement, parameters).all();
+    return Tokenizer(statement, parameters, true).all();
+}
+
+Tokens outline(std::string_view statement, const std::vector<Value>& parameters) {
+    return Tokenizer(statement, parameters, false).all();
 }
 
 }  // namespace database::tsql

@@ -29,5 +29,7 @@ struct Tokens {
 // Every "?" takes the next of `parameters`. Throws Error 42000 on an unclosed quote, a stray character or too
 // few or too many parameters.
 Tokens tokenize(std::string_view statement, const std::vector<Value>& parameters);
+// The same without the list: what finds a statement that is prepared already, at a third of the cost.
+Tokens outline(std::string_view statement, const std::vector<Value>& parameters);
 
 }  // namespace database::tsql
