@@ -28,9 +28,6 @@ QVariant StatementModel::data(const QModelIndex& index, int role) const {
     const int column = index.column();
     switch (role) {
         case Qt::DisplayRole: {
-            // A side that was not moved stays blank, so that the other one is seen at once.
-            if (column == 1 && row.credit == 0) return QString();
-            if (column == 2 && row.debit == 0) return QString();
             const QString text = qt(row.cells()[static_cast<std::size_t>(column)]);
             return column < description && !text.isEmpty() ? "\u200e" + text : text;
         }
