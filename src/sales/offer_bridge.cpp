@@ -1,7 +1,7 @@
 #include "sales/offer_bridge.h"
 
 #include "common/numbers.h"
-#include "common/words.h"
+#include "common/spelled_amount.h"
 #include "sales/messages.h"
 
 namespace sales {
@@ -21,14 +21,6 @@ PaymentOption payment_of(const stock::OfferHeader& header) {
     return header.stype == 1   ? PaymentOption::card
            : header.stype == 2 ? PaymentOption::tips
                                : PaymentOption::cash;
-}
-
-std::string words_of(double amount) {
-    try {
-        return common::amount_in_words(static_cast<float>(amount));
-    } catch (const common::OverflowError&) {
-        return {};
-    }
 }
 
 std::string customer_of(const Invoice& invoice) {
@@ -135,7 +127,8 @@ std::optional<printing::Report> quotation(Connection& connection, const signin::
     report.totals = {{"الاجمالي", common::format_amount(invoice.total())},
                      {"خـــــــصم", common::format_amount(invoice.discount())},
                      {"الصافي", common::format_amount(invoice.net())}};
-    report.words = words_of(invoice.net());
+    // Quotations run into thousands, which the receipts' own speller does not reach.
+    report.words = common::spell_amount(invoice.net());
     for (const std::string& line : session.credit_lines) {
         if (!line.empty()) report.footers.push_back(line);
     }

@@ -1,5 +1,5 @@
 // Offers from the sales screen: kept, loaded, sold, printed; and an invoice that was saved in part.
-#include "common/words.h"
+#include "common/spelled_amount.h"
 #include "database/faults.h"
 #include "sales/counter.h"
 #include "sales/messages.h"
@@ -127,6 +127,56 @@ TEST(OffersOnScreen, AnItemStoppedOrDeletedSinceIsNamedAtTheSave) {
     }
 }
 
+TEST(OffersOnScreen, ThePriceOfferedHoldsWhenTheItemIsRepriced) {
+    Counter counter;
+    auto& screen = counter.open();
+    ASSERT_TRUE(screen.EnterItem("410"));
+    ASSERT_EQ(screen.SaveOffer(), 1);
+    counter.shop.sql("update items set price11 = 30, price12 = 30 where code = 410");
+    ASSERT_TRUE(screen.LoadOffer(1));
+    EXPECT_EQ(screen.cells(0)[column::price], "12.00");
+    EXPECT_EQ(screen.begin_save(), BeginSave::ask_payment);
+    EXPECT_EQ(screen.SaveInvoice(), SaveOutcome::saved);
+    EXPECT_EQ(counter.shop.number("select ptot from sales"), 12);
+    ASSERT_TRUE(screen.EnterItem("410"));
+    EXPECT_EQ(screen.cells(0)[column::price], "30.00") << "a line rung up by hand";
+}
+
+TEST(OffersOnScreen, AnOfferOfFiveHundredLinesComesBackWithItsSources) {
+    Counter counter;
+    auto& screen = counter.open();
+    sales::Invoice invoice;
+    for (int i = 0; i < 500; ++i) {
+        sales::Line line;
+        line.item_code = 400;
+        line.name = "مياه '" + std::to_string(i) + "'";
+        line.unit_code = 2;
+        line.unit_name = "عبوة";
+        line.factor = 6;
+        line.quantity = i + 1;
+        line.price = 28;
+        if (i % 2 == 1) {
+            line.source_kind = sales::SourceKind::other_store;
+            line.source_store = 2;
+        }
+        invoice.lines.push_back(line);
+    }
+    ASSERT_EQ(
+        stock::save_offer(counter.connection(), sales::offer_header(invoice, 3), sales::offer_lines(invoice)),
+        1);
+    ASSERT_TRUE(screen.LoadOffer(1));
+    ASSERT_EQ(screen.invoice().lines.size(), 500u);
+    for (std::size_t row = 0; row < 500; ++row) {
+        const sales::Line& line = screen.invoice().lines[row];
+        const bool other = row % 2 == 1;
+        ASSERT_EQ(line.name, invoice.lines[row].name);
+        ASSERT_EQ(line.base_quantity(), 6.0 * static_cast<double>(row + 1));
+        ASSERT_EQ(line.unit_code, 2);
+        ASSERT_EQ(line.source_kind, invoice.lines[row].source_kind);
+        ASSERT_EQ(line.source_store, other ? 2 : 0);
+    }
+}
+
 TEST(OffersOnScreen, ACustomerDeletedSinceIsSaidAtTheSave) {
     struct Case {
         PaymentOption payment;
@@ -165,10 +215,10 @@ TEST(OffersOnScreen, AQuotationStatesTheTotalInWords) {
     EXPECT_EQ(report->rows, (std::vector<std::vector<std::string>>{
                                 {"1", "410", "شاي", "وحدة", "10", "12.00", "0.00", "120.00"}}));
     EXPECT_EQ(report->totals.back().second, "108.00");
-    EXPECT_EQ(report->words, common::amount_in_words(108));
-    // Beyond what the words reach the figures stand alone.
-    counter.shop.sql("update offer set f5 = '99999.00'");
-    EXPECT_EQ(sales::quotation(counter.connection(), counter.session, 1)->words, "");
+    EXPECT_EQ(report->words, common::spell_amount(108));
+    counter.shop.sql("update offer set f5 = '99999.00', pdis = 0");
+    EXPECT_EQ(sales::quotation(counter.connection(), counter.session, 1)->words,
+              common::spell_amount(999990));
     EXPECT_FALSE(sales::quotation(counter.connection(), counter.session, 2));
 }
 
