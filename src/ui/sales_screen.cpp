@@ -214,8 +214,10 @@ void Form31::connect_parts() {
     });
     connect(&context_.keys, &KeyQueue::scan_waits, this, &Form31::make_way_for_scan);
     connect(&seconds_, &QTimer::timeout, this, [this] {
+        const common::Date day = logic_.invoice().date;
         logic_.tick();
         header_->show_clock(logic_.clock_text());
+        if (logic_.invoice().date != day) kind_bar_->show_state(logic_);
     });
     connect(&news_, &QTimer::timeout, this, [this] { header_->next_news(logic_.news()); });
 }
