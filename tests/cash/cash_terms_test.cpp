@@ -140,6 +140,24 @@ TEST(CashTerms, CalcCashStatementsOfBothCopies) {
          "SELECT Sum(round(btran.quan,2)) AS xs From btran Where M([date])<'2026/11/21 10:42:00' and "
          "btran.Type = "
          "1 And btran.type1 = 1   And stcode = 1 and cash_n = 2"},
+        {Movement::tips,
+         "select sum(round(disboun,2)) as xs from sales where M([date])<'2026/11/21 10:42:00' and stcode = 1 "
+         "and (ctype = 0 Or ctype = 1) and vcode = -1 and stype = 2  and ptype = 2"},
+        {Movement::uncollected,
+         "select sum(round(ptot,2)) as xs from sales where M([date])<'2026/11/21 10:42:00' and stcode = 1 "
+         "and (ctype = 0 Or ctype = 1) and vcode = -1 and stype = 4 and safe = 0  and ptype = 2"},
+        {Movement::from_bank,
+         "SELECT Sum(round(btran.quan,2)) AS xs From btran Where M([date])<'2026/11/21 10:42:00' and "
+         "btran.Type = 0 And btran.type1 = 1  And stcode = 1 and cash_n = 2"},
+        {Movement::transfers_out,
+         "SELECT Sum(round(cach_t.caml,2)) AS xs From cach_t WHERE cach_t.cfr=1  and M(cdate)<'2026/11/21 "
+         "10:42:00'  and cach_t.cash_nf = 2"},
+        {Movement::transfers_in,
+         "SELECT Sum(round(cach_t.caml,2)) AS xs From cach_t WHERE cach_t.cto=1  and M(cdate)<'2026/11/21 "
+         "10:42:00'  and cach_t.cash_nt = 2"},
+        {Movement::expenses,
+         " select sum(value) as xs from dailyexp where M(expdate)<'2026/11/21 10:42:00'  And stcode = 1 and "
+         "cash_n = 2"},
         {Movement::count_difference,
          "SELECT  sum(mor_les.aml) as xs FROM mor_les where (date <'2026/11/21 10:42:00' )  And stcode = 1 "
          "and "
@@ -155,6 +173,13 @@ TEST(CashTerms, StatementsOfThePreviousBalance) {
                    "select sum(ptot) as xs from sales where ptype = 2 and M([date])<='2026/11/21 10:42:00' "
                    "and stcode = 1 "
                    "and (ctype = 0 Or ctype = 1) and vcode = -1 "},
+                  {Movement::returns,
+                   "select sum(ptot) as xs from sales where ptype = 2 and M([date])<='2026/11/21 10:42:00' "
+                   "and stcode = 1 and (ctype = 1 Or ctype = 2) and vcode = -1  "},
+                  {Movement::expenses,
+                   " select sum(value) as xs from dailyexp where M(expdate)<='2026/11/21 10:42:00'  And "
+                   "stcode = 1 and cash_n = 2"},
+                  // Drawers of other stores have the same numbers.
                   {Movement::count_difference,
                    "SELECT  sum(mor_les.aml) as xs FROM mor_les where M([date])<='2026/11/21 10:42:00' and "
                    "ptype = 2 and "
