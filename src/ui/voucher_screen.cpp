@@ -155,6 +155,29 @@ void VoucherScreen::connect_parts() {
     });
     connect(second_amount_, &QLineEdit::textEdited, this,
             [this](const QString& text) { logic_.set_second_amount(utf8(text)); });
+    // What can be read as an amount is shown as one when its field is left; the rest waits for the save's
+    // word.
+    const auto formatted = [](const QLineEdit* field) -> std::optional<std::string> {
+        const accounts::Amount read = accounts::read_amount(utf8(field->text()));
+        if (!read.message.empty()) return std::nullopt;
+        return common::format_amount(read.value);
+    };
+    connect(amount_, &QLineEdit::editingFinished, this, [this, formatted] {
+        const auto text = formatted(amount_);
+        if (!text || *text == logic_.amount()) return;
+        logic_.set_amount(*text);
+        amount_->setText(qt(*text));
+        second_amount_->setText(qt(logic_.second_amount()));
+    });
+    connect(second_amount_, &QLineEdit::editingFinished, this, [this, formatted] {
+        const auto text = formatted(second_amount_);
+        if (!text || *text == logic_.second_amount()) return;
+        logic_.set_second_amount(*text);
+        second_amount_->setText(qt(*text));
+    });
+    connect(discount_, &QLineEdit::editingFinished, this, [this, formatted] {
+        if (const auto text = formatted(discount_)) discount_->setText(qt(*text));
+    });
     connect(method_, &Segments::chosen, this, [this](int method) {
         logic_.method = static_cast<Method>(method);
         show_method();
