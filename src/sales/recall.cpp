@@ -103,7 +103,8 @@ std::map<Article, double> returned_of(Connection& connection, std::int64_t sale_
 }  // namespace
 
 std::optional<RecalledInvoice> recall_invoice(Connection& connection, std::int64_t number, KindOption kind,
-                                              PaymentOption payment, int store, const Lists& lists) {
+                                              PaymentOption payment, int store, const Lists& lists,
+                                              const std::optional<common::TimeOfDay>& saved_at) {
     Sql statement = Sql("select * from sales where pnum = ") + number;
     if (kind != KindOption::sale)
         statement = statement + " and (ctype = 2 or ctype = 3) and stcode = " + store;
@@ -115,7 +116,10 @@ std::optional<RecalledInvoice> recall_invoice(Connection& connection, std::int64
 
     const auto headers = connection.query(statement);
     if (headers.empty()) return std::nullopt;
-    const Row& header = headers.front();
+    const auto wanted = std::find_if(headers.begin(), headers.end(), [&](const Row& row) {
+        return saved_at && row.moment("time_").time == *saved_at;
+    });
+    const Row& header = wanted == headers.end() ? headers.front() : *wanted;
 
     RecalledInvoice recalled;
     recalled.shift = header.integer("Shift");
@@ -151,8 +155,13 @@ std::optional<RecalledInvoice> recall_invoice(Connection& connection, std::int64
     }
 
     Sql lines("select * from saledata");
-    for (const Row& row : connection.query(add_key(lines, invoice) + " order by serial"))
-        invoice.lines.push_back(line_of(connection, row, lists));
+    const auto rows = connection.query(add_key(lines, invoice) + " order by serial");
+    // Lines carry the time of their save, which tells two invoices of one number apart; other programs may
+    // have left it empty.
+    const auto is_own = [&](const Row& row) { return row.moment("time_").time == recalled.saved_at.time; };
+    const bool shared = headers.size() > 1 && std::any_of(rows.begin(), rows.end(), is_own);
+    for (const Row& row : rows)
+        if (!shared || is_own(row)) invoice.lines.push_back(line_of(connection, row, lists));
     const double total = invoice.total();
     invoice.discount_percent = total == 0 ? 0 : header.number("pdis") * 100 / total;
     return recalled;

@@ -21,11 +21,12 @@ struct RecalledInvoice {
 };
 
 // The invoice of that number in the series that the kind, the payment and (for returns) the store name, as
-// saved; the newest when two tills drew the same number. Nothing when there is none. Groups are named from
-// the lists.
+// saved; the newest when two tills drew the same number, or the one saved at the given time. Nothing when
+// there is none. Groups are named from the lists.
 std::optional<RecalledInvoice> recall_invoice(database::Connection& connection, std::int64_t number,
                                               KindOption kind, PaymentOption payment, int store,
-                                              const Lists& lists = {});
+                                              const Lists& lists = {},
+                                              const std::optional<common::TimeOfDay>& saved_at = {});
 
 // A return of what a recalled sale sold and no return has brought back yet: its lines, prices and share of
 // the discounts, each with the most that may be returned. Lines without a rest, and items that are sold

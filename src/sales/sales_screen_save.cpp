@@ -64,7 +64,11 @@ BeginSave SalesScreen::begin_save() {
         }
         // Said before any money is counted; saving checks again.
         const auto shift = check_before_saving(connection_, session_, outside_.prompts, invoice_);
-        if (!shift) return BeginSave::refused;
+        if (!shift) {
+            // Another till may have used the number shown; the next attempt has one of its own.
+            if (!shows_saved_receipt()) draw_number();
+            return BeginSave::refused;
+        }
         shift_ = *shift;
         save_begun_ = true;
         if (!moves_cash(invoice_.payment)) return BeginSave::save_now;
@@ -191,7 +195,7 @@ bool SalesScreen::recall(std::string_view number) {
 bool SalesScreen::recall(const ReceiptRow& receipt) {
     return guarded("recall a receipt", false, [&] {
         return show_recalled(recall_invoice(connection_, receipt.number, receipt.kind, receipt.payment,
-                                            receipt.store, lists_));
+                                            receipt.store, lists_, receipt.time));
     });
 }
 
@@ -259,8 +263,8 @@ bool SalesScreen::reprint() {
 bool SalesScreen::reprint(const ReceiptRow& receipt) {
     return guarded("reprint", false, [&] {
         if (!session_.has_permission(permission::reprint)) return deny();
-        const auto found =
-            recall_invoice(connection_, receipt.number, receipt.kind, receipt.payment, receipt.store, lists_);
+        const auto found = recall_invoice(connection_, receipt.number, receipt.kind, receipt.payment,
+                                          receipt.store, lists_, receipt.time);
         if (!found) {
             outside_.prompts.message(message::no_such_receipt);
             return false;

@@ -198,7 +198,7 @@ void Saving::write_header(const Invoice& invoice) {
     sales.set("stcode", invoice.store);
     sales.set("User", session_.user_code);
     sales.set("wCode", invoice.worker);
-    if (!common::trim(invoice.permit_number).empty())
+    if (invoice.payment == PaymentOption::account && invoice.permit_opened)
         sales.set("perm_no", common::trim(invoice.permit_number));
     sales.set("types", 0);
     sales.set("Shift", shift_);

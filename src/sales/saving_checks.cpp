@@ -3,6 +3,7 @@
 #include <map>
 #include <string>
 
+#include "accounts/lists.h"
 #include "common/text.h"
 #include "database/recordset.h"
 #include "sales/recall.h"
@@ -39,6 +40,8 @@ class Checks {
             if (common::trim(invoice_.permit_number).empty()) return refuse(message::enter_permit);
             if (number_used()) return refuse(message::number_used);
         }
+        if (const auto field = text_too_long())
+            return refuse(std::string(*field) + std::string(message::too_long));
         return shift;
     }
 
@@ -87,9 +90,17 @@ class Checks {
                 break;
             case PaymentOption::tips:
                 if (invoice_.tips_receiver == 0) return message::choose_tips;
+                if (connection_
+                        .query(Sql("select ccode from boundata where ccode = ") + invoice_.tips_receiver)
+                        .empty())
+                    return message::tips_gone;
                 break;
             case PaymentOption::card:
                 if (invoice_.card.bank_code == 0) return message::choose_bank;
+                if (connection_
+                        .query(Sql("select bcode from bankdata where bcode = ") + invoice_.card.bank_code)
+                        .empty())
+                    return message::bank_gone;
                 if (common::trim(invoice_.card.reference).empty()) return message::enter_reference;
                 break;
             case PaymentOption::cash:
@@ -98,6 +109,19 @@ class Checks {
         if (invoice_.walk_in && !invoice_.walk_in->is_new &&
             connection_.query(Sql("select * from cust_cash where zcode = ") + invoice_.walk_in->code).empty())
             return message::walk_in_gone;
+        return std::nullopt;
+    }
+
+    // A server refuses a longer text, which would cut the save off in its middle.
+    std::optional<std::string_view> text_too_long() {
+        const accounts::TextLimits header(connection_, "sales");
+        if (!header.fits("perm_no", common::trim(invoice_.permit_number))) return message::permit_field;
+        if (!header.fits("note", invoice_.note)) return message::note_field;
+        if (!header.fits("credit_name", invoice_.card.holder)) return message::holder_field;
+        if (!header.fits("ref_no", invoice_.card.reference)) return message::reference_field;
+        const accounts::TextLimits line_texts(connection_, "saledata");
+        for (const Line& line : invoice_.lines)
+            if (!line_texts.fits("note", line.name)) return message::name_field;
         return std::nullopt;
     }
 

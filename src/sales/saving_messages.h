@@ -23,10 +23,20 @@ inline constexpr std::string_view choose_customer = "اختار العميل";
 inline constexpr std::string_view customer_gone = "العميل غير موجود";
 // The cash customer's name does not exist.
 inline constexpr std::string_view walk_in_gone = "اسم العميل النقدي غير موجود";
-// Choose the tips customer / the bank / enter the card's reference number.
+// Choose the tips customer / he, or the bank, no longer exists / choose the bank / enter the card's
+// reference.
 inline constexpr std::string_view choose_tips = "اختار عميل الاكراميات";
+inline constexpr std::string_view tips_gone = "عميل الاكراميات غير موجود";
+inline constexpr std::string_view bank_gone = "البنك غير موجود";
 inline constexpr std::string_view choose_bank = "اختار البنك";
 inline constexpr std::string_view enter_reference = "أدخل الرقم المرجعي لبطاقة الائتمان";
+// What was typed is too long: the field's name stands before it.
+inline constexpr std::string_view too_long = ": النص أطول من المسموح";
+inline constexpr std::string_view permit_field = "رقم الإذن";
+inline constexpr std::string_view note_field = "ملاحظات";
+inline constexpr std::string_view holder_field = "صاحب البطاقة";
+inline constexpr std::string_view reference_field = "رقم مرجعي";
+inline constexpr std::string_view name_field = "اسم الصنف";
 // More is returned than was sold and not yet returned, of item …
 inline constexpr std::string_view returned_too_much = "الكمية المرتجعة أكبر من المباعة للصنف ";
 // The invoice could not be saved; nothing was written.

@@ -112,6 +112,19 @@ TEST(Saving, KindsAndPaymentsBookTheirParties) {
          "select sum(quan) from stk where stcode = 1", "57"},
         {"quotes in a name stay text", [](Invoice& i) { i.lines[0].name = "x'); drop table sales --"; },
          "select note from saledata", "x'); drop table sales --"},
+        {"account invoice keeps its permit",
+         [&](Invoice& i) {
+             account(i);
+             i.permit_opened = true;
+             i.permit_number = " م-15 ";
+         },
+         "select perm_no from sales", "م-15"},
+        {"a cash invoice has no permit",
+         [](Invoice& i) {
+             i.permit_opened = true;
+             i.permit_number = "5";
+         },
+         "select count(perm_no) from sales", "0"},
         {"walk-in customer is added",
          [](Invoice& i) {
              i.walk_in = sales::WalkInCustomer{2, true, "😀 سامي", std::string(70, '1'), ""};
@@ -172,6 +185,27 @@ TEST(Saving, ReturnsMirrorSales) {
     EXPECT_EQ(saving.save(back, {}), SaveOutcome::refused);
     EXPECT_EQ(till.outside.prompts.last(), std::string(sales::saving_message::returned_too_much) + "أرز");
     EXPECT_EQ(till.shop.cell("select count(*) from sales"), "2");
+}
+
+TEST(Saving, ReceiptsOfOneNumberAreToldApart) {
+    Till till;
+    auto saving = till.saving();
+    Invoice first = till.invoice();
+    first.lines = {Till::line(100, 1, 10), Till::line(200, 1, 25)};
+    ASSERT_EQ(saving.save(first, {}), SaveOutcome::saved);
+    till.outside.clock.moment.time = {10, 43, 0, 0};
+    Invoice second = till.invoice();
+    second.lines = {Till::line(200, 3, 25)};
+    ASSERT_EQ(saving.save(second, {}), SaveOutcome::saved);
+    till.shop.sql("update sales set pnum = 1");
+    till.shop.sql("update saledata set pnum = 1");
+
+    const auto recall = [&](const std::optional<common::TimeOfDay>& time) {
+        return sales::recall_invoice(till.connection(), 1, KindOption::sale, PaymentOption::cash, 1, {}, time)
+            ->invoice.net();
+    };
+    EXPECT_DOUBLE_EQ(recall({}), 75);
+    EXPECT_DOUBLE_EQ(recall(common::TimeOfDay{10, 42, 0, 0}), 35);
 }
 
 TEST(Saving, ReturnsInPartsAreCappedAtWhatIsLeft) {
@@ -275,6 +309,28 @@ TEST(Saving, EveryRefusalWritesNothingAndSaysWhy) {
          },
          std::string(message::customer_gone)},
         {[](Till&, Invoice& i) { i.payment = PaymentOption::tips; }, std::string(message::choose_tips)},
+        {[](Till& t, Invoice& i) {
+             i.payment = PaymentOption::tips;
+             i.tips_receiver = 5;
+             t.shop.sql("delete from boundata");
+         },
+         std::string(message::tips_gone)},
+        {[](Till& t, Invoice& i) {
+             i.payment = PaymentOption::card;
+             i.card = {3, "x", "77"};
+             t.shop.sql("delete from bankdata");
+         },
+         std::string(message::bank_gone)},
+        {[&](Till& t, Invoice& i) {
+             account(t, i);
+             i.permit_number = std::string(21, '5');
+         },
+         std::string(message::permit_field) + std::string(message::too_long)},
+        {[](Till&, Invoice& i) {
+             i.lines[0].item_code.reset();
+             i.lines[0].name = std::string(600, 'x');
+         },
+         std::string(message::name_field) + std::string(message::too_long)},
         {[](Till&, Invoice& i) {
              i.payment = PaymentOption::card;
              i.card.bank_code = 3;
