@@ -75,7 +75,10 @@ constexpr Shape of_counts{counts_select, counts_rows, "date"};
 constexpr Shape of_counts_drawer_first{counts_select, counts_drawer_first, "[date]"};
 
 // An invoice's settlement: vcode -1 a walk-in customer; stype 1 card, 2 tips, 3 coupon, 4 with safe 0 a
-// telephone order not yet collected; ctype 0 and 1 sales, 2 and 3 returns.
+// telephone order not yet collected; ctype 0 and 1 sales, 2 and 3 returns. ptot is the total before the
+// invoice discount (pdis), which no sum takes off: a discount given on a plain cash sale is expected in the
+// drawer and comes out of the count as a shortage of that much. On a tips sale it is disboun and is taken
+// off.
 constexpr Term invoice_term(Movement movement, database::Fragment amount, database::Fragment gap,
                             database::Fragment condition, int sign, std::string_view caption,
                             const Shape* of_period = nullptr) {

@@ -97,9 +97,15 @@ void ShiftStartScreen::close_shift(const Shift& shift, const common::Moment& at,
     if (prn_csh_rep_ == 1) report_ = closed;
 }
 
+// The shift change stands, whatever becomes of its report: the page needs no more than what was read, and the
+// cashier is not sent to close a closed shift again.
 void ShiftStartScreen::finish() {
-    if (report_) write_print_row(connection_, *report_, session_.user_name);
     connection_.settle();
+    try {
+        if (report_) write_print_row(connection_, *report_, session_.user_name);
+    } catch (const database::Error& error) {
+        outside_.log.log_event(error.what(), error.sqlstate());
+    }
     const auto kept = report_;
     open();
     report_ = kept;

@@ -332,6 +332,18 @@ TEST_F(Shifts, AWorkerWithoutARowHasNoNameOnTheReport) {
     EXPECT_EQ(screen.report()->worker, "");
 }
 
+TEST_F(Shifts, ACloseStandsWhenThePrintingTableRefuses) {
+    drawers.shop.sql("update basic set prn_csh_rep = 1");
+    ASSERT_TRUE(start(1));
+    drawers.shop.sql("drop table [print]");
+    drawers.outside.prompts.answers = {true};
+    ShiftScreen screen = opened();
+    EXPECT_TRUE(screen.close_current());
+    EXPECT_FALSE(screen.is_in_shift());
+    ASSERT_TRUE(screen.report());
+    EXPECT_EQ(screen.report()->worker, "سعاد");
+}
+
 TEST_F(Shifts, TheLighterScreenStartsWithItsOwnCopyOfCalcCash) {
     drawers.shop.sql("update basic set mst = 2, mcash = 1");
     drawers.outside.clock.moment.time.second = 30;
