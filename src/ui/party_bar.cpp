@@ -1,5 +1,6 @@
 #include "ui/party_bar.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -51,13 +52,25 @@ PartyBar::PartyBar(QWidget* parent) : QWidget(parent) {
     setProperty(keys_property, keys_no_scans);
     pages_ = new QStackedLayout(this);
     customer_ = choice_list("account_customer");
+    permit_ = new QCheckBox("إذن تسليم");  // delivery permit
+    permit_->setObjectName("permit");
+    permit_number_ = text_field("permit_number");
+    permit_number_->setMaxLength(20);
+    permit_number_->setEnabled(false);
     bank_ = choice_list("bank");
     holder_ = text_field("card_holder");
     holder_->setMaxLength(100);
     reference_ = text_field("card_reference");
     reference_->setMaxLength(50);
     receiver_ = choice_list("tips_receiver");
-    pages_->addWidget(page({{"العميل", customer_}}));
+    QWidget* account = page({{"العميل", customer_}});
+    auto* row = static_cast<QHBoxLayout*>(account->layout());
+    permit_number_->setAccessibleName("رقم الإذن");
+    permit_number_->setPlaceholderText("رقم الإذن");
+    permit_number_->setMaximumWidth(px(180));
+    row->addWidget(permit_);
+    row->addWidget(permit_number_);
+    pages_->addWidget(account);
     pages_->addWidget(new QWidget);  // cash wants nothing
     pages_->addWidget(page({{"البنك", bank_}, {"صاحب البطاقة", holder_}, {"رقم مرجعي", reference_}}));
     pages_->addWidget(page({{"عميل الأكراميات", receiver_}}));
@@ -77,6 +90,18 @@ PartyBar::PartyBar(QWidget* parent) : QWidget(parent) {
     choosing(customer_, &PartyBar::customer_chosen, nullptr);
     choosing(bank_, &PartyBar::bank_chosen, holder_);
     choosing(receiver_, &PartyBar::tips_receiver_chosen, nullptr);
+    const auto permit_changed = [this] { emit permit_typed(permit_->isChecked(), permit_number_->text()); };
+    connect(permit_, &QCheckBox::clicked, this, [this, permit_changed](bool opened) {
+        permit_number_->setEnabled(opened);
+        permit_changed();
+        if (opened) {
+            permit_number_->setFocus();
+        } else {
+            emit finished();
+        }
+    });
+    connect(permit_number_, &QLineEdit::textEdited, this, permit_changed);
+    connect(permit_number_, &QLineEdit::returnPressed, this, &PartyBar::finished);
     const auto typed = [this] { emit card_typed(holder_->text(), reference_->text()); };
     connect(holder_, &QLineEdit::textEdited, this, typed);
     connect(reference_, &QLineEdit::textEdited, this, typed);
@@ -97,6 +122,9 @@ void PartyBar::show_state(const sales::SalesScreen& screen) {
     show_code(customer_, invoice.customer);
     show_code(bank_, invoice.card.bank_code);
     show_code(receiver_, invoice.tips_receiver);
+    permit_->setChecked(invoice.permit_opened);
+    permit_number_->setEnabled(invoice.permit_opened);
+    if (!permit_number_->hasFocus()) permit_number_->setText(qt(invoice.permit_number));
     if (!holder_->hasFocus()) holder_->setText(qt(invoice.card.holder));
     if (!reference_->hasFocus()) reference_->setText(qt(invoice.card.reference));
     setVisible(invoice.payment != sales::PaymentOption::cash);

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+class QCheckBox;
 class QComboBox;
 class QLineEdit;
 class QStackedLayout;
@@ -31,12 +32,16 @@ class PartyBar : public QWidget {
     void bank_chosen(qlonglong code);
     void card_typed(const QString& holder, const QString& reference);
     void tips_receiver_chosen(qlonglong code);
+    // The delivery permit of an account invoice, and its number.
+    void permit_typed(bool opened, const QString& number);
     // Enter in the last field: typing goes on in the entry field.
     void finished();
 
   private:
     QStackedLayout* pages_;
     QComboBox* customer_;
+    QCheckBox* permit_;
+    QLineEdit* permit_number_;
     QComboBox* bank_;
     QLineEdit* holder_;
     QLineEdit* reference_;
