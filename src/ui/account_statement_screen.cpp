@@ -265,7 +265,8 @@ bool Form39::eventFilter(QObject* watched, QEvent* event) {
         // To the first and the last row, not to the first and the last column.
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Home || key == Qt::Key_End) {
-            table_->selectRow(key == Qt::Key_Home ? 0 : model_->rowCount() - 1);
+            // Not selectRow: from right to left it finds no column at the view's edge, and so no row.
+            table_->setCurrentIndex(model_->index(key == Qt::Key_Home ? 0 : model_->rowCount() - 1, 0));
             return true;
         }
     }
