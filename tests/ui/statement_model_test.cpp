@@ -1,0 +1,50 @@
+// Leafing through a long account statement.
+#include "ui/statement_model.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QTableView>
+#include <ctime>
+
+#include "ui/style.h"
+
+namespace {
+
+// A screenful of a customer with twenty thousand movements is drawn within a frame or two of the screen,
+// wherever in the account it lies.
+TEST(StatementModel, TwentyThousandRowsAreLeafedThroughWithoutStutter) {
+    ui::dress(*qApp, QSize(1366, 768));
+    std::vector<accounts::StatementRow> rows(20000);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        rows[i].date = "2026/11/05";
+        rows[i].debit = static_cast<double>(i) + 0.25;
+        rows[i].balance = rows[i].debit * 2;
+        rows[i].description = "مبيعات : إذن رقم " + std::to_string(i);
+    }
+    ui::StatementModel model;
+    QTableView view;
+    view.setLayoutDirection(Qt::RightToLeft);
+    view.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    view.setModel(&model);
+    view.resize(1366, 700);
+    view.show();
+    model.show(rows);
+    ASSERT_FALSE(view.grab().isNull());  // fonts are loaded once
+
+    constexpr int screens = 40;
+    const std::clock_t before = std::clock();
+    for (int screen = 0; screen <= screens; ++screen) {
+        QScrollBar* bar = view.verticalScrollBar();
+        bar->setValue(bar->maximum() * screen / screens);
+        view.grab();
+    }
+    const double each = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC / screens;
+    RecordProperty("seconds_a_screen", std::to_string(each));
+    EXPECT_LT(each, 0.04);
+    EXPECT_TRUE(view.visualRect(model.index(19999, 0)).intersects(view.viewport()->rect()));
+}
+
+}  // namespace
