@@ -44,6 +44,11 @@ const Kind kinds[] = {
          i.payment = PaymentOption::card;
          i.card = {3, "x", "77"};
      }},
+    {"tips",
+     [](Invoice& i) {
+         i.payment = PaymentOption::tips;
+         i.tips_receiver = 5;
+     }},
     {"craftsman line", [](Invoice& i) { i.lines[1].salver_code = 9; }},
     {"line from another store",
      [](Invoice& i) {

@@ -224,7 +224,7 @@ int die_at(const std::filesystem::path& file, std::size_t scenario, int n) {
 }
 
 TEST(SaveKilled, LeavesABeginningOfTheOrderAndTheNextStartWorks) {
-    for (const std::size_t scenario : {std::size_t{0}, std::size_t{1}, std::size_t{4}}) {
+    for (std::size_t scenario = 0; scenario < std::size(scenarios); ++scenario) {
         SCOPED_TRACE(scenarios[scenario].name);
         const std::vector<double> after = trace_of_whole_save(scenarios[scenario]);
         for (int n = 1;; ++n) {
