@@ -73,8 +73,10 @@ class Checks {
                 continue;
             double& need = needed[*line.item_code];
             need += line.base_quantity();
-            if (!stock_suffices(available_stock(connection_, *line.item_code, invoice_.store), need))
-                return line.name;
+            const double held = database::number_of(
+                connection_.scalar(Sql("select SUM(QUAN) as quan from stk where icode = ") + *line.item_code +
+                                   " and stcode = " + invoice_.store));
+            if (!stock_suffices(held, need)) return line.name;
         }
         return std::nullopt;
     }
