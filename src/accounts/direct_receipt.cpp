@@ -32,6 +32,16 @@ std::string next_number(database::Connection& connection, std::int64_t customer)
     }
 }
 
+template <typename Action>
+void tried_twice(const Action& action) {
+    try {
+        action();
+    } catch (const database::Error& error) {
+        if (error.is_connection_lost()) throw;
+        action();
+    }
+}
+
 }  // namespace
 
 std::string write_direct_receipt(database::Connection& connection, const signin::Session& session,
@@ -59,8 +69,10 @@ std::string write_direct_receipt(database::Connection& connection, const signin:
     voucher.set("chkno", number);
     voucher.set("time_", database::Value(clock.now()));
     voucher.update();
-    move_balance(connection, Ledger::customers, customer, -paid);
-    connection.settle();
+    // The money is in the drawer and the voucher is written: an error that passes must not make the cashier
+    // write it once more, so what follows is tried again first.
+    tried_twice([&] { move_balance(connection, Ledger::customers, customer, -paid); });
+    tried_twice([&] { connection.settle(); });
     return number;
 }
 

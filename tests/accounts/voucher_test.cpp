@@ -275,6 +275,29 @@ TEST_F(Vouchers, ThePartiesOfEachKind) {
     EXPECT_EQ(voucher.parties().front().name, "فندق النيل");
 }
 
+// Whichever statement fails once: either nothing was written, or the receipt and the balance both were.
+TEST_F(Vouchers, ADirectReceiptIsNeverHalfWritten) {
+    int written = 0;
+    bool reached = true;
+    for (std::int64_t n = 1; reached; ++n) {
+        office.shop.sql("delete from vencuspay");
+        office.shop.sql("update custdata set cacc = 250 where ccode = 7");
+        database::FaultyConnection connection(office.shop.connection());
+        connection.fail_at(n, database::FaultyConnection::Fault::passing);
+        bool returned = true;
+        try {
+            write_direct_receipt(connection, office.session, office.outside.clock, 7, {2026, 11, 21}, 100);
+        } catch (const database::Error&) {
+            returned = false;
+        }
+        reached = connection.has_failed();
+        EXPECT_EQ(count(), returned ? 1 : 0) << n;
+        EXPECT_EQ(office.customer_balance(7), returned ? 150 : 250) << n;
+        written += returned && reached;
+    }
+    EXPECT_GT(written, 0);
+}
+
 TEST_F(Vouchers, ADirectReceiptLowersWhatTheCustomerOwes) {
     std::vector<std::string> numbers;
     for (int i = 0; i < 11; ++i) {
