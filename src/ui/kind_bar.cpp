@@ -54,7 +54,7 @@ KindBar::KindBar(QWidget* parent) : QWidget(parent) {
 
     row->addWidget(cell("رقم البون", "Ctrl R", number_box()));
     date_ = new Figure("invoice_date", "figure");
-    row->addWidget(cell("التاريخ", {}, date_));
+    row->addWidget(cell("التاريخ", "Ctrl D", date_));
     kinds_ = new Segments("kind", {{0, "بيع"}, {1, "مرتجع"}, {2, "نوع ثالث"}});
     row->addWidget(cell("النوع", "F4", kinds_));
     std::vector<std::pair<int, QString>> levels;

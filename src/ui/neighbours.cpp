@@ -1,11 +1,13 @@
 #include "ui/neighbours.h"
 
+#include "sales/saving_messages.h"
 #include "ui/account_customers_list.h"
 #include "ui/account_statement_screen.h"
 #include "ui/cash_panel.h"
 #include "ui/daily_statement_screen.h"
 #include "ui/direct_receipt_sheet.h"
 #include "ui/expense_screen.h"
+#include "ui/invoice_data_sheet.h"
 #include "ui/line_source_dialog.h"
 #include "ui/offers_screen.h"
 #include "ui/password_screen.h"
@@ -98,6 +100,16 @@ Screens neighbours(const Context& context) {
         {"line_source", "مص&در الصنف", Qt::Key_T, false, "Ctrl T",
          on_sales([context](QWidget* host, auto& sales) { choose_line_source(host, context, sales); }), true,
          "المصدر"});
+    screens.add({"invoice_data", "&بيانات البون", Qt::Key_D, false, "Ctrl D",
+                 on_sales([context](QWidget* host, auto& sales) {
+                     if (sales.partly_saved()) {
+                         context.outside.prompts.message(sales::saving_message::partly_stays,
+                                                         common::Icon::critical);
+                     } else {
+                         InvoiceDataSheet(host, context, sales).run();
+                     }
+                 }),
+                 true});
     screens.add({"printer", "&طابعة البون", 0, false, {}, on_sales([context](QWidget* host, auto& sales) {
                      PrinterScreen(host, context, sales).run();
                  })});

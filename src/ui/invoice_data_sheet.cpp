@@ -1,0 +1,135 @@
+#include "ui/invoice_data_sheet.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "common/date_time.h"
+#include "common/numbers.h"
+#include "sales/sales_screen.h"
+#include "ui/fields.h"
+#include "ui/guard.h"
+#include "ui/key_button.h"
+#include "ui/messages.h"
+#include "ui/style.h"
+#include "ui/text.h"
+
+namespace ui {
+
+namespace {
+
+QComboBox* list_of(const char* name, const std::vector<sales::Choice>& choices, std::int64_t chosen) {
+    QComboBox* list = choice_list(name);
+    for (const sales::Choice& choice : choices)
+        list->addItem(qt(choice.name), QVariant::fromValue<qlonglong>(choice.code));
+    list->setCurrentIndex(list->findData(QVariant::fromValue<qlonglong>(chosen)));
+    return list;
+}
+
+}  // namespace
+
+InvoiceDataSheet::InvoiceDataSheet(QWidget* host, const Context& context, sales::SalesScreen& screen)
+    : Sheet(host, "بيانات البون"), context_(context), screen_(screen) {
+    setObjectName("invoice_data");
+    set_card_width(560);
+    const sales::Invoice& invoice = screen.invoice();
+
+    auto* first = new QHBoxLayout;
+    first->setSpacing(px(10));
+    store_ = list_of("data_store", screen.lists().stores, invoice.store);
+    date_ = moment_field("data_date");
+    date_->setText(qt(common::date_text(invoice.date)));
+    first->addWidget(captioned("ال&مخزن", store_), 3);
+    first->addWidget(captioned("ال&تاريخ", date_), 2);
+    body()->addLayout(first);
+
+    std::vector<sales::Choice> workers = screen.lists().workers;
+    workers.insert(workers.begin(), {0, {}});
+    worker_ = list_of("data_worker", workers, invoice.worker);
+    body()->addWidget(captioned("البائ&ع", worker_));
+    note_ = text_field("data_note");
+    note_->setMaxLength(100);
+    note_->setText(qt(invoice.note));
+    body()->addWidget(captioned("ملا&حظات", note_));
+    body()->addWidget(build_permit());
+    no_receipt_ = new QCheckBox("بدون طباعة &إيصال لهذا البون");
+    no_receipt_->setObjectName("data_no_receipt");
+    no_receipt_->setChecked(invoice.suppress_receipt);
+    body()->addWidget(no_receipt_);
+
+    auto* row = new QHBoxLayout;
+    row->setSpacing(px(10));
+    auto* take = new KeyButton("data_confirm", "Enter", "موافق", KeyButton::Look::save);
+    take->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    auto* back = new KeyButton("data_back", "Esc", "رجوع", KeyButton::Look::tool);
+    back->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+    row->addWidget(take, 2);
+    row->addWidget(back, 1);
+    body()->addLayout(row);
+    // A list keeps Enter to itself.
+    for (QComboBox* list : {store_, worker_})
+        connect(list->lineEdit(), &QLineEdit::returnPressed, this, &InvoiceDataSheet::confirm);
+    connect(take, &QPushButton::clicked, this, &InvoiceDataSheet::confirm);
+    connect(back, &QPushButton::clicked, this, [this] { leave(0); });
+}
+
+// Only goods on account leave with a permit.
+QWidget* InvoiceDataSheet::build_permit() {
+    const sales::Invoice& invoice = screen_.invoice();
+    auto* box = new QWidget;
+    auto* row = new QHBoxLayout(box);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(px(10));
+    permit_ = new QCheckBox("بإذن &صرف رقم");
+    permit_->setObjectName("data_permit");
+    permit_->setChecked(invoice.permit_opened);
+    permit_number_ = text_field("data_permit_number");
+    permit_number_->setMaxLength(20);
+    permit_number_->setText(qt(invoice.permit_number));
+    row->addWidget(permit_);
+    row->addWidget(permit_number_, 1);
+    connect(permit_number_, &QLineEdit::textEdited, permit_,
+            [this](const QString& text) { permit_->setChecked(!text.trimmed().isEmpty()); });
+    if (invoice.payment != sales::PaymentOption::account) box->hide();
+    return box;
+}
+
+void InvoiceDataSheet::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (auto* button = qobject_cast<QPushButton*>(focusWidget()))
+            button->click();
+        else
+            confirm();
+        event->accept();
+        return;
+    }
+    Sheet::keyPressEvent(event);
+}
+
+void InvoiceDataSheet::confirm() {
+    // A time alone would pass for a day of the year 1900.
+    const std::string typed = common::western_digits(utf8(date_->text()));
+    const auto moment = common::parse_moment(typed);
+    if (!moment || typed.find(':') != typed.npos || !common::is_valid(moment->date)) {
+        context_.outside.prompts.message(message::wrong_date);
+        date_->setFocus();
+        date_->selectAll();
+        return;
+    }
+    guarded(context_.outside, "InvoiceData", [&] {
+        const int store = static_cast<int>(chosen_code(store_));
+        if (store != 0 && store != screen_.invoice().store) screen_.choose_store(store);
+        screen_.choose_date(moment->date);
+        screen_.choose_worker(chosen_code(worker_));
+        screen_.enter_note(utf8(note_->text().trimmed()));
+        screen_.enter_permit(permit_->isChecked(), utf8(permit_number_->text().trimmed()));
+        screen_.suppress_receipt(no_receipt_->isChecked());
+    });
+    leave(1);
+}
+
+}  // namespace ui
