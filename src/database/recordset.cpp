@@ -250,8 +250,9 @@ void Recordset::update_row() {
             values.push_back(record.cells[at]);
         }
     }
-    const std::string text =
-        "update top (1) " + bracketed(table_) + " set " + sets + (where.empty() ? "" : " where " + where);
+    // A row's own number names one row already.
+    const std::string text = std::string("update ") + (is_null(record.id) ? "top (1) " : "") +
+                             bracketed(table_) + " set " + sets + (where.empty() ? "" : " where " + where);
     if (connection_.run(text, values).changed == 0) {
         throw Error("40001", "The row was changed or deleted by another workstation.", text);
     }
