@@ -184,9 +184,8 @@ void Form31::connect_parts() {
     connect(party_bar_, &PartyBar::card_typed, this, [this](const QString& holder, const QString& reference) {
         logic_.enter_card(utf8(holder), utf8(reference));
     });
-    connect(party_bar_, &PartyBar::permit_typed, this, [this](bool opened, const QString& number) {
-        logic_.enter_permit(opened, utf8(number));
-    });
+    connect(party_bar_, &PartyBar::permit_typed, this,
+            [this](bool opened, const QString& number) { logic_.enter_permit(opened, utf8(number)); });
     connect(party_bar_, &PartyBar::tips_receiver_chosen, this,
             [this](qlonglong code) { logic_.choose_tips_receiver(code); });
     connect(party_bar_, &PartyBar::finished, this, &Form31::focus_entry);
