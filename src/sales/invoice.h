@@ -126,6 +126,8 @@ struct Invoice {
     std::vector<Line> lines;
     double discount_percent = 0;  // of the whole invoice; the value follows the lines
 
+    // The walk-in customer's data count on an invoice that is no account customer's.
+    bool has_walk_in() const { return walk_in.has_value() && payment != PaymentOption::account; }
     bool is_return() const { return kind != KindOption::sale; }
     double total() const;  // Σ line totals
     double discount() const { return total() * discount_percent / 100; }

@@ -135,7 +135,7 @@ void Saving::write_all(Invoice& invoice, const PaymentTaken& payment) {
 
 // The walk-in customer's row alone does not make an invoice: an error after it leaves nothing half-saved.
 void Saving::write_walk_in_customer(Invoice& invoice) {
-    if (!invoice.walk_in) return;
+    if (!invoice.has_walk_in()) return;
     WalkInCustomer& customer = *invoice.walk_in;
     Recordset rows =
         customer.is_new
@@ -208,7 +208,7 @@ void Saving::write_header(const Invoice& invoice) {
     sales.set("ptype", session_.cash_point);
     sales.set("inv_type", static_cast<int>(invoice.kind));
     if (!invoice.note.empty()) sales.set("note", invoice.note);
-    if (invoice.walk_in) sales.set("cust_c", invoice.walk_in->code);
+    if (invoice.has_walk_in()) sales.set("cust_c", invoice.walk_in->code);
     if (invoice.payment == PaymentOption::card) {
         sales.set("credit_name", invoice.card.holder);
         sales.set("ref_no", invoice.card.reference);

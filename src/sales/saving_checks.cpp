@@ -108,7 +108,7 @@ class Checks {
             case PaymentOption::cash:
                 break;
         }
-        if (invoice_.walk_in && !invoice_.walk_in->is_new &&
+        if (invoice_.has_walk_in() && !invoice_.walk_in->is_new &&
             connection_.query(Sql("select * from cust_cash where zcode = ") + invoice_.walk_in->code).empty())
             return message::walk_in_gone;
         return std::nullopt;

@@ -135,6 +135,12 @@ TEST(Saving, KindsAndPaymentsBookTheirParties) {
              i.walk_in = sales::WalkInCustomer{1, true, "سامي", "", ""};
          },
          "select cust_c from sales", "2"},
+        {"a walk-in customer is none of an account invoice",
+         [&](Invoice& i) {
+             account(i);
+             i.walk_in = sales::WalkInCustomer{2, true, "سامي", "", ""};
+         },
+         "select isnull(cust_c, 0) + (select count(*) from cust_cash) from sales", "1"},
         {"known walk-in customer is brought up to date",
          [](Invoice& i) {
              i.walk_in = sales::WalkInCustomer{1, false, "منى", "011", "m@x"};
