@@ -55,7 +55,6 @@ InvoiceDataSheet::InvoiceDataSheet(QWidget* host, const Context& context, sales:
     note_->setMaxLength(100);
     note_->setText(qt(invoice.note));
     body()->addWidget(captioned("ملا&حظات", note_));
-    body()->addWidget(build_permit());
     no_receipt_ = new QCheckBox("بدون طباعة &إيصال لهذا البون");
     no_receipt_->setObjectName("data_no_receipt");
     no_receipt_->setChecked(invoice.suppress_receipt);
@@ -75,27 +74,6 @@ InvoiceDataSheet::InvoiceDataSheet(QWidget* host, const Context& context, sales:
         connect(list->lineEdit(), &QLineEdit::returnPressed, this, &InvoiceDataSheet::confirm);
     connect(take, &QPushButton::clicked, this, &InvoiceDataSheet::confirm);
     connect(back, &QPushButton::clicked, this, [this] { leave(0); });
-}
-
-// Only goods on account leave with a permit.
-QWidget* InvoiceDataSheet::build_permit() {
-    const sales::Invoice& invoice = screen_.invoice();
-    auto* box = new QWidget;
-    auto* row = new QHBoxLayout(box);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(px(10));
-    permit_ = new QCheckBox("بإذن &صرف رقم");
-    permit_->setObjectName("data_permit");
-    permit_->setChecked(invoice.permit_opened);
-    permit_number_ = text_field("data_permit_number");
-    permit_number_->setMaxLength(20);
-    permit_number_->setText(qt(invoice.permit_number));
-    row->addWidget(permit_);
-    row->addWidget(permit_number_, 1);
-    connect(permit_number_, &QLineEdit::textEdited, permit_,
-            [this](const QString& text) { permit_->setChecked(!text.trimmed().isEmpty()); });
-    if (invoice.payment != sales::PaymentOption::account) box->hide();
-    return box;
 }
 
 void InvoiceDataSheet::keyPressEvent(QKeyEvent* event) {
@@ -126,7 +104,6 @@ void InvoiceDataSheet::confirm() {
         screen_.choose_date(moment->date);
         screen_.choose_worker(chosen_code(worker_));
         screen_.enter_note(utf8(note_->text().trimmed()));
-        screen_.enter_permit(permit_->isChecked(), utf8(permit_number_->text().trimmed()));
         screen_.suppress_receipt(no_receipt_->isChecked());
     });
     leave(1);

@@ -25,7 +25,6 @@ class InvoiceDataSheet : public Sheet {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    QWidget* build_permit();
     void confirm();
 
     const Context& context_;
@@ -34,8 +33,6 @@ class InvoiceDataSheet : public Sheet {
     QLineEdit* date_;
     QComboBox* worker_;
     QLineEdit* note_;
-    QCheckBox* permit_;
-    QLineEdit* permit_number_;
     QCheckBox* no_receipt_;
 };
 
