@@ -36,6 +36,6 @@ inline constexpr std::string_view search_headings[] = {"كود",     "الاسم
 inline constexpr std::string_view shift_headings[] = {"رقم", "بداية", "نهاية"};
 
 // The price-level options in their order, levels 2 to 5: retail, wholesale, and the two further ones.
-inline constexpr std::string_view price_level_captions[] = {"قطاعي", "جملة", "سعر 3", "سعر 4"};
+inline constexpr std::string_view price_level_captions[] = {"قطاعي", "جملة", "سعر 4", "سعر 5"};
 
 }  // namespace sales
