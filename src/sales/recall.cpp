@@ -5,6 +5,8 @@
 #include <map>
 #include <utility>
 
+#include "sales/pricing.h"
+
 namespace sales {
 
 using database::Connection;
@@ -42,10 +44,7 @@ PaymentOption payment_of(const Row& header) {
     }
 }
 
-// The unit's name and the price column of its cost follow from the unit code.
-const char* unit_name_of(std::int64_t unit_code) {
-    return unit_code == 3 ? "كرتونة" : unit_code == 2 ? "عبوة" : "وحدة";
-}
+// The price column of a unit's cost.
 const char* cost_column_of(std::int64_t unit_code) {
     return unit_code == 3 ? "price31" : unit_code == 2 ? "price21" : "price11";
 }
@@ -58,7 +57,7 @@ Line line_of(Connection& connection, const Row& row, const Lists& lists) {
     line.discount = row.number("disc");
     line.factor = row.null("unit1") || row.number("unit1") == 0 ? 1 : row.number("unit1");
     line.unit_code = static_cast<int>(std::max<std::int64_t>(1, row.integer("scode")));
-    line.unit_name = unit_name_of(line.unit_code);
+    line.unit_name = unit_name(line.unit_code);
     line.salver_code = row.integer("salvcode");
     if (!row.null("edate")) line.expiry = row.moment("edate").date;
     if (row.null("icode")) return line;
