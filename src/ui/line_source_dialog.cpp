@@ -1,4 +1,5 @@
 #include "ui/line_source_dialog.h"
+#include "ui/account_fields.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -72,14 +73,8 @@ LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales:
 
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(px(10));
-    const auto add = [&](const char* name, const QString& caption, auto action) {
-        auto* made = new QPushButton(caption);
-        made->setObjectName(name);
-        made->setMinimumHeight(px(50));
-        made->setAutoDefault(true);
-        connect(made, &QPushButton::clicked, this, action);
-        buttons->addWidget(made, 1);
-        return made;
+    const auto add = [&](const char* name, const QString& caption, std::function<void()> action) {
+        return foot_button(buttons, name, caption, 1, std::move(action));
     };
     set_role(add("source_confirm", "ت&حويل من المخزن  Enter", [this] { confirm(); }), "main");
     add("source_selling", "من مخزن ال&بيع", [this] {

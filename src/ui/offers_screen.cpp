@@ -1,4 +1,5 @@
 #include "ui/offers_screen.h"
+#include "ui/account_fields.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -62,14 +63,8 @@ OffersScreen::OffersScreen(QWidget* host, const Context& context, sales::SalesSc
 
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(px(10));
-    const auto add = [&](const char* name, const QString& caption, auto action) {
-        auto* made = new QPushButton(caption);
-        made->setObjectName(name);
-        made->setMinimumHeight(px(50));
-        made->setAutoDefault(true);
-        connect(made, &QPushButton::clicked, this, action);
-        buttons->addWidget(made, 1);
-        return made;
+    const auto add = [&](const char* name, const QString& caption, std::function<void()> action) {
+        return foot_button(buttons, name, caption, 1, std::move(action));
     };
     set_role(add("offer_load", "ت&حميل العرض  Enter", [this] { load(); }), "main");
     add("offer_print", "&طباعة", [this] { print(); });

@@ -1,4 +1,5 @@
 #include "ui/printer_screen.h"
+#include "ui/account_fields.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -48,14 +49,8 @@ PrinterScreen::PrinterScreen(QWidget* host, const Context& context, const sales:
 
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(px(10));
-    const auto add = [&](const char* name, const QString& caption, auto action) {
-        auto* made = new QPushButton(caption);
-        made->setObjectName(name);
-        made->setMinimumHeight(px(50));
-        made->setAutoDefault(true);
-        connect(made, &QPushButton::clicked, this, action);
-        buttons->addWidget(made, 1);
-        return made;
+    const auto add = [&](const char* name, const QString& caption, std::function<void()> action) {
+        return foot_button(buttons, name, caption, 1, std::move(action));
     };
     set_role(add("printer_choose", "ا&ختيار  Enter", [this] { choose(); }), "main");
     add("printer_test", "ت&جربة طباعة", [this] { test(); });

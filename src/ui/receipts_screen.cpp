@@ -1,4 +1,5 @@
 #include "ui/receipts_screen.h"
+#include "ui/account_fields.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -50,14 +51,8 @@ ReceiptsScreen::ReceiptsScreen(QWidget* host, sales::SalesScreen& screen)
 
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(px(10));
-    const auto add = [&](const char* name, const QString& caption, auto action) {
-        auto* made = new QPushButton(caption);
-        made->setObjectName(name);
-        made->setMinimumHeight(px(50));
-        made->setAutoDefault(true);
-        connect(made, &QPushButton::clicked, this, action);
-        buttons->addWidget(made, 1);
-        return made;
+    const auto add = [&](const char* name, const QString& caption, std::function<void()> action) {
+        return foot_button(buttons, name, caption, 1, std::move(action));
     };
     set_role(add("receipt_show", "&عرض البون  Enter", [this] { show_receipt(); }), "main");
     add("receipt_reprint", "إعادة ال&طباعة", [this] { reprint(); });
