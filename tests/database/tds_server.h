@@ -10,19 +10,10 @@
 #include <thread>
 #include <vector>
 
-#include "database/value.h"
+#include "support/tds_answer.h"
+#include "support/tds_request.h"
 
 namespace test {
-
-// Bytes of answers, as the protocol has them.
-namespace tds {
-std::string done(std::uint64_t rows = 0);
-std::string error(int number, int severity, std::string_view text);
-// A result of one row: text as nvarchar, whole numbers as int, doubles as float, moments as datetime.
-std::string row(const std::vector<std::pair<std::string, database::Value>>& cells);
-// The same bytes as the protocol's 16-bit characters.
-std::string wide(std::string_view utf8);
-}  // namespace tds
 
 class TdsServer {
   public:
@@ -39,12 +30,7 @@ class TdsServer {
     std::uint16_t port() const { return port_; }
     int logins() const { return logins_; }
     // What the last log-in asked for.
-    struct Login {
-        std::string user;
-        std::string password;
-        std::string database;
-    };
-    Login last_login();
+    tds::Login last_login();
     // Statements and calls received, as text where they are text.
     std::vector<std::string> requests();
 
@@ -58,7 +44,7 @@ class TdsServer {
     int listener_ = -1;
     std::atomic<int> logins_ = 0;
     std::mutex lock_;
-    Login last_login_;
+    tds::Login last_login_;
     std::vector<std::string> requests_;
     std::vector<int> open_;
     std::vector<std::thread> talks_;

@@ -1,0 +1,39 @@
+// tds-bridge: the test server as a program. Runs tests or plays against it:
+//     tds-bridge COMMAND [argument...]
+// starts a server on a database of its own, names it in TALLVEX_TEST_SQLSERVER (and its switchboard in
+// TALLVEX_TEST_BRIDGE), runs the command and ends as it ends. Without a command it prints the variable and
+// serves until its input ends. What it is and what it is not: support/tds_bridge.h.
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "support/shop.h"
+#include "support/tds_bridge.h"
+#include "support/tds_control.h"
+
+extern char** environ;
+
+int main(int count, char** arguments) {
+    const test::TemporaryFolder folder;
+    test::TdsBridge bridge(folder.path());
+    const test::TdsControl control(bridge, folder.path() / "control");
+    if (count < 2) {
+        std::printf("TALLVEX_TEST_SQLSERVER='%s'\n", bridge.place().c_str());
+        std::fflush(stdout);
+        while (std::getchar() != EOF) {
+        }
+        return 0;
+    }
+    setenv("TALLVEX_TEST_SQLSERVER", bridge.place().c_str(), 1);
+    setenv("TALLVEX_TEST_BRIDGE", control.path().c_str(), 1);
+    pid_t child = 0;
+    if (posix_spawnp(&child, arguments[1], nullptr, nullptr, arguments + 1, environ) != 0) {
+        std::fprintf(stderr, "%s cannot be run\n", arguments[1]);
+        return 127;
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}

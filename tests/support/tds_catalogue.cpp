@@ -1,0 +1,252 @@
+#include "support/tds_catalogue.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <memory>
+
+#include "common/text.h"
+#include "database/tsql_parser.h"
+
+namespace test::tds {
+
+namespace tsql = database::tsql;
+using database::Connection;
+using database::Error;
+using database::Result;
+using database::Value;
+
+namespace {
+
+std::optional<Connection::Table> table_of(Connection& shop, std::string_view name) {
+    try {
+        return shop.describe(name);
+    } catch (const Error&) {
+        return {};
+    }
+}
+
+Result made(std::vector<std::string> names, std::vector<std::vector<Value>> rows) {
+    const auto columns = std::make_shared<const database::Columns>(std::move(names));
+    std::vector<database::Row> whole;
+    for (auto& cells : rows)
+        whole.emplace_back(columns, std::move(cells));
+    return {columns, std::move(whole)};
+}
+
+// Whether a value can be sent as the type without loss.
+bool fits(const Type& type, const Value& value) {
+    if (database::is_null(value)) return true;
+    const bool is_text = std::holds_alternative<std::string>(value);
+    switch (type.kind) {
+        case Type::text:
+            return is_text && database::text_of(value).size() <= static_cast<std::size_t>(type.size) * 2;
+        case Type::large_text:
+            return is_text;
+        case Type::moment:
+            return std::holds_alternative<common::Moment>(value);
+        case Type::bit:
+        case Type::whole: {
+            const auto* whole = std::get_if<std::int64_t>(&value);
+            if (whole == nullptr) return false;
+            const double most = std::ldexp(1.0, type.size * 8 - (type.size == 1 ? 0 : 1));
+            return type.size == 8 || std::abs(static_cast<double>(*whole)) < most;
+        }
+        default:
+            return !is_text && !std::holds_alternative<common::Moment>(value);
+    }
+}
+
+// The declared types of a query's columns; empty texts for those that are no table's own. Nothing when the
+// columns cannot be told.
+std::vector<std::string> declared_types(Connection& shop, const tsql::Select& query) {
+    std::vector<std::string> types;
+    const auto add_all = [&](std::string_view alias) {
+        for (const tsql::Source& source : query.from) {
+            if (!alias.empty() && !common::equal_ignoring_case(alias, source.alias)) continue;
+            const auto table = source.query ? std::nullopt : table_of(shop, source.table);
+            if (!table) return false;
+            types.insert(types.end(), table->types.begin(), table->types.end());
+        }
+        return true;
+    };
+    const auto type_of_column = [&](const tsql::Expression& column) -> std::string {
+        for (const tsql::Source& source : query.from) {
+            if (source.query) continue;
+            if (!column.table.empty() && !common::equal_ignoring_case(column.table, source.alias)) continue;
+            const auto table = table_of(shop, source.table);
+            if (!table) continue;
+            for (std::size_t i = 0; i < table->columns.size(); ++i)
+                if (common::equal_ignoring_case(table->columns[i], column.name)) return table->types[i];
+        }
+        return {};
+    };
+    for (const tsql::Item& item : query.items) {
+        if (item.value->kind == tsql::Expression::Kind::all) {
+            if (!add_all(item.value->table)) return {};
+        } else if (item.value->kind == tsql::Expression::Kind::column) {
+            types.push_back(type_of_column(*item.value));
+        } else {
+            types.emplace_back();
+        }
+    }
+    return types;
+}
+
+std::vector<std::string> names_in(const std::filesystem::path& file, const char* kind) {
+    sqlite3* engine = nullptr;
+    const int opened = sqlite3_open_v2(file.c_str(), &engine, SQLITE_OPEN_READONLY, nullptr);
+    const std::unique_ptr<sqlite3, int (*)(sqlite3*)> closing(engine, sqlite3_close);
+    sqlite3_stmt* statement = nullptr;
+    if (opened != SQLITE_OK ||
+        sqlite3_prepare_v2(engine,
+                           "select name from sqlite_schema where type = ?1 and name not like '%.%' and name "
+                           "not like 'sqlite_%' order by name",
+                           -1, &statement, nullptr) != SQLITE_OK)
+        throw Error("HY000", "the catalogue cannot be read", "");
+    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> finalizing(statement, sqlite3_finalize);
+    sqlite3_bind_text(statement, 1, kind, -1, SQLITE_STATIC);
+    std::vector<std::string> names;
+    while (sqlite3_step(statement) == SQLITE_ROW)
+        names.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
+    return names;
+}
+
+}  // namespace
+
+std::vector<Type> types_of(Connection& shop, const Statement& statement, const Result& result) {
+    std::vector<std::string> declared;
+    try {
+        const tsql::Tokens tokens = tsql::tokenize(statement.text, statement.values);
+        std::set<std::size_t> pinned;
+        const tsql::Statement tree = tsql::Parser(statement.text, tokens, pinned).statement();
+        if (const auto* select = std::get_if<std::unique_ptr<tsql::Select>>(&tree))
+            declared = declared_types(shop, **select);
+    } catch (const Error&) {
+        // A question to the catalogue.
+    }
+    declared.resize(declared.size() == result.columns().size() ? declared.size() : 0);
+    std::vector<Type> types;
+    for (std::size_t i = 0; i < result.columns().size(); ++i) {
+        std::vector<const Value*> values;
+        for (const auto& row : result)
+            values.push_back(&row.cells()[i]);
+        if (i < declared.size() && !declared[i].empty()) {
+            const Type type = type_of(declared[i]);
+            if (std::all_of(values.begin(), values.end(), [&](const Value* v) { return fits(type, *v); })) {
+                types.push_back(type);
+                continue;
+            }
+        }
+        types.push_back(type_of(values));
+    }
+    return types;
+}
+
+std::optional<Connection::Outcome> ask_catalogue(Connection& shop, const std::filesystem::path& file,
+                                                 std::string_view statement) {
+    const std::string text = common::lower_ascii(common::trim(statement));
+    std::vector<std::string> names;
+    if (text == "select name from sysobjects where xtype = 'v'") {
+        names = names_in(file, "view");
+    } else if (text == "select name from sysobjects where xtype = 'u'") {
+        names = names_in(file, "table");
+    } else if (text == "select name from sys.tables where is_ms_shipped = 0 order by name") {
+        names = shop.tables();
+    } else {
+        return {};
+    }
+    std::vector<std::vector<Value>> rows;
+    for (const std::string& name : names)
+        rows.push_back({name});
+    return Connection::Outcome{made({"name"}, std::move(rows)), 0};
+}
+
+Result columns_of(Connection& shop, std::string_view name) {
+    const auto table = table_of(shop, name);
+    std::vector<std::vector<Value>> rows;
+    for (std::size_t i = 0; table && i < table->columns.size(); ++i) {
+        const Type type = type_of(table->types[i]);
+        const std::string written = common::lower_ascii(table->types[i]);
+        std::string type_name = written.substr(0, written.find('('));
+        std::int64_t precision = 10, length = type.size, scale = 0;
+        Value odbc_type = std::int64_t{4};
+        switch (type.kind) {
+            case Type::whole:
+                precision = type.size == 8 ? 19 : type.size == 4 ? 10 : type.size == 2 ? 5 : 3;
+                odbc_type = std::int64_t{type.size == 8 ? -5 : type.size == 4 ? 4 : type.size == 2 ? 5 : -6};
+                break;
+            case Type::bit:
+                precision = 1;
+                odbc_type = std::int64_t{-7};
+                break;
+            case Type::number:
+                precision = type.size == 8 ? 15 : 7;
+                odbc_type = std::int64_t{type.size == 8 ? 6 : 7};
+                break;
+            case Type::money:
+                precision = 19;
+                scale = 4;
+                odbc_type = std::int64_t{3};
+                break;
+            case Type::numeric:
+                precision = type.precision;
+                scale = type.scale;
+                odbc_type = std::int64_t{2};
+                break;
+            case Type::moment:
+                precision = type_name == "smalldatetime" ? 16 : 23;
+                scale = type_name == "smalldatetime" ? 0 : 3;
+                odbc_type = std::int64_t{11};
+                break;
+            case Type::text:
+                precision = type.size;
+                length = type.size * 2;
+                odbc_type = std::int64_t{-9};
+                break;
+            case Type::large_text:  // as this procedure tells it to clients of older days
+                type_name = "ntext";
+                precision = std::numeric_limits<std::int32_t>::max() / 2;
+                length = precision * 2;
+                odbc_type = std::int64_t{-10};
+                break;
+        }
+        rows.push_back({Value("shop"), Value("dbo"), Value(std::string(common::trim(name))),
+                        table->columns[i], odbc_type, type_name, precision, length, scale,
+                        Value(std::int64_t{10}), Value(std::int64_t{1}), Value(), Value(), odbc_type, Value(),
+                        Value(), Value(static_cast<std::int64_t>(i) + 1), Value("YES"),
+                        Value(std::int64_t{0})});
+    }
+    return made(
+        {"TABLE_QUALIFIER", "TABLE_OWNER", "TABLE_NAME", "COLUMN_NAME", "DATA_TYPE", "TYPE_NAME", "PRECISION",
+         "LENGTH", "SCALE", "RADIX", "NULLABLE", "REMARKS", "COLUMN_DEF", "SQL_DATA_TYPE", "SQL_DATETIME_SUB",
+         "CHAR_OCTET_LENGTH", "ORDINAL_POSITION", "IS_NULLABLE", "SS_DATA_TYPE"},
+        std::move(rows));
+}
+
+std::vector<Type> columns_shape() {
+    const Type name{Type::text, 128};
+    const Type small{Type::whole, 2};
+    const Type whole{Type::whole, 4};
+    return {name,  name, name, name,  small, name,  whole, whole, small,           small,
+            small, name, name, small, small, whole, whole, name,  {Type::whole, 1}};
+}
+
+Result keys_of(Connection& shop, std::string_view name) {
+    const auto table = table_of(shop, name);
+    std::vector<std::vector<Value>> rows;
+    for (std::size_t i = 0; table && i < table->key.size(); ++i)
+        rows.push_back({Value("shop"), Value("dbo"), Value(std::string(common::trim(name))), table->key[i],
+                        Value(static_cast<std::int64_t>(i) + 1), Value("PK_" + std::string(name))});
+    return made({"TABLE_QUALIFIER", "TABLE_OWNER", "TABLE_NAME", "COLUMN_NAME", "KEY_SEQ", "PK_NAME"},
+                std::move(rows));
+}
+
+std::vector<Type> keys_shape() {
+    const Type name{Type::text, 128};
+    return {name, name, name, name, {Type::whole, 2}, name};
+}
+
+}  // namespace test::tds

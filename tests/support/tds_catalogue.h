@@ -1,0 +1,31 @@
+// What the test server knows about its tables: types of results, and the answers of the server's catalogue.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "database/connection.h"
+#include "support/tds_request.h"
+#include "support/tds_values.h"
+
+namespace test::tds {
+
+// The types of a result's columns: a table's own columns as they are declared, others as their values are.
+std::vector<Type> types_of(database::Connection& shop, const Statement& statement,
+                           const database::Result& result);
+
+// A question to the server's catalogue, which the embedded engine does not have: names from sysobjects by
+// kind, or from sys.tables. Nothing for any other statement.
+std::optional<database::Connection::Outcome> ask_catalogue(database::Connection& shop,
+                                                           const std::filesystem::path& file,
+                                                           std::string_view statement);
+
+// The answers of sp_columns and sp_pkeys about one table; none for a table that there is not.
+database::Result columns_of(database::Connection& shop, std::string_view table);
+database::Result keys_of(database::Connection& shop, std::string_view table);
+std::vector<Type> columns_shape();
+std::vector<Type> keys_shape();
+
+}  // namespace test::tds

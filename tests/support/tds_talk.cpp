@@ -1,0 +1,173 @@
+#include "support/tds_talk.h"
+
+#include <sys/socket.h>
+
+#include <array>
+
+#include "common/text.h"
+#include "database/open.h"
+#include "support/tds_answer.h"
+#include "support/tds_catalogue.h"
+
+namespace test::tds {
+
+using database::Error;
+using database::Value;
+
+namespace {
+
+struct ServerError {
+    const char* sqlstate;
+    int number;
+    int severity;
+};
+
+// The server's numbers for what the embedded engine says.
+ServerError numbered(const Error& error) {
+    static constexpr std::array known = {
+        ServerError{"42S02", 208, 16},  ServerError{"42S22", 207, 16},  ServerError{"42S01", 2714, 16},
+        ServerError{"42S21", 2705, 16}, ServerError{"42S11", 1913, 16}, ServerError{"42S12", 3701, 11},
+        ServerError{"42000", 102, 15},  ServerError{"22001", 2628, 16}, ServerError{"22003", 8115, 16},
+        ServerError{"22007", 241, 16},  ServerError{"22012", 8134, 16}, ServerError{"22018", 245, 16},
+        ServerError{"21S01", 213, 16},  ServerError{"40001", 1205, 13}, ServerError{"HYT00", 1222, 16},
+        ServerError{"23000", 2627, 14}};
+    constexpr int null_refused = 515, disk_full = 1105, any_other = 50000;
+    const std::string_view text = error.what();
+    if (error.sqlstate() == "23000" && text.starts_with("Cannot insert the value NULL"))
+        return {"23000", null_refused, 16};
+    for (const ServerError& one : known)
+        if (error.sqlstate() == one.sqlstate) return one;
+    if (text.starts_with("The disk is full")) return {"HY000", disk_full, 17};
+    return {"HY000", any_other, 16};
+}
+
+bool changes_rows(std::string_view text) {
+    text = common::trim(text);
+    for (const std::string_view word : {"insert", "update", "delete"})
+        if (common::equal_ignoring_case(text.substr(0, word.size()), word)) return true;
+    return false;
+}
+
+}  // namespace
+
+void Talk::run() {
+    try {
+        while (!cut_) {
+            const Message message = read_message(socket_);
+            if (message.kind == closed) break;
+            if (bridge_.mood() == TdsBridge::Mood::silent) continue;
+            const std::string bytes = answer(message);
+            if (!cut_ && !bytes.empty() && !send_answer(socket_, bytes)) break;
+            if (message.kind == login && shop_ == nullptr) break;
+        }
+    } catch (const Malformed&) {
+        // A server hangs up on who does not speak its language.
+    }
+    shutdown(socket_, SHUT_RDWR);
+}
+
+std::string Talk::answer(const Message& message) {
+    switch (message.kind) {
+        case prelogin:
+            return prelogin_answer;
+        case login: {
+            const Login asked = read_login(message.body);
+            const auto& account = bridge_.account();
+            const std::string refused = error(18456, 14, "Login failed for user '" + asked.user + "'.");
+            if (asked.user != account.user || asked.password != account.password) return refused;
+            if (!common::equal_ignoring_case(asked.database, account.database)) {
+                return error(4060, 11,
+                             "Cannot open database \"" + asked.database +
+                                 "\" requested by the login. The login failed.") +
+                       refused;
+            }
+            shop_ = database::open_embedded(bridge_.file());
+            bridge_.count_login();
+            return login_answer(asked.database);
+        }
+        case attention:
+            return done_cancelled();
+        case batch:
+            if (shop_ == nullptr) throw Malformed();
+            return answer_statement(read_batch(message.body), {}, false);
+        case call:
+            if (shop_ == nullptr) throw Malformed();
+            return answer_call(read_call(message.body));
+        default:
+            throw Malformed();
+    }
+}
+
+std::string Talk::answer_statement(std::string_view text, const std::vector<Value>& values, bool in_call) {
+    using Fate = TdsBridge::Fate;
+    const Fate fate = bridge_.hear(number_, text);
+    if (fate == Fate::silence) return {};
+    cut_ = fate != Fate::run;
+    if (fate == Fate::cut) return {};
+    try {
+        return result_of({std::string(text), values}, in_call);
+    } catch (const Error& failure) {
+        const ServerError number = numbered(failure);
+        std::string answer;
+        if (number.number == 2627 || number.number == 515) {
+            answer = in_call ? error_in_call(number.number, number.severity, failure.what())
+                             : error(number.number, number.severity, failure.what());
+            return notice(3621, "The statement has been terminated.") + answer;
+        }
+        return in_call ? error_in_call(number.number, number.severity, failure.what())
+                       : error(number.number, number.severity, failure.what());
+    }
+}
+
+std::string Talk::result_of(const Statement& statement, bool in_call) {
+    const auto end = [&](std::uint64_t rows, bool counted) {
+        return in_call ? done_in_call(rows, counted) + call_status() + done_call() : done(rows, counted);
+    };
+    database::Connection::Outcome outcome =
+        ask_catalogue(*shop_, bridge_.file(), statement.text)
+            .value_or(database::Connection::Outcome{
+                {std::make_shared<database::Columns>(std::vector<std::string>()), {}}, -1});
+    if (outcome.changed < 0) outcome = shop_->run(statement.text, statement.values);
+    if (outcome.result.columns().empty())
+        return end(static_cast<std::uint64_t>(outcome.changed), changes_rows(statement.text));
+    return result(outcome.result, types_of(*shop_, statement, outcome.result)) +
+           end(outcome.result.size(), true);
+}
+
+std::string Talk::answer_call(const Call& call) {
+    const std::string name = common::lower_ascii(call.procedure);
+    if (name == "sp_executesql") {
+        const Statement statement = with_values(database::text_of(call.at(0)), call, 2);
+        return answer_statement(statement.text, statement.values, true);
+    }
+    if (name == "sp_prepare" || name == "sp_prepexec") {
+        const auto handle = static_cast<std::int32_t>(prepared_.size()) + 1;
+        prepared_[handle] = database::text_of(call.at(2));
+        const std::string back = handed_back("@handle", handle);
+        if (name == "sp_prepare") return call_status() + back + done_call();
+        const Statement statement = with_values(prepared_[handle], call, 3);
+        const std::string answer = answer_statement(statement.text, statement.values, true);
+        return answer.empty() ? answer : back + answer;
+    }
+    if (name == "sp_execute" || name == "sp_unprepare") {
+        const auto found = prepared_.find(static_cast<std::int32_t>(database::integer_of(call.at(0))));
+        if (found == prepared_.end())
+            return error_in_call(8179, 16, "Could not find prepared statement with that handle.");
+        if (name == "sp_unprepare") {
+            found->second.clear();
+            return call_status() + done_call();
+        }
+        const Statement statement = with_values(found->second, call, 1);
+        return answer_statement(statement.text, statement.values, true);
+    }
+    bridge_.hear(number_, call.procedure);
+    if (name == "sp_columns" || name == "sp_pkeys") {
+        const database::Result rows = name == "sp_columns" ? columns_of(*shop_, call.text("@table_name", 0))
+                                                           : keys_of(*shop_, call.text("@table_name", 0));
+        return result(rows, name == "sp_columns" ? columns_shape() : keys_shape()) +
+               done_in_call(rows.size(), true) + call_status() + done_call();
+    }
+    return error_in_call(2812, 16, "Could not find stored procedure '" + call.procedure + "'.");
+}
+
+}  // namespace test::tds

@@ -1,0 +1,37 @@
+// The test server's talk with one client, on a connection of its own to the shop's file.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "database/connection.h"
+#include "support/tds_bridge.h"
+#include "support/tds_request.h"
+
+namespace test::tds {
+
+class Talk {
+  public:
+    Talk(TdsBridge& bridge, int number, int socket) : bridge_(bridge), number_(number), socket_(socket) {}
+    // Until the client is gone or cut.
+    void run();
+
+  private:
+    bool log_in(std::string_view body);  // false when it was refused
+    // The answer to a request; nothing for silence. Sets `cut_` when the connection ends with it.
+    std::string answer(const Message& message);
+    std::string answer_statement(std::string_view text, const std::vector<database::Value>& values,
+                                 bool in_call);
+    std::string answer_call(const Call& call);
+    std::string result_of(const Statement& statement, bool in_call);
+
+    TdsBridge& bridge_;
+    int number_;
+    int socket_;
+    bool cut_ = false;
+    std::unique_ptr<database::Connection> shop_;
+    std::map<std::int32_t, std::string> prepared_;
+};
+
+}  // namespace test::tds
