@@ -100,6 +100,7 @@ Connection::Outcome EmbeddedConnection::run(std::string_view statement, const st
 
 Connection::Outcome EmbeddedConnection::run_once(std::string_view statement,
                                                  const std::vector<Value>& values) {
+    if (strict_) strict_->read(statement, values, catalog_);
     const tsql::Tokens tokens = tsql::outline(statement, values);
     Prepared* prepared = prepare(statement, tokens, values);
     if (prepared != nullptr && embedded::is_orphan_deletion(tokens))

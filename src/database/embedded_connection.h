@@ -15,6 +15,7 @@
 
 #include "database/connection.h"
 #include "database/tsql_catalog.h"
+#include "database/tsql_strict.h"
 
 namespace database {
 
@@ -59,6 +60,8 @@ class EmbeddedConnection final : public Connection {
     std::filesystem::path file_;
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> engine_{nullptr, sqlite3_close_v2};
     tsql::Catalog catalog_{nullptr};
+    // Tests read every statement as a server would; null in a shop.
+    const std::unique_ptr<tsql::StrictReader> strict_ = tsql::StrictReader::from_environment();
     std::int64_t schema_version_ = -1;
     // Statements by their shape and the values that shaped them, the last used first.
     std::list<Prepared> prepared_;

@@ -156,7 +156,6 @@ void Definitions::apply(const tsql::Drop& drop) {
     const Table* table = catalog_.find(drop.name);
     const bool view = drop.what == tsql::Drop::What::view;
     if (table == nullptr || (table->view != nullptr) != view) {
-        if (drop.if_exists) return;
         throw Error("42S02",
                     "Cannot drop the " + std::string(view ? "view" : "table") + " '" + drop.name +
                         "', because it does not exist.",

@@ -77,7 +77,6 @@ void Definitions::apply(const tsql::CreateIndex& create) {
 void Definitions::drop_index(const tsql::Drop& drop) {
     const std::string name = index_name(drop.table, drop.name);
     if (!catalog_.has_index(name)) {
-        if (drop.if_exists) return;
         throw Error("42S12", "Cannot drop the index '" + drop.name + "', because it does not exist.", "");
     }
     execute(engine_, "DROP INDEX " + quoted_name(name));

@@ -117,14 +117,6 @@ Written nullif(Writer& w, const Expression& e) {
     return {"nullif(" + w.collated(first) + ", " + second.sql + ")", of_kind(first.type.kind), false, false};
 }
 
-Written concat(Writer& w, const Expression& e) {
-    std::string sql = "(";
-    for (std::size_t i = 0; i < e.parts.size(); ++i) {
-        sql += (i == 0 ? "ifnull(" : " || ifnull(") + w.to_text(argument(w, e, i)).sql + ", '')";
-    }
-    return written(sql + ")", Kind::text);
-}
-
 Written count(Writer& w, const Expression& e) {
     if (e.parts[0]->kind == Expression::Kind::all) return written("count(*)", Kind::integer);
     return written(
@@ -198,23 +190,23 @@ Written part_of_date(Writer& w, const Expression& e) {
                    Kind::integer);
 }
 
+// Those of SQL Server 2008 R2, the oldest that a shop may have; "trim" and "concat" came later.
 constexpr FunctionRule rules[] = {
     {"abs", 1, 1, keeping_type},     {"ascii", 1, 1, ascii},        {"avg", 1, 1, total},
     {"ceiling", 1, 1, keeping_type}, {"char", 1, 1, by_form},       {"charindex", 2, 3, by_form},
-    {"coalesce", 2, 50, coalesce},   {"concat", 2, 50, concat},     {"count", 1, 1, count},
-    {"count_big", 1, 1, count},      {"dateadd", 3, 3, dateadd},    {"datediff", 3, 3, datediff},
-    {"datepart", 2, 2, datepart},    {"day", 1, 1, part_of_date},   {"floor", 1, 1, keeping_type},
-    {"getdate", 0, 0, getdate},      {"isdate", 1, 1, by_form},     {"isnull", 2, 2, isnull},
-    {"isnumeric", 1, 1, by_form},    {"left", 2, 2, by_form},       {"len", 1, 1, by_form},
-    {"lower", 1, 1, by_form},        {"ltrim", 1, 1, trimmed},      {"max", 1, 1, extreme},
-    {"min", 1, 1, extreme},          {"month", 1, 1, part_of_date}, {"nchar", 1, 1, nchar},
-    {"nullif", 2, 2, nullif},        {"power", 2, 2, keeping_type}, {"replace", 3, 3, by_form},
-    {"replicate", 2, 2, by_form},    {"reverse", 1, 1, by_form},    {"right", 2, 2, by_form},
-    {"round", 2, 3, round_to},       {"rtrim", 1, 1, trimmed},      {"sign", 1, 1, by_form},
-    {"space", 1, 1, space},          {"sqrt", 1, 1, by_form},       {"str", 1, 3, by_form},
-    {"stuff", 4, 4, by_form},        {"substring", 3, 3, by_form},  {"sum", 1, 1, total},
-    {"sysdatetime", 0, 0, getdate},  {"trim", 1, 1, trimmed},       {"unicode", 1, 1, by_form},
-    {"upper", 1, 1, by_form},        {"year", 1, 1, part_of_date},
+    {"coalesce", 2, 50, coalesce},   {"count", 1, 1, count},        {"count_big", 1, 1, count},
+    {"dateadd", 3, 3, dateadd},      {"datediff", 3, 3, datediff},  {"datepart", 2, 2, datepart},
+    {"day", 1, 1, part_of_date},     {"floor", 1, 1, keeping_type}, {"getdate", 0, 0, getdate},
+    {"isdate", 1, 1, by_form},       {"isnull", 2, 2, isnull},      {"isnumeric", 1, 1, by_form},
+    {"left", 2, 2, by_form},         {"len", 1, 1, by_form},        {"lower", 1, 1, by_form},
+    {"ltrim", 1, 1, trimmed},        {"max", 1, 1, extreme},        {"min", 1, 1, extreme},
+    {"month", 1, 1, part_of_date},   {"nchar", 1, 1, nchar},        {"nullif", 2, 2, nullif},
+    {"power", 2, 2, keeping_type},   {"replace", 3, 3, by_form},    {"replicate", 2, 2, by_form},
+    {"reverse", 1, 1, by_form},      {"right", 2, 2, by_form},      {"round", 2, 3, round_to},
+    {"rtrim", 1, 1, trimmed},        {"sign", 1, 1, by_form},       {"space", 1, 1, space},
+    {"sqrt", 1, 1, by_form},         {"str", 1, 3, by_form},        {"stuff", 4, 4, by_form},
+    {"substring", 3, 3, by_form},    {"sum", 1, 1, total},          {"sysdatetime", 0, 0, getdate},
+    {"unicode", 1, 1, by_form},      {"upper", 1, 1, by_form},      {"year", 1, 1, part_of_date},
 };
 
 }  // namespace

@@ -173,10 +173,7 @@ Statement Parser::drop() {
     } else {
         fail("DROP " + near() + " is not available on the embedded engine.");
     }
-    if (accept_word("if")) {
-        expect_word("exists");
-        made.if_exists = true;
-    }
+    if (is_word("if")) fail("DROP … IF EXISTS is not known to servers before 2016.");
     if (made.what == Drop::What::index) {
         made.name = name("an index");
         if (accept_symbol(".")) {

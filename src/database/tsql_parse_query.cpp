@@ -196,6 +196,7 @@ Statement Parser::insert() {
 
 Statement Parser::update() {
     Update made;
+    if (is_word("top") && !is_symbol("(", 1)) fail("TOP of a change takes its number in parentheses.");
     made.top = top();
     made.table = object_name();
     expect_word("set");
@@ -228,6 +229,7 @@ Statement Parser::update() {
 
 Statement Parser::remove() {
     Delete made;
+    if (is_word("top") && !is_symbol("(", 1)) fail("TOP of a change takes its number in parentheses.");
     made.top = top();
     accept_word("from");
     made.table = object_name();

@@ -135,7 +135,6 @@ struct Drop {
     What what = What::table;
     std::string name;
     std::string table;  // of an index
-    bool if_exists = false;
 };
 
 struct AddColumns {

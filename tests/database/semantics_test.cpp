@@ -23,8 +23,8 @@ class Semantics : public test::Engine {
 
 TEST_F(Semantics, CellsComeInTheTypesOfTheirColumns) {
     const auto result =
-        run("select *, getdate() as now, max(made) as last, price*2 as twice, 1 as one, name+'!' as "
-            "loud from item where code = 1 group by code,name,price,made,pack,sold,tax,note")
+        run("select *, getdate() as now, (select max(made) from item where code = 1) as last, price*2 as "
+            "twice, 1 as one, name+'!' as loud from item where code = 1")
             .result;
     ASSERT_EQ(result.size(), 1U);
     const auto& row = result.front();
@@ -135,7 +135,7 @@ TEST_F(Semantics, Comparisons) {
          {"select code from item where price is null", "3"},
          {"select code from item where price !> 10.5", "1"},
          {"select case name when 'TEA' then 'hot' else 'dry' end from item order by code", "hot / hot / dry"},
-         {"select case when code = 1 then 'one' when code = 2 then 2 end from item where code = 2", "2"},
+         {"select case when code = 1 then '1' when code = 2 then 2 end from item where code = 2", "2"},
          {"select code from item where code", "42000"},
          {"select code = 1 from item where code = 2", "1"}});
 }
