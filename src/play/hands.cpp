@@ -72,6 +72,15 @@ void Hands::send_next() {
     keys_.pop_front();
     // Asked for before the key is sent: the key may open a box, which runs its own loop until it is answered.
     QTimer::singleShot(0, this, &Hands::send_next);
+    send(key);
+}
+
+void Hands::strike(int key, Qt::KeyboardModifiers modifiers) {
+    time_ += hand_ms;
+    send({key, modifiers, {}, time_});
+}
+
+void Hands::send(const Key& key) {
     QWindow* window = QGuiApplication::focusWindow();
     if (window == nullptr) return;
     QKeyEvent press(QEvent::KeyPress, key.key, key.modifiers, key.text);

@@ -19,6 +19,8 @@ class Hands : public QObject {
     // The characters and an Enter, as fast as a scanner sends them.
     void scan(const QString& text);
     bool idle() const { return keys_.empty(); }
+    // One key at once, which has been taken when this returns.
+    void strike(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
   private:
     struct Key {
@@ -29,6 +31,7 @@ class Hands : public QObject {
     };
     void push(int key, Qt::KeyboardModifiers modifiers, const QString& text, quint64 after);
     void send_next();
+    static void send(const Key& key);
 
     std::deque<Key> keys_;
     quint64 time_ = 1000000;

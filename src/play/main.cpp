@@ -9,6 +9,7 @@
 #include <fstream>
 #include <set>
 
+#include "play/gallery.h"
 #include "play/player.h"
 
 namespace {
@@ -29,6 +30,7 @@ int play_in_child(const play::Script& script, play::Stage& stage, const play::Se
         char* arguments[] = {name, nullptr};
         QApplication application(count, arguments);
         QApplication::setQuitOnLastWindowClosed(false);
+        QApplication::setCursorFlashTime(0);  // pictures of one screen are the same
         const int code = play::Player(script, stage, settings, first).play();
         std::fflush(nullptr);
         _exit(code);
@@ -75,6 +77,50 @@ bool play_file(const std::filesystem::path& file, const play::Settings& settings
     return true;
 }
 
+QSize read_size(const std::string& text) {
+    int width = 0;
+    int height = 0;
+    if (std::sscanf(text.c_str(), "%dx%d", &width, &height) != 2 || width < 640 || height < 480)
+        throw std::runtime_error("\"" + text + "\" is no size of the form 1024x768");
+    return {width, height};
+}
+
+// The looks of one play, and its first line, which says what it shows.
+play::Chapter chapter_of(const std::filesystem::path& file, const std::filesystem::path& looks) {
+    play::Chapter chapter{file, file.stem().string(), {}};
+    std::ifstream play(file);
+    if (std::string line; std::getline(play, line) && line.starts_with("# ")) chapter.title = line.substr(2);
+    std::ifstream stream(looks);
+    for (std::string name, screen, caption; std::getline(stream, name, '\t') &&
+                                            std::getline(stream, screen, '\t') &&
+                                            std::getline(stream, caption);)
+        chapter.looks.push_back({name, caption, screen});
+    return chapter;
+}
+
+// Plays every file at every size of the gallery and writes its page. The number of plays that failed.
+int make_gallery(const std::vector<std::string>& files, play::Settings settings,
+                 const std::filesystem::path& folder) {
+    settings.pictures = folder / "pictures" / "screens";
+    std::filesystem::remove_all(settings.pictures);
+    std::filesystem::create_directories(settings.pictures);
+    const auto looks = std::filesystem::temp_directory_path() / ("tallvex-looks-" + std::to_string(getpid()));
+    std::vector<play::Chapter> chapters;
+    int failed = 0;
+    for (const std::string& file : files) {
+        for (const QSize& size : play::gallery_sizes()) {
+            std::filesystem::remove(looks);
+            settings.screen = size;
+            settings.looks = looks;
+            if (!play_file(file, settings, {})) ++failed;
+        }
+        chapters.push_back(chapter_of(file, looks));
+    }
+    std::filesystem::remove(looks);
+    play::write_gallery(folder / "screens.md", chapters);
+    return failed;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -87,18 +133,37 @@ int main(int argc, char** argv) {
     program.add_option("plays", files, "The plays")->required()->check(CLI::ExistingFile);
     program.add_option("--pictures", pictures, "The folder for the pictures")->capture_default_str();
     program.add_option("--keep", keep, "A folder in which the pictures and the shop are left after the play");
+    std::string size;
+    std::string gallery;
+    program.add_option("--size", size, "The size of the screen, such as 1024x768");
+    program.add_option("--screens", gallery,
+                       "Plays at every size and writes the page of all screens into this folder");
     program.add_flag("--show", shown, "On the real screen instead of off screen");
     program.add_flag("--list-objects", list, "Lists every object name that the plays come across");
     CLI11_PARSE(program, argc, argv);
     if (!keep.empty()) pictures = keep;
 
     if (!shown) setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    setenv("TALLVEX_STRICT_SQL", "1", 0);  // a play finds what a shop's server would refuse
     setenv("CUPS_SERVER", "/nonexistent/cups.sock", 1);  // what a play prints never leaves the machine
     const auto objects =
         std::filesystem::temp_directory_path() / ("tallvex-objects-" + std::to_string(getpid()));
-    const play::Settings settings{pictures, shown, list ? objects : std::filesystem::path()};
-    std::filesystem::create_directories(pictures);
+    play::Settings settings;
+    settings.pictures = pictures;
+    settings.shown = shown;
+    if (list) settings.objects = objects;
     int failed = 0;
+    try {
+        if (!size.empty()) settings.screen = read_size(size);
+        if (!gallery.empty()) {
+            failed = make_gallery(files, settings, gallery);
+            files.clear();
+        }
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+    if (!files.empty()) std::filesystem::create_directories(pictures);
     for (const std::string& file : files) {
         try {
             if (!play_file(file, settings, keep)) ++failed;
@@ -116,6 +181,6 @@ int main(int argc, char** argv) {
         for (const std::string& line : lines)
             std::printf("%s\n", line.c_str());
     }
-    if (failed != 0) std::fprintf(stderr, "%d of %zu plays failed\n", failed, files.size());
+    if (failed != 0) std::fprintf(stderr, "%d plays failed\n", failed);
     return failed == 0 ? 0 : 1;
 }

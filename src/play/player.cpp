@@ -28,7 +28,7 @@ constexpr int look_again_ms = 10;
 }  // namespace
 
 Player::Player(const Script& script, Stage& stage, const Settings& settings, std::size_t first)
-    : script_(script), stage_(stage), settings_(settings), at_(first) {
+    : script_(script), stage_(stage), settings_(settings), at_(first), screen_(settings.screen) {
     devices_ = std::make_unique<PlayDevices>(stage_.folder());
     ui::dress(*qApp, screen_);
     // After the till's death the play goes on in a new process: what was set before still holds.
@@ -55,7 +55,7 @@ Player::Action Player::action_of(const std::string& verb) {
         {"scan", &Player::do_scan},     {"choose", &Player::do_choose}, {"click", &Player::do_click},
         {"answer", &Player::do_answer}, {"expect", &Player::do_expect}, {"picture", &Player::do_picture},
         {"kill", &Player::do_kill},     {"fail", &Player::do_fail},     {"port", &Player::do_port},
-        {"say", &Player::do_say},       {"file", &Player::do_file},
+        {"say", &Player::do_say},       {"file", &Player::do_file},     {"look", &Player::do_look},
     };
     const auto found = actions.find(verb);
     return found == actions.end() ? nullptr : found->second;
@@ -76,7 +76,7 @@ void Player::next() {
             std::fprintf(stderr, "%s: the play ends with an open box: %s\n", script_.file.c_str(),
                          left->text().toUtf8().constData());
         }
-        finish(left == nullptr ? 0 : 1);
+        finish(left == nullptr && !faulty_ ? 0 : 1);
         return;
     }
     const Step& step = script_.steps[at_];
@@ -105,7 +105,7 @@ Progress Player::take(const Step& step) {
     const Action action = action_of(step.verb);
     if (action == nullptr) return Progress::fail("no step begins with this word");
     static const std::set<std::string> beside_a_box = {"answer", "expect", "press", "scan", "picture",
-                                                       "clock",  "sql",    "say",   "port"};
+                                                       "clock",  "sql",    "say",   "port", "look"};
     if (const ui::MessageBox* box = open_box();
         box != nullptr && phase_ == 0 && !beside_a_box.contains(step.verb)) {
         return Progress::wait("a box that no step expects: " + box->text().toStdString());

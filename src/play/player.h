@@ -11,6 +11,7 @@
 #include <string>
 
 #include "database/connection.h"
+#include "play/gallery.h"
 #include "play/hands.h"
 #include "play/mortal_connection.h"
 #include "play/play_outside.h"
@@ -24,7 +25,9 @@ struct Settings {
     std::filesystem::path pictures;  // where pictures go
     bool shown = false;              // windows on the real screen
     std::filesystem::path
-        objects;  // a file for what can be named, for the table of object names; none when empty
+        objects;              // a file for what can be named, for the table of object names; none when empty
+    QSize screen{1366, 768};  // until a play says otherwise
+    std::filesystem::path looks;  // a file for what was looked at, for the gallery; none when empty
 };
 
 // How a step stands: done, not yet (it is tried again until its time is over), or failed with what was seen.
@@ -66,6 +69,7 @@ class Player : public QObject {
     Progress do_click(const Step& step);
     Progress do_answer(const Step& step);
     Progress do_picture(const Step& step);
+    Progress do_look(const Step& step);
     Progress do_kill(const Step& step);
     Progress do_fail(const Step& step);
     Progress do_port(const Step& step);
@@ -106,10 +110,11 @@ class Player : public QObject {
     std::string armed_;                       // "kill when", for the till to be started
     ui::KeyQueue keys_;
     Hands hands_;
-    QSize screen_{1366, 768};
+    QSize screen_;
     bool running_ = false;
     bool start_again_ = false;
     int code_ = 0;
+    bool faulty_ = false;            // an inspection found something; the play goes on
     std::set<std::string> objects_;  // lines of the table of object names
 };
 

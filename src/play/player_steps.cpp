@@ -11,6 +11,8 @@
 
 #include "common/date_time.h"
 #include "common/text.h"
+#include "play/gallery.h"
+#include "play/inspection.h"
 #include "play/player.h"
 #include "play/receipt_reading.h"
 #include "play/seeing.h"
@@ -214,6 +216,28 @@ Progress Player::do_picture(const Step& step) {
     if (!window->grab().save(ui::qt(file.string())))
         return Progress::fail(file.string() + " cannot be written");
     std::printf("picture %s\n", file.c_str());
+    return Progress::ok();
+}
+
+Progress Player::do_look(const Step& step) {
+    if (std::chrono::steady_clock::now() - since_ < std::chrono::milliseconds(120)) return Progress::wait("");
+    Look look;
+    if (!read_look(step, look)) return Progress::fail("it reads: look NAME = CAPTION");
+    look.screen = front_screen();
+    if (look.screen.empty()) return Progress::wait("there is no window");
+    std::filesystem::create_directories(settings_.pictures);
+    const auto file = settings_.pictures / picture_name(look.name, screen_);
+    if (!save_small(picture_of_screen(screen_), file))
+        return Progress::fail(file.string() + " cannot be written");
+    if (!settings_.looks.empty()) {
+        std::ofstream(settings_.looks, std::ios::app)
+            << look.name << '\t' << look.screen << '\t' << look.caption << '\n';
+    }
+    for (const std::string& fault : faults_of_screen(hands_)) {
+        std::fprintf(stderr, "%s:%d: %s: %s\n", script_.file.c_str(), step.line, look.screen.c_str(),
+                     fault.c_str());
+        faulty_ = true;
+    }
     return Progress::ok();
 }
 

@@ -10,9 +10,10 @@ inline constexpr auto night = "#16324a";  // the head of a screen, a chosen opti
 inline constexpr auto net = "#0f2536";    // the ground of the net figure
 inline constexpr auto ink = "#16202b";    // text
 inline constexpr auto slate = "#33475a";  // headings, key caps
-inline constexpr auto quiet = "#5b6b7a";  // captions above figures
-inline constexpr auto hint = "#93a1ae";   // text of an empty field
-inline constexpr auto off = "#a8b3bd";    // what cannot be chosen now
+inline constexpr auto quiet = "#506070";  // captions above figures
+inline constexpr auto hint = "#63717e";   // text of an empty field
+inline constexpr auto off = "#5f6c79";    // what cannot be chosen now, still to be read
+inline constexpr auto still = "#eef1f4";  // its ground
 inline constexpr auto paper = "#ffffff";
 inline constexpr auto ground = "#eef1f4";  // behind everything
 inline constexpr auto strip = "#dfe6ec";   // key strip, table heading
@@ -21,9 +22,9 @@ inline constexpr auto line = "#d4dbe2";
 inline constexpr auto edge = "#b9c4ce";     // the edge of a field or button
 inline constexpr auto focus = "#1c6fb8";    // the focus, the chosen payment, the main action
 inline constexpr auto current = "#cfe3f5";  // the current row
-inline constexpr auto save = "#1d8a4e";
+inline constexpr auto save = "#1a7d47";
 inline constexpr auto alarm = "#b3261e";
-inline constexpr auto warning = "#c77700";
+inline constexpr auto warning = "#a86200";
 
 // A colour of the system, written 0xBBGGRR.
 inline QColor from_blue_first(std::uint32_t colour) {

@@ -9,6 +9,11 @@ class QComboBox;
 
 namespace ui {
 
+// The key that does what a button does, for a button that Tab passes by; a dynamic property.
+inline constexpr auto key_property = "key";
+// What a table says, in its middle, while it has no row; a dynamic property.
+inline constexpr auto empty_property = "when_empty";
+
 // A field for an amount or quantity: digits of either script and one decimal mark, shown left to right at the
 // right edge so that decimals line up. Scans do not enter it. Everything is selected when the focus comes.
 class AmountField : public QLineEdit {

@@ -5,6 +5,7 @@
 #include <QStylePainter>
 
 #include "ui/colours.h"
+#include "ui/fields.h"
 #include "ui/style.h"
 
 namespace ui {
@@ -37,6 +38,7 @@ KeyButton::KeyButton(const QString& name, const QString& key, const QString& cap
     : QPushButton(parent), key_(key), caption_(caption), look_(look) {
     setObjectName(name);
     setAccessibleName(caption);
+    if (!key.isEmpty()) setProperty(key_property, key);
     setToolTip(key.isEmpty() ? caption : caption + "  " + key);
     set_role(this, measures(look).role);
 }

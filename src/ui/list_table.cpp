@@ -2,7 +2,10 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 
+#include "ui/colours.h"
+#include "ui/fields.h"
 #include "ui/style.h"
 
 namespace ui {
@@ -43,6 +46,21 @@ void ListTable::show_rows(const std::vector<QStringList>& rows) {
     }
     if (rowCount() > 0) setCurrentCell(0, 0);
     setUpdatesEnabled(true);
+}
+
+void ListTable::say_when_empty(const QString& text) {
+    setProperty(empty_property, text);
+    viewport()->update();
+}
+
+void ListTable::paintEvent(QPaintEvent* event) {
+    QTableWidget::paintEvent(event);
+    if (rowCount() > 0) return;
+    QPainter painter(viewport());
+    painter.setPen(QColor(colour::quiet));
+    const int side = px(24);
+    painter.drawText(viewport()->rect().adjusted(side, 0, -side, 0), Qt::AlignCenter | Qt::TextWordWrap,
+                     property(empty_property).toString());
 }
 
 void ListTable::keyPressEvent(QKeyEvent* event) {

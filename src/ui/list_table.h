@@ -13,6 +13,8 @@ class ListTable : public QTableWidget {
     ListTable(const QString& name, const QStringList& headings, int stretch, QWidget* parent = nullptr);
     // Replaces the rows; a cell that begins with "\u200e" is a figure.
     void show_rows(const std::vector<QStringList>& rows);
+    // What stands in the table's middle while it has no row.
+    void say_when_empty(const QString& text);
 
   signals:
     // Enter or double click on a row.
@@ -22,6 +24,7 @@ class ListTable : public QTableWidget {
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 };
 
 }  // namespace ui

@@ -47,7 +47,7 @@ QLabel[role="kind"] { font-size: 26px; font-weight: 700; padding: 0 12px; }
 QLineEdit { background: $paper; border: 1px solid $edge; border-radius: 8px; padding: 6px 12px;
             selection-background-color: $focus; selection-color: $paper; }
 QLineEdit:focus { border: 3px solid $focus; padding: 4px 10px; }
-QLineEdit:disabled { background: #f5f7f9; color: $off; }
+QLineEdit:disabled { background: $still; color: $off; }
 QLineEdit[role="entry"] { font-size: 24px; min-height: 48px; max-height: 48px; padding: 0 14px; border: 3px solid $edge; }
 QLineEdit[role="entry"]:focus { border-color: $focus; padding: 0 14px; }
 QLineEdit[role="disc"] { border: none; border-radius: 0; background: transparent; padding: 0; font-size: 20px; font-weight: 700; }
@@ -60,7 +60,7 @@ QWidget[role="discbox"][lit="true"] { border: 3px solid $focus; }
 
 QComboBox { background: $paper; border: 1px solid $edge; border-radius: 8px; padding: 5px 12px; min-height: 24px; }
 QComboBox:focus { border: 3px solid $focus; padding: 3px 10px; }
-QComboBox:disabled { background: #f5f7f9; color: $off; }
+QComboBox:disabled { background: $still; color: $off; }
 QComboBox::drop-down { border: none; width: 26px; }
 QComboBox::down-arrow { image: none; width: 0; height: 0; }
 QLineEdit[fixed="true"], QComboBox[fixed="true"] { background: #f5f7f9; color: $ink; border: 1px solid $line; }
@@ -76,10 +76,10 @@ QPushButton { background: $paper; border: 1px solid $edge; border-radius: 8px; p
 QPushButton:hover { background: #f5f8fa; }
 QPushButton:focus { border: 3px solid $focus; padding: 6px 14px; }
 QPushButton:pressed { background: $cap; }
-QPushButton:disabled { color: $off; background: #f5f7f9; }
+QPushButton:disabled { color: $off; background: $still; border-color: $line; }
 QPushButton[role="main"] { background: $focus; border-color: $focus; color: $paper; font-weight: 700; }
 QPushButton[role="main"]:focus { border-color: $net; }
-QPushButton[role="main"]:disabled { color: $off; background: #f5f7f9; border-color: $edge; }
+QPushButton[role="main"]:disabled { color: $off; background: $still; border-color: $line; }
 QPushButton[role="stop"] { background: $alarm; border-color: $alarm; color: $paper; font-weight: 700; }
 QPushButton[role="stop"]:focus { border-color: $net; }
 
@@ -126,9 +126,9 @@ QPushButton[role="key"] { border: 1px solid #c8d1d9; border-radius: 6px; padding
 QPushButton[role="tool"] { padding: 0; }
 QPushButton[role="pay"] { padding: 0; }
 QPushButton[role="pay"]:checked { background: $focus; border-color: $focus; }
-QPushButton[role="pay"]:disabled { background: #f5f7f9; }
-QPushButton[role="save"] { background: #1d8a4e; border: 1px solid #1d8a4e; border-radius: 10px; padding: 0; }
-QPushButton[role="save"]:hover { background: #1a7d47; }
+QPushButton[role="pay"]:disabled { background: $still; }
+QPushButton[role="save"] { background: $save; border: 1px solid $save; border-radius: 10px; padding: 0; }
+QPushButton[role="save"]:hover { background: #166b3c; }
 QPushButton[role="key"]:focus, QPushButton[role="tool"]:focus { border: 3px solid $focus; padding: 0; }
 QPushButton[role="pay"]:focus, QPushButton[role="save"]:focus { border: 3px solid $net; padding: 0; }
 QPushButton[role="headbutton"] { background: transparent; border: 1px solid #4a6379; border-radius: 6px; color: #dce2e6; padding: 4px 12px; }
@@ -171,6 +171,7 @@ QString filled_in(double unit) {
         {"$paper", colour::paper}, {"$ground", colour::ground},   {"$strip", colour::strip},
         {"$cap", colour::cap},     {"$line", colour::line},       {"$edge", colour::edge},
         {"$focus", colour::focus}, {"$current", colour::current}, {"$alarm", colour::alarm},
+        {"$still", colour::still}, {"$save", colour::save},
     };
     QString text = QString::fromLatin1(sheet);
     for (const auto& [name, value] : names) {

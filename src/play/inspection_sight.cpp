@@ -1,0 +1,202 @@
+// The inspector's eye: contrast, and room for every text.
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QRegularExpression>
+#include <QTableView>
+#include <algorithm>
+#include <cmath>
+#include <unordered_map>
+
+#include "play/inspection.h"
+#include "ui/fields.h"
+#include "ui/key_button.h"
+#include "ui/style.h"
+
+namespace play {
+
+namespace {
+
+constexpr double needed_contrast = 4.5;
+constexpr int magnified = 3;  // so that the strokes of small letters are inked through
+constexpr int border = 4;     // at the edge of a field or button, which is no writing
+
+double channel(int value) {
+    const double part = value / 255.0;
+    return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const QColor& colour) {
+    return 0.2126 * channel(colour.red()) + 0.7152 * channel(colour.green()) +
+           0.0722 * channel(colour.blue());
+}
+
+struct Pair {
+    QColor ground;
+    QColor ink;
+    bool written = false;
+};
+
+// The ground is the colour seen most, the ink the one that differs most from it and is no stray pixel.
+Pair pair_of(const QImage& picture, const QRect& place) {
+    std::unordered_map<QRgb, int> counted;
+    const QRect inside = place.intersected(picture.rect());
+    for (int y = inside.top(); y <= inside.bottom(); ++y) {
+        for (int x = inside.left(); x <= inside.right(); ++x)
+            ++counted[picture.pixel(x, y)];
+    }
+    if (counted.size() < 2) return {};
+    const auto most = std::max_element(counted.begin(), counted.end(), [](const auto& a, const auto& b) {
+        return a.second != b.second ? a.second < b.second : a.first < b.first;
+    });
+    Pair found{QColor(most->first), QColor(most->first), false};
+    constexpr int stray = 2 * magnified;
+    for (const auto& [rgb, count] : counted) {
+        if (count < stray) continue;
+        if (contrast(QColor(rgb), found.ground) <= contrast(found.ink, found.ground)) continue;
+        found.ink = QColor(rgb);
+        found.written = true;
+    }
+    return found;
+}
+
+class Page {
+  public:
+    Page(QWidget* front, std::vector<std::string>& faults)
+        : window_(front->window()),
+          faults_(faults),
+          picture_(window_->size() * magnified, QImage::Format_RGB32) {
+        QPixmap drawn(window_->size() * magnified);
+        drawn.setDevicePixelRatio(magnified);
+        window_->render(&drawn);
+        picture_ = drawn.toImage();
+        picture_.setDevicePixelRatio(1);
+    }
+
+    // A text that stands in the rectangle of the widget.
+    void check(const QWidget* on, const QRect& rect, const QString& what) {
+        const QRect visible = rect.intersected(on->rect()).translated(on->mapTo(window_, QPoint()));
+        const Pair pair = pair_of(picture_, QRect(visible.topLeft() * magnified, visible.size() * magnified));
+        const double seen = contrast(pair.ink, pair.ground);
+        if (!pair.written || seen >= needed_contrast) return;
+        faults_.push_back("contrast " + QString::number(seen, 'f', 1).toStdString() + " of " +
+                          pair.ink.name().toStdString() + " on " + pair.ground.name().toStdString() + ": " +
+                          name_of(on) + " \"" + what.left(30).toStdString() + "\"");
+    }
+
+  private:
+    QWidget* window_;
+    std::vector<std::string>& faults_;
+    QImage picture_;
+};
+
+bool is_figure(const QString& text) {
+    static const QRegularExpression figure(R"(^[\x{200e}\x{200f}\s]*[-−+]?[\d][\d.,/:\s]*$)");
+    return figure.match(text).hasMatch();
+}
+
+void inspect_table(const QTableView* table, std::vector<std::string>& faults) {
+    const QAbstractItemModel* model = table->model();
+    const QHeaderView* header = table->horizontalHeader();
+    for (int column = 0; column < model->columnCount(); ++column) {
+        if (table->isColumnHidden(column) || !header->isVisible()) continue;
+        if (header->sectionSizeHint(column) > header->sectionSize(column) + 1)
+            faults.push_back("the heading \"" +
+                             model->headerData(column, Qt::Horizontal).toString().toStdString() + "\" of " +
+                             name_of(table) + " is cut");
+        for (int row = 0; row < model->rowCount(); ++row) {
+            const QModelIndex cell = model->index(row, column);
+            const QRect seen = table->visualRect(cell);
+            if (!table->viewport()->rect().intersects(seen)) continue;
+            const QString text = cell.data().toString();
+            if (is_figure(text) && table->fontMetrics().horizontalAdvance(text) > seen.width())
+                faults.push_back("the figure " + text.toStdString() + " in " + name_of(table) + " is cut");
+        }
+    }
+    if (model->rowCount() == 0 && table->property(ui::empty_property).toString().isEmpty())
+        faults.push_back("the empty table " + name_of(table) + " says nothing");
+    if (header->length() > table->viewport()->width() + 1)
+        faults.push_back("the table " + name_of(table) + " is wider than its place");
+}
+
+bool is_cut(const QLabel* label) {
+    if (label->text().isEmpty() || !label->pixmap(Qt::ReturnByValue).isNull()) return false;
+    const QFontMetrics metrics = label->fontMetrics();
+    const QString text = QString(label->text()).remove('&');
+    if (label->wordWrap()) return label->heightForWidth(label->width()) > label->height() + 1;
+    int widest = 0;
+    for (const QString& line : text.split('\n'))
+        widest = std::max(widest, metrics.horizontalAdvance(line));
+    const int lines = static_cast<int>(text.count('\n')) + 1;
+    const int tall = lines > 1 ? metrics.lineSpacing() * lines : metrics.tightBoundingRect(text).height();
+    return widest > label->contentsRect().width() + 1 || tall > label->contentsRect().height() + 1;
+}
+
+}  // namespace
+
+double contrast(const QColor& one, const QColor& other) {
+    const double a = luminance(one);
+    const double b = luminance(other);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+void inspect_contrast(QWidget* front, std::vector<std::string>& faults) {
+    Page page(front, faults);
+    for (const auto* widget : front->findChildren<QWidget*>()) {
+        if (!widget->isVisible() || widget->visibleRegion().isEmpty()) continue;
+        const QRect inside = widget->rect().adjusted(border, border, -border, -border);
+        if (const auto* label = qobject_cast<const QLabel*>(widget)) {
+            if (!label->text().isEmpty()) page.check(label, label->rect(), label->text());
+        } else if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
+            page.check(button, inside, button->accessibleName() + button->text());
+        } else if (const auto* field = qobject_cast<const QLineEdit*>(widget)) {
+            const QString text = field->text().isEmpty() ? field->placeholderText() : field->text();
+            if (!text.isEmpty()) page.check(field, inside, text);
+        } else if (const auto* table = qobject_cast<const QTableView*>(widget)) {
+            for (int row = 0; row < std::min(table->model()->rowCount(), 30); ++row) {
+                for (int column = 0; column < table->model()->columnCount(); ++column) {
+                    const QModelIndex cell = table->model()->index(row, column);
+                    const QRect seen = table->visualRect(cell);
+                    if (!cell.data().toString().trimmed().isEmpty() && seen.height() > 3 * border)
+                        page.check(table->viewport(), seen.adjusted(3, 3, -3, -3), cell.data().toString());
+                }
+            }
+        } else if (const auto* header = qobject_cast<const QHeaderView*>(widget)) {
+            page.check(header->viewport(), header->viewport()->rect(), "headings");
+        }
+    }
+}
+
+void inspect_room(const QWidget* front, std::vector<std::string>& faults) {
+    const QRect whole = front->window()->rect();
+    for (const auto* widget : front->findChildren<QWidget*>()) {
+        if (!widget->isVisible()) continue;
+        if (const auto* label = qobject_cast<const QLabel*>(widget); label != nullptr && is_cut(label))
+            faults.push_back("the text \"" + label->text().toStdString() + "\" (" + name_of(label) +
+                             ") is cut");
+        const auto* button = qobject_cast<const QAbstractButton*>(widget);
+        if (button != nullptr) {
+            const auto* key = dynamic_cast<const ui::KeyButton*>(button);
+            const int wanted =
+                key != nullptr ? key->sizeHint().width() - ui::px(16)
+                               : button->fontMetrics().horizontalAdvance(QString(button->text()).remove('&'));
+            if (wanted > button->width())
+                faults.push_back("the caption of the button " + name_of(button) + " is cut");
+        }
+        if (const auto* table = qobject_cast<const QTableView*>(widget)) inspect_table(table, faults);
+        const bool acts = button != nullptr || qobject_cast<const QLineEdit*>(widget) != nullptr ||
+                          qobject_cast<const QComboBox*>(widget) != nullptr ||
+                          qobject_cast<const QLabel*>(widget) != nullptr;
+        if (acts && !whole.contains(place_of(widget)) && !widget->visibleRegion().isEmpty())
+            faults.push_back(name_of(widget) + " hangs over the edge");
+        if (acts && widget->visibleRegion().isEmpty() && !widget->size().isEmpty() &&
+            qobject_cast<const QComboBox*>(widget->parentWidget()) == nullptr)
+            faults.push_back(name_of(widget) + " is covered");
+    }
+}
+
+}  // namespace play
