@@ -12,6 +12,7 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <thread>
 #include <utility>
@@ -145,7 +146,12 @@ std::string port_path(std::string_view port) {
     std::string_view plain = name;
     if (plain.ends_with(':')) plain.remove_suffix(1);
     for (const auto& [known, path] : port_table) {
-        if (equal_ignoring_case(plain, known)) return std::string(path);
+        if (!equal_ignoring_case(plain, known)) continue;
+        std::string variable = "TALLVEX_";
+        for (const char letter : known)
+            variable += letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+        const char* given = std::getenv(variable.c_str());
+        return given != nullptr && *given != '\0' ? given : std::string(path);
     }
     return std::string(name);
 }

@@ -10,8 +10,8 @@
 namespace common {
 
 // The path behind a port name: names of the DOS kind, in any case and with an optional colon ("com3",
-// "LPT1:"), go to their device nodes ("/dev/ttyS2", "/dev/usb/lp0"); any other name is a path already.
-// Surrounding blanks are dropped.
+// "LPT1:"), go to their device nodes ("/dev/ttyS2", "/dev/usb/lp0"), or where this workstation's environment
+// sends them (TALLVEX_COM3, TALLVEX_LPT1); any other name is a path already. Surrounding blanks are dropped.
 std::string port_path(std::string_view port);
 
 // The DOS-style names that the table knows, in order ("com1" ... "lpt3").

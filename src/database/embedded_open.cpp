@@ -1,4 +1,5 @@
 // Opening a shop file, with a reason for every file that is none.
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <array>
@@ -61,6 +62,8 @@ bool check_file(const fs::path& file, bool create) {
 
 void EmbeddedConnection::open(const fs::path& file, bool create) {
     const bool fresh = check_file(file, create);
+    // Made here, with the rights that the umask leaves: the engine would never let a group write.
+    if (fresh) ::close(::open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666));
     sqlite3* raw = nullptr;
     const int flags = SQLITE_OPEN_READWRITE | (fresh ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
     const int code = sqlite3_open_v2(file.c_str(), &raw, flags, nullptr);

@@ -1,6 +1,7 @@
 // The program: start-up, sign-in, the sales screen.
 #include <QApplication>
 #include <QEvent>
+#include <QIcon>
 #include <QProcess>
 #include <QScreen>
 #include <QTimer>
@@ -17,6 +18,32 @@
 #include "ui/till.h"
 
 namespace {
+
+constexpr const char* usage =
+    "The cashier's till.\n"
+    "Usage: tallvex [CASH-POINT]\n\n"
+    "  CASH-POINT   the number of this workstation's drawer, 0 to 9: the first character counts\n"
+    "  --help       Print this help message and exit\n"
+    "  --version    Print the version and exit\n";
+
+// Asked about itself, the program answers and needs neither a screen nor a shop.
+bool answered(int argc, const char* const* argv) {
+    if (argc != 2) return false;
+    const std::string_view word = argv[1];
+    if (word == "--help" || word == "-h")
+        std::fputs(usage, stdout);
+    else if (word == "--version")
+        std::puts(TALLVEX_VERSION);
+    else
+        return false;
+    return true;
+}
+
+// In a session that watches over the till, that session starts it again when it ends with this code.
+constexpr int wanted_again = 75;
+bool is_watched() {
+    return qEnvironmentVariable("TALLVEX_SESSION") == "1";
+}
 
 // Starts the program file again with this workstation's cash-point number.
 bool start_again(const startup::Ground& ground, int cash_point) {
@@ -52,6 +79,7 @@ void show_over_the_screen(QWidget& window) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (answered(argc, argv)) return 0;
     if (!has_screen(argc, argv)) {
         std::fputs("tallvex: there is no display to show the till on (DISPLAY is not set)\n", stderr);
         return 1;
@@ -59,6 +87,8 @@ int main(int argc, char** argv) {
     const startup::Ground ground = startup::Ground::here(argc, argv);
     QApplication application(argc, argv);
     QApplication::setApplicationName("Tallvex");
+    QApplication::setDesktopFileName("tallvex");
+    QApplication::setWindowIcon(QIcon::fromTheme("tallvex"));
     QApplication::setQuitOnLastWindowClosed(false);
     ui::dress(application, application.primaryScreen()->availableSize());
 
@@ -72,10 +102,16 @@ int main(int argc, char** argv) {
     ui::KeyQueue keys;
 
     startup::StartUp start_up(ground, {prompts, clock, devices, log});
+    bool again = false;
     ui::Till till(
         {prompts, clock, devices, log}, keys,
-        [&] { return start_again(ground, start_up.session().cash_point); }, show_over_the_screen);
+        [&] {
+            again = is_watched();
+            return again || start_again(ground, start_up.session().cash_point);
+        },
+        show_over_the_screen);
     const bool reached = start_up.run(
         [&](database::Connection& connection, signin::Session& session) { till.run(connection, session); });
+    if (again) return wanted_again;
     return reached ? 0 : 1;
 }

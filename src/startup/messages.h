@@ -38,6 +38,10 @@ inline constexpr std::string_view settings_missing = "بيانات الاعدا�
 // Anything else: the support engineer finds the cause in the log.
 inline constexpr std::string_view see_log = "حدث خطأ أثناء بدء البرنامج، وسببه مسجل في ملف السجل";
 
+// There is no shop on this machine yet; followed by the folder that it is looked for in.
+inline constexpr std::string_view no_shop_folder =
+    "لا يوجد متجر على هذا الجهاز بعد، أنشئه بالأمر tallvex-admin new-shop في المجلد: ";
+
 // Files beside the program. Each is followed by the file's name.
 inline constexpr std::string_view file_missing = "الملف غير موجود: ";
 inline constexpr std::string_view file_unreadable = "لا يمكن قراءة الملف: ";

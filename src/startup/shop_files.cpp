@@ -121,6 +121,10 @@ void write_credit_file(const fs::path& folder, const CreditLines& lines) {
 fs::path ensure_logs_folder(const fs::path& program_folder) {
     const fs::path logs = file_in(program_folder, logs_folder_name);
     std::error_code error;
+    if (!fs::exists(program_folder, error)) {
+        throw StartUpError(program_folder.string() + ": there is no such folder",
+                           std::string(message::no_shop_folder) + program_folder.string());
+    }
     fs::create_directory(logs, error);
     if (!fs::is_directory(logs)) {
         throw StartUpError(logs.string() + ": cannot be made: " + error.message(),

@@ -47,6 +47,16 @@ TEST(Ports, NamesOfTheDosKindGoToDeviceNodes) {
         EXPECT_TRUE(common::port_path(name).starts_with("/dev/"));
 }
 
+TEST(Ports, TheWorkstationSendsNamesToItsOwnDevices) {
+    setenv("TALLVEX_LPT1", "/dev/till/printer", 1);
+    setenv("TALLVEX_COM3", "", 1);
+    EXPECT_EQ(common::port_path("Lpt1:"), "/dev/till/printer");
+    EXPECT_EQ(common::port_path("lpt2"), "/dev/usb/lp1");
+    EXPECT_EQ(common::port_path("com3"), "/dev/ttyS2") << "nothing given";
+    unsetenv("TALLVEX_LPT1");
+    unsetenv("TALLVEX_COM3");
+}
+
 TEST(Ports, FilesAreMadeAndEmptied) {
     const test::TemporaryFolder folder;
     FileDevices devices(folder.path());
