@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# What desktops, login screens and udev read: well formed, Arabic beside English, and the same names everywhere.
+. "$(dirname "$0")/expect.sh"
+
+installed session/xsession.desktop.in TALLVEX_PROGRAMS_PATH=/usr/libexec/tallvex
+installed session/autostart.desktop.in TALLVEX_PROGRAMS_PATH=/usr/libexec/tallvex
+cp "$packaging/desktop/tallvex.desktop" "$here"
+for entry in tallvex xsession autostart; do
+    said=$(desktop-file-validate "$here/$entry.desktop" 2>&1) || fail "$entry: $said"
+    grep -q '^Name\[ar\]=.*[ابتن]' "$here/$entry.desktop" || fail "$entry: no Arabic name"
+    grep -q '^Comment\[ar\]=.*[ابتن]' "$here/$entry.desktop" || fail "$entry: no Arabic comment"
+done
+same "the icon's name" "$(sed -n 's/^Icon=//p' "$here/tallvex.desktop")" tallvex
+grep -q 'setDesktopFileName("tallvex")' "$packaging/../src/startup/main.cpp" || fail "the window has another name"
+
+# The devices of the settings are those that the rules name; every jump has its label.
+rules=$packaging/udev/70-tallvex.rules
+for device in $(sed -n 's|^#\{0,1\}[A-Z0-9]*=/dev/||p' "$packaging/launcher/till.conf" | sort -u); do
+    grep -q "^[^#].*SYMLINK+=\"$device\"" "$rules" || fail "no rule makes /dev/$device"
+done
+for label in $(grep -v '^#' "$rules" | sed -n 's/.*GOTO="\([a-z_]*\)".*/\1/p' | sort -u); do
+    grep -q "^LABEL=\"$label\"" "$rules" || fail "no label $label"
+done
+
+# The version of the Debian changelog is the program's.
+same "version" "$(sed -n 's/^project(tallvex VERSION \([0-9.]*\).*/\1/p' "$packaging/../CMakeLists.txt")" \
+    "$(sed -n '1s/^tallvex (\([^)]*\)).*/\1/p' "$packaging/debian/changelog")"
+finish
