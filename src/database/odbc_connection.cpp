@@ -4,15 +4,11 @@
 #include <array>
 
 #include "common/text.h"
+#include "database/sqlserver_errors.h"
 
 namespace database {
 
 namespace {
-
-// Numbers from the server itself lie below FreeTDS's own.
-constexpr int first_driver_number = 20000;
-constexpr int cannot_open_database = 4060;
-constexpr int login_failed = 18456;
 
 SQLPOINTER number_pointer(int number) {
     return reinterpret_cast<SQLPOINTER>(static_cast<std::uintptr_t>(number));
@@ -33,28 +29,27 @@ const Diagnostic* first_that(const std::vector<Diagnostic>& all, auto condition)
 
 // What the server said when it refused a log-in; everything else is a server that cannot be reached.
 Error connect_error(const std::vector<Diagnostic>& all) {
-    const auto said_by_server = [](const Diagnostic& d) {
-        return !d.is_notice() && d.native > 0 && d.native < first_driver_number;
-    };
-    if (const auto* d = first_that(all, [](const Diagnostic& x) { return x.native == cannot_open_database; }))
-        return {"42000", d->text, ""};
-    if (const auto* d = first_that(all, [](const Diagnostic& x) { return x.native == login_failed; }))
-        return {"28000", d->text, ""};
-    if (const auto* d = first_that(all, said_by_server)) return {d->sqlstate, d->text, ""};
-    // The driver manager's own complaints: no such driver, or its library is missing.
-    if (const auto* d = first_that(all, [](const Diagnostic& x) {
-            return x.sqlstate.starts_with("IM") || x.text.find("Can't open lib") != std::string::npos;
-        }))
-        return {"IM003", "The ODBC driver cannot be used: " + d->text, ""};
+    // A missing database is said beside a log-in that failed for it.
+    const auto* refusal = first_that(all, [](const Diagnostic& d) { return is_missing_database(d.native); });
+    if (refusal == nullptr)
+        refusal = first_that(all, [](const Diagnostic& d) { return !d.is_notice() && d.is_from_server(); });
+    if (refusal != nullptr) return server_error(*refusal, "");
+    // The driver manager has none but notices of its own when there is no such driver, or its library is
+    // missing; a driver always has an error.
+    const auto* said = first_that(all, [](const Diagnostic& d) { return d.sqlstate.starts_with("IM"); });
+    if (said == nullptr && !all.empty() &&
+        std::all_of(all.begin(), all.end(), [](const Diagnostic& d) { return d.is_notice(); }))
+        said = &all.front();
+    if (said != nullptr) return {"IM003", "The ODBC driver cannot be used: " + said->text, ""};
     return {"08001", server_unreachable, ""};
 }
 
 Error statement_error(const std::vector<Diagnostic>& all, bool lost, std::string_view statement) {
     const Diagnostic* said = first_that(all, [](const Diagnostic& d) { return !d.is_notice(); });
     if (said == nullptr && !all.empty()) said = &all.front();
-    const std::string text = said != nullptr ? said->text : "The statement failed without a reason.";
-    if (lost) return {"08S01", text, std::string(statement)};
-    return {said != nullptr ? said->sqlstate : "HY000", text, std::string(statement)};
+    if (said == nullptr) return {"HY000", "The statement failed without a reason.", std::string(statement)};
+    if (lost) return {"08S01", said->text, std::string(statement)};
+    return server_error(*said, statement);
 }
 
 bool changes_tables(std::string_view statement) {
@@ -81,16 +76,23 @@ OdbcConnection::OdbcConnection(OdbcRoad road)
     connect();
 }
 
+OdbcConnection::~OdbcConnection() {
+    disconnect();
+}
+
 template <typename Work>
-auto OdbcConnection::guarded(std::string_view statement, Work work) {
+auto OdbcConnection::guarded(std::string_view statement, std::chrono::milliseconds most, Work work) {
     try {
+        const OdbcWatch::Wait wait(watch_, most);
         return work();
     } catch (const OdbcFailure& failure) {
         const auto& all = failure.diagnostics;
         SQLUINTEGER dead = SQL_CD_FALSE;
         SQLGetConnectAttr(connection_.get(), SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr);
         const bool lost = dead == SQL_CD_TRUE || std::any_of(all.begin(), all.end(), means_loss);
-        const bool late = first_that(all, [](const Diagnostic& d) { return d.sqlstate.starts_with("HYT"); });
+        const bool late = watch_.has_cut() || std::any_of(all.begin(), all.end(), [](const Diagnostic& d) {
+                              return d.sqlstate.starts_with("HYT") && !d.is_from_server();
+                          });
         // What a server that did not answer in time still sends must not be read as the next answer.
         if (lost || late) disconnect();
         if (late) throw Error("HYT00", "The server did not answer in time.", std::string(statement));
@@ -99,17 +101,27 @@ auto OdbcConnection::guarded(std::string_view statement, Work work) {
 }
 
 void OdbcConnection::connect() {
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + std::chrono::seconds(road_.login_seconds);
+    const auto left = [&] {
+        return std::max(std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()),
+                        std::chrono::milliseconds(1));
+    };
+    if (road_.find) road_.driver_string = road_.find(left());
     OdbcHandle handle(SQL_HANDLE_DBC, environment_.get());
-    SQLSetConnectAttr(handle.get(), SQL_ATTR_LOGIN_TIMEOUT, number_pointer(road_.login_seconds), 0);
+    const auto seconds = static_cast<int>(std::chrono::ceil<std::chrono::seconds>(left()).count());
+    SQLSetConnectAttr(handle.get(), SQL_ATTR_LOGIN_TIMEOUT, number_pointer(seconds), 0);
     std::vector<SQLWCHAR> text = to_wide(road_.driver_string);
+    const SocketsBefore before;
     const SQLRETURN answer = SQLDriverConnectW(handle.get(), nullptr, text.data(), SQL_NTS, nullptr, 0,
                                                nullptr, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(answer)) throw connect_error(diagnostics_of(SQL_HANDLE_DBC, handle.get()));
     connection_ = std::move(handle);
+    watch_.look_after(before.new_one());
     if (road_.opening_statement.empty()) return;
     try {
-        guarded(road_.opening_statement, [&] {
-            return run_odbc_statement(connection_.get(), road_.opening_statement, {}, road_.query_seconds);
+        guarded(road_.opening_statement, left(), [&] {
+            return run_odbc_statement(connection_.get(), road_.opening_statement, {}, road_.login_seconds);
         });
     } catch (const Error&) {
         disconnect();  // rather none than one that reads dates differently
@@ -119,14 +131,17 @@ void OdbcConnection::connect() {
 
 void OdbcConnection::disconnect() {
     described_.clear();
+    if (!connection_) return;
+    constexpr auto farewell = std::chrono::seconds(1);
+    const OdbcWatch::Wait wait(watch_, farewell);
     connection_.free();
 }
 
 Connection::Outcome OdbcConnection::run(std::string_view statement, const std::vector<Value>& values) {
     if (!connection_) connect();
     if (changes_tables(statement)) described_.clear();
-    const std::string sent = road_.wide_literals ? with_wide_literals(statement) : std::string(statement);
-    return guarded(statement,
+    const std::string sent = road_.is_sqlserver ? server_text(statement, values) : std::string(statement);
+    return guarded(statement, std::chrono::seconds(road_.query_seconds),
                    [&] { return run_odbc_statement(connection_.get(), sent, values, road_.query_seconds); });
 }
 
@@ -134,8 +149,8 @@ Connection::Table OdbcConnection::describe(std::string_view table) {
     const std::string name = bare_name(table);
     if (const auto known = described_.find(name); known != described_.end()) return known->second;
     if (!connection_) connect();
-    Table shape =
-        guarded(table, [&] { return describe_odbc_table(connection_.get(), name, road_.query_seconds); });
+    Table shape = guarded(table, std::chrono::seconds(road_.query_seconds),
+                          [&] { return describe_odbc_table(connection_.get(), name, road_.query_seconds); });
     if (shape.columns.empty())
         throw Error("42S02", "Invalid object name '" + name + "'.", std::string(table));
     described_.emplace(name, shape);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdint>
 #include <list>
 #include <optional>
@@ -183,6 +184,15 @@ Value moment_cell(const Statement& statement, SQLUSMALLINT at) {
                           {read->hour, read->minute, read->second, static_cast<int>(milliseconds)}};
 }
 
+// The number that was meant by one of seven digits: 4.6, not 4.599999904632568.
+double as_written(float number) {
+    std::array<char, 32> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    double meant = number;
+    std::from_chars(digits.data(), end, meant);
+    return meant;
+}
+
 Value cell(const Statement& statement, SQLUSMALLINT at, const Column& column) {
     switch (column.type) {
         case SQL_DECIMAL:
@@ -200,7 +210,10 @@ Value cell(const Statement& statement, SQLUSMALLINT at, const Column& column) {
             const auto read = fixed_cell<std::int64_t>(statement, at, SQL_C_SBIGINT);
             return read ? Value(*read) : Value();
         }
-        case SQL_REAL:
+        case SQL_REAL: {
+            const auto read = fixed_cell<float>(statement, at, SQL_C_FLOAT);
+            return read ? Value(as_written(*read)) : Value();
+        }
         case SQL_FLOAT:
         case SQL_DOUBLE: {
             const auto read = fixed_cell<double>(statement, at, SQL_C_DOUBLE);
@@ -256,8 +269,10 @@ Connection::Outcome run_odbc_statement(SQLHDBC connection, std::string_view text
     Bindings bindings;
     bindings.bind(statement, values);
     std::vector<SQLWCHAR> wide = to_wide(text);
-    // "No data" is a success: of an update that found no row, and of statements such as SET.
-    SQLRETURN answer = statement.check(SQLExecDirectW(statement.get(), wide.data(), SQL_NTS));
+    // "No data" is a success: of an update that found no row, and of statements such as SET. The length is
+    // said, as a text may hold a zero.
+    SQLRETURN answer = statement.check(
+        SQLExecDirectW(statement.get(), wide.data(), static_cast<SQLINTEGER>(wide.size() - 1)));
 
     std::optional<Result> result;
     std::int64_t changed = 0;

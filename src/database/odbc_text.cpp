@@ -68,9 +68,10 @@ std::size_t end_of_quoted(std::string_view statement, std::size_t at) {
 
 }  // namespace
 
-std::string with_wide_literals(std::string_view statement) {
-    std::string wide;
-    wide.reserve(statement.size() + 8);
+std::string server_text(std::string_view statement, const std::vector<Value>& values) {
+    std::string text;
+    text.reserve(statement.size() + 8);
+    std::size_t next_value = 0;
     for (std::size_t at = 0; at < statement.size();) {
         std::size_t end = at + 1;
         const std::string_view rest = statement.substr(at);
@@ -83,14 +84,19 @@ std::string with_wide_literals(std::string_view statement) {
             end = end_of_quoted(statement, at);
         }
         const std::string_view piece = statement.substr(at, end - at);
-        const bool needs_mark = rest[0] == '\'' && !is_wide_literal(statement, at) &&
-                                std::any_of(piece.begin(), piece.end(),
-                                            [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
-        if (needs_mark) wide += 'N';
-        wide += piece;
         at = end;
+        if (piece == "?" && next_value < values.size() &&
+            std::holds_alternative<common::Moment>(values[next_value++])) {
+            text += "convert(datetime,?)";
+            continue;
+        }
+        const bool is_wide = std::any_of(piece.begin(), piece.end(),
+                                         [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+        const std::size_t begin = end - piece.size();
+        if (rest[0] == '\'' && is_wide && !is_wide_literal(statement, begin)) text += 'N';
+        text += piece;
     }
-    return wide;
+    return text;
 }
 
 std::vector<Diagnostic> diagnostics_of(SQLSMALLINT kind, SQLHANDLE handle) {

@@ -8,24 +8,30 @@
 #include <string_view>
 #include <vector>
 
+#include "database/value.h"
+
 namespace database {
 
 // UTF-16 with a closing zero, as the wide functions take it. Malformed bytes become U+FFFD.
 std::vector<SQLWCHAR> to_wide(std::string_view utf8);
 std::string from_wide(const SQLWCHAR* text, std::size_t length);
 
-// A statement with N before every literal that holds more than ASCII: a server whose collation is not Arabic
-// would read the characters of a plain '…' as question marks.
-std::string with_wide_literals(std::string_view statement);
+// A statement as a server needs it. N stands before every literal that holds more than ASCII: a server whose
+// collation is not Arabic would read the characters of a plain '…' as question marks. A moment's "?" becomes
+// convert(datetime,?): the driver sends moments as datetime2, which a datetime with thousandths never equals
+// on newer servers.
+std::string server_text(std::string_view statement, const std::vector<Value>& values = {});
 
 // One record of what a driver says about a handle.
 struct Diagnostic {
     std::string sqlstate;
-    int native = 0;    // the server's number; FreeTDS's own errors are 20000 and up
+    int native = 0;    // the server's number, or one of FreeTDS's own
     std::string text;  // without the "[unixODBC][FreeTDS]" in front
 
     // True for a notice ("01…") that comes with a success as well.
     bool is_notice() const { return sqlstate.starts_with("01"); }
+    // True for what the server itself said; FreeTDS counts its own errors from 20000.
+    bool is_from_server() const { return native > 0 && (native < 20000 || native >= 21000); }
 };
 std::vector<Diagnostic> diagnostics_of(SQLSMALLINT kind, SQLHANDLE handle);
 

@@ -70,6 +70,11 @@ bool is_comparable(std::string_view type) {
     return true;
 }
 
+// A column of seven digits holds 4.6 as a number beside it, and is compared with what it holds.
+bool is_rounded(std::string_view type) {
+    return common::equal_ignoring_case(type, "real");
+}
+
 }  // namespace
 
 Recordset::Recordset(Connection& connection, const Sql& statement)
@@ -246,7 +251,8 @@ void Recordset::update_row() {
         if (is_null(record.cells[at])) {
             where += " is null";
         } else {
-            where += record.written.contains(at) ? "=convert(" + shape().types[at] + ",?)" : "=?";
+            const std::string& type = shape().types[at];
+            where += record.written.contains(at) || is_rounded(type) ? "=convert(" + type + ",?)" : "=?";
             values.push_back(record.cells[at]);
         }
     }

@@ -1,6 +1,5 @@
 #include "database/sqlserver_address.h"
 
-#include <netdb.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -8,7 +7,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <future>
 #include <memory>
+#include <thread>
 #include <vector>
 
 #include "common/text.h"
@@ -78,16 +79,28 @@ DataSource parse_data_source(std::string_view text) {
     return source;
 }
 
+Addresses addresses_of(const std::string& host, std::uint16_t port, int socket_kind,
+                       std::chrono::milliseconds within, LookUp look_up) {
+    // The thread outlives its caller when the name service does not answer; all it uses is its own.
+    auto promise = std::make_shared<std::promise<Addresses>>();
+    std::future<Addresses> found = promise->get_future();
+    std::thread([promise, host, port = std::to_string(port), socket_kind, look_up] {
+        addrinfo hints{};
+        hints.ai_socktype = socket_kind;
+        addrinfo* list = nullptr;
+        const bool known = look_up(host.c_str(), port.c_str(), &hints, &list) == 0 && list != nullptr;
+        promise->set_value(known ? Addresses(list, freeaddrinfo) : nullptr);
+    }).detach();
+    return found.wait_for(within) == std::future_status::ready ? found.get() : nullptr;
+}
+
 std::optional<std::uint16_t> ask_instance_port(const std::string& host, const std::string& instance,
                                                std::chrono::milliseconds within, std::uint16_t browser_port) {
     using Clock = std::chrono::steady_clock;
     const auto deadline = Clock::now() + within;
 
-    addrinfo hints{};
-    hints.ai_socktype = SOCK_DGRAM;
-    addrinfo* found = nullptr;
-    if (getaddrinfo(host.c_str(), std::to_string(browser_port).c_str(), &hints, &found) != 0) return {};
-    const std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> addresses(found, &freeaddrinfo);
+    const Addresses addresses = addresses_of(host, browser_port, SOCK_DGRAM, within);
+    if (addresses == nullptr) return {};
 
     constexpr char ask_for_instance = 0x04;
     const std::string question = ask_for_instance + instance + '\0';

@@ -1,8 +1,11 @@
 // Where a data source of the program's connection string leads to.
 #pragma once
 
+#include <netdb.h>
+
 #include <chrono>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,6 +20,13 @@ struct DataSource {
     std::optional<std::uint16_t> port;  // as given
 };
 DataSource parse_data_source(std::string_view text);
+
+// The addresses of a host for a kind of socket. None when it is unknown, or when the name service does not
+// tell them within the time, however long its own patience is.
+using Addresses = std::shared_ptr<addrinfo>;
+using LookUp = int (*)(const char*, const char*, const addrinfo*, addrinfo**);
+Addresses addresses_of(const std::string& host, std::uint16_t port, int socket_kind,
+                       std::chrono::milliseconds within, LookUp look_up = getaddrinfo);
 
 // The TCP port of a named instance, as the server's browser service tells it. Nothing when no answer that
 // names one comes within the time.

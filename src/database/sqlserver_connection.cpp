@@ -1,5 +1,7 @@
 #include "database/sqlserver_connection.h"
 
+#include <sys/socket.h>
+
 #include <array>
 #include <filesystem>
 #include <system_error>
@@ -12,8 +14,6 @@ namespace database {
 
 namespace {
 
-constexpr int login_seconds = 5;
-constexpr int query_seconds = 30;
 constexpr std::uint16_t default_port = 1433;
 
 // The text of a "name=value;" part; the last one counts, as with OLE DB.
@@ -86,18 +86,25 @@ std::string freetds_connection_string(const std::string& connection_string, cons
            ";TDS_Version=7.4;ClientCharset=UTF-8;APP=Tallvex;";
 }
 
-std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string) {
-    const DataSource source = parse_data_source(part_of(connection_string, "Data Source"));
-    std::uint16_t port = source.port.value_or(default_port);
-    if (!source.instance.empty()) {
-        const auto told =
-            ask_instance_port(source.host, source.instance, std::chrono::seconds(login_seconds));
-        if (!told) throw Error("08001", server_unreachable, "");
-        port = *told;
-    }
+std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string, Patience patience) {
+    const auto find = [connection_string, driver = freetds_driver()](std::chrono::milliseconds within) {
+        const auto end = std::chrono::steady_clock::now() + within;
+        const DataSource source = parse_data_source(part_of(connection_string, "Data Source"));
+        std::uint16_t port = source.port.value_or(default_port);
+        // The driver looks the name up again, without end; it is asked only for names that are told.
+        bool found = addresses_of(source.host, port, SOCK_STREAM, within) != nullptr;
+        if (found && !source.instance.empty()) {
+            const auto left =
+                std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+            const auto told = ask_instance_port(source.host, source.instance, left);
+            found = told.has_value();
+            port = told.value_or(port);
+        }
+        if (!found) throw Error("08001", server_unreachable, "");
+        return freetds_connection_string(connection_string, driver, source.host, port);
+    };
     return std::make_unique<OdbcConnection>(
-        OdbcRoad{freetds_connection_string(connection_string, freetds_driver(), source.host, port),
-                 "set dateformat ymd", login_seconds, query_seconds, true});
+        OdbcRoad{"", "set dateformat ymd", patience.login_seconds, patience.query_seconds, true, find});
 }
 
 }  // namespace database

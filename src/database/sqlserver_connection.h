@@ -10,11 +10,18 @@
 namespace database {
 
 // Opens the server that the program's connection string names ("Provider=SQLOLEDB.1;…", to the letter): a
-// data source is a host, "host,port" or "host\instance". Log-in waits 5 s, a statement 30 s. A server that
-// does not answer throws Error with the description "SQL Server does not exist or access denied."; a wrong
-// password or a missing database keeps the server's own text. When the connection is lost in mid-day the
-// statement throws Error 08S01, and the next one connects again.
-std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string);
+// data source is a host, "host,port" or "host\instance". Log-in waits 5 s, the look-up of names included, a
+// statement 30 s. A server that does not answer throws Error with the description "SQL Server does not exist
+// or access denied."; a wrong password or a missing database keeps the server's own text. When the connection
+// is lost in mid-day the statement throws Error 08S01, and the next one connects again.
+struct Patience {
+    int login_seconds = 5;
+    int query_seconds = 30;
+};
+std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string, Patience patience);
+inline std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string) {
+    return open_sqlserver(connection_string, Patience());
+}
 
 // The driver's own connection string for the program's: `driver` is its name or library in braces.
 std::string freetds_connection_string(const std::string& connection_string, const std::string& driver,

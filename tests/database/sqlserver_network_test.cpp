@@ -153,7 +153,7 @@ TEST(ServerConnection, ArabicLiteralsGoWide) {
         {"select 'open س", "select N'open س"},
     };
     for (const auto& [written, sent] : cases)
-        EXPECT_EQ(database::with_wide_literals(written), sent);
+        EXPECT_EQ(database::server_text(written), sent);
 
     TdsServer server([](const std::string&) { return tds::done(); });
     const auto connection =

@@ -199,7 +199,7 @@ TEST(SaveKilled, DISABLED_InTheMiddle) {
     const char* file = std::getenv("TALLVEX_KILLED_SHOP");
     ASSERT_NE(file, nullptr);
     const Scenario& scenario = scenarios[std::atoi(std::getenv("TALLVEX_KILLED_SCENARIO"))];
-    const auto connection = database::open_embedded(file);
+    const auto connection = test::open_shop(file);
     Desk till;
     Invoice invoice = scenario.ring_up(till, *connection);
     FaultyConnection faulty(*connection);
@@ -230,12 +230,12 @@ TEST(SaveKilled, LeavesABeginningOfTheOrderAndTheNextStartWorks) {
         for (int n = 1;; ++n) {
             SCOPED_TRACE(n);
             ASSERT_LT(n, 200);
-            Till till;
             const std::vector<double> before = [&] {
                 Till fresh;
                 scenarios[scenario].ring_up(fresh, fresh.connection());
                 return trace(fresh.connection());
             }();
+            Till till;
             const int ended = die_at(till.shop.file(), scenario, n);
             if (ended == 0) break;
             ASSERT_EQ(ended, 137);

@@ -9,7 +9,6 @@
 
 #include "admin/checks.h"
 #include "admin/opening_stock.h"
-#include "database/open.h"
 #include "sales/till.h"
 
 namespace {
@@ -61,7 +60,7 @@ int count_of(std::initializer_list<int> kinds, int each) {
 TEST(TwoTills, DISABLED_RingUp) {
     const char* file = std::getenv("TALLVEX_SHARED_SHOP");
     ASSERT_NE(file, nullptr);
-    const auto connection = database::open_embedded(file);
+    const auto connection = test::open_shop(file);
     Desk till;
     till.session.cash_point = std::atoi(std::getenv("TALLVEX_SHARED_DRAWER"));
     auto saving = till.saving_on(*connection);

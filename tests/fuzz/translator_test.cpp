@@ -11,6 +11,7 @@
 #include "database/open.h"
 #include "support/data_file.h"
 #include "support/shop.h"
+#include "support/test_server.h"
 
 namespace {
 
@@ -225,6 +226,7 @@ TEST_F(Translator, RandomStatements) {
 }
 
 TEST_F(Translator, TornStatementsOfTheProgram) {
+    if (test::test_server()) GTEST_SKIP() << test::needs_shop_files;
     test::Shop shop;
     connection.reset();
     connection = database::open_embedded(shop.file());

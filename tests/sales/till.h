@@ -57,6 +57,7 @@ class Desk {
 class Till : public Desk {
   public:
     Till() {
+        shop.go_by(outside.clock);
         for (const char* statement : {
                  "insert into items (code,name,num1,price11,price12,sale_only) select 100,N'أرز',1,8,10,0",
                  "insert into items (code,name,num1,NUM2,price11,price12,price21,sale_only) select "

@@ -15,6 +15,7 @@
 #include "support/child.h"
 #include "support/outside.h"
 #include "support/shop.h"
+#include "support/test_server.h"
 
 namespace {
 
@@ -33,7 +34,8 @@ std::string content(const fs::path& file) {
 // A workstation with its files, and a shop in a file.
 class StartUpTest : public testing::Test {
   protected:
-    StartUpTest() {
+    void SetUp() override {
+        if (test::test_server()) GTEST_SKIP() << test::needs_shop_files;
         setenv("TALLVEX_SA_PASSWORD", "secret", 1);
         program = folder.path() / "program";
         working = folder.path() / "working";

@@ -5,6 +5,7 @@
 
 #include "database/open.h"
 #include "database/schema.h"
+#include "database/sqlserver_connection.h"
 #include "support/test_server.h"
 
 namespace test {
@@ -47,7 +48,35 @@ const fs::path& model_shop() {
     return file;
 }
 
+// A server whose day is the test's.
+class DatedConnection final : public database::Connection {
+  public:
+    explicit DatedConnection(std::unique_ptr<database::Connection> real) : real_(std::move(real)) {}
+    void go_by(common::Clock& clock) { clock_ = &clock; }
+
+    void settle() override { real_->settle(); }
+    bool is_embedded() const override { return real_->is_embedded(); }
+    Table describe(std::string_view table) override { return real_->describe(table); }
+    std::vector<std::string> tables() override { return real_->tables(); }
+    Outcome run(std::string_view statement, const std::vector<database::Value>& values) override {
+        if (statement != "select getdate()") return real_->run(statement, values);
+        constexpr common::Moment day{{2026, 11, 21}, {10, 42, 0, 0}};
+        const auto columns = std::make_shared<const database::Columns>(std::vector<std::string>{""});
+        const database::Value now = clock_ != nullptr ? clock_->now() : day;
+        return {database::Result(columns, {database::Row(columns, {now})}), 0};
+    }
+
+  private:
+    std::unique_ptr<database::Connection> real_;
+    common::Clock* clock_ = nullptr;
+};
+
 }  // namespace
+
+std::unique_ptr<database::Connection> open_shop(const fs::path& file) {
+    if (const auto server = test_server()) return database::open_sqlserver(*server);
+    return database::open_embedded(file);
+}
 
 TemporaryFolder::TemporaryFolder() {
     std::string pattern = (fs::temp_directory_path() / "tallvex-XXXXXX").string();
@@ -62,13 +91,18 @@ TemporaryFolder::~TemporaryFolder() {
 
 Shop::Shop() : file_(folder_.path() / "shop.db") {
     if (test_server()) {
-        connection_ = open_emptied_test_server();
-        make_shop(*connection_);
+        auto server = open_emptied_test_server();
+        make_shop(*server);
+        connection_ = std::make_unique<DatedConnection>(std::move(server));
         return;
     }
     const fs::path& model = model_shop();
     fs::copy_file(model, file_);
     connection_ = database::open_embedded(file_);
+}
+
+void Shop::go_by(common::Clock& clock) {
+    if (auto* server = dynamic_cast<DatedConnection*>(connection_.get())) server->go_by(clock);
 }
 
 void Shop::sql(const std::string& statement) {

@@ -1,9 +1,11 @@
-// A real shop on the embedded engine in a folder of its own, removed with the object.
+// A real shop on the embedded engine in a folder of its own, removed with the object; or in the database of
+// the server that TALLVEX_TEST_SQLSERVER names, which it empties first.
 #pragma once
 
 #include <filesystem>
 #include <memory>
 
+#include "common/clock.h"
 #include "database/connection.h"
 
 namespace test {
@@ -20,6 +22,12 @@ class TemporaryFolder {
     std::filesystem::path path_;
 };
 
+// What a test says on a server that looks at the shop's file itself, or has two shops at a time.
+inline constexpr const char* needs_shop_files = "skipped on a server: it works on shop files themselves";
+
+// The shop of another process: the server of the tests when there is one, else the file.
+std::unique_ptr<database::Connection> open_shop(const std::filesystem::path& file);
+
 // Base schema and upgrade list done, no rows but those that `seed_basic` gives: the settings row, store 1
 // with drawers 1 and 2, store 2 with drawer 1, one worker, one manager who may do everything. The schema is
 // made once per test program and copied.
@@ -34,6 +42,9 @@ class Shop {
     double number(const std::string& query);
     // The shop's file; there is none on a server.
     const std::filesystem::path& file() const { return file_; }
+    // On a server, "select getdate()" is answered by the test's clock, as an embedded shop goes by it anyway.
+    // Until a clock is named it is 2026/11/21 10:42.
+    void go_by(common::Clock& clock);
 
   private:
     TemporaryFolder folder_;
