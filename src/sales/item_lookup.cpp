@@ -28,15 +28,19 @@ Item item_of(const Row& row, int unit_level) {
     item.sale_only = row.integer("sale_only") != 0;
     item.unit_level = unit_level;
     item.factor = row.number(factors[unit_level - 1]);
-    for (std::size_t level = 1; level <= item.prices.size(); ++level)
-        item.prices[level - 1] =
-            number_or_none(row, "price" + std::to_string(unit_level) + std::to_string(level));
+    int level = cost_level;
+    for (auto& price : item.prices)
+        price = number_or_none(row, price_column(unit_level, level++));
     item.period_percent = row.number("Expr1");
     item.period_price = number_or_none(row, "s_price");
     return item;
 }
 
 }  // namespace
+
+std::string price_column(int unit_level, int price_level) {
+    return "price" + std::to_string(unit_level) + std::to_string(price_level);
+}
 
 std::optional<Item> load_item(Connection& connection, std::int64_t code, int unit_level) {
     const auto rows = connection.query(

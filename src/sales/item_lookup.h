@@ -11,6 +11,10 @@
 
 namespace sales {
 
+// The column of `items` that holds a unit level's price at a price level: 1 (cost) to 5.
+inline constexpr int cost_level = 1;
+std::string price_column(int unit_level, int price_level);
+
 // An item in the unit that its code named.
 struct Item {
     std::int64_t code = 0;

@@ -2,6 +2,7 @@
 
 #include "common/numbers.h"
 #include "common/spelled_amount.h"
+#include "common/text.h"
 #include "sales/messages.h"
 
 namespace sales {
@@ -21,6 +22,14 @@ PaymentOption payment_of(const stock::OfferHeader& header) {
     return header.stype == 1   ? PaymentOption::card
            : header.stype == 2 ? PaymentOption::tips
                                : PaymentOption::cash;
+}
+
+// A name longer than an offer's cell was cut; the item's card still has the whole.
+void restore_cut_name(Connection& connection, Line& line) {
+    if (!line.item_code || common::length(line.name) < stock::cell_width) return;
+    const std::string whole =
+        database::text_of(connection.scalar(Sql("select [name] from items where code = ") + *line.item_code));
+    if (whole.starts_with(line.name)) line.name = whole;
 }
 
 std::string customer_of(const Invoice& invoice) {
@@ -74,6 +83,7 @@ Invoice invoice_of(Connection& connection, const stock::Offer& offer) {
     for (const stock::OfferLine& cells : offer.lines) {
         invoice.lines.push_back(Line::from_cells(cells));
         invoice.lines.back().marked = true;
+        restore_cut_name(connection, invoice.lines.back());
     }
     // The offer keeps the invoice discount as a value; the screen keeps the percent, which the value follows.
     const double total = invoice.total();

@@ -5,6 +5,7 @@
 #include <map>
 #include <utility>
 
+#include "sales/item_lookup.h"
 #include "sales/pricing.h"
 
 namespace sales {
@@ -44,11 +45,6 @@ PaymentOption payment_of(const Row& header) {
     }
 }
 
-// The price column of a unit's cost.
-const char* cost_column_of(std::int64_t unit_code) {
-    return unit_code == 3 ? "price31" : unit_code == 2 ? "price21" : "price11";
-}
-
 Line line_of(Connection& connection, const Row& row, const Lists& lists) {
     Line line;
     line.name = row.text("note");
@@ -67,7 +63,9 @@ Line line_of(Connection& connection, const Row& row, const Lists& lists) {
     if (item.empty()) return line;  // deleted since: shown as it was sold, without stock
     line.group = group_name(lists, item.front().integer("itype"));
     line.stock_kept = item.front().integer("sale_only") == 0;
-    line.unit_cost = item.front().number(cost_column_of(line.unit_code));
+    // Other programs may have written codes here that are no unit level.
+    const int unit_level = line.unit_code <= 3 ? line.unit_code : 1;
+    line.unit_cost = item.front().number(price_column(unit_level, cost_level));
     return line;
 }
 

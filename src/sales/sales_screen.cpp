@@ -68,7 +68,7 @@ bool SalesScreen::Open() {
         invoice_.date = server_date();
         ticked_day_ = outside_.clock.now().date;
         draw_number();
-        load_sale_period(connection_, invoice_.date);
+        sale_period_ = load_sale_period(connection_, invoice_.date);
         lists_.user_filter = load_user_filter(connection_);
         shifts_ = load_shifts(connection_, session_);
         news_ = load_news(connection_);
@@ -94,6 +94,17 @@ void SalesScreen::tick() {
 // too early.
 void SalesScreen::take_day(const common::Date& today) {
     if (!date_chosen_) invoice_.date = today;
+}
+
+// A till that is left on meets sale periods that begin or end meanwhile: each invoice looks once, before its
+// first line is priced. The day is the server's, as when the screen opens, and not a date chosen for the
+// invoice.
+void SalesScreen::look_for_sale_period() {
+    if (period_looked_for_) return;
+    const common::Date today = server_date();
+    if (sale_period_of(connection_, today) != sale_period_)
+        sale_period_ = load_sale_period(connection_, today);
+    period_looked_for_ = true;
 }
 
 // --- header ------------------------------------------------------------------------------------------------

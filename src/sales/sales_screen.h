@@ -226,6 +226,7 @@ class SalesScreen {
 
     common::Date server_date();
     void take_day(const common::Date& today);
+    void look_for_sale_period();
     void apply_kind(KindOption kind);
     void apply_payment(PaymentOption payment);
     void draw_number();
@@ -265,7 +266,9 @@ class SalesScreen {
     std::optional<RecalledInvoice> recalled_;
     bool recalled_edited_ = false;
     bool date_chosen_ = false;
-    common::Date ticked_day_;  // of the last tick
+    common::Date ticked_day_;                  // of the last tick
+    std::optional<std::int64_t> sale_period_;  // whose prices `tmp_price` holds, as far as this till knows
+    bool period_looked_for_ = false;           // since the invoice on the screen was begun
     std::optional<SaveStep> partly_saved_;
     std::int64_t loaded_offer_ = 0;
     std::unique_ptr<Payment> payment_;

@@ -39,6 +39,7 @@ bool SalesScreen::EnterItemForRecalled(std::string_view text) {
 }
 
 bool SalesScreen::enter(std::string_view text, int source_store) {
+    look_for_sale_period();
     ItemEntry entry(connection_, session_, outside_.prompts, lists_);
     entry.supply_from(source_store);
     const auto row = entry.enter(invoice_, text, pending_quantity_);

@@ -1,33 +1,13 @@
 // The sales screen's offers: an invoice kept as a quotation, and one loaded back.
-#include "database/recordset.h"
 #include "sales/messages.h"
 #include "sales/offer_bridge.h"
 #include "sales/sales_screen.h"
 #include "sales/sales_screen_guard.h"
 #include "sales/saving_messages.h"
+#include "sales/walk_in.h"
 #include "signin/permissions.h"
 
 namespace sales {
-
-namespace {
-
-// A walk-in customer typed for the offer is kept with it: the offer knows him by his code alone.
-void keep_walk_in(database::Connection& connection, Invoice& invoice) {
-    if (!invoice.walk_in || !invoice.walk_in->is_new) return;
-    WalkInCustomer& customer = *invoice.walk_in;
-    // Another till may have used the proposed code meanwhile.
-    customer.code = database::integer_of(connection.scalar("select max(zcode) as last_ from cust_cash")) + 1;
-    database::Recordset rows(connection, "select * from cust_cash ");
-    rows.add();
-    rows.set("zcode", customer.code);
-    rows.set("zname", customer.name);
-    rows.set("zphone", customer.phone);
-    rows.set("zmail", customer.mail);
-    rows.update();
-    customer.is_new = false;
-}
-
-}  // namespace
 
 std::int64_t SalesScreen::SaveOffer() {
     return guarded("save an offer", std::int64_t{0}, [&]() -> std::int64_t {
@@ -41,7 +21,9 @@ std::int64_t SalesScreen::SaveOffer() {
             outside_.prompts.message(saving_message::choose_customer, common::Icon::exclamation);
             return 0;
         }
-        keep_walk_in(connection_, invoice_);
+        // The offer knows a walk-in customer by his code alone.
+        if (invoice_.walk_in && invoice_.walk_in->is_new)
+            store_walk_in_customer(connection_, *invoice_.walk_in);
         const std::int64_t number =
             stock::save_offer(connection_, offer_header(invoice_, session_.user_code), offer_lines(invoice_));
         busy_ = false;

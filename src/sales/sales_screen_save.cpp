@@ -132,6 +132,7 @@ void SalesScreen::reset_invoice() {
     date_chosen_ = false;
     partly_saved_.reset();
     loaded_offer_ = 0;
+    period_looked_for_ = false;
     payment_.reset();
     save_begun_ = false;
     RecalcTotals();

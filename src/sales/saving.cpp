@@ -10,6 +10,7 @@
 #include "sales/saving_checks.h"
 #include "sales/saving_messages.h"
 #include "sales/stock_movement.h"
+#include "sales/walk_in.h"
 #include "stock/transfer.h"
 
 namespace sales {
@@ -27,6 +28,14 @@ constexpr std::string_view log_code = "250";
 // Times of day are kept in a datetime column of their own, on the server's day zero.
 common::Moment time_only(const common::Moment& moment) {
     return {{1900, 1, 1}, moment.time};
+}
+
+// How the log names a save; `tallvex-admin check` reads it there and finds those that never ended.
+std::string in_log(const Invoice& invoice) {
+    return "save of invoice " + std::to_string(invoice.number) + " (kind " +
+           std::to_string(ctype_of(invoice.kind)) + ", customer " +
+           std::to_string(invoice.payment == PaymentOption::account ? invoice.customer : walk_in_customer) +
+           ", store " + std::to_string(invoice.store) + ")";
 }
 
 // A statement whose answer never came may have done its work.
@@ -88,16 +97,20 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
         if (!shift) return SaveOutcome::refused;
         shift_ = *shift;
         invoice.number = next_invoice_number(connection_, invoice.kind, invoice.payment, invoice.store);
+        outside_.log.log_event(in_log(invoice) + " begins, lines " + std::to_string(invoice.lines.size()),
+                               log_code);
         write_all(invoice, payment);
         connection_.settle();
+        outside_.log.log_event(in_log(invoice) + " finished", log_code);
         return SaveOutcome::saved;
     } catch (const std::exception& error) {
         const std::string number = std::to_string(invoice.number);
-        outside_.log.log_event(
-            "save of invoice " + number + " (kind " + std::to_string(ctype_of(invoice.kind)) +
-                ") stopped, last finished step: " + std::string(name_of(finished_)) + ": " + error.what(),
-            log_code);
-        if (!writing_ && !(finished_ >= SaveStep::receipt && may_have_run(error))) {
+        const bool nothing = !writing_ && !(finished_ >= SaveStep::receipt && may_have_run(error));
+        outside_.log.log_event(in_log(invoice) + " stopped, " + (nothing ? "nothing saved, " : "") +
+                                   "last finished step: " + std::string(name_of(finished_)) + ": " +
+                                   error.what(),
+                               log_code);
+        if (nothing) {
             outside_.prompts.message(message::not_saved, common::Icon::critical);
             return SaveOutcome::refused;
         }
@@ -135,25 +148,7 @@ void Saving::write_all(Invoice& invoice, const PaymentTaken& payment) {
 
 // The walk-in customer's row alone does not make an invoice: an error after it leaves nothing half-saved.
 void Saving::write_walk_in_customer(Invoice& invoice) {
-    if (!invoice.has_walk_in()) return;
-    WalkInCustomer& customer = *invoice.walk_in;
-    Recordset rows =
-        customer.is_new
-            ? Recordset(connection_, "select * from cust_cash ")
-            : Recordset(connection_, Sql("select * from cust_cash where zcode = ") + customer.code);
-    if (customer.is_new) {
-        // Another till may have used the proposed code meanwhile.
-        if (!connection_.query(Sql("select * from cust_cash where zcode = ") + customer.code).empty())
-            customer.code =
-                database::integer_of(connection_.scalar("select max(zcode) as last_ from cust_cash")) + 1;
-        rows.add();
-        rows.set("zcode", customer.code);
-    }
-    rows.set("zname", customer.name);
-    rows.set("zphone", customer.phone);
-    rows.set("zmail", customer.mail);
-    rows.update();
-    customer.is_new = false;  // saving again after an error must not add it twice
+    if (invoice.has_walk_in()) store_walk_in_customer(connection_, *invoice.walk_in);
 }
 
 void Saving::print_receipts(const Invoice& invoice, const PaymentTaken& payment) {

@@ -100,15 +100,22 @@ std::vector<std::string> load_news(Connection& connection) {
     return news;
 }
 
-void load_sale_period(Connection& connection, const common::Date& today) {
-    connection.execute("delete from tmp_price");
+std::optional<std::int64_t> sale_period_of(Connection& connection, const common::Date& today) {
     const auto periods = connection.query(Sql("select * from sal_prd where sale_from <=") + quoted(today) +
                                           " and sale_to >= " + quoted(today));
-    if (!periods.empty())
+    if (periods.empty()) return std::nullopt;
+    return periods.front().integer("sale_no");
+}
+
+std::optional<std::int64_t> load_sale_period(Connection& connection, const common::Date& today) {
+    connection.execute("delete from tmp_price");
+    const auto period = sale_period_of(connection, today);
+    if (period)
         connection.execute(Sql("INSERT INTO tmp_price (icode,p_per,s_price) select "
                                "icode,isnull(p_per,0),s_price from sale_price where sale_prd = ") +
-                           periods.front().integer("sale_no"));
+                           *period);
     connection.settle();
+    return period;
 }
 
 }  // namespace sales

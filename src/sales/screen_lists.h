@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -57,7 +58,10 @@ std::vector<ShiftRow> load_shifts(database::Connection& connection, const signin
 // The lines of the news ticker.
 std::vector<std::string> load_news(database::Connection& connection);
 
+// The number of the sale period that covers the day; none when no period does.
+std::optional<std::int64_t> sale_period_of(database::Connection& connection, const common::Date& today);
 // Fills `tmp_price` with the prices of the sale period that covers the day; empties it when none does.
-void load_sale_period(database::Connection& connection, const common::Date& today);
+// Returns that period.
+std::optional<std::int64_t> load_sale_period(database::Connection& connection, const common::Date& today);
 
 }  // namespace sales

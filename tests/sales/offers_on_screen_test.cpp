@@ -1,10 +1,12 @@
 // Offers from the sales screen: kept, loaded, sold, printed; and an invoice that was saved in part.
 #include "common/spelled_amount.h"
+#include "common/text.h"
 #include "database/faults.h"
 #include "sales/counter.h"
 #include "sales/messages.h"
 #include "sales/offer_bridge.h"
 #include "sales/saving_messages.h"
+#include "sales/walk_in.h"
 
 namespace {
 
@@ -54,6 +56,26 @@ TEST(OffersOnScreen, AnOfferComesBackAsItWasAndIsSold) {
     EXPECT_EQ(screen.loaded_offer(), 0);
 }
 
+TEST(OffersOnScreen, ALongNameComesBackWhole) {
+    std::string name;
+    while (common::length(name) < 80)
+        name += "زيت زيتون بكر ";
+    Counter counter;
+    counter.shop.sql("update items set name = N'" + name + "' where code = 410");
+    auto& screen = counter.open();
+    ASSERT_TRUE(screen.EnterItem("410"));
+    const std::string entered = screen.cells(0)[column::name];
+    ASSERT_GT(common::length(entered), 50u);
+    ASSERT_EQ(screen.SaveOffer(), 1);
+    ASSERT_TRUE(screen.LoadOffer(1));
+    EXPECT_EQ(screen.cells(0)[column::name], entered);
+    // The card says something else by now: what was offered stands, as far as the offer has it.
+    counter.shop.sql("update items set name = N'شيء آخر' where code = 410");
+    counter.outside.prompts.answers = {true};
+    ASSERT_TRUE(screen.LoadOffer(1));
+    EXPECT_EQ(screen.cells(0)[column::name], common::left(entered, 50));
+}
+
 TEST(OffersOnScreen, PaymentAndCustomerOfTheOfferAreTakenOver) {
     struct Case {
         PaymentOption payment;
@@ -66,7 +88,7 @@ TEST(OffersOnScreen, PaymentAndCustomerOfTheOfferAreTakenOver) {
         auto& screen = counter.open();
         screen.SwitchPayment(c.payment);
         screen.choose_customer(7);
-        screen.choose_walk_in(sales::WalkInCustomer{99, true, "سها", "011", ""});
+        screen.choose_walk_in(sales::WalkInCustomer{1, true, "سها", "011", ""});
         ASSERT_TRUE(screen.EnterItem("400"));
         ASSERT_EQ(screen.SaveOffer(), 1) << counter.outside.prompts.last();
         EXPECT_EQ(
@@ -74,7 +96,7 @@ TEST(OffersOnScreen, PaymentAndCustomerOfTheOfferAreTakenOver) {
             c.stored);
         ASSERT_TRUE(screen.LoadOffer(1));
         EXPECT_EQ(screen.invoice().payment, c.payment);
-        // The customer typed for the offer was kept under the next free code, not the one proposed.
+        // The code proposed for the customer belonged to another by then; he has the next free one.
         ASSERT_TRUE(screen.invoice().walk_in);
         EXPECT_EQ(screen.invoice().walk_in->name, "سها");
         EXPECT_EQ(screen.invoice().walk_in->code, 2);
@@ -261,6 +283,37 @@ TEST(PartlySaved, StaysUnchangeableUntilItIsCancelled) {
     EXPECT_FALSE(screen.partly_saved());
     EXPECT_EQ(screen.number_text(), "2");
     EXPECT_TRUE(screen.EnterItem("410"));
+}
+
+// The row of a walk-in customer was written and the answer never came: he is not there twice afterwards.
+TEST(OffersOnScreen, AWalkInCustomerWhoseAnswerWasLostIsAddedOnce) {
+    Counter counter;
+    database::FaultyConnection faulty(counter.connection());
+    for (const bool taken_meanwhile : {false, true}) {
+        SCOPED_TRACE(taken_meanwhile);
+        const int proposed = static_cast<int>(counter.shop.number("select max(zcode) from cust_cash")) + 1;
+        if (taken_meanwhile)
+            counter.shop.sql("insert into cust_cash (zcode,zname) select " + std::to_string(proposed) +
+                             ",N'غيره'");
+        sales::WalkInCustomer customer{proposed, true, "سامي " + std::to_string(proposed), "012", ""};
+        const auto add = [&](int written) {
+            counter.shop.sql("insert into cust_cash (zcode,zname,zphone,zmail) select " +
+                             std::to_string(written) + ",N'" + customer.name + "','012',''");
+        };
+        // The first statement looks for the code, the second one adds the row.
+        faulty.call_before(2, [&] { add(proposed + (taken_meanwhile ? 1 : 0)); });
+        faulty.fail_at(2, database::FaultyConnection::Fault::lost);
+        auto lost = customer;
+        EXPECT_THROW(sales::store_walk_in_customer(faulty, lost), database::Error);
+        ASSERT_TRUE(faulty.has_failed());
+        faulty.heal();
+        sales::store_walk_in_customer(faulty, customer);
+        EXPECT_FALSE(customer.is_new);
+        EXPECT_EQ(
+            counter.shop.number("select count(*) from cust_cash where zname = N'" + customer.name + "'"), 1);
+        EXPECT_EQ(counter.shop.number("select zcode from cust_cash where zname = N'" + customer.name + "'"),
+                  static_cast<double>(customer.code));
+    }
 }
 
 }  // namespace
