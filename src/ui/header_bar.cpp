@@ -5,6 +5,7 @@
 
 #include "sales/sales_screen.h"
 #include "ui/fields.h"
+#include "ui/help_key.h"
 #include "ui/style.h"
 #include "ui/text.h"
 
@@ -29,6 +30,7 @@ HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
     shift_ = new QPushButton;
     shift_->setObjectName("shift_number");
     shift_->setFocusPolicy(Qt::ClickFocus);
+    shift_->setProperty(key_property, "menu_shifts");  // stands in the menu too
     set_role(shift_, "headtext");
     row->addWidget(shift_);
     connect(shift_, &QPushButton::clicked, this, &HeaderBar::shift_clicked);
@@ -42,6 +44,16 @@ HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
     menu_->setFixedHeight(px(36));
     set_role(menu_, "headbutton");
     row->addWidget(menu_);
+    auto* help = new QPushButton("؟");
+    help->setObjectName("help_button");
+    help->setAccessibleName("المساعدة");
+    help->setToolTip(QString("المساعدة  ") + help_cap);
+    help->setProperty(key_property, help_cap);
+    help->setFocusPolicy(Qt::NoFocus);  // what is being typed goes on where it is
+    help->setFixedSize(px(36), px(36));
+    set_role(help, "headbutton");
+    row->addWidget(help);
+    connect(help, &QPushButton::clicked, this, &open_help);
     clock_ = new Figure("clock", "clock");
     clock_->setAlignment(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
     row->addWidget(clock_);
@@ -66,8 +78,14 @@ void HeaderBar::show_clock(const std::string& text) {
 void HeaderBar::next_news(const std::vector<std::string>& news) {
     if (news.empty()) return;
     const QString line = qt(news[news_at_++ % news.size()]);
-    news_->setText(news_->fontMetrics().elidedText(line, Qt::ElideRight, news_->width()));
+    // A word and a half of it tell nobody anything.
+    constexpr double least = 140;
     news_->setToolTip(line);
+    if (news_->width() < px(least)) {
+        news_->clear();
+        return;
+    }
+    news_->setText(news_->fontMetrics().elidedText(line, Qt::ElideRight, news_->width()));
 }
 
 void HeaderBar::resizeEvent(QResizeEvent* event) {

@@ -15,6 +15,7 @@
 #include "ui/entry_bar.h"
 #include "ui/fields.h"
 #include "ui/header_bar.h"
+#include "ui/help_key.h"
 #include "ui/invoice_banner.h"
 #include "ui/key_button.h"
 #include "ui/key_queue.h"
@@ -86,7 +87,7 @@ QWidget* Form31::build_main() {
     auto* frame = new QFrame;
     set_role(frame, "grid");
     auto* inside = new QVBoxLayout(frame);
-    inside->setContentsMargins(1, 1, 1, 1);
+    inside->setContentsMargins(px(2), px(2), px(2), px(2));
     lines_ = new LineView(model_);
     inside->addWidget(lines_);
     column->addWidget(frame, 1);
@@ -156,6 +157,10 @@ void Form31::build_menu() {
     add("menu_quick_quantity", "&كمية آخر سطر\t+", [this] { quick_quantity(); });
     add("menu_delete_line", "&حذف السطر\tDelete", [this] { delete_current_line(); });
     add("menu_shifts", "&ورديات الدرج", [this] { show_shifts(); });
+    menu->addSeparator();
+    // Once the menu is gone, so that the help lies over the screen and not over the menu.
+    add("menu_help", QString("ال&مساعدة\t") + help_cap,
+        [this] { QMetaObject::invokeMethod(this, &open_help, Qt::QueuedConnection); });
     header_->menu_button()->setMenu(menu);
 }
 

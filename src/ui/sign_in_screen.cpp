@@ -15,6 +15,8 @@
 #include "ui/colours.h"
 #include "ui/fields.h"
 #include "ui/guard.h"
+#include "ui/help_key.h"
+#include "ui/key_button.h"
 #include "ui/messages.h"
 #include "ui/sheet.h"
 #include "ui/style.h"
@@ -60,12 +62,16 @@ Form62::Form62(const Context& context)
     row->addWidget(cancel, 1);
     column->addSpacing(px(6));
     column->addLayout(row);
+    auto* help = new KeyButton("help_button", help_cap, "المساعدة", KeyButton::Look::strip);
+    help->setShortcut(QKeySequence::mnemonic("&م"));
+    column->addWidget(help);
 
     fill();
     connect(user_->lineEdit(), &QLineEdit::returnPressed, password_, qOverload<>(&QWidget::setFocus));
     connect(password_, &QLineEdit::returnPressed, this, &Form62::confirm);
     connect(enter, &QPushButton::clicked, this, &Form62::confirm);
     connect(cancel, &QPushButton::clicked, this, [this] { leave(false); });
+    connect(help, &QPushButton::clicked, this, &open_help);
 }
 
 void Form62::fill() {

@@ -6,6 +6,7 @@
 #include "printing/pages/system_receipt_printer.h"
 #include "printing/pages/system_report_printer.h"
 #include "signin/session.h"
+#include "ui/help_key.h"
 #include "ui/neighbours.h"
 #include "ui/sales_screen.h"
 #include "ui/sign_in_screen.h"
@@ -19,6 +20,7 @@ void Till::run(database::Connection& connection, signin::Session& session) {
     const Context context{connection, session, outside_, receipts,    reports,
                           choice,     keys_,   restart_, show_window_};
 
+    const HelpKey help;
     auto sign_in = std::make_unique<Form62>(context);
     if (!sign_in->run()) return;
     // The workstation's receipt port is the one of the settings until another is chosen.
