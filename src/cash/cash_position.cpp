@@ -9,6 +9,15 @@ namespace cash {
 
 using database::Sql;
 
+double invoice_discounts(database::Connection& connection, const Drawer& drawer, const common::Moment& start,
+                         const common::Moment& until) {
+    double discounts = 0;
+    for (const Sum& sum : read_all_sums(connection, discount_period, drawer,
+                                        {common::moment_text(start), common::moment_text(until)}))
+        discounts = add_amounts(discounts, sum.reading->sign * sum.amount);
+    return discounts;
+}
+
 void CashPosition::compute(int store, const common::Moment& start, const common::Moment& until_moment,
                            const common::Moment& end_of_period) {
     drawers_.clear();
@@ -30,6 +39,7 @@ void CashPosition::compute(int store, const common::Moment& start, const common:
         computed.card_sales =
             static_cast<float>(add_amounts(figure(Movement::card_sales), -figure(Movement::card_returns)));
         computed.uncollected = static_cast<float>(figure(Movement::uncollected));
+        computed.discounts = invoice_discounts(connection_, drawer, start, until_moment);
         if (store == session_.store_code && drawer.code == session_.cash_point) own_ = computed;
         drawers_.push_back(std::move(computed));
     }

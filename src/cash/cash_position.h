@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "cash/cash_terms.h"
 #include "common/outside.h"
 #include "database/connection.h"
 #include "signin/session.h"
@@ -18,8 +19,15 @@ struct DrawerPosition {
     double position = 0;    // built from sums rounded to two decimals
     float card_sales = 0;   // of the period, less card returns; not part of the position
     float uncollected = 0;  // telephone orders of the period not yet collected; not part of the position
+    double discounts = 0;   // invoice_discounts of the period
     double moved = 0;       // transferred to the main drawer by this computation
 };
+
+// The invoice discounts on a drawer's cash sales from `start` on and strictly before `until`, less those on
+// returns. The position counts these invoices before their discount, so a right count is this much short of
+// it.
+double invoice_discounts(database::Connection& connection, const Drawer& drawer, const common::Moment& start,
+                         const common::Moment& until);
 
 // The store-wide computation.
 class CashPosition {

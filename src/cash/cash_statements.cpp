@@ -98,6 +98,10 @@ class Composer {
                 statement += Sql("(") + moment() + ">" + quoted(window_.from + " ") + " and " + moment() +
                              "<=" + quoted(window_.until) + ")";
                 break;
+            case Span::since:
+                statement +=
+                    moment() + ">=" + quoted(window_.from) + " and " + moment() + "<" + quoted(window_.until);
+                break;
             case Span::day:
                 statement += Sql("(") + moment() + ">" + quoted(window_.from) + " and " + moment() +
                              "<=" + quoted(window_.until) + ")";

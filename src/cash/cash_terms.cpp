@@ -114,6 +114,13 @@ constexpr std::array terms{
                  " and (ctype = 3 Or ctype = 2) and vcode = -1   and stype <> 1", -1, "مرتجع نقدي"),
     invoice_term(Movement::returned_coupons, "disboun", " ",
                  " and (ctype = 2 Or ctype = 3) and vcode = -1 and stype = 3 ", +1, "مرتجع بونات"),
+    // No part of the cash: what of it was never taken in. Not on tips sales, where it is taken off as tips.
+    invoice_term(Movement::discounts, "pdis", " ",
+                 " and (ctype = 0 Or ctype = 1) and vcode = -1 and (stype = 0 Or stype = 3 Or (stype = 4 and "
+                 "safe <> 0)) ",
+                 +1, "خصومات الفواتير"),
+    invoice_term(Movement::returned_discounts, "pdis", " ",
+                 " and (ctype = 3 Or ctype = 2) and vcode = -1 and stype <> 1 ", -1, "خصومات المرتجع"),
     invoice_term(Movement::account_sales, "ptot", " ", " and (ctype = 0 Or ctype = 1) and vcode <> -1 ", 0,
                  "مبيعات آجلة"),
     invoice_term(Movement::account_returns, "ptot", " ", " and (ctype = 1 Or ctype = 2) and vcode <> -1  ", 0,
@@ -198,6 +205,8 @@ constexpr Movement day_order[] = {Movement::account_sales,
 
 constexpr Movement period_order[] = {Movement::card_sales, Movement::card_returns, Movement::uncollected};
 
+constexpr Movement discount_order[] = {Movement::discounts, Movement::returned_discounts};
+
 }  // namespace
 
 // order, span, drawer first, rounded rows, counts by bare date, opening, missing time
@@ -207,6 +216,8 @@ const Procedure calc_of_shift_start{calc_order, Span::before, false, true, true,
 const Procedure balance_brought_forward{calc_order, Span::up_to, true, false, false, "copen", "'00:00:00'"};
 const Procedure statement_day{day_order, Span::day, true, false, false, "copen", "'00:00:00'"};
 const Procedure shift_period{period_order, Span::period, false, false, false, "copen", "'00:00:00'"};
+
+const Procedure discount_period{discount_order, Span::since, false, false, false, "copen", "'00:00:00'"};
 
 const Term& term(Movement movement) {
     return terms[static_cast<std::size_t>(movement)];

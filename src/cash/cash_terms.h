@@ -29,6 +29,8 @@ enum class Movement {
     returns,           // kinds 1 and 2: kind 1 counts as a sale as well
     returns_but_card,  // kinds 2 and 3, less card returns
     returned_coupons,
+    discounts,           // on whole cash invoices, which no cash sum takes off; shown beside them
+    returned_discounts,  // likewise on returns
     account_sales,
     account_returns,
     vouchers,  // two sums: receipts and payments
@@ -84,10 +86,11 @@ enum class Span {
     before,  // strictly before the end
     up_to,   // up to and including the end
     period,  // after the start, up to and including the end; the start's literal ends in a blank
-    day      // the same without the blank
+    day,     // the same without the blank
+    since    // from the start on, strictly before the end: what the position counts and had not at the start
 };
 struct Window {
-    std::string from;  // used by period and day only
+    std::string from;  // used by period, day and since only
     std::string until;
 };
 
@@ -106,6 +109,7 @@ extern const Procedure calc_of_shift_start;      // calc_cash of shiftc
 extern const Procedure balance_brought_forward;  // of the daily statement
 extern const Procedure statement_day;            // the daily statement's own sums
 extern const Procedure shift_period;             // the figures of a shift beside its position
+extern const Procedure discount_period;          // the invoice discounts of a span
 
 // The statement that sums a movement of a drawer.
 database::Sql sum_statement(const Procedure& procedure, Movement movement, const Drawer& drawer,

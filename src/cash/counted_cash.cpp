@@ -55,12 +55,13 @@ void CountedCash::refresh() {
     const common::Moment end{common::add_days(day_, 1), {}};
     CashPosition computed(connection_, session_, outside_.clock);
     computed.compute(store_, start, end, {day_, {23, 59, 59, 0}});
-    position_ = card_sales_ = uncollected_ = 0;
+    position_ = card_sales_ = uncollected_ = discounts_ = 0;
     for (const DrawerPosition& drawer : computed.drawers()) {
         if (drawer.drawer != drawer_) continue;
         position_ = drawer.position;
         card_sales_ = static_cast<double>(drawer.card_sales);
         uncollected_ = static_cast<double>(drawer.uncollected);
+        discounts_ = drawer.discounts;
     }
     const auto row = connection_.query(difference_row(store_, drawer_, day_));
     difference_.reset();

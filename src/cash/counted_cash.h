@@ -46,6 +46,8 @@ class CountedCash {
     double position() const { return position_; }
     double card_sales() const { return card_sales_; }
     double uncollected() const { return uncollected_; }
+    // Invoice discounts of the day's cash invoices, which the books do not take off the cash.
+    double discounts() const { return discounts_; }
 
   private:
     database::Connection& connection_;
@@ -61,6 +63,7 @@ class CountedCash {
     double position_ = 0;
     double card_sales_ = 0;
     double uncollected_ = 0;
+    double discounts_ = 0;
 };
 
 }  // namespace cash

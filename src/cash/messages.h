@@ -26,6 +26,8 @@ inline constexpr std::string_view before_last_start =
     "الوقت قبل بداية الورديه السابقه .. راجع التاريخ والساعه";
 // The time lies before the end of the last shift: check the clock.
 inline constexpr std::string_view before_last_end = "الوقت قبل نهاية الورديه السابقه .. راجع التاريخ والساعه";
+// Stands after both: not possible before that moment.
+inline constexpr std::string_view not_before = "\nغير ممكن قبل : ";
 // Another workstation has started this shift already; its row was kept.
 inline constexpr std::string_view started_elsewhere =
     "تم بدء هذه الورديه من جهاز أخر .. لم يتم تسجيل ورديه جديده";
@@ -39,6 +41,11 @@ inline constexpr std::string_view transfer_from = "تحويل من ";
 // Reports: "shift report number :" after the number; "cashier's report of the day" before the date.
 inline constexpr std::string_view shift_report_title = " تقرير ورديه رقم :";
 inline constexpr std::string_view day_report_title = "تقرير الكاشير عن يوم ";
+
+// Invoice discounts of the shift / of the day: they are not taken off the expected cash, so a right count is
+// short by them.
+inline constexpr std::string_view shift_discounts = "خصومات الفواتير في الوردية";
+inline constexpr std::string_view day_discounts = "خصومات الفواتير في اليوم";
 
 // Daily statement: movements on unknown drawers, "in number" the count, which no figure holds.
 inline constexpr std::string_view stray_movements =

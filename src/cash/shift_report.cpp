@@ -28,7 +28,8 @@ std::vector<std::pair<std::string, std::string>> ShiftReport::amounts() const {
             {"الرصيد الدفتري", format_amount(expected)},
             {"الفرق", format_amount(difference)},
             {"مبيعات إئتمان", format_amount(card_sales)},
-            {"تليفون لم يحصل", format_amount(uncollected)}};
+            {"تليفون لم يحصل", format_amount(uncollected)},
+            {std::string(message::shift_discounts), format_amount(discounts)}};
 }
 
 void write_print_row(database::Connection& connection, const ShiftReport& report, const std::string& user) {

@@ -23,13 +23,15 @@ struct ShiftReport {
     double difference = 0;   // counted less expected
     double card_sales = 0;   // of the shift
     double uncollected = 0;  // telephone orders of the shift not yet collected
+    double discounts = 0;    // invoice discounts of the shift, which the expected cash still holds
 
     // The number followed by " تقرير ورديه رقم :".
     std::string title() const;
     // label7 worker, label1 shift, label29 start, label19 end, label17 drawer, label22 store, with their
     // values.
     std::vector<std::pair<std::string, std::string>> captions() const;
-    // f1 counted, F2 expected, f3 difference, f4 card sales, and the uncollected telephone orders; "0.00".
+    // f1 counted, F2 expected, f3 difference, f4 card sales, the uncollected telephone orders and the invoice
+    // discounts; "0.00".
     std::vector<std::pair<std::string, std::string>> amounts() const;
 };
 

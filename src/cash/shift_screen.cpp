@@ -11,6 +11,17 @@ using database::quoted;
 using database::Sql;
 using database::Value;
 
+namespace {
+
+// A time that came too early, with the moment from which on it would do. Left to right, or its halves change
+// places in the Arabic line.
+std::string before(std::string_view what, const common::Moment& moment) {
+    return std::string(what) + std::string(message::not_before) + "\u202a" + common::moment_text(moment) +
+           "\u202c";
+}
+
+}  // namespace
+
 bool ShiftStartScreen::open() {
     const auto settings = connection_.query("select * from basic");
     clos_bal_ = settings.empty() ? 0 : static_cast<int>(settings.front().integer("clos_bal"));
@@ -22,6 +33,10 @@ bool ShiftStartScreen::open() {
     time = common::time_text(now.time);
     counted = leave = "0.00";
     worker.reset();
+    discounts_ = 0;
+    if (is_in_shift())
+        discounts_ =
+            invoice_discounts(connection_, {session_.store_code, session_.cash_point}, last_->start, now);
     return has_drawer();
 }
 
@@ -61,7 +76,7 @@ std::optional<ShiftStartScreen::Amounts> ShiftStartScreen::read_amounts() {
 bool ShiftStartScreen::may_close(const Shift& shift, const common::Moment& at, const Amounts& amounts) {
     if (clos_bal_ == 1 && amounts.counted == 0) return refuse(message::counted_needed, Field::counted);
     // A clock set back, or a start that was written with a wrong one.
-    if (at < shift.start) return refuse(message::before_last_start, Field::time);
+    if (at < shift.start) return refuse(before(message::before_last_start, shift.start), Field::time);
     return true;
 }
 
@@ -83,6 +98,7 @@ void ShiftStartScreen::close_shift(const Shift& shift, const common::Moment& at,
     closed.difference = add_amounts(closed.counted, -closed.expected);
     closed.card_sales = static_cast<double>(position.own().card_sales);
     closed.uncollected = static_cast<double>(position.own().uncollected);
+    closed.discounts = position.own().discounts;
 
     // Usually one row; two when workstations with the same number started the shift at one moment.
     database::Recordset rows(connection_, Sql("select * from shift where  stcode = ") + session_.store_code +
@@ -128,7 +144,7 @@ bool ShiftStartScreen::start() {
         if (last_->is_open()) {
             if (!may_close(*last_, *at, *amounts)) return false;
         } else if (*at < *last_->end) {
-            return refuse(message::before_last_end, Field::time);
+            return refuse(before(message::before_last_end, *last_->end), Field::time);
         }
     }
 

@@ -31,7 +31,8 @@ class ShiftStartScreen {
     // but for a database error (which is thrown), nothing was written.
     bool start();
 
-    // The field that the last refusal is about.
+    // The field that the last refusal is about. A wrong date or time stops a start, but not a close, which is
+    // always of this moment.
     enum class Field { none, worker, time, counted, leave };
     Field refused_field() const { return refused_field_; }
 
@@ -48,6 +49,9 @@ class ShiftStartScreen {
     bool is_in_shift() const { return last_ && last_->is_open(); }
     // Who has the last shift.
     const std::string& last_worker() const { return last_worker_; }
+    // Invoice discounts of the open shift, by which a right count is short of the expected cash; 0 between
+    // shifts.
+    double discounts() const { return discounts_; }
     bool counted_cash_needed() const { return clos_bal_ == 1; }
 
     // The report of the shift that the last action closed, when the settings want it printed.
@@ -83,6 +87,7 @@ class ShiftStartScreen {
     std::optional<Shift> last_;
     std::string last_worker_;
     std::int64_t next_number_ = 1;
+    double discounts_ = 0;
     std::optional<ShiftReport> report_;
 };
 

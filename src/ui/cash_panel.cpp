@@ -8,6 +8,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "cash/messages.h"
 #include "common/date_time.h"
 #include "common/numbers.h"
 #include "ui/choices.h"
@@ -46,6 +47,7 @@ CashPanel::CashPanel(const Context& context, QWidget* parent)
     position_ = add_figure("cash_position", "رصيد الخزينة");
     card_sales_ = add_figure("cash_card_sales", "مبيعات إئتمان");
     uncollected_ = add_figure("cash_uncollected", "تليفون لم يحصل");
+    discounts_ = add_figure("cash_discounts", qt(cash::message::day_discounts));
 
     note_ = label({}, "side");
     note_->setObjectName("cash_note");
@@ -135,6 +137,7 @@ void CashPanel::show_state() {
     position_->setText(qt(format_amount(logic_.position())));
     card_sales_->setText(qt(format_amount(logic_.card_sales())));
     uncollected_->setText(qt(format_amount(logic_.uncollected())));
+    discounts_->setText(qt(format_amount(logic_.discounts())));
     note_->setText(logic_.difference() ? "تم جرد الخزينة في هذا اليوم" : "لم يتم جرد الخزينة في هذا اليوم");
     show_difference();
 }

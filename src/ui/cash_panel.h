@@ -47,6 +47,7 @@ class CashPanel : public QWidget {
     QLabel* position_;
     QLabel* card_sales_;
     QLabel* uncollected_;
+    QLabel* discounts_;
     QLabel* note_;
     QWidget* confirm_;
 };

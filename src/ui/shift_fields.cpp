@@ -9,6 +9,7 @@
 #include "cash/messages.h"
 #include "cash/shift_screen.h"
 #include "common/date_time.h"
+#include "common/numbers.h"
 #include "printing/report_printer.h"
 #include "ui/choices.h"
 #include "ui/fields.h"
@@ -25,6 +26,9 @@ ShiftFields::ShiftFields() {
     state_ = label({}, "side");
     state_->setObjectName("shift_state");
     column->addWidget(state_);
+    discounts_ = label({}, "side");
+    discounts_->setObjectName("shift_discounts");
+    column->addWidget(discounts_);
     column->addWidget(rule());
 
     number_ = new Figure("next_shift", "figure");
@@ -69,6 +73,10 @@ void ShiftFields::show_state(const cash::ShiftStartScreen& screen) {
                    .arg(qt(screen.last_worker()), last->is_open() ? "مفتوحة" : "مغلقة");
     }
     state_->setText(text);
+    // Said only where it matters: by this much a right count is short of the expected cash.
+    discounts_->setVisible(screen.discounts() != 0);
+    discounts_->setText(qt(cash::message::shift_discounts) + " : " +
+                        qt(common::format_amount(screen.discounts())));
 }
 
 bool ShiftFields::read_into(cash::ShiftStartScreen& screen) {
@@ -80,9 +88,13 @@ bool ShiftFields::read_into(cash::ShiftStartScreen& screen) {
     }
     screen.date = date->date;
     screen.time = utf8(time_->text().trimmed());
+    read_amounts_into(screen);
+    return true;
+}
+
+void ShiftFields::read_amounts_into(cash::ShiftStartScreen& screen) {
     screen.counted = utf8(counted_->text());
     screen.leave = utf8(leave_->text());
-    return true;
 }
 
 void ShiftFields::show_refused(const cash::ShiftStartScreen& screen) {

@@ -27,6 +27,8 @@ class ShiftFields : public QWidget {
     void show_state(const cash::ShiftStartScreen& screen);
     // Hands what was typed to the screen; false when the date is none, and the focus stands on it.
     bool read_into(cash::ShiftStartScreen& screen);
+    // The amounts alone, for an action that is of this moment whatever date and time stand in the fields.
+    void read_amounts_into(cash::ShiftStartScreen& screen);
     // After a refusal: what the screen made of the fields, and the focus where typing goes on.
     void show_refused(const cash::ShiftStartScreen& screen);
     QWidget* first_field();
@@ -36,6 +38,7 @@ class ShiftFields : public QWidget {
 
   private:
     QLabel* state_;
+    QLabel* discounts_;
     QLabel* number_;
     QComboBox* worker_;
     QLineEdit* date_;

@@ -39,10 +39,8 @@ shift2s::shift2s(QWidget* host, const Context& context)
 
     // Enter ends on the button that starts the shift.
     connect(fields_, &ShiftFields::finished, start_, qOverload<>(&QWidget::setFocus));
-    connect(start_, &QPushButton::clicked, this,
-            [this] { act("StartShift", [this] { return logic_.start(); }); });
-    connect(close_, &QPushButton::clicked, this,
-            [this] { act("CloseShift", [this] { return logic_.close_current(); }); });
+    connect(start_, &QPushButton::clicked, this, &shift2s::start);
+    connect(close_, &QPushButton::clicked, this, &shift2s::close_shift);
     connect(back, &QPushButton::clicked, this, [this] { leave(0); });
 }
 
@@ -58,13 +56,24 @@ void shift2s::take_focus() {
     fields_->first_field()->setFocus();
 }
 
-template <typename Action>
-void shift2s::act(std::string_view name, Action action) {
+void shift2s::start() {
     if (Sheet::top_of(window()) != this) return;
     if (!fields_->read_into(logic_)) {
         context_.outside.prompts.message(message::wrong_date);
         return;
     }
+    act("StartShift", [this] { return logic_.start(); });
+}
+
+// A wrong date is no reason to keep a shift open: it closes now.
+void shift2s::close_shift() {
+    if (Sheet::top_of(window()) != this) return;
+    fields_->read_amounts_into(logic_);
+    act("CloseShift", [this] { return logic_.close_current(); });
+}
+
+template <typename Action>
+void shift2s::act(std::string_view name, Action action) {
     bool done = false;
     guarded(context_.outside, name, [&] {
         done = action();

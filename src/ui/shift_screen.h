@@ -23,6 +23,8 @@ class shift2s : public Sheet {
     void take_focus() override;
 
   private:
+    void start();
+    void close_shift();
     // Runs an action that answers whether it was done; prints the report and leaves when it was.
     template <typename Action>
     void act(std::string_view name, Action action);

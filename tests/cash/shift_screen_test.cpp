@@ -1,5 +1,6 @@
 #include "cash/shift_screen.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "cash/messages.h"
@@ -8,6 +9,10 @@
 
 namespace cash {
 namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
 
 class Shifts : public testing::Test {
   protected:
@@ -151,7 +156,7 @@ TEST_F(Shifts, RefusalsToStartWriteNothing) {
         screen.counted = refused.counted;
         screen.leave = refused.leave;
         EXPECT_FALSE(screen.start()) << refused.what;
-        EXPECT_EQ(drawers.outside.prompts.last(), refused.message) << refused.what;
+        EXPECT_THAT(drawers.outside.prompts.last(), StartsWith(std::string(refused.message))) << refused.what;
         EXPECT_EQ(screen.refused_field(), refused.field) << refused.what;
         EXPECT_EQ(shifts(), before) << refused.what;
         EXPECT_EQ(drawers.transfers(), "") << refused.what;
@@ -167,7 +172,45 @@ TEST_F(Shifts, AShiftDoesNotBeginBeforeTheLastOneEnded) {
     screen.worker = 2;
     screen.time = "10:45:00";
     EXPECT_FALSE(screen.start());
-    EXPECT_EQ(drawers.outside.prompts.last(), message::before_last_end);
+    EXPECT_THAT(drawers.outside.prompts.last(),
+                AllOf(StartsWith(std::string(message::before_last_end)), HasSubstr("2026/11/21 10:52:00")));
+}
+
+// Only plain cash invoices make the count short: a tips sale's discount is off already, a card's never was
+// in.
+TEST_F(Shifts, InvoiceDiscountsOfTheShiftAreShown) {
+    drawers.shop.sql("update basic set prn_csh_rep = 1");
+    drawers.cash_sale("100", "10:41:00");
+    drawers.shop.sql("update sales set pdis = 50");
+    ASSERT_TRUE(start(1));
+    const auto sell = [this](int ctype, int stype, const char* discount, const char* rest) {
+        drawers.shop.sql(
+            "insert into sales (pnum,vcode,ctype,stype,ptot,pdis,stcode,ptype,[date],time_,disboun,safe) "
+            "select "
+            "9,-1," +
+            std::to_string(ctype) + "," + std::to_string(stype) + ",100," + discount +
+            ",1,1,'2026/11/21','1900/01/01 10:45:00'," + rest);
+    };
+    sell(0, 0, "10", "null,null");
+    sell(0, 0, "2.5", "null,null");
+    sell(0, 1, "20", "null,1");
+    sell(0, 2, "30", "30,null");
+    sell(0, 4, "40", "null,0");
+    sell(2, 0, "1", "null,null");
+    drawers.shop.sql(
+        "insert into sales (pnum,vcode,ctype,stype,ptot,pdis,stcode,ptype,[date],time_) select "
+        "9,7,0,0,100,50,1,1,'2026/11/21','1900/01/01 10:45:00'");
+    pass(10);
+    ShiftScreen screen = opened();
+    EXPECT_DOUBLE_EQ(screen.discounts(), 11.5);
+    // 100 - 10 and 100 - 2.5 were taken in, 100 - 30 in tips; the return gave 100 - 1 back.
+    screen.counted = "158.5";
+    drawers.outside.prompts.answers = {true};
+    ASSERT_TRUE(screen.close_current());
+    ASSERT_TRUE(screen.report());
+    EXPECT_DOUBLE_EQ(screen.report()->discounts, 11.5);
+    EXPECT_DOUBLE_EQ(screen.report()->difference, -11.5);
+    EXPECT_DOUBLE_EQ(screen.discounts(), 0) << "between shifts";
 }
 
 TEST_F(Shifts, ClosingWithTheClockSetBackIsRefused) {
@@ -176,7 +219,8 @@ TEST_F(Shifts, ClosingWithTheClockSetBackIsRefused) {
     ShiftScreen screen = opened();
     drawers.outside.prompts.answers = {true};
     EXPECT_FALSE(screen.close_current());
-    EXPECT_EQ(drawers.outside.prompts.last(), message::before_last_start);
+    EXPECT_THAT(drawers.outside.prompts.last(),
+                AllOf(StartsWith(std::string(message::before_last_start)), HasSubstr("2026/11/21 10:42:00")));
     EXPECT_EQ(shifts(), "1 10:42:00- worker 1\n");
 }
 
