@@ -1,4 +1,5 @@
 // Conversions between the types of the server.
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -106,13 +107,28 @@ void to_real(const Call& call) {
     call.give(*number);
 }
 
+// ts_single(x): the number that a real column gives back, of about seven digits.
+void to_single(const Call& call) {
+    if (call.null(0)) return call.give();
+    const double number = call.number(0);
+    const auto single = static_cast<float>(number);
+    if (!std::isfinite(single) && std::isfinite(number)) return fail_range(call, "real");
+    std::array<char, 32> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), single).ptr;
+    double meant = number;
+    std::from_chars(digits.data(), end, meant);
+    call.give(meant);
+}
+
 // ts_numeric(x, precision, scale): rounded half away from zero.
 void to_numeric(const Call& call) {
     if (call.null(0)) return call.give();
     double number = call.number(0);
     if (call.type(0) == SQLITE_TEXT) {
         const auto parsed = parse_server_number(call.text(0));
-        if (!parsed || common::trim(call.text(0)).empty()) return fail_conversion(call, "numeric");
+        const bool has_exponent = call.text(0).find_first_of("eE") != std::string_view::npos;
+        if (!parsed || has_exponent || common::trim(call.text(0)).empty())
+            return fail_conversion(call, "numeric");
         number = *parsed;
     }
     const int scale = static_cast<int>(std::min<std::int64_t>(call.integer(2), 9));
@@ -225,6 +241,7 @@ constexpr Function conversions[] = {
     {"ts_int", 2, to_integer},
     {"ts_bit", 1, to_bit},
     {"ts_real", 1, to_real},
+    {"ts_single", 1, to_single},
     {"ts_numeric", 3, to_numeric},
     {"ts_moment", 1, to_moment},
     {"ts_moment", 2, to_moment},

@@ -20,6 +20,7 @@ struct Column {
     Type type;
     bool not_null = false;
     std::string default_sql;  // in the engine's language; empty without one
+    bool identity = false;    // numbered by the engine, never by a statement
 };
 
 struct View {
@@ -50,6 +51,9 @@ class Catalog {
     bool has_index(std::string_view name) const;
 
     const std::unordered_map<std::string, Table>& tables() const { return tables_; }
+
+    // Columns of type real keep seven digits, as a server's do, instead of all.
+    bool rounds_reals = false;
 
   private:
     void read(const std::string& condition);

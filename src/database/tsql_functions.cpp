@@ -90,8 +90,11 @@ Written isnull(Writer& w, const Expression& e) {
     Written first = argument(w, e, 0), second = argument(w, e, 1);
     if (first.type.is_null()) return second;
     Type type = of_kind(first.type.kind);
+    const bool fits = second.type.length > 0 && second.type.length <= first.type.length;
     second = w.convert(std::move(second), type, Writer::Purpose::compute);
     type.length = first.type.length;
+    if (type.is_text() && type.length > 0 && !fits && !second.type.is_null())
+        second.sql = "ts_cut(" + second.sql + ", " + std::to_string(type.length) + ")";
     return {"ifnull(" + first.sql + ", " + second.sql + ")", type, false, false};
 }
 

@@ -51,7 +51,7 @@ void Statements::check_insert(const Insert& insert) {
     }
     if (insert.columns.empty()) {
         for (const Column& each : table->columns)
-            targets.push_back(&each);
+            if (!each.identity) targets.push_back(&each);
     }
     const auto store = [&](std::size_t at, const Typed& value) {
         if (at < targets.size()) check_stored(targets[at]->name, value, targets[at]->type);

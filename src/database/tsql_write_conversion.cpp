@@ -55,6 +55,7 @@ Written Writer::convert(Written what, const Type& target, Purpose purpose, const
             } else if (from.kind != Type::Kind::real && purpose != Purpose::store) {
                 sql = "CAST(" + sql + " AS REAL)";
             }
+            if (catalog_.rounds_reals && target.written == "real") sql = call("ts_single", sql);
             break;
         case Type::Kind::numeric:
             if (from.is_datetime()) sql = call("ts_moment_number", sql);
