@@ -48,6 +48,10 @@ for line in 2 3 4 7; do
 done
 same "complaints" 4 "$(wc -l <"$here/said")"
 
+printf 'SHOP=%s\r\n\r\nCASH_POINT=8' "$here/shop" >"$here/till.conf"
+same "lines of another system, and an unended one" "$here/shop|$here/shop|8||||0002" "$(started elsewhere "$here/tallvex")"
+same "which is nothing to complain of" "" "$(cat "$here/said")"
+
 rm "$here/till.conf"
 same "without settings" "$here/other|$here/other|||||0002" "$(started other "$here/tallvex")"
 
