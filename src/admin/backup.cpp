@@ -61,6 +61,7 @@ void copy_pages(sqlite3* source, sqlite3* target, const std::string& label, Tool
     if (result == SQLITE_BUSY || result == SQLITE_LOCKED) {
         throw Refused("a till keeps the shop file busy; close the tills and try again");
     }
+    if (result == SQLITE_FULL) throw Refused("the disk is full; make room, or give a file on another disk");
     if (result != SQLITE_DONE) throw Refused(std::string("the copy failed: ") + sqlite3_errstr(result));
 }
 
@@ -135,6 +136,11 @@ void move_away(const fs::path& shop, const fs::path& to) {
 BackupOutcome back_up(const fs::path& shop, const fs::path& target, Tool& tool) {
     if (!fs::exists(shop)) throw Refused("there is no shop file " + shop.string());
     if (fs::exists(target)) throw Refused(target.string() + " exists already; give another name");
+    if (const fs::path into = target.parent_path(); !fs::is_directory(into)) {
+        throw Refused("there is no folder " + into.string() + "; is the disk for the backups plugged in?");
+    } else if (access(into.c_str(), W_OK) != 0) {
+        throw Refused("the folder " + into.string() + " may not be written by this user");
+    }
     const Aside copy(target.string() + ".making");
     {
         const File source = open_file(shop, SQLITE_OPEN_READONLY);

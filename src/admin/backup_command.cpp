@@ -30,6 +30,14 @@ std::string stamp(const Tool& tool) {
     return text;
 }
 
+// The path with ".backup", or with a number before that when two restores come in one second.
+fs::path free_name(const fs::path& path) {
+    fs::path name = path.string() + ".backup";
+    for (int number = 2; fs::exists(name); ++number)
+        name = path.string() + "-" + std::to_string(number) + ".backup";
+    return name;
+}
+
 void print(const BackupOutcome& outcome, std::string_view what, const fs::path& file, Tool& tool) {
     tool.out << what << ' ' << file.string() << ": " << outcome.bytes << " bytes, " << outcome.invoices
              << " invoices, checked\n";
@@ -42,9 +50,12 @@ void add_backup(CLI::App& program, Tool& tool) {
     CLI::App* command = program.add_subcommand(
         "backup", "Copies the embedded shop to a file, while tills work, and checks the copy");
     command->add_option("file", *file,
-                        "The file to write; without it shop-DATE-TIME.backup in the working directory");
+                        "The file to write, or the folder for shop-DATE-TIME.backup; without it that file in "
+                        "the working directory");
     command->callback([file, &tool] {
-        const fs::path target = tool.folder / (file->empty() ? "shop-" + stamp(tool) + ".backup" : *file);
+        const std::string named_by_clock = "shop-" + stamp(tool) + ".backup";
+        fs::path target = tool.folder / (file->empty() ? named_by_clock : *file);
+        if (fs::is_directory(target)) target /= named_by_clock;
         print(back_up(embedded_file(tool), target, tool), "backup", target, tool);
     });
 }
@@ -56,7 +67,7 @@ void add_restore(CLI::App& program, Tool& tool) {
     command->add_option("file", *file, "The backup")->required();
     command->callback([file, &tool] {
         const fs::path shop = embedded_file(tool);
-        const fs::path safety = tool.folder / ("before-restore-" + stamp(tool) + ".backup");
+        const fs::path safety = free_name(tool.folder / ("before-restore-" + stamp(tool)));
         const BackupOutcome outcome = put_back(tool.folder / *file, shop, safety, tool);
         print(outcome, "restored", *file, tool);
         if (fs::exists(safety)) tool.out << "what was there before is in " << safety.string() << '\n';

@@ -1,13 +1,15 @@
 // tallvex-admin check: looks the shop over and says what is wrong and what to do about it.
 #include <CLI/CLI.hpp>
-#include <algorithm>
+#include <functional>
 #include <memory>
+#include <span>
 
 #include "admin/checks.h"
 #include "admin/commands.h"
 #include "admin/opening_stock.h"
 #include "admin/shop.h"
 #include "admin/shop_files.h"
+#include "startup/activity_log.h"
 
 namespace admin {
 
@@ -16,6 +18,7 @@ namespace {
 struct Options {
     int days = 31;
     bool accept_stock = false;
+    bool mended = false;
 };
 
 std::string_view word_of(Verdict verdict) {
@@ -37,28 +40,127 @@ void accept_stock(Tool& tool) {
     tool.out << "the present stock is what later checks start from\n";
 }
 
-void run(const Options& options, Tool& tool) {
-    std::int64_t wrong = 0;
-    const auto say = [&](const Findings& findings) {
-        for (const Finding& finding : findings) {
-            tool.out << word_of(finding.verdict) << finding.subject << ": " << finding.text << '\n';
-            if (finding.verdict == Verdict::wrong) ++wrong;
-        }
-        tool.out << std::flush;
+// What the shop keeper can do when the database does not open, by what it says.
+std::string advice(std::string_view said, const Place& place) {
+    struct Advice {
+        std::string_view said;
+        std::string_view what;
     };
-    const Place place = read_place(tool.folder);
-    const auto connection = open_place(tool.folder, place);
-    say({{Verdict::good, "connection", place.server + ", " + place.database}});
-    say(check_schema(*connection));
-    say(check_settings(*connection, read_version(tool.folder)));
-    say(check_ports(*connection));
-    const common::Date today = tool.clock.now().date;
-    const Period period{common::add_days(today, -options.days), today};
-    say(check_invoices(*connection, period));
-    say(check_stock(*connection));
-    say(check_log(log_file(tool.folder), period));
-    if (wrong != 0)
-        throw Refused(std::to_string(wrong) + (wrong == 1 ? " thing is wrong" : " things are wrong"));
+    constexpr std::string_view restore = "restore the newest backup: tallvex-admin restore FILE";
+    constexpr Advice embedded[] = {
+        {"does not exist",
+         "look whether the connection file names the right file (tallvex-admin connect --show), or restore "
+         "the "
+         "newest backup: tallvex-admin restore FILE"},
+        {"damaged", restore},
+        {"no shop", restore},
+        {"in use", "end the other program that holds the file"},
+        {"read-only", "give this user the right to write the file and its folder"},
+        {"cannot be read", "give this user the right to read the file"},
+        {"disk is full", "make room on the disk"},
+    };
+    constexpr Advice server[] = {
+        {"does not exist",
+         "look whether the server is on and its SQL Server listens on the TCP port, whether a firewall "
+         "stands between, "
+         "and whether name and address are right: tallvex-admin connect --show"},
+        {"Cannot open database",
+         "create the database on the server, or correct its name with tallvex-admin connect"},
+        {"Login failed", "the password of the login sa in sa.pwd is wrong"},
+        {"ODBC driver", "install the driver: sudo apt-get install tdsodbc"},
+        {"sa.pwd", "keep the password there: tallvex-admin connect --keep-password"},
+    };
+    const auto found = [said](std::span<const Advice> list) {
+        for (const Advice& entry : list) {
+            if (said.find(entry.said) != std::string_view::npos) return std::string(entry.what);
+        }
+        return std::string("the till cannot start either; mend this first");
+    };
+    return is_embedded(place) ? found(embedded) : found(server);
+}
+
+class Check {
+  public:
+    Check(const Options& options, Tool& tool) : options_(options), tool_(tool) {}
+
+    void run() {
+        const std::string version = find_version();
+        if (const auto connection = connect()) look_over(*connection, version);
+        if (wrong_ != 0)
+            throw Refused(std::to_string(wrong_) + (wrong_ == 1 ? " thing is wrong" : " things are wrong"));
+    }
+
+  private:
+    void say(const Findings& findings) {
+        for (const Finding& finding : findings) {
+            tool_.out << word_of(finding.verdict) << finding.subject << ": " << finding.text << '\n';
+            if (finding.verdict == Verdict::wrong) ++wrong_;
+        }
+        tool_.out << std::flush;
+    }
+
+    // Empty, after saying so, where the version file is missing.
+    std::string find_version() {
+        try {
+            return read_version(tool_.folder);
+        } catch (const Refused& error) {
+            say({{Verdict::wrong, "version file",
+                  std::string(error.what()) +
+                      "; copy it from another till, or write it with tallvex-admin connect"}});
+            return {};
+        }
+    }
+
+    std::unique_ptr<database::Connection> connect() {
+        const Place place = read_place(tool_.folder);
+        const std::string where = place.server + ", " + place.database;
+        try {
+            auto connection = open_place(tool_.folder, place);
+            say({{Verdict::good, "connection", where}});
+            return connection;
+        } catch (const std::exception& error) {
+            std::string said = error.what();
+            if (said.ends_with('.')) said.pop_back();
+            say({{Verdict::wrong, "connection", where + ": " + said + "; " + advice(said, place)}});
+            return nullptr;
+        }
+    }
+
+    // One look that cannot be taken does not keep the others from being taken.
+    void look(std::string_view subject, const std::function<Findings()>& at) {
+        try {
+            say(at());
+        } catch (const database::Error& error) {
+            say({{Verdict::wrong, std::string(subject),
+                  std::string("cannot be looked at: ") + error.what() + "; mend what stands above first"}});
+        }
+    }
+
+    void look_over(database::Connection& connection, const std::string& version) {
+        const common::Date today = tool_.clock.now().date;
+        const Period period{common::add_days(today, -options_.days), today};
+        look("schema", [&] { return check_schema(connection); });
+        look("settings", [&] { return check_settings(connection, version); });
+        look("users", [&] { return check_users(connection); });
+        look("ports", [&] { return check_ports(connection); });
+        look("invoices", [&] { return check_invoices(connection, period); });
+        look("stock", [&] { return check_stock(connection); });
+        look("log", [&] { return check_log(connection, log_file(tool_.folder), period); });
+    }
+
+    const Options& options_;
+    Tool& tool_;
+    std::int64_t wrong_ = 0;
+};
+
+void note_mended(Tool& tool) {
+    read_place(tool.folder);  // not in any folder but a shop's
+    const std::filesystem::path file = log_file(tool.folder);
+    std::error_code ignored;
+    std::filesystem::create_directories(file.parent_path(), ignored);
+    startup::ActivityLog(file.parent_path().parent_path(), tool.clock).log_event(mended_line, "250");
+    if (!std::filesystem::exists(file)) throw Refused(file.string() + " cannot be written");
+    tool.out << "the saves that stopped before now count as mended\n";
 }
 
 }  // namespace
@@ -72,7 +174,14 @@ void add_check(CLI::App& program, Tool& tool) {
         ->capture_default_str();
     command->add_flag("--accept-stock", options->accept_stock,
                       "Instead of checking, take the present stock as counted: later checks start from it");
-    command->callback([options, &tool] { options->accept_stock ? accept_stock(tool) : run(*options, tool); });
+    command->add_flag(
+        "--mended", options->mended,
+        "Instead of checking, note in the log that what stopped saves lacked was written by hand");
+    command->callback([options, &tool] {
+        if (options->accept_stock) accept_stock(tool);
+        if (options->mended) note_mended(tool);
+        if (!options->accept_stock && !options->mended) Check(*options, tool).run();
+    });
 }
 
 }  // namespace admin

@@ -3,7 +3,6 @@
 // off.
 #include <cmath>
 #include <compare>
-#include <fstream>
 #include <map>
 #include <set>
 #include <tuple>
@@ -233,26 +232,6 @@ class InvoiceCheck {
 
 Findings check_invoices(Connection& connection, const Period& period) {
     return InvoiceCheck(connection, period).run();
-}
-
-Findings check_log(const std::filesystem::path& log_file, const Period& period) {
-    Findings findings;
-    std::ifstream log(log_file);
-    std::string line;
-    while (std::getline(log, line)) {
-        const std::string_view text = common::trim(line);
-        if (!text.starts_with("save of invoice ") || text.find(" stopped, ") == std::string_view::npos)
-            continue;
-        const std::size_t end = text.find("  ----  ");
-        const std::size_t last = text.rfind("  ----  ");
-        const auto moment =
-            last == std::string_view::npos ? std::nullopt : common::parse_moment(text.substr(last + 8));
-        if (!moment || moment->date < period.from) continue;
-        findings.push_back({Verdict::wrong, "log",
-                            common::moment_text(*moment) + ": " + std::string(text.substr(0, end)) +
-                                "; write what comes after that step by hand, or return the sale"});
-    }
-    return findings;
 }
 
 }  // namespace admin

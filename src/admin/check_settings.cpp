@@ -20,6 +20,9 @@ using database::Sql;
 
 namespace {
 
+constexpr std::string_view add_or_restore =
+    "start the till once, which adds what later versions need; where that does not help, restore a backup";
+
 // A shop of this version made aside, to compare with.
 class PatternShop {
   public:
@@ -71,18 +74,16 @@ class SettingsCheck {
         if (rows.empty()) {
             add(Verdict::wrong, "settings",
                 "the table basic has no row; make the shop anew or restore a backup");
-            return findings_;
+        } else {
+            if (rows.size() > 1) {
+                add(Verdict::wrong, "settings",
+                    "the table basic has " + std::to_string(rows.size()) +
+                        " rows; keep one and delete the others");
+            }
+            settings(rows.front());
+            drawers(rows.front());
         }
-        if (rows.size() > 1) {
-            add(Verdict::wrong, "settings",
-                "the table basic has " + std::to_string(rows.size()) +
-                    " rows; keep one and delete the others");
-        }
-        const auto& basic = rows.front();
-        settings(basic);
-        drawers(basic);
-        users();
-        return findings_;
+        return std::move(findings_);
     }
 
   private:
@@ -93,6 +94,7 @@ class SettingsCheck {
     std::int64_t count(const Sql& statement) { return database::integer_of(connection_.scalar(statement)); }
 
     void settings(const database::Row& basic) {
+        const std::size_t before = findings_.size();
         const double ceiling = basic.number("max_dis");
         if (ceiling < 0 || ceiling > 100) {
             add(Verdict::wrong, "settings",
@@ -100,7 +102,7 @@ class SettingsCheck {
                     "; set a percentage from 0 to 100");
         }
         const std::string stamped(common::trim(basic.text("cr_v")));
-        if (stamped != common::trim(version_)) {
+        if (!version_.empty() && stamped != common::trim(version_)) {
             add(Verdict::wrong, "settings",
                 "the shop was last used by version \"" + stamped + "\", this one is \"" +
                     std::string(common::trim(version_)) +
@@ -109,7 +111,7 @@ class SettingsCheck {
         if (common::trim(basic.text("aname")).empty()) {
             add(Verdict::note, "settings", "the shop has no name (aname); receipts begin with a blank line");
         }
-        if (findings_.empty()) add(Verdict::good, "settings", basic.text("aname"));
+        if (findings_.size() == before) add(Verdict::good, "settings", basic.text("aname"));
     }
 
     void drawers(const database::Row& basic) {
@@ -140,30 +142,6 @@ class SettingsCheck {
         if (findings_.size() == before + 1) {
             add(Verdict::good, "drawer", std::to_string(drawers) + " in store " + std::to_string(store));
         }
-    }
-
-    void users() {
-        const auto rows = connection_.query("select * from users");
-        if (rows.empty()) {
-            add(Verdict::wrong, "users", "there is no user; add one: tallvex-admin users add NAME --set all");
-            return;
-        }
-        for (const auto& row : rows) {
-            if (!common::trim(row.text("pass")).empty()) continue;
-            add(Verdict::note, "users",
-                "user " + row.text("code") + " (" + row.text("name") +
-                    ") has no password: tallvex-admin users password " + row.text("code"));
-        }
-        try {
-            connection_.query("select code from [user] where code = 0");
-        } catch (const database::Error& error) {
-            if (error.is_connection_lost()) throw;
-            add(Verdict::note, "users",
-                "nobody can change a password at the till, whose statement names [user]: tallvex-admin sql "
-                "\"create "
-                "view [user] as select * from users\"");
-        }
-        add(Verdict::good, "users", std::to_string(rows.size()));
     }
 
     Connection& connection_;
@@ -204,16 +182,14 @@ Findings check_schema(Connection& connection) {
         const auto there = columns_of(connection, table);
         if (there.empty()) {
             findings.push_back({Verdict::wrong, "schema",
-                                "the table " + table +
-                                    " is missing; restore a backup, or start the till once: "
-                                    "it adds what later versions need"});
+                                "the table " + table + " is missing; " + std::string(add_or_restore)});
             continue;
         }
         for (const std::string& column : pattern.connection().describe(table).columns) {
             if (contains(there, column)) continue;
-            findings.push_back({Verdict::wrong, "schema",
-                                "the table " + table + " has no column " + column +
-                                    "; start the till once: it adds what later versions need"});
+            findings.push_back(
+                {Verdict::wrong, "schema",
+                 "the table " + table + " has no column " + column + "; " + std::string(add_or_restore)});
         }
     }
     if (findings.empty()) findings.push_back({Verdict::good, "schema", std::to_string(tables) + " tables"});
@@ -224,13 +200,41 @@ Findings check_settings(Connection& connection, std::string_view version) {
     return SettingsCheck(connection, version).run();
 }
 
+Findings check_users(Connection& connection) {
+    Findings findings;
+    const auto add = [&findings](Verdict verdict, std::string text) {
+        findings.push_back({verdict, "users", std::move(text)});
+    };
+    const auto rows = connection.query("select * from users");
+    if (rows.empty()) {
+        add(Verdict::wrong, "there is no user; add one: tallvex-admin users add NAME --set all");
+        return findings;
+    }
+    for (const auto& row : rows) {
+        if (!common::trim(row.text("pass")).empty()) continue;
+        add(Verdict::note, "user " + row.text("code") + " (" + row.text("name") +
+                               ") has no password: tallvex-admin users password " + row.text("code"));
+    }
+    try {
+        connection.query("select code from [user] where code = 0");
+    } catch (const database::Error& error) {
+        if (error.is_connection_lost()) throw;
+        add(Verdict::note,
+            "nobody can change a password at the till, whose statement names [user]: tallvex-admin sql "
+            "\"create "
+            "view [user] as select * from users\"");
+    }
+    add(Verdict::good, std::to_string(rows.size()));
+    return findings;
+}
+
 Findings check_ports(Connection& connection) {
     Findings findings;
     const auto rows = connection.query("select * from basic");
-    if (rows.empty()) return findings;
+    if (rows.empty()) return findings;  // said by the check of the settings
     const std::string printer(common::trim(rows.front().text("print")));
     if (printer.empty() || printer == "win") {
-        findings.push_back({Verdict::good, "printer", "the system's printer"});
+        findings.push_back(check_system_printer());
     } else {
         findings.push_back(port_finding("printer", printer, "lp", Verdict::wrong));
     }

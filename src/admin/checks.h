@@ -21,10 +21,13 @@ using Findings = std::vector<Finding>;
 
 // Tables and columns that a shop of this version has and this one has not.
 Findings check_schema(database::Connection& connection);
-// The settings row, the version in it, the stores and drawers, the users.
+// The settings row, the version in it (not compared when `version` is empty), the stores and drawers, the
+// users.
 Findings check_settings(database::Connection& connection, std::string_view version);
+Findings check_users(database::Connection& connection);
 // The receipt printer's and the drawer's port on this machine.
 Findings check_ports(database::Connection& connection);
+Finding check_system_printer();
 
 struct Period {
     common::Date from;  // invoices from this day on
@@ -34,7 +37,11 @@ struct Period {
 // payment without its bank row, and account customers whose balance is not what their invoices and vouchers
 // add up to.
 Findings check_invoices(database::Connection& connection, const Period& period);
-// Saves that the activity log says stopped part-way, with what each left undone.
-Findings check_log(const std::filesystem::path& log_file, const Period& period);
+// Saves that the activity log knows as stopped part-way, or as begun and never finished, which a till that
+// was switched off leaves behind; with what each left undone.
+Findings check_log(database::Connection& connection, const std::filesystem::path& log_file,
+                   const Period& period);
+// The log's line by which the shop keeper says that what came before it was mended by hand.
+inline constexpr std::string_view mended_line = "stopped saves mended by hand";
 
 }  // namespace admin

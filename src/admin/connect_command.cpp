@@ -3,7 +3,9 @@
 #include <memory>
 
 #include "admin/commands.h"
+#include "admin/login_password.h"
 #include "admin/shop.h"
+#include "admin/shop_files.h"
 
 namespace admin {
 
@@ -12,6 +14,7 @@ namespace {
 struct Options {
     Place place;
     bool show = false;
+    bool keep_password = false;
 };
 
 void print(const Place& place, Tool& tool) {
@@ -45,16 +48,28 @@ void add_connect(CLI::App& program, Tool& tool) {
                      "Network address of the server, used instead of its name; \"Not Found\" for none")
         ->capture_default_str()
         ->excludes(show);
+    command->add_flag(
+        "--keep-password", options->keep_password,
+        "Ask for the password of the login sa, or read it from the standard input, and keep it in "
+        "sa.pwd, which this user alone may read");
     command->callback([options, &tool] {
         if (options->show) {
             print(read_place(tool.folder), tool);
             return;
         }
-        if (options->place.server.empty() || options->place.database.empty()) {
+        const bool named = !options->place.server.empty() && !options->place.database.empty();
+        const bool unnamed = options->place.server.empty() && options->place.database.empty();
+        if (!named && !(unnamed && options->keep_password)) {
             throw CLI::ValidationError("connect", "--server and --database are needed, or --show");
         }
-        write_place(tool.folder, options->place);
-        print(read_place(tool.folder), tool);
+        const std::string password = options->keep_password ? ask_login_password(tool) : std::string();
+        if (named) {
+            write_place(tool.folder, options->place);
+            write_shop_files(tool.folder);
+        }
+        if (options->keep_password)
+            tool.out << "password: kept in " << keep_login_password(tool.folder, password) << '\n';
+        if (named) print(read_place(tool.folder), tool);
     });
 }
 

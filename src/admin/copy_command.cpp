@@ -4,6 +4,7 @@
 
 #include "admin/commands.h"
 #include "admin/copy_shop.h"
+#include "admin/place_options.h"
 #include "admin/shop_maker.h"
 
 namespace admin {
@@ -37,14 +38,7 @@ void add_copy_shop(CLI::App& program, Tool& tool) {
         "copy-shop", "Copies the shop of the working directory into a new one, in a file or on a server");
     command->add_option("folder", options->folder, "The folder of the new shop's files; made when missing")
         ->required();
-    command->add_option("--server", options->place.server,
-                        "Copy into a database of this server instead of a file");
-    command
-        ->add_option("--database", options->place.database,
-                     "An empty database of the server, or the file's name")
-        ->capture_default_str();
-    command->add_option("--address", options->place.address, "Network address of the server")
-        ->capture_default_str();
+    add_place_options(*command, options->place, "Copy into a database of this server instead of a file");
     command->callback([options, &tool] { run(*options, tool); });
 }
 

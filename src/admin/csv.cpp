@@ -13,12 +13,12 @@ CsvReader::CsvReader(std::string_view text, char separator) : text_(text), separ
 }
 
 bool CsvReader::at_line_end() const {
-    return position_ >= text_.size() || text_[position_] == '\n' || text_.substr(position_, 2) == "\r\n";
+    return position_ >= text_.size() || text_[position_] == '\n' || text_[position_] == '\r';
 }
 
 void CsvReader::skip_line_end() {
     if (position_ >= text_.size()) return;
-    position_ += text_[position_] == '\r' ? 2 : 1;
+    position_ += text_.substr(position_, 2) == "\r\n" ? 2 : 1;
     ++line_;
 }
 
@@ -68,7 +68,7 @@ std::string CsvReader::plain_cell() {
 }
 
 char guess_separator(std::string_view text) {
-    const std::string_view header = text.substr(0, text.find('\n'));
+    const std::string_view header = text.substr(0, text.find_first_of("\r\n"));
     constexpr std::array candidates = {',', ';', '\t'};
     return *std::max_element(candidates.begin(), candidates.end(), [&](char a, char b) {
         return std::count(header.begin(), header.end(), a) < std::count(header.begin(), header.end(), b);

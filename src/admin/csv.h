@@ -8,8 +8,8 @@
 
 namespace admin {
 
-// Reads a CSV text record by record. Accepts LF and CRLF, quoted cells with separators, line ends and doubled
-// quotes in them, and a byte order mark at the start. Blank lines are skipped.
+// Reads a CSV text record by record. Accepts LF, CRLF and CR, quoted cells with separators, line ends and
+// doubled quotes in them, and a byte order mark at the start. Blank lines are skipped.
 class CsvReader {
   public:
     explicit CsvReader(std::string_view text, char separator = ',');

@@ -7,6 +7,7 @@
 #include "admin/commands.h"
 #include "admin/item_import.h"
 #include "admin/shop.h"
+#include "common/code_page.h"
 
 namespace admin {
 
@@ -15,6 +16,7 @@ namespace {
 struct Options {
     std::string file;
     bool columns = false;
+    bool code_page_1256 = false;
 };
 
 std::string text_of_file(const std::filesystem::path& file) {
@@ -31,15 +33,18 @@ void list_columns(Tool& tool) {
 }
 
 void run(const Options& options, Tool& tool) {
-    const std::string csv = text_of_file(tool.folder / options.file);
+    std::string csv = text_of_file(tool.folder / options.file);
+    if (options.code_page_1256) csv = common::from_code_page_1256(csv);
     const auto connection = open_shop(tool);
     const ImportOutcome outcome = import_items(*connection, csv, tool);
     for (const LineProblem& problem : outcome.problems) {
         tool.err << options.file << ':' << problem.line << ": " << problem.reason << '\n';
     }
     if (!outcome.problems.empty()) {
-        throw Refused("nothing was imported; mend the " + std::to_string(outcome.problems.size()) +
-                      " lines named above and import the file again");
+        const std::size_t count = outcome.problems.size();
+        throw Refused("nothing was imported; mend the " +
+                      (count == 1 ? std::string("line") : std::to_string(count) + " lines") +
+                      " named above and import the file again");
     }
     tool.out << outcome.items << " items, " << outcome.barcodes << " barcodes and " << outcome.batches
              << " rows of stock imported\n";
@@ -54,6 +59,8 @@ void add_import_items(CLI::App& program, Tool& tool) {
         "Adds the items of a CSV file (UTF-8) with prices, barcodes and opening stock, or none of them");
     command->add_option("file", options->file, "The CSV file; its first line names the columns");
     command->add_flag("--columns", options->columns, "List the columns such a file may have");
+    command->add_flag("--code-page-1256", options->code_page_1256,
+                      "The file is in the code page of an Arabic Windows instead of UTF-8");
     command->callback([options, &tool] {
         if (options->columns) {
             list_columns(tool);

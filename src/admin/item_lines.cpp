@@ -37,15 +37,21 @@ bool all_digits(std::string_view text) {
 class Reader {
   public:
     Reader(std::string_view csv, const KnownGoods& known, const std::function<void(std::size_t)>& reached)
-        : csv_(csv, guess_separator(csv)), known_(known), reached_(reached) {}
+        : text_(csv), csv_(csv, guess_separator(csv)), known_(known), reached_(reached) {}
 
     ItemFile read() {
         try {
+            if (text_.starts_with("\xFF\xFE") || text_.starts_with("\xFE\xFF")) {
+                problem(1, "the file is UTF-16; save it as CSV UTF-8");
+                return std::move(file_);
+            }
             if (!read_header()) return std::move(file_);
             while (csv_.next(cells_)) {
                 read_line();
                 if (reached_) reached_(csv_.position());
             }
+            if (file_.lines.empty() && file_.problems.empty())
+                problem(1, "there is no item below the first line");
         } catch (const CsvError& error) {
             problem(error.line(), error.reason());
         }
@@ -81,6 +87,11 @@ class Reader {
     }
 
     void read_line() {
+        // A row of a spreadsheet that was emptied, or never filled.
+        if (std::all_of(cells_.begin(), cells_.end(),
+                        [](const std::string& cell) { return common::trim(cell).empty(); })) {
+            return;
+        }
         try {
             if (cells_.size() != header_.size()) {
                 throw BadLine{"has " + std::to_string(cells_.size()) + " cells, the first line has " +
@@ -102,7 +113,15 @@ class Reader {
     std::string text(std::string_view column, std::size_t longest) const {
         std::string found(cell(column));
         if (common::utf8(common::code_points(found)) != found) {
-            throw BadLine{std::string(column) + " is not UTF-8 text; save the file as CSV UTF-8"};
+            throw BadLine{std::string(column) +
+                          " is not UTF-8 text; save the file as CSV UTF-8, or give --code-page-1256 if it "
+                          "comes from an Arabic Windows"};
+        }
+        for (char& c : found) {
+            // Receipts have one line for it, and their printers take the rest for commands.
+            if (c == '\n' || c == '\r' || c == '\t') c = ' ';
+            if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
+                throw BadLine{std::string(column) + " has a control character in it"};
         }
         if (common::length(found) > longest) {
             throw BadLine{std::string(column) + " is longer than " + std::to_string(longest) + " characters"};
@@ -162,6 +181,8 @@ class Reader {
         if (known_.codes.contains(*code))
             throw BadLine{"the shop has an item " + std::to_string(*code) + " already"};
         if (codes_.contains(*code)) throw BadLine{"code " + std::to_string(*code) + " is in the file twice"};
+        if (barcodes_.contains(std::to_string(*code)))
+            throw BadLine{"code " + std::to_string(*code) + " is also a barcode of another line"};
         return *code;
     }
 
@@ -198,7 +219,7 @@ class Reader {
             }
         }
         if (const std::string found(cell("expiry")); !found.empty()) {
-            const auto moment = common::parse_moment(found);
+            const auto moment = common::parse_moment(common::western_digits(found));
             if (!moment) throw BadLine{"expiry \"" + found + "\" is no date (year/month/day)"};
             item.expiry = moment->date;
         }
@@ -209,7 +230,7 @@ class Reader {
         std::string_view rest = cell(barcode_header[unit]);
         while (!rest.empty()) {
             const std::size_t end = std::min(rest.find(' '), rest.size());
-            const std::string barcode(rest.substr(0, end));
+            const std::string barcode = common::western_digits(rest.substr(0, end));  // as scanners send them
             rest = common::trim(rest.substr(end));
             judge(barcode);
             for (const auto& others : item.barcodes) {
@@ -227,6 +248,12 @@ class Reader {
         if (barcode.size() > longest_barcode) {
             throw BadLine{"a barcode is longer than " + std::to_string(longest_barcode) + " characters"};
         }
+        const std::size_t exponent = barcode.find("E+");
+        if (exponent != std::string::npos && common::parse_number(barcode.substr(0, exponent))) {
+            throw BadLine{
+                "barcode " + barcode +
+                " was rounded by the spreadsheet; set that column's cells to text and enter it again"};
+        }
         if (barcode.size() == 13 && all_digits(barcode)) {
             if (barcode.starts_with("20")) {
                 throw BadLine{"barcode " + barcode + " would be read as a label of the scale"};
@@ -240,11 +267,12 @@ class Reader {
             throw BadLine{"barcode " + barcode + " is in the file twice"};
         // A barcode is looked for before a code, so it would hide the item of that code.
         const auto as_code = all_digits(barcode) ? common::parse_integer(barcode) : std::nullopt;
-        if (as_code && known_.codes.contains(*as_code)) {
+        if (as_code && (known_.codes.contains(*as_code) || codes_.contains(*as_code))) {
             throw BadLine{"barcode " + barcode + " is also the code of an item"};
         }
     }
 
+    std::string_view text_;
     CsvReader csv_;
     const KnownGoods& known_;
     const std::function<void(std::size_t)>& reached_;

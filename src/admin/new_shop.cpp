@@ -67,8 +67,8 @@ class Filler {
         }
         for (const EmbeddedTable& rows : printer_code_tables())
             load_rows(connection_, rows, today());
-        connection_.execute(Sql("update basic set cr_v = ") + quoted(shop_version()) +
-                            " , [print] = " + quoted(wanted_.printer_port));
+        connection_.execute(Sql("update basic set cr_v = ") + quoted(shop_version()) + " , [print] = " +
+                            quoted(wanted_.printer_port) + " , cash = " + quoted(wanted_.drawer_port));
     }
 
   private:
@@ -86,7 +86,6 @@ class Filler {
         add_row(connection_, "select * from basic",
                 {{"aname", wanted_.name},
                  {"tel", wanted_.telephone},
-                 {"cash", string("com1")},
                  {"max_dis", 10.0},
                  {"st_d", one},
                  {"mst", one},
@@ -126,12 +125,14 @@ void make_shop(const NewShop& asked, Tool& tool) {
     NewShop wanted = asked;
     if (wanted.name.empty() && !wanted.demo) wanted.name = "متجري";
     if (wanted.administrator.empty()) wanted.administrator = "المدير";
-    if (wanted.password.empty()) wanted.password = random_password();
+    const bool asked_for = !wanted.password.empty();  // and known to whoever typed it
+    if (!asked_for) wanted.password = random_password();
     std::string who_signs_in;
     make_place(wanted.folder, wanted.place, tool, [&](Connection& connection) {
         Filler(connection, wanted, tool).run();
         for (const auto& row : connection.query("select [name],pass from users order by code")) {
-            who_signs_in += "User: " + row.text("name") + ", password: " + row.text("pass") + '\n';
+            who_signs_in += "User: " + row.text("name") +
+                            (asked_for ? std::string() : ", password: " + row.text("pass")) + '\n';
         }
     });
     tool.out << who_signs_in;

@@ -16,6 +16,7 @@ struct NewShop {
     std::string name;              // on receipts; empty: a neutral one, or the demo shop's
     std::string telephone;
     std::string printer_port = "win";
+    std::string drawer_port = "com1";
     std::string administrator;  // the first user's name; empty: a neutral one
     std::string password;       // empty: six random digits
     bool demo = false;          // the demo grocery's rows instead of the bare ones

@@ -4,6 +4,8 @@
 
 #include "admin/commands.h"
 #include "admin/new_shop.h"
+#include "admin/password.h"
+#include "admin/place_options.h"
 
 namespace admin {
 
@@ -20,14 +22,7 @@ void add_new_shop(CLI::App& program, Tool& tool) {
     CLI::App* command = program.add_subcommand("new-shop", "Makes a shop in a folder: database and files");
     command->add_option("folder", *folder, "The folder; made when missing")->required();
     auto* demo = command->add_flag("--demo", wanted->demo, "Fill it with the demo grocery and its users");
-    command->add_option("--server", wanted->place.server,
-                        "Make the database on this server instead of in a file");
-    command
-        ->add_option("--database", wanted->place.database,
-                     "An empty database of the server, or the file's name")
-        ->capture_default_str();
-    command->add_option("--address", wanted->place.address, "Network address of the server")
-        ->capture_default_str();
+    add_place_options(*command, wanted->place, "Make the database on this server instead of in a file");
     const auto fits = CLI::Validator(
         [](std::string& text) {
             return text.size() > longest_text ? std::string("longer than 100 bytes") : std::string();
@@ -40,14 +35,22 @@ void add_new_shop(CLI::App& program, Tool& tool) {
                      "Receipt port: \"win\" for the system's printer, or a port")
         ->capture_default_str()
         ->check(fits);
+    command->add_option("--drawer", wanted->drawer_port, "Port of the cash drawer")
+        ->capture_default_str()
+        ->check(fits);
     command->add_option("--user", wanted->administrator, "Name of the administrator")
         ->check(fits)
         ->excludes(demo);
+    const auto ask = std::make_shared<bool>(false);
     command
-        ->add_option("--password", wanted->password, "The administrator's password; without it a random one")
-        ->check(fits)
+        ->add_flag("--ask-password", *ask,
+                   "Ask for the administrator's password, or read it from the standard input; without it a "
+                   "random one is made and printed")
         ->excludes(demo);
-    command->callback([wanted, folder, &tool] {
+    command->callback([wanted, folder, ask, &tool] {
+        if (*ask)
+            wanted->password =
+                ask_password(tool, "the administrator", "leave --ask-password out for a random one");
         wanted->folder = tool.folder / *folder;
         make_shop(*wanted, tool);
     });

@@ -28,7 +28,8 @@ Place read_place(const fs::path& folder) {
     try {
         return startup::read_connection_file(folder);
     } catch (const startup::StartUpError& error) {
-        throw Refused(std::string("the connection file cannot be used: ") + error.what());
+        throw Refused(std::string("the connection file cannot be used: ") + error.what() +
+                      "; write it anew: tallvex-admin connect --server NAME --database NAME");
     }
 }
 

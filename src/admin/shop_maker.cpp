@@ -3,6 +3,7 @@
 #include <system_error>
 #include <vector>
 
+#include "admin/login_password.h"
 #include "admin/shop_files.h"
 #include "database/open.h"
 
@@ -107,6 +108,7 @@ void make_place(const fs::path& folder, const Place& place, Tool& tool, const Fi
         make_embedded(folder, place, fill, made);
     } else {
         write_files(folder, place, made);
+        if (!has_login_password(folder)) made.add(keep_login_password(folder, ask_login_password(tool)));
         make_on_server(folder, place, fill);
     }
     made.keep();

@@ -1,12 +1,12 @@
 // tallvex-admin show-receipt: a text receipt's bytes as a picture of the paper, without a printer.
 #include <CLI/CLI.hpp>
-#include <QGuiApplication>
 #include <QImage>
 #include <fstream>
 #include <iterator>
 #include <memory>
 
 #include "admin/commands.h"
+#include "admin/qt_program.h"
 #include "printing/pages/paper_picture.h"
 
 namespace admin {
@@ -39,15 +39,7 @@ std::string bytes_of(const fs::path& file) {
 void run(const Options& options, Tool& tool) {
     const std::string bytes = bytes_of(tool.folder / options.file);
     const fs::path target = tool.folder / (options.output.empty() ? options.file + ".png" : options.output);
-    // Letters are drawn by Qt, which wants a program around it; no display is needed.
-    std::unique_ptr<QGuiApplication> program;
-    int count = 1;
-    char name[] = "tallvex-admin";
-    char* arguments[] = {name, nullptr};
-    if (QCoreApplication::instance() == nullptr) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        program = std::make_unique<QGuiApplication>(count, arguments);
-    }
+    const QtProgram program;
     const QImage paper = printing::pages::paper_picture(bytes, options.width);
     if (!paper.save(QString::fromStdString(target.string()), "PNG"))
         throw Refused(target.string() + ": cannot be written");

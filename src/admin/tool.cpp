@@ -25,6 +25,13 @@ int run_tool(const std::vector<AddCommand>& commands, const std::vector<std::str
     for (CLI::App* command : program.get_subcommands({}))
         command->footer(footer);
     try {
+        // The parser would only say that a command is missing.
+        if (!arguments.empty() && !arguments.front().starts_with('-') &&
+            program
+                .get_subcommands([&](CLI::App* command) { return command->get_name() == arguments.front(); })
+                .empty()) {
+            throw CLI::ExtrasError("tallvex-admin", {arguments.front()});
+        }
         // The parser takes its words from the back.
         program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         return done;

@@ -1,12 +1,10 @@
 // tallvex-admin users: the users of the shop, their passwords and what each may do.
-#include <termios.h>
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <memory>
 
 #include "admin/commands.h"
 #include "admin/guarded_actions.h"
+#include "admin/password.h"
 #include "admin/shop.h"
 #include "admin/users.h"
 #include "common/text.h"
@@ -17,44 +15,15 @@ namespace {
 
 struct Options {
     std::string who;
-    std::string password;
-    bool has_password = false;
+    bool no_password = false;
     std::string set;
     std::string allow;
     std::string deny;
 };
 
-// Keeps what is typed at a terminal from being shown.
-class Unseen {
-  public:
-    Unseen() : active_(isatty(STDIN_FILENO) != 0 && tcgetattr(STDIN_FILENO, &former_) == 0) {
-        if (!active_) return;
-        termios hidden = former_;
-        hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-        tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
-    }
-    ~Unseen() {
-        if (active_) tcsetattr(STDIN_FILENO, TCSAFLUSH, &former_);
-    }
-    Unseen(const Unseen&) = delete;
-    Unseen& operator=(const Unseen&) = delete;
-
-  private:
-    termios former_{};
-    bool active_;
-};
-
-// From the command line, else the first line of the standard input, so that it need not stand in a history.
-std::string password_of(const Options& options, Tool& tool) {
-    if (options.has_password) return options.password;
-    if (tool.terminal) tool.err << "Password: " << std::flush;
-    std::string password;
-    {
-        const Unseen unseen;
-        std::getline(tool.in, password);
-    }
-    if (tool.terminal) tool.err << '\n';
-    return password;
+std::string password_of(const Options& options, std::string_view whose, Tool& tool) {
+    if (options.no_password) return {};
+    return ask_password(tool, whose, "give --no-password if that is meant");
 }
 
 // "a,b" of an option as a list for permission_string: each name after the mark.
@@ -108,21 +77,16 @@ void add_permission_options(CLI::App& command, Options& options) {
 }
 
 void add_password_option(CLI::App& command, Options& options) {
-    command
-        .add_option_function<std::string>(
-            "--password",
-            [&options](const std::string& password) {
-                options.password = password;
-                options.has_password = true;
-            },
-            "The password; without this option it is read from the standard input")
-        ->type_name("TEXT");
+    command.add_flag(
+        "--no-password", options.no_password,
+        "Let the user sign in without one; otherwise it is asked for, or read from the standard input");
 }
 
 void run_add(const Options& options, Tool& tool) {
     const auto connection = open_shop(tool);
     const std::string permissions = wanted_permissions(options, std::string(permission_places, '0'));
-    const std::int64_t code = add_user(*connection, options.who, password_of(options, tool), permissions);
+    const std::int64_t code =
+        add_user(*connection, options.who, password_of(options, options.who, tool), permissions);
     tool.out << "user " << code << " (" << options.who << ") may: " << joined(allowed_actions(permissions))
              << '\n';
 }
@@ -130,8 +94,9 @@ void run_add(const Options& options, Tool& tool) {
 void run_password(const Options& options, Tool& tool) {
     const auto connection = open_shop(tool);
     const User user = find_user(*connection, options.who);
-    set_password(*connection, user.code, password_of(options, tool));
-    tool.out << "user " << user.code << " (" << user.name << ") has a new password\n";
+    set_password(*connection, user.code, password_of(options, user.name, tool));
+    tool.out << "user " << user.code << " (" << user.name << ") has "
+             << (options.no_password ? "no password any more\n" : "a new password\n");
 }
 
 void run_permissions(const Options& options, Tool& tool) {

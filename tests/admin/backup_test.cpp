@@ -7,6 +7,7 @@
 #include "admin/workbench.h"
 #include "database/open.h"
 #include "database/schema.h"
+#include "support/child.h"
 
 namespace {
 
@@ -62,6 +63,38 @@ TEST(Backup, TakesItsNameFromTheClock) {
     const auto again = bench.run({"backup"});
     EXPECT_EQ(again.code, 1);
     EXPECT_THAT(again.err, HasSubstr("exists already"));
+}
+
+TEST(Backup, GoesIntoAFolderThatIsThere) {
+    Workbench bench;
+    bench.make_shop();
+    fs::create_directory(bench.file("stick"));
+    ASSERT_EQ(bench.run({"backup", "stick"}).code, 0);
+    EXPECT_TRUE(fs::exists(bench.file("stick/shop-20261121-104200.backup")));
+    const auto run = bench.run({"backup", "unplugged/shop.backup"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_THAT(run.err, HasSubstr("there is no folder"));
+    // Two restores in one second keep what each found.
+    for (const char* kept :
+         {"before-restore-20261121-104200.backup", "before-restore-20261121-104200-2.backup"}) {
+        ASSERT_EQ(bench.run({"restore", "stick/shop-20261121-104200.backup"}).code, 0);
+        EXPECT_TRUE(fs::exists(bench.file(kept))) << kept;
+    }
+}
+
+// The copy stops where the disk is full, and no half of it is left.
+TEST(Backup, AFullDiskIsSaidAndLeavesNothing) {
+    Workbench bench;
+    bench.make_shop();
+    EXPECT_TRUE(test::in_child([&bench] {
+        test::fill_disk(100'000);
+        const auto run = bench.run({"backup", "copy.backup"});
+        std::fprintf(stderr, "%s", run.err.c_str());
+        return run.code == 1 && run.err.find("tallvex-admin: ") == 0;
+    }));
+    for (const auto& entry : fs::directory_iterator(bench.folder()))
+        EXPECT_EQ(entry.path().filename().string().find("copy.backup"), std::string::npos) << entry.path();
+    EXPECT_EQ(bench.run({"check"}).code, 0);
 }
 
 TEST(Backup, RefusesADamagedShop) {

@@ -17,10 +17,12 @@ TEST(Check, AGoodShopPasses) {
         const auto run = bench.run({"check"});
         EXPECT_EQ(run.code, 0) << run.out << run.err;
         EXPECT_THAT(run.out, Not(HasSubstr("WRONG")));
-        for (const char* subject : {"connection", "schema", "settings", "store", "drawer", "users", "printer",
-                                    "invoices", "stock"}) {
+        for (const char* subject :
+             {"connection", "schema", "settings", "store", "drawer", "users", "invoices", "stock", "log"}) {
             EXPECT_THAT(run.out, HasSubstr(std::string("ok     ") + subject + ": ")) << run.out;
         }
+        // Whether this machine has a printer is its own affair.
+        EXPECT_THAT(run.out, HasSubstr("   printer: ")) << run.out;
     }
 }
 
@@ -38,6 +40,8 @@ TEST(Check, NamesWhatIsWrongWithTheShop) {
         {"insert into basic (aname) values ('ثان')", "has 2 rows"},
         {"delete from users", "there is no user"},
         {"drop table saledata", "the table saledata is missing"},
+        {"drop table saledata", "invoices: cannot be looked at"},
+        {"drop table basic", "ok     users: 1"},
         {"alter table items drop column price15", "no column price15"},
         {"update basic set [print] = '/no/such/port'", "/no/such/port is not there"},
         {"update basic set [print] = 'lpt9x/port'", "is not there"},
@@ -49,6 +53,41 @@ TEST(Check, NamesWhatIsWrongWithTheShop) {
         const auto run = bench.run({"check"});
         EXPECT_EQ(run.code, 1) << c.statement;
         EXPECT_THAT(run.out + run.err, HasSubstr(c.said)) << c.statement;
+    }
+}
+
+TEST(Check, NamesWhatKeepsItFromLooking) {
+    const struct {
+        const char* what;
+        void (*apply)(Workbench& bench);
+        const char* said;
+        const char* looked_at;  // all the same
+    } cases[] = {
+        {"no shop file", [](Workbench& b) { std::filesystem::remove(b.file("shop.db")); },
+         "WRONG  connection: embedded, shop.db", ""},
+        {"garbage", [](Workbench& b) { b.write("shop.db", std::string(5000, 'x')); },
+         "restore the newest backup", ""},
+        {"no version file", [](Workbench& b) { std::filesystem::remove(b.file("merlo-ver.txt")); },
+         "WRONG  version file: ", "ok     stock: "},
+        {"a silent server",
+         [](Workbench& b) {
+             b.run({"connect", "--server", "127.0.0.1", "--database", "x", "--keep-password"}, "p\n");
+         },
+         "look whether the server is on", ""},
+        {"no password of the login",
+         [](Workbench& b) {
+             b.run({"connect", "--server", "127.0.0.1", "--database", "x"});
+         },
+         "tallvex-admin connect --keep-password", ""},
+    };
+    for (const auto& c : cases) {
+        Workbench bench;
+        bench.make_shop();
+        c.apply(bench);
+        const auto run = bench.run({"check"});
+        EXPECT_EQ(run.code, 1) << c.what;
+        EXPECT_THAT(run.out, HasSubstr(c.said)) << c.what;
+        EXPECT_THAT(run.out, HasSubstr(c.looked_at)) << c.what;
     }
 }
 
@@ -218,18 +257,49 @@ TEST_F(Saves, OldInvoicesAreLookedAtWhenAsked) {
     EXPECT_EQ(bench.run({"check", "--days", "365"}).code, 1);
 }
 
-TEST_F(Saves, TheLogTellsWhichSaveStopped) {
+TEST_F(Saves, TheLogTellsWhichSaveStoppedOrWasCutOff) {
     const std::filesystem::path log = admin::log_file(bench.folder());
     std::filesystem::create_directories(log.parent_path());
-    std::ofstream(log)
-        << "start  ----  222  ----  2026/11/20 09:00\n"
-        << "save of invoice 9 (kind 0) stopped, last finished step: x: disk full  ----  250  ----  "
-           "2026/11/20 10:15\n"
-        << "save of invoice 8 (kind 0) stopped, last finished step: x: y  ----  250  ----  2025/01/01 "
-           "10:15\n";
-    const std::string said = wrong();
-    EXPECT_THAT(said, HasSubstr("2026/11/20 10:15:00: save of invoice 9"));
+    const auto write = [&](std::initializer_list<const char*> lines) {
+        std::ofstream file(log);
+        for (const char* line : lines)
+            file << line << '\n';
+    };
+    const char* begun =
+        "save of invoice 9 (kind 0, customer -1, store 1) begins, lines 2  ----  250  ----  "
+        "2026/11/20 10:14";
+    write(
+        {"start  ----  222  ----  2026/11/20 09:00", begun,
+         "save of invoice 9 (kind 0, customer -1, store 1) stopped, last finished step: x: disk full  ----  "
+         "250  "
+         "----  2026/11/20 10:15",
+         "save of invoice 8 (kind 0) stopped, last finished step: x: y  ----  250  ----  2025/01/01 10:15"});
+    std::string said = wrong();
+    EXPECT_THAT(said, HasSubstr("2026/11/20 10:15: save of invoice 9"));
     EXPECT_THAT(said, Not(HasSubstr("invoice 8")));
+
+    // Cut off before its header, before its reservations, or told to the cashier and saved again.
+    write({begun});
+    EXPECT_EQ(wrong(), "");
+    EXPECT_THAT(bench.run({"check"}).out, HasSubstr("note   log: 2026/11/20 10:14: save of invoice 9"));
+    write({begun,
+           "save of invoice 9 (kind 0, customer -1, store 1) stopped, nothing saved, last finished step: x: y"
+           "  ----  250  ----  2026/11/20 10:15"});
+    EXPECT_EQ(wrong(), "");
+    write({begun,
+           "save of invoice 9 (kind 0, customer -1, store 1) finished  ----  250  ----  2026/11/20 10:15"});
+    EXPECT_THAT(bench.run({"check"}).out, HasSubstr("ok     log: "));
+
+    // Mended by hand, it is told no more; what comes later is.
+    write({begun,
+           "save of invoice 9 (kind 0, customer -1, store 1) stopped, last finished step: x: y  ----  250  "
+           "----  2026/11/20 10:15"});
+    EXPECT_EQ(bench.run({"check", "--mended"}).code, 0);
+    EXPECT_EQ(wrong(), "");
+    std::ofstream(log, std::ios::app) << "save of invoice 10 (kind 0, customer -1, store 1) stopped, last "
+                                         "finished step: x: y  ----  250  ----  "
+                                         "2026/11/21 10:50\n";
+    EXPECT_THAT(wrong(), HasSubstr("invoice 10"));
 }
 
 }  // namespace

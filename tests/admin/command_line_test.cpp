@@ -39,7 +39,8 @@ TEST(CommandLine, AWrongLineIsTwo) {
         {"sell"},
         {"new-shop"},
         {"new-shop", "a", "b"},
-        {"new-shop", "a", "--demo", "--password", "1"},
+        {"new-shop", "a", "--demo", "--ask-password"},
+        {"new-shop", "a", "--password", "in sight of every user of the machine"},
         {"new-shop", "a", "--user", "x", "--demo"},
         {"new-shop", "a", "--name", std::string(101, 'n')},
         {"sql"},
@@ -125,6 +126,28 @@ TEST(Connect, WritesTheFileAndReadsItBack) {
         EXPECT_EQ(bench.run(line).code, 1) << value;
     }
     EXPECT_EQ(bench.run({"connect", "--show"}).out, run.out);
+}
+
+TEST(Connect, MakesAFolderThatATillCanStartIn) {
+    Workbench bench;
+    const auto run =
+        bench.run({"connect", "--server", "127.0.0.1", "--database", "shop", "--keep-password"}, "p;w=d\n");
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_THAT(run.out, testing::Not(HasSubstr("p;w=d")));
+    for (const char* name : {"datacon24.stk", "merlo-ver.txt", "Data.dat"})
+        EXPECT_TRUE(std::filesystem::exists(bench.file(name))) << name;
+    const char* home = std::getenv("TALLVEX_HOME");
+    const auto file = (home == nullptr ? bench.folder() : std::filesystem::path(home)) / "sa.pwd";
+    EXPECT_EQ(std::filesystem::status(file).permissions(),
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    const auto refused = bench.run({"connect", "--keep-password"}, "");
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_THAT(refused.err, HasSubstr("no password of "));
+}
+
+TEST(CommandLine, AnUnknownCommandIsNamed) {
+    Workbench bench;
+    EXPECT_THAT(bench.run({"sell", "1"}).err, HasSubstr("sell"));
 }
 
 TEST(Sql, PrintsRowsExactly) {

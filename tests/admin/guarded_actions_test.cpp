@@ -3,7 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
+#include <regex>
 #include <set>
+
+#include "support/data_file.h"
 
 namespace {
 
@@ -53,6 +57,22 @@ TEST(GuardedActions, RefusesWhatIsNoAction) {
     for (const std::string_view list : {"sell", "reprint+", "0", "401", "reprint,item_info", "+"}) {
         EXPECT_THROW(permission_string(list), admin::UnknownAction) << list;
     }
+}
+
+// The tool's names are those of the program's constants, each with its place: one that is added, renamed or
+// moved there and not here is told.
+TEST(GuardedActions, AreThoseOfTheProgram) {
+    std::map<std::string, int> program;
+    const std::regex constant(R"(inline constexpr int (\w+) = (\d+);)");
+    for (const std::string& line : test::data_lines("../src/signin/permissions.h", "//")) {
+        if (std::smatch found; std::regex_search(line, found, constant))
+            program[found[1]] = std::stoi(found[2]);
+    }
+    ASSERT_FALSE(program.empty());
+    std::map<std::string, int> tool;
+    for (const auto& action : admin::guarded_actions())
+        tool[std::string(action.name)] = action.position;
+    EXPECT_EQ(tool, program);
 }
 
 TEST(GuardedActions, EveryActionHasItsOwnPlace) {

@@ -3,6 +3,7 @@
 
 #include "admin/item_lines.h"
 #include "admin/workbench.h"
+#include "common/code_page.h"
 
 namespace {
 
@@ -133,6 +134,20 @@ TEST_F(Import, RefusesFilesThatAreNoItemsFiles) {
         {"code,name,price12,colour\n", "\"colour\" is no column"},
         {"code,name,price12,name\n", "the column \"name\" is there twice"},
         {"code,name,price12\n1,\"a,2\n", "items.csv:2: a quoted cell is never closed"},
+        {"code,name,price12\n", "there is no item below the first line"},
+        {std::string("\xFF\xFE"
+                     "c\0o\0d\0e\0",
+                     10),
+         "UTF-16"},
+        {"code,name,price12\n1,a\x1b"
+         "b,2\n",
+         "name has a control character"},
+        {"code,name,price12,barcode\n1,a,2,6.22941E+12\n", "rounded by the spreadsheet"},
+        {"code,name,price12,barcode\n1,a,2,\n3,a,2,1\n",
+         "items.csv:3: barcode 1 is also the code of an item"},
+        {"code,name,price12,barcode\n1,a,2,3\n3,a,2,\n",
+         "items.csv:3: code 3 is also a barcode of another line"},
+        {"code,name,price12\n1,\xe1\xc8\xe4,2\n", "give --code-page-1256"},
     };
     for (const auto& c : cases) {
         const auto run = import(c.csv);
@@ -141,6 +156,20 @@ TEST_F(Import, RefusesFilesThatAreNoItemsFiles) {
     }
     EXPECT_EQ(bench.run({"import-items", "missing.csv"}).code, 1);
     EXPECT_EQ(bench.run({"import-items", "."}).code, 1);
+}
+
+TEST_F(Import, TakesWhatSpreadsheetsMakeOfAFile) {
+    // Old line ends, emptied rows, a name on two lines, Arabic digits everywhere.
+    auto run =
+        import("code,name,price12,stock,expiry,barcode\r,,,,,\r\r١,\"لبن\nكامل\",٥,٢,٢٠٢٧/٠٣/٠١,٦٢٢\r");
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(bench.cell("select [name] from items where code = 1"), "لبن كامل");
+    EXPECT_EQ(bench.cell("select edate from stk where icode = 1"), "2027/03/01 00:00:00");
+    EXPECT_EQ(bench.cell("select code from barcode where bar = '622'"), "1");
+    bench.write("windows.csv", common::to_code_page_1256("code,name,price12\n2,جبنة,5\n"));
+    run = bench.run({"import-items", "windows.csv", "--code-page-1256"});
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(bench.cell("select [name] from items where code = 2"), "جبنة");
 }
 
 // A failure in mid-writing, which the file alone does not foretell, leaves no row either.

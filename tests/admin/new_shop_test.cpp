@@ -23,9 +23,10 @@ std::vector<std::string> names_in(const fs::path& folder) {
 TEST(NewShop, MakesAShopThatSignInAccepts) {
     Workbench bench;
     const auto run = bench.run({"new-shop", "shop", "--name", "بقالة 'النور'", "--tel", "0123", "--printer",
-                                "com1", "--user", "سميرة", "--password", "s3cret"});
+                                "com1", "--drawer", "com3", "--user", "سميرة", "--ask-password"},
+                               "s3cret\n");
     ASSERT_EQ(run.code, 0) << run.err;
-    EXPECT_THAT(run.out, testing::AllOf(HasSubstr("سميرة"), HasSubstr("s3cret")));
+    EXPECT_THAT(run.out, testing::AllOf(HasSubstr("سميرة"), testing::Not(HasSubstr("s3cret"))));
     const fs::path folder = bench.file("shop");
     EXPECT_THAT(names_in(folder), testing::IsSupersetOf({"datacon24.stk", "merlo-ver.txt", "shop.db"}));
     for (const std::string& name : names_in(folder))
@@ -38,6 +39,7 @@ TEST(NewShop, MakesAShopThatSignInAccepts) {
     };
     EXPECT_EQ(cell("select aname from basic"), "بقالة 'النور'");
     EXPECT_EQ(cell("select [print] from basic"), "com1");
+    EXPECT_EQ(cell("select cash from basic"), "com3");
     EXPECT_EQ(cell("select rtrim(cr_v) from basic"), admin::shop_version());
     EXPECT_EQ(cell("select pass from users where [name] = 'سميرة'"), "s3cret");
     EXPECT_EQ(cell("select len(perm) from users"), "400");
@@ -77,8 +79,8 @@ TEST(NewShop, AFailureLeavesNothingBehind) {
     EXPECT_EQ(bench.run({"new-shop", "shop", "--database", "no/such/folder.db"}).code, 1);
     EXPECT_THAT(names_in(bench.file("shop")), testing::IsEmpty());
     // An address of this machine where nobody listens.
-    const auto run =
-        bench.run({"new-shop", "shop", "--server", "NOWHERE", "--address", "127.0.0.1", "--database", "x"});
+    const auto run = bench.run(
+        {"new-shop", "shop", "--server", "NOWHERE", "--address", "127.0.0.1", "--database", "x"}, "p\n");
     EXPECT_EQ(run.code, 1);
     EXPECT_THAT(names_in(bench.file("shop")), testing::IsEmpty());
     EXPECT_EQ(bench.run({"new-shop", "shop"}).code, 0);

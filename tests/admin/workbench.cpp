@@ -1,5 +1,6 @@
 #include "admin/workbench.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace test {
@@ -14,13 +15,26 @@ const fs::path& model(bool demo) {
     const fs::path& folder = folders[demo ? 1 : 0].path();
     if (made[demo ? 1 : 0]) return folder;
     const Run run = demo ? Workbench::run_in(folder, {"new-shop", ".", "--demo"})
-                         : Workbench::run_in(folder, {"new-shop", ".", "--password", "1"});
+                         : Workbench::run_in(folder, {"new-shop", ".", "--ask-password"}, "1\n");
     if (run.code != 0) throw std::runtime_error("new-shop failed: " + run.err);
     made[demo ? 1 : 0] = true;
     return folder;
 }
 
 }  // namespace
+
+std::multiset<std::string> rows_of(database::Connection& shop, const std::string& table) {
+    std::multiset<std::string> rows;
+    auto columns = shop.describe(table).columns;
+    std::ranges::sort(columns);
+    for (const auto& row : shop.query(database::Sql::from_administrator("select * from [" + table + "]"))) {
+        std::string text;
+        for (const std::string& name : columns)
+            text += name + "=" + (row.null(name) ? "\x01" : row.text(name)) + ";";
+        rows.insert(text);
+    }
+    return rows;
+}
 
 void Workbench::make_shop(bool demo) {
     fs::copy(model(demo), folder(), fs::copy_options::recursive | fs::copy_options::overwrite_existing);

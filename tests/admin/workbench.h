@@ -3,6 +3,7 @@
 
 #include <fstream>
 #include <memory>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -21,6 +22,9 @@ struct Run {
     std::string out;
     std::string err;
 };
+
+// Every row of a table as one text, in no order, whatever the order of the columns.
+std::multiset<std::string> rows_of(database::Connection& shop, const std::string& table);
 
 class Workbench {
   public:

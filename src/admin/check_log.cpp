@@ -1,0 +1,156 @@
+// What the activity log tells of saves that did not end well. Of a save it has "save of invoice N (kind K,
+// customer C, store S)", followed by " begins, ...", and then by " finished" or by " stopped, last finished
+// step: ...".
+#include <charconv>
+#include <fstream>
+#include <map>
+
+#include "admin/checks.h"
+#include "common/text.h"
+
+namespace admin {
+
+using database::Connection;
+using database::quoted;
+using database::Sql;
+
+namespace {
+
+struct Line {
+    std::string_view message;
+    common::Moment moment;
+};
+
+// "message  ----  code  ----  yyyy/MM/dd HH:mm"
+std::optional<Line> read_line(std::string_view text) {
+    constexpr std::string_view between = "  ----  ";
+    const std::size_t last = text.rfind(between);
+    const std::size_t code = last == std::string_view::npos ? last : text.rfind(between, last - 1);
+    if (code == std::string_view::npos || last == 0) return std::nullopt;
+    const auto moment = common::parse_moment(text.substr(last + between.size()));
+    if (!moment) return std::nullopt;
+    return Line{text.substr(0, code), *moment};
+}
+
+struct SavedInvoice {
+    std::int64_t number = 0;
+    std::int64_t kind = 0;
+    std::int64_t customer = 0;
+    std::int64_t store = 0;
+};
+
+// Reads the numbers off "save of invoice 12 (kind 0, customer -1, store 1)".
+std::optional<SavedInvoice> read_invoice(std::string_view name) {
+    SavedInvoice invoice;
+    for (auto [before, number] :
+         {std::pair<std::string_view, std::int64_t*>{"save of invoice ", &invoice.number},
+          {" (kind ", &invoice.kind},
+          {", customer ", &invoice.customer},
+          {", store ", &invoice.store}}) {
+        if (!name.starts_with(before)) return std::nullopt;
+        name.remove_prefix(before.size());
+        const auto read = std::from_chars(name.data(), name.data() + name.size(), *number);
+        if (read.ec != std::errc()) return std::nullopt;
+        name.remove_prefix(static_cast<std::size_t>(read.ptr - name.data()));
+    }
+    return name == ")" ? std::optional(invoice) : std::nullopt;
+}
+
+class LogCheck {
+  public:
+    LogCheck(Connection& connection, const Period& period) : connection_(connection), period_(period) {}
+
+    Findings run(const std::filesystem::path& log_file) {
+        std::ifstream log(log_file);
+        std::string text;
+        while (std::getline(log, text)) {
+            const auto line = read_line(common::trim(text));
+            if (line && line->moment.date >= period_.from) take(*line);
+        }
+        for (const auto& [name, moment] : begun_)
+            judge(name, moment);
+        if (findings_.empty())
+            findings_.push_back({Verdict::good, "log", "every save that began was finished"});
+        return std::move(findings_);
+    }
+
+  private:
+    void take(const Line& line) {
+        if (line.message == mended_line) {
+            findings_.clear();
+            begun_.clear();
+            return;
+        }
+        if (!line.message.starts_with("save of invoice ")) return;
+        const std::size_t end = line.message.find(')');
+        if (end == std::string_view::npos) return;
+        const std::string name(line.message.substr(0, end + 1));
+        const std::string_view what = line.message.substr(end + 1);
+        if (what.starts_with(" begins")) {
+            // One that was begun before and wrote its header has used the number up; this is another.
+            begun_[name] = line.moment;
+            return;
+        }
+        begun_.erase(name);
+        if (!what.starts_with(" stopped, ")) return;
+        const bool nothing = what.find(" nothing saved, ") != std::string_view::npos;
+        add(nothing ? Verdict::note : Verdict::wrong, line.moment,
+            std::string(line.message) +
+                (nothing ? "; the cashier was told to save it again"
+                         : "; write what comes after that step by hand, or return the sale"));
+    }
+
+    void add(Verdict verdict, const common::Moment& moment, const std::string& text) {
+        findings_.push_back({verdict, "log", common::moment_text(moment).substr(0, 16) + ": " + text});
+    }
+
+    // A till that went out in the middle of a save. The database shows all that such a save left undone but
+    // for its last step, which takes the goods off what was reserved for an account customer.
+    void judge(const std::string& name, const common::Moment& moment) {
+        const auto invoice = read_invoice(name);
+        if (!invoice) return;
+        const std::string went_out = name + " was begun and not finished: the till went out. ";
+        const Sql key = Sql(" where sales.pnum = ") + invoice->number +
+                        " and sales.ctype = " + invoice->kind + " and sales.vcode = " + invoice->customer +
+                        " and sales.stcode = " + invoice->store +
+                        " and sales.[date] >= " + quoted(common::add_days(moment.date, -1));
+        if (connection_.query(Sql("select pnum from sales") + key).empty()) {
+            add(Verdict::note, moment,
+                went_out +
+                    "It has no header, so no money of it is counted; if the goods were handed out, ring "
+                    "them up again");
+            return;
+        }
+        const auto reserved = connection_.query(
+            Sql("select distinct reservd.icode from sales inner join saledata on sales.pnum = saledata.pnum "
+                "and "
+                "sales.ctype = saledata.ctype and sales.vcode = saledata.vcode and sales.stcode = "
+                "saledata.stcode inner join reservd on reservd.icode = saledata.icode and reservd.ccode = "
+                "sales.vcode") +
+            key + " and (sales.ctype = 0 or sales.ctype = 1) and reservd.quan1 > 0");
+        if (reserved.empty()) {
+            add(Verdict::note, moment, went_out + "What it left undone stands above, if anything");
+            return;
+        }
+        std::string items;
+        for (const auto& row : reserved)
+            items += (items.empty() ? "" : ", ") + row.text("icode");
+        add(Verdict::wrong, moment,
+            went_out + "Its goods may still stand as reserved for customer " +
+                std::to_string(invoice->customer) + ": look at the reservations of item " + items +
+                " (table reservd)");
+    }
+
+    Connection& connection_;
+    Period period_;
+    Findings findings_;
+    std::map<std::string, common::Moment> begun_;
+};
+
+}  // namespace
+
+Findings check_log(Connection& connection, const std::filesystem::path& log_file, const Period& period) {
+    return LogCheck(connection, period).run(log_file);
+}
+
+}  // namespace admin

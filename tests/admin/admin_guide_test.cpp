@@ -1,0 +1,77 @@
+// docs/admin.md quotes the program: its messages, commands and options are those that are there.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <regex>
+
+#include "admin/workbench.h"
+#include "common/text.h"
+#include "support/data_file.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+const fs::path root = fs::path(TALLVEX_TESTS).parent_path();
+
+std::string text_of(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::vector<std::string> matches(const std::string& text, const char* pattern) {
+    const std::regex wanted(pattern);
+    std::vector<std::string> found;
+    for (std::sregex_iterator at(text.begin(), text.end(), wanted); at != std::sregex_iterator(); ++at)
+        found.push_back((*at)[1]);
+    return found;
+}
+
+TEST(AdminGuide, QuotesMessagesOfTheProgram) {
+    std::string source;
+    for (const auto& entry : fs::recursive_directory_iterator(root / "src")) {
+        const auto ending = entry.path().extension();
+        if (ending == ".h" || ending == ".cpp") source += text_of(entry.path());
+    }
+    const std::string guide = text_of(root / "docs/admin.md");
+    const std::string table = guide.substr(guide.find("| on the screen |"));
+    std::size_t quoted = 0;
+    for (const std::string& cell : matches(table, "\n\\| ([^|`]*\xD8[^|]*) \\|")) {
+        // An ellipsis or a bar stands for what the program puts between.
+        std::string parts = std::regex_replace(cell, std::regex("…| / "), "\n");
+        std::istringstream lines(parts);
+        for (std::string part; std::getline(lines, part);) {
+            part = common::trim(part);
+            if (part.empty()) continue;
+            ++quoted;
+            EXPECT_NE(source.find(part), std::string::npos) << part;
+        }
+    }
+    EXPECT_GT(quoted, 25U);
+}
+
+TEST(AdminGuide, NamesCommandsAndOptionsThatThereAre) {
+    const std::string guide = text_of(root / "docs/admin.md");
+    const test::Workbench bench;
+    std::map<std::string, std::string> help;
+    std::size_t lines = 0;
+    for (const std::string& line : matches(guide, "tallvex-admin ([a-z][^\n`#|<>]*)")) {
+        const std::string command = line.substr(0, line.find(' '));
+        if (!help.contains(command)) {
+            auto run = test::Workbench::run_in(bench.folder(), {command, "--help"});
+            EXPECT_EQ(run.code, 0) << line;
+            if (command == "users") {
+                for (const char* part : {"add", "password", "permissions"})
+                    run.out += test::Workbench::run_in(bench.folder(), {"users", part, "--help"}).out;
+            }
+            help[command] = run.out;
+        }
+        for (const std::string& option : matches(line, "(--[a-z0-9-]+)"))
+            EXPECT_THAT(help[command], HasSubstr(option + " ")) << line;
+        ++lines;
+    }
+    EXPECT_GT(lines, 25U);
+}
+
+}  // namespace

@@ -1,0 +1,84 @@
+// The tool on a shop that stands on a server, over the real driver.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "admin/workbench.h"
+#include "support/tds_bridge.h"
+
+namespace {
+
+using Outcome = test::Run;
+using test::rows_of;
+using test::Workbench;
+using testing::HasSubstr;
+
+class ServerRoad : public testing::Test {
+  protected:
+    ServerRoad() : bridge(files.path()) {}
+    // The options that name the server.
+    std::vector<std::string> onto(std::vector<std::string> command) const {
+        for (const std::string& word : {std::string("--server"), "127.0.0.1," + std::to_string(bridge.port()),
+                                        std::string("--database"), bridge.account().database})
+            command.push_back(word);
+        return command;
+    }
+    std::string password() const { return bridge.account().password + "\n"; }
+
+    test::TemporaryFolder files;
+    test::TdsBridge bridge;
+    Workbench bench;
+};
+
+TEST_F(ServerRoad, AShopMovesToTheServerAndBack) {
+    bench.make_shop(true);
+    Outcome run = bench.run(onto({"copy-shop", "onserver"}), password());
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_THAT(run.out, HasSubstr("every count agrees"));
+    // The password is kept for the till, and asked for no more.
+    const auto onserver = bench.file("onserver");
+    EXPECT_TRUE(std::filesystem::exists(onserver / "sa.pwd"));
+    run = Workbench::run_in(onserver, {"check"});
+    EXPECT_EQ(run.code, 0) << run.out << run.err;
+    EXPECT_THAT(run.out, HasSubstr("ok     connection: 127.0.0.1,"));
+
+    run = Workbench::run_in(onserver, {"copy-shop", "back"});
+    ASSERT_EQ(run.code, 0) << run.err;
+    const auto here = bench.open();
+    const auto back = admin::open_place(onserver / "back", admin::read_place(onserver / "back"));
+    for (const std::string& table : here->tables())
+        EXPECT_TRUE(rows_of(*here, table) == rows_of(*back, table)) << table;
+
+    // A database that holds a shop is not copied into.
+    run = bench.run(onto({"copy-shop", "again"}), password());
+    EXPECT_EQ(run.code, 1);
+    EXPECT_THAT(run.err, HasSubstr("holds a shop already"));
+    EXPECT_FALSE(std::filesystem::exists(bench.file("again") / "sa.pwd"));
+}
+
+TEST_F(ServerRoad, AShopIsMadeUsedAndGivenUsersThere) {
+    Outcome run = bench.run(onto({"new-shop", "shop", "--name", "بقالة النور"}), password());
+    ASSERT_EQ(run.code, 0) << run.err;
+    const auto shop = bench.file("shop");
+    bench.write("shop/items.csv", "code,name,maker,price12,barcode,stock\n1,لبن 'أ',ندوان,5.25,622,10\n");
+    run = Workbench::run_in(shop, {"import-items", "items.csv"});
+    EXPECT_EQ(run.code, 0) << run.err;
+    run = Workbench::run_in(shop, {"users", "add", "ليلى", "--set", "reprint"}, "سر\n");
+    EXPECT_EQ(run.code, 0) << run.err;
+    run = Workbench::run_in(shop, {"sql", "select pass from users where [name] = N'ليلى'", "--csv"});
+    EXPECT_EQ(run.out, "pass\r\nسر\r\n");
+    run = Workbench::run_in(shop, {"check"});
+    EXPECT_EQ(run.code, 0) << run.out << run.err;
+    // Nothing of a file with a bad line is there afterwards.
+    bench.write("shop/items.csv", "code,name,price12\n2,أ,5\n2,ب,5\n");
+    EXPECT_EQ(Workbench::run_in(shop, {"import-items", "items.csv"}).code, 1);
+    EXPECT_EQ(Workbench::run_in(shop, {"sql", "select count(*) as n from items", "--csv"}).out, "n\r\n1\r\n");
+}
+
+TEST_F(ServerRoad, AWrongPasswordIsSaidAndLeavesNothing) {
+    const Outcome run = bench.run(onto({"new-shop", "shop"}), "wrong\n");
+    EXPECT_EQ(run.code, 1);
+    EXPECT_THAT(run.err, HasSubstr("ogin"));
+    EXPECT_TRUE(std::filesystem::is_empty(bench.file("shop")));
+}
+
+}  // namespace
