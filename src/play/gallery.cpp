@@ -88,10 +88,27 @@ QImage picture_of_screen(const QSize& screen) {
     const QPoint corner((screen.width() - shown.width()) / 2, (screen.height() - shown.height()) / 2);
     painter.drawImage(whole ? QPoint() : corner, shown);
     for (QWidget* above : QApplication::topLevelWidgets()) {
-        if (above == window || !above->isVisible() || !(above->windowFlags() & Qt::Popup)) continue;
+        if (above == window || !above->isVisible() || above->windowType() != Qt::Popup) continue;
         painter.drawImage(above->pos() - window->pos(), above->grab().toImage());
     }
     return picture;
+}
+
+QRect place_of(const QString& object) {
+    const QWidget* widget = find_widget(object);
+    if (widget == nullptr) return {};
+    const QWidget* window = widget->window();
+    if (widget == window) return window->rect();
+    constexpr int edge = 12;
+    // A sheet covers the whole window; what it shows stands on its card.
+    if (qobject_cast<const ui::Sheet*>(widget) != nullptr) {
+        for (const QWidget* child : widget->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+            if (child->property("role") == "card") widget = child;
+        }
+    }
+    return QRect(widget->mapTo(window, QPoint()), widget->size())
+        .adjusted(-edge, -edge, edge, edge)
+        .intersected(window->rect());
 }
 
 bool save_small(const QImage& picture, const std::filesystem::path& file) {

@@ -31,6 +31,10 @@ std::string front_screen();
 // that is smaller than the screen stands in its middle.
 QImage picture_of_screen(const QSize& screen);
 
+// Where an object stands in that picture, with a little of what is around it; a window is the whole of it.
+// Empty when there is none.
+QRect place_of(const QString& object);
+
 // Writes a picture as a small PNG of at most 128 colours. False when it cannot be written.
 bool save_small(const QImage& picture, const std::filesystem::path& file);
 

@@ -212,9 +212,17 @@ Progress Player::do_picture(const Step& step) {
     QWidget* window = front_window();
     if (window == nullptr) return Progress::wait("there is no window");
     std::filesystem::create_directories(settings_.pictures);
-    const auto file = settings_.pictures / (step.rest + ".png");
-    if (!window->grab().save(ui::qt(file.string())))
+    // picture NAME | picture NAME of OBJECT: the whole screen, or the part of it where the object stands
+    const auto said = split_at(step.rest, "of");
+    const auto file = settings_.pictures / (said.before + ".png");
+    if (said.found) {
+        const QRect part = place_of(ui::qt(said.after));
+        if (part.isEmpty()) return Progress::wait("no \"" + said.after + "\" on the screen");
+        if (!save_small(picture_of_screen(screen_).copy(part), file))
+            return Progress::fail(file.string() + " cannot be written");
+    } else if (!window->grab().save(ui::qt(file.string()))) {
         return Progress::fail(file.string() + " cannot be written");
+    }
     std::printf("picture %s\n", file.c_str());
     return Progress::ok();
 }

@@ -2,7 +2,10 @@
 
 #include <QFile>
 #include <QRegularExpression>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
+#include <algorithm>
 
 // A macro of Qt that wants to stand in no namespace.
 static void load_guide() {
@@ -38,6 +41,15 @@ QChar search_letter(QChar letter) {
     return letter.isSpace() ? QChar(' ') : letter.toLower();
 }
 
+// A row of a table with its cells in the other order: Qt lays the first column out at the left, whatever the
+// text's direction.
+QString turned_row(const QString& row) {
+    QStringList cells = row.trimmed().split('|');
+    if (cells.size() < 3) return row;
+    std::reverse(cells.begin(), cells.end());
+    return cells.join('|');
+}
+
 // A text as it is searched, and where each of its letters stood.
 struct Searched {
     QString text;
@@ -56,6 +68,17 @@ Searched searched(const QString& text) {
 }
 
 }  // namespace
+
+void write_chapter(QTextDocument& document, const QString& text) {
+    document.setMarkdown(text);
+    // Between a heading and the one right below it an empty paragraph is made, which leaves a hole.
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        const QTextBlock after = block.next();
+        if (!after.isValid() || block.blockFormat().headingLevel() == 0 || after.length() > 1) continue;
+        QTextCursor cursor(after);
+        cursor.deletePreviousChar();
+    }
+}
 
 QString HelpGuide::carried_text() {
     load_guide();
@@ -87,11 +110,11 @@ HelpGuide::HelpGuide(const QString& markdown) {
             if (taking) chapters_.back().sections.push_back({anchor, found.captured(2).trimmed()});
             anchor.clear();
         }
-        if (taking) chapters_.back().text += line + '\n';
+        if (taking) chapters_.back().text += (line.startsWith('|') ? turned_row(line) : line) + '\n';
     }
     for (HelpChapter& chapter : chapters_) {
         QTextDocument document;
-        document.setMarkdown(chapter.text);
+        write_chapter(document, chapter.text);
         chapter.plain = document.toPlainText();
     }
 }

@@ -5,6 +5,8 @@
 #include <optional>
 #include <vector>
 
+class QTextDocument;
+
 namespace ui {
 
 // A heading that can be led to.
@@ -14,7 +16,7 @@ struct HelpSection {
 };
 
 struct HelpChapter {
-    QString text;                       // Markdown, from the chapter's heading on
+    QString text;  // Markdown, from the chapter's heading on; the columns of its tables run from the left
     std::vector<HelpSection> sections;  // every heading in its order, the chapter's own first
     QString plain;                      // what is read on the screen
     const QString& title() const { return sections.front().title; }
@@ -30,6 +32,9 @@ struct HelpMatch {
     int at = 0;
     int length = 0;
 };
+
+// Fills a document with a chapter. Its letters then stand where `HelpChapter::plain` has them.
+void write_chapter(QTextDocument& document, const QString& text);
 
 class HelpGuide {
   public:

@@ -35,27 +35,41 @@ HelpPage::HelpPage(QWidget* parent) : QTextBrowser(parent) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     verticalScrollBar()->setSingleStep(px(44));
     set_role(this, "helppage");
-    QTextOption option = document()->defaultTextOption();
-    option.setTextDirection(Qt::RightToLeft);
-    document()->setDefaultTextOption(option);
-    document()->setDocumentMargin(px(18));
-    document()->setUndoRedoEnabled(false);
 }
 
 void HelpPage::show_chapter(const HelpChapter& chapter, std::size_t section) {
     chapter_ = chapter;
+    section_ = section;
     lay_out();
-    if (section == 0 || section >= headings_.size()) {
-        verticalScrollBar()->setValue(0);
-        return;
+    go_to_section();
+}
+
+void HelpPage::go_to_section() {
+    QScrollBar* bar = verticalScrollBar();
+    if (section_ == 0 || section_ >= headings_.size()) {
+        bar->setValue(0);
+    } else {
+        QTextCursor cursor(document());
+        cursor.setPosition(headings_[section_]);
+        bar->setValue(bar->value() + cursorRect(cursor).top() - px(12));
     }
-    QTextCursor cursor(document());
-    cursor.setPosition(headings_[section]);
-    verticalScrollBar()->setValue(verticalScrollBar()->value() + cursorRect(cursor).top() - px(12));
+    scrolled_to_ = bar->value();
 }
 
 void HelpPage::lay_out() {
-    document()->setMarkdown(chapter_.text);
+    // A document of its own each time: one that is filled again keeps formats of what it held before.
+    QTextDocument* former = document();
+    const bool own = former->parent() == this;  // the first one is the widget's, and goes by itself
+    auto* page = new QTextDocument(this);
+    page->setDefaultFont(font());
+    page->setDocumentMargin(px(18));
+    page->setUndoRedoEnabled(false);
+    QTextOption option = page->defaultTextOption();
+    option.setTextDirection(Qt::RightToLeft);
+    page->setDefaultTextOption(option);
+    write_chapter(*page, chapter_.text);
+    setDocument(page);
+    if (own) former->deleteLater();  // Qt may be going through the page's children just now
     headings_.clear();
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         if (block.blockFormat().headingLevel() > 0) headings_.push_back(block.position());
@@ -70,12 +84,12 @@ void HelpPage::dress_block(const QTextBlock& block) {
     QTextBlockFormat format = block.blockFormat();
     format.setLayoutDirection(Qt::RightToLeft);
     format.setAlignment(Qt::AlignLeft);  // of a text that runs from the right: at the right
-    format.setLineHeight(125, QTextBlockFormat::ProportionalHeight);
-    format.setTopMargin(px(4));
-    format.setBottomMargin(px(6));
+    format.setLineHeight(100, QTextBlockFormat::ProportionalHeight);
+    format.setTopMargin(px(2));
+    format.setBottomMargin(px(4));
     const int level = format.headingLevel();
     if (level > 0) {
-        format.setTopMargin(px(level == 2 ? 2 : 18));
+        format.setTopMargin(px(level == 2 ? 0 : 14));
         QTextCharFormat words;
         words.setFontWeight(QFont::Bold);
         words.setProperty(QTextFormat::FontPixelSize, px(level == 2 ? 26 : 20));
@@ -133,6 +147,12 @@ void HelpPage::dress_tables() {
         format.setCellSpacing(0);
         format.setTopMargin(px(8));
         format.setBottomMargin(px(12));
+        format.setWidth(QTextLength(QTextLength::PercentageLength, 100));
+        if (table->columns() == 2) {
+            constexpr double explanation = 62;  // percent
+            format.setColumnWidthConstraints({QTextLength(QTextLength::PercentageLength, explanation),
+                                              QTextLength(QTextLength::PercentageLength, 100 - explanation)});
+        }
         table->setFormat(format);
         for (int column = 0; column < table->columns(); ++column) {
             QTextTableCell cell = table->cellAt(0, column);
@@ -161,6 +181,11 @@ void HelpPage::resizeEvent(QResizeEvent* event) {
     const bool wider = event->size().width() != event->oldSize().width();
     QTextBrowser::resizeEvent(event);
     if (!wider || chapter_.sections.empty()) return;
+    if (verticalScrollBar()->value() == scrolled_to_) {
+        lay_out();
+        go_to_section();
+        return;
+    }
     // The pictures are made anew for the new width; the reader stays where he was.
     QScrollBar* bar = verticalScrollBar();
     const double at = bar->maximum() == 0 ? 0 : static_cast<double>(bar->value()) / bar->maximum();

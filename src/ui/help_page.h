@@ -27,11 +27,14 @@ class HelpPage : public QTextBrowser {
 
   private:
     void lay_out();
+    void go_to_section();
     void dress_block(const QTextBlock& block);
     void dress_words(const QTextBlock& block);
     void dress_tables();
 
     HelpChapter chapter_;
+    std::size_t section_ = 0;
+    int scrolled_to_ = 0;        // where the section stands, as long as nobody scrolled on
     std::vector<int> headings_;  // the positions of the chapter's headings
 };
 

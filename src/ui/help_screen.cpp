@@ -36,13 +36,13 @@ HelpScreen::HelpScreen(QWidget* host, const QString& anchor)
     page_->installEventFilter(this);
     contents_->installEventFilter(this);
     connect(contents_, &QTableWidget::currentCellChanged, this, [this](int row) {
-        if (row >= 0) show_place({static_cast<std::size_t>(row), 0});
+        if (row >= 0) go_to({static_cast<std::size_t>(row), 0});
     });
     connect(contents_, &ListTable::row_taken, this, [this] { page_->setFocus(); });
     connect(page_, &QTextBrowser::anchorClicked, this, [this](const QUrl& link) {
-        if (const auto place = guide_.find(link.fragment())) show_place(*place);
+        if (const auto place = guide_.find(link.fragment())) go_to(*place);
     });
-    show_place(guide_.find(anchor).value_or(HelpPlace{}));
+    go_to(guide_.find(anchor).value_or(HelpPlace{}));
 }
 
 QWidget* HelpScreen::build_head() {
@@ -51,9 +51,12 @@ QWidget* HelpScreen::build_head() {
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(px(12));
     row->addWidget(label("المساعدة", "title"));
+    title_ = label({}, "side");
+    title_->setObjectName("help_chapter");
+    row->addWidget(title_);
     words_ = text_field("help_search");
     words_->setAccessibleName("بحث في الدليل");
-    words_->setPlaceholderText("بحث في الدليل");
+    set_hint(words_, "بحث في الدليل");
     words_->setMaxLength(60);
     words_->installEventFilter(this);
     connect(words_, &QLineEdit::textEdited, this, &HelpScreen::search);
@@ -107,6 +110,7 @@ void HelpScreen::fill_contents() {
 void HelpScreen::show_place(const HelpPlace& place) {
     if (place.chapter >= guide_.chapters().size()) return;
     shown_ = place;
+    title_->setText(guide_.chapters()[place.chapter].title());
     page_->show_chapter(guide_.chapters()[place.chapter], place.section);
     match_ = -1;
     page_->mark(found_[place.chapter], match_);
@@ -114,10 +118,15 @@ void HelpScreen::show_place(const HelpPlace& place) {
     contents_->setCurrentCell(static_cast<int>(place.chapter), 0);
 }
 
+void HelpScreen::go_to(const HelpPlace& place) {
+    show_place(place);
+    search_from_ = shown_.chapter;
+}
+
 void HelpScreen::step_chapter(int by) {
     const auto count = static_cast<int>(guide_.chapters().size());
     const int to = static_cast<int>(shown_.chapter) + by;
-    if (to >= 0 && to < count) show_place({static_cast<std::size_t>(to), 0});
+    if (to >= 0 && to < count) go_to({static_cast<std::size_t>(to), 0});
 }
 
 void HelpScreen::turn_page(bool down) {
@@ -135,33 +144,34 @@ void HelpScreen::search() {
     }
     fill_contents();
     match_ = -1;
-    page_->mark(found_[shown_.chapter], match_);
     const bool nothing = words_->text().trimmed().isEmpty();
     count_->setText(nothing    ? QString()
                     : all == 0 ? QString("لا يوجد ما يطابق البحث")
                                : "عدد النتائج \u200e" + QString::number(all));
-    if (all != 0) next_match();
+    // From where the search began, or each further letter would lead on from where the last one led.
+    if (all == 0) {
+        page_->mark({}, match_);
+    } else {
+        show_first_from(search_from_);
+    }
 }
 
-// The next place in this chapter, else the first one of the next chapter that has any.
+// The first place in this chapter, or in the next one that has any.
+void HelpScreen::show_first_from(std::size_t chapter) {
+    while (found_[chapter].empty())
+        chapter = (chapter + 1) % found_.size();
+    if (chapter != shown_.chapter) show_place({chapter, 0});
+    match_ = 0;
+    page_->mark(found_[chapter], match_);
+}
+
 void HelpScreen::next_match() {
     if (match_ + 1 < static_cast<int>(found_[shown_.chapter].size())) {
-        ++match_;
-        show_match();
-        return;
+        page_->mark(found_[shown_.chapter], ++match_);
+    } else if (std::any_of(found_.begin(), found_.end(), [](const auto& found) { return !found.empty(); })) {
+        show_first_from((shown_.chapter + 1) % found_.size());
     }
-    for (std::size_t step = 1; step <= found_.size(); ++step) {
-        const std::size_t chapter = (shown_.chapter + step) % found_.size();
-        if (found_[chapter].empty()) continue;
-        if (chapter != shown_.chapter) show_place({chapter, 0});
-        match_ = 0;
-        show_match();
-        return;
-    }
-}
-
-void HelpScreen::show_match() {
-    page_->mark(found_[shown_.chapter], match_);
+    search_from_ = shown_.chapter;
 }
 
 void HelpScreen::take_focus() {

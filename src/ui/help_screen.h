@@ -30,17 +30,21 @@ class HelpScreen : public Sheet {
     QWidget* build_foot();
     void fill_contents();
     void show_place(const HelpPlace& place);
+    // The same, as the reader asked for it: what he searches for next is searched from there on.
+    void go_to(const HelpPlace& place);
     void step_chapter(int by);
     void turn_page(bool down);
     void search();
     void next_match();
-    void show_match();
+    void show_first_from(std::size_t chapter);
     bool press(int key, Qt::KeyboardModifiers modifiers);
 
     HelpGuide guide_;
     HelpPlace shown_;
+    std::size_t search_from_ = 0;                // a chapter
     std::vector<std::vector<HelpMatch>> found_;  // by chapter
     int match_ = -1;                             // within the chapter shown
+    QLabel* title_;
     QLineEdit* words_;
     QLabel* count_;
     ListTable* contents_;

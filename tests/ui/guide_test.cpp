@@ -1,0 +1,223 @@
+// The guide keeps to the program: what it quotes stands on the screens, its pictures are taken by the plays,
+// and every place that the help leads to is there.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImageReader>
+#include <QRegularExpression>
+#include <set>
+
+#include "ui/help_guide.h"
+#include "ui/help_places.h"
+
+namespace {
+
+QString read(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+const QString root = QString(TALLVEX_TESTS) + "/..";
+
+// Every file below a folder whose name ends so.
+QStringList files_in(const QString& folder, const QString& pattern) {
+    QStringList found;
+    const QDir here(folder);
+    for (const QString& name : here.entryList({pattern}, QDir::Files))
+        found << here.filePath(name);
+    for (const QString& inner : here.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+        found += files_in(here.filePath(inner), pattern);
+    return found;
+}
+
+// The texts of a source file, pieces that stand side by side as one.
+QStringList literals_of(QString source) {
+    static const QRegularExpression comment(R"(//[^\n]*)");
+    static const QRegularExpression text(R"re((?:"(?:[^"\\\n]|\\.)*"\s*)+)re");
+    static const QRegularExpression piece(R"re("((?:[^"\\\n]|\\.)*)")re");
+    QStringList found;
+    for (auto at = text.globalMatch(source.remove(comment)); at.hasNext();) {
+        QString whole;
+        for (auto in = piece.globalMatch(at.next().captured()); in.hasNext();)
+            whole += in.next().captured(1);
+        found << whole;
+    }
+    return found;
+}
+
+// What the screens say, and the key caps on them.
+struct Program {
+    std::set<QString> texts;
+    QString all;
+    Program() {
+        for (const char* ending : {"*.cpp", "*.h"}) {
+            for (const QString& file : files_in(root + "/src", ending)) {
+                for (QString text : literals_of(read(file))) {
+                    text.remove('&').remove("\\u200e").remove("\\u200E").remove("\\u200f").replace("\\n",
+                                                                                                   " ");
+                    static const QRegularExpression key(R"(\s+[A-Za-z]+$)");
+                    texts.insert(text.section("\\t", 0, 0).simplified());
+                    texts.insert(QString(text).remove(key).simplified());
+                    texts.insert(text.section("\\t", 1).simplified());
+                    all += text.simplified() + '\n';
+                }
+            }
+        }
+    }
+    // A quotation; "…" stands for what the program fills in.
+    bool says(const QString& quoted) const {
+        if (!quoted.contains(QChar(0x2026))) return texts.contains(quoted.simplified());
+        for (const QString& part : quoted.split(QChar(0x2026))) {
+            if (!all.contains(part.simplified())) return false;
+        }
+        return true;
+    }
+};
+
+const Program& program() {
+    static const Program made;
+    return made;
+}
+
+TEST(Guide, QuotesWhatTheScreensSay) {
+    const QString guide = ui::HelpGuide::carried_text();
+    ASSERT_FALSE(guide.isEmpty());
+    ASSERT_GT(program().texts.size(), 500U);
+    static const QRegularExpression quoted(R"(\*\*(.+?)\*\*)",
+                                           QRegularExpression::DotMatchesEverythingOption);
+    int count = 0;
+    for (auto at = quoted.globalMatch(guide); at.hasNext(); ++count) {
+        const auto match = at.next();
+        EXPECT_TRUE(program().says(match.captured(1)))
+            << "line " << guide.left(match.capturedStart()).count('\n') + 1 << ": "
+            << match.captured(1).toStdString();
+    }
+    EXPECT_GT(count, 200);
+    EXPECT_FALSE(program().says("لا يقول البرنامج هذا"));
+}
+
+// A key of the guide as a cap shows it: "Shift+F9" is "⇧F9", "Ctrl+B" is "Ctrl B".
+TEST(Guide, NamesKeysThatStandOnTheScreens) {
+    const QString guide = ui::HelpGuide::carried_text();
+    static const QRegularExpression key(R"(`([^`]+)`)");
+    const std::set<QString> common = {"Shift", "Alt",  "Tab",  "Up",      "Down",     "Left",
+                                      "Right", "PgUp", "PgDn", "Ctrl+Up", "Ctrl+Down"};
+    for (auto at = key.globalMatch(guide); at.hasNext();) {
+        const QString named = at.next().captured(1);
+        if (common.contains(named)) continue;
+        QString cap = named;
+        cap.replace("Shift+", "⇧").replace("Ctrl+", "Ctrl ");
+        static const QRegularExpression level("^Ctrl [1-4]$");
+        if (level.match(cap).hasMatch()) cap = "Ctrl 1-4";
+        EXPECT_TRUE(program().texts.contains(cap)) << named.toStdString();
+    }
+}
+
+// Each screen that has a key is in the table of keys, with its key and by its name.
+TEST(Guide, ListsTheKeyOfEveryScreen) {
+    const ui::HelpGuide guide(ui::HelpGuide::carried_text());
+    const auto place = guide.find("keys");
+    ASSERT_TRUE(place);
+    const QString table = guide.chapters()[place->chapter].text;
+    const QString source = read(root + "/src/ui/neighbours.cpp");
+    static const QRegularExpression entry(
+        R"re(\{"\w+",\s*"([^"]+)",\s*Qt::Key_(\w+),\s*(true|false),\s*"([^"]+)")re");
+    int count = 0;
+    for (auto at = entry.globalMatch(source); at.hasNext(); ++count) {
+        const auto match = at.next();
+        const QString caption = match.captured(1).remove('&');
+        QString key = match.captured(4);
+        key.replace("⇧", "Shift+").replace("Ctrl ", "Ctrl+");
+        bool listed = false;
+        for (const QString& row : table.split('\n'))
+            listed = listed || (row.contains("`" + key + "`") && row.contains("**" + caption + "**"));
+        EXPECT_TRUE(listed) << key.toStdString() << " " << caption.toStdString();
+    }
+    EXPECT_GE(count, 11);
+}
+
+TEST(Guide, HasEveryPictureAndNoOther) {
+    const QString guide = ui::HelpGuide::carried_text();
+    QString plays;
+    for (const QString& play : files_in(root + "/tests/plays", "guide_*.play"))
+        plays += read(play);
+    static const QRegularExpression picture(R"(!\[([^\]]+)\]\(([^)]+)\))");
+    std::set<QString> named;
+    for (auto at = picture.globalMatch(guide); at.hasNext();) {
+        const auto match = at.next();
+        const QString path = match.captured(2);
+        named.insert(path.section('/', -1));
+        EXPECT_FALSE(QImageReader(ui::HelpGuide::picture(path)).read().isNull()) << path.toStdString();
+        EXPECT_TRUE(plays.contains("\npicture " + path.section('/', -1).section('.', 0, 0) + " of "))
+            << path.toStdString();
+    }
+    const QDir folder(root + "/docs/pictures/guide");
+    for (const QString& file : folder.entryList({"*.png"}, QDir::Files))
+        EXPECT_TRUE(named.contains(file)) << file.toStdString() << " is in no chapter";
+}
+
+TEST(Guide, LeadsToPlacesThatAreThere) {
+    const QString text = ui::HelpGuide::carried_text();
+    const ui::HelpGuide guide(text);
+    for (const auto& [object, anchor] : ui::help_places())
+        EXPECT_TRUE(guide.find(anchor)) << object.toStdString() << " asks for " << anchor.toStdString();
+    static const QRegularExpression link(R"(\]\(#([^)]+)\))");
+    for (auto at = link.globalMatch(text); at.hasNext();) {
+        const QString anchor = at.next().captured(1);
+        EXPECT_TRUE(guide.find(anchor)) << anchor.toStdString();
+    }
+    // The list of contents at the head is that of the chapters.
+    for (const ui::HelpChapter& chapter : guide.chapters())
+        EXPECT_TRUE(text.contains(". [" + chapter.title() + "](#" + chapter.sections.front().anchor + ")"))
+            << chapter.title().toStdString();
+}
+
+// Help knows every screen: each sheet's object name leads somewhere.
+TEST(Guide, KnowsEveryScreen) {
+    static const QRegularExpression own_name(
+        R"re(\n    setObjectName\((?:[^"\n]*\? )?"(\w+)"(?: : "(\w+)")?\))re");
+    static const QRegularExpression sheet(R"(: (?:Sheet|PeopleList)\(host)");
+    std::set<QString> known;
+    for (const auto& [object, anchor] : ui::help_places())
+        known.insert(object);
+    int count = 0;
+    for (const QString& file : files_in(root + "/src/ui", "*.cpp")) {
+        const QString source = read(file);
+        if (!sheet.match(source).hasMatch() || file.endsWith("message_box.cpp") ||
+            file.endsWith("help_screen.cpp"))
+            continue;
+        for (auto at = own_name.globalMatch(source); at.hasNext(); ++count) {
+            const auto match = at.next();
+            for (const QString& name : {match.captured(1), match.captured(2)})
+                EXPECT_TRUE(name.isEmpty() || known.contains(name)) << name.toStdString();
+        }
+    }
+    EXPECT_GT(count, 20);
+}
+
+TEST(Guide, FindsWordsHoweverTheyAreWritten) {
+    const ui::HelpGuide guide(
+        "# دليل\n\nمقدمة\n\n<a id=\"one\"></a>\n## الأول\n\nكلمةُ **السر** هنا\n\n### فرع\n\nإلى الآخر\n\n"
+        "<a id=\"contents\"></a>\n## المحتويات\n\nكلمة السر\n\n<a id=\"two\"></a>\n## الثاني\n\n| ا | ب "
+        "|\n|---|---|\n"
+        "| مبـلغ | لا |\n");
+    ASSERT_EQ(guide.chapters().size(), 2U);
+    EXPECT_EQ(guide.find("two")->chapter, 1U);
+    EXPECT_FALSE(guide.find("contents"));
+    EXPECT_EQ(guide.chapters()[0].sections.size(), 2U);
+    const struct {
+        const char* words;
+        std::size_t first, second;  // how often in each chapter
+    } cases[] = {{"كلمة السر", 1, 0}, {"كلمه  السر", 1, 0}, {"الي الاخر", 1, 0}, {"مبلغ", 0, 1},
+                 {"قنبلة", 0, 0},     {"", 0, 0},           {"  ", 0, 0},        {"لا", 2, 1}};
+    for (const auto& [words, first, second] : cases) {
+        EXPECT_EQ(ui::HelpGuide::matches(guide.chapters()[0], words).size(), first) << words;
+        EXPECT_EQ(ui::HelpGuide::matches(guide.chapters()[1], words).size(), second) << words;
+    }
+    // The place covers the marks that do not count.
+    const auto found = ui::HelpGuide::matches(guide.chapters()[0], "كلمه السر");
+    EXPECT_EQ(guide.chapters()[0].plain.mid(found[0].at, found[0].length), QString("كلمةُ السر"));
+}
+
+}  // namespace
