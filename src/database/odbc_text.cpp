@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "common/text.h"
 
@@ -94,7 +95,7 @@ std::string server_text(std::string_view statement, const std::vector<Value>& va
                                          [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
         const std::size_t begin = end - piece.size();
         if (rest[0] == '\'' && is_wide && !is_wide_literal(statement, begin)) text += 'N';
-        text += piece;
+        std::remove_copy(piece.begin(), piece.end(), std::back_inserter(text), '\0');
     }
     return text;
 }

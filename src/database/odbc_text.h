@@ -19,7 +19,7 @@ std::string from_wide(const SQLWCHAR* text, std::size_t length);
 // A statement as a server needs it. N stands before every literal that holds more than ASCII: a server whose
 // collation is not Arabic would read the characters of a plain '…' as question marks. A moment's "?" becomes
 // convert(datetime,?): the driver sends moments as datetime2, which a datetime with thousandths never equals
-// on newer servers.
+// on newer servers. Zero characters are left out: the driver would end the statement at the first.
 std::string server_text(std::string_view statement, const std::vector<Value>& values = {});
 
 // One record of what a driver says about a handle.

@@ -9,6 +9,7 @@
 
 #include "common/text.h"
 #include "database/open.h"
+#include "database/sqlserver_connection.h"
 #include "play/seeing.h"
 #include "startup/activity_log.h"
 #include "startup/start_up.h"
@@ -56,6 +57,7 @@ Player::Action Player::action_of(const std::string& verb) {
         {"answer", &Player::do_answer}, {"expect", &Player::do_expect}, {"picture", &Player::do_picture},
         {"kill", &Player::do_kill},     {"fail", &Player::do_fail},     {"port", &Player::do_port},
         {"say", &Player::do_say},       {"file", &Player::do_file},     {"look", &Player::do_look},
+        {"server", &Player::do_server},
     };
     const auto found = actions.find(verb);
     return found == actions.end() ? nullptr : found->second;
@@ -104,8 +106,8 @@ void Player::next() {
 Progress Player::take(const Step& step) {
     const Action action = action_of(step.verb);
     if (action == nullptr) return Progress::fail("no step begins with this word");
-    static const std::set<std::string> beside_a_box = {"answer", "expect", "press", "scan", "picture",
-                                                       "clock",  "sql",    "say",   "port", "look"};
+    static const std::set<std::string> beside_a_box = {
+        "answer", "expect", "press", "scan", "picture", "clock", "sql", "say", "port", "look", "server"};
     if (const ui::MessageBox* box = open_box();
         box != nullptr && phase_ == 0 && !beside_a_box.contains(step.verb)) {
         return Progress::wait("a box that no step expects: " + box->text().toStdString());
@@ -148,7 +150,11 @@ void Player::start_till() {
         ground.program_folder = stage_.folder();
         ground.working_folder = stage_.folder();
         ground.open = [this](const std::string& text, const std::filesystem::path& folder) {
-            auto made = std::make_unique<MortalConnection>(database::open_connection(text, folder), clock_);
+            // On a server of the tests the till waits less long than in a shop.
+            constexpr database::Patience patience_of_plays{2, 4};
+            auto opened = database::test_server() ? database::open_sqlserver(text, patience_of_plays)
+                                                  : database::open_connection(text, folder);
+            auto made = std::make_unique<MortalConnection>(std::move(opened), clock_);
             connection_ = made.get();
             return made;
         };
@@ -175,7 +181,7 @@ void Player::start_till() {
 }
 
 database::Connection& Player::rows() {
-    if (rows_ == nullptr) rows_ = database::open_embedded(stage_.folder() / "shop.db");
+    if (rows_ == nullptr) rows_ = stage_.open();
     return *rows_;
 }
 

@@ -75,6 +75,7 @@ class Player : public QObject {
     Progress do_port(const Step& step);
     Progress do_file(const Step& step);
     Progress do_say(const Step& step);
+    Progress do_server(const Step& step);
     // player_expectations.cpp: what must then be seen.
     Progress do_expect(const Step& step);
     Progress expect_text(const std::string& rest);
@@ -86,6 +87,7 @@ class Player : public QObject {
     Progress expect_rows(const std::string& rest);
     Progress expect_receipt(const std::string& rest);
     Progress expect_port(const std::string& rest);
+    Progress expect_server(const std::string& rest);
     Progress expect_file(const std::string& name, const std::string& text);
 
     using Action = Progress (Player::*)(const Step&);

@@ -49,6 +49,7 @@ Progress Player::do_expect(const Step& step) {
     if (what == "rows") return expect_rows(rest);
     if (what == "receipt") return expect_receipt(rest);
     if (what == "port") return expect_port(rest);
+    if (what == "server") return expect_server(rest);
     if (what == "end") return running_ ? Progress::wait("the program is running") : Progress::ok();
     if (what == "log") return expect_file("Logs/hm_log.qzv", split_at("- " + rest, "contains").after);
     if (what == "file") {

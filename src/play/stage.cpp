@@ -5,14 +5,24 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "admin/copy_shop.h"
 #include "admin/new_shop.h"
+#include "database/open.h"
+#include "database/sqlserver_connection.h"
 #include "play/play_outside.h"
+#include "startup/shop_files.h"
 
 namespace play {
 
 namespace fs = std::filesystem;
 
-Stage::Stage() {
+namespace {
+
+constexpr const char* shop_file = "shop.db";
+
+}  // namespace
+
+Stage::Stage() : server_(database::test_server()) {
     std::string name = (fs::temp_directory_path() / "tallvex-play-XXXXXX").string();
     if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder can be made");
     root_ = name;
@@ -33,7 +43,7 @@ void Stage::set_up(const std::string& kind) {
         admin::Tool tool{said, said, nothing, root_, clock};
         admin::NewShop wanted;
         wanted.folder = master;
-        wanted.place = {"embedded", "shop.db"};
+        wanted.place = {"embedded", shop_file};
         wanted.administrator = "admin";
         wanted.password = "1";
         wanted.demo = kind == "demo";
@@ -46,6 +56,30 @@ void Stage::set_up(const std::string& kind) {
     fs::remove_all(folder());
     fs::copy(master, folder(), fs::copy_options::recursive);
     fs::create_directory(folder() / "ports");
+    if (server_) move_to_server();
+}
+
+void Stage::move_to_server() {
+    if (server_->user != "sa") throw std::runtime_error("a play signs in to the server as \"sa\"");
+    {
+        std::ostringstream said;
+        std::istringstream nothing;
+        PlayClock clock;
+        admin::Tool tool{said, said, nothing, root_, clock};
+        const auto file = database::open_embedded(folder() / shop_file);
+        const auto emptied = database::open_emptied(*server_);
+        const auto copied = admin::copy_shop(*file, *emptied, tool);
+        if (!copied.differences.empty()) throw std::runtime_error(copied.differences.front());
+    }
+    for (const char* ending : {"", "-wal", "-shm"})
+        fs::remove(folder() / (std::string(shop_file) + ending));
+    startup::write_connection_file(folder(), {server_->source, server_->database});
+    startup::write_sa_password(folder(), server_->password);
+}
+
+std::unique_ptr<database::Connection> Stage::open() const {
+    if (server_) return database::open_sqlserver(server_->connection_string());
+    return database::open_embedded(folder() / shop_file);
 }
 
 }  // namespace play

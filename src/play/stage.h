@@ -1,8 +1,14 @@
-// The shop that a play is played in: a fresh copy in a temporary folder.
+// The shop that a play is played in: a fresh copy in a temporary folder; its database is on the server that
+// TALLVEX_TEST_SQLSERVER names, when it names one.
 #pragma once
 
 #include <filesystem>
+#include <memory>
+#include <optional>
 #include <string>
+
+#include "database/connection.h"
+#include "database/test_server.h"
 
 namespace play {
 
@@ -18,11 +24,16 @@ class Stage {
     void set_up(const std::string& kind);
     // The shop's folder: database, files beside the program, ports.
     std::filesystem::path folder() const { return root_ / "shop"; }
+    // Opens the shop's database, as a second program beside the till does.
+    std::unique_ptr<database::Connection> open() const;
     // How many steps of the play have been done, across the death of the till.
     std::filesystem::path progress_file() const { return root_ / "progress"; }
 
   private:
+    void move_to_server();
+
     std::filesystem::path root_;
+    std::optional<database::TestServer> server_;
 };
 
 }  // namespace play

@@ -12,8 +12,9 @@ using database::Recordset;
 using database::Value;
 
 TEST(RealServer, MakesAShopAndBringsItUpToDate) {
-    if (!test::test_server()) GTEST_SKIP() << test::no_test_server;
-    const auto connection = test::open_emptied_test_server();
+    const auto server = test::test_server();
+    if (!server) GTEST_SKIP() << test::no_test_server;
+    const auto connection = database::open_emptied(*server);
     database::create_base_schema(*connection);
     connection->execute("insert into stocks (code,name) values (1,N'الفرع الرئيسي')");
     for (int run = 0; run < 2; ++run)
@@ -30,8 +31,9 @@ TEST(RealServer, MakesAShopAndBringsItUpToDate) {
 }
 
 TEST(RealServer, KeepsArabicDatesAndNumbers) {
-    if (!test::test_server()) GTEST_SKIP() << test::no_test_server;
-    const auto connection = test::open_emptied_test_server();
+    const auto server = test::test_server();
+    if (!server) GTEST_SKIP() << test::no_test_server;
+    const auto connection = database::open_emptied(*server);
     database::create_base_schema(*connection);
     Recordset stock(*connection, "select * from stk");
     stock.add();

@@ -74,7 +74,7 @@ class DatedConnection final : public database::Connection {
 }  // namespace
 
 std::unique_ptr<database::Connection> open_shop(const fs::path& file) {
-    if (const auto server = test_server()) return database::open_sqlserver(*server);
+    if (const auto server = test_server()) return database::open_sqlserver(server->connection_string());
     return database::open_embedded(file);
 }
 
@@ -90,10 +90,10 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 Shop::Shop() : file_(folder_.path() / "shop.db") {
-    if (test_server()) {
-        auto server = open_emptied_test_server();
-        make_shop(*server);
-        connection_ = std::make_unique<DatedConnection>(std::move(server));
+    if (const auto server = test_server()) {
+        auto emptied = database::open_emptied(*server);
+        make_shop(*emptied);
+        connection_ = std::make_unique<DatedConnection>(std::move(emptied));
         return;
     }
     const fs::path& model = model_shop();

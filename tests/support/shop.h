@@ -22,9 +22,6 @@ class TemporaryFolder {
     std::filesystem::path path_;
 };
 
-// What a test says on a server that looks at the shop's file itself, or has two shops at a time.
-inline constexpr const char* needs_shop_files = "skipped on a server: it works on shop files themselves";
-
 // The shop of another process: the server of the tests when there is one, else the file.
 std::unique_ptr<database::Connection> open_shop(const std::filesystem::path& file);
 

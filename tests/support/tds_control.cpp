@@ -66,6 +66,14 @@ std::string TdsControl::obey(std::string_view line) {
         }));
     } else if (line == "logins") {
         return std::to_string(bridge_.logins());
+    } else if (line == "opening") {
+        // What the latest connection began with.
+        const auto heard = bridge_.heard();
+        if (heard.empty()) return "";
+        const auto latest = std::max_element(heard.begin(), heard.end(), [](const auto& a, const auto& b) {
+            return a.connection < b.connection;
+        });
+        return latest->text;  // the first of the largest
     } else {
         return "?";
     }

@@ -11,8 +11,9 @@
 namespace test {
 
 // Takes, of the network: "silent", "away", "well", "drop"; of the next statement that contains a text:
-// "cut TEXT", "run and cut TEXT", "silence TEXT"; and questions: "heard TEXT" and "logins" give a count.
-// Everything else is answered "ok", or "?" when it is none of these.
+// "cut TEXT", "run and cut TEXT", "silence TEXT". These are answered "ok", or "?" when it is none of them.
+// And questions: "heard TEXT" and "logins" give a count, "opening" the first statement of the latest
+// connection.
 class TdsControl {
   public:
     TdsControl(TdsBridge& bridge, std::filesystem::path path);

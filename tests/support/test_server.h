@@ -1,23 +1,15 @@
-// A real server for the tests, when the environment names one.
+// What tests say about the server that the environment may name.
 #pragma once
 
-#include <memory>
-#include <optional>
-#include <string>
-
-#include "database/connection.h"
+#include "database/test_server.h"
 
 namespace test {
 
-// The program's connection string for the server of TALLVEX_TEST_SQLSERVER
-// ("server;port;database;user;password", the password last as it may hold ";"); nothing when the variable is
-// not set. A value of another form throws.
-std::optional<std::string> test_server();
+using database::test_server;
 
 // What a test that needs the server says when there is none.
 inline constexpr const char* no_test_server = "skipped: TALLVEX_TEST_SQLSERVER is not set";
-
-// Opens the server and empties its database of every table and view: it belongs to the tests alone.
-std::unique_ptr<database::Connection> open_emptied_test_server();
+// What a test says on a server that works on shop files themselves.
+inline constexpr const char* needs_shop_files = "skipped on a server: it works on shop files themselves";
 
 }  // namespace test

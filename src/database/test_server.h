@@ -1,0 +1,29 @@
+// The server that tests and plays run on when the environment names one. Its database belongs to them alone.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "database/connection.h"
+
+namespace database {
+
+struct TestServer {
+    std::string source;  // "host,port"
+    std::string database;
+    std::string user;
+    std::string password;
+
+    // The program's connection string.
+    std::string connection_string() const;
+};
+
+// What TALLVEX_TEST_SQLSERVER names: "server;port;database;user;password", the password last as it may hold
+// ";". Nothing when it is not set; a value of another form throws std::runtime_error.
+std::optional<TestServer> test_server();
+
+// Opens the server and empties its database of every table and view.
+std::unique_ptr<Connection> open_emptied(const TestServer& server);
+
+}  // namespace database
