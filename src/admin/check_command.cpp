@@ -66,8 +66,9 @@ std::string advice(std::string_view said, const Place& place) {
          "and whether name and address are right: tallvex-admin connect --show"},
         {"Cannot open database",
          "create the database on the server, or correct its name with tallvex-admin connect"},
-        {"Login failed", "the password of the login sa in sa.pwd is wrong"},
+        {"Login failed", "the password of sa is another by now: tallvex-admin connect --keep-password"},
         {"ODBC driver", "install the driver: sudo apt-get install tdsodbc"},
+        {"may be used by others", "make it its owner's alone: chmod 600 sa.pwd"},
         {"sa.pwd", "keep the password there: tallvex-admin connect --keep-password"},
     };
     const auto found = [said](std::span<const Advice> list) {

@@ -77,7 +77,10 @@ void make_on_server(const fs::path& folder, const Place& place, const Fill& fill
     const auto connection = open_place(folder, place);
     const std::string where = "the database " + place.database + " on " + place.server;
     if (has_tables(*connection)) {
-        throw Refused(where + " holds a shop already; connect to it with: tallvex-admin connect");
+        throw Refused(
+            where +
+            " holds a shop already, or a part of one that was cut off; connect to it (tallvex-admin "
+            "connect), or drop the database, create it empty and try again");
     }
     try {
         fill(*connection);
@@ -107,9 +110,12 @@ void make_place(const fs::path& folder, const Place& place, Tool& tool, const Fi
     if (is_embedded(place)) {
         make_embedded(folder, place, fill, made);
     } else {
-        write_files(folder, place, made);
+        fs::remove(write_place(folder, place));  // refuses names that do not fit before anything is made
+        for (const fs::path& file : write_shop_files(folder))
+            made.add(file);
         if (!has_login_password(folder)) made.add(keep_login_password(folder, ask_login_password(tool)));
         make_on_server(folder, place, fill);
+        made.add(write_place(folder, place));  // last: no till starts on half a shop
     }
     made.keep();
     tool.out << "The shop stands in " << folder.lexically_normal().string() << ".\n";

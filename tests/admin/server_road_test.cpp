@@ -48,7 +48,11 @@ TEST_F(ServerRoad, AShopMovesToTheServerAndBack) {
     for (const std::string& table : here->tables())
         EXPECT_TRUE(rows_of(*here, table) == rows_of(*back, table)) << table;
 
-    // A database that holds a shop is not copied into.
+    // A database that holds a shop is not copied into, and neither is a folder that cannot name it.
+    run =
+        bench.run({"copy-shop", "long", "--server", std::string(60, 's'), "--database", "shop"}, password());
+    EXPECT_EQ(run.code, 1);
+    EXPECT_TRUE(std::filesystem::is_empty(bench.file("long")));
     run = bench.run(onto({"copy-shop", "again"}), password());
     EXPECT_EQ(run.code, 1);
     EXPECT_THAT(run.err, HasSubstr("holds a shop already"));
