@@ -31,12 +31,13 @@ bool Form31::press(int key, Qt::KeyboardModifiers modifiers) {
     if (Sheet::top_of(this) != nullptr) return false;
     if (modifiers == Qt::ControlModifier) {
         if (const ScreenEntry* neighbour = screens_.find(key, false, true)) {
+            if (!finish_editing()) return true;
             open_neighbour(*neighbour);
             return true;
         }
         switch (key) {
             case Qt::Key_F:
-                search();
+                if (finish_editing()) search();
                 return true;
             case Qt::Key_R:
                 kind_bar_->focus_number();
