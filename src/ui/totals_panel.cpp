@@ -11,6 +11,7 @@
 #include "sales/sales_screen.h"
 #include "ui/fields.h"
 #include "ui/key_button.h"
+#include "ui/sheet.h"
 #include "ui/style.h"
 #include "ui/text.h"
 
@@ -130,7 +131,8 @@ bool TotalsPanel::eventFilter(QObject* watched, QEvent* event) {
             QMetaObject::invokeMethod(
                 this,
                 [this, field] {
-                    if (field->isModified()) commit(field);
+                    // Under a sheet it only waits: the focus comes back to it.
+                    if (field->isModified() && Sheet::top_of(window()) == nullptr) commit(field);
                 },
                 Qt::QueuedConnection);
         }
@@ -141,8 +143,9 @@ bool TotalsPanel::eventFilter(QObject* watched, QEvent* event) {
 void TotalsPanel::show_state(const sales::SalesScreen& screen) {
     const sales::Figures& figures = screen.figures();
     total_->setText(qt(figures.total));
-    discount_value_->setText(qt(figures.discount_value));
-    discount_percent_->setText(qt(figures.discount_percent));
+    // What is typed and not entered yet stays.
+    if (!discount_value_->isModified()) discount_value_->setText(qt(figures.discount_value));
+    if (!discount_percent_->isModified()) discount_percent_->setText(qt(figures.discount_percent));
     net_->setText(qt(figures.net));
     for (int at = 0; at < 4; ++at) {
         const auto payment = static_cast<sales::PaymentOption>(at);
