@@ -31,7 +31,4 @@ void inspect_contrast(QWidget* front, std::vector<std::string>& faults);
 // No caption, heading or figure is cut off, nothing hangs over the edge, an empty table says so.
 void inspect_room(const QWidget* front, std::vector<std::string>& faults);
 
-// The contrast of two colours by their relative luminance, 1 to 21.
-double contrast(const QColor& one, const QColor& other);
-
 }  // namespace play

@@ -1,15 +1,16 @@
 // The inspector's hand: the way of the focus through a screen.
 #include <QAbstractButton>
-#include <QAbstractItemView>
 #include <QApplication>
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTableView>
 #include <algorithm>
 
 #include "play/inspection.h"
+#include "ui/contrast.h"
 #include "ui/fields.h"
 
 namespace play {
@@ -33,7 +34,7 @@ bool is_acting(const QWidget* widget) {
     if (const auto* field = qobject_cast<const QLineEdit*>(widget)) return !field->isReadOnly();
     if (const auto* list = qobject_cast<const QComboBox*>(widget))
         return list->focusPolicy() != Qt::NoFocus || !list->property("fixed").toBool();
-    if (const auto* view = qobject_cast<const QAbstractItemView*>(widget))
+    if (const auto* view = qobject_cast<const QTableView*>(widget))
         return view->model() != nullptr && view->model()->rowCount() > 0;
     return qobject_cast<const QAbstractButton*>(widget) != nullptr;
 }
@@ -42,7 +43,9 @@ bool is_acting(const QWidget* widget) {
 bool is_reached(const QWidget* widget, const std::vector<QWidget*>& way) {
     if (std::find(way.begin(), way.end(), widget) != way.end()) return true;
     if (widget->property(ui::key_property).isValid()) return true;
-    if (widget->property("fixed").toBool()) return true;
+    for (const QWidget* at = widget; at != nullptr; at = at->parentWidget()) {
+        if (at->property("fixed").toBool()) return true;
+    }
     const auto* button = qobject_cast<const QAbstractButton*>(widget);
     if (button == nullptr) return false;
     if (!QKeySequence::mnemonic(button->text()).isEmpty()) return true;
@@ -63,7 +66,7 @@ bool shows(const QImage& without, const QImage& with, const QRect& place) {
         for (int x = around.left(); x <= around.right(); ++x) {
             const QColor before = without.pixelColor(x, y);
             const QColor after = with.pixelColor(x, y);
-            if (before != after && contrast(before, after) >= seen_contrast) ++changed;
+            if (before != after && ui::contrast(before, after) >= seen_contrast) ++changed;
         }
     }
     return changed >= (around.width() + around.height()) / 2;
@@ -73,13 +76,23 @@ bool shows(const QImage& without, const QImage& with, const QRect& place) {
 
 void inspect_focus(QWidget* front, Hands& hands, std::vector<std::string>& faults) {
     QWidget* const begin = QApplication::focusWidget();
+    // A window without any stop takes the keys itself.
+    const auto all = front->findChildren<QWidget*>();
+    if (std::none_of(all.begin(), all.end(),
+                     [](const QWidget* widget) { return (widget->focusPolicy() & Qt::TabFocus) != 0; }))
+        return;
     if (begin == nullptr || (front != begin && !front->isAncestorOf(begin))) {
         faults.push_back("the focus is nowhere on it");
         return;
     }
+    // In a cell that is being typed into Tab ends the typing.
+    for (const QWidget* at = begin->parentWidget(); at != nullptr; at = at->parentWidget()) {
+        if (qobject_cast<const QTableView*>(at) != nullptr) return;
+    }
     std::vector<QWidget*> way = {begin};
     QImage before = front->window()->grab().toImage();
     bool home = false;
+    int within = 0;
     while (!home && way.size() < longest_way) {
         hands.strike(Qt::Key_Tab);
         QWidget* stop = QApplication::focusWidget();
@@ -87,6 +100,8 @@ void inspect_focus(QWidget* front, Hands& hands, std::vector<std::string>& fault
             faults.push_back("Tab leads away from it after " + name_of(way.back()));
             return;
         }
+        // Tab may lead through several places of one widget, as the links of a page.
+        if (stop == way.back() && ++within < longest_way) continue;
         const QImage now = front->window()->grab().toImage();
         if (stop != way.back() && !shows(before, now, place_of(stop)))
             faults.push_back("the focus on " + name_of(stop) + " is not seen");

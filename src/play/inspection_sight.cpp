@@ -1,5 +1,6 @@
 // The inspector's eye: contrast, and room for every text.
 #include <QAbstractButton>
+#include <QAbstractScrollArea>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QImage>
@@ -9,10 +10,10 @@
 #include <QRegularExpression>
 #include <QTableView>
 #include <algorithm>
-#include <cmath>
 #include <unordered_map>
 
 #include "play/inspection.h"
+#include "ui/contrast.h"
 #include "ui/fields.h"
 #include "ui/key_button.h"
 #include "ui/style.h"
@@ -21,19 +22,8 @@ namespace play {
 
 namespace {
 
-constexpr double needed_contrast = 4.5;
 constexpr int magnified = 3;  // so that the strokes of small letters are inked through
 constexpr int border = 4;     // at the edge of a field or button, which is no writing
-
-double channel(int value) {
-    const double part = value / 255.0;
-    return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-}
-
-double luminance(const QColor& colour) {
-    return 0.2126 * channel(colour.red()) + 0.7152 * channel(colour.green()) +
-           0.0722 * channel(colour.blue());
-}
 
 struct Pair {
     QColor ground;
@@ -57,7 +47,7 @@ Pair pair_of(const QImage& picture, const QRect& place) {
     constexpr int stray = 2 * magnified;
     for (const auto& [rgb, count] : counted) {
         if (count < stray) continue;
-        if (contrast(QColor(rgb), found.ground) <= contrast(found.ink, found.ground)) continue;
+        if (ui::contrast(QColor(rgb), found.ground) <= ui::contrast(found.ink, found.ground)) continue;
         found.ink = QColor(rgb);
         found.written = true;
     }
@@ -81,8 +71,8 @@ class Page {
     void check(const QWidget* on, const QRect& rect, const QString& what) {
         const QRect visible = rect.intersected(on->rect()).translated(on->mapTo(window_, QPoint()));
         const Pair pair = pair_of(picture_, QRect(visible.topLeft() * magnified, visible.size() * magnified));
-        const double seen = contrast(pair.ink, pair.ground);
-        if (!pair.written || seen >= needed_contrast) return;
+        const double seen = ui::contrast(pair.ink, pair.ground);
+        if (!pair.written || seen >= ui::readable_contrast) return;
         faults_.push_back("contrast " + QString::number(seen, 'f', 1).toStdString() + " of " +
                           pair.ink.name().toStdString() + " on " + pair.ground.name().toStdString() + ": " +
                           name_of(on) + " \"" + what.left(30).toStdString() + "\"");
@@ -113,7 +103,7 @@ void inspect_table(const QTableView* table, std::vector<std::string>& faults) {
             const QRect seen = table->visualRect(cell);
             if (!table->viewport()->rect().intersects(seen)) continue;
             const QString text = cell.data().toString();
-            if (is_figure(text) && table->fontMetrics().horizontalAdvance(text) > seen.width())
+            if (is_figure(text) && table->sizeHintForIndex(cell).width() > seen.width())
                 faults.push_back("the figure " + text.toStdString() + " in " + name_of(table) + " is cut");
         }
     }
@@ -138,12 +128,6 @@ bool is_cut(const QLabel* label) {
 
 }  // namespace
 
-double contrast(const QColor& one, const QColor& other) {
-    const double a = luminance(one);
-    const double b = luminance(other);
-    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
-}
-
 void inspect_contrast(QWidget* front, std::vector<std::string>& faults) {
     Page page(front, faults);
     for (const auto* widget : front->findChildren<QWidget*>()) {
@@ -161,7 +145,8 @@ void inspect_contrast(QWidget* front, std::vector<std::string>& faults) {
                 for (int column = 0; column < table->model()->columnCount(); ++column) {
                     const QModelIndex cell = table->model()->index(row, column);
                     const QRect seen = table->visualRect(cell);
-                    if (!cell.data().toString().trimmed().isEmpty() && seen.height() > 3 * border)
+                    if (!cell.data().toString().trimmed().isEmpty() &&
+                        table->viewport()->rect().contains(seen))
                         page.check(table->viewport(), seen.adjusted(3, 3, -3, -3), cell.data().toString());
                 }
             }
@@ -191,11 +176,13 @@ void inspect_room(const QWidget* front, std::vector<std::string>& faults) {
         const bool acts = button != nullptr || qobject_cast<const QLineEdit*>(widget) != nullptr ||
                           qobject_cast<const QComboBox*>(widget) != nullptr ||
                           qobject_cast<const QLabel*>(widget) != nullptr;
-        if (acts && !whole.contains(place_of(widget)) && !widget->visibleRegion().isEmpty())
+        const bool scrolled =
+            qobject_cast<const QAbstractScrollArea*>(widget->parentWidget()->parentWidget()) != nullptr;
+        if (acts && !scrolled && !whole.contains(place_of(widget)) && !widget->visibleRegion().isEmpty())
             faults.push_back(name_of(widget) + " hangs over the edge");
-        if (acts && widget->visibleRegion().isEmpty() && !widget->size().isEmpty() &&
-            qobject_cast<const QComboBox*>(widget->parentWidget()) == nullptr)
-            faults.push_back(name_of(widget) + " is covered");
+        if (acts && !scrolled && !widget->size().isEmpty() &&
+            widget->visibleRegion().boundingRect() != widget->rect())
+            faults.push_back(name_of(widget) + " is covered in part");
     }
 }
 

@@ -23,16 +23,11 @@ namespace ui {
 
 namespace {
 
+constexpr double row_height = 40;  // with the guarantor's row the card fills a small screen
+
 QCheckBox* check(const QString& name, const QString& caption) {
     auto* made = new QCheckBox(caption);
     made->setObjectName(name);
-    return made;
-}
-
-// A number such as a telephone's, which is read from the left.
-QLineEdit* digits_field(const QString& name) {
-    QLineEdit* made = moment_field(name);
-    made->setMaxLength(300);
     return made;
 }
 
@@ -57,21 +52,21 @@ Form7ca::Form7ca(QWidget* host, const Context& context)
     head->addWidget(balance_box_);
     body()->addLayout(head);
 
-    auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(px(14));
-    grid->setVerticalSpacing(px(8));
-    for (int column = 0; column < 4; ++column)
-        grid->setColumnStretch(column, 1);
+    FieldGrid grid(4, 8);
     build_person(grid);
     build_account(grid);
-    body()->addLayout(grid);
+    body()->addLayout(grid.layout());
     guarantor_box_ = build_guarantor();
     body()->addWidget(guarantor_box_);
     build_foot();
     connect_parts();
     // The guarantor's row comes and goes; nothing else may grow or shrink with it.
     for (QWidget* field : typed_fields()) {
-        if (qobject_cast<QCheckBox*>(field) == nullptr) field->setFixedHeight(px(40));
+        if (auto* options = qobject_cast<Segments*>(field)) {
+            options->set_height(row_height);
+        } else if (qobject_cast<QCheckBox*>(field) == nullptr) {
+            field->setFixedHeight(px(row_height));
+        }
     }
 }
 
@@ -83,56 +78,38 @@ QList<QWidget*> Form7ca::typed_fields() const {
             guarantor_id_, guarantor_phone_};
 }
 
-void Form7ca::build_person(QGridLayout* grid) {
-    number_ = new AmountField("customer_number");
+void Form7ca::build_person(FieldGrid& grid) {
+    number_ = grid.add("&كود العميل", new AmountField("customer_number"), 0, 0);
     number_->setMaxLength(10);
-    name_ = text_field("customer_name");
-    second_name_ = text_field("customer_second_name");
-    third_name_ = text_field("customer_third_name");
-    phone_ = digits_field("customer_phone");
-    mobile_ = digits_field("customer_mobile");
-    address_ = text_field("customer_address");
-    notes_ = text_field("customer_notes");
-    country_ = choice_list("customer_country");
-    governorate_ = choice_list("customer_governorate");
-    centre_ = choice_list("customer_centre");
-    district_ = choice_list("customer_district");
-    grid->addWidget(captioned("&كود العميل", number_), 0, 0);
-    grid->addWidget(captioned("ا&سم العميل", name_), 0, 1, 1, 3);
-    grid->addWidget(captioned("اسم المسئول", second_name_), 1, 0);
-    grid->addWidget(captioned("الاسم في الإيصالات", third_name_), 1, 1);
-    grid->addWidget(captioned("ال&تليفون", phone_), 1, 2);
-    grid->addWidget(captioned("المو&بايل", mobile_), 1, 3);
-    grid->addWidget(captioned("الع&نوان", address_), 2, 0, 1, 2);
-    grid->addWidget(captioned("ملاح&ظات", notes_), 2, 2, 1, 2);
-    grid->addWidget(captioned("الدولة", country_), 3, 0);
-    grid->addWidget(captioned("المحافظة", governorate_), 3, 1);
-    grid->addWidget(captioned("المركز", centre_), 3, 2);
-    grid->addWidget(captioned("الحي", district_), 3, 3);
+    name_ = grid.add("ا&سم العميل", text_field("customer_name"), 0, 1, 3);
+    second_name_ = grid.add("اسم المسئول", text_field("customer_second_name"), 1, 0);
+    third_name_ = grid.add("الاسم في الإيصالات", text_field("customer_third_name"), 1, 1);
+    phone_ = grid.add("ال&تليفون", digits_field("customer_phone"), 1, 2);
+    mobile_ = grid.add("المو&بايل", digits_field("customer_mobile"), 1, 3);
+    address_ = grid.add("الع&نوان", text_field("customer_address"), 2, 0, 2);
+    notes_ = grid.add("ملاح&ظات", text_field("customer_notes"), 2, 2, 2);
+    country_ = grid.add("الدولة", choice_list("customer_country"), 3, 0);
+    governorate_ = grid.add("المحافظة", choice_list("customer_governorate"), 3, 1);
+    centre_ = grid.add("المركز", choice_list("customer_centre"), 3, 2);
+    district_ = grid.add("الحي", choice_list("customer_district"), 3, 3);
 }
 
-void Form7ca::build_account(QGridLayout* grid) {
-    opening_ = new AmountField("customer_opening");
-    side_ = new Segments("customer_side", {{0, "مدين"}, {1, "دائن"}});
-    representative_ = choice_list("customer_representative");
-    group_ = new AmountField("customer_group");
-    class_search_ = text_field("customer_class_search");
-    class_search_->setPlaceholderText("رقم أو جزء من الاسم");
-    price_class_ = choice_list("customer_class");
+void Form7ca::build_account(FieldGrid& grid) {
+    opening_ = grid.add("الرصيد الافتتاحي", new AmountField("customer_opening"), 4, 0);
+    side_ = grid.add("طبيعة الرصيد", new Segments("customer_side", {{0, "مدين"}, {1, "دائن"}}), 4, 1);
+    representative_ = grid.add("المن&دوب", choice_list("customer_representative"), 4, 2);
+    group_ = grid.add("مجموعة العملاء", new AmountField("customer_group"), 4, 3);
+    class_search_ = grid.add("بحث فئة السعر", text_field("customer_class_search"), 5, 0);
+    set_hint(class_search_, "رقم أو جزء من الاسم");
+    price_class_ = grid.add("&فئة السعر", choice_list("customer_class"), 5, 1);
     second_kind_ = check("customer_second_kind", "عميل نو&ع ثان");
-    unsettled_ = check("customer_unsettled", "ا&ستلام بدون اكمال الحساب");
-    pays_later_ = check("customer_pays_later", "ي&عامل بدون دفع مقدم");
+    unsettled_ = check("customer_unsettled", "است&لام بدون اكمال الحساب");
+    pays_later_ = check("customer_pays_later", "يعامل بدون دفع م&قدم");
     has_guarantor_ = check("customer_has_guarantor", "&ضامن");
-    grid->addWidget(captioned("الرصيد الافتتاحي", opening_), 4, 0);
-    grid->addWidget(captioned("طبيعة الرصيد", side_), 4, 1);
-    grid->addWidget(captioned("المن&دوب", representative_), 4, 2);
-    grid->addWidget(captioned("مجموعة العملاء", group_), 4, 3);
-    grid->addWidget(captioned("بحث فئة السعر", class_search_), 5, 0);
-    grid->addWidget(captioned("&فئة السعر", price_class_), 5, 1);
-    grid->addWidget(second_kind_, 5, 2, Qt::AlignBottom);
-    grid->addWidget(has_guarantor_, 5, 3, Qt::AlignBottom);
-    grid->addWidget(unsettled_, 6, 0, 1, 2);
-    grid->addWidget(pays_later_, 6, 2, 1, 2);
+    grid.layout()->addWidget(second_kind_, 5, 2, Qt::AlignBottom);
+    grid.layout()->addWidget(has_guarantor_, 5, 3, Qt::AlignBottom);
+    grid.layout()->addWidget(unsettled_, 6, 0, 1, 2);
+    grid.layout()->addWidget(pays_later_, 6, 2, 1, 2);
 }
 
 QWidget* Form7ca::build_guarantor() {

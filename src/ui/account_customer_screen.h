@@ -7,13 +7,13 @@
 
 class QCheckBox;
 class QComboBox;
-class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 
 namespace ui {
 
+class FieldGrid;
 class Figure;
 class Segments;
 
@@ -30,8 +30,8 @@ class Form7ca : public Sheet {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    void build_person(QGridLayout* grid);
-    void build_account(QGridLayout* grid);
+    void build_person(FieldGrid& grid);
+    void build_account(FieldGrid& grid);
     QWidget* build_guarantor();
     void build_foot();
     void connect_parts();

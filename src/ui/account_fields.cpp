@@ -2,16 +2,40 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStyle>
 
+#include "ui/fields.h"
 #include "ui/messages.h"
+#include "ui/segments.h"
 #include "ui/style.h"
 #include "ui/text.h"
 
 namespace ui {
+
+FieldGrid::FieldGrid(int columns, double between_rows) : grid_(new QGridLayout) {
+    grid_->setHorizontalSpacing(px(14));
+    grid_->setVerticalSpacing(px(between_rows));
+    for (int column = 0; column < columns; ++column)
+        grid_->setColumnStretch(column, 1);
+}
+
+void FieldGrid::place(const QString& caption, QWidget* field, int row, int column, int columns) {
+    // A group of options keeps its own width; a higher neighbour leaves the captions on one line.
+    const bool group = qobject_cast<Segments*>(field) != nullptr;
+    const auto place =
+        group ? Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignTop : Qt::Alignment(Qt::AlignTop);
+    grid_->addWidget(captioned(caption, field), row, column, 1, columns, place);
+}
+
+QLineEdit* digits_field(const char* name, int longest) {
+    QLineEdit* made = moment_field(name);
+    made->setMaxLength(longest);
+    return made;
+}
 
 void fill_choices(QComboBox* list, const std::vector<accounts::Choice>& choices,
                   std::optional<std::int64_t> chosen) {
@@ -54,8 +78,11 @@ void set_fixed(QWidget* field, bool fixed) {
     auto* list = qobject_cast<QComboBox*>(field);
     if (list != nullptr) line = list->lineEdit();
     if (line != nullptr) line->setReadOnly(fixed);
-    field->setFocusPolicy(fixed ? Qt::NoFocus : line != nullptr ? Qt::WheelFocus : Qt::StrongFocus);
-    for (auto* option : field->findChildren<QAbstractButton*>())
+    // Of a group only its options take the focus.
+    const auto options = field->findChildren<QAbstractButton*>();
+    if (line != nullptr || options.isEmpty())
+        field->setFocusPolicy(fixed ? Qt::NoFocus : line != nullptr ? Qt::WheelFocus : Qt::StrongFocus);
+    for (auto* option : options)
         option->setFocusPolicy(fixed ? Qt::NoFocus : Qt::StrongFocus);
     field->setProperty("fixed", fixed);
     field->style()->unpolish(field);

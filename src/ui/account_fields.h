@@ -1,6 +1,7 @@
 // What the screens of customers and vouchers share: their lists, dates and buttons.
 #pragma once
 
+#include <QString>
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
@@ -12,12 +13,33 @@
 #include "common/prompts.h"
 #include "ui/choices.h"
 
+class QGridLayout;
 class QHBoxLayout;
 class QLineEdit;
 class QPushButton;
 class QWidget;
 
 namespace ui {
+
+// The fields of a card, each under its caption, in columns of one width.
+class FieldGrid {
+  public:
+    FieldGrid(int columns, double between_rows);
+    QGridLayout* layout() const { return grid_; }
+
+    template <typename Field>
+    Field* add(const QString& caption, Field* field, int row, int column, int columns = 1) {
+        place(caption, field, row, column, columns);
+        return field;
+    }
+
+  private:
+    void place(const QString& caption, QWidget* field, int row, int column, int columns);
+    QGridLayout* grid_;
+};
+
+// A field for a number that is read from the left, such as a telephone's.
+QLineEdit* digits_field(const char* name, int longest = 300);
 
 // Replaces the entries; chosen is the one of the code, or none.
 void fill_choices(QComboBox* list, const std::vector<accounts::Choice>& choices,

@@ -18,6 +18,7 @@
 #include "ui/account_fields.h"
 #include "ui/fields.h"
 #include "ui/guard.h"
+#include "ui/printed.h"
 #include "ui/report_of.h"
 #include "ui/statement_model.h"
 #include "ui/style.h"
@@ -78,6 +79,12 @@ Form39::Form39(QWidget* host, const Context& context)
         header->resizeSection(column, px(width));
     header->setSectionResizeMode(StatementModel::description, QHeaderView::Stretch);
     body()->addWidget(table_, 1);
+    row_text_ = label({}, "side");
+    row_text_->setObjectName("statement_row_text");
+    row_text_->setWordWrap(true);
+    body()->addWidget(row_text_);
+    connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& now) { show_row_text(now.row()); });
     empty_ = label("اختار العميل والمدة ثم اضغط عرض", "plain");
     empty_->setObjectName("statement_empty");
     empty_->setAlignment(Qt::AlignCenter);
@@ -103,7 +110,7 @@ QWidget* Form39::build_choices() {
     const auto button = [&](const char* name, const QString& caption, const char* role, auto action) {
         auto* made = new QPushButton(caption);
         made->setObjectName(name);
-        made->setFixedHeight(px(38));
+        made->setFixedHeight(px(field_height));
         made->setAutoDefault(true);
         if (role != nullptr) set_role(made, role);
         connect(made, &QPushButton::clicked, this, action);
@@ -218,6 +225,21 @@ void Form39::repaint_statement() {
         output->setEnabled(shown);
 }
 
+// What the columns have no room for, in full.
+void Form39::show_row_text(int row) {
+    QStringList texts;
+    for (int column = StatementModel::description; column < model_->columnCount() && row >= 0; ++column) {
+        const QString text = model_->index(row, column).data().toString();
+        if (table_->fontMetrics().horizontalAdvance(text) > table_->columnWidth(column) - px(18))
+            texts << model_->headerData(column, Qt::Horizontal, Qt::DisplayRole)
+                             .toString()
+                             .remove(QChar(0x640)) +
+                         ": " + text;
+    }
+    row_text_->setText(texts.join("\n"));
+    row_text_->setVisible(!texts.isEmpty());
+}
+
 void Form39::check_arrears() {
     if (Sheet::top_of(window()) != this || !read_fields()) return;
     guarded(context_.outside, "Arrears", [&] { logic_.check_arrears(); });
@@ -227,7 +249,7 @@ void Form39::check_arrears() {
 void Form39::print() {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.outside, "PrintAccount", [&] {
-        if (context_.reports.print(paper_)) note_->setText("تمت الطباعة");
+        if (context_.reports.print(paper_)) note_->setText(printed_text(context_));
     });
 }
 

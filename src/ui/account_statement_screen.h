@@ -42,6 +42,7 @@ class Form39 : public Sheet {
     void keep_shown();
     void repaint_statement();
     void check_arrears();
+    void show_row_text(int row);
     void print();
     void preview();
     enum class Form { csv, pdf };
@@ -62,6 +63,7 @@ class Form39 : public Sheet {
     QTableView* table_;
     QLabel* empty_;
     QLabel* note_;
+    QLabel* row_text_;
     QList<QPushButton*> outputs_;
 };
 

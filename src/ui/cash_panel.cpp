@@ -11,6 +11,7 @@
 #include "cash/messages.h"
 #include "common/date_time.h"
 #include "common/numbers.h"
+#include "ui/account_fields.h"
 #include "ui/choices.h"
 #include "ui/fields.h"
 #include "ui/guard.h"
@@ -19,6 +20,12 @@
 #include "ui/text.h"
 
 namespace ui {
+
+namespace {
+
+constexpr double figure_width = 150;  // room for the largest, so that the decimals line up
+
+}  // namespace
 
 CashPanel::CashPanel(const Context& context, QWidget* parent)
     : QWidget(parent), context_(context), logic_(context.connection, context.session, context.outside) {
@@ -35,13 +42,13 @@ CashPanel::CashPanel(const Context& context, QWidget* parent)
     difference_box_ = new QFrame;
     set_role(difference_box_, "change");
     auto* inside = new QHBoxLayout(difference_box_);
-    inside->setContentsMargins(0, px(6), px(14), px(6));
+    inside->setContentsMargins(0, px(4), px(14), px(4));
     difference_caption_ = label("الفرق", "plain");
     difference_caption_->setObjectName("cash_difference_caption");
     inside->addWidget(difference_caption_);
     inside->addStretch(1);
     difference_ = new Figure("cash_difference", "total");
-    difference_->setMinimumWidth(px(100));
+    difference_->setMinimumWidth(px(figure_width));
     inside->addWidget(difference_);
     column->addWidget(difference_box_);
     position_ = add_figure("cash_position", "رصيد الخزينة");
@@ -54,11 +61,14 @@ CashPanel::CashPanel(const Context& context, QWidget* parent)
     column->addWidget(note_);
     auto* confirm = new QPushButton("ت&سجيل الجرد");
     confirm->setObjectName("cash_confirm");
-    confirm->setMinimumHeight(px(46));
+    confirm->setMinimumHeight(px(48));
     confirm->setAutoDefault(true);
     set_role(confirm, "main");
     confirm_ = confirm;
-    column->addWidget(confirm);
+    foot_ = new QHBoxLayout;
+    foot_->setSpacing(px(10));
+    foot_->addWidget(confirm, 2);
+    column->addLayout(foot_);
 
     connect(counted_, &QLineEdit::textEdited, this, [this] { show_difference(); });
     connect(counted_, &QLineEdit::returnPressed, confirm_, qOverload<>(&QWidget::setFocus));
@@ -70,8 +80,6 @@ void CashPanel::build_fields() {
     drawer_ = choice_list("cash_drawer");
     day_ = moment_field("cash_day");
     expected_ = new Figure("cash_expected", "total");
-    for (QWidget* field : std::initializer_list<QWidget*>{day_, expected_})
-        field->setFixedHeight(px(48));
     for (QComboBox* list : {store_, drawer_})
         list->setMinimumContentsLength(6);
     auto* grid = new QGridLayout;
@@ -106,7 +114,8 @@ QLabel* CashPanel::add_figure(const char* name, const QString& caption) {
     row->addWidget(label(caption, "side"));
     row->addStretch(1);
     auto* figure = new Figure(name, "figure");
-    figure->setMinimumWidth(px(100));  // the decimals line up
+    figure->setMinimumWidth(px(figure_width));
+    figure->setFixedHeight(px(30));
     row->addWidget(figure);
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
     return figure;
@@ -194,11 +203,7 @@ CashCountSheet::CashCountSheet(QWidget* host, const Context& context) : Sheet(ho
     set_card_width(520);
     panel_ = new CashPanel(context);
     body()->addWidget(panel_);
-    auto* back = new QPushButton("&رجوع");
-    back->setObjectName("cash_count_back");
-    back->setAutoDefault(true);
-    connect(back, &QPushButton::clicked, this, [this] { leave(0); });
-    body()->addWidget(back);
+    foot_button(panel_->foot(), "cash_count_back", "&رجوع", 1, [this] { leave(0); });
 }
 
 void CashCountSheet::take_focus() {

@@ -8,6 +8,7 @@
 
 class QComboBox;
 class QFrame;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 
@@ -25,6 +26,8 @@ class CashPanel : public QWidget {
     // Computes the panel again, keeping what is chosen.
     void refresh();
     QWidget* first_field();
+    // The row of buttons at the foot, for one more.
+    QHBoxLayout* foot() { return foot_; }
 
   private:
     QLabel* add_figure(const char* name, const QString& caption);
@@ -50,6 +53,7 @@ class CashPanel : public QWidget {
     QLabel* discounts_;
     QLabel* note_;
     QWidget* confirm_;
+    QHBoxLayout* foot_;
 };
 
 // The panel on a sheet of its own.

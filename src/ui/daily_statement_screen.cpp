@@ -18,6 +18,7 @@
 #include "ui/guard.h"
 #include "ui/list_table.h"
 #include "ui/messages.h"
+#include "ui/printed.h"
 #include "ui/report_of.h"
 #include "ui/segments.h"
 #include "ui/statement_ledgers.h"
@@ -45,6 +46,7 @@ DailyStatementScreen::DailyStatementScreen(QWidget* host, const Context& context
     body()->addWidget(statement_);
     body()->addWidget(summary_);
     body()->addWidget(build_journal_bar());
+    body()->addWidget(note_);
     QStringList headings;
     for (const auto heading : cash::journal_headings)
         headings << qt(heading);
@@ -52,6 +54,11 @@ DailyStatementScreen::DailyStatementScreen(QWidget* host, const Context& context
     // A long note takes no other column's room.
     journal_->horizontalHeader()->setSectionResizeMode(7, QHeaderView::Stretch);
     body()->addWidget(journal_, 1);
+    row_note_ = label({}, "side");
+    row_note_->setObjectName("journal_note");
+    row_note_->setWordWrap(true);
+    body()->addWidget(row_note_);
+    connect(journal_, &QTableWidget::currentCellChanged, this, [this](int row) { show_row_note(row); });
 
     connect(statement_, &FigureLedger::opened, this, &DailyStatementScreen::open_figure);
     for (FigureLedger* ledger : {statement_, summary_}) {
@@ -70,13 +77,10 @@ QWidget* DailyStatementScreen::build_choices() {
     row->setSpacing(px(12));
     row->addWidget(label("كشف الخزينة", "title"), 0, Qt::AlignBottom);
     row->addSpacing(px(8));
-    constexpr double tall = 46;
     store_ = choice_list("statement_store");
     drawer_ = choice_list("statement_drawer");
     date_ = moment_field("statement_date");
     date_->setFixedWidth(px(130));
-    for (QWidget* field : std::initializer_list<QWidget*>{store_, drawer_, date_})
-        field->setFixedHeight(px(tall));
     date_->setToolTip("↑ اليوم التالي   ↓ اليوم السابق");  // up: the next day, down: the day before
     date_->installEventFilter(this);
     row->addWidget(captioned("ال&مخزن", store_), 3);
@@ -84,13 +88,12 @@ QWidget* DailyStatementScreen::build_choices() {
     row->addWidget(captioned("ال&تاريخ", date_));
     auto* show = new QPushButton("&عرض");
     show->setObjectName("statement_show");
-    show->setFixedHeight(px(tall));
+    show->setFixedHeight(px(field_height));
     set_role(show, "main");
     row->addWidget(show, 0, Qt::AlignBottom);
     view_ = new Segments("statement_view", {{0, "الكشف"}, {1, qt(cash::DailyStatement::summary_switch)}});
     view_->show_chosen(0);
-    for (QPushButton* option : view_->findChildren<QPushButton*>())
-        option->setMinimumHeight(px(tall) - px(2));
+    view_->set_height(field_height);
     row->addWidget(view_, 0, Qt::AlignBottom);
 
     // Whatever is chosen by key or mouse, and a name typed in full.
@@ -133,7 +136,7 @@ QWidget* DailyStatementScreen::build_journal_bar() {
     row->addStretch(1);
     note_ = label({}, "side");
     note_->setObjectName("statement_note");
-    row->addWidget(note_);
+    note_->hide();
     const auto button = [&](const char* name, const QString& caption, const char* role, auto action) {
         auto* made = new QPushButton(caption);
         made->setObjectName(name);
@@ -144,7 +147,7 @@ QWidget* DailyStatementScreen::build_journal_bar() {
         row->addWidget(made);
     };
     button("statement_print", "&طباعة", "main", [this] { print(); });
-    button("statement_preview", "م&عاينة", nullptr, [this] { preview(); });
+    button("statement_preview", "معاي&نة", nullptr, [this] { preview(); });
     button("statement_back", "&رجوع", nullptr, [this] { leave(0); });
     connect(filter_, &Segments::chosen, this, [this](int filter) {
         guarded(context_.outside, "Journal", [&] {
@@ -233,7 +236,7 @@ void DailyStatementScreen::show_figures() {
         summary_->show_figure(static_cast<int>(column), qt(cells[column]));
     statement_->align_figures();
     summary_->align_figures();
-    note_->clear();
+    note_->hide();
 }
 
 void DailyStatementScreen::show_journal() {
@@ -248,8 +251,23 @@ void DailyStatementScreen::show_journal() {
             texts[column].prepend("\u200e");
         rows.push_back(std::move(texts));
     }
+    journal_->say_when_empty(logic_.filter() == cash::JournalFilter::all
+                                 ? "لا توجد فواتير في هذا اليوم · اختار يوما آخر أو خزينة أخرى"
+                                 : "لا توجد فواتير من هذا النوع في هذا اليوم · اختار الكل");
     journal_->show_rows(rows);
     count_->setText("عدد الفواتير " + QString::number(rows.size()));
+    show_row_note(journal_->currentRow());
+}
+
+// The column has room for the first words of a note only. The line keeps its place while some row has one.
+void DailyStatementScreen::show_row_note(int row) {
+    const auto& rows = logic_.journal();
+    const auto has_note = [](const cash::JournalRow& entry) { return !entry.note.empty(); };
+    row_note_->setVisible(std::any_of(rows.begin(), rows.end(), has_note));
+    const bool noted = row >= 0 && static_cast<std::size_t>(row) < rows.size() &&
+                       has_note(rows[static_cast<std::size_t>(row)]);
+    row_note_->setText(noted ? "ملاحظات: " + qt(rows[static_cast<std::size_t>(row)].note)
+                             : QString("لا توجد ملاحظات على هذا السطر"));
 }
 
 void DailyStatementScreen::open_figure(int figure) {
@@ -262,7 +280,8 @@ void DailyStatementScreen::open_figure(int figure) {
 void DailyStatementScreen::print() {
     guarded(context_.outside, "PrintDayReport", [&] {
         const bool printed = context_.reports.print(report_of(logic_.print_report(), context_.session));
-        note_->setText(printed ? "تمت الطباعة" : "");  // printed
+        note_->setText(printed ? printed_text(context_) : QString());
+        note_->setVisible(printed);
     });
 }
 

@@ -48,6 +48,7 @@ class DailyStatementScreen : public Sheet {
     void show_choices();
     void show_figures();
     void show_journal();
+    void show_row_note(int row);
     void open_figure(int figure);
     void print();
     void preview();
@@ -69,6 +70,7 @@ class DailyStatementScreen : public Sheet {
     Segments* filter_;
     QLabel* count_;
     QLabel* note_;
+    QLabel* row_note_;
     ListTable* journal_;
 };
 

@@ -60,7 +60,7 @@ EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
     row->addWidget(search);
 
     recalled_ = text_field("entry_for_recalled");
-    recalled_->setPlaceholderText("إضافة صنف إلى الفاتورة المستدعاة");
+    set_hint(recalled_, "إضافة صنف إلى الفاتورة المستدعاة");
     recalled_->hide();
     column->addWidget(recalled_);
 

@@ -10,9 +10,39 @@
 
 #include "ui/colours.h"
 #include "ui/key_queue.h"
+#include "ui/segments.h"
 #include "ui/style.h"
 
 namespace ui {
+
+namespace {
+
+constexpr auto hint_property = "hint";
+
+// A field of text or of a moment, with its hint.
+class PlainField : public QLineEdit {
+  public:
+    using QLineEdit::QLineEdit;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        QLineEdit::paintEvent(event);
+        const QString hint = property(hint_property).toString();
+        if (!text().isEmpty() || hint.isEmpty()) return;
+        QPainter painter(this);
+        painter.setPen(QColor(colour::hint));
+        painter.drawText(rect().adjusted(px(14), 0, -px(18), 0),
+                         Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter, hint);
+    }
+};
+
+}  // namespace
+
+void set_hint(QLineEdit* field, const QString& text) {
+    field->setProperty(hint_property, text);
+    field->setAccessibleDescription(text);
+    field->update();
+}
 
 AmountField::AmountField(const QString& name, QWidget* parent) : QLineEdit(parent) {
     setObjectName(name);
@@ -23,6 +53,11 @@ AmountField::AmountField(const QString& name, QWidget* parent) : QLineEdit(paren
     static const QRegularExpression amount(
         R"([0-9\x{0660}-\x{0669}\x{06F0}-\x{06F9}]*[.,\x{066B}]?[0-9\x{0660}-\x{0669}\x{06F0}-\x{06F9}]*)");
     setValidator(new QRegularExpressionValidator(amount, this));
+}
+
+QSize AmountField::sizeHint() const {
+    constexpr double wide = 140;
+    return {px(wide), QLineEdit::sizeHint().height()};
 }
 
 void AmountField::focusInEvent(QFocusEvent* event) {
@@ -46,6 +81,20 @@ Figure::Figure(const QString& name, const char* role, QWidget* parent) : QLabel(
     set_role(this, role);
 }
 
+void show_fitted(QLabel* figure, const QString& text, double largest) {
+    constexpr double smallest = 16;
+    QFont font = figure->font();
+    font.setBold(true);
+    int pixels = px(largest);
+    for (; pixels > px(smallest); --pixels) {
+        font.setPixelSize(pixels);
+        if (QFontMetrics(font).horizontalAdvance(text) <= figure->contentsRect().width()) break;
+    }
+    const QString dress = pixels == px(largest) ? QString() : QString("font-size: %1px;").arg(pixels);
+    if (figure->styleSheet() != dress) figure->setStyleSheet(dress);
+    figure->setText(text);
+}
+
 QLabel* label(const QString& text, const char* role, QWidget* parent) {
     auto* made = new QLabel(text, parent);
     made->setTextFormat(Qt::PlainText);
@@ -61,6 +110,15 @@ QFrame* rule() {
 }
 
 QWidget* captioned(const QString& caption, QWidget* field, QWidget* parent) {
+    // A field that is to stand out has a height of its own.
+    if (auto* options = qobject_cast<Segments*>(field)) {
+        options->set_height(field_height);
+    } else if (qobject_cast<QLabel*>(field) != nullptr) {
+        field->setMinimumHeight(px(field_height));
+    } else if (field->property("role") != "large" && field->minimumHeight() != field->maximumHeight() &&
+               (qobject_cast<QLineEdit*>(field) != nullptr || qobject_cast<QComboBox*>(field) != nullptr)) {
+        field->setFixedHeight(px(field_height));
+    }
     auto* pair = new QWidget(parent);
     auto* column = new QVBoxLayout(pair);
     column->setContentsMargins(0, 0, 0, 0);
@@ -81,14 +139,14 @@ void begin_right(QLineEdit* field) {
 }
 
 QLineEdit* text_field(const QString& name, QWidget* parent) {
-    auto* field = new QLineEdit(parent);
+    auto* field = new PlainField(parent);
     field->setObjectName(name);
     begin_right(field);
     return field;
 }
 
 QLineEdit* moment_field(const QString& name, QWidget* parent) {
-    auto* field = new QLineEdit(parent);
+    auto* field = new PlainField(parent);
     field->setObjectName(name);
     field->setLayoutDirection(Qt::LeftToRight);
     field->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -105,6 +163,7 @@ class ChoiceList : public QComboBox {
   protected:
     void paintEvent(QPaintEvent* event) override {
         QComboBox::paintEvent(event);
+        if (property("fixed").toBool()) return;  // nothing to choose
         // The arrow, which a style sheet can only draw from a picture file.
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);

@@ -9,6 +9,9 @@ class QComboBox;
 
 namespace ui {
 
+// How high a field stands, in pixels of the 1366×768 screen; a button on the same line is as high.
+inline constexpr double field_height = 46;
+
 // The key that does what a button does, for a button that Tab passes by; a dynamic property.
 inline constexpr auto key_property = "key";
 // What a table says, in its middle, while it has no row; a dynamic property.
@@ -20,6 +23,9 @@ class AmountField : public QLineEdit {
     Q_OBJECT
   public:
     explicit AmountField(const QString& name, QWidget* parent = nullptr);
+    // As wide as an amount and no wider, whatever the size of its letters: columns keep their widths.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return {sizeHint().width() / 2, sizeHint().height()}; }
 
   signals:
     void escaped();
@@ -35,7 +41,10 @@ class Figure : public QLabel {
     Figure(const QString& name, const char* role, QWidget* parent = nullptr);
 };
 
-// A caption above a field; the caption's mnemonic leads to the field.
+// Shows a figure in letters of that size, or smaller when it would not fit the label otherwise.
+void show_fitted(QLabel* figure, const QString& text, double largest);
+
+// A caption above a field, which gets the height of all fields; the caption's mnemonic leads to the field.
 QWidget* captioned(const QString& caption, QWidget* field, QWidget* parent = nullptr);
 
 QLabel* label(const QString& text, const char* role, QWidget* parent = nullptr);
@@ -46,6 +55,8 @@ QFrame* rule();
 QLineEdit* text_field(const QString& name, QWidget* parent = nullptr);
 // A field for a date or time, "yyyy/mm/dd" or "HH:mm:ss", which stands as a figure does.
 QLineEdit* moment_field(const QString& name, QWidget* parent = nullptr);
+// What an empty field says of itself; unlike a placeholder it is written dark enough to be read.
+void set_hint(QLineEdit* field, const QString& text);
 // Lets an existing field begin at the right.
 void begin_right(QLineEdit* field);
 

@@ -163,6 +163,7 @@ FigureLedger::FigureLedger(const QString& name, const std::vector<LedgerColumn>&
                 stack->addWidget(cell);
                 const std::size_t at = columns_[column].size();
                 columns_[column].push_back({entry.id, cell});
+                if (current_ == nullptr && entry.kind != FigureCell::Kind::carried) make_current(cell);
                 connect(cell, &FigureCell::walk, this,
                         [this, column, at](int key) { walk(column, at, key); });
                 connect(cell, &FigureCell::focused, this, [this, cell] { make_current(cell); });

@@ -24,6 +24,7 @@ FigureRowsSheet::FigureRowsSheet(QWidget* host, const QString& caption, const ca
         texts.push_back({qt(row.kind), qt(row.number), "\u200e" + qt(row.moment), qt(row.party),
                          "\u200e" + qt(common::format_amount(row.amount))});
     }
+    table_->say_when_empty("لا توجد حركات في هذا البند");
     table_->show_rows(texts);
     body()->addWidget(table_);
 

@@ -74,6 +74,11 @@ void InvoiceBanner::show_state(const sales::SalesScreen& screen) {
         dress_as("#fdf6da", colour::sale_bar);
         text = QString("من عرض السعر رقم %1").arg(screen.loaded_offer());
     }
+    if (!screen.invoice().lines.empty()) notice_.clear();
+    if (text.isEmpty() && !notice_.isEmpty()) {
+        dress_as("#e3effa", colour::focus);
+        text = notice_;
+    }
     text_->setText(text);
     reprint_->setVisible(saved || screen.partly_saved());
     return_->setVisible(saved && !recalled->invoice.is_return() && !screen.partly_saved());

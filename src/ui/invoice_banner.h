@@ -19,6 +19,8 @@ class InvoiceBanner : public QFrame {
     explicit InvoiceBanner(QWidget* parent = nullptr);
     // Shows itself, or nothing for an ordinary invoice.
     void show_state(const sales::SalesScreen& screen);
+    // What stands there until the next line is entered, when the invoice has nothing to say of itself.
+    void notice(const QString& text) { notice_ = text; }
 
   signals:
     void reprint_clicked();
@@ -29,6 +31,7 @@ class InvoiceBanner : public QFrame {
     void dress_as(const char* ground, const char* edge);
 
     QLabel* text_;
+    QString notice_;
     QPushButton* reprint_;
     QPushButton* return_;
 };

@@ -25,6 +25,15 @@ void KeyStrip::resizeEvent(QResizeEvent* event) {
     arrange();
 }
 
+// As many keys on each row as on the others, the first rows taking what is over.
+std::vector<std::vector<KeyButton*>> KeyStrip::even_rows(std::size_t count) const {
+    std::vector<std::vector<KeyButton*>> rows(count);
+    const std::size_t each = (keys_.size() + count - 1) / count;
+    for (std::size_t at = 0; at < keys_.size(); ++at)
+        rows[at / each].push_back(keys_[at]);
+    return rows;
+}
+
 void KeyStrip::arrange() {
     const int side = px(12);
     const int gap = px(6);
@@ -40,15 +49,16 @@ void KeyStrip::arrange() {
         used += wide + gap;
     }
     const bool single = rows.size() == 1;
+    if (!single) rows = even_rows(rows.size());
     const int tall = px(single ? 48 : 38);
     int top = px(8);
     for (const auto& row : rows) {
         int natural = -gap;
         for (const KeyButton* key : row)
             natural += key->sizeHint().width() + gap;
-        // A nearly full row is spread over the whole width.
+        // A row is spread over the whole width, unless it is far too short for it.
         const int spare = width() - 2 * side - natural;
-        const int more = spare > 0 && spare < width() / 4 ? spare / static_cast<int>(row.size()) : 0;
+        const int more = spare > 0 && spare < width() / 2 ? spare / static_cast<int>(row.size()) : 0;
         int right = width() - side;
         for (KeyButton* key : row) {
             const int wide = key->sizeHint().width() + more;

@@ -21,6 +21,7 @@ class KeyStrip : public QWidget {
 
   private:
     void arrange();
+    std::vector<std::vector<KeyButton*>> even_rows(std::size_t count) const;
     std::vector<KeyButton*> keys_;
 };
 

@@ -94,6 +94,7 @@ QWidget* KindBar::number_box() {
     recall_->setAccessibleName("استدعاء بون محفوظ");
     recall_->setToolTip("استدعاء بون محفوظ برقمه");
     recall_->setFocusPolicy(Qt::ClickFocus);
+    recall_->setProperty(key_property, "Ctrl R");
     recall_->setFixedHeight(px(36));
     recall_->setStyleSheet(
         QString("QPushButton { font-size: %1px; padding: 0 %2px; }").arg(px(14)).arg(px(8)));

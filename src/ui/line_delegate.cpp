@@ -24,7 +24,24 @@ qsizetype fitting(const QString& text, const QFontMetrics& metrics, int width) {
     return taken < 0 ? text.size() : taken;
 }
 
+constexpr double smallest = 9;  // pixels of the 1366×768 screen
+constexpr double before = 4;    // blank beside a figure
+constexpr double behind = 10;
+
+QFont fitted(QFont font, const QString& text, int width) {
+    while (font.pixelSize() > px(smallest) && QFontMetrics(font).horizontalAdvance(text) > width)
+        font.setPixelSize(font.pixelSize() - 1);
+    return font;
+}
+
 }  // namespace
+
+QSize LineDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    QFont font = option.font;
+    font.setPixelSize(px(smallest));
+    return {QFontMetrics(font).horizontalAdvance(index.data().toString()) + px(before) + px(behind),
+            option.fontMetrics.height()};
+}
 
 void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
@@ -41,7 +58,7 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                       ground_.darker(108));
     const int column = LineModel::source_column(index.column());
     const QString text = index.data(Qt::DisplayRole).toString();
-    const QRect place = option.rect.adjusted(px(4), 0, -px(10), 0);
+    const QRect place = option.rect.adjusted(px(before), 0, -px(behind), 0);
     const int right = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter;
     const bool narrow = view != nullptr && view->width() < px(880);
     const double size = narrow ? 15 : 17;
@@ -72,6 +89,9 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
             draw(middle, text.mid(first).trimmed());
         }
     } else {
+        // No digit is ever cut off: what is too long is written smaller.
+        font = fitted(font, text, place.width());
+        painter->setFont(font);
         painter->setLayoutDirection(Qt::LeftToRight);
         painter->drawText(place, right | Qt::TextSingleLine, text);
     }

@@ -9,6 +9,9 @@ namespace ui {
 class LineDelegate : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
+    // What a figure needs at its smallest.
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
     void set_ground(const QColor& ground) { ground_ = ground; }
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;

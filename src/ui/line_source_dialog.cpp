@@ -69,6 +69,7 @@ LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales:
 
     table_ = new ListTable("source_stores", {"كود", "المخزن", "الرصيد"}, 1);
     table_->setMinimumHeight(px(220));
+    table_->say_when_empty("لا يوجد مخزن آخر");
     body()->addWidget(table_, 1);
 
     auto* buttons = new QHBoxLayout;

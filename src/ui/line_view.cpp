@@ -5,9 +5,11 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QStyle>
 #include <array>
 
 #include "sales/invoice.h"
+#include "ui/colours.h"
 #include "ui/fields.h"
 #include "ui/key_queue.h"
 #include "ui/line_delegate.h"
@@ -24,9 +26,11 @@ bool can_be_edited(int source) {
     return source >= column::quantity && source <= column::discount_percent;
 }
 
+constexpr auto empty_text = "اكتب كود الصنف أو مرر الباركود · Ctrl F للبحث بالاسم";
+
 // Widths of the shown columns on a wide and on a narrow screen; the name takes what is left.
 constexpr std::array<int, LineModel::shown_count> wide = {36, 68, 0, 128, 82, 84, 74, 74, 92, 80};
-constexpr std::array<int, LineModel::shown_count> narrow = {30, 56, 0, 70, 66, 66, 62, 62, 72, 66};
+constexpr std::array<int, LineModel::shown_count> narrow = {32, 58, 0, 0, 68, 70, 74, 74, 78, 70};
 
 }  // namespace
 
@@ -50,6 +54,14 @@ LineView::LineView(LineModel* model, QWidget* parent) : QTableView(parent) {
     horizontalHeader()->setMinimumSectionSize(px(20));
     horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setSectionResizeMode(2, QHeaderView::Stretch);
+    setProperty(empty_property, empty_text);
+    // Tab passes by a grid without lines.
+    const auto follow = [this] {
+        setFocusPolicy(this->model()->rowCount() > 0 ? Qt::StrongFocus : Qt::ClickFocus);
+    };
+    connect(model, &QAbstractItemModel::rowsInserted, this, follow);
+    connect(model, &QAbstractItemModel::rowsRemoved, this, follow);
+    follow();
 }
 
 void LineView::set_ground(const QColor& ground) {
@@ -59,7 +71,13 @@ void LineView::set_ground(const QColor& ground) {
 }
 
 void LineView::paintEvent(QPaintEvent* event) {
-    QPainter(viewport()).fillRect(event->rect(), ground_);
+    QPainter painter(viewport());
+    painter.fillRect(event->rect(), ground_);
+    if (model()->rowCount() == 0) {
+        painter.setPen(QColor(colour::quiet));
+        painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, empty_text);
+    }
+    painter.end();
     QTableView::paintEvent(event);
 }
 
@@ -68,6 +86,8 @@ void LineView::set_widths() {
     for (int at = 0; at < LineModel::shown_count; ++at) {
         if (at != 2) setColumnWidth(at, px(widths[static_cast<std::size_t>(at)]));
     }
+    // On a narrow screen the name needs the place more than the group, which the search shows as well.
+    setColumnHidden(LineModel::shown_column(column::group), width() < px(880));
 }
 
 void LineView::show_current(int row) {
@@ -95,6 +115,7 @@ void LineView::open_cell(int row, int source, const QString& value) {
     edited_row_ = row;
     edited_column_ = source;
     field_->show();
+    setTabOrder(this, field_);  // from the cell Tab leads on as from the grid
     field_->setFocus();
     field_->selectAll();
 }
@@ -152,6 +173,24 @@ void LineView::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QTableView::keyPressEvent(event);
+}
+
+// The frame around the grid shows the focus, besides the cell.
+void LineView::focusInEvent(QFocusEvent* event) {
+    QTableView::focusInEvent(event);
+    light_frame(true);
+}
+
+void LineView::focusOutEvent(QFocusEvent* event) {
+    QTableView::focusOutEvent(event);
+    light_frame(false);
+}
+
+void LineView::light_frame(bool lit) {
+    QWidget* frame = parentWidget();
+    frame->setProperty("lit", lit);
+    frame->style()->unpolish(frame);
+    frame->style()->polish(frame);
 }
 
 void LineView::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -18,6 +18,8 @@ namespace ui {
 
 namespace {
 
+constexpr QChar word_joiner(0x2060);
+
 // A disc with the sign of the box; nothing where the box has no icon.
 QPixmap picture_of(common::Icon icon, double ratio) {
     const int size = px(52);
@@ -72,7 +74,8 @@ MessageBox::MessageBox(QWidget* host, const QString& text, common::Icon icon, Bu
         shown->setPixmap(picture);
         row->addWidget(shown, 0, Qt::AlignTop);
     }
-    auto* said = new QLabel(text.trimmed());
+    // A file's name is not broken at its hyphens; a path still is, after its slashes.
+    auto* said = new QLabel(text.trimmed().replace("-", QString(word_joiner) + '-' + word_joiner));
     said->setObjectName("message_text");
     said->setTextFormat(Qt::PlainText);
     said->setWordWrap(true);

@@ -41,6 +41,11 @@ inline constexpr std::string_view enter_counted = "ادخل الرصيد الف�
 inline constexpr std::string_view test_sent = "تم إرسال صفحة التجربة إلى المنفذ ";
 inline constexpr std::string_view test_failed = "الطابعة لا تستجيب على المنفذ ";
 
+// "Printed."
+inline constexpr std::string_view printed = "تمت الطباعة";
+// "There is no printer; kept in the file …"
+inline constexpr std::string_view kept_instead = "لا توجد طابعة .. تم الحفظ في الملف ";
+
 // "The receipt was saved under number …" / ", shall it be printed?"
 inline constexpr std::string_view direct_receipt_saved = "تم حفظ إيصال القبض رقم ";
 inline constexpr std::string_view print_it = " .. هل تريد طباعته ؟";

@@ -37,7 +37,10 @@ Screens neighbours(const Context& context) {
     Screens screens;
     screens.add({"f8", "ال&ورديات", Qt::Key_F8, false, "F8", [context](QWidget* host) {
                      shift2s screen(host, context);
-                     if (screen.open()) screen.run();
+                     if (!screen.open()) return;
+                     screen.run();
+                     auto* sales = qobject_cast<Form31*>(host);
+                     if (sales != nullptr && !screen.closing().isEmpty()) sales->notice(screen.closing());
                  }});
     screens.add({"f9", "ك&شف الخزينة", Qt::Key_F9, false, "F9", [context](QWidget* host) {
                      DailyStatementScreen screen(host, context);

@@ -15,6 +15,7 @@
 #include "ui/fields.h"
 #include "ui/guard.h"
 #include "ui/list_table.h"
+#include "ui/printed.h"
 #include "ui/sales_screen.h"
 #include "ui/style.h"
 #include "ui/text.h"
@@ -26,7 +27,7 @@ namespace {
 void print_offer(const Context& context, std::int64_t number) {
     guarded(context.outside, "PrintOffer", [&] {
         const auto report = sales::quotation(context.connection, context.session, number);
-        if (report) context.reports.print(*report);
+        if (report && context.reports.print(*report)) say_where_kept(context);
     });
 }
 
@@ -49,7 +50,7 @@ OffersScreen::OffersScreen(QWidget* host, const Context& context, sales::SalesSc
     customer_ = text_field("offers_customer");
     number_ = new AmountField("offers_number");
     date_ = moment_field("offers_date");
-    date_->setPlaceholderText("2026/12/31");
+    set_hint(date_, "مثل 2026/12/31");
     auto* filters = new QHBoxLayout;
     filters->setSpacing(px(10));
     filters->addWidget(captioned("اسم ال&عميل", customer_), 3);
@@ -99,6 +100,10 @@ void OffersScreen::search() {
         texts.push_back({"\u200e" + QString::number(row.number), qt(row.customer),
                          "\u200e" + qt(common::date_text(row.date))});
     }
+    const bool filtered =
+        !customer_->text().isEmpty() || !number_->text().isEmpty() || !date_->text().isEmpty();
+    table_->say_when_empty(filtered ? "لا يوجد عرض سعر بهذه البيانات"
+                                    : "لا توجد عروض أسعار · يحفظ البون كعرض سعر بالمفتاحين Ctrl S");
     table_->show_rows(texts);
 }
 

@@ -22,13 +22,13 @@ PaperSheet::PaperSheet(QWidget* host, const QString& title, const QImage& paper)
     area_->setObjectName("paper_area");
     area_->setWidget(picture);
     area_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-    area_->setStyleSheet("QScrollArea { border: none; background: #c9d1d8; }");
+    set_role(area_, "paper");
     area_->setFixedWidth(px(paper.width()) + px(32));
     area_->setMinimumHeight(std::min(picture->pixmap().height() + px(8), host->window()->height() - px(220)));
     body()->addWidget(area_, 1);
     auto* back = new QPushButton("ر&جوع");
     back->setObjectName("paper_back");
-    back->setMinimumHeight(px(46));
+    back->setMinimumHeight(px(48));
     connect(back, &QPushButton::clicked, this, [this] { leave(0); });
     body()->addWidget(back);
 }

@@ -66,7 +66,7 @@ PartyBar::PartyBar(QWidget* parent) : QWidget(parent) {
     QWidget* account = page({{"العميل", customer_}});
     auto* row = static_cast<QHBoxLayout*>(account->layout());
     permit_number_->setAccessibleName("رقم الإذن");
-    permit_number_->setPlaceholderText("رقم الإذن");
+    set_hint(permit_number_, "رقم الإذن");
     permit_number_->setMaximumWidth(px(180));
     row->addWidget(permit_);
     row->addWidget(permit_number_);

@@ -26,7 +26,7 @@ PeopleList::PeopleList(QWidget* host, const QString& name, const QString& title,
                        int stretch, std::function<std::vector<Person>()> load)
     : Sheet(host, title), load_(std::move(load)), name_(name) {
     search_ = text_field(name + "_search");
-    search_->setPlaceholderText("كود أو جزء من الاسم");
+    set_hint(search_, "كود أو جزء من الاسم");
     body()->addWidget(captioned("&بحث", search_));
     list_ = new ListTable(name + "_list", headings, stretch);
     list_->setMinimumHeight(px(340));
@@ -79,6 +79,8 @@ void PeopleList::narrow() {
         shown_.push_back(person.code);
         rows.push_back(person.cells);
     }
+    list_->say_when_empty(people_.empty() ? "القائمة فارغة · أضف أول اسم بالزر أسفلها"
+                                          : "لا يوجد ما يطابق البحث · اكتب جزءا أقصر من الاسم");
     list_->show_rows(rows);
     QString said = found == 0 ? QString("لا يوجد ما يطابق البحث") : "العدد " + QString::number(found);
     if (people_.empty()) said = "القائمة فارغة";

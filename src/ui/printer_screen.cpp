@@ -18,6 +18,7 @@
 #include "ui/list_table.h"
 #include "ui/messages.h"
 #include "ui/paper_sheet.h"
+#include "ui/printed.h"
 #include "ui/style.h"
 #include "ui/text.h"
 
@@ -103,7 +104,7 @@ void PrinterScreen::show_ports() {
         for (int row = 0; row < table->rowCount(); ++row) {
             if (offers_[static_cast<std::size_t>(row)].reachable) continue;
             for (int column = 0; column < table->columnCount(); ++column)
-                table->item(row, column)->setForeground(QColor(colour::hint));
+                table->item(row, column)->setForeground(QColor(colour::off));
         }
     }
     use(choice.line_width == printing::narrow_columns ? narrow_ : wide_);
@@ -132,7 +133,8 @@ void PrinterScreen::test() {
     guarded(context_.outside, "TestPrint", [&] {
         const printing::PrinterChoice choice = marked();
         if (!choice.is_text_port()) {
-            context_.reports.print(printing::test_report(context_.session.settings.aname));
+            if (context_.reports.print(printing::test_report(context_.session.settings.aname)))
+                say_where_kept(context_);
             return;
         }
         const bool printed = printing::print_test(context_.outside.devices, choice,

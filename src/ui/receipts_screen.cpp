@@ -46,6 +46,7 @@ ReceiptsScreen::ReceiptsScreen(QWidget* host, sales::SalesScreen& screen)
     body()->addWidget(sums);
     table_ = new ListTable("receipts", {"رقم البون", "الوقت", "النوع", "الدفع", "الصافي"}, 2);
     table_->setMinimumHeight(px(380));
+    table_->say_when_empty("لم يحفظ هذا الدرج أي بون اليوم");
     table_->show_rows(texts);
     body()->addWidget(table_, 1);
 

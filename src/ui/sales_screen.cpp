@@ -276,6 +276,11 @@ void Form31::show_stock() {
     stock_->setToolTip(all);
 }
 
+void Form31::notice(const QString& text) {
+    banner_->notice(text);
+    repaint_all();
+}
+
 void Form31::focus_entry() {
     entry_bar_->field()->setFocus();
 }

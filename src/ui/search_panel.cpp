@@ -21,6 +21,7 @@ namespace ui {
 namespace {
 
 constexpr int pause_ms = 150;
+constexpr auto nothing_sought = "اكتب أول اسم الصنف أو كوده أو مرر الباركود";
 
 bool is_number(const QString& text) {
     return common::parse_integer(utf8(text)).has_value();
@@ -81,6 +82,7 @@ SearchPanel::SearchPanel(QWidget* host, sales::SalesScreen& screen)
              << "كرتونة";
     table_ = new ListTable("search_results", headings, 1);
     table_->setMinimumHeight(px(330));
+    table_->say_when_empty(nothing_sought);
     // On a narrow screen the name needs the place; the chosen row's prices stand below in any case.
     for (int at = table_->columnCount() - 2; at < table_->columnCount(); ++at)
         table_->setColumnHidden(at, width < 1100);
@@ -140,6 +142,8 @@ void SearchPanel::search_now() {
                         figure(item.prices[1][0]) + " / " + figure(item.prices[1][1]),
                         figure(item.prices[2][0]) + " / " + figure(item.prices[2][1])});
     }
+    table_->say_when_empty(filters.empty() ? nothing_sought
+                                           : "لا يوجد صنف بهذه البيانات · اكتب جزءا أقصر من الاسم");
     table_->show_rows(rows);
     show_prices(table_->currentRow());
     count_->setText(filters.empty() ? QString() : "عدد الأصناف \u200e" + QString::number(found_.size()));

@@ -27,7 +27,9 @@ Segments::Segments(const QString& name, const std::vector<std::pair<int, QString
         auto* button = new QPushButton(caption);
         button->setObjectName(name + "_" + QString::number(value));
         button->setCheckable(true);
-        button->setMinimumHeight(px(36));
+        button->setProperty("end", buttons_.empty()                        ? "first"
+                                   : buttons_.size() + 1 == options.size() ? "last"
+                                                                           : "");
         set_role(button, "segment");
         group->addButton(button);
         row->addWidget(button);
@@ -35,6 +37,12 @@ Segments::Segments(const QString& name, const std::vector<std::pair<int, QString
         connect(button, &QPushButton::clicked, this,
                 [this, chosen_value = value] { emit chosen(chosen_value); });
     }
+    set_height(38);
+}
+
+void Segments::set_height(double measure) {
+    for (const auto& [of, button] : buttons_)
+        button->setFixedHeight(px(measure) - 2 * px(1));
 }
 
 void Segments::show_chosen(int value) {

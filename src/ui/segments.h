@@ -17,6 +17,8 @@ class Segments : public QWidget {
 
     // Shows the option of a value as chosen, without a signal.
     void show_chosen(int value);
+    // In pixels of the 1366×768 screen.
+    void set_height(double measure);
 
   signals:
     // The cashier chose an option; what is shown as chosen follows the logic afterwards.

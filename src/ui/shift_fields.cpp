@@ -46,7 +46,7 @@ ShiftFields::ShiftFields() {
     grid->addWidget(captioned("ال&تاريخ", date_), 1, 0);
     grid->addWidget(captioned("ال&وقت", time_), 1, 1);
     grid->addWidget(captioned("الرصيد ال&فعلي", counted_), 2, 0);
-    grid->addWidget(captioned("ي&ترك بالدرج", leave_), 2, 1);
+    grid->addWidget(captioned("يترك بال&درج", leave_), 2, 1);
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
     column->addLayout(grid);

@@ -4,10 +4,12 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "common/numbers.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui/shift_fields.h"
 #include "ui/style.h"
+#include "ui/text.h"
 
 namespace ui {
 
@@ -50,6 +52,16 @@ bool shift2s::open() {
     if (!logic_.open()) return false;
     fields_->show_state(logic_);
     return true;
+}
+
+QString shift2s::closing() const {
+    const auto& report = logic_.report();
+    if (!report) return {};
+    return QString(
+               "أغلقت الوردية %1 · الرصيد الدفتري \u200e%2\u200f · الفعلي \u200e%3\u200f · الفرق \u200e%4")
+        .arg(report->number)
+        .arg(qt(common::format_amount(report->expected)), qt(common::format_amount(report->counted)),
+             qt(common::format_amount(report->difference)));
 }
 
 void shift2s::take_focus() {

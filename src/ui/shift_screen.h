@@ -18,6 +18,9 @@ class shift2s : public Sheet {
     shift2s(QWidget* host, const Context& context);
     // Reads the shift; false when the drawer does not exist (the message has been shown).
     bool open();
+    // What the drawer was expected to hold when the shift was closed, and what was counted; empty when none
+    // was closed, or when the shop wants no report of it.
+    QString closing() const;
 
   protected:
     void take_focus() override;

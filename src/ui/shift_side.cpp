@@ -6,7 +6,9 @@
 #include <QVBoxLayout>
 
 #include "sales/sales_screen.h"
+#include "sales/shifts_of_user.h"
 #include "ui/cash_panel.h"
+#include "ui/choices.h"
 #include "ui/fields.h"
 #include "ui/guard.h"
 #include "ui/list_table.h"
@@ -35,12 +37,14 @@ QWidget* ShiftSide::build_shifts() {
     auto* column = new QVBoxLayout(half);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(px(12));
-    QComboBox* users = choice_list("user_filter");
+    users_ = choice_list("user_filter");
     for (const sales::Choice& user : screen_.lists().user_filter) {
-        users->addItem(qt(user.name), QVariant::fromValue<qlonglong>(user.code));
+        users_->addItem(qt(user.name), QVariant::fromValue<qlonglong>(user.code));
     }
-    users->setCurrentIndex(users->findData(QVariant::fromValue<qlonglong>(sales::all_users)));
-    column->addWidget(captioned("ال&مستخدم", users));
+    users_->setCurrentIndex(users_->findData(QVariant::fromValue<qlonglong>(sales::all_users)));
+    connect(users_, &QComboBox::activated, this,
+            [this] { guarded(context_.outside, "Shifts", [this] { show_shifts(); }); });
+    column->addWidget(captioned("المستخ&دم", users_));
     QStringList headings;
     for (const auto heading : sales::shift_headings)
         headings << qt(heading);
@@ -51,7 +55,7 @@ QWidget* ShiftSide::build_shifts() {
     const auto button = [&](const char* name, const QString& caption, auto action) {
         auto* made = new QPushButton(caption);
         made->setObjectName(name);
-        made->setMinimumHeight(px(46));
+        made->setMinimumHeight(px(48));
         made->setAutoDefault(true);
         connect(made, &QPushButton::clicked, this, action);
         row->addWidget(made, 1);
@@ -62,11 +66,19 @@ QWidget* ShiftSide::build_shifts() {
     return half;
 }
 
+// A user's shifts are those he sold in: the shift itself knows the member of staff, not the user.
 void ShiftSide::show_shifts() {
+    const auto user = choice_of(users_);
+    const bool all = !user || *user == sales::all_users;
+    std::set<std::int64_t> sold;
+    if (!all) sold = sales::shifts_of_user(context_.connection, context_.session, *user);
+    shifts_->say_when_empty(all ? "لم تبدأ أي وردية على هذا الدرج"
+                                : "لم يبع هذا المستخدم في أي وردية على هذا الدرج");
     std::vector<QStringList> rows;
     for (auto shift = screen_.shifts().rbegin(); shift != screen_.shifts().rend(); ++shift) {
-        rows.push_back(
-            {QString::number(shift->number), "\u200e" + qt(shift->start), "\u200e" + qt(shift->end)});
+        if (!all && !sold.contains(shift->number)) continue;
+        rows.push_back({QString::number(shift->number), "\u200e" + qt(shift->start),
+                        shift->end.empty() ? QString("مفتوحة") : "\u200e" + qt(shift->end)});
     }
     shifts_->show_rows(rows);
 }

@@ -4,6 +4,8 @@
 #include "ui/context.h"
 #include "ui/sheet.h"
 
+class QComboBox;
+
 namespace sales {
 class SalesScreen;
 }
@@ -25,6 +27,7 @@ class ShiftSide : public Sheet {
 
     Context context_;
     sales::SalesScreen& screen_;
+    QComboBox* users_;
     ListTable* shifts_;
     CashPanel* panel_;
 };

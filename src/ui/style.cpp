@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QPalette>
 #include <QProxyStyle>
 #include <QRegularExpression>
 #include <QStyle>
@@ -25,8 +26,8 @@ QWidget#Form31, QWidget#Form62, QWidget[role="ground"] { background: $ground; }
 QLabel { background: transparent; }
 QLabel[role="caption"] { font-size: 12px; color: $quiet; }
 QLabel[role="figure"] { font-size: 18px; font-weight: 700; }
-QLabel[role="side"] { font-size: 15px; color: #45566a; }
-QLabel[role="foot"] { font-size: 14px; color: #45566a; }
+QLabel[role="side"] { font-size: 15px; color: $slate; }
+QLabel[role="foot"] { font-size: 14px; color: $slate; }
 QLabel[role="total"] { font-size: 18px; font-weight: 700; }
 QLabel[role="plain"] { font-size: 18px; }
 QLabel[role="title"] { font-size: 22px; font-weight: 700; }
@@ -71,6 +72,7 @@ QComboBox QAbstractItemView::item { min-height: 32px; padding: 0 10px; }
 
 QCheckBox { spacing: 8px; padding: 4px 6px; border: 2px solid transparent; border-radius: 6px; }
 QCheckBox:focus { border-color: $focus; }
+QCheckBox::indicator { width: 18px; height: 18px; }
 
 QPushButton { background: $paper; border: 1px solid $edge; border-radius: 8px; padding: 8px 16px; }
 QPushButton:hover { background: #f5f8fa; }
@@ -84,17 +86,18 @@ QPushButton[role="stop"] { background: $alarm; border-color: $alarm; color: $pap
 QPushButton[role="stop"]:focus { border-color: $net; }
 
 QPushButton[role="answer"]:focus { background: $focus; border: 1px solid $focus; color: $paper; font-weight: 700; padding: 8px 16px; }
-QCheckBox { border: 2px solid transparent; border-radius: 6px; padding: 3px; spacing: 8px; }
-QCheckBox:focus { border-color: $focus; }
-
 QPushButton[role="segment"] { border: none; border-radius: 0; padding: 4px 12px; font-size: 14px; min-width: 14px; }
 QPushButton[role="segment"]:checked { background: $night; color: $paper; }
+QPushButton[role="segment"][end="first"] { border-top-right-radius: 5px; border-bottom-right-radius: 5px; }
+QPushButton[role="segment"][end="last"] { border-top-left-radius: 5px; border-bottom-left-radius: 5px; }
 QPushButton[role="segment"]:focus { border: 2px solid $focus; padding: 2px 10px; }
+QPushButton[role="segment"]:checked:focus { border: 3px solid $lit; padding: 1px 9px; }
 QPushButton[role="segment"]:disabled { color: $off; }
 QWidget[role="segments"] { background: $paper; border: 1px solid $edge; border-radius: 6px; }
 QFrame[role="divider"] { background: $edge; border: none; max-width: 1px; min-width: 1px; }
 
 QFrame[role="grid"] { background: $paper; border: 1px solid #c8d1d9; border-radius: 8px; }
+QFrame[role="grid"][lit="true"] { border: 2px solid $focus; }
 QTableView { border: none; background: transparent; gridline-color: transparent; font-size: 17px;
              selection-background-color: $current; selection-color: $ink; }
 QTableView:focus { border: none; }
@@ -102,7 +105,7 @@ QTableView[role="sheet"] { border: 2px solid #c8d1d9; border-radius: 8px; backgr
 QTableView[role="sheet"]:focus { border: 2px solid $focus; }
 QTableView[role="sheet"]::item { border-bottom: 1px solid #e6ebf0; padding: 0 8px; }
 QHeaderView { background: $strip; border: none; }
-QHeaderView::section { background: $strip; border: none; padding: 8px 10px 8px 0; font-size: 14px; font-weight: 700; color: $slate; }
+QHeaderView::section { background: $strip; border: none; padding: 4px 10px 4px 0; font-size: 14px; font-weight: 700; color: $slate; }
 QTableCornerButton::section { background: $strip; border: none; }
 QScrollBar:vertical { background: transparent; width: 12px; margin: 2px; }
 QScrollBar::handle:vertical { background: $edge; border-radius: 4px; min-height: 28px; }
@@ -111,6 +114,10 @@ QScrollBar::handle:horizontal { background: $edge; border-radius: 4px; min-width
 QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
 
+QScrollArea[role="paper"] { border: 3px solid #c9d1d8; background: #c9d1d8; }
+QScrollArea[role="paper"]:focus { border-color: $focus; }
+QTextBrowser[role="helppage"] { border: 2px solid transparent; border-radius: 8px; background: $paper; }
+QTextBrowser[role="helppage"]:focus { border-color: $focus; }
 QWidget[role="aside"] { background: $paper; border-right: 1px solid $line; }
 QFrame[role="net"] { background: $net; border-radius: 10px; }
 QFrame[role="net"] QLabel { color: #cfd6dc; font-size: 16px; }
@@ -138,8 +145,8 @@ QPushButton[role="headtext"]:hover { color: $paper; }
 QPushButton[role="headtext"]:focus { border: 2px solid $paper; border-radius: 6px; padding: 2px; }
 QPushButton[role="headbutton"]:hover { background: #24455f; }
 QPushButton[role="headbutton"]:focus { border: 2px solid $paper; padding: 3px 11px; }
-QMenu { background: $paper; border: 1px solid $edge; padding: 6px; }
-QMenu::item { padding: 8px 20px; border-radius: 6px; }
+QMenu { background: $paper; border: 1px solid $edge; padding: 4px; font-size: 15px; }
+QMenu::item { padding: 2px 20px; border-radius: 6px; }
 QMenu::item:selected { background: $current; }
 
 QWidget[role="card"] { background: $paper; border-radius: 12px; }
@@ -164,14 +171,16 @@ class HouseStyle : public QProxyStyle {
     }
 };
 
-QString filled_in(double unit) {
+}  // namespace
+
+QString style_sheet(double unit) {
     const std::pair<const char*, const char*> names[] = {
         {"$night", colour::night}, {"$net", colour::net},         {"$ink", colour::ink},
         {"$slate", colour::slate}, {"$quiet", colour::quiet},     {"$off", colour::off},
         {"$paper", colour::paper}, {"$ground", colour::ground},   {"$strip", colour::strip},
         {"$cap", colour::cap},     {"$line", colour::line},       {"$edge", colour::edge},
         {"$focus", colour::focus}, {"$current", colour::current}, {"$alarm", colour::alarm},
-        {"$still", colour::still}, {"$save", colour::save},
+        {"$still", colour::still}, {"$save", colour::save},       {"$lit", colour::lit},
     };
     QString text = QString::fromLatin1(sheet);
     for (const auto& [name, value] : names) {
@@ -189,8 +198,6 @@ QString filled_in(double unit) {
     return scaled + text.mid(from);
 }
 
-}  // namespace
-
 void dress(QApplication& application, const QSize& screen) {
     const double unit = std::clamp(std::min(screen.width() / 1366.0, screen.height() / 768.0), 1.0, 4.0);
     application.setLayoutDirection(Qt::RightToLeft);
@@ -201,7 +208,12 @@ void dress(QApplication& application, const QSize& screen) {
     font.setPixelSize(static_cast<int>(std::lround(base_font * unit)));
     font.setHintingPreference(QFont::PreferNoHinting);
     application.setFont(font);
-    application.setStyleSheet(filled_in(unit));
+    // What is selected in a list's own field, which the style sheet does not reach.
+    QPalette palette = application.palette();
+    palette.setColor(QPalette::Highlight, QColor(colour::focus));
+    palette.setColor(QPalette::HighlightedText, QColor(colour::paper));
+    application.setPalette(palette);
+    application.setStyleSheet(style_sheet(unit));
 }
 
 int px(double measure) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QSize>
+#include <QString>
 
 class QApplication;
 class QWidget;
@@ -11,6 +12,9 @@ namespace ui {
 // Sets direction, font and style sheet. Measures grow with the screen, so that a picture of the screen looks
 // the same at 1366×768 and at 4K; they never shrink below those of 1366×768.
 void dress(QApplication& application, const QSize& screen);
+
+// The style sheet for measures of that many pixels each.
+QString style_sheet(double unit);
 
 // A measure of the 1366×768 screen in pixels of this one.
 int px(double measure);

@@ -17,6 +17,12 @@
 
 namespace ui {
 
+namespace {
+
+constexpr double net_size = 56;  // as in the style sheet
+
+}  // namespace
+
 TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
     set_role(this, "aside");
     auto* column = new QVBoxLayout(this);
@@ -84,6 +90,12 @@ TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
     column->addWidget(save);
 }
 
+void TotalsPanel::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    layout()->activate();
+    show_fitted(net_, net_text_, net_size);
+}
+
 QWidget* TotalsPanel::discount_box(const QString& caption, AmountField* field) {
     auto* box = new QWidget;
     set_role(box, "discbox");
@@ -146,7 +158,8 @@ void TotalsPanel::show_state(const sales::SalesScreen& screen) {
     // What is typed and not entered yet stays.
     if (!discount_value_->isModified()) discount_value_->setText(qt(figures.discount_value));
     if (!discount_percent_->isModified()) discount_percent_->setText(qt(figures.discount_percent));
-    net_->setText(qt(figures.net));
+    net_text_ = qt(figures.net);
+    show_fitted(net_, net_text_, net_size);
     for (int at = 0; at < 4; ++at) {
         const auto payment = static_cast<sales::PaymentOption>(at);
         KeyButton* button = payments_[static_cast<std::size_t>(at)];

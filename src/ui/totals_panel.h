@@ -35,6 +35,7 @@ class TotalsPanel : public QWidget {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     QWidget* discount_box(const QString& caption, AmountField* field);
@@ -44,6 +45,7 @@ class TotalsPanel : public QWidget {
     AmountField* discount_value_;
     AmountField* discount_percent_;
     QLabel* net_;
+    QString net_text_;
     std::array<KeyButton*, 4> payments_{};
     QLabel* last_number_;
     QLabel* last_change_;

@@ -38,7 +38,7 @@ VoucherList::VoucherList(QWidget* host, const Context& context, accounts::Vouche
     period->addWidget(captioned("إ&لى تاريخ", to_), 1);
     auto* show_button = new QPushButton("عر&ض");
     show_button->setObjectName("vouchers_show");
-    show_button->setFixedHeight(px(38));
+    show_button->setFixedHeight(px(field_height));
     period->addWidget(show_button, 0, Qt::AlignBottom);
     count_ = label({}, "side");
     count_->setObjectName("vouchers_count");
@@ -96,6 +96,7 @@ bool VoucherList::list() {
                         qt(entry.party_name), qt(accounts::method_name(entry.method)),
                         "\u200e" + qt(common::format_amount(entry.key.amount))});
     }
+    table_->say_when_empty("لا توجد إيصالات في هذه المدة · غير التاريخين ثم اضغط عرض");
     table_->show_rows(rows);
     count_->setText(rows.empty() ? QString("لا توجد إيصالات في هذه المدة")
                                  : "عدد الإيصالات " + QString::number(rows.size()));

@@ -14,7 +14,9 @@
 #include "ui/account_fields.h"
 #include "ui/fields.h"
 #include "ui/guard.h"
+#include "ui/messages.h"
 #include "ui/print_voucher.h"
+#include "ui/printed.h"
 #include "ui/segments.h"
 #include "ui/style.h"
 #include "ui/text.h"
@@ -49,75 +51,54 @@ VoucherScreen::VoucherScreen(QWidget* host, const Context& context, accounts::Vo
     head->addStretch(1);
     head->addWidget(said_);
     body()->addLayout(head);
-    auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(px(14));
-    grid->setVerticalSpacing(px(10));
-    for (int column = 0; column < 6; ++column)
-        grid->setColumnStretch(column, 1);
+    FieldGrid grid(3, 10);
     build_party(grid);
     build_amounts(grid);
     build_method(grid);
-    body()->addLayout(grid);
+    body()->addLayout(grid.layout());
     build_foot();
     connect_parts();
 }
 
-void VoucherScreen::build_party(QGridLayout* grid) {
-    number_ = moment_field("voucher_number");  // read from the left, whatever it holds
-    number_->setMaxLength(100);
-    date_ = moment_field("voucher_date");
-    party_kind_ =
+void VoucherScreen::build_party(FieldGrid& grid) {
+    party_kind_ = grid.add(
+        "نوع الطرف",
         new Segments("voucher_party_kind", {{static_cast<int>(PartyKind::customer), "عملاء"},
                                             {static_cast<int>(PartyKind::second_customer), "عملاء نوع ثان"},
-                                            {static_cast<int>(PartyKind::vendor), "موردون"}});
-    party_ = choice_list("voucher_party");
-    balance_ = new Figure("voucher_balance", "figure");
-    balance_->setMinimumHeight(px(36));
-    grid->addWidget(captioned("نوع الطرف", party_kind_), 0, 0, 1, 2,
-                    Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignTop);
-    grid->addWidget(captioned("&رقم الإيصال", number_), 0, 2, 1, 2);
-    grid->addWidget(captioned("ال&تاريخ", date_), 0, 4, 1, 2);
-    grid->addWidget(captioned("ا&سم الطرف", party_), 1, 0, 1, 4);
-    grid->addWidget(captioned("الرصيد الحالي", balance_), 1, 4, 1, 2, Qt::AlignTop);
+                                            {static_cast<int>(PartyKind::vendor), "موردون"}}),
+        0, 0);
+    // Read from the left, whatever it holds.
+    number_ = grid.add("&رقم الإيصال", digits_field("voucher_number", 100), 0, 1);
+    date_ = grid.add("ال&تاريخ", moment_field("voucher_date"), 0, 2);
+    party_ = grid.add("ا&سم الطرف", choice_list("voucher_party"), 1, 0, 2);
+    balance_ = grid.add("الرصيد الحالي", new Figure("voucher_balance", "figure"), 1, 2);
 }
 
-void VoucherScreen::build_amounts(QGridLayout* grid) {
-    amount_ = new AmountField("voucher_amount");
-    set_role(amount_, "large");
-    discount_ = new AmountField("voucher_discount");
-    second_amount_ = new AmountField("voucher_second_amount");
-    grid->addWidget(captioned("ال&قيمة", amount_), 2, 0, 1, 2);
-    grid->addWidget(captioned("ال&خصم", discount_), 2, 2, 1, 2, Qt::AlignTop);
+void VoucherScreen::build_amounts(FieldGrid& grid) {
+    auto* amount = new AmountField("voucher_amount");
+    set_role(amount, "large");
+    amount->setFixedHeight(px(62));
+    amount_ = grid.add("ال&قيمة", amount, 2, 0);
+    discount_ = grid.add("ال&خصم", new AmountField("voucher_discount"), 2, 1);
     // The part of the amount that is due already; it follows the amount until it is changed.
-    grid->addWidget(captioned("المستح&ق منها", second_amount_), 2, 4, 1, 2, Qt::AlignTop);
+    second_amount_ = grid.add("المستحق &منها", new AmountField("voucher_second_amount"), 2, 2);
 }
 
-void VoucherScreen::build_method(QGridLayout* grid) {
-    method_ = new Segments("voucher_method", {{static_cast<int>(Method::cash), "نقدي"},
-                                              {static_cast<int>(Method::cheque), "شيك"}});
-    store_ = choice_list("voucher_store");
-    drawer_ = choice_list("voucher_drawer");
-    bank_ = choice_list("voucher_bank");
-    cheque_date_ = moment_field("voucher_cheque_date");
-    cheque_owner_ = text_field("voucher_cheque_owner");
-    drawer_box_ = captioned("الخ&زينة", drawer_);
-    cheque_box_ = new QWidget;
-    auto* cheque = new QHBoxLayout(cheque_box_);
-    cheque->setContentsMargins(0, 0, 0, 0);
-    cheque->setSpacing(px(14));
-    cheque->addWidget(captioned("ال&بنك", bank_), 1);
-    cheque->addWidget(captioned("تاريخ الشيك", cheque_date_), 1);
-    cheque->addWidget(captioned("صاحب الشيك", cheque_owner_), 1);
-    representative_ = choice_list("voucher_representative");
-    note_ = text_field("voucher_note");
+void VoucherScreen::build_method(FieldGrid& grid) {
+    method_ = grid.add("طريقة الدفع",
+                       new Segments("voucher_method", {{static_cast<int>(Method::cash), "نقدي"},
+                                                       {static_cast<int>(Method::cheque), "شيك"}}),
+                       3, 0);
+    store_ = grid.add("ال&فرع", choice_list("voucher_store"), 3, 1);
+    drawer_ = grid.add("الخ&زينة", choice_list("voucher_drawer"), 3, 2);
+    drawer_box_ = drawer_->parentWidget();  // with its caption
+    bank_ = grid.add("ال&بنك", choice_list("voucher_bank"), 4, 0);
+    cheque_date_ = grid.add("تاريخ الشيك", moment_field("voucher_cheque_date"), 4, 1);
+    cheque_owner_ = grid.add("صاحب الشيك", text_field("voucher_cheque_owner"), 4, 2);
+    cheque_boxes_ = {bank_->parentWidget(), cheque_date_->parentWidget(), cheque_owner_->parentWidget()};
+    representative_ = grid.add("المن&دوب", choice_list("voucher_representative"), 5, 0);
+    note_ = grid.add("م&لاحظات", text_field("voucher_note"), 5, 1, 2);
     note_->setMaxLength(static_cast<int>(accounts::note_length));
-    grid->addWidget(captioned("طريقة الدفع", method_), 3, 0, 1, 2,
-                    Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignTop);
-    grid->addWidget(captioned("ال&فرع", store_), 3, 2, 1, 2);
-    grid->addWidget(drawer_box_, 3, 4, 1, 2);
-    grid->addWidget(cheque_box_, 4, 0, 1, 6);
-    grid->addWidget(captioned("المن&دوب", representative_), 5, 0, 1, 2);
-    grid->addWidget(captioned("م&لاحظات", note_), 5, 2, 1, 4);
 }
 
 void VoucherScreen::build_foot() {
@@ -130,7 +111,7 @@ void VoucherScreen::build_foot() {
     page_ = foot_button(row, "voucher_page", roll ? "طباعة &صفحة" : "&طباعة", 1, [this] { print(true); });
     foot_button(row, "voucher_new", "إيصال &جديد", 1, [this] { begin_new(); });
     foot_button(row, "voucher_choose", "ت&عديل إيصال", 1, [this] { choose_voucher(); });
-    foot_button(row, "voucher_back", "رجو&ع", 1, [this] { leave(0); });
+    foot_button(row, "voucher_back", "رج&وع", 1, [this] { leave(0); });
     body()->addSpacing(px(2));
     body()->addLayout(row);
     print_->setVisible(roll);
@@ -242,7 +223,8 @@ void VoucherScreen::show_method() {
     method_->show_chosen(static_cast<int>(logic_.method));
     set_fixed(method_, notice);  // a discount or addition notice stays one
     drawer_box_->setVisible(logic_.method == Method::cash);
-    cheque_box_->setVisible(cheque);
+    for (QWidget* box : cheque_boxes_)
+        box->setVisible(cheque);
 }
 
 void VoucherScreen::choose_party() {
@@ -318,7 +300,9 @@ void VoucherScreen::print(bool page) {
     if (!logic_.printed() || Sheet::top_of(window()) != this) return;
     const bool printed =
         page ? print_on_page(context_, *logic_.printed()) : print_voucher(context_, *logic_.printed());
-    if (printed) said_->setText("تمت الطباعة");
+    if (printed)
+        said_->setText(page || !context_.printer_choice.is_text_port() ? printed_text(context_)
+                                                                       : qt(message::printed));
 }
 
 void VoucherScreen::begin_new() {

@@ -6,13 +6,13 @@
 #include "ui/sheet.h"
 
 class QComboBox;
-class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 
 namespace ui {
 
+class FieldGrid;
 class Figure;
 class Segments;
 
@@ -29,9 +29,9 @@ class VoucherScreen : public Sheet {
     void take_focus() override;
 
   private:
-    void build_party(QGridLayout* grid);
-    void build_amounts(QGridLayout* grid);
-    void build_method(QGridLayout* grid);
+    void build_party(FieldGrid& grid);
+    void build_amounts(FieldGrid& grid);
+    void build_method(FieldGrid& grid);
     void build_foot();
     void connect_parts();
     void show_voucher();
@@ -67,7 +67,7 @@ class VoucherScreen : public Sheet {
     QLineEdit* cheque_date_;
     QLineEdit* cheque_owner_;
     QWidget* drawer_box_;
-    QWidget* cheque_box_;
+    QList<QWidget*> cheque_boxes_;
     QComboBox* representative_;
     QLineEdit* note_;
     QPushButton* save_;

@@ -40,13 +40,14 @@ Cust_cash::Cust_cash(QWidget* host, const Context& context, sales::SalesScreen& 
     grid->addWidget(captioned("&كود", code_), 0, 0);
     grid->addWidget(captioned("ال&اسم", name_), 0, 1);
     grid->addWidget(captioned("ال&تليفون", phone_), 1, 0);
-    grid->addWidget(captioned("البريد الإل&كتروني", mail_), 1, 1);
+    grid->addWidget(captioned("البري&د الإلكتروني", mail_), 1, 1);
     grid->setColumnStretch(0, 2);
     grid->setColumnStretch(1, 3);
     body()->addLayout(grid);
 
     results_ = new ListTable("walk_ins", {"الاسم", "التليفون", "البريد الإلكتروني", "كود"}, 0);
     results_->setMinimumHeight(px(260));
+    results_->say_when_empty("اكتب جزءا من الاسم أو التليفون ثم Enter للبحث عن عميل سابق");
     body()->addWidget(results_, 1);
 
     auto* row = new QHBoxLayout;
@@ -116,6 +117,7 @@ void Cust_cash::show_results() {
         rows.push_back({qt(found.name), "\u200e" + qt(found.phone), "\u200e" + qt(found.mail),
                         "\u200e" + QString::number(found.code)});
     }
+    results_->say_when_empty("لا يوجد عميل بهذه البيانات · أكمل بياناته لتسجيله عميلا جديدا");
     results_->show_rows(rows);
 }
 

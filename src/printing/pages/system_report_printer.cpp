@@ -11,6 +11,7 @@
 namespace printing::pages {
 
 bool SystemReportPrinter::print(const Report& report) {
+    kept_.clear();
     try {
         const auto pages = std::make_shared<ReportPage>(report);
         switch (print_on_system_printer(pages)) {
@@ -21,7 +22,10 @@ bool SystemReportPrinter::print(const Report& report) {
             case Printed::failed:
                 return failed(message::report_failed, "system printer");
         }
-        return save_pdf(report, kept_file(folder_, *pages, outside_.clock.now()));
+        const auto file = pages::kept_file(folder_, *pages, outside_.clock.now());
+        if (!save_pdf(report, file)) return false;
+        kept_ = file;
+        return true;
     } catch (const std::exception& error) {
         return failed(message::report_failed, error.what());
     }

@@ -15,6 +15,7 @@ class SystemReportPrinter final : public ReportPrinter {
         : outside_(outside), folder_(std::move(program_folder)) {}
 
     bool print(const Report& report) override;
+    std::filesystem::path kept_file() const override { return kept_; }
     void preview(const Report& report) override;
     bool save_pdf(const Report& report, const std::filesystem::path& file) override;
     bool save_csv(const Report& report, const std::filesystem::path& file) override;
@@ -23,6 +24,7 @@ class SystemReportPrinter final : public ReportPrinter {
     bool failed(std::string_view message, std::string_view reason);
     common::Outside outside_;
     std::filesystem::path folder_;
+    std::filesystem::path kept_;
 };
 
 }  // namespace printing::pages

@@ -1,0 +1,92 @@
+// Every pair of writing and ground that the style sheet makes can be read.
+#include "ui/contrast.h"
+
+#include <gtest/gtest.h>
+
+#include <QColor>
+#include <QMap>
+#include <QRegularExpression>
+#include <QStringList>
+
+#include "ui/colours.h"
+#include "ui/style.h"
+
+namespace {
+
+struct Rule {
+    QString selector;
+    QString colour;
+    QString ground;
+};
+
+QString declared(const QString& body, const QString& property) {
+    const QRegularExpression found("(?:^|;|\\s)" + property + ":\\s*([^;]+);?");
+    return found.match(body).captured(1).trimmed();
+}
+
+std::vector<Rule> rules() {
+    std::vector<Rule> all;
+    static const QRegularExpression rule(R"(([^{}]+)\{([^}]*)\})");
+    const QString sheet = ui::style_sheet(1);
+    for (auto found = rule.globalMatch(sheet); found.hasNext();) {
+        const auto match = found.next();
+        for (const QString& selector : match.captured(1).split(',')) {
+            all.push_back({selector.trimmed(), declared(match.captured(2), "color"),
+                           declared(match.captured(2), "background")});
+        }
+    }
+    return all;
+}
+
+// What lies behind a text whose rule has no ground of its own: that of the box it stands in, or of its base
+// rule, or what every card and screen is made of.
+QStringList grounds_of(const Rule& rule, const QMap<QString, QString>& grounds) {
+    static const QStringList on_the_head = {"headbutton", "headtext", "ticker"};
+    for (const QString& role : on_the_head) {
+        if (rule.selector.contains('"' + role + '"')) return {ui::colour::night};
+    }
+    if (!rule.ground.isEmpty() && rule.ground != "transparent") return {rule.ground};
+    const QString box = rule.selector.section(' ', 0, 0);
+    if (rule.selector.contains(' ') && grounds.contains(box)) return {grounds[box]};
+    const QString base = rule.selector.section(':', 0, 0);
+    if (base != rule.selector && grounds.contains(base)) return {grounds[base]};
+    return {ui::colour::paper, ui::colour::ground};
+}
+
+TEST(Contrast, OfEveryRuleOfTheStyleSheet) {
+    QMap<QString, QString> grounds;
+    for (const Rule& rule : rules()) {
+        if (!rule.ground.isEmpty()) grounds[rule.selector] = rule.ground;
+    }
+    int pairs = 0;
+    for (const Rule& rule : rules()) {
+        if (rule.colour.isEmpty()) continue;
+        for (const QString& ground : grounds_of(rule, grounds)) {
+            ASSERT_TRUE(QColor::isValidColorName(rule.colour)) << rule.selector.toStdString();
+            ASSERT_TRUE(QColor::isValidColorName(ground)) << rule.selector.toStdString();
+            EXPECT_GE(ui::contrast(QColor(rule.colour), QColor(ground)), ui::readable_contrast)
+                << rule.selector.toStdString() << " " << rule.colour.toStdString() << " on "
+                << ground.toStdString();
+            ++pairs;
+        }
+    }
+    EXPECT_GT(pairs, 30);
+}
+
+// What is drawn without the style sheet.
+TEST(Contrast, OfWhatIsDrawnByHand) {
+    namespace c = ui::colour;
+    const std::pair<const char*, const char*> drawn[] = {
+        {c::quiet, c::paper}, {c::quiet, c::strip},   {c::quiet, c::current}, {c::ink, c::current},
+        {c::alarm, c::paper}, {c::alarm, c::current}, {c::slate, c::cap},     {c::slate, c::paper},
+        {c::hint, c::paper},  {c::slate, c::current}, {c::off, c::still},     {c::off, c::cap},
+        {c::off, c::paper},   {c::paper, c::focus},   {c::paper, c::warning}, {c::paper, c::alarm},
+        {c::paper, c::save},
+    };
+    for (const auto& [text, ground] : drawn) {
+        EXPECT_GE(ui::contrast(QColor(text), QColor(ground)), ui::readable_contrast)
+            << text << " on " << ground;
+    }
+}
+
+}  // namespace
