@@ -41,6 +41,8 @@ inline constexpr std::string_view see_log = "حدث خطأ أثناء بدء ا�
 // There is no shop on this machine yet; followed by the folder that it is looked for in.
 inline constexpr std::string_view no_shop_folder =
     "لا يوجد متجر على هذا الجهاز بعد، أنشئه بالأمر tallvex-admin new-shop في المجلد: ";
+// This user may not enter the shop's folder; followed by it.
+inline constexpr std::string_view shop_folder_closed = "غير مسموح لهذا المستخدم بفتح مجلد المتجر: ";
 
 // Files beside the program. Each is followed by the file's name.
 inline constexpr std::string_view file_missing = "الملف غير موجود: ";

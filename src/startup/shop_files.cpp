@@ -122,8 +122,10 @@ fs::path ensure_logs_folder(const fs::path& program_folder) {
     const fs::path logs = file_in(program_folder, logs_folder_name);
     std::error_code error;
     if (!fs::exists(program_folder, error)) {
-        throw StartUpError(program_folder.string() + ": there is no such folder",
-                           std::string(message::no_shop_folder) + program_folder.string());
+        throw StartUpError(
+            program_folder.string() + ": " + (error ? error.message() : "there is no such folder"),
+            std::string(error ? message::shop_folder_closed : message::no_shop_folder) +
+                program_folder.string());
     }
     fs::create_directory(logs, error);
     if (!fs::is_directory(logs)) {

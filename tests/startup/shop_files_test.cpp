@@ -189,6 +189,7 @@ TEST_F(ShopFilesTest, ALogThatCannotBeWrittenStopsNothing) {
     write(folder / "Logs", "a file in its place");
     EXPECT_NO_THROW(log.log_event("x", "1"));
     EXPECT_NE(reason([&] { startup::ensure_logs_folder(folder); }), "");
+    EXPECT_TRUE(reason([&] { startup::ensure_logs_folder(folder / "nowhere"); }).ends_with("nowhere"));
 }
 
 TEST_F(ShopFilesTest, TheFatalRecordIsOverwritten) {
