@@ -3,6 +3,8 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <csignal>
+
 #include "common/text.h"
 
 namespace admin {
@@ -17,15 +19,22 @@ class Unseen {
         termios hidden = former_;
         hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
         tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
+        // Ctrl+C ends the reading and not the program, which would leave the terminal as it is.
+        struct sigaction end_reading {};
+        end_reading.sa_handler = [](int) {};
+        sigaction(SIGINT, &end_reading, &former_interrupt_);
     }
     ~Unseen() {
-        if (active_) tcsetattr(STDIN_FILENO, TCSAFLUSH, &former_);
+        if (!active_) return;
+        sigaction(SIGINT, &former_interrupt_, nullptr);
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &former_);
     }
     Unseen(const Unseen&) = delete;
     Unseen& operator=(const Unseen&) = delete;
 
   private:
     termios former_{};
+    struct sigaction former_interrupt_ {};
     bool active_;
 };
 
