@@ -1,36 +1,38 @@
-// Measured actions and their budgets, run by the benchmark library and shown as one table.
+// Taking times: ours and the work by hand in turn, on the full shop and on a tenth of it.
 #pragma once
 
+#include <chrono>
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace bench {
 
-enum class Figure { median, percentile_99, maximum };
+using Samples = std::vector<double>;  // milliseconds, or whatever was measured
 
-struct Action {
-    std::string name;
-    Figure figure = Figure::median;
-    double budget_ms = 0;
-    int rounds = 30;
-    std::function<void()> run;                          // one round, timed
-    std::function<void()> prepare = {};                 // before each round, not timed
-    std::function<void()> by_hand = {};                 // the same work by hand in C on SQLite
-    std::optional<double> ratio_budget = std::nullopt;  // of the medians
+// The value below which so great a share of the samples lies (nearest rank); 0 of none.
+double percentile(Samples samples, double share);
+inline double median(const Samples& samples) {
+    return percentile(samples, 0.5);
+}
+
+// How much a value grows with each step, by the straight line that fits best.
+double slope_per_step(const Samples& values);
+
+// One of several that take turns. `run` returns the milliseconds it took.
+struct Runner {
+    std::function<double()> run;
+    std::function<void()> prepare = {};  // before each round, not timed
 };
 
-// A figure that is not a time (memory), measured already.
-struct Reading {
-    std::string name;
-    std::string unit;
-    double budget = 0;
-    double value = 0;
-};
+inline double milliseconds(const std::function<void()>& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
 
-// Measures the actions and prints action, budget, figure, and ratio to the work by hand. False when a budget
-// is missed.
-bool measure_and_print(const std::vector<Action>& actions, const std::vector<Reading>& readings);
+// Lets each run once in a round, in an order that goes round as well, so that whatever else the machine does
+// meets all of them alike. One round before the first is not counted. Samples by runner.
+std::vector<Samples> take_turns(const std::vector<Runner>& runners, int rounds);
 
 }  // namespace bench

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "bench/till.h"
 
@@ -12,19 +13,21 @@ class PaintedTill {
     explicit PaintedTill(Till& till);
     ~PaintedTill();
 
-    // Types an item code into the entry field; not timed.
+    // Types the next code into the entry field, on an invoice of at most 40 lines; not timed.
     void type_code();
     // Enter, and everything up to the painted line.
     void enter_and_paint();
-    // Rings up, pays and saves a sale of some lines by key.
-    void sell(int lines);
-    std::size_t lines() const;
-    void clear();
+    // Opens the search panel, types a name, and gives the milliseconds from the key that asks for the list to
+    // the painted list. The pause that the panel makes while one goes on typing is no part of it.
+    double search_and_paint(const std::string& name);
 
   private:
     struct Parts;
+    void clear();
+    std::size_t lines() const;
     std::unique_ptr<Parts> parts_;
-    int next_item_ = 1;
+    const Sizes& sizes_;
+    std::int64_t next_ = 0;
 };
 
 }  // namespace bench

@@ -2,17 +2,22 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include "bench/sizes.h"
 
 namespace bench {
 
-// The shop file of the given sizes under `folder`, made when it is missing or was left half-made. The rows
-// are the same on every machine.
+// What a shop file really holds.
+struct Counted {
+    std::int64_t items = 0, stock_rows = 0, invoices = 0, lines = 0;
+    double megabytes = 0;
+};
+
+// The shop file of the given size under `folder`, made when it is missing or was left half-made. Its rows are
+// the same on every machine. Throws std::runtime_error when a kept file does not hold what it should.
 std::filesystem::path shop_of(const std::filesystem::path& folder, const Sizes& sizes);
 
-// The same invoices, stock and movements in plain SQLite tables of their own, with keys and whole-number
-// moments as one would lay them out by hand: the yardstick of the ratios.
-std::filesystem::path plain_shop_of(const std::filesystem::path& folder, const Sizes& sizes);
+Counted count_rows(const std::filesystem::path& shop);
 
 }  // namespace bench

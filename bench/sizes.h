@@ -1,19 +1,36 @@
-// How large the measured shop is.
+// How large the measured shop is, and the day it is measured on.
 #pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+#include "common/date_time.h"
 
 namespace bench {
 
-struct Sizes {
-    int items = 100'000;
-    int stock_rows = 300'000;  // three batches of each item
-    int invoices = 1'000'000;
-    int lines_per_invoice = 5;
-    int days = 730;   // the invoices spread over so many days before `last_day`
-    int drawers = 3;  // of store 1
+inline constexpr common::Date last_day{2026, 11, 21};
 
-    static Sizes full() { return {}; }
-    static Sizes tenth() { return {10'000, 30'000, 100'000, 5, 730, 3}; }
-    int lines() const { return invoices * lines_per_invoice; }
+// Everything follows from the number of invoices. They fill two years of days up to `last_day`, so that a
+// smaller shop is one that sells less a day.
+struct Sizes {
+    int invoices = full_invoices;
+
+    static constexpr int full_invoices = 1'000'000;
+    static constexpr int days = 730;
+    static constexpr int drawers = 3;  // of store 1
+    static constexpr int customers = 200;
+
+    int items() const { return std::max(100, invoices / 10); }
+    int stock_rows() const { return items() * 3; }  // two batches in store 1, one in store 2
+    int lines() const { return invoices * 5; }      // 1 to 9 an invoice
+    int movements() const { return std::max(drawers, invoices / 100); }  // of each kind: vouchers, bank, ...
 };
+
+// A fixed mixing of a number: reproducible noise, the same on every machine.
+constexpr std::uint32_t noise(std::uint64_t number) {
+    number = (number ^ (number >> 33U)) * 0xff51afd7ed558ccdULL;
+    number = (number ^ (number >> 33U)) * 0xc4ceb9fe1a85ec53ULL;
+    return static_cast<std::uint32_t>(number >> 32U);
+}
 
 }  // namespace bench

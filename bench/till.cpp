@@ -1,22 +1,31 @@
 #include "bench/till.h"
 
+#include <fmt/format.h>
+
+#include <cstdio>
 #include <stdexcept>
 
-#include "bench/rows.h"
+#include "bench/goods.h"
 #include "database/open.h"
 
 namespace bench {
 
-// A message means that the measured road was left: the figure would be worthless.
 void NobodyThere::message(std::string_view text, common::Icon) {
+    std::fprintf(stderr, "the till said: %.*s\n", static_cast<int>(text.size()), text.data());
     throw std::runtime_error("the till said: " + std::string(text));
 }
 
-common::Moment NobodyThere::now() {
-    return {last_day, {12, 0, 0, 0}};
+bool NobodyThere::question(std::string_view text, common::Icon icon) {
+    message(text, icon);
+    return false;
 }
 
-Till::Till(const std::filesystem::path& shop) : connection_(database::open_embedded(shop)) {
+std::string rung_up_code(const Sizes& sizes, std::int64_t n) {
+    return fmt::format("622{:010}", rung_up_item(sizes, n));
+}
+
+Till::Till(const std::filesystem::path& home, const Sizes& sizes)
+    : sizes_(sizes), connection_(database::open_embedded(home / "shop.db")), log_(home, nobody_) {
     session_.cash_point = 1;
     session_.store_code = 1;
     session_.user_code = 1;
@@ -28,11 +37,9 @@ Till::Till(const std::filesystem::path& shop) : connection_(database::open_embed
     if (!screen_->Open()) throw std::runtime_error("the sales screen did not open");
 }
 
-void Till::ring_up(int lines) {
-    for (int i = 0; i < lines; ++i) {
-        if (!screen_->EnterItem(std::to_string(next_item_))) throw std::runtime_error("an item was refused");
-        next_item_ = next_item_ % 9'000 + 1;
-    }
+void Till::ring_up(std::int64_t n, int lines) {
+    for (int i = 0; i < lines; ++i)
+        if (!screen_->EnterItem(rung_up_code(sizes_, n + i))) throw std::runtime_error("an item was refused");
 }
 
 void Till::begin_save() {

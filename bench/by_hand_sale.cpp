@@ -1,0 +1,174 @@
+#include "bench/by_hand_sale.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+
+#include "bench/sizes.h"
+#include "database/embedded_moments.h"
+
+namespace bench {
+
+namespace {
+
+using database::embedded::ticks_of;
+
+// Items in one look at the oldest batches; shorter invoices leave the rest at an item that there is not.
+constexpr int most_items = 20;
+constexpr const char* time_form = "2026/11/21 12:00";
+
+}  // namespace
+
+HandSale::HandSale(HandEngine& engine, std::filesystem::path log) : engine_(engine), log_(std::move(log)) {
+    const auto prepare = [&](const std::string& text) { return engine_.prepare(text); };
+    period_ = prepare("select sale_no from sal_prd where sale_from <= ? and sale_to >= ?");
+    barcode_ = prepare("select code, scode from barcode where bar = ?");
+    card_ = prepare(
+        "select i.name, i.itype, i.stop, i.sale_only, i.num1, i.price11, i.price12, i.price13, i.price14, "
+        "i.price15, "
+        "ifnull(p.p_per, 0), p.s_price from items i left join tmp_price p on i.code = p.icode where i.code = "
+        "?");
+    stock_ = prepare("select sum(quan) from stk where icode = ? and stcode = 1");
+    expiries_ = prepare("select edate from stk where icode = ?");
+    found_ = prepare(
+        "select code, name, itype, stop, price12, price13, price22, price23, price32, price33, "
+        "(select sum(quan) from stk where icode = items.code) from items where name >= ?1 and name < ?2 "
+        "order by name");
+    shift_ = prepare("select scode, e_date from shift where stcode = 1 and cash_no = 1 order by scode");
+    number_ = prepare("select max(pnum) from sales where vcode = -1 and (ctype = 0 or ctype = 1)");
+    settings_ = prepare("select inv_p, csh_inv, cust_n, main_p from basic");
+    header_ = prepare(
+        "insert into sales (pnum, vcode, date, ctype, ptot, pdis, ptax, stcode, user, wcode, types, shift, "
+        "time_, stype, "
+        "ptype, inv_type) values (?, -1, ?, 0, ?, 0.0, 0, 1, 1, 0, 0, ?, ?, 0, 1, 0)");
+    std::string marks = "?";
+    for (int i = 1; i < most_items; ++i)
+        marks += ",?";
+    oldest_ = prepare("select icode, min(edate) from stk where stcode = 1 and quan > 0 and icode in (" +
+                      marks + ") group by icode");
+    line_ = prepare(
+        "insert into saledata (pnum, vcode, date, ctype, stcode, stype, serial, sid, icode, note, quan, "
+        "price, disc, "
+        "unit1, scode, quan1, edate, time_, inv_type) values (?1, -1, ?2, 0, 1, 0, ?3, ?3, ?4, ?5, ?6, ?7, "
+        "0.0, ?8, "
+        "?9, ?10, ?11, ?12, 0)");
+    batches_ = prepare("select rowid, stcode, quan from stk where icode = ? order by edate");
+    // Another till may have changed the batch meanwhile.
+    take_ = prepare("update stk set quan = ?1 where rowid = ?2 and quan = ?3");
+}
+
+HandLine HandSale::enter(const std::string& code, bool first) {
+    const std::int64_t today = ticks_of({last_day, {}});
+    if (first && HandRun(period_, today, today).row())
+        throw std::runtime_error("no sale period was expected");
+    HandLine line;
+    line.item = std::atoll(code.c_str());
+    for (HandRun bar(barcode_, code); bar.row(); bar.next()) {
+        line.item = bar.whole(0);
+        line.unit = static_cast<int>(bar.whole(1));
+    }
+    const HandRun card(card_, line.item);
+    if (!card.row() || card.whole(2) != 0 || card.whole(3) != 0) throw std::runtime_error("no such item");
+    line.name = card.text(0);
+    line.factor = card.number(4);
+    line.price = card.number(6) * (100 - card.number(10)) / 100;
+    if (HandRun(stock_, line.item).number(0) < line.factor) throw std::runtime_error("no stock");
+    [[maybe_unused]] const double balance = HandRun(stock_, line.item).number(0) / line.factor;
+    [[maybe_unused]] const std::string shown = fmt::format("{:.3f}", HandRun(stock_, line.item).number(0));
+    std::vector<std::int64_t> expiries;
+    for (HandRun batch(expiries_, line.item); batch.row(); batch.next())
+        expiries.push_back(batch.whole(0));
+    std::sort(expiries.begin(), expiries.end());
+    return line;
+}
+
+std::vector<HandSale::Found> HandSale::search(const std::string& prefix) {
+    std::vector<Found> list;
+    for (HandRun row(found_, prefix, prefix + "\xf4\x8f\xbf\xbf"); row.row(); row.next()) {
+        Found found;
+        found.code = row.whole(0);
+        found.name = row.text(1);
+        found.type = row.whole(2);
+        found.stopped = row.whole(3);
+        for (int i = 0; i < 6; ++i)
+            found.prices[i] = row.number(4 + i);
+        found.stock = row.number(10);
+        list.push_back(std::move(found));
+    }
+    return list;
+}
+
+void HandSale::save(const std::vector<HandLine>& lines) {
+    if (lines.size() > most_items) throw std::runtime_error("too many lines for this till");
+    std::int64_t shift = 0;
+    bool open = false;
+    for (HandRun row(shift_); row.row(); row.next()) {
+        shift = row.whole(0);
+        open = row.null(1);
+    }
+    if (!open) throw std::runtime_error("no shift");
+    double total = 0;
+    std::map<std::int64_t, double> needed;
+    for (const HandLine& line : lines) {
+        needed[line.item] += line.quantity * line.factor;
+        if (HandRun(stock_, line.item).number(0) < needed[line.item]) throw std::runtime_error("no stock");
+        total += line.quantity * line.price;
+    }
+    const std::int64_t number = HandRun(number_).whole(0) + 1;
+    log(fmt::format("save of invoice {} begins, lines {}", number, lines.size()));
+    if (HandRun(settings_).whole(0) == 1) throw std::runtime_error("a page printer was not expected");
+
+    const std::int64_t today = ticks_of({last_day, {}});
+    const std::int64_t now = ticks_of({{1900, 1, 1}, {12, 0, 0, 0}});
+    HandRun(header_, number, today, total, shift, now);
+
+    sqlite3_reset(oldest_);
+    auto item = needed.begin();
+    for (int i = 1; i <= most_items; ++i)
+        sqlite3_bind_int64(oldest_, i, item == needed.end() ? -1 : (item++)->first);
+    std::map<std::int64_t, std::int64_t> oldest;
+    for (HandRun row(oldest_); row.row(); row.next())
+        oldest[row.whole(0)] = row.whole(1);
+
+    int serial = 0;
+    for (const HandLine& line : lines)
+        HandRun(line_, number, today, ++serial, line.item, line.name, line.quantity, line.price, line.factor,
+                line.unit, line.quantity * line.factor, oldest[line.item], now);
+    for (const HandLine& line : lines)
+        take(line.item, line.quantity * line.factor);
+    engine_.settle();
+    log(fmt::format("save of invoice {} finished", number));
+    if (HandRun(settings_).whole(3) == 1 || HandRun(number_).whole(0) != number)
+        throw std::runtime_error("the next invoice is not as expected");
+}
+
+void HandSale::take(std::int64_t item, double quantity) {
+    struct Batch {
+        std::int64_t row;
+        double held;
+    };
+    std::vector<Batch> batches;
+    for (HandRun row(batches_, item); row.row(); row.next())
+        if (row.whole(1) == 1 && row.number(2) > 0) batches.push_back({row.whole(0), row.number(2)});
+    double left = quantity;
+    for (const Batch& batch : batches) {
+        if (left <= 0) break;
+        const double taken = std::min(left, batch.held);
+        HandRun(take_, batch.held - taken, batch.row, batch.held);
+        if (engine_.changes() != 1) throw std::runtime_error("the batch was changed meanwhile");
+        left -= taken;
+    }
+}
+
+void HandSale::log(const std::string& line) {
+    const std::string text = line + "  ----  250  ----  " + time_form + "\n";
+    const int file = ::open(log_.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
+    if (file < 0 || ::write(file, text.data(), text.size()) < 0) throw std::runtime_error("the log failed");
+    ::close(file);
+}
+
+}  // namespace bench

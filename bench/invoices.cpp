@@ -1,0 +1,70 @@
+#include "bench/invoices.h"
+
+#include "bench/goods.h"
+
+namespace bench {
+
+namespace {
+
+// The moment of the n-th of so many events, from 8:00 to 22:00 of each day; the last day ends at noon, when
+// the shop is measured.
+common::Moment moment_of(std::int64_t n, std::int64_t of) {
+    constexpr std::int64_t open = 14 * 3600;
+    constexpr std::int64_t all = (Sizes::days - 1) * open + 4 * 3600;
+    const std::int64_t at = n * all / (of + 1);
+    const auto back = static_cast<long>(Sizes::days - 1 - at / open);
+    const int second = 8 * 3600 + static_cast<int>(at % open);
+    return {common::add_days(last_day, -back), {second / 3600, second / 60 % 60, second % 60, 0}};
+}
+
+int drawer_of(std::uint32_t choice) {
+    return 1 + static_cast<int>(choice % static_cast<std::uint32_t>(Sizes::drawers));
+}
+
+// Pairs of invoices have ten lines, so that there are five to an invoice.
+int lines_of(std::int64_t number) {
+    const int of_first = 1 + static_cast<int>(noise(static_cast<std::uint64_t>(number + 1) / 2 + 99) % 9);
+    return number % 2 == 1 ? of_first : 10 - of_first;
+}
+
+}  // namespace
+
+double SoldInvoice::total() const {
+    double sum = 0;
+    for (const SoldLine& line : lines)
+        sum += line.quantity * line.price;
+    return sum;
+}
+
+SoldInvoice InvoiceMaker::next() {
+    const std::int64_t order = ++made_;
+    const auto seed = static_cast<std::uint64_t>(order) * 64;
+    const std::uint32_t choice = noise(seed) % 100;
+    SoldInvoice invoice{};
+    invoice.moment = moment_of(order, sizes_.invoices);
+    invoice.ctype = choice < 5 ? 2 : 0;
+    invoice.vcode =
+        choice >= 5 && choice < 15 ? 1 + static_cast<int>(noise(seed + 1) % Sizes::customers) : -1;
+    invoice.stype = choice >= 90 ? 1 : choice >= 88 ? 2 : choice == 87 ? 3 : choice == 86 ? 4 : 0;
+    invoice.disboun = invoice.stype == 2 ? 5 : invoice.stype == 3 ? 2 : 0;
+    invoice.drawer = drawer_of(noise(seed + 2));
+    invoice.shift = shift_of(invoice.moment.date);
+    invoice.number = invoice.ctype == 2 ? ++returns_ : invoice.vcode == -1 ? ++walk_in_ : ++account_;
+    const int count = lines_of(order);
+    for (int i = 0; i < count; ++i) {
+        // A few items make most of the sales.
+        const auto at = seed + 8 + static_cast<std::uint64_t>(i) * 2;
+        const double share = noise(at) / 4294967296.0;
+        const auto item = 1 + static_cast<std::int64_t>(share * share * sizes_.items());
+        invoice.lines.push_back({item, 1.0 + noise(at + 1) % 3, retail_price(item)});
+    }
+    return invoice;
+}
+
+Movement movement(const Sizes& sizes, std::int64_t number) {
+    const auto seed = static_cast<std::uint64_t>(number) * 7 + 1'000'003;
+    return {moment_of(number, sizes.movements()), drawer_of(noise(seed)),
+            static_cast<int>(noise(seed + 1) % 2), (100 + noise(seed + 2) % 10'000) / 100.0};
+}
+
+}  // namespace bench
