@@ -41,7 +41,7 @@ bool TextLimits::fits(std::string_view column, std::string_view text) const {
         if (bracket == std::string::npos ||
             std::from_chars(type.data() + bracket + 1, type.data() + type.size(), width).ec != std::errc())
             return true;  // no width, or "max"
-        return common::length(text) <= width;
+        return common::column_width(text) <= width;
     }
     return true;
 }

@@ -53,9 +53,12 @@ std::string propose_number(database::Connection& connection, VoucherKind kind) {
             : Sql("select max(case when isnumeric(chkno)=1 then case when chkno = '.' then 0 else  "
                   "convert(real,chkno) end else 0 end) as last_c from vencuspay where type <> 0 and ptype = "
                   "1");
+    // A real tells whole numbers apart up to here: above, the next number could be one that is taken.
+    constexpr double exact_reals = 16'777'216;
     double highest = 0;
     try {
         highest = database::number_of(connection.scalar(statement));
+        if (highest >= exact_reals) highest = highest_read_here(connection, kind);
     } catch (const database::Error& error) {
         if (error.is_connection_lost()) throw;
         highest = highest_read_here(connection, kind);

@@ -94,6 +94,23 @@ std::string right(std::string_view text, std::size_t characters) {
     return std::string(text.substr(at));
 }
 
+std::size_t column_width(std::string_view text) {
+    std::size_t width = 0;
+    for (std::size_t at = 0; at < text.size();)
+        width += next_character(text, at) > 0xFFFF ? 2 : 1;
+    return width;
+}
+
+std::string cut_to_column(std::string_view text, std::size_t width) {
+    std::size_t end = 0;
+    for (std::size_t at = 0; at < text.size(); end = at) {
+        const std::size_t taken = next_character(text, at) > 0xFFFF ? 2 : 1;
+        if (taken > width) break;
+        width -= taken;
+    }
+    return std::string(text.substr(0, end));
+}
+
 std::u32string code_points(std::string_view text) {
     std::u32string out;
     out.reserve(text.size());

@@ -14,6 +14,11 @@ std::size_t length(std::string_view text);  // in characters
 std::string left(std::string_view text, std::size_t characters);
 std::string right(std::string_view text, std::size_t characters);
 
+// What a text takes of a database column's width, and what of it fits one: the server counts a character
+// beyond the first 65,536, such as a smiley, twice.
+std::size_t column_width(std::string_view text);
+std::string cut_to_column(std::string_view text, std::size_t width);
+
 // The text as code points and back. Malformed bytes become U+FFFD, so that no input can break a screen.
 std::u32string code_points(std::string_view text);
 std::string utf8(std::u32string_view text);

@@ -192,8 +192,9 @@ void fit(const Call& call) {
     if (call.null(0)) return call.give();
     const std::string_view text = call.text(0);
     const auto room = static_cast<std::size_t>(call.integer(1));
-    if (text.size() <= room || common::length(text) <= room) return call.give(text);
-    if (common::length(common::trim_right(text)) <= room) return call.give(common::left(text, room));
+    if (text.size() <= room || common::column_width(text) <= room) return call.give(text);
+    if (common::column_width(common::trim_right(text)) <= room)
+        return call.give(common::cut_to_column(text, room));
     call.fail("22001", "String or binary data would be truncated.");
 }
 

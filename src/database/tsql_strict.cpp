@@ -34,6 +34,10 @@ void Statements::check(const Statement& statement) {
 void Statements::check_stored(const std::string& column, const Typed& value, const Type& type) {
     const Rank to = rank_of(type);
     if (value.is_text() && to != Rank::text && to != Rank::large) check_converts(value, to);
+    // The server would write six digits, or "1.23457e+006".
+    if (value.rank == Rank::real || value.rank == Rank::floating)
+        if (to == Rank::text)
+            refuse("22001", "A number with decimals is cut to six digits in '" + column + "'.");
     if (value.is_moment() && to >= Rank::bit && to <= Rank::floating)
         refuse("42000", "Implicit conversion from data type datetime to " + std::string(name_of(to)) +
                             " is not allowed (column '" + column + "').");
@@ -128,8 +132,11 @@ void StrictReader::read(std::string_view statement, const std::vector<Value>& va
         note("unread: " + on_one_line(error.what()));
         return;
     }
+    std::set<std::size_t> marks;
+    for (const Token& token : tokens.list)
+        if (token.kind == Token::Kind::value && statement[token.begin] == '?') marks.insert(token.slot);
     try {
-        strict::Statements(catalog, tokens.values).check(tree);
+        strict::Statements(catalog, tokens.values, std::move(marks)).check(tree);
     } catch (const Error& error) {
         note("refused: " + on_one_line(error.what()));
         throw;

@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "database/tsql_catalog.h"
@@ -66,8 +67,9 @@ void check_converts(const Typed& text, Rank to);
 // One statement, with the names that are known at each place of it.
 class Statements {
   public:
-    Statements(const Catalog& catalog, const std::vector<Value>& values)
-        : catalog_(catalog), values_(values) {}
+    // `marks`: the slots of values that stand as "?" in the statement and come with their own types.
+    Statements(const Catalog& catalog, const std::vector<Value>& values, std::set<std::size_t> marks)
+        : catalog_(catalog), values_(values), marks_(std::move(marks)) {}
     void check(const Statement& statement);
 
   private:
@@ -109,6 +111,7 @@ class Statements {
 
     const Catalog& catalog_;
     const std::vector<Value>& values_;
+    const std::set<std::size_t> marks_;
     const Scope* scope_ = nullptr;
     bool in_aggregate_ = false;
     std::vector<std::unique_ptr<std::vector<Column>>> made_;  // the columns of queries in FROM

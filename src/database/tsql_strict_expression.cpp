@@ -42,9 +42,12 @@ Typed Statements::value(std::size_t slot) const {
     Typed typed;
     if (is_null(value)) typed.rank = Rank::null;
     if (std::holds_alternative<common::Moment>(value)) typed.rank = Rank::datetime;
-    if (std::holds_alternative<double>(value)) typed.rank = Rank::numeric;
+    const bool is_mark = marks_.contains(slot);
+    if (std::holds_alternative<double>(value)) typed.rank = is_mark ? Rank::floating : Rank::numeric;
     if (const auto* whole = std::get_if<std::int64_t>(&value))
-        typed.rank = *whole > 2147483647 || *whole < -2147483648LL ? Rank::numeric : Rank::integer;
+        typed.rank = is_mark                                         ? Rank::bigint
+                     : *whole > 2147483647 || *whole < -2147483648LL ? Rank::numeric
+                                                                     : Rank::integer;
     if (const auto* text = std::get_if<std::string>(&value)) {
         typed.rank = Rank::text;
         typed.length = static_cast<int>(std::max<std::size_t>(common::length(*text), 1));

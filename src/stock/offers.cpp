@@ -45,7 +45,7 @@ std::int64_t save_offer(Connection& connection, const OfferHeader& header,
     for (const OfferLine& line : lines) {
         offer.add();
         for (std::size_t cell = 0; cell < offer_cells; ++cell)
-            offer.set(cell_columns[cell], common::left(line[cell], cell_width));
+            offer.set(cell_columns[cell], common::cut_to_column(line[cell], cell_width));
         offer.set("vcode", header.customer);
         offer.set("ctype", header.ctype);
         offer.set("stype", header.stype);

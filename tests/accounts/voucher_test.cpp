@@ -4,6 +4,7 @@
 
 #include "accounts/direct_receipt.h"
 #include "accounts/messages.h"
+#include "accounts/voucher_statements.h"
 #include "database/faults.h"
 #include "office.h"
 
@@ -296,6 +297,15 @@ TEST_F(Vouchers, ADirectReceiptIsNeverHalfWritten) {
         written += returned && reached;
     }
     EXPECT_GT(written, 0);
+}
+
+TEST_F(Vouchers, ANumberOfManyDigitsIsFollowedByTheNext) {
+    // The statement reads numbers as reals, which keep seven digits.
+    for (const VoucherKind kind : {VoucherKind::receipt, VoucherKind::payment}) {
+        office.shop.sql("insert into vencuspay (chkno,ptype,[type],vcode,ztype,quan) values ('20261121'," +
+                        std::to_string(static_cast<int>(kind)) + ",1,7,2,10)");
+        EXPECT_EQ(propose_number(office.shop.connection(), kind), "20261122");
+    }
 }
 
 TEST_F(Vouchers, ADirectReceiptLowersWhatTheCustomerOwes) {

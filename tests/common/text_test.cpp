@@ -14,6 +14,11 @@ TEST(Text, WidthsCountCharacters) {
     EXPECT_EQ(common::left("ab", 9), "ab");
     EXPECT_EQ(common::right("ab", 9), "ab");
     EXPECT_EQ(common::right("a😀b", 2), "😀b");
+    EXPECT_EQ(common::column_width("بقالة"), 5U);
+    EXPECT_EQ(common::column_width("a😀b"), 4U);
+    EXPECT_EQ(common::cut_to_column("a😀b", 3), "a😀");
+    EXPECT_EQ(common::cut_to_column("a😀b", 2), "a");
+    EXPECT_EQ(common::cut_to_column("بقالة النور", 5), "بقالة");
 }
 
 TEST(Text, MalformedBytesBecomeReplacementCharacters) {

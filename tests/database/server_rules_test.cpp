@@ -42,6 +42,8 @@ TEST_F(ServerRules, OfWhatAColumnHolds) {
     check_both({
         {"insert into t (code,name) values (10,'12345678901')", "22001"},    // 8152, 2628 since 2019
         {"insert into t (code,name) values (10,N'أبتثجحخدذر')", ""},         // ten letters are ten
+        {"insert into t (code,name) values (9,N'😀😀😀😀😀')", ""},               // a smiley counts twice
+        {"insert into t (code,name) values (8,N'😀😀😀😀😀x')", "22001"},         // 8152
         {"update t set name = '1234567890  ' where code = 10", ""},          // blanks at the end are dropped
         {"update t set name = name + 'x' where code = 10", "22001"},         // 8152
         {"insert into t (name) values ('x')", "23000"},                      // 515
