@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 #include "common/text.h"
 #include "database/sqlserver_errors.h"
@@ -50,6 +51,17 @@ Error statement_error(const std::vector<Diagnostic>& all, bool lost, std::string
     if (said == nullptr) return {"HY000", "The statement failed without a reason.", std::string(statement)};
     if (lost) return {"08S01", said->text, std::string(statement)};
     return server_error(*said, statement);
+}
+
+// The server's port in a connection string of the driver; 0 without one.
+std::uint16_t port_in(std::string_view driver_string) {
+    constexpr std::string_view name = ";PORT=";
+    const auto at = driver_string.find(name);
+    std::uint16_t port = 0;
+    if (at != driver_string.npos)
+        std::from_chars(driver_string.data() + at + name.size(), driver_string.data() + driver_string.size(),
+                        port);
+    return port;
 }
 
 bool changes_tables(std::string_view statement) {
@@ -117,7 +129,7 @@ void OdbcConnection::connect() {
                                                nullptr, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(answer)) throw connect_error(diagnostics_of(SQL_HANDLE_DBC, handle.get()));
     connection_ = std::move(handle);
-    watch_.look_after(before.new_one());
+    watch_.look_after(before.new_one(port_in(road_.driver_string)));
     if (road_.opening_statement.empty()) return;
     try {
         guarded(road_.opening_statement, left(), [&] {

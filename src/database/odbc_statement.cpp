@@ -269,10 +269,8 @@ Connection::Outcome run_odbc_statement(SQLHDBC connection, std::string_view text
     Bindings bindings;
     bindings.bind(statement, values);
     std::vector<SQLWCHAR> wide = to_wide(text);
-    // "No data" is a success: of an update that found no row, and of statements such as SET. The length is
-    // said, as a text may hold a zero.
-    SQLRETURN answer = statement.check(
-        SQLExecDirectW(statement.get(), wide.data(), static_cast<SQLINTEGER>(wide.size() - 1)));
+    // "No data" is a success: of an update that found no row, and of statements such as SET.
+    SQLRETURN answer = statement.check(SQLExecDirectW(statement.get(), wide.data(), SQL_NTS));
 
     std::optional<Result> result;
     std::int64_t changed = 0;

@@ -1,5 +1,7 @@
 #include "database/odbc_watch.h"
 
+#include <netinet/in.h>
+
 #include <cstring>
 #include <filesystem>
 #include <string>
@@ -19,30 +21,38 @@ std::set<int> open_descriptors() {
     return found;
 }
 
-// The socket's own address when it is connected to a server; nothing for anything else.
-std::optional<sockaddr_storage> own_address(int descriptor) {
+// Of the address at either end: 0 when it is no address of the network.
+std::uint16_t port_of(const sockaddr_storage& address) {
+    if (address.ss_family == AF_INET) return ntohs(reinterpret_cast<const sockaddr_in&>(address).sin_port);
+    if (address.ss_family == AF_INET6) return ntohs(reinterpret_cast<const sockaddr_in6&>(address).sin6_port);
+    return 0;
+}
+
+using AddressOf = int (*)(int, sockaddr*, socklen_t*);
+sockaddr_storage address_by(AddressOf ask, int descriptor) {
     sockaddr_storage address{};
     socklen_t size = sizeof address;
-    if (getpeername(descriptor, reinterpret_cast<sockaddr*>(&address), &size) != 0) return {};
-    if (address.ss_family != AF_INET && address.ss_family != AF_INET6) return {};
-    address = {};
-    size = sizeof address;
-    if (getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &size) != 0) return {};
+    if (ask(descriptor, reinterpret_cast<sockaddr*>(&address), &size) != 0) return {};
     return address;
+}
+
+sockaddr_storage own_address(int descriptor) {
+    return address_by([](int d, sockaddr* a, socklen_t* s) { return getsockname(d, a, s); }, descriptor);
 }
 
 }  // namespace
 
 SocketsBefore::SocketsBefore() : known_(open_descriptors()) {}
 
-std::optional<SocketsBefore::Found> SocketsBefore::new_one() const {
+std::optional<SocketsBefore::Found> SocketsBefore::new_one(std::uint16_t port) const {
     std::optional<Found> found;
     for (const int descriptor : open_descriptors()) {
         if (known_.contains(descriptor)) continue;
-        const auto address = own_address(descriptor);
-        if (!address) continue;
+        const auto peer =
+            address_by([](int d, sockaddr* a, socklen_t* s) { return getpeername(d, a, s); }, descriptor);
+        if (port == 0 || port_of(peer) != port) continue;
         if (found) return {};
-        found = Found{descriptor, *address};
+        found = Found{descriptor, own_address(descriptor)};
     }
     return found;
 }
@@ -91,9 +101,8 @@ void OdbcWatch::keep_watch() {
             asleep_until_ = deadline_;
             news_.wait_until(guard, asleep_until_);
         } else {
-            const auto now = own_address(socket_->descriptor);
-            if (now && std::memcmp(&*now, &socket_->own, sizeof *now) == 0)
-                ::shutdown(socket_->descriptor, SHUT_RDWR);
+            const sockaddr_storage now = own_address(socket_->descriptor);
+            if (std::memcmp(&now, &socket_->own, sizeof now) == 0) ::shutdown(socket_->descriptor, SHUT_RDWR);
             cut_ = true;
             deadline_ = Clock::time_point::max();
         }

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <cstdint>
 #include <mutex>
 #include <optional>
 #include <set>
@@ -18,12 +19,12 @@ namespace database {
 class SocketsBefore {
   public:
     SocketsBefore();
-    // A socket to a server that was not there before; nothing when there is none, or more than one.
+    // A socket to a server's port that was not there before; nothing when there is none, or more than one.
     struct Found {
         int descriptor = -1;
         sockaddr_storage own{};  // its own address: a later socket of the same number has another
     };
-    std::optional<Found> new_one() const;
+    std::optional<Found> new_one(std::uint16_t port) const;
 
   private:
     std::set<int> known_;

@@ -3,6 +3,7 @@
 
 #include "database/engine.h"
 #include "database/faults.h"
+#include "support/test_server.h"
 
 namespace {
 
@@ -14,6 +15,7 @@ using database::Value;
 class Records : public test::Engine {
   protected:
     Records() {
+        if (const auto server = test::test_server()) connection = database::open_emptied(*server);
         run("create table keyed (code int not null primary key, name nvarchar(10), made datetime, price "
             "real)");
         run("create table loose (code int, name nvarchar(10), made datetime, price real)");

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <thread>
 
@@ -105,6 +106,23 @@ TEST(Browser, TellsThePortOfAnInstance) {
         EXPECT_EQ(ask_instance_port("127.0.0.1", "SQLEXPRESS", 200ms, browser.port()).value_or(0), port);
         EXPECT_EQ(browser.question(), std::string("\x04SQLEXPRESS\0", 12));
     }
+}
+
+// A name service that answers late, and still after the caller has gone on.
+TEST(Names, TheirSilenceEndsInTime) {
+    static std::atomic<bool> answered = false;
+    const auto late = [](const char*, const char*, const addrinfo*, addrinfo** found) {
+        std::this_thread::sleep_for(600ms);
+        answered = true;
+        return getaddrinfo("127.0.0.1", "1433", nullptr, found);
+    };
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(database::addresses_of("SHOPP", 1433, SOCK_STREAM, 100ms, late), nullptr);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 400ms);
+    EXPECT_NE(database::addresses_of("SHOPP", 1433, SOCK_STREAM, 5s, late), nullptr);
+    EXPECT_TRUE(answered);
+    EXPECT_NE(database::addresses_of("127.0.0.1", 1433, SOCK_STREAM, 5s), nullptr);
+    EXPECT_EQ(database::addresses_of("", 1433, SOCK_STREAM, 5s), nullptr);
 }
 
 TEST(Browser, ItsSilenceEndsInTime) {

@@ -1,6 +1,7 @@
 // The road through the driver manager, on a second driver that needs no server (Debian's libsqliteodbc).
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 
 #include "database/odbc_connection.h"
@@ -28,14 +29,19 @@ class SecondDriver : public testing::Test {
   protected:
     void SetUp() override {
         if (second_driver().empty()) GTEST_SKIP() << "skipped: the package libsqliteodbc is not installed";
-        connection_ = std::make_unique<OdbcConnection>(database::OdbcRoad{
-            "DRIVER={" + second_driver() + "};Database=" + (folder_.path() / "second.db").string() + ";",
-            ""});
+        connection_ = open();
         connection().execute(
             "create table worker (work_code integer primary key, work_name nvarchar(100), pay float, "
             "since datetime, works bit)");
     }
     OdbcConnection& connection() { return *connection_; }
+    // Waits half a second for a writer.
+    std::unique_ptr<OdbcConnection> open() const {
+        return std::make_unique<OdbcConnection>(
+            database::OdbcRoad{"DRIVER={" + second_driver() +
+                                   "};Timeout=500;Database=" + (folder_.path() / "second.db").string(),
+                               ""});
+    }
 
   private:
     test::TemporaryFolder folder_;
@@ -43,8 +49,8 @@ class SecondDriver : public testing::Test {
 };
 
 TEST_F(SecondDriver, ValuesComeBackAsTheyWent) {
-    std::string long_text;
-    for (int i = 0; i < 3000; ++i)
+    std::string long_text;  // a million bytes
+    for (int i = 0; i < 143'000; ++i)
         long_text += "لبن ";
     const common::Moment moment{{2026, 11, 21}, {23, 59, 58, 997}};
     const std::vector<Value> rows[] = {
@@ -91,6 +97,18 @@ TEST_F(SecondDriver, ErrorsNameTheStatementAndPass) {
         EXPECT_NE(error.what()[0], '[');
     }
     EXPECT_EQ(connection().execute("insert into worker (work_code) values (1)"), 1);
+}
+
+TEST_F(SecondDriver, AWaitForAnotherWriterEndsAndTheWorkGoesOn) {
+    const auto other = open();
+    other->execute("begin immediate");
+    other->execute("insert into worker (work_code,work_name) values (1,'سعاد')");
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_THROW(connection().execute("insert into worker (work_code) values (2)"), Error);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
+    other->execute("commit");
+    EXPECT_EQ(connection().execute("insert into worker (work_code) values (2)"), 1);
+    EXPECT_EQ(database::text_of(open()->scalar("select work_name from worker where work_code = 1")), "سعاد");
 }
 
 TEST_F(SecondDriver, ARecordsetEditsThroughIt) {

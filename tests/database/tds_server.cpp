@@ -58,6 +58,7 @@ void TdsServer::talk(int connection) {
             }
             ++logins_;
             if (login_ == hang_up) break;
+            if (login_ == silence) continue;
             send_answer(connection, login_.empty() ? login_answer("shop") : login_);
             continue;
         }

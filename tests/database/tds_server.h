@@ -20,8 +20,9 @@ class TdsServer {
     // What a request is answered with; no bytes is silence.
     using Answer = std::function<std::string(const std::string& request)>;
     static constexpr const char* hang_up = "hang up";
+    static constexpr const char* silence = "silence";
 
-    // Log-ins are answered with `login` ("" for success, else an error's bytes, or hang_up).
+    // Log-ins are answered with `login` ("" for success, else an error's bytes, hang_up or silence).
     explicit TdsServer(Answer answer, std::string login = "");
     ~TdsServer();
     TdsServer(const TdsServer&) = delete;

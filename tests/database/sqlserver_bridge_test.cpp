@@ -1,0 +1,236 @@
+// The whole road to a server: the program's connection, the driver manager, FreeTDS, and the test server that
+// runs what it is sent.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
+
+#include "database/odbc_statement.h"
+#include "database/recordset.h"
+#include "database/sqlserver_connection.h"
+#include "support/shop.h"
+#include "support/tds_bridge.h"
+
+namespace {
+
+using database::Connection;
+using database::Error;
+using database::Null;
+using database::Recordset;
+using database::Value;
+using test::TdsBridge;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class Road : public testing::Test {
+  protected:
+    Road() : bridge(folder.path()) {}
+
+    std::unique_ptr<Connection> open(const std::string& password = "secret", const std::string& name = "shop",
+                                     database::Patience patience = {}) {
+        return database::open_sqlserver("Provider=SQLOLEDB.1;Password=" + password +
+                                            ";Persist Security Info=True;User ID=sa;Initial Catalog= " +
+                                            name + ";Data Source=127.0.0.1," + std::to_string(bridge.port()),
+                                        patience);
+    }
+    static std::string failure_of(const std::function<void()>& work) {
+        try {
+            work();
+        } catch (const Error& error) {
+            return error.sqlstate() + " " + error.what();
+        }
+        return "no error";
+    }
+    static common::Moment day(int year, int month, int of_month, common::TimeOfDay time = {}) {
+        return {{year, month, of_month}, time};
+    }
+
+    test::TemporaryFolder folder;
+    TdsBridge bridge;
+};
+
+TEST_F(Road, ValuesComeBackAsTheyWent) {
+    const auto connection = open();
+    connection->execute(
+        "create table kinds (code int not null primary key, name nvarchar(100), note nvarchar(max), big "
+        "bigint, "
+        "small smallint, tiny tinyint, yes bit, price float, rate real, cost money, weight numeric(12,3), "
+        "made "
+        "datetime, seen smalldatetime)");
+    std::string long_text;  // a million bytes
+    for (int i = 0; i < 143'000; ++i)
+        long_text += "لبن ";
+    const auto made = day(2026, 11, 21, {23, 59, 58, 990});
+    const std::vector<Value> rows[] = {
+        {std::int64_t{1}, "لبن كامل الدسم 🥛 d'Or; -- ", long_text,
+         std::int64_t{9'007'199'254'740'993}, std::int64_t{-32768}, std::int64_t{255}, std::int64_t{1},
+         0.1 + 0.2, 4.6, 12.3456, -7.125, made, day(2026, 11, 21, {10, 42, 0, 0})},
+        {std::int64_t{2}, "", "", std::int64_t{-1}, std::int64_t{0}, std::int64_t{0}, std::int64_t{0}, -1e300,
+         -0.1, 0.0, 0.0, day(3000, 1, 1), day(1900, 1, 1)},
+        {std::int64_t{3}, Null{}, Null{}, Null{}, Null{}, Null{}, Null{}, Null{}, Null{}, Null{}, Null{},
+         Null{}, Null{}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(connection->execute("insert into kinds values (?,?,?,?,?,?,?,?,?,?,?,?,?)", row), 1);
+    const auto result = connection->query("select * from kinds order by code");
+    ASSERT_EQ(result.size(), std::size(rows));
+    for (std::size_t i = 0; i < result.size(); ++i)
+        for (std::size_t column = 0; column < rows[i].size(); ++column)
+            EXPECT_TRUE(result.rows()[i].cells()[column] == rows[i][column])
+                << result.columns()[column] << " of row " << i + 1 << ": "
+                << database::text_of(result.rows()[i].cells()[column]).substr(0, 60);
+    // As a literal of the statement too, and beside a value.
+    const auto found = connection->run(
+        "select code from kinds where name = 'لبن كامل الدسم 🥛 d''Or; --' and made = ?",
+        {made});
+    ASSERT_EQ(found.result.size(), 1U);
+    EXPECT_EQ(found.result.front().integer("code"), 1);
+}
+
+TEST_F(Road, ARecordsetFindsItsRowByWhatItRead) {
+    const auto connection = open();
+    connection->execute("create table loose (name nvarchar(20), rate real, made datetime, price float)");
+    const auto made = day(2026, 11, 21, {10, 42, 7, 123});
+    connection->execute("insert into loose values (N'شاي',4.6,?,0.3)", {made});
+    for (const double rate : {10.7, 0.1, 1e-7}) {
+        Recordset loose(*connection, "select * from loose");
+        loose.set("rate", rate);
+        loose.update();
+        EXPECT_EQ(database::number_of(connection->scalar("select rate from loose")), rate);
+        loose.set("name", "بن");
+        loose.update();
+    }
+}
+
+TEST_F(Road, CountsAndFailuresAreTheServers) {
+    const auto connection = open();
+    connection->execute("create table items (code int not null primary key, name nvarchar(5))");
+    EXPECT_EQ(connection->execute("insert into items select 1,N'شاي' union all select 2,N'بن'"), 2);
+    EXPECT_EQ(connection->execute("update items set name = 'x' where code > ?", {Value(std::int64_t{9})}), 0);
+    EXPECT_EQ(connection->execute("update items set name = 'x' where code > 9"), 0);
+    EXPECT_TRUE(connection->query("select * from items where code = 9").empty());
+    const struct {
+        const char* statement;
+        const char* sqlstate;
+    } cases[] = {
+        {"insert into items values (1,'x')", "23000"},
+        {"insert into items values (null,'x')", "23000"},
+        {"select * from nowhere", "42S02"},
+        {"select colour from items", "42S22"},
+        {"create table items (a int)", "42S01"},
+        {"select from where", "42000"},
+        {"insert into items values (3,N'طويل جدا')", "22001"},
+        {"select * from items where code = 'x'", "22018"},
+        {"select 1/0", "22012"},
+        {"select cast('2026/13/45' as datetime)", "22007"},
+    };
+    for (const auto& [statement, sqlstate] : cases) {
+        EXPECT_THAT(failure_of([&] { connection->run(statement, {}); }), HasSubstr(sqlstate)) << statement;
+        EXPECT_THAT(failure_of([&] { connection->run(std::string(statement) + " -- ", {}); }),
+                    HasSubstr(sqlstate));
+    }
+    // The same as a call with values.
+    EXPECT_THAT(
+        failure_of([&] {
+            connection->execute("insert into items values (?,?)", {Value(std::int64_t{1}), Value("x")});
+        }),
+        HasSubstr("23000"));
+    EXPECT_EQ(bridge.logins(), 1);
+}
+
+TEST_F(Road, WhoMayNotComeInIsTold) {
+    EXPECT_THAT(failure_of([&] { open("wrong"); }), AllOf(HasSubstr("28000"), HasSubstr("'sa'")));
+    EXPECT_THAT(failure_of([&] { open("secret", "nowhere"); }), HasSubstr("42000 Cannot open database"));
+}
+
+TEST_F(Road, DescribesTables) {
+    const auto connection = open();
+    connection->execute(
+        "create table [print] (code int not null, store int not null, name nvarchar(30), rate real, made "
+        "datetime, "
+        "num numeric(12,3), note nvarchar(max), primary key (store, code))");
+    const auto shape = connection->describe("[dbo].[PRINT]");
+    EXPECT_THAT(shape.columns, ElementsAre("code", "store", "name", "rate", "made", "num", "note"));
+    EXPECT_THAT(shape.types,
+                ElementsAre("int", "int", "nvarchar(30)", "real", "datetime", "numeric(12, 3)", "ntext"));
+    EXPECT_THAT(shape.key, ElementsAre("store", "code"));
+    EXPECT_THAT(connection->tables(), ElementsAre("print"));
+    EXPECT_THAT(failure_of([&] { connection->describe("nowhere"); }), HasSubstr("42S02"));
+}
+
+TEST_F(Road, AnotherTillsTransactionIsWaitedForAndUndoneWithIt) {
+    const auto first = open();
+    first->execute("create table stk (icode int, quan float)");
+    first->execute("begin transaction");
+    first->execute("insert into stk values (1,5)");
+    bridge.drop();
+    const auto second = open();
+    for (int i = 0; i < 100 && database::integer_of(second->scalar("select count(*) from stk")) != 0; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    EXPECT_EQ(second->execute("insert into stk values (2,5)"), 1);
+    EXPECT_THAT(failure_of([&] { first->execute("commit transaction"); }), HasSubstr("08S01"));
+    EXPECT_EQ(database::text_of(first->scalar("select icode from stk")), "2");
+}
+
+TEST_F(Road, EveryLossIsOneFailureAndTheNextStatementConnectsAnew) {
+    using Fate = TdsBridge::Fate;
+    const auto connection = open("secret", "shop", {2, 1});
+    connection->execute("create table basic (st_d int)");
+    connection->execute("insert into basic values (1)");
+    const struct {
+        Fate fate;
+        const char* sqlstate;
+        int stored;
+    } cases[] = {{Fate::cut, "08S01", 1}, {Fate::run_and_cut, "08S01", 2}, {Fate::silence, "HYT00", 2}};
+    int logins = 1;
+    for (const auto& c : cases) {
+        bridge.doom("set st_d", c.fate);
+        EXPECT_THAT(failure_of([&] { connection->execute("update basic set st_d = st_d + 1"); }),
+                    HasSubstr(c.sqlstate));
+        EXPECT_EQ(database::integer_of(connection->scalar("select st_d from basic")), c.stored);
+        EXPECT_EQ(bridge.logins(), ++logins);
+        const auto heard = bridge.heard();
+        EXPECT_EQ(heard[heard.size() - 2].text, "set dateformat ymd");
+        EXPECT_EQ(heard[heard.size() - 2].connection, heard.back().connection);
+        EXPECT_EQ(heard.back().connection, logins);
+    }
+    bridge.set_mood(TdsBridge::Mood::away);
+    EXPECT_THAT(failure_of([&] { connection->execute("select 1"); }), HasSubstr("08S01"));
+    EXPECT_THAT(failure_of([&] { connection->execute("select 1"); }),
+                HasSubstr("08001 SQL Server does not exist"));
+    bridge.set_mood(TdsBridge::Mood::well);
+    EXPECT_EQ(database::integer_of(connection->scalar("select st_d from basic")), 2);
+}
+
+// What the driver sends for statements that are prepared: the program has none, a tool of the shop may.
+TEST_F(Road, PreparedStatementsRunAgainAndAgain) {
+    open()->execute("create table items (code int not null primary key, name nvarchar(20))");
+    const database::OdbcHandle environment(SQL_HANDLE_ENV, SQL_NULL_HANDLE);
+    SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    const database::OdbcHandle connection(SQL_HANDLE_DBC, environment.get());
+    auto driver = database::to_wide(database::freetds_connection_string(
+        "Password=secret;Persist Security Info=True;User ID=sa;Initial Catalog=shop", "{FreeTDS}",
+        "127.0.0.1", bridge.port()));
+    ASSERT_TRUE(SQL_SUCCEEDED(SQLDriverConnectW(connection.get(), nullptr, driver.data(), SQL_NTS, nullptr, 0,
+                                                nullptr, SQL_DRIVER_NOPROMPT)));
+    {
+        const database::OdbcHandle statement(SQL_HANDLE_STMT, connection.get());
+        auto text = database::to_wide("insert into items values (?, N'صنف')");
+        ASSERT_TRUE(SQL_SUCCEEDED(SQLPrepareW(statement.get(), text.data(), SQL_NTS)));
+        std::int32_t code = 0;
+        SQLLEN length = 0;
+        SQLBindParameter(statement.get(), 1, SQL_PARAM_INPUT, SQL_C_SLONG, SQL_INTEGER, 0, 0, &code, 0,
+                         &length);
+        for (code = 1; code <= 3; ++code) {
+            ASSERT_TRUE(SQL_SUCCEEDED(SQLExecute(statement.get()))) << code;
+            SQLLEN rows = 0;
+            SQLRowCount(statement.get(), &rows);
+            EXPECT_EQ(rows, 1);
+        }
+    }
+    EXPECT_EQ(database::integer_of(open()->scalar("select sum(code) from items where name = 'صنف'")), 6);
+}
+
+}  // namespace
