@@ -16,7 +16,7 @@ grep -q 'setDesktopFileName("tallvex")' "$packaging/../src/startup/main.cpp" || 
 # The devices of the settings are those that the rules name; every jump has its label.
 rules=$packaging/udev/70-tallvex.rules
 for device in $(sed -n 's|^#\{0,1\}[A-Z0-9]*=/dev/||p' "$packaging/launcher/till.conf" | sort -u); do
-    grep -q "^[^#].*SYMLINK+=\"$device\"" "$rules" || fail "no rule makes /dev/$device"
+    grep -v "^#" "$rules" | grep -q "SYMLINK+=\"$device\"" || fail "no rule makes /dev/$device"
 done
 for label in $(grep -v '^#' "$rules" | sed -n 's/.*GOTO="\([a-z_]*\)".*/\1/p' | sort -u); do
     grep -q "^LABEL=\"$label\"" "$rules" || fail "no label $label"
