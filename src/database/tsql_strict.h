@@ -98,6 +98,7 @@ class Statements {
     void check_order(const Select& select, const std::vector<Head>& heads);
 
     Typed type_of(const Expression& e);
+    Typed type_within(const Expression& e);
     Typed column(const Expression& e) const;
     Typed value(std::size_t slot) const;
     Typed binary(const Expression& e);
@@ -114,6 +115,7 @@ class Statements {
     const std::set<std::size_t> marks_;
     const Scope* scope_ = nullptr;
     bool in_aggregate_ = false;
+    int depth_ = 0;
     std::vector<std::unique_ptr<std::vector<Column>>> made_;  // the columns of queries in FROM
 };
 

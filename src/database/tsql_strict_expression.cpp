@@ -91,6 +91,16 @@ void Statements::compare(const Typed& left, const Typed& right) {
 }
 
 Typed Statements::type_of(const Expression& e) {
+    // The engine itself refuses what is nested deeper.
+    constexpr int deepest = 500;
+    if (depth_ >= deepest) return {};
+    ++depth_;
+    const Typed typed = type_within(e);
+    --depth_;
+    return typed;
+}
+
+Typed Statements::type_within(const Expression& e) {
     switch (e.kind) {
         case Kind::value:
             return value(e.slot);

@@ -1,8 +1,7 @@
 // What a SQL Server answers, and the embedded engine with it: the numbers of the server's errors stand
 // beside. The shipped engine and the one of the tests, which refuses more, are both asked.
-#include <cstdlib>
-
 #include "database/engine.h"
+#include "support/shipped.h"
 
 namespace {
 
@@ -18,10 +17,7 @@ constexpr const char* definitions[] = {
 
 class ServerRules : public test::Engine {
   protected:
-    ServerRules() {
-        unsetenv("TALLVEX_STRICT_SQL");
-        shipped_ = database::open_embedded(folder.path() / "shipped.db", true);
-        setenv("TALLVEX_STRICT_SQL", "1", 1);
+    ServerRules() : shipped_(test::open_as_shipped(folder.path() / "shipped.db", true)) {
         for (const char* statement : definitions) {
             run(statement);
             shipped_->run(statement, {});

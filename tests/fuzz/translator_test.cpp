@@ -10,6 +10,7 @@
 
 #include "database/open.h"
 #include "support/data_file.h"
+#include "support/shipped.h"
 #include "support/shop.h"
 #include "support/test_server.h"
 
@@ -155,9 +156,7 @@ class Author {
 
 class Translator : public testing::Test {
   protected:
-    Translator() : file(folder.path() / "fuzz.db"), connection(database::open_embedded(file, true)) {
-        reset();
-    }
+    Translator() : file(folder.path() / "fuzz.db"), connection(test::open_as_shipped(file, true)) { reset(); }
 
     void reset() {
         for (const char* statement :
