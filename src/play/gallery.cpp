@@ -20,7 +20,7 @@ namespace play {
 
 namespace {
 
-constexpr int most_colours = 128;
+constexpr int most_colours = 40;
 
 // The colours that are used most, the rarer ones of a kind together.
 QVector<QRgb> palette_of(const QImage& picture) {

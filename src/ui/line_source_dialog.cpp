@@ -59,6 +59,7 @@ LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales:
     std::vector<std::pair<int, QString>> units;
     for (const auto& unit : logic_.units())
         units.emplace_back(unit.code, qt(unit.name));
+    std::sort(units.begin(), units.end());  // the smallest first, as everywhere
     units_ = new Segments("source_unit", units);
     units_->show_chosen(item_.unit_code);
     auto* unit_row = new QHBoxLayout;
