@@ -38,11 +38,12 @@ inline constexpr std::string_view settings_missing = "بيانات الاعدا�
 // Anything else: the support engineer finds the cause in the log.
 inline constexpr std::string_view see_log = "حدث خطأ أثناء بدء البرنامج، وسببه مسجل في ملف السجل";
 
-// There is no shop on this machine yet; followed by the folder that it is looked for in.
+// There is no shop on this machine yet; followed by the folder that it is looked for in, on a line of its own
+// that begins with a left-to-right mark, so that the path reads as one.
 inline constexpr std::string_view no_shop_folder =
-    "لا يوجد متجر على هذا الجهاز بعد، أنشئه بالأمر tallvex-admin new-shop في المجلد: ";
+    "لا يوجد متجر على هذا الجهاز بعد، أنشئه بالأمر tallvex-admin new-shop في المجلد:\n\u200E";
 // This user may not enter the shop's folder; followed by it.
-inline constexpr std::string_view shop_folder_closed = "غير مسموح لهذا المستخدم بفتح مجلد المتجر: ";
+inline constexpr std::string_view shop_folder_closed = "غير مسموح لهذا المستخدم بفتح مجلد المتجر:\n\u200E";
 
 // Files beside the program. Each is followed by the file's name.
 inline constexpr std::string_view file_missing = "الملف غير موجود: ";
