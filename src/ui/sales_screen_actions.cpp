@@ -40,7 +40,8 @@ void Form31::enter_item(const QString& text) {
     bool general = false;
     act("EnterItem", [&] {
         general = logic_.EnterItem(utf8(text)) && text.trimmed().startsWith('*');
-        entry_bar_->field()->clear();
+        // Not clear(), which keeps all that was typed on the day for the field's undo.
+        entry_bar_->field()->setText({});
     });
     focus_entry();
     // A general item has no quantity yet: the cashier goes on in its cells.
