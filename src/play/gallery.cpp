@@ -20,7 +20,7 @@ namespace play {
 
 namespace {
 
-constexpr int most_colours = 40;
+constexpr int most_colours = 24;
 
 // The colours that are used most, the rarer ones of a kind together.
 QVector<QRgb> palette_of(const QImage& picture) {

@@ -231,6 +231,8 @@ Progress Player::do_look(const Step& step) {
     if (std::chrono::steady_clock::now() - since_ < std::chrono::milliseconds(120)) return Progress::wait("");
     Look look;
     if (!read_look(step, look)) return Progress::fail("it reads: look NAME = CAPTION");
+    // The clock on the screen may be a second behind the play's.
+    if (auto* sales = qobject_cast<ui::Form31*>(find_widget("Form31"))) sales->tick();
     look.screen = front_screen();
     if (look.screen.empty()) return Progress::wait("there is no window");
     std::filesystem::create_directories(settings_.pictures);

@@ -220,12 +220,7 @@ void Form31::connect_parts() {
         repaint_all();
     });
     connect(&context_.keys, &KeyQueue::scan_waits, this, &Form31::make_way_for_scan);
-    connect(&seconds_, &QTimer::timeout, this, [this] {
-        const common::Date day = logic_.invoice().date;
-        logic_.tick();
-        header_->show_clock(logic_.clock_text());
-        if (logic_.invoice().date != day) kind_bar_->show_state(logic_);
-    });
+    connect(&seconds_, &QTimer::timeout, this, &Form31::tick);
     connect(&news_, &QTimer::timeout, this, [this] { header_->next_news(logic_.news()); });
 }
 
@@ -274,6 +269,13 @@ void Form31::show_stock() {
     }
     stock_->setText(metrics.elidedText(cut ? shown + " …" : shown, Qt::ElideRight, room));
     stock_->setToolTip(all);
+}
+
+void Form31::tick() {
+    const common::Date day = logic_.invoice().date;
+    logic_.tick();
+    header_->show_clock(logic_.clock_text());
+    if (logic_.invoice().date != day) kind_bar_->show_state(logic_);
 }
 
 void Form31::notice(const QString& text) {

@@ -36,6 +36,8 @@ class Form31 : public QWidget {
     sales::SalesScreen& logic() { return logic_; }
     // Shows what the logic holds; called after every action, and by neighbouring screens that changed it.
     void repaint_all();
+    // What happens every second: the clock goes on, and the day with it.
+    void tick();
     // A word on what another screen has done, which stands above the grid until the next line is entered.
     void notice(const QString& text);
     void focus_entry();
