@@ -35,7 +35,8 @@ class HandEngine {
     int log_ = -1;
 };
 
-// A statement with its values bound, run to its first row; reset at the end of its scope.
+// A statement with its values bound, run to its first row; reset at the end of its scope. Texts are not
+// copied: they must live as long.
 class HandRun {
   public:
     template <typename... Values>

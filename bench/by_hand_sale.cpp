@@ -88,7 +88,8 @@ HandLine HandSale::enter(const std::string& code, bool first) {
 
 std::vector<HandSale::Found> HandSale::search(const std::string& prefix) {
     std::vector<Found> list;
-    for (HandRun row(found_, prefix, prefix + "\xf4\x8f\xbf\xbf"); row.row(); row.next()) {
+    const std::string end = prefix + "\xf4\x8f\xbf\xbf";  // the last character that there is
+    for (HandRun row(found_, prefix, end); row.row(); row.next()) {
         Found found;
         found.code = row.whole(0);
         found.name = row.text(1);

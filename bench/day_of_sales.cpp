@@ -8,7 +8,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QProcess>
-#include <QTimer>
 #include <QWindow>
 #include <cstdio>
 #include <cstdlib>
@@ -42,7 +41,7 @@ class Cashier final : public QObject {
   public:
     Cashier(const Sizes& sizes, int sales, int step) : sizes_(sizes), sales_(sales), step_(step) {
         waited_.start();
-        QTimer::singleShot(0, this, &Cashier::go_on);
+        timer_ = startTimer(0);
     }
 
   private:
@@ -52,9 +51,11 @@ class Cashier final : public QObject {
         quint64 after;  // milliseconds, as the till's clock for keys sees them
     };
 
-    // Asked for again before a key is sent: it may open a sheet, which runs a loop of its own.
-    void go_on() {
-        QTimer::singleShot(0, this, &Cashier::go_on);
+    // A timer of its own for each key, started before the key is sent: the key may open a sheet, which runs a
+    // loop of its own. Not a posted event: Qt keeps all of those for as long as each one posts another.
+    void timerEvent(QTimerEvent*) override {
+        killTimer(timer_);
+        timer_ = startTimer(0);
         if (!keys_.empty()) {
             const Key key = keys_.front();
             keys_.pop_front();
@@ -139,6 +140,7 @@ class Cashier final : public QObject {
     int sales_;
     int step_;
     int done_ = -1;
+    int timer_ = 0;
     bool signed_in_ = false;
     std::int64_t number_ = 0;
     std::int64_t next_ = 0;

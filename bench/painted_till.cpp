@@ -1,11 +1,12 @@
 #include "bench/painted_till.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
-#include <QImage>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QPainter>
+#include <QPointer>
 #include <QTimer>
+#include <optional>
 #include <stdexcept>
 
 #include "bench/measure.h"
@@ -29,6 +30,25 @@ class NoReports final : public printing::ReportPrinter {
     bool save_csv(const printing::Report&, const std::filesystem::path&) override { return true; }
 };
 
+// Sees whether a list was painted.
+class PaintWatch final : public QObject {
+  public:
+    explicit PaintWatch(QAbstractScrollArea* list) : list_(list->viewport()) {
+        list_->installEventFilter(this);
+    }
+    void expect_painted() const {
+        if (!painted_) throw std::runtime_error("the list was not painted");
+    }
+
+  private:
+    bool eventFilter(QObject*, QEvent* event) override {
+        painted_ = painted_ || event->type() == QEvent::Paint;
+        return false;
+    }
+    QPointer<QWidget> list_;
+    bool painted_ = false;
+};
+
 void press(QWidget& widget, int key, const QString& text = {},
            Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
@@ -43,19 +63,23 @@ struct PaintedTill::Parts {
     explicit Parts(Till& till)
         : context{till.connection(), till.session(), till.outside(), till.nobody(), reports, choice, keys, {},
                   [](QWidget&) {}},
-          screen(context, ui::neighbours(context)),
-          canvas(1366, 768, QImage::Format_RGB32) {
+          screen(context, ui::neighbours(context)) {
         screen.resize(1366, 768);
         screen.show();
         screen.activateWindow();
         if (!screen.open()) throw std::runtime_error("the sales screen did not open");
         QCoreApplication::processEvents();
         entry = screen.findChild<QLineEdit*>("entry");
-        if (entry == nullptr) throw std::runtime_error("the sales screen has no entry field");
+        lines = screen.findChild<QAbstractScrollArea*>("lines");
+        if (entry == nullptr || lines == nullptr)
+            throw std::runtime_error("the sales screen has no entry field or no lines");
     }
+    // What has changed is laid out and painted into the window's memory now, without the wait for the next
+    // frame.
     void paint() {
         QCoreApplication::sendPostedEvents();
-        screen.render(&canvas);
+        QEvent frame(QEvent::UpdateRequest);
+        QCoreApplication::sendEvent(&screen, &frame);
     }
 
     NoReports reports;
@@ -63,8 +87,8 @@ struct PaintedTill::Parts {
     ui::KeyQueue keys;
     ui::Context context;
     ui::Form31 screen;
-    QImage canvas;
     QLineEdit* entry = nullptr;
+    QAbstractScrollArea* lines = nullptr;
 };
 
 PaintedTill::PaintedTill(Till& till) : parts_(std::make_unique<Parts>(till)), sizes_(till.sizes()) {}
@@ -77,9 +101,11 @@ void PaintedTill::type_code() {
 
 void PaintedTill::enter_and_paint() {
     const std::size_t before = lines();
+    const PaintWatch watch(parts_->lines);
     press(*parts_->entry, Qt::Key_Return, "\r");
     parts_->paint();
     if (lines() != before + 1) throw std::runtime_error("Enter added no line");
+    watch.expect_painted();
 }
 
 double PaintedTill::search_and_paint(const std::string& name) {
@@ -89,14 +115,17 @@ double PaintedTill::search_and_paint(const std::string& name) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
     parts_->entry->setFocus();
     double taken = -1;
+    std::optional<PaintWatch> watch;
     // The panel runs a loop of its own until it is left.
     QTimer::singleShot(0, &screen, [&] {
         ui::Sheet* panel = ui::Sheet::top_of(&screen);
         auto* field = panel == nullptr ? nullptr : panel->findChild<QLineEdit*>("search_name");
-        if (field == nullptr) return;
+        auto* results = panel == nullptr ? nullptr : panel->findChild<QAbstractScrollArea*>("search_results");
+        if (field == nullptr || results == nullptr) return;
         for (const QChar letter : QString::fromStdString(name))
             press(*field, 0, QString(letter));
         parts_->paint();
+        watch.emplace(results);
         taken = milliseconds([&] {
             press(*field, Qt::Key_Down);
             parts_->paint();
@@ -105,6 +134,7 @@ double PaintedTill::search_and_paint(const std::string& name) {
     });
     press(*parts_->entry, Qt::Key_F, {}, Qt::ControlModifier);
     if (taken < 0) throw std::runtime_error("the search panel did not open");
+    watch->expect_painted();
     return taken;
 }
 

@@ -1,6 +1,9 @@
 #include "bench/shop_data.h"
 
+#include <fcntl.h>
 #include <fmt/format.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <stdexcept>
@@ -193,6 +196,22 @@ void make_shop(const fs::path& file, const Sizes& sizes) {
     connection->settle();
 }
 
+// Two runs at a time make a shop once.
+class Alone {
+  public:
+    explicit Alone(const fs::path& folder)
+        : lock_(::open((folder / "lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644)) {
+        if (lock_ < 0 || ::flock(lock_, LOCK_EX) != 0)
+            throw std::runtime_error("cannot write in " + folder.string());
+    }
+    ~Alone() { ::close(lock_); }
+    Alone(const Alone&) = delete;
+    Alone& operator=(const Alone&) = delete;
+
+  private:
+    int lock_;
+};
+
 // Files of an earlier edition or schema.
 void remove_older(const fs::path& folder, const std::string& name) {
     std::vector<fs::path> older;
@@ -215,8 +234,9 @@ void check_rows(const fs::path& file, const Sizes& sizes) {
 fs::path shop_of(const fs::path& folder, const Sizes& sizes) {
     const fs::path file =
         folder / fmt::format("shop-{}-{}-{:08x}.db", sizes.invoices, edition, schema_mark());
+    fs::create_directories(folder);
+    const Alone alone(folder);
     if (!fs::exists(file)) {
-        fs::create_directories(folder);
         remove_older(folder, fmt::format("shop-{}-", sizes.invoices));
         const fs::path half = folder / "half-made.db";
         for (const char* ending : {"", "-wal", "-shm"})
