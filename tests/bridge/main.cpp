@@ -16,6 +16,7 @@
 extern char** environ;
 
 int main(int count, char** arguments) {
+    setenv("TALLVEX_STRICT_SQL", "1", 0);  // refuse what a server is known to refuse
     const test::TemporaryFolder folder;
     test::TdsBridge bridge(folder.path());
     const test::TdsControl control(bridge, folder.path() / "control");

@@ -102,7 +102,7 @@ TEST_F(SecondDriver, ErrorsNameTheStatementAndPass) {
 TEST_F(SecondDriver, AWaitForAnotherWriterEndsAndTheWorkGoesOn) {
     const auto other = open();
     other->execute("begin immediate");
-    other->execute("insert into worker (work_code,work_name) values (1,'سعاد')");
+    other->execute("insert into worker (work_code,work_name) values (1,?)", {Value("سعاد")});
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_THROW(connection().execute("insert into worker (work_code) values (2)"), Error);
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
