@@ -20,10 +20,8 @@ namespace play {
 
 namespace {
 
-constexpr int most_colours = 24;
-
 // The colours that are used most, the rarer ones of a kind together.
-QVector<QRgb> palette_of(const QImage& picture) {
+QVector<QRgb> palette_of(const QImage& picture, int most_colours) {
     std::unordered_map<QRgb, int> counted;
     for (int y = 0; y < picture.height(); ++y) {
         const auto* line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
@@ -111,8 +109,8 @@ QRect place_of(const QString& object) {
         .intersected(window->rect());
 }
 
-bool save_small(const QImage& picture, const std::filesystem::path& file) {
-    const QImage small = picture.convertToFormat(QImage::Format_Indexed8, palette_of(picture),
+bool save_small(const QImage& picture, const std::filesystem::path& file, int colours) {
+    const QImage small = picture.convertToFormat(QImage::Format_Indexed8, palette_of(picture, colours),
                                                  Qt::ThresholdDither | Qt::AvoidDither);
     constexpr int smallest = 0;  // the quality of a PNG is its size
     return small.save(ui::qt(file.string()), "PNG", smallest);

@@ -35,8 +35,8 @@ QImage picture_of_screen(const QSize& screen);
 // Empty when there is none.
 QRect place_of(const QString& object);
 
-// Writes a picture as a small PNG of at most 24 colours. False when it cannot be written.
-bool save_small(const QImage& picture, const std::filesystem::path& file);
+// Writes a picture as a small PNG of at most so many colours. False when it cannot be written.
+bool save_small(const QImage& picture, const std::filesystem::path& file, int colours);
 
 // The file of a look: "NAME-1024.png".
 std::string picture_name(const std::string& look, const QSize& screen);

@@ -26,6 +26,10 @@ namespace play {
 
 namespace {
 
+// The gallery's pictures are many; those of a part of the screen are read, so pale grounds are kept apart.
+constexpr int look_colours = 24;
+constexpr int part_colours = 128;
+
 QWidget* usable(const QString& name, Progress& not_usable) {
     QWidget* widget = find_widget(name);
     if (widget == nullptr) {
@@ -218,7 +222,7 @@ Progress Player::do_picture(const Step& step) {
     if (said.found) {
         const QRect part = place_of(ui::qt(said.after));
         if (part.isEmpty()) return Progress::wait("no \"" + said.after + "\" on the screen");
-        if (!save_small(picture_of_screen(screen_).copy(part), file))
+        if (!save_small(picture_of_screen(screen_).copy(part), file, part_colours))
             return Progress::fail(file.string() + " cannot be written");
     } else if (!window->grab().save(ui::qt(file.string()))) {
         return Progress::fail(file.string() + " cannot be written");
@@ -237,7 +241,7 @@ Progress Player::do_look(const Step& step) {
     if (look.screen.empty()) return Progress::wait("there is no window");
     std::filesystem::create_directories(settings_.pictures);
     const auto file = settings_.pictures / picture_name(look.name, screen_);
-    if (!save_small(picture_of_screen(screen_), file))
+    if (!save_small(picture_of_screen(screen_), file, look_colours))
         return Progress::fail(file.string() + " cannot be written");
     if (!settings_.looks.empty()) {
         std::ofstream(settings_.looks, std::ios::app)
