@@ -1,6 +1,7 @@
 #include "sales/stock_movement.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "database/recordset.h"
 
@@ -18,6 +19,13 @@ namespace {
 constexpr const char* changed_meanwhile = "40001";
 // Far more rounds than tills that could be in the way.
 constexpr int most_rounds = 100;
+
+// Sums of decimal quantities miss by some 1e-16; what is smaller than any piece or gram is nothing, else six
+// tenths taken one by one would leave a batch of almost none behind.
+double without_dust(double quantity) {
+    constexpr double dust = 1e-9;
+    return std::abs(quantity) < dust ? 0 : quantity;
+}
 
 // Runs `movement` until nobody was in the way; a second round goes on where the first was disturbed.
 template <typename Movement>
@@ -44,7 +52,7 @@ void move_batch(Connection& connection, std::int64_t item, int store, const Date
             batch.set("edate", expiry);
             batch.set("quan", quantity);
         } else {
-            batch.set("quan", batch.number("quan") + quantity);
+            batch.set("quan", without_dust(batch.number("quan") + quantity));
         }
         batch.update();
     });
@@ -60,9 +68,9 @@ void take_from_stock(Connection& connection, std::int64_t item, int store, doubl
             const double held = batches.number("quan");
             if (batches.integer("stcode") != store || held <= 0) continue;
             const double taken = std::min(held, left);
-            batches.set("quan", held - taken);
+            batches.set("quan", without_dust(held - taken));
             batches.update();
-            left -= taken;
+            left = without_dust(left - taken);
         }
     });
     if (left > 0) move_batch(connection, item, store, common::no_expiry, -left);

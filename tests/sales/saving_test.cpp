@@ -261,6 +261,21 @@ TEST(Saving, WhatNoBatchCoversGoesBelowZeroWithoutExpiry) {
     EXPECT_EQ(stock(till, 100, 1, "3000/01/01"), "-3");
 }
 
+TEST(Saving, DecimalQuantitiesLeaveNoDustOfABatch) {
+    Till till;
+    till.shop.sql("delete from stk where icode = 100");
+    for (const char* month : {"01", "02", "03", "04", "05", "06"})
+        till.shop.sql(std::string("insert into stk (icode, stcode, edate, quan) values (100, 1, '2027/") +
+                      month + "/01', 0.1)");
+    auto saving = till.saving();
+    Invoice invoice = till.invoice();
+    invoice.lines = {Till::line(100, 0.6, 10)};
+    ASSERT_EQ(saving.save(invoice, {}), SaveOutcome::saved);
+    EXPECT_EQ(till.shop.cell("select count(*) from stk where icode = 100"), "6")
+        << "a batch without expiry was made";
+    EXPECT_EQ(till.shop.cell("select count(*) from stk where icode = 100 and quan <> 0"), "0");
+}
+
 TEST(Saving, LineFromAnotherStoreIsTransferredThenSold) {
     Till till;
     auto saving = till.saving();
