@@ -3,6 +3,7 @@
 #include <sys/socket.h>
 
 #include <array>
+#include <cstdio>
 
 #include "common/text.h"
 #include "database/open.h"
@@ -62,6 +63,8 @@ void Talk::run() {
         }
     } catch (const Malformed&) {
         // A server hangs up on who does not speak its language.
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "test server: %s\n", failure.what());
     }
     shutdown(socket_, SHUT_RDWR);
 }
@@ -108,14 +111,10 @@ std::string Talk::answer_statement(std::string_view text, const std::vector<Valu
         return result_of({std::string(text), values}, in_call);
     } catch (const Error& failure) {
         const ServerError number = numbered(failure);
-        std::string answer;
-        if (number.number == 2627 || number.number == 515) {
-            answer = in_call ? error_in_call(number.number, number.severity, failure.what())
-                             : error(number.number, number.severity, failure.what());
-            return notice(3621, "The statement has been terminated.") + answer;
-        }
-        return in_call ? error_in_call(number.number, number.severity, failure.what())
-                       : error(number.number, number.severity, failure.what());
+        const auto say = in_call ? error_in_call : error;
+        const std::string answer = say(number.number, number.severity, failure.what());
+        const bool is_terminated = number.number == 2627 || number.number == 515;
+        return is_terminated ? notice(3621, "The statement has been terminated.") + answer : answer;
     }
 }
 
@@ -123,11 +122,8 @@ std::string Talk::result_of(const Statement& statement, bool in_call) {
     const auto end = [&](std::uint64_t rows, bool counted) {
         return in_call ? done_in_call(rows, counted) + call_status() + done_call() : done(rows, counted);
     };
-    database::Connection::Outcome outcome =
-        ask_catalogue(*shop_, bridge_.file(), statement.text)
-            .value_or(database::Connection::Outcome{
-                {std::make_shared<database::Columns>(std::vector<std::string>()), {}}, -1});
-    if (outcome.changed < 0) outcome = shop_->run(statement.text, statement.values);
+    auto told = ask_catalogue(*shop_, bridge_.file(), statement.text);
+    const auto outcome = told ? std::move(*told) : shop_->run(statement.text, statement.values);
     if (outcome.result.columns().empty())
         return end(static_cast<std::uint64_t>(outcome.changed), changes_rows(statement.text));
     return result(outcome.result, types_of(*shop_, statement, outcome.result)) +
