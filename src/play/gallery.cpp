@@ -32,8 +32,12 @@ QVector<QRgb> palette_of(const QImage& picture, int most_colours) {
     std::sort(colours.begin(), colours.end(), [](const auto& a, const auto& b) {
         return a.second != b.second ? a.second > b.second : a.first < b.first;
     });
-    // A colour that is hardly another one than one taken already needs no place of its own.
+    // The grounds, which cover most of it, stand as they are; of the rest a colour that is hardly another one
+    // than one taken already needs no place of its own.
+    constexpr std::size_t grounds = 14;
     QVector<QRgb> taken;
+    for (std::size_t at = 0; at < std::min(grounds, colours.size()); ++at)
+        taken.push_back(colours[at].first);
     for (const int apart : {24, 8, 0}) {
         for (const auto& [colour, count] : colours) {
             if (taken.size() == most_colours) return taken;
