@@ -4,9 +4,11 @@
 #include <QCompleter>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QRegularExpressionValidator>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "ui/colours.h"
 #include "ui/key_queue.h"
@@ -63,6 +65,13 @@ QSize AmountField::sizeHint() const {
 void AmountField::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     selectAll();
+    clicked_into_ = event->reason() == Qt::MouseFocusReason;
+}
+
+void AmountField::mouseReleaseEvent(QMouseEvent* event) {
+    QLineEdit::mouseReleaseEvent(event);
+    // The press has set the cursor into the old amount: "10" typed there would make 0.00 into 100.00.
+    if (std::exchange(clicked_into_, false)) selectAll();
 }
 
 void AmountField::keyPressEvent(QKeyEvent* event) {
@@ -161,6 +170,14 @@ class ChoiceList : public QComboBox {
     using QComboBox::QComboBox;
 
   protected:
+    // A name that stands in the list already is typed over, not added to.
+    void focusInEvent(QFocusEvent* event) override {
+        QComboBox::focusInEvent(event);
+        const Qt::FocusReason reason = event->reason();
+        if (lineEdit() != nullptr && reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+            lineEdit()->selectAll();
+    }
+
     void paintEvent(QPaintEvent* event) override {
         QComboBox::paintEvent(event);
         if (property("fixed").toBool()) return;  // nothing to choose

@@ -18,7 +18,8 @@ inline constexpr auto key_property = "key";
 inline constexpr auto empty_property = "when_empty";
 
 // A field for an amount or quantity: digits of either script and one decimal mark, shown left to right at the
-// right edge so that decimals line up. Scans do not enter it. Everything is selected when the focus comes.
+// right edge so that decimals line up. Scans do not enter it. Everything is selected when the focus comes,
+// also by a click, so that what is typed takes the place of the old amount.
 class AmountField : public QLineEdit {
     Q_OBJECT
   public:
@@ -32,7 +33,11 @@ class AmountField : public QLineEdit {
 
   protected:
     void focusInEvent(QFocusEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    bool clicked_into_ = false;  // the press that brought the focus has not been released yet
 };
 
 // A figure that is only shown: tabular, left to right, at the right edge unless told otherwise.

@@ -1,10 +1,12 @@
 #include "ui/kind_bar.h"
 
 #include <QEvent>
+#include <QFocusEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "common/date_time.h"
 #include "sales/sales_screen.h"
@@ -118,7 +120,15 @@ void KindBar::focus_number() {
 }
 
 bool KindBar::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == number_ && event->type() == QEvent::FocusIn) number_->selectAll();
+    if (watched == number_ && event->type() == QEvent::FocusIn) {
+        number_->selectAll();
+        clicked_into_ = static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason;
+    }
+    // The click has set the cursor; the number is to be typed over all the same.
+    if (watched == number_ && event->type() == QEvent::MouseButtonRelease &&
+        std::exchange(clicked_into_, false)) {
+        number_->selectAll();
+    }
     if (watched == number_ && event->type() == QEvent::FocusOut) {
         // Left without Enter, the field shows the invoice's own number again; under a box it only waits.
         QMetaObject::invokeMethod(

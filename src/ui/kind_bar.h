@@ -42,6 +42,7 @@ class KindBar : public QWidget {
 
     QLineEdit* number_;
     QPushButton* recall_;
+    bool clicked_into_ = false;
     QString shown_number_;
     QLabel* date_;
     Segments* kinds_;

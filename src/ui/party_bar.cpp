@@ -44,6 +44,7 @@ void show_code(QComboBox* list, std::int64_t code) {
     if (list->hasFocus()) return;  // it is being typed into
     const QSignalBlocker quiet(list);
     list->setCurrentIndex(list->findData(QVariant::fromValue<qlonglong>(code)));
+    list->setEditText(list->itemText(list->currentIndex()));  // where no name was what had been typed
 }
 
 }  // namespace
@@ -79,12 +80,11 @@ PartyBar::PartyBar(QWidget* parent) : QWidget(parent) {
         connect(list, &QComboBox::activated, this,
                 [this, list, signal] { emit(this->*signal)(chosen_code(list)); });
         connect(list->lineEdit(), &QLineEdit::returnPressed, this, [this, list, signal, next] {
-            emit(this->*signal)(chosen_code(list));
-            if (next != nullptr) {
-                next->setFocus();
-            } else {
-                emit finished();
-            }
+            const qlonglong code = chosen_code(list);
+            // Left first: a list without the focus shows what is chosen, whatever was typed into it.
+            if (next != nullptr) next->setFocus();
+            emit(this->*signal)(code);
+            if (next == nullptr) emit finished();
         });
     };
     choosing(customer_, &PartyBar::customer_chosen, nullptr);

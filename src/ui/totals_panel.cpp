@@ -106,6 +106,9 @@ QWidget* TotalsPanel::discount_box(const QString& caption, AmountField* field) {
     set_role(field, "disc");
     field->installEventFilter(this);
     stack->addWidget(field);
+    // The caption looks like a part of the field: a click on it is one into the field.
+    box->setFocusPolicy(Qt::ClickFocus);
+    box->setFocusProxy(field);
     box->setFixedHeight(px(85));
     connect(field, &QLineEdit::returnPressed, this, [this, field] { commit(field); });
     connect(field, &AmountField::escaped, this, [this, field] {
