@@ -30,12 +30,12 @@ std::string name_of(const std::vector<Choice>& list, std::int64_t code) {
 }
 
 TextLimits::TextLimits(database::Connection& connection, std::string_view table)
-    : table_(connection.describe(table)) {}
+    : table_(connection.description(table)) {}
 
 bool TextLimits::fits(std::string_view column, std::string_view text) const {
-    for (std::size_t i = 0; i < table_.columns.size() && i < table_.types.size(); ++i) {
-        if (!common::equal_ignoring_case(table_.columns[i], column)) continue;
-        const std::string& type = table_.types[i];
+    for (std::size_t i = 0; i < table_->columns.size() && i < table_->types.size(); ++i) {
+        if (!common::equal_ignoring_case(table_->columns[i], column)) continue;
+        const std::string& type = table_->types[i];
         const auto bracket = type.find('(');
         std::size_t width = 0;
         if (bracket == std::string::npos ||

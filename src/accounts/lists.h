@@ -27,7 +27,7 @@ class TextLimits {
     bool fits(std::string_view column, std::string_view text) const;
 
   private:
-    database::Connection::Table table_;
+    std::shared_ptr<const database::Connection::Table> table_;
 };
 
 // An amount typed in a field: blank counts as 0. The message says what is wrong with one that is no number,

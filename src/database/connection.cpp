@@ -1,12 +1,12 @@
 #include "database/connection.h"
 
-#include "common/text.h"
+#include "database/names.h"
 
 namespace database {
 
 int Columns::find(std::string_view name) const {
     for (std::size_t i = 0; i < names_.size(); ++i) {
-        if (common::equal_ignoring_case(names_[i], name)) return static_cast<int>(i);
+        if (is_same_name(names_[i], name)) return static_cast<int>(i);
     }
     return -1;
 }
@@ -21,6 +21,12 @@ Value Connection::scalar(const Sql& statement) {
     const Result result = query(statement);
     if (result.empty() || result.front().cells().empty()) return Null{};
     return result.front().cells().front();
+}
+
+std::optional<Row> Connection::last_row(const Sql& statement) {
+    const Result result = query(statement);
+    if (result.empty()) return std::nullopt;
+    return result.rows().back();
 }
 
 std::vector<std::string> Connection::tables() {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,6 +42,8 @@ class Row {
     common::Moment moment(std::string_view column) const { return moment_of(value(column)); }
 
     const std::vector<Value>& cells() const { return cells_; }
+    // The cells without a copy, of a row that is not read any more.
+    std::vector<Value> release() && { return std::move(cells_); }
 
   private:
     std::shared_ptr<const Columns> columns_;
@@ -58,6 +61,8 @@ class Result {
     bool empty() const { return rows_.empty(); }
     std::size_t size() const { return rows_.size(); }
     const Row& front() const { return rows_.front(); }
+    // The rows without a copy, of a result that is not read any more.
+    std::vector<Row> release() && { return std::move(rows_); }
     auto begin() const { return rows_.begin(); }
     auto end() const { return rows_.end(); }
 
@@ -79,6 +84,9 @@ class Connection {
     // The first column of the first row; null without a row.
     Value scalar(const Sql& statement);
     Value scalar(Fragment statement) { return scalar(Sql(statement)); }
+    // The last row of a result; nothing when it has none. An embedded file of years is not read through for
+    // it where "order by" names the order.
+    virtual std::optional<Row> last_row(const Sql& statement);
     // Runs one statement and returns the number of rows it changed.
     std::int64_t execute(const Sql& statement) { return run(statement.text(), {}).changed; }
     std::int64_t execute(Fragment statement) { return execute(Sql(statement)); }
@@ -99,6 +107,10 @@ class Connection {
         std::vector<std::string> key;
     };
     virtual Table describe(std::string_view table) = 0;
+    // The same, shared where the connection keeps it until the table changes.
+    virtual std::shared_ptr<const Table> description(std::string_view table) {
+        return std::make_shared<const Table>(describe(table));
+    }
     // The names of the shop's tables, views left out, in the order of the alphabet.
     virtual std::vector<std::string> tables();
 

@@ -65,6 +65,14 @@ std::string transaction_word(tsql::Transaction::What what) {
     return {};
 }
 
+// Makes the last row of a query its first; false where its order is not named.
+bool turn_round(tsql::Select& select) {
+    if (select.order_by.empty() || select.top || select.next) return false;
+    for (tsql::Order& order : select.order_by)
+        order.descending = !order.descending;
+    return true;
+}
+
 // The database's errors carry the statement; those raised on the way do not know it yet.
 Error with_statement(const Error& error, std::string_view statement) {
     return {error.sqlstate(), error.what(),
@@ -82,9 +90,26 @@ EmbeddedConnection::~EmbeddedConnection() {
     if (log_file_ >= 0) ::close(log_file_);
 }
 
-Connection::Outcome EmbeddedConnection::run(std::string_view statement, const std::vector<Value>& values) {
+std::optional<Row> EmbeddedConnection::last_row(const Sql& statement) {
+    std::vector<Row> rows = run(statement.text(), {}, true).result.release();
+    if (rows.empty()) return std::nullopt;
+    return std::move(rows.back());
+}
+
+Connection::Outcome EmbeddedConnection::run(std::string_view statement, const std::vector<Value>& values,
+                                            bool last_only) {
+    Passage passage{statement, values, last_only, std::move(spare_key_), std::move(spare_outline_)};
+    const struct GiveBack {
+        EmbeddedConnection& to;
+        Passage& passage;
+        ~GiveBack() {
+            passage.outline.values.clear();
+            to.spare_key_ = std::move(passage.key);
+            to.spare_outline_ = std::move(passage.outline);
+        }
+    } give_back{*this, passage};
     try {
-        return run_once(statement, values);
+        return run_once(passage);
     } catch (const Error& error) {
         // The tables may have been changed by another program since they were read.
         const bool unknown = error.sqlstate() == "42S02" || error.sqlstate() == "42S22" ||
@@ -92,64 +117,86 @@ Connection::Outcome EmbeddedConnection::run(std::string_view statement, const st
         if (!unknown || !refresh_catalog()) throw with_statement(error, statement);
     }
     try {
-        return run_once(statement, values);
+        return run_once(passage);
     } catch (const Error& error) {
         throw with_statement(error, statement);
     }
 }
 
-Connection::Outcome EmbeddedConnection::run_once(std::string_view statement,
-                                                 const std::vector<Value>& values) {
-    if (strict_) strict_->read(statement, values, catalog_);
-    const tsql::Tokens tokens = tsql::outline(statement, values);
-    Prepared* prepared = prepare(statement, tokens, values);
-    if (prepared != nullptr && embedded::is_orphan_deletion(tokens))
-        return delete_orphans(*prepared, tokens, statement);
+Connection::Outcome EmbeddedConnection::run_once(Passage& passage) {
+    if (strict_) strict_->read(passage.statement, passage.given, catalog_);
+    Prepared* prepared = prepared_for(passage);
     if (prepared == nullptr) return {Result(std::make_shared<Columns>(std::vector<std::string>()), {}), 0};
-    Outcome outcome = step(*prepared, tokens.values, statement);
+    if (prepared->is_orphan_deletion) return delete_orphans(*prepared, passage);
+    Outcome outcome = step(*prepared, *passage.values, passage.statement);
     // Prepared anew by the engine: the tables are no longer as they were when "*" was written out.
     sqlite3_stmt* used = prepared->statement.get();
     if (sqlite3_stmt_status(used, SQLITE_STMTSTATUS_REPREPARE, 1) > 0) {
         const bool reads = sqlite3_stmt_readonly(used) != 0;
         if (refresh_catalog() && reads) {
-            return step(*prepare(statement, tokens, values), tokens.values, statement);
+            return step(*prepared_for(passage), *passage.values, passage.statement);
         }
     }
     return outcome;
 }
 
-Connection::Outcome EmbeddedConnection::delete_orphans(Prepared& deletion, const tsql::Tokens& tokens,
-                                                       std::string_view statement) {
+Connection::Outcome EmbeddedConnection::delete_orphans(Prepared& deletion, const Passage& passage) {
     Outcome outcome{Result(deletion.columns, {}), 0};
     if (!embedded::can_have_orphans(engine_.get(), catalog_)) return outcome;
     // Nobody writes between the deletion and the note of it.
     embedded::all_or_none(engine_.get(), [&] {
-        outcome = step(deletion, tokens.values, statement);
+        outcome = step(deletion, *passage.values, passage.statement);
         if (catalog_.find("own.state") != nullptr) embedded::note_no_orphans(engine_.get());
     });
     return outcome;
 }
 
-std::string EmbeddedConnection::key_of(const tsql::Tokens& tokens) const {
-    std::string key = tokens.shape;
-    const auto pinned = pinned_of_shape_.find(tokens.shape);
-    if (pinned == pinned_of_shape_.end()) return key;
-    for (const std::size_t slot : pinned->second)
-        key += '\n' + text_of(tokens.values[slot]);
-    return key;
+void EmbeddedConnection::add_pinned(std::string& key, const std::set<std::size_t>& pinned,
+                                    const std::vector<Value>& values) {
+    for (const std::size_t slot : pinned)
+        key += '\n' + text_of(values[slot]);
 }
 
-EmbeddedConnection::Prepared* EmbeddedConnection::prepare(std::string_view statement,
-                                                          const tsql::Tokens& outline,
-                                                          const std::vector<Value>& values) {
-    if (const auto found = by_key_.find(key_of(outline)); found != by_key_.end()) {
-        prepared_.splice(prepared_.begin(), prepared_, found->second);
-        return &prepared_.front();
+EmbeddedConnection::Prepared* EmbeddedConnection::find(const std::string& key) {
+    const auto found = by_key_.find(key);
+    if (found == by_key_.end()) return nullptr;
+    prepared_.splice(prepared_.begin(), prepared_, found->second);
+    return &prepared_.front();
+}
+
+EmbeddedConnection::Prepared* EmbeddedConnection::prepared_for(Passage& passage) {
+    const auto& [statement, given, last_only, key, outline, values] = passage;
+    // Most statements with values beside them have no others within, and need not be looked through. No
+    // shape of a statement that runs begins with "=" or "<".
+    if (!given.empty()) {
+        passage.key.assign(1, '=').append(statement).append(1, '\n');
+        for (const Value& value : given)
+            passage.key += tsql::kind_mark(value);
+        passage.values = &given;
+        if (Prepared* prepared = find(key)) return prepared;
     }
-    const tsql::Tokens tokens = tsql::tokenize(statement, values);
+    if (!tsql::outline(statement, given, passage.outline)) {
+        tsql::tokenize(statement, given);  // says what is wrong
+        throw Error("42000", "Incorrect syntax.", std::string(statement));
+    }
+    if (given.empty() || outline.values.size() != given.size()) {
+        passage.key = last_only ? "<" + outline.shape : outline.shape;
+        passage.values = &outline.values;
+        if (Prepared* prepared = find(key)) return prepared;
+    }
+    if (const auto pinned = pinned_of_key_.find(key); pinned != pinned_of_key_.end()) {
+        std::string with_values = key;
+        add_pinned(with_values, pinned->second, *values);
+        if (Prepared* prepared = find(with_values)) return prepared;
+    }
+    return prepare(passage);
+}
+
+EmbeddedConnection::Prepared* EmbeddedConnection::prepare(Passage& passage) {
+    const tsql::Tokens tokens = tsql::tokenize(passage.statement, passage.given);
     std::set<std::size_t> pinned;
     bool is_definition = false;
-    const tsql::Statement tree = tsql::Parser(statement, tokens, pinned).statement();
+    const tsql::Statement tree = tsql::Parser(passage.statement, tokens, pinned).statement();
     tsql::Writer writer(catalog_, tokens.values, pinned);
     tsql::Translation made;
     embedded::Definitions definitions(engine_.get(), catalog_, tokens.values);
@@ -159,7 +206,11 @@ EmbeddedConnection::Prepared* EmbeddedConnection::prepare(std::string_view state
         definitions.apply(what);
         schema_version_ = embedded::number(engine_.get(), "PRAGMA schema_version");
     };
-    std::visit(Cases{[&](const std::unique_ptr<tsql::Select>& s) { made = writer.select(*s); },
+    std::visit(Cases{[&](const std::unique_ptr<tsql::Select>& s) {
+                         const bool turned = passage.last_only && turn_round(*s);
+                         made = writer.select(*s);
+                         if (turned) made.sql += " LIMIT 1";
+                     },
                      [&](const tsql::Insert& s) { made = writer.insert(s); },
                      [&](const tsql::Update& s) { made = writer.update(s); },
                      [&](const tsql::Delete& s) { made = writer.remove(s); },
@@ -172,7 +223,7 @@ EmbeddedConnection::Prepared* EmbeddedConnection::prepare(std::string_view state
     sqlite3_stmt* raw = nullptr;
     const int code = sqlite3_prepare_v3(engine_.get(), made.sql.data(), static_cast<int>(made.sql.size()),
                                         SQLITE_PREPARE_PERSISTENT, &raw, nullptr);
-    if (code != SQLITE_OK) throw embedded::engine_error(engine_.get(), code, statement);
+    if (code != SQLITE_OK) throw embedded::engine_error(engine_.get(), code, passage.statement);
     prepared.statement.reset(raw);
     std::vector<std::string> names;
     for (const tsql::Column& column : made.columns) {
@@ -180,11 +231,16 @@ EmbeddedConnection::Prepared* EmbeddedConnection::prepare(std::string_view state
         prepared.types.push_back(column.type);
     }
     prepared.columns = std::make_shared<const Columns>(std::move(names));
+    prepared.is_orphan_deletion = embedded::is_orphan_deletion(tokens);
+    prepared.key = passage.key;
+    for (std::size_t slot = 0; prepared.is_orphan_deletion && slot < tokens.values.size(); ++slot)
+        pinned.insert(slot);
     if (!pinned.empty()) {
-        if (pinned_of_shape_.size() > 4 * most_prepared) forget_statements();
-        pinned_of_shape_[tokens.shape].merge(pinned);
+        if (pinned_of_key_.size() > 4 * most_prepared) forget_statements();
+        auto& known = pinned_of_key_[passage.key];
+        known.merge(pinned);
+        add_pinned(prepared.key, known, tokens.values);
     }
-    prepared.key = key_of(tokens);
     while (prepared_.size() >= most_prepared) {
         by_key_.erase(prepared_.back().key);
         prepared_.pop_back();
@@ -199,11 +255,11 @@ void EmbeddedConnection::bind(sqlite3_stmt* statement, const std::vector<Value>&
     for (int i = 0; i < count && i < static_cast<int>(values.size()); ++i) {
         const Value& value = values[static_cast<std::size_t>(i)];
         const int at = i + 1;
-        if (const auto* text = std::get_if<std::string>(&value)) {
+        if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+            sqlite3_bind_int64(statement, at, *whole);
+        } else if (const auto* text = std::get_if<std::string>(&value)) {
             // The values outlive the run of the statement.
             sqlite3_bind_text64(statement, at, text->data(), text->size(), SQLITE_STATIC, SQLITE_UTF8);
-        } else if (const auto* whole = std::get_if<std::int64_t>(&value)) {
-            sqlite3_bind_int64(statement, at, *whole);
         } else if (const auto* number = std::get_if<double>(&value)) {
             sqlite3_bind_double(statement, at, *number);
         } else if (const auto* moment = std::get_if<common::Moment>(&value)) {
@@ -231,6 +287,7 @@ Connection::Outcome EmbeddedConnection::step(Prepared& prepared, const std::vect
     std::vector<Row> rows;
     int code = SQLITE_DONE;
     while ((code = sqlite3_step(raw)) == SQLITE_ROW) {
+        if (rows.empty()) rows.reserve(8);
         std::vector<Value> cells;
         cells.reserve(prepared.types.size());
         for (std::size_t i = 0; i < prepared.types.size(); ++i) {
@@ -267,22 +324,25 @@ bool EmbeddedConnection::refresh_catalog() {
 void EmbeddedConnection::forget_statements() {
     by_key_.clear();
     prepared_.clear();
-    pinned_of_shape_.clear();
+    pinned_of_key_.clear();
+    described_.clear();
 }
 
-Connection::Table EmbeddedConnection::describe(std::string_view name) {
+std::shared_ptr<const Connection::Table> EmbeddedConnection::description(std::string_view name) {
+    if (const auto known = described_.find(name); known != described_.end()) return known->second;
     const tsql::Table* table = catalog_.find(name);
     if (table == nullptr && refresh_catalog()) table = catalog_.find(name);
     if (table == nullptr) throw Error("42S02", "Invalid object name '" + std::string(name) + "'.", "");
     if (table->view) {
         if (const tsql::Table* real = tsql::renamed_table(catalog_, *table)) table = real;
     }
-    Table described;
+    auto described = std::make_shared<Table>();
     for (const tsql::Column& column : table->columns) {
-        described.columns.push_back(column.name);
-        described.types.push_back(column.type.written);
+        described->columns.push_back(column.name);
+        described->types.push_back(column.type.written);
     }
-    described.key = table->key;
+    described->key = table->key;
+    described_.emplace(name, described);
     return described;
 }
 

@@ -1,5 +1,7 @@
 #include "database/embedded_orphans.h"
 
+#include <algorithm>
+
 #include "database/embedded_engine.h"
 
 namespace database::embedded {
@@ -25,7 +27,11 @@ constexpr std::pair<const char*, const char*> events[] = {
 
 bool is_orphan_deletion(const tsql::Tokens& statement) {
     static const tsql::Tokens known = tsql::tokenize(deletion, {});
-    return statement.shape == known.shape && statement.values == known.values;
+    const auto same = [](const tsql::Token& a, const tsql::Token& b) {
+        return a.kind == b.kind && a.text == b.text;
+    };
+    return statement.values == known.values && std::equal(statement.list.begin(), statement.list.end(),
+                                                          known.list.begin(), known.list.end(), same);
 }
 
 void watch_for_orphans(sqlite3* engine, tsql::Catalog& catalog) {

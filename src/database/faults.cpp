@@ -45,4 +45,9 @@ Connection::Table FaultyConnection::describe(std::string_view table) {
     return inner_.describe(table);
 }
 
+std::shared_ptr<const Connection::Table> FaultyConnection::description(std::string_view table) {
+    check_lost("");
+    return inner_.description(table);
+}
+
 }  // namespace database

@@ -38,6 +38,7 @@ class FaultyConnection final : public Connection {
     void settle() override;
     bool is_embedded() const override { return inner_.is_embedded(); }
     Table describe(std::string_view table) override;
+    std::shared_ptr<const Table> description(std::string_view table) override;
 
   private:
     void check_lost(std::string_view statement) const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/text.h"
+#include "database/names.h"
 
 namespace database {
 
@@ -58,8 +59,8 @@ class Opening {
     std::size_t at_ = 0;
 };
 
-std::string bracketed(std::string_view name) {
-    return "[" + std::string(name) + "]";
+void add_bracketed(std::string& text, std::string_view name) {
+    text.append(1, '[').append(name).append(1, ']');
 }
 
 // Columns of these types cannot be compared on the server.
@@ -87,31 +88,43 @@ Recordset::Recordset(Connection& connection, const Sql& statement)
 }
 
 const Connection::Table& Recordset::shape() {
-    if (!shape_) shape_ = connection_.describe(table_);
+    if (!shape_) shape_ = connection_.description(table_);
     return *shape_;
 }
 
 std::size_t Recordset::column_at(std::string_view column) {
     const auto& columns = shape().columns;
-    const auto found = std::find_if(columns.begin(), columns.end(), [&](const std::string& name) {
-        return common::equal_ignoring_case(name, column);
-    });
-    if (found == columns.end()) {
-        throw Error("42S22", "Invalid column name '" + std::string(column) + "'.", statement_.text());
+    // Rows are mostly filled in one order.
+    if (pending_.size() < inserted_.size()) {
+        const std::size_t next = inserted_[pending_.size()];
+        if (is_same_name(columns[next], column)) return next;
     }
-    return static_cast<std::size_t>(found - columns.begin());
+    for (std::size_t at = 0; at < columns.size(); ++at) {
+        if (is_same_name(columns[at], column)) return at;
+    }
+    throw Error("42S22", "Invalid column name '" + std::string(column) + "'.", statement_.text());
+}
+
+Value* Recordset::pending(std::size_t column) {
+    if (column >= places_.size() || places_[column] == 0) return nullptr;
+    return &values_[places_[column] - 1];
 }
 
 void Recordset::load() {
     if (loaded_) return;
-    std::string text = statement_.text();
-    if (connection_.is_embedded()) text.replace(text.find('*'), 1, "*,$rowid");
-    const Result result = connection_.run(text, {}).result;
+    const std::string_view written = statement_.text();
+    std::string text;
+    text.reserve(written.size() + 1 + row_id.size());
+    const std::size_t behind_all = connection_.is_embedded() ? written.find('*') + 1 : 0;
+    text.append(written, 0, behind_all);
+    if (behind_all > 0) text.append(",").append(row_id);
+    text.append(written, behind_all);
+    std::vector<Row> read = connection_.run(text, {}).result.release();
     const std::size_t width = shape().columns.size();
     rows_.clear();
-    rows_.reserve(result.size());
-    for (const Row& row : result) {
-        Record record{row.cells(), Null{}};
+    rows_.reserve(read.size());
+    for (Row& row : read) {
+        Record record{std::move(row).release(), Null{}};
         if (connection_.is_embedded()) {
             record.id = record.cells.back();
             record.cells.pop_back();
@@ -168,9 +181,7 @@ Recordset::Record& Recordset::current() {
 
 Value Recordset::get(std::string_view column) {
     const std::size_t at = column_at(column);
-    for (const auto& [pending, value] : pending_) {
-        if (pending == at) return value;
-    }
+    if (const Value* set = pending(at)) return *set;
     if (adding_) return Null{};
     return current().cells[at];
 }
@@ -183,17 +194,21 @@ void Recordset::add() {
 void Recordset::set(std::string_view column, Value value) {
     const std::size_t at = column_at(column);
     if (!adding_) current();
-    for (auto& [pending, former] : pending_) {
-        if (pending == at) {
-            former = std::move(value);
-            return;
-        }
+    if (Value* set = pending(at)) {
+        *set = std::move(value);
+        return;
     }
-    pending_.emplace_back(at, std::move(value));
+    places_.resize(shape().columns.size());
+    pending_.push_back(at);
+    places_[at] = pending_.size();
+    values_.push_back(std::move(value));
 }
 
 void Recordset::cancel() {
+    for (const std::size_t at : pending_)
+        places_[at] = 0;
     pending_.clear();
+    values_.clear();
     adding_ = false;
 }
 
@@ -203,69 +218,87 @@ void Recordset::update() {
     } else if (!pending_.empty()) {
         update_row();
     }
-    pending_.clear();
-    adding_ = false;
+    cancel();
+}
+
+void Recordset::write_into(Record& record) {
+    record.written.resize(record.cells.size());
+    for (std::size_t i = 0; i < pending_.size(); ++i) {
+        record.cells[pending_[i]] = values_[i];
+        record.written[pending_[i]] = true;
+    }
 }
 
 void Recordset::insert_row() {
-    std::string columns, marks;
-    std::vector<Value> values;
-    for (const auto& [at, value] : pending_) {
-        columns += (columns.empty() ? "" : ",") + bracketed(shape().columns[at]);
-        marks += marks.empty() ? "?" : ",?";
-        values.push_back(value);
+    if (insert_.empty() || inserted_ != pending_) {
+        insert_ = "insert into ";
+        add_bracketed(insert_, table_);
+        const char* before = " (";
+        for (const std::size_t at : pending_) {
+            add_bracketed(insert_ += before, shape().columns[at]);
+            before = ",";
+        }
+        before = ") values (?";
+        for (std::size_t i = 0; i < pending_.size(); ++i) {
+            insert_ += before;
+            before = ",?";
+        }
+        insert_ += pending_.empty() ? " default values" : ")";
+        inserted_ = pending_;
     }
-    const std::string text =
-        "insert into " + bracketed(table_) +
-        (values.empty() ? " default values" : " (" + columns + ") values (" + marks + ")");
-    connection_.run(text, values);
+    connection_.run(insert_, values_);
     // Rows not read yet will be read with the new one; rows already read get it appended, without what the
     // server filled in by itself.
     if (!loaded_) return;
     Record record{std::vector<Value>(shape().columns.size()), Null{}};
-    for (const auto& [at, value] : pending_) {
-        record.cells[at] = value;
-        record.written.insert(at);
-    }
+    write_into(record);
     rows_.push_back(std::move(record));
     position_ = rows_.size() - 1;
 }
 
 void Recordset::update_row() {
     Record& record = current();
-    std::string sets, where;
+    const auto& [columns, types, key] = shape();
     std::vector<Value> values;
-    for (const auto& [at, value] : pending_) {
-        sets += (sets.empty() ? "" : ",") + bracketed(shape().columns[at]) + "=?";
-        values.push_back(value);
+    values.reserve(pending_.size() + record.cells.size() + 1);
+    // A row's own number names one row already.
+    std::string text;
+    text.reserve(40 * (record.cells.size() + 2));
+    text = is_null(record.id) ? "update top (1) " : "update ";
+    add_bracketed(text, table_);
+    const char* before = " set ";
+    for (const std::size_t at : pending_) {
+        add_bracketed(text += before, columns[at]);
+        text += "=?";
+        before = ",";
     }
+    values.insert(values.end(), values_.begin(), values_.end());
+    before = " where ";
     if (!is_null(record.id)) {
-        where = std::string(row_id) + "=?";
+        text.append(before).append(row_id).append("=?");
         values.push_back(record.id);
+        before = " and ";
     }
     // All former values: whatever another till changed since is seen, and among rows that are equal in all of
     // them it makes no difference which one is written.
     for (std::size_t at = 0; at < record.cells.size(); ++at) {
-        if (!is_comparable(shape().types[at])) continue;
-        where += (where.empty() ? "" : " and ") + bracketed(shape().columns[at]);
+        if (!is_comparable(types[at])) continue;
+        add_bracketed(text += before, columns[at]);
+        before = " and ";
         if (is_null(record.cells[at])) {
-            where += " is null";
-        } else {
-            const std::string& type = shape().types[at];
-            where += record.written.contains(at) || is_rounded(type) ? "=convert(" + type + ",?)" : "=?";
-            values.push_back(record.cells[at]);
+            text += " is null";
+            continue;
         }
+        if (record.is_written(at) || is_rounded(types[at]))
+            text.append("=convert(").append(types[at]).append(",?)");
+        else
+            text += "=?";
+        values.push_back(record.cells[at]);
     }
-    // A row's own number names one row already.
-    const std::string text = std::string("update ") + (is_null(record.id) ? "top (1) " : "") +
-                             bracketed(table_) + " set " + sets + (where.empty() ? "" : " where " + where);
     if (connection_.run(text, values).changed == 0) {
         throw Error("40001", "The row was changed or deleted by another workstation.", text);
     }
-    for (const auto& [at, value] : pending_) {
-        record.cells[at] = value;
-        record.written.insert(at);
-    }
+    write_into(record);
 }
 
 }  // namespace database

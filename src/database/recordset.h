@@ -2,8 +2,7 @@
 #pragma once
 
 #include <concepts>
-#include <optional>
-#include <set>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -63,25 +62,36 @@ class Recordset {
         std::vector<Value> cells;
         Value id;  // the embedded engine's own name for the row; null on a server
         // Cells that were set and not read: the column may hold them rounded.
-        std::set<std::size_t> written = {};
+        std::vector<bool> written = {};
+        bool is_written(std::size_t at) const { return at < written.size() && written[at]; }
     };
     void load();
     void leave_row();
     Record& current();
     void insert_row();
     void update_row();
+    void write_into(Record& record);
     const Connection::Table& shape();
     std::size_t column_at(std::string_view column);
+    // What a column was set to; null when it was not.
+    Value* pending(std::size_t column);
 
     Connection& connection_;
     Sql statement_;
     std::string table_;
-    std::optional<Connection::Table> shape_;
+    std::shared_ptr<const Connection::Table> shape_;
     bool loaded_ = false;
     std::vector<Record> rows_;
     std::size_t position_ = 0;
     bool adding_ = false;
-    std::vector<std::pair<std::size_t, Value>> pending_;
+    // The cells set and not written: their columns and, beside them, their values; and where among them each
+    // column stands, counted from 1.
+    std::vector<std::size_t> pending_;
+    std::vector<Value> values_;
+    std::vector<std::size_t> places_;
+    // The columns of the last row that was inserted, and the statement that did it.
+    std::vector<std::size_t> inserted_;
+    std::string insert_;
 };
 
 }  // namespace database

@@ -65,7 +65,8 @@ Sql& Sql::operator+=(double number) {
 
 Sql& Sql::append(std::int64_t number) {
     keep_minus_apart(text_, number < 0);
-    text_ += std::to_string(number);
+    char digits[24];
+    text_.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
     return *this;
 }
 

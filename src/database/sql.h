@@ -50,7 +50,10 @@ Quoted quoted(const common::Moment& moment);   // 'yyyy/mm/dd HH:mm:ss'
 // A statement: Sql("select * from stk where icode = ") + code + " and stcode = " + store.
 class Sql {
   public:
-    Sql(Fragment fragment) : text_(fragment.text()) {}  // NOLINT: a lone fragment is a statement
+    Sql(Fragment fragment) {                         // NOLINT: a lone fragment is a statement
+        text_.reserve(fragment.text().size() + 80);  // most are joined with a value or two
+        text_ = fragment.text();
+    }
 
     Sql& operator+=(Fragment fragment);
     Sql& operator+=(const Quoted& value);

@@ -1,9 +1,8 @@
 #include "database/tsql_tokens.h"
 
-#include <charconv>
-
 #include "common/text.h"
 #include "database/error.h"
+#include "database/tsql_outline.h"
 
 namespace database::tsql {
 
@@ -20,28 +19,20 @@ bool is_name_start(char c) {
            static_cast<unsigned char>(c) >= 0x80;
 }
 
-char kind_mark(const Value& value) {
-    constexpr char marks[] = {'n', 'i', 'd', 's', 'm'};
-    return marks[value.index()];
-}
-
 class Tokenizer {
   public:
-    // Without `listed`, only the shape and the values are made.
-    Tokenizer(std::string_view text, const std::vector<Value>& parameters, bool listed)
-        : text_(text), parameters_(parameters), listed_(listed) {
-        out_.shape.reserve(text.size() + text.size() / 8);
-    }
+    Tokenizer(std::string_view text, const std::vector<Value>& parameters)
+        : text_(text), parameters_(parameters) {}
 
     Tokens all() {
         while (skip_blanks()) {
             begin_ = at_;
             next();
-            if (++count_ > most_tokens) fail("The statement is too long.");
+            if (out_.list.size() > most_tokens) fail("The statement is too long.");
         }
         begin_ = text_.size();
         if (used_ != parameters_.size()) fail("The statement has more values than marks \"?\".");
-        if (listed_) push({});
+        push({});
         return std::move(out_);
     }
 
@@ -121,9 +112,7 @@ class Tokenizer {
     }
 
     void value(Value v) {
-        out_.shape += '?';
-        out_.shape += kind_mark(v);
-        if (listed_) push({Token::Kind::value, {}, {}, out_.values.size(), 0});
+        push({Token::Kind::value, {}, {}, out_.values.size(), 0});
         out_.values.push_back(std::move(v));
     }
 
@@ -136,10 +125,6 @@ class Tokenizer {
     void quoted_name(char closing) {
         std::string text = until(closing);
         if (text.empty()) fail("An object or column name is missing or empty.");
-        out_.shape += '"';
-        out_.shape += text;
-        out_.shape += '"';
-        if (!listed_) return;
         std::string lower = common::lower_ascii(text);
         push({Token::Kind::quoted_name, std::move(text), std::move(lower), 0, 0});
     }
@@ -148,43 +133,18 @@ class Tokenizer {
         const std::size_t begin = at_;
         while (is_name_start(at()) || is_digit(at()))
             ++at_;
-        out_.shape += ' ';
-        out_.shape += text_.substr(begin, at_ - begin);
-        if (!listed_) return;
         std::string text(text_.substr(begin, at_ - begin));
         std::string lower = common::lower_ascii(text);
         push({Token::Kind::name, std::move(text), std::move(lower), 0, 0});
     }
 
     void number() {
-        const std::size_t begin = at_;
-        while (is_digit(at()))
-            ++at_;
-        bool whole = true;
-        if (at() == '.') {
-            whole = false;
-            ++at_;
-            while (is_digit(at()))
-                ++at_;
-        }
-        if ((at() == 'e' || at() == 'E') &&
-            (is_digit(at(1)) || ((at(1) == '+' || at(1) == '-') && is_digit(at(2))))) {
-            whole = false;
-            at_ += 2;
-            while (is_digit(at()))
-                ++at_;
-        }
-        const std::string_view text = text_.substr(begin, at_ - begin);
-        // A word may follow at once: "stcode = 1and cash_no = 2" is a statement of the shift check.
-        std::int64_t integer = 0;
-        if (whole && std::from_chars(text.data(), text.data() + text.size(), integer).ec == std::errc{}) {
-            return value(Value(integer));
-        }
-        double decimal = 0;
-        if (std::from_chars(text.data(), text.data() + text.size(), decimal).ec != std::errc{}) {
-            fail("The number '" + std::string(text) + "' is out of the range.");
-        }
-        value(Value(decimal));
+        std::size_t length = 0;
+        Value found = leading_number(text_.substr(at_), length);
+        if (is_null(found))
+            fail("The number '" + std::string(text_.substr(at_, length)) + "' is out of the range.");
+        at_ += length;
+        value(std::move(found));
     }
 
     void symbol() {
@@ -199,14 +159,11 @@ class Tokenizer {
 
     void push_symbol(std::string_view text) {
         at_ += text.size();
-        out_.shape += text;
-        if (listed_) push({Token::Kind::symbol, std::string(text), {}, 0, 0});
+        push({Token::Kind::symbol, std::string(text), {}, 0, 0});
     }
 
     std::string_view text_;
     const std::vector<Value>& parameters_;
-    const bool listed_;
-    std::size_t count_ = 0;  // tokens so far
     std::size_t at_ = 0;
     std::size_t begin_ = 0;  // of the token being read
     std::size_t used_ = 0;
@@ -216,11 +173,7 @@ class Tokenizer {
 }  // namespace
 
 Tokens tokenize(std::string_view statement, const std::vector<Value>& parameters) {
-    return Tokenizer(statement, parameters, true).all();
-}
-
-Tokens outline(std::string_view statement, const std::vector<Value>& parameters) {
-    return Tokenizer(statement, parameters, false).all();
+    return Tokenizer(statement, parameters).all();
 }
 
 }  // namespace database::tsql

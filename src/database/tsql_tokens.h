@@ -21,15 +21,10 @@ struct Token {
 struct Tokens {
     std::vector<Token> list;  // always ends with a token of kind end
     std::vector<Value> values;
-    // The statement without its values: two statements of one shape share a translation. A value leaves a
-    // mark of its kind only.
-    std::string shape;
 };
 
 // Every "?" takes the next of `parameters`. Throws Error 42000 on an unclosed quote, a stray character or too
 // few or too many parameters.
 Tokens tokenize(std::string_view statement, const std::vector<Value>& parameters);
-// The same without the list: what finds a statement that is prepared already, at a third of the cost.
-Tokens outline(std::string_view statement, const std::vector<Value>& parameters);
 
 }  // namespace database::tsql

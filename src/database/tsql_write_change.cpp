@@ -3,6 +3,7 @@
 
 #include "common/text.h"
 #include "database/error.h"
+#include "database/tsql_outline.h"
 #include "database/tsql_writer.h"
 
 namespace database::tsql {
@@ -38,6 +39,13 @@ const Table& Writer::changeable(const std::string& name) {
     if (real == nullptr)
         fail("The view '" + name + "' cannot be changed on the embedded engine; change its table.");
     return *real;
+}
+
+// A value's mark tells whether it fits an int, which then needs no look at every run.
+Written Writer::stored(const Expression& expression, const Type& type) {
+    Written what = value(expression);
+    if (expression.kind == Kind::value && fits_int((*values_)[expression.slot])) what.type.bytes = 4;
+    return convert(std::move(what), type, Purpose::store);
 }
 
 Translation Writer::insert(const Insert& insert) {
@@ -91,7 +99,7 @@ Translation Writer::insert(const Insert& insert) {
         expect_count(row.size());
         made.sql += r == 0 ? "(" : ", (";
         for (std::size_t i = 0; i < row.size(); ++i) {
-            made.sql += (i == 0 ? "" : ", ") + convert(value(*row[i]), types[i], Purpose::store).sql;
+            made.sql += (i == 0 ? "" : ", ") + stored(*row[i], types[i]).sql;
         }
         made.sql += ")";
     }
@@ -164,7 +172,7 @@ Translation Writer::update(const Update& update) {
         const Column& column = to.table->columns[static_cast<std::size_t>(at)];
         if (column.identity) fail("Cannot update identity column '" + column.name + "'.");
         const std::string quoted = quoted_name(column.name);
-        const std::string what = convert(value(*expression), column.type, Purpose::store).sql;
+        const std::string what = stored(*expression, column.type).sql;
         names += (names.empty() ? "" : ", ") + quoted;
         values += (values.empty() ? "" : ", ") + what;
         sets += (sets.empty() ? "" : ", ") + quoted + " = " + what;
@@ -211,7 +219,7 @@ Translation Writer::remove(const Delete& remove) {
 }
 
 std::string Writer::column_default(const Expression& expression, const Type& type) {
-    return convert(value(expression), type, Purpose::store).sql;
+    return stored(expression, type).sql;
 }
 
 std::string Writer::table_condition(const Table& table, const Expression& expression) {

@@ -110,6 +110,7 @@ class Writer {
     };
     Target target(const std::string& name, const std::vector<Source>& from);
     const Table& changeable(const std::string& name);
+    Written stored(const Expression& expression, const Type& type);
     std::string where_of(const Target& target, const std::vector<Source>& from, const Expression* where,
                          const Expression* top, const std::string& more);
 

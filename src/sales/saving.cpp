@@ -1,7 +1,5 @@
 #include "sales/saving.h"
 
-#include <set>
-
 #include "common/date_time.h"
 #include "common/text.h"
 #include "database/recordset.h"
@@ -36,6 +34,10 @@ std::string in_log(const Invoice& invoice) {
            std::to_string(ctype_of(invoice.kind)) + ", customer " +
            std::to_string(invoice.payment == PaymentOption::account ? invoice.customer : walk_in_customer) +
            ", store " + std::to_string(invoice.store) + ")";
+}
+
+bool takes_from_stock(const Invoice& invoice, const Line& line) {
+    return !invoice.is_return() && line.stock_kept && line.item_code.has_value();
 }
 
 // A statement whose answer never came may have done its work.
@@ -128,17 +130,21 @@ void Saving::write_all(Invoice& invoice, const PaymentTaken& payment) {
     done(SaveStep::walk_in);
     print_receipts(invoice, payment);
     done(SaveStep::receipt);
+    // Read before the first row is written, and after the printer has taken its time.
+    StockTaking taking(connection_, invoice.store);
+    for (const Line& line : invoice.lines)
+        if (takes_from_stock(invoice, line)) taking.oldest(*line.item_code);
     move_account_balance(invoice);
     done(SaveStep::account_balance);
     write_header(invoice);
     done(SaveStep::header);
     write_bank_row(invoice);
     done(SaveStep::bank);
-    write_lines(invoice);
+    write_lines(invoice, taking);
     done(SaveStep::lines);
-    fetch_from_other_stores(invoice);
+    fetch_from_other_stores(invoice, taking);
     done(SaveStep::transfers);
-    move_stock(invoice);
+    move_stock(invoice, taking);
     done(SaveStep::stock);
     move_craftsman_lines(invoice);
     done(SaveStep::craftsman_lines);
@@ -231,13 +237,7 @@ void Saving::write_bank_row(const Invoice& invoice) {
     connection_.execute(statement);
 }
 
-void Saving::write_lines(const Invoice& invoice) {
-    // The batches that the first pieces come from, so that a return finds its way back.
-    std::set<std::int64_t> sold;
-    for (const Line& line : invoice.lines)
-        if (!invoice.is_return() && line.stock_kept && line.item_code) sold.insert(*line.item_code);
-    const auto oldest = oldest_batches(connection_, sold, invoice.store);
-
+void Saving::write_lines(const Invoice& invoice, StockTaking& taking) {
     Recordset rows(connection_, "select * from saledata");
     int serial = 0;
     for (const Line& line : invoice.lines) {
@@ -262,8 +262,9 @@ void Saving::write_lines(const Invoice& invoice) {
         if (line.salver_code != 0) rows.set("salvcode", line.salver_code);
         if (line.expiry) {
             rows.set("edate", *line.expiry);
-        } else if (line.item_code && oldest.contains(*line.item_code)) {
-            rows.set("edate", oldest.at(*line.item_code));
+        } else if (takes_from_stock(invoice, line)) {
+            // The batch that the first piece comes from, so that a return finds its way back.
+            if (const auto oldest = taking.oldest(*line.item_code)) rows.set("edate", *oldest);
         }
         rows.set("time_", database::Value(time_only(moment_)));
         if (invoice.payment == PaymentOption::tips) rows.set("link", invoice.tips_receiver);
@@ -272,22 +273,23 @@ void Saving::write_lines(const Invoice& invoice) {
     }
 }
 
-void Saving::fetch_from_other_stores(const Invoice& invoice) {
+void Saving::fetch_from_other_stores(const Invoice& invoice, StockTaking& taking) {
     if (invoice.is_return()) return;
     for (const Line& line : invoice.lines) {
         if (line.source_kind != SourceKind::other_store || !line.item_code) continue;
+        taking.forget(*line.item_code);
         stock::transfer_for_line(connection_, {*line.item_code, line.quantity, line.factor, line.unit_code,
                                                line.source_store, invoice.store, invoice.date});
     }
 }
 
-void Saving::move_stock(const Invoice& invoice) {
+void Saving::move_stock(const Invoice& invoice, StockTaking& taking) {
     for (const Line& line : invoice.lines) {
         if (!line.stock_kept || !line.item_code) continue;
         if (invoice.is_return())
             put_into_stock(connection_, *line.item_code, invoice.store, line.base_quantity(), line.expiry);
         else
-            take_from_stock(connection_, *line.item_code, invoice.store, line.base_quantity());
+            taking.take(*line.item_code, line.base_quantity());
     }
 }
 

@@ -8,6 +8,7 @@
 #include "database/connection.h"
 #include "printing/receipt_printer.h"
 #include "sales/invoice.h"
+#include "sales/stock_movement.h"
 #include "signin/session.h"
 
 namespace sales {
@@ -60,9 +61,9 @@ class Saving {
     void move_account_balance(const Invoice& invoice);
     void write_header(const Invoice& invoice);
     void write_bank_row(const Invoice& invoice);
-    void write_lines(const Invoice& invoice);
-    void fetch_from_other_stores(const Invoice& invoice);
-    void move_stock(const Invoice& invoice);
+    void write_lines(const Invoice& invoice, StockTaking& taking);
+    void fetch_from_other_stores(const Invoice& invoice, StockTaking& taking);
+    void move_stock(const Invoice& invoice, StockTaking& taking);
     void move_craftsman_lines(const Invoice& invoice);
     void move_reservations(const Invoice& invoice);
 

@@ -53,13 +53,11 @@ class Checks {
 
     // A drawer without any shift is between shifts, like one whose last shift is closed.
     std::optional<std::int64_t> open_shift() {
-        const auto shifts =
-            connection_.query(Sql("select * from shift where  stcode = ") + session_.store_code +
-                              "and cash_no = " + session_.cash_point + " order by scode ");
-        if (shifts.empty()) return std::nullopt;
-        const auto& last = shifts.rows().back();
-        if (!last.null("e_date")) return std::nullopt;
-        return last.integer("scode");
+        const auto last =
+            connection_.last_row(Sql("select * from shift where  stcode = ") + session_.store_code +
+                                 "and cash_no = " + session_.cash_point + " order by scode ");
+        if (!last || !last->null("e_date")) return std::nullopt;
+        return last->integer("scode");
     }
 
     // Lines of one item are counted together, and a line that another store supplies or that was confirmed

@@ -15,7 +15,8 @@ double available_stock(database::Connection& connection, std::int64_t item, int 
 }
 
 bool stock_suffices(double available, double needed) {
-    return common::round_decimals(available, 3) >= common::round_decimals(needed, 3);
+    // Rounding never turns two numbers round.
+    return available >= needed || common::round_decimals(available, 3) >= common::round_decimals(needed, 3);
 }
 
 double held_by_lines(const Invoice& invoice, std::int64_t item, int store, const Line* except) {

@@ -60,20 +60,53 @@ void move_batch(Connection& connection, std::int64_t item, int store, const Date
 
 }  // namespace
 
-void take_from_stock(Connection& connection, std::int64_t item, int store, double quantity) {
-    double left = quantity;
+Recordset& StockTaking::batches_of(std::int64_t item) {
+    const auto known = batches_.find(item);
+    if (known != batches_.end()) return known->second;
+    const Sql statement = Sql("select * from stk where icode = ") + item + " order by edate";
+    return batches_.try_emplace(item, connection_, statement).first->second;
+}
+
+bool StockTaking::is_held(Recordset& batch) const {
+    return batch.integer("stcode") == store_ && batch.number("quan") > 0;
+}
+
+std::optional<Date> StockTaking::oldest(std::int64_t item) {
+    Recordset& batches = batches_of(item);
+    for (batches.move_first(); !batches.at_end(); batches.move_next())
+        if (is_held(batches) && !batches.null("edate")) return batches.moment("edate").date;
+    return std::nullopt;
+}
+
+void StockTaking::take_from_batches(std::int64_t item, double& left) {
     until_undisturbed([&] {
-        Recordset batches(connection, Sql("select * from stk where icode = ") + item + " order by edate");
-        for (; left > 0 && !batches.at_end(); batches.move_next()) {
-            const double held = batches.number("quan");
-            if (batches.integer("stcode") != store || held <= 0) continue;
-            const double taken = std::min(held, left);
-            batches.set("quan", without_dust(held - taken));
-            batches.update();
-            left = without_dust(left - taken);
+        try {
+            Recordset& batches = batches_of(item);
+            for (batches.move_first(); left > 0 && !batches.at_end(); batches.move_next()) {
+                if (!is_held(batches)) continue;
+                const double held = batches.number("quan");
+                const double taken = std::min(held, left);
+                batches.set("quan", without_dust(held - taken));
+                batches.update();
+                left = without_dust(left - taken);
+            }
+        } catch (...) {
+            forget(item);
+            throw;
         }
     });
-    if (left > 0) move_batch(connection, item, store, common::no_expiry, -left);
+}
+
+void StockTaking::take(std::int64_t item, double quantity) {
+    double left = quantity;
+    const bool known = batches_.contains(item);
+    take_from_batches(item, left);
+    if (left <= 0) return;
+    // Goods may have come in since the batches were read.
+    forget(item);
+    if (known) take_from_batches(item, left);
+    if (left > 0) move_batch(connection_, item, store_, common::no_expiry, -left);
+    forget(item);
 }
 
 void put_into_stock(Connection& connection, std::int64_t item, int store, double quantity,
@@ -88,23 +121,6 @@ void put_into_stock(Connection& connection, std::int64_t item, int store, double
         }
     }
     move_batch(connection, item, store, into, quantity);
-}
-
-std::map<std::int64_t, Date> oldest_batches(Connection& connection, const std::set<std::int64_t>& items,
-                                            int store) {
-    std::map<std::int64_t, Date> oldest;
-    if (items.empty()) return oldest;
-    Sql statement = Sql("select icode, min(edate) as edate from stk where stcode = ") + store +
-                    " and quan > 0 and icode in (";
-    bool first = true;
-    for (const std::int64_t item : items) {
-        if (!first) statement += ",";
-        statement += item;
-        first = false;
-    }
-    for (const auto& row : connection.query(statement + ") group by icode"))
-        if (!row.null("edate")) oldest[row.integer("icode")] = row.moment("edate").date;
-    return oldest;
 }
 
 }  // namespace sales

@@ -1,8 +1,11 @@
 // What a saved invoice writes, and what stops it before anything is written.
 #include "sales/saving.h"
 
+#include <algorithm>
 #include <functional>
 
+#include "database/faults.h"
+#include "database/open.h"
 #include "sales/recall.h"
 #include "sales/saving_messages.h"
 #include "sales/till.h"
@@ -274,6 +277,41 @@ TEST(Saving, DecimalQuantitiesLeaveNoDustOfABatch) {
     EXPECT_EQ(till.shop.cell("select count(*) from stk where icode = 100"), "6")
         << "a batch without expiry was made";
     EXPECT_EQ(till.shop.cell("select count(*) from stk where icode = 100 and quan <> 0"), "0");
+}
+
+TEST(Saving, GoodsThatComeInMeanwhileAreCountedAndTaken) {
+    bool reached = true;
+    int before_stock = 0;
+    for (int n = 1; reached; ++n) {
+        SCOPED_TRACE(n);
+        Till till;
+        const auto other = database::open_embedded(till.shop.file());
+        database::FaultyConnection faulty(till.shop.connection());
+        reached = false;
+        faulty.call_before(n, [&] {
+            reached = true;
+            other->execute(
+                "update stk set quan = quan + 2 where icode = 100 and stcode = 1 and edate = "
+                "'2027/06/01'");
+            other->execute("insert into stk (icode,stcode,edate,quan) values (100,1,'2028/01/01',10)");
+        });
+        Invoice invoice = till.invoice();
+        invoice.lines = {Till::line(100, 6, 10), Till::line(100, 3, 10)};
+        for (auto& line : invoice.lines)
+            line.below_stock = true;
+        auto saving = till.saving_on(faulty);
+        ASSERT_EQ(saving.save(invoice, {}), SaveOutcome::saved);
+        EXPECT_EQ(till.shop.number("select sum(quan) from stk where icode = 100 and stcode = 1"),
+                  reached ? 10 : -2);
+        const auto& statements = faulty.statements();
+        const auto first = std::find_if(statements.begin(), statements.end(), [](const std::string& text) {
+            return text.starts_with("update [stk]");
+        });
+        if (!reached || n - 1 > first - statements.begin()) continue;
+        ++before_stock;
+        EXPECT_EQ(till.shop.cell("select count(*) from stk where quan < 0"), "0");
+    }
+    EXPECT_GT(before_stock, 5);
 }
 
 TEST(Saving, LineFromAnotherStoreIsTransferredThenSold) {
