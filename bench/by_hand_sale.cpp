@@ -17,8 +17,6 @@ namespace {
 
 using database::embedded::ticks_of;
 
-// Items in one look at the oldest batches; shorter invoices leave the rest at an item that there is not.
-constexpr int most_items = 20;
 constexpr const char* time_form = "2026/11/21 12:00";
 
 }  // namespace
@@ -38,25 +36,21 @@ HandSale::HandSale(HandEngine& engine, std::filesystem::path log) : engine_(engi
         "select code, name, itype, stop, price12, price13, price22, price23, price32, price33, "
         "(select sum(quan) from stk where icode = items.code) from items where name >= ?1 and name < ?2 "
         "order by name");
-    shift_ = prepare("select scode, e_date from shift where stcode = 1 and cash_no = 1 order by scode");
+    shift_ = prepare(
+        "select scode, e_date from shift where stcode = 1 and cash_no = 1 order by scode desc limit 1");
     number_ = prepare("select max(pnum) from sales where vcode = -1 and (ctype = 0 or ctype = 1)");
     settings_ = prepare("select inv_p, csh_inv, cust_n, main_p from basic");
     header_ = prepare(
         "insert into sales (pnum, vcode, date, ctype, ptot, pdis, ptax, stcode, user, wcode, types, shift, "
         "time_, stype, "
         "ptype, inv_type) values (?, -1, ?, 0, ?, 0.0, 0, 1, 1, 0, 0, ?, ?, 0, 1, 0)");
-    std::string marks = "?";
-    for (int i = 1; i < most_items; ++i)
-        marks += ",?";
-    oldest_ = prepare("select icode, min(edate) from stk where stcode = 1 and quan > 0 and icode in (" +
-                      marks + ") group by icode");
     line_ = prepare(
         "insert into saledata (pnum, vcode, date, ctype, stcode, stype, serial, sid, icode, note, quan, "
         "price, disc, "
         "unit1, scode, quan1, edate, time_, inv_type) values (?1, -1, ?2, 0, 1, 0, ?3, ?3, ?4, ?5, ?6, ?7, "
         "0.0, ?8, "
         "?9, ?10, ?11, ?12, 0)");
-    batches_ = prepare("select rowid, stcode, quan from stk where icode = ? order by edate");
+    batches_ = prepare("select rowid, stcode, quan, edate from stk where icode = ? order by edate");
     // Another till may have changed the batch meanwhile.
     take_ = prepare("update stk set quan = ?1 where rowid = ?2 and quan = ?3");
 }
@@ -104,14 +98,7 @@ std::vector<HandSale::Found> HandSale::search(const std::string& prefix) {
 }
 
 void HandSale::save(const std::vector<HandLine>& lines) {
-    if (lines.size() > most_items) throw std::runtime_error("too many lines for this till");
-    std::int64_t shift = 0;
-    bool open = false;
-    for (HandRun row(shift_); row.row(); row.next()) {
-        shift = row.whole(0);
-        open = row.null(1);
-    }
-    if (!open) throw std::runtime_error("no shift");
+    const std::int64_t shift = open_shift();
     double total = 0;
     std::map<std::int64_t, double> needed;
     for (const HandLine& line : lines) {
@@ -123,38 +110,43 @@ void HandSale::save(const std::vector<HandLine>& lines) {
     log(fmt::format("save of invoice {} begins, lines {}", number, lines.size()));
     if (HandRun(settings_).whole(0) == 1) throw std::runtime_error("a page printer was not expected");
 
+    std::vector<std::vector<Batch>> batches;
+    for (const HandLine& line : lines)
+        batches.push_back(batches_of(line.item));
+
     const std::int64_t today = ticks_of({last_day, {}});
     const std::int64_t now = ticks_of({{1900, 1, 1}, {12, 0, 0, 0}});
     HandRun(header_, number, today, total, shift, now);
-
-    sqlite3_reset(oldest_);
-    auto item = needed.begin();
-    for (int i = 1; i <= most_items; ++i)
-        sqlite3_bind_int64(oldest_, i, item == needed.end() ? -1 : (item++)->first);
-    std::map<std::int64_t, std::int64_t> oldest;
-    for (HandRun row(oldest_); row.row(); row.next())
-        oldest[row.whole(0)] = row.whole(1);
-
     int serial = 0;
-    for (const HandLine& line : lines)
+    for (const HandLine& line : lines) {
+        const std::int64_t oldest = batches[static_cast<std::size_t>(serial)].front().expiry;
         HandRun(line_, number, today, ++serial, line.item, line.name, line.quantity, line.price, line.factor,
-                line.unit, line.quantity * line.factor, oldest[line.item], now);
-    for (const HandLine& line : lines)
-        take(line.item, line.quantity * line.factor);
+                line.unit, line.quantity * line.factor, oldest, now);
+    }
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        take(batches[i], lines[i].quantity * lines[i].factor);
     engine_.settle();
     log(fmt::format("save of invoice {} finished", number));
     if (HandRun(settings_).whole(3) == 1 || HandRun(number_).whole(0) != number)
         throw std::runtime_error("the next invoice is not as expected");
 }
 
-void HandSale::take(std::int64_t item, double quantity) {
-    struct Batch {
-        std::int64_t row;
-        double held;
-    };
+std::int64_t HandSale::open_shift() {
+    const HandRun row(shift_);
+    if (!row.row() || !row.null(1)) throw std::runtime_error("no shift");
+    return row.whole(0);
+}
+
+std::vector<HandSale::Batch> HandSale::batches_of(std::int64_t item) {
     std::vector<Batch> batches;
     for (HandRun row(batches_, item); row.row(); row.next())
-        if (row.whole(1) == 1 && row.number(2) > 0) batches.push_back({row.whole(0), row.number(2)});
+        if (row.whole(1) == 1 && row.number(2) > 0)
+            batches.push_back({row.whole(0), row.number(2), row.whole(3)});
+    if (batches.empty()) throw std::runtime_error("no batch");
+    return batches;
+}
+
+void HandSale::take(const std::vector<Batch>& batches, double quantity) {
     double left = quantity;
     for (const Batch& batch : batches) {
         if (left <= 0) break;

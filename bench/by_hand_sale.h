@@ -36,19 +36,27 @@ class HandSale {
     // The items whose name begins with a text, in the order of their names, with their stock and prices.
     std::vector<Found> search(const std::string& prefix);
 
-    // A cash sale, statement by statement without a transaction, as the program must write it: shift, stock
-    // of each line, number, settings, header, oldest batches, lines, batch by batch; then one sync; then what
-    // the next invoice needs.
+    // A cash sale, statement by statement without a transaction, as the program must write it. Read: the last
+    // shift, the stock of each line, the number, the settings, the batches of each line. Written, each in a
+    // commit of its own: the header, the lines, batch by batch what is taken. Then one sync, and what the
+    // next invoice needs.
     void save(const std::vector<HandLine>& lines);
 
   private:
-    void take(std::int64_t item, double quantity);
+    struct Batch {
+        std::int64_t row;
+        double held;
+        std::int64_t expiry;
+    };
+    std::int64_t open_shift();
+    std::vector<Batch> batches_of(std::int64_t item);
+    void take(const std::vector<Batch>& batches, double quantity);
     void log(const std::string& line);
 
     HandEngine& engine_;
     std::filesystem::path log_;
     sqlite3_stmt *period_, *barcode_, *card_, *stock_, *expiries_, *found_;
-    sqlite3_stmt *shift_, *number_, *settings_, *header_, *oldest_, *line_, *batches_, *take_;
+    sqlite3_stmt *shift_, *number_, *settings_, *header_, *line_, *batches_, *take_;
 };
 
 }  // namespace bench
