@@ -77,9 +77,7 @@ void KeyButton::paintEvent(QPaintEvent*) {
         painter.setPen(ink);
         painter.setFont(caption_font);
         painter.drawText(upper, Qt::AlignCenter, caption_);
-        QColor faint = ink;
-        faint.setAlphaF(0.7F);
-        painter.setPen(faint);
+        painter.setPen(lit || !isEnabled() ? ink : QColor(colour::quiet));
         painter.setFont(cap_font);
         painter.drawText(QRect(0, height() * 58 / 100, width(), height() * 34 / 100), Qt::AlignCenter, key_);
         return;
