@@ -93,8 +93,8 @@ void EmbeddedConnection::prepare_engine(bool fresh) {
         const std::int64_t tables = embedded::number(engine, "SELECT count(*) FROM sqlite_schema");
         if (mark != shop_mark && tables > 0) throw Error("08001", "it belongs to another program", "");
     }
-    // 3 MB of pages hold what a till works on: a larger cache was no faster at sales, searches and sums over a
-    // million invoices, and only filled all day with rows that nobody asks for again.
+    // 3 MB of pages hold what a till works on: a larger cache was no faster at sales, searches and sums over
+    // a million invoices, and only filled all day with rows that nobody asks for again.
     embedded::execute(engine,
                       "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL; PRAGMA temp_store = MEMORY; "
                       "PRAGMA cache_size = -3000");
