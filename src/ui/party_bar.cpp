@@ -81,6 +81,11 @@ PartyBar::PartyBar(QWidget* parent) : QWidget(parent) {
                 [this, list, signal] { emit(this->*signal)(chosen_code(list)); });
         connect(list->lineEdit(), &QLineEdit::returnPressed, this, [this, list, signal, next] {
             const qlonglong code = chosen_code(list);
+            if (code == 0 && !list->currentText().trimmed().isEmpty()) {
+                emit(this->*signal)(code);
+                list->lineEdit()->selectAll();  // nobody of that name: to be typed again
+                return;
+            }
             // Left first: a list without the focus shows what is chosen, whatever was typed into it.
             if (next != nullptr) next->setFocus();
             emit(this->*signal)(code);
