@@ -22,7 +22,7 @@ HandEngine::HandEngine(const std::filesystem::path& file) : log_name_(file.strin
     check(sqlite3_create_collation_v2(db_, database::embedded::collation_name, SQLITE_UTF8, nullptr, compare,
                                       nullptr));
     run("PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL; PRAGMA temp_store = MEMORY; "
-        "PRAGMA cache_size = -32000");
+        "PRAGMA cache_size = -3000");
 }
 
 HandEngine::~HandEngine() {

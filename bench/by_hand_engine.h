@@ -15,7 +15,7 @@ namespace bench {
 class HandEngine {
   public:
     // Opens a shop file with the settings that the program opens its own with: write-ahead log, synchronous
-    // NORMAL, 32 MB of cache, temporary tables in memory, the text collation of the shop's columns.
+    // NORMAL, 3 MB of cache, temporary tables in memory, the text collation of the shop's columns.
     explicit HandEngine(const std::filesystem::path& file);
     ~HandEngine();
     HandEngine(const HandEngine&) = delete;
