@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "common/numbers.h"
+#include "database/error_words.h"
 #include "sales/display.h"
 #include "sales/messages.h"
 #include "sales/numbering.h"
@@ -40,8 +41,9 @@ void SalesScreen::report(std::string_view name, const std::exception& error) {
     if (failed != nullptr && !failed->statement().empty()) line += " [" + failed->statement() + "]";
     outside_.log.log_event(line, log_code);
     const bool lost = failed != nullptr && failed->is_connection_lost();
-    outside_.prompts.message(lost ? message::connection_lost : message::action_failed,
-                             common::Icon::critical);
+    outside_.prompts.message(
+        lost ? message::connection_lost : database::words_for(error).value_or(message::action_failed),
+        common::Icon::critical);
 }
 
 bool SalesScreen::deny() {

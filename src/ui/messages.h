@@ -12,19 +12,6 @@ inline constexpr std::string_view ok = "موافق";  // OK
 inline constexpr std::string_view yes = "نعم";   // yes
 inline constexpr std::string_view no = "لا";     // no
 
-// "The connection to the database was lost. Check the network, then try again."
-inline constexpr std::string_view connection_lost =
-    "انقطع الاتصال بقاعدة البيانات. راجع الشبكة ثم حاول مرة أخرى";
-// "The database did not answer in time. Try again."
-inline constexpr std::string_view timed_out = "لم ترد قاعدة البيانات في الوقت المحدد. حاول مرة أخرى";
-// "The disk is full. Nothing more can be saved until there is room on it."
-inline constexpr std::string_view disk_full = "القرص ممتلئ. لا يمكن الحفظ قبل توفير مساحة عليه";
-// "The database may only be read. Tell the person in charge."
-inline constexpr std::string_view read_only = "قاعدة البيانات للقراءة فقط. أبلغ المسئول";
-// "The database is busy at another till. Try again."
-inline constexpr std::string_view busy = "قاعدة البيانات مشغولة من جهاز آخر. حاول مرة أخرى";
-// "Another till changed the same record meanwhile. Try again."
-inline constexpr std::string_view changed_meanwhile = "تم تعديل نفس السجل من جهاز آخر. حاول مرة أخرى";
 // "The action did not succeed. The reason is written in the activity log."
 inline constexpr std::string_view failed = "لم تتم العملية. السبب مسجل في سجل البرنامج";
 // "The program could not be started again."

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "database/error.h"
+#include "database/error_words.h"
 #include "support/outside.h"
 #include "ui/messages.h"
 
@@ -17,13 +18,14 @@ TEST(Guard, SaysWhatWentWrongInTheCashiersWords) {
         Error error;
         std::string_view words;
     } cases[] = {
-        {Error("08S01", "Communication link failure", "select 1"), ui::message::connection_lost},
-        {Error("08001", "SQL Server does not exist or access denied.", ""), ui::message::connection_lost},
-        {Error("HYT00", "Timeout expired", "select 1"), ui::message::timed_out},
-        {Error("HY000", "database or disk is full", "insert"), ui::message::disk_full},
-        {Error("HY000", "attempt to write a readonly database", "insert"), ui::message::read_only},
-        {Error("HY000", "database is locked", "insert"), ui::message::busy},
-        {Error("40001", "the row was changed", "update"), ui::message::changed_meanwhile},
+        {Error("08S01", "Communication link failure", "select 1"), database::message::connection_lost},
+        {Error("08001", "SQL Server does not exist or access denied.", ""),
+         database::message::connection_lost},
+        {Error("HYT00", "Timeout expired", "select 1"), database::message::timed_out},
+        {Error("HY000", "database or disk is full", "insert"), database::message::disk_full},
+        {Error("HY000", "attempt to write a readonly database", "insert"), database::message::read_only},
+        {Error("HY000", "database is locked", "insert"), database::message::busy},
+        {Error("40001", "the row was changed", "update"), database::message::changed_meanwhile},
         {Error("42000", "syntax error", "selec"), ui::message::failed},
     };
     for (const auto& [error, words] : cases) {
