@@ -21,11 +21,12 @@ double two_decimals(double amount) {
 std::string moment_of(const std::string& date) {
     return date + " + ifnull(time_ % 86400000, 0)";
 }
+// Days that are over need no look at the time.
 std::string before(const std::string& date) {
-    return moment_of(date) + " < ?2";
+    return fmt::format("({} < ?2 - ?2 % 86400000 or {} < ?2)", date, moment_of(date));
 }
 std::string up_to(const std::string& date) {
-    return moment_of(date) + " <= ?2";
+    return fmt::format("({} < ?2 - ?2 % 86400000 or {} <= ?2)", date, moment_of(date));
 }
 // Of one day, after its midnight.
 std::string of_day(const std::string& date) {
