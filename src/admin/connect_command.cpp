@@ -62,6 +62,7 @@ void add_connect(CLI::App& program, Tool& tool) {
         if (!named && !(unnamed && options->keep_password)) {
             throw CLI::ValidationError("connect", "--server and --database are needed, or --show");
         }
+        if (unnamed) read_place(tool.folder);  // the password is kept beside a shop and nowhere else
         const std::string password = options->keep_password ? ask_login_password(tool) : std::string();
         if (named) {
             write_place(tool.folder, options->place);

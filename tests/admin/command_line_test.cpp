@@ -136,13 +136,18 @@ TEST(Connect, MakesAFolderThatATillCanStartIn) {
     EXPECT_THAT(run.out, testing::Not(HasSubstr("p;w=d")));
     for (const char* name : {"datacon24.stk", "merlo-ver.txt", "Data.dat"})
         EXPECT_TRUE(std::filesystem::exists(bench.file(name))) << name;
-    const char* home = std::getenv("TALLVEX_HOME");
-    const auto file = (home == nullptr ? bench.folder() : std::filesystem::path(home)) / "sa.pwd";
-    EXPECT_EQ(std::filesystem::status(file).permissions(),
+    EXPECT_EQ(std::filesystem::status(bench.file("sa.pwd")).permissions(),
               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
     const auto refused = bench.run({"connect", "--keep-password"}, "");
     EXPECT_EQ(refused.code, 1);
     EXPECT_THAT(refused.err, HasSubstr("no password of "));
+}
+
+// In a folder that is no shop's it would go beside the program, for whoever runs that next.
+TEST(Connect, KeepsAPasswordBesideAShopOnly) {
+    Workbench bench;
+    EXPECT_EQ(bench.run({"connect", "--keep-password"}, "p\n").code, 1);
+    EXPECT_TRUE(std::filesystem::is_empty(bench.folder()));
 }
 
 TEST(CommandLine, AnUnknownCommandIsNamed) {

@@ -1,6 +1,7 @@
 #include "admin/workbench.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <stdexcept>
 
 namespace test {
@@ -8,6 +9,9 @@ namespace test {
 namespace fs = std::filesystem;
 
 namespace {
+
+// The shop of whoever runs the tests is not theirs: not its folder, and not its password.
+const int forgotten = unsetenv("TALLVEX_HOME") + unsetenv("TALLVEX_SA_PASSWORD");
 
 const fs::path& model(bool demo) {
     static const TemporaryFolder folders[2];
