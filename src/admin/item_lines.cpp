@@ -123,7 +123,7 @@ class Reader {
             if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
                 throw BadLine{std::string(column) + " has a control character in it"};
         }
-        if (common::length(found) > longest) {
+        if (common::column_width(found) > longest) {
             throw BadLine{std::string(column) + " is longer than " + std::to_string(longest) + " characters"};
         }
         return found;

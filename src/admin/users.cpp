@@ -19,7 +19,7 @@ constexpr std::size_t longest_password = 100;  // users.pass
 
 std::string checked_password(std::string_view password) {
     const std::string_view kept = common::trim(password);
-    if (common::length(kept) > longest_password) {
+    if (common::column_width(kept) > longest_password) {
         throw Refused("a password has at most " + std::to_string(longest_password) + " characters");
     }
     return std::string(kept);
@@ -44,7 +44,7 @@ std::int64_t add_user(Connection& connection, std::string_view name, std::string
                       std::string_view permissions) {
     const std::string_view kept = common::trim(name);
     if (kept.empty()) throw Refused("a user needs a name");
-    if (common::length(kept) > longest_name) {
+    if (common::column_width(kept) > longest_name) {
         throw Refused("a name has at most " + std::to_string(longest_name) + " characters");
     }
     if (common::parse_integer(kept)) throw Refused("a name that is a number would be taken for a code");

@@ -203,9 +203,9 @@ void cut(const Call& call) {
     if (call.null(0)) return call.give();
     const auto room = static_cast<std::size_t>(call.integer(1));
     const std::string_view text = call.text(0);
-    if (common::length(text) <= room) return call.give(text);
+    if (common::column_width(text) <= room) return call.give(text);
     if (call.type(0) == SQLITE_INTEGER) return call.give(std::string_view("*"));
-    call.give(common::left(text, room));
+    call.give(common::cut_to_column(text, room));
 }
 
 void now(const Call& call) {

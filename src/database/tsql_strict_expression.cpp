@@ -50,7 +50,7 @@ Typed Statements::value(std::size_t slot) const {
                                                                      : Rank::integer;
     if (const auto* text = std::get_if<std::string>(&value)) {
         typed.rank = Rank::text;
-        typed.length = static_cast<int>(std::max<std::size_t>(common::length(*text), 1));
+        typed.length = static_cast<int>(std::max<std::size_t>(common::column_width(*text), 1));
         typed.literal = text;
     }
     return typed;

@@ -26,10 +26,11 @@ PaymentOption payment_of(const stock::OfferHeader& header) {
 
 // A name longer than an offer's cell was cut; the item's card still has the whole.
 void restore_cut_name(Connection& connection, Line& line) {
-    if (!line.item_code || common::length(line.name) < stock::cell_width) return;
+    // One short of the width where a character that counts twice did not fit any more.
+    if (!line.item_code || common::column_width(line.name) + 1 < stock::cell_width) return;
     const std::string whole =
         database::text_of(connection.scalar(Sql("select [name] from items where code = ") + *line.item_code));
-    if (whole.starts_with(line.name)) line.name = whole;
+    if (common::cut_to_column(whole, stock::cell_width) == line.name) line.name = whole;
 }
 
 std::string customer_of(const Invoice& invoice) {

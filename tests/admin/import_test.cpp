@@ -125,6 +125,9 @@ TEST_F(Import, NamesEveryBadLineAndImportsNothing) {
 }
 
 TEST_F(Import, RefusesFilesThatAreNoItemsFiles) {
+    std::string olives;  // 51 of them fill 102 places of a column
+    for (int i = 0; i < 51; ++i)
+        olives += "🫒";
     const struct {
         std::string csv;
         std::string reason;
@@ -142,6 +145,7 @@ TEST_F(Import, RefusesFilesThatAreNoItemsFiles) {
         {"code,name,price12\n1,a\x1b"
          "b,2\n",
          "name has a control character"},
+        {"code,name,price12\n1," + olives + ",2\n", "name is longer than 100"},
         {"code,name,price12,barcode\n1,a,2,6.22941E+12\n", "rounded by the spreadsheet"},
         {"code,name,price12,barcode\n1,a,2,\n3,a,2,1\n",
          "items.csv:3: barcode 1 is also the code of an item"},
