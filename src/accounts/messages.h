@@ -37,7 +37,7 @@ inline constexpr std::string_view duplicate_voucher = "عفوا تم إضافة 
 // The voucher does not exist.
 inline constexpr std::string_view no_such_voucher = "الإيصال غير موجود";
 // Another workstation has changed the voucher: nothing was written.
-inline constexpr std::string_view voucher_changed = "تم تعديل الإيصال من جهاز أخر .. لم يتم الحفظ";
+inline constexpr std::string_view voucher_changed = "تم تعديل الإيصال من جهاز آخر .. لم يتم الحفظ";
 
 // Amounts and texts.
 inline constexpr std::string_view no_amount = "المبلغ غير صحيح";  // the amount is no number, or below zero

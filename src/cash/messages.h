@@ -30,7 +30,7 @@ inline constexpr std::string_view before_last_end = "الوقت قبل نهاي�
 inline constexpr std::string_view not_before = "\nغير ممكن قبل : ";
 // Another workstation has started this shift already; its row was kept.
 inline constexpr std::string_view started_elsewhere =
-    "تم بدء هذه الورديه من جهاز أخر .. لم يتم تسجيل ورديه جديده";
+    "تم بدء هذه الورديه من جهاز آخر .. لم يتم تسجيل ورديه جديده";
 // There is no such drawer; it may have been deleted.
 inline constexpr std::string_view no_such_drawer = "الخزينة غير موجودة في هذا الفرع";
 inline constexpr std::string_view no_amount = "المبلغ غير صحيح";  // the amount is no number, or below zero

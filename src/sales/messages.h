@@ -103,7 +103,7 @@ inline constexpr std::string_view item_deleted = " تم حذفه ولا يمكن
 // --- lines from another store ------------------------------------------------------------------------
 // Type the code of an item that is kept in stock, or choose its line, in a sale.
 inline constexpr std::string_view no_source_line =
-    "اكتب كود صنف له رصيد بالمخزن أو اختار سطره أولا، في بون بيع";
+    "اكتب كود صنف له رصيد بالمخزن أو اختر سطره أولا، في بون بيع";
 
 // --- cancelling --------------------------------------------------------------------------------------
 // Cancel the receipt? / Cancel this record?

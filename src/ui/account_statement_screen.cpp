@@ -85,7 +85,7 @@ Form39::Form39(QWidget* host, const Context& context)
     body()->addWidget(row_text_);
     connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& now) { show_row_text(now.row()); });
-    empty_ = label("اختار العميل والمدة ثم اضغط عرض", "plain");
+    empty_ = label("اختر العميل والمدة ثم اضغط عرض", "plain");
     empty_->setObjectName("statement_empty");
     empty_->setAlignment(Qt::AlignCenter);
     body()->addWidget(empty_, 1);

@@ -253,7 +253,7 @@ void DailyStatementScreen::show_journal() {
     }
     journal_->say_when_empty(logic_.filter() == cash::JournalFilter::all
                                  ? "لا توجد فواتير في هذا اليوم · اختار يوما آخر أو خزينة أخرى"
-                                 : "لا توجد فواتير من هذا النوع في هذا اليوم · اختار الكل");
+                                 : "لا توجد فواتير من هذا النوع في هذا اليوم · اختر الكل");
     journal_->show_rows(rows);
     count_->setText("عدد الفواتير " + QString::number(rows.size()));
     show_row_note(journal_->currentRow());
