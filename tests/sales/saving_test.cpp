@@ -5,7 +5,6 @@
 #include <functional>
 
 #include "database/faults.h"
-#include "database/open.h"
 #include "sales/recall.h"
 #include "sales/saving_messages.h"
 #include "sales/till.h"
@@ -285,7 +284,7 @@ TEST(Saving, GoodsThatComeInMeanwhileAreCountedAndTaken) {
     for (int n = 1; reached; ++n) {
         SCOPED_TRACE(n);
         Till till;
-        const auto other = database::open_embedded(till.shop.file());
+        const auto other = test::open_shop(till.shop.file());
         database::FaultyConnection faulty(till.shop.connection());
         reached = false;
         faulty.call_before(n, [&] {
