@@ -71,6 +71,13 @@ std::u32string folded(std::string_view text) {
     return result;
 }
 
+bool begins_with(std::string_view text, std::u32string_view folded_beginning) {
+    std::size_t at = 0;
+    for (const char32_t expected : folded_beginning)
+        if (at == text.size() || fold(next_character(text, at)) != expected) return false;
+    return true;
+}
+
 int compare_texts(std::string_view a, std::string_view b) {
     a = without_trailing_blanks(a);
     b = without_trailing_blanks(b);

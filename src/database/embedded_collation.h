@@ -13,6 +13,8 @@ inline constexpr const char* collation_name = "arabic_ci_as";
 char32_t fold(char32_t character);
 // A text as folded characters.
 std::u32string folded(std::string_view text);
+// Whether a text begins with a folded one; it reads no more of it than that takes.
+bool begins_with(std::string_view text, std::u32string_view folded_beginning);
 
 // Less than, equal to or greater than 0. Case and trailing blanks make no difference; accents and marks do.
 // The alefs (ا أ إ آ ٱ) stand together in the order, yet differ.

@@ -1,6 +1,7 @@
 // Functions on texts. Positions and lengths count characters, from 1.
 #include <algorithm>
 #include <memory>
+#include <optional>
 
 #include "common/numbers.h"
 #include "common/text.h"
@@ -170,13 +171,32 @@ void code(const Call& call) {
     text.empty() ? call.give() : call.give(static_cast<std::int64_t>(text.front()));
 }
 
+// A pattern of LIKE. The commonest, "the beginning of a name%", is matched without folding the whole text,
+// as a search goes through every name of the shop.
+struct Pattern {
+    explicit Pattern(std::string_view text) : whole(folded(text)) {
+        if (whole.find_first_of(U"%_[") + 1 == whole.size() && whole.ends_with(U'%'))
+            beginning = std::u32string_view(whole).substr(0, whole.size() - 1);
+    }
+    Pattern(const Pattern&) = delete;
+    Pattern& operator=(const Pattern&) = delete;
+
+    bool matches(std::string_view text, char32_t escape) const {
+        if (beginning && escape == 0) return begins_with(text, *beginning);
+        return is_like(folded(text), whole, escape);
+    }
+
+    std::u32string whole;
+    std::optional<std::u32string_view> beginning;
+};
+
 void like(const Call& call) {
     if (call.any_null()) return call.give();
-    // The pattern is the same for all rows of a statement: it is folded once.
-    auto* pattern = static_cast<std::u32string*>(sqlite3_get_auxdata(call.context, 1));
-    std::unique_ptr<std::u32string> made;
+    // The pattern is the same for all rows of a statement: it is read once.
+    auto* pattern = static_cast<Pattern*>(sqlite3_get_auxdata(call.context, 1));
+    std::unique_ptr<Pattern> made;
     if (pattern == nullptr) {
-        made = std::make_unique<std::u32string>(folded(call.text(1)));
+        made = std::make_unique<Pattern>(call.text(1));
         pattern = made.get();
     }
     char32_t escape = 0;
@@ -186,11 +206,11 @@ void like(const Call& call) {
             return call.fail("42000", "The escape character of LIKE must be one character.");
         escape = text.front();
     }
-    const bool matches = is_like(folded(call.text(0)), *pattern, escape);
+    const bool matches = pattern->matches(call.text(0), escape);
     call.give(std::int64_t{matches});
     if (made) {
         sqlite3_set_auxdata(call.context, 1, made.release(),
-                            [](void* kept) { delete static_cast<std::u32string*>(kept); });
+                            [](void* kept) { delete static_cast<Pattern*>(kept); });
     }
 }
 

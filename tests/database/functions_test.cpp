@@ -150,7 +150,9 @@ TEST_F(Functions, Like) {
         {"cat", "[^a-c]at", false}, {"قهوة تركي", "%ترك%", true}, {"قهوة", "قهو_", true},
         {"قَهوة", "قهوة", false},    {"aaab", "%a%ab", true},      {"abcabd", "%abd", true},
         {"a", "[a", false},         {"ab", "a[^]b", false},       {"x-y", "x[a-]y", true},
-        {"abc", "%%%c", true},
+        {"abc", "%%%c", true},      {"لبن كامل", "لبن %", true},  {"لبن", "لبن %", false},
+        {"أرز", "ارز%", false},     {"Milk", "milk%", true},      {"Mil", "milk%", false},
+        {"ab", "a_%", true},        {"a", "a_%", false},          {"abc", "b%", false},
     };
     for (const auto& [text, pattern, matches] : cases) {
         const std::string result =
