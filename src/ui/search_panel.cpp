@@ -132,7 +132,7 @@ void SearchPanel::search_now() {
     found_ = screen_.search(filters);
 
     // A list that long is read by nobody; the count says how many there are.
-    constexpr std::size_t most = 500;
+    constexpr std::size_t most = 200;
     std::vector<QStringList> rows;
     rows.reserve(std::min(found_.size(), most));
     for (const sales::FoundItem& item : found_) {
