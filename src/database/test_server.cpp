@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "common/text.h"
 #include "database/sqlserver_connection.h"
 
 namespace database {
@@ -29,6 +30,10 @@ std::optional<TestServer> test_server() {
 }
 
 std::unique_ptr<Connection> open_emptied(const TestServer& server) {
+    if (common::lower_ascii(server.database).find("test") == std::string::npos)
+        throw std::runtime_error("The database \"" + server.database +
+                                 "\" is left alone: tests empty only one whose name says that it is for "
+                                 "tests, such as shop_test.");
     auto connection = open_sqlserver(server.connection_string());
     for (const Row& view : connection->query("select name from sysobjects where xtype = 'V'"))
         connection->execute(Sql::from_administrator("drop view [" + view.text("name") + "]"));

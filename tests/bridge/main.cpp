@@ -18,7 +18,7 @@ extern char** environ;
 int main(int count, char** arguments) {
     setenv("TALLVEX_STRICT_SQL", "1", 0);  // refuse what a server is known to refuse
     const test::TemporaryFolder folder;
-    test::TdsBridge bridge(folder.path());
+    test::TdsBridge bridge(folder.path(), {.database = "shop_test"});
     const test::TdsControl control(bridge, folder.path() / "control");
     if (count < 2) {
         std::printf("TALLVEX_TEST_SQLSERVER='%s'\n", bridge.place().c_str());
