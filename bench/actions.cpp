@@ -76,7 +76,8 @@ Runner ring_up_by_hand(Scene& s) {
     });
 }
 
-// What the save before this one left to the disk is no part of it.
+// What the save before this one left to the disk is no part of it. Before the items are rung up: right before
+// a save it would be the processor's waking up that is measured.
 void let_the_disk_rest() {
     std::this_thread::sleep_for(std::chrono::milliseconds(15));
 }
@@ -84,11 +85,11 @@ void let_the_disk_rest() {
 Runner save(Scene& s) {
     return timed([&s] { s.till.save(); },
                  [&s] {
+                     let_the_disk_rest();
                      if (!s.till.screen().invoice().lines.empty()) s.till.screen().clear();
                      s.till.ring_up(s.sold, 20);
                      s.sold += 20;
                      s.till.begin_save();
-                     let_the_disk_rest();
                  });
 }
 
@@ -96,6 +97,7 @@ Runner save_by_hand(Scene& s) {
     return timed(
         [&s] { s.sale.save(s.lines_by_hand); },
         [&s] {
+            let_the_disk_rest();
             s.lines_by_hand.clear();
             for (int i = 0; i < 20; ++i)
                 s.lines_by_hand.push_back(s.sale.enter(rung_up_code(s.sizes, s.sold_by_hand++), i == 0));
