@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QWidget>
 #include <QWindow>
+#include <algorithm>
 #include <utility>
 
 namespace ui {
@@ -39,8 +40,10 @@ KeyQueue::KeyQueue(QObject* parent) : QObject(parent) {
     qApp->installEventFilter(this);
     // Once a box is gone or an amount field is left, what waited goes on. Later, because the action that
     // showed the box is still running.
-    connect(qApp, &QApplication::focusChanged, this,
-            [this] { QMetaObject::invokeMethod(this, &KeyQueue::feed, Qt::QueuedConnection); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
+        if (taking_of(now) == keys_held && taking_of(before) != keys_held) ++boxes_;
+        QMetaObject::invokeMethod(this, &KeyQueue::feed, Qt::QueuedConnection);
+    });
 }
 
 bool KeyQueue::eventFilter(QObject* watched, QEvent* event) {
@@ -119,8 +122,11 @@ void KeyQueue::route(const Key& key) {
 void KeyQueue::settle_doubt() {
     doubt_.stop();
     const std::vector<Key> typed = std::exchange(doubtful_, {});
-    for (const Key& key : typed)
+    const unsigned boxes = boxes_;
+    for (const Key& key : typed) {
         deliver(key);
+        if (boxes_ != boxes) return;
+    }
 }
 
 void KeyQueue::feed() {
@@ -142,9 +148,28 @@ void KeyQueue::deliver(const Key& key) {
     if (window == nullptr) return;
     QKeyEvent press(QEvent::KeyPress, key.key, key.modifiers, key.text, key.repeated);
     press.setTimestamp(key.time);
+    const unsigned boxes = boxes_;
     delivering_ = true;  // this one press; an action that opens a box runs its own loop below it
     QCoreApplication::sendEvent(window, &press);
     delivering_ = false;
+    if (key.printable() && boxes_ != boxes) drop_rest_of_word();
+}
+
+// A cell that may not be edited refuses the first digit with a box. The digits behind it and their Enter
+// belong to the same amount: each would only be refused again, with a box of its own. A scan behind them does
+// not.
+void KeyQueue::drop_rest_of_word() {
+    const auto enter =
+        std::find_if(held_.begin(), held_.end(), [](const Key& key) { return key.is_enter(); });
+    if (enter == held_.end()) {
+        held_.clear();
+        return;
+    }
+    auto burst = enter;
+    while (burst != held_.begin() && burst->time - std::prev(burst)->time <= burst_ms)
+        --burst;
+    const bool is_scan = enter - burst >= static_cast<std::ptrdiff_t>(shortest_scan);
+    held_.erase(held_.begin(), is_scan ? burst : enter + 1);
 }
 
 }  // namespace ui

@@ -63,6 +63,7 @@ class KeyQueue : public QObject {
     void settle_doubt();
     void feed();
     void deliver(const Key& key);
+    void drop_rest_of_word();
 
     std::deque<Key> held_;       // typed while a box was open
     std::deque<Key> scans_;      // came to a field that takes none
@@ -70,6 +71,7 @@ class KeyQueue : public QObject {
     QTimer doubt_;
     quint64 last_ = 0;
     bool delivering_ = false;
+    unsigned boxes_ = 0;  // how many came up so far
 };
 
 }  // namespace ui
