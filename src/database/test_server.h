@@ -23,8 +23,8 @@ struct TestServer {
 // ";". Nothing when it is not set; a value of another form throws std::runtime_error.
 std::optional<TestServer> test_server();
 
-// Opens the server and empties its database of every table and view. A database whose name has no "test" in it
-// is somebody's shop: std::runtime_error.
+// Opens the server and empties its database of every table and view. A database whose name has no "test" in
+// it is somebody's shop: std::runtime_error.
 std::unique_ptr<Connection> open_emptied(const TestServer& server);
 
 }  // namespace database
