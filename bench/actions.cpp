@@ -13,7 +13,7 @@
 
 #include "bench/goods.h"
 #include "bench/scene.h"
-#include "database/schema.h"
+#include "database/schema/schema.h"
 
 namespace bench {
 

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "database/embedded_moments.h"
+#include "database/embedded/moments.h"
 
 namespace bench {
 

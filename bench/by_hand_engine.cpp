@@ -3,7 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "database/embedded_collation.h"
+#include "database/embedded/collation.h"
 
 namespace bench {
 
@@ -47,7 +47,7 @@ void HandEngine::run(const char* statements) {
     check(sqlite3_exec(db_, statements, nullptr, nullptr, nullptr));
 }
 
-void HandEngine::settle() {
+void HandEngine::make_durable() {
     if (log_ < 0) log_ = ::open(log_name_.c_str(), O_RDWR | O_CLOEXEC);
     if (log_ < 0 || ::fdatasync(log_) != 0) throw std::runtime_error("the log could not be synced");
 }

@@ -24,7 +24,7 @@ class HandEngine {
     sqlite3_stmt* prepare(const std::string& text);
     void run(const char* statements);
     // Brings the log to the disk, as the program does at the end of an action that wrote.
-    void settle();
+    void make_durable();
     int changes() const { return sqlite3_changes(db_); }
 
   private:

@@ -9,7 +9,7 @@
 #include <map>
 
 #include "bench/sizes.h"
-#include "database/embedded_moments.h"
+#include "database/embedded/moments.h"
 
 namespace bench {
 
@@ -125,7 +125,7 @@ void HandSale::save(const std::vector<HandLine>& lines) {
     }
     for (std::size_t i = 0; i < lines.size(); ++i)
         take(batches[i], lines[i].quantity * lines[i].factor);
-    engine_.settle();
+    engine_.make_durable();
     log(fmt::format("save of invoice {} finished", number));
     if (HandRun(settings_).whole(3) == 1 || HandRun(number_).whole(0) != number)
         throw std::runtime_error("the next invoice is not as expected");

@@ -5,8 +5,8 @@
 #include <unordered_set>
 
 #include "common/text.h"
-#include "database/embedded_moments.h"
-#include "database/upgrade_list.h"
+#include "database/embedded/moments.h"
+#include "database/schema/upgrade_list.h"
 
 namespace bench {
 
@@ -101,7 +101,7 @@ bool HandUpgrade::run() {
     for (sqlite3_stmt* probe : probes_)
         for (HandRun row(probe); row.row();)
             row.next();
-    engine_.settle();
+    engine_.make_durable();
     return complete;
 }
 

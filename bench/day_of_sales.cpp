@@ -18,10 +18,10 @@
 #include "bench/till.h"
 #include "startup/activity_log.h"
 #include "startup/start_up.h"
-#include "ui/key_queue.h"
-#include "ui/sales_screen.h"
-#include "ui/sheet.h"
+#include "ui/sales/sales_screen.h"
 #include "ui/till.h"
+#include "ui/widgets/key_queue.h"
+#include "ui/widgets/sheet.h"
 
 namespace bench {
 
@@ -154,15 +154,15 @@ class Cashier final : public QObject {
 int sell_all_day(const std::filesystem::path& home, const Sizes& sizes, int sales, int step) {
     NobodyThere nobody;
     startup::ActivityLog log(home, nobody);
-    const common::Outside outside{nobody, nobody, nobody, log};
-    startup::Ground ground;
-    ground.command_line = "1";
-    ground.program_folder = home;
-    ground.working_folder = home;
-    startup::StartUp start_up(ground, outside);
+    const common::Services services{nobody, nobody, nobody, log};
+    startup::Environment environment;
+    environment.command_line = "1";
+    environment.program_folder = home;
+    environment.working_folder = home;
+    startup::StartUp start_up(environment, services);
     ui::KeyQueue keys;
     ui::Till till(
-        outside, keys, [] { return false; },
+        services, keys, [] { return false; },
         [](QWidget& window) {
             window.resize(1366, 768);
             window.show();

@@ -17,7 +17,7 @@
 #include "bench/machine.h"
 #include "bench/report.h"
 #include "bench/shop_data.h"
-#include "ui/style.h"
+#include "ui/widgets/style.h"
 
 namespace {
 

@@ -11,12 +11,12 @@
 
 #include "bench/measure.h"
 #include "printing/report_printer.h"
-#include "ui/context.h"
-#include "ui/key_queue.h"
-#include "ui/neighbours.h"
-#include "ui/sales_screen.h"
-#include "ui/sheet.h"
-#include "ui/style.h"
+#include "ui/sales/sales_screen.h"
+#include "ui/screen_register.h"
+#include "ui/widgets/context.h"
+#include "ui/widgets/key_queue.h"
+#include "ui/widgets/sheet.h"
+#include "ui/widgets/style.h"
 
 namespace bench {
 
@@ -61,7 +61,14 @@ void press(QWidget& widget, int key, const QString& text = {},
 
 struct PaintedTill::Parts {
     explicit Parts(Till& till)
-        : context{till.connection(), till.session(), till.outside(), till.nobody(), reports, choice, keys, {},
+        : context{till.connection(),
+                  till.session(),
+                  till.services(),
+                  till.nobody(),
+                  reports,
+                  choice,
+                  keys,
+                  {},
                   [](QWidget&) {}},
           screen(context, ui::neighbours(context)) {
         screen.resize(1366, 768);

@@ -25,7 +25,7 @@ struct Scene {
           sale(engine, copies.by_hand_log()),
           hand_cash(engine),
           position(till.connection(), till.session(), till.nobody()),
-          statement(till.connection(), till.session(), till.outside()) {}
+          statement(till.connection(), till.session(), till.services()) {}
 
     Sizes sizes;
     std::filesystem::path home;

@@ -12,8 +12,8 @@
 #include "bench/goods.h"
 #include "bench/invoices.h"
 #include "bench/movements.h"
-#include "database/open.h"
-#include "database/schema.h"
+#include "database/embedded/open.h"
+#include "database/schema/schema.h"
 
 namespace database {
 extern const std::string_view base_schema_text;
@@ -193,7 +193,7 @@ void make_shop(const fs::path& file, const Sizes& sizes) {
     fill_invoices(*connection, sizes);
     fill_movements(*connection, sizes);
     database::run_upgrade_list(*connection);
-    connection->settle();
+    connection->make_durable();
 }
 
 // Two runs at a time make a shop once.

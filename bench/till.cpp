@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "bench/goods.h"
-#include "database/open.h"
+#include "database/embedded/open.h"
 
 namespace bench {
 
@@ -33,7 +33,7 @@ Till::Till(const std::filesystem::path& home, const Sizes& sizes)
     session_.permissions = std::string(400, '1');
     session_.settings.max_dis = 10;
     session_.settings.st_d = 1;
-    screen_ = std::make_unique<sales::SalesScreen>(*connection_, session_, outside(), nobody_);
+    screen_ = std::make_unique<sales::SalesScreen>(*connection_, session_, services(), nobody_);
     if (!screen_->Open()) throw std::runtime_error("the sales screen did not open");
 }
 

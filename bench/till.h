@@ -6,7 +6,7 @@
 #include <string>
 
 #include "bench/sizes.h"
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 #include "printing/receipt_printer.h"
 #include "sales/sales_screen.h"
@@ -42,7 +42,7 @@ class Till {
 
     database::Connection& connection() { return *connection_; }
     signin::Session& session() { return session_; }
-    common::Outside outside() { return {nobody_, nobody_, nobody_, log_}; }
+    common::Services services() { return {nobody_, nobody_, nobody_, log_}; }
     NobodyThere& nobody() { return nobody_; }
     sales::SalesScreen& screen() { return *screen_; }
     const Sizes& sizes() const { return sizes_; }

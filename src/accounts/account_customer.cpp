@@ -44,15 +44,16 @@ std::string_view AccountCustomer::title() const {
 }
 
 bool AccountCustomer::refuse(std::string_view text) {
-    outside_.prompts.message(text, common::Icon::critical);
+    services_.prompts.message(text, common::Icon::critical);
     return false;
 }
 
 void AccountCustomer::load_lists() {
     search_classes("");
-    countries_ = choices(connection_.query("select * from country"), "ccode", "cname");
-    representatives_ = choices(connection_.query("select * from link"), "ccode", "cname");
-    customers_ = choices(connection_.query("select * from custdata order by ccode"), "ccode", "cname");
+    countries_ = database::choices(connection_.query("select * from country"), "ccode", "cname");
+    representatives_ = database::choices(connection_.query("select * from link"), "ccode", "cname");
+    customers_ =
+        database::choices(connection_.query("select * from custdata order by ccode"), "ccode", "cname");
 }
 
 bool AccountCustomer::open(CardMode mode, std::int64_t code) {
@@ -104,8 +105,8 @@ void AccountCustomer::choose_country(std::optional<std::int64_t> code) {
     card.country = code;
     governorates_.clear();
     if (code) {
-        governorates_ =
-            choices(connection_.query(Sql("select * from gover where ccode=") + *code), "cgover", "cname");
+        governorates_ = database::choices(connection_.query(Sql("select * from gover where ccode=") + *code),
+                                          "cgover", "cname");
     }
     choose_governorate({});
 }
@@ -114,8 +115,8 @@ void AccountCustomer::choose_governorate(std::optional<std::int64_t> code) {
     card.governorate = code;
     centres_.clear();
     if (code)
-        centres_ =
-            choices(connection_.query(Sql("select * from cityn where cgov=") + *code), "ccity", "cname");
+        centres_ = database::choices(connection_.query(Sql("select * from cityn where cgov=") + *code),
+                                     "ccity", "cname");
     choose_centre({});
 }
 
@@ -123,8 +124,8 @@ void AccountCustomer::choose_centre(std::optional<std::int64_t> code) {
     card.centre = code;
     districts_.clear();
     if (code)
-        districts_ =
-            choices(connection_.query(Sql("select * from dist where ccity=") + *code), "cdist", "cname");
+        districts_ = database::choices(connection_.query(Sql("select * from dist where ccity=") + *code),
+                                       "cdist", "cname");
     choose_district({});
 }
 
@@ -136,11 +137,11 @@ void AccountCustomer::search_classes(std::string_view text) {
     } else if (!wanted.empty()) {
         statement += Sql(" Where name like ") + quoted("%" + std::string(wanted) + "%");
     }
-    price_classes_ = choices(connection_.query(statement), "code", "name");
+    price_classes_ = database::choices(connection_.query(statement), "code", "name");
 }
 
 bool AccountCustomer::texts_fit() {
-    const TextLimits limits(connection_, "custdata");
+    const database::TextLimits limits(connection_, "custdata");
     const std::pair<std::string_view, const std::string*> texts[] = {{"cname", &card.name},
                                                                      {"caddress", &card.address},
                                                                      {"cust_note", &card.notes},
@@ -223,7 +224,7 @@ bool AccountCustomer::save() {
         customer.set("G_phone", card.guarantor_phone);
     }
     customer.update();
-    connection_.settle();
+    connection_.make_durable();
     load_lists();
     balance_ = account;
     return true;

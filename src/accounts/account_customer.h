@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "accounts/lists.h"
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 
 namespace accounts {
@@ -45,8 +45,8 @@ enum class CardMode { add, edit, view };
 
 class AccountCustomer {
   public:
-    AccountCustomer(database::Connection& connection, common::Outside outside)
-        : connection_(connection), outside_(outside) {}
+    AccountCustomer(database::Connection& connection, common::Services services)
+        : connection_(connection), services_(services) {}
 
     // Reads the lists and, but for a new customer, the card. False with a message when there is no such
     // customer.
@@ -71,29 +71,29 @@ class AccountCustomer {
     CardMode mode() const { return mode_; }
     // cacc of the customer shown; 0 for a new one.
     double balance() const { return balance_; }
-    const std::vector<Choice>& customers() const { return customers_; }
-    const std::vector<Choice>& representatives() const { return representatives_; }
-    const std::vector<Choice>& price_classes() const { return price_classes_; }
-    const std::vector<Choice>& countries() const { return countries_; }
-    const std::vector<Choice>& governorates() const { return governorates_; }
-    const std::vector<Choice>& centres() const { return centres_; }
-    const std::vector<Choice>& districts() const { return districts_; }
+    const std::vector<common::Choice>& customers() const { return customers_; }
+    const std::vector<common::Choice>& representatives() const { return representatives_; }
+    const std::vector<common::Choice>& price_classes() const { return price_classes_; }
+    const std::vector<common::Choice>& countries() const { return countries_; }
+    const std::vector<common::Choice>& governorates() const { return governorates_; }
+    const std::vector<common::Choice>& centres() const { return centres_; }
+    const std::vector<common::Choice>& districts() const { return districts_; }
 
   private:
     bool refuse(std::string_view text);
     bool texts_fit();
     void load_lists();
     database::Connection& connection_;
-    common::Outside outside_;
+    common::Services services_;
     CardMode mode_ = CardMode::add;
     double balance_ = 0;
-    std::vector<Choice> customers_;
-    std::vector<Choice> representatives_;
-    std::vector<Choice> price_classes_;
-    std::vector<Choice> countries_;
-    std::vector<Choice> governorates_;
-    std::vector<Choice> centres_;
-    std::vector<Choice> districts_;
+    std::vector<common::Choice> customers_;
+    std::vector<common::Choice> representatives_;
+    std::vector<common::Choice> price_classes_;
+    std::vector<common::Choice> countries_;
+    std::vector<common::Choice> governorates_;
+    std::vector<common::Choice> centres_;
+    std::vector<common::Choice> districts_;
 };
 
 }  // namespace accounts

@@ -17,14 +17,15 @@ std::array<std::string, 6> StatementRow::cells() const {
 }
 
 bool AccountStatement::refuse(std::string_view text) {
-    outside_.prompts.message(text, common::Icon::critical);
+    services_.prompts.message(text, common::Icon::critical);
     return false;
 }
 
 void AccountStatement::open() {
-    customers_ = choices(connection_.query("select * from custdata order by ccode"), "ccode", "cname");
+    customers_ =
+        database::choices(connection_.query("select * from custdata order by ccode"), "ccode", "cname");
     customer.reset();
-    end = outside_.clock.now().date;
+    end = services_.clock.now().date;
     start = {end.year, end.month, 1};
     rows_.clear();
     shown_customer_ = 0;
@@ -50,7 +51,7 @@ bool AccountStatement::show() {
     brought_forward_ =
         sum_account(connection_, *customer, start, SumsUpTo::before_date, VoucherAmount::whole);
     gather_movements(connection_, *customer, start, end);
-    connection_.settle();
+    connection_.make_durable();
 
     rows_.clear();
     debits_ = credits_ = 0;
@@ -80,10 +81,10 @@ void AccountStatement::check_arrears() {
     const double arrears =
         sum_account(connection_, *customer, end, SumsUpTo::and_on_date, VoucherAmount::due);
     if (arrears > 0) {
-        outside_.prompts.message(std::string(message::arrears_of) + format_amount(arrears),
-                                 common::Icon::exclamation);
+        services_.prompts.message(std::string(message::arrears_of) + format_amount(arrears),
+                                  common::Icon::exclamation);
     } else {
-        outside_.prompts.message(message::no_arrears, common::Icon::information);
+        services_.prompts.message(message::no_arrears, common::Icon::information);
     }
 }
 

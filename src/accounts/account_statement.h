@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "accounts/lists.h"
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 
 namespace accounts {
@@ -31,8 +31,8 @@ struct StatementRow {
 
 class AccountStatement {
   public:
-    AccountStatement(database::Connection& connection, common::Outside outside)
-        : connection_(connection), outside_(outside) {}
+    AccountStatement(database::Connection& connection, common::Services services)
+        : connection_(connection), services_(services) {}
 
     // The customers; the period from the first of this month to today.
     void open();
@@ -49,7 +49,7 @@ class AccountStatement {
     common::Date start;
     common::Date end;
 
-    const std::vector<Choice>& customers() const { return customers_; }
+    const std::vector<common::Choice>& customers() const { return customers_; }
     std::string customer_name() const;  // of the customer shown
     const std::vector<StatementRow>& rows() const { return rows_; }
     double brought_forward() const { return brought_forward_; }
@@ -61,8 +61,8 @@ class AccountStatement {
     bool refuse(std::string_view text);
     bool may_show();
     database::Connection& connection_;
-    common::Outside outside_;
-    std::vector<Choice> customers_;
+    common::Services services_;
+    std::vector<common::Choice> customers_;
     std::int64_t shown_customer_ = 0;
     std::vector<StatementRow> rows_;
     double brought_forward_ = 0;

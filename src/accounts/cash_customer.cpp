@@ -18,7 +18,7 @@ WalkIn taken(const database::Row& row) {
 }  // namespace
 
 bool CashCustomer::refuse(std::string_view text) {
-    outside_.prompts.message(text, common::Icon::critical);
+    services_.prompts.message(text, common::Icon::critical);
     return false;
 }
 
@@ -96,7 +96,7 @@ std::optional<WalkIn> CashCustomer::confirm() {
         refuse(message::enter_customer);
         return std::nullopt;
     }
-    const TextLimits limits(connection_, "cust_cash");
+    const database::TextLimits limits(connection_, "cust_cash");
     if (!limits.fits("zname", customer.name) || !limits.fits("zphone", customer.phone) ||
         !limits.fits("zmail", customer.mail)) {
         refuse(message::too_long);

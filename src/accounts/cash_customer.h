@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 
 namespace accounts {
@@ -22,8 +22,8 @@ struct WalkIn {
 
 class CashCustomer {
   public:
-    CashCustomer(database::Connection& connection, common::Outside outside)
-        : connection_(connection), outside_(outside) {}
+    CashCustomer(database::Connection& connection, common::Services services)
+        : connection_(connection), services_(services) {}
 
     // Proposes the next code; fields and results are empty.
     void open();
@@ -50,7 +50,7 @@ class CashCustomer {
     void search(const database::Sql& condition);
     bool refuse(std::string_view text);
     database::Connection& connection_;
-    common::Outside outside_;
+    common::Services services_;
     std::int64_t proposed_ = 1;
     std::int64_t loaded_ = 0;  // the code whose row the fields came from
     std::vector<WalkIn> results_;

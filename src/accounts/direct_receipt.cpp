@@ -72,7 +72,7 @@ std::string write_direct_receipt(database::Connection& connection, const signin:
     // The money is in the drawer and the voucher is written: an error that passes must not make the cashier
     // write it once more, so what follows is tried again first.
     tried_twice([&] { move_balance(connection, Ledger::customers, customer, -paid); });
-    tried_twice([&] { connection.settle(); });
+    tried_twice([&] { connection.make_durable(); });
     return number;
 }
 

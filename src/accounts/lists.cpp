@@ -11,41 +11,6 @@
 
 namespace accounts {
 
-std::vector<Choice> choices(const database::Result& rows, std::string_view code, std::string_view name) {
-    std::vector<Choice> list;
-    for (const auto& row : rows)
-        list.push_back({row.integer(code), row.text(name)});
-    return list;
-}
-
-bool contains(const std::vector<Choice>& list, std::int64_t code) {
-    return std::any_of(list.begin(), list.end(), [&](const Choice& choice) { return choice.code == code; });
-}
-
-std::string name_of(const std::vector<Choice>& list, std::int64_t code) {
-    for (const Choice& choice : list) {
-        if (choice.code == code) return choice.name;
-    }
-    return "";
-}
-
-TextLimits::TextLimits(database::Connection& connection, std::string_view table)
-    : table_(connection.description(table)) {}
-
-bool TextLimits::fits(std::string_view column, std::string_view text) const {
-    for (std::size_t i = 0; i < table_->columns.size() && i < table_->types.size(); ++i) {
-        if (!common::equal_ignoring_case(table_->columns[i], column)) continue;
-        const std::string& type = table_->types[i];
-        const auto bracket = type.find('(');
-        std::size_t width = 0;
-        if (bracket == std::string::npos ||
-            std::from_chars(type.data() + bracket + 1, type.data() + type.size(), width).ec != std::errc())
-            return true;  // no width, or "max"
-        return common::column_width(text) <= width;
-    }
-    return true;
-}
-
 Amount read_amount(std::string_view text) {
     if (common::trim(text).empty()) return {};
     const auto value = common::parse_number(text);

@@ -16,18 +16,19 @@ std::string_view TipsReceiver::title() const {
 }
 
 bool TipsReceiver::refuse(std::string_view text) {
-    outside_.prompts.message(text, common::Icon::critical);
+    services_.prompts.message(text, common::Icon::critical);
     return false;
 }
 
 void TipsReceiver::load() {
-    receivers_ = choices(connection_.query("select * from boundata order by ccode"), "ccode", "cname");
+    receivers_ =
+        database::choices(connection_.query("select * from boundata order by ccode"), "ccode", "cname");
 }
 
 void TipsReceiver::open_new() {
     load();
     std::int64_t highest = 0;
-    for (const Choice& receiver : receivers_)
+    for (const common::Choice& receiver : receivers_)
         highest = std::max(highest, receiver.code);
     editing_ = 0;
     code = std::to_string(highest + 1);
@@ -47,7 +48,7 @@ bool TipsReceiver::save() {
     if (common::trim(name).empty()) return refuse(message::enter_name);
     const auto number = is_editing() ? std::optional(editing_) : read_code(code);
     if (!number) return refuse(message::wrong_receiver);
-    if (!TextLimits(connection_, "boundata").fits("cname", name)) return refuse(message::too_long);
+    if (!database::TextLimits(connection_, "boundata").fits("cname", name)) return refuse(message::too_long);
 
     Recordset entry(connection_, Sql("select * from boundata where ccode = ") + *number);
     if (is_editing()) {
@@ -59,7 +60,7 @@ bool TipsReceiver::save() {
     entry.set("ccode", *number);
     entry.set("cname", name);
     entry.update();
-    connection_.settle();
+    connection_.make_durable();
     load();
     return true;
 }

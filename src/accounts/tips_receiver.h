@@ -6,15 +6,15 @@
 #include <vector>
 
 #include "accounts/lists.h"
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 
 namespace accounts {
 
 class TipsReceiver {
   public:
-    TipsReceiver(database::Connection& connection, common::Outside outside)
-        : connection_(connection), outside_(outside) {}
+    TipsReceiver(database::Connection& connection, common::Services services)
+        : connection_(connection), services_(services) {}
 
     void open_new();  // proposes the highest code plus 1
     // False with a message when there is no such receiver.
@@ -28,15 +28,15 @@ class TipsReceiver {
     std::string name;
 
     bool is_editing() const { return editing_ != 0; }
-    const std::vector<Choice>& receivers() const { return receivers_; }
+    const std::vector<common::Choice>& receivers() const { return receivers_; }
 
   private:
     void load();
     bool refuse(std::string_view text);
     database::Connection& connection_;
-    common::Outside outside_;
+    common::Services services_;
     std::int64_t editing_ = 0;
-    std::vector<Choice> receivers_;
+    std::vector<common::Choice> receivers_;
 };
 
 }  // namespace accounts

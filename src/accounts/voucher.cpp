@@ -15,18 +15,19 @@ std::string_view Voucher::title() const {
 }
 
 bool Voucher::refuse(std::string_view text) {
-    outside_.prompts.message(text, common::Icon::critical);
+    services_.prompts.message(text, common::Icon::critical);
     return false;
 }
 
 void Voucher::load_lists() {
-    representatives_ = choices(connection_.query("select * from link order by ccode"), "ccode", "cname");
-    stores_ = choices(connection_.query("select * from stocks"), "code", "name");
-    banks_ = choices(connection_.query("select * from bankdata"), "bcode", "bname");
+    representatives_ =
+        database::choices(connection_.query("select * from link order by ccode"), "ccode", "cname");
+    stores_ = database::choices(connection_.query("select * from stocks"), "code", "name");
+    banks_ = database::choices(connection_.query("select * from bankdata"), "bcode", "bname");
 }
 
 void Voucher::load_parties() {
-    parties_ = choices(connection_.query(parties_statement(party_kind_)), "x1", "x2");
+    parties_ = database::choices(connection_.query(parties_statement(party_kind_)), "x1", "x2");
 }
 
 void Voucher::open_new() {
@@ -37,7 +38,7 @@ void Voucher::open_new() {
     party_kind_ = kind_ == VoucherKind::receipt ? PartyKind::customer : PartyKind::vendor;
     party_.reset();
     load_parties();
-    date = cheque_date = outside_.clock.now().date;
+    date = cheque_date = services_.clock.now().date;
     number = propose_number(connection_, kind_);
     amount_ = second_amount_ = discount = "0.00";
     second_changed_ = false;
@@ -103,7 +104,8 @@ void Voucher::choose_party(std::optional<std::int64_t> party) {
 void Voucher::choose_store(std::int64_t store) {
     store_ = store;
     drawer.reset();
-    drawers_ = choices(connection_.query(Sql("select * from cash where stcode =") + store), "code", "name");
+    drawers_ = database::choices(connection_.query(Sql("select * from cash where stcode =") + store), "code",
+                                 "name");
 }
 
 void Voucher::set_amount(std::string text) {
@@ -138,7 +140,7 @@ std::optional<Voucher::Amounts> Voucher::checked() {
     amounts = {amount.value, reduction.value, second.value};
     if (amounts.amount == 0) return refused(message::enter_value);
     if (common::trim(number).empty()) return refused(message::enter_number);
-    const TextLimits limits(connection_, "vencuspay");
+    const database::TextLimits limits(connection_, "vencuspay");
     if (!limits.fits("chkno", common::trim(number)) || !limits.fits("chowner", cheque_owner))
         return refused(message::too_long);
     if (!is_editing() && is_duplicate(connection_, kind_, common::trim(number))) {
@@ -148,10 +150,12 @@ std::optional<Voucher::Amounts> Voucher::checked() {
     if (method == Method::cash) {
         if (!drawer) return refused(message::enter_drawer);
         const auto drawers = connection_.query(Sql("select * from cash where stcode =") + store_);
-        if (!contains(choices(drawers, "code", "name"), *drawer)) return refused(message::no_such_drawer);
+        if (!contains(database::choices(drawers, "code", "name"), *drawer))
+            return refused(message::no_such_drawer);
     } else if (method == Method::cheque) {
         if (!bank) return refused(message::enter_bank);
-        if (!contains(choices(connection_.query("select * from bankdata"), "bcode", "bname"), *bank))
+        if (!contains(database::choices(connection_.query("select * from bankdata"), "bcode", "bname"),
+                      *bank))
             return refused(message::no_such_bank);
         if (!common::is_valid(cheque_date)) return refused(message::wrong_date);
     }
@@ -179,7 +183,7 @@ bool Voucher::save() {
     row.bank = bank;
     row.cheque_date = cheque_date;
     row.cheque_owner = cheque_owner;
-    row.written_at = outside_.clock.now();
+    row.written_at = services_.clock.now();
 
     const double before = opened_ ? opened_->amount : 0;
     if (opened_) {
@@ -198,7 +202,7 @@ bool Voucher::save() {
     unmoved_ = common::round_decimals(unmoved_ + sign * (amounts->amount - before), 2);
     const Moved moved = move_balance(connection_, ledger_of(party_kind_), *party_, unmoved_);
     unmoved_ = 0;
-    connection_.settle();
+    connection_.make_durable();
     set_printed(row, moved, sign * amounts->amount);
 
     const auto written = connection_.query(find_statement(kind_, row.key));

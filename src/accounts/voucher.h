@@ -10,7 +10,7 @@
 #include "accounts/lists.h"
 #include "accounts/printed_voucher.h"
 #include "accounts/voucher_statements.h"
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 #include "signin/session.h"
 
@@ -19,8 +19,8 @@ namespace accounts {
 class Voucher {
   public:
     Voucher(VoucherKind kind, database::Connection& connection, const signin::Session& session,
-            common::Outside outside)
-        : kind_(kind), connection_(connection), session_(session), outside_(outside) {}
+            common::Services services)
+        : kind_(kind), connection_(connection), session_(session), services_(services) {}
 
     // A new voucher: today, the workstation's store and drawer, cash, the next number proposed.
     void open_new();
@@ -63,11 +63,11 @@ class Voucher {
     std::int64_t store() const { return store_; }
     const std::string& amount() const { return amount_; }
     const std::string& second_amount() const { return second_amount_; }
-    const std::vector<Choice>& parties() const { return parties_; }
-    const std::vector<Choice>& representatives() const { return representatives_; }
-    const std::vector<Choice>& stores() const { return stores_; }
-    const std::vector<Choice>& drawers() const { return drawers_; }
-    const std::vector<Choice>& banks() const { return banks_; }
+    const std::vector<common::Choice>& parties() const { return parties_; }
+    const std::vector<common::Choice>& representatives() const { return representatives_; }
+    const std::vector<common::Choice>& stores() const { return stores_; }
+    const std::vector<common::Choice>& drawers() const { return drawers_; }
+    const std::vector<common::Choice>& banks() const { return banks_; }
 
   private:
     struct Amounts {
@@ -84,7 +84,7 @@ class Voucher {
     VoucherKind kind_;
     database::Connection& connection_;
     const signin::Session& session_;
-    common::Outside outside_;
+    common::Services services_;
     std::optional<VoucherKey> opened_;   // how the edited row is found again
     std::vector<database::Value> seen_;  // its cells as they were opened; empty: not known
     double unmoved_ = 0;                 // what a failed save left the party's balance short of
@@ -94,11 +94,11 @@ class Voucher {
     std::string amount_ = "0.00";
     std::string second_amount_ = "0.00";
     bool second_changed_ = false;
-    std::vector<Choice> parties_;
-    std::vector<Choice> representatives_;
-    std::vector<Choice> stores_;
-    std::vector<Choice> drawers_;
-    std::vector<Choice> banks_;
+    std::vector<common::Choice> parties_;
+    std::vector<common::Choice> representatives_;
+    std::vector<common::Choice> stores_;
+    std::vector<common::Choice> drawers_;
+    std::vector<common::Choice> banks_;
     std::optional<PrintedVoucher> printed_;
 };
 

@@ -7,9 +7,9 @@
 #include <memory>
 
 #include "admin/progress.h"
-#include "database/embedded_functions.h"
-#include "database/open.h"
-#include "database/schema.h"
+#include "database/embedded/functions.h"
+#include "database/embedded/open.h"
+#include "database/schema/schema.h"
 
 namespace admin {
 
@@ -173,7 +173,7 @@ BackupOutcome put_back(const fs::path& backup, const fs::path& shop, const fs::p
     {
         const auto connection = database::open_embedded(copy.path());
         database::run_upgrade_list(*connection);
-        connection->settle();
+        connection->make_durable();
     }
     if (is_sound(shop)) {
         back_up(shop, safety, tool);

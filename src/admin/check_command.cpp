@@ -36,7 +36,7 @@ std::string_view word_of(Verdict verdict) {
 void accept_stock(Tool& tool) {
     const auto connection = open_shop(tool);
     remember_opening_stock(*connection, tool.clock.now());
-    connection->settle();
+    connection->make_durable();
     tool.out << "the present stock is what later checks start from\n";
 }
 

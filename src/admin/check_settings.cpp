@@ -9,8 +9,8 @@
 #include "common/numbers.h"
 #include "common/ports.h"
 #include "common/text.h"
-#include "database/open.h"
-#include "database/schema.h"
+#include "database/embedded/open.h"
+#include "database/schema/schema.h"
 
 namespace admin {
 

@@ -6,7 +6,7 @@
 #include "admin/progress.h"
 #include "admin/transaction.h"
 #include "common/text.h"
-#include "database/schema.h"
+#include "database/schema/schema.h"
 
 namespace admin {
 
@@ -153,7 +153,7 @@ CopyOutcome copy_shop(Connection& source, Connection& target, Tool& tool) {
         copy.make_room();
         copy.copy(counts[i], each_row);
     }
-    target.settle();
+    target.make_durable();
     for (const std::string& table : tables) {
         const std::int64_t here = count_of(source, table);
         const std::int64_t there = count_of(target, table);

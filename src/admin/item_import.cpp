@@ -140,7 +140,7 @@ ImportOutcome import_items(Connection& connection, std::string_view csv, Tool& t
         progress.step();
     }
     transaction.commit();
-    connection.settle();
+    connection.make_durable();
     return outcome;
 }
 

@@ -10,7 +10,7 @@
 #include "admin/shop_files.h"
 #include "admin/shop_maker.h"
 #include "database/recordset.h"
-#include "database/schema.h"
+#include "database/schema/schema.h"
 
 namespace admin {
 

@@ -4,7 +4,8 @@
 
 #include "admin/shop_files.h"
 #include "common/text.h"
-#include "database/open.h"
+#include "database/embedded/open.h"
+#include "startup/open_connection.h"
 #include "startup/shop_files.h"
 
 namespace admin {
@@ -54,7 +55,7 @@ std::unique_ptr<database::Connection> open_place(const fs::path& folder, const P
     if (is_embedded(place)) return database::open_embedded(shop_file(folder, place));
     try {
         const std::string password = startup::read_sa_password(home_of(folder));
-        auto connection = database::open_connection(
+        auto connection = startup::open_connection(
             "Provider=SQLOLEDB.1;Password=" + password +
                 ";Persist Security Info=True;User ID=sa;Initial Catalog= " + place.database +
                 ";Data Source=" + startup::data_source_of(place).data_source,

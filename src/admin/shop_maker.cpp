@@ -5,7 +5,7 @@
 
 #include "admin/login_password.h"
 #include "admin/shop_files.h"
-#include "database/open.h"
+#include "database/embedded/open.h"
 
 namespace admin {
 
@@ -56,7 +56,7 @@ void make_embedded(const fs::path& folder, const Place& place, const Fill& fill,
     {
         const auto connection = database::open_embedded(making, true);
         fill(*connection);
-        connection->settle();
+        connection->make_durable();
     }
     write_files(folder, place, made);
     fs::rename(making, file);
@@ -84,7 +84,7 @@ void make_on_server(const fs::path& folder, const Place& place, const Fill& fill
     }
     try {
         fill(*connection);
-        connection->settle();
+        connection->make_durable();
     } catch (const std::exception& error) {
         throw Refused(std::string("the shop was not finished: ") + error.what() + "; drop " + where +
                       ", create it empty and try again");

@@ -20,7 +20,7 @@ void run(const Options& options, Tool& tool) {
     // The statement as a whole is the administrator's own, so it goes the engine's road, which alone tells
     // both its rows and how many it changed.
     const auto outcome = connection->run(options.statement, {});
-    connection->settle();
+    connection->make_durable();
     if (outcome.result.columns().empty()) {
         tool.err << outcome.changed << (outcome.changed == 1 ? " row changed\n" : " rows changed\n");
     } else if (options.csv) {

@@ -60,7 +60,7 @@ std::int64_t add_user(Connection& connection, std::string_view name, std::string
     users.set("pass", pass);
     users.set("perm", permissions);
     users.update();
-    connection.settle();
+    connection.make_durable();
     return code;
 }
 
@@ -68,12 +68,12 @@ void set_password(Connection& connection, std::int64_t code, std::string_view pa
     const std::string pass = checked_password(password);
     connection.execute("update users set pass = ? where code = ?",
                        {database::Value(pass), database::Value(code)});
-    connection.settle();
+    connection.make_durable();
 }
 
 void set_permissions(Connection& connection, std::int64_t code, std::string_view permissions) {
     connection.execute(Sql("update users set perm = ") + quoted(permissions) + " where code = " + code);
-    connection.settle();
+    connection.make_durable();
 }
 
 }  // namespace admin

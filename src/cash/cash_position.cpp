@@ -75,7 +75,7 @@ std::string calc_moment(database::Connection& connection, int store, CalcCopy co
 }  // namespace
 
 std::vector<DrawerPosition> calc_cash(database::Connection& connection, const signin::Session& session,
-                                      const common::Outside& outside, CalcCopy copy, double leave) {
+                                      const common::Services& services, CalcCopy copy, double leave) {
     std::vector<DrawerPosition> computed;
     const int store = session.store_code;
     const std::string moment = calc_moment(connection, store, copy);
@@ -89,11 +89,11 @@ std::vector<DrawerPosition> calc_cash(database::Connection& connection, const si
         position.name = row.text("Name");
         position.position = total_of(read_all_sums(connection, procedure, drawer, {"", moment}));
         if (position.position <= 0) {
-            outside.prompts.message(std::string(message::started_with) +
-                                    common::format_amount(position.position) +
-                                    std::string(message::nothing_moved));
+            services.prompts.message(std::string(message::started_with) +
+                                     common::format_amount(position.position) +
+                                     std::string(message::nothing_moved));
         } else {
-            position.moved = move_cash(connection, session, outside.clock,
+            position.moved = move_cash(connection, session, services.clock,
                                        {drawer, position.name, position.position,
                                         drawer.code == session.cash_point ? leave : 0, moment});
         }

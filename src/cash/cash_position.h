@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "cash/cash_terms.h"
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 #include "signin/session.h"
 
@@ -70,6 +70,6 @@ enum class CalcCopy { shift_close, shift_start };
 // to the main drawer, and tells the cashier of each drawer whose cash is zero or less. The session's own
 // drawer keeps `leave`; the others are emptied. Without any shift it does nothing.
 std::vector<DrawerPosition> calc_cash(database::Connection& connection, const signin::Session& session,
-                                      const common::Outside& outside, CalcCopy copy, double leave);
+                                      const common::Services& services, CalcCopy copy, double leave);
 
 }  // namespace cash

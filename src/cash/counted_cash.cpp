@@ -22,15 +22,15 @@ Sql difference_row(int store, int drawer, const common::Date& day) {
 }  // namespace
 
 void CountedCash::open() {
-    stores_ = load_stores(connection_);
-    day_ = outside_.clock.now().date;
+    stores_ = database::load_stores(connection_);
+    day_ = services_.clock.now().date;
     counted = "0.00";
     choose_store(session_.store_code);
 }
 
 void CountedCash::choose_store(int store) {
     store_ = store;
-    drawers_ = load_drawers(connection_, store);
+    drawers_ = database::load_drawers(connection_, store);
     if (store == session_.store_code && contains(drawers_, session_.cash_point)) {
         drawer_ = session_.cash_point;
     } else {
@@ -53,7 +53,7 @@ void CountedCash::refresh() {
     // Strictly before the next midnight: the whole of the day, its last second included.
     const common::Moment start{day_, {}};
     const common::Moment end{common::add_days(day_, 1), {}};
-    CashPosition computed(connection_, session_, outside_.clock);
+    CashPosition computed(connection_, session_, services_.clock);
     computed.compute(store_, start, end, {day_, {23, 59, 59, 0}});
     position_ = card_sales_ = uncollected_ = discounts_ = 0;
     for (const DrawerPosition& drawer : computed.drawers()) {
@@ -71,7 +71,7 @@ void CountedCash::refresh() {
 
 bool CountedCash::confirm() {
     const auto refuse = [this](std::string_view text) {
-        outside_.prompts.message(text, common::Icon::critical);
+        services_.prompts.message(text, common::Icon::critical);
         return false;
     };
     const auto amount = read_amount(counted);
@@ -79,9 +79,10 @@ bool CountedCash::confirm() {
         counted = "0.00";
         return refuse(message::no_amount);
     }
-    const common::Moment now = outside_.clock.now();
+    const common::Moment now = services_.clock.now();
     if (day_ > now.date) return refuse(message::future_day);
-    if (!contains(load_drawers(connection_, store_), drawer_)) return refuse(message::no_such_drawer);
+    if (!contains(database::load_drawers(connection_, store_), drawer_))
+        return refuse(message::no_such_drawer);
 
     // Another till may have sold since the panel was computed; the cashier confirms what he sees.
     database::Recordset row(connection_, difference_row(store_, drawer_, day_));
@@ -92,7 +93,7 @@ bool CountedCash::confirm() {
     row.set("aml", add_amounts(*amount, -expected_));
     row.set("ptype", drawer_);
     row.update();
-    connection_.settle();
+    connection_.make_durable();
     refresh();
     return true;
 }

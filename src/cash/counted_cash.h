@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "cash/lists.h"
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 #include "signin/session.h"
 
@@ -15,8 +15,8 @@ namespace cash {
 
 class CountedCash {
   public:
-    CountedCash(database::Connection& connection, const signin::Session& session, common::Outside outside)
-        : connection_(connection), session_(session), outside_(outside) {}
+    CountedCash(database::Connection& connection, const signin::Session& session, common::Services services)
+        : connection_(connection), session_(session), services_(services) {}
 
     // The workstation's store and drawer, today; computes the panel.
     void open();
@@ -32,8 +32,8 @@ class CountedCash {
 
     std::string counted = "0.00";
 
-    const std::vector<Choice>& stores() const { return stores_; }
-    const std::vector<Choice>& drawers() const { return drawers_; }
+    const std::vector<common::Choice>& stores() const { return stores_; }
+    const std::vector<common::Choice>& drawers() const { return drawers_; }
     int store() const { return store_; }
     int drawer() const { return drawer_; }
     const common::Date& day() const { return day_; }
@@ -52,9 +52,9 @@ class CountedCash {
   private:
     database::Connection& connection_;
     const signin::Session& session_;
-    common::Outside outside_;
-    std::vector<Choice> stores_;
-    std::vector<Choice> drawers_;
+    common::Services services_;
+    std::vector<common::Choice> stores_;
+    std::vector<common::Choice> drawers_;
     int store_ = 0;
     int drawer_ = 0;
     common::Date day_;

@@ -11,8 +11,8 @@ namespace cash {
 
 namespace {
 
-std::vector<Choice> with_all(std::vector<Choice> list) {
-    list.insert(list.begin(), Choice{0, std::string(message::all)});
+std::vector<common::Choice> with_all(std::vector<common::Choice> list) {
+    list.insert(list.begin(), common::Choice{0, std::string(message::all)});
     return list;
 }
 
@@ -20,11 +20,11 @@ std::vector<Choice> with_all(std::vector<Choice> list) {
 
 bool DailyStatement::open() {
     if (!session_.has_permission(signin::permission::daily_statement)) {
-        outside_.prompts.message(signin::denied, common::Icon::critical);
+        services_.prompts.message(signin::denied, common::Icon::critical);
         return false;
     }
-    stores_ = with_all(load_stores(connection_));
-    date = outside_.clock.now().date;
+    stores_ = with_all(database::load_stores(connection_));
+    date = services_.clock.now().date;
     filter_ = JournalFilter::all;
     summary_shown = false;
     choose_store(session_.store_code);
@@ -34,16 +34,17 @@ bool DailyStatement::open() {
 
 void DailyStatement::choose_store(int store) {
     store_ = store;
-    drawers_ = with_all(store == 0 ? std::vector<Choice>() : load_drawers(connection_, store));
+    drawers_ =
+        with_all(store == 0 ? std::vector<common::Choice>() : database::load_drawers(connection_, store));
     drawer_ =
         store == session_.store_code && contains(drawers_, session_.cash_point) ? session_.cash_point : 0;
 }
 
 std::vector<Drawer> DailyStatement::chosen_drawers() {
     std::vector<Drawer> chosen;
-    for (const Choice& store : stores_) {
+    for (const common::Choice& store : stores_) {
         if (store.code == 0 || (store_ != 0 && store.code != store_)) continue;
-        for (const Choice& drawer : load_drawers(connection_, store.code)) {
+        for (const common::Choice& drawer : database::load_drawers(connection_, store.code)) {
             if (drawer_ != 0 && drawer.code != drawer_) continue;
             chosen.push_back({static_cast<int>(store.code), static_cast<int>(drawer.code)});
         }
@@ -54,7 +55,7 @@ std::vector<Drawer> DailyStatement::chosen_drawers() {
 bool DailyStatement::show() {
     const auto chosen = chosen_drawers();
     if (chosen.empty()) {
-        outside_.prompts.message(message::no_such_drawer, common::Icon::critical);
+        services_.prompts.message(message::no_such_drawer, common::Icon::critical);
         return false;
     }
     // Taken over together at the end: when a sum fails, what is shown stays whole.
@@ -71,13 +72,13 @@ bool DailyStatement::show() {
     shown_drawers_ = chosen;
 
     std::int64_t strays = 0;
-    for (const Choice& store : stores_) {
+    for (const common::Choice& store : stores_) {
         if (store.code == 0 || (store_ != 0 && store.code != store_)) continue;
         strays += count_stray_movements(connection_, static_cast<int>(store.code), date);
     }
     if (strays > 0) {
-        outside_.prompts.message(std::string(message::stray_movements) + std::to_string(strays),
-                                 common::Icon::exclamation);
+        services_.prompts.message(std::string(message::stray_movements) + std::to_string(strays),
+                                  common::Icon::exclamation);
     }
     return true;
 }
@@ -125,7 +126,7 @@ DayReport DailyStatement::print_report() {
                                 Figure::net, Figure::previous_balance, Figure::current_balance}) {
         report.totals.emplace_back(figure_headings[static_cast<std::size_t>(figure)], figures_.text(figure));
     }
-    connection_.settle();
+    connection_.make_durable();
     return report;
 }
 

@@ -10,7 +10,7 @@
 #include "cash/figures.h"
 #include "cash/journal.h"
 #include "cash/lists.h"
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 #include "signin/session.h"
 
@@ -29,8 +29,9 @@ struct DayReport {
 
 class DailyStatement {
   public:
-    DailyStatement(database::Connection& connection, const signin::Session& session, common::Outside outside)
-        : connection_(connection), session_(session), outside_(outside) {}
+    DailyStatement(database::Connection& connection, const signin::Session& session,
+                   common::Services services)
+        : connection_(connection), session_(session), services_(services) {}
 
     // False with the message of denial without the permission. Otherwise the lists, the workstation's store
     // and drawer, today, and the statement shown.
@@ -56,8 +57,8 @@ class DailyStatement {
     static constexpr std::string_view summary_switch = "ملخص اليوم";
 
     // "الكل" (0) first in each.
-    const std::vector<Choice>& stores() const { return stores_; }
-    const std::vector<Choice>& drawers() const { return drawers_; }
+    const std::vector<common::Choice>& stores() const { return stores_; }
+    const std::vector<common::Choice>& drawers() const { return drawers_; }
     int store() const { return store_; }
     int drawer() const { return drawer_; }
     JournalFilter filter() const { return filter_; }
@@ -70,9 +71,9 @@ class DailyStatement {
     std::vector<Drawer> chosen_drawers();
     database::Connection& connection_;
     const signin::Session& session_;
-    common::Outside outside_;
-    std::vector<Choice> stores_;
-    std::vector<Choice> drawers_;
+    common::Services services_;
+    std::vector<common::Choice> stores_;
+    std::vector<common::Choice> drawers_;
     int store_ = 0;
     int drawer_ = 0;
     common::Date shown_date_;

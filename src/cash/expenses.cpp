@@ -7,14 +7,14 @@
 namespace cash {
 
 void Expenses::open() {
-    stores_ = load_stores(connection_);
+    stores_ = database::load_stores(connection_);
     main_headings_ = load_main_headings(connection_);
     sub_headings_.clear();
     main_heading_.reset();
     sub_heading_.reset();
     choose_store(session_.store_code);
     if (contains(drawers_, session_.cash_point)) drawer_ = session_.cash_point;
-    date = outside_.clock.now().date;
+    date = services_.clock.now().date;
     value = "0.00";
     notes.clear();
     done_ = false;
@@ -22,7 +22,7 @@ void Expenses::open() {
 
 void Expenses::choose_store(std::int64_t store) {
     store_ = store;
-    drawers_ = load_drawers(connection_, store);
+    drawers_ = database::load_drawers(connection_, store);
     drawer_.reset();
 }
 
@@ -33,7 +33,7 @@ void Expenses::choose_main_heading(std::int64_t heading) {
 }
 
 bool Expenses::refuse(std::string_view text) {
-    outside_.prompts.message(text, common::Icon::critical);
+    services_.prompts.message(text, common::Icon::critical);
     return false;
 }
 
@@ -49,11 +49,12 @@ bool Expenses::save() {
     }
     if (*amount == 0) return refuse(message::enter_value);
     // Looked up again: a drawer may have been deleted while the screen stood open.
-    if (!contains(load_drawers(connection_, store_), *drawer_)) return refuse(message::no_such_drawer);
+    if (!contains(database::load_drawers(connection_, store_), *drawer_))
+        return refuse(message::no_such_drawer);
 
     database::Recordset expenses(connection_, "select * from dailyexp");
     expenses.add();
-    expenses.set("time_", database::Value(outside_.clock.now()));
+    expenses.set("time_", database::Value(services_.clock.now()));
     expenses.set("Value", *amount);
     expenses.set("notes", notes);
     expenses.set("expdate", date);
@@ -62,9 +63,9 @@ bool Expenses::save() {
     expenses.set("scode", *sub_heading_);
     expenses.set("cash_n", *drawer_);
     expenses.update();
-    connection_.settle();
+    connection_.make_durable();
 
-    if (outside_.prompts.question(message::another_expense, common::Icon::question)) {
+    if (services_.prompts.question(message::another_expense, common::Icon::question)) {
         value = "0.00";
     } else {
         done_ = true;

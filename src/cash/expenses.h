@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "cash/lists.h"
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 #include "signin/session.h"
 
@@ -17,8 +17,8 @@ class Expenses {
   public:
     static constexpr std::string_view title = "اضافة مصروف يومي";  // add a daily expense
 
-    Expenses(database::Connection& connection, const signin::Session& session, common::Outside outside)
-        : connection_(connection), session_(session), outside_(outside) {}
+    Expenses(database::Connection& connection, const signin::Session& session, common::Services services)
+        : connection_(connection), session_(session), services_(services) {}
 
     // The lists, the workstation's store and drawer, today, value "0.00".
     void open();
@@ -36,10 +36,10 @@ class Expenses {
     std::string value = "0.00";
     std::string notes;
 
-    const std::vector<Choice>& stores() const { return stores_; }
-    const std::vector<Choice>& drawers() const { return drawers_; }
-    const std::vector<Choice>& main_headings() const { return main_headings_; }
-    const std::vector<Choice>& sub_headings() const { return sub_headings_; }
+    const std::vector<common::Choice>& stores() const { return stores_; }
+    const std::vector<common::Choice>& drawers() const { return drawers_; }
+    const std::vector<common::Choice>& main_headings() const { return main_headings_; }
+    const std::vector<common::Choice>& sub_headings() const { return sub_headings_; }
     std::int64_t store() const { return store_; }
     const std::optional<std::int64_t>& drawer() const { return drawer_; }
     const std::optional<std::int64_t>& main_heading() const { return main_heading_; }
@@ -49,11 +49,11 @@ class Expenses {
     bool refuse(std::string_view text);
     database::Connection& connection_;
     const signin::Session& session_;
-    common::Outside outside_;
-    std::vector<Choice> stores_;
-    std::vector<Choice> drawers_;
-    std::vector<Choice> main_headings_;
-    std::vector<Choice> sub_headings_;
+    common::Services services_;
+    std::vector<common::Choice> stores_;
+    std::vector<common::Choice> drawers_;
+    std::vector<common::Choice> main_headings_;
+    std::vector<common::Choice> sub_headings_;
     std::int64_t store_ = 0;
     std::optional<std::int64_t> drawer_;
     std::optional<std::int64_t> main_heading_;

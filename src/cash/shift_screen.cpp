@@ -26,9 +26,9 @@ bool ShiftStartScreen::open() {
     const auto settings = connection_.query("select * from basic");
     clos_bal_ = settings.empty() ? 0 : static_cast<int>(settings.front().integer("clos_bal"));
     prn_csh_rep_ = settings.empty() ? 0 : static_cast<int>(settings.front().integer("prn_csh_rep"));
-    workers_ = load_workers(connection_);
+    workers_ = database::load_workers(connection_);
     read_last_shift();
-    const common::Moment now = outside_.clock.now();
+    const common::Moment now = services_.clock.now();
     date = now.date;
     time = common::time_text(now.time);
     counted = leave = "0.00";
@@ -50,12 +50,12 @@ void ShiftStartScreen::read_last_shift(database::Fragment order) {
 
 bool ShiftStartScreen::refuse(std::string_view text, Field field) {
     refused_field_ = field;
-    outside_.prompts.message(text, common::Icon::critical);
+    services_.prompts.message(text, common::Icon::critical);
     return false;
 }
 
 bool ShiftStartScreen::has_drawer() {
-    if (contains(load_drawers(connection_, session_.store_code), session_.cash_point)) return true;
+    if (contains(database::load_drawers(connection_, session_.store_code), session_.cash_point)) return true;
     return refuse(message::no_such_drawer);
 }
 
@@ -82,7 +82,7 @@ bool ShiftStartScreen::may_close(const Shift& shift, const common::Moment& at, c
 
 // The cash goes to the main drawer before the shift is closed; both stay when a later step fails.
 void ShiftStartScreen::close_shift(const Shift& shift, const common::Moment& at, const Amounts& amounts) {
-    CashPosition position(connection_, session_, outside_.clock);
+    CashPosition position(connection_, session_, services_.clock);
     position.compute(session_.store_code, shift.start, at);
     position.move(static_cast<float>(amounts.leave), session_.cash_point);
 
@@ -116,11 +116,11 @@ void ShiftStartScreen::close_shift(const Shift& shift, const common::Moment& at,
 // The shift change stands, whatever becomes of its report: the page needs no more than what was read, and the
 // cashier is not sent to close a closed shift again.
 void ShiftStartScreen::finish() {
-    connection_.settle();
+    connection_.make_durable();
     try {
         if (report_) write_print_row(connection_, *report_, session_.user_name);
     } catch (const database::Error& error) {
-        outside_.log.log_event(error.what(), error.sqlstate());
+        services_.log.log_event(error.what(), error.sqlstate());
     }
     const auto kept = report_;
     open();
@@ -135,7 +135,7 @@ bool ShiftStartScreen::start() {
     if (!amounts || !has_drawer()) return false;
     const auto at = common::parse_moment(common::date_text(date) + " " + time);
     if (!at || !common::is_valid(date)) return refuse(message::no_time, Field::time);
-    if (*at > outside_.clock.now()) return refuse(message::in_the_future, Field::time);
+    if (*at > services_.clock.now()) return refuse(message::in_the_future, Field::time);
 
     const std::int64_t seen = next_number_;
     read_last_shift();
@@ -150,7 +150,7 @@ bool ShiftStartScreen::start() {
 
     if (is_in_shift()) close_shift(*last_, *at, *amounts);
     const bool alone = add_shift(*at);
-    if (alone) calc_cash(connection_, session_, outside_, copy_, amounts->leave);
+    if (alone) calc_cash(connection_, session_, services_, copy_, amounts->leave);
     finish();
     return alone || refuse(message::started_elsewhere);
 }
@@ -183,12 +183,12 @@ bool ShiftStartScreen::add_shift(const common::Moment& at) {
 bool ShiftScreen::close_current() {
     report_.reset();
     refused_field_ = Field::none;
-    if (!outside_.prompts.question(message::close_question, common::Icon::question)) return false;
+    if (!services_.prompts.question(message::close_question, common::Icon::question)) return false;
     read_last_shift(by_number_at_close);
     if (!is_in_shift()) return refuse(message::already_closed);
     const auto amounts = read_amounts();
     if (!amounts || !has_drawer()) return false;
-    common::Moment now = outside_.clock.now();
+    common::Moment now = services_.clock.now();
     now.time.millisecond = 0;  // moments are written in whole seconds
     if (!may_close(*last_, now, *amounts)) return false;
     close_shift(*last_, now, *amounts);

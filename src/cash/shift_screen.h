@@ -9,7 +9,7 @@
 #include "cash/current_shift.h"
 #include "cash/lists.h"
 #include "cash/shift_report.h"
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 #include "signin/session.h"
 
@@ -19,8 +19,8 @@ namespace cash {
 class ShiftStartScreen {
   public:
     ShiftStartScreen(database::Connection& connection, const signin::Session& session,
-                     common::Outside outside)
-        : ShiftStartScreen(connection, session, outside, CalcCopy::shift_start) {}
+                     common::Services services)
+        : ShiftStartScreen(connection, session, services, CalcCopy::shift_start) {}
 
     // Reads the workers, the settings, the drawer's last shift and the next number; date and time become now,
     // the amounts "0.00". False with a message when the workstation's drawer does not exist.
@@ -43,7 +43,7 @@ class ShiftStartScreen {
     std::string counted = "0.00";  // the cash counted in the drawer
     std::string leave = "0.00";    // the cash that stays in the drawer, as change for the next shift
 
-    const std::vector<Choice>& workers() const { return workers_; }
+    const std::vector<common::Choice>& workers() const { return workers_; }
     std::int64_t next_number() const { return next_number_; }
     const std::optional<Shift>& last_shift() const { return last_; }
     bool is_in_shift() const { return last_ && last_->is_open(); }
@@ -59,8 +59,8 @@ class ShiftStartScreen {
 
   protected:
     ShiftStartScreen(database::Connection& connection, const signin::Session& session,
-                     common::Outside outside, CalcCopy copy)
-        : connection_(connection), session_(session), outside_(outside), copy_(copy) {}
+                     common::Services services, CalcCopy copy)
+        : connection_(connection), session_(session), services_(services), copy_(copy) {}
 
     struct Amounts {
         double counted = 0;
@@ -78,12 +78,12 @@ class ShiftStartScreen {
 
     database::Connection& connection_;
     const signin::Session& session_;
-    common::Outside outside_;
+    common::Services services_;
     CalcCopy copy_;
     Field refused_field_ = Field::none;
     int clos_bal_ = 0;
     int prn_csh_rep_ = 0;
-    std::vector<Choice> workers_;
+    std::vector<common::Choice> workers_;
     std::optional<Shift> last_;
     std::string last_worker_;
     std::int64_t next_number_ = 1;
@@ -94,8 +94,8 @@ class ShiftStartScreen {
 // shift2s.
 class ShiftScreen : public ShiftStartScreen {
   public:
-    ShiftScreen(database::Connection& connection, const signin::Session& session, common::Outside outside)
-        : ShiftStartScreen(connection, session, outside, CalcCopy::shift_close) {}
+    ShiftScreen(database::Connection& connection, const signin::Session& session, common::Services services)
+        : ShiftStartScreen(connection, session, services, CalcCopy::shift_close) {}
 
     // Asks, then closes the open shift now without starting another. True when it was closed.
     bool close_current();

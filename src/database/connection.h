@@ -96,7 +96,7 @@ class Connection {
     }
 
     // Makes all that was written before durable; called at the end of every action that wrote.
-    virtual void settle() = 0;
+    virtual void make_durable() = 0;
 
     // True when the shop is an embedded file, false for a server.
     virtual bool is_embedded() const = 0;

@@ -35,9 +35,9 @@ Connection::Outcome FaultyConnection::run(std::string_view statement, const std:
     return inner_.run(statement, values);
 }
 
-void FaultyConnection::settle() {
+void FaultyConnection::make_durable() {
     check_lost("");
-    inner_.settle();
+    inner_.make_durable();
 }
 
 Connection::Table FaultyConnection::describe(std::string_view table) {

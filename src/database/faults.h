@@ -10,8 +10,8 @@
 
 namespace database {
 
-// Passes everything on to the connection it is given, counting statements from 1; describe() and settle() are
-// no statements.
+// Passes everything on to the connection it is given, counting statements from 1; describe() and
+// make_durable() are no statements.
 class FaultyConnection final : public Connection {
   public:
     explicit FaultyConnection(Connection& inner) : inner_(inner) {}
@@ -35,7 +35,7 @@ class FaultyConnection final : public Connection {
     bool has_failed() const { return has_failed_; }
 
     Outcome run(std::string_view statement, const std::vector<Value>& values) override;
-    void settle() override;
+    void make_durable() override;
     bool is_embedded() const override { return inner_.is_embedded(); }
     Table describe(std::string_view table) override;
     std::shared_ptr<const Table> description(std::string_view table) override;

@@ -12,9 +12,9 @@
 #include <unordered_map>
 
 #include "play/seeing.h"
-#include "ui/colours.h"
-#include "ui/sheet.h"
-#include "ui/text.h"
+#include "ui/widgets/colours.h"
+#include "ui/widgets/sheet.h"
+#include "ui/widgets/text.h"
 
 namespace play {
 

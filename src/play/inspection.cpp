@@ -7,7 +7,7 @@
 #include <map>
 
 #include "play/seeing.h"
-#include "ui/sheet.h"
+#include "ui/widgets/sheet.h"
 
 namespace play {
 

@@ -10,8 +10,8 @@
 #include <algorithm>
 
 #include "play/inspection.h"
-#include "ui/contrast.h"
-#include "ui/fields.h"
+#include "ui/widgets/contrast.h"
+#include "ui/widgets/fields.h"
 
 namespace play {
 

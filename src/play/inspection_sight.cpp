@@ -13,10 +13,10 @@
 #include <unordered_map>
 
 #include "play/inspection.h"
-#include "ui/contrast.h"
-#include "ui/fields.h"
-#include "ui/key_button.h"
-#include "ui/style.h"
+#include "ui/widgets/contrast.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/key_button.h"
+#include "ui/widgets/style.h"
 
 namespace play {
 
@@ -26,7 +26,7 @@ constexpr int magnified = 3;  // so that the strokes of small letters are inked 
 constexpr int border = 4;     // at the edge of a field or button, which is no writing
 
 struct Pair {
-    QColor ground;
+    QColor background;
     QColor ink;
     bool written = false;
 };
@@ -47,7 +47,8 @@ Pair pair_of(const QImage& picture, const QRect& place) {
     constexpr int stray = 2 * magnified;
     for (const auto& [rgb, count] : counted) {
         if (count < stray) continue;
-        if (ui::contrast(QColor(rgb), found.ground) <= ui::contrast(found.ink, found.ground)) continue;
+        if (ui::contrast(QColor(rgb), found.background) <= ui::contrast(found.ink, found.background))
+            continue;
         found.ink = QColor(rgb);
         found.written = true;
     }
@@ -71,11 +72,11 @@ class Page {
     void check(const QWidget* on, const QRect& rect, const QString& what) {
         const QRect visible = rect.intersected(on->rect()).translated(on->mapTo(window_, QPoint()));
         const Pair pair = pair_of(picture_, QRect(visible.topLeft() * magnified, visible.size() * magnified));
-        const double seen = ui::contrast(pair.ink, pair.ground);
+        const double seen = ui::contrast(pair.ink, pair.background);
         if (!pair.written || seen >= ui::readable_contrast) return;
         faults_.push_back("contrast " + QString::number(seen, 'f', 1).toStdString() + " of " +
-                          pair.ink.name().toStdString() + " on " + pair.ground.name().toStdString() + ": " +
-                          name_of(on) + " \"" + what.left(30).toStdString() + "\"");
+                          pair.ink.name().toStdString() + " on " + pair.background.name().toStdString() +
+                          ": " + name_of(on) + " \"" + what.left(30).toStdString() + "\"");
     }
 
   private:

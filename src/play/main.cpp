@@ -10,7 +10,7 @@
 #include <fstream>
 #include <set>
 
-#include "database/test_server.h"
+#include "database/sqlserver/test_server.h"
 #include "play/gallery.h"
 #include "play/player.h"
 

@@ -24,7 +24,7 @@ class MortalConnection final : public database::Connection {
     // The next statement that contains the text fails with the SQLSTATE.
     void fail_when(std::string text, std::string sqlstate);
 
-    void settle() override { real_->settle(); }
+    void make_durable() override { real_->make_durable(); }
     bool is_embedded() const override { return real_->is_embedded(); }
     Table describe(std::string_view table) override { return real_->describe(table); }
     Outcome run(std::string_view statement, const std::vector<database::Value>& values) override;

@@ -8,16 +8,16 @@
 #include <map>
 
 #include "common/text.h"
-#include "database/open.h"
-#include "database/sqlserver_connection.h"
+#include "database/sqlserver/open.h"
 #include "play/seeing.h"
 #include "startup/activity_log.h"
+#include "startup/open_connection.h"
 #include "startup/start_up.h"
-#include "ui/message_box.h"
-#include "ui/screen_prompts.h"
-#include "ui/style.h"
-#include "ui/text.h"
 #include "ui/till.h"
+#include "ui/widgets/message_box.h"
+#include "ui/widgets/screen_prompts.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
 
 namespace play {
 
@@ -144,28 +144,28 @@ void Player::start_till() {
     QTimer::singleShot(0, this, [this] {
         ui::ScreenPrompts prompts;
         startup::ActivityLog log(stage_.folder(), clock_);
-        const common::Outside outside{prompts, clock_, *devices_, log};
-        startup::Ground ground;
-        ground.command_line = "1";
-        ground.program_folder = stage_.folder();
-        ground.working_folder = stage_.folder();
-        ground.open = [this](const std::string& text, const std::filesystem::path& folder) {
+        const common::Services services{prompts, clock_, *devices_, log};
+        startup::Environment environment;
+        environment.command_line = "1";
+        environment.program_folder = stage_.folder();
+        environment.working_folder = stage_.folder();
+        environment.open = [this](const std::string& text, const std::filesystem::path& folder) {
             // On a server of the tests the till waits less long than in a shop.
             constexpr database::Patience patience_of_plays{2, 4};
             auto opened = database::test_server() ? database::open_sqlserver(text, patience_of_plays)
-                                                  : database::open_connection(text, folder);
+                                                  : startup::open_connection(text, folder);
             auto made = std::make_unique<MortalConnection>(std::move(opened), clock_);
             connection_ = made.get();
             return made;
         };
-        ground.get_ip = [](std::string_view) { return std::string("Not Found"); };
+        environment.get_ip = [](std::string_view) { return std::string("Not Found"); };
         const auto show = [this](QWidget& window) {
             window.resize(screen_);
             window.show();
         };
-        startup::StartUp road(ground, outside);
+        startup::StartUp road(environment, services);
         ui::Till till(
-            outside, keys_,
+            services, keys_,
             [this] {
                 start_again_ = true;
                 return true;

@@ -14,10 +14,10 @@
 #include "play/gallery.h"
 #include "play/hands.h"
 #include "play/mortal_connection.h"
-#include "play/play_outside.h"
+#include "play/play_services.h"
 #include "play/script.h"
 #include "play/stage.h"
-#include "ui/key_queue.h"
+#include "ui/widgets/key_queue.h"
 
 namespace play {
 

@@ -13,8 +13,8 @@
 #include "play/receipt_reading.h"
 #include "play/seeing.h"
 #include "startup/shop_files.h"
-#include "ui/message_box.h"
-#include "ui/text.h"
+#include "ui/widgets/message_box.h"
+#include "ui/widgets/text.h"
 
 namespace play {
 

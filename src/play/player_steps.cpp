@@ -16,11 +16,11 @@
 #include "play/player.h"
 #include "play/receipt_reading.h"
 #include "play/seeing.h"
-#include "ui/list_table.h"
-#include "ui/message_box.h"
-#include "ui/sales_screen.h"
-#include "ui/style.h"
-#include "ui/text.h"
+#include "ui/sales/sales_screen.h"
+#include "ui/widgets/list_table.h"
+#include "ui/widgets/message_box.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
 
 namespace play {
 
@@ -84,7 +84,7 @@ Progress Player::do_screen(const Step& step) {
 
 Progress Player::do_sql(const Step& step) {
     rows().execute(database::Sql::from_administrator(step.rest));
-    rows().settle();
+    rows().make_durable();
     return Progress::ok();
 }
 

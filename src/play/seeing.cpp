@@ -10,7 +10,7 @@
 #include <QMenu>
 #include <QTableView>
 
-#include "ui/message_box.h"
+#include "ui/widgets/message_box.h"
 
 namespace play {
 

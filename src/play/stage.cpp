@@ -7,9 +7,9 @@
 
 #include "admin/copy_shop.h"
 #include "admin/new_shop.h"
-#include "database/open.h"
-#include "database/sqlserver_connection.h"
-#include "play/play_outside.h"
+#include "database/embedded/open.h"
+#include "database/sqlserver/open.h"
+#include "play/play_services.h"
 #include "startup/shop_files.h"
 
 namespace play {

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "database/connection.h"
-#include "database/test_server.h"
+#include "database/sqlserver/test_server.h"
 
 namespace play {
 

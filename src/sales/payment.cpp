@@ -5,7 +5,8 @@
 
 namespace sales {
 
-Payment::Payment(common::Devices& devices, double net, std::vector<Choice> workers, std::int64_t chosen)
+Payment::Payment(common::Devices& devices, double net, std::vector<common::Choice> workers,
+                 std::int64_t chosen)
     : devices_(devices), net_(common::round_decimals(net, 2)), paid_(net_), workers_(std::move(workers)) {
     choose_worker(chosen);
     refresh_display();

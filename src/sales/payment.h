@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "common/outside.h"
+#include "common/services.h"
 #include "sales/screen_lists.h"
 
 namespace sales {
@@ -31,7 +31,8 @@ class Payment {
     // Opens for a net amount, which is asked for as it is shown: whoever pays the two decimals that he sees
     // has paid. The net is proposed as paid, and the display shows it with no change. `workers` is the
     // salesman list; `chosen` the one already on the invoice.
-    Payment(common::Devices& devices, double net, std::vector<Choice> workers, std::int64_t chosen = 0);
+    Payment(common::Devices& devices, double net, std::vector<common::Choice> workers,
+            std::int64_t chosen = 0);
 
     double net() const { return net_; }
     double paid() const { return paid_; }
@@ -39,7 +40,7 @@ class Payment {
     std::string net_text() const;
     std::string paid_text() const;    // "0.00"
     std::string change_text() const;  // "0.00", negative when too little was paid
-    const std::vector<Choice>& workers() const { return workers_; }
+    const std::vector<common::Choice>& workers() const { return workers_; }
     std::int64_t worker() const { return worker_; }
 
     // The paid field changed. A text that is no number counts as 0.
@@ -56,7 +57,7 @@ class Payment {
     common::Devices& devices_;
     double net_ = 0;
     double paid_ = 0;
-    std::vector<Choice> workers_;
+    std::vector<common::Choice> workers_;
     std::int64_t worker_ = 0;
 };
 

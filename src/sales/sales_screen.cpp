@@ -27,33 +27,33 @@ std::string twelve_hours_with_seconds(const common::TimeOfDay& time) {
 
 }  // namespace
 
-SalesScreen::SalesScreen(database::Connection& connection, signin::Session& session, common::Outside outside,
-                         printing::ReceiptPrinter& printer)
+SalesScreen::SalesScreen(database::Connection& connection, signin::Session& session,
+                         common::Services services, printing::ReceiptPrinter& printer)
     : connection_(connection),
       session_(session),
-      outside_(outside),
+      services_(services),
       printer_(printer),
-      saving_(connection, session, outside, printer) {}
+      saving_(connection, session, services, printer) {}
 
 void SalesScreen::report(std::string_view name, const std::exception& error) {
     const auto* failed = dynamic_cast<const database::Error*>(&error);
     std::string line = std::string(name) + ": " + error.what();
     if (failed != nullptr && !failed->statement().empty()) line += " [" + failed->statement() + "]";
-    outside_.log.log_event(line, log_code);
+    services_.log.log_event(line, log_code);
     const bool lost = failed != nullptr && failed->is_connection_lost();
-    outside_.prompts.message(
+    services_.prompts.message(
         lost ? message::connection_lost : database::words_for(error).value_or(message::action_failed),
         common::Icon::critical);
 }
 
 bool SalesScreen::deny() {
-    outside_.prompts.message(signin::denied, common::Icon::critical);
+    services_.prompts.message(signin::denied, common::Icon::critical);
     return false;
 }
 
 // A server's own day counts, not the workstation's; an embedded shop's server is this workstation.
 common::Date SalesScreen::server_date() {
-    if (connection_.is_embedded()) return outside_.clock.now().date;
+    if (connection_.is_embedded()) return services_.clock.now().date;
     return database::moment_of(connection_.scalar("select getdate()")).date;
 }
 
@@ -64,11 +64,11 @@ bool SalesScreen::Open() {
         for (const char* table : {"sales", "saledata", "inv_d"})
             connection_.describe(table);
         lists_ = load_lists(connection_);
-        clock_text_ = common::twelve_hour_text(outside_.clock.now().time);
+        clock_text_ = common::twelve_hour_text(services_.clock.now().time);
         chosen_store_ = session_.store_code;
         reset_invoice();
         invoice_.date = server_date();
-        ticked_day_ = outside_.clock.now().date;
+        ticked_day_ = services_.clock.now().date;
         draw_number();
         sale_period_ = load_sale_period(connection_, invoice_.date);
         lists_.user_filter = load_user_filter(connection_);
@@ -85,7 +85,7 @@ std::int64_t SalesScreen::shift_number() const {
 }
 
 void SalesScreen::tick() {
-    const common::Moment now = outside_.clock.now();
+    const common::Moment now = services_.clock.now();
     clock_text_ = twelve_hours_with_seconds(now.time);
     if (now.date != ticked_day_ && !busy_ && !shows_saved_receipt() && !partly_saved_) take_day(now.date);
     ticked_day_ = now.date;
@@ -138,7 +138,7 @@ bool SalesScreen::choose_customer(std::int64_t code) {
     chosen_customer_ = code;
     if (invoice_.payment == PaymentOption::account) {
         invoice_.customer = code;
-        invoice_.customer_name = sales::name_of(lists_.account_customers, code);
+        invoice_.customer_name = common::name_of(lists_.account_customers, code);
     }
     return true;
 }
@@ -163,7 +163,7 @@ void SalesScreen::enter_card(std::string_view holder, std::string_view reference
 bool SalesScreen::choose_worker(std::int64_t code) {
     if (code != 0 && !contains(lists_.workers, code)) return false;
     invoice_.worker = code;
-    invoice_.worker_name = sales::name_of(lists_.workers, code);
+    invoice_.worker_name = common::name_of(lists_.workers, code);
     return true;
 }
 
@@ -193,7 +193,7 @@ bool SalesScreen::SwitchKind(KindOption kind) {
         if (frozen()) return false;
         const bool crosses = (kind == KindOption::sale) != (invoice_.kind == KindOption::sale);
         if (crosses && !invoice_.lines.empty()) {
-            outside_.prompts.message(message::kind_fixed, common::Icon::exclamation);
+            services_.prompts.message(message::kind_fixed, common::Icon::exclamation);
             return false;
         }
         if (kind != KindOption::sale && !session_.has_permission(permission::return_kind)) {
@@ -224,7 +224,7 @@ void SalesScreen::apply_payment(PaymentOption payment) {
     const bool on_account = payment == PaymentOption::account;
     invoice_.customer = on_account ? chosen_customer_ : walk_in_customer;
     invoice_.customer_name =
-        on_account ? sales::name_of(lists_.account_customers, chosen_customer_) : std::string();
+        on_account ? common::name_of(lists_.account_customers, chosen_customer_) : std::string();
     if (payment == PaymentOption::card && invoice_.card.bank_code == 0 && !lists_.banks.empty())
         invoice_.card.bank_code = lists_.banks.front().code;
     draw_number();
@@ -269,16 +269,16 @@ void SalesScreen::RecalcTotals() {
 
 void SalesScreen::ShowOnDisplay(std::string_view text) {
     display_text_ = text;
-    show_on_display(outside_.devices, text);
+    show_on_display(services_.devices, text);
 }
 
 void SalesScreen::OpenDrawer() {
-    kick_drawer(outside_.devices, session_.settings.cash);
+    kick_drawer(services_.devices, session_.settings.cash);
 }
 
 bool SalesScreen::open_drawer_by_key() {
     if (!session_.has_permission(permission::open_drawer)) return deny();
-    kick_drawer(outside_.devices, keyboard_drawer_port);
+    kick_drawer(services_.devices, keyboard_drawer_port);
     return true;
 }
 

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 #include "printing/receipt_printer.h"
 #include "sales/invoice.h"
@@ -70,7 +70,7 @@ struct LastReceipt {
 // happens below it: an error becomes a message and a log line, and the invoice stays as it was.
 class SalesScreen {
   public:
-    SalesScreen(database::Connection& connection, signin::Session& session, common::Outside outside,
+    SalesScreen(database::Connection& connection, signin::Session& session, common::Services services,
                 printing::ReceiptPrinter& printer);
 
     // Fills the lists, sets the date, draws the number, loads the sale period, the shifts and the news, and
@@ -246,7 +246,7 @@ class SalesScreen {
 
     database::Connection& connection_;
     signin::Session& session_;
-    common::Outside outside_;
+    common::Services services_;
     printing::ReceiptPrinter& printer_;
     Saving saving_;
 

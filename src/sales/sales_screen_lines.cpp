@@ -28,7 +28,7 @@ bool SalesScreen::EnterItem(std::string_view text) {
 bool SalesScreen::EnterItemForRecalled(std::string_view text) {
     return guarded("enter an item of a recalled invoice", false, [&] {
         if (!recalled_) {
-            outside_.prompts.message(message::select_invoice_first);
+            services_.prompts.message(message::select_invoice_first);
             return false;
         }
         if (frozen()) return false;
@@ -40,7 +40,7 @@ bool SalesScreen::EnterItemForRecalled(std::string_view text) {
 
 bool SalesScreen::enter(std::string_view text, int source_store) {
     look_for_sale_period();
-    ItemEntry entry(connection_, session_, outside_.prompts, lists_);
+    ItemEntry entry(connection_, session_, services_.prompts, lists_);
     entry.supply_from(source_store);
     const auto row = entry.enter(invoice_, text, pending_quantity_);
     if (!row) return false;
@@ -81,7 +81,7 @@ void SalesScreen::show_stock(std::size_t row) {
 bool SalesScreen::begin_edit(std::size_t row, int column) {
     return guarded("open a cell", false, [&] {
         if (row >= invoice_.lines.size() || frozen()) return false;
-        return LineEditing(connection_, session_, outside_.prompts).may_open(invoice_.lines[row], column);
+        return LineEditing(connection_, session_, services_.prompts).may_open(invoice_.lines[row], column);
     });
 }
 
@@ -89,7 +89,7 @@ bool SalesScreen::commit_edit(std::size_t row, int column, std::string_view text
     return guarded("edit a line", false, [&] {
         if (row >= invoice_.lines.size() || frozen()) return false;
         const bool taken =
-            LineEditing(connection_, session_, outside_.prompts).commit(invoice_, row, column, text);
+            LineEditing(connection_, session_, services_.prompts).commit(invoice_, row, column, text);
         recalled_edited_ = recalled_edited_ || taken;
         line_changed(row);
         if (taken) ShowOnDisplay(sales::display_text(invoice_.net(), 0));
@@ -105,7 +105,7 @@ bool SalesScreen::quick_quantity(std::string_view text) {
 bool SalesScreen::CommitDiscountValue(std::string_view text) {
     return guarded("invoice discount", false, [&] {
         if (frozen()) return false;
-        const bool taken = commit_discount_value(invoice_, session_, outside_.prompts, text);
+        const bool taken = commit_discount_value(invoice_, session_, services_.prompts, text);
         recalled_edited_ = recalled_edited_ || taken;
         RecalcTotals();
         return taken;
@@ -115,7 +115,7 @@ bool SalesScreen::CommitDiscountValue(std::string_view text) {
 bool SalesScreen::CommitDiscountPercent(std::string_view text) {
     return guarded("invoice discount", false, [&] {
         if (frozen()) return false;
-        const bool taken = commit_discount_percent(invoice_, session_, outside_.prompts, text);
+        const bool taken = commit_discount_percent(invoice_, session_, services_.prompts, text);
         recalled_edited_ = recalled_edited_ || taken;
         RecalcTotals();
         return taken;

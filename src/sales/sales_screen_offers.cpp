@@ -13,12 +13,12 @@ std::int64_t SalesScreen::SaveOffer() {
     return guarded("save an offer", std::int64_t{0}, [&]() -> std::int64_t {
         if (frozen()) return 0;
         if (invoice_.lines.empty()) {
-            outside_.prompts.message(message::empty_offer, common::Icon::exclamation);
+            services_.prompts.message(message::empty_offer, common::Icon::exclamation);
             return 0;
         }
         if (!lines_complete()) return 0;
         if (invoice_.payment == PaymentOption::account && invoice_.customer == walk_in_customer) {
-            outside_.prompts.message(saving_message::choose_customer, common::Icon::exclamation);
+            services_.prompts.message(saving_message::choose_customer, common::Icon::exclamation);
             return 0;
         }
         // The offer knows a walk-in customer by his code alone.
@@ -37,7 +37,7 @@ bool SalesScreen::LoadOffer(std::int64_t number) {
     return guarded("load an offer", false, [&] {
         const auto offer = stock::load_offer(connection_, number);
         if (!offer) {
-            outside_.prompts.message(message::no_such_offer);
+            services_.prompts.message(message::no_such_offer);
             return false;
         }
         Invoice loaded = invoice_of(connection_, *offer);

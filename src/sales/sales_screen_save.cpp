@@ -31,7 +31,7 @@ bool SalesScreen::lines_complete() {
         const bool no_quantity = line.quantity <= 0;
         if (!no_quantity && line.price > 0) continue;
         const std::string_view what = no_quantity ? message::enter_quantity_of : message::enter_price_of;
-        outside_.prompts.message(std::string(what) + line.name);
+        services_.prompts.message(std::string(what) + line.name);
         current_row_ = row;
         return false;
     }
@@ -52,18 +52,18 @@ BeginSave SalesScreen::begin_save() {
         payment_.reset();
         if (frozen()) return BeginSave::refused;
         if (shows_saved_receipt()) {
-            if (!outside_.prompts.question(message::save_as_new)) return BeginSave::refused;
+            if (!services_.prompts.question(message::save_as_new)) return BeginSave::refused;
             renew_recalled();
         } else {
             take_day(server_date());
         }
         if (!lines_complete()) return BeginSave::refused;
         if (const auto refused = offer_line_refused(connection_, invoice_)) {
-            outside_.prompts.message(*refused, common::Icon::exclamation);
+            services_.prompts.message(*refused, common::Icon::exclamation);
             return BeginSave::refused;
         }
         // Said before any money is counted; saving checks again.
-        const auto shift = check_before_saving(connection_, session_, outside_.prompts, invoice_);
+        const auto shift = check_before_saving(connection_, session_, services_.prompts, invoice_);
         if (!shift) {
             // Another till may have used the number shown; the next attempt has one of its own.
             if (!shows_saved_receipt()) draw_number();
@@ -72,8 +72,8 @@ BeginSave SalesScreen::begin_save() {
         shift_ = *shift;
         save_begun_ = true;
         if (!moves_cash(invoice_.payment)) return BeginSave::save_now;
-        payment_ = std::make_unique<Payment>(outside_.devices, invoice_.net(), load_workers(connection_),
-                                             invoice_.worker);
+        payment_ = std::make_unique<Payment>(services_.devices, invoice_.net(),
+                                             database::load_workers(connection_), invoice_.worker);
         return BeginSave::ask_payment;
     });
 }
@@ -110,7 +110,7 @@ SaveOutcome SalesScreen::SaveInvoice() {
 // From here on the invoice belongs to the database: whatever fails now, it must not be saved a second time.
 // One that was saved in part stays on the screen, so that the cashier and the manager see what it held.
 void SalesScreen::finish_save(const PaymentTaken& taken) {
-    last_receipt_ = LastReceipt{invoice_, taken, shift_, outside_.clock.now().time};
+    last_receipt_ = LastReceipt{invoice_, taken, shift_, services_.clock.now().time};
     if (partly_saved_) return;
     busy_ = false;
     clear();
@@ -122,7 +122,7 @@ void SalesScreen::reset_invoice() {
     invoice_ = Invoice();
     invoice_.store = chosen_store_;
     invoice_.price_level = level;
-    invoice_.date = outside_.clock.now().date;
+    invoice_.date = services_.clock.now().date;
     current_row_.reset();
     stock_shown_ = {};
     pending_quantity_.reset();
@@ -140,19 +140,19 @@ void SalesScreen::reset_invoice() {
 
 bool SalesScreen::frozen() {
     if (!partly_saved_) return false;
-    outside_.prompts.message(saving_message::partly_stays, common::Icon::critical);
+    services_.prompts.message(saving_message::partly_stays, common::Icon::critical);
     return true;
 }
 
 bool SalesScreen::may_replace_invoice() {
     if (frozen()) return false;
     const bool only_looked_at = shows_saved_receipt() && !recalled_edited_;
-    return invoice_.lines.empty() || only_looked_at || outside_.prompts.question(message::cancel_receipt);
+    return invoice_.lines.empty() || only_looked_at || services_.prompts.question(message::cancel_receipt);
 }
 
 void SalesScreen::clear() {
     if (busy_) return;
-    // Outside the guard, which would put the old invoice back: an empty screen needs no database.
+    // Services the guard, which would put the old invoice back: an empty screen needs no database.
     reset_invoice();
     guarded("start the next invoice", false, [&] {
         const auto basic = connection_.query("select * from basic");
@@ -165,7 +165,7 @@ void SalesScreen::clear() {
 
 bool SalesScreen::CancelInvoice() {
     if (!guarded("cancel the receipt", false,
-                 [&] { return outside_.prompts.question(message::cancel_receipt); }))
+                 [&] { return services_.prompts.question(message::cancel_receipt); }))
         return false;
     clear();
     return true;
@@ -173,7 +173,7 @@ bool SalesScreen::CancelInvoice() {
 
 bool SalesScreen::CancelRecord() {
     if (!guarded("cancel the record", false,
-                 [&] { return outside_.prompts.question(message::cancel_record); }))
+                 [&] { return services_.prompts.question(message::cancel_record); }))
         return false;
     clear();
     return true;
@@ -183,7 +183,7 @@ bool SalesScreen::recall(std::string_view number) {
     return guarded("recall a receipt", false, [&] {
         const std::string typed = common::western_digits(common::trim(number));
         if (typed.empty() || typed.find_first_not_of("0123456789") != std::string::npos) {
-            outside_.prompts.message(message::wrong_receipt_number);
+            services_.prompts.message(message::wrong_receipt_number);
             return false;
         }
         const auto parsed = common::parse_integer(typed);  // none for a number that no receipt can have
@@ -202,7 +202,7 @@ bool SalesScreen::recall(const ReceiptRow& receipt) {
 
 bool SalesScreen::show_recalled(std::optional<RecalledInvoice> found) {
     if (!found) {
-        outside_.prompts.message(message::no_such_receipt);
+        services_.prompts.message(message::no_such_receipt);
         return false;
     }
     if (!may_replace_invoice()) return false;
@@ -223,13 +223,13 @@ std::vector<ReceiptRow> SalesScreen::receipts_today() {
 bool SalesScreen::start_return() {
     return guarded("start a return", false, [&] {
         if (!recalled_ || recalled_->invoice.is_return() || !shows_saved_receipt()) {
-            outside_.prompts.message(message::select_invoice_first);
+            services_.prompts.message(message::select_invoice_first);
             return false;
         }
         if (!session_.has_permission(permission::return_kind)) return deny();
         Invoice back = return_of(connection_, *recalled_);
         if (back.lines.empty()) {
-            outside_.prompts.message(message::nothing_to_return);
+            services_.prompts.message(message::nothing_to_return);
             return false;
         }
         invoice_ = std::move(back);
@@ -254,7 +254,7 @@ bool SalesScreen::reprint() {
             receipt = receipt_of(last_receipt_->invoice, last_receipt_->payment, session_,
                                  last_receipt_->shift, last_receipt_->time);
         } else {
-            outside_.prompts.message(message::nothing_to_reprint);
+            services_.prompts.message(message::nothing_to_reprint);
             return false;
         }
         return printer_.print(receipt, printing::Form::reprint);
@@ -267,7 +267,7 @@ bool SalesScreen::reprint(const ReceiptRow& receipt) {
         const auto found = recall_invoice(connection_, receipt.number, receipt.kind, receipt.payment,
                                           receipt.store, lists_, receipt.time);
         if (!found) {
-            outside_.prompts.message(message::no_such_receipt);
+            services_.prompts.message(message::no_such_receipt);
             return false;
         }
         return printer_.print(receipt_of(found->invoice, {}, session_, found->shift, found->saved_at.time),

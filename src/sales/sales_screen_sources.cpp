@@ -13,7 +13,7 @@ namespace sales {
 std::optional<SourceItem> SalesScreen::source_item(std::string_view typed) {
     return guarded("find a line's source", std::optional<SourceItem>(), [&]() -> std::optional<SourceItem> {
         const auto refuse = [this](std::string_view text) {
-            outside_.prompts.message(text);
+            services_.prompts.message(text);
             return std::nullopt;
         };
         if (frozen()) return std::nullopt;

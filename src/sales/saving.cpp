@@ -93,33 +93,33 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
     const InFlight mark(in_flight_);
     finished_ = SaveStep::none;
     writing_ = false;
-    moment_ = outside_.clock.now();
+    moment_ = services_.clock.now();
     try {
-        const auto shift = check_before_saving(connection_, session_, outside_.prompts, invoice);
+        const auto shift = check_before_saving(connection_, session_, services_.prompts, invoice);
         if (!shift) return SaveOutcome::refused;
         shift_ = *shift;
         invoice.number = next_invoice_number(connection_, invoice.kind, invoice.payment, invoice.store);
-        outside_.log.log_event(in_log(invoice) + " begins, lines " + std::to_string(invoice.lines.size()),
-                               log_code);
+        services_.log.log_event(in_log(invoice) + " begins, lines " + std::to_string(invoice.lines.size()),
+                                log_code);
         write_all(invoice, payment);
-        connection_.settle();
-        outside_.log.log_event(in_log(invoice) + " finished", log_code);
+        connection_.make_durable();
+        services_.log.log_event(in_log(invoice) + " finished", log_code);
         return SaveOutcome::saved;
     } catch (const std::exception& error) {
         const std::string number = std::to_string(invoice.number);
         const bool nothing = !writing_ && !(finished_ >= SaveStep::receipt && may_have_run(error));
-        outside_.log.log_event(in_log(invoice) + " stopped, " + (nothing ? "nothing saved, " : "") +
-                                   "last finished step: " + std::string(name_of(finished_)) + ": " +
-                                   error.what(),
-                               log_code);
+        services_.log.log_event(in_log(invoice) + " stopped, " + (nothing ? "nothing saved, " : "") +
+                                    "last finished step: " + std::string(name_of(finished_)) + ": " +
+                                    error.what(),
+                                log_code);
         if (nothing) {
-            outside_.prompts.message(message::not_saved, common::Icon::critical);
+            services_.prompts.message(message::not_saved, common::Icon::critical);
             return SaveOutcome::refused;
         }
-        outside_.prompts.message(std::string(message::partly_number) + number +
-                                     std::string(message::partly_saved) + std::string(name_of(finished_)) +
-                                     std::string(message::partly_advice),
-                                 common::Icon::critical);
+        services_.prompts.message(std::string(message::partly_number) + number +
+                                      std::string(message::partly_saved) + std::string(name_of(finished_)) +
+                                      std::string(message::partly_advice),
+                                  common::Icon::critical);
         return SaveOutcome::partly_saved;
     }
 }

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 #include "printing/receipt_printer.h"
 #include "sales/invoice.h"
@@ -44,9 +44,9 @@ std::string_view name_of(SaveStep step);
 
 class Saving {
   public:
-    Saving(database::Connection& connection, const signin::Session& session, common::Outside outside,
+    Saving(database::Connection& connection, const signin::Session& session, common::Services services,
            printing::ReceiptPrinter& printer)
-        : connection_(connection), session_(session), outside_(outside), printer_(printer) {}
+        : connection_(connection), session_(session), services_(services), printer_(printer) {}
 
     // Saves the invoice. Its number is taken again here and left in `invoice`; messages have been shown when
     // it returns. After `saved` everything is durable, so the drawer may open.
@@ -69,7 +69,7 @@ class Saving {
 
     database::Connection& connection_;
     const signin::Session& session_;
-    common::Outside outside_;
+    common::Services services_;
     printing::ReceiptPrinter& printer_;
 
     common::Moment moment_;   // of the save in flight

@@ -114,12 +114,12 @@ class Checks {
 
     // A server refuses a longer text, which would cut the save off in its middle.
     std::optional<std::string_view> text_too_long() {
-        const accounts::TextLimits header(connection_, "sales");
+        const database::TextLimits header(connection_, "sales");
         if (!header.fits("perm_no", common::trim(invoice_.permit_number))) return message::permit_field;
         if (!header.fits("note", invoice_.note)) return message::note_field;
         if (!header.fits("credit_name", invoice_.card.holder)) return message::holder_field;
         if (!header.fits("ref_no", invoice_.card.reference)) return message::reference_field;
-        const accounts::TextLimits line_texts(connection_, "saledata");
+        const database::TextLimits line_texts(connection_, "saledata");
         for (const Line& line : invoice_.lines)
             if (!line_texts.fits("note", line.name)) return message::name_field;
         return std::nullopt;

@@ -1,11 +1,10 @@
 #include "sales/screen_lists.h"
 
-#include <algorithm>
-
 #include "common/text.h"
 
 namespace sales {
 
+using database::choices;
 using database::Connection;
 using database::quoted;
 using database::Row;
@@ -13,28 +12,14 @@ using database::Sql;
 
 namespace {
 
-std::vector<Choice> choices(Connection& connection, database::Fragment statement, std::string_view code,
-                            std::string_view name) {
-    std::vector<Choice> list;
-    for (const Row& row : connection.query(statement))
-        list.push_back({row.integer(code), std::string(common::trim_right(row.text(name)))});
-    return list;
-}
-
 // Names that only shops made with this program keep in tables of their own; elsewhere the numbers stand.
-std::vector<Choice> optional_choices(Connection& connection, database::Fragment statement) {
+std::vector<common::Choice> optional_choices(Connection& connection, database::Fragment statement) {
     try {
-        return choices(connection, statement, "code", "name");
+        return choices(connection.query(statement));
     } catch (const database::Error& error) {
         if (error.is_connection_lost()) throw;
         return {};
     }
-}
-
-const Choice* find(const std::vector<Choice>& list, std::int64_t code) {
-    const auto found =
-        std::find_if(list.begin(), list.end(), [&](const Choice& c) { return c.code == code; });
-    return found == list.end() ? nullptr : &*found;
 }
 
 std::string shown_moment(const Row& row, std::string_view column) {
@@ -43,46 +28,36 @@ std::string shown_moment(const Row& row, std::string_view column) {
 
 }  // namespace
 
-std::string name_of(const std::vector<Choice>& list, std::int64_t code) {
-    const Choice* choice = find(list, code);
-    return choice == nullptr ? std::string() : choice->name;
-}
-
-bool contains(const std::vector<Choice>& list, std::int64_t code) {
-    return find(list, code) != nullptr;
-}
-
 std::string group_name(const Lists& lists, std::int64_t item_type) {
     if (item_type == 0) return {};
-    const Choice* choice = find(lists.item_types, item_type);
-    return choice == nullptr ? std::to_string(item_type) : choice->name;
+    return contains(lists.item_types, item_type) ? name_of(lists.item_types, item_type)
+                                                 : std::to_string(item_type);
 }
 
 Lists load_lists(Connection& connection) {
     Lists lists;
-    lists.stores = choices(connection, "select * from stocks", "code", "name");
-    lists.users = choices(connection, "select * from [users]", "code", "name");
-    lists.banks = choices(connection, "select * from bankdata where isnull(mob,0) = 0 ", "bcode", "bname");
-    lists.workers = load_workers(connection);
+    lists.stores = choices(connection.query("select * from stocks"));
+    lists.users = choices(connection.query("select * from [users]"));
+    lists.banks =
+        choices(connection.query("select * from bankdata where isnull(mob,0) = 0 "), "bcode", "bname");
+    lists.workers = database::load_workers(connection);
     lists.item_types = optional_choices(connection, "select * from item_types");
     lists.makers = optional_choices(connection, "select * from makers");
     reload_parties(connection, lists);
     return lists;
 }
 
-std::vector<Choice> load_user_filter(Connection& connection) {
-    std::vector<Choice> filter = choices(connection, "select * from users", "code", "name");
+std::vector<common::Choice> load_user_filter(Connection& connection) {
+    std::vector<common::Choice> filter = choices(connection.query("select * from users"));
     filter.push_back({all_users, std::string(all_users_name)});
     return filter;
 }
 
-std::vector<Choice> load_workers(Connection& connection) {
-    return choices(connection, "select * from worker", "work_code", "work_name");
-}
-
 void reload_parties(Connection& connection, Lists& lists) {
-    lists.account_customers = choices(connection, "select * from custdata order by ccode", "ccode", "cname");
-    lists.tips_receivers = choices(connection, "select * from boundata order by ccode", "ccode", "cname");
+    lists.account_customers =
+        choices(connection.query("select * from custdata order by ccode"), "ccode", "cname");
+    lists.tips_receivers =
+        choices(connection.query("select * from boundata order by ccode"), "ccode", "cname");
 }
 
 std::vector<ShiftRow> load_shifts(Connection& connection, const signin::Session& session) {
@@ -114,7 +89,7 @@ std::optional<std::int64_t> load_sale_period(Connection& connection, const commo
         connection.execute(Sql("INSERT INTO tmp_price (icode,p_per,s_price) select "
                                "icode,isnull(p_per,0),s_price from sale_price where sale_prd = ") +
                            *period);
-    connection.settle();
+    connection.make_durable();
     return period;
 }
 

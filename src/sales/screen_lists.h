@@ -7,40 +7,29 @@
 #include <string_view>
 #include <vector>
 
-#include "database/connection.h"
+#include "database/choices.h"
 #include "signin/session.h"
 
 namespace sales {
-
-struct Choice {
-    std::int64_t code = 0;
-    std::string name;
-};
-
-// The name of a code in a list; empty when the list has it not.
-std::string name_of(const std::vector<Choice>& list, std::int64_t code);
-bool contains(const std::vector<Choice>& list, std::int64_t code);
 
 // The code of the entry "الكل" (all) that ends the user filter.
 inline constexpr std::int64_t all_users = 0;
 inline constexpr std::string_view all_users_name = "الكل";
 
 struct Lists {
-    std::vector<Choice> stores;
-    std::vector<Choice> users;
-    std::vector<Choice> user_filter;  // the users and "الكل"
-    std::vector<Choice> banks;        // those that are not mobile wallets; the first is preselected
-    std::vector<Choice> account_customers;
-    std::vector<Choice> tips_receivers;
-    std::vector<Choice> workers;
-    std::vector<Choice> item_types;  // empty where the shop keeps no names for them
-    std::vector<Choice> makers;
+    std::vector<common::Choice> stores;
+    std::vector<common::Choice> users;
+    std::vector<common::Choice> user_filter;  // the users and "الكل"
+    std::vector<common::Choice> banks;        // those that are not mobile wallets; the first is preselected
+    std::vector<common::Choice> account_customers;
+    std::vector<common::Choice> tips_receivers;
+    std::vector<common::Choice> workers;
+    std::vector<common::Choice> item_types;  // empty where the shop keeps no names for them
+    std::vector<common::Choice> makers;
 };
 // All of them but the user filter, which the screen fills after its sale period.
 Lists load_lists(database::Connection& connection);
-std::vector<Choice> load_user_filter(database::Connection& connection);
-// The salesmen alone, read anew when the payment dialog opens.
-std::vector<Choice> load_workers(database::Connection& connection);
+std::vector<common::Choice> load_user_filter(database::Connection& connection);
 // The group shown for an item type: its name, else its number, nothing for 0.
 std::string group_name(const Lists& lists, std::int64_t item_type);
 // Account customers and tips receivers again, after one was added on its own screen.

@@ -16,9 +16,9 @@ using database::Sql;
 
 constexpr std::string_view log_code = "63";
 
-bool refuse(common::Outside& outside, const std::string& cause, std::string_view told) {
-    outside.log.log_event("password not changed: " + cause, log_code);
-    outside.prompts.message(told, Icon::critical);
+bool refuse(common::Services& services, const std::string& cause, std::string_view told) {
+    services.log.log_event("password not changed: " + cause, log_code);
+    services.prompts.message(told, Icon::critical);
     return false;
 }
 
@@ -28,15 +28,15 @@ std::string stored_password(database::Connection& connection, std::int64_t user)
 
 }  // namespace
 
-bool change_password(database::Connection& connection, const Session& session, common::Outside outside,
+bool change_password(database::Connection& connection, const Session& session, common::Services services,
                      std::string_view old_password, std::string_view new_password) {
     const auto found = connection.query(Sql("select * from [users] where code = ") + session.user_code);
     if (found.empty()) {
-        outside.prompts.message(message::no_such_user, Icon::exclamation);
+        services.prompts.message(message::no_such_user, Icon::exclamation);
         return false;
     }
     if (!same_password(old_password, found.front().text("pass"))) {
-        outside.prompts.message(message::wrong_old_password, Icon::exclamation);
+        services.prompts.message(message::wrong_old_password, Icon::exclamation);
         return false;
     }
     // Shops made by other means may have no [user] beside [users], where the statement fails, or one that is
@@ -44,18 +44,18 @@ bool change_password(database::Connection& connection, const Session& session, c
     try {
         connection.execute(Sql("update [user] set pass = ") + quoted(new_password) +
                            " where code = " + session.user_code);
-        connection.settle();
+        connection.make_durable();
     } catch (const database::Error& error) {
-        return refuse(outside, error.what(), message::password_not_changed);
+        return refuse(services, error.what(), message::password_not_changed);
     }
     const std::string stored = stored_password(connection, session.user_code);
     if (!same_password(stored, new_password)) {
         const bool is_unchanged = same_password(stored, old_password);
-        return refuse(outside, "[users] holds another one than was written",
+        return refuse(services, "[users] holds another one than was written",
                       is_unchanged ? message::password_not_changed : message::password_garbled);
     }
-    outside.log.log_event("user " + std::to_string(session.user_code) + " changed his password", log_code);
-    outside.prompts.message(message::password_changed, Icon::information);
+    services.log.log_event("user " + std::to_string(session.user_code) + " changed his password", log_code);
+    services.prompts.message(message::password_changed, Icon::information);
     return true;
 }
 

@@ -25,8 +25,8 @@ std::string byte_per_character(std::string_view permissions) {
 
 }  // namespace
 
-SignIn::SignIn(database::Connection& connection, Session& session, common::Outside outside)
-    : connection_(connection), session_(session), outside_(outside) {
+SignIn::SignIn(database::Connection& connection, Session& session, common::Services services)
+    : connection_(connection), session_(session), services_(services) {
     for (const auto& row : connection_.query("select * from [users]")) {
         users_.push_back({row.integer("code"), row.text("name")});
     }
@@ -34,12 +34,12 @@ SignIn::SignIn(database::Connection& connection, Session& session, common::Outsi
 
 SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view password) {
     if (!code) {
-        outside_.prompts.message(message::enter_user, Icon::exclamation);
+        services_.prompts.message(message::enter_user, Icon::exclamation);
         return SignInOutcome::stay_on_list;
     }
     const auto found = connection_.query(Sql("select * from [users] where code = ") + *code);
     if (found.empty()) {
-        outside_.prompts.message(message::no_such_user, Icon::exclamation);
+        services_.prompts.message(message::no_such_user, Icon::exclamation);
         return SignInOutcome::stay_on_list;
     }
     const database::Row& user = found.front();
@@ -47,16 +47,16 @@ SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view
     session_.user_code = user.integer("code");
     session_.user_name = user.text("Name");
     if (!same_password(password, user.text("pass"))) {
-        outside_.log.log_event("wrong password for user " + std::to_string(*code), log_code);
-        outside_.prompts.message(message::wrong_password, Icon::exclamation);
+        services_.log.log_event("wrong password for user " + std::to_string(*code), log_code);
+        services_.prompts.message(message::wrong_password, Icon::exclamation);
         return SignInOutcome::stay_on_password;
     }
     session_.settings = read_settings(connection_);
     if (!load_workplace()) {
-        outside_.prompts.message(message::wrong_data, Icon::critical);
+        services_.prompts.message(message::wrong_data, Icon::critical);
         return SignInOutcome::end_program;
     }
-    outside_.log.log_event("user " + std::to_string(*code) + " signed in", log_code);
+    services_.log.log_event("user " + std::to_string(*code) + " signed in", log_code);
     return SignInOutcome::signed_in;
 }
 
@@ -65,7 +65,7 @@ bool SignIn::load_workplace() {
     const int store = session_.settings.st_d;
     const auto stores = connection_.query(Sql("select * from stocks where code = ") + store);
     if (stores.empty()) {
-        outside_.log.log_event("no store " + std::to_string(store) + " in stocks", log_code);
+        services_.log.log_event("no store " + std::to_string(store) + " in stocks", log_code);
         return false;
     }
     session_.store_code = store;
@@ -73,9 +73,9 @@ bool SignIn::load_workplace() {
     const auto drawers = connection_.query(Sql("select * from cash where stcode = ") + store +
                                            " and code = " + session_.cash_point);
     if (drawers.empty()) {
-        outside_.log.log_event("no drawer " + std::to_string(session_.cash_point) + " of store " +
-                                   std::to_string(store) + " in cash",
-                               log_code);
+        services_.log.log_event("no drawer " + std::to_string(session_.cash_point) + " of store " +
+                                    std::to_string(store) + " in cash",
+                                log_code);
         return false;
     }
     session_.drawer_name = drawers.front().text("Name");

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 #include "signin/session.h"
 
@@ -28,7 +28,7 @@ enum class SignInOutcome {
 
 class SignIn {
   public:
-    SignIn(database::Connection& connection, Session& session, common::Outside outside);
+    SignIn(database::Connection& connection, Session& session, common::Services services);
 
     // As read when the screen opened.
     const std::vector<User>& users() const { return users_; }
@@ -42,7 +42,7 @@ class SignIn {
 
     database::Connection& connection_;
     Session& session_;
-    common::Outside outside_;
+    common::Services services_;
     std::vector<User> users_;
 };
 

@@ -1,10 +1,11 @@
+#include "startup/open_connection.h"
 #include "startup/start_up.h"
 
 #include <utility>
 
 #include "common/text.h"
-#include "database/open.h"
-#include "database/schema.h"
+#include "database/embedded/open.h"
+#include "database/schema/schema.h"
 #include "startup/messages.h"
 #include "startup/reasons.h"
 #include "startup/shop_files.h"
@@ -35,22 +36,24 @@ double seconds_between(const common::Moment& from, const common::Moment& to) {
 
 }  // namespace
 
-Ground Ground::here(int argc, const char* const* argv) {
-    Ground ground;
+Environment Environment::here(int argc, const char* const* argv) {
+    Environment environment;
     for (int i = 1; i < argc; ++i) {
-        if (i > 1) ground.command_line += ' ';
-        ground.command_line += argv[i];
+        if (i > 1) environment.command_line += ' ';
+        environment.command_line += argv[i];
     }
-    ground.program_folder = startup::program_folder();
+    environment.program_folder = startup::program_folder();
     std::error_code gone;
-    ground.working_folder = std::filesystem::current_path(gone);
-    if (gone) ground.working_folder = ".";
-    return ground;
+    environment.working_folder = std::filesystem::current_path(gone);
+    if (gone) environment.working_folder = ".";
+    return environment;
 }
 
-StartUp::StartUp(Ground ground, common::Outside outside) : ground_(std::move(ground)), outside_(outside) {
-    if (!ground_.open) ground_.open = database::open_connection;
-    if (!ground_.get_ip) ground_.get_ip = [](std::string_view server) { return startup::get_ip(server); };
+StartUp::StartUp(Environment environment, common::Services services)
+    : environment_(std::move(environment)), services_(services) {
+    if (!environment_.open) environment_.open = open_connection;
+    if (!environment_.get_ip)
+        environment_.get_ip = [](std::string_view server) { return startup::get_ip(server); };
 }
 
 bool StartUp::run(const ShowSignIn& show_sign_in) {
@@ -62,12 +65,12 @@ bool StartUp::run(const ShowSignIn& show_sign_in) {
         // This system keeps no short-date setting; the program shows dates as yyyy/MM/dd by itself.
         progress("short date yyyy/MM/dd: nothing to set on this system");
         session_.computer_name =
-            ground_.computer_name.empty() ? startup::computer_name() : ground_.computer_name;
+            environment_.computer_name.empty() ? startup::computer_name() : environment_.computer_name;
         progress("computer name " + session_.computer_name);
         if (!stamp_version()) return false;
         progress("schema upgrade");
         database::run_upgrade_list(*connection_);
-        connection_->settle();
+        connection_->make_durable();
         progress("sign-in");
         show_sign_in(*connection_, session_);
         return true;
@@ -83,15 +86,15 @@ bool StartUp::run(const ShowSignIn& show_sign_in) {
 }
 
 void StartUp::prepare_files() {
-    session_.program_folder = ground_.program_folder;
-    session_.working_folder = ground_.working_folder;
-    session_.cash_point = cash_point_of(ground_.command_line);
-    ensure_logs_folder(ground_.program_folder);
+    session_.program_folder = environment_.program_folder;
+    session_.working_folder = environment_.working_folder;
+    session_.cash_point = cash_point_of(environment_.command_line);
+    ensure_logs_folder(environment_.program_folder);
     progress("start, cash point " + std::to_string(session_.cash_point));
-    session_.version = read_version_file(ground_.program_folder);
+    session_.version = read_version_file(environment_.program_folder);
     progress("version " + session_.version);
-    session_.credit_lines = read_credit_file(ground_.working_folder);
-    record_ = read_connection_file(ground_.working_folder);
+    session_.credit_lines = read_credit_file(environment_.working_folder);
+    record_ = read_connection_file(environment_.working_folder);
     source_ = data_source_of(record_);
     progress("connection file: server " + record_.server + ", database " + record_.database + ", address " +
              record_.address);
@@ -99,13 +102,13 @@ void StartUp::prepare_files() {
 
 void StartUp::connect() {
     const std::string password =
-        is_embedded(source_) ? std::string() : read_sa_password(ground_.program_folder);
+        is_embedded(source_) ? std::string() : read_sa_password(environment_.program_folder);
     progress("connecting to " + source_.data_source);
     connection_ =
-        ground_.open("Provider=SQLOLEDB.1;Password=" + password +
-                         ";Persist Security Info=True;User ID=sa;Initial Catalog= " + record_.database +
-                         ";Data Source=" + source_.data_source,
-                     ground_.working_folder);
+        environment_.open("Provider=SQLOLEDB.1;Password=" + password +
+                              ";Persist Security Info=True;User ID=sa;Initial Catalog= " + record_.database +
+                              ";Data Source=" + source_.data_source,
+                          environment_.working_folder);
     progress("connected");
 }
 
@@ -114,10 +117,10 @@ void StartUp::connect() {
 // difference in the log.
 void StartUp::set_clock() {
     const common::Moment server = database::moment_of(connection_->scalar("select getdate()"));
-    const double difference = seconds_between(outside_.clock.now(), server);
+    const double difference = seconds_between(services_.clock.now(), server);
     if (difference > -1 && difference < 1) {
         progress("clock as the server's");
-    } else if (outside_.clock.set(server)) {
+    } else if (services_.clock.set(server)) {
         progress("clock set to " + common::moment_text(server));
     } else {
         progress("clock may not be set here; the server's " + common::moment_text(server) + " is " +
@@ -146,45 +149,45 @@ bool StartUp::stamp_version() {
         return true;
     }
     progress("version " + session_.version + " differs from the stamped " + stamped);
-    outside_.prompts.message(std::string(message::version_differs) + stamped, Icon::critical);
+    services_.prompts.message(std::string(message::version_differs) + stamped, Icon::critical);
     return false;
 }
 
 // The fixed message comes first; the reason follows in a box of its own.
 void StartUp::fail(const std::string& cause, const std::string& reason, bool server_missing) {
-    outside_.log.log_event(cause, failure_code);
-    outside_.prompts.message(message::wrong_path, Icon::information);
+    services_.log.log_event(cause, failure_code);
+    services_.prompts.message(message::wrong_path, Icon::information);
     const bool renewed = server_missing && store_server_address();
     try {
-        write_fatal_error(ground_.program_folder, cause);
+        write_fatal_error(environment_.program_folder, cause);
     } catch (const StartUpError& error) {
-        outside_.log.log_event(error.what(), failure_code);
+        services_.log.log_event(error.what(), failure_code);
     }
-    outside_.prompts.message(renewed ? message::address_renewed : std::string_view(reason),
-                             Icon::exclamation);
+    services_.prompts.message(renewed ? message::address_renewed : std::string_view(reason),
+                              Icon::exclamation);
 }
 
 // Asks the network for the server's address and keeps it for the next start. True when that start will look
 // elsewhere than this one did.
 bool StartUp::store_server_address() {
     try {
-        std::string address = ground_.get_ip(record_.server);
+        std::string address = environment_.get_ip(record_.server);
         // The "C" at the end may not belong to the machine's name.
         if (address == no_address && source_.server != record_.server)
-            address = ground_.get_ip(source_.server);
-        outside_.log.log_event("address of " + record_.server + ": " + address, failure_code);
+            address = environment_.get_ip(source_.server);
+        services_.log.log_event("address of " + record_.server + ": " + address, failure_code);
         if (address == no_address) return false;
-        write_server_address(ground_.program_folder, address);
+        write_server_address(environment_.program_folder, address);
         return data_source_of({record_.server, record_.database, address}).data_source != source_.data_source;
     } catch (const std::exception& error) {
-        outside_.log.log_event(std::string("the server's address was not kept: ") + error.what(),
-                               failure_code);
+        services_.log.log_event(std::string("the server's address was not kept: ") + error.what(),
+                                failure_code);
         return false;
     }
 }
 
 void StartUp::progress(std::string_view what) {
-    outside_.log.log_event(what, progress_code);
+    services_.log.log_event(what, progress_code);
 }
 
 }  // namespace startup

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "common/outside.h"
+#include "common/services.h"
 #include "database/connection.h"
 #include "signin/session.h"
 #include "startup/connection_file.h"
@@ -16,7 +16,7 @@
 namespace startup {
 
 // What the road stands on; the defaults are the real machine's.
-struct Ground {
+struct Environment {
     std::string command_line;              // the arguments; the first character is the cash point
     std::filesystem::path program_folder;  // holds the version file, the logs and the password file
     std::filesystem::path working_folder;  // holds the connection file and the credit lines
@@ -28,7 +28,7 @@ struct Ground {
     std::function<std::string(std::string_view)> get_ip;
 
     // This machine, with the arguments of main().
-    static Ground here(int argc, const char* const* argv);
+    static Environment here(int argc, const char* const* argv);
 };
 
 class StartUp {
@@ -36,7 +36,7 @@ class StartUp {
     // Shows sign-in and returns when the cashier has closed the program.
     using ShowSignIn = std::function<void(database::Connection&, signin::Session&)>;
 
-    StartUp(Ground ground, common::Outside outside);
+    StartUp(Environment environment, common::Services services);
 
     // Goes the whole road, to the end of the program. Whatever fails on it is told to the cashier, written to
     // the log and to the fatal-error record, and ends it. True when sign-in was reached and came back.
@@ -55,8 +55,8 @@ class StartUp {
     bool store_server_address();
     void progress(std::string_view what);
 
-    Ground ground_;
-    common::Outside outside_;
+    Environment environment_;
+    common::Services services_;
     signin::Session session_;
     ConnectionRecord record_;
     DataSource source_;

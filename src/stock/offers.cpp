@@ -56,7 +56,7 @@ std::int64_t save_offer(Connection& connection, const OfferHeader& header,
         offer.set("Date", header.date);
         offer.update();
     }
-    connection.settle();
+    connection.make_durable();
     return number;
 }
 

@@ -3,22 +3,22 @@
 #include <QEventLoop>
 #include <memory>
 
-#include "printing/pages/system_receipt_printer.h"
-#include "printing/pages/system_report_printer.h"
 #include "signin/session.h"
-#include "ui/help_key.h"
-#include "ui/neighbours.h"
-#include "ui/sales_screen.h"
-#include "ui/sign_in_screen.h"
+#include "ui/help/key.h"
+#include "ui/printing/system_receipt_printer.h"
+#include "ui/printing/system_report_printer.h"
+#include "ui/sales/sales_screen.h"
+#include "ui/screen_register.h"
+#include "ui/signin/sign_in_screen.h"
 
 namespace ui {
 
 void Till::run(database::Connection& connection, signin::Session& session) {
     printing::PrinterChoice choice;
-    printing::pages::SystemReceiptPrinter receipts(connection, outside_, choice, session.program_folder);
-    printing::pages::SystemReportPrinter reports(outside_, session.program_folder);
-    const Context context{connection, session, outside_, receipts,    reports,
-                          choice,     keys_,   restart_, show_window_};
+    printing::pages::SystemReceiptPrinter receipts(connection, services_, choice, session.program_folder);
+    printing::pages::SystemReportPrinter reports(services_, session.program_folder);
+    const Context context{connection, session, services_, receipts,    reports,
+                          choice,     keys_,   restart_,  show_window_};
 
     const HelpKey help;
     auto sign_in = std::make_unique<Form62>(context);

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "common/outside.h"
+#include "common/services.h"
 
 class QWidget;
 
@@ -21,9 +21,9 @@ class KeyQueue;
 class Till {
   public:
     // `restart` starts the program again (false when that failed); `show_window` puts a window on the screen.
-    Till(common::Outside outside, KeyQueue& keys, std::function<bool()> restart,
+    Till(common::Services services, KeyQueue& keys, std::function<bool()> restart,
          std::function<void(QWidget&)> show_window)
-        : outside_(outside),
+        : services_(services),
           keys_(keys),
           restart_(std::move(restart)),
           show_window_(std::move(show_window)) {}
@@ -32,7 +32,7 @@ class Till {
     void run(database::Connection& connection, signin::Session& session);
 
   private:
-    common::Outside outside_;
+    common::Services services_;
     KeyQueue& keys_;
     std::function<bool()> restart_;
     std::function<void(QWidget&)> show_window_;

@@ -18,7 +18,7 @@ namespace {
 class Statement : public testing::Test {
   protected:
     AccountStatement of(std::int64_t customer, const common::Date& start, const common::Date& end) {
-        AccountStatement statement(office.shop.connection(), office.outside.all());
+        AccountStatement statement(office.shop.connection(), office.services.all());
         statement.open();
         statement.customer = customer;
         statement.start = start;
@@ -117,20 +117,20 @@ TEST_F(Statement, ArrearsGoByWhatIsDue) {
         office.shop.sql(std::string("update vencuspay set quan1 = ") + check.due);
         AccountStatement statement = of(7, {2026, 11, 21}, {2026, 11, 21});
         statement.check_arrears();
-        EXPECT_EQ(office.outside.prompts.last(), check.message);
+        EXPECT_EQ(office.services.prompts.last(), check.message);
     }
 }
 
 TEST_F(Statement, Refusals) {
     AccountStatement backwards = of(7, {2026, 11, 21}, {2026, 11, 20});
     EXPECT_FALSE(backwards.show());
-    EXPECT_EQ(office.outside.prompts.last(), message::end_before_start);
+    EXPECT_EQ(office.services.prompts.last(), message::end_before_start);
     AccountStatement nobody = of(99, {2026, 11, 20}, {2026, 11, 21});
     EXPECT_FALSE(nobody.show());
-    EXPECT_EQ(office.outside.prompts.last(), message::no_such_customer);
+    EXPECT_EQ(office.services.prompts.last(), message::no_such_customer);
     nobody.customer.reset();
     EXPECT_FALSE(nobody.show());
-    EXPECT_EQ(office.outside.prompts.last(), message::enter_customer);
+    EXPECT_EQ(office.services.prompts.last(), message::enter_customer);
 }
 
 // A restaurant that buys every hour: its statement stands within a second of the processor's time.
@@ -195,12 +195,12 @@ TEST_F(Statement, BalancesEqualIndependentSums) {
                     break;
                 }
                 case 1:
-                    write_direct_receipt(office.shop.connection(), office.session, office.outside.clock, 7,
+                    write_direct_receipt(office.shop.connection(), office.session, office.services.clock, 7,
                                          date, static_cast<double>(amount) / 100);
                     days[static_cast<std::size_t>(day)] -= amount;
                     break;
                 case 2: {  // another opening balance
-                    AccountCustomer card(office.shop.connection(), office.outside.all());
+                    AccountCustomer card(office.shop.connection(), office.services.all());
                     ASSERT_TRUE(card.open(CardMode::edit, 7));
                     card.card.opening = text;
                     card.card.is_credit = pick(random, 0, 1) == 0;
@@ -213,7 +213,7 @@ TEST_F(Statement, BalancesEqualIndependentSums) {
                         Written& edited = written[static_cast<std::size_t>(
                             pick(random, 0, static_cast<int>(written.size()) - 1))];
                         Voucher voucher(edited.kind, office.shop.connection(), office.session,
-                                        office.outside.all());
+                                        office.services.all());
                         ASSERT_TRUE(voucher.open_edit(edited.key));
                         voucher.set_amount(text);
                         ASSERT_TRUE(voucher.save());
@@ -229,7 +229,7 @@ TEST_F(Statement, BalancesEqualIndependentSums) {
                 default: {
                     const auto kind = pick(random, 0, 1) == 0 ? VoucherKind::receipt : VoucherKind::payment;
                     const bool to_vendor = pick(random, 0, 1) == 0;
-                    Voucher voucher(kind, office.shop.connection(), office.session, office.outside.all());
+                    Voucher voucher(kind, office.shop.connection(), office.session, office.services.all());
                     voucher.open_new();
                     voucher.choose_party_kind(to_vendor ? PartyKind::vendor : PartyKind::customer);
                     voucher.choose_party(to_vendor ? 3 : 7);

@@ -12,7 +12,7 @@ namespace {
 class Customers : public testing::Test {
   protected:
     test::Office office;
-    AccountCustomer screen{office.shop.connection(), office.outside.all()};
+    AccountCustomer screen{office.shop.connection(), office.services.all()};
 };
 
 TEST_F(Customers, ANewCardIsWrittenWhole) {
@@ -116,7 +116,7 @@ TEST_F(Customers, RefusedCardsWriteNothing) {
         screen.card.name = "عميل";
         refused.spoil(screen.card);
         EXPECT_FALSE(screen.save()) << refused.what;
-        EXPECT_EQ(office.outside.prompts.last(), refused.message) << refused.what;
+        EXPECT_EQ(office.services.prompts.last(), refused.message) << refused.what;
     }
     EXPECT_EQ(office.shop.number("select count(*) from custdata"), 2);
     EXPECT_EQ(office.shop.cell("select cname from custdata where ccode = 7"), "مطعم الأمل");
@@ -130,7 +130,7 @@ TEST_F(Customers, ViewedAndVanishedCardsAreNotWritten) {
     ASSERT_TRUE(screen.open(CardMode::edit, 8));
     office.shop.sql("delete from custdata where ccode = 8");
     EXPECT_FALSE(screen.save());
-    EXPECT_EQ(office.outside.prompts.last(), message::no_such_customer);
+    EXPECT_EQ(office.services.prompts.last(), message::no_such_customer);
     EXPECT_FALSE(screen.open(CardMode::edit, 99));
     EXPECT_EQ(office.shop.cell("select cname from custdata"), "مطعم الأمل");
 }
@@ -145,7 +145,7 @@ class WalkIns : public testing::Test {
         screen.open();
     }
     test::Office office;
-    CashCustomer screen{office.shop.connection(), office.outside.all()};
+    CashCustomer screen{office.shop.connection(), office.services.all()};
 };
 
 TEST_F(WalkIns, ANewOneIsHandedOverUnwritten) {
@@ -204,22 +204,22 @@ TEST_F(WalkIns, CodesAreLookedUp) {
     }
     screen.code = "5";
     EXPECT_FALSE(screen.enter_code());
-    EXPECT_EQ(office.outside.prompts.last(), "اسم العميل النقدي غير موجود");
+    EXPECT_EQ(office.services.prompts.last(), "اسم العميل النقدي غير موجود");
     screen.open();
     screen.name = "س";
     screen.phone = std::string(300, '1');
     EXPECT_FALSE(screen.confirm());
-    EXPECT_EQ(office.outside.prompts.last(), message::too_long);
+    EXPECT_EQ(office.services.prompts.last(), message::too_long);
 }
 
 TEST(TipsReceivers, AddAndEdit) {
     test::Office office;
-    TipsReceiver screen(office.shop.connection(), office.outside.all());
+    TipsReceiver screen(office.shop.connection(), office.services.all());
     screen.open_new();
     EXPECT_EQ(screen.code, "1");
     EXPECT_EQ(screen.title(), "اضافة بيان اكراميات");
     EXPECT_FALSE(screen.save());
-    EXPECT_EQ(office.outside.prompts.last(), "ادخل الاسم");
+    EXPECT_EQ(office.services.prompts.last(), "ادخل الاسم");
     screen.code = "5";
     screen.name = "حسن";
     EXPECT_TRUE(screen.save());
@@ -238,7 +238,7 @@ TEST(TipsReceivers, AddAndEdit) {
     EXPECT_EQ(office.shop.number("select count(*) from boundata"), 1);
     office.shop.sql("delete from boundata");
     EXPECT_FALSE(screen.save());
-    EXPECT_EQ(office.outside.prompts.last(), message::no_such_receiver);
+    EXPECT_EQ(office.services.prompts.last(), message::no_such_receiver);
     EXPECT_FALSE(screen.open_edit(5));
 }
 

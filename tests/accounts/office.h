@@ -2,7 +2,7 @@
 #pragma once
 
 #include "signin/session.h"
-#include "support/outside.h"
+#include "support/services.h"
 #include "support/shop.h"
 
 namespace test {
@@ -39,7 +39,7 @@ class Office {
 
     Shop shop;
     signin::Session session;
-    RememberedOutside outside;
+    RememberedServices services;
 };
 
 }  // namespace test

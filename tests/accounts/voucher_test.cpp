@@ -14,7 +14,7 @@ namespace {
 class Vouchers : public testing::Test {
   protected:
     Voucher opened(VoucherKind kind) {
-        Voucher voucher(kind, office.shop.connection(), office.session, office.outside.all());
+        Voucher voucher(kind, office.shop.connection(), office.session, office.services.all());
         voucher.open_new();
         return voucher;
     }
@@ -137,7 +137,7 @@ TEST_F(Vouchers, ADuplicateIsSeenAmongThePartiesOfTheScreenOnly) {
     Voucher again = receipt("20");
     again.number = "1";
     EXPECT_FALSE(again.save());
-    EXPECT_EQ(office.outside.prompts.last(), "عفوا تم إضافة إيصال بنفس الرقم من قبل");
+    EXPECT_EQ(office.services.prompts.last(), "عفوا تم إضافة إيصال بنفس الرقم من قبل");
     EXPECT_EQ(again.number, "");
     EXPECT_EQ(count(), 1);
     // A receipt from a vendor whose code no customer has is not seen by the test.
@@ -192,7 +192,7 @@ TEST_F(Vouchers, RefusalsWriteNothing) {
         Voucher voucher = receipt("10");
         refused.spoil(voucher);
         EXPECT_FALSE(voucher.save()) << refused.what;
-        EXPECT_EQ(office.outside.prompts.last(), refused.message) << refused.what;
+        EXPECT_EQ(office.services.prompts.last(), refused.message) << refused.what;
     }
     EXPECT_EQ(count(), 0);
     EXPECT_EQ(office.customer_balance(7), 250);
@@ -210,7 +210,7 @@ TEST_F(Vouchers, AnEditOfARowThatChangedMeanwhileIsSaid) {
         office.shop.sql(change);
         voucher.set_amount("80");
         EXPECT_FALSE(voucher.save());
-        EXPECT_EQ(office.outside.prompts.last(), message::voucher_changed);
+        EXPECT_EQ(office.services.prompts.last(), message::voucher_changed);
         EXPECT_EQ(office.customer_balance(7), 150);
         EXPECT_NE(office.shop.cell("select quan from vencuspay"), "80");
     }
@@ -225,7 +225,7 @@ TEST_F(Vouchers, ASaveThatBrokeOffIsTriedAgain) {
         office.shop.sql("delete from vencuspay");
         office.shop.sql("update custdata set cacc = 250 where ccode = 7");
         database::FaultyConnection connection(office.shop.connection());
-        Voucher voucher(VoucherKind::receipt, connection, office.session, office.outside.all());
+        Voucher voucher(VoucherKind::receipt, connection, office.session, office.services.all());
         voucher.open_new();
         voucher.choose_party(7);
         voucher.set_amount("100");
@@ -251,7 +251,7 @@ TEST_F(Vouchers, ABalanceThatAnotherTillMovesIsReadAgain) {
         office.shop.sql("delete from vencuspay");
         office.shop.sql("update custdata set cacc = 250 where ccode = 7");
         database::FaultyConnection connection(office.shop.connection());
-        Voucher voucher(VoucherKind::receipt, connection, office.session, office.outside.all());
+        Voucher voucher(VoucherKind::receipt, connection, office.session, office.services.all());
         voucher.open_new();
         voucher.choose_party(7);
         voucher.set_amount("100");
@@ -287,7 +287,7 @@ TEST_F(Vouchers, ADirectReceiptIsNeverHalfWritten) {
         connection.fail_at(n, database::FaultyConnection::Fault::passing);
         bool returned = true;
         try {
-            write_direct_receipt(connection, office.session, office.outside.clock, 7, {2026, 11, 21}, 100);
+            write_direct_receipt(connection, office.session, office.services.clock, 7, {2026, 11, 21}, 100);
         } catch (const database::Error&) {
             returned = false;
         }
@@ -311,8 +311,8 @@ TEST_F(Vouchers, ANumberOfManyDigitsIsFollowedByTheNext) {
 TEST_F(Vouchers, ADirectReceiptLowersWhatTheCustomerOwes) {
     std::vector<std::string> numbers;
     for (int i = 0; i < 11; ++i) {
-        numbers.push_back(write_direct_receipt(office.shop.connection(), office.session, office.outside.clock,
-                                               7, {2026, 11, 21}, 10));
+        numbers.push_back(write_direct_receipt(office.shop.connection(), office.session,
+                                               office.services.clock, 7, {2026, 11, 21}, 10));
     }
     EXPECT_EQ(numbers.front(), "1");
     EXPECT_EQ(numbers.back(), "11");  // although "9" is the highest text
@@ -322,14 +322,14 @@ TEST_F(Vouchers, ADirectReceiptLowersWhatTheCustomerOwes) {
                            "stcode = 1 and cash_n = 1 and note = N'قبض مباشر من الكاشير'"),
         110);
     for (const double amount : {0.0, -1.0, 0.001})
-        EXPECT_THROW(write_direct_receipt(office.shop.connection(), office.session, office.outside.clock, 7,
+        EXPECT_THROW(write_direct_receipt(office.shop.connection(), office.session, office.services.clock, 7,
                                           {2026, 11, 21}, amount),
                      std::invalid_argument);
-    EXPECT_THROW(write_direct_receipt(office.shop.connection(), office.session, office.outside.clock, 99,
+    EXPECT_THROW(write_direct_receipt(office.shop.connection(), office.session, office.services.clock, 99,
                                       {2026, 11, 21}, 5),
                  std::invalid_argument);
     office.shop.sql("update vencuspay set chkno = '99999999999999999999' where chkno = '9'");
-    EXPECT_EQ(write_direct_receipt(office.shop.connection(), office.session, office.outside.clock, 7,
+    EXPECT_EQ(write_direct_receipt(office.shop.connection(), office.session, office.services.clock, 7,
                                    {2026, 11, 21}, 1),
               "9");
 }

@@ -5,8 +5,8 @@
 #include <thread>
 
 #include "admin/workbench.h"
-#include "database/open.h"
-#include "database/schema.h"
+#include "database/embedded/open.h"
+#include "database/schema/schema.h"
 #include "support/child.h"
 
 namespace {
@@ -126,7 +126,7 @@ TEST(Restore, ATillSeesTheRestoredShopWithItsNextStatement) {
     ASSERT_EQ(run.code, 0) << run.err;
     EXPECT_EQ(database::integer_of(till->scalar("select count(*) from makers")), 0);
     till->execute("insert into makers (code,[name]) values (2,'يعمل')");
-    till->settle();
+    till->make_durable();
     EXPECT_EQ(bench.cell("select max(code) from makers"), "2");
     // What was there before can be had back.
     EXPECT_EQ(scalar(bench.file("before-restore-20261121-104200.backup"), "select [name] from makers"),

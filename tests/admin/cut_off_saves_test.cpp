@@ -23,7 +23,7 @@ std::string wrong(Till& till, bool killed) {
     const test::TemporaryFolder folder;
     {
         std::ofstream log(folder.path() / "log");
-        for (const std::string& line : till.outside.log.lines) {
+        for (const std::string& line : till.services.log.lines) {
             if (killed && line.find(" stopped, ") != std::string::npos) continue;
             log << line << "  ----  2026/11/21 10:42\n";
         }
@@ -106,7 +106,7 @@ TEST_P(CutOff, IsFoundWhateverStatementFailed) {
             if (outcome == SaveOutcome::refused) {
                 EXPECT_EQ(wrong(till, killed), "") << killed;
             } else {
-                EXPECT_NE(wrong(till, killed), "") << killed << till.outside.log.lines.back();
+                EXPECT_NE(wrong(till, killed), "") << killed << till.services.log.lines.back();
             }
         }
     }

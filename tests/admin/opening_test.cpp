@@ -5,7 +5,8 @@
 #include "admin/guarded_actions.h"
 #include "admin/shop_files.h"
 #include "admin/workbench.h"
-#include "database/open.h"
+#include "startup/open_connection.h"
+#include "database/embedded/open.h"
 #include "signin/sign_in.h"
 #include "startup/start_up.h"
 
@@ -19,21 +20,21 @@ struct Day {
     bool reached = false;
     SignInOutcome outcome = SignInOutcome::end_program;
     signin::Session session;
-    test::RememberedOutside outside;
+    test::RememberedServices services;
 };
 
 void start(const std::filesystem::path& folder, const std::string& cash_point, std::int64_t user,
            const std::string& password, Day& day) {
-    startup::Ground ground;
-    ground.command_line = cash_point;
-    ground.program_folder = folder;
-    ground.working_folder = folder;
-    ground.computer_name = "TILL";
-    ground.open = database::open_connection;
-    ground.get_ip = [](std::string_view) { return std::string(startup::no_address); };
-    startup::StartUp start_up(ground, day.outside.all());
+    startup::Environment environment;
+    environment.command_line = cash_point;
+    environment.program_folder = folder;
+    environment.working_folder = folder;
+    environment.computer_name = "TILL";
+    environment.open = startup::open_connection;
+    environment.get_ip = [](std::string_view) { return std::string(startup::no_address); };
+    startup::StartUp start_up(environment, day.services.all());
     day.reached = start_up.run([&](database::Connection& connection, signin::Session& session) {
-        day.outcome = signin::SignIn(connection, session, day.outside.all()).confirm(user, password);
+        day.outcome = signin::SignIn(connection, session, day.services.all()).confirm(user, password);
         day.session = session;
     });
 }
@@ -43,13 +44,13 @@ TEST(Opening, ABareShopSignsItsAdministratorIn) {
     bench.make_shop();
     Day day;
     start(bench.folder(), "1", 1, "1", day);
-    ASSERT_TRUE(day.reached) << testing::PrintToString(day.outside.prompts.messages);
-    EXPECT_EQ(day.outcome, SignInOutcome::signed_in) << day.outside.prompts.last();
+    ASSERT_TRUE(day.reached) << testing::PrintToString(day.services.prompts.messages);
+    EXPECT_EQ(day.outcome, SignInOutcome::signed_in) << day.services.prompts.last();
     EXPECT_EQ(day.session.version, admin::shop_version());
     EXPECT_EQ(day.session.settings.aname, "متجري");
     EXPECT_EQ(day.session.store_code, 1);
     EXPECT_TRUE(day.session.has_permission(400));
-    EXPECT_THAT(day.outside.prompts.messages, testing::IsEmpty());
+    EXPECT_THAT(day.services.prompts.messages, testing::IsEmpty());
     Day other;
     start(bench.folder(), "2", 1, "1", other);  // no such drawer
     EXPECT_EQ(other.outcome, SignInOutcome::end_program);
@@ -68,7 +69,7 @@ TEST(Opening, TheDemoShopSignsEveryUserInAtBothDrawers) {
             Day day;
             start(bench.folder(), cash_point, user.code, user.password, day);
             EXPECT_EQ(day.outcome, SignInOutcome::signed_in)
-                << user.code << ": " << day.outside.prompts.last();
+                << user.code << ": " << day.services.prompts.last();
             EXPECT_EQ(day.session.permissions, admin::permission_string(user.list)) << user.code;
             EXPECT_NE(day.session.drawer_name, "") << cash_point;
         }
@@ -84,7 +85,7 @@ TEST(Opening, ACopiedShopOpensToo) {
     ASSERT_EQ(bench.run({"copy-shop", "other"}).code, 0);
     Day day;
     start(bench.file("other"), "1", 3, "333", day);
-    EXPECT_EQ(day.outcome, SignInOutcome::signed_in) << day.outside.prompts.last();
+    EXPECT_EQ(day.outcome, SignInOutcome::signed_in) << day.services.prompts.last();
 }
 
 // Nothing that start-up changes is wrong to the check.

@@ -12,7 +12,7 @@
 #include "admin/shop.h"
 #include "admin/tool.h"
 #include "database/connection.h"
-#include "support/outside.h"
+#include "support/services.h"
 #include "support/shop.h"
 
 namespace test {

@@ -14,7 +14,7 @@ constexpr common::Moment morning{{2026, 11, 21}, {8, 0, 0, 0}};
 class Position : public testing::Test {
   protected:
     CashPosition computed(const common::Moment& until = noon, const common::Moment& start = morning) {
-        CashPosition position(drawers.shop.connection(), drawers.session, drawers.outside.clock);
+        CashPosition position(drawers.shop.connection(), drawers.session, drawers.services.clock);
         position.compute(1, start, until);
         return position;
     }
@@ -162,12 +162,12 @@ TEST_F(Position, CalcCashEmptiesTheDrawersAndNamesTheEmptyOnes) {
     drawers.cash_sale("300");
     drawers.open_shift(4);
     drawers.open_shift(9, "2026/11/21 09:30:00", 2);
-    const auto positions = calc_cash(drawers.shop.connection(), drawers.session, drawers.outside.all(),
+    const auto positions = calc_cash(drawers.shop.connection(), drawers.session, drawers.services.all(),
                                      CalcCopy::shift_close, 120);
     ASSERT_EQ(positions.size(), 2U);
     EXPECT_EQ(drawers.transfers(), "1: 1/1 to 2/1 180.00\n");
-    ASSERT_EQ(drawers.outside.prompts.messages.size(), 1U);
-    EXPECT_EQ(drawers.outside.prompts.last(),
+    ASSERT_EQ(drawers.services.prompts.messages.size(), 1U);
+    EXPECT_EQ(drawers.services.prompts.last(),
               "تم بدء وردية جديدة .. رصيد الخزينه -- 0.00 -- صفر أو أقل لم يتم تحويل النقديه منها");
 }
 
@@ -182,7 +182,7 @@ TEST_F(Position, TheCopiesOfCalcCashCountToDifferentMoments) {
     drawers.cash_sale("100", "09:59:59");
     drawers.cash_sale("1000", "10:00:10");
     const auto own = [this](CalcCopy copy) {
-        return calc_cash(drawers.shop.connection(), drawers.session, drawers.outside.all(), copy, 0)
+        return calc_cash(drawers.shop.connection(), drawers.session, drawers.services.all(), copy, 0)
             .front()
             .position;
     };

@@ -12,7 +12,7 @@ namespace {
 class Counting : public testing::Test {
   protected:
     CountedCash opened() {
-        CountedCash panel(drawers.shop.connection(), drawers.session, drawers.outside.all());
+        CountedCash panel(drawers.shop.connection(), drawers.session, drawers.services.all());
         panel.open();
         return panel;
     }
@@ -94,7 +94,7 @@ TEST_F(Counting, RefusalsWriteNothing) {
         if (*refused.sql != 0) drawers.shop.sql(refused.sql);
         panel.counted = refused.counted;
         EXPECT_FALSE(panel.confirm());
-        EXPECT_EQ(drawers.outside.prompts.last(), refused.message);
+        EXPECT_EQ(drawers.services.prompts.last(), refused.message);
     }
     EXPECT_EQ(drawers.shop.number("select count(*) from mor_les"), 0);
 }
@@ -116,12 +116,12 @@ class Spending : public testing::Test {
         screen.notes = "أجرة 'النقل'; delete from dailyexp --";
     }
     test::Drawers drawers;
-    Expenses screen{drawers.shop.connection(), drawers.session, drawers.outside.all()};
+    Expenses screen{drawers.shop.connection(), drawers.session, drawers.services.all()};
 };
 
 TEST_F(Spending, WritesAnExpenseAndAsksForAnother) {
     fill();
-    drawers.outside.prompts.answers = {true, false};
+    drawers.services.prompts.answers = {true, false};
     EXPECT_TRUE(screen.save());
     EXPECT_FALSE(screen.is_done());
     EXPECT_EQ(screen.value, "0.00");
@@ -172,10 +172,10 @@ TEST_F(Spending, RefusalsWriteNothing) {
         fill();
         refused.spoil(screen);
         EXPECT_FALSE(screen.save());
-        EXPECT_EQ(drawers.outside.prompts.last(), refused.message);
+        EXPECT_EQ(drawers.services.prompts.last(), refused.message);
     }
     EXPECT_EQ(drawers.shop.number("select count(*) from dailyexp"), 0);
-    EXPECT_TRUE(drawers.outside.prompts.questions.empty());
+    EXPECT_TRUE(drawers.services.prompts.questions.empty());
 }
 
 }  // namespace

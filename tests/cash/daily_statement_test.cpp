@@ -11,7 +11,7 @@ namespace {
 class Statement : public testing::Test {
   protected:
     DailyStatement opened() {
-        DailyStatement statement(drawers.shop.connection(), drawers.session, drawers.outside.all());
+        DailyStatement statement(drawers.shop.connection(), drawers.session, drawers.services.all());
         EXPECT_TRUE(statement.open());
         return statement;
     }
@@ -86,7 +86,7 @@ TEST_F(Statement, EveryFigureUnderItsHeading) {
         EXPECT_EQ(figure_headings[i], expected[i].first);
         EXPECT_EQ(statement.figures().text(static_cast<Figure>(i)), expected[i].second) << expected[i].first;
     }
-    EXPECT_TRUE(drawers.outside.prompts.messages.empty());
+    EXPECT_TRUE(drawers.services.prompts.messages.empty());
 }
 
 TEST_F(Statement, ADayWithoutMovementsKeepsTheBalance) {
@@ -171,9 +171,9 @@ TEST_F(Statement, AllDrawersAddUp) {
 
 TEST_F(Statement, OpensOnlyWithThePermission) {
     drawers.session.permissions[255] = '0';
-    DailyStatement statement(drawers.shop.connection(), drawers.session, drawers.outside.all());
+    DailyStatement statement(drawers.shop.connection(), drawers.session, drawers.services.all());
     EXPECT_FALSE(statement.open());
-    EXPECT_EQ(drawers.outside.prompts.last(), signin::denied);
+    EXPECT_EQ(drawers.services.prompts.last(), signin::denied);
 }
 
 TEST_F(Statement, SaysWhenADrawerIsMissing) {
@@ -181,16 +181,16 @@ TEST_F(Statement, SaysWhenADrawerIsMissing) {
     drawers.cash_sale("10", "09:00:00", 1);
     drawers.cash_sale("10", "09:00:00", 77);
     ASSERT_TRUE(statement.show());
-    EXPECT_EQ(drawers.outside.prompts.last(), "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها 1");
+    EXPECT_EQ(drawers.services.prompts.last(), "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها 1");
     // Out to a drawer that is none, and in from one.
     for (const char* ends : {"1,1,1,66", "1,66,1,1"})
         drawers.shop.sql("insert into cach_t (cfr,cash_nf,cto,cash_nt,cnum,cdate,caml) select " +
                          std::string(ends) + ",1,'2026/11/21',5");
     ASSERT_TRUE(statement.show());
-    EXPECT_EQ(drawers.outside.prompts.last(), "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها 3");
+    EXPECT_EQ(drawers.services.prompts.last(), "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها 3");
     drawers.shop.sql("delete from cash where stcode = 1 and code = 1");
     EXPECT_FALSE(statement.show());
-    EXPECT_EQ(drawers.outside.prompts.last(), message::no_such_drawer);
+    EXPECT_EQ(drawers.services.prompts.last(), message::no_such_drawer);
     EXPECT_EQ(statement.figures().text(Figure::cash_sales), "10.00");  // what was shown stays
 }
 

@@ -7,7 +7,7 @@
 
 #include "common/numbers.h"
 #include "signin/session.h"
-#include "support/outside.h"
+#include "support/services.h"
 #include "support/shop.h"
 
 namespace test {
@@ -37,7 +37,7 @@ class Drawers {
         session.user_name = "مدير";
         session.permissions = std::string(400, '1');
         shop.sql("update basic set mst = 1, mcash = 2");
-        outside.clock.moment = {{2026, 11, 21}, {10, 42, 0, 0}};
+        services.clock.moment = {{2026, 11, 21}, {10, 42, 0, 0}};
     }
 
     static std::string time_value(const std::string& time) {
@@ -77,7 +77,7 @@ class Drawers {
 
     Shop shop;
     signin::Session session;
-    RememberedOutside outside;
+    RememberedServices services;
 };
 
 }  // namespace test

@@ -54,7 +54,7 @@ TEST_F(RandomDays, PositionAndPeriodFigures) {
         const long start = std::min(until, any_moment(ledger, random));
         const auto before = [&](const test::Movement& row) { return row.moment() < until; };
         for (const int store : {1, 2}) {
-            CashPosition position(drawers.shop.connection(), drawers.session, drawers.outside.clock);
+            CashPosition position(drawers.shop.connection(), drawers.session, drawers.services.clock);
             position.compute(store, as_moment(start), as_moment(until));
             for (const DrawerPosition& drawer : position.drawers()) {
                 EXPECT_EQ(text(drawer.position),
@@ -79,7 +79,7 @@ TEST_F(RandomDays, PositionAndPeriodFigures) {
 TEST_F(RandomDays, CalcCashOfBothCopies) {
     // Transfers are stamped with the time of writing: at the day's end none is counted by the drawers that
     // follow.
-    drawers.outside.clock.moment = {{2026, 11, 23}, {23, 59, 59, 0}};
+    drawers.services.clock.moment = {{2026, 11, 23}, {23, 59, 59, 0}};
     each_shop(2000, [this](const Ledger& ledger, std::mt19937& random) {
         const long start = any_moment(ledger, random);
         drawers.shop.sql("delete from shift");
@@ -92,7 +92,7 @@ TEST_F(RandomDays, CalcCashOfBothCopies) {
                 return (row.table == test::Movement::mor_les ? row.day * 86400L : row.moment()) < until;
             };
             for (const DrawerPosition& drawer :
-                 calc_cash(drawers.shop.connection(), drawers.session, drawers.outside.all(), copy, 0)) {
+                 calc_cash(drawers.shop.connection(), drawers.session, drawers.services.all(), copy, 0)) {
                 EXPECT_EQ(text(drawer.position),
                           amount_text(ledger.cash(1, drawer.drawer, Rule::calc, before)));
             }
@@ -142,7 +142,7 @@ TEST_F(RandomDays, StatementAndItsRows) {
 TEST_F(RandomDays, DrawersAreIsolated) {
     const auto all_figures = [this](const Drawer& drawer) {
         std::string seen;
-        CashPosition position(drawers.shop.connection(), drawers.session, drawers.outside.clock);
+        CashPosition position(drawers.shop.connection(), drawers.session, drawers.services.clock);
         position.compute(drawer.store, {middle_day, {}}, {middle_day, {20, 0, 0, 0}});
         for (const DrawerPosition& computed : position.drawers()) {
             if (computed.drawer == drawer.code) seen += text(computed.position);

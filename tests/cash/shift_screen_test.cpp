@@ -19,7 +19,7 @@ class Shifts : public testing::Test {
     Shifts() { drawers.shop.sql("insert into worker (work_code,work_name) select 2,N'كريم'"); }
 
     ShiftScreen opened() {
-        ShiftScreen screen(drawers.shop.connection(), drawers.session, drawers.outside.all());
+        ShiftScreen screen(drawers.shop.connection(), drawers.session, drawers.services.all());
         EXPECT_TRUE(screen.open());
         return screen;
     }
@@ -39,7 +39,7 @@ class Shifts : public testing::Test {
         return text;
     }
     void pass(int minutes) {
-        auto& time = drawers.outside.clock.moment.time;
+        auto& time = drawers.services.clock.moment.time;
         time.minute += minutes;
         time.hour += time.minute / 60;
         time.minute %= 60;
@@ -94,12 +94,12 @@ TEST_F(Shifts, ClosingTwice) {
     ASSERT_TRUE(start(1));
     pass(5);
     ShiftScreen screen = opened();
-    drawers.outside.prompts.answers = {true, true};
+    drawers.services.prompts.answers = {true, true};
     EXPECT_TRUE(screen.close_current());
     EXPECT_EQ(shifts(), "1 10:42:00-10:47:00 worker 1 0\n");
     EXPECT_FALSE(screen.report());
     EXPECT_FALSE(screen.close_current());
-    EXPECT_EQ(drawers.outside.prompts.last(), "الورديه الحاليه سبق اغلاقها ");
+    EXPECT_EQ(drawers.services.prompts.last(), "الورديه الحاليه سبق اغلاقها ");
     EXPECT_FALSE(current_shift(drawers.shop.connection(), 1, 1)->is_open());
     EXPECT_EQ(shifts(), "1 10:42:00-10:47:00 worker 1 0\n");
 }
@@ -108,7 +108,7 @@ TEST_F(Shifts, ClosingIsAskedFirst) {
     ASSERT_TRUE(start(1));
     ShiftScreen screen = opened();
     EXPECT_FALSE(screen.close_current());
-    EXPECT_EQ(drawers.outside.prompts.questions.back(), "هل تريد اغلاق الورديه الحاليه ؟");
+    EXPECT_EQ(drawers.services.prompts.questions.back(), "هل تريد اغلاق الورديه الحاليه ؟");
     EXPECT_EQ(shifts(), "1 10:42:00- worker 1\n");
 }
 
@@ -116,7 +116,7 @@ TEST_F(Shifts, RefusalsToStartWriteNothing) {
     ASSERT_TRUE(start(1));
     drawers.cash_sale("90", "10:43:00");
     pass(10);
-    drawers.outside.prompts.messages.clear();
+    drawers.services.prompts.messages.clear();
     const std::string before = shifts();
     using Field = ShiftScreen::Field;
     struct Case {
@@ -156,7 +156,8 @@ TEST_F(Shifts, RefusalsToStartWriteNothing) {
         screen.counted = refused.counted;
         screen.leave = refused.leave;
         EXPECT_FALSE(screen.start()) << refused.what;
-        EXPECT_THAT(drawers.outside.prompts.last(), StartsWith(std::string(refused.message))) << refused.what;
+        EXPECT_THAT(drawers.services.prompts.last(), StartsWith(std::string(refused.message)))
+            << refused.what;
         EXPECT_EQ(screen.refused_field(), refused.field) << refused.what;
         EXPECT_EQ(shifts(), before) << refused.what;
         EXPECT_EQ(drawers.transfers(), "") << refused.what;
@@ -167,12 +168,12 @@ TEST_F(Shifts, AShiftDoesNotBeginBeforeTheLastOneEnded) {
     ASSERT_TRUE(start(1));
     pass(10);
     ShiftScreen screen = opened();
-    drawers.outside.prompts.answers = {true};
+    drawers.services.prompts.answers = {true};
     ASSERT_TRUE(screen.close_current());
     screen.worker = 2;
     screen.time = "10:45:00";
     EXPECT_FALSE(screen.start());
-    EXPECT_THAT(drawers.outside.prompts.last(),
+    EXPECT_THAT(drawers.services.prompts.last(),
                 AllOf(StartsWith(std::string(message::before_last_end)), HasSubstr("2026/11/21 10:52:00")));
 }
 
@@ -205,7 +206,7 @@ TEST_F(Shifts, InvoiceDiscountsOfTheShiftAreShown) {
     EXPECT_DOUBLE_EQ(screen.discounts(), 11.5);
     // 100 - 10 and 100 - 2.5 were taken in, 100 - 30 in tips; the return gave 100 - 1 back.
     screen.counted = "158.5";
-    drawers.outside.prompts.answers = {true};
+    drawers.services.prompts.answers = {true};
     ASSERT_TRUE(screen.close_current());
     ASSERT_TRUE(screen.report());
     EXPECT_DOUBLE_EQ(screen.report()->discounts, 11.5);
@@ -215,11 +216,11 @@ TEST_F(Shifts, InvoiceDiscountsOfTheShiftAreShown) {
 
 TEST_F(Shifts, ClosingWithTheClockSetBackIsRefused) {
     ASSERT_TRUE(start(1));
-    drawers.outside.clock.moment.time.hour = 9;
+    drawers.services.clock.moment.time.hour = 9;
     ShiftScreen screen = opened();
-    drawers.outside.prompts.answers = {true};
+    drawers.services.prompts.answers = {true};
     EXPECT_FALSE(screen.close_current());
-    EXPECT_THAT(drawers.outside.prompts.last(),
+    EXPECT_THAT(drawers.services.prompts.last(),
                 AllOf(StartsWith(std::string(message::before_last_start)), HasSubstr("2026/11/21 10:42:00")));
     EXPECT_EQ(shifts(), "1 10:42:00- worker 1\n");
 }
@@ -227,9 +228,9 @@ TEST_F(Shifts, ClosingWithTheClockSetBackIsRefused) {
 TEST_F(Shifts, AShiftOverMidnightClosesOnTheNextDay) {
     ASSERT_TRUE(start(1));
     drawers.cash_sale("40", "23:59:59");
-    drawers.outside.clock.moment = {{2026, 11, 22}, {0, 30, 0, 0}};
+    drawers.services.clock.moment = {{2026, 11, 22}, {0, 30, 0, 0}};
     ShiftScreen screen = opened();
-    drawers.outside.prompts.answers = {true};
+    drawers.services.prompts.answers = {true};
     EXPECT_TRUE(screen.close_current());
     EXPECT_EQ(shifts(), "1 10:42:00-00:30:00 worker 1 0\n");
     EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 40.00\n");
@@ -239,7 +240,7 @@ TEST_F(Shifts, AShiftOverMidnightClosesOnTheNextDay) {
 // still in the drawer: nothing is lost in the second of the change, nothing is counted in both.
 TEST_F(Shifts, SalesAroundAChangeBelongToOneShift) {
     drawers.shop.sql("update basic set prn_csh_rep = 1");
-    drawers.outside.clock.moment = {{2026, 11, 21}, {8, 0, 0, 0}};
+    drawers.services.clock.moment = {{2026, 11, 21}, {8, 0, 0, 0}};
     ASSERT_TRUE(start(1));
     const auto sell = [this](const char* date, const char* time, const char* amount, int stype = 0) {
         test::InvoiceRow row;
@@ -257,7 +258,7 @@ TEST_F(Shifts, SalesAroundAChangeBelongToOneShift) {
         sell("2026/11/22", "00:30:01", "16", card);
     }
     const auto hand_over = [this](const common::Moment& at) {
-        drawers.outside.clock.moment = at;
+        drawers.services.clock.moment = at;
         ShiftScreen screen = opened();
         screen.worker = 2;
         EXPECT_TRUE(screen.start());
@@ -277,7 +278,7 @@ TEST_F(Shifts, ADeletedDrawerIsSaid) {
     screen.worker = 1;
     drawers.shop.sql("delete from cash where stcode = 1 and code = 1");
     EXPECT_FALSE(screen.start());
-    EXPECT_EQ(drawers.outside.prompts.last(), message::no_such_drawer);
+    EXPECT_EQ(drawers.services.prompts.last(), message::no_such_drawer);
     EXPECT_EQ(shifts(), "");
     EXPECT_FALSE(screen.open());
 }
@@ -288,7 +289,7 @@ TEST_F(Shifts, AShiftStartedElsewhereMeanwhileIsNotClosed) {
     screen.worker = 2;
     ASSERT_TRUE(start(1));
     EXPECT_FALSE(screen.start());
-    EXPECT_EQ(drawers.outside.prompts.last(), message::started_elsewhere);
+    EXPECT_EQ(drawers.services.prompts.last(), message::started_elsewhere);
     EXPECT_EQ(shifts(), "1 10:42:00- worker 1\n");
 }
 
@@ -301,7 +302,7 @@ TEST_F(Shifts, TwoTillsStartingAtOneMomentLeaveOneShift) {
         test::Drawers two;
         two.cash_sale("60");
         database::FaultyConnection connection(two.shop.connection());
-        ShiftScreen screen(connection, two.session, two.outside.all());
+        ShiftScreen screen(connection, two.session, two.services.all());
         ASSERT_TRUE(screen.open());
         screen.worker = 1;
         bool written = false;
@@ -317,7 +318,7 @@ TEST_F(Shifts, TwoTillsStartingAtOneMomentLeaveOneShift) {
         if (started) continue;  // it came after the look around: the other till takes its own back
         ++withdrawn;
         EXPECT_EQ(shifts_left, 1) << n;
-        EXPECT_EQ(two.outside.prompts.last(), message::started_elsewhere) << n;
+        EXPECT_EQ(two.services.prompts.last(), message::started_elsewhere) << n;
         EXPECT_EQ(two.shop.cell("select man_ from shift"), "2") << n;
         EXPECT_EQ(two.transfers(), "") << n;
     }
@@ -332,7 +333,7 @@ TEST_F(Shifts, AStartThatBrokeOffIsTriedAgain) {
         broken.open_shift(1, "2026/11/21 08:00:00");
         broken.cash_sale("150.75");
         database::FaultyConnection connection(broken.shop.connection());
-        ShiftScreen screen(connection, broken.session, broken.outside.all());
+        ShiftScreen screen(connection, broken.session, broken.services.all());
         ASSERT_TRUE(screen.open());
         screen.worker = 1;
         connection.fail_at(n, database::FaultyConnection::Fault::passing);
@@ -342,7 +343,7 @@ TEST_F(Shifts, AStartThatBrokeOffIsTriedAgain) {
         }
         connection.heal();
         if (!passed) {
-            broken.outside.clock.moment.time.minute += 1;
+            broken.services.clock.moment.time.minute += 1;
             ASSERT_TRUE(screen.open());
             screen.worker = 1;
             EXPECT_TRUE(screen.start()) << n;
@@ -359,7 +360,7 @@ TEST_F(Shifts, RowsOfOneNumberAreClosedTogether) {
     drawers.shop.sql("update shift set e_date = '2026/11/21 09:00:00' where s_date = '2026/11/21 08:00:00'");
     EXPECT_TRUE(current_shift(drawers.shop.connection(), 1, 1)->is_open());
     ShiftScreen screen = opened();
-    drawers.outside.prompts.answers = {true};
+    drawers.services.prompts.answers = {true};
     EXPECT_TRUE(screen.close_current());
     EXPECT_FALSE(current_shift(drawers.shop.connection(), 1, 1)->is_open());
     EXPECT_EQ(shifts(), "3 08:00:00-09:00:00 worker 1\n3 08:00:01-10:42:00 worker 1 0\n");
@@ -369,7 +370,7 @@ TEST_F(Shifts, AWorkerWithoutARowHasNoNameOnTheReport) {
     drawers.shop.sql("update basic set prn_csh_rep = 1");
     ASSERT_TRUE(start(1));
     drawers.shop.sql("delete from worker");
-    drawers.outside.prompts.answers = {true};
+    drawers.services.prompts.answers = {true};
     ShiftScreen screen = opened();
     ASSERT_TRUE(screen.close_current());
     ASSERT_TRUE(screen.report());
@@ -380,7 +381,7 @@ TEST_F(Shifts, ACloseStandsWhenThePrintingTableRefuses) {
     drawers.shop.sql("update basic set prn_csh_rep = 1");
     ASSERT_TRUE(start(1));
     drawers.shop.sql("drop table [print]");
-    drawers.outside.prompts.answers = {true};
+    drawers.services.prompts.answers = {true};
     ShiftScreen screen = opened();
     EXPECT_TRUE(screen.close_current());
     EXPECT_FALSE(screen.is_in_shift());
@@ -390,10 +391,10 @@ TEST_F(Shifts, ACloseStandsWhenThePrintingTableRefuses) {
 
 TEST_F(Shifts, TheLighterScreenStartsWithItsOwnCopyOfCalcCash) {
     drawers.shop.sql("update basic set mst = 2, mcash = 1");
-    drawers.outside.clock.moment.time.second = 30;
+    drawers.services.clock.moment.time.second = 30;
     drawers.cash_sale("5", "10:41:59");
     drawers.cash_sale("70", "10:42:10");
-    ShiftStartScreen screen(drawers.shop.connection(), drawers.session, drawers.outside.all());
+    ShiftStartScreen screen(drawers.shop.connection(), drawers.session, drawers.services.all());
     ASSERT_TRUE(screen.open());
     screen.worker = 1;
     EXPECT_TRUE(screen.start());

@@ -8,7 +8,8 @@
 #include <fstream>
 #include <random>
 
-#include "database/embedded_connection.h"
+#include "startup/open_connection.h"
+#include "database/embedded/connection.h"
 #include "database/engine.h"
 
 namespace {
@@ -209,7 +210,7 @@ TEST_F(ShopFile, TwoProgramsWriteAtOnce) {
                     mine->run("insert into t values (?,?)",
                               {database::Value(std::int64_t{who}), database::Value(n)});
                     mine->execute("update total set n = n + 1 where n >= 0");
-                    if (n % 50 == 0) mine->settle();
+                    if (n % 50 == 0) mine->make_durable();
                 }
             } catch (const std::exception&) {
                 code = 1;
@@ -262,7 +263,7 @@ TEST_F(ShopFile, WhatAKilledProgramWroteIsThere) {
                       const auto mine = database::open_embedded(file);
                       for (int i = 0; i < 10; ++i)
                           mine->execute("insert into t values (1)");
-                      mine->settle();
+                      mine->make_durable();
                       ::raise(SIGKILL);
                       return 0;
                   }),
@@ -277,10 +278,10 @@ TEST_F(ShopFile, WhatAKilledProgramWroteIsThere) {
 // has it.
 TEST_F(ShopFile, SettledRowsAreInTheFileAndItsLog) {
     run("create table t (a int)");
-    connection->settle();
+    connection->make_durable();
     for (int i = 1; i <= 5; ++i) {
         run("insert into t values (1)");
-        connection->settle();
+        connection->make_durable();
         ASSERT_TRUE(fs::exists(file.string() + "-wal"));
         const fs::path copy = folder.path() / ("copy" + std::to_string(i));
         fs::copy_file(file, copy);
@@ -294,12 +295,12 @@ TEST_F(ShopFile, TheConnectionStringNamesIt) {
     const std::string before =
         "Provider=SQLOLEDB.1;Password=x;Persist Security Info=True;User ID=sa;Initial Catalog= ";
     for (const char* after : {"engine.db;Data Source=embedded", "engine.db ;data source = EMBEDDED ;"}) {
-        EXPECT_TRUE(database::open_connection(before + after, folder.path())->is_embedded());
+        EXPECT_TRUE(startup::open_connection(before + after, folder.path())->is_embedded());
     }
     EXPECT_TRUE(
-        database::open_connection(before + file.string() + ";Data Source=embedded", "/")->is_embedded());
-    EXPECT_THROW(database::open_connection(before + "none.db;Data Source=embedded", folder.path()), Error);
-    EXPECT_THROW(database::open_connection(before + ";Data Source=embedded", folder.path()), Error);
+        startup::open_connection(before + file.string() + ";Data Source=embedded", "/")->is_embedded());
+    EXPECT_THROW(startup::open_connection(before + "none.db;Data Source=embedded", folder.path()), Error);
+    EXPECT_THROW(startup::open_connection(before + ";Data Source=embedded", folder.path()), Error);
 }
 
 }  // namespace

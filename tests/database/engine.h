@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "database/open.h"
+#include "database/embedded/open.h"
 #include "support/shop.h"
 
 namespace test {

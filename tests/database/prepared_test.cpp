@@ -6,11 +6,11 @@
 #include <optional>
 #include <random>
 
-#include "database/embedded_connection.h"
+#include "database/embedded/connection.h"
 #include "database/engine.h"
 #include "database/recordset.h"
-#include "database/tsql_outline.h"
-#include "database/tsql_tokens.h"
+#include "database/tsql/outline.h"
+#include "database/tsql/tokens.h"
 
 namespace {
 

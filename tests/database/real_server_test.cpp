@@ -1,9 +1,9 @@
 // On a real server, when the environment names one: what only it can answer.
 #include <gtest/gtest.h>
 
-#include "database/open.h"
+#include "database/embedded/open.h"
 #include "database/recordset.h"
-#include "database/schema.h"
+#include "database/schema/schema.h"
 #include "support/test_server.h"
 
 namespace {

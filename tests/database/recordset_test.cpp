@@ -174,7 +174,7 @@ TEST_F(Records, WithoutRowNumbersTheFormerValuesFindTheRow) {
         Outcome run(std::string_view statement, const std::vector<Value>& values) override {
             return inner_.run(statement, values);
         }
-        void settle() override { inner_.settle(); }
+        void make_durable() override { inner_.make_durable(); }
         bool is_embedded() const override { return false; }
         Table describe(std::string_view table) override { return inner_.describe(table); }
 
@@ -206,7 +206,7 @@ TEST_F(Records, AFailingConnectionFailsWhereItWasTold) {
     faulty.fail_at(1, database::FaultyConnection::Fault::lost);
     for (int i = 0; i < 2; ++i)
         EXPECT_EQ(state_of([&] { faulty.query("select 1"); }), "08S01");
-    EXPECT_EQ(state_of([&] { faulty.settle(); }), "08S01");
+    EXPECT_EQ(state_of([&] { faulty.make_durable(); }), "08S01");
     EXPECT_EQ(state_of([&] { faulty.describe("keyed"); }), "08S01");
     faulty.heal();
     EXPECT_EQ(faulty.count(), 6);

@@ -1,5 +1,5 @@
 // The base schema and the upgrade list together: what a new shop's database looks like.
-#include "database/schema.h"
+#include "database/schema/schema.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "common/text.h"
-#include "database/open.h"
+#include "database/embedded/open.h"
 #include "support/data_file.h"
 #include "support/shop.h"
 

@@ -12,8 +12,8 @@
 #include <sstream>
 
 #include "common/text.h"
-#include "database/schema.h"
-#include "database/upgrade_list.h"
+#include "database/schema/schema.h"
+#include "database/schema/upgrade_list.h"
 #include "support/shop.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Data sources as shops write them, and the browser service that knows the ports of instances.
-#include "database/sqlserver_address.h"
+#include "database/sqlserver/address.h"
 
 #include <arpa/inet.h>
 #include <gtest/gtest.h>

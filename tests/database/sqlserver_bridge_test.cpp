@@ -6,9 +6,9 @@
 #include <chrono>
 #include <thread>
 
-#include "database/odbc_statement.h"
 #include "database/recordset.h"
-#include "database/sqlserver_connection.h"
+#include "database/sqlserver/odbc_statement.h"
+#include "database/sqlserver/open.h"
 #include "support/shop.h"
 #include "support/tds_bridge.h"
 

@@ -4,8 +4,8 @@
 #include <chrono>
 #include <filesystem>
 
-#include "database/odbc_connection.h"
 #include "database/recordset.h"
+#include "database/sqlserver/odbc_connection.h"
 #include "support/shop.h"
 
 namespace {

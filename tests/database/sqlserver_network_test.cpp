@@ -4,8 +4,8 @@
 
 #include <chrono>
 
-#include "database/odbc_connection.h"
-#include "database/sqlserver_connection.h"
+#include "database/sqlserver/odbc_connection.h"
+#include "database/sqlserver/open.h"
 #include "database/tds_server.h"
 
 namespace {

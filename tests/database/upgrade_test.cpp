@@ -6,11 +6,11 @@
 #include <map>
 #include <sstream>
 
-#include "database/odbc_connection.h"
-#include "database/schema.h"
-#include "database/sqlserver_connection.h"
+#include "database/schema/schema.h"
+#include "database/schema/upgrade_list.h"
+#include "database/sqlserver/odbc_connection.h"
+#include "database/sqlserver/open.h"
 #include "database/tds_server.h"
-#include "database/upgrade_list.h"
 #include "support/shop.h"
 
 namespace {

@@ -7,9 +7,9 @@
 #include <cstdlib>
 #include <functional>
 
+#include "database/embedded/open.h"
 #include "database/faults.h"
-#include "database/open.h"
-#include "database/schema.h"
+#include "database/schema/schema.h"
 #include "sales/recall.h"
 #include "sales/saving_messages.h"
 #include "sales/till.h"
@@ -134,7 +134,7 @@ bool is_prefix(const std::vector<double>& before, const std::vector<double>& see
 std::vector<double> trace_of_whole_save(const Scenario& scenario) {
     Till till;
     Invoice invoice = scenario.ring_up(till, till.connection());
-    EXPECT_EQ(till.saving().save(invoice, {}), SaveOutcome::saved) << till.outside.prompts.last();
+    EXPECT_EQ(till.saving().save(invoice, {}), SaveOutcome::saved) << till.services.prompts.last();
     return trace(till.connection());
 }
 
@@ -145,7 +145,7 @@ void expect_the_shop_goes_on(Connection& connection) {
     Invoice invoice = next.invoice();
     invoice.lines = {Till::line(200, 1, 25)};
     EXPECT_EQ(next.saving_on(connection).save(invoice, {}), SaveOutcome::saved)
-        << next.outside.prompts.last();
+        << next.services.prompts.last();
 }
 
 class SaveFaults : public testing::TestWithParam<Scenario> {};
@@ -164,7 +164,7 @@ TEST_P(SaveFaults, LeaveABeginningOfTheOrder) {
             const std::vector<double> before = trace(till.connection());
             FaultyConnection faulty(till.connection());
             faulty.fail_at(n, fault);
-            till.outside.prompts.messages.clear();
+            till.services.prompts.messages.clear();
             auto saving = till.saving_on(faulty);
             const SaveOutcome outcome = saving.save(invoice, {});
             passed = !faulty.has_failed();
@@ -174,24 +174,24 @@ TEST_P(SaveFaults, LeaveABeginningOfTheOrder) {
             }
             const std::vector<double> seen = trace(till.connection());
             ASSERT_TRUE(is_prefix(before, seen, after)) << testing::PrintToString(seen);
-            ASSERT_EQ(till.outside.prompts.messages.size(), 1u);
-            ASSERT_EQ(std::ranges::count_if(till.outside.log.lines,
+            ASSERT_EQ(till.services.prompts.messages.size(), 1u);
+            ASSERT_EQ(std::ranges::count_if(till.services.log.lines,
                                             [](const std::string& line) {
                                                 return line.find(" stopped, ") != std::string::npos;
                                             }),
                       1);
-            const std::string stopped = till.outside.log.lines.back();
+            const std::string stopped = till.services.log.lines.back();
             const std::string number = std::to_string(invoice.number);
             if (outcome == SaveOutcome::refused) {
-                EXPECT_EQ(till.outside.prompts.last(), sales::saving_message::not_saved);
+                EXPECT_EQ(till.services.prompts.last(), sales::saving_message::not_saved);
                 for (std::size_t i = 1; i < seen.size(); ++i)
                     EXPECT_EQ(seen[i], before[i]);
                 faulty.heal();
-                EXPECT_EQ(saving.save(invoice, {}), SaveOutcome::saved) << till.outside.prompts.last();
+                EXPECT_EQ(saving.save(invoice, {}), SaveOutcome::saved) << till.services.prompts.last();
                 EXPECT_EQ(trace(till.connection()), after);
             } else {
                 ASSERT_EQ(outcome, SaveOutcome::partly_saved);
-                EXPECT_NE(till.outside.prompts.last().find("البون رقم " + number), std::string::npos);
+                EXPECT_NE(till.services.prompts.last().find("البون رقم " + number), std::string::npos);
                 EXPECT_NE(stopped.find("invoice " + number), std::string::npos);
             }
             if (fault == FaultyConnection::Fault::passing) expect_the_shop_goes_on(till.connection());

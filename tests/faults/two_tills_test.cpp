@@ -68,9 +68,9 @@ TEST(TwoTills, DISABLED_RingUp) {
     for (int n = 0; n < each; ++n) {
         Invoice invoice = receipt(till, n);
         if (saving.save(invoice, {}) == SaveOutcome::saved) continue;
-        std::fprintf(stderr, "receipt %d: %s\n", n, till.outside.prompts.last().c_str());
-        if (!till.outside.log.lines.empty())
-            std::fprintf(stderr, "%s\n", till.outside.log.lines.back().c_str());
+        std::fprintf(stderr, "receipt %d: %s\n", n, till.services.prompts.last().c_str());
+        if (!till.services.log.lines.empty())
+            std::fprintf(stderr, "%s\n", till.services.log.lines.back().c_str());
         _exit(1);
     }
     _exit(0);

@@ -5,8 +5,8 @@
 #include "common/text.h"
 #include "sales/sales_screen.h"
 #include "sales/scan.h"
-#include "support/outside.h"
 #include "support/printer.h"
+#include "support/services.h"
 #include "support/shop.h"
 
 namespace {
@@ -82,9 +82,9 @@ TEST(BarcodeFuzz, TheFieldSurvivesAnything) {
     session.cash_point = 1;
     session.store_code = 1;
     session.permissions = std::string(400, '1');
-    test::RememberedOutside outside;
+    test::RememberedServices services;
     test::RememberedPrinter printer;
-    sales::SalesScreen screen(shop.connection(), session, outside.all(), printer);
+    sales::SalesScreen screen(shop.connection(), session, services.all(), printer);
     ASSERT_TRUE(screen.Open());
     std::mt19937 random(11);
     for (int round = 0; round < 1500; ++round) {
@@ -97,7 +97,7 @@ TEST(BarcodeFuzz, TheFieldSurvivesAnything) {
         filters.code = round % 2 == 0 ? text : "";
         filters.name_contains = round % 3 == 0;
         screen.search(filters);
-        ASSERT_TRUE(outside.log.lines.empty()) << text << "\n" << outside.log.lines.front();
+        ASSERT_TRUE(services.log.lines.empty()) << text << "\n" << services.log.lines.front();
         if (round % 50 == 0) screen.clear();
     }
     EXPECT_EQ(shop.number("select count(*) from items"), 1);

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "database/open.h"
+#include "database/embedded/open.h"
 #include "support/data_file.h"
 #include "support/shipped.h"
 #include "support/shop.h"

@@ -11,7 +11,7 @@ for entry in tallvex xsession autostart; do
     grep -q '^Comment\[ar\]=.*[ابتن]' "$here/$entry.desktop" || fail "$entry: no Arabic comment"
 done
 same "the icon's name" "$(sed -n 's/^Icon=//p' "$here/tallvex.desktop")" tallvex
-grep -q 'setDesktopFileName("tallvex")' "$packaging/../src/startup/main.cpp" || fail "the window has another name"
+grep -q 'setDesktopFileName("tallvex")' "$packaging/../src/ui/main.cpp" || fail "the window has another name"
 
 # The devices of the settings are those that the rules name; every jump has its label.
 rules=$packaging/udev/70-tallvex.rules

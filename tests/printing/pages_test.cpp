@@ -14,7 +14,6 @@
 #include "printing/pages/canvas.h"
 #include "printing/pages/output.h"
 #include "printing/pages/paper_picture.h"
-#include "printing/pages/preview.h"
 #include "printing/pages/receipt_page.h"
 #include "printing/pages/report_page.h"
 #include "printing/qr.h"
@@ -22,6 +21,7 @@
 #include "sample.h"
 #include "support/shop.h"
 #include "tools.h"
+#include "ui/printing/preview.h"
 
 namespace {
 

@@ -6,14 +6,14 @@
 
 #include "common/ports.h"
 #include "printing/messages.h"
-#include "printing/pages/system_receipt_printer.h"
-#include "printing/pages/system_report_printer.h"
 #include "printing/ports_offered.h"
 #include "printing/text_receipt.h"
 #include "sample.h"
-#include "support/outside.h"
+#include "support/services.h"
 #include "support/shop.h"
 #include "tools.h"
+#include "ui/printing/system_receipt_printer.h"
+#include "ui/printing/system_report_printer.h"
 
 namespace {
 
@@ -34,9 +34,9 @@ class SystemReceiptPrinterTest : public ::testing::Test {
 
     test::Shop shop;
     test::TemporaryFolder folder;
-    test::RememberedOutside outside;
+    test::RememberedServices services;
     printing::PrinterChoice choice;
-    SystemReceiptPrinter printer{shop.connection(), outside.all(), choice, folder.path()};
+    SystemReceiptPrinter printer{shop.connection(), services.all(), choice, folder.path()};
 };
 
 TEST_F(SystemReceiptPrinterTest, FollowsTheChoiceOfPort) {
@@ -45,15 +45,15 @@ TEST_F(SystemReceiptPrinterTest, FollowsTheChoiceOfPort) {
         EXPECT_FALSE(printer.prints_text());
         EXPECT_TRUE(printer.print(test::sale(), Form::full));
     }
-    EXPECT_TRUE(outside.devices.ports.empty());
+    EXPECT_TRUE(services.devices.ports.empty());
     EXPECT_EQ(kept().size(), 2u) << "no printer is installed";
     choice = {"lpt1", 40};
     EXPECT_TRUE(printer.prints_text());
     EXPECT_TRUE(printer.print(test::sale(), Form::no_telephone));
-    EXPECT_EQ(outside.devices.ports["lpt1"],
+    EXPECT_EQ(services.devices.ports["lpt1"],
               printing::text_receipt(test::sale(), Form::no_telephone, 40, printing::default_codes()));
     EXPECT_EQ(kept().size(), 2u);
-    EXPECT_TRUE(outside.prompts.messages.empty());
+    EXPECT_TRUE(services.prompts.messages.empty());
     // Full pages are pages even where receipts are text.
     EXPECT_TRUE(printer.print(test::sale(), Form::standard_page));
     EXPECT_EQ(kept().size(), 3u);
@@ -61,12 +61,12 @@ TEST_F(SystemReceiptPrinterTest, FollowsTheChoiceOfPort) {
 
 TEST_F(SystemReceiptPrinterTest, TellsLogsAndSurvivesADeadPort) {
     choice.receipt_port = "com1";
-    outside.devices.dead = true;
+    services.devices.dead = true;
     EXPECT_FALSE(printer.print(test::sale(), Form::full));
-    ASSERT_EQ(outside.prompts.messages.size(), 1u);
-    EXPECT_NE(outside.prompts.messages[0].find("com1"), std::string::npos);
-    ASSERT_EQ(outside.log.lines.size(), 1u);
-    outside.devices.dead = false;
+    ASSERT_EQ(services.prompts.messages.size(), 1u);
+    EXPECT_NE(services.prompts.messages[0].find("com1"), std::string::npos);
+    ASSERT_EQ(services.log.lines.size(), 1u);
+    services.devices.dead = false;
     EXPECT_TRUE(printer.print(test::sale(), Form::full)) << "the receipt can be printed again";
 }
 
@@ -75,38 +75,38 @@ TEST_F(SystemReceiptPrinterTest, SaysOnAReprintWhenItIsPrinted) {
     Receipt saved_before = test::sale();
     saved_before.time = {9, 15, 0, 0};
     EXPECT_TRUE(printer.print(saved_before, Form::full));
-    EXPECT_NE(outside.devices.ports["com1"].find("09:15 AM"), std::string::npos);
-    outside.clock.moment.time = {18, 5, 0, 0};
+    EXPECT_NE(services.devices.ports["com1"].find("09:15 AM"), std::string::npos);
+    services.clock.moment.time = {18, 5, 0, 0};
     EXPECT_TRUE(printer.print(saved_before, Form::reprint));
-    EXPECT_NE(outside.devices.ports["com1"].find("06:05 PM"), std::string::npos);
-    EXPECT_NE(outside.devices.ports["com1"].find("2026/11/21"), std::string::npos);
+    EXPECT_NE(services.devices.ports["com1"].find("06:05 PM"), std::string::npos);
+    EXPECT_NE(services.devices.ports["com1"].find("2026/11/21"), std::string::npos);
 }
 
 TEST_F(SystemReceiptPrinterTest, PrintsTextEvenWithoutTheDatabase) {
     choice.receipt_port = "com1";
     shop.sql("drop table codes");
     EXPECT_TRUE(printer.print(test::sale(), Form::full));
-    EXPECT_EQ(outside.devices.ports["com1"],
+    EXPECT_EQ(services.devices.ports["com1"],
               printing::text_receipt(test::sale(), Form::full, 48, printing::default_codes()));
 }
 
 TEST_F(SystemReceiptPrinterTest, NeverThrowsWhenThePagesCannotBeMade) {
     shop.sql("drop table [print]");
     EXPECT_FALSE(printer.print(test::sale(), Form::full));
-    EXPECT_EQ(outside.prompts.messages.size(), 1u);
-    EXPECT_EQ(outside.log.lines.size(), 1u);
+    EXPECT_EQ(services.prompts.messages.size(), 1u);
+    EXPECT_EQ(services.log.lines.size(), 1u);
 }
 
 TEST_F(SystemReceiptPrinterTest, SaysSoWhenNothingCanBeWritten) {
     std::ofstream(folder.path() / "Receipts") << "a file where the folder should be";
     EXPECT_FALSE(printer.print(test::sale(), Form::full));
-    ASSERT_EQ(outside.prompts.messages.size(), 1u);
-    EXPECT_TRUE(outside.prompts.messages[0].starts_with(printing::message::file_failed));
+    ASSERT_EQ(services.prompts.messages.size(), 1u);
+    EXPECT_TRUE(services.prompts.messages[0].starts_with(printing::message::file_failed));
 }
 
 TEST_F(SystemReceiptPrinterTest, HasNothingToPrintWithoutLines) {
     EXPECT_FALSE(printer.print(test::empty_receipt(), Form::full));
-    EXPECT_EQ(outside.prompts.last(), printing::message::no_data);
+    EXPECT_EQ(services.prompts.last(), printing::message::no_data);
     EXPECT_TRUE(kept().empty());
     choice.receipt_port = "com1";
     EXPECT_TRUE(printer.print(test::empty_receipt(), Form::full))
@@ -127,7 +127,7 @@ TEST_F(SystemReceiptPrinterTest, ShowsThePagesFirstWhereTheShopWantsIt) {
     press_in_preview(Qt::Key_Escape);
     EXPECT_FALSE(printer.print(test::sale(), Form::full));
     EXPECT_TRUE(kept().empty());
-    EXPECT_TRUE(outside.prompts.messages.empty());
+    EXPECT_TRUE(services.prompts.messages.empty());
     press_in_preview(Qt::Key_Return);
     EXPECT_TRUE(printer.print(test::sale(), Form::full));
     EXPECT_EQ(kept().size(), 1u);
@@ -148,8 +148,8 @@ TEST_F(SystemReceiptPrinterTest, PutsTheCodeOnTheFullLayoutOnly) {
 
 TEST(SystemReportPrinter, KeepsReportsAsFiles) {
     const test::TemporaryFolder folder;
-    test::RememberedOutside outside;
-    printing::pages::SystemReportPrinter printer(outside.all(), folder.path());
+    test::RememberedServices services;
+    printing::pages::SystemReportPrinter printer(services.all(), folder.path());
     printing::Report report;
     report.name = "shift";
     report.title = "تقرير الوردية";
@@ -158,11 +158,11 @@ TEST(SystemReportPrinter, KeepsReportsAsFiles) {
     EXPECT_TRUE(printer.print(printing::test_report("بقالة النور")));
     EXPECT_TRUE(fs::exists(folder.path() / "Receipts" / "test-20261121-104200.pdf"));
     EXPECT_TRUE(printer.save_csv(report, folder.path() / "shift.csv"));
-    EXPECT_TRUE(outside.prompts.messages.empty());
+    EXPECT_TRUE(services.prompts.messages.empty());
     EXPECT_FALSE(printer.save_csv(report, "/dev/full"));
     EXPECT_FALSE(printer.save_pdf(report, "/proc/none/report.pdf"));
-    EXPECT_EQ(outside.prompts.messages.size(), 2u);
-    EXPECT_EQ(outside.log.lines.size(), 2u);
+    EXPECT_EQ(services.prompts.messages.size(), 2u);
+    EXPECT_EQ(services.log.lines.size(), 2u);
 }
 
 }  // namespace

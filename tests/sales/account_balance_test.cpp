@@ -83,7 +83,7 @@ class History {
         return sum * (1 - invoice.discount_percent / 100);
     }
     void save(Invoice invoice, double sign) {
-        ASSERT_EQ(till_.saving().save(invoice, {}), SaveOutcome::saved) << till_.outside.prompts.last();
+        ASSERT_EQ(till_.saving().save(invoice, {}), SaveOutcome::saved) << till_.services.prompts.last();
         owed_ += sign * worth(invoice);
         if (sign > 0) sales_.push_back(invoice.number);
     }
@@ -117,14 +117,14 @@ class History {
         save(invoice, 0);
     }
     void edit_opening() {
-        accounts::AccountCustomer screen(till_.connection(), till_.outside.all());
+        accounts::AccountCustomer screen(till_.connection(), till_.services.all());
         ASSERT_TRUE(screen.open(accounts::CardMode::edit, customer));
         const double before = screen.card.is_credit ? -common::numeric_value(screen.card.opening)
                                                     : common::numeric_value(screen.card.opening);
         const double amount = between(0, 100000) / 100.0;
         screen.card.opening = common::format_amount(amount);
         screen.card.is_credit = between(0, 1) == 0;
-        ASSERT_TRUE(screen.save()) << till_.outside.prompts.last();
+        ASSERT_TRUE(screen.save()) << till_.services.prompts.last();
         owed_ += (screen.card.is_credit ? -amount : amount) - before;
     }
 

@@ -65,11 +65,11 @@ struct Counter : Till {
         return screen.cells(row)[static_cast<std::size_t>(column)];
     }
     // All that was said and asked since, in one list each; forgets it.
-    std::vector<std::string> said() { return std::exchange(outside.prompts.messages, {}); }
-    std::vector<std::string> asked() { return std::exchange(outside.prompts.questions, {}); }
-    void answer(std::initializer_list<bool> answers) { outside.prompts.answers.assign(answers); }
+    std::vector<std::string> said() { return std::exchange(services.prompts.messages, {}); }
+    std::vector<std::string> asked() { return std::exchange(services.prompts.questions, {}); }
+    void answer(std::initializer_list<bool> answers) { services.prompts.answers.assign(answers); }
 
-    sales::SalesScreen screen{connection(), session, outside.all(), printer};
+    sales::SalesScreen screen{connection(), session, services.all(), printer};
 };
 
 }  // namespace test

@@ -67,7 +67,7 @@ TEST(ItemEntry, RefusesWithItsMessageAndAddsNothing) {
         EXPECT_THAT(counter.said(), ElementsAre(std::string(c.said)));
         EXPECT_THAT(screen.invoice().lines, IsEmpty());
         EXPECT_EQ(screen.figures().net, "0.00");
-        EXPECT_TRUE(counter.outside.log.lines.empty()) << counter.outside.log.lines.front();
+        EXPECT_TRUE(counter.services.log.lines.empty()) << counter.services.log.lines.front();
     }
 }
 
@@ -98,7 +98,7 @@ TEST(ItemEntry, EveryFormMakesItsLine) {
         Counter counter;
         auto& screen = counter.open();
         screen.choose_price_level(c.level);
-        ASSERT_TRUE(screen.EnterItem(c.typed)) << counter.outside.prompts.last();
+        ASSERT_TRUE(screen.EnterItem(c.typed)) << counter.services.prompts.last();
         const auto cell = screen.cells(0);
         EXPECT_EQ(cell[column::code], c.code);
         EXPECT_EQ(cell[column::name], c.name);
@@ -181,7 +181,7 @@ TEST(ItemEntry, AskedBeforeASecondLineOfAnItem) {
         auto& screen = counter.open();
         ASSERT_TRUE(screen.EnterItem(c.first));
         counter.answer({c.yes});
-        EXPECT_TRUE(screen.EnterItem(c.second)) << counter.outside.prompts.last();
+        EXPECT_TRUE(screen.EnterItem(c.second)) << counter.services.prompts.last();
         EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::entered_before)));
         std::vector<std::string> quantities;
         for (std::size_t row = 0; row < screen.invoice().lines.size(); ++row)

@@ -69,7 +69,7 @@ TEST(Kinds, LinesHoldTheirGroup) {
         EXPECT_EQ(screen.invoice().kind, c.allowed ? c.to : c.from);
         if (!c.allowed) {
             EXPECT_THAT(counter.said(), ElementsAre("لا يمكن تغير نوع البون الان "));
-            EXPECT_EQ(counter.outside.prompts.last_icon, common::Icon::exclamation);
+            EXPECT_EQ(counter.services.prompts.last_icon, common::Icon::exclamation);
         }
         EXPECT_EQ(screen.invoice().lines.size(), 1u);
         screen.delete_line(0);
@@ -84,7 +84,7 @@ TEST(Kinds, ReturnsNeedTheirPermission) {
         auto& screen = counter.open();
         EXPECT_FALSE(screen.SwitchKind(kind));
         EXPECT_THAT(counter.said(), ElementsAre("غير مصرح باستخدام هذا البند"));
-        EXPECT_EQ(counter.outside.prompts.last_icon, common::Icon::critical);
+        EXPECT_EQ(counter.services.prompts.last_icon, common::Icon::critical);
         EXPECT_EQ(screen.invoice().kind, KindOption::sale);
     }
 }

@@ -89,7 +89,7 @@ TEST(LineEditing, CeilingOfALineDiscountAtItsEdge) {
             EXPECT_THAT(counter.said(), IsEmpty());
         else
             EXPECT_THAT(counter.said(), ElementsAre(std::string(message::line_discount_refused)));
-        EXPECT_EQ(counter.outside.prompts.last_icon, common::Icon::none);
+        EXPECT_EQ(counter.services.prompts.last_icon, common::Icon::none);
     }
 }
 

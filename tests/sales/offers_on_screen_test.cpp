@@ -49,7 +49,7 @@ TEST(OffersOnScreen, AnOfferComesBackAsItWasAndIsSold) {
     EXPECT_TRUE(screen.invoice().lines[0].marked);
     ASSERT_TRUE(screen.EnterItem("440"));
     EXPECT_FALSE(screen.invoice().lines[2].marked) << "added by hand";
-    ASSERT_EQ(screen.begin_save(), BeginSave::save_now) << counter.outside.prompts.last();
+    ASSERT_EQ(screen.begin_save(), BeginSave::save_now) << counter.services.prompts.last();
     EXPECT_EQ(screen.SaveInvoice(), SaveOutcome::saved);
     EXPECT_EQ(counter.shop.number("select sum(quan) from stk where icode = 400"), 240 - 18);
     EXPECT_EQ(counter.shop.number("select count(*) from offer"), 2) << "the offer stays";
@@ -74,7 +74,7 @@ TEST(OffersOnScreen, ALongNameComesBackWhole) {
         EXPECT_EQ(screen.cells(0)[column::name], entered);
         // The card says something else by now: what was offered stands, as far as the offer has it.
         counter.shop.sql("update items set name = N'شيء آخر' where code = 410");
-        counter.outside.prompts.answers = {true};
+        counter.services.prompts.answers = {true};
         ASSERT_TRUE(screen.LoadOffer(1));
         EXPECT_EQ(screen.cells(0)[column::name], common::cut_to_column(entered, 50));
     }
@@ -94,7 +94,7 @@ TEST(OffersOnScreen, PaymentAndCustomerOfTheOfferAreTakenOver) {
         screen.choose_customer(7);
         screen.choose_walk_in(sales::WalkInCustomer{1, true, "سها", "011", ""});
         ASSERT_TRUE(screen.EnterItem("400"));
-        ASSERT_EQ(screen.SaveOffer(), 1) << counter.outside.prompts.last();
+        ASSERT_EQ(screen.SaveOffer(), 1) << counter.services.prompts.last();
         EXPECT_EQ(
             counter.shop.cell("select cast(vcode as varchar) + ' ' + cast(stype as varchar) from offer"),
             c.stored);
@@ -147,8 +147,8 @@ TEST(OffersOnScreen, AnItemStoppedOrDeletedSinceIsNamedAtTheSave) {
         EXPECT_EQ(screen.invoice().lines.size(), 2u);
         counter.said();
         EXPECT_EQ(screen.begin_save(), BeginSave::refused);
-        ASSERT_EQ(counter.outside.prompts.messages.size(), 1u);
-        EXPECT_NE(counter.outside.prompts.last().find("شاي"), std::string::npos);
+        ASSERT_EQ(counter.services.prompts.messages.size(), 1u);
+        EXPECT_NE(counter.services.prompts.last().find("شاي"), std::string::npos);
         EXPECT_EQ(counter.shop.number("select count(*) from sales"), 0);
     }
 }
@@ -252,7 +252,7 @@ TEST(OffersOnScreen, AQuotationStatesTheTotalInWords) {
 TEST(PartlySaved, StaysUnchangeableUntilItIsCancelled) {
     Counter counter;
     database::FaultyConnection faulty(counter.connection());
-    sales::SalesScreen screen(faulty, counter.session, counter.outside.all(), counter.printer);
+    sales::SalesScreen screen(faulty, counter.session, counter.services.all(), counter.printer);
     ASSERT_TRUE(screen.Open());
     ASSERT_TRUE(screen.EnterItem("400"));
     ASSERT_EQ(screen.begin_save(), BeginSave::ask_payment);
@@ -262,7 +262,7 @@ TEST(PartlySaved, StaysUnchangeableUntilItIsCancelled) {
     ASSERT_EQ(counter.shop.number("select count(*) from sales"), 1);
     ASSERT_TRUE(screen.partly_saved());
     EXPECT_EQ(screen.invoice().lines.size(), 1u);
-    EXPECT_EQ(counter.outside.devices.ports.count("com1"), 0u) << "the drawer stays closed";
+    EXPECT_EQ(counter.services.devices.ports.count("com1"), 0u) << "the drawer stays closed";
 
     const std::vector<std::function<bool()>> forbidden = {
         [&] { return screen.begin_save() != BeginSave::refused; },

@@ -64,17 +64,17 @@ TEST(Drawer, KeyUsesItsOwnPortAndPermission) {
     auto& screen = counter.open();
     screen.OpenDrawer();
     EXPECT_TRUE(screen.open_drawer_by_key());
-    EXPECT_EQ(counter.outside.devices.ports["com1"], "\x07");
-    EXPECT_EQ(counter.outside.devices.ports["com3"], "\x07");
+    EXPECT_EQ(counter.services.devices.ports["com1"], "\x07");
+    EXPECT_EQ(counter.services.devices.ports["com3"], "\x07");
     counter.forbid({231});
     EXPECT_FALSE(screen.open_drawer_by_key());
-    EXPECT_EQ(counter.outside.devices.ports["com3"], "\x07");
+    EXPECT_EQ(counter.services.devices.ports["com3"], "\x07");
     EXPECT_THAT(counter.said(), ElementsAre("غير مصرح باستخدام هذا البند"));
 }
 
 TEST(Drawer, DeadDevicesStopNothing) {
     Counter counter;
-    counter.outside.devices.dead = true;
+    counter.services.devices.dead = true;
     auto& screen = counter.open();
     EXPECT_TRUE(screen.EnterItem("400"));
     screen.OpenDrawer();

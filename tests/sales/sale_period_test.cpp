@@ -11,16 +11,16 @@ TEST(SalePeriod, ATillLeftOnNoticesItsBeginningAndEnd) {
     counter.shop.sql("insert into sale_price (sale_prd,icode,p_per) select 1,410,25");
     auto& screen = counter.open();
     const auto price_now = [&] {
-        EXPECT_TRUE(screen.EnterItem("410")) << counter.outside.prompts.last();
+        EXPECT_TRUE(screen.EnterItem("410")) << counter.services.prompts.last();
         const double price = screen.invoice().lines.back().price;
         screen.clear();
         return price;
     };
     EXPECT_EQ(price_now(), 12);
-    counter.outside.clock.moment = {{2026, 11, 22}, {0, 0, 1, 0}};
+    counter.services.clock.moment = {{2026, 11, 22}, {0, 0, 1, 0}};
     EXPECT_EQ(price_now(), 9) << "begun at midnight";
     EXPECT_EQ(price_now(), 9);
-    counter.outside.clock.moment = {{2026, 11, 24}, {8, 0, 0, 0}};
+    counter.services.clock.moment = {{2026, 11, 24}, {8, 0, 0, 0}};
     EXPECT_EQ(price_now(), 12) << "over";
 
     // The manager makes one in the middle of the day, while an invoice is rung up.

@@ -69,11 +69,11 @@ TEST(SalesScreen, ASaleIsOfTheDayOfItsSaving) {
     for (const Case& c : cases) {
         Counter counter;
         auto& screen = counter.open();
-        counter.outside.clock.moment = {{2026, 11, 21}, {23, 59, 59, 0}};
+        counter.services.clock.moment = {{2026, 11, 21}, {23, 59, 59, 0}};
         screen.tick();
         const auto midnight_before = [&](int step) {
             if (step != c.step) return;
-            counter.outside.clock.moment = {{2026, 11, 22}, {0, 0, 0, 0}};
+            counter.services.clock.moment = {{2026, 11, 22}, {0, 0, 0, 0}};
             screen.tick();
         };
         if (c.chosen) screen.choose_date({2026, 11, 19});
@@ -98,9 +98,9 @@ TEST(SalesScreen, ACashSaleFromScanToDrawer) {
     ASSERT_NE(screen.payment(), nullptr);
     screen.payment()->type_paid("200");
     screen.payment()->choose_worker(1);
-    EXPECT_EQ(counter.outside.devices.ports.count("com1"), 0u) << "the drawer opened before the save";
+    EXPECT_EQ(counter.services.devices.ports.count("com1"), 0u) << "the drawer opened before the save";
     ASSERT_EQ(screen.SaveInvoice(), SaveOutcome::saved);
-    EXPECT_EQ(counter.outside.devices.ports["com1"], "\x07");
+    EXPECT_EQ(counter.services.devices.ports["com1"], "\x07");
     EXPECT_EQ(counter.shop.number("select ptot from sales where pnum = 1"), 150);
     EXPECT_EQ(counter.shop.number("select wcode from sales where pnum = 1"), 1);
     ASSERT_TRUE(screen.last_receipt().has_value());
@@ -133,8 +133,8 @@ TEST(SalesScreen, OnlyCashOpensTheDrawer) {
         screen.enter_card("x", "77");
         ASSERT_TRUE(screen.EnterItem("400"));
         EXPECT_EQ(screen.begin_save(), c.begin);
-        EXPECT_EQ(screen.SaveInvoice(), SaveOutcome::saved) << counter.outside.prompts.last();
-        EXPECT_EQ(counter.outside.devices.ports["com1"], c.drawer);
+        EXPECT_EQ(screen.SaveInvoice(), SaveOutcome::saved) << counter.services.prompts.last();
+        EXPECT_EQ(counter.services.devices.ports["com1"], c.drawer);
         EXPECT_EQ(screen.invoice().payment, PaymentOption::cash) << "the next invoice starts in cash";
     }
 }
@@ -165,7 +165,7 @@ TEST(SalesScreen, CancelledPaymentKeepsTheInvoice) {
     ASSERT_TRUE(screen.EnterItem("400"));
     ASSERT_EQ(screen.begin_save(), BeginSave::ask_payment);
     screen.cancel_payment();
-    EXPECT_EQ(counter.outside.devices.files["xx.txt"], "\x1F\x11Welcome to Morvin");
+    EXPECT_EQ(counter.services.devices.files["xx.txt"], "\x1F\x11Welcome to Morvin");
     EXPECT_EQ(screen.SaveInvoice(), SaveOutcome::refused);
     EXPECT_EQ(screen.invoice().lines.size(), 1u);
 }
@@ -232,7 +232,7 @@ TEST(SalesScreen, ARecalledReceiptIsLookedAtReprintedAndReturned) {
     EXPECT_EQ(screen.invoice().kind, KindOption::return_);
     EXPECT_FALSE(screen.commit_edit(0, column::quantity, "4")) << "only three were sold";
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_not_allowed)));
-    ASSERT_EQ(screen.begin_save(), BeginSave::ask_payment) << counter.outside.prompts.last();
+    ASSERT_EQ(screen.begin_save(), BeginSave::ask_payment) << counter.services.prompts.last();
     ASSERT_EQ(screen.SaveInvoice(), SaveOutcome::saved);
     EXPECT_EQ(counter.shop.number("select sum(quan) from stk where icode = 400"), 240);
 
@@ -263,7 +263,7 @@ TEST(SalesScreen, ARecalledReceiptSavedAgainIsTodays) {
     ASSERT_TRUE(screen.EnterItem("100"));
     ASSERT_EQ(screen.begin_save(), BeginSave::ask_payment);
     ASSERT_EQ(screen.SaveInvoice(), SaveOutcome::saved);
-    counter.outside.clock.moment.date = {2026, 11, 22};
+    counter.services.clock.moment.date = {2026, 11, 22};
     counter.shop.sql("delete from stk where icode = 100 and stcode = 1 and edate < '2027/06/01'");
     ASSERT_TRUE(screen.recall("1"));
     EXPECT_EQ(screen.invoice().date, (common::Date{2026, 11, 21}));
@@ -294,7 +294,7 @@ TEST(SalesScreen, AnErrorBelowIsToldAndLeavesTheInvoice) {
     counter.shop.sql("drop table stk");
     EXPECT_FALSE(screen.EnterItem("410"));
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::action_failed)));
-    EXPECT_EQ(counter.outside.log.lines.size(), 1u);
+    EXPECT_EQ(counter.services.log.lines.size(), 1u);
     EXPECT_EQ(screen.invoice().lines.size(), 1u);
     EXPECT_EQ(screen.figures().net, "5.00");
     EXPECT_FALSE(screen.commit_edit(0, column::quantity, "5"));
@@ -316,9 +316,9 @@ class NestedPrompts final : public common::Prompts {
 TEST(SalesScreen, AnActionInsideAnotherIsIgnored) {
     Counter counter;
     NestedPrompts prompts;
-    sales::SalesScreen screen(counter.connection(), counter.session,
-                              {prompts, counter.outside.clock, counter.outside.devices, counter.outside.log},
-                              counter.printer);
+    sales::SalesScreen screen(
+        counter.connection(), counter.session,
+        {prompts, counter.services.clock, counter.services.devices, counter.services.log}, counter.printer);
     ASSERT_TRUE(screen.Open());
     ASSERT_TRUE(screen.EnterItem("400"));
     bool nested = true;

@@ -65,7 +65,7 @@ TEST(Saving, CashSaleWritesHeaderLinesAndStockOldestFirst) {
     EXPECT_EQ(stock(till, 100, 1, "2027/06/01"), "2");
     EXPECT_EQ(stock(till, 100, 2, "2026/12/01"), "50") << "another store's older batch was touched";
     EXPECT_EQ(stock(till, 200, 1, "3000/01/01"), "26");
-    EXPECT_TRUE(till.outside.prompts.messages.empty());
+    EXPECT_TRUE(till.services.prompts.messages.empty());
 }
 
 TEST(Saving, KindsAndPaymentsBookTheirParties) {
@@ -157,7 +157,7 @@ TEST(Saving, KindsAndPaymentsBookTheirParties) {
         invoice.discount_percent = 10;
         test.prepare(invoice);
         auto saving = till.saving();
-        EXPECT_EQ(saving.save(invoice, {}), SaveOutcome::saved) << till.outside.prompts.last();
+        EXPECT_EQ(saving.save(invoice, {}), SaveOutcome::saved) << till.services.prompts.last();
         EXPECT_EQ(till.shop.cell(test.query), test.expected);
     }
 }
@@ -180,7 +180,7 @@ TEST(Saving, ReturnsMirrorSales) {
     EXPECT_NEAR(recalled->invoice.net(), sale.net(), 1e-9);
     Invoice back = sales::return_of(till.shop.connection(), *recalled);
     EXPECT_NEAR(back.net(), sale.net(), 1e-9);
-    ASSERT_EQ(saving.save(back, {}), SaveOutcome::saved) << till.outside.prompts.last();
+    ASSERT_EQ(saving.save(back, {}), SaveOutcome::saved) << till.services.prompts.last();
 
     EXPECT_NEAR(till.shop.number("select cacc from custdata where ccode = 7"), 100, 1e-9);
     EXPECT_EQ(till.shop.cell("select sum(quan) from stk where stcode = 1"), "57");
@@ -191,7 +191,7 @@ TEST(Saving, ReturnsMirrorSales) {
     // The same goods cannot come back twice: not by recalling again, and not by a return begun before.
     EXPECT_TRUE(sales::return_of(till.shop.connection(), *recalled).lines.empty());
     EXPECT_EQ(saving.save(back, {}), SaveOutcome::refused);
-    EXPECT_EQ(till.outside.prompts.last(), std::string(sales::saving_message::returned_too_much) + "أرز");
+    EXPECT_EQ(till.services.prompts.last(), std::string(sales::saving_message::returned_too_much) + "أرز");
     EXPECT_EQ(till.shop.cell("select count(*) from sales"), "2");
 }
 
@@ -201,7 +201,7 @@ TEST(Saving, ReceiptsOfOneNumberAreToldApart) {
     Invoice first = till.invoice();
     first.lines = {Till::line(100, 1, 10), Till::line(200, 1, 25)};
     ASSERT_EQ(saving.save(first, {}), SaveOutcome::saved);
-    till.outside.clock.moment.time = {10, 43, 0, 0};
+    till.services.clock.moment.time = {10, 43, 0, 0};
     Invoice second = till.invoice();
     second.lines = {Till::line(200, 3, 25)};
     ASSERT_EQ(saving.save(second, {}), SaveOutcome::saved);
@@ -415,7 +415,7 @@ TEST(Saving, EveryRefusalWritesNothingAndSaysWhy) {
         const std::string before = rows();
         auto saving = till.saving();
         EXPECT_EQ(saving.save(invoice, {}), SaveOutcome::refused);
-        EXPECT_EQ(till.outside.prompts.last(), test.expected);
+        EXPECT_EQ(till.services.prompts.last(), test.expected);
         EXPECT_EQ(rows(), before);
         EXPECT_TRUE(till.printer.printed.empty());
     }

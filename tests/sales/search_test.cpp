@@ -34,7 +34,7 @@ TEST(Search, EveryCombinationIsAValidStatement) {
         filters.hide_stopped = on(5);
         SCOPED_TRACE(bits);
         const auto found = screen.search(filters);
-        ASSERT_TRUE(counter.outside.log.lines.empty()) << counter.outside.log.lines.front();
+        ASSERT_TRUE(counter.services.log.lines.empty()) << counter.services.log.lines.front();
         if (filters.empty())
             EXPECT_THAT(found, IsEmpty());
         else

@@ -74,7 +74,7 @@ TEST(StockCheck, OverrideWantsPermissionAndAnExplicitYes) {
             continue;
         }
         ASSERT_EQ(asked.size(), 1u);
-        EXPECT_EQ(counter.outside.prompts.last_icon, common::Icon::critical);
+        EXPECT_EQ(counter.services.prompts.last_icon, common::Icon::critical);
         EXPECT_THAT(asked[0], HasSubstr("مياه"));
         EXPECT_THAT(asked[0], HasSubstr("0.500 عبوة"));  // 3 pieces of a pack of 6
         EXPECT_THAT(asked[0], HasSubstr("1.000 عبوة"));
@@ -155,7 +155,7 @@ TEST(StockCheck, StockThatLeftTheOtherStoreMeanwhileIsOwedByIt) {
     ASSERT_TRUE(screen.EnterItemFrom("440", 2));
     ASSERT_TRUE(screen.commit_edit(0, column::quantity, "3"));
     counter.shop.sql("update stk set quan = 1 where icode = 440");
-    ASSERT_EQ(screen.begin_save(), sales::BeginSave::ask_payment) << counter.outside.prompts.last();
+    ASSERT_EQ(screen.begin_save(), sales::BeginSave::ask_payment) << counter.services.prompts.last();
     ASSERT_EQ(screen.SaveInvoice(), sales::SaveOutcome::saved);
     EXPECT_EQ(
         counter.shop.number("select quan from stk where stcode = 2 and edate = '2027/01/01' and icode = 440"),

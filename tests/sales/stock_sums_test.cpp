@@ -36,7 +36,7 @@ class RandomDay {
             SCOPED_TRACE(testing::Message() << "step " << step);
             Invoice invoice = next_invoice();
             const SaveOutcome outcome = till_.saving().save(invoice, {});
-            ASSERT_NE(outcome, SaveOutcome::partly_saved) << till_.outside.prompts.last();
+            ASSERT_NE(outcome, SaveOutcome::partly_saved) << till_.services.prompts.last();
             if (outcome == SaveOutcome::saved) {
                 for (const Line& line : invoice.lines) {
                     if (line.stock_kept)

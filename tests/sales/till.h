@@ -6,8 +6,8 @@
 #include "sales/invoice.h"
 #include "sales/saving.h"
 #include "signin/session.h"
-#include "support/outside.h"
 #include "support/printer.h"
+#include "support/services.h"
 #include "support/shop.h"
 
 namespace test {
@@ -42,11 +42,11 @@ class Desk {
         return made;
     }
     sales::Saving saving_on(database::Connection& connection) {
-        return {connection, session, outside.all(), printer};
+        return {connection, session, services.all(), printer};
     }
 
     signin::Session session;
-    RememberedOutside outside;
+    RememberedServices services;
     RememberedPrinter printer;
 };
 
@@ -57,7 +57,7 @@ class Desk {
 class Till : public Desk {
   public:
     Till() {
-        shop.go_by(outside.clock);
+        shop.go_by(services.clock);
         for (const char* statement : {
                  "insert into items (code,name,num1,price11,price12,sale_only) select 100,N'أرز',1,8,10,0",
                  "insert into items (code,name,num1,NUM2,price11,price12,price21,sale_only) select "

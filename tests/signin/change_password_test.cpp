@@ -2,7 +2,7 @@
 
 #include "signin/messages.h"
 #include "signin/sign_in.h"
-#include "support/outside.h"
+#include "support/services.h"
 #include "support/shop.h"
 
 namespace {
@@ -17,14 +17,14 @@ class ChangePasswordTest : public testing::Test {
         session.cash_point = 1;
     }
     bool change(std::string_view from, std::string_view to) {
-        return signin::change_password(shop.connection(), session, outside.all(), from, to);
+        return signin::change_password(shop.connection(), session, services.all(), from, to);
     }
     std::string stored(int code = 2) {
         return shop.cell("select pass from users where code = " + std::to_string(code));
     }
 
     test::Shop shop;
-    test::RememberedOutside outside;
+    test::RememberedServices services;
     signin::Session session;
 };
 
@@ -34,10 +34,10 @@ TEST_F(ChangePasswordTest, TheNewOneSignsIn) {
           std::string("' where code = 1 --"), std::string(), std::string("old")}) {
         const std::string before = stored();
         EXPECT_TRUE(change(before, password)) << password;
-        EXPECT_EQ(outside.prompts.last(), message::password_changed);
+        EXPECT_EQ(services.prompts.last(), message::password_changed);
         EXPECT_EQ(stored(), password);
         EXPECT_EQ(stored(1), "1");  // nobody else's
-        signin::SignIn screen(shop.connection(), session, outside.all());
+        signin::SignIn screen(shop.connection(), session, services.all());
         EXPECT_EQ(screen.confirm(2, password), signin::SignInOutcome::signed_in);
     }
 }
@@ -45,7 +45,7 @@ TEST_F(ChangePasswordTest, TheNewOneSignsIn) {
 TEST_F(ChangePasswordTest, TheOldOneMustBeRightButForBlanks) {
     for (const char* wrong : {"", "Old", "ol d", "' or 1=1 --"}) {
         EXPECT_FALSE(change(wrong, "new")) << wrong;
-        EXPECT_EQ(outside.prompts.last(), message::wrong_old_password);
+        EXPECT_EQ(services.prompts.last(), message::wrong_old_password);
         EXPECT_EQ(stored(), "old");
     }
     EXPECT_TRUE(change(" old  ", "new"));
@@ -61,10 +61,10 @@ TEST_F(ChangePasswordTest, ANullPasswordCountsAsEmpty) {
 TEST_F(ChangePasswordTest, AShopWithoutItsTableSaysThatNothingChanged) {
     shop.sql("drop view [user]");
     EXPECT_FALSE(change("old", "new"));
-    EXPECT_EQ(outside.prompts.last(), message::password_not_changed);
+    EXPECT_EQ(services.prompts.last(), message::password_not_changed);
     EXPECT_EQ(stored(), "old");
-    ASSERT_EQ(outside.log.lines.size(), 1U);
-    EXPECT_NE(outside.log.lines[0].find("user"), std::string::npos);
+    ASSERT_EQ(services.log.lines.size(), 1U);
+    EXPECT_NE(services.log.lines[0].find("user"), std::string::npos);
 }
 
 TEST_F(ChangePasswordTest, AnotherTableOfThatNameChangesNothing) {
@@ -72,13 +72,13 @@ TEST_F(ChangePasswordTest, AnotherTableOfThatNameChangesNothing) {
     shop.sql("create table [user] (code int null, pass nvarchar(100) null)");
     shop.sql("insert into [user] (code,pass) select 2,'old'");
     EXPECT_FALSE(change("old", "new"));
-    EXPECT_EQ(outside.prompts.last(), message::password_not_changed);
+    EXPECT_EQ(services.prompts.last(), message::password_not_changed);
 }
 
 TEST_F(ChangePasswordTest, AUserWhoIsGoneIsTold) {
     session.user_code = 77;
     EXPECT_FALSE(change("old", "new"));
-    EXPECT_EQ(outside.prompts.last(), message::no_such_user);
+    EXPECT_EQ(services.prompts.last(), message::no_such_user);
 }
 
 }  // namespace

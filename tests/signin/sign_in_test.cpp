@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "signin/messages.h"
-#include "support/outside.h"
+#include "support/services.h"
 #include "support/shop.h"
 
 namespace {
@@ -20,16 +20,16 @@ class SignInTest : public testing::Test {
         session.cash_point = 1;
     }
     SignInOutcome confirm(std::optional<std::int64_t> code, std::string_view password) {
-        return signin::SignIn(shop.connection(), session, outside.all()).confirm(code, password);
+        return signin::SignIn(shop.connection(), session, services.all()).confirm(code, password);
     }
 
     test::Shop shop;
-    test::RememberedOutside outside;
+    test::RememberedServices services;
     signin::Session session;
 };
 
 TEST_F(SignInTest, TheListShowsEveryUser) {
-    const signin::SignIn screen(shop.connection(), session, outside.all());
+    const signin::SignIn screen(shop.connection(), session, services.all());
     ASSERT_EQ(screen.users().size(), 4U);
     EXPECT_EQ(screen.users()[1].code, 2);
     EXPECT_EQ(screen.users()[1].name, "كاشير");
@@ -60,9 +60,9 @@ TEST_F(SignInTest, EveryAttemptHasItsOutcome) {
         {4, "كلمة", signed_in, ""},
     };
     for (const auto& c : cases) {
-        outside.prompts.messages.clear();
+        services.prompts.messages.clear();
         EXPECT_EQ(confirm(c.code, c.password), c.outcome) << c.password;
-        EXPECT_EQ(outside.prompts.last(), c.said) << c.password;
+        EXPECT_EQ(services.prompts.last(), c.said) << c.password;
     }
 }
 
@@ -136,11 +136,11 @@ TEST_F(SignInTest, AMissingStoreOrDrawerEndsTheProgram) {
     for (const auto& c : cases) {
         shop.sql(c.statement);
         session.cash_point = c.cash_point;
-        outside.prompts.messages.clear();
-        outside.log.lines.clear();
+        services.prompts.messages.clear();
+        services.log.lines.clear();
         EXPECT_EQ(confirm(1, "1"), SignInOutcome::end_program) << c.statement;
-        EXPECT_EQ(outside.prompts.messages, std::vector<std::string>{std::string(message::wrong_data)});
-        EXPECT_EQ(outside.log.lines.size(), 1U) << c.statement;  // which of the two is missing
+        EXPECT_EQ(services.prompts.messages, std::vector<std::string>{std::string(message::wrong_data)});
+        EXPECT_EQ(services.log.lines.size(), 1U) << c.statement;  // which of the two is missing
     }
 }
 

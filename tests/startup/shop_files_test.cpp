@@ -13,7 +13,7 @@
 #include "startup/activity_log.h"
 #include "startup/messages.h"
 #include "support/child.h"
-#include "support/outside.h"
+#include "support/services.h"
 #include "support/shop.h"
 
 namespace {

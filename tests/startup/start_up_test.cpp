@@ -5,15 +5,15 @@
 #include <fstream>
 #include <sstream>
 
+#include "database/embedded/open.h"
 #include "database/error.h"
 #include "database/faults.h"
-#include "database/open.h"
 #include "startup/activity_log.h"
 #include "startup/messages.h"
 #include "startup/reasons.h"
 #include "startup/shop_files.h"
 #include "support/child.h"
-#include "support/outside.h"
+#include "support/services.h"
 #include "support/shop.h"
 #include "support/test_server.h"
 
@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 namespace message = startup::message;
-using startup::Ground;
+using startup::Environment;
 using startup::StartUp;
 
 std::string content(const fs::path& file) {
@@ -47,12 +47,12 @@ class StartUpTest : public testing::Test {
     }
     ~StartUpTest() override { unsetenv("TALLVEX_SA_PASSWORD"); }
 
-    Ground ground() const { return {"3", program, working, "TILL3", {}, {}}; }
+    Environment environment() const { return {"3", program, working, "TILL3", {}, {}}; }
 
     // A server shop: the connection file names it, and what its name opens is the shop in the file.
-    Ground server_ground(const startup::ConnectionRecord& record, std::string computer) {
+    Environment server_ground(const startup::ConnectionRecord& record, std::string computer) {
         startup::write_connection_file(working, record);
-        Ground made = ground();
+        Environment made = environment();
         made.computer_name = std::move(computer);
         made.open = [this](const std::string& text, const fs::path&) {
             connection_string = text;
@@ -61,8 +61,8 @@ class StartUpTest : public testing::Test {
         return made;
     }
 
-    bool run(const Ground& on) {
-        StartUp start(on, outside.all());
+    bool run(const Environment& on) {
+        StartUp start(on, services.all());
         return start.run([this](database::Connection& connection, signin::Session& session) {
             reached = session;
             users = static_cast<int>(connection.query("select * from [users]").size());
@@ -74,24 +74,24 @@ class StartUpTest : public testing::Test {
             database::open_embedded(working / "shop.db")->scalar("select cr_v from basic"));
     }
     bool logged(std::string_view text) const {
-        return std::any_of(outside.log.lines.begin(), outside.log.lines.end(),
+        return std::any_of(services.log.lines.begin(), services.log.lines.end(),
                            [text](const std::string& line) { return line.find(text) != line.npos; });
     }
     void expect_failure(const std::string& reason) {
         EXPECT_EQ(users, 0) << "sign-in was reached";
-        ASSERT_EQ(outside.prompts.messages.size(), 2U) << reason;
-        EXPECT_EQ(outside.prompts.messages[0], "مسار قاعدة البيانات غير صحيح ");
-        EXPECT_EQ(outside.prompts.messages[1], reason);
+        ASSERT_EQ(services.prompts.messages.size(), 2U) << reason;
+        EXPECT_EQ(services.prompts.messages[0], "مسار قاعدة البيانات غير صحيح ");
+        EXPECT_EQ(services.prompts.messages[1], reason);
         EXPECT_EQ(content(program / "prg_.err").size(), 400U);
-        outside.prompts.messages.clear();
-        outside.log.lines.clear();
+        services.prompts.messages.clear();
+        services.log.lines.clear();
     }
 
     test::Shop shop;
     test::TemporaryFolder folder;
     fs::path program;
     fs::path working;
-    test::RememberedOutside outside;
+    test::RememberedServices services;
     std::string connection_string;
     signin::Session reached;
     int users = 0;
@@ -99,7 +99,7 @@ class StartUpTest : public testing::Test {
 
 TEST_F(StartUpTest, ReachesSignInWithAFilledSession) {
     startup::write_credit_file(working, {"سطر", "ثان", ""});
-    EXPECT_TRUE(run(ground()));
+    EXPECT_TRUE(run(environment()));
     EXPECT_EQ(users, 1);
     EXPECT_EQ(reached.cash_point, 3);
     EXPECT_EQ(reached.computer_name, "TILL3");
@@ -108,8 +108,8 @@ TEST_F(StartUpTest, ReachesSignInWithAFilledSession) {
     EXPECT_EQ(reached.program_folder, program);
     EXPECT_EQ(reached.working_folder, working);
     EXPECT_TRUE(fs::is_directory(program / "Logs"));
-    EXPECT_TRUE(outside.prompts.messages.empty());
-    EXPECT_TRUE(std::all_of(outside.log.lines.begin(), outside.log.lines.end(),
+    EXPECT_TRUE(services.prompts.messages.empty());
+    EXPECT_TRUE(std::all_of(services.log.lines.begin(), services.log.lines.end(),
                             [](const std::string& line) { return line.ends_with("----  222"); }));
     // A shop in a file is stamped by its own till, and needs no password.
     EXPECT_EQ(stamped(), "2026/11/21");
@@ -117,8 +117,8 @@ TEST_F(StartUpTest, ReachesSignInWithAFilledSession) {
 
 TEST_F(StartUpTest, RunsTwiceAndWithoutAPassword) {
     unsetenv("TALLVEX_SA_PASSWORD");
-    EXPECT_TRUE(run(ground()));
-    EXPECT_TRUE(run(ground()));
+    EXPECT_TRUE(run(environment()));
+    EXPECT_TRUE(run(environment()));
 }
 
 TEST_F(StartUpTest, TheCommandLinesFirstCharacterIsTheCashPoint) {
@@ -129,7 +129,7 @@ TEST_F(StartUpTest, TheCommandLinesFirstCharacterIsTheCashPoint) {
     for (const auto& c : cases)
         EXPECT_EQ(startup::cash_point_of(c.line), c.number) << c.line;
     const char* const arguments[] = {"tallvex", "3", "more"};
-    EXPECT_EQ(Ground::here(3, arguments).command_line, "3 more");
+    EXPECT_EQ(Environment::here(3, arguments).command_line, "3 more");
 }
 
 TEST_F(StartUpTest, TheConnectionStringIsTheOneOfTheInstallation) {
@@ -143,11 +143,11 @@ TEST_F(StartUpTest, TheServersTillStampsAndTheOthersMustMatch) {
     const startup::ConnectionRecord record{"SHOPSRVc", "db", "Not Found"};
     // Another till before the server ever stamped: refused, with nothing after the date.
     EXPECT_FALSE(run(server_ground(record, "TILL3")));
-    EXPECT_EQ(outside.prompts.messages,
+    EXPECT_EQ(services.prompts.messages,
               std::vector<std::string>{
                   "لا يمكن تشغيل البرنامج لوجود اختلاف في اصدار البرنامج    الاصدار الحالي بتاريخ "});
     EXPECT_EQ(users, 0);
-    outside.prompts.messages.clear();
+    services.prompts.messages.clear();
     // The server, whatever the case of its name.
     EXPECT_TRUE(run(server_ground(record, "shopsrv")));
     EXPECT_EQ(stamped(), "2026/11/21");
@@ -155,21 +155,21 @@ TEST_F(StartUpTest, TheServersTillStampsAndTheOthersMustMatch) {
     EXPECT_TRUE(run(server_ground(record, "TILL3")));
     startup::write_version_file(program, "2026/12/01");
     EXPECT_FALSE(run(server_ground(record, "TILL3")));
-    EXPECT_EQ(outside.prompts.last(), std::string(message::version_differs) + "2026/11/21");
+    EXPECT_EQ(services.prompts.last(), std::string(message::version_differs) + "2026/11/21");
     EXPECT_TRUE(logged("differs"));
     EXPECT_EQ(stamped(), "2026/11/21");
 }
 
 TEST_F(StartUpTest, TheClockFollowsTheServerOrTheDifferenceIsLogged) {
-    const common::Moment before = outside.clock.moment;
+    const common::Moment before = services.clock.moment;
     common::SystemClock real;
-    ASSERT_TRUE(run(ground()));
-    EXPECT_NE(outside.clock.moment, before);
-    EXPECT_EQ(outside.clock.moment.date, real.now().date);
-    outside.clock = {};
-    outside.clock.may_set = false;
-    ASSERT_TRUE(run(ground()));
-    EXPECT_EQ(outside.clock.moment, before);
+    ASSERT_TRUE(run(environment()));
+    EXPECT_NE(services.clock.moment, before);
+    EXPECT_EQ(services.clock.moment.date, real.now().date);
+    services.clock = {};
+    services.clock.may_set = false;
+    ASSERT_TRUE(run(environment()));
+    EXPECT_EQ(services.clock.moment, before);
     EXPECT_TRUE(logged("clock may not be set"));
 }
 
@@ -178,38 +178,38 @@ TEST_F(StartUpTest, EveryBadFileHasItsMessageAndChangesNothing) {
         std::ofstream(file, std::ios::binary | std::ios::trunc) << bytes;
     };
     fs::remove(working / "datacon24.stk");
-    EXPECT_FALSE(run(ground()));
+    EXPECT_FALSE(run(environment()));
     EXPECT_TRUE(logged("datacon24.stk: cannot be opened"));
     expect_failure(std::string(message::file_missing) + "datacon24.stk");
     put(working / "datacon24.stk", "\x05short");
-    EXPECT_FALSE(run(ground()));
+    EXPECT_FALSE(run(environment()));
     EXPECT_TRUE(logged("has 6 bytes"));
     expect_failure(std::string(message::connection_file_short) + "datacon24.stk");
     startup::write_connection_file(working, {"embedded", "shop.db", "Not Found"});
 
     put(program / "merlo-ver.txt", "2026/11/21\r\n");
-    EXPECT_FALSE(run(ground()));
+    EXPECT_FALSE(run(environment()));
     expect_failure(std::string(message::version_file_length) + "merlo-ver.txt");
     fs::remove(program / "merlo-ver.txt");
-    EXPECT_FALSE(run(ground()));
+    EXPECT_FALSE(run(environment()));
     expect_failure(std::string(message::file_missing) + "merlo-ver.txt");
     startup::write_version_file(program, "2026/11/21");
-    EXPECT_TRUE(run(ground()));
+    EXPECT_TRUE(run(environment()));
 }
 
 TEST_F(StartUpTest, EveryBadShopFileHasItsMessage) {
     startup::write_connection_file(working, {"embedded", "other.db", "Not Found"});
     const fs::path file = working / "other.db";
-    EXPECT_FALSE(run(ground()));
+    EXPECT_FALSE(run(environment()));
     EXPECT_TRUE(logged("other.db"));
     expect_failure(std::string(message::shop_file_missing) + "other.db");
     EXPECT_FALSE(fs::exists(file));
     fs::create_directory(file);
-    EXPECT_FALSE(run(ground()));
+    EXPECT_FALSE(run(environment()));
     expect_failure(std::string(message::shop_file_is_folder) + "other.db");
     fs::remove(file);
     std::ofstream(file) << std::string(5000, 'x');
-    EXPECT_FALSE(run(ground()));
+    EXPECT_FALSE(run(environment()));
     expect_failure(std::string(message::shop_file_corrupt) + "other.db");
     EXPECT_EQ(content(file), std::string(5000, 'x'));
     // A good file with its inside destroyed.
@@ -219,7 +219,7 @@ TEST_F(StartUpTest, EveryBadShopFileHasItsMessage) {
         out.seekp(100);
         out << std::string(200'000, '\xEE');
     }
-    EXPECT_FALSE(run(ground()));
+    EXPECT_FALSE(run(environment()));
     expect_failure(std::string(message::shop_file_corrupt) + "other.db");
 }
 
@@ -231,7 +231,7 @@ TEST_F(StartUpTest, AShopThatCannotBeWrittenHasItsMessage) {
     const fs::path file = working / "shop.db";
     const auto reason_of_nobody = [&] {
         return test::in_child([&] {
-            if (!test::become_nobody() || run(ground())) return false;
+            if (!test::become_nobody() || run(environment())) return false;
             expect_failure(std::string(message::shop_file_read_only) + "shop.db");
             return !HasFailure();
         });
@@ -245,18 +245,18 @@ TEST_F(StartUpTest, AShopThatCannotBeWrittenHasItsMessage) {
     for (const rlim_t bytes : {1'000, 20'000}) {
         EXPECT_TRUE(test::in_child([&] {
             test::fill_disk(bytes);
-            if (run(ground())) return false;
+            if (run(environment())) return false;
             expect_failure(std::string(message::disk_full));
             return !HasFailure();
         })) << bytes;
     }
-    EXPECT_TRUE(run(ground()));
+    EXPECT_TRUE(run(environment()));
     EXPECT_EQ(users, 1);
 }
 
 TEST_F(StartUpTest, ASettingsRowMustStand) {
     database::open_embedded(working / "shop.db")->execute("delete from basic");
-    EXPECT_FALSE(run(ground()));
+    EXPECT_FALSE(run(environment()));
     expect_failure(std::string(message::settings_missing));
 }
 
@@ -277,7 +277,7 @@ TEST_F(StartUpTest, EveryRefusalOfTheServerHasItsReason) {
         {"HY000", "something else", std::string(message::see_log)},
     };
     for (const auto& c : cases) {
-        Ground on = server_ground({"SHOPSRV", "db", "Not Found"}, "TILL3");
+        Environment on = server_ground({"SHOPSRV", "db", "Not Found"}, "TILL3");
         on.get_ip = [](std::string_view) { return "Not Found"; };
         on.open = [&c](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
             throw database::Error(c.sqlstate, c.said, "");
@@ -300,14 +300,14 @@ TEST_F(StartUpTest, ThePasswordIsNeededForAServerOnly) {
     users = 0;
     EXPECT_FALSE(run(server_ground({"SHOPSRV", "db", "Not Found"}, "SHOPSRV")));
     expect_failure(std::string(message::password_file_open));
-    for (const std::string& line : outside.log.lines)
+    for (const std::string& line : services.log.lines)
         EXPECT_EQ(line.find("from the file"), line.npos);
 }
 
 TEST_F(StartUpTest, AServerThatMovedIsFoundForTheNextStart) {
     const startup::ConnectionRecord record{"SHOPSRVC\\SQL", "db", "10.0.0.1"};
     std::vector<std::string> asked;
-    Ground on = server_ground(record, "TILL3");
+    Environment on = server_ground(record, "TILL3");
     on.open = [](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
         throw database::Error("08001", "SQL Server does not exist or access denied.", "");
     };
@@ -350,7 +350,7 @@ TEST_F(StartUpTest, AServerAtItsOldAddressIsNoNews) {
     for (const auto& c : cases) {
         const startup::ConnectionRecord record{c.server, "db", c.address};
         startup::write_connection_file(program, record);
-        Ground on = server_ground(record, "TILL3");
+        Environment on = server_ground(record, "TILL3");
         on.open = [](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
             throw database::Error("08001", "SQL Server does not exist or access denied.", "");
         };
@@ -365,7 +365,7 @@ TEST_F(StartUpTest, AnAddressThatIsNotFoundIsNotKept) {
     const startup::ConnectionRecord record{"SHOPC", "db", "10.0.0.1"};
     startup::write_connection_file(program, record);
     std::vector<std::string> asked;
-    Ground on = server_ground(record, "TILL3");
+    Environment on = server_ground(record, "TILL3");
     on.open = [](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
         throw database::Error("08001", "SQL Server does not exist or access denied.", "");
     };
@@ -387,7 +387,7 @@ TEST_F(StartUpTest, AnyStatementMayFailAndTheNextStartWorks) {
     FaultyConnection* faulty = nullptr;
     std::vector<std::string> statements;
     const auto start = [&](std::int64_t n, FaultyConnection::Fault fault) {
-        Ground on = ground();
+        Environment on = environment();
         on.open = [&](const std::string&, const fs::path&) {
             inner = database::open_embedded(working / "shop.db");
             auto made = std::make_unique<FaultyConnection>(*inner);
@@ -395,7 +395,7 @@ TEST_F(StartUpTest, AnyStatementMayFailAndTheNextStartWorks) {
             faulty->fail_at(n, fault);
             return made;
         };
-        StartUp road(on, outside.all());
+        StartUp road(on, services.all());
         const bool came_back = road.run([](database::Connection&, signin::Session&) {});
         statements = faulty->statements();
         return came_back;
@@ -415,11 +415,11 @@ TEST_F(StartUpTest, AnyStatementMayFailAndTheNextStartWorks) {
     EXPECT_TRUE(start(6, FaultyConnection::Fault::passing));
     EXPECT_FALSE(start(6, FaultyConnection::Fault::lost));
     expect_failure(std::string(message::connection_lost));
-    EXPECT_TRUE(run(ground()));
+    EXPECT_TRUE(run(environment()));
 }
 
 TEST_F(StartUpTest, AnErrorInSignInTakesTheSameRoad) {
-    StartUp start(ground(), outside.all());
+    StartUp start(environment(), services.all());
     EXPECT_FALSE(
         start.run([](database::Connection&, signin::Session&) { throw std::runtime_error("boom"); }));
     EXPECT_TRUE(logged("boom"));

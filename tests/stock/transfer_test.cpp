@@ -4,7 +4,7 @@
 #include <random>
 
 #include "stock/line_source.h"
-#include "support/outside.h"
+#include "support/services.h"
 #include "support/shop.h"
 
 namespace {
@@ -110,7 +110,7 @@ TEST(LineSource, SaysWhyAStoreCannotSupply) {
     add_batch(shop, 100, 2, "2027/12/01", 2);
     add_batch(shop, 100, 1, "2026/12/01", 99);
     shop.sql("insert into stocks (code,name) select 3,N'فارغ'");
-    test::RememberedOutside outside;
+    test::RememberedServices services;
     struct Case {
         double quantity;
         int store;
@@ -120,12 +120,12 @@ TEST(LineSource, SaysWhyAStoreCannotSupply) {
                              Case{1, 3, "الصنف غير موجود بالمخزن المحول منه"},
                              Case{2.1, 2, "الكمية بالمخزن لا تكفي"}, Case{2, 2, ""}}) {
         SCOPED_TRACE(test.expected);
-        outside.prompts.messages.clear();
-        stock::LineSource dialog(shop.connection(), outside.prompts, 100, test.quantity, 6, 1);
+        services.prompts.messages.clear();
+        stock::LineSource dialog(shop.connection(), services.prompts, 100, test.quantity, 6, 1);
         ASSERT_EQ(dialog.holdings().size(), 1u);
         EXPECT_DOUBLE_EQ(dialog.holdings()[0].quantity, 12);
         EXPECT_EQ(dialog.confirm(test.store), *test.expected == '\0');
-        EXPECT_EQ(outside.prompts.last(), test.expected);
+        EXPECT_EQ(services.prompts.last(), test.expected);
     }
 }
 
@@ -140,8 +140,8 @@ TEST(LineSource, OffersTheUnitsOfTheItemsCard) {
         Shop shop;
         shop.sql(std::string("insert into items (code,name,num1,NUM2,NUM3) select 100,N'أرز',") +
                  test.factors);
-        test::RememberedOutside outside;
-        const stock::LineSource dialog(shop.connection(), outside.prompts, 100, 1, 1, 1);
+        test::RememberedServices services;
+        const stock::LineSource dialog(shop.connection(), services.prompts, 100, 1, 1, 1);
         std::vector<std::pair<int, double>> seen;
         for (const auto& unit : dialog.units())
             seen.emplace_back(unit.code, unit.factor);

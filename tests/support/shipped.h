@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <memory>
 
-#include "database/open.h"
+#include "database/embedded/open.h"
 
 namespace test {
 

@@ -3,9 +3,9 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "database/open.h"
-#include "database/schema.h"
-#include "database/sqlserver_connection.h"
+#include "database/embedded/open.h"
+#include "database/schema/schema.h"
+#include "database/sqlserver/open.h"
 #include "support/test_server.h"
 
 namespace test {
@@ -33,7 +33,7 @@ void make_shop(database::Connection& connection) {
     connection.execute(Sql::from_administrator(
         "insert into users (code,name,pass,perm) select 1,N'مدير','1','" + std::string(400, '1') + "'"));
     database::run_upgrade_list(connection);
-    connection.settle();
+    connection.make_durable();
 }
 
 // The made shop that every test copies; lives as long as the program.
@@ -54,7 +54,7 @@ class DatedConnection final : public database::Connection {
     explicit DatedConnection(std::unique_ptr<database::Connection> real) : real_(std::move(real)) {}
     void go_by(common::Clock& clock) { clock_ = &clock; }
 
-    void settle() override { real_->settle(); }
+    void make_durable() override { real_->make_durable(); }
     bool is_embedded() const override { return real_->is_embedded(); }
     Table describe(std::string_view table) override { return real_->describe(table); }
     std::vector<std::string> tables() override { return real_->tables(); }

@@ -4,7 +4,7 @@
 #include <unistd.h>
 
 #include "common/text.h"
-#include "database/open.h"
+#include "database/embedded/open.h"
 #include "support/tds_bytes.h"
 #include "support/tds_talk.h"
 

@@ -6,7 +6,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "database/odbc_text.h"
+#include "database/sqlserver/odbc_text.h"
 
 namespace test::tds {
 

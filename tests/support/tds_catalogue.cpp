@@ -8,7 +8,7 @@
 #include <memory>
 
 #include "common/text.h"
-#include "database/tsql_parser.h"
+#include "database/tsql/parser.h"
 
 namespace test::tds {
 

@@ -6,7 +6,7 @@
 #include <cstdio>
 
 #include "common/text.h"
-#include "database/open.h"
+#include "database/embedded/open.h"
 #include "support/tds_answer.h"
 #include "support/tds_catalogue.h"
 

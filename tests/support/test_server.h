@@ -1,7 +1,7 @@
 // What tests say about the server that the environment may name.
 #pragma once
 
-#include "database/test_server.h"
+#include "database/sqlserver/test_server.h"
 
 namespace test {
 

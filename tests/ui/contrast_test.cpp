@@ -1,5 +1,5 @@
-// Every pair of writing and ground that the style sheet makes can be read.
-#include "ui/contrast.h"
+// Every pair of writing and background that the style sheet makes can be read.
+#include "ui/widgets/contrast.h"
 
 #include <gtest/gtest.h>
 
@@ -8,15 +8,15 @@
 #include <QRegularExpression>
 #include <QStringList>
 
-#include "ui/colours.h"
-#include "ui/style.h"
+#include "ui/widgets/colours.h"
+#include "ui/widgets/style.h"
 
 namespace {
 
 struct Rule {
     QString selector;
     QString colour;
-    QString ground;
+    QString background;
 };
 
 QString declared(const QString& body, const QString& property) {
@@ -38,35 +38,35 @@ std::vector<Rule> rules() {
     return all;
 }
 
-// What lies behind a text whose rule has no ground of its own: that of the box it stands in, or of its base
-// rule, or what every card and screen is made of.
-QStringList grounds_of(const Rule& rule, const QMap<QString, QString>& grounds) {
+// What lies behind a text whose rule has no background of its own: that of the box it stands in, or of its
+// base rule, or what every card and screen is made of.
+QStringList backgrounds_of(const Rule& rule, const QMap<QString, QString>& backgrounds) {
     static const QStringList on_the_head = {"headbutton", "headtext", "ticker"};
     for (const QString& role : on_the_head) {
         if (rule.selector.contains('"' + role + '"')) return {ui::colour::night};
     }
-    if (!rule.ground.isEmpty() && rule.ground != "transparent") return {rule.ground};
+    if (!rule.background.isEmpty() && rule.background != "transparent") return {rule.background};
     const QString box = rule.selector.section(' ', 0, 0);
-    if (rule.selector.contains(' ') && grounds.contains(box)) return {grounds[box]};
+    if (rule.selector.contains(' ') && backgrounds.contains(box)) return {backgrounds[box]};
     const QString base = rule.selector.section(':', 0, 0);
-    if (base != rule.selector && grounds.contains(base)) return {grounds[base]};
-    return {ui::colour::paper, ui::colour::ground};
+    if (base != rule.selector && backgrounds.contains(base)) return {backgrounds[base]};
+    return {ui::colour::paper, ui::colour::background};
 }
 
 TEST(Contrast, OfEveryRuleOfTheStyleSheet) {
-    QMap<QString, QString> grounds;
+    QMap<QString, QString> backgrounds;
     for (const Rule& rule : rules()) {
-        if (!rule.ground.isEmpty()) grounds[rule.selector] = rule.ground;
+        if (!rule.background.isEmpty()) backgrounds[rule.selector] = rule.background;
     }
     int pairs = 0;
     for (const Rule& rule : rules()) {
         if (rule.colour.isEmpty()) continue;
-        for (const QString& ground : grounds_of(rule, grounds)) {
+        for (const QString& background : backgrounds_of(rule, backgrounds)) {
             ASSERT_TRUE(QColor::isValidColorName(rule.colour)) << rule.selector.toStdString();
-            ASSERT_TRUE(QColor::isValidColorName(ground)) << rule.selector.toStdString();
-            EXPECT_GE(ui::contrast(QColor(rule.colour), QColor(ground)), ui::readable_contrast)
+            ASSERT_TRUE(QColor::isValidColorName(background)) << rule.selector.toStdString();
+            EXPECT_GE(ui::contrast(QColor(rule.colour), QColor(background)), ui::readable_contrast)
                 << rule.selector.toStdString() << " " << rule.colour.toStdString() << " on "
-                << ground.toStdString();
+                << background.toStdString();
             ++pairs;
         }
     }
@@ -83,9 +83,9 @@ TEST(Contrast, OfWhatIsDrawnByHand) {
         {c::off, c::paper},   {c::paper, c::focus},   {c::paper, c::warning}, {c::paper, c::alarm},
         {c::paper, c::save},
     };
-    for (const auto& [text, ground] : drawn) {
-        EXPECT_GE(ui::contrast(QColor(text), QColor(ground)), ui::readable_contrast)
-            << text << " on " << ground;
+    for (const auto& [text, background] : drawn) {
+        EXPECT_GE(ui::contrast(QColor(text), QColor(background)), ui::readable_contrast)
+            << text << " on " << background;
     }
 }
 

@@ -1,5 +1,5 @@
 // What a click into a field for amounts leaves for the keys that follow.
-#include "ui/fields.h"
+#include "ui/widgets/fields.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The guard: every error has its words, a log line, and ends the action only.
-#include "ui/guard.h"
+#include "ui/widgets/guard.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 
 #include "database/error.h"
 #include "database/error_words.h"
-#include "support/outside.h"
-#include "ui/messages.h"
+#include "support/services.h"
+#include "ui/widgets/messages.h"
 
 namespace {
 
@@ -29,22 +29,22 @@ TEST(Guard, SaysWhatWentWrongInTheCashiersWords) {
         {Error("42000", "syntax error", "selec"), ui::message::failed},
     };
     for (const auto& [error, words] : cases) {
-        test::RememberedOutside outside;
-        const bool done = ui::guarded(outside.all(), "Action", [&] { throw error; });
+        test::RememberedServices services;
+        const bool done = ui::guarded(services.all(), "Action", [&] { throw error; });
         EXPECT_FALSE(done);
-        EXPECT_EQ(outside.prompts.last(), words) << error.what();
-        ASSERT_EQ(outside.log.lines.size(), 1U);
-        EXPECT_NE(outside.log.lines[0].find(error.what()), std::string::npos);
-        EXPECT_NE(outside.log.lines[0].find(error.statement()), std::string::npos);
+        EXPECT_EQ(services.prompts.last(), words) << error.what();
+        ASSERT_EQ(services.log.lines.size(), 1U);
+        EXPECT_NE(services.log.lines[0].find(error.what()), std::string::npos);
+        EXPECT_NE(services.log.lines[0].find(error.statement()), std::string::npos);
     }
 }
 
 TEST(Guard, OutlivesErrorsOfOtherKinds) {
-    test::RememberedOutside outside;
-    EXPECT_FALSE(ui::guarded(outside.all(), "Action", [] { throw std::bad_alloc(); }));
-    EXPECT_EQ(outside.prompts.last(), ui::message::failed);
-    EXPECT_TRUE(ui::guarded(outside.all(), "Action", [] {}));
-    EXPECT_EQ(outside.prompts.messages.size(), 1U);
+    test::RememberedServices services;
+    EXPECT_FALSE(ui::guarded(services.all(), "Action", [] { throw std::bad_alloc(); }));
+    EXPECT_EQ(services.prompts.last(), ui::message::failed);
+    EXPECT_TRUE(ui::guarded(services.all(), "Action", [] {}));
+    EXPECT_EQ(services.prompts.messages.size(), 1U);
 }
 
 }  // namespace

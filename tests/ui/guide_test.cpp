@@ -8,8 +8,8 @@
 #include <QRegularExpression>
 #include <set>
 
-#include "ui/help_guide.h"
-#include "ui/help_places.h"
+#include "ui/help/guide.h"
+#include "ui/help/places.h"
 
 namespace {
 
@@ -120,7 +120,7 @@ TEST(Guide, ListsTheKeyOfEveryScreen) {
     const auto place = guide.find("keys");
     ASSERT_TRUE(place);
     const QString table = guide.chapters()[place->chapter].text;
-    const QString source = read(root + "/src/ui/neighbours.cpp");
+    const QString source = read(root + "/src/ui/screen_register.cpp");
     static const QRegularExpression entry(
         R"re(\{"\w+",\s*"([^"]+)",\s*Qt::Key_(\w+),\s*(true|false),\s*"([^"]+)")re");
     int count = 0;
@@ -185,7 +185,7 @@ TEST(Guide, KnowsEveryScreen) {
     for (const QString& file : files_in(root + "/src/ui", "*.cpp")) {
         const QString source = read(file);
         if (!sheet.match(source).hasMatch() || file.endsWith("message_box.cpp") ||
-            file.endsWith("help_screen.cpp"))
+            file.endsWith("help/screen.cpp"))
             continue;
         for (auto at = own_name.globalMatch(source); at.hasNext(); ++count) {
             const auto match = at.next();

@@ -1,5 +1,5 @@
 // Keys on their way: what a box, an amount field and an entry field make of typing and of scans.
-#include "ui/key_queue.h"
+#include "ui/widgets/key_queue.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
-#include "ui/fields.h"
+#include "ui/widgets/fields.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The ledgers of the daily statement and of the day summary add up, as printed on the screen, to their
 // totals.
-#include "ui/statement_ledgers.h"
+#include "ui/cash/statement_ledgers.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@
 #include "cash/day_summary.h"
 #include "cash/figures.h"
 #include "support/shop.h"
-#include "ui/style.h"
+#include "ui/widgets/style.h"
 
 namespace {
 

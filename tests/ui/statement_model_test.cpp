@@ -1,5 +1,5 @@
 // Leafing through a long account statement.
-#include "ui/statement_model.h"
+#include "ui/accounts/statement_model.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <QTableView>
 #include <ctime>
 
-#include "ui/style.h"
+#include "ui/widgets/style.h"
 
 namespace {
 

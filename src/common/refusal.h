@@ -1,0 +1,14 @@
+// Why a form was not saved: the field at fault and what the cashier is told.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace common {
+
+struct Refusal {
+    std::string_view field;  // object name of the field that gets the focus; empty if no field is at fault
+    std::string text;
+};
+
+}  // namespace common

@@ -1,0 +1,18 @@
+// What logic may ask of the world outside the database, handed to it in one piece.
+#pragma once
+
+#include "common/clock.h"
+#include "common/devices.h"
+#include "common/log.h"
+#include "common/prompts.h"
+
+namespace common {
+
+struct Services {
+    Prompts& prompts;
+    Clock& clock;
+    Devices& devices;
+    Log& log;
+};
+
+}  // namespace common

@@ -1,0 +1,33 @@
+// Lists to choose from, read from the database, and what the columns of a table can hold.
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "common/choice.h"
+#include "database/connection.h"
+
+namespace database {
+
+// One choice per row. Trailing blanks of names are dropped, as the database compares them.
+std::vector<common::Choice> choices(const Result& rows, std::string_view code = "code",
+                                    std::string_view name = "name");
+
+std::vector<common::Choice> load_stores(Connection& connection);
+// The drawers of a store, in the order of the table.
+std::vector<common::Choice> load_drawers(Connection& connection, std::int64_t store);
+// Workers and salesmen.
+std::vector<common::Choice> load_workers(Connection& connection);
+
+// How many characters the text columns of a table hold, as the database declares them.
+class TextLimits {
+  public:
+    TextLimits(Connection& connection, std::string_view table);
+    bool fits(std::string_view column, std::string_view text) const;
+
+  private:
+    std::shared_ptr<const Connection::Table> table_;
+};
+
+}  // namespace database

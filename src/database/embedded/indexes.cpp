@@ -1,0 +1,109 @@
+// Indexes: those that statements make, and the engine's own.
+#include <algorithm>
+
+#include "common/text.h"
+#include "database/embedded/definitions.h"
+#include "database/embedded/engine.h"
+#include "database/embedded/orphans.h"
+#include "database/embedded/writer.h"
+
+namespace database::embedded {
+
+using tsql::quoted_name;
+using tsql::Table;
+
+namespace {
+
+// An index that the engine makes for statements that run at every start over whole tables, and for the next
+// number of the account invoices, whose condition no plain index serves; on a server such an index would
+// refuse rows from programs with other settings, so it is no part of the schema.
+struct OwnIndex {
+    std::string_view table;
+    std::vector<std::string> columns;
+    std::string where = {};  // spelt as the statements' translation spells it
+};
+
+const std::vector<OwnIndex>& own_indexes() {
+    static const std::vector<OwnIndex> indexes = {
+        {"items", {"num1"}},
+        {"inv_d", {"edate"}},
+        {"purdata", {"edate"}},
+        {"f_q", {"edate"}},
+        {"modify", {"edate"}},
+        {"tmp_tran", {"edate"}},
+        {"sales", {"pnum", "ctype", "vcode"}, " WHERE \"vcode\" <> (- 1)"},
+    };
+    return indexes;
+}
+
+}  // namespace
+
+std::string name_list(const std::vector<std::string>& names) {
+    std::string list;
+    for (const std::string& name : names)
+        list += (list.empty() ? "" : ", ") + quoted_name(name);
+    return list;
+}
+
+std::string index_name(const std::string& table, const std::string& index) {
+    return common::lower_ascii(table) + "." + common::lower_ascii(index);
+}
+
+void Definitions::apply(const tsql::CreateIndex& create) {
+    const Table& table = changeable(create.table);
+    const std::string name = index_name(table.name, create.index);
+    if (catalog_.has_index(name)) {
+        throw Error(
+            "42S11",
+            "An index with the name '" + create.index + "' already exists on table '" + table.name + "'.",
+            "");
+    }
+    std::string sql = create.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ";
+    sql += quoted_name(name) + " ON " + quoted_name(table.name) + " (";
+    for (std::size_t i = 0; i < create.columns.size(); ++i) {
+        const auto& [column, descending] = create.columns[i];
+        if (table.find(column) < 0) throw Error("42S22", "Invalid column name '" + column + "'.", "");
+        sql += (i == 0 ? "" : ", ") + quoted_name(column) + (descending ? " DESC" : "");
+    }
+    sql += ")";
+    if (create.where) {
+        tsql::Writer writer(catalog_, values_, pinned_, true);
+        sql += " WHERE " + writer.table_condition(table, *create.where);
+    }
+    execute(engine_, sql);
+    catalog_.load_table(create.table);
+}
+
+void Definitions::drop_index(const tsql::Drop& drop) {
+    const std::string name = index_name(drop.table, drop.name);
+    if (!catalog_.has_index(name)) {
+        throw Error("42S12", "Cannot drop the index '" + drop.name + "', because it does not exist.", "");
+    }
+    execute(engine_, "DROP INDEX " + quoted_name(name));
+    catalog_.load_table(drop.table);
+}
+
+void Definitions::add_own_indexes() {
+    for (const OwnIndex& own : own_indexes()) {
+        if (const Table* table = catalog_.find(own.table)) add_own_indexes(*table);
+    }
+    if (const Table* barcode = catalog_.find("barcode")) add_own_indexes(*barcode);
+}
+
+void Definitions::add_own_indexes(const Table& table) {
+    const std::string lower = common::lower_ascii(table.name);
+    bool made = false;
+    for (const OwnIndex& own : own_indexes()) {
+        const std::string name = index_name(lower, "own " + own.columns.front());
+        const bool fits = std::all_of(own.columns.begin(), own.columns.end(),
+                                      [&](const std::string& column) { return table.find(column) >= 0; });
+        if (own.table != lower || table.view || !fits || catalog_.has_index(name)) continue;
+        execute(engine_, "CREATE INDEX IF NOT EXISTS " + quoted_name(name) + " ON " +
+                             quoted_name(table.name) + " (" + name_list(own.columns) + ")" + own.where);
+        made = true;
+    }
+    if (made) catalog_.load_table(lower);
+    if (lower == "items" || lower == "barcode") watch_for_orphans(engine_, catalog_);
+}
+
+}  // namespace database::embedded

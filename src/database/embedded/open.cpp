@@ -1,0 +1,114 @@
+// Opening a shop file, with a reason for every file that is none.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <fstream>
+
+#include "database/embedded/connection.h"
+#include "database/embedded/definitions.h"
+#include "database/embedded/engine.h"
+#include "database/embedded/functions.h"
+#include "database/embedded/open.h"
+
+namespace database {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Marks a file as a shop ("TVXs"), so that no other program's database is taken for one.
+constexpr int shop_mark = 0x54565873;
+
+[[noreturn]] void refuse(const fs::path& file, const std::string& why) {
+    throw Error("08001", "The shop file \"" + file.string() + "\" " + why + ".", "");
+}
+
+bool has_database_header(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::array<char, 16> header{};
+    stream.read(header.data(), header.size());
+    return stream && std::string_view(header.data(), 15) == "SQLite format 3";
+}
+
+// Whether the file is to be made: true when there is none and `create` allows it.
+bool check_file(const fs::path& file, bool create) {
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (!fs::exists(status)) {
+        if (status.type() != fs::file_type::not_found) refuse(file, "cannot be reached: " + error.message());
+        if (!create) refuse(file, "does not exist");
+        const fs::path folder = file.parent_path().empty() ? "." : file.parent_path();
+        if (!fs::is_directory(folder, error)) refuse(file, "cannot be made: its folder does not exist");
+        if (::access(folder.c_str(), W_OK) != 0) refuse(file, "cannot be made: its folder is read-only");
+        return true;
+    }
+    if (fs::is_directory(status)) refuse(file, "is a folder");
+    if (!fs::is_regular_file(status)) refuse(file, "is no file");
+    if (::access(file.c_str(), R_OK) != 0) refuse(file, "cannot be read");
+    if (fs::file_size(file, error) == 0) {
+        if (!create) refuse(file, "is empty and no shop");
+        return true;
+    }
+    if (!has_database_header(file)) refuse(file, "is no shop file, or is damaged");
+    if (::access(file.c_str(), W_OK) != 0) refuse(file, "is read-only");
+    // The log of what is being written stands beside it.
+    const fs::path folder = file.parent_path().empty() ? "." : file.parent_path();
+    if (::access(folder.c_str(), W_OK) != 0) refuse(file, "is in a folder that is read-only");
+    return false;
+}
+
+}  // namespace
+
+void EmbeddedConnection::open(const fs::path& file, bool create) {
+    const bool fresh = check_file(file, create);
+    // Made here, with the rights that the umask leaves: the engine would never let a group write.
+    if (fresh) ::close(::open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666));
+    sqlite3* raw = nullptr;
+    const int flags = SQLITE_OPEN_READWRITE | (fresh ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(file.c_str(), &raw, flags, nullptr);
+    engine_.reset(raw);
+    if (code != SQLITE_OK) refuse(file, std::string("cannot be opened: ") + sqlite3_errstr(code));
+    try {
+        prepare_engine(fresh);
+    } catch (const Error& error) {
+        refuse(file, std::string("cannot be opened: ") + error.what());
+    }
+}
+
+void EmbeddedConnection::prepare_engine(bool fresh) {
+    sqlite3* engine = engine_.get();
+    sqlite3_extended_result_codes(engine, 1);
+    set_timeout(timeout_);
+    // A name that there is not must not turn into a text.
+    sqlite3_db_config(engine, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(engine, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    // A prepared statement keeps its plan whatever values it is given.
+    sqlite3_db_config(engine, SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
+    embedded::register_functions(engine);
+    if (sqlite3_db_readonly(engine, "main") == 1) throw Error("08001", "it is read-only", "");
+    if (!fresh) {
+        // A damaged file shows here, and one of another program.
+        const std::int64_t mark = embedded::number(engine, "PRAGMA application_id");
+        const std::int64_t tables = embedded::number(engine, "SELECT count(*) FROM sqlite_schema");
+        if (mark != shop_mark && tables > 0) throw Error("08001", "it belongs to another program", "");
+    }
+    // 3 MB of pages hold what a till works on: a larger cache was no faster at sales, searches and sums over
+    // a million invoices, and only filled all day with rows that nobody asks for again.
+    embedded::execute(engine,
+                      "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL; PRAGMA temp_store = MEMORY; "
+                      "PRAGMA cache_size = -3000");
+    if (fresh) embedded::execute(engine, "PRAGMA application_id = " + std::to_string(shop_mark));
+    catalog_ = tsql::Catalog(engine);
+    catalog_.rounds_reals = strict_ != nullptr;
+    catalog_.load();
+    const std::vector<Value> none;
+    embedded::Definitions(engine, catalog_, none).add_own_indexes();
+    schema_version_ = embedded::number(engine, "PRAGMA schema_version");
+}
+
+std::unique_ptr<Connection> open_embedded(const fs::path& file, bool create) {
+    return std::make_unique<EmbeddedConnection>(file, create);
+}
+
+}  // namespace database

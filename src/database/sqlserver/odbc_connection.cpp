@@ -1,0 +1,172 @@
+#include "database/sqlserver/odbc_connection.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+#include "common/text.h"
+#include "database/sqlserver/errors.h"
+
+namespace database {
+
+namespace {
+
+SQLPOINTER number_pointer(int number) {
+    return reinterpret_cast<SQLPOINTER>(static_cast<std::uintptr_t>(number));
+}
+
+// Read, write and end-of-file failures of FreeTDS, and its refusal to use a dead connection, whatever state
+// they come with.
+bool means_loss(const Diagnostic& diagnostic) {
+    static constexpr std::array lost = {20004, 20006, 20017, 20020, 20047};
+    return diagnostic.sqlstate.starts_with("08") ||
+           std::find(lost.begin(), lost.end(), diagnostic.native) != lost.end();
+}
+
+const Diagnostic* first_that(const std::vector<Diagnostic>& all, auto condition) {
+    const auto found = std::find_if(all.begin(), all.end(), condition);
+    return found == all.end() ? nullptr : &*found;
+}
+
+// What the server said when it refused a log-in; everything else is a server that cannot be reached.
+Error connect_error(const std::vector<Diagnostic>& all) {
+    // A missing database is said beside a log-in that failed for it.
+    const auto* refusal = first_that(all, [](const Diagnostic& d) { return is_missing_database(d.native); });
+    if (refusal == nullptr)
+        refusal = first_that(all, [](const Diagnostic& d) { return !d.is_notice() && d.is_from_server(); });
+    if (refusal != nullptr) return server_error(*refusal, "");
+    // The driver manager has none but notices of its own when there is no such driver, or its library is
+    // missing; a driver always has an error.
+    const auto* said = first_that(all, [](const Diagnostic& d) { return d.sqlstate.starts_with("IM"); });
+    if (said == nullptr && !all.empty() &&
+        std::all_of(all.begin(), all.end(), [](const Diagnostic& d) { return d.is_notice(); }))
+        said = &all.front();
+    if (said != nullptr) return {"IM003", "The ODBC driver cannot be used: " + said->text, ""};
+    return {"08001", server_unreachable, ""};
+}
+
+Error statement_error(const std::vector<Diagnostic>& all, bool lost, std::string_view statement) {
+    const Diagnostic* said = first_that(all, [](const Diagnostic& d) { return !d.is_notice(); });
+    if (said == nullptr && !all.empty()) said = &all.front();
+    if (said == nullptr) return {"HY000", "The statement failed without a reason.", std::string(statement)};
+    if (lost) return {"08S01", said->text, std::string(statement)};
+    return server_error(*said, statement);
+}
+
+// The server's port in a connection string of the driver; 0 without one.
+std::uint16_t port_in(std::string_view driver_string) {
+    constexpr std::string_view name = ";PORT=";
+    const auto at = driver_string.find(name);
+    std::uint16_t port = 0;
+    if (at != driver_string.npos)
+        std::from_chars(driver_string.data() + at + name.size(), driver_string.data() + driver_string.size(),
+                        port);
+    return port;
+}
+
+bool changes_tables(std::string_view statement) {
+    const std::string_view text = common::trim(statement);
+    return std::any_of(text.begin(), text.end(), [](char c) { return c == ';'; }) ||
+           !(common::equal_ignoring_case(text.substr(0, 6), "select") ||
+             common::equal_ignoring_case(text.substr(0, 6), "insert") ||
+             common::equal_ignoring_case(text.substr(0, 6), "update") ||
+             common::equal_ignoring_case(text.substr(0, 6), "delete"));
+}
+
+std::string bare_name(std::string_view table) {
+    std::string name(common::trim(table));
+    if (const auto dot = name.rfind('.'); dot != std::string::npos) name.erase(0, dot + 1);
+    if (name.size() > 1 && name.front() == '[' && name.back() == ']') name = name.substr(1, name.size() - 2);
+    return common::lower_ascii(name);
+}
+
+}  // namespace
+
+OdbcConnection::OdbcConnection(OdbcRoad road)
+    : road_(std::move(road)), environment_(SQL_HANDLE_ENV, SQL_NULL_HANDLE) {
+    SQLSetEnvAttr(environment_.get(), SQL_ATTR_ODBC_VERSION, number_pointer(SQL_OV_ODBC3), 0);
+    connect();
+}
+
+OdbcConnection::~OdbcConnection() {
+    disconnect();
+}
+
+template <typename Work>
+auto OdbcConnection::guarded(std::string_view statement, std::chrono::milliseconds most, Work work) {
+    try {
+        const OdbcWatch::Wait wait(watch_, most);
+        return work();
+    } catch (const OdbcFailure& failure) {
+        const auto& all = failure.diagnostics;
+        SQLUINTEGER dead = SQL_CD_FALSE;
+        SQLGetConnectAttr(connection_.get(), SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr);
+        const bool lost = dead == SQL_CD_TRUE || std::any_of(all.begin(), all.end(), means_loss);
+        const bool late = watch_.has_cut() || std::any_of(all.begin(), all.end(), [](const Diagnostic& d) {
+                              return d.sqlstate.starts_with("HYT") && !d.is_from_server();
+                          });
+        // What a server that did not answer in time still sends must not be read as the next answer.
+        if (lost || late) disconnect();
+        if (late) throw Error("HYT00", "The server did not answer in time.", std::string(statement));
+        throw statement_error(all, lost, statement);
+    }
+}
+
+void OdbcConnection::connect() {
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + std::chrono::seconds(road_.login_seconds);
+    const auto left = [&] {
+        return std::max(std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()),
+                        std::chrono::milliseconds(1));
+    };
+    if (road_.find) road_.driver_string = road_.find(left());
+    OdbcHandle handle(SQL_HANDLE_DBC, environment_.get());
+    const auto seconds = static_cast<int>(std::chrono::ceil<std::chrono::seconds>(left()).count());
+    SQLSetConnectAttr(handle.get(), SQL_ATTR_LOGIN_TIMEOUT, number_pointer(seconds), 0);
+    std::vector<SQLWCHAR> text = to_wide(road_.driver_string);
+    const SocketsBefore before;
+    const SQLRETURN answer = SQLDriverConnectW(handle.get(), nullptr, text.data(), SQL_NTS, nullptr, 0,
+                                               nullptr, SQL_DRIVER_NOPROMPT);
+    if (!SQL_SUCCEEDED(answer)) throw connect_error(diagnostics_of(SQL_HANDLE_DBC, handle.get()));
+    connection_ = std::move(handle);
+    watch_.look_after(before.new_one(port_in(road_.driver_string)));
+    if (road_.opening_statement.empty()) return;
+    try {
+        guarded(road_.opening_statement, left(), [&] {
+            return run_odbc_statement(connection_.get(), road_.opening_statement, {}, road_.login_seconds);
+        });
+    } catch (const Error&) {
+        disconnect();  // rather none than one that reads dates differently
+        throw;
+    }
+}
+
+void OdbcConnection::disconnect() {
+    described_.clear();
+    if (!connection_) return;
+    constexpr auto farewell = std::chrono::seconds(1);
+    const OdbcWatch::Wait wait(watch_, farewell);
+    connection_.free();
+}
+
+Connection::Outcome OdbcConnection::run(std::string_view statement, const std::vector<Value>& values) {
+    if (!connection_) connect();
+    if (changes_tables(statement)) described_.clear();
+    const std::string sent = road_.is_sqlserver ? server_text(statement, values) : std::string(statement);
+    return guarded(statement, std::chrono::seconds(road_.query_seconds),
+                   [&] { return run_odbc_statement(connection_.get(), sent, values, road_.query_seconds); });
+}
+
+Connection::Table OdbcConnection::describe(std::string_view table) {
+    const std::string name = bare_name(table);
+    if (const auto known = described_.find(name); known != described_.end()) return known->second;
+    if (!connection_) connect();
+    Table shape = guarded(table, std::chrono::seconds(road_.query_seconds),
+                          [&] { return describe_odbc_table(connection_.get(), name, road_.query_seconds); });
+    if (shape.columns.empty())
+        throw Error("42S02", "Invalid object name '" + name + "'.", std::string(table));
+    described_.emplace(name, shape);
+    return shape;
+}
+
+}  // namespace database

@@ -1,0 +1,110 @@
+#include "database/sqlserver/open.h"
+
+#include <sys/socket.h>
+
+#include <array>
+#include <filesystem>
+#include <system_error>
+
+#include "common/text.h"
+#include "database/sqlserver/address.h"
+#include "database/sqlserver/odbc_connection.h"
+
+namespace database {
+
+namespace {
+
+constexpr std::uint16_t default_port = 1433;
+
+// The text of a "name=value;" part; the last one counts, as with OLE DB.
+std::string_view part_of(std::string_view text, std::string_view name) {
+    std::string_view found;
+    while (!text.empty()) {
+        const auto end = text.find(';');
+        const std::string_view part = text.substr(0, end);
+        const auto equals = part.find('=');
+        if (equals != part.npos && common::equal_ignoring_case(common::trim(part.substr(0, equals)), name))
+            found = part.substr(equals + 1);
+        text = end == text.npos ? std::string_view() : text.substr(end + 1);
+    }
+    return found;
+}
+
+// The password as it was typed: it may hold ";" and "=", as the program puts it in unquoted between these
+// two.
+std::string password_of(std::string_view text) {
+    constexpr std::string_view before = "Password=";
+    constexpr std::string_view after = ";Persist Security Info=";
+    const auto begin = text.find(before);
+    const auto end = text.rfind(after);
+    if (begin == text.npos || end == text.npos || end < begin + before.size())
+        return std::string(part_of(text, "Password"));
+    return std::string(text.substr(begin + before.size(), end - begin - before.size()));
+}
+
+// A value of the driver's connection string; in braces, so that it may hold ";". The driver takes the first
+// "};" for its end and knows no way to write one.
+std::string braced(std::string_view value) {
+    if (value.find("};") != value.npos)
+        throw Error("28000", "The password or the database name holds \"};\", which the driver cannot send.",
+                    "");
+    return "{" + std::string(value) + "}";
+}
+
+// The driver by its registered name, else its library where the package puts it.
+std::string freetds_driver() {
+    const OdbcHandle environment(SQL_HANDLE_ENV, SQL_NULL_HANDLE);
+    SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION,
+                  reinterpret_cast<SQLPOINTER>(static_cast<std::uintptr_t>(SQL_OV_ODBC3)), 0);
+    std::array<SQLCHAR, 256> name{};
+    std::array<SQLCHAR, 1024> attributes{};
+    SQLSMALLINT name_length = 0;
+    SQLSMALLINT attributes_length = 0;
+    for (SQLUSMALLINT direction = SQL_FETCH_FIRST; SQL_SUCCEEDED(SQLDrivers(
+             environment.get(), direction, name.data(), static_cast<SQLSMALLINT>(name.size()), &name_length,
+             attributes.data(), static_cast<SQLSMALLINT>(attributes.size()), &attributes_length));
+         direction = SQL_FETCH_NEXT) {
+        const std::string registered(name.begin(), name.begin() + name_length);
+        if (common::equal_ignoring_case(registered, "FreeTDS")) return braced(registered);
+    }
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator("/usr/lib", ignored)) {
+        const auto library = entry.path() / "odbc" / "libtdsodbc.so";
+        if (std::filesystem::exists(library, ignored)) return braced(library.string());
+    }
+    return braced("FreeTDS");  // the driver manager says that it has none
+}
+
+}  // namespace
+
+std::string freetds_connection_string(const std::string& connection_string, const std::string& driver,
+                                      const std::string& host, std::uint16_t port) {
+    return "DRIVER=" + driver + ";SERVER=" + host + ";PORT=" + std::to_string(port) +
+           ";DATABASE=" + braced(common::trim(part_of(connection_string, "Initial Catalog"))) +
+           ";UID=" + braced(common::trim(part_of(connection_string, "User ID"))) +
+           ";PWD=" + braced(password_of(connection_string)) +
+           ";TDS_Version=7.4;ClientCharset=UTF-8;APP=Tallvex;";
+}
+
+std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string, Patience patience) {
+    const auto find = [connection_string, driver = freetds_driver()](std::chrono::milliseconds within) {
+        const auto end = std::chrono::steady_clock::now() + within;
+        const DataSource source = parse_data_source(part_of(connection_string, "Data Source"));
+        std::uint16_t port = source.port.value_or(default_port);
+        // The driver looks the name up again, without end; it is asked only for names that are told.
+        bool found = addresses_of(source.host, port, SOCK_STREAM, within) != nullptr;
+        if (found && !source.instance.empty()) {
+            const auto left =
+                std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+            const auto told = ask_instance_port(source.host, source.instance, left);
+            found = told.has_value();
+            port = told.value_or(port);
+        }
+        if (!found) throw Error("08001", server_unreachable, "");
+        return freetds_connection_string(connection_string, driver, source.host, port);
+    };
+    return std::make_unique<OdbcConnection>(
+        OdbcRoad{"", "set dateformat ymd", patience.login_seconds, patience.query_seconds, true, find});
+}
+
+}  // namespace database

@@ -1,0 +1,166 @@
+// What a Transact-SQL statement says, as a tree.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "database/tsql/types.h"
+
+namespace database::tsql {
+
+struct Select;
+
+struct Expression {
+    enum class Kind {
+        value,  // slot
+        null,
+        column,    // table (may be empty), name
+        all,       // "*" or "table.*"
+        unary,     // name is the operator: "-" "+" "~" "not"
+        binary,    // name is the operator: arithmetic, comparison, "and", "or"
+        function,  // name in lower case, parts are the arguments
+        convert,   // type; parts: what, and the style if one is given
+        branch,    // case: parts are [operand], (when, then)..., [else]; flags below
+        in_list,   // parts[0] in the others
+        in_select,
+        between,  // parts: what, low, high
+        like,     // parts: what, pattern, [escape]
+        is_null,
+        exists,
+        select,  // one value from a query
+    };
+    Kind kind = Kind::null;
+    std::size_t slot = 0;
+    std::string table;
+    std::string name;
+    std::vector<std::unique_ptr<Expression>> parts;
+    std::unique_ptr<Select> query;
+    Type type;
+    bool negated = false;   // not in, not like, is not null ...
+    bool distinct = false;  // count(distinct x)
+    bool has_operand = false, has_else = false;
+};
+using ExpressionPtr = std::unique_ptr<Expression>;
+
+struct Item {
+    ExpressionPtr value;
+    std::string alias;
+};
+
+struct Source {
+    std::string table;
+    std::string alias;  // what its columns are called by
+    std::unique_ptr<Select> query;
+    std::string join;  // "" for the first, "," or "INNER JOIN" ...
+    ExpressionPtr on;
+};
+
+struct Order {
+    ExpressionPtr value;
+    bool descending = false;
+};
+
+struct Select {
+    bool distinct = false;
+    ExpressionPtr top;
+    std::vector<Item> items;
+    std::string into;
+    std::vector<Source> from;
+    ExpressionPtr where;
+    std::vector<ExpressionPtr> group_by;
+    ExpressionPtr having;
+    std::vector<Order> order_by;
+    std::string compound;  // "UNION", "UNION ALL" ... before `next`
+    std::unique_ptr<Select> next;
+};
+
+struct Insert {
+    std::string table;
+    std::vector<std::string> columns;
+    std::vector<std::vector<ExpressionPtr>> rows;
+    std::unique_ptr<Select> query;  // with neither rows nor query: default values
+};
+
+struct Update {
+    ExpressionPtr top;
+    std::string table;
+    std::vector<std::pair<std::string, ExpressionPtr>> sets;
+    std::vector<Source> from;
+    ExpressionPtr where;
+};
+
+struct Delete {
+    ExpressionPtr top;
+    std::string table;
+    std::vector<Source> from;
+    ExpressionPtr where;
+};
+
+struct ColumnDefinition {
+    std::string name;
+    Type type;
+    bool not_null = false;
+    bool primary_key = false;
+    bool unique = false;
+    bool identity = false;
+    ExpressionPtr default_value;
+};
+
+struct CreateTable {
+    std::string table;
+    std::vector<ColumnDefinition> columns;
+    std::vector<std::string> primary_key;
+    std::vector<std::vector<std::string>> unique_keys;
+};
+
+struct CreateIndex {
+    std::string index, table;
+    bool unique = false;
+    std::vector<std::pair<std::string, bool>> columns;  // descending?
+    ExpressionPtr where;
+};
+
+struct CreateView {
+    std::string view;
+    std::unique_ptr<Select> query;
+    std::string text;  // of the query, as written
+};
+
+struct Drop {
+    enum class What { table, view, index };
+    What what = What::table;
+    std::string name;
+    std::string table;  // of an index
+};
+
+struct AddColumns {
+    std::string table;
+    std::vector<ColumnDefinition> columns;
+    std::vector<std::string> primary_key;  // "add constraint … primary key (…)"
+};
+
+struct AlterColumn {
+    std::string table;
+    ColumnDefinition column;
+};
+
+struct DropColumn {
+    std::string table;
+    std::vector<std::string> columns;
+};
+
+struct Transaction {
+    enum class What { begin, commit, rollback };
+    What what = What::begin;
+};
+
+struct Nothing {};  // a setting that the engine has no need of
+
+using Statement = std::variant<std::unique_ptr<Select>, Insert, Update, Delete, CreateTable, CreateIndex,
+                               CreateView, Drop, AddColumns, AlterColumn, DropColumn, Transaction, Nothing>;
+
+}  // namespace database::tsql

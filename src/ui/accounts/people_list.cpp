@@ -1,0 +1,122 @@
+#include "ui/accounts/people_list.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "ui/widgets/fields.h"
+#include "ui/widgets/form_fields.h"
+#include "ui/widgets/list_table.h"
+#include "ui/widgets/style.h"
+
+namespace ui {
+
+namespace {
+
+// Of a long list the first rows are shown; typing finds the others.
+constexpr std::size_t most_shown = 500;
+
+}  // namespace
+
+PeopleList::PeopleList(QWidget* host, const QString& name, const QString& title, const QStringList& headings,
+                       int stretch, std::function<std::vector<Person>()> load)
+    : Sheet(host, title), load_(std::move(load)), name_(name) {
+    search_ = text_field(name + "_search");
+    set_hint(search_, "كود أو جزء من الاسم");
+    body()->addWidget(captioned("&بحث", search_));
+    list_ = new ListTable(name + "_list", headings, stretch);
+    list_->setMinimumHeight(px(340));
+    body()->addWidget(list_, 1);
+    count_ = label({}, "side");
+    count_->setObjectName(name + "_count");
+    body()->addWidget(count_);
+    buttons_ = new QHBoxLayout;
+    buttons_->setSpacing(px(10));
+    body()->addLayout(buttons_);
+
+    connect(search_, &QLineEdit::textChanged, this, &PeopleList::narrow);
+    connect(list_, &ListTable::left_upwards, search_, qOverload<>(&QWidget::setFocus));
+    connect(list_, &ListTable::row_taken, this, [this] {
+        if (!actions_.empty()) act(actions_.front());
+    });
+}
+
+void PeopleList::add_action(const char* name, const QString& caption, bool needs_person, Action action) {
+    actions_.push_back({needs_person, std::move(action)});
+    const std::size_t at = actions_.size() - 1;
+    QPushButton* button = foot_button(buttons_, name, caption, 1, [this, at] { act(actions_[at]); });
+    if (at == 0) set_role(button, "main");
+}
+
+void PeopleList::add_back() {
+    foot_button(buttons_, qPrintable(name_ + "_back"), "&رجوع", 1, [this] { leave(0); });
+}
+
+void PeopleList::take_focus() {
+    search_->setFocus();
+}
+
+void PeopleList::reload() {
+    people_ = load_();
+    narrow();
+}
+
+void PeopleList::narrow() {
+    const QString wanted = search_->text().trimmed();
+    std::vector<QStringList> rows;
+    shown_.clear();
+    std::size_t found = 0;
+    for (const Person& person : people_) {
+        const bool fits = wanted.isEmpty() || QString::number(person.code) == wanted ||
+                          std::any_of(person.cells.begin() + 1, person.cells.end(), [&](const QString& cell) {
+                              return cell.contains(wanted, Qt::CaseInsensitive);
+                          });
+        if (!fits || ++found > most_shown) continue;
+        shown_.push_back(person.code);
+        rows.push_back(person.cells);
+    }
+    list_->say_when_empty(people_.empty() ? "القائمة فارغة · أضف أول اسم بالزر أسفلها"
+                                          : "لا يوجد ما يطابق البحث · اكتب جزءا أقصر من الاسم");
+    list_->show_rows(rows);
+    QString said = found == 0 ? QString("لا يوجد ما يطابق البحث") : "العدد " + QString::number(found);
+    if (people_.empty()) said = "القائمة فارغة";
+    if (found > most_shown) said += QString(" · المعروض أول %1").arg(most_shown);
+    count_->setText(said);
+}
+
+void PeopleList::act(const Offered& offered) {
+    if (Sheet::top_of(window()) != this) return;
+    const auto row = static_cast<std::size_t>(std::max(list_->currentRow(), 0));
+    const bool chosen = list_->currentRow() >= 0 && row < shown_.size();
+    if (offered.needs_person && !chosen) {
+        search_->setFocus();
+        return;
+    }
+    if (offered.action(chosen ? shown_[row] : 0)) {
+        reload();
+        list_->setCurrentCell(static_cast<int>(row), 0);
+    }
+    if (list_->rowCount() > 0) list_->setFocus();
+}
+
+void PeopleList::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Down:
+            if (list_->rowCount() > 0) list_->setFocus();
+            event->accept();
+            return;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            if (!actions_.empty()) act(actions_.front());
+            event->accept();
+            return;
+        default:
+            Sheet::keyPressEvent(event);
+    }
+}
+
+}  // namespace ui

@@ -1,0 +1,113 @@
+#include "ui/accounts/voucher_list.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "accounts/voucher_statements.h"
+#include "common/numbers.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/form_fields.h"
+#include "ui/widgets/guard.h"
+#include "ui/widgets/list_table.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+namespace {
+
+constexpr long days_shown = 30;
+
+}  // namespace
+
+VoucherList::VoucherList(QWidget* host, const Context& context, accounts::VoucherKind kind)
+    : Sheet(host, kind == accounts::VoucherKind::receipt ? "اختيار إيصال مقبوضات" : "اختيار إيصال مدفوعات"),
+      context_(context),
+      kind_(kind) {
+    setObjectName("voucher_list");
+    set_card_width(820);
+    from_ = moment_field("vouchers_from");
+    to_ = moment_field("vouchers_to");
+    auto* period = new QHBoxLayout;
+    period->setSpacing(px(10));
+    period->addWidget(captioned("&من تاريخ", from_), 1);
+    period->addWidget(captioned("إ&لى تاريخ", to_), 1);
+    auto* show_button = new QPushButton("عر&ض");
+    show_button->setObjectName("vouchers_show");
+    show_button->setFixedHeight(px(field_height));
+    period->addWidget(show_button, 0, Qt::AlignBottom);
+    count_ = label({}, "side");
+    count_->setObjectName("vouchers_count");
+    period->addWidget(count_, 2, Qt::AlignBottom);
+    body()->addLayout(period);
+    table_ = new ListTable("vouchers", {"رقم الإيصال", "التاريخ", "الاسم", "طريقة الدفع", "القيمة"}, 2);
+    table_->setMinimumHeight(px(340));
+    body()->addWidget(table_, 1);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(px(10));
+    set_role(foot_button(row, "vouchers_take", "&تعديل  Enter", 2, [this] { take(table_->currentRow()); }),
+             "main");
+    foot_button(row, "vouchers_back", "&رجوع", 1, [this] { leave(0); });
+    body()->addLayout(row);
+    enter_leads_on({from_, to_});
+    connect(to_, &QLineEdit::returnPressed, this, &VoucherList::show);
+    connect(show_button, &QPushButton::clicked, this, &VoucherList::show);
+    connect(table_, &ListTable::row_taken, this, &VoucherList::take);
+    connect(table_, &ListTable::left_upwards, from_, qOverload<>(&QWidget::setFocus));
+}
+
+bool VoucherList::open() {
+    const common::Date today = context_.services.clock.now().date;
+    from_->setText(qt(common::date_text(common::add_days(today, -days_shown))));
+    to_->setText(qt(common::date_text(today)));
+    return list();
+}
+
+void VoucherList::take_focus() {
+    if (table_->rowCount() > 0) {
+        table_->setFocus();
+    } else {
+        from_->setFocus();
+    }
+}
+
+void VoucherList::show() {
+    if (list()) take_focus();
+}
+
+bool VoucherList::list() {
+    const auto from = date_in(from_, context_.services.prompts);
+    if (!from) return false;
+    const auto to = date_in(to_, context_.services.prompts);
+    if (!to) return false;
+    const bool read = guarded(context_.services, "ListVouchers", [&] {
+        vouchers_ = accounts::list_vouchers(context_.connection, kind_, *from, *to);
+    });
+    if (!read) return false;
+    std::reverse(vouchers_.begin(), vouchers_.end());  // the latest first
+    std::vector<QStringList> rows;
+    rows.reserve(vouchers_.size());
+    for (const accounts::VoucherEntry& entry : vouchers_) {
+        rows.push_back({"\u200e" + qt(entry.key.number), "\u200e" + qt(common::date_text(entry.key.date)),
+                        qt(entry.party_name), qt(accounts::method_name(entry.method)),
+                        "\u200e" + qt(common::format_amount(entry.key.amount))});
+    }
+    table_->say_when_empty("لا توجد إيصالات في هذه المدة · غير التاريخين ثم اضغط عرض");
+    table_->show_rows(rows);
+    count_->setText(rows.empty() ? QString("لا توجد إيصالات في هذه المدة")
+                                 : "عدد الإيصالات " + QString::number(rows.size()));
+    return true;
+}
+
+void VoucherList::take(int row) {
+    if (Sheet::top_of(window()) != this) return;
+    if (row < 0 || static_cast<std::size_t>(row) >= vouchers_.size()) return;
+    chosen_ = vouchers_[static_cast<std::size_t>(row)].key;
+    leave(1);
+}
+
+}  // namespace ui

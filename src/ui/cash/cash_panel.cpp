@@ -1,0 +1,213 @@
+#include "ui/cash/cash_panel.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include "cash/messages.h"
+#include "common/date_time.h"
+#include "common/numbers.h"
+#include "ui/widgets/choices.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/form_fields.h"
+#include "ui/widgets/guard.h"
+#include "ui/widgets/messages.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+namespace {
+
+constexpr double figure_width = 150;  // room for the largest, so that the decimals line up
+
+}  // namespace
+
+CashPanel::CashPanel(const Context& context, QWidget* parent)
+    : QWidget(parent), context_(context), logic_(context.connection, context.session, context.services) {
+    setObjectName("cash_panel");
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(px(8));
+    build_fields();
+    counted_ = new AmountField("cash_counted");
+    set_role(counted_, "large");
+    counted_->setFixedHeight(px(62));
+    column->addWidget(captioned("الرصيد ال&فعلي", counted_));
+
+    difference_box_ = new QFrame;
+    set_role(difference_box_, "change");
+    auto* inside = new QHBoxLayout(difference_box_);
+    inside->setContentsMargins(0, px(4), px(14), px(4));
+    difference_caption_ = label("الفرق", "plain");
+    difference_caption_->setObjectName("cash_difference_caption");
+    inside->addWidget(difference_caption_);
+    inside->addStretch(1);
+    difference_ = new Figure("cash_difference", "total");
+    difference_->setMinimumWidth(px(figure_width));
+    inside->addWidget(difference_);
+    column->addWidget(difference_box_);
+    position_ = add_figure("cash_position", "رصيد الخزينة");
+    card_sales_ = add_figure("cash_card_sales", "مبيعات إئتمان");
+    uncollected_ = add_figure("cash_uncollected", "تليفون لم يحصل");
+    discounts_ = add_figure("cash_discounts", qt(cash::message::day_discounts));
+
+    note_ = label({}, "side");
+    note_->setObjectName("cash_note");
+    column->addWidget(note_);
+    auto* confirm = new QPushButton("ت&سجيل الجرد");
+    confirm->setObjectName("cash_confirm");
+    confirm->setMinimumHeight(px(48));
+    confirm->setAutoDefault(true);
+    set_role(confirm, "main");
+    confirm_ = confirm;
+    foot_ = new QHBoxLayout;
+    foot_->setSpacing(px(10));
+    foot_->addWidget(confirm, 2);
+    column->addLayout(foot_);
+
+    connect(counted_, &QLineEdit::textEdited, this, [this] { show_difference(); });
+    connect(counted_, &QLineEdit::returnPressed, confirm_, qOverload<>(&QWidget::setFocus));
+    connect(confirm, &QPushButton::clicked, this, &CashPanel::confirm);
+}
+
+void CashPanel::build_fields() {
+    store_ = choice_list("cash_store");
+    drawer_ = choice_list("cash_drawer");
+    day_ = moment_field("cash_day");
+    expected_ = new Figure("cash_expected", "total");
+    for (QComboBox* list : {store_, drawer_})
+        list->setMinimumContentsLength(6);
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(px(10));
+    grid->setVerticalSpacing(px(6));
+    grid->addWidget(captioned("ال&مخزن", store_), 0, 0);
+    grid->addWidget(captioned("الخ&زينة", drawer_), 0, 1);
+    grid->addWidget(captioned("ال&تاريخ", day_), 1, 0);
+    grid->addWidget(captioned("الرصيد الدفتري", expected_), 1, 1);
+    grid->setColumnStretch(0, 1);
+    grid->setColumnStretch(1, 1);
+    static_cast<QVBoxLayout*>(layout())->addLayout(grid);
+
+    connect(store_, &QComboBox::activated, this, [this] {
+        const auto store = choice_of(store_);
+        if (!store || *store == logic_.store()) return;
+        guarded(context_.services, "CashPanel", [&] { logic_.choose_store(static_cast<int>(*store)); });
+        fill_choices(drawer_, logic_.drawers(), logic_.drawer());
+        show_state();
+    });
+    connect(drawer_, &QComboBox::activated, this, [this] {
+        const auto drawer = choice_of(drawer_);
+        if (!drawer || *drawer == logic_.drawer()) return;
+        guarded(context_.services, "CashPanel", [&] { logic_.choose_drawer(static_cast<int>(*drawer)); });
+        show_state();
+    });
+    connect(day_, &QLineEdit::editingFinished, this, &CashPanel::choose_day);
+}
+
+QLabel* CashPanel::add_figure(const char* name, const QString& caption) {
+    auto* row = new QHBoxLayout;
+    row->addWidget(label(caption, "side"));
+    row->addStretch(1);
+    auto* figure = new Figure(name, "figure");
+    figure->setMinimumWidth(px(figure_width));
+    figure->setFixedHeight(px(30));
+    row->addWidget(figure);
+    static_cast<QVBoxLayout*>(layout())->addLayout(row);
+    return figure;
+}
+
+void CashPanel::open() {
+    logic_.open();
+    fill_choices(store_, logic_.stores(), logic_.store());
+    fill_choices(drawer_, logic_.drawers(), logic_.drawer());
+    show_state();
+}
+
+void CashPanel::refresh() {
+    guarded(context_.services, "CashPanel", [&] { logic_.refresh(); });
+    show_state();
+}
+
+QWidget* CashPanel::first_field() {
+    return counted_;
+}
+
+void CashPanel::show_state() {
+    using common::format_amount;
+    // A drawer that was counted already shows what was counted.
+    counted_->setText(qt(logic_.difference() ? format_amount(logic_.position()) : std::string("0.00")));
+    day_->setText(qt(common::date_text(logic_.day())));
+    expected_->setText(qt(format_amount(logic_.expected())));
+    position_->setText(qt(format_amount(logic_.position())));
+    card_sales_->setText(qt(format_amount(logic_.card_sales())));
+    uncollected_->setText(qt(format_amount(logic_.uncollected())));
+    discounts_->setText(qt(format_amount(logic_.discounts())));
+    note_->setText(logic_.difference() ? "تم جرد الخزينة في هذا اليوم" : "لم يتم جرد الخزينة في هذا اليوم");
+    show_difference();
+}
+
+// Blank until a count was recorded or is being typed: nothing counted is no shortage of all the cash.
+void CashPanel::show_difference() {
+    const auto counted = cash::read_amount(utf8(counted_->text()));
+    const bool any = counted && (logic_.difference() || counted_->isModified());
+    const double difference = any ? common::round_decimals(*counted - logic_.expected(), 2) : 0;
+    difference_->setText(any ? qt(common::format_amount(difference)) : QString("—"));
+    difference_caption_->setText(difference > 0 ? "زيادة" : difference < 0 ? "عجز" : "الفرق");
+    difference_box_->setProperty("short", difference < 0);
+    for (QWidget* part : {static_cast<QWidget*>(difference_box_), static_cast<QWidget*>(difference_)}) {
+        part->style()->unpolish(part);
+        part->style()->polish(part);
+    }
+}
+
+void CashPanel::choose_day() {
+    const auto day = common::parse_moment(utf8(day_->text()));
+    if (day && day->date == logic_.day()) return;
+    const Sheet* top = Sheet::top_of(window());
+    if (top == nullptr || !top->isAncestorOf(this)) return;  // left by Esc, together with the sheet
+    if (!day) {
+        day_->setText(qt(common::date_text(logic_.day())));  // first, for the message takes the focus away
+        context_.services.prompts.message(message::wrong_date, common::Icon::critical);
+        return;
+    }
+    guarded(context_.services, "CashPanel", [&] { logic_.choose_day(day->date); });
+    show_state();
+}
+
+void CashPanel::confirm() {
+    // A hasty Enter does not book the whole drawer as a shortage; who counted nothing types 0.
+    if (!counted_->isModified()) {
+        if (!logic_.difference())
+            context_.services.prompts.message(message::enter_counted, common::Icon::critical);
+        counted_->setFocus();
+        return;
+    }
+    bool recorded = false;
+    logic_.counted = utf8(counted_->text());
+    const bool ran = guarded(context_.services, "CountedCash", [&] { recorded = logic_.confirm(); });
+    if (!recorded) {
+        if (ran && !cash::read_amount(utf8(counted_->text()))) counted_->setText(qt(logic_.counted));
+        counted_->setFocus();
+        return;
+    }
+    show_state();
+}
+
+CashCountSheet::CashCountSheet(QWidget* host, const Context& context) : Sheet(host, "جرد الخزينة") {
+    setObjectName("cash_count");
+    set_card_width(520);
+    panel_ = new CashPanel(context);
+    body()->addWidget(panel_);
+    foot_button(panel_->foot(), "cash_count_back", "&رجوع", 1, [this] { leave(0); });
+}
+
+void CashCountSheet::take_focus() {
+    panel_->first_field()->setFocus();
+}
+
+}  // namespace ui

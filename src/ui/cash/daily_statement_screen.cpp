@@ -1,0 +1,317 @@
+#include "ui/cash/daily_statement_screen.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "common/date_time.h"
+#include "printing/report_printer.h"
+#include "ui/cash/figure_ledger.h"
+#include "ui/cash/figure_rows_sheet.h"
+#include "ui/cash/statement_ledgers.h"
+#include "ui/printing/printed.h"
+#include "ui/printing/report_of.h"
+#include "ui/widgets/choices.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/guard.h"
+#include "ui/widgets/list_table.h"
+#include "ui/widgets/messages.h"
+#include "ui/widgets/segments.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+namespace {
+
+constexpr auto first_figure = static_cast<int>(cash::Figure::cash_sales);
+constexpr int first_sum = 4;  // cash sales, in the day summary
+
+}  // namespace
+
+DailyStatementScreen::DailyStatementScreen(QWidget* host, const Context& context)
+    : Sheet(host), context_(context), logic_(context.connection, context.session, context.services) {
+    setObjectName("daily_statement");
+    body()->setContentsMargins(px(22), px(14), px(22), px(16));
+    body()->setSpacing(px(10));
+    body()->addWidget(build_choices());
+    statement_ = new FigureLedger("statement", statement_ledger());
+    summary_ = new FigureLedger("summary", summary_ledger());
+    summary_->hide();
+    body()->addWidget(statement_);
+    body()->addWidget(summary_);
+    body()->addWidget(build_journal_bar());
+    body()->addWidget(note_);
+    QStringList headings;
+    for (const auto heading : cash::journal_headings)
+        headings << qt(heading);
+    journal_ = new ListTable("journal", headings, 4);
+    // A long note takes no other column's room.
+    journal_->horizontalHeader()->setSectionResizeMode(7, QHeaderView::Stretch);
+    body()->addWidget(journal_, 1);
+    row_note_ = label({}, "side");
+    row_note_->setObjectName("journal_note");
+    row_note_->setWordWrap(true);
+    body()->addWidget(row_note_);
+    connect(journal_, &QTableWidget::currentCellChanged, this, [this](int row) { show_row_note(row); });
+
+    connect(statement_, &FigureLedger::opened, this, &DailyStatementScreen::open_figure);
+    for (FigureLedger* ledger : {statement_, summary_}) {
+        connect(ledger, &FigureLedger::left_downwards, this, [this] {
+            if (journal_->rowCount() > 0) journal_->setFocus();
+        });
+        connect(ledger, &FigureLedger::left_upwards, date_, qOverload<>(&QWidget::setFocus));
+    }
+    connect(journal_, &ListTable::left_upwards, this, &DailyStatementScreen::take_focus);
+}
+
+QWidget* DailyStatementScreen::build_choices() {
+    auto* bar = new QWidget;
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(px(12));
+    row->addWidget(label("كشف الخزينة", "title"), 0, Qt::AlignBottom);
+    row->addSpacing(px(8));
+    store_ = choice_list("statement_store");
+    drawer_ = choice_list("statement_drawer");
+    date_ = moment_field("statement_date");
+    date_->setFixedWidth(px(130));
+    date_->setToolTip("↑ اليوم التالي   ↓ اليوم السابق");  // up: the next day, down: the day before
+    date_->installEventFilter(this);
+    row->addWidget(captioned("ال&مخزن", store_), 3);
+    row->addWidget(captioned("الخ&زينة", drawer_), 3);
+    row->addWidget(captioned("ال&تاريخ", date_));
+    auto* show = new QPushButton("&عرض");
+    show->setObjectName("statement_show");
+    show->setFixedHeight(px(field_height));
+    set_role(show, "main");
+    row->addWidget(show, 0, Qt::AlignBottom);
+    view_ = new Segments("statement_view", {{0, "الكشف"}, {1, qt(cash::DailyStatement::summary_switch)}});
+    view_->show_chosen(0);
+    view_->set_height(field_height);
+    row->addWidget(view_, 0, Qt::AlignBottom);
+
+    // Whatever is chosen by key or mouse, and a name typed in full.
+    connect(store_, &QComboBox::activated, this, &DailyStatementScreen::choose_store);
+    connect(drawer_, &QComboBox::activated, this, &DailyStatementScreen::choose_drawer);
+    connect(store_->lineEdit(), &QLineEdit::returnPressed, drawer_, qOverload<>(&QWidget::setFocus));
+    connect(drawer_->lineEdit(), &QLineEdit::returnPressed, date_, qOverload<>(&QWidget::setFocus));
+    connect(date_, &QLineEdit::returnPressed, this, [this] {
+        if (choose_date()) take_focus();
+    });
+    // A date that was typed and left counts as well, but not one that Esc left with the screen.
+    connect(date_, &QLineEdit::editingFinished, this, [this] {
+        if (Sheet::top_of(window()) == this && date_->text() != qt(common::date_text(logic_.date)))
+            choose_date();
+    });
+    connect(show, &QPushButton::clicked, this, [this] { choose_date(); });
+    connect(view_, &Segments::chosen, this, [this](int view) {
+        logic_.summary_shown = view == 1;
+        view_->show_chosen(view);
+        statement_->setVisible(!logic_.summary_shown);
+        summary_->setVisible(logic_.summary_shown);
+    });
+    return bar;
+}
+
+QWidget* DailyStatementScreen::build_journal_bar() {
+    auto* bar = new QWidget;
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(px(10));
+    std::vector<std::pair<int, QString>> filters;
+    for (const auto name : cash::journal_filters)
+        filters.emplace_back(static_cast<int>(filters.size()), qt(name));
+    filter_ = new Segments("journal_filter", filters);
+    filter_->show_chosen(0);
+    row->addWidget(filter_);
+    count_ = label({}, "side");
+    count_->setObjectName("journal_count");
+    row->addWidget(count_);
+    row->addStretch(1);
+    note_ = label({}, "side");
+    note_->setObjectName("statement_note");
+    note_->hide();
+    const auto button = [&](const char* name, const QString& caption, const char* role, auto action) {
+        auto* made = new QPushButton(caption);
+        made->setObjectName(name);
+        made->setFixedHeight(px(38));
+        made->setAutoDefault(true);
+        if (role != nullptr) set_role(made, role);
+        connect(made, &QPushButton::clicked, this, action);
+        row->addWidget(made);
+    };
+    button("statement_print", "&طباعة", "main", [this] { print(); });
+    button("statement_preview", "معاي&نة", nullptr, [this] { preview(); });
+    button("statement_back", "&رجوع", nullptr, [this] { leave(0); });
+    connect(filter_, &Segments::chosen, this, [this](int filter) {
+        guarded(context_.services, "Journal", [&] {
+            logic_.choose_filter(static_cast<cash::JournalFilter>(filter));
+            show_journal();
+        });
+        filter_->show_chosen(static_cast<int>(logic_.filter()));
+    });
+    return bar;
+}
+
+bool DailyStatementScreen::open() {
+    if (!logic_.open()) return false;
+    show_choices();
+    show_figures();
+    show_journal();
+    return true;
+}
+
+template <typename Choice>
+void DailyStatementScreen::change(Choice choice) {
+    bool shown = false;
+    guarded(context_.services, "DailyStatement", [&] {
+        choice();
+        shown = logic_.show();
+    });
+    if (!shown) take_back();
+    show_choices();
+    if (!shown) return;
+    show_figures();
+    show_journal();
+}
+
+void DailyStatementScreen::take_back() {
+    logic_.date = shown_.date;
+    guarded(context_.services, "DailyStatement", [&] {
+        if (logic_.store() != shown_.store) logic_.choose_store(shown_.store);
+    });
+    logic_.choose_drawer(shown_.drawer);
+}
+
+void DailyStatementScreen::show_choices() {
+    shown_ = {logic_.store(), logic_.drawer(), logic_.date};
+    fill_choices(store_, logic_.stores(), logic_.store());
+    fill_choices(drawer_, logic_.drawers(), logic_.drawer());
+    date_->setText(qt(common::date_text(logic_.date)));
+}
+
+void DailyStatementScreen::choose_store() {
+    const auto store = choice_of(store_);
+    if (!store || *store == logic_.store()) return;
+    change([&] { logic_.choose_store(static_cast<int>(*store)); });
+}
+
+void DailyStatementScreen::choose_drawer() {
+    const auto drawer = choice_of(drawer_);
+    if (!drawer || *drawer == logic_.drawer()) return;
+    change([&] { logic_.choose_drawer(static_cast<int>(*drawer)); });
+}
+
+bool DailyStatementScreen::choose_date() {
+    const auto typed = common::parse_moment(utf8(date_->text()));
+    if (!typed) {
+        // Put back first: the message takes the focus out of the field, which is looked at again then.
+        date_->setText(qt(common::date_text(logic_.date)));
+        context_.services.prompts.message(message::wrong_date, common::Icon::critical);
+        date_->setFocus();
+        date_->selectAll();
+        return false;
+    }
+    change([&] { logic_.date = typed->date; });
+    return true;
+}
+
+void DailyStatementScreen::step_date(long days) {
+    change([&] { logic_.date = common::add_days(logic_.date, days); });
+}
+
+void DailyStatementScreen::show_figures() {
+    for (std::size_t column = 0; column < cash::figure_count; ++column) {
+        statement_->show_figure(static_cast<int>(column),
+                                qt(logic_.figures().text(static_cast<cash::Figure>(column))));
+    }
+    const auto cells = logic_.summary().cells();
+    for (std::size_t column = 0; column < cells.size(); ++column)
+        summary_->show_figure(static_cast<int>(column), qt(cells[column]));
+    statement_->align_figures();
+    summary_->align_figures();
+    note_->hide();
+}
+
+void DailyStatementScreen::show_journal() {
+    std::vector<QStringList> rows;
+    rows.reserve(logic_.journal().size());
+    for (const cash::JournalRow& row : logic_.journal()) {
+        QStringList texts;
+        for (const std::string& cell : row.cells())
+            texts << qt(cell);
+        // Figures and moments stand left to right.
+        for (const int column : {0, 2, 5, 6})
+            texts[column].prepend("\u200e");
+        rows.push_back(std::move(texts));
+    }
+    journal_->say_when_empty(logic_.filter() == cash::JournalFilter::all
+                                 ? "لا توجد فواتير في هذا اليوم · اختار يوما آخر أو خزينة أخرى"
+                                 : "لا توجد فواتير من هذا النوع في هذا اليوم · اختر الكل");
+    journal_->show_rows(rows);
+    count_->setText("عدد الفواتير " + QString::number(rows.size()));
+    show_row_note(journal_->currentRow());
+}
+
+// The column has room for the first words of a note only. The line keeps its place while some row has one.
+void DailyStatementScreen::show_row_note(int row) {
+    const auto& rows = logic_.journal();
+    const auto has_note = [](const cash::JournalRow& entry) { return !entry.note.empty(); };
+    row_note_->setVisible(std::any_of(rows.begin(), rows.end(), has_note));
+    const bool noted = row >= 0 && static_cast<std::size_t>(row) < rows.size() &&
+                       has_note(rows[static_cast<std::size_t>(row)]);
+    row_note_->setText(noted ? "ملاحظات: " + qt(rows[static_cast<std::size_t>(row)].note)
+                             : QString("لا توجد ملاحظات على هذا السطر"));
+}
+
+void DailyStatementScreen::open_figure(int figure) {
+    guarded(context_.services, "RowsBehindFigure", [&] {
+        const cash::FigureRows rows = logic_.rows_behind(static_cast<cash::Figure>(figure));
+        FigureRowsSheet(this, qt(cash::figure_headings[static_cast<std::size_t>(figure)]), rows).run();
+    });
+}
+
+void DailyStatementScreen::print() {
+    guarded(context_.services, "PrintDayReport", [&] {
+        const bool printed = context_.reports.print(report_of(logic_.print_report(), context_.session));
+        note_->setText(printed ? printed_text(context_) : QString());
+        note_->setVisible(printed);
+    });
+}
+
+void DailyStatementScreen::preview() {
+    guarded(context_.services, "PreviewDayReport",
+            [&] { context_.reports.preview(report_of(logic_.print_report(), context_.session)); });
+}
+
+void DailyStatementScreen::take_focus() {
+    if (logic_.summary_shown) {
+        summary_->take_focus(first_sum);
+    } else {
+        statement_->take_focus(first_figure);
+    }
+}
+
+bool DailyStatementScreen::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == date_ && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Up || key == Qt::Key_Down) {
+            step_date(key == Qt::Key_Up ? 1 : -1);
+            return true;
+        }
+    }
+    return Sheet::eventFilter(watched, event);
+}
+
+void DailyStatementScreen::resizeEvent(QResizeEvent* event) {
+    Sheet::resizeEvent(event);
+    card()->setFixedSize(std::min(width() - px(24), px(1500)), std::min(height() - px(24), px(900)));
+}
+
+}  // namespace ui

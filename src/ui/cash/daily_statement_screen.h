@@ -1,0 +1,77 @@
+// The daily cash statement: the day's 25 figures as a ledger, or the day summary, the journal under them, and
+// the printing of the cashier's report.
+#pragma once
+
+#include <vector>
+
+#include "cash/daily_statement.h"
+#include "ui/widgets/context.h"
+#include "ui/widgets/sheet.h"
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+
+namespace ui {
+
+class FigureLedger;
+class ListTable;
+class Segments;
+
+// A choice of another store, drawer or day is shown at once: no figure ever stands under a name that it does
+// not belong to.
+class DailyStatementScreen : public Sheet {
+    Q_OBJECT
+  public:
+    DailyStatementScreen(QWidget* host, const Context& context);
+    // Shows today's statement of the workstation's drawer; false when the user may not see it (the message
+    // has been shown).
+    bool open();
+
+  protected:
+    void take_focus() override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    QWidget* build_choices();
+    QWidget* build_journal_bar();
+    void choose_store();
+    void choose_drawer();
+    // False when what was typed is no date (the message has been shown).
+    bool choose_date();
+    void step_date(long days);
+    // Carries out a choice and shows its statement; when that fails, goes back to what is shown.
+    template <typename Choice>
+    void change(Choice choice);
+    void take_back();
+    void show_choices();
+    void show_figures();
+    void show_journal();
+    void show_row_note(int row);
+    void open_figure(int figure);
+    void print();
+    void preview();
+
+    Context context_;
+    cash::DailyStatement logic_;
+    // What the figures on the screen belong to.
+    struct {
+        int store = 0;
+        int drawer = 0;
+        common::Date date;
+    } shown_;
+    QComboBox* store_;
+    QComboBox* drawer_;
+    QLineEdit* date_;
+    Segments* view_;
+    FigureLedger* statement_;
+    FigureLedger* summary_;
+    Segments* filter_;
+    QLabel* count_;
+    QLabel* note_;
+    QLabel* row_note_;
+    ListTable* journal_;
+};
+
+}  // namespace ui

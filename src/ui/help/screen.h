@@ -1,0 +1,54 @@
+// The help: the cashier's guide over the screen on which it was asked for.
+#pragma once
+
+#include "ui/help/guide.h"
+#include "ui/widgets/sheet.h"
+
+class QLabel;
+class QLineEdit;
+
+namespace ui {
+
+class HelpPage;
+class ListTable;
+
+// Typing searches, the arrows scroll; whatever is pressed, the screen below stays as it is.
+class HelpScreen : public Sheet {
+    Q_OBJECT
+  public:
+    // Opens at the part of the guide with this anchor, at the beginning when there is none.
+    HelpScreen(QWidget* host, const QString& anchor);
+
+  protected:
+    void take_focus() override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    QWidget* build_head();
+    QWidget* build_foot();
+    void fill_contents();
+    void show_place(const HelpPlace& place);
+    // The same, as the reader asked for it: what he searches for next is searched from there on.
+    void go_to(const HelpPlace& place);
+    void step_chapter(int by);
+    void turn_page(bool down);
+    void search();
+    void next_match();
+    void show_first_from(std::size_t chapter);
+    bool press(int key, Qt::KeyboardModifiers modifiers);
+
+    HelpGuide guide_;
+    HelpPlace shown_;
+    std::size_t search_from_ = 0;                // a chapter
+    std::vector<std::vector<HelpMatch>> found_;  // by chapter
+    int match_ = -1;                             // within the chapter shown
+    QLabel* title_;
+    QLineEdit* words_;
+    QLabel* count_;
+    ListTable* contents_;
+    HelpPage* page_;
+};
+
+}  // namespace ui

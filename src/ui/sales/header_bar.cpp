@@ -1,0 +1,97 @@
+#include "ui/sales/header_bar.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+
+#include "sales/sales_screen.h"
+#include "ui/help/key.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
+    set_role(this, "head");
+    setFixedHeight(px(56));
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(px(20), 0, px(20), 0);
+    row->setSpacing(px(28));
+    const auto add = [&](const char* name, const char* role) {
+        QLabel* made = label({}, role);
+        made->setObjectName(name);
+        row->addWidget(made);
+        return made;
+    };
+    shop_ = add("shop_name", "shop");
+    store_ = add("store_name", "head");
+    drawer_ = add("drawer_name", "head");
+    user_ = add("user_name", "head");
+    shift_ = new QPushButton;
+    shift_->setObjectName("shift_number");
+    shift_->setFocusPolicy(Qt::ClickFocus);
+    shift_->setProperty(key_property, "menu_shifts");  // stands in the menu too
+    set_role(shift_, "headtext");
+    row->addWidget(shift_);
+    connect(shift_, &QPushButton::clicked, this, &HeaderBar::shift_clicked);
+    news_ = add("news", "ticker");
+    news_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    news_->setAlignment(Qt::AlignCenter);
+    row->setStretchFactor(news_, 1);
+    menu_ = new QPushButton(tr("&القائمة"));
+    menu_->setObjectName("menu");
+    menu_->setFocusPolicy(Qt::ClickFocus);
+    menu_->setFixedHeight(px(36));
+    set_role(menu_, "headbutton");
+    row->addWidget(menu_);
+    auto* help = new QPushButton("؟");
+    help->setObjectName("help_button");
+    help->setAccessibleName("المساعدة");
+    help->setToolTip(QString("المساعدة  ") + help_cap);
+    help->setProperty(key_property, help_cap);
+    help->setFocusPolicy(Qt::NoFocus);  // what is being typed goes on where it is
+    help->setFixedSize(px(36), px(36));
+    set_role(help, "headbutton");
+    row->addWidget(help);
+    connect(help, &QPushButton::clicked, this, &open_help);
+    clock_ = new Figure("clock", "clock");
+    clock_->setAlignment(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
+    row->addWidget(clock_);
+}
+
+void HeaderBar::show_state(const sales::SalesScreen& screen, const signin::Session& session) {
+    shop_->setText(qt(session.settings.aname));
+    const std::string store = common::name_of(screen.lists().stores, screen.invoice().store);
+    store_->setText("المخزن: " + qt(store.empty() ? session.store_name : store));
+    drawer_->setText("الخزينة: " + qt(session.drawer_name));
+    user_->setText("المستخدم: " + qt(session.user_name));
+    const auto shift = screen.shift_number();
+    shift_->setText(shift == 0 ? QString("بدون وردية") : "وردية رقم " + QString::number(shift));
+}
+
+void HeaderBar::show_clock(const std::string& text) {
+    // Room for the seconds, which come with the first tick, or the bar would move.
+    clock_->setMinimumWidth(clock_->fontMetrics().horizontalAdvance("00:00:00 AM"));
+    clock_->setText(qt(text));
+}
+
+void HeaderBar::next_news(const std::vector<std::string>& news) {
+    if (news.empty()) return;
+    const QString line = qt(news[news_at_++ % news.size()]);
+    // A word and a half of it tell nobody anything.
+    constexpr double least = 140;
+    news_->setToolTip(line);
+    if (news_->width() < px(least)) {
+        news_->clear();
+        return;
+    }
+    news_->setText(news_->fontMetrics().elidedText(line, Qt::ElideRight, news_->width()));
+}
+
+void HeaderBar::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const bool narrow = width() < px(1200);
+    layout()->setSpacing(px(narrow ? 12 : 28));
+}
+
+}  // namespace ui

@@ -1,0 +1,88 @@
+#include "ui/sales/invoice_banner.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+#include "common/date_time.h"
+#include "sales/sales_screen.h"
+#include "ui/widgets/colours.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+InvoiceBanner::InvoiceBanner(QWidget* parent) : QFrame(parent) {
+    setObjectName("invoice_banner");
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(px(8), px(6), px(14), px(6));
+    row->setSpacing(px(8));
+    text_ = label({}, "plain");
+    text_->setObjectName("invoice_state");
+    text_->setWordWrap(true);
+    row->addWidget(text_, 1);
+    reprint_ = button("reprint", "إعادة ال&طباعة");
+    return_ = button("return_of_sale", "ا&رتجاع من هذا البون");
+    row->addWidget(reprint_);
+    row->addWidget(return_);
+    connect(reprint_, &QPushButton::clicked, this, &InvoiceBanner::reprint_clicked);
+    connect(return_, &QPushButton::clicked, this, &InvoiceBanner::return_clicked);
+    hide();
+}
+
+QPushButton* InvoiceBanner::button(const char* name, const QString& caption) {
+    auto* made = new QPushButton(caption);
+    made->setObjectName(name);
+    made->setFixedHeight(px(38));
+    return made;
+}
+
+void InvoiceBanner::dress_as(const char* environment, const char* edge) {
+    setStyleSheet(QString("ui--InvoiceBanner { background: %1; border: none; border-right: %2px solid %3; "
+                          " } QLabel { color: %4; }")
+                      .arg(environment)
+                      .arg(px(6))
+                      .arg(edge)
+                      .arg(colour::ink));
+}
+
+void InvoiceBanner::show_state(const sales::SalesScreen& screen) {
+    const auto& recalled = screen.recalled_invoice();
+    const bool saved = screen.shows_saved_receipt();
+    QString text;
+    if (const auto& step = screen.partly_saved()) {
+        dress_as("#fbe9e7", colour::alarm);
+        text = QString(
+                   "البون رقم %1 حفظ جزء منه فقط، آخر خطوة تمت: %2. لا يحفظ مرة أخرى: ألغ البون (F3) وأبلغ "
+                   "المدير")
+                   .arg(screen.invoice().number)
+                   .arg(qt(sales::name_of(*step)));
+    } else if (saved) {
+        dress_as("#e3effa", colour::focus);
+        text = QString("بون محفوظ رقم %1 · \u200e%2 %3\u200e · وردية %4")
+                   .arg(recalled->invoice.number)
+                   .arg(qt(common::date_text(recalled->saved_at.date)),
+                        qt(common::twelve_hour_text(recalled->saved_at.time)))
+                   .arg(recalled->shift);
+    } else if (recalled) {
+        dress_as("#e7f3ec", colour::return_bar);
+        text = QString("مرتجع من البون رقم %1 بتاريخ %2")
+                   .arg(recalled->invoice.number)
+                   .arg(qt(common::date_text(recalled->invoice.date)));
+    } else if (screen.loaded_offer() != 0) {
+        dress_as("#fdf6da", colour::sale_bar);
+        text = QString("من عرض السعر رقم %1").arg(screen.loaded_offer());
+    }
+    if (!screen.invoice().lines.empty()) notice_.clear();
+    if (text.isEmpty() && !notice_.isEmpty()) {
+        dress_as("#e3effa", colour::focus);
+        text = notice_;
+    }
+    text_->setText(text);
+    reprint_->setVisible(saved || screen.partly_saved());
+    return_->setVisible(saved && !recalled->invoice.is_return() && !screen.partly_saved());
+    setVisible(!text.isEmpty());
+}
+
+}  // namespace ui

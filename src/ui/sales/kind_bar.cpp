@@ -1,0 +1,194 @@
+#include "ui/sales/kind_bar.h"
+
+#include <QEvent>
+#include <QFocusEvent>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "common/date_time.h"
+#include "sales/sales_screen.h"
+#include "ui/widgets/colours.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/key_queue.h"
+#include "ui/widgets/segments.h"
+#include "ui/widgets/sheet.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+namespace {
+
+const char* bar_colour(sales::KindOption kind) {
+    switch (kind) {
+        case sales::KindOption::sale:
+            return colour::sale_bar;
+        case sales::KindOption::return_:
+            return colour::return_bar;
+        case sales::KindOption::third:
+            return colour::third_bar;
+    }
+    return colour::sale_bar;
+}
+
+QString customer_text(const sales::Invoice& invoice) {
+    using sales::PaymentOption;
+    if (invoice.payment == PaymentOption::account) return qt(invoice.customer_name);
+    if (invoice.walk_in) return qt(invoice.walk_in->name);
+    return "عميل نقدي";
+}
+
+}  // namespace
+
+KindBar::KindBar(QWidget* parent) : QWidget(parent) {
+    set_role(this, "kinds");
+    setFixedHeight(px(84));
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, px(1));
+    row->setSpacing(0);
+    kind_ = label({}, "kind");
+    kind_->setObjectName("kind_label");
+    kind_->setAlignment(Qt::AlignCenter);
+    row->addWidget(kind_);
+
+    row->addWidget(cell("رقم البون", "Ctrl R", number_box()));
+    date_ = new Figure("invoice_date", "figure");
+    row->addWidget(cell("التاريخ", "Ctrl D", date_));
+    kinds_ = new Segments("kind", {{0, "بيع"}, {1, "مرتجع"}, {2, "نوع ثالث"}});
+    row->addWidget(cell("النوع", "F4", kinds_));
+    std::vector<std::pair<int, QString>> levels;
+    for (const auto caption : sales::price_level_captions) {
+        levels.emplace_back(static_cast<int>(levels.size()) + 2, qt(caption));
+    }
+    levels_ = new Segments("price_level", levels);
+    row->addWidget(cell("فئة السعر", "Ctrl 1-4", levels_));
+    customer_ = label({}, "figure");
+    customer_->setObjectName("customer");
+    customer_->setMinimumWidth(px(60));
+    row->addWidget(cell("العميل", "F10", customer_, true), 1);
+
+    connect(kinds_, &Segments::chosen, this, &KindBar::kind_chosen);
+    connect(levels_, &Segments::chosen, this, &KindBar::price_level_chosen);
+}
+
+// The number of the invoice, which is typed over to bring a saved one back.
+QWidget* KindBar::number_box() {
+    auto* box = new QWidget;
+    auto* pair = new QHBoxLayout(box);
+    pair->setContentsMargins(0, 0, 0, 0);
+    pair->setSpacing(px(6));
+    number_ = new QLineEdit;
+    number_->setObjectName("invoice_number");
+    number_->setAccessibleName("رقم البون");
+    number_->setProperty(keys_property, keys_no_scans);
+    number_->setLayoutDirection(Qt::LeftToRight);
+    number_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    number_->setMaxLength(18);
+    number_->setFixedHeight(px(36));
+    number_->setStyleSheet(
+        QString("QLineEdit { font-size: %1px; font-weight: 700; padding: 0 %2px; }").arg(px(18)).arg(px(8)));
+    number_->installEventFilter(this);
+    recall_ = new QPushButton;
+    recall_->setObjectName("recall");
+    recall_->setAccessibleName("استدعاء بون محفوظ");
+    recall_->setToolTip("استدعاء بون محفوظ برقمه");
+    recall_->setFocusPolicy(Qt::ClickFocus);
+    recall_->setProperty(key_property, "Ctrl R");
+    recall_->setFixedHeight(px(36));
+    recall_->setStyleSheet(
+        QString("QPushButton { font-size: %1px; padding: 0 %2px; }").arg(px(14)).arg(px(8)));
+    pair->addWidget(number_);
+    pair->addWidget(recall_);
+    connect(number_, &QLineEdit::returnPressed, this, [this] { emit recall_wanted(number_->text()); });
+    connect(recall_, &QPushButton::clicked, this, [this] {
+        // Untouched, the field holds the number that is not saved yet; it is to be typed over first.
+        if (number_->text() == shown_number_) {
+            focus_number();
+        } else {
+            emit recall_wanted(number_->text());
+        }
+    });
+    return box;
+}
+
+void KindBar::focus_number() {
+    number_->setFocus();
+    number_->selectAll();
+}
+
+bool KindBar::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == number_ && event->type() == QEvent::FocusIn) {
+        number_->selectAll();
+        clicked_into_ = static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason;
+    }
+    // The click has set the cursor; the number is to be typed over all the same.
+    if (watched == number_ && event->type() == QEvent::MouseButtonRelease &&
+        std::exchange(clicked_into_, false)) {
+        number_->selectAll();
+    }
+    if (watched == number_ && event->type() == QEvent::FocusOut) {
+        // Left without Enter, the field shows the invoice's own number again; under a box it only waits.
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (!number_->hasFocus() && Sheet::top_of(window()) == nullptr)
+                    number_->setText(shown_number_);
+            },
+            Qt::QueuedConnection);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+QWidget* KindBar::cell(const QString& caption, const QString& cap, QWidget* content, bool last) {
+    auto* made = new QWidget;
+    made->setProperty("last", last);
+    set_role(made, "cell");
+    auto* column = new QVBoxLayout(made);
+    column->setContentsMargins(px(18), px(10), px(18), px(6));
+    column->setSpacing(px(3));
+    column->addWidget(label(cap.isEmpty() ? caption : caption + " " + cap, "caption"));
+    column->addStretch(1);
+    column->addWidget(content);
+    column->addStretch(1);
+    return made;
+}
+
+void KindBar::show_state(const sales::SalesScreen& screen) {
+    const sales::Invoice& invoice = screen.invoice();
+    kind_->setText(qt(screen.kind_label()));
+    const QColor environment = colour::from_blue_first(screen.grid_colour());
+    const QString dress = QString("background: %1; border-left: %2px solid %3;")
+                              .arg(environment.name())
+                              .arg(px(6))
+                              .arg(bar_colour(invoice.kind));
+    if (dress != kind_dress_) {
+        kind_dress_ = dress;
+        kind_->setStyleSheet(dress);
+    }
+    // A number that is being typed stays until it is found.
+    if (!number_->hasFocus() || number_->text() == shown_number_ || shown_number_ != qt(screen.number_text()))
+        number_->setText(qt(screen.number_text()));
+    shown_number_ = qt(screen.number_text());
+    date_->setText(qt(common::date_text(invoice.date)));
+    kinds_->show_chosen(static_cast<int>(invoice.kind));
+    levels_->show_chosen(invoice.price_level);
+    customer_->setText(customer_text(invoice));
+}
+
+void KindBar::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const bool narrow = width() < px(1200);
+    kind_->setFixedWidth(px(narrow ? 164 : 220));
+    number_->setFixedWidth(px(narrow ? 62 : 92));
+    recall_->setText(narrow ? "↺" : "استدعاء");
+    for (QWidget* made : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (made->layout() != nullptr) {
+            made->layout()->setContentsMargins(px(narrow ? 8 : 18), px(10), px(narrow ? 8 : 18), px(6));
+        }
+    }
+}
+
+}  // namespace ui

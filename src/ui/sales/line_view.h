@@ -1,0 +1,61 @@
+// The line grid: the cursor, and editing of a cell in its place.
+#pragma once
+
+#include <QTableView>
+
+namespace ui {
+
+class AmountField;
+class LineModel;
+
+class LineView : public QTableView {
+    Q_OBJECT
+  public:
+    explicit LineView(LineModel* model, QWidget* parent = nullptr);
+
+    void set_ground(const QColor& environment);
+    // Moves the cursor to a line without a signal.
+    void show_current(int row);
+    // Opens the field over a cell, holding its value or, where given, another one, selected for overtyping.
+    void open_cell(int row, int source_column, const QString& value = {});
+    bool is_editing() const { return field_ != nullptr; }
+    // Commits an open cell as leaving it does.
+    void finish_editing() { commit(false); }
+    void close_cell();
+
+  signals:
+    // The cashier moved to a line.
+    void row_chosen(int row);
+    // Enter or a digit on a cell of the columns that can be edited.
+    void edit_wanted(int row, int source_column, const QString& first);
+    // Enter in the open field, or it was left; it is closed before.
+    void committed(int row, int source_column, const QString& text, bool by_enter);
+    void edit_cancelled();
+    void delete_wanted(int row);
+    // Esc, or Up on the first line: typing goes on in the entry field.
+    void left();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void set_widths();
+    void light_frame(bool lit);
+    void commit(bool by_enter);
+    void want_edit(const QString& first);
+
+    AmountField* field_ = nullptr;
+    int edited_row_ = -1;
+    int edited_column_ = -1;
+    bool quiet_ = false;
+    QColor environment_;
+};
+
+}  // namespace ui

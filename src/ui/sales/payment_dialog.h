@@ -1,0 +1,39 @@
+// The payment dialog: net, paid, change in large figures, and the salesman.
+#pragma once
+
+#include "ui/widgets/sheet.h"
+
+class QComboBox;
+class QFrame;
+class QLabel;
+
+namespace sales {
+class Payment;
+}
+
+namespace ui {
+
+class AmountField;
+
+// run() returns 1 for confirm (Enter) and 0 for back to the invoice (Esc). What was typed stands in
+// `payment`.
+class Form34 : public Sheet {
+    Q_OBJECT
+  public:
+    Form34(QWidget* host, sales::Payment& payment);
+
+  protected:
+    void take_focus() override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void show_change();
+
+    sales::Payment& payment_;
+    AmountField* paid_;
+    QLabel* change_;
+    QFrame* change_box_;
+    QComboBox* worker_;
+};
+
+}  // namespace ui

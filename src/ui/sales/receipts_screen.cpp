@@ -1,0 +1,97 @@
+#include "ui/sales/receipts_screen.h"
+#include "ui/widgets/form_fields.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "common/numbers.h"
+#include "sales/sales_screen.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/list_table.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+namespace {
+
+QString kind_text(sales::KindOption kind) {
+    return kind == sales::KindOption::sale ? "مبيعات" : "مرتجعات";
+}
+
+}  // namespace
+
+ReceiptsScreen::ReceiptsScreen(QWidget* host, sales::SalesScreen& screen)
+    : Sheet(host, "بونات اليوم"), screen_(screen), rows_(screen.receipts_today()) {
+    setObjectName("receipts_screen");
+    set_card_width(760);
+    double sold = 0;
+    double returned = 0;
+    std::vector<QStringList> texts;
+    for (const sales::ReceiptRow& row : rows_) {
+        (row.kind == sales::KindOption::sale ? sold : returned) += row.net;
+        texts.push_back({"\u200e" + QString::number(row.number),
+                         "\u200e" + qt(common::twelve_hour_text(row.time)), kind_text(row.kind),
+                         qt(sales::payment_caption(row.payment)),
+                         "\u200e" + qt(common::format_amount(row.net))});
+    }
+    auto* sums =
+        label(rows_.empty() ? QString("لم يحفظ هذا الدرج أي بون اليوم")
+                            : QString("عدد البونات %1 · مبيعات \u200e%2 · مرتجعات \u200e%3")
+                                  .arg(rows_.size())
+                                  .arg(qt(common::format_amount(sold)), qt(common::format_amount(returned))),
+              "side");
+    sums->setObjectName("receipts_sums");
+    body()->addWidget(sums);
+    table_ = new ListTable("receipts", {"رقم البون", "الوقت", "النوع", "الدفع", "الصافي"}, 2);
+    table_->setMinimumHeight(px(380));
+    table_->say_when_empty("لم يحفظ هذا الدرج أي بون اليوم");
+    table_->show_rows(texts);
+    body()->addWidget(table_, 1);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(px(10));
+    const auto add = [&](const char* name, const QString& caption, std::function<void()> action) {
+        return foot_button(buttons, name, caption, 1, std::move(action));
+    };
+    set_role(add("receipt_show", "&عرض البون  Enter", [this] { show_receipt(); }), "main");
+    add("receipt_reprint", "إعادة ال&طباعة", [this] { reprint(); });
+    add("receipt_return", "ا&رتجاع من هذا البون", [this] { start_return(); });
+    add("receipt_back", "ر&جوع", [this] { leave(0); });
+    body()->addLayout(buttons);
+    connect(table_, &ListTable::row_taken, this, [this] { show_receipt(); });
+}
+
+void ReceiptsScreen::take_focus() {
+    table_->setFocus();
+}
+
+const sales::ReceiptRow* ReceiptsScreen::chosen() {
+    // A second press while a box lies above is no second action.
+    if (Sheet::top_of(window()) != this) return nullptr;
+    const int row = table_->currentRow();
+    if (row >= 0 && static_cast<std::size_t>(row) < rows_.size())
+        return &rows_[static_cast<std::size_t>(row)];
+    return nullptr;
+}
+
+void ReceiptsScreen::show_receipt() {
+    const auto* row = chosen();
+    if (row != nullptr && screen_.recall(*row)) leave(1);
+}
+
+void ReceiptsScreen::reprint() {
+    if (const auto* row = chosen()) screen_.reprint(*row);
+    table_->setFocus();
+}
+
+void ReceiptsScreen::start_return() {
+    const auto* row = chosen();
+    if (row != nullptr && screen_.recall(*row)) {
+        screen_.start_return();
+        leave(1);
+    }
+}
+
+}  // namespace ui

@@ -1,0 +1,40 @@
+// The receipts list: what this drawer saved today, to look at, print again, or start a return from.
+#pragma once
+
+#include <vector>
+
+#include "sales/recall.h"
+#include "ui/widgets/sheet.h"
+
+class QPushButton;
+
+namespace sales {
+class SalesScreen;
+}
+
+namespace ui {
+
+class ListTable;
+
+// run() returns 1 when a receipt was brought to the sales screen.
+class ReceiptsScreen : public Sheet {
+    Q_OBJECT
+  public:
+    ReceiptsScreen(QWidget* host, sales::SalesScreen& screen);
+
+  protected:
+    void take_focus() override;
+
+  private:
+    // The row of the cursor; null, after saying so, on an empty list.
+    const sales::ReceiptRow* chosen();
+    void show_receipt();
+    void reprint();
+    void start_return();
+
+    sales::SalesScreen& screen_;
+    std::vector<sales::ReceiptRow> rows_;
+    ListTable* table_;
+};
+
+}  // namespace ui

@@ -1,0 +1,295 @@
+// The sales screen: its parts and what they show.
+#include "ui/sales/sales_screen.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QResizeEvent>
+#include <QVBoxLayout>
+
+#include "common/numbers.h"
+#include "ui/help/key.h"
+#include "ui/sales/entry_bar.h"
+#include "ui/sales/header_bar.h"
+#include "ui/sales/invoice_banner.h"
+#include "ui/sales/key_strip.h"
+#include "ui/sales/kind_bar.h"
+#include "ui/sales/line_model.h"
+#include "ui/sales/line_view.h"
+#include "ui/sales/party_bar.h"
+#include "ui/sales/totals_panel.h"
+#include "ui/widgets/colours.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/key_button.h"
+#include "ui/widgets/key_queue.h"
+#include "ui/widgets/messages.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+namespace {
+
+constexpr int news_seconds = 8;
+
+}  // namespace
+
+Form31::Form31(Context context, Screens screens)
+    : context_(std::move(context)),
+      screens_(std::move(screens)),
+      logic_(context_.connection, context_.session, context_.services, context_.receipts),
+      model_(new LineModel(logic_, this)),
+      header_(new HeaderBar),
+      kind_bar_(new KindBar),
+      totals_(new TotalsPanel),
+      strip_(new KeyStrip) {
+    setObjectName("Form31");
+    setAttribute(Qt::WA_StyledBackground);
+    setWindowTitle(qt(message::title));
+    setMinimumSize(px(1024), px(700));
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(header_);
+    column->addWidget(kind_bar_);
+    auto* middle = new QHBoxLayout;
+    middle->setSpacing(0);
+    middle->addWidget(build_main(), 1);
+    middle->addWidget(totals_);
+    column->addLayout(middle, 1);
+    column->addWidget(strip_);
+
+    build_strip();
+    build_menu();
+    connect_parts();
+    qApp->installEventFilter(this);
+}
+
+Form31::~Form31() {
+    qApp->removeEventFilter(this);
+}
+
+QWidget* Form31::build_main() {
+    auto* main = new QWidget;
+    auto* column = new QVBoxLayout(main);
+    column->setContentsMargins(px(14), px(14), px(14), px(10));
+    column->setSpacing(px(10));
+    banner_ = new InvoiceBanner;
+    column->addWidget(banner_);
+    entry_bar_ = new EntryBar;
+    column->addWidget(entry_bar_);
+    party_bar_ = new PartyBar;
+    column->addWidget(party_bar_);
+    auto* frame = new QFrame;
+    set_role(frame, "grid");
+    auto* inside = new QVBoxLayout(frame);
+    inside->setContentsMargins(px(2), px(2), px(2), px(2));
+    lines_ = new LineView(model_);
+    inside->addWidget(lines_);
+    column->addWidget(frame, 1);
+    column->addWidget(build_foot());
+    return main;
+}
+
+// What the cursor's line has in stock, what the invoice counts, and the screens of this invoice.
+QWidget* Form31::build_foot() {
+    auto* box = new QWidget;
+    auto* foot = new QHBoxLayout(box);
+    foot->setContentsMargins(px(4), 0, px(4), 0);
+    foot->setSpacing(px(8));
+    stock_ = label({}, "foot");
+    stock_->setObjectName("stock");
+    stock_->setMinimumWidth(px(60));
+    counts_ = label({}, "foot");
+    counts_->setObjectName("counts");
+    foot->addWidget(stock_, 1);
+    foot->addWidget(counts_);
+    for (const ScreenEntry& entry : screens_.entries()) {
+        if (entry.button.isEmpty()) continue;
+        auto* button = new KeyButton("key_" + entry.name, entry.cap, entry.button, KeyButton::Look::strip);
+        button->setToolTip(QString(entry.caption).remove('&'));
+        button->setFocusPolicy(Qt::ClickFocus);
+        button->setFixedHeight(px(36));
+        connect(button, &QPushButton::clicked, this, [this, &entry] { open_neighbour(entry); });
+        foot->addWidget(button);
+    }
+    return box;
+}
+
+void Form31::build_strip() {
+    const auto press_key = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        return [this, key, modifiers] { press(key, modifiers); };
+    };
+    strip_->add("f2", "F2", "إلغاء السجل", press_key(Qt::Key_F2));
+    strip_->add("f3", "F3", "إلغاء البون", press_key(Qt::Key_F3));
+    for (const ScreenEntry& entry : screens_.entries()) {
+        if (entry.key == 0 || entry.control) continue;
+        strip_->add(entry.name, entry.cap, QString(entry.caption).remove('&'),
+                    [this, &entry] { open_neighbour(entry); });
+    }
+    strip_->add("shift_f1", "⇧F1", "فتح الدرج", press_key(Qt::Key_F1, Qt::ShiftModifier));
+    strip_->add("f11", "F11", "إعادة تشغيل", press_key(Qt::Key_F11));
+    strip_->add("f12", "F12", "خروج", press_key(Qt::Key_F12));
+}
+
+void Form31::build_menu() {
+    auto* menu = new QMenu(header_->menu_button());
+    menu->setObjectName("main_menu");
+    const auto add = [menu](const QString& name, const QString& caption, auto action) {
+        QAction* entry = menu->addAction(caption);
+        entry->setObjectName(name);
+        connect(entry, &QAction::triggered, menu, action);
+    };
+    for (const ScreenEntry& entry : screens_.entries()) {
+        // A screen with a function key stands on the strip; with all of them the menu would not fit the
+        // screen.
+        if (entry.key != 0 && !entry.control) continue;
+        add("menu_" + entry.name, entry.caption + (entry.cap.isEmpty() ? "" : "\t" + entry.cap),
+            [this, &entry] { open_neighbour(entry); });
+    }
+    menu->addSeparator();
+    add("menu_search", "&بحث عن صنف\tCtrl F", [this] { search(); });
+    add("menu_item_info", "بيانات ال&صنف\tCtrl I", [this] { item_info(); });
+    add("menu_quick_quantity", "&كمية آخر سطر\t+", [this] { quick_quantity(); });
+    add("menu_delete_line", "&حذف السطر\tDelete", [this] { delete_current_line(); });
+    add("menu_shifts", "&ورديات الدرج", [this] { show_shifts(); });
+    menu->addSeparator();
+    // Once the menu is gone, so that the help lies over the screen and not over the menu.
+    add("menu_help", QString("ال&مساعدة\t") + help_cap,
+        [this] { QMetaObject::invokeMethod(this, &open_help, Qt::QueuedConnection); });
+    header_->menu_button()->setMenu(menu);
+}
+
+void Form31::connect_parts() {
+    connect(header_, &HeaderBar::shift_clicked, this, &Form31::show_shifts);
+    connect(kind_bar_, &KindBar::kind_chosen, this, &Form31::switch_kind);
+    connect(kind_bar_, &KindBar::price_level_chosen, this,
+            [this](int level) { press(Qt::Key_1 + level - 2, Qt::ControlModifier); });
+    connect(kind_bar_, &KindBar::recall_wanted, this, &Form31::recall);
+    connect(banner_, &InvoiceBanner::reprint_clicked, this, &Form31::reprint);
+    connect(banner_, &InvoiceBanner::return_clicked, this, &Form31::start_return);
+    connect(entry_bar_, &EntryBar::entered, this, &Form31::enter_item);
+    connect(entry_bar_, &EntryBar::general_item_clicked, this, [this] { enter_item("*"); });
+    connect(entry_bar_, &EntryBar::search_clicked, this, &Form31::search);
+    connect(entry_bar_, &EntryBar::down, this, &Form31::go_to_grid);
+    connect(entry_bar_, &EntryBar::quick_quantity_wanted, this, &Form31::quick_quantity);
+    connect(entry_bar_, &EntryBar::entered_for_recalled, this, [this](const QString& text) {
+        logic_.EnterItemForRecalled(utf8(text));
+        repaint_all();
+    });
+    connect(party_bar_, &PartyBar::customer_chosen, this, [this](qlonglong code) {
+        logic_.choose_customer(code);
+        repaint_all();
+    });
+    connect(party_bar_, &PartyBar::bank_chosen, this, [this](qlonglong code) { logic_.choose_bank(code); });
+    connect(party_bar_, &PartyBar::card_typed, this, [this](const QString& holder, const QString& reference) {
+        logic_.enter_card(utf8(holder), utf8(reference));
+    });
+    connect(party_bar_, &PartyBar::permit_typed, this,
+            [this](bool opened, const QString& number) { logic_.enter_permit(opened, utf8(number)); });
+    connect(party_bar_, &PartyBar::tips_receiver_chosen, this,
+            [this](qlonglong code) { logic_.choose_tips_receiver(code); });
+    connect(party_bar_, &PartyBar::finished, this, &Form31::focus_entry);
+    connect(lines_, &LineView::row_chosen, this, [this](int row) {
+        logic_.select_row(static_cast<std::size_t>(row));
+        repaint_all();
+    });
+    connect(lines_, &LineView::edit_wanted, this, &Form31::edit_cell);
+    connect(lines_, &LineView::committed, this, &Form31::commit_cell);
+    connect(lines_, &LineView::edit_cancelled, this, &Form31::focus_entry);
+    connect(lines_, &LineView::delete_wanted, this, &Form31::delete_current_line);
+    connect(lines_, &LineView::left, this, &Form31::focus_entry);
+    connect(totals_, &TotalsPanel::payment_chosen, this, &Form31::switch_payment);
+    connect(totals_, &TotalsPanel::save_clicked, this, &Form31::save);
+    connect(totals_, &TotalsPanel::left, this, [this] {
+        repaint_all();
+        focus_entry();
+    });
+    connect(totals_, &TotalsPanel::discount_value_typed, this, [this](const QString& text) {
+        refused_ = !logic_.CommitDiscountValue(utf8(text));
+        if (!refused_) focus_entry();
+        repaint_all();
+    });
+    connect(totals_, &TotalsPanel::discount_percent_typed, this, [this](const QString& text) {
+        refused_ = !logic_.CommitDiscountPercent(utf8(text));
+        if (!refused_) focus_entry();
+        repaint_all();
+    });
+    connect(&context_.keys, &KeyQueue::scan_waits, this, &Form31::make_way_for_scan);
+    connect(&seconds_, &QTimer::timeout, this, &Form31::tick);
+    connect(&news_, &QTimer::timeout, this, [this] { header_->next_news(logic_.news()); });
+}
+
+bool Form31::open() {
+    if (!logic_.Open()) return false;
+    party_bar_->fill(logic_);
+    repaint_all();
+    header_->show_clock(logic_.clock_text());
+    focus_entry();
+    seconds_.start(1000);
+    news_.start(news_seconds * 1000);
+    QTimer::singleShot(0, this, [this] { header_->next_news(logic_.news()); });
+    return true;
+}
+
+void Form31::repaint_all() {
+    header_->show_state(logic_, context_.session);
+    kind_bar_->show_state(logic_);
+    banner_->show_state(logic_);
+    entry_bar_->show_recalled(logic_.recalled());
+    party_bar_->show_state(logic_);
+    lines_->set_ground(colour::from_blue_first(logic_.grid_colour()));
+    model_->refresh();
+    lines_->show_current(logic_.current_row() ? static_cast<int>(*logic_.current_row()) : -1);
+    show_stock();
+    double pieces = 0;
+    for (const sales::Line& line : logic_.invoice().lines)
+        pieces += line.quantity;
+    counts_->setText("عدد السطور " + QString::number(logic_.invoice().lines.size()) + " · عدد القطع " +
+                     qt(common::format_quantity(pieces)));
+    totals_->show_state(logic_);
+}
+
+// The quantity, and as many whole expiry dates as there is room for: half a date misleads.
+void Form31::show_stock() {
+    const int room = std::max(px(60), stock_->width());
+    const QFontMetrics metrics = stock_->fontMetrics();
+    QString all = qt(logic_.stock_shown().quantity).trimmed();
+    QString shown = all;
+    bool cut = false;
+    for (const std::string& expiry : logic_.stock_shown().expiries) {
+        const QString next = "   " + qt(expiry);
+        all += next;
+        cut = cut || metrics.horizontalAdvance(shown + next + " …") > room;
+        if (!cut) shown += next;
+    }
+    stock_->setText(metrics.elidedText(cut ? shown + " …" : shown, Qt::ElideRight, room));
+    stock_->setToolTip(all);
+}
+
+void Form31::tick() {
+    const common::Date day = logic_.invoice().date;
+    logic_.tick();
+    header_->show_clock(logic_.clock_text());
+    if (logic_.invoice().date != day) kind_bar_->show_state(logic_);
+}
+
+void Form31::notice(const QString& text) {
+    banner_->notice(text);
+    repaint_all();
+}
+
+void Form31::focus_entry() {
+    entry_bar_->field()->setFocus();
+}
+
+void Form31::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    totals_->setFixedWidth(px(event->size().width() < px(1200) ? 280 : 336));
+}
+
+}  // namespace ui

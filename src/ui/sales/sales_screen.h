@@ -1,0 +1,111 @@
+// The sales screen.
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+
+#include "sales/sales_screen.h"
+#include "ui/sales/screens.h"
+#include "ui/widgets/context.h"
+
+class QLabel;
+class QLineEdit;
+
+namespace ui {
+
+class EntryBar;
+class HeaderBar;
+class InvoiceBanner;
+class KeyStrip;
+class KindBar;
+class LineModel;
+class LineView;
+class PartyBar;
+class TotalsPanel;
+
+// The face of sales::SalesScreen: it passes keys on to its actions and repaints from it after each one.
+// Typing goes on in the item-code field unless an action wants it elsewhere.
+class Form31 : public QWidget {
+    Q_OBJECT
+  public:
+    Form31(Context context, Screens screens);
+    ~Form31() override;
+
+    // Opens the logic and shows the screen; false when the database failed (the message has been shown).
+    bool open();
+    sales::SalesScreen& logic() { return logic_; }
+    // Shows what the logic holds; called after every action, and by neighbouring screens that changed it.
+    void repaint_all();
+    // What happens every second: the clock goes on, and the day with it.
+    void tick();
+    // A word on what another screen has done, which stands above the grid until the next line is entered.
+    void notice(const QString& text);
+    void focus_entry();
+
+  signals:
+    // The cashier left the program, or asked for it to start again.
+    void finished(bool restart);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void show_stock();
+    // sales_screen.cpp
+    QWidget* build_main();
+    QWidget* build_foot();
+    void build_strip();
+    void build_menu();
+    void connect_parts();
+    // sales_screen_keys.cpp
+    bool press(int key, Qt::KeyboardModifiers modifiers);
+    // sales_screen_actions.cpp. Each ends with a repaint.
+    template <typename Action>
+    void act(std::string_view name, Action&& action);
+    void enter_item(const QString& text);
+    void edit_cell(int row, int column, const QString& first);
+    void commit_cell(int row, int column, const QString& text, bool by_enter);
+    // Takes in what was typed into a cell or discount and not entered; false when it was refused.
+    bool finish_editing();
+    void save();
+    void recall(const QString& number);
+    void reprint();
+    void start_return();
+    void switch_kind(int kind);
+    void switch_payment(int payment);
+    void focus_payment_fields();
+    void search();
+    void item_info();
+    void quick_quantity();
+    void delete_current_line();
+    void show_shifts();
+    void go_to_grid();
+    void make_way_for_scan();
+    void open_neighbour(const ScreenEntry& entry);
+    void restart();
+    void leave();
+
+    Context context_;
+    Screens screens_;
+    sales::SalesScreen logic_;
+    LineModel* model_;
+    HeaderBar* header_;
+    KindBar* kind_bar_;
+    InvoiceBanner* banner_ = nullptr;
+    EntryBar* entry_bar_ = nullptr;
+    PartyBar* party_bar_ = nullptr;
+    LineView* lines_ = nullptr;
+    QLabel* stock_ = nullptr;
+    QLabel* counts_ = nullptr;
+    TotalsPanel* totals_;
+    KeyStrip* strip_;
+    QTimer seconds_;
+    QTimer news_;
+    bool acting_ = false;
+    bool leaving_ = false;
+    bool refused_ = false;  // the last value typed was refused
+};
+
+}  // namespace ui

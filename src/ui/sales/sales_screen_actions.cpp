@@ -1,0 +1,237 @@
+// The sales screen: what its keys and buttons do.
+#include <QApplication>
+#include <QLineEdit>
+
+#include "sales/messages.h"
+#include "ui/cash/shift_side.h"
+#include "ui/sales/entry_bar.h"
+#include "ui/sales/item_info_sheet.h"
+#include "ui/sales/kind_bar.h"
+#include "ui/sales/line_model.h"
+#include "ui/sales/line_view.h"
+#include "ui/sales/party_bar.h"
+#include "ui/sales/payment_dialog.h"
+#include "ui/sales/quick_quantity.h"
+#include "ui/sales/sales_screen.h"
+#include "ui/sales/search_panel.h"
+#include "ui/sales/totals_panel.h"
+#include "ui/widgets/guard.h"
+#include "ui/widgets/messages.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+template <typename Action>
+void Form31::act(std::string_view name, Action&& action) {
+    // A second press while an action still runs (a double click, a mnemonic under a box) is no second action.
+    // Nor is a mnemonic that reaches a button below an open sheet.
+    if (acting_ || Sheet::top_of(this) != nullptr) return;
+    acting_ = true;
+    guarded(context_.services, name, action);
+    acting_ = false;
+    repaint_all();
+}
+
+void Form31::enter_item(const QString& text) {
+    if (text.trimmed().isEmpty()) {
+        focus_entry();
+        return;
+    }
+    bool general = false;
+    act("EnterItem", [&] {
+        general = logic_.EnterItem(utf8(text)) && text.trimmed().startsWith('*');
+        // Not clear(), which keeps all that was typed on the day for the field's undo.
+        entry_bar_->field()->setText({});
+    });
+    focus_entry();
+    // A general item has no quantity yet: the cashier goes on in its cells.
+    if (general && logic_.current_row()) {
+        lines_->open_cell(static_cast<int>(*logic_.current_row()), sales::column::quantity, "1");
+    }
+}
+
+void Form31::edit_cell(int row, int column, const QString& first) {
+    bool opened = false;
+    act("EditCell", [&] { opened = logic_.begin_edit(static_cast<std::size_t>(row), column); });
+    if (!opened) {
+        if (!lines_->hasFocus()) focus_entry();
+        return;
+    }
+    lines_->open_cell(row, column, first);
+    // A digit that opened the cell is the first one typed into it.
+    if (auto* field = lines_->findChild<QLineEdit*>("cell_edit"); field != nullptr && !first.isEmpty()) {
+        field->deselect();
+        field->end(false);
+    }
+}
+
+void Form31::commit_cell(int row, int column, const QString& text, bool by_enter) {
+    bool taken = false;
+    act("EditCell", [&] { taken = logic_.commit_edit(static_cast<std::size_t>(row), column, utf8(text)); });
+    refused_ = !taken;
+    if (!by_enter) return;
+    const auto& lines = logic_.invoice().lines;
+    if (static_cast<std::size_t>(row) >= lines.size()) {
+        focus_entry();
+        return;
+    }
+    const sales::Line& line = lines[static_cast<std::size_t>(row)];
+    if (!taken) {
+        edit_cell(row, column, {});
+    } else if (line.is_general() && column == sales::column::quantity && line.price == 0) {
+        edit_cell(row, sales::column::price, {});
+    } else {
+        focus_entry();
+    }
+}
+
+bool Form31::finish_editing() {
+    refused_ = false;
+    lines_->finish_editing();
+    totals_->finish_editing();
+    return !refused_;
+}
+
+void Form31::save() {
+    if (!finish_editing()) return;
+    act("SaveInvoice", [&] {
+        const sales::BeginSave begun = logic_.begin_save();
+        repaint_all();
+        if (begun == sales::BeginSave::refused) return;
+        if (begun == sales::BeginSave::ask_payment && Form34(this, *logic_.payment()).run() == 0) {
+            logic_.cancel_payment();
+            return;
+        }
+        logic_.SaveInvoice();
+    });
+    focus_entry();
+}
+
+void Form31::recall(const QString& number) {
+    bool found = false;
+    act("Recall", [&] { found = logic_.recall(utf8(number)); });
+    if (found) {
+        focus_entry();
+    } else {
+        kind_bar_->focus_number();
+    }
+}
+
+void Form31::reprint() {
+    act("Reprint", [&] { logic_.reprint(); });
+    focus_entry();
+}
+
+void Form31::start_return() {
+    act("StartReturn", [&] { logic_.start_return(); });
+    focus_entry();
+}
+
+void Form31::switch_kind(int kind) {
+    act("SwitchKind", [&] { logic_.SwitchKind(static_cast<sales::KindOption>(kind)); });
+    focus_entry();
+}
+
+void Form31::switch_payment(int payment) {
+    act("SwitchPayment", [&] { logic_.SwitchPayment(static_cast<sales::PaymentOption>(payment)); });
+    focus_payment_fields();
+}
+
+void Form31::focus_payment_fields() {
+    QWidget* first = party_bar_->first_field(logic_.invoice().payment);
+    if (first != nullptr && first->isVisible()) {
+        first->setFocus(Qt::OtherFocusReason);
+    } else {
+        focus_entry();
+    }
+}
+
+void Form31::search() {
+    if (Sheet::top_of(this) != nullptr) return;
+    SearchPanel panel(this, logic_);
+    const bool taken = panel.run() == 1;
+    focus_entry();
+    if (taken) enter_item(QString::number(panel.code()));
+}
+
+void Form31::item_info() {
+    act("ItemInfo", [&] {
+        const auto row = logic_.current_row();
+        if (!row) return;
+        const auto code = logic_.invoice().lines[*row].item_code;
+        if (!code) return;
+        const auto info = logic_.item_info(*code);
+        if (info) ItemInfoSheet(this, *info, &logic_.stock_shown()).run();
+    });
+}
+
+void Form31::quick_quantity() {
+    const auto& lines = logic_.invoice().lines;
+    if (lines.empty() || Sheet::top_of(this) != nullptr) return;
+    const std::size_t last = lines.size() - 1;
+    QuickQuantity sheet(this, qt(lines[last].name), qt(logic_.cells(last)[sales::column::quantity]));
+    if (sheet.run() == 1) act("QuickQuantity", [&] { logic_.quick_quantity(utf8(sheet.text())); });
+    focus_entry();
+}
+
+void Form31::delete_current_line() {
+    const auto row = logic_.current_row();
+    if (!row) return;
+    act("DeleteLine", [&] { logic_.delete_line(*row); });
+    if (logic_.invoice().lines.empty()) focus_entry();
+}
+
+void Form31::show_shifts() {
+    act("Shifts", [&] { ShiftSide(this, logic_, context_).run(); });
+    focus_entry();
+}
+
+void Form31::go_to_grid() {
+    if (logic_.invoice().lines.empty()) return;
+    if (!logic_.current_row()) logic_.select_row(logic_.invoice().lines.size() - 1);
+    lines_->setFocus();
+    repaint_all();
+}
+
+void Form31::make_way_for_scan() {
+    // An open payment dialog or other sheet is finished first; the scan is entered when it is gone.
+    if (Sheet::top_of(this) != nullptr) return;
+    lines_->close_cell();
+    focus_entry();
+}
+
+void Form31::open_neighbour(const ScreenEntry& entry) {
+    act(utf8(entry.name), [&] {
+        entry.open(this);
+        logic_.reload_customers();
+        logic_.reload_shifts();
+        party_bar_->fill(logic_);
+    });
+    focus_entry();
+}
+
+void Form31::restart() {
+    // An invoice in work is not thrown away by one key.
+    if (!logic_.invoice().lines.empty() &&
+        !context_.services.prompts.question(sales::message::exit, common::Icon::critical)) {
+        focus_entry();
+        return;
+    }
+    if (!context_.restart || !context_.restart()) {
+        context_.services.prompts.message(message::no_restart, common::Icon::critical);
+        return;
+    }
+    leaving_ = true;
+    emit finished(true);
+}
+
+void Form31::leave() {
+    if (!context_.services.prompts.question(sales::message::exit, common::Icon::critical)) {
+        focus_entry();
+        return;
+    }
+    leaving_ = true;
+    emit finished(false);
+}
+
+}  // namespace ui

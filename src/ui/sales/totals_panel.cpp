@@ -1,0 +1,178 @@
+#include "ui/sales/totals_panel.h"
+
+#include <QButtonGroup>
+#include <QEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include "common/numbers.h"
+#include "sales/sales_screen.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/key_button.h"
+#include "ui/widgets/sheet.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+namespace {
+
+constexpr double net_size = 56;  // as in the style sheet
+
+}  // namespace
+
+TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
+    set_role(this, "aside");
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(px(18), px(14), px(18), px(4));
+    column->setSpacing(px(10));
+
+    auto* top = new QHBoxLayout;
+    top->addWidget(label("الاجمالي", "plain"));
+    top->addStretch(1);
+    total_ = new Figure("total", "total");
+    top->addWidget(total_);
+    column->addLayout(top);
+
+    discount_value_ = new AmountField("discount_value");
+    discount_percent_ = new AmountField("discount_percent");
+    auto* discounts = new QHBoxLayout;
+    discounts->setSpacing(px(10));
+    discounts->addWidget(discount_box("خصم قيمة", discount_value_));
+    discounts->addWidget(discount_box("خصم %", discount_percent_));
+    column->addLayout(discounts);
+
+    auto* net = new QFrame;
+    set_role(net, "net");
+    auto* stack = new QVBoxLayout(net);
+    stack->setContentsMargins(px(18), px(8), px(18), px(4));
+    stack->setSpacing(0);
+    stack->addWidget(label("الصافي", "caption"));
+    net_ = new Figure("net", "netfigure");
+    net_->setAlignment(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
+    net_->setFixedHeight(px(62));
+    stack->addWidget(net_);
+    column->addWidget(net);
+
+    auto* options = new QGridLayout;
+    options->setSpacing(px(8));
+    auto* group = new QButtonGroup(this);
+    constexpr std::array<const char*, 4> keys = {"F5", "F5", "F6", "F7"};
+    for (int at = 0; at < 4; ++at) {
+        const auto payment = static_cast<sales::PaymentOption>(at);
+        auto* button = new KeyButton("payment_" + QString::number(at), keys[static_cast<std::size_t>(at)],
+                                     qt(sales::payment_caption(payment)), KeyButton::Look::pay);
+        button->setCheckable(true);
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        group->addButton(button);
+        options->addWidget(button, at / 2, at % 2);
+        connect(button, &QPushButton::clicked, this, [this, at] { emit payment_chosen(at); });
+        payments_[static_cast<std::size_t>(at)] = button;
+    }
+    column->addLayout(options);
+
+    auto* last = new QHBoxLayout;
+    last_number_ = label({}, "side");
+    last_number_->setObjectName("last_receipt");
+    last_change_ = label({}, "side");
+    last_change_->setObjectName("last_change");
+    last->addWidget(last_number_);
+    last->addStretch(1);
+    last->addWidget(last_change_);
+    column->addLayout(last);
+    column->addStretch(1);
+
+    auto* save = new KeyButton("save", "F1", "حفظ البون", KeyButton::Look::save);
+    save->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    connect(save, &QPushButton::clicked, this, &TotalsPanel::save_clicked);
+    column->addWidget(save);
+}
+
+void TotalsPanel::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    layout()->activate();
+    show_fitted(net_, net_text_, net_size);
+}
+
+QWidget* TotalsPanel::discount_box(const QString& caption, AmountField* field) {
+    auto* box = new QWidget;
+    set_role(box, "discbox");
+    auto* stack = new QVBoxLayout(box);
+    stack->setContentsMargins(px(12), px(8), px(12), px(8));
+    stack->setSpacing(px(2));
+    stack->addWidget(label(caption, "caption"));
+    set_role(field, "disc");
+    field->installEventFilter(this);
+    stack->addWidget(field);
+    // The caption looks like a part of the field: a click on it is one into the field.
+    box->setFocusPolicy(Qt::ClickFocus);
+    box->setFocusProxy(field);
+    box->setFixedHeight(px(85));
+    connect(field, &QLineEdit::returnPressed, this, [this, field] { commit(field); });
+    connect(field, &AmountField::escaped, this, [this, field] {
+        field->setModified(false);
+        emit left();
+    });
+    return box;
+}
+
+void TotalsPanel::commit(AmountField* field) {
+    field->setModified(false);
+    const QString text = field->text();
+    if (field == discount_value_) {
+        emit discount_value_typed(text);
+    } else {
+        emit discount_percent_typed(text);
+    }
+}
+
+void TotalsPanel::finish_editing() {
+    for (AmountField* field : {discount_value_, discount_percent_}) {
+        if (field->isModified()) commit(field);
+    }
+}
+
+bool TotalsPanel::eventFilter(QObject* watched, QEvent* event) {
+    auto* field = qobject_cast<AmountField*>(watched);
+    if (field != nullptr && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
+        // The box around the bare field shows the focus.
+        QWidget* box = field->parentWidget();
+        box->setProperty("lit", event->type() == QEvent::FocusIn);
+        box->style()->unpolish(box);
+        box->style()->polish(box);
+        if (event->type() == QEvent::FocusOut && field->isModified()) {
+            QMetaObject::invokeMethod(
+                this,
+                [this, field] {
+                    // Under a sheet it only waits: the focus comes back to it.
+                    if (field->isModified() && Sheet::top_of(window()) == nullptr) commit(field);
+                },
+                Qt::QueuedConnection);
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void TotalsPanel::show_state(const sales::SalesScreen& screen) {
+    const sales::Figures& figures = screen.figures();
+    total_->setText(qt(figures.total));
+    // What is typed and not entered yet stays.
+    if (!discount_value_->isModified()) discount_value_->setText(qt(figures.discount_value));
+    if (!discount_percent_->isModified()) discount_percent_->setText(qt(figures.discount_percent));
+    net_text_ = qt(figures.net);
+    show_fitted(net_, net_text_, net_size);
+    for (int at = 0; at < 4; ++at) {
+        const auto payment = static_cast<sales::PaymentOption>(at);
+        KeyButton* button = payments_[static_cast<std::size_t>(at)];
+        button->setEnabled(screen.payment_enabled(payment));
+        button->setChecked(screen.invoice().payment == payment);
+    }
+    if (const auto& last = screen.last_receipt()) {
+        last_number_->setText("آخر بون " + QString::number(last->invoice.number));
+        last_change_->setText("الباقي \u200e" + qt(common::format_amount(last->payment.change)));
+    }
+}
+
+}  // namespace ui

@@ -1,0 +1,142 @@
+#include "ui/signin/sign_in_screen.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QEventLoop>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/help/key.h"
+#include "ui/widgets/choices.h"
+#include "ui/widgets/colours.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/guard.h"
+#include "ui/widgets/key_button.h"
+#include "ui/widgets/messages.h"
+#include "ui/widgets/sheet.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+Form62::Form62(const Context& context)
+    : context_(context), logic_(context.connection, context.session, context.services) {
+    setObjectName("Form62");
+    setWindowTitle(qt(message::title));
+    setMinimumSize(px(640), px(480));
+    auto* outer = new QVBoxLayout(this);
+    auto* card = new QWidget;
+    set_role(card, "card");
+    card->setFixedWidth(px(440));
+    outer->addWidget(card, 0, Qt::AlignCenter);
+    auto* column = new QVBoxLayout(card);
+    column->setContentsMargins(px(32), px(28), px(32), px(32));
+    column->setSpacing(px(16));
+    column->addWidget(label(qt(message::title), "caption"));
+    column->addWidget(label("تسجيل الدخول", "title"));
+
+    user_ = choice_list("user");
+    user_->setMinimumHeight(px(48));
+    column->addWidget(captioned("ا&سم المستخدم", user_));
+    password_ = text_field("password");
+    password_->setEchoMode(QLineEdit::Password);
+    password_->setMinimumHeight(px(48));
+    password_->setMaxLength(100);
+    column->addWidget(captioned("&كلمة السر", password_));
+
+    auto* row = new QHBoxLayout;
+    row->setSpacing(px(10));
+    auto* enter = new QPushButton("&دخول");
+    enter->setObjectName("sign_in");
+    enter->setMinimumHeight(px(52));
+    set_role(enter, "main");
+    auto* cancel = new QPushButton("&إلغاء");
+    cancel->setObjectName("cancel");
+    cancel->setMinimumHeight(px(52));
+    row->addWidget(enter, 2);
+    row->addWidget(cancel, 1);
+    column->addSpacing(px(6));
+    column->addLayout(row);
+    auto* help = new KeyButton("help_button", help_cap, "المساعدة", KeyButton::Look::strip);
+    help->setShortcut(QKeySequence::mnemonic("&م"));
+    column->addWidget(help);
+
+    fill();
+    connect(user_->lineEdit(), &QLineEdit::returnPressed, password_, qOverload<>(&QWidget::setFocus));
+    connect(password_, &QLineEdit::returnPressed, this, &Form62::confirm);
+    connect(enter, &QPushButton::clicked, this, &Form62::confirm);
+    connect(cancel, &QPushButton::clicked, this, [this] { leave(false); });
+    connect(help, &QPushButton::clicked, this, &open_help);
+}
+
+void Form62::fill() {
+    for (const signin::User& user : logic_.users()) {
+        user_->addItem(qt(user.name), QVariant::fromValue<qlonglong>(user.code));
+    }
+    user_->setCurrentIndex(-1);
+}
+
+bool Form62::run() {
+    context_.show_window(*this);
+    activateWindow();
+    user_->setFocus();
+    QEventLoop loop;
+    loop_ = &loop;
+    loop.exec();
+    loop_ = nullptr;
+    return signed_in_;
+}
+
+void Form62::confirm() {
+    if (Sheet::top_of(this) != nullptr) return;
+    guarded(context_.services, "SignIn", [this] {
+        switch (logic_.confirm(choice_of(user_), utf8(password_->text()))) {
+            case signin::SignInOutcome::signed_in:
+                leave(true);
+                break;
+            case signin::SignInOutcome::end_program:
+                leave(false);
+                break;
+            case signin::SignInOutcome::stay_on_list:
+                user_->setFocus();
+                break;
+            case signin::SignInOutcome::stay_on_password:
+                password_->setFocus();
+                password_->selectAll();
+                break;
+        }
+    });
+}
+
+void Form62::leave(bool signed_in) {
+    signed_in_ = signed_in;
+    if (loop_ != nullptr) loop_->quit();
+}
+
+void Form62::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (auto* button = qobject_cast<QPushButton*>(focusWidget()); enter && button != nullptr) {
+        button->click();
+    } else if (event->key() == Qt::Key_Escape) {
+        leave(false);
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void Form62::closeEvent(QCloseEvent*) {
+    leave(false);
+}
+
+void Form62::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), QColor(colour::background));
+    painter.fillRect(0, 0, width(), height() * 2 / 5, QColor(colour::night));
+}
+
+}  // namespace ui

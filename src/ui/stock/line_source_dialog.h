@@ -1,0 +1,45 @@
+// The line-source dialog: from which store the goods of a line come.
+#pragma once
+
+#include "sales/sales_screen.h"
+#include "stock/line_source.h"
+#include "ui/widgets/context.h"
+#include "ui/widgets/sheet.h"
+
+namespace ui {
+
+class ListTable;
+class Segments;
+
+// Opens the dialog for the item typed into the sales screen's entry field, else for its current line, and
+// does what was chosen there.
+void choose_line_source(QWidget* host, const Context& context, sales::SalesScreen& screen);
+
+class LineSourceDialog : public Sheet {
+    Q_OBJECT
+  public:
+    // For an item of sales::SalesScreen::source_item(). run() returns 1 when a store was chosen.
+    LineSourceDialog(QWidget* host, const Context& context, sales::SalesScreen& screen,
+                     sales::SourceItem item);
+
+    int store() const { return store_; }
+
+  protected:
+    void take_focus() override;
+
+  private:
+    void show_stores(int unit);
+    void confirm();
+    // What other lines already take of the item from a store, in base units.
+    double taken_by_others(int store) const;
+
+    Context context_;
+    sales::SalesScreen& screen_;
+    sales::SourceItem item_;
+    stock::LineSource logic_;
+    ListTable* table_;
+    Segments* units_;
+    int store_ = 0;  // the one chosen; 0 for the selling store
+};
+
+}  // namespace ui

@@ -1,0 +1,48 @@
+// The offers list: found by customer, number or date, loaded into the sales screen or printed.
+#pragma once
+
+#include <vector>
+
+#include "stock/offers.h"
+#include "ui/widgets/context.h"
+#include "ui/widgets/sheet.h"
+
+class QLineEdit;
+
+namespace sales {
+class SalesScreen;
+}
+
+namespace ui {
+
+class ListTable;
+
+// Keeps the invoice on the sales screen as an offer and asks whether to print it.
+void keep_offer(QWidget* host, const Context& context, sales::SalesScreen& screen);
+
+// run() returns 1 when an offer was loaded.
+class OffersScreen : public Sheet {
+    Q_OBJECT
+  public:
+    OffersScreen(QWidget* host, const Context& context, sales::SalesScreen& screen);
+
+  protected:
+    void take_focus() override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void search();
+    std::int64_t chosen() const;
+    void load();
+    void print();
+
+    Context context_;
+    sales::SalesScreen& screen_;
+    QLineEdit* customer_;
+    QLineEdit* number_;
+    QLineEdit* date_;
+    ListTable* table_;
+    std::vector<stock::OfferRow> rows_;
+};
+
+}  // namespace ui

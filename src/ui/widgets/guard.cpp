@@ -1,0 +1,24 @@
+#include "ui/widgets/guard.h"
+
+#include <string>
+
+#include "database/error.h"
+#include "database/error_words.h"
+#include "ui/widgets/messages.h"
+
+namespace ui {
+
+std::string_view words_for(const std::exception& error) {
+    return database::words_for(error).value_or(message::failed);
+}
+
+void report(const common::Services& services, std::string_view action, const std::exception& error) {
+    std::string line = std::string(action) + ": " + error.what();
+    if (const auto* database = dynamic_cast<const database::Error*>(&error)) {
+        line += " [" + database->sqlstate() + "] " + database->statement();
+    }
+    services.log.log_event(line, guard_code);
+    services.prompts.message(words_for(error), common::Icon::critical);
+}
+
+}  // namespace ui

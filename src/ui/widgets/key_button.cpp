@@ -1,0 +1,108 @@
+#include "ui/widgets/key_button.h"
+
+#include <QPainter>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+#include "ui/widgets/colours.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/style.h"
+
+namespace ui {
+
+namespace {
+
+struct Measures {
+    const char* role;
+    double caption, cap;  // font sizes
+    double side;          // blank at each side
+    double height;
+    double cap_side;  // blank within the cap
+    double between;
+};
+
+const Measures& measures(KeyButton::Look look) {
+    static constexpr Measures all[] = {
+        {"key", 14, 12, 9, 48, 7, 6},
+        {"tool", 16, 12, 16, 54, 7, 6},
+        {"pay", 16, 11, 8, 71, 0, 8},
+        {"save", 26, 14, 20, 77, 9, 10},
+    };
+    return all[static_cast<int>(look)];
+}
+
+}  // namespace
+
+KeyButton::KeyButton(const QString& name, const QString& key, const QString& caption, Look look,
+                     QWidget* parent)
+    : QPushButton(parent), key_(key), caption_(caption), look_(look) {
+    setObjectName(name);
+    setAccessibleName(caption);
+    if (!key.isEmpty()) setProperty(key_property, key);
+    setToolTip(key.isEmpty() ? caption : caption + "  " + key);
+    set_role(this, measures(look).role);
+}
+
+QFont KeyButton::font_of(bool cap) const {
+    QFont made = font();
+    made.setPixelSize(px(cap ? measures(look_).cap : measures(look_).caption));
+    made.setBold(look_ == Look::save);
+    return made;
+}
+
+QSize KeyButton::sizeHint() const {
+    const Measures& m = measures(look_);
+    const int caption = QFontMetrics(font_of(false)).horizontalAdvance(caption_);
+    const int cap =
+        key_.isEmpty() ? 0 : QFontMetrics(font_of(true)).horizontalAdvance(key_) + px(2 * m.cap_side);
+    if (look_ == Look::pay) return {std::max(caption, cap) + px(2 * m.side), px(m.height)};
+    return {caption + cap + (cap == 0 ? 0 : px(m.between)) + px(2 * m.side), px(m.height)};
+}
+
+void KeyButton::paintEvent(QPaintEvent*) {
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.text.clear();
+    painter.drawControl(QStyle::CE_PushButton, option);
+    painter.setRenderHint(QPainter::Antialiasing);
+
+    const Measures& m = measures(look_);
+    const bool lit = look_ == Look::save || isChecked();
+    const QColor ink = !isEnabled() ? colour::off : lit ? colour::paper : colour::ink;
+    const QFont caption_font = font_of(false);
+    const QFont cap_font = font_of(true);
+    if (look_ == Look::pay) {
+        const QRect upper(0, 0, width(), height() * 2 / 3);
+        painter.setPen(ink);
+        painter.setFont(caption_font);
+        painter.drawText(upper, Qt::AlignCenter, caption_);
+        painter.setPen(lit || !isEnabled() ? ink : QColor(colour::quiet));
+        painter.setFont(cap_font);
+        painter.drawText(QRect(0, height() * 58 / 100, width(), height() * 34 / 100), Qt::AlignCenter, key_);
+        return;
+    }
+    // Right to left: the cap stands first, at the right.
+    const int caption = QFontMetrics(caption_font).horizontalAdvance(caption_);
+    const int cap = key_.isEmpty() ? 0 : QFontMetrics(cap_font).horizontalAdvance(key_) + px(2 * m.cap_side);
+    const int between = cap == 0 ? 0 : px(m.between);
+    int right = (width() + caption + cap + between) / 2;
+    if (cap != 0) {
+        const int tall = QFontMetrics(cap_font).height() + px(look_ == Look::save ? 14 : 6);
+        const QRect box(right - cap, (height() - tall) / 2, cap, tall);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(lit ? QColor(255, 255, 255, 51) : QColor(colour::cap));
+        painter.drawRoundedRect(box, px(4), px(4));
+        painter.setPen(lit           ? QColor(colour::paper)
+                       : isEnabled() ? QColor(colour::slate)
+                                     : QColor(colour::off));
+        painter.setFont(cap_font);
+        painter.drawText(box, Qt::AlignCenter, key_);
+        right -= cap + between;
+    }
+    painter.setPen(ink);
+    painter.setFont(caption_font);
+    painter.drawText(QRect(right - caption, 0, caption, height()), Qt::AlignCenter, caption_);
+}
+
+}  // namespace ui

@@ -1,0 +1,137 @@
+#include "ui/widgets/message_box.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/widgets/colours.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/key_queue.h"
+#include "ui/widgets/messages.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+namespace {
+
+constexpr QChar word_joiner(0x2060);
+
+// A disc with the sign of the box; nothing where the box has no icon.
+QPixmap picture_of(common::Icon icon, double ratio) {
+    const int size = px(52);
+    QPixmap picture(QSize(size, size) * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const char* environment = colour::focus;
+    QString sign = "i";
+    switch (icon) {
+        case common::Icon::none:
+            return {};
+        case common::Icon::information:
+            break;
+        case common::Icon::question:
+            sign = "؟";
+            break;
+        case common::Icon::exclamation:
+            environment = colour::warning, sign = "!";
+            break;
+        case common::Icon::critical:
+            environment = colour::alarm, sign = "×";
+            break;
+    }
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(environment));
+    painter.drawEllipse(0, 0, size, size);
+    QFont font = painter.font();
+    font.setPixelSize(size * 5 / 8);
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(Qt::white);
+    painter.drawText(QRect(0, 0, size, size), Qt::AlignCenter, sign);
+    return picture;
+}
+
+}  // namespace
+
+MessageBox::MessageBox(QWidget* host, const QString& text, common::Icon icon, Buttons buttons)
+    : Sheet(host), text_(text), buttons_(buttons) {
+    setObjectName("message_box");
+    setProperty(keys_property, keys_held);
+    set_card_width(520);
+
+    body()->addWidget(label(qt(message::title), "caption"));
+
+    auto* row = new QHBoxLayout;
+    row->setSpacing(px(18));
+    if (const QPixmap picture = picture_of(icon, devicePixelRatioF()); !picture.isNull()) {
+        auto* shown = new QLabel;
+        shown->setPixmap(picture);
+        row->addWidget(shown, 0, Qt::AlignTop);
+    }
+    // A file's name is not broken at its hyphens; a path still is, after its slashes.
+    auto* said = new QLabel(text.trimmed().replace("-", QString(word_joiner) + '-' + word_joiner));
+    said->setObjectName("message_text");
+    said->setTextFormat(Qt::PlainText);
+    said->setWordWrap(true);
+    said->setMinimumHeight(px(56));
+    set_role(said, "said");
+    row->addWidget(said, 1);
+    body()->addLayout(row);
+
+    auto* answers = new QHBoxLayout;
+    answers->setSpacing(px(10));
+    answers->addStretch(1);
+    if (buttons == Buttons::ok) {
+        marked_ = button(message::ok, "message_ok", 1);
+        answers->addWidget(marked_);
+    } else {
+        QPushButton* yes = button(message::yes, "message_yes", 1);
+        QPushButton* no = button(message::no, "message_no", 0);
+        marked_ = icon == common::Icon::question || icon == common::Icon::none ? yes : no;
+        answers->addWidget(yes);
+        answers->addWidget(no);
+    }
+    body()->addLayout(answers);
+}
+
+QPushButton* MessageBox::button(std::string_view caption, const char* name, int result) {
+    auto* made = new QPushButton("&" + qt(caption));
+    made->setObjectName(name);
+    // The filled button is the one that Enter takes.
+    set_role(made, "answer");
+    made->setMinimumSize(px(130), px(48));
+    connect(made, &QPushButton::clicked, this, [this, result] { leave(result); });
+    return made;
+}
+
+void MessageBox::take_focus() {
+    marked_->setFocus();
+}
+
+void MessageBox::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            if (auto* focused = qobject_cast<QPushButton*>(focusWidget())) focused->click();
+            break;
+        case Qt::Key_Left:
+        case Qt::Key_Down:
+            focusNextPrevChild(true);
+            break;
+        case Qt::Key_Right:
+        case Qt::Key_Up:
+            focusNextPrevChild(false);
+            break;
+        default:
+            Sheet::keyPressEvent(event);
+    }
+    event->accept();
+}
+
+}  // namespace ui

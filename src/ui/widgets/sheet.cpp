@@ -1,0 +1,128 @@
+#include "ui/widgets/sheet.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include "ui/widgets/key_queue.h"
+#include "ui/widgets/messages.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+Sheet::Sheet(QWidget* host, const QString& title)
+    : QWidget(host != nullptr && host->window()->isVisible() ? host->window() : nullptr) {
+    hide();
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(px(12), px(12), px(12), px(12));
+    card_ = new QWidget(this);
+    set_role(card_, "card");
+    outer->addWidget(card_, 0, Qt::AlignCenter);
+    body_ = new QVBoxLayout(card_);
+    body_->setContentsMargins(px(28), px(22), px(28), px(24));
+    body_->setSpacing(px(14));
+    if (!title.isEmpty()) {
+        auto* heading = new QLabel(title, card_);
+        set_role(heading, "title");
+        body_->addWidget(heading);
+    }
+    setWindowTitle(qt(message::title));
+    // Scans belong to the screen below, and are entered there when the sheet is gone.
+    setProperty(keys_property, keys_no_scans);
+}
+
+void Sheet::set_card_width(double measure) {
+    card_->setFixedWidth(px(measure));
+}
+
+int Sheet::run() {
+    const QPointer<QWidget> former = QApplication::focusWidget();
+    if (isWindow()) {
+        setWindowModality(Qt::ApplicationModal);
+        adjustSize();
+        move(screen()->availableGeometry().center() - rect().center());  // nobody else does, on a bare till
+        show();
+        activateWindow();
+    } else {
+        window()->installEventFilter(this);
+        cover();
+        show();
+        raise();
+    }
+    take_focus();
+    result_ = 0;
+    QEventLoop loop;
+    loop_ = &loop;
+    loop.exec();
+    loop_ = nullptr;
+    if (!isWindow()) window()->removeEventFilter(this);
+    hide();
+    if (former != nullptr && former->isVisible()) former->setFocus();
+    return result_;
+}
+
+void Sheet::leave(int result) {
+    result_ = result;
+    if (loop_ != nullptr) loop_->quit();
+}
+
+Sheet* Sheet::top_of(const QWidget* window) {
+    Sheet* top = nullptr;
+    // Children stand in the order in which they were raised.
+    for (QObject* child : window->children()) {
+        auto* sheet = qobject_cast<Sheet*>(child);
+        if (sheet != nullptr && sheet->isVisible()) top = sheet;
+    }
+    return top;
+}
+
+void Sheet::cover() {
+    setGeometry(parentWidget()->rect());
+}
+
+void Sheet::take_focus() {
+    setFocus();
+    focusNextPrevChild(true);
+}
+
+void Sheet::keyPressEvent(QKeyEvent* event) {
+    // Keys that a sheet has no use for end here: the screen below must not act on them.
+    if (event->key() == Qt::Key_Escape) escape();
+    event->accept();
+}
+
+bool Sheet::focusNextPrevChild(bool next) {
+    QWidget* from = QApplication::focusWidget();
+    if (from == nullptr || !isAncestorOf(from)) from = this;
+    QWidget* to = from;
+    do {
+        to = next ? to->nextInFocusChain() : to->previousInFocusChain();
+        if (isAncestorOf(to) && to->isVisible() && to->isEnabled() && (to->focusPolicy() & Qt::TabFocus) &&
+            to->focusProxy() == nullptr) {
+            to->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            return true;
+        }
+    } while (to != from);
+    return true;
+}
+
+bool Sheet::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize && watched == parentWidget()) cover();
+    return QWidget::eventFilter(watched, event);
+}
+
+void Sheet::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), isWindow() ? QColor(0xee, 0xf1, 0xf4) : QColor(15, 37, 54, 140));
+}
+
+void Sheet::closeEvent(QCloseEvent*) {
+    leave(0);
+}
+
+}  // namespace ui
