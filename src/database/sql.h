@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "common/amount.h"
 #include "common/date_time.h"
 
 namespace database {
@@ -61,6 +62,7 @@ class Sql {
     // Whole numbers in decimal, doubles in the shortest form that reads back the same. A double that is not
     // finite throws std::invalid_argument: such a value must never reach a statement.
     Sql& operator+=(double number);
+    Sql& operator+=(common::Amount amount) { return *this += amount.value(); }
     template <std::integral T>
     requires(!std::same_as<T, bool> && !std::same_as<T, char>) Sql& operator+=(T number) {
         return append(static_cast<std::int64_t>(number));

@@ -1,0 +1,86 @@
+#include "common/typed.h"
+
+#include "common/messages.h"
+
+namespace {
+
+using common::Amount;
+namespace message = common::message;
+
+TEST(Typed, AmountsAreWholeHundredths) {
+    const struct {
+        const char* text;
+        std::int64_t hundredths;
+        std::string_view refusal;
+    } cases[] = {
+        {"", 0, {}},
+        {"  ", 0, {}},
+        {"12", 1200, {}},
+        {"12.5", 1250, {}},
+        {"١٢٫٣٤", 1234, {}},
+        {" 0.29 ", 29, {}},
+        {"12.340", 1234, {}},
+        {"999999999.99", 99999999999, {}},
+        {"12.345", 0, message::too_fine},
+        {"0.001", 0, message::too_fine},
+        {"-1", 0, message::wrong_amount},
+        {"1000000000", 0, message::wrong_amount},
+        {"12a", 0, message::wrong_amount},
+        {"1e3", 0, message::wrong_amount},
+    };
+    for (const auto& c : cases) {
+        const auto read = common::read_amount(c.text);
+        EXPECT_EQ(read.value.hundredths(), c.hundredths) << c.text;
+        EXPECT_EQ(read.refusal, c.refusal) << c.text;
+    }
+}
+
+TEST(Typed, CodesFitTheDatabase) {
+    EXPECT_EQ(common::read_code(" ٤٢ "), 42);
+    EXPECT_EQ(common::read_code("2147483647"), 2147483647);
+    for (const char* text : {"", "0", "-3", "2147483648", "1.5", "x", "99999999999999999999"})
+        EXPECT_FALSE(common::read_code(text)) << text;
+}
+
+TEST(Typed, DatesAreYearFirstOrDayFirst) {
+    const struct {
+        const char* text;
+        std::optional<common::Date> date;
+    } cases[] = {
+        {"2026/11/22", common::Date{2026, 11, 22}},
+        {"2026-1-5", common::Date{2026, 1, 5}},
+        {"20261122", common::Date{2026, 11, 22}},
+        {"01/05/2027", common::Date{2027, 5, 1}},
+        {"22.11.2026", common::Date{2026, 11, 22}},
+        {"٢٢/١١/٢٠٢٦", common::Date{2026, 11, 22}},
+        {"2026/11/22 10:30", common::Date{2026, 11, 22}},
+        {"11/22/2026", {}},
+        {"30/02/2026", {}},
+        {"2026/13/01", {}},
+        {"1/5", {}},
+        {"05/26", {}},
+        {"01/05/27", {}},
+        {"10:30", {}},
+        {"", {}},
+        {"yesterday", {}},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(common::read_date(c.text), c.date) << c.text;
+}
+
+TEST(Amounts, RoundOnceAndAddExactly) {
+    EXPECT_EQ(Amount(2.675).text(), "2.68");
+    EXPECT_EQ(Amount(-1.005).text(), "-1.01");
+    EXPECT_EQ(Amount(-0.004).text(), "0.00");
+    EXPECT_EQ(Amount(-0.05).text(), "-0.05");
+    EXPECT_EQ(Amount(0.0 / 1.0).text(), "0.00");
+    Amount sum;
+    for (int i = 0; i < 1000; ++i)
+        sum += Amount(0.1);
+    EXPECT_EQ(sum, Amount(100));
+    EXPECT_EQ((Amount(41.5) - Amount(2.08)).text(), "39.42");
+    EXPECT_EQ((-Amount(129.33)).text(), "-129.33");
+    EXPECT_EQ(Amount(1e300).value(), 9e16);
+}
+
+}  // namespace
