@@ -18,8 +18,8 @@ double invoice_discounts(database::Connection& connection, const Drawer& drawer,
     return discounts;
 }
 
-void CashPosition::compute(int store, const common::Moment& start, const common::Moment& until_moment,
-                           const common::Moment& end_of_period) {
+void CashPosition::compute(std::int64_t store, const common::Moment& start,
+                           const common::Moment& until_moment, const common::Moment& end_of_period) {
     drawers_.clear();
     own_ = {};
     store_ = store;
@@ -28,7 +28,7 @@ void CashPosition::compute(int store, const common::Moment& start, const common:
     const Window period{common::moment_text(start), common::moment_text(end_of_period)};
 
     for (const auto& row : connection_.query(Sql("select * from cash where stcode = ") + store)) {
-        const Drawer drawer{store, static_cast<int>(row.integer("code"))};
+        const Drawer drawer{store, row.integer("code")};
         DrawerPosition computed;
         computed.drawer = drawer.code;
         computed.name = row.text("Name");
@@ -45,7 +45,7 @@ void CashPosition::compute(int store, const common::Moment& start, const common:
     }
 }
 
-void CashPosition::move(float leave, int drawer) {
+void CashPosition::move(float leave, std::int64_t drawer) {
     for (DrawerPosition& computed : drawers_) {
         if (drawer != 0 && drawer != computed.drawer) continue;
         computed.moved = move_cash(connection_, session_, clock_,
@@ -62,7 +62,7 @@ namespace {
 
 // Up to which moment a copy counts. shiftc looks at the shift that started last anywhere and drops the
 // seconds.
-std::string calc_moment(database::Connection& connection, int store, CalcCopy copy) {
+std::string calc_moment(database::Connection& connection, std::int64_t store, CalcCopy copy) {
     const auto shifts =
         copy == CalcCopy::shift_start
             ? connection.query("select * from shift Order By s_date")
@@ -77,13 +77,13 @@ std::string calc_moment(database::Connection& connection, int store, CalcCopy co
 std::vector<DrawerPosition> calc_cash(database::Connection& connection, const signin::Session& session,
                                       const common::Services& services, CalcCopy copy, double leave) {
     std::vector<DrawerPosition> computed;
-    const int store = session.store_code;
+    const std::int64_t store = session.store_code;
     const std::string moment = calc_moment(connection, store, copy);
     if (moment.empty()) return computed;
     const Procedure& procedure = copy == CalcCopy::shift_start ? calc_of_shift_start : calc_of_shift_close;
 
     for (const auto& row : connection.query(Sql("select * from cash where stcode = ") + store)) {
-        const Drawer drawer{store, static_cast<int>(row.integer("code"))};
+        const Drawer drawer{store, row.integer("code")};
         DrawerPosition position;
         position.drawer = drawer.code;
         position.name = row.text("Name");

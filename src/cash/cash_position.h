@@ -3,6 +3,7 @@
 // screens.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -14,7 +15,7 @@
 namespace cash {
 
 struct DrawerPosition {
-    int drawer = 0;
+    std::int64_t drawer = 0;
     std::string name;
     double position = 0;    // built from sums rounded to two decimals
     float card_sales = 0;   // of the period, less card returns; not part of the position
@@ -37,17 +38,17 @@ class CashPosition {
 
     // Computes the position of each drawer of the store from the movements strictly before `until`, and the
     // figures of the period after `start` up to and including `until`. Writes nothing.
-    void compute(int store, const common::Moment& start, const common::Moment& until) {
+    void compute(std::int64_t store, const common::Moment& start, const common::Moment& until) {
         compute(store, start, until, until);
     }
     // The same for a whole day: its position reaches to the next midnight, its figures to its last second,
     // for what is written at midnight is the next day's.
-    void compute(int store, const common::Moment& start, const common::Moment& until,
+    void compute(std::int64_t store, const common::Moment& start, const common::Moment& until,
                  const common::Moment& end_of_period);
 
     // Moves to the main drawer what was computed above zero, less `leave`, which stays in the drawer;
     // `drawer` 0 empties every drawer, any other only that one. See move_cash for what is never moved.
-    void move(float leave, int drawer);
+    void move(float leave, std::int64_t drawer);
 
     const std::vector<DrawerPosition>& drawers() const { return drawers_; }
     // The workstation's own drawer; zeros when the store has no such drawer.
@@ -57,7 +58,7 @@ class CashPosition {
     database::Connection& connection_;
     const signin::Session& session_;
     common::Clock& clock_;
-    int store_ = 0;
+    std::int64_t store_ = 0;
     common::Moment until_;
     std::vector<DrawerPosition> drawers_;
     DrawerPosition own_;

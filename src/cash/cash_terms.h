@@ -2,6 +2,7 @@
 // its texts, and the procedures that add them up, whose differences stand here as data.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -11,8 +12,8 @@
 namespace cash {
 
 struct Drawer {
-    int store = 0;
-    int code = 0;
+    std::int64_t store = 0;
+    std::int64_t code = 0;
     auto operator<=>(const Drawer&) const = default;
 };
 

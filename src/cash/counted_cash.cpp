@@ -14,7 +14,7 @@ using database::quoted;
 using database::Sql;
 
 // The day's one row of surplus or shortage.
-Sql difference_row(int store, int drawer, const common::Date& day) {
+Sql difference_row(std::int64_t store, std::int64_t drawer, const common::Date& day) {
     return Sql("select * from mor_les where  ptype = ") + drawer + " and date =" + quoted(day) +
            " and stcode = " + store;
 }
@@ -28,18 +28,18 @@ void CountedCash::open() {
     choose_store(session_.store_code);
 }
 
-void CountedCash::choose_store(int store) {
+void CountedCash::choose_store(std::int64_t store) {
     store_ = store;
     drawers_ = database::load_drawers(connection_, store);
     if (store == session_.store_code && contains(drawers_, session_.cash_point)) {
         drawer_ = session_.cash_point;
     } else {
-        drawer_ = drawers_.empty() ? 0 : static_cast<int>(drawers_.front().code);
+        drawer_ = drawers_.empty() ? 0 : drawers_.front().code;
     }
     refresh();
 }
 
-void CountedCash::choose_drawer(int drawer) {
+void CountedCash::choose_drawer(std::int64_t drawer) {
     drawer_ = drawer;
     refresh();
 }

@@ -2,6 +2,7 @@
 // surplus or a shortage of it.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,8 +21,9 @@ class CountedCash {
 
     // The workstation's store and drawer, today; computes the panel.
     void open();
-    void choose_store(int store);  // takes the store's first drawer, or the workstation's own if it is of it
-    void choose_drawer(int drawer);
+    void choose_store(
+        std::int64_t store);  // takes the store's first drawer, or the workstation's own if it is of it
+    void choose_drawer(std::int64_t drawer);
     void choose_day(const common::Date& day);
     // Computes the panel again: the position up to the end of the day.
     void refresh();
@@ -34,8 +36,8 @@ class CountedCash {
 
     const std::vector<common::Choice>& stores() const { return stores_; }
     const std::vector<common::Choice>& drawers() const { return drawers_; }
-    int store() const { return store_; }
-    int drawer() const { return drawer_; }
+    std::int64_t store() const { return store_; }
+    std::int64_t drawer() const { return drawer_; }
     const common::Date& day() const { return day_; }
 
     // What the books say without the day's own surplus or shortage, so that counting twice gives the same.
@@ -55,8 +57,8 @@ class CountedCash {
     common::Services services_;
     std::vector<common::Choice> stores_;
     std::vector<common::Choice> drawers_;
-    int store_ = 0;
-    int drawer_ = 0;
+    std::int64_t store_ = 0;
+    std::int64_t drawer_ = 0;
     common::Date day_;
     double expected_ = 0;
     std::optional<double> difference_;

@@ -4,7 +4,7 @@ namespace cash {
 
 using database::Sql;
 
-std::optional<Shift> current_shift(database::Connection& connection, int store, int drawer,
+std::optional<Shift> current_shift(database::Connection& connection, std::int64_t store, std::int64_t drawer,
                                    database::Fragment order) {
     const auto rows = connection.query(Sql("select * FROM shift  where stcode = ") + store +
                                        " and cash_no = " + drawer + order);
@@ -20,7 +20,8 @@ std::optional<Shift> current_shift(database::Connection& connection, int store, 
     return last;
 }
 
-std::string shift_worker(database::Connection& connection, int store, int drawer, std::int64_t number) {
+std::string shift_worker(database::Connection& connection, std::int64_t store, std::int64_t drawer,
+                         std::int64_t number) {
     const auto rows =
         connection.query(Sql("select * from worker RIGHT OUTER JOIN shift ON worker.work_code = shift.man_  "
                              "where stcode = ") +
@@ -28,7 +29,7 @@ std::string shift_worker(database::Connection& connection, int store, int drawer
     return rows.empty() ? "" : rows.front().text("work_name");
 }
 
-std::int64_t next_shift_number(database::Connection& connection, int store, int drawer) {
+std::int64_t next_shift_number(database::Connection& connection, std::int64_t store, std::int64_t drawer) {
     return database::integer_of(
                connection.scalar(Sql("select max(scode) as last_i from shift where stcode = ") + store +
                                  " and cash_no = " + drawer)) +

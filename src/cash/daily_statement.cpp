@@ -32,7 +32,7 @@ bool DailyStatement::open() {
     return true;
 }
 
-void DailyStatement::choose_store(int store) {
+void DailyStatement::choose_store(std::int64_t store) {
     store_ = store;
     drawers_ =
         with_all(store == 0 ? std::vector<common::Choice>() : database::load_drawers(connection_, store));
@@ -46,7 +46,7 @@ std::vector<Drawer> DailyStatement::chosen_drawers() {
         if (store.code == 0 || (store_ != 0 && store.code != store_)) continue;
         for (const common::Choice& drawer : database::load_drawers(connection_, store.code)) {
             if (drawer_ != 0 && drawer.code != drawer_) continue;
-            chosen.push_back({static_cast<int>(store.code), static_cast<int>(drawer.code)});
+            chosen.push_back({store.code, drawer.code});
         }
     }
     return chosen;
@@ -74,7 +74,7 @@ bool DailyStatement::show() {
     std::int64_t strays = 0;
     for (const common::Choice& store : stores_) {
         if (store.code == 0 || (store_ != 0 && store.code != store_)) continue;
-        strays += count_stray_movements(connection_, static_cast<int>(store.code), date);
+        strays += count_stray_movements(connection_, store.code, date);
     }
     if (strays > 0) {
         services_.prompts.message(std::string(message::stray_movements) + std::to_string(strays),

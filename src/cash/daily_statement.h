@@ -1,6 +1,7 @@
 // The logic of the day's cash statement: figures, journal, day summary and the cashier's report of the day.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
@@ -37,8 +38,9 @@ class DailyStatement {
     // and drawer, today, and the statement shown.
     bool open();
     // Store 0 is "الكل", the sum of every drawer of every store; drawer 0 is every drawer of the store.
-    void choose_store(int store);  // takes the workstation's drawer in its own store, else every drawer
-    void choose_drawer(int drawer) { drawer_ = drawer; }
+    void choose_store(
+        std::int64_t store);  // takes the workstation's drawer in its own store, else every drawer
+    void choose_drawer(std::int64_t drawer) { drawer_ = drawer; }
 
     // Computes everything for the chosen store, drawer and date, and says so when movements of the day name a
     // drawer that the store does not have. False with a message when the chosen drawer does not exist.
@@ -59,8 +61,8 @@ class DailyStatement {
     // "الكل" (0) first in each.
     const std::vector<common::Choice>& stores() const { return stores_; }
     const std::vector<common::Choice>& drawers() const { return drawers_; }
-    int store() const { return store_; }
-    int drawer() const { return drawer_; }
+    std::int64_t store() const { return store_; }
+    std::int64_t drawer() const { return drawer_; }
     JournalFilter filter() const { return filter_; }
 
     const Figures& figures() const { return figures_; }
@@ -74,8 +76,8 @@ class DailyStatement {
     common::Services services_;
     std::vector<common::Choice> stores_;
     std::vector<common::Choice> drawers_;
-    int store_ = 0;
-    int drawer_ = 0;
+    std::int64_t store_ = 0;
+    std::int64_t drawer_ = 0;
     common::Date shown_date_;
     std::vector<Drawer> shown_drawers_;
     JournalFilter filter_ = JournalFilter::all;

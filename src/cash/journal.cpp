@@ -22,7 +22,7 @@ std::array<std::string, 9> JournalRow::cells() const {
 
 namespace {
 
-Sql journal_statement(int store, const common::Date& day, JournalFilter filter) {
+Sql journal_statement(std::int64_t store, const common::Date& day, JournalFilter filter) {
     Sql statement(
         "select sales.pnum, sales.ptot, sales.time_, sales.[Date], sales.note, sales.vcode, sales.ctype, "
         "sales.stype, sales.pdis, sales.inv_type, sales.Shift, sales.teln, sales.cust_c, "
@@ -89,8 +89,8 @@ constexpr int tips_payment = 2;
 
 }  // namespace
 
-std::vector<JournalRow> load_journal(database::Connection& connection, int store, const common::Date& day,
-                                     JournalFilter filter) {
+std::vector<JournalRow> load_journal(database::Connection& connection, std::int64_t store,
+                                     const common::Date& day, JournalFilter filter) {
     std::vector<JournalRow> journal;
     WalkInNames walk_in(connection);
     for (const auto& row : connection.query(journal_statement(store, day, filter))) {

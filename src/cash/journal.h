@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,7 +41,7 @@ struct JournalRow {
 extern const std::array<std::string_view, 9> journal_headings;
 
 // The invoices of a store on a day, ordered by number; store 0 is every store.
-std::vector<JournalRow> load_journal(database::Connection& connection, int store, const common::Date& day,
-                                     JournalFilter filter);
+std::vector<JournalRow> load_journal(database::Connection& connection, std::int64_t store,
+                                     const common::Date& day, JournalFilter filter);
 
 }  // namespace cash

@@ -41,8 +41,8 @@ bool ShiftStartScreen::open() {
 }
 
 void ShiftStartScreen::read_last_shift(database::Fragment order) {
-    const int store = session_.store_code;
-    const int drawer = session_.cash_point;
+    const std::int64_t store = session_.store_code;
+    const std::int64_t drawer = session_.cash_point;
     last_ = current_shift(connection_, store, drawer, order);
     last_worker_ = last_ ? shift_worker(connection_, store, drawer, last_->number) : "";
     next_number_ = next_shift_number(connection_, store, drawer);

@@ -43,7 +43,8 @@ constexpr Source sources[] = {
 
 }  // namespace
 
-std::int64_t count_stray_movements(database::Connection& connection, int store, const common::Date& day) {
+std::int64_t count_stray_movements(database::Connection& connection, std::int64_t store,
+                                   const common::Date& day) {
     std::int64_t found = 0;
     for (const Source& source : sources) {
         Sql statement("select count(*) as strays from ");

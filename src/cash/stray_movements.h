@@ -9,6 +9,7 @@
 namespace cash {
 
 // How many cash movements of a store's day name no drawer of the store: a deleted one, a wrong one or none.
-std::int64_t count_stray_movements(database::Connection& connection, int store, const common::Date& day);
+std::int64_t count_stray_movements(database::Connection& connection, std::int64_t store,
+                                   const common::Date& day);
 
 }  // namespace cash

@@ -27,8 +27,7 @@ double move_cash(database::Connection& connection, const signin::Session& sessio
     if (!(removal.position > 0)) return 0;
     const auto settings = connection.query("select * from basic");
     if (settings.empty()) return 0;
-    const Drawer main{static_cast<int>(settings.front().integer("mst")),
-                      static_cast<int>(settings.front().integer("mcash"))};
+    const Drawer main{settings.front().integer("mst"), settings.front().integer("mcash")};
     if (removal.drawer == main) return 0;
 
     const double amount =

@@ -31,7 +31,7 @@ struct Receipt {
     std::array<std::string, 3> credit_lines;
     std::string logo;  // picture file, relative to the program folder
 
-    int cash_point = 0;
+    std::int64_t cash_point = 0;
     std::string user_name;
     std::int64_t shift_number = 0;
     std::string salesman;

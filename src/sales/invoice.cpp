@@ -87,7 +87,7 @@ Line Line::from_cells(const std::array<std::string, column::count>& cell) {
     line.source_kind = code_value(cell[column::source_kind]) == static_cast<int>(SourceKind::other_store)
                            ? SourceKind::other_store
                            : SourceKind::selling_store;
-    line.source_store = static_cast<int>(code_value(cell[column::source_store]));
+    line.source_store = code_value(cell[column::source_store]);
     line.clearance = cell[column::clearance] == "1";
     if (const auto date = common::parse_moment(cell[column::expiry])) line.expiry = date->date;
     line.balance = optional_value(cell[column::balance]);

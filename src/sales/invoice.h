@@ -40,7 +40,7 @@ inline constexpr int unit_code = 10;    // 1 unit, 2 pack, 3 carton; saved as sc
 inline constexpr int salver_code = 11;  // craftsman work line
 inline constexpr int unit_name = 12;
 inline constexpr int source_kind = 13;  // 1 from the selling store, 3 supplied from another store
-inline constexpr int source_store = 14;
+inline constexpr std::int64_t source_store = 14;
 inline constexpr int clearance = 15;  // "1" on a clearance item: no discounts
 inline constexpr int expiry = 16;     // batch date of a line taken over from a recalled invoice
 inline constexpr int balance = 17;
@@ -70,7 +70,7 @@ struct Line {
     bool below_stock = false;  // the cashier confirmed the sale below stock, with the right to do so
     bool marked = false;       // its discount cells are coloured: loaded from an offer
     SourceKind source_kind = SourceKind::selling_store;
-    int source_store = 0;
+    std::int64_t source_store = 0;
     std::optional<common::Date> expiry;
     std::optional<double> returnable;
 
@@ -108,7 +108,7 @@ struct Invoice {
     int price_level = 2;  // 2 retail, 3 wholesale, 4, 5
     std::int64_t number = 0;
     common::Date date;
-    int store = 0;
+    std::int64_t store = 0;
 
     std::int64_t customer = walk_in_customer;  // custdata.ccode of an account invoice
     std::string customer_name;

@@ -25,7 +25,7 @@ class ItemEntry {
         : connection_(connection), prompts_(prompts), lists_(lists), stock_(connection, session, prompts) {}
 
     // The goods come from another store: its stock decides, and they get a line of their own.
-    void supply_from(int store) { supplier_ = store; }
+    void supply_from(std::int64_t store) { supplier_ = store; }
 
     // The row that was added or raised; none when the entry was refused, which has then been said. `pending`
     // is the quantity that waits for the next item; it is used up either way.
@@ -45,7 +45,7 @@ class ItemEntry {
     common::Prompts& prompts_;
     const Lists& lists_;
     StockCheck stock_;
-    int supplier_ = 0;  // 0: the selling store
+    std::int64_t supplier_ = 0;  // 0: the selling store
 };
 
 }  // namespace sales

@@ -24,7 +24,7 @@ std::optional<ItemInfo> load_item_info(database::Connection& connection, std::in
     return info;
 }
 
-std::string stock_text(database::Connection& connection, std::int64_t item, int store) {
+std::string stock_text(database::Connection& connection, std::int64_t item, std::int64_t store) {
     const auto sum = connection.scalar(Sql("SELECT Sum(stk.quan) AS xq From stk WHERE stk.icode=") + item +
                                        " AND stk.stcode=" + store);
     if (database::is_null(sum)) return std::string(message::stock_zero);

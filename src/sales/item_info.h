@@ -22,7 +22,7 @@ struct ItemInfo {
 std::optional<ItemInfo> load_item_info(database::Connection& connection, std::int64_t code);
 
 // " الكمية بالمخزن : " and the store's quantity in base units, or "صفر" (zero) when there is no stock row.
-std::string stock_text(database::Connection& connection, std::int64_t item, int store);
+std::string stock_text(database::Connection& connection, std::int64_t item, std::int64_t store);
 // One text per stock row of the item, in all stores: "==> yyyy/mm/dd", the nearest first, then "==> بدون
 // تاريخ" (no date).
 std::vector<std::string> expiry_texts(database::Connection& connection, std::int64_t item);

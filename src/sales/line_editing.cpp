@@ -70,7 +70,7 @@ bool LineEditing::stock_allows(const Invoice& invoice, Line& line, double quanti
         return refuse(message::quantity_not_allowed);
     if (line.is_general() || !line.stock_kept || invoice.is_return()) return true;
     const bool transferred = line.source_kind == SourceKind::other_store;
-    const int store = transferred ? line.source_store : invoice.store;
+    const std::int64_t store = transferred ? line.source_store : invoice.store;
     const double needed = quantity * line.factor + held_by_lines(invoice, *line.item_code, store, &line);
     if (transferred) {
         if (stock_suffices(available_stock(connection_, *line.item_code, store), needed)) return true;

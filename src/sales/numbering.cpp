@@ -5,7 +5,7 @@ namespace sales {
 using database::Sql;
 
 std::int64_t next_invoice_number(database::Connection& connection, KindOption kind, PaymentOption payment,
-                                 int store) {
+                                 std::int64_t store) {
     const Sql statement = [&] {
         if (kind != KindOption::sale)
             return Sql(" select max(pnum) as last_i from sales where (ctype = 2 or ctype = 3) and stcode =") +

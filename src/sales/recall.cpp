@@ -100,7 +100,7 @@ std::map<Article, double> returned_of(Connection& connection, std::int64_t sale_
 }  // namespace
 
 std::optional<RecalledInvoice> recall_invoice(Connection& connection, std::int64_t number, KindOption kind,
-                                              PaymentOption payment, int store, const Lists& lists,
+                                              PaymentOption payment, std::int64_t store, const Lists& lists,
                                               const std::optional<common::TimeOfDay>& saved_at) {
     Sql statement = Sql("select * from sales where pnum = ") + number;
     if (kind != KindOption::sale)
@@ -130,7 +130,7 @@ std::optional<RecalledInvoice> recall_invoice(Connection& connection, std::int64
     invoice.payment = payment_of(header);
     invoice.customer = header.integer("vcode");
     invoice.date = header.moment("Date").date;
-    invoice.store = static_cast<int>(header.integer("stcode"));
+    invoice.store = header.integer("stcode");
     invoice.worker = header.integer("wCode");
     invoice.worker_name = database::text_of(
         connection.scalar(Sql("select work_name from worker where work_code = ") + invoice.worker));
@@ -210,7 +210,7 @@ std::optional<std::string> line_beyond_sale(Connection& connection, const Invoic
     return std::nullopt;
 }
 
-std::vector<ReceiptRow> receipts_of_day(Connection& connection, int store, int cash_point,
+std::vector<ReceiptRow> receipts_of_day(Connection& connection, std::int64_t store, std::int64_t cash_point,
                                         const common::Date& day, std::size_t limit) {
     std::vector<ReceiptRow> rows;
     for (const Row& row : connection.query(Sql("select * from sales where ptype = ") + cash_point +
@@ -218,7 +218,7 @@ std::vector<ReceiptRow> receipts_of_day(Connection& connection, int store, int c
                                            " order by time_ desc, pnum desc")) {
         if (rows.size() == limit) break;
         rows.push_back({row.integer("pnum"), kind_of(row.integer("ctype")), payment_of(row),
-                        static_cast<int>(row.integer("stcode")), row.moment("time_").time,
+                        row.integer("stcode"), row.moment("time_").time,
                         row.number("ptot") - row.number("pdis")});
     }
     return rows;

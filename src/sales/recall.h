@@ -24,7 +24,7 @@ struct RecalledInvoice {
 // saved; the newest when two tills drew the same number, or the one saved at the given time. Nothing when
 // there is none. Groups are named from the lists.
 std::optional<RecalledInvoice> recall_invoice(database::Connection& connection, std::int64_t number,
-                                              KindOption kind, PaymentOption payment, int store,
+                                              KindOption kind, PaymentOption payment, std::int64_t store,
                                               const Lists& lists = {},
                                               const std::optional<common::TimeOfDay>& saved_at = {});
 
@@ -42,13 +42,13 @@ struct ReceiptRow {
     std::int64_t number = 0;
     KindOption kind = KindOption::sale;
     PaymentOption payment = PaymentOption::cash;
-    int store = 0;
+    std::int64_t store = 0;
     common::TimeOfDay time;
     double net = 0;
 };
 
 // The receipts that this drawer saved on a day, newest first, at most `limit`.
-std::vector<ReceiptRow> receipts_of_day(database::Connection& connection, int store, int cash_point,
-                                        const common::Date& day, std::size_t limit);
+std::vector<ReceiptRow> receipts_of_day(database::Connection& connection, std::int64_t store,
+                                        std::int64_t cash_point, const common::Date& day, std::size_t limit);
 
 }  // namespace sales

@@ -111,7 +111,7 @@ void SalesScreen::look_for_sale_period() {
 
 // --- header ------------------------------------------------------------------------------------------------
 
-void SalesScreen::choose_store(int code) {
+void SalesScreen::choose_store(std::int64_t code) {
     guarded("choose the store", false, [&] {
         if (frozen()) return false;
         chosen_store_ = code;

@@ -121,7 +121,7 @@ class SalesScreen {
     bool busy() const { return busy_; }
 
     // --- header --------------------------------------------------------------------------------------
-    void choose_store(int code);  // draws the number again
+    void choose_store(std::int64_t code);  // draws the number again
     // The invoice keeps this day; without it, it is of the day on which it is saved.
     bool choose_date(const common::Date& date);
     // An account customer by code; false, with nothing changed, when the list has it not.
@@ -168,9 +168,9 @@ class SalesScreen {
     // None, which has been said, when there is nothing that another store could supply.
     std::optional<SourceItem> source_item(std::string_view typed);
     // Enters an item that another store supplies; the selling store need not hold it.
-    bool EnterItemFrom(std::string_view text, int source_store);
+    bool EnterItemFrom(std::string_view text, std::int64_t source_store);
     // Marks a line as supplied from another store, or from the selling store again.
-    void set_line_source(std::size_t row, SourceKind kind, int source_store);
+    void set_line_source(std::size_t row, SourceKind kind, std::int64_t source_store);
     void RecalcTotals();
     // What Esc goes to: the last line's quantity cell (its value shown as 1 for overtyping) when that
     // quantity is 0, otherwise the item-code field (none).
@@ -230,7 +230,7 @@ class SalesScreen {
     void apply_kind(KindOption kind);
     void apply_payment(PaymentOption payment);
     void draw_number();
-    bool enter(std::string_view text, int source_store = 0);
+    bool enter(std::string_view text, std::int64_t source_store = 0);
     void line_changed(std::optional<std::size_t> row);
     void refresh_stock();
     bool lines_complete();
@@ -260,7 +260,7 @@ class SalesScreen {
     StockShown stock_shown_;
     std::string display_text_;
     std::optional<double> pending_quantity_;
-    int chosen_store_ = 0;
+    std::int64_t chosen_store_ = 0;
     std::int64_t chosen_customer_ = walk_in_customer;  // kept while the payment is another
     std::optional<LastReceipt> last_receipt_;
     std::optional<RecalledInvoice> recalled_;

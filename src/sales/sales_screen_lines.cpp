@@ -38,7 +38,7 @@ bool SalesScreen::EnterItemForRecalled(std::string_view text) {
     });
 }
 
-bool SalesScreen::enter(std::string_view text, int source_store) {
+bool SalesScreen::enter(std::string_view text, std::int64_t source_store) {
     look_for_sale_period();
     ItemEntry entry(connection_, session_, services_.prompts, lists_);
     entry.supply_from(source_store);
@@ -133,7 +133,7 @@ void SalesScreen::delete_line(std::size_t row) {
     });
 }
 
-void SalesScreen::set_line_source(std::size_t row, SourceKind kind, int source_store) {
+void SalesScreen::set_line_source(std::size_t row, SourceKind kind, std::int64_t source_store) {
     if (busy_ || row >= invoice_.lines.size() || frozen()) return;
     Line& line = invoice_.lines[row];
     line.source_kind = kind;

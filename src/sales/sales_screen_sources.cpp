@@ -43,7 +43,7 @@ std::optional<SourceItem> SalesScreen::source_item(std::string_view typed) {
     });
 }
 
-bool SalesScreen::EnterItemFrom(std::string_view text, int source_store) {
+bool SalesScreen::EnterItemFrom(std::string_view text, std::int64_t source_store) {
     return guarded("enter an item from another store", false, [&] {
         if (frozen() || invoice_.is_return()) return false;
         // A receipt brought back only to be looked at makes way for the next customer.

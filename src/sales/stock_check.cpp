@@ -9,7 +9,7 @@ namespace sales {
 using database::Sql;
 namespace permission = signin::permission;
 
-double available_stock(database::Connection& connection, std::int64_t item, int store) {
+double available_stock(database::Connection& connection, std::int64_t item, std::int64_t store) {
     return database::number_of(connection.scalar(Sql("select sum(quan) as qt from stk where icode = ") +
                                                  item + " AND stcode = " + store));
 }
@@ -19,11 +19,12 @@ bool stock_suffices(double available, double needed) {
     return available >= needed || common::round_decimals(available, 3) >= common::round_decimals(needed, 3);
 }
 
-double held_by_lines(const Invoice& invoice, std::int64_t item, int store, const Line* except) {
+double held_by_lines(const Invoice& invoice, std::int64_t item, std::int64_t store, const Line* except) {
     double held = 0;
     for (const Line& line : invoice.lines) {
         if (&line == except || line.item_code != item) continue;
-        const int from = line.source_kind == SourceKind::other_store ? line.source_store : invoice.store;
+        const std::int64_t from =
+            line.source_kind == SourceKind::other_store ? line.source_store : invoice.store;
         if (from == store) held += line.base_quantity();
     }
     return held;

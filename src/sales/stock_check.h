@@ -13,19 +13,20 @@
 namespace sales {
 
 // The sum of an item's stock in a store, in base units; 0 without a row.
-double available_stock(database::Connection& connection, std::int64_t item, int store);
+double available_stock(database::Connection& connection, std::int64_t item, std::int64_t store);
 
 // True when the stock covers the need; equality suffices. Both in base units, compared to the three decimals
 // that quantities have, so that the noise of single-precision columns and of sums decides nothing.
 bool stock_suffices(double available, double needed);
 
 // What the lines of an invoice take of an item from a store, in base units; `except` leaves out one line.
-double held_by_lines(const Invoice& invoice, std::int64_t item, int store, const Line* except = nullptr);
+double held_by_lines(const Invoice& invoice, std::int64_t item, std::int64_t store,
+                     const Line* except = nullptr);
 
 struct StockNeed {
     std::int64_t item = 0;
     std::string name;
-    int store = 0;
+    std::int64_t store = 0;
     double factor = 1;  // base units in the unit that the cashier sees
     std::string unit_name;
     double base_quantity = 0;  // all that the invoice takes from the store with this entry, in base units

@@ -41,7 +41,8 @@ void until_undisturbed(Movement movement) {
 }
 
 // Adds to the batch of one expiry date (negative to take), making the batch when it is missing.
-void move_batch(Connection& connection, std::int64_t item, int store, const Date& expiry, double quantity) {
+void move_batch(Connection& connection, std::int64_t item, std::int64_t store, const Date& expiry,
+                double quantity) {
     until_undisturbed([&] {
         Recordset batch(connection, Sql("select * from stk where icode = ") + item +
                                         " and stcode = " + store + " and edate = " + quoted(expiry));
@@ -109,7 +110,7 @@ void StockTaking::take(std::int64_t item, double quantity) {
     forget(item);
 }
 
-void put_into_stock(Connection& connection, std::int64_t item, int store, double quantity,
+void put_into_stock(Connection& connection, std::int64_t item, std::int64_t store, double quantity,
                     const std::optional<Date>& expiry) {
     Date into = expiry.value_or(common::no_expiry);
     if (!expiry) {

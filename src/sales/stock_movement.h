@@ -14,7 +14,8 @@ namespace sales {
 // that another till changes meanwhile are read again, so no movement is lost.
 class StockTaking {
   public:
-    StockTaking(database::Connection& connection, int store) : connection_(connection), store_(store) {}
+    StockTaking(database::Connection& connection, std::int64_t store)
+        : connection_(connection), store_(store) {}
 
     // The expiry date of the batch from which the next piece would be taken; nothing without stock.
     std::optional<common::Date> oldest(std::int64_t item);
@@ -30,13 +31,13 @@ class StockTaking {
     void take_from_batches(std::int64_t item, double& left);
 
     database::Connection& connection_;
-    int store_;
+    std::int64_t store_;
     std::map<std::int64_t, database::Recordset> batches_;
 };
 
 // Puts a quantity (base units) back: into the batch of the given expiry date, made when missing; without a
 // date into the newest batch, or the batch without expiry when the store holds none.
-void put_into_stock(database::Connection& connection, std::int64_t item, int store, double quantity,
+void put_into_stock(database::Connection& connection, std::int64_t item, std::int64_t store, double quantity,
                     const std::optional<common::Date>& expiry);
 
 }  // namespace sales

@@ -2,6 +2,8 @@
 // here guard nothing.
 #pragma once
 
+#include <cstdint>
+
 namespace signin::permission {
 
 inline constexpr int return_kind = 161;         // the return and the third kind
@@ -9,7 +11,7 @@ inline constexpr int sell_below_stock_a = 216;  // any of the three allows selli
 inline constexpr int sell_below_stock_b = 286;
 inline constexpr int sell_below_stock_c = 281;
 inline constexpr int reprint = 221;
-inline constexpr int open_drawer = 231;
+inline constexpr std::int64_t open_drawer = 231;
 inline constexpr int item_info = 246;
 inline constexpr int edit_price = 251;
 inline constexpr int daily_statement = 256;

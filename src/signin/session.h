@@ -25,13 +25,13 @@ struct Settings {
     int cash_dis_1 = 0;
     int cust_reg = 0;
     int sear_lang = 0;
-    int st_d = 0;  // this workstation's store
+    std::int64_t st_d = 0;  // this workstation's store
     std::string logo = "logo.jpg";
 };
 
 struct Session {
     // From start-up.
-    int cash_point = 0;  // this workstation's drawer
+    std::int64_t cash_point = 0;  // this workstation's drawer
     std::string computer_name;
     std::string version;  // the program version string, trimmed
     std::array<std::string, 3> credit_lines;
@@ -42,7 +42,7 @@ struct Session {
     std::int64_t user_code = 0;
     std::string user_name;
     std::string permissions;  // one character per guarded action, "1" = allowed
-    int store_code = 0;
+    std::int64_t store_code = 0;
     std::string store_name;
     std::string drawer_name;
     Settings settings;

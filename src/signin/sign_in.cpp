@@ -62,7 +62,7 @@ SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view
 
 // The store that the settings name and the drawer that the command line names.
 bool SignIn::load_workplace() {
-    const int store = session_.settings.st_d;
+    const std::int64_t store = session_.settings.st_d;
     const auto stores = connection_.query(Sql("select * from stocks where code = ") + store);
     if (stores.empty()) {
         services_.log.log_event("no store " + std::to_string(store) + " in stocks", log_code);

@@ -70,7 +70,7 @@ std::string computer_name() {
     return common::left(name.data(), 100);
 }
 
-int cash_point_of(std::string_view command_line) {
+std::int64_t cash_point_of(std::string_view command_line) {
     if (command_line.empty() || command_line.front() < '0' || command_line.front() > '9') return 0;
     return command_line.front() - '0';
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -15,7 +16,7 @@ std::filesystem::path program_folder();
 std::string computer_name();
 
 // The cash-point number of a command line: its first character as a digit; anything else, or nothing, is 0.
-int cash_point_of(std::string_view command_line);
+std::int64_t cash_point_of(std::string_view command_line);
 
 // The network address of the server machine that a server text ("machine\instance") names, or "Not Found"
 // when the network knows none within the time. IPv4 goes first, as a data source "address\instance" needs it.

@@ -23,18 +23,18 @@ constexpr double tolerance = 0.0005;
 }  // namespace
 
 LineSource::LineSource(database::Connection& connection, common::Prompts& prompts, std::int64_t item,
-                       double quantity, double factor, int selling_store)
+                       double quantity, double factor, std::int64_t selling_store)
     : connection_(connection),
       prompts_(prompts),
       item_(item),
       base_quantity_(quantity * factor),
       selling_store_(selling_store) {
     for (const auto& row : connection.query("select * from stocks"))
-        stores_.push_back({static_cast<int>(row.integer("code")), row.text("name"), 0});
+        stores_.push_back({row.integer("code"), row.text("name"), 0});
     for (const auto& row :
          connection.query(Sql("select sum(quan) as qq,stcode from stk where icode = ") + item +
                           " and isnull([quan],0)  > 0  Group By stcode  having stcode <> " + selling_store)) {
-        const int store = static_cast<int>(row.integer("stcode"));
+        const std::int64_t store = row.integer("stcode");
         const auto known = std::find_if(stores_.begin(), stores_.end(),
                                         [&](const StoreHolding& holding) { return holding.store == store; });
         if (known == stores_.end()) continue;  // stock of a store that was deleted
@@ -52,7 +52,7 @@ LineSource::LineSource(database::Connection& connection, common::Prompts& prompt
     if (units_.empty()) units_.push_back({1, "وحدة", 1});
 }
 
-bool LineSource::confirm(int store) {
+bool LineSource::confirm(std::int64_t store) {
     const auto refuse = [this](std::string_view text) {
         prompts_.message(text, common::Icon::exclamation);
         return false;

@@ -11,7 +11,7 @@
 namespace stock {
 
 struct StoreHolding {
-    int store = 0;
+    std::int64_t store = 0;
     std::string name;
     double quantity = 0;  // base units
 };
@@ -27,7 +27,7 @@ struct OfferedUnit {
 class LineSource {
   public:
     LineSource(database::Connection& connection, common::Prompts& prompts, std::int64_t item, double quantity,
-               double factor, int selling_store);
+               double factor, std::int64_t selling_store);
 
     // The other stores that hold the item, with what they hold.
     const std::vector<StoreHolding>& holdings() const { return holdings_; }
@@ -39,14 +39,14 @@ class LineSource {
 
     // True when the store (0: none chosen) can supply the line; else the reason has been said and the dialog
     // stays open.
-    bool confirm(int store);
+    bool confirm(std::int64_t store);
 
   private:
     database::Connection& connection_;
     common::Prompts& prompts_;
     std::int64_t item_;
     double base_quantity_;
-    int selling_store_;
+    std::int64_t selling_store_;
     std::vector<StoreHolding> holdings_;
     std::vector<StoreHolding> stores_;
     std::vector<OfferedUnit> units_;

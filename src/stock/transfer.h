@@ -13,8 +13,8 @@ struct TransferOrder {
     double quantity = 0;  // in the line's unit
     double factor = 1;    // base units in that unit
     int unit_code = 1;
-    int source_store = 0;
-    int selling_store = 0;
+    std::int64_t source_store = 0;
+    std::int64_t selling_store = 0;
     common::Date date;  // of the invoice
 };
 

@@ -46,7 +46,7 @@ bool is_watched() {
 }
 
 // Starts the program file again with this workstation's cash-point number.
-bool start_again(const startup::Environment& environment, int cash_point) {
+bool start_again(const startup::Environment& environment, std::int64_t cash_point) {
     return QProcess::startDetached(QCoreApplication::applicationFilePath(), {QString::number(cash_point)},
                                    QString::fromStdString(environment.working_folder.string()));
 }

@@ -98,7 +98,7 @@ TEST_F(Position, MovesWhatIsAboveZero) {
 struct Unmoved {
     const char* what;
     const char* sale;
-    int drawer;
+    std::int64_t drawer;
     float leave;
 };
 TEST_F(Position, MovesNothing) {

@@ -2,6 +2,7 @@
 // being drawer 2 of store 1; the workstation is drawer 1 of store 1 on 2026/11/21 at 10:42:00.
 #pragma once
 
+#include <cstdint>
 #include <sstream>
 #include <string>
 
@@ -13,8 +14,8 @@
 namespace test {
 
 struct InvoiceRow {
-    int store = 1;
-    int drawer = 1;
+    std::int64_t store = 1;
+    std::int64_t drawer = 1;
     std::string date = "2026/11/21";
     std::string time = "09:00:00";  // empty: null
     int ctype = 0;
@@ -53,14 +54,15 @@ class Drawers {
             << row.ptot << "," << row.disboun << "," << row.safe;
         shop.sql(sql.str());
     }
-    void cash_sale(const std::string& amount, const std::string& time = "09:00:00", int drawer = 1) {
+    void cash_sale(const std::string& amount, const std::string& time = "09:00:00", std::int64_t drawer = 1) {
         InvoiceRow row;
         row.ptot = amount;
         row.time = time;
         row.drawer = drawer;
         invoice(row);
     }
-    void open_shift(int number = 1, const std::string& start = "2026/11/21 08:00:00", int drawer = 1) {
+    void open_shift(int number = 1, const std::string& start = "2026/11/21 08:00:00",
+                    std::int64_t drawer = 1) {
         shop.sql("insert into shift (stcode,cash_no,scode,s_date,man_) select 1," + std::to_string(drawer) +
                  "," + std::to_string(number) + ",'" + start + "',1");
     }

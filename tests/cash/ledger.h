@@ -2,6 +2,7 @@
 // table of signs, for comparison with what the program reads from the database.
 #pragma once
 
+#include <cstdint>
 #include <random>
 #include <string>
 #include <vector>
@@ -12,10 +13,10 @@ namespace test {
 
 struct Movement {
     enum Table { sales, vencuspay, btran, cach_t, in_out, dailyexp, mor_les } table = sales;
-    int store = 1, drawer = 1;
-    int to_store = 1, to_drawer = 1;  // cach_t
-    int day = 0;                      // 0, 1, 2: 2026/11/20 and the days after
-    int second = -1;                  // of the day; -1 a null time
+    std::int64_t store = 1, drawer = 1;
+    std::int64_t to_store = 1, to_drawer = 1;  // cach_t
+    int day = 0;                               // 0, 1, 2: 2026/11/20 and the days after
+    int second = -1;                           // of the day; -1 a null time
     int ctype = 0, stype = 0, vcode = -1, safe = 0;
     int type = 1, kind = 1;  // vencuspay.type and ptype, btran.type1 and Type, in_out.type1
     long amount = 0;         // hundredths
@@ -30,14 +31,14 @@ struct Movement {
 class Ledger {
   public:
     std::vector<Movement> rows;
-    long copen(int store, int drawer) const { return 1000L * store + 10L * drawer; }
-    long salary(int store, int drawer) const { return 700L * store + 30L * drawer; }
+    long copen(std::int64_t store, std::int64_t drawer) const { return 1000L * store + 10L * drawer; }
+    long salary(std::int64_t store, std::int64_t drawer) const { return 700L * store + 30L * drawer; }
 
     enum class Rule { store_wide, calc, previous };
 
     // The hundredths of cash in a drawer, of the movements that `counts` accepts by their moment.
     template <typename Counts>
-    long cash(int store, int drawer, Rule rule, const Counts& counts) const {
+    long cash(std::int64_t store, std::int64_t drawer, Rule rule, const Counts& counts) const {
         long total = rule == Rule::calc ? salary(store, drawer) : copen(store, drawer);
         for (const Movement& row : rows) {
             const bool mine = row.store == store && row.drawer == drawer;
@@ -97,7 +98,7 @@ inline Ledger random_ledger(std::mt19937& random, int size) {
     const auto pick = [&random](int from, int to) {
         return std::uniform_int_distribution<int>(from, to)(random);
     };
-    constexpr int drawers[][2] = {{1, 1}, {1, 2}, {2, 1}};
+    constexpr std::int64_t drawers[][2] = {{1, 1}, {1, 2}, {2, 1}};
     Ledger ledger;
     for (int i = 0; i < size; ++i) {
         Movement row;

@@ -53,7 +53,7 @@ TEST_F(RandomDays, PositionAndPeriodFigures) {
         const long until = any_moment(ledger, random);
         const long start = std::min(until, any_moment(ledger, random));
         const auto before = [&](const test::Movement& row) { return row.moment() < until; };
-        for (const int store : {1, 2}) {
+        for (const std::int64_t store : {1, 2}) {
             CashPosition position(drawers.shop.connection(), drawers.session, drawers.services.clock);
             position.compute(store, as_moment(start), as_moment(until));
             for (const DrawerPosition& drawer : position.drawers()) {

@@ -182,7 +182,7 @@ TEST_F(Road, EveryLossIsOneFailureAndTheNextStatementConnectsAnew) {
     const struct {
         Fate fate;
         const char* sqlstate;
-        int stored;
+        std::int64_t stored;
     } cases[] = {{Fate::cut, "08S01", 1}, {Fate::run_and_cut, "08S01", 2}, {Fate::silence, "HYT00", 2}};
     int logins = 1;
     for (const auto& c : cases) {

@@ -76,7 +76,7 @@ TEST(TwoTills, DISABLED_RingUp) {
     _exit(0);
 }
 
-pid_t start_till(const std::filesystem::path& shop, int drawer, int each) {
+pid_t start_till(const std::filesystem::path& shop, std::int64_t drawer, int each) {
     const pid_t child = fork();
     if (child != 0) return child;
     setenv("TALLVEX_SHARED_SHOP", shop.c_str(), 1);

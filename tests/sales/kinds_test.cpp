@@ -125,7 +125,7 @@ TEST(Kinds, CustomerBelongsToAccountInvoicesOnly) {
 TEST(Kinds, EachSeriesCountsOnItsOwn) {
     Counter counter;
     auto& screen = counter.open();
-    const auto number = [&](KindOption kind, PaymentOption payment, int store) {
+    const auto number = [&](KindOption kind, PaymentOption payment, std::int64_t store) {
         screen.SwitchKind(kind);
         screen.SwitchPayment(payment);
         screen.choose_store(store);

@@ -19,7 +19,7 @@ using test::Till;
 
 constexpr const char* written_tables[] = {"sales", "saledata", "btran", "sttran", "tmp_tran"};
 
-std::string stock(Till& till, int item, int store, const std::string& expiry) {
+std::string stock(Till& till, int item, std::int64_t store, const std::string& expiry) {
     return till.shop.cell("select quan from stk where icode = " + std::to_string(item) +
                           " and stcode = " + std::to_string(store) + " and edate = '" + expiry + "'");
 }

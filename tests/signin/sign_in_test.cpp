@@ -127,7 +127,7 @@ TEST_F(SignInTest, NullSettingsAreNothing) {
 TEST_F(SignInTest, AMissingStoreOrDrawerEndsTheProgram) {
     const struct {
         const char* statement;
-        int cash_point;
+        std::int64_t cash_point;
     } cases[] = {
         {"update basic set st_d = 1", 3},  // the store has drawers 1 and 2
         {"update basic set st_d = 2", 2},  // drawer 2 is another store's

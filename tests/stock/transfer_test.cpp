@@ -12,13 +12,13 @@ namespace {
 using stock::TransferOrder;
 using test::Shop;
 
-void add_batch(Shop& shop, int item, int store, const std::string& expiry, double quantity) {
+void add_batch(Shop& shop, int item, std::int64_t store, const std::string& expiry, double quantity) {
     shop.sql("insert into stk (icode,stcode,edate,quan) select " + std::to_string(item) + "," +
              std::to_string(store) + ",'" + expiry + "'," + std::to_string(quantity));
 }
 
 // "expiry quantity" of a store's batches in order of expiry.
-std::string batches(Shop& shop, const std::string& table, int store) {
+std::string batches(Shop& shop, const std::string& table, std::int64_t store) {
     std::string text;
     for (const auto& row : shop.connection().query(database::Sql::from_administrator(
              "select * from " + table + " where stcode = " + std::to_string(store) + " order by edate")))
@@ -113,7 +113,7 @@ TEST(LineSource, SaysWhyAStoreCannotSupply) {
     test::RememberedServices services;
     struct Case {
         double quantity;
-        int store;
+        std::int64_t store;
         const char* expected;  // empty: supplied
     };
     for (const Case& test : {Case{1, 0, "اختار المخزن"}, Case{1, 1, "لا يمكن التحويل لنفس المخزن"},

@@ -96,14 +96,14 @@ void CashPanel::build_fields() {
     connect(store_, &QComboBox::activated, this, [this] {
         const auto store = choice_of(store_);
         if (!store || *store == logic_.store()) return;
-        guarded(context_.services, "CashPanel", [&] { logic_.choose_store(static_cast<int>(*store)); });
+        guarded(context_.services, "CashPanel", [&] { logic_.choose_store(*store); });
         fill_choices(drawer_, logic_.drawers(), logic_.drawer());
         show_state();
     });
     connect(drawer_, &QComboBox::activated, this, [this] {
         const auto drawer = choice_of(drawer_);
         if (!drawer || *drawer == logic_.drawer()) return;
-        guarded(context_.services, "CashPanel", [&] { logic_.choose_drawer(static_cast<int>(*drawer)); });
+        guarded(context_.services, "CashPanel", [&] { logic_.choose_drawer(*drawer); });
         show_state();
     });
     connect(day_, &QLineEdit::editingFinished, this, &CashPanel::choose_day);

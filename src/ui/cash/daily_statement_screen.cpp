@@ -199,13 +199,13 @@ void DailyStatementScreen::show_choices() {
 void DailyStatementScreen::choose_store() {
     const auto store = choice_of(store_);
     if (!store || *store == logic_.store()) return;
-    change([&] { logic_.choose_store(static_cast<int>(*store)); });
+    change([&] { logic_.choose_store(*store); });
 }
 
 void DailyStatementScreen::choose_drawer() {
     const auto drawer = choice_of(drawer_);
     if (!drawer || *drawer == logic_.drawer()) return;
-    change([&] { logic_.choose_drawer(static_cast<int>(*drawer)); });
+    change([&] { logic_.choose_drawer(*drawer); });
 }
 
 bool DailyStatementScreen::choose_date() {

@@ -2,6 +2,7 @@
 // the printing of the cashier's report.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "cash/daily_statement.h"
@@ -57,8 +58,8 @@ class DailyStatementScreen : public Sheet {
     cash::DailyStatement logic_;
     // What the figures on the screen belong to.
     struct {
-        int store = 0;
-        int drawer = 0;
+        std::int64_t store = 0;
+        std::int64_t drawer = 0;
         common::Date date;
     } shown_;
     QComboBox* store_;

@@ -99,7 +99,7 @@ void InvoiceDataSheet::confirm() {
         return;
     }
     guarded(context_.services, "InvoiceData", [&] {
-        const int store = static_cast<int>(chosen_code(store_));
+        const std::int64_t store = chosen_code(store_);
         if (store != 0 && store != screen_.invoice().store) screen_.choose_store(store);
         screen_.choose_date(moment->date);
         screen_.choose_worker(chosen_code(worker_));

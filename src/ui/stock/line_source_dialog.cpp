@@ -96,7 +96,7 @@ LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales:
     // none, so that a hasty Enter takes nothing.
     table_->setCurrentCell(-1, -1);
     const auto& stores = logic_.stores();
-    const int now = item_.row ? screen_.invoice().lines[*item_.row].source_store : 0;
+    const std::int64_t now = item_.row ? screen_.invoice().lines[*item_.row].source_store : 0;
     const auto found = std::find_if(stores.begin(), stores.end(), [&](const stock::StoreHolding& store) {
         if (now != 0) return store.store == now;
         return store.store != screen_.invoice().store && store.quantity >= item_.quantity * item_.factor;
@@ -131,7 +131,7 @@ void LineSourceDialog::confirm() {
         const int row = table_->currentRow();
         const auto& stores = logic_.stores();
         const bool chosen = row >= 0 && static_cast<std::size_t>(row) < stores.size();
-        const int store = chosen ? stores[static_cast<std::size_t>(row)].store : 0;
+        const std::int64_t store = chosen ? stores[static_cast<std::size_t>(row)].store : 0;
         if (!logic_.confirm(store)) return;
         const double others = taken_by_others(store);
         if (others > 0 &&
@@ -145,7 +145,7 @@ void LineSourceDialog::confirm() {
     table_->setFocus();
 }
 
-double LineSourceDialog::taken_by_others(int store) const {
+double LineSourceDialog::taken_by_others(std::int64_t store) const {
     const sales::Invoice& invoice = screen_.invoice();
     const sales::Line* own = item_.row ? &invoice.lines[*item_.row] : nullptr;
     return sales::held_by_lines(invoice, item_.code, store, own);

@@ -1,6 +1,8 @@
 // The line-source dialog: from which store the goods of a line come.
 #pragma once
 
+#include <cstdint>
+
 #include "sales/sales_screen.h"
 #include "stock/line_source.h"
 #include "ui/widgets/context.h"
@@ -22,7 +24,7 @@ class LineSourceDialog : public Sheet {
     LineSourceDialog(QWidget* host, const Context& context, sales::SalesScreen& screen,
                      sales::SourceItem item);
 
-    int store() const { return store_; }
+    std::int64_t store() const { return store_; }
 
   protected:
     void take_focus() override;
@@ -31,7 +33,7 @@ class LineSourceDialog : public Sheet {
     void show_stores(int unit);
     void confirm();
     // What other lines already take of the item from a store, in base units.
-    double taken_by_others(int store) const;
+    double taken_by_others(std::int64_t store) const;
 
     Context context_;
     sales::SalesScreen& screen_;
@@ -39,7 +41,7 @@ class LineSourceDialog : public Sheet {
     stock::LineSource logic_;
     ListTable* table_;
     Segments* units_;
-    int store_ = 0;  // the one chosen; 0 for the selling store
+    std::int64_t store_ = 0;  // the one chosen; 0 for the selling store
 };
 
 }  // namespace ui
