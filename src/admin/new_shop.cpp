@@ -3,8 +3,8 @@
 #include <random>
 #include <vector>
 
-#include "admin/guarded_actions.h"
 #include "admin/opening_stock.h"
+#include "admin/permission_string.h"
 #include "admin/progress.h"
 #include "admin/rows.h"
 #include "admin/shop_files.h"

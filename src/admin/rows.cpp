@@ -3,7 +3,7 @@
 #include <stdexcept>
 
 #include "admin/csv.h"
-#include "admin/guarded_actions.h"
+#include "admin/permission_string.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "database/recordset.h"

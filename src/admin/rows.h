@@ -12,7 +12,7 @@ namespace admin {
 
 // Adds the rows of a CSV text to its table and returns how many. An empty cell is null. Marks in the cells:
 // "{today}", "{today+30}", "{today-10}" are days from `today`; "{allow:reprint+item_info}" is the permission
-// string of those names (guarded_actions.h). `each_row` is called after every row.
+// string of those names (permission_string.h). `each_row` is called after every row.
 std::int64_t load_rows(database::Connection& connection, const EmbeddedTable& rows, const common::Date& today,
                        const std::function<void()>& each_row = {});
 

@@ -1,13 +1,15 @@
 // tallvex-admin users: the users of the shop, their passwords and what each may do.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
 
 #include "admin/commands.h"
-#include "admin/guarded_actions.h"
 #include "admin/password.h"
+#include "admin/permission_string.h"
 #include "admin/shop.h"
 #include "admin/users.h"
 #include "common/text.h"
+#include "signin/permissions.h"
 
 namespace admin {
 
@@ -58,12 +60,13 @@ void list(Tool& tool) {
     for (const auto& row : connection->query("select * from users order by code")) {
         const auto allowed = allowed_actions(row.text("perm"));
         tool.out << row.text("code") << "  " << row.text("name") << "\n    may: "
-                 << (allowed.size() == guarded_actions().size() ? "everything" : joined(allowed)) << '\n';
+                 << (allowed.size() == signin::guarded_actions().size() ? "everything" : joined(allowed))
+                 << '\n';
     }
 }
 
 void list_actions(Tool& tool) {
-    for (const GuardedAction& action : guarded_actions()) {
+    for (const signin::Permission& action : signin::guarded_actions()) {
         tool.out << action.name << std::string(26 - std::min<std::size_t>(action.name.size(), 24), ' ')
                  << action.position << "  " << action.meaning << '\n';
     }

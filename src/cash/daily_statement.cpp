@@ -19,10 +19,7 @@ std::vector<common::Choice> with_all(std::vector<common::Choice> list) {
 }  // namespace
 
 bool DailyStatement::open() {
-    if (!session_.has_permission(signin::permission::daily_statement)) {
-        services_.prompts.message(signin::denied, common::Icon::critical);
-        return false;
-    }
+    if (!signin::authorise(session_, services_.prompts, signin::Action::daily_statement)) return false;
     stores_ = with_all(database::load_stores(connection_));
     date = services_.clock.now().date;
     filter_ = JournalFilter::all;

@@ -30,9 +30,12 @@ bool grant(Invoice& invoice, const signin::Session& session, common::Prompts& pr
            double percent) {
     const double total = invoice.total();
     if (discount >= total) return refuse(invoice, prompts, message::check_discount);
-    if (!session.has_permission(signin::permission::discount_above_ceiling) &&
-        exceeds_ceiling(discount, total, session.settings.max_dis))
-        return refuse(invoice, prompts, message::invoice_discount_refused);
+    if (exceeds_ceiling(discount, total, session.settings.max_dis) &&
+        !signin::authorise(session, prompts, signin::Action::discount_above_ceiling,
+                           message::invoice_discount_refused, common::Icon::none)) {
+        invoice.discount_percent = 0;
+        return false;
+    }
     invoice.discount_percent = percent;
     if (makes_loss(total - discount, invoice.cost())) prompts.message(message::discount_loses);
     return true;

@@ -9,8 +9,6 @@
 
 namespace sales {
 
-namespace permission = signin::permission;
-
 bool LineEditing::refuse(std::string_view text) {
     prompts_.message(text);
     return false;
@@ -19,11 +17,9 @@ bool LineEditing::refuse(std::string_view text) {
 bool LineEditing::may_open(const Line& line, int column) {
     const bool discount = column == column::discount_value || column == column::discount_percent;
     if (!discount && column != column::quantity && column != column::price) return false;
-    if ((column == column::price && !session_.has_permission(permission::edit_price)) ||
-        (discount && !session_.has_permission(permission::edit_discount))) {
-        prompts_.message(signin::denied, common::Icon::critical);
+    if (column == column::price && !signin::authorise(session_, prompts_, signin::Action::edit_price))
         return false;
-    }
+    if (discount && !signin::authorise(session_, prompts_, signin::Action::edit_discount)) return false;
     if (discount && line.clearance) return refuse(message::no_clearance_discount);
     return true;
 }

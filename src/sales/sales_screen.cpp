@@ -9,11 +9,10 @@
 #include "sales/numbering.h"
 #include "sales/pricing.h"
 #include "sales/sales_screen_guard.h"
-#include "signin/permissions.h"
 
 namespace sales {
 
-namespace permission = signin::permission;
+using signin::Action;
 
 namespace {
 
@@ -46,9 +45,8 @@ void SalesScreen::report(std::string_view name, const std::exception& error) {
         common::Icon::critical);
 }
 
-bool SalesScreen::deny() {
-    services_.prompts.message(signin::denied, common::Icon::critical);
-    return false;
+bool SalesScreen::authorise(signin::Action action) {
+    return signin::authorise(session_, services_.prompts, action);
 }
 
 // A server's own day counts, not the workstation's; an embedded shop's server is this workstation.
@@ -196,8 +194,7 @@ bool SalesScreen::SwitchKind(KindOption kind) {
             services_.prompts.message(message::kind_fixed, common::Icon::exclamation);
             return false;
         }
-        if (kind != KindOption::sale && !session_.has_permission(permission::return_kind)) {
-            deny();
+        if (kind != KindOption::sale && !authorise(Action::return_kind)) {
             if (invoice_.lines.empty()) apply_kind(KindOption::sale);
             return false;
         }
@@ -277,7 +274,7 @@ void SalesScreen::OpenDrawer() {
 }
 
 bool SalesScreen::open_drawer_by_key() {
-    if (!session_.has_permission(permission::open_drawer)) return deny();
+    if (!authorise(Action::open_drawer)) return false;
     kick_drawer(services_.devices, keyboard_drawer_port);
     return true;
 }

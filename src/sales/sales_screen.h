@@ -22,6 +22,7 @@
 #include "sales/saving.h"
 #include "sales/screen_lists.h"
 #include "sales/search.h"
+#include "signin/permissions.h"
 #include "signin/session.h"
 
 namespace sales {
@@ -234,7 +235,7 @@ class SalesScreen {
     void line_changed(std::optional<std::size_t> row);
     void refresh_stock();
     bool lines_complete();
-    bool deny();
+    bool authorise(signin::Action action);
     void reset_invoice();
     void finish_save(const PaymentTaken& taken);
     // True, after saying so, while the invoice is partly saved.

@@ -7,9 +7,10 @@
 #include "sales/messages.h"
 #include "sales/sales_screen.h"
 #include "sales/sales_screen_guard.h"
-#include "signin/permissions.h"
 
 namespace sales {
+
+using signin::Action;
 
 bool SalesScreen::EnterItem(std::string_view text) {
     if (read_entry(text).form == EntryForm::empty) return false;
@@ -152,10 +153,7 @@ std::vector<FoundItem> SalesScreen::search(const SearchFilters& filters) {
 
 std::optional<ItemInfo> SalesScreen::item_info(std::int64_t code) {
     return guarded("item info", std::optional<ItemInfo>(), [&]() -> std::optional<ItemInfo> {
-        if (!session_.has_permission(signin::permission::item_info)) {
-            deny();
-            return std::nullopt;
-        }
+        if (!authorise(Action::item_info)) return std::nullopt;
         return load_item_info(connection_, code);
     });
 }

@@ -5,9 +5,10 @@
 #include "sales/sales_screen_guard.h"
 #include "sales/saving_messages.h"
 #include "sales/walk_in.h"
-#include "signin/permissions.h"
 
 namespace sales {
+
+using signin::Action;
 
 std::int64_t SalesScreen::SaveOffer() {
     return guarded("save an offer", std::int64_t{0}, [&]() -> std::int64_t {
@@ -41,7 +42,7 @@ bool SalesScreen::LoadOffer(std::int64_t number) {
             return false;
         }
         Invoice loaded = invoice_of(connection_, *offer);
-        if (loaded.is_return() && !session_.has_permission(signin::permission::return_kind)) return deny();
+        if (loaded.is_return() && !authorise(Action::return_kind)) return false;
         if (!may_replace_invoice()) return false;
         loaded.date = server_date();
         loaded.store = chosen_store_;

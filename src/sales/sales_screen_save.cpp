@@ -10,11 +10,10 @@
 #include "sales/sales_screen_guard.h"
 #include "sales/saving_checks.h"
 #include "sales/saving_messages.h"
-#include "signin/permissions.h"
 
 namespace sales {
 
-namespace permission = signin::permission;
+using signin::Action;
 
 namespace {
 
@@ -226,7 +225,7 @@ bool SalesScreen::start_return() {
             services_.prompts.message(message::select_invoice_first);
             return false;
         }
-        if (!session_.has_permission(permission::return_kind)) return deny();
+        if (!authorise(Action::return_kind)) return false;
         Invoice back = return_of(connection_, *recalled_);
         if (back.lines.empty()) {
             services_.prompts.message(message::nothing_to_return);
@@ -245,7 +244,7 @@ bool SalesScreen::start_return() {
 
 bool SalesScreen::reprint() {
     return guarded("reprint", false, [&] {
-        if (!session_.has_permission(permission::reprint)) return deny();
+        if (!authorise(Action::reprint)) return false;
         printing::Receipt receipt;
         if (recalled_) {
             receipt =
@@ -263,7 +262,7 @@ bool SalesScreen::reprint() {
 
 bool SalesScreen::reprint(const ReceiptRow& receipt) {
     return guarded("reprint", false, [&] {
-        if (!session_.has_permission(permission::reprint)) return deny();
+        if (!authorise(Action::reprint)) return false;
         const auto found = recall_invoice(connection_, receipt.number, receipt.kind, receipt.payment,
                                           receipt.store, lists_, receipt.time);
         if (!found) {

@@ -7,7 +7,6 @@
 namespace sales {
 
 using database::Sql;
-namespace permission = signin::permission;
 
 double available_stock(database::Connection& connection, std::int64_t item, std::int64_t store) {
     return database::number_of(connection.scalar(Sql("select sum(quan) as qt from stk where icode = ") +
@@ -30,12 +29,6 @@ double held_by_lines(const Invoice& invoice, std::int64_t item, std::int64_t sto
     return held;
 }
 
-bool StockCheck::may_override() const {
-    return session_.has_permission(permission::sell_below_stock_a) ||
-           session_.has_permission(permission::sell_below_stock_b) ||
-           session_.has_permission(permission::sell_below_stock_c);
-}
-
 StockAnswer StockCheck::judge(const StockNeed& need, std::string_view refusal) {
     const double available = available_stock(connection_, need.item, need.store);
     if (stock_suffices(available, need.base_quantity)) return StockAnswer::enough;
@@ -43,18 +36,17 @@ StockAnswer StockCheck::judge(const StockNeed& need, std::string_view refusal) {
         connection_.scalar(Sql("select sum(quan1) as rq from reservd where icode = ") + need.item));
     // Goods set aside for others are there: to sell them is one question, not also a sale below stock.
     if (reserved > 0 && stock_suffices(reserved, need.base_quantity - available)) return ask_for_reserved();
-    if (!may_override()) {
-        prompts_.message(refusal);
+    if (!signin::authorise(session_, prompts_, signin::Action::sell_below_stock, refusal, common::Icon::none))
         return StockAnswer::refused;
-    }
     return ask_override(need, available) ? StockAnswer::confirmed : StockAnswer::refused;
 }
 
 StockAnswer StockCheck::ask_for_reserved() {
     if (!prompts_.question(message::stock_reserved, common::Icon::critical)) return StockAnswer::refused;
-    if (session_.has_permission(permission::sell_reserved)) return StockAnswer::confirmed;
-    prompts_.message(message::may_not_sell_reserved, common::Icon::critical);
-    return StockAnswer::refused;
+    return signin::authorise(session_, prompts_, signin::Action::sell_reserved,
+                             message::may_not_sell_reserved)
+               ? StockAnswer::confirmed
+               : StockAnswer::refused;
 }
 
 // The one place where a sale below stock is confirmed: item, stock and need in the cashier's unit.

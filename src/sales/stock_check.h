@@ -48,9 +48,6 @@ class StockCheck {
     // for all others. Whatever is refused has been said.
     StockAnswer judge(const StockNeed& need, std::string_view refusal);
 
-    // True for a user who may sell below stock after confirming.
-    bool may_override() const;
-
   private:
     StockAnswer ask_for_reserved();
     bool ask_override(const StockNeed& need, double available);

@@ -1,22 +1,43 @@
-// The permission positions that guard an action, each with the action it guards. Positions that are not named
-// here guard nothing.
+// Rights: the actions that a user's permission string guards, and the one test for them.
 #pragma once
 
-#include <cstdint>
+#include <span>
+#include <string_view>
 
-namespace signin::permission {
+#include "common/prompts.h"
+#include "signin/session.h"
 
-inline constexpr int return_kind = 161;         // the return and the third kind
-inline constexpr int sell_below_stock_a = 216;  // any of the three allows selling below stock
-inline constexpr int sell_below_stock_b = 286;
-inline constexpr int sell_below_stock_c = 281;
-inline constexpr int reprint = 221;
-inline constexpr std::int64_t open_drawer = 231;
-inline constexpr int item_info = 246;
-inline constexpr int edit_price = 251;
-inline constexpr int daily_statement = 256;
-inline constexpr int edit_discount = 271;
-inline constexpr int sell_reserved = 291;
-inline constexpr int discount_above_ceiling = 301;
+namespace signin {
 
-}  // namespace signin::permission
+enum class Action {
+    return_kind,
+    sell_below_stock,
+    reprint,
+    open_drawer,
+    item_info,
+    edit_price,
+    daily_statement,
+    edit_discount,
+    sell_reserved,
+    discount_above_ceiling,
+};
+
+// A position of the permission string. An action with several positions is allowed by any one of them; a
+// position that is not listed guards nothing.
+struct Permission {
+    Action action;
+    int position;              // counted from 1
+    std::string_view name;     // for an administrator to type: "edit_price"
+    std::string_view meaning;  // for an administrator to read
+};
+
+std::span<const Permission> guarded_actions();
+
+// What a user without the permission is told: "you are not authorised to use this item".
+inline constexpr std::string_view denied = "غير مصرح باستخدام هذا البند";
+
+// Returns true if the signed-in user may perform the action, else false after showing `refusal`.
+bool authorise(const Session& session, common::Prompts& prompts, Action action,
+               std::string_view refusal = denied, common::Icon icon = common::Icon::critical);
+
+}  // namespace signin

@@ -29,6 +29,12 @@ struct Settings {
     std::string logo = "logo.jpg";
 };
 
+// Returns true if the character at the position, counted from 1, of the permission string is "1".
+inline bool has_permission(std::string_view permissions, int position) {
+    return position >= 1 && static_cast<std::size_t>(position) <= permissions.size() &&
+           permissions[static_cast<std::size_t>(position) - 1] == '1';
+}
+
 struct Session {
     // From start-up.
     std::int64_t cash_point = 0;  // this workstation's drawer
@@ -47,14 +53,7 @@ struct Session {
     std::string drawer_name;
     Settings settings;
 
-    // True exactly when the character at the 1-based position of the permission string is "1".
-    bool has_permission(int position) const {
-        return position >= 1 && static_cast<std::size_t>(position) <= permissions.size() &&
-               permissions[static_cast<std::size_t>(position) - 1] == '1';
-    }
+    bool has_permission(int position) const { return signin::has_permission(permissions, position); }
 };
-
-// What a user hears who lacks a permission: "you are not authorised to use this item".
-inline constexpr std::string_view denied = "غير مصرح باستخدام هذا البند";
 
 }  // namespace signin

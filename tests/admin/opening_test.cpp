@@ -2,12 +2,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "admin/guarded_actions.h"
+#include "admin/permission_string.h"
 #include "admin/shop_files.h"
 #include "admin/workbench.h"
-#include "startup/open_connection.h"
 #include "database/embedded/open.h"
 #include "signin/sign_in.h"
+#include "startup/open_connection.h"
 #include "startup/start_up.h"
 
 namespace {

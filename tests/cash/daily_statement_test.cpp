@@ -4,6 +4,7 @@
 
 #include "cash/messages.h"
 #include "drawers.h"
+#include "signin/permissions.h"
 
 namespace cash {
 namespace {

@@ -1,13 +1,11 @@
-#include "admin/guarded_actions.h"
+#include "admin/permission_string.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <map>
-#include <regex>
+#include <algorithm>
 #include <set>
 
-#include "support/data_file.h"
+#include "signin/permissions.h"
 
 namespace {
 
@@ -21,7 +19,7 @@ std::string allowed(std::string_view permissions) {
     return names;
 }
 
-TEST(GuardedActions, ListsBecomePermissionStrings) {
+TEST(PermissionString, ReadsLists) {
     const std::string before = permission_string("reprint");
     const struct {
         std::string_view list;
@@ -44,41 +42,25 @@ TEST(GuardedActions, ListsBecomePermissionStrings) {
     }
     EXPECT_EQ(permission_string("all"), std::string(400, '1'));
     EXPECT_EQ(std::ranges::count(permission_string("named"), '1'),
-              static_cast<std::ptrdiff_t>(admin::guarded_actions().size()));
+              static_cast<std::ptrdiff_t>(signin::guarded_actions().size()));
 }
 
-TEST(GuardedActions, AShortOrOverlongStringIsTakenAsItIs) {
+TEST(PermissionString, AcceptsShortAndOverlongStrings) {
     EXPECT_EQ(permission_string("+reprint", "11").substr(0, 3), "110");
     EXPECT_EQ(permission_string("+reprint", std::string(500, '1')).size(), 400U);
     EXPECT_EQ(allowed("111"), "");
 }
 
-TEST(GuardedActions, RefusesWhatIsNoAction) {
+TEST(PermissionString, RefusesUnknownWords) {
     for (const std::string_view list : {"sell", "reprint+", "0", "401", "reprint,item_info", "+"}) {
         EXPECT_THROW(permission_string(list), admin::UnknownAction) << list;
     }
 }
 
-// The tool's names are those of the program's constants, each with its place: one that is added, renamed or
-// moved there and not here is told.
-TEST(GuardedActions, AreThoseOfTheProgram) {
-    std::map<std::string, int> program;
-    const std::regex constant(R"(inline constexpr int (\w+) = (\d+);)");
-    for (const std::string& line : test::data_lines("../src/signin/permissions.h", "//")) {
-        if (std::smatch found; std::regex_search(line, found, constant))
-            program[found[1]] = std::stoi(found[2]);
-    }
-    ASSERT_FALSE(program.empty());
-    std::map<std::string, int> tool;
-    for (const auto& action : admin::guarded_actions())
-        tool[std::string(action.name)] = action.position;
-    EXPECT_EQ(tool, program);
-}
-
-TEST(GuardedActions, EveryActionHasItsOwnPlace) {
+TEST(PermissionString, EveryActionHasItsOwnPlace) {
     std::set<int> places;
     std::set<std::string_view> names;
-    for (const auto& action : admin::guarded_actions()) {
+    for (const auto& action : signin::guarded_actions()) {
         EXPECT_TRUE(places.insert(action.position).second) << action.name;
         EXPECT_TRUE(names.insert(action.name).second) << action.name;
     }

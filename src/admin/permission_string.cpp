@@ -1,4 +1,4 @@
-#include "admin/guarded_actions.h"
+#include "admin/permission_string.h"
 
 #include <algorithm>
 
@@ -7,27 +7,6 @@
 #include "signin/permissions.h"
 
 namespace admin {
-
-namespace permission = signin::permission;
-
-const std::vector<GuardedAction>& guarded_actions() {
-    static const std::vector<GuardedAction> actions = {
-        {"return_kind", permission::return_kind, "ring up returns and the third kind"},
-        {"sell_below_stock_a", permission::sell_below_stock_a, "sell more than the stock (any one of three)"},
-        {"sell_below_stock_b", permission::sell_below_stock_b, "sell more than the stock (any one of three)"},
-        {"sell_below_stock_c", permission::sell_below_stock_c, "sell more than the stock (any one of three)"},
-        {"reprint", permission::reprint, "print a receipt again"},
-        {"open_drawer", permission::open_drawer, "open the drawer without a sale"},
-        {"item_info", permission::item_info, "see an item's prices and profit"},
-        {"edit_price", permission::edit_price, "change the price of a line"},
-        {"daily_statement", permission::daily_statement, "see the day's cash statement"},
-        {"edit_discount", permission::edit_discount, "give a discount on a line"},
-        {"sell_reserved", permission::sell_reserved, "sell goods that are reserved"},
-        {"discount_above_ceiling", permission::discount_above_ceiling,
-         "give an invoice discount above the ceiling"},
-    };
-    return actions;
-}
 
 namespace {
 
@@ -45,7 +24,7 @@ void apply(std::string& permissions, std::string_view word, char mark) {
         return;
     }
     bool found = false;
-    for (const GuardedAction& action : guarded_actions()) {
+    for (const signin::Permission& action : signin::guarded_actions()) {
         if (word != "named" && word != action.name) continue;
         put(permissions, action.position, mark);
         found = true;
@@ -83,10 +62,8 @@ std::string permission_string(std::string_view list, std::string_view before) {
 
 std::vector<std::string_view> allowed_actions(std::string_view permissions) {
     std::vector<std::string_view> names;
-    for (const GuardedAction& action : guarded_actions()) {
-        const auto place = static_cast<std::size_t>(action.position) - 1;
-        if (place < permissions.size() && permissions[place] == '1') names.push_back(action.name);
-    }
+    for (const signin::Permission& action : signin::guarded_actions())
+        if (signin::has_permission(permissions, action.position)) names.push_back(action.name);
     return names;
 }
 

@@ -1,0 +1,40 @@
+#include "signin/permissions.h"
+
+#include <algorithm>
+
+namespace signin {
+
+namespace {
+
+constexpr Permission permissions[] = {
+    {Action::return_kind, 161, "return_kind", "ring up returns and the third kind"},
+    {Action::sell_below_stock, 216, "sell_below_stock_a", "sell more than the stock (any one of three)"},
+    {Action::sell_below_stock, 286, "sell_below_stock_b", "sell more than the stock (any one of three)"},
+    {Action::sell_below_stock, 281, "sell_below_stock_c", "sell more than the stock (any one of three)"},
+    {Action::reprint, 221, "reprint", "print a receipt again"},
+    {Action::open_drawer, 231, "open_drawer", "open the drawer without a sale"},
+    {Action::item_info, 246, "item_info", "see an item's prices and profit"},
+    {Action::edit_price, 251, "edit_price", "change the price of a line"},
+    {Action::daily_statement, 256, "daily_statement", "see the day's cash statement"},
+    {Action::edit_discount, 271, "edit_discount", "give a discount on a line"},
+    {Action::sell_reserved, 291, "sell_reserved", "sell goods that are reserved"},
+    {Action::discount_above_ceiling, 301, "discount_above_ceiling",
+     "give an invoice discount above the ceiling"},
+};
+
+}  // namespace
+
+std::span<const Permission> guarded_actions() {
+    return permissions;
+}
+
+bool authorise(const Session& session, common::Prompts& prompts, Action action, std::string_view refusal,
+               common::Icon icon) {
+    const bool allowed = std::ranges::any_of(permissions, [&](const Permission& permission) {
+        return permission.action == action && session.has_permission(permission.position);
+    });
+    if (!allowed) prompts.message(refusal, icon);
+    return allowed;
+}
+
+}  // namespace signin
