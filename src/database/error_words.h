@@ -1,4 +1,4 @@
-// What a cashier is told of an error of the database, where its cause is one he can do something about.
+// What a cashier is told about a database error that he can do something about.
 #pragma once
 
 #include <exception>
@@ -25,7 +25,7 @@ inline constexpr std::string_view changed_meanwhile = "تم تعديل نفس ا
 
 }  // namespace message
 
-// The words for an `Error` of one of these causes; nothing for any other error.
+// The text for an `Error` of one of these causes; nothing for any other error.
 std::optional<std::string_view> words_for(const std::exception& error);
 
 }  // namespace database

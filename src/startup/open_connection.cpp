@@ -32,7 +32,9 @@ std::unique_ptr<database::Connection> open_connection(const std::string& connect
         return database::open_sqlserver(connection_string);
     }
     const std::string file = part_of(connection_string, "Initial Catalog");
-    if (file.empty()) throw database::Error("08001", "The connection names no shop file.", "");
+    if (file.empty())
+        throw database::Error("08001", "The connection names no shop file.", "",
+                              database::Error::Kind::file_missing);
     return database::open_embedded(folder / file);
 }
 

@@ -8,9 +8,6 @@
 
 namespace startup {
 
-// True for a server that did not answer at all, whose address may have changed.
-bool is_server_missing(std::string_view description);
-
 // The reason of a database error in Arabic; `database` is the catalog or the shop's file, as the connection
 // file names it.
 std::string reason_of(const database::Error& error, std::string_view database);

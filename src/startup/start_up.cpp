@@ -1,5 +1,5 @@
-#include "startup/open_connection.h"
 #include "startup/start_up.h"
+#include "startup/open_connection.h"
 
 #include <utility>
 
@@ -78,9 +78,9 @@ bool StartUp::run(const ShowSignIn& show_sign_in) {
         fail(error.what(), error.reason(), false);
     } catch (const database::Error& error) {
         fail(error.what() + (error.statement().empty() ? std::string() : " in: " + error.statement()),
-             reason_of(error, record_.database), is_server_missing(error.what()));
+             reason_of(error, record_.database), error.kind() == database::Error::Kind::server_missing);
     } catch (const std::exception& error) {
-        fail(error.what(), std::string(message::see_log), is_server_missing(error.what()));
+        fail(error.what(), std::string(message::see_log), false);
     }
     return false;
 }

@@ -261,26 +261,29 @@ TEST_F(StartUpTest, ASettingsRowMustStand) {
 }
 
 TEST_F(StartUpTest, EveryRefusalOfTheServerHasItsReason) {
+    using Kind = database::Error::Kind;
     const struct {
         const char* sqlstate;
         const char* said;
         std::string reason;
+        Kind kind;
     } cases[] = {
-        {"08001", "SQL Server does not exist or access denied.", std::string(message::server_unreachable)},
-        {"28000", "Login failed for user 'sa'.", std::string(message::wrong_password)},
-        {"28000", "Anmeldung fehlgeschlagen", std::string(message::wrong_password)},
+        {"08001", "SQL Server does not exist or access denied.", std::string(message::server_unreachable),
+         Kind::server_missing},
+        {"28000", "Login failed for user 'sa'.", std::string(message::wrong_password), Kind::login_refused},
         {"42000", "Cannot open database \"db\" requested by the login. The login failed.",
-         std::string(message::database_missing) + "db"},
-        {"08S01", "Write to the server failed", std::string(message::connection_lost)},
-        {"HYT00", "The server did not answer in time.", std::string(message::connection_lost)},
-        {"IM003", "The ODBC driver cannot be used: x", std::string(message::no_driver)},
-        {"HY000", "something else", std::string(message::see_log)},
+         std::string(message::database_missing) + "db", Kind::database_missing},
+        {"08S01", "Write to the server failed", std::string(message::connection_lost), Kind::connection_lost},
+        {"HYT00", "The server did not answer in time.", std::string(message::connection_lost),
+         Kind::timed_out},
+        {"IM003", "The ODBC driver cannot be used: x", std::string(message::no_driver), Kind::no_driver},
+        {"HY000", "something else", std::string(message::see_log), Kind::other},
     };
     for (const auto& c : cases) {
         Environment on = server_ground({"SHOPSRV", "db", "Not Found"}, "TILL3");
         on.get_ip = [](std::string_view) { return "Not Found"; };
         on.open = [&c](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
-            throw database::Error(c.sqlstate, c.said, "");
+            throw database::Error(c.sqlstate, c.said, "", c.kind);
         };
         EXPECT_FALSE(run(on));
         EXPECT_TRUE(logged(c.said));

@@ -76,7 +76,7 @@ bool turn_round(tsql::Select& select) {
 // The database's errors carry the statement; those raised on the way do not know it yet.
 Error with_statement(const Error& error, std::string_view statement) {
     return {error.sqlstate(), error.what(),
-            error.statement().empty() ? std::string(statement) : error.statement()};
+            error.statement().empty() ? std::string(statement) : error.statement(), error.kind()};
 }
 
 }  // namespace

@@ -51,7 +51,8 @@ Error engine_error(sqlite3* engine, int code, std::string_view statement_text) {
     const int primary = code & 0xFF;
     if (primary == SQLITE_FULL ||
         ((primary == SQLITE_IOERR || primary == SQLITE_CANTOPEN) && is_disk_full(engine, extended))) {
-        return {"HY000", "The disk is full: the shop file cannot grow.", std::move(statement)};
+        return {"HY000", "The disk is full: the shop file cannot grow.", std::move(statement),
+                Error::Kind::disk_full};
     }
     switch (primary) {
         case SQLITE_ERROR:
@@ -70,18 +71,20 @@ Error engine_error(sqlite3* engine, int code, std::string_view statement_text) {
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
             return {"HYT00", "Timeout expired: the shop file is in use by another program.",
-                    std::move(statement)};
+                    std::move(statement), Error::Kind::busy};
         case SQLITE_INTERRUPT:
             return {"HYT00", "Timeout expired.", std::move(statement)};
         case SQLITE_READONLY:
-            return {"HY000", "The shop file is read-only.", std::move(statement)};
+            return {"HY000", "The shop file is read-only.", std::move(statement), Error::Kind::read_only};
         case SQLITE_CANTOPEN:
-            return {"08001", "The shop file cannot be opened: " + message + ".", std::move(statement)};
+            return {"08001", "The shop file cannot be opened: " + message + ".", std::move(statement),
+                    Error::Kind::connection_lost};
         case SQLITE_IOERR:
             return {"08S01", "The shop file cannot be reached: " + message + ".", std::move(statement)};
         case SQLITE_CORRUPT:
         case SQLITE_NOTADB:
-            return {"HY000", "The shop file is damaged: " + message + ".", std::move(statement)};
+            return {"HY000", "The shop file is damaged: " + message + ".", std::move(statement),
+                    Error::Kind::file_damaged};
         case SQLITE_TOOBIG:
             return {"22001", "String or binary data would be truncated.", std::move(statement)};
         case SQLITE_NOMEM:

@@ -1,4 +1,4 @@
-// Opening a shop file, with a reason for every file that is none.
+// Opens a shop file, or explains why a file is not a shop.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -20,8 +20,10 @@ namespace fs = std::filesystem;
 // Marks a file as a shop ("TVXs"), so that no other program's database is taken for one.
 constexpr int shop_mark = 0x54565873;
 
-[[noreturn]] void refuse(const fs::path& file, const std::string& why) {
-    throw Error("08001", "The shop file \"" + file.string() + "\" " + why + ".", "");
+using Kind = Error::Kind;
+
+[[noreturn]] void refuse(const fs::path& file, const std::string& why, Kind kind) {
+    throw Error("08001", "The shop file \"" + file.string() + "\" " + why + ".", "", kind);
 }
 
 bool has_database_header(const fs::path& file) {
@@ -31,30 +33,34 @@ bool has_database_header(const fs::path& file) {
     return stream && std::string_view(header.data(), 15) == "SQLite format 3";
 }
 
-// Whether the file is to be made: true when there is none and `create` allows it.
+// Returns true if the file must be made: it is missing and `create` allows making it.
 bool check_file(const fs::path& file, bool create) {
     std::error_code error;
     const fs::file_status status = fs::status(file, error);
     if (!fs::exists(status)) {
-        if (status.type() != fs::file_type::not_found) refuse(file, "cannot be reached: " + error.message());
-        if (!create) refuse(file, "does not exist");
+        if (status.type() != fs::file_type::not_found)
+            refuse(file, "cannot be reached: " + error.message(), Kind::connection_lost);
+        if (!create) refuse(file, "does not exist", Kind::file_missing);
         const fs::path folder = file.parent_path().empty() ? "." : file.parent_path();
-        if (!fs::is_directory(folder, error)) refuse(file, "cannot be made: its folder does not exist");
-        if (::access(folder.c_str(), W_OK) != 0) refuse(file, "cannot be made: its folder is read-only");
+        if (!fs::is_directory(folder, error))
+            refuse(file, "cannot be made: its folder does not exist", Kind::file_missing);
+        if (::access(folder.c_str(), W_OK) != 0)
+            refuse(file, "cannot be made: its folder is read-only", Kind::read_only);
         return true;
     }
-    if (fs::is_directory(status)) refuse(file, "is a folder");
-    if (!fs::is_regular_file(status)) refuse(file, "is no file");
-    if (::access(file.c_str(), R_OK) != 0) refuse(file, "cannot be read");
+    if (fs::is_directory(status)) refuse(file, "is a folder", Kind::file_is_folder);
+    if (!fs::is_regular_file(status)) refuse(file, "is no file", Kind::file_damaged);
+    if (::access(file.c_str(), R_OK) != 0) refuse(file, "cannot be read", Kind::file_unreadable);
     if (fs::file_size(file, error) == 0) {
-        if (!create) refuse(file, "is empty and no shop");
+        if (!create) refuse(file, "is empty and no shop", Kind::file_damaged);
         return true;
     }
-    if (!has_database_header(file)) refuse(file, "is no shop file, or is damaged");
-    if (::access(file.c_str(), W_OK) != 0) refuse(file, "is read-only");
+    if (!has_database_header(file)) refuse(file, "is no shop file, or is damaged", Kind::file_damaged);
+    if (::access(file.c_str(), W_OK) != 0) refuse(file, "is read-only", Kind::read_only);
     // The log of what is being written stands beside it.
     const fs::path folder = file.parent_path().empty() ? "." : file.parent_path();
-    if (::access(folder.c_str(), W_OK) != 0) refuse(file, "is in a folder that is read-only");
+    if (::access(folder.c_str(), W_OK) != 0)
+        refuse(file, "is in a folder that is read-only", Kind::read_only);
     return false;
 }
 
@@ -68,11 +74,12 @@ void EmbeddedConnection::open(const fs::path& file, bool create) {
     const int flags = SQLITE_OPEN_READWRITE | (fresh ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
     const int code = sqlite3_open_v2(file.c_str(), &raw, flags, nullptr);
     engine_.reset(raw);
-    if (code != SQLITE_OK) refuse(file, std::string("cannot be opened: ") + sqlite3_errstr(code));
+    if (code != SQLITE_OK)
+        refuse(file, std::string("cannot be opened: ") + sqlite3_errstr(code), Kind::connection_lost);
     try {
         prepare_engine(fresh);
     } catch (const Error& error) {
-        refuse(file, std::string("cannot be opened: ") + error.what());
+        refuse(file, std::string("cannot be opened: ") + error.what(), error.kind());
     }
 }
 
@@ -86,12 +93,14 @@ void EmbeddedConnection::prepare_engine(bool fresh) {
     // A prepared statement keeps its plan whatever values it is given.
     sqlite3_db_config(engine, SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
     embedded::register_functions(engine);
-    if (sqlite3_db_readonly(engine, "main") == 1) throw Error("08001", "it is read-only", "");
+    if (sqlite3_db_readonly(engine, "main") == 1)
+        throw Error("08001", "it is read-only", "", Kind::read_only);
     if (!fresh) {
         // A damaged file shows here, and one of another program.
         const std::int64_t mark = embedded::number(engine, "PRAGMA application_id");
         const std::int64_t tables = embedded::number(engine, "SELECT count(*) FROM sqlite_schema");
-        if (mark != shop_mark && tables > 0) throw Error("08001", "it belongs to another program", "");
+        if (mark != shop_mark && tables > 0)
+            throw Error("08001", "it belongs to another program", "", Kind::file_damaged);
     }
     // 3 MB of pages hold what a till works on: a larger cache was no faster at sales, searches and sums over
     // a million invoices, and only filled all day with rows that nobody asks for again.

@@ -2,22 +2,20 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 
 namespace database {
 
 namespace {
 
+using Kind = Error::Kind;
+
 struct Meaning {
     int number;
     const char* sqlstate;
-    const char* words = "";
+    std::optional<Kind> kind = {};  // if the SQLSTATE does not tell
 };
-
-constexpr const char* no_database = "Cannot open database: ";
-constexpr const char* no_login = "Login failed: ";
-constexpr const char* disk_full = "The disk is full: ";
-constexpr const char* read_only = "The database is read-only: ";
 
 constexpr std::array meanings = {
     // A row: a key, a null, a constraint.
@@ -58,33 +56,33 @@ constexpr std::array meanings = {
     Meaning{3960, "40001"},
     Meaning{1222, "HYT00"},
     // Log-in.
-    Meaning{4060, "42000", no_database},
-    Meaning{4064, "42000", no_database},
-    Meaning{911, "42000", no_database},
-    Meaning{916, "42000", no_database},
-    Meaning{927, "42000", no_database},
-    Meaning{942, "42000", no_database},
-    Meaning{18452, "28000", no_login},
-    Meaning{18456, "28000", no_login},
-    Meaning{18470, "28000", no_login},
-    Meaning{18486, "28000", no_login},
-    Meaning{18487, "28000", no_login},
-    Meaning{18488, "28000", no_login},
+    Meaning{4060, "42000", Kind::database_missing},
+    Meaning{4064, "42000", Kind::database_missing},
+    Meaning{911, "42000", Kind::database_missing},
+    Meaning{916, "42000", Kind::database_missing},
+    Meaning{927, "42000", Kind::database_missing},
+    Meaning{942, "42000", Kind::database_missing},
+    Meaning{18452, "28000"},
+    Meaning{18456, "28000"},
+    Meaning{18470, "28000"},
+    Meaning{18486, "28000"},
+    Meaning{18487, "28000"},
+    Meaning{18488, "28000"},
     // Room: of the files, of the log, of a database that is limited in size, of the disk.
-    Meaning{1101, "HY000", disk_full},
-    Meaning{1105, "HY000", disk_full},
-    Meaning{1827, "HY000", disk_full},
-    Meaning{5149, "HY000", disk_full},
-    Meaning{9002, "HY000", disk_full},
-    Meaning{3906, "HY000", read_only},
-    Meaning{3908, "HY000", read_only},
+    Meaning{1101, "HY000", Kind::disk_full},
+    Meaning{1105, "HY000", Kind::disk_full},
+    Meaning{1827, "HY000", Kind::disk_full},
+    Meaning{5149, "HY000", Kind::disk_full},
+    Meaning{9002, "HY000", Kind::disk_full},
+    Meaning{3906, "HY000", Kind::read_only},
+    Meaning{3908, "HY000", Kind::read_only},
 };
 
 }  // namespace
 
 bool is_missing_database(int number) {
     return std::any_of(meanings.begin(), meanings.end(), [number](const Meaning& meaning) {
-        return meaning.number == number && meaning.words == no_database;
+        return meaning.number == number && meaning.kind == Kind::database_missing;
     });
 }
 
@@ -92,10 +90,9 @@ Error server_error(const Diagnostic& said, std::string_view statement) {
     const auto* meaning = std::find_if(meanings.begin(), meanings.end(),
                                        [&](const Meaning& one) { return one.number == said.native; });
     if (meaning == meanings.end()) return {said.sqlstate, said.text, std::string(statement)};
-    const std::string_view words = meaning->words;
-    const bool says_so =
-        said.text.starts_with(words.substr(0, words.find(':')));  // a server that speaks English
-    return {meaning->sqlstate, says_so ? said.text : meaning->words + said.text, std::string(statement)};
+    Error error(meaning->sqlstate, said.text, std::string(statement));
+    if (!meaning->kind) return error;
+    return {error.sqlstate(), said.text, std::string(statement), *meaning->kind};
 }
 
 }  // namespace database

@@ -11,9 +11,7 @@ namespace database {
 // The database that was asked for is missing, or closed to this login.
 bool is_missing_database(int number);
 
-// An Error with the SQLSTATE that the embedded engine gives for the same, and the server's text. What the
-// program tells the cashier apart has its English words in front: "Cannot open database: ", "Login failed: ",
-// "The disk is full: ", "The database is read-only: ".
+// An Error with the server's text, and with the SQLSTATE that the embedded engine gives for the same failure.
 Error server_error(const Diagnostic& said, std::string_view statement);
 
 }  // namespace database
