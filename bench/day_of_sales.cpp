@@ -18,7 +18,7 @@
 #include "bench/till.h"
 #include "startup/activity_log.h"
 #include "startup/start_up.h"
-#include "ui/sales/sales_screen.h"
+#include "ui/sales/sales_window.h"
 #include "ui/till.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/sheet.h"
@@ -123,9 +123,9 @@ class Cashier final : public QObject {
         }
     }
 
-    static ui::Form31* sales_screen() {
+    static ui::SalesWindow* sales_screen() {
         for (QWidget* widget : QApplication::topLevelWidgets())
-            if (auto* screen = qobject_cast<ui::Form31*>(widget)) return screen;
+            if (auto* screen = qobject_cast<ui::SalesWindow*>(widget)) return screen;
         return nullptr;
     }
 

@@ -11,7 +11,7 @@
 
 #include "bench/measure.h"
 #include "printing/report_printer.h"
-#include "ui/sales/sales_screen.h"
+#include "ui/sales/sales_window.h"
 #include "ui/screen_register.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/key_queue.h"
@@ -93,7 +93,7 @@ struct PaintedTill::Parts {
     printing::PrinterChoice choice;
     ui::KeyQueue keys;
     ui::Context context;
-    ui::Form31 screen;
+    ui::SalesWindow screen;
     QLineEdit* entry = nullptr;
     QAbstractScrollArea* lines = nullptr;
 };
@@ -116,7 +116,7 @@ void PaintedTill::enter_and_paint() {
 }
 
 double PaintedTill::search_and_paint(const std::string& name) {
-    ui::Form31& screen = parts_->screen;
+    ui::SalesWindow& screen = parts_->screen;
     screen.activateWindow();
     for (int i = 0; i < 100 && !screen.isActiveWindow(); ++i)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);

@@ -16,7 +16,7 @@
 #include "play/player.h"
 #include "play/receipt_reading.h"
 #include "play/seeing.h"
-#include "ui/sales/sales_screen.h"
+#include "ui/sales/sales_window.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/message_box.h"
 #include "ui/widgets/style.h"
@@ -95,7 +95,7 @@ Progress Player::do_start(const Step&) {
 }
 
 Progress Player::do_restart(const Step&) {
-    auto* sales = qobject_cast<ui::Form31*>(find_widget("Form31"));
+    auto* sales = qobject_cast<ui::SalesWindow*>(find_widget("Form31"));
     if (sales != nullptr) {
         emit sales->finished(false);
         return Progress::wait("the program is ending");
@@ -236,7 +236,7 @@ Progress Player::do_look(const Step& step) {
     Look look;
     if (!read_look(step, look)) return Progress::fail("it reads: look NAME = CAPTION");
     // The clock on the screen may be a second behind the play's.
-    if (auto* sales = qobject_cast<ui::Form31*>(find_widget("Form31"))) sales->tick();
+    if (auto* sales = qobject_cast<ui::SalesWindow*>(find_widget("Form31"))) sales->tick();
     look.screen = front_screen();
     if (look.screen.empty()) return Progress::wait("there is no window");
     std::filesystem::create_directories(settings_.pictures);

@@ -13,11 +13,11 @@
 #include "ui/cash/shift_screen.h"
 #include "ui/printing/printer_screen.h"
 #include "ui/sales/invoice_data_sheet.h"
-#include "ui/sales/receipts_screen.h"
-#include "ui/sales/sales_screen.h"
-#include "ui/signin/password_screen.h"
+#include "ui/sales/receipts_sheet.h"
+#include "ui/sales/sales_window.h"
+#include "ui/signin/password_sheet.h"
 #include "ui/stock/line_source_dialog.h"
-#include "ui/stock/offers_screen.h"
+#include "ui/stock/offers_sheet.h"
 
 namespace ui {
 
@@ -27,7 +27,7 @@ namespace {
 template <typename Open>
 std::function<void(QWidget*)> on_sales(Open open) {
     return [open](QWidget* host) {
-        if (auto* sales = qobject_cast<Form31*>(host)) open(host, sales->logic());
+        if (auto* sales = qobject_cast<SalesWindow*>(host)) open(host, sales->logic());
     };
 }
 
@@ -39,7 +39,7 @@ Screens neighbours(const Context& context) {
                      shift2s screen(host, context);
                      if (!screen.open()) return;
                      screen.run();
-                     auto* sales = qobject_cast<Form31*>(host);
+                     auto* sales = qobject_cast<SalesWindow*>(host);
                      if (sales != nullptr && !screen.closing().isEmpty()) sales->notice(screen.closing());
                  }});
     screens.add({"f9", "ك&شف الخزينة", Qt::Key_F9, false, "F9", [context](QWidget* host) {
@@ -90,12 +90,11 @@ Screens neighbours(const Context& context) {
                      screen.run();
                  }});
     screens.add({"receipts", "بونات &اليوم", Qt::Key_B, false, "Ctrl B",
-                 on_sales([](QWidget* host, auto& sales) { ReceiptsScreen(host, sales).run(); }), true,
+                 on_sales([](QWidget* host, auto& sales) { ReceiptsSheet(host, sales).run(); }), true,
                  "البونات"});
-    screens.add(
-        {"offers", "&عروض الأسعار", Qt::Key_O, false, "Ctrl O",
-         on_sales([context](QWidget* host, auto& sales) { OffersScreen(host, context, sales).run(); }), true,
-         "العروض"});
+    screens.add({"offers", "&عروض الأسعار", Qt::Key_O, false, "Ctrl O",
+                 on_sales([context](QWidget* host, auto& sales) { OffersSheet(host, context, sales).run(); }),
+                 true, "العروض"});
     screens.add({"keep_offer", "حف&ظ كعرض سعر", Qt::Key_S, false, "Ctrl S",
                  on_sales([context](QWidget* host, auto& sales) { keep_offer(host, context, sales); }),
                  true});
@@ -117,7 +116,7 @@ Screens neighbours(const Context& context) {
                      PrinterScreen(host, context, sales).run();
                  })});
     screens.add({"password", "تغيير كلمة ال&سر", 0, false, {}, [context](QWidget* host) {
-                     Form63(host, context).run();
+                     PasswordSheet(host, context).run();
                  }});
     return screens;
 }

@@ -7,9 +7,9 @@
 #include "ui/help/key.h"
 #include "ui/printing/system_receipt_printer.h"
 #include "ui/printing/system_report_printer.h"
-#include "ui/sales/sales_screen.h"
+#include "ui/sales/sales_window.h"
 #include "ui/screen_register.h"
-#include "ui/signin/sign_in_screen.h"
+#include "ui/signin/sign_in_window.h"
 
 namespace ui {
 
@@ -21,14 +21,14 @@ void Till::run(database::Connection& connection, signin::Session& session) {
                           choice,     keys_,   restart_,  show_window_};
 
     const HelpKey help;
-    auto sign_in = std::make_unique<Form62>(context);
+    auto sign_in = std::make_unique<SignInWindow>(context);
     if (!sign_in->run()) return;
     // The workstation's receipt port is the one of the settings until another is chosen.
     choice.receipt_port = session.settings.print;
 
-    Form31 sales(context, neighbours(context));
+    SalesWindow sales(context, neighbours(context));
     QEventLoop loop;
-    QObject::connect(&sales, &Form31::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&sales, &SalesWindow::finished, &loop, &QEventLoop::quit);
     // The sign-in screen stays below until the sales screen stands, so that no desktop shows between them.
     show_window_(sales);
     sign_in.reset();

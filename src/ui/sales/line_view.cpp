@@ -6,10 +6,12 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyle>
+#include <QStyledItemDelegate>
+#include <algorithm>
 #include <array>
 
 #include "sales/invoice.h"
-#include "ui/sales/line_delegate.h"
+#include "sales/kinds.h"
 #include "ui/sales/line_model.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
@@ -29,8 +31,109 @@ bool can_be_edited(int source) {
 constexpr auto empty_text = "اكتب كود الصنف أو مرر الباركود · Ctrl F للبحث بالاسم";
 
 // Widths of the shown columns on a wide and on a narrow screen; the name takes what is left.
-constexpr std::array<int, LineModel::shown_count> wide = {36, 68, 0, 128, 82, 84, 74, 74, 92, 80};
-constexpr std::array<int, LineModel::shown_count> narrow = {32, 58, 0, 0, 68, 70, 74, 74, 78, 70};
+constexpr std::array<int, LineModel::shown_count> wide_columns = {36, 68, 0, 128, 82, 84, 74, 74, 92, 80};
+constexpr std::array<int, LineModel::shown_count> narrow_columns = {32, 58, 0, 0, 68, 70, 74, 74, 78, 70};
+
+// How many characters of a text make whole words that fit a width; all of its first word at least.
+qsizetype fitting(const QString& text, const QFontMetrics& metrics, int width) {
+    qsizetype taken = -1;
+    for (qsizetype blank = text.indexOf(' '); blank >= 0; blank = text.indexOf(' ', blank + 1)) {
+        if (taken >= 0 && metrics.horizontalAdvance(text.left(blank)) > width) break;
+        taken = blank;
+    }
+    return taken < 0 ? text.size() : taken;
+}
+
+constexpr double smallest = 9;  // pixels of the 1366×768 screen
+constexpr double before = 4;    // blank beside a figure
+constexpr double behind = 10;
+
+QFont fitted(QFont font, const QString& text, int width) {
+    while (font.pixelSize() > px(smallest) && QFontMetrics(font).horizontalAdvance(text) > width)
+        font.setPixelSize(font.pixelSize() - 1);
+    return font;
+}
+
+// Paints a cell of the grid.
+class LineDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    // What a figure needs at its smallest.
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+    void set_background(const QColor& colour) { background_ = colour; }
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+
+  private:
+    QColor background_;
+};
+
+QSize LineDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    QFont font = option.font;
+    font.setPixelSize(px(smallest));
+    return {QFontMetrics(font).horizontalAdvance(index.data().toString()) + px(before) + px(behind),
+            option.fontMetrics.height()};
+}
+
+void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+    const auto* view = qobject_cast<const QTableView*>(option.widget);
+    const bool current_row = view != nullptr && view->currentIndex().row() == index.row();
+    const QColor open_background = colour::from_blue_first(sales::colour_editable_cell);
+    // Cells that wait for typing show it on the current row too.
+    const QColor background = index.data(LineModel::open_role).toBool() ? open_background
+                              : current_row                             ? QColor(colour::current)
+                                                                        : background_;
+    painter->save();
+    painter->fillRect(option.rect, background);
+    painter->fillRect(QRect(option.rect.left(), option.rect.bottom(), option.rect.width(), 1),
+                      background_.darker(108));
+    const int column = LineModel::source_column(index.column());
+    const QString text = index.data(Qt::DisplayRole).toString();
+    const QRect place = option.rect.adjusted(px(before), 0, -px(behind), 0);
+    const int right = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter;
+    const bool narrow = view != nullptr && view->width() < px(880);
+    const double size = narrow ? 15 : 17;
+    QFont font = option.font;
+    font.setPixelSize(px(column == sales::column::group ? 14 : size));
+    painter->setPen(QColor(column == sales::column::group ? colour::slate : colour::ink));
+    painter->setFont(font);
+    if (column == sales::column::name || column == sales::column::group) {
+        painter->setLayoutDirection(Qt::RightToLeft);
+        const QFontMetrics one_line(font);
+        if (column == sales::column::group || one_line.horizontalAdvance(text) <= place.width()) {
+            painter->drawText(place, right | Qt::TextSingleLine,
+                              one_line.elidedText(text, Qt::ElideRight, place.width()));
+        } else {
+            // A long name takes two smaller lines; what is longer still is cut.
+            font.setPixelSize(px(narrow ? 13 : 14));
+            painter->setFont(font);
+            const QFontMetrics small(font);
+            const qsizetype first = fitting(text, small, place.width());
+            const int middle = place.center().y();
+            const auto draw = [&](int top, const QString& part) {
+                painter->drawText(QRect(place.left(), top, place.width(), small.height()),
+                                  right | Qt::TextSingleLine,
+                                  small.elidedText(part, Qt::ElideRight, place.width()));
+            };
+            const int height = std::min(small.height(), place.height() / 2);
+            draw(middle - height, text.left(first).trimmed());
+            draw(middle, text.mid(first).trimmed());
+        }
+    } else {
+        // No digit is ever cut off: what is too long is written smaller.
+        font = fitted(font, text, place.width());
+        painter->setFont(font);
+        painter->setLayoutDirection(Qt::LeftToRight);
+        painter->drawText(place, right | Qt::TextSingleLine, text);
+    }
+    if (view != nullptr && view->hasFocus() && view->currentIndex() == index) {
+        painter->setPen(QPen(QColor(colour::focus), px(2)));
+        painter->drawRect(option.rect.adjusted(1, 1, -1, -1));
+    }
+    painter->restore();
+}
 
 }  // namespace
 
@@ -64,15 +167,15 @@ LineView::LineView(LineModel* model, QWidget* parent) : QTableView(parent) {
     follow();
 }
 
-void LineView::set_ground(const QColor& environment) {
-    static_cast<LineDelegate*>(itemDelegate())->set_ground(environment);
-    environment_ = environment;
+void LineView::set_background(const QColor& background) {
+    static_cast<LineDelegate*>(itemDelegate())->set_background(background);
+    background_ = background;
     viewport()->update();
 }
 
 void LineView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
-    painter.fillRect(event->rect(), environment_);
+    painter.fillRect(event->rect(), background_);
     if (model()->rowCount() == 0) {
         painter.setPen(QColor(colour::quiet));
         painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, empty_text);
@@ -82,7 +185,7 @@ void LineView::paintEvent(QPaintEvent* event) {
 }
 
 void LineView::set_widths() {
-    const auto& widths = width() >= px(880) ? wide : narrow;
+    const auto& widths = width() >= px(880) ? wide_columns : narrow_columns;
     for (int at = 0; at < LineModel::shown_count; ++at) {
         if (at != 2) setColumnWidth(at, px(widths[static_cast<std::size_t>(at)]));
     }

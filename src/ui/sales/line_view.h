@@ -13,7 +13,7 @@ class LineView : public QTableView {
   public:
     explicit LineView(LineModel* model, QWidget* parent = nullptr);
 
-    void set_ground(const QColor& environment);
+    void set_background(const QColor& colour);
     // Moves the cursor to a line without a signal.
     void show_current(int row);
     // Opens the field over a cell, holding its value or, where given, another one, selected for overtyping.
@@ -55,7 +55,7 @@ class LineView : public QTableView {
     int edited_row_ = -1;
     int edited_column_ = -1;
     bool quiet_ = false;
-    QColor environment_;
+    QColor background_;
 };
 
 }  // namespace ui

@@ -31,7 +31,7 @@ QFrame* figure_box(const char* role, const QString& caption, QLabel* figure) {
 
 }  // namespace
 
-Form34::Form34(QWidget* host, sales::Payment& payment) : Sheet(host), payment_(payment) {
+PaymentDialog::PaymentDialog(QWidget* host, sales::Payment& payment) : Sheet(host), payment_(payment) {
     setObjectName("Form34");
     set_card_width(520);
     auto* net = new Figure("payment_net", "netfigure");
@@ -77,11 +77,11 @@ Form34::Form34(QWidget* host, sales::Payment& payment) : Sheet(host), payment_(p
     show_change();
 }
 
-void Form34::take_focus() {
+void PaymentDialog::take_focus() {
     paid_->setFocus();
 }
 
-void Form34::keyPressEvent(QKeyEvent* event) {
+void PaymentDialog::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         auto* button = qobject_cast<QPushButton*>(focusWidget());
         if (button != nullptr) {
@@ -95,7 +95,7 @@ void Form34::keyPressEvent(QKeyEvent* event) {
     Sheet::keyPressEvent(event);
 }
 
-void Form34::show_change() {
+void PaymentDialog::show_change() {
     change_->setText(qt(payment_.change_text()));
     change_box_->setProperty("short", payment_.change() < 0);
     change_box_->style()->unpolish(change_box_);

@@ -17,10 +17,10 @@ class AmountField;
 
 // run() returns 1 for confirm (Enter) and 0 for back to the invoice (Esc). What was typed stands in
 // `payment`.
-class Form34 : public Sheet {
+class PaymentDialog : public Sheet {
     Q_OBJECT
   public:
-    Form34(QWidget* host, sales::Payment& payment);
+    PaymentDialog(QWidget* host, sales::Payment& payment);
 
   protected:
     void take_focus() override;

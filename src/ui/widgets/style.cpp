@@ -22,7 +22,7 @@ constexpr int base_font = 16;  // pixels at 1366×768
 // "$name" is a colour, "12px" is a measure of the 1366×768 screen.
 constexpr auto sheet = R"(
 QWidget { color: $ink; font-size: 16px; }
-QWidget#Form31, QWidget#Form62, QWidget[role="ground"] { background: $background; }
+QWidget[role="screen"] { background: $background; }
 QLabel { background: transparent; }
 QLabel[role="caption"] { font-size: 12px; color: $quiet; }
 QLabel[role="figure"] { font-size: 18px; font-weight: 700; }

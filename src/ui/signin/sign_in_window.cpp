@@ -1,4 +1,4 @@
-#include "ui/signin/sign_in_screen.h"
+#include "ui/signin/sign_in_window.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -24,9 +24,10 @@
 
 namespace ui {
 
-Form62::Form62(const Context& context)
+SignInWindow::SignInWindow(const Context& context)
     : context_(context), logic_(context.connection, context.session, context.services) {
     setObjectName("Form62");
+    set_role(this, "screen");
     setWindowTitle(qt(message::title));
     setMinimumSize(px(640), px(480));
     auto* outer = new QVBoxLayout(this);
@@ -68,20 +69,20 @@ Form62::Form62(const Context& context)
 
     fill();
     connect(user_->lineEdit(), &QLineEdit::returnPressed, password_, qOverload<>(&QWidget::setFocus));
-    connect(password_, &QLineEdit::returnPressed, this, &Form62::confirm);
-    connect(enter, &QPushButton::clicked, this, &Form62::confirm);
+    connect(password_, &QLineEdit::returnPressed, this, &SignInWindow::confirm);
+    connect(enter, &QPushButton::clicked, this, &SignInWindow::confirm);
     connect(cancel, &QPushButton::clicked, this, [this] { leave(false); });
     connect(help, &QPushButton::clicked, this, &open_help);
 }
 
-void Form62::fill() {
+void SignInWindow::fill() {
     for (const signin::User& user : logic_.users()) {
         user_->addItem(qt(user.name), QVariant::fromValue<qlonglong>(user.code));
     }
     user_->setCurrentIndex(-1);
 }
 
-bool Form62::run() {
+bool SignInWindow::run() {
     context_.show_window(*this);
     activateWindow();
     user_->setFocus();
@@ -92,7 +93,7 @@ bool Form62::run() {
     return signed_in_;
 }
 
-void Form62::confirm() {
+void SignInWindow::confirm() {
     if (Sheet::top_of(this) != nullptr) return;
     guarded(context_.services, "SignIn", [this] {
         switch (logic_.confirm(choice_of(user_), utf8(password_->text()))) {
@@ -113,12 +114,12 @@ void Form62::confirm() {
     });
 }
 
-void Form62::leave(bool signed_in) {
+void SignInWindow::leave(bool signed_in) {
     signed_in_ = signed_in;
     if (loop_ != nullptr) loop_->quit();
 }
 
-void Form62::keyPressEvent(QKeyEvent* event) {
+void SignInWindow::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (auto* button = qobject_cast<QPushButton*>(focusWidget()); enter && button != nullptr) {
         button->click();
@@ -129,11 +130,11 @@ void Form62::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-void Form62::closeEvent(QCloseEvent*) {
+void SignInWindow::closeEvent(QCloseEvent*) {
     leave(false);
 }
 
-void Form62::paintEvent(QPaintEvent*) {
+void SignInWindow::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), QColor(colour::background));
     painter.fillRect(0, 0, width(), height() * 2 / 5, QColor(colour::night));

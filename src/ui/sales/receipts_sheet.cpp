@@ -1,4 +1,4 @@
-#include "ui/sales/receipts_screen.h"
+#include "ui/sales/receipts_sheet.h"
 #include "ui/widgets/form_fields.h"
 
 #include <QHBoxLayout>
@@ -22,7 +22,7 @@ QString kind_text(sales::KindOption kind) {
 
 }  // namespace
 
-ReceiptsScreen::ReceiptsScreen(QWidget* host, sales::SalesScreen& screen)
+ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesScreen& screen)
     : Sheet(host, "بونات اليوم"), screen_(screen), rows_(screen.receipts_today()) {
     setObjectName("receipts_screen");
     set_card_width(760);
@@ -63,11 +63,11 @@ ReceiptsScreen::ReceiptsScreen(QWidget* host, sales::SalesScreen& screen)
     connect(table_, &ListTable::row_taken, this, [this] { show_receipt(); });
 }
 
-void ReceiptsScreen::take_focus() {
+void ReceiptsSheet::take_focus() {
     table_->setFocus();
 }
 
-const sales::ReceiptRow* ReceiptsScreen::chosen() {
+const sales::ReceiptRow* ReceiptsSheet::chosen() {
     // A second press while a box lies above is no second action.
     if (Sheet::top_of(window()) != this) return nullptr;
     const int row = table_->currentRow();
@@ -76,17 +76,17 @@ const sales::ReceiptRow* ReceiptsScreen::chosen() {
     return nullptr;
 }
 
-void ReceiptsScreen::show_receipt() {
+void ReceiptsSheet::show_receipt() {
     const auto* row = chosen();
     if (row != nullptr && screen_.recall(*row)) leave(1);
 }
 
-void ReceiptsScreen::reprint() {
+void ReceiptsSheet::reprint() {
     if (const auto* row = chosen()) screen_.reprint(*row);
     table_->setFocus();
 }
 
-void ReceiptsScreen::start_return() {
+void ReceiptsSheet::start_return() {
     const auto* row = chosen();
     if (row != nullptr && screen_.recall(*row)) {
         screen_.start_return();

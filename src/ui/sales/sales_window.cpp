@@ -1,5 +1,5 @@
 // The sales screen: its parts and what they show.
-#include "ui/sales/sales_screen.h"
+#include "ui/sales/sales_window.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -15,7 +15,6 @@
 #include "ui/sales/entry_bar.h"
 #include "ui/sales/header_bar.h"
 #include "ui/sales/invoice_banner.h"
-#include "ui/sales/key_strip.h"
 #include "ui/sales/kind_bar.h"
 #include "ui/sales/line_model.h"
 #include "ui/sales/line_view.h"
@@ -37,7 +36,7 @@ constexpr int news_seconds = 8;
 
 }  // namespace
 
-Form31::Form31(Context context, Screens screens)
+SalesWindow::SalesWindow(Context context, Screens screens)
     : context_(std::move(context)),
       screens_(std::move(screens)),
       logic_(context_.connection, context_.session, context_.services, context_.receipts),
@@ -47,7 +46,7 @@ Form31::Form31(Context context, Screens screens)
       totals_(new TotalsPanel),
       strip_(new KeyStrip) {
     setObjectName("Form31");
-    setAttribute(Qt::WA_StyledBackground);
+    set_role(this, "screen");
     setWindowTitle(qt(message::title));
     setMinimumSize(px(1024), px(700));
 
@@ -69,11 +68,11 @@ Form31::Form31(Context context, Screens screens)
     qApp->installEventFilter(this);
 }
 
-Form31::~Form31() {
+SalesWindow::~SalesWindow() {
     qApp->removeEventFilter(this);
 }
 
-QWidget* Form31::build_main() {
+QWidget* SalesWindow::build_main() {
     auto* main = new QWidget;
     auto* column = new QVBoxLayout(main);
     column->setContentsMargins(px(14), px(14), px(14), px(10));
@@ -96,7 +95,7 @@ QWidget* Form31::build_main() {
 }
 
 // What the cursor's line has in stock, what the invoice counts, and the screens of this invoice.
-QWidget* Form31::build_foot() {
+QWidget* SalesWindow::build_foot() {
     auto* box = new QWidget;
     auto* foot = new QHBoxLayout(box);
     foot->setContentsMargins(px(4), 0, px(4), 0);
@@ -120,7 +119,7 @@ QWidget* Form31::build_foot() {
     return box;
 }
 
-void Form31::build_strip() {
+void SalesWindow::build_strip() {
     const auto press_key = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         return [this, key, modifiers] { press(key, modifiers); };
     };
@@ -136,7 +135,7 @@ void Form31::build_strip() {
     strip_->add("f12", "F12", "خروج", press_key(Qt::Key_F12));
 }
 
-void Form31::build_menu() {
+void SalesWindow::build_menu() {
     auto* menu = new QMenu(header_->menu_button());
     menu->setObjectName("main_menu");
     const auto add = [menu](const QString& name, const QString& caption, auto action) {
@@ -164,19 +163,19 @@ void Form31::build_menu() {
     header_->menu_button()->setMenu(menu);
 }
 
-void Form31::connect_parts() {
-    connect(header_, &HeaderBar::shift_clicked, this, &Form31::show_shifts);
-    connect(kind_bar_, &KindBar::kind_chosen, this, &Form31::switch_kind);
+void SalesWindow::connect_parts() {
+    connect(header_, &HeaderBar::shift_clicked, this, &SalesWindow::show_shifts);
+    connect(kind_bar_, &KindBar::kind_chosen, this, &SalesWindow::switch_kind);
     connect(kind_bar_, &KindBar::price_level_chosen, this,
             [this](int level) { press(Qt::Key_1 + level - 2, Qt::ControlModifier); });
-    connect(kind_bar_, &KindBar::recall_wanted, this, &Form31::recall);
-    connect(banner_, &InvoiceBanner::reprint_clicked, this, &Form31::reprint);
-    connect(banner_, &InvoiceBanner::return_clicked, this, &Form31::start_return);
-    connect(entry_bar_, &EntryBar::entered, this, &Form31::enter_item);
+    connect(kind_bar_, &KindBar::recall_wanted, this, &SalesWindow::recall);
+    connect(banner_, &InvoiceBanner::reprint_clicked, this, &SalesWindow::reprint);
+    connect(banner_, &InvoiceBanner::return_clicked, this, &SalesWindow::start_return);
+    connect(entry_bar_, &EntryBar::entered, this, &SalesWindow::enter_item);
     connect(entry_bar_, &EntryBar::general_item_clicked, this, [this] { enter_item("*"); });
-    connect(entry_bar_, &EntryBar::search_clicked, this, &Form31::search);
-    connect(entry_bar_, &EntryBar::down, this, &Form31::go_to_grid);
-    connect(entry_bar_, &EntryBar::quick_quantity_wanted, this, &Form31::quick_quantity);
+    connect(entry_bar_, &EntryBar::search_clicked, this, &SalesWindow::search);
+    connect(entry_bar_, &EntryBar::down, this, &SalesWindow::go_to_grid);
+    connect(entry_bar_, &EntryBar::quick_quantity_wanted, this, &SalesWindow::quick_quantity);
     connect(entry_bar_, &EntryBar::entered_for_recalled, this, [this](const QString& text) {
         logic_.EnterItemForRecalled(utf8(text));
         repaint_all();
@@ -193,18 +192,18 @@ void Form31::connect_parts() {
             [this](bool opened, const QString& number) { logic_.enter_permit(opened, utf8(number)); });
     connect(party_bar_, &PartyBar::tips_receiver_chosen, this,
             [this](qlonglong code) { logic_.choose_tips_receiver(code); });
-    connect(party_bar_, &PartyBar::finished, this, &Form31::focus_entry);
+    connect(party_bar_, &PartyBar::finished, this, &SalesWindow::focus_entry);
     connect(lines_, &LineView::row_chosen, this, [this](int row) {
         logic_.select_row(static_cast<std::size_t>(row));
         repaint_all();
     });
-    connect(lines_, &LineView::edit_wanted, this, &Form31::edit_cell);
-    connect(lines_, &LineView::committed, this, &Form31::commit_cell);
-    connect(lines_, &LineView::edit_cancelled, this, &Form31::focus_entry);
-    connect(lines_, &LineView::delete_wanted, this, &Form31::delete_current_line);
-    connect(lines_, &LineView::left, this, &Form31::focus_entry);
-    connect(totals_, &TotalsPanel::payment_chosen, this, &Form31::switch_payment);
-    connect(totals_, &TotalsPanel::save_clicked, this, &Form31::save);
+    connect(lines_, &LineView::edit_wanted, this, &SalesWindow::edit_cell);
+    connect(lines_, &LineView::committed, this, &SalesWindow::commit_cell);
+    connect(lines_, &LineView::edit_cancelled, this, &SalesWindow::focus_entry);
+    connect(lines_, &LineView::delete_wanted, this, &SalesWindow::delete_current_line);
+    connect(lines_, &LineView::left, this, &SalesWindow::focus_entry);
+    connect(totals_, &TotalsPanel::payment_chosen, this, &SalesWindow::switch_payment);
+    connect(totals_, &TotalsPanel::save_clicked, this, &SalesWindow::save);
     connect(totals_, &TotalsPanel::left, this, [this] {
         repaint_all();
         focus_entry();
@@ -219,12 +218,12 @@ void Form31::connect_parts() {
         if (!refused_) focus_entry();
         repaint_all();
     });
-    connect(&context_.keys, &KeyQueue::scan_waits, this, &Form31::make_way_for_scan);
-    connect(&seconds_, &QTimer::timeout, this, &Form31::tick);
+    connect(&context_.keys, &KeyQueue::scan_waits, this, &SalesWindow::make_way_for_scan);
+    connect(&seconds_, &QTimer::timeout, this, &SalesWindow::tick);
     connect(&news_, &QTimer::timeout, this, [this] { header_->next_news(logic_.news()); });
 }
 
-bool Form31::open() {
+bool SalesWindow::open() {
     if (!logic_.Open()) return false;
     party_bar_->fill(logic_);
     repaint_all();
@@ -236,13 +235,13 @@ bool Form31::open() {
     return true;
 }
 
-void Form31::repaint_all() {
+void SalesWindow::repaint_all() {
     header_->show_state(logic_, context_.session);
     kind_bar_->show_state(logic_);
     banner_->show_state(logic_);
     entry_bar_->show_recalled(logic_.recalled());
     party_bar_->show_state(logic_);
-    lines_->set_ground(colour::from_blue_first(logic_.grid_colour()));
+    lines_->set_background(colour::from_blue_first(logic_.grid_colour()));
     model_->refresh();
     lines_->show_current(logic_.current_row() ? static_cast<int>(*logic_.current_row()) : -1);
     show_stock();
@@ -255,7 +254,7 @@ void Form31::repaint_all() {
 }
 
 // The quantity, and as many whole expiry dates as there is room for: half a date misleads.
-void Form31::show_stock() {
+void SalesWindow::show_stock() {
     const int room = std::max(px(60), stock_->width());
     const QFontMetrics metrics = stock_->fontMetrics();
     QString all = qt(logic_.stock_shown().quantity).trimmed();
@@ -271,23 +270,23 @@ void Form31::show_stock() {
     stock_->setToolTip(all);
 }
 
-void Form31::tick() {
+void SalesWindow::tick() {
     const common::Date day = logic_.invoice().date;
     logic_.tick();
     header_->show_clock(logic_.clock_text());
     if (logic_.invoice().date != day) kind_bar_->show_state(logic_);
 }
 
-void Form31::notice(const QString& text) {
+void SalesWindow::notice(const QString& text) {
     banner_->notice(text);
     repaint_all();
 }
 
-void Form31::focus_entry() {
+void SalesWindow::focus_entry() {
     entry_bar_->field()->setFocus();
 }
 
-void Form31::resizeEvent(QResizeEvent* event) {
+void SalesWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     totals_->setFixedWidth(px(event->size().width() < px(1200) ? 280 : 336));
 }

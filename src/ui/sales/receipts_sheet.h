@@ -17,10 +17,10 @@ namespace ui {
 class ListTable;
 
 // run() returns 1 when a receipt was brought to the sales screen.
-class ReceiptsScreen : public Sheet {
+class ReceiptsSheet : public Sheet {
     Q_OBJECT
   public:
-    ReceiptsScreen(QWidget* host, sales::SalesScreen& screen);
+    ReceiptsSheet(QWidget* host, sales::SalesScreen& screen);
 
   protected:
     void take_focus() override;

@@ -21,10 +21,10 @@ class ListTable;
 void keep_offer(QWidget* host, const Context& context, sales::SalesScreen& screen);
 
 // run() returns 1 when an offer was loaded.
-class OffersScreen : public Sheet {
+class OffersSheet : public Sheet {
     Q_OBJECT
   public:
-    OffersScreen(QWidget* host, const Context& context, sales::SalesScreen& screen);
+    OffersSheet(QWidget* host, const Context& context, sales::SalesScreen& screen);
 
   protected:
     void take_focus() override;

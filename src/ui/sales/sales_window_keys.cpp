@@ -8,13 +8,13 @@
 #include "ui/sales/entry_bar.h"
 #include "ui/sales/kind_bar.h"
 #include "ui/sales/line_view.h"
-#include "ui/sales/sales_screen.h"
+#include "ui/sales/sales_window.h"
 #include "ui/sales/totals_panel.h"
 #include "ui/widgets/sheet.h"
 
 namespace ui {
 
-bool Form31::eventFilter(QObject* watched, QEvent* event) {
+bool SalesWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress || !watched->isWidgetType())
         return QWidget::eventFilter(watched, event);
     auto* widget = static_cast<QWidget*>(watched);
@@ -27,7 +27,7 @@ bool Form31::eventFilter(QObject* watched, QEvent* event) {
     return press(key->key(), key->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier));
 }
 
-bool Form31::press(int key, Qt::KeyboardModifiers modifiers) {
+bool SalesWindow::press(int key, Qt::KeyboardModifiers modifiers) {
     if (Sheet::top_of(this) != nullptr) return false;
     if (modifiers == Qt::ControlModifier) {
         if (const ScreenEntry* neighbour = screens_.find(key, false, true)) {
@@ -122,7 +122,7 @@ bool Form31::press(int key, Qt::KeyboardModifiers modifiers) {
     }
 }
 
-void Form31::closeEvent(QCloseEvent* event) {
+void SalesWindow::closeEvent(QCloseEvent* event) {
     if (leaving_) return;
     event->ignore();
     if (Sheet::top_of(this) == nullptr) leave();

@@ -1,4 +1,4 @@
-#include "ui/signin/password_screen.h"
+#include "ui/signin/password_sheet.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -14,7 +14,8 @@
 
 namespace ui {
 
-Form63::Form63(QWidget* host, const Context& context) : Sheet(host, "تغيير كلمة السر"), context_(context) {
+PasswordSheet::PasswordSheet(QWidget* host, const Context& context)
+    : Sheet(host, "تغيير كلمة السر"), context_(context) {
     setObjectName("Form63");
     set_card_width(440);
     const auto field = [this](const char* name, const QString& caption) {
@@ -39,12 +40,12 @@ Form63::Form63(QWidget* host, const Context& context) : Sheet(host, "تغيير 
     body()->addLayout(row);
     connect(old_, &QLineEdit::returnPressed, new_, qOverload<>(&QWidget::setFocus));
     connect(new_, &QLineEdit::returnPressed, again_, qOverload<>(&QWidget::setFocus));
-    connect(again_, &QLineEdit::returnPressed, this, &Form63::confirm);
-    connect(confirmed, &QPushButton::clicked, this, &Form63::confirm);
+    connect(again_, &QLineEdit::returnPressed, this, &PasswordSheet::confirm);
+    connect(confirmed, &QPushButton::clicked, this, &PasswordSheet::confirm);
     connect(back, &QPushButton::clicked, this, [this] { leave(0); });
 }
 
-void Form63::confirm() {
+void PasswordSheet::confirm() {
     guarded(context_.services, "ChangePassword", [this] {
         if (new_->text() != again_->text()) {
             context_.services.prompts.message(message::passwords_differ);

@@ -1,4 +1,4 @@
-#include "ui/sales/item_info_sheet.h"
+#include "ui/sales/item_sheets.h"
 
 #include <QGridLayout>
 #include <QPushButton>
@@ -10,6 +10,24 @@
 #include "ui/widgets/text.h"
 
 namespace ui {
+
+QuickQuantitySheet::QuickQuantitySheet(QWidget* host, const QString& item, const QString& quantity)
+    : Sheet(host) {
+    setObjectName("quick_quantity_sheet");
+    set_card_width(360);
+    QLabel* name = label(item, "figure");
+    name->setWordWrap(true);
+    body()->addWidget(name);
+    field_ = new AmountField("quick_quantity");
+    set_role(field_, "large");
+    field_->setText(quantity);
+    body()->addWidget(captioned("الكمية", field_));
+    connect(field_, &QLineEdit::returnPressed, this, [this] { leave(1); });
+}
+
+QString QuickQuantitySheet::text() const {
+    return field_->text();
+}
 
 ItemInfoSheet::ItemInfoSheet(QWidget* host, const sales::ItemInfo& info, const sales::StockShown* stock)
     : Sheet(host, qt(info.name)) {

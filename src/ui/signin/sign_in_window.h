@@ -12,10 +12,10 @@ class QLineEdit;
 
 namespace ui {
 
-class Form62 : public QWidget {
+class SignInWindow : public QWidget {
     Q_OBJECT
   public:
-    explicit Form62(const Context& context);
+    explicit SignInWindow(const Context& context);
     // Shows the screen until somebody has signed in (true), or the program is to end.
     bool run();
 

@@ -25,11 +25,11 @@ class TotalsPanel;
 
 // The face of sales::SalesScreen: it passes keys on to its actions and repaints from it after each one.
 // Typing goes on in the item-code field unless an action wants it elsewhere.
-class Form31 : public QWidget {
+class SalesWindow : public QWidget {
     Q_OBJECT
   public:
-    Form31(Context context, Screens screens);
-    ~Form31() override;
+    SalesWindow(Context context, Screens screens);
+    ~SalesWindow() override;
 
     // Opens the logic and shows the screen; false when the database failed (the message has been shown).
     bool open();

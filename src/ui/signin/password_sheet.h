@@ -8,10 +8,10 @@ class QLineEdit;
 
 namespace ui {
 
-class Form63 : public Sheet {
+class PasswordSheet : public Sheet {
     Q_OBJECT
   public:
-    Form63(QWidget* host, const Context& context);
+    PasswordSheet(QWidget* host, const Context& context);
 
   private:
     void confirm();

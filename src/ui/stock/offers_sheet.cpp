@@ -1,4 +1,4 @@
-#include "ui/stock/offers_screen.h"
+#include "ui/stock/offers_sheet.h"
 #include "ui/widgets/form_fields.h"
 
 #include <QHBoxLayout>
@@ -13,7 +13,7 @@
 #include "sales/offer_bridge.h"
 #include "sales/sales_screen.h"
 #include "ui/printing/printed.h"
-#include "ui/sales/sales_screen.h"
+#include "ui/sales/sales_window.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
@@ -37,13 +37,13 @@ void keep_offer(QWidget* host, const Context& context, sales::SalesScreen& scree
     const std::int64_t number = screen.SaveOffer();
     if (number == 0) return;
     // The screen behind the question is empty already.
-    if (auto* sales = qobject_cast<Form31*>(host)) sales->repaint_all();
+    if (auto* sales = qobject_cast<SalesWindow*>(host)) sales->repaint_all();
     if (context.services.prompts.question(std::string(sales::message::offer_number) + std::to_string(number) +
                                           std::string(sales::message::offer_kept)))
         print_offer(context, number);
 }
 
-OffersScreen::OffersScreen(QWidget* host, const Context& context, sales::SalesScreen& screen)
+OffersSheet::OffersSheet(QWidget* host, const Context& context, sales::SalesScreen& screen)
     : Sheet(host, "عروض الأسعار"), context_(context), screen_(screen) {
     setObjectName("offers_screen");
     set_card_width(760);
@@ -73,18 +73,18 @@ OffersScreen::OffersScreen(QWidget* host, const Context& context, sales::SalesSc
     body()->addLayout(buttons);
 
     for (QLineEdit* field : {customer_, number_, date_})
-        connect(field, &QLineEdit::textChanged, this, &OffersScreen::search);
+        connect(field, &QLineEdit::textChanged, this, &OffersSheet::search);
     connect(table_, &ListTable::row_taken, this, [this] { load(); });
     connect(table_, &ListTable::left_upwards, customer_, qOverload<>(&QWidget::setFocus));
     search();
 }
 
-void OffersScreen::take_focus() {
+void OffersSheet::take_focus() {
     customer_->setFocus();
 }
 
 // A number or date that is typed only in part filters nothing yet.
-void OffersScreen::search() {
+void OffersSheet::search() {
     guarded(context_.services, "ListOffers", [&] {
         stock::OfferFilter filter;
         filter.customer = common::trim(utf8(customer_->text()));
@@ -107,25 +107,25 @@ void OffersScreen::search() {
     table_->show_rows(texts);
 }
 
-std::int64_t OffersScreen::chosen() const {
+std::int64_t OffersSheet::chosen() const {
     if (Sheet::top_of(window()) != this) return 0;
     const int row = table_->currentRow();
     const bool found = row >= 0 && static_cast<std::size_t>(row) < rows_.size();
     return found ? rows_[static_cast<std::size_t>(row)].number : 0;
 }
 
-void OffersScreen::load() {
+void OffersSheet::load() {
     // A number that is in no offer is loaded all the same, so that its absence is said.
     std::int64_t number = chosen();
     if (number == 0) number = common::parse_integer(utf8(number_->text())).value_or(0);
     if (number != 0 && screen_.LoadOffer(number)) leave(1);
 }
 
-void OffersScreen::print() {
+void OffersSheet::print() {
     if (const std::int64_t number = chosen(); number != 0) print_offer(context_, number);
 }
 
-void OffersScreen::keyPressEvent(QKeyEvent* event) {
+void OffersSheet::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
         case Qt::Key_Return:
         case Qt::Key_Enter:

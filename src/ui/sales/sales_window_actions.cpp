@@ -5,14 +5,13 @@
 #include "sales/messages.h"
 #include "ui/cash/shift_side.h"
 #include "ui/sales/entry_bar.h"
-#include "ui/sales/item_info_sheet.h"
+#include "ui/sales/item_sheets.h"
 #include "ui/sales/kind_bar.h"
 #include "ui/sales/line_model.h"
 #include "ui/sales/line_view.h"
 #include "ui/sales/party_bar.h"
 #include "ui/sales/payment_dialog.h"
-#include "ui/sales/quick_quantity.h"
-#include "ui/sales/sales_screen.h"
+#include "ui/sales/sales_window.h"
 #include "ui/sales/search_panel.h"
 #include "ui/sales/totals_panel.h"
 #include "ui/widgets/guard.h"
@@ -22,7 +21,7 @@
 namespace ui {
 
 template <typename Action>
-void Form31::act(std::string_view name, Action&& action) {
+void SalesWindow::act(std::string_view name, Action&& action) {
     // A second press while an action still runs (a double click, a mnemonic under a box) is no second action.
     // Nor is a mnemonic that reaches a button below an open sheet.
     if (acting_ || Sheet::top_of(this) != nullptr) return;
@@ -32,7 +31,7 @@ void Form31::act(std::string_view name, Action&& action) {
     repaint_all();
 }
 
-void Form31::enter_item(const QString& text) {
+void SalesWindow::enter_item(const QString& text) {
     if (text.trimmed().isEmpty()) {
         focus_entry();
         return;
@@ -50,7 +49,7 @@ void Form31::enter_item(const QString& text) {
     }
 }
 
-void Form31::edit_cell(int row, int column, const QString& first) {
+void SalesWindow::edit_cell(int row, int column, const QString& first) {
     bool opened = false;
     act("EditCell", [&] { opened = logic_.begin_edit(static_cast<std::size_t>(row), column); });
     if (!opened) {
@@ -65,7 +64,7 @@ void Form31::edit_cell(int row, int column, const QString& first) {
     }
 }
 
-void Form31::commit_cell(int row, int column, const QString& text, bool by_enter) {
+void SalesWindow::commit_cell(int row, int column, const QString& text, bool by_enter) {
     bool taken = false;
     act("EditCell", [&] { taken = logic_.commit_edit(static_cast<std::size_t>(row), column, utf8(text)); });
     refused_ = !taken;
@@ -85,20 +84,20 @@ void Form31::commit_cell(int row, int column, const QString& text, bool by_enter
     }
 }
 
-bool Form31::finish_editing() {
+bool SalesWindow::finish_editing() {
     refused_ = false;
     lines_->finish_editing();
     totals_->finish_editing();
     return !refused_;
 }
 
-void Form31::save() {
+void SalesWindow::save() {
     if (!finish_editing()) return;
     act("SaveInvoice", [&] {
         const sales::BeginSave begun = logic_.begin_save();
         repaint_all();
         if (begun == sales::BeginSave::refused) return;
-        if (begun == sales::BeginSave::ask_payment && Form34(this, *logic_.payment()).run() == 0) {
+        if (begun == sales::BeginSave::ask_payment && PaymentDialog(this, *logic_.payment()).run() == 0) {
             logic_.cancel_payment();
             return;
         }
@@ -107,7 +106,7 @@ void Form31::save() {
     focus_entry();
 }
 
-void Form31::recall(const QString& number) {
+void SalesWindow::recall(const QString& number) {
     bool found = false;
     act("Recall", [&] { found = logic_.recall(utf8(number)); });
     if (found) {
@@ -117,27 +116,27 @@ void Form31::recall(const QString& number) {
     }
 }
 
-void Form31::reprint() {
+void SalesWindow::reprint() {
     act("Reprint", [&] { logic_.reprint(); });
     focus_entry();
 }
 
-void Form31::start_return() {
+void SalesWindow::start_return() {
     act("StartReturn", [&] { logic_.start_return(); });
     focus_entry();
 }
 
-void Form31::switch_kind(int kind) {
+void SalesWindow::switch_kind(int kind) {
     act("SwitchKind", [&] { logic_.SwitchKind(static_cast<sales::KindOption>(kind)); });
     focus_entry();
 }
 
-void Form31::switch_payment(int payment) {
+void SalesWindow::switch_payment(int payment) {
     act("SwitchPayment", [&] { logic_.SwitchPayment(static_cast<sales::PaymentOption>(payment)); });
     focus_payment_fields();
 }
 
-void Form31::focus_payment_fields() {
+void SalesWindow::focus_payment_fields() {
     QWidget* first = party_bar_->first_field(logic_.invoice().payment);
     if (first != nullptr && first->isVisible()) {
         first->setFocus(Qt::OtherFocusReason);
@@ -146,7 +145,7 @@ void Form31::focus_payment_fields() {
     }
 }
 
-void Form31::search() {
+void SalesWindow::search() {
     if (Sheet::top_of(this) != nullptr) return;
     SearchPanel panel(this, logic_);
     const bool taken = panel.run() == 1;
@@ -154,7 +153,7 @@ void Form31::search() {
     if (taken) enter_item(QString::number(panel.code()));
 }
 
-void Form31::item_info() {
+void SalesWindow::item_info() {
     act("ItemInfo", [&] {
         const auto row = logic_.current_row();
         if (!row) return;
@@ -165,42 +164,42 @@ void Form31::item_info() {
     });
 }
 
-void Form31::quick_quantity() {
+void SalesWindow::quick_quantity() {
     const auto& lines = logic_.invoice().lines;
     if (lines.empty() || Sheet::top_of(this) != nullptr) return;
     const std::size_t last = lines.size() - 1;
-    QuickQuantity sheet(this, qt(lines[last].name), qt(logic_.cells(last)[sales::column::quantity]));
+    QuickQuantitySheet sheet(this, qt(lines[last].name), qt(logic_.cells(last)[sales::column::quantity]));
     if (sheet.run() == 1) act("QuickQuantity", [&] { logic_.quick_quantity(utf8(sheet.text())); });
     focus_entry();
 }
 
-void Form31::delete_current_line() {
+void SalesWindow::delete_current_line() {
     const auto row = logic_.current_row();
     if (!row) return;
     act("DeleteLine", [&] { logic_.delete_line(*row); });
     if (logic_.invoice().lines.empty()) focus_entry();
 }
 
-void Form31::show_shifts() {
+void SalesWindow::show_shifts() {
     act("Shifts", [&] { ShiftSide(this, logic_, context_).run(); });
     focus_entry();
 }
 
-void Form31::go_to_grid() {
+void SalesWindow::go_to_grid() {
     if (logic_.invoice().lines.empty()) return;
     if (!logic_.current_row()) logic_.select_row(logic_.invoice().lines.size() - 1);
     lines_->setFocus();
     repaint_all();
 }
 
-void Form31::make_way_for_scan() {
+void SalesWindow::make_way_for_scan() {
     // An open payment dialog or other sheet is finished first; the scan is entered when it is gone.
     if (Sheet::top_of(this) != nullptr) return;
     lines_->close_cell();
     focus_entry();
 }
 
-void Form31::open_neighbour(const ScreenEntry& entry) {
+void SalesWindow::open_neighbour(const ScreenEntry& entry) {
     act(utf8(entry.name), [&] {
         entry.open(this);
         logic_.reload_customers();
@@ -210,7 +209,7 @@ void Form31::open_neighbour(const ScreenEntry& entry) {
     focus_entry();
 }
 
-void Form31::restart() {
+void SalesWindow::restart() {
     // An invoice in work is not thrown away by one key.
     if (!logic_.invoice().lines.empty() &&
         !context_.services.prompts.question(sales::message::exit, common::Icon::critical)) {
@@ -225,7 +224,7 @@ void Form31::restart() {
     emit finished(true);
 }
 
-void Form31::leave() {
+void SalesWindow::leave() {
     if (!context_.services.prompts.question(sales::message::exit, common::Icon::critical)) {
         focus_entry();
         return;
