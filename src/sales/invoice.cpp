@@ -43,6 +43,17 @@ int stype_of(PaymentOption payment) {
     return 0;
 }
 
+KindOption kind_of(std::int64_t ctype) {
+    if (ctype == 2) return KindOption::return_;
+    return ctype == 3 ? KindOption::third : KindOption::sale;
+}
+
+PaymentOption payment_of(std::int64_t vcode, std::int64_t stype) {
+    if (vcode != walk_in_customer) return PaymentOption::account;
+    if (stype == 1) return PaymentOption::card;
+    return stype == 2 ? PaymentOption::tips : PaymentOption::cash;
+}
+
 std::array<std::string, column::count> Line::cells(int number) const {
     std::array<std::string, column::count> cell;
     cell[column::number] = std::to_string(number);

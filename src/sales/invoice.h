@@ -21,6 +21,10 @@ enum class PaymentOption { account = 0, cash = 1, card = 2, tips = 3 };
 int ctype_of(KindOption kind);
 // sales.stype of each payment option: 0 account and cash, 1 card, 2 tips.
 int stype_of(PaymentOption payment);
+// The options that a saved invoice or offer was rung up with. Its customer tells an account invoice; among
+// the others `stype` tells card and tips from cash.
+KindOption kind_of(std::int64_t ctype);
+PaymentOption payment_of(std::int64_t vcode, std::int64_t stype);
 
 inline constexpr std::int64_t walk_in_customer = -1;  // sales.vcode of a cash customer
 
@@ -129,6 +133,8 @@ struct Invoice {
     // The walk-in customer's data count on an invoice that is no account customer's.
     bool has_walk_in() const { return walk_in.has_value() && payment != PaymentOption::account; }
     bool is_return() const { return kind != KindOption::sale; }
+    // sales.vcode: the account customer, else the walk-in customer.
+    std::int64_t vcode() const { return payment == PaymentOption::account ? customer : walk_in_customer; }
     double total() const;  // Σ line totals
     double discount() const { return total() * discount_percent / 100; }
     double net() const { return total() - discount(); }

@@ -58,17 +58,13 @@ bool ItemEntry::parties_present(const Invoice& invoice) {
     return true;
 }
 
-std::optional<std::size_t> ItemEntry::enter(Invoice& invoice, std::string_view text,
-                                            std::optional<double>& pending) {
+std::optional<std::size_t> ItemEntry::enter(Invoice& invoice, std::string_view text) {
     const Entry entry = read_entry(text);
     if (entry.form == EntryForm::empty) return std::nullopt;
-    std::optional<double> waiting;
-    std::swap(waiting, pending);
     if (!parties_present(invoice)) return std::nullopt;
     if (entry.form == EntryForm::unreadable) return refuse(message::wrong_code);
     if (entry.form == EntryForm::general) return add_general_item(invoice, entry.name);
-    if (entry.form == EntryForm::scale_label) waiting = entry.quantity;
-    const double quantity = waiting.value_or(1);
+    const double quantity = entry.form == EntryForm::scale_label ? entry.quantity : 1;
     // A label printed for an empty scale.
     if (!is_valid_quantity(quantity)) return refuse(message::wrong_quantity);
     if (entry.form == EntryForm::craftsman) return enter_craftsman_line(invoice, entry, quantity);

@@ -27,9 +27,8 @@ class ItemEntry {
     // The goods come from another store: its stock decides, and they get a line of their own.
     void supply_from(std::int64_t store) { supplier_ = store; }
 
-    // The row that was added or raised; none when the entry was refused, which has then been said. `pending`
-    // is the quantity that waits for the next item; it is used up either way.
-    std::optional<std::size_t> enter(Invoice& invoice, std::string_view text, std::optional<double>& pending);
+    // Returns the row that was added or raised; nothing after saying why the entry was refused.
+    std::optional<std::size_t> enter(Invoice& invoice, std::string_view text);
 
   private:
     std::optional<std::size_t> refuse(std::string_view text);

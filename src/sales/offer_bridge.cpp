@@ -4,6 +4,7 @@
 #include "common/spelled_amount.h"
 #include "common/text.h"
 #include "sales/messages.h"
+#include "sales/walk_in.h"
 
 namespace sales {
 
@@ -11,18 +12,6 @@ using database::Connection;
 using database::Sql;
 
 namespace {
-
-KindOption kind_of(int ctype) {
-    return ctype == 2 ? KindOption::return_ : ctype == 3 ? KindOption::third : KindOption::sale;
-}
-
-// Account offers are told by their customer; among the others the payment kind tells card and tips from cash.
-PaymentOption payment_of(const stock::OfferHeader& header) {
-    if (header.customer != walk_in_customer) return PaymentOption::account;
-    return header.stype == 1   ? PaymentOption::card
-           : header.stype == 2 ? PaymentOption::tips
-                               : PaymentOption::cash;
-}
 
 // A name longer than an offer's cell was cut; the item's card still has the whole.
 void restore_cut_name(Connection& connection, Line& line) {
@@ -43,7 +32,7 @@ std::string customer_of(const Invoice& invoice) {
 
 stock::OfferHeader offer_header(const Invoice& invoice, std::int64_t user) {
     stock::OfferHeader header;
-    header.customer = invoice.payment == PaymentOption::account ? invoice.customer : walk_in_customer;
+    header.customer = invoice.vcode();
     header.ctype = ctype_of(invoice.kind);
     header.stype = stype_of(invoice.payment);
     header.user = user;
@@ -65,21 +54,15 @@ std::vector<stock::OfferLine> offer_lines(const Invoice& invoice) {
 Invoice invoice_of(Connection& connection, const stock::Offer& offer) {
     Invoice invoice;
     invoice.kind = kind_of(offer.header.ctype);
-    invoice.payment = payment_of(offer.header);
+    invoice.payment = payment_of(offer.header.customer, offer.header.stype);
     invoice.date = offer.header.date;
     if (invoice.payment == PaymentOption::account) {
         invoice.customer = offer.header.customer;
-        invoice.customer_name = database::text_of(
-            connection.scalar(Sql("select cname from custdata where ccode = ") + invoice.customer));
+        invoice.customer_name = account_name(connection, invoice.customer);
     }
     if (offer.header.walk_in != 0) {
-        invoice.walk_in = WalkInCustomer{offer.header.walk_in, false, {}, {}, {}};
-        for (const auto& row :
-             connection.query(Sql("select * from cust_cash where zcode = ") + offer.header.walk_in)) {
-            invoice.walk_in->name = row.text("zname");
-            invoice.walk_in->phone = row.text("zphone");
-            invoice.walk_in->mail = row.text("zmail");
-        }
+        const WalkInCustomer deleted{offer.header.walk_in, false, {}, {}, {}};
+        invoice.walk_in = find_walk_in(connection, offer.header.walk_in).value_or(deleted);
     }
     for (const stock::OfferLine& cells : offer.lines) {
         invoice.lines.push_back(Line::from_cells(cells));

@@ -7,6 +7,7 @@
 
 #include "sales/item_lookup.h"
 #include "sales/pricing.h"
+#include "sales/walk_in.h"
 
 namespace sales {
 
@@ -25,24 +26,6 @@ using Article = std::pair<std::int64_t, std::string>;
 
 Article article_of(const Line& line) {
     return line.item_code ? Article{*line.item_code, ""} : Article{0, line.name};
-}
-
-KindOption kind_of(std::int64_t ctype) {
-    if (ctype == 2) return KindOption::return_;
-    if (ctype == 3) return KindOption::third;
-    return KindOption::sale;
-}
-
-PaymentOption payment_of(const Row& header) {
-    if (header.integer("vcode") != walk_in_customer) return PaymentOption::account;
-    switch (header.integer("stype")) {
-        case 1:
-            return PaymentOption::card;
-        case 2:
-            return PaymentOption::tips;
-        default:
-            return PaymentOption::cash;
-    }
 }
 
 Line line_of(Connection& connection, const Row& row, const Lists& lists) {
@@ -69,14 +52,6 @@ Line line_of(Connection& connection, const Row& row, const Lists& lists) {
     return line;
 }
 
-// The conditions that find an invoice's rows in sales and saledata.
-Sql& add_key(Sql& statement, const Invoice& invoice) {
-    statement = statement + " where pnum = " + invoice.number + " and ctype = " + ctype_of(invoice.kind) +
-                " and vcode = " + invoice.customer + " and stcode = " + invoice.store +
-                " and date = " + quoted(invoice.date);
-    return statement;
-}
-
 // Base quantities of the articles in lines, as the given query returns them.
 std::map<Article, double> quantities(const database::Result& rows) {
     std::map<Article, double> sums;
@@ -97,27 +72,23 @@ std::map<Article, double> returned_of(Connection& connection, std::int64_t sale_
         sale_number + " and (sales.ctype = 2 or sales.ctype = 3) and sales.vcode = " + customer));
 }
 
-}  // namespace
+std::vector<Line> lines_of(Connection& connection, const RecalledInvoice& recalled, bool number_is_shared,
+                           const Lists& lists) {
+    const auto rows = connection.query(Sql("select * from saledata") + where(key_of(recalled.invoice)) +
+                                       " order by serial");
+    // Lines carry the time of their save, which tells two invoices of one number apart; other programs may
+    // have left it empty.
+    const auto is_own = [&](const Row& row) { return row.moment("time_").time == recalled.saved_at.time; };
+    const bool by_time = number_is_shared && std::any_of(rows.begin(), rows.end(), is_own);
+    std::vector<Line> lines;
+    for (const Row& row : rows)
+        if (!by_time || is_own(row)) lines.push_back(line_of(connection, row, lists));
+    return lines;
+}
 
-std::optional<RecalledInvoice> recall_invoice(Connection& connection, std::int64_t number, KindOption kind,
-                                              PaymentOption payment, std::int64_t store, const Lists& lists,
-                                              const std::optional<common::TimeOfDay>& saved_at) {
-    Sql statement = Sql("select * from sales where pnum = ") + number;
-    if (kind != KindOption::sale)
-        statement = statement + " and (ctype = 2 or ctype = 3) and stcode = " + store;
-    else if (payment == PaymentOption::account)
-        statement += " and (ctype = 0 or ctype = 1) and vcode <> -1";
-    else
-        statement += " and (ctype = 0 or ctype = 1) and vcode = -1";
-    statement += " order by date desc, time_ desc";
-
-    const auto headers = connection.query(statement);
-    if (headers.empty()) return std::nullopt;
-    const auto wanted = std::find_if(headers.begin(), headers.end(), [&](const Row& row) {
-        return saved_at && row.moment("time_").time == *saved_at;
-    });
-    const Row& header = wanted == headers.end() ? headers.front() : *wanted;
-
+// The invoice of a header, whose number other headers may share.
+RecalledInvoice load_invoice(Connection& connection, const Row& header, bool number_is_shared,
+                             const Lists& lists) {
     RecalledInvoice recalled;
     recalled.shift = header.integer("Shift");
     recalled.cash_point = header.integer("ptype");
@@ -125,12 +96,13 @@ std::optional<RecalledInvoice> recall_invoice(Connection& connection, std::int64
     recalled.saved_at = {header.moment("Date").date, header.moment("time_").time};
 
     Invoice& invoice = recalled.invoice;
-    invoice.number = number;
-    invoice.kind = kind_of(header.integer("ctype"));
-    invoice.payment = payment_of(header);
-    invoice.customer = header.integer("vcode");
-    invoice.date = header.moment("Date").date;
-    invoice.store = header.integer("stcode");
+    const InvoiceKey key = key_of(header);
+    invoice.number = key.number;
+    invoice.kind = kind_of(key.ctype);
+    invoice.payment = payment_of(key.vcode, header.integer("stype"));
+    invoice.customer = key.vcode;
+    invoice.date = key.date;
+    invoice.store = key.store;
     invoice.worker = header.integer("wCode");
     invoice.worker_name = database::text_of(
         connection.scalar(Sql("select work_name from worker where work_code = ") + invoice.worker));
@@ -141,27 +113,45 @@ std::optional<RecalledInvoice> recall_invoice(Connection& connection, std::int64
     invoice.note = header.text("note");
     if (!header.null("inv_o")) invoice.original_number = header.integer("inv_o");
     if (invoice.payment == PaymentOption::account)
-        invoice.customer_name = database::text_of(
-            connection.scalar(Sql("select cname from custdata where ccode = ") + invoice.customer));
-    if (!header.null("cust_c")) {
-        const auto found =
-            connection.query(Sql("select * from cust_cash where zcode = ") + header.integer("cust_c"));
-        if (!found.empty())
-            invoice.walk_in = WalkInCustomer{header.integer("cust_c"), false, found.front().text("zname"),
-                                             found.front().text("zphone"), found.front().text("zmail")};
-    }
-
-    Sql lines("select * from saledata");
-    const auto rows = connection.query(add_key(lines, invoice) + " order by serial");
-    // Lines carry the time of their save, which tells two invoices of one number apart; other programs may
-    // have left it empty.
-    const auto is_own = [&](const Row& row) { return row.moment("time_").time == recalled.saved_at.time; };
-    const bool shared = headers.size() > 1 && std::any_of(rows.begin(), rows.end(), is_own);
-    for (const Row& row : rows)
-        if (!shared || is_own(row)) invoice.lines.push_back(line_of(connection, row, lists));
+        invoice.customer_name = account_name(connection, invoice.customer);
+    if (!header.null("cust_c")) invoice.walk_in = find_walk_in(connection, header.integer("cust_c"));
+    invoice.lines = lines_of(connection, recalled, number_is_shared, lists);
     const double total = invoice.total();
     invoice.discount_percent = total == 0 ? 0 : header.number("pdis") * 100 / total;
     return recalled;
+}
+
+}  // namespace
+
+std::optional<RecalledInvoice> recall_newest(Connection& connection, std::int64_t number, Series series,
+                                             std::int64_t store, const Lists& lists) {
+    Sql statement = Sql("select * from sales where pnum = ") + number;
+    switch (series) {
+        case Series::returns:
+            statement = statement + " and (ctype = 2 or ctype = 3) and stcode = " + store;
+            break;
+        case Series::account_sales:
+            statement += " and (ctype = 0 or ctype = 1) and vcode <> -1";
+            break;
+        case Series::cash_sales:
+            statement += " and (ctype = 0 or ctype = 1) and vcode = -1";
+            break;
+    }
+    const auto headers = connection.query(statement + " order by date desc, time_ desc");
+    if (headers.empty()) return std::nullopt;
+    return load_invoice(connection, headers.front(), headers.size() > 1, lists);
+}
+
+std::optional<RecalledInvoice> recall_invoice(Connection& connection, const ReceiptRow& receipt,
+                                              const Lists& lists) {
+    const auto headers =
+        connection.query(Sql("select * from sales") + where(receipt.key) + " order by time_ desc");
+    if (headers.empty()) return std::nullopt;
+    const auto wanted = std::find_if(headers.begin(), headers.end(), [&](const Row& row) {
+        return row.moment("time_").time == receipt.time;
+    });
+    const Row& header = wanted == headers.end() ? headers.front() : *wanted;
+    return load_invoice(connection, header, headers.size() > 1, lists);
 }
 
 Invoice return_of(Connection& connection, const RecalledInvoice& sale) {
@@ -217,8 +207,8 @@ std::vector<ReceiptRow> receipts_of_day(Connection& connection, std::int64_t sto
                                            " and date = " + quoted(day) + " and stcode = " + store +
                                            " order by time_ desc, pnum desc")) {
         if (rows.size() == limit) break;
-        rows.push_back({row.integer("pnum"), kind_of(row.integer("ctype")), payment_of(row),
-                        row.integer("stcode"), row.moment("time_").time,
+        const InvoiceKey key = key_of(row);
+        rows.push_back({key, row.moment("time_").time, payment_of(key.vcode, row.integer("stype")),
                         row.number("ptot") - row.number("pdis")});
     }
     return rows;

@@ -1,4 +1,4 @@
-// Saved invoices brought back by number: to show, to reprint, or to start a return from.
+// Saved invoices brought back: to show, to reprint, or to start a return from.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +8,7 @@
 
 #include "database/connection.h"
 #include "sales/invoice.h"
+#include "sales/invoice_key.h"
 #include "sales/screen_lists.h"
 
 namespace sales {
@@ -20,13 +21,25 @@ struct RecalledInvoice {
     std::int64_t user_code = 0;
 };
 
-// The invoice of that number in the series that the kind, the payment and (for returns) the store name, as
-// saved; the newest when two tills drew the same number, or the one saved at the given time. Nothing when
-// there is none. Groups are named from the lists.
-std::optional<RecalledInvoice> recall_invoice(database::Connection& connection, std::int64_t number,
-                                              KindOption kind, PaymentOption payment, std::int64_t store,
-                                              const Lists& lists = {},
-                                              const std::optional<common::TimeOfDay>& saved_at = {});
+// One row of the receipts list.
+struct ReceiptRow {
+    InvoiceKey key;
+    common::TimeOfDay time;  // of saving
+    PaymentOption payment = PaymentOption::cash;
+    double net = 0;
+};
+
+// The receipts that this drawer saved on a day, newest first, at most `limit`.
+std::vector<ReceiptRow> receipts_of_day(database::Connection& connection, std::int64_t store,
+                                        std::int64_t cash_point, const common::Date& day, std::size_t limit);
+
+// The newest invoice of a number in a series (of a store's returns), as it was saved; nothing if there is
+// none. Groups are named from the lists.
+std::optional<RecalledInvoice> recall_newest(database::Connection& connection, std::int64_t number,
+                                             Series series, std::int64_t store, const Lists& lists = {});
+// The invoice of a row of the receipts list.
+std::optional<RecalledInvoice> recall_invoice(database::Connection& connection, const ReceiptRow& receipt,
+                                              const Lists& lists = {});
 
 // A return of what a recalled sale sold and no return has brought back yet: its lines, prices and share of
 // the discounts, each with the most that may be returned. Lines without a rest, and items that are sold
@@ -36,19 +49,5 @@ Invoice return_of(database::Connection& connection, const RecalledInvoice& sale)
 // The item of the first line that would return more than its sale sold and earlier returns left; none when
 // all fit, or when the invoice was not started from a sale.
 std::optional<std::string> line_beyond_sale(database::Connection& connection, const Invoice& invoice);
-
-// One row of the receipts list.
-struct ReceiptRow {
-    std::int64_t number = 0;
-    KindOption kind = KindOption::sale;
-    PaymentOption payment = PaymentOption::cash;
-    std::int64_t store = 0;
-    common::TimeOfDay time;
-    double net = 0;
-};
-
-// The receipts that this drawer saved on a day, newest first, at most `limit`.
-std::vector<ReceiptRow> receipts_of_day(database::Connection& connection, std::int64_t store,
-                                        std::int64_t cash_point, const common::Date& day, std::size_t limit);
 
 }  // namespace sales

@@ -5,8 +5,8 @@
 #include "common/numbers.h"
 #include "database/error_words.h"
 #include "sales/display.h"
+#include "sales/invoice_key.h"
 #include "sales/messages.h"
-#include "sales/numbering.h"
 #include "sales/pricing.h"
 #include "sales/sales_screen_guard.h"
 
@@ -251,7 +251,7 @@ void SalesScreen::NextInvoiceNumber() {
 }
 
 void SalesScreen::draw_number() {
-    invoice_.number = next_invoice_number(connection_, invoice_.kind, invoice_.payment, invoice_.store);
+    invoice_.number = next_invoice_number(connection_, invoice_);
 }
 
 // --- totals, display and drawer

@@ -104,7 +104,6 @@ class SalesScreen {
     std::optional<std::size_t> current_row() const { return current_row_; }
     const StockShown& stock_shown() const { return stock_shown_; }
     const std::string& display_text() const { return display_text_; }  // last sent to the customer display
-    std::optional<double> pending_quantity() const { return pending_quantity_; }
     const std::optional<LastReceipt>& last_receipt() const { return last_receipt_; }
     // A saved receipt is on the screen, as it was saved or as the return started from it.
     bool recalled() const { return recalled_.has_value(); }
@@ -260,7 +259,6 @@ class SalesScreen {
     std::optional<std::size_t> current_row_;
     StockShown stock_shown_;
     std::string display_text_;
-    std::optional<double> pending_quantity_;
     std::int64_t chosen_store_ = 0;
     std::int64_t chosen_customer_ = walk_in_customer;  // kept while the payment is another
     std::optional<LastReceipt> last_receipt_;

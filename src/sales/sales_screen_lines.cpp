@@ -43,7 +43,7 @@ bool SalesScreen::enter(std::string_view text, std::int64_t source_store) {
     look_for_sale_period();
     ItemEntry entry(connection_, session_, services_.prompts, lists_);
     entry.supply_from(source_store);
-    const auto row = entry.enter(invoice_, text, pending_quantity_);
+    const auto row = entry.enter(invoice_, text);
     if (!row) return false;
     line_changed(row);
     ShowOnDisplay(sales::display_text(invoice_.net(), 0));

@@ -124,7 +124,6 @@ void SalesScreen::reset_invoice() {
     invoice_.date = services_.clock.now().date;
     current_row_.reset();
     stock_shown_ = {};
-    pending_quantity_.reset();
     chosen_customer_ = walk_in_customer;
     recalled_.reset();
     recalled_edited_ = false;
@@ -186,17 +185,15 @@ bool SalesScreen::recall(std::string_view number) {
             return false;
         }
         const auto parsed = common::parse_integer(typed);  // none for a number that no receipt can have
-        return show_recalled(parsed ? recall_invoice(connection_, *parsed, invoice_.kind, invoice_.payment,
-                                                     invoice_.store, lists_)
+        const Series series = series_of(invoice_.kind, invoice_.payment);
+        return show_recalled(parsed ? recall_newest(connection_, *parsed, series, invoice_.store, lists_)
                                     : std::nullopt);
     });
 }
 
 bool SalesScreen::recall(const ReceiptRow& receipt) {
-    return guarded("recall a receipt", false, [&] {
-        return show_recalled(recall_invoice(connection_, receipt.number, receipt.kind, receipt.payment,
-                                            receipt.store, lists_, receipt.time));
-    });
+    return guarded("recall a receipt", false,
+                   [&] { return show_recalled(recall_invoice(connection_, receipt, lists_)); });
 }
 
 bool SalesScreen::show_recalled(std::optional<RecalledInvoice> found) {
@@ -263,8 +260,7 @@ bool SalesScreen::reprint() {
 bool SalesScreen::reprint(const ReceiptRow& receipt) {
     return guarded("reprint", false, [&] {
         if (!authorise(Action::reprint)) return false;
-        const auto found = recall_invoice(connection_, receipt.number, receipt.kind, receipt.payment,
-                                          receipt.store, lists_, receipt.time);
+        const auto found = recall_invoice(connection_, receipt, lists_);
         if (!found) {
             services_.prompts.message(message::no_such_receipt);
             return false;

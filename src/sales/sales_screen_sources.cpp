@@ -35,8 +35,7 @@ std::optional<SourceItem> SalesScreen::source_item(std::string_view typed) {
         const Item& item = lookup.item;
         if (const auto refusal = item_refusal(item, false)) return refuse(*refusal);
         if (item.sale_only) return refuse(message::no_source_line);
-        const double quantity =
-            entry.form == EntryForm::scale_label ? entry.quantity : pending_quantity_.value_or(1);
+        const double quantity = entry.form == EntryForm::scale_label ? entry.quantity : 1;
         return SourceItem{item.code,   item.name,       quantity,
                           item.factor, item.unit_level, std::string(unit_name(item.unit_level)),
                           std::nullopt};

@@ -3,7 +3,7 @@
 #include "common/date_time.h"
 #include "common/text.h"
 #include "database/recordset.h"
-#include "sales/numbering.h"
+#include "sales/invoice_key.h"
 #include "sales/receipt_of.h"
 #include "sales/saving_checks.h"
 #include "sales/saving_messages.h"
@@ -28,12 +28,9 @@ common::Moment time_only(const common::Moment& moment) {
     return {{1900, 1, 1}, moment.time};
 }
 
-// How the log names a save; `tallvex-admin check` reads it there and finds those that never ended.
+// `tallvex-admin check` finds the saves that never ended by these lines of the log.
 std::string in_log(const Invoice& invoice) {
-    return "save of invoice " + std::to_string(invoice.number) + " (kind " +
-           std::to_string(ctype_of(invoice.kind)) + ", customer " +
-           std::to_string(invoice.payment == PaymentOption::account ? invoice.customer : walk_in_customer) +
-           ", store " + std::to_string(invoice.store) + ")";
+    return "save of " + log_name(key_of(invoice));
 }
 
 bool takes_from_stock(const Invoice& invoice, const Line& line) {
@@ -98,7 +95,7 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
         const auto shift = check_before_saving(connection_, session_, services_.prompts, invoice);
         if (!shift) return SaveOutcome::refused;
         shift_ = *shift;
-        invoice.number = next_invoice_number(connection_, invoice.kind, invoice.payment, invoice.store);
+        invoice.number = next_invoice_number(connection_, invoice);
         services_.log.log_event(in_log(invoice) + " begins, lines " + std::to_string(invoice.lines.size()),
                                 log_code);
         write_all(invoice, payment);
@@ -190,7 +187,7 @@ void Saving::write_header(const Invoice& invoice) {
     Recordset sales(connection_, "select * from sales");
     sales.add();
     sales.set("pnum", invoice.number);
-    sales.set("vcode", invoice.payment == PaymentOption::account ? invoice.customer : walk_in_customer);
+    sales.set("vcode", invoice.vcode());
     sales.set("Date", invoice.date);
     sales.set("ctype", ctype_of(invoice.kind));
     sales.set("ptot", invoice.total());
@@ -244,7 +241,7 @@ void Saving::write_lines(const Invoice& invoice, StockTaking& taking) {
         ++serial;
         rows.add();
         rows.set("pnum", invoice.number);
-        rows.set("vcode", invoice.payment == PaymentOption::account ? invoice.customer : walk_in_customer);
+        rows.set("vcode", invoice.vcode());
         rows.set("Date", invoice.date);
         rows.set("ctype", ctype_of(invoice.kind));
         rows.set("stcode", invoice.store);

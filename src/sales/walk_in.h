@@ -1,10 +1,18 @@
-// Storing the walk-in customer whom the cashier typed.
+// The customers of an invoice as their tables name them.
 #pragma once
+
+#include <optional>
+#include <string>
 
 #include "database/connection.h"
 #include "sales/invoice.h"
 
 namespace sales {
+
+// The name of an account customer; empty if he was deleted.
+std::string account_name(database::Connection& connection, std::int64_t code);
+// A walk-in customer by his code; nothing if he was deleted.
+std::optional<WalkInCustomer> find_walk_in(database::Connection& connection, std::int64_t code);
 
 // Adds a new customer under the code proposed, or the next free one when another till has used it meanwhile;
 // gives a known one the name, phone and mail of the screen. Afterwards the customer is known and his code is

@@ -42,8 +42,9 @@ Invoice sold_before(Desk& till, Connection& connection, PaymentOption payment) {
     sale.lines[1].salver_code = 9;
     till.saving_on(connection).save(sale, {});
     till.printer.printed.clear();
-    return sales::return_of(connection,
-                            *sales::recall_invoice(connection, 1, sales::KindOption::sale, payment, 1));
+    return sales::return_of(
+        connection,
+        *sales::recall_newest(connection, 1, sales::series_of(sales::KindOption::sale, payment), 1));
 }
 
 const Scenario scenarios[] = {

@@ -97,8 +97,7 @@ class History {
     void return_part_of_a_sale() {
         if (sales_.empty()) return;
         const auto number = sales_[static_cast<std::size_t>(between(0, static_cast<int>(sales_.size()) - 1))];
-        const auto sale =
-            sales::recall_invoice(till_.connection(), number, KindOption::sale, PaymentOption::account, 1);
+        const auto sale = sales::recall_newest(till_.connection(), number, sales::Series::account_sales, 1);
         ASSERT_TRUE(sale);
         Invoice back = sales::return_of(till_.connection(), *sale);
         if (back.lines.empty()) return;

@@ -174,8 +174,7 @@ TEST(Saving, ReturnsMirrorSales) {
     sale.discount_percent = 7;
     ASSERT_EQ(saving.save(sale, {}), SaveOutcome::saved);
 
-    const auto recalled =
-        sales::recall_invoice(till.shop.connection(), 1, KindOption::sale, PaymentOption::account, 1);
+    const auto recalled = sales::recall_newest(till.shop.connection(), 1, sales::Series::account_sales, 1);
     ASSERT_TRUE(recalled);
     EXPECT_NEAR(recalled->invoice.net(), sale.net(), 1e-9);
     Invoice back = sales::return_of(till.shop.connection(), *recalled);
@@ -208,12 +207,21 @@ TEST(Saving, ReceiptsOfOneNumberAreToldApart) {
     till.shop.sql("update sales set pnum = 1");
     till.shop.sql("update saledata set pnum = 1");
 
-    const auto recall = [&](const std::optional<common::TimeOfDay>& time) {
-        return sales::recall_invoice(till.connection(), 1, KindOption::sale, PaymentOption::cash, 1, {}, time)
-            ->invoice.net();
-    };
-    EXPECT_DOUBLE_EQ(recall({}), 75);
-    EXPECT_DOUBLE_EQ(recall(common::TimeOfDay{10, 42, 0, 0}), 35);
+    EXPECT_DOUBLE_EQ(sales::recall_newest(till.connection(), 1, sales::Series::cash_sales, 1)->invoice.net(),
+                     75);
+    const auto receipts = sales::receipts_of_day(till.connection(), 1, 1, first.date, 10);
+    ASSERT_EQ(receipts.size(), 2u);
+    EXPECT_DOUBLE_EQ(sales::recall_invoice(till.connection(), receipts[0])->invoice.net(), 75);
+    EXPECT_DOUBLE_EQ(sales::recall_invoice(till.connection(), receipts[1])->invoice.net(), 35);
+}
+
+TEST(InvoiceKey, TheLogsNameIsReadBack) {
+    const sales::InvoiceKey key{12, 2, 7, 3, {}};
+    EXPECT_EQ(sales::log_name(key), "invoice 12 (kind 2, customer 7, store 3)");
+    EXPECT_EQ(sales::read_log_name(sales::log_name(key)), key);
+    for (const char* name : {"", "invoice 9 (kind 0)", "invoice x (kind 0, customer -1, store 1)",
+                             "invoice 9 (kind 0, customer -1, store 1) begins"})
+        EXPECT_FALSE(sales::read_log_name(name)) << name;
 }
 
 TEST(Saving, ReturnsInPartsAreCappedAtWhatIsLeft) {
@@ -223,9 +231,8 @@ TEST(Saving, ReturnsInPartsAreCappedAtWhatIsLeft) {
     sale.lines = {Till::line(200, 2, 240, 12), Till::line(200, 6, 25)};
     ASSERT_EQ(saving.save(sale, {}), SaveOutcome::saved);
     const auto recall = [&] {
-        return sales::return_of(
-            till.shop.connection(),
-            *sales::recall_invoice(till.shop.connection(), 1, KindOption::sale, PaymentOption::cash, 1));
+        return sales::return_of(till.shop.connection(), *sales::recall_newest(till.shop.connection(), 1,
+                                                                              sales::Series::cash_sales, 1));
     };
     Invoice first = recall();
     ASSERT_EQ(first.lines.size(), 2u);

@@ -102,8 +102,7 @@ class RandomDay {
 
     Invoice return_of_a_sale() {
         const auto number = sales_[static_cast<std::size_t>(pick(0, static_cast<int>(sales_.size()) - 1))];
-        const auto sale =
-            sales::recall_invoice(till_.connection(), number, KindOption::sale, PaymentOption::cash, 1);
+        const auto sale = sales::recall_newest(till_.connection(), number, sales::Series::cash_sales, 1);
         Invoice back = sales::return_of(till_.connection(), *sale);
         back.date = till_.invoice().date;
         for (Line& line : back.lines) {

@@ -16,8 +16,8 @@ namespace ui {
 
 namespace {
 
-QString kind_text(sales::KindOption kind) {
-    return kind == sales::KindOption::sale ? "مبيعات" : "مرتجعات";
+QString kind_text(const sales::InvoiceKey& key) {
+    return key.is_sale() ? "مبيعات" : "مرتجعات";
 }
 
 }  // namespace
@@ -30,9 +30,9 @@ ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesScreen& screen)
     double returned = 0;
     std::vector<QStringList> texts;
     for (const sales::ReceiptRow& row : rows_) {
-        (row.kind == sales::KindOption::sale ? sold : returned) += row.net;
-        texts.push_back({"\u200e" + QString::number(row.number),
-                         "\u200e" + qt(common::twelve_hour_text(row.time)), kind_text(row.kind),
+        (row.key.is_sale() ? sold : returned) += row.net;
+        texts.push_back({"\u200e" + QString::number(row.key.number),
+                         "\u200e" + qt(common::twelve_hour_text(row.time)), kind_text(row.key),
                          qt(sales::payment_caption(row.payment)),
                          "\u200e" + qt(common::format_amount(row.net))});
     }

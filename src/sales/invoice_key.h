@@ -1,0 +1,46 @@
+// What identifies a saved invoice, and the series that its number comes from.
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "database/connection.h"
+#include "sales/invoice.h"
+
+namespace sales {
+
+// Sales have one series for cash and one for account customers, both across all stores; returns and the third
+// kind have one series per store.
+enum class Series { cash_sales, account_sales, returns };
+Series series_of(KindOption kind, PaymentOption payment);
+
+// The highest number of the invoice's series plus 1.
+std::int64_t next_invoice_number(database::Connection& connection, const Invoice& invoice);
+
+// The columns that the rows of `sales` and `saledata` share. Two tills may have drawn the same number at the
+// same moment; such invoices differ in their time of saving alone.
+struct InvoiceKey {
+    std::int64_t number = 0;
+    std::int64_t ctype = 0;
+    std::int64_t vcode = walk_in_customer;
+    std::int64_t store = 0;
+    common::Date date;
+
+    auto operator<=>(const InvoiceKey&) const = default;
+    bool is_sale() const { return ctype == 0 || ctype == 1; }
+};
+InvoiceKey key_of(const Invoice& invoice);
+// Of a row with the columns pnum, ctype, vcode, stcode and date.
+InvoiceKey key_of(const database::Row& row);
+// " where pnum = ..." with every column of the key.
+database::Sql where(const InvoiceKey& key);
+
+// How the activity log names an invoice, "invoice 12 (kind 0, customer -1, store 1)", and the reader of that
+// name. The log's lines carry the date themselves, so the key that is read has none.
+std::string log_name(const InvoiceKey& key);
+std::optional<InvoiceKey> read_log_name(std::string_view name);
+
+}  // namespace sales
