@@ -2,7 +2,7 @@
 
 #include "accounts/customer_list.h"
 #include "common/numbers.h"
-#include "ui/accounts/account_customer_screen.h"
+#include "ui/accounts/customer_card_sheet.h"
 #include "ui/accounts/account_statement_screen.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/text.h"
@@ -24,7 +24,7 @@ std::vector<Person> account_customers(const Context& context) {
 }
 
 bool open_card(QWidget* host, const Context& context, accounts::CardMode mode, std::int64_t code) {
-    Form7ca screen(host, context);
+    CustomerCardSheet screen(host, context);
     bool opened = false;
     guarded(context.services, "CustomerCard", [&] { opened = screen.open(mode, code); });
     return opened && screen.run() == 1;

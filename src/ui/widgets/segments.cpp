@@ -50,4 +50,11 @@ void Segments::show_chosen(int value) {
         button->setChecked(of == value);
 }
 
+int Segments::value() const {
+    for (const auto& [of, button] : buttons_) {
+        if (button->isChecked()) return of;
+    }
+    return 0;
+}
+
 }  // namespace ui

@@ -17,6 +17,8 @@ class Segments : public QWidget {
 
     // Shows the option of a value as chosen, without a signal.
     void show_chosen(int value);
+    // The value of the option shown as chosen; 0 if none is.
+    int value() const;
     // In pixels of the 1366×768 screen.
     void set_height(double measure);
 

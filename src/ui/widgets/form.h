@@ -1,0 +1,126 @@
+// The fields of a form on the screen, built, shown and read by the form's table.
+#pragma once
+
+#include <QWidget>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "common/form.h"
+#include "common/refusal.h"
+#include "common/services.h"
+#include "ui/widgets/form_fields.h"
+#include "ui/widgets/guard.h"
+
+class QComboBox;
+class QLineEdit;
+
+namespace ui {
+
+class Segments;
+
+// What a form does with its fields whatever struct holds their values.
+class FormFields {
+  public:
+    // The field of an object name; throws std::logic_error if the form has none of that name.
+    QWidget* field(std::string_view name) const;
+    QLineEdit* line(std::string_view name) const;
+    QComboBox* list(std::string_view name) const;
+    Segments* options(std::string_view name) const;
+
+    // Fixed fields show their values, and no key or click changes them.
+    void set_all_fixed(bool fixed);
+    // In pixels of the 1366×768 screen; check boxes keep their own height.
+    void set_row_height(double measure);
+    // Shows why the form was refused, then moves the focus to the field at fault.
+    void refuse(const common::Refusal& refusal, common::Prompts& prompts) const;
+
+  protected:
+    void build(const common::FieldDescription& description, FieldGrid& grid);
+    void lead_on(std::vector<std::string_view> names, QWidget* last);
+    void show_value(std::string_view name, const common::FieldValue& value);
+    // Nothing if the text of a date is not a date.
+    std::optional<common::FieldValue> read_value(std::string_view name) const;
+    bool is_hidden(std::string_view name) const;
+    static common::Refusal wrong_date(std::string_view name);
+
+  private:
+    struct Built {
+        common::FieldDescription description;
+        QWidget* widget;
+    };
+    const Built& built(std::string_view name) const;
+    std::vector<Built> fields_;
+};
+
+template <typename Values>
+class Form : public FormFields {
+  public:
+    // Builds the fields of a table in its order, which is also the order of Tab.
+    void add(common::FormTable<Values> table, FieldGrid& grid) {
+        for (const auto& field : table) {
+            build(field.description, grid);
+            table_.push_back(field);
+        }
+    }
+
+    // Enter leads from each field of a table to the next, and from the last one to `last`. Options and check
+    // boxes are passed by; a search field keeps its Enter.
+    void lead_on(common::FormTable<Values> table, QWidget* last) {
+        std::vector<std::string_view> names;
+        for (const auto& field : table)
+            names.push_back(field.description.name);
+        FormFields::lead_on(std::move(names), last);
+    }
+
+    // Lists must have been filled before.
+    void show(const Values& values) {
+        for (const auto& field : table_)
+            show_value(field.description.name, value_of(field, values));
+    }
+
+    // Takes the typed values over. Refuses a date that is not one and then leaves all values as they were,
+    // unless the field is hidden: then it keeps its date.
+    std::optional<common::Refusal> read(Values& values) const {
+        Values typed = values;
+        for (const auto& field : table_) {
+            auto value = read_value(field.description.name);
+            if (value) {
+                set_value(field, typed, std::move(*value));
+            } else if (!is_hidden(field.description.name)) {
+                return wrong_date(field.description.name);
+            }
+        }
+        values = std::move(typed);
+        return std::nullopt;
+    }
+
+    // Reads the fields and saves them by `save`, which returns a refusal or nothing, in the guard of actions.
+    // Returns true if they were saved. After a refusal shows what `save` corrected, says why, and moves the
+    // focus to the field at fault.
+    template <typename Save>
+    bool save(const common::Services& services, std::string_view action, Values& values, Save save) {
+        std::optional<common::Refusal> refusal;
+        const bool ended = guarded(services, action, [&] {
+            refusal = read(values);
+            if (refusal) return;
+            const Values typed = values;
+            refusal = save();
+            if (refusal) show_corrected(typed, values);
+        });
+        if (refusal) refuse(*refusal, services.prompts);
+        return ended && !refusal;
+    }
+
+  private:
+    void show_corrected(const Values& typed, const Values& values) {
+        for (const auto& field : table_) {
+            const common::FieldValue value = value_of(field, values);
+            if (value != value_of(field, typed)) show_value(field.description.name, value);
+        }
+    }
+
+    std::vector<common::FormField<Values>> table_;
+};
+
+}  // namespace ui
