@@ -11,6 +11,7 @@
 #include "common/text.h"
 #include "database/embedded/open.h"
 #include "database/schema/schema.h"
+#include "printing/receipt.h"
 
 namespace admin {
 
@@ -233,7 +234,7 @@ Findings check_ports(Connection& connection) {
     const auto rows = connection.query("select * from basic");
     if (rows.empty()) return findings;  // said by the check of the settings
     const std::string printer(common::trim(rows.front().text("print")));
-    if (printer.empty() || printer == "win") {
+    if (!printing::PrinterChoice{printer}.is_text_port()) {
         findings.push_back(check_system_printer());
     } else {
         findings.push_back(port_finding("printer", printer, "lp", Verdict::wrong));

@@ -161,7 +161,7 @@ Progress Player::expect_receipt(const std::string& rest) {
     if (!said.found) return Progress::fail("it reads: expect receipt contains TEXT");
     const std::string bytes = devices_->taken(receipt_port());
     if (receipt_holds(bytes, said.after, rows())) return Progress::ok();
-    return Progress::wait(bytes.empty() ? "no receipt" : "\n" + readable_receipt(bytes, rows()));
+    return Progress::wait(bytes.empty() ? "no receipt" : "\n" + readable_receipt(bytes));
 }
 
 Progress Player::expect_port(const std::string& rest) {
@@ -173,7 +173,7 @@ Progress Player::expect_port(const std::string& rest) {
         const std::string wanted = all_of(script_.file.parent_path() / said[2]);
         if (bytes == wanted && !wanted.empty()) return Progress::ok();
         std::ofstream(settings_.pictures / said[2], std::ios::binary) << bytes;
-        return Progress::wait("\n" + readable_receipt(bytes, rows()) + "\n    kept as " +
+        return Progress::wait("\n" + readable_receipt(bytes) + "\n    kept as " +
                               (settings_.pictures / said[2]).string());
     }
     std::string seen;

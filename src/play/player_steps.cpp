@@ -310,7 +310,7 @@ Progress Player::do_file(const Step& step) {
 
 Progress Player::do_say(const Step& step) {
     if (step.rest == "receipt") {
-        std::printf("%s\n", readable_receipt(devices_->taken(receipt_port()), rows()).c_str());
+        std::printf("%s\n", readable_receipt(devices_->taken(receipt_port())).c_str());
     } else {
         std::printf("%s\n", step.rest.c_str());
     }

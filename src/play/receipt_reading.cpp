@@ -1,106 +1,52 @@
 #include "play/receipt_reading.h"
 
+#include <QString>
 #include <algorithm>
-#include <cctype>
-#include <map>
-#include <vector>
 
-#include "common/code_page.h"
-#include "common/text.h"
-#include "printing/printer_codes.h"
+#include "printing/pages/paper_picture.h"
 #include "printing/printer_text.h"
+#include "printing/text_receipt.h"
 
 namespace play {
 
 namespace {
 
-// What each byte of the printer's page stands for, in reading order.
-std::map<unsigned char, std::string> letters_of(const printing::PrinterCodes& codes) {
-    std::map<unsigned char, std::string> letters;
-    const auto add = [&](int wc, const std::string& text) {
-        const auto forms = codes.find(wc);
-        if (!forms) return;
-        letters.emplace(forms->joined, text);
-        letters.emplace(forms->unjoined, text);
-    };
-    // The alefs share their forms with the plain one, which is read first.
-    for (const int wc : {199, 236}) {
-        add(wc, common::from_code_page_1256(std::string(1, static_cast<char>(wc))));
-    }
-    for (int wc = 128; wc < 256; ++wc) {
-        add(wc, common::from_code_page_1256(std::string(1, static_cast<char>(wc))));
-    }
-    for (const int alef : {199, 194, 195, 197}) {
-        add(printing::PrinterCodes::lam_alef(alef),
-            "ل" + common::from_code_page_1256(std::string(1, static_cast<char>(alef))));
-    }
-    return letters;
+// "1/2", "10:42" and "Pepsi" run from left to right; a colon beside a letter ends a caption.
+bool runs_from_left(const QString& line, qsizetype at) {
+    const QChar letter = line[at];
+    if (letter == ':')
+        return at > 0 && line[at - 1].isDigit() && at + 1 < line.size() && line[at + 1].isDigit();
+    return letter.isDigit() || letter == '.' || letter == '/' || letter == '-' ||
+           (letter.unicode() < 128 && letter.isLetter());
 }
 
-bool keeps_order(unsigned char byte) {
-    return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') ||
-           byte == '.' || byte == '/' || byte == ':' || byte == '-';
-}
-
-bool is_plain(char byte) {
-    return static_cast<unsigned char>(byte) < 128;
-}
-
-// A printed line runs from left to right; read it from the right, numbers and Latin words as they stand. A
-// line without any Arabic is read as it runs.
-std::string read_line(std::string_view line, const std::map<unsigned char, std::string>& letters) {
-    std::vector<std::string> pieces;
-    if (std::all_of(line.begin(), line.end(), is_plain)) {
-        std::string text(line);
-        std::erase_if(text, [](char byte) { return static_cast<unsigned char>(byte) < 32; });
-        return text;
+// Paper runs from left to right. An Arabic line is read from the right, its figures and Latin words as they
+// are.
+QString reading_order(QString line) {
+    const auto is_arabic = [](QChar letter) { return letter.unicode() > 128; };
+    if (std::none_of(line.begin(), line.end(), is_arabic)) return line;
+    std::reverse(line.begin(), line.end());
+    for (qsizetype at = 0; at < line.size(); ++at) {
+        const qsizetype begin = at;
+        while (at < line.size() && runs_from_left(line, at))
+            ++at;
+        std::reverse(line.begin() + begin, line.begin() + at);
     }
-    for (std::size_t at = 0; at < line.size();) {
-        const auto byte = static_cast<unsigned char>(line[at]);
-        std::size_t end = at + 1;
-        if (keeps_order(byte) && byte != ':') {
-            // Latin words keep their order too, and "10:42 AM" stays together.
-            const auto goes_on = [&](std::size_t next) {
-                return next < line.size() && keeps_order(static_cast<unsigned char>(line[next]));
-            };
-            while (goes_on(end) || (end < line.size() && line[end] == ' ' && goes_on(end + 1) &&
-                                    std::isalpha(line[end + 1]) != 0)) {
-                ++end;
-            }
-            pieces.emplace_back(line.substr(at, end - at));
-        } else if (const auto letter = letters.find(byte); letter != letters.end()) {
-            pieces.push_back(letter->second);
-        } else if (byte >= 0xB0 && byte <= 0xB9) {
-            pieces.emplace_back(1, static_cast<char>(byte - 0xB0 + '0'));
-        } else if (byte >= 32) {
-            pieces.emplace_back(1, byte < 128 ? static_cast<char>(byte) : ' ');
-        }
-        at = end;
-    }
-    std::string text;
-    for (auto piece = pieces.rbegin(); piece != pieces.rend(); ++piece)
-        text += *piece;
-    return text;
+    // Takes the printed forms and ligatures back to letters.
+    return line.normalized(QString::NormalizationForm_KC);
 }
 
 }  // namespace
 
-std::string readable_receipt(std::string_view bytes, database::Connection& connection) {
-    const auto letters = letters_of(printing::PrinterCodes::load(connection));
+std::string readable_receipt(std::string_view bytes) {
     std::string text;
-    std::string line;
-    for (std::size_t at = 0; at < bytes.size(); ++at) {
-        if (bytes[at] == '\x1b' || bytes[at] == '\x1d') {
-            ++at;  // the command's letter; its number, if any, is a control byte and passed over below
-            if (bytes.substr(at, 1) == "T") at += 4;  // the code page's number is written in digits
-        } else if (bytes[at] == '\n') {
-            text += read_line(line, letters) + "\n";
-            line.clear();
-        } else {
-            line += bytes[at];
-        }
+    for (const auto& line : printing::pages::paper_lines(bytes, printing::width_of(bytes))) {
+        QString letters;
+        for (const auto& character : line)
+            letters += QString::fromUcs4(&character.letter, 1);
+        text += reading_order(letters).toStdString() + "\n";
     }
-    return text + read_line(line, letters);
+    return text;
 }
 
 bool receipt_holds(std::string_view bytes, std::string_view text, database::Connection& connection) {

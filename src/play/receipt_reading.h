@@ -8,8 +8,9 @@
 
 namespace play {
 
-// Every line in reading order; what only steers the printer is left out.
-std::string readable_receipt(std::string_view bytes, database::Connection& connection);
+// Returns the lines of the paper in reading order, for messages; a shop with printer codes of its own prints
+// other letters than are read here.
+std::string readable_receipt(std::string_view bytes);
 
 // Whether the bytes print the text somewhere, as a caption or as a name.
 bool receipt_holds(std::string_view bytes, std::string_view text, database::Connection& connection);

@@ -14,14 +14,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view system_printer = "win";
-
 bool can_write(const fs::path& path) {
     std::error_code ignored;
     return !fs::is_directory(path, ignored) && access(path.c_str(), W_OK) == 0;
 }
 
-// A file that is not there yet can be written when its folder can; a device must be there.
+// A file that does not exist yet can be written if its folder can; a device must exist.
 bool can_make(const fs::path& path) {
     std::error_code ignored;
     if (fs::exists(path, ignored) || path.string().starts_with("/dev/")) return false;
@@ -29,7 +27,7 @@ bool can_make(const fs::path& path) {
     return access(folder.c_str(), W_OK) == 0;
 }
 
-// A serial line without a device behind it exists all the same; nothing can tell from here.
+// Serial lines (ttyS*) are left out: their nodes exist even without a device behind them.
 std::vector<std::string> device_nodes(const fs::path& devices) {
     std::vector<std::string> nodes;
     for (const auto& [folder, prefix] : {std::pair{devices / "usb", "lp"}, std::pair{devices, "ttyUSB"},
@@ -48,12 +46,12 @@ std::vector<std::string> device_nodes(const fs::path& devices) {
 }  // namespace
 
 std::vector<PortOffer> ports_offered(const PrinterChoice& in_use, const fs::path& devices) {
-    std::vector<PortOffer> offers = {{std::string(system_printer), "", true}};
+    std::vector<PortOffer> offers = {{PrinterChoice::system_printer, "", true}};
     const auto is_offered = [&offers](std::string_view device) {
         return std::any_of(offers.begin(), offers.end(),
                            [device](const PortOffer& offer) { return offer.device == device; });
     };
-    // Names stand for nodes under /dev; another folder takes its place in tests.
+    // Port names stand for nodes under /dev; tests put another folder in its place.
     const auto node_of = [&devices](const std::string& port) {
         const std::string path = common::port_path(port);
         return path.starts_with("/dev/") ? (devices / path.substr(5)).string() : path;
@@ -67,10 +65,6 @@ std::vector<PortOffer> ports_offered(const PrinterChoice& in_use, const fs::path
     if (in_use.is_text_port() && !used.empty() && !is_offered(node_of(used)))
         offers.push_back({used, node_of(used), can_write(node_of(used)) || can_make(used)});
     return offers;
-}
-
-PrinterChoice choose(const PortOffer& offer, int columns) {
-    return {offer.port, columns};
 }
 
 bool print_test(common::Devices& devices, const PrinterChoice& choice, const PrinterCodes& codes) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <stdexcept>
 #include <vector>
 
 #include "common/code_page.h"
@@ -10,9 +11,90 @@
 
 namespace printing {
 
+extern const std::string_view codes_864;  // data/codes_864.csv
+
 namespace {
 
-constexpr int first_looked_up = PrinterCodes::first_looked_up;  // codes below it are moved by 128
+bool is_printable(long long code) {
+    return code >= 32 && code <= 255 && code != 127;
+}
+
+std::string_view take_line(std::string_view& rest) {
+    const std::size_t end = rest.find('\n');
+    const std::string_view line = rest.substr(0, end);
+    rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+    return common::trim(line);
+}
+
+std::array<long long, 3> numbers_of(std::string_view line, int line_number) {
+    const auto refuse = [line_number] {
+        throw std::invalid_argument("printer codes, line " + std::to_string(line_number) +
+                                    ": expected three numbers wc,pc,pc1");
+    };
+    std::array<long long, 3> numbers{};
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const std::size_t comma = line.find(',');
+        const auto number = common::parse_integer(line.substr(0, comma));
+        const bool last = i + 1 == numbers.size();
+        if (!number || last != (comma == std::string_view::npos)) refuse();
+        numbers[i] = *number;
+        if (!last) line.remove_prefix(comma + 1);
+    }
+    return numbers;
+}
+
+}  // namespace
+
+void PrinterCodes::add(long long wc, long long joined, long long unjoined) {
+    const bool is_key = wc >= 0 && wc <= lam_alef(255);
+    if (!is_key || !is_printable(joined) || !is_printable(unjoined)) return;
+    rows_[static_cast<int>(wc)] = {static_cast<unsigned char>(joined), static_cast<unsigned char>(unjoined)};
+}
+
+PrinterCodes PrinterCodes::load(database::Connection& connection) {
+    PrinterCodes codes;
+    for (const auto& row : connection.query("select * from codes")) {
+        if (row.null("wc") || (row.null("pc") && row.null("pc1"))) continue;
+        // A row that gives one form only prints it for both.
+        const auto joined = row.integer(row.null("pc") ? "pc1" : "pc");
+        const auto unjoined = row.integer(row.null("pc1") ? "pc" : "pc1");
+        codes.add(row.integer("wc"), joined, unjoined);
+    }
+    // A shop may have rows for Latin letters alone.
+    const bool has_arabic = codes.rows_.lower_bound(first_looked_up) != codes.rows_.end();
+    if (!has_arabic) codes.rows_.insert(default_codes().rows_.begin(), default_codes().rows_.end());
+    return codes;
+}
+
+PrinterCodes PrinterCodes::from_csv(std::string_view csv) {
+    PrinterCodes codes;
+    int line_number = 1;
+    if (take_line(csv) != "wc,pc,pc1")
+        throw std::invalid_argument("printer codes, line 1: expected wc,pc,pc1");
+    while (!csv.empty()) {
+        ++line_number;
+        const std::string_view line = take_line(csv);
+        if (line.empty()) continue;
+        const auto [wc, joined, unjoined] = numbers_of(line, line_number);
+        codes.add(wc, joined, unjoined);
+    }
+    return codes;
+}
+
+std::optional<PrinterForms> PrinterCodes::find(int wc) const {
+    const auto row = rows_.find(wc);
+    if (row == rows_.end()) return std::nullopt;
+    return row->second;
+}
+
+const PrinterCodes& default_codes() {
+    static const PrinterCodes codes = PrinterCodes::from_csv(codes_864);
+    return codes;
+}
+
+namespace {
+
+constexpr int first_looked_up = PrinterCodes::first_looked_up;  // 128 is added to codes below it
 constexpr int space = ' ';
 constexpr int lam = 225;
 constexpr int hamza = 193;
@@ -57,7 +139,7 @@ bool joins_next(int wc) {
     return is_letter(wc) && !holds(never_join_next, wc);
 }
 
-// Vowel signs and direction marks stand over or between letters and take no room of their own.
+// Vowel signs and direction marks stand above or between letters and take no column of their own.
 bool takes_no_room(char32_t c) {
     return (c >= 0x064B && c <= 0x065F) || c == 0x0670 || (c >= 0x200B && c <= 0x200F) ||
            (c >= 0x202A && c <= 0x202E) || (c >= 0x2060 && c <= 0x2069) || (c >= 0xFE00 && c <= 0xFE0F) ||
@@ -68,7 +150,7 @@ bool is_arabic(char32_t c) {
     return (c >= 0x0620 && c <= 0x06FF) || (c >= 0xFB50 && c <= 0xFDFF) || (c >= 0xFE70 && c <= 0xFEFC);
 }
 
-// The characters' codes in page 1256; one that the page has not counts as a space.
+// The characters' codes in page 1256; a character that is not on the page counts as a space.
 std::vector<int> codes_of(std::string_view text) {
     std::vector<int> codes;
     for (const char32_t c : common::code_points(text)) {
@@ -95,9 +177,9 @@ class Conversion {
   private:
     int letter(std::size_t position) const { return position < letters_.size() ? letters_[position] : space; }
 
-    // A letter that can join the next one is written joined when the next one lets it ("زيت" has its yeh
-    // joined to the teh). One that never does, a lam-alef too, is joined when the letter before reaches over
-    // to it, and unjoined at the end of a word.
+    // A letter that can join the next one is written joined if the next one allows it (in "زيت" the yeh is
+    // joined to the teh). A letter that never joins the next one, such as a lam-alef, is written joined if
+    // the letter before it joins, and unjoined at the end of a word.
     std::string next_piece() {
         const int wc = letter(at_);
         if (const std::size_t end = end_of_latin(); end > at_) return latin(end);
@@ -122,8 +204,7 @@ class Conversion {
         return letter(at_) != space && first > 0 && joins_next(letter(first - 1));
     }
 
-    // A run of digits in reading order, with the marks that stand within one number ("1.5", "1/2"): numbers
-    // are written as they are.
+    // Takes a run of digits with the marks inside one number ("1.5", "1/2"), in reading order.
     std::string number() {
         std::string digits;
         const auto is_inner_mark = [this](int wc) {
@@ -134,8 +215,8 @@ class Conversion {
         return digits;
     }
 
-    // Where the Latin words that start here end, with the figures, blanks and signs between them; here, when
-    // there are none or the shop has no rows for Latin letters.
+    // Returns where the Latin words that start here end, with the digits, blanks and signs between them. It
+    // is here if there are no Latin words or the shop has no rows for Latin letters.
     std::size_t end_of_latin() const {
         const auto is_latin = [this](int wc) { return is_latin_letter(wc) && codes_.find(wc); };
         if (!is_digit(letter(at_)) && !is_latin(letter(at_))) return at_;
@@ -157,11 +238,10 @@ class Conversion {
         return words;
     }
 
-    // A character that is not Arabic is moved by 128, unless the shop has a row that says what its printer
-    // wants for it.
+    // Adds 128 to the code of a character that is not Arabic, unless the shop has a row for it.
     char other(int looked_up, int wc) const {
         if (const auto row = codes_.find(looked_up)) return row->unjoined_byte();
-        const bool has_place = wc >= space && wc < 127;  // a sign, or a code that 128 more takes off the page
+        const bool has_place = wc >= space && wc < 127;  // others would leave the page with 128 added
         return static_cast<char>(has_place ? static_cast<unsigned char>(wc + 128) : converted_blank);
     }
 

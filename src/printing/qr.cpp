@@ -25,7 +25,7 @@ void put(std::string& bytes, std::uint32_t value, int size) {
         bytes += static_cast<char>((value >> (8 * i)) & 0xFF);
 }
 
-// Rows from the bottom up, three bytes a dot, each row filled up to whole words.
+// Rows from the bottom up, three bytes per dot, each row padded to a multiple of four bytes.
 std::string bitmap_of(const QRcode& code) {
     const auto modules = static_cast<unsigned>(code.width);
     const unsigned dots = (modules + 2 * quiet_modules) * dots_per_module;
@@ -36,15 +36,15 @@ std::string bitmap_of(const QRcode& code) {
     put(bytes, headers + row_bytes * dots, 4);
     put(bytes, 0, 4);
     put(bytes, headers, 4);
-    put(bytes, 40, 4);  // the picture's header
+    put(bytes, 40, 4);  // size of the picture's header
     put(bytes, dots, 4);
     put(bytes, dots, 4);
     put(bytes, 1, 2);   // planes
-    put(bytes, 24, 2);  // bits a dot
+    put(bytes, 24, 2);  // bits per dot
     put(bytes, 0, 4);   // not compressed
     put(bytes, row_bytes * dots, 4);
     for (int i = 0; i < 4; ++i)
-        put(bytes, 0, 4);  // resolution and colours unspoken
+        put(bytes, 0, 4);  // resolution and colours not given
 
     const auto is_dark = [&](unsigned x, unsigned y) {
         const unsigned column = x / dots_per_module;
@@ -84,7 +84,7 @@ bool print_qr(std::string_view text, const std::filesystem::path& path) {
     std::error_code ignored;
     std::filesystem::remove(path, ignored);
     if (text.empty()) return false;
-    // Medium correction while it fits; the longest texts get the least.
+    // Medium error correction if it fits; the longest texts get the lowest.
     for (const QRecLevel level : {QR_ECLEVEL_M, QR_ECLEVEL_L}) {
         const Code code(QRcode_encodeData(static_cast<int>(text.size()),
                                           reinterpret_cast<const unsigned char*>(text.data()), 0, level));

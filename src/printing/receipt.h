@@ -51,12 +51,35 @@ struct Receipt {
     double remaining = 0;  // the change
 };
 
+// The line with the shop's telephone on a printed page: "Tel : 02-2574 1234".
+inline std::string telephone_line(const std::string& telephone) {
+    return "Tel : " + telephone;
+}
+
+// The width of a roll: characters in a line of text, and for drawn receipts its paper and what the print head
+// reaches, in millimetres.
+struct RollWidth {
+    int columns;
+    double paper;
+    double printed;
+};
+inline constexpr RollWidth wide_roll{48, 80, 72};
+inline constexpr RollWidth narrow_roll{40, 58, 48};
+
+// The roll of a printer with lines of that many characters.
+constexpr const RollWidth& roll_of(int columns) {
+    return columns == narrow_roll.columns ? narrow_roll : wide_roll;
+}
+
 // Where receipts go: held by the workstation for the whole run, changed on the printer-choice screen.
 struct PrinterChoice {
-    std::string receipt_port;  // "win" or empty: the system's printer, by pages; any other: text to that port
-    int line_width = 48;       // 48 or 40 characters
+    // The port that means the system's printer.
+    static constexpr const char* system_printer = "win";
 
-    bool is_text_port() const { return !receipt_port.empty() && receipt_port != "win"; }
+    std::string receipt_port;  // system_printer or empty: pages; any other: text to that port
+    int line_width = wide_roll.columns;
+
+    bool is_text_port() const { return !receipt_port.empty() && receipt_port != system_printer; }
 };
 
 }  // namespace printing

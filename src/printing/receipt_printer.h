@@ -1,4 +1,4 @@
-// Printing as saving sees it.
+// The forms of a receipt, and its printer as the sales subsystem sees it.
 #pragma once
 
 #include "printing/receipt.h"
@@ -16,11 +16,11 @@ enum class Form {
 class ReceiptPrinter {
   public:
     virtual ~ReceiptPrinter() = default;
-    // Prints on the port or the system printer, whichever the workstation has chosen. A printer that is
-    // missing, refuses or hangs is reported and logged by the printer and never throws: printing never stops
-    // a sale. False when nothing came out; the receipt can then be printed again.
+    // Prints on the port or the system printer, whichever the workstation has chosen. Never throws, because
+    // printing must not stop a sale. Returns false after showing and logging why nothing was printed; the
+    // receipt can then be printed again.
     virtual bool print(const Receipt& receipt, Form form) = 0;
-    // True when receipts go as text to a port, which is never suppressed.
+    // Whether receipts go as text to a port. Text receipts are always printed.
     virtual bool prints_text() const = 0;
 };
 

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "common/numbers.h"
+#include "signin/session.h"
 
 namespace printing {
 
@@ -37,6 +38,16 @@ std::string csv_line(const std::vector<std::string>& cells) {
 }
 
 }  // namespace
+
+Report headed(std::string name, const signin::Session& session) {
+    Report report;
+    report.name = std::move(name);
+    report.store_name = session.settings.aname;
+    report.second_store_name = session.settings.ename;
+    report.telephone = session.settings.tel;
+    report.logo = session.program_folder / session.settings.logo;
+    return report;
+}
 
 std::string report_csv(const Report& report) {
     std::string csv = "\xEF\xBB\xBF" + csv_line({report.title});

@@ -6,6 +6,10 @@
 #include <utility>
 #include <vector>
 
+namespace signin {
+struct Session;
+}
+
 namespace printing {
 
 enum class Align { start, centre, end };  // of a right-to-left page: start is the right
@@ -42,9 +46,12 @@ struct Report {
     Orientation orientation = Orientation::portrait;
 };
 
+// Returns a report of that name with nothing but the shop's letterhead.
+Report headed(std::string name, const signin::Session& session);
+
 // The report as comma-separated values in UTF-8 with a byte order mark, lines ending in CR LF: title,
-// captions, headings, rows, sums and totals, each on lines of their own. Texts that hold a comma, a quote or
-// a line end are quoted; a text that a spreadsheet would take for a formula is led by an apostrophe.
+// captions, headings, rows, sums and totals, each on lines of their own. A text with a comma, a quote or a
+// line end is quoted; a text that a spreadsheet would take for a formula gets an apostrophe in front.
 std::string report_csv(const Report& report);
 
 }  // namespace printing

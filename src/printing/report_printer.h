@@ -8,13 +8,16 @@
 
 namespace printing {
 
-// Nothing here throws: what went wrong is told to the user, logged, and answered with false.
+// Nothing here throws. A function returns false after showing and logging what went wrong.
 class ReportPrinter {
   public:
     virtual ~ReportPrinter() = default;
-    // Prints on the system's printer; where none is installed, writes a PDF into the folder `Receipts`.
+    // Prints on the system's printer. If none is installed, writes a PDF into the folder `Receipts`.
     virtual bool print(const Report& report) = 0;
-    // The file that the last `print` went to for want of a printer; empty when it went to paper.
+    // Prints a report without a table, such as a voucher, like a receipt: as text if the workstation's
+    // receipts go to a text port, otherwise with print().
+    virtual bool print_slip(const Report& report) { return print(report); }
+    // The file that the last report was written to because there is no printer; empty if it is on paper.
     virtual std::filesystem::path kept_file() const { return {}; }
     // Shows the pages on the screen, from where they can be printed.
     virtual void preview(const Report& report) = 0;

@@ -7,8 +7,9 @@ namespace printing {
 
 namespace {
 
-// Ports were always opened as text files for output, which end each line so; roll printers expect both bytes.
+// Roll printers expect both bytes.
 constexpr std::string_view line_end = "\r\n";
+constexpr int fewest_columns = 32;
 
 }  // namespace
 
@@ -31,20 +32,31 @@ std::string left_aligned(std::string_view bytes, std::size_t width) {
     return std::string(bytes) + spaces(width - bytes.size());
 }
 
+TextPage::TextPage(int width) : width_(std::max(width, fewest_columns)) {}
+
+void TextPage::begin() {
+    control_line(control::initialise);
+    control_line(control::arabic_page);
+}
+
+void TextPage::end() {
+    control("\n\n\n\n\n");
+    control_line(control::feed_one_line);
+}
+
 void TextPage::line(std::string_view bytes) {
-    bytes_ += bytes.substr(0, static_cast<std::size_t>(width_));
+    bytes_ += bytes.substr(0, columns());
     bytes_ += line_end;
 }
 
 void TextPage::centred(std::string_view bytes, std::size_t length) {
-    const auto width = static_cast<std::size_t>(width_);
-    if (bytes.size() > width) return line(bytes.substr(bytes.size() - width));
-    const std::string margin = spaces(blanks(width_ - static_cast<int>(std::min(length, width)), 2));
+    if (bytes.size() > columns()) return line(right_aligned(bytes, columns()));
+    const std::string margin = spaces(blanks(width_ - static_cast<int>(std::min(length, columns())), 2));
     line(margin + std::string(bytes) + margin);
 }
 
 void TextPage::rule() {
-    line(std::string(static_cast<std::size_t>(width_), '-'));
+    line(std::string(columns(), '-'));
 }
 
 void TextPage::control_line(std::string_view bytes) {

@@ -16,22 +16,29 @@ inline constexpr std::string_view shift_off = "\x14";
 inline constexpr std::string_view feed_one_line = "\x1B\x64\x01";
 }  // namespace control
 
-// The whole of a division, halves going to the even neighbour; 0 where it would be negative.
+// Divides and rounds to a whole number, halves to the even neighbour. Returns 0 instead of a negative number.
 std::size_t blanks(int dividend, int divisor);
 std::string spaces(std::size_t count);
-// Padded with spaces on the left to the width, and cut to its rightmost characters.
+// Pads with spaces on the left to the width, or cuts to the rightmost characters.
 std::string right_aligned(std::string_view bytes, std::size_t width);
-// Padded with spaces on the right to the width, and cut to its leftmost characters.
+// Pads with spaces on the right to the width, or cuts to the leftmost characters.
 std::string left_aligned(std::string_view bytes, std::size_t width);
 
 class TextPage {
   public:
-    explicit TextPage(int width) : width_(width) {}
+    // No roll printer has fewer than 32 columns; a smaller width counts as 32.
+    explicit TextPage(int width);
 
     int width() const { return width_; }
+    std::size_t columns() const { return static_cast<std::size_t>(width_); }
+    // Resets the printer and selects its Arabic page; every page begins so.
+    void begin();
+    // Feeds the paper to the cutter; every page ends so.
+    void end();
     // A line of text, cut to the width.
     void line(std::string_view bytes);
-    // A line with (width − length) / 2 spaces on each side; `length` is the text's own before its conversion.
+    // A line with (width − length) / 2 spaces on each side; `length` is that of the text before its
+    // conversion.
     void centred(std::string_view bytes, std::size_t length);
     void rule();
     // Control bytes, on a line of their own and without a line end.

@@ -5,14 +5,12 @@
 
 #include "common/numbers.h"
 #include "common/text.h"
-#include "printing/printer_text.h"
 #include "printing/text_page.h"
 
 namespace printing {
 
 namespace {
 
-constexpr int narrowest = 32;            // no roll printer has fewer columns
 constexpr std::size_t number_field = 7;  // of an item line
 constexpr std::string_view field_gap = "  ";
 constexpr std::size_t before_name = 3 * (number_field + field_gap.size());
@@ -45,7 +43,8 @@ class TextReceipt {
         : receipt_(receipt), form_(form), codes_(codes), page_(width) {}
 
     std::string bytes() {
-        open_page();
+        page_.begin();
+        page_.control_line(control::shift_out);
         header();
         items();
         totals();
@@ -56,12 +55,6 @@ class TextReceipt {
   private:
     std::string arabic(std::string_view text) const { return printer_text(text, codes_); }
 
-    void open_page() {
-        page_.control_line(control::initialise);
-        page_.control_line(control::arabic_page);
-        page_.control_line(control::shift_out);
-    }
-
     void header() {
         page_.control_line(control::double_width_on);
         double_width(receipt_.store_name);
@@ -70,25 +63,24 @@ class TextReceipt {
         page_.centred(name_text(receipt_.second_store_name, codes_),
                       common::length(receipt_.second_store_name));
         if (form_ != Form::no_telephone) {
-            const std::string telephone = "Tel : " + name_text(receipt_.telephone, codes_);
+            const std::string telephone = telephone_line(name_text(receipt_.telephone, codes_));
             page_.centred(telephone, telephone.size());
         }
-        const auto width = static_cast<std::size_t>(page_.width());
         page_.line(right_aligned(arabic(label::time) + ":" + common::twelve_hour_text(receipt_.time) +
                                      spaces(moment_gap) + arabic(label::date) + ":" +
                                      common::date_text(receipt_.date),
-                                 width));
-        page_.line(right_aligned(arabic(label::number) + " : " + std::to_string(receipt_.number), width));
+                                 page_.columns()));
+        page_.line(
+            right_aligned(arabic(label::number) + " : " + std::to_string(receipt_.number), page_.columns()));
     }
 
-    // Two spaces less before the name than after it. A name beyond the line keeps its beginning, at the
-    // right.
+    // Two spaces fewer before the name than after it. A name longer than the line keeps its beginning, which
+    // is at the right.
     void double_width(std::string_view name) {
         const int length = static_cast<int>(common::length(name));
         const std::size_t margin = blanks(page_.width() - length, 4);
         std::string printed = name_text(name, codes_);
-        const auto width = static_cast<std::size_t>(page_.width());
-        if (printed.size() > width) printed = right_aligned(printed, width);
+        if (printed.size() > page_.columns()) printed = right_aligned(printed, page_.columns());
         page_.line(spaces(margin > 2 ? margin - 2 : 0) + printed + spaces(margin));
     }
 
@@ -97,7 +89,7 @@ class TextReceipt {
         page_.line(arabic(label::line_total) + spaces(2) + arabic(label::quantity) + spaces(2) +
                    arabic(label::price) + spaces(heading_gap) + arabic(label::item));
         page_.rule();
-        const std::size_t name_field = static_cast<std::size_t>(page_.width()) - before_name;
+        const std::size_t name_field = page_.columns() - before_name;
         for (const ReceiptLine& line : receipt_.lines) {
             std::string printed;
             for (const double figure : {line.total, line.quantity, line.price}) {
@@ -120,13 +112,12 @@ class TextReceipt {
         page_.rule();
     }
 
-    // The amount ends where its field of 10 ends; a longer one reaches into the margin before it, as a total
-    // that loses its first digits would be another total. The label fills what is left of the line.
+    // The amount is right-aligned in its field of 10. A longer one runs into the margin before it, because a
+    // total without its first digits would be another total. The label fills the rest of the line.
     void total(std::string_view name, double amount) {
         const std::size_t amount_end =
             blanks(page_.width() - static_cast<int>(amount_field), 2) + amount_field;
-        const std::size_t label_field =
-            static_cast<std::size_t>(page_.width()) - amount_end - field_gap.size();
+        const std::size_t label_field = page_.columns() - amount_end - field_gap.size();
         page_.line(right_aligned(common::format_amount(amount), amount_end) + std::string(field_gap) +
                    left_aligned(arabic(name), label_field));
     }
@@ -135,8 +126,7 @@ class TextReceipt {
         for (const std::string_view text : label::closing)
             page_.centred(arabic(text), common::length(text));
         page_.centred(label::see_you, label::see_you.size());
-        page_.control("\n\n\n\n\n");
-        page_.control_line(control::feed_one_line);
+        page_.end();
     }
 
     const Receipt& receipt_;
@@ -153,17 +143,15 @@ constexpr std::array alphabet = {
 }  // namespace
 
 std::string text_receipt(const Receipt& receipt, Form form, int width, const PrinterCodes& codes) {
-    return TextReceipt(receipt, form, std::max(width, narrowest), codes).bytes();
+    return TextReceipt(receipt, form, width, codes).bytes();
 }
 
 std::string test_print(int width, const PrinterCodes& codes) {
     TextPage page(width);
-    const auto columns = static_cast<std::size_t>(width);
-    page.control_line(control::initialise);
-    page.control_line(control::arabic_page);
+    page.begin();
     std::string tens;
     std::string units;
-    for (std::size_t column = 1; column <= columns; ++column) {
+    for (std::size_t column = 1; column <= page.columns(); ++column) {
         tens += column % 10 == 0 ? static_cast<char>('0' + column / 10) : ' ';
         units += static_cast<char>('0' + column % 10);
     }
@@ -171,15 +159,14 @@ std::string test_print(int width, const PrinterCodes& codes) {
     page.line(units);
     page.rule();
     for (const std::string_view letters : alphabet)
-        page.line(right_aligned(printer_text(letters, codes), columns));
-    page.line(right_aligned("0123456789  12345.50", columns));
+        page.line(right_aligned(printer_text(letters, codes), page.columns()));
+    page.line(right_aligned("0123456789  12345.50", page.columns()));
     page.control_line(control::double_width_on);
     page.line(printer_text("عرض مزدوج", codes));  // double width
     page.control_line(control::double_width_off);
     page.control(control::shift_off);
     page.rule();
-    page.control("\n\n\n\n\n");
-    page.control_line(control::feed_one_line);
+    page.end();
     return page.bytes();
 }
 
@@ -190,7 +177,7 @@ int width_of(std::string_view bytes) {
         longest = std::max(longest, end - at);
         at = end + 1;
     }
-    return longest == 40 ? 40 : 48;
+    return roll_of(static_cast<int>(std::min<std::size_t>(longest, 1000))).columns;
 }
 
 }  // namespace printing

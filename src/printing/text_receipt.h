@@ -3,20 +3,20 @@
 
 #include <string>
 
-#include "printing/printer_codes.h"
+#include "printing/printer_text.h"
 #include "printing/receipt_printer.h"
 
 namespace printing {
 
-// A whole receipt in lines of at most `width` characters (48 or 40), from the printer's initialisation to its
-// last feed. Form::reprint is the short form, Form::no_telephone leaves out the telephone's line; every other
-// form is the full one. Lines end in CR LF.
+// A whole receipt in lines of at most `width` characters, from the printer's initialisation to its last feed.
+// Form::reprint is the short form, Form::no_telephone leaves out the telephone's line; every other form is
+// the full one. Lines end in CR LF.
 std::string text_receipt(const Receipt& receipt, Form form, int width, const PrinterCodes& codes);
 
 // A page that shows a printer's line width (a ruler), its Arabic letters in both forms, and double width.
 std::string test_print(int width, const PrinterCodes& codes);
 
-// The line width of a text receipt, read off its rules; 48 when it has none.
+// The line width of a text receipt, read off its rules; that of a wide roll if it has none.
 int width_of(std::string_view bytes);
 
 }  // namespace printing

@@ -1,20 +1,16 @@
 #include "printing/text_report.h"
 
-#include <algorithm>
 #include <vector>
 
 #include "common/text.h"
-#include "printing/printer_text.h"
 #include "printing/text_page.h"
 
 namespace printing {
 
 namespace {
 
-constexpr int narrowest = 32;  // no roll printer has fewer columns
-
-// The words of a text on as many lines as they need; a word that is longer than a line stands alone.
-std::vector<std::string> broken(std::string_view text, std::size_t width) {
+// Breaks a text into lines between its words; a word that is longer than a line has a line of its own.
+std::vector<std::string> wrapped(std::string_view text, std::size_t width) {
     std::vector<std::string> lines(1);
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t end = std::min(text.find(' ', at), text.size());
@@ -36,11 +32,10 @@ std::vector<std::string> broken(std::string_view text, std::size_t width) {
 class TextReport {
   public:
     TextReport(const Report& report, int width, const PrinterCodes& codes)
-        : report_(report), codes_(codes), page_(width), width_(static_cast<std::size_t>(width)) {}
+        : report_(report), codes_(codes), page_(width) {}
 
     std::string bytes() {
-        page_.control_line(control::initialise);
-        page_.control_line(control::arabic_page);
+        page_.begin();
         for (const std::string* text : {&report_.store_name, &report_.second_store_name, &report_.telephone})
             centred(*text);
         page_.rule();
@@ -59,46 +54,45 @@ class TextReport {
         for (const std::string& signature : report_.signatures) {
             page_.line("");
             page_.line(
-                right_aligned(std::string(width_ / 2, '.') + " : " + name_text(signature, codes_), width_));
+                right_aligned(std::string(page_.columns() / 2, '.') + " : " + name_text(signature, codes_),
+                              page_.columns()));
         }
-        page_.control("\n\n\n\n\n");
-        page_.control_line(control::feed_one_line);
+        page_.end();
         return page_.bytes();
     }
 
   private:
     void centred(std::string_view text) {
         if (text.empty()) return;
-        for (const std::string& line : broken(text, width_))
+        for (const std::string& line : wrapped(text, page_.columns()))
             page_.centred(name_text(line, codes_), common::length(line));
     }
 
     void from_right(std::string_view text) {
-        for (const std::string& line : broken(text, width_))
-            page_.line(right_aligned(name_text(line, codes_), width_));
+        for (const std::string& line : wrapped(text, page_.columns()))
+            page_.line(right_aligned(name_text(line, codes_), page_.columns()));
     }
 
     // The label at the right edge, its value to the left of it.
     void pair(std::string_view label, std::string_view value) {
         const std::string printed = name_text(value, codes_) + " : " + printer_text(label, codes_);
-        if (printed.size() <= width_) {
-            page_.line(right_aligned(printed, width_));
+        if (printed.size() <= page_.columns()) {
+            page_.line(right_aligned(printed, page_.columns()));
             return;
         }
-        page_.line(right_aligned(": " + printer_text(label, codes_), width_));
+        page_.line(right_aligned(": " + printer_text(label, codes_), page_.columns()));
         from_right(value);
     }
 
     const Report& report_;
     const PrinterCodes& codes_;
     TextPage page_;
-    std::size_t width_;
 };
 
 }  // namespace
 
 std::string text_report(const Report& report, int width, const PrinterCodes& codes) {
-    return TextReport(report, std::max(width, narrowest), codes).bytes();
+    return TextReport(report, width, codes).bytes();
 }
 
 }  // namespace printing

@@ -3,13 +3,13 @@
 
 #include <string>
 
-#include "printing/printer_codes.h"
+#include "printing/printer_text.h"
 #include "printing/report.h"
 
 namespace printing {
 
-// Title, captions, totals, words and signature lines in lines of at most `width` characters (at least 32), as
-// text receipts are set. A text that does not fit beside its label goes on below it.
+// Sets title, captions, totals, words and signature lines like a text receipt, in lines of at most `width`
+// characters. A text that does not fit beside its label continues below it.
 std::string text_report(const Report& report, int width, const PrinterCodes& codes);
 
 }  // namespace printing

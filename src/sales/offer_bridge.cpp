@@ -3,6 +3,7 @@
 #include "common/numbers.h"
 #include "common/spelled_amount.h"
 #include "common/text.h"
+#include "printing/receipt.h"
 #include "sales/messages.h"
 #include "sales/walk_in.h"
 
@@ -93,12 +94,8 @@ std::optional<printing::Report> quotation(Connection& connection, const signin::
     if (!offer) return std::nullopt;
     const Invoice invoice = invoice_of(connection, *offer);
 
-    printing::Report report;
-    report.name = "offer-" + std::to_string(number);
-    report.store_name = session.settings.aname;
-    report.second_store_name = session.settings.ename;
-    if (!session.settings.tel.empty()) report.telephone = "Tel : " + session.settings.tel;
-    report.logo = session.program_folder / session.settings.logo;
+    printing::Report report = printing::headed("offer-" + std::to_string(number), session);
+    if (!report.telephone.empty()) report.telephone = printing::telephone_line(report.telephone);
     report.title = "عرض سعر";  // quotation
     report.captions = {
         {"رقم العرض", std::to_string(number)},

@@ -11,7 +11,7 @@
 #include "ui/cash/daily_statement_screen.h"
 #include "ui/cash/expense_screen.h"
 #include "ui/cash/shift_screen.h"
-#include "ui/printing/printer_screen.h"
+#include "ui/printing/printer_sheet.h"
 #include "ui/sales/invoice_data_sheet.h"
 #include "ui/sales/receipts_sheet.h"
 #include "ui/sales/sales_window.h"
@@ -113,7 +113,7 @@ Screens neighbours(const Context& context) {
                  }),
                  true});
     screens.add({"printer", "&طابعة البون", 0, false, {}, on_sales([context](QWidget* host, auto& sales) {
-                     PrinterScreen(host, context, sales).run();
+                     PrinterSheet(host, context, sales).run();
                  })});
     screens.add({"password", "تغيير كلمة ال&سر", 0, false, {}, [context](QWidget* host) {
                      PasswordSheet(host, context).run();

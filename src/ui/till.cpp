@@ -3,10 +3,10 @@
 #include <QEventLoop>
 #include <memory>
 
+#include "printing/pages/system_printers.h"
 #include "signin/session.h"
 #include "ui/help/key.h"
-#include "ui/printing/system_receipt_printer.h"
-#include "ui/printing/system_report_printer.h"
+#include "ui/printing/preview.h"
 #include "ui/sales/sales_window.h"
 #include "ui/screen_register.h"
 #include "ui/signin/sign_in_window.h"
@@ -15,8 +15,10 @@ namespace ui {
 
 void Till::run(database::Connection& connection, signin::Session& session) {
     printing::PrinterChoice choice;
-    printing::pages::SystemReceiptPrinter receipts(connection, services_, choice, session.program_folder);
-    printing::pages::SystemReportPrinter reports(services_, session.program_folder);
+    const printing::pages::Workstation workstation{connection, services_, choice, session.program_folder,
+                                                   show_preview};
+    printing::pages::SystemReceiptPrinter receipts(workstation);
+    printing::pages::SystemReportPrinter reports(workstation);
     const Context context{connection, session, services_, receipts,    reports,
                           choice,     keys_,   restart_,  show_window_};
 

@@ -9,10 +9,9 @@
 #include <fstream>
 
 #include "common/words.h"
-#include "printing/invoice_report.h"
+#include "printing/layouts.h"
 #include "printing/messages.h"
 #include "printing/pages/canvas.h"
-#include "printing/pages/output.h"
 #include "printing/pages/paper_picture.h"
 #include "printing/pages/receipt_page.h"
 #include "printing/pages/report_page.h"
@@ -30,6 +29,7 @@ using printing::Form;
 using printing::Receipt;
 using printing::ReceiptSettings;
 using namespace printing::pages;
+using ui::PreviewDialog;
 
 std::vector<printing::LayoutRow> rows_of(const Receipt& receipt, const ReceiptSettings& settings) {
     test::Shop shop;
@@ -351,11 +351,11 @@ TEST(Output, KeepsARollUprightHoweverShort) {
     EXPECT_NE(info.find("Page rot:        0"), std::string::npos) << info;
 }
 
-TEST(Preview, IsWorkedByKeys) {
+TEST(PreviewDialog, IsWorkedByKeys) {
     const auto pages = std::make_shared<ReceiptPage>(layout(test::sale(), Form::full, 48));
     int printed = 0;
     bool works = false;
-    Preview preview(pages, [&] {
+    PreviewDialog preview(pages, [&] {
         ++printed;
         return works;
     });

@@ -2,7 +2,6 @@
 
 #include "common/text.h"
 #include "decoder.h"
-#include "printing/printer_codes.h"
 #include "support/shop.h"
 
 namespace {

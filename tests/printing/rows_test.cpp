@@ -1,7 +1,6 @@
 #include <fstream>
 
-#include "printing/layout_receipt.h"
-#include "printing/layout_rows.h"
+#include "printing/layouts.h"
 #include "printing/qr.h"
 #include "printing/report.h"
 #include "sample.h"

@@ -4,16 +4,16 @@
 #include <QWidget>
 #include <fstream>
 
-#include "common/ports.h"
 #include "printing/messages.h"
+#include "printing/pages/system_printers.h"
 #include "printing/ports_offered.h"
 #include "printing/text_receipt.h"
+#include "printing/text_report.h"
 #include "sample.h"
 #include "support/services.h"
 #include "support/shop.h"
 #include "tools.h"
-#include "ui/printing/system_receipt_printer.h"
-#include "ui/printing/system_report_printer.h"
+#include "ui/printing/preview.h"
 
 namespace {
 
@@ -36,7 +36,8 @@ class SystemReceiptPrinterTest : public ::testing::Test {
     test::TemporaryFolder folder;
     test::RememberedServices services;
     printing::PrinterChoice choice;
-    SystemReceiptPrinter printer{shop.connection(), services.all(), choice, folder.path()};
+    SystemReceiptPrinter printer{
+        {shop.connection(), services.all(), choice, folder.path(), ui::show_preview}};
 };
 
 TEST_F(SystemReceiptPrinterTest, FollowsTheChoiceOfPort) {
@@ -148,8 +149,11 @@ TEST_F(SystemReceiptPrinterTest, PutsTheCodeOnTheFullLayoutOnly) {
 
 TEST(SystemReportPrinter, KeepsReportsAsFiles) {
     const test::TemporaryFolder folder;
+    test::Shop shop;
     test::RememberedServices services;
-    printing::pages::SystemReportPrinter printer(services.all(), folder.path());
+    printing::PrinterChoice choice;
+    printing::pages::SystemReportPrinter printer(
+        {shop.connection(), services.all(), choice, folder.path(), {}});
     printing::Report report;
     report.name = "shift";
     report.title = "تقرير الوردية";
@@ -158,6 +162,10 @@ TEST(SystemReportPrinter, KeepsReportsAsFiles) {
     EXPECT_TRUE(printer.print(printing::test_report("بقالة النور")));
     EXPECT_TRUE(fs::exists(folder.path() / "Receipts" / "test-20261121-104200.pdf"));
     EXPECT_TRUE(printer.save_csv(report, folder.path() / "shift.csv"));
+    choice = {"lpt1", 40};
+    EXPECT_TRUE(printer.print_slip(report));
+    EXPECT_EQ(services.devices.ports["lpt1"], printing::text_report(report, 40, printing::default_codes()));
+    EXPECT_TRUE(printer.kept_file().empty());
     EXPECT_TRUE(services.prompts.messages.empty());
     EXPECT_FALSE(printer.save_csv(report, "/dev/full"));
     EXPECT_FALSE(printer.save_pdf(report, "/proc/none/report.pdf"));

@@ -3,12 +3,10 @@
 #include <fstream>
 #include <sstream>
 
-#include "common/ports.h"
 #include "common/text.h"
 #include "decoder.h"
-#include "printing/paper.h"
+#include "printing/pages/paper_picture.h"
 #include "printing/ports_offered.h"
-#include "printing/print_to_port.h"
 #include "sample.h"
 #include "support/shop.h"
 
@@ -110,7 +108,8 @@ TEST(TextReceipt, HasNoLineBeyondItsWidthWhateverIsTyped) {
 }
 
 TEST(TextReceipt, LooksOnPaperAsThePrinterWouldPutIt) {
-    const auto lines = printing::paper_lines(text_receipt(test::sale(), Form::full, 48, default_codes()), 48);
+    const auto lines =
+        printing::pages::paper_lines(text_receipt(test::sale(), Form::full, 48, default_codes()), 48);
     ASSERT_GT(lines.size(), 30u);
     // Control bytes on lines of their own feed the paper; the store's name is the first that is seen.
     EXPECT_TRUE(lines[0].empty());
@@ -120,7 +119,7 @@ TEST(TextReceipt, LooksOnPaperAsThePrinterWouldPutIt) {
     // Its closing blanks do not fit on the wide line and go on in the next one.
     ASSERT_EQ(lines[5].size(), 3u);
     ASSERT_EQ(lines[7].size(), 47u);
-    EXPECT_EQ(lines[7][16], (printing::PaperCharacter{U'A', false}));
+    EXPECT_EQ(lines[7][16], (printing::pages::PaperCharacter{U'A', false}));
     EXPECT_EQ(lines[9].size(), 48u);
 }
 
@@ -128,25 +127,9 @@ TEST(Paper, SurvivesBytesThatAreNoReceipt) {
     std::string bytes;
     for (int i = 0; i < 4096; ++i)
         bytes += static_cast<char>(i * 37 + i / 256);
-    EXPECT_FALSE(printing::paper_lines(bytes + "\x1B", 40).empty());
-    EXPECT_EQ(printing::paper_lines(std::string(100, 'x'), 40).size(), 3u);
-    EXPECT_TRUE(printing::paper_lines("", 40).empty());
-}
-
-TEST(PrintToPort, TellsWhenThePortDidNotTakeIt) {
-    const test::TemporaryFolder folder;
-    common::FileDevices devices(folder.path().string());
-    const auto prints = [&](const std::string& port) {
-        return printing::print_to_port(devices, {port, 48}, test::sale(), Form::full, default_codes());
-    };
-    EXPECT_TRUE(prints("paper.bin"));
-    std::ifstream in(folder.path() / "paper.bin", std::ios::binary);
-    std::ostringstream written;
-    written << in.rdbuf();
-    EXPECT_EQ(written.str(), file("sale_full_48.receipt"));
-    EXPECT_FALSE(prints("/dev/full"));             // a full disk
-    EXPECT_FALSE(prints("no/such/folder/port"));   // nothing there
-    EXPECT_FALSE(prints(folder.path().string()));  // a folder
+    EXPECT_FALSE(printing::pages::paper_lines(bytes + "\x1B", 40).empty());
+    EXPECT_EQ(printing::pages::paper_lines(std::string(100, 'x'), 40).size(), 3u);
+    EXPECT_TRUE(printing::pages::paper_lines("", 40).empty());
 }
 
 TEST(PortsOffered, TellWhatIsReachableNow) {

@@ -11,10 +11,12 @@ namespace printing::pages {
 
 namespace {
 
-// Texts are laid out at this resolution and scaled as a whole, so that lines break alike on paper and screen.
-constexpr double units = 20;  // a millimetre
+// Texts are laid out at this resolution and scaled as a whole, so that lines break at the same words on paper
+// and on the screen.
+constexpr double units = 20;  // per millimetre
 constexpr double mm_per_point = 25.4 / 72;
-// Lines stand by the letters' size: the height that Arabic fonts claim would stretch a receipt by half.
+// The line height follows the letters' size, because the height that Arabic fonts ask for would make a
+// receipt half as long again.
 constexpr double line_pitch = 1.5;
 constexpr double baseline = 1.08;
 

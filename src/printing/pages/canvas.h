@@ -7,8 +7,13 @@
 #include <QPainter>
 #include <QRectF>
 #include <QString>
+#include <string>
 
 namespace printing::pages {
+
+inline QString qstring(const std::string& text) {
+    return QString::fromStdString(text);
+}
 
 enum class Side { right, left, centre };
 
@@ -19,18 +24,18 @@ struct TextStyle {
     QColor colour = Qt::black;
 };
 
-// Without a painter it only measures. Texts wrap within their width; one that holds Arabic letters reads from
-// the right, any other (figures, dates, Latin names) from the left.
+// Without a painter it only measures. Texts wrap within their width. A text with Arabic letters runs from
+// right to left, any other (figures, dates, Latin names) from left to right.
 class Canvas {
   public:
     Canvas(QPainter* painter, const QString& family);
 
-    // Makes the painter draw in the canvas's units; the caller saves and restores it.
+    // Sets the painter to the canvas's units; the caller saves and restores the painter.
     static void prepare(QPainter& painter, double dots_per_mm);
 
     // Draws a text with its top at y and returns the height it takes.
     double text(double x, double y, double width, const QString& text, const TextStyle& style) const;
-    // Draws it on one line, in smaller letters on the same baseline where it would not fit.
+    // Draws a text on one line, in smaller letters on the same baseline if it would not fit.
     double line(double x, double y, double width, const QString& text, const TextStyle& style) const;
     double text_height(double width, const QString& text, const TextStyle& style) const;
     double text_width(const QString& text, const TextStyle& style) const;
@@ -49,8 +54,7 @@ class Canvas {
     QFont base_;
 };
 
-// The family where the system has it; else the till's own. Either is followed by ones that have the letters
-// it lacks.
+// Returns the family if the system has it, followed by the program's own, which have the letters it lacks.
 QStringList font_families(const QString& wanted);
 
 }  // namespace printing::pages

@@ -1,22 +1,47 @@
-// Pages that can be drawn anywhere: on a printer, into a PDF, on the screen.
+// Pages, and where they can be drawn: pictures, PDF files, the system's printer.
 #pragma once
 
+#include <QImage>
 #include <QPainter>
 #include <QSizeF>
 #include <QString>
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+#include "common/date_time.h"
 
 namespace printing::pages {
 
 class PageSet {
   public:
     virtual ~PageSet() = default;
-    // What the pages are called in a print queue and as a file, Latin letters: "receipt-123".
+    // The name in a print queue and of a file, in Latin letters: "receipt-123".
     virtual QString name() const = 0;
     virtual int count() const = 0;
     // In millimetres; all pages are of one size.
     virtual QSizeF size() const = 0;
-    // Draws one page, the first is 0, with its corner at the painter's origin.
+    // Draws one page, counted from 0, with its top left corner at the painter's origin.
     virtual void draw(QPainter& painter, double dots_per_mm, int page) const = 0;
 };
+
+// Draws each page as a picture on white. A page that is too long for a picture is drawn smaller.
+std::vector<QImage> pictures(const PageSet& pages, double dots_per_mm);
+
+// Writes the pages into one PDF file and makes its folder if it is missing. Returns false, and leaves no
+// file, if it cannot be written.
+bool save_pdf(const PageSet& pages, const std::filesystem::path& file);
+
+enum class Printed {
+    on_printer,
+    no_printer,  // none is installed, or none is the default
+    failed       // the printer refused, or did not answer in time
+};
+// Prints on the system's default printer, without waiting for it longer than 3 s.
+Printed print_on_system_printer(std::shared_ptr<const PageSet> pages);
+
+// Returns `folder`/Receipts/name-yyyymmdd-HHmmss.pdf, with a number appended if that file exists already.
+std::filesystem::path kept_file(const std::filesystem::path& folder, const PageSet& pages,
+                                const common::Moment& moment);
 
 }  // namespace printing::pages

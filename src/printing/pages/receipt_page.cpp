@@ -9,7 +9,7 @@ namespace printing::pages {
 
 namespace {
 
-// Sizes against the receipt's own letters (bon_font_s), in millimetres where nothing is said.
+// *_letters: sizes relative to the receipt's own letters (bon_font_s); all others in millimetres.
 constexpr double store_name_letters = 2.0;
 constexpr double second_name_letters = 1.4;
 constexpr double kind_letters = 1.35;
@@ -21,11 +21,7 @@ constexpr double widest_column = 0.3;  // of the width; longer figures are writt
 constexpr double top = 3;
 constexpr double feed = 8;  // below the last line, for the cutter
 
-QString q(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
-// The receipt's table in millimetres from the paper's left edge; columns stand from the right.
+// The receipt's table in millimetres from the paper's left edge; the first column is at the right.
 struct Columns {
     double name_left = 0;
     double name_width = 0;
@@ -33,7 +29,7 @@ struct Columns {
     double code_width = 0;
     std::array<double, 3> right{};  // right edges of quantity, price, total
     std::array<double, 3> width{};
-    bool name_apart = false;  // the name has a line of its own, above the figures
+    bool name_apart = false;  // whether the name has a line of its own above the figures
 };
 
 constexpr std::array headings = {"كمية", "سعر", "الاجمالي"};
@@ -56,7 +52,7 @@ Columns columns_of(const Canvas& canvas, const LayoutReceipt& receipt, double le
     for (std::size_t i = headings.size(); i-- > 0;) {
         double needed = canvas.text_width(headings[i], bold);
         for (const LayoutRow& row : receipt.rows)
-            needed = std::max(needed, canvas.text_width(q(figure(row, i)), plain));
+            needed = std::max(needed, canvas.text_width(qstring(figure(row, i)), plain));
         columns.width[i] = std::min(needed, width * widest_column);
         columns.right[i] = right + columns.width[i];
         right += columns.width[i] + column_gap;
@@ -64,7 +60,8 @@ Columns columns_of(const Canvas& canvas, const LayoutReceipt& receipt, double le
     if (receipt.settings.show_item_code) {
         columns.code_width = canvas.text_width(code_heading, bold);
         for (const LayoutRow& row : receipt.rows)
-            columns.code_width = std::max(columns.code_width, canvas.text_width(q(row.item_code), plain));
+            columns.code_width =
+                std::max(columns.code_width, canvas.text_width(qstring(row.item_code), plain));
         columns.code_width = std::min(columns.code_width, width * widest_column);
         columns.code_right = left + width;
     }
@@ -82,22 +79,21 @@ Columns columns_of(const Canvas& canvas, const LayoutReceipt& receipt, double le
 }  // namespace
 
 ReceiptPage::ReceiptPage(LayoutReceipt receipt) : receipt_(std::move(receipt)) {
-    if (!receipt_.logo.empty()) logo_.load(q(receipt_.logo.string()));
-    if (!receipt_.qr.empty()) qr_.load(q(receipt_.qr.string()));
-    // What the print heads of the two kinds of roll reach.
-    width_ = receipt_.paper_width > 60 ? 72 : 48;
-    left_ = (receipt_.paper_width - width_) / 2;
-    height_ = flow(Canvas(nullptr, q(receipt_.settings.font)));
+    if (!receipt_.logo.empty()) logo_.load(qstring(receipt_.logo.string()));
+    if (!receipt_.qr.empty()) qr_.load(qstring(receipt_.qr.string()));
+    width_ = receipt_.roll.printed;
+    left_ = (receipt_.roll.paper - width_) / 2;
+    height_ = flow(Canvas(nullptr, qstring(receipt_.settings.font)));
 }
 
 QString ReceiptPage::name() const {
-    return "receipt-" + q(receipt_.number.second);
+    return "receipt-" + qstring(receipt_.number.second);
 }
 
 void ReceiptPage::draw(QPainter& painter, double dots_per_mm, int) const {
     painter.save();
     Canvas::prepare(painter, dots_per_mm);
-    flow(Canvas(&painter, q(receipt_.settings.font)));
+    flow(Canvas(&painter, qstring(receipt_.settings.font)));
     painter.restore();
 }
 
@@ -119,7 +115,7 @@ double ReceiptPage::header(const Canvas& canvas, double y) const {
     const auto centred = [&](const std::string& text, double scale, bool bold) {
         TextStyle style = letters(receipt_, scale, bold);
         style.side = Side::centre;
-        y += canvas.text(left_, y, width_, q(text), style);
+        y += canvas.text(left_, y, width_, qstring(text), style);
     };
     centred(receipt_.store_name, store_name_letters, true);
     centred(receipt_.second_store_name, second_name_letters, false);
@@ -128,12 +124,12 @@ double ReceiptPage::header(const Canvas& canvas, double y) const {
 }
 
 double ReceiptPage::details(const Canvas& canvas, double y) const {
-    // The kind and the number, white on black: what the cashier looks for first.
+    // The kind and the number in white on black, because the cashier looks for them first.
     TextStyle style = letters(receipt_, kind_letters, true);
     style.colour = Qt::white;
     const double inner = width_ - 4;
-    const QString kind = q(receipt_.kind);
-    const QString number = q(receipt_.number.first) + "  " + q(receipt_.number.second);
+    const QString kind = qstring(receipt_.kind);
+    const QString number = qstring(receipt_.number.first) + "  " + qstring(receipt_.number.second);
     const double needed = canvas.text_width(kind, style) + canvas.text_width(number, style) + 4;
     if (needed > inner) style.points *= std::max(0.6, inner / needed);
     const double number_width = std::min(inner * 0.6, canvas.text_width(number, style) + 1);
@@ -144,15 +140,15 @@ double ReceiptPage::details(const Canvas& canvas, double y) const {
     canvas.line(left_ + 2, y + 0.8, number_width, number, style);
     y += height + 1.2;
 
-    // Two to a row; one that is too long for its half has a row of its own.
+    // Two in a row; one that is too long for half a row has a row of its own.
     const TextStyle plain = letters(receipt_);
     const double half = width_ / 2 - 1;
     bool at_left = false;
     double row_height = 0;
     for (const auto& [name, value] : receipt_.details) {
-        const QString label = q(name) + (name.ends_with(' ') ? "" : " : ");
+        const QString label = qstring(name) + (name.ends_with(' ') ? "" : " : ");
         const double label_width = canvas.text_width(label, plain) + 0.3;
-        const bool is_long = label_width + canvas.text_width(q(value), plain) > half;
+        const bool is_long = label_width + canvas.text_width(qstring(value), plain) > half;
         if (at_left && is_long) {
             y += row_height;
             at_left = false;
@@ -161,10 +157,11 @@ double ReceiptPage::details(const Canvas& canvas, double y) const {
         const double value_width = (is_long ? width_ : half) - label_width;
         if (label_width > width_ * 0.6) {
             y += canvas.text(left_, y, width_, label, plain);
-            row_height = canvas.text(left_, y, width_, q(value), plain);
+            row_height = canvas.text(left_, y, width_, qstring(value), plain);
         } else {
             canvas.text(right - label_width, y, label_width, label, plain);
-            row_height = canvas.text(right - label_width - value_width, y, value_width, q(value), plain);
+            row_height =
+                canvas.text(right - label_width - value_width, y, value_width, qstring(value), plain);
         }
         if (at_left || is_long) y += row_height;
         at_left = !at_left && !is_long;
@@ -209,8 +206,8 @@ double ReceiptPage::table(const Canvas& canvas, double y) const {
     y += 0.8;
     for (const LayoutRow& line : receipt_.rows) {
         row(
-            q(line.item_code), q(line.item_name), [&line](std::size_t i) { return q(figure(line, i)); },
-            plain);
+            qstring(line.item_code), qstring(line.item_name),
+            [&line](std::size_t i) { return qstring(figure(line, i)); }, plain);
         y += 0.5;
         if (&line != &receipt_.rows.back()) canvas.rule(left_, right, y, 0.1, QColor(120, 120, 120));
         y += 0.5;
@@ -220,26 +217,27 @@ double ReceiptPage::table(const Canvas& canvas, double y) const {
 }
 
 double ReceiptPage::totals(const Canvas& canvas, double y) const {
-    // Amounts stand under the column of the lines' totals, their right edges in one line.
+    // Amounts are under the column of the lines' totals, aligned to the right.
     double amount_width = 0;
     const auto style_of = [this](std::size_t i) {
         return letters(receipt_, i == receipt_.net ? net_letters : 1.15, i == receipt_.net);
     };
     for (std::size_t i = 0; i < receipt_.totals.size(); ++i)
-        amount_width = std::max(amount_width, canvas.text_width(q(receipt_.totals[i].second), style_of(i)));
+        amount_width =
+            std::max(amount_width, canvas.text_width(qstring(receipt_.totals[i].second), style_of(i)));
     amount_width = std::min(amount_width + 0.5, width_ * 0.6);
     for (std::size_t i = 0; i < receipt_.totals.size(); ++i) {
         const auto& [label, amount] = receipt_.totals[i];
         const TextStyle style = style_of(i);
         const bool is_net = i == receipt_.net;
         if (is_net) y += 0.8;
-        const double height = canvas.text_height(width_, q(amount), style);
+        const double height = canvas.text_height(width_, qstring(amount), style);
         if (is_net) canvas.frame({left_, y, width_, height + 1.2}, 0.35, Qt::black, 1);
         const double inset = 1.5;
         const double text_top = y + (is_net ? 0.6 : 0);
-        canvas.line(left_ + inset, text_top, amount_width, q(amount), style);
+        canvas.line(left_ + inset, text_top, amount_width, qstring(amount), style);
         const double label_left = left_ + inset + amount_width + 1;
-        canvas.line(label_left, text_top, left_ + width_ - inset - label_left, q(label), style);
+        canvas.line(label_left, text_top, left_ + width_ - inset - label_left, qstring(label), style);
         y += height + (is_net ? 2.2 : 0.2);
     }
     return y + 0.8;
@@ -249,7 +247,7 @@ double ReceiptPage::footer(const Canvas& canvas, double y) const {
     const auto centred = [&](const std::string& text, double scale, bool bold) {
         TextStyle style = letters(receipt_, scale, bold);
         style.side = Side::centre;
-        y += canvas.text(left_, y, width_, q(text), style);
+        y += canvas.text(left_, y, width_, qstring(text), style);
     };
     if (!receipt_.note.empty()) {
         centred(receipt_.note, 1.1, true);

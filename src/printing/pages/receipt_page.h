@@ -3,21 +3,21 @@
 
 #include <QImage>
 
-#include "printing/layout_receipt.h"
+#include "printing/layouts.h"
 #include "printing/pages/page_set.h"
 
 namespace printing::pages {
 
 class Canvas;
 
-// One page as long as the receipt. A logo or code that is no picture is left out.
+// One page as long as the receipt. A logo or QR code file that is not a picture is left out.
 class ReceiptPage final : public PageSet {
   public:
     explicit ReceiptPage(LayoutReceipt receipt);
 
     QString name() const override;
     int count() const override { return 1; }
-    QSizeF size() const override { return {receipt_.paper_width, height_}; }
+    QSizeF size() const override { return {receipt_.roll.paper, height_}; }
     void draw(QPainter& painter, double dots_per_mm, int page) const override;
 
   private:

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "printing/pages/page_colours.h"
-
 namespace printing::pages {
 
 namespace {
@@ -13,10 +11,6 @@ constexpr QSizeF a5(148, 210);
 constexpr double foot_height = 9;
 constexpr double logo_height = 20;
 constexpr double table_points = 9;
-
-QString q(const std::string& text) {
-    return QString::fromStdString(text);
-}
 
 QSizeF paper(const Report& report) {
     const QSizeF size = report.paper == Paper::a5 ? a5 : a4;
@@ -32,7 +26,7 @@ Canvas measuring() {
 ReportPage::ReportPage(Report report)
     : report_(std::move(report)),
       table_(report_, measuring(), margin, paper(report_).width() - 2 * margin, table_points) {
-    if (!report_.logo.empty()) logo_.load(q(report_.logo.string()));
+    if (!report_.logo.empty()) logo_.load(qstring(report_.logo.string()));
     break_pages();
 }
 
@@ -63,7 +57,7 @@ void ReportPage::break_pages() {
     }
     sheet.last_row = rows;
     if (closing(canvas, y) > bottom() && rows > sheet.first_row) {
-        // The totals go to a page of their own, and take the last row with them.
+        // The totals go to a page of their own together with the last row.
         if (sheet.last_row - sheet.first_row > 1) --sheet.last_row;
         pages_.push_back(sheet);
         sheet.first_row = sheet.last_row;
@@ -106,7 +100,7 @@ double ReportPage::letterhead(const Canvas& canvas, double y) const {
     double text_bottom = y;
     const auto put = [&](const std::string& text, double points, bool bold, const QColor& colour) {
         text_bottom +=
-            canvas.text(left, text_bottom, text_width, q(text), {points, bold, Side::right, colour});
+            canvas.text(left, text_bottom, text_width, qstring(text), {points, bold, Side::right, colour});
     };
     put(report_.store_name, 17, true, colour::ink);
     put(report_.second_store_name, 11, false, colour::label);
@@ -114,9 +108,9 @@ double ReportPage::letterhead(const Canvas& canvas, double y) const {
     y = std::max(text_bottom, logo_.isNull() ? y : y + logo_height) + 2.5;
     canvas.rule(margin, right(), y, 0.8, colour::ink);
     y += 4;
-    y += canvas.text(margin, y, width(), q(report_.title), {15, true, Side::centre, colour::ink});
+    y += canvas.text(margin, y, width(), qstring(report_.title), {15, true, Side::centre, colour::ink});
     for (const std::string& subtitle : report_.subtitles)
-        y += canvas.text(margin, y, width(), q(subtitle), {10, false, Side::centre, colour::label});
+        y += canvas.text(margin, y, width(), qstring(subtitle), {10, false, Side::centre, colour::label});
     return y + 4;
 }
 
@@ -127,7 +121,7 @@ double ReportPage::captions(const Canvas& canvas, double y) const {
     const double column = width() / 2;
     double label_width = 0;
     for (const auto& [name, ignored] : report_.captions)
-        label_width = std::max(label_width, canvas.text_width(q(name), label));
+        label_width = std::max(label_width, canvas.text_width(qstring(name), label));
     label_width = std::min(label_width + 3, column * 0.5);
     const double first = y;
     y += 2;
@@ -136,9 +130,9 @@ double ReportPage::captions(const Canvas& canvas, double y) const {
         const bool at_right = i % 2 == 0;
         const double column_right = right() - (at_right ? 0 : column) - 3;
         const double value_width = column - label_width - 5;
-        canvas.text(column_right - label_width, y, label_width, q(report_.captions[i].first), label);
+        canvas.text(column_right - label_width, y, label_width, qstring(report_.captions[i].first), label);
         const double height = canvas.text(column_right - label_width - value_width, y, value_width,
-                                          q(report_.captions[i].second), value);
+                                          qstring(report_.captions[i].second), value);
         row_height = std::max({at_right ? 0 : row_height, height, canvas.text_height(width(), "فا", label)});
         if (!at_right || i + 1 == report_.captions.size()) y += row_height + 1;
     }
@@ -149,8 +143,9 @@ double ReportPage::captions(const Canvas& canvas, double y) const {
 
 double ReportPage::continued(const Canvas& canvas, double y) const {
     const QString title =
-        q(report_.title) + (report_.captions.empty() ? QString() : " - " + q(report_.captions[0].second));
-    canvas.line(margin + width() / 2, y, width() / 2, q(report_.store_name),
+        qstring(report_.title) +
+        (report_.captions.empty() ? QString() : " - " + qstring(report_.captions[0].second));
+    canvas.line(margin + width() / 2, y, width() / 2, qstring(report_.store_name),
                 {10, true, Side::right, colour::ink});
     y += canvas.line(margin, y, width() / 2, title, {10, false, Side::left, colour::label});
     canvas.rule(margin, right(), y + 1, 0.4, colour::ink);
@@ -168,7 +163,7 @@ double ReportPage::totals(const Canvas& canvas, double y) const {
     };
     double amount = 0;
     for (std::size_t i = 0; i < report_.totals.size(); ++i)
-        amount = std::max(amount, canvas.text_width(q(report_.totals[i].second), style_of(i)));
+        amount = std::max(amount, canvas.text_width(qstring(report_.totals[i].second), style_of(i)));
     amount = std::min(amount + 0.5, box * 0.6);
     for (std::size_t i = 0; i < report_.totals.size(); ++i) {
         TextStyle style = style_of(i);
@@ -179,10 +174,10 @@ double ReportPage::totals(const Canvas& canvas, double y) const {
             canvas.fill({margin, y, box, height}, colour::ink, 1);
         else
             canvas.rule(margin, margin + box, y + height, 0.12, colour::line);
-        canvas.line(margin + inset, y + space, amount, q(report_.totals[i].second), style);
+        canvas.line(margin + inset, y + space, amount, qstring(report_.totals[i].second), style);
         style.bold = i == main;
         canvas.line(margin + inset + amount + 2, y + space, box - amount - 2 - 2 * inset,
-                    q(report_.totals[i].first), style);
+                    qstring(report_.totals[i].first), style);
         y += height;
     }
     return y;
@@ -194,14 +189,14 @@ double ReportPage::closing(const Canvas& canvas, double y) const {
     if (!report_.totals.empty()) y = totals(canvas, y) + 4;
     if (!report_.words.empty()) {
         const TextStyle style{10.5, true, Side::right, colour::text};
-        const double height = canvas.text_height(width() - 8, q(report_.words), style) + 3;
+        const double height = canvas.text_height(width() - 8, qstring(report_.words), style) + 3;
         canvas.frame({margin, y, width(), height}, 0.2, colour::line, 1);
         canvas.fill({right() - 1.2, y, 1.2, height}, colour::ink);
-        canvas.text(margin + 3, y + 1.5, width() - 8, q(report_.words), style);
+        canvas.text(margin + 3, y + 1.5, width() - 8, qstring(report_.words), style);
         y += height + 4;
     }
     for (const std::string& footer : report_.footers)
-        y += canvas.text(margin, y, width(), q(footer), {9, false, Side::centre, colour::label});
+        y += canvas.text(margin, y, width(), qstring(footer), {9, false, Side::centre, colour::label});
     if (!report_.signatures.empty()) {
         y += 16;
         const double column = width() / static_cast<double>(report_.signatures.size());
@@ -210,7 +205,7 @@ double ReportPage::closing(const Canvas& canvas, double y) const {
             const double line = std::min(60.0, column - 10);
             const double left = column_right - (column + line) / 2;
             canvas.rule(left, left + line, y, 0.2, colour::text);
-            canvas.text(left, y + 1, line, q(signature), {9.5, false, Side::centre, colour::label});
+            canvas.text(left, y + 1, line, qstring(signature), {9.5, false, Side::centre, colour::label});
             column_right -= column;
         }
         y += 7;

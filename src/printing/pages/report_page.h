@@ -11,12 +11,12 @@
 
 namespace printing::pages {
 
-// The table runs over as many pages as it needs, its heading on each; the totals follow it and are never
-// parted.
+// The table takes as many pages as it needs, with its heading on each. The totals follow it and are kept
+// together.
 class ReportPage final : public PageSet {
   public:
     explicit ReportPage(Report report);
-    ReportPage(const ReportPage&) = delete;  // the table looks into the report
+    ReportPage(const ReportPage&) = delete;  // the table refers to the report
     ReportPage& operator=(const ReportPage&) = delete;
 
     QString name() const override { return QString::fromStdString(report_.name); }

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <numeric>
 
-#include "printing/pages/page_colours.h"
-
 namespace printing::pages {
 
 namespace {
@@ -12,11 +10,7 @@ namespace {
 constexpr double padding = 1.6;    // left and right of a cell
 constexpr double row_space = 1.1;  // above and below its text
 
-QString q(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
-// Figures too stand at the right of their column, so that their decimals line up.
+// Figures are aligned to the right too, so that their decimals line up.
 Side side_of(Align align) {
     return align == Align::centre ? Side::centre : Side::right;
 }
@@ -25,7 +19,7 @@ Side side_of(Align align) {
 
 Table::Table(const Report& report, const Canvas& measure, double left, double width, double points)
     : report_(report), left_(left), width_(width), points_(points) {
-    // What a column of figures needs is kept from being broken; the other columns share the rest.
+    // A column of figures gets the width it needs, so that no figure is broken over two lines.
     std::vector<double> widths(report.columns.size());
     const TextStyle plain{points, false, Side::right, Qt::black};
     const TextStyle bold{points, true, Side::right, Qt::black};
@@ -34,17 +28,17 @@ Table::Table(const Report& report, const Canvas& measure, double left, double wi
         shares += column.share;
     for (std::size_t i = 0; i < widths.size(); ++i) {
         widths[i] = width * report.columns[i].share / shares;
-        double needed = measure.text_width(q(report.columns[i].heading), bold);
+        double needed = measure.text_width(qstring(report.columns[i].heading), bold);
         if (report.columns[i].align == Align::end) {
             for (const auto& row : report.rows) {
-                if (i < row.size()) needed = std::max(needed, measure.text_width(q(row[i]), plain));
+                if (i < row.size()) needed = std::max(needed, measure.text_width(qstring(row[i]), plain));
             }
             if (i < report.sum_row.size())
-                needed = std::max(needed, measure.text_width(q(report.sum_row[i]), bold));
+                needed = std::max(needed, measure.text_width(qstring(report.sum_row[i]), bold));
         }
         widths[i] = std::max(widths[i], std::min(needed + 2 * padding + 0.3, width / 3));
     }
-    // What that took is given back by the columns of texts, the widest most.
+    // The columns of text make up for what the figures took, in proportion to their width.
     const double excess = std::accumulate(widths.begin(), widths.end(), 0.0) - width;
     double elastic = 0;
     for (std::size_t i = 0; i < widths.size(); ++i) {
@@ -67,7 +61,8 @@ double Table::cells_height(const Canvas& canvas, const std::vector<std::string>&
     const TextStyle style{points_, bold, Side::right, colour::text};
     double height = canvas.text_height(width_, "فا", style);
     for (std::size_t i = 0; i < std::min(cells.size(), places_.size()); ++i)
-        height = std::max(height, canvas.text_height(places_[i].width - 2 * padding, q(cells[i]), style));
+        height =
+            std::max(height, canvas.text_height(places_[i].width - 2 * padding, qstring(cells[i]), style));
     return height + 2 * row_space;
 }
 
@@ -75,7 +70,7 @@ void Table::draw_cells(const Canvas& canvas, double y, const std::vector<std::st
                        const QColor& colour) const {
     for (std::size_t i = 0; i < std::min(cells.size(), places_.size()); ++i) {
         const Place& place = places_[i];
-        canvas.text(place.left + padding, y + row_space, place.width - 2 * padding, q(cells[i]),
+        canvas.text(place.left + padding, y + row_space, place.width - 2 * padding, qstring(cells[i]),
                     {points_, bold, place.side, colour});
     }
 }

@@ -9,16 +9,26 @@
 
 namespace printing::pages {
 
+// The colours of full pages; they keep their contrast on a printer that has only black.
+namespace colour {
+inline const QColor ink(0x16, 0x32, 0x4A);  // headings, bands
+inline const QColor text(0x1B, 0x24, 0x2C);
+inline const QColor label(0x52, 0x63, 0x73);  // captions' labels, notes
+inline const QColor line(0xB9, 0xC4, 0xCE);
+inline const QColor stripe(0xF3, 0xF6, 0xF8);  // every second row
+inline const QColor sums(0xE3, 0xE9, 0xEE);
+}  // namespace colour
+
 class Table {
   public:
-    // The columns share the width, each getting at least what its figures need.
+    // The columns share the width; each gets at least what its figures need.
     Table(const Report& report, const Canvas& measure, double left, double width, double points);
 
     double heading_height(const Canvas& canvas) const;
     void draw_heading(const Canvas& canvas, double y) const;
     double row_height(const Canvas& canvas, std::size_t row) const;
     void draw_row(const Canvas& canvas, double y, std::size_t row) const;
-    // The sums that close the table; 0 high where there are none.
+    // The sums that close the table; their height is 0 if there are none.
     double sums_height(const Canvas& canvas) const;
     void draw_sums(const Canvas& canvas, double y) const;
 

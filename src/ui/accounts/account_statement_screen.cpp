@@ -16,8 +16,7 @@
 #include "printing/report_printer.h"
 #include "signin/session.h"
 #include "ui/accounts/statement_model.h"
-#include "ui/printing/printed.h"
-#include "ui/printing/report_of.h"
+#include "ui/printing/reports.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/form_fields.h"
 #include "ui/widgets/guard.h"
@@ -27,7 +26,7 @@
 namespace ui {
 
 printing::Report report_of(const accounts::AccountStatement& statement, const signin::Session& session) {
-    printing::Report report = headed("account", session);
+    printing::Report report = printing::headed("account", session);
     report.title = "كشف حساب عميل";
     report.captions = {{"العميل", statement.customer_name()},
                        {"كود", std::to_string(statement.customer.value_or(0))},

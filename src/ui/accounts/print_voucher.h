@@ -12,8 +12,8 @@ namespace ui {
 
 printing::Report report_of(const accounts::PrintedVoucher& voucher, const signin::Session& session);
 
-// On the workstation's roll printer where it has one, else as a page. What went wrong has been said when they
-// answer false.
+// print_voucher() prints on the workstation's roll printer if it has one, otherwise as a page. Both return
+// false after showing what went wrong.
 bool print_voucher(const Context& context, const accounts::PrintedVoucher& voucher);
 bool print_on_page(const Context& context, const accounts::PrintedVoucher& voucher);
 

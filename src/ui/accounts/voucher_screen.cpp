@@ -13,7 +13,7 @@
 #include "printing/receipt.h"
 #include "ui/accounts/print_voucher.h"
 #include "ui/accounts/voucher_list.h"
-#include "ui/printing/printed.h"
+#include "ui/printing/reports.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/form_fields.h"
 #include "ui/widgets/guard.h"
@@ -300,9 +300,7 @@ void VoucherScreen::print(bool page) {
     if (!logic_.printed() || Sheet::top_of(window()) != this) return;
     const bool printed =
         page ? print_on_page(context_, *logic_.printed()) : print_voucher(context_, *logic_.printed());
-    if (printed)
-        said_->setText(page || !context_.printer_choice.is_text_port() ? printed_text(context_)
-                                                                       : qt(message::printed));
+    if (printed) said_->setText(printed_text(context_));
 }
 
 void VoucherScreen::begin_new() {

@@ -11,7 +11,7 @@
 #include "common/date_time.h"
 #include "common/numbers.h"
 #include "printing/report_printer.h"
-#include "ui/printing/report_of.h"
+#include "ui/printing/reports.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/style.h"

@@ -12,9 +12,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "printing/pages/output.h"
-
-namespace printing::pages {
+namespace ui {
 
 namespace {
 
@@ -27,8 +25,9 @@ const QColor desk(0x6B, 0x78, 0x85);
 
 }  // namespace
 
-Preview::Preview(std::shared_ptr<const PageSet> pages, std::function<bool()> print, QWidget* parent)
-    : QDialog(parent), pages_(std::move(pages)), print_(std::move(print)) {
+PreviewDialog::PreviewDialog(std::shared_ptr<const printing::pages::PageSet> pages,
+                             std::function<bool()> print)
+    : pages_(std::move(pages)), print_(std::move(print)) {
     setObjectName("preview");
     setWindowTitle("معاينة قبل الطباعة");  // preview before printing
     setLayoutDirection(Qt::RightToLeft);
@@ -36,7 +35,7 @@ Preview::Preview(std::shared_ptr<const PageSet> pages, std::function<bool()> pri
     const auto button = [this](const QString& text, const char* name, auto action) {
         auto* made = new QPushButton(text);
         made->setObjectName(name);
-        made->setFocusPolicy(Qt::NoFocus);  // keys belong to the preview
+        made->setFocusPolicy(Qt::NoFocus);  // the preview itself handles the keys
         made->setAutoDefault(false);
         connect(made, &QPushButton::clicked, this, action);
         return made;
@@ -76,10 +75,10 @@ Preview::Preview(std::shared_ptr<const PageSet> pages, std::function<bool()> pri
     draw();
 }
 
-void Preview::run() {
+void PreviewDialog::run() {
     const QPointer<QWidget> before = QApplication::activeWindow();
     if (before) {
-        // A child of the window stands before it and gives the focus back when it goes.
+        // A child of the window stays in front of it and gives the focus back when it closes.
         setParent(before, windowFlags());
     }
     exec();
@@ -87,23 +86,23 @@ void Preview::run() {
     if (before) before->activateWindow();
 }
 
-void Preview::set_zoom(double zoom) {
+void PreviewDialog::set_zoom(double zoom) {
     zoom_ = std::clamp(zoom, smallest_zoom, largest_zoom);
     draw();
 }
 
-void Preview::fit_width() {
+void PreviewDialog::fit_width() {
     const double room = view_->viewport()->width() - 2 * gap;
     set_zoom(std::min(2.0, room / (pages_->size().width() * screen_dots_per_mm)));
 }
 
-void Preview::print() {
+void PreviewDialog::print() {
     if (print_()) accept();
 }
 
-void Preview::draw() {
+void PreviewDialog::draw() {
     const double dots = devicePixelRatioF();
-    const std::vector<QImage> images = pictures(*pages_, zoom_ * screen_dots_per_mm * dots);
+    const std::vector<QImage> images = printing::pages::pictures(*pages_, zoom_ * screen_dots_per_mm * dots);
     int width = 0;
     int height = gap;
     for (const QImage& image : images) {
@@ -127,12 +126,12 @@ void Preview::draw() {
     zoom_label_->setText(QString("%1%").arg(std::lround(zoom_ * 100)));
 }
 
-void Preview::showEvent(QShowEvent* event) {
+void PreviewDialog::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     fit_width();
 }
 
-void Preview::keyPressEvent(QKeyEvent* event) {
+void PreviewDialog::keyPressEvent(QKeyEvent* event) {
     const auto scroll = [this](int steps) {
         QScrollBar* bar = view_->verticalScrollBar();
         bar->setValue(bar->value() + steps);
@@ -162,10 +161,14 @@ void Preview::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-void Preview::wheelEvent(QWheelEvent* event) {
+void PreviewDialog::wheelEvent(QWheelEvent* event) {
     if ((event->modifiers() & Qt::ControlModifier) == 0) return QDialog::wheelEvent(event);
     set_zoom(event->angleDelta().y() > 0 ? zoom_ * zoom_step : zoom_ / zoom_step);
     event->accept();
 }
 
-}  // namespace printing::pages
+void show_preview(std::shared_ptr<const printing::pages::PageSet> pages, std::function<bool()> print) {
+    PreviewDialog(std::move(pages), std::move(print)).run();
+}
+
+}  // namespace ui

@@ -10,15 +10,15 @@
 class QLabel;
 class QScrollArea;
 
-namespace printing::pages {
+namespace ui {
 
-// Zoom by "+" and "−" (also Ctrl and the wheel), "0" fits the width, Enter prints, Esc closes. Printing is
-// done by the function that is given; the preview closes when it answers true.
-class Preview final : public QDialog {
+// "+" and "−" zoom (also Ctrl and the wheel), "0" fits the width, Enter prints, Esc closes. The preview
+// closes when `print` returns true.
+class PreviewDialog final : public QDialog {
   public:
-    Preview(std::shared_ptr<const PageSet> pages, std::function<bool()> print, QWidget* parent = nullptr);
+    PreviewDialog(std::shared_ptr<const printing::pages::PageSet> pages, std::function<bool()> print);
 
-    // Shows it until it is closed; the window that was worked in before then has the keys again.
+    // Shows it until it is closed. The window that was active before then gets the focus back.
     void run();
     double zoom() const { return zoom_; }
     void set_zoom(double zoom);
@@ -33,7 +33,7 @@ class Preview final : public QDialog {
   private:
     void draw();
 
-    std::shared_ptr<const PageSet> pages_;
+    std::shared_ptr<const printing::pages::PageSet> pages_;
     std::function<bool()> print_;
     double zoom_ = 1;  // 1 is the paper's own size
     QScrollArea* view_ = nullptr;
@@ -41,4 +41,7 @@ class Preview final : public QDialog {
     QLabel* zoom_label_ = nullptr;
 };
 
-}  // namespace printing::pages
+// Shows the pages in a preview until it is closed, and prints them with `print` on demand.
+void show_preview(std::shared_ptr<const printing::pages::PageSet> pages, std::function<bool()> print);
+
+}  // namespace ui

@@ -12,7 +12,7 @@
 #include "sales/messages.h"
 #include "sales/offer_bridge.h"
 #include "sales/sales_screen.h"
-#include "ui/printing/printed.h"
+#include "ui/printing/reports.h"
 #include "ui/sales/sales_window.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"

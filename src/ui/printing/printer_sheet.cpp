@@ -1,10 +1,10 @@
-#include "ui/printing/printer_screen.h"
-#include "ui/widgets/form_fields.h"
+#include "ui/printing/printer_sheet.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include "printing/pages/paper_picture.h"
@@ -12,10 +12,10 @@
 #include "printing/text_receipt.h"
 #include "sales/receipt_of.h"
 #include "sales/sales_screen.h"
-#include "ui/printing/paper_sheet.h"
-#include "ui/printing/printed.h"
+#include "ui/printing/reports.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
+#include "ui/widgets/form_fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/messages.h"
@@ -27,12 +27,13 @@ namespace ui {
 namespace {
 
 QString port_name(const std::string& port) {
-    return port.empty() || port == "win" ? QString("طابعة النظام") : "\u200e" + qt(port);
+    const bool text_port = printing::PrinterChoice{port}.is_text_port();
+    return text_port ? "\u200e" + qt(port) : QString("طابعة النظام");
 }
 
 }  // namespace
 
-PrinterScreen::PrinterScreen(QWidget* host, const Context& context, const sales::SalesScreen& screen)
+PrinterSheet::PrinterSheet(QWidget* host, const Context& context, const sales::SalesScreen& screen)
     : Sheet(host, "طابعة البون"), context_(context), screen_(screen) {
     setObjectName("printer_screen");
     set_card_width(900);
@@ -64,34 +65,35 @@ PrinterScreen::PrinterScreen(QWidget* host, const Context& context, const sales:
     show_ports();
 }
 
-ListTable* PrinterScreen::add_list(const char* name) {
+ListTable* PrinterSheet::add_list(const char* name) {
     auto* table = new ListTable(name, {"المنفذ", "الجهاز", "الحالة"}, 1);
     table->setMinimumHeight(px(360));
     table->installEventFilter(this);
     return table;
 }
 
-void PrinterScreen::take_focus() {
+void PrinterSheet::take_focus() {
     used_->setFocus();
 }
 
-bool PrinterScreen::eventFilter(QObject* watched, QEvent* event) {
+bool PrinterSheet::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn && (watched == wide_ || watched == narrow_))
         use(static_cast<ListTable*>(watched));
     return Sheet::eventFilter(watched, event);
 }
 
-// One cursor for both lists: the other one shows none.
-void PrinterScreen::use(ListTable* table) {
+// Both lists share one cursor; the other list shows none.
+void PrinterSheet::use(ListTable* table) {
     used_ = table;
     (table == wide_ ? narrow_ : wide_)->setCurrentCell(-1, -1);
     if (table->currentRow() < 0) table->setCurrentCell(0, 0);
 }
 
-void PrinterScreen::show_ports() {
+void PrinterSheet::show_ports() {
     const printing::PrinterChoice& choice = context_.printer_choice;
     offers_ = printing::ports_offered(choice);
-    const std::string port = choice.is_text_port() ? choice.receipt_port : "win";
+    const std::string port =
+        choice.is_text_port() ? choice.receipt_port : printing::PrinterChoice::system_printer;
     std::vector<QStringList> rows;
     int in_use = 0;
     for (const printing::PortOffer& offer : offers_) {
@@ -107,28 +109,28 @@ void PrinterScreen::show_ports() {
                 table->item(row, column)->setForeground(QColor(colour::off));
         }
     }
-    use(choice.line_width == printing::narrow_columns ? narrow_ : wide_);
+    use(choice.line_width == printing::narrow_roll.columns ? narrow_ : wide_);
     used_->setCurrentCell(in_use, 0);
     current_->setText(QString("البون يطبع الآن على: %1\u200f · %2 حرفا في السطر")
                           .arg(port_name(port))
                           .arg(choice.line_width));
 }
 
-printing::PrinterChoice PrinterScreen::marked() const {
+printing::PrinterChoice PrinterSheet::marked() const {
     const int row = used_->currentRow();
     if (row < 0 || static_cast<std::size_t>(row) >= offers_.size()) return context_.printer_choice;
-    return printing::choose(offers_[static_cast<std::size_t>(row)],
-                            used_ == wide_ ? printing::wide_columns : printing::narrow_columns);
+    const printing::RollWidth& roll = used_ == wide_ ? printing::wide_roll : printing::narrow_roll;
+    return {offers_[static_cast<std::size_t>(row)].port, roll.columns};
 }
 
-void PrinterScreen::choose() {
+void PrinterSheet::choose() {
     if (Sheet::top_of(window()) != this) return;
     context_.printer_choice = marked();
     show_ports();
     used_->setFocus();
 }
 
-void PrinterScreen::test() {
+void PrinterSheet::test() {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.services, "TestPrint", [&] {
         const printing::PrinterChoice choice = marked();
@@ -146,13 +148,13 @@ void PrinterScreen::test() {
     used_->setFocus();
 }
 
-void PrinterScreen::show_paper() {
+void PrinterSheet::show_paper() {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.services, "ShowPaper", [&] {
         const int width = marked().line_width;
         const auto codes = printing::PrinterCodes::load(context_.connection);
         const auto& last = screen_.last_receipt();
-        // Before the first sale of the day there is only the test page to look at.
+        // Before the first sale there is only the test page to show.
         const std::string bytes =
             last ? printing::text_receipt(sales::receipt_of(last->invoice, last->payment, context_.session,
                                                             last->shift, last->time),
@@ -162,6 +164,41 @@ void PrinterScreen::show_paper() {
             .run();
     });
     used_->setFocus();
+}
+
+PaperSheet::PaperSheet(QWidget* host, const QString& title, const QImage& paper) : Sheet(host, title) {
+    setObjectName("paper_sheet");
+    auto* picture = new QLabel;
+    picture->setObjectName("paper");
+    const QPixmap drawn = QPixmap::fromImage(paper);
+    picture->setPixmap(px(100) > 100 ? drawn.scaledToWidth(px(paper.width()), Qt::SmoothTransformation)
+                                     : drawn);
+    area_ = new QScrollArea;
+    area_->setObjectName("paper_area");
+    area_->setWidget(picture);
+    area_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    set_role(area_, "paper");
+    area_->setFixedWidth(px(paper.width()) + px(32));
+    area_->setMinimumHeight(std::min(picture->pixmap().height() + px(8), host->window()->height() - px(220)));
+    body()->addWidget(area_, 1);
+    auto* back = new QPushButton("ر&جوع");
+    back->setObjectName("paper_back");
+    back->setMinimumHeight(px(48));
+    connect(back, &QPushButton::clicked, this, [this] { leave(0); });
+    body()->addWidget(back);
+}
+
+void PaperSheet::take_focus() {
+    area_->setFocus();
+}
+
+void PaperSheet::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        leave(0);
+        event->accept();
+        return;
+    }
+    Sheet::keyPressEvent(event);
 }
 
 }  // namespace ui

@@ -1,6 +1,7 @@
-// The printer-choice screen: where this workstation's receipts go.
+// The sheets that choose this workstation's receipt printer and show its paper.
 #pragma once
 
+#include <QImage>
 #include <vector>
 
 #include "printing/ports_offered.h"
@@ -8,6 +9,7 @@
 #include "ui/widgets/sheet.h"
 
 class QLabel;
+class QScrollArea;
 
 namespace sales {
 class SalesScreen;
@@ -17,12 +19,12 @@ namespace ui {
 
 class ListTable;
 
-// A choice from the first list prints 48 characters a line, one from the second 40. It holds until the
-// program ends.
-class PrinterScreen : public Sheet {
+// Two lists of the same ports, the first for wide rolls, the second for narrow ones. The choice holds until
+// the program ends.
+class PrinterSheet : public Sheet {
     Q_OBJECT
   public:
-    PrinterScreen(QWidget* host, const Context& context, const sales::SalesScreen& screen);
+    PrinterSheet(QWidget* host, const Context& context, const sales::SalesScreen& screen);
 
   protected:
     void take_focus() override;
@@ -32,7 +34,7 @@ class PrinterScreen : public Sheet {
     ListTable* add_list(const char* name);
     void show_ports();
     void use(ListTable* table);
-    // What the cursor of the list in use stands on.
+    // The choice under the cursor of the list in use.
     printing::PrinterChoice marked() const;
     void choose();
     void test();
@@ -45,6 +47,20 @@ class PrinterScreen : public Sheet {
     ListTable* wide_;
     ListTable* narrow_;
     ListTable* used_;  // the list that had the focus last
+};
+
+// A text receipt as it looks on paper.
+class PaperSheet : public Sheet {
+    Q_OBJECT
+  public:
+    PaperSheet(QWidget* host, const QString& title, const QImage& paper);
+
+  protected:
+    void take_focus() override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    QScrollArea* area_;
 };
 
 }  // namespace ui

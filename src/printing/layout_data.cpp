@@ -1,4 +1,4 @@
-#include "printing/layout_rows.h"
+#include "printing/layout_data.h"
 
 #include <algorithm>
 
@@ -14,6 +14,8 @@ using database::Sql;
 namespace {
 
 constexpr std::size_t column_width = 100;
+constexpr int smallest_font = 4;
+constexpr int largest_font = 24;
 
 std::string printed_price(const ReceiptLine& line, const ReceiptSettings& settings) {
     const bool computed = !settings.price_as_entered && line.quantity != 0;
@@ -22,13 +24,28 @@ std::string printed_price(const ReceiptLine& line, const ReceiptSettings& settin
 
 }  // namespace
 
+ReceiptSettings read_receipt_settings(database::Connection& connection) {
+    ReceiptSettings settings;
+    const auto rows = connection.query("select * from basic ");
+    if (rows.empty()) return settings;
+    const auto& row = rows.front();
+    settings.rec_note = row.text("rec_note");
+    settings.preview = row.integer("bon_prv") == 1;
+    settings.price_as_entered = row.integer("aft_dsc") == 1;
+    settings.show_item_code = row.integer("item_code") == 1;
+    if (!row.text("bon_font").empty()) settings.font = row.text("bon_font");
+    const auto size = row.integer("bon_font_s");
+    if (size >= smallest_font && size <= largest_font) settings.font_size = static_cast<int>(size);
+    return settings;
+}
+
 Sql LayoutRows::condition() const {
     if (!cash_point_) return Sql(" where [user] = ") + quoted(user_);
     return Sql(" where f18=") + quoted(std::to_string(*cash_point_)) + " and [user] = " + quoted(user_);
 }
 
 void LayoutRows::write(const Receipt& receipt, Form form, const ReceiptSettings& settings) {
-    // The plain and the compact layout have no further value of a line.
+    // The plain and the compact layout do not show units.
     const bool units = form != Form::reprint && form != Form::no_telephone;
     connection_.execute(Sql("delete from [print]") + condition());
     database::Recordset rows(connection_, Sql("select * from [print]") + condition());

@@ -1,25 +1,27 @@
-#include "ui/printing/report_of.h"
+#include "ui/printing/reports.h"
 
 #include "cash/daily_statement.h"
 #include "cash/shift_report.h"
+#include "printing/report_printer.h"
 #include "signin/session.h"
+#include "ui/widgets/messages.h"
+#include "ui/widgets/text.h"
 
 namespace ui {
 
-printing::Report headed(const char* name, const signin::Session& session) {
-    printing::Report report;
-    report.name = name;
-    report.store_name = session.settings.aname;
-    report.second_store_name = session.settings.ename;
-    report.telephone = session.settings.tel;
-    report.logo = session.program_folder / session.settings.logo;
-    return report;
+namespace {
+
+// The file as the cashier finds it, relative to the program's folder.
+std::string name_of(const std::filesystem::path& file) {
+    return "\u200e" + (file.parent_path().filename() / file.filename()).string();
 }
 
+}  // namespace
+
 printing::Report report_of(const cash::ShiftReport& shift, const signin::Session& session) {
-    printing::Report report = headed("shift", session);
-    // The title ends in its own number only when it is laid out from the left; the mark keeps the colon
-    // beside the number.
+    printing::Report report = printing::headed("shift", session);
+    // Laid out from the left, so that the number is at the end of the title; the right-to-left mark keeps the
+    // colon beside the number.
     report.title = "\u202a" + shift.title() + "\u200f\u202c";
     report.captions = shift.captions();
     report.totals = shift.amounts();
@@ -29,7 +31,7 @@ printing::Report report_of(const cash::ShiftReport& shift, const signin::Session
 }
 
 printing::Report report_of(const cash::DayReport& day, const signin::Session& session) {
-    printing::Report report = headed("statement", session);
+    printing::Report report = printing::headed("statement", session);
     report.title = day.title;
     report.captions = {{"المخزن", day.store}, {"الخزينة", day.drawer}, {"المستخدم", session.user_name}};
     // Number, kind, value, customer or vendor, salesman.
@@ -46,6 +48,18 @@ printing::Report report_of(const cash::DayReport& day, const signin::Session& se
     report.totals = day.totals;  // the last, the current balance, stands out
     report.signatures = {"الكاشير", "المدير"};
     return report;
+}
+
+QString printed_text(const Context& context) {
+    const auto kept = context.reports.kept_file();
+    return kept.empty() ? qt(message::printed) : qt(message::kept_instead) + qt(name_of(kept));
+}
+
+void say_where_kept(const Context& context) {
+    const auto kept = context.reports.kept_file();
+    if (!kept.empty())
+        context.services.prompts.message(std::string(message::kept_instead) + name_of(kept),
+                                         common::Icon::information);
 }
 
 }  // namespace ui

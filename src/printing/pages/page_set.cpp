@@ -1,4 +1,4 @@
-#include "printing/pages/output.h"
+#include "printing/pages/page_set.h"
 
 #include <QPageLayout>
 #include <QPageSize>
@@ -23,13 +23,13 @@ namespace {
 constexpr auto patience = std::chrono::seconds(3);
 constexpr int pdf_dots_per_inch = 1200;
 constexpr double mm_per_inch = 25.4;
-constexpr double most_dots = 32000;  // a picture's side that can be painted on
+constexpr double most_dots = 32000;  // QPainter cannot draw on a picture with a longer side
 
 QString path_text(const fs::path& path) {
     return QString::fromStdString(path.string());
 }
 
-// A sheet of a known size may lie on its side; a roll is as wide as it is, however short the receipt.
+// A sheet of a known size may be in landscape. A roll is always upright, however short the receipt.
 QPageLayout layout_of(const PageSet& pages) {
     const QSizeF size = pages.size();
     const auto is_sheet = [](const QSizeF& paper) {
@@ -43,7 +43,7 @@ QPageLayout layout_of(const PageSet& pages) {
             QPageLayout::Millimeter};
 }
 
-// False when the device cannot begin or go on.
+// Returns false if the device cannot begin or continue.
 bool draw_all(const PageSet& pages, QPagedPaintDevice& device, QPainter& painter, int dots_per_inch) {
     if (!painter.begin(&device)) return false;
     for (int page = 0; page < pages.count(); ++page) {
@@ -53,7 +53,7 @@ bool draw_all(const PageSet& pages, QPagedPaintDevice& device, QPainter& painter
     return true;
 }
 
-// A print job that whoever asked for it may have given up.
+// A print job; `given_up` is set when nobody waits for it any more.
 struct Job {
     std::promise<Printed> answer;
     std::atomic<bool> given_up = false;
@@ -71,7 +71,7 @@ Printed print_now(const PageSet& pages, const Job& job) {
     if (!printer.isValid()) return Printed::failed;
     QPainter painter;
     const bool drawn = draw_all(pages, printer, painter, printer.resolution());
-    // What was reported as not printed must not come out later.
+    // A job that was reported as failed must not come out later.
     if (!drawn || job.given_up) {
         printer.abort();
         return Printed::failed;
@@ -116,8 +116,8 @@ bool save_pdf(const PageSet& pages, const fs::path& file) {
 }
 
 Printed print_on_system_printer(std::shared_ptr<const PageSet> pages) {
-    // The print system may never answer, and nothing can call it back; so it is asked by a thread that is
-    // left to itself when its time is over. What it holds is its own.
+    // The print system may never answer, and a call to it cannot be cancelled. So a thread of its own makes
+    // the call, and is abandoned when its time is over; it shares the ownership of everything that it uses.
     auto job = std::make_shared<Job>();
     std::future<Printed> printed = job->answer.get_future();
     std::thread([job, pages = std::move(pages)] {

@@ -1,0 +1,178 @@
+#include "printing/layouts.h"
+
+#include "common/numbers.h"
+#include "common/words.h"
+
+namespace printing {
+
+namespace {
+
+namespace label {
+constexpr std::string_view number = "بون رقم";                    // receipt number
+constexpr std::string_view date = "التاريخ";                      // date
+constexpr std::string_view time = "الوقت";                        // time
+constexpr std::string_view user = "اسم المستخدم : ";              // user name
+constexpr std::string_view shift = "رقم الورديه : ";              // shift number
+constexpr std::string_view salesman = "البائع : ";                // salesman
+constexpr std::string_view before_discount = "الصافي قبل الخصم";  // net before discount
+constexpr std::string_view discount = "خـــــــصم";               // discount
+constexpr std::string_view after_discount = "الصافي بعد الخصم";   // net after discount
+constexpr std::string_view net = "الصــــافي";                    // net
+constexpr std::string_view compact_net = "الصافي";
+constexpr std::string_view paid = "المدفـــوع";
+constexpr std::string_view remaining = "المتبقـــي";
+
+constexpr std::string_view invoice = "فاتورة ";
+constexpr std::string_view returns = "مرتجع ";
+constexpr std::string_view sales = "مبيعات ";
+constexpr std::string_view walk_in = "عميل نقدي";  // cash customer
+}  // namespace label
+
+std::string_view payment_word(Payment payment) {
+    switch (payment) {
+        case Payment::account:
+            return "اجل";  // deferred
+        case Payment::card:
+            return "ااتمان";  // credit
+        case Payment::tips:
+            return "اكراميات";
+        case Payment::cash:
+            break;
+    }
+    return "نقدي";
+}
+
+struct Totals {
+    std::vector<Caption> rows;
+    std::size_t net = 0;  // its place in the rows
+};
+
+// Without a discount there is one net, and no need to tell before from after.
+Totals totals_of(const Receipt& receipt, bool with_payment) {
+    Totals totals;
+    const auto add = [&totals](std::string_view name, double amount) {
+        totals.rows.emplace_back(name, common::format_amount(amount));
+    };
+    const bool discounted = common::format_amount(receipt.discount) != "0.00";
+    if (discounted) {
+        add(label::before_discount, receipt.total);
+        add(label::discount, receipt.discount);
+    }
+    totals.net = totals.rows.size();
+    add(discounted ? label::after_discount : label::net, receipt.net);
+    if (with_payment) {
+        add(label::paid, receipt.paid);
+        add(label::remaining, receipt.remaining);
+    }
+    return totals;
+}
+
+// Amounts too large for words appear in figures: "فقط 40000.00 جنيها لا غير".
+std::string words_of(double amount) {
+    try {
+        return common::amount_in_words(static_cast<float>(amount));
+    } catch (const common::OverflowError&) {
+        return "فقط " + common::format_amount(amount) + " جنيها لا غير";
+    }
+}
+
+void add_table(Report& report, const std::vector<LayoutRow>& rows, const ReceiptSettings& settings,
+               bool units) {
+    report.columns.push_back({"م", Align::centre, 0.5});
+    if (settings.show_item_code) report.columns.push_back({"كود", Align::centre, 1});
+    report.columns.push_back({"اسم الصنف", Align::start, 4});
+    if (units) report.columns.push_back({"الوحدة", Align::centre, 1});
+    report.columns.push_back({"كمية", Align::end, 0.9});
+    report.columns.push_back({"سعر", Align::end, 1.1});
+    report.columns.push_back({"الاجمالي", Align::end, 1.3});
+    for (const LayoutRow& row : rows) {
+        std::vector<std::string> cells = {std::to_string(report.rows.size() + 1)};
+        if (settings.show_item_code) cells.push_back(row.item_code);
+        cells.push_back(row.item_name);
+        if (units) cells.push_back(row.unit);
+        cells.insert(cells.end(), {row.quantity, row.price, row.total});
+        report.rows.push_back(std::move(cells));
+    }
+}
+
+}  // namespace
+
+std::string invoice_kind(const Receipt& receipt) {
+    std::string kind(label::invoice);
+    kind += receipt.kind == Kind::return_ ? label::returns : label::sales;
+    return kind += payment_word(receipt.payment);
+}
+
+LayoutReceipt layout_receipt(const Receipt& receipt, Form form, int line_width,
+                             const ReceiptSettings& settings, std::vector<LayoutRow> rows) {
+    LayoutReceipt layout;
+    layout.settings = settings;
+    layout.roll = roll_of(line_width);
+    layout.store_name = receipt.store_name;
+    layout.second_store_name = receipt.second_store_name;
+    layout.kind = invoice_kind(receipt);
+    layout.number = {std::string(label::number), std::to_string(receipt.number)};
+    const auto detail = [&layout](std::string_view name, const std::string& value) {
+        if (!value.empty()) layout.details.emplace_back(name, value);
+    };
+    detail(label::date, common::date_text(receipt.date));
+    detail(label::time, common::twelve_hour_text(receipt.time));
+    detail(label::user, receipt.user_name);
+    detail(label::shift, std::to_string(receipt.shift_number));
+    detail(label::salesman, receipt.salesman);
+    layout.rows = std::move(rows);
+    if (form == Form::no_telephone) {
+        layout.totals.emplace_back(label::compact_net, common::format_amount(receipt.net));
+        return layout;
+    }
+    if (!receipt.telephone.empty()) layout.telephone = telephone_line(receipt.telephone);
+    Totals totals = totals_of(receipt, form != Form::reprint);
+    layout.totals = std::move(totals.rows);
+    layout.net = totals.net;
+    layout.note = settings.rec_note;
+    layout.credit_lines = receipt.credit_lines;
+    return layout;
+}
+
+Report invoice_report(const Receipt& receipt, Form form, const ReceiptSettings& settings,
+                      const std::vector<LayoutRow>& rows, const std::filesystem::path& logo) {
+    const bool cash = form == Form::cash_page;
+    Report report;
+    report.name = "invoice-" + std::to_string(receipt.number);
+    report.store_name = receipt.store_name;
+    report.second_store_name = receipt.second_store_name;
+    if (!receipt.telephone.empty()) report.telephone = telephone_line(receipt.telephone);
+    report.logo = logo;
+    report.title = invoice_kind(receipt);
+
+    report.captions.emplace_back("رقم الفاتورة", std::to_string(receipt.number));
+    report.captions.emplace_back(
+        label::date, common::date_text(receipt.date) + "  " + common::twelve_hour_text(receipt.time));
+    report.captions.emplace_back("العميل",
+                                 receipt.customer.empty() ? std::string(label::walk_in) : receipt.customer);
+    if (!receipt.salesman.empty()) report.captions.emplace_back("البائع", receipt.salesman);
+    if (cash) {
+        report.captions.emplace_back("اسم المستخدم", receipt.user_name);
+        report.captions.emplace_back("رقم الورديه", std::to_string(receipt.shift_number));
+    }
+    add_table(report, rows, settings, !cash);
+    Totals totals = totals_of(receipt, cash);
+    report.totals = std::move(totals.rows);
+    report.main_total = static_cast<int>(totals.net);
+    report.words = words_of(receipt.net);
+    if (!settings.rec_note.empty()) report.footers.push_back(settings.rec_note);
+    for (const std::string& line : receipt.credit_lines) {
+        if (!line.empty()) report.footers.push_back(line);
+    }
+    if (!cash) report.signatures = {"البائع", "المستلم"};
+    return report;
+}
+
+std::filesystem::path logo_file(const Receipt& receipt, const std::filesystem::path& program_folder) {
+    if (receipt.logo.empty()) return {};
+    const std::filesystem::path file = program_folder / receipt.logo;
+    std::error_code ignored;
+    return std::filesystem::is_regular_file(file, ignored) ? file : std::filesystem::path();
+}
+
+}  // namespace printing

@@ -1,0 +1,183 @@
+#include "printing/pages/system_printers.h"
+
+#include <exception>
+#include <fstream>
+
+#include "printing/layouts.h"
+#include "printing/messages.h"
+#include "printing/pages/receipt_page.h"
+#include "printing/pages/report_page.h"
+#include "printing/qr.h"
+#include "printing/text_receipt.h"
+#include "printing/text_report.h"
+
+namespace printing::pages {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view log_code = "print";
+
+bool is_full_page(Form form) {
+    return form == Form::cash_page || form == Form::standard_page;
+}
+
+// Printing needs no database: without it the built-in codes are used, which are those of most printers.
+PrinterCodes codes_for(const Workstation& workstation) {
+    try {
+        return PrinterCodes::load(workstation.connection);
+    } catch (const std::exception& error) {
+        workstation.services.log.log_event(error.what(), log_code);
+        return default_codes();
+    }
+}
+
+struct Outcome {
+    bool done = true;
+    fs::path kept;        // the PDF file, if there is no printer
+    std::string message;  // if not done: what to show
+    std::string reason;   // and what to log
+};
+
+// Prints the pages on the system's printer. If there is none, keeps them as a PDF file.
+Outcome print_or_keep(const Workstation& workstation, const std::shared_ptr<const PageSet>& pages,
+                      std::string_view printer_failed) {
+    switch (print_on_system_printer(pages)) {
+        case Printed::on_printer:
+            return {};
+        case Printed::failed:
+            return {false, {}, std::string(printer_failed), "system printer"};
+        case Printed::no_printer:
+            break;
+    }
+    const fs::path file = kept_file(workstation.program_folder, *pages, workstation.services.clock.now());
+    if (save_pdf(*pages, file)) return {true, file, {}, {}};
+    return {false, {}, message::naming(message::file_failed, file.string()), file.string()};
+}
+
+}  // namespace
+
+bool SystemReceiptPrinter::print(const Receipt& receipt, Form form) {
+    try {
+        Receipt printed = receipt;
+        // A receipt printed again keeps the invoice's date and shows the time of printing.
+        if (form == Form::reprint) printed.time = workstation_.services.clock.now().time;
+        return prints_text() && !is_full_page(form) ? print_text(printed, form) : print_pages(printed, form);
+    } catch (const std::exception& error) {
+        return failed(message::printer_failed, error.what());
+    } catch (...) {
+        return failed(message::printer_failed, "unknown error");
+    }
+}
+
+bool SystemReceiptPrinter::print_text(const Receipt& receipt, Form form) {
+    const auto& [port, width] = workstation_.choice;
+    const std::string text = text_receipt(receipt, form, width, codes_for(workstation_));
+    return workstation_.services.devices.write_port(port, text) ||
+           failed(message::naming(message::port_failed, port), port);
+}
+
+std::shared_ptr<const PageSet> SystemReceiptPrinter::pages(const Receipt& receipt, Form form) {
+    const ReceiptSettings settings = read_receipt_settings(workstation_.connection);
+    const bool full_page = is_full_page(form);
+    LayoutRows table(workstation_.connection, full_page ? std::nullopt : std::optional(receipt.cash_point),
+                     receipt.user_name);
+    table.write(receipt, form, settings);
+    std::vector<LayoutRow> rows = table.read();
+    if (rows.empty()) return nullptr;
+    const fs::path logo = logo_file(receipt, workstation_.program_folder);
+    if (full_page) return std::make_shared<ReportPage>(invoice_report(receipt, form, settings, rows, logo));
+    LayoutReceipt layout =
+        layout_receipt(receipt, form, workstation_.choice.line_width, settings, std::move(rows));
+    layout.logo = logo;
+    if (form == Form::full) layout.qr = qr_picture(receipt);
+    return std::make_shared<ReceiptPage>(std::move(layout));
+}
+
+fs::path SystemReceiptPrinter::qr_picture(const Receipt& receipt) {
+    const auto shop = read_electronic_invoicing(workstation_.connection);
+    if (!shop) return {};
+    const fs::path file = workstation_.program_folder / "qr.bmp";
+    if (print_qr(qr_text(*shop, receipt), file)) return file;
+    workstation_.services.log.log_event("QR code not written: " + file.string(), log_code);
+    return {};
+}
+
+bool SystemReceiptPrinter::print_pages(const Receipt& receipt, Form form) {
+    const std::shared_ptr<const PageSet> made = pages(receipt, form);
+    if (!made) {
+        workstation_.services.prompts.message(message::no_data, common::Icon::exclamation);
+        return false;
+    }
+    if (!read_receipt_settings(workstation_.connection).preview) return send(made);
+    bool printed = false;
+    workstation_.show_pages(made, [&] { return printed = send(made); });
+    return printed;
+}
+
+bool SystemReceiptPrinter::send(const std::shared_ptr<const PageSet>& made) {
+    const Outcome outcome = print_or_keep(workstation_, made, message::printer_failed);
+    return outcome.done || failed(outcome.message, outcome.reason);
+}
+
+bool SystemReceiptPrinter::failed(std::string_view message, std::string_view reason) {
+    workstation_.services.log.log_event("receipt not printed: " + std::string(reason), log_code);
+    workstation_.services.prompts.message(std::string(message) + "\n" + std::string(message::print_again),
+                                          common::Icon::exclamation);
+    return false;
+}
+
+bool SystemReportPrinter::print(const Report& report) {
+    kept_.clear();
+    try {
+        const Outcome outcome =
+            print_or_keep(workstation_, std::make_shared<ReportPage>(report), message::report_failed);
+        kept_ = outcome.kept;
+        return outcome.done || failed(outcome.message, outcome.reason);
+    } catch (const std::exception& error) {
+        return failed(message::report_failed, error.what());
+    }
+}
+
+bool SystemReportPrinter::print_slip(const Report& report) {
+    const auto& [port, width] = workstation_.choice;
+    if (!workstation_.choice.is_text_port()) return print(report);
+    kept_.clear();
+    const std::string text = text_report(report, width, codes_for(workstation_));
+    return workstation_.services.devices.write_port(port, text) || failed(message::report_failed, port);
+}
+
+void SystemReportPrinter::preview(const Report& report) {
+    try {
+        workstation_.show_pages(std::make_shared<ReportPage>(report),
+                                [this, &report] { return print(report); });
+    } catch (const std::exception& error) {
+        failed(message::report_failed, error.what());
+    }
+}
+
+bool SystemReportPrinter::save_pdf(const Report& report, const fs::path& file) {
+    bool saved = false;
+    try {
+        saved = pages::save_pdf(ReportPage(report), file);
+    } catch (const std::exception& error) {
+        workstation_.services.log.log_event(error.what(), log_code);
+    }
+    return saved || failed(message::naming(message::file_failed, file.string()), file.string());
+}
+
+bool SystemReportPrinter::save_csv(const Report& report, const fs::path& file) {
+    std::ofstream out(file, std::ios::binary);
+    out << report_csv(report);
+    out.close();
+    return out || failed(message::naming(message::file_failed, file.string()), file.string());
+}
+
+bool SystemReportPrinter::failed(std::string_view message, std::string_view reason) {
+    workstation_.services.log.log_event("report not printed: " + std::string(reason), log_code);
+    workstation_.services.prompts.message(message, common::Icon::exclamation);
+    return false;
+}
+
+}  // namespace printing::pages

@@ -1,0 +1,73 @@
+// The workstation's printers: text to a port, or pages to the system's printer.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+#include "common/services.h"
+#include "database/connection.h"
+#include "printing/pages/page_set.h"
+#include "printing/receipt_printer.h"
+#include "printing/report_printer.h"
+
+namespace printing {
+class PrinterCodes;
+}
+
+namespace printing::pages {
+
+// What both printers work with. `choice` may be changed at any time on the printer-choice screen. The logo
+// and "qr.bmp" are in `program_folder`, and PDF files go to its folder `Receipts`.
+struct Workstation {
+    // Shows pages until the user closes them. Calls `print` when he wants them printed, and closes them when
+    // it returns true.
+    using ShowPages = std::function<void(std::shared_ptr<const PageSet>, std::function<bool()> print)>;
+
+    database::Connection& connection;
+    common::Services services;
+    const PrinterChoice& choice;
+    std::filesystem::path program_folder;
+    ShowPages show_pages;
+};
+
+class SystemReceiptPrinter final : public ReceiptPrinter {
+  public:
+    explicit SystemReceiptPrinter(Workstation workstation) : workstation_(std::move(workstation)) {}
+
+    bool print(const Receipt& receipt, Form form) override;
+    bool prints_text() const override { return workstation_.choice.is_text_port(); }
+
+    // Returns the pages that print() would send to the system's printer, or null if the receipt has no lines.
+    // Replaces the workstation's rows in `print`. Throws database::Error.
+    std::shared_ptr<const PageSet> pages(const Receipt& receipt, Form form);
+
+  private:
+    bool print_text(const Receipt& receipt, Form form);
+    bool print_pages(const Receipt& receipt, Form form);
+    bool send(const std::shared_ptr<const PageSet>& pages);
+    std::filesystem::path qr_picture(const Receipt& receipt);
+    bool failed(std::string_view message, std::string_view reason);
+
+    Workstation workstation_;
+};
+
+class SystemReportPrinter final : public ReportPrinter {
+  public:
+    explicit SystemReportPrinter(Workstation workstation) : workstation_(std::move(workstation)) {}
+
+    bool print(const Report& report) override;
+    bool print_slip(const Report& report) override;
+    std::filesystem::path kept_file() const override { return kept_; }
+    void preview(const Report& report) override;
+    bool save_pdf(const Report& report, const std::filesystem::path& file) override;
+    bool save_csv(const Report& report, const std::filesystem::path& file) override;
+
+  private:
+    bool failed(std::string_view message, std::string_view reason);
+
+    Workstation workstation_;
+    std::filesystem::path kept_;
+};
+
+}  // namespace printing::pages

@@ -1,0 +1,28 @@
+// Reports of the cash subsystem as pages to print, and the message after printing.
+#pragma once
+
+#include <QString>
+
+#include "printing/report.h"
+#include "ui/widgets/context.h"
+
+namespace cash {
+struct DayReport;
+struct ShiftReport;
+}  // namespace cash
+
+namespace ui {
+
+printing::Report report_of(const cash::ShiftReport& shift, const signin::Session& session);
+// The cashier's report of a day.
+printing::Report report_of(const cash::DayReport& day, const signin::Session& session);
+
+// Returns what to show after a report has been printed: that it is on paper, or in which file it was kept
+// because the workstation has no printer.
+QString printed_text(const Context& context);
+
+// Shows the file in a message, for a report that was printed from no screen of its own. Shows nothing if the
+// report is on paper.
+void say_where_kept(const Context& context);
+
+}  // namespace ui
