@@ -12,7 +12,7 @@
 #include "bench/measure.h"
 #include "printing/report_printer.h"
 #include "ui/sales/sales_window.h"
-#include "ui/screen_register.h"
+#include "ui/screens.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/sheet.h"
@@ -70,7 +70,7 @@ struct PaintedTill::Parts {
                   keys,
                   {},
                   [](QWidget&) {}},
-          screen(context, ui::neighbours(context)) {
+          screen(context, ui::screen_commands()) {
         screen.resize(1366, 768);
         screen.show();
         screen.activateWindow();

@@ -8,7 +8,7 @@
 #include "ui/help/key.h"
 #include "ui/printing/preview.h"
 #include "ui/sales/sales_window.h"
-#include "ui/screen_register.h"
+#include "ui/screens.h"
 #include "ui/signin/sign_in_window.h"
 
 namespace ui {
@@ -28,7 +28,7 @@ void Till::run(database::Connection& connection, signin::Session& session) {
     // The workstation's receipt port is the one of the settings until another is chosen.
     choice.receipt_port = session.settings.print;
 
-    SalesWindow sales(context, neighbours(context));
+    SalesWindow sales(context, screen_commands());
     QEventLoop loop;
     QObject::connect(&sales, &SalesWindow::finished, &loop, &QEventLoop::quit);
     // The sign-in screen stays below until the sales screen stands, so that no desktop shows between them.

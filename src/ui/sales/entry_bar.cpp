@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "ui/sales/commands.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_button.h"
@@ -53,7 +54,7 @@ EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
     field_->installEventFilter(this);
     row->addWidget(field_, 1);
     auto* general = new KeyButton("general_item", "*", "صنف عام", KeyButton::Look::tool);
-    auto* search = new KeyButton("search", "Ctrl F", "بحث", KeyButton::Look::tool);
+    auto* search = new KeyButton("search", key_cap(key::search), "بحث", KeyButton::Look::tool);
     general->setMinimumWidth(px(150));
     search->setMinimumWidth(px(150));
     row->addWidget(general);

@@ -10,8 +10,10 @@
 
 #include "common/date_time.h"
 #include "sales/sales_screen.h"
+#include "ui/sales/commands.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
+#include "ui/widgets/key_button.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/segments.h"
 #include "ui/widgets/sheet.h"
@@ -54,21 +56,21 @@ KindBar::KindBar(QWidget* parent) : QWidget(parent) {
     kind_->setAlignment(Qt::AlignCenter);
     row->addWidget(kind_);
 
-    row->addWidget(cell("رقم البون", "Ctrl R", number_box()));
+    row->addWidget(cell("رقم البون", key::recall, number_box()));
     date_ = new Figure("invoice_date", "figure");
-    row->addWidget(cell("التاريخ", "Ctrl D", date_));
+    row->addWidget(cell("التاريخ", key::invoice_data, date_));
     kinds_ = new Segments("kind", {{0, "بيع"}, {1, "مرتجع"}, {2, "نوع ثالث"}});
-    row->addWidget(cell("النوع", "F4", kinds_));
+    row->addWidget(cell("النوع", key::kind, kinds_));
     std::vector<std::pair<int, QString>> levels;
     for (const auto caption : sales::price_level_captions) {
         levels.emplace_back(static_cast<int>(levels.size()) + 2, qt(caption));
     }
     levels_ = new Segments("price_level", levels);
-    row->addWidget(cell("فئة السعر", "Ctrl 1-4", levels_));
+    row->addWidget(cell("فئة السعر", key::first_price_level, levels_));
     customer_ = label({}, "figure");
     customer_->setObjectName("customer");
     customer_->setMinimumWidth(px(60));
-    row->addWidget(cell("العميل", "F10", customer_, true), 1);
+    row->addWidget(cell("العميل", key::walk_in_customer, customer_, true), 1);
 
     connect(kinds_, &Segments::chosen, this, &KindBar::kind_chosen);
     connect(levels_, &Segments::chosen, this, &KindBar::price_level_chosen);
@@ -96,7 +98,7 @@ QWidget* KindBar::number_box() {
     recall_->setAccessibleName("استدعاء بون محفوظ");
     recall_->setToolTip("استدعاء بون محفوظ برقمه");
     recall_->setFocusPolicy(Qt::ClickFocus);
-    recall_->setProperty(key_property, "Ctrl R");
+    recall_->setProperty(key_property, key_cap(key::recall));
     recall_->setFixedHeight(px(36));
     recall_->setStyleSheet(
         QString("QPushButton { font-size: %1px; padding: 0 %2px; }").arg(px(14)).arg(px(8)));
@@ -142,14 +144,16 @@ bool KindBar::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-QWidget* KindBar::cell(const QString& caption, const QString& cap, QWidget* content, bool last) {
+QWidget* KindBar::cell(const QString& caption, QKeyCombination key, QWidget* content, bool last) {
     auto* made = new QWidget;
     made->setProperty("last", last);
     set_role(made, "cell");
     auto* column = new QVBoxLayout(made);
     column->setContentsMargins(px(18), px(10), px(18), px(6));
     column->setSpacing(px(3));
-    column->addWidget(label(cap.isEmpty() ? caption : caption + " " + cap, "caption"));
+    QString cap = key_cap(key);
+    if (key == key::first_price_level) cap += "-" + QString::number(std::size(sales::price_level_captions));
+    column->addWidget(label(caption + " " + cap, "caption"));
     column->addStretch(1);
     column->addWidget(content);
     column->addStretch(1);

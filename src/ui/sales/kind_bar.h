@@ -2,6 +2,7 @@
 // and the customer.
 #pragma once
 
+#include <QKeyCombination>
 #include <QWidget>
 
 class QLabel;
@@ -35,7 +36,7 @@ class KindBar : public QWidget {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    QWidget* cell(const QString& caption, const QString& cap, QWidget* content, bool last = false);
+    QWidget* cell(const QString& caption, QKeyCombination key, QWidget* content, bool last = false);
 
     QLabel* kind_;
     QWidget* number_box();

@@ -36,9 +36,9 @@ constexpr int news_seconds = 8;
 
 }  // namespace
 
-SalesWindow::SalesWindow(Context context, Screens screens)
+SalesWindow::SalesWindow(Context context, const std::vector<Command>& screens)
     : context_(std::move(context)),
-      screens_(std::move(screens)),
+      screens_(screens),
       logic_(context_.connection, context_.session, context_.services, context_.receipts),
       model_(new LineModel(logic_, this)),
       header_(new HeaderBar),
@@ -107,58 +107,50 @@ QWidget* SalesWindow::build_foot() {
     counts_->setObjectName("counts");
     foot->addWidget(stock_, 1);
     foot->addWidget(counts_);
-    for (const ScreenEntry& entry : screens_.entries()) {
-        if (entry.button.isEmpty()) continue;
-        auto* button = new KeyButton("key_" + entry.name, entry.cap, entry.button, KeyButton::Look::strip);
-        button->setToolTip(QString(entry.caption).remove('&'));
+    for (const Command& screen : screens_) {
+        if (screen.button.isEmpty()) continue;
+        auto* button =
+            new KeyButton("key_" + screen.name, key_cap(screen.key), screen.button, KeyButton::Look::strip);
+        button->setToolTip(QString(screen.caption).remove('&'));
         button->setFocusPolicy(Qt::ClickFocus);
         button->setFixedHeight(px(36));
-        connect(button, &QPushButton::clicked, this, [this, &entry] { open_neighbour(entry); });
+        connect(button, &QPushButton::clicked, this, [this, &screen] { perform(screen); });
         foot->addWidget(button);
     }
     return box;
 }
 
 void SalesWindow::build_strip() {
-    const auto press_key = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        return [this, key, modifiers] { press(key, modifiers); };
+    const auto add = [this](const std::vector<Command>& commands, Command::Place place) {
+        for (const Command& command : commands) {
+            if (command.place != place) continue;
+            strip_->add(command.name, key_cap(command.key), QString(command.caption).remove('&'),
+                        [this, &command] { perform(command); });
+        }
     };
-    strip_->add("f2", "F2", "إلغاء السجل", press_key(Qt::Key_F2));
-    strip_->add("f3", "F3", "إلغاء البون", press_key(Qt::Key_F3));
-    for (const ScreenEntry& entry : screens_.entries()) {
-        if (entry.key == 0 || entry.control) continue;
-        strip_->add(entry.name, entry.cap, QString(entry.caption).remove('&'),
-                    [this, &entry] { open_neighbour(entry); });
-    }
-    strip_->add("shift_f1", "⇧F1", "فتح الدرج", press_key(Qt::Key_F1, Qt::ShiftModifier));
-    strip_->add("f11", "F11", "إعادة تشغيل", press_key(Qt::Key_F11));
-    strip_->add("f12", "F12", "خروج", press_key(Qt::Key_F12));
+    add(commands(), Command::Place::strip);
+    add(screens_, Command::Place::strip);
+    add(commands(), Command::Place::strip_end);
 }
 
 void SalesWindow::build_menu() {
     auto* menu = new QMenu(header_->menu_button());
     menu->setObjectName("main_menu");
-    const auto add = [menu](const QString& name, const QString& caption, auto action) {
-        QAction* entry = menu->addAction(caption);
-        entry->setObjectName(name);
+    const auto add = [menu](const QString& name, const QString& caption, const QString& cap, auto action) {
+        QAction* entry = menu->addAction(cap.isEmpty() ? caption : caption + "\t" + cap);
+        entry->setObjectName("menu_" + name);
         connect(entry, &QAction::triggered, menu, action);
     };
-    for (const ScreenEntry& entry : screens_.entries()) {
-        // A screen with a function key stands on the strip; with all of them the menu would not fit the
-        // screen.
-        if (entry.key != 0 && !entry.control) continue;
-        add("menu_" + entry.name, entry.caption + (entry.cap.isEmpty() ? "" : "\t" + entry.cap),
-            [this, &entry] { open_neighbour(entry); });
+    // A screen with a function key is on the strip; with all of them the menu would not fit the screen.
+    for (const auto* table : {&screens_, &commands()}) {
+        for (const Command& command : *table) {
+            if (command.place != Command::Place::menu) continue;
+            add(command.name, command.caption, key_cap(command.key), [this, &command] { perform(command); });
+        }
+        menu->addSeparator();
     }
-    menu->addSeparator();
-    add("menu_search", "&بحث عن صنف\tCtrl F", [this] { search(); });
-    add("menu_item_info", "بيانات ال&صنف\tCtrl I", [this] { item_info(); });
-    add("menu_quick_quantity", "&كمية آخر سطر\t+", [this] { quick_quantity(); });
-    add("menu_delete_line", "&حذف السطر\tDelete", [this] { delete_current_line(); });
-    add("menu_shifts", "&ورديات الدرج", [this] { show_shifts(); });
-    menu->addSeparator();
-    // Once the menu is gone, so that the help lies over the screen and not over the menu.
-    add("menu_help", QString("ال&مساعدة\t") + help_cap,
+    // Queued, so that the help opens over the screen and not over the menu, which is still closing.
+    add("help", "ال&مساعدة", help_cap,
         [this] { QMetaObject::invokeMethod(this, &open_help, Qt::QueuedConnection); });
     header_->menu_button()->setMenu(menu);
 }
@@ -166,8 +158,7 @@ void SalesWindow::build_menu() {
 void SalesWindow::connect_parts() {
     connect(header_, &HeaderBar::shift_clicked, this, &SalesWindow::show_shifts);
     connect(kind_bar_, &KindBar::kind_chosen, this, &SalesWindow::switch_kind);
-    connect(kind_bar_, &KindBar::price_level_chosen, this,
-            [this](int level) { press(Qt::Key_1 + level - 2, Qt::ControlModifier); });
+    connect(kind_bar_, &KindBar::price_level_chosen, this, &SalesWindow::choose_price_level);
     connect(kind_bar_, &KindBar::recall_wanted, this, &SalesWindow::recall);
     connect(banner_, &InvoiceBanner::reprint_clicked, this, &SalesWindow::reprint);
     connect(banner_, &InvoiceBanner::return_clicked, this, &SalesWindow::start_return);
@@ -218,7 +209,7 @@ void SalesWindow::connect_parts() {
         if (!refused_) focus_entry();
         repaint_all();
     });
-    connect(&context_.keys, &KeyQueue::scan_waits, this, &SalesWindow::make_way_for_scan);
+    connect(&context_.keys, &KeyQueue::scan_waits, this, &SalesWindow::focus_entry_for_scan);
     connect(&seconds_, &QTimer::timeout, this, &SalesWindow::tick);
     connect(&news_, &QTimer::timeout, this, [this] { header_->next_news(logic_.news()); });
 }

@@ -3,9 +3,10 @@
 
 #include <QTimer>
 #include <QWidget>
+#include <functional>
 
 #include "sales/sales_screen.h"
-#include "ui/sales/screens.h"
+#include "ui/sales/commands.h"
 #include "ui/widgets/context.h"
 
 class QLabel;
@@ -28,12 +29,15 @@ class TotalsPanel;
 class SalesWindow : public QWidget {
     Q_OBJECT
   public:
-    SalesWindow(Context context, Screens screens);
+    SalesWindow(Context context, const std::vector<Command>& screens);
     ~SalesWindow() override;
 
     // Opens the logic and shows the screen; false when the database failed (the message has been shown).
     bool open();
     sales::SalesScreen& logic() { return logic_; }
+    const Context& context() const { return context_; }
+    // The window's own commands; those that open other screens are handed to the constructor.
+    static const std::vector<Command>& commands();
     // Shows what the logic holds; called after every action, and by neighbouring screens that changed it.
     void repaint_all();
     // What happens every second: the clock goes on, and the day with it.
@@ -60,10 +64,13 @@ class SalesWindow : public QWidget {
     void build_menu();
     void connect_parts();
     // sales_screen_keys.cpp
-    bool press(int key, Qt::KeyboardModifiers modifiers);
+    bool press(QKeyCombination key);
+    void perform(const Command& command);
+    bool is_typing() const;
     // sales_screen_actions.cpp. Each ends with a repaint.
-    template <typename Action>
-    void act(std::string_view name, Action&& action);
+    void act(std::string_view name, const std::function<void()>& action);
+    // The same, and typing goes on in the item-code field.
+    void act_and_return(std::string_view name, const std::function<void()>& action);
     void enter_item(const QString& text);
     void edit_cell(int row, int column, const QString& first);
     void commit_cell(int row, int column, const QString& text, bool by_enter);
@@ -74,7 +81,9 @@ class SalesWindow : public QWidget {
     void reprint();
     void start_return();
     void switch_kind(int kind);
+    void choose_price_level(int level);
     void switch_payment(int payment);
+    void toggle_payment();
     void focus_payment_fields();
     void search();
     void item_info();
@@ -82,13 +91,14 @@ class SalesWindow : public QWidget {
     void delete_current_line();
     void show_shifts();
     void go_to_grid();
-    void make_way_for_scan();
-    void open_neighbour(const ScreenEntry& entry);
+    void focus_entry_for_scan();
+    void open_screen(const Command& screen);
+    void escape();
     void restart();
     void leave();
 
     Context context_;
-    Screens screens_;
+    const std::vector<Command>& screens_;
     sales::SalesScreen logic_;
     LineModel* model_;
     HeaderBar* header_;

@@ -1,4 +1,4 @@
-// The sales screen: what its keys and buttons do.
+// The sales window: what its keys and buttons do.
 #include <QApplication>
 #include <QLineEdit>
 
@@ -20,8 +20,7 @@
 
 namespace ui {
 
-template <typename Action>
-void SalesWindow::act(std::string_view name, Action&& action) {
+void SalesWindow::act(std::string_view name, const std::function<void()>& action) {
     // A second press while an action still runs (a double click, a mnemonic under a box) is no second action.
     // Nor is a mnemonic that reaches a button below an open sheet.
     if (acting_ || Sheet::top_of(this) != nullptr) return;
@@ -29,6 +28,11 @@ void SalesWindow::act(std::string_view name, Action&& action) {
     guarded(context_.services, name, action);
     acting_ = false;
     repaint_all();
+}
+
+void SalesWindow::act_and_return(std::string_view name, const std::function<void()>& action) {
+    act(name, action);
+    focus_entry();
 }
 
 void SalesWindow::enter_item(const QString& text) {
@@ -117,22 +121,28 @@ void SalesWindow::recall(const QString& number) {
 }
 
 void SalesWindow::reprint() {
-    act("Reprint", [&] { logic_.reprint(); });
-    focus_entry();
+    act_and_return("Reprint", [&] { logic_.reprint(); });
 }
 
 void SalesWindow::start_return() {
-    act("StartReturn", [&] { logic_.start_return(); });
-    focus_entry();
+    act_and_return("StartReturn", [&] { logic_.start_return(); });
 }
 
 void SalesWindow::switch_kind(int kind) {
-    act("SwitchKind", [&] { logic_.SwitchKind(static_cast<sales::KindOption>(kind)); });
-    focus_entry();
+    act_and_return("SwitchKind", [&] { logic_.SwitchKind(static_cast<sales::KindOption>(kind)); });
+}
+
+void SalesWindow::choose_price_level(int level) {
+    act_and_return("ChoosePriceLevel", [&] { logic_.choose_price_level(level); });
 }
 
 void SalesWindow::switch_payment(int payment) {
     act("SwitchPayment", [&] { logic_.SwitchPayment(static_cast<sales::PaymentOption>(payment)); });
+    focus_payment_fields();
+}
+
+void SalesWindow::toggle_payment() {
+    act("SwitchPayment", [&] { logic_.toggle_payment(); });
     focus_payment_fields();
 }
 
@@ -181,8 +191,7 @@ void SalesWindow::delete_current_line() {
 }
 
 void SalesWindow::show_shifts() {
-    act("Shifts", [&] { ShiftSide(this, logic_, context_).run(); });
-    focus_entry();
+    act_and_return("Shifts", [&] { ShiftSide(this, logic_, context_).run(); });
 }
 
 void SalesWindow::go_to_grid() {
@@ -192,21 +201,29 @@ void SalesWindow::go_to_grid() {
     repaint_all();
 }
 
-void SalesWindow::make_way_for_scan() {
+void SalesWindow::focus_entry_for_scan() {
     // An open payment dialog or other sheet is finished first; the scan is entered when it is gone.
     if (Sheet::top_of(this) != nullptr) return;
     lines_->close_cell();
     focus_entry();
 }
 
-void SalesWindow::open_neighbour(const ScreenEntry& entry) {
-    act(utf8(entry.name), [&] {
-        entry.open(this);
+void SalesWindow::open_screen(const Command& screen) {
+    act_and_return(utf8(screen.name), [&] {
+        screen.run(*this);
         logic_.reload_customers();
         logic_.reload_shifts();
         party_bar_->fill(logic_);
     });
-    focus_entry();
+}
+
+void SalesWindow::escape() {
+    if (const auto row = logic_.escape_to_quantity()) {
+        lines_->open_cell(static_cast<int>(*row), sales::column::quantity, "1");
+    } else {
+        entry_bar_->field()->clear();
+        focus_entry();
+    }
 }
 
 void SalesWindow::restart() {

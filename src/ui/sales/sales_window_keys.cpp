@@ -1,11 +1,10 @@
-// The sales screen: its keys.
+// The sales window: its keys.
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <algorithm>
 
-#include "sales/messages.h"
-#include "ui/sales/entry_bar.h"
 #include "ui/sales/kind_bar.h"
 #include "ui/sales/line_view.h"
 #include "ui/sales/sales_window.h"
@@ -13,6 +12,48 @@
 #include "ui/widgets/sheet.h"
 
 namespace ui {
+
+const std::vector<Command>& SalesWindow::commands() {
+    using enum Command::Place;
+    using enum Command::Typing;
+    constexpr QKeyCombination no_key = Qt::Key_unknown;
+    static const std::vector<Command> table = {
+        {"save", "حفظ البون", key::save, none, [](SalesWindow& w) { w.save(); }},
+        {"f2", "إلغاء السجل", Qt::Key_F2, strip,
+         [](SalesWindow& w) { w.act_and_return("CancelRecord", [&] { w.logic_.CancelRecord(); }); }},
+        {"f3", "إلغاء البون", Qt::Key_F3, strip,
+         [](SalesWindow& w) { w.act_and_return("CancelInvoice", [&] { w.logic_.CancelInvoice(); }); }},
+        {"kind", "بيع أو مرتجع", key::kind, none,
+         [](SalesWindow& w) { w.act_and_return("SwitchKind", [&] { w.logic_.toggle_kind(); }); }},
+        {"payment", "نقدي أو آجل", key::payment, none, [](SalesWindow& w) { w.toggle_payment(); }},
+        {"card", "بطاقة إئتمان", key::card, none, [](SalesWindow& w) { w.switch_payment(2); }},
+        {"tips", "أكراميات", key::tips, none, [](SalesWindow& w) { w.switch_payment(3); }},
+        {"shift_f1", "فتح الدرج", Qt::SHIFT | Qt::Key_F1, strip_end,
+         [](SalesWindow& w) { w.logic_.open_drawer_by_key(); }},
+        {"f11", "إعادة تشغيل", Qt::Key_F11, strip_end, [](SalesWindow& w) { w.restart(); }},
+        {"f12", "خروج", Qt::Key_F12, strip_end, [](SalesWindow& w) { w.leave(); }},
+        {"search", "&بحث عن صنف", key::search, menu, [](SalesWindow& w) { w.search(); }},
+        {"item_info", "بيانات ال&صنف", Qt::CTRL | Qt::Key_I, menu, [](SalesWindow& w) { w.item_info(); },
+         keep},
+        // The entry field takes "+" and the line grid takes Delete, so both are part of the caption only.
+        {"quick_quantity", "&كمية آخر سطر\t+", no_key, menu, [](SalesWindow& w) { w.quick_quantity(); },
+         keep},
+        {"delete_line", "&حذف السطر\tDelete", no_key, menu, [](SalesWindow& w) { w.delete_current_line(); },
+         keep},
+        {"shifts", "&ورديات الدرج", no_key, menu, [](SalesWindow& w) { w.show_shifts(); }, keep},
+        {"recall", "رقم البون", key::recall, none, [](SalesWindow& w) { w.kind_bar_->focus_number(); }, keep},
+        {"price_level_2", "فئة السعر", key::first_price_level, none,
+         [](SalesWindow& w) { w.choose_price_level(2); }, keep},
+        {"price_level_3", "فئة السعر", Qt::CTRL | Qt::Key_2, none,
+         [](SalesWindow& w) { w.choose_price_level(3); }, keep},
+        {"price_level_4", "فئة السعر", Qt::CTRL | Qt::Key_3, none,
+         [](SalesWindow& w) { w.choose_price_level(4); }, keep},
+        {"price_level_5", "فئة السعر", Qt::CTRL | Qt::Key_4, none,
+         [](SalesWindow& w) { w.choose_price_level(5); }, keep},
+        {"escape", "الرجوع إلى خانة الكود", Qt::Key_Escape, none, [](SalesWindow& w) { w.escape(); }, pass},
+    };
+    return table;
+}
 
 bool SalesWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress || !watched->isWidgetType())
@@ -23,102 +64,40 @@ bool SalesWindow::eventFilter(QObject* watched, QEvent* event) {
         QApplication::activePopupWidget() != nullptr) {
         return QWidget::eventFilter(watched, event);
     }
-    const auto* key = static_cast<QKeyEvent*>(event);
-    return press(key->key(), key->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier));
+    const auto* pressed = static_cast<QKeyEvent*>(event);
+    const auto modifiers = pressed->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
+    return press(QKeyCombination(modifiers, static_cast<Qt::Key>(pressed->key())));
 }
 
-bool SalesWindow::press(int key, Qt::KeyboardModifiers modifiers) {
-    if (Sheet::top_of(this) != nullptr) return false;
-    if (modifiers == Qt::ControlModifier) {
-        if (const ScreenEntry* neighbour = screens_.find(key, false, true)) {
-            if (!finish_editing()) return true;
-            open_neighbour(*neighbour);
-            return true;
-        }
-        switch (key) {
-            case Qt::Key_F:
-                if (finish_editing()) search();
-                return true;
-            case Qt::Key_R:
-                kind_bar_->focus_number();
-                return true;
-            case Qt::Key_I:
-                item_info();
-                return true;
-            case Qt::Key_1:
-            case Qt::Key_2:
-            case Qt::Key_3:
-            case Qt::Key_4:
-                logic_.choose_price_level(2 + key - Qt::Key_1);
-                repaint_all();
-                focus_entry();
-                return true;
-            default:
-                return false;
-        }
-    }
-    if (key >= Qt::Key_F1 && key <= Qt::Key_F12 && !finish_editing()) return true;
-    const bool shift = modifiers == Qt::ShiftModifier;
-    if (modifiers != Qt::NoModifier && !shift) return false;
-    if (const ScreenEntry* neighbour = screens_.find(key, shift)) {
-        open_neighbour(*neighbour);
+bool SalesWindow::press(QKeyCombination key) {
+    if (key.key() == Qt::Key_unknown) return false;
+    for (const auto* table : {&screens_, &commands()}) {
+        const auto found = std::find_if(table->begin(), table->end(),
+                                        [&](const Command& command) { return command.key == key; });
+        if (found == table->end()) continue;
+        if (found->typing == Command::Typing::pass && is_typing()) return false;
+        perform(*found);
         return true;
     }
-    if (shift) {
-        if (key != Qt::Key_F1) return false;
-        logic_.open_drawer_by_key();
-        return true;
-    }
-    switch (key) {
-        case Qt::Key_Escape:
-            // A cell or discount that is being typed into is left as it was first.
-            if (lines_->is_editing() || (totals_->isAncestorOf(QApplication::focusWidget()) &&
-                                         qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr))
-                return false;
-            if (const auto row = logic_.escape_to_quantity()) {
-                lines_->open_cell(static_cast<int>(*row), sales::column::quantity, "1");
-            } else {
-                entry_bar_->field()->clear();
-                focus_entry();
-            }
-            return true;
-        case Qt::Key_F1:
-            save();
-            return true;
-        case Qt::Key_F2:
-            logic_.CancelRecord();
-            repaint_all();
-            focus_entry();
-            return true;
-        case Qt::Key_F3:
-            logic_.CancelInvoice();
-            repaint_all();
-            focus_entry();
-            return true;
-        case Qt::Key_F4:
-            logic_.toggle_kind();
-            repaint_all();
-            focus_entry();
-            return true;
-        case Qt::Key_F5:
-            logic_.toggle_payment();
-            repaint_all();
-            focus_payment_fields();
-            return true;
-        case Qt::Key_F6:
-            switch_payment(2);
-            return true;
-        case Qt::Key_F7:
-            switch_payment(3);
-            return true;
-        case Qt::Key_F11:
-            restart();
-            return true;
-        case Qt::Key_F12:
-            leave();
-            return true;
-        default:
-            return false;
+    return false;
+}
+
+// True while a cell or an invoice discount has the focus.
+bool SalesWindow::is_typing() const {
+    const QWidget* focus = QApplication::focusWidget();
+    return lines_->is_editing() ||
+           (totals_->isAncestorOf(focus) && qobject_cast<const QLineEdit*>(focus) != nullptr);
+}
+
+void SalesWindow::perform(const Command& command) {
+    if (Sheet::top_of(this) != nullptr) return;
+    if (command.typing == Command::Typing::commit && !finish_editing()) return;
+    const bool is_screen = std::any_of(screens_.begin(), screens_.end(),
+                                       [&](const Command& screen) { return &screen == &command; });
+    if (is_screen) {
+        open_screen(command);
+    } else {
+        command.run(*this);
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include "common/numbers.h"
 #include "sales/sales_screen.h"
+#include "ui/sales/commands.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_button.h"
 #include "ui/widgets/sheet.h"
@@ -59,11 +60,12 @@ TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
     auto* options = new QGridLayout;
     options->setSpacing(px(8));
     auto* group = new QButtonGroup(this);
-    constexpr std::array<const char*, 4> keys = {"F5", "F5", "F6", "F7"};
+    constexpr std::array<QKeyCombination, 4> keys = {key::payment, key::payment, key::card, key::tips};
     for (int at = 0; at < 4; ++at) {
         const auto payment = static_cast<sales::PaymentOption>(at);
-        auto* button = new KeyButton("payment_" + QString::number(at), keys[static_cast<std::size_t>(at)],
-                                     qt(sales::payment_caption(payment)), KeyButton::Look::pay);
+        auto* button =
+            new KeyButton("payment_" + QString::number(at), key_cap(keys[static_cast<std::size_t>(at)]),
+                          qt(sales::payment_caption(payment)), KeyButton::Look::pay);
         button->setCheckable(true);
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         group->addButton(button);
@@ -84,7 +86,7 @@ TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
     column->addLayout(last);
     column->addStretch(1);
 
-    auto* save = new KeyButton("save", "F1", "حفظ البون", KeyButton::Look::save);
+    auto* save = new KeyButton("save", key_cap(key::save), "حفظ البون", KeyButton::Look::save);
     save->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(save, &QPushButton::clicked, this, &TotalsPanel::save_clicked);
     column->addWidget(save);

@@ -33,6 +33,14 @@ const Measures& measures(KeyButton::Look look) {
 
 }  // namespace
 
+QString key_cap(QKeyCombination key) {
+    if (key.key() == Qt::Key_unknown) return {};
+    return QKeySequence(key)
+        .toString(QKeySequence::PortableText)
+        .replace("Shift+", "⇧")
+        .replace("Ctrl+", "Ctrl ");
+}
+
 KeyButton::KeyButton(const QString& name, const QString& key, const QString& caption, Look look,
                      QWidget* parent)
     : QPushButton(parent), key_(key), caption_(caption), look_(look) {

@@ -7,6 +7,9 @@
 
 namespace ui {
 
+// A key as its cap shows it: "F9", "⇧F9", "Ctrl B"; empty for Qt::Key_unknown.
+QString key_cap(QKeyCombination key);
+
 class KeyButton : public QPushButton {
   public:
     enum class Look { strip, tool, pay, save };

@@ -1,0 +1,43 @@
+// The commands of the sales window. One table row says what a key does, what it is called, and where the
+// window shows it besides; the key handler, the key strip, the menu and the test of the guide all read the
+// same rows.
+#pragma once
+
+#include <QKeyCombination>
+#include <QString>
+#include <vector>
+
+namespace ui {
+
+class SalesWindow;
+
+struct Command {
+    enum class Place { none, strip, strip_end, menu };
+    // What happens to a cell or discount that is being typed into: `commit` enters it first, and the command
+    // does not run if it is refused; `keep` leaves it alone; `pass` lets the field have the key.
+    enum class Typing { commit, keep, pass };
+
+    QString name;         // part of the object names: "key_f8" on the strip, "menu_password" in the menu
+    QString caption;      // with "&" before the mnemonic if it has one
+    QKeyCombination key;  // Qt::Key_unknown for none
+    Place place;
+    void (*run)(SalesWindow& window);
+    Typing typing = Typing::commit;
+    QString button = {};  // caption of its button below the line grid; empty for none
+};
+
+// Keys that the window also shows beside the part that they act on.
+namespace key {
+inline constexpr QKeyCombination save = Qt::Key_F1;
+inline constexpr QKeyCombination kind = Qt::Key_F4;
+inline constexpr QKeyCombination payment = Qt::Key_F5;
+inline constexpr QKeyCombination card = Qt::Key_F6;
+inline constexpr QKeyCombination tips = Qt::Key_F7;
+inline constexpr QKeyCombination walk_in_customer = Qt::Key_F10;
+inline constexpr QKeyCombination recall = Qt::CTRL | Qt::Key_R;
+inline constexpr QKeyCombination invoice_data = Qt::CTRL | Qt::Key_D;
+inline constexpr QKeyCombination search = Qt::CTRL | Qt::Key_F;
+inline constexpr QKeyCombination first_price_level = Qt::CTRL | Qt::Key_1;
+}  // namespace key
+
+}  // namespace ui
