@@ -1,12 +1,12 @@
 #include "admin/backup.h"
 
-#include <fcntl.h>
 #include <sqlite3.h>
 #include <unistd.h>
 
 #include <memory>
 
 #include "admin/progress.h"
+#include "common/files.h"
 #include "database/embedded/functions.h"
 #include "database/embedded/open.h"
 #include "database/schema/schema.h"
@@ -89,13 +89,6 @@ std::int64_t count_invoices(const fs::path& path) {
     return database::integer_of(connection->scalar("select count(*) from sales"));
 }
 
-void sync_file(const fs::path& path) {
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    const bool synced = file >= 0 && fsync(file) == 0;
-    if (file >= 0) close(file);
-    if (!synced) throw Refused(path.string() + " cannot be written to the disk");
-}
-
 // A file that is made aside, with the two that the engine keeps beside it; removed unless it was named.
 class Aside {
   public:
@@ -156,7 +149,8 @@ BackupOutcome back_up(const fs::path& shop, const fs::path& target, Tool& tool) 
         fs::copy_file(copy.path(), trial.path());
         outcome.invoices = count_invoices(trial.path());
     }
-    sync_file(copy.path());
+    if (!common::sync_file(copy.path()))
+        throw Refused(copy.path().string() + " cannot be written to the disk");
     fs::rename(copy.path(), target);
     outcome.bytes = fs::file_size(target);
     return outcome;

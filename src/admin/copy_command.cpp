@@ -13,7 +13,7 @@ namespace {
 
 struct Options {
     std::string folder;
-    Place place{"embedded", "shop.db", "Not Found"};
+    Place place = new_place;
 };
 
 void run(const Options& options, Tool& tool) {

@@ -1,30 +1,24 @@
 // tallvex-admin import-items: items, prices, barcodes and opening stock from a CSV file.
 #include <CLI/CLI.hpp>
-#include <fstream>
-#include <iterator>
 #include <memory>
 
 #include "admin/commands.h"
 #include "admin/item_import.h"
 #include "admin/shop.h"
 #include "common/code_page.h"
+#include "common/files.h"
 
 namespace admin {
 
 namespace {
+
+constexpr std::size_t largest_file = 1U << 30U;
 
 struct Options {
     std::string file;
     bool columns = false;
     bool code_page_1256 = false;
 };
-
-std::string text_of_file(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-    if (!stream) throw Refused("cannot read " + file.string());
-    return text;
-}
 
 void list_columns(Tool& tool) {
     for (const ItemColumn& column : item_columns()) {
@@ -33,7 +27,7 @@ void list_columns(Tool& tool) {
 }
 
 void run(const Options& options, Tool& tool) {
-    std::string csv = text_of_file(tool.folder / options.file);
+    std::string csv = common::read_file(tool.folder / options.file, largest_file);
     if (options.code_page_1256) csv = common::from_code_page_1256(csv);
     const auto connection = open_shop(tool);
     const ImportOutcome outcome = import_items(*connection, csv, tool);

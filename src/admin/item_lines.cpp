@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "admin/csv.h"
+#include "common/csv.h"
 #include "common/numbers.h"
 #include "common/text.h"
 
@@ -37,7 +37,7 @@ bool all_digits(std::string_view text) {
 class Reader {
   public:
     Reader(std::string_view csv, const KnownGoods& known, const std::function<void(std::size_t)>& reached)
-        : text_(csv), csv_(csv, guess_separator(csv)), known_(known), reached_(reached) {}
+        : text_(csv), csv_(csv, common::guess_separator(csv)), known_(known), reached_(reached) {}
 
     ItemFile read() {
         try {
@@ -52,7 +52,7 @@ class Reader {
             }
             if (file_.lines.empty() && file_.problems.empty())
                 problem(1, "there is no item below the first line");
-        } catch (const CsvError& error) {
+        } catch (const common::CsvError& error) {
             problem(error.line(), error.reason());
         }
         return std::move(file_);
@@ -273,7 +273,7 @@ class Reader {
     }
 
     std::string_view text_;
-    CsvReader csv_;
+    common::CsvReader csv_;
     const KnownGoods& known_;
     const std::function<void(std::size_t)>& reached_;
     std::vector<std::string> header_;

@@ -12,7 +12,7 @@ namespace admin {
 
 struct NewShop {
     std::filesystem::path folder;  // where the files go; made when missing
-    Place place;                   // an embedded file by default
+    Place place = new_place;       // where the database goes
     std::string name;              // on receipts; empty: a neutral one, or the demo shop's
     std::string telephone;
     std::string printer_port = "win";

@@ -18,7 +18,6 @@ constexpr std::size_t longest_text = 100;  // basic.aname, users.name, users.pas
 void add_new_shop(CLI::App& program, Tool& tool) {
     const auto wanted = std::make_shared<NewShop>();
     const auto folder = std::make_shared<std::string>();
-    wanted->place = {"embedded", "shop.db", "Not Found"};
     CLI::App* command = program.add_subcommand("new-shop", "Makes a shop in a folder: database and files");
     command->add_option("folder", *folder, "The folder; made when missing")->required();
     auto* demo = command->add_flag("--demo", wanted->demo, "Fill it with the demo grocery and its users");

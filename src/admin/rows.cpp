@@ -2,8 +2,8 @@
 
 #include <stdexcept>
 
-#include "admin/csv.h"
 #include "admin/permission_string.h"
+#include "common/csv.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "database/recordset.h"
@@ -69,7 +69,7 @@ std::vector<ColumnKind> kinds_of(database::Connection& connection, const Embedde
 
 std::int64_t load_rows(database::Connection& connection, const EmbeddedTable& rows, const common::Date& today,
                        const std::function<void()>& each_row) {
-    CsvReader reader(rows.csv);
+    common::CsvReader reader(rows.csv);
     std::vector<std::string> names;
     std::vector<std::string> cells;
     if (!reader.next(names)) return 0;
@@ -79,7 +79,7 @@ std::int64_t load_rows(database::Connection& connection, const EmbeddedTable& ro
     std::int64_t count = 0;
     while (reader.next(cells)) {
         if (cells.size() != names.size())
-            throw CsvError(reader.line(), "another number of cells than the header");
+            throw common::CsvError(reader.line(), "another number of cells than the header");
         target.add();
         for (std::size_t i = 0; i < cells.size(); ++i) {
             const Value value = value_of(put_in_marks(cells[i], today), kinds[i]);

@@ -3,8 +3,6 @@
 #include <random>
 
 #include "admin/shop_files.h"
-#include "common/text.h"
-#include "database/embedded/open.h"
 #include "startup/open_connection.h"
 #include "startup/shop_files.h"
 
@@ -13,7 +11,7 @@ namespace admin {
 namespace fs = std::filesystem;
 
 bool is_embedded(const Place& place) {
-    return common::equal_ignoring_case(place.server, embedded_server);
+    return startup::data_source_of(place).is_embedded();
 }
 
 bool has_connection_file(const fs::path& folder) {
@@ -35,7 +33,7 @@ Place read_place(const fs::path& folder) {
 }
 
 fs::path write_place(const fs::path& folder, const Place& place) {
-    // The till puts the texts into its connection string, where ";" begins the next part.
+    // In a connection string ";" begins the next part.
     for (const std::string& text : {place.server, place.database, place.address}) {
         if (text.find(';') != std::string::npos)
             throw Refused("a name with \";\" cannot stand in the connection file: " + text);
@@ -48,18 +46,12 @@ fs::path write_place(const fs::path& folder, const Place& place) {
 }
 
 fs::path shop_file(const fs::path& folder, const Place& place) {
-    return folder / place.database;
+    return startup::shop_file(place, folder);
 }
 
 std::unique_ptr<database::Connection> open_place(const fs::path& folder, const Place& place) {
-    if (is_embedded(place)) return database::open_embedded(shop_file(folder, place));
     try {
-        const std::string password = startup::read_sa_password(home_of(folder));
-        auto connection = startup::open_connection(
-            "Provider=SQLOLEDB.1;Password=" + password +
-                ";Persist Security Info=True;User ID=sa;Initial Catalog= " + place.database +
-                ";Data Source=" + startup::data_source_of(place).data_source,
-            folder);
+        auto connection = startup::open_shop(place, home_of(folder), folder);
         connection->execute("set dateformat ymd");
         return connection;
     } catch (const startup::StartUpError& error) {

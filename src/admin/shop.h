@@ -12,8 +12,9 @@ namespace admin {
 
 // Where a shop's database is, as the connection file has it.
 using Place = startup::ConnectionRecord;
+// Where a new shop goes if nothing else is said.
+inline const Place new_place{std::string(startup::embedded_source), "shop.db"};
 
-inline constexpr std::string_view embedded_server = "embedded";
 bool is_embedded(const Place& place);
 
 // Reads and writes the connection file of a folder; writing returns its path. Refused with a reason when

@@ -1,12 +1,11 @@
 // tallvex-admin show-receipt: a text receipt's bytes as a picture of the paper, without a printer.
 #include <CLI/CLI.hpp>
 #include <QImage>
-#include <fstream>
-#include <iterator>
 #include <memory>
 
 #include "admin/commands.h"
 #include "admin/qt_program.h"
+#include "common/files.h"
 #include "printing/pages/paper_picture.h"
 
 namespace admin {
@@ -21,17 +20,11 @@ struct Options {
     int width = 0;
 };
 
-// Far longer than any receipt: whatever is larger was named by mistake.
-constexpr std::uintmax_t largest_file = 4 * 1024 * 1024;
+// Far longer than any receipt; a larger file was named by mistake.
+constexpr std::size_t largest_file = 4 * 1024 * 1024;
 
 std::string bytes_of(const fs::path& file) {
-    std::error_code failed;
-    if (!fs::is_regular_file(file, failed)) throw Refused(file.string() + ": there is no such file");
-    if (fs::file_size(file, failed) > largest_file)
-        throw Refused(file.string() + ": too large for a receipt");
-    std::ifstream stream(file, std::ios::binary);
-    std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream.good() && !stream.eof()) throw Refused(file.string() + ": cannot be read");
+    const std::string bytes = common::read_file(file, largest_file);
     if (bytes.empty()) throw Refused(file.string() + ": nothing was printed in it");
     return bytes;
 }

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "admin/csv.h"
+#include "common/csv.h"
 #include "common/text.h"
 
 namespace admin {
@@ -98,13 +98,13 @@ std::string aligned_table(const database::Result& result) {
 }
 
 std::string csv_table(const database::Result& result) {
-    std::string out = csv_record(result.columns());
+    std::string out = common::csv_record(result.columns());
     std::vector<std::string> cells;
     for (const database::Row& row : result) {
         cells.clear();
         for (const database::Value& value : row.cells())
             cells.push_back(database::text_of(value));
-        out += csv_record(cells);
+        out += common::csv_record(cells);
     }
     return out;
 }

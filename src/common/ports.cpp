@@ -1,15 +1,11 @@
 #include "common/ports.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/ioctl.h>
-#include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
-#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -17,13 +13,13 @@
 #include <thread>
 #include <utility>
 
+#include "common/files.h"
 #include "common/text.h"
 
 namespace common {
 
 namespace fs = std::filesystem;
 using Deadline = std::chrono::steady_clock::time_point;
-using std::chrono::milliseconds;
 
 namespace {
 
@@ -45,12 +41,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 12> port_tab
     {"lpt3", "/dev/usb/lp2"},
 }};
 
-milliseconds left_until(Deadline deadline) {
-    const auto left = std::chrono::duration_cast<milliseconds>(deadline - std::chrono::steady_clock::now());
-    return std::max(left, milliseconds(0));
-}
-
-// While it lives, a reader that goes away is an error of write() and no signal that ends the program.
+// While an object exists, writing to a pipe without a reader fails instead of ending the program by a signal.
 class BrokenPipeGuard {
   public:
     BrokenPipeGuard() {
@@ -72,22 +63,8 @@ class BrokenPipeGuard {
     sigset_t before_{};
 };
 
-class OpenFile {
-  public:
-    explicit OpenFile(int descriptor) : descriptor_(descriptor) {}
-    ~OpenFile() {
-        if (descriptor_ >= 0) close(descriptor_);
-    }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-    int get() const { return descriptor_; }
-
-  private:
-    int descriptor_;
-};
-
-// A file is opened for output, made or emptied; what belongs under /dev is never made, or a missing printer
-// would become a file that swallows receipts.
+// Creates or empties a file and opens it for writing. Nothing is created under /dev, where a file in place of
+// a missing printer would swallow receipts.
 int open_for_output(const std::string& path) {
     int flags = O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | O_TRUNC;
     const auto belongs_to_dev = [&path] {
@@ -98,34 +75,16 @@ int open_for_output(const std::string& path) {
     return open(path.c_str(), flags, 0644);
 }
 
-bool write_all(int descriptor, std::string_view bytes, Deadline deadline) {
-    while (!bytes.empty()) {
-        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
-        if (written > 0) {
-            bytes.remove_prefix(static_cast<std::size_t>(written));
-            continue;
-        }
-        if (written < 0 && errno != EAGAIN && errno != EINTR) return false;
-        const auto wait = left_until(deadline);
-        if (wait.count() == 0) return false;
-        pollfd ready{descriptor, POLLOUT, 0};
-        const int answer = poll(&ready, 1, static_cast<int>(wait.count()));
-        if (answer > 0 && (ready.revents & POLLOUT) == 0) return false;
-    }
-    return true;
-}
-
-// Closing a serial port waits, for half a minute and more, until a device that holds its line has taken all.
-// So the bytes are seen out here, and dropped when the device does not take them: what was not printed now
-// must not come out tomorrow.
-bool see_out(int descriptor, bool written, Deadline deadline) {
+// Waits until a serial device has taken all bytes, because closing its port would wait for half a minute and
+// more. Bytes that it does not take in time are dropped, so that they are not printed later.
+bool drain(int descriptor, bool written, Deadline deadline) {
     if (isatty(descriptor) == 0) return written;
     int waiting = 0;
     while (written && ioctl(descriptor, TIOCOUTQ, &waiting) == 0 && waiting > 0) {
-        if (left_until(deadline).count() == 0)
+        if (std::chrono::steady_clock::now() >= deadline)
             written = false;
         else
-            std::this_thread::sleep_for(milliseconds(5));
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     if (!written) tcflush(descriptor, TCOFLUSH);
     return written;
@@ -133,10 +92,10 @@ bool see_out(int descriptor, bool written, Deadline deadline) {
 
 bool write_path(const std::string& path, std::string_view bytes) {
     const Deadline deadline = std::chrono::steady_clock::now() + patience;
-    const OpenFile file(open_for_output(path));
-    if (file.get() < 0) return false;
+    const Descriptor file(open_for_output(path));
+    if (!file.is_open()) return false;
     const BrokenPipeGuard guard;
-    return see_out(file.get(), write_all(file.get(), bytes, deadline), deadline);
+    return drain(file.get(), write_all(file.get(), bytes, deadline), deadline);
 }
 
 }  // namespace

@@ -53,6 +53,13 @@ void append(std::string& out, char32_t c) {
     }
 }
 
+// Without the given characters at both ends.
+std::string_view trim_of(std::string_view text, const char* dropped) {
+    const auto first = text.find_first_not_of(dropped);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(dropped) - first + 1);
+}
+
 constexpr char lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
@@ -60,10 +67,11 @@ constexpr char lower(char c) {
 }  // namespace
 
 std::string_view trim(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    return trim_of(text, " \t\r\n");
+}
+
+std::string_view trim_blanks(std::string_view text) {
+    return trim_of(text, " ");
 }
 
 std::string_view trim_right(std::string_view text) {

@@ -7,8 +7,9 @@
 
 namespace common {
 
-std::string_view trim(std::string_view text);        // blanks, tabs and line ends at both ends
-std::string_view trim_right(std::string_view text);  // trailing blanks only, as the database compares
+std::string_view trim(std::string_view text);         // blanks, tabs and line ends at both ends
+std::string_view trim_blanks(std::string_view text);  // blanks alone, at both ends
+std::string_view trim_right(std::string_view text);   // trailing blanks alone, as the database compares
 
 std::size_t length(std::string_view text);  // in characters
 std::string left(std::string_view text, std::size_t characters);

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "common/csv.h"
 #include "common/numbers.h"
 #include "signin/session.h"
 
@@ -17,24 +18,10 @@ bool looks_like_formula(std::string_view cell) {
     return (cell.front() == '-' || cell.front() == '+') && !common::parse_number(cell);
 }
 
-std::string csv_cell(std::string_view text) {
-    const std::string cell = (looks_like_formula(text) ? "'" : "") + std::string(text);
-    if (cell.find_first_of(",\"\r\n") == std::string::npos) return cell;
-    std::string quoted = "\"";
-    for (const char c : cell) {
-        if (c == '"') quoted += c;
-        quoted += c;
-    }
-    return quoted + "\"";
-}
-
-std::string csv_line(const std::vector<std::string>& cells) {
-    std::string line;
-    for (const std::string& cell : cells) {
-        if (&cell != &cells.front()) line += ',';
-        line += csv_cell(cell);
-    }
-    return line + "\r\n";
+std::string csv_line(std::vector<std::string> cells) {
+    for (std::string& cell : cells)
+        if (looks_like_formula(cell)) cell.insert(0, 1, '\'');
+    return common::csv_record(cells);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// What sign-in and the password screen say.
+// What the sign-in screen and the password screen say.
 #pragma once
 
 #include <string_view>
@@ -13,10 +13,10 @@ inline constexpr std::string_view wrong_old_password =
     "كلمة السر القديم غير صحيحة";  // old password not correct
 // The password was changed.
 inline constexpr std::string_view password_changed = "تم تغيير كلمة السر";
-// The password was not changed: the database did not accept it. The old password still holds.
+// The password was not changed: the database did not accept it. The old password is still valid.
 inline constexpr std::string_view password_not_changed =
     "لم يتم تغيير كلمة السر لأن قاعدة البيانات لم تقبل التغيير، وكلمة السر القديمة ما زالت سارية";
-// The database did not keep the new password as it was typed; the manager must set a new one.
+// The database did not store the new password as it was typed; ask the manager to set another.
 inline constexpr std::string_view password_garbled =
     "لم تحفظ قاعدة البيانات كلمة السر كما كتبت، اطلب من المدير تعيين كلمة سر جديدة";
 

@@ -1,4 +1,4 @@
-// What the program knows for the whole run: the workstation, the signed-in user, the settings of sign-in.
+// What the program keeps for the whole run: the workstation, the signed-in user, the settings.
 #pragma once
 
 #include <array>
@@ -7,9 +7,11 @@
 #include <string>
 #include <string_view>
 
+#include "database/connection.h"
+
 namespace signin {
 
-// The columns of the settings row that sign-in keeps until sign-out; nulls have become 0 and "".
+// The columns of the row of `basic` that sign-in keeps until sign-out.
 struct Settings {
     std::string aname;  // the store's name on receipts
     std::string ename;  // its second name
@@ -28,6 +30,9 @@ struct Settings {
     std::int64_t st_d = 0;  // this workstation's store
     std::string logo = "logo.jpg";
 };
+
+// Reads the row of `basic`. Nulls, or a missing row, give 0 and ""; an empty `logo` gives "logo.jpg".
+Settings read_settings(database::Connection& connection);
 
 // Returns true if the character at the position, counted from 1, of the permission string is "1".
 inline bool has_permission(std::string_view permissions, int position) {

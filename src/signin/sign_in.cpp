@@ -1,26 +1,43 @@
 #include "signin/sign_in.h"
 
+#include <string>
+
 #include "common/text.h"
 #include "database/sql.h"
 #include "signin/messages.h"
-#include "signin/passwords.h"
-#include "signin/settings.h"
 
 namespace signin {
 
 namespace {
 
 using common::Icon;
+using database::quoted;
 using database::Sql;
 
-constexpr std::string_view log_code = "62";
+constexpr std::string_view sign_in_code = "62";  // in the log
+constexpr std::string_view password_code = "63";
 
-// One byte for each character, so that positions count characters whatever stands between the digits.
+// Returns true if the passwords are equal except for blanks at both ends. The case of letters counts.
+bool same_password(std::string_view a, std::string_view b) {
+    return common::trim_blanks(a) == common::trim_blanks(b);
+}
+
+// Puts one byte in place of each character, so that positions count characters.
 std::string byte_per_character(std::string_view permissions) {
     std::string bytes;
     for (const char32_t character : common::code_points(permissions))
         bytes += character < 0x80 ? static_cast<char>(character) : '?';
     return bytes;
+}
+
+bool refuse_change(common::Services& services, const std::string& cause, std::string_view told) {
+    services.log.log_event("password not changed: " + cause, password_code);
+    services.prompts.message(told, Icon::critical);
+    return false;
+}
+
+std::string stored_password(database::Connection& connection, std::int64_t user) {
+    return database::text_of(connection.scalar(Sql("select pass from [users] where code = ") + user));
 }
 
 }  // namespace
@@ -47,7 +64,7 @@ SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view
     session_.user_code = user.integer("code");
     session_.user_name = user.text("Name");
     if (!same_password(password, user.text("pass"))) {
-        services_.log.log_event("wrong password for user " + std::to_string(*code), log_code);
+        services_.log.log_event("wrong password for user " + std::to_string(*code), sign_in_code);
         services_.prompts.message(message::wrong_password, Icon::exclamation);
         return SignInOutcome::stay_on_password;
     }
@@ -56,7 +73,7 @@ SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view
         services_.prompts.message(message::wrong_data, Icon::critical);
         return SignInOutcome::end_program;
     }
-    services_.log.log_event("user " + std::to_string(*code) + " signed in", log_code);
+    services_.log.log_event("user " + std::to_string(*code) + " signed in", sign_in_code);
     return SignInOutcome::signed_in;
 }
 
@@ -65,7 +82,7 @@ bool SignIn::load_workplace() {
     const std::int64_t store = session_.settings.st_d;
     const auto stores = connection_.query(Sql("select * from stocks where code = ") + store);
     if (stores.empty()) {
-        services_.log.log_event("no store " + std::to_string(store) + " in stocks", log_code);
+        services_.log.log_event("no store " + std::to_string(store) + " in stocks", sign_in_code);
         return false;
     }
     session_.store_code = store;
@@ -75,10 +92,42 @@ bool SignIn::load_workplace() {
     if (drawers.empty()) {
         services_.log.log_event("no drawer " + std::to_string(session_.cash_point) + " of store " +
                                     std::to_string(store) + " in cash",
-                                log_code);
+                                sign_in_code);
         return false;
     }
     session_.drawer_name = drawers.front().text("Name");
+    return true;
+}
+
+bool change_password(database::Connection& connection, const Session& session, common::Services services,
+                     std::string_view old_password, std::string_view new_password) {
+    const auto found = connection.query(Sql("select * from [users] where code = ") + session.user_code);
+    if (found.empty()) {
+        services.prompts.message(message::no_such_user, Icon::exclamation);
+        return false;
+    }
+    if (!same_password(old_password, found.front().text("pass"))) {
+        services.prompts.message(message::wrong_old_password, Icon::exclamation);
+        return false;
+    }
+    // A shop may have no [user] beside [users], so that the statement fails, or a [user] that is a table of
+    // its own, so that the statement changes nothing that sign-in reads. Reading again tells.
+    try {
+        connection.execute(Sql("update [user] set pass = ") + quoted(new_password) +
+                           " where code = " + session.user_code);
+        connection.make_durable();
+    } catch (const database::Error& error) {
+        return refuse_change(services, error.what(), message::password_not_changed);
+    }
+    const std::string stored = stored_password(connection, session.user_code);
+    if (!same_password(stored, new_password)) {
+        const bool is_unchanged = same_password(stored, old_password);
+        return refuse_change(services, "[users] does not have the password that was written",
+                             is_unchanged ? message::password_not_changed : message::password_garbled);
+    }
+    services.log.log_event("user " + std::to_string(session.user_code) + " changed his password",
+                           password_code);
+    services.prompts.message(message::password_changed, Icon::information);
     return true;
 }
 

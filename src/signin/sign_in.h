@@ -1,4 +1,4 @@
-// Sign-in: who may work at this till, and whether the till has its store and drawer.
+// The sign-in screen and the password screen.
 #pragma once
 
 #include <cstdint>
@@ -30,11 +30,11 @@ class SignIn {
   public:
     SignIn(database::Connection& connection, Session& session, common::Services services);
 
-    // As read when the screen opened.
     const std::vector<User>& users() const { return users_; }
 
-    // Tries to sign in the chosen user. His code, name and permissions stand in the session as soon as he is
-    // found, before the password is compared; a later attempt overwrites them.
+    // Tries to sign in the chosen user, reads the settings and finds the till's store and drawer. The session
+    // gets the user's code, name and permissions before the password is compared; the next attempt
+    // overwrites them.
     SignInOutcome confirm(std::optional<std::int64_t> code, std::string_view password);
 
   private:
@@ -45,5 +45,10 @@ class SignIn {
     common::Services services_;
     std::vector<User> users_;
 };
+
+// Changes the signed-in user's password. Returns true if it was changed; otherwise nothing has changed. Shows
+// a message in either case.
+bool change_password(database::Connection& connection, const Session& session, common::Services services,
+                     std::string_view old_password, std::string_view new_password);
 
 }  // namespace signin

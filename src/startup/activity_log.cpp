@@ -1,10 +1,8 @@
 #include "startup/activity_log.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
+#include "common/files.h"
 #include "startup/shop_files.h"
 
 namespace startup {
@@ -30,13 +28,7 @@ void ActivityLog::log_event(std::string_view message, std::string_view code) {
     const auto folder = find_file(folder_, logs_folder_name);
     if (!folder) return;
     const auto file = find_file(*folder, log_file_name).value_or(*folder / log_file_name);
-    const int handle = open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0664);
-    if (handle < 0) return;
-    struct stat form {};
-    if (fstat(handle, &form) == 0 && S_ISREG(form.st_mode)) {
-        [[maybe_unused]] const ssize_t written = write(handle, line.data(), line.size());
-    }
-    close(handle);
+    common::append_to_file(file, line);
 }
 
 }  // namespace startup

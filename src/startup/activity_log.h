@@ -9,8 +9,8 @@
 namespace startup {
 
 // A line is the message, "  ----  ", a code, "  ----  " and the moment as "yyyy/MM/dd HH:mm", in UTF-8. Line
-// ends inside a message become blanks. The file is opened, appended to in one piece and closed on every call;
-// where it cannot be written the line is lost and nothing else happens.
+// ends in a message become blanks. Every call opens the file, appends in one piece and closes it. A line that
+// cannot be written is lost; nothing else happens.
 class ActivityLog final : public common::Log {
   public:
     ActivityLog(std::filesystem::path program_folder, common::Clock& clock)

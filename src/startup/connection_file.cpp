@@ -5,7 +5,7 @@
 #include "common/code_page.h"
 #include "common/text.h"
 #include "startup/messages.h"
-#include "startup/start_up_error.h"
+#include "startup/reasons.h"
 
 namespace startup {
 
@@ -25,18 +25,12 @@ constexpr std::size_t after_text = 3;
 constexpr int least_key = 5;
 constexpr int greatest_key = 15;
 
-std::string_view without_blanks(std::string_view field) {
-    const auto first = field.find_first_not_of(' ');
-    if (first == field.npos) return {};
-    return field.substr(first, field.find_last_not_of(' ') - first + 1);
-}
-
-// Codes wrap around within one byte, so that every character of the page survives any key.
+// Codes wrap around within one byte, so that every character of the page comes back under any key.
 char shifted(char c, int by) {
     return static_cast<char>(static_cast<unsigned char>(c) + by);
 }
 
-// The text less one "C" at its end, once blanks are off.
+// The trimmed text without one "C" at its end.
 std::string without_last_c(std::string_view text) {
     text = common::trim(text);
     if (text.ends_with('C') || text.ends_with('c')) text.remove_suffix(1);
@@ -57,7 +51,7 @@ void require_record(std::string_view bytes) {
 }  // namespace
 
 std::string unscramble(std::string_view field) {
-    const std::string_view stored = without_blanks(field);
+    const std::string_view stored = common::trim_blanks(field);
     if (stored.size() <= before_text + after_text) return {};
     const int key = static_cast<unsigned char>(stored.front());
     std::string plain(stored.substr(before_text, stored.size() - before_text - after_text));
@@ -77,7 +71,7 @@ std::string scramble(std::string_view text, std::size_t width, std::mt19937& ran
                            std::string(message::text_too_long) + std::string(text));
     }
     const int key = std::uniform_int_distribution(least_key, greatest_key)(random);
-    // Fillers are capital letters: whatever they are, none may be a blank, as blanks at the ends are cut off.
+    // Any filler will do except a blank, because reading trims blanks at both ends.
     const auto fillers = [&random](std::size_t count) {
         std::string made;
         for (std::size_t i = 0; i < count; ++i) {
@@ -112,16 +106,20 @@ std::string with_address(std::string bytes, std::string_view address, std::mt199
     return bytes;
 }
 
+bool DataSource::is_embedded() const {
+    return common::equal_ignoring_case(data_source, embedded_source);
+}
+
 DataSource data_source_of(const ConnectionRecord& record) {
     DataSource source;
     source.server = without_last_c(record.server);
     const auto backslash = source.server.find('\\');
     source.machine = source.server.substr(0, backslash);
     if (backslash != std::string::npos) source.instance = source.server.substr(backslash);
-    // An address field that was never filled is no address either.
+    // A field that was never filled in is not an address either.
     const std::string_view address = common::trim(record.address);
     const bool is_known = address != no_address && !address.empty();
-    // The "C" goes a second time, also where the text came from the address.
+    // The second "C" is dropped here, from an address too.
     source.data_source = without_last_c(is_known ? std::string(address) + source.instance : source.server);
     return source;
 }

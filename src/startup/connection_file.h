@@ -1,4 +1,4 @@
-// The record of the connection file: three scrambled fields, and where they lead.
+// The record of the connection file: three scrambled fields, and the data source that they name.
 #pragma once
 
 #include <cstddef>
@@ -11,6 +11,8 @@ namespace startup {
 inline constexpr std::size_t connection_record_length = 200;
 // The address of a server whose address is not known.
 inline constexpr std::string_view no_address = "Not Found";
+// The server, and so the data source, of a shop in a file.
+inline constexpr std::string_view embedded_source = "embedded";
 
 // The fields in clear, UTF-8.
 struct ConnectionRecord {
@@ -20,27 +22,32 @@ struct ConnectionRecord {
     bool operator==(const ConnectionRecord&) const = default;
 };
 
-// A stored field (single-byte characters of code page 1256, padded with blanks): the first character's code
-// is the key, three fillers, the text with each code raised by the key, three fillers. Any bytes decode to
-// something; a field too short for a text decodes to an empty one.
+// Reads a stored field (code page 1256, padded with blanks): the first character's code is the key, then
+// three fillers, the text with each code raised by the key, three fillers. Any bytes give some text; a field
+// too short for a text gives an empty one.
 std::string unscramble(std::string_view field);
-// A text as a field of the given width, with a random key from 5 to 15 and random fillers. Throws
-// StartUpError when the text is longer than the width less 7, or has characters that the code page has not.
+// Writes a text as a field of the given width, with a random key from 5 to 15 and random fillers. Throws
+// StartUpError if the text is longer than the width less 7 or has characters outside the code page.
 std::string scramble(std::string_view text, std::size_t width, std::mt19937& random);
 
-// Throws StartUpError when the bytes are fewer than a record.
+// Throws StartUpError if there are fewer bytes than a record has.
 ConnectionRecord decode_connection(std::string_view bytes);
 // A whole record of 200 bytes.
 std::string encode_connection(const ConnectionRecord& record, std::mt19937& random);
-// The first record of the bytes with another address; all else stays as it is.
+// Replaces the address in the first record and keeps all other bytes.
 std::string with_address(std::string bytes, std::string_view address, std::mt19937& random);
 
-// Where a connection record leads.
+// What a connection record names.
 struct DataSource {
-    std::string server;       // the server text, less one trailing "C"
-    std::string machine;      // what stands before the first backslash
+    std::string server;       // the server text without one trailing "C"
+    std::string machine;      // the part before the first backslash
     std::string instance;     // the backslash and everything after it; empty without one
-    std::string data_source;  // what the connection string names, less one trailing "C" again
+    std::string data_source;  // for the connection string: the address, if known, or the machine, then the
+                              // instance, without one trailing "C" again
+
+    // Returns true for a shop in a file. This is the only test for it: an address or a dropped "C" can turn
+    // the server text "embedded" into a server, and the other way round.
+    bool is_embedded() const;
 };
 DataSource data_source_of(const ConnectionRecord& record);
 

@@ -1,4 +1,4 @@
-// What start-up says: the two fixed messages, and the reasons that follow the first.
+// What start-up tells the cashier: two fixed messages, and the reasons that follow the first.
 #pragma once
 
 #include <string_view>
@@ -38,8 +38,8 @@ inline constexpr std::string_view settings_missing = "بيانات الاعدا�
 // Anything else: the support engineer finds the cause in the log.
 inline constexpr std::string_view see_log = "حدث خطأ أثناء بدء البرنامج، وسببه مسجل في ملف السجل";
 
-// There is no shop on this machine yet; followed by the folder that it is looked for in, on a line of its own
-// that begins with a left-to-right mark, so that the path reads as one.
+// There is no shop on this machine yet; followed by the folder where it was looked for, on a line of its own.
+// The left-to-right mark keeps the parts of the path in order.
 inline constexpr std::string_view no_shop_folder =
     "لا يوجد متجر على هذا الجهاز بعد، أنشئه بالأمر tallvex-admin new-shop في المجلد:\n\u200E";
 // This user may not enter the shop's folder; followed by it.

@@ -3,13 +3,13 @@
 #include "common/text.h"
 #include "database/embedded/open.h"
 #include "database/sqlserver/open.h"
+#include "startup/shop_files.h"
 
 namespace startup {
 
 namespace {
 
-// The value of a "name=value;" part, trimmed; empty when the string has none. The last one counts, as with
-// OLE DB.
+// The trimmed value of a "name=value;" part; empty if there is none. The last one counts, as with OLE DB.
 std::string part_of(std::string_view connection_string, std::string_view name) {
     std::string found;
     while (!connection_string.empty()) {
@@ -26,9 +26,15 @@ std::string part_of(std::string_view connection_string, std::string_view name) {
 
 }  // namespace
 
+std::string connection_string(const ConnectionRecord& record, std::string_view password) {
+    return "Provider=SQLOLEDB.1;Password=" + std::string(password) +
+           ";Persist Security Info=True;User ID=sa;Initial Catalog= " + record.database +
+           ";Data Source=" + data_source_of(record).data_source;
+}
+
 std::unique_ptr<database::Connection> open_connection(const std::string& connection_string,
                                                       const std::filesystem::path& folder) {
-    if (!common::equal_ignoring_case(part_of(connection_string, "Data Source"), "embedded")) {
+    if (!common::equal_ignoring_case(part_of(connection_string, "Data Source"), embedded_source)) {
         return database::open_sqlserver(connection_string);
     }
     const std::string file = part_of(connection_string, "Initial Catalog");
@@ -36,6 +42,19 @@ std::unique_ptr<database::Connection> open_connection(const std::string& connect
         throw database::Error("08001", "The connection names no shop file.", "",
                               database::Error::Kind::file_missing);
     return database::open_embedded(folder / file);
+}
+
+std::unique_ptr<database::Connection> open_shop(const ConnectionRecord& record,
+                                                const std::filesystem::path& program_folder,
+                                                const std::filesystem::path& working_folder,
+                                                const OpenConnection& open) {
+    const bool needs_password = !data_source_of(record).is_embedded();
+    return open(connection_string(record, needs_password ? read_sa_password(program_folder) : std::string()),
+                working_folder);
+}
+
+std::filesystem::path shop_file(const ConnectionRecord& record, const std::filesystem::path& working_folder) {
+    return working_folder / common::trim(record.database);
 }
 
 }  // namespace startup

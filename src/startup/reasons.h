@@ -1,6 +1,7 @@
-// Why the shop's database could not be used, in words for the cashier.
+// Why start-up failed, in words for the cashier.
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -8,8 +9,20 @@
 
 namespace startup {
 
-// The reason of a database error in Arabic; `database` is the catalog or the shop's file, as the connection
-// file names it.
+// A failure at the files or the machine: what() is the cause in English for the log, reason() what the cashier
+// is told.
+class StartUpError : public std::runtime_error {
+  public:
+    StartUpError(const std::string& cause, std::string reason)
+        : std::runtime_error(cause), reason_(std::move(reason)) {}
+    const std::string& reason() const { return reason_; }
+
+  private:
+    std::string reason_;
+};
+
+// What the cashier is told of a database error. `database` is the catalog or the shop's file, as the
+// connection file names it.
 std::string reason_of(const database::Error& error, std::string_view database);
 
 }  // namespace startup

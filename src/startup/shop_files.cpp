@@ -1,11 +1,14 @@
 #include "startup/shop_files.h"
 
-#include <algorithm>
+#include <sys/stat.h>
+
+#include <cstdlib>
 #include <random>
+#include <system_error>
 
 #include "common/code_page.h"
+#include "common/files.h"
 #include "common/text.h"
-#include "startup/file_access.h"
 #include "startup/messages.h"
 
 namespace startup {
@@ -18,12 +21,40 @@ std::mt19937 fresh_random() {
     return std::mt19937(std::random_device{}());
 }
 
-// Where a file is, or where it will be.
+// The path of an existing file in any case, or of the file to be created.
 fs::path file_in(const fs::path& folder, std::string_view name) {
     return find_file(folder, name).value_or(folder / name);
 }
 
-// Text of a file that another program on another system may have written.
+std::string with_name(std::string_view reason, const fs::path& file) {
+    return std::string(reason) + file.filename().string();
+}
+
+std::string read_whole(const fs::path& file) {
+    try {
+        return common::read_file(file);
+    } catch (const std::system_error& error) {
+        const bool is_missing = error.code() == std::errc::no_such_file_or_directory;
+        throw StartUpError(error.what(),
+                           with_name(is_missing ? message::file_missing : message::file_unreadable, file));
+    }
+}
+
+void replace_whole(const fs::path& file, std::string_view bytes, unsigned mode = 0644) {
+    try {
+        common::replace_file(file, bytes, mode);
+    } catch (const std::system_error& error) {
+        throw StartUpError(error.what(), with_name(message::file_unwritable, file));
+    }
+}
+
+std::string_view first_line(std::string_view text) {
+    std::string_view line = text.substr(0, text.find('\n'));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+}
+
+// The text of a file that a program on another system may have written.
 std::string decoded(std::string_view bytes) {
     constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
     if (bytes.starts_with(byte_order_mark)) bytes.remove_prefix(byte_order_mark.size());
@@ -45,7 +76,7 @@ std::optional<fs::path> find_file(const fs::path& folder, std::string_view name)
     std::optional<fs::path> found;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         const std::string other = entry->path().filename().string();
-        // Several spellings: the first by the alphabet, so that it is the same one at every start.
+        // Of several spellings the first by the alphabet, so that every start takes the same one.
         if (common::equal_ignoring_case(other, name) && (!found || other < found->filename().string())) {
             found = entry->path();
         }
@@ -80,7 +111,7 @@ std::string read_version_file(const fs::path& folder) {
     if (record.size() != version_record_length) {
         throw StartUpError(file.string() + ": has " + std::to_string(record.size()) + " bytes instead of " +
                                std::to_string(version_record_length),
-                           std::string(message::version_file_length) + file.filename().string());
+                           with_name(message::version_file_length, file));
     }
     return std::string(common::trim(common::from_code_page_1256(record)));
 }
@@ -101,10 +132,8 @@ CreditLines read_credit_file(const fs::path& folder) {
     const std::string text = decoded(read_whole(*file));
     std::string_view rest = text;
     for (std::string& line : lines) {
+        line = first_line(rest);
         const auto end = rest.find('\n');
-        std::string_view found = rest.substr(0, end);
-        if (found.ends_with('\r')) found.remove_suffix(1);
-        line = found;
         if (end == rest.npos) break;
         rest.remove_prefix(end + 1);
     }
@@ -118,6 +147,28 @@ void write_credit_file(const fs::path& folder, const CreditLines& lines) {
     replace_whole(file_in(folder, credit_file_name), text);
 }
 
+std::string read_sa_password(const fs::path& program_folder) {
+    if (const char* given = std::getenv("TALLVEX_SA_PASSWORD")) return given;
+    const auto file = find_file(program_folder, password_file_name);
+    if (!file) {
+        throw StartUpError("neither TALLVEX_SA_PASSWORD nor " +
+                               (program_folder / password_file_name).string() +
+                               " gives the password of the login",
+                           std::string(message::no_password));
+    }
+    struct stat form {};
+    if (stat(file->c_str(), &form) == 0 && (form.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
+        throw StartUpError(file->string() + ": may be used by others than its owner",
+                           std::string(message::password_file_open));
+    }
+    return std::string(first_line(read_whole(*file)));
+}
+
+void write_sa_password(const fs::path& program_folder, std::string_view password) {
+    replace_whole(file_in(program_folder, password_file_name), std::string(password) + "\n",
+                  S_IRUSR | S_IWUSR);
+}
+
 fs::path ensure_logs_folder(const fs::path& program_folder) {
     const fs::path logs = file_in(program_folder, logs_folder_name);
     std::error_code error;
@@ -129,8 +180,8 @@ fs::path ensure_logs_folder(const fs::path& program_folder) {
     }
     fs::create_directory(logs, error);
     if (!fs::is_directory(logs)) {
-        throw StartUpError(logs.string() + ": cannot be made: " + error.message(),
-                           std::string(message::file_unwritable) + logs.filename().string());
+        throw StartUpError(logs.string() + ": cannot be created: " + error.message(),
+                           with_name(message::file_unwritable, logs));
     }
     return logs;
 }

@@ -1,6 +1,6 @@
-// The files that stand beside the program: reading and writing each of them. Names are found without regard
-// to case. Writing replaces a file at once, so that a kill or a power cut leaves the old one or the new one
-// whole. Everything here throws StartUpError when it cannot be done.
+// Reads and writes the files in the program's folder and in the working folder. Names are found in any case.
+// Writing replaces a file in one step: a kill or a power cut leaves the old file or the new one, never a
+// part. Every function throws StartUpError if it cannot do its work.
 #pragma once
 
 #include <array>
@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "startup/connection_file.h"
-#include "startup/start_up_error.h"
+#include "startup/reasons.h"
 
 namespace startup {
 
@@ -23,7 +23,7 @@ inline constexpr std::string_view log_file_name = "hm_log.qzv";
 inline constexpr std::string_view fatal_file_name = "prg_.err";
 inline constexpr std::size_t version_record_length = 50;
 
-// The entry of a folder with this name: spelt exactly so, else in another case. Nothing when there is none.
+// The entry of a folder with this name, spelt exactly so or else in another case.
 std::optional<std::filesystem::path> find_file(const std::filesystem::path& folder, std::string_view name);
 
 // The connection file of the working directory.
@@ -31,29 +31,27 @@ bool has_connection_file(const std::filesystem::path& folder);
 ConnectionRecord read_connection_file(const std::filesystem::path& folder);
 std::filesystem::path write_connection_file(const std::filesystem::path& folder,
                                             const ConnectionRecord& record);
-// Stores another address of the server in the connection file of a folder and leaves the rest as it is.
+// Replaces the server's address in the connection file of a folder.
 void write_server_address(const std::filesystem::path& folder, std::string_view address);
 
-// The version string of the program folder, 50 characters in the file; trailing blanks are dropped. A file
-// that is not exactly one record long is refused.
+// The version string of the program folder: one record of 50 characters, whose trailing blanks are dropped.
+// A file of any other length is refused.
 std::string read_version_file(const std::filesystem::path& folder);
 void write_version_file(const std::filesystem::path& folder, std::string_view version);
 
-// The supplier-credit lines of the working directory. Without the file they are empty; a file with fewer
-// lines leaves the rest empty, further lines are ignored. Read as UTF-8 or, where it is none, as code page
-// 1256.
+// The supplier-credit lines of the working directory. Missing lines, or a missing file, give empty lines;
+// further lines are ignored. A file that is not valid UTF-8 is read as code page 1256.
 using CreditLines = std::array<std::string, 3>;
 CreditLines read_credit_file(const std::filesystem::path& folder);
 void write_credit_file(const std::filesystem::path& folder, const CreditLines& lines);
 
-// The password of the login "sa": the environment variable TALLVEX_SA_PASSWORD, else the first line of
-// "sa.pwd" in the program folder. A file that others than its owner may read is refused, as is having
-// neither.
+// The password of the login "sa": the environment variable TALLVEX_SA_PASSWORD, or else the first line of
+// "sa.pwd" in the program folder. A file that anyone but its owner may use is refused.
 std::string read_sa_password(const std::filesystem::path& program_folder);
-// Writes "sa.pwd", readable by its owner alone.
+// Writes "sa.pwd", readable only by its owner.
 void write_sa_password(const std::filesystem::path& program_folder, std::string_view password);
 
-// Makes the "Logs" folder where there is none; returns its path.
+// Creates the "Logs" folder if it is missing; returns its path.
 std::filesystem::path ensure_logs_folder(const std::filesystem::path& program_folder);
 
 // Overwrites the fatal-error record: three texts of 100, 150 and 150 characters in code page 1256.

@@ -9,6 +9,7 @@
 #include "startup/messages.h"
 #include "startup/reasons.h"
 #include "startup/shop_files.h"
+#include "startup/workstation.h"
 
 namespace startup {
 
@@ -20,11 +21,6 @@ using database::Sql;
 
 constexpr std::string_view progress_code = "222";
 constexpr std::string_view failure_code = "223";
-
-// A shop in a file, on this machine alone.
-bool is_embedded(const DataSource& source) {
-    return common::equal_ignoring_case(source.data_source, "embedded");
-}
 
 double seconds_between(const common::Moment& from, const common::Moment& to) {
     const auto seconds = [](const common::Moment& m) {
@@ -62,7 +58,7 @@ bool StartUp::run(const ShowSignIn& show_sign_in) {
         connect();
         set_clock();
         connection_->execute("set dateformat ymd");
-        // This system keeps no short-date setting; the program shows dates as yyyy/MM/dd by itself.
+        // There is no short-date setting to change here; the program formats dates itself.
         progress("short date yyyy/MM/dd: nothing to set on this system");
         session_.computer_name =
             environment_.computer_name.empty() ? startup::computer_name() : environment_.computer_name;
@@ -101,20 +97,14 @@ void StartUp::prepare_files() {
 }
 
 void StartUp::connect() {
-    const std::string password =
-        is_embedded(source_) ? std::string() : read_sa_password(environment_.program_folder);
     progress("connecting to " + source_.data_source);
     connection_ =
-        environment_.open("Provider=SQLOLEDB.1;Password=" + password +
-                              ";Persist Security Info=True;User ID=sa;Initial Catalog= " + record_.database +
-                              ";Data Source=" + source_.data_source,
-                          environment_.working_folder);
+        open_shop(record_, environment_.program_folder, environment_.working_folder, environment_.open);
     progress("connected");
 }
 
-// The till keeps the server's time, so that the moments of all tills are in one order. Less than a second
-// apart is the same time; where the system does not let the program set its clock, the day goes on with the
-// difference in the log.
+// Takes over the server's time, so that the moments of all tills are in one order. A difference of less than
+// a second counts as none. If the system does not let the program set the clock, the difference is logged.
 void StartUp::set_clock() {
     const common::Moment server = database::moment_of(connection_->scalar("select getdate()"));
     const double difference = seconds_between(services_.clock.now(), server);
@@ -128,15 +118,15 @@ void StartUp::set_clock() {
     }
 }
 
-// The server's own till stamps its version; every other till must have the version that is stamped. False
-// when this one has another; the cashier has been told.
+// The till on the server machine stamps its version; every other till must have the stamped version. Returns
+// false after telling the cashier that this one has another.
 bool StartUp::stamp_version() {
     const auto rows = connection_->query("select * from basic");
     if (rows.empty()) {
         throw StartUpError("the table basic has no row", std::string(message::settings_missing));
     }
     const bool is_server =
-        is_embedded(source_) ||
+        source_.is_embedded() ||
         common::equal_ignoring_case(common::trim(session_.computer_name), common::trim(source_.server));
     if (is_server) {
         connection_->execute(Sql("Update basic set   cr_v = ") + quoted(session_.version));
@@ -153,7 +143,7 @@ bool StartUp::stamp_version() {
     return false;
 }
 
-// The fixed message comes first; the reason follows in a box of its own.
+// Shows the fixed message, then the reason in a second box.
 void StartUp::fail(const std::string& cause, const std::string& reason, bool server_missing) {
     services_.log.log_event(cause, failure_code);
     services_.prompts.message(message::wrong_path, Icon::information);
@@ -167,12 +157,12 @@ void StartUp::fail(const std::string& cause, const std::string& reason, bool ser
                               Icon::exclamation);
 }
 
-// Asks the network for the server's address and keeps it for the next start. True when that start will look
-// elsewhere than this one did.
+// Asks the network for the server's address and stores it for the next start. Returns true if that start will
+// connect to another data source than this one did.
 bool StartUp::store_server_address() {
     try {
         std::string address = environment_.get_ip(record_.server);
-        // The "C" at the end may not belong to the machine's name.
+        // The "C" at the end may be an addition to the machine's name.
         if (address == no_address && source_.server != record_.server)
             address = environment_.get_ip(source_.server);
         services_.log.log_event("address of " + record_.server + ": " + address, failure_code);

@@ -1,4 +1,4 @@
-// The road from the program's start to sign-in.
+// Start-up: everything between the start of the program and sign-in.
 #pragma once
 
 #include <filesystem>
@@ -11,21 +11,18 @@
 #include "database/connection.h"
 #include "signin/session.h"
 #include "startup/connection_file.h"
-#include "startup/workstation.h"
+#include "startup/open_connection.h"
 
 namespace startup {
 
-// What the road stands on; the defaults are the real machine's.
+// What start-up takes from the machine. Members left empty are filled in from the real machine.
 struct Environment {
     std::string command_line;              // the arguments; the first character is the cash point
     std::filesystem::path program_folder;  // holds the version file, the logs and the password file
     std::filesystem::path working_folder;  // holds the connection file and the credit lines
-    std::string computer_name;             // empty: asked from the system
-    // Opens what a connection string names (a shop file's name is taken from the folder).
-    std::function<std::unique_ptr<database::Connection>(const std::string&, const std::filesystem::path&)>
-        open;
-    // The network address of a server text, or "Not Found".
-    std::function<std::string(std::string_view)> get_ip;
+    std::string computer_name;
+    OpenConnection open;
+    std::function<std::string(std::string_view server)> get_ip;
 
     // This machine, with the arguments of main().
     static Environment here(int argc, const char* const* argv);
@@ -38,11 +35,10 @@ class StartUp {
 
     StartUp(Environment environment, common::Services services);
 
-    // Goes the whole road, to the end of the program. Whatever fails on it is told to the cashier, written to
-    // the log and to the fatal-error record, and ends it. True when sign-in was reached and came back.
+    // Runs start-up from the files to sign-in, and returns true after sign-in has returned. A failure is
+    // shown to the cashier, written to the log and to the fatal-error record, and returns false.
     bool run(const ShowSignIn& show_sign_in);
 
-    // Filled as the road goes on.
     signin::Session& session() { return session_; }
     database::Connection& connection() { return *connection_; }
 

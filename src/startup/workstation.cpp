@@ -28,7 +28,7 @@ std::string numeric_address(const addrinfo& entry) {
     return text.data();
 }
 
-// Asks the system's resolver, however long that takes; empty when it knows no address.
+// Asks the system's resolver, however long that takes; empty if it knows no address.
 std::string resolve(const std::string& machine) {
     addrinfo wanted{};
     wanted.ai_socktype = SOCK_STREAM;
@@ -43,8 +43,7 @@ std::string resolve(const std::string& machine) {
     return {};
 }
 
-// The resolver has no time-out of its own worth the name, so it is asked on the side and left behind when
-// late.
+// The resolver has no useful time-out, so a thread asks it and is abandoned if it is late.
 std::string resolve_within(const std::string& machine, std::chrono::milliseconds within) {
     auto promise = std::make_shared<std::promise<std::string>>();
     std::future<std::string> answer = promise->get_future();

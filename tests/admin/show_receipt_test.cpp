@@ -52,8 +52,8 @@ TEST(ShowReceipt, BadFilesAreRefusedOrDrawnAsTheyAre) {
     std::ofstream(bench.file("empty"));
     std::ofstream(bench.file("large")) << std::string(5 * 1024 * 1024, 'x');
     const std::vector<std::pair<std::vector<std::string>, std::string>> refused = {
-        {{"show-receipt", "missing"}, "no such file"},
-        {{"show-receipt", "."}, "no such file"},
+        {{"show-receipt", "missing"}, "No such file"},
+        {{"show-receipt", "."}, "not a regular file"},
         {{"show-receipt", "empty"}, "nothing was printed"},
         {{"show-receipt", "large"}, "too large"},
     };

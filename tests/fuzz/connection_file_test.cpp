@@ -4,7 +4,7 @@
 #include <random>
 
 #include "common/text.h"
-#include "startup/start_up_error.h"
+#include "startup/reasons.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
-#include "signin/change_password.h"
+#include "signin/sign_in.h"
 
 #include "signin/messages.h"
-#include "signin/sign_in.h"
 #include "support/services.h"
 #include "support/shop.h"
 

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "signin/messages.h"
+#include "signin/permissions.h"
 #include "support/services.h"
 #include "support/shop.h"
 
@@ -165,6 +166,25 @@ TEST(Permissions, ArePositionsCountedFromOne) {
         session.permissions = c.permissions;
         EXPECT_EQ(session.has_permission(c.position), c.allowed) << c.permissions << ' ' << c.position;
     }
+}
+
+TEST(Permissions, AnyPositionOfAnActionAllowsIt) {
+    using signin::Action;
+    signin::Session session;
+    test::RememberedServices services;
+    const auto may = [&](Action action) { return signin::authorise(session, services.prompts, action); };
+    for (const int position : {216, 281, 286}) {
+        session.permissions = std::string(400, '0');
+        session.permissions[static_cast<std::size_t>(position) - 1] = '1';
+        EXPECT_TRUE(may(Action::sell_below_stock)) << position;
+        EXPECT_TRUE(services.prompts.messages.empty());
+        EXPECT_FALSE(may(Action::reprint));
+        EXPECT_EQ(services.prompts.last(), signin::denied);
+        services.prompts.messages.clear();
+    }
+    session.permissions.clear();
+    EXPECT_FALSE(signin::authorise(session, services.prompts, Action::sell_below_stock, "no", {}));
+    EXPECT_EQ(services.prompts.last(), "no");
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "startup/connection_file.h"
 
-#include "startup/start_up_error.h"
+#include "startup/reasons.h"
 
 namespace {
 
@@ -86,6 +86,7 @@ TEST(ConnectionFile, LeadsToTheDataSource) {
         ConnectionRecord record;
         const char* server;
         const char* data_source;
+        bool is_embedded = false;
     } cases[] = {
         {{"SHOP", "db", "Not Found"}, "SHOP", "SHOP"},
         {{"SHOPPCC", "db", "Not Found"}, "SHOPPC", "SHOPP"},
@@ -97,13 +98,20 @@ TEST(ConnectionFile, LeadsToTheDataSource) {
         {{"PC1\\INC", "db", "10.0.0.1"}, "PC1\\IN", "10.0.0.1\\IN"},
         {{"SHOP", "db", "host.abc"}, "SHOP", "host.ab"},  // the second cut takes from the address too
         {{"SHOP", "db", "not found"}, "SHOP", "not found"},
-        {{"embedded", "shop.db", "Not Found"}, "embedded", "embedded"},
+        {{"embedded", "shop.db", "Not Found"}, "embedded", "embedded", true},
         {{"C", "db", "Not Found"}, "", ""},
+        // The server text alone does not say whether a shop is in a file.
+        {{"Embedded", "shop.db", ""}, "Embedded", "Embedded", true},
+        {{"embeddedcc", "shop.db", "Not Found"}, "embeddedc", "embedded", true},
+        {{"SHOP", "shop.db", "embedded"}, "SHOP", "embedded", true},
+        {{"embedded", "shop.db", "10.0.0.1"}, "embedded", "10.0.0.1"},
+        {{"embedded\\SQL", "shop.db", "Not Found"}, "embedded\\SQL", "embedded\\SQL"},
     };
     for (const auto& c : cases) {
         const auto source = data_source_of(c.record);
         EXPECT_EQ(source.server, c.server) << c.record.server;
         EXPECT_EQ(source.data_source, c.data_source) << c.record.server;
+        EXPECT_EQ(source.is_embedded(), c.is_embedded) << c.record.server;
         EXPECT_EQ(source.machine + source.instance, source.server);
     }
 }

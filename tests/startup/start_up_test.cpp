@@ -50,7 +50,7 @@ class StartUpTest : public testing::Test {
     Environment environment() const { return {"3", program, working, "TILL3", {}, {}}; }
 
     // A server shop: the connection file names it, and what its name opens is the shop in the file.
-    Environment server_ground(const startup::ConnectionRecord& record, std::string computer) {
+    Environment server_environment(const startup::ConnectionRecord& record, std::string computer) {
         startup::write_connection_file(working, record);
         Environment made = environment();
         made.computer_name = std::move(computer);
@@ -133,7 +133,7 @@ TEST_F(StartUpTest, TheCommandLinesFirstCharacterIsTheCashPoint) {
 }
 
 TEST_F(StartUpTest, TheConnectionStringIsTheOneOfTheInstallation) {
-    ASSERT_TRUE(run(server_ground({"PC1\\SQLEXPRESS", "متجر", "192.168.1.5"}, "PC1\\sqlexpress")));
+    ASSERT_TRUE(run(server_environment({"PC1\\SQLEXPRESS", "متجر", "192.168.1.5"}, "PC1\\sqlexpress")));
     EXPECT_EQ(connection_string,
               "Provider=SQLOLEDB.1;Password=secret;Persist Security Info=True;User ID=sa;"
               "Initial Catalog= متجر;Data Source=192.168.1.5\\SQLEXPRESS");
@@ -142,19 +142,19 @@ TEST_F(StartUpTest, TheConnectionStringIsTheOneOfTheInstallation) {
 TEST_F(StartUpTest, TheServersTillStampsAndTheOthersMustMatch) {
     const startup::ConnectionRecord record{"SHOPSRVc", "db", "Not Found"};
     // Another till before the server ever stamped: refused, with nothing after the date.
-    EXPECT_FALSE(run(server_ground(record, "TILL3")));
+    EXPECT_FALSE(run(server_environment(record, "TILL3")));
     EXPECT_EQ(services.prompts.messages,
               std::vector<std::string>{
                   "لا يمكن تشغيل البرنامج لوجود اختلاف في اصدار البرنامج    الاصدار الحالي بتاريخ "});
     EXPECT_EQ(users, 0);
     services.prompts.messages.clear();
     // The server, whatever the case of its name.
-    EXPECT_TRUE(run(server_ground(record, "shopsrv")));
+    EXPECT_TRUE(run(server_environment(record, "shopsrv")));
     EXPECT_EQ(stamped(), "2026/11/21");
     // A till of the same version, then one of another.
-    EXPECT_TRUE(run(server_ground(record, "TILL3")));
+    EXPECT_TRUE(run(server_environment(record, "TILL3")));
     startup::write_version_file(program, "2026/12/01");
-    EXPECT_FALSE(run(server_ground(record, "TILL3")));
+    EXPECT_FALSE(run(server_environment(record, "TILL3")));
     EXPECT_EQ(services.prompts.last(), std::string(message::version_differs) + "2026/11/21");
     EXPECT_TRUE(logged("differs"));
     EXPECT_EQ(stamped(), "2026/11/21");
@@ -280,7 +280,7 @@ TEST_F(StartUpTest, EveryRefusalOfTheServerHasItsReason) {
         {"HY000", "something else", std::string(message::see_log), Kind::other},
     };
     for (const auto& c : cases) {
-        Environment on = server_ground({"SHOPSRV", "db", "Not Found"}, "TILL3");
+        Environment on = server_environment({"SHOPSRV", "db", "Not Found"}, "TILL3");
         on.get_ip = [](std::string_view) { return "Not Found"; };
         on.open = [&c](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
             throw database::Error(c.sqlstate, c.said, "", c.kind);
@@ -294,14 +294,14 @@ TEST_F(StartUpTest, EveryRefusalOfTheServerHasItsReason) {
 
 TEST_F(StartUpTest, ThePasswordIsNeededForAServerOnly) {
     unsetenv("TALLVEX_SA_PASSWORD");
-    EXPECT_FALSE(run(server_ground({"SHOPSRV", "db", "Not Found"}, "TILL3")));
+    EXPECT_FALSE(run(server_environment({"SHOPSRV", "db", "Not Found"}, "TILL3")));
     expect_failure(std::string(message::no_password));
     startup::write_sa_password(program, "from the file");
-    EXPECT_TRUE(run(server_ground({"SHOPSRV", "db", "Not Found"}, "SHOPSRV")));
+    EXPECT_TRUE(run(server_environment({"SHOPSRV", "db", "Not Found"}, "SHOPSRV")));
     EXPECT_NE(connection_string.find("Password=from the file;"), std::string::npos);
     fs::permissions(program / "sa.pwd", fs::perms::group_read, fs::perm_options::add);
     users = 0;
-    EXPECT_FALSE(run(server_ground({"SHOPSRV", "db", "Not Found"}, "SHOPSRV")));
+    EXPECT_FALSE(run(server_environment({"SHOPSRV", "db", "Not Found"}, "SHOPSRV")));
     expect_failure(std::string(message::password_file_open));
     for (const std::string& line : services.log.lines)
         EXPECT_EQ(line.find("from the file"), line.npos);
@@ -310,7 +310,7 @@ TEST_F(StartUpTest, ThePasswordIsNeededForAServerOnly) {
 TEST_F(StartUpTest, AServerThatMovedIsFoundForTheNextStart) {
     const startup::ConnectionRecord record{"SHOPSRVC\\SQL", "db", "10.0.0.1"};
     std::vector<std::string> asked;
-    Environment on = server_ground(record, "TILL3");
+    Environment on = server_environment(record, "TILL3");
     on.open = [](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
         throw database::Error("08001", "SQL Server does not exist or access denied.", "");
     };
@@ -353,7 +353,7 @@ TEST_F(StartUpTest, AServerAtItsOldAddressIsNoNews) {
     for (const auto& c : cases) {
         const startup::ConnectionRecord record{c.server, "db", c.address};
         startup::write_connection_file(program, record);
-        Environment on = server_ground(record, "TILL3");
+        Environment on = server_environment(record, "TILL3");
         on.open = [](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
             throw database::Error("08001", "SQL Server does not exist or access denied.", "");
         };
@@ -368,7 +368,7 @@ TEST_F(StartUpTest, AnAddressThatIsNotFoundIsNotKept) {
     const startup::ConnectionRecord record{"SHOPC", "db", "10.0.0.1"};
     startup::write_connection_file(program, record);
     std::vector<std::string> asked;
-    Environment on = server_ground(record, "TILL3");
+    Environment on = server_environment(record, "TILL3");
     on.open = [](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
         throw database::Error("08001", "SQL Server does not exist or access denied.", "");
     };
@@ -398,8 +398,8 @@ TEST_F(StartUpTest, AnyStatementMayFailAndTheNextStartWorks) {
             faulty->fail_at(n, fault);
             return made;
         };
-        StartUp road(on, services.all());
-        const bool came_back = road.run([](database::Connection&, signin::Session&) {});
+        StartUp start_up(on, services.all());
+        const bool came_back = start_up.run([](database::Connection&, signin::Session&) {});
         statements = faulty->statements();
         return came_back;
     };
@@ -421,7 +421,7 @@ TEST_F(StartUpTest, AnyStatementMayFailAndTheNextStartWorks) {
     EXPECT_TRUE(run(environment()));
 }
 
-TEST_F(StartUpTest, AnErrorInSignInTakesTheSameRoad) {
+TEST_F(StartUpTest, AnErrorInSignInIsReportedLikeAnyOther) {
     StartUp start(environment(), services.all());
     EXPECT_FALSE(
         start.run([](database::Connection&, signin::Session&) { throw std::runtime_error("boom"); }));

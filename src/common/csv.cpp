@@ -1,9 +1,9 @@
-#include "admin/csv.h"
+#include "common/csv.h"
 
 #include <algorithm>
 #include <array>
 
-namespace admin {
+namespace common {
 
 CsvError::CsvError(std::size_t line, std::string reason)
     : line_(line), reason_(std::move(reason)), text_("line " + std::to_string(line_) + ": " + reason_) {}
@@ -91,4 +91,4 @@ std::string csv_record(const std::vector<std::string>& cells) {
     return record + "\r\n";
 }
 
-}  // namespace admin
+}  // namespace common

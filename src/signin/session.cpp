@@ -1,4 +1,4 @@
-#include "signin/settings.h"
+#include "signin/session.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,4 +1,4 @@
-// Comma-separated text as RFC 4180 has it, in UTF-8.
+// Comma-separated values after RFC 4180, in UTF-8.
 #pragma once
 
 #include <cstddef>
@@ -6,17 +6,17 @@
 #include <string_view>
 #include <vector>
 
-namespace admin {
+namespace common {
 
-// Reads a CSV text record by record. Accepts LF, CRLF and CR, quoted cells with separators, line ends and
-// doubled quotes in them, and a byte order mark at the start. Blank lines are skipped.
+// Reads a CSV text record by record. Accepts LF, CRLF and CR, quoted cells that contain separators, line ends
+// and doubled quotes, and a byte order mark at the start. Skips blank lines.
 class CsvReader {
   public:
     explicit CsvReader(std::string_view text, char separator = ',');
 
-    // The next record's cells; false at the end. Throws CsvError when quotes do not match.
+    // Reads the cells of the next record. Returns false at the end. Throws CsvError if quotes do not match.
     bool next(std::vector<std::string>& cells);
-    // The line (from 1) on which the record last read begins.
+    // The line, counted from 1, on which the last record begins.
     std::size_t line() const { return record_line_; }
     // How many bytes of the text have been read.
     std::size_t position() const { return position_; }
@@ -47,10 +47,10 @@ class CsvError : public std::exception {
     std::string text_;
 };
 
-// The separator that the first line uses most: comma, semicolon or tab; comma when it has none of them.
+// The separator that the first line uses most: comma, semicolon or tab; comma if it has none of them.
 char guess_separator(std::string_view text);
 
-// One record as CSV, with its CRLF; cells are quoted where they hold a comma, a quote or a line end.
+// One record as CSV, with its CRLF. Cells are quoted if they contain a comma, a quote or a line end.
 std::string csv_record(const std::vector<std::string>& cells);
 
-}  // namespace admin
+}  // namespace common

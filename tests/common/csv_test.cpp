@@ -1,4 +1,4 @@
-#include "admin/csv.h"
+#include "common/csv.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@ namespace {
 using Records = std::vector<std::vector<std::string>>;
 
 Records read(std::string_view text, char separator = ',') {
-    admin::CsvReader reader(text, separator);
+    common::CsvReader reader(text, separator);
     Records records;
     std::vector<std::string> cells;
     while (reader.next(cells))
@@ -37,7 +37,7 @@ TEST(Csv, ReadsEveryFormThatProgramsWrite) {
 }
 
 TEST(Csv, NamesTheLineWhereARecordBegins) {
-    admin::CsvReader reader("a\n\n\"b\nc\"\nd\n");
+    common::CsvReader reader("a\n\n\"b\nc\"\nd\n");
     std::vector<std::string> cells;
     std::vector<std::size_t> lines;
     while (reader.next(cells))
@@ -50,23 +50,23 @@ TEST(Csv, RefusesQuotesThatDoNotMatch) {
         try {
             read(text);
             ADD_FAILURE() << text;
-        } catch (const admin::CsvError& error) {
+        } catch (const common::CsvError& error) {
             EXPECT_EQ(error.line(), 2U) << text;
         }
     }
 }
 
 TEST(Csv, GuessesTheSeparatorFromTheFirstLine) {
-    EXPECT_EQ(admin::guess_separator("code,name\n1;2;3;4"), ',');
-    EXPECT_EQ(admin::guess_separator("code;name;price12\n1,2"), ';');
-    EXPECT_EQ(admin::guess_separator("code\tname\n"), '\t');
-    EXPECT_EQ(admin::guess_separator("code\n"), ',');
+    EXPECT_EQ(common::guess_separator("code,name\n1;2;3;4"), ',');
+    EXPECT_EQ(common::guess_separator("code;name;price12\n1,2"), ';');
+    EXPECT_EQ(common::guess_separator("code\tname\n"), '\t');
+    EXPECT_EQ(common::guess_separator("code\n"), ',');
 }
 
 TEST(Csv, ReadsBackWhatItWrites) {
     const std::vector<std::string> cells = {"", "a", "b,c", "d\"e", "f\r\ng", "جبنة", " h "};
-    EXPECT_EQ(admin::csv_record(cells), ",a,\"b,c\",\"d\"\"e\",\"f\r\ng\",جبنة, h \r\n");
-    EXPECT_EQ(read(admin::csv_record(cells)), Records{cells});
+    EXPECT_EQ(common::csv_record(cells), ",a,\"b,c\",\"d\"\"e\",\"f\r\ng\",جبنة, h \r\n");
+    EXPECT_EQ(read(common::csv_record(cells)), Records{cells});
 }
 
 }  // namespace

@@ -1,0 +1,46 @@
+// Files of the system, opened so that nothing blocks, read whole and replaced whole.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace common {
+
+// Closes its file descriptor; -1 is none.
+class Descriptor {
+  public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor();
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int get() const { return number_; }
+    bool is_open() const { return number_ >= 0; }
+
+  private:
+    int number_;
+};
+
+// Writes all bytes to a file or device, waiting for it until the deadline. Returns false on an error or when
+// time is up.
+bool write_all(int descriptor, std::string_view bytes, std::chrono::steady_clock::time_point deadline);
+
+// The bytes of a file. Throws std::system_error, whose text names the file, if it is missing, not a regular
+// file, unreadable or larger than the limit.
+inline constexpr std::size_t small_file = 1U << 20U;
+std::string read_file(const std::filesystem::path& file, std::size_t limit = small_file);
+
+// Replaces a file through a new one beside it, which is synced before it takes the name: a crash leaves the
+// old bytes or the new ones. A symbolic link stays and what it leads to is replaced. Throws
+// std::system_error, whose text names the file; the old file is then unchanged.
+void replace_file(const std::filesystem::path& file, std::string_view bytes, unsigned mode = 0644);
+
+// Appends to a regular file in one piece, creating it if it is missing. Returns false if that fails.
+bool append_to_file(const std::filesystem::path& file, std::string_view bytes);
+
+// Waits until a file or folder is on the disk. Returns false if that fails.
+bool sync_file(const std::filesystem::path& file);
+
+}  // namespace common
