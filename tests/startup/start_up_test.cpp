@@ -12,6 +12,7 @@
 #include "startup/messages.h"
 #include "startup/reasons.h"
 #include "startup/shop_files.h"
+#include "startup/workstation.h"
 #include "support/child.h"
 #include "support/services.h"
 #include "support/shop.h"
