@@ -1,4 +1,4 @@
-// The inspector: what a demanding eye and a hand without a mouse would find wrong with the screen in front.
+// Inspects a screen: what is hard to read, and what cannot be reached with the keyboard.
 #pragma once
 
 #include <QRect>
@@ -6,29 +6,23 @@
 #include <string>
 #include <vector>
 
-#include "play/hands.h"
+#include "play/input_driver.h"
 
 namespace play {
 
-// All faults of the screen, sheet or box in front, each with the object's name; none is fine. The focus is
+// Returns all faults of the screen, sheet or box in front, each with the object's name. Leaves the focus
 // where it was.
-std::vector<std::string> faults_of_screen(Hands& hands);
+std::vector<std::string> faults_of_screen(InputDriver& input);
 
-// What is inspected: the sheet in front, or the window when no sheet lies over it. Null when a menu or list
-// is open.
+// The sheet in front, or the window if no sheet lies over it. Null while a menu or list is open.
 QWidget* screen_in_front();
-// A widget's place in the window.
+// A widget's place in its window.
 QRect place_of(const QWidget* widget);
-// Its object name, or that of the nearest around it.
+// A widget's object name, or for one without a name its class and the nearest named widget around it.
 std::string name_of(const QWidget* widget);
 
-// Tab leads through everything that acts, right to left and top to bottom, is always seen, and comes back.
-void inspect_focus(QWidget* front, Hands& hands, std::vector<std::string>& faults);
-// No two things of the screen answer the same Alt key.
-void inspect_mnemonics(const QWidget* front, std::vector<std::string>& faults);
-// Texts have the contrast of 4.5:1 that small writing needs.
-void inspect_contrast(QWidget* front, std::vector<std::string>& faults);
-// No caption, heading or figure is cut off, nothing hangs over the edge, an empty table says so.
-void inspect_room(const QWidget* front, std::vector<std::string>& faults);
+// Checks that Tab leads through everything that can be operated, in reading order from right to left and top
+// to bottom, that the focus is always visible, and that it comes back to where it began.
+void inspect_focus(QWidget* front, InputDriver& input, std::vector<std::string>& faults);
 
 }  // namespace play

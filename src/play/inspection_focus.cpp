@@ -1,4 +1,5 @@
-// The inspector's hand: the way of the focus through a screen.
+#include "play/inspection.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QButtonGroup>
@@ -9,7 +10,6 @@
 #include <QTableView>
 #include <algorithm>
 
-#include "play/inspection.h"
 #include "ui/widgets/contrast.h"
 #include "ui/widgets/fields.h"
 
@@ -17,11 +17,11 @@ namespace play {
 
 namespace {
 
-constexpr int longest_way = 120;
-constexpr double seen_contrast = 2.0;  // between a pixel with the focus and without it
+constexpr std::size_t most_stops = 120;
+constexpr double visible_contrast = 2.0;  // between a pixel with the focus and without it
 
-// Whether `next` is read before `from`: above it, or on its line and further to the right. What stands wholly
-// to the left of it may begin higher, as the next column does.
+// Whether `next` comes before `from` in reading order: above it, or on its line and further to the right. A
+// widget wholly to the left may begin higher, because it is in the next column.
 bool goes_back(const QRect& from, const QRect& next) {
     const bool above = next.bottom() <= from.top();
     const bool below = next.top() >= from.bottom();
@@ -30,7 +30,8 @@ bool goes_back(const QRect& from, const QRect& next) {
     return next.left() >= from.right();
 }
 
-bool is_acting(const QWidget* widget) {
+// Whether a widget can be operated.
+bool is_operable(const QWidget* widget) {
     if (const auto* field = qobject_cast<const QLineEdit*>(widget)) return !field->isReadOnly();
     if (const auto* list = qobject_cast<const QComboBox*>(widget))
         return list->focusPolicy() != Qt::NoFocus || !list->property("fixed").toBool();
@@ -39,9 +40,10 @@ bool is_acting(const QWidget* widget) {
     return qobject_cast<const QAbstractButton*>(widget) != nullptr;
 }
 
-// One button of a group stands for all of it: the arrows lead from one to the other.
-bool is_reached(const QWidget* widget, const std::vector<QWidget*>& way) {
-    if (std::find(way.begin(), way.end(), widget) != way.end()) return true;
+// Whether a key leads to the widget: Tab, an Alt key, a key of its own, or the arrow keys from another button
+// of its group.
+bool is_reached(const QWidget* widget, const std::vector<QWidget*>& stops) {
+    if (std::find(stops.begin(), stops.end(), widget) != stops.end()) return true;
     if (widget->property(ui::key_property).isValid()) return true;
     for (const QWidget* at = widget; at != nullptr; at = at->parentWidget()) {
         if (at->property("fixed").toBool()) return true;
@@ -49,7 +51,7 @@ bool is_reached(const QWidget* widget, const std::vector<QWidget*>& way) {
     const auto* button = qobject_cast<const QAbstractButton*>(widget);
     if (button == nullptr) return false;
     if (!QKeySequence::mnemonic(button->text()).isEmpty()) return true;
-    return std::any_of(way.begin(), way.end(), [&](const QWidget* stop) {
+    return std::any_of(stops.begin(), stops.end(), [&](const QWidget* stop) {
         const auto* other = qobject_cast<const QAbstractButton*>(stop);
         if (other == nullptr) return false;
         return (button->group() != nullptr && button->group() == other->group()) ||
@@ -58,87 +60,117 @@ bool is_reached(const QWidget* widget, const std::vector<QWidget*>& way) {
     });
 }
 
-// Whether the focus shows: enough pixels around the widget look clearly different with and without it.
-bool shows(const QImage& without, const QImage& with, const QRect& place) {
+// Whether enough pixels around the widget look clearly different with and without the focus.
+bool shows_focus(const QImage& without, const QImage& with, const QRect& place) {
     const QRect around = place.adjusted(-4, -4, 4, 4).intersected(with.rect());
     int changed = 0;
     for (int y = around.top(); y <= around.bottom(); ++y) {
         for (int x = around.left(); x <= around.right(); ++x) {
             const QColor before = without.pixelColor(x, y);
             const QColor after = with.pixelColor(x, y);
-            if (before != after && ui::contrast(before, after) >= seen_contrast) ++changed;
+            if (before != after && ui::contrast(before, after) >= visible_contrast) ++changed;
         }
     }
     return changed >= (around.width() + around.height()) / 2;
 }
 
+// One round of Tab through a screen.
+class FocusRound {
+  public:
+    FocusRound(QWidget* front, InputDriver& input, std::vector<std::string>& faults)
+        : front_(front), input_(input), faults_(faults), begin_(QApplication::focusWidget()) {}
+
+    void inspect() {
+        if (!has_stops() || !begins_here() || !go_round()) return;
+        check_order();
+        for (QWidget* widget : front_->findChildren<QWidget*>()) {
+            if (!widget->isVisible() || !widget->isEnabled() || !is_operable(widget)) continue;
+            if (widget->focusProxy() != nullptr || widget->visibleRegion().isEmpty()) continue;
+            if (!is_reached(widget, stops_)) faults_.push_back("no key leads to " + name_of(widget));
+        }
+    }
+
+  private:
+    // A window without any stop handles the keys itself.
+    bool has_stops() const {
+        const auto all = front_->findChildren<QWidget*>();
+        return std::any_of(all.begin(), all.end(),
+                           [](const QWidget* widget) { return (widget->focusPolicy() & Qt::TabFocus) != 0; });
+    }
+
+    // Returns false if there is no round to inspect: the focus is elsewhere, or in a cell that is being
+    // edited, where Tab ends the editing.
+    bool begins_here() {
+        if (begin_ == nullptr || (front_ != begin_ && !front_->isAncestorOf(begin_))) {
+            faults_.push_back("the focus is nowhere on it");
+            return false;
+        }
+        for (QWidget* at = begin_->parentWidget(); at != nullptr; at = at->parentWidget()) {
+            if (qobject_cast<const QTableView*>(at) != nullptr) return false;
+        }
+        return true;
+    }
+
+    // Presses Tab until the focus is back. Returns false if it left the screen.
+    bool go_round() {
+        stops_ = {begin_};
+        QImage before = front_->window()->grab().toImage();
+        std::size_t within = 0;
+        while (stops_.size() < most_stops) {
+            input_.press_now(Qt::Key_Tab);
+            QWidget* stop = QApplication::focusWidget();
+            if (stop == nullptr || screen_in_front() != front_) {
+                faults_.push_back("Tab leads away from it after " + name_of(stops_.back()));
+                return false;
+            }
+            // Tab may stop several times in one widget, such as at the links of a page.
+            if (stop == stops_.back() && ++within < most_stops) continue;
+            const QImage now = front_->window()->grab().toImage();
+            if (stop != stops_.back() && !shows_focus(before, now, place_of(stop)))
+                faults_.push_back("the focus on " + name_of(stop) + " is not seen");
+            before = now;
+            if (stop != begin_ && std::find(stops_.begin(), stops_.end(), stop) != stops_.end()) {
+                faults_.push_back("Tab goes round without " + name_of(begin_) + " from " + name_of(stop));
+                break;
+            }
+            if (stop->visibleRegion().isEmpty() || place_of(stop).isEmpty())
+                faults_.push_back("Tab stops at " + name_of(stop) + ", which is not seen");
+            if (stop == begin_) return true;
+            stops_.push_back(stop);
+        }
+        begin_->setFocus(Qt::OtherFocusReason);
+        faults_.push_back("Tab does not come back to " + name_of(begin_));
+        return true;
+    }
+
+    // The round begins where the user types, so it may jump back to the top once.
+    void check_order() {
+        const auto rect_of = [](const QWidget* stop) {
+            const QWidget* box = stop->parentWidget();
+            return place_of(box != nullptr && box->property("role") == "discbox" ? box : stop);
+        };
+        int jumps = 0;
+        std::string jumped;
+        for (std::size_t at = 0; at < stops_.size(); ++at) {
+            const QWidget* next = stops_[(at + 1) % stops_.size()];
+            if (stops_.size() < 2 || !goes_back(rect_of(stops_[at]), rect_of(next))) continue;
+            ++jumps;
+            jumped += " [" + name_of(stops_[at]) + " -> " + name_of(next) + "]";
+        }
+        if (jumps > 1) faults_.push_back("Tab jumps against the reading order:" + jumped);
+    }
+
+    QWidget* front_;
+    InputDriver& input_;
+    std::vector<std::string>& faults_;
+    QWidget* begin_;
+    std::vector<QWidget*> stops_;
+};
+
 }  // namespace
 
-void inspect_focus(QWidget* front, Hands& hands, std::vector<std::string>& faults) {
-    QWidget* const begin = QApplication::focusWidget();
-    // A window without any stop takes the keys itself.
-    const auto all = front->findChildren<QWidget*>();
-    if (std::none_of(all.begin(), all.end(),
-                     [](const QWidget* widget) { return (widget->focusPolicy() & Qt::TabFocus) != 0; }))
-        return;
-    if (begin == nullptr || (front != begin && !front->isAncestorOf(begin))) {
-        faults.push_back("the focus is nowhere on it");
-        return;
-    }
-    // In a cell that is being typed into Tab ends the typing.
-    for (const QWidget* at = begin->parentWidget(); at != nullptr; at = at->parentWidget()) {
-        if (qobject_cast<const QTableView*>(at) != nullptr) return;
-    }
-    std::vector<QWidget*> way = {begin};
-    QImage before = front->window()->grab().toImage();
-    bool home = false;
-    int within = 0;
-    while (!home && way.size() < longest_way) {
-        hands.strike(Qt::Key_Tab);
-        QWidget* stop = QApplication::focusWidget();
-        if (stop == nullptr || screen_in_front() != front) {
-            faults.push_back("Tab leads away from it after " + name_of(way.back()));
-            return;
-        }
-        // Tab may lead through several places of one widget, as the links of a page.
-        if (stop == way.back() && ++within < longest_way) continue;
-        const QImage now = front->window()->grab().toImage();
-        if (stop != way.back() && !shows(before, now, place_of(stop)))
-            faults.push_back("the focus on " + name_of(stop) + " is not seen");
-        before = now;
-        home = stop == begin;
-        if (!home && std::find(way.begin(), way.end(), stop) != way.end()) {
-            faults.push_back("Tab goes round without " + name_of(begin) + " from " + name_of(stop));
-            break;
-        }
-        if (stop->visibleRegion().isEmpty() || place_of(stop).isEmpty())
-            faults.push_back("Tab stops at " + name_of(stop) + ", which is not seen");
-        if (!home) way.push_back(stop);
-    }
-    if (!home) {
-        begin->setFocus(Qt::OtherFocusReason);
-        faults.push_back("Tab does not come back to " + name_of(begin));
-    }
-    // The way begins where typing does; going round, it jumps back to the top once.
-    const auto rect_of = [](const QWidget* stop) {
-        return stop->parentWidget() != nullptr && stop->parentWidget()->property("role") == "discbox"
-                   ? place_of(stop->parentWidget())
-                   : place_of(stop);
-    };
-    int jumps = 0;
-    std::string jumped;
-    for (std::size_t at = 0; at < way.size(); ++at) {
-        const QWidget* next = way[(at + 1) % way.size()];
-        if (way.size() < 2 || !goes_back(rect_of(way[at]), rect_of(next))) continue;
-        ++jumps;
-        jumped += " [" + name_of(way[at]) + " -> " + name_of(next) + "]";
-    }
-    if (jumps > 1) faults.push_back("Tab jumps against the reading order:" + jumped);
-    for (QWidget* widget : front->findChildren<QWidget*>()) {
-        if (!widget->isVisible() || !widget->isEnabled() || !is_acting(widget)) continue;
-        if (widget->focusProxy() != nullptr || widget->visibleRegion().isEmpty()) continue;
-        if (!is_reached(widget, way)) faults.push_back("no key leads to " + name_of(widget));
-    }
+void inspect_focus(QWidget* front, InputDriver& input, std::vector<std::string>& faults) {
+    FocusRound(front, input, faults).inspect();
 }
 
 }  // namespace play

@@ -11,8 +11,8 @@
 #include <set>
 
 #include "database/sqlserver/test_server.h"
-#include "play/gallery.h"
 #include "play/player.h"
+#include "play/screens_page.h"
 
 namespace {
 
@@ -99,39 +99,40 @@ QSize read_size(const std::string& text) {
     return {width, height};
 }
 
-// The looks of one play, and its first line, which says what it shows.
-play::Chapter chapter_of(const std::filesystem::path& file, const std::filesystem::path& looks) {
-    play::Chapter chapter{file, file.stem().string(), {}};
+// The title and the screenshots of one play.
+play::Section section_of(const std::filesystem::path& file, const std::filesystem::path& list) {
+    play::Section section{file, file.stem().string(), {}};
     std::ifstream play(file);
-    if (std::string line; std::getline(play, line) && line.starts_with("# ")) chapter.title = line.substr(2);
-    std::ifstream stream(looks);
+    if (std::string line; std::getline(play, line) && line.starts_with("# ")) section.title = line.substr(2);
+    std::ifstream stream(list);
     for (std::string name, screen, caption; std::getline(stream, name, '\t') &&
                                             std::getline(stream, screen, '\t') &&
                                             std::getline(stream, caption);)
-        chapter.looks.push_back({name, caption, screen});
-    return chapter;
+        section.screenshots.push_back({name, caption, screen});
+    return section;
 }
 
-// Plays every file at every size of the gallery and writes its page. The number of plays that failed.
-int make_gallery(const std::vector<std::string>& files, play::Settings settings,
-                 const std::filesystem::path& folder) {
+// Plays every file at every size of the page of screens and writes the page. Returns how many plays failed.
+int make_screens_page(const std::vector<std::string>& files, play::Settings settings,
+                      const std::filesystem::path& folder) {
     settings.pictures = folder / "pictures" / "screens";
     std::filesystem::remove_all(settings.pictures);
     std::filesystem::create_directories(settings.pictures);
-    const auto looks = std::filesystem::temp_directory_path() / ("tallvex-looks-" + std::to_string(getpid()));
-    std::vector<play::Chapter> chapters;
+    const auto list =
+        std::filesystem::temp_directory_path() / ("tallvex-screenshots-" + std::to_string(getpid()));
+    std::vector<play::Section> sections;
     int failed = 0;
     for (const std::string& file : files) {
-        for (const QSize& size : play::gallery_sizes()) {
-            std::filesystem::remove(looks);
+        for (const QSize& size : play::page_sizes()) {
+            std::filesystem::remove(list);
             settings.screen = size;
-            settings.looks = looks;
+            settings.screenshots = list;
             if (!play_file(file, settings, {})) ++failed;
         }
-        chapters.push_back(chapter_of(file, looks));
+        sections.push_back(section_of(file, list));
     }
-    std::filesystem::remove(looks);
-    play::write_gallery(folder / "screens.md", chapters);
+    std::filesystem::remove(list);
+    play::write_screens_page(folder / "screens.md", sections);
     return failed;
 }
 
@@ -148,9 +149,9 @@ int main(int argc, char** argv) {
     program.add_option("--pictures", pictures, "The folder for the pictures")->capture_default_str();
     program.add_option("--keep", keep, "A folder in which the pictures and the shop are left after the play");
     std::string size;
-    std::string gallery;
+    std::string page_folder;
     program.add_option("--size", size, "The size of the screen, such as 1024x768");
-    program.add_option("--screens", gallery,
+    program.add_option("--screens", page_folder,
                        "Plays at every size and writes the page of all screens into this folder");
     program.add_flag("--show", shown, "On the real screen instead of off screen");
     program.add_flag("--list-objects", list, "Lists every object name that the plays come across");
@@ -164,13 +165,12 @@ int main(int argc, char** argv) {
         std::filesystem::temp_directory_path() / ("tallvex-objects-" + std::to_string(getpid()));
     play::Settings settings;
     settings.pictures = pictures;
-    settings.shown = shown;
     if (list) settings.objects = objects;
     int failed = 0;
     try {
         if (!size.empty()) settings.screen = read_size(size);
-        if (!gallery.empty()) {
-            failed = make_gallery(files, settings, gallery);
+        if (!page_folder.empty()) {
+            failed = make_screens_page(files, settings, page_folder);
             files.clear();
         }
     } catch (const std::exception& error) {

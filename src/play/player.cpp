@@ -9,7 +9,7 @@
 
 #include "common/text.h"
 #include "database/sqlserver/open.h"
-#include "play/seeing.h"
+#include "play/screen_reader.h"
 #include "startup/activity_log.h"
 #include "startup/open_connection.h"
 #include "startup/start_up.h"
@@ -24,7 +24,7 @@ namespace play {
 namespace {
 
 constexpr auto patience = std::chrono::seconds(8);
-constexpr int look_again_ms = 10;
+constexpr int retry_ms = 10;
 
 }  // namespace
 
@@ -32,7 +32,7 @@ Player::Player(const Script& script, Stage& stage, const Settings& settings, std
     : script_(script), stage_(stage), settings_(settings), at_(first), screen_(settings.screen) {
     devices_ = std::make_unique<PlayDevices>(stage_.folder());
     ui::dress(*qApp, screen_);
-    // After the till's death the play goes on in a new process: what was set before still holds.
+    // After the till was killed, the play continues in a new process with the clock and screen set before.
     for (std::size_t before = 0; before < first; ++before) {
         const Step& step = script_.steps[before];
         if (step.verb == "clock") do_clock(step);
@@ -48,23 +48,37 @@ int Player::play() {
     return code_;
 }
 
-Player::Action Player::action_of(const std::string& verb) {
-    static const std::map<std::string, Action> actions = {
-        {"shop", &Player::do_shop},     {"clock", &Player::do_clock},   {"screen", &Player::do_screen},
-        {"sql", &Player::do_sql},       {"start", &Player::do_start},   {"restart", &Player::do_restart},
-        {"user", &Player::do_user},     {"type", &Player::do_type},     {"press", &Player::do_press},
-        {"scan", &Player::do_scan},     {"choose", &Player::do_choose}, {"click", &Player::do_click},
-        {"answer", &Player::do_answer}, {"expect", &Player::do_expect}, {"picture", &Player::do_picture},
-        {"kill", &Player::do_kill},     {"fail", &Player::do_fail},     {"port", &Player::do_port},
-        {"say", &Player::do_say},       {"file", &Player::do_file},     {"look", &Player::do_look},
-        {"server", &Player::do_server},
+const Player::Verb* Player::find_verb(const std::string& name) {
+    static const std::map<std::string, Verb> verbs = {
+        {"shop", {&Player::do_shop}},
+        {"clock", {&Player::do_clock, true}},
+        {"screen", {&Player::do_screen}},
+        {"sql", {&Player::do_sql, true}},
+        {"start", {&Player::do_start}},
+        {"restart", {&Player::do_restart}},
+        {"user", {&Player::do_user}},
+        {"type", {&Player::do_type}},
+        {"press", {&Player::do_press, true}},
+        {"scan", {&Player::do_scan, true}},
+        {"choose", {&Player::do_choose}},
+        {"click", {&Player::do_click}},
+        {"answer", {&Player::do_answer, true}},
+        {"expect", {&Player::do_expect, true}},
+        {"picture", {&Player::do_picture, true}},
+        {"look", {&Player::do_look, true}},
+        {"kill", {&Player::do_kill}},
+        {"fail", {&Player::do_fail}},
+        {"port", {&Player::do_port, true}},
+        {"file", {&Player::do_file}},
+        {"say", {&Player::do_say, true}},
+        {"server", {&Player::do_server, true}},
     };
-    const auto found = actions.find(verb);
-    return found == actions.end() ? nullptr : found->second;
+    const auto found = verbs.find(name);
+    return found == verbs.end() ? nullptr : &found->second;
 }
 
 bool Player::is_settled() const {
-    return hands_.idle() && !keys_.in_doubt();
+    return input_.idle() && !keys_.in_doubt();
 }
 
 void Player::next() {
@@ -90,11 +104,11 @@ void Player::next() {
                              named.caption + " |")
                                 .toStdString());
     }
-    // Asked for before the step is taken, which may open a box and not return before it is answered.
-    QTimer::singleShot(look_again_ms, this, &Player::next);
+    // Scheduled before the step is done, because the step may open a box and return only when it is answered.
+    QTimer::singleShot(retry_ms, this, &Player::next);
     const Progress progress = take(step);
-    const bool impatient = std::chrono::steady_clock::now() - since_ > patience;
-    if (progress.state == Progress::failed || (progress.state == Progress::not_yet && impatient)) {
+    const bool timed_out = std::chrono::steady_clock::now() - since_ > patience;
+    if (progress.state == Progress::failed || (progress.state == Progress::not_yet && timed_out)) {
         const ui::MessageBox* box = open_box();
         std::fprintf(stderr, "%s:%d: %s\n    seen: %s\n", script_.file.c_str(), step.line, step.text.c_str(),
                      progress.seen.c_str());
@@ -104,18 +118,14 @@ void Player::next() {
 }
 
 Progress Player::take(const Step& step) {
-    const Action action = action_of(step.verb);
-    if (action == nullptr) return Progress::fail("no step begins with this word");
-    static const std::set<std::string> beside_a_box = {
-        "answer", "expect", "press", "scan", "picture", "clock", "sql", "say", "port", "look", "server"};
-    if (const ui::MessageBox* box = open_box();
-        box != nullptr && phase_ == 0 && !beside_a_box.contains(step.verb)) {
+    const Verb* verb = find_verb(step.verb);
+    if (verb == nullptr) return Progress::fail("no step begins with this word");
+    if (const ui::MessageBox* box = open_box(); box != nullptr && phase_ == 0 && !verb->while_box_is_open)
         return Progress::wait("a box that no step expects: " + box->text().toStdString());
-    }
     const std::size_t taken = at_;
     Progress progress;
     try {
-        progress = (this->*action)(step);
+        progress = (this->*verb->action)(step);
     } catch (const std::exception& error) {
         progress = Progress::fail(error.what());
     }
@@ -154,7 +164,7 @@ void Player::start_till() {
             constexpr database::Patience patience_of_plays{2, 4};
             auto opened = database::test_server() ? database::open_sqlserver(text, patience_of_plays)
                                                   : startup::open_connection(text, folder);
-            auto made = std::make_unique<MortalConnection>(std::move(opened), clock_);
+            auto made = std::make_unique<PlayConnection>(std::move(opened), clock_);
             connection_ = made.get();
             return made;
         };
@@ -163,7 +173,7 @@ void Player::start_till() {
             window.resize(screen_);
             window.show();
         };
-        startup::StartUp road(environment, services);
+        startup::StartUp start_up(environment, services);
         ui::Till till(
             services, keys_,
             [this] {
@@ -171,7 +181,7 @@ void Player::start_till() {
                 return true;
             },
             show);
-        road.run([&](database::Connection& connection, signin::Session& session) {
+        start_up.run([&](database::Connection& connection, signin::Session& session) {
             till.run(connection, session);
         });
         connection_ = nullptr;

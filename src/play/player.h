@@ -1,4 +1,4 @@
-// Plays a script on the real screens, step after step, whatever boxes and dialogs are open meanwhile.
+// Plays a script on the real screens, one step after the other, also while a box or dialog is open.
 #pragma once
 
 #include <QObject>
@@ -11,10 +11,8 @@
 #include <string>
 
 #include "database/connection.h"
-#include "play/gallery.h"
-#include "play/hands.h"
-#include "play/mortal_connection.h"
-#include "play/play_services.h"
+#include "play/environment.h"
+#include "play/input_driver.h"
 #include "play/script.h"
 #include "play/stage.h"
 #include "ui/widgets/key_queue.h"
@@ -22,15 +20,14 @@
 namespace play {
 
 struct Settings {
-    std::filesystem::path pictures;  // where pictures go
-    bool shown = false;              // windows on the real screen
-    std::filesystem::path
-        objects;              // a file for what can be named, for the table of object names; none when empty
-    QSize screen{1366, 768};  // until a play says otherwise
-    std::filesystem::path looks;  // a file for what was looked at, for the gallery; none when empty
+    std::filesystem::path pictures;     // the folder for pictures
+    QSize screen{1366, 768};            // until a play says otherwise
+    std::filesystem::path objects;      // a file to list the object names in; empty for none
+    std::filesystem::path screenshots;  // a file to list the screenshots in; empty for none
 };
 
-// How a step stands: done, not yet (it is tried again until its time is over), or failed with what was seen.
+// The state of a step: done, not yet (it is tried again until its time is over), or failed with what was
+// seen.
 struct Progress {
     enum { done, not_yet, failed } state = done;
     std::string seen;
@@ -44,7 +41,7 @@ class Player : public QObject {
   public:
     Player(const Script& script, Stage& stage, const Settings& settings, std::size_t first);
     ~Player() override;
-    // 0 when every step passed, 1 when one failed (it has been reported on stderr).
+    // Returns 0 if every step passed, or 1 after reporting on stderr which one failed.
     int play();
 
   private:
@@ -54,7 +51,7 @@ class Player : public QObject {
     void start_till();
     bool is_settled() const;
 
-    // player_steps.cpp: what a cashier and a support engineer do.
+    // player_steps.cpp
     Progress do_shop(const Step& step);
     Progress do_clock(const Step& step);
     Progress do_screen(const Step& step);
@@ -76,7 +73,7 @@ class Player : public QObject {
     Progress do_file(const Step& step);
     Progress do_say(const Step& step);
     Progress do_server(const Step& step);
-    // player_expectations.cpp: what must then be seen.
+    // player_expectations.cpp
     Progress do_expect(const Step& step);
     Progress expect_text(const std::string& rest);
     Progress expect_box(const std::string& text, bool question);
@@ -90,9 +87,13 @@ class Player : public QObject {
     Progress expect_server(const std::string& rest);
     Progress expect_file(const std::string& name, const std::string& text);
 
-    using Action = Progress (Player::*)(const Step&);
-    static Action action_of(const std::string& verb);
-    // The shop's rows as a second program sees them.
+    // What the first word of a step stands for.
+    struct Verb {
+        Progress (Player::*action)(const Step&);
+        bool while_box_is_open = false;  // others fail a play on a box that no step expects
+    };
+    static const Verb* find_verb(const std::string& name);
+    // The shop's database as a second program sees it.
     database::Connection& rows();
     std::string receipt_port();
 
@@ -102,21 +103,20 @@ class Player : public QObject {
     std::size_t at_;
     int steps_done_ = 0;
     std::chrono::steady_clock::time_point since_;
-    bool begun_ = false;  // the step at hand has been tried
-    int phase_ = 0;       // how far a step of several parts is
+    bool begun_ = false;  // the current step has been tried
+    int phase_ = 0;       // of a step that has several parts
 
     PlayClock clock_;
     std::unique_ptr<PlayDevices> devices_;
     std::unique_ptr<database::Connection> rows_;
-    MortalConnection* connection_ = nullptr;  // the running till's
-    std::string armed_;                       // "kill when", for the till to be started
+    PlayConnection* connection_ = nullptr;  // that of the running till
     ui::KeyQueue keys_;
-    Hands hands_;
+    InputDriver input_;
     QSize screen_;
     bool running_ = false;
     bool start_again_ = false;
     int code_ = 0;
-    bool faulty_ = false;            // an inspection found something; the play goes on
+    bool faulty_ = false;            // an inspection found a fault
     std::set<std::string> objects_;  // lines of the table of object names
 };
 

@@ -1,4 +1,4 @@
-// What must be seen in a play: on the screen, in the rows, on paper.
+// The step "expect": what must be seen on the screen, in the rows, on paper.
 #include <QAbstractButton>
 #include <QApplication>
 #include <QImage>
@@ -11,7 +11,7 @@
 #include "common/text.h"
 #include "play/player.h"
 #include "play/receipt_reading.h"
-#include "play/seeing.h"
+#include "play/screen_reader.h"
 #include "startup/shop_files.h"
 #include "ui/widgets/message_box.h"
 #include "ui/widgets/text.h"
@@ -76,7 +76,7 @@ Progress Player::expect_box(const std::string& text, bool question) {
     if (box->is_question() != question) return Progress::wait(question ? "a message" : "a question");
     // A box of several lines is compared as one.
     const std::string seen = box->text().trimmed().replace('\n', ' ').toStdString();
-    // "..." at the end stands for whatever follows.
+    // "..." at the end stands for any text.
     if (text.ends_with("...") && seen.starts_with(text.substr(0, text.size() - 3))) return Progress::ok();
     return compared(seen, text);
 }
@@ -129,7 +129,7 @@ Progress Player::expect_colour(const std::string& rest) {
     const auto said = split_at(rest, "=");
     QWidget* widget = find_widget(ui::qt(said.before));
     if (widget == nullptr) return Progress::wait("it is not on the screen");
-    // The middle of the lower edge, where nothing is written.
+    // The middle of the lower edge, where there is no text.
     const QImage image = widget->grab().toImage();
     const QColor seen = image.pixelColor(image.width() / 2, image.height() - 4);
     return compared(seen.name().toStdString(), common::lower_ascii(said.after));
@@ -159,7 +159,7 @@ std::string Player::receipt_port() {
 Progress Player::expect_receipt(const std::string& rest) {
     const auto said = split_at("- " + rest, "contains");
     if (!said.found) return Progress::fail("it reads: expect receipt contains TEXT");
-    const std::string bytes = devices_->taken(receipt_port());
+    const std::string bytes = devices_->written(receipt_port());
     if (receipt_holds(bytes, said.after, rows())) return Progress::ok();
     return Progress::wait(bytes.empty() ? "no receipt" : "\n" + readable_receipt(bytes));
 }
@@ -168,7 +168,7 @@ Progress Player::expect_port(const std::string& rest) {
     // NAME bytes 07 0A ... | NAME is FILE | NAME empty
     const auto said = words(rest);
     if (said.size() < 2) return Progress::fail("it reads: expect port NAME bytes 07 0A | is FILE | empty");
-    const std::string bytes = devices_->taken(said[0]);
+    const std::string bytes = devices_->written(said[0]);
     if (said[1] == "is" && said.size() == 3) {
         const std::string wanted = all_of(script_.file.parent_path() / said[2]);
         if (bytes == wanted && !wanted.empty()) return Progress::ok();

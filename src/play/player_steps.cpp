@@ -1,4 +1,4 @@
-// What a cashier, or the support engineer before him, does in a play.
+// The steps of a play that do something: what the cashier does, and what happens to the shop.
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
@@ -11,11 +11,11 @@
 
 #include "common/date_time.h"
 #include "common/text.h"
-#include "play/gallery.h"
 #include "play/inspection.h"
 #include "play/player.h"
 #include "play/receipt_reading.h"
-#include "play/seeing.h"
+#include "play/screen_reader.h"
+#include "play/screens_page.h"
 #include "ui/sales/sales_window.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/message_box.h"
@@ -26,27 +26,58 @@ namespace play {
 
 namespace {
 
-// The gallery's pictures are many; those of a part of the screen are read, so pale grounds are kept apart.
-constexpr int look_colours = 24;
+// There are many screenshots, so they are kept small. Pictures of a part of the screen keep pale backgrounds
+// apart.
+constexpr int screenshot_colours = 24;
 constexpr int part_colours = 128;
+constexpr auto painting_time = std::chrono::milliseconds(120);
 
-QWidget* usable(const QString& name, Progress& not_usable) {
-    QWidget* widget = find_widget(name);
+// Finds a widget that the cashier can operate now. Returns null and sets `why_not` if there is none.
+QWidget* usable(const std::string& name, Progress& why_not) {
+    const std::string quoted = "\"" + name + "\"";
+    QWidget* widget = find_widget(ui::qt(name));
     if (widget == nullptr) {
-        not_usable = Progress::wait("no \"" + name.toStdString() + "\" on the screen");
+        why_not = Progress::wait("no " + quoted + " on the screen");
         return nullptr;
     }
     const ui::Sheet* top = ui::Sheet::top_of(widget->window());
     if (top != nullptr && !top->isAncestorOf(widget)) {
-        not_usable =
-            Progress::wait("\"" + name.toStdString() + "\" lies under " + top->objectName().toStdString());
+        why_not = Progress::wait(quoted + " lies under " + top->objectName().toStdString());
         return nullptr;
     }
     if (!widget->isEnabled()) {
-        not_usable = Progress::wait("\"" + name.toStdString() + "\" is disabled");
+        why_not = Progress::wait(quoted + " is disabled");
         return nullptr;
     }
     return widget;
+}
+
+// Clicks when the step is over, because the click may open a box that runs its own loop.
+Progress click_later(QAbstractButton* button) {
+    QTimer::singleShot(0, button, [button] { button->click(); });
+    return Progress::ok();
+}
+
+Progress choose_entry(QComboBox* list, const QString& value) {
+    const int index = list->findText(value);
+    if (index < 0) return Progress::wait("the list has no such entry");
+    list->setFocus();
+    list->setCurrentIndex(index);
+    QTimer::singleShot(0, list, [list, index] { emit list->activated(index); });
+    return Progress::ok();
+}
+
+Progress choose_row(QTableView* table, const QString& value) {
+    for (int row = 0; row < table->model()->rowCount(); ++row) {
+        for (int column = 0; column < table->model()->columnCount(); ++column) {
+            const QModelIndex cell = table->model()->index(row, column);
+            if (without_marks(cell.data().toString()).trimmed() != value) continue;
+            table->setFocus();
+            table->setCurrentIndex(cell);
+            return Progress::ok();
+        }
+    }
+    return Progress::wait("no row holds it");
 }
 
 void put_focus(QWidget* widget) {
@@ -107,7 +138,7 @@ Progress Player::do_restart(const Step&) {
 
 Progress Player::do_user(const Step& step) {
     if (phase_ == 1) {
-        // A key sent before the sales screen stands would still go to this one.
+        // A key sent before the sales window is open would still go to this one.
         const bool gone = find_widget("Form62") == nullptr;
         return gone || open_box() != nullptr ? Progress::ok() : Progress::wait("the sign-in screen");
     }
@@ -116,10 +147,10 @@ Progress Player::do_user(const Step& step) {
     QWidget* user = usable("user", problem);
     if (user == nullptr) return problem;
     put_focus(user);
-    hands_.type(ui::qt(said.before));
-    hands_.press("Enter");
-    hands_.type(ui::qt(said.after));
-    hands_.press("Enter");
+    input_.type(ui::qt(said.before));
+    input_.press("Enter");
+    input_.type(ui::qt(said.after));
+    input_.press("Enter");
     phase_ = 1;
     return Progress::wait("");
 }
@@ -128,27 +159,27 @@ Progress Player::do_type(const Step& step) {
     const auto said = split_at(step.rest, "into");
     if (!said.found) return Progress::fail("it reads: type TEXT into OBJECT");
     Progress problem;
-    QWidget* field = usable(ui::qt(said.after), problem);
+    QWidget* field = usable(said.after, problem);
     if (field == nullptr) return problem;
     put_focus(field);
-    hands_.type(ui::qt(said.before));
+    input_.type(ui::qt(said.before));
     return Progress::ok();
 }
 
 Progress Player::do_press(const Step& step) {
-    return hands_.press(ui::qt(step.rest)) ? Progress::ok() : Progress::fail("there is no such key");
+    return input_.press(ui::qt(step.rest)) ? Progress::ok() : Progress::fail("there is no such key");
 }
 
 Progress Player::do_scan(const Step& step) {
-    // scan CODE CODE ... | scan rows SELECT ...: one after the other without a pause
+    // scan CODE CODE ... | scan rows SELECT ...
     if (step.rest.starts_with("rows ")) {
         for (const auto& row : rows().query(database::Sql::from_administrator(step.rest.substr(5)))) {
-            hands_.scan(ui::qt(database::text_of(row.cells().front())));
+            input_.scan(ui::qt(database::text_of(row.cells().front())));
         }
         return Progress::ok();
     }
     for (const std::string& code : words(step.rest))
-        hands_.scan(ui::qt(code));
+        input_.scan(ui::qt(code));
     return Progress::ok();
 }
 
@@ -156,33 +187,13 @@ Progress Player::do_choose(const Step& step) {
     const auto said = split_at(step.rest, "in");
     if (!said.found) return Progress::fail("it reads: choose VALUE in OBJECT");
     Progress problem;
-    QWidget* widget = usable(ui::qt(said.after), problem);
+    QWidget* widget = usable(said.after, problem);
     if (widget == nullptr) return problem;
     const QString value = ui::qt(said.before);
-    if (auto* list = qobject_cast<QComboBox*>(widget)) {
-        const int index = list->findText(value);
-        if (index < 0) return Progress::wait("the list has no such entry");
-        list->setFocus();
-        list->setCurrentIndex(index);
-        QTimer::singleShot(0, list, [list, index] { emit list->activated(index); });
-        return Progress::ok();
-    }
-    if (auto* table = qobject_cast<QTableView*>(widget)) {
-        for (int row = 0; row < table->model()->rowCount(); ++row) {
-            for (int column = 0; column < table->model()->columnCount(); ++column) {
-                const QModelIndex cell = table->model()->index(row, column);
-                if (without_marks(cell.data().toString()).trimmed() != value) continue;
-                table->setFocus();
-                table->setCurrentIndex(cell);
-                return Progress::ok();
-            }
-        }
-        return Progress::wait("no row holds it");
-    }
+    if (auto* list = qobject_cast<QComboBox*>(widget)) return choose_entry(list, value);
+    if (auto* table = qobject_cast<QTableView*>(widget)) return choose_row(table, value);
     for (auto* button : widget->findChildren<QAbstractButton*>()) {
-        if (text_of(button) != value) continue;
-        QTimer::singleShot(0, button, [button] { button->click(); });
-        return Progress::ok();
+        if (text_of(button) == value) return click_later(button);
     }
     return Progress::wait("there is no such choice");
 }
@@ -193,12 +204,10 @@ Progress Player::do_click(const Step& step) {
         return Progress::ok();
     }
     Progress problem;
-    QWidget* widget = usable(ui::qt(step.rest), problem);
+    QWidget* widget = usable(step.rest, problem);
     if (widget == nullptr) return problem;
     auto* button = qobject_cast<QAbstractButton*>(widget);
-    if (button == nullptr) return Progress::fail("it is no button");
-    QTimer::singleShot(0, button, [button] { button->click(); });
-    return Progress::ok();
+    return button != nullptr ? click_later(button) : Progress::fail("it is no button");
 }
 
 Progress Player::do_answer(const Step& step) {
@@ -211,18 +220,17 @@ Progress Player::do_answer(const Step& step) {
 }
 
 Progress Player::do_picture(const Step& step) {
-    // The screen is given a moment to be painted as it stands.
-    if (std::chrono::steady_clock::now() - since_ < std::chrono::milliseconds(120)) return Progress::wait("");
+    if (std::chrono::steady_clock::now() - since_ < painting_time) return Progress::wait("");
     QWidget* window = front_window();
     if (window == nullptr) return Progress::wait("there is no window");
     std::filesystem::create_directories(settings_.pictures);
-    // picture NAME | picture NAME of OBJECT: the whole screen, or the part of it where the object stands
+    // picture NAME | picture NAME of OBJECT: the whole screen, or the part of it with the object
     const auto said = split_at(step.rest, "of");
     const auto file = settings_.pictures / (said.before + ".png");
     if (said.found) {
-        const QRect part = place_of(ui::qt(said.after));
+        const QRect part = place_in_picture(ui::qt(said.after));
         if (part.isEmpty()) return Progress::wait("no \"" + said.after + "\" on the screen");
-        if (!save_small(picture_of_screen(screen_).copy(part), file, part_colours))
+        if (!save_png(picture_of_screen(screen_).copy(part), file, part_colours))
             return Progress::fail(file.string() + " cannot be written");
     } else if (!window->grab().save(ui::qt(file.string()))) {
         return Progress::fail(file.string() + " cannot be written");
@@ -232,23 +240,23 @@ Progress Player::do_picture(const Step& step) {
 }
 
 Progress Player::do_look(const Step& step) {
-    if (std::chrono::steady_clock::now() - since_ < std::chrono::milliseconds(120)) return Progress::wait("");
-    Look look;
-    if (!read_look(step, look)) return Progress::fail("it reads: look NAME = CAPTION");
-    // The clock on the screen may be a second behind the play's.
+    if (std::chrono::steady_clock::now() - since_ < painting_time) return Progress::wait("");
+    auto shot = read_screenshot(step);
+    if (!shot) return Progress::fail("it reads: look NAME = CAPTION");
+    // The clock on the screen may be a second behind that of the play.
     if (auto* sales = qobject_cast<ui::SalesWindow*>(find_widget("Form31"))) sales->tick();
-    look.screen = front_screen();
-    if (look.screen.empty()) return Progress::wait("there is no window");
+    shot->screen = front_screen();
+    if (shot->screen.empty()) return Progress::wait("there is no window");
     std::filesystem::create_directories(settings_.pictures);
-    const auto file = settings_.pictures / picture_name(look.name, screen_);
-    if (!save_small(picture_of_screen(screen_), file, look_colours))
+    const auto file = settings_.pictures / picture_name(shot->name, screen_);
+    if (!save_png(picture_of_screen(screen_), file, screenshot_colours))
         return Progress::fail(file.string() + " cannot be written");
-    if (!settings_.looks.empty()) {
-        std::ofstream(settings_.looks, std::ios::app)
-            << look.name << '\t' << look.screen << '\t' << look.caption << '\n';
+    if (!settings_.screenshots.empty()) {
+        std::ofstream(settings_.screenshots, std::ios::app)
+            << shot->name << '\t' << shot->screen << '\t' << shot->caption << '\n';
     }
-    for (const std::string& fault : faults_of_screen(hands_)) {
-        std::fprintf(stderr, "%s:%d: %s: %s\n", script_.file.c_str(), step.line, look.screen.c_str(),
+    for (const std::string& fault : faults_of_screen(input_)) {
+        std::fprintf(stderr, "%s:%d: %s: %s\n", script_.file.c_str(), step.line, shot->screen.c_str(),
                      fault.c_str());
         faulty_ = true;
     }
@@ -274,11 +282,11 @@ Progress Player::do_fail(const Step& step) {
 
 Progress Player::do_port(const Step& step) {
     const auto said = words(step.rest);
-    if (said.size() != 2) return Progress::fail("it reads: port NAME missing|back|empty");
-    if (said[1] == "empty") {
+    const std::string what = said.size() == 2 ? said[1] : "";
+    if (what == "empty") {
         devices_->empty(said[0]);
-    } else if (said[1] == "missing" || said[1] == "back") {
-        devices_->unplug(said[0], said[1] == "missing");
+    } else if (what == "missing" || what == "back") {
+        devices_->set_missing(said[0], what == "missing");
     } else {
         return Progress::fail("it reads: port NAME missing|back|empty");
     }
@@ -286,20 +294,19 @@ Progress Player::do_port(const Step& step) {
 }
 
 Progress Player::do_file(const Step& step) {
-    // file NAME removed | shortened BYTES | spoilt | a folder: what may befall a file beside the program
     const auto said = words(step.rest);
-    if (said.size() < 2) return Progress::fail("it reads: file NAME removed|shortened BYTES|spoilt|folder");
+    const std::string what = said.size() > 1 ? said[1] : "";
     if (running_) return Progress::fail("the program is running");
     rows_.reset();
-    const auto file = stage_.folder() / said[0];
-    if (said[1] == "removed") {
+    const auto file = stage_.folder() / (said.empty() ? "" : said[0]);
+    if (what == "removed") {
         std::filesystem::remove_all(file);
-    } else if (said[1] == "shortened" && said.size() == 3) {
+    } else if (what == "shortened" && said.size() == 3) {
         std::filesystem::resize_file(file, static_cast<std::uintmax_t>(std::atoi(said[2].c_str())));
-    } else if (said[1] == "spoilt") {
+    } else if (what == "spoilt") {
         std::ofstream(file, std::ios::binary | std::ios::trunc)
             << "spoilt \x01\x02\xff, and no such file at all";
-    } else if (said[1] == "folder") {
+    } else if (what == "folder") {
         std::filesystem::remove_all(file);
         std::filesystem::create_directory(file);
     } else {
@@ -309,11 +316,9 @@ Progress Player::do_file(const Step& step) {
 }
 
 Progress Player::do_say(const Step& step) {
-    if (step.rest == "receipt") {
-        std::printf("%s\n", readable_receipt(devices_->taken(receipt_port())).c_str());
-    } else {
-        std::printf("%s\n", step.rest.c_str());
-    }
+    const bool receipt = step.rest == "receipt";
+    const std::string text = receipt ? readable_receipt(devices_->written(receipt_port())) : step.rest;
+    std::printf("%s\n", text.c_str());
     std::fflush(stdout);
     return Progress::ok();
 }

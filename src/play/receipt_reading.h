@@ -1,4 +1,4 @@
-// Text receipts read back: the printer's bytes as Arabic text.
+// Reads text receipts from the bytes that were sent to the printer.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ namespace play {
 // other letters than are read here.
 std::string readable_receipt(std::string_view bytes);
 
-// Whether the bytes print the text somewhere, as a caption or as a name.
+// Whether the bytes print the text anywhere, as a caption or as a name.
 bool receipt_holds(std::string_view bytes, std::string_view text, database::Connection& connection);
 
 }  // namespace play

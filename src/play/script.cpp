@@ -23,7 +23,7 @@ Script read_script(const std::filesystem::path& file) {
 
 Halves split_at(std::string_view text, std::string_view word) {
     const std::string between = " " + std::string(word) + " ";
-    // A text may stand empty before or after the word.
+    // The text before or after the word may be empty.
     const std::string padded = " " + std::string(text) + " ";
     const auto at = padded.find(between);
     if (at == std::string::npos) return {std::string(common::trim(text)), {}, false};

@@ -1,4 +1,4 @@
-// A play: what a cashier does and what must then be seen, one step a line.
+// A play: what a cashier does and what must then be seen, one step per line.
 #pragma once
 
 #include <filesystem>
@@ -15,7 +15,7 @@ struct Step {
     std::string rest;  // what follows the verb, trimmed
 };
 
-// A play that cannot be read; what() names file and line.
+// A play that cannot be read; what() names the file.
 class ScriptError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -26,10 +26,10 @@ struct Script {
     std::vector<Step> steps;
 };
 
-// Blank lines and lines that begin with "#" are no steps.
+// Skips blank lines and lines that begin with "#".
 Script read_script(const std::filesystem::path& file);
 
-// "A word B" split at the first " word "; B is empty and `found` false when the word is not there.
+// Splits "A word B" at the first " word ". If there is none, A is the whole text and `found` is false.
 struct Halves {
     std::string before;
     std::string after;
@@ -37,7 +37,7 @@ struct Halves {
 };
 Halves split_at(std::string_view text, std::string_view word);
 
-// Words of a step, separated by blanks.
+// The words of a text, separated by blanks.
 std::vector<std::string> words(std::string_view text);
 
 }  // namespace play

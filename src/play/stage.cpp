@@ -9,7 +9,7 @@
 #include "admin/new_shop.h"
 #include "database/embedded/open.h"
 #include "database/sqlserver/open.h"
-#include "play/play_services.h"
+#include "play/environment.h"
 #include "startup/shop_files.h"
 
 namespace play {

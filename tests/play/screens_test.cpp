@@ -8,7 +8,7 @@
 #include <regex>
 #include <set>
 
-#include "play/gallery.h"
+#include "play/screens_page.h"
 #include "play/script.h"
 
 namespace {
@@ -22,7 +22,7 @@ std::string text_of(const fs::path& file) {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-// The classes that are shown: all that are sheets, but for those that others are made from, and the windows.
+// The classes that are screens: all sheets and dialogs that no other is derived from, and the windows.
 std::set<std::string> screens_of_the_program() {
     std::map<std::string, std::string> base_of;
     const std::regex heading(R"(class (\w+)(?: final)? : public (?:\w+::)?(\w+))");
@@ -66,11 +66,12 @@ TEST(ScreensPage, HasThePicturesOfItsPlays) {
     for (const auto& entry : fs::directory_iterator(root / "docs" / "screens")) {
         if (entry.path().extension() != ".play") continue;
         for (const play::Step& step : play::read_script(entry.path()).steps) {
-            play::Look look;
-            if (step.verb != "look" || !play::read_look(step, look)) continue;
-            EXPECT_TRUE(names.insert(look.name).second) << look.name << " twice";
-            for (const QSize& size : play::gallery_sizes()) {
-                const std::string picture = play::picture_name(look.name, size);
+            if (step.verb != "look") continue;
+            const auto shot = play::read_screenshot(step);
+            ASSERT_TRUE(shot) << entry.path() << ":" << step.line;
+            EXPECT_TRUE(names.insert(shot->name).second) << shot->name << " twice";
+            for (const QSize& size : play::page_sizes()) {
+                const std::string picture = play::picture_name(shot->name, size);
                 EXPECT_NE(page.find("(pictures/screens/" + picture + ")"), std::string::npos)
                     << picture << ": run docs/make-screens";
                 EXPECT_TRUE(fs::exists(root / "docs" / "pictures" / "screens" / picture)) << picture;

@@ -1,4 +1,4 @@
-// The cashier's hands: keys on their way to the window in use, with the pace of a person or of a scanner.
+// Sends keys to the active window at the speed of a person or of a scanner.
 #pragma once
 
 #include <QObject>
@@ -9,18 +9,19 @@ class QWidget;
 
 namespace play {
 
-class Hands : public QObject {
+class InputDriver : public QObject {
     Q_OBJECT
   public:
-    // A key by its name: "F1", "Shift+F9", "Ctrl+F", "Enter", "Esc", "Down", "Delete", "+", "5". False when
-    // there is none of that name.
+    // Presses a key by its name: "F1", "Shift+F9", "Ctrl+F", "Enter", "Esc", "Down", "Delete", "+", "5".
+    // Returns false if there is no key of that name.
     bool press(const QString& name);
     void type(const QString& text);
-    // The characters and an Enter, as fast as a scanner sends them.
+    // Sends the characters and an Enter as fast as a scanner.
     void scan(const QString& text);
+    // Whether all keys have been sent.
     bool idle() const { return keys_.empty(); }
-    // One key at once, which has been taken when this returns.
-    void strike(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    // Sends one key at once, ahead of the others, and returns when it has been handled.
+    void press_now(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
   private:
     struct Key {

@@ -1,4 +1,4 @@
-#include "play/seeing.h"
+#include "play/screen_reader.h"
 
 #include <QAbstractButton>
 #include <QAction>

@@ -1,4 +1,4 @@
-// The cashier's eyes: widgets by their object names, and what they show.
+// Finds widgets by their object names and reads what they show.
 #pragma once
 
 #include <QString>
@@ -14,28 +14,28 @@ class MessageBox;
 
 namespace play {
 
-// The visible widget of a name, on the sheet in front where there is one; null when there is none.
+// The visible widget of that name, preferably on the sheet in front; null if there is none.
 QWidget* find_widget(const QString& name);
 // An entry of a menu, open or not.
 QAction* find_action(const QString& name);
-// The message or question box in front; null when there is none.
+// The message or question box in front; null if there is none.
 ui::MessageBox* open_box();
-// The window in use.
+// The active window.
 QWidget* front_window();
 
-// What a widget says: a label's, field's, list's or button's text, without marks that only turn the writing.
+// The text of a label, field, list or button, without marks that only set the writing direction.
 QString text_of(const QWidget* widget);
 QString without_marks(QString text);
-// The text of a cell; rows are counted from 1, a column is named by its heading. Nothing when there is none.
+// The text of a cell; rows are counted from 1, a column is named by its heading.
 struct Cell {
     bool found = false;
     QString text;
 };
 Cell cell_of(const QTableView* table, int row, const QString& heading);
 
-// Everything that can be named in a play now: object name, kind of widget, caption.
+// All widgets and menu entries that a play can name now.
 struct Named {
-    QString screen;  // the screen or sheet it stands on
+    QString screen;  // the screen or sheet that it is on
     QString name;
     QString kind;
     QString caption;

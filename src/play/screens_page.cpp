@@ -1,4 +1,4 @@
-#include "play/gallery.h"
+#include "play/screens_page.h"
 
 #include <cxxabi.h>
 #include <QApplication>
@@ -11,7 +11,7 @@
 #include <typeinfo>
 #include <unordered_map>
 
-#include "play/seeing.h"
+#include "play/screen_reader.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/sheet.h"
 #include "ui/widgets/text.h"
@@ -20,7 +20,7 @@ namespace play {
 
 namespace {
 
-// The colours that are used most, the rarer ones of a kind together.
+// The colours that are used most; rare ones share a place with a similar colour.
 QVector<QRgb> palette_of(const QImage& picture, int most_colours) {
     std::unordered_map<QRgb, int> counted;
     for (int y = 0; y < picture.height(); ++y) {
@@ -32,11 +32,11 @@ QVector<QRgb> palette_of(const QImage& picture, int most_colours) {
     std::sort(colours.begin(), colours.end(), [](const auto& a, const auto& b) {
         return a.second != b.second ? a.second > b.second : a.first < b.first;
     });
-    // The grounds, which cover most of it, stand as they are; of the rest a colour that is hardly another one
-    // than one taken already needs no place of its own.
-    constexpr std::size_t grounds = 14;
+    // Backbackgrounds, which cover most of the picture, are kept exactly. Of the other colours, those that
+    // hardly differ from one already taken come last.
+    constexpr std::size_t backgrounds = 14;
     QVector<QRgb> taken;
-    for (std::size_t at = 0; at < std::min(grounds, colours.size()); ++at)
+    for (std::size_t at = 0; at < std::min(backgrounds, colours.size()); ++at)
         taken.push_back(colours[at].first);
     for (const int apart : {24, 8, 0}) {
         for (const auto& [colour, count] : colours) {
@@ -54,17 +54,15 @@ QVector<QRgb> palette_of(const QImage& picture, int most_colours) {
 
 }  // namespace
 
-const std::vector<QSize>& gallery_sizes() {
+const std::vector<QSize>& page_sizes() {
     static const std::vector<QSize> sizes = {{1024, 768}, {1920, 1080}};
     return sizes;
 }
 
-bool read_look(const Step& step, Look& look) {
+std::optional<Screenshot> read_screenshot(const Step& step) {
     const Halves said = split_at(step.rest, "=");
-    if (!said.found || said.before.empty() || said.after.empty()) return false;
-    look.name = said.before;
-    look.caption = said.after;
-    return true;
+    if (!said.found || said.before.empty() || said.after.empty()) return std::nullopt;
+    return Screenshot{said.before, said.after, {}};
 }
 
 std::string front_screen() {
@@ -96,13 +94,13 @@ QImage picture_of_screen(const QSize& screen) {
     return picture;
 }
 
-QRect place_of(const QString& object) {
+QRect place_in_picture(const QString& object) {
     const QWidget* widget = find_widget(object);
     if (widget == nullptr) return {};
     const QWidget* window = widget->window();
     if (widget == window) return window->rect();
     constexpr int edge = 12;
-    // A sheet covers the whole window; what it shows stands on its card.
+    // A sheet covers the whole window; its card is the visible part.
     if (qobject_cast<const ui::Sheet*>(widget) != nullptr) {
         for (const QWidget* child : widget->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
             if (child->property("role") == "card") widget = child;
@@ -113,36 +111,36 @@ QRect place_of(const QString& object) {
         .intersected(window->rect());
 }
 
-bool save_small(const QImage& picture, const std::filesystem::path& file, int colours) {
+bool save_png(const QImage& picture, const std::filesystem::path& file, int colours) {
     const QImage small = picture.convertToFormat(QImage::Format_Indexed8, palette_of(picture, colours),
                                                  Qt::ThresholdDither | Qt::AvoidDither);
-    constexpr int smallest = 0;  // the quality of a PNG is its size
+    constexpr int smallest = 0;  // for PNG, the lowest "quality" is the best compression
     return small.save(ui::qt(file.string()), "PNG", smallest);
 }
 
-std::string picture_name(const std::string& look, const QSize& screen) {
-    return look + "-" + std::to_string(screen.width()) + ".png";
+std::string picture_name(const std::string& name, const QSize& screen) {
+    return name + "-" + std::to_string(screen.width()) + ".png";
 }
 
-void write_gallery(const std::filesystem::path& file, const std::vector<Chapter>& chapters) {
+void write_screens_page(const std::filesystem::path& file, const std::vector<Section>& sections) {
     std::ofstream page(file, std::ios::trunc);
     page << "# Screens\n\n"
             "Every screen, sheet and box of the program at 1024 × 768 and at 1920 × 1080, on the demo shop, "
             "with the time\nstanding still. Made by `docs/make-screens`; the plays named here lead to each "
             "picture, and `look` in a play\nalso inspects the screen (`docs/plays.md`).\n";
-    for (const Chapter& chapter : chapters) {
-        const std::string play = chapter.play.filename().string();
-        page << "\n## " << chapter.title << "\n\n[" << play << "](screens/" << play << ")\n";
-        for (const Look& look : chapter.looks) {
-            page << "\n### " << look.caption << "\n\n`" << look.screen << "`\n\n";
+    for (const Section& section : sections) {
+        const std::string play = section.play.filename().string();
+        page << "\n## " << section.title << "\n\n[" << play << "](screens/" << play << ")\n";
+        for (const Screenshot& shot : section.screenshots) {
+            page << "\n### " << shot.caption << "\n\n`" << shot.screen << "`\n\n";
             std::string heads = "|";
             std::string rule = "|";
             std::string pictures = "|";
-            for (const QSize& size : gallery_sizes()) {
+            for (const QSize& size : page_sizes()) {
                 heads += " " + std::to_string(size.width()) + " × " + std::to_string(size.height()) + " |";
                 rule += "---|";
                 pictures +=
-                    " ![" + look.caption + "](pictures/screens/" + picture_name(look.name, size) + ") |";
+                    " ![" + shot.caption + "](pictures/screens/" + picture_name(shot.name, size) + ") |";
             }
             page << heads << "\n" << rule << "\n" << pictures << "\n";
         }

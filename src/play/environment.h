@@ -1,0 +1,76 @@
+// The environment of a play: a clock that the play sets, ports that are files, and a connection on which a
+// play can make statements fail.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "common/clock.h"
+#include "common/devices.h"
+#include "common/ports.h"
+#include "database/connection.h"
+
+namespace play {
+
+class PlayClock final : public common::Clock {
+  public:
+    common::Moment now() override { return moment_; }
+    // Does nothing: only the play sets the time.
+    bool set(const common::Moment&) override { return true; }
+    void put(const common::Moment& moment) { moment_ = moment; }
+
+  private:
+    common::Moment moment_{{2026, 11, 21}, {10, 42, 0, 0}};
+};
+
+// Appends what is written to a port to the file of its name in the folder "ports".
+class PlayDevices final : public common::Devices {
+  public:
+    explicit PlayDevices(std::filesystem::path folder)
+        : folder_(std::move(folder)), files_(folder_.string()) {}
+    bool write_port(std::string_view port, std::string_view bytes) override;
+    bool write_file(std::string_view name, std::string_view bytes) override {
+        return files_.write_file(name, bytes);
+    }
+
+    // Returns everything that was written to a port.
+    std::string written(std::string_view port) const;
+    void empty(std::string_view port) const;
+    // Makes writing to a port fail from now on, or work again.
+    void set_missing(std::string_view port, bool missing) const;
+
+  private:
+    std::filesystem::path file_of(std::string_view port) const;
+    std::filesystem::path folder_;
+    common::FileDevices files_;
+};
+
+// The exit code of a program that a play killed.
+inline constexpr int killed = 137;
+
+// Passes statements on to the real connection, but takes the server's time from the play's clock.
+class PlayConnection final : public database::Connection {
+  public:
+    PlayConnection(std::unique_ptr<database::Connection> real, common::Clock& clock)
+        : real_(std::move(real)), clock_(clock) {}
+
+    // Kills the process without cleanup before a statement that contains the text, as a power cut would.
+    void kill_when(const std::string& text);
+    // Makes the next statement that contains the text fail with the SQLSTATE.
+    void fail_when(const std::string& text, std::string sqlstate);
+
+    void make_durable() override { real_->make_durable(); }
+    bool is_embedded() const override { return real_->is_embedded(); }
+    Table describe(std::string_view table) override { return real_->describe(table); }
+    Outcome run(std::string_view statement, const std::vector<database::Value>& values) override;
+
+  private:
+    std::unique_ptr<database::Connection> real_;
+    common::Clock& clock_;
+    std::string kill_text_;  // in lower case, as fail_text_; empty for none
+    std::string fail_text_;
+    std::string sqlstate_;
+};
+
+}  // namespace play
