@@ -1,5 +1,5 @@
 // The cash that every drawer of a store must hold at a moment, computed from all movements, and its transfer
-// to the main drawer. Two procedures with differing sums: the store-wide one and calc_cash of the shift
+// to the main drawer. Two procedures with different sums: the store-wide one and calc_cash of the shift
 // screens.
 #pragma once
 
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "cash/cash_terms.h"
+#include "cash/cash_sums.h"
 #include "common/services.h"
 #include "database/connection.h"
 #include "signin/session.h"
@@ -17,18 +17,18 @@ namespace cash {
 struct DrawerPosition {
     std::int64_t drawer = 0;
     std::string name;
-    double position = 0;    // built from sums rounded to two decimals
-    float card_sales = 0;   // of the period, less card returns; not part of the position
-    float uncollected = 0;  // telephone orders of the period not yet collected; not part of the position
-    double discounts = 0;   // invoice_discounts of the period
-    double moved = 0;       // transferred to the main drawer by this computation
+    common::Amount position;     // built from sums rounded to two decimals
+    common::Amount card_sales;   // of the period, less card returns; not part of the position
+    common::Amount uncollected;  // telephone orders of the period that have not been paid; likewise
+    common::Amount discounts;    // invoice_discounts of the period
+    common::Amount moved;        // what move() has transferred to the main drawer
 };
 
 // The invoice discounts on a drawer's cash sales from `start` on and strictly before `until`, less those on
 // returns. The position counts these invoices before their discount, so a right count is this much short of
 // it.
-double invoice_discounts(database::Connection& connection, const Drawer& drawer, const common::Moment& start,
-                         const common::Moment& until);
+common::Amount invoice_discounts(database::Connection& connection, const Drawer& drawer,
+                                 const common::Moment& start, const common::Moment& until);
 
 // The store-wide computation.
 class CashPosition {
@@ -42,16 +42,16 @@ class CashPosition {
         compute(store, start, until, until);
     }
     // The same for a whole day: its position reaches to the next midnight, its figures to its last second,
-    // for what is written at midnight is the next day's.
+    // because an invoice of midnight belongs to the next day.
     void compute(std::int64_t store, const common::Moment& start, const common::Moment& until,
                  const common::Moment& end_of_period);
 
-    // Moves to the main drawer what was computed above zero, less `leave`, which stays in the drawer;
-    // `drawer` 0 empties every drawer, any other only that one. See move_cash for what is never moved.
-    void move(float leave, std::int64_t drawer);
+    // Transfers what each drawer holds above zero, less `leave`, to the main drawer; `drawer` 0 empties every
+    // drawer, any other only that one. The main drawer itself is never emptied.
+    void move(common::Amount leave, std::int64_t drawer);
 
     const std::vector<DrawerPosition>& drawers() const { return drawers_; }
-    // The workstation's own drawer; zeros when the store has no such drawer.
+    // The workstation's own drawer; zeros if the store has no such drawer.
     const DrawerPosition& own() const { return own_; }
 
   private:
@@ -64,13 +64,13 @@ class CashPosition {
     DrawerPosition own_;
 };
 
-// Which shift screen's copy of calc_cash: that of shift2s, that of shiftc.
+// Which shift screen's copy of calc_cash: that of shift2s or that of shiftc.
 enum class CalcCopy { shift_close, shift_start };
 
-// Computes every drawer of the session's store up to the start of its newest shift, moves what is above zero
-// to the main drawer, and tells the cashier of each drawer whose cash is zero or less. The session's own
-// drawer keeps `leave`; the others are emptied. Without any shift it does nothing.
+// Computes every drawer of the session's store up to the start of its newest shift, transfers what is above
+// zero to the main drawer, and tells the cashier of each drawer whose cash is zero or less. The session's own
+// drawer keeps `leave`; the others are emptied. Does nothing if there is no shift.
 std::vector<DrawerPosition> calc_cash(database::Connection& connection, const signin::Session& session,
-                                      const common::Services& services, CalcCopy copy, double leave);
+                                      const common::Services& services, CalcCopy copy, common::Amount leave);
 
 }  // namespace cash

@@ -1,7 +1,6 @@
 #include "cash/counted_cash.h"
 
 #include "cash/cash_position.h"
-#include "cash/cash_sums.h"
 #include "cash/messages.h"
 #include "common/numbers.h"
 #include "database/recordset.h"
@@ -55,18 +54,18 @@ void CountedCash::refresh() {
     const common::Moment end{common::add_days(day_, 1), {}};
     CashPosition computed(connection_, session_, services_.clock);
     computed.compute(store_, start, end, {day_, {23, 59, 59, 0}});
-    position_ = card_sales_ = uncollected_ = discounts_ = 0;
+    position_ = card_sales_ = uncollected_ = discounts_ = common::Amount();
     for (const DrawerPosition& drawer : computed.drawers()) {
         if (drawer.drawer != drawer_) continue;
         position_ = drawer.position;
-        card_sales_ = static_cast<double>(drawer.card_sales);
-        uncollected_ = static_cast<double>(drawer.uncollected);
+        card_sales_ = drawer.card_sales;
+        uncollected_ = drawer.uncollected;
         discounts_ = drawer.discounts;
     }
     const auto row = connection_.query(difference_row(store_, drawer_, day_));
     difference_.reset();
-    if (!row.empty()) difference_ = common::round_decimals(row.front().number("aml"), 2);
-    expected_ = add_amounts(position_, -difference_.value_or(0));
+    if (!row.empty()) difference_ = common::Amount(row.front().number("aml"));
+    expected_ = position_ - difference_.value_or(common::Amount());
 }
 
 bool CountedCash::confirm() {
@@ -90,7 +89,7 @@ bool CountedCash::confirm() {
     row.set("time_", database::Value(now));
     row.set("Date", day_);
     row.set("stcode", store_);
-    row.set("aml", add_amounts(*amount, -expected_));
+    row.set("aml", (common::Amount(*amount) - expected_).value());
     row.set("ptype", drawer_);
     row.update();
     connection_.make_durable();

@@ -41,15 +41,15 @@ class CountedCash {
     const common::Date& day() const { return day_; }
 
     // What the books say without the day's own surplus or shortage, so that counting twice gives the same.
-    double expected() const { return expected_; }
+    common::Amount expected() const { return expected_; }
     // The day's recorded surplus (above zero) or shortage (below); none when not counted yet.
-    const std::optional<double>& difference() const { return difference_; }
+    const std::optional<common::Amount>& difference() const { return difference_; }
     // The cash position, with the surplus or shortage.
-    double position() const { return position_; }
-    double card_sales() const { return card_sales_; }
-    double uncollected() const { return uncollected_; }
+    common::Amount position() const { return position_; }
+    common::Amount card_sales() const { return card_sales_; }
+    common::Amount uncollected() const { return uncollected_; }
     // Invoice discounts of the day's cash invoices, which the books do not take off the cash.
-    double discounts() const { return discounts_; }
+    common::Amount discounts() const { return discounts_; }
 
   private:
     database::Connection& connection_;
@@ -60,12 +60,12 @@ class CountedCash {
     std::int64_t store_ = 0;
     std::int64_t drawer_ = 0;
     common::Date day_;
-    double expected_ = 0;
-    std::optional<double> difference_;
-    double position_ = 0;
-    double card_sales_ = 0;
-    double uncollected_ = 0;
-    double discounts_ = 0;
+    common::Amount expected_;
+    std::optional<common::Amount> difference_;
+    common::Amount position_;
+    common::Amount card_sales_;
+    common::Amount uncollected_;
+    common::Amount discounts_;
 };
 
 }  // namespace cash

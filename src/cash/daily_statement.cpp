@@ -1,9 +1,6 @@
 #include "cash/daily_statement.h"
 
-#include "cash/cash_sums.h"
 #include "cash/messages.h"
-#include "cash/stray_movements.h"
-#include "common/numbers.h"
 #include "database/recordset.h"
 #include "signin/permissions.h"
 
@@ -11,9 +8,67 @@ namespace cash {
 
 namespace {
 
+using database::Fragment;
+using database::quoted;
+using database::Sql;
+
 std::vector<common::Choice> with_all(std::vector<common::Choice> list) {
     list.insert(list.begin(), common::Choice{0, std::string(message::all)});
     return list;
+}
+
+// A table of movements joined to the drawers.
+struct Source {
+    Fragment from;  // up to the store
+    Fragment day;   // the condition up to the day
+};
+
+constexpr Source sources[] = {
+    {"sales LEFT OUTER JOIN cash ON sales.stcode = cash.stcode and sales.ptype = cash.code where "
+     "sales.stcode = ",
+     " and sales.date "},
+    {"vencuspay LEFT OUTER JOIN cash ON vencuspay.stcode = cash.stcode and vencuspay.cash_n = cash.code "
+     "where vencuspay.type = 1 and vencuspay.stcode = ",
+     " and vencuspay.date "},
+    {"btran LEFT OUTER JOIN cash ON btran.stcode = cash.stcode and btran.cash_n = cash.code where "
+     "btran.type1 = 1 and btran.stcode = ",
+     " and btran.date "},
+    {"in_out LEFT OUTER JOIN cash ON in_out.stcode = cash.stcode and in_out.cash_n = cash.code where "
+     "in_out.stcode = ",
+     " and in_out.date "},
+    {"dailyexp LEFT OUTER JOIN cash ON dailyexp.stcode = cash.stcode and dailyexp.cash_n = cash.code where "
+     "dailyexp.stcode = ",
+     " and dailyexp.expdate "},
+    {"mor_les LEFT OUTER JOIN cash ON mor_les.stcode = cash.stcode and mor_les.ptype = cash.code where "
+     "mor_les.stcode = ",
+     " and mor_les.date "},
+    {"cach_t LEFT OUTER JOIN cash ON cach_t.cfr = cash.stcode and cach_t.cash_nf = cash.code where "
+     "cach_t.cfr = ",
+     " and cach_t.cdate "},
+    {"cach_t LEFT OUTER JOIN cash ON cach_t.cto = cash.stcode and cach_t.cash_nt = cash.code where "
+     "cach_t.cto = ",
+     " and cach_t.cdate "},
+};
+
+// How many cash movements of a store's day name no drawer of the store: a deleted one, a wrong one or none.
+// No drawer's figures hold them.
+std::int64_t count_stray_movements(database::Connection& connection, std::int64_t store,
+                                   const common::Date& day) {
+    std::int64_t found = 0;
+    for (const Source& source : sources) {
+        Sql statement("select count(*) as strays from ");
+        statement += source.from;
+        statement += store;
+        statement += source.day;
+        statement += ">= ";
+        statement += quoted(common::Moment{day, {}});
+        statement += source.day;
+        statement += "<= ";
+        statement += quoted(common::Moment{day, {23, 59, 59, 0}});
+        statement += " and cash.code is null";
+        found += database::integer_of(connection.scalar(statement));
+    }
+    return found;
 }
 
 }  // namespace
@@ -90,7 +145,7 @@ FigureRows DailyStatement::rows_behind(Figure figure) {
     for (const Drawer& drawer : shown_drawers_) {
         FigureRows part = cash::rows_behind(connection_, drawer, shown_date_, figure);
         all.rows.insert(all.rows.end(), part.rows.begin(), part.rows.end());
-        all.sum = add_amounts(all.sum, part.sum);
+        all.sum += part.sum;
     }
     return all;
 }
@@ -103,10 +158,9 @@ DayReport DailyStatement::print_report() {
     for (const std::size_t column : {0U, 1U, 2U, 4U, 3U})
         report.headings.emplace_back(journal_headings[column]);
 
-    connection_.execute(database::Sql("delete from [print] where [user] =") +
-                        database::quoted(session_.user_name));
-    database::Recordset lines(connection_, database::Sql("select * from [print] where [user] = ") +
-                                               database::quoted(session_.user_name));
+    connection_.execute(Sql("delete from [print] where [user] =") + quoted(session_.user_name));
+    database::Recordset lines(connection_,
+                              Sql("select * from [print] where [user] = ") + quoted(session_.user_name));
     for (const JournalRow& row : journal_) {
         const auto cells = row.cells();
         report.rows.push_back({cells[0], cells[1], cells[2], cells[4], cells[3]});
@@ -121,7 +175,8 @@ DayReport DailyStatement::print_report() {
     }
     for (const Figure figure : {Figure::net_cash, Figure::total_deposits, Figure::total_outgoings,
                                 Figure::net, Figure::previous_balance, Figure::current_balance}) {
-        report.totals.emplace_back(figure_headings[static_cast<std::size_t>(figure)], figures_.text(figure));
+        report.totals.emplace_back(figure_headings[static_cast<std::size_t>(figure)],
+                                   figures_[figure].text());
     }
     connection_.make_durable();
     return report;

@@ -1,14 +1,10 @@
 #include "cash/day_summary.h"
 
-#include <cmath>
-
-#include "cash/cash_sums.h"
-#include "common/numbers.h"
-
 namespace cash {
 
 namespace {
 
+using common::Amount;
 using database::Fragment;
 using database::quoted;
 using database::Sql;
@@ -24,7 +20,7 @@ const std::array<std::string_view, 11> summary_headings{
 DaySummary& DaySummary::operator+=(const DaySummary& other) {
     invoices += other.invoices;
     for (std::size_t i = 0; i < columns.size(); ++i)
-        columns[i] = add_amounts(columns[i], other.columns[i]);
+        columns[i] += other.columns[i];
     return *this;
 }
 
@@ -32,43 +28,40 @@ std::array<std::string, 11> DaySummary::cells() const {
     std::array<std::string, 11> texts;
     texts[0] = std::to_string(invoices);
     for (std::size_t i = 1; i < columns.size(); ++i)
-        texts[i] = common::format_amount(columns[i]);
+        texts[i] = columns[i].text();
     return texts;
 }
 
 DaySummary compute_summary(database::Connection& connection, const Drawer& drawer, const common::Date& day) {
     // Every query goes by the date alone, whatever the time.
     const Sql of_day = Sql("") + drawer.code + " and date =" + quoted(day) + " and stcode = " + drawer.store;
-    const auto read = [&](const Sql& statement, std::string_view column) {
-        const auto result = connection.query(statement);
-        return result.empty() ? 0 : common::round_decimals(result.front().number(column), 2);
+    const auto read = [&](const Sql& statement) {
+        return Amount(database::number_of(connection.scalar(statement)));
     };
     const auto invoices_sum = [&](Fragment condition) {
-        return read(Sql("select sum(ptot) as xs from sales where ptype = ") + of_day + condition, "xs");
+        return read(Sql("select sum(ptot) as xs from sales where ptype = ") + of_day + condition);
     };
 
     DaySummary summary;
-    const auto count = connection.query(Sql("select count(pnum) as xc from sales where ptype = ") + of_day);
-    summary.invoices = count.empty() ? 0 : count.front().integer("xc");
+    summary.invoices = database::integer_of(
+        connection.scalar(Sql("select count(pnum) as xc from sales where ptype = ") + of_day));
     auto& column = summary.columns;
     column[4] = invoices_sum(" and ctype = 0 and vcode = -1 and (stype = 0 Or stype = 2)");
     column[2] = invoices_sum(" and (ctype = 0 Or ctype = 1) and vcode <> -1 ");
     column[3] = invoices_sum(" and ctype = 0 and vcode = -1 and stype = 1 ");
-    column[1] = add_amounts(add_amounts(column[2], column[3]), column[4]);
-    const double counted = read(Sql("select sum(aml) as xs from mor_les where ptype = ") + of_day, "xs");
-    (counted > 0 ? column[8] : column[9]) = std::fabs(counted);
+    column[1] = column[2] + column[3] + column[4];
+    const Amount counted = read(Sql("select sum(aml) as xs from mor_les where ptype = ") + of_day);
+    if (counted > Amount()) column[8] = counted;
+    if (counted < Amount()) column[9] = -counted;
     column[7] = read(Sql("select sum(disboun) as xs from sales where ptype = ") + of_day +
-                         " and ctype = 0 and vcode = -1 and stype = 2 ",
-                     "xs");
+                     " and ctype = 0 and vcode = -1 and stype = 2 ");
     const auto returns =
         connection.query(Sql("select sum(ptot) as xs ,sum(disboun) as xy from sales where ptype = ") +
                          of_day + " and (ctype = 2 Or ctype = 3) and vcode = -1");
-    if (!returns.empty()) {
-        column[6] = add_amounts(common::round_decimals(returns.front().number("xs"), 2),
-                                common::round_decimals(returns.front().number("xy"), 2));
-    }
+    if (!returns.empty())
+        column[6] = Amount(returns.front().number("xs")) + Amount(returns.front().number("xy"));
     column[5] = invoices_sum(" and (ctype = 2 Or ctype = 3) and vcode <> -1");
-    column[10] = add_amounts(column[4] - column[6] - column[7], column[8] - column[9]);
+    column[10] = column[4] - column[6] - column[7] + column[8] - column[9];
     return summary;
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "cash/cash_terms.h"
+#include "cash/cash_sums.h"
 #include "common/date_time.h"
 #include "database/connection.h"
 
@@ -16,7 +16,7 @@ extern const std::array<std::string_view, 11> summary_headings;
 
 struct DaySummary {
     std::int64_t invoices = 0;
-    std::array<double, 11> columns{};  // 1 to 10 are the figures
+    std::array<common::Amount, 11> columns{};  // 1 to 10 are the figures
     DaySummary& operator+=(const DaySummary& other);
     // The cells under the headings: the count, then amounts as "0.00".
     std::array<std::string, 11> cells() const;

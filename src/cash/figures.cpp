@@ -1,12 +1,11 @@
 #include "cash/figures.h"
 
-#include <cmath>
-
-#include "cash/cash_sums.h"
-#include "cash/figure_parts.h"
-#include "common/numbers.h"
+#include "cash/parties.h"
 
 namespace cash {
+
+using common::Amount;
+using database::Row;
 
 // Column 0 to 24, each with its English meaning in the enumeration.
 const std::array<std::string_view, figure_count> figure_headings{
@@ -18,30 +17,40 @@ const std::array<std::string_view, figure_count> figure_headings{
 
 namespace {
 
-constexpr SummedFigure summed[] = {
-    {Figure::account_sales, Movement::account_sales, "xs"},
-    {Figure::account_returns, Movement::account_returns, "xs"},
-    {Figure::cash_sales, Movement::sales, "xs"},
-    {Figure::card_sales, Movement::card_sales, "xs"},
-    {Figure::tips, Movement::tips, "xs"},
-    {Figure::coupons, Movement::coupons, "xs"},
-    {Figure::uncollected, Movement::uncollected, "xs"},
-    {Figure::cash_returns, Movement::returns, "xs"},
-    {Figure::surplus, Movement::count_difference, "xs"},
-    {Figure::receipts, Movement::vouchers, "a2"},
-    {Figure::transfers_in, Movement::transfers_in, "xs"},
-    {Figure::from_bank, Movement::from_bank, "xs"},
-    {Figure::deposits, Movement::in_and_out, "Expr2"},
-    {Figure::payments, Movement::vouchers, "a1"},
-    {Figure::transfers_out, Movement::transfers_out, "xs"},
-    {Figure::to_bank, Movement::to_bank, "xs"},
-    {Figure::expenses, Movement::expenses, "xs"},
-    {Figure::withdrawals, Movement::in_and_out, "Expr1"},
-    {Figure::shortage, Movement::count_difference, "xs"},
+// A figure that is the sum of a movement.
+struct SummedFigure {
+    Figure figure;
+    Movement movement;
+};
+constexpr SummedFigure summed_figures[] = {
+    {Figure::account_sales, Movement::account_sales},
+    {Figure::account_returns, Movement::account_returns},
+    {Figure::cash_sales, Movement::sales},
+    {Figure::card_sales, Movement::card_sales},
+    {Figure::tips, Movement::tips},
+    {Figure::coupons, Movement::coupons},
+    {Figure::uncollected, Movement::uncollected},
+    {Figure::cash_returns, Movement::returns},
+    {Figure::surplus, Movement::count_difference},
+    {Figure::receipts, Movement::receipts},
+    {Figure::transfers_in, Movement::transfers_in},
+    {Figure::from_bank, Movement::from_bank},
+    {Figure::deposits, Movement::deposits},
+    {Figure::payments, Movement::payments},
+    {Figure::transfers_out, Movement::transfers_out},
+    {Figure::to_bank, Movement::to_bank},
+    {Figure::expenses, Movement::expenses},
+    {Figure::withdrawals, Movement::withdrawals},
+    {Figure::shortage, Movement::count_difference},
 };
 
-// In the order in which they depend on each other.
-constexpr MadeFigure made[] = {
+// A figure that is made of others. One that is a part of another comes before it.
+struct MadeFigure {
+    Figure figure;
+    Figure part;
+    int sign;
+};
+constexpr MadeFigure made_figures[] = {
     {Figure::net_cash, Figure::cash_sales, +1},
     {Figure::net_cash, Figure::card_sales, -1},
     {Figure::net_cash, Figure::tips, -1},
@@ -66,18 +75,11 @@ constexpr MadeFigure made[] = {
     {Figure::current_balance, Figure::net, +1},
 };
 
-}  // namespace
-
-std::span<const SummedFigure> summed_figures() {
-    return summed;
-}
-std::span<const MadeFigure> made_figures() {
-    return made;
-}
-
-double share_of_figure(Figure figure, double amount) {
-    if (figure == Figure::surplus) return amount > 0 ? amount : 0;
-    if (figure == Figure::shortage) return amount < 0 ? -amount : 0;
+// What of a sum belongs to a figure: of a day's count difference, a surplus above zero or a shortage below it
+// as a positive amount; of all others everything.
+Amount share_of_figure(Figure figure, Amount amount) {
+    if (figure == Figure::surplus) return amount > Amount() ? amount : Amount();
+    if (figure == Figure::shortage) return amount < Amount() ? -amount : Amount();
     return amount;
 }
 
@@ -89,30 +91,146 @@ Window start_of(const common::Date& day) {
     return until({day, {}});
 }
 
-Figures& Figures::operator+=(const Figures& other) {
-    for (std::size_t i = 0; i < figure_count; ++i)
-        values[i] = add_amounts(values[i], other.values[i]);
-    return *this;
+void add_part(Amount& figure, Amount part, int sign) {
+    figure += sign < 0 ? -part : part;
 }
 
-std::string Figures::text(Figure figure) const {
-    return common::format_amount((*this)[figure]);
+std::string_view heading(Figure figure) {
+    return figure_headings[static_cast<std::size_t>(figure)];
+}
+
+// Where the rows of a movement hold what a line shows of them.
+struct Listing {
+    std::string_view number;  // column; "" if such rows have no number
+    std::string_view date;    // column
+    std::string (Parties::*party)(const Row&);
+};
+Listing listing_of(Movement movement) {
+    switch (movement) {
+        case Movement::receipts:
+        case Movement::payments:
+            return {"chkno", "date", &Parties::of_voucher};
+        case Movement::to_bank:
+        case Movement::from_bank:
+            return {"ser", "date", &Parties::of_bank};
+        case Movement::transfers_out:
+        case Movement::transfers_in:
+            return {"cnum", "cdate", &Parties::of_transfer};
+        case Movement::withdrawals:
+        case Movement::deposits:
+            return {"ser", "date", &Parties::of_in_and_out};
+        case Movement::expenses:
+            return {"", "expdate", &Parties::of_expense};
+        case Movement::count_difference:
+            return {"", "date", nullptr};
+        default:
+            return {"pnum", "date", &Parties::of_invoice};
+    }
+}
+
+std::string moment_of_row(const Row& row, std::string_view date_column) {
+    const std::string day = common::date_text(row.moment(date_column).date);
+    return row.null("time_") ? day : day + " " + common::twelve_hour_text(row.moment("time_").time);
+}
+
+// Reads what is behind the figures of one drawer's day.
+class RowsBehind {
+  public:
+    RowsBehind(database::Connection& connection, const Drawer& drawer, const common::Date& day)
+        : connection_(connection), drawer_(drawer), day_(day), parties_(connection) {}
+
+    FigureRows of(Figure figure) {
+        if (figure == Figure::previous_balance) return of_previous_balance();
+        for (const SummedFigure& entry : summed_figures) {
+            if (entry.figure == figure) return of_sum(figure, term(entry.movement));
+        }
+        FigureRows all;
+        for (const MadeFigure& entry : made_figures) {
+            if (entry.figure != figure) continue;
+            FigureRows part = of(entry.part);
+            for (FigureRow& row : part.rows) {
+                row.amount *= entry.sign;
+                all.rows.push_back(std::move(row));
+            }
+            add_part(all.sum, part.sum, entry.sign);
+        }
+        return all;
+    }
+
+  private:
+    FigureRows of_sum(Figure figure, const Term& summed) {
+        const Listing listing = listing_of(summed.movement);
+        FigureRows found;
+        double sum = 0;
+        for (const Row& row :
+             connection_.query(rows_statement(statement_day, summed.movement, drawer_, day_window(day_)))) {
+            // A statement with two sums counts each row in one of them.
+            if (!summed.code.empty() &&
+                (row.null(summed.code) || row.integer(summed.code) != summed.code_value))
+                continue;
+            FigureRow line;
+            line.kind = heading(figure);
+            if (!listing.number.empty()) line.number = row.text(listing.number);
+            line.moment = moment_of_row(row, listing.date);
+            if (listing.party != nullptr) line.party = (parties_.*listing.party)(row);
+            line.amount = row.number(summed.amount);
+            sum += line.amount;
+            found.rows.push_back(std::move(line));
+        }
+        found.sum = share_of_figure(figure, Amount(sum));
+        if (found.sum.is_zero() && sum != 0) {
+            // A surplus is no shortage: its rows belong to the other figure.
+            if (summed.movement == Movement::count_difference) found.rows.clear();
+        } else if (figure == Figure::shortage) {
+            for (FigureRow& row : found.rows)
+                row.amount = -row.amount;
+        }
+        return found;
+    }
+
+    FigureRows of_previous_balance() {
+        FigureRows found;
+        const auto sums = read_sums(connection_, balance_brought_forward, drawer_, start_of(day_));
+        for (const Sum& sum : sums) {
+            if (sum.amount.is_zero()) continue;
+            found.rows.push_back({std::string(sum.term->caption), "", "", "", sum.counted().value()});
+        }
+        found.sum = total_of(sums);
+        return found;
+    }
+
+    database::Connection& connection_;
+    Drawer drawer_;
+    common::Date day_;
+    Parties parties_;
+};
+
+}  // namespace
+
+Figures& Figures::operator+=(const Figures& other) {
+    for (std::size_t i = 0; i < figure_count; ++i)
+        values[i] += other.values[i];
+    return *this;
 }
 
 Figures compute_figures(database::Connection& connection, const Drawer& drawer, const common::Date& day) {
     Figures figures;
-    for (const Sum& sum : read_all_sums(connection, statement_day, drawer, day_window(day))) {
-        for (const SummedFigure& entry : summed) {
-            if (entry.movement != sum.movement || entry.column != sum.reading->column) continue;
-            figures[entry.figure] = share_of_figure(entry.figure, sum.amount);
+    for (const Sum& sum : read_sums(connection, statement_day, drawer, day_window(day))) {
+        for (const SummedFigure& entry : summed_figures) {
+            if (entry.movement == sum.term->movement)
+                figures[entry.figure] = share_of_figure(entry.figure, sum.amount);
         }
     }
     figures[Figure::previous_balance] =
-        total_of(read_all_sums(connection, balance_brought_forward, drawer, start_of(day)));
-    for (const MadeFigure& entry : made) {
-        figures[entry.figure] = add_amounts(figures[entry.figure], entry.sign * figures[entry.part]);
-    }
+        total_of(read_sums(connection, balance_brought_forward, drawer, start_of(day)));
+    for (const MadeFigure& entry : made_figures)
+        add_part(figures[entry.figure], figures[entry.part], entry.sign);
     return figures;
+}
+
+FigureRows rows_behind(database::Connection& connection, const Drawer& drawer, const common::Date& day,
+                       Figure figure) {
+    return RowsBehind(connection, drawer, day).of(figure);
 }
 
 }  // namespace cash

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cash/cash_terms.h"
+#include "cash/cash_sums.h"
 #include "common/date_time.h"
 #include "database/connection.h"
 
@@ -46,28 +46,27 @@ extern const std::array<std::string_view, figure_count> figure_headings;
 
 // Figures of one drawer, or of several added up.
 struct Figures {
-    std::array<double, figure_count> values{};
-    double operator[](Figure figure) const { return values[static_cast<std::size_t>(figure)]; }
-    double& operator[](Figure figure) { return values[static_cast<std::size_t>(figure)]; }
+    std::array<common::Amount, figure_count> values{};
+    common::Amount operator[](Figure figure) const { return values[static_cast<std::size_t>(figure)]; }
+    common::Amount& operator[](Figure figure) { return values[static_cast<std::size_t>(figure)]; }
     Figures& operator+=(const Figures& other);
-    std::string text(Figure figure) const;  // "0.00"
 };
 
 // The statement of one drawer on one day: the movements after 00:00:00 up to and including 23:59:59.
 Figures compute_figures(database::Connection& connection, const Drawer& drawer, const common::Date& day);
 
-// One line behind a figure. Figures made of others have the lines of those, with their signs; the previous
-// balance has one line for each of its sums.
+// One line behind a figure. A figure made of others has their lines, with their signs; the previous balance
+// has one line for each of its sums.
 struct FigureRow {
     std::string kind;    // the heading of the figure, or the name of the sum, that the line belongs to
     std::string number;  // of the invoice, voucher or transfer
     std::string moment;  // "yyyy/mm/dd hh:mm AM/PM"; empty for a sum
     std::string party;
-    double amount = 0;
+    double amount = 0;  // as the database holds it, not rounded
 };
 struct FigureRows {
     std::vector<FigureRow> rows;
-    double sum = 0;  // equals the figure
+    common::Amount sum;  // equals the figure
 };
 FigureRows rows_behind(database::Connection& connection, const Drawer& drawer, const common::Date& day,
                        Figure figure);

@@ -1,7 +1,6 @@
 #include "cash/journal.h"
 
-#include <map>
-
+#include "cash/parties.h"
 #include "common/numbers.h"
 
 namespace cash {
@@ -28,7 +27,8 @@ Sql journal_statement(std::int64_t store, const common::Date& day, JournalFilter
         "sales.stype, sales.pdis, sales.inv_type, sales.Shift, sales.teln, sales.cust_c, "
         "case when sales.ctype = 0 or sales.ctype = 1 then 'مبيعات' else 'مرتجعات' end as E1, "
         "case when sales.vcode = -1 then 'نقدية' else 'آجلة' end as E2, "
-        "users.[Name] as user_name, worker.work_name, custdata.cname, vendata.vname, "
+        "users.[Name] as user_name, worker.work_name, custdata.cname as customer_name, "
+        "vendata.vname as vendor_name, "
         "boundata.cname as receiver, link.cname as representative "
         "from sales LEFT OUTER JOIN users ON sales.[User] = users.code "
         "LEFT OUTER JOIN worker ON sales.wCode = worker.work_code "
@@ -64,27 +64,6 @@ Sql journal_statement(std::int64_t store, const common::Date& day, JournalFilter
     return statement;
 }
 
-// Names of walk-in customers, each looked up once: their numbers are not unique, so a join could list an
-// invoice twice.
-class WalkInNames {
-  public:
-    explicit WalkInNames(database::Connection& connection) : connection_(connection) {}
-    const std::string& of(std::int64_t code) {
-        const auto known = names_.find(code);
-        if (known != names_.end()) return known->second;
-        std::string name;
-        if (code != 0) {
-            const auto rows = connection_.query(Sql("select * from cust_cash where zcode = ") + code);
-            if (!rows.empty()) name = rows.front().text("zname");
-        }
-        return names_.emplace(code, std::move(name)).first->second;
-    }
-
-  private:
-    database::Connection& connection_;
-    std::map<std::int64_t, std::string> names_;
-};
-
 constexpr int tips_payment = 2;
 
 }  // namespace
@@ -92,7 +71,7 @@ constexpr int tips_payment = 2;
 std::vector<JournalRow> load_journal(database::Connection& connection, std::int64_t store,
                                      const common::Date& day, JournalFilter filter) {
     std::vector<JournalRow> journal;
-    WalkInNames walk_in(connection);
+    Parties parties(connection);
     for (const auto& row : connection.query(journal_statement(store, day, filter))) {
         JournalRow line;
         line.number = row.integer("pnum");
@@ -103,10 +82,7 @@ std::vector<JournalRow> load_journal(database::Connection& connection, std::int6
         line.ctype = static_cast<int>(row.integer("ctype"));
         line.stype = static_cast<int>(row.integer("stype"));
         line.link = row.text(line.stype == tips_payment ? "receiver" : "representative");
-        line.party = row.text("cname");
-        if (line.party.empty()) line.party = row.text("vname");
-        if (line.party.empty()) line.party = walk_in.of(row.integer("cust_c"));
-        if (line.party.empty() && line.stype == tips_payment) line.party = line.link;
+        line.party = parties.of_invoice(row);
         if (!row.null("time_")) line.time = common::twelve_hour_text(row.moment("time_").time);
         line.date = common::date_text(row.moment("Date").date);
         line.note = row.text("note");

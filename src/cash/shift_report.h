@@ -18,12 +18,12 @@ struct ShiftReport {
     std::string drawer;
     common::Moment start;
     common::Moment end;
-    double counted = 0;
-    double expected = 0;
-    double difference = 0;   // counted less expected
-    double card_sales = 0;   // of the shift
-    double uncollected = 0;  // telephone orders of the shift not yet collected
-    double discounts = 0;    // invoice discounts of the shift, which the expected cash still holds
+    common::Amount counted;
+    common::Amount expected;
+    common::Amount difference;   // counted less expected
+    common::Amount card_sales;   // of the shift
+    common::Amount uncollected;  // telephone orders of the shift that have not been paid yet
+    common::Amount discounts;    // invoice discounts of the shift, which the expected cash still holds
 
     // The number followed by " تقرير ورديه رقم :".
     std::string title() const;

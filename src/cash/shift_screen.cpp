@@ -1,6 +1,5 @@
 #include "cash/shift_screen.h"
 
-#include "cash/cash_sums.h"
 #include "cash/messages.h"
 #include "common/numbers.h"
 #include "database/recordset.h"
@@ -33,7 +32,7 @@ bool ShiftStartScreen::open() {
     time = common::time_text(now.time);
     counted = leave = "0.00";
     worker.reset();
-    discounts_ = 0;
+    discounts_ = {};
     if (is_in_shift())
         discounts_ =
             invoice_discounts(connection_, {session_.store_code, session_.cash_point}, last_->start, now);
@@ -68,13 +67,13 @@ std::optional<ShiftStartScreen::Amounts> ShiftStartScreen::read_amounts() {
             refuse(message::no_amount, field == &counted ? Field::counted : Field::leave);
             return std::nullopt;
         }
-        *amount = *read;
+        *amount = common::Amount(*read);
     }
     return amounts;
 }
 
 bool ShiftStartScreen::may_close(const Shift& shift, const common::Moment& at, const Amounts& amounts) {
-    if (clos_bal_ == 1 && amounts.counted == 0) return refuse(message::counted_needed, Field::counted);
+    if (clos_bal_ == 1 && amounts.counted.is_zero()) return refuse(message::counted_needed, Field::counted);
     // A clock set back, or a start that was written with a wrong one.
     if (at < shift.start) return refuse(before(message::before_last_start, shift.start), Field::time);
     return true;
@@ -84,7 +83,7 @@ bool ShiftStartScreen::may_close(const Shift& shift, const common::Moment& at, c
 void ShiftStartScreen::close_shift(const Shift& shift, const common::Moment& at, const Amounts& amounts) {
     CashPosition position(connection_, session_, services_.clock);
     position.compute(session_.store_code, shift.start, at);
-    position.move(static_cast<float>(amounts.leave), session_.cash_point);
+    position.move(amounts.leave, session_.cash_point);
 
     ShiftReport closed;
     closed.number = shift.number;
@@ -95,9 +94,9 @@ void ShiftStartScreen::close_shift(const Shift& shift, const common::Moment& at,
     closed.end = at;
     closed.counted = amounts.counted;
     closed.expected = position.own().position;
-    closed.difference = add_amounts(closed.counted, -closed.expected);
-    closed.card_sales = static_cast<double>(position.own().card_sales);
-    closed.uncollected = static_cast<double>(position.own().uncollected);
+    closed.difference = closed.counted - closed.expected;
+    closed.card_sales = position.own().card_sales;
+    closed.uncollected = position.own().uncollected;
     closed.discounts = position.own().discounts;
 
     // Usually one row; two when workstations with the same number started the shift at one moment.
@@ -107,7 +106,7 @@ void ShiftStartScreen::close_shift(const Shift& shift, const common::Moment& at,
     for (; !rows.at_end(); rows.move_next()) {
         if (!rows.null("e_date")) continue;
         rows.set("e_date", Value(at));
-        rows.set("cur_bal", amounts.counted);
+        rows.set("cur_bal", amounts.counted.value());
         rows.update();
     }
     if (prn_csh_rep_ == 1) report_ = closed;

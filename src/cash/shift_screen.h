@@ -51,7 +51,7 @@ class ShiftStartScreen {
     const std::string& last_worker() const { return last_worker_; }
     // Invoice discounts of the open shift, by which a right count is short of the expected cash; 0 between
     // shifts.
-    double discounts() const { return discounts_; }
+    common::Amount discounts() const { return discounts_; }
     bool counted_cash_needed() const { return clos_bal_ == 1; }
 
     // The report of the shift that the last action closed, when the settings want it printed.
@@ -63,8 +63,8 @@ class ShiftStartScreen {
         : connection_(connection), session_(session), services_(services), copy_(copy) {}
 
     struct Amounts {
-        double counted = 0;
-        double leave = 0;
+        common::Amount counted;
+        common::Amount leave;
     };
     void read_last_shift(database::Fragment order = by_number_at_start);
     std::optional<Amounts> read_amounts();
@@ -87,7 +87,7 @@ class ShiftStartScreen {
     std::optional<Shift> last_;
     std::string last_worker_;
     std::int64_t next_number_ = 1;
-    double discounts_ = 0;
+    common::Amount discounts_;
     std::optional<ShiftReport> report_;
 };
 

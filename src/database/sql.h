@@ -18,8 +18,13 @@ class Fragment {
     template <std::size_t N>
     consteval Fragment(const char (&text)[N]) : text_(text, N - 1) {}  // NOLINT: literals convert on purpose
     constexpr std::string_view text() const { return text_; }
+    // A part of the literal.
+    constexpr Fragment piece(std::size_t from, std::size_t length = std::string_view::npos) const {
+        return Fragment(text_.substr(from, length));
+    }
 
   private:
+    explicit constexpr Fragment(std::string_view part) : text_(part) {}
     std::string_view text_;
 };
 

@@ -2,11 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "cash/transfer.h"
 #include "drawers.h"
 
 namespace cash {
 namespace {
+
+using common::Amount;
 
 constexpr common::Moment noon{{2026, 11, 21}, {12, 0, 0, 0}};
 constexpr common::Moment morning{{2026, 11, 21}, {8, 0, 0, 0}};
@@ -25,8 +26,8 @@ struct Edge {
     const char* what;
     test::InvoiceRow row;
     double position;
-    float card;
-    float telephone;
+    double card;
+    double telephone;
 };
 
 test::InvoiceRow at(const std::string& date, const std::string& time, int stype = 0, int ctype = 0) {
@@ -65,9 +66,9 @@ TEST_F(Position, CountsStrictlyBeforeButThePeriodUpToItsEnd) {
         drawers.shop.sql("delete from sales");
         drawers.invoice(edge.row);
         const DrawerPosition own = computed().own();
-        EXPECT_EQ(own.position, edge.position) << edge.what;
-        EXPECT_EQ(own.card_sales, edge.card) << edge.what;
-        EXPECT_EQ(own.uncollected, edge.telephone) << edge.what;
+        EXPECT_EQ(own.position.value(), edge.position) << edge.what;
+        EXPECT_EQ(own.card_sales.value(), edge.card) << edge.what;
+        EXPECT_EQ(own.uncollected.value(), edge.telephone) << edge.what;
     }
 }
 
@@ -75,19 +76,19 @@ TEST_F(Position, CountsStrictlyBeforeButThePeriodUpToItsEnd) {
 TEST_F(Position, RoundsEverySum) {
     drawers.cash_sale("0.004");
     drawers.cash_sale("0.004");
-    EXPECT_EQ(computed().own().position, 0.01);
+    EXPECT_EQ(computed().own().position.text(), "0.01");
     for (int i = 0; i < 10; ++i)
         drawers.cash_sale("0.1");
-    EXPECT_EQ(computed().own().position, 1.01);
+    EXPECT_EQ(computed().own().position.text(), "1.01");
 }
 
 TEST_F(Position, MovesWhatIsAboveZero) {
     drawers.cash_sale("500.25");
     drawers.cash_sale("70", "09:30:00", 2);
     CashPosition position = computed();
-    position.move(200, 1);
+    position.move(Amount(200), 1);
     EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 300.25\n");
-    EXPECT_EQ(position.own().moved, 300.25);
+    EXPECT_EQ(position.own().moved.value(), 300.25);
     const auto row = drawers.shop.connection().query("select * from cach_t").front();
     EXPECT_EQ(row.text("note1"), "تحويل من درج 1");
     EXPECT_EQ(row.moment("cdate"), (common::Moment{{2026, 11, 21}, {}}));
@@ -99,7 +100,7 @@ struct Unmoved {
     const char* what;
     const char* sale;
     std::int64_t drawer;
-    float leave;
+    double leave;
 };
 TEST_F(Position, MovesNothing) {
     const Unmoved cases[] = {{"zero", "0", 1, 0},
@@ -111,7 +112,7 @@ TEST_F(Position, MovesNothing) {
         drawers.shop.sql("delete from sales");
         drawers.cash_sale(unmoved.sale, "09:00:00", unmoved.drawer);
         CashPosition position = computed();
-        position.move(unmoved.leave, unmoved.drawer);
+        position.move(Amount(unmoved.leave), unmoved.drawer);
         EXPECT_EQ(drawers.transfers(), "") << unmoved.what;
     }
 }
@@ -123,7 +124,7 @@ TEST_F(Position, MovesEveryDrawerWhenNoneIsNamed) {
     drawers.shop.sql(
         "insert into cach_t (cnum,cfr,cto,cash_nf,cash_nt,caml,cdate) select 17,2,2,1,1,1,'2026/01/01'");
     CashPosition position = computed();
-    position.move(0, 0);
+    position.move({}, 0);
     EXPECT_EQ(drawers.transfers(), "17: 2/1 to 2/1 1.00\n18: 1/1 to 2/1 30.00\n19: 1/2 to 2/1 40.00\n");
 }
 
@@ -132,13 +133,13 @@ TEST_F(Position, TheSameCashIsNeverMovedTwice) {
     drawers.cash_sale("100");
     for (int till = 0; till < 2; ++till) {
         CashPosition position = computed({{2026, 11, 21}, {10, 0, 0, 0}});
-        position.move(0, 1);
+        position.move({}, 1);
     }
     EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 100.00\n");
     // What was sold since then is moved at the next change.
     drawers.cash_sale("25", "10:50:00");
     CashPosition position = computed({{2026, 11, 21}, {11, 0, 0, 0}});
-    position.move(0, 1);
+    position.move({}, 1);
     EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 100.00\n2: 1/1 to 1/2 25.00\n");
 }
 
@@ -147,14 +148,14 @@ TEST_F(Position, ADrawersNameMayHoldQuotes) {
         "update cash set name = N'درج ''القبو''; delete from sales' where stcode = 1 and code = 1");
     drawers.cash_sale("10");
     CashPosition position = computed();
-    position.move(0, 1);
+    position.move({}, 1);
     EXPECT_EQ(drawers.shop.cell("select note1 from cach_t"), "تحويل من درج 'القبو'; delete from sales");
 }
 
 TEST_F(Position, AStoreWithoutDrawersHasNoPositions) {
     drawers.shop.sql("delete from cash");
     EXPECT_TRUE(computed().drawers().empty());
-    EXPECT_EQ(computed().own().position, 0);
+    EXPECT_TRUE(computed().own().position.is_zero());
 }
 
 TEST_F(Position, CalcCashEmptiesTheDrawersAndNamesTheEmptyOnes) {
@@ -163,7 +164,7 @@ TEST_F(Position, CalcCashEmptiesTheDrawersAndNamesTheEmptyOnes) {
     drawers.open_shift(4);
     drawers.open_shift(9, "2026/11/21 09:30:00", 2);
     const auto positions = calc_cash(drawers.shop.connection(), drawers.session, drawers.services.all(),
-                                     CalcCopy::shift_close, 120);
+                                     CalcCopy::shift_close, Amount(120));
     ASSERT_EQ(positions.size(), 2U);
     EXPECT_EQ(drawers.transfers(), "1: 1/1 to 2/1 180.00\n");
     ASSERT_EQ(drawers.services.prompts.messages.size(), 1U);
@@ -182,9 +183,9 @@ TEST_F(Position, TheCopiesOfCalcCashCountToDifferentMoments) {
     drawers.cash_sale("100", "09:59:59");
     drawers.cash_sale("1000", "10:00:10");
     const auto own = [this](CalcCopy copy) {
-        return calc_cash(drawers.shop.connection(), drawers.session, drawers.services.all(), copy, 0)
+        return calc_cash(drawers.shop.connection(), drawers.session, drawers.services.all(), copy, {})
             .front()
-            .position;
+            .position.value();
     };
     EXPECT_EQ(own(CalcCopy::shift_close), 1);
     EXPECT_EQ(own(CalcCopy::shift_start), 111);

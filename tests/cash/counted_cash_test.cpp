@@ -9,6 +9,8 @@
 namespace cash {
 namespace {
 
+using common::Amount;
+
 class Counting : public testing::Test {
   protected:
     CountedCash opened() {
@@ -22,18 +24,18 @@ class Counting : public testing::Test {
 TEST_F(Counting, ASecondCountReplacesTheFirst) {
     drawers.cash_sale("470");
     CountedCash panel = opened();
-    EXPECT_EQ(panel.expected(), 470);
+    EXPECT_EQ(panel.expected().value(), 470);
     EXPECT_FALSE(panel.difference());
     for (const auto& [counted, difference] : {std::pair{"500", 30.0}, {"500.00", 30.0}, {"440.5", -29.5}}) {
         panel.counted = counted;
         EXPECT_TRUE(panel.confirm());
-        EXPECT_EQ(panel.difference(), difference);
-        EXPECT_EQ(panel.expected(), 470);
-        EXPECT_EQ(panel.position(), 470 + difference);
+        EXPECT_EQ(panel.difference(), Amount(difference));
+        EXPECT_EQ(panel.expected().value(), 470);
+        EXPECT_EQ(panel.position().value(), 470 + difference);
         EXPECT_EQ(drawers.shop.number("select count(*) from mor_les"), 1);
         EXPECT_EQ(drawers.shop.number("select aml from mor_les"), difference);
     }
-    EXPECT_EQ(opened().difference(), -29.5);
+    EXPECT_EQ(opened().difference(), Amount(-29.5));
     EXPECT_EQ(drawers.shop.cell("select time_ from mor_les"), "2026/11/21 10:42:00");
 }
 
@@ -51,8 +53,8 @@ TEST_F(Counting, EachDayStoreAndDrawerHasItsOwnRow) {
     panel.confirm();
     EXPECT_EQ(drawers.shop.number("select count(*) from mor_les"), 4);
     panel.choose_day({2026, 11, 21});
-    EXPECT_EQ(panel.expected(), 2);  // yesterday's surplus is in the drawer
-    EXPECT_EQ(panel.position(), 7);
+    EXPECT_EQ(panel.expected().value(), 2);  // yesterday's surplus is in the drawer
+    EXPECT_EQ(panel.position().value(), 7);
 }
 
 // The whole day counts, its last second included; what comes at midnight is the next day's.
@@ -69,9 +71,9 @@ TEST_F(Counting, CountsToTheEndOfTheDay) {
     next.safe = "0";
     drawers.invoice(next);
     const CountedCash panel = opened();
-    EXPECT_EQ(panel.expected(), 10);
-    EXPECT_EQ(panel.card_sales(), 0);
-    EXPECT_EQ(panel.uncollected(), 0);
+    EXPECT_EQ(panel.expected().value(), 10);
+    EXPECT_EQ(panel.card_sales().value(), 0);
+    EXPECT_EQ(panel.uncollected().value(), 0);
 }
 
 TEST_F(Counting, RefusalsWriteNothing) {

@@ -85,7 +85,8 @@ TEST_F(Statement, EveryFigureUnderItsHeading) {
         {"رصيد حــالي", "642.75"}};
     for (std::size_t i = 0; i < figure_count; ++i) {
         EXPECT_EQ(figure_headings[i], expected[i].first);
-        EXPECT_EQ(statement.figures().text(static_cast<Figure>(i)), expected[i].second) << expected[i].first;
+        EXPECT_EQ(statement.figures()[static_cast<Figure>(i)].text(), expected[i].second)
+            << expected[i].first;
     }
     EXPECT_TRUE(drawers.services.prompts.messages.empty());
 }
@@ -96,9 +97,9 @@ TEST_F(Statement, ADayWithoutMovementsKeepsTheBalance) {
     statement.date = {2026, 11, 25};
     ASSERT_TRUE(statement.show());
     for (std::size_t i = 0; i < 23; ++i)
-        EXPECT_EQ(statement.figures().values[i], 0) << figure_headings[i];
-    EXPECT_EQ(statement.figures().text(Figure::previous_balance), "142.75");
-    EXPECT_EQ(statement.figures().text(Figure::current_balance), "142.75");
+        EXPECT_TRUE(statement.figures().values[i].is_zero()) << figure_headings[i];
+    EXPECT_EQ(statement.figures()[Figure::previous_balance].text(), "142.75");
+    EXPECT_EQ(statement.figures()[Figure::current_balance].text(), "142.75");
 }
 
 TEST_F(Statement, MidnightBelongsToTheDayBefore) {
@@ -107,13 +108,19 @@ TEST_F(Statement, MidnightBelongsToTheDayBefore) {
     drawers.cash_sale("40", "00:00:01");
     drawers.cash_sale("80", "23:59:59");
     const DailyStatement statement = opened();
-    EXPECT_EQ(statement.figures().text(Figure::previous_balance), "30.00");
-    EXPECT_EQ(statement.figures().text(Figure::cash_sales), "120.00");
-    EXPECT_EQ(statement.figures().text(Figure::current_balance), "150.00");
+    EXPECT_EQ(statement.figures()[Figure::previous_balance].text(), "30.00");
+    EXPECT_EQ(statement.figures()[Figure::cash_sales].text(), "120.00");
+    EXPECT_EQ(statement.figures()[Figure::current_balance].text(), "150.00");
 }
 
+// The same party as in the journal, the receiver of tips and a vendor's account among them.
 TEST_F(Statement, TheRowsBehindAFigureNameTheirParty) {
     busy_day();
+    for (const char* statement :
+         {"insert into boundata (ccode,cname) select 5,N'حسن'", "update sales set link = 5 where pnum = 4",
+          "insert into vendata (vcode,vname) select 8,N'مورد الخضار'",
+          "update sales set vcode = 8 where pnum = 10"})
+        drawers.shop.sql(statement);
     DailyStatement statement = opened();
     struct Case {
         Figure figure;
@@ -124,7 +131,8 @@ TEST_F(Statement, TheRowsBehindAFigureNameTheirParty) {
     };
     const Case cases[] = {
         {Figure::account_sales, "9", "2026/11/21 09:00 AM", "مطعم الأمل", 200},
-        {Figure::tips, "4", "2026/11/21 09:00 AM", "", 3},
+        {Figure::account_returns, "10", "2026/11/21 09:00 AM", "مورد الخضار", 30},
+        {Figure::tips, "4", "2026/11/21 09:00 AM", "حسن", 3},
         {Figure::receipts, "12", "2026/11/21 09:10 AM", "مطعم الأمل", 50},
         {Figure::payments, "13", "2026/11/21 09:11 AM", "مطعم الأمل", 8},
         {Figure::to_bank, "1", "2026/11/21 09:13 AM", "البنك الأهلي", 5},
@@ -155,17 +163,17 @@ TEST_F(Statement, AllDrawersAddUp) {
     other.ptot = "5000";
     drawers.invoice(other);
     DailyStatement statement = opened();
-    EXPECT_EQ(statement.figures().text(Figure::cash_sales), "193.00");
+    EXPECT_EQ(statement.figures()[Figure::cash_sales].text(), "193.00");
     statement.choose_drawer(0);
     ASSERT_TRUE(statement.show());
-    EXPECT_EQ(statement.figures().text(Figure::cash_sales), "1193.00");
+    EXPECT_EQ(statement.figures()[Figure::cash_sales].text(), "1193.00");
     EXPECT_EQ(statement.rows_behind(Figure::cash_sales).rows.size(), 7U);
     statement.choose_store(0);
     ASSERT_TRUE(statement.show());
-    EXPECT_EQ(statement.figures().text(Figure::cash_sales), "6193.00");
+    EXPECT_EQ(statement.figures()[Figure::cash_sales].text(), "6193.00");
     // Between the shop's own drawers nothing is won or lost.
-    EXPECT_EQ(statement.figures().text(Figure::transfers_in),
-              statement.figures().text(Figure::transfers_out));
+    EXPECT_EQ(statement.figures()[Figure::transfers_in].text(),
+              statement.figures()[Figure::transfers_out].text());
     EXPECT_EQ(statement.stores().front().name, "الكل");
     EXPECT_EQ(statement.journal().size(), 12U);
 }
@@ -192,7 +200,7 @@ TEST_F(Statement, SaysWhenADrawerIsMissing) {
     drawers.shop.sql("delete from cash where stcode = 1 and code = 1");
     EXPECT_FALSE(statement.show());
     EXPECT_EQ(drawers.services.prompts.last(), message::no_such_drawer);
-    EXPECT_EQ(statement.figures().text(Figure::cash_sales), "10.00");  // what was shown stays
+    EXPECT_EQ(statement.figures()[Figure::cash_sales].text(), "10.00");  // what was shown stays
 }
 
 TEST_F(Statement, JournalListsAndFilters) {

@@ -80,8 +80,8 @@ TEST_F(Shifts, StartingClosesTheOpenShiftAndMovesItsCash) {
     const ShiftReport& report = *screen.report();
     EXPECT_EQ(report.title(), "1 تقرير ورديه رقم :");
     EXPECT_EQ(report.worker, "سعاد");
-    EXPECT_EQ(report.expected, 150.75);
-    EXPECT_EQ(report.difference, 0.25);
+    EXPECT_EQ(report.expected.value(), 150.75);
+    EXPECT_EQ(report.difference.value(), 0.25);
     const auto printed = drawers.shop.connection().query("select * from [print] where [user] = 'مدير'");
     ASSERT_EQ(printed.size(), 1U);
     EXPECT_EQ(printed.front().text("f1"), "151.00");
@@ -203,15 +203,15 @@ TEST_F(Shifts, InvoiceDiscountsOfTheShiftAreShown) {
         "9,7,0,0,100,50,1,1,'2026/11/21','1900/01/01 10:45:00'");
     pass(10);
     ShiftScreen screen = opened();
-    EXPECT_DOUBLE_EQ(screen.discounts(), 11.5);
+    EXPECT_EQ(screen.discounts().value(), 11.5);
     // 100 - 10 and 100 - 2.5 were taken in, 100 - 30 in tips; the return gave 100 - 1 back.
     screen.counted = "158.5";
     drawers.services.prompts.answers = {true};
     ASSERT_TRUE(screen.close_current());
     ASSERT_TRUE(screen.report());
-    EXPECT_DOUBLE_EQ(screen.report()->discounts, 11.5);
-    EXPECT_DOUBLE_EQ(screen.report()->difference, -11.5);
-    EXPECT_DOUBLE_EQ(screen.discounts(), 0) << "between shifts";
+    EXPECT_EQ(screen.report()->discounts.value(), 11.5);
+    EXPECT_EQ(screen.report()->difference.value(), -11.5);
+    EXPECT_EQ(screen.discounts().value(), 0) << "between shifts";
 }
 
 TEST_F(Shifts, ClosingWithTheClockSetBackIsRefused) {
@@ -265,11 +265,11 @@ TEST_F(Shifts, SalesAroundAChangeBelongToOneShift) {
         return *screen.report();
     };
     const ShiftReport night = hand_over({{2026, 11, 22}, {0, 30, 0, 0}});
-    EXPECT_EQ(night.expected, 1 + 2 + 4);
-    EXPECT_EQ(night.card_sales, 1 + 2 + 4 + 8);
+    EXPECT_EQ(night.expected.value(), 1 + 2 + 4);
+    EXPECT_EQ(night.card_sales.value(), 1 + 2 + 4 + 8);
     const ShiftReport next = hand_over({{2026, 11, 22}, {8, 0, 0, 0}});
-    EXPECT_EQ(next.expected, 8 + 16);
-    EXPECT_EQ(next.card_sales, 16);
+    EXPECT_EQ(next.expected.value(), 8 + 16);
+    EXPECT_EQ(next.card_sales.value(), 16);
     EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 7.00\n2: 1/1 to 1/2 24.00\n");
 }
 

@@ -92,10 +92,10 @@ TEST(StatementLedger, AddsUpWithTheSignsShown) {
             std::to_string(difference) + ")");
         const cash::Figures figures = cash::compute_figures(shop.connection(), {1, 1}, day);
         expect_to_add_up(ui::statement_ledger(),
-                         [&](int id) { return figures.values[static_cast<std::size_t>(id)]; });
+                         [&](int id) { return figures.values[static_cast<std::size_t>(id)].value(); });
         const cash::DaySummary summary = cash::compute_summary(shop.connection(), {1, 1}, day);
         expect_to_add_up(ui::summary_ledger(),
-                         [&](int id) { return summary.columns[static_cast<std::size_t>(id)]; });
+                         [&](int id) { return summary.columns[static_cast<std::size_t>(id)].value(); });
     }
 }
 

@@ -10,7 +10,6 @@
 
 #include "cash/messages.h"
 #include "common/date_time.h"
-#include "common/numbers.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/form_fields.h"
@@ -138,15 +137,14 @@ QWidget* CashPanel::first_field() {
 }
 
 void CashPanel::show_state() {
-    using common::format_amount;
     // A drawer that was counted already shows what was counted.
-    counted_->setText(qt(logic_.difference() ? format_amount(logic_.position()) : std::string("0.00")));
+    counted_->setText(qt(logic_.difference() ? logic_.position().text() : std::string("0.00")));
     day_->setText(qt(common::date_text(logic_.day())));
-    expected_->setText(qt(format_amount(logic_.expected())));
-    position_->setText(qt(format_amount(logic_.position())));
-    card_sales_->setText(qt(format_amount(logic_.card_sales())));
-    uncollected_->setText(qt(format_amount(logic_.uncollected())));
-    discounts_->setText(qt(format_amount(logic_.discounts())));
+    expected_->setText(qt(logic_.expected().text()));
+    position_->setText(qt(logic_.position().text()));
+    card_sales_->setText(qt(logic_.card_sales().text()));
+    uncollected_->setText(qt(logic_.uncollected().text()));
+    discounts_->setText(qt(logic_.discounts().text()));
     note_->setText(logic_.difference() ? "تم جرد الخزينة في هذا اليوم" : "لم يتم جرد الخزينة في هذا اليوم");
     show_difference();
 }
@@ -155,10 +153,11 @@ void CashPanel::show_state() {
 void CashPanel::show_difference() {
     const auto counted = cash::read_amount(utf8(counted_->text()));
     const bool any = counted && (logic_.difference() || counted_->isModified());
-    const double difference = any ? common::round_decimals(*counted - logic_.expected(), 2) : 0;
-    difference_->setText(any ? qt(common::format_amount(difference)) : QString("—"));
-    difference_caption_->setText(difference > 0 ? "زيادة" : difference < 0 ? "عجز" : "الفرق");
-    difference_box_->setProperty("short", difference < 0);
+    const common::Amount difference = any ? common::Amount(*counted) - logic_.expected() : common::Amount();
+    const bool is_short = difference < common::Amount();
+    difference_->setText(any ? qt(difference.text()) : QString("—"));
+    difference_caption_->setText(is_short ? "عجز" : difference.is_zero() ? "الفرق" : "زيادة");
+    difference_box_->setProperty("short", is_short);
     for (QWidget* part : {static_cast<QWidget*>(difference_box_), static_cast<QWidget*>(difference_)}) {
         part->style()->unpolish(part);
         part->style()->polish(part);

@@ -228,7 +228,7 @@ void DailyStatementScreen::step_date(long days) {
 void DailyStatementScreen::show_figures() {
     for (std::size_t column = 0; column < cash::figure_count; ++column) {
         statement_->show_figure(static_cast<int>(column),
-                                qt(logic_.figures().text(static_cast<cash::Figure>(column))));
+                                qt(logic_.figures()[static_cast<cash::Figure>(column)].text()));
     }
     const auto cells = logic_.summary().cells();
     for (std::size_t column = 0; column < cells.size(); ++column)

@@ -43,7 +43,7 @@ FigureRowsSheet::FigureRowsSheet(QWidget* host, const QString& caption, const ca
     // Under the amounts.
     foot->addWidget(label("المجموع", "side"));
     auto* sum = new Figure("figure_rows_sum", "total");
-    sum->setText(qt(common::format_amount(rows.sum)));
+    sum->setText(qt(rows.sum.text()));
     sum->setContentsMargins(px(10), 0, 0, 0);
     foot->addWidget(sum);
     body()->addLayout(foot);

@@ -9,7 +9,6 @@
 #include "cash/messages.h"
 #include "cash/shift_screen.h"
 #include "common/date_time.h"
-#include "common/numbers.h"
 #include "printing/report_printer.h"
 #include "ui/printing/reports.h"
 #include "ui/widgets/choices.h"
@@ -74,9 +73,8 @@ void ShiftFields::show_state(const cash::ShiftStartScreen& screen) {
     }
     state_->setText(text);
     // Said only where it matters: by this much a right count is short of the expected cash.
-    discounts_->setVisible(screen.discounts() != 0);
-    discounts_->setText(qt(cash::message::shift_discounts) + " : " +
-                        qt(common::format_amount(screen.discounts())));
+    discounts_->setVisible(!screen.discounts().is_zero());
+    discounts_->setText(qt(cash::message::shift_discounts) + " : " + qt(screen.discounts().text()));
 }
 
 bool ShiftFields::read_into(cash::ShiftStartScreen& screen) {

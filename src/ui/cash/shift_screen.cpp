@@ -4,7 +4,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "common/numbers.h"
 #include "ui/cash/shift_fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/messages.h"
@@ -60,8 +59,7 @@ QString shift2s::closing() const {
     return QString(
                "أغلقت الوردية %1 · الرصيد الدفتري \u200e%2\u200f · الفعلي \u200e%3\u200f · الفرق \u200e%4")
         .arg(report->number)
-        .arg(qt(common::format_amount(report->expected)), qt(common::format_amount(report->counted)),
-             qt(common::format_amount(report->difference)));
+        .arg(qt(report->expected.text()), qt(report->counted.text()), qt(report->difference.text()));
 }
 
 void shift2s::take_focus() {
