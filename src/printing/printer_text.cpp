@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "common/code_page.h"
+#include "common/csv.h"
 #include "common/numbers.h"
 #include "common/text.h"
 
@@ -19,28 +20,8 @@ bool is_printable(long long code) {
     return code >= 32 && code <= 255 && code != 127;
 }
 
-std::string_view take_line(std::string_view& rest) {
-    const std::size_t end = rest.find('\n');
-    const std::string_view line = rest.substr(0, end);
-    rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
-    return common::trim(line);
-}
-
-std::array<long long, 3> numbers_of(std::string_view line, int line_number) {
-    const auto refuse = [line_number] {
-        throw std::invalid_argument("printer codes, line " + std::to_string(line_number) +
-                                    ": expected three numbers wc,pc,pc1");
-    };
-    std::array<long long, 3> numbers{};
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-        const std::size_t comma = line.find(',');
-        const auto number = common::parse_integer(line.substr(0, comma));
-        const bool last = i + 1 == numbers.size();
-        if (!number || last != (comma == std::string_view::npos)) refuse();
-        numbers[i] = *number;
-        if (!last) line.remove_prefix(comma + 1);
-    }
-    return numbers;
+std::invalid_argument not_a_row(std::size_t line, const char* expected) {
+    return std::invalid_argument("printer codes, line " + std::to_string(line) + ": expected " + expected);
 }
 
 }  // namespace
@@ -68,15 +49,18 @@ PrinterCodes PrinterCodes::load(database::Connection& connection) {
 
 PrinterCodes PrinterCodes::from_csv(std::string_view csv) {
     PrinterCodes codes;
-    int line_number = 1;
-    if (take_line(csv) != "wc,pc,pc1")
-        throw std::invalid_argument("printer codes, line 1: expected wc,pc,pc1");
-    while (!csv.empty()) {
-        ++line_number;
-        const std::string_view line = take_line(csv);
-        if (line.empty()) continue;
-        const auto [wc, joined, unjoined] = numbers_of(line, line_number);
-        codes.add(wc, joined, unjoined);
+    common::CsvReader reader(csv);
+    std::vector<std::string> cells;
+    if (!reader.next(cells) || cells != std::vector<std::string>{"wc", "pc", "pc1"})
+        throw not_a_row(1, "wc,pc,pc1");
+    while (reader.next(cells)) {
+        std::vector<long long> numbers;
+        for (const std::string& cell : cells) {
+            if (const auto number = common::parse_integer(cell)) numbers.push_back(*number);
+        }
+        if (cells.size() != 3 || numbers.size() != 3)
+            throw not_a_row(reader.line(), "three numbers wc,pc,pc1");
+        codes.add(numbers[0], numbers[1], numbers[2]);
     }
     return codes;
 }

@@ -26,6 +26,13 @@ std::string csv_line(std::vector<std::string> cells) {
 
 }  // namespace
 
+std::vector<std::string> Report::headings() const {
+    std::vector<std::string> texts;
+    for (const ReportColumn& column : columns)
+        texts.push_back(column.heading);
+    return texts;
+}
+
 Report headed(std::string name, const signin::Session& session) {
     Report report;
     report.name = std::move(name);
@@ -38,19 +45,11 @@ Report headed(std::string name, const signin::Session& session) {
 
 std::string report_csv(const Report& report) {
     std::string csv = "\xEF\xBB\xBF" + csv_line({report.title});
-    for (const std::string& subtitle : report.subtitles)
-        csv += csv_line({subtitle});
     for (const auto& [label, value] : report.captions)
         csv += csv_line({label, value});
-    if (!report.columns.empty()) {
-        std::vector<std::string> headings;
-        for (const ReportColumn& column : report.columns)
-            headings.push_back(column.heading);
-        csv += csv_line(headings);
-    }
+    if (!report.columns.empty()) csv += csv_line(report.headings());
     for (const auto& row : report.rows)
         csv += csv_line(row);
-    if (!report.sum_row.empty()) csv += csv_line(report.sum_row);
     for (const auto& [label, value] : report.totals)
         csv += csv_line({label, value});
     if (!report.words.empty()) csv += csv_line({report.words});

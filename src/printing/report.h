@@ -32,11 +32,9 @@ struct Report {
     std::string telephone;
     std::filesystem::path logo;  // a picture file; empty for none
     std::string title;
-    std::vector<std::string> subtitles;          // under the title, centred
     std::vector<Caption> captions;               // two a row above the table
     std::vector<ReportColumn> columns;           // from the right; without columns there is no table
     std::vector<std::vector<std::string>> rows;  // cells in the columns' order; missing ones are empty
-    std::vector<std::string> sum_row;            // closes the table in bold; empty for none
     std::vector<Caption> totals;
     int main_total = -1;                  // which of the totals stands out; -1 for the last
     std::string words;                    // an amount in words, under the totals
@@ -44,13 +42,15 @@ struct Report {
     std::vector<std::string> signatures;  // captions of signature lines at the end
     Paper paper = Paper::a4;              // vouchers: A5
     Orientation orientation = Orientation::portrait;
+
+    std::vector<std::string> headings() const;
 };
 
 // Returns a report of that name with nothing but the shop's letterhead.
 Report headed(std::string name, const signin::Session& session);
 
 // The report as comma-separated values in UTF-8 with a byte order mark, lines ending in CR LF: title,
-// captions, headings, rows, sums and totals, each on lines of their own. A text with a comma, a quote or a
+// captions, headings, rows and totals, each on lines of their own. A text with a comma, a quote or a
 // line end is quoted; a text that a spreadsheet would take for a formula gets an apostrophe in front.
 std::string report_csv(const Report& report);
 

@@ -250,7 +250,6 @@ TEST(ReportPage, BreaksTheTableAndKeepsTheTotalsTogether) {
     report.columns = {{"رقم", printing::Align::centre, 1},
                       {"البيان", printing::Align::start, 4},
                       {"القيمة", printing::Align::end, 1}};
-    report.sum_row = {"", "المجموع", "777.77"};
     report.totals = {{"رصيد سابق", "111.11"}, {"رصيد حالي", "222.22"}};
     // Around the edge where the totals no longer fit under the last row.
     int pages_before = 1;
@@ -278,7 +277,7 @@ TEST(ReportPage, BreaksTheTableAndKeepsTheTotalsTogether) {
                                                    " '" + file.string() + "' -"))
                 .normalized(QString::NormalizationForm_KC)
                 .toStdString());
-        for (const char* total : {"777.77", "111.11", "222.22"})
+        for (const char* total : {"111.11", "222.22"})
             EXPECT_NE(last.find(total), std::string::npos) << rows;
     }
 }
@@ -289,8 +288,8 @@ TEST(ReportPage, DrawsWideReportsAcrossThePaper) {
     report.orientation = printing::Orientation::landscape;
     for (int column = 0; column < 25; ++column) {
         report.columns.push_back({"عمود " + std::to_string(column), printing::Align::end, 1});
-        report.sum_row.push_back("123456.75");
     }
+    report.rows = {std::vector<std::string>(25, "123456.75")};
     const ReportPage page(report);
     EXPECT_EQ(page.size(), QSizeF(297, 210));
     const QImage image = pictures(page, 4)[0];

@@ -109,8 +109,6 @@ double ReportPage::letterhead(const Canvas& canvas, double y) const {
     canvas.rule(margin, right(), y, 0.8, colour::ink);
     y += 4;
     y += canvas.text(margin, y, width(), qstring(report_.title), {15, true, Side::centre, colour::ink});
-    for (const std::string& subtitle : report_.subtitles)
-        y += canvas.text(margin, y, width(), qstring(subtitle), {10, false, Side::centre, colour::label});
     return y + 4;
 }
 
@@ -184,8 +182,7 @@ double ReportPage::totals(const Canvas& canvas, double y) const {
 }
 
 double ReportPage::closing(const Canvas& canvas, double y) const {
-    table_.draw_sums(canvas, y);
-    y += table_.sums_height(canvas) + 4;
+    y += 4;
     if (!report_.totals.empty()) y = totals(canvas, y) + 4;
     if (!report_.words.empty()) {
         const TextStyle style{10.5, true, Side::right, colour::text};

@@ -28,7 +28,7 @@ class ReportPage final : public PageSet {
     struct Sheet {
         std::size_t first_row = 0;
         std::size_t last_row = 0;  // one past
-        bool closing = false;      // sums, totals and all that follows them
+        bool closing = false;      // totals and all that follows them
     };
     void break_pages();
     double letterhead(const Canvas& canvas, double y) const;

@@ -33,8 +33,6 @@ Table::Table(const Report& report, const Canvas& measure, double left, double wi
             for (const auto& row : report.rows) {
                 if (i < row.size()) needed = std::max(needed, measure.text_width(qstring(row[i]), plain));
             }
-            if (i < report.sum_row.size())
-                needed = std::max(needed, measure.text_width(qstring(report.sum_row[i]), bold));
         }
         widths[i] = std::max(widths[i], std::min(needed + 2 * padding + 0.3, width / 3));
     }
@@ -76,18 +74,12 @@ void Table::draw_cells(const Canvas& canvas, double y, const std::vector<std::st
 }
 
 double Table::heading_height(const Canvas& canvas) const {
-    std::vector<std::string> headings;
-    for (const ReportColumn& column : report_.columns)
-        headings.push_back(column.heading);
-    return cells_height(canvas, headings, true);
+    return cells_height(canvas, report_.headings(), true);
 }
 
 void Table::draw_heading(const Canvas& canvas, double y) const {
-    std::vector<std::string> headings;
-    for (const ReportColumn& column : report_.columns)
-        headings.push_back(column.heading);
-    canvas.fill({left_, y, width_, cells_height(canvas, headings, true)}, colour::ink);
-    draw_cells(canvas, y, headings, true, Qt::white);
+    canvas.fill({left_, y, width_, heading_height(canvas)}, colour::ink);
+    draw_cells(canvas, y, report_.headings(), true, Qt::white);
 }
 
 double Table::row_height(const Canvas& canvas, std::size_t row) const {
@@ -99,16 +91,6 @@ void Table::draw_row(const Canvas& canvas, double y, std::size_t row) const {
     if (row % 2 == 1) canvas.fill({left_, y, width_, height}, colour::stripe);
     draw_cells(canvas, y, report_.rows[row], false, colour::text);
     canvas.rule(left_, left_ + width_, y + height, 0.12, colour::line);
-}
-
-double Table::sums_height(const Canvas& canvas) const {
-    return report_.sum_row.empty() ? 0 : cells_height(canvas, report_.sum_row, true);
-}
-
-void Table::draw_sums(const Canvas& canvas, double y) const {
-    if (report_.sum_row.empty()) return;
-    canvas.fill({left_, y, width_, sums_height(canvas)}, colour::sums);
-    draw_cells(canvas, y, report_.sum_row, true, colour::ink);
 }
 
 }  // namespace printing::pages

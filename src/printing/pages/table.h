@@ -16,7 +16,6 @@ inline const QColor text(0x1B, 0x24, 0x2C);
 inline const QColor label(0x52, 0x63, 0x73);  // captions' labels, notes
 inline const QColor line(0xB9, 0xC4, 0xCE);
 inline const QColor stripe(0xF3, 0xF6, 0xF8);  // every second row
-inline const QColor sums(0xE3, 0xE9, 0xEE);
 }  // namespace colour
 
 class Table {
@@ -28,9 +27,6 @@ class Table {
     void draw_heading(const Canvas& canvas, double y) const;
     double row_height(const Canvas& canvas, std::size_t row) const;
     void draw_row(const Canvas& canvas, double y, std::size_t row) const;
-    // The sums that close the table; their height is 0 if there are none.
-    double sums_height(const Canvas& canvas) const;
-    void draw_sums(const Canvas& canvas, double y) const;
 
     double right() const { return left_ + width_; }
 
