@@ -108,6 +108,13 @@ Line Line::from_cells(const std::array<std::string, column::count>& cell) {
     return line;
 }
 
+void Invoice::sell_from(std::int64_t new_store) {
+    store = new_store;
+    for (Line& line : lines)
+        if (line.is_supplied() && line.source_store == new_store)
+            line.source_kind = SourceKind::selling_store;
+}
+
 double Invoice::total() const {
     return std::accumulate(lines.begin(), lines.end(), 0.0,
                            [](double sum, const Line& line) { return sum + line.total(); });
@@ -116,6 +123,66 @@ double Invoice::total() const {
 double Invoice::cost() const {
     return std::accumulate(lines.begin(), lines.end(), 0.0,
                            [](double sum, const Line& line) { return sum + line.quantity * line.unit_cost; });
+}
+
+std::uint32_t grid_colour(KindOption kind) {
+    switch (kind) {
+        case KindOption::sale:
+            return colour_sale;
+        case KindOption::return_:
+            return colour_return;
+        case KindOption::third:
+            return colour_third;
+    }
+    return colour_sale;
+}
+
+std::string_view kind_caption(KindOption kind, PaymentOption payment) {
+    const bool on_account = payment == PaymentOption::account;
+    if (kind == KindOption::return_) return on_account ? "مرتجع الي" : "مرتجع نقدي";
+    return on_account ? "بيع الي" : "بيع نقدي";
+}
+
+std::string_view payment_caption(PaymentOption payment) {
+    constexpr std::array<std::string_view, 4> captions = {"آجل", "نقدي", "بطاقة إئتمان", "أكراميات"};
+    return captions[static_cast<std::size_t>(payment)];
+}
+
+bool payment_enabled(PaymentOption payment, KindOption kind) {
+    return kind == KindOption::sale || payment == PaymentOption::account || payment == PaymentOption::cash;
+}
+
+// Tips are handed over in cash, so what is left of them on a return is cash; for a card the rule is account.
+PaymentOption payment_after_switch(PaymentOption payment, KindOption kind) {
+    if (payment_enabled(payment, kind)) return payment;
+    return payment == PaymentOption::card ? PaymentOption::account : PaymentOption::cash;
+}
+
+std::string_view line_heading(int index) {
+    switch (index) {
+        case column::number:
+            return "م";
+        case column::code:
+            return "كود";
+        case column::name:
+            return "اسم الصنف";
+        case column::group:
+            return "مجموعة";
+        case column::quantity:
+            return "كمية";
+        case column::price:
+            return "سعر";
+        case column::discount_value:
+            return "خصم ق";
+        case column::discount_percent:
+            return "خصم %";
+        case column::total:
+            return "اجمالي";
+        case column::balance:
+            return "رصيد";
+        default:
+            return "";
+    }
 }
 
 }  // namespace sales

@@ -44,7 +44,7 @@ inline constexpr int unit_code = 10;    // 1 unit, 2 pack, 3 carton; saved as sc
 inline constexpr int salver_code = 11;  // craftsman work line
 inline constexpr int unit_name = 12;
 inline constexpr int source_kind = 13;  // 1 from the selling store, 3 supplied from another store
-inline constexpr std::int64_t source_store = 14;
+inline constexpr int source_store = 14;
 inline constexpr int clearance = 15;  // "1" on a clearance item: no discounts
 inline constexpr int expiry = 16;     // batch date of a line taken over from a recalled invoice
 inline constexpr int balance = 17;
@@ -79,8 +79,16 @@ struct Line {
     std::optional<double> returnable;
 
     bool is_general() const { return !item_code.has_value(); }
+    // Quantities of its item are kept in stock.
+    bool moves_stock() const { return stock_kept && item_code.has_value(); }
+    bool is_supplied() const { return source_kind == SourceKind::other_store; }
+    // Another store that supplies the goods; 0 is the selling store.
+    void set_supplier(std::int64_t store) {
+        source_kind = store == 0 ? SourceKind::selling_store : SourceKind::other_store;
+        source_store = store;
+    }
     double gross() const { return quantity * price; }
-    // Unrounded; rounding is only ever for showing.
+    // Not rounded; rounding is only for showing.
     double total() const { return gross() - discount; }
     // discount × 100 / gross, 0 where the gross is 0.
     double discount_percent() const { return gross() == 0 ? 0 : discount * 100 / gross(); }
@@ -133,6 +141,17 @@ struct Invoice {
     // The walk-in customer's data count on an invoice that is no account customer's.
     bool has_walk_in() const { return walk_in.has_value() && payment != PaymentOption::account; }
     bool is_return() const { return kind != KindOption::sale; }
+    std::optional<std::size_t> first_row() const {
+        return lines.empty() ? std::nullopt : std::optional<std::size_t>(0);
+    }
+    // The cells of a line as the grid shows it.
+    std::array<std::string, column::count> cells(std::size_t row) const {
+        return lines[row].cells(static_cast<int>(row) + 1);
+    }
+    // The store that a line's goods come from.
+    std::int64_t source_of(const Line& line) const { return line.is_supplied() ? line.source_store : store; }
+    // Makes a store the selling one. Lines that it was to supply need no transfer any more.
+    void sell_from(std::int64_t new_store);
     // sales.vcode: the account customer, else the walk-in customer.
     std::int64_t vcode() const { return payment == PaymentOption::account ? customer : walk_in_customer; }
     double total() const;  // Σ line totals
@@ -140,5 +159,37 @@ struct Invoice {
     double net() const { return total() - discount(); }
     double cost() const;  // Σ quantity × unit cost
 };
+
+// --- what kinds, payments and columns are called ----------------------------------------------------
+
+// Background of the line grid by kind, and of the cells that want the cashier's typing; 0xBBGGRR.
+inline constexpr std::uint32_t colour_sale = 0xECFFFF;
+inline constexpr std::uint32_t colour_return = 0xC0FFC0;
+inline constexpr std::uint32_t colour_third = 0xC0E0FF;
+inline constexpr std::uint32_t colour_editable_cell = 0x80FFFF;
+
+std::uint32_t grid_colour(KindOption kind);
+
+// The caption of the kind label: "بيع نقدي" cash sale, "بيع الي" account sale, "مرتجع نقدي" cash return,
+// "مرتجع الي" account return. The third kind reads as a sale; card and tips read as cash.
+std::string_view kind_caption(KindOption kind, PaymentOption payment);
+
+// "آجل" account, "نقدي" cash, "بطاقة إئتمان" credit card, "أكراميات" tips.
+std::string_view payment_caption(PaymentOption payment);
+
+// Card and tips are for sales only.
+bool payment_enabled(PaymentOption payment, KindOption kind);
+
+// The payment that remains when the kind is switched: a card gives way to account, tips to cash.
+PaymentOption payment_after_switch(PaymentOption payment, KindOption kind);
+
+// The headings of the screen's three grids; hidden columns have none.
+std::string_view line_heading(int column);
+inline constexpr std::string_view search_headings[] = {"كود",     "الاسم",  "المجموعة",
+                                                       "س قطاعي", "س جملة", "كمية"};
+inline constexpr std::string_view shift_headings[] = {"رقم", "بداية", "نهاية"};
+
+// The price-level options in their order, levels 2 to 5: retail, wholesale, and the two further ones.
+inline constexpr std::string_view price_level_captions[] = {"قطاعي", "جملة", "سعر 4", "سعر 5"};
 
 }  // namespace sales

@@ -1,13 +1,43 @@
 #include "sales/line_editing.h"
 
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
 #include "common/numbers.h"
 #include "common/text.h"
-#include "sales/item_lookup.h"
-#include "sales/line_limits.h"
+#include "sales/items.h"
 #include "sales/messages.h"
 #include "signin/permissions.h"
 
 namespace sales {
+
+bool is_valid_quantity(double quantity) {
+    return quantity > 0 && quantity <= largest_quantity && common::round_decimals(quantity, 3) == quantity;
+}
+
+double without_noise(double quantity) {
+    const double rounded = common::round_decimals(quantity, 3);
+    return std::abs(rounded - quantity) < 1e-7 ? rounded : quantity;
+}
+
+bool is_valid_price(double price) {
+    return price > 0 && is_valid_discount(price);
+}
+
+bool is_valid_discount(double discount) {
+    return discount >= 0 && discount <= largest_price && common::round_decimals(discount, 4) == discount;
+}
+
+bool exceeds_ceiling(double discount, double amount, float max_dis) {
+    if (discount <= 0) return false;
+    if (amount <= 0) return true;
+    return static_cast<float>(discount * 100 / amount) > max_dis;
+}
+
+bool makes_loss(double amount, double cost) {
+    return amount < cost - 1e-6 * std::max(1.0, std::abs(cost));
+}
 
 bool LineEditing::refuse(std::string_view text) {
     prompts_.message(text);
@@ -46,34 +76,18 @@ bool LineEditing::commit_quantity(Invoice& invoice, Line& line, std::string_view
     if (!quantity || !is_valid_quantity(*quantity)) return refuse(message::wrong_quantity);
     if (exceeds_ceiling(line.discount, *quantity * line.price, session_.settings.max_dis))
         return refuse(message::quantity_against_discount);
-    if (*quantity > line.quantity &&
-        (!craftsman_allows(invoice, line, *quantity) || !stock_allows(invoice, line, *quantity)))
-        return false;
+    if (*quantity > line.quantity && !stock_allows(invoice, line, *quantity)) return false;
     line.quantity = *quantity;
     return true;
 }
 
-bool LineEditing::craftsman_allows(const Invoice& invoice, const Line& line, double quantity) {
-    if (line.salver_code == 0) return true;
-    const auto work = load_craftsman_line(connection_, line.salver_code, invoice.is_return());
-    const double needed = quantity + salver_quantity(invoice, line.salver_code, &line);
-    if (work && stock_suffices(work->left, needed)) return true;
-    return refuse(message::quantity_not_allowed);
-}
-
 bool LineEditing::stock_allows(const Invoice& invoice, Line& line, double quantity) {
-    if (line.returnable && !stock_suffices(*line.returnable, quantity))
-        return refuse(message::quantity_not_allowed);
-    if (line.is_general() || !line.stock_kept || invoice.is_return()) return true;
-    const bool transferred = line.source_kind == SourceKind::other_store;
-    const std::int64_t store = transferred ? line.source_store : invoice.store;
-    const double needed = quantity * line.factor + held_by_lines(invoice, *line.item_code, store, &line);
-    if (transferred) {
-        if (stock_suffices(available_stock(connection_, *line.item_code, store), needed)) return true;
-        return refuse(message::transfer_store_short);
-    }
-    const StockNeed need = {*line.item_code, line.name, store, line.factor, line.unit_name, needed};
-    const StockAnswer answer = stock_.judge(need, message::quantity_not_allowed);
+    std::optional<CraftsmanLine> work;
+    if (line.salver_code != 0) work = load_craftsman_line(connection_, line.salver_code, invoice.is_return());
+    if (!stock_.line_allows(invoice, line, quantity, work)) return false;
+    if (line.is_supplied()) return true;
+    const StockAnswer answer =
+        stock_.selling_store_allows(invoice, line, quantity, message::quantity_not_allowed);
     if (answer == StockAnswer::confirmed) line.below_stock = true;
     return answer != StockAnswer::refused;
 }
@@ -105,6 +119,54 @@ bool LineEditing::commit_discount(Line& line, std::string_view text, bool as_per
     if (makes_loss(line.gross() - discount, line.quantity * line.unit_cost))
         prompts_.message(message::discount_loses);
     return true;
+}
+
+namespace {
+
+// What the field says; an emptied field says 0.
+std::optional<double> typed_discount(std::string_view text) {
+    if (common::trim(text).empty()) return 0;
+    const auto typed = common::parse_number(text);
+    if (!typed || !is_valid_discount(*typed)) return std::nullopt;
+    return typed;
+}
+
+bool refuse(Invoice& invoice, common::Prompts& prompts, std::string_view text) {
+    prompts.message(text);
+    invoice.discount_percent = 0;
+    return false;
+}
+
+bool grant(Invoice& invoice, const signin::Session& session, common::Prompts& prompts, double discount,
+           double percent) {
+    const double total = invoice.total();
+    if (discount >= total) return refuse(invoice, prompts, message::check_discount);
+    if (exceeds_ceiling(discount, total, session.settings.max_dis) &&
+        !signin::authorise(session, prompts, signin::Action::discount_above_ceiling,
+                           message::invoice_discount_refused, common::Icon::none)) {
+        invoice.discount_percent = 0;
+        return false;
+    }
+    invoice.discount_percent = percent;
+    if (makes_loss(total - discount, invoice.cost())) prompts.message(message::discount_loses);
+    return true;
+}
+
+}  // namespace
+
+bool commit_discount_value(Invoice& invoice, const signin::Session& session, common::Prompts& prompts,
+                           std::string_view text) {
+    const auto value = typed_discount(text);
+    if (!value) return refuse(invoice, prompts, message::check_discount);
+    const double total = invoice.total();
+    return grant(invoice, session, prompts, *value, total > 0 ? *value * 100 / total : 0);
+}
+
+bool commit_discount_percent(Invoice& invoice, const signin::Session& session, common::Prompts& prompts,
+                             std::string_view text) {
+    const auto percent = typed_discount(text);
+    if (!percent) return refuse(invoice, prompts, message::check_discount);
+    return grant(invoice, session, prompts, invoice.total() * *percent / 100, *percent);
 }
 
 }  // namespace sales

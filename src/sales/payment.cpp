@@ -1,9 +1,25 @@
 #include "sales/payment.h"
 
 #include "common/numbers.h"
-#include "sales/display.h"
 
 namespace sales {
+
+std::string display_text(double amount, double change) {
+    constexpr std::size_t line_length = 20;
+    std::string text = "Total  " + common::format_amount(amount);
+    if (text.size() < line_length) text.resize(line_length, ' ');
+    return text + "Change  " + common::format_amount(change);
+}
+
+void ShowOnDisplay(common::Devices& devices, std::string_view text) {
+    std::string bytes = "\x1F\x11";
+    bytes += text;
+    devices.write_file(display_file, bytes);
+}
+
+void OpenDrawer(common::Devices& devices, std::string_view port) {
+    if (!port.empty()) devices.write_port(port, "\x07");
+}
 
 Payment::Payment(common::Devices& devices, double net, std::vector<common::Choice> workers,
                  std::int64_t chosen)
@@ -37,16 +53,16 @@ void Payment::choose_worker(std::int64_t code) {
 }
 
 PaymentConfirmed Payment::confirm() {
-    show_on_display(devices_, welcome_text);
+    ShowOnDisplay(devices_, welcome_text);
     return {paid_, change(), worker_, name_of(workers_, worker_)};
 }
 
 void Payment::cancel() {
-    show_on_display(devices_, welcome_text);
+    ShowOnDisplay(devices_, welcome_text);
 }
 
 void Payment::refresh_display() {
-    show_on_display(devices_, display_text(net_, change()));
+    ShowOnDisplay(devices_, display_text(net_, change()));
 }
 
 }  // namespace sales

@@ -5,9 +5,8 @@
 #include <map>
 #include <utility>
 
-#include "sales/item_lookup.h"
-#include "sales/pricing.h"
-#include "sales/walk_in.h"
+#include "sales/customers.h"
+#include "sales/items.h"
 
 namespace sales {
 

@@ -9,7 +9,7 @@
 #include "database/connection.h"
 #include "sales/invoice.h"
 #include "sales/invoice_key.h"
-#include "sales/screen_lists.h"
+#include "sales/lists.h"
 
 namespace sales {
 

@@ -1,10 +1,10 @@
-// The receipt of an invoice, taken from the sales screen as it stands.
+// The receipt of an invoice, as the printers take it.
 #pragma once
 
 #include "common/date_time.h"
 #include "printing/receipt.h"
 #include "sales/invoice.h"
-#include "sales/saving.h"
+#include "sales/payment.h"
 #include "signin/session.h"
 
 namespace sales {

@@ -3,17 +3,16 @@
 #include "common/date_time.h"
 #include "common/text.h"
 #include "database/recordset.h"
+#include "sales/customers.h"
 #include "sales/invoice_key.h"
+#include "sales/messages.h"
 #include "sales/receipt_of.h"
 #include "sales/saving_checks.h"
-#include "sales/saving_messages.h"
 #include "sales/stock_movement.h"
-#include "sales/walk_in.h"
 #include "stock/transfer.h"
 
 namespace sales {
 
-namespace message = saving_message;
 using database::quoted;
 using database::Recordset;
 using database::Sql;
@@ -34,7 +33,7 @@ std::string in_log(const Invoice& invoice) {
 }
 
 bool takes_from_stock(const Invoice& invoice, const Line& line) {
-    return !invoice.is_return() && line.stock_kept && line.item_code.has_value();
+    return !invoice.is_return() && line.moves_stock();
 }
 
 // A statement whose answer never came may have done its work.
@@ -128,20 +127,20 @@ void Saving::write_all(Invoice& invoice, const PaymentTaken& payment) {
     print_receipts(invoice, payment);
     done(SaveStep::receipt);
     // Read before the first row is written, and after the printer has taken its time.
-    StockTaking taking(connection_, invoice.store);
+    StockBatches batches(connection_, invoice.store);
     for (const Line& line : invoice.lines)
-        if (takes_from_stock(invoice, line)) taking.oldest(*line.item_code);
+        if (takes_from_stock(invoice, line)) batches.oldest(*line.item_code);
     move_account_balance(invoice);
     done(SaveStep::account_balance);
     write_header(invoice);
     done(SaveStep::header);
     write_bank_row(invoice);
     done(SaveStep::bank);
-    write_lines(invoice, taking);
+    write_lines(invoice, batches);
     done(SaveStep::lines);
-    fetch_from_other_stores(invoice, taking);
+    fetch_from_other_stores(invoice, batches);
     done(SaveStep::transfers);
-    move_stock(invoice, taking);
+    move_stock(invoice, batches);
     done(SaveStep::stock);
     move_craftsman_lines(invoice);
     done(SaveStep::craftsman_lines);
@@ -234,7 +233,7 @@ void Saving::write_bank_row(const Invoice& invoice) {
     connection_.execute(statement);
 }
 
-void Saving::write_lines(const Invoice& invoice, StockTaking& taking) {
+void Saving::write_lines(const Invoice& invoice, StockBatches& batches) {
     Recordset rows(connection_, "select * from saledata");
     int serial = 0;
     for (const Line& line : invoice.lines) {
@@ -261,7 +260,7 @@ void Saving::write_lines(const Invoice& invoice, StockTaking& taking) {
             rows.set("edate", *line.expiry);
         } else if (takes_from_stock(invoice, line)) {
             // The batch that the first piece comes from, so that a return finds its way back.
-            if (const auto oldest = taking.oldest(*line.item_code)) rows.set("edate", *oldest);
+            if (const auto oldest = batches.oldest(*line.item_code)) rows.set("edate", *oldest);
         }
         rows.set("time_", database::Value(time_only(moment_)));
         if (invoice.payment == PaymentOption::tips) rows.set("link", invoice.tips_receiver);
@@ -270,23 +269,23 @@ void Saving::write_lines(const Invoice& invoice, StockTaking& taking) {
     }
 }
 
-void Saving::fetch_from_other_stores(const Invoice& invoice, StockTaking& taking) {
+void Saving::fetch_from_other_stores(const Invoice& invoice, StockBatches& batches) {
     if (invoice.is_return()) return;
     for (const Line& line : invoice.lines) {
-        if (line.source_kind != SourceKind::other_store || !line.item_code) continue;
-        taking.forget(*line.item_code);
+        if (!line.is_supplied() || !line.item_code) continue;
+        batches.forget(*line.item_code);
         stock::transfer_for_line(connection_, {*line.item_code, line.quantity, line.factor, line.unit_code,
                                                line.source_store, invoice.store, invoice.date});
     }
 }
 
-void Saving::move_stock(const Invoice& invoice, StockTaking& taking) {
+void Saving::move_stock(const Invoice& invoice, StockBatches& batches) {
     for (const Line& line : invoice.lines) {
-        if (!line.stock_kept || !line.item_code) continue;
+        if (!line.moves_stock()) continue;
         if (invoice.is_return())
             put_into_stock(connection_, *line.item_code, invoice.store, line.base_quantity(), line.expiry);
         else
-            taking.take(*line.item_code, line.base_quantity());
+            batches.take(*line.item_code, line.base_quantity());
     }
 }
 

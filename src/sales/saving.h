@@ -8,16 +8,11 @@
 #include "database/connection.h"
 #include "printing/receipt_printer.h"
 #include "sales/invoice.h"
+#include "sales/payment.h"
 #include "sales/stock_movement.h"
 #include "signin/session.h"
 
 namespace sales {
-
-// What the payment dialog returned.
-struct PaymentTaken {
-    double paid = 0;
-    double change = 0;
-};
 
 enum class SaveOutcome {
     saved,    // every row is written and durable
@@ -61,9 +56,9 @@ class Saving {
     void move_account_balance(const Invoice& invoice);
     void write_header(const Invoice& invoice);
     void write_bank_row(const Invoice& invoice);
-    void write_lines(const Invoice& invoice, StockTaking& taking);
-    void fetch_from_other_stores(const Invoice& invoice, StockTaking& taking);
-    void move_stock(const Invoice& invoice, StockTaking& taking);
+    void write_lines(const Invoice& invoice, StockBatches& batches);
+    void fetch_from_other_stores(const Invoice& invoice, StockBatches& batches);
+    void move_stock(const Invoice& invoice, StockBatches& batches);
     void move_craftsman_lines(const Invoice& invoice);
     void move_reservations(const Invoice& invoice);
 

@@ -6,13 +6,12 @@
 #include "accounts/lists.h"
 #include "common/text.h"
 #include "database/recordset.h"
+#include "sales/messages.h"
 #include "sales/recall.h"
-#include "sales/saving_messages.h"
 #include "sales/stock_check.h"
 
 namespace sales {
 
-namespace message = saving_message;
 using database::Connection;
 using database::quoted;
 using database::Sql;
@@ -66,9 +65,7 @@ class Checks {
         if (invoice_.is_return()) return std::nullopt;
         std::map<std::int64_t, double> needed;
         for (const Line& line : invoice_.lines) {
-            if (!line.stock_kept || line.is_general() || line.below_stock ||
-                line.source_kind == SourceKind::other_store)
-                continue;
+            if (!line.moves_stock() || line.below_stock || line.is_supplied()) continue;
             double& need = needed[*line.item_code];
             need += line.base_quantity();
             const double held = database::number_of(

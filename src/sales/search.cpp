@@ -4,7 +4,7 @@
 
 #include "common/numbers.h"
 #include "common/text.h"
-#include "sales/scan.h"
+#include "sales/entry.h"
 
 namespace sales {
 

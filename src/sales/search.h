@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "database/connection.h"
-#include "sales/screen_lists.h"
+#include "sales/lists.h"
 
 namespace sales {
 

@@ -13,32 +13,52 @@ double available_stock(database::Connection& connection, std::int64_t item, std:
                                                  item + " AND stcode = " + store));
 }
 
-bool stock_suffices(double available, double needed) {
-    // Rounding never turns two numbers round.
-    return available >= needed || common::round_decimals(available, 3) >= common::round_decimals(needed, 3);
-}
-
 double held_by_lines(const Invoice& invoice, std::int64_t item, std::int64_t store, const Line* except) {
     double held = 0;
     for (const Line& line : invoice.lines) {
         if (&line == except || line.item_code != item) continue;
-        const std::int64_t from =
-            line.source_kind == SourceKind::other_store ? line.source_store : invoice.store;
-        if (from == store) held += line.base_quantity();
+        if (invoice.source_of(line) == store) held += line.base_quantity();
     }
     return held;
 }
 
-StockAnswer StockCheck::judge(const StockNeed& need, std::string_view refusal) {
-    const double available = available_stock(connection_, need.item, need.store);
-    if (stock_suffices(available, need.base_quantity)) return StockAnswer::enough;
+bool StockCheck::line_allows(const Invoice& invoice, const Line& line, double quantity,
+                             const std::optional<CraftsmanLine>& work) {
+    const auto refuse = [this](std::string_view text) {
+        prompts_.message(text);
+        return false;
+    };
+    if (line.returnable && !stock_suffices(*line.returnable, quantity))
+        return refuse(message::quantity_not_allowed);
+    if (line.salver_code != 0) {
+        double needed = quantity;
+        for (const Line& other : invoice.lines)
+            if (&other != &line && other.salver_code == line.salver_code) needed += other.quantity;
+        if (!work || !stock_suffices(work->left, needed)) return refuse(message::quantity_not_allowed);
+    }
+    if (line.is_supplied() && line.item_code && !invoice.is_return()) {
+        const double needed =
+            quantity * line.factor + held_by_lines(invoice, *line.item_code, line.source_store, &line);
+        if (!stock_suffices(available_stock(connection_, *line.item_code, line.source_store), needed))
+            return refuse(message::transfer_store_short);
+    }
+    return true;
+}
+
+StockAnswer StockCheck::selling_store_allows(const Invoice& invoice, const Line& line, double quantity,
+                                             std::string_view refusal) {
+    if (!line.moves_stock() || invoice.is_return()) return StockAnswer::enough;
+    const std::int64_t item = *line.item_code;
+    const double needed = quantity * line.factor + held_by_lines(invoice, item, invoice.store, &line);
+    const double available = available_stock(connection_, item, invoice.store);
+    if (stock_suffices(available, needed)) return StockAnswer::enough;
     const double reserved = database::number_of(
-        connection_.scalar(Sql("select sum(quan1) as rq from reservd where icode = ") + need.item));
+        connection_.scalar(Sql("select sum(quan1) as rq from reservd where icode = ") + item));
     // Goods set aside for others are there: to sell them is one question, not also a sale below stock.
-    if (reserved > 0 && stock_suffices(reserved, need.base_quantity - available)) return ask_for_reserved();
+    if (reserved > 0 && stock_suffices(reserved, needed - available)) return ask_for_reserved();
     if (!signin::authorise(session_, prompts_, signin::Action::sell_below_stock, refusal, common::Icon::none))
         return StockAnswer::refused;
-    return ask_override(need, available) ? StockAnswer::confirmed : StockAnswer::refused;
+    return ask_override(line, available, needed) ? StockAnswer::confirmed : StockAnswer::refused;
 }
 
 StockAnswer StockCheck::ask_for_reserved() {
@@ -49,18 +69,17 @@ StockAnswer StockCheck::ask_for_reserved() {
                : StockAnswer::refused;
 }
 
-// The one place where a sale below stock is confirmed: item, stock and need in the cashier's unit.
-bool StockCheck::ask_override(const StockNeed& need, double available) {
-    const double factor = need.factor > 0 ? need.factor : 1;
+// Names item, stock and need in the cashier's unit.
+bool StockCheck::ask_override(const Line& line, double available, double needed) {
     const auto quantity = [&](double base) {
-        return common::format_quantity(base / factor) + " " + need.unit_name;
+        return common::format_quantity(base / line.factor) + " " + line.unit_name;
     };
     std::string text(message::override_item);
-    text += need.name;
+    text += line.name;
     text += message::override_stock;
     text += quantity(available);
     text += message::override_need;
-    text += quantity(need.base_quantity);
+    text += quantity(needed);
     text += message::override_question;
     return prompts_.question(text, common::Icon::critical);
 }

@@ -1,36 +1,27 @@
-// Whether the stock allows a quantity: the one rule behind entry, duplicate lines, quantity edits and saving.
+// Whether the stock allows a quantity: the one rule behind entry, more of a line, quantity edits and saving.
 #pragma once
 
 #include <cstdint>
-#include <string>
+#include <optional>
 #include <string_view>
 
 #include "common/prompts.h"
 #include "database/connection.h"
 #include "sales/invoice.h"
+#include "sales/items.h"
 #include "signin/session.h"
+#include "stock/line_source.h"
 
 namespace sales {
+
+using stock::stock_suffices;
 
 // The sum of an item's stock in a store, in base units; 0 without a row.
 double available_stock(database::Connection& connection, std::int64_t item, std::int64_t store);
 
-// True when the stock covers the need; equality suffices. Both in base units, compared to the three decimals
-// that quantities have, so that the noise of single-precision columns and of sums decides nothing.
-bool stock_suffices(double available, double needed);
-
 // What the lines of an invoice take of an item from a store, in base units; `except` leaves out one line.
 double held_by_lines(const Invoice& invoice, std::int64_t item, std::int64_t store,
                      const Line* except = nullptr);
-
-struct StockNeed {
-    std::int64_t item = 0;
-    std::string name;
-    std::int64_t store = 0;
-    double factor = 1;  // base units in the unit that the cashier sees
-    std::string unit_name;
-    double base_quantity = 0;  // all that the invoice takes from the store with this entry, in base units
-};
 
 enum class StockAnswer {
     enough,
@@ -38,19 +29,27 @@ enum class StockAnswer {
     refused,
 };
 
+// Each takes a line, of the invoice or not yet of it, and the quantity that it is to hold, in its unit. The
+// other lines of the invoice are counted as well.
 class StockCheck {
   public:
     StockCheck(database::Connection& connection, const signin::Session& session, common::Prompts& prompts)
         : connection_(connection), session_(session), prompts_(prompts) {}
 
-    // Judges a need. Short stock that reservations explain is asked about (permission 291 decides after a
-    // yes); other short stock goes to the override question for who may sell below stock, and to `refusal`
-    // for all others. Whatever is refused has been said.
-    StockAnswer judge(const StockNeed& need, std::string_view refusal);
+    // The limits of the line itself: what its receipt still allows to return, what is left of its craftsman's
+    // `work` line, what the other store holds that supplies it. Returns false after showing why.
+    bool line_allows(const Invoice& invoice, const Line& line, double quantity,
+                     const std::optional<CraftsmanLine>& work);
+
+    // The stock of the selling store. Short stock that reservations explain is asked about (permission 291
+    // decides after a yes). Other short stock goes to the override question for who may sell below stock, and
+    // to `refusal` for all others.
+    StockAnswer selling_store_allows(const Invoice& invoice, const Line& line, double quantity,
+                                     std::string_view refusal);
 
   private:
     StockAnswer ask_for_reserved();
-    bool ask_override(const StockNeed& need, double available);
+    bool ask_override(const Line& line, double available, double needed);
 
     database::Connection& connection_;
     const signin::Session& session_;

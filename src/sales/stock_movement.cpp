@@ -15,8 +15,6 @@ using database::Sql;
 
 namespace {
 
-// Another till changed the batch between reading and writing it.
-constexpr const char* changed_meanwhile = "40001";
 // Far more rounds than tills that could be in the way.
 constexpr int most_rounds = 100;
 
@@ -35,7 +33,7 @@ void until_undisturbed(Movement movement) {
             movement();
             return;
         } catch (const database::Error& error) {
-            if (error.sqlstate() != changed_meanwhile || round == most_rounds) throw;
+            if (error.kind() != database::Error::Kind::changed_meanwhile || round == most_rounds) throw;
         }
     }
 }
@@ -61,25 +59,25 @@ void move_batch(Connection& connection, std::int64_t item, std::int64_t store, c
 
 }  // namespace
 
-Recordset& StockTaking::batches_of(std::int64_t item) {
+Recordset& StockBatches::batches_of(std::int64_t item) {
     const auto known = batches_.find(item);
     if (known != batches_.end()) return known->second;
     const Sql statement = Sql("select * from stk where icode = ") + item + " order by edate";
     return batches_.try_emplace(item, connection_, statement).first->second;
 }
 
-bool StockTaking::is_held(Recordset& batch) const {
+bool StockBatches::is_held(Recordset& batch) const {
     return batch.integer("stcode") == store_ && batch.number("quan") > 0;
 }
 
-std::optional<Date> StockTaking::oldest(std::int64_t item) {
+std::optional<Date> StockBatches::oldest(std::int64_t item) {
     Recordset& batches = batches_of(item);
     for (batches.move_first(); !batches.at_end(); batches.move_next())
         if (is_held(batches) && !batches.null("edate")) return batches.moment("edate").date;
     return std::nullopt;
 }
 
-void StockTaking::take_from_batches(std::int64_t item, double& left) {
+void StockBatches::take_from_batches(std::int64_t item, double& left) {
     until_undisturbed([&] {
         try {
             Recordset& batches = batches_of(item);
@@ -98,7 +96,7 @@ void StockTaking::take_from_batches(std::int64_t item, double& left) {
     });
 }
 
-void StockTaking::take(std::int64_t item, double quantity) {
+void StockBatches::take(std::int64_t item, double quantity) {
     double left = quantity;
     const bool known = batches_.contains(item);
     take_from_batches(item, left);

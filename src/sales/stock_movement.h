@@ -12,9 +12,9 @@ namespace sales {
 
 // The batches of a store that a sale takes from. An item's are read once, when it is first asked for; those
 // that another till changes meanwhile are read again, so no movement is lost.
-class StockTaking {
+class StockBatches {
   public:
-    StockTaking(database::Connection& connection, std::int64_t store)
+    StockBatches(database::Connection& connection, std::int64_t store)
         : connection_(connection), store_(store) {}
 
     // The expiry date of the batch from which the next piece would be taken; nothing without stock.

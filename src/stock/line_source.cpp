@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "common/numbers.h"
+
 namespace stock {
 
 using database::Sql;
@@ -17,10 +19,12 @@ constexpr std::string_view not_there = "الصنف غير موجود بالمخ�
 // The quantity in the store is not enough.
 constexpr std::string_view too_little = "الكمية بالمخزن لا تكفي";
 
-// Sums of decimal quantities are not refused for their binary rest.
-constexpr double tolerance = 0.0005;
-
 }  // namespace
+
+bool stock_suffices(double available, double needed) {
+    // Rounding keeps the order of two numbers, so it only ever lets more through.
+    return available >= needed || common::round_decimals(available, 3) >= common::round_decimals(needed, 3);
+}
 
 LineSource::LineSource(database::Connection& connection, common::Prompts& prompts, std::int64_t item,
                        double quantity, double factor, std::int64_t selling_store)
@@ -52,7 +56,7 @@ LineSource::LineSource(database::Connection& connection, common::Prompts& prompt
     if (units_.empty()) units_.push_back({1, "وحدة", 1});
 }
 
-bool LineSource::confirm(std::int64_t store) {
+bool LineSource::confirm(std::int64_t store, double taken_by_others) {
     const auto refuse = [this](std::string_view text) {
         prompts_.message(text, common::Icon::exclamation);
         return false;
@@ -62,7 +66,8 @@ bool LineSource::confirm(std::int64_t store) {
     const database::Value held = connection_.scalar(Sql("select sum(quan) as quan from stk where icode = ") +
                                                     item_ + " and stcode = " + store);
     if (database::is_null(held)) return refuse(not_there);
-    if (database::number_of(held) + tolerance < base_quantity_) return refuse(too_little);
+    if (!stock_suffices(database::number_of(held), base_quantity_ + taken_by_others))
+        return refuse(too_little);
     return true;
 }
 

@@ -10,6 +10,10 @@
 
 namespace stock {
 
+// Returns true if the stock covers the need; equality suffices. Both in base units, compared to the three
+// decimals that quantities have, so that the noise of single-precision columns and of sums decides nothing.
+bool stock_suffices(double available, double needed);
+
 struct StoreHolding {
     std::int64_t store = 0;
     std::string name;
@@ -23,7 +27,7 @@ struct OfferedUnit {
     double factor = 1;  // base units in it
 };
 
-// The line-source dialog without its face. Quantities asked for are in the line's unit.
+// The line-source dialog without its window. Quantities asked for are in the line's unit.
 class LineSource {
   public:
     LineSource(database::Connection& connection, common::Prompts& prompts, std::int64_t item, double quantity,
@@ -34,12 +38,12 @@ class LineSource {
     // Every store, for the list to choose from.
     const std::vector<StoreHolding>& stores() const { return stores_; }
 
-    // The item's units, the largest first; those that its card gives no factor for are left out.
+    // The item's units, the largest first, without those that its card gives no factor for.
     const std::vector<OfferedUnit>& units() const { return units_; }
 
-    // True when the store (0: none chosen) can supply the line; else the reason has been said and the dialog
-    // stays open.
-    bool confirm(std::int64_t store);
+    // Returns true if the store (0: none chosen) can supply the line beside the base quantity that the other
+    // lines of the invoice take from it; else false after showing why, and the dialog stays open.
+    bool confirm(std::int64_t store, double taken_by_others = 0);
 
   private:
     database::Connection& connection_;

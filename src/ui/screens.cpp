@@ -2,7 +2,7 @@
 
 #include <type_traits>
 
-#include "sales/saving_messages.h"
+#include "sales/messages.h"
 #include "ui/accounts/account_customers_list.h"
 #include "ui/accounts/account_statement_screen.h"
 #include "ui/accounts/direct_receipt_sheet.h"
@@ -34,7 +34,7 @@ void run_screen(SalesWindow& window) {
 // The same for a screen that works on the invoice on the window.
 template <typename Screen>
 void run_on_invoice(SalesWindow& window) {
-    Screen(&window, window.context(), window.logic()).run();
+    Screen(&window, window.context(), window.desk()).run();
 }
 
 // The same for a screen that loads what it shows first, and is not shown if that fails.
@@ -50,7 +50,7 @@ void run_opened(SalesWindow& window) {
 }
 
 void run_walk_in_customer(SalesWindow& window) {
-    Cust_cash screen(&window, window.context(), window.logic());
+    Cust_cash screen(&window, window.context(), window.desk());
     if (screen.open()) screen.run();
 }
 
@@ -69,9 +69,8 @@ void run_shifts(SalesWindow& window) {
 }
 
 void run_invoice_data(SalesWindow& window) {
-    if (window.logic().partly_saved()) {
-        window.context().services.prompts.message(sales::saving_message::partly_stays,
-                                                  common::Icon::critical);
+    if (window.desk().sale().partly_saved) {
+        window.context().services.prompts.message(sales::message::partly_stays, common::Icon::critical);
         return;
     }
     run_on_invoice<InvoiceDataSheet>(window);
@@ -95,13 +94,13 @@ const std::vector<Command>& screen_commands() {
         {"tips_receivers", "عملاء الأك&راميات", Qt::Key_unknown, menu, run_screen<TipsReceivers>},
         {"cash_count", "&جرد الخزينة", Qt::Key_unknown, menu, run_opened<CashCountSheet>},
         {"receipts", "بونات &اليوم", Qt::CTRL | Qt::Key_B, menu,
-         [](SalesWindow& window) { ReceiptsSheet(&window, window.logic()).run(); }, commit, "البونات"},
+         [](SalesWindow& window) { ReceiptsSheet(&window, window.desk()).run(); }, commit, "البونات"},
         {"offers", "&عروض الأسعار", Qt::CTRL | Qt::Key_O, menu, run_on_invoice<OffersSheet>, commit,
          "العروض"},
         {"keep_offer", "حف&ظ كعرض سعر", Qt::CTRL | Qt::Key_S, menu,
-         [](SalesWindow& window) { keep_offer(&window, window.context(), window.logic()); }},
+         [](SalesWindow& window) { keep_offer(&window, window.context(), window.desk()); }},
         {"line_source", "مص&در الصنف", Qt::CTRL | Qt::Key_T, menu,
-         [](SalesWindow& window) { choose_line_source(&window, window.context(), window.logic()); }, commit,
+         [](SalesWindow& window) { choose_line_source(&window, window.context(), window.desk()); }, commit,
          "المصدر"},
         {"invoice_data", "&بيانات البون", key::invoice_data, menu, run_invoice_data},
         {"printer", "&طابعة البون", Qt::Key_unknown, menu, run_on_invoice<PrinterSheet>},

@@ -10,8 +10,8 @@
 #include "database/embedded/open.h"
 #include "database/faults.h"
 #include "database/schema/schema.h"
+#include "sales/messages.h"
 #include "sales/recall.h"
-#include "sales/saving_messages.h"
 #include "sales/till.h"
 
 namespace {
@@ -184,7 +184,7 @@ TEST_P(SaveFaults, LeaveABeginningOfTheOrder) {
             const std::string stopped = till.services.log.lines.back();
             const std::string number = std::to_string(invoice.number);
             if (outcome == SaveOutcome::refused) {
-                EXPECT_EQ(till.services.prompts.last(), sales::saving_message::not_saved);
+                EXPECT_EQ(till.services.prompts.last(), sales::message::not_saved);
                 for (std::size_t i = 1; i < seen.size(); ++i)
                     EXPECT_EQ(seen[i], before[i]);
                 faulty.heal();

@@ -4,7 +4,7 @@
 #include <random>
 
 #include "common/text.h"
-#include "sales/scan.h"
+#include "sales/entry.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "sales/till.h"
 
 namespace test {
@@ -57,19 +57,29 @@ struct Counter : Till {
     }
     void forbid_below_stock() { forbid({216, 286, 281}); }
 
-    sales::SalesScreen& open() {
-        screen.Open();
-        return screen;
+    sales::SalesDesk& open() {
+        desk.Open();
+        return desk;
+    }
+    // Enter in the item-code field; a supplier is another store that the goods come from.
+    bool enter(std::string_view text, std::int64_t supplier = 0) {
+        return desk.lines().EnterItem(sales::read_entry(text), supplier);
+    }
+    // Leaves a new invoice.
+    void start_anew() {
+        answer({true});
+        desk.checkout().CancelRecord();
+        asked();
     }
     std::string cell(std::size_t row, int column) const {
-        return screen.cells(row)[static_cast<std::size_t>(column)];
+        return desk.invoice().cells(row)[static_cast<std::size_t>(column)];
     }
     // All that was said and asked since, in one list each; forgets it.
     std::vector<std::string> said() { return std::exchange(services.prompts.messages, {}); }
     std::vector<std::string> asked() { return std::exchange(services.prompts.questions, {}); }
     void answer(std::initializer_list<bool> answers) { services.prompts.answers.assign(answers); }
 
-    sales::SalesScreen screen{connection(), session, services.all(), printer};
+    sales::SalesDesk desk{connection(), session, services.all(), printer};
 };
 
 }  // namespace test

@@ -60,13 +60,13 @@ TEST(ItemEntry, RefusesWithItsMessageAndAddsNothing) {
         SCOPED_TRACE(c.name);
         Counter counter;
         if (c.before != nullptr) counter.shop.sql(c.before);
-        auto& screen = counter.open();
-        ASSERT_TRUE(screen.SwitchKind(c.kind));
-        ASSERT_TRUE(screen.SwitchPayment(c.payment));
-        EXPECT_FALSE(screen.EnterItem(c.typed));
+        auto& desk = counter.open();
+        ASSERT_TRUE(desk.header().SwitchKind(c.kind));
+        ASSERT_TRUE(desk.header().SwitchPayment(c.payment));
+        EXPECT_FALSE(counter.enter(c.typed));
         EXPECT_THAT(counter.said(), ElementsAre(std::string(c.said)));
-        EXPECT_THAT(screen.invoice().lines, IsEmpty());
-        EXPECT_EQ(screen.figures().net, "0.00");
+        EXPECT_THAT(desk.invoice().lines, IsEmpty());
+        EXPECT_EQ(desk.sale().figures.net, "0.00");
         EXPECT_TRUE(counter.services.log.lines.empty()) << counter.services.log.lines.front();
     }
 }
@@ -96,10 +96,10 @@ TEST(ItemEntry, EveryFormMakesItsLine) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.typed + " at level " + std::to_string(c.level));
         Counter counter;
-        auto& screen = counter.open();
-        screen.choose_price_level(c.level);
-        ASSERT_TRUE(screen.EnterItem(c.typed)) << counter.services.prompts.last();
-        const auto cell = screen.cells(0);
+        auto& desk = counter.open();
+        desk.header().choose_price_level(c.level);
+        ASSERT_TRUE(counter.enter(c.typed)) << counter.services.prompts.last();
+        const auto cell = desk.invoice().cells(0);
         EXPECT_EQ(cell[column::code], c.code);
         EXPECT_EQ(cell[column::name], c.name);
         EXPECT_EQ(cell[column::quantity], c.quantity);
@@ -111,8 +111,8 @@ TEST(ItemEntry, EveryFormMakesItsLine) {
         EXPECT_EQ(cell[column::unit_factor], c.factor);
         EXPECT_EQ(cell[column::unit_cost], c.cost);
         EXPECT_EQ(cell[column::balance], c.balance);
-        EXPECT_EQ(screen.figures().net, c.total);
-        EXPECT_EQ(screen.current_row(), 0u);
+        EXPECT_EQ(desk.sale().figures.net, c.total);
+        EXPECT_EQ(desk.sale().current_row, 0u);
         EXPECT_THAT(counter.said(), IsEmpty());
     }
 }
@@ -144,13 +144,13 @@ TEST(ItemEntry, SalePeriodReducesThePriceOfItsDays) {
                          "','" + c.to + "'");
         counter.shop.sql(std::string("insert into sale_price (sale_prd,icode,p_per,s_price) select 4,400,") +
                          c.percent + "," + c.period_price);
-        auto& screen = counter.open();
-        ASSERT_TRUE(screen.EnterItem("400"));
+        auto& desk = counter.open();
+        ASSERT_TRUE(counter.enter("400"));
         EXPECT_EQ(counter.cell(0, column::price), c.expected);
-        EXPECT_EQ(screen.invoice().lines[0].clearance, c.clearance);
+        EXPECT_EQ(desk.invoice().lines[0].clearance, c.clearance);
         // On a clearance item no discount opens, whatever the user may do otherwise.
-        EXPECT_EQ(screen.begin_edit(0, column::discount_value), !c.clearance);
-        EXPECT_EQ(screen.begin_edit(0, column::discount_percent), !c.clearance);
+        EXPECT_EQ(desk.lines().begin_edit(0, column::discount_value), !c.clearance);
+        EXPECT_EQ(desk.lines().begin_edit(0, column::discount_percent), !c.clearance);
         if (c.clearance) {
             EXPECT_THAT(counter.said(), testing::Each(std::string(message::no_clearance_discount)));
         }
@@ -178,13 +178,13 @@ TEST(ItemEntry, AskedBeforeASecondLineOfAnItem) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         Counter counter;
-        auto& screen = counter.open();
-        ASSERT_TRUE(screen.EnterItem(c.first));
+        auto& desk = counter.open();
+        ASSERT_TRUE(counter.enter(c.first));
         counter.answer({c.yes});
-        EXPECT_TRUE(screen.EnterItem(c.second)) << counter.services.prompts.last();
+        EXPECT_TRUE(counter.enter(c.second)) << counter.services.prompts.last();
         EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::entered_before)));
         std::vector<std::string> quantities;
-        for (std::size_t row = 0; row < screen.invoice().lines.size(); ++row)
+        for (std::size_t row = 0; row < desk.invoice().lines.size(); ++row)
             quantities.push_back(counter.cell(row, column::quantity));
         EXPECT_EQ(quantities, c.quantities);
     }
@@ -193,25 +193,26 @@ TEST(ItemEntry, AskedBeforeASecondLineOfAnItem) {
 TEST(ItemEntry, AWorkLineSellsNoMoreThanWasMade) {
     Counter counter;
     counter.shop.sql("update salver set cqty = 1");
-    auto& screen = counter.open();
-    ASSERT_TRUE(screen.EnterItem("w9"));
+    auto& desk = counter.open();
+    ASSERT_TRUE(counter.enter("w9"));
     for (const bool raise : {true, false}) {
         counter.answer({raise});
-        EXPECT_FALSE(screen.EnterItem("w9"));
+        EXPECT_FALSE(counter.enter("w9"));
         EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_not_allowed)));
     }
-    EXPECT_FALSE(screen.commit_edit(0, column::quantity, "2"));
+    EXPECT_FALSE(desk.lines().commit_edit(0, column::quantity, "2"));
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_not_allowed)));
     EXPECT_EQ(counter.cell(0, column::quantity), "1.000");
 }
 
 TEST(ItemEntry, SecondFieldNeedsARecalledInvoice) {
     Counter counter;
-    auto& screen = counter.open();
-    EXPECT_FALSE(screen.EnterItemForRecalled("400"));
+    auto& desk = counter.open();
+    EXPECT_FALSE(desk.lines().EnterItemForRecalled(sales::read_entry("400")));
     EXPECT_THAT(counter.said(), ElementsAre("يجب تحديد الفاتوره اولا"));
-    ASSERT_TRUE(screen.EnterItem("400"));
-    EXPECT_FALSE(screen.EnterItemForRecalled("400")) << "an invoice being rung up is not a recalled one";
+    ASSERT_TRUE(counter.enter("400"));
+    EXPECT_FALSE(desk.lines().EnterItemForRecalled(sales::read_entry("400")))
+        << "an invoice being rung up is not a recalled one";
 }
 
 TEST(ItemEntry, GroupShowsTheTypesNameOrItsNumber) {
@@ -219,9 +220,9 @@ TEST(ItemEntry, GroupShowsTheTypesNameOrItsNumber) {
     counter.shop.sql("insert into item_types (code,name) select 2,N'مشروبات'");
     counter.shop.sql("update items set itype = 2 where code = 400");
     counter.shop.sql("update items set itype = 9 where code = 410");
-    auto& screen = counter.open();
+    counter.open();
     for (const char* code : {"400", "410", "440"})
-        ASSERT_TRUE(screen.EnterItem(code));
+        ASSERT_TRUE(counter.enter(code));
     EXPECT_EQ(counter.cell(0, column::group), "مشروبات");
     EXPECT_EQ(counter.cell(1, column::group), "9");
     EXPECT_EQ(counter.cell(2, column::group), "");

@@ -1,5 +1,5 @@
 // Kinds, payments, their switching and the number series.
-#include "sales/kinds.h"
+#include "sales/invoice.h"
 
 #include "sales/counter.h"
 #include "sales/messages.h"
@@ -34,16 +34,16 @@ TEST(Kinds, SwitchingAnEmptyScreen) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.label);
         Counter counter;
-        auto& screen = counter.open();
-        ASSERT_TRUE(screen.SwitchPayment(c.from));
-        ASSERT_TRUE(screen.SwitchKind(c.kind));
-        EXPECT_EQ(screen.invoice().payment, c.to);
-        EXPECT_EQ(screen.grid_colour(), c.colour);
-        EXPECT_EQ(screen.kind_label(), c.label);
+        auto& desk = counter.open();
+        ASSERT_TRUE(desk.header().SwitchPayment(c.from));
+        ASSERT_TRUE(desk.header().SwitchKind(c.kind));
+        EXPECT_EQ(desk.invoice().payment, c.to);
+        EXPECT_EQ(sales::grid_colour(desk.invoice().kind), c.colour);
+        EXPECT_EQ(sales::kind_caption(desk.invoice().kind, desk.invoice().payment), c.label);
         const bool sale = c.kind == KindOption::sale;
-        EXPECT_EQ(screen.payment_enabled(PaymentOption::card), sale);
-        EXPECT_EQ(screen.SwitchPayment(PaymentOption::card), sale);
-        EXPECT_EQ(screen.SwitchPayment(PaymentOption::tips), sale);
+        EXPECT_EQ(sales::payment_enabled(PaymentOption::card, desk.invoice().kind), sale);
+        EXPECT_EQ(desk.header().SwitchPayment(PaymentOption::card), sale);
+        EXPECT_EQ(desk.header().SwitchPayment(PaymentOption::tips), sale);
     }
 }
 
@@ -62,18 +62,18 @@ TEST(Kinds, LinesHoldTheirGroup) {
         SCOPED_TRACE(std::to_string(static_cast<int>(c.from)) + " to " +
                      std::to_string(static_cast<int>(c.to)));
         Counter counter;
-        auto& screen = counter.open();
-        ASSERT_TRUE(screen.SwitchKind(c.from));
-        ASSERT_TRUE(screen.EnterItem("400"));
-        EXPECT_EQ(screen.SwitchKind(c.to), c.allowed);
-        EXPECT_EQ(screen.invoice().kind, c.allowed ? c.to : c.from);
+        auto& desk = counter.open();
+        ASSERT_TRUE(desk.header().SwitchKind(c.from));
+        ASSERT_TRUE(counter.enter("400"));
+        EXPECT_EQ(desk.header().SwitchKind(c.to), c.allowed);
+        EXPECT_EQ(desk.invoice().kind, c.allowed ? c.to : c.from);
         if (!c.allowed) {
             EXPECT_THAT(counter.said(), ElementsAre("لا يمكن تغير نوع البون الان "));
             EXPECT_EQ(counter.services.prompts.last_icon, common::Icon::exclamation);
         }
-        EXPECT_EQ(screen.invoice().lines.size(), 1u);
-        screen.delete_line(0);
-        EXPECT_TRUE(screen.SwitchKind(c.to)) << "an empty grid holds nothing";
+        EXPECT_EQ(desk.invoice().lines.size(), 1u);
+        desk.lines().delete_line(0);
+        EXPECT_TRUE(desk.header().SwitchKind(c.to)) << "an empty grid holds nothing";
     }
 }
 
@@ -81,55 +81,55 @@ TEST(Kinds, ReturnsNeedTheirPermission) {
     for (const KindOption kind : {KindOption::return_, KindOption::third}) {
         Counter counter;
         counter.forbid({161});
-        auto& screen = counter.open();
-        EXPECT_FALSE(screen.SwitchKind(kind));
+        auto& desk = counter.open();
+        EXPECT_FALSE(desk.header().SwitchKind(kind));
         EXPECT_THAT(counter.said(), ElementsAre("غير مصرح باستخدام هذا البند"));
         EXPECT_EQ(counter.services.prompts.last_icon, common::Icon::critical);
-        EXPECT_EQ(screen.invoice().kind, KindOption::sale);
+        EXPECT_EQ(desk.invoice().kind, KindOption::sale);
     }
 }
 
 TEST(Kinds, FunctionKeysToggle) {
     Counter counter;
-    auto& screen = counter.open();
-    screen.toggle_kind();
-    EXPECT_EQ(screen.invoice().kind, KindOption::return_);
-    screen.toggle_kind();
-    EXPECT_EQ(screen.invoice().kind, KindOption::sale);
-    screen.SwitchKind(KindOption::third);
-    screen.toggle_kind();
-    EXPECT_EQ(screen.invoice().kind, KindOption::sale);
-    screen.toggle_payment();
-    EXPECT_EQ(screen.invoice().payment, PaymentOption::account);
-    screen.toggle_payment();
-    EXPECT_EQ(screen.invoice().payment, PaymentOption::cash);
-    screen.SwitchPayment(PaymentOption::tips);
-    screen.toggle_payment();
-    EXPECT_EQ(screen.invoice().payment, PaymentOption::cash);
+    auto& desk = counter.open();
+    desk.header().toggle_kind();
+    EXPECT_EQ(desk.invoice().kind, KindOption::return_);
+    desk.header().toggle_kind();
+    EXPECT_EQ(desk.invoice().kind, KindOption::sale);
+    desk.header().SwitchKind(KindOption::third);
+    desk.header().toggle_kind();
+    EXPECT_EQ(desk.invoice().kind, KindOption::sale);
+    desk.header().toggle_payment();
+    EXPECT_EQ(desk.invoice().payment, PaymentOption::account);
+    desk.header().toggle_payment();
+    EXPECT_EQ(desk.invoice().payment, PaymentOption::cash);
+    desk.header().SwitchPayment(PaymentOption::tips);
+    desk.header().toggle_payment();
+    EXPECT_EQ(desk.invoice().payment, PaymentOption::cash);
 }
 
 TEST(Kinds, CustomerBelongsToAccountInvoicesOnly) {
     Counter counter;
-    auto& screen = counter.open();
-    EXPECT_FALSE(screen.choose_customer(99));
-    ASSERT_TRUE(screen.SwitchPayment(PaymentOption::account));
-    ASSERT_TRUE(screen.choose_customer(7));
-    EXPECT_EQ(screen.invoice().customer_name, "مطعم الأمل");
-    screen.SwitchPayment(PaymentOption::cash);
-    EXPECT_EQ(screen.invoice().customer, sales::walk_in_customer);
-    EXPECT_EQ(screen.invoice().customer_name, "");
-    screen.SwitchPayment(PaymentOption::account);
-    EXPECT_EQ(screen.invoice().customer, 7) << "switching there and back must not lose the customer";
+    auto& desk = counter.open();
+    EXPECT_FALSE(desk.header().choose_customer(99));
+    ASSERT_TRUE(desk.header().SwitchPayment(PaymentOption::account));
+    ASSERT_TRUE(desk.header().choose_customer(7));
+    EXPECT_EQ(desk.invoice().customer_name, "مطعم الأمل");
+    desk.header().SwitchPayment(PaymentOption::cash);
+    EXPECT_EQ(desk.invoice().customer, sales::walk_in_customer);
+    EXPECT_EQ(desk.invoice().customer_name, "");
+    desk.header().SwitchPayment(PaymentOption::account);
+    EXPECT_EQ(desk.invoice().customer, 7) << "switching there and back must not lose the customer";
 }
 
 TEST(Kinds, EachSeriesCountsOnItsOwn) {
     Counter counter;
-    auto& screen = counter.open();
+    auto& desk = counter.open();
     const auto number = [&](KindOption kind, PaymentOption payment, std::int64_t store) {
-        screen.SwitchKind(kind);
-        screen.SwitchPayment(payment);
-        screen.choose_store(store);
-        return screen.invoice().number;
+        desk.header().SwitchKind(kind);
+        desk.header().SwitchPayment(payment);
+        desk.header().choose_store(store);
+        return desk.invoice().number;
     };
     EXPECT_EQ(number(KindOption::sale, PaymentOption::cash, 1), 1) << "an empty table begins at 1";
     EXPECT_EQ(number(KindOption::return_, PaymentOption::cash, 1), 1);

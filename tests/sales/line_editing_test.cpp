@@ -1,6 +1,6 @@
 // In-place editing: permissions, the ceiling at its edge, losses, and input that no line should hold.
+#include "sales/line_editing.h"
 #include "sales/counter.h"
-#include "sales/line_limits.h"
 #include "sales/messages.h"
 
 namespace {
@@ -12,12 +12,12 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 // Ten pieces of tea at 10.00 (cost as given), gross 100.
-sales::SalesScreen& ten_of_tea(Counter& counter, const char* cost = "1") {
+sales::SalesDesk& ten_of_tea(Counter& counter, const char* cost = "1") {
     counter.shop.sql(std::string("update items set price12 = 10, price11 = ") + cost + " where code = 410");
-    auto& screen = counter.open();
-    EXPECT_TRUE(screen.EnterItem("410"));
-    EXPECT_TRUE(screen.commit_edit(0, column::quantity, "10"));
-    return screen;
+    auto& desk = counter.open();
+    EXPECT_TRUE(counter.enter("410"));
+    EXPECT_TRUE(desk.lines().commit_edit(0, column::quantity, "10"));
+    return desk;
 }
 
 TEST(LineEditing, CellsOpenByColumnAndPermission) {
@@ -29,20 +29,20 @@ TEST(LineEditing, CellsOpenByColumnAndPermission) {
                           Case{column::discount_value, 271}, Case{column::discount_percent, 271}}) {
         SCOPED_TRACE(c.column);
         Counter counter;
-        auto& screen = ten_of_tea(counter);
-        EXPECT_TRUE(screen.begin_edit(0, c.column));
+        auto& desk = ten_of_tea(counter);
+        EXPECT_TRUE(desk.lines().begin_edit(0, c.column));
         counter.session.permissions.assign(400, '0');
-        EXPECT_EQ(screen.begin_edit(0, c.column), c.permission == 0);
+        EXPECT_EQ(desk.lines().begin_edit(0, c.column), c.permission == 0);
         if (c.permission == 0) continue;
         EXPECT_THAT(counter.said(), ElementsAre("غير مصرح باستخدام هذا البند"));
         counter.session.permissions[static_cast<std::size_t>(c.permission) - 1] = '1';
-        EXPECT_TRUE(screen.begin_edit(0, c.column));
+        EXPECT_TRUE(desk.lines().begin_edit(0, c.column));
     }
     Counter counter;
-    auto& screen = ten_of_tea(counter);
+    auto& desk = ten_of_tea(counter);
     for (const int fixed : {column::number, column::code, column::name, column::total, column::balance})
-        EXPECT_FALSE(screen.begin_edit(0, fixed));
-    EXPECT_FALSE(screen.begin_edit(1, column::quantity)) << "there is no such line";
+        EXPECT_FALSE(desk.lines().begin_edit(0, fixed));
+    EXPECT_FALSE(desk.lines().begin_edit(1, column::quantity)) << "there is no such line";
 }
 
 TEST(LineEditing, CeilingOfALineDiscountAtItsEdge) {
@@ -76,15 +76,15 @@ TEST(LineEditing, CeilingOfALineDiscountAtItsEdge) {
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.typed) + " in column " + std::to_string(c.column));
         Counter counter;
-        auto& screen = ten_of_tea(counter);
-        screen.commit_edit(0, column::discount_value, "5");  // what a refusal must wipe out
+        auto& desk = ten_of_tea(counter);
+        desk.lines().commit_edit(0, column::discount_value, "5");  // what a refusal must wipe out
         counter.said();
         counter.session.settings.max_dis = c.ceiling;
-        EXPECT_EQ(screen.commit_edit(0, c.column, c.typed), c.taken);
+        EXPECT_EQ(desk.lines().commit_edit(0, c.column, c.typed), c.taken);
         EXPECT_EQ(counter.cell(0, column::discount_value), c.value);
         EXPECT_EQ(counter.cell(0, column::discount_percent), c.percent);
         EXPECT_EQ(counter.cell(0, column::total), c.total);
-        EXPECT_EQ(screen.figures().net, c.total);
+        EXPECT_EQ(desk.sale().figures.net, c.total);
         if (c.taken)
             EXPECT_THAT(counter.said(), IsEmpty());
         else
@@ -102,8 +102,8 @@ TEST(LineEditing, LossIsWarnedOfAndStays) {
         SCOPED_TRACE(c.cost);
         for (const int edited : {column::discount_value, column::discount_percent}) {
             Counter counter;
-            auto& screen = ten_of_tea(counter, c.cost);
-            EXPECT_TRUE(screen.commit_edit(0, edited, "5"));
+            auto& desk = ten_of_tea(counter, c.cost);
+            EXPECT_TRUE(desk.lines().commit_edit(0, edited, "5"));
             EXPECT_EQ(counter.cell(0, column::total), "95.00");
             if (c.warned)
                 EXPECT_THAT(counter.said(), ElementsAre(std::string(message::discount_loses)));
@@ -115,17 +115,17 @@ TEST(LineEditing, LossIsWarnedOfAndStays) {
 
 TEST(LineEditing, PriceAndQuantityRespectADiscountGiven) {
     Counter counter;
-    auto& screen = ten_of_tea(counter);
-    ASSERT_TRUE(screen.commit_edit(0, column::discount_value, "9"));
-    EXPECT_TRUE(screen.commit_edit(0, column::price, "9")) << "9 of 90 is the ceiling itself";
-    EXPECT_FALSE(screen.commit_edit(0, column::price, "8.99"));
+    auto& desk = ten_of_tea(counter);
+    ASSERT_TRUE(desk.lines().commit_edit(0, column::discount_value, "9"));
+    EXPECT_TRUE(desk.lines().commit_edit(0, column::price, "9")) << "9 of 90 is the ceiling itself";
+    EXPECT_FALSE(desk.lines().commit_edit(0, column::price, "8.99"));
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::price_against_discount)));
     EXPECT_EQ(counter.cell(0, column::price), "9.00");
-    EXPECT_FALSE(screen.commit_edit(0, column::quantity, "9.999"));
+    EXPECT_FALSE(desk.lines().commit_edit(0, column::quantity, "9.999"));
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_against_discount)));
     EXPECT_EQ(counter.cell(0, column::quantity), "10.000");
-    EXPECT_EQ(screen.figures().net, "81.00");
-    EXPECT_TRUE(screen.commit_edit(0, column::quantity, "20"));
+    EXPECT_EQ(desk.sale().figures.net, "81.00");
+    EXPECT_TRUE(desk.lines().commit_edit(0, column::quantity, "20"));
     EXPECT_EQ(counter.cell(0, column::discount_percent), "5.00");
 }
 
@@ -137,14 +137,14 @@ TEST(LineEditing, BadInputLeavesTheLineAsItWas) {
                                                         {column::discount_percent, message::wrong_discount}};
     const std::string everywhere[] = {"-1", "nan", "1e308", "inf", huge, "1.2.3", "٣س", "1;2", "'", "🍎"};
     Counter counter;
-    auto& screen = ten_of_tea(counter);
-    ASSERT_TRUE(screen.commit_edit(0, column::discount_value, "5"));
-    const auto before = screen.cells(0);
+    auto& desk = ten_of_tea(counter);
+    ASSERT_TRUE(desk.lines().commit_edit(0, column::discount_value, "5"));
+    const auto before = desk.invoice().cells(0);
     const auto refused = [&](int edited, const std::string& typed, std::string_view said) {
         SCOPED_TRACE(typed + " in column " + std::to_string(edited));
-        EXPECT_FALSE(screen.commit_edit(0, edited, typed));
+        EXPECT_FALSE(desk.lines().commit_edit(0, edited, typed));
         EXPECT_THAT(counter.said(), ElementsAre(std::string(said)));
-        EXPECT_EQ(screen.cells(0), before);
+        EXPECT_EQ(desk.invoice().cells(0), before);
     };
     for (const auto& [edited, said] : columns)
         for (const std::string& typed : everywhere)
@@ -159,17 +159,17 @@ TEST(LineEditing, BadInputLeavesTheLineAsItWas) {
 
 TEST(LineEditing, GeneralItemIsTypedInAndNeverLoses) {
     Counter counter;
-    auto& screen = counter.open();
-    ASSERT_TRUE(screen.EnterItem("*"));
-    EXPECT_EQ(screen.escape_to_quantity(), 0u);
-    EXPECT_FALSE(screen.commit_edit(0, column::discount_value, "1")) << "a discount on nothing";
-    EXPECT_FALSE(screen.commit_edit(0, column::discount_percent, "1"));
+    auto& desk = counter.open();
+    ASSERT_TRUE(counter.enter("*"));
+    EXPECT_EQ(desk.lines().escape_to_quantity(), 0u);
+    EXPECT_FALSE(desk.lines().commit_edit(0, column::discount_value, "1")) << "a discount on nothing";
+    EXPECT_FALSE(desk.lines().commit_edit(0, column::discount_percent, "1"));
     EXPECT_THAT(counter.said(), testing::Each(std::string(message::line_discount_refused)));
-    EXPECT_TRUE(screen.commit_edit(0, column::price, "٢٫٥"));
-    EXPECT_TRUE(screen.quick_quantity("4"));
-    EXPECT_FALSE(screen.escape_to_quantity().has_value());
-    EXPECT_TRUE(screen.commit_edit(0, column::discount_percent, "10"));
-    EXPECT_EQ(screen.figures().net, "9.00");
+    EXPECT_TRUE(desk.lines().commit_edit(0, column::price, "٢٫٥"));
+    EXPECT_TRUE(desk.lines().quick_quantity("4"));
+    EXPECT_FALSE(desk.lines().escape_to_quantity().has_value());
+    EXPECT_TRUE(desk.lines().commit_edit(0, column::discount_percent, "10"));
+    EXPECT_EQ(desk.sale().figures.net, "9.00");
     EXPECT_THAT(counter.said(), IsEmpty());
 }
 

@@ -2,7 +2,7 @@
 #include "sales/payment.h"
 
 #include "sales/counter.h"
-#include "sales/display.h"
+#include "sales/payment.h"
 
 namespace {
 
@@ -61,13 +61,11 @@ TEST(Payment, WhoeverPaysWhatIsShownHasPaid) {
 
 TEST(Drawer, KeyUsesItsOwnPortAndPermission) {
     Counter counter;
-    auto& screen = counter.open();
-    screen.OpenDrawer();
-    EXPECT_TRUE(screen.open_drawer_by_key());
-    EXPECT_EQ(counter.services.devices.ports["com1"], "\x07");
+    auto& desk = counter.open();
+    EXPECT_TRUE(desk.checkout().open_drawer_by_key());
     EXPECT_EQ(counter.services.devices.ports["com3"], "\x07");
     counter.forbid({231});
-    EXPECT_FALSE(screen.open_drawer_by_key());
+    EXPECT_FALSE(desk.checkout().open_drawer_by_key());
     EXPECT_EQ(counter.services.devices.ports["com3"], "\x07");
     EXPECT_THAT(counter.said(), ElementsAre("غير مصرح باستخدام هذا البند"));
 }
@@ -75,11 +73,10 @@ TEST(Drawer, KeyUsesItsOwnPortAndPermission) {
 TEST(Drawer, DeadDevicesStopNothing) {
     Counter counter;
     counter.services.devices.dead = true;
-    auto& screen = counter.open();
-    EXPECT_TRUE(screen.EnterItem("400"));
-    screen.OpenDrawer();
-    ASSERT_EQ(screen.begin_save(), sales::BeginSave::ask_payment);
-    EXPECT_EQ(screen.SaveInvoice(), sales::SaveOutcome::saved);
+    auto& desk = counter.open();
+    EXPECT_TRUE(counter.enter("400"));
+    ASSERT_EQ(desk.checkout().begin_save(), sales::BeginSave::ask_payment);
+    EXPECT_EQ(desk.checkout().SaveInvoice(), sales::SaveOutcome::saved);
     EXPECT_TRUE(counter.said().empty());
 }
 

@@ -1,12 +1,12 @@
 // What a saved invoice writes, and what stops it before anything is written.
 #include "sales/saving.h"
+#include "sales/messages.h"
 
 #include <algorithm>
 #include <functional>
 
 #include "database/faults.h"
 #include "sales/recall.h"
-#include "sales/saving_messages.h"
 #include "sales/till.h"
 
 namespace {
@@ -190,7 +190,7 @@ TEST(Saving, ReturnsMirrorSales) {
     // The same goods cannot come back twice: not by recalling again, and not by a return begun before.
     EXPECT_TRUE(sales::return_of(till.shop.connection(), *recalled).lines.empty());
     EXPECT_EQ(saving.save(back, {}), SaveOutcome::refused);
-    EXPECT_EQ(till.services.prompts.last(), std::string(sales::saving_message::returned_too_much) + "أرز");
+    EXPECT_EQ(till.services.prompts.last(), std::string(sales::message::returned_too_much) + "أرز");
     EXPECT_EQ(till.shop.cell("select count(*) from sales"), "2");
 }
 
@@ -339,7 +339,7 @@ TEST(Saving, EveryRefusalWritesNothingAndSaysWhy) {
         std::function<void(Till&, Invoice&)> prepare;
         std::string expected;
     };
-    namespace message = sales::saving_message;
+    namespace message = sales::message;
     const auto account = [](Till&, Invoice& i) {
         i.payment = PaymentOption::account;
         i.customer = 7;

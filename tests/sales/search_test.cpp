@@ -2,7 +2,7 @@
 #include "sales/search.h"
 
 #include "sales/counter.h"
-#include "sales/item_info.h"
+#include "sales/items.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ std::vector<std::int64_t> codes(const std::vector<sales::FoundItem>& found) {
 TEST(Search, EveryCombinationIsAValidStatement) {
     Counter counter;
     counter.shop.sql("update items set fact = 3, itype = 2, stop = 0 where code = 400");
-    auto& screen = counter.open();
+    auto& desk = counter.open();
     for (unsigned bits = 1; bits < 128; ++bits) {
         const auto on = [&](unsigned bit) { return (bits >> bit & 1U) != 0; };
         SearchFilters filters;
@@ -33,7 +33,7 @@ TEST(Search, EveryCombinationIsAValidStatement) {
         if (on(4)) filters.type = "2";
         filters.hide_stopped = on(5);
         SCOPED_TRACE(bits);
-        const auto found = screen.search(filters);
+        const auto found = desk.lines().search(filters);
         ASSERT_TRUE(counter.services.log.lines.empty()) << counter.services.log.lines.front();
         if (filters.empty())
             EXPECT_THAT(found, IsEmpty());
@@ -79,20 +79,20 @@ TEST(Search, FiltersFindWhatTheyName) {
         {"price that is none", priced("cheap"), {}},
     };
     Counter counter;
-    auto& screen = counter.open();
+    auto& desk = counter.open();
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        EXPECT_EQ(codes(screen.search(c.filters)), c.found);
+        EXPECT_EQ(codes(desk.lines().search(c.filters)), c.found);
     }
 }
 
 TEST(Search, RowsShowStockOfAllStoresAndThreeUnits) {
     Counter counter;
     counter.shop.sql("insert into stk (icode,stcode,edate,quan) select 400,2,'3000/01/01',10.5");
-    auto& screen = counter.open();
+    auto& desk = counter.open();
     SearchFilters filters;
     filters.code = "400";
-    const auto found = screen.search(filters);
+    const auto found = desk.lines().search(filters);
     ASSERT_EQ(found.size(), 1u);
     EXPECT_EQ(found[0].stock, "250.500");
     EXPECT_EQ(found[0].retail, "5.00");
@@ -103,34 +103,34 @@ TEST(Search, RowsShowStockOfAllStoresAndThreeUnits) {
 
 TEST(ItemInfo, PricesAndProfitBehindTheirPermission) {
     Counter counter;
-    auto& screen = counter.open();
-    const auto info = screen.item_info(400);
+    auto& desk = counter.open();
+    const auto info = desk.lines().item_info(400);
     ASSERT_TRUE(info.has_value());
     EXPECT_EQ(info->price11, "3.00");
     EXPECT_EQ(info->price12, "5.00");
     EXPECT_EQ(info->price13, "4.50");
     EXPECT_EQ(info->profit, "ربح متوقع ==> 2.00");
-    EXPECT_FALSE(screen.item_info(1).has_value());
+    EXPECT_FALSE(desk.lines().item_info(1).has_value());
     EXPECT_THAT(counter.said(), IsEmpty());
     counter.forbid({246});
-    EXPECT_FALSE(screen.item_info(400).has_value());
+    EXPECT_FALSE(desk.lines().item_info(400).has_value());
     EXPECT_THAT(counter.said(), ElementsAre("غير مصرح باستخدام هذا البند"));
 }
 
 TEST(StockDisplay, QuantityOfTheStoreAndAllExpiries) {
     Counter counter;
     counter.shop.sql("insert into stk (icode,stcode,edate,quan) select 100,1,null,1");
-    auto& screen = counter.open();
-    ASSERT_TRUE(screen.EnterItem("100"));
-    EXPECT_EQ(screen.stock_shown().quantity, " الكمية بالمخزن : 8.000");
-    EXPECT_THAT(screen.stock_shown().expiries,
+    auto& desk = counter.open();
+    ASSERT_TRUE(counter.enter("100"));
+    EXPECT_EQ(desk.sale().stock.quantity, " الكمية بالمخزن : 8.000");
+    EXPECT_THAT(desk.sale().stock.expiries,
                 ElementsAre("==> 2026/12/01", "==> 2027/01/01", "==> 2027/06/01", "==> بدون تاريخ"));
-    ASSERT_TRUE(screen.EnterItem("300"));
-    EXPECT_EQ(screen.stock_shown().quantity, " الكمية بالمخزن : صفر");
-    screen.select_row(0);
-    EXPECT_EQ(screen.stock_shown().quantity, " الكمية بالمخزن : 8.000");
-    ASSERT_TRUE(screen.EnterItem("*"));
-    EXPECT_EQ(screen.stock_shown().quantity, "");
+    ASSERT_TRUE(counter.enter("300"));
+    EXPECT_EQ(desk.sale().stock.quantity, " الكمية بالمخزن : صفر");
+    desk.lines().select_row(0);
+    EXPECT_EQ(desk.sale().stock.quantity, " الكمية بالمخزن : 8.000");
+    ASSERT_TRUE(counter.enter("*"));
+    EXPECT_EQ(desk.sale().stock.quantity, "");
 }
 
 }  // namespace

@@ -26,27 +26,27 @@ TEST(StockCheck, ComparesToThreeDecimals) {
 TEST(StockCheck, TheLastPieceSellsAndNotOneMore) {
     Counter counter;
     counter.forbid_below_stock();
-    auto& screen = counter.open();
-    ASSERT_TRUE(screen.EnterItem("440"));
-    EXPECT_FALSE(screen.EnterItem("440"));
+    auto& desk = counter.open();
+    ASSERT_TRUE(counter.enter("440"));
+    EXPECT_FALSE(counter.enter("440"));
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::cannot_sell_now)));
     EXPECT_THAT(counter.asked(), IsEmpty()) << "asked to raise what cannot be sold";
 
-    ASSERT_TRUE(screen.EnterItem("460"));
-    EXPECT_TRUE(screen.commit_edit(1, column::quantity, "2"));
-    EXPECT_FALSE(screen.commit_edit(1, column::quantity, "2.001"));
+    ASSERT_TRUE(counter.enter("460"));
+    EXPECT_TRUE(desk.lines().commit_edit(1, column::quantity, "2"));
+    EXPECT_FALSE(desk.lines().commit_edit(1, column::quantity, "2.001"));
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_not_allowed)));
     EXPECT_EQ(counter.cell(1, column::quantity), "2.000");
 
     // Lines of one item in different units share its stock.
-    ASSERT_TRUE(screen.EnterItem("6221000400036"));
-    EXPECT_TRUE(screen.commit_edit(2, column::quantity, "9"));
+    ASSERT_TRUE(counter.enter("6221000400036"));
+    EXPECT_TRUE(desk.lines().commit_edit(2, column::quantity, "9"));
     counter.answer({false});
-    ASSERT_TRUE(screen.EnterItem("400"));
-    EXPECT_TRUE(screen.commit_edit(3, column::quantity, "24"));
-    EXPECT_FALSE(screen.commit_edit(3, column::quantity, "25"));
-    EXPECT_FALSE(screen.commit_edit(2, column::quantity, "10"));
-    EXPECT_TRUE(screen.commit_edit(3, column::quantity, "1")) << "lowering needs no stock";
+    ASSERT_TRUE(counter.enter("400"));
+    EXPECT_TRUE(desk.lines().commit_edit(3, column::quantity, "24"));
+    EXPECT_FALSE(desk.lines().commit_edit(3, column::quantity, "25"));
+    EXPECT_FALSE(desk.lines().commit_edit(2, column::quantity, "10"));
+    EXPECT_TRUE(desk.lines().commit_edit(3, column::quantity, "1")) << "lowering needs no stock";
 }
 
 TEST(StockCheck, OverrideWantsPermissionAndAnExplicitYes) {
@@ -64,9 +64,9 @@ TEST(StockCheck, OverrideWantsPermissionAndAnExplicitYes) {
         counter.forbid_below_stock();
         if (c.permission != 0) counter.session.permissions[static_cast<std::size_t>(c.permission) - 1] = '1';
         counter.shop.sql("update stk set quan = 3 where icode = 400");
-        auto& screen = counter.open();
+        auto& desk = counter.open();
         counter.answer({c.yes});
-        EXPECT_EQ(screen.EnterItem("6221000400029"), c.entered);
+        EXPECT_EQ(counter.enter("6221000400029"), c.entered);
         const auto asked = counter.asked();
         if (c.permission == 0) {
             EXPECT_THAT(asked, IsEmpty());
@@ -79,8 +79,8 @@ TEST(StockCheck, OverrideWantsPermissionAndAnExplicitYes) {
         EXPECT_THAT(asked[0], HasSubstr("0.500 عبوة"));  // 3 pieces of a pack of 6
         EXPECT_THAT(asked[0], HasSubstr("1.000 عبوة"));
         EXPECT_THAT(counter.said(), IsEmpty());
-        EXPECT_EQ(screen.invoice().lines.size(), c.entered ? 1u : 0u);
-        for (const auto& line : screen.invoice().lines)
+        EXPECT_EQ(desk.invoice().lines.size(), c.entered ? 1u : 0u);
+        for (const auto& line : desk.invoice().lines)
             EXPECT_TRUE(line.below_stock);
     }
 }
@@ -104,14 +104,14 @@ TEST(StockCheck, ReservedStockIsAskedForAndNeedsItsPermission) {
         counter.forbid_below_stock();
         if (!c.permitted) counter.forbid({291});
         counter.shop.sql("update stk set quan = 0 where icode = 450");
-        auto& screen = counter.open();
+        auto& desk = counter.open();
         counter.answer({c.yes});
-        EXPECT_EQ(screen.EnterItem("450"), c.entered);
+        EXPECT_EQ(counter.enter("450"), c.entered);
         EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::stock_reserved)));
         EXPECT_EQ(counter.said(), c.said);
         if (!c.entered) continue;
         // A raise beyond what is reserved is plainly short.
-        EXPECT_FALSE(screen.commit_edit(0, column::quantity, "6"));
+        EXPECT_FALSE(desk.lines().commit_edit(0, column::quantity, "6"));
         EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_not_allowed)));
     }
 }
@@ -119,13 +119,13 @@ TEST(StockCheck, ReservedStockIsAskedForAndNeedsItsPermission) {
 TEST(StockCheck, ReturnsAndServicesAskForNoStock) {
     Counter counter;
     counter.forbid_below_stock();
-    auto& screen = counter.open();
-    ASSERT_TRUE(screen.EnterItem("300"));
-    EXPECT_TRUE(screen.commit_edit(0, column::quantity, "1000"));
-    screen.clear();
-    ASSERT_TRUE(screen.SwitchKind(KindOption::return_));
-    ASSERT_TRUE(screen.EnterItem("440"));
-    EXPECT_TRUE(screen.commit_edit(0, column::quantity, "1000"));
+    auto& desk = counter.open();
+    ASSERT_TRUE(counter.enter("300"));
+    EXPECT_TRUE(desk.lines().commit_edit(0, column::quantity, "1000"));
+    counter.start_anew();
+    ASSERT_TRUE(desk.header().SwitchKind(KindOption::return_));
+    ASSERT_TRUE(counter.enter("440"));
+    EXPECT_TRUE(desk.lines().commit_edit(0, column::quantity, "1000"));
     EXPECT_THAT(counter.said(), IsEmpty());
 }
 
@@ -133,17 +133,17 @@ TEST(StockCheck, ALineFromAnotherStoreDrawsOnThatStore) {
     Counter counter;
     counter.forbid_below_stock();
     counter.shop.sql("insert into stk (icode,stcode,edate,quan) select 440,2,'3000/01/01',3");
-    auto& screen = counter.open();
-    ASSERT_TRUE(screen.EnterItem("440"));
-    screen.set_line_source(0, sales::SourceKind::other_store, 2);
-    EXPECT_TRUE(screen.commit_edit(0, column::quantity, "3"));
-    EXPECT_FALSE(screen.commit_edit(0, column::quantity, "4"));
+    auto& desk = counter.open();
+    ASSERT_TRUE(counter.enter("440"));
+    desk.lines().set_supplier(0, 2);
+    EXPECT_TRUE(desk.lines().commit_edit(0, column::quantity, "3"));
+    EXPECT_FALSE(desk.lines().commit_edit(0, column::quantity, "4"));
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::transfer_store_short)));
     counter.answer({true});
-    EXPECT_FALSE(screen.EnterItem("440")) << "the raised line would need a fourth piece of store 2";
+    EXPECT_FALSE(counter.enter("440")) << "the raised line would need a fourth piece of store 2";
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::transfer_store_short)));
     counter.answer({false});
-    EXPECT_TRUE(screen.EnterItem("440")) << "the selling store's own piece is still there";
+    EXPECT_TRUE(counter.enter("440")) << "the selling store's own piece is still there";
 }
 
 // Availability was looked at when the source was chosen; what left that store since is not asked for again.
@@ -151,12 +151,12 @@ TEST(StockCheck, StockThatLeftTheOtherStoreMeanwhileIsOwedByIt) {
     Counter counter;
     counter.shop.sql("delete from stk where icode = 440");
     counter.shop.sql("insert into stk (icode,stcode,edate,quan) select 440,2,'2027/01/01',3");
-    auto& screen = counter.open();
-    ASSERT_TRUE(screen.EnterItemFrom("440", 2));
-    ASSERT_TRUE(screen.commit_edit(0, column::quantity, "3"));
+    auto& desk = counter.open();
+    ASSERT_TRUE(counter.enter("440", 2));
+    ASSERT_TRUE(desk.lines().commit_edit(0, column::quantity, "3"));
     counter.shop.sql("update stk set quan = 1 where icode = 440");
-    ASSERT_EQ(screen.begin_save(), sales::BeginSave::ask_payment) << counter.services.prompts.last();
-    ASSERT_EQ(screen.SaveInvoice(), sales::SaveOutcome::saved);
+    ASSERT_EQ(desk.checkout().begin_save(), sales::BeginSave::ask_payment) << counter.services.prompts.last();
+    ASSERT_EQ(desk.checkout().SaveInvoice(), sales::SaveOutcome::saved);
     EXPECT_EQ(
         counter.shop.number("select quan from stk where stcode = 2 and edate = '2027/01/01' and icode = 440"),
         0);
@@ -171,30 +171,30 @@ TEST(StockCheck, AnItemEnteredFromAnotherStoreNeedsThatStoreAlone) {
     counter.forbid_below_stock();
     counter.shop.sql("delete from stk where icode = 100 and stcode = 1");
     counter.shop.sql("update stk set quan = 2 where icode = 100 and stcode = 2");
-    auto& screen = counter.open();
-    EXPECT_FALSE(screen.EnterItem("100"));
+    auto& desk = counter.open();
+    EXPECT_FALSE(counter.enter("100"));
     counter.said();
-    const auto item = screen.source_item("100");
+    const auto item = desk.lines().source_item(sales::read_entry("100"));
     ASSERT_TRUE(item);
     EXPECT_EQ(item->code, 100);
     EXPECT_FALSE(item->row);
-    EXPECT_TRUE(screen.EnterItemFrom("100", 2));
-    EXPECT_TRUE(screen.EnterItemFrom("100", 2)) << "the second piece, on a line of its own";
-    EXPECT_FALSE(screen.EnterItemFrom("100", 2));
+    EXPECT_TRUE(counter.enter("100", 2));
+    EXPECT_TRUE(counter.enter("100", 2)) << "the second piece, on a line of its own";
+    EXPECT_FALSE(counter.enter("100", 2));
     EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::message::transfer_store_short)));
-    ASSERT_EQ(screen.invoice().lines.size(), 2u);
-    EXPECT_EQ(screen.invoice().lines[1].source_store, 2);
-    ASSERT_TRUE(screen.source_item(""));
-    EXPECT_EQ(screen.source_item("")->row, 1u);
+    ASSERT_EQ(desk.invoice().lines.size(), 2u);
+    EXPECT_EQ(desk.invoice().lines[1].source_store, 2);
+    ASSERT_TRUE(desk.lines().source_item(sales::read_entry("")));
+    EXPECT_EQ(desk.lines().source_item(sales::read_entry(""))->row, 1u);
 
     // What no store can supply is said: an unknown code, a service, a general item, a return.
     for (const char* typed : {"98765", "300", "*x"}) {
-        EXPECT_FALSE(screen.source_item(typed)) << typed;
+        EXPECT_FALSE(desk.lines().source_item(sales::read_entry(typed))) << typed;
         EXPECT_EQ(counter.said().size(), 1u) << typed;
     }
-    screen.clear();
-    ASSERT_TRUE(screen.SwitchKind(sales::KindOption::return_));
-    EXPECT_FALSE(screen.source_item("100"));
+    counter.start_anew();
+    ASSERT_TRUE(desk.header().SwitchKind(sales::KindOption::return_));
+    EXPECT_FALSE(desk.lines().source_item(sales::read_entry("100")));
     EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::message::no_source_line)));
 }
 

@@ -13,7 +13,7 @@
 #include "accounts/printed_voucher.h"
 #include "accounts/voucher_statements.h"
 #include "common/numbers.h"
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "signin/session.h"
 #include "ui/accounts/print_voucher.h"
 #include "ui/widgets/choices.h"
@@ -26,15 +26,14 @@
 
 namespace ui {
 
-DirectReceipt::DirectReceipt(QWidget* host, const Context& context, sales::SalesScreen& screen)
-    : Sheet(host, "قبض مباشر من عميل آجل"), context_(context), screen_(screen) {
+DirectReceipt::DirectReceipt(QWidget* host, const Context& context, sales::SalesDesk& desk)
+    : Sheet(host, "قبض مباشر من عميل آجل"), context_(context), desk_(desk) {
     setObjectName("direct_receipt");
     set_card_width(520);
     customer_ = choice_list("direct_customer");
-    for (const common::Choice& choice : screen.lists().account_customers)
+    for (const common::Choice& choice : desk.lists().account_customers)
         customer_->addItem(qt(choice.name), QVariant::fromValue<qlonglong>(choice.code));
-    customer_->setCurrentIndex(
-        customer_->findData(QVariant::fromValue<qlonglong>(screen.invoice().customer)));
+    customer_->setCurrentIndex(customer_->findData(QVariant::fromValue<qlonglong>(desk.invoice().customer)));
     amount_ = new AmountField("direct_amount");
     set_role(amount_, "large");
     amount_->setText("0.00");
@@ -98,7 +97,7 @@ void DirectReceipt::save() {
         const std::string number =
             accounts::write_direct_receipt(context_.connection, context_.session, context_.services.clock,
                                            *customer, context_.services.clock.now().date, amount.value);
-        screen_.OpenDrawer();
+        desk_.checkout().OpenDrawer();
         offer_paper(number, amount.value, party->balance);
         leave(1);
     });

@@ -10,7 +10,7 @@ class QComboBox;
 class QLineEdit;
 
 namespace sales {
-class SalesScreen;
+class SalesDesk;
 }
 
 namespace ui {
@@ -22,7 +22,7 @@ class DirectReceipt : public Sheet {
     Q_OBJECT
   public:
     // The customer of the invoice on the screen is the one who pays, unless another is chosen.
-    DirectReceipt(QWidget* host, const Context& context, sales::SalesScreen& screen);
+    DirectReceipt(QWidget* host, const Context& context, sales::SalesDesk& desk);
 
   protected:
     void take_focus() override;
@@ -33,7 +33,7 @@ class DirectReceipt : public Sheet {
     void offer_paper(const std::string& number, double amount, double before);
 
     Context context_;
-    sales::SalesScreen& screen_;
+    sales::SalesDesk& desk_;
     QComboBox* customer_;
     Figure* balance_;
     Figure* after_;

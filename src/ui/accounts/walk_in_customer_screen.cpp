@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 
 #include "common/text.h"
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/form_fields.h"
 #include "ui/widgets/guard.h"
@@ -19,10 +19,10 @@
 
 namespace ui {
 
-Cust_cash::Cust_cash(QWidget* host, const Context& context, sales::SalesScreen& screen)
+Cust_cash::Cust_cash(QWidget* host, const Context& context, sales::SalesDesk& desk)
     : Sheet(host, "العميل النقدي"),
       context_(context),
-      screen_(screen),
+      desk_(desk),
       logic_(context.connection, context.services) {
     setObjectName("Cust_cash");
     set_card_width(780);
@@ -55,7 +55,7 @@ Cust_cash::Cust_cash(QWidget* host, const Context& context, sales::SalesScreen& 
     confirm_ = foot_button(row, "walk_in_confirm", "&موافق", 2, [this] { confirm(); });
     set_role(confirm_, "main");
     without_ = foot_button(row, "walk_in_none", "&بدون عميل", 1, [this] {
-        screen_.choose_walk_in(std::nullopt);
+        desk_.header().choose_walk_in(std::nullopt);
         leave(1);
     });
     foot_button(row, "walk_in_back", "&رجوع", 1, [this] { leave(0); });
@@ -73,12 +73,12 @@ Cust_cash::Cust_cash(QWidget* host, const Context& context, sales::SalesScreen& 
 }
 
 bool Cust_cash::open() {
-    if (screen_.invoice().payment == sales::PaymentOption::account) {
+    if (desk_.invoice().payment == sales::PaymentOption::account) {
         context_.services.prompts.message(message::walk_in_on_account, common::Icon::exclamation);
         return false;
     }
     logic_.open();
-    const auto& chosen = screen_.invoice().walk_in;
+    const auto& chosen = desk_.invoice().walk_in;
     without_->setEnabled(chosen.has_value());
     if (chosen) {
         logic_.code = std::to_string(chosen->code);
@@ -162,7 +162,7 @@ void Cust_cash::confirm() {
         (logic_.name.empty() ? name_ : code_)->setFocus();
         return;
     }
-    screen_.choose_walk_in(
+    desk_.header().choose_walk_in(
         sales::WalkInCustomer{chosen->code, chosen->is_new, chosen->name, chosen->phone, chosen->mail});
     leave(1);
 }

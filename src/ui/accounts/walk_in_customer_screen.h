@@ -9,7 +9,7 @@ class QLineEdit;
 class QPushButton;
 
 namespace sales {
-class SalesScreen;
+class SalesDesk;
 }
 
 namespace ui {
@@ -21,7 +21,7 @@ class ListTable;
 class Cust_cash : public Sheet {
     Q_OBJECT
   public:
-    Cust_cash(QWidget* host, const Context& context, sales::SalesScreen& screen);
+    Cust_cash(QWidget* host, const Context& context, sales::SalesDesk& desk);
     // Proposes the next code, or shows the customer that the invoice has already. False for an account
     // invoice, which has its own customer (the message has been shown).
     bool open();
@@ -41,7 +41,7 @@ class Cust_cash : public Sheet {
     void confirm();
 
     Context context_;
-    sales::SalesScreen& screen_;
+    sales::SalesDesk& desk_;
     accounts::CashCustomer logic_;
     QLineEdit* code_;
     QLineEdit* name_;

@@ -5,8 +5,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "sales/sales_screen.h"
-#include "sales/shifts_of_user.h"
+#include "sales/lists.h"
+#include "sales/sales_desk.h"
 #include "ui/cash/cash_panel.h"
 #include "ui/cash/shift_start_screen.h"
 #include "ui/widgets/choices.h"
@@ -18,8 +18,8 @@
 
 namespace ui {
 
-ShiftSide::ShiftSide(QWidget* host, sales::SalesScreen& screen, const Context& context)
-    : Sheet(host, "ورديات الدرج"), context_(context), screen_(screen) {
+ShiftSide::ShiftSide(QWidget* host, sales::SalesDesk& desk, const Context& context)
+    : Sheet(host, "ورديات الدرج"), context_(context), desk_(desk) {
     setObjectName("shift_side");
     set_card_width(976);
     auto* halves = new QHBoxLayout;
@@ -38,7 +38,7 @@ QWidget* ShiftSide::build_shifts() {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(px(12));
     users_ = choice_list("user_filter");
-    for (const common::Choice& user : screen_.lists().user_filter) {
+    for (const common::Choice& user : desk_.lists().user_filter) {
         users_->addItem(qt(user.name), QVariant::fromValue<qlonglong>(user.code));
     }
     users_->setCurrentIndex(users_->findData(QVariant::fromValue<qlonglong>(sales::all_users)));
@@ -75,7 +75,7 @@ void ShiftSide::show_shifts() {
     shifts_->say_when_empty(all ? "لم تبدأ أي وردية على هذا الدرج"
                                 : "لم يبع هذا المستخدم في أي وردية على هذا الدرج");
     std::vector<QStringList> rows;
-    for (auto shift = screen_.shifts().rbegin(); shift != screen_.shifts().rend(); ++shift) {
+    for (auto shift = desk_.shifts().rbegin(); shift != desk_.shifts().rend(); ++shift) {
         if (!all && !sold.contains(shift->number)) continue;
         rows.push_back({QString::number(shift->number), "\u200e" + qt(shift->start),
                         shift->end.empty() ? QString("مفتوحة") : "\u200e" + qt(shift->end)});
@@ -88,7 +88,7 @@ void ShiftSide::start_shift() {
     guarded(context_.services, "StartShift", [&] {
         shiftc start(this, context_);
         if (!start.open() || start.run() != 1) return;
-        screen_.reload_shifts();
+        desk_.reload_shifts();
         show_shifts();
     });
     panel_->refresh();

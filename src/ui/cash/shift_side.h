@@ -7,7 +7,7 @@
 class QComboBox;
 
 namespace sales {
-class SalesScreen;
+class SalesDesk;
 }
 
 namespace ui {
@@ -18,7 +18,7 @@ class ListTable;
 class ShiftSide : public Sheet {
     Q_OBJECT
   public:
-    ShiftSide(QWidget* host, sales::SalesScreen& screen, const Context& context);
+    ShiftSide(QWidget* host, sales::SalesDesk& desk, const Context& context);
 
   private:
     QWidget* build_shifts();
@@ -26,7 +26,7 @@ class ShiftSide : public Sheet {
     void start_shift();
 
     Context context_;
-    sales::SalesScreen& screen_;
+    sales::SalesDesk& desk_;
     QComboBox* users_;
     ListTable* shifts_;
     CashPanel* panel_;

@@ -11,7 +11,7 @@
 #include "printing/report_printer.h"
 #include "printing/text_receipt.h"
 #include "sales/receipt_of.h"
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "ui/printing/reports.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
@@ -33,8 +33,8 @@ QString port_name(const std::string& port) {
 
 }  // namespace
 
-PrinterSheet::PrinterSheet(QWidget* host, const Context& context, const sales::SalesScreen& screen)
-    : Sheet(host, "طابعة البون"), context_(context), screen_(screen) {
+PrinterSheet::PrinterSheet(QWidget* host, const Context& context, const sales::SalesDesk& desk)
+    : Sheet(host, "طابعة البون"), context_(context), desk_(desk) {
     setObjectName("printer_screen");
     set_card_width(900);
     current_ = label({}, "side");
@@ -153,7 +153,7 @@ void PrinterSheet::show_paper() {
     guarded(context_.services, "ShowPaper", [&] {
         const int width = marked().line_width;
         const auto codes = printing::PrinterCodes::load(context_.connection);
-        const auto& last = screen_.last_receipt();
+        const auto& last = desk_.last_receipt();
         // Before the first sale there is only the test page to show.
         const std::string bytes =
             last ? printing::text_receipt(sales::receipt_of(last->invoice, last->payment, context_.session,

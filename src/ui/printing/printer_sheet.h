@@ -12,7 +12,7 @@ class QLabel;
 class QScrollArea;
 
 namespace sales {
-class SalesScreen;
+class SalesDesk;
 }
 
 namespace ui {
@@ -24,7 +24,7 @@ class ListTable;
 class PrinterSheet : public Sheet {
     Q_OBJECT
   public:
-    PrinterSheet(QWidget* host, const Context& context, const sales::SalesScreen& screen);
+    PrinterSheet(QWidget* host, const Context& context, const sales::SalesDesk& desk);
 
   protected:
     void take_focus() override;
@@ -41,7 +41,7 @@ class PrinterSheet : public Sheet {
     void show_paper();
 
     Context context_;
-    const sales::SalesScreen& screen_;
+    const sales::SalesDesk& desk_;
     std::vector<printing::PortOffer> offers_;
     QLabel* current_;
     ListTable* wide_;

@@ -3,7 +3,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "ui/help/key.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/style.h"
@@ -59,13 +59,13 @@ HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
     row->addWidget(clock_);
 }
 
-void HeaderBar::show_state(const sales::SalesScreen& screen, const signin::Session& session) {
+void HeaderBar::show_state(const sales::SalesDesk& desk, const signin::Session& session) {
     shop_->setText(qt(session.settings.aname));
-    const std::string store = common::name_of(screen.lists().stores, screen.invoice().store);
+    const std::string store = common::name_of(desk.lists().stores, desk.invoice().store);
     store_->setText("المخزن: " + qt(store.empty() ? session.store_name : store));
     drawer_->setText("الخزينة: " + qt(session.drawer_name));
     user_->setText("المستخدم: " + qt(session.user_name));
-    const auto shift = screen.shift_number();
+    const auto shift = desk.shift_number();
     shift_->setText(shift == 0 ? QString("بدون وردية") : "وردية رقم " + QString::number(shift));
 }
 

@@ -9,7 +9,7 @@ class QLabel;
 class QPushButton;
 
 namespace sales {
-class SalesScreen;
+class SalesDesk;
 }
 namespace signin {
 struct Session;
@@ -21,7 +21,7 @@ class HeaderBar : public QWidget {
     Q_OBJECT
   public:
     explicit HeaderBar(QWidget* parent = nullptr);
-    void show_state(const sales::SalesScreen& screen, const signin::Session& session);
+    void show_state(const sales::SalesDesk& desk, const signin::Session& session);
     void show_clock(const std::string& text);
     // One line of the news after the other, a few seconds each.
     void next_news(const std::vector<std::string>& news);

@@ -5,7 +5,7 @@
 #include <QPushButton>
 
 #include "common/date_time.h"
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/style.h"
@@ -47,16 +47,16 @@ void InvoiceBanner::dress_as(const char* environment, const char* edge) {
                       .arg(colour::ink));
 }
 
-void InvoiceBanner::show_state(const sales::SalesScreen& screen) {
-    const auto& recalled = screen.recalled_invoice();
-    const bool saved = screen.shows_saved_receipt();
+void InvoiceBanner::show_state(const sales::SalesDesk& desk) {
+    const auto& recalled = desk.sale().recalled;
+    const bool saved = desk.sale().shows_saved_receipt();
     QString text;
-    if (const auto& step = screen.partly_saved()) {
+    if (const auto& step = desk.sale().partly_saved) {
         dress_as("#fbe9e7", colour::alarm);
         text = QString(
                    "البون رقم %1 حفظ جزء منه فقط، آخر خطوة تمت: %2. لا يحفظ مرة أخرى: ألغ البون (F3) وأبلغ "
                    "المدير")
-                   .arg(screen.invoice().number)
+                   .arg(desk.invoice().number)
                    .arg(qt(sales::name_of(*step)));
     } else if (saved) {
         dress_as("#e3effa", colour::focus);
@@ -70,18 +70,18 @@ void InvoiceBanner::show_state(const sales::SalesScreen& screen) {
         text = QString("مرتجع من البون رقم %1 بتاريخ %2")
                    .arg(recalled->invoice.number)
                    .arg(qt(common::date_text(recalled->invoice.date)));
-    } else if (screen.loaded_offer() != 0) {
+    } else if (desk.sale().offer != 0) {
         dress_as("#fdf6da", colour::sale_bar);
-        text = QString("من عرض السعر رقم %1").arg(screen.loaded_offer());
+        text = QString("من عرض السعر رقم %1").arg(desk.sale().offer);
     }
-    if (!screen.invoice().lines.empty()) notice_.clear();
+    if (!desk.invoice().lines.empty()) notice_.clear();
     if (text.isEmpty() && !notice_.isEmpty()) {
         dress_as("#e3effa", colour::focus);
         text = notice_;
     }
     text_->setText(text);
-    reprint_->setVisible(saved || screen.partly_saved());
-    return_->setVisible(saved && !recalled->invoice.is_return() && !screen.partly_saved());
+    reprint_->setVisible(saved || desk.sale().partly_saved);
+    return_->setVisible(saved && !recalled->invoice.is_return() && !desk.sale().partly_saved);
     setVisible(!text.isEmpty());
 }
 

@@ -8,7 +8,7 @@ class QLabel;
 class QPushButton;
 
 namespace sales {
-class SalesScreen;
+class SalesDesk;
 }
 
 namespace ui {
@@ -18,7 +18,7 @@ class InvoiceBanner : public QFrame {
   public:
     explicit InvoiceBanner(QWidget* parent = nullptr);
     // Shows itself, or nothing for an ordinary invoice.
-    void show_state(const sales::SalesScreen& screen);
+    void show_state(const sales::SalesDesk& desk);
     // What stands there until the next line is entered, when the invoice has nothing to say of itself.
     void notice(const QString& text) { notice_ = text; }
 

@@ -10,7 +10,7 @@
 
 #include "common/date_time.h"
 #include "common/numbers.h"
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/key_button.h"
@@ -32,22 +32,22 @@ QComboBox* list_of(const char* name, const std::vector<common::Choice>& choices,
 
 }  // namespace
 
-InvoiceDataSheet::InvoiceDataSheet(QWidget* host, const Context& context, sales::SalesScreen& screen)
-    : Sheet(host, "بيانات البون"), context_(context), screen_(screen) {
+InvoiceDataSheet::InvoiceDataSheet(QWidget* host, const Context& context, sales::SalesDesk& desk)
+    : Sheet(host, "بيانات البون"), context_(context), desk_(desk) {
     setObjectName("invoice_data");
     set_card_width(560);
-    const sales::Invoice& invoice = screen.invoice();
+    const sales::Invoice& invoice = desk.invoice();
 
     auto* first = new QHBoxLayout;
     first->setSpacing(px(10));
-    store_ = list_of("data_store", screen.lists().stores, invoice.store);
+    store_ = list_of("data_store", desk.lists().stores, invoice.store);
     date_ = moment_field("data_date");
     date_->setText(qt(common::date_text(invoice.date)));
     first->addWidget(captioned("ال&مخزن", store_), 3);
     first->addWidget(captioned("ال&تاريخ", date_), 2);
     body()->addLayout(first);
 
-    std::vector<common::Choice> workers = screen.lists().workers;
+    std::vector<common::Choice> workers = desk.lists().workers;
     workers.insert(workers.begin(), {0, {}});
     worker_ = list_of("data_worker", workers, invoice.worker);
     body()->addWidget(captioned("البائ&ع", worker_));
@@ -100,11 +100,11 @@ void InvoiceDataSheet::confirm() {
     }
     guarded(context_.services, "InvoiceData", [&] {
         const std::int64_t store = chosen_code(store_);
-        if (store != 0 && store != screen_.invoice().store) screen_.choose_store(store);
-        screen_.choose_date(moment->date);
-        screen_.choose_worker(chosen_code(worker_));
-        screen_.enter_note(utf8(note_->text().trimmed()));
-        screen_.suppress_receipt(no_receipt_->isChecked());
+        if (store != 0 && store != desk_.invoice().store) desk_.header().choose_store(store);
+        desk_.header().choose_date(moment->date);
+        desk_.header().choose_worker(chosen_code(worker_));
+        desk_.header().enter_note(utf8(note_->text().trimmed()));
+        desk_.header().suppress_receipt(no_receipt_->isChecked());
     });
     leave(1);
 }

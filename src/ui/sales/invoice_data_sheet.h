@@ -10,7 +10,7 @@ class QComboBox;
 class QLineEdit;
 
 namespace sales {
-class SalesScreen;
+class SalesDesk;
 }
 
 namespace ui {
@@ -19,7 +19,7 @@ namespace ui {
 class InvoiceDataSheet : public Sheet {
     Q_OBJECT
   public:
-    InvoiceDataSheet(QWidget* host, const Context& context, sales::SalesScreen& screen);
+    InvoiceDataSheet(QWidget* host, const Context& context, sales::SalesDesk& desk);
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -28,7 +28,7 @@ class InvoiceDataSheet : public Sheet {
     void confirm();
 
     const Context& context_;
-    sales::SalesScreen& screen_;
+    sales::SalesDesk& desk_;
     QComboBox* store_;
     QLineEdit* date_;
     QComboBox* worker_;

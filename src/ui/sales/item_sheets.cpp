@@ -4,7 +4,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"

@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "common/date_time.h"
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "ui/sales/commands.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
@@ -160,10 +160,10 @@ QWidget* KindBar::cell(const QString& caption, QKeyCombination key, QWidget* con
     return made;
 }
 
-void KindBar::show_state(const sales::SalesScreen& screen) {
-    const sales::Invoice& invoice = screen.invoice();
-    kind_->setText(qt(screen.kind_label()));
-    const QColor environment = colour::from_blue_first(screen.grid_colour());
+void KindBar::show_state(const sales::SalesDesk& desk) {
+    const sales::Invoice& invoice = desk.invoice();
+    kind_->setText(qt(sales::kind_caption(invoice.kind, invoice.payment)));
+    const QColor environment = colour::from_blue_first(sales::grid_colour(invoice.kind));
     const QString dress = QString("background: %1; border-left: %2px solid %3;")
                               .arg(environment.name())
                               .arg(px(6))
@@ -172,10 +172,11 @@ void KindBar::show_state(const sales::SalesScreen& screen) {
         kind_dress_ = dress;
         kind_->setStyleSheet(dress);
     }
+    const QString number = QString::number(invoice.number);
     // A number that is being typed stays until it is found.
-    if (!number_->hasFocus() || number_->text() == shown_number_ || shown_number_ != qt(screen.number_text()))
-        number_->setText(qt(screen.number_text()));
-    shown_number_ = qt(screen.number_text());
+    if (!number_->hasFocus() || number_->text() == shown_number_ || shown_number_ != number)
+        number_->setText(number);
+    shown_number_ = number;
     date_->setText(qt(common::date_text(invoice.date)));
     kinds_->show_chosen(static_cast<int>(invoice.kind));
     levels_->show_chosen(invoice.price_level);

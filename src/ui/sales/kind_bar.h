@@ -10,7 +10,7 @@ class QLineEdit;
 class QPushButton;
 
 namespace sales {
-class SalesScreen;
+class SalesDesk;
 }
 
 namespace ui {
@@ -21,7 +21,7 @@ class KindBar : public QWidget {
     Q_OBJECT
   public:
     explicit KindBar(QWidget* parent = nullptr);
-    void show_state(const sales::SalesScreen& screen);
+    void show_state(const sales::SalesDesk& desk);
     // To the receipt-number field, for a number to recall.
     void focus_number();
 

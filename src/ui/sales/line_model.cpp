@@ -1,6 +1,6 @@
 #include "ui/sales/line_model.h"
 
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "ui/widgets/text.h"
 
 namespace ui {
@@ -22,8 +22,8 @@ bool waits_for_typing(const sales::Line& line, int source) {
 
 }  // namespace
 
-LineModel::LineModel(const sales::SalesScreen& screen, QObject* parent)
-    : QAbstractTableModel(parent), screen_(screen) {}
+LineModel::LineModel(const sales::SalesDesk& desk, QObject* parent)
+    : QAbstractTableModel(parent), desk_(desk) {}
 
 int LineModel::source_column(int at) {
     return at < 0 || at >= shown_count ? -1 : shown[static_cast<std::size_t>(at)];
@@ -37,7 +37,7 @@ int LineModel::shown_column(int source) {
 }
 
 void LineModel::refresh() {
-    const int now = static_cast<int>(screen_.invoice().lines.size());
+    const int now = static_cast<int>(desk_.invoice().lines.size());
     if (now > rows_) {
         beginInsertRows({}, rows_, now - 1);
         rows_ = now;
@@ -60,14 +60,14 @@ int LineModel::columnCount(const QModelIndex& parent) const {
 QVariant LineModel::data(const QModelIndex& index, int role) const {
     const auto row = static_cast<std::size_t>(index.row());
     // Between an action and the refresh after it the invoice may be shorter than the grid.
-    if (!index.isValid() || row >= screen_.invoice().lines.size()) return {};
+    if (!index.isValid() || row >= desk_.invoice().lines.size()) return {};
     const int source = source_column(index.column());
-    if (role == open_role) return waits_for_typing(screen_.invoice().lines[row], source);
+    if (role == open_role) return waits_for_typing(desk_.invoice().lines[row], source);
     if (role == Qt::DisplayRole) {
-        const QString text = qt(screen_.cells(row)[static_cast<std::size_t>(source)]);
-        const sales::Line& line = screen_.invoice().lines[row];
+        const QString text = qt(desk_.invoice().cells(row)[static_cast<std::size_t>(source)]);
+        const sales::Line& line = desk_.invoice().lines[row];
         if (source != column::name || line.source_kind != sales::SourceKind::other_store) return text;
-        return text + " (من " + qt(common::name_of(screen_.lists().stores, line.source_store)) + ")";
+        return text + " (من " + qt(common::name_of(desk_.lists().stores, line.source_store)) + ")";
     }
     return {};
 }

@@ -5,7 +5,7 @@
 #include <array>
 
 namespace sales {
-class SalesScreen;
+class SalesDesk;
 }
 
 namespace ui {
@@ -13,7 +13,7 @@ namespace ui {
 class LineModel : public QAbstractTableModel {
     Q_OBJECT
   public:
-    explicit LineModel(const sales::SalesScreen& screen, QObject* parent = nullptr);
+    explicit LineModel(const sales::SalesDesk& desk, QObject* parent = nullptr);
 
     // The grid column of the invoice model behind a shown one, and back; -1 for none.
     static int source_column(int shown);
@@ -31,7 +31,7 @@ class LineModel : public QAbstractTableModel {
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
   private:
-    const sales::SalesScreen& screen_;
+    const sales::SalesDesk& desk_;
     int rows_ = 0;
 };
 

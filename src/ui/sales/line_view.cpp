@@ -11,7 +11,6 @@
 #include <array>
 
 #include "sales/invoice.h"
-#include "sales/kinds.h"
 #include "ui/sales/line_model.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"

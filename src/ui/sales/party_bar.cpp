@@ -7,7 +7,7 @@
 #include <QSignalBlocker>
 #include <QStackedLayout>
 
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/style.h"
@@ -115,14 +115,14 @@ PartyBar::PartyBar(QWidget* parent) : QWidget(parent) {
     hide();
 }
 
-void PartyBar::fill(const sales::SalesScreen& screen) {
-    fill_list(customer_, screen.lists().account_customers);
-    fill_list(bank_, screen.lists().banks);
-    fill_list(receiver_, screen.lists().tips_receivers);
+void PartyBar::fill(const sales::SalesDesk& desk) {
+    fill_list(customer_, desk.lists().account_customers);
+    fill_list(bank_, desk.lists().banks);
+    fill_list(receiver_, desk.lists().tips_receivers);
 }
 
-void PartyBar::show_state(const sales::SalesScreen& screen) {
-    const sales::Invoice& invoice = screen.invoice();
+void PartyBar::show_state(const sales::SalesDesk& desk) {
+    const sales::Invoice& invoice = desk.invoice();
     pages_->setCurrentIndex(static_cast<int>(invoice.payment));
     show_code(customer_, invoice.customer);
     show_code(bank_, invoice.card.bank_code);

@@ -10,7 +10,7 @@ class QLineEdit;
 class QStackedLayout;
 
 namespace sales {
-class SalesScreen;
+class SalesDesk;
 enum class PaymentOption;
 }  // namespace sales
 
@@ -21,9 +21,9 @@ class PartyBar : public QWidget {
   public:
     explicit PartyBar(QWidget* parent = nullptr);
     // Fills the lists again, after they were loaded.
-    void fill(const sales::SalesScreen& screen);
+    void fill(const sales::SalesDesk& desk);
     // Shows the fields of the invoice's payment, or nothing for cash.
-    void show_state(const sales::SalesScreen& screen);
+    void show_state(const sales::SalesDesk& desk);
     // The field that a payment wants typed into first; null for cash.
     QWidget* first_field(sales::PaymentOption payment);
 

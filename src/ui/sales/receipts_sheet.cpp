@@ -6,7 +6,7 @@
 #include <QVBoxLayout>
 
 #include "common/numbers.h"
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/style.h"
@@ -22,8 +22,8 @@ QString kind_text(const sales::InvoiceKey& key) {
 
 }  // namespace
 
-ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesScreen& screen)
-    : Sheet(host, "بونات اليوم"), screen_(screen), rows_(screen.receipts_today()) {
+ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesDesk& desk)
+    : Sheet(host, "بونات اليوم"), desk_(desk), rows_(desk.receipts().receipts_today()) {
     setObjectName("receipts_screen");
     set_card_width(760);
     double sold = 0;
@@ -78,18 +78,18 @@ const sales::ReceiptRow* ReceiptsSheet::chosen() {
 
 void ReceiptsSheet::show_receipt() {
     const auto* row = chosen();
-    if (row != nullptr && screen_.recall(*row)) leave(1);
+    if (row != nullptr && desk_.receipts().recall(*row)) leave(1);
 }
 
 void ReceiptsSheet::reprint() {
-    if (const auto* row = chosen()) screen_.reprint(*row);
+    if (const auto* row = chosen()) desk_.receipts().reprint(*row);
     table_->setFocus();
 }
 
 void ReceiptsSheet::start_return() {
     const auto* row = chosen();
-    if (row != nullptr && screen_.recall(*row)) {
-        screen_.start_return();
+    if (row != nullptr && desk_.receipts().recall(*row)) {
+        desk_.receipts().start_return();
         leave(1);
     }
 }

@@ -9,7 +9,7 @@
 class QPushButton;
 
 namespace sales {
-class SalesScreen;
+class SalesDesk;
 }
 
 namespace ui {
@@ -20,7 +20,7 @@ class ListTable;
 class ReceiptsSheet : public Sheet {
     Q_OBJECT
   public:
-    ReceiptsSheet(QWidget* host, sales::SalesScreen& screen);
+    ReceiptsSheet(QWidget* host, sales::SalesDesk& desk);
 
   protected:
     void take_focus() override;
@@ -32,7 +32,7 @@ class ReceiptsSheet : public Sheet {
     void reprint();
     void start_return();
 
-    sales::SalesScreen& screen_;
+    sales::SalesDesk& desk_;
     std::vector<sales::ReceiptRow> rows_;
     ListTable* table_;
 };

@@ -39,8 +39,8 @@ constexpr int news_seconds = 8;
 SalesWindow::SalesWindow(Context context, const std::vector<Command>& screens)
     : context_(std::move(context)),
       screens_(screens),
-      logic_(context_.connection, context_.session, context_.services, context_.receipts),
-      model_(new LineModel(logic_, this)),
+      desk_(context_.connection, context_.session, context_.services, context_.receipts),
+      model_(new LineModel(desk_, this)),
       header_(new HeaderBar),
       kind_bar_(new KindBar),
       totals_(new TotalsPanel),
@@ -168,24 +168,26 @@ void SalesWindow::connect_parts() {
     connect(entry_bar_, &EntryBar::down, this, &SalesWindow::go_to_grid);
     connect(entry_bar_, &EntryBar::quick_quantity_wanted, this, &SalesWindow::quick_quantity);
     connect(entry_bar_, &EntryBar::entered_for_recalled, this, [this](const QString& text) {
-        logic_.EnterItemForRecalled(utf8(text));
+        desk_.lines().EnterItemForRecalled(sales::read_entry(utf8(text)));
         repaint_all();
     });
     connect(party_bar_, &PartyBar::customer_chosen, this, [this](qlonglong code) {
-        logic_.choose_customer(code);
+        desk_.header().choose_customer(code);
         repaint_all();
     });
-    connect(party_bar_, &PartyBar::bank_chosen, this, [this](qlonglong code) { logic_.choose_bank(code); });
+    connect(party_bar_, &PartyBar::bank_chosen, this,
+            [this](qlonglong code) { desk_.header().choose_bank(code); });
     connect(party_bar_, &PartyBar::card_typed, this, [this](const QString& holder, const QString& reference) {
-        logic_.enter_card(utf8(holder), utf8(reference));
+        desk_.header().enter_card(utf8(holder), utf8(reference));
     });
-    connect(party_bar_, &PartyBar::permit_typed, this,
-            [this](bool opened, const QString& number) { logic_.enter_permit(opened, utf8(number)); });
+    connect(party_bar_, &PartyBar::permit_typed, this, [this](bool opened, const QString& number) {
+        desk_.header().enter_permit(opened, utf8(number));
+    });
     connect(party_bar_, &PartyBar::tips_receiver_chosen, this,
-            [this](qlonglong code) { logic_.choose_tips_receiver(code); });
+            [this](qlonglong code) { desk_.header().choose_tips_receiver(code); });
     connect(party_bar_, &PartyBar::finished, this, &SalesWindow::focus_entry);
     connect(lines_, &LineView::row_chosen, this, [this](int row) {
-        logic_.select_row(static_cast<std::size_t>(row));
+        desk_.lines().select_row(static_cast<std::size_t>(row));
         repaint_all();
     });
     connect(lines_, &LineView::edit_wanted, this, &SalesWindow::edit_cell);
@@ -200,58 +202,58 @@ void SalesWindow::connect_parts() {
         focus_entry();
     });
     connect(totals_, &TotalsPanel::discount_value_typed, this, [this](const QString& text) {
-        refused_ = !logic_.CommitDiscountValue(utf8(text));
+        refused_ = !desk_.lines().CommitDiscountValue(utf8(text));
         if (!refused_) focus_entry();
         repaint_all();
     });
     connect(totals_, &TotalsPanel::discount_percent_typed, this, [this](const QString& text) {
-        refused_ = !logic_.CommitDiscountPercent(utf8(text));
+        refused_ = !desk_.lines().CommitDiscountPercent(utf8(text));
         if (!refused_) focus_entry();
         repaint_all();
     });
     connect(&context_.keys, &KeyQueue::scan_waits, this, &SalesWindow::focus_entry_for_scan);
     connect(&seconds_, &QTimer::timeout, this, &SalesWindow::tick);
-    connect(&news_, &QTimer::timeout, this, [this] { header_->next_news(logic_.news()); });
+    connect(&news_, &QTimer::timeout, this, [this] { header_->next_news(desk_.news()); });
 }
 
 bool SalesWindow::open() {
-    if (!logic_.Open()) return false;
-    party_bar_->fill(logic_);
+    if (!desk_.Open()) return false;
+    party_bar_->fill(desk_);
     repaint_all();
-    header_->show_clock(logic_.clock_text());
+    header_->show_clock(desk_.clock_text());
     focus_entry();
     seconds_.start(1000);
     news_.start(news_seconds * 1000);
-    QTimer::singleShot(0, this, [this] { header_->next_news(logic_.news()); });
+    QTimer::singleShot(0, this, [this] { header_->next_news(desk_.news()); });
     return true;
 }
 
 void SalesWindow::repaint_all() {
-    header_->show_state(logic_, context_.session);
-    kind_bar_->show_state(logic_);
-    banner_->show_state(logic_);
-    entry_bar_->show_recalled(logic_.recalled());
-    party_bar_->show_state(logic_);
-    lines_->set_background(colour::from_blue_first(logic_.grid_colour()));
+    header_->show_state(desk_, context_.session);
+    kind_bar_->show_state(desk_);
+    banner_->show_state(desk_);
+    entry_bar_->show_recalled(desk_.sale().recalled.has_value());
+    party_bar_->show_state(desk_);
+    lines_->set_background(colour::from_blue_first(sales::grid_colour(desk_.invoice().kind)));
     model_->refresh();
-    lines_->show_current(logic_.current_row() ? static_cast<int>(*logic_.current_row()) : -1);
+    lines_->show_current(desk_.sale().current_row ? static_cast<int>(*desk_.sale().current_row) : -1);
     show_stock();
     double pieces = 0;
-    for (const sales::Line& line : logic_.invoice().lines)
+    for (const sales::Line& line : desk_.invoice().lines)
         pieces += line.quantity;
-    counts_->setText("عدد السطور " + QString::number(logic_.invoice().lines.size()) + " · عدد القطع " +
+    counts_->setText("عدد السطور " + QString::number(desk_.invoice().lines.size()) + " · عدد القطع " +
                      qt(common::format_quantity(pieces)));
-    totals_->show_state(logic_);
+    totals_->show_state(desk_);
 }
 
 // The quantity, and as many whole expiry dates as there is room for: half a date misleads.
 void SalesWindow::show_stock() {
     const int room = std::max(px(60), stock_->width());
     const QFontMetrics metrics = stock_->fontMetrics();
-    QString all = qt(logic_.stock_shown().quantity).trimmed();
+    QString all = qt(desk_.sale().stock.quantity).trimmed();
     QString shown = all;
     bool cut = false;
-    for (const std::string& expiry : logic_.stock_shown().expiries) {
+    for (const std::string& expiry : desk_.sale().stock.expiries) {
         const QString next = "   " + qt(expiry);
         all += next;
         cut = cut || metrics.horizontalAdvance(shown + next + " …") > room;
@@ -262,10 +264,10 @@ void SalesWindow::show_stock() {
 }
 
 void SalesWindow::tick() {
-    const common::Date day = logic_.invoice().date;
-    logic_.tick();
-    header_->show_clock(logic_.clock_text());
-    if (logic_.invoice().date != day) kind_bar_->show_state(logic_);
+    const common::Date day = desk_.invoice().date;
+    desk_.tick();
+    header_->show_clock(desk_.clock_text());
+    if (desk_.invoice().date != day) kind_bar_->show_state(desk_);
 }
 
 void SalesWindow::notice(const QString& text) {

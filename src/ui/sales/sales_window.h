@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "ui/sales/commands.h"
 #include "ui/widgets/context.h"
 
@@ -24,7 +24,7 @@ class LineView;
 class PartyBar;
 class TotalsPanel;
 
-// The face of sales::SalesScreen: it passes keys on to its actions and repaints from it after each one.
+// Shows a sales::SalesDesk: it passes keys on to the desk's actions and repaints from it after each one.
 // Typing goes on in the item-code field unless an action wants it elsewhere.
 class SalesWindow : public QWidget {
     Q_OBJECT
@@ -34,7 +34,7 @@ class SalesWindow : public QWidget {
 
     // Opens the logic and shows the screen; false when the database failed (the message has been shown).
     bool open();
-    sales::SalesScreen& logic() { return logic_; }
+    sales::SalesDesk& desk() { return desk_; }
     const Context& context() const { return context_; }
     // The window's own commands; those that open other screens are handed to the constructor.
     static const std::vector<Command>& commands();
@@ -99,7 +99,7 @@ class SalesWindow : public QWidget {
 
     Context context_;
     const std::vector<Command>& screens_;
-    sales::SalesScreen logic_;
+    sales::SalesDesk desk_;
     LineModel* model_;
     HeaderBar* header_;
     KindBar* kind_bar_;

@@ -36,26 +36,27 @@ void SalesWindow::act_and_return(std::string_view name, const std::function<void
 }
 
 void SalesWindow::enter_item(const QString& text) {
-    if (text.trimmed().isEmpty()) {
-        focus_entry();
-        return;
+    const sales::Entry entry = sales::read_entry(utf8(text));
+    bool entered = false;
+    // Not clear(), which keeps all that was typed on the day for the field's undo.
+    const auto empty_field = [this] { entry_bar_->field()->setText({}); };
+    if (entry.form == sales::EntryForm::empty) {
+        empty_field();
+    } else {
+        act("EnterItem", [&] {
+            entered = desk_.lines().EnterItem(entry);
+            empty_field();
+        });
     }
-    bool general = false;
-    act("EnterItem", [&] {
-        general = logic_.EnterItem(utf8(text)) && text.trimmed().startsWith('*');
-        // Not clear(), which keeps all that was typed on the day for the field's undo.
-        entry_bar_->field()->setText({});
-    });
     focus_entry();
     // A general item has no quantity yet: the cashier goes on in its cells.
-    if (general && logic_.current_row()) {
-        lines_->open_cell(static_cast<int>(*logic_.current_row()), sales::column::quantity, "1");
-    }
+    if (entered && entry.form == sales::EntryForm::general && desk_.sale().current_row)
+        lines_->open_cell(static_cast<int>(*desk_.sale().current_row), sales::column::quantity, "1");
 }
 
 void SalesWindow::edit_cell(int row, int column, const QString& first) {
     bool opened = false;
-    act("EditCell", [&] { opened = logic_.begin_edit(static_cast<std::size_t>(row), column); });
+    act("EditCell", [&] { opened = desk_.lines().begin_edit(static_cast<std::size_t>(row), column); });
     if (!opened) {
         if (!lines_->hasFocus()) focus_entry();
         return;
@@ -70,10 +71,11 @@ void SalesWindow::edit_cell(int row, int column, const QString& first) {
 
 void SalesWindow::commit_cell(int row, int column, const QString& text, bool by_enter) {
     bool taken = false;
-    act("EditCell", [&] { taken = logic_.commit_edit(static_cast<std::size_t>(row), column, utf8(text)); });
+    act("EditCell",
+        [&] { taken = desk_.lines().commit_edit(static_cast<std::size_t>(row), column, utf8(text)); });
     refused_ = !taken;
     if (!by_enter) return;
-    const auto& lines = logic_.invoice().lines;
+    const auto& lines = desk_.invoice().lines;
     if (static_cast<std::size_t>(row) >= lines.size()) {
         focus_entry();
         return;
@@ -98,21 +100,22 @@ bool SalesWindow::finish_editing() {
 void SalesWindow::save() {
     if (!finish_editing()) return;
     act("SaveInvoice", [&] {
-        const sales::BeginSave begun = logic_.begin_save();
+        const sales::BeginSave begun = desk_.checkout().begin_save();
         repaint_all();
         if (begun == sales::BeginSave::refused) return;
-        if (begun == sales::BeginSave::ask_payment && PaymentDialog(this, *logic_.payment()).run() == 0) {
-            logic_.cancel_payment();
+        if (begun == sales::BeginSave::ask_payment &&
+            PaymentDialog(this, *desk_.checkout().payment()).run() == 0) {
+            desk_.checkout().cancel_payment();
             return;
         }
-        logic_.SaveInvoice();
+        desk_.checkout().SaveInvoice();
     });
     focus_entry();
 }
 
 void SalesWindow::recall(const QString& number) {
     bool found = false;
-    act("Recall", [&] { found = logic_.recall(utf8(number)); });
+    act("Recall", [&] { found = desk_.receipts().recall(utf8(number)); });
     if (found) {
         focus_entry();
     } else {
@@ -121,33 +124,33 @@ void SalesWindow::recall(const QString& number) {
 }
 
 void SalesWindow::reprint() {
-    act_and_return("Reprint", [&] { logic_.reprint(); });
+    act_and_return("Reprint", [&] { desk_.receipts().reprint(); });
 }
 
 void SalesWindow::start_return() {
-    act_and_return("StartReturn", [&] { logic_.start_return(); });
+    act_and_return("StartReturn", [&] { desk_.receipts().start_return(); });
 }
 
 void SalesWindow::switch_kind(int kind) {
-    act_and_return("SwitchKind", [&] { logic_.SwitchKind(static_cast<sales::KindOption>(kind)); });
+    act_and_return("SwitchKind", [&] { desk_.header().SwitchKind(static_cast<sales::KindOption>(kind)); });
 }
 
 void SalesWindow::choose_price_level(int level) {
-    act_and_return("ChoosePriceLevel", [&] { logic_.choose_price_level(level); });
+    act_and_return("ChoosePriceLevel", [&] { desk_.header().choose_price_level(level); });
 }
 
 void SalesWindow::switch_payment(int payment) {
-    act("SwitchPayment", [&] { logic_.SwitchPayment(static_cast<sales::PaymentOption>(payment)); });
+    act("SwitchPayment", [&] { desk_.header().SwitchPayment(static_cast<sales::PaymentOption>(payment)); });
     focus_payment_fields();
 }
 
 void SalesWindow::toggle_payment() {
-    act("SwitchPayment", [&] { logic_.toggle_payment(); });
+    act("SwitchPayment", [&] { desk_.header().toggle_payment(); });
     focus_payment_fields();
 }
 
 void SalesWindow::focus_payment_fields() {
-    QWidget* first = party_bar_->first_field(logic_.invoice().payment);
+    QWidget* first = party_bar_->first_field(desk_.invoice().payment);
     if (first != nullptr && first->isVisible()) {
         first->setFocus(Qt::OtherFocusReason);
     } else {
@@ -157,7 +160,7 @@ void SalesWindow::focus_payment_fields() {
 
 void SalesWindow::search() {
     if (Sheet::top_of(this) != nullptr) return;
-    SearchPanel panel(this, logic_);
+    SearchPanel panel(this, desk_);
     const bool taken = panel.run() == 1;
     focus_entry();
     if (taken) enter_item(QString::number(panel.code()));
@@ -165,38 +168,39 @@ void SalesWindow::search() {
 
 void SalesWindow::item_info() {
     act("ItemInfo", [&] {
-        const auto row = logic_.current_row();
+        const auto row = desk_.sale().current_row;
         if (!row) return;
-        const auto code = logic_.invoice().lines[*row].item_code;
+        const auto code = desk_.invoice().lines[*row].item_code;
         if (!code) return;
-        const auto info = logic_.item_info(*code);
-        if (info) ItemInfoSheet(this, *info, &logic_.stock_shown()).run();
+        const auto info = desk_.lines().item_info(*code);
+        if (info) ItemInfoSheet(this, *info, &desk_.sale().stock).run();
     });
 }
 
 void SalesWindow::quick_quantity() {
-    const auto& lines = logic_.invoice().lines;
+    const auto& lines = desk_.invoice().lines;
     if (lines.empty() || Sheet::top_of(this) != nullptr) return;
     const std::size_t last = lines.size() - 1;
-    QuickQuantitySheet sheet(this, qt(lines[last].name), qt(logic_.cells(last)[sales::column::quantity]));
-    if (sheet.run() == 1) act("QuickQuantity", [&] { logic_.quick_quantity(utf8(sheet.text())); });
+    QuickQuantitySheet sheet(this, qt(lines[last].name),
+                             qt(desk_.invoice().cells(last)[sales::column::quantity]));
+    if (sheet.run() == 1) act("QuickQuantity", [&] { desk_.lines().quick_quantity(utf8(sheet.text())); });
     focus_entry();
 }
 
 void SalesWindow::delete_current_line() {
-    const auto row = logic_.current_row();
+    const auto row = desk_.sale().current_row;
     if (!row) return;
-    act("DeleteLine", [&] { logic_.delete_line(*row); });
-    if (logic_.invoice().lines.empty()) focus_entry();
+    act("DeleteLine", [&] { desk_.lines().delete_line(*row); });
+    if (desk_.invoice().lines.empty()) focus_entry();
 }
 
 void SalesWindow::show_shifts() {
-    act_and_return("Shifts", [&] { ShiftSide(this, logic_, context_).run(); });
+    act_and_return("Shifts", [&] { ShiftSide(this, desk_, context_).run(); });
 }
 
 void SalesWindow::go_to_grid() {
-    if (logic_.invoice().lines.empty()) return;
-    if (!logic_.current_row()) logic_.select_row(logic_.invoice().lines.size() - 1);
+    if (desk_.invoice().lines.empty()) return;
+    if (!desk_.sale().current_row) desk_.lines().select_row(desk_.invoice().lines.size() - 1);
     lines_->setFocus();
     repaint_all();
 }
@@ -211,14 +215,14 @@ void SalesWindow::focus_entry_for_scan() {
 void SalesWindow::open_screen(const Command& screen) {
     act_and_return(utf8(screen.name), [&] {
         screen.run(*this);
-        logic_.reload_customers();
-        logic_.reload_shifts();
-        party_bar_->fill(logic_);
+        desk_.reload_customers();
+        desk_.reload_shifts();
+        party_bar_->fill(desk_);
     });
 }
 
 void SalesWindow::escape() {
-    if (const auto row = logic_.escape_to_quantity()) {
+    if (const auto row = desk_.lines().escape_to_quantity()) {
         lines_->open_cell(static_cast<int>(*row), sales::column::quantity, "1");
     } else {
         entry_bar_->field()->clear();
@@ -228,7 +232,7 @@ void SalesWindow::escape() {
 
 void SalesWindow::restart() {
     // An invoice in work is not thrown away by one key.
-    if (!logic_.invoice().lines.empty() &&
+    if (!desk_.invoice().lines.empty() &&
         !context_.services.prompts.question(sales::message::exit, common::Icon::critical)) {
         focus_entry();
         return;

@@ -20,16 +20,20 @@ const std::vector<Command>& SalesWindow::commands() {
     static const std::vector<Command> table = {
         {"save", "حفظ البون", key::save, none, [](SalesWindow& w) { w.save(); }},
         {"f2", "إلغاء السجل", Qt::Key_F2, strip,
-         [](SalesWindow& w) { w.act_and_return("CancelRecord", [&] { w.logic_.CancelRecord(); }); }},
+         [](SalesWindow& w) {
+             w.act_and_return("CancelRecord", [&] { w.desk_.checkout().CancelRecord(); });
+         }},
         {"f3", "إلغاء البون", Qt::Key_F3, strip,
-         [](SalesWindow& w) { w.act_and_return("CancelInvoice", [&] { w.logic_.CancelInvoice(); }); }},
+         [](SalesWindow& w) {
+             w.act_and_return("CancelInvoice", [&] { w.desk_.checkout().CancelInvoice(); });
+         }},
         {"kind", "بيع أو مرتجع", key::kind, none,
-         [](SalesWindow& w) { w.act_and_return("SwitchKind", [&] { w.logic_.toggle_kind(); }); }},
+         [](SalesWindow& w) { w.act_and_return("SwitchKind", [&] { w.desk_.header().toggle_kind(); }); }},
         {"payment", "نقدي أو آجل", key::payment, none, [](SalesWindow& w) { w.toggle_payment(); }},
         {"card", "بطاقة إئتمان", key::card, none, [](SalesWindow& w) { w.switch_payment(2); }},
         {"tips", "أكراميات", key::tips, none, [](SalesWindow& w) { w.switch_payment(3); }},
         {"shift_f1", "فتح الدرج", Qt::SHIFT | Qt::Key_F1, strip_end,
-         [](SalesWindow& w) { w.logic_.open_drawer_by_key(); }},
+         [](SalesWindow& w) { w.desk_.checkout().open_drawer_by_key(); }},
         {"f11", "إعادة تشغيل", Qt::Key_F11, strip_end, [](SalesWindow& w) { w.restart(); }},
         {"f12", "خروج", Qt::Key_F12, strip_end, [](SalesWindow& w) { w.leave(); }},
         {"search", "&بحث عن صنف", key::search, menu, [](SalesWindow& w) { w.search(); }},

@@ -8,8 +8,8 @@
 #include <QVBoxLayout>
 
 #include "common/numbers.h"
-#include "sales/pricing.h"
-#include "sales/sales_screen.h"
+#include "sales/items.h"
+#include "sales/sales_desk.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/list_table.h"
@@ -41,8 +41,7 @@ QString figure(const std::string& text) {
 
 }  // namespace
 
-SearchPanel::SearchPanel(QWidget* host, sales::SalesScreen& screen)
-    : Sheet(host, "بحث عن صنف"), screen_(screen) {
+SearchPanel::SearchPanel(QWidget* host, sales::SalesDesk& desk) : Sheet(host, "بحث عن صنف"), desk_(desk) {
     setObjectName("search_panel");
     setProperty(keys_property, {});  // a barcode may be scanned into the search
     const double width = std::min(1180.0, host->window()->width() * 16.0 / font().pixelSize() - 40);
@@ -52,8 +51,8 @@ SearchPanel::SearchPanel(QWidget* host, sales::SalesScreen& screen)
     name_ = filter_field("search_name");
     number_ = filter_field("search_code");
     price_ = filter_field("search_price");
-    maker_ = filter_list("search_maker", screen_.lists().makers);
-    type_ = filter_list("search_type", screen_.lists().item_types);
+    maker_ = filter_list("search_maker", desk_.lists().makers);
+    type_ = filter_list("search_type", desk_.lists().item_types);
     filters->addWidget(captioned("الا&سم", name_), 5);
     filters->addWidget(captioned("ال&كود أو الباركود", number_), 3);
     filters->addWidget(captioned("س &قطاعي", price_), 2);
@@ -129,7 +128,7 @@ void SearchPanel::search_now() {
     filters.maker = chosen_filter(maker_);
     filters.type = chosen_filter(type_);
     filters.hide_stopped = hide_stopped_->isChecked();
-    found_ = screen_.search(filters);
+    found_ = desk_.lines().search(filters);
 
     // A list that long is read by nobody; the count says how many there are.
     constexpr std::size_t most = 200;

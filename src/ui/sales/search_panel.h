@@ -13,7 +13,7 @@ class QLabel;
 class QLineEdit;
 
 namespace sales {
-class SalesScreen;
+class SalesDesk;
 }
 
 namespace ui {
@@ -24,7 +24,7 @@ class ListTable;
 class SearchPanel : public Sheet {
     Q_OBJECT
   public:
-    SearchPanel(QWidget* host, sales::SalesScreen& screen);
+    SearchPanel(QWidget* host, sales::SalesDesk& desk);
     // The code of the item taken.
     qlonglong code() const { return code_; }
 
@@ -38,7 +38,7 @@ class SearchPanel : public Sheet {
     void show_prices(int row);
     void take(int row);
 
-    sales::SalesScreen& screen_;
+    sales::SalesDesk& desk_;
     QLineEdit* name_;
     QLineEdit* number_;
     QLineEdit* price_;

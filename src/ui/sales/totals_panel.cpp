@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 
 #include "common/numbers.h"
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "ui/sales/commands.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_button.h"
@@ -157,8 +157,8 @@ bool TotalsPanel::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-void TotalsPanel::show_state(const sales::SalesScreen& screen) {
-    const sales::Figures& figures = screen.figures();
+void TotalsPanel::show_state(const sales::SalesDesk& desk) {
+    const sales::Figures& figures = desk.sale().figures;
     total_->setText(qt(figures.total));
     // What is typed and not entered yet stays.
     if (!discount_value_->isModified()) discount_value_->setText(qt(figures.discount_value));
@@ -168,10 +168,10 @@ void TotalsPanel::show_state(const sales::SalesScreen& screen) {
     for (int at = 0; at < 4; ++at) {
         const auto payment = static_cast<sales::PaymentOption>(at);
         KeyButton* button = payments_[static_cast<std::size_t>(at)];
-        button->setEnabled(screen.payment_enabled(payment));
-        button->setChecked(screen.invoice().payment == payment);
+        button->setEnabled(sales::payment_enabled(payment, desk.invoice().kind));
+        button->setChecked(desk.invoice().payment == payment);
     }
-    if (const auto& last = screen.last_receipt()) {
+    if (const auto& last = desk.last_receipt()) {
         last_number_->setText("آخر بون " + QString::number(last->invoice.number));
         last_change_->setText("الباقي \u200e" + qt(common::format_amount(last->payment.change)));
     }

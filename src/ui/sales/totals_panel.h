@@ -8,7 +8,7 @@
 class QLabel;
 
 namespace sales {
-class SalesScreen;
+class SalesDesk;
 }
 
 namespace ui {
@@ -20,7 +20,7 @@ class TotalsPanel : public QWidget {
     Q_OBJECT
   public:
     explicit TotalsPanel(QWidget* parent = nullptr);
-    void show_state(const sales::SalesScreen& screen);
+    void show_state(const sales::SalesDesk& desk);
     // Commits a discount that was typed and not entered yet.
     void finish_editing();
 

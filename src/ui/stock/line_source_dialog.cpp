@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "common/numbers.h"
+#include "sales/sales_desk.h"
 #include "sales/stock_check.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
@@ -18,32 +19,27 @@
 
 namespace ui {
 
-void choose_line_source(QWidget* host, const Context& context, sales::SalesScreen& screen) {
+void choose_line_source(QWidget* host, const Context& context, sales::SalesDesk& desk) {
     auto* entry = host->findChild<QLineEdit*>("entry");
-    const std::string typed = entry == nullptr ? std::string() : utf8(entry->text());
-    const auto item = screen.source_item(typed);
+    const sales::Entry typed = sales::read_entry(entry == nullptr ? std::string() : utf8(entry->text()));
+    const auto item = desk.lines().source_item(typed);
     if (!item) return;
-    LineSourceDialog dialog(host, context, screen, *item);
+    LineSourceDialog dialog(host, context, desk, *item);
     if (dialog.run() == 0) return;
-    if (item->row) {
-        screen.set_line_source(
-            *item->row,
-            dialog.store() == 0 ? sales::SourceKind::selling_store : sales::SourceKind::other_store,
-            dialog.store());
-        return;
-    }
-    if (dialog.store() == 0 ? screen.EnterItem(typed) : screen.EnterItemFrom(typed, dialog.store()))
+    if (item->row)
+        desk.lines().set_supplier(*item->row, dialog.store());
+    else if (desk.lines().EnterItem(typed, dialog.store()))
         entry->clear();
 }
 
-LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales::SalesScreen& screen,
+LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales::SalesDesk& desk,
                                    sales::SourceItem item)
     : Sheet(host, "مصدر الصنف"),
       context_(context),
-      screen_(screen),
+      desk_(desk),
       item_(std::move(item)),
       logic_(context.connection, context.services.prompts, item_.code, item_.quantity, item_.factor,
-             screen.invoice().store) {
+             desk.invoice().store) {
     setObjectName("line_source");
     set_card_width(620);
     auto* title = label(qt(item_.name), "figure");
@@ -96,10 +92,11 @@ LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales:
     // none, so that a hasty Enter takes nothing.
     table_->setCurrentCell(-1, -1);
     const auto& stores = logic_.stores();
-    const std::int64_t now = item_.row ? screen_.invoice().lines[*item_.row].source_store : 0;
+    const std::int64_t now = item_.row ? desk_.invoice().lines[*item_.row].source_store : 0;
     const auto found = std::find_if(stores.begin(), stores.end(), [&](const stock::StoreHolding& store) {
         if (now != 0) return store.store == now;
-        return store.store != screen_.invoice().store && store.quantity >= item_.quantity * item_.factor;
+        return store.store != desk_.invoice().store &&
+               stock::stock_suffices(store.quantity, item_.quantity * item_.factor);
     });
     if (found != stores.end()) table_->setCurrentCell(static_cast<int>(found - stores.begin()), 0);
 }
@@ -117,7 +114,7 @@ void LineSourceDialog::show_stores(int unit) {
     std::vector<QStringList> rows;
     for (const stock::StoreHolding& store : logic_.stores()) {
         rows.push_back({"\u200e" + QString::number(store.store), qt(store.name),
-                        store.store == screen_.invoice().store
+                        store.store == desk_.invoice().store
                             ? QString("مخزن البيع")
                             : "\u200e" + qt(common::format_quantity(store.quantity / factor))});
     }
@@ -132,23 +129,12 @@ void LineSourceDialog::confirm() {
         const auto& stores = logic_.stores();
         const bool chosen = row >= 0 && static_cast<std::size_t>(row) < stores.size();
         const std::int64_t store = chosen ? stores[static_cast<std::size_t>(row)].store : 0;
-        if (!logic_.confirm(store)) return;
-        const double others = taken_by_others(store);
-        if (others > 0 &&
-            !stock::LineSource(context_.connection, context_.services.prompts, item_.code,
-                               others + item_.quantity * item_.factor, 1, screen_.invoice().store)
-                 .confirm(store))
-            return;
+        const sales::Line* own = item_.row ? &desk_.invoice().lines[*item_.row] : nullptr;
+        if (!logic_.confirm(store, sales::held_by_lines(desk_.invoice(), item_.code, store, own))) return;
         store_ = store;
         leave(1);
     });
     table_->setFocus();
-}
-
-double LineSourceDialog::taken_by_others(std::int64_t store) const {
-    const sales::Invoice& invoice = screen_.invoice();
-    const sales::Line* own = item_.row ? &invoice.lines[*item_.row] : nullptr;
-    return sales::held_by_lines(invoice, item_.code, store, own);
 }
 
 }  // namespace ui

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "stock/line_source.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/sheet.h"
@@ -15,14 +15,13 @@ class Segments;
 
 // Opens the dialog for the item typed into the sales screen's entry field, else for its current line, and
 // does what was chosen there.
-void choose_line_source(QWidget* host, const Context& context, sales::SalesScreen& screen);
+void choose_line_source(QWidget* host, const Context& context, sales::SalesDesk& desk);
 
 class LineSourceDialog : public Sheet {
     Q_OBJECT
   public:
-    // For an item of sales::SalesScreen::source_item(). run() returns 1 when a store was chosen.
-    LineSourceDialog(QWidget* host, const Context& context, sales::SalesScreen& screen,
-                     sales::SourceItem item);
+    // For an item of sales::SaleLines::source_item(). run() returns 1 when a store was chosen.
+    LineSourceDialog(QWidget* host, const Context& context, sales::SalesDesk& desk, sales::SourceItem item);
 
     std::int64_t store() const { return store_; }
 
@@ -32,11 +31,9 @@ class LineSourceDialog : public Sheet {
   private:
     void show_stores(int unit);
     void confirm();
-    // What other lines already take of the item from a store, in base units.
-    double taken_by_others(std::int64_t store) const;
 
     Context context_;
-    sales::SalesScreen& screen_;
+    sales::SalesDesk& desk_;
     sales::SourceItem item_;
     stock::LineSource logic_;
     ListTable* table_;

@@ -10,8 +10,8 @@
 #include "common/text.h"
 #include "printing/report_printer.h"
 #include "sales/messages.h"
-#include "sales/offer_bridge.h"
-#include "sales/sales_screen.h"
+#include "sales/offers.h"
+#include "sales/sales_desk.h"
 #include "ui/printing/reports.h"
 #include "ui/sales/sales_window.h"
 #include "ui/widgets/fields.h"
@@ -33,8 +33,8 @@ void print_offer(const Context& context, std::int64_t number) {
 
 }  // namespace
 
-void keep_offer(QWidget* host, const Context& context, sales::SalesScreen& screen) {
-    const std::int64_t number = screen.SaveOffer();
+void keep_offer(QWidget* host, const Context& context, sales::SalesDesk& desk) {
+    const std::int64_t number = desk.offers().SaveOffer();
     if (number == 0) return;
     // The screen behind the question is empty already.
     if (auto* sales = qobject_cast<SalesWindow*>(host)) sales->repaint_all();
@@ -43,8 +43,8 @@ void keep_offer(QWidget* host, const Context& context, sales::SalesScreen& scree
         print_offer(context, number);
 }
 
-OffersSheet::OffersSheet(QWidget* host, const Context& context, sales::SalesScreen& screen)
-    : Sheet(host, "عروض الأسعار"), context_(context), screen_(screen) {
+OffersSheet::OffersSheet(QWidget* host, const Context& context, sales::SalesDesk& desk)
+    : Sheet(host, "عروض الأسعار"), context_(context), desk_(desk) {
     setObjectName("offers_screen");
     set_card_width(760);
     customer_ = text_field("offers_customer");
@@ -118,7 +118,7 @@ void OffersSheet::load() {
     // A number that is in no offer is loaded all the same, so that its absence is said.
     std::int64_t number = chosen();
     if (number == 0) number = common::parse_integer(utf8(number_->text())).value_or(0);
-    if (number != 0 && screen_.LoadOffer(number)) leave(1);
+    if (number != 0 && desk_.offers().LoadOffer(number)) leave(1);
 }
 
 void OffersSheet::print() {

@@ -10,7 +10,7 @@
 class QLineEdit;
 
 namespace sales {
-class SalesScreen;
+class SalesDesk;
 }
 
 namespace ui {
@@ -18,13 +18,13 @@ namespace ui {
 class ListTable;
 
 // Keeps the invoice on the sales screen as an offer and asks whether to print it.
-void keep_offer(QWidget* host, const Context& context, sales::SalesScreen& screen);
+void keep_offer(QWidget* host, const Context& context, sales::SalesDesk& desk);
 
 // run() returns 1 when an offer was loaded.
 class OffersSheet : public Sheet {
     Q_OBJECT
   public:
-    OffersSheet(QWidget* host, const Context& context, sales::SalesScreen& screen);
+    OffersSheet(QWidget* host, const Context& context, sales::SalesDesk& desk);
 
   protected:
     void take_focus() override;
@@ -37,7 +37,7 @@ class OffersSheet : public Sheet {
     void print();
 
     Context context_;
-    sales::SalesScreen& screen_;
+    sales::SalesDesk& desk_;
     QLineEdit* customer_;
     QLineEdit* number_;
     QLineEdit* date_;

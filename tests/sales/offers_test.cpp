@@ -1,12 +1,12 @@
-// Offers from the sales screen: kept, loaded, sold, printed; and an invoice that was saved in part.
+// Offers at the sales desk: kept, loaded, sold, printed; and an invoice that was saved in part.
+#include "sales/offers.h"
 #include "common/spelled_amount.h"
 #include "common/text.h"
 #include "database/faults.h"
 #include "sales/counter.h"
+#include "sales/customers.h"
 #include "sales/messages.h"
-#include "sales/offer_bridge.h"
-#include "sales/saving_messages.h"
-#include "sales/walk_in.h"
+#include "stock/offers.h"
 
 namespace {
 
@@ -22,38 +22,39 @@ using testing::IsEmpty;
 
 TEST(OffersOnScreen, AnOfferComesBackAsItWasAndIsSold) {
     Counter counter;
-    auto& screen = counter.open();
-    ASSERT_TRUE(screen.SwitchPayment(PaymentOption::account));
-    ASSERT_TRUE(screen.choose_customer(7));
-    ASSERT_TRUE(screen.EnterItem("6221000400029"));  // a pack of six
-    ASSERT_TRUE(screen.commit_edit(0, column::quantity, "3"));
-    ASSERT_TRUE(screen.commit_edit(0, column::discount_value, "4"));
-    ASSERT_TRUE(screen.EnterItem("410"));
-    ASSERT_TRUE(screen.CommitDiscountPercent("5"));
-    const auto figures = screen.figures();
-    std::vector<std::array<std::string, column::count>> cells = {screen.cells(0), screen.cells(1)};
+    auto& desk = counter.open();
+    ASSERT_TRUE(desk.header().SwitchPayment(PaymentOption::account));
+    ASSERT_TRUE(desk.header().choose_customer(7));
+    ASSERT_TRUE(counter.enter("6221000400029"));  // a pack of six
+    ASSERT_TRUE(desk.lines().commit_edit(0, column::quantity, "3"));
+    ASSERT_TRUE(desk.lines().commit_edit(0, column::discount_value, "4"));
+    ASSERT_TRUE(counter.enter("410"));
+    ASSERT_TRUE(desk.lines().CommitDiscountPercent("5"));
+    const auto figures = desk.sale().figures;
+    std::vector<std::array<std::string, column::count>> cells = {desk.invoice().cells(0),
+                                                                 desk.invoice().cells(1)};
 
-    EXPECT_EQ(screen.SaveOffer(), 1);
-    EXPECT_TRUE(screen.invoice().lines.empty());
-    EXPECT_EQ(screen.invoice().payment, PaymentOption::cash);
+    EXPECT_EQ(desk.offers().SaveOffer(), 1);
+    EXPECT_TRUE(desk.invoice().lines.empty());
+    EXPECT_EQ(desk.invoice().payment, PaymentOption::cash);
     EXPECT_EQ(counter.shop.number("select count(*) from sales"), 0);
     EXPECT_EQ(counter.shop.cell("select pdis from offer where F2 = N'شاي'"), "4.6");
 
-    ASSERT_TRUE(screen.LoadOffer(1));
-    EXPECT_EQ(screen.loaded_offer(), 1);
-    EXPECT_EQ(screen.invoice().customer_name, "مطعم الأمل");
-    EXPECT_EQ(screen.figures().net, figures.net);
-    EXPECT_EQ(screen.figures().discount_value, figures.discount_value);
+    ASSERT_TRUE(desk.offers().LoadOffer(1));
+    EXPECT_EQ(desk.sale().offer, 1);
+    EXPECT_EQ(desk.invoice().customer_name, "مطعم الأمل");
+    EXPECT_EQ(desk.sale().figures.net, figures.net);
+    EXPECT_EQ(desk.sale().figures.discount_value, figures.discount_value);
     for (std::size_t row = 0; row < cells.size(); ++row)
-        EXPECT_EQ(screen.cells(row), cells[row]);
-    EXPECT_TRUE(screen.invoice().lines[0].marked);
-    ASSERT_TRUE(screen.EnterItem("440"));
-    EXPECT_FALSE(screen.invoice().lines[2].marked) << "added by hand";
-    ASSERT_EQ(screen.begin_save(), BeginSave::save_now) << counter.services.prompts.last();
-    EXPECT_EQ(screen.SaveInvoice(), SaveOutcome::saved);
+        EXPECT_EQ(desk.invoice().cells(row), cells[row]);
+    EXPECT_TRUE(desk.invoice().lines[0].marked);
+    ASSERT_TRUE(counter.enter("440"));
+    EXPECT_FALSE(desk.invoice().lines[2].marked) << "added by hand";
+    ASSERT_EQ(desk.checkout().begin_save(), BeginSave::save_now) << counter.services.prompts.last();
+    EXPECT_EQ(desk.checkout().SaveInvoice(), SaveOutcome::saved);
     EXPECT_EQ(counter.shop.number("select sum(quan) from stk where icode = 400"), 240 - 18);
     EXPECT_EQ(counter.shop.number("select count(*) from offer"), 2) << "the offer stays";
-    EXPECT_EQ(screen.loaded_offer(), 0);
+    EXPECT_EQ(desk.sale().offer, 0);
 }
 
 TEST(OffersOnScreen, ALongNameComesBackWhole) {
@@ -65,18 +66,18 @@ TEST(OffersOnScreen, ALongNameComesBackWhole) {
             name += word;
         Counter counter;
         counter.shop.sql("update items set name = N'" + name + "' where code = 410");
-        auto& screen = counter.open();
-        ASSERT_TRUE(screen.EnterItem("410"));
-        const std::string entered = screen.cells(0)[column::name];
+        auto& desk = counter.open();
+        ASSERT_TRUE(counter.enter("410"));
+        const std::string entered = desk.invoice().cells(0)[column::name];
         ASSERT_GT(common::column_width(entered), 50u);
-        ASSERT_EQ(screen.SaveOffer(), 1);
-        ASSERT_TRUE(screen.LoadOffer(1));
-        EXPECT_EQ(screen.cells(0)[column::name], entered);
+        ASSERT_EQ(desk.offers().SaveOffer(), 1);
+        ASSERT_TRUE(desk.offers().LoadOffer(1));
+        EXPECT_EQ(desk.invoice().cells(0)[column::name], entered);
         // The card says something else by now: what was offered stands, as far as the offer has it.
         counter.shop.sql("update items set name = N'شيء آخر' where code = 410");
         counter.services.prompts.answers = {true};
-        ASSERT_TRUE(screen.LoadOffer(1));
-        EXPECT_EQ(screen.cells(0)[column::name], common::cut_to_column(entered, 50));
+        ASSERT_TRUE(desk.offers().LoadOffer(1));
+        EXPECT_EQ(desk.invoice().cells(0)[column::name], common::cut_to_column(entered, 50));
     }
 }
 
@@ -89,48 +90,48 @@ TEST(OffersOnScreen, PaymentAndCustomerOfTheOfferAreTakenOver) {
                           Case{PaymentOption::tips, "-1 2"}, Case{PaymentOption::account, "7 0"}}) {
         SCOPED_TRACE(c.stored);
         Counter counter;
-        auto& screen = counter.open();
-        screen.SwitchPayment(c.payment);
-        screen.choose_customer(7);
-        screen.choose_walk_in(sales::WalkInCustomer{1, true, "سها", "011", ""});
-        ASSERT_TRUE(screen.EnterItem("400"));
-        ASSERT_EQ(screen.SaveOffer(), 1) << counter.services.prompts.last();
+        auto& desk = counter.open();
+        desk.header().SwitchPayment(c.payment);
+        desk.header().choose_customer(7);
+        desk.header().choose_walk_in(sales::WalkInCustomer{1, true, "سها", "011", ""});
+        ASSERT_TRUE(counter.enter("400"));
+        ASSERT_EQ(desk.offers().SaveOffer(), 1) << counter.services.prompts.last();
         EXPECT_EQ(
             counter.shop.cell("select cast(vcode as varchar) + ' ' + cast(stype as varchar) from offer"),
             c.stored);
-        ASSERT_TRUE(screen.LoadOffer(1));
-        EXPECT_EQ(screen.invoice().payment, c.payment);
+        ASSERT_TRUE(desk.offers().LoadOffer(1));
+        EXPECT_EQ(desk.invoice().payment, c.payment);
         // The code proposed for the customer belonged to another by then; he has the next free one.
-        ASSERT_TRUE(screen.invoice().walk_in);
-        EXPECT_EQ(screen.invoice().walk_in->name, "سها");
-        EXPECT_EQ(screen.invoice().walk_in->code, 2);
-        EXPECT_FALSE(screen.invoice().walk_in->is_new);
+        ASSERT_TRUE(desk.invoice().walk_in);
+        EXPECT_EQ(desk.invoice().walk_in->name, "سها");
+        EXPECT_EQ(desk.invoice().walk_in->code, 2);
+        EXPECT_FALSE(desk.invoice().walk_in->is_new);
     }
 }
 
 TEST(OffersOnScreen, WhatCannotBeKeptOrLoadedIsSaidAndChangesNothing) {
     Counter counter;
-    auto& screen = counter.open();
-    EXPECT_EQ(screen.SaveOffer(), 0);
+    auto& desk = counter.open();
+    EXPECT_EQ(desk.offers().SaveOffer(), 0);
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::empty_offer)));
 
-    ASSERT_TRUE(screen.EnterItem("400"));
-    EXPECT_FALSE(screen.LoadOffer(9));
+    ASSERT_TRUE(counter.enter("400"));
+    EXPECT_FALSE(desk.offers().LoadOffer(9));
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::no_such_offer)));
-    EXPECT_EQ(screen.invoice().lines.size(), 1u);
-    EXPECT_EQ(screen.SaveOffer(), 1);
+    EXPECT_EQ(desk.invoice().lines.size(), 1u);
+    EXPECT_EQ(desk.offers().SaveOffer(), 1);
 
     // An invoice in work makes way only after a question.
-    ASSERT_TRUE(screen.EnterItem("410"));
-    EXPECT_FALSE(screen.LoadOffer(1));
+    ASSERT_TRUE(counter.enter("410"));
+    EXPECT_FALSE(desk.offers().LoadOffer(1));
     EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::cancel_receipt)));
-    EXPECT_EQ(screen.invoice().lines[0].item_code, 410);
-    EXPECT_FALSE(screen.recall("1"));
+    EXPECT_EQ(desk.invoice().lines[0].item_code, 410);
+    EXPECT_FALSE(desk.receipts().recall("1"));
     counter.said();
 
-    ASSERT_TRUE(screen.SwitchPayment(PaymentOption::account));
-    EXPECT_EQ(screen.SaveOffer(), 0) << "on account without a customer";
-    EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::saving_message::choose_customer)));
+    ASSERT_TRUE(desk.header().SwitchPayment(PaymentOption::account));
+    EXPECT_EQ(desk.offers().SaveOffer(), 0) << "on account without a customer";
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::message::choose_customer)));
 }
 
 TEST(OffersOnScreen, AnItemStoppedOrDeletedSinceIsNamedAtTheSave) {
@@ -138,15 +139,15 @@ TEST(OffersOnScreen, AnItemStoppedOrDeletedSinceIsNamedAtTheSave) {
          {"update items set stop = 1 where code = 410", "delete from items where code = 410"}) {
         SCOPED_TRACE(since);
         Counter counter;
-        auto& screen = counter.open();
-        ASSERT_TRUE(screen.EnterItem("400"));
-        ASSERT_TRUE(screen.EnterItem("410"));
-        ASSERT_EQ(screen.SaveOffer(), 1);
+        auto& desk = counter.open();
+        ASSERT_TRUE(counter.enter("400"));
+        ASSERT_TRUE(counter.enter("410"));
+        ASSERT_EQ(desk.offers().SaveOffer(), 1);
         counter.shop.sql(since);
-        ASSERT_TRUE(screen.LoadOffer(1));
-        EXPECT_EQ(screen.invoice().lines.size(), 2u);
+        ASSERT_TRUE(desk.offers().LoadOffer(1));
+        EXPECT_EQ(desk.invoice().lines.size(), 2u);
         counter.said();
-        EXPECT_EQ(screen.begin_save(), BeginSave::refused);
+        EXPECT_EQ(desk.checkout().begin_save(), BeginSave::refused);
         ASSERT_EQ(counter.services.prompts.messages.size(), 1u);
         EXPECT_NE(counter.services.prompts.last().find("شاي"), std::string::npos);
         EXPECT_EQ(counter.shop.number("select count(*) from sales"), 0);
@@ -155,22 +156,22 @@ TEST(OffersOnScreen, AnItemStoppedOrDeletedSinceIsNamedAtTheSave) {
 
 TEST(OffersOnScreen, ThePriceOfferedHoldsWhenTheItemIsRepriced) {
     Counter counter;
-    auto& screen = counter.open();
-    ASSERT_TRUE(screen.EnterItem("410"));
-    ASSERT_EQ(screen.SaveOffer(), 1);
+    auto& desk = counter.open();
+    ASSERT_TRUE(counter.enter("410"));
+    ASSERT_EQ(desk.offers().SaveOffer(), 1);
     counter.shop.sql("update items set price11 = 30, price12 = 30 where code = 410");
-    ASSERT_TRUE(screen.LoadOffer(1));
-    EXPECT_EQ(screen.cells(0)[column::price], "12.00");
-    EXPECT_EQ(screen.begin_save(), BeginSave::ask_payment);
-    EXPECT_EQ(screen.SaveInvoice(), SaveOutcome::saved);
+    ASSERT_TRUE(desk.offers().LoadOffer(1));
+    EXPECT_EQ(desk.invoice().cells(0)[column::price], "12.00");
+    EXPECT_EQ(desk.checkout().begin_save(), BeginSave::ask_payment);
+    EXPECT_EQ(desk.checkout().SaveInvoice(), SaveOutcome::saved);
     EXPECT_EQ(counter.shop.number("select ptot from sales"), 12);
-    ASSERT_TRUE(screen.EnterItem("410"));
-    EXPECT_EQ(screen.cells(0)[column::price], "30.00") << "a line rung up by hand";
+    ASSERT_TRUE(counter.enter("410"));
+    EXPECT_EQ(desk.invoice().cells(0)[column::price], "30.00") << "a line rung up by hand";
 }
 
 TEST(OffersOnScreen, AnOfferOfFiveHundredLinesComesBackWithItsSources) {
     Counter counter;
-    auto& screen = counter.open();
+    auto& desk = counter.open();
     sales::Invoice invoice;
     for (int i = 0; i < 500; ++i) {
         sales::Line line;
@@ -187,13 +188,14 @@ TEST(OffersOnScreen, AnOfferOfFiveHundredLinesComesBackWithItsSources) {
         }
         invoice.lines.push_back(line);
     }
-    ASSERT_EQ(
-        stock::save_offer(counter.connection(), sales::offer_header(invoice, 3), sales::offer_lines(invoice)),
-        1);
-    ASSERT_TRUE(screen.LoadOffer(1));
-    ASSERT_EQ(screen.invoice().lines.size(), 500u);
+    std::vector<stock::OfferLine> cells;
+    for (std::size_t row = 0; row < 500; ++row)
+        cells.push_back(invoice.cells(row));
+    ASSERT_EQ(stock::save_offer(counter.connection(), {}, cells), 1);
+    ASSERT_TRUE(desk.offers().LoadOffer(1));
+    ASSERT_EQ(desk.invoice().lines.size(), 500u);
     for (std::size_t row = 0; row < 500; ++row) {
-        const sales::Line& line = screen.invoice().lines[row];
+        const sales::Line& line = desk.invoice().lines[row];
         const bool other = row % 2 == 1;
         ASSERT_EQ(line.name, invoice.lines[row].name);
         ASSERT_EQ(line.base_quantity(), 6.0 * static_cast<double>(row + 1));
@@ -209,33 +211,32 @@ TEST(OffersOnScreen, ACustomerDeletedSinceIsSaidAtTheSave) {
         const char* since;
         std::string_view expected;
     };
-    for (const Case& c :
-         {Case{PaymentOption::account, "delete from custdata", sales::saving_message::customer_gone},
-          Case{PaymentOption::cash, "delete from cust_cash", sales::saving_message::walk_in_gone}}) {
+    for (const Case& c : {Case{PaymentOption::account, "delete from custdata", sales::message::customer_gone},
+                          Case{PaymentOption::cash, "delete from cust_cash", sales::message::walk_in_gone}}) {
         SCOPED_TRACE(c.since);
         Counter counter;
-        auto& screen = counter.open();
-        screen.SwitchPayment(c.payment);
-        screen.choose_customer(7);
+        auto& desk = counter.open();
+        desk.header().SwitchPayment(c.payment);
+        desk.header().choose_customer(7);
         if (c.payment == PaymentOption::cash)
-            screen.choose_walk_in(sales::WalkInCustomer{1, false, "منى", "010", ""});
-        ASSERT_TRUE(screen.EnterItem("400"));
-        ASSERT_EQ(screen.SaveOffer(), 1);
+            desk.header().choose_walk_in(sales::WalkInCustomer{1, false, "منى", "010", ""});
+        ASSERT_TRUE(counter.enter("400"));
+        ASSERT_EQ(desk.offers().SaveOffer(), 1);
         counter.shop.sql(c.since);
-        ASSERT_TRUE(screen.LoadOffer(1));
+        ASSERT_TRUE(desk.offers().LoadOffer(1));
         counter.said();
-        EXPECT_EQ(screen.begin_save(), BeginSave::refused);
+        EXPECT_EQ(desk.checkout().begin_save(), BeginSave::refused);
         EXPECT_THAT(counter.said(), ElementsAre(std::string(c.expected)));
     }
 }
 
 TEST(OffersOnScreen, AQuotationStatesTheTotalInWords) {
     Counter counter;
-    auto& screen = counter.open();
-    ASSERT_TRUE(screen.EnterItem("410"));
-    ASSERT_TRUE(screen.commit_edit(0, column::quantity, "10"));
-    ASSERT_TRUE(screen.CommitDiscountValue("12"));
-    ASSERT_EQ(screen.SaveOffer(), 1);
+    auto& desk = counter.open();
+    ASSERT_TRUE(counter.enter("410"));
+    ASSERT_TRUE(desk.lines().commit_edit(0, column::quantity, "10"));
+    ASSERT_TRUE(desk.lines().CommitDiscountValue("12"));
+    ASSERT_EQ(desk.offers().SaveOffer(), 1);
     const auto report = sales::quotation(counter.connection(), counter.session, 1);
     ASSERT_TRUE(report);
     EXPECT_EQ(report->rows, (std::vector<std::vector<std::string>>{
@@ -252,41 +253,42 @@ TEST(OffersOnScreen, AQuotationStatesTheTotalInWords) {
 TEST(PartlySaved, StaysUnchangeableUntilItIsCancelled) {
     Counter counter;
     database::FaultyConnection faulty(counter.connection());
-    sales::SalesScreen screen(faulty, counter.session, counter.services.all(), counter.printer);
-    ASSERT_TRUE(screen.Open());
-    ASSERT_TRUE(screen.EnterItem("400"));
-    ASSERT_EQ(screen.begin_save(), BeginSave::ask_payment);
+    sales::SalesDesk desk(faulty, counter.session, counter.services.all(), counter.printer);
+    const auto enter = [&](std::string_view text) { return desk.lines().EnterItem(sales::read_entry(text)); };
+    ASSERT_TRUE(desk.Open());
+    ASSERT_TRUE(enter("400"));
+    ASSERT_EQ(desk.checkout().begin_save(), BeginSave::ask_payment);
     counter.printer.on_print = [&] { faulty.fail_at(4, database::FaultyConnection::Fault::passing); };
-    ASSERT_EQ(screen.SaveInvoice(), SaveOutcome::partly_saved);
+    ASSERT_EQ(desk.checkout().SaveInvoice(), SaveOutcome::partly_saved);
     counter.printer.on_print = nullptr;
     ASSERT_EQ(counter.shop.number("select count(*) from sales"), 1);
-    ASSERT_TRUE(screen.partly_saved());
-    EXPECT_EQ(screen.invoice().lines.size(), 1u);
+    ASSERT_TRUE(desk.sale().partly_saved);
+    EXPECT_EQ(desk.invoice().lines.size(), 1u);
     EXPECT_EQ(counter.services.devices.ports.count("com1"), 0u) << "the drawer stays closed";
 
     const std::vector<std::function<bool()>> forbidden = {
-        [&] { return screen.begin_save() != BeginSave::refused; },
-        [&] { return screen.EnterItem("410"); },
-        [&] { return screen.commit_edit(0, column::quantity, "2"); },
-        [&] { return screen.CommitDiscountPercent("1"); },
-        [&] { return screen.SwitchPayment(PaymentOption::card); },
-        [&] { return screen.recall("1"); },
-        [&] { return screen.SaveOffer() != 0; },
+        [&] { return desk.checkout().begin_save() != BeginSave::refused; },
+        [&] { return enter("410"); },
+        [&] { return desk.lines().commit_edit(0, column::quantity, "2"); },
+        [&] { return desk.lines().CommitDiscountPercent("1"); },
+        [&] { return desk.header().SwitchPayment(PaymentOption::card); },
+        [&] { return desk.receipts().recall("1"); },
+        [&] { return desk.offers().SaveOffer() != 0; },
     };
     for (std::size_t at = 0; at < forbidden.size(); ++at) {
         counter.said();
         EXPECT_FALSE(forbidden[at]()) << at;
-        EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::saving_message::partly_stays))) << at;
+        EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::message::partly_stays))) << at;
     }
-    EXPECT_EQ(screen.SaveInvoice(), SaveOutcome::refused);
-    EXPECT_EQ(screen.invoice().lines.size(), 1u);
+    EXPECT_EQ(desk.checkout().SaveInvoice(), SaveOutcome::refused);
+    EXPECT_EQ(desk.invoice().lines.size(), 1u);
     EXPECT_EQ(counter.shop.number("select count(*) from sales"), 1);
 
     counter.answer({true});
-    ASSERT_TRUE(screen.CancelInvoice());
-    EXPECT_FALSE(screen.partly_saved());
-    EXPECT_EQ(screen.number_text(), "2");
-    EXPECT_TRUE(screen.EnterItem("410"));
+    ASSERT_TRUE(desk.checkout().CancelInvoice());
+    EXPECT_FALSE(desk.sale().partly_saved);
+    EXPECT_EQ(std::to_string(desk.invoice().number), "2");
+    EXPECT_TRUE(enter("410"));
 }
 
 // The row of a walk-in customer was written and the answer never came: he is not there twice afterwards.

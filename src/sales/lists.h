@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,6 +44,10 @@ struct ShiftRow {
 };
 // The shifts of the workstation's drawer, in order of their numbers.
 std::vector<ShiftRow> load_shifts(database::Connection& connection, const signin::Session& session);
+
+// The numbers of the shifts of the workstation's drawer under which the user saved invoices.
+std::set<std::int64_t> shifts_of_user(database::Connection& connection, const signin::Session& session,
+                                      std::int64_t user);
 
 // The lines of the news ticker.
 std::vector<std::string> load_news(database::Connection& connection);

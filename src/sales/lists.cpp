@@ -1,4 +1,4 @@
-#include "sales/screen_lists.h"
+#include "sales/lists.h"
 
 #include "common/text.h"
 
@@ -65,6 +65,17 @@ std::vector<ShiftRow> load_shifts(Connection& connection, const signin::Session&
     for (const Row& row : connection.query(Sql("select * FROM shift  where stcode = ") + session.store_code +
                                            " and cash_no = " + session.cash_point + "  Order By scode"))
         shifts.push_back({row.integer("scode"), shown_moment(row, "s_date"), shown_moment(row, "e_date")});
+    return shifts;
+}
+
+std::set<std::int64_t> shifts_of_user(Connection& connection, const signin::Session& session,
+                                      std::int64_t user) {
+    std::set<std::int64_t> shifts;
+    for (const auto& row :
+         connection.query(Sql("select distinct [Shift] from sales where stcode = ") + session.store_code +
+                          " and ptype = " + session.cash_point + " and [User] = " + user)) {
+        if (!row.null("Shift")) shifts.insert(row.integer("Shift"));
+    }
     return shifts;
 }
 

@@ -1,11 +1,12 @@
-#include "sales/offer_bridge.h"
+#include "sales/offers.h"
 
 #include "common/numbers.h"
 #include "common/spelled_amount.h"
 #include "common/text.h"
 #include "printing/receipt.h"
+#include "sales/customers.h"
 #include "sales/messages.h"
-#include "sales/walk_in.h"
+#include "stock/offers.h"
 
 namespace sales {
 
@@ -29,8 +30,6 @@ std::string customer_of(const Invoice& invoice) {
     return "عميل نقدي";  // a cash customer
 }
 
-}  // namespace
-
 stock::OfferHeader offer_header(const Invoice& invoice, std::int64_t user) {
     stock::OfferHeader header;
     header.customer = invoice.vcode();
@@ -52,6 +51,8 @@ std::vector<stock::OfferLine> offer_lines(const Invoice& invoice) {
     return lines;
 }
 
+// The offer as an invoice without number, store and price level, its lines marked. A customer who was deleted
+// since keeps his code, which saving then refuses.
 Invoice invoice_of(Connection& connection, const stock::Offer& offer) {
     Invoice invoice;
     invoice.kind = kind_of(offer.header.ctype);
@@ -75,6 +76,8 @@ Invoice invoice_of(Connection& connection, const stock::Offer& offer) {
     invoice.discount_percent = total == 0 ? 0 : offer.header.discount * 100 / total;
     return invoice;
 }
+
+}  // namespace
 
 std::optional<std::string> offer_line_refused(Connection& connection, const Invoice& invoice) {
     for (const Line& line : invoice.lines) {
@@ -125,6 +128,54 @@ std::optional<printing::Report> quotation(Connection& connection, const signin::
     }
     report.signatures = {"البائع", "العميل"};
     return report;
+}
+
+std::int64_t SaleOffers::SaveOffer() {
+    return change("save an offer", std::int64_t{0}, [&]() -> std::int64_t {
+        if (frozen()) return 0;
+        if (invoice_.lines.empty()) {
+            services_.prompts.message(message::empty_offer, common::Icon::exclamation);
+            return 0;
+        }
+        if (!lines_complete()) return 0;
+        if (invoice_.payment == PaymentOption::account && invoice_.customer == walk_in_customer) {
+            services_.prompts.message(message::choose_customer, common::Icon::exclamation);
+            return 0;
+        }
+        // The offer knows a walk-in customer by his code alone.
+        if (invoice_.walk_in && invoice_.walk_in->is_new)
+            store_walk_in_customer(connection_, *invoice_.walk_in);
+        const std::int64_t number =
+            stock::save_offer(connection_, offer_header(invoice_, session_.user_code), offer_lines(invoice_));
+        start_next_invoice();
+        return number;
+    });
+}
+
+bool SaleOffers::LoadOffer(std::int64_t number) {
+    return change("load an offer", false, [&] {
+        const auto offer = stock::load_offer(connection_, number);
+        if (!offer) {
+            services_.prompts.message(message::no_such_offer);
+            return false;
+        }
+        Invoice loaded = invoice_of(connection_, *offer);
+        if (loaded.is_return() && !authorise(signin::Action::return_kind)) return false;
+        if (!may_replace_invoice()) return false;
+        loaded.date = server_date();
+        loaded.sell_from(sale_.chosen_store);
+        loaded.price_level = invoice_.price_level;
+        const auto& banks = state_.lists.banks;
+        if (loaded.payment == PaymentOption::card && !banks.empty())
+            loaded.card.bank_code = banks.front().code;
+        sale_ = empty_sale();
+        invoice_ = std::move(loaded);
+        sale_.offer = number;
+        sale_.chosen_customer = invoice_.customer;
+        NextInvoiceNumber();
+        show_line(invoice_.first_row());
+        return true;
+    });
 }
 
 }  // namespace sales

@@ -1,4 +1,4 @@
-#include "sales/walk_in.h"
+#include "sales/customers.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "sales/scan.h"
+#include "sales/entry.h"
 
 #include <algorithm>
 #include <map>

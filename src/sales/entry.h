@@ -25,7 +25,7 @@ struct Entry {
     EntryForm form = EntryForm::empty;
     std::string text;         // normalised; of a scale label: the item code
     std::string name;         // of an unlisted item: what was typed after "*", as typed
-    double quantity = 0;      // of a scale label, in units
+    double quantity = 1;      // of a scale label its weight in units, else 1
     std::int64_t number = 0;  // of a craftsman line; 0 when the text after the letter is no number
 };
 

@@ -1,0 +1,122 @@
+#include "sales/checkout.h"
+
+#include <utility>
+
+#include "database/choices.h"
+#include "sales/messages.h"
+#include "sales/offers.h"
+#include "sales/saving_checks.h"
+
+namespace sales {
+
+namespace {
+
+bool moves_cash(PaymentOption payment) {
+    return payment == PaymentOption::cash || payment == PaymentOption::tips;
+}
+
+}  // namespace
+
+// A receipt saved again is a new one of today, whatever day and batches the recalled one had.
+void Checkout::renew_recalled() {
+    if (invoice_.date == sale_.recalled->invoice.date) invoice_.date = server_date();
+    if (invoice_.is_return()) return;
+    for (Line& line : invoice_.lines)
+        line.expiry.reset();
+}
+
+BeginSave Checkout::begin_save() {
+    if (state_.busy) return BeginSave::refused;
+    sale_.begun_save.reset();
+    return change("begin to save", BeginSave::refused, [&] {
+        if (frozen()) return BeginSave::refused;
+        if (sale_.shows_saved_receipt()) {
+            if (!services_.prompts.question(message::save_as_new)) return BeginSave::refused;
+            renew_recalled();
+        } else {
+            take_day(server_date());
+        }
+        if (!lines_complete()) return BeginSave::refused;
+        if (const auto refused = offer_line_refused(connection_, invoice_)) {
+            services_.prompts.message(*refused, common::Icon::exclamation);
+            return BeginSave::refused;
+        }
+        // Said before any money is counted; saving checks again.
+        const auto shift = check_before_saving(connection_, session_, services_.prompts, invoice_);
+        if (!shift) {
+            // Another till may have used the number shown; the next attempt has one of its own.
+            if (!sale_.shows_saved_receipt()) NextInvoiceNumber();
+            return BeginSave::refused;
+        }
+        sale_.begun_save = BegunSave{*shift, nullptr};
+        if (!moves_cash(invoice_.payment)) return BeginSave::save_now;
+        sale_.begun_save->payment = std::make_shared<Payment>(
+            services_.devices, invoice_.net(), database::load_workers(connection_), invoice_.worker);
+        return BeginSave::ask_payment;
+    });
+}
+
+void Checkout::cancel_payment() {
+    if (Payment* open = payment()) open->cancel();
+    sale_.begun_save.reset();
+}
+
+SaveOutcome Checkout::SaveInvoice() {
+    if (state_.busy || !sale_.begun_save) return SaveOutcome::refused;
+    const BegunSave begun = *std::exchange(sale_.begun_save, std::nullopt);
+    return change("save", SaveOutcome::refused, [&] {
+        PaymentTaken taken;
+        if (begun.payment) {
+            const PaymentConfirmed confirmed = begun.payment->confirm();
+            taken = {confirmed.paid, confirmed.change};
+            invoice_.worker = confirmed.worker;
+            invoice_.worker_name = confirmed.worker_name;
+        } else if (invoice_.payment == PaymentOption::card) {
+            taken.paid = invoice_.net();
+        }
+        // Midnight may have passed while the money was counted. Date and time of an invoice are of the same
+        // moment: the time of one day under the date of another would count a day too early.
+        take_day(server_date());
+        const SaveOutcome outcome = saving_.save(invoice_, taken);
+        if (outcome == SaveOutcome::refused) return outcome;
+        // From here on the invoice belongs to the database and must not be saved a second time.
+        state_.last_receipt = LastReceipt{invoice_, taken, begun.shift, services_.clock.now().time};
+        if (outcome == SaveOutcome::partly_saved) {
+            // It stays on the screen, so that the cashier and the manager see what it held.
+            sale_.partly_saved = saving_.finished_step();
+            return outcome;
+        }
+        const bool opens_drawer = moves_cash(invoice_.payment);
+        start_next_invoice();
+        if (opens_drawer) OpenDrawer();
+        return outcome;
+    });
+}
+
+bool Checkout::CancelInvoice() {
+    return cancel("cancel the receipt", message::cancel_receipt);
+}
+
+bool Checkout::CancelRecord() {
+    return cancel("cancel the record", message::cancel_record);
+}
+
+bool Checkout::cancel(std::string_view name, std::string_view question) {
+    return look_up(name, false, [&] {
+        if (!services_.prompts.question(question)) return false;
+        start_next_invoice();
+        return true;
+    });
+}
+
+void Checkout::OpenDrawer() {
+    sales::OpenDrawer(services_.devices, session_.settings.cash);
+}
+
+bool Checkout::open_drawer_by_key() {
+    if (!authorise(signin::Action::open_drawer)) return false;
+    sales::OpenDrawer(services_.devices, keyboard_drawer_port);
+    return true;
+}
+
+}  // namespace sales

@@ -1,0 +1,186 @@
+#include "sales/items.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "common/numbers.h"
+#include "sales/messages.h"
+
+namespace sales {
+
+using database::Connection;
+using database::quoted;
+using database::Row;
+using database::Sql;
+
+namespace {
+
+std::optional<double> number_or_none(const Row& row, std::string_view column) {
+    if (row.null(column)) return std::nullopt;
+    return row.number(column);
+}
+
+Item item_of(const Row& row, int unit_level) {
+    constexpr std::string_view factors[] = {"num1", "NUM2", "NUM3"};
+    Item item;
+    item.code = row.integer("code");
+    item.name = row.text("name");
+    item.type = row.integer("itype");
+    item.stopped = row.integer("Stop") != 0;
+    item.sale_only = row.integer("sale_only") != 0;
+    item.unit_level = unit_level;
+    item.factor = row.number(factors[unit_level - 1]);
+    int level = cost_level;
+    for (auto& price : item.prices)
+        price = number_or_none(row, price_column(unit_level, level++));
+    item.period_percent = row.number("Expr1");
+    item.period_price = number_or_none(row, "s_price");
+    return item;
+}
+
+}  // namespace
+
+std::string price_column(int unit_level, int price_level) {
+    return "price" + std::to_string(unit_level) + std::to_string(price_level);
+}
+
+std::optional<Item> load_item(Connection& connection, std::int64_t code, int unit_level) {
+    const auto rows = connection.query(
+        Sql("SELECT items.*, IsNull(tmp_price.p_per,0) AS Expr1, tmp_price.s_price FROM items LEFT JOIN "
+            "tmp_price ON items.code = tmp_price.icode  where code = ") +
+        code);
+    if (rows.empty()) return std::nullopt;
+    return item_of(rows.front(), unit_level);
+}
+
+Lookup look_up_item(Connection& connection, std::string_view text) {
+    std::optional<std::int64_t> code;
+    int unit_level = 1;
+    const auto bars = connection.query(Sql("select * from barcode where bar = ") + quoted(text));
+    for (const Row& row : bars) {
+        const std::int64_t item = row.integer("code");
+        // Which of two items was meant cannot be guessed: the wrong one would be sold unseen.
+        if (code && *code != item) return {Found::shared_barcode, {}};
+        if (code) continue;
+        code = item;
+        const std::int64_t level = row.integer("scode");
+        unit_level = level >= 1 && level <= 3 ? static_cast<int>(level) : 1;
+    }
+    if (!code) code = common::parse_integer(text);
+    // Codes are 32-bit; an unknown 13-digit barcode is no code.
+    if (!code || *code < 0 || *code > std::numeric_limits<std::int32_t>::max()) return {};
+    const auto item = load_item(connection, *code, unit_level);
+    if (!item) return {};
+    return {Found::item, *item};
+}
+
+std::optional<std::string_view> lookup_refusal(const Lookup& lookup) {
+    if (lookup.found == Found::nothing) return message::wrong_code;
+    if (lookup.found == Found::shared_barcode) return message::shared_barcode;
+    return std::nullopt;
+}
+
+std::optional<CraftsmanLine> load_craftsman_line(Connection& connection, std::int64_t code, bool is_return) {
+    Sql statement = Sql("select * from salver where scode = ") + code;
+    if (is_return)
+        statement += " and cqty < qty";
+    else
+        statement += " and cqty > 0";
+    const auto rows = connection.query(statement);
+    if (rows.empty()) return std::nullopt;
+    const Row& row = rows.front();
+    CraftsmanLine line;
+    line.code = code;
+    line.item = row.integer("icode");
+    line.price = number_or_none(row, "tot");
+    line.left = is_return ? row.number("qty") - row.number("cqty") : row.number("cqty");
+    return line;
+}
+
+int default_level(std::int64_t main_p) {
+    return main_p == 1 ? wholesale_level : retail_level;
+}
+
+std::string_view unit_name(int unit_level) {
+    switch (unit_level) {
+        case 2:
+            return "عبوة";
+        case 3:
+            return "كرتونة";
+        default:
+            return "وحدة";
+    }
+}
+
+std::optional<double> entry_price(const Item& item, int price_level) {
+    const auto level = static_cast<std::size_t>(std::clamp(price_level, retail_level, last_level));
+    const std::optional<double> card = item.prices[level - 1];
+    if (!card) return std::nullopt;
+    double price = *card * (100 - item.period_percent) / 100;
+    // A period that names a price and no percent: that price holds for the single unit it was given for,
+    // unless the customer's level is cheaper anyway.
+    if (item.period_percent == 0 && item.unit_level == 1 && item.period_price && *item.period_price > 0)
+        price = std::min(price, *item.period_price);
+    return common::round_decimals(price, 2);
+}
+
+bool is_clearance(const Item& item) {
+    return item.period_percent > 0;
+}
+
+std::optional<std::string_view> item_refusal(const Item& item, bool is_return) {
+    if (item.stopped) return message::stopped;
+    if (is_return && item.sale_only) return message::sale_only;
+    // A factor of 0 or below says as little as a missing one.
+    if (!(item.factor > 0)) {
+        switch (item.unit_level) {
+            case 2:
+                return message::set_packs;
+            case 3:
+                return message::set_cartons;
+            default:
+                return message::set_units;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<ItemInfo> load_item_info(Connection& connection, std::int64_t code) {
+    const auto rows = connection.query(Sql("select * from items where code =") + code);
+    if (rows.empty()) return std::nullopt;
+    const auto& row = rows.front();
+    ItemInfo info;
+    info.code = row.integer("code");
+    info.name = row.text("name");
+    info.price11 = common::format_amount(row.number("price11"));
+    info.price12 = common::format_amount(row.number("price12"));
+    info.price13 = common::format_amount(row.number("price13"));
+    info.profit = std::string(message::expected_profit) +
+                  common::format_amount(row.number("price12") - row.number("price11"));
+    return info;
+}
+
+std::string stock_text(Connection& connection, std::int64_t item, std::int64_t store) {
+    const auto sum = connection.scalar(Sql("SELECT Sum(stk.quan) AS xq From stk WHERE stk.icode=") + item +
+                                       " AND stk.stcode=" + store);
+    if (database::is_null(sum)) return std::string(message::stock_zero);
+    return std::string(message::stock_quantity) + common::format_quantity(database::number_of(sum));
+}
+
+std::vector<std::string> expiry_texts(Connection& connection, std::int64_t item) {
+    std::vector<std::string> dated;
+    std::vector<std::string> undated;
+    for (const auto& row : connection.query(Sql("SELECT edate  From stk WHERE stk.icode=") + item)) {
+        const std::string mark(message::expiry_mark);
+        // The date of "no expiry" is no date that a cashier could tell a customer.
+        if (row.null("edate") || row.moment("edate").date == common::no_expiry)
+            undated.push_back(mark + std::string(message::no_expiry_date));
+        else
+            dated.push_back(mark + common::date_text(row.moment("edate").date));
+    }
+    std::sort(dated.begin(), dated.end());
+    dated.insert(dated.end(), undated.begin(), undated.end());
+    return dated;
+}
+
+}  // namespace sales

@@ -1,0 +1,103 @@
+// Items of the shop: found by a scanned or typed code, with their units, prices and what may be told of them.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "database/connection.h"
+
+namespace sales {
+
+// --- lookup ----------------------------------------------------------------------------------------
+
+// The column of `items` that holds a unit level's price at a price level: 1 (cost) to 5.
+inline constexpr int cost_level = 1;
+std::string price_column(int unit_level, int price_level);
+
+// An item in the unit that its code named.
+struct Item {
+    std::int64_t code = 0;
+    std::string name;
+    std::int64_t type = 0;  // items.itype
+    bool stopped = false;
+    bool sale_only = false;  // sold without stock keeping
+    int unit_level = 1;      // 1 unit, 2 pack, 3 carton
+    double factor = 0;       // base units in that unit; 0 when the card does not say
+    // Price levels 1 (cost) to 5 of that unit; none where the card has no price.
+    std::array<std::optional<double>, 5> prices;
+    double period_percent = 0;  // discount of the active sale period
+    std::optional<double> period_price;
+};
+
+// A craftsman's work line: something made, sold piece by piece.
+struct CraftsmanLine {
+    std::int64_t code = 0;
+    std::int64_t item = 0;
+    std::optional<double> price;
+    double left = 0;  // what may still be sold, or on a return what may still come back
+};
+
+enum class Found { item, nothing, shared_barcode };
+
+struct Lookup {
+    Found found = Found::nothing;
+    Item item;
+};
+
+// Resolves a barcode, else an item code.
+Lookup look_up_item(database::Connection& connection, std::string_view text);
+// Why nothing was found that can be entered; nothing if an item was.
+std::optional<std::string_view> lookup_refusal(const Lookup& lookup);
+// An item by its code in a unit level.
+std::optional<Item> load_item(database::Connection& connection, std::int64_t code, int unit_level);
+// A work line with something left to sell, or on a return with something sold.
+std::optional<CraftsmanLine> load_craftsman_line(database::Connection& connection, std::int64_t code,
+                                                 bool is_return);
+
+// --- price and refusal -----------------------------------------------------------------------------
+
+inline constexpr int retail_level = 2;
+inline constexpr int wholesale_level = 3;
+inline constexpr int last_level = 5;
+
+// The price level that `basic.main_p` preselects: 0 retail, 1 wholesale.
+int default_level(std::int64_t main_p);
+
+// "وحدة" unit, "عبوة" pack, "كرتونة" carton.
+std::string_view unit_name(int unit_level);
+
+// The price of the item's unit at a level, less the period discount, rounded to the two decimals that are
+// shown so that what the customer sees is what he is charged. None where the card has no such price.
+std::optional<double> entry_price(const Item& item, int price_level);
+
+// True when the price comes from the active sale period with a percent: such a line takes no further
+// discount.
+bool is_clearance(const Item& item);
+
+// The message of the first check that fails; none when the item may be entered.
+std::optional<std::string_view> item_refusal(const Item& item, bool is_return);
+
+// --- information -----------------------------------------------------------------------------------
+
+struct ItemInfo {
+    std::int64_t code = 0;
+    std::string name;
+    std::string price11;  // the unit's cost, "0.00"
+    std::string price12;  // retail
+    std::string price13;  // wholesale
+    std::string profit;   // "ربح متوقع ==> " and what a retail sale of one unit earns
+};
+// None when the item does not exist.
+std::optional<ItemInfo> load_item_info(database::Connection& connection, std::int64_t code);
+
+// " الكمية بالمخزن : " and the store's quantity in base units, or "صفر" (zero) when there is no stock row.
+std::string stock_text(database::Connection& connection, std::int64_t item, std::int64_t store);
+// One text per stock row of the item, in all stores: "==> yyyy/mm/dd", the nearest first, then "==> بدون
+// تاريخ" (no date).
+std::vector<std::string> expiry_texts(database::Connection& connection, std::int64_t item);
+
+}  // namespace sales

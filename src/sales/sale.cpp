@@ -1,0 +1,111 @@
+#include "sales/sale.h"
+
+#include "common/numbers.h"
+#include "database/error_words.h"
+#include "sales/invoice_key.h"
+#include "sales/items.h"
+#include "sales/messages.h"
+
+namespace sales {
+
+namespace {
+
+// The log's code of lines about the sales desk.
+constexpr std::string_view log_code = "31";
+
+}  // namespace
+
+void DeskPart::report(std::string_view name, const std::exception& error) {
+    const auto* failed = dynamic_cast<const database::Error*>(&error);
+    std::string line = std::string(name) + ": " + error.what();
+    if (failed != nullptr && !failed->statement().empty()) line += " [" + failed->statement() + "]";
+    services_.log.log_event(line, log_code);
+    const bool lost = failed != nullptr && failed->is_connection_lost();
+    services_.prompts.message(
+        lost ? message::connection_lost : database::words_for(error).value_or(message::action_failed),
+        common::Icon::critical);
+}
+
+common::Date DeskPart::server_date() {
+    if (connection_.is_embedded()) return services_.clock.now().date;
+    return database::moment_of(connection_.scalar("select getdate()")).date;
+}
+
+void DeskPart::take_day(const common::Date& today) {
+    if (!sale_.date_chosen) invoice_.date = today;
+}
+
+void DeskPart::NextInvoiceNumber() {
+    invoice_.number = next_invoice_number(connection_, invoice_);
+}
+
+void DeskPart::RecalcTotals() {
+    sale_.figures.total = common::format_amount(invoice_.total());
+    sale_.figures.discount_value = common::format_amount(invoice_.discount());
+    sale_.figures.discount_percent = common::format_amount(invoice_.discount_percent);
+    sale_.figures.net = common::format_amount(invoice_.net());
+}
+
+void DeskPart::show_line(std::optional<std::size_t> row) {
+    sale_.current_row = row;
+    RecalcTotals();
+    sale_.stock = stock_of(row);
+}
+
+// A general item has no stock.
+StockShown DeskPart::stock_of(std::optional<std::size_t> row) {
+    if (!row || *row >= invoice_.lines.size()) return {};
+    const auto item = invoice_.lines[*row].item_code;
+    if (!item) return {};
+    return {stock_text(connection_, *item, invoice_.store), expiry_texts(connection_, *item)};
+}
+
+Sale DeskPart::empty_sale() const {
+    Sale empty;
+    empty.chosen_store = sale_.chosen_store;
+    empty.invoice.store = sale_.chosen_store;
+    empty.invoice.price_level = invoice_.price_level;
+    empty.invoice.date = services_.clock.now().date;
+    return empty;
+}
+
+void DeskPart::start_next_invoice() {
+    sale_ = empty_sale();
+    const Sale empty = sale_;
+    try {
+        const auto basic = connection_.query("select * from basic");
+        invoice_.price_level = default_level(basic.empty() ? 0 : basic.front().integer("main_p"));
+        invoice_.date = server_date();
+        NextInvoiceNumber();
+    } catch (const std::exception& error) {
+        sale_ = empty;
+        report("start the next invoice", error);
+    }
+}
+
+bool DeskPart::frozen() {
+    if (!sale_.partly_saved) return false;
+    services_.prompts.message(message::partly_stays, common::Icon::critical);
+    return true;
+}
+
+bool DeskPart::may_replace_invoice() {
+    if (frozen()) return false;
+    return invoice_.lines.empty() || sale_.is_only_looked_at() ||
+           services_.prompts.question(message::cancel_receipt);
+}
+
+bool DeskPart::lines_complete() {
+    for (std::size_t row = 0; row < invoice_.lines.size(); ++row) {
+        const Line& line = invoice_.lines[row];
+        const bool no_quantity = line.quantity <= 0;
+        if (!no_quantity && line.price > 0) continue;
+        const std::string_view what = no_quantity ? message::enter_quantity_of : message::enter_price_of;
+        services_.prompts.message(std::string(what) + line.name);
+        sale_.current_row = row;
+        return false;
+    }
+    return true;
+}
+
+}  // namespace sales

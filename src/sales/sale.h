@@ -1,0 +1,174 @@
+// The invoice being rung up with everything that belongs to it, and what the parts of the sales desk share.
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/services.h"
+#include "database/connection.h"
+#include "printing/receipt_printer.h"
+#include "sales/invoice.h"
+#include "sales/lists.h"
+#include "sales/payment.h"
+#include "sales/recall.h"
+#include "sales/saving.h"
+#include "signin/permissions.h"
+#include "signin/session.h"
+
+namespace sales {
+
+// The total fields as they are shown.
+struct Figures {
+    std::string total = "0.00";
+    std::string discount_value = "0.00";
+    std::string discount_percent = "0.00";
+    std::string net = "0.00";
+};
+
+// The stock of the current line's item.
+struct StockShown {
+    std::string quantity;               // " الكمية بالمخزن : …"
+    std::vector<std::string> expiries;  // "==> yyyy/mm/dd" or "==> بدون تاريخ"
+};
+
+// A save that the cashier has begun and not yet confirmed.
+struct BegunSave {
+    std::int64_t shift = 0;            // the drawer's open shift
+    std::shared_ptr<Payment> payment;  // of the open payment dialog; null for account and card
+};
+
+// A new invoice is an assignment, an undo is a copy.
+struct Sale {
+    Invoice invoice;
+    // Where the next invoice sells from; a recalled one keeps the store that it was saved in.
+    std::int64_t chosen_store = 0;
+    std::int64_t chosen_customer = walk_in_customer;  // kept while another payment is selected
+    bool date_chosen = false;                         // the invoice keeps its date
+    bool sale_period_checked = false;                 // since the invoice was begun
+    std::optional<RecalledInvoice> recalled;          // the saved receipt on the screen, or its return's
+    bool edited = false;                              // since it was recalled
+    std::int64_t offer = 0;                           // the offer it was loaded from; 0 for none
+    // The last step of a save that stopped part-way. The invoice then cannot be changed until it is
+    // cancelled.
+    std::optional<SaveStep> partly_saved;
+    std::optional<std::size_t> current_row;  // the line that the cursor is on; none on an empty grid
+    Figures figures;
+    StockShown stock;
+    std::optional<BegunSave> begun_save;
+
+    // The recalled receipt is shown as it was saved; a return that was started from it is a new invoice.
+    bool shows_saved_receipt() const {
+        return recalled && recalled->invoice.is_return() == invoice.is_return();
+    }
+    // A saved receipt that makes way for the next customer without a question.
+    bool is_only_looked_at() const { return shows_saved_receipt() && !edited; }
+};
+
+// The last receipt saved here, for the cashier who still counts the change, and for printing it again.
+struct LastReceipt {
+    Invoice invoice;
+    PaymentTaken payment;
+    std::int64_t shift = 0;
+    common::TimeOfDay time;
+};
+
+// What the parts of the sales desk work on.
+struct DeskState {
+    DeskState(database::Connection& connection_, signin::Session& session_, common::Services services_,
+              printing::ReceiptPrinter& printer_)
+        : connection(connection_), session(session_), services(services_), printer(printer_) {}
+
+    database::Connection& connection;
+    signin::Session& session;
+    common::Services services;
+    printing::ReceiptPrinter& printer;
+
+    Sale sale;
+    Lists lists;
+    std::optional<LastReceipt> last_receipt;
+    std::optional<std::int64_t> sale_period;  // whose prices `tmp_price` holds, as far as this till knows
+    bool busy = false;                        // an action runs, perhaps waiting for an answer
+};
+
+// The base of the parts: the guard around every action, and what several actions do.
+class DeskPart {
+  protected:
+    explicit DeskPart(DeskState& state)
+        : state_(state),
+          sale_(state.sale),
+          invoice_(state.sale.invoice),
+          connection_(state.connection),
+          session_(state.session),
+          services_(state.services) {}
+
+    // Runs an action of the cashier. On an error it shows a message, writes a log line and returns
+    // `otherwise`. It also returns that for an action that comes while another still runs.
+    template <typename Answer, typename Action>
+    Answer look_up(std::string_view name, Answer otherwise, Action action) {
+        if (state_.busy) return otherwise;
+        state_.busy = true;
+        try {
+            Answer answer = action();
+            state_.busy = false;
+            return answer;
+        } catch (const std::exception& error) {
+            state_.busy = false;
+            report(name, error);
+            return otherwise;
+        }
+    }
+    // The same for an action that changes the sale, which after an error is as it was before.
+    template <typename Answer, typename Action>
+    Answer change(std::string_view name, Answer otherwise, Action action) {
+        return look_up(name, otherwise, [&] {
+            const Sale before = sale_;
+            try {
+                return action();
+            } catch (...) {
+                sale_ = before;
+                throw;
+            }
+        });
+    }
+    void report(std::string_view name, const std::exception& error);
+    bool authorise(signin::Action action) { return signin::authorise(session_, services_.prompts, action); }
+
+    // The server's day; the workstation's own for an embedded shop.
+    common::Date server_date();
+    // Gives the invoice a day, unless the cashier chose one.
+    void take_day(const common::Date& today);
+    // Shows the next number of the invoice's series. Saving takes it again.
+    void NextInvoiceNumber();
+    // Writes the figures that follow from the lines and the discount percent.
+    void RecalcTotals();
+    // Makes a line the current one, and shows its stock and the totals.
+    void show_line(std::optional<std::size_t> row);
+    StockShown stock_of(std::optional<std::size_t> row);
+
+    // An empty sale of the store and price level of this one.
+    Sale empty_sale() const;
+    // Leaves an empty invoice with the next number and the default options. It always leaves an empty one,
+    // even if the database fails: nothing of the invoice that is done with may reach the next customer.
+    void start_next_invoice();
+    // Returns true, after saying so, if the invoice was saved in part and may not be changed.
+    bool frozen();
+    // Asks before an invoice in work is replaced by another.
+    bool may_replace_invoice();
+    // A general item may still wait for its quantity or price. Returns false after naming the first such line
+    // and going to it.
+    bool lines_complete();
+
+    DeskState& state_;
+    Sale& sale_;
+    Invoice& invoice_;
+    database::Connection& connection_;
+    signin::Session& session_;
+    common::Services& services_;
+};
+
+}  // namespace sales

@@ -1,0 +1,182 @@
+#include "sales/sale_lines.h"
+
+#include "sales/item_entry.h"
+#include "sales/line_editing.h"
+#include "sales/messages.h"
+
+namespace sales {
+
+bool SaleLines::EnterItem(const Entry& entry, std::int64_t supplier) {
+    if (entry.form == EntryForm::empty) return false;
+    return change("enter an item", false, [&] {
+        if (frozen() || (supplier != 0 && invoice_.is_return())) return false;
+        if (sale_.is_only_looked_at()) {
+            sale_ = empty_sale();
+            invoice_.date = server_date();
+            NextInvoiceNumber();
+        }
+        return enter(entry, supplier);
+    });
+}
+
+bool SaleLines::EnterItemForRecalled(const Entry& entry) {
+    return change("enter an item of a recalled invoice", false, [&] {
+        if (!sale_.recalled) {
+            services_.prompts.message(message::select_invoice_first);
+            return false;
+        }
+        if (frozen()) return false;
+        const bool entered = enter(entry, 0);
+        sale_.edited = sale_.edited || entered;
+        return entered;
+    });
+}
+
+bool SaleLines::enter(const Entry& entry, std::int64_t supplier) {
+    check_sale_period();
+    ItemEntry item_entry(connection_, session_, services_.prompts, state_.lists);
+    const auto row = item_entry.enter(invoice_, entry, supplier);
+    if (!row) return false;
+    show_line(row);
+    show_net_on_display();
+    return true;
+}
+
+// Sale periods begin and end while a till is left on: each invoice checks once, before its first line is
+// priced. The server's day decides, as when the screen opens, and not a date chosen for the invoice.
+void SaleLines::check_sale_period() {
+    if (sale_.sale_period_checked) return;
+    const common::Date today = server_date();
+    if (sale_period_of(connection_, today) != state_.sale_period)
+        state_.sale_period = load_sale_period(connection_, today);
+    sale_.sale_period_checked = true;
+}
+
+void SaleLines::show_net_on_display() {
+    ShowOnDisplay(services_.devices, display_text(invoice_.net(), 0));
+}
+
+// The sale changes only once the stock has been read, so there is nothing to undo.
+void SaleLines::select_row(std::size_t row) {
+    if (row >= invoice_.lines.size()) return;
+    look_up("show the stock", false, [&] {
+        sale_.stock = stock_of(row);
+        sale_.current_row = row;
+        return true;
+    });
+}
+
+bool SaleLines::begin_edit(std::size_t row, int column) {
+    return look_up("open a cell", false, [&] {
+        if (row >= invoice_.lines.size() || frozen()) return false;
+        return LineEditing(connection_, session_, services_.prompts).may_open(invoice_.lines[row], column);
+    });
+}
+
+bool SaleLines::commit_edit(std::size_t row, int column, std::string_view text) {
+    return change("edit a line", false, [&] {
+        if (row >= invoice_.lines.size() || frozen()) return false;
+        const bool accepted =
+            LineEditing(connection_, session_, services_.prompts).commit(invoice_, row, column, text);
+        sale_.edited = sale_.edited || accepted;
+        show_line(row);
+        if (accepted) show_net_on_display();
+        return accepted;
+    });
+}
+
+bool SaleLines::quick_quantity(std::string_view text) {
+    if (invoice_.lines.empty()) return false;
+    return commit_edit(invoice_.lines.size() - 1, column::quantity, text);
+}
+
+bool SaleLines::CommitDiscountValue(std::string_view text) {
+    return commit_discount(commit_discount_value, text);
+}
+
+bool SaleLines::CommitDiscountPercent(std::string_view text) {
+    return commit_discount(commit_discount_percent, text);
+}
+
+bool SaleLines::commit_discount(bool (*commit)(Invoice&, const signin::Session&, common::Prompts&,
+                                               std::string_view),
+                                std::string_view text) {
+    return change("invoice discount", false, [&] {
+        if (frozen()) return false;
+        const bool accepted = commit(invoice_, session_, services_.prompts, text);
+        sale_.edited = sale_.edited || accepted;
+        RecalcTotals();
+        return accepted;
+    });
+}
+
+void SaleLines::delete_line(std::size_t row) {
+    change("delete a line", false, [&] {
+        if (row >= invoice_.lines.size() || frozen()) return false;
+        invoice_.lines.erase(invoice_.lines.begin() + static_cast<std::ptrdiff_t>(row));
+        sale_.edited = true;
+        const std::size_t left = invoice_.lines.size();
+        show_line(left == 0 ? std::nullopt : std::optional<std::size_t>(row < left ? row : left - 1));
+        return true;
+    });
+}
+
+std::optional<SourceItem> SaleLines::source_item(const Entry& entry) {
+    using Answer = std::optional<SourceItem>;
+    return look_up("find a line's source", Answer(), [&]() -> Answer {
+        const auto refuse = [this](std::string_view text) {
+            services_.prompts.message(text);
+            return std::nullopt;
+        };
+        if (frozen()) return std::nullopt;
+        if (invoice_.is_return()) return refuse(message::no_source_line);
+        if (entry.form == EntryForm::empty) {
+            if (Answer item = sale_.current_row ? source_of_line(*sale_.current_row) : std::nullopt)
+                return item;
+            return refuse(message::no_source_line);
+        }
+        if (entry.form != EntryForm::code && entry.form != EntryForm::scale_label)
+            return refuse(message::no_source_line);
+        const Lookup lookup = look_up_item(connection_, entry.text);
+        if (const auto refusal = lookup_refusal(lookup)) return refuse(*refusal);
+        const Item& item = lookup.item;
+        if (const auto refusal = item_refusal(item, false)) return refuse(*refusal);
+        if (item.sale_only) return refuse(message::no_source_line);
+        return SourceItem{item.code,   item.name,       entry.quantity,
+                          item.factor, item.unit_level, std::string(unit_name(item.unit_level)),
+                          std::nullopt};
+    });
+}
+
+std::optional<SourceItem> SaleLines::source_of_line(std::size_t row) const {
+    if (row >= invoice_.lines.size()) return std::nullopt;
+    const Line& line = invoice_.lines[row];
+    if (!line.moves_stock()) return std::nullopt;
+    return SourceItem{*line.item_code, line.name, line.quantity, line.factor, line.unit_code,
+                      line.unit_name,  row};
+}
+
+void SaleLines::set_supplier(std::size_t row, std::int64_t supplier) {
+    if (state_.busy || row >= invoice_.lines.size() || frozen()) return;
+    invoice_.lines[row].set_supplier(supplier);
+}
+
+std::optional<std::size_t> SaleLines::escape_to_quantity() const {
+    if (invoice_.lines.empty() || invoice_.lines.back().quantity != 0) return std::nullopt;
+    return invoice_.lines.size() - 1;
+}
+
+std::vector<FoundItem> SaleLines::search(const SearchFilters& filters) {
+    return look_up("search items", std::vector<FoundItem>(),
+                   [&] { return search_items(connection_, state_.lists, filters); });
+}
+
+std::optional<ItemInfo> SaleLines::item_info(std::int64_t code) {
+    using Answer = std::optional<ItemInfo>;
+    return look_up("item info", Answer(), [&]() -> Answer {
+        if (!authorise(signin::Action::item_info)) return std::nullopt;
+        return load_item_info(connection_, code);
+    });
+}
+
+}  // namespace sales

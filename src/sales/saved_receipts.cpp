@@ -1,0 +1,105 @@
+#include "sales/saved_receipts.h"
+
+#include "common/numbers.h"
+#include "common/text.h"
+#include "sales/messages.h"
+#include "sales/receipt_of.h"
+
+namespace sales {
+
+using signin::Action;
+
+std::vector<ReceiptRow> SavedReceipts::receipts_today() {
+    constexpr std::size_t most_receipts = 500;
+    return look_up("list the receipts", std::vector<ReceiptRow>(), [&] {
+        return receipts_of_day(connection_, sale_.chosen_store, session_.cash_point, server_date(),
+                               most_receipts);
+    });
+}
+
+bool SavedReceipts::recall(std::string_view number) {
+    return change("recall a receipt", false, [&] {
+        const std::string typed = common::western_digits(common::trim(number));
+        if (typed.empty() || typed.find_first_not_of("0123456789") != std::string::npos) {
+            services_.prompts.message(message::wrong_receipt_number);
+            return false;
+        }
+        const auto parsed = common::parse_integer(typed);  // none for a number that no receipt can have
+        const Series series = series_of(invoice_.kind, invoice_.payment);
+        return show(parsed ? recall_newest(connection_, *parsed, series, invoice_.store, state_.lists)
+                           : std::nullopt);
+    });
+}
+
+bool SavedReceipts::recall(const ReceiptRow& receipt) {
+    return change("recall a receipt", false,
+                  [&] { return show(recall_invoice(connection_, receipt, state_.lists)); });
+}
+
+bool SavedReceipts::show(std::optional<RecalledInvoice> found) {
+    if (!found) {
+        services_.prompts.message(message::no_such_receipt);
+        return false;
+    }
+    if (!may_replace_invoice()) return false;
+    sale_ = empty_sale();
+    invoice_ = found->invoice;
+    sale_.recalled = std::move(found);
+    show_line(invoice_.first_row());
+    return true;
+}
+
+bool SavedReceipts::start_return() {
+    return change("start a return", false, [&] {
+        if (!sale_.recalled || sale_.recalled->invoice.is_return() || !sale_.shows_saved_receipt()) {
+            services_.prompts.message(message::select_invoice_first);
+            return false;
+        }
+        if (!authorise(Action::return_kind)) return false;
+        Invoice back = return_of(connection_, *sale_.recalled);
+        if (back.lines.empty()) {
+            services_.prompts.message(message::nothing_to_return);
+            return false;
+        }
+        invoice_ = std::move(back);
+        invoice_.date = server_date();
+        sale_.date_chosen = false;
+        sale_.chosen_customer = invoice_.customer;
+        sale_.edited = false;
+        NextInvoiceNumber();
+        show_line(invoice_.first_row());
+        return true;
+    });
+}
+
+bool SavedReceipts::print_again(const RecalledInvoice& recalled) {
+    return state_.printer.print(
+        receipt_of(recalled.invoice, {}, session_, recalled.shift, recalled.saved_at.time),
+        printing::Form::reprint);
+}
+
+bool SavedReceipts::reprint() {
+    return look_up("reprint", false, [&] {
+        if (!authorise(Action::reprint)) return false;
+        if (sale_.recalled) return print_again(*sale_.recalled);
+        if (!state_.last_receipt) {
+            services_.prompts.message(message::nothing_to_reprint);
+            return false;
+        }
+        const LastReceipt& last = *state_.last_receipt;
+        return state_.printer.print(receipt_of(last.invoice, last.payment, session_, last.shift, last.time),
+                                    printing::Form::reprint);
+    });
+}
+
+bool SavedReceipts::reprint(const ReceiptRow& receipt) {
+    return look_up("reprint", false, [&] {
+        if (!authorise(Action::reprint)) return false;
+        const auto found = recall_invoice(connection_, receipt, state_.lists);
+        if (found) return print_again(*found);
+        services_.prompts.message(message::no_such_receipt);
+        return false;
+    });
+}
+
+}  // namespace sales
