@@ -1,5 +1,5 @@
-// The logic of Form39: an account customer's movements between two dates with the running balance, and the
-// check for arrears.
+// The logic of the screen Form39: an account customer's movements between two dates with the running balance,
+// and the check for arrears.
 #pragma once
 
 #include <array>
@@ -8,7 +8,10 @@
 #include <string_view>
 #include <vector>
 
-#include "accounts/lists.h"
+#include "common/amount.h"
+#include "common/choice.h"
+#include "common/form.h"
+#include "common/refusal.h"
 #include "common/services.h"
 #include "database/connection.h"
 
@@ -18,57 +21,60 @@ namespace accounts {
 extern const std::array<std::string_view, 6> statement_headings;
 
 struct StatementRow {
-    std::string
-        date;  // "yyyy/mm/dd"; empty on the rows of the balance brought forward and the closing balance
-    double credit = 0;
-    double debit = 0;
-    double balance = 0;
+    std::string date;  // "yyyy/mm/dd"; empty for the balance brought forward and the closing balance
+    common::Amount credit;
+    common::Amount debit;
+    common::Amount balance;
     std::string description;
     std::string notes;
-    // Under the headings, amounts as "0.00".
+    // In the order of the headings.
     std::array<std::string, 6> cells() const;
 };
+
+struct StatementFields {
+    std::optional<std::int64_t> customer;
+    common::Date start;
+    common::Date end;
+};
+common::FormTable<StatementFields> statement_form();
 
 class AccountStatement {
   public:
     AccountStatement(database::Connection& connection, common::Services services)
         : connection_(connection), services_(services) {}
 
-    // The customers; the period from the first of this month to today.
+    // Reads the customers; the period is from the first of this month to today.
     void open();
 
-    // Gathers the movements in the shared scratch table and lists them between the balance brought forward
-    // and the closing balance. False with a message when no customer is chosen or the end lies before the
-    // start.
-    bool show();
+    // Gathers the movements in the scratch table tmp_acc, which all workstations share, and lists them
+    // between the balance brought forward and the closing balance. Two workstations that do so at one moment
+    // overwrite each other's rows.
+    std::optional<common::Refusal> show();
 
-    // Tells whether the customer owes anything that is due up to and including the end date.
-    void check_arrears();
+    // Says whether the customer owes anything that is due up to and including the end date.
+    std::optional<common::Refusal> check_arrears();
 
-    std::optional<std::int64_t> customer;
-    common::Date start;
-    common::Date end;
+    StatementFields fields;
 
     const std::vector<common::Choice>& customers() const { return customers_; }
     std::string customer_name() const;  // of the customer shown
     const std::vector<StatementRow>& rows() const { return rows_; }
-    double brought_forward() const { return brought_forward_; }
-    double closing() const { return closing_; }
-    double debits() const { return debits_; }    // of the period
-    double credits() const { return credits_; }  // of the period
+    common::Amount brought_forward() const { return brought_forward_; }
+    common::Amount closing() const { return closing_; }
+    common::Amount debits() const { return debits_; }    // of the period
+    common::Amount credits() const { return credits_; }  // of the period
 
   private:
-    bool refuse(std::string_view text);
-    bool may_show();
+    std::optional<common::Refusal> check();
     database::Connection& connection_;
     common::Services services_;
     std::vector<common::Choice> customers_;
     std::int64_t shown_customer_ = 0;
     std::vector<StatementRow> rows_;
-    double brought_forward_ = 0;
-    double closing_ = 0;
-    double debits_ = 0;
-    double credits_ = 0;
+    common::Amount brought_forward_;
+    common::Amount closing_;
+    common::Amount debits_;
+    common::Amount credits_;
 };
 
 }  // namespace accounts

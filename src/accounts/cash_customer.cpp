@@ -1,108 +1,103 @@
 #include "accounts/cash_customer.h"
 
-#include "accounts/lists.h"
 #include "accounts/messages.h"
-#include "common/text.h"
+#include "common/typed.h"
+#include "database/form.h"
 
 namespace accounts {
 
+using common::FieldKind;
+using common::Refusal;
 using database::quoted;
 using database::Sql;
 
 namespace {
 
-WalkIn taken(const database::Row& row) {
+using Fields = WalkInFields;
+
+constexpr common::FormField<Fields> walk_in_fields[] = {
+    // code, name
+    {&Fields::code, {"walk_in_code", "&كود", FieldKind::code, {0, 0}, "", "", message::wrong_code}},
+    {&Fields::name, {"walk_in_name", "ال&اسم", FieldKind::text, {0, 1}, "zname", message::enter_customer}},
+    // telephone, e-mail
+    {&Fields::phone, {"walk_in_phone", "ال&تليفون", FieldKind::digits, {1, 0}, "zphone"}},
+    {&Fields::mail, {"walk_in_mail", "البري&د الإلكتروني", FieldKind::digits, {1, 1}, "zmail"}},
+};
+
+WalkIn walk_in_of(const database::Row& row) {
     return {row.integer("zcode"), false, row.text("zname"), row.text("zphone"), row.text("zmail")};
 }
 
 }  // namespace
 
-bool CashCustomer::refuse(std::string_view text) {
-    services_.prompts.message(text, common::Icon::critical);
-    return false;
+common::FormTable<WalkInFields> walk_in_form() {
+    return walk_in_fields;
 }
 
 void CashCustomer::open() {
     proposed_ = database::integer_of(connection_.scalar("select max(zcode) as last_ from cust_cash")) + 1;
     loaded_ = 0;
-    code = std::to_string(proposed_);
-    name.clear();
-    phone.clear();
-    mail.clear();
+    fields = {std::to_string(proposed_), "", "", ""};
     results_.clear();
 }
 
 void CashCustomer::search(const Sql& condition) {
     results_.clear();
     for (const auto& row : connection_.query(Sql(" select * from cust_cash ") + condition))
-        results_.push_back(taken(row));
+        results_.push_back(walk_in_of(row));
 }
 
 void CashCustomer::search_names() {
-    search(name.empty() ? Sql("") : Sql("Where zname like ") + quoted("%" + name + "%"));
+    search(fields.name.empty() ? Sql("") : Sql("Where zname like ") + quoted("%" + fields.name + "%"));
 }
 
 void CashCustomer::search_phones() {
-    search(phone.empty() ? Sql("") : Sql("Where zphone like ") + quoted("%" + phone + "%"));
+    search(fields.phone.empty() ? Sql("") : Sql("Where zphone like ") + quoted("%" + fields.phone + "%"));
 }
 
 void CashCustomer::search_mails() {
-    search(mail.empty() ? Sql("") : Sql("Where zmail like ") + quoted("%" + mail + "%"));
+    search(fields.mail.empty() ? Sql("") : Sql("Where zmail like ") + quoted("%" + fields.mail + "%"));
+}
+
+void CashCustomer::take(const WalkIn& customer) {
+    loaded_ = customer.code;
+    fields = {std::to_string(customer.code), customer.name, customer.phone, customer.mail};
 }
 
 void CashCustomer::choose(std::size_t row) {
-    if (row >= results_.size()) return;
-    const WalkIn& chosen = results_[row];
-    loaded_ = chosen.code;
-    code = std::to_string(chosen.code);
-    name = chosen.name;
-    phone = chosen.phone;
-    mail = chosen.mail;
+    if (row < results_.size()) take(results_[row]);
 }
 
-bool CashCustomer::enter_code() {
-    const auto wanted = read_code(code);
-    if (!wanted) return refuse(message::wrong_code);
-    const auto rows = connection_.query(Sql("select * from cust_cash where zcode = ") + *wanted);
-    if (rows.empty()) {
-        // The proposed code is the new customer's, whose fields are about to be typed.
-        return *wanted == proposed_ || refuse(message::no_such_cash_customer);
-    }
-    const WalkIn found = taken(rows.front());
-    loaded_ = *wanted;
-    name = found.name;
-    phone = found.phone;
-    mail = found.mail;
-    return true;
+std::optional<WalkIn> CashCustomer::find(std::int64_t code) {
+    const auto rows = connection_.query(Sql("select * from cust_cash where zcode = ") + code);
+    return rows.empty() ? std::nullopt : std::optional(walk_in_of(rows.front()));
 }
 
-std::optional<WalkIn> CashCustomer::confirm() {
-    const auto wanted = read_code(code);
-    if (!wanted) {
-        refuse(message::wrong_code);
-        return std::nullopt;
+std::optional<Refusal> CashCustomer::enter_code() {
+    const auto code = common::read_code(fields.code);
+    if (!code) return Refusal("walk_in_code", message::wrong_code);
+    if (const auto found = find(*code)) {
+        take(*found);
+    } else if (*code != proposed_) {
+        return Refusal("walk_in_code", message::no_such_cash_customer);
     }
-    WalkIn customer{*wanted, *wanted == proposed_ && loaded_ != *wanted, name, phone, mail};
-    if (!customer.is_new) {
-        const auto rows = connection_.query(Sql("select * from cust_cash where zcode = ") + *wanted);
-        if (rows.empty()) {
-            refuse(message::no_such_cash_customer);
-            return std::nullopt;
-        }
+    return std::nullopt;
+}
+
+std::optional<Refusal> CashCustomer::confirm() {
+    const auto code = common::read_code(fields.code);
+    if (!code) return Refusal("walk_in_code", message::wrong_code);
+    const bool is_new = *code == proposed_ && loaded_ != *code;
+    if (!is_new) {
+        const auto found = find(*code);
+        if (!found) return Refusal("walk_in_code", message::no_such_cash_customer);
         // A code that was typed but not entered brings its own fields; loaded ones may have been corrected.
-        if (loaded_ != *wanted) customer = taken(rows.front());
-    }
-    if (common::trim(customer.name).empty()) {
-        refuse(message::enter_customer);
-        return std::nullopt;
+        if (loaded_ != *code) take(*found);
     }
     const database::TextLimits limits(connection_, "cust_cash");
-    if (!limits.fits("zname", customer.name) || !limits.fits("zphone", customer.phone) ||
-        !limits.fits("zmail", customer.mail)) {
-        refuse(message::too_long);
-        return std::nullopt;
-    }
-    return customer;
+    if (auto refused = database::check(walk_in_form(), fields, limits)) return refused;
+    confirmed_ = {*code, is_new, fields.name, fields.phone, fields.mail};
+    return std::nullopt;
 }
 
 }  // namespace accounts

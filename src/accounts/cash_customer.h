@@ -1,5 +1,5 @@
-// The logic of Cust_cash: finds or takes in the walk-in customer of an invoice. It writes nothing; the row is
-// stored when the invoice is saved.
+// The logic of the screen Cust_cash: finds the walk-in customer of an invoice or takes in a new one. It
+// writes nothing; the row is stored when the invoice is saved.
 #pragma once
 
 #include <optional>
@@ -7,7 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "common/services.h"
+#include "common/form.h"
+#include "common/refusal.h"
 #include "database/connection.h"
 
 namespace accounts {
@@ -20,40 +21,46 @@ struct WalkIn {
     std::string mail;
 };
 
+struct WalkInFields {
+    std::string code;
+    std::string name;
+    std::string phone;
+    std::string mail;
+};
+common::FormTable<WalkInFields> walk_in_form();
+
 class CashCustomer {
   public:
-    CashCustomer(database::Connection& connection, common::Services services)
-        : connection_(connection), services_(services) {}
+    explicit CashCustomer(database::Connection& connection) : connection_(connection) {}
 
-    // Proposes the next code; fields and results are empty.
+    // Proposes the next code; the other fields and the results are empty.
     void open();
 
-    // Each lists the customers whose field holds the text, an empty one all of them.
+    // Each lists the customers whose field contains the text; an empty text lists all.
     void search_names();
     void search_phones();
     void search_mails();
     // Takes a row of the results into the fields.
     void choose(std::size_t row);
-    // Enter in the code field: loads that customer. False with a message when there is none.
-    bool enter_code();
-    // The customer for the invoice; none with a message when the code has no row or a field is wrong.
-    std::optional<WalkIn> confirm();
+    // Loads the customer of the code typed. The proposed code belongs to the new customer and loads nothing.
+    std::optional<common::Refusal> enter_code();
+    // Checks the fields and makes them the invoice's customer.
+    std::optional<common::Refusal> confirm();
+    const WalkIn& confirmed() const { return confirmed_; }
 
-    std::string code;
-    std::string name;
-    std::string phone;
-    std::string mail;
+    WalkInFields fields;
 
     const std::vector<WalkIn>& results() const { return results_; }
 
   private:
     void search(const database::Sql& condition);
-    bool refuse(std::string_view text);
+    void take(const WalkIn& customer);
+    std::optional<WalkIn> find(std::int64_t code);
     database::Connection& connection_;
-    common::Services services_;
     std::int64_t proposed_ = 1;
     std::int64_t loaded_ = 0;  // the code whose row the fields came from
     std::vector<WalkIn> results_;
+    WalkIn confirmed_;
 };
 
 }  // namespace accounts

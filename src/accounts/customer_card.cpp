@@ -92,10 +92,6 @@ Sql customer_row(std::int64_t code) {
     return Sql("select * from custdata where ccode = ") + code + " order by ccode";
 }
 
-Refusal refusal(std::string_view field, std::string_view text) {
-    return {field, std::string(text)};
-}
-
 }  // namespace
 
 common::FormTable<CustomerCard> customer_form() {
@@ -137,7 +133,7 @@ std::optional<Refusal> AccountCustomer::open(CardMode mode, std::int64_t code) {
 
 std::optional<Refusal> AccountCustomer::show(std::int64_t code) {
     const auto found = connection_.query(customer_row(code));
-    if (found.empty()) return refusal("", message::no_such_customer);
+    if (found.empty()) return Refusal("", message::no_such_customer);
     const database::Row& row = found.front();
     card = {};
     database::load(customer_form(), row, card);
@@ -190,17 +186,17 @@ std::optional<Refusal> AccountCustomer::check() const {
 }
 
 std::optional<Refusal> AccountCustomer::save() {
-    if (mode_ == CardMode::view) return refusal("", message::only_view);
+    if (mode_ == CardMode::view) return Refusal("", message::only_view);
     if (const auto refused = check()) {
         if (refused->field == opening_field) card.opening = "0.00";
         return refused;
     }
     Recordset customer(connection_, customer_row(common::read_code(card.number).value()));
     if (mode_ == CardMode::add) {
-        if (!customer.empty()) return refusal("customer_number", message::duplicate_code);
+        if (!customer.empty()) return Refusal("customer_number", message::duplicate_code);
         customer.add();
     } else if (customer.empty()) {
-        return refusal("", message::no_such_customer);
+        return Refusal("", message::no_such_customer);
     }
 
     // Both columns take the opening amount with its side. The running balance has just been read again, so

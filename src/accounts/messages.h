@@ -23,14 +23,11 @@ inline constexpr std::string_view wrong_receiver = "الكود غير صحيح";
 inline constexpr std::string_view no_such_receiver = "البيان غير موجود";  // the entry does not exist
 
 // Vouchers.
-inline constexpr std::string_view enter_value = "ادخل القيمة";    // enter the value
 inline constexpr std::string_view enter_number = "ادخل الرقم";    // enter the number
-inline constexpr std::string_view enter_drawer = "ادخل الخزينة";  // enter the drawer
 inline constexpr std::string_view enter_bank = "ادخل اسم البنك";  // enter the bank's name
 inline constexpr std::string_view choose_party = "اختار الاسم";   // choose the party
 inline constexpr std::string_view no_such_party =
-    "الاسم المختار غير موجود";  // the chosen party does not exist
-inline constexpr std::string_view no_such_drawer = "الخزينة غير موجودة في هذا الفرع";  // no such drawer here
+    "الاسم المختار غير موجود";                                       // the chosen party does not exist
 inline constexpr std::string_view no_such_bank = "البنك غير موجود";  // the bank does not exist
 // Sorry, a voucher with the same number was added before.
 inline constexpr std::string_view duplicate_voucher = "عفوا تم إضافة إيصال بنفس الرقم من قبل";
@@ -38,12 +35,6 @@ inline constexpr std::string_view duplicate_voucher = "عفوا تم إضافة 
 inline constexpr std::string_view no_such_voucher = "الإيصال غير موجود";
 // Another workstation has changed the voucher: nothing was written.
 inline constexpr std::string_view voucher_changed = "تم تعديل الإيصال من جهاز آخر .. لم يتم الحفظ";
-
-// Amounts and texts.
-inline constexpr std::string_view no_amount = "المبلغ غير صحيح";  // the amount is no number, or below zero
-inline constexpr std::string_view too_fine = "المبلغ لا يقبل أكثر من رقمين عشريين";  // two decimals at most
-inline constexpr std::string_view too_long = "النص أطول من المسموح به";  // the text is longer than may be
-inline constexpr std::string_view wrong_date = "التاريخ غير صحيح";       // the date is not correct
 
 // Statement.
 inline constexpr std::string_view balance_on = "الرصيد في ";           // balance on

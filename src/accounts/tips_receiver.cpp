@@ -3,66 +3,74 @@
 #include <algorithm>
 
 #include "accounts/messages.h"
-#include "common/text.h"
-#include "database/recordset.h"
+#include "common/typed.h"
+#include "database/form.h"
 
 namespace accounts {
 
+using common::FieldKind;
+using common::Refusal;
 using database::Recordset;
 using database::Sql;
+
+namespace {
+
+using Fields = TipsReceiverFields;
+
+constexpr common::FormField<Fields> receiver_fields[] = {
+    // code, name
+    {&Fields::code, {"receiver_code", "&كود", FieldKind::code, {0, 0}}},
+    {&Fields::name, {"receiver_name", "ال&اسم", FieldKind::text, {1, 0}, "cname", message::enter_name}},
+};
+
+}  // namespace
+
+common::FormTable<TipsReceiverFields> tips_receiver_form() {
+    return receiver_fields;
+}
+
+std::vector<common::Choice> load_tips_receivers(database::Connection& connection) {
+    return database::choices(connection.query("select * from boundata order by ccode"), "ccode", "cname");
+}
 
 std::string_view TipsReceiver::title() const {
     return is_editing() ? "تعديل بيان اكراميات" : "اضافة بيان اكراميات";
 }
 
-bool TipsReceiver::refuse(std::string_view text) {
-    services_.prompts.message(text, common::Icon::critical);
-    return false;
-}
-
-void TipsReceiver::load() {
-    receivers_ =
-        database::choices(connection_.query("select * from boundata order by ccode"), "ccode", "cname");
-}
-
 void TipsReceiver::open_new() {
-    load();
     std::int64_t highest = 0;
-    for (const common::Choice& receiver : receivers_)
+    for (const common::Choice& receiver : load_tips_receivers(connection_))
         highest = std::max(highest, receiver.code);
-    editing_ = 0;
-    code = std::to_string(highest + 1);
-    name.clear();
+    editing_.reset();
+    fields = {std::to_string(highest + 1), ""};
 }
 
-bool TipsReceiver::open_edit(std::int64_t receiver) {
-    load();
-    if (!contains(receivers_, receiver)) return refuse(message::no_such_receiver);
+std::optional<Refusal> TipsReceiver::open_edit(std::int64_t receiver) {
+    const auto receivers = load_tips_receivers(connection_);
+    if (!contains(receivers, receiver)) return Refusal("", message::no_such_receiver);
     editing_ = receiver;
-    code = std::to_string(receiver);
-    name = name_of(receivers_, receiver);
-    return true;
+    fields = {std::to_string(receiver), name_of(receivers, receiver)};
+    return std::nullopt;
 }
 
-bool TipsReceiver::save() {
-    if (common::trim(name).empty()) return refuse(message::enter_name);
-    const auto number = is_editing() ? std::optional(editing_) : read_code(code);
-    if (!number) return refuse(message::wrong_receiver);
-    if (!database::TextLimits(connection_, "boundata").fits("cname", name)) return refuse(message::too_long);
+std::optional<Refusal> TipsReceiver::save() {
+    const database::TextLimits limits(connection_, "boundata");
+    if (auto refused = database::check(tips_receiver_form(), fields, limits)) return refused;
+    const auto code = is_editing() ? editing_ : common::read_code(fields.code);
+    if (!code) return Refusal("receiver_code", message::wrong_receiver);
 
-    Recordset entry(connection_, Sql("select * from boundata where ccode = ") + *number);
+    Recordset entry(connection_, Sql("select * from boundata where ccode = ") + *code);
     if (is_editing()) {
-        if (entry.empty()) return refuse(message::no_such_receiver);
+        if (entry.empty()) return Refusal("", message::no_such_receiver);
     } else {
-        if (!entry.empty()) return refuse(message::duplicate_receiver);
+        if (!entry.empty()) return Refusal("receiver_code", message::duplicate_receiver);
         entry.add();
     }
-    entry.set("ccode", *number);
-    entry.set("cname", name);
+    database::store(tips_receiver_form(), fields, entry);
+    entry.set("ccode", *code);
     entry.update();
     connection_.make_durable();
-    load();
-    return true;
+    return std::nullopt;
 }
 
 }  // namespace accounts

@@ -1,42 +1,44 @@
-// The logic of Form36: the list of those who receive tips.
+// The logic of the screen Form36: adds or edits one of those who receive tips.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "accounts/lists.h"
-#include "common/services.h"
+#include "common/choice.h"
+#include "common/form.h"
+#include "common/refusal.h"
 #include "database/connection.h"
 
 namespace accounts {
 
-class TipsReceiver {
-  public:
-    TipsReceiver(database::Connection& connection, common::Services services)
-        : connection_(connection), services_(services) {}
-
-    void open_new();  // proposes the highest code plus 1
-    // False with a message when there is no such receiver.
-    bool open_edit(std::int64_t receiver);
-    std::string_view title() const;
-
-    // True when the entry was written; the screen then closes.
-    bool save();
-
+struct TipsReceiverFields {
     std::string code;  // fixed while editing
     std::string name;
+};
+common::FormTable<TipsReceiverFields> tips_receiver_form();
 
-    bool is_editing() const { return editing_ != 0; }
-    const std::vector<common::Choice>& receivers() const { return receivers_; }
+std::vector<common::Choice> load_tips_receivers(database::Connection& connection);
+
+class TipsReceiver {
+  public:
+    explicit TipsReceiver(database::Connection& connection) : connection_(connection) {}
+
+    void open_new();  // proposes the highest code plus 1
+    // Refused if there is no such receiver.
+    std::optional<common::Refusal> open_edit(std::int64_t receiver);
+    std::string_view title() const;
+
+    std::optional<common::Refusal> save();
+
+    TipsReceiverFields fields;
+
+    bool is_editing() const { return editing_.has_value(); }
 
   private:
-    void load();
-    bool refuse(std::string_view text);
     database::Connection& connection_;
-    common::Services services_;
-    std::int64_t editing_ = 0;
-    std::vector<common::Choice> receivers_;
+    std::optional<std::int64_t> editing_;
 };
 
 }  // namespace accounts

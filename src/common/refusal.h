@@ -9,6 +9,8 @@ namespace common {
 struct Refusal {
     std::string_view field;  // object name of the field that gets the focus; empty if no field is at fault
     std::string text;
+
+    Refusal(std::string_view field_name, std::string_view reason) : field(field_name), text(reason) {}
 };
 
 }  // namespace common

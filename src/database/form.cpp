@@ -56,7 +56,7 @@ std::optional<Refusal> check_missing(const FieldDescription& field, const FieldV
     const auto* text = std::get_if<std::string>(&value);
     const auto* choice = std::get_if<std::optional<std::int64_t>>(&value);
     const bool missing = (text != nullptr && common::trim(*text).empty()) || (choice != nullptr && !*choice);
-    return missing ? std::optional(Refusal{field.name, std::string(field.missing)}) : std::nullopt;
+    return missing ? std::optional(Refusal(field.name, field.missing)) : std::nullopt;
 }
 
 std::optional<Refusal> check_form_of(const FieldDescription& field, const FieldValue& value,
@@ -83,7 +83,7 @@ std::optional<Refusal> check_form_of(const FieldDescription& field, const FieldV
         default:
             break;
     }
-    return wrong.empty() ? std::nullopt : std::optional(Refusal{field.name, std::string(wrong)});
+    return wrong.empty() ? std::nullopt : std::optional(Refusal(field.name, wrong));
 }
 
 }  // namespace database

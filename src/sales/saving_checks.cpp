@@ -3,8 +3,8 @@
 #include <map>
 #include <string>
 
-#include "accounts/lists.h"
 #include "common/text.h"
+#include "database/choices.h"
 #include "database/recordset.h"
 #include "sales/messages.h"
 #include "sales/recall.h"

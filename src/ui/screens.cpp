@@ -3,12 +3,11 @@
 #include <type_traits>
 
 #include "sales/messages.h"
-#include "ui/accounts/account_customers_list.h"
 #include "ui/accounts/account_statement_screen.h"
 #include "ui/accounts/direct_receipt_sheet.h"
-#include "ui/accounts/tips_receiver_screen.h"
-#include "ui/accounts/voucher_screen.h"
-#include "ui/accounts/walk_in_customer_screen.h"
+#include "ui/accounts/people_list.h"
+#include "ui/accounts/voucher_sheet.h"
+#include "ui/accounts/walk_in_sheet.h"
 #include "ui/cash/cash_panel.h"
 #include "ui/cash/daily_statement_screen.h"
 #include "ui/cash/expense_screen.h"
@@ -50,13 +49,13 @@ void run_opened(SalesWindow& window) {
 }
 
 void run_walk_in_customer(SalesWindow& window) {
-    Cust_cash screen(&window, window.context(), window.desk());
+    WalkInSheet screen(&window, window.context(), window.desk());
     if (screen.open()) screen.run();
 }
 
-template <typename Voucher>
+template <accounts::VoucherKind kind>
 void run_new_voucher(SalesWindow& window) {
-    Voucher screen(&window, window.context());
+    VoucherSheet screen(&window, window.context(), kind);
     screen.open_new();
     screen.run();
 }
@@ -86,12 +85,14 @@ const std::vector<Command>& screen_commands() {
         {"f9", "ك&شف الخزينة", Qt::Key_F9, strip, run_opened<DailyStatementScreen>},
         {"shift_f9", "ال&مصروفات", Qt::SHIFT | Qt::Key_F9, strip, run_opened<Form41ca>},
         {"f10", "عميل &نقدي", key::walk_in_customer, strip, run_walk_in_customer},
-        {"shift_f11", "مقبو&ضات", Qt::SHIFT | Qt::Key_F11, strip, run_new_voucher<Form38>},
-        {"shift_f12", "مد&فوعات", Qt::SHIFT | Qt::Key_F12, strip, run_new_voucher<Form23>},
-        {"direct_receipt", "&قبض مباشر من عميل", Qt::Key_unknown, menu, run_on_invoice<DirectReceipt>},
-        {"customers", "عم&لاء الآجل", Qt::Key_unknown, menu, run_screen<AccountCustomers>},
-        {"account_statement", "كشف حساب عم&يل", Qt::Key_unknown, menu, run_opened<Form39>},
-        {"tips_receivers", "عملاء الأك&راميات", Qt::Key_unknown, menu, run_screen<TipsReceivers>},
+        {"shift_f11", "مقبو&ضات", Qt::SHIFT | Qt::Key_F11, strip,
+         run_new_voucher<accounts::VoucherKind::receipt>},
+        {"shift_f12", "مد&فوعات", Qt::SHIFT | Qt::Key_F12, strip,
+         run_new_voucher<accounts::VoucherKind::payment>},
+        {"direct_receipt", "&قبض مباشر من عميل", Qt::Key_unknown, menu, run_on_invoice<DirectReceiptSheet>},
+        {"customers", "عم&لاء الآجل", Qt::Key_unknown, menu, run_screen<AccountCustomersList>},
+        {"account_statement", "كشف حساب عم&يل", Qt::Key_unknown, menu, run_opened<AccountStatementScreen>},
+        {"tips_receivers", "عملاء الأك&راميات", Qt::Key_unknown, menu, run_screen<TipsReceiversList>},
         {"cash_count", "&جرد الخزينة", Qt::Key_unknown, menu, run_opened<CashCountSheet>},
         {"receipts", "بونات &اليوم", Qt::CTRL | Qt::Key_B, menu,
          [](SalesWindow& window) { ReceiptsSheet(&window, window.desk()).run(); }, commit, "البونات"},

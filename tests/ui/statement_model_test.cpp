@@ -1,5 +1,5 @@
 // Leafing through a long account statement.
-#include "ui/accounts/statement_model.h"
+#include "ui/accounts/account_statement_screen.h"
 
 #include <gtest/gtest.h>
 
@@ -20,8 +20,8 @@ TEST(StatementModel, TwentyThousandRowsAreLeafedThroughWithoutStutter) {
     std::vector<accounts::StatementRow> rows(20000);
     for (std::size_t i = 0; i < rows.size(); ++i) {
         rows[i].date = "2026/11/05";
-        rows[i].debit = static_cast<double>(i) + 0.25;
-        rows[i].balance = rows[i].debit * 2;
+        rows[i].debit = common::Amount(static_cast<double>(i) + 0.25);
+        rows[i].balance = rows[i].debit + rows[i].debit;
         rows[i].description = "مبيعات : إذن رقم " + std::to_string(i);
     }
     ui::StatementModel model;

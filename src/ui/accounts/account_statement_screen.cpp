@@ -1,6 +1,8 @@
 #include "ui/accounts/account_statement_screen.h"
 
 #include <QComboBox>
+#include <QFont>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -12,10 +14,8 @@
 #include <algorithm>
 
 #include "accounts/messages.h"
-#include "common/numbers.h"
 #include "printing/report_printer.h"
 #include "signin/session.h"
-#include "ui/accounts/statement_model.h"
 #include "ui/printing/reports.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/form_fields.h"
@@ -29,9 +29,9 @@ printing::Report report_of(const accounts::AccountStatement& statement, const si
     printing::Report report = printing::headed("account", session);
     report.title = "كشف حساب عميل";
     report.captions = {{"العميل", statement.customer_name()},
-                       {"كود", std::to_string(statement.customer.value_or(0))},
-                       {"من تاريخ", common::date_text(statement.start)},
-                       {"إلى تاريخ", common::date_text(statement.end)}};
+                       {"كود", std::to_string(statement.fields.customer.value_or(0))},
+                       {"من تاريخ", common::date_text(statement.fields.start)},
+                       {"إلى تاريخ", common::date_text(statement.fields.end)}};
     const double shares[] = {1.2, 1.2, 1.2, 1.3, 3, 1.8};
     for (std::size_t column = 0; column < accounts::statement_headings.size(); ++column) {
         const bool amount = column >= 1 && column <= 3;
@@ -42,14 +42,61 @@ printing::Report report_of(const accounts::AccountStatement& statement, const si
         const auto cells = row.cells();
         report.rows.emplace_back(cells.begin(), cells.end());
     }
-    report.totals = {{"رصيد سابق", common::format_amount(statement.brought_forward())},
-                     {"إجمالي مدين", common::format_amount(statement.debits())},
-                     {"إجمالي دائن", common::format_amount(statement.credits())},
-                     {"الرصيد", common::format_amount(statement.closing())}};
+    report.totals = {{"رصيد سابق", statement.brought_forward().text()},
+                     {"إجمالي مدين", statement.debits().text()},
+                     {"إجمالي دائن", statement.credits().text()},
+                     {"الرصيد", statement.closing().text()}};
     return report;
 }
 
-Form39::Form39(QWidget* host, const Context& context)
+void StatementModel::show(const std::vector<accounts::StatementRow>& rows) {
+    beginResetModel();
+    rows_ = rows;
+    endResetModel();
+}
+
+int StatementModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+int StatementModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(accounts::statement_headings.size());
+}
+
+QVariant StatementModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) return {};
+    const accounts::StatementRow& row = rows_[static_cast<std::size_t>(index.row())];
+    const bool balance_only = row.date.empty();  // brought forward, and closing
+    const int column = index.column();
+    switch (role) {
+        case Qt::DisplayRole: {
+            const QString text = qt(row.cells()[static_cast<std::size_t>(column)]);
+            return column < description && !text.isEmpty() ? "\u200e" + text : text;
+        }
+        case Qt::TextAlignmentRole:
+            return QVariant::fromValue(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
+        case Qt::FontRole:
+            if (balance_only || column == 3) {
+                QFont font;
+                font.setPixelSize(px(16));
+                font.setBold(true);
+                return font;
+            }
+            return {};
+        default:
+            return {};
+    }
+}
+
+QVariant StatementModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
+    if (role == Qt::DisplayRole) return qt(accounts::statement_headings[static_cast<std::size_t>(section)]);
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
+    return {};
+}
+
+AccountStatementScreen::AccountStatementScreen(QWidget* host, const Context& context)
     : Sheet(host), context_(context), logic_(context.connection, context.services) {
     setObjectName("Form39");
     body()->setContentsMargins(px(22), px(14), px(22), px(16));
@@ -91,21 +138,19 @@ Form39::Form39(QWidget* host, const Context& context)
     body()->addWidget(build_foot());
 }
 
-QWidget* Form39::build_choices() {
+QWidget* AccountStatementScreen::build_choices() {
     auto* bar = new QWidget;
     auto* row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(px(12));
     row->addWidget(label("كشف حساب عميل", "title"), 0, Qt::AlignBottom);
     row->addSpacing(px(8));
-    customer_ = choice_list("statement_customer");
-    start_ = moment_field("statement_start");
-    end_ = moment_field("statement_end");
-    start_->setFixedWidth(px(130));
-    end_->setFixedWidth(px(130));
-    row->addWidget(captioned("ال&عميل", customer_), 1);
-    row->addWidget(captioned("&من تاريخ", start_));
-    row->addWidget(captioned("إ&لى تاريخ", end_));
+    FieldGrid grid(1, 0);
+    grid.layout()->setHorizontalSpacing(px(12));
+    form_.add(accounts::statement_form(), grid);
+    for (const char* date : {"statement_start", "statement_end"})
+        form_.field(date)->setFixedWidth(px(130));
+    row->addLayout(grid.layout(), 1);
     const auto button = [&](const char* name, const QString& caption, const char* role, auto action) {
         auto* made = new QPushButton(caption);
         made->setObjectName(name);
@@ -118,11 +163,11 @@ QWidget* Form39::build_choices() {
     };
     QPushButton* show = button("statement_show", "عر&ض", "main", [this] { show_statement(); });
     button("statement_arrears", "المت&أخرات", nullptr, [this] { check_arrears(); });
-    enter_leads_on({customer_, start_, end_, show});
+    form_.lead_on(accounts::statement_form(), show);
     return bar;
 }
 
-QWidget* Form39::build_sums() {
+QWidget* AccountStatementScreen::build_sums() {
     auto* bar = new QWidget;
     auto* row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
@@ -143,7 +188,7 @@ QWidget* Form39::build_sums() {
     return bar;
 }
 
-QWidget* Form39::build_foot() {
+QWidget* AccountStatementScreen::build_foot() {
     auto* bar = new QWidget;
     auto* row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
@@ -157,62 +202,49 @@ QWidget* Form39::build_foot() {
         if (role != nullptr) set_role(made, role);
         outputs_ << made;
     };
-    button("account_print", "&طباعة", "main", &Form39::print);
-    button("account_preview", "معاي&نة", nullptr, &Form39::preview);
-    outputs_ << foot_button(row, "account_pdf", "ملف P&DF", 0, [this] { keep(Form::pdf); });
-    outputs_ << foot_button(row, "account_csv", "ملف &CSV", 0, [this] { keep(Form::csv); });
+    button("account_print", "&طباعة", "main", &AccountStatementScreen::print);
+    button("account_preview", "معاي&نة", nullptr, &AccountStatementScreen::preview);
+    outputs_ << foot_button(row, "account_pdf", "ملف P&DF", 0, [this] { keep(FileKind::pdf); });
+    outputs_ << foot_button(row, "account_csv", "ملف &CSV", 0, [this] { keep(FileKind::csv); });
     foot_button(row, "account_back", "&رجوع", 0, [this] { leave(0); })->setMinimumHeight(px(40));
     for (QPushButton* made : outputs_)
         made->setMinimumHeight(px(40));
     return bar;
 }
 
-void Form39::open(std::optional<std::int64_t> customer) {
+void AccountStatementScreen::open(std::optional<std::int64_t> customer) {
     logic_.open();
-    fill_choices(customer_, logic_.customers(), customer);
-    start_->setText(qt(common::date_text(logic_.start)));
-    end_->setText(qt(common::date_text(logic_.end)));
-    logic_.customer = customer;
-    if (customer) logic_.show();
+    fill_choices(form_.list("statement_customer"), logic_.customers(), {});
+    logic_.fields.customer = customer;
+    form_.show(logic_.fields);
+    if (customer) {
+        if (const auto refusal = logic_.show()) form_.refuse(*refusal, context_.services.prompts);
+    }
     keep_shown();
     repaint_statement();
 }
 
-bool Form39::read_fields() {
-    const auto start = date_in(start_, context_.services.prompts);
-    if (!start) return false;
-    const auto end = date_in(end_, context_.services.prompts);
-    if (!end) return false;
-    logic_.customer = choice_of(customer_);
-    logic_.start = *start;
-    logic_.end = *end;
-    return true;
+void AccountStatementScreen::show_statement() {
+    if (Sheet::top_of(window()) != this) return;
+    if (!form_.save(context_.services, "AccountStatement", logic_.fields, [this] { return logic_.show(); }))
+        return;
+    keep_shown();
+    repaint_statement();
+    table_->setFocus();
 }
 
-void Form39::show_statement() {
-    if (Sheet::top_of(window()) != this || !read_fields()) return;
-    bool shown = false;
-    guarded(context_.services, "AccountStatement", [&] { shown = logic_.show(); });
-    if (shown) {
-        keep_shown();
-        repaint_statement();
-        table_->setFocus();
-    } else {
-        (logic_.customer ? static_cast<QWidget*>(start_) : customer_)->setFocus();
-    }
-}
-
-void Form39::keep_shown() {
+void AccountStatementScreen::keep_shown() {
     paper_ = report_of(logic_, context_.session);
-    shown_customer_ = logic_.customer.value_or(0);
+    shown_customer_ = logic_.fields.customer.value_or(0);
 }
 
-void Form39::repaint_statement() {
+void AccountStatementScreen::repaint_statement() {
     const bool shown = !logic_.rows().empty();
     model_->show(logic_.rows());
-    const double sums[] = {logic_.brought_forward(), logic_.debits(), logic_.credits(), logic_.closing()};
+    const common::Amount sums[] = {logic_.brought_forward(), logic_.debits(), logic_.credits(),
+                                   logic_.closing()};
     for (std::size_t i = 0; i < std::size(sums); ++i)
-        sums_[i]->setText(shown ? qt(common::format_amount(sums[i])) : QString("—"));
+        sums_[i]->setText(shown ? qt(sums[i].text()) : QString("—"));
     table_->setVisible(shown);
     empty_->setVisible(!shown);
     if (shown) {
@@ -225,7 +257,7 @@ void Form39::repaint_statement() {
 }
 
 // What the columns have no room for, in full.
-void Form39::show_row_text(int row) {
+void AccountStatementScreen::show_row_text(int row) {
     QStringList texts;
     for (int column = StatementModel::description; column < model_->columnCount() && row >= 0; ++column) {
         const QString text = model_->index(row, column).data().toString();
@@ -239,24 +271,24 @@ void Form39::show_row_text(int row) {
     row_text_->setVisible(!texts.isEmpty());
 }
 
-void Form39::check_arrears() {
-    if (Sheet::top_of(window()) != this || !read_fields()) return;
-    guarded(context_.services, "Arrears", [&] { logic_.check_arrears(); });
-    (logic_.customer ? static_cast<QWidget*>(end_) : customer_)->setFocus();
+void AccountStatementScreen::check_arrears() {
+    if (Sheet::top_of(window()) != this) return;
+    if (form_.save(context_.services, "Arrears", logic_.fields, [this] { return logic_.check_arrears(); }))
+        form_.field("statement_end")->setFocus();
 }
 
-void Form39::print() {
+void AccountStatementScreen::print() {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.services, "PrintAccount", [&] {
         if (context_.reports.print(paper_)) note_->setText(printed_text(context_));
     });
 }
 
-void Form39::preview() {
+void AccountStatementScreen::preview() {
     guarded(context_.services, "PreviewAccount", [&] { context_.reports.preview(paper_); });
 }
 
-void Form39::keep(Form form) {
+void AccountStatementScreen::keep(FileKind kind) {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.services, "KeepAccount", [&] {
         const common::Moment now = context_.services.clock.now();
@@ -266,22 +298,22 @@ void Form39::keep(Form form) {
         const auto folder = context_.session.program_folder / "Receipts";
         std::filesystem::create_directories(folder);
         const auto file = folder / ("account-" + std::to_string(shown_customer_) + "-" + moment +
-                                    (form == Form::csv ? ".csv" : ".pdf"));
-        const bool kept = form == Form::csv ? context_.reports.save_csv(paper_, file)
-                                            : context_.reports.save_pdf(paper_, file);
+                                    (kind == FileKind::csv ? ".csv" : ".pdf"));
+        const bool kept = kind == FileKind::csv ? context_.reports.save_csv(paper_, file)
+                                                : context_.reports.save_pdf(paper_, file);
         if (kept) note_->setText("تم حفظ الملف \u200e" + qt("Receipts/" + file.filename().string()));
     });
 }
 
-void Form39::take_focus() {
+void AccountStatementScreen::take_focus() {
     if (table_->isVisible()) {
         table_->setFocus();
     } else {
-        customer_->setFocus();
+        form_.field("statement_customer")->setFocus();
     }
 }
 
-bool Form39::eventFilter(QObject* watched, QEvent* event) {
+bool AccountStatementScreen::eventFilter(QObject* watched, QEvent* event) {
     if (watched == table_ && event->type() == QEvent::KeyPress) {
         // To the first and the last row, not to the first and the last column.
         const int key = static_cast<QKeyEvent*>(event)->key();
@@ -294,7 +326,7 @@ bool Form39::eventFilter(QObject* watched, QEvent* event) {
     return Sheet::eventFilter(watched, event);
 }
 
-void Form39::resizeEvent(QResizeEvent* event) {
+void AccountStatementScreen::resizeEvent(QResizeEvent* event) {
     Sheet::resizeEvent(event);
     card()->setFixedSize(std::min(width() - px(24), px(1500)), std::min(height() - px(24), px(900)));
 }

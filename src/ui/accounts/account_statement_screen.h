@@ -1,31 +1,50 @@
 // The account statement: a customer's movements between two dates with the running balance.
 #pragma once
 
+#include <QAbstractTableModel>
 #include <optional>
+#include <vector>
 
 #include "accounts/account_statement.h"
 #include "printing/report.h"
 #include "ui/widgets/context.h"
+#include "ui/widgets/form.h"
 #include "ui/widgets/sheet.h"
 
-class QComboBox;
 class QLabel;
-class QLineEdit;
 class QPushButton;
 class QTableView;
 
 namespace ui {
 
 class Figure;
-class StatementModel;
 
 printing::Report report_of(const accounts::AccountStatement& statement, const signin::Session& session);
 
-class Form39 : public Sheet {
+// The rows as a table; thousands of them cost no more than those on the screen.
+class StatementModel : public QAbstractTableModel {
     Q_OBJECT
   public:
-    Form39(QWidget* host, const Context& context);
-    // With a customer his statement of this month is shown at once.
+    using QAbstractTableModel::QAbstractTableModel;
+    // Column of the description, which takes the room that is left.
+    static constexpr int description = 4;
+
+    void show(const std::vector<accounts::StatementRow>& rows);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+  private:
+    std::vector<accounts::StatementRow> rows_;
+};
+
+class AccountStatementScreen : public Sheet {
+    Q_OBJECT
+  public:
+    AccountStatementScreen(QWidget* host, const Context& context);
+    // With a customer, the statement of this month is shown at once.
     void open(std::optional<std::int64_t> customer = {});
 
   protected:
@@ -37,7 +56,6 @@ class Form39 : public Sheet {
     QWidget* build_choices();
     QWidget* build_sums();
     QWidget* build_foot();
-    bool read_fields();
     void show_statement();
     void keep_shown();
     void repaint_statement();
@@ -45,19 +63,17 @@ class Form39 : public Sheet {
     void show_row_text(int row);
     void print();
     void preview();
-    enum class Form { csv, pdf };
-    // Into the folder `Receipts` beside the program, where every paper of this workstation without a printer
-    // goes; the foot says which file it became.
-    void keep(Form form);
+    enum class FileKind { csv, pdf };
+    // Saves the statement in the folder `Receipts` beside the program, as all paper goes there on a
+    // workstation without a printer, and shows the name of the file.
+    void keep(FileKind kind);
 
     Context context_;
     accounts::AccountStatement logic_;
-    // The statement on the screen, whatever has been typed into the fields since.
+    Form<accounts::StatementFields> form_;
+    // The statement on the screen; the fields may have been changed since.
     printing::Report paper_;
     std::int64_t shown_customer_ = 0;
-    QComboBox* customer_;
-    QLineEdit* start_;
-    QLineEdit* end_;
     Figure* sums_[4];
     StatementModel* model_;
     QTableView* table_;

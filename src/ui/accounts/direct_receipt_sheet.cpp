@@ -1,124 +1,103 @@
 #include "ui/accounts/direct_receipt_sheet.h"
 
 #include <QComboBox>
+#include <QGridLayout>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "accounts/balances.h"
-#include "accounts/direct_receipt.h"
-#include "accounts/lists.h"
-#include "accounts/messages.h"
-#include "accounts/printed_voucher.h"
-#include "accounts/voucher_statements.h"
 #include "common/numbers.h"
+#include "common/typed.h"
 #include "sales/sales_desk.h"
-#include "signin/session.h"
 #include "ui/accounts/print_voucher.h"
-#include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
-#include "ui/widgets/form_fields.h"
-#include "ui/widgets/guard.h"
 #include "ui/widgets/messages.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
 namespace ui {
 
-DirectReceipt::DirectReceipt(QWidget* host, const Context& context, sales::SalesDesk& desk)
+DirectReceiptSheet::DirectReceiptSheet(QWidget* host, const Context& context, sales::SalesDesk& desk)
     : Sheet(host, "قبض مباشر من عميل آجل"), context_(context), desk_(desk) {
     setObjectName("direct_receipt");
     set_card_width(520);
-    customer_ = choice_list("direct_customer");
-    for (const common::Choice& choice : desk.lists().account_customers)
-        customer_->addItem(qt(choice.name), QVariant::fromValue<qlonglong>(choice.code));
-    customer_->setCurrentIndex(customer_->findData(QVariant::fromValue<qlonglong>(desk.invoice().customer)));
-    amount_ = new AmountField("direct_amount");
-    set_role(amount_, "large");
-    amount_->setText("0.00");
-    balance_ = new Figure("direct_balance", "figure");
-    after_ = new Figure("direct_after", "figure");
-    body()->addWidget(captioned("ال&عميل", customer_));
-    auto* figures = new QHBoxLayout;
-    figures->setSpacing(px(16));
-    figures->addWidget(captioned("الرصيد قبل", balance_), 1);
-    figures->addWidget(captioned("الرصيد بعد", after_), 1);
-    body()->addLayout(figures);
-    body()->addWidget(captioned("الم&بلغ المقبوض", amount_));
+    FieldGrid grid(2, 14);
+    grid.layout()->setHorizontalSpacing(px(16));
+    form_.add(accounts::direct_receipt_form(), grid);
+    form_.enlarge("direct_amount");
+    body()->addLayout(grid.layout());
     auto* row = new QHBoxLayout;
     row->setSpacing(px(10));
     set_role(foot_button(row, "direct_save", "&حفظ  Enter", 2, [this] { save(); }), "main");
     foot_button(row, "direct_back", "&رجوع", 1, [this] { leave(0); });
     body()->addLayout(row);
 
-    enter_leads_on({customer_, amount_});
-    connect(customer_, &QComboBox::activated, this, &DirectReceipt::show_balance);
-    connect(amount_, &QLineEdit::textChanged, this, [this] {
-        const double paid = accounts::read_amount(utf8(amount_->text())).value;
-        after_->setText(choice_of(customer_) ? qt(common::format_amount(owed_ - paid)) : QString("—"));
-    });
-    connect(amount_, &QLineEdit::returnPressed, this, &DirectReceipt::save);
+    QComboBox* customers = form_.list("direct_customer");
+    QLineEdit* amount = form_.line("direct_amount");
+    fill_choices(customers, desk.lists().account_customers, {});
+    fields_.customer = desk.invoice().customer;
+    form_.show(fields_);
+    enter_leads_on({customers, amount});
+    connect(customers, &QComboBox::activated, this, &DirectReceiptSheet::show_balance);
+    connect(amount, &QLineEdit::textChanged, this, &DirectReceiptSheet::show_balance_after);
+    connect(amount, &QLineEdit::returnPressed, this, &DirectReceiptSheet::save);
     show_balance();
 }
 
-void DirectReceipt::show_balance() {
+void DirectReceiptSheet::show_balance() {
     owed_ = 0;
-    const auto customer = choice_of(customer_);
+    const auto customer = choice_of(form_.list("direct_customer"));
     guarded(context_.services, "CustomerBalance", [&] {
         if (!customer) return;
         if (const auto party =
-                accounts::find_party(context_.connection, accounts::Ledger::customers, *customer))
+                accounts::find_party(context_.connection, accounts::PartyKind::customer, *customer))
             owed_ = party->balance;
     });
-    balance_->setText(customer ? qt(common::format_amount(owed_)) : QString("—"));
-    emit amount_->textChanged(amount_->text());
+    form_.figure("direct_balance")->setText(customer ? qt(common::format_amount(owed_)) : QString("—"));
+    show_balance_after();
 }
 
-void DirectReceipt::take_focus() {
-    QWidget* first = choice_of(customer_) ? static_cast<QWidget*>(amount_) : customer_;
-    first->setFocus();
+void DirectReceiptSheet::show_balance_after() {
+    const common::Amount paid = common::read_amount(utf8(form_.line("direct_amount")->text())).value;
+    const common::Amount after =
+        common::Amount(owed_) + accounts::effect_on_balance(accounts::VoucherKind::receipt,
+                                                            accounts::PartyKind::customer,
+                                                            accounts::Method::cash, paid);
+    const bool chosen = choice_of(form_.list("direct_customer")).has_value();
+    form_.figure("direct_after")->setText(chosen ? qt(after.text()) : QString("—"));
 }
 
-void DirectReceipt::save() {
+void DirectReceiptSheet::take_focus() {
+    const bool chosen = choice_of(form_.list("direct_customer")).has_value();
+    form_.field(chosen ? "direct_amount" : "direct_customer")->setFocus();
+}
+
+void DirectReceiptSheet::save() {
     if (Sheet::top_of(window()) != this) return;
-    const auto refuse = [this](std::string_view text, QWidget* field) {
-        context_.services.prompts.message(text, common::Icon::critical);
-        field->setFocus();
+    std::optional<accounts::PrintedVoucher> paper;
+    const auto write = [&] {
+        auto refusal = accounts::check_direct_receipt(context_.connection, fields_);
+        if (!refusal)
+            paper = accounts::write_direct_receipt(
+                context_.connection, context_.session, context_.services.clock, *fields_.customer,
+                context_.services.clock.now().date, common::read_amount(fields_.amount).value);
+        return refusal;
     };
-    const auto customer = choice_of(customer_);
-    const accounts::Amount amount = accounts::read_amount(utf8(amount_->text()));
-    if (!customer) return refuse(accounts::message::enter_customer, customer_);
-    if (!amount.message.empty()) return refuse(amount.message, amount_);
-    if (amount.value == 0) return refuse(accounts::message::enter_value, amount_);
+    if (!form_.save(context_.services, "DirectReceipt", fields_, write)) return;
+    // The receipt is written: whatever fails from here on, the sheet closes, so that it is not written again.
     guarded(context_.services, "DirectReceipt", [&] {
-        const auto party = accounts::find_party(context_.connection, accounts::Ledger::customers, *customer);
-        if (!party) return refuse(accounts::message::no_such_customer, customer_);
-        const std::string number =
-            accounts::write_direct_receipt(context_.connection, context_.session, context_.services.clock,
-                                           *customer, context_.services.clock.now().date, amount.value);
         desk_.checkout().OpenDrawer();
-        offer_paper(number, amount.value, party->balance);
-        leave(1);
+        offer_paper(*paper);
     });
+    leave(1);
 }
 
-void DirectReceipt::offer_paper(const std::string& number, double amount, double before) {
-    if (!context_.services.prompts.question(std::string(message::direct_receipt_saved) + number +
-                                            std::string(message::print_it)))
-        return;
-    accounts::PrintedVoucher paper;
-    paper.title = accounts::printed_title(accounts::VoucherKind::receipt, accounts::Method::cash);
-    paper.number = number;
-    paper.date = context_.services.clock.now().date;
-    paper.party = utf8(customer_->currentText());
-    paper.amount = amount;
-    paper.words = accounts::words_of(amount);
-    paper.method = accounts::method_name(accounts::Method::cash);
-    paper.place = context_.session.drawer_name;
-    paper.balance_before = before;
-    paper.balance_after = common::round_decimals(before - amount, 2);
-    print_voucher(context_, paper);
+void DirectReceiptSheet::offer_paper(const accounts::PrintedVoucher& paper) {
+    if (context_.services.prompts.question(std::string(message::direct_receipt_saved) + paper.number +
+                                           std::string(message::print_it)))
+        print_voucher(context_, paper);
 }
 
 }  // namespace ui

@@ -8,10 +8,17 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "accounts/parties.h"
+#include "common/numbers.h"
+#include "ui/accounts/account_statement_screen.h"
+#include "ui/accounts/customer_card_sheet.h"
+#include "ui/accounts/tips_receiver_sheet.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/form_fields.h"
+#include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
 
 namespace ui {
 
@@ -117,6 +124,84 @@ void PeopleList::keyPressEvent(QKeyEvent* event) {
         default:
             Sheet::keyPressEvent(event);
     }
+}
+
+namespace {
+
+std::vector<Person> account_customers(const Context& context) {
+    std::vector<Person> people;
+    guarded(context.services, "AccountCustomers", [&] {
+        for (const accounts::CustomerRow& row : accounts::list_customers(context.connection)) {
+            people.push_back({row.code,
+                              {"\u200e" + QString::number(row.code), qt(row.name), "\u200e" + qt(row.phone),
+                               "\u200e" + qt(common::format_amount(row.balance))}});
+        }
+    });
+    return people;
+}
+
+bool open_card(QWidget* host, const Context& context, accounts::CardMode mode, std::int64_t code) {
+    CustomerCardSheet sheet(host, context);
+    bool opened = false;
+    guarded(context.services, "CustomerCard", [&] { opened = sheet.open(mode, code); });
+    return opened && sheet.run() == 1;
+}
+
+}  // namespace
+
+AccountCustomersList::AccountCustomersList(QWidget* host, const Context& context)
+    : PeopleList(host, "customers", "عملاء الآجل", {"كود", "الاسم", "التليفون", "الرصيد"}, 1,
+                 [context] { return account_customers(context); }) {
+    setObjectName("account_customers");
+    set_card_width(860);
+    add_action("customers_view", "&عرض  Enter", true, [this, context](std::int64_t code) {
+        return open_card(this, context, accounts::CardMode::view, code);
+    });
+    add_action("customers_edit", "&تعديل", true, [this, context](std::int64_t code) {
+        return open_card(this, context, accounts::CardMode::edit, code);
+    });
+    add_action("customers_new", "عميل &جديد", false, [this, context](std::int64_t) {
+        return open_card(this, context, accounts::CardMode::add, 0);
+    });
+    add_action("customers_statement", "&كشف حساب", true, [this, context](std::int64_t code) {
+        AccountStatementScreen screen(this, context);
+        if (guarded(context.services, "AccountStatement", [&] { screen.open(code); })) screen.run();
+        return false;
+    });
+    add_back();
+    reload();
+}
+
+namespace {
+
+std::vector<Person> tips_receivers(const Context& context) {
+    std::vector<Person> people;
+    guarded(context.services, "TipsReceivers", [&] {
+        for (const common::Choice& receiver : accounts::load_tips_receivers(context.connection))
+            people.push_back({receiver.code, {"\u200e" + QString::number(receiver.code), qt(receiver.name)}});
+    });
+    return people;
+}
+
+}  // namespace
+
+TipsReceiversList::TipsReceiversList(QWidget* host, const Context& context)
+    : PeopleList(host, "receivers", "عملاء الأكراميات", {"كود", "الاسم"}, 1,
+                 [context] { return tips_receivers(context); }) {
+    setObjectName("tips_receivers");
+    set_card_width(560);
+    add_action("receivers_edit", "&تعديل  Enter", true, [this, context](std::int64_t code) {
+        TipsReceiverSheet sheet(this, context);
+        bool opened = false;
+        guarded(context.services, "TipsReceiver", [&] { opened = sheet.open_edit(code); });
+        return opened && sheet.run() == 1;
+    });
+    add_action("receivers_add", "إ&ضافة", false, [this, context](std::int64_t) {
+        TipsReceiverSheet sheet(this, context);
+        return guarded(context.services, "TipsReceiver", [&] { sheet.open_new(); }) && sheet.run() == 1;
+    });
+    add_back();
+    reload();
 }
 
 }  // namespace ui

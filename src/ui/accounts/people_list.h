@@ -1,10 +1,12 @@
-// A list of people to choose one from, narrowed by what is typed above it, with what can be done to him.
+// Lists of people to choose one from, narrowed by what is typed above them, with what can be done to the one
+// chosen.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 #include <vector>
 
+#include "ui/widgets/context.h"
 #include "ui/widgets/sheet.h"
 
 class QHBoxLayout;
@@ -28,8 +30,8 @@ class PeopleList : public Sheet {
                int stretch, std::function<std::vector<Person>()> load);
 
   protected:
-    // The first one added is what Enter does. An action gets the code of the chosen person; one that needs
-    // none is run on an empty list too. When it answers true the list is loaded again.
+    // Enter runs the first action added. An action gets the code of the chosen person; one that needs none
+    // runs on an empty list too. If it returns true the list is loaded again.
     using Action = std::function<bool(std::int64_t)>;
     void add_action(const char* name, const QString& caption, bool needs_person, Action action);
     // Ends the row of actions.
@@ -55,6 +57,19 @@ class PeopleList : public Sheet {
     ListTable* list_;
     QLabel* count_;
     QHBoxLayout* buttons_;
+};
+
+// The account customers: to look one up, take one in, change his card, or see his account.
+class AccountCustomersList : public PeopleList {
+    Q_OBJECT
+  public:
+    AccountCustomersList(QWidget* host, const Context& context);
+};
+
+class TipsReceiversList : public PeopleList {
+    Q_OBJECT
+  public:
+    TipsReceiversList(QWidget* host, const Context& context);
 };
 
 }  // namespace ui

@@ -1,7 +1,6 @@
 #include "ui/accounts/print_voucher.h"
 
-#include "accounts/printed_voucher.h"
-#include "common/numbers.h"
+#include "accounts/voucher_records.h"
 #include "printing/report_printer.h"
 #include "signin/session.h"
 
@@ -17,9 +16,9 @@ printing::Report report_of(const accounts::PrintedVoucher& voucher, const signin
     if (!voucher.place.empty()) report.captions.emplace_back("الخزينة أو البنك", voucher.place);
     if (!voucher.note.empty()) report.captions.emplace_back("ملاحظات", voucher.note);
     report.captions.emplace_back("المستخدم", session.user_name);
-    report.totals = {{"الرصيد قبل", common::format_amount(voucher.balance_before)},
-                     {"المبلغ", common::format_amount(voucher.amount)},
-                     {"الرصيد بعد", common::format_amount(voucher.balance_after)}};
+    report.totals = {{"الرصيد قبل", voucher.balance_before.text()},
+                     {"المبلغ", voucher.amount.text()},
+                     {"الرصيد بعد", voucher.balance_after.text()}};
     report.main_total = 1;
     report.words = voucher.words;
     report.signatures = {"المستلم", "الكاشير"};

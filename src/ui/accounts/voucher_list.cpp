@@ -7,7 +7,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "accounts/voucher_statements.h"
 #include "common/numbers.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/form_fields.h"

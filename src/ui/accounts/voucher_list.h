@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "accounts/voucher_kinds.h"
+#include "accounts/voucher_records.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/sheet.h"
 

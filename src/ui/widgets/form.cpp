@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <algorithm>
 #include <stdexcept>
@@ -107,6 +108,10 @@ Segments* FormFields::options(std::string_view name) const {
     return qobject_cast<Segments*>(field(name));
 }
 
+QLabel* FormFields::figure(std::string_view name) const {
+    return qobject_cast<QLabel*>(field(name));
+}
+
 void FormFields::set_all_fixed(bool fixed) {
     for (const Built& field : fields_)
         set_fixed(field.widget, fixed);
@@ -120,6 +125,13 @@ void FormFields::set_row_height(double measure) {
             field.widget->setFixedHeight(px(measure));
         }
     }
+}
+
+void FormFields::enlarge(std::string_view name) {
+    QWidget* widget = field(name);
+    set_role(widget, "large");
+    widget->setMinimumHeight(0);
+    widget->setMaximumHeight(QWIDGETSIZE_MAX);
 }
 
 void FormFields::lead_on(std::vector<std::string_view> names, QWidget* last) {
@@ -139,7 +151,10 @@ void FormFields::refuse(const common::Refusal& refusal, common::Prompts& prompts
     if (refusal.field.empty()) return;
     const Built& refused = built(refusal.field);
     refused.widget->setFocus();
-    if (refused.description.kind == FieldKind::date) line(refusal.field)->selectAll();
+    // What is not a number or a date is typed again.
+    const FieldKind kind = refused.description.kind;
+    if (kind == FieldKind::date || kind == FieldKind::code || kind == FieldKind::amount)
+        line(refusal.field)->selectAll();
 }
 
 void FormFields::show_value(std::string_view name, const FieldValue& value) {
@@ -186,7 +201,7 @@ bool FormFields::is_hidden(std::string_view name) const {
 }
 
 common::Refusal FormFields::wrong_date(std::string_view name) {
-    return {name, std::string(common::message::wrong_date)};
+    return {name, common::message::wrong_date};
 }
 
 }  // namespace ui

@@ -13,6 +13,7 @@
 #include "ui/widgets/guard.h"
 
 class QComboBox;
+class QLabel;
 class QLineEdit;
 
 namespace ui {
@@ -27,11 +28,14 @@ class FormFields {
     QLineEdit* line(std::string_view name) const;
     QComboBox* list(std::string_view name) const;
     Segments* options(std::string_view name) const;
+    QLabel* figure(std::string_view name) const;
 
     // Fixed fields show their values, and no key or click changes them.
     void set_all_fixed(bool fixed);
     // In pixels of the 1366×768 screen; check boxes keep their own height.
     void set_row_height(double measure);
+    // Shows an amount in large figures, at the height that they need.
+    void enlarge(std::string_view name);
     // Shows why the form was refused, then moves the focus to the field at fault.
     void refuse(const common::Refusal& refusal, common::Prompts& prompts) const;
 

@@ -1,21 +1,22 @@
-// The receivers of tips: their list, and the screen that adds or edits one.
+// The sheet that adds or edits a receiver of tips.
 #pragma once
 
 #include "accounts/tips_receiver.h"
-#include "ui/accounts/people_list.h"
 #include "ui/widgets/context.h"
+#include "ui/widgets/form.h"
+#include "ui/widgets/sheet.h"
 
 class QLabel;
 
 namespace ui {
 
 // run() returns 1 when the entry was saved.
-class Form36 : public Sheet {
+class TipsReceiverSheet : public Sheet {
     Q_OBJECT
   public:
-    Form36(QWidget* host, const Context& context);
+    TipsReceiverSheet(QWidget* host, const Context& context);
     void open_new();
-    // False when there is no such receiver (the message has been shown).
+    // Returns false after a message if there is no such receiver.
     bool open_edit(std::int64_t receiver);
 
   protected:
@@ -27,15 +28,8 @@ class Form36 : public Sheet {
 
     Context context_;
     accounts::TipsReceiver logic_;
+    Form<accounts::TipsReceiverFields> form_;
     QLabel* title_;
-    QLineEdit* code_;
-    QLineEdit* name_;
-};
-
-class TipsReceivers : public PeopleList {
-    Q_OBJECT
-  public:
-    TipsReceivers(QWidget* host, const Context& context);
 };
 
 }  // namespace ui

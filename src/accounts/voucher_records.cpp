@@ -1,0 +1,254 @@
+#include "accounts/voucher_records.h"
+
+#include <algorithm>
+
+#include "accounts/messages.h"
+#include "common/numbers.h"
+#include "common/spelled_amount.h"
+#include "common/text.h"
+#include "common/typed.h"
+#include "database/form.h"
+
+namespace accounts {
+
+using common::FieldKind;
+using common::FieldOption;
+using common::FormField;
+using database::Null;
+using database::quoted;
+using database::Recordset;
+using database::Sql;
+using database::Value;
+
+namespace {
+
+using Fields = VoucherFields;
+
+// customers, customers of the second kind, vendors
+constexpr FieldOption party_kinds[] = {{static_cast<int>(PartyKind::customer), "عملاء"},
+                                       {static_cast<int>(PartyKind::second_customer), "عملاء نوع ثان"},
+                                       {static_cast<int>(PartyKind::vendor), "موردون"}};
+// cash, cheque
+constexpr FieldOption methods[] = {{static_cast<int>(Method::cash), "نقدي"},
+                                   {static_cast<int>(Method::cheque), "شيك"}};
+
+// The columns of party and store are set by the statements below, for choosing one reloads lists.
+constexpr FormField<Fields> voucher_fields[] = {
+    // kind of party
+    {{}, {"voucher_party_kind", "نوع الطرف", FieldKind::options, {0, 0}, "", "", "", 0, party_kinds}},
+    // voucher number, date
+    {&Fields::number,
+     {"voucher_number", "&رقم الإيصال", FieldKind::digits, {0, 1}, "chkno", "", "", 100}},
+    {&Fields::date, {"voucher_date", "ال&تاريخ", FieldKind::date, {0, 2}, "Date"}},
+    // name of the party, its balance now
+    {{}, {"voucher_party", "ا&سم الطرف", FieldKind::choice, {1, 0, 2}}},
+    {{}, {"voucher_balance", "الرصيد الحالي", FieldKind::figure, {1, 2}}},
+    // amount, discount, the part due already
+    {&Fields::amount, {"voucher_amount", "ال&قيمة", FieldKind::amount, {2, 0}, "quan"}},
+    {&Fields::discount, {"voucher_discount", "ال&خصم", FieldKind::amount, {2, 1}, "dis"}},
+    {&Fields::second_amount,
+     {"voucher_second_amount", "المستحق &منها", FieldKind::amount, {2, 2}, "quan1"}},
+    // method of payment, branch, drawer
+    {{}, {"voucher_method", "طريقة الدفع", FieldKind::options, {3, 0}, "", "", "", 0, methods}},
+    {{}, {"voucher_store", "ال&فرع", FieldKind::choice, {3, 1}}},
+    {&Fields::drawer, {"voucher_drawer", "الخ&زينة", FieldKind::choice, {3, 2}, "cash_n"}},
+    // bank, date and owner of the cheque
+    {&Fields::bank, {"voucher_bank", "ال&بنك", FieldKind::choice, {4, 0}, "bcode"}},
+    {&Fields::cheque_date, {"voucher_cheque_date", "تاريخ الشيك", FieldKind::date, {4, 1}, "tdate"}},
+    {&Fields::cheque_owner, {"voucher_cheque_owner", "صاحب الشيك", FieldKind::text, {4, 2}, "chowner"}},
+    // representative, notes
+    {&Fields::representative, {"voucher_representative", "المن&دوب", FieldKind::choice, {5, 0}, "link"}},
+    {&Fields::note,
+     {"voucher_note", "م&لاحظات", FieldKind::text, {5, 1, 2}, "note", "", "", note_length}},
+};
+
+}  // namespace
+
+common::FormTable<VoucherFields> voucher_form() {
+    return voucher_fields;
+}
+
+common::Amount effect_on_balance(VoucherKind kind, PartyKind party_kind, Method method,
+                                 common::Amount amount) {
+    return raises_balance(kind, party_kind, method) ? amount : -amount;
+}
+
+VoucherKey VoucherRecord::key() const {
+    return {party_kind, fields.party.value_or(0), fields.date,
+            common::read_amount(fields.amount).value.value(), std::string(common::trim(fields.number))};
+}
+
+namespace {
+
+// The server takes a text such as "-" or "1,5" for numeric and then fails to convert it; in that case the
+// numbers are read here.
+double highest_read_here(database::Connection& connection, VoucherKind kind) {
+    double highest = 0;
+    for (const auto& row : connection.query(Sql("select chkno from vencuspay where type <> 0 and ptype = ") +
+                                            static_cast<int>(kind)))
+        highest = std::max(highest, common::numeric_value(row.text("chkno")));
+    return highest;
+}
+
+}  // namespace
+
+std::string propose_number(database::Connection& connection, VoucherKind kind) {
+    const Sql statement =
+        kind == VoucherKind::receipt
+            ? Sql("select max(case when isnumeric(chkno)=1 then case when chkno = '.' then 0 else  "
+                  "cast(chkno as "
+                  "real) end else 0 end) as last_c from vencuspay where type <> 0 and ptype = 2")
+            : Sql("select max(case when isnumeric(chkno)=1 then case when chkno = '.' then 0 else  "
+                  "convert(real,chkno) end else 0 end) as last_c from vencuspay where type <> 0 and ptype = "
+                  "1");
+    // Above this a real no longer tells whole numbers apart, and the next number could be a used one.
+    constexpr double exact_reals = 16'777'216;
+    double highest = 0;
+    try {
+        highest = database::number_of(connection.scalar(statement));
+        if (highest >= exact_reals) highest = highest_read_here(connection, kind);
+    } catch (const database::Error& error) {
+        if (error.is_connection_lost()) throw;
+        highest = highest_read_here(connection, kind);
+    }
+    return common::shortest_text(highest + 1);
+}
+
+bool is_duplicate(database::Connection& connection, VoucherKind kind, std::string_view number) {
+    const Sql statement = kind == VoucherKind::receipt
+                              ? Sql("SELECT vencuspay.chkno, vencuspay.vcode, custdata.mname FROM vencuspay "
+                                    "INNER JOIN custdata ON "
+                                    "vencuspay.vcode = custdata.ccode WHERE (vencuspay.chkno = ") +
+                                    quoted(number) + ") AND (vencuspay.ptype = 2)"
+                              : Sql("SELECT vencuspay.chkno FROM vencuspay INNER JOIN vendata ON "
+                                    "vencuspay.vcode = vendata.vcode "
+                                    "WHERE (vencuspay.chkno = ") +
+                                    quoted(number) + ")and vencuspay.ptype = 1";
+    return !connection.query(statement).empty();
+}
+
+Sql find_statement(VoucherKind kind, const VoucherKey& key) {
+    const Sql party = Sql("select * from vencuspay where vcode = ") + key.party;
+    const int party_kind = static_cast<int>(key.party_kind);
+    if (kind == VoucherKind::receipt) {
+        return party + " and ptype = 2 and [date] = " + quoted(key.date) + " and quan = " + key.amount +
+               " and chkno = " + quoted(key.number) + " and ztype = " + party_kind;
+    }
+    return party + " and date = " + quoted(key.date) + " and quan  = " + key.amount +
+           " and ptype = 1 and chkno = " + quoted(key.number) + " and ztype = " + party_kind;
+}
+
+namespace {
+
+void set_columns(Recordset& row, const VoucherRecord& record) {
+    const VoucherFields& fields = record.fields;
+    row.set("time_", Value(record.written_at));
+    row.set("vcode", fields.party.value());
+    row.set("Type", static_cast<int>(record.method));
+    row.set("ptype", static_cast<int>(record.kind));
+    row.set("ztype", static_cast<int>(record.party_kind));
+    database::store(voucher_form(), fields, row);
+    row.set("chkno", common::trim(fields.number));
+    row.set("stcode", fields.store.value_or(0));
+    // The method of an edited voucher may have changed: the columns of the former one are emptied.
+    const bool by_cheque = record.method == Method::cheque;
+    for (const char* column : {"ctype", "chk"})
+        row.set(column, by_cheque ? Value(std::int64_t{0}) : Value(Null{}));
+    if (record.method != Method::cash) row.set("cash_n", Null{});
+    if (by_cheque) return;
+    for (const char* column : {"tdate", "bcode", "chowner"})
+        row.set(column, Null{});
+}
+
+}  // namespace
+
+void add_voucher(database::Connection& connection, const VoucherRecord& record) {
+    const std::int64_t internal =
+        database::integer_of(connection.scalar("select max(pay_id) as last_c from vencuspay ")) + 1;
+    Recordset row(connection, "select * from vencuspay");
+    row.add();
+    set_columns(row, record);
+    row.set("pay_id", internal);
+    row.update();
+}
+
+bool rewrite_voucher(database::Connection& connection, const VoucherRecord& record, const VoucherKey& former,
+                     const std::vector<Value>& seen) {
+    const Sql statement = find_statement(record.kind, former);
+    const auto now = connection.query(statement);
+    if (now.empty() || (!seen.empty() && now.front().cells() != seen)) return false;
+    Recordset row(connection, statement);
+    if (row.empty()) return false;
+    set_columns(row, record);
+    try {
+        row.update();
+    } catch (const database::Error& error) {
+        if (error.kind() == database::Error::Kind::changed_meanwhile) return false;
+        throw;
+    }
+    return true;
+}
+
+namespace {
+
+std::string printed_title(VoucherKind kind, Method method) {
+    if (method == Method::discount_notice || method == Method::addition_notice) return method_name(method);
+    if (method == Method::cheque) return kind == VoucherKind::receipt ? "ايصال استلام شيك" : "ايصال دفع شيك";
+    return kind == VoucherKind::receipt ? "ايصال استلام نقدية" : "ايصال دفع نقدية";
+}
+
+}  // namespace
+
+PrintedVoucher printed_voucher(VoucherKind kind, Method method, const VoucherKey& key,
+                               const std::string& party_name, common::Amount balance) {
+    PrintedVoucher paper;
+    paper.title = printed_title(kind, method);
+    paper.number = key.number;
+    paper.date = key.date;
+    paper.party = party_name;
+    paper.amount = common::Amount(key.amount);
+    paper.words = common::spell_amount(key.amount);
+    paper.method = method_name(method);
+    paper.balance_before = balance - effect_on_balance(kind, key.party_kind, method, paper.amount);
+    paper.balance_after = balance;
+    return paper;
+}
+
+std::string method_name(Method method) {
+    switch (method) {
+        case Method::cash:
+            return "نقدي";
+        case Method::cheque:
+            return "شيك";
+        case Method::discount_notice:
+            return "اشعار خصم";
+        default:
+            return "اشعار اضافة";
+    }
+}
+
+std::vector<VoucherEntry> list_vouchers(database::Connection& connection, VoucherKind kind,
+                                        const common::Date& from, const common::Date& to) {
+    std::vector<VoucherEntry> list;
+    for (
+        const auto& row : connection.query(
+            Sql("select vencuspay.chkno, vencuspay.ztype, vencuspay.vcode, vencuspay.[date], vencuspay.quan, "
+                "vencuspay.[type], custdata.cname, vendata.vname from vencuspay LEFT OUTER JOIN custdata ON "
+                "vencuspay.vcode = custdata.ccode LEFT OUTER JOIN vendata ON vencuspay.vcode = vendata.vcode "
+                "where vencuspay.ptype = ") +
+            static_cast<int>(kind) + " and vencuspay.[date] >= " + quoted(from) +
+            " and vencuspay.[date] <= " + quoted(to) + " order by vencuspay.pay_id")) {
+        VoucherEntry entry;
+        entry.key.party_kind = static_cast<PartyKind>(row.integer("ztype"));
+        entry.key.party = row.integer("vcode");
+        entry.key.date = row.moment("date").date;
+        entry.key.amount = row.number("quan");
+        entry.key.number = row.text("chkno");
+        entry.method = static_cast<Method>(row.integer("type"));
+        entry.party_name = row.text(entry.key.party_kind == PartyKind::vendor ? "vname" : "cname");
+        list.push_back(std::move(entry));
+    }
+    return list;
+}
+
+}  // namespace accounts

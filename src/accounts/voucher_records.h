@@ -1,0 +1,113 @@
+// Vouchers as the table vencuspay holds them and as they are printed: their codes, what finds one again, what
+// they do to the balance of their party.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "accounts/parties.h"
+#include "common/date_time.h"
+#include "common/form.h"
+#include "database/connection.h"
+
+namespace accounts {
+
+enum class VoucherKind { payment = 1, receipt = 2 };  // vencuspay.ptype
+// vencuspay.Type. The screens offer cash and cheque; notices come from elsewhere and stay what they are when
+// they are edited.
+enum class Method { cheque = 0, cash = 1, discount_notice = 2, addition_notice = 3 };
+
+// Whether a voucher raises the running balance of its party; otherwise it lowers it. A receipt lowers what a
+// customer owes and raises what a vendor is owed, a payment the other way round; an addition notice has the
+// opposite side of the other methods.
+constexpr bool raises_balance(VoucherKind kind, PartyKind party_kind, Method method) {
+    const bool raises_customer = (kind == VoucherKind::payment) != (method == Method::addition_notice);
+    return raises_customer != (party_kind == PartyKind::vendor);
+}
+// What a voucher of that amount adds to the running balance of its party.
+common::Amount effect_on_balance(VoucherKind kind, PartyKind party_kind, Method method,
+                                 common::Amount amount);
+
+std::string method_name(Method method);
+
+// What finds a voucher again.
+struct VoucherKey {
+    PartyKind party_kind = PartyKind::customer;
+    std::int64_t party = 0;
+    common::Date date;
+    double amount = 0;
+    std::string number;
+};
+database::Sql find_statement(VoucherKind kind, const VoucherKey& key);
+
+struct VoucherEntry {
+    VoucherKey key;
+    std::string party_name;
+    Method method = Method::cash;
+};
+// The vouchers of a period, in the order of their internal numbers.
+std::vector<VoucherEntry> list_vouchers(database::Connection& connection, VoucherKind kind,
+                                        const common::Date& from, const common::Date& to);
+
+// The highest number of the kind's vouchers plus 1. Numbers such as "A12" count as 0.
+std::string propose_number(database::Connection& connection, VoucherKind kind);
+// Whether the number was used before. Sees receipts of customers and payments to vendors only, as the shops'
+// numbering has always had it.
+bool is_duplicate(database::Connection& connection, VoucherKind kind, std::string_view number);
+
+inline constexpr std::size_t note_length = 50;
+
+// The fields of a voucher as they are typed.
+struct VoucherFields {
+    std::string number;
+    common::Date date;
+    std::optional<std::int64_t> party;
+    std::string amount = "0.00";
+    std::string discount = "0.00";
+    std::string second_amount = "0.00";  // the part of the amount that is due already
+    std::optional<std::int64_t> store;
+    std::optional<std::int64_t> drawer;  // cash only
+    std::optional<std::int64_t> bank;    // cheques only, as the next two
+    common::Date cheque_date;
+    std::string cheque_owner;
+    std::optional<std::int64_t> representative;
+    std::string note;  // its first note_length characters are kept
+};
+common::FormTable<VoucherFields> voucher_form();
+
+struct VoucherRecord {
+    VoucherKind kind = VoucherKind::receipt;
+    PartyKind party_kind = PartyKind::customer;
+    Method method = Method::cash;
+    VoucherFields fields;
+    common::Moment written_at;
+
+    VoucherKey key() const;
+};
+void add_voucher(database::Connection& connection, const VoucherRecord& record);
+// Writes over the voucher found by its former key. Returns false, and writes nothing, if it is gone or its
+// cells are no longer those seen; none seen means not to compare.
+bool rewrite_voucher(database::Connection& connection, const VoucherRecord& record, const VoucherKey& former,
+                     const std::vector<database::Value>& seen);
+
+struct PrintedVoucher {
+    std::string title;
+    std::string number;
+    common::Date date;
+    std::string party;
+    common::Amount amount;
+    std::string words;  // the amount in words
+    std::string method;
+    std::string place;  // the drawer or the bank
+    std::string note;
+    common::Amount balance_before;  // without the voucher, also if it was edited
+    common::Amount balance_after;
+};
+// The paper of a saved voucher whose party now has that balance; place and note are left to the caller.
+PrintedVoucher printed_voucher(VoucherKind kind, Method method, const VoucherKey& key,
+                               const std::string& party_name, common::Amount balance);
+
+}  // namespace accounts

@@ -1,0 +1,56 @@
+// The sheets of vouchers: receipts (Form38) and payments (Form23), in cash or by cheque.
+#pragma once
+
+#include "accounts/voucher.h"
+#include "ui/widgets/context.h"
+#include "ui/widgets/form.h"
+#include "ui/widgets/sheet.h"
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace ui {
+
+// A saved voucher stays on the screen to be printed or corrected until a new one is begun.
+class VoucherSheet : public Sheet {
+    Q_OBJECT
+  public:
+    VoucherSheet(QWidget* host, const Context& context, accounts::VoucherKind kind);
+    void open_new();
+    // Returns false after a message if there is no such voucher.
+    bool open_edit(const accounts::VoucherKey& key);
+
+  protected:
+    void take_focus() override;
+
+  private:
+    void build_fields();
+    void build_foot();
+    void connect_party();
+    void connect_amounts();
+    void connect_method();
+    void lead_on();
+    void show_voucher();
+    void show_parties();
+    void show_party();
+    void show_method();
+    // Shows what can be read as an amount in the form of one; the rest is refused when the voucher is saved.
+    void show_as_amount(QLineEdit* field);
+    void choose_party();
+    void save();
+    void print(bool page);
+    void choose_voucher();
+    void begin_new();
+
+    Context context_;
+    accounts::Voucher logic_;
+    Form<accounts::VoucherFields> form_;
+    QLabel* title_;
+    QLabel* said_;
+    QPushButton* save_;
+    QPushButton* print_;
+    QPushButton* page_;
+};
+
+}  // namespace ui
