@@ -160,10 +160,10 @@ void Player::start_till() {
         environment.program_folder = stage_.folder();
         environment.working_folder = stage_.folder();
         environment.open = [this](const std::string& text, const std::filesystem::path& folder) {
-            // On a server of the tests the till waits less long than in a shop.
+            // On a server the till waits less long than in a shop.
             constexpr database::Patience patience_of_plays{2, 4};
-            auto opened = database::test_server() ? database::open_sqlserver(text, patience_of_plays)
-                                                  : startup::open_connection(text, folder);
+            auto opened = settings_.server ? database::open_sqlserver(text, patience_of_plays)
+                                           : startup::open_connection(text, folder);
             auto made = std::make_unique<PlayConnection>(std::move(opened), clock_);
             connection_ = made.get();
             return made;

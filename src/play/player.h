@@ -21,6 +21,7 @@ namespace play {
 
 struct Settings {
     std::filesystem::path pictures;     // the folder for pictures
+    std::optional<Server> server;       // to play on; a shop file without one
     QSize screen{1366, 768};            // until a play says otherwise
     std::filesystem::path objects;      // a file to list the object names in; empty for none
     std::filesystem::path screenshots;  // a file to list the screenshots in; empty for none

@@ -8,7 +8,6 @@
 #include "admin/copy_shop.h"
 #include "admin/new_shop.h"
 #include "database/embedded/open.h"
-#include "database/sqlserver/open.h"
 #include "play/environment.h"
 #include "startup/shop_files.h"
 
@@ -22,7 +21,7 @@ constexpr const char* shop_file = "shop.db";
 
 }  // namespace
 
-Stage::Stage() : server_(database::test_server()) {
+Stage::Stage(std::optional<Server> server) : server_(std::move(server)) {
     std::string name = (fs::temp_directory_path() / "tallvex-play-XXXXXX").string();
     if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder can be made");
     root_ = name;
@@ -60,25 +59,24 @@ void Stage::set_up(const std::string& kind) {
 }
 
 void Stage::move_to_server() {
-    if (server_->user != "sa") throw std::runtime_error("a play signs in to the server as \"sa\"");
     {
         std::ostringstream said;
         std::istringstream nothing;
         PlayClock clock;
         admin::Tool tool{said, said, nothing, root_, clock};
         const auto file = database::open_embedded(folder() / shop_file);
-        const auto emptied = database::open_emptied(*server_);
+        const auto emptied = server_->open_emptied();
         const auto copied = admin::copy_shop(*file, *emptied, tool);
         if (!copied.differences.empty()) throw std::runtime_error(copied.differences.front());
     }
     for (const char* ending : {"", "-wal", "-shm"})
         fs::remove(folder() / (std::string(shop_file) + ending));
-    startup::write_connection_file(folder(), {server_->source, server_->database});
+    startup::write_connection_file(folder(), server_->place);
     startup::write_sa_password(folder(), server_->password);
 }
 
 std::unique_ptr<database::Connection> Stage::open() const {
-    if (server_) return database::open_sqlserver(server_->connection_string());
+    if (server_) return server_->open();
     return database::open_embedded(folder() / shop_file);
 }
 

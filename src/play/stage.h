@@ -1,20 +1,29 @@
-// The shop that a play is played in: a fresh copy in a temporary folder; its database is on the server that
-// TALLVEX_TEST_SQLSERVER names, when it names one.
+// The shop that a play is played in: a fresh copy in a temporary folder, with its database in a file there or
+// on a server.
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "database/connection.h"
-#include "database/sqlserver/test_server.h"
+#include "startup/connection_file.h"
 
 namespace play {
 
+// A server to play on instead of a shop file. Its database belongs to the plays alone.
+struct Server {
+    startup::ConnectionRecord place;
+    std::string password;  // of "sa"
+    std::function<std::unique_ptr<database::Connection>()> open;
+    std::function<std::unique_ptr<database::Connection>()> open_emptied;
+};
+
 class Stage {
   public:
-    Stage();
+    explicit Stage(std::optional<Server> server);
     ~Stage();
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
@@ -33,7 +42,7 @@ class Stage {
     void move_to_server();
 
     std::filesystem::path root_;
-    std::optional<database::TestServer> server_;
+    std::optional<Server> server_;
 };
 
 }  // namespace play

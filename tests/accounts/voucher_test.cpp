@@ -6,8 +6,8 @@
 #include "accounts/direct_receipt.h"
 #include "accounts/messages.h"
 #include "common/messages.h"
-#include "database/faults.h"
 #include "office.h"
+#include "support/faulty_connection.h"
 
 namespace accounts {
 namespace {
@@ -268,17 +268,17 @@ TEST_F(Vouchers, ASaveThatBrokeOffIsTriedAgain) {
     for (std::int64_t n = 1; !passed; ++n) {
         office.shop.sql("delete from vencuspay");
         office.shop.sql("update custdata set cacc = 250 where ccode = 7");
-        database::FaultyConnection connection(office.shop.connection());
+        test::FaultyConnection connection(office.shop.connection());
         Voucher voucher(VoucherKind::receipt, connection, office.session, office.services.clock);
         voucher.open_new();
         voucher.choose_party(7);
         voucher.set_amount("100");
-        connection.fail_at(n, database::FaultyConnection::Fault::passing);
+        connection.fail_at(n, test::FaultyConnection::Fault::passing);
         try {
             passed = !voucher.save() && !connection.has_failed();
         } catch (const database::Error&) {
         }
-        connection.heal();
+        connection.stop_failing();
         if (!passed) {
             EXPECT_FALSE(voucher.save()) << n;
         }
@@ -294,7 +294,7 @@ TEST_F(Vouchers, ABalanceThatAnotherTillMovesIsReadAgain) {
     for (std::int64_t n = 1; !ended; ++n) {
         office.shop.sql("delete from vencuspay");
         office.shop.sql("update custdata set cacc = 250 where ccode = 7");
-        database::FaultyConnection connection(office.shop.connection());
+        test::FaultyConnection connection(office.shop.connection());
         Voucher voucher(VoucherKind::receipt, connection, office.session, office.services.clock);
         voucher.open_new();
         voucher.choose_party(7);
@@ -327,8 +327,8 @@ TEST_F(Vouchers, ADirectReceiptIsNeverHalfWritten) {
     for (std::int64_t n = 1; reached; ++n) {
         office.shop.sql("delete from vencuspay");
         office.shop.sql("update custdata set cacc = 250 where ccode = 7");
-        database::FaultyConnection connection(office.shop.connection());
-        connection.fail_at(n, database::FaultyConnection::Fault::passing);
+        test::FaultyConnection connection(office.shop.connection());
+        connection.fail_at(n, test::FaultyConnection::Fault::passing);
         bool returned = true;
         try {
             write_direct_receipt(connection, office.session, office.services.clock, 7, {2026, 11, 21},

@@ -6,16 +6,16 @@
 
 #include "admin/checks.h"
 #include "admin/opening_stock.h"
-#include "database/faults.h"
 #include "sales/till.h"
+#include "support/faulty_connection.h"
 
 namespace {
 
 using admin::Verdict;
-using database::FaultyConnection;
 using sales::Invoice;
 using sales::PaymentOption;
 using sales::SaveOutcome;
+using test::FaultyConnection;
 using test::Till;
 
 // What the check finds wrong with this log; a killed till's has no line of a save that stopped.

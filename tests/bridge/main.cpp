@@ -10,13 +10,14 @@
 #include <cstdlib>
 
 #include "support/shop.h"
+#include "support/strict.h"
 #include "support/tds_bridge.h"
 #include "support/tds_control.h"
 
 extern char** environ;
 
 int main(int count, char** arguments) {
-    setenv("TALLVEX_STRICT_SQL", "1", 0);  // refuse what a server is known to refuse
+    test::StrictReader::install();  // refuse what a server is known to refuse
     const test::TemporaryFolder folder;
     test::TdsBridge bridge(folder.path(), {.database = "shop_test"});
     const test::TdsControl control(bridge, folder.path() / "control");

@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "cash/messages.h"
-#include "database/faults.h"
 #include "drawers.h"
+#include "support/faulty_connection.h"
 
 namespace cash {
 namespace {
@@ -301,7 +301,7 @@ TEST_F(Shifts, TwoTillsStartingAtOneMomentLeaveOneShift) {
     for (std::int64_t n = 1; !ended; ++n) {
         test::Drawers two;
         two.cash_sale("60");
-        database::FaultyConnection connection(two.shop.connection());
+        test::FaultyConnection connection(two.shop.connection());
         ShiftScreen screen(connection, two.session, two.services.all());
         ASSERT_TRUE(screen.open());
         screen.worker = 1;
@@ -332,16 +332,16 @@ TEST_F(Shifts, AStartThatBrokeOffIsTriedAgain) {
         test::Drawers broken;
         broken.open_shift(1, "2026/11/21 08:00:00");
         broken.cash_sale("150.75");
-        database::FaultyConnection connection(broken.shop.connection());
+        test::FaultyConnection connection(broken.shop.connection());
         ShiftScreen screen(connection, broken.session, broken.services.all());
         ASSERT_TRUE(screen.open());
         screen.worker = 1;
-        connection.fail_at(n, database::FaultyConnection::Fault::passing);
+        connection.fail_at(n, test::FaultyConnection::Fault::passing);
         try {
             passed = screen.start() && !connection.has_failed();
         } catch (const database::Error&) {
         }
-        connection.heal();
+        connection.stop_failing();
         if (!passed) {
             broken.services.clock.moment.time.minute += 1;
             ASSERT_TRUE(screen.open());

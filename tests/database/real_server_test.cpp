@@ -14,7 +14,7 @@ using database::Value;
 TEST(RealServer, MakesAShopAndBringsItUpToDate) {
     const auto server = test::test_server();
     if (!server) GTEST_SKIP() << test::no_test_server;
-    const auto connection = database::open_emptied(*server);
+    const auto connection = test::open_emptied(*server);
     database::create_base_schema(*connection);
     connection->execute("insert into stocks (code,name) values (1,N'الفرع الرئيسي')");
     for (int run = 0; run < 2; ++run)
@@ -33,7 +33,7 @@ TEST(RealServer, MakesAShopAndBringsItUpToDate) {
 TEST(RealServer, KeepsArabicDatesAndNumbers) {
     const auto server = test::test_server();
     if (!server) GTEST_SKIP() << test::no_test_server;
-    const auto connection = database::open_emptied(*server);
+    const auto connection = test::open_emptied(*server);
     database::create_base_schema(*connection);
     Recordset stock(*connection, "select * from stk");
     stock.add();

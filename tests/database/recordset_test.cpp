@@ -2,7 +2,7 @@
 #include "database/recordset.h"
 
 #include "database/engine.h"
-#include "database/faults.h"
+#include "support/faulty_connection.h"
 #include "support/test_server.h"
 
 namespace {
@@ -15,7 +15,7 @@ using database::Value;
 class Records : public test::Engine {
   protected:
     Records() {
-        if (const auto server = test::test_server()) connection = database::open_emptied(*server);
+        if (const auto server = test::test_server()) connection = test::open_emptied(*server);
         run("create table keyed (code int not null primary key, name nvarchar(10), made datetime, price "
             "real)");
         run("create table loose (code int, name nvarchar(10), made datetime, price real)");
@@ -54,7 +54,7 @@ TEST_F(Records, WalkAndRead) {
 }
 
 TEST_F(Records, AddReadsNothing) {
-    database::FaultyConnection counted(*connection);
+    test::FaultyConnection counted(*connection);
     Recordset records(counted, "select * from keyed");
     records.add();
     records.set("code", 7);
@@ -195,20 +195,20 @@ TEST_F(Records, WithoutRowNumbersTheFormerValuesFindTheRow) {
 }
 
 TEST_F(Records, AFailingConnectionFailsWhereItWasTold) {
-    database::FaultyConnection faulty(*connection);
-    faulty.fail_at(2, database::FaultyConnection::Fault::passing);
+    test::FaultyConnection faulty(*connection);
+    faulty.fail_at(2, test::FaultyConnection::Fault::passing);
     EXPECT_EQ(faulty.query("select code from keyed").size(), 2U);
     EXPECT_EQ(state_of([&] { faulty.execute("delete from keyed"); }), "HY000");
     EXPECT_TRUE(faulty.has_failed());
     EXPECT_EQ(faulty.query("select code from keyed").size(), 2U);
     faulty.call_before(1, [&] { connection->execute("delete from keyed where code = 1"); });
     EXPECT_EQ(faulty.query("select code from keyed").size(), 1U);
-    faulty.fail_at(1, database::FaultyConnection::Fault::lost);
+    faulty.fail_at(1, test::FaultyConnection::Fault::lost);
     for (int i = 0; i < 2; ++i)
         EXPECT_EQ(state_of([&] { faulty.query("select 1"); }), "08S01");
     EXPECT_EQ(state_of([&] { faulty.make_durable(); }), "08S01");
     EXPECT_EQ(state_of([&] { faulty.describe("keyed"); }), "08S01");
-    faulty.heal();
+    faulty.stop_failing();
     EXPECT_EQ(faulty.count(), 6);
     EXPECT_EQ(faulty.query("select code from keyed").size(), 1U);
 }

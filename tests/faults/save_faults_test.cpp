@@ -8,20 +8,20 @@
 #include <functional>
 
 #include "database/embedded/open.h"
-#include "database/faults.h"
 #include "database/schema/schema.h"
 #include "sales/messages.h"
 #include "sales/recall.h"
 #include "sales/till.h"
+#include "support/faulty_connection.h"
 
 namespace {
 
 using database::Connection;
-using database::FaultyConnection;
 using sales::Invoice;
 using sales::PaymentOption;
 using sales::SaveOutcome;
 using test::Desk;
+using test::FaultyConnection;
 using test::Till;
 
 struct Scenario {
@@ -187,7 +187,7 @@ TEST_P(SaveFaults, LeaveABeginningOfTheOrder) {
                 EXPECT_EQ(till.services.prompts.last(), sales::message::not_saved);
                 for (std::size_t i = 1; i < seen.size(); ++i)
                     EXPECT_EQ(seen[i], before[i]);
-                faulty.heal();
+                faulty.stop_failing();
                 EXPECT_EQ(saving.save(invoice, {}), SaveOutcome::saved) << till.services.prompts.last();
                 EXPECT_EQ(trace(till.connection()), after);
             } else {

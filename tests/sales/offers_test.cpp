@@ -2,11 +2,11 @@
 #include "sales/offers.h"
 #include "common/spelled_amount.h"
 #include "common/text.h"
-#include "database/faults.h"
 #include "sales/counter.h"
 #include "sales/customers.h"
 #include "sales/messages.h"
 #include "stock/offers.h"
+#include "support/faulty_connection.h"
 
 namespace {
 
@@ -252,13 +252,13 @@ TEST(OffersOnScreen, AQuotationStatesTheTotalInWords) {
 // A sale whose stock movement fails: the header and the lines are written.
 TEST(PartlySaved, StaysUnchangeableUntilItIsCancelled) {
     Counter counter;
-    database::FaultyConnection faulty(counter.connection());
+    test::FaultyConnection faulty(counter.connection());
     sales::SalesDesk desk(faulty, counter.session, counter.services.all(), counter.printer);
     const auto enter = [&](std::string_view text) { return desk.lines().EnterItem(sales::read_entry(text)); };
     ASSERT_TRUE(desk.Open());
     ASSERT_TRUE(enter("400"));
     ASSERT_EQ(desk.checkout().begin_save(), BeginSave::ask_payment);
-    counter.printer.on_print = [&] { faulty.fail_at(4, database::FaultyConnection::Fault::passing); };
+    counter.printer.on_print = [&] { faulty.fail_at(4, test::FaultyConnection::Fault::passing); };
     ASSERT_EQ(desk.checkout().SaveInvoice(), SaveOutcome::partly_saved);
     counter.printer.on_print = nullptr;
     ASSERT_EQ(counter.shop.number("select count(*) from sales"), 1);
@@ -294,7 +294,7 @@ TEST(PartlySaved, StaysUnchangeableUntilItIsCancelled) {
 // The row of a walk-in customer was written and the answer never came: he is not there twice afterwards.
 TEST(OffersOnScreen, AWalkInCustomerWhoseAnswerWasLostIsAddedOnce) {
     Counter counter;
-    database::FaultyConnection faulty(counter.connection());
+    test::FaultyConnection faulty(counter.connection());
     for (const bool taken_meanwhile : {false, true}) {
         SCOPED_TRACE(taken_meanwhile);
         const int proposed = static_cast<int>(counter.shop.number("select max(zcode) from cust_cash")) + 1;
@@ -308,11 +308,11 @@ TEST(OffersOnScreen, AWalkInCustomerWhoseAnswerWasLostIsAddedOnce) {
         };
         // The first statement looks for the code, the second one adds the row.
         faulty.call_before(2, [&] { add(proposed + (taken_meanwhile ? 1 : 0)); });
-        faulty.fail_at(2, database::FaultyConnection::Fault::lost);
+        faulty.fail_at(2, test::FaultyConnection::Fault::lost);
         auto lost = customer;
         EXPECT_THROW(sales::store_walk_in_customer(faulty, lost), database::Error);
         ASSERT_TRUE(faulty.has_failed());
-        faulty.heal();
+        faulty.stop_failing();
         sales::store_walk_in_customer(faulty, customer);
         EXPECT_FALSE(customer.is_new);
         EXPECT_EQ(

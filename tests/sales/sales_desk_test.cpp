@@ -3,7 +3,7 @@
 
 #include <chrono>
 
-#include "database/faults.h"
+#include "support/faulty_connection.h"
 #include "sales/counter.h"
 #include "sales/messages.h"
 
@@ -304,10 +304,10 @@ TEST(SalesDesk, AnErrorBelowIsToldAndLeavesTheInvoice) {
 // Its number could not be drawn: neither this invoice nor the next one sells from it.
 TEST(SalesDesk, AStoreThatWasRefusedNeverTakesEffect) {
     Counter counter;
-    database::FaultyConnection faulty(counter.connection());
+    test::FaultyConnection faulty(counter.connection());
     sales::SalesDesk desk(faulty, counter.session, counter.services.all(), counter.printer);
     ASSERT_TRUE(desk.Open());
-    faulty.fail_at(1, database::FaultyConnection::Fault::passing);
+    faulty.fail_at(1, test::FaultyConnection::Fault::passing);
     desk.header().choose_store(2);
     ASSERT_TRUE(faulty.has_failed());
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::action_failed)));

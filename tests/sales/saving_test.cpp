@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <functional>
 
-#include "database/faults.h"
 #include "sales/recall.h"
 #include "sales/till.h"
+#include "support/faulty_connection.h"
 
 namespace {
 
@@ -292,7 +292,7 @@ TEST(Saving, GoodsThatComeInMeanwhileAreCountedAndTaken) {
         SCOPED_TRACE(n);
         Till till;
         const auto other = test::open_shop(till.shop.file());
-        database::FaultyConnection faulty(till.shop.connection());
+        test::FaultyConnection faulty(till.shop.connection());
         reached = false;
         faulty.call_before(n, [&] {
             reached = true;

@@ -7,13 +7,13 @@
 
 #include "database/embedded/open.h"
 #include "database/error.h"
-#include "database/faults.h"
 #include "startup/activity_log.h"
 #include "startup/messages.h"
 #include "startup/reasons.h"
 #include "startup/shop_files.h"
 #include "startup/workstation.h"
 #include "support/child.h"
+#include "support/faulty_connection.h"
 #include "support/services.h"
 #include "support/shop.h"
 #include "support/test_server.h"
@@ -386,7 +386,7 @@ TEST_F(StartUpTest, AnAddressThatIsNotFoundIsNotKept) {
 // The statements before the upgrade list, in their order; whichever fails or loses the server is told, and
 // the next start works.
 TEST_F(StartUpTest, AnyStatementMayFailAndTheNextStartWorks) {
-    using database::FaultyConnection;
+    using test::FaultyConnection;
     std::unique_ptr<database::Connection> inner;
     FaultyConnection* faulty = nullptr;
     std::vector<std::string> statements;

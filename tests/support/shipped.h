@@ -2,19 +2,19 @@
 // as a server would.
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <memory>
 
 #include "database/embedded/open.h"
+#include "support/strict.h"
 
 namespace test {
 
 inline std::unique_ptr<database::Connection> open_as_shipped(const std::filesystem::path& file,
                                                              bool create = false) {
-    unsetenv("TALLVEX_STRICT_SQL");
+    StrictReader::install(false);
     auto connection = database::open_embedded(file, create);
-    setenv("TALLVEX_STRICT_SQL", "1", 1);
+    StrictReader::install();
     return connection;
 }
 

@@ -91,7 +91,7 @@ TemporaryFolder::~TemporaryFolder() {
 
 Shop::Shop() : file_(folder_.path() / "shop.db") {
     if (const auto server = test_server()) {
-        auto emptied = database::open_emptied(*server);
+        auto emptied = open_emptied(*server);
         make_shop(*emptied);
         connection_ = std::make_unique<DatedConnection>(std::move(emptied));
         return;

@@ -1,8 +1,8 @@
 // Every test program has the embedded engine refuse what a SQL Server would refuse.
-#include <cstdlib>
+#include "support/strict.h"
 
 namespace {
 
-const int switched_on = setenv("TALLVEX_STRICT_SQL", "1", 0);
+const bool installed = (test::StrictReader::install(), true);
 
 }  // namespace

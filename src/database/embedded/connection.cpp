@@ -124,7 +124,7 @@ Connection::Outcome EmbeddedConnection::run(std::string_view statement, const st
 }
 
 Connection::Outcome EmbeddedConnection::run_once(Passage& passage) {
-    if (strict_) strict_->read(passage.statement, passage.given, catalog_);
+    if (observer_) observer_->before(passage.statement, passage.given, catalog_);
     Prepared* prepared = prepared_for(passage);
     if (prepared == nullptr) return {Result(std::make_shared<Columns>(std::vector<std::string>()), {}), 0};
     if (prepared->is_orphan_deletion) return delete_orphans(*prepared, passage);

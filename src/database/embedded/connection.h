@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <list>
 #include <map>
 #include <memory>
@@ -16,11 +17,21 @@
 
 #include "database/connection.h"
 #include "database/embedded/catalog.h"
-#include "database/embedded/strict.h"
 #include "database/tsql/outline.h"
 #include "database/tsql/tokens.h"
 
 namespace database {
+
+// Told of every statement before it runs; what it throws ends the statement. Tests judge statements with it;
+// a shop has none.
+class StatementObserver {
+  public:
+    virtual ~StatementObserver() = default;
+    virtual void before(std::string_view statement, const std::vector<Value>& values,
+                        const tsql::Catalog& catalog) = 0;
+    // Whether columns of type real keep seven digits only, as a server's do.
+    virtual bool rounds_reals() const { return false; }
+};
 
 class EmbeddedConnection final : public Connection {
   public:
@@ -28,6 +39,10 @@ class EmbeddedConnection final : public Connection {
     // 08001 with the reason.
     EmbeddedConnection(const std::filesystem::path& file, bool create);
     ~EmbeddedConnection() override;
+
+    // Gives every connection that is opened from now on an observer of its own.
+    using MakeObserver = std::function<std::unique_ptr<StatementObserver>()>;
+    static void observe_all(MakeObserver make) { make_observer_ = std::move(make); }
 
     Outcome run(std::string_view statement, const std::vector<Value>& values) override {
         return run(statement, values, false);
@@ -80,8 +95,8 @@ class EmbeddedConnection final : public Connection {
     std::filesystem::path file_;
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> engine_{nullptr, sqlite3_close_v2};
     tsql::Catalog catalog_{nullptr};
-    // Tests read every statement as a server would; null in a shop.
-    const std::unique_ptr<tsql::StrictReader> strict_ = tsql::StrictReader::from_environment();
+    static inline MakeObserver make_observer_;
+    const std::unique_ptr<StatementObserver> observer_ = make_observer_ ? make_observer_() : nullptr;
     std::int64_t schema_version_ = -1;
     // Statements, the last used first. The key is the text as it was given with the kinds of its values, or,
     // where literals stand in it, its shape; then the values that shaped the translation.

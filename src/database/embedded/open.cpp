@@ -109,7 +109,7 @@ void EmbeddedConnection::prepare_engine(bool fresh) {
                       "PRAGMA cache_size = -3000");
     if (fresh) embedded::execute(engine, "PRAGMA application_id = " + std::to_string(shop_mark));
     catalog_ = tsql::Catalog(engine);
-    catalog_.rounds_reals = strict_ != nullptr;
+    catalog_.rounds_reals = observer_ && observer_->rounds_reals();
     catalog_.load();
     const std::vector<Value> none;
     embedded::Definitions(engine, catalog_, none).add_own_indexes();

@@ -8,13 +8,13 @@
 
 #include "database/connection.h"
 
-namespace database {
+namespace test {
 
-// Passes everything on to the connection it is given, counting statements from 1; describe() and
-// make_durable() are no statements.
-class FaultyConnection final : public Connection {
+// Passes everything on to the connection it is given and counts the statements from 1; describe() and
+// make_durable() do not count.
+class FaultyConnection final : public database::Connection {
   public:
-    explicit FaultyConnection(Connection& inner) : inner_(inner) {}
+    explicit FaultyConnection(database::Connection& inner) : inner_(inner) {}
 
     enum class Fault {
         passing,  // Error HY000, once
@@ -22,19 +22,19 @@ class FaultyConnection final : public Connection {
     };
     // The n-th statement from now fails instead of running.
     void fail_at(std::int64_t n, Fault fault);
-    // Calls something before the n-th statement from now: to change rows behind an action's back, or to end
-    // the process there.
+    // Calls `what` before the n-th statement from now: to change rows behind an action's back, or to kill the
+    // process there.
     void call_before(std::int64_t n, std::function<void()> what);
-    // Nothing fails any more.
-    void heal();
+    // From now on nothing fails.
+    void stop_failing();
 
     // The statements asked for so far, the failed ones among them.
     std::int64_t count() const { return static_cast<std::int64_t>(statements_.size()); }
     const std::vector<std::string>& statements() const { return statements_; }
-    // Whether the fault came about: false when the action ended before it.
+    // Returns false if the action ended before the fault.
     bool has_failed() const { return has_failed_; }
 
-    Outcome run(std::string_view statement, const std::vector<Value>& values) override;
+    Outcome run(std::string_view statement, const std::vector<database::Value>& values) override;
     void make_durable() override;
     bool is_embedded() const override { return inner_.is_embedded(); }
     Table describe(std::string_view table) override;
@@ -42,7 +42,7 @@ class FaultyConnection final : public Connection {
 
   private:
     void check_lost(std::string_view statement) const;
-    Connection& inner_;
+    database::Connection& inner_;
     std::vector<std::string> statements_;
     std::int64_t fail_at_ = 0;
     Fault fault_ = Fault::passing;
@@ -52,4 +52,4 @@ class FaultyConnection final : public Connection {
     std::function<void()> call_;
 };
 
-}  // namespace database
+}  // namespace test

@@ -1,4 +1,4 @@
-#include "database/sqlserver/test_server.h"
+#include "support/test_server.h"
 
 #include <array>
 #include <cstdlib>
@@ -7,7 +7,10 @@
 #include "common/text.h"
 #include "database/sqlserver/open.h"
 
-namespace database {
+namespace test {
+
+using database::Row;
+using database::Sql;
 
 std::string TestServer::connection_string() const {
     return "Provider=SQLOLEDB.1;Password=" + password + ";Persist Security Info=True;User ID=" + user +
@@ -29,12 +32,12 @@ std::optional<TestServer> test_server() {
     return TestServer{parts[0] + "," + parts[1], parts[2], parts[3], rest};
 }
 
-std::unique_ptr<Connection> open_emptied(const TestServer& server) {
+std::unique_ptr<database::Connection> open_emptied(const TestServer& server) {
     if (common::lower_ascii(server.database).find("test") == std::string::npos)
         throw std::runtime_error("The database \"" + server.database +
                                  "\" is left alone: tests empty only one whose name says that it is for "
                                  "tests, such as shop_test.");
-    auto connection = open_sqlserver(server.connection_string());
+    auto connection = database::open_sqlserver(server.connection_string());
     for (const Row& view : connection->query("select name from sysobjects where xtype = 'V'"))
         connection->execute(Sql::from_administrator("drop view [" + view.text("name") + "]"));
     for (const Row& table : connection->query("select name from sysobjects where xtype = 'U'"))
@@ -42,4 +45,4 @@ std::unique_ptr<Connection> open_emptied(const TestServer& server) {
     return connection;
 }
 
-}  // namespace database
+}  // namespace test

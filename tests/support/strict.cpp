@@ -1,4 +1,4 @@
-#include "database/embedded/strict.h"
+#include "support/strict.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -9,11 +9,11 @@
 #include "database/error.h"
 #include "database/tsql/parser.h"
 
-namespace database::tsql {
+namespace test {
 
 namespace strict {
 
-void Statements::check(const Statement& statement) {
+void StatementCheck::check(const Statement& statement) {
     if (const auto* select = std::get_if<std::unique_ptr<Select>>(&statement)) {
         query(**select, Place::statement);
     } else if (const auto* insert = std::get_if<Insert>(&statement)) {
@@ -31,7 +31,7 @@ void Statements::check(const Statement& statement) {
 }
 
 // What a value is turned into when it is written, without a CONVERT.
-void Statements::check_stored(const std::string& column, const Typed& value, const Type& type) {
+void StatementCheck::check_stored(const std::string& column, const Typed& value, const Type& type) {
     const Rank to = rank_of(type);
     if (value.is_text() && to != Rank::text && to != Rank::large) check_converts(value, to);
     // The server would write six digits, or "1.23457e+006".
@@ -43,7 +43,7 @@ void Statements::check_stored(const std::string& column, const Typed& value, con
                             " is not allowed (column '" + column + "').");
 }
 
-void Statements::check_insert(const Insert& insert) {
+void StatementCheck::check_insert(const Insert& insert) {
     const Table* table = catalog_.find(insert.table);
     if (table != nullptr && table->view) table = renamed_table(catalog_, *table);
     if (table == nullptr) return;
@@ -71,7 +71,7 @@ void Statements::check_insert(const Insert& insert) {
             store(at, type_of(*row[at]));
 }
 
-void Statements::check_update(const Update& update) {
+void StatementCheck::check_update(const Update& update) {
     Scope scope;
     enter(update.from, scope);
     const Table* table = catalog_.find(update.table);
@@ -105,20 +105,25 @@ std::string on_one_line(std::string text) {
 
 }  // namespace
 
-std::unique_ptr<StrictReader> StrictReader::from_environment() {
-    const char* wanted = std::getenv("TALLVEX_STRICT_SQL");
-    if (wanted == nullptr || *wanted == '\0' || std::string_view(wanted) == "0") return nullptr;
-    auto made = std::make_unique<StrictReader>();
-    if (const char* list = std::getenv("TALLVEX_SQL_LIST")) made->list_ = list;
-    return made;
+StrictReader::StrictReader() {
+    if (const char* list = std::getenv("TALLVEX_SQL_LIST")) list_ = list;
 }
 
-void StrictReader::read(std::string_view statement, const std::vector<Value>& values,
-                        const Catalog& catalog) {
+void StrictReader::install(bool on) {
+    using database::EmbeddedConnection;
+    EmbeddedConnection::observe_all(
+        on ? [] { return std::unique_ptr<database::StatementObserver>(std::make_unique<StrictReader>()); }
+           : EmbeddedConnection::MakeObserver());
+}
+
+void StrictReader::before(std::string_view statement, const std::vector<database::Value>& values,
+                          const database::tsql::Catalog& catalog) {
+    using namespace database::tsql;
+    using database::Error;
     const auto note = [&](const std::string& verdict) {
         if (list_.empty()) return;
         std::string line = verdict + '\t' + on_one_line(std::string(statement)) + '\t';
-        for (const Value& value : values)
+        for (const database::Value& value : values)
             line += (is_null(value) ? "null" : on_one_line(text_of(value))) + ", ";
         std::ofstream(list_, std::ios::app) << line + '\n';
     };
@@ -136,7 +141,7 @@ void StrictReader::read(std::string_view statement, const std::vector<Value>& va
     for (const Token& token : tokens.list)
         if (token.kind == Token::Kind::value && statement[token.begin] == '?') marks.insert(token.slot);
     try {
-        strict::Statements(catalog, tokens.values, std::move(marks)).check(tree);
+        strict::StatementCheck(catalog, tokens.values, std::move(marks)).check(tree);
     } catch (const Error& error) {
         note("refused: " + on_one_line(error.what()));
         throw;
@@ -144,4 +149,4 @@ void StrictReader::read(std::string_view statement, const std::vector<Value>& va
     note("ok");
 }
 
-}  // namespace database::tsql
+}  // namespace test

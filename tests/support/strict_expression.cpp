@@ -2,11 +2,11 @@
 #include <algorithm>
 
 #include "common/text.h"
-#include "database/embedded/strict.h"
 #include "database/embedded/writer.h"
 #include "database/error.h"
+#include "support/strict.h"
 
-namespace database::tsql::strict {
+namespace test::strict {
 
 namespace {
 
@@ -37,7 +37,7 @@ bool has_aggregate(const Expression& e) {
                                           [](const ExpressionPtr& part) { return has_aggregate(*part); });
 }
 
-Typed Statements::value(std::size_t slot) const {
+Typed StatementCheck::value(std::size_t slot) const {
     const Value& value = values_[slot];
     Typed typed;
     if (is_null(value)) typed.rank = Rank::null;
@@ -56,7 +56,7 @@ Typed Statements::value(std::size_t slot) const {
     return typed;
 }
 
-Typed Statements::column(const Expression& e) const {
+Typed StatementCheck::column(const Expression& e) const {
     for (const Scope* scope = scope_; scope != nullptr; scope = scope->outer) {
         for (const Known& source : scope->sources) {
             if (!e.table.empty() && !common::equal_ignoring_case(source.alias, e.table)) continue;
@@ -69,7 +69,7 @@ Typed Statements::column(const Expression& e) const {
     return {};
 }
 
-Typed Statements::meeting(const std::vector<Typed>& parts) {
+Typed StatementCheck::meeting(const std::vector<Typed>& parts) {
     Typed met;
     for (const Typed& part : parts) {
         if (part.rank == Rank::unknown) return {};
@@ -82,7 +82,7 @@ Typed Statements::meeting(const std::vector<Typed>& parts) {
     return met;
 }
 
-void Statements::compare(const Typed& left, const Typed& right) {
+void StatementCheck::compare(const Typed& left, const Typed& right) {
     if (left.rank == Rank::large || right.rank == Rank::large) {
         refuse("42000",
                "The data types text, ntext and image cannot be compared, only with LIKE or IS NULL.");
@@ -90,7 +90,7 @@ void Statements::compare(const Typed& left, const Typed& right) {
     meeting({left, right});
 }
 
-Typed Statements::type_of(const Expression& e) {
+Typed StatementCheck::type_of(const Expression& e) {
     // The engine itself refuses what is nested deeper.
     constexpr int deepest = 500;
     if (depth_ >= deepest) return {};
@@ -100,7 +100,7 @@ Typed Statements::type_of(const Expression& e) {
     return typed;
 }
 
-Typed Statements::type_within(const Expression& e) {
+Typed StatementCheck::type_within(const Expression& e) {
     switch (e.kind) {
         case Kind::value:
             return value(e.slot);
@@ -181,7 +181,7 @@ Typed Statements::type_within(const Expression& e) {
     return {};
 }
 
-Typed Statements::binary(const Expression& e) {
+Typed StatementCheck::binary(const Expression& e) {
     if (e.name == "and" || e.name == "or") {
         const Expression* at = &e;
         for (; at->kind == Kind::binary && at->name == e.name; at = at->parts[0].get())
@@ -198,7 +198,7 @@ Typed Statements::binary(const Expression& e) {
     return arithmetic(e.name, left, right);
 }
 
-Typed Statements::arithmetic(const std::string& op, const Typed& left, const Typed& right) {
+Typed StatementCheck::arithmetic(const std::string& op, const Typed& left, const Typed& right) {
     if (left.rank == Rank::unknown || right.rank == Rank::unknown) return {};
     if (op == "+" && left.is_text() && right.is_text())
         return {Rank::text, left.length + right.length, nullptr};
@@ -212,7 +212,7 @@ Typed Statements::arithmetic(const std::string& op, const Typed& left, const Typ
     return of(meeting({left, right}).rank);
 }
 
-Typed Statements::aggregate(const Expression& e) {
+Typed StatementCheck::aggregate(const Expression& e) {
     if (in_aggregate_)
         refuse("42000", "Cannot perform an aggregate function on an expression containing an aggregate.");
     in_aggregate_ = true;
@@ -227,7 +227,7 @@ Typed Statements::aggregate(const Expression& e) {
     return of(what.is_whole() ? std::max(what.rank, Rank::integer) : what.rank);
 }
 
-Typed Statements::function(const Expression& e) {
+Typed StatementCheck::function(const Expression& e) {
     if (e.distinct) refuse("42000", "DISTINCT stands in aggregate functions only.");
     std::vector<Typed> parts;
     const bool names_part = e.name.starts_with("date");
@@ -257,7 +257,7 @@ Typed Statements::function(const Expression& e) {
     return rule == nullptr ? Typed{} : of(Rank::text);
 }
 
-bool Statements::same(const Expression& a, const Expression& b) const {
+bool StatementCheck::same(const Expression& a, const Expression& b) const {
     if (a.kind != b.kind || a.parts.size() != b.parts.size() || a.negated != b.negated) return false;
     if (a.query || b.query) return false;
     if (a.kind == Kind::value) return values_[a.slot] == values_[b.slot];
@@ -271,4 +271,4 @@ bool Statements::same(const Expression& a, const Expression& b) const {
     return true;
 }
 
-}  // namespace database::tsql::strict
+}  // namespace test::strict

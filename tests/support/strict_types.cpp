@@ -4,10 +4,10 @@
 #include "common/text.h"
 #include "database/embedded/functions.h"
 #include "database/embedded/moments.h"
-#include "database/embedded/strict.h"
 #include "database/error.h"
+#include "support/strict.h"
 
-namespace database::tsql::strict {
+namespace test::strict {
 
 namespace {
 
@@ -58,17 +58,18 @@ bool is_readable(std::string_view text, Rank as) {
     if (as >= Rank::bit && as <= Rank::bigint) return is_whole_text(text);
     if (as == Rank::numeric) {
         return !common::trim(text).empty() && text.find_first_of("eE") == text.npos &&
-               embedded::parse_server_number(text).has_value();
+               database::embedded::parse_server_number(text).has_value();
     }
-    if (as == Rank::real || as == Rank::floating) return embedded::parse_server_number(text).has_value();
-    if (as == Rank::date || as == Rank::datetime) return embedded::parse_ticks(text).has_value();
+    if (as == Rank::real || as == Rank::floating)
+        return database::embedded::parse_server_number(text).has_value();
+    if (as == Rank::date || as == Rank::datetime) return database::embedded::parse_ticks(text).has_value();
     return true;
 }
 
 }  // namespace
 
 void refuse(std::string_view sqlstate, const std::string& why) {
-    throw Error(std::string(sqlstate), "A server refuses this: " + why, "");
+    throw database::Error(std::string(sqlstate), "A server refuses this: " + why, "");
 }
 
 Rank rank_of(const Type& type) {
@@ -91,4 +92,4 @@ void check_converts(const Typed& text, Rank to) {
                                                      std::string(name_of(to)) + ".");
 }
 
-}  // namespace database::tsql::strict
+}  // namespace test::strict

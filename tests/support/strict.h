@@ -1,5 +1,5 @@
 // Reads every statement as a SQL Server of 2008 R2 or later would and refuses what only the embedded engine
-// runs. Tests and plays turn it on, so that a statement which a shop's server would refuse fails with them.
+// runs: a statement that a shop's server would refuse fails in tests and plays.
 #pragma once
 
 #include <cstdint>
@@ -11,25 +11,33 @@
 #include <utility>
 #include <vector>
 
-#include "database/embedded/catalog.h"
+#include "database/embedded/connection.h"
+#include "database/tsql/syntax.h"
 
-namespace database::tsql {
+namespace test {
 
-class StrictReader {
+class StrictReader final : public database::StatementObserver {
   public:
-    // Reads when the environment sets TALLVEX_STRICT_SQL; null otherwise. TALLVEX_SQL_LIST names a file that
-    // each statement is then added to, as one line: the verdict, a tab, the statement, a tab, its values.
-    static std::unique_ptr<StrictReader> from_environment();
+    // TALLVEX_SQL_LIST names a file that each statement is then added to, as one line: the verdict, a tab,
+    // the statement, a tab, its values.
+    StrictReader();
+    // Gives every shop file that is opened from now on a reader, or none.
+    static void install(bool on = true);
 
-    // Throws Error with the server's SQLSTATE when a server would refuse the statement. What no engine runs
+    // Throws Error with the server's SQLSTATE if a server would refuse the statement. What no engine runs
     // is left to the engine to refuse.
-    void read(std::string_view statement, const std::vector<Value>& values, const Catalog& catalog);
+    void before(std::string_view statement, const std::vector<database::Value>& values,
+                const database::tsql::Catalog& catalog) override;
+    bool rounds_reals() const override { return true; }
 
   private:
     std::string list_;
 };
 
 namespace strict {
+
+using namespace database::tsql;  // the syntax tree and the catalog
+using database::Value;
 
 // Types by the server's precedence: of two unlike operands the lower is converted to the higher.
 enum class Rank {
@@ -65,10 +73,10 @@ void check_converts(const Typed& text, Rank to);
 [[noreturn]] void refuse(std::string_view sqlstate, const std::string& why);
 
 // One statement, with the names that are known at each place of it.
-class Statements {
+class StatementCheck {
   public:
     // `marks`: the slots of values that stand as "?" in the statement and come with their own types.
-    Statements(const Catalog& catalog, const std::vector<Value>& values, std::set<std::size_t> marks)
+    StatementCheck(const Catalog& catalog, const std::vector<Value>& values, std::set<std::size_t> marks)
         : catalog_(catalog), values_(values), marks_(std::move(marks)) {}
     void check(const Statement& statement);
 
@@ -123,4 +131,4 @@ bool has_aggregate(const Expression& e);
 
 }  // namespace strict
 
-}  // namespace database::tsql
+}  // namespace test

@@ -2,10 +2,10 @@
 #include <algorithm>
 
 #include "common/text.h"
-#include "database/embedded/strict.h"
 #include "database/embedded/writer.h"
+#include "support/strict.h"
 
-namespace database::tsql::strict {
+namespace test::strict {
 
 namespace {
 
@@ -21,7 +21,7 @@ Type written_type(const Typed& typed) {
 
 }  // namespace
 
-std::vector<Statements::Head> Statements::query(const Select& select, Place place) {
+std::vector<StatementCheck::Head> StatementCheck::query(const Select& select, Place place) {
     if (place != Place::statement && !select.order_by.empty() && !select.top)
         refuse("42000", "The ORDER BY clause is invalid in a query within a query, unless TOP is specified.");
     const bool was_inside = in_aggregate_;
@@ -36,7 +36,7 @@ std::vector<Statements::Head> Statements::query(const Select& select, Place plac
     return heads;
 }
 
-std::vector<Statements::Head> Statements::simple_query(const Select& select) {
+std::vector<StatementCheck::Head> StatementCheck::simple_query(const Select& select) {
     Scope scope;
     scope.outer = scope_;
     const Scope* const outer = scope_;
@@ -75,7 +75,7 @@ std::vector<Statements::Head> Statements::simple_query(const Select& select) {
     return heads;
 }
 
-void Statements::enter(const std::vector<Source>& sources, Scope& scope) {
+void StatementCheck::enter(const std::vector<Source>& sources, Scope& scope) {
     for (const Source& source : sources) {
         if (source.query) {
             auto columns = std::make_unique<std::vector<Column>>();
@@ -106,7 +106,7 @@ void Statements::enter(const std::vector<Source>& sources, Scope& scope) {
     }
 }
 
-void Statements::check_groups(const Select& select) {
+void StatementCheck::check_groups(const Select& select) {
     for (const auto& group : select.group_by) {
         if (has_aggregate(*group) || group->kind == Kind::select)
             refuse("42000", "An expression of GROUP BY holds an aggregate or a subquery.");
@@ -115,7 +115,7 @@ void Statements::check_groups(const Select& select) {
     }
 }
 
-void Statements::check_order(const Select& select, const std::vector<Head>& heads) {
+void StatementCheck::check_order(const Select& select, const std::vector<Head>& heads) {
     const auto is_grouped = [&](const Expression& e) {
         return std::any_of(select.group_by.begin(), select.group_by.end(),
                            [&](const ExpressionPtr& group) { return same(e, *group); });
@@ -152,4 +152,4 @@ void Statements::check_order(const Select& select, const std::vector<Head>& head
     }
 }
 
-}  // namespace database::tsql::strict
+}  // namespace test::strict

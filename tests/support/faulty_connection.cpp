@@ -1,6 +1,9 @@
-#include "database/faults.h"
+#include "support/faulty_connection.h"
 
-namespace database {
+namespace test {
+
+using database::Connection;
+using database::Error;
 
 void FaultyConnection::fail_at(std::int64_t n, Fault fault) {
     fail_at_ = count() + n;
@@ -13,7 +16,7 @@ void FaultyConnection::call_before(std::int64_t n, std::function<void()> what) {
     call_ = std::move(what);
 }
 
-void FaultyConnection::heal() {
+void FaultyConnection::stop_failing() {
     fail_at_ = call_at_ = 0;
     lost_ = false;
 }
@@ -22,7 +25,8 @@ void FaultyConnection::check_lost(std::string_view statement) const {
     if (lost_) throw Error("08S01", "Communication link failure", std::string(statement));
 }
 
-Connection::Outcome FaultyConnection::run(std::string_view statement, const std::vector<Value>& values) {
+Connection::Outcome FaultyConnection::run(std::string_view statement,
+                                          const std::vector<database::Value>& values) {
     statements_.emplace_back(statement);
     if (count() == call_at_) call_();
     if (count() == fail_at_) {
@@ -50,4 +54,4 @@ std::shared_ptr<const Connection::Table> FaultyConnection::description(std::stri
     return inner_.description(table);
 }
 
-}  // namespace database
+}  // namespace test
