@@ -2,14 +2,16 @@
 
 #include <sqlite3.h>
 #include <unistd.h>
-
+#include <CLI/CLI.hpp>
 #include <memory>
 
-#include "admin/progress.h"
+#include "admin/shop.h"
+#include "admin/tool.h"
 #include "common/files.h"
 #include "database/embedded/functions.h"
 #include "database/embedded/open.h"
 #include "database/schema/schema.h"
+#include "startup/open_connection.h"
 
 namespace admin {
 
@@ -17,7 +19,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int pages_at_once = 2000;  // 8 MB of the usual pages between two looks at the clock of other tills
+constexpr int pages_at_once = 2000;  // 8 MB, then the progress is shown
 constexpr int wait_for_tills_ms = 10000;
 
 struct Close {
@@ -34,8 +36,8 @@ File open_file(const fs::path& path, int flags) {
     return file;
 }
 
-// Copies one file's pages over another's. `source` is read in one transaction, so that the copy is of one
-// moment and a busy till cannot make it start over for ever.
+// Copies one file's pages over another's. Reads `source` in one transaction, so that the copy shows one
+// moment and a busy till cannot make it start over again and again.
 void copy_pages(sqlite3* source, sqlite3* target, const std::string& label, Tool& tool) {
     if (sqlite3_exec(source, "begin; select count(*) from sqlite_master", nullptr, nullptr, nullptr) !=
         SQLITE_OK) {
@@ -65,10 +67,10 @@ void copy_pages(sqlite3* source, sqlite3* target, const std::string& label, Tool
     if (result != SQLITE_DONE) throw Refused(std::string("the copy failed: ") + sqlite3_errstr(result));
 }
 
-// The structure of every page, row and index; throws Refused with what is broken.
+// Checks the structure of every page, row and index. Refused with the first fault.
 void check_structure(const fs::path& path) {
     const File file = open_file(path, SQLITE_OPEN_READONLY);
-    // The indexes stand in the order of the shop's own comparison of texts.
+    // The indexes are ordered by the shop's own comparison of texts.
     database::embedded::register_functions(file.get());
     std::string verdict;
     const auto take = [](void* text, int, char** cells, char**) {
@@ -84,18 +86,19 @@ void check_structure(const fs::path& path) {
 std::int64_t count_invoices(const fs::path& path) {
     const auto connection = database::open_embedded(path);
     if (connection->query("select * from basic").empty()) {
-        throw Refused(path.string() + " is no shop: it has no settings row");
+        throw Refused(path.string() + " is not a shop: it has no settings row");
     }
     return database::integer_of(connection->scalar("select count(*) from sales"));
 }
 
-// A file that is made aside, with the two that the engine keeps beside it; removed unless it was named.
-class Aside {
+// A temporary shop file. It is removed, with the files that the engine keeps beside it, unless it was
+// renamed.
+class TemporaryShop {
   public:
-    explicit Aside(fs::path path) : path_(std::move(path)) { clear(); }
-    ~Aside() { clear(); }
-    Aside(const Aside&) = delete;
-    Aside& operator=(const Aside&) = delete;
+    explicit TemporaryShop(fs::path path) : path_(std::move(path)) { clear(); }
+    ~TemporaryShop() { clear(); }
+    TemporaryShop(const TemporaryShop&) = delete;
+    TemporaryShop& operator=(const TemporaryShop&) = delete;
     const fs::path& path() const { return path_; }
 
   private:
@@ -117,7 +120,7 @@ bool is_sound(const fs::path& shop) {
     }
 }
 
-// With what the engine keeps beside it, which must not be taken for the restored file's.
+// Renames the shop with the files that the engine keeps beside it, which do not belong to the restored file.
 void move_away(const fs::path& shop, const fs::path& to) {
     for (const char* ending : {"", "-wal", "-shm"}) {
         if (fs::exists(shop.string() + ending)) fs::rename(shop.string() + ending, to.string() + ending);
@@ -134,18 +137,18 @@ BackupOutcome back_up(const fs::path& shop, const fs::path& target, Tool& tool) 
     } else if (access(into.c_str(), W_OK) != 0) {
         throw Refused("the folder " + into.string() + " may not be written by this user");
     }
-    const Aside copy(target.string() + ".making");
+    const TemporaryShop copy(target.string() + ".making");
     {
         const File source = open_file(shop, SQLITE_OPEN_READONLY);
         const File made = open_file(copy.path(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
         copy_pages(source.get(), made.get(), "backup", tool);
-        // One file, to be carried about: without the log beside it that a shop at work has.
+        // A single file, without the log that a shop in use has beside it.
         sqlite3_exec(made.get(), "pragma journal_mode = delete", nullptr, nullptr, nullptr);
     }
     check_structure(copy.path());
     BackupOutcome outcome;
     {
-        const Aside trial(target.string() + ".trial");
+        const TemporaryShop trial(target.string() + ".trial");
         fs::copy_file(copy.path(), trial.path());
         outcome.invoices = count_invoices(trial.path());
     }
@@ -160,7 +163,7 @@ BackupOutcome put_back(const fs::path& backup, const fs::path& shop, const fs::p
     if (!fs::is_regular_file(backup)) throw Refused("there is no backup " + backup.string());
     if (fs::exists(shop) && fs::equivalent(backup, shop)) throw Refused("the backup is the shop file itself");
     check_structure(backup);
-    const Aside copy(shop.string() + ".restoring");
+    const TemporaryShop copy(shop.string() + ".restoring");
     fs::copy_file(backup, copy.path());
     BackupOutcome outcome;
     outcome.invoices = count_invoices(copy.path());
@@ -179,6 +182,70 @@ BackupOutcome put_back(const fs::path& backup, const fs::path& shop, const fs::p
     copy_pages(source.get(), target.get(), "restore", tool);
     outcome.bytes = fs::file_size(copy.path());
     return outcome;
+}
+
+namespace {
+
+fs::path embedded_file(const Tool& tool) {
+    const Place place = read_place(tool.folder);
+    if (!is_embedded(place)) {
+        throw Refused("the shop is on the server " + place.server +
+                      "; back it up with the server's own tools");
+    }
+    return startup::shop_file(place, tool.folder);
+}
+
+// "20261121-104200": for file names, sorted by time.
+std::string stamp(const Tool& tool) {
+    std::string text = common::moment_text(tool.clock.now());
+    std::erase(text, '/');
+    std::erase(text, ':');
+    std::replace(text.begin(), text.end(), ' ', '-');
+    return text;
+}
+
+// The path with ".backup", or with a number before that if two restores happen in one second.
+fs::path free_name(const fs::path& path) {
+    fs::path name = path.string() + ".backup";
+    for (int number = 2; fs::exists(name); ++number)
+        name = path.string() + "-" + std::to_string(number) + ".backup";
+    return name;
+}
+
+void print(const BackupOutcome& outcome, std::string_view what, const fs::path& file, Tool& tool) {
+    tool.out << what << ' ' << file.string() << ": " << outcome.bytes << " bytes, " << outcome.invoices
+             << " invoices, checked\n";
+}
+
+}  // namespace
+
+void add_backup(CLI::App& program, Tool& tool) {
+    const auto file = std::make_shared<std::string>();
+    CLI::App* command = program.add_subcommand(
+        "backup", "Copies the embedded shop to a file, while tills work, and checks the copy");
+    command->add_option("file", *file,
+                        "The file to write, or the folder for shop-DATE-TIME.backup; without it that file in "
+                        "the working directory");
+    command->callback([file, &tool] {
+        const std::string named_by_clock = "shop-" + stamp(tool) + ".backup";
+        fs::path target = tool.folder / (file->empty() ? named_by_clock : *file);
+        if (fs::is_directory(target)) target /= named_by_clock;
+        print(back_up(embedded_file(tool), target, tool), "backup", target, tool);
+    });
+}
+
+void add_restore(CLI::App& program, Tool& tool) {
+    const auto file = std::make_shared<std::string>();
+    CLI::App* command = program.add_subcommand(
+        "restore", "Puts a backup in the embedded shop's place; what was there is backed up first");
+    command->add_option("file", *file, "The backup")->required();
+    command->callback([file, &tool] {
+        const fs::path shop = embedded_file(tool);
+        const fs::path safety = free_name(tool.folder / ("before-restore-" + stamp(tool)));
+        const BackupOutcome outcome = put_back(tool.folder / *file, shop, safety, tool);
+        print(outcome, "restored", *file, tool);
+        if (fs::exists(safety)) tool.out << "what was there before is in " << safety.string() << '\n';
+    });
 }
 
 }  // namespace admin

@@ -1,4 +1,4 @@
-// Copies of an embedded shop's file, made and put back while tills work on it.
+// Backup and restore of an embedded shop's file while tills use it.
 #pragma once
 
 #include <cstdint>
@@ -14,15 +14,14 @@ struct BackupOutcome {
     std::int64_t invoices = 0;  // rows of sales in the copy
 };
 
-// Writes a copy of the shop file, as it stands at one moment, to `target`, through SQLite's backup interface:
-// a till may go on writing meanwhile. The copy is made aside, checked (page structure, and that it is a
-// shop), synced and only then named. Refused when the target exists already or the check fails; the shop is
-// never touched.
+// Copies the shop file as it is at one moment to `target`; tills may go on writing. The copy is checked (page
+// structure, and that it is a shop) and synced before it gets its name. Refused if the target exists or the
+// check fails. The shop is never changed.
 BackupOutcome back_up(const std::filesystem::path& shop, const std::filesystem::path& target, Tool& tool);
 
-// Puts a backup in the shop file's place. The backup is checked and brought up to date by the upgrade list in
-// a copy first, and the shop's present state is backed up to `safety`. Open tills see the restored rows with
-// their next statement. Refused, with the shop as it was, when the backup is none or the tills never pause.
+// Replaces the shop by a backup. First checks a copy of the backup and runs the upgrade list on it, then
+// backs up the shop's present state to `safety`. Open tills see the restored rows with their next statement.
+// Refused, with the shop unchanged, if the file is not a backup or the tills never pause.
 BackupOutcome put_back(const std::filesystem::path& backup, const std::filesystem::path& shop,
                        const std::filesystem::path& safety, Tool& tool);
 

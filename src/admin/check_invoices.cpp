@@ -1,8 +1,6 @@
-// The checks of saved invoices. A save writes, in this order and without a transaction: the account balance,
-// the header, the bank row of a card payment, the lines, the stock. What is missing tells where it was cut
-// off.
+// The checks of saved invoices. A save writes without a transaction, in this order: the account balance, the
+// header, the bank row of a card payment, the lines, the stock. What is missing shows where it stopped.
 #include <cmath>
-#include <compare>
 #include <map>
 #include <set>
 #include <tuple>
@@ -10,16 +8,18 @@
 #include "admin/checks.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "sales/invoice_key.h"
 
 namespace admin {
 
 using database::Connection;
 using database::quoted;
 using database::Sql;
+using sales::InvoiceKey;
 
 namespace {
 
-// Sums are kept in columns of single precision on some shops, and a line's price may have more than two
+// Some shops keep sums in columns of single precision, and the price of a line may have more than two
 // decimals.
 constexpr double tolerance = 0.05;
 
@@ -27,27 +27,11 @@ bool differ(double a, double b) {
     return std::abs(a - b) > tolerance + std::max(std::abs(a), std::abs(b)) * 1e-6;
 }
 
-// What header and lines have in common. Numbers alone are not enough: cash sales, account sales and each
-// store's returns have series of their own.
-struct Key {
-    std::int64_t number;
-    std::int64_t kind;
-    std::int64_t customer;
-    std::int64_t store;
-    common::Date date;
-    auto operator<=>(const Key&) const = default;
-};
-
-Key key_of(const database::Row& row) {
-    return {row.integer("pnum"), row.integer("ctype"), row.integer("vcode"), row.integer("stcode"),
-            row.moment("date").date};
-}
-
-std::string name_of(const Key& key) {
-    const bool sale = key.kind == 0 || key.kind == 1;
-    return std::string(sale ? "sale " : "return ") + std::to_string(key.number) + " of " +
+std::string name_of(const InvoiceKey& key) {
+    return std::string(key.is_sale() ? "sale " : "return ") + std::to_string(key.number) + " of " +
            common::date_text(key.date) + " (store " + std::to_string(key.store) +
-           (key.customer == -1 ? "" : ", account customer " + std::to_string(key.customer)) + ")";
+           (key.vcode == sales::walk_in_customer ? "" : ", account customer " + std::to_string(key.vcode)) +
+           ")";
 }
 
 struct Lines {
@@ -97,17 +81,17 @@ class InvoiceCheck {
                                   "from sales where [date] >= ") +
                               quoted(period_.from) + " group by pnum,ctype,vcode,stcode,[date]");
         for (const auto& row : headers)
-            headers_[key_of(row)] = {row.integer("n"), row.number("total")};
+            headers_[sales::key_of(row)] = {row.integer("n"), row.number("total")};
         const auto lines = connection_.query(
             Sql("select pnum,ctype,vcode,stcode,[date],count(*) as n,max(serial) as last_,"
                 "sum(quan * price - isnull(disc,0)) as total from saledata where [date] >= ") +
             quoted(period_.from) + " group by pnum,ctype,vcode,stcode,[date]");
         for (const auto& row : lines) {
-            lines_[key_of(row)] = {row.integer("n"), row.integer("last_"), row.number("total")};
+            lines_[sales::key_of(row)] = {row.integer("n"), row.integer("last_"), row.number("total")};
         }
     }
 
-    void compare(const Key& key, const Headers& header) {
+    void compare(const InvoiceKey& key, const Headers& header) {
         if (header.count > 1) {
             findings_.push_back(
                 {Verdict::note, "invoices",
@@ -131,7 +115,7 @@ class InvoiceCheck {
             "saledata and take the goods from stk");
     }
 
-    // A card payment's bank row names the reference in its note; as many rows as payments must be there.
+    // The bank row of a card payment has the reference in its note. There must be one row for each payment.
     void card_payments() {
         using Payment = std::tuple<std::int64_t, common::Date, std::string, double>;
         std::map<Payment, std::int64_t> rows;
@@ -147,11 +131,11 @@ class InvoiceCheck {
                                    "where stype = 1 and "
                                    "safe = 1 and [date] >= ") +
                                quoted(period_.from))) {
-            const Key key = key_of(row);
-            const bool sale = key.kind == 0 || key.kind == 1;
+            const InvoiceKey key = sales::key_of(row);
             const double net = row.number("ptot") - row.number("pdis");
-            const std::string note(common::trim(
-                (sale ? "مبيعات إئتمان رقم مرجعي " : "مرتجع إئتمان رقم مرجعي ") + row.text("ref_no")));
+            const std::string note(
+                common::trim((key.is_sale() ? "مبيعات إئتمان رقم مرجعي " : "مرتجع إئتمان رقم مرجعي ") +
+                             row.text("ref_no")));
             std::int64_t& left = rows[{row.integer("bcode"), key.date, note, rounded(net)}];
             if (left > 0) {
                 --left;
@@ -170,7 +154,7 @@ class InvoiceCheck {
         return by_customer;
     }
 
-    // The balance is moved before the header is written, so an invoice that never got its header shows here.
+    // A save changes the balance before it writes the header, so that an invoice without a header shows here.
     void balances() {
         const auto invoices =
             sums(connection_.query("select vcode,sum(case when ctype = 0 or ctype = 1 then ptot - "
@@ -203,7 +187,7 @@ class InvoiceCheck {
         }
     }
 
-    // What is left of a craftsman's work line is what was made less what was sold of it.
+    // A craftsman's work line has left what was made less what was sold of it.
     void craftsman_lines() {
         std::map<std::int64_t, double> sold;
         for (const auto& row : connection_.query("select salvcode,sum(case when ctype = 0 or ctype = 1 then "
@@ -223,8 +207,8 @@ class InvoiceCheck {
 
     Connection& connection_;
     Period period_;
-    std::map<Key, Headers> headers_;
-    std::map<Key, Lines> lines_;
+    std::map<InvoiceKey, Headers> headers_;
+    std::map<InvoiceKey, Lines> lines_;
     Findings findings_;
 };
 

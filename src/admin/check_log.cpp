@@ -1,12 +1,12 @@
-// What the activity log tells of saves that did not end well. Of a save it has "save of invoice N (kind K,
-// customer C, store S)", followed by " begins, ...", and then by " finished" or by " stopped, last finished
+// The check of the activity log for saves that did not finish. The log has for each save the lines "save of
+// invoice N (kind K, customer C, store S) begins, ..." and then "... finished" or "... stopped, last finished
 // step: ...".
-#include <charconv>
 #include <fstream>
 #include <map>
 
 #include "admin/checks.h"
 #include "common/text.h"
+#include "sales/invoice_key.h"
 
 namespace admin {
 
@@ -32,29 +32,7 @@ std::optional<Line> read_line(std::string_view text) {
     return Line{text.substr(0, code), *moment};
 }
 
-struct SavedInvoice {
-    std::int64_t number = 0;
-    std::int64_t kind = 0;
-    std::int64_t customer = 0;
-    std::int64_t store = 0;
-};
-
-// Reads the numbers off "save of invoice 12 (kind 0, customer -1, store 1)".
-std::optional<SavedInvoice> read_invoice(std::string_view name) {
-    SavedInvoice invoice;
-    for (auto [before, number] :
-         {std::pair<std::string_view, std::int64_t*>{"save of invoice ", &invoice.number},
-          {" (kind ", &invoice.kind},
-          {", customer ", &invoice.customer},
-          {", store ", &invoice.store}}) {
-        if (!name.starts_with(before)) return std::nullopt;
-        name.remove_prefix(before.size());
-        const auto read = std::from_chars(name.data(), name.data() + name.size(), *number);
-        if (read.ec != std::errc()) return std::nullopt;
-        name.remove_prefix(static_cast<std::size_t>(read.ptr - name.data()));
-    }
-    return name == ")" ? std::optional(invoice) : std::nullopt;
-}
+constexpr std::string_view save_of = "save of ";
 
 class LogCheck {
   public:
@@ -81,13 +59,13 @@ class LogCheck {
             begun_.clear();
             return;
         }
-        if (!line.message.starts_with("save of invoice ")) return;
+        if (!line.message.starts_with(save_of)) return;
         const std::size_t end = line.message.find(')');
         if (end == std::string_view::npos) return;
         const std::string name(line.message.substr(0, end + 1));
         const std::string_view what = line.message.substr(end + 1);
         if (what.starts_with(" begins")) {
-            // One that was begun before and wrote its header has used the number up; this is another.
+            // An earlier save of this name did not write its header, or its number would be used up.
             begun_[name] = line.moment;
             return;
         }
@@ -104,14 +82,14 @@ class LogCheck {
         findings_.push_back({verdict, "log", common::moment_text(moment).substr(0, 16) + ": " + text});
     }
 
-    // A till that went out in the middle of a save. The database shows all that such a save left undone but
-    // for its last step, which takes the goods off what was reserved for an account customer.
+    // Judges a save that was cut off. The checks of the database show everything that it left undone except
+    // its last step, which reduces the goods reserved for an account customer.
     void judge(const std::string& name, const common::Moment& moment) {
-        const auto invoice = read_invoice(name);
+        const auto invoice = sales::read_log_name(std::string_view(name).substr(save_of.size()));
         if (!invoice) return;
         const std::string went_out = name + " was begun and not finished: the till went out. ";
         const Sql key = Sql(" where sales.pnum = ") + invoice->number +
-                        " and sales.ctype = " + invoice->kind + " and sales.vcode = " + invoice->customer +
+                        " and sales.ctype = " + invoice->ctype + " and sales.vcode = " + invoice->vcode +
                         " and sales.stcode = " + invoice->store +
                         " and sales.[date] >= " + quoted(common::add_days(moment.date, -1));
         if (connection_.query(Sql("select pnum from sales") + key).empty()) {
@@ -137,7 +115,7 @@ class LogCheck {
             items += (items.empty() ? "" : ", ") + row.text("icode");
         add(Verdict::wrong, moment,
             went_out + "Its goods may still stand as reserved for customer " +
-                std::to_string(invoice->customer) + ": look at the reservations of item " + items +
+                std::to_string(invoice->vcode) + ": look at the reservations of item " + items +
                 " (table reservd)");
     }
 

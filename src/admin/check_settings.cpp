@@ -1,17 +1,15 @@
-// The checks of schema, settings, stores, drawers, users and ports.
+// The checks of schema, settings, stores, drawers and users.
 #include <stdlib.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <system_error>
 
 #include "admin/checks.h"
+#include "admin/rows.h"
 #include "common/numbers.h"
-#include "common/ports.h"
 #include "common/text.h"
 #include "database/embedded/open.h"
 #include "database/schema/schema.h"
-#include "printing/receipt.h"
 
 namespace admin {
 
@@ -24,7 +22,7 @@ namespace {
 constexpr std::string_view add_or_restore =
     "start the till once, which adds what later versions need; where that does not help, restore a backup";
 
-// A shop of this version made aside, to compare with.
+// A temporary shop of this version to compare with.
 class PatternShop {
   public:
     PatternShop() {
@@ -56,13 +54,6 @@ std::vector<std::string> columns_of(Connection& connection, const std::string& t
         if (error.is_connection_lost()) throw;
         return {};
     }
-}
-
-bool contains(const std::vector<std::string>& names, const std::string& wanted) {
-    for (const std::string& name : names) {
-        if (common::equal_ignoring_case(name, wanted)) return true;
-    }
-    return false;
 }
 
 class SettingsCheck {
@@ -121,7 +112,7 @@ class SettingsCheck {
         if (count(Sql("select count(*) from stocks where code = ") + store) == 0) {
             add(Verdict::wrong, "store",
                 "the workstation's store (st_d) is " + std::to_string(store) +
-                    ", which the table stocks has not; nobody can sign in");
+                    ", which is not in the table stocks; nobody can sign in");
         } else {
             add(Verdict::good, "store", std::to_string(store));
         }
@@ -150,28 +141,6 @@ class SettingsCheck {
     Findings findings_;
 };
 
-Finding port_finding(const std::string& subject, const std::string& port, const std::string& group,
-                     Verdict missing) {
-    const std::string path = common::port_path(port);
-    const std::string named = path == port ? port : port + " (" + path + ")";
-    std::error_code failed;
-    if (!fs::exists(path, failed)) {
-        const fs::path folder = fs::absolute(path, failed).parent_path();
-        const bool device = path.starts_with("/dev/");
-        if (!device && fs::is_directory(folder, failed) && access(folder.c_str(), W_OK) == 0) {
-            return {Verdict::good, subject, named + " will be made as a file"};
-        }
-        return {missing, subject,
-                named + " is not there; switch the device on and plug it in, or choose another port"};
-    }
-    if (access(path.c_str(), W_OK) != 0) {
-        return {missing, subject,
-                named + " may not be written; let this user: sudo usermod -aG " + group +
-                    " $USER, then sign in to the system again"};
-    }
-    return {Verdict::good, subject, named};
-}
-
 }  // namespace
 
 Findings check_schema(Connection& connection) {
@@ -187,7 +156,7 @@ Findings check_schema(Connection& connection) {
             continue;
         }
         for (const std::string& column : pattern.connection().describe(table).columns) {
-            if (contains(there, column)) continue;
+            if (find_column(there, column)) continue;
             findings.push_back(
                 {Verdict::wrong, "schema",
                  "the table " + table + " has no column " + column + "; " + std::string(add_or_restore)});
@@ -226,26 +195,6 @@ Findings check_users(Connection& connection) {
             "view [user] as select * from users\"");
     }
     add(Verdict::good, std::to_string(rows.size()));
-    return findings;
-}
-
-Findings check_ports(Connection& connection) {
-    Findings findings;
-    const auto rows = connection.query("select * from basic");
-    if (rows.empty()) return findings;  // said by the check of the settings
-    const std::string printer(common::trim(rows.front().text("print")));
-    if (!printing::PrinterChoice{printer}.is_text_port()) {
-        findings.push_back(check_system_printer());
-    } else {
-        findings.push_back(port_finding("printer", printer, "lp", Verdict::wrong));
-    }
-    const std::string drawer(common::trim(rows.front().text("cash")));
-    if (drawer.empty()) {
-        findings.push_back(
-            {Verdict::note, "drawer port", "none is set (basic.cash); the drawer will not open by itself"});
-    } else {
-        findings.push_back(port_finding("drawer port", drawer, "dialout", Verdict::note));
-    }
     return findings;
 }
 

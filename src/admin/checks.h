@@ -1,8 +1,9 @@
-// What `tallvex-admin check` looks at, and the words in which it says what to do.
+// The checks of `tallvex-admin check`.
 #pragma once
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "common/date_time.h"
@@ -15,33 +16,41 @@ enum class Verdict { good, note, wrong };
 struct Finding {
     Verdict verdict = Verdict::good;
     std::string subject;  // "settings", "invoices" ...
-    std::string text;     // what was seen and, where it is not good, what to do
+    std::string text;     // what was found and, unless it is good, what to do
 };
 using Findings = std::vector<Finding>;
 
-// Tables and columns that a shop of this version has and this one has not.
+// Finds tables and columns of this version that the shop does not have.
 Findings check_schema(database::Connection& connection);
-// The settings row, the version in it (not compared when `version` is empty), the stores and drawers, the
-// users.
+// Checks the settings row, its version (unless `version` is empty), the stores and the drawers.
 Findings check_settings(database::Connection& connection, std::string_view version);
 Findings check_users(database::Connection& connection);
-// The receipt printer's and the drawer's port on this machine.
+// Checks the ports of the receipt printer and the drawer on this machine.
 Findings check_ports(database::Connection& connection);
-Finding check_system_printer();
 
 struct Period {
-    common::Date from;  // invoices from this day on
+    common::Date from;  // the first day whose invoices are checked
     common::Date today;
 };
-// Invoices that a save left half-written: a header without all its lines, lines without a header, a card
-// payment without its bank row, and account customers whose balance is not what their invoices and vouchers
-// add up to.
+// Finds invoices that a save left incomplete: a header without all its lines, lines without a header, a card
+// payment without its bank row, and account customers whose balance differs from the sum of their invoices
+// and vouchers.
 Findings check_invoices(database::Connection& connection, const Period& period);
-// Saves that the activity log knows as stopped part-way, or as begun and never finished, which a till that
-// was switched off leaves behind; with what each left undone.
+
+// Finds saves that the activity log reports as stopped, or as begun but not finished because the till was
+// switched off, and says what each left undone.
 Findings check_log(database::Connection& connection, const std::filesystem::path& log_file,
                    const Period& period);
-// The log's line by which the shop keeper says that what came before it was mended by hand.
+// The log line by which the shop keeper says that everything before it was corrected by hand.
 inline constexpr std::string_view mended_line = "stopped saves mended by hand";
+
+// Saves the present stock of every store as the opening stock of this moment and deletes the former one (rows
+// of stk_f_q whose B_no is "opening"). Sales leave no row of their own for what they take from stk, so only
+// this shows later whether a save that was cut off had moved its stock.
+void remember_opening_stock(database::Connection& connection, const common::Moment& moment);
+
+// Compares the stock of each item and store with its opening stock, invoice lines and transfers since. An
+// item that other tables have moved too (purchases, corrections, damaged goods) gives only a note.
+Findings check_stock(database::Connection& connection);
 
 }  // namespace admin

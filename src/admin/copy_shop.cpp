@@ -1,9 +1,13 @@
 #include "admin/copy_shop.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <functional>
+#include <memory>
 
-#include "admin/progress.h"
+#include "admin/rows.h"
+#include "admin/shop_maker.h"
+#include "admin/tool.h"
 #include "admin/transaction.h"
 #include "common/text.h"
 #include "database/schema/schema.h"
@@ -16,8 +20,8 @@ using database::Value;
 
 namespace {
 
-// More rows than this are read in slices, so that a shop of years fits memory: each the values of one column
-// from one to another, with about as many rows.
+// A table with more rows is read in slices of about this many, each a range of values of one column, so that
+// the tables of many years fit into memory.
 constexpr std::int64_t rows_at_once = 50000;
 constexpr std::string_view slicing_columns[] = {"date", "expdate", "cdate", "tdate", "icode", "code", "pnum"};
 
@@ -28,7 +32,7 @@ std::string bracketed(std::string_view name) {
     return quoted + "]";
 }
 
-// Statements about tables whose names come from the database itself.
+// A statement about a table whose name comes from the database.
 Sql on(const std::string& before, std::string_view table, const std::string& after = {}) {
     return Sql::from_administrator(before + bracketed(table) + after);
 }
@@ -57,11 +61,8 @@ class TableCopy {
             return;
         }
         for (std::size_t i = 0; i < columns_.columns.size(); ++i) {
-            const bool has =
-                std::any_of(there.columns.begin(), there.columns.end(), [&](const std::string& name) {
-                    return common::equal_ignoring_case(name, columns_.columns[i]);
-                });
-            if (!has) target_.execute(on("alter table ", table_, " add " + definition(i)));
+            if (!find_column(there.columns, columns_.columns[i]))
+                target_.execute(on("alter table ", table_, " add " + definition(i)));
         }
     }
 
@@ -104,9 +105,7 @@ class TableCopy {
 
     std::string slicing_column() const {
         for (const std::string_view wanted : slicing_columns) {
-            for (const std::string& name : columns_.columns) {
-                if (common::equal_ignoring_case(name, wanted)) return name;
-            }
+            if (const auto column = find_column(columns_.columns, wanted)) return columns_.columns[*column];
         }
         return {};
     }
@@ -145,8 +144,8 @@ CopyOutcome copy_shop(Connection& source, Connection& target, Tool& tool) {
     }
     Progress progress(tool, "rows", static_cast<std::size_t>(outcome.rows));
     const auto each_row = [&progress] { progress.step(); };
-    // The upgrade list makes what later versions need; it runs before there are rows that it would change.
-    // The columns it makes for each store come with the source's own columns.
+    // The upgrade list runs before there are rows that it would change. The columns that it adds for each
+    // store come with the source's columns.
     database::run_upgrade_list(target);
     for (std::size_t i = 0; i < tables.size(); ++i) {
         TableCopy copy(source, target, tables[i]);
@@ -164,6 +163,39 @@ CopyOutcome copy_shop(Connection& source, Connection& target, Tool& tool) {
     }
     outcome.tables = tables.size();
     return outcome;
+}
+
+namespace {
+
+struct Options {
+    std::string folder;
+    Place place = new_place;
+};
+
+void run(const Options& options, Tool& tool) {
+    const auto source = open_shop(tool);
+    CopyOutcome outcome;
+    make_place(tool.folder / options.folder, options.place, tool, [&](database::Connection& target) {
+        outcome = copy_shop(*source, target, tool);
+        if (outcome.differences.empty()) return;
+        std::string text = "the copy is not complete; close the tills and copy again";
+        for (const std::string& difference : outcome.differences)
+            text += "\n  " + difference;
+        throw Refused(text);
+    });
+    tool.out << outcome.tables << " tables with " << outcome.rows << " rows copied; every count agrees\n";
+}
+
+}  // namespace
+
+void add_copy_shop(CLI::App& program, Tool& tool) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand(
+        "copy-shop", "Copies the shop of the working directory into a new one, in a file or on a server");
+    command->add_option("folder", options->folder, "The folder of the new shop's files; created if missing")
+        ->required();
+    add_place_options(*command, options->place, "Copy into a database of this server instead of a file");
+    command->callback([options, &tool] { run(*options, tool); });
 }
 
 }  // namespace admin

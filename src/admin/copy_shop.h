@@ -1,4 +1,4 @@
-// Moving a shop between engines, or making a second one of it.
+// Copies a shop, also from one engine to the other.
 #pragma once
 
 #include <cstdint>
@@ -13,12 +13,11 @@ namespace admin {
 struct CopyOutcome {
     std::size_t tables = 0;
     std::int64_t rows = 0;
-    std::vector<std::string> differences;  // tables whose counts of rows differ afterwards
+    std::vector<std::string> differences;  // tables whose numbers of rows differ afterwards
 };
 
-// Copies every table of `source` into `target`, an empty database on either engine: this version's schema,
-// plus tables and columns that only the source has, with their declared types; then all rows. At the end the
-// rows of every table are counted on both sides.
+// Copies a shop into `target`, an empty database on either engine. Creates this version's schema, adds tables
+// and columns that only the source has, copies all rows, and counts the rows of every table on both sides.
 CopyOutcome copy_shop(database::Connection& source, database::Connection& target, Tool& tool);
 
 }  // namespace admin

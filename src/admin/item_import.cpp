@@ -1,10 +1,15 @@
 #include "admin/item_import.h"
 
+#include <CLI/CLI.hpp>
 #include <map>
+#include <memory>
 #include <string>
 
-#include "admin/progress.h"
+#include "admin/shop.h"
+#include "admin/tool.h"
 #include "admin/transaction.h"
+#include "common/code_page.h"
+#include "common/files.h"
 #include "common/text.h"
 
 namespace admin {
@@ -27,7 +32,7 @@ KnownGoods known_goods(Connection& connection) {
     return known;
 }
 
-// Codes of makers or groups by name; a name not there yet gets the next code and a row.
+// The codes of makers or groups by name. A new name gets the next code and a row.
 class Names {
   public:
     Names(Connection& connection, const database::Result& rows, database::Fragment insert)
@@ -142,6 +147,62 @@ ImportOutcome import_items(Connection& connection, std::string_view csv, Tool& t
     transaction.commit();
     connection.make_durable();
     return outcome;
+}
+
+namespace {
+
+constexpr std::size_t largest_file = 1U << 30U;
+
+struct Options {
+    std::string file;
+    bool columns = false;
+    bool code_page_1256 = false;
+};
+
+void list_columns(Tool& tool) {
+    for (const ItemColumn& column : item_columns()) {
+        tool.out << column.name << std::string(16 - column.name.size(), ' ') << column.meaning << '\n';
+    }
+}
+
+void run(const Options& options, Tool& tool) {
+    std::string csv = common::read_file(tool.folder / options.file, largest_file);
+    if (options.code_page_1256) csv = common::from_code_page_1256(csv);
+    const auto connection = open_shop(tool);
+    const ImportOutcome outcome = import_items(*connection, csv, tool);
+    for (const LineProblem& problem : outcome.problems) {
+        tool.err << options.file << ':' << problem.line << ": " << problem.reason << '\n';
+    }
+    if (!outcome.problems.empty()) {
+        const std::size_t count = outcome.problems.size();
+        throw Refused("nothing was imported; mend the " +
+                      (count == 1 ? std::string("line") : std::to_string(count) + " lines") +
+                      " named above and import the file again");
+    }
+    tool.out << outcome.items << " items, " << outcome.barcodes << " barcodes and " << outcome.batches
+             << " rows of stock imported\n";
+}
+
+}  // namespace
+
+void add_import_items(CLI::App& program, Tool& tool) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand(
+        "import-items",
+        "Adds the items of a CSV file (UTF-8) with prices, barcodes and opening stock, or none of them");
+    command->add_option("file", options->file, "The CSV file; its first line names the columns");
+    command->add_flag("--columns", options->columns, "List the columns such a file may have");
+    command->add_flag("--code-page-1256", options->code_page_1256,
+                      "The file is in the code page of an Arabic Windows instead of UTF-8");
+    command->callback([options, &tool] {
+        if (options->columns) {
+            list_columns(tool);
+        } else if (options->file.empty()) {
+            throw CLI::RequiredError("file");
+        } else {
+            run(*options, tool);
+        }
+    });
 }
 
 }  // namespace admin

@@ -1,4 +1,4 @@
-// Bringing many items into the shop at once, or none of them.
+// Adds the items of a CSV file to the shop, all of them or none.
 #pragma once
 
 #include <cstddef>
@@ -15,11 +15,11 @@ struct ImportOutcome {
     std::size_t items = 0;
     std::size_t barcodes = 0;
     std::size_t batches = 0;            // rows of opening stock
-    std::vector<LineProblem> problems;  // when there is any, nothing was written
+    std::vector<LineProblem> problems;  // if there are any, nothing was written
 };
 
 // Reads a CSV text (item_lines.h) and writes items, makers, groups, barcodes and opening stock in one
-// transaction, so that tills see all of it or nothing.
+// transaction.
 ImportOutcome import_items(database::Connection& connection, std::string_view csv, Tool& tool);
 
 }  // namespace admin

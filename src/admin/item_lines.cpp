@@ -6,6 +6,7 @@
 #include "common/csv.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "common/typed.h"
 
 namespace admin {
 
@@ -21,7 +22,7 @@ constexpr std::string_view prices_header[3][5] = {{"price11", "price12", "price1
                                                   {"price31", "price32", "price33", "price34", "price35"}};
 constexpr std::string_view barcode_header[3] = {"barcode", "pack_barcode", "carton_barcode"};
 
-// What is wrong with a line; ends the reading of that line only.
+// Thrown for a line that cannot be used; reading goes on with the next line.
 struct BadLine {
     std::string reason;
 };
@@ -87,7 +88,7 @@ class Reader {
     }
 
     void read_line() {
-        // A row of a spreadsheet that was emptied, or never filled.
+        // An empty row of a spreadsheet.
         if (std::all_of(cells_.begin(), cells_.end(),
                         [](const std::string& cell) { return common::trim(cell).empty(); })) {
             return;
@@ -103,7 +104,7 @@ class Reader {
         }
     }
 
-    // The cell of a column, without blanks around it; empty where the file has no such column.
+    // The trimmed cell of a column; empty if the file does not have the column.
     std::string_view cell(std::string_view column) const {
         const auto found = std::find(header_.begin(), header_.end(), column);
         if (found == header_.end()) return {};
@@ -118,7 +119,8 @@ class Reader {
                           "comes from an Arabic Windows"};
         }
         for (char& c : found) {
-            // Receipts have one line for it, and their printers take the rest for commands.
+            // A receipt has one line for it, and its printer would take the other control characters for
+            // commands.
             if (c == '\n' || c == '\r' || c == '\t') c = ' ';
             if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
                 throw BadLine{std::string(column) + " has a control character in it"};
@@ -162,7 +164,7 @@ class Reader {
         read_stock(item);
         for (std::size_t unit = 0; unit < 3; ++unit)
             read_barcodes(item, unit);
-        // Only a line that is good in itself takes its code and barcodes.
+        // Only a good line takes its code and barcodes.
         codes_.insert(item.code);
         for (const auto& barcodes : item.barcodes) {
             for (const std::string& barcode : barcodes)
@@ -173,8 +175,8 @@ class Reader {
 
     std::int64_t read_code() const {
         const std::string found(cell("code"));
-        const auto code = common::parse_integer(found);
-        if (!code || *code < 1 || *code > highest_code) {
+        const auto code = common::read_code(found);
+        if (!code) {
             throw BadLine{"code \"" + found + "\" is no whole number from 1 to " +
                           std::to_string(highest_code)};
         }
@@ -219,13 +221,13 @@ class Reader {
             }
         }
         if (const std::string found(cell("expiry")); !found.empty()) {
-            const auto moment = common::parse_moment(common::western_digits(found));
-            if (!moment) throw BadLine{"expiry \"" + found + "\" is no date (year/month/day)"};
-            item.expiry = moment->date;
+            const auto date = common::read_date(found);
+            if (!date) throw BadLine{"expiry \"" + found + "\" is no date (year/month/day)"};
+            item.expiry = *date;
         }
     }
 
-    // Several barcodes of one unit stand in one cell with blanks between.
+    // The barcodes of a unit are in one cell, separated by blanks.
     void read_barcodes(ItemLine& item, std::size_t unit) const {
         std::string_view rest = cell(barcode_header[unit]);
         while (!rest.empty()) {
@@ -265,7 +267,7 @@ class Reader {
         }
         if (barcodes_.contains(comparable(barcode)))
             throw BadLine{"barcode " + barcode + " is in the file twice"};
-        // A barcode is looked for before a code, so it would hide the item of that code.
+        // A scan looks for a barcode first, so that this one would hide the item with that code.
         const auto as_code = all_digits(barcode) ? common::parse_integer(barcode) : std::nullopt;
         if (as_code && (known_.codes.contains(*as_code) || codes_.contains(*as_code))) {
             throw BadLine{"barcode " + barcode + " is also the code of an item"};

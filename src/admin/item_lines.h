@@ -1,4 +1,4 @@
-// The lines of an items file, read and judged before anything is written.
+// Reads and checks the lines of an items file before anything is written.
 #pragma once
 
 #include <array>
@@ -17,8 +17,8 @@ namespace admin {
 struct ItemLine {
     std::int64_t code = 0;
     std::string name;
-    std::string maker;  // empty: none
-    std::string group;  // empty: none
+    std::string maker;  // may be empty
+    std::string group;  // may be empty
     std::string description;
     std::optional<double> minimum;
     bool service = false;        // sold without stock
@@ -36,7 +36,7 @@ struct LineProblem {
     std::string reason;
 };
 
-// What the shop has already, which a file may not bring again.
+// What the shop has already and a file may not repeat.
 struct KnownGoods {
     std::unordered_set<std::int64_t> codes;
     std::unordered_set<std::string> barcodes;  // in lower case, without trailing blanks
@@ -45,24 +45,23 @@ struct KnownGoods {
 
 struct ItemFile {
     std::vector<ItemLine> lines;
-    std::vector<LineProblem> problems;  // in the order of the lines; any means that nothing is to be written
+    std::vector<LineProblem> problems;  // in the order of the lines
 };
 
 struct ItemColumn {
     std::string_view name;
     std::string_view meaning;
 };
-// The columns an items file may have, in the order in which lists show them; "code" and "name" and "price12"
-// must be there.
+// The columns that an items file may have, in the order of the help; "code", "name" and "price12" are needed.
 const std::vector<ItemColumn>& item_columns();
 
-// Reads the whole file: its first line names the columns, in any order; comma, semicolon or tab between
-// cells. A price that is missing at levels 3 to 5 is the retail price (level 2); one that is missing for the
-// pack or the carton is the unit's times the units in it. `reached` hears how many bytes have been read.
+// Reads a whole file. Its first line names the columns in any order; cells are separated by comma, semicolon
+// or tab. A missing price of level 3 to 5 is the retail price (level 2); a missing price of the pack or the
+// carton is the unit's price times the units in it. Reports the number of bytes read to `reached`.
 ItemFile read_items(std::string_view csv, const KnownGoods& known,
                     const std::function<void(std::size_t)>& reached = {});
 
-// True when the last of the 13 digits is the check digit of the 12 before it.
+// Returns true if the last of 13 digits is the check digit of the other 12.
 bool is_true_ean13(std::string_view digits);
 
 }  // namespace admin

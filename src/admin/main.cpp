@@ -1,4 +1,4 @@
-// tallvex-admin: sets up shops and looks after them. A command is one entry of the list below.
+// tallvex-admin: sets up shops and maintains them. Every command is an entry of the list below.
 #include <unistd.h>
 
 #include <filesystem>
@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "admin/commands.h"
+#include "admin/tool.h"
 #include "common/clock.h"
 
 int main(int argc, char** argv) {

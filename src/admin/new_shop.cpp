@@ -1,14 +1,16 @@
 #include "admin/new_shop.h"
 
+#include <CLI/CLI.hpp>
+#include <memory>
 #include <random>
 #include <vector>
 
-#include "admin/opening_stock.h"
-#include "admin/permission_string.h"
-#include "admin/progress.h"
+#include "admin/checks.h"
 #include "admin/rows.h"
-#include "admin/shop_files.h"
+#include "admin/shop.h"
 #include "admin/shop_maker.h"
+#include "admin/tool.h"
+#include "admin/users.h"
 #include "database/recordset.h"
 #include "database/schema/schema.h"
 
@@ -30,8 +32,8 @@ std::string random_password() {
     return password;
 }
 
-// Tables of the demo shop that a bare shop takes too: the names of the units and the price classes.
-constexpr std::string_view taken_by_all[] = {"unit1", "cust_typ"};
+// Tables of the demo shop for every shop: the names of the units and the price classes.
+constexpr std::string_view common_tables[] = {"unit1", "cust_typ"};
 
 void add_row(Connection& connection, database::Fragment statement,
              const std::vector<std::pair<const char*, database::Value>>& cells) {
@@ -47,8 +49,8 @@ class Filler {
     Filler(Connection& connection, const NewShop& wanted, Tool& tool)
         : connection_(connection), wanted_(wanted), tool_(tool) {}
 
-    // The stores stand before the upgrade list runs, which gives items a column for each; all other rows come
-    // after it, when every column is there.
+    // Stores come before the upgrade list, which adds a column for each of them to the items; all other rows
+    // come after it, when every column exists.
     void run() {
         database::create_base_schema(connection_);
         if (wanted_.demo) {
@@ -62,7 +64,7 @@ class Filler {
             demo();
         } else {
             bare();
-            for (const std::string_view table : taken_by_all)
+            for (const std::string_view table : common_tables)
                 load(table);
         }
         for (const EmbeddedTable& rows : printer_code_tables())
@@ -125,17 +127,63 @@ void make_shop(const NewShop& asked, Tool& tool) {
     NewShop wanted = asked;
     if (wanted.name.empty() && !wanted.demo) wanted.name = "متجري";
     if (wanted.administrator.empty()) wanted.administrator = "المدير";
-    const bool asked_for = !wanted.password.empty();  // and known to whoever typed it
-    if (!asked_for) wanted.password = random_password();
+    const bool is_given = !wanted.password.empty();
+    if (!is_given) wanted.password = random_password();
     std::string who_signs_in;
     make_place(wanted.folder, wanted.place, tool, [&](Connection& connection) {
         Filler(connection, wanted, tool).run();
         for (const auto& row : connection.query("select [name],pass from users order by code")) {
             who_signs_in += "User: " + row.text("name") +
-                            (asked_for ? std::string() : ", password: " + row.text("pass")) + '\n';
+                            (is_given ? std::string() : ", password: " + row.text("pass")) + '\n';
         }
     });
     tool.out << who_signs_in;
+}
+
+namespace {
+
+constexpr std::size_t longest_text = 100;  // basic.aname, users.name, users.pass
+
+}  // namespace
+
+void add_new_shop(CLI::App& program, Tool& tool) {
+    const auto wanted = std::make_shared<NewShop>();
+    const auto folder = std::make_shared<std::string>();
+    CLI::App* command = program.add_subcommand("new-shop", "Makes a shop in a folder: database and files");
+    command->add_option("folder", *folder, "The folder; created if missing")->required();
+    auto* demo = command->add_flag("--demo", wanted->demo, "Fill it with the demo grocery and its users");
+    add_place_options(*command, wanted->place, "Make the database on this server instead of in a file");
+    const auto fits = CLI::Validator(
+        [](std::string& text) {
+            return text.size() > longest_text ? std::string("longer than 100 bytes") : std::string();
+        },
+        "", "text length");
+    command->add_option("--name", wanted->name, "The shop's name on receipts")->check(fits);
+    command->add_option("--tel", wanted->telephone, "Its telephone on receipts")->check(fits);
+    command
+        ->add_option("--printer", wanted->printer_port,
+                     "Receipt port: \"win\" for the system's printer, or a port")
+        ->capture_default_str()
+        ->check(fits);
+    command->add_option("--drawer", wanted->drawer_port, "Port of the cash drawer")
+        ->capture_default_str()
+        ->check(fits);
+    command->add_option("--user", wanted->administrator, "Name of the administrator")
+        ->check(fits)
+        ->excludes(demo);
+    const auto ask = std::make_shared<bool>(false);
+    command
+        ->add_flag("--ask-password", *ask,
+                   "Ask for the administrator's password, or read it from the standard input; without it a "
+                   "random one is made and printed")
+        ->excludes(demo);
+    command->callback([wanted, folder, ask, &tool] {
+        if (*ask)
+            wanted->password =
+                ask_password(tool, "the administrator", "leave --ask-password out for a random one");
+        wanted->folder = tool.folder / *folder;
+        make_shop(*wanted, tool);
+    });
 }
 
 }  // namespace admin

@@ -1,4 +1,4 @@
-// The program that Qt wants around what it draws or asks of the print system; no display is needed.
+// The application object that Qt needs for drawing and for the print system. No display is needed.
 #pragma once
 
 #include <QGuiApplication>
@@ -11,7 +11,7 @@ class QtProgram {
     QtProgram() {
         if (QCoreApplication::instance() != nullptr) return;
         qputenv("QT_QPA_PLATFORM", "offscreen");
-        // Of a run-time folder that a nightly job has not; nobody needs to know.
+        // Silences the warning about a missing run-time folder in a nightly job.
         if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
             qputenv("QT_LOGGING_RULES", "default.warning=false");
         program_ = std::make_unique<QGuiApplication>(count_, arguments_);

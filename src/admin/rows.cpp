@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "admin/permission_string.h"
+#include "admin/users.h"
 #include "common/csv.h"
 #include "common/numbers.h"
 #include "common/text.h"
@@ -54,18 +54,21 @@ std::vector<ColumnKind> kinds_of(database::Connection& connection, const Embedde
     const auto table = connection.describe(rows.table);
     std::vector<ColumnKind> kinds;
     for (const std::string& name : names) {
-        std::size_t i = 0;
-        while (i < table.columns.size() && !common::equal_ignoring_case(table.columns[i], name))
-            ++i;
-        if (i == table.columns.size()) {
-            throw std::invalid_argument(std::string(rows.table) + " has no column " + name);
-        }
-        kinds.push_back(kind_of(table.types.at(i)));
+        const auto column = find_column(table.columns, name);
+        if (!column) throw std::invalid_argument(std::string(rows.table) + " has no column " + name);
+        kinds.push_back(kind_of(table.types.at(*column)));
     }
     return kinds;
 }
 
 }  // namespace
+
+std::optional<std::size_t> find_column(const std::vector<std::string>& columns, std::string_view name) {
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (common::equal_ignoring_case(columns[i], name)) return i;
+    }
+    return std::nullopt;
+}
 
 std::int64_t load_rows(database::Connection& connection, const EmbeddedTable& rows, const common::Date& today,
                        const std::function<void()>& each_row) {

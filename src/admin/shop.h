@@ -1,8 +1,11 @@
-// The shop of the working directory: its connection file, and its database opened as the till opens it.
+// The shop of a folder: its files, and its database opened as the till opens it. Functions that cannot do
+// their work throw Refused with the reason.
 #pragma once
 
 #include <filesystem>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "admin/tool.h"
 #include "database/connection.h"
@@ -10,24 +13,41 @@
 
 namespace admin {
 
-// Where a shop's database is, as the connection file has it.
+// What the connection file says about the database.
 using Place = startup::ConnectionRecord;
-// Where a new shop goes if nothing else is said.
-inline const Place new_place{std::string(startup::embedded_source), "shop.db"};
+inline const Place new_place{std::string(startup::embedded_source), "shop.db"};  // of a new shop, by default
 
 bool is_embedded(const Place& place);
 
-// Reads and writes the connection file of a folder; writing returns its path. Refused with a reason when
-// there is none, it is no connection file, or a text does not fit its field.
+// The connection file of a folder; writing returns its path.
 Place read_place(const std::filesystem::path& folder);
 std::filesystem::path write_place(const std::filesystem::path& folder, const Place& place);
-bool has_connection_file(const std::filesystem::path& folder);
 
-// Opens the database of a place; the login's password is found as the till finds it.
 std::unique_ptr<database::Connection> open_place(const std::filesystem::path& folder, const Place& place);
 std::unique_ptr<database::Connection> open_shop(const Tool& tool);
 
-// The file of an embedded shop.
-std::filesystem::path shop_file(const std::filesystem::path& folder, const Place& place);
+// The version string for new shops: this build's.
+std::string shop_version();
+
+// The program folder of the shop in a folder, with version file, log and password file: TALLVEX_HOME if it is
+// set, else the shop's folder if it has a version file, else the executable's folder.
+std::filesystem::path home_of(const std::filesystem::path& folder);
+
+// Writes the version file and an empty credit file into a folder if they are missing; returns the paths of
+// those it wrote.
+std::vector<std::filesystem::path> write_shop_files(const std::filesystem::path& folder);
+
+// The text of the version file.
+std::string read_version(const std::filesystem::path& folder);
+
+// The activity log, which need not exist.
+std::filesystem::path log_file(const std::filesystem::path& folder);
+
+// The password of the login sa, with which the tills open a server's database.
+std::string ask_login_password(Tool& tool);
+// Writes it where a till of this folder looks for it, readable only by its owner; returns the file's path.
+std::string keep_login_password(const std::filesystem::path& folder, const std::string& password);
+// Returns true if a till of this folder finds a password, right or wrong.
+bool has_login_password(const std::filesystem::path& folder);
 
 }  // namespace admin

@@ -1,11 +1,13 @@
 #include "admin/shop_maker.h"
 
+#include <CLI/CLI.hpp>
 #include <system_error>
 #include <vector>
 
-#include "admin/login_password.h"
-#include "admin/shop_files.h"
+#include "admin/shop.h"
 #include "database/embedded/open.h"
+#include "startup/open_connection.h"
+#include "startup/shop_files.h"
 
 namespace admin {
 
@@ -15,7 +17,7 @@ using Fill = std::function<void(Connection&)>;
 
 namespace {
 
-// Files made so far; unless kept, they go again.
+// Removes the files created so far unless they are kept.
 class MadeFiles {
   public:
     MadeFiles() = default;
@@ -33,9 +35,9 @@ class MadeFiles {
     std::vector<fs::path> files_;
 };
 
-// The name of a shop's file while it is being made.
+// The name of a shop's file until it is complete.
 fs::path unfinished(const fs::path& folder, const Place& place) {
-    return shop_file(folder, place).string() + ".making";
+    return startup::shop_file(place, folder).string() + ".making";
 }
 
 void write_files(const fs::path& folder, const Place& place, MadeFiles& made) {
@@ -44,13 +46,13 @@ void write_files(const fs::path& folder, const Place& place, MadeFiles& made) {
     made.add(write_place(folder, place));
 }
 
-// The file takes its name last of all: whenever the making is killed, it can be done again.
+// The database gets its name last. If the program is killed before, the command can be run again.
 void make_embedded(const fs::path& folder, const Place& place, const Fill& fill, MadeFiles& made) {
-    const fs::path file = shop_file(folder, place);
+    const fs::path file = startup::shop_file(place, folder);
     const fs::path making = unfinished(folder, place);
     for (const char* ending : {"", "-wal", "-shm"}) {
         const fs::path part = making.string() + ending;
-        fs::remove(part);  // of an attempt that was cut off
+        fs::remove(part);  // left by an attempt that was killed
         made.add(part);
     }
     {
@@ -101,24 +103,31 @@ void make_place(const fs::path& folder, const Place& place, Tool& tool, const Fi
                       (failed ? ": " + failed.message() : ""));
     }
     const bool was_cut_off = is_embedded(place) && fs::exists(unfinished(folder, place));
-    if (has_connection_file(folder) && !was_cut_off)
+    if (startup::has_connection_file(folder) && !was_cut_off)
         throw Refused("the folder " + folder.string() + " belongs to a shop already");
-    if (is_embedded(place) && fs::exists(shop_file(folder, place))) {
-        throw Refused("there is a shop already: " + shop_file(folder, place).string());
+    if (is_embedded(place) && fs::exists(startup::shop_file(place, folder))) {
+        throw Refused("there is a shop already: " + startup::shop_file(place, folder).string());
     }
     MadeFiles made;
     if (is_embedded(place)) {
         make_embedded(folder, place, fill, made);
     } else {
-        fs::remove(write_place(folder, place));  // refuses names that do not fit before anything is made
+        fs::remove(write_place(folder, place));  // refuses bad names before anything is created
         for (const fs::path& file : write_shop_files(folder))
             made.add(file);
         if (!has_login_password(folder)) made.add(keep_login_password(folder, ask_login_password(tool)));
         make_on_server(folder, place, fill);
-        made.add(write_place(folder, place));  // last: no till starts on half a shop
+        made.add(write_place(folder, place));  // last, so that no till starts on an incomplete shop
     }
     made.keep();
     tool.out << "The shop stands in " << folder.lexically_normal().string() << ".\n";
+}
+
+void add_place_options(CLI::App& command, Place& place, const std::string& with_server) {
+    command.add_option("--server", place.server, with_server);
+    command.add_option("--database", place.database, "An empty database of the server, or the file's name")
+        ->capture_default_str();
+    command.add_option("--address", place.address, "Network address of the server")->capture_default_str();
 }
 
 }  // namespace admin

@@ -1,19 +1,22 @@
-// Making a shop in a place where none is: whole or not at all.
+// Creates a shop's folder, files and database, completely or not at all.
 #pragma once
 
 #include <filesystem>
 #include <functional>
+#include <string>
 
 #include "admin/shop.h"
 #include "admin/tool.h"
 
 namespace admin {
 
-// Makes the folder, the files beside the program and an empty database, and has `fill` put schema and rows
-// in. Refused, with everything left as it was, where there is a shop already or the folder cannot be written.
-// An embedded shop is made aside and takes its name when it is whole; on a server, where a failure leaves
-// what was written, the message says what to do.
+// Creates the folder, the files and an empty database, which `fill` gives its schema and rows. Refused, and
+// nothing is left, if there is a shop already or the folder cannot be written. An embedded shop gets its name
+// when it is complete. On a server a failure leaves what was written; the message then says what to do.
 void make_place(const std::filesystem::path& folder, const Place& place, Tool& tool,
                 const std::function<void(database::Connection&)>& fill);
+
+// Adds the options --server, --database and --address. `with_server` is the help text of --server.
+void add_place_options(CLI::App& command, Place& place, const std::string& with_server);
 
 }  // namespace admin

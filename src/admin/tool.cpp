@@ -1,8 +1,12 @@
 #include "admin/tool.h"
 
+#include <termios.h>
+#include <unistd.h>
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <csignal>
 
+#include "common/text.h"
 #include "database/error.h"
 
 namespace admin {
@@ -11,7 +15,48 @@ namespace {
 
 constexpr const char* footer =
     "Exit codes: 0 done, 1 refused or failed (nothing half-done is left), 2 wrong command line.\n"
-    "Commands work on the shop whose connection file stands in the working directory.";
+    "Commands work on the shop whose connection file is in the working directory.";
+
+// Hides what is typed at a terminal.
+class HiddenTyping {
+  public:
+    HiddenTyping() : active_(tcgetattr(STDIN_FILENO, &former_) == 0) {
+        if (!active_) return;
+        termios hidden = former_;
+        hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
+        // Ctrl+C then ends only the reading; ending the program would leave the terminal without echo.
+        struct sigaction end_reading {};
+        end_reading.sa_handler = [](int) {};
+        sigaction(SIGINT, &end_reading, &former_interrupt_);
+    }
+    ~HiddenTyping() {
+        if (!active_) return;
+        sigaction(SIGINT, &former_interrupt_, nullptr);
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &former_);
+    }
+    HiddenTyping(const HiddenTyping&) = delete;
+    HiddenTyping& operator=(const HiddenTyping&) = delete;
+
+  private:
+    termios former_{};
+    struct sigaction former_interrupt_ {};
+    bool active_;
+};
+
+std::string read_line(Tool& tool, std::string_view whose) {
+    std::string line;
+    if (!std::getline(tool.in, line)) throw Refused("no password of " + std::string(whose) + " was given");
+    return std::string(common::trim(line));
+}
+
+std::string read_hidden(Tool& tool, std::string_view whose, const std::string& prompt) {
+    tool.err << prompt << std::flush;
+    const HiddenTyping hidden;
+    const std::string line = read_line(tool, whose);
+    tool.err << '\n';
+    return line;
+}
 
 }  // namespace
 
@@ -25,14 +70,14 @@ int run_tool(const std::vector<AddCommand>& commands, const std::vector<std::str
     for (CLI::App* command : program.get_subcommands({}))
         command->footer(footer);
     try {
-        // The parser would only say that a command is missing.
+        // For an unknown command the parser would only say that a command is missing.
         if (!arguments.empty() && !arguments.front().starts_with('-') &&
             program
                 .get_subcommands([&](CLI::App* command) { return command->get_name() == arguments.front(); })
                 .empty()) {
             throw CLI::ExtrasError("tallvex-admin", {arguments.front()});
         }
-        // The parser takes its words from the back.
+        // The parser expects the words in reverse order.
         program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         return done;
     } catch (const CLI::ParseError& error) {
@@ -47,6 +92,38 @@ int run_tool(const std::vector<AddCommand>& commands, const std::vector<std::str
         tool.err << "tallvex-admin: " << error.what() << '\n';
     }
     return refused;
+}
+
+Progress::Progress(Tool& tool, std::string label, std::size_t total)
+    : tool_(tool), label_(std::move(label)), total_(total) {
+    reach(0);
+}
+
+Progress::~Progress() {
+    if (tool_.terminal) tool_.err << "\r\x1b[K" << std::flush;
+}
+
+void Progress::reach(std::size_t amount) {
+    done_ = amount;
+    if (!tool_.terminal) return;
+    const int percent = total_ == 0 ? 100 : static_cast<int>(std::min(done_, total_) * 100 / total_);
+    if (percent == percent_) return;
+    percent_ = percent;
+    constexpr int bar_cells = 40;
+    const int filled = percent * bar_cells / 100;
+    tool_.err << '\r' << label_ << " [" << std::string(static_cast<std::size_t>(filled), '#')
+              << std::string(static_cast<std::size_t>(bar_cells - filled), '.') << "] " << percent
+              << "%\x1b[K" << std::flush;
+}
+
+std::string ask_password(Tool& tool, std::string_view whose, std::string_view otherwise) {
+    const bool typed = tool.terminal && isatty(STDIN_FILENO) != 0;
+    const std::string password =
+        typed ? read_hidden(tool, whose, "Password of " + std::string(whose) + ": ") : read_line(tool, whose);
+    if (password.empty()) throw Refused("the password is empty; " + std::string(otherwise));
+    if (typed && read_hidden(tool, whose, "The same again: ") != password)
+        throw Refused("the two passwords differ; nothing was changed");
+    return password;
 }
 
 }  // namespace admin

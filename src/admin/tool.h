@@ -1,11 +1,13 @@
-// What every command of tallvex-admin works with, and how it ends.
+// What every command of tallvex-admin works with, and the list of the commands.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <istream>
 #include <ostream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "common/clock.h"
@@ -16,31 +18,68 @@ class App;
 
 namespace admin {
 
-// The exit codes, the same for all commands.
+// The exit codes of all commands.
 inline constexpr int done = 0;
-inline constexpr int refused = 1;  // the command could not or would not do it; nothing half-done is left
+inline constexpr int refused = 1;  // the command did not do it and left nothing half done
 inline constexpr int usage = 2;    // the command line is wrong
 
 struct Tool {
     std::ostream& out;
     std::ostream& err;
     std::istream& in;
-    std::filesystem::path folder;  // the working directory: the shop whose connection file it holds
+    std::filesystem::path folder;  // the working directory, which holds the shop's connection file
     common::Clock& clock;
-    bool terminal = false;  // err is a terminal: long work shows how far it is
+    bool terminal = false;  // err is a terminal, where long work shows its progress
 };
 
-// Ends a command with exit code `refused`; the text says what is wrong and what to do.
+// Ends a command with the exit code `refused`. The text says what is wrong and what to do.
 class Refused : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-// Adds one command with its options to the program; its work runs when the command line names it.
+// Adds a command with its options to the program. The command line then decides whether it runs.
 using AddCommand = void (*)(CLI::App& program, Tool& tool);
 
-// Reads the command line (without the program's name) and runs the command it names. Returns the exit code;
-// whatever is wrong has been said on tool.err.
+void add_connect(CLI::App& program, Tool& tool);
+void add_new_shop(CLI::App& program, Tool& tool);
+void add_sql(CLI::App& program, Tool& tool);
+void add_users(CLI::App& program, Tool& tool);
+void add_check(CLI::App& program, Tool& tool);
+void add_import_items(CLI::App& program, Tool& tool);
+void add_backup(CLI::App& program, Tool& tool);
+void add_restore(CLI::App& program, Tool& tool);
+void add_copy_shop(CLI::App& program, Tool& tool);
+void add_show_receipt(CLI::App& program, Tool& tool);
+
+// Reads the command line (without the program's name) and runs its command. Returns the exit code; errors go
+// to tool.err.
 int run_tool(const std::vector<AddCommand>& commands, const std::vector<std::string>& arguments, Tool& tool);
+
+// A progress bar on tool.err, redrawn when its percentage changes and erased at the end. Shows nothing if
+// tool.err is not a terminal, so that logs stay clean.
+class Progress {
+  public:
+    Progress(Tool& tool, std::string label, std::size_t total);
+    ~Progress();
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    void reach(std::size_t amount);  // `amount` of the total is done
+    void step() { reach(done_ + 1); }
+
+  private:
+    Tool& tool_;
+    std::string label_;
+    std::size_t total_;
+    std::size_t done_ = 0;
+    int percent_ = -1;
+};
+
+// Asks for a password twice at a terminal, without showing it; otherwise reads the first line of the standard
+// input. Never from the command line, which every user of the machine can read. Blanks at both ends are
+// dropped. Refused if there is none, if it is empty or if the two differ. `otherwise` says what to do instead
+// of giving an empty one.
+std::string ask_password(Tool& tool, std::string_view whose, std::string_view otherwise);
 
 }  // namespace admin

@@ -1,11 +1,11 @@
-// Several statements as one, for work of the administrator that must not stay half-done.
+// A transaction, for commands that must not be left half done.
 #pragma once
 
 #include "database/connection.h"
 
 namespace admin {
 
-// Begun with the object; undone with it unless commit() was reached.
+// Begins with the object and is rolled back with it unless commit() was called.
 class Transaction {
   public:
     explicit Transaction(database::Connection& connection) : connection_(connection) {
@@ -16,7 +16,7 @@ class Transaction {
         try {
             connection_.execute("rollback transaction");
         } catch (const database::Error&) {
-            // A lost connection has undone it already.
+            // A lost connection has rolled it back already.
         }
     }
     Transaction(const Transaction&) = delete;

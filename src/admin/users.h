@@ -1,9 +1,12 @@
-// Users as the administrator keeps them.
+// The users of a shop, and permission strings as lists of action names for administrators to type.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "database/connection.h"
 
@@ -15,18 +18,33 @@ struct User {
     std::string permissions;
 };
 
-// The user that a text names: by code when it is a number, else by name. Refused when there is none, or when
-// several have the name.
+// The user with this code, if the text is a number, or with this name. Refused if there is none or several.
 User find_user(database::Connection& connection, std::string_view who);
 
-// Adds a user and returns the code, the highest plus one. Refused when the name is empty, too long or taken.
+// Adds a user and returns the code, the highest plus one. Refused if the name is empty, too long or taken.
 std::int64_t add_user(database::Connection& connection, std::string_view name, std::string_view password,
                       std::string_view permissions);
 
-// Refused when the password is longer than its column; blanks around it do not count at sign-in and are
-// dropped.
+// Drops blanks at both ends, which sign-in ignores. Refused if the password is longer than its column.
 void set_password(database::Connection& connection, std::int64_t code, std::string_view password);
 
 void set_permissions(database::Connection& connection, std::int64_t code, std::string_view permissions);
+
+// The length of a permission string.
+inline constexpr std::size_t permission_places = 400;
+
+class UnknownAction : public std::invalid_argument {
+  public:
+    using std::invalid_argument::invalid_argument;
+};
+
+// The permission string of a list of action names, read from left to right: "+" or no sign before a name
+// allows it, "-" forbids it. "all" means every place, "named" every action of signin::guarded_actions(),
+// "none" nothing, a number that place. A list that begins with "+" or "-" changes `before`; any other starts
+// from nothing. Throws UnknownAction for any other word.
+std::string permission_string(std::string_view list, std::string_view before = {});
+
+// The names of the actions a permission string allows, in the order of signin::guarded_actions().
+std::vector<std::string_view> allowed_actions(std::string_view permissions);
 
 }  // namespace admin

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "admin/shop_files.h"
+#include "admin/shop.h"
 #include "admin/workbench.h"
 
 namespace {

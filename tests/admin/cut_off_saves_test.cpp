@@ -5,7 +5,6 @@
 #include <fstream>
 
 #include "admin/checks.h"
-#include "admin/opening_stock.h"
 #include "sales/till.h"
 #include "support/faulty_connection.h"
 

@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "admin/embedded_rows.h"
 #include "admin/item_lines.h"
 #include "admin/rows.h"
 #include "admin/workbench.h"

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "admin/shop_files.h"
+#include "admin/shop.h"
 #include "admin/workbench.h"
 
 namespace {

@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "admin/permission_string.h"
-#include "admin/shop_files.h"
+#include "admin/shop.h"
+#include "admin/users.h"
 #include "admin/workbench.h"
 #include "database/embedded/open.h"
 #include "signin/sign_in.h"

@@ -1,4 +1,4 @@
-#include "admin/permission_string.h"
+#include "admin/users.h"
 
 #include <gtest/gtest.h>
 

@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "admin/commands.h"
 #include "admin/shop.h"
 #include "admin/tool.h"
 #include "database/connection.h"

@@ -8,7 +8,6 @@
 #include <cstdlib>
 
 #include "admin/checks.h"
-#include "admin/opening_stock.h"
 #include "sales/till.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "admin/table.h"
+#include "admin/sql.h"
 
 #include <gtest/gtest.h>
 

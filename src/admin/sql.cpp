@@ -1,12 +1,15 @@
-#include "admin/table.h"
+#include "admin/sql.h"
 
 #include <locale.h>
+#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <clocale>
 #include <cwchar>
-
-#include <algorithm>
+#include <memory>
 #include <vector>
 
+#include "admin/shop.h"
+#include "admin/tool.h"
 #include "common/csv.h"
 #include "common/text.h"
 
@@ -14,8 +17,7 @@ namespace admin {
 
 namespace {
 
-// The C library knows the widths, but only under a locale whose characters are Unicode's; the program's own
-// may be any, so this one is used for the question alone.
+// wcwidth() knows Unicode's widths only under a UTF-8 locale, which the program's own need not be.
 class UnicodeLocale {
   public:
     UnicodeLocale() : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {
@@ -107,6 +109,39 @@ std::string csv_table(const database::Result& result) {
         out += common::csv_record(cells);
     }
     return out;
+}
+
+namespace {
+
+struct Options {
+    std::string statement;
+    bool csv = false;
+};
+
+void run(const Options& options, Tool& tool) {
+    const auto connection = open_shop(tool);
+    // run() because only it returns both the rows and the number of changed rows.
+    const auto outcome = connection->run(options.statement, {});
+    connection->make_durable();
+    if (outcome.result.columns().empty()) {
+        tool.err << outcome.changed << (outcome.changed == 1 ? " row changed\n" : " rows changed\n");
+    } else if (options.csv) {
+        tool.out << csv_table(outcome.result);
+    } else {
+        const std::size_t count = outcome.result.size();
+        tool.out << aligned_table(outcome.result) << '(' << count << (count == 1 ? " row)\n" : " rows)\n");
+    }
+}
+
+}  // namespace
+
+void add_sql(CLI::App& program, Tool& tool) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command =
+        program.add_subcommand("sql", "Runs a Transact-SQL statement on the shop and prints its rows");
+    command->add_option("statement", options->statement, "The statement")->required();
+    command->add_flag("--csv", options->csv, "Rows as CSV (RFC 4180, UTF-8, nulls empty) instead of a table");
+    command->callback([options, &tool] { run(*options, tool); });
 }
 
 }  // namespace admin

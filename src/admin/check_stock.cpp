@@ -1,11 +1,11 @@
-#include "admin/opening_stock.h"
-
+// The check of the stock against opening stock, invoice lines and transfers.
 #include <cmath>
 #include <map>
 #include <set>
 #include <string>
 #include <utility>
 
+#include "admin/checks.h"
 #include "common/numbers.h"
 
 namespace admin {
@@ -16,7 +16,7 @@ using database::Sql;
 
 namespace {
 
-// Quantities by weight add up in binary.
+// Quantities by weight do not add up exactly in binary.
 constexpr double tolerance = 0.001;
 
 struct Stock {
@@ -56,7 +56,7 @@ class StockCheck {
   private:
     static Place place(const database::Row& row) { return {row.integer("icode"), row.integer("stcode")}; }
 
-    // The items that were opened at this moment, and their movements since.
+    // Adds the items that were opened at this moment, and their movements since.
     void add_since(const common::Moment& moment) {
         std::map<Place, Stock> opened;
         for (const auto& row : connection_.query(Sql("select icode,stcode,sum(quan) as total from stk_f_q "

@@ -1,10 +1,10 @@
-// tallvex-admin show-receipt: a text receipt's bytes as a picture of the paper, without a printer.
+// tallvex-admin show-receipt: draws a text receipt's bytes as a picture of the paper.
 #include <CLI/CLI.hpp>
 #include <QImage>
 #include <memory>
 
-#include "admin/commands.h"
 #include "admin/qt_program.h"
+#include "admin/tool.h"
 #include "common/files.h"
 #include "printing/pages/paper_picture.h"
 

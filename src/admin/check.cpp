@@ -1,14 +1,11 @@
-// tallvex-admin check: looks the shop over and says what is wrong and what to do about it.
+// tallvex-admin check: says what is wrong with the shop and what to do about it.
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <memory>
-#include <span>
 
 #include "admin/checks.h"
-#include "admin/commands.h"
-#include "admin/opening_stock.h"
 #include "admin/shop.h"
-#include "admin/shop_files.h"
+#include "admin/tool.h"
 #include "startup/activity_log.h"
 
 namespace admin {
@@ -40,44 +37,36 @@ void accept_stock(Tool& tool) {
     tool.out << "the present stock is what later checks start from\n";
 }
 
-// What the shop keeper can do when the database does not open, by what it says.
-std::string advice(std::string_view said, const Place& place) {
-    struct Advice {
-        std::string_view said;
-        std::string_view what;
-    };
-    constexpr std::string_view restore = "restore the newest backup: tallvex-admin restore FILE";
-    constexpr Advice embedded[] = {
-        {"does not exist",
-         "look whether the connection file names the right file (tallvex-admin connect --show), or restore "
-         "the "
-         "newest backup: tallvex-admin restore FILE"},
-        {"damaged", restore},
-        {"no shop", restore},
-        {"in use", "end the other program that holds the file"},
-        {"read-only", "give this user the right to write the file and its folder"},
-        {"cannot be read", "give this user the right to read the file"},
-        {"disk is full", "make room on the disk"},
-    };
-    constexpr Advice server[] = {
-        {"does not exist",
-         "look whether the server is on and its SQL Server listens on the TCP port, whether a firewall "
-         "stands between, "
-         "and whether name and address are right: tallvex-admin connect --show"},
-        {"Cannot open database",
-         "create the database on the server, or correct its name with tallvex-admin connect"},
-        {"Login failed", "the password of sa is another by now: tallvex-admin connect --keep-password"},
-        {"ODBC driver", "install the driver: sudo apt-get install tdsodbc"},
-        {"may be used by others", "make it its owner's alone: chmod 600 sa.pwd"},
-        {"sa.pwd", "keep the password there: tallvex-admin connect --keep-password"},
-    };
-    const auto found = [said](std::span<const Advice> list) {
-        for (const Advice& entry : list) {
-            if (said.find(entry.said) != std::string_view::npos) return std::string(entry.what);
-        }
-        return std::string("the till cannot start either; mend this first");
-    };
-    return is_embedded(place) ? found(embedded) : found(server);
+// What the shop keeper can do about a database that does not open.
+std::string_view advice(database::Error::Kind kind) {
+    using Kind = database::Error::Kind;
+    switch (kind) {
+        case Kind::server_missing:
+            return "look whether the server is on and its SQL Server listens on the TCP port, whether a "
+                   "firewall "
+                   "stands between, and whether name and address are right: tallvex-admin connect --show";
+        case Kind::database_missing:
+            return "create the database on the server, or correct its name with tallvex-admin connect";
+        case Kind::login_refused:
+            return "the password of sa is another by now: tallvex-admin connect --keep-password";
+        case Kind::no_driver:
+            return "install the driver: sudo apt-get install tdsodbc";
+        case Kind::file_missing:
+            return "look whether the connection file names the right file (tallvex-admin connect --show), or "
+                   "restore the newest backup: tallvex-admin restore FILE";
+        case Kind::file_damaged:
+            return "restore the newest backup: tallvex-admin restore FILE";
+        case Kind::busy:
+            return "end the other program that holds the file";
+        case Kind::read_only:
+            return "give this user the right to write the file and its folder";
+        case Kind::file_unreadable:
+            return "give this user the right to read the file";
+        case Kind::disk_full:
+            return "make room on the disk";
+        default:
+            return "the till cannot start either; mend this first";
+    }
 }
 
 class Check {
@@ -100,7 +89,7 @@ class Check {
         tool_.out << std::flush;
     }
 
-    // Empty, after saying so, where the version file is missing.
+    // Returns "", after saying so, if the version file cannot be read.
     std::string find_version() {
         try {
             return read_version(tool_.folder);
@@ -115,19 +104,27 @@ class Check {
     std::unique_ptr<database::Connection> connect() {
         const Place place = read_place(tool_.folder);
         const std::string where = place.server + ", " + place.database;
+        const auto refuse = [&](std::string_view said, std::string_view advice) {
+            if (said.ends_with('.')) said.remove_suffix(1);
+            say({{Verdict::wrong, "connection",
+                  where + ": " + std::string(said) + "; " + std::string(advice)}});
+            return nullptr;
+        };
         try {
             auto connection = open_place(tool_.folder, place);
             say({{Verdict::good, "connection", where}});
             return connection;
-        } catch (const std::exception& error) {
-            std::string said = error.what();
-            if (said.ends_with('.')) said.pop_back();
-            say({{Verdict::wrong, "connection", where + ": " + said + "; " + advice(said, place)}});
-            return nullptr;
+        } catch (const database::Error& error) {
+            return refuse(error.what(), advice(error.kind()));
+        } catch (const Refused& error) {
+            return refuse(error.what(),
+                          has_login_password(tool_.folder)
+                              ? "make it its owner's alone: chmod 600 sa.pwd"
+                              : "keep the password there: tallvex-admin connect --keep-password");
         }
     }
 
-    // One look that cannot be taken does not keep the others from being taken.
+    // Runs one check. If it fails, the others still run.
     void look(std::string_view subject, const std::function<Findings()>& at) {
         try {
             say(at());
@@ -155,7 +152,7 @@ class Check {
 };
 
 void note_mended(Tool& tool) {
-    read_place(tool.folder);  // not in any folder but a shop's
+    read_place(tool.folder);  // refuses a folder without a shop
     const std::filesystem::path file = log_file(tool.folder);
     std::error_code ignored;
     std::filesystem::create_directories(file.parent_path(), ignored);

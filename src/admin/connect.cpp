@@ -2,10 +2,8 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "admin/commands.h"
-#include "admin/login_password.h"
 #include "admin/shop.h"
-#include "admin/shop_files.h"
+#include "admin/tool.h"
 
 namespace admin {
 
@@ -20,7 +18,7 @@ struct Options {
 void print(const Place& place, Tool& tool) {
     tool.out << "server:   " << place.server << "\ndatabase: " << place.database
              << "\naddress:  " << place.address << '\n';
-    // The till drops a "C" at the end of the server's name, and another at the end of what it connects to.
+    // The data source drops one "C" at the end of the server's name and one more at its own end.
     const std::string source = startup::data_source_of(place).data_source;
     const bool uses_address = place.address != startup::no_address;
     if (!uses_address && source != place.server) {
@@ -62,7 +60,7 @@ void add_connect(CLI::App& program, Tool& tool) {
         if (!named && !(unnamed && options->keep_password)) {
             throw CLI::ValidationError("connect", "--server and --database are needed, or --show");
         }
-        if (unnamed) read_place(tool.folder);  // the password is kept beside a shop and nowhere else
+        if (unnamed) read_place(tool.folder);  // refuses a folder without a shop
         const std::string password = options->keep_password ? ask_login_password(tool) : std::string();
         if (named) {
             write_place(tool.folder, options->place);
