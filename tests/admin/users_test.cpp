@@ -53,10 +53,10 @@ TEST_F(Users, RefusedLinesChangeNothing) {
         {{"users", "add", "n"}, "no password of ", ""},
         {{"users", "password", "1"}, "no password of ", ""},
         {{"users", "password", "1"}, "the password is empty", "\n"},
-        {{"users", "add", "n", "--set", "sell"}, "no guarded action"},
+        {{"users", "add", "n", "--set", "sell"}, "neither a guarded action"},
         {{"users", "password", "9"}, "no user"},
         {{"users", "password", "nobody"}, "no user"},
-        {{"users", "permissions", "1", "--allow", "reprint,,item_info"}, "no guarded action"},
+        {{"users", "permissions", "1", "--allow", "reprint,,item_info"}, "neither a guarded action"},
         {{"users", "permissions", "1' or '1' = '1", "--deny", "all"}, "no user"},
     };
     for (const auto& c : cases) {
