@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "accounts/messages.h"
+#include "common/amount_in_words.h"
 #include "common/numbers.h"
-#include "common/spelled_amount.h"
 #include "common/text.h"
 #include "common/typed.h"
 #include "database/form.h"
@@ -37,8 +37,7 @@ constexpr FormField<Fields> voucher_fields[] = {
     // kind of party
     {{}, {"voucher_party_kind", "نوع الطرف", FieldKind::options, {0, 0}, "", "", "", 0, party_kinds}},
     // voucher number, date
-    {&Fields::number,
-     {"voucher_number", "&رقم الإيصال", FieldKind::digits, {0, 1}, "chkno", "", "", 100}},
+    {&Fields::number, {"voucher_number", "&رقم الإيصال", FieldKind::digits, {0, 1}, "chkno", "", "", 100}},
     {&Fields::date, {"voucher_date", "ال&تاريخ", FieldKind::date, {0, 2}, "Date"}},
     // name of the party, its balance now
     {{}, {"voucher_party", "ا&سم الطرف", FieldKind::choice, {1, 0, 2}}},
@@ -46,8 +45,7 @@ constexpr FormField<Fields> voucher_fields[] = {
     // amount, discount, the part due already
     {&Fields::amount, {"voucher_amount", "ال&قيمة", FieldKind::amount, {2, 0}, "quan"}},
     {&Fields::discount, {"voucher_discount", "ال&خصم", FieldKind::amount, {2, 1}, "dis"}},
-    {&Fields::second_amount,
-     {"voucher_second_amount", "المستحق &منها", FieldKind::amount, {2, 2}, "quan1"}},
+    {&Fields::second_amount, {"voucher_second_amount", "المستحق &منها", FieldKind::amount, {2, 2}, "quan1"}},
     // method of payment, branch, drawer
     {{}, {"voucher_method", "طريقة الدفع", FieldKind::options, {3, 0}, "", "", "", 0, methods}},
     {{}, {"voucher_store", "ال&فرع", FieldKind::choice, {3, 1}}},
@@ -58,8 +56,7 @@ constexpr FormField<Fields> voucher_fields[] = {
     {&Fields::cheque_owner, {"voucher_cheque_owner", "صاحب الشيك", FieldKind::text, {4, 2}, "chowner"}},
     // representative, notes
     {&Fields::representative, {"voucher_representative", "المن&دوب", FieldKind::choice, {5, 0}, "link"}},
-    {&Fields::note,
-     {"voucher_note", "م&لاحظات", FieldKind::text, {5, 1, 2}, "note", "", "", note_length}},
+    {&Fields::note, {"voucher_note", "م&لاحظات", FieldKind::text, {5, 1, 2}, "note", "", "", note_length}},
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The only way to the time of day.
+// The workstation's clock. Nothing else reads the time of day.
 #pragma once
 
 #include "common/date_time.h"
@@ -10,7 +10,7 @@ class Clock {
     virtual ~Clock() = default;
     // The workstation's local time.
     virtual Moment now() = 0;
-    // Sets the workstation's clock. False where the system forbids it; then nothing has changed.
+    // Sets the workstation's clock. Returns false if the system forbids it.
     virtual bool set(const Moment& moment) = 0;
 };
 

@@ -12,14 +12,14 @@ namespace common {
 
 namespace {
 
-// The page as a table, taken once from the C library's converter.
+// The page as a table, read once from the C library's converter.
 struct Page {
     std::array<char32_t, 256> characters{};
     std::unordered_map<char32_t, unsigned char> codes;
 
     Page() {
         const iconv_t converter = iconv_open("UTF-32LE", "CP1256");
-        // NOLINTNEXTLINE(*-reinterpret-cast, *-int-to-ptr): iconv's own sign of failure
+        // NOLINTNEXTLINE(*-reinterpret-cast, *-int-to-ptr): how iconv reports failure
         if (converter == reinterpret_cast<iconv_t>(-1)) {
             throw std::runtime_error("this system has no converter for code page 1256");
         }

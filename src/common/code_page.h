@@ -1,4 +1,4 @@
-// The single-byte Arabic code pages: 1256 of the files beside the program, 864 of the roll printers.
+// Code page 1256, the single-byte Arabic page of the program's files.
 #pragma once
 
 #include <optional>
@@ -7,7 +7,7 @@
 
 namespace common {
 
-// UTF-8 to code page 1256; a character that the page has not becomes "?".
+// UTF-8 to code page 1256. A character that is not in the page becomes "?".
 std::string to_code_page_1256(std::string_view text);
 // Code page 1256 to UTF-8.
 std::string from_code_page_1256(std::string_view bytes);

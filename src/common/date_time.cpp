@@ -20,7 +20,7 @@ year_month_day calendar(const Date& date) {
     return year(date.year) / month(static_cast<unsigned>(date.month)) / day(static_cast<unsigned>(date.day));
 }
 
-// Walks over the text of a moment.
+// Reads the text of a moment from left to right.
 class Reader {
   public:
     explicit Reader(std::string_view text) : rest_(text) {}
@@ -35,14 +35,14 @@ class Reader {
         while (take(' ')) {
         }
     }
-    // How many digits stand next.
+    // The number of digits that come next.
     std::size_t digits() const {
         std::size_t n = 0;
         while (n < rest_.size() && rest_[n] >= '0' && rest_[n] <= '9')
             ++n;
         return n;
     }
-    // Exactly `count` digits as a number; the caller has looked at digits().
+    // Reads `count` digits as a number. There must be so many (see digits()).
     int number(std::size_t count) {
         int value = 0;
         for (const char c : rest_.substr(0, count))
@@ -90,7 +90,7 @@ std::optional<Date> read_date(Reader& in) {
     return is_valid(date) ? std::optional(date) : std::nullopt;
 }
 
-// "AM" or "PM" in any case, turned into the hours to add; nothing when neither stands there.
+// Reads "AM" (false) or "PM" (true) in any case, if it comes next.
 std::optional<bool> read_half_of_day(Reader& in) {
     const std::string_view next = in.rest().substr(0, 2);
     const bool pm = equal_ignoring_case(next, "PM");

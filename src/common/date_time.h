@@ -1,4 +1,4 @@
-// Dates, times of day and moments as small values, and their text forms; nothing here reads a clock.
+// Dates, times of day and moments, and their text forms.
 #pragma once
 
 #include <compare>
@@ -33,7 +33,7 @@ struct Moment {
 // The expiry date that stands for "no expiry".
 inline constexpr Date no_expiry{3000, 1, 1};
 
-// "yyyy/mm/dd", the form in which dates are shown and sent to the database ("set dateformat ymd").
+// "yyyy/mm/dd", as dates are shown and sent to the database ("set dateformat ymd").
 std::string date_text(const Date& date);
 // "HH:mm:ss".
 std::string time_text(const TimeOfDay& time);
@@ -42,16 +42,18 @@ std::string moment_text(const Moment& moment);
 // "hh:mm AM/PM", twelve hours with two digits: 00:05 is "12:05 AM".
 std::string twelve_hour_text(const TimeOfDay& time);
 
-// True for a day that the calendar has, in the years 1753 to 9999 (the range of the server's datetime).
+// Returns true for a real day of the years 1753 to 9999 (the range of the server's datetime).
 bool is_valid(const Date& date);
 
-// Reads a moment in any form the database accepts under "set dateformat ymd": year-month-day with "/", "-" or
+// Reads a moment in any form that the database accepts under "set dateformat ymd": year-month-day with "/",
+// "-" or
 // "." between, eight digits in a row, month/day/year with a four-digit year last, each with an optional time
 // "HH:mm[:ss[.fff]]" (also "T" as separator and "AM"/"PM"), or a time alone (on 1900/01/01).
-// Surrounding blanks are ignored. Nothing when the text has no such form or names no real day or time.
+// Surrounding blanks are ignored. Any other form and impossible days or times are refused. For what people
+// type see typed.h.
 std::optional<Moment> parse_moment(std::string_view text);
 
-// The day count from 1970/01/01, and back; negative before it.
+// The number of days since 1970/01/01, negative before it, and back.
 long days_from_epoch(const Date& date);
 Date date_from_epoch(long days);
 Date add_days(const Date& date, long days);

@@ -1,4 +1,4 @@
-// The activity log as logic sees it.
+// The activity log.
 #pragma once
 
 #include <string_view>
@@ -8,7 +8,7 @@ namespace common {
 class Log {
   public:
     virtual ~Log() = default;
-    // Appends one line: message, code, moment. A log that cannot be written never stops an action.
+    // Appends one line: message, code, moment. Never throws; a line that cannot be written is lost.
     virtual void log_event(std::string_view message, std::string_view code) = 0;
 };
 

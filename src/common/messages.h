@@ -1,4 +1,4 @@
-// What screens of several subsystems say, each text with its English meaning.
+// The texts that several subsystems show, each with its English meaning.
 #pragma once
 
 #include <string_view>
@@ -13,5 +13,11 @@ inline constexpr std::string_view enter_value = "ادخل القيمة";        
 inline constexpr std::string_view enter_drawer = "ادخل الخزينة";                     // enter the drawer
 // There is no such drawer in this branch; it may have been deleted.
 inline constexpr std::string_view no_such_drawer = "الخزينة غير موجودة في هذا الفرع";
+inline constexpr std::string_view wrong_code = "الكود غير صحيح";  // the code is not correct
+inline constexpr std::string_view no_such_customer =
+    "العميل غير موجود";  // the account customer does not exist
+// The cash customer's name does not exist.
+inline constexpr std::string_view no_such_cash_customer = "اسم العميل النقدي غير موجود";
+inline constexpr std::string_view no_such_bank = "البنك غير موجود";  // the bank does not exist
 
 }  // namespace common::message

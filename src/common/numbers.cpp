@@ -11,7 +11,7 @@ namespace common {
 
 namespace {
 
-// The longest double in fixed notation has 309 digits before the point, or 1074 + 17 after it.
+// The longest double in fixed notation has 309 digits before the point, or 1091 after it.
 using Digits = std::array<char, 1200>;
 
 std::string_view fixed_text(double value, Digits& buffer) {
@@ -20,7 +20,7 @@ std::string_view fixed_text(double value, Digits& buffer) {
     return {buffer.data(), static_cast<std::size_t>(end - buffer.data())};
 }
 
-// Adds one to the last digit of a row of digits.
+// Adds one to a number given as digits.
 void increment(std::string& digits) {
     for (std::size_t i = digits.size(); i-- > 0;) {
         if (digits[i] != '9') {
@@ -32,8 +32,8 @@ void increment(std::string& digits) {
     digits.insert(digits.begin(), '1');
 }
 
-// The Western form of the digit or decimal mark that starts at `at`, and how many bytes it takes there; 0
-// bytes when it is neither.
+// The Western form of the Arabic digit or decimal mark at `at`, and its length in bytes; 0 bytes if there is
+// neither.
 struct Mark {
     char western = 0;
     std::size_t bytes = 0;
@@ -108,7 +108,7 @@ std::optional<double> parse_number(std::string_view text) {
     const auto result =
         std::from_chars(rest.data(), rest.data() + rest.size(), value, std::chars_format::fixed);
     if (result.ec == std::errc::result_out_of_range) {
-        // Too small is nothing but zero; too large is no number at all.
+        // A number too small for a double is 0; one too large is refused.
         if (whole.find_first_not_of('0') != std::string_view::npos) return {};
         value = 0;
     } else if (result.ec != std::errc()) {

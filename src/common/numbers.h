@@ -18,20 +18,19 @@ std::string format_decimals(double value, int decimals);
 // The value that format_decimals shows, as a number.
 double round_decimals(double value, int decimals);
 
-// A whole number without decimals where it has none, otherwise its shortest decimal form ("2", "0.45").
+// The shortest decimal form, without decimals for a whole number ("2", "0.45").
 std::string shortest_text(double value);
 
-// Reads a decimal number typed by a person: Western or Arabic-Indic (U+0660..) or Eastern Arabic-Indic
-// (U+06F0..) digits, "." or the Arabic decimal mark (U+066B) or "," before the decimals, one leading sign,
-// surrounding blanks. No exponents, no grouping. Nothing when the text is anything else or the value is not
-// finite.
+// Reads a decimal number that a person typed: Western, Arabic-Indic (U+0660..) or Eastern Arabic-Indic
+// (U+06F0..) digits; ".", "," or the Arabic decimal mark (U+066B) before the decimals; an optional sign;
+// surrounding blanks. Exponents, grouping and values that are not finite are refused.
 std::optional<double> parse_number(std::string_view text);
 // The same for a whole number that fits 64 bits.
 std::optional<long long> parse_integer(std::string_view text);
-// parse_number with 0 for whatever is no number, as fields that the program reads "as a number" count.
+// The number of a text, or 0 if it is not a number.
 double numeric_value(std::string_view text);
 
-// Replaces Arabic-Indic digits and decimal marks by Western ones and leaves all else.
+// Replaces Arabic-Indic digits and decimal marks by Western ones.
 std::string western_digits(std::string_view text);
 
 }  // namespace common

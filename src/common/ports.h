@@ -9,17 +9,18 @@
 
 namespace common {
 
-// The path behind a port name: names of the DOS kind, in any case and with an optional colon ("com3",
-// "LPT1:"), go to their device nodes ("/dev/ttyS2", "/dev/usb/lp0"), or where this workstation's environment
-// sends them (TALLVEX_COM3, TALLVEX_LPT1); any other name is a path already. Surrounding blanks are dropped.
+// The path of a port. DOS names, in any case and with an optional colon ("com3", "LPT1:"), are device nodes
+// ("/dev/ttyS2", "/dev/usb/lp0") unless the environment names another path for them (TALLVEX_COM3,
+// TALLVEX_LPT1). Any other name is a path already. Surrounding blanks are dropped.
 std::string port_path(std::string_view port);
 
-// The DOS-style names that the table knows, in order ("com1" ... "lpt3").
+// The known DOS names in order ("com1" ... "lpt3").
 const std::vector<std::string>& known_ports();
 
+// Writes ports and files for real.
 class FileDevices final : public Devices {
   public:
-    // Files are written below this folder.
+    // Relative paths start from this folder.
     explicit FileDevices(std::string working_folder) : folder_(std::move(working_folder)) {}
     bool write_port(std::string_view port, std::string_view bytes) override;
     bool write_file(std::string_view name, std::string_view bytes) override;

@@ -1,4 +1,4 @@
-// How logic speaks to the cashier; screens show boxes, tests remember what was said.
+// Message boxes. Screens show them; tests remember them.
 #pragma once
 
 #include <string_view>
@@ -10,9 +10,9 @@ enum class Icon { none, information, question, exclamation, critical };
 class Prompts {
   public:
     virtual ~Prompts() = default;
-    // A box with one button; returns when it was dismissed.
+    // Shows a box with one button and returns when it is closed.
     virtual void message(std::string_view text, Icon icon = Icon::none) = 0;
-    // A Yes/No box; true for Yes. Closing it counts as No.
+    // Shows a Yes/No box. Returns true for Yes; closing the box counts as No.
     virtual bool question(std::string_view text, Icon icon = Icon::question) = 0;
 };
 

@@ -1,4 +1,4 @@
-// What logic may ask of the world outside the database, handed to it in one piece.
+// What logic may use of the world outside the database.
 #pragma once
 
 #include "common/clock.h"

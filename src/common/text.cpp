@@ -10,7 +10,7 @@ bool is_continuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-// Reads the character at `at` and moves past it; malformed bytes are passed one at a time.
+// Reads the character at `at` and moves `at` past it, or past one byte if the bytes are malformed.
 char32_t next_character(std::string_view text, std::size_t& at) {
     const auto lead = static_cast<unsigned char>(text[at++]);
     if (lead < 0x80) return lead;
@@ -53,7 +53,7 @@ void append(std::string& out, char32_t c) {
     }
 }
 
-// Without the given characters at both ends.
+// Drops the given characters at both ends.
 std::string_view trim_of(std::string_view text, const char* dropped) {
     const auto first = text.find_first_not_of(dropped);
     if (first == std::string_view::npos) return {};

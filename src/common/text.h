@@ -1,4 +1,4 @@
-// Text helpers. All text in the program is UTF-8; widths count characters (code points), never bytes.
+// Text helpers. All text in the program is UTF-8; lengths count characters (code points), not bytes.
 #pragma once
 
 #include <string>
@@ -15,17 +15,17 @@ std::size_t length(std::string_view text);  // in characters
 std::string left(std::string_view text, std::size_t characters);
 std::string right(std::string_view text, std::size_t characters);
 
-// What a text takes of a database column's width, and what of it fits one: the server counts a character
-// beyond the first 65,536, such as a smiley, twice.
+// The width of a text in a database column, and the beginning of a text that fits a column. The server counts
+// a character beyond the first 65,536, such as a smiley, twice.
 std::size_t column_width(std::string_view text);
 std::string cut_to_column(std::string_view text, std::size_t width);
 
-// The text as code points and back. Malformed bytes become U+FFFD, so that no input can break a screen.
+// Converts between UTF-8 and code points. Malformed bytes become U+FFFD.
 std::u32string code_points(std::string_view text);
 std::string utf8(std::u32string_view text);
 std::string utf8(char32_t character);
 
-// Equality without regard to the case of ASCII letters.
+// Compares without regard to the case of ASCII letters.
 bool equal_ignoring_case(std::string_view a, std::string_view b);
 std::string lower_ascii(std::string_view text);
 

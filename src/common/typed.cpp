@@ -29,7 +29,7 @@ std::optional<std::int64_t> read_code(std::string_view text) {
 std::optional<Date> read_date(std::string_view text) {
     std::string typed = western_digits(trim(text));
     const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
-    // Day first with the year last: the reader of moments takes such a date as month first.
+    // A date with the year last is day first for people but month first for parse_moment, so it is reordered.
     const std::size_t end = std::min(typed.find_first_of(" T"), typed.size());
     const std::size_t first = std::min(typed.find_first_of("/-."), end);
     const std::size_t second = first == end ? end : std::min(typed.find_first_of("/-.", first + 1), end);

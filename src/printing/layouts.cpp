@@ -1,7 +1,7 @@
 #include "printing/layouts.h"
 
+#include "common/amount_in_words.h"
 #include "common/numbers.h"
-#include "common/words.h"
 
 namespace printing {
 

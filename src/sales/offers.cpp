@@ -1,7 +1,7 @@
 #include "sales/offers.h"
 
+#include "common/amount_in_words.h"
 #include "common/numbers.h"
-#include "common/spelled_amount.h"
 #include "common/text.h"
 #include "printing/receipt.h"
 #include "sales/customers.h"

@@ -8,7 +8,7 @@
 #include <chrono>
 #include <fstream>
 
-#include "common/words.h"
+#include "common/amount_in_words.h"
 #include "printing/layouts.h"
 #include "printing/messages.h"
 #include "printing/pages/canvas.h"

@@ -1,6 +1,6 @@
 // Offers at the sales desk: kept, loaded, sold, printed; and an invoice that was saved in part.
 #include "sales/offers.h"
-#include "common/spelled_amount.h"
+#include "common/amount_in_words.h"
 #include "common/text.h"
 #include "sales/counter.h"
 #include "sales/customers.h"

@@ -1,4 +1,4 @@
-#include "common/words.h"
+#include "common/amount_in_words.h"
 
 #include <string>
 #include <vector>
@@ -83,7 +83,7 @@ TEST(Words, AmountsInPoundsAndPiastres) {
         {12.355F, "فقط أثناعشر  جنيها و  ستة و  ثلاثون  قرشا لاغير"},    // 35.5 goes to 36
         {0.25F, "فقط  جنيها و  خمسة و  عشرون  قرشا لاغير"},
         {7.10F, "فقط  سبعة جنيها و  قرشا لاغير"},   // ten alone is silent
-        {1.004F, "فقط  واحد جنيها و  قرشا لاغير"},  // less than half a piastre still is not nothing
+        {1.004F, "فقط  واحد جنيها و  قرشا لاغير"},  // less than half a piastre is not 0
         {2500.75F, "فقط  جنيها و  خمسة و  سبعون  قرشا لاغير"},
     };
     for (const auto& c : cases)
@@ -107,6 +107,37 @@ TEST(Words, BeyondSixteenBitsOverflows) {
                                std::numeric_limits<float>::quiet_NaN()}) {
         EXPECT_THROW(amount_in_words(amount), common::OverflowError) << amount;
     }
+}
+
+TEST(SpelledAmount, CountsInWordsUpToBillions) {
+    const struct {
+        double amount;
+        const char* words;
+    } cases[] = {
+        {0, "فقط صفر جنيها لا غير"},
+        {0.5, "فقط خمسون قرشا لا غير"},
+        {1, "فقط واحد جنيها لا غير"},
+        {10, "فقط عشرة جنيها لا غير"},
+        {12.35, "فقط اثنا عشر جنيها وخمسة وثلاثون قرشا لا غير"},
+        {100, "فقط مائة جنيها لا غير"},
+        {110.1, "فقط مائة وعشرة جنيها وعشرة قرشا لا غير"},
+        {0.999, "فقط واحد جنيها لا غير"},
+        {1234.5, "فقط ألف ومائتان وأربعة وثلاثون جنيها وخمسون قرشا لا غير"},
+        {2000, "فقط ألفان جنيها لا غير"},
+        {3021, "فقط ثلاثة آلاف وواحد وعشرون جنيها لا غير"},
+        {15000, "فقط خمسة عشر ألفا جنيها لا غير"},
+        {200000, "فقط مائتا ألف جنيها لا غير"},
+        {1000001, "فقط مليون وواحد جنيها لا غير"},
+        {103005007.07, "فقط مائة وثلاثة ملايين وخمسة آلاف وسبعة جنيها وسبعة قرشا لا غير"},
+        {999999999.99,
+         "فقط تسعمائة وتسعة وتسعون مليونا وتسعمائة وتسعة وتسعون ألفا وتسعمائة وتسعة وتسعون جنيها وتسعة "
+         "وتسعون "
+         "قرشا لا غير"},
+        {1e12, ""},
+        {-7.25, "فقط سبعة جنيها وخمسة وعشرون قرشا لا غير"},
+    };
+    for (const auto& [amount, words] : cases)
+        EXPECT_EQ(common::spell_amount(amount), words) << amount;
 }
 
 }  // namespace
