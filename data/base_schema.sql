@@ -1,7 +1,7 @@
--- The base schema of a new shop, in Transact-SQL: the tables, columns, keys and indexes that the upgrade list takes
--- for granted. The list runs at every start and brings this to the current layout, so a column that it adds stands
--- here only where an index or the first settings row needs it, and then with the type that the list would give it.
--- On a server, make the database with the collation Arabic_CI_AS. "GO" ends a statement.
+-- The base schema of a new shop, in Transact-SQL: the tables, columns, keys and indexes that the upgrade list
+-- requires. The list runs at every start and adds the rest. A column that it adds is here only if an index or the first
+-- settings row needs it, with the type that the list would give it. On a server, create the database with the
+-- collation Arabic_CI_AS. "GO" ends a statement.
 --
 -- Amounts and quantities are float, codes int. Invoice, voucher and transfer numbers are not unique: several tills
 -- take the highest number plus one without a lock, and a sale must not fail because two took the same.
@@ -27,7 +27,7 @@ GO
 create table worker (work_code int not null primary key, work_name nvarchar(100) null, note nvarchar(255) null,
     notes nvarchar(255) null)
 GO
--- Shifts of a drawer; man_, man, cur_bal and dep come with the list.
+-- Shifts of a drawer; the list adds man_, man, cur_bal and dep.
 create table shift (stcode int null, cash_no int null, scode bigint null, s_date datetime null, e_date datetime null)
 GO
 create index shift_drawer on shift (stcode, cash_no, scode)
