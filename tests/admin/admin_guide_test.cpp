@@ -1,4 +1,4 @@
-// docs/admin.md quotes the program: its messages, commands and options are those that are there.
+// The messages, commands and options in docs/admin.md are those of the program.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -51,7 +51,7 @@ TEST(AdminGuide, QuotesMessagesOfTheProgram) {
     EXPECT_GT(quoted, 25U);
 }
 
-TEST(AdminGuide, NamesCommandsAndOptionsThatThereAre) {
+TEST(AdminGuide, NamesCommandsAndOptionsOfTheProgram) {
     const std::string guide = text_of(root / "docs/admin.md");
     const test::Workbench bench;
     std::map<std::string, std::string> help;

@@ -21,7 +21,7 @@ TEST(Check, AGoodShopPasses) {
              {"connection", "schema", "settings", "store", "drawer", "users", "invoices", "stock", "log"}) {
             EXPECT_THAT(run.out, HasSubstr(std::string("ok     ") + subject + ": ")) << run.out;
         }
-        // Whether this machine has a printer is its own affair.
+        // The finding depends on this machine.
         EXPECT_THAT(run.out, HasSubstr("   printer: ")) << run.out;
     }
 }
@@ -56,7 +56,7 @@ TEST(Check, NamesWhatIsWrongWithTheShop) {
     }
 }
 
-TEST(Check, NamesWhatKeepsItFromLooking) {
+TEST(Check, NamesWhyItCannotLook) {
     const struct {
         const char* what;
         void (*apply)(Workbench& bench);
@@ -79,6 +79,11 @@ TEST(Check, NamesWhatKeepsItFromLooking) {
              b.run({"connect", "--server", "127.0.0.1", "--database", "x"});
          },
          "tallvex-admin connect --keep-password", ""},
+        {"an address that leads to a server",
+         [](Workbench& b) {
+             b.run({"connect", "--server", "embedded", "--address", "127.0.0.1", "--database", "shop.db"});
+         },
+         "tallvex-admin connect --keep-password", ""},
     };
     for (const auto& c : cases) {
         Workbench bench;
@@ -91,7 +96,7 @@ TEST(Check, NamesWhatKeepsItFromLooking) {
     }
 }
 
-// Rows as a save writes them, one statement after the other; each case leaves some of them out.
+// Rows as a save writes them; each case leaves some of them out.
 class Saves : public testing::Test {
   protected:
     void SetUp() override {
@@ -136,7 +141,7 @@ class Saves : public testing::Test {
     Workbench bench;
 };
 
-TEST_F(Saves, WholeInvoicesPass) {
+TEST_F(Saves, CompleteInvoicesPass) {
     header(1, -1, 0, 14.5, 1.45);
     line(1, -1, 0, 1, 2, 5);
     line(1, -1, 0, 2, 0.45, 10, 0);
@@ -217,7 +222,7 @@ class StockMoves : public Saves {
     }
 };
 
-TEST_F(StockMoves, AgreeWithWhatWasSoldReturnedAndTransferred) {
+TEST_F(StockMoves, AgreeWithSalesReturnsAndTransfers) {
     sell(1, 0, 1, 2.5, true);
     sell(2, 0, 2, 12, true);  // below stock
     sell(1, 2, 1, 1, true);
@@ -278,7 +283,7 @@ TEST_F(Saves, TheLogTellsWhichSaveStoppedOrWasCutOff) {
     EXPECT_THAT(said, HasSubstr("2026/11/20 10:15: save of invoice 9"));
     EXPECT_THAT(said, Not(HasSubstr("invoice 8")));
 
-    // Cut off before its header, before its reservations, or told to the cashier and saved again.
+    // Cut off before its header, reported to the cashier and saved again, or finished.
     write({begun});
     EXPECT_EQ(wrong(), "");
     EXPECT_THAT(bench.run({"check"}).out, HasSubstr("note   log: 2026/11/20 10:14: save of invoice 9"));
@@ -290,7 +295,7 @@ TEST_F(Saves, TheLogTellsWhichSaveStoppedOrWasCutOff) {
            "save of invoice 9 (kind 0, customer -1, store 1) finished  ----  250  ----  2026/11/20 10:15"});
     EXPECT_THAT(bench.run({"check"}).out, HasSubstr("ok     log: "));
 
-    // Mended by hand, it is told no more; what comes later is.
+    // Once it is mended by hand only later saves are reported.
     write({begun,
            "save of invoice 9 (kind 0, customer -1, store 1) stopped, last finished step: x: y  ----  250  "
            "----  2026/11/20 10:15"});

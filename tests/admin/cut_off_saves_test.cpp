@@ -1,4 +1,4 @@
-// A save that stops at any of its statements is found by the check afterwards, and a whole one never is.
+// The check finds a save that stopped at any of its statements, and never a complete one.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ using sales::SaveOutcome;
 using test::FaultyConnection;
 using test::Till;
 
-// What the check finds wrong with this log; a killed till's has no line of a save that stopped.
+// What the check finds wrong. The log of a killed till does not have the line of a stopped save.
 std::string wrong(Till& till, bool killed) {
     const test::TemporaryFolder folder;
     {
@@ -78,7 +78,7 @@ const Kind kinds[] = {
 
 class CutOff : public testing::TestWithParam<Kind> {};
 
-TEST_P(CutOff, IsFoundWhateverStatementFailed) {
+TEST_P(CutOff, IsFoundAtAnyStatement) {
     for (int n = 1;; ++n) {
         SCOPED_TRACE(testing::Message() << GetParam().name << ", statement " << n);
         ASSERT_LT(n, 200);

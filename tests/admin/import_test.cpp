@@ -124,7 +124,7 @@ TEST_F(Import, NamesEveryBadLineAndImportsNothing) {
     EXPECT_EQ(bench.cell("select count(*) from stk"), "0");
 }
 
-TEST_F(Import, RefusesFilesThatAreNoItemsFiles) {
+TEST_F(Import, RefusesOtherFiles) {
     std::string olives;  // 51 of them fill 102 places of a column
     for (int i = 0; i < 51; ++i)
         olives += "🫒";
@@ -162,7 +162,7 @@ TEST_F(Import, RefusesFilesThatAreNoItemsFiles) {
     EXPECT_EQ(bench.run({"import-items", "."}).code, 1);
 }
 
-TEST_F(Import, TakesWhatSpreadsheetsMakeOfAFile) {
+TEST_F(Import, ReadsFilesOfSpreadsheets) {
     // Old line ends, emptied rows, a name on two lines, Arabic digits everywhere.
     auto run =
         import("code,name,price12,stock,expiry,barcode\r,,,,,\r\r١,\"لبن\nكامل\",٥,٢,٢٠٢٧/٠٣/٠١,٦٢٢\r");
@@ -176,7 +176,6 @@ TEST_F(Import, TakesWhatSpreadsheetsMakeOfAFile) {
     EXPECT_EQ(bench.cell("select [name] from items where code = 2"), "جبنة");
 }
 
-// A failure in mid-writing, which the file alone does not foretell, leaves no row either.
 TEST_F(Import, AFailureInTheMiddleUndoesWhatWasWritten) {
     bench.sql("drop table stk");
     const auto run = import("code,name,maker,price12,barcode,stock\n1,أ,م,2,X,\n2,ب,م,2,Y,4\n");

@@ -57,7 +57,7 @@ TEST(NewShop, WithoutAPasswordItMakesOne) {
     EXPECT_NE(first.out.substr(first.out.rfind(' ')), second.out.substr(second.out.rfind(' ')));
 }
 
-TEST(NewShop, RefusesWhereAShopIsAndLeavesItAlone) {
+TEST(NewShop, RefusesAFolderWithAShop) {
     Workbench bench;
     bench.make_shop();
     bench.sql("update basic set aname = 'كما كان'");
@@ -86,10 +86,10 @@ TEST(NewShop, AFailureLeavesNothingBehind) {
     EXPECT_EQ(bench.run({"new-shop", "shop"}).code, 0);
 }
 
-TEST(NewShop, AnAttemptThatWasCutOffIsSwept) {
+TEST(NewShop, AnInterruptedAttemptIsCleanedUp) {
     Workbench bench;
     bench.write("shop.db.making", "half a shop");
-    // Killed after its files were written, before the database took its name.
+    // Killed after its files were written, before the database got its name.
     bench.write("datacon24.stk", std::string(200, 'x'));
     ASSERT_EQ(bench.run({"new-shop", "."}).code, 0);
     EXPECT_FALSE(fs::exists(bench.file("shop.db.making")));

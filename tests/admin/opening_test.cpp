@@ -1,4 +1,4 @@
-// Shops made here open with the program: the whole road of start-up, then sign-in.
+// The program starts on shops that tallvex-admin created, and users sign in.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ namespace {
 using signin::SignInOutcome;
 using test::Workbench;
 
-// Starts the program in a folder at a cash point and signs a user in; what was reached comes back.
+// The result of starting the program in a folder and signing a user in.
 struct Day {
     bool reached = false;
     SignInOutcome outcome = SignInOutcome::end_program;
@@ -88,7 +88,6 @@ TEST(Opening, ACopiedShopOpensToo) {
     EXPECT_EQ(day.outcome, SignInOutcome::signed_in) << day.services.prompts.last();
 }
 
-// Nothing that start-up changes is wrong to the check.
 TEST(Opening, AfterADayTheCheckStillPasses) {
     Workbench bench;
     bench.make_shop(true);

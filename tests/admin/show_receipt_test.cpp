@@ -65,7 +65,7 @@ TEST(ShowReceipt, BadFilesAreRefusedOrDrawnAsTheyAre) {
     std::filesystem::copy_file(sample("sale_full_48.receipt"), bench.file("bon"));
     EXPECT_EQ(bench.run({"show-receipt", "bon", "--output", "no/such/folder.png"}).code, 1);
     EXPECT_EQ(bench.run({"show-receipt", "bon", "--width", "0"}).code, 2);
-    // Any bytes are paper of some kind.
+    // Any bytes can be drawn.
     std::string noise;
     for (int byte = 0; byte < 4096; ++byte)
         noise += static_cast<char>(byte * 7919 % 256);

@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include "admin/workbench.h"
+
 namespace {
 
 using database::Null;
 using database::Value;
+using test::Workbench;
 
 database::Result rows(std::vector<std::string> names, std::vector<std::vector<Value>> cells) {
     const auto columns = std::make_shared<const database::Columns>(std::move(names));
@@ -38,11 +41,45 @@ TEST(Table, AlignsColumnsByTheirWidestCell) {
     EXPECT_EQ(admin::aligned_table(rows({"n"}, {})), "n\n-\n");
 }
 
-TEST(Table, CsvKeepsTextAsItIs) {
-    const auto result =
-        rows({"name", "when"}, {{Value("a\n\"b\""), Value(common::Moment{{2026, 11, 21}, {9, 5, 0, 0}})},
-                                {Value(Null{}), Value("x,y")}});
-    EXPECT_EQ(admin::csv_table(result), "name,when\r\n\"a\n\"\"b\"\"\",2026/11/21 09:05:00\r\n,\"x,y\"\r\n");
+TEST(Sql, PrintsRowsExactly) {
+    Workbench bench;
+    bench.make_shop();
+    bench.sql("insert into makers (code,[name]) values (1,'ندوان')");
+    bench.sql("insert into makers (code,[name]) values (20,'a \"b\", c')");
+    bench.sql("insert into makers (code) values (300)");
+    const struct {
+        std::vector<std::string> line;
+        int code;
+        std::string out;
+        std::string err;
+    } cases[] = {
+        {{"sql", "select code,[name] from makers order by code"},
+         0,
+         "code  name\n----  --------\n   1  ندوان\n  20  a \"b\", c\n 300  NULL\n(3 rows)\n",
+         ""},
+        {{"sql", "select code,[name] from makers order by code", "--csv"},
+         0,
+         "code,name\r\n1,ندوان\r\n20,\"a \"\"b\"\", c\"\r\n300,\r\n",
+         ""},
+        {{"sql", "select code from makers where code < 0"}, 0, "code\n----\n(0 rows)\n", ""},
+        {{"sql", "select count(*) as n from makers"}, 0, "n\n-\n3\n(1 row)\n", ""},
+        {{"sql", "update makers set [name] = 'x' where code > 1"}, 0, "", "2 rows changed\n"},
+        {{"sql", "delete from makers where code = 1"}, 0, "", "1 row changed\n"},
+        {{"sql", "delete from makers where code = 1"}, 0, "", "0 rows changed\n"},
+    };
+    for (const auto& c : cases) {
+        const auto run = bench.run(c.line);
+        EXPECT_EQ(run.code, c.code) << c.line[1];
+        EXPECT_EQ(run.out, c.out) << c.line[1];
+        EXPECT_EQ(run.err, c.err) << c.line[1];
+    }
+    for (const std::string bad :
+         {"selec 1", "select * from nowhere", "insert into makers (code) values (20)", ""}) {
+        const auto run = bench.run({"sql", bad});
+        EXPECT_NE(run.code, 0) << bad;
+        EXPECT_NE(run.err, "") << bad;
+        EXPECT_EQ(run.out, "") << bad;
+    }
 }
 
 }  // namespace

@@ -10,7 +10,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The shop of whoever runs the tests is not theirs: not its folder, and not its password.
+// Tests must not use the folder or the password of a real shop.
 const int forgotten = unsetenv("TALLVEX_HOME") + unsetenv("TALLVEX_SA_PASSWORD");
 
 const fs::path& model(bool demo) {

@@ -1,4 +1,4 @@
-// A folder with or without a shop in it, and tallvex-admin run there as from the command line.
+// A temporary folder, with or without a shop, in which tests run tallvex-admin as from the command line.
 #pragma once
 
 #include <fstream>
@@ -22,7 +22,7 @@ struct Run {
     std::string err;
 };
 
-// Every row of a table as one text, in no order, whatever the order of the columns.
+// Every row of a table as one text, independent of the order of the columns.
 std::multiset<std::string> rows_of(database::Connection& shop, const std::string& table);
 
 class Workbench {
@@ -51,7 +51,7 @@ class Workbench {
         return {code, out.str(), err.str()};
     }
 
-    // Makes a bare shop, or the demo shop, in the folder itself. Shops are made once and copied.
+    // Creates an empty shop, or the demo shop, in the folder. Shops are made once and copied.
     void make_shop(bool demo = false);
 
     std::unique_ptr<database::Connection> open() {

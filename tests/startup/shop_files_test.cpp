@@ -33,7 +33,7 @@ void write(const fs::path& file, std::string_view bytes) {
     std::ofstream(file, std::ios::binary | std::ios::trunc) << bytes;
 }
 
-// The reason that the cashier is given, "" when there was no error.
+// The reason for the cashier; "" if there was no error.
 template <typename Work>
 std::string reason(Work work) {
     try {
@@ -51,7 +51,7 @@ class ShopFilesTest : public testing::Test {
     const fs::path& folder = folder_.path();
 };
 
-TEST_F(ShopFilesTest, NamesAreFoundInAnyCase) {
+TEST_F(ShopFilesTest, FindsNamesInAnyCase) {
     EXPECT_EQ(startup::find_file(folder, "Data.dat"), std::nullopt);
     write(folder / "DATA.DAT", "1");
     EXPECT_EQ(startup::find_file(folder, "Data.dat"), folder / "DATA.DAT");
@@ -71,7 +71,7 @@ TEST_F(ShopFilesTest, ConnectionFileKeepsItsFieldsAndItsName) {
     EXPECT_EQ(startup::read_connection_file(folder),
               (startup::ConnectionRecord{"متجر\\SQL", "بيانات", "10.9.9.9"}));
     EXPECT_EQ(content(folder / "DATACON24.STK").size(), 200U);
-    // What does not fit is refused and leaves the file as it was.
+    // A text that does not fit is refused and the file does not change.
     EXPECT_NE(reason([&] { startup::write_connection_file(folder, {std::string(60, 'x'), "b", "c"}); }), "");
     EXPECT_EQ(startup::read_connection_file(folder).address, "10.9.9.9");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1);
@@ -145,7 +145,7 @@ TEST_F(ShopFilesTest, CreditLinesOfAnyOrigin) {
     EXPECT_EQ(startup::read_credit_file(folder), (startup::CreditLines{"س", "", "ص"}));
 }
 
-TEST_F(ShopFilesTest, ThePasswordFileIsItsOwnersAlone) {
+TEST_F(ShopFilesTest, OnlyItsOwnerMayUseThePasswordFile) {
     unsetenv("TALLVEX_SA_PASSWORD");
     const auto read = [&] { startup::read_sa_password(folder); };
     EXPECT_EQ(reason(read), message::no_password);
@@ -202,7 +202,7 @@ TEST_F(ShopFilesTest, TheFatalRecordIsOverwritten) {
     EXPECT_EQ(startup::fatal_record("a", "b", "c").find('c'), 250U);
 }
 
-// Whenever a writer is killed, the file holds one record or another, whole.
+// A killed writer leaves one complete record or the other.
 TEST_F(ShopFilesTest, AKilledWriterLeavesAWholeFile) {
     startup::write_connection_file(folder, {"SHOP", "db", "10.0.0.1"});
     for (int round = 0; round < 20; ++round) {

@@ -1,4 +1,4 @@
-// The tool on a shop that stands on a server, over the real driver.
+// tallvex-admin on a server's shop, over the real driver.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -12,9 +12,9 @@ using test::rows_of;
 using test::Workbench;
 using testing::HasSubstr;
 
-class ServerRoad : public testing::Test {
+class OnServer : public testing::Test {
   protected:
-    ServerRoad() : bridge(files.path()) {}
+    OnServer() : bridge(files.path()) {}
     // The options that name the server.
     std::vector<std::string> onto(std::vector<std::string> command) const {
         for (const std::string& word : {std::string("--server"), "127.0.0.1," + std::to_string(bridge.port()),
@@ -29,12 +29,12 @@ class ServerRoad : public testing::Test {
     Workbench bench;
 };
 
-TEST_F(ServerRoad, AShopMovesToTheServerAndBack) {
+TEST_F(OnServer, AShopMovesToTheServerAndBack) {
     bench.make_shop(true);
     Outcome run = bench.run(onto({"copy-shop", "onserver"}), password());
     ASSERT_EQ(run.code, 0) << run.err;
     EXPECT_THAT(run.out, HasSubstr("every count agrees"));
-    // The password is kept for the till, and asked for no more.
+    // The password is kept for the till.
     const auto onserver = bench.file("onserver");
     EXPECT_TRUE(std::filesystem::exists(onserver / "sa.pwd"));
     run = Workbench::run_in(onserver, {"check"});
@@ -48,7 +48,7 @@ TEST_F(ServerRoad, AShopMovesToTheServerAndBack) {
     for (const std::string& table : here->tables())
         EXPECT_TRUE(rows_of(*here, table) == rows_of(*back, table)) << table;
 
-    // A database that holds a shop is not copied into, and neither is a folder that cannot name it.
+    // A server name that is too long and a database that has a shop are refused.
     run =
         bench.run({"copy-shop", "long", "--server", std::string(60, 's'), "--database", "shop"}, password());
     EXPECT_EQ(run.code, 1);
@@ -59,7 +59,7 @@ TEST_F(ServerRoad, AShopMovesToTheServerAndBack) {
     EXPECT_FALSE(std::filesystem::exists(bench.file("again") / "sa.pwd"));
 }
 
-TEST_F(ServerRoad, AShopIsMadeUsedAndGivenUsersThere) {
+TEST_F(OnServer, AShopIsCreatedAndUsed) {
     Outcome run = bench.run(onto({"new-shop", "shop", "--name", "بقالة النور"}), password());
     ASSERT_EQ(run.code, 0) << run.err;
     const auto shop = bench.file("shop");
@@ -72,13 +72,13 @@ TEST_F(ServerRoad, AShopIsMadeUsedAndGivenUsersThere) {
     EXPECT_EQ(run.out, "pass\r\nسر\r\n");
     run = Workbench::run_in(shop, {"check"});
     EXPECT_EQ(run.code, 0) << run.out << run.err;
-    // Nothing of a file with a bad line is there afterwards.
+    // A file with a bad line imports nothing.
     bench.write("shop/items.csv", "code,name,price12\n2,أ,5\n2,ب,5\n");
     EXPECT_EQ(Workbench::run_in(shop, {"import-items", "items.csv"}).code, 1);
     EXPECT_EQ(Workbench::run_in(shop, {"sql", "select count(*) as n from items", "--csv"}).out, "n\r\n1\r\n");
 }
 
-TEST_F(ServerRoad, AWrongPasswordIsSaidAndLeavesNothing) {
+TEST_F(OnServer, AWrongPasswordIsReportedAndLeavesNothing) {
     const Outcome run = bench.run(onto({"new-shop", "shop"}), "wrong\n");
     EXPECT_EQ(run.code, 1);
     EXPECT_THAT(run.err, HasSubstr("ogin"));
