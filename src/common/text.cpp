@@ -141,14 +141,6 @@ std::string utf8(char32_t character) {
     return out;
 }
 
-bool equal_ignoring_case(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (lower(a[i]) != lower(b[i])) return false;
-    }
-    return true;
-}
-
 std::string lower_ascii(std::string_view text) {
     std::string out(text);
     for (char& c : out)

@@ -1,12 +1,12 @@
 #include "database/connection.h"
 
-#include "database/names.h"
+#include "common/text.h"
 
 namespace database {
 
 int Columns::find(std::string_view name) const {
     for (std::size_t i = 0; i < names_.size(); ++i) {
-        if (is_same_name(names_[i], name)) return static_cast<int>(i);
+        if (common::equal_ignoring_case(names_[i], name)) return static_cast<int>(i);
     }
     return -1;
 }

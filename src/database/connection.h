@@ -1,4 +1,4 @@
-// The one way to the database: textual Transact-SQL in, whole results out, on either engine.
+// The way to the database: Transact-SQL text in, whole results out, on either engine.
 #pragma once
 
 #include <cstdint>
@@ -18,7 +18,7 @@ namespace database {
 class Columns {
   public:
     explicit Columns(std::vector<std::string> names) : names_(std::move(names)) {}
-    // The position of a column; -1 when the result has none of that name.
+    // Returns the position of a column, or -1 if the result has no column of that name.
     int find(std::string_view name) const;
     const std::vector<std::string>& names() const { return names_; }
 
@@ -42,7 +42,7 @@ class Row {
     common::Moment moment(std::string_view column) const { return moment_of(value(column)); }
 
     const std::vector<Value>& cells() const { return cells_; }
-    // The cells without a copy, of a row that is not read any more.
+    // The cells without a copy, of a row that is no longer needed.
     std::vector<Value> release() && { return std::move(cells_); }
 
   private:
@@ -61,7 +61,7 @@ class Result {
     bool empty() const { return rows_.empty(); }
     std::size_t size() const { return rows_.size(); }
     const Row& front() const { return rows_.front(); }
-    // The rows without a copy, of a result that is not read any more.
+    // The rows without a copy, of a result that is no longer needed.
     std::vector<Row> release() && { return std::move(rows_); }
     auto begin() const { return rows_.begin(); }
     auto end() const { return rows_.end(); }
@@ -84,8 +84,8 @@ class Connection {
     // The first column of the first row; null without a row.
     Value scalar(const Sql& statement);
     Value scalar(Fragment statement) { return scalar(Sql(statement)); }
-    // The last row of a result; nothing when it has none. An embedded file of years is not read through for
-    // it where "order by" names the order.
+    // The last row of a result, if it has any. The embedded engine reads only that row if the statement has
+    // an "order by".
     virtual std::optional<Row> last_row(const Sql& statement);
     // Runs one statement and returns the number of rows it changed.
     std::int64_t execute(const Sql& statement) { return run(statement.text(), {}).changed; }
@@ -98,28 +98,28 @@ class Connection {
     // Makes all that was written before durable; called at the end of every action that wrote.
     virtual void make_durable() = 0;
 
-    // True when the shop is an embedded file, false for a server.
+    // Returns true for an embedded shop file, false for a server.
     virtual bool is_embedded() const = 0;
-    // Names the columns of a table and those that identify a row (its key, else none).
+    // The columns of a table and its key; the key is empty if the table has none.
     struct Table {
         std::vector<std::string> columns;
         std::vector<std::string> types;  // as declared, "nvarchar(100)"
         std::vector<std::string> key;
     };
     virtual Table describe(std::string_view table) = 0;
-    // The same, shared where the connection keeps it until the table changes.
+    // The same, shared: a connection may keep it until the table changes.
     virtual std::shared_ptr<const Table> description(std::string_view table) {
         return std::make_shared<const Table>(describe(table));
     }
-    // The names of the shop's tables, views left out, in the order of the alphabet.
+    // The names of the shop's tables, without views, in alphabetical order.
     virtual std::vector<std::string> tables();
 
     struct Outcome {
         Result result;
         std::int64_t changed = 0;
     };
-    // One statement with its values. Throws Error. Recordset's and the engine's own road; everything else
-    // goes through query() and execute().
+    // Runs one statement with its values. Throws Error. For Recordset and tests; everything else calls
+    // query() or execute().
     virtual Outcome run(std::string_view statement, const std::vector<Value>& values) = 0;
 };
 

@@ -1,7 +1,5 @@
 #include "database/error.h"
 
-#include "database/error_words.h"
-
 namespace database {
 
 Error::Kind Error::kind_of(std::string_view sqlstate) {

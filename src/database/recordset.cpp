@@ -3,13 +3,12 @@
 #include <algorithm>
 
 #include "common/text.h"
-#include "database/names.h"
 
 namespace database {
 
 namespace {
 
-// Stands for a row of the embedded engine as long as it exists; no column of its name can be.
+// The embedded engine's number of a row. No column can have this name.
 constexpr std::string_view row_id = "$rowid";
 
 bool is_name_character(char c) {
@@ -71,7 +70,7 @@ bool is_comparable(std::string_view type) {
     return true;
 }
 
-// A column of seven digits holds 4.6 as a number beside it, and is compared with what it holds.
+// A column of seven digits stores 4.6 as a nearby number, and must be compared as such.
 bool is_rounded(std::string_view type) {
     return common::equal_ignoring_case(type, "real");
 }
@@ -94,13 +93,13 @@ const Connection::Table& Recordset::shape() {
 
 std::size_t Recordset::column_at(std::string_view column) {
     const auto& columns = shape().columns;
-    // Rows are mostly filled in one order.
+    // Columns are usually set in the same order.
     if (pending_.size() < inserted_.size()) {
         const std::size_t next = inserted_[pending_.size()];
-        if (is_same_name(columns[next], column)) return next;
+        if (common::equal_ignoring_case(columns[next], column)) return next;
     }
     for (std::size_t at = 0; at < columns.size(); ++at) {
-        if (is_same_name(columns[at], column)) return at;
+        if (common::equal_ignoring_case(columns[at], column)) return at;
     }
     throw Error("42S22", "Invalid column name '" + std::string(column) + "'.", statement_.text());
 }
@@ -129,7 +128,7 @@ void Recordset::load() {
             record.id = record.cells.back();
             record.cells.pop_back();
         }
-        // A column added since the table was described is not ours to write.
+        // A column that was added after the table was described is not written.
         record.cells.resize(width);
         rows_.push_back(std::move(record));
     }
@@ -247,8 +246,8 @@ void Recordset::insert_row() {
         inserted_ = pending_;
     }
     connection_.run(insert_, values_);
-    // Rows not read yet will be read with the new one; rows already read get it appended, without what the
-    // server filled in by itself.
+    // If the rows have not been read yet, the new one will be among them; else it is appended, without the
+    // values that the server filled in.
     if (!loaded_) return;
     Record record{std::vector<Value>(shape().columns.size()), Null{}};
     write_into(record);
@@ -261,7 +260,7 @@ void Recordset::update_row() {
     const auto& [columns, types, key] = shape();
     std::vector<Value> values;
     values.reserve(pending_.size() + record.cells.size() + 1);
-    // A row's own number names one row already.
+    // A row number identifies one row by itself.
     std::string text;
     text.reserve(40 * (record.cells.size() + 2));
     text = is_null(record.id) ? "update top (1) " : "update ";
@@ -279,7 +278,7 @@ void Recordset::update_row() {
         values.push_back(record.id);
         before = " and ";
     }
-    // All former values: whatever another till changed since is seen, and among rows that are equal in all of
+    // Comparing all former values detects every change by another till. Among rows that are equal in all of
     // them it makes no difference which one is written.
     for (std::size_t at = 0; at < record.cells.size(); ++at) {
         if (!is_comparable(types[at])) continue;

@@ -12,9 +12,10 @@
 namespace database {
 
 // Opened on "select * from table [where …] [order by …]" of one table. The rows are read when the first one
-// is asked for, so opening one only to add rows costs nothing. Changes go out by update(), each as one
-// parameterised statement on one row, found by all of its former values (and its row number on the embedded
-// engine); a row that another till changed or deleted meanwhile throws Error 40001 and nothing is written.
+// is needed, so that opening a set only to add rows costs nothing. update() writes the changes of one row as
+// one statement with parameters, which finds the row by all of its former values (and its row number on the
+// embedded engine). If another till changed or deleted the row meanwhile, it throws Error 40001 and writes
+// nothing.
 class Recordset {
   public:
     Recordset(Connection& connection, const Sql& statement);
@@ -28,8 +29,8 @@ class Recordset {
     void move_next();
     void move_last();
 
-    // The current row's cells, or the ones set since. Columns compare without regard to case; an unknown one
-    // throws Error 42S22.
+    // The current row's cells, or what was set since. Column names ignore case; an unknown one throws Error
+    // 42S22.
     Value get(std::string_view column);
     bool null(std::string_view column) { return is_null(get(column)); }
     double number(std::string_view column) { return number_of(get(column)); }
@@ -60,8 +61,8 @@ class Recordset {
   private:
     struct Record {
         std::vector<Value> cells;
-        Value id;  // the embedded engine's own name for the row; null on a server
-        // Cells that were set and not read: the column may hold them rounded.
+        Value id;  // the embedded engine's row number; null on a server
+        // Cells that were set and not read back: the column may hold them rounded.
         std::vector<bool> written = {};
         bool is_written(std::size_t at) const { return at < written.size() && written[at]; }
     };
@@ -73,7 +74,7 @@ class Recordset {
     void write_into(Record& record);
     const Connection::Table& shape();
     std::size_t column_at(std::string_view column);
-    // What a column was set to; null when it was not.
+    // The value that a column was set to, or null if it was not set.
     Value* pending(std::size_t column);
 
     Connection& connection_;
@@ -84,8 +85,8 @@ class Recordset {
     std::vector<Record> rows_;
     std::size_t position_ = 0;
     bool adding_ = false;
-    // The cells set and not written: their columns and, beside them, their values; and where among them each
-    // column stands, counted from 1.
+    // The cells that were set and not written yet: their columns, their values, and for each column its place
+    // among them, counted from 1.
     std::vector<std::size_t> pending_;
     std::vector<Value> values_;
     std::vector<std::size_t> places_;

@@ -14,7 +14,7 @@ struct Cases : Ts... {
     using Ts::operator()...;
 };
 
-// Whole part of a number, kept inside 64 bits.
+// The whole part of a number, limited to 64 bits.
 std::int64_t whole(double number) {
     if (std::isnan(number)) return 0;
     constexpr double limit = 9223372036854775808.0;  // 2^63

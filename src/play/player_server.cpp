@@ -1,4 +1,4 @@
-// What befalls the server of the tests in a play, through the switchboard of the test server.
+// What a play does to the server of the tests, through the control socket of the test server.
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -13,7 +13,7 @@ namespace play {
 
 namespace {
 
-// One line to the switchboard, and its answer.
+// One line to the control socket, and its answer.
 std::string ask_bridge(const std::string& line) {
     const char* path = std::getenv("TALLVEX_TEST_BRIDGE");
     sockaddr_un address{};

@@ -1,7 +1,7 @@
 #include "sales/sale.h"
 
 #include "common/numbers.h"
-#include "database/error_words.h"
+#include "database/error.h"
 #include "sales/invoice_key.h"
 #include "sales/items.h"
 #include "sales/messages.h"

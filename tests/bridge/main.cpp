@@ -1,6 +1,6 @@
 // tds-bridge: the test server as a program. Runs tests or plays against it:
 //     tds-bridge COMMAND [argument...]
-// starts a server on a database of its own, names it in TALLVEX_TEST_SQLSERVER (and its switchboard in
+// starts a server with its own database, names it in TALLVEX_TEST_SQLSERVER (and its control socket in
 // TALLVEX_TEST_BRIDGE), runs the command and ends as it ends. Without a command it prints the variable and
 // serves until its input ends. What it is and what it is not: support/tds_bridge.h.
 #include <spawn.h>

@@ -1,4 +1,4 @@
-// Tables, indexes and views: made, changed, dropped, with the rows they hold.
+// Tables, indexes and views are created, changed and dropped, with the rows they hold.
 #include "common/text.h"
 #include "database/engine.h"
 
@@ -69,7 +69,7 @@ TEST_F(Definitions, WhatIsThereAndWhatIsNot) {
            {"create table [odd ]] \"name](\"a b\" int)", ""},
            {"insert into [odd ]] \"name] ([a b]) values (1)", ""},
            {"select [a b] from [odd ]] \"name]", "1"}});
-    // None of the failures left anything behind.
+    // The failures changed nothing.
     EXPECT_EQ(shape("t"), "a int, b int");
     EXPECT_THROW(connection->describe("u"), database::Error);
 }
@@ -104,7 +104,7 @@ TEST_F(Definitions, ColumnsChangeTheirTypes) {
         fill(t, size);
         run("ALTER TABLE " + t + " ALTER COLUMN t nvarchar(500) Null");
         EXPECT_EQ(shape(t), "a int, t nvarchar(500)");
-        run("update " + t + " set t = replicate('x',400) where a = 3");
+        run("update " + t + " set t = '" + std::string(400, 'x') + "' where a = 3");
         EXPECT_EQ(outcome("alter table " + t + " alter column t nvarchar(300)"), "22001");
         EXPECT_EQ(outcome("alter table " + t + " alter column t int"), "22018");
         EXPECT_EQ(shape(t), "a int, t nvarchar(500)") << "a failure changes nothing";
@@ -117,7 +117,7 @@ TEST_F(Definitions, ColumnsChangeTheirTypes) {
         EXPECT_EQ(outcome("insert into " + t + " (a,t) values (1,'x')"), "23000") << "the key is still one";
         EXPECT_EQ(rows("select count(*) from " + t + " where t = '2 '"), size == 5 ? "2" : "430");
     }
-    // What another program prepared before goes on with the new column.
+    // A statement that another program prepared before sees the new column.
     auto second = database::open_embedded(file);
     EXPECT_EQ(second->query("select * from t5").columns().size(), 2U);
     run("alter table t5 add late int");
@@ -155,7 +155,7 @@ TEST_F(Definitions, ViewsOfOneTableAreTheTable) {
            {"select u.* from [user] u", "2|two"},
            {"create view [user] as select 1 as a", "42S01"},
            {"drop table [user]", "42S02"}});
-    // Columns that the table gets later are the view's too, and so for the next one who opens the file.
+    // The view shows columns that the table gets later, also to whoever opens the file next.
     run("alter table users add perm nvarchar(10) null");
     run("update [user] set perm = '1'");
     EXPECT_EQ(shape("user"), "code int, pass nvarchar(20), perm nvarchar(10)");
@@ -185,8 +185,8 @@ TEST_F(Definitions, OtherViewsCanOnlyBeRead) {
     EXPECT_EQ(rows("select a from twice"), "1");
 }
 
-// The deletion of barcodes without an item, which every start runs, is spared where nothing can have changed.
-// However a barcode loses its item, and whoever does it, the next start sees it.
+// Every start deletes barcodes without an item. The deletion is skipped if nothing can have changed, but
+// finds every barcode that lost its item, whoever did it.
 TEST_F(Definitions, BarcodesWithoutAnItemAreFoundAfterEveryChange) {
     run("create table items (code int not null primary key, name nvarchar(20))");
     run("create table barcode (bar nvarchar(20), code int)");

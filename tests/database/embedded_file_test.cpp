@@ -1,16 +1,12 @@
-// The shop file: opened or refused with a reason, shared by two programs, durable when it says so.
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
+// The shop file: it is opened or refused with a reason, shared by several programs, and durable.
 
-#include <csignal>
 #include <fstream>
 #include <random>
 
 #include "database/embedded/connection.h"
 #include "database/engine.h"
 #include "startup/open_connection.h"
+#include "support/child.h"
 
 namespace {
 
@@ -19,7 +15,7 @@ using database::Error;
 
 class ShopFile : public test::Engine {
   protected:
-    // The reason why a file does not open; empty when it does.
+    // The reason why a file does not open; empty if it opens.
     std::string refusal(const fs::path& path, bool create = false) {
         try {
             database::open_embedded(path, create);
@@ -35,21 +31,6 @@ class ShopFile : public test::Engine {
     static std::string read(const fs::path& path) {
         std::ifstream stream(path, std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), {}};
-    }
-    // Runs something in a process of its own; its exit code.
-    static int in_child(const std::function<int()>& body) {
-        const pid_t child = fork();
-        if (child == 0) {
-            int code = 99;
-            try {
-                code = body();
-            } catch (...) {
-            }
-            _exit(code);
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     }
 };
 
@@ -97,21 +78,18 @@ TEST_F(ShopFile, WhatMayNotBeWrittenIsRefused) {
     fs::permissions(folder.path(), fs::perms::all);
     fs::permissions(file, fs::perms(0444));
     const auto is_refused = [&](const fs::path& path, bool create, const char* reason) {
-        return in_child([&] {
-            // Nothing is read-only for root.
-            if (geteuid() == 0 && setuid(65534) != 0) return 2;
-            return refusal(path, create).find(reason) != std::string::npos ? 0 : 1;
-        });
+        return test::in_child(
+            [&] { return test::become_nobody() && refusal(path, create).find(reason) != std::string::npos; });
     };
-    EXPECT_EQ(is_refused(file, false, "is read-only"), 0);
+    EXPECT_TRUE(is_refused(file, false, "is read-only"));
     fs::permissions(file, fs::perms::none);
-    EXPECT_EQ(is_refused(file, false, "cannot be read"), 0);
+    EXPECT_TRUE(is_refused(file, false, "cannot be read"));
     fs::permissions(file, fs::perms(0666));
     fs::permissions(folder.path(), fs::perms(0555));
-    EXPECT_EQ(is_refused(file, false, "is in a folder that is read-only"), 0);
+    EXPECT_TRUE(is_refused(file, false, "is in a folder that is read-only"));
     fs::permissions(folder.path(), fs::perms(0755));
     if (geteuid() == 0) {
-        EXPECT_EQ(is_refused(folder.path() / "new.db", true, "its folder is read-only"), 0);
+        EXPECT_TRUE(is_refused(folder.path() / "new.db", true, "its folder is read-only"));
     }
 }
 
@@ -149,48 +127,34 @@ TEST_F(ShopFile, AFullDiskIsAnErrorAndLosesNothing) {
     run("create table t (a int, b nvarchar(max))");
     run("insert into t values (1,'kept')");
     connection.reset();
-    const int code = in_child([&] {
-        std::signal(SIGXFSZ, SIG_IGN);
+    EXPECT_TRUE(test::in_child([&] {
         const auto opened = database::open_embedded(file);
-        const rlimit limit{200'000, 200'000};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        for (int i = 0; i < 100; ++i) {
-            try {
+        test::fill_disk(200'000);
+        try {
+            for (int i = 0; i < 100; ++i)
                 opened->run("insert into t values (2,?)", {database::Value(std::string(50'000, 'x'))});
-            } catch (const Error& error) {
-                const bool reads_on = opened->query("select * from t where a = 1").size() == 1;
-                const bool says_so = error.kind() == Error::Kind::disk_full;
-                return says_so && !error.is_connection_lost() && reads_on ? 0 : 1;
-            }
+        } catch (const Error& error) {
+            return error.kind() == Error::Kind::disk_full && !error.is_connection_lost() &&
+                   opened->query("select * from t where a = 1").size() == 1;
         }
-        return 2;
-    });
-    EXPECT_EQ(code, 0);
-    connection = database::open_embedded(file);
-    EXPECT_EQ(rows("select b from t where a = 1"), "kept");
-}
-
-TEST_F(ShopFile, AFullDiskIsNamedWhereverItShows) {
-    run("create table t (a nvarchar(max))");
-    connection.reset();
+        return false;
+    }));
     // The smaller limits leave no room for the memory map beside the file, the last none for its log.
     for (const rlim_t bytes : {100, 5'000, 33'000}) {
-        const int code = in_child([&] {
-            std::signal(SIGXFSZ, SIG_IGN);
-            const rlimit limit{bytes, bytes};
-            setrlimit(RLIMIT_FSIZE, &limit);
+        EXPECT_TRUE(test::in_child([&] {
+            test::fill_disk(bytes);
             try {
                 const auto opened = database::open_embedded(file);
                 for (int i = 0; i < 20; ++i)
-                    opened->run("insert into t values (?)", {database::Value(std::string(4000, '1'))});
+                    opened->run("insert into t values (2,?)", {database::Value(std::string(4000, '1'))});
             } catch (const Error& error) {
-                return error.kind() == Error::Kind::disk_full ? 0 : 1;
+                return error.kind() == Error::Kind::disk_full;
             }
-            return 2;
-        });
-        EXPECT_EQ(code, 0) << bytes;
+            return false;
+        })) << bytes;
     }
-    EXPECT_EQ(refusal(file), "");
+    connection = database::open_embedded(file);
+    EXPECT_EQ(rows("select b from t where a = 1"), "kept");
 }
 
 TEST_F(ShopFile, TwoProgramsWriteAtOnce) {
@@ -201,29 +165,19 @@ TEST_F(ShopFile, TwoProgramsWriteAtOnce) {
     constexpr int each = 300;
     std::vector<pid_t> children;
     for (int who = 1; who <= 3; ++who) {
-        const pid_t child = fork();
-        if (child == 0) {
-            int code = 0;
-            try {
-                const auto mine = database::open_embedded(file);
-                for (std::int64_t n = 0; n < each; ++n) {
-                    mine->run("insert into t values (?,?)",
-                              {database::Value(std::int64_t{who}), database::Value(n)});
-                    mine->execute("update total set n = n + 1 where n >= 0");
-                    if (n % 50 == 0) mine->make_durable();
-                }
-            } catch (const std::exception&) {
-                code = 1;
+        children.push_back(test::start_child([&] {
+            const auto mine = database::open_embedded(file);
+            for (std::int64_t n = 0; n < each; ++n) {
+                mine->run("insert into t values (?,?)",
+                          {database::Value(std::int64_t{who}), database::Value(n)});
+                mine->execute("update total set n = n + 1 where n >= 0");
+                if (n % 50 == 0) mine->make_durable();
             }
-            _exit(code);
-        }
-        children.push_back(child);
+            return true;
+        }));
     }
-    for (const pid_t child : children) {
-        int status = 0;
-        waitpid(child, &status, 0);
-        EXPECT_EQ(status, 0);
-    }
+    for (const pid_t child : children)
+        EXPECT_EQ(test::wait_for(child), 0);
     connection = database::open_embedded(file);
     EXPECT_EQ(rows("select count(*) from t"), "900");
     EXPECT_EQ(rows("select n from total"), "900");
@@ -234,7 +188,7 @@ TEST_F(ShopFile, NothingWaitsOrRunsForEver) {
     run("create table t (a int)");
     for (int i = 0; i < 500; ++i)
         run("insert into t values (1)");
-    database::EmbeddedConnection second(file, false);
+    database::embedded::EmbeddedConnection second(file, false);
     second.set_timeout(std::chrono::milliseconds(100));
     const auto state_of = [&](const char* statement) {
         try {
@@ -259,23 +213,22 @@ TEST_F(ShopFile, WhatAKilledProgramWroteIsThere) {
     run("create table t (a int)");
     connection.reset();
     for (int round = 0; round < 3; ++round) {
-        EXPECT_EQ(in_child([&] {
-                      const auto mine = database::open_embedded(file);
-                      for (int i = 0; i < 10; ++i)
-                          mine->execute("insert into t values (1)");
-                      mine->make_durable();
-                      ::raise(SIGKILL);
-                      return 0;
-                  }),
-                  128 + SIGKILL);
+        const int status = test::wait_for(test::start_child([&] {
+            const auto mine = database::open_embedded(file);
+            for (int i = 0; i < 10; ++i)
+                mine->execute("insert into t values (1)");
+            mine->make_durable();
+            ::raise(SIGKILL);
+            return false;
+        }));
+        EXPECT_TRUE(WIFSIGNALED(status));
         connection = database::open_embedded(file);
         EXPECT_EQ(rows("select count(*) from t"), std::to_string((round + 1) * 10));
         connection.reset();
     }
 }
 
-// What has been settled is in the files that were synced: a copy of the file and its log as they stand then
-// has it.
+// After make_durable() a copy of the file and its log has every row.
 TEST_F(ShopFile, SettledRowsAreInTheFileAndItsLog) {
     run("create table t (a int)");
     connection->make_durable();

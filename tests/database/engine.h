@@ -20,7 +20,7 @@ class Engine : public testing::Test {
                                       const std::vector<database::Value>& values = {}) {
         return connection->run(statement, values);
     }
-    // The rows of a query as text: cells parted by "|", rows by " / ", nulls as "null".
+    // The rows of a query as text: cells separated by "|", rows by " / ", nulls as "null".
     std::string rows(const std::string& statement, const std::vector<database::Value>& values = {}) {
         std::string text;
         for (const auto& row : run(statement, values).result) {

@@ -1,5 +1,4 @@
-// Statements that are kept prepared, and descriptions of tables that are kept: what changes meanwhile is
-// seen.
+// Prepared statements and table descriptions are kept, and renewed if the tables change.
 #include <sqlite3.h>
 
 #include <map>
@@ -9,8 +8,7 @@
 #include "database/embedded/connection.h"
 #include "database/engine.h"
 #include "database/recordset.h"
-#include "database/tsql/outline.h"
-#include "database/tsql/tokens.h"
+#include "database/tsql/scanner.h"
 
 namespace {
 
@@ -22,7 +20,7 @@ namespace tsql = database::tsql;
 
 class Prepared : public test::Engine {};
 
-// What tokenize() makes of a statement but for its values' contents; nothing when it refuses.
+// The tokens of a statement without the contents of its values; nothing if tokenize() refuses it.
 std::optional<std::string> tokens_of(const std::string& statement, const std::vector<Value>& given,
                                      std::vector<Value>& values) {
     try {
@@ -39,7 +37,7 @@ std::optional<std::string> tokens_of(const std::string& statement, const std::ve
     }
 }
 
-TEST(Outline, StatementsOfOneShapeHaveTheSameTokens) {
+TEST(Shape, StatementsOfOneShapeHaveTheSameTokens) {
     constexpr std::string_view pieces[] = {
         "select", " ",  "a1",  "e5",  "N", "n",   "'x'",        "N'ي'", "''",         "'a''b'", "5",
         "1.5",    ".5", "1e3", "1.",  "?", "i",   "[a?]",       "[b]]", "\"q\"\"r\"", "--c\n",  "/*?/**/*/",
@@ -56,18 +54,18 @@ TEST(Outline, StatementsOfOneShapeHaveTheSameTokens) {
         for (auto length = 1 + random() % 7; length > 0; --length)
             text += pieces[random() % std::size(pieces)];
         const auto& given = parameters[random() % std::size(parameters)];
-        tsql::Outline outline;
-        const bool outlined = tsql::outline(text, given, outline);
         std::vector<Value> values;
         const auto tokens = tokens_of(text, given, values);
-        if (!outlined) {
-            EXPECT_FALSE(tokens) << text;
+        tsql::Shape shape;
+        if (!tokens) {
+            EXPECT_THROW(tsql::read_shape(text, given, shape), Error) << text;
+            continue;
         }
-        if (!outlined || !tokens) continue;
+        tsql::read_shape(text, given, shape);
         ++accepted;
-        EXPECT_EQ(outline.values, values) << text;
-        const auto [known, is_new] = tokens_of_shape.emplace(outline.shape, *tokens);
-        EXPECT_EQ(known->second, *tokens) << text << "\nof the shape " << outline.shape;
+        EXPECT_EQ(shape.values, values) << text;
+        const auto [known, is_new] = tokens_of_shape.emplace(shape.text, *tokens);
+        EXPECT_EQ(known->second, *tokens) << text << "\nof the shape " << shape.text;
     }
     EXPECT_GT(accepted, 5'000);
 }
@@ -216,7 +214,7 @@ TEST_F(Prepared, TheSameTextAfterTheTableWasChanged) {
 
 TEST_F(Prepared, AStatementThatFailedRunsAgain) {
     run("create table t (a int, b nvarchar(20))");
-    auto* const embedded = dynamic_cast<database::EmbeddedConnection*>(connection.get());
+    auto* const embedded = dynamic_cast<database::embedded::EmbeddedConnection*>(connection.get());
     ASSERT_NE(embedded, nullptr);
     embedded->set_timeout(std::chrono::milliseconds(50));
     auto second = database::open_embedded(file);
@@ -237,7 +235,7 @@ TEST_F(Prepared, TenThousandTextsTakeNoMoreRoomThanAThousand) {
     const auto ask = [&](int from, int to) {
         for (int i = from; i < to; ++i) {
             const std::string number = std::to_string(i);
-            // A text of its own, one with values beside it, and one text whose number shapes it.
+            // A new text, a new text with values beside it, and a text whose number shapes it.
             ASSERT_EQ(rows("select a as c" + number + " from t"), "1");
             ASSERT_EQ(rows("select a as d" + number + " from t where a = ?", {std::int64_t{1}}), "1");
             ASSERT_EQ(rows("select top " + number + " a from t"), "1");

@@ -23,7 +23,7 @@ std::string without_blanks(std::string text) {
     return common::lower_ascii(text);
 }
 
-// The declared type of a column; "none" when the table has it not.
+// The declared type of a column, or "none" if it is not in the table.
 std::string type_of(Connection& connection, const std::string& table, const std::string& column) {
     const auto shape = connection.describe(table);
     for (std::size_t i = 0; i < shape.columns.size(); ++i)

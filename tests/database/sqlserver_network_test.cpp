@@ -12,14 +12,11 @@ namespace {
 
 using database::Error;
 using database::OdbcConnection;
-using database::OdbcRoad;
-using database::Sql;
+using database::OdbcSettings;
 using database::Value;
 using test::TdsServer;
 namespace tds = test::tds;
-using ::testing::AnyOf;
 using ::testing::Contains;
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 std::string program_string(const std::string& source, const std::string& password = "secret") {
@@ -123,29 +120,6 @@ TEST(ServerAddress, RefusedLoginsKeepTheServersWords) {
     }
 }
 
-TEST(ServerConnection, ReadsEveryType) {
-    TdsServer server([](const std::string& request) {
-        if (!request.starts_with("select")) return tds::done();
-        return tds::row({{"name", Value("لبن كامل الدسم 🥛")},
-                         {"none", Value()},
-                         {"code", Value(std::int64_t{9'007'199'254'740'993})},
-                         {"price", Value(0.1 + 0.2)},
-                         {"edate", Value(common::Moment{{2026, 11, 21}, {10, 42, 7, 0}})},
-                         {"long", Value(std::string(3999, 'x'))}});
-    });
-    OdbcConnection connection({driver_string(server.port()), "set dateformat ymd", 5, 5});
-    const auto result = connection.query("select name from items where name = N'لبن 🥛'");
-    ASSERT_EQ(result.size(), 1U);
-    const auto& row = result.front();
-    EXPECT_EQ(row.text("NAME"), "لبن كامل الدسم 🥛");
-    EXPECT_TRUE(row.null("none"));
-    EXPECT_EQ(row.integer("code"), 9'007'199'254'740'993);
-    EXPECT_EQ(row.number("price"), 0.1 + 0.2);
-    EXPECT_EQ(row.moment("edate"), (common::Moment{{2026, 11, 21}, {10, 42, 7, 0}}));
-    EXPECT_EQ(row.text("long").size(), 3999U);
-    EXPECT_EQ(server.requests().back(), "select name from items where name = N'لبن 🥛'");
-}
-
 TEST(ServerConnection, SendsStatementsAsWrittenAndValuesBeside) {
     TdsServer server([](const std::string&) { return tds::done(3); });
     OdbcConnection connection({driver_string(server.port()), "set dateformat ymd", 5, 5});
@@ -180,20 +154,6 @@ TEST(ServerConnection, ArabicLiteralsGoWide) {
         database::open_sqlserver(program_string("127.0.0.1," + std::to_string(server.port())));
     connection->execute("update basic set aname = 'بقالة'");
     EXPECT_EQ(server.requests().back(), "update basic set aname = N'بقالة'");
-}
-
-TEST(ServerConnection, StatementErrorsLeaveTheConnectionAlive) {
-    const TdsServer server([](const std::string& request) {
-        return request.starts_with("select") ? tds::error(208, 16, "Invalid object name 'nowhere'.")
-                                             : tds::done(1);
-    });
-    OdbcConnection connection({driver_string(server.port()), "", 5, 5});
-    const Error error = error_of([&] { connection.query("select * from nowhere"); });
-    EXPECT_EQ(error.sqlstate(), "42S02");
-    EXPECT_STREQ(error.what(), "Invalid object name 'nowhere'.");
-    EXPECT_EQ(error.statement(), "select * from nowhere");
-    EXPECT_EQ(connection.execute("delete from tmp_price"), 1);
-    EXPECT_EQ(server.logins(), 1);
 }
 
 // A server speaks the language of its installation: the numbers tell what it means.
@@ -247,31 +207,6 @@ TEST(ServerAddress, AMissingDriverIsNoMissingServer) {
         const Error error = error_of([&] { OdbcConnection({driver, "", 1, 1}); });
         EXPECT_EQ(error.sqlstate(), "IM003") << driver;
         EXPECT_EQ(error.kind(), Error::Kind::no_driver) << driver;
-    }
-}
-
-TEST(ServerConnection, ConnectsAgainAfterALoss) {
-    TdsServer server(
-        [](const std::string& request) { return request == "die" ? TdsServer::hang_up : tds::done(1); });
-    OdbcConnection connection({driver_string(server.port()), "set dateformat ymd", 5, 5});
-    const Error error = error_of([&] { connection.execute("die"); });
-    EXPECT_EQ(error.sqlstate(), "08S01");
-    EXPECT_TRUE(error.is_connection_lost());
-    EXPECT_EQ(connection.execute("update basic set st_d = 1"), 1);
-    EXPECT_EQ(server.logins(), 2);
-    EXPECT_THAT(server.requests(),
-                ElementsAre("set dateformat ymd", "die", "set dateformat ymd", "update basic set st_d = 1"));
-}
-
-TEST(ServerConnection, AServerThatStaysAwayIsUnreachable) {
-    auto server = std::make_unique<TdsServer>([](const std::string&) { return tds::done(1); });
-    OdbcConnection connection({driver_string(server->port()), "", 5, 5});
-    server.reset();
-    EXPECT_EQ(error_of([&] { connection.execute("update basic set st_d = 1"); }).sqlstate(), "08S01");
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        const Error error = error_of([&] { connection.execute("update basic set st_d = 1"); });
-        EXPECT_EQ(error.sqlstate(), "08001");
-        EXPECT_STREQ(error.what(), "SQL Server does not exist or access denied.");
     }
 }
 

@@ -151,7 +151,7 @@ TEST(Upgrade, MissingTablesStopNothing) {
 TEST(Upgrade, SendsItsEntriesInOrderAndOnlyALossEndsIt) {
     const auto never = test::tds::error(2714, 16, "There is already an object of that name.");
     const auto driver = [](const test::TdsServer& server) {
-        return database::OdbcRoad{
+        return database::OdbcSettings{
             database::freetds_connection_string("User ID=sa;Initial Catalog=shop", "{FreeTDS}", "127.0.0.1",
                                                 server.port()),
             "", 5, 5};

@@ -1,4 +1,4 @@
-// The connection file with any bytes in it: it decodes to something, or is refused, and never more.
+// Random bytes in the connection file are decoded or refused.
 #include "startup/connection_file.h"
 
 #include <random>
@@ -9,7 +9,7 @@
 namespace {
 
 std::string random_bytes(std::mt19937& random, std::size_t length) {
-    // Blanks and keys turn up more often than chance would have them.
+    // Blanks and keys are more frequent than by chance.
     std::string bytes(length, ' ');
     for (char& c : bytes) {
         switch (random() % 4) {

@@ -1,4 +1,4 @@
-// Number fields with anything typed into them, and every number shown and read again.
+// Random texts in number and date fields, and random numbers shown and read again.
 #include "common/numbers.h"
 
 #include <cmath>

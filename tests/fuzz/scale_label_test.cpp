@@ -1,5 +1,4 @@
-// Scale labels: every 13 digits from "20" read as item and weight and nothing else does, whatever is thrown
-// in.
+// Scale labels: 13 digits that begin with "20" are read as item and weight, and no other text is.
 #include <cstdio>
 #include <random>
 
@@ -50,7 +49,7 @@ TEST(ScaleLabelFuzz, OneByteOffIsNeverReadAsAnotherWeight) {
         }
         const auto entry = sales::read_entry(changed);
         if (entry.form != EntryForm::scale_label) continue;
-        // What still reads as a label is exactly its own digits.
+        // If it still reads as a label, the weight is that of its own digits.
         const std::string seen = sales::normalize_scan(changed);
         ASSERT_EQ(seen.size(), 13u) << changed;
         ASSERT_EQ(seen.find_first_not_of("0123456789"), std::string::npos);

@@ -1,4 +1,4 @@
-// A receipt printer that remembers what it was given.
+// A receipt printer that records what it is given.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,4 @@
-// Prompts, clock, devices and log that remember, for tests of logic.
+// Prompts, clock, devices and log that record what they are given, for tests of logic.
 #pragma once
 
 #include <deque>

@@ -1,5 +1,4 @@
-// The embedded engine as shops have it, which refuses no more than it must; tests otherwise read statements
-// as a server would.
+// The embedded engine as shipped, without the strict reader of the tests.
 #pragma once
 
 #include <filesystem>

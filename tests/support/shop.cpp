@@ -36,7 +36,7 @@ void make_shop(database::Connection& connection) {
     connection.make_durable();
 }
 
-// The made shop that every test copies; lives as long as the program.
+// The shop that every test copies; it exists as long as the program runs.
 const fs::path& model_shop() {
     static const TemporaryFolder folder;
     static const fs::path file = [] {
@@ -48,7 +48,7 @@ const fs::path& model_shop() {
     return file;
 }
 
-// A server whose day is the test's.
+// A server that answers "select getdate()" with the test's day.
 class DatedConnection final : public database::Connection {
   public:
     explicit DatedConnection(std::unique_ptr<database::Connection> real) : real_(std::move(real)) {}

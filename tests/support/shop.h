@@ -22,7 +22,7 @@ class TemporaryFolder {
     std::filesystem::path path_;
 };
 
-// The shop of another process: the server of the tests when there is one, else the file.
+// Opens the shop of another process: the test server if there is one, else the file.
 std::unique_ptr<database::Connection> open_shop(const std::filesystem::path& file);
 
 // Base schema and upgrade list done, no rows but those that `seed_basic` gives: the settings row, store 1
@@ -39,8 +39,8 @@ class Shop {
     double number(const std::string& query);
     // The shop's file; there is none on a server.
     const std::filesystem::path& file() const { return file_; }
-    // On a server, "select getdate()" is answered by the test's clock, as an embedded shop goes by it anyway.
-    // Until a clock is named it is 2026/11/21 10:42.
+    // Makes a server answer "select getdate()" by the test's clock, which an embedded shop uses anyway.
+    // Without a clock it is 2026/11/21 10:42.
     void go_by(common::Clock& clock);
 
   private:

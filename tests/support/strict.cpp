@@ -22,7 +22,7 @@ void StatementCheck::check(const Statement& statement) {
         check_update(*update);
     } else if (const auto* remove = std::get_if<Delete>(&statement)) {
         Scope scope;
-        enter(remove->from, scope);
+        add_sources(remove->from, scope);
         if (const Table* table = catalog_.find(remove->table); table != nullptr && remove->from.empty())
             scope.sources.push_back({remove->table, &table->columns});
         scope_ = &scope;
@@ -30,7 +30,7 @@ void StatementCheck::check(const Statement& statement) {
     }
 }
 
-// What a value is turned into when it is written, without a CONVERT.
+// Checks the conversion of a value that is stored without a CONVERT.
 void StatementCheck::check_stored(const std::string& column, const Typed& value, const Type& type) {
     const Rank to = rank_of(type);
     if (value.is_text() && to != Rank::text && to != Rank::large) check_converts(value, to);
@@ -73,7 +73,7 @@ void StatementCheck::check_insert(const Insert& insert) {
 
 void StatementCheck::check_update(const Update& update) {
     Scope scope;
-    enter(update.from, scope);
+    add_sources(update.from, scope);
     const Table* table = catalog_.find(update.table);
     for (const Source& source : update.from)
         if (table == nullptr && common::equal_ignoring_case(source.alias, update.table))
@@ -110,15 +110,16 @@ StrictReader::StrictReader() {
 }
 
 void StrictReader::install(bool on) {
-    using database::EmbeddedConnection;
+    using database::embedded::EmbeddedConnection;
     EmbeddedConnection::observe_all(
-        on ? [] { return std::unique_ptr<database::StatementObserver>(std::make_unique<StrictReader>()); }
+        on ? [] { return std::unique_ptr<database::embedded::StatementObserver>(std::make_unique<StrictReader>()); }
            : EmbeddedConnection::MakeObserver());
 }
 
 void StrictReader::before(std::string_view statement, const std::vector<database::Value>& values,
-                          const database::tsql::Catalog& catalog) {
+                          const database::embedded::Catalog& catalog) {
     using namespace database::tsql;
+    using namespace database::embedded;
     using database::Error;
     const auto note = [&](const std::string& verdict) {
         if (list_.empty()) return;

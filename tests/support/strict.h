@@ -16,7 +16,7 @@
 
 namespace test {
 
-class StrictReader final : public database::StatementObserver {
+class StrictReader final : public database::embedded::StatementObserver {
   public:
     // TALLVEX_SQL_LIST names a file that each statement is then added to, as one line: the verdict, a tab,
     // the statement, a tab, its values.
@@ -27,7 +27,7 @@ class StrictReader final : public database::StatementObserver {
     // Throws Error with the server's SQLSTATE if a server would refuse the statement. What no engine runs
     // is left to the engine to refuse.
     void before(std::string_view statement, const std::vector<database::Value>& values,
-                const database::tsql::Catalog& catalog) override;
+                const database::embedded::Catalog& catalog) override;
     bool rounds_reals() const override { return true; }
 
   private:
@@ -36,7 +36,8 @@ class StrictReader final : public database::StatementObserver {
 
 namespace strict {
 
-using namespace database::tsql;  // the syntax tree and the catalog
+using namespace database::tsql;      // the syntax tree
+using namespace database::embedded;  // the catalog
 using database::Value;
 
 // Types by the server's precedence: of two unlike operands the lower is converted to the higher.
@@ -60,7 +61,7 @@ enum class Rank {
 struct Typed {
     Rank rank = Rank::unknown;
     int length = 0;                        // of texts; 0 when unknown
-    const std::string* literal = nullptr;  // a text that stands in the statement
+    const std::string* literal = nullptr;  // a text in the statement
     bool is_text() const { return rank == Rank::text || rank == Rank::large; }
     bool is_number() const { return rank >= Rank::bit && rank <= Rank::floating; }
     bool is_whole() const { return rank >= Rank::bit && rank <= Rank::bigint; }
@@ -68,11 +69,11 @@ struct Typed {
 };
 Rank rank_of(const Type& type);
 std::string_view name_of(Rank rank);
-// Throws Error when a text of the statement cannot be read as a type.
+// Throws Error if a text of the statement cannot be read as a type.
 void check_converts(const Typed& text, Rank to);
 [[noreturn]] void refuse(std::string_view sqlstate, const std::string& why);
 
-// One statement, with the names that are known at each place of it.
+// Checks one statement and keeps track of the names that are known in each part of it.
 class StatementCheck {
   public:
     // `marks`: the slots of values that stand as "?" in the statement and come with their own types.
@@ -101,7 +102,7 @@ class StatementCheck {
 
     std::vector<Head> query(const Select& select, Place place);
     std::vector<Head> simple_query(const Select& select);
-    void enter(const std::vector<Source>& sources, Scope& scope);
+    void add_sources(const std::vector<Source>& sources, Scope& scope);
     void check_groups(const Select& select);
     void check_order(const Select& select, const std::vector<Head>& heads);
 
@@ -109,13 +110,15 @@ class StatementCheck {
     Typed type_within(const Expression& e);
     Typed column(const Expression& e) const;
     Typed value(std::size_t slot) const;
+    Typed branch(const Expression& e);
+    Typed value_of_query(const Expression& e);
     Typed binary(const Expression& e);
     Typed arithmetic(const std::string& op, const Typed& left, const Typed& right);
     Typed function(const Expression& e);
     Typed aggregate(const Expression& e);
     Typed meeting(const std::vector<Typed>& parts);
     void compare(const Typed& left, const Typed& right);
-    // Two expressions that the server takes for the same.
+    // Returns true if the server considers two expressions the same.
     bool same(const Expression& a, const Expression& b) const;
 
     const Catalog& catalog_;

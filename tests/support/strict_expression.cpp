@@ -12,7 +12,7 @@ namespace {
 
 using Kind = Expression::Kind;
 
-// Functions whose first argument must be a text: a number beside it is not converted by itself.
+// Functions whose first argument must be a text; numbers are not converted.
 constexpr std::string_view of_texts[] = {"substring", "stuff"};
 
 Typed of(Rank rank) {
@@ -91,7 +91,7 @@ void StatementCheck::compare(const Typed& left, const Typed& right) {
 }
 
 Typed StatementCheck::type_of(const Expression& e) {
-    // The engine itself refuses what is nested deeper.
+    // The engine itself refuses deeper nesting.
     constexpr int deepest = 500;
     if (depth_ >= deepest) return {};
     ++depth_;
@@ -126,20 +126,8 @@ Typed StatementCheck::type_within(const Expression& e) {
             if (e.parts.size() == 1) check_converts(what, to);
             return {to, e.type.length, nullptr};
         }
-        case Kind::branch: {
-            std::vector<Typed> results;
-            const std::size_t end = e.parts.size() - (e.has_else ? 1 : 0);
-            for (std::size_t at = e.has_operand ? 1 : 0; at + 1 < end; at += 2) {
-                const Typed when = type_of(*e.parts[at]);
-                if (e.has_operand) compare(type_of(*e.parts[0]), when);
-                results.push_back(type_of(*e.parts[at + 1]));
-            }
-            if (e.has_else) results.push_back(type_of(*e.parts.back()));
-            const Typed met = meeting(results);
-            if (met.rank == Rank::null)
-                refuse("42000", "At least one of the results of CASE must be other than NULL.");
-            return met;
-        }
+        case Kind::branch:
+            return branch(e);
         case Kind::in_list:
         case Kind::between: {
             std::vector<Typed> parts;
@@ -164,21 +152,39 @@ Typed StatementCheck::type_within(const Expression& e) {
         case Kind::exists:
             query(*e.query, Place::value);
             return of(Rank::bit);
-        case Kind::select: {
-            if (in_aggregate_)
-                refuse("42000", "Cannot perform an aggregate function on an expression with a subquery.");
-            // More rows than one are an error of the server: only these can have no more.
-            const Select& q = *e.query;
-            const bool is_sum = q.group_by.empty() &&
-                                std::any_of(q.items.begin(), q.items.end(),
-                                            [](const Item& item) { return has_aggregate(*item.value); });
-            if (!is_sum && !q.top && !q.from.empty())
-                refuse("21000", "A query that stands for a value may return more than one row.");
-            const auto heads = query(q, Place::value);
-            return heads.size() == 1 ? heads[0].type : Typed{};
-        }
+        case Kind::select:
+            return value_of_query(e);
     }
     return {};
+}
+
+Typed StatementCheck::branch(const Expression& e) {
+    std::vector<Typed> results;
+    const std::size_t end = e.parts.size() - (e.has_else ? 1 : 0);
+    for (std::size_t at = e.has_operand ? 1 : 0; at + 1 < end; at += 2) {
+        const Typed when = type_of(*e.parts[at]);
+        if (e.has_operand) compare(type_of(*e.parts[0]), when);
+        results.push_back(type_of(*e.parts[at + 1]));
+    }
+    if (e.has_else) results.push_back(type_of(*e.parts.back()));
+    const Typed met = meeting(results);
+    if (met.rank == Rank::null)
+        refuse("42000", "At least one of the results of CASE must be other than NULL.");
+    return met;
+}
+
+// More rows than one are an error of the server, so only a query that can have no more is accepted.
+Typed StatementCheck::value_of_query(const Expression& e) {
+    if (in_aggregate_)
+        refuse("42000", "Cannot perform an aggregate function on an expression with a subquery.");
+    const Select& q = *e.query;
+    const bool is_sum =
+        q.group_by.empty() && std::any_of(q.items.begin(), q.items.end(),
+                                          [](const Item& item) { return has_aggregate(*item.value); });
+    if (!is_sum && !q.top && !q.from.empty())
+        refuse("21000", "A query that stands for a value may return more than one row.");
+    const auto heads = query(q, Place::value);
+    return heads.size() == 1 ? heads[0].type : Typed{};
 }
 
 Typed StatementCheck::binary(const Expression& e) {
@@ -204,10 +210,9 @@ Typed StatementCheck::arithmetic(const std::string& op, const Typed& left, const
         return {Rank::text, left.length + right.length, nullptr};
     const bool invalid = left.rank == Rank::large || right.rank == Rank::large ||
                          (left.rank == Rank::bit && right.rank == Rank::bit);
-    const bool is_whole_only = op == "%" || op == "&" || op == "|" || op == "^";
     const bool broken = left.rank == Rank::real || left.rank == Rank::floating || right.rank == Rank::real ||
                         right.rank == Rank::floating;
-    if (invalid || (is_whole_only && broken))
+    if (invalid || (op == "%" && broken))
         refuse("42000", "The operands' data types are invalid for the operator '" + op + "'.");
     return of(meeting({left, right}).rank);
 }
@@ -218,7 +223,7 @@ Typed StatementCheck::aggregate(const Expression& e) {
     in_aggregate_ = true;
     const Typed what = type_of(*e.parts[0]);
     in_aggregate_ = false;
-    if (e.name == "count" || e.name == "count_big") return of(Rank::integer);
+    if (e.name == "count") return of(Rank::integer);
     if (what.rank == Rank::bit || what.rank == Rank::large)
         refuse("42000", "Operand data type " + std::string(name_of(what.rank)) + " is invalid for " + e.name +
                             " operator.");
@@ -238,22 +243,20 @@ Typed StatementCheck::function(const Expression& e) {
     if (e.name == "isnull") {
         if (parts[0].rank == Rank::null) return parts[1];
         if (parts[0].rank != Rank::unknown && !parts[0].is_text()) check_converts(parts[1], parts[0].rank);
-        // The server cuts the second to the first one's width without a word.
+        // The server silently cuts the second to the width of the first.
         if (parts[0].is_text() && parts[1].literal != nullptr && parts[0].length > 0 &&
             parts[1].length > parts[0].length) {
             refuse("22001", "isnull() would cut '" + *parts[1].literal + "'.");
         }
         return {parts[0].rank, parts[0].length, nullptr};
     }
-    if (e.name == "coalesce" || e.name == "nullif") return meeting(parts);
+    if (e.name == "coalesce") return meeting(parts);
     const FunctionRule* rule = find_function(e.name);
-    static constexpr std::string_view whole[] = {"len", "charindex", "datepart",  "datediff", "year", "month",
-                                                 "day", "isdate",    "isnumeric", "unicode",  "ascii"};
+    static constexpr std::string_view whole[] = {"len",  "charindex", "datepart", "datediff",
+                                                 "year", "month",     "day",      "isnumeric"};
     if (is_one_of(e.name, whole)) return of(Rank::integer);
-    if (e.name == "getdate" || e.name == "dateadd" || e.name == "sysdatetime") return of(Rank::datetime);
-    static constexpr std::string_view keeping[] = {"abs", "round", "ceiling", "floor", "power", "sign"};
-    if (is_one_of(e.name, keeping)) return of(parts[0].is_text() ? Rank::floating : parts[0].rank);
-    if (e.name == "sqrt") return of(Rank::floating);
+    if (e.name == "getdate" || e.name == "dateadd") return of(Rank::datetime);
+    if (e.name == "abs" || e.name == "round") return of(parts[0].is_text() ? Rank::floating : parts[0].rank);
     return rule == nullptr ? Typed{} : of(Rank::text);
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 using Kind = Expression::Kind;
 
-// What a query in FROM, whose columns are typed, looks like to what stands around it.
+// The type of a column of a query in FROM, as the outer query sees it.
 Type written_type(const Typed& typed) {
     Type type;
     type.written = std::string(name_of(typed.rank));
@@ -40,7 +40,7 @@ std::vector<StatementCheck::Head> StatementCheck::simple_query(const Select& sel
     Scope scope;
     scope.outer = scope_;
     const Scope* const outer = scope_;
-    enter(select.from, scope);
+    add_sources(select.from, scope);
     scope_ = &scope;
     std::vector<Head> heads;
     for (const Item& item : select.items) {
@@ -75,7 +75,7 @@ std::vector<StatementCheck::Head> StatementCheck::simple_query(const Select& sel
     return heads;
 }
 
-void StatementCheck::enter(const std::vector<Source>& sources, Scope& scope) {
+void StatementCheck::add_sources(const std::vector<Source>& sources, Scope& scope) {
     for (const Source& source : sources) {
         if (source.query) {
             auto columns = std::make_unique<std::vector<Column>>();
@@ -120,11 +120,11 @@ void StatementCheck::check_order(const Select& select, const std::vector<Head>& 
         return std::any_of(select.group_by.begin(), select.group_by.end(),
                            [&](const ExpressionPtr& group) { return same(e, *group); });
     };
-    const std::function<bool(const Expression&)> is_settled = [&](const Expression& e) {
+    const std::function<bool(const Expression&)> is_determined = [&](const Expression& e) {
         if (e.kind == Kind::value || is_aggregate(e) || is_grouped(e)) return true;
         if (e.kind == Kind::column) return false;
         return std::all_of(e.parts.begin(), e.parts.end(),
-                           [&](const ExpressionPtr& part) { return is_settled(*part); });
+                           [&](const ExpressionPtr& part) { return is_determined(*part); });
     };
     const bool sums = !select.group_by.empty() || select.having ||
                       std::any_of(select.items.begin(), select.items.end(),
@@ -145,7 +145,7 @@ void StatementCheck::check_order(const Select& select, const std::vector<Head>& 
         if (in_list) continue;
         if (select.distinct)
             refuse("42000", "ORDER BY items must appear in the select list if SELECT DISTINCT is specified.");
-        if (sums && !is_settled(e))
+        if (sums && !is_determined(e))
             refuse("42000", "A column of ORDER BY is neither in an aggregate nor in the GROUP BY clause.");
         if (type_of(e).rank == Rank::large)
             refuse("42000", "The text, ntext and image data types cannot be ordered by.");

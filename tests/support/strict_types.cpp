@@ -1,4 +1,4 @@
-// The server's types: their names, and the texts that can be read as each.
+// The server's types: their names and the texts that can be converted to them.
 #include <algorithm>
 
 #include "common/text.h"

@@ -17,16 +17,16 @@ std::string login_answer(std::string_view database);
 
 // The end of a statement. `counted`: the statement changes or gives rows.
 std::string done(std::uint64_t rows = 0, bool counted = true);
-// The same of a statement in a call, and the end of the call.
+// The same for a statement in a call, and the end of the call.
 std::string done_in_call(std::uint64_t rows, bool counted);
 std::string call_status();
 std::string done_call();
-// The end of what was cut off by an attention.
+// The end of a statement that an attention cancelled.
 std::string done_cancelled();
-// A whole number that a call hands back.
+// A whole number that a call returns.
 std::string handed_back(std::string_view name, std::int32_t number);
 
-// An error and the end of its statement; a message that is no error.
+// An error with the end of its statement; a message that is not an error.
 std::string error(int number, int severity, std::string_view text);
 std::string error_in_call(int number, int severity, std::string_view text);
 std::string notice(int number, std::string_view text);

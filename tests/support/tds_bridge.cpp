@@ -6,7 +6,7 @@
 #include "common/text.h"
 #include "database/embedded/open.h"
 #include "support/tds_bytes.h"
-#include "support/tds_talk.h"
+#include "support/tds_session.h"
 
 namespace test {
 
@@ -27,8 +27,8 @@ TdsBridge::~TdsBridge() {
     back_.notify_all();
     thread_.join();
     cut_all();
-    for (std::thread& talk : talks_)
-        talk.join();
+    for (std::thread& session : sessions_)
+        session.join();
     if (listener_ >= 0) close(listener_);
 }
 
@@ -37,11 +37,11 @@ std::string TdsBridge::place() const {
            account_.password;
 }
 
-void TdsBridge::set_mood(Mood mood) {
+void TdsBridge::set_network(Network network) {
     const std::lock_guard guard(lock_);
-    if (mood_ == mood) return;
-    mood_ = mood;
-    if (mood == Mood::away) {
+    if (network_ == network) return;
+    network_ = network;
+    if (network == Network::down) {
         shutdown(listener_, SHUT_RDWR);
         for (const auto& [number, socket] : open_)
             shutdown(socket, SHUT_RDWR);
@@ -60,23 +60,24 @@ void TdsBridge::cut_all() {
         shutdown(socket, SHUT_RDWR);
 }
 
-void TdsBridge::doom(std::string text, Fate fate) {
+void TdsBridge::fail_next(std::string text, Failure failure) {
     const std::lock_guard guard(lock_);
-    doomed_ = common::lower_ascii(text);
-    fate_ = fate;
+    failing_ = common::lower_ascii(text);
+    failure_ = failure;
 }
 
-std::vector<TdsBridge::Heard> TdsBridge::heard() {
+std::vector<TdsBridge::Received> TdsBridge::received() {
     const std::lock_guard guard(lock_);
-    return heard_;
+    return received_;
 }
 
-TdsBridge::Fate TdsBridge::hear(int connection, std::string_view text) {
+TdsBridge::Failure TdsBridge::receive(int connection, std::string_view text) {
     const std::lock_guard guard(lock_);
-    heard_.push_back({connection, std::string(text)});
-    if (doomed_.empty() || common::lower_ascii(text).find(doomed_) == std::string::npos) return Fate::run;
-    doomed_.clear();
-    return fate_;
+    received_.push_back({connection, std::string(text)});
+    if (failing_.empty() || common::lower_ascii(text).find(failing_) == std::string::npos)
+        return Failure::none;
+    failing_.clear();
+    return failure_;
 }
 
 void TdsBridge::serve() {
@@ -84,17 +85,17 @@ void TdsBridge::serve() {
         const int socket = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
         std::unique_lock guard(lock_);
         if (socket < 0) {
-            // Shut: for good, or until the server is back on its port.
+            // The socket was shut down: for good, or until the network is up again.
             close(listener_);
             listener_ = -1;
-            back_.wait(guard, [this] { return ending_ || mood_ != Mood::away; });
+            back_.wait(guard, [this] { return ending_ || network_ != Network::down; });
             if (!ending_) listener_ = tds::listen_on_loopback(port_);
             continue;
         }
         const int number = ++connections_;
         open_[number] = socket;
-        talks_.emplace_back([this, number, socket] {
-            tds::Talk(*this, number, socket).run();
+        sessions_.emplace_back([this, number, socket] {
+            tds::Session(*this, number, socket).run();
             const std::lock_guard held(lock_);
             open_.erase(number);
             close(socket);

@@ -1,8 +1,7 @@
-// A test device: a server program that speaks the server's protocol (TDS 7.4) to the real driver and runs
-// what it is sent on the embedded engine. It proves the program's road to a server end to end: the driver
-// manager, FreeTDS, types, texts, counts, errors, lost and silent connections. It does not prove that a
-// server accepts our Transact-SQL, nor that it works on it as the embedded engine does: only a real server
-// can.
+// A test server that speaks the server's protocol (TDS 7.4) to the real driver and runs statements on the
+// embedded engine. It tests the way to a server end to end: the driver manager, FreeTDS, types, texts,
+// counts, errors, lost and silent connections. Only a real server can show that a server accepts our
+// Transact-SQL and gives the same results.
 #pragma once
 
 #include <atomic>
@@ -19,7 +18,7 @@ namespace test {
 
 class TdsBridge {
   public:
-    // Who may log in to what; the database is the file "NAME.db" in the folder, made empty when missing.
+    // The only login. The database is the file "NAME.db" in the folder, created empty if missing.
     struct Account {
         std::string user = "sa";
         std::string password = "secret";
@@ -37,29 +36,29 @@ class TdsBridge {
     std::string place() const;
     std::filesystem::path file() const { return folder_ / (account_.database + ".db"); }
 
-    // How the network stands: well; silent (nothing is answered, log-ins included); away (connections are cut
+    // The state of the network: up; silent (nothing is answered, log-ins included); down (connections are cut
     // and new ones refused).
-    enum class Mood { well, silent, away };
-    void set_mood(Mood mood);
+    enum class Network { up, silent, down };
+    void set_network(Network network);
     // Cuts every connection; new ones are taken.
     void drop();
-    // What befalls the next statement that contains the text, once: the connection is cut before it runs or
+    // What happens to the next statement that contains the text: the connection is cut before it runs or
     // after it has run, or there is never an answer.
-    enum class Fate { run, cut, run_and_cut, silence };
-    void doom(std::string text, Fate fate);
+    enum class Failure { none, cut, run_and_cut, silence };
+    void fail_next(std::string text, Failure failure);
 
     // Statements and calls that arrived, in their order: the number of the connection, counted from 1, and
     // the text.
-    struct Heard {
+    struct Received {
         int connection = 0;
         std::string text;
     };
-    std::vector<Heard> heard();
+    std::vector<Received> received();
     int logins() const { return logins_; }
 
-    // For the talk with one client.
-    Fate hear(int connection, std::string_view text);
-    Mood mood() const { return mood_; }
+    // For the session with one client.
+    Failure receive(int connection, std::string_view text);
+    Network network() const { return network_; }
     void count_login() { ++logins_; }
 
   private:
@@ -70,18 +69,18 @@ class TdsBridge {
     std::filesystem::path folder_;
     Account account_;
     std::uint16_t port_ = 0;
-    std::atomic<Mood> mood_ = Mood::well;
+    std::atomic<Network> network_ = Network::up;
     std::atomic<int> logins_ = 0;
     std::atomic<bool> ending_ = false;
     std::mutex lock_;
-    std::vector<Heard> heard_;
-    std::string doomed_;
-    Fate fate_ = Fate::run;
+    std::vector<Received> received_;
+    std::string failing_;
+    Failure failure_ = Failure::none;
     std::condition_variable back_;
     int listener_ = -1;
     int connections_ = 0;
     std::map<int, int> open_;  // sockets by their connection's number
-    std::vector<std::thread> talks_;
+    std::vector<std::thread> sessions_;
     std::thread thread_;
 };
 

@@ -44,12 +44,12 @@ struct Message {
     int kind = closed;
     std::string body;
 };
-// A whole message of one or more packets; kind "closed" at the end of the connection.
+// A whole message of one or more packets. At the end of the connection the kind is "closed".
 Message read_message(int connection);
-// Sends an answer, in packets of the size that every client takes. False when the client is gone.
+// Sends an answer in packets of a size that every client accepts. Returns false if the client is gone.
 bool send_answer(int connection, std::string_view body);
 
-// Reads a message from its beginning. A message that ends too early throws Malformed.
+// Reads a message from its beginning. Throws Malformed if the message ends too early.
 struct Malformed : std::runtime_error {
     Malformed() : std::runtime_error("a malformed message") {}
 };

@@ -36,7 +36,7 @@ Result made(std::vector<std::string> names, std::vector<std::vector<Value>> rows
     return {columns, std::move(whole)};
 }
 
-// Whether a value can be sent as the type without loss.
+// Returns true if a value can be sent as the type without loss.
 bool fits(const Type& type, const Value& value) {
     if (database::is_null(value)) return true;
     const bool is_text = std::holds_alternative<std::string>(value);
@@ -59,8 +59,8 @@ bool fits(const Type& type, const Value& value) {
     }
 }
 
-// The declared types of a query's columns; empty texts for those that are no table's own. Nothing when the
-// columns cannot be told.
+// The declared types of a query's columns; an empty text for a column that is not from a table. Empty if the
+// columns cannot be determined.
 std::vector<std::string> declared_types(Connection& shop, const tsql::Select& query) {
     std::vector<std::string> types;
     const auto add_all = [&](std::string_view alias) {
@@ -164,60 +164,55 @@ std::optional<Connection::Outcome> ask_catalogue(Connection& shop, const std::fi
     return Connection::Outcome{made({"name"}, std::move(rows)), 0};
 }
 
+namespace {
+
+struct TypeNumbers {
+    std::int64_t precision, scale, odbc_type;
+};
+
+TypeNumbers numbers_of(const Type& type, std::string_view type_name) {
+    switch (type.kind) {
+        case Type::whole:
+            if (type.size == 8) return {19, 0, -5};
+            if (type.size == 4) return {10, 0, 4};
+            return type.size == 2 ? TypeNumbers{5, 0, 5} : TypeNumbers{3, 0, -6};
+        case Type::bit:
+            return {1, 0, -7};
+        case Type::number:
+            return type.size == 8 ? TypeNumbers{15, 0, 6} : TypeNumbers{7, 0, 7};
+        case Type::money:
+            return {19, 4, 3};
+        case Type::numeric:
+            return {type.precision, type.scale, 2};
+        case Type::moment:
+            return type_name == "smalldatetime" ? TypeNumbers{16, 0, 11} : TypeNumbers{23, 3, 11};
+        case Type::text:
+            return {type.size, 0, -9};
+        case Type::large_text:
+            return {std::numeric_limits<std::int32_t>::max() / 2, 0, -10};
+    }
+    return {10, 0, 4};
+}
+
+}  // namespace
+
 Result columns_of(Connection& shop, std::string_view name) {
     const auto table = table_of(shop, name);
     std::vector<std::vector<Value>> rows;
     for (std::size_t i = 0; table && i < table->columns.size(); ++i) {
         const Type type = type_of(table->types[i]);
         const std::string written = common::lower_ascii(table->types[i]);
-        std::string type_name = written.substr(0, written.find('('));
-        std::int64_t precision = 10, length = type.size, scale = 0;
-        Value odbc_type = std::int64_t{4};
-        switch (type.kind) {
-            case Type::whole:
-                precision = type.size == 8 ? 19 : type.size == 4 ? 10 : type.size == 2 ? 5 : 3;
-                odbc_type = std::int64_t{type.size == 8 ? -5 : type.size == 4 ? 4 : type.size == 2 ? 5 : -6};
-                break;
-            case Type::bit:
-                precision = 1;
-                odbc_type = std::int64_t{-7};
-                break;
-            case Type::number:
-                precision = type.size == 8 ? 15 : 7;
-                odbc_type = std::int64_t{type.size == 8 ? 6 : 7};
-                break;
-            case Type::money:
-                precision = 19;
-                scale = 4;
-                odbc_type = std::int64_t{3};
-                break;
-            case Type::numeric:
-                precision = type.precision;
-                scale = type.scale;
-                odbc_type = std::int64_t{2};
-                break;
-            case Type::moment:
-                precision = type_name == "smalldatetime" ? 16 : 23;
-                scale = type_name == "smalldatetime" ? 0 : 3;
-                odbc_type = std::int64_t{11};
-                break;
-            case Type::text:
-                precision = type.size;
-                length = type.size * 2;
-                odbc_type = std::int64_t{-9};
-                break;
-            case Type::large_text:  // as this procedure tells it to clients of older days
-                type_name = "ntext";
-                precision = std::numeric_limits<std::int32_t>::max() / 2;
-                length = precision * 2;
-                odbc_type = std::int64_t{-10};
-                break;
-        }
+        const bool is_large = type.kind == Type::large_text;
+        // The procedure reports it so to old clients.
+        const std::string type_name = is_large ? "ntext" : written.substr(0, written.find('('));
+        const auto [precision, scale, odbc_type] = numbers_of(type, type_name);
+        const bool is_text = is_large || type.kind == Type::text;
+        const std::int64_t length = is_text ? precision * 2 : type.size;
         rows.push_back({Value("shop"), Value("dbo"), Value(std::string(common::trim(name))),
-                        table->columns[i], odbc_type, type_name, precision, length, scale,
-                        Value(std::int64_t{10}), Value(std::int64_t{1}), Value(), Value(), odbc_type, Value(),
-                        Value(), Value(static_cast<std::int64_t>(i) + 1), Value("YES"),
-                        Value(std::int64_t{0})});
+                        table->columns[i], Value(odbc_type), type_name, Value(precision), length,
+                        Value(scale), Value(std::int64_t{10}), Value(std::int64_t{1}), Value(), Value(),
+                        Value(odbc_type), Value(), Value(), Value(static_cast<std::int64_t>(i) + 1),
+                        Value("YES"), Value(std::int64_t{0})});
     }
     return made(
         {"TABLE_QUALIFIER", "TABLE_OWNER", "TABLE_NAME", "COLUMN_NAME", "DATA_TYPE", "TYPE_NAME", "PRECISION",

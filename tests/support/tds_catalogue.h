@@ -16,13 +16,13 @@ namespace test::tds {
 std::vector<Type> types_of(database::Connection& shop, const Statement& statement,
                            const database::Result& result);
 
-// A question to the server's catalogue, which the embedded engine does not have: names from sysobjects by
-// kind, or from sys.tables. Nothing for any other statement.
+// Answers a query on the server's catalogue, which the embedded engine does not have: names from sysobjects
+// by kind, or from sys.tables. Returns nothing for any other statement.
 std::optional<database::Connection::Outcome> ask_catalogue(database::Connection& shop,
                                                            const std::filesystem::path& file,
                                                            std::string_view statement);
 
-// The answers of sp_columns and sp_pkeys about one table; none for a table that there is not.
+// The answers of sp_columns and sp_pkeys about one table; no rows if the table does not exist.
 database::Result columns_of(database::Connection& shop, std::string_view table);
 database::Result keys_of(database::Connection& shop, std::string_view table);
 std::vector<Type> columns_shape();

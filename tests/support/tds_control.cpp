@@ -34,45 +34,45 @@ void TdsControl::serve() {
         std::string line;
         for (char c; recv(client, &c, 1, 0) == 1 && c != '\n';)
             line += c;
-        const std::string answer = obey(line) + "\n";
+        const std::string answer = answer_to(line) + "\n";
         send(client, answer.data(), answer.size(), MSG_NOSIGNAL);
     }
 }
 
-std::string TdsControl::obey(std::string_view line) {
-    using Mood = TdsBridge::Mood;
-    using Fate = TdsBridge::Fate;
+std::string TdsControl::answer_to(std::string_view line) {
+    using Network = TdsBridge::Network;
+    using Failure = TdsBridge::Failure;
     const auto rest_after = [&](std::string_view word) {
         return line.starts_with(word) ? std::string(line.substr(word.size())) : std::string();
     };
     if (line == "well") {
-        bridge_.set_mood(Mood::well);
+        bridge_.set_network(Network::up);
     } else if (line == "silent") {
-        bridge_.set_mood(Mood::silent);
+        bridge_.set_network(Network::silent);
     } else if (line == "away") {
-        bridge_.set_mood(Mood::away);
+        bridge_.set_network(Network::down);
     } else if (line == "drop") {
         bridge_.drop();
     } else if (const std::string cut = rest_after("cut "); !cut.empty()) {
-        bridge_.doom(cut, Fate::cut);
+        bridge_.fail_next(cut, Failure::cut);
     } else if (const std::string run = rest_after("run and cut "); !run.empty()) {
-        bridge_.doom(run, Fate::run_and_cut);
+        bridge_.fail_next(run, Failure::run_and_cut);
     } else if (const std::string silence = rest_after("silence "); !silence.empty()) {
-        bridge_.doom(silence, Fate::silence);
+        bridge_.fail_next(silence, Failure::silence);
     } else if (const std::string text = rest_after("heard "); !text.empty()) {
-        const auto heard = bridge_.heard();
-        return std::to_string(std::count_if(heard.begin(), heard.end(), [&](const TdsBridge::Heard& one) {
-            return one.text.find(text) != std::string::npos;
-        }));
+        const auto received = bridge_.received();
+        return std::to_string(std::count_if(
+            received.begin(), received.end(),
+            [&](const TdsBridge::Received& one) { return one.text.find(text) != std::string::npos; }));
     } else if (line == "logins") {
         return std::to_string(bridge_.logins());
     } else if (line == "opening") {
-        // What the latest connection began with.
-        const auto heard = bridge_.heard();
-        if (heard.empty()) return "";
-        const auto latest = std::max_element(heard.begin(), heard.end(), [](const auto& a, const auto& b) {
-            return a.connection < b.connection;
-        });
+        // The first statement of the latest connection.
+        const auto received = bridge_.received();
+        if (received.empty()) return "";
+        const auto latest =
+            std::max_element(received.begin(), received.end(),
+                             [](const auto& a, const auto& b) { return a.connection < b.connection; });
         return latest->text;  // the first of the largest
     } else {
         return "?";

@@ -1,4 +1,4 @@
-// The bridge's switchboard for other processes: one line of words into a local socket, one line back.
+// The control socket of the bridge for other processes: one line of words in, one line back.
 #pragma once
 
 #include <filesystem>
@@ -10,10 +10,9 @@
 
 namespace test {
 
-// Takes, of the network: "silent", "away", "well", "drop"; of the next statement that contains a text:
-// "cut TEXT", "run and cut TEXT", "silence TEXT". These are answered "ok", or "?" when it is none of them.
-// And questions: "heard TEXT" and "logins" give a count, "opening" the first statement of the latest
-// connection.
+// Commands for the network: "silent", "away", "well", "drop"; for the next statement that contains a text:
+// "cut TEXT", "run and cut TEXT", "silence TEXT". The answer is "ok", or "?" for an unknown command.
+// Questions: "heard TEXT" and "logins" give a count, "opening" the first statement of the latest connection.
 class TdsControl {
   public:
     TdsControl(TdsBridge& bridge, std::filesystem::path path);
@@ -24,7 +23,7 @@ class TdsControl {
 
   private:
     void serve();
-    std::string obey(std::string_view line);
+    std::string answer_to(std::string_view line);
 
     TdsBridge& bridge_;
     std::filesystem::path path_;

@@ -1,4 +1,4 @@
-// What a client asks of the server: its log-in, statements and calls, read from their messages.
+// Requests of a client, read from their messages: its log-in, statements and calls.
 #pragma once
 
 #include <string>
@@ -22,13 +22,13 @@ Login read_login(std::string_view body);
 // The text of a batch.
 std::string read_batch(std::string_view body);
 
-// A call of one of the server's procedures; the well-known ones by name, whatever way they are called.
+// A call of one of the server's procedures by name, even if the client called it by number.
 struct Call {
     std::string procedure;
     std::vector<std::pair<std::string, database::Value>> arguments;  // by name, "@P1"; the name may be empty
 
     const database::Value& at(std::size_t position) const;
-    // The argument of a name, else the one at the position, as text; empty when there is neither.
+    // The argument of a name, else the one at the position, as text; empty if there is neither.
     std::string text(std::string_view name, std::size_t position) const;
 };
 Call read_call(std::string_view body);

@@ -273,6 +273,20 @@ Value text_of_any_length(Reader& reader) {
     return narrow(bytes);
 }
 
+// A type whose width comes with each value.
+Value of_changing_width(std::uint8_t token, std::string_view bytes) {
+    if (token == int_n) return whole_of(bytes);
+    if (token == bit_n) return std::int64_t{bytes[0] != 0};
+    if (token == datetime_n) return datetime_of(bytes);
+    if (token == money_n) {
+        const auto high = Reader(bytes).number<std::int32_t>();
+        const auto low = Reader(bytes.substr(4)).number<std::uint32_t>();
+        return static_cast<double>(static_cast<std::int64_t>(high) << 32 | low) / money_unit;
+    }
+    if (bytes.size() == 4) return static_cast<double>(Reader(bytes).number<float>());
+    return Reader(bytes).number<double>();
+}
+
 }  // namespace
 
 Value parameter(Reader& reader) {
@@ -285,17 +299,7 @@ Value parameter(Reader& reader) {
         case datetime_n: {
             reader.take(1);
             const std::string_view bytes = reader.take(reader.number<std::uint8_t>());
-            if (bytes.empty()) return {};
-            if (token == int_n) return whole_of(bytes);
-            if (token == bit_n) return std::int64_t{bytes[0] != 0};
-            if (token == datetime_n) return datetime_of(bytes);
-            if (token == money_n) {
-                const auto high = Reader(bytes).number<std::int32_t>();
-                const auto low = Reader(bytes.substr(4)).number<std::uint32_t>();
-                return static_cast<double>(static_cast<std::int64_t>(high) << 32 | low) / money_unit;
-            }
-            if (bytes.size() == 4) return static_cast<double>(Reader(bytes).number<float>());
-            return Reader(bytes).number<double>();
+            return bytes.empty() ? Value() : of_changing_width(token, bytes);
         }
         case datetime2_n: {
             const int scale = reader.number<std::uint8_t>();

@@ -18,18 +18,17 @@ struct Type {
     int scale = 0;
 };
 
-// The type that is declared as "nvarchar(100)", "int", "real", "numeric(18, 2)" …; nvarchar(4000) for one
-// that the protocol's server has not.
+// The type of a declaration such as "nvarchar(100)", "int", "real", "numeric(18, 2)"; nvarchar(4000) for an
+// unknown one.
 Type type_of(std::string_view declared);
-// A type that holds every one of the values, for a column that is none of a table's.
+// A type that holds all of the values, for a column that is not from a table.
 Type type_of(const std::vector<const database::Value*>& values);
 
-// How a type is announced, and a value of it. A value that is none of the type is converted as the server
-// would.
+// A type and a value of it on the wire. A value of another type is converted as the server would.
 std::string type_info(const Type& type);
 std::string cell(const Type& type, const database::Value& value);
 
-// A parameter of a call: its type is read and left behind.
+// Reads a parameter of a call with its type.
 database::Value parameter(Reader& reader);
 
 }  // namespace test::tds

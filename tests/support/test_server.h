@@ -19,16 +19,14 @@ struct TestServer {
     std::string connection_string() const;
 };
 
-// What TALLVEX_TEST_SQLSERVER names: "server;port;database;user;password", the password last as it may hold
-// ";". Nothing when it is not set; a value of another form throws std::runtime_error.
+// Reads TALLVEX_TEST_SQLSERVER: "server;port;database;user;password", the password last because it may hold
+// ";". Returns nothing if it is not set. Throws std::runtime_error for any other form.
 std::optional<TestServer> test_server();
 
-// Opens the server and empties its database of every table and view. A database whose name has no "test" in
-// it is somebody's shop: std::runtime_error.
+// Opens the server and drops every table and view of its database. Throws std::runtime_error if the
+// database's name has no "test" in it, since it may be somebody's shop.
 std::unique_ptr<database::Connection> open_emptied(const TestServer& server);
 
-// What a test that needs the server says when there is none.
-inline constexpr const char* no_test_server = "skipped: TALLVEX_TEST_SQLSERVER is not set";
 // What a test says on a server that works on shop files themselves.
 inline constexpr const char* needs_shop_files = "skipped on a server: it works on shop files themselves";
 

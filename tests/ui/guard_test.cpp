@@ -6,7 +6,6 @@
 #include <new>
 
 #include "database/error.h"
-#include "database/error_words.h"
 #include "support/services.h"
 #include "ui/widgets/messages.h"
 

@@ -6,7 +6,7 @@
 #include "database/error.h"
 #include "database/tsql/parser.h"
 
-namespace database::tsql {
+namespace database::embedded {
 
 namespace {
 
@@ -49,18 +49,18 @@ std::shared_ptr<const View> read_view(const std::string& definition) {
     if (begin == definition.npos || end == definition.npos) return nullptr;
     const std::string text = definition.substr(begin + view_mark.size(), end - begin - view_mark.size());
     auto view = std::make_shared<View>();
-    view->tokens = tokenize(text, {});
+    view->tokens = tsql::tokenize(text, {});
     std::set<std::size_t> pinned;
-    view->query = Parser(text, view->tokens, pinned).whole_query();
+    view->query = tsql::Parser(text, view->tokens, pinned).whole_query();
     return view;
 }
 
-// The type of a column of the file. Tables that others made may have types that the server has not.
+// The type of a column of the file. Tables that other programs made may have types that no server knows.
 Type column_type(std::string written) {
-    // These the engine gives back in capitals, however they were written.
+    // The engine reports these in capitals, however they were written.
     if (written == "INT" || written == "REAL" || written == "TEXT") written = common::lower_ascii(written);
     try {
-        return parse_type(written);
+        return tsql::parse_type(written);
     } catch (const Error&) {
         Type type = of_kind(Type::Kind::other);
         type.written = written;
@@ -68,15 +68,23 @@ Type column_type(std::string written) {
     }
 }
 
+std::string between(std::string_view text, char quote) {
+    std::string quoted(1, quote);
+    for (const char c : text) {
+        if (c == quote) quoted += quote;
+        quoted += c;
+    }
+    return quoted += quote;
+}
+
 }  // namespace
 
 std::string quoted_name(std::string_view name) {
-    std::string quoted = "\"";
-    for (const char c : name) {
-        if (c == '"') quoted += '"';
-        quoted += c;
-    }
-    return quoted += '"';
+    return between(name, '"');
+}
+
+std::string quoted_text(std::string_view text) {
+    return between(text, '\'');
 }
 
 int Table::find(std::string_view column) const {
@@ -111,10 +119,7 @@ void Catalog::load_table(const std::string& name) {
     const std::string lower = common::lower_ascii(name);
     tables_.erase(lower);
     std::erase_if(indexes_, [&](const auto& entry) { return entry.second == lower; });
-    std::string literal = "'";
-    for (const char c : name)
-        literal += c == '\'' ? std::string("''") : std::string(1, c);
-    read(" and lower(m.tbl_name) = lower(" + literal + "')");
+    read(" and lower(m.tbl_name) = lower(" + quoted_text(name) + ")");
 }
 
 void Catalog::read(const std::string& condition) {
@@ -155,7 +160,7 @@ void Catalog::read(const std::string& condition) {
         table->columns.push_back(std::move(column));
     }
     finish();
-    // A trigger numbers them: "… WHEN new."ser" IS NULL BEGIN …".
+    // A trigger fills in identity columns: "… WHEN new."ser" IS NULL BEGIN …".
     Rows triggers(engine_,
                   "select m.tbl_name, substr(m.sql, instr(m.sql, 'new.') + 4) from sqlite_schema m where "
                   "m.type = 'trigger' and m.name like 'identity.%'" +
@@ -167,4 +172,4 @@ void Catalog::read(const std::string& condition) {
     }
 }
 
-}  // namespace database::tsql
+}  // namespace database::embedded

@@ -1,5 +1,5 @@
-// The tables and views of an embedded shop, kept in memory so that statements are understood without asking
-// the file.
+// The tables and views of an embedded shop, kept in memory so that statements can be translated without
+// reading the file.
 #pragma once
 
 #include <sqlite3.h>
@@ -10,10 +10,14 @@
 #include <unordered_map>
 #include <vector>
 
+#include "database/tsql/scanner.h"
 #include "database/tsql/syntax.h"
-#include "database/tsql/tokens.h"
 
-namespace database::tsql {
+namespace database::embedded {
+
+using tsql::Select;
+using tsql::Tokens;
+using tsql::Type;
 
 struct Column {
     std::string name;
@@ -33,21 +37,21 @@ struct Table {
     std::vector<Column> columns;
     std::vector<std::string> key;
     std::shared_ptr<const View> view;  // null for a table
-    // The position of a column; -1 without one of that name.
+    // Returns the position of a column, or -1 if there is none of that name.
     int find(std::string_view column) const;
 };
 
 class Catalog {
   public:
     explicit Catalog(sqlite3* engine) : engine_(engine) {}
-    // Reads everything, or one table or view, from the file anew.
+    // Reads everything, or one table or view, from the file again.
     void load();
     void load_table(const std::string& name);
 
     const Table* find(std::string_view name) const;
     // Throws Error 42S02.
     const Table& get(std::string_view name) const;
-    // The names of the tables' indexes in the file, in lower case.
+    // `name` is the name in the file, in lower case.
     bool has_index(std::string_view name) const;
 
     const std::unordered_map<std::string, Table>& tables() const { return tables_; }
@@ -62,10 +66,11 @@ class Catalog {
     std::unordered_map<std::string, std::string> indexes_;  // index and its table, in lower case
 };
 
-// What stands before the Transact-SQL text of a view, in a comment of its definition.
+// Marks the comment in a view's definition that holds its Transact-SQL text.
 inline constexpr std::string_view view_mark = "/*tsql:";
 
-// A name between double quotes.
+// A name and a text as the engine's statements hold them: "name", 'text'.
 std::string quoted_name(std::string_view name);
+std::string quoted_text(std::string_view text);
 
-}  // namespace database::tsql
+}  // namespace database::embedded

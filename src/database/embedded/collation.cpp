@@ -27,7 +27,7 @@ char32_t next_character(std::string_view text, std::size_t& at) {
     return character;
 }
 
-// Letters that stand together in the order.
+// Letters that sort together.
 char32_t order_of(char32_t c) {
     switch (c) {
         case U'آ':
@@ -82,10 +82,10 @@ int compare_texts(std::string_view a, std::string_view b) {
     a = without_trailing_blanks(a);
     b = without_trailing_blanks(b);
     if (a == b) return 0;
-    int close = 0;  // the first difference between letters that stand together
+    int close = 0;  // the first difference between letters that sort together
     std::size_t i = 0, j = 0;
     while (i < a.size() || j < b.size()) {
-        // The shorter text counts as filled up with blanks.
+        // The shorter text is compared as if it were padded with blanks.
         const char32_t x = i < a.size() ? fold(next_character(a, i)) : U' ';
         const char32_t y = j < b.size() ? fold(next_character(b, j)) : U' ';
         if (x == y) continue;
@@ -98,7 +98,7 @@ int compare_texts(std::string_view a, std::string_view b) {
 
 namespace {
 
-// Whether `c` is in the set that begins after "["; `at` moves behind the "]". A set without an end matches
+// Returns true if `c` is in the set that begins after "["; `at` moves behind the "]". An unclosed set matches
 // nothing.
 bool is_in_set(char32_t c, std::u32string_view pattern, std::size_t& at) {
     const auto end = pattern.find(U']', at);
@@ -123,12 +123,12 @@ bool is_in_set(char32_t c, std::u32string_view pattern, std::size_t& at) {
 
 }  // namespace
 
-bool is_like(std::u32string_view text, std::u32string_view pattern, char32_t escape) {
+bool is_like(std::u32string_view text, std::u32string_view pattern) {
     std::size_t t = 0, p = 0;
-    // Where to go on when what follows the last "%" does not match: with one more character taken by it.
+    // Where to retry if what follows the last "%" does not match: with one more character taken by it.
     std::size_t retry_text = 0, retry_pattern = std::u32string_view::npos;
     while (true) {
-        if (p < pattern.size() && pattern[p] == U'%' && (escape == 0 || pattern[p] != escape)) {
+        if (p < pattern.size() && pattern[p] == U'%') {
             retry_pattern = ++p;
             if (p == pattern.size()) return true;
             retry_text = t;
@@ -138,10 +138,7 @@ bool is_like(std::u32string_view text, std::u32string_view pattern, char32_t esc
         bool matches = false;
         std::size_t next = p;
         if (t < text.size() && p < pattern.size()) {
-            if (escape != 0 && pattern[p] == escape && p + 1 < pattern.size()) {
-                matches = text[t] == pattern[p + 1];
-                next = p + 2;
-            } else if (pattern[p] == U'_') {
+            if (pattern[p] == U'_') {
                 matches = true;
                 next = p + 1;
             } else if (pattern[p] == U'[') {

@@ -13,14 +13,14 @@ inline constexpr const char* collation_name = "arabic_ci_as";
 char32_t fold(char32_t character);
 // A text as folded characters.
 std::u32string folded(std::string_view text);
-// Whether a text begins with a folded one; it reads no more of it than that takes.
+// Returns true if a text begins with a folded one. Reads no more of the text than that takes.
 bool begins_with(std::string_view text, std::u32string_view folded_beginning);
 
-// Less than, equal to or greater than 0. Case and trailing blanks make no difference; accents and marks do.
-// The alefs (ا أ إ آ ٱ) stand together in the order, yet differ.
+// Returns a number less than, equal to or greater than 0. Case and trailing blanks make no difference;
+// accents and marks do. The alefs (ا أ إ آ ٱ) sort together, yet differ.
 int compare_texts(std::string_view a, std::string_view b);
 
-// LIKE with the server's wildcards: % _ [set] [^set]; `escape` (0 for none) takes the next one literally.
-bool is_like(std::u32string_view folded_text, std::u32string_view folded_pattern, char32_t escape);
+// LIKE with the server's wildcards: % _ [set] [^set].
+bool is_like(std::u32string_view folded_text, std::u32string_view folded_pattern);
 
 }  // namespace database::embedded

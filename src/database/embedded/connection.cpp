@@ -14,13 +14,11 @@
 #include "database/embedded/writer.h"
 #include "database/tsql/parser.h"
 
-namespace database {
+namespace database::embedded {
 
 namespace {
 
-using tsql::Type;
-
-// Statements kept prepared; a till at work uses some two hundred.
+// How many statements are kept prepared; a till uses about two hundred.
 constexpr std::size_t most_prepared = 500;
 
 Value cell_of(sqlite3_stmt* statement, int column, const Type& type) {
@@ -32,8 +30,7 @@ Value cell_of(sqlite3_stmt* statement, int column, const Type& type) {
     };
     switch (type.kind) {
         case Type::Kind::datetime:
-            if (storage != SQLITE_TEXT)
-                return embedded::moment_of_ticks(sqlite3_column_int64(statement, column));
+            if (storage != SQLITE_TEXT) return moment_of_ticks(sqlite3_column_int64(statement, column));
             return text();
         case Type::Kind::real:
             if (storage != SQLITE_TEXT) return sqlite3_column_double(statement, column);
@@ -65,15 +62,15 @@ std::string transaction_word(tsql::Transaction::What what) {
     return {};
 }
 
-// Makes the last row of a query its first; false where its order is not named.
-bool turn_round(tsql::Select& select) {
+// Makes the last row of a query its first. Returns false if its order is not named.
+bool reverse_order(tsql::Select& select) {
     if (select.order_by.empty() || select.top || select.next) return false;
     for (tsql::Order& order : select.order_by)
         order.descending = !order.descending;
     return true;
 }
 
-// The database's errors carry the statement; those raised on the way do not know it yet.
+// Errors carry their statement; those raised while it was translated do not know it yet.
 Error with_statement(const Error& error, std::string_view statement) {
     return {error.sqlstate(), error.what(),
             error.statement().empty() ? std::string(statement) : error.statement(), error.kind()};
@@ -98,18 +95,18 @@ std::optional<Row> EmbeddedConnection::last_row(const Sql& statement) {
 
 Connection::Outcome EmbeddedConnection::run(std::string_view statement, const std::vector<Value>& values,
                                             bool last_only) {
-    Passage passage{statement, values, last_only, std::move(spare_key_), std::move(spare_outline_)};
+    Request request{statement, values, last_only, std::move(spare_key_), std::move(spare_shape_)};
     const struct GiveBack {
         EmbeddedConnection& to;
-        Passage& passage;
+        Request& request;
         ~GiveBack() {
-            passage.outline.values.clear();
-            to.spare_key_ = std::move(passage.key);
-            to.spare_outline_ = std::move(passage.outline);
+            request.shape.values.clear();
+            to.spare_key_ = std::move(request.key);
+            to.spare_shape_ = std::move(request.shape);
         }
-    } give_back{*this, passage};
+    } give_back{*this, request};
     try {
-        return run_once(passage);
+        return run_once(request);
     } catch (const Error& error) {
         // The tables may have been changed by another program since they were read.
         const bool unknown = error.sqlstate() == "42S02" || error.sqlstate() == "42S22" ||
@@ -117,36 +114,36 @@ Connection::Outcome EmbeddedConnection::run(std::string_view statement, const st
         if (!unknown || !refresh_catalog()) throw with_statement(error, statement);
     }
     try {
-        return run_once(passage);
+        return run_once(request);
     } catch (const Error& error) {
         throw with_statement(error, statement);
     }
 }
 
-Connection::Outcome EmbeddedConnection::run_once(Passage& passage) {
-    if (observer_) observer_->before(passage.statement, passage.given, catalog_);
-    Prepared* prepared = prepared_for(passage);
+Connection::Outcome EmbeddedConnection::run_once(Request& request) {
+    if (observer_) observer_->before(request.statement, request.given, catalog_);
+    Prepared* prepared = prepared_for(request);
     if (prepared == nullptr) return {Result(std::make_shared<Columns>(std::vector<std::string>()), {}), 0};
-    if (prepared->is_orphan_deletion) return delete_orphans(*prepared, passage);
-    Outcome outcome = step(*prepared, *passage.values, passage.statement);
-    // Prepared anew by the engine: the tables are no longer as they were when "*" was written out.
+    if (prepared->is_orphan_deletion) return delete_orphans(*prepared, request);
+    Outcome outcome = step(*prepared, *request.values, request.statement);
+    // The engine had to prepare it again: the tables have changed since "*" was expanded.
     sqlite3_stmt* used = prepared->statement.get();
     if (sqlite3_stmt_status(used, SQLITE_STMTSTATUS_REPREPARE, 1) > 0) {
         const bool reads = sqlite3_stmt_readonly(used) != 0;
         if (refresh_catalog() && reads) {
-            return step(*prepared_for(passage), *passage.values, passage.statement);
+            return step(*prepared_for(request), *request.values, request.statement);
         }
     }
     return outcome;
 }
 
-Connection::Outcome EmbeddedConnection::delete_orphans(Prepared& deletion, const Passage& passage) {
+Connection::Outcome EmbeddedConnection::delete_orphans(Prepared& deletion, const Request& request) {
     Outcome outcome{Result(deletion.columns, {}), 0};
-    if (!embedded::can_have_orphans(engine_.get(), catalog_)) return outcome;
-    // Nobody writes between the deletion and the note of it.
-    embedded::all_or_none(engine_.get(), [&] {
-        outcome = step(deletion, *passage.values, passage.statement);
-        if (catalog_.find("own.state") != nullptr) embedded::note_no_orphans(engine_.get());
+    if (!can_have_orphans(engine_.get(), catalog_)) return outcome;
+    // In one transaction, so that nobody writes between the deletion and its note.
+    all_or_none(engine_.get(), [&] {
+        outcome = step(deletion, *request.values, request.statement);
+        if (catalog_.find("own.state") != nullptr) note_no_orphans(engine_.get());
     });
     return outcome;
 }
@@ -164,24 +161,21 @@ EmbeddedConnection::Prepared* EmbeddedConnection::find(const std::string& key) {
     return &prepared_.front();
 }
 
-EmbeddedConnection::Prepared* EmbeddedConnection::prepared_for(Passage& passage) {
-    const auto& [statement, given, last_only, key, outline, values] = passage;
-    // Most statements with values beside them have no others within, and need not be looked through. No
-    // shape of a statement that runs begins with "=" or "<".
+EmbeddedConnection::Prepared* EmbeddedConnection::prepared_for(Request& request) {
+    const auto& [statement, given, last_only, key, shape, values] = request;
+    // Most statements with values beside them have no literals, and need not be scanned. No shape of a valid
+    // statement begins with "=" or "<".
     if (!given.empty()) {
-        passage.key.assign(1, '=').append(statement).append(1, '\n');
+        request.key.assign(1, '=').append(statement).append(1, '\n');
         for (const Value& value : given)
-            passage.key += tsql::kind_mark(value);
-        passage.values = &given;
+            request.key += tsql::kind_mark(value);
+        request.values = &given;
         if (Prepared* prepared = find(key)) return prepared;
     }
-    if (!tsql::outline(statement, given, passage.outline)) {
-        tsql::tokenize(statement, given);  // says what is wrong
-        throw Error("42000", "Incorrect syntax.", std::string(statement));
-    }
-    if (given.empty() || outline.values.size() != given.size()) {
-        passage.key = last_only ? "<" + outline.shape : outline.shape;
-        passage.values = &outline.values;
+    tsql::read_shape(statement, given, request.shape);
+    if (given.empty() || shape.values.size() != given.size()) {
+        request.key = last_only ? "<" + shape.text : shape.text;
+        request.values = &shape.values;
         if (Prepared* prepared = find(key)) return prepared;
     }
     if (const auto pinned = pinned_of_key_.find(key); pinned != pinned_of_key_.end()) {
@@ -189,58 +183,78 @@ EmbeddedConnection::Prepared* EmbeddedConnection::prepared_for(Passage& passage)
         add_pinned(with_values, pinned->second, *values);
         if (Prepared* prepared = find(with_values)) return prepared;
     }
-    return prepare(passage);
+    return prepare(request);
 }
 
-EmbeddedConnection::Prepared* EmbeddedConnection::prepare(Passage& passage) {
-    const tsql::Tokens tokens = tsql::tokenize(passage.statement, passage.given);
+EmbeddedConnection::Prepared* EmbeddedConnection::prepare(Request& request) {
+    const tsql::Tokens tokens = tsql::tokenize(request.statement, request.given);
     std::set<std::size_t> pinned;
-    bool is_definition = false;
-    const tsql::Statement tree = tsql::Parser(passage.statement, tokens, pinned).statement();
-    tsql::Writer writer(catalog_, tokens.values, pinned);
-    tsql::Translation made;
-    embedded::Definitions definitions(engine_.get(), catalog_, tokens.values);
-    const auto define = [&](const auto& what) {
-        forget_statements();
-        is_definition = true;
-        definitions.apply(what);
-        schema_version_ = embedded::number(engine_.get(), "PRAGMA schema_version");
-    };
-    std::visit(Cases{[&](const std::unique_ptr<tsql::Select>& s) {
-                         const bool turned = passage.last_only && turn_round(*s);
-                         made = writer.select(*s);
-                         if (turned) made.sql += " LIMIT 1";
-                     },
-                     [&](const tsql::Insert& s) { made = writer.insert(s); },
-                     [&](const tsql::Update& s) { made = writer.update(s); },
-                     [&](const tsql::Delete& s) { made = writer.remove(s); },
-                     [&](const tsql::Transaction& s) { made.sql = transaction_word(s.what); },
-                     [&](const tsql::Nothing&) { made.sql = "SELECT 1 WHERE 0"; }, define},
-               tree);
-    if (is_definition) return nullptr;
+    const tsql::Statement tree = tsql::Parser(request.statement, tokens, pinned).statement();
+    if (define(tree, tokens.values)) return nullptr;
+    Writer writer(catalog_, tokens.values, pinned);
+    const Translation made = translate(tree, writer, request.last_only);
 
     Prepared prepared;
     sqlite3_stmt* raw = nullptr;
     const int code = sqlite3_prepare_v3(engine_.get(), made.sql.data(), static_cast<int>(made.sql.size()),
                                         SQLITE_PREPARE_PERSISTENT, &raw, nullptr);
-    if (code != SQLITE_OK) throw embedded::engine_error(engine_.get(), code, passage.statement);
+    if (code != SQLITE_OK) throw engine_error(engine_.get(), code, request.statement);
     prepared.statement.reset(raw);
     std::vector<std::string> names;
-    for (const tsql::Column& column : made.columns) {
+    for (const Column& column : made.columns) {
         names.push_back(column.name);
         prepared.types.push_back(column.type);
     }
     prepared.columns = std::make_shared<const Columns>(std::move(names));
-    prepared.is_orphan_deletion = embedded::is_orphan_deletion(tokens);
-    prepared.key = passage.key;
+    prepared.is_orphan_deletion = is_orphan_deletion(tokens);
+    prepared.key = request.key;
     for (std::size_t slot = 0; prepared.is_orphan_deletion && slot < tokens.values.size(); ++slot)
         pinned.insert(slot);
     if (!pinned.empty()) {
         if (pinned_of_key_.size() > 4 * most_prepared) forget_statements();
-        auto& known = pinned_of_key_[passage.key];
+        auto& known = pinned_of_key_[request.key];
         known.merge(pinned);
         add_pinned(prepared.key, known, tokens.values);
     }
+    return keep(std::move(prepared));
+}
+
+bool EmbeddedConnection::define(const tsql::Statement& tree, const std::vector<Value>& values) {
+    Definitions definitions(engine_.get(), catalog_, values);
+    return std::visit(
+        [&](const auto& statement) {
+            if constexpr (requires { definitions.apply(statement); }) {
+                forget_statements();
+                definitions.apply(statement);
+                schema_version_ = number(engine_.get(), "PRAGMA schema_version");
+                return true;
+            }
+            return false;
+        },
+        tree);
+}
+
+Translation EmbeddedConnection::translate(const tsql::Statement& tree, Writer& writer, bool last_only) {
+    const auto query = [&](tsql::Select& select) {
+        const bool reversed = last_only && reverse_order(select);
+        Translation made = writer.select(select);
+        if (reversed) made.sql += " LIMIT 1";
+        return made;
+    };
+    return std::visit(Cases{[&](const std::unique_ptr<tsql::Select>& s) { return query(*s); },
+                            [&](const tsql::Insert& s) { return writer.insert(s); },
+                            [&](const tsql::Update& s) { return writer.update(s); },
+                            [&](const tsql::Delete& s) { return writer.remove(s); },
+                            [&](const tsql::Transaction& s) {
+                                return Translation{transaction_word(s.what), {}};
+                            },
+                            [](const auto&) {
+                                return Translation{"SELECT 1 WHERE 0", {}};
+                            }},
+                      tree);
+}
+
+EmbeddedConnection::Prepared* EmbeddedConnection::keep(Prepared prepared) {
     while (prepared_.size() >= most_prepared) {
         by_key_.erase(prepared_.back().key);
         prepared_.pop_back();
@@ -258,12 +272,12 @@ void EmbeddedConnection::bind(sqlite3_stmt* statement, const std::vector<Value>&
         if (const auto* whole = std::get_if<std::int64_t>(&value)) {
             sqlite3_bind_int64(statement, at, *whole);
         } else if (const auto* text = std::get_if<std::string>(&value)) {
-            // The values outlive the run of the statement.
+            // The values live until the statement has run.
             sqlite3_bind_text64(statement, at, text->data(), text->size(), SQLITE_STATIC, SQLITE_UTF8);
         } else if (const auto* number = std::get_if<double>(&value)) {
             sqlite3_bind_double(statement, at, *number);
         } else if (const auto* moment = std::get_if<common::Moment>(&value)) {
-            sqlite3_bind_int64(statement, at, embedded::ticks_of(*moment));
+            sqlite3_bind_int64(statement, at, ticks_of(*moment));
         } else {
             sqlite3_bind_null(statement, at);
         }
@@ -295,13 +309,13 @@ Connection::Outcome EmbeddedConnection::step(Prepared& prepared, const std::vect
         }
         rows.emplace_back(prepared.columns, std::move(cells));
     }
-    if (code != SQLITE_DONE) throw embedded::engine_error(engine_.get(), code, statement);
+    if (code != SQLITE_DONE) throw engine_error(engine_.get(), code, statement);
     const bool changes = sqlite3_column_count(raw) == 0 && sqlite3_stmt_readonly(raw) == 0;
     return {Result(prepared.columns, std::move(rows)), changes ? sqlite3_changes64(engine_.get()) : 0};
 }
 
 void EmbeddedConnection::set_timeout(std::chrono::milliseconds timeout) {
-    // Looked at after so many steps of the engine, a few milliseconds of work.
+    // The clock is read every so many steps of the engine, that is every few milliseconds.
     constexpr int steps = 200'000;
     timeout_ = timeout;
     deadline_ = std::chrono::steady_clock::time_point::max();
@@ -313,7 +327,7 @@ void EmbeddedConnection::set_timeout(std::chrono::milliseconds timeout) {
 }
 
 bool EmbeddedConnection::refresh_catalog() {
-    const std::int64_t version = embedded::number(engine_.get(), "PRAGMA schema_version");
+    const std::int64_t version = number(engine_.get(), "PRAGMA schema_version");
     if (version == schema_version_) return false;
     forget_statements();
     catalog_.load();
@@ -330,14 +344,14 @@ void EmbeddedConnection::forget_statements() {
 
 std::shared_ptr<const Connection::Table> EmbeddedConnection::description(std::string_view name) {
     if (const auto known = described_.find(name); known != described_.end()) return known->second;
-    const tsql::Table* table = catalog_.find(name);
+    const embedded::Table* table = catalog_.find(name);
     if (table == nullptr && refresh_catalog()) table = catalog_.find(name);
     if (table == nullptr) throw Error("42S02", "Invalid object name '" + std::string(name) + "'.", "");
     if (table->view) {
-        if (const tsql::Table* real = tsql::renamed_table(catalog_, *table)) table = real;
+        if (const embedded::Table* real = renamed_table(catalog_, *table)) table = real;
     }
     auto described = std::make_shared<Table>();
-    for (const tsql::Column& column : table->columns) {
+    for (const Column& column : table->columns) {
         described->columns.push_back(column.name);
         described->types.push_back(column.type.written);
     }
@@ -369,7 +383,7 @@ void EmbeddedConnection::make_durable() {
         log_file_ = ::open(log.c_str(), O_RDWR | O_CLOEXEC);
         if (log_file_ < 0 && errno == ENOENT) return;  // nothing was ever written through the log
         if (log_file_ < 0) fail("open");
-        // The log's name must be on the disk as well as its content.
+        // The log's directory entry must reach the disk as well as its content.
         const int folder = ::open(file_.parent_path().empty() ? "." : file_.parent_path().c_str(),
                                   O_RDONLY | O_DIRECTORY | O_CLOEXEC);
         if (folder >= 0) {
@@ -380,4 +394,4 @@ void EmbeddedConnection::make_durable() {
     if (::fdatasync(log_file_) != 0) fail("sync");
 }
 
-}  // namespace database
+}  // namespace database::embedded

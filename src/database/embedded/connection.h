@@ -17,10 +17,10 @@
 
 #include "database/connection.h"
 #include "database/embedded/catalog.h"
-#include "database/tsql/outline.h"
-#include "database/tsql/tokens.h"
+#include "database/embedded/writer.h"
+#include "database/tsql/scanner.h"
 
-namespace database {
+namespace database::embedded {
 
 // Told of every statement before it runs; what it throws ends the statement. Tests judge statements with it;
 // a shop has none.
@@ -28,15 +28,15 @@ class StatementObserver {
   public:
     virtual ~StatementObserver() = default;
     virtual void before(std::string_view statement, const std::vector<Value>& values,
-                        const tsql::Catalog& catalog) = 0;
+                        const Catalog& catalog) = 0;
     // Whether columns of type real keep seven digits only, as a server's do.
     virtual bool rounds_reals() const { return false; }
 };
 
 class EmbeddedConnection final : public Connection {
   public:
-    // Opens a file that exists, or makes an empty shop where `create` is set and there is none. Throws Error
-    // 08001 with the reason.
+    // Opens a shop file. If it is missing, makes an empty shop if `create` is set. Throws Error 08001 with
+    // the reason.
     EmbeddedConnection(const std::filesystem::path& file, bool create);
     ~EmbeddedConnection() override;
 
@@ -48,7 +48,7 @@ class EmbeddedConnection final : public Connection {
         return run(statement, values, false);
     }
     std::optional<Row> last_row(const Sql& statement) override;
-    // Brings the log of the file to the disk: one sync for all that was written since the last.
+    // Syncs the file's log, and with it everything that was written since the last sync.
     void make_durable() override;
     // How long a statement may wait for another program and run; then Error HYT00. 30 s unless set.
     void set_timeout(std::chrono::milliseconds timeout);
@@ -61,32 +61,36 @@ class EmbeddedConnection final : public Connection {
     struct Prepared {
         std::string key;
         std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement{nullptr, sqlite3_finalize};
-        std::vector<tsql::Type> types;
+        std::vector<Type> types;
         std::shared_ptr<const Columns> columns;
         bool is_orphan_deletion = false;
     };
-    // A statement on its way to the engine.
-    struct Passage {
+    // A statement that is to run.
+    struct Request {
         std::string_view statement;
         const std::vector<Value>& given;
         bool last_only;  // of a query's rows
         std::string key = {};
-        tsql::Outline outline = {};
-        const std::vector<Value>* values = nullptr;  // to be bound: those given, or the outline's
+        tsql::Shape shape = {};
+        const std::vector<Value>* values = nullptr;  // to be bound: those given, or the shape's
     };
 
     void open(const std::filesystem::path& file, bool create);
     void prepare_engine(bool fresh);
     Outcome run(std::string_view statement, const std::vector<Value>& values, bool last_only);
-    Outcome run_once(Passage& passage);
-    // The statement ready to run; null for one that defines tables, which has run by then.
-    Prepared* prepared_for(Passage& passage);
+    Outcome run_once(Request& request);
+    // Returns null for a statement that defines tables; it has been run by then.
+    Prepared* prepared_for(Request& request);
     Prepared* find(const std::string& key);
-    Prepared* prepare(Passage& passage);
+    Prepared* prepare(Request& request);
+    Translation translate(const tsql::Statement& tree, Writer& writer, bool last_only);
+    // Runs a statement that defines tables. Returns false if it is none.
+    bool define(const tsql::Statement& tree, const std::vector<Value>& values);
+    Prepared* keep(Prepared prepared);
     Outcome step(Prepared& prepared, const std::vector<Value>& values, std::string_view statement);
-    Outcome delete_orphans(Prepared& deletion, const Passage& passage);
+    Outcome delete_orphans(Prepared& deletion, const Request& request);
     void bind(sqlite3_stmt* statement, const std::vector<Value>& values);
-    // Another program has changed the tables: everything known of them is read again. False when none has.
+    // Reads the tables again if another program has changed them. Returns false if none has.
     bool refresh_catalog();
     void forget_statements();
     static void add_pinned(std::string& key, const std::set<std::size_t>& pinned,
@@ -94,23 +98,23 @@ class EmbeddedConnection final : public Connection {
 
     std::filesystem::path file_;
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> engine_{nullptr, sqlite3_close_v2};
-    tsql::Catalog catalog_{nullptr};
+    Catalog catalog_{nullptr};
     static inline MakeObserver make_observer_;
     const std::unique_ptr<StatementObserver> observer_ = make_observer_ ? make_observer_() : nullptr;
     std::int64_t schema_version_ = -1;
-    // Statements, the last used first. The key is the text as it was given with the kinds of its values, or,
-    // where literals stand in it, its shape; then the values that shaped the translation.
+    // Statements, the last used first. The key is the text with the kinds of its values or, if it holds
+    // literals, its shape; then the values that shaped the translation.
     std::list<Prepared> prepared_;
     std::unordered_map<std::string_view, std::list<Prepared>::iterator> by_key_;
     std::unordered_map<std::string, std::set<std::size_t>> pinned_of_key_;
-    // What describe() has told, by the name it was asked for, until a table changes.
+    // Answers of description(), by the name asked for, until a table changes.
     std::map<std::string, std::shared_ptr<const Table>, std::less<>> described_;
-    // Room that the last statement needed and the next one uses.
+    // Memory that one statement after the other uses.
     std::string spare_key_;
-    tsql::Outline spare_outline_;
+    tsql::Shape spare_shape_;
     int log_file_ = -1;
     std::chrono::milliseconds timeout_{30'000};
     std::chrono::steady_clock::time_point deadline_;
 };
 
-}  // namespace database
+}  // namespace database::embedded

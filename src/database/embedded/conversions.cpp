@@ -84,7 +84,7 @@ void to_integer(const Call& call) {
     call.give(number);
 }
 
-// ts_bit(x): whatever is not 0 is 1.
+// ts_bit(x): 1 for everything but 0.
 void to_bit(const Call& call) {
     if (call.null(0)) return call.give();
     if (call.type(0) == SQLITE_TEXT) {
@@ -107,7 +107,7 @@ void to_real(const Call& call) {
     call.give(*number);
 }
 
-// ts_single(x): the number that a real column gives back, of about seven digits.
+// ts_single(x): the number of about seven digits that a real column returns.
 void to_single(const Call& call) {
     if (call.null(0)) return call.give();
     const double number = call.number(0);
@@ -174,7 +174,7 @@ void moment_to_text(const Call& call) {
     call.give(*text);
 }
 
-// ts_number_text(x, is_float): floats show six digits, as the server's do; other numbers all of theirs.
+// ts_number_text(x, is_float): six digits of a float, as on the server; all digits of other numbers.
 void number_to_text(const Call& call) {
     if (call.null(0)) return call.give();
     if (call.type(0) == SQLITE_INTEGER) return call.give(std::to_string(call.integer(0)));
@@ -187,7 +187,7 @@ void number_to_text(const Call& call) {
     call.give(text);
 }
 
-// ts_fit(text, characters): what a column cannot hold is an error; blanks at the end are dropped.
+// ts_fit(text, characters): a text too long for its column is an error; trailing blanks are dropped.
 void fit(const Call& call) {
     if (call.null(0)) return call.give();
     const std::string_view text = call.text(0);
@@ -198,7 +198,7 @@ void fit(const Call& call) {
     call.fail("22001", "String or binary data would be truncated.");
 }
 
-// ts_cut(text, characters): convert() cuts without a word; a number that is cut shows as "*".
+// ts_cut(text, characters): convert() cuts silently; a number that does not fit becomes "*".
 void cut(const Call& call) {
     if (call.null(0)) return call.give();
     const auto room = static_cast<std::size_t>(call.integer(1));
@@ -210,12 +210,6 @@ void cut(const Call& call) {
 
 void now(const Call& call) {
     call.give(ticks_of(common::SystemClock().now()));
-}
-
-void is_date(const Call& call) {
-    if (call.null(0)) return call.give(std::int64_t{0});
-    const auto ticks = parse_ticks(call.text(0));
-    call.give(std::int64_t{ticks.has_value() && !common::trim(call.text(0)).empty()});
 }
 
 void part(const Call& call) {
@@ -252,7 +246,6 @@ constexpr Function conversions[] = {
     {"ts_fit", 2, fit},
     {"ts_cut", 2, cut},
     {"ts_getdate", 0, now, false},
-    {"ts_isdate", 1, is_date},
     {"ts_datepart", 2, part},
     {"ts_dateadd", 3, add},
     {"ts_datediff", 3, difference},

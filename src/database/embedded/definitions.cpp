@@ -11,19 +11,9 @@ namespace database::embedded {
 
 namespace {
 
-using tsql::Column;
-using tsql::quoted_name;
-using tsql::Table;
-
-// Up to so many rows a table is made anew: changing it in place makes the engine read its whole schema again.
+// A table of up to so many rows is rebuilt: changing it in place makes the engine read its whole schema
+// again.
 constexpr int few_rows = 1000;
-
-std::string text_literal(std::string_view text) {
-    std::string literal = "'";
-    for (const char c : text)
-        literal += c == '\'' ? std::string("''") : std::string(1, c);
-    return literal + "'";
-}
 
 // The definitions of a table's indexes and triggers.
 std::vector<std::string> attached(sqlite3* engine, const std::string& table) {
@@ -31,7 +21,7 @@ std::vector<std::string> attached(sqlite3* engine, const std::string& table) {
     const std::string sql =
         "select sql from sqlite_schema where type in ('index','trigger') and sql is not null "
         "and lower(tbl_name) = lower(" +
-        text_literal(table) + ")";
+        quoted_text(table) + ")";
     const auto collect = [](void* list, int, char** values, char**) {
         static_cast<std::vector<std::string>*>(list)->emplace_back(values[0]);
         return 0;
@@ -49,7 +39,7 @@ Column Definitions::column_of(const tsql::ColumnDefinition& definition) {
     column.type = definition.type;
     column.not_null = definition.not_null && !definition.identity;
     if (definition.default_value) {
-        tsql::Writer writer(catalog_, values_, pinned_, true);
+        Writer writer(catalog_, values_, pinned_, true);
         column.default_sql = writer.column_default(*definition.default_value, definition.type);
     }
     return column;
@@ -65,7 +55,7 @@ const Table& Definitions::changeable(const std::string& name) {
 
 std::string Definitions::column_sql(const Column& column) const {
     const std::string& type = column.type.written;
-    // A width that is no number can stand in the file between quotes only.
+    // The engine accepts a width that is not a number only between quotes.
     std::string sql = quoted_name(column.name) + " " + (type.ends_with("(max)") ? quoted_name(type) : type);
     if (column.not_null) sql += " NOT NULL";
     if (!column.default_sql.empty()) sql += " DEFAULT (" + column.default_sql + ")";
@@ -144,9 +134,9 @@ void Definitions::apply(const tsql::CreateView& create) {
     if (!create.query->order_by.empty() && !create.query->top) {
         throw Error("42000", "The ORDER BY clause is invalid in views, unless TOP is also specified.", "");
     }
-    tsql::Writer writer(catalog_, values_, pinned_, true);
+    Writer writer(catalog_, values_, pinned_, true);
     const std::string sql = writer.select(*create.query).sql;
-    execute(engine_, "CREATE VIEW " + quoted_name(create.view) + " AS " + std::string(tsql::view_mark) +
+    execute(engine_, "CREATE VIEW " + quoted_name(create.view) + " AS " + std::string(view_mark) +
                          create.text + "*/ " + sql);
     catalog_.load_table(create.view);
 }
@@ -207,7 +197,7 @@ void Definitions::apply(const tsql::AddColumns& add) {
                         "");
         }
         in_place = in_place && !column.not_null && column.default_sql.empty();
-        // Rows that are there get a default only where the column takes no null.
+        // Existing rows get the default only if the column takes no null.
         values.push_back(column.not_null && !column.default_sql.empty() ? column.default_sql : "NULL");
         changed.columns.push_back(std::move(column));
     }
@@ -273,11 +263,11 @@ void Definitions::apply(const tsql::AlterColumn& alter) {
     if (wider && column.not_null == former.not_null && has_more_rows(table, few_rows)) {
         rename_type(changed);
     } else {
-        tsql::Writer writer(catalog_, values_, pinned_, true);
+        Writer writer(catalog_, values_, pinned_, true);
         std::vector<std::string> values;
         for (std::size_t i = 0; i < table.columns.size(); ++i) {
-            tsql::Written value{quoted_name(table.columns[i].name), table.columns[i].type, true, false};
-            if (i == at) value = writer.convert(std::move(value), column.type, tsql::Writer::Purpose::store);
+            TypedSql value{quoted_name(table.columns[i].name), table.columns[i].type, true, false};
+            if (i == at) value = writer.convert(std::move(value), column.type, Writer::Purpose::store);
             values.push_back(std::move(value.sql));
         }
         all_or_none(engine_, [&] { rebuild(table, changed, values); });
@@ -285,7 +275,7 @@ void Definitions::apply(const tsql::AlterColumn& alter) {
     catalog_.load_table(alter.table);
 }
 
-// A wider text column is the same in the file: only its definition is written anew.
+// A wider text column is stored the same way: only its definition is rewritten.
 void Definitions::rename_type(const Table& table) {
     all_or_none(engine_, [&] {
         const std::int64_t version = number(engine_, "PRAGMA schema_version");
@@ -294,8 +284,8 @@ void Definitions::rename_type(const Table& table) {
             explicit Writable(sqlite3* e) : engine(e) { execute(engine, "PRAGMA writable_schema = ON"); }
             ~Writable() { sqlite3_exec(engine, "PRAGMA writable_schema = RESET", nullptr, nullptr, nullptr); }
         } writable(engine_);
-        execute(engine_, "UPDATE sqlite_schema SET sql = " + text_literal(table_sql(table)) +
-                             " WHERE type = 'table' AND name = " + text_literal(table.name));
+        execute(engine_, "UPDATE sqlite_schema SET sql = " + quoted_text(table_sql(table)) +
+                             " WHERE type = 'table' AND name = " + quoted_text(table.name));
         execute(engine_, "PRAGMA schema_version = " + std::to_string(version + 1));
     });
 }

@@ -18,8 +18,8 @@ bool is_own_message(const std::string& message) {
            message.find_first_not_of("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ") == 5;
 }
 
-// A full disk shows in other codes than SQLITE_FULL too: the log or the memory map beside the shop file could
-// not be made or grow. A write that fails for another reason is rare, and asks for the same look at the disk.
+// A full disk shows in codes other than SQLITE_FULL too, if the log or the memory map beside the shop file
+// cannot be created or grow. A write that fails for another reason is rare and needs a look at the disk too.
 bool is_disk_full(sqlite3* engine, int extended) {
     if (extended == SQLITE_IOERR_WRITE || extended == SQLITE_IOERR_SHMSIZE) return true;
     const int cause = engine == nullptr ? 0 : sqlite3_system_errno(engine);

@@ -1,4 +1,4 @@
-// The embedded engine's own language: short statements, and its errors as ours.
+// Short statements in the engine's own language, and its errors as `Error`.
 #pragma once
 
 #include <sqlite3.h>
@@ -11,15 +11,15 @@
 
 namespace database::embedded {
 
-// The engine's last failure in the words and with the SQLSTATE of the server.
+// The engine's last failure with the text and the SQLSTATE that a server gives.
 Error engine_error(sqlite3* engine, int code, std::string_view statement);
 
 // Runs statements of the engine's language, without a result. Throws Error.
 void execute(sqlite3* engine, const std::string& sql);
-// The first column of the first row as a whole number; 0 without a row.
+// The first column of the first row as a whole number; 0 if there is no row.
 std::int64_t number(sqlite3* engine, const std::string& sql);
 
-// Runs `steps` so that all of them are done or none; within a transaction of the caller too.
+// Runs `steps` as a whole or not at all, also within a transaction of the caller.
 void all_or_none(sqlite3* engine, const std::function<void()>& steps);
 
 }  // namespace database::embedded

@@ -1,5 +1,13 @@
+// The server's functions on texts and numbers. Positions and lengths in texts count characters, from 1.
 #include "database/embedded/functions.h"
 
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <optional>
+
+#include "common/numbers.h"
+#include "common/text.h"
 #include "database/embedded/collation.h"
 #include "database/error.h"
 
@@ -57,14 +65,268 @@ void register_all(sqlite3* engine, const Function* functions, std::size_t count)
     }
 }
 
+namespace {
+
+// The longest text that a function returns, in characters.
+constexpr std::int64_t longest = 1'000'000;
+
+void length(const Call& call) {
+    if (call.null(0)) return call.give();
+    call.give(static_cast<std::int64_t>(common::length(common::trim_right(call.text(0)))));
+}
+
+void upper(const Call& call) {
+    if (call.null(0)) return call.give();
+    std::u32string text = common::code_points(call.text(0));
+    for (char32_t& c : text) {
+        // The upper-case letter is the one that folds to this one.
+        for (const char32_t distance : {0x20U, 0x50U, 1U}) {
+            if (c >= distance && fold(c) == c && c - distance != c && fold(c - distance) == c) {
+                c -= distance;
+                break;
+            }
+        }
+    }
+    call.give(common::utf8(text));
+}
+
+void lower(const Call& call) {
+    if (call.null(0)) return call.give();
+    std::u32string text = common::code_points(call.text(0));
+    std::transform(text.begin(), text.end(), text.begin(), fold);
+    call.give(common::utf8(text));
+}
+
+// An argument as a count of characters.
+std::size_t count_of(const Call& call, int i) {
+    return static_cast<std::size_t>(std::clamp<std::int64_t>(call.integer(i), 0, longest));
+}
+
+void left(const Call& call) {
+    if (call.any_null()) return call.give();
+    if (call.integer(1) < 0)
+        return call.fail("42000", "Invalid length parameter passed to the left function.");
+    call.give(common::left(call.text(0), count_of(call, 1)));
+}
+
+void right(const Call& call) {
+    if (call.any_null()) return call.give();
+    if (call.integer(1) < 0)
+        return call.fail("42000", "Invalid length parameter passed to the right function.");
+    call.give(common::right(call.text(0), count_of(call, 1)));
+}
+
+// substring(text, start, length): positions before character 1 count towards the length.
+void substring(const Call& call) {
+    if (call.any_null()) return call.give();
+    const std::int64_t start = std::clamp(call.integer(1), -longest, longest);
+    const std::int64_t wanted = std::min(call.integer(2), longest);
+    if (wanted < 0) return call.fail("42000", "Invalid length parameter passed to the substring function.");
+    const std::u32string text = common::code_points(call.text(0));
+    const auto size = static_cast<std::int64_t>(text.size());
+    const std::int64_t first = std::clamp<std::int64_t>(start - 1, 0, size);
+    const std::int64_t last = std::clamp<std::int64_t>(start - 1 + wanted, first, size);
+    call.give(common::utf8(std::u32string_view(text).substr(static_cast<std::size_t>(first),
+                                                            static_cast<std::size_t>(last - first))));
+}
+
+// charindex(what, text[, start])
+void charindex(const Call& call) {
+    if (call.any_null()) return call.give();
+    const std::u32string what = folded(call.text(0)), text = folded(call.text(1));
+    const std::int64_t start = call.count > 2 ? std::clamp<std::int64_t>(call.integer(2), 1, longest) : 1;
+    const auto at =
+        what.empty() ? std::u32string::npos : text.find(what, static_cast<std::size_t>(start - 1));
+    call.give(at == std::u32string::npos ? std::int64_t{0} : static_cast<std::int64_t>(at) + 1);
+}
+
+// replace(text, what, with), without regard to case
+void replace(const Call& call) {
+    if (call.any_null()) return call.give();
+    const std::u32string text = common::code_points(call.text(0)), what = folded(call.text(1));
+    const std::u32string with = common::code_points(call.text(2));
+    std::u32string lower_text = text;
+    std::transform(text.begin(), text.end(), lower_text.begin(), fold);
+    if (what.empty()) return call.give(call.text(0));
+    std::u32string result;
+    for (std::size_t at = 0; at < text.size();) {
+        if (lower_text.compare(at, what.size(), what) == 0) {
+            result += with;
+            at += what.size();
+        } else {
+            result += text[at++];
+        }
+        if (result.size() > static_cast<std::size_t>(longest))
+            return call.fail("22001", "The text grows too long.");
+    }
+    call.give(common::utf8(result));
+}
+
+// stuff(text, start, length, with)
+void stuff(const Call& call) {
+    if (call.null(0) || call.null(1) || call.null(2)) return call.give();
+    const std::u32string text = common::code_points(call.text(0));
+    const std::int64_t start = call.integer(1), count = std::min(call.integer(2), longest);
+    if (start < 1 || count < 0 || start > static_cast<std::int64_t>(text.size())) return call.give();
+    const auto at = static_cast<std::size_t>(start - 1);
+    const std::size_t end = std::min(text.size(), at + static_cast<std::size_t>(count));
+    call.give(common::utf8(text.substr(0, at)) + std::string(call.null(3) ? "" : call.text(3)) +
+              common::utf8(text.substr(end)));
+}
+
+// A pattern of LIKE. The most common one, "the beginning of a name%", is matched without folding the whole
+// text, because a search reads every name of the shop.
+struct Pattern {
+    explicit Pattern(std::string_view text) : whole(folded(text)) {
+        if (whole.find_first_of(U"%_[") + 1 == whole.size() && whole.ends_with(U'%'))
+            beginning = std::u32string_view(whole).substr(0, whole.size() - 1);
+    }
+    Pattern(const Pattern&) = delete;
+    Pattern& operator=(const Pattern&) = delete;
+
+    bool matches(std::string_view text) const {
+        return beginning ? begins_with(text, *beginning) : is_like(folded(text), whole);
+    }
+
+    std::u32string whole;
+    std::optional<std::u32string_view> beginning;
+};
+
+void like(const Call& call) {
+    if (call.any_null()) return call.give();
+    // The pattern is the same for all rows of a statement and is parsed once.
+    auto* pattern = static_cast<Pattern*>(sqlite3_get_auxdata(call.context, 1));
+    std::unique_ptr<Pattern> made;
+    if (pattern == nullptr) {
+        made = std::make_unique<Pattern>(call.text(1));
+        pattern = made.get();
+    }
+    const bool matches = pattern->matches(call.text(0));
+    call.give(std::int64_t{matches});
+    if (made) {
+        sqlite3_set_auxdata(call.context, 1, made.release(),
+                            [](void* kept) { delete static_cast<Pattern*>(kept); });
+    }
+}
+
+constexpr Function texts[] = {
+    {"ts_len", 1, length},          {"ts_upper", 1, upper},         {"ts_lower", 1, lower},
+    {"ts_left", 2, left},           {"ts_right", 2, right},         {"ts_substring", 3, substring},
+    {"ts_charindex", 2, charindex}, {"ts_charindex", 3, charindex}, {"ts_replace", 3, replace},
+    {"ts_stuff", 4, stuff},         {"ts_like", 2, like},
+};
+
+constexpr double powers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+
+// Rounds the shortest decimal form half away from zero: 2.675 to 2.68.
+double rounded(double number, int decimals) {
+    if (decimals < 0) {
+        const double unit = std::pow(10.0, -decimals);
+        return std::round(number / unit) * unit;
+    }
+    if (decimals > 9 || !(std::fabs(number) < 1e15)) return number;
+    const double power = powers[decimals];
+    const double scaled = number * power;
+    const double whole = std::round(scaled);
+    // Binary rounding can only be wrong near the middle between two steps.
+    if (std::fabs(std::fabs(scaled - std::trunc(scaled)) - 0.5) > 1e-6 && std::fabs(scaled) < 1e9)
+        return whole / power;
+    return common::round_decimals(number, decimals);
+}
+
+// round(x, decimals[, truncate])
+void round_number(const Call& call) {
+    if (call.any_null()) return call.give();
+    const int decimals = static_cast<int>(std::clamp<std::int64_t>(call.integer(1), -18, 18));
+    const bool truncate = call.count > 2 && call.integer(2) != 0;
+    if (call.type(0) == SQLITE_INTEGER) {
+        if (decimals >= 0) return call.give(call.integer(0));
+        const double unit = std::pow(10.0, -decimals);
+        const double parts = call.number(0) / unit;
+        return call.give(
+            static_cast<std::int64_t>((truncate ? std::trunc(parts) : std::round(parts)) * unit));
+    }
+    const double number = call.number(0);
+    if (!truncate) return call.give(rounded(number, decimals));
+    const double power = std::pow(10.0, decimals);
+    call.give(std::trunc(number * power) / power);
+}
+
+void divide(const Call& call) {
+    if (call.any_null()) return call.give();
+    if (call.number(1) == 0) return call.fail("22012", "Divide by zero error encountered.");
+    if (call.type(0) == SQLITE_INTEGER && call.type(1) == SQLITE_INTEGER) {
+        if (call.integer(1) == -1) return call.give(-call.number(0));
+        return call.give(call.integer(0) / call.integer(1));
+    }
+    call.give(call.number(0) / call.number(1));
+}
+
+void modulo(const Call& call) {
+    if (call.any_null()) return call.give();
+    if (call.number(1) == 0) return call.fail("22012", "Divide by zero error encountered.");
+    if (call.type(0) == SQLITE_INTEGER && call.type(1) == SQLITE_INTEGER) {
+        if (call.integer(1) == -1) return call.give(std::int64_t{0});
+        return call.give(call.integer(0) % call.integer(1));
+    }
+    call.give(std::fmod(call.number(0), call.number(1)));
+}
+
+// isnumeric() of the server accepts signs and points alone ("." "-" "$"), grouping commas, a currency sign
+// and exponents, but not blanks alone.
+bool is_numeric(std::string_view text) {
+    text = common::trim(text);
+    if (text.empty()) return false;
+    std::size_t at = 0;
+    bool sign = false, currency = false, digits = false, mark = false;
+    while (at < text.size() && (text[at] == '+' || text[at] == '-' || text[at] == '$')) {
+        bool& seen = text[at] == '$' ? currency : sign;
+        if (seen) return false;
+        seen = true;
+        ++at;
+    }
+    for (; at < text.size(); ++at) {
+        const char c = text[at];
+        if (c >= '0' && c <= '9') {
+            digits = true;
+        } else if (c == '.' && !mark) {
+            mark = true;
+        } else if (c == ',' && !mark) {
+            // grouping
+        } else if ((c == 'e' || c == 'E' || c == 'd' || c == 'D') && digits && !currency) {
+            ++at;
+            if (at < text.size() && (text[at] == '+' || text[at] == '-')) ++at;
+            const std::string_view exponent = text.substr(at);
+            return exponent.size() <= 3 &&
+                   std::all_of(exponent.begin(), exponent.end(), [](char d) { return d >= '0' && d <= '9'; });
+        } else {
+            return false;
+        }
+    }
+    return true;
+}
+
+void numeric(const Call& call) {
+    if (call.null(0)) return call.give(std::int64_t{0});
+    if (call.type(0) != SQLITE_TEXT) return call.give(std::int64_t{1});
+    call.give(std::int64_t{is_numeric(call.text(0))});
+}
+
+constexpr Function numbers[] = {
+    {"ts_round", 2, round_number}, {"ts_round", 3, round_number}, {"ts_div", 2, divide},
+    {"ts_mod", 2, modulo},         {"ts_isnumeric", 1, numeric},
+};
+
+}  // namespace
+
 void register_functions(sqlite3* engine) {
     if (sqlite3_create_collation_v2(engine, collation_name, SQLITE_UTF8, nullptr, collate, nullptr) !=
         SQLITE_OK) {
         throw Error("HY000", sqlite3_errmsg(engine), "");
     }
     register_conversions(engine);
-    register_texts(engine);
-    register_numbers(engine);
+    register_all(engine, texts, std::size(texts));
+    register_all(engine, numbers, std::size(numbers));
 }
 
 }  // namespace database::embedded

@@ -12,7 +12,7 @@ namespace database::embedded {
 // Registers the collation and all functions on a connection.
 void register_functions(sqlite3* engine);
 
-// How the arguments and results of a registered function pass.
+// A call of a registered function: its arguments and its result.
 struct Call {
     sqlite3_context* context;
     int count;
@@ -41,12 +41,10 @@ struct Function {
 };
 void register_all(sqlite3* engine, const Function* functions, std::size_t count);
 
-// The groups, one file each.
 void register_conversions(sqlite3* engine);
-void register_texts(sqlite3* engine);
-void register_numbers(sqlite3* engine);
 
-// A text as a number in the server's forms ("12", " -1.5e3 "; blanks alone are 0); nothing for any other.
+// Reads a number in the server's forms ("12", " -1.5e3 "; blanks alone are 0). Returns nothing for other
+// texts.
 std::optional<double> parse_server_number(std::string_view text);
 
 }  // namespace database::embedded

@@ -9,18 +9,15 @@
 
 namespace database::embedded {
 
-using tsql::quoted_name;
-using tsql::Table;
-
 namespace {
 
-// An index that the engine makes for statements that run at every start over whole tables, and for the next
-// number of the account invoices, whose condition no plain index serves; on a server such an index would
-// refuse rows from programs with other settings, so it is no part of the schema.
+// An index that the engine creates for statements that read whole tables at every start, and for the next
+// number of the account invoices, whose condition needs a filtered index. A server would refuse rows for such
+// an index from programs with other settings, so it is not part of the schema.
 struct OwnIndex {
     std::string_view table;
     std::vector<std::string> columns;
-    std::string where = {};  // spelt as the statements' translation spells it
+    std::string where = {};  // as the translation writes it
 };
 
 const std::vector<OwnIndex>& own_indexes() {
@@ -67,7 +64,7 @@ void Definitions::apply(const tsql::CreateIndex& create) {
     }
     sql += ")";
     if (create.where) {
-        tsql::Writer writer(catalog_, values_, pinned_, true);
+        Writer writer(catalog_, values_, pinned_, true);
         sql += " WHERE " + writer.table_condition(table, *create.where);
     }
     execute(engine_, sql);

@@ -11,13 +11,13 @@
 #include "database/embedded/functions.h"
 #include "database/embedded/open.h"
 
-namespace database {
+namespace database::embedded {
 
 namespace {
 
 namespace fs = std::filesystem;
 
-// Marks a file as a shop ("TVXs"), so that no other program's database is taken for one.
+// Marks a file as a shop ("TVXs"), so that a database of another program is not mistaken for one.
 constexpr int shop_mark = 0x54565873;
 
 using Kind = Error::Kind;
@@ -57,7 +57,7 @@ bool check_file(const fs::path& file, bool create) {
     }
     if (!has_database_header(file)) refuse(file, "is no shop file, or is damaged", Kind::file_damaged);
     if (::access(file.c_str(), W_OK) != 0) refuse(file, "is read-only", Kind::read_only);
-    // The log of what is being written stands beside it.
+    // The engine writes its log beside the file.
     const fs::path folder = file.parent_path().empty() ? "." : file.parent_path();
     if (::access(folder.c_str(), W_OK) != 0)
         refuse(file, "is in a folder that is read-only", Kind::read_only);
@@ -68,7 +68,7 @@ bool check_file(const fs::path& file, bool create) {
 
 void EmbeddedConnection::open(const fs::path& file, bool create) {
     const bool fresh = check_file(file, create);
-    // Made here, with the rights that the umask leaves: the engine would never let a group write.
+    // Created here with the permissions of the umask; the engine would never let a group write.
     if (fresh) ::close(::open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666));
     sqlite3* raw = nullptr;
     const int flags = SQLITE_OPEN_READWRITE | (fresh ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
@@ -87,37 +87,38 @@ void EmbeddedConnection::prepare_engine(bool fresh) {
     sqlite3* engine = engine_.get();
     sqlite3_extended_result_codes(engine, 1);
     set_timeout(timeout_);
-    // A name that there is not must not turn into a text.
+    // An unknown name in double quotes must not turn into a text.
     sqlite3_db_config(engine, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(engine, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-    // A prepared statement keeps its plan whatever values it is given.
+    // A prepared statement keeps its plan for all values.
     sqlite3_db_config(engine, SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
-    embedded::register_functions(engine);
+    register_functions(engine);
     if (sqlite3_db_readonly(engine, "main") == 1)
         throw Error("08001", "it is read-only", "", Kind::read_only);
     if (!fresh) {
-        // A damaged file shows here, and one of another program.
-        const std::int64_t mark = embedded::number(engine, "PRAGMA application_id");
-        const std::int64_t tables = embedded::number(engine, "SELECT count(*) FROM sqlite_schema");
+        // This detects damaged files and files of other programs.
+        const std::int64_t mark = number(engine, "PRAGMA application_id");
+        const std::int64_t tables = number(engine, "SELECT count(*) FROM sqlite_schema");
         if (mark != shop_mark && tables > 0)
             throw Error("08001", "it belongs to another program", "", Kind::file_damaged);
     }
-    // 3 MB of pages hold what a till works on: a larger cache was no faster at sales, searches and sums over
-    // a million invoices, and only filled all day with rows that nobody asks for again.
+    // 3 MB of pages are enough for a till: a larger cache was no faster at sales, searches and sums over a
+    // million invoices, and only filled up over the day.
     embedded::execute(engine,
                       "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL; PRAGMA temp_store = MEMORY; "
                       "PRAGMA cache_size = -3000");
     if (fresh) embedded::execute(engine, "PRAGMA application_id = " + std::to_string(shop_mark));
-    catalog_ = tsql::Catalog(engine);
+    catalog_ = Catalog(engine);
     catalog_.rounds_reals = observer_ && observer_->rounds_reals();
     catalog_.load();
     const std::vector<Value> none;
-    embedded::Definitions(engine, catalog_, none).add_own_indexes();
-    schema_version_ = embedded::number(engine, "PRAGMA schema_version");
+    Definitions(engine, catalog_, none).add_own_indexes();
+    schema_version_ = number(engine, "PRAGMA schema_version");
 }
 
-std::unique_ptr<Connection> open_embedded(const fs::path& file, bool create) {
-    return std::make_unique<EmbeddedConnection>(file, create);
-}
+}  // namespace database::embedded
 
-}  // namespace database
+std::unique_ptr<database::Connection> database::open_embedded(const std::filesystem::path& file,
+                                                              bool create) {
+    return std::make_unique<embedded::EmbeddedConnection>(file, create);
+}

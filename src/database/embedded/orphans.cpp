@@ -12,10 +12,10 @@ constexpr const char* deletion =
     "DELETE barcode FROM items RIGHT OUTER JOIN barcode ON items.code = barcode.code WHERE "
     "isnull(items.name, '') = ''";
 
-// Names with a dot are the engine's own: no table of a shop can have one.
+// A table of a shop cannot have a dot in its name, so such names are free for the engine.
 constexpr const char* note_table = "own.state";
 
-// A new item takes barcodes out of the orphans, never in.
+// A new item never makes an orphan.
 constexpr std::pair<const char*, const char*> events[] = {
     {"own.orphans 1", "INSERT ON barcode"},
     {"own.orphans 2", "UPDATE OF code ON barcode"},
@@ -34,9 +34,9 @@ bool is_orphan_deletion(const tsql::Tokens& statement) {
                                                           known.list.begin(), known.list.end(), same);
 }
 
-void watch_for_orphans(sqlite3* engine, tsql::Catalog& catalog) {
-    const tsql::Table* items = catalog.find("items");
-    const tsql::Table* barcode = catalog.find("barcode");
+void watch_for_orphans(sqlite3* engine, Catalog& catalog) {
+    const Table* items = catalog.find("items");
+    const Table* barcode = catalog.find("barcode");
     if (items == nullptr || barcode == nullptr || items->view || barcode->view || items->find("code") < 0 ||
         items->find("name") < 0 || barcode->find("code") < 0) {
         return;
@@ -47,24 +47,24 @@ void watch_for_orphans(sqlite3* engine, tsql::Catalog& catalog) {
         return;
     }
     all_or_none(engine, [&] {
-        const std::string note = tsql::quoted_name(note_table);
+        const std::string note = quoted_name(note_table);
         execute(engine, "CREATE TABLE IF NOT EXISTS " + note + " (orphans int); DELETE FROM " + note +
                             "; INSERT INTO " + note + " VALUES (1)");
         for (const auto& [name, event] : events) {
-            execute(engine, "CREATE TRIGGER IF NOT EXISTS " + tsql::quoted_name(name) + " AFTER " + event +
+            execute(engine, "CREATE TRIGGER IF NOT EXISTS " + quoted_name(name) + " AFTER " + event +
                                 " BEGIN UPDATE " + note + " SET orphans = 1 WHERE orphans = 0; END");
         }
     });
     catalog.load_table(note_table);
 }
 
-bool can_have_orphans(sqlite3* engine, const tsql::Catalog& catalog) {
+bool can_have_orphans(sqlite3* engine, const Catalog& catalog) {
     if (catalog.find(note_table) == nullptr) return true;
-    return number(engine, "SELECT orphans FROM " + tsql::quoted_name(note_table)) != 0;
+    return number(engine, "SELECT orphans FROM " + quoted_name(note_table)) != 0;
 }
 
 void note_no_orphans(sqlite3* engine) {
-    execute(engine, "UPDATE " + tsql::quoted_name(note_table) + " SET orphans = 0");
+    execute(engine, "UPDATE " + quoted_name(note_table) + " SET orphans = 0");
 }
 
 }  // namespace database::embedded

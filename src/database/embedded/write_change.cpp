@@ -4,15 +4,15 @@
 #include "common/text.h"
 #include "database/embedded/writer.h"
 #include "database/error.h"
-#include "database/tsql/outline.h"
+#include "database/tsql/scanner.h"
 
-namespace database::tsql {
+namespace database::embedded {
 
 namespace {
 
 using Kind = Expression::Kind;
 
-// True when an expression has the same value for every row.
+// Returns true if an expression has the same value for every row.
 bool is_constant(const Expression& e) {
     if (e.kind == Kind::column || e.kind == Kind::all || e.query) return false;
     return std::all_of(e.parts.begin(), e.parts.end(),
@@ -41,10 +41,10 @@ const Table& Writer::changeable(const std::string& name) {
     return *real;
 }
 
-// A value's mark tells whether it fits an int, which then needs no look at every run.
-Written Writer::stored(const Expression& expression, const Type& type) {
-    Written what = value(expression);
-    if (expression.kind == Kind::value && fits_int((*values_)[expression.slot])) what.type.bytes = 4;
+// The shape says whether a value fits an int, so that it need not be checked at every run.
+TypedSql Writer::stored(const Expression& expression, const Type& type) {
+    TypedSql what = value(expression);
+    if (expression.kind == Kind::value && tsql::fits_int((*values_)[expression.slot])) what.type.bytes = 4;
     return convert(std::move(what), type, Purpose::store);
 }
 
@@ -106,8 +106,7 @@ Translation Writer::insert(const Insert& insert) {
     return made;
 }
 
-// The table to change, and what its columns are called by: in "delete t from a join b" t is one of the
-// sources.
+// The table to change and its alias: in "delete t from a join b" t is one of the sources.
 Writer::Target Writer::target(const std::string& name, const std::vector<Source>& from) {
     for (const Source& each : from) {
         if (!each.query && common::equal_ignoring_case(each.alias, name))
@@ -177,14 +176,14 @@ Translation Writer::update(const Update& update) {
         values += (values.empty() ? "" : ", ") + what;
         sets += (sets.empty() ? "" : ", ") + quoted + " = " + what;
         constant = constant && is_constant(*expression);
-        // Rows that hold the value already need no writing. In this form an index of the column finds the
+        // Rows that hold the value already are left alone. In this form an index on the column finds the
         // others.
         changes += changes.empty() ? "(" : " OR ";
         const bool is_value = expression->kind == Kind::value && what != "NULL";
         if (is_value && !column.type.is_text()) {
             changes += quoted + " < " + what + " OR " + quoted + " > " + what + " OR " + quoted + " IS NULL";
         } else {
-            // Of texts every byte counts here, which the column's own comparison would not see.
+            // Texts are compared byte by byte, because the collation ignores case and trailing blanks.
             changes += "(" + quoted + " COLLATE BINARY) IS NOT " + what;
         }
     }
@@ -228,11 +227,11 @@ std::string Writer::table_condition(const Table& table, const Expression& expres
     scope_ = &scope;
     std::string sql = condition(expression);
     scope_ = nullptr;
-    // The condition of an index names columns alone.
+    // The condition of an index has column names without their table.
     const std::string prefix = quoted_name(table.name) + ".";
     for (auto at = sql.find(prefix); at != std::string::npos; at = sql.find(prefix, at))
         sql.erase(at, prefix.size());
     return sql;
 }
 
-}  // namespace database::tsql
+}  // namespace database::embedded

@@ -6,23 +6,23 @@
 #include "database/embedded/writer.h"
 #include "database/error.h"
 
-namespace database::tsql {
+namespace database::embedded {
 
 namespace {
 
 using Kind = Expression::Kind;
 
-Written written(std::string sql, Type::Kind kind) {
+TypedSql typed(std::string sql, Type::Kind kind) {
     return {std::move(sql), of_kind(kind), false, false};
 }
 
-Written condition_of(std::string sql) {
-    Written made = written(std::move(sql), Type::Kind::integer);
+TypedSql condition_of(std::string sql) {
+    TypedSql made = typed(std::move(sql), Type::Kind::integer);
     made.condition = true;
     return made;
 }
 
-// The type that operands of two types meet in.
+// The type that operands of two types are converted to.
 Type meeting(const Type& a, const Type& b) {
     const Type& higher = a.kind < b.kind ? b : a;
     Type met = of_kind(higher.kind);
@@ -40,7 +40,7 @@ void Writer::fail(const std::string& why) const {
     throw Error("42000", why, "");
 }
 
-Written Writer::write(const Expression& e) {
+TypedSql Writer::write(const Expression& e) {
     struct Depth {
         int& depth;
         explicit Depth(int& d) : depth(++d) {}
@@ -51,7 +51,7 @@ Written Writer::write(const Expression& e) {
         case Kind::value:
             return literal(e.slot);
         case Kind::null:
-            return written("NULL", Type::Kind::null);
+            return typed("NULL", Type::Kind::null);
         case Kind::column:
             return column(e);
         case Kind::all:
@@ -70,7 +70,7 @@ Written Writer::write(const Expression& e) {
         case Kind::like:
             return like(e);
         case Kind::between: {
-            const Written what = value(*e.parts[0]);
+            const TypedSql what = value(*e.parts[0]);
             const std::string low = comparison(">=", what, value(*e.parts[1])).sql;
             const std::string high = comparison("<=", what, value(*e.parts[2])).sql;
             return condition_of((e.negated ? "NOT (" : "(") + low + " AND " + high + ")");
@@ -101,41 +101,38 @@ Written Writer::write(const Expression& e) {
     fail("Incorrect syntax.");
 }
 
-Written Writer::value(const Expression& expression) {
-    Written what = write(expression);
+TypedSql Writer::value(const Expression& expression) {
+    TypedSql what = write(expression);
     if (what.condition) fail("A condition stands where a value is expected.");
     return what;
 }
 
 std::string Writer::condition(const Expression& expression) {
-    Written what = write(expression);
+    TypedSql what = write(expression);
     if (!what.condition) {
         fail("An expression of non-boolean type specified in a context where a condition is expected.");
     }
     return std::move(what.sql);
 }
 
-Written Writer::literal(std::size_t slot) {
+TypedSql Writer::literal(std::size_t slot) {
     const Value& value = (*values_)[slot];
     static constexpr Type::Kind kinds[] = {Type::Kind::null, Type::Kind::integer, Type::Kind::real,
                                            Type::Kind::text, Type::Kind::datetime};
     const Type::Kind kind = kinds[value.index()];
-    if (!inline_values_) return written("?" + std::to_string(slot + 1), kind);
+    if (!inline_values_) return typed("?" + std::to_string(slot + 1), kind);
     if (const auto* text = std::get_if<std::string>(&value)) {
-        std::string sql = "'";
-        for (const char c : *text)
-            sql += c == '\'' ? std::string("''") : std::string(1, c);
-        return written(sql + "'", kind);
+        return typed(quoted_text(*text), kind);
     }
     if (const auto* moment = std::get_if<common::Moment>(&value)) {
-        return written(std::to_string(embedded::ticks_of(*moment)), kind);
+        return typed(std::to_string(ticks_of(*moment)), kind);
     }
     if (std::holds_alternative<double>(value)) {
         std::string sql = text_of(value);
         if (sql.find_first_of(".e") == std::string::npos) sql += ".0";
-        return written(std::move(sql), kind);
+        return typed(std::move(sql), kind);
     }
-    return written(is_null(value) ? "NULL" : text_of(value), kind);
+    return typed(is_null(value) ? "NULL" : text_of(value), kind);
 }
 
 const std::string* Writer::text_value(const Expression& expression) {
@@ -145,18 +142,18 @@ const std::string* Writer::text_value(const Expression& expression) {
     return text;
 }
 
-Written Writer::unary(const Expression& e) {
+TypedSql Writer::unary(const Expression& e) {
     if (e.name == "not") return condition_of("NOT (" + condition(*e.parts[0]) + ")");
-    Written operand = to_number(value(*e.parts[0]));
+    TypedSql operand = to_number(value(*e.parts[0]));
     if (operand.type.is_datetime()) fail("The operator '" + e.name + "' does not take a date.");
     operand.sql = "(" + e.name + " " + operand.sql + ")";
     operand.plain = false;
     return operand;
 }
 
-Written Writer::binary(const Expression& e) {
+TypedSql Writer::binary(const Expression& e) {
     if (e.name == "and" || e.name == "or") {
-        // Long chains lean to the left: they are written without recursion.
+        // Long chains lean to the left and are written without recursion.
         std::vector<const Expression*> chain;
         const Expression* at = &e;
         for (; at->kind == Kind::binary && at->name == e.name; at = at->parts[0].get())
@@ -168,12 +165,12 @@ Written Writer::binary(const Expression& e) {
         }
         return condition_of(sql + ")");
     }
-    Written left = value(*e.parts[0]);
-    // "vcode <> -1" is what an index may be limited to: the engine sees that only when the number itself
-    // stands there.
+    TypedSql left = value(*e.parts[0]);
+    // "vcode <> -1" may be the condition of an index, which the engine recognises only with the number itself
+    // in the statement.
     const bool was_inline = inline_values_;
     if (e.name == "<>" && is_small_constant(*e.parts[1])) inline_values_ = true;
-    Written right = value(*e.parts[1]);
+    TypedSql right = value(*e.parts[1]);
     inline_values_ = was_inline;
     if (is_comparison(e.name)) return comparison(e.name, std::move(left), std::move(right));
     return arithmetic(e.name, std::move(left), std::move(right));
@@ -188,36 +185,36 @@ bool Writer::is_small_constant(const Expression& e) {
     return true;
 }
 
-Written Writer::to_text(Written what) {
+TypedSql Writer::to_text(TypedSql what) {
     if (what.type.is_text() || what.type.is_null()) return what;
     return convert(std::move(what), of_kind(Type::Kind::text), Purpose::compute);
 }
 
-Written Writer::to_number(Written what) {
+TypedSql Writer::to_number(TypedSql what) {
     if (!what.type.is_text()) return what;
     return convert(std::move(what), of_kind(Type::Kind::real), Purpose::compute);
 }
 
-Written Writer::to_whole(Written what) {
+TypedSql Writer::to_whole(TypedSql what) {
     if (what.type.is_whole() || what.type.is_null()) return what;
     return convert(std::move(what), of_kind(Type::Kind::integer), Purpose::compute);
 }
 
-Written Writer::to_moment(Written what) {
+TypedSql Writer::to_moment(TypedSql what) {
     if (what.type.is_datetime() || what.type.is_null()) return what;
     return convert(std::move(what), of_kind(Type::Kind::datetime), Purpose::compute);
 }
 
-std::string Writer::collated(const Written& what) const {
+std::string Writer::collated(const TypedSql& what) const {
     if (!what.type.is_text() || what.plain) return what.sql;
-    return "(" + what.sql + " COLLATE " + embedded::collation_name + ")";
+    return "(" + what.sql + " COLLATE " + collation_name + ")";
 }
 
-Written Writer::arithmetic(const std::string& op, Written left, Written right) {
+TypedSql Writer::arithmetic(const std::string& op, TypedSql left, TypedSql right) {
     const bool joins = op == "+" && (left.type.is_text() || right.type.is_text()) &&
                        (left.type.is_text() || left.type.is_null()) &&
                        (right.type.is_text() || right.type.is_null());
-    if (joins) return written("(" + left.sql + " || " + right.sql + ")", Type::Kind::text);
+    if (joins) return typed("(" + left.sql + " || " + right.sql + ")", Type::Kind::text);
     if (left.type.is_text() && right.type.is_text()) fail("The operator '" + op + "' does not take texts.");
     if (left.type.is_datetime() || right.type.is_datetime()) {
         return moment_arithmetic(op, std::move(left), std::move(right));
@@ -228,21 +225,15 @@ Written Writer::arithmetic(const std::string& op, Written left, Written right) {
     if (right.type.is_text()) right = convert(std::move(right), met, Purpose::compute);
     if (op == "/") {
         if (!met.is_whole()) left.sql = "CAST(" + left.sql + " AS REAL)";
-        return written("ts_div(" + left.sql + ", " + right.sql + ")",
-                       met.is_whole() ? met.kind : Type::Kind::real);
+        return typed("ts_div(" + left.sql + ", " + right.sql + ")",
+                     met.is_whole() ? met.kind : Type::Kind::real);
     }
-    if (op == "%") return written("ts_mod(" + left.sql + ", " + right.sql + ")", met.kind);
-    if (op == "&" || op == "|" || op == "^") {
-        if (!met.is_whole() && !met.is_null()) fail("The operator '" + op + "' takes whole numbers only.");
-        if (op != "^") return written("(" + left.sql + " " + op + " " + right.sql + ")", met.kind);
-        return written("((" + left.sql + " | " + right.sql + ") - (" + left.sql + " & " + right.sql + "))",
-                       met.kind);
-    }
-    return written("(" + left.sql + " " + op + " " + right.sql + ")", met.kind);
+    if (op == "%") return typed("ts_mod(" + left.sql + ", " + right.sql + ")", met.kind);
+    return typed("(" + left.sql + " " + op + " " + right.sql + ")", met.kind);
 }
 
 // A moment and a number of days; or a text, which is then a moment too.
-Written Writer::moment_arithmetic(const std::string& op, Written left, Written right) {
+TypedSql Writer::moment_arithmetic(const std::string& op, TypedSql left, TypedSql right) {
     if ((op != "+" && op != "-") || (op == "-" && !left.type.is_datetime())) {
         fail("The operator '" + op + "' does not take dates in this order.");
     }
@@ -250,12 +241,12 @@ Written Writer::moment_arithmetic(const std::string& op, Written left, Written r
     if (right.type.is_datetime() || right.type.is_text()) {
         fail("Two dates cannot be added or subtracted on the embedded engine; use datediff.");
     }
-    return written("(" + left.sql + " " + op + " CAST(round(" + right.sql + " * " +
-                       std::to_string(embedded::day_length) + ") AS INTEGER))",
-                   Type::Kind::datetime);
+    return typed("(" + left.sql + " " + op + " CAST(round(" + right.sql + " * " + std::to_string(day_length) +
+                     ") AS INTEGER))",
+                 Type::Kind::datetime);
 }
 
-Written Writer::comparison(const std::string& op, Written left, Written right) {
+TypedSql Writer::comparison(const std::string& op, TypedSql left, TypedSql right) {
     if (left.type.is_datetime() || right.type.is_datetime()) {
         left = to_moment(std::move(left));
         right = to_moment(std::move(right));
@@ -272,13 +263,13 @@ Written Writer::comparison(const std::string& op, Written left, Written right) {
     return condition_of("(" + left.sql + " " + op + " " + right.sql + ")");
 }
 
-// A moment made from a day and a time differs from its day by less than a day: that decides nearly all rows
-// by the day's column alone. The "+" keeps "all before" from being taken for a narrow range of some index on
-// the day; "all since" mostly is one.
-std::string Writer::moment_comparison(const std::string& op, const Written& left,
-                                      const Written& right) const {
+// A moment made from a day and a time differs from its day by less than a day, so the day's column alone
+// decides nearly all rows. The "+" keeps the engine from using an index on the day for "all before", which is
+// a wide range; "all since" usually is a narrow one.
+std::string Writer::moment_comparison(const std::string& op, const TypedSql& left,
+                                      const TypedSql& right) const {
     const std::string whole = left.sql + " " + op + " " + right.sql;
-    const std::string length = std::to_string(embedded::day_length);
+    const std::string length = std::to_string(day_length);
     const std::string day = "(" + right.sql + " - " + right.sql + " % " + length + ")";
     if (op == "<" || op == "<=") return "(+" + left.day + " < " + day + " OR " + whole + ")";
     if (op == ">" || op == ">=") {
@@ -288,9 +279,9 @@ std::string Writer::moment_comparison(const std::string& op, const Written& left
     return "(" + whole + ")";
 }
 
-Written Writer::branch(const Expression& e) {
+TypedSql Writer::branch(const Expression& e) {
     Type met;
-    std::vector<Written> results;
+    std::vector<TypedSql> results;
     std::vector<std::string> conditions;
     std::size_t at = e.has_operand ? 1 : 0;
     const std::size_t end = e.parts.size() - (e.has_else ? 1 : 0);
@@ -312,11 +303,11 @@ Written Writer::branch(const Expression& e) {
         const std::string result = convert(results[i], met, Purpose::compute).sql;
         sql += i < conditions.size() ? " WHEN " + conditions[i] + " THEN " + result : " ELSE " + result;
     }
-    return written(sql + " END", met.kind);
+    return typed(sql + " END", met.kind);
 }
 
-Written Writer::in(const Expression& e) {
-    Written what = value(*e.parts[0]);
+TypedSql Writer::in(const Expression& e) {
+    TypedSql what = value(*e.parts[0]);
     if (e.kind == Kind::in_select) {
         std::vector<Column> columns;
         const std::string list = query(*e.query, columns, nullptr);
@@ -327,7 +318,7 @@ Written Writer::in(const Expression& e) {
         return condition_of("(" + collated(what) + (e.negated ? " NOT IN (" : " IN (") + list + "))");
     }
     // One type for the whole list, as the server has it.
-    std::vector<Written> list;
+    std::vector<TypedSql> list;
     Type met = what.type;
     for (std::size_t i = 1; i < e.parts.size(); ++i) {
         list.push_back(value(*e.parts[i]));
@@ -342,12 +333,10 @@ Written Writer::in(const Expression& e) {
     return condition_of(sql + "))");
 }
 
-Written Writer::like(const Expression& e) {
-    std::string sql = e.negated ? "NOT ts_like(" : "ts_like(";
-    for (std::size_t i = 0; i < e.parts.size(); ++i) {
-        sql += (i == 0 ? "" : ", ") + to_text(value(*e.parts[i])).sql;
-    }
-    return condition_of("(" + sql + "))");
+TypedSql Writer::like(const Expression& e) {
+    const std::string what = to_text(value(*e.parts[0])).sql;
+    const std::string pattern = to_text(value(*e.parts[1])).sql;
+    return condition_of((e.negated ? "(NOT ts_like(" : "(ts_like(") + what + ", " + pattern + "))");
 }
 
-}  // namespace database::tsql
+}  // namespace database::embedded

@@ -5,17 +5,17 @@
 #include "database/embedded/moments.h"
 #include "database/embedded/writer.h"
 
-namespace database::tsql {
+namespace database::embedded {
 
 namespace {
 
 using Kind = Type::Kind;
 
-Written written(std::string sql, Kind kind) {
+TypedSql typed(std::string sql, Kind kind) {
     return {std::move(sql), of_kind(kind), false, false};
 }
 
-Written argument(Writer& w, const Expression& e, std::size_t i) {
+TypedSql argument(Writer& w, const Expression& e, std::size_t i) {
     return w.value(*e.parts[i]);
 }
 
@@ -24,7 +24,7 @@ Written argument(Writer& w, const Expression& e, std::size_t i) {
 std::string arguments(Writer& w, const Expression& e, std::string_view form) {
     std::string list;
     for (std::size_t i = 0; i < e.parts.size(); ++i) {
-        Written part = argument(w, e, i);
+        TypedSql part = argument(w, e, i);
         switch (form[std::min(i, form.size() - 1)]) {
             case 't':
                 part = w.to_text(std::move(part));
@@ -53,41 +53,29 @@ struct Fixed {
     Kind result;
 };
 constexpr Fixed fixed[] = {
-    {"len", "t", Kind::integer},         {"upper", "t", Kind::text},      {"lower", "t", Kind::text},
-    {"left", "ti", Kind::text},          {"right", "ti", Kind::text},     {"substring", "tii", Kind::text},
-    {"charindex", "tti", Kind::integer}, {"replace", "ttt", Kind::text},  {"reverse", "t", Kind::text},
-    {"replicate", "ti", Kind::text},     {"stuff", "tiit", Kind::text},   {"str", "nii", Kind::text},
-    {"char", "i", Kind::text},           {"unicode", "t", Kind::integer}, {"isdate", "t", Kind::integer},
-    {"isnumeric", ".", Kind::integer},   {"sqrt", "n", Kind::real},       {"sign", "n", Kind::integer},
+    {"len", "t", Kind::integer},         {"upper", "t", Kind::text},     {"lower", "t", Kind::text},
+    {"left", "ti", Kind::text},          {"right", "ti", Kind::text},    {"substring", "tii", Kind::text},
+    {"charindex", "tti", Kind::integer}, {"replace", "ttt", Kind::text}, {"stuff", "tiit", Kind::text},
+    {"isnumeric", ".", Kind::integer},
 };
 
-Written by_form(Writer& w, const Expression& e) {
+TypedSql by_form(Writer& w, const Expression& e) {
     const auto* found =
         std::find_if(std::begin(fixed), std::end(fixed), [&](const Fixed& f) { return f.name == e.name; });
-    return written("ts_" + e.name + "(" + arguments(w, e, found->form) + ")", found->result);
+    return typed("ts_" + e.name + "(" + arguments(w, e, found->form) + ")", found->result);
 }
 
-Written trimmed(Writer& w, const Expression& e) {
-    return written(e.name + "(" + arguments(w, e, "t") + ")", Kind::text);
+TypedSql trimmed(Writer& w, const Expression& e) {
+    return typed(e.name + "(" + arguments(w, e, "t") + ")", Kind::text);
 }
 
-Written nchar(Writer& w, const Expression& e) {
-    return written("ts_char(" + arguments(w, e, "i") + ")", Kind::text);
-}
-Written ascii(Writer& w, const Expression& e) {
-    return written("ts_unicode(" + arguments(w, e, "t") + ")", Kind::integer);
-}
-Written space(Writer& w, const Expression& e) {
-    return written("ts_replicate(' ', " + arguments(w, e, "i") + ")", Kind::text);
+TypedSql getdate(Writer&, const Expression&) {
+    return typed("ts_getdate()", Kind::datetime);
 }
 
-Written getdate(Writer&, const Expression&) {
-    return written("ts_getdate()", Kind::datetime);
-}
-
-// The first one's type is the result's, and the second is turned into it.
-Written isnull(Writer& w, const Expression& e) {
-    Written first = argument(w, e, 0), second = argument(w, e, 1);
+// The result has the type of the first, and the second is converted to it.
+TypedSql isnull(Writer& w, const Expression& e) {
+    TypedSql first = argument(w, e, 0), second = argument(w, e, 1);
     if (first.type.is_null()) return second;
     Type type = of_kind(first.type.kind);
     const bool fits = second.type.length > 0 && second.type.length <= first.type.length;
@@ -98,8 +86,8 @@ Written isnull(Writer& w, const Expression& e) {
     return {"ifnull(" + first.sql + ", " + second.sql + ")", type, false, false};
 }
 
-Written coalesce(Writer& w, const Expression& e) {
-    std::vector<Written> parts;
+TypedSql coalesce(Writer& w, const Expression& e) {
+    std::vector<TypedSql> parts;
     Type met;
     for (std::size_t i = 0; i < e.parts.size(); ++i) {
         parts.push_back(argument(w, e, i));
@@ -109,107 +97,89 @@ Written coalesce(Writer& w, const Expression& e) {
     for (std::size_t i = 0; i < parts.size(); ++i) {
         sql += (i == 0 ? "" : ", ") + w.convert(parts[i], met, Writer::Purpose::compute).sql;
     }
-    return written(sql + ")", met.kind);
+    return typed(sql + ")", met.kind);
 }
 
-Written nullif(Writer& w, const Expression& e) {
-    const Written first = argument(w, e, 0);
-    Written second = argument(w, e, 1);
-    if (!first.type.is_null())
-        second = w.convert(std::move(second), of_kind(first.type.kind), Writer::Purpose::compute);
-    return {"nullif(" + w.collated(first) + ", " + second.sql + ")", of_kind(first.type.kind), false, false};
+TypedSql count(Writer& w, const Expression& e) {
+    if (e.parts[0]->kind == Expression::Kind::all) return typed("count(*)", Kind::integer);
+    return typed("count(" + std::string(e.distinct ? "DISTINCT " : "") + w.collated(argument(w, e, 0)) + ")",
+                 Kind::integer);
 }
 
-Written count(Writer& w, const Expression& e) {
-    if (e.parts[0]->kind == Expression::Kind::all) return written("count(*)", Kind::integer);
-    return written(
-        "count(" + std::string(e.distinct ? "DISTINCT " : "") + w.collated(argument(w, e, 0)) + ")",
-        Kind::integer);
-}
-
-Written total(Writer& w, const Expression& e) {
-    const Written what = argument(w, e, 0);
+TypedSql total(Writer& w, const Expression& e) {
+    const TypedSql what = argument(w, e, 0);
     if (what.type.is_text() || what.type.is_datetime()) w.fail("'" + e.name + "' takes numbers only.");
     const std::string inside = (e.distinct ? "DISTINCT " : "") + what.sql;
     if (e.name == "sum") {
-        return written("sum(" + inside + ")", what.type.is_whole() ? Kind::integer : what.type.kind);
+        return typed("sum(" + inside + ")", what.type.is_whole() ? Kind::integer : what.type.kind);
     }
-    if (what.type.is_whole()) return written("CAST(avg(" + inside + ") AS INTEGER)", Kind::integer);
-    return written("avg(" + inside + ")", Kind::real);
+    if (what.type.is_whole()) return typed("CAST(avg(" + inside + ") AS INTEGER)", Kind::integer);
+    return typed("avg(" + inside + ")", Kind::real);
 }
 
-Written extreme(Writer& w, const Expression& e) {
-    const Written what = argument(w, e, 0);
+TypedSql extreme(Writer& w, const Expression& e) {
+    const TypedSql what = argument(w, e, 0);
     return {e.name + "(" + w.collated(what) + ")", of_kind(what.type.kind), false, false};
 }
 
-Written round_to(Writer& w, const Expression& e) {
-    const Written what = w.to_number(argument(w, e, 0));
+TypedSql round_to(Writer& w, const Expression& e) {
+    const TypedSql what = w.to_number(argument(w, e, 0));
     std::string sql = "ts_round(" + what.sql;
     for (std::size_t i = 1; i < e.parts.size(); ++i)
         sql += ", " + w.to_whole(argument(w, e, i)).sql;
-    return written(sql + ")", what.type.kind);
+    return typed(sql + ")", what.type.kind);
 }
 
-// abs, ceiling, floor, power: the result is of the argument's type.
-Written keeping_type(Writer& w, const Expression& e) {
-    const Written what = w.to_number(argument(w, e, 0));
-    std::string sql = (e.name == "abs" ? "abs(" : "ts_" + e.name + "(") + what.sql;
-    if (e.parts.size() > 1) sql += ", " + w.to_number(argument(w, e, 1)).sql;
-    return written(sql + ")", what.type.kind);
+TypedSql absolute(Writer& w, const Expression& e) {
+    const TypedSql what = w.to_number(argument(w, e, 0));
+    return typed("abs(" + what.sql + ")", what.type.kind);
 }
 
-// The part's name stands where a column would.
+// The parser reads the name of the part as a column.
 std::string part_name(Writer& w, const Expression& e) {
     const Expression& part = *e.parts[0];
     if (part.kind != Expression::Kind::column || !part.table.empty())
         w.fail("'" + e.name + "' takes a part of a date.");
     const std::string& name = part.name;
-    if (!embedded::part_of(embedded::day_zero, name))
-        w.fail("'" + name + "' is not a recognized part of a date.");
+    if (!part_of(day_zero, name)) w.fail("'" + name + "' is not a recognized part of a date.");
     return "'" + name + "'";
 }
 
-Written datepart(Writer& w, const Expression& e) {
-    return written("ts_datepart(" + part_name(w, e) + ", " + w.to_moment(argument(w, e, 1)).sql + ")",
-                   Kind::integer);
+TypedSql datepart(Writer& w, const Expression& e) {
+    return typed("ts_datepart(" + part_name(w, e) + ", " + w.to_moment(argument(w, e, 1)).sql + ")",
+                 Kind::integer);
 }
 
-Written dateadd(Writer& w, const Expression& e) {
-    return written("ts_dateadd(" + part_name(w, e) + ", " + w.to_whole(argument(w, e, 1)).sql + ", " +
-                       w.to_moment(argument(w, e, 2)).sql + ")",
-                   Kind::datetime);
+TypedSql dateadd(Writer& w, const Expression& e) {
+    return typed("ts_dateadd(" + part_name(w, e) + ", " + w.to_whole(argument(w, e, 1)).sql + ", " +
+                     w.to_moment(argument(w, e, 2)).sql + ")",
+                 Kind::datetime);
 }
 
-Written datediff(Writer& w, const Expression& e) {
-    return written("ts_datediff(" + part_name(w, e) + ", " + w.to_moment(argument(w, e, 1)).sql + ", " +
-                       w.to_moment(argument(w, e, 2)).sql + ")",
-                   Kind::integer);
+TypedSql datediff(Writer& w, const Expression& e) {
+    return typed("ts_datediff(" + part_name(w, e) + ", " + w.to_moment(argument(w, e, 1)).sql + ", " +
+                     w.to_moment(argument(w, e, 2)).sql + ")",
+                 Kind::integer);
 }
 
 // year, month, day
-Written part_of_date(Writer& w, const Expression& e) {
-    return written("ts_datepart('" + e.name + "', " + w.to_moment(argument(w, e, 0)).sql + ")",
-                   Kind::integer);
+TypedSql part_of_date(Writer& w, const Expression& e) {
+    return typed("ts_datepart('" + e.name + "', " + w.to_moment(argument(w, e, 0)).sql + ")", Kind::integer);
 }
 
-// Those of SQL Server 2008 R2, the oldest that a shop may have; "trim" and "concat" came later.
+// What the program says, and what is useful at a command line besides. All are functions of SQL Server 2008
+// R2, the oldest that a shop may have.
 constexpr FunctionRule rules[] = {
-    {"abs", 1, 1, keeping_type},     {"ascii", 1, 1, ascii},        {"avg", 1, 1, total},
-    {"ceiling", 1, 1, keeping_type}, {"char", 1, 1, by_form},       {"charindex", 2, 3, by_form},
-    {"coalesce", 2, 50, coalesce},   {"count", 1, 1, count},        {"count_big", 1, 1, count},
-    {"dateadd", 3, 3, dateadd},      {"datediff", 3, 3, datediff},  {"datepart", 2, 2, datepart},
-    {"day", 1, 1, part_of_date},     {"floor", 1, 1, keeping_type}, {"getdate", 0, 0, getdate},
-    {"isdate", 1, 1, by_form},       {"isnull", 2, 2, isnull},      {"isnumeric", 1, 1, by_form},
-    {"left", 2, 2, by_form},         {"len", 1, 1, by_form},        {"lower", 1, 1, by_form},
-    {"ltrim", 1, 1, trimmed},        {"max", 1, 1, extreme},        {"min", 1, 1, extreme},
-    {"month", 1, 1, part_of_date},   {"nchar", 1, 1, nchar},        {"nullif", 2, 2, nullif},
-    {"power", 2, 2, keeping_type},   {"replace", 3, 3, by_form},    {"replicate", 2, 2, by_form},
-    {"reverse", 1, 1, by_form},      {"right", 2, 2, by_form},      {"round", 2, 3, round_to},
-    {"rtrim", 1, 1, trimmed},        {"sign", 1, 1, by_form},       {"space", 1, 1, space},
-    {"sqrt", 1, 1, by_form},         {"str", 1, 3, by_form},        {"stuff", 4, 4, by_form},
-    {"substring", 3, 3, by_form},    {"sum", 1, 1, total},          {"sysdatetime", 0, 0, getdate},
-    {"unicode", 1, 1, by_form},      {"upper", 1, 1, by_form},      {"year", 1, 1, part_of_date},
+    {"abs", 1, 1, absolute},       {"avg", 1, 1, total},         {"charindex", 2, 3, by_form},
+    {"coalesce", 2, 50, coalesce}, {"count", 1, 1, count},       {"dateadd", 3, 3, dateadd},
+    {"datediff", 3, 3, datediff},  {"datepart", 2, 2, datepart}, {"day", 1, 1, part_of_date},
+    {"getdate", 0, 0, getdate},    {"isnull", 2, 2, isnull},     {"isnumeric", 1, 1, by_form},
+    {"left", 2, 2, by_form},       {"len", 1, 1, by_form},       {"lower", 1, 1, by_form},
+    {"ltrim", 1, 1, trimmed},      {"max", 1, 1, extreme},       {"min", 1, 1, extreme},
+    {"month", 1, 1, part_of_date}, {"replace", 3, 3, by_form},   {"right", 2, 2, by_form},
+    {"round", 2, 3, round_to},     {"rtrim", 1, 1, trimmed},     {"stuff", 4, 4, by_form},
+    {"substring", 3, 3, by_form},  {"sum", 1, 1, total},         {"upper", 1, 1, by_form},
+    {"year", 1, 1, part_of_date},
 };
 
 }  // namespace
@@ -222,8 +192,7 @@ const FunctionRule* find_function(std::string_view name) {
 
 bool is_aggregate(const Expression& e) {
     if (e.kind != Expression::Kind::function) return false;
-    return e.name == "sum" || e.name == "count" || e.name == "count_big" || e.name == "avg" ||
-           e.name == "min" || e.name == "max";
+    return e.name == "sum" || e.name == "count" || e.name == "avg" || e.name == "min" || e.name == "max";
 }
 
-}  // namespace database::tsql
+}  // namespace database::embedded

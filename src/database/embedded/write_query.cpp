@@ -6,7 +6,7 @@
 #include "database/embedded/writer.h"
 #include "database/error.h"
 
-namespace database::tsql {
+namespace database::embedded {
 
 namespace {
 
@@ -20,16 +20,16 @@ bool has_aggregate(const Expression& e) {
 
 }  // namespace
 
-// Names of a query's sources are known while it is being written.
-class Writer::Entered {
+// Makes the names of a query's sources known while the query is being written.
+class Writer::ScopeGuard {
   public:
-    Entered(Writer& writer, Scope& scope) : writer_(writer) {
+    ScopeGuard(Writer& writer, Scope& scope) : writer_(writer) {
         scope.outer = writer.scope_;
         writer.scope_ = &scope;
     }
-    ~Entered() { writer_.scope_ = writer_.scope_->outer; }
-    Entered(const Entered&) = delete;
-    Entered& operator=(const Entered&) = delete;
+    ~ScopeGuard() { writer_.scope_ = writer_.scope_->outer; }
+    ScopeGuard(const ScopeGuard&) = delete;
+    ScopeGuard& operator=(const ScopeGuard&) = delete;
 
   private:
     Writer& writer_;
@@ -42,7 +42,7 @@ Translation Writer::select(const Select& select) {
     return made;
 }
 
-Written Writer::column(const Expression& e) {
+TypedSql Writer::column(const Expression& e) {
     for (const Scope* scope = scope_; scope != nullptr; scope = scope->outer) {
         const ScopeSource* found_source = nullptr;
         int found = -1;
@@ -103,7 +103,7 @@ std::string Writer::source(const Source& source, Scope& scope) {
             sql = quoted_name(real->name) + alias;
         } else {
             if (!table.view) fail("The view '" + table.name + "' was not made by this program.");
-            // A view is written out where it stands; its values are part of its text.
+            // A view is expanded where it is used, with its values as literals.
             if (++depth_ > 100) fail("The views are nested too deeply.");
             const auto* const values = values_;
             Scope* const current = scope_;
@@ -162,7 +162,7 @@ std::string Writer::query(const Select& select, std::vector<Column>& columns,
             }
         }
         Scope none;
-        const Entered entered(*this, none);
+        const ScopeGuard guard(*this, none);
         sql += ordering(select.order_by, select, columns);
     }
     --depth_;
@@ -172,7 +172,7 @@ std::string Writer::query(const Select& select, std::vector<Column>& columns,
 std::string Writer::simple_query(const Select& select, std::vector<Column>& columns,
                                  const std::vector<Type>* targets, const std::vector<Order>* order_by) {
     Scope scope;
-    const Entered entered(*this, scope);
+    const ScopeGuard guard(*this, scope);
     const std::string from = source_list(select.from, scope);
     std::string sql = select.distinct ? "SELECT DISTINCT " : "SELECT ";
     sql += items(select, columns, targets);
@@ -189,7 +189,7 @@ std::string Writer::simple_query(const Select& select, std::vector<Column>& colu
 std::string Writer::items(const Select& select, std::vector<Column>& columns,
                           const std::vector<Type>* targets) {
     std::string sql;
-    const auto add = [&](Written what, const std::string& name) {
+    const auto add = [&](TypedSql what, const std::string& name) {
         if (targets != nullptr) {
             if (columns.size() >= targets->size()) {
                 throw Error("21S01", "There are more values than columns.", "");
@@ -233,7 +233,7 @@ std::string Writer::grouping(const Select& select, const std::vector<Column>&, s
     std::set<std::string> groups;
     for (const auto& each : select.group_by) {
         if (each->kind == Kind::value) fail("GROUP BY takes columns, not values.");
-        const Written what = value(*each);
+        const TypedSql what = value(*each);
         groups.insert(what.sql);
         sql += (sql.empty() ? " GROUP BY " : ", ") + collated(what);
     }
@@ -245,7 +245,7 @@ std::string Writer::grouping(const Select& select, const std::vector<Column>&, s
         check_grouped(*item.value, groups);
     if (!select.having) return sql;
     check_grouped(*select.having, groups);
-    // What does not look at sums is decided before the rows are grouped.
+    // Conditions without sums are applied before the rows are grouped.
     std::vector<const Expression*> open{select.having.get()};
     std::string having;
     while (!open.empty()) {
@@ -264,7 +264,7 @@ std::string Writer::grouping(const Select& select, const std::vector<Column>&, s
     return sql;
 }
 
-// On the server a column that is neither grouped by nor summed up is an error.
+// As on the server, a column that is neither grouped by nor in an aggregate is an error.
 void Writer::check_grouped(const Expression& e, const std::set<std::string>& groups) {
     if (e.kind == Kind::value || is_aggregate(e)) return;
     if (e.kind == Kind::all) {
@@ -292,7 +292,7 @@ std::string Writer::ordering(const std::vector<Order>& order_by, const Select& s
     std::string sql;
     for (const Order& order : order_by) {
         const Expression& e = *order.value;
-        Written what;
+        TypedSql what;
         const auto of_name = [&](const Column& column) {
             return common::equal_ignoring_case(column.name, e.name);
         };
@@ -306,13 +306,13 @@ std::string Writer::ordering(const std::vector<Order>& order_by, const Select& s
             }
             const Column& column = columns[static_cast<std::size_t>(*number - 1)];
             what = {std::to_string(*number), column.type, true, false};
-            if (column.type.is_text()) what.sql += std::string(" COLLATE ") + embedded::collation_name;
+            if (column.type.is_text()) what.sql += std::string(" COLLATE ") + collation_name;
         } else if (named == 1 || select.next) {
-            // A column of the result goes before one of the tables.
+            // A column of the result takes precedence over one of the tables.
             const auto found = std::find_if(columns.begin(), columns.end(), of_name);
             if (named == 0) throw Error("42S22", "Invalid column name '" + e.name + "'.", "");
             what = {quoted_name(found->name), found->type, true, false};
-            if (found->type.is_text()) what.sql += std::string(" COLLATE ") + embedded::collation_name;
+            if (found->type.is_text()) what.sql += std::string(" COLLATE ") + collation_name;
         } else {
             what = value(e);
             what.sql = collated(what);
@@ -323,9 +323,9 @@ std::string Writer::ordering(const std::vector<Order>& order_by, const Select& s
 }
 
 std::string Writer::limit(const Expression& top) {
-    const Written count = value(top);
+    const TypedSql count = value(top);
     if (!count.type.is_whole()) fail("TOP takes a whole number.");
     return " LIMIT max(0, " + count.sql + ")";
 }
 
-}  // namespace database::tsql
+}  // namespace database::embedded

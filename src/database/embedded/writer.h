@@ -10,18 +10,27 @@
 #include "database/embedded/catalog.h"
 #include "database/tsql/syntax.h"
 
-namespace database::tsql {
+namespace database::embedded {
 
-// An expression as written, and what is known of it.
-struct Written {
+using tsql::Delete;
+using tsql::Expression;
+using tsql::ExpressionPtr;
+using tsql::Insert;
+using tsql::Item;
+using tsql::Order;
+using tsql::Source;
+using tsql::Update;
+
+// An expression in the engine's language, and what is known of it.
+struct TypedSql {
     std::string sql;
     Type type;
-    bool plain = false;      // a column, which brings its collation along
-    bool condition = false;  // true or false, which is no value in Transact-SQL
+    bool plain = false;      // a column, which has its collation already
+    bool condition = false;  // true or false, which is not a value in Transact-SQL
     std::string day = {};    // of a moment made from a day's column and a time's: the day's column
 };
 
-// A whole statement as written.
+// A whole statement in the engine's language.
 struct Translation {
     std::string sql;
     std::vector<Column> columns;  // of the result; empty for a statement without one
@@ -43,19 +52,19 @@ class Writer {
     std::string column_default(const Expression& value, const Type& type);
     std::string table_condition(const Table& table, const Expression& condition);
 
-    // Writing, as functions of the table in tsql_functions.cpp need it.
-    Written write(const Expression& expression);
-    // The same where a value is expected, and not a condition.
-    Written value(const Expression& expression);
-    Written to_text(Written what);
-    Written to_number(Written what);
-    Written to_whole(Written what);
-    Written to_moment(Written what);
+    // What the functions in write_functions.cpp need.
+    TypedSql write(const Expression& expression);
+    // The same, but fails for a condition.
+    TypedSql value(const Expression& expression);
+    TypedSql to_text(TypedSql what);
+    TypedSql to_number(TypedSql what);
+    TypedSql to_whole(TypedSql what);
+    TypedSql to_moment(TypedSql what);
     enum class Purpose { compute, convert, store };
-    // To a type; `style` is convert()'s as written.
-    Written convert(Written what, const Type& target, Purpose purpose, const std::string& style = "0");
-    // Text that compares without regard to case wherever it stands.
-    std::string collated(const Written& what) const;
+    // Converts to a type; `style` is that of convert(), translated.
+    TypedSql convert(TypedSql what, const Type& target, Purpose purpose, const std::string& style = "0");
+    // A text with the collation in which it must be compared.
+    std::string collated(const TypedSql& what) const;
     const std::string* text_value(const Expression& expression);
     [[noreturn]] void fail(const std::string& why) const;
 
@@ -70,23 +79,23 @@ class Writer {
         std::vector<ScopeSource> sources;
         Scope* outer = nullptr;
     };
-    class Entered;
+    class ScopeGuard;
 
     std::string condition(const Expression& expression);
-    Written literal(std::size_t slot);
-    Written column(const Expression& expression);
-    Written unary(const Expression& expression);
-    Written binary(const Expression& expression);
-    Written arithmetic(const std::string& op, Written left, Written right);
-    Written moment_arithmetic(const std::string& op, Written left, Written right);
-    Written comparison(const std::string& op, Written left, Written right);
-    std::string moment_comparison(const std::string& op, const Written& left, const Written& right) const;
-    Written branch(const Expression& expression);
-    Written in(const Expression& expression);
-    Written like(const Expression& expression);
-    Written conversion(const Expression& expression);
+    TypedSql literal(std::size_t slot);
+    TypedSql column(const Expression& expression);
+    TypedSql unary(const Expression& expression);
+    TypedSql binary(const Expression& expression);
+    TypedSql arithmetic(const std::string& op, TypedSql left, TypedSql right);
+    TypedSql moment_arithmetic(const std::string& op, TypedSql left, TypedSql right);
+    TypedSql comparison(const std::string& op, TypedSql left, TypedSql right);
+    std::string moment_comparison(const std::string& op, const TypedSql& left, const TypedSql& right) const;
+    TypedSql branch(const Expression& expression);
+    TypedSql in(const Expression& expression);
+    TypedSql like(const Expression& expression);
+    TypedSql conversion(const Expression& expression);
     // cast(convert(varchar,[date],101) + ' ' + isnull(convert(varchar,[time_],8),'00:00:00') as datetime)
-    bool day_and_time(const Expression& expression, Written& written);
+    bool day_and_time(const Expression& expression, TypedSql& written);
     const Expression* styled_moment(const Expression& expression, std::int64_t style);
     bool is_small_constant(const Expression& expression);
 
@@ -110,7 +119,7 @@ class Writer {
     };
     Target target(const std::string& name, const std::vector<Source>& from);
     const Table& changeable(const std::string& name);
-    Written stored(const Expression& expression, const Type& type);
+    TypedSql stored(const Expression& expression, const Type& type);
     std::string where_of(const Target& target, const std::vector<Source>& from, const Expression* where,
                          const Expression* top, const std::string& more);
 
@@ -123,17 +132,17 @@ class Writer {
 };
 
 // A function of Transact-SQL: how many arguments it takes, and how it is written.
-using FunctionWriter = Written (*)(Writer&, const Expression&);
+using FunctionWriter = TypedSql (*)(Writer&, const Expression&);
 struct FunctionRule {
     std::string_view name;
     std::size_t least, most;
     FunctionWriter write;
 };
-// Null for a name that the engine does not know.
+// Returns null for an unknown function.
 const FunctionRule* find_function(std::string_view name);
 bool is_aggregate(const Expression& expression);
 
-// The table behind a view that is nothing but another name of it; null for any other view.
+// Returns the table if the view is nothing but another name of it, else null.
 const Table* renamed_table(const Catalog& catalog, const Table& view);
 
-}  // namespace database::tsql
+}  // namespace database::embedded

@@ -8,8 +8,8 @@ namespace database {
 // Creates every table, key, index and view of a new shop in an empty database.
 void create_base_schema(Connection& connection);
 
-// Runs the upgrade list: 300 entries in their order. Whatever an entry meets is ignored, as most of them have
-// been satisfied before; only a lost connection ends the list (throws Error).
+// Runs the 300 entries of the upgrade list in their order. Failures of entries are ignored, because most of
+// them have been applied before; only a lost connection ends the list (throws Error).
 void run_upgrade_list(Connection& connection);
 
 }  // namespace database

@@ -14,7 +14,7 @@ struct UpgradeEntry {
     consteval UpgradeEntry(int entry, Procedure run) : number(entry), procedure(run) {}
 
     int number;
-    std::string_view statement;  // as it stands, entry 115 included, which no server can run; or
+    std::string_view statement;  // to the letter, also entry 115, which no server can run; or
     Procedure procedure = nullptr;
 };
 
@@ -22,16 +22,8 @@ std::span<const UpgradeEntry> upgrade_entries_1_to_100();
 std::span<const UpgradeEntry> upgrade_entries_101_to_200();
 std::span<const UpgradeEntry> upgrade_entries_201_to_300();
 
-// Runs one operation of the list and ignores its failure; only a lost connection goes on up.
-template <typename Operation>
-void ignoring_failure(Operation operation) {
-    try {
-        operation();
-    } catch (const Error& error) {
-        if (error.is_connection_lost()) throw;
-    }
-}
-
+// The three entries that are more than a statement. An operation in them that fails is skipped.
+//
 // Entry 177: one text column "p_" and the store's code in items for every store.
 void add_store_columns(Connection& connection);
 // Entry 224: copies every shift without a drawer to each drawer; the ones without stay.

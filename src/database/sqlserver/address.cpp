@@ -81,7 +81,7 @@ DataSource parse_data_source(std::string_view text) {
 
 Addresses addresses_of(const std::string& host, std::uint16_t port, int socket_kind,
                        std::chrono::milliseconds within, LookUp look_up) {
-    // The thread outlives its caller when the name service does not answer; all it uses is its own.
+    // The thread outlives its caller if the name service does not answer, so it uses only data of its own.
     auto promise = std::make_shared<std::promise<Addresses>>();
     std::future<Addresses> found = promise->get_future();
     std::thread([promise, host, port = std::to_string(port), socket_kind, look_up] {

@@ -23,7 +23,7 @@ constexpr std::array meanings = {
     Meaning{2601, "23000"},
     Meaning{515, "23000"},
     Meaning{547, "23000"},
-    // What there is not, or is already.
+    // An object that does not exist, or exists already.
     Meaning{208, "42S02"},
     Meaning{3701, "42S02"},
     Meaning{4902, "42S02"},
@@ -51,7 +51,7 @@ constexpr std::array meanings = {
     Meaning{109, "21S01"},
     Meaning{110, "21S01"},
     Meaning{213, "21S01"},
-    // Other tills: chosen to give way, or waited too long.
+    // Other tills: a deadlock, a changed row, a lock held too long.
     Meaning{1205, "40001"},
     Meaning{3960, "40001"},
     Meaning{1222, "HYT00"},

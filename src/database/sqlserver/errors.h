@@ -1,4 +1,4 @@
-// The server's error numbers, and what they mean to the program; its texts come in any language.
+// Translates the server's error numbers; its texts come in any language.
 #pragma once
 
 #include <string_view>
@@ -8,7 +8,7 @@
 
 namespace database {
 
-// The database that was asked for is missing, or closed to this login.
+// Returns true if the error means that the database is missing or closed to this login.
 bool is_missing_database(int number);
 
 // An Error with the server's text, and with the SQLSTATE that the embedded engine gives for the same failure.

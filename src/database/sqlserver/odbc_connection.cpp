@@ -15,8 +15,8 @@ SQLPOINTER number_pointer(int number) {
     return reinterpret_cast<SQLPOINTER>(static_cast<std::uintptr_t>(number));
 }
 
-// Read, write and end-of-file failures of FreeTDS, and its refusal to use a dead connection, whatever state
-// they come with.
+// Read, write and end-of-file failures of FreeTDS, and its refusal to use a dead connection, with any
+// SQLSTATE.
 bool means_loss(const Diagnostic& diagnostic) {
     static constexpr std::array lost = {20004, 20006, 20017, 20020, 20047};
     return diagnostic.sqlstate.starts_with("08") ||
@@ -28,15 +28,15 @@ const Diagnostic* first_that(const std::vector<Diagnostic>& all, auto condition)
     return found == all.end() ? nullptr : &*found;
 }
 
-// What the server said when it refused a log-in; everything else is a server that cannot be reached.
+// The reason if the server refused the log-in; every other failure counts as an unreachable server.
 Error connect_error(const std::vector<Diagnostic>& all) {
-    // A missing database is said beside a log-in that failed for it.
+    // A missing database is reported together with the failed log-in.
     const auto* refusal = first_that(all, [](const Diagnostic& d) { return is_missing_database(d.native); });
     if (refusal == nullptr)
         refusal = first_that(all, [](const Diagnostic& d) { return !d.is_notice() && d.is_from_server(); });
     if (refusal != nullptr) return server_error(*refusal, "");
-    // The driver manager has none but notices of its own when there is no such driver, or its library is
-    // missing; a driver always has an error.
+    // If the driver or its library is missing, the driver manager gives only notices; a driver always gives
+    // an error.
     const auto* said = first_that(all, [](const Diagnostic& d) { return d.sqlstate.starts_with("IM"); });
     if (said == nullptr && !all.empty() &&
         std::all_of(all.begin(), all.end(), [](const Diagnostic& d) { return d.is_notice(); }))
@@ -82,8 +82,8 @@ std::string bare_name(std::string_view table) {
 
 }  // namespace
 
-OdbcConnection::OdbcConnection(OdbcRoad road)
-    : road_(std::move(road)), environment_(SQL_HANDLE_ENV, SQL_NULL_HANDLE) {
+OdbcConnection::OdbcConnection(OdbcSettings settings)
+    : settings_(std::move(settings)), environment_(SQL_HANDLE_ENV, SQL_NULL_HANDLE) {
     SQLSetEnvAttr(environment_.get(), SQL_ATTR_ODBC_VERSION, number_pointer(SQL_OV_ODBC3), 0);
     connect();
 }
@@ -105,7 +105,7 @@ auto OdbcConnection::guarded(std::string_view statement, std::chrono::millisecon
         const bool late = watch_.has_cut() || std::any_of(all.begin(), all.end(), [](const Diagnostic& d) {
                               return d.sqlstate.starts_with("HYT") && !d.is_from_server();
                           });
-        // What a server that did not answer in time still sends must not be read as the next answer.
+        // A late answer must not be read as the answer to the next statement.
         if (lost || late) disconnect();
         if (late) throw Error("HYT00", "The server did not answer in time.", std::string(statement));
         throw statement_error(all, lost, statement);
@@ -114,29 +114,30 @@ auto OdbcConnection::guarded(std::string_view statement, std::chrono::millisecon
 
 void OdbcConnection::connect() {
     using Clock = std::chrono::steady_clock;
-    const auto end = Clock::now() + std::chrono::seconds(road_.login_seconds);
+    const auto end = Clock::now() + std::chrono::seconds(settings_.login_seconds);
     const auto left = [&] {
         return std::max(std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()),
                         std::chrono::milliseconds(1));
     };
-    if (road_.find) road_.driver_string = road_.find(left());
+    if (settings_.find) settings_.driver_string = settings_.find(left());
     OdbcHandle handle(SQL_HANDLE_DBC, environment_.get());
     const auto seconds = static_cast<int>(std::chrono::ceil<std::chrono::seconds>(left()).count());
     SQLSetConnectAttr(handle.get(), SQL_ATTR_LOGIN_TIMEOUT, number_pointer(seconds), 0);
-    std::vector<SQLWCHAR> text = to_wide(road_.driver_string);
+    std::vector<SQLWCHAR> text = to_wide(settings_.driver_string);
     const SocketsBefore before;
     const SQLRETURN answer = SQLDriverConnectW(handle.get(), nullptr, text.data(), SQL_NTS, nullptr, 0,
                                                nullptr, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(answer)) throw connect_error(diagnostics_of(SQL_HANDLE_DBC, handle.get()));
     connection_ = std::move(handle);
-    watch_.look_after(before.new_one(port_in(road_.driver_string)));
-    if (road_.opening_statement.empty()) return;
+    watch_.look_after(before.new_one(port_in(settings_.driver_string)));
+    if (settings_.opening_statement.empty()) return;
     try {
-        guarded(road_.opening_statement, left(), [&] {
-            return run_odbc_statement(connection_.get(), road_.opening_statement, {}, road_.login_seconds);
+        guarded(settings_.opening_statement, left(), [&] {
+            return run_odbc_statement(connection_.get(), settings_.opening_statement, {},
+                                      settings_.login_seconds);
         });
     } catch (const Error&) {
-        disconnect();  // rather none than one that reads dates differently
+        disconnect();  // better no connection than one that reads dates differently
         throw;
     }
 }
@@ -144,25 +145,27 @@ void OdbcConnection::connect() {
 void OdbcConnection::disconnect() {
     described_.clear();
     if (!connection_) return;
-    constexpr auto farewell = std::chrono::seconds(1);
-    const OdbcWatch::Wait wait(watch_, farewell);
+    constexpr auto most = std::chrono::seconds(1);
+    const OdbcWatch::Wait wait(watch_, most);
     connection_.free();
 }
 
 Connection::Outcome OdbcConnection::run(std::string_view statement, const std::vector<Value>& values) {
     if (!connection_) connect();
     if (changes_tables(statement)) described_.clear();
-    const std::string sent = road_.is_sqlserver ? server_text(statement, values) : std::string(statement);
-    return guarded(statement, std::chrono::seconds(road_.query_seconds),
-                   [&] { return run_odbc_statement(connection_.get(), sent, values, road_.query_seconds); });
+    const std::string sent = server_text(statement, values);
+    return guarded(statement, std::chrono::seconds(settings_.query_seconds), [&] {
+        return run_odbc_statement(connection_.get(), sent, values, settings_.query_seconds);
+    });
 }
 
 Connection::Table OdbcConnection::describe(std::string_view table) {
     const std::string name = bare_name(table);
     if (const auto known = described_.find(name); known != described_.end()) return known->second;
     if (!connection_) connect();
-    Table shape = guarded(table, std::chrono::seconds(road_.query_seconds),
-                          [&] { return describe_odbc_table(connection_.get(), name, road_.query_seconds); });
+    Table shape = guarded(table, std::chrono::seconds(settings_.query_seconds), [&] {
+        return describe_odbc_table(connection_.get(), name, settings_.query_seconds);
+    });
     if (shape.columns.empty())
         throw Error("42S02", "Invalid object name '" + name + "'.", std::string(table));
     described_.emplace(name, shape);

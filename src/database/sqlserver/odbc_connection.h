@@ -11,28 +11,27 @@
 
 namespace database {
 
-// The description of every connect that finds no server; start-up looks for it.
+// The text of the error if no server is found.
 inline constexpr const char* server_unreachable = "SQL Server does not exist or access denied.";
 
-struct OdbcRoad {
+struct OdbcSettings {
     std::string driver_string;      // the driver's own connection string
     std::string opening_statement;  // run on every new connection; may be empty
     int login_seconds = 5;          // to the end of the opening statement
     int query_seconds = 30;
-    bool is_sqlserver = false;  // statements are put as it needs them (server_text)
-    // Gives driver_string anew before every connect, within the time: the server may have moved meanwhile.
-    // Throws Error 08001 when it is not found.
+    // Called before every connect to renew driver_string within the time, because the server may have moved.
+    // Throws Error 08001 if the server is not found.
     std::function<std::string(std::chrono::milliseconds within)> find = {};
 };
 
-// Connects when made. A statement that finds the connection lost, or waits longer than query_seconds, throws
-// 08S01 or HYT00 and drops the connection; the next one makes a new one first, opening statement included.
+// Connects when constructed. If a statement finds the connection lost or waits longer than query_seconds, it
+// throws 08S01 or HYT00 and closes the connection; the next statement connects again.
 class OdbcConnection final : public Connection {
   public:
-    explicit OdbcConnection(OdbcRoad road);
+    explicit OdbcConnection(OdbcSettings settings);
     ~OdbcConnection() override;
 
-    // Every statement is durable when the server has answered it.
+    // A statement is durable as soon as the server has answered.
     void make_durable() override {}
     bool is_embedded() const override { return false; }
     Table describe(std::string_view table) override;
@@ -41,12 +40,11 @@ class OdbcConnection final : public Connection {
   private:
     void connect();
     void disconnect();
-    // Runs something on a living connection, for as long at most, and turns its failure into an Error about
-    // the statement.
+    // Runs `work` for at most so long and turns its failure into an Error about the statement.
     template <typename Work>
     auto guarded(std::string_view statement, std::chrono::milliseconds most, Work work);
 
-    OdbcRoad road_;
+    OdbcSettings settings_;
     OdbcHandle environment_;
     OdbcWatch watch_;
     OdbcHandle connection_;                                // none while the server is lost

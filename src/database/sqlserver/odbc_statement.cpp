@@ -50,7 +50,7 @@ class Statement {
     }
     SQLHSTMT get() const { return handle_.get(); }
 
-    // Passes an answer on; throws when it is neither a success nor "no data".
+    // Returns the answer; throws if it is neither a success nor "no data".
     SQLRETURN check(SQLRETURN answer) const {
         if (SQL_SUCCEEDED(answer) || answer == SQL_NO_DATA) return answer;
         throw OdbcFailure{diagnostics_of(SQL_HANDLE_STMT, handle_.get())};
@@ -60,7 +60,7 @@ class Statement {
     OdbcHandle handle_;
 };
 
-// The memory of the values that a statement was bound to; it must live until the statement has run.
+// The memory of the bound values; it must live until the statement has run.
 class Bindings {
   public:
     void bind(const Statement& statement, const std::vector<Value>& values) {
@@ -166,7 +166,7 @@ Value text_cell(const Statement& statement, SQLUSMALLINT at) {
     return from_wide(text.data(), text.size());
 }
 
-// Reads a cell of a fixed width; nothing when it is null.
+// Reads a cell of a fixed width. Returns nothing for a null.
 template <typename T>
 std::optional<T> fixed_cell(const Statement& statement, SQLUSMALLINT at, SQLSMALLINT c_type) {
     T content{};
@@ -184,7 +184,7 @@ Value moment_cell(const Statement& statement, SQLUSMALLINT at) {
                           {read->hour, read->minute, read->second, static_cast<int>(milliseconds)}};
 }
 
-// The number that was meant by one of seven digits: 4.6, not 4.599999904632568.
+// The shortest number of seven digits: 4.6, not 4.599999904632568.
 double as_written(float number) {
     std::array<char, 32> digits;
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;

@@ -13,7 +13,7 @@ namespace database {
 class OdbcHandle {
   public:
     OdbcHandle() = default;
-    // Throws Error HY001 when the driver manager gives none.
+    // Throws Error HY001 if the driver manager has no handle.
     OdbcHandle(SQLSMALLINT kind, SQLHANDLE parent);
     OdbcHandle(OdbcHandle&& other) noexcept;
     OdbcHandle& operator=(OdbcHandle&& other) noexcept;

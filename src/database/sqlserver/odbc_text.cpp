@@ -48,13 +48,13 @@ bool is_name_character(char c) {
            c == '@' || c == '#' || c == '$' || static_cast<unsigned char>(c) >= 0x80;
 }
 
-// True when the quote at `at` has its own N before it already.
+// Returns true if the quote at `at` already has an N before it.
 bool is_wide_literal(std::string_view statement, std::size_t at) {
     if (at == 0 || (statement[at - 1] != 'N' && statement[at - 1] != 'n')) return false;
     return at == 1 || !is_name_character(statement[at - 2]);
 }
 
-// The end of what begins at `at` with a quote, a bracket or a comment; doubled closing marks do not end it.
+// The end of the literal, name or comment that begins at `at`. Doubled closing marks do not end it.
 std::size_t end_of_quoted(std::string_view statement, std::size_t at) {
     const char close = statement[at] == '[' ? ']' : statement[at];
     for (std::size_t i = at + 1; i < statement.size(); ++i) {

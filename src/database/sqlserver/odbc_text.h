@@ -28,9 +28,9 @@ struct Diagnostic {
     int native = 0;    // the server's number, or one of FreeTDS's own
     std::string text;  // without the "[unixODBC][FreeTDS]" in front
 
-    // True for a notice ("01…") that comes with a success as well.
+    // Returns true for a notice ("01…"), which a success can have as well.
     bool is_notice() const { return sqlstate.starts_with("01"); }
-    // True for what the server itself said; FreeTDS counts its own errors from 20000.
+    // Returns true for an error of the server itself; those of FreeTDS begin at 20000.
     bool is_from_server() const { return native > 0 && (native < 20000 || native >= 21000); }
 };
 std::vector<Diagnostic> diagnostics_of(SQLSMALLINT kind, SQLHANDLE handle);

@@ -21,7 +21,7 @@ std::set<int> open_descriptors() {
     return found;
 }
 
-// Of the address at either end: 0 when it is no address of the network.
+// The port of an address, or 0 if it is not an IP address.
 std::uint16_t port_of(const sockaddr_storage& address) {
     if (address.ss_family == AF_INET) return ntohs(reinterpret_cast<const sockaddr_in&>(address).sin_port);
     if (address.ss_family == AF_INET6) return ntohs(reinterpret_cast<const sockaddr_in6&>(address).sin6_port);
@@ -82,7 +82,7 @@ void OdbcWatch::begin(std::chrono::milliseconds most) {
     if (!socket_) return;
     deadline_ = Clock::now() + most;
     if (!thread_.joinable()) thread_ = std::thread([this] { keep_watch(); });
-    // Mostly it sleeps towards the end of a wait that is over already, and then looks again.
+    // Usually the thread wakes up in time anyway, at the deadline of an earlier wait.
     if (asleep_until_ > deadline_) news_.notify_one();
 }
 

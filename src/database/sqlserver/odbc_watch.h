@@ -14,12 +14,12 @@
 
 namespace database {
 
-// The sockets that the process had when the object was made; what is new since belongs to the driver that
+// Remembers the sockets that the process had when the object was made; a newer one belongs to the driver that
 // connected meanwhile.
 class SocketsBefore {
   public:
     SocketsBefore();
-    // A socket to a server's port that was not there before; nothing when there is none, or more than one.
+    // The new socket to a server's port. Returns nothing if there is none or more than one.
     struct Found {
         int descriptor = -1;
         sockaddr_storage own{};  // its own address: a later socket of the same number has another
@@ -37,10 +37,10 @@ class OdbcWatch {
     OdbcWatch(const OdbcWatch&) = delete;
     OdbcWatch& operator=(const OdbcWatch&) = delete;
 
-    // The socket to be shut when a wait lasts too long; nothing when the driver has none.
+    // Sets the socket to shut down if a wait lasts too long.
     void look_after(std::optional<SocketsBefore::Found> socket);
 
-    // A wait that may last so long; dismissed with the object.
+    // A wait for at most so long; it ends with the object.
     class Wait {
       public:
         Wait(OdbcWatch& watch, std::chrono::milliseconds most) : watch_(watch) { watch_.begin(most); }
@@ -51,7 +51,7 @@ class OdbcWatch {
       private:
         OdbcWatch& watch_;
     };
-    // Whether the last wait was ended here.
+    // Returns true if the last wait was ended by this class.
     bool has_cut();
 
   private:

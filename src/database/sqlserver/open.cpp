@@ -30,8 +30,7 @@ std::string_view part_of(std::string_view text, std::string_view name) {
     return found;
 }
 
-// The password as it was typed: it may hold ";" and "=", as the program puts it in unquoted between these
-// two.
+// The password as typed. The program puts it between these two texts unquoted, so it may hold ";" and "=".
 std::string password_of(std::string_view text) {
     constexpr std::string_view before = "Password=";
     constexpr std::string_view after = ";Persist Security Info=";
@@ -72,7 +71,7 @@ std::string freetds_driver() {
         const auto library = entry.path() / "odbc" / "libtdsodbc.so";
         if (std::filesystem::exists(library, ignored)) return braced(library.string());
     }
-    return braced("FreeTDS");  // the driver manager says that it has none
+    return braced("FreeTDS");  // the driver manager will report that it is missing
 }
 
 }  // namespace
@@ -91,7 +90,7 @@ std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string,
         const auto end = std::chrono::steady_clock::now() + within;
         const DataSource source = parse_data_source(part_of(connection_string, "Data Source"));
         std::uint16_t port = source.port.value_or(default_port);
-        // The driver looks the name up again, without end; it is asked only for names that are told.
+        // The driver resolves the name again, without a time-out, so only names that resolve are given to it.
         bool found = addresses_of(source.host, port, SOCK_STREAM, within) != nullptr;
         if (found && !source.instance.empty()) {
             const auto left =
@@ -104,7 +103,7 @@ std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string,
         return freetds_connection_string(connection_string, driver, source.host, port);
     };
     return std::make_unique<OdbcConnection>(
-        OdbcRoad{"", "set dateformat ymd", patience.login_seconds, patience.query_seconds, true, find});
+        OdbcSettings{"", "set dateformat ymd", patience.login_seconds, patience.query_seconds, find});
 }
 
 }  // namespace database

@@ -9,11 +9,10 @@
 
 namespace database {
 
-// Opens the server that the program's connection string names ("Provider=SQLOLEDB.1;…", to the letter): a
-// data source is a host, "host,port" or "host\instance". Log-in waits 5 s, the look-up of names included, a
-// statement 30 s. A server that does not answer throws Error with the description "SQL Server does not exist
-// or access denied."; a wrong password or a missing database keeps the server's own text. When the connection
-// is lost in mid-day the statement throws Error 08S01, and the next one connects again.
+// Opens the server that the program's connection string names ("Provider=SQLOLEDB.1;…"); its data source is a
+// host, "host,port" or "host\instance". Log-in waits 5 s including name look-up, a statement 30 s. Throws
+// Error with its kind if the server does not answer or refuses the login or the database. If the connection
+// is lost later, the statement throws Error 08S01 and the next one connects again.
 struct Patience {
     int login_seconds = 5;
     int query_seconds = 30;

@@ -27,7 +27,6 @@ Statement Parser::create_table() {
     } while (accept_symbol(","));
     expect_symbol(")");
     index_options();
-    if (accept_word("textimage_on")) take();
     for (const auto& column : made.columns) {
         if (column.primary_key) made.primary_key.push_back(column.name);
         if (column.unique) made.unique_keys.push_back({column.name});
@@ -109,7 +108,7 @@ std::vector<std::string> Parser::key_columns() {
     return columns;
 }
 
-// "WITH (PAD_INDEX = OFF, …) ON [PRIMARY]" is about the server's files.
+// "WITH (PAD_INDEX = OFF, …) ON [PRIMARY]" concerns the server's files and is skipped.
 void Parser::index_options() {
     if (accept_word("with")) {
         expect_symbol("(");
@@ -137,12 +136,7 @@ Statement Parser::create_index(bool unique) {
         made.columns.emplace_back(std::move(column), descending);
     } while (accept_symbol(","));
     expect_symbol(")");
-    if (accept_word("include")) {
-        for (auto& column : name_list()) {
-            if (unique) fail("INCLUDE in a unique index is not available on the embedded engine.");
-            made.columns.emplace_back(std::move(column), false);
-        }
-    }
+    if (is_word("include")) fail("INCLUDE in an index is not available on the embedded engine.");
     if (accept_word("where")) made.where = expression();
     index_options();
     return made;
@@ -156,7 +150,7 @@ Statement Parser::create_view() {
     const std::size_t begin = peek().begin;
     made.query = query();
     made.text = text_.substr(begin, peek().begin - begin);
-    // What shapes a view are all its values: it is kept as text.
+    // A view is stored as text, so all its values shape it.
     for (std::size_t slot = 0; slot < tokens_.values.size(); ++slot)
         pinned_.insert(slot);
     return made;
@@ -229,23 +223,13 @@ Statement Parser::alter() {
 }
 
 Statement Parser::setting() {
-    static constexpr std::string_view known[] = {"nocount",      "ansi_nulls",    "quoted_identifier",
-                                                 "ansi_padding", "ansi_warnings", "language",
-                                                 "xact_abort",   "lock_timeout",  "arithabort"};
-    const std::string what = peek().lower;
-    if (accept_word("dateformat")) {
-        if (!accept_word("ymd"))
-            fail("SET DATEFORMAT other than ymd is not available on the embedded engine.");
+    if (accept_word("nocount")) {
+        if (!accept_word("on")) expect_word("off");
         return Nothing{};
     }
-    for (const auto setting_name : known) {
-        if (what != setting_name) continue;
-        take();
-        while (peek().kind != Token::Kind::end && !is_symbol(";"))
-            take();
-        return Nothing{};
-    }
-    fail("SET " + near() + " is not available on the embedded engine.");
+    if (!accept_word("dateformat")) fail("SET " + near() + " is not available on the embedded engine.");
+    if (!accept_word("ymd")) fail("SET DATEFORMAT other than ymd is not available on the embedded engine.");
+    return Nothing{};
 }
 
 }  // namespace database::tsql

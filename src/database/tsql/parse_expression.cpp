@@ -24,7 +24,7 @@ ExpressionPtr node_of(Kind kind, std::string name, Parts... parts) {
 
 }  // namespace
 
-// Nesting has an end, so that no statement can exhaust the stack.
+// Limits nesting, so that no statement can exhaust the stack.
 class Parser::Deeper {
   public:
     explicit Deeper(Parser& parser) : parser_(parser) {
@@ -62,8 +62,8 @@ ExpressionPtr Parser::negation() {
 ExpressionPtr Parser::comparison() {
     auto left = sum();
     while (true) {
-        static constexpr std::string_view operators[] = {"=", "<>", "!=", "<=", ">=", "<", ">", "!<", "!>"};
-        static constexpr std::string_view meanings[] = {"=", "<>", "<>", "<=", ">=", "<", ">", ">=", "<="};
+        static constexpr std::string_view operators[] = {"=", "<>", "!=", "<=", ">=", "<", ">"};
+        static constexpr std::string_view meanings[] = {"=", "<>", "<>", "<=", ">=", "<", ">"};
         bool found = false;
         for (std::size_t i = 0; i < std::size(operators) && !found; ++i) {
             if (!accept_symbol(operators[i])) continue;
@@ -96,7 +96,7 @@ ExpressionPtr Parser::predicate(ExpressionPtr left) {
         made = node_of(Kind::between, "", std::move(left), std::move(low), sum());
     } else if (accept_word("like")) {
         made = node_of(Kind::like, "", std::move(left), sum());
-        if (accept_word("escape")) made->parts.push_back(sum());
+        if (is_word("escape")) fail("LIKE … ESCAPE is not available on the embedded engine; use [%].");
     } else {
         expect_word("in");
         expect_symbol("(");
@@ -117,7 +117,7 @@ ExpressionPtr Parser::predicate(ExpressionPtr left) {
 
 ExpressionPtr Parser::sum() {
     auto left = product();
-    while (is_symbol("+") || is_symbol("-") || is_symbol("&") || is_symbol("|") || is_symbol("^")) {
+    while (is_symbol("+") || is_symbol("-")) {
         std::string op = take().text;
         left = node_of(Kind::binary, std::move(op), std::move(left), product());
     }
@@ -137,7 +137,6 @@ ExpressionPtr Parser::sign() {
     const Deeper guard(*this);
     if (accept_symbol("-")) return node_of(Kind::unary, "-", sign());
     if (accept_symbol("+")) return sign();
-    if (accept_symbol("~")) return node_of(Kind::unary, "~", sign());
     auto made = primary();
     if (accept_word("collate")) fail("COLLATE in an expression is not available on the embedded engine.");
     return made;
@@ -240,16 +239,12 @@ ExpressionPtr Parser::call(std::string function) {
 
 ExpressionPtr Parser::column_or_call() {
     const Token& token = peek();
-    const bool callable = token.lower == "left" || token.lower == "right" || token.lower == "coalesce" ||
-                          token.lower == "nullif" || is_name();
+    const bool callable =
+        token.lower == "left" || token.lower == "right" || token.lower == "coalesce" || is_name();
     if (token.kind == Token::Kind::name && callable && is_symbol("(", 1)) {
         std::string function = take().lower;
         take();
         return call(std::move(function));
-    }
-    if (token.kind == Token::Kind::name && token.lower == "current_timestamp") {
-        take();
-        return node(Kind::function, "getdate");
     }
     if (token.kind == Token::Kind::name && token.text.starts_with("@@")) {
         fail("'" + token.text + "' is not available on the embedded engine.");

@@ -86,15 +86,8 @@ void Parser::select_items(Select& select) {
             item.value = std::make_unique<Expression>();
             item.value->kind = Expression::Kind::all;
         } else {
-            // "name = expression" is the older way to give a name.
-            if (is_name() && is_symbol("=", 1)) {
-                item.alias = name("a column");
-                take();
-                item.value = expression();
-            } else {
-                item.value = expression();
-                if (item.value->kind != Expression::Kind::all) item.alias = alias();
-            }
+            item.value = expression();
+            if (item.value->kind != Expression::Kind::all) item.alias = alias();
         }
         select.items.push_back(std::move(item));
     } while (accept_symbol(","));
@@ -158,13 +151,7 @@ Source Parser::source() {
     made.table = object_name();
     made.alias = alias();
     if (made.alias.empty()) made.alias = made.table;
-    if (accept_word("with")) {  // hints on locks: nothing to lock here
-        expect_symbol("(");
-        while (!accept_symbol(")")) {
-            if (peek().kind == Token::Kind::end) fail_here();
-            take();
-        }
-    }
+    if (is_word("with")) fail("WITH (hints) is not available on the embedded engine.");
     return made;
 }
 
@@ -203,24 +190,9 @@ Statement Parser::update() {
     do {
         std::string column = name("a column");
         if (accept_symbol(".")) column = name("a column");
-        // "+=" and its like
-        std::string op;
-        if (!is_symbol("=") && is_symbol("=", 1)) op = take().text;
         expect_symbol("=");
         if (is_word("default")) fail("SET … = DEFAULT is not available on the embedded engine.");
-        auto value = expression();
-        if (!op.empty()) {
-            auto whole = std::make_unique<Expression>();
-            whole->kind = Expression::Kind::binary;
-            whole->name = op;
-            auto former = std::make_unique<Expression>();
-            former->kind = Expression::Kind::column;
-            former->name = column;
-            whole->parts.push_back(std::move(former));
-            whole->parts.push_back(std::move(value));
-            value = std::move(whole);
-        }
-        made.sets.emplace_back(std::move(column), std::move(value));
+        made.sets.emplace_back(std::move(column), expression());
     } while (accept_symbol(","));
     if (accept_word("from")) made.from = sources();
     if (accept_word("where")) made.where = expression();

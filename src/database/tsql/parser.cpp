@@ -9,7 +9,7 @@ namespace database::tsql {
 
 namespace {
 
-// Words that the server takes for its own; as names they need brackets.
+// Reserved words of the server; as names they need brackets.
 // clang-format off
 constexpr std::string_view reserved[] = {
     "add", "all", "alter", "and", "any", "as", "asc", "authorization", "backup", "begin", "between",

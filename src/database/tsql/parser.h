@@ -1,4 +1,4 @@
-// Reads the tokens of a Transact-SQL statement as a tree; what it does not know is an error that names it.
+// Parses the tokens of a Transact-SQL statement into a tree. Unknown syntax is an error that names it.
 #pragma once
 
 #include <set>
@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "database/tsql/scanner.h"
 #include "database/tsql/syntax.h"
-#include "database/tsql/tokens.h"
 
 namespace database::tsql {
 

@@ -1,4 +1,4 @@
-// What a Transact-SQL statement says, as a tree.
+// The syntax tree of a Transact-SQL statement.
 #pragma once
 
 #include <memory>
@@ -20,7 +20,7 @@ struct Expression {
         null,
         column,    // table (may be empty), name
         all,       // "*" or "table.*"
-        unary,     // name is the operator: "-" "+" "~" "not"
+        unary,     // name is the operator: "-" "not"
         binary,    // name is the operator: arithmetic, comparison, "and", "or"
         function,  // name in lower case, parts are the arguments
         convert,   // type; parts: what, and the style if one is given
@@ -28,7 +28,7 @@ struct Expression {
         in_list,   // parts[0] in the others
         in_select,
         between,  // parts: what, low, high
-        like,     // parts: what, pattern, [escape]
+        like,     // parts: what, pattern
         is_null,
         exists,
         select,  // one value from a query
@@ -158,7 +158,7 @@ struct Transaction {
     What what = What::begin;
 };
 
-struct Nothing {};  // a setting that the engine has no need of
+struct Nothing {};  // a setting that has no effect on the embedded engine
 
 using Statement = std::variant<std::unique_ptr<Select>, Insert, Update, Delete, CreateTable, CreateIndex,
                                CreateView, Drop, AddColumns, AlterColumn, DropColumn, Transaction, Nothing>;

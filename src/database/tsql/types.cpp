@@ -50,7 +50,7 @@ Type named_type(std::string_view name, const std::vector<int>& arguments) {
     Type type;
     type.kind = found->kind;
     type.bytes = found->bytes;
-    // "integer" would make the engine take a key of it for its row number.
+    // The engine would use a key of type "integer" as its row number.
     type.written = lower == "integer" ? "int" : std::string(name);
     if (!arguments.empty()) {
         type.length = std::max(arguments[0], 0);  // max is kept as -1

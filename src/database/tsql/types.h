@@ -1,4 +1,4 @@
-// The types of columns and expressions, as far as they decide what an operator means.
+// The types of columns and expressions, which decide what an operator means.
 #pragma once
 
 #include <string>
@@ -26,7 +26,7 @@ struct Type {
 
 Type of_kind(Type::Kind kind);
 
-// The type that is written "name" or "name(arguments)". Throws Error 42000 for a type that there is not.
+// The type that is written "name" or "name(arguments)". Throws Error 42000 for an unknown type.
 Type named_type(std::string_view name, const std::vector<int>& arguments);
 // The same from its text as kept in the database, "nvarchar(50)".
 Type parse_type(std::string_view written);

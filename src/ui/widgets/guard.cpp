@@ -3,7 +3,6 @@
 #include <string>
 
 #include "database/error.h"
-#include "database/error_words.h"
 #include "ui/widgets/messages.h"
 
 namespace ui {

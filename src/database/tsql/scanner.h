@@ -1,4 +1,4 @@
-// A Transact-SQL statement cut into tokens, its literals taken out as values.
+// Cuts a Transact-SQL statement into its pieces and takes its literals out as values.
 #pragma once
 
 #include <string>
@@ -26,5 +26,20 @@ struct Tokens {
 // Every "?" takes the next of `parameters`. Throws Error 42000 on an unclosed quote, a stray character or too
 // few or too many parameters.
 Tokens tokenize(std::string_view statement, const std::vector<Value>& parameters);
+
+// A statement without its values: the key to find one that is prepared already.
+struct Shape {
+    // The statement with a mark of its kind in the place of each value: statements of one shape have the same
+    // tokens but for their values.
+    std::string text;
+    // The same as those of tokenize().
+    std::vector<Value> values;
+};
+// Reads and throws as tokenize() does. The memory of `shape` is used again.
+void read_shape(std::string_view statement, const std::vector<Value>& parameters, Shape& shape);
+
+// The mark of a value in a shape: whole numbers that fit an int have one of their own.
+char kind_mark(const Value& value);
+bool fits_int(const Value& value);
 
 }  // namespace database::tsql

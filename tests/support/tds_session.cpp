@@ -1,4 +1,4 @@
-#include "support/tds_talk.h"
+#include "support/tds_session.h"
 
 #include <sys/socket.h>
 
@@ -23,7 +23,7 @@ struct ServerError {
     int severity;
 };
 
-// The server's numbers for what the embedded engine says.
+// The server's numbers for the errors of the embedded engine.
 ServerError numbered(const Error& error) {
     static constexpr std::array known = {
         ServerError{"42S02", 208, 16},  ServerError{"42S22", 207, 16},  ServerError{"42S01", 2714, 16},
@@ -51,25 +51,25 @@ bool changes_rows(std::string_view text) {
 
 }  // namespace
 
-void Talk::run() {
+void Session::run() {
     try {
         while (!cut_) {
             const Message message = read_message(socket_);
             if (message.kind == closed) break;
-            if (bridge_.mood() == TdsBridge::Mood::silent) continue;
+            if (bridge_.network() == TdsBridge::Network::silent) continue;
             const std::string bytes = answer(message);
             if (!cut_ && !bytes.empty() && !send_answer(socket_, bytes)) break;
             if (message.kind == login && shop_ == nullptr) break;
         }
     } catch (const Malformed&) {
-        // A server hangs up on who does not speak its language.
+        // A server closes the connection after a malformed message.
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "test server: %s\n", failure.what());
     }
     shutdown(socket_, SHUT_RDWR);
 }
 
-std::string Talk::answer(const Message& message) {
+std::string Session::answer(const Message& message) {
     switch (message.kind) {
         case prelogin:
             return prelogin_answer;
@@ -101,12 +101,12 @@ std::string Talk::answer(const Message& message) {
     }
 }
 
-std::string Talk::answer_statement(std::string_view text, const std::vector<Value>& values, bool in_call) {
-    using Fate = TdsBridge::Fate;
-    const Fate fate = bridge_.hear(number_, text);
-    if (fate == Fate::silence) return {};
-    cut_ = fate != Fate::run;
-    if (fate == Fate::cut) return {};
+std::string Session::answer_statement(std::string_view text, const std::vector<Value>& values, bool in_call) {
+    using Failure = TdsBridge::Failure;
+    const Failure planned = bridge_.receive(number_, text);
+    if (planned == Failure::silence) return {};
+    cut_ = planned != Failure::none;
+    if (planned == Failure::cut) return {};
     try {
         return result_of({std::string(text), values}, in_call);
     } catch (const Error& failure) {
@@ -118,7 +118,7 @@ std::string Talk::answer_statement(std::string_view text, const std::vector<Valu
     }
 }
 
-std::string Talk::result_of(const Statement& statement, bool in_call) {
+std::string Session::result_of(const Statement& statement, bool in_call) {
     const auto end = [&](std::uint64_t rows, bool counted) {
         return in_call ? done_in_call(rows, counted) + call_status() + done_call() : done(rows, counted);
     };
@@ -130,7 +130,7 @@ std::string Talk::result_of(const Statement& statement, bool in_call) {
            end(outcome.result.size(), true);
 }
 
-std::string Talk::answer_call(const Call& call) {
+std::string Session::answer_call(const Call& call) {
     const std::string name = common::lower_ascii(call.procedure);
     if (name == "sp_executesql") {
         const Statement statement = with_values(database::text_of(call.at(0)), call, 2);
@@ -156,7 +156,7 @@ std::string Talk::answer_call(const Call& call) {
         const Statement statement = with_values(found->second, call, 1);
         return answer_statement(statement.text, statement.values, true);
     }
-    bridge_.hear(number_, call.procedure);
+    bridge_.receive(number_, call.procedure);
     if (name == "sp_columns" || name == "sp_pkeys") {
         const database::Result rows = name == "sp_columns" ? columns_of(*shop_, call.text("@table_name", 0))
                                                            : keys_of(*shop_, call.text("@table_name", 0));

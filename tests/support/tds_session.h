@@ -1,4 +1,4 @@
-// The test server's talk with one client, on a connection of its own to the shop's file.
+// The test server's session with one client, on a connection of its own to the shop's file.
 #pragma once
 
 #include <map>
@@ -11,15 +11,15 @@
 
 namespace test::tds {
 
-class Talk {
+class Session {
   public:
-    Talk(TdsBridge& bridge, int number, int socket) : bridge_(bridge), number_(number), socket_(socket) {}
-    // Until the client is gone or cut.
+    Session(TdsBridge& bridge, int number, int socket) : bridge_(bridge), number_(number), socket_(socket) {}
+    // Returns when the client is gone or cut off.
     void run();
 
   private:
-    bool log_in(std::string_view body);  // false when it was refused
-    // The answer to a request; nothing for silence. Sets `cut_` when the connection ends with it.
+    bool log_in(std::string_view body);  // returns false after refusing it
+    // The answer to a request; empty for silence. Sets `cut_` if the connection ends with it.
     std::string answer(const Message& message);
     std::string answer_statement(std::string_view text, const std::vector<database::Value>& values,
                                  bool in_call);
