@@ -1,4 +1,4 @@
-// The whole road to a server: the program's connection, the driver manager, FreeTDS, and the test server that
+// The whole way to a server: the program's connection, the driver manager, FreeTDS, and the test server, which
 // runs what it is sent.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -24,9 +24,9 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-class Road : public testing::Test {
+class Bridge : public testing::Test {
   protected:
-    Road() : bridge(folder.path()) {}
+    Bridge() : bridge(folder.path()) {}
 
     std::unique_ptr<Connection> open(const std::string& password = "secret", const std::string& name = "shop",
                                      database::Patience patience = {}) {
@@ -51,7 +51,7 @@ class Road : public testing::Test {
     TdsBridge bridge;
 };
 
-TEST_F(Road, ValuesComeBackAsTheyWent) {
+TEST_F(Bridge, ValuesComeBackAsTheyWent) {
     const auto connection = open();
     connection->execute(
         "create table kinds (code int not null primary key, name nvarchar(100), note nvarchar(max), big "
@@ -96,7 +96,7 @@ TEST_F(Road, ValuesComeBackAsTheyWent) {
     EXPECT_EQ(found.result.front().integer("code"), 1);
 }
 
-TEST_F(Road, ARecordsetFindsItsRowByWhatItRead) {
+TEST_F(Bridge, ARecordsetFindsItsRowByWhatItRead) {
     const auto connection = open();
     connection->execute("create table loose (name nvarchar(20), rate real, made datetime, price float)");
     const auto made = day(2026, 11, 21, {10, 42, 7, 123});
@@ -111,7 +111,7 @@ TEST_F(Road, ARecordsetFindsItsRowByWhatItRead) {
     }
 }
 
-TEST_F(Road, CountsAndFailuresAreTheServers) {
+TEST_F(Bridge, CountsAndFailuresAreTheServers) {
     const auto connection = open();
     connection->execute("create table items (code int not null primary key, name nvarchar(5))");
     EXPECT_EQ(connection->execute("insert into items select 1,N'شاي' union all select 2,N'بن'"), 2);
@@ -147,12 +147,12 @@ TEST_F(Road, CountsAndFailuresAreTheServers) {
     EXPECT_EQ(bridge.logins(), 1);
 }
 
-TEST_F(Road, WhoMayNotComeInIsTold) {
+TEST_F(Bridge, WhoMayNotComeInIsTold) {
     EXPECT_THAT(failure_of([&] { open("wrong"); }), AllOf(HasSubstr("28000"), HasSubstr("'sa'")));
     EXPECT_THAT(failure_of([&] { open("secret", "nowhere"); }), HasSubstr("42000 Cannot open database"));
 }
 
-TEST_F(Road, DescribesTables) {
+TEST_F(Bridge, DescribesTables) {
     const auto connection = open();
     connection->execute(
         "create table [print] (code int not null, store int not null, name nvarchar(30), rate real, made "
@@ -169,7 +169,7 @@ TEST_F(Road, DescribesTables) {
     EXPECT_THAT(failure_of([&] { connection->describe("nowhere"); }), HasSubstr("42S02"));
 }
 
-TEST_F(Road, AnotherTillsTransactionIsWaitedForAndUndoneWithIt) {
+TEST_F(Bridge, AnotherTillsTransactionIsWaitedForAndUndoneWithIt) {
     const auto first = open();
     first->execute("create table stk (icode int, quan float)");
     first->execute("begin transaction");
@@ -183,7 +183,7 @@ TEST_F(Road, AnotherTillsTransactionIsWaitedForAndUndoneWithIt) {
     EXPECT_EQ(database::text_of(first->scalar("select icode from stk")), "2");
 }
 
-TEST_F(Road, EveryLossIsOneFailureAndTheNextStatementConnectsAnew) {
+TEST_F(Bridge, EveryLossIsOneFailureAndTheNextStatementConnectsAnew) {
     using Failure = TdsBridge::Failure;
     const auto connection = open("secret", "shop", {2, 1});
     connection->execute("create table basic (st_d int)");
@@ -215,7 +215,7 @@ TEST_F(Road, EveryLossIsOneFailureAndTheNextStatementConnectsAnew) {
 }
 
 // What the driver sends for statements that are prepared: the program has none, a tool of the shop may.
-TEST_F(Road, PreparedStatementsRunAgainAndAgain) {
+TEST_F(Bridge, PreparedStatementsRunAgainAndAgain) {
     open()->execute("create table items (code int not null primary key, name nvarchar(20))");
     const database::OdbcHandle environment(SQL_HANDLE_ENV, SQL_NULL_HANDLE);
     SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);

@@ -55,7 +55,7 @@ void StatementCheck::check_insert(const Insert& insert) {
     }
     if (insert.columns.empty()) {
         for (const Column& each : table->columns)
-            if (!each.identity) targets.push_back(&each);
+            targets.push_back(&each);
     }
     const auto store = [&](std::size_t at, const Typed& value) {
         if (at < targets.size()) check_stored(targets[at]->name, value, targets[at]->type);

@@ -160,16 +160,6 @@ void Catalog::read(const std::string& condition) {
         table->columns.push_back(std::move(column));
     }
     finish();
-    // A trigger fills in identity columns: "… WHEN new."ser" IS NULL BEGIN …".
-    Rows triggers(engine_,
-                  "select m.tbl_name, substr(m.sql, instr(m.sql, 'new.') + 4) from sqlite_schema m where "
-                  "m.type = 'trigger' and m.name like 'identity.%'" +
-                      condition);
-    while (triggers.next()) {
-        const std::string rest = triggers.text(1);
-        for (Column& column : tables_[common::lower_ascii(triggers.text(0))].columns)
-            column.identity = column.identity || rest.starts_with(quoted_name(column.name) + " IS NULL");
-    }
 }
 
 }  // namespace database::embedded

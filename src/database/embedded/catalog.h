@@ -24,7 +24,6 @@ struct Column {
     Type type;
     bool not_null = false;
     std::string default_sql;  // in the engine's language; empty without one
-    bool identity = false;    // numbered by the engine, never by a statement
 };
 
 struct View {

@@ -37,7 +37,7 @@ Column Definitions::column_of(const tsql::ColumnDefinition& definition) {
     Column column;
     column.name = definition.name;
     column.type = definition.type;
-    column.not_null = definition.not_null && !definition.identity;
+    column.not_null = definition.not_null;
     if (definition.default_value) {
         Writer writer(catalog_, values_, pinned_, true);
         column.default_sql = writer.column_default(*definition.default_value, definition.type);
@@ -77,14 +77,6 @@ void Definitions::check_identifier(const std::string& name) const {
     }
 }
 
-void Definitions::add_identity(const std::string& table, const std::string& column) {
-    const std::string t = quoted_name(table), c = quoted_name(column);
-    execute(engine_, "CREATE TRIGGER " + quoted_name("identity." + table) + " AFTER INSERT ON " + t +
-                         " WHEN new." + c + " IS NULL BEGIN UPDATE " + t + " SET " + c +
-                         " = (SELECT ifnull(max(" + c + "), 0) + 1 FROM " + t +
-                         ") WHERE rowid = new.rowid; END");
-}
-
 void Definitions::apply(const tsql::CreateTable& create) {
     if (catalog_.find(create.table) != nullptr) {
         throw Error("42S01", "There is already an object named '" + create.table + "' in the database.", "");
@@ -92,7 +84,6 @@ void Definitions::apply(const tsql::CreateTable& create) {
     check_identifier(create.table);
     Table table;
     table.name = create.table;
-    std::string identity;
     for (const auto& definition : create.columns) {
         if (table.find(definition.name) >= 0) {
             throw Error("42S21",
@@ -100,26 +91,16 @@ void Definitions::apply(const tsql::CreateTable& create) {
                         "");
         }
         table.columns.push_back(column_of(definition));
-        if (definition.identity) identity = definition.name;
     }
     if (table.columns.empty()) throw Error("42000", "A table needs a column.", "");
     for (const std::string& name : create.primary_key) {
         const int at = table.find(name);
         if (at < 0) throw Error("42S22", "Invalid column name '" + name + "'.", "");
         Column& column = table.columns[static_cast<std::size_t>(at)];
-        column.not_null = column.name != identity;
+        column.not_null = true;
         table.key.push_back(column.name);
     }
-    all_or_none(engine_, [&] {
-        execute(engine_, table_sql(table));
-        int number = 0;
-        for (const auto& columns : create.unique_keys) {
-            execute(engine_, "CREATE UNIQUE INDEX " +
-                                 quoted_name(index_name(table.name, "unique " + std::to_string(++number))) +
-                                 " ON " + quoted_name(table.name) + " (" + name_list(columns) + ")");
-        }
-        if (!identity.empty()) add_identity(table.name, identity);
-    });
+    execute(engine_, table_sql(table));
     catalog_.load_table(create.table);
     add_own_indexes(catalog_.get(create.table));
 }
@@ -163,20 +144,10 @@ bool Definitions::has_more_rows(const Table& table, int than) {
 void Definitions::apply(const tsql::AddColumns& add) {
     const Table& table = changeable(add.table);
     Table changed = table;
-    if (!add.primary_key.empty()) {
-        if (!table.key.empty())
-            throw Error("42000", "Table '" + table.name + "' already has a primary key.", "");
-        for (const std::string& name : add.primary_key) {
-            const int at = table.find(name);
-            if (at < 0) throw Error("42S22", "Invalid column name '" + name + "'.", "");
-            changed.columns[static_cast<std::size_t>(at)].not_null = true;
-            changed.key.push_back(name);
-        }
-    }
     std::vector<std::string> values;
     for (const Column& column : table.columns)
         values.push_back(quoted_name(column.name));
-    bool in_place = add.primary_key.empty();
+    bool in_place = true;
     for (const auto& definition : add.columns) {
         if (changed.find(definition.name) >= 0) {
             throw Error("42S21",
@@ -184,9 +155,7 @@ void Definitions::apply(const tsql::AddColumns& add) {
                             "' in table '" + table.name + "' is specified more than once.",
                         "");
         }
-        if (definition.identity || definition.primary_key || definition.unique) {
-            throw Error("42000", "A key or IDENTITY column cannot be added on the embedded engine.", "");
-        }
+        if (definition.primary_key) throw Error("42000", "A key cannot be added on the embedded engine.", "");
         Column column = column_of(definition);
         const bool has_rows = column.not_null && column.default_sql.empty() && has_more_rows(table, 0);
         if (has_rows) {

@@ -41,7 +41,6 @@ class Definitions {
     void rebuild(const Table& from, const Table& to, const std::vector<std::string>& values);
     bool has_more_rows(const Table& table, int than);
     void rename_type(const Table& table);
-    void add_identity(const std::string& table, const std::string& column);
     void check_identifier(const std::string& name) const;
     void drop_index(const tsql::Drop& drop);
 

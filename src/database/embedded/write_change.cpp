@@ -58,11 +58,6 @@ Translation Writer::insert(const Insert& insert) {
         if (std::find(seen.begin(), seen.end(), at) != seen.end()) {
             fail("The column name '" + column.name + "' is specified more than once.");
         }
-        if (column.identity && !insert.columns.empty()) {
-            fail("Cannot insert explicit value for identity column in table '" + table.name +
-                 "' when IDENTITY_INSERT is set to OFF.");
-        }
-        if (column.identity) return;  // a list of values without columns leaves it out
         seen.push_back(at);
         types.push_back(column.type);
         names += (names.empty() ? "" : ", ") + quoted_name(column.name);
@@ -169,7 +164,6 @@ Translation Writer::update(const Update& update) {
         }
         seen.push_back(at);
         const Column& column = to.table->columns[static_cast<std::size_t>(at)];
-        if (column.identity) fail("Cannot update identity column '" + column.name + "'.");
         const std::string quoted = quoted_name(column.name);
         const std::string what = stored(*expression, column.type).sql;
         names += (names.empty() ? "" : ", ") + quoted;

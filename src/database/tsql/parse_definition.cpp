@@ -1,4 +1,6 @@
 // Statements that define tables, indexes and views, and settings.
+#include <algorithm>
+
 #include "database/error.h"
 #include "database/tsql/parser.h"
 
@@ -20,7 +22,7 @@ Statement Parser::create_table() {
     do {
         if (is_word("constraint") || is_word("primary") || is_word("unique") || is_word("foreign") ||
             is_word("check")) {
-            table_constraint(made.primary_key, made.unique_keys);
+            made.primary_key = primary_key();
         } else {
             made.columns.push_back(column_definition());
         }
@@ -29,7 +31,6 @@ Statement Parser::create_table() {
     index_options();
     for (const auto& column : made.columns) {
         if (column.primary_key) made.primary_key.push_back(column.name);
-        if (column.unique) made.unique_keys.push_back({column.name});
     }
     return made;
 }
@@ -51,16 +52,6 @@ void Parser::column_options(ColumnDefinition& column) {
             column.not_null = true;
         } else if (accept_word("collate")) {
             take();  // every text column compares as Arabic_CI_AS here
-        } else if (accept_word("identity")) {
-            column.identity = true;
-            if (accept_symbol("(")) {
-                const int seed = pinned_integer();
-                expect_symbol(",");
-                if (seed != 1 || pinned_integer() != 1) {
-                    fail("IDENTITY other than (1,1) is not available on the embedded engine.");
-                }
-                expect_symbol(")");
-            }
         } else if (accept_word("constraint")) {
             name("a constraint");
         } else if (accept_word("default")) {
@@ -70,30 +61,25 @@ void Parser::column_options(ColumnDefinition& column) {
             if (!accept_word("clustered")) accept_word("nonclustered");
             column.primary_key = true;
             column.not_null = true;
-        } else if (accept_word("unique")) {
-            if (!accept_word("clustered")) accept_word("nonclustered");
-            column.unique = true;
         } else {
             break;
         }
     }
-    if (is_word("check") || is_word("references") || is_word("foreign")) {
+    static constexpr std::string_view refused[] = {"check", "references", "foreign", "unique", "identity"};
+    if (std::any_of(std::begin(refused), std::end(refused),
+                    [&](std::string_view word) { return is_word(word); })) {
         fail("'" + peek().text + "' in a table is not available on the embedded engine.");
     }
 }
 
-void Parser::table_constraint(std::vector<std::string>& primary_key,
-                              std::vector<std::vector<std::string>>& unique_keys) {
+std::vector<std::string> Parser::primary_key() {
     if (accept_word("constraint")) name("a constraint");
-    if (accept_word("primary")) {
-        expect_word("key");
-        primary_key = key_columns();
-    } else if (accept_word("unique")) {
-        unique_keys.push_back(key_columns());
-    } else {
+    if (!accept_word("primary"))
         fail("'" + peek().text + "' in a table is not available on the embedded engine.");
-    }
+    expect_word("key");
+    std::vector<std::string> columns = key_columns();
     index_options();
+    return columns;
 }
 
 std::vector<std::string> Parser::key_columns() {
@@ -190,14 +176,9 @@ Statement Parser::alter() {
         AddColumns made;
         made.table = std::move(table);
         do {
-            if (is_word("constraint") || is_word("primary")) {
-                std::vector<std::vector<std::string>> unique_keys;
-                table_constraint(made.primary_key, unique_keys);
-                if (!unique_keys.empty())
-                    fail("ADD UNIQUE is not available on the embedded engine; create an index.");
-            } else {
-                made.columns.push_back(column_definition());
-            }
+            if (is_word("constraint") || is_word("primary"))
+                fail("ADD CONSTRAINT is not available on the embedded engine.");
+            made.columns.push_back(column_definition());
         } while (accept_symbol(","));
         return made;
     }

@@ -81,8 +81,7 @@ class Parser {
     Statement alter();
     ColumnDefinition column_definition();
     void column_options(ColumnDefinition& column);
-    void table_constraint(std::vector<std::string>& primary_key,
-                          std::vector<std::vector<std::string>>& unique_keys);
+    std::vector<std::string> primary_key();
     std::vector<std::string> key_columns();
     void index_options();
     Statement setting();

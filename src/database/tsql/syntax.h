@@ -105,8 +105,6 @@ struct ColumnDefinition {
     Type type;
     bool not_null = false;
     bool primary_key = false;
-    bool unique = false;
-    bool identity = false;
     ExpressionPtr default_value;
 };
 
@@ -114,7 +112,6 @@ struct CreateTable {
     std::string table;
     std::vector<ColumnDefinition> columns;
     std::vector<std::string> primary_key;
-    std::vector<std::vector<std::string>> unique_keys;
 };
 
 struct CreateIndex {
@@ -140,7 +137,6 @@ struct Drop {
 struct AddColumns {
     std::string table;
     std::vector<ColumnDefinition> columns;
-    std::vector<std::string> primary_key;  // "add constraint … primary key (…)"
 };
 
 struct AlterColumn {
