@@ -7,25 +7,6 @@
 
 namespace startup {
 
-namespace {
-
-// The trimmed value of a "name=value;" part; empty if there is none. The last one counts, as with OLE DB.
-std::string part_of(std::string_view connection_string, std::string_view name) {
-    std::string found;
-    while (!connection_string.empty()) {
-        const auto end = connection_string.find(';');
-        const std::string_view part = connection_string.substr(0, end);
-        const auto equals = part.find('=');
-        if (equals != part.npos && common::equal_ignoring_case(common::trim(part.substr(0, equals)), name)) {
-            found = common::trim(part.substr(equals + 1));
-        }
-        connection_string = end == connection_string.npos ? "" : connection_string.substr(end + 1);
-    }
-    return found;
-}
-
-}  // namespace
-
 std::string connection_string(const ConnectionRecord& record, std::string_view password) {
     return "Provider=SQLOLEDB.1;Password=" + std::string(password) +
            ";Persist Security Info=True;User ID=sa;Initial Catalog= " + record.database +
@@ -34,10 +15,11 @@ std::string connection_string(const ConnectionRecord& record, std::string_view p
 
 std::unique_ptr<database::Connection> open_connection(const std::string& connection_string,
                                                       const std::filesystem::path& folder) {
-    if (!common::equal_ignoring_case(part_of(connection_string, "Data Source"), embedded_source)) {
+    if (!common::equal_ignoring_case(
+            common::trim(database::connection_part(connection_string, "Data Source")), embedded_source)) {
         return database::open_sqlserver(connection_string);
     }
-    const std::string file = part_of(connection_string, "Initial Catalog");
+    const std::string file(common::trim(database::connection_part(connection_string, "Initial Catalog")));
     if (file.empty())
         throw database::Error("08001", "The connection names no shop file.", "",
                               database::Error::Kind::file_missing);

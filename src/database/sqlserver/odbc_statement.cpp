@@ -84,15 +84,15 @@ class Bindings {
     void bind(const Statement& statement, SQLUSMALLINT position, Cell& cell, Null) {
         cell.indicator = SQL_NULL_DATA;
         cell.text = {0};
-        hand_over(statement, position, SQL_C_WCHAR, SQL_WVARCHAR, 1, 0, cell.text.data(), 0, cell);
+        bind_parameter(statement, position, SQL_C_WCHAR, SQL_WVARCHAR, 1, 0, cell.text.data(), 0, cell);
     }
     void bind(const Statement& statement, SQLUSMALLINT position, Cell& cell, std::int64_t content) {
         cell.integer = content;
-        hand_over(statement, position, SQL_C_SBIGINT, SQL_BIGINT, 19, 0, &cell.integer, 0, cell);
+        bind_parameter(statement, position, SQL_C_SBIGINT, SQL_BIGINT, 19, 0, &cell.integer, 0, cell);
     }
     void bind(const Statement& statement, SQLUSMALLINT position, Cell& cell, double content) {
         cell.number = content;
-        hand_over(statement, position, SQL_C_DOUBLE, SQL_DOUBLE, 15, 0, &cell.number, 0, cell);
+        bind_parameter(statement, position, SQL_C_DOUBLE, SQL_DOUBLE, 15, 0, &cell.number, 0, cell);
     }
     void bind(const Statement& statement, SQLUSMALLINT position, Cell& cell, const std::string& content) {
         constexpr std::size_t longest_nvarchar = 4000;
@@ -100,9 +100,9 @@ class Bindings {
         const std::size_t length = cell.text.size() - 1;
         const auto bytes = static_cast<SQLLEN>(length * sizeof(SQLWCHAR));
         cell.indicator = bytes;
-        hand_over(statement, position, SQL_C_WCHAR,
-                  length > longest_nvarchar ? SQL_WLONGVARCHAR : SQL_WVARCHAR, std::max<SQLULEN>(length, 1),
-                  0, cell.text.data(), bytes, cell);
+        bind_parameter(statement, position, SQL_C_WCHAR,
+                       length > longest_nvarchar ? SQL_WLONGVARCHAR : SQL_WVARCHAR,
+                       std::max<SQLULEN>(length, 1), 0, cell.text.data(), bytes, cell);
     }
     void bind(const Statement& statement, SQLUSMALLINT position, Cell& cell, const common::Moment& content) {
         constexpr SQLUINTEGER nanoseconds = 1'000'000;
@@ -113,12 +113,13 @@ class Bindings {
         cell.moment.minute = static_cast<SQLUSMALLINT>(content.time.minute);
         cell.moment.second = static_cast<SQLUSMALLINT>(content.time.second);
         cell.moment.fraction = static_cast<SQLUINTEGER>(content.time.millisecond) * nanoseconds;
-        hand_over(statement, position, SQL_C_TYPE_TIMESTAMP, SQL_TYPE_TIMESTAMP, 23, 3, &cell.moment, 0,
-                  cell);
+        bind_parameter(statement, position, SQL_C_TYPE_TIMESTAMP, SQL_TYPE_TIMESTAMP, 23, 3, &cell.moment, 0,
+                       cell);
     }
 
-    void hand_over(const Statement& statement, SQLUSMALLINT position, SQLSMALLINT c_type, SQLSMALLINT type,
-                   SQLULEN size, SQLSMALLINT decimals, SQLPOINTER memory, SQLLEN bytes, Cell& cell) {
+    void bind_parameter(const Statement& statement, SQLUSMALLINT position, SQLSMALLINT c_type,
+                        SQLSMALLINT type, SQLULEN size, SQLSMALLINT decimals, SQLPOINTER memory, SQLLEN bytes,
+                        Cell& cell) {
         statement.check(SQLBindParameter(statement.get(), position, SQL_PARAM_INPUT, c_type, type, size,
                                          decimals, memory, bytes, &cell.indicator));
     }

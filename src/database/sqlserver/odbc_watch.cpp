@@ -62,7 +62,7 @@ OdbcWatch::~OdbcWatch() {
         const std::lock_guard guard(lock_);
         ending_ = true;
     }
-    news_.notify_one();
+    changed_.notify_one();
     if (thread_.joinable()) thread_.join();
 }
 
@@ -83,7 +83,7 @@ void OdbcWatch::begin(std::chrono::milliseconds most) {
     deadline_ = Clock::now() + most;
     if (!thread_.joinable()) thread_ = std::thread([this] { keep_watch(); });
     // Usually the thread wakes up in time anyway, at the deadline of an earlier wait.
-    if (asleep_until_ > deadline_) news_.notify_one();
+    if (asleep_until_ > deadline_) changed_.notify_one();
 }
 
 void OdbcWatch::end() {
@@ -96,10 +96,10 @@ void OdbcWatch::keep_watch() {
     while (!ending_) {
         if (deadline_ == Clock::time_point::max()) {
             asleep_until_ = deadline_;
-            news_.wait(guard);
+            changed_.wait(guard);
         } else if (Clock::now() < deadline_) {
             asleep_until_ = deadline_;
-            news_.wait_until(guard, asleep_until_);
+            changed_.wait_until(guard, asleep_until_);
         } else {
             const sockaddr_storage now = own_address(socket_->descriptor);
             if (std::memcmp(&now, &socket_->own, sizeof now) == 0) ::shutdown(socket_->descriptor, SHUT_RDWR);

@@ -61,7 +61,7 @@ class OdbcWatch {
     void keep_watch();
 
     std::mutex lock_;
-    std::condition_variable news_;
+    std::condition_variable changed_;
     std::optional<SocketsBefore::Found> socket_;
     Clock::time_point deadline_ = Clock::time_point::max();
     Clock::time_point asleep_until_ = Clock::time_point::min();

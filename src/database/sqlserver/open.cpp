@@ -16,20 +16,6 @@ namespace {
 
 constexpr std::uint16_t default_port = 1433;
 
-// The text of a "name=value;" part; the last one counts, as with OLE DB.
-std::string_view part_of(std::string_view text, std::string_view name) {
-    std::string_view found;
-    while (!text.empty()) {
-        const auto end = text.find(';');
-        const std::string_view part = text.substr(0, end);
-        const auto equals = part.find('=');
-        if (equals != part.npos && common::equal_ignoring_case(common::trim(part.substr(0, equals)), name))
-            found = part.substr(equals + 1);
-        text = end == text.npos ? std::string_view() : text.substr(end + 1);
-    }
-    return found;
-}
-
 // The password as typed. The program puts it between these two texts unquoted, so it may hold ";" and "=".
 std::string password_of(std::string_view text) {
     constexpr std::string_view before = "Password=";
@@ -37,7 +23,7 @@ std::string password_of(std::string_view text) {
     const auto begin = text.find(before);
     const auto end = text.rfind(after);
     if (begin == text.npos || end == text.npos || end < begin + before.size())
-        return std::string(part_of(text, "Password"));
+        return std::string(connection_part(text, "Password"));
     return std::string(text.substr(begin + before.size(), end - begin - before.size()));
 }
 
@@ -76,11 +62,24 @@ std::string freetds_driver() {
 
 }  // namespace
 
+std::string_view connection_part(std::string_view text, std::string_view name) {
+    std::string_view found;
+    while (!text.empty()) {
+        const auto end = text.find(';');
+        const std::string_view part = text.substr(0, end);
+        const auto equals = part.find('=');
+        if (equals != part.npos && common::equal_ignoring_case(common::trim(part.substr(0, equals)), name))
+            found = part.substr(equals + 1);
+        text = end == text.npos ? std::string_view() : text.substr(end + 1);
+    }
+    return found;
+}
+
 std::string freetds_connection_string(const std::string& connection_string, const std::string& driver,
                                       const std::string& host, std::uint16_t port) {
     return "DRIVER=" + driver + ";SERVER=" + host + ";PORT=" + std::to_string(port) +
-           ";DATABASE=" + braced(common::trim(part_of(connection_string, "Initial Catalog"))) +
-           ";UID=" + braced(common::trim(part_of(connection_string, "User ID"))) +
+           ";DATABASE=" + braced(common::trim(connection_part(connection_string, "Initial Catalog"))) +
+           ";UID=" + braced(common::trim(connection_part(connection_string, "User ID"))) +
            ";PWD=" + braced(password_of(connection_string)) +
            ";TDS_Version=7.4;ClientCharset=UTF-8;APP=Tallvex;";
 }
@@ -88,7 +87,7 @@ std::string freetds_connection_string(const std::string& connection_string, cons
 std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string, Patience patience) {
     const auto find = [connection_string, driver = freetds_driver()](std::chrono::milliseconds within) {
         const auto end = std::chrono::steady_clock::now() + within;
-        const DataSource source = parse_data_source(part_of(connection_string, "Data Source"));
+        const DataSource source = parse_data_source(connection_part(connection_string, "Data Source"));
         std::uint16_t port = source.port.value_or(default_port);
         // The driver resolves the name again, without a time-out, so only names that resolve are given to it.
         bool found = addresses_of(source.host, port, SOCK_STREAM, within) != nullptr;

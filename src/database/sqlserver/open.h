@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "database/connection.h"
 
@@ -21,6 +22,10 @@ std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string,
 inline std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string) {
     return open_sqlserver(connection_string, Patience());
 }
+
+// The value of a "name=value;" part of a connection string, with its blanks; empty if there is none. The last
+// one counts, as with OLE DB.
+std::string_view connection_part(std::string_view connection_string, std::string_view name);
 
 // The driver's own connection string for the program's: `driver` is its name or library in braces.
 std::string freetds_connection_string(const std::string& connection_string, const std::string& driver,
