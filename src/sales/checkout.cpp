@@ -41,10 +41,10 @@ BeginSave Checkout::begin_save() {
             services_.prompts.message(*refused, common::Icon::exclamation);
             return BeginSave::refused;
         }
-        // Said before any money is counted; saving checks again.
+        // Checked before any money is counted; saving checks again.
         const auto shift = check_before_saving(connection_, session_, services_.prompts, invoice_);
         if (!shift) {
-            // Another till may have used the number shown; the next attempt has one of its own.
+            // Another till may have used the number shown, so the next attempt gets a new one.
             if (!sale_.shows_saved_receipt()) NextInvoiceNumber();
             return BeginSave::refused;
         }

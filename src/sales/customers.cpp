@@ -21,9 +21,9 @@ bool is_same(const Row& row, const WalkInCustomer& customer) {
     return equal("zname", customer.name) && equal("zphone", customer.phone) && equal("zmail", customer.mail);
 }
 
-// Codes from the proposed one on were given out since it was proposed. A row among them that is the customer
-// to the letter was written by an attempt whose answer was lost: he is not added a second time.
-void settle_code(Connection& connection, WalkInCustomer& customer) {
+// Other tills may have given out the proposed code and those after it. If one of these rows is this customer
+// to the letter, an attempt whose answer was lost wrote it, and he is not added a second time.
+void choose_code(Connection& connection, WalkInCustomer& customer) {
     std::int64_t last = 0;
     for (const Row& row : connection.query(Sql("select * from cust_cash where zcode >= ") + customer.code)) {
         last = std::max(last, row.integer("zcode"));
@@ -49,7 +49,7 @@ std::optional<WalkInCustomer> find_walk_in(Connection& connection, std::int64_t 
 }
 
 void store_walk_in_customer(Connection& connection, WalkInCustomer& customer) {
-    if (customer.is_new) settle_code(connection, customer);
+    if (customer.is_new) choose_code(connection, customer);
     Recordset rows =
         customer.is_new
             ? Recordset(connection, "select * from cust_cash ")

@@ -14,9 +14,9 @@ std::string account_name(database::Connection& connection, std::int64_t code);
 // A walk-in customer by his code; nothing if he was deleted.
 std::optional<WalkInCustomer> find_walk_in(database::Connection& connection, std::int64_t code);
 
-// Adds a new customer under the code proposed, or the next free one when another till has used it meanwhile;
-// gives a known one the name, phone and mail of the screen. Afterwards the customer is known and his code is
-// the one of his row.
+// Adds a new customer under the proposed code, or under the next free one if another till has used that code
+// meanwhile. Writes name, phone and mail of a known customer. Afterwards the customer is a known one and has
+// the code of his row.
 void store_walk_in_customer(database::Connection& connection, WalkInCustomer& customer);
 
 }  // namespace sales

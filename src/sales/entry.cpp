@@ -10,7 +10,7 @@ namespace sales {
 
 namespace {
 
-// No barcode in use is longer than the column that holds barcodes.
+// The width of the column that holds barcodes.
 constexpr std::size_t longest_code = 50;
 constexpr std::size_t label_length = 13;
 
@@ -43,7 +43,7 @@ bool is_invisible(char32_t c) {
            (c >= 0x2066 && c <= 0x2069) || c == 0xFEFF;
 }
 
-// What stands after the first "*", without what cannot be seen.
+// The text after the first "*", without invisible characters.
 std::string name_after_star(std::string_view text) {
     std::u32string name;
     for (const char32_t c : common::code_points(text.substr(text.find('*') + 1)))
@@ -80,7 +80,7 @@ std::string normalize_scan(std::string_view text) {
 
 Entry read_entry(std::string_view text) {
     Entry entry;
-    // Cut before any work: a pasted book must not hold up the till.
+    // Refused before any work: a pasted book must not hold up the till.
     if (text.size() > 4 * longest_code + 64) {
         entry.form = EntryForm::unreadable;
         return entry;

@@ -7,9 +7,9 @@
 
 namespace sales {
 
-// The text as a scanner on a Latin layout would have sent it: Arabic-Indic digits become Western, letters of
-// the Arabic keyboard layout become the Latin letters of their keys, direction marks and control characters
-// go, blanks at both ends go.
+// The text as a scanner on a Latin layout would have sent it: with Western digits, with the Latin letters of
+// the keys for those of the Arabic keyboard layout, and without direction marks, control characters and
+// surrounding blanks.
 std::string normalize_scan(std::string_view text);
 
 enum class EntryForm {
@@ -26,9 +26,10 @@ struct Entry {
     std::string text;         // normalised; of a scale label: the item code
     std::string name;         // of an unlisted item: what was typed after "*", as typed
     double quantity = 1;      // of a scale label its weight in units, else 1
-    std::int64_t number = 0;  // of a craftsman line; 0 when the text after the letter is no number
+    std::int64_t number = 0;  // of a craftsman line; 0 if the text after the letter is not a number
 };
 
+// The one interpretation of an entry. Whoever needs to know what was entered asks its result.
 Entry read_entry(std::string_view text);
 
 }  // namespace sales

@@ -19,28 +19,13 @@ std::optional<double> optional_value(const std::string& cell) {
 }  // namespace
 
 int ctype_of(KindOption kind) {
-    switch (kind) {
-        case KindOption::sale:
-            return 0;
-        case KindOption::return_:
-            return 2;
-        case KindOption::third:
-            return 3;
-    }
-    return 0;
+    constexpr int codes[] = {0, 2, 3};
+    return codes[static_cast<std::size_t>(kind)];
 }
 
 int stype_of(PaymentOption payment) {
-    switch (payment) {
-        case PaymentOption::account:
-        case PaymentOption::cash:
-            return 0;
-        case PaymentOption::card:
-            return 1;
-        case PaymentOption::tips:
-            return 2;
-    }
-    return 0;
+    constexpr int codes[] = {0, 0, 1, 2};
+    return codes[static_cast<std::size_t>(payment)];
 }
 
 KindOption kind_of(std::int64_t ctype) {
@@ -88,7 +73,7 @@ Line Line::from_cells(const std::array<std::string, column::count>& cell) {
     line.quantity = common::numeric_value(cell[column::quantity]);
     line.price = common::numeric_value(cell[column::price]);
     line.discount = common::numeric_value(cell[column::discount_value]);
-    // A line without a factor would move no stock; one base unit is what its quantity then means.
+    // A line without a factor would move no stock, so its quantity counts as base units.
     const double factor = common::numeric_value(cell[column::unit_factor]);
     line.factor = factor > 0 ? factor : 1;
     const auto unit = code_value(cell[column::unit_code]);
@@ -126,15 +111,8 @@ double Invoice::cost() const {
 }
 
 std::uint32_t grid_colour(KindOption kind) {
-    switch (kind) {
-        case KindOption::sale:
-            return colour_sale;
-        case KindOption::return_:
-            return colour_return;
-        case KindOption::third:
-            return colour_third;
-    }
-    return colour_sale;
+    constexpr std::uint32_t colours[] = {colour_sale, colour_return, colour_third};
+    return colours[static_cast<std::size_t>(kind)];
 }
 
 std::string_view kind_caption(KindOption kind, PaymentOption payment) {
@@ -152,7 +130,6 @@ bool payment_enabled(PaymentOption payment, KindOption kind) {
     return kind == KindOption::sale || payment == PaymentOption::account || payment == PaymentOption::cash;
 }
 
-// Tips are handed over in cash, so what is left of them on a return is cash; for a card the rule is account.
 PaymentOption payment_after_switch(PaymentOption payment, KindOption kind) {
     if (payment_enabled(payment, kind)) return payment;
     return payment == PaymentOption::card ? PaymentOption::account : PaymentOption::cash;

@@ -21,8 +21,8 @@ enum class PaymentOption { account = 0, cash = 1, card = 2, tips = 3 };
 int ctype_of(KindOption kind);
 // sales.stype of each payment option: 0 account and cash, 1 card, 2 tips.
 int stype_of(PaymentOption payment);
-// The options that a saved invoice or offer was rung up with. Its customer tells an account invoice; among
-// the others `stype` tells card and tips from cash.
+// The options that a saved invoice or offer was rung up with. An account customer makes it an account
+// invoice; the others are cash, card or tips by their `stype`.
 KindOption kind_of(std::int64_t ctype);
 PaymentOption payment_of(std::int64_t vcode, std::int64_t stype);
 
@@ -90,11 +90,11 @@ struct Line {
     double gross() const { return quantity * price; }
     // Not rounded; rounding is only for showing.
     double total() const { return gross() - discount; }
-    // discount × 100 / gross, 0 where the gross is 0.
+    // discount × 100 / gross; 0 if the gross is 0.
     double discount_percent() const { return gross() == 0 ? 0 : discount * 100 / gross(); }
     double base_quantity() const { return quantity * factor; }
 
-    // The 25 cells as the grid shows and offers store them, and back. Cells that hold no number count as 0.
+    // The 25 cells as the grid shows and offers store them, and back. Non-numbers count as 0.
     std::array<std::string, column::count> cells(int number) const;
     static Line from_cells(const std::array<std::string, column::count>& cells);
 };
@@ -138,7 +138,7 @@ struct Invoice {
     std::vector<Line> lines;
     double discount_percent = 0;  // of the whole invoice; the value follows the lines
 
-    // The walk-in customer's data count on an invoice that is no account customer's.
+    // Account invoices have no walk-in customer, even if his data were typed.
     bool has_walk_in() const { return walk_in.has_value() && payment != PaymentOption::account; }
     bool is_return() const { return kind != KindOption::sale; }
     std::optional<std::size_t> first_row() const {
@@ -150,7 +150,7 @@ struct Invoice {
     }
     // The store that a line's goods come from.
     std::int64_t source_of(const Line& line) const { return line.is_supplied() ? line.source_store : store; }
-    // Makes a store the selling one. Lines that it was to supply need no transfer any more.
+    // Makes a store the selling one. Lines that it was to supply no longer need a transfer.
     void sell_from(std::int64_t new_store);
     // sales.vcode: the account customer, else the walk-in customer.
     std::int64_t vcode() const { return payment == PaymentOption::account ? customer : walk_in_customer; }
@@ -162,7 +162,7 @@ struct Invoice {
 
 // --- what kinds, payments and columns are called ----------------------------------------------------
 
-// Background of the line grid by kind, and of the cells that want the cashier's typing; 0xBBGGRR.
+// Background of the line grid by kind, and of the cells that wait for the cashier; 0xBBGGRR.
 inline constexpr std::uint32_t colour_sale = 0xECFFFF;
 inline constexpr std::uint32_t colour_return = 0xC0FFC0;
 inline constexpr std::uint32_t colour_third = 0xC0E0FF;
@@ -171,7 +171,7 @@ inline constexpr std::uint32_t colour_editable_cell = 0x80FFFF;
 std::uint32_t grid_colour(KindOption kind);
 
 // The caption of the kind label: "بيع نقدي" cash sale, "بيع الي" account sale, "مرتجع نقدي" cash return,
-// "مرتجع الي" account return. The third kind reads as a sale; card and tips read as cash.
+// "مرتجع الي" account return. The third kind has the captions of a sale; card and tips have those of cash.
 std::string_view kind_caption(KindOption kind, PaymentOption payment);
 
 // "آجل" account, "نقدي" cash, "بطاقة إئتمان" credit card, "أكراميات" tips.
@@ -180,7 +180,7 @@ std::string_view payment_caption(PaymentOption payment);
 // Card and tips are for sales only.
 bool payment_enabled(PaymentOption payment, KindOption kind);
 
-// The payment that remains when the kind is switched: a card gives way to account, tips to cash.
+// The payment after the kind is switched: on a return, card becomes account and tips become cash.
 PaymentOption payment_after_switch(PaymentOption payment, KindOption kind);
 
 // The headings of the screen's three grids; hidden columns have none.

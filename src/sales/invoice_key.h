@@ -21,7 +21,7 @@ Series series_of(KindOption kind, PaymentOption payment);
 std::int64_t next_invoice_number(database::Connection& connection, const Invoice& invoice);
 
 // The columns that the rows of `sales` and `saledata` share. Two tills may have drawn the same number at the
-// same moment; such invoices differ in their time of saving alone.
+// same moment; such invoices differ only in their time of saving.
 struct InvoiceKey {
     std::int64_t number = 0;
     std::int64_t ctype = 0;

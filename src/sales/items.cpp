@@ -59,7 +59,7 @@ Lookup look_up_item(Connection& connection, std::string_view text) {
     const auto bars = connection.query(Sql("select * from barcode where bar = ") + quoted(text));
     for (const Row& row : bars) {
         const std::int64_t item = row.integer("code");
-        // Which of two items was meant cannot be guessed: the wrong one would be sold unseen.
+        // A guess between two items would sell the wrong one unnoticed.
         if (code && *code != item) return {Found::shared_barcode, {}};
         if (code) continue;
         code = item;
@@ -67,7 +67,7 @@ Lookup look_up_item(Connection& connection, std::string_view text) {
         unit_level = level >= 1 && level <= 3 ? static_cast<int>(level) : 1;
     }
     if (!code) code = common::parse_integer(text);
-    // Codes are 32-bit; an unknown 13-digit barcode is no code.
+    // Codes are 32-bit, so an unknown 13-digit barcode is not one.
     if (!code || *code < 0 || *code > std::numeric_limits<std::int32_t>::max()) return {};
     const auto item = load_item(connection, *code, unit_level);
     if (!item) return {};
@@ -117,8 +117,8 @@ std::optional<double> entry_price(const Item& item, int price_level) {
     const std::optional<double> card = item.prices[level - 1];
     if (!card) return std::nullopt;
     double price = *card * (100 - item.period_percent) / 100;
-    // A period that names a price and no percent: that price holds for the single unit it was given for,
-    // unless the customer's level is cheaper anyway.
+    // A period may name a price instead of a percent. It holds for the single unit, unless the price level is
+    // cheaper anyway.
     if (item.period_percent == 0 && item.unit_level == 1 && item.period_price && *item.period_price > 0)
         price = std::min(price, *item.period_price);
     return common::round_decimals(price, 2);
@@ -131,7 +131,7 @@ bool is_clearance(const Item& item) {
 std::optional<std::string_view> item_refusal(const Item& item, bool is_return) {
     if (item.stopped) return message::stopped;
     if (is_return && item.sale_only) return message::sale_only;
-    // A factor of 0 or below says as little as a missing one.
+    // A factor of 0 or below counts as missing.
     if (!(item.factor > 0)) {
         switch (item.unit_level) {
             case 2:
@@ -172,7 +172,7 @@ std::vector<std::string> expiry_texts(Connection& connection, std::int64_t item)
     std::vector<std::string> undated;
     for (const auto& row : connection.query(Sql("SELECT edate  From stk WHERE stk.icode=") + item)) {
         const std::string mark(message::expiry_mark);
-        // The date of "no expiry" is no date that a cashier could tell a customer.
+        // The far-future date that stands for "no expiry" would mislead the cashier.
         if (row.null("edate") || row.moment("edate").date == common::no_expiry)
             undated.push_back(mark + std::string(message::no_expiry_date));
         else

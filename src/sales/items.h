@@ -1,4 +1,4 @@
-// Items of the shop: found by a scanned or typed code, with their units, prices and what may be told of them.
+// Items of the shop, found by a scanned or typed code: units, prices, and what the cashier may look up.
 #pragma once
 
 #include <array>
@@ -26,8 +26,8 @@ struct Item {
     bool stopped = false;
     bool sale_only = false;  // sold without stock keeping
     int unit_level = 1;      // 1 unit, 2 pack, 3 carton
-    double factor = 0;       // base units in that unit; 0 when the card does not say
-    // Price levels 1 (cost) to 5 of that unit; none where the card has no price.
+    double factor = 0;       // base units in that unit; 0 if the card does not say
+    // Price levels 1 (cost) to 5 of that unit; nothing where the card has no price.
     std::array<std::optional<double>, 5> prices;
     double period_percent = 0;  // discount of the active sale period
     std::optional<double> period_price;
@@ -50,7 +50,7 @@ struct Lookup {
 
 // Resolves a barcode, else an item code.
 Lookup look_up_item(database::Connection& connection, std::string_view text);
-// Why nothing was found that can be entered; nothing if an item was.
+// The message if no item was found.
 std::optional<std::string_view> lookup_refusal(const Lookup& lookup);
 // An item by its code in a unit level.
 std::optional<Item> load_item(database::Connection& connection, std::int64_t code, int unit_level);
@@ -71,14 +71,14 @@ int default_level(std::int64_t main_p);
 std::string_view unit_name(int unit_level);
 
 // The price of the item's unit at a level, less the period discount, rounded to the two decimals that are
-// shown so that what the customer sees is what he is charged. None where the card has no such price.
+// shown, so that the customer is charged what he sees. Nothing if the card has no such price.
 std::optional<double> entry_price(const Item& item, int price_level);
 
-// True when the price comes from the active sale period with a percent: such a line takes no further
+// Returns true if the price comes from the active sale period with a percent. Such a line takes no further
 // discount.
 bool is_clearance(const Item& item);
 
-// The message of the first check that fails; none when the item may be entered.
+// The message of the first check that fails; nothing if the item may be entered.
 std::optional<std::string_view> item_refusal(const Item& item, bool is_return);
 
 // --- information -----------------------------------------------------------------------------------
@@ -91,10 +91,10 @@ struct ItemInfo {
     std::string price13;  // wholesale
     std::string profit;   // "ربح متوقع ==> " and what a retail sale of one unit earns
 };
-// None when the item does not exist.
+// Nothing if the item does not exist.
 std::optional<ItemInfo> load_item_info(database::Connection& connection, std::int64_t code);
 
-// " الكمية بالمخزن : " and the store's quantity in base units, or "صفر" (zero) when there is no stock row.
+// " الكمية بالمخزن : " and the store's quantity in base units, or "صفر" (zero) if there is no stock row.
 std::string stock_text(database::Connection& connection, std::int64_t item, std::int64_t store);
 // One text per stock row of the item, in all stores: "==> yyyy/mm/dd", the nearest first, then "==> بدون
 // تاريخ" (no date).

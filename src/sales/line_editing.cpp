@@ -95,7 +95,7 @@ bool LineEditing::stock_allows(const Invoice& invoice, Line& line, double quanti
 bool LineEditing::commit_price(Line& line, std::string_view text) {
     const auto price = common::parse_number(text);
     if (!price || !is_valid_price(*price)) return refuse(message::wrong_price);
-    // A general item still waits for its quantity when its price is typed first: there is nothing to compare.
+    // A general item whose price is typed first has no quantity yet to compare with.
     if (line.quantity > 0 &&
         exceeds_ceiling(line.discount, *price * line.quantity, session_.settings.max_dis))
         return refuse(message::price_against_discount);
@@ -107,9 +107,9 @@ bool LineEditing::commit_discount(Line& line, std::string_view text, bool as_per
     const auto typed = common::trim(text).empty() ? std::optional<double>(0) : common::parse_number(text);
     if (!typed || !is_valid_discount(*typed)) return refuse(message::wrong_discount);
     const double discount = as_percent ? line.gross() * *typed / 100 : *typed;
-    // A percent of a line that is worth nothing yet would vanish unseen.
+    // A percent of a line that is worth nothing yet would be lost without a word.
     const bool of_nothing = *typed > 0 && line.gross() <= 0;
-    // Whatever the ceiling says, nobody is paid for taking the goods.
+    // A ceiling above 100 percent must not make the line negative.
     const bool above_all = discount > line.gross();
     if (of_nothing || above_all || exceeds_ceiling(discount, line.gross(), session_.settings.max_dis)) {
         line.discount = 0;
@@ -123,7 +123,7 @@ bool LineEditing::commit_discount(Line& line, std::string_view text, bool as_per
 
 namespace {
 
-// What the field says; an emptied field says 0.
+// The number in the field; an empty field counts as 0.
 std::optional<double> typed_discount(std::string_view text) {
     if (common::trim(text).empty()) return 0;
     const auto typed = common::parse_number(text);

@@ -17,19 +17,20 @@ inline constexpr double largest_price = 99'999'999;
 
 // Above 0, within bounds, and with no more than the three decimals that a quantity shows.
 bool is_valid_quantity(double quantity);
-// A computed quantity without what binary sums add to its three decimals; any other is left alone.
+// A computed quantity without the error that binary sums add to its three decimals. A quantity that really
+// has more decimals stays as it is.
 double without_noise(double quantity);
 // Above 0, within bounds, and with no more than four decimals, which is finer than any price list.
 bool is_valid_price(double price);
 // The same for a discount value or percent, which may be 0.
 bool is_valid_discount(double discount);
 
-// True when a discount is more than `max_dis` percent of an amount. The percentage is compared in single
-// precision, as the ceiling is kept in: 7.1 percent passes a ceiling of 7.1. Any discount on nothing is too
-// much.
+// Returns true if a discount is more than `max_dis` percent of an amount. The percentage is compared in
+// single precision, like the ceiling itself: 7.1 percent passes a ceiling of 7.1. Any discount on nothing
+// exceeds it.
 bool exceeds_ceiling(double discount, double amount, float max_dis);
 
-// True when an amount is below the cost by more than the noise of binary sums.
+// Returns true if an amount is below the cost by more than the error of binary sums.
 bool makes_loss(double amount, double cost);
 
 class LineEditing {
@@ -40,12 +41,12 @@ class LineEditing {
           prompts_(prompts),
           stock_(connection, session, prompts) {}
 
-    // True when the cell may be opened; else the reason has been said. Only columns 4 to 7 open.
+    // Returns true if the cell may be opened, else false after showing why. Only columns 4 to 7 open.
     bool may_open(const Line& line, int column);
 
-    // Commits what was typed into a cell of columns 4 to 7. False when it was refused, which has been said: a
-    // refused discount leaves "0.00", a refused quantity or price leaves the line as it was, and so does a
-    // text that is no number.
+    // Commits what was typed into a cell of columns 4 to 7. Returns false after showing why it was refused: a
+    // discount that is too high becomes "0.00"; a refused quantity or price, and any text that is not a valid
+    // number, leaves the line as it was.
     bool commit(Invoice& invoice, std::size_t row, int column, std::string_view text);
 
   private:
@@ -61,8 +62,9 @@ class LineEditing {
     StockCheck stock_;
 };
 
-// Both keep the percent, unrounded, so that the value shown is the value typed and follows the lines
-// afterwards. False when refused, which has been said: the invoice then has no discount.
+// The discount on the whole invoice. Both keep the percent, not rounded, so that the value shown is the value
+// typed and follows the lines afterwards. Return false after showing why it was refused; the invoice then has
+// no discount.
 bool commit_discount_value(Invoice& invoice, const signin::Session& session, common::Prompts& prompts,
                            std::string_view text);
 bool commit_discount_percent(Invoice& invoice, const signin::Session& session, common::Prompts& prompts,

@@ -12,7 +12,7 @@ using database::Sql;
 
 namespace {
 
-// Names that only shops made with this program keep in tables of their own; elsewhere the numbers stand.
+// Only shops made with this program have these tables of names; other shops show the numbers.
 std::vector<common::Choice> optional_choices(Connection& connection, database::Fragment statement) {
     try {
         return choices(connection.query(statement));
@@ -36,7 +36,7 @@ std::string group_name(const Lists& lists, std::int64_t item_type) {
 
 Lists load_lists(Connection& connection) {
     Lists lists;
-    lists.stores = choices(connection.query("select * from stocks"));
+    lists.stores = database::load_stores(connection);
     lists.users = choices(connection.query("select * from [users]"));
     lists.banks =
         choices(connection.query("select * from bankdata where isnull(mob,0) = 0 "), "bcode", "bname");

@@ -1,4 +1,4 @@
-// The lists that the sales screen fills when it opens: stores, users, banks, customers, receivers, salesmen.
+// The lists that the sales desk fills when it opens: stores, users, banks, customers, receivers, salesmen.
 #pragma once
 
 #include <cstdint>
@@ -25,7 +25,7 @@ struct Lists {
     std::vector<common::Choice> account_customers;
     std::vector<common::Choice> tips_receivers;
     std::vector<common::Choice> workers;
-    std::vector<common::Choice> item_types;  // empty where the shop keeps no names for them
+    std::vector<common::Choice> item_types;  // empty if the shop keeps no names for them
     std::vector<common::Choice> makers;
 };
 // All of them but the user filter, which the screen fills after its sale period.
@@ -33,7 +33,7 @@ Lists load_lists(database::Connection& connection);
 std::vector<common::Choice> load_user_filter(database::Connection& connection);
 // The group shown for an item type: its name, else its number, nothing for 0.
 std::string group_name(const Lists& lists, std::int64_t item_type);
-// Account customers and tips receivers again, after one was added on its own screen.
+// Reads account customers and tips receivers again, after one was added on its own screen.
 void reload_parties(database::Connection& connection, Lists& lists);
 
 // One line of the shift grid.
@@ -52,9 +52,9 @@ std::set<std::int64_t> shifts_of_user(database::Connection& connection, const si
 // The lines of the news ticker.
 std::vector<std::string> load_news(database::Connection& connection);
 
-// The number of the sale period that covers the day; none when no period does.
+// The number of the sale period that covers the day, if any.
 std::optional<std::int64_t> sale_period_of(database::Connection& connection, const common::Date& today);
-// Fills `tmp_price` with the prices of the sale period that covers the day; empties it when none does.
+// Fills `tmp_price` with the prices of the sale period that covers the day, or empties it if none does.
 // Returns that period.
 std::optional<std::int64_t> load_sale_period(database::Connection& connection, const common::Date& today);
 

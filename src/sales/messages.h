@@ -18,7 +18,7 @@ inline constexpr std::string_view select_invoice_first = "يجب تحديد ال
 inline constexpr std::string_view wrong_code = "الكود غير صحيح";
 // The barcode is registered for more than one item; enter the item's code.
 inline constexpr std::string_view shared_barcode = "الباركود مسجل لأكثر من صنف، ادخل كود الصنف";
-// Product code wrong or product already sold / or product not sold.
+// The product code is wrong, or the product was sold already / was not sold.
 inline constexpr std::string_view product_sold = "كود المنتج غير صحيح أو تم بيع هذا المنتج";
 inline constexpr std::string_view product_not_sold = "كود المنتج غير صحيح أو لم تم بيع هذا المنتج";
 // Sorry, trading in this item has been stopped.
@@ -137,7 +137,7 @@ inline constexpr std::string_view empty_invoice = "لا توجد أصناف في
 inline constexpr std::string_view no_shift = "لا يمكن حفظ البون بدون فتح ورديه جديده";
 // Choose the store.
 inline constexpr std::string_view choose_store = "اختار المخزن";
-// "The quantity of item … is not enough": the item's name stands between.
+// "The quantity of item … is not enough", with the item's name in between.
 inline constexpr std::string_view quantity_of = "كميه الصنف ";
 inline constexpr std::string_view not_enough = " لا تكفي";
 // Enter the permit data.
@@ -149,21 +149,21 @@ inline constexpr std::string_view choose_customer = "اختار العميل";
 inline constexpr std::string_view customer_gone = "العميل غير موجود";
 // The cash customer's name does not exist.
 inline constexpr std::string_view walk_in_gone = "اسم العميل النقدي غير موجود";
-// Choose the tips customer / he, or the bank, no longer exists / choose the bank / enter the card's
-// reference.
+// Choose the tips customer / the tips customer, the bank no longer exists / choose the bank / enter the
+// card's reference.
 inline constexpr std::string_view choose_tips = "اختار عميل الاكراميات";
 inline constexpr std::string_view tips_gone = "عميل الاكراميات غير موجود";
 inline constexpr std::string_view bank_gone = "البنك غير موجود";
 inline constexpr std::string_view choose_bank = "اختار البنك";
 inline constexpr std::string_view enter_reference = "أدخل الرقم المرجعي لبطاقة الائتمان";
-// What was typed is too long: the field's name stands before it.
+// "…: the text is too long", after the name of the field.
 inline constexpr std::string_view too_long = ": النص أطول من المسموح";
 inline constexpr std::string_view permit_field = "رقم الإذن";
 inline constexpr std::string_view note_field = "ملاحظات";
 inline constexpr std::string_view holder_field = "صاحب البطاقة";
 inline constexpr std::string_view reference_field = "رقم مرجعي";
 inline constexpr std::string_view name_field = "اسم الصنف";
-// More is returned than was sold and not yet returned, of item …
+// More is returned of item … than was sold and not yet returned.
 inline constexpr std::string_view returned_too_much = "الكمية المرتجعة أكبر من المباعة للصنف ";
 // The invoice could not be saved; nothing was written.
 inline constexpr std::string_view not_saved = "لم يتم حفظ البون ولم يسجل منه شيء، حاول مرة أخرى";

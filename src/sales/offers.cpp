@@ -15,9 +15,9 @@ using database::Sql;
 
 namespace {
 
-// A name longer than an offer's cell was cut; the item's card still has the whole.
+// Restores a name that was cut to the width of an offer's cell from the item's card.
 void restore_cut_name(Connection& connection, Line& line) {
-    // One short of the width where a character that counts twice did not fit any more.
+    // It may be one short of the width, if a character that counts twice no longer fitted.
     if (!line.item_code || common::column_width(line.name) + 1 < stock::cell_width) return;
     const std::string whole =
         database::text_of(connection.scalar(Sql("select [name] from items where code = ") + *line.item_code));
@@ -36,7 +36,7 @@ stock::OfferHeader offer_header(const Invoice& invoice, std::int64_t user) {
     header.ctype = ctype_of(invoice.kind);
     header.stype = stype_of(invoice.payment);
     header.user = user;
-    // As the discount field shows it.
+    // Rounded as the discount field shows it.
     header.discount = common::round_decimals(invoice.discount(), 2);
     header.walk_in = invoice.walk_in ? invoice.walk_in->code : 0;
     header.date = invoice.date;
@@ -71,7 +71,7 @@ Invoice invoice_of(Connection& connection, const stock::Offer& offer) {
         invoice.lines.back().marked = true;
         restore_cut_name(connection, invoice.lines.back());
     }
-    // The offer keeps the invoice discount as a value; the screen keeps the percent, which the value follows.
+    // An offer stores the invoice discount as a value, an invoice has the percent.
     const double total = invoice.total();
     invoice.discount_percent = total == 0 ? 0 : offer.header.discount * 100 / total;
     return invoice;
@@ -121,7 +121,7 @@ std::optional<printing::Report> quotation(Connection& connection, const signin::
     report.totals = {{"الاجمالي", common::format_amount(invoice.total())},
                      {"خـــــــصم", common::format_amount(invoice.discount())},
                      {"الصافي", common::format_amount(invoice.net())}};
-    // Quotations run into thousands, which the receipts' own speller does not reach.
+    // The receipts' own speller does not reach the thousands of quotations.
     report.words = common::spell_amount(invoice.net());
     for (const std::string& line : session.credit_lines) {
         if (!line.empty()) report.footers.push_back(line);

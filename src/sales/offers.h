@@ -12,7 +12,7 @@
 namespace sales {
 
 // The message about the first line loaded from an offer whose item may no longer be sold; nothing if all may.
-// An item that was repriced since keeps the offer's price: that is what an offer is for.
+// An item that was repriced since keeps the offer's price, which is what an offer is for.
 std::optional<std::string> offer_line_refused(database::Connection& connection, const Invoice& invoice);
 
 // An offer as an A4 quotation, with its total in words (in figures only beyond what the words reach). Nothing

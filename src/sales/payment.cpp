@@ -28,7 +28,7 @@ Payment::Payment(common::Devices& devices, double net, std::vector<common::Choic
     refresh_display();
 }
 
-// Without what a binary difference leaves below the smallest coin.
+// Rounded, because a binary difference leaves a rest below the smallest coin.
 double Payment::change() const {
     return common::round_decimals(paid_ - net_, 2);
 }

@@ -1,5 +1,5 @@
-// The payment dialog without its face (object `Form34`): net, paid, change, salesman, and what the customer
-// display shows meanwhile.
+// The payment dialog without its window (object `Form34`): net, paid, change and salesman; and the two
+// devices at the desk, the customer display and the cash drawer.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@ inline constexpr std::string_view welcome_text = "Welcome to Morvin";
 // The port of the keyboard's drawer command.
 inline constexpr std::string_view keyboard_drawer_port = "com3";
 
-// Two lines in one text: "Total  " and the amount filled up with blanks to 20 characters, then "Change  " and
+// Two lines in one text: "Total  " and the amount, padded with blanks to 20 characters, then "Change  " and
 // the change.
 std::string display_text(double amount, double change);
 
@@ -44,17 +44,11 @@ struct PaymentConfirmed {
     std::string worker_name;
 };
 
-// Captions of the two figures, in both languages of the dialog.
-inline constexpr std::string_view paid_caption = "المدفوع";
-inline constexpr std::string_view paid_caption_latin = "payed";
-inline constexpr std::string_view change_caption = "المردود";
-inline constexpr std::string_view change_caption_latin = "Retu.";
-
 class Payment {
   public:
-    // Opens for a net amount, which is asked for as it is shown: whoever pays the two decimals that he sees
-    // has paid. The net is proposed as paid, and the display shows it with no change. `workers` is the
-    // salesman list; `chosen` the one already on the invoice.
+    // Opens for a net amount, rounded to the two decimals that are shown, because these are what the customer
+    // pays. The net is proposed as paid, and the display shows it with no change. `workers` is the salesman
+    // list, `chosen` the one already on the invoice.
     Payment(common::Devices& devices, double net, std::vector<common::Choice> workers,
             std::int64_t chosen = 0);
 
@@ -67,7 +61,7 @@ class Payment {
     const std::vector<common::Choice>& workers() const { return workers_; }
     std::int64_t worker() const { return worker_; }
 
-    // The paid field changed. A text that is no number counts as 0.
+    // The paid field changed. Non-numbers count as 0.
     void type_paid(std::string_view text);
     void choose_worker(std::int64_t code);
 

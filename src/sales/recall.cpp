@@ -17,10 +17,10 @@ using database::Sql;
 
 namespace {
 
-// Below this a rest of a returned quantity is rounding, not goods.
+// A rest of a returned quantity below this is a rounding error, not goods.
 constexpr double nothing_left = 1e-6;
 
-// What tells one article of an invoice from another: the item, or the typed name of a general item.
+// An article of an invoice: an item, or a general item by its typed name.
 using Article = std::pair<std::int64_t, std::string>;
 
 Article article_of(const Line& line) {
@@ -45,13 +45,13 @@ Line line_of(Connection& connection, const Row& row, const Lists& lists) {
     if (item.empty()) return line;  // deleted since: shown as it was sold, without stock
     line.group = group_name(lists, item.front().integer("itype"));
     line.stock_kept = item.front().integer("sale_only") == 0;
-    // Other programs may have written codes here that are no unit level.
+    // Other programs may have written other codes here than unit levels.
     const int unit_level = line.unit_code <= 3 ? line.unit_code : 1;
     line.unit_cost = item.front().number(price_column(unit_level, cost_level));
     return line;
 }
 
-// Base quantities of the articles in lines, as the given query returns them.
+// The base quantities of the articles in rows of `saledata`.
 std::map<Article, double> quantities(const database::Result& rows) {
     std::map<Article, double> sums;
     for (const Row& row : rows) {
@@ -75,8 +75,8 @@ std::vector<Line> lines_of(Connection& connection, const RecalledInvoice& recall
                            const Lists& lists) {
     const auto rows = connection.query(Sql("select * from saledata") + where(key_of(recalled.invoice)) +
                                        " order by serial");
-    // Lines carry the time of their save, which tells two invoices of one number apart; other programs may
-    // have left it empty.
+    // Lines carry the time of their save, which tells two invoices of one number apart, unless another
+    // program left it empty.
     const auto is_own = [&](const Row& row) { return row.moment("time_").time == recalled.saved_at.time; };
     const bool by_time = number_is_shared && std::any_of(rows.begin(), rows.end(), is_own);
     std::vector<Line> lines;
@@ -90,8 +90,6 @@ RecalledInvoice load_invoice(Connection& connection, const Row& header, bool num
                              const Lists& lists) {
     RecalledInvoice recalled;
     recalled.shift = header.integer("Shift");
-    recalled.cash_point = header.integer("ptype");
-    recalled.user_code = header.integer("User");
     recalled.saved_at = {header.moment("Date").date, header.moment("time_").time};
 
     Invoice& invoice = recalled.invoice;

@@ -50,7 +50,7 @@ struct Sale {
     std::int64_t chosen_customer = walk_in_customer;  // kept while another payment is selected
     bool date_chosen = false;                         // the invoice keeps its date
     bool sale_period_checked = false;                 // since the invoice was begun
-    std::optional<RecalledInvoice> recalled;          // the saved receipt on the screen, or its return's
+    std::optional<RecalledInvoice> recalled;          // the saved receipt that it is, or is a return of
     bool edited = false;                              // since it was recalled
     std::int64_t offer = 0;                           // the offer it was loaded from; 0 for none
     // The last step of a save that stopped part-way. The invoice then cannot be changed until it is

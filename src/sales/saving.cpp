@@ -22,7 +22,7 @@ namespace {
 // The log's code of lines about saving.
 constexpr std::string_view log_code = "250";
 
-// Times of day are kept in a datetime column of their own, on the server's day zero.
+// A time of day is stored in a datetime column of its own, with the server's day zero as its date.
 common::Moment time_only(const common::Moment& moment) {
     return {{1900, 1, 1}, moment.time};
 }
@@ -36,19 +36,19 @@ bool takes_from_stock(const Invoice& invoice, const Line& line) {
     return !invoice.is_return() && line.moves_stock();
 }
 
-// A statement whose answer never came may have done its work.
+// A statement whose answer never came may have been carried out.
 bool may_have_run(const std::exception& error) {
     const auto* failure = dynamic_cast<const database::Error*>(&error);
     return failure != nullptr && (failure->is_connection_lost() || failure->sqlstate() == "HYT00");
 }
 
-// Marks the save in flight, so that a second press while a box or the printer is waiting does nothing.
-class InFlight {
+// Marks a running save, so that a second press while a message or the printer is waiting does nothing.
+class RunningMark {
   public:
-    explicit InFlight(bool& flag) : flag_(flag) { flag_ = true; }
-    ~InFlight() { flag_ = false; }
-    InFlight(const InFlight&) = delete;
-    InFlight& operator=(const InFlight&) = delete;
+    explicit RunningMark(bool& flag) : flag_(flag) { flag_ = true; }
+    ~RunningMark() { flag_ = false; }
+    RunningMark(const RunningMark&) = delete;
+    RunningMark& operator=(const RunningMark&) = delete;
 
   private:
     bool& flag_;
@@ -57,38 +57,27 @@ class InFlight {
 }  // namespace
 
 std::string_view name_of(SaveStep step) {
-    switch (step) {
-        case SaveStep::none:
-            return "لا شيء";  // nothing
-        case SaveStep::walk_in:
-            return "العميل النقدي";  // the walk-in customer
-        case SaveStep::receipt:
-            return "طباعة البون";  // the receipt
-        case SaveStep::account_balance:
-            return "رصيد العميل";  // the account balance
-        case SaveStep::header:
-            return "رأس البون";  // the header
-        case SaveStep::bank:
-            return "حركة البنك";  // the bank row
-        case SaveStep::lines:
-            return "أصناف البون";  // the lines
-        case SaveStep::transfers:
-            return "التحويل من مخزن آخر";  // transfers from another store
-        case SaveStep::stock:
-            return "أرصدة المخزن";  // the stock
-        case SaveStep::craftsman_lines:
-            return "أعمال الصنايعية";  // the craftsman lines
-        case SaveStep::reservations:
-            return "الحجوزات";  // the reservations
-    }
-    return "";
+    constexpr std::string_view names[] = {
+        "لا شيء",               // nothing
+        "العميل النقدي",        // the walk-in customer
+        "طباعة البون",          // the receipt
+        "رصيد العميل",          // the account balance
+        "رأس البون",            // the header
+        "حركة البنك",           // the bank row
+        "أصناف البون",          // the lines
+        "التحويل من مخزن آخر",  // transfers from another store
+        "أرصدة المخزن",         // the stock
+        "أعمال الصنايعية",      // the craftsman lines
+        "الحجوزات",             // the reservations
+    };
+    return names[static_cast<std::size_t>(step)];
 }
 
 SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
-    if (in_flight_) return SaveOutcome::refused;
-    const InFlight mark(in_flight_);
+    if (is_running_) return SaveOutcome::refused;
+    const RunningMark mark(is_running_);
     finished_ = SaveStep::none;
-    writing_ = false;
+    has_written_ = false;
     moment_ = services_.clock.now();
     try {
         const auto shift = check_before_saving(connection_, session_, services_.prompts, invoice);
@@ -103,7 +92,7 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
         return SaveOutcome::saved;
     } catch (const std::exception& error) {
         const std::string number = std::to_string(invoice.number);
-        const bool nothing = !writing_ && !(finished_ >= SaveStep::receipt && may_have_run(error));
+        const bool nothing = !has_written_ && !(finished_ >= SaveStep::receipt && may_have_run(error));
         services_.log.log_event(in_log(invoice) + " stopped, " + (nothing ? "nothing saved, " : "") +
                                     "last finished step: " + std::string(name_of(finished_)) + ": " +
                                     error.what(),
@@ -126,7 +115,7 @@ void Saving::write_all(Invoice& invoice, const PaymentTaken& payment) {
     done(SaveStep::walk_in);
     print_receipts(invoice, payment);
     done(SaveStep::receipt);
-    // Read before the first row is written, and after the printer has taken its time.
+    // The batches are read before the first row is written, and after the printer, which may be slow.
     StockBatches batches(connection_, invoice.store);
     for (const Line& line : invoice.lines)
         if (takes_from_stock(invoice, line)) batches.oldest(*line.item_code);
@@ -148,7 +137,7 @@ void Saving::write_all(Invoice& invoice, const PaymentTaken& payment) {
     done(SaveStep::reservations);
 }
 
-// The walk-in customer's row alone does not make an invoice: an error after it leaves nothing half-saved.
+// A walk-in customer's row is no part of the invoice: after an error the invoice can be saved again.
 void Saving::write_walk_in_customer(Invoice& invoice) {
     if (invoice.has_walk_in()) store_walk_in_customer(connection_, *invoice.walk_in);
 }
@@ -166,8 +155,8 @@ void Saving::print_receipts(const Invoice& invoice, const PaymentTaken& payment)
     }
     const bool wanted = !invoice.suppress_receipt || printer_.prints_text();
     const bool reachable = !wanted || printer_.print(receipt, printing::Form::full);
-    // The second print point: a copy without the telephone for shops that keep one. A printer that has just
-    // failed is not waited for twice.
+    // Shops with a second print point get a copy without the telephone. A printer that has just failed is not
+    // tried again, because that would make the cashier wait twice.
     if (setting("cust_n") == 1 && reachable) printer_.print(receipt, printing::Form::no_telephone);
 }
 
@@ -179,7 +168,7 @@ void Saving::move_account_balance(const Invoice& invoice) {
     else
         statement += "+ ";
     connection_.execute(statement + invoice.net() + " where ccode = " + invoice.customer);
-    writing_ = true;
+    has_written_ = true;
 }
 
 void Saving::write_header(const Invoice& invoice) {
@@ -215,7 +204,7 @@ void Saving::write_header(const Invoice& invoice) {
     if (invoice.payment == PaymentOption::tips) sales.set("disboun", invoice.discount());
     if (invoice.original_number) sales.set("inv_o", *invoice.original_number);
     sales.update();
-    writing_ = true;
+    has_written_ = true;
 }
 
 void Saving::write_bank_row(const Invoice& invoice) {
@@ -259,7 +248,7 @@ void Saving::write_lines(const Invoice& invoice, StockBatches& batches) {
         if (line.expiry) {
             rows.set("edate", *line.expiry);
         } else if (takes_from_stock(invoice, line)) {
-            // The batch that the first piece comes from, so that a return finds its way back.
+            // The batch that the first piece comes from, for a return to go back to.
             if (const auto oldest = batches.oldest(*line.item_code)) rows.set("edate", *oldest);
         }
         rows.set("time_", database::Value(time_only(moment_)));
@@ -301,7 +290,7 @@ void Saving::move_craftsman_lines(const Invoice& invoice) {
     }
 }
 
-// What an account customer buys comes off what was reserved for him; a return reserves nothing again.
+// What an account customer buys is taken off his reservations. A return does not reserve again.
 void Saving::move_reservations(const Invoice& invoice) {
     if (invoice.payment != PaymentOption::account || invoice.is_return()) return;
     for (const Line& line : invoice.lines) {

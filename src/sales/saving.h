@@ -15,9 +15,9 @@
 namespace sales {
 
 enum class SaveOutcome {
-    saved,    // every row is written and durable
-    refused,  // a check said no, or an error came before the invoice's first row: nothing of it is written
-    partly_saved,  // an error came later, or left it open: what was written stays, saving again is forbidden
+    saved,         // every row is written and durable
+    refused,       // a check failed, or an error came before the first row of the invoice: nothing is written
+    partly_saved,  // an error came later, or may have: what was written stays, saving again is forbidden
 };
 
 // The steps that write or print, in their order; the log names the last one that finished.
@@ -43,8 +43,8 @@ class Saving {
            printing::ReceiptPrinter& printer)
         : connection_(connection), session_(session), services_(services), printer_(printer) {}
 
-    // Saves the invoice. Its number is taken again here and left in `invoice`; messages have been shown when
-    // it returns. After `saved` everything is durable, so the drawer may open.
+    // Saves the invoice under the next number of its series, which is left in `invoice`, and shows the
+    // message if there is one. After `saved` everything is durable, so the drawer may open.
     SaveOutcome save(Invoice& invoice, const PaymentTaken& payment);
     // How far the last save came.
     SaveStep finished_step() const { return finished_; }
@@ -67,11 +67,11 @@ class Saving {
     common::Services services_;
     printing::ReceiptPrinter& printer_;
 
-    common::Moment moment_;   // of the save in flight
-    std::int64_t shift_ = 0;  // the open shift found by its checks
+    common::Moment moment_;   // of the running save
+    std::int64_t shift_ = 0;  // the open shift
     SaveStep finished_ = SaveStep::none;
-    bool writing_ = false;  // true once a row of the invoice is written
-    bool in_flight_ = false;
+    bool has_written_ = false;  // a row of the invoice
+    bool is_running_ = false;
 };
 
 }  // namespace sales

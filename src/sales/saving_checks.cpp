@@ -50,7 +50,7 @@ class Checks {
         return std::nullopt;
     }
 
-    // A drawer without any shift is between shifts, like one whose last shift is closed.
+    // A drawer without any shift has no open one, like a drawer whose last shift is closed.
     std::optional<std::int64_t> open_shift() {
         const auto last =
             connection_.last_row(Sql("select * from shift where  stcode = ") + session_.store_code +
@@ -59,8 +59,8 @@ class Checks {
         return last->integer("scode");
     }
 
-    // Lines of one item are counted together, and a line that another store supplies or that was confirmed
-    // below stock is not counted.
+    // Lines of one item are added up. Lines that another store supplies or that were confirmed below stock do
+    // not count.
     std::optional<std::string> line_short_of_stock() {
         if (invoice_.is_return()) return std::nullopt;
         std::map<std::int64_t, double> needed;
@@ -76,7 +76,7 @@ class Checks {
         return std::nullopt;
     }
 
-    // A customer, receiver or bank that is not chosen, or was deleted since it was.
+    // A customer, receiver or bank that was not chosen, or was deleted since.
     std::optional<std::string_view> missing_party() {
         switch (invoice_.payment) {
             case PaymentOption::account:
@@ -109,7 +109,7 @@ class Checks {
         return std::nullopt;
     }
 
-    // A server refuses a longer text, which would cut the save off in its middle.
+    // A server refuses a text that is too long, which would stop the save in the middle.
     std::optional<std::string_view> text_too_long() {
         const database::TextLimits header(connection_, "sales");
         if (!header.fits("perm_no", common::trim(invoice_.permit_number))) return message::permit_field;

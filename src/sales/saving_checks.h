@@ -11,8 +11,8 @@
 
 namespace sales {
 
-// Runs the checks in their order; the first that fails is said and ends them. Reads only. Returns the number
-// of the drawer's open shift when all pass.
+// Runs the checks in their order and shows the message of the first that fails. Reads only. Returns the
+// number of the drawer's open shift if all pass.
 std::optional<std::int64_t> check_before_saving(database::Connection& connection,
                                                 const signin::Session& session, common::Prompts& prompts,
                                                 const Invoice& invoice);

@@ -15,7 +15,7 @@ using database::Sql;
 
 namespace {
 
-// Joins the filters after GROUP BY: the first opens the clause, each further one continues it.
+// The filters after GROUP BY: the first opens the clause, the others continue it.
 class Having {
   public:
     template <typename Value>
@@ -71,7 +71,7 @@ std::optional<Sql> search_statement(database::Connection& connection, const Sear
         if (!code) return std::nullopt;
         having.add(" Having code = ", " and code = ", *code);
     }
-    // A price that opens the filters is a condition on rows and stands before the grouping.
+    // If the price is the first filter, it is a condition on rows before the grouping.
     std::optional<double> price_before_grouping;
     if (!filters.price.empty()) {
         const auto price = common::parse_number(filters.price);

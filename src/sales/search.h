@@ -1,4 +1,4 @@
-// The item search of the sales screen: one grouped query with whichever filters are filled.
+// The item search: one grouped query with the filters that are filled.
 #pragma once
 
 #include <cstdint>
@@ -40,12 +40,11 @@ struct FoundItem {
     std::string prices[3][2];
 };
 
-// The statement for the filters; none when a filter that must be a number is not one, so that nothing
-// matches.
+// The statement for the filters. Nothing if a filter that must be a number is not one, so nothing matches.
 std::optional<database::Sql> search_statement(database::Connection& connection, const SearchFilters& filters);
 
-// The matches in the order of their names. Without any filter but the stopped one the list is empty: a panel
-// of a hundred thousand rows helps nobody.
+// The matches in the order of their names. The list is empty without any filter but the stopped one, because
+// nobody reads a hundred thousand rows.
 std::vector<FoundItem> search_items(database::Connection& connection, const Lists& lists,
                                     const SearchFilters& filters);
 

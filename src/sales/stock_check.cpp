@@ -54,7 +54,7 @@ StockAnswer StockCheck::selling_store_allows(const Invoice& invoice, const Line&
     if (stock_suffices(available, needed)) return StockAnswer::enough;
     const double reserved = database::number_of(
         connection_.scalar(Sql("select sum(quan1) as rq from reservd where icode = ") + item));
-    // Goods set aside for others are there: to sell them is one question, not also a sale below stock.
+    // Reserved goods are there, so selling them is one question and not also a sale below stock.
     if (reserved > 0 && stock_suffices(reserved, needed - available)) return ask_for_reserved();
     if (!signin::authorise(session_, prompts_, signin::Action::sell_below_stock, refusal, common::Icon::none))
         return StockAnswer::refused;

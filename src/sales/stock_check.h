@@ -1,4 +1,5 @@
-// Whether the stock allows a quantity: the one rule behind entry, more of a line, quantity edits and saving.
+// Whether the stock allows a quantity: the one rule for entering and raising lines and for editing
+// quantities.
 #pragma once
 
 #include <cstdint>
@@ -25,25 +26,25 @@ double held_by_lines(const Invoice& invoice, std::int64_t item, std::int64_t sto
 
 enum class StockAnswer {
     enough,
-    confirmed,  // below stock or from reserved stock, by a user who may and who said yes
+    confirmed,  // below stock or from reserved stock, by a user with the right to do so
     refused,
 };
 
-// Each takes a line, of the invoice or not yet of it, and the quantity that it is to hold, in its unit. The
-// other lines of the invoice are counted as well.
+// Each check takes a line, which need not be on the invoice yet, and the quantity that it is to hold, in its
+// unit. It counts what the other lines of the invoice take as well.
 class StockCheck {
   public:
     StockCheck(database::Connection& connection, const signin::Session& session, common::Prompts& prompts)
         : connection_(connection), session_(session), prompts_(prompts) {}
 
-    // The limits of the line itself: what its receipt still allows to return, what is left of its craftsman's
-    // `work` line, what the other store holds that supplies it. Returns false after showing why.
+    // The limits of the line itself: what may still be returned of its receipt, what is left of its
+    // craftsman's `work` line, and what the store holds that supplies it. Returns false after showing why.
     bool line_allows(const Invoice& invoice, const Line& line, double quantity,
                      const std::optional<CraftsmanLine>& work);
 
     // The stock of the selling store. Short stock that reservations explain is asked about (permission 291
-    // decides after a yes). Other short stock goes to the override question for who may sell below stock, and
-    // to `refusal` for all others.
+    // decides after a yes). For any other shortage, users who may sell below stock are asked, and all others
+    // get `refusal`.
     StockAnswer selling_store_allows(const Invoice& invoice, const Line& line, double quantity,
                                      std::string_view refusal);
 

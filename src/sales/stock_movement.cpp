@@ -15,33 +15,34 @@ using database::Sql;
 
 namespace {
 
-// Far more rounds than tills that could be in the way.
-constexpr int most_rounds = 100;
+// Far more attempts than other tills could spoil.
+constexpr int most_attempts = 100;
 
-// Sums of decimal quantities miss by some 1e-16; what is smaller than any piece or gram is nothing, else six
-// tenths taken one by one would leave a batch of almost none behind.
-double without_dust(double quantity) {
-    constexpr double dust = 1e-9;
-    return std::abs(quantity) < dust ? 0 : quantity;
+// Binary sums of decimal quantities are off by some 1e-16, so that six times a tenth would not quite empty a
+// batch of six tenths. A rest far below a gram counts as nothing.
+double without_residue(double quantity) {
+    constexpr double residue = 1e-9;
+    return std::abs(quantity) < residue ? 0 : quantity;
 }
 
-// Runs `movement` until nobody was in the way; a second round goes on where the first was disturbed.
+// Repeats `movement` as long as another till changes the same rows; each attempt goes on where the last one
+// stopped.
 template <typename Movement>
-void until_undisturbed(Movement movement) {
-    for (int round = 1;; ++round) {
+void until_unchanged(Movement movement) {
+    for (int attempt = 1;; ++attempt) {
         try {
             movement();
             return;
         } catch (const database::Error& error) {
-            if (error.kind() != database::Error::Kind::changed_meanwhile || round == most_rounds) throw;
+            if (error.kind() != database::Error::Kind::changed_meanwhile || attempt == most_attempts) throw;
         }
     }
 }
 
-// Adds to the batch of one expiry date (negative to take), making the batch when it is missing.
+// Adds to the batch of an expiry date (a negative quantity takes from it), which is added if it is missing.
 void move_batch(Connection& connection, std::int64_t item, std::int64_t store, const Date& expiry,
                 double quantity) {
-    until_undisturbed([&] {
+    until_unchanged([&] {
         Recordset batch(connection, Sql("select * from stk where icode = ") + item +
                                         " and stcode = " + store + " and edate = " + quoted(expiry));
         if (batch.at_end()) {
@@ -51,7 +52,7 @@ void move_batch(Connection& connection, std::int64_t item, std::int64_t store, c
             batch.set("edate", expiry);
             batch.set("quan", quantity);
         } else {
-            batch.set("quan", without_dust(batch.number("quan") + quantity));
+            batch.set("quan", without_residue(batch.number("quan") + quantity));
         }
         batch.update();
     });
@@ -78,16 +79,16 @@ std::optional<Date> StockBatches::oldest(std::int64_t item) {
 }
 
 void StockBatches::take_from_batches(std::int64_t item, double& left) {
-    until_undisturbed([&] {
+    until_unchanged([&] {
         try {
             Recordset& batches = batches_of(item);
             for (batches.move_first(); left > 0 && !batches.at_end(); batches.move_next()) {
                 if (!is_held(batches)) continue;
                 const double held = batches.number("quan");
                 const double taken = std::min(held, left);
-                batches.set("quan", without_dust(held - taken));
+                batches.set("quan", without_residue(held - taken));
                 batches.update();
-                left = without_dust(left - taken);
+                left = without_residue(left - taken);
             }
         } catch (...) {
             forget(item);

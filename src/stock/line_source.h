@@ -11,7 +11,7 @@
 namespace stock {
 
 // Returns true if the stock covers the need; equality suffices. Both in base units, compared to the three
-// decimals that quantities have, so that the noise of single-precision columns and of sums decides nothing.
+// decimals that quantities have, so that the error of single-precision columns and of sums decides nothing.
 bool stock_suffices(double available, double needed);
 
 struct StoreHolding {

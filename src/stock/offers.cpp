@@ -14,7 +14,7 @@ using database::Sql;
 
 namespace {
 
-// The cells' columns, in the grid's order and with the letter case that the table's readers expect.
+// The columns of the cells in the grid's order, in the letter case that the table's readers expect.
 constexpr std::array<std::string_view, offer_cells> cell_columns = {
     "f0",  "f1",  "F2",  "f3",  "f4",  "f5",  "f6",  "f7",  "f8",  "f9",  "F10", "f11", "f12",
     "f13", "f14", "f15", "f16", "f17", "f18", "f19", "f20", "f21", "f22", "f23", "f24"};

@@ -1,4 +1,4 @@
-// Offers: invoices kept as quotations, cell for cell, to be loaded and sold later.
+// Offers: invoices stored as quotations, cell by cell, to be loaded and sold later.
 #pragma once
 
 #include <array>
@@ -14,7 +14,7 @@
 namespace stock {
 
 inline constexpr std::size_t offer_cells = 25;
-// The widest text that a cell holds, in characters; longer ones are cut, as the column allows no more.
+// The width of a cell's column in characters; longer texts are cut.
 inline constexpr std::size_t cell_width = 50;
 
 using OfferLine = std::array<std::string, offer_cells>;
@@ -24,7 +24,7 @@ struct OfferHeader {
     int ctype = 0;
     int stype = 0;
     std::int64_t user = 0;
-    double discount = 0;       // of the whole invoice, in percent or value as the caller keeps it
+    double discount = 0;       // of the whole invoice, a value
     std::int64_t walk_in = 0;  // cust_cash.zcode, 0 for none
     common::Date date;
 };
@@ -35,12 +35,11 @@ struct Offer {
     std::vector<OfferLine> lines;
 };
 
-// Stores the lines under the next offer number and returns it. Without lines nothing is stored and the answer
-// is 0.
+// Stores the lines under the next offer number and returns it; 0 without lines.
 std::int64_t save_offer(database::Connection& connection, const OfferHeader& header,
                         const std::vector<OfferLine>& lines);
 
-// The offer of a number; none when there is no row of it.
+// The offer of a number, if there is one.
 std::optional<Offer> load_offer(database::Connection& connection, std::int64_t number);
 
 // One line of the offers list.
@@ -50,8 +49,8 @@ struct OfferRow {
     common::Date date;
 };
 
-// What the list shows: every offer, or those whose number is `number`, whose customer's text contains
-// `customer` (letters in any case), and whose date is `date`. Newest number first.
+// Which offers are listed: those of this number, of this date, and with this text in the customer's (in upper
+// or lower case). What is empty does not filter. The newest number comes first.
 struct OfferFilter {
     std::optional<std::int64_t> number;
     std::string customer;

@@ -34,14 +34,14 @@ void record_batches(Connection& connection, std::int64_t number, const TransferO
         const double taken = std::min(held, left);
         record_batch(connection, number, order,
                      row.null("edate") ? common::no_expiry : row.moment("edate").date, taken);
-        // The binary rest of decimal quantities is no batch of its own.
+        // Rounded, so that the error of binary sums does not become a batch of its own.
         left = common::round_decimals(left - taken, quantity_decimals);
     }
     if (left > 0) record_batch(connection, number, order, common::no_expiry, left);
 }
 
-// Makes the batch of a store when it is missing: the source's too, so that a
-// quantity taken under the date without expiry is never lost from the books.
+// Adds the batch of a store if it is missing. The source needs it as well: a quantity taken under the date
+// without expiry would otherwise be subtracted nowhere.
 void ensure_batch(Connection& connection, std::int64_t item, std::int64_t store, const Date& expiry) {
     const auto found = connection.query(Sql("select * from stk where icode = ") + item +
                                         " and stcode = " + store + " and edate = " + quoted(expiry));

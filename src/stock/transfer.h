@@ -19,8 +19,8 @@ struct TransferOrder {
 };
 
 // Records one transfer with its line and its batches, oldest expiry first, and moves the stock of both
-// stores; what no batch of the source covers travels under the date without expiry. Nothing is checked again:
-// stock that left meanwhile makes the source's quantity negative. Returns the transfer's number.
+// stores. What no batch of the source covers is moved under the date without expiry. Nothing is checked
+// again: if stock left meanwhile, the source's quantity becomes negative. Returns the transfer's number.
 std::int64_t transfer_for_line(database::Connection& connection, const TransferOrder& order);
 
 }  // namespace stock

@@ -5,7 +5,6 @@
 #include "sales/counter.h"
 #include "sales/customers.h"
 #include "sales/messages.h"
-#include "stock/offers.h"
 #include "support/faulty_connection.h"
 
 namespace {
@@ -167,42 +166,6 @@ TEST(OffersOnScreen, ThePriceOfferedHoldsWhenTheItemIsRepriced) {
     EXPECT_EQ(counter.shop.number("select ptot from sales"), 12);
     ASSERT_TRUE(counter.enter("410"));
     EXPECT_EQ(desk.invoice().cells(0)[column::price], "30.00") << "a line rung up by hand";
-}
-
-TEST(OffersOnScreen, AnOfferOfFiveHundredLinesComesBackWithItsSources) {
-    Counter counter;
-    auto& desk = counter.open();
-    sales::Invoice invoice;
-    for (int i = 0; i < 500; ++i) {
-        sales::Line line;
-        line.item_code = 400;
-        line.name = "مياه '" + std::to_string(i) + "'";
-        line.unit_code = 2;
-        line.unit_name = "عبوة";
-        line.factor = 6;
-        line.quantity = i + 1;
-        line.price = 28;
-        if (i % 2 == 1) {
-            line.source_kind = sales::SourceKind::other_store;
-            line.source_store = 2;
-        }
-        invoice.lines.push_back(line);
-    }
-    std::vector<stock::OfferLine> cells;
-    for (std::size_t row = 0; row < 500; ++row)
-        cells.push_back(invoice.cells(row));
-    ASSERT_EQ(stock::save_offer(counter.connection(), {}, cells), 1);
-    ASSERT_TRUE(desk.offers().LoadOffer(1));
-    ASSERT_EQ(desk.invoice().lines.size(), 500u);
-    for (std::size_t row = 0; row < 500; ++row) {
-        const sales::Line& line = desk.invoice().lines[row];
-        const bool other = row % 2 == 1;
-        ASSERT_EQ(line.name, invoice.lines[row].name);
-        ASSERT_EQ(line.base_quantity(), 6.0 * static_cast<double>(row + 1));
-        ASSERT_EQ(line.unit_code, 2);
-        ASSERT_EQ(line.source_kind, invoice.lines[row].source_kind);
-        ASSERT_EQ(line.source_store, other ? 2 : 0);
-    }
 }
 
 TEST(OffersOnScreen, ACustomerDeletedSinceIsSaidAtTheSave) {

@@ -146,26 +146,6 @@ TEST(StockCheck, ALineFromAnotherStoreDrawsOnThatStore) {
     EXPECT_TRUE(counter.enter("440")) << "the selling store's own piece is still there";
 }
 
-// Availability was looked at when the source was chosen; what left that store since is not asked for again.
-TEST(StockCheck, StockThatLeftTheOtherStoreMeanwhileIsOwedByIt) {
-    Counter counter;
-    counter.shop.sql("delete from stk where icode = 440");
-    counter.shop.sql("insert into stk (icode,stcode,edate,quan) select 440,2,'2027/01/01',3");
-    auto& desk = counter.open();
-    ASSERT_TRUE(counter.enter("440", 2));
-    ASSERT_TRUE(desk.lines().commit_edit(0, column::quantity, "3"));
-    counter.shop.sql("update stk set quan = 1 where icode = 440");
-    ASSERT_EQ(desk.checkout().begin_save(), sales::BeginSave::ask_payment) << counter.services.prompts.last();
-    ASSERT_EQ(desk.checkout().SaveInvoice(), sales::SaveOutcome::saved);
-    EXPECT_EQ(
-        counter.shop.number("select quan from stk where stcode = 2 and edate = '2027/01/01' and icode = 440"),
-        0);
-    EXPECT_EQ(
-        counter.shop.number("select quan from stk where stcode = 2 and edate = '3000/01/01' and icode = 440"),
-        -2);
-    EXPECT_EQ(counter.shop.number("select sum(quan) from stk where stcode = 1 and icode = 440"), 0);
-}
-
 TEST(StockCheck, AnItemEnteredFromAnotherStoreNeedsThatStoreAlone) {
     Counter counter;
     counter.forbid_below_stock();

@@ -128,7 +128,9 @@ TEST(Totals, CellsComeBackFromTheirTexts) {
     ASSERT_TRUE(counter.enter("6221000400029"));
     ASSERT_TRUE(desk.lines().commit_edit(0, column::quantity, "2.5"));
     ASSERT_TRUE(desk.lines().commit_edit(0, column::discount_value, "1.5"));
+    desk.lines().set_supplier(0, 2);
     ASSERT_TRUE(counter.enter("*"));
+    EXPECT_EQ(sales::Line::from_cells(desk.invoice().cells(0)).source_store, 2);
     for (std::size_t row = 0; row < 2; ++row)
         EXPECT_EQ(sales::Line::from_cells(desk.invoice().cells(row)).cells(static_cast<int>(row) + 1),
                   desk.invoice().cells(row));
