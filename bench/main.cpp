@@ -112,7 +112,7 @@ int main(int argc, char** argv) try {
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    ui::dress(*qApp, {1366, 768});
+    ui::apply_style(*qApp, {1366, 768});
     if (!options.day_of_sales.empty())
         return bench::sell_all_day(options.day_of_sales, {options.size}, options.sales, options.step);
     return measure(options);

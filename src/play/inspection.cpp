@@ -17,7 +17,7 @@
 #include <unordered_map>
 
 #include "play/screen_reader.h"
-#include "ui/widgets/contrast.h"
+#include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_button.h"
 #include "ui/widgets/sheet.h"

@@ -10,7 +10,7 @@
 #include <QTableView>
 #include <algorithm>
 
-#include "ui/widgets/contrast.h"
+#include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 
 namespace play {

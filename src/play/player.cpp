@@ -15,7 +15,6 @@
 #include "startup/start_up.h"
 #include "ui/till.h"
 #include "ui/widgets/message_box.h"
-#include "ui/widgets/screen_prompts.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -31,7 +30,7 @@ constexpr int retry_ms = 10;
 Player::Player(const Script& script, Stage& stage, const Settings& settings, std::size_t first)
     : script_(script), stage_(stage), settings_(settings), at_(first), screen_(settings.screen) {
     devices_ = std::make_unique<PlayDevices>(stage_.folder());
-    ui::dress(*qApp, screen_);
+    ui::apply_style(*qApp, screen_);
     // After the till was killed, the play continues in a new process with the clock and screen set before.
     for (std::size_t before = 0; before < first; ++before) {
         const Step& step = script_.steps[before];
@@ -78,7 +77,7 @@ const Player::Verb* Player::find_verb(const std::string& name) {
 }
 
 bool Player::is_settled() const {
-    return input_.idle() && !keys_.in_doubt();
+    return input_.idle() && !keys_.is_undecided();
 }
 
 void Player::next() {

@@ -109,7 +109,7 @@ Progress Player::do_screen(const Step& step) {
     screen_ = QSize(std::atoi(size.before.c_str()), std::atoi(size.after.c_str()));
     if (screen_.width() < 640 || screen_.height() < 480)
         return Progress::fail("no size of the form 1366 x 768");
-    ui::dress(*qApp, screen_);
+    ui::apply_style(*qApp, screen_);
     return Progress::ok();
 }
 

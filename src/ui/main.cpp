@@ -1,4 +1,4 @@
-// The program: start-up, sign-in, the sales screen.
+// The program: start-up, sign-in, the sales window.
 #include <QApplication>
 #include <QEvent>
 #include <QIcon>
@@ -14,7 +14,7 @@
 #include "startup/start_up.h"
 #include "ui/till.h"
 #include "ui/widgets/key_queue.h"
-#include "ui/widgets/screen_prompts.h"
+#include "ui/widgets/message_box.h"
 #include "ui/widgets/style.h"
 
 namespace {
@@ -26,8 +26,8 @@ constexpr const char* usage =
     "  --help       Print this help message and exit\n"
     "  --version    Print the version and exit\n";
 
-// Asked about itself, the program answers and needs neither a screen nor a shop.
-bool answered(int argc, const char* const* argv) {
+// Handles --help and --version, which need neither a screen nor a shop. Returns false for other arguments.
+bool handle_information_options(int argc, const char* const* argv) {
     if (argc != 2) return false;
     const std::string_view word = argv[1];
     if (word == "--help" || word == "-h")
@@ -39,19 +39,19 @@ bool answered(int argc, const char* const* argv) {
     return true;
 }
 
-// In a session that watches over the till, that session starts it again when it ends with this code.
-constexpr int wanted_again = 75;
-bool is_watched() {
+// The exit code that makes a supervising session start the program again.
+constexpr int restart_exit_code = 75;
+bool is_supervised() {
     return qEnvironmentVariable("TALLVEX_SESSION") == "1";
 }
 
-// Starts the program file again with this workstation's cash-point number.
+// Starts another instance of the program with this workstation's cash-point number.
 bool start_again(const startup::Environment& environment, std::int64_t cash_point) {
     return QProcess::startDetached(QCoreApplication::applicationFilePath(), {QString::number(cash_point)},
                                    QString::fromStdString(environment.working_folder.string()));
 }
 
-// For measuring the start: with TALLVEX_END_AT=sign-in the program ends as soon as sign-in was painted.
+// For measuring the start: with TALLVEX_END_AT=sign-in the program ends once the sign-in window was painted.
 class EndAtSignIn final : public QObject {
   public:
     using QObject::QObject;
@@ -62,7 +62,7 @@ class EndAtSignIn final : public QObject {
     }
 };
 
-// Without a screen to start on, Qt ends the program with a core dump.
+// Returns false if there is no display. Qt would then end the program with a core dump.
 bool has_screen(int argc, const char* const* argv) {
     for (const char* named : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
         if (!qEnvironmentVariableIsEmpty(named)) return true;
@@ -70,8 +70,8 @@ bool has_screen(int argc, const char* const* argv) {
     return std::any_of(argv, argv + argc, [](std::string_view word) { return word.ends_with("-platform"); });
 }
 
-void show_over_the_screen(QWidget& window) {
-    // Without a window manager "maximized" alone leaves a window at its smallest.
+void show_full_screen(QWidget& window) {
+    // Without a window manager, showMaximized() alone leaves a window at its smallest size.
     window.setGeometry(window.screen()->availableGeometry());
     window.showMaximized();
 }
@@ -79,7 +79,7 @@ void show_over_the_screen(QWidget& window) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (answered(argc, argv)) return 0;
+    if (handle_information_options(argc, argv)) return 0;
     if (!has_screen(argc, argv)) {
         std::fputs("tallvex: there is no display to show the till on (DISPLAY is not set)\n", stderr);
         return 1;
@@ -90,7 +90,7 @@ int main(int argc, char** argv) {
     QApplication::setDesktopFileName("tallvex");
     QApplication::setWindowIcon(QIcon::fromTheme("tallvex"));
     QApplication::setQuitOnLastWindowClosed(false);
-    ui::dress(application, application.primaryScreen()->availableSize());
+    ui::apply_style(application, application.primaryScreen()->availableSize());
 
     if (qEnvironmentVariable("TALLVEX_END_AT") == "sign-in")
         application.installEventFilter(new EndAtSignIn(&application));
@@ -106,12 +106,12 @@ int main(int argc, char** argv) {
     ui::Till till(
         {prompts, clock, devices, log}, keys,
         [&] {
-            again = is_watched();
+            again = is_supervised();
             return again || start_again(environment, start_up.session().cash_point);
         },
-        show_over_the_screen);
+        show_full_screen);
     const bool reached = start_up.run(
         [&](database::Connection& connection, signin::Session& session) { till.run(connection, session); });
-    if (again) return wanted_again;
+    if (again) return restart_exit_code;
     return reached ? 0 : 1;
 }

@@ -5,7 +5,7 @@
 
 #include "printing/pages/system_printers.h"
 #include "signin/session.h"
-#include "ui/help/key.h"
+#include "ui/help/open_help.h"
 #include "ui/printing/preview.h"
 #include "ui/sales/sales_window.h"
 #include "ui/screens.h"
@@ -25,13 +25,14 @@ void Till::run(database::Connection& connection, signin::Session& session) {
     const HelpKey help;
     auto sign_in = std::make_unique<SignInWindow>(context);
     if (!sign_in->run()) return;
-    // The workstation's receipt port is the one of the settings until another is chosen.
+    // The receipt port is that of the settings until the cashier chooses another.
     choice.receipt_port = session.settings.print;
 
     SalesWindow sales(context, screen_commands());
     QEventLoop loop;
     QObject::connect(&sales, &SalesWindow::finished, &loop, &QEventLoop::quit);
-    // The sign-in screen stays below until the sales screen stands, so that no desktop shows between them.
+    // The sign-in window stays until the sales window is shown, so that the desktop does not appear in
+    // between.
     show_window_(sales);
     sign_in.reset();
     sales.activateWindow();

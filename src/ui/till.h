@@ -1,4 +1,4 @@
-// The till from sign-in to leaving: sign-in, then the sales screen for the working day.
+// The till from sign-in to exit: the sign-in window, then the sales window for the working day.
 #pragma once
 
 #include <functional>
@@ -20,7 +20,7 @@ class KeyQueue;
 
 class Till {
   public:
-    // `restart` starts the program again (false when that failed); `show_window` puts a window on the screen.
+    // `restart` starts the program again and returns false if that failed; `show_window` shows a window.
     Till(common::Services services, KeyQueue& keys, std::function<bool()> restart,
          std::function<void(QWidget&)> show_window)
         : services_(services),
@@ -28,7 +28,7 @@ class Till {
           restart_(std::move(restart)),
           show_window_(std::move(show_window)) {}
 
-    // Returns when the cashier has left.
+    // Returns when the cashier has left the program.
     void run(database::Connection& connection, signin::Session& session);
 
   private:

@@ -1,5 +1,5 @@
-// The guide keeps to the program: what it quotes stands on the screens, its pictures are taken by the plays,
-// and every place that the help leads to is there.
+// The guide agrees with the program: its quotations are texts of the screens, its keys work, its pictures are
+// taken by plays, and every place that the help opens exists.
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -9,7 +9,7 @@
 #include <set>
 
 #include "ui/help/guide.h"
-#include "ui/help/places.h"
+#include "ui/help/open_help.h"
 #include "ui/sales/sales_window.h"
 #include "ui/screens.h"
 
@@ -22,7 +22,7 @@ QString read(const QString& path) {
 
 const QString root = QString(TALLVEX_TESTS) + "/..";
 
-// Every file below a folder whose name ends so.
+// The files below a folder whose names match a pattern.
 QStringList files_in(const QString& folder, const QString& pattern) {
     QStringList found;
     const QDir here(folder);
@@ -33,7 +33,7 @@ QStringList files_in(const QString& folder, const QString& pattern) {
     return found;
 }
 
-// The texts of a source file, pieces that stand side by side as one.
+// The string literals of a source file; adjacent ones are joined.
 QStringList literals_of(QString source) {
     static const QRegularExpression comment(R"(//[^\n]*)");
     static const QRegularExpression text(R"re((?:"(?:[^"\\\n]|\\.)*"\s*)+)re");
@@ -48,7 +48,7 @@ QStringList literals_of(QString source) {
     return found;
 }
 
-// What the screens say, and the key caps on them.
+// The texts of the screens, key caps included.
 struct Program {
     std::set<QString> texts;
     QString all;
@@ -67,7 +67,7 @@ struct Program {
             }
         }
     }
-    // A quotation; "…" stands for what the program fills in.
+    // In a quotation, "…" stands for what the program fills in.
     bool says(const QString& quoted) const {
         if (!quoted.contains(QChar(0x2026))) return texts.contains(quoted.simplified());
         for (const QString& part : quoted.split(QChar(0x2026))) {
@@ -176,13 +176,13 @@ TEST(Guide, LeadsToPlacesThatAreThere) {
         const QString anchor = at.next().captured(1);
         EXPECT_TRUE(guide.find(anchor)) << anchor.toStdString();
     }
-    // The list of contents at the head is that of the chapters.
+    // The table of contents lists the chapters.
     for (const ui::HelpChapter& chapter : guide.chapters())
         EXPECT_TRUE(text.contains(". [" + chapter.title() + "](#" + chapter.sections.front().anchor + ")"))
             << chapter.title().toStdString();
 }
 
-// Help knows every screen: each sheet's object name leads somewhere.
+// The help knows every screen by its object name.
 TEST(Guide, KnowsEveryScreen) {
     static const QRegularExpression own_name(
         R"re(\n    setObjectName\((?:[^"\n]*\? )?"(\w+)"(?: : "(\w+)")?\))re");
@@ -217,14 +217,14 @@ TEST(Guide, FindsWordsHoweverTheyAreWritten) {
     EXPECT_EQ(guide.chapters()[0].sections.size(), 2U);
     const struct {
         const char* words;
-        std::size_t first, second;  // how often in each chapter
+        std::size_t first, second;  // number of matches in each chapter
     } cases[] = {{"كلمة السر", 1, 0}, {"كلمه  السر", 1, 0}, {"الي الاخر", 1, 0}, {"مبلغ", 0, 1},
                  {"قنبلة", 0, 0},     {"", 0, 0},           {"  ", 0, 0},        {"لا", 2, 1}};
     for (const auto& [words, first, second] : cases) {
         EXPECT_EQ(ui::HelpGuide::matches(guide.chapters()[0], words).size(), first) << words;
         EXPECT_EQ(ui::HelpGuide::matches(guide.chapters()[1], words).size(), second) << words;
     }
-    // The place covers the marks that do not count.
+    // A match covers the marks that do not count.
     const auto found = ui::HelpGuide::matches(guide.chapters()[0], "كلمه السر");
     EXPECT_EQ(guide.chapters()[0].plain.mid(found[0].at, found[0].length), QString("كلمةُ السر"));
 }

@@ -1,4 +1,4 @@
-// Keys on their way: what a box, an amount field and an entry field make of typing and of scans.
+// The key queue: typing and scans into a box, an amount field and an entry field.
 #include "ui/widgets/key_queue.h"
 
 #include <gtest/gtest.h>
@@ -27,14 +27,14 @@ class Keys : public testing::Test {
             entered_ << entry_.text();
             entry_.clear();
         });
-        QObject::connect(&queue_, &KeyQueue::scan_waits, [this] { ++scans_; });
+        QObject::connect(&queue_, &KeyQueue::scan_waiting, [this] { ++scans_; });
         window_.show();
         window_.activateWindow();
         QApplication::processEvents();
         ASSERT_NE(QGuiApplication::focusWindow(), nullptr);
     }
 
-    // Keys at the given distance from one another; "\r" is Enter.
+    // Sends keys `apart` milliseconds from one another, after a pause; "\r" is Enter.
     void keys(const QString& text, quint64 apart, quint64 pause = 2000) {
         time_ += pause;
         for (const QChar character : text) {
@@ -76,14 +76,14 @@ TEST_F(Keys, OnlyAnEnterThatComesAloneAnswersABox) {
     focus(entry_);
     keys("9\r", 60);
     focus(box_);
-    keys("\r", 0, 50);  // the bounce of the key that brought the box
+    keys("\r", 0, 50);  // bounce of the key that opened the box
     keys("\r", 0, 50);
     EXPECT_EQ(answers_, 0);
-    keys("\r", 0, KeyQueue::alone_ms);
+    keys("\r", 0, KeyQueue::answer_gap_ms);
     EXPECT_EQ(answers_, 1);
-    keys("12\r", 300);  // typed without looking: its Enter belongs to it
+    keys("12\r", 300);  // typed without looking: Enter belongs to the number
     EXPECT_EQ(answers_, 1);
-    keys("\r", 0, KeyQueue::alone_ms);
+    keys("\r", 0, KeyQueue::answer_gap_ms);
     EXPECT_EQ(answers_, 2);
     focus(entry_);
     EXPECT_EQ(entered_, (QStringList{"9", "12"}));
@@ -101,7 +101,7 @@ TEST_F(Keys, AnAmountTakesAHandsKeysAndNoScan) {
 
     focus(amount_);
     amount_.selectAll();
-    keys("1250\r", 60);  // a quick hand
+    keys("1250\r", 60);  // a fast typist
     EXPECT_EQ(amount_.text(), "1250");
     EXPECT_EQ(scans_, 1);
 }

@@ -1,5 +1,4 @@
-// The ledgers of the daily statement and of the day summary add up, as printed on the screen, to their
-// totals.
+// The ledgers of the daily statement and the day summary add up to their totals with the signs they show.
 #include "ui/cash/statement_ledgers.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +19,7 @@ namespace {
 
 constexpr common::Date day{2026, 11, 21};
 
-// One movement of every kind that a drawer knows, each of another amount.
+// One movement of every kind, each with another amount.
 void fill(test::Shop& shop) {
     const struct {
         int vcode, ctype, stype;
@@ -54,7 +53,7 @@ void fill(test::Shop& shop) {
     moved("sales", "vcode, ctype, stype, ptot, stcode, ptype, [date]", "-1, 0, 0, 25.25, 1, 1, '2026/11/20'");
 }
 
-// Every column's figures, with the signs shown before them, against its total.
+// Checks every total against the figures of its column with the signs shown.
 void expect_to_add_up(const std::vector<ui::LedgerColumn>& ledger, const std::function<double(int)>& figure) {
     for (const ui::LedgerColumn& column : ledger) {
         for (const ui::LedgerGroup& group : column) {
@@ -70,7 +69,7 @@ void expect_to_add_up(const std::vector<ui::LedgerColumn>& ledger, const std::fu
     }
 }
 
-// How often each figure stands on the screen for itself.
+// How often each figure is shown, not counting figures carried over.
 std::map<int, int> counted(const std::vector<ui::LedgerColumn>& ledger) {
     std::map<int, int> found;
     for (const ui::LedgerColumn& column : ledger) {
@@ -113,7 +112,7 @@ TEST(StatementLedger, ShowsEveryFigureOnce) {
 }
 
 TEST(StatementLedger, LetsTheArrowKeysReachEveryFigure) {
-    ui::dress(*qApp, {1366, 768});
+    ui::apply_style(*qApp, {1366, 768});
     ui::FigureLedger ledger("statement", ui::statement_ledger());
     ledger.resize(1000, 320);
     ledger.show();

@@ -1,4 +1,4 @@
-// Leafing through a long account statement.
+// Scrolling through a long account statement.
 #include "ui/accounts/account_statement_screen.h"
 
 #include <gtest/gtest.h>
@@ -13,10 +13,9 @@
 
 namespace {
 
-// A screenful of a customer with twenty thousand movements is drawn within a frame or two of the screen,
-// wherever in the account it lies.
+// Any screenful of an account with twenty thousand movements is painted within two or three frames.
 TEST(StatementModel, TwentyThousandRowsAreLeafedThroughWithoutStutter) {
-    ui::dress(*qApp, QSize(1366, 768));
+    ui::apply_style(*qApp, QSize(1366, 768));
     std::vector<accounts::StatementRow> rows(20000);
     for (std::size_t i = 0; i < rows.size(); ++i) {
         rows[i].date = "2026/11/05";

@@ -18,7 +18,6 @@
 #include "signin/session.h"
 #include "ui/printing/reports.h"
 #include "ui/widgets/fields.h"
-#include "ui/widgets/form_fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"

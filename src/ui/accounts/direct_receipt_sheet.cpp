@@ -13,11 +13,19 @@
 #include "sales/sales_desk.h"
 #include "ui/accounts/print_voucher.h"
 #include "ui/widgets/fields.h"
-#include "ui/widgets/messages.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
 namespace ui {
+
+namespace {
+
+// "The receipt was saved under number …"
+constexpr std::string_view direct_receipt_saved = "تم حفظ إيصال القبض رقم ";
+// "… Print it?"
+constexpr std::string_view print_it = " .. هل تريد طباعته ؟";
+
+}  // namespace
 
 DirectReceiptSheet::DirectReceiptSheet(QWidget* host, const Context& context, sales::SalesDesk& desk)
     : Sheet(host, "قبض مباشر من عميل آجل"), context_(context), desk_(desk) {
@@ -95,8 +103,8 @@ void DirectReceiptSheet::save() {
 }
 
 void DirectReceiptSheet::offer_paper(const accounts::PrintedVoucher& paper) {
-    if (context_.services.prompts.question(std::string(message::direct_receipt_saved) + paper.number +
-                                           std::string(message::print_it)))
+    if (context_.services.prompts.question(std::string(direct_receipt_saved) + paper.number +
+                                           std::string(print_it)))
         print_voucher(context_, paper);
 }
 

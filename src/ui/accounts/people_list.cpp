@@ -14,7 +14,6 @@
 #include "ui/accounts/customer_card_sheet.h"
 #include "ui/accounts/tips_receiver_sheet.h"
 #include "ui/widgets/fields.h"
-#include "ui/widgets/form_fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/style.h"

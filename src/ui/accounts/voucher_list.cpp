@@ -9,7 +9,6 @@
 
 #include "common/numbers.h"
 #include "ui/widgets/fields.h"
-#include "ui/widgets/form_fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/style.h"

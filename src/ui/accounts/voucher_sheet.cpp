@@ -14,9 +14,8 @@
 #include "ui/accounts/print_voucher.h"
 #include "ui/accounts/voucher_list.h"
 #include "ui/printing/reports.h"
+#include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
-#include "ui/widgets/messages.h"
-#include "ui/widgets/segments.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 

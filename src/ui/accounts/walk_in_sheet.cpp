@@ -10,11 +10,17 @@
 #include "sales/sales_desk.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/list_table.h"
-#include "ui/widgets/messages.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
 namespace ui {
+
+namespace {
+
+// "A walk-in customer is recorded on cash receipts only."
+constexpr std::string_view walk_in_on_account = "العميل النقدي يسجل على البون النقدي فقط";
+
+}  // namespace
 
 using accounts::CashCustomer;
 
@@ -58,7 +64,7 @@ WalkInSheet::WalkInSheet(QWidget* host, const Context& context, sales::SalesDesk
 
 bool WalkInSheet::open() {
     if (desk_.invoice().payment == sales::PaymentOption::account) {
-        context_.services.prompts.message(message::walk_in_on_account, common::Icon::exclamation);
+        context_.services.prompts.message(walk_in_on_account, common::Icon::exclamation);
         return false;
     }
     logic_.open();

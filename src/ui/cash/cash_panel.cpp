@@ -12,15 +12,16 @@
 #include "common/date_time.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
-#include "ui/widgets/form_fields.h"
 #include "ui/widgets/guard.h"
-#include "ui/widgets/messages.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
 namespace ui {
 
 namespace {
+
+// "Enter the counted cash."
+constexpr std::string_view enter_counted = "ادخل الرصيد الفعلي";
 
 constexpr double figure_width = 150;  // room for the largest, so that the decimals line up
 
@@ -181,8 +182,7 @@ void CashPanel::choose_day() {
 void CashPanel::confirm() {
     // A hasty Enter does not book the whole drawer as a shortage; who counted nothing types 0.
     if (!counted_->isModified()) {
-        if (!logic_.difference())
-            context_.services.prompts.message(message::enter_counted, common::Icon::critical);
+        if (!logic_.difference()) context_.services.prompts.message(enter_counted, common::Icon::critical);
         counted_->setFocus();
         return;
     }

@@ -19,8 +19,6 @@
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
-#include "ui/widgets/messages.h"
-#include "ui/widgets/segments.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 

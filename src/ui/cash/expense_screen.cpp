@@ -11,7 +11,6 @@
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
-#include "ui/widgets/messages.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 

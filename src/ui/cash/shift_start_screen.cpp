@@ -6,8 +6,8 @@
 
 #include "ui/cash/shift_fields.h"
 #include "ui/widgets/guard.h"
-#include "ui/widgets/messages.h"
 #include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
 
 namespace ui {
 

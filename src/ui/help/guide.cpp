@@ -7,7 +7,7 @@
 #include <QTextDocument>
 #include <algorithm>
 
-// A macro of Qt that wants to stand in no namespace.
+// Q_INIT_RESOURCE works outside of namespaces only.
 static void load_guide() {
     Q_INIT_RESOURCE(guide);
 }
@@ -16,10 +16,10 @@ namespace ui {
 
 namespace {
 
-constexpr auto left_out = "contents";  // the list of contents, which the help shows beside the text
+constexpr auto left_out = "contents";  // the table of contents, which the help shows beside the text
 constexpr auto root = ":/guide/";
 
-// How a letter counts in a search; nothing for a mark that does not count at all.
+// The letter that another one counts as in a search; null for a mark that does not count.
 QChar search_letter(QChar letter) {
     switch (letter.unicode()) {
         case 0x0622:  // alef with madda, hamza above, hamza below
@@ -30,7 +30,7 @@ QChar search_letter(QChar letter) {
             return QChar(0x0647);
         case 0x0649:  // alef maksura
             return QChar(0x064A);
-        case 0x0640:  // tatweel and the marks of direction
+        case 0x0640:  // tatweel and direction marks
         case 0x200E:
         case 0x200F:
             return {};
@@ -41,8 +41,7 @@ QChar search_letter(QChar letter) {
     return letter.isSpace() ? QChar(' ') : letter.toLower();
 }
 
-// A row of a table with its cells in the other order: Qt lays the first column out at the left, whatever the
-// text's direction.
+// A table row with its cells reversed: Qt puts the first column at the left whatever the text direction.
 QString turned_row(const QString& row) {
     QStringList cells = row.trimmed().split('|');
     if (cells.size() < 3) return row;
@@ -50,7 +49,7 @@ QString turned_row(const QString& row) {
     return cells.join('|');
 }
 
-// A text as it is searched, and where each of its letters stood.
+// A text as it is searched, with the original position of each letter.
 struct Searched {
     QString text;
     std::vector<int> places;
@@ -71,7 +70,7 @@ Searched searched(const QString& text) {
 
 void write_chapter(QTextDocument& document, const QString& text) {
     document.setMarkdown(text);
-    // Between a heading and the one right below it an empty paragraph is made, which leaves a hole.
+    // Qt puts an empty paragraph between a heading and the one right below it. Remove it.
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         const QTextBlock after = block.next();
         if (!after.isValid() || block.blockFormat().headingLevel() == 0 || after.length() > 1) continue;

@@ -14,11 +14,11 @@ namespace ui {
 
 namespace {
 
-constexpr auto note_ground = "#fdf6da";    // behind a remark
-constexpr auto mark_ground = "#fff1b8";    // behind what was searched for
-constexpr auto marked_ground = "#ffc53d";  // and behind the place that is shown
+constexpr auto note_background = "#fdf6da";     // behind a note
+constexpr auto match_background = "#fff1b8";    // behind each match
+constexpr auto current_background = "#ffc53d";  // behind the current match
 
-// A frame: a table, or the page itself.
+// Runs an action for every table in a frame and in the frames inside it.
 void each_table(QTextFrame* frame, const std::function<void(QTextTable*)>& action) {
     for (QTextFrame* child : frame->childFrames()) {
         if (auto* table = qobject_cast<QTextTable*>(child)) action(table);
@@ -57,9 +57,9 @@ void HelpPage::go_to_section() {
 }
 
 void HelpPage::lay_out() {
-    // A document of its own each time: one that is filled again keeps formats of what it held before.
+    // A new document each time: one that is filled again keeps formats of its former content.
     QTextDocument* former = document();
-    const bool own = former->parent() == this;  // the first one is the widget's, and goes by itself
+    const bool own = former->parent() == this;  // the first document belongs to the widget
     auto* page = new QTextDocument(this);
     page->setDefaultFont(font());
     page->setDocumentMargin(px(18));
@@ -69,21 +69,21 @@ void HelpPage::lay_out() {
     page->setDefaultTextOption(option);
     write_chapter(*page, chapter_.text);
     setDocument(page);
-    if (own) former->deleteLater();  // Qt may be going through the page's children just now
+    if (own) former->deleteLater();  // Qt may be iterating over the children now
     headings_.clear();
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         if (block.blockFormat().headingLevel() > 0) headings_.push_back(block.position());
-        dress_block(block);
-        dress_words(block);
+        format_block(block);
+        format_keys_and_links(block);
     }
-    dress_tables();
+    format_tables();
 }
 
-void HelpPage::dress_block(const QTextBlock& block) {
+void HelpPage::format_block(const QTextBlock& block) {
     QTextCursor cursor(block);
     QTextBlockFormat format = block.blockFormat();
     format.setLayoutDirection(Qt::RightToLeft);
-    format.setAlignment(Qt::AlignLeft);  // of a text that runs from the right: at the right
+    format.setAlignment(Qt::AlignLeft);  // means the right in right-to-left text
     format.setLineHeight(100, QTextBlockFormat::ProportionalHeight);
     format.setTopMargin(px(2));
     format.setBottomMargin(px(4));
@@ -98,14 +98,14 @@ void HelpPage::dress_block(const QTextBlock& block) {
         cursor.mergeCharFormat(words);
         cursor = QTextCursor(block);
     } else if (format.hasProperty(QTextFormat::BlockQuoteLevel)) {
-        format.setBackground(QColor(note_ground));
+        format.setBackground(QColor(note_background));
         format.setLeftMargin(px(10));
         format.setRightMargin(px(10));
     }
     cursor.setBlockFormat(format);
 }
 
-void HelpPage::dress_words(const QTextBlock& block) {
+void HelpPage::format_keys_and_links(const QTextBlock& block) {
     struct Words {
         int at, length;
         QTextCharFormat format;
@@ -135,7 +135,7 @@ void HelpPage::dress_words(const QTextBlock& block) {
     }
 }
 
-void HelpPage::dress_tables() {
+void HelpPage::format_tables() {
     each_table(document()->rootFrame(), [](QTextTable* table) {
         QTextTableFormat format = table->format();
         format.setLayoutDirection(Qt::RightToLeft);
@@ -168,7 +168,7 @@ QVariant HelpPage::loadResource(int type, const QUrl& name) {
     QImageReader reader(HelpGuide::picture(name.path()));
     QImage picture = reader.read();
     if (picture.isNull()) return {};
-    // A pixel of the picture is a pixel of the smallest screen; wider ones are taken smaller.
+    // A pixel of the picture is one of the 1366×768 screen, unless the picture would be wider than the page.
     const double ratio = devicePixelRatioF();
     const double room = viewport()->width() - 2 * document()->documentMargin() - px(8);
     const double width = std::min<double>(px(picture.width()), room);
@@ -186,7 +186,7 @@ void HelpPage::resizeEvent(QResizeEvent* event) {
         go_to_section();
         return;
     }
-    // The pictures are made anew for the new width; the reader stays where he was.
+    // The pictures are scaled again for the new width. Keep the place that is being read.
     QScrollBar* bar = verticalScrollBar();
     const double at = bar->maximum() == 0 ? 0 : static_cast<double>(bar->value()) / bar->maximum();
     lay_out();
@@ -201,7 +201,7 @@ void HelpPage::mark(const std::vector<HelpMatch>& matches, int current) {
         selection.cursor.setPosition(matches[at].at);
         selection.cursor.setPosition(matches[at].at + matches[at].length, QTextCursor::KeepAnchor);
         const bool shown = static_cast<int>(at) == current;
-        selection.format.setBackground(QColor(shown ? marked_ground : mark_ground));
+        selection.format.setBackground(QColor(shown ? current_background : match_background));
         marks << selection;
         if (shown) {
             const int top = cursorRect(selection.cursor).top();

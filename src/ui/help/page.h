@@ -1,4 +1,4 @@
-// One chapter of the guide as a page: right to left, in the dress of the screens, its pictures as wide as
+// One chapter of the guide as a page: right to left, in the style of the screens, its pictures as wide as
 // fit.
 #pragma once
 
@@ -16,9 +16,9 @@ class HelpPage : public QTextBrowser {
 
     // Shows a chapter, from the heading of `section` on.
     void show_chapter(const HelpChapter& chapter, std::size_t section);
-    // Marks the found places; the one of number `current` stands out and is scrolled to, none below 0.
+    // Marks the matches, and scrolls to the one of index `current`; below 0 there is none.
     void mark(const std::vector<HelpMatch>& matches, int current);
-    // Up or down by a line or a page; false when the page's end has been reached already.
+    // Scrolls by a line or a page. Returns false if the end of the page had already been reached.
     bool scroll(QAbstractSlider::SliderAction action);
 
   protected:
@@ -28,13 +28,13 @@ class HelpPage : public QTextBrowser {
   private:
     void lay_out();
     void go_to_section();
-    void dress_block(const QTextBlock& block);
-    void dress_words(const QTextBlock& block);
-    void dress_tables();
+    void format_block(const QTextBlock& block);
+    void format_keys_and_links(const QTextBlock& block);
+    void format_tables();
 
     HelpChapter chapter_;
     std::size_t section_ = 0;
-    int scrolled_to_ = 0;        // where the section stands, as long as nobody scrolled on
+    int scrolled_to_ = 0;        // scroll position of the section
     std::vector<int> headings_;  // the positions of the chapter's headings
 };
 

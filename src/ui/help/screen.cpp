@@ -51,8 +51,7 @@ QWidget* HelpScreen::build_head() {
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(px(12));
     row->addWidget(label("المساعدة", "title"));
-    title_ = label({}, "side");
-    title_->setObjectName("help_chapter");
+    title_ = label({}, "side", "help_chapter");
     row->addWidget(title_);
     words_ = text_field("help_search");
     words_->setAccessibleName("بحث في الدليل");
@@ -61,12 +60,12 @@ QWidget* HelpScreen::build_head() {
     words_->installEventFilter(this);
     connect(words_, &QLineEdit::textEdited, this, &HelpScreen::search);
     row->addWidget(words_, 1);
-    count_ = label({}, "side");
-    count_->setObjectName("help_count");
+    count_ = label({}, "side", "help_count");
     count_->setMinimumWidth(px(190));
     row->addWidget(count_);
     auto* back = new QPushButton("&رجوع");
     back->setObjectName("help_back");
+    back->setAutoDefault(true);
     connect(back, &QPushButton::clicked, this, [this] { leave(0); });
     row->addWidget(back);
     return head;
@@ -148,7 +147,7 @@ void HelpScreen::search() {
     count_->setText(nothing    ? QString()
                     : all == 0 ? QString("لا يوجد ما يطابق البحث")
                                : "عدد النتائج \u200e" + QString::number(all));
-    // From where the search began, or each further letter would lead on from where the last one led.
+    // Always from where the search began; otherwise each further letter would skip a match.
     if (all == 0) {
         page_->mark({}, match_);
     } else {
@@ -156,7 +155,7 @@ void HelpScreen::search() {
     }
 }
 
-// The first place in this chapter, or in the next one that has any.
+// Shows the first match in a chapter, or in the next chapter that has one.
 void HelpScreen::show_first_from(std::size_t chapter) {
     while (found_[chapter].empty())
         chapter = (chapter + 1) % found_.size();
@@ -165,7 +164,7 @@ void HelpScreen::show_first_from(std::size_t chapter) {
     page_->mark(found_[chapter], match_);
 }
 
-void HelpScreen::next_match() {
+void HelpScreen::enter() {
     if (match_ + 1 < static_cast<int>(found_[shown_.chapter].size())) {
         page_->mark(found_[shown_.chapter], ++match_);
     } else if (std::any_of(found_.begin(), found_.end(), [](const auto& found) { return !found.empty(); })) {
@@ -178,7 +177,7 @@ void HelpScreen::take_focus() {
     words_->setFocus(Qt::OtherFocusReason);
 }
 
-// Wherever the focus is on the help, the same keys turn its pages.
+// The same keys turn the pages wherever the focus is on the help.
 bool HelpScreen::press(int key, Qt::KeyboardModifiers modifiers) {
     const bool control = modifiers == Qt::ControlModifier;
     if (modifiers != Qt::NoModifier && !control && modifiers != Qt::KeypadModifier) return false;
@@ -214,19 +213,6 @@ bool HelpScreen::eventFilter(QObject* watched, QEvent* event) {
         if (press(pressed->key(), pressed->modifiers())) return true;
     }
     return Sheet::eventFilter(watched, event);
-}
-
-void HelpScreen::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        if (auto* button = qobject_cast<QPushButton*>(focusWidget())) {
-            button->click();
-        } else {
-            next_match();
-        }
-        event->accept();
-        return;
-    }
-    Sheet::keyPressEvent(event);
 }
 
 void HelpScreen::resizeEvent(QResizeEvent* event) {

@@ -1,4 +1,4 @@
-// The help: the cashier's guide over the screen on which it was asked for.
+// The help: the cashier's guide, shown over the screen that it was opened from.
 #pragma once
 
 #include "ui/help/guide.h"
@@ -12,16 +12,17 @@ namespace ui {
 class HelpPage;
 class ListTable;
 
-// Typing searches, the arrows scroll; whatever is pressed, the screen below stays as it is.
+// Typing searches and the arrows scroll. No key changes the screen below.
 class HelpScreen : public Sheet {
     Q_OBJECT
   public:
-    // Opens at the part of the guide with this anchor, at the beginning when there is none.
+    // Opens at the part of the guide with this anchor, or at the beginning if there is none.
     HelpScreen(QWidget* host, const QString& anchor);
 
   protected:
     void take_focus() override;
-    void keyPressEvent(QKeyEvent* event) override;
+    // Shows the next match.
+    void enter() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -30,12 +31,11 @@ class HelpScreen : public Sheet {
     QWidget* build_foot();
     void fill_contents();
     void show_place(const HelpPlace& place);
-    // The same, as the reader asked for it: what he searches for next is searched from there on.
+    // The same, when the reader asked for that place: the next search then begins there.
     void go_to(const HelpPlace& place);
     void step_chapter(int by);
     void turn_page(bool down);
     void search();
-    void next_match();
     void show_first_from(std::size_t chapter);
     bool press(int key, Qt::KeyboardModifiers modifiers);
 

@@ -15,16 +15,19 @@
 #include "ui/printing/reports.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
-#include "ui/widgets/form_fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
-#include "ui/widgets/messages.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
 namespace ui {
 
 namespace {
+
+// "The test page was sent to port …"
+constexpr std::string_view test_sent = "تم إرسال صفحة التجربة إلى المنفذ ";
+// "The printer does not answer on port …"
+constexpr std::string_view test_failed = "الطابعة لا تستجيب على المنفذ ";
 
 QString port_name(const std::string& port) {
     const bool text_port = printing::PrinterChoice{port}.is_text_port();
@@ -142,7 +145,7 @@ void PrinterSheet::test() {
         const bool printed = printing::print_test(context_.services.devices, choice,
                                                   printing::PrinterCodes::load(context_.connection));
         context_.services.prompts.message(
-            std::string(printed ? message::test_sent : message::test_failed) + choice.receipt_port,
+            std::string(printed ? test_sent : test_failed) + choice.receipt_port,
             printed ? common::Icon::none : common::Icon::exclamation);
     });
     used_->setFocus();

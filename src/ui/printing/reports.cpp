@@ -4,12 +4,16 @@
 #include "cash/shift_report.h"
 #include "printing/report_printer.h"
 #include "signin/session.h"
-#include "ui/widgets/messages.h"
 #include "ui/widgets/text.h"
 
 namespace ui {
 
 namespace {
+
+// "Printed."
+constexpr std::string_view printed = "تمت الطباعة";
+// "There is no printer; saved in the file …"
+constexpr std::string_view kept_instead = "لا توجد طابعة .. تم الحفظ في الملف ";
 
 // The file as the cashier finds it, relative to the program's folder.
 std::string name_of(const std::filesystem::path& file) {
@@ -52,13 +56,13 @@ printing::Report report_of(const cash::DayReport& day, const signin::Session& se
 
 QString printed_text(const Context& context) {
     const auto kept = context.reports.kept_file();
-    return kept.empty() ? qt(message::printed) : qt(message::kept_instead) + qt(name_of(kept));
+    return kept.empty() ? qt(printed) : qt(kept_instead) + qt(name_of(kept));
 }
 
 void say_where_kept(const Context& context) {
     const auto kept = context.reports.kept_file();
     if (!kept.empty())
-        context.services.prompts.message(std::string(message::kept_instead) + name_of(kept),
+        context.services.prompts.message(std::string(kept_instead) + name_of(kept),
                                          common::Icon::information);
 }
 

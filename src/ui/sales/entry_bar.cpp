@@ -16,7 +16,7 @@ namespace ui {
 
 namespace {
 
-// The hint of an empty field stands smaller than what is typed, and leaves room for the cursor.
+// Paints its own hint, smaller than typed text and clear of the cursor.
 class EntryField : public QLineEdit {
   public:
     EntryField() {

@@ -1,4 +1,4 @@
-// The item-code field and the buttons beside it; below them, on a recalled receipt, the second entry field.
+// The item-code field and the buttons beside it; on a recalled receipt a second entry field below them.
 #pragma once
 
 #include <QWidget>
@@ -19,7 +19,7 @@ class EntryBar : public QWidget {
     void entered_for_recalled(const QString& text);
     void general_item_clicked();
     void search_clicked();
-    // Down: to the line grid. "+" in the empty field: the quick quantity.
+    // The keys Up and Down, and "+" in the empty field.
     void down();
     void quick_quantity_wanted();
 

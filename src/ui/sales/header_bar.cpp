@@ -4,7 +4,7 @@
 #include <QPushButton>
 
 #include "sales/sales_desk.h"
-#include "ui/help/key.h"
+#include "ui/help/open_help.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
@@ -30,7 +30,7 @@ HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
     shift_ = new QPushButton;
     shift_->setObjectName("shift_number");
     shift_->setFocusPolicy(Qt::ClickFocus);
-    shift_->setProperty(key_property, "menu_shifts");  // stands in the menu too
+    shift_->setProperty(key_property, "menu_shifts");  // the menu has the same action
     set_role(shift_, "headtext");
     row->addWidget(shift_);
     connect(shift_, &QPushButton::clicked, this, &HeaderBar::shift_clicked);
@@ -49,7 +49,7 @@ HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
     help->setAccessibleName("المساعدة");
     help->setToolTip(QString("المساعدة  ") + help_cap);
     help->setProperty(key_property, help_cap);
-    help->setFocusPolicy(Qt::NoFocus);  // what is being typed goes on where it is
+    help->setFocusPolicy(Qt::NoFocus);  // the focus stays in the field being typed into
     help->setFixedSize(px(36), px(36));
     set_role(help, "headbutton");
     row->addWidget(help);
@@ -70,7 +70,7 @@ void HeaderBar::show_state(const sales::SalesDesk& desk, const signin::Session& 
 }
 
 void HeaderBar::show_clock(const std::string& text) {
-    // Room for the seconds, which come with the first tick, or the bar would move.
+    // Leave room for the seconds, which come with the first tick, so that the bar does not move.
     clock_->setMinimumWidth(clock_->fontMetrics().horizontalAdvance("00:00:00 AM"));
     clock_->setText(qt(text));
 }
@@ -78,7 +78,7 @@ void HeaderBar::show_clock(const std::string& text) {
 void HeaderBar::next_news(const std::vector<std::string>& news) {
     if (news.empty()) return;
     const QString line = qt(news[news_at_++ % news.size()]);
-    // A word and a half of it tell nobody anything.
+    // In less space the news would be unreadable; the tool tip has it.
     constexpr double least = 140;
     news_->setToolTip(line);
     if (news_->width() < px(least)) {

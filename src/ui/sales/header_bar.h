@@ -1,4 +1,4 @@
-// The head of the sales screen: shop, store, drawer, user, shift, news and the clock.
+// The head of the sales window: shop, store, drawer, user, shift, news and the clock.
 #pragma once
 
 #include <QWidget>
@@ -23,7 +23,7 @@ class HeaderBar : public QWidget {
     explicit HeaderBar(QWidget* parent = nullptr);
     void show_state(const sales::SalesDesk& desk, const signin::Session& session);
     void show_clock(const std::string& text);
-    // One line of the news after the other, a few seconds each.
+    // Shows the next line of the news.
     void next_news(const std::vector<std::string>& news);
     QPushButton* menu_button() { return menu_; }
 

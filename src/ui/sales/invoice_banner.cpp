@@ -18,8 +18,7 @@ InvoiceBanner::InvoiceBanner(QWidget* parent) : QFrame(parent) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(px(8), px(6), px(14), px(6));
     row->setSpacing(px(8));
-    text_ = label({}, "plain");
-    text_->setObjectName("invoice_state");
+    text_ = label({}, "plain", "invoice_state");
     text_->setWordWrap(true);
     row->addWidget(text_, 1);
     reprint_ = button("reprint", "إعادة ال&طباعة");
@@ -38,10 +37,10 @@ QPushButton* InvoiceBanner::button(const char* name, const QString& caption) {
     return made;
 }
 
-void InvoiceBanner::dress_as(const char* environment, const char* edge) {
+void InvoiceBanner::set_colours(const char* background, const char* edge) {
     setStyleSheet(QString("ui--InvoiceBanner { background: %1; border: none; border-right: %2px solid %3; "
                           " } QLabel { color: %4; }")
-                      .arg(environment)
+                      .arg(background)
                       .arg(px(6))
                       .arg(edge)
                       .arg(colour::ink));
@@ -52,31 +51,31 @@ void InvoiceBanner::show_state(const sales::SalesDesk& desk) {
     const bool saved = desk.sale().shows_saved_receipt();
     QString text;
     if (const auto& step = desk.sale().partly_saved) {
-        dress_as("#fbe9e7", colour::alarm);
+        set_colours("#fbe9e7", colour::alarm);
         text = QString(
                    "البون رقم %1 حفظ جزء منه فقط، آخر خطوة تمت: %2. لا يحفظ مرة أخرى: ألغ البون (F3) وأبلغ "
                    "المدير")
                    .arg(desk.invoice().number)
                    .arg(qt(sales::name_of(*step)));
     } else if (saved) {
-        dress_as("#e3effa", colour::focus);
+        set_colours("#e3effa", colour::focus);
         text = QString("بون محفوظ رقم %1 · \u200e%2 %3\u200e · وردية %4")
                    .arg(recalled->invoice.number)
                    .arg(qt(common::date_text(recalled->saved_at.date)),
                         qt(common::twelve_hour_text(recalled->saved_at.time)))
                    .arg(recalled->shift);
     } else if (recalled) {
-        dress_as("#e7f3ec", colour::return_bar);
+        set_colours("#e7f3ec", colour::return_bar);
         text = QString("مرتجع من البون رقم %1 بتاريخ %2")
                    .arg(recalled->invoice.number)
                    .arg(qt(common::date_text(recalled->invoice.date)));
     } else if (desk.sale().offer != 0) {
-        dress_as("#fdf6da", colour::sale_bar);
+        set_colours("#fdf6da", colour::sale_bar);
         text = QString("من عرض السعر رقم %1").arg(desk.sale().offer);
     }
     if (!desk.invoice().lines.empty()) notice_.clear();
     if (text.isEmpty() && !notice_.isEmpty()) {
-        dress_as("#e3effa", colour::focus);
+        set_colours("#e3effa", colour::focus);
         text = notice_;
     }
     text_->setText(text);

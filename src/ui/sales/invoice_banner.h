@@ -1,5 +1,5 @@
-// Above the entry field: what is on the screen when it is no invoice in the making, and what can be done with
-// it: a saved receipt, a return of one, an offer, an invoice that was saved in part.
+// The banner above the entry field. It says what the window shows if that is not a new invoice (a saved
+// receipt, a return of one, an offer, a partly saved invoice) and offers what can be done with it.
 #pragma once
 
 #include <QFrame>
@@ -17,9 +17,9 @@ class InvoiceBanner : public QFrame {
     Q_OBJECT
   public:
     explicit InvoiceBanner(QWidget* parent = nullptr);
-    // Shows itself, or nothing for an ordinary invoice.
+    // Hides itself for a new invoice without a notice.
     void show_state(const sales::SalesDesk& desk);
-    // What stands there until the next line is entered, when the invoice has nothing to say of itself.
+    // Sets a text that is shown until the next line is entered, unless the invoice needs the banner.
     void notice(const QString& text) { notice_ = text; }
 
   signals:
@@ -28,7 +28,7 @@ class InvoiceBanner : public QFrame {
 
   private:
     QPushButton* button(const char* name, const QString& caption);
-    void dress_as(const char* environment, const char* edge);
+    void set_colours(const char* background, const char* edge);
 
     QLabel* text_;
     QString notice_;

@@ -1,5 +1,4 @@
-// What the invoice carries beside its lines: store, date, salesman, note, delivery permit, and whether a
-// receipt is wanted.
+// The data of the invoice besides its lines: store, date, salesman, note, and whether a receipt is printed.
 #pragma once
 
 #include "ui/widgets/context.h"
@@ -15,18 +14,16 @@ class SalesDesk;
 
 namespace ui {
 
-// run() returns 1 when the data were taken over, 0 when the invoice stays as it was.
+// run() returns 1 if the data were taken over and 0 if the invoice stays as it was.
 class InvoiceDataSheet : public Sheet {
     Q_OBJECT
   public:
     InvoiceDataSheet(QWidget* host, const Context& context, sales::SalesDesk& desk);
 
   protected:
-    void keyPressEvent(QKeyEvent* event) override;
+    void enter() override;
 
   private:
-    void confirm();
-
     const Context& context_;
     sales::SalesDesk& desk_;
     QComboBox* store_;

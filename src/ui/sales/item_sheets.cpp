@@ -47,16 +47,14 @@ ItemInfoSheet::ItemInfoSheet(QWidget* host, const sales::ItemInfo& info, const s
     add("قطاعي", "info_price12", info.price12);
     add("جملة", "info_price13", info.price13);
     body()->addLayout(grid);
-    QLabel* profit = label(qt(info.profit), "figure");
-    profit->setObjectName("info_profit");
+    QLabel* profit = label(qt(info.profit), "figure", "info_profit");
     body()->addWidget(profit);
     if (stock != nullptr) {
         body()->addWidget(rule());
         QString lines = qt(stock->quantity).trimmed();
         for (const std::string& expiry : stock->expiries)
             lines += "\n" + qt(expiry);
-        QLabel* shown = label(lines, "side");
-        shown->setObjectName("info_stock");
+        QLabel* shown = label(lines, "side", "info_stock");
         body()->addWidget(shown);
     }
     auto* close = new QPushButton(tr("&رجوع"));

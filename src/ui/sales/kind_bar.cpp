@@ -1,21 +1,18 @@
 #include "ui/sales/kind_bar.h"
 
 #include <QEvent>
-#include <QFocusEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
-#include <utility>
 
 #include "common/date_time.h"
 #include "sales/sales_desk.h"
 #include "ui/sales/commands.h"
+#include "ui/widgets/choices.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_button.h"
-#include "ui/widgets/key_queue.h"
-#include "ui/widgets/segments.h"
 #include "ui/widgets/sheet.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
@@ -51,8 +48,7 @@ KindBar::KindBar(QWidget* parent) : QWidget(parent) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, px(1));
     row->setSpacing(0);
-    kind_ = label({}, "kind");
-    kind_->setObjectName("kind_label");
+    kind_ = label({}, "kind", "kind_label");
     kind_->setAlignment(Qt::AlignCenter);
     row->addWidget(kind_);
 
@@ -67,8 +63,7 @@ KindBar::KindBar(QWidget* parent) : QWidget(parent) {
     }
     levels_ = new Segments("price_level", levels);
     row->addWidget(cell("فئة السعر", key::first_price_level, levels_));
-    customer_ = label({}, "figure");
-    customer_->setObjectName("customer");
+    customer_ = label({}, "figure", "customer");
     customer_->setMinimumWidth(px(60));
     row->addWidget(cell("العميل", key::walk_in_customer, customer_, true), 1);
 
@@ -76,18 +71,14 @@ KindBar::KindBar(QWidget* parent) : QWidget(parent) {
     connect(levels_, &Segments::chosen, this, &KindBar::price_level_chosen);
 }
 
-// The number of the invoice, which is typed over to bring a saved one back.
+// The receipt number. Another number typed over it recalls a saved receipt.
 QWidget* KindBar::number_box() {
     auto* box = new QWidget;
     auto* pair = new QHBoxLayout(box);
     pair->setContentsMargins(0, 0, 0, 0);
     pair->setSpacing(px(6));
-    number_ = new QLineEdit;
-    number_->setObjectName("invoice_number");
+    number_ = new NumberField("invoice_number");
     number_->setAccessibleName("رقم البون");
-    number_->setProperty(keys_property, keys_no_scans);
-    number_->setLayoutDirection(Qt::LeftToRight);
-    number_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     number_->setMaxLength(18);
     number_->setFixedHeight(px(36));
     number_->setStyleSheet(
@@ -106,7 +97,8 @@ QWidget* KindBar::number_box() {
     pair->addWidget(recall_);
     connect(number_, &QLineEdit::returnPressed, this, [this] { emit recall_wanted(number_->text()); });
     connect(recall_, &QPushButton::clicked, this, [this] {
-        // Untouched, the field holds the number that is not saved yet; it is to be typed over first.
+        // The field still holds the number of the invoice on the window: the cashier must type another one
+        // first.
         if (number_->text() == shown_number_) {
             focus_number();
         } else {
@@ -122,17 +114,9 @@ void KindBar::focus_number() {
 }
 
 bool KindBar::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == number_ && event->type() == QEvent::FocusIn) {
-        number_->selectAll();
-        clicked_into_ = static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason;
-    }
-    // The click has set the cursor; the number is to be typed over all the same.
-    if (watched == number_ && event->type() == QEvent::MouseButtonRelease &&
-        std::exchange(clicked_into_, false)) {
-        number_->selectAll();
-    }
     if (watched == number_ && event->type() == QEvent::FocusOut) {
-        // Left without Enter, the field shows the invoice's own number again; under a box it only waits.
+        // A number that was left without Enter is replaced by the invoice's own, unless only a box took the
+        // focus.
         QMetaObject::invokeMethod(
             this,
             [this] {
@@ -163,17 +147,17 @@ QWidget* KindBar::cell(const QString& caption, QKeyCombination key, QWidget* con
 void KindBar::show_state(const sales::SalesDesk& desk) {
     const sales::Invoice& invoice = desk.invoice();
     kind_->setText(qt(sales::kind_caption(invoice.kind, invoice.payment)));
-    const QColor environment = colour::from_blue_first(sales::grid_colour(invoice.kind));
-    const QString dress = QString("background: %1; border-left: %2px solid %3;")
-                              .arg(environment.name())
+    const QColor background = colour::from_blue_first(sales::grid_colour(invoice.kind));
+    const QString style = QString("background: %1; border-left: %2px solid %3;")
+                              .arg(background.name())
                               .arg(px(6))
                               .arg(bar_colour(invoice.kind));
-    if (dress != kind_dress_) {
-        kind_dress_ = dress;
-        kind_->setStyleSheet(dress);
+    if (style != kind_style_) {
+        kind_style_ = style;
+        kind_->setStyleSheet(style);
     }
     const QString number = QString::number(invoice.number);
-    // A number that is being typed stays until it is found.
+    // Keep a number that is being typed.
     if (!number_->hasFocus() || number_->text() == shown_number_ || shown_number_ != number)
         number_->setText(number);
     shown_number_ = number;

@@ -22,7 +22,7 @@ class KindBar : public QWidget {
   public:
     explicit KindBar(QWidget* parent = nullptr);
     void show_state(const sales::SalesDesk& desk);
-    // To the receipt-number field, for a number to recall.
+    // Moves the focus to the receipt number, for another one to be typed and recalled.
     void focus_number();
 
   signals:
@@ -37,19 +37,17 @@ class KindBar : public QWidget {
 
   private:
     QWidget* cell(const QString& caption, QKeyCombination key, QWidget* content, bool last = false);
-
-    QLabel* kind_;
     QWidget* number_box();
 
+    QLabel* kind_;
     QLineEdit* number_;
     QPushButton* recall_;
-    bool clicked_into_ = false;
     QString shown_number_;
     QLabel* date_;
     Segments* kinds_;
     Segments* levels_;
     QLabel* customer_;
-    QString kind_dress_;
+    QString kind_style_;
 };
 
 }  // namespace ui

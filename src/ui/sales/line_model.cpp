@@ -59,7 +59,7 @@ int LineModel::columnCount(const QModelIndex& parent) const {
 
 QVariant LineModel::data(const QModelIndex& index, int role) const {
     const auto row = static_cast<std::size_t>(index.row());
-    // Between an action and the refresh after it the invoice may be shorter than the grid.
+    // Until refresh() runs after an action, the invoice may be shorter than the grid.
     if (!index.isValid() || row >= desk_.invoice().lines.size()) return {};
     const int source = source_column(index.column());
     if (role == open_role) return waits_for_typing(desk_.invoice().lines[row], source);

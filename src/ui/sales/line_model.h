@@ -1,4 +1,4 @@
-// The invoice's lines as the grid shows them: the visible ones of the grid's columns, in their order.
+// The lines of the invoice as the grid shows them: the visible columns in their order.
 #pragma once
 
 #include <QAbstractTableModel>
@@ -15,14 +15,14 @@ class LineModel : public QAbstractTableModel {
   public:
     explicit LineModel(const sales::SalesDesk& desk, QObject* parent = nullptr);
 
-    // The grid column of the invoice model behind a shown one, and back; -1 for none.
+    // The column of the invoice (sales::column) behind a shown column, and back; -1 if there is none.
     static int source_column(int shown);
     static int shown_column(int source);
     static constexpr int shown_count = 10;
-    // Of a cell: true when it waits to be typed into (a general item's, or an offer's marked discounts).
+    // Role of data(): true if a cell waits for a value (a general item's, or an offer's marked discounts).
     static constexpr int open_role = Qt::UserRole;
 
-    // Follows the invoice.
+    // Updates the rows from the invoice.
     void refresh();
 
     int rowCount(const QModelIndex& parent = {}) const override;

@@ -5,7 +5,6 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QStyle>
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <array>
@@ -29,11 +28,11 @@ bool can_be_edited(int source) {
 
 constexpr auto empty_text = "اكتب كود الصنف أو مرر الباركود · Ctrl F للبحث بالاسم";
 
-// Widths of the shown columns on a wide and on a narrow screen; the name takes what is left.
+// Widths of the shown columns on a wide and a narrow screen; the name takes the rest.
 constexpr std::array<int, LineModel::shown_count> wide_columns = {36, 68, 0, 128, 82, 84, 74, 74, 92, 80};
 constexpr std::array<int, LineModel::shown_count> narrow_columns = {32, 58, 0, 0, 68, 70, 74, 74, 78, 70};
 
-// How many characters of a text make whole words that fit a width; all of its first word at least.
+// The number of characters in the whole words that fit a width; at least the first word.
 qsizetype fitting(const QString& text, const QFontMetrics& metrics, int width) {
     qsizetype taken = -1;
     for (qsizetype blank = text.indexOf(' '); blank >= 0; blank = text.indexOf(' ', blank + 1)) {
@@ -53,11 +52,26 @@ QFont fitted(QFont font, const QString& text, int width) {
     return font;
 }
 
+// Paints a long name in two lines; an even longer one is cut.
+void paint_two_lines(QPainter& painter, const QFont& font, const QString& text, const QRect& place) {
+    painter.setFont(font);
+    const QFontMetrics metrics(font);
+    const qsizetype first = fitting(text, metrics, place.width());
+    const int middle = place.center().y();
+    const auto draw = [&](int top, const QString& part) {
+        painter.drawText(QRect(place.left(), top, place.width(), metrics.height()),
+                         Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine,
+                         metrics.elidedText(part, Qt::ElideRight, place.width()));
+    };
+    draw(middle - std::min(metrics.height(), place.height() / 2), text.left(first).trimmed());
+    draw(middle, text.mid(first).trimmed());
+}
+
 // Paints a cell of the grid.
 class LineDelegate : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
-    // What a figure needs at its smallest.
+    // The width of the text in the smallest font.
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
     void set_background(const QColor& colour) { background_ = colour; }
@@ -80,7 +94,7 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const auto* view = qobject_cast<const QTableView*>(option.widget);
     const bool current_row = view != nullptr && view->currentIndex().row() == index.row();
     const QColor open_background = colour::from_blue_first(sales::colour_editable_cell);
-    // Cells that wait for typing show it on the current row too.
+    // Cells that wait for a value show it on the current row too.
     const QColor background = index.data(LineModel::open_role).toBool() ? open_background
                               : current_row                             ? QColor(colour::current)
                                                                         : background_;
@@ -105,23 +119,11 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
             painter->drawText(place, right | Qt::TextSingleLine,
                               one_line.elidedText(text, Qt::ElideRight, place.width()));
         } else {
-            // A long name takes two smaller lines; what is longer still is cut.
             font.setPixelSize(px(narrow ? 13 : 14));
-            painter->setFont(font);
-            const QFontMetrics small(font);
-            const qsizetype first = fitting(text, small, place.width());
-            const int middle = place.center().y();
-            const auto draw = [&](int top, const QString& part) {
-                painter->drawText(QRect(place.left(), top, place.width(), small.height()),
-                                  right | Qt::TextSingleLine,
-                                  small.elidedText(part, Qt::ElideRight, place.width()));
-            };
-            const int height = std::min(small.height(), place.height() / 2);
-            draw(middle - height, text.left(first).trimmed());
-            draw(middle, text.mid(first).trimmed());
+            paint_two_lines(*painter, font, text, place);
         }
     } else {
-        // No digit is ever cut off: what is too long is written smaller.
+        // Digits are never cut off: long figures get a smaller font.
         font = fitted(font, text, place.width());
         painter->setFont(font);
         painter->setLayoutDirection(Qt::LeftToRight);
@@ -157,7 +159,7 @@ LineView::LineView(LineModel* model, QWidget* parent) : QTableView(parent) {
     horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setSectionResizeMode(2, QHeaderView::Stretch);
     setProperty(empty_property, empty_text);
-    // Tab passes by a grid without lines.
+    // Tab skips a grid without lines.
     const auto follow = [this] {
         setFocusPolicy(this->model()->rowCount() > 0 ? Qt::StrongFocus : Qt::ClickFocus);
     };
@@ -188,7 +190,7 @@ void LineView::set_widths() {
     for (int at = 0; at < LineModel::shown_count; ++at) {
         if (at != 2) setColumnWidth(at, px(widths[static_cast<std::size_t>(at)]));
     }
-    // On a narrow screen the name needs the place more than the group, which the search shows as well.
+    // On a narrow screen the name needs the space more than the group, which the search shows as well.
     setColumnHidden(LineModel::shown_column(column::group), width() < px(880));
 }
 
@@ -217,7 +219,7 @@ void LineView::open_cell(int row, int source, const QString& value) {
     edited_row_ = row;
     edited_column_ = source;
     field_->show();
-    setTabOrder(this, field_);  // from the cell Tab leads on as from the grid
+    setTabOrder(this, field_);  // Tab leads on from the cell as from the grid
     field_->setFocus();
     field_->selectAll();
 }
@@ -277,22 +279,15 @@ void LineView::keyPressEvent(QKeyEvent* event) {
     QTableView::keyPressEvent(event);
 }
 
-// The frame around the grid shows the focus, besides the cell.
+// The frame around the grid shows the focus too.
 void LineView::focusInEvent(QFocusEvent* event) {
     QTableView::focusInEvent(event);
-    light_frame(true);
+    set_state(parentWidget(), "lit", true);
 }
 
 void LineView::focusOutEvent(QFocusEvent* event) {
     QTableView::focusOutEvent(event);
-    light_frame(false);
-}
-
-void LineView::light_frame(bool lit) {
-    QWidget* frame = parentWidget();
-    frame->setProperty("lit", lit);
-    frame->style()->unpolish(frame);
-    frame->style()->polish(frame);
+    set_state(parentWidget(), "lit", false);
 }
 
 void LineView::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -309,7 +304,7 @@ void LineView::currentChanged(const QModelIndex& current, const QModelIndex& pre
 void LineView::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
     set_widths();
-    // The frame around the grid has round corners; the heading and the lines keep within them.
+    // The frame around the grid has round corners. Clip the grid to them.
     QPainterPath rounded;
     rounded.addRoundedRect(QRectF(rect()), px(7), px(7));
     setMask(QRegion(rounded.toFillPolygon().toPolygon()));
@@ -320,7 +315,7 @@ void LineView::resizeEvent(QResizeEvent* event) {
 
 bool LineView::eventFilter(QObject* watched, QEvent* event) {
     if (watched == field_) {
-        // Taken here, because a field passes Enter on to the grid below it, which would open the cell again.
+        // Handled here, because the field would pass Enter on to the grid, which would open the cell again.
         if (event->type() == QEvent::KeyPress) {
             switch (static_cast<QKeyEvent*>(event)->key()) {
                 case Qt::Key_Escape:
@@ -335,7 +330,7 @@ bool LineView::eventFilter(QObject* watched, QEvent* event) {
                     break;
             }
         }
-        // Leaving the field commits it; a box or the window losing the focus does not.
+        // Moving the focus away commits the value; a box, or another window, does not.
         if (event->type() == QEvent::FocusOut) {
             const auto reason = static_cast<QFocusEvent*>(event)->reason();
             if (reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason ||

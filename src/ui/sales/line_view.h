@@ -1,4 +1,4 @@
-// The line grid: the cursor, and editing of a cell in its place.
+// The line grid: the cursor, and editing of cells in place.
 #pragma once
 
 #include <QTableView>
@@ -16,23 +16,23 @@ class LineView : public QTableView {
     void set_background(const QColor& colour);
     // Moves the cursor to a line without a signal.
     void show_current(int row);
-    // Opens the field over a cell, holding its value or, where given, another one, selected for overtyping.
+    // Opens an edit field over a cell with `value`, or the cell's own text if that is empty, all selected.
     void open_cell(int row, int source_column, const QString& value = {});
     bool is_editing() const { return field_ != nullptr; }
-    // Commits an open cell as leaving it does.
+    // Commits an open cell, as moving the focus away does.
     void finish_editing() { commit(false); }
     void close_cell();
 
   signals:
     // The cashier moved to a line.
     void row_chosen(int row);
-    // Enter or a digit on a cell of the columns that can be edited.
+    // Enter or a digit on a cell that can be edited; `first` is the digit.
     void edit_wanted(int row, int source_column, const QString& first);
-    // Enter in the open field, or it was left; it is closed before.
+    // The value of a cell was entered, or its field lost the focus. The field is already closed.
     void committed(int row, int source_column, const QString& text, bool by_enter);
     void edit_cancelled();
     void delete_wanted(int row);
-    // Esc, or Up on the first line: typing goes on in the entry field.
+    // Esc, or Up on the first line.
     void left();
 
   protected:
@@ -47,7 +47,6 @@ class LineView : public QTableView {
 
   private:
     void set_widths();
-    void light_frame(bool lit);
     void commit(bool by_enter);
     void want_edit(const QString& first);
 

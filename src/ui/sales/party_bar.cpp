@@ -4,10 +4,10 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
-#include <QSignalBlocker>
 #include <QStackedLayout>
 
 #include "sales/sales_desk.h"
+#include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/style.h"
@@ -30,21 +30,6 @@ QWidget* page(std::initializer_list<std::pair<QString, QWidget*>> fields) {
         row->addWidget(field, 1);
     }
     return made;
-}
-
-void fill_list(QComboBox* list, const std::vector<common::Choice>& choices) {
-    const QSignalBlocker quiet(list);
-    list->clear();
-    for (const common::Choice& choice : choices)
-        list->addItem(qt(choice.name), QVariant::fromValue<qlonglong>(choice.code));
-    list->setCurrentIndex(-1);
-}
-
-void show_code(QComboBox* list, std::int64_t code) {
-    if (list->hasFocus()) return;  // it is being typed into
-    const QSignalBlocker quiet(list);
-    list->setCurrentIndex(list->findData(QVariant::fromValue<qlonglong>(code)));
-    list->setEditText(list->itemText(list->currentIndex()));  // where no name was what had been typed
 }
 
 }  // namespace
@@ -72,21 +57,25 @@ PartyBar::PartyBar(QWidget* parent) : QWidget(parent) {
     row->addWidget(permit_);
     row->addWidget(permit_number_);
     pages_->addWidget(account);
-    pages_->addWidget(new QWidget);  // cash wants nothing
+    pages_->addWidget(new QWidget);  // cash has no fields
     pages_->addWidget(page({{"البنك", bank_}, {"صاحب البطاقة", holder_}, {"رقم مرجعي", reference_}}));
     pages_->addWidget(page({{"عميل الأكراميات", receiver_}}));
+    connect_fields();
+}
 
+void PartyBar::connect_fields() {
     const auto choosing = [this](QComboBox* list, auto signal, QWidget* next) {
         connect(list, &QComboBox::activated, this,
-                [this, list, signal] { emit(this->*signal)(chosen_code(list)); });
+                [this, list, signal] { emit(this->*signal)(choice_of(list).value_or(0)); });
         connect(list->lineEdit(), &QLineEdit::returnPressed, this, [this, list, signal, next] {
-            const qlonglong code = chosen_code(list);
+            const qlonglong code = choice_of(list).value_or(0);
             if (code == 0 && !list->currentText().trimmed().isEmpty()) {
                 emit(this->*signal)(code);
-                list->lineEdit()->selectAll();  // nobody of that name: to be typed again
+                list->lineEdit()->selectAll();  // unknown name: to be typed again
                 return;
             }
-            // Left first: a list without the focus shows what is chosen, whatever was typed into it.
+            // Move the focus first: only a list without the focus replaces the typed text by the chosen
+            // entry.
             if (next != nullptr) next->setFocus();
             emit(this->*signal)(code);
             if (next == nullptr) emit finished();
@@ -116,17 +105,17 @@ PartyBar::PartyBar(QWidget* parent) : QWidget(parent) {
 }
 
 void PartyBar::fill(const sales::SalesDesk& desk) {
-    fill_list(customer_, desk.lists().account_customers);
-    fill_list(bank_, desk.lists().banks);
-    fill_list(receiver_, desk.lists().tips_receivers);
+    fill_choices(customer_, desk.lists().account_customers, {});
+    fill_choices(bank_, desk.lists().banks, {});
+    fill_choices(receiver_, desk.lists().tips_receivers, {});
 }
 
 void PartyBar::show_state(const sales::SalesDesk& desk) {
     const sales::Invoice& invoice = desk.invoice();
     pages_->setCurrentIndex(static_cast<int>(invoice.payment));
-    show_code(customer_, invoice.customer);
-    show_code(bank_, invoice.card.bank_code);
-    show_code(receiver_, invoice.tips_receiver);
+    if (!customer_->hasFocus()) show_choice(customer_, invoice.customer);
+    if (!bank_->hasFocus()) show_choice(bank_, invoice.card.bank_code);
+    if (!receiver_->hasFocus()) show_choice(receiver_, invoice.tips_receiver);
     permit_->setChecked(invoice.permit_opened);
     permit_number_->setEnabled(invoice.permit_opened);
     if (!permit_number_->hasFocus()) permit_number_->setText(qt(invoice.permit_number));

@@ -1,5 +1,5 @@
-// Whom an invoice is settled with: the account customer, the card's bank and references, or the tips
-// receiver. It stands below the entry field only while such a payment is chosen.
+// The party of an invoice: the account customer, the bank and references of the card, or the tips receiver.
+// Shown below the entry field while such a payment is chosen.
 #pragma once
 
 #include <QWidget>
@@ -20,11 +20,11 @@ class PartyBar : public QWidget {
     Q_OBJECT
   public:
     explicit PartyBar(QWidget* parent = nullptr);
-    // Fills the lists again, after they were loaded.
+    // Fills the lists with what the logic has loaded.
     void fill(const sales::SalesDesk& desk);
-    // Shows the fields of the invoice's payment, or nothing for cash.
+    // Shows the fields of the invoice's payment; hides itself for cash.
     void show_state(const sales::SalesDesk& desk);
-    // The field that a payment wants typed into first; null for cash.
+    // The first field to fill for a payment; null for cash.
     QWidget* first_field(sales::PaymentOption payment);
 
   signals:
@@ -34,10 +34,12 @@ class PartyBar : public QWidget {
     void tips_receiver_chosen(qlonglong code);
     // The delivery permit of an account invoice, and its number.
     void permit_typed(bool opened, const QString& number);
-    // Enter in the last field: typing goes on in the entry field.
+    // Enter in the last field.
     void finished();
 
   private:
+    void connect_fields();
+
     QStackedLayout* pages_;
     QComboBox* customer_;
     QCheckBox* permit_;

@@ -15,8 +15,7 @@ namespace ui {
 
 class AmountField;
 
-// run() returns 1 for confirm (Enter) and 0 for back to the invoice (Esc). What was typed stands in
-// `payment`.
+// run() returns 1 for confirm (Enter) and 0 for back to the invoice (Esc). `payment` holds what was typed.
 class PaymentDialog : public Sheet {
     Q_OBJECT
   public:
@@ -24,7 +23,7 @@ class PaymentDialog : public Sheet {
 
   protected:
     void take_focus() override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void enter() override;
 
   private:
     void show_change();

@@ -1,5 +1,5 @@
 #include "ui/sales/receipts_sheet.h"
-#include "ui/widgets/form_fields.h"
+#include "ui/widgets/fields.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -7,7 +7,6 @@
 
 #include "common/numbers.h"
 #include "sales/sales_desk.h"
-#include "ui/widgets/fields.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
@@ -50,16 +49,12 @@ ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesDesk& desk)
     table_->show_rows(texts);
     body()->addWidget(table_, 1);
 
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(px(10));
-    const auto add = [&](const char* name, const QString& caption, std::function<void()> action) {
-        return foot_button(buttons, name, caption, 1, std::move(action));
-    };
-    set_role(add("receipt_show", "&عرض البون  Enter", [this] { show_receipt(); }), "main");
-    add("receipt_reprint", "إعادة ال&طباعة", [this] { reprint(); });
-    add("receipt_return", "ا&رتجاع من هذا البون", [this] { start_return(); });
-    add("receipt_back", "ر&جوع", [this] { leave(0); });
-    body()->addLayout(buttons);
+    QHBoxLayout* buttons = add_row();
+    set_role(foot_button(buttons, "receipt_show", "&عرض البون  Enter", 1, [this] { show_receipt(); }),
+             "main");
+    foot_button(buttons, "receipt_reprint", "إعادة ال&طباعة", 1, [this] { reprint(); });
+    foot_button(buttons, "receipt_return", "ا&رتجاع من هذا البون", 1, [this] { start_return(); });
+    foot_button(buttons, "receipt_back", "ر&جوع", 1, [this] { leave(0); });
     connect(table_, &ListTable::row_taken, this, [this] { show_receipt(); });
 }
 
@@ -68,7 +63,7 @@ void ReceiptsSheet::take_focus() {
 }
 
 const sales::ReceiptRow* ReceiptsSheet::chosen() {
-    // A second press while a box lies above is no second action.
+    // A second press of a button is ignored while a box is open.
     if (Sheet::top_of(window()) != this) return nullptr;
     const int row = table_->currentRow();
     if (row >= 0 && static_cast<std::size_t>(row) < rows_.size())

@@ -1,12 +1,10 @@
-// The receipts list: what this drawer saved today, to look at, print again, or start a return from.
+// The receipts that this drawer saved today, to look at, print again, or start a return from.
 #pragma once
 
 #include <vector>
 
 #include "sales/recall.h"
 #include "ui/widgets/sheet.h"
-
-class QPushButton;
 
 namespace sales {
 class SalesDesk;
@@ -16,7 +14,7 @@ namespace ui {
 
 class ListTable;
 
-// run() returns 1 when a receipt was brought to the sales screen.
+// run() returns 1 if a receipt was brought to the sales window.
 class ReceiptsSheet : public Sheet {
     Q_OBJECT
   public:
@@ -26,7 +24,7 @@ class ReceiptsSheet : public Sheet {
     void take_focus() override;
 
   private:
-    // The row of the cursor; null, after saying so, on an empty list.
+    // The row of the cursor; null if there is none or a box is open.
     const sales::ReceiptRow* chosen();
     void show_receipt();
     void reprint();

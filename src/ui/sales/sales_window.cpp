@@ -1,4 +1,4 @@
-// The sales screen: its parts and what they show.
+// The sales window: its parts and what they show.
 #include "ui/sales/sales_window.h"
 
 #include <QApplication>
@@ -11,7 +11,7 @@
 #include <QVBoxLayout>
 
 #include "common/numbers.h"
-#include "ui/help/key.h"
+#include "ui/help/open_help.h"
 #include "ui/sales/entry_bar.h"
 #include "ui/sales/header_bar.h"
 #include "ui/sales/invoice_banner.h"
@@ -24,7 +24,6 @@
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_button.h"
 #include "ui/widgets/key_queue.h"
-#include "ui/widgets/messages.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -94,17 +93,15 @@ QWidget* SalesWindow::build_main() {
     return main;
 }
 
-// What the cursor's line has in stock, what the invoice counts, and the screens of this invoice.
+// The line below the grid: stock of the current line, number of lines and pieces, and buttons of screens.
 QWidget* SalesWindow::build_foot() {
     auto* box = new QWidget;
     auto* foot = new QHBoxLayout(box);
     foot->setContentsMargins(px(4), 0, px(4), 0);
     foot->setSpacing(px(8));
-    stock_ = label({}, "foot");
-    stock_->setObjectName("stock");
+    stock_ = label({}, "foot", "stock");
     stock_->setMinimumWidth(px(60));
-    counts_ = label({}, "foot");
-    counts_->setObjectName("counts");
+    counts_ = label({}, "foot", "counts");
     foot->addWidget(stock_, 1);
     foot->addWidget(counts_);
     for (const Command& screen : screens_) {
@@ -211,7 +208,7 @@ void SalesWindow::connect_parts() {
         if (!refused_) focus_entry();
         repaint_all();
     });
-    connect(&context_.keys, &KeyQueue::scan_waits, this, &SalesWindow::focus_entry_for_scan);
+    connect(&context_.keys, &KeyQueue::scan_waiting, this, &SalesWindow::focus_entry_for_scan);
     connect(&seconds_, &QTimer::timeout, this, &SalesWindow::tick);
     connect(&news_, &QTimer::timeout, this, [this] { header_->next_news(desk_.news()); });
 }
@@ -246,7 +243,7 @@ void SalesWindow::repaint_all() {
     totals_->show_state(desk_);
 }
 
-// The quantity, and as many whole expiry dates as there is room for: half a date misleads.
+// Shows the quantity and as many whole expiry dates as fit: half a date misleads.
 void SalesWindow::show_stock() {
     const int room = std::max(px(60), stock_->width());
     const QFontMetrics metrics = stock_->fontMetrics();

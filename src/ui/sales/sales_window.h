@@ -1,4 +1,4 @@
-// The sales screen.
+// The sales window: the screen that the cashier works on all day.
 #pragma once
 
 #include <QTimer>
@@ -24,30 +24,30 @@ class LineView;
 class PartyBar;
 class TotalsPanel;
 
-// Shows a sales::SalesDesk: it passes keys on to the desk's actions and repaints from it after each one.
-// Typing goes on in the item-code field unless an action wants it elsewhere.
+// Shows sales::SalesDesk: it calls the actions of the logic and repaints after each. After an action the
+// focus is in the item-code field, unless the action needs it elsewhere.
 class SalesWindow : public QWidget {
     Q_OBJECT
   public:
     SalesWindow(Context context, const std::vector<Command>& screens);
     ~SalesWindow() override;
 
-    // Opens the logic and shows the screen; false when the database failed (the message has been shown).
+    // Opens the logic and shows it. Returns false, after a message, if the database failed.
     bool open();
     sales::SalesDesk& desk() { return desk_; }
     const Context& context() const { return context_; }
-    // The window's own commands; those that open other screens are handed to the constructor.
+    // The window's own commands. Those that open other screens are passed to the constructor.
     static const std::vector<Command>& commands();
-    // Shows what the logic holds; called after every action, and by neighbouring screens that changed it.
+    // Repaints everything from the logic. Called after every action, and by screens that changed the invoice.
     void repaint_all();
-    // What happens every second: the clock goes on, and the day with it.
+    // Called every second: updates the clock, and the date at midnight.
     void tick();
-    // A word on what another screen has done, which stands above the grid until the next line is entered.
+    // Shows a text above the grid until the next line is entered, for screens that report what they did.
     void notice(const QString& text);
     void focus_entry();
 
   signals:
-    // The cashier left the program, or asked for it to start again.
+    // The cashier left the program (false) or started it again (true).
     void finished(bool restart);
 
   protected:
@@ -57,24 +57,24 @@ class SalesWindow : public QWidget {
 
   private:
     void show_stock();
-    // sales_screen.cpp
+    // sales_window.cpp
     QWidget* build_main();
     QWidget* build_foot();
     void build_strip();
     void build_menu();
     void connect_parts();
-    // sales_screen_keys.cpp
+    // sales_window_keys.cpp
     bool press(QKeyCombination key);
     void perform(const Command& command);
     bool is_typing() const;
-    // sales_screen_actions.cpp. Each ends with a repaint.
+    // sales_window_actions.cpp. Runs an action in the guard, then repaints.
     void act(std::string_view name, const std::function<void()>& action);
-    // The same, and typing goes on in the item-code field.
+    // The same, then moves the focus to the item-code field.
     void act_and_return(std::string_view name, const std::function<void()>& action);
     void enter_item(const QString& text);
     void edit_cell(int row, int column, const QString& first);
     void commit_cell(int row, int column, const QString& text, bool by_enter);
-    // Takes in what was typed into a cell or discount and not entered; false when it was refused.
+    // Enters what was typed into a cell or discount so far. Returns false if it was refused.
     bool finish_editing();
     void save();
     void recall(const QString& number);
@@ -115,7 +115,7 @@ class SalesWindow : public QWidget {
     QTimer news_;
     bool acting_ = false;
     bool leaving_ = false;
-    bool refused_ = false;  // the last value typed was refused
+    bool refused_ = false;  // the last typed value was refused
 };
 
 }  // namespace ui

@@ -15,14 +15,20 @@
 #include "ui/sales/search_panel.h"
 #include "ui/sales/totals_panel.h"
 #include "ui/widgets/guard.h"
-#include "ui/widgets/messages.h"
 #include "ui/widgets/text.h"
 
 namespace ui {
 
+namespace {
+
+// "The program could not be started again."
+constexpr std::string_view no_restart = "تعذرت إعادة تشغيل البرنامج";
+
+}  // namespace
+
 void SalesWindow::act(std::string_view name, const std::function<void()>& action) {
-    // A second press while an action still runs (a double click, a mnemonic under a box) is no second action.
-    // Nor is a mnemonic that reaches a button below an open sheet.
+    // A press while an action still runs is ignored (a double click, a mnemonic under a box), and so is a
+    // mnemonic that reaches a button below an open sheet.
     if (acting_ || Sheet::top_of(this) != nullptr) return;
     acting_ = true;
     guarded(context_.services, name, action);
@@ -38,7 +44,7 @@ void SalesWindow::act_and_return(std::string_view name, const std::function<void
 void SalesWindow::enter_item(const QString& text) {
     const sales::Entry entry = sales::read_entry(utf8(text));
     bool entered = false;
-    // Not clear(), which keeps all that was typed on the day for the field's undo.
+    // Not clear(), which would keep everything typed on that day for undo.
     const auto empty_field = [this] { entry_bar_->field()->setText({}); };
     if (entry.form == sales::EntryForm::empty) {
         empty_field();
@@ -62,7 +68,7 @@ void SalesWindow::edit_cell(int row, int column, const QString& first) {
         return;
     }
     lines_->open_cell(row, column, first);
-    // A digit that opened the cell is the first one typed into it.
+    // The digit that opened the cell is the first one of the value.
     if (auto* field = lines_->findChild<QLineEdit*>("cell_edit"); field != nullptr && !first.isEmpty()) {
         field->deselect();
         field->end(false);
@@ -206,7 +212,7 @@ void SalesWindow::go_to_grid() {
 }
 
 void SalesWindow::focus_entry_for_scan() {
-    // An open payment dialog or other sheet is finished first; the scan is entered when it is gone.
+    // An open sheet must be finished first; the scan is entered when it is gone.
     if (Sheet::top_of(this) != nullptr) return;
     lines_->close_cell();
     focus_entry();
@@ -231,14 +237,14 @@ void SalesWindow::escape() {
 }
 
 void SalesWindow::restart() {
-    // An invoice in work is not thrown away by one key.
+    // One key alone must not throw away an invoice.
     if (!desk_.invoice().lines.empty() &&
         !context_.services.prompts.question(sales::message::exit, common::Icon::critical)) {
         focus_entry();
         return;
     }
     if (!context_.restart || !context_.restart()) {
-        context_.services.prompts.message(message::no_restart, common::Icon::critical);
+        context_.services.prompts.message(no_restart, common::Icon::critical);
         return;
     }
     leaving_ = true;

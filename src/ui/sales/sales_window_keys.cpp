@@ -63,7 +63,8 @@ bool SalesWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress || !watched->isWidgetType())
         return QWidget::eventFilter(watched, event);
     auto* widget = static_cast<QWidget*>(watched);
-    // Wherever the focus is on this screen, but not on a sheet above it or in an open list or menu.
+    // The keys work wherever the focus is on this window, but not on a sheet above it or in an open list or
+    // menu.
     if (widget->window() != this || widget != QApplication::focusWidget() || Sheet::top_of(this) != nullptr ||
         QApplication::activePopupWidget() != nullptr) {
         return QWidget::eventFilter(watched, event);
@@ -86,7 +87,7 @@ bool SalesWindow::press(QKeyCombination key) {
     return false;
 }
 
-// True while a cell or an invoice discount has the focus.
+// Returns true while a cell or an invoice discount has the focus.
 bool SalesWindow::is_typing() const {
     const QWidget* focus = QApplication::focusWidget();
     return lines_->is_editing() ||

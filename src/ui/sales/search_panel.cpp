@@ -10,6 +10,7 @@
 #include "common/numbers.h"
 #include "sales/items.h"
 #include "sales/sales_desk.h"
+#include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/list_table.h"
@@ -27,7 +28,7 @@ bool is_number(const QString& text) {
     return common::parse_integer(utf8(text)).has_value();
 }
 
-// The number of what was chosen from a list, or what was typed into it.
+// The code of the entry chosen from a list, or the text typed into it.
 std::string chosen_filter(const QComboBox* list) {
     const QString typed = list->currentText().trimmed();
     if (typed.isEmpty()) return {};
@@ -46,49 +47,9 @@ SearchPanel::SearchPanel(QWidget* host, sales::SalesDesk& desk) : Sheet(host, "�
     setProperty(keys_property, {});  // a barcode may be scanned into the search
     const double width = std::min(1180.0, host->window()->width() * 16.0 / font().pixelSize() - 40);
     set_card_width(width);
-    auto* filters = new QHBoxLayout;
-    filters->setSpacing(px(10));
-    name_ = filter_field("search_name");
-    number_ = filter_field("search_code");
-    price_ = filter_field("search_price");
-    maker_ = filter_list("search_maker", desk_.lists().makers);
-    type_ = filter_list("search_type", desk_.lists().item_types);
-    filters->addWidget(captioned("الا&سم", name_), 5);
-    filters->addWidget(captioned("ال&كود أو الباركود", number_), 3);
-    filters->addWidget(captioned("س &قطاعي", price_), 2);
-    filters->addWidget(captioned("ال&شركة", maker_), 2);
-    filters->addWidget(captioned("ال&نوع", type_), 2);
-    body()->addLayout(filters);
+    build_filters();
+    build_table(width < 1100);
 
-    auto* options = new QHBoxLayout;
-    options->setSpacing(px(24));
-    contains_ = new QCheckBox("في أي &موضع من الاسم");
-    contains_->setObjectName("search_contains");
-    hide_stopped_ = new QCheckBox("ب&دون الأصناف الموقوفة");
-    hide_stopped_->setObjectName("search_hide_stopped");
-    count_ = label({}, "side");
-    count_->setObjectName("search_count");
-    options->addWidget(contains_);
-    options->addWidget(hide_stopped_);
-    options->addStretch(1);
-    options->addWidget(count_);
-    body()->addLayout(options);
-
-    QStringList headings;
-    for (const auto heading : sales::search_headings)
-        headings << qt(heading);
-    headings << "عبوة"
-             << "كرتونة";
-    table_ = new ListTable("search_results", headings, 1);
-    table_->setMinimumHeight(px(330));
-    table_->say_when_empty(nothing_sought);
-    // On a narrow screen the name needs the place; the chosen row's prices stand below in any case.
-    for (int at = table_->columnCount() - 2; at < table_->columnCount(); ++at)
-        table_->setColumnHidden(at, width < 1100);
-    body()->addWidget(table_, 1);
-    prices_ = label({}, "figure");
-    prices_->setObjectName("search_prices");
-    body()->addWidget(prices_);
     connect(table_, &QTableWidget::currentCellChanged, this, [this](int row) { show_prices(row); });
 
     pause_.setSingleShot(true);
@@ -100,6 +61,50 @@ SearchPanel::SearchPanel(QWidget* host, sales::SalesDesk& desk) : Sheet(host, "�
     connect(table_, &ListTable::left_upwards, name_, qOverload<>(&QWidget::setFocus));
 }
 
+void SearchPanel::build_filters() {
+    QHBoxLayout* filters = add_row();
+    name_ = filter_field("search_name");
+    number_ = filter_field("search_code");
+    price_ = filter_field("search_price");
+    maker_ = filter_list("search_maker", desk_.lists().makers);
+    type_ = filter_list("search_type", desk_.lists().item_types);
+    filters->addWidget(captioned("الا&سم", name_), 5);
+    filters->addWidget(captioned("ال&كود أو الباركود", number_), 3);
+    filters->addWidget(captioned("س &قطاعي", price_), 2);
+    filters->addWidget(captioned("ال&شركة", maker_), 2);
+    filters->addWidget(captioned("ال&نوع", type_), 2);
+
+    auto* options = new QHBoxLayout;
+    options->setSpacing(px(24));
+    contains_ = new QCheckBox("في أي &موضع من الاسم");
+    contains_->setObjectName("search_contains");
+    hide_stopped_ = new QCheckBox("ب&دون الأصناف الموقوفة");
+    hide_stopped_->setObjectName("search_hide_stopped");
+    count_ = label({}, "side", "search_count");
+    options->addWidget(contains_);
+    options->addWidget(hide_stopped_);
+    options->addStretch(1);
+    options->addWidget(count_);
+    body()->addLayout(options);
+}
+
+void SearchPanel::build_table(bool narrow) {
+    QStringList headings;
+    for (const auto heading : sales::search_headings)
+        headings << qt(heading);
+    headings << "عبوة"
+             << "كرتونة";
+    table_ = new ListTable("search_results", headings, 1);
+    table_->setMinimumHeight(px(330));
+    table_->say_when_empty(nothing_sought);
+    // On a narrow screen the name needs the space; the prices of the current row are shown below anyway.
+    for (int at = table_->columnCount() - 2; at < table_->columnCount(); ++at)
+        table_->setColumnHidden(at, narrow);
+    body()->addWidget(table_, 1);
+    prices_ = label({}, "figure", "search_prices");
+    body()->addWidget(prices_);
+}
+
 QLineEdit* SearchPanel::filter_field(const char* name) {
     QLineEdit* field = text_field(name);
     field->setMaxLength(100);
@@ -107,13 +112,11 @@ QLineEdit* SearchPanel::filter_field(const char* name) {
     return field;
 }
 
-// Makers and types by name, where the shop keeps names for them; a number may be typed in any case.
+// Makers and types by name if the shop keeps names for them. A number can always be typed.
 QComboBox* SearchPanel::filter_list(const char* name, const std::vector<common::Choice>& choices) {
     QComboBox* list = choice_list(name);
     list->setMinimumContentsLength(4);
-    list->addItem({}, QVariant::fromValue<qlonglong>(0));
-    for (const common::Choice& choice : choices)
-        list->addItem(qt(choice.name), QVariant::fromValue<qlonglong>(choice.code));
+    fill_optional_choices(list, choices, 0);
     connect(list, &QComboBox::currentTextChanged, this, [this] { pause_.start(); });
     return list;
 }
@@ -130,7 +133,7 @@ void SearchPanel::search_now() {
     filters.hide_stopped = hide_stopped_->isChecked();
     found_ = desk_.lines().search(filters);
 
-    // A list that long is read by nobody; the count says how many there are.
+    // Nobody reads a longer list; the count says how many matches there are.
     constexpr std::size_t most = 200;
     std::vector<QStringList> rows;
     rows.reserve(std::min(found_.size(), most));
@@ -148,7 +151,7 @@ void SearchPanel::search_now() {
     count_->setText(filters.empty() ? QString() : "عدد الأصناف \u200e" + QString::number(found_.size()));
 }
 
-// Retail and wholesale of the row's three units.
+// Shows the retail and wholesale prices of the row's three units.
 void SearchPanel::show_prices(int row) {
     QStringList units;
     if (row >= 0 && static_cast<std::size_t>(row) < found_.size()) {
@@ -166,29 +169,26 @@ void SearchPanel::take(int row) {
     leave(1);
 }
 
-void SearchPanel::keyPressEvent(QKeyEvent* event) {
-    switch (event->key()) {
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            // From a filter Enter takes the first match of what is typed now, not of what was listed before.
-            if (pause_.isActive()) search_now();
-            // What was scanned into the name field is a barcode.
-            if (found_.empty() && name_->hasFocus() && name_->text().size() >= 4 &&
-                is_number(name_->text())) {
-                number_->setText(name_->text().trimmed());
-                name_->clear();
-                search_now();
-            }
-            take(table_->currentRow());
-            break;
-        case Qt::Key_Down:
-            if (pause_.isActive()) search_now();
-            table_->setFocus();
-            break;
-        default:
-            Sheet::keyPressEvent(event);
+void SearchPanel::enter() {
+    // From a filter Enter takes the first match of what is typed now, not of what was listed before.
+    if (pause_.isActive()) search_now();
+    // A number in the name field was scanned: it is a barcode.
+    if (found_.empty() && name_->hasFocus() && name_->text().size() >= 4 && is_number(name_->text())) {
+        number_->setText(name_->text().trimmed());
+        name_->clear();
+        search_now();
     }
-    event->accept();
+    take(table_->currentRow());
+}
+
+void SearchPanel::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Down) {
+        if (pause_.isActive()) search_now();
+        table_->setFocus();
+        event->accept();
+    } else {
+        Sheet::keyPressEvent(event);
+    }
 }
 
 }  // namespace ui

@@ -1,4 +1,4 @@
-// The search panel: filters above, matches below that follow the typing.
+// The item search: filters above, and below them the matches, which follow the typing.
 #pragma once
 
 #include <QTimer>
@@ -20,7 +20,7 @@ namespace ui {
 
 class ListTable;
 
-// run() returns 1 when an item was taken (Enter on its row), 0 after Esc.
+// run() returns 1 if an item was taken and 0 after Esc.
 class SearchPanel : public Sheet {
     Q_OBJECT
   public:
@@ -29,9 +29,13 @@ class SearchPanel : public Sheet {
     qlonglong code() const { return code_; }
 
   protected:
+    // Takes the row of the cursor.
+    void enter() override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    void build_filters();
+    void build_table(bool narrow);
     QLineEdit* filter_field(const char* name);
     QComboBox* filter_list(const char* name, const std::vector<common::Choice>& choices);
     void search_now();

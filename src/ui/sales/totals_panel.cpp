@@ -4,7 +4,6 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QStyle>
 #include <QVBoxLayout>
 
 #include "common/numbers.h"
@@ -45,6 +44,24 @@ TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
     discounts->addWidget(discount_box("خصم %", discount_percent_));
     column->addLayout(discounts);
 
+    column->addWidget(build_net());
+    column->addLayout(build_payments());
+    auto* last = new QHBoxLayout;
+    last_number_ = label({}, "side", "last_receipt");
+    last_change_ = label({}, "side", "last_change");
+    last->addWidget(last_number_);
+    last->addStretch(1);
+    last->addWidget(last_change_);
+    column->addLayout(last);
+    column->addStretch(1);
+
+    auto* save = new KeyButton("save", key_cap(key::save), "حفظ البون", KeyButton::Look::save);
+    save->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    connect(save, &QPushButton::clicked, this, &TotalsPanel::save_clicked);
+    column->addWidget(save);
+}
+
+QWidget* TotalsPanel::build_net() {
     auto* net = new QFrame;
     set_role(net, "net");
     auto* stack = new QVBoxLayout(net);
@@ -55,8 +72,10 @@ TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
     net_->setAlignment(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
     net_->setFixedHeight(px(62));
     stack->addWidget(net_);
-    column->addWidget(net);
+    return net;
+}
 
+QLayout* TotalsPanel::build_payments() {
     auto* options = new QGridLayout;
     options->setSpacing(px(8));
     auto* group = new QButtonGroup(this);
@@ -73,23 +92,7 @@ TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
         connect(button, &QPushButton::clicked, this, [this, at] { emit payment_chosen(at); });
         payments_[static_cast<std::size_t>(at)] = button;
     }
-    column->addLayout(options);
-
-    auto* last = new QHBoxLayout;
-    last_number_ = label({}, "side");
-    last_number_->setObjectName("last_receipt");
-    last_change_ = label({}, "side");
-    last_change_->setObjectName("last_change");
-    last->addWidget(last_number_);
-    last->addStretch(1);
-    last->addWidget(last_change_);
-    column->addLayout(last);
-    column->addStretch(1);
-
-    auto* save = new KeyButton("save", key_cap(key::save), "حفظ البون", KeyButton::Look::save);
-    save->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    connect(save, &QPushButton::clicked, this, &TotalsPanel::save_clicked);
-    column->addWidget(save);
+    return options;
 }
 
 void TotalsPanel::resizeEvent(QResizeEvent* event) {
@@ -108,7 +111,7 @@ QWidget* TotalsPanel::discount_box(const QString& caption, AmountField* field) {
     set_role(field, "disc");
     field->installEventFilter(this);
     stack->addWidget(field);
-    // The caption looks like a part of the field: a click on it is one into the field.
+    // The caption looks like part of the field, so a click on it leads into the field.
     box->setFocusPolicy(Qt::ClickFocus);
     box->setFocusProxy(field);
     box->setFixedHeight(px(85));
@@ -139,16 +142,13 @@ void TotalsPanel::finish_editing() {
 bool TotalsPanel::eventFilter(QObject* watched, QEvent* event) {
     auto* field = qobject_cast<AmountField*>(watched);
     if (field != nullptr && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
-        // The box around the bare field shows the focus.
-        QWidget* box = field->parentWidget();
-        box->setProperty("lit", event->type() == QEvent::FocusIn);
-        box->style()->unpolish(box);
-        box->style()->polish(box);
+        // The field has no border of its own: the box around it shows the focus.
+        set_state(field->parentWidget(), "lit", event->type() == QEvent::FocusIn);
         if (event->type() == QEvent::FocusOut && field->isModified()) {
             QMetaObject::invokeMethod(
                 this,
                 [this, field] {
-                    // Under a sheet it only waits: the focus comes back to it.
+                    // Under a sheet the value only waits: the focus comes back to the field.
                     if (field->isModified() && Sheet::top_of(window()) == nullptr) commit(field);
                 },
                 Qt::QueuedConnection);
@@ -160,7 +160,7 @@ bool TotalsPanel::eventFilter(QObject* watched, QEvent* event) {
 void TotalsPanel::show_state(const sales::SalesDesk& desk) {
     const sales::Figures& figures = desk.sale().figures;
     total_->setText(qt(figures.total));
-    // What is typed and not entered yet stays.
+    // Keep what is typed but not entered yet.
     if (!discount_value_->isModified()) discount_value_->setText(qt(figures.discount_value));
     if (!discount_percent_->isModified()) discount_percent_->setText(qt(figures.discount_percent));
     net_text_ = qt(figures.net);

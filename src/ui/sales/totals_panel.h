@@ -1,5 +1,5 @@
-// The side of the sales screen with the figures: total, invoice discount, net, payment options, the last
-// receipt and the save button.
+// The side panel of the sales window: total, invoice discount, net, payment options, the last receipt and the
+// save button.
 #pragma once
 
 #include <QWidget>
@@ -21,16 +21,16 @@ class TotalsPanel : public QWidget {
   public:
     explicit TotalsPanel(QWidget* parent = nullptr);
     void show_state(const sales::SalesDesk& desk);
-    // Commits a discount that was typed and not entered yet.
+    // Enters a discount that was typed but not entered yet.
     void finish_editing();
 
   signals:
     void payment_chosen(int payment);
     void save_clicked();
-    // Enter in an invoice discount field, or it was left with another text.
+    // A discount was entered with Enter, or changed and left.
     void discount_value_typed(const QString& text);
     void discount_percent_typed(const QString& text);
-    // Esc in a discount field: typing goes on in the entry field.
+    // Esc in a discount field.
     void left();
 
   protected:
@@ -38,6 +38,8 @@ class TotalsPanel : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    QWidget* build_net();
+    QLayout* build_payments();
     QWidget* discount_box(const QString& caption, AmountField* field);
     void commit(AmountField* field);
 

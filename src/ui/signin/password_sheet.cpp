@@ -8,11 +8,17 @@
 #include "signin/sign_in.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
-#include "ui/widgets/messages.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
 namespace ui {
+
+namespace {
+
+// "The two new passwords differ."
+constexpr std::string_view passwords_differ = "كلمتا السر الجديدتان غير متطابقتين";
+
+}  // namespace
 
 PasswordSheet::PasswordSheet(QWidget* host, const Context& context)
     : Sheet(host, "تغيير كلمة السر"), context_(context) {
@@ -28,27 +34,17 @@ PasswordSheet::PasswordSheet(QWidget* host, const Context& context)
     old_ = field("old_password", "كلمة السر ال&قديمة");
     new_ = field("new_password", "كلمة السر ال&جديدة");
     again_ = field("new_password_again", "كلمة السر الجديدة مرة &أخرى");
-    auto* row = new QHBoxLayout;
-    row->setSpacing(px(10));
-    auto* confirmed = new QPushButton("&تغيير");
-    confirmed->setObjectName("password_confirm");
-    set_role(confirmed, "main");
-    auto* back = new QPushButton("&رجوع");
-    back->setObjectName("password_back");
-    row->addWidget(confirmed, 2);
-    row->addWidget(back, 1);
-    body()->addLayout(row);
-    connect(old_, &QLineEdit::returnPressed, new_, qOverload<>(&QWidget::setFocus));
-    connect(new_, &QLineEdit::returnPressed, again_, qOverload<>(&QWidget::setFocus));
+    QHBoxLayout* row = add_row();
+    set_role(foot_button(row, "password_confirm", "&تغيير", 2, [this] { confirm(); }), "main");
+    foot_button(row, "password_back", "&رجوع", 1, [this] { leave(0); });
+    enter_leads_on({old_, new_, again_});
     connect(again_, &QLineEdit::returnPressed, this, &PasswordSheet::confirm);
-    connect(confirmed, &QPushButton::clicked, this, &PasswordSheet::confirm);
-    connect(back, &QPushButton::clicked, this, [this] { leave(0); });
 }
 
 void PasswordSheet::confirm() {
     guarded(context_.services, "ChangePassword", [this] {
         if (new_->text() != again_->text()) {
-            context_.services.prompts.message(message::passwords_differ);
+            context_.services.prompts.message(passwords_differ);
             again_->clear();
             new_->setFocus();
             new_->selectAll();
@@ -59,7 +55,7 @@ void PasswordSheet::confirm() {
             leave(1);
             return;
         }
-        // What stands hidden in the fields would be added to.
+        // Clear the hidden text, or what is typed next would be added to it.
         new_->clear();
         again_->clear();
         old_->setFocus();

@@ -1,4 +1,4 @@
-// The password screen: the signed-in user changes his password.
+// The sheet on which the signed-in user changes his password.
 #pragma once
 
 #include "ui/widgets/context.h"

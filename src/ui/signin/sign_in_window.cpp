@@ -11,13 +11,12 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "ui/help/key.h"
+#include "ui/help/open_help.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/key_button.h"
-#include "ui/widgets/messages.h"
 #include "ui/widgets/sheet.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"

@@ -1,4 +1,4 @@
-// The sign-in screen.
+// The sign-in window.
 #pragma once
 
 #include <QWidget>
@@ -16,7 +16,7 @@ class SignInWindow : public QWidget {
     Q_OBJECT
   public:
     explicit SignInWindow(const Context& context);
-    // Shows the screen until somebody has signed in (true), or the program is to end.
+    // Shows the window until somebody has signed in. Returns false if the program must end instead.
     bool run();
 
   protected:

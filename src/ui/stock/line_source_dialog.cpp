@@ -1,5 +1,5 @@
 #include "ui/stock/line_source_dialog.h"
-#include "ui/widgets/form_fields.h"
+#include "ui/widgets/fields.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -10,10 +10,9 @@
 #include "common/numbers.h"
 #include "sales/sales_desk.h"
 #include "sales/stock_check.h"
-#include "ui/widgets/fields.h"
+#include "ui/widgets/choices.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
-#include "ui/widgets/segments.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -42,8 +41,7 @@ LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales:
              desk.invoice().store) {
     setObjectName("line_source");
     set_card_width(620);
-    auto* title = label(qt(item_.name), "figure");
-    title->setObjectName("source_item");
+    auto* title = label(qt(item_.name), "figure", "source_item");
     title->setWordWrap(true);
     body()->addWidget(title);
     auto* needed = label(
@@ -55,7 +53,7 @@ LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales:
     std::vector<std::pair<int, QString>> units;
     for (const auto& unit : logic_.units())
         units.emplace_back(unit.code, qt(unit.name));
-    std::sort(units.begin(), units.end());  // the smallest first, as everywhere
+    std::sort(units.begin(), units.end());  // the smallest unit first, as on other screens
     units_ = new Segments("source_unit", units);
     units_->show_chosen(item_.unit_code);
     auto* unit_row = new QHBoxLayout;
@@ -69,17 +67,13 @@ LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales:
     table_->say_when_empty("لا يوجد مخزن آخر");
     body()->addWidget(table_, 1);
 
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(px(10));
-    const auto add = [&](const char* name, const QString& caption, std::function<void()> action) {
-        return foot_button(buttons, name, caption, 1, std::move(action));
-    };
-    set_role(add("source_confirm", "ت&حويل من المخزن  Enter", [this] { confirm(); }), "main");
-    add("source_selling", "من مخزن ال&بيع", [this] {
+    QHBoxLayout* buttons = add_row();
+    set_role(foot_button(buttons, "source_confirm", "ت&حويل من المخزن  Enter", 1, [this] { confirm(); }),
+             "main");
+    foot_button(buttons, "source_selling", "من مخزن ال&بيع", 1, [this] {
         if (Sheet::top_of(window()) == this) leave(1);
     });
-    add("source_back", "ر&جوع", [this] { leave(0); });
-    body()->addLayout(buttons);
+    foot_button(buttons, "source_back", "ر&جوع", 1, [this] { leave(0); });
 
     connect(units_, &Segments::chosen, this, [this](int unit) {
         units_->show_chosen(unit);
@@ -88,8 +82,12 @@ LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales:
     });
     connect(table_, &ListTable::row_taken, this, [this] { confirm(); });
     show_stores(item_.unit_code);
-    // The cursor begins on the store that supplies the line already, else on one that holds enough, else on
-    // none, so that a hasty Enter takes nothing.
+    choose_first_store();
+}
+
+// Puts the cursor on the store that already supplies the line, or on the first one that holds enough. If
+// there is none, a hasty Enter must take nothing.
+void LineSourceDialog::choose_first_store() {
     table_->setCurrentCell(-1, -1);
     const auto& stores = logic_.stores();
     const std::int64_t now = item_.row ? desk_.invoice().lines[*item_.row].source_store : 0;

@@ -1,4 +1,4 @@
-// The line-source dialog: from which store the goods of a line come.
+// The line-source dialog: the store that supplies the goods of a line.
 #pragma once
 
 #include <cstdint>
@@ -13,14 +13,14 @@ namespace ui {
 class ListTable;
 class Segments;
 
-// Opens the dialog for the item typed into the sales screen's entry field, else for its current line, and
-// does what was chosen there.
+// Opens the dialog for the item typed into the entry field of the sales window, or for its current line, and
+// applies the choice.
 void choose_line_source(QWidget* host, const Context& context, sales::SalesDesk& desk);
 
 class LineSourceDialog : public Sheet {
     Q_OBJECT
   public:
-    // For an item of sales::SaleLines::source_item(). run() returns 1 when a store was chosen.
+    // `item` comes from sales::SaleLines::source_item(). run() returns 1 if a store was chosen.
     LineSourceDialog(QWidget* host, const Context& context, sales::SalesDesk& desk, sales::SourceItem item);
 
     std::int64_t store() const { return store_; }
@@ -30,6 +30,7 @@ class LineSourceDialog : public Sheet {
 
   private:
     void show_stores(int unit);
+    void choose_first_store();
     void confirm();
 
     Context context_;
@@ -38,7 +39,7 @@ class LineSourceDialog : public Sheet {
     stock::LineSource logic_;
     ListTable* table_;
     Segments* units_;
-    std::int64_t store_ = 0;  // the one chosen; 0 for the selling store
+    std::int64_t store_ = 0;  // the chosen store; 0 for the selling store
 };
 
 }  // namespace ui

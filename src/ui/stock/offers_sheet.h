@@ -1,4 +1,5 @@
-// The offers list: found by customer, number or date, loaded into the sales screen or printed.
+// The list of offers, filtered by customer, number or date. An offer is loaded into the sales window or
+// printed.
 #pragma once
 
 #include <vector>
@@ -17,10 +18,10 @@ namespace ui {
 
 class ListTable;
 
-// Keeps the invoice on the sales screen as an offer and asks whether to print it.
+// Saves the invoice on the sales window as an offer and asks whether to print it.
 void keep_offer(QWidget* host, const Context& context, sales::SalesDesk& desk);
 
-// run() returns 1 when an offer was loaded.
+// run() returns 1 if an offer was loaded.
 class OffersSheet : public Sheet {
     Q_OBJECT
   public:
@@ -28,12 +29,13 @@ class OffersSheet : public Sheet {
 
   protected:
     void take_focus() override;
+    // Loads the chosen offer.
+    void enter() override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
     void search();
     std::int64_t chosen() const;
-    void load();
     void print();
 
     Context context_;

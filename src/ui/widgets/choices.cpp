@@ -1,24 +1,87 @@
 #include "ui/widgets/choices.h"
 
+#include <QButtonGroup>
 #include <QComboBox>
+#include <QCompleter>
+#include <QFrame>
+#include <QHBoxLayout>
 #include <QLineEdit>
+#include <QPainter>
+#include <QPushButton>
 
+#include "ui/widgets/colours.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
 namespace ui {
+
+namespace {
+
+class ChoiceList : public QComboBox {
+  public:
+    using QComboBox::QComboBox;
+
+  protected:
+    // Typing replaces the name that is shown.
+    void focusInEvent(QFocusEvent* event) override {
+        QComboBox::focusInEvent(event);
+        const Qt::FocusReason reason = event->reason();
+        if (lineEdit() != nullptr && reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+            lineEdit()->selectAll();
+    }
+
+    void paintEvent(QPaintEvent* event) override {
+        QComboBox::paintEvent(event);
+        if (property("fixed").toBool()) return;  // nothing to choose
+        // The arrow: a style sheet could only draw it from a picture file.
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(
+            QPen(QColor(isEnabled() ? colour::slate : colour::off), px(2), Qt::SolidLine, Qt::RoundCap));
+        const QPointF tip(px(16), height() / 2.0 + px(2));
+        const double half = px(4);
+        painter.drawPolyline(QPolygonF({tip + QPointF(-half, -half), tip, tip + QPointF(half, -half)}));
+    }
+};
+
+}  // namespace
+
+QComboBox* choice_list(const QString& name, QWidget* parent) {
+    auto* list = new ChoiceList(parent);
+    list->setObjectName(name);
+    list->setEditable(true);
+    begin_right(list->lineEdit());
+    list->setInsertPolicy(QComboBox::NoInsert);
+    list->setMaxVisibleItems(12);
+    list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    list->setMinimumContentsLength(10);
+    list->completer()->setCompletionMode(QCompleter::InlineCompletion);
+    list->completer()->setCaseSensitivity(Qt::CaseInsensitive);
+    return list;
+}
 
 void fill_choices(QComboBox* list, const std::vector<common::Choice>& choices,
                   std::optional<std::int64_t> chosen) {
     const QSignalBlocker quiet(list);
     list->clear();
-    int at = -1;
-    for (const common::Choice& choice : choices) {
-        if (chosen == choice.code) at = list->count();
+    for (const common::Choice& choice : choices)
         list->addItem(qt(choice.name), QVariant::fromValue<qlonglong>(choice.code));
-    }
+    show_choice(list, chosen);
+}
+
+void fill_optional_choices(QComboBox* list, const std::vector<common::Choice>& choices, std::int64_t chosen) {
+    std::vector<common::Choice> all = choices;
+    all.insert(all.begin(), {0, {}});
+    fill_choices(list, all, common::contains(all, chosen) ? chosen : 0);
+}
+
+void show_choice(QComboBox* list, std::optional<std::int64_t> code) {
+    const QSignalBlocker quiet(list);
+    const int at = code ? list->findData(QVariant::fromValue<qlonglong>(*code)) : -1;
     list->setCurrentIndex(at);
-    if (at < 0) list->setEditText({});
-    list->lineEdit()->home(false);  // a long name shows its beginning
+    list->setEditText(list->itemText(at));  // replaces a name that was typed and is not in the list
+    list->lineEdit()->home(false);          // a long name shows its beginning
 }
 
 std::optional<std::int64_t> choice_of(const QComboBox* list) {
@@ -28,6 +91,54 @@ std::optional<std::int64_t> choice_of(const QComboBox* list) {
     }
     if (index < 0) return std::nullopt;
     return list->itemData(index).toLongLong();
+}
+
+Segments::Segments(const QString& name, const std::vector<std::pair<int, QString>>& options, QWidget* parent)
+    : QWidget(parent) {
+    setObjectName(name);
+    set_role(this, "segments");
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(px(1), px(1), px(1), px(1));
+    row->setSpacing(0);
+    auto* group = new QButtonGroup(this);
+    for (const auto& [value, caption] : options) {
+        if (!buttons_.empty()) {
+            auto* divider = new QFrame;
+            set_role(divider, "divider");
+            row->addWidget(divider);
+        }
+        auto* button = new QPushButton(caption);
+        button->setObjectName(name + "_" + QString::number(value));
+        button->setCheckable(true);
+        button->setProperty("end", buttons_.empty()                        ? "first"
+                                   : buttons_.size() + 1 == options.size() ? "last"
+                                                                           : "");
+        set_role(button, "segment");
+        group->addButton(button);
+        row->addWidget(button);
+        buttons_.emplace_back(value, button);
+        connect(button, &QPushButton::clicked, this,
+                [this, chosen_value = value] { emit chosen(chosen_value); });
+    }
+    set_height(38);
+}
+
+void Segments::set_height(double measure) {
+    for (const auto& [of, button] : buttons_)
+        button->setFixedHeight(px(measure) - 2 * px(1));
+}
+
+void Segments::show_chosen(int value) {
+    for (const auto& [of, button] : buttons_)
+        button->setChecked(of == value);
+}
+
+int Segments::value() const {
+    for (const auto& [of, button] : buttons_) {
+        if (button->isChecked()) return of;
+    }
+    return 0;
 }
 
 }  // namespace ui

@@ -1,6 +1,7 @@
-// Lists to choose from in their fields.
+// Fields that choose: a list of names that is searched by typing, and a row of options.
 #pragma once
 
+#include <QWidget>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -8,15 +9,43 @@
 #include "common/choice.h"
 
 class QComboBox;
+class QPushButton;
 
 namespace ui {
 
-// Replaces the entries; chosen is the one of the code, or none.
+// A list to choose from by typing part of a name; the codes are the items' data.
+QComboBox* choice_list(const QString& name, QWidget* parent = nullptr);
+// Replaces the entries without a signal and shows the one of `chosen`, or none.
 void fill_choices(QComboBox* list, const std::vector<common::Choice>& choices,
                   std::optional<std::int64_t> chosen);
-
-// The chosen code, of which 0 is one like any other; nothing when none is chosen. A name typed in full counts
-// as chosen.
+// The same with an empty entry of code 0 first, which is shown if `chosen` is not in the list.
+void fill_optional_choices(QComboBox* list, const std::vector<common::Choice>& choices, std::int64_t chosen);
+// Shows the entry of a code without a signal; none if the list does not have it.
+void show_choice(QComboBox* list, std::optional<std::int64_t> code);
+// The chosen code, which may be 0, or nothing if no entry is chosen. A name typed in full counts as chosen.
 std::optional<std::int64_t> choice_of(const QComboBox* list);
+
+// A row of options of which one is chosen: kinds, price levels.
+class Segments : public QWidget {
+    Q_OBJECT
+  public:
+    // The options' object names are `name` and their value: "kind_0".
+    Segments(const QString& name, const std::vector<std::pair<int, QString>>& options,
+             QWidget* parent = nullptr);
+
+    // Shows the option of a value as chosen, without a signal.
+    void show_chosen(int value);
+    // The value of the option shown as chosen; 0 if none is.
+    int value() const;
+    // In pixels of the 1366×768 screen.
+    void set_height(double measure);
+
+  signals:
+    // The cashier chose an option. What is shown as chosen follows the logic afterwards.
+    void chosen(int value);
+
+  private:
+    std::vector<std::pair<int, QPushButton*>> buttons_;
+};
 
 }  // namespace ui

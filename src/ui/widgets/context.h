@@ -1,4 +1,4 @@
-// What every screen is handed: the shop, the workstation's state, the printers and the outside world.
+// What every screen needs: the shop, the workstation's state, the printers and the outside world.
 #pragma once
 
 #include <functional>
@@ -31,10 +31,10 @@ struct Context {
     printing::ReportPrinter& reports;
     printing::PrinterChoice& printer_choice;
     KeyQueue& keys;
-    // Starts the program again with its cash-point number; false when that failed and this instance must
-    // stay.
+    // Starts the program again with its cash-point number. Returns false if that failed; then this
+    // instance must go on.
     std::function<bool()> restart;
-    // Puts a window of the program on the screen: over all of it, or as a play wants it.
+    // Shows a window of the program: over the whole screen, or as a play needs it.
     std::function<void(QWidget&)> show_window;
 };
 

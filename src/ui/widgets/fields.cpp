@@ -1,19 +1,25 @@
 #include "ui/widgets/fields.h"
 
+#include <QAbstractButton>
 #include <QComboBox>
-#include <QCompleter>
 #include <QCoreApplication>
+#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPushButton>
 #include <QRegularExpressionValidator>
 #include <QVBoxLayout>
 #include <utility>
 
+#include "common/messages.h"
+#include "common/typed.h"
+#include "ui/widgets/choices.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/key_queue.h"
-#include "ui/widgets/segments.h"
 #include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
 
 namespace ui {
 
@@ -21,7 +27,7 @@ namespace {
 
 constexpr auto hint_property = "hint";
 
-// A field of text or of a moment, with its hint.
+// A field for text or a moment that paints its own hint.
 class PlainField : public QLineEdit {
   public:
     using QLineEdit::QLineEdit;
@@ -46,11 +52,14 @@ void set_hint(QLineEdit* field, const QString& text) {
     field->update();
 }
 
-AmountField::AmountField(const QString& name, QWidget* parent) : QLineEdit(parent) {
+NumberField::NumberField(const QString& name, QWidget* parent) : QLineEdit(parent) {
     setObjectName(name);
     setProperty(keys_property, keys_no_scans);
     setLayoutDirection(Qt::LeftToRight);
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+}
+
+AmountField::AmountField(const QString& name, QWidget* parent) : NumberField(name, parent) {
     setMaxLength(15);
     static const QRegularExpression amount(
         R"([0-9\x{0660}-\x{0669}\x{06F0}-\x{06F9}]*[.,\x{066B}]?[0-9\x{0660}-\x{0669}\x{06F0}-\x{06F9}]*)");
@@ -62,15 +71,15 @@ QSize AmountField::sizeHint() const {
     return {px(wide), QLineEdit::sizeHint().height()};
 }
 
-void AmountField::focusInEvent(QFocusEvent* event) {
+void NumberField::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     selectAll();
     clicked_into_ = event->reason() == Qt::MouseFocusReason;
 }
 
-void AmountField::mouseReleaseEvent(QMouseEvent* event) {
+void NumberField::mouseReleaseEvent(QMouseEvent* event) {
     QLineEdit::mouseReleaseEvent(event);
-    // The press has set the cursor into the old amount: "10" typed there would make 0.00 into 100.00.
+    // The press has put the cursor into the old amount: "10" typed there would turn 0.00 into 100.00.
     if (std::exchange(clicked_into_, false)) selectAll();
 }
 
@@ -80,7 +89,7 @@ void AmountField::keyPressEvent(QKeyEvent* event) {
         event->ignore();
         return;
     }
-    QLineEdit::keyPressEvent(event);
+    NumberField::keyPressEvent(event);
 }
 
 Figure::Figure(const QString& name, const char* role, QWidget* parent) : QLabel(parent) {
@@ -99,13 +108,14 @@ void show_fitted(QLabel* figure, const QString& text, double largest) {
         font.setPixelSize(pixels);
         if (QFontMetrics(font).horizontalAdvance(text) <= figure->contentsRect().width()) break;
     }
-    const QString dress = pixels == px(largest) ? QString() : QString("font-size: %1px;").arg(pixels);
-    if (figure->styleSheet() != dress) figure->setStyleSheet(dress);
+    const QString style = pixels == px(largest) ? QString() : QString("font-size: %1px;").arg(pixels);
+    if (figure->styleSheet() != style) figure->setStyleSheet(style);
     figure->setText(text);
 }
 
-QLabel* label(const QString& text, const char* role, QWidget* parent) {
-    auto* made = new QLabel(text, parent);
+QLabel* label(const QString& text, const char* role, const char* name) {
+    auto* made = new QLabel(text);
+    made->setObjectName(name);
     made->setTextFormat(Qt::PlainText);
     made->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     set_role(made, role);
@@ -119,7 +129,7 @@ QFrame* rule() {
 }
 
 QWidget* captioned(const QString& caption, QWidget* field, QWidget* parent) {
-    // A field that is to stand out has a height of its own.
+    // A field with a height of its own keeps it.
     if (auto* options = qobject_cast<Segments*>(field)) {
         options->set_height(field_height);
     } else if (qobject_cast<QLabel*>(field) != nullptr) {
@@ -141,8 +151,8 @@ QWidget* captioned(const QString& caption, QWidget* field, QWidget* parent) {
 }
 
 void begin_right(QLineEdit* field) {
-    // An empty field takes the direction of the keyboard's language, which no property overrides; the key for
-    // it does.
+    // An empty field takes the direction of the keyboard's language. No property overrides that, but the
+    // direction key does.
     QKeyEvent direction(QEvent::KeyPress, Qt::Key_Direction_R, Qt::NoModifier);
     QCoreApplication::sendEvent(field, &direction);
 }
@@ -163,57 +173,72 @@ QLineEdit* moment_field(const QString& name, QWidget* parent) {
     return field;
 }
 
-namespace {
-
-class ChoiceList : public QComboBox {
-  public:
-    using QComboBox::QComboBox;
-
-  protected:
-    // A name that stands in the list already is typed over, not added to.
-    void focusInEvent(QFocusEvent* event) override {
-        QComboBox::focusInEvent(event);
-        const Qt::FocusReason reason = event->reason();
-        if (lineEdit() != nullptr && reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
-            lineEdit()->selectAll();
-    }
-
-    void paintEvent(QPaintEvent* event) override {
-        QComboBox::paintEvent(event);
-        if (property("fixed").toBool()) return;  // nothing to choose
-        // The arrow, which a style sheet can only draw from a picture file.
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(
-            QPen(QColor(isEnabled() ? colour::slate : colour::off), px(2), Qt::SolidLine, Qt::RoundCap));
-        const QPointF tip(px(16), height() / 2.0 + px(2));
-        const double half = px(4);
-        painter.drawPolyline(QPolygonF({tip + QPointF(-half, -half), tip, tip + QPointF(half, -half)}));
-    }
-};
-
-}  // namespace
-
-QComboBox* choice_list(const QString& name, QWidget* parent) {
-    auto* list = new ChoiceList(parent);
-    list->setObjectName(name);
-    list->setEditable(true);
-    begin_right(list->lineEdit());
-    list->setInsertPolicy(QComboBox::NoInsert);
-    list->setMaxVisibleItems(12);
-    list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    list->setMinimumContentsLength(10);
-    list->completer()->setCompletionMode(QCompleter::InlineCompletion);
-    list->completer()->setCaseSensitivity(Qt::CaseInsensitive);
-    return list;
+QLineEdit* digits_field(const char* name, int longest) {
+    QLineEdit* made = moment_field(name);
+    made->setMaxLength(longest);
+    return made;
 }
 
-qlonglong chosen_code(const QComboBox* list) {
-    int index = list->currentIndex();
-    if (list->isEditable() && list->currentText() != list->itemText(index)) {
-        index = list->findText(list->currentText().trimmed(), Qt::MatchFixedString);
+FieldGrid::FieldGrid(int columns, double between_rows) : grid_(new QGridLayout) {
+    grid_->setHorizontalSpacing(px(14));
+    grid_->setVerticalSpacing(px(between_rows));
+    for (int column = 0; column < columns; ++column)
+        grid_->setColumnStretch(column, 1);
+}
+
+void FieldGrid::place(const QString& caption, QWidget* field, int row, int column, int columns) {
+    // Options keep their own width. Alignment at the top keeps the captions of a row on one line.
+    const bool group = qobject_cast<Segments*>(field) != nullptr;
+    const auto place =
+        group ? Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignTop : Qt::Alignment(Qt::AlignTop);
+    grid_->addWidget(captioned(caption, field), row, column, 1, columns, place);
+}
+
+std::optional<common::Date> date_in(QLineEdit* field, common::Prompts& prompts) {
+    if (const auto date = common::read_date(utf8(field->text()))) return date;
+    prompts.message(common::message::wrong_date, common::Icon::critical);
+    field->setFocus();
+    field->selectAll();
+    return std::nullopt;
+}
+
+void enter_leads_on(std::initializer_list<QWidget*> fields) {
+    for (auto field = fields.begin(); field != fields.end() && field + 1 != fields.end(); ++field) {
+        QWidget* next = *(field + 1);
+        auto* line = qobject_cast<QLineEdit*>(*field);
+        if (const auto* list = qobject_cast<QComboBox*>(*field)) line = list->lineEdit();
+        if (line == nullptr) continue;
+        QObject::connect(line, &QLineEdit::returnPressed, next, [next] {
+            next->setFocus(Qt::TabFocusReason);
+            if (auto* entered = qobject_cast<QLineEdit*>(next)) entered->selectAll();
+        });
     }
-    return index < 0 ? 0 : list->itemData(index).toLongLong();
+}
+
+void set_fixed(QWidget* field, bool fixed) {
+    field->setAttribute(Qt::WA_TransparentForMouseEvents, fixed);
+    auto* line = qobject_cast<QLineEdit*>(field);
+    auto* list = qobject_cast<QComboBox*>(field);
+    if (list != nullptr) line = list->lineEdit();
+    if (line != nullptr) line->setReadOnly(fixed);
+    // Of a row of options only the options themselves take the focus.
+    const auto options = field->findChildren<QAbstractButton*>();
+    if (line != nullptr || options.isEmpty())
+        field->setFocusPolicy(fixed ? Qt::NoFocus : line != nullptr ? Qt::WheelFocus : Qt::StrongFocus);
+    for (auto* option : options)
+        option->setFocusPolicy(fixed ? Qt::NoFocus : Qt::StrongFocus);
+    set_state(field, "fixed", fixed);
+}
+
+QPushButton* foot_button(QHBoxLayout* row, const char* name, const QString& caption, int share,
+                         std::function<void()> action) {
+    auto* made = new QPushButton(caption);
+    made->setObjectName(name);
+    made->setMinimumHeight(px(48));
+    made->setAutoDefault(true);
+    QObject::connect(made, &QPushButton::clicked, made, [action = std::move(action)] { action(); });
+    row->addWidget(made, share);
+    return made;
 }
 
 }  // namespace ui

@@ -1,30 +1,51 @@
-// The fields that screens are made of.
+// The fields that screens are made of, and how they are laid out, captioned and led through by Enter.
 #pragma once
 
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
+#include <functional>
+#include <initializer_list>
+#include <optional>
 
-class QComboBox;
+#include "common/date_time.h"
+#include "common/prompts.h"
+#include "ui/widgets/choices.h"
+
+class QGridLayout;
+class QHBoxLayout;
+class QPushButton;
 
 namespace ui {
 
-// How high a field stands, in pixels of the 1366×768 screen; a button on the same line is as high.
+// The height of a field in pixels of the 1366×768 screen; a button on the same line is as high.
 inline constexpr double field_height = 46;
 
-// The key that does what a button does, for a button that Tab passes by; a dynamic property.
+// Dynamic property of a button that Tab passes by: the key that does the same.
 inline constexpr auto key_property = "key";
-// What a table says, in its middle, while it has no row; a dynamic property.
+// Dynamic property of a table: the text shown in its middle while it has no rows.
 inline constexpr auto empty_property = "when_empty";
 
-// A field for an amount or quantity: digits of either script and one decimal mark, shown left to right at the
-// right edge so that decimals line up. Scans do not enter it. Everything is selected when the focus comes,
-// also by a click, so that what is typed takes the place of the old amount.
-class AmountField : public QLineEdit {
+// A field for a number, shown left to right at the right edge. Scans do not enter it. Focus, also by a click,
+// selects everything, so that typing replaces the old number.
+class NumberField : public QLineEdit {
+  public:
+    explicit NumberField(const QString& name, QWidget* parent = nullptr);
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+  private:
+    bool clicked_into_ = false;  // the press that brought the focus has not been released yet
+};
+
+// A number field for an amount or quantity: digits of either script and one decimal mark.
+class AmountField : public NumberField {
     Q_OBJECT
   public:
     explicit AmountField(const QString& name, QWidget* parent = nullptr);
-    // As wide as an amount and no wider, whatever the size of its letters: columns keep their widths.
+    // As wide as an amount, whatever the font size: columns keep their widths.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return {sizeHint().width() / 2, sizeHint().height()}; }
 
@@ -32,42 +53,64 @@ class AmountField : public QLineEdit {
     void escaped();
 
   protected:
-    void focusInEvent(QFocusEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-
-  private:
-    bool clicked_into_ = false;  // the press that brought the focus has not been released yet
 };
 
-// A figure that is only shown: tabular, left to right, at the right edge unless told otherwise.
+// A figure that is only shown: tabular, left to right, at the right edge by default.
 class Figure : public QLabel {
   public:
     Figure(const QString& name, const char* role, QWidget* parent = nullptr);
 };
 
-// Shows a figure in letters of that size, or smaller when it would not fit the label otherwise.
+// Shows a figure in the given font size, or in a smaller one if it would not fit the label.
 void show_fitted(QLabel* figure, const QString& text, double largest);
 
-// A caption above a field, which gets the height of all fields; the caption's mnemonic leads to the field.
-QWidget* captioned(const QString& caption, QWidget* field, QWidget* parent = nullptr);
-
-QLabel* label(const QString& text, const char* role, QWidget* parent = nullptr);
+QLabel* label(const QString& text, const char* role, const char* name = "");
 // A thin line across a card.
 QFrame* rule();
+// A caption above a field, which gets the common height; the caption's mnemonic leads to the field.
+QWidget* captioned(const QString& caption, QWidget* field, QWidget* parent = nullptr);
 
-// A field for text, which begins at the right even while it is empty.
+// A field for text, right-aligned even while it is empty.
 QLineEdit* text_field(const QString& name, QWidget* parent = nullptr);
-// A field for a date or time, "yyyy/mm/dd" or "HH:mm:ss", which stands as a figure does.
+// A field for a date or time, "yyyy/mm/dd" or "HH:mm:ss", aligned as a figure is.
 QLineEdit* moment_field(const QString& name, QWidget* parent = nullptr);
-// What an empty field says of itself; unlike a placeholder it is written dark enough to be read.
+// A field for a number that is read from the left, such as a telephone number.
+QLineEdit* digits_field(const char* name, int longest = 300);
+// The hint in an empty field; unlike a placeholder it is dark enough to be read.
 void set_hint(QLineEdit* field, const QString& text);
-// Lets an existing field begin at the right.
+// Right-aligns an existing field even while it is empty.
 void begin_right(QLineEdit* field);
 
-// A list that is chosen from by typing a part of a name; codes stand in the items' data.
-QComboBox* choice_list(const QString& name, QWidget* parent = nullptr);
-// The chosen code; 0 when nothing is chosen. A name typed in full counts as chosen.
-qlonglong chosen_code(const QComboBox* list);
+// A grid of captioned fields in columns of equal width.
+class FieldGrid {
+  public:
+    FieldGrid(int columns, double between_rows);
+    QGridLayout* layout() const { return grid_; }
+
+    template <typename Field>
+    Field* add(const QString& caption, Field* field, int row, int column, int columns = 1) {
+        place(caption, field, row, column, columns);
+        return field;
+    }
+
+  private:
+    void place(const QString& caption, QWidget* field, int row, int column, int columns);
+    QGridLayout* grid_;
+};
+
+// The date in a field; nothing, after a message and with the focus in the field, if it is not a date.
+std::optional<common::Date> date_in(QLineEdit* field, common::Prompts& prompts);
+
+// Enter in each of the fields moves the focus to the next one.
+void enter_leads_on(std::initializer_list<QWidget*> fields);
+
+// Makes a field read-only without making it look disabled: its value can be read, and no key or click changes
+// it.
+void set_fixed(QWidget* field, bool fixed);
+
+// A button at the foot of a sheet, which Enter presses too while it has the focus.
+QPushButton* foot_button(QHBoxLayout* row, const char* name, const QString& caption, int share,
+                         std::function<void()> action);
 
 }  // namespace ui

@@ -11,8 +11,8 @@
 #include "common/messages.h"
 #include "common/text.h"
 #include "common/typed.h"
+#include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
-#include "ui/widgets/segments.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -60,14 +60,6 @@ QWidget* widget_for(const FieldDescription& description) {
         default:
             return text_field(description.name);
     }
-}
-
-void choose_code(QComboBox* list, const std::optional<std::int64_t>& code) {
-    const QSignalBlocker quiet(list);
-    const int at = code ? list->findData(QVariant::fromValue<qlonglong>(*code)) : -1;
-    list->setCurrentIndex(at);
-    if (at < 0) list->setEditText({});
-    list->lineEdit()->home(false);  // a long name shows its beginning
 }
 
 }  // namespace
@@ -165,7 +157,7 @@ void FormFields::show_value(std::string_view name, const FieldValue& value) {
     } else if (const auto* date = std::get_if<common::Date>(&value)) {
         line(name)->setText(qt(common::date_text(*date)));
     } else if (const auto* code = std::get_if<std::optional<std::int64_t>>(&value)) {
-        choose_code(list(name), *code);
+        show_choice(list(name), *code);
     } else if (const auto* chosen = std::get_if<bool>(&value)) {
         if (auto* box = qobject_cast<QCheckBox*>(widget)) {
             box->setChecked(*chosen);

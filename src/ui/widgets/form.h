@@ -9,7 +9,7 @@
 #include "common/form.h"
 #include "common/refusal.h"
 #include "common/services.h"
-#include "ui/widgets/form_fields.h"
+#include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 
 class QComboBox;

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "database/error.h"
-#include "ui/widgets/messages.h"
+#include "ui/widgets/text.h"
 
 namespace ui {
 

@@ -1,5 +1,5 @@
-// The guard that every action of a screen runs in: whatever goes wrong becomes an Arabic message and a log
-// line, and the screen stays usable.
+// The guard that every action of a screen runs in: an error becomes an Arabic message and a log line, and the
+// screen stays usable.
 #pragma once
 
 #include <exception>
@@ -13,13 +13,13 @@ namespace ui {
 // The code of the guard's lines in the activity log.
 inline constexpr std::string_view guard_code = "911";
 
-// The clear words for an error: lost connection, time-out, full disk ..., else a general one.
+// The message for an error: lost connection, time-out, full disk ..., or a general one.
 std::string_view words_for(const std::exception& error);
 
-// Says and logs an error that ended the action named.
+// Shows and logs an error that ended the named action.
 void report(const common::Services& services, std::string_view action, const std::exception& error);
 
-// Runs an action; true when it ran to its end.
+// Runs an action. Returns true if it ended without an error.
 template <typename Action>
 bool guarded(const common::Services& services, std::string_view name, Action&& action) {
     try {

@@ -1,5 +1,6 @@
 #include "ui/widgets/key_button.h"
 
+#include <QHBoxLayout>
 #include <QPainter>
 #include <QStyleOptionButton>
 #include <QStylePainter>
@@ -90,7 +91,7 @@ void KeyButton::paintEvent(QPaintEvent*) {
         painter.drawText(QRect(0, height() * 58 / 100, width(), height() * 34 / 100), Qt::AlignCenter, key_);
         return;
     }
-    // Right to left: the cap stands first, at the right.
+    // Right to left: the cap comes first, at the right.
     const int caption = QFontMetrics(caption_font).horizontalAdvance(caption_);
     const int cap = key_.isEmpty() ? 0 : QFontMetrics(cap_font).horizontalAdvance(key_) + px(2 * m.cap_side);
     const int between = cap == 0 ? 0 : px(m.between);
@@ -113,6 +114,18 @@ void KeyButton::paintEvent(QPaintEvent*) {
     painter.drawText(QRect(right - caption, 0, caption, height()), Qt::AlignCenter, caption_);
 }
 
+ConfirmButtons confirm_buttons(QHBoxLayout* row, const QString& name, const QString& caption) {
+    auto* confirm = new KeyButton(name + "_confirm", "Enter", caption, KeyButton::Look::save);
+    confirm->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    auto* back = new KeyButton(name + "_back", "Esc", "رجوع", KeyButton::Look::tool);
+    back->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+    for (KeyButton* button : {confirm, back})
+        button->setAutoDefault(true);  // Enter presses the focused one
+    row->addWidget(confirm, 2);
+    row->addWidget(back, 1);
+    return {confirm, back};
+}
+
 KeyStrip::KeyStrip(QWidget* parent) : QWidget(parent) {
     set_role(this, "keys");
     setFixedHeight(px(64));
@@ -121,7 +134,7 @@ KeyStrip::KeyStrip(QWidget* parent) : QWidget(parent) {
 void KeyStrip::add(const QString& name, const QString& key, const QString& caption,
                    std::function<void()> action) {
     auto* button = new KeyButton("key_" + name, key, caption, KeyButton::Look::strip, this);
-    // The keys themselves reach these actions; Tab need not pass them all.
+    // The keys themselves reach these actions, so Tab skips the buttons.
     button->setFocusPolicy(Qt::ClickFocus);
     connect(button, &QPushButton::clicked, this, [run = std::move(action)] { run(); });
     keys_.push_back(button);
@@ -133,7 +146,7 @@ void KeyStrip::resizeEvent(QResizeEvent* event) {
     arrange();
 }
 
-// As many keys on each row as on the others, the first rows taking what is over.
+// Divides the keys evenly among the rows; the last row may be shorter.
 std::vector<std::vector<KeyButton*>> KeyStrip::even_rows(std::size_t count) const {
     std::vector<std::vector<KeyButton*>> rows(count);
     const std::size_t each = (keys_.size() + count - 1) / count;
@@ -164,7 +177,7 @@ void KeyStrip::arrange() {
         int natural = -gap;
         for (const KeyButton* key : row)
             natural += key->sizeHint().width() + gap;
-        // A row is spread over the whole width, unless it is far too short for it.
+        // A row is spread over the whole width unless it fills less than half of it.
         const int spare = width() - 2 * side - natural;
         const int more = spare > 0 && spare < width() / 2 ? spare / static_cast<int>(row.size()) : 0;
         int right = width() - side;

@@ -1,9 +1,11 @@
-// A button that shows the key it stands for: beside its caption on a strip, below it on a payment option.
+// Buttons that show the key that does the same: beside the caption on a strip, below it on a payment option.
 #pragma once
 
 #include <QPushButton>
 #include <functional>
 #include <vector>
+
+class QHBoxLayout;
 
 namespace ui {
 
@@ -31,15 +33,22 @@ class KeyButton : public QPushButton {
     Look look_;
 };
 
-// The strip of function keys at the foot of a screen: each key, what it does, and a button to press.
+// The two large buttons at the foot of a sheet, for Enter and Esc.
+struct ConfirmButtons {
+    KeyButton* confirm;
+    KeyButton* back;
+};
+ConfirmButtons confirm_buttons(QHBoxLayout* row, const QString& name, const QString& caption);
+
+// The strip of function keys at the foot of a screen, one button for each key.
 class KeyStrip : public QWidget {
   public:
     explicit KeyStrip(QWidget* parent = nullptr);
-    // Adds a key at the left end. Its object name is "key_" and the key in small letters ("key_shift_f9").
+    // Adds a button at the left end. Its object name is "key_" and `name` ("key_shift_f9").
     void add(const QString& name, const QString& key, const QString& caption, std::function<void()> action);
 
   protected:
-    // The keys stand in one row where the screen is wide enough, else in two or more.
+    // Uses one row if the screen is wide enough, otherwise two or more.
     void resizeEvent(QResizeEvent* event) override;
 
   private:

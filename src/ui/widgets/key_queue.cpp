@@ -11,19 +11,19 @@ namespace ui {
 
 namespace {
 
-QString taking_of(const QWidget* widget) {
+QString key_mode_of(const QWidget* widget) {
     for (; widget != nullptr; widget = widget->parentWidget()) {
-        const QVariant taking = widget->property(keys_property);
-        if (taking.isValid()) return taking.toString();
+        const QVariant mode = widget->property(keys_property);
+        if (mode.isValid()) return mode.toString();
     }
     return {};
 }
 
 bool box_is_open() {
-    return taking_of(QApplication::focusWidget()) == keys_held;
+    return key_mode_of(QApplication::focusWidget()) == keys_held;
 }
 bool field_takes_no_scans() {
-    return taking_of(QApplication::focusWidget()) == keys_no_scans;
+    return key_mode_of(QApplication::focusWidget()) == keys_no_scans;
 }
 
 }  // namespace
@@ -34,24 +34,24 @@ bool KeyQueue::Key::printable() const {
 }
 
 KeyQueue::KeyQueue(QObject* parent) : QObject(parent) {
-    doubt_.setSingleShot(true);
-    doubt_.setInterval(static_cast<int>(burst_ms) + 5);
-    connect(&doubt_, &QTimer::timeout, this, &KeyQueue::settle_doubt);
+    pending_timer_.setSingleShot(true);
+    pending_timer_.setInterval(static_cast<int>(burst_ms) + 5);
+    connect(&pending_timer_, &QTimer::timeout, this, &KeyQueue::deliver_pending);
     qApp->installEventFilter(this);
-    // Once a box is gone or an amount field is left, what waited goes on. Later, because the action that
+    // Once a box is gone or an amount field is left, the waiting keys go on. Queued, because the action that
     // showed the box is still running.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
-        if (taking_of(now) == keys_held && taking_of(before) != keys_held) ++boxes_;
-        QMetaObject::invokeMethod(this, &KeyQueue::feed, Qt::QueuedConnection);
+        if (key_mode_of(now) == keys_held && key_mode_of(before) != keys_held) ++boxes_shown_;
+        QMetaObject::invokeMethod(this, &KeyQueue::deliver_waiting, Qt::QueuedConnection);
     });
 }
 
 bool KeyQueue::eventFilter(QObject* watched, QEvent* event) {
-    // A key passes here twice, at the window and at the widget; it is caught at the window.
+    // A key arrives here twice, for the window and for the widget. Take it at the window.
     if (event->type() != QEvent::KeyPress || !watched->isWindowType()) return false;
     if (std::exchange(delivering_, false)) return false;
     const auto* pressed = static_cast<QKeyEvent*>(event);
-    // The input method's and the modifiers' own presses are no keys yet.
+    // Modifiers pressed on their own are passed on at once.
     if (pressed->key() == Qt::Key_Shift || pressed->key() == Qt::Key_Control ||
         pressed->key() == Qt::Key_Alt) {
         return false;
@@ -59,14 +59,14 @@ bool KeyQueue::eventFilter(QObject* watched, QEvent* event) {
     const quint64 time = pressed->timestamp() != 0
                              ? pressed->timestamp()
                              : static_cast<quint64>(QDateTime::currentMSecsSinceEpoch());
-    // Some scanners end with a line feed.
+    // Some scanners end with a line deliver_waiting.
     const int key = pressed->text() == "\n" ? int(Qt::Key_Return) : pressed->key();
     take({key, pressed->modifiers(), pressed->text(), pressed->isAutoRepeat(), time});
     return true;
 }
 
 void KeyQueue::take(const Key& key) {
-    const quint64 gap = key.time >= last_ ? key.time - last_ : alone_ms;
+    const quint64 gap = key.time >= last_ ? key.time - last_ : answer_gap_ms;
     last_ = key.time;
     if (box_is_open()) {
         if (answers_box(key, gap)) {
@@ -79,7 +79,7 @@ void KeyQueue::take(const Key& key) {
     }
     if (!held_.empty()) {
         held_.push_back(key);
-        feed();
+        deliver_waiting();
         return;
     }
     route(key);
@@ -88,8 +88,8 @@ void KeyQueue::take(const Key& key) {
 bool KeyQueue::answers_box(const Key& key, quint64 gap) const {
     if (key.printable() || key.key == Qt::Key_Backspace) return false;
     if (key.is_enter() || key.key == Qt::Key_Escape) {
-        if (gap < alone_ms) return false;
-        return held_.empty() || held_.back().is_enter() || gap >= blind_ms;
+        if (gap < answer_gap_ms) return false;
+        return held_.empty() || held_.back().is_enter() || gap >= after_typing_ms;
     }
     return true;  // arrows, Tab and mnemonics move the focus between the buttons
 }
@@ -99,37 +99,37 @@ void KeyQueue::route(const Key& key) {
         deliver(key);
         return;
     }
-    const bool close = !doubtful_.empty() && key.time - doubtful_.back().time <= burst_ms;
-    if (!close) settle_doubt();
+    const bool close = !pending_.empty() && key.time - pending_.back().time <= burst_ms;
+    if (!close) deliver_pending();
     if (key.printable()) {
-        doubtful_.push_back(key);
-        doubt_.start();
+        pending_.push_back(key);
+        pending_timer_.start();
         return;
     }
-    if (key.is_enter() && doubtful_.size() >= shortest_scan) {
-        scans_.insert(scans_.end(), doubtful_.begin(), doubtful_.end());
+    if (key.is_enter() && pending_.size() >= shortest_scan) {
+        scans_.insert(scans_.end(), pending_.begin(), pending_.end());
         scans_.push_back(key);
-        doubtful_.clear();
-        doubt_.stop();
-        emit scan_waits();
-        feed();
+        pending_.clear();
+        pending_timer_.stop();
+        emit scan_waiting();
+        deliver_waiting();
         return;
     }
-    settle_doubt();
+    deliver_pending();
     deliver(key);
 }
 
-void KeyQueue::settle_doubt() {
-    doubt_.stop();
-    const std::vector<Key> typed = std::exchange(doubtful_, {});
-    const unsigned boxes = boxes_;
+void KeyQueue::deliver_pending() {
+    pending_timer_.stop();
+    const std::vector<Key> typed = std::exchange(pending_, {});
+    const unsigned boxes = boxes_shown_;
     for (const Key& key : typed) {
         deliver(key);
-        if (boxes_ != boxes) return;
+        if (boxes_shown_ != boxes) return;
     }
 }
 
-void KeyQueue::feed() {
+void KeyQueue::deliver_waiting() {
     const auto next = [](std::deque<Key>& keys) {
         Key key = keys.front();
         keys.pop_front();
@@ -148,17 +148,17 @@ void KeyQueue::deliver(const Key& key) {
     if (window == nullptr) return;
     QKeyEvent press(QEvent::KeyPress, key.key, key.modifiers, key.text, key.repeated);
     press.setTimestamp(key.time);
-    const unsigned boxes = boxes_;
-    delivering_ = true;  // this one press; an action that opens a box runs its own loop below it
+    const unsigned boxes = boxes_shown_;
+    delivering_ = true;  // for this press only: an action that opens a box runs a loop of its own inside
     QCoreApplication::sendEvent(window, &press);
     delivering_ = false;
-    if (key.printable() && boxes_ != boxes) drop_rest_of_word();
+    if (key.printable() && boxes_shown_ != boxes) drop_rest_of_number();
 }
 
-// A cell that may not be edited refuses the first digit with a box. The digits behind it and their Enter
-// belong to the same amount: each would only be refused again, with a box of its own. A scan behind them does
-// not.
-void KeyQueue::drop_rest_of_word() {
+// A cell that may not be edited refuses the first digit with a box. The digits after it and their Enter
+// belong to the same amount, and each would be refused with a box of its own, so they are dropped. A scan
+// after them is kept.
+void KeyQueue::drop_rest_of_number() {
     const auto enter =
         std::find_if(held_.begin(), held_.end(), [](const Key& key) { return key.is_enter(); });
     if (enter == held_.end()) {

@@ -1,5 +1,5 @@
-// Every key on its way to the screens: nothing that is typed or scanned is lost, merged, or taken by a box
-// that appeared in between.
+// The queue that every key passes on its way to the screens. Nothing typed or scanned is lost, merged, or
+// taken by a box that appeared in between.
 #pragma once
 
 #include <QKeyEvent>
@@ -12,11 +12,12 @@ class QWidget;
 
 namespace ui {
 
-// How a widget, or the sheet it stands on, takes keys; the dynamic property `keys_property` carries it.
+// Dynamic property that says how a widget, or the sheet around it, takes keys; its values follow.
 inline constexpr auto keys_property = "takes_keys";
-// A message box: characters wait until it is gone, and only an Enter or Esc that comes alone answers it.
+// For a message box: characters wait until it is gone, and only an Enter or Esc pressed on its own answers
+// it.
 inline constexpr auto keys_held = "held";
-// A field for amounts: a burst of characters that ends with Enter is a scan and goes to the entry field
+// For an amount field: a burst of characters that ends with Enter is a scan and goes to the entry field
 // later.
 inline constexpr auto keys_no_scans = "no scans";
 
@@ -25,23 +26,24 @@ class KeyQueue : public QObject {
   public:
     explicit KeyQueue(QObject* parent = nullptr);
 
-    // True when no key waits for its field.
-    bool idle() const { return held_.empty() && scans_.empty() && doubtful_.empty(); }
+    // Returns true if no key waits for its field.
+    bool idle() const { return held_.empty() && scans_.empty() && pending_.empty(); }
 
-    // True while characters wait for the moment that tells a scan from typing.
-    bool in_doubt() const { return !doubtful_.empty(); }
+    // Returns true while characters wait until it is clear whether they are a scan or typing.
+    bool is_undecided() const { return !pending_.empty(); }
 
-    // A scanner sends its characters closer together than this; no hand does, four times in a row.
+    // A scanner sends its characters closer together than this. Nobody types four in a row that fast.
     static constexpr quint64 burst_ms = 35;
     static constexpr std::size_t shortest_scan = 4;
-    // An answer to a box comes at least this long after the key before it, and no sooner than this after
-    // characters that were typed without looking.
-    static constexpr quint64 alone_ms = 200;
-    static constexpr quint64 blind_ms = 1000;
+    // The least time between an answer to a box and the key before it, and between an answer and characters
+    // that were typed without looking.
+    static constexpr quint64 answer_gap_ms = 200;
+    static constexpr quint64 after_typing_ms = 1000;
 
   signals:
-    // A scan came while the focus was in an amount field; it is entered as soon as the focus leaves there.
-    void scan_waits();
+    // A scan came while the focus was in an amount field. It is entered as soon as the focus leaves that
+    // field.
+    void scan_waiting();
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -60,18 +62,18 @@ class KeyQueue : public QObject {
     void take(const Key& key);
     bool answers_box(const Key& key, quint64 gap) const;
     void route(const Key& key);
-    void settle_doubt();
-    void feed();
+    void deliver_pending();
+    void deliver_waiting();
     void deliver(const Key& key);
-    void drop_rest_of_word();
+    void drop_rest_of_number();
 
-    std::deque<Key> held_;       // typed while a box was open
-    std::deque<Key> scans_;      // came to a field that takes none
-    std::vector<Key> doubtful_;  // the beginning of a scan, or of a number
-    QTimer doubt_;
+    std::deque<Key> held_;      // typed while a box was open
+    std::deque<Key> scans_;     // came while a field was in use that takes no scans
+    std::vector<Key> pending_;  // the beginning of a scan or of a typed number
+    QTimer pending_timer_;
     quint64 last_ = 0;
     bool delivering_ = false;
-    unsigned boxes_ = 0;  // how many came up so far
+    unsigned boxes_shown_ = 0;
 };
 
 }  // namespace ui

@@ -73,7 +73,7 @@ void ListTable::keyPressEvent(QKeyEvent* event) {
         return;
     }
     if (event->key() == Qt::Key_Escape) {
-        event->ignore();  // the sheet leaves
+        event->ignore();  // for the sheet, which closes
         return;
     }
     QTableWidget::keyPressEvent(event);

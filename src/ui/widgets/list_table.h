@@ -8,12 +8,11 @@ namespace ui {
 class ListTable : public QTableWidget {
     Q_OBJECT
   public:
-    // A column that holds figures stands right-aligned and left to right; the widest text column is
-    // `stretch`.
+    // Column `stretch` takes the width that the others leave.
     ListTable(const QString& name, const QStringList& headings, int stretch, QWidget* parent = nullptr);
     // Replaces the rows; a cell that begins with "\u200e" is a figure.
     void show_rows(const std::vector<QStringList>& rows);
-    // What stands in the table's middle while it has no row.
+    // The text shown in the middle of the table while it has no rows.
     void say_when_empty(const QString& text);
 
   signals:

@@ -1,5 +1,6 @@
 #include "ui/widgets/message_box.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -10,7 +11,6 @@
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_queue.h"
-#include "ui/widgets/messages.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -20,7 +20,7 @@ namespace {
 
 constexpr QChar word_joiner(0x2060);
 
-// A disc with the sign of the box; nothing where the box has no icon.
+// A disc with the sign of the icon; a null picture for no icon.
 QPixmap picture_of(common::Icon icon, double ratio) {
     const int size = px(52);
     QPixmap picture(QSize(size, size) * ratio);
@@ -28,7 +28,7 @@ QPixmap picture_of(common::Icon icon, double ratio) {
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    const char* environment = colour::focus;
+    const char* background = colour::focus;
     QString sign = "i";
     switch (icon) {
         case common::Icon::none:
@@ -39,14 +39,14 @@ QPixmap picture_of(common::Icon icon, double ratio) {
             sign = "؟";
             break;
         case common::Icon::exclamation:
-            environment = colour::warning, sign = "!";
+            background = colour::warning, sign = "!";
             break;
         case common::Icon::critical:
-            environment = colour::alarm, sign = "×";
+            background = colour::alarm, sign = "×";
             break;
     }
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(environment));
+    painter.setBrush(QColor(background));
     painter.drawEllipse(0, 0, size, size);
     QFont font = painter.font();
     font.setPixelSize(size * 5 / 8);
@@ -55,6 +55,16 @@ QPixmap picture_of(common::Icon icon, double ratio) {
     painter.setPen(Qt::white);
     painter.drawText(QRect(0, 0, size, size), Qt::AlignCenter, sign);
     return picture;
+}
+
+// The window in use; null before the first one is shown.
+QWidget* host() {
+    if (QWidget* active = QApplication::activeWindow(); active != nullptr && active->isVisible())
+        return active;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->windowType() == Qt::Window) return window;
+    }
+    return nullptr;
 }
 
 }  // namespace
@@ -74,7 +84,7 @@ MessageBox::MessageBox(QWidget* host, const QString& text, common::Icon icon, Bu
         shown->setPixmap(picture);
         row->addWidget(shown, 0, Qt::AlignTop);
     }
-    // A file's name is not broken at its hyphens; a path still is, after its slashes.
+    // A file name must not be broken at its hyphens. A path is still broken after its slashes.
     auto* said = new QLabel(text.trimmed().replace("-", QString(word_joiner) + '-' + word_joiner));
     said->setObjectName("message_text");
     said->setTextFormat(Qt::PlainText);
@@ -103,8 +113,9 @@ MessageBox::MessageBox(QWidget* host, const QString& text, common::Icon icon, Bu
 QPushButton* MessageBox::button(std::string_view caption, const char* name, int result) {
     auto* made = new QPushButton("&" + qt(caption));
     made->setObjectName(name);
-    // The filled button is the one that Enter takes.
+    // The button that Enter presses is drawn filled.
     set_role(made, "answer");
+    made->setAutoDefault(true);
     made->setMinimumSize(px(130), px(48));
     connect(made, &QPushButton::clicked, this, [this, result] { leave(result); });
     return made;
@@ -116,10 +127,6 @@ void MessageBox::take_focus() {
 
 void MessageBox::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            if (auto* focused = qobject_cast<QPushButton*>(focusWidget())) focused->click();
-            break;
         case Qt::Key_Left:
         case Qt::Key_Down:
             focusNextPrevChild(true);
@@ -132,6 +139,14 @@ void MessageBox::keyPressEvent(QKeyEvent* event) {
             Sheet::keyPressEvent(event);
     }
     event->accept();
+}
+
+void ScreenPrompts::message(std::string_view text, common::Icon icon) {
+    MessageBox(host(), qt(text), icon, MessageBox::Buttons::ok).run();
+}
+
+bool ScreenPrompts::question(std::string_view text, common::Icon icon) {
+    return MessageBox(host(), qt(text), icon, MessageBox::Buttons::yes_no).run() == 1;
 }
 
 }  // namespace ui

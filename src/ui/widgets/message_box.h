@@ -1,4 +1,4 @@
-// The message and question boxes.
+// The message and question boxes, and the prompts of the logic shown as such boxes.
 #pragma once
 
 #include "common/prompts.h"
@@ -12,8 +12,8 @@ class MessageBox : public Sheet {
     Q_OBJECT
   public:
     enum class Buttons { ok, yes_no };
-    // A question answers 1 for Yes and 0 for No. Enter takes the marked button: Yes where the box merely
-    // asks, No where its icon warns, so that a hasty Enter does no harm. Esc is No.
+    // run() returns 1 for Yes and 0 for No. Enter presses the marked button: Yes if the box merely asks, No
+    // if its icon warns, so that a hasty Enter does no harm. Esc is No.
     MessageBox(QWidget* host, const QString& text, common::Icon icon, Buttons buttons);
 
     QString text() const { return text_; }
@@ -29,6 +29,13 @@ class MessageBox : public Sheet {
     QString text_;
     Buttons buttons_;
     QPushButton* marked_ = nullptr;
+};
+
+// Shows messages and questions as boxes over whatever screen is in use.
+class ScreenPrompts final : public common::Prompts {
+  public:
+    void message(std::string_view text, common::Icon icon = common::Icon::none) override;
+    bool question(std::string_view text, common::Icon icon = common::Icon::question) override;
 };
 
 }  // namespace ui

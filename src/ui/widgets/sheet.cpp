@@ -2,14 +2,15 @@
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
+#include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
 
 #include "ui/widgets/key_queue.h"
-#include "ui/widgets/messages.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -32,7 +33,7 @@ Sheet::Sheet(QWidget* host, const QString& title)
         body_->addWidget(heading);
     }
     setWindowTitle(qt(message::title));
-    // Scans belong to the screen below, and are entered there when the sheet is gone.
+    // A scan is for the screen below, and is entered there once the sheet is gone.
     setProperty(keys_property, keys_no_scans);
 }
 
@@ -40,12 +41,19 @@ void Sheet::set_card_width(double measure) {
     card_->setFixedWidth(px(measure));
 }
 
+QHBoxLayout* Sheet::add_row() {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(px(10));
+    body_->addLayout(row);
+    return row;
+}
+
 int Sheet::run() {
     const QPointer<QWidget> former = QApplication::focusWidget();
     if (isWindow()) {
         setWindowModality(Qt::ApplicationModal);
         adjustSize();
-        move(screen()->availableGeometry().center() - rect().center());  // nobody else does, on a bare till
+        move(screen()->availableGeometry().center() - rect().center());  // a till may have no window manager
         show();
         activateWindow();
     } else {
@@ -73,7 +81,7 @@ void Sheet::leave(int result) {
 
 Sheet* Sheet::top_of(const QWidget* window) {
     Sheet* top = nullptr;
-    // Children stand in the order in which they were raised.
+    // Children are in the order in which they were raised.
     for (QObject* child : window->children()) {
         auto* sheet = qobject_cast<Sheet*>(child);
         if (sheet != nullptr && sheet->isVisible()) top = sheet;
@@ -91,8 +99,14 @@ void Sheet::take_focus() {
 }
 
 void Sheet::keyPressEvent(QKeyEvent* event) {
-    // Keys that a sheet has no use for end here: the screen below must not act on them.
-    if (event->key() == Qt::Key_Escape) escape();
+    if (event->key() == Qt::Key_Escape) {
+        escape();
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        // A focused button presses itself. If the focus is on one here, Enter in a field has just moved it
+        // there.
+        if (qobject_cast<QPushButton*>(focusWidget()) == nullptr) enter();
+    }
+    // Other keys end here too: the screen below must not act on them.
     event->accept();
 }
 

@@ -1,12 +1,12 @@
-// A screen or box that lies over the window it was opened from, until it is left. Being no window of its own
-// it never waits for the window manager, so no key is lost between two windows.
+// A screen or box over the window it was opened from, until it is left. It is not a window of its own, so it
+// never waits for the window manager and no key is lost between two windows.
 #pragma once
 
 #include <QPointer>
 #include <QWidget>
 
 class QEventLoop;
-class QLabel;
+class QHBoxLayout;
 class QVBoxLayout;
 
 namespace ui {
@@ -14,24 +14,28 @@ namespace ui {
 class Sheet : public QWidget {
     Q_OBJECT
   public:
-    // Lies over the window of `host`; without a host, or a visible one, it is a window of its own.
+    // Opens over the window of `host`, or as a window of its own if that is null or not visible.
     explicit Sheet(QWidget* host, const QString& title = {});
 
-    // Shows the sheet and returns what it was left with; 0 when it was closed. The focus then is where it
-    // was.
+    // Shows the sheet and returns what it was left with, 0 if it was closed. The focus then goes back to
+    // where it was.
     int run();
     void leave(int result = 0);
 
-    // The topmost sheet over a window; null when there is none.
+    // The topmost sheet over a window; null if there is none.
     static Sheet* top_of(const QWidget* window);
 
   protected:
     QVBoxLayout* body() { return body_; }
     void set_card_width(double measure);
     QWidget* card() { return card_; }
-    // Esc. Leaves with 0 unless a sheet knows better.
+    // A row of fields or buttons below everything that the body holds so far.
+    QHBoxLayout* add_row();
+    // Esc leaves with 0 by default.
     virtual void escape() { leave(0); }
-    // Where typing begins; the first field unless a sheet knows better.
+    // Enter, unless a button has the focus: that button is pressed.
+    virtual void enter() {}
+    // Moves the focus to where typing begins, by default to the first field.
     virtual void take_focus();
 
     void keyPressEvent(QKeyEvent* event) override;

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QLabel>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QRegularExpression>
@@ -154,12 +155,11 @@ QFrame[role="rule"] { background: $line; border: none; max-height: 1px; min-heig
 QToolTip { background: $net; color: $paper; border: none; padding: 4px; }
 )";
 
-// Underlining one letter of an Arabic word breaks its joining, so mnemonics work without being underlined;
-// they stand in the tool tips.
+// Mnemonics are not underlined: underlining one letter of an Arabic word breaks its joining.
 class HouseStyle : public QProxyStyle {
   public:
     HouseStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
-    // The style sheet shows the focus; the frame that the base style draws besides is left out.
+    // The style sheet shows the focus, so the frame of the base style is left out.
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
         if (element != PE_FrameFocusRect) QProxyStyle::drawPrimitive(element, option, painter, widget);
@@ -170,6 +170,11 @@ class HouseStyle : public QProxyStyle {
         return QProxyStyle::styleHint(hint, option, widget, returned);
     }
 };
+
+void restyle(QWidget* widget) {
+    widget->style()->unpolish(widget);
+    widget->style()->polish(widget);
+}
 
 }  // namespace
 
@@ -201,17 +206,17 @@ QString style_sheet(double unit) {
     return scaled + text.mid(from);
 }
 
-void dress(QApplication& application, const QSize& screen) {
+void apply_style(QApplication& application, const QSize& screen) {
     const double unit = std::clamp(std::min(screen.width() / 1366.0, screen.height() / 768.0), 1.0, 4.0);
     application.setLayoutDirection(Qt::RightToLeft);
     application.setStyle(new HouseStyle);
     QFont font;
-    // The Arabic font has no tabular Western figures of its own; those of Noto Sans are all one width.
+    // The Arabic font has no tabular Western figures; those of Noto Sans are all one width.
     font.setFamilies({"Noto Sans Arabic", "Noto Sans", "DejaVu Sans"});
     font.setPixelSize(static_cast<int>(std::lround(base_font * unit)));
     font.setHintingPreference(QFont::PreferNoHinting);
     application.setFont(font);
-    // What is selected in a list's own field, which the style sheet does not reach.
+    // The selection in a list's own field, which the style sheet does not reach.
     QPalette palette = application.palette();
     palette.setColor(QPalette::Highlight, QColor(colour::focus));
     palette.setColor(QPalette::HighlightedText, QColor(colour::paper));
@@ -226,8 +231,14 @@ int px(double measure) {
 void set_role(QWidget* widget, const char* role) {
     widget->setProperty("role", role);
     widget->setAttribute(Qt::WA_StyledBackground);
-    widget->style()->unpolish(widget);
-    widget->style()->polish(widget);
+    restyle(widget);
+}
+
+void set_state(QWidget* widget, const char* property, bool value) {
+    widget->setProperty(property, value);
+    restyle(widget);
+    for (QLabel* part : widget->findChildren<QLabel*>())
+        restyle(part);
 }
 
 }  // namespace ui

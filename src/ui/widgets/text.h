@@ -1,9 +1,12 @@
-// The border between the screens' text and the program's: QString here, UTF-8 below.
+// Text of the screens: its conversion from and to the UTF-8 of the rest of the program, and what all screens
+// say, with its English meaning. Messages of a single screen are kept with the screen.
 #pragma once
 
 #include <QString>
 #include <string>
 #include <string_view>
+
+#include "common/messages.h"
 
 namespace ui {
 
@@ -13,5 +16,20 @@ inline QString qt(std::string_view text) {
 inline std::string utf8(const QString& text) {
     return text.toStdString();
 }
+
+namespace message {
+
+using common::message::wrong_date;
+
+inline constexpr std::string_view title = "Tallvex";
+
+inline constexpr std::string_view ok = "موافق";  // OK
+inline constexpr std::string_view yes = "نعم";   // yes
+inline constexpr std::string_view no = "لا";     // no
+
+// "The action did not succeed. The reason is written in the activity log."
+inline constexpr std::string_view failed = "لم تتم العملية. السبب مسجل في سجل البرنامج";
+
+}  // namespace message
 
 }  // namespace ui

@@ -1,7 +1,13 @@
-#include "ui/help/places.h"
+#include "ui/help/open_help.h"
 
-#include <QWidget>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPointer>
 #include <algorithm>
+
+#include "ui/help/screen.h"
+#include "ui/widgets/message_box.h"
 
 namespace ui {
 
@@ -9,7 +15,7 @@ const std::vector<std::pair<QString, QString>>& help_places() {
     static const std::vector<std::pair<QString, QString>> places = {
         {"Form62", "sign-in"},
         {"Form63", "password"},
-        // The sales screen, and the parts of it.
+        // The sales window and its parts.
         {"Form31", "ringing-up"},
         {"lines", "lines"},
         {"discount_value", "discounts"},
@@ -69,6 +75,50 @@ QString help_place_of(const QWidget* widget) {
         if (found != places.end()) return found->second;
     }
     return {};
+}
+
+void open_help() {
+    QWidget* window = QApplication::activeWindow();
+    if (window == nullptr || QApplication::activePopupWidget() != nullptr) return;
+    QWidget* front = Sheet::top_of(window);
+    if (front == nullptr) front = window;
+    if (qobject_cast<MessageBox*>(front) != nullptr || qobject_cast<HelpScreen*>(front) != nullptr) return;
+
+    QWidget* used = QApplication::focusWidget();
+    const bool on_front = used != nullptr && (used == front || front->isAncestorOf(used));
+    // A field that gets the focus back selects all of its text. Restore its cursor, so that typing goes on
+    // where it stopped.
+    const QPointer<QLineEdit> field = qobject_cast<QLineEdit*>(used);
+    const int cursor = field != nullptr ? field->cursorPosition() : 0;
+    const int marked_from = field != nullptr ? field->selectionStart() : -1;
+    const int marked = field != nullptr ? static_cast<int>(field->selectionLength()) : 0;
+
+    HelpScreen(window, help_place_of(on_front ? used : front)).run();
+
+    if (field == nullptr || !field->hasFocus()) return;
+    field->deselect();
+    field->setCursorPosition(cursor);
+    if (marked_from >= 0) field->setSelection(marked_from, marked);
+}
+
+HelpKey::HelpKey(QObject* parent) : QObject(parent) {
+    qApp->installEventFilter(this);
+}
+
+HelpKey::~HelpKey() {
+    qApp->removeEventFilter(this);
+}
+
+bool HelpKey::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || watched != QApplication::focusWidget()) return false;
+    const auto* pressed = static_cast<QKeyEvent*>(event);
+    const auto modifiers =
+        pressed->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    const bool wanted = (pressed->key() == Qt::Key_H && modifiers == Qt::ControlModifier) ||
+                        (pressed->key() == Qt::Key_Help && modifiers == Qt::NoModifier);
+    if (!wanted || pressed->isAutoRepeat()) return false;
+    open_help();
+    return true;
 }
 
 }  // namespace ui

@@ -1,6 +1,5 @@
-#include "ui/widgets/contrast.h"
+#include "ui/widgets/colours.h"
 
-#include <QColor>
 #include <algorithm>
 #include <cmath>
 

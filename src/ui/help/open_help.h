@@ -1,0 +1,37 @@
+// How the help is opened: its key, which is the same on every screen, and which part of the guide belongs to
+// which screen.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <utility>
+#include <vector>
+
+class QWidget;
+
+namespace ui {
+
+// The key as screens show it.
+inline constexpr auto help_cap = "Ctrl H";
+
+// Object names of screens and of parts of screens, each with the anchor of the guide that explains it.
+const std::vector<std::pair<QString, QString>>& help_places();
+// The anchor for a widget: its own, or that of the part or screen around it; empty if the guide has none.
+QString help_place_of(const QWidget* widget);
+
+// Opens the help at the part of the guide that belongs to the screen in front. Returns when the help was
+// left, with the cursor where it was. Does nothing over a box, which must be answered first.
+void open_help();
+
+// Opens the help by its key as long as the object lives.
+class HelpKey : public QObject {
+    Q_OBJECT
+  public:
+    explicit HelpKey(QObject* parent = nullptr);
+    ~HelpKey() override;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+};
+
+}  // namespace ui

@@ -1,0 +1,173 @@
+// The widgets that every screen is made of: the contrast of their colours, typing into a number field, and
+// the guard of actions.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMap>
+#include <QMouseEvent>
+#include <QRegularExpression>
+#include <new>
+
+#include "database/error.h"
+#include "support/services.h"
+#include "ui/widgets/colours.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/guard.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace {
+
+struct Rule {
+    QString selector;
+    QString colour;
+    QString background;
+};
+
+QString declared(const QString& body, const QString& property) {
+    const QRegularExpression found("(?:^|;|\\s)" + property + ":\\s*([^;]+);?");
+    return found.match(body).captured(1).trimmed();
+}
+
+std::vector<Rule> rules() {
+    std::vector<Rule> all;
+    static const QRegularExpression rule(R"(([^{}]+)\{([^}]*)\})");
+    const QString sheet = ui::style_sheet(1);
+    for (auto found = rule.globalMatch(sheet); found.hasNext();) {
+        const auto match = found.next();
+        for (const QString& selector : match.captured(1).split(',')) {
+            all.push_back({selector.trimmed(), declared(match.captured(2), "color"),
+                           declared(match.captured(2), "background")});
+        }
+    }
+    return all;
+}
+
+// The possible backgrounds of a rule's text: its own, that of the box around it or of its base rule, or those
+// of cards and screens.
+QStringList backgrounds_of(const Rule& rule, const QMap<QString, QString>& backgrounds) {
+    static const QStringList on_the_head = {"headbutton", "headtext", "ticker"};
+    for (const QString& role : on_the_head) {
+        if (rule.selector.contains('"' + role + '"')) return {ui::colour::night};
+    }
+    if (!rule.background.isEmpty() && rule.background != "transparent") return {rule.background};
+    const QString box = rule.selector.section(' ', 0, 0);
+    if (rule.selector.contains(' ') && backgrounds.contains(box)) return {backgrounds[box]};
+    const QString base = rule.selector.section(':', 0, 0);
+    if (base != rule.selector && backgrounds.contains(base)) return {backgrounds[base]};
+    return {ui::colour::paper, ui::colour::background};
+}
+
+TEST(Contrast, OfEveryRuleOfTheStyleSheet) {
+    QMap<QString, QString> backgrounds;
+    for (const Rule& rule : rules()) {
+        if (!rule.background.isEmpty()) backgrounds[rule.selector] = rule.background;
+    }
+    int pairs = 0;
+    for (const Rule& rule : rules()) {
+        if (rule.colour.isEmpty()) continue;
+        for (const QString& background : backgrounds_of(rule, backgrounds)) {
+            ASSERT_TRUE(QColor::isValidColorName(rule.colour)) << rule.selector.toStdString();
+            ASSERT_TRUE(QColor::isValidColorName(background)) << rule.selector.toStdString();
+            EXPECT_GE(ui::contrast(QColor(rule.colour), QColor(background)), ui::readable_contrast)
+                << rule.selector.toStdString() << " " << rule.colour.toStdString() << " on "
+                << background.toStdString();
+            ++pairs;
+        }
+    }
+    EXPECT_GT(pairs, 30);
+}
+
+// Colours that are painted without the style sheet.
+TEST(Contrast, OfWhatIsDrawnByHand) {
+    namespace c = ui::colour;
+    const std::pair<const char*, const char*> drawn[] = {
+        {c::quiet, c::paper}, {c::quiet, c::strip},   {c::quiet, c::current}, {c::ink, c::current},
+        {c::alarm, c::paper}, {c::alarm, c::current}, {c::slate, c::cap},     {c::slate, c::paper},
+        {c::hint, c::paper},  {c::slate, c::current}, {c::off, c::still},     {c::off, c::cap},
+        {c::off, c::paper},   {c::paper, c::focus},   {c::paper, c::warning}, {c::paper, c::alarm},
+        {c::paper, c::save},
+    };
+    for (const auto& [text, background] : drawn) {
+        EXPECT_GE(ui::contrast(QColor(text), QColor(background)), ui::readable_contrast)
+            << text << " on " << background;
+    }
+}
+
+void mouse(QWidget& field, QEvent::Type type, const QPointF& at) {
+    QMouseEvent event(type, at, field.mapToGlobal(at), Qt::LeftButton,
+                      type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(&field, &event);
+}
+
+void press_key(QWidget& field, int key, const QString& text) {
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QApplication::sendEvent(&field, &event);
+}
+
+// Typing 10 replaces 0.00 wherever the field was clicked.
+TEST(AmountField, WhatIsTypedAfterAClickReplacesTheAmount) {
+    for (const int at : {2, 60, 118}) {
+        SCOPED_TRACE(at);
+        QWidget window;
+        auto* entry = new QLineEdit(&window);  // has the focus before
+        auto* field = new ui::AmountField("discount_percent", &window);
+        field->setGeometry(0, 40, 120, 40);
+        field->setText("0.00");
+        window.show();
+        window.activateWindow();
+        QApplication::processEvents();
+        entry->setFocus();
+        field->setFocus(Qt::MouseFocusReason);
+        mouse(*field, QEvent::MouseButtonPress, QPointF(at, 20));
+        mouse(*field, QEvent::MouseButtonRelease, QPointF(at, 20));
+        press_key(*field, Qt::Key_1, "1");
+        press_key(*field, Qt::Key_0, "0");
+        EXPECT_EQ(field->text().toStdString(), "10");
+
+        // A second click sets the cursor, so that one digit can be corrected.
+        mouse(*field, QEvent::MouseButtonPress, QPointF(118, 20));
+        mouse(*field, QEvent::MouseButtonRelease, QPointF(118, 20));
+        EXPECT_FALSE(field->hasSelectedText());
+    }
+}
+
+TEST(Guard, SaysWhatWentWrongInTheCashiersWords) {
+    using database::Error;
+    const struct {
+        Error error;
+        std::string_view words;
+    } cases[] = {
+        {Error("08S01", "Communication link failure", "select 1"), database::message::connection_lost},
+        {Error("08001", "SQL Server does not exist or access denied.", ""),
+         database::message::connection_lost},
+        {Error("HYT00", "Timeout expired", "select 1"), database::message::timed_out},
+        {Error("HY000", "database or disk is full", "insert", Error::Kind::disk_full),
+         database::message::disk_full},
+        {Error("HY000", "attempt to write a readonly database", "insert", Error::Kind::read_only),
+         database::message::read_only},
+        {Error("HYT00", "database is locked", "insert", Error::Kind::busy), database::message::busy},
+        {Error("40001", "the row was changed", "update"), database::message::changed_meanwhile},
+        {Error("42000", "syntax error", "selec"), ui::message::failed},
+    };
+    for (const auto& [error, words] : cases) {
+        test::RememberedServices services;
+        const bool done = ui::guarded(services.all(), "Action", [&] { throw error; });
+        EXPECT_FALSE(done);
+        EXPECT_EQ(services.prompts.last(), words) << error.what();
+        ASSERT_EQ(services.log.lines.size(), 1U);
+        EXPECT_NE(services.log.lines[0].find(error.what()), std::string::npos);
+        EXPECT_NE(services.log.lines[0].find(error.statement()), std::string::npos);
+    }
+}
+
+TEST(Guard, OutlivesErrorsOfOtherKinds) {
+    test::RememberedServices services;
+    EXPECT_FALSE(ui::guarded(services.all(), "Action", [] { throw std::bad_alloc(); }));
+    EXPECT_EQ(services.prompts.last(), ui::message::failed);
+    EXPECT_TRUE(ui::guarded(services.all(), "Action", [] {}));
+    EXPECT_EQ(services.prompts.messages.size(), 1U);
+}
+
+}  // namespace
