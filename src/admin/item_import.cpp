@@ -16,12 +16,19 @@ namespace admin {
 
 using database::Connection;
 using database::Null;
+using database::TextLimits;
 using database::Value;
 
 namespace {
 
 KnownGoods known_goods(Connection& connection) {
-    KnownGoods known;
+    KnownGoods known{{},
+                     {},
+                     {},
+                     TextLimits(connection, "items"),
+                     TextLimits(connection, "makers"),
+                     TextLimits(connection, "item_types"),
+                     TextLimits(connection, "barcode")};
     for (const auto& row : connection.query("select code from items"))
         known.codes.insert(row.integer("code"));
     for (const auto& row : connection.query("select bar from barcode")) {

@@ -12,9 +12,6 @@ namespace admin {
 
 namespace {
 
-constexpr std::size_t longest_name = 100;         // items.name
-constexpr std::size_t longest_description = 255;  // items.desc
-constexpr std::size_t longest_barcode = 50;       // barcode.bar
 constexpr double highest_amount = 1e9;
 constexpr std::int64_t highest_code = std::numeric_limits<std::int32_t>::max();
 constexpr std::string_view prices_header[3][5] = {{"price11", "price12", "price13", "price14", "price15"},
@@ -111,7 +108,9 @@ class Reader {
         return common::trim(cells_[static_cast<std::size_t>(found - header_.begin())]);
     }
 
-    std::string text(std::string_view column, std::size_t longest) const {
+    // The text of a column for a column of the database.
+    std::string text(std::string_view column, const database::TextLimits& table,
+                     std::string_view target) const {
         std::string found(cell(column));
         if (common::utf8(common::code_points(found)) != found) {
             throw BadLine{std::string(column) +
@@ -125,9 +124,7 @@ class Reader {
             if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
                 throw BadLine{std::string(column) + " has a control character in it"};
         }
-        if (common::column_width(found) > longest) {
-            throw BadLine{std::string(column) + " is longer than " + std::to_string(longest) + " characters"};
-        }
+        if (!table.fits(target, found)) throw BadLine{std::string(column) + " is too long"};
         return found;
     }
 
@@ -151,11 +148,11 @@ class Reader {
     ItemLine read_item() {
         ItemLine item;
         item.code = read_code();
-        item.name = text("name", longest_name);
+        item.name = text("name", known_.items, "name");
         if (item.name.empty()) throw BadLine{"name is empty"};
-        item.maker = text("maker", longest_name);
-        item.group = text("group", longest_name);
-        item.description = text("description", longest_description);
+        item.maker = text("maker", known_.makers, "name");
+        item.group = text("group", known_.groups, "name");
+        item.description = text("description", known_.items, "desc");
         item.minimum = number("minimum");
         item.service = read_service();
         item.pack = factor("pack");
@@ -247,9 +244,7 @@ class Reader {
     }
 
     void judge(const std::string& barcode) const {
-        if (barcode.size() > longest_barcode) {
-            throw BadLine{"a barcode is longer than " + std::to_string(longest_barcode) + " characters"};
-        }
+        if (!known_.barcode.fits("bar", barcode)) throw BadLine{"a barcode is too long"};
         const std::size_t exponent = barcode.find("E+");
         if (exponent != std::string::npos && common::parse_number(barcode.substr(0, exponent))) {
             throw BadLine{

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "common/date_time.h"
+#include "database/choices.h"
 
 namespace admin {
 
@@ -41,6 +42,10 @@ struct KnownGoods {
     std::unordered_set<std::int64_t> codes;
     std::unordered_set<std::string> barcodes;  // in lower case, without trailing blanks
     std::unordered_set<std::int64_t> stores;
+    database::TextLimits items;  // what the columns of these tables hold
+    database::TextLimits makers;
+    database::TextLimits groups;
+    database::TextLimits barcode;
 };
 
 struct ItemFile {

@@ -9,6 +9,7 @@
 #include "admin/tool.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "database/choices.h"
 #include "database/recordset.h"
 #include "signin/permissions.h"
 
@@ -81,14 +82,10 @@ std::vector<std::string_view> allowed_actions(std::string_view permissions) {
 
 namespace {
 
-constexpr std::size_t longest_name = 100;      // users.name
-constexpr std::size_t longest_password = 100;  // users.pass
-
-std::string checked_password(std::string_view password) {
+std::string checked_password(Connection& connection, std::string_view password) {
     const std::string_view kept = common::trim(password);
-    if (common::column_width(kept) > longest_password) {
-        throw Refused("a password has at most " + std::to_string(longest_password) + " characters");
-    }
+    if (!database::TextLimits(connection, "users").fits("pass", kept))
+        throw Refused("the password is too long");
     return std::string(kept);
 }
 
@@ -111,14 +108,12 @@ std::int64_t add_user(Connection& connection, std::string_view name, std::string
                       std::string_view permissions) {
     const std::string_view kept = common::trim(name);
     if (kept.empty()) throw Refused("a user needs a name");
-    if (common::column_width(kept) > longest_name) {
-        throw Refused("a name has at most " + std::to_string(longest_name) + " characters");
-    }
+    if (!database::TextLimits(connection, "users").fits("name", kept)) throw Refused("the name is too long");
     if (common::parse_integer(kept)) throw Refused("a name that is a number would be taken for a code");
     if (!connection.query(Sql("select code from users where [name] = ") + quoted(kept)).empty()) {
         throw Refused("there is a user \"" + std::string(kept) + "\" already");
     }
-    const std::string pass = checked_password(password);
+    const std::string pass = checked_password(connection, password);
     const std::int64_t code = database::integer_of(connection.scalar("select max(code) from users")) + 1;
     Recordset users(connection, "select * from users");
     users.add();
@@ -132,7 +127,7 @@ std::int64_t add_user(Connection& connection, std::string_view name, std::string
 }
 
 void set_password(Connection& connection, std::int64_t code, std::string_view password) {
-    const std::string pass = checked_password(password);
+    const std::string pass = checked_password(connection, password);
     connection.execute("update users set pass = ? where code = ?",
                        {database::Value(pass), database::Value(code)});
     connection.make_durable();

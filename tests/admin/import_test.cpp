@@ -106,7 +106,7 @@ TEST_F(Import, NamesEveryBadLineAndImportsNothing) {
                                                                {20, "a service has no stock"},
                                                                {21, "not UTF-8"},
                                                                {22, "has 3 cells"},
-                                                               {23, "longer than 100 characters"},
+                                                               {23, "name is too long"},
                                                                {24, "is no whole number"},
                                                                {25, "is no number"},
                                                                {26, "service is neither 0 nor 1"}};
@@ -145,7 +145,7 @@ TEST_F(Import, RefusesOtherFiles) {
         {"code,name,price12\n1,a\x1b"
          "b,2\n",
          "name has a control character"},
-        {"code,name,price12\n1," + olives + ",2\n", "name is longer than 100"},
+        {"code,name,price12\n1," + olives + ",2\n", "name is too long"},
         {"code,name,price12,barcode\n1,a,2,6.22941E+12\n", "rounded by the spreadsheet"},
         {"code,name,price12,barcode\n1,a,2,\n3,a,2,1\n",
          "items.csv:3: barcode 1 is also the code of an item"},
