@@ -6,7 +6,7 @@ using common::Date;
 using common::Moment;
 using common::parse_moment;
 
-TEST(DateTime, ReadsTheFormsThatTheDatabaseTakes) {
+TEST(DateTime, ReadsTheFormsThatTheDatabaseAccepts) {
     const Date day{2026, 3, 9};
     const struct {
         const char* text;
@@ -36,7 +36,7 @@ TEST(DateTime, ReadsTheFormsThatTheDatabaseTakes) {
         EXPECT_EQ(parse_moment(c.text), c.moment) << c.text;
 }
 
-TEST(DateTime, RefusesWhatIsNoMoment) {
+TEST(DateTime, RefusesOtherTexts) {
     for (const char* text : {"",
                              " ",
                              "today",

@@ -32,7 +32,7 @@ double seconds(Work work) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-TEST(Ports, NamesOfTheDosKindGoToDeviceNodes) {
+TEST(Ports, DosNamesAreDeviceNodes) {
     const struct {
         const char* port;
         const char* path;
@@ -47,7 +47,7 @@ TEST(Ports, NamesOfTheDosKindGoToDeviceNodes) {
         EXPECT_TRUE(common::port_path(name).starts_with("/dev/"));
 }
 
-TEST(Ports, TheWorkstationSendsNamesToItsOwnDevices) {
+TEST(Ports, TheEnvironmentCanNameOtherDevices) {
     setenv("TALLVEX_LPT1", "/dev/till/printer", 1);
     setenv("TALLVEX_COM3", "", 1);
     EXPECT_EQ(common::port_path("Lpt1:"), "/dev/till/printer");
@@ -57,7 +57,7 @@ TEST(Ports, TheWorkstationSendsNamesToItsOwnDevices) {
     unsetenv("TALLVEX_COM3");
 }
 
-TEST(Ports, FilesAreMadeAndEmptied) {
+TEST(Ports, FilesAreCreatedAndReplaced) {
     const test::TemporaryFolder folder;
     FileDevices devices(folder.path());
     const fs::path file = folder.path() / "receipt.bin";
@@ -68,7 +68,7 @@ TEST(Ports, FilesAreMadeAndEmptied) {
     EXPECT_EQ(content(folder.path() / "xx.txt"), "12.50");
 }
 
-TEST(Ports, MissingDevicesAreRefusedAndNeverMade) {
+TEST(Ports, MissingDevicesAreRefusedAndNeverCreated) {
     const test::TemporaryFolder folder;
     FileDevices devices(folder.path());
     for (const char* port : {"/dev/no-such-printer", "/dev/../dev/no-such-printer", "", " ",
@@ -89,7 +89,7 @@ TEST(Ports, APipeWithoutAReaderIsRefusedAtOnce) {
     EXPECT_LT(seconds([&] { EXPECT_FALSE(devices.write_port(pipe, "x")); }), 1.0);
 }
 
-TEST(Ports, APipeWhoseReaderStopsReadingIsGivenUp) {
+TEST(Ports, APipeWhoseReaderStopsFailsInTime) {
     const test::TemporaryFolder folder;
     const std::string pipe = (folder.path() / "pipe").string();
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -103,7 +103,7 @@ TEST(Ports, APipeWhoseReaderStopsReadingIsGivenUp) {
     close(reader);
 }
 
-// A pseudo terminal stands for a serial port.
+// A pseudo terminal in place of a serial port.
 struct Terminal {
     int master = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
     std::string name;
@@ -124,7 +124,7 @@ struct Terminal {
     }
 };
 
-TEST(Ports, ATerminalTakesItsBytesOrIsGivenUp) {
+TEST(Ports, ATerminalTakesItsBytesOrFailsInTime) {
     Terminal terminal;
     FileDevices devices("/");
     EXPECT_TRUE(devices.write_port(terminal.name, "\x07"));

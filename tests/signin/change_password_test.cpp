@@ -27,7 +27,7 @@ class ChangePasswordTest : public testing::Test {
     signin::Session session;
 };
 
-TEST_F(ChangePasswordTest, TheNewOneSignsIn) {
+TEST_F(ChangePasswordTest, TheNewPasswordSignsIn) {
     for (const std::string& password :
          {std::string("new"), std::string("o'brien'; --"), std::string("كلمة 😀"),
           std::string("' where code = 1 --"), std::string(), std::string("old")}) {
@@ -41,7 +41,7 @@ TEST_F(ChangePasswordTest, TheNewOneSignsIn) {
     }
 }
 
-TEST_F(ChangePasswordTest, TheOldOneMustBeRightButForBlanks) {
+TEST_F(ChangePasswordTest, TheOldPasswordMustMatchExceptForBlanks) {
     for (const char* wrong : {"", "Old", "ol d", "' or 1=1 --"}) {
         EXPECT_FALSE(change(wrong, "new")) << wrong;
         EXPECT_EQ(services.prompts.last(), message::wrong_old_password);
@@ -57,7 +57,7 @@ TEST_F(ChangePasswordTest, ANullPasswordCountsAsEmpty) {
     EXPECT_EQ(stored(), "new");
 }
 
-TEST_F(ChangePasswordTest, AShopWithoutItsTableSaysThatNothingChanged) {
+TEST_F(ChangePasswordTest, AShopWithoutTheTableReportsTheFailure) {
     shop.sql("drop view [user]");
     EXPECT_FALSE(change("old", "new"));
     EXPECT_EQ(services.prompts.last(), message::password_not_changed);
@@ -74,7 +74,7 @@ TEST_F(ChangePasswordTest, AnotherTableOfThatNameChangesNothing) {
     EXPECT_EQ(services.prompts.last(), message::password_not_changed);
 }
 
-TEST_F(ChangePasswordTest, AUserWhoIsGoneIsTold) {
+TEST_F(ChangePasswordTest, ADeletedUserIsReported) {
     session.user_code = 77;
     EXPECT_FALSE(change("old", "new"));
     EXPECT_EQ(services.prompts.last(), message::no_such_user);

@@ -116,7 +116,7 @@ TEST_F(SignInTest, LoadsTheSettingsTheStoreAndTheDrawer) {
     EXPECT_EQ(session.drawer_name, "درج 1");
 }
 
-TEST_F(SignInTest, NullSettingsAreNothing) {
+TEST_F(SignInTest, NullSettingsAreEmpty) {
     shop.sql("update basic set aname = null, warn = null, max_dis = null, logo = '  ', pname = null");
     ASSERT_EQ(confirm(1, "1"), SignInOutcome::signed_in);
     EXPECT_EQ(session.settings.aname, "");

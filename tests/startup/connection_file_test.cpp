@@ -22,7 +22,7 @@ TEST(ConnectionFile, DecodesByHand) {
     } cases[] = {
         // key 5, fillers "abc", "SHOP" + 5 = "XMTU", fillers "xyz"
         {"\005abcXMTUxyz", "SHOP"},
-        // the same between blanks; a key of 9 is a tab and no blank
+        // the same between blanks; a key of 9 is a tab, not a blank
         {padded("  \005abcXMTUxyz"), "SHOP"},
         {padded("\011   JK~~~"), "AB"},
         // key 13, "PC1\SQL" + 13
@@ -56,7 +56,7 @@ TEST(ConnectionFile, EveryTextComesBackUnderEveryKey) {
     }
 }
 
-TEST(ConnectionFile, WritesWhatFitsAndRefusesTheRest) {
+TEST(ConnectionFile, RefusesTextsThatDoNotFit) {
     std::mt19937 random(1);
     EXPECT_EQ(unscramble(scramble(std::string(43, 'x'), 50, random)), std::string(43, 'x'));
     EXPECT_THROW(scramble(std::string(44, 'x'), 50, random), StartUpError);
@@ -76,7 +76,7 @@ TEST(ConnectionFile, ARecordIsTwoHundredBytes) {
     }
 
     const std::string renewed = startup::with_address(bytes + "tail", "192.168.1.5", random);
-    EXPECT_EQ(renewed.substr(0, 100), bytes.substr(0, 100));  // only the address is touched
+    EXPECT_EQ(renewed.substr(0, 100), bytes.substr(0, 100));  // only the address changes
     EXPECT_EQ(renewed.substr(200), "tail");
     EXPECT_EQ(startup::decode_connection(renewed).address, "192.168.1.5");
 }

@@ -56,9 +56,9 @@ TEST_F(ShopFilesTest, FindsNamesInAnyCase) {
     write(folder / "DATA.DAT", "1");
     EXPECT_EQ(startup::find_file(folder, "Data.dat"), folder / "DATA.DAT");
     write(folder / "data.dat", "2");
-    EXPECT_EQ(startup::find_file(folder, "Data.dat"), folder / "DATA.DAT");  // the first of two, always
+    EXPECT_EQ(startup::find_file(folder, "Data.dat"), folder / "DATA.DAT");  // the first by the alphabet
     write(folder / "Data.dat", "3");
-    EXPECT_EQ(startup::find_file(folder, "Data.dat"), folder / "Data.dat");  // its own name goes first
+    EXPECT_EQ(startup::find_file(folder, "Data.dat"), folder / "Data.dat");  // the exact name is preferred
     EXPECT_EQ(startup::find_file(folder / "none", "x"), std::nullopt);
 }
 
@@ -122,7 +122,7 @@ TEST_F(ShopFilesTest, VersionIsARecordOfFiftyCharacters) {
     EXPECT_EQ(startup::read_version_file(folder), std::string(50, '7'));
 }
 
-TEST_F(ShopFilesTest, CreditLinesOfAnyOrigin) {
+TEST_F(ShopFilesTest, ReadsCreditLinesOfAnySystem) {
     const struct {
         std::string bytes;
         startup::CreditLines lines;
@@ -162,7 +162,7 @@ TEST_F(ShopFilesTest, OnlyItsOwnerMayUseThePasswordFile) {
     unsetenv("TALLVEX_SA_PASSWORD");
 }
 
-TEST_F(ShopFilesTest, LogLinesAreAppendedToOneFolder) {
+TEST_F(ShopFilesTest, AppendsLogLines) {
     test::FixedClock clock;
     startup::ActivityLog log(folder, clock);
     log.log_event("lost", "1");  // no folder yet: nothing happens
@@ -203,7 +203,7 @@ TEST_F(ShopFilesTest, TheFatalRecordIsOverwritten) {
 }
 
 // A killed writer leaves one complete record or the other.
-TEST_F(ShopFilesTest, AKilledWriterLeavesAWholeFile) {
+TEST_F(ShopFilesTest, AKilledWriterLeavesACompleteFile) {
     startup::write_connection_file(folder, {"SHOP", "db", "10.0.0.1"});
     for (int round = 0; round < 20; ++round) {
         const pid_t child = fork();

@@ -138,7 +138,7 @@ TEST_F(StartUpTest, TheConnectionStringIsSpelledOut) {
 
 TEST_F(StartUpTest, TheServersTillStampsAndTheOthersMustMatch) {
     const startup::ConnectionRecord record{"SHOPSRVc", "db", "Not Found"};
-    // Another till before the server ever stamped: refused, with nothing after the date.
+    // Another till is refused before the server stamps; then the date is empty.
     EXPECT_FALSE(run(server_environment(record, "TILL3")));
     EXPECT_EQ(services.prompts.messages,
               std::vector<std::string>{
@@ -192,7 +192,7 @@ TEST_F(StartUpTest, EveryBadShopFileHasItsMessage) {
     EXPECT_FALSE(run(environment()));
     expect_failure(std::string(message::shop_file_corrupt) + "other.db");
     EXPECT_EQ(content(file), std::string(5000, 'x'));
-    // A good file with its inside destroyed.
+    // A good file with damaged pages.
     fs::copy_file(shop.file(), file, fs::copy_options::overwrite_existing);
     {
         std::fstream out(file, std::ios::in | std::ios::out | std::ios::binary);
