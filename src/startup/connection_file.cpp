@@ -114,13 +114,12 @@ DataSource data_source_of(const ConnectionRecord& record) {
     DataSource source;
     source.server = without_last_c(record.server);
     const auto backslash = source.server.find('\\');
-    source.machine = source.server.substr(0, backslash);
-    if (backslash != std::string::npos) source.instance = source.server.substr(backslash);
+    const std::string instance = backslash == std::string::npos ? "" : source.server.substr(backslash);
     // A field that was never filled in is not an address either.
     const std::string_view address = common::trim(record.address);
     const bool is_known = address != no_address && !address.empty();
     // The second "C" is dropped here, from an address too.
-    source.data_source = without_last_c(is_known ? std::string(address) + source.instance : source.server);
+    source.data_source = without_last_c(is_known ? std::string(address) + instance : source.server);
     return source;
 }
 

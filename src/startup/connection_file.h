@@ -40,10 +40,8 @@ std::string with_address(std::string bytes, std::string_view address, std::mt199
 // What a connection record names.
 struct DataSource {
     std::string server;       // the server text without one trailing "C"
-    std::string machine;      // the part before the first backslash
-    std::string instance;     // the backslash and everything after it; empty without one
-    std::string data_source;  // for the connection string: the address, if known, or the machine, then the
-                              // instance, without one trailing "C" again
+    std::string data_source;  // the address with the server's "\instance", or the server if no address is
+                              // known, without one trailing "C" again
 
     // Returns true for a shop in a file. This is the only test for it: an address or a dropped "C" can turn
     // the server text "embedded" into a server, and the other way round.

@@ -9,8 +9,8 @@
 
 namespace startup {
 
-// A failure at the files or the machine: what() is the cause in English for the log, reason() what the cashier
-// is told.
+// A failure at the files or the machine: what() is the cause in English for the log, reason() what the
+// cashier is told.
 class StartUpError : public std::runtime_error {
   public:
     StartUpError(const std::string& cause, std::string reason)

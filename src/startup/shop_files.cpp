@@ -186,13 +186,8 @@ fs::path ensure_logs_folder(const fs::path& program_folder) {
     return logs;
 }
 
-std::string fatal_record(std::string_view message, std::string_view second, std::string_view third) {
-    return padded(message, 100) + padded(second, 150) + padded(third, 150);
-}
-
-void write_fatal_error(const fs::path& program_folder, std::string_view message, std::string_view second,
-                       std::string_view third) {
-    replace_whole(file_in(program_folder, fatal_file_name), fatal_record(message, second, third));
+void write_fatal_error(const fs::path& program_folder, std::string_view message) {
+    replace_whole(file_in(program_folder, fatal_file_name), padded(message, 100) + std::string(300, ' '));
 }
 
 }  // namespace startup

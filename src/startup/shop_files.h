@@ -54,10 +54,8 @@ void write_sa_password(const std::filesystem::path& program_folder, std::string_
 // Creates the "Logs" folder if it is missing; returns its path.
 std::filesystem::path ensure_logs_folder(const std::filesystem::path& program_folder);
 
-// Overwrites the fatal-error record: three texts of 100, 150 and 150 characters in code page 1256.
-inline constexpr std::size_t fatal_record_length = 400;
-std::string fatal_record(std::string_view message, std::string_view second, std::string_view third);
-void write_fatal_error(const std::filesystem::path& program_folder, std::string_view message,
-                       std::string_view second = {}, std::string_view third = {});
+// Overwrites the fatal-error record: three texts of 100, 150 and 150 characters in code page 1256. Start-up
+// writes the first, the message.
+void write_fatal_error(const std::filesystem::path& program_folder, std::string_view message);
 
 }  // namespace startup
