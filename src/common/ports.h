@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "common/devices.h"
+#include "common/services.h"
 
 namespace common {
 

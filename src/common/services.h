@@ -1,12 +1,31 @@
 // What logic may use of the world outside the database.
 #pragma once
 
+#include <string_view>
+
 #include "common/clock.h"
-#include "common/devices.h"
-#include "common/log.h"
 #include "common/prompts.h"
 
 namespace common {
+
+// Ports, and the files in the working folder that other devices read.
+class Devices {
+  public:
+    virtual ~Devices() = default;
+    // Writes bytes to a port (ports.h has the names) and waits for it for up to 3 s. Returns false if the
+    // port is missing, refuses or does not take everything in time. Never throws.
+    virtual bool write_port(std::string_view port, std::string_view bytes) = 0;
+    // Replaces a file of the working folder, such as "xx.txt". Returns false if it cannot be written.
+    virtual bool write_file(std::string_view name, std::string_view bytes) = 0;
+};
+
+// The activity log.
+class Log {
+  public:
+    virtual ~Log() = default;
+    // Appends one line: message, code, moment. Never throws; a line that cannot be written is lost.
+    virtual void log_event(std::string_view message, std::string_view code) = 0;
+};
 
 struct Services {
     Prompts& prompts;

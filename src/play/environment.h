@@ -7,7 +7,7 @@
 #include <string>
 
 #include "common/clock.h"
-#include "common/devices.h"
+#include "common/services.h"
 #include "common/ports.h"
 #include "database/connection.h"
 

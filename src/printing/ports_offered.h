@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "common/devices.h"
+#include "common/services.h"
 #include "printing/printer_text.h"
 #include "printing/receipt.h"
 #include "printing/report.h"

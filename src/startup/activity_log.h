@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "common/clock.h"
-#include "common/log.h"
+#include "common/services.h"
 
 namespace startup {
 
