@@ -1,6 +1,5 @@
-// The commands of the sales window. One table row says what a key does, what it is called, and where the
-// window shows it besides; the key handler, the key strip, the menu and the test of the guide all read the
-// same rows.
+// The commands of the sales window. One table row says what a key does, what it is called, and where else the
+// window shows it. The key handler, the key strip, the menu and the test of the guide read the same rows.
 #pragma once
 
 #include <QKeyCombination>

@@ -168,21 +168,7 @@ void SalesWindow::connect_parts() {
         desk_.lines().EnterItemForRecalled(sales::read_entry(utf8(text)));
         repaint_all();
     });
-    connect(party_bar_, &PartyBar::customer_chosen, this, [this](qlonglong code) {
-        desk_.header().choose_customer(code);
-        repaint_all();
-    });
-    connect(party_bar_, &PartyBar::bank_chosen, this,
-            [this](qlonglong code) { desk_.header().choose_bank(code); });
-    connect(party_bar_, &PartyBar::card_typed, this, [this](const QString& holder, const QString& reference) {
-        desk_.header().enter_card(utf8(holder), utf8(reference));
-    });
-    connect(party_bar_, &PartyBar::permit_typed, this, [this](bool opened, const QString& number) {
-        desk_.header().enter_permit(opened, utf8(number));
-    });
-    connect(party_bar_, &PartyBar::tips_receiver_chosen, this,
-            [this](qlonglong code) { desk_.header().choose_tips_receiver(code); });
-    connect(party_bar_, &PartyBar::finished, this, &SalesWindow::focus_entry);
+    connect_party_bar();
     connect(lines_, &LineView::row_chosen, this, [this](int row) {
         desk_.lines().select_row(static_cast<std::size_t>(row));
         repaint_all();
@@ -211,6 +197,24 @@ void SalesWindow::connect_parts() {
     connect(&context_.keys, &KeyQueue::scan_waiting, this, &SalesWindow::focus_entry_for_scan);
     connect(&seconds_, &QTimer::timeout, this, &SalesWindow::tick);
     connect(&news_, &QTimer::timeout, this, [this] { header_->next_news(desk_.news()); });
+}
+
+void SalesWindow::connect_party_bar() {
+    connect(party_bar_, &PartyBar::customer_chosen, this, [this](qlonglong code) {
+        desk_.header().choose_customer(code);
+        repaint_all();
+    });
+    connect(party_bar_, &PartyBar::bank_chosen, this,
+            [this](qlonglong code) { desk_.header().choose_bank(code); });
+    connect(party_bar_, &PartyBar::card_typed, this, [this](const QString& holder, const QString& reference) {
+        desk_.header().enter_card(utf8(holder), utf8(reference));
+    });
+    connect(party_bar_, &PartyBar::permit_typed, this, [this](bool opened, const QString& number) {
+        desk_.header().enter_permit(opened, utf8(number));
+    });
+    connect(party_bar_, &PartyBar::tips_receiver_chosen, this,
+            [this](qlonglong code) { desk_.header().choose_tips_receiver(code); });
+    connect(party_bar_, &PartyBar::finished, this, &SalesWindow::focus_entry);
 }
 
 bool SalesWindow::open() {

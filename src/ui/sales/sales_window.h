@@ -63,6 +63,7 @@ class SalesWindow : public QWidget {
     void build_strip();
     void build_menu();
     void connect_parts();
+    void connect_party_bar();
     // sales_window_keys.cpp
     bool press(QKeyCombination key);
     void perform(const Command& command);

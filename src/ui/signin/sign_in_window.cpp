@@ -51,26 +51,21 @@ SignInWindow::SignInWindow(const Context& context)
 
     auto* row = new QHBoxLayout;
     row->setSpacing(px(10));
-    auto* enter = new QPushButton("&دخول");
-    enter->setObjectName("sign_in");
-    enter->setMinimumHeight(px(52));
+    auto* enter = foot_button(row, "sign_in", "&دخول", 2, [this] { confirm(); });
     set_role(enter, "main");
-    auto* cancel = new QPushButton("&إلغاء");
-    cancel->setObjectName("cancel");
-    cancel->setMinimumHeight(px(52));
-    row->addWidget(enter, 2);
-    row->addWidget(cancel, 1);
+    auto* cancel = foot_button(row, "cancel", "&إلغاء", 1, [this] { leave(false); });
+    for (QPushButton* button : {enter, cancel})
+        button->setMinimumHeight(px(52));
     column->addSpacing(px(6));
     column->addLayout(row);
     auto* help = new KeyButton("help_button", help_cap, "المساعدة", KeyButton::Look::strip);
     help->setShortcut(QKeySequence::mnemonic("&م"));
+    help->setAutoDefault(true);
     column->addWidget(help);
 
     fill();
     connect(user_->lineEdit(), &QLineEdit::returnPressed, password_, qOverload<>(&QWidget::setFocus));
     connect(password_, &QLineEdit::returnPressed, this, &SignInWindow::confirm);
-    connect(enter, &QPushButton::clicked, this, &SignInWindow::confirm);
-    connect(cancel, &QPushButton::clicked, this, [this] { leave(false); });
     connect(help, &QPushButton::clicked, this, &open_help);
 }
 
@@ -119,10 +114,7 @@ void SignInWindow::leave(bool signed_in) {
 }
 
 void SignInWindow::keyPressEvent(QKeyEvent* event) {
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (auto* button = qobject_cast<QPushButton*>(focusWidget()); enter && button != nullptr) {
-        button->click();
-    } else if (event->key() == Qt::Key_Escape) {
+    if (event->key() == Qt::Key_Escape) {
         leave(false);
     } else {
         QWidget::keyPressEvent(event);
