@@ -24,11 +24,16 @@ constexpr common::FormField<Fields> walk_in_fields[] = {
     {&Fields::mail, {"walk_in_mail", "البري&د الإلكتروني", FieldKind::digits, {1, 1}, "zmail"}},
 };
 
-WalkIn walk_in_of(const database::Row& row) {
+WalkInCustomer walk_in_of(const database::Row& row) {
     return {row.integer("zcode"), false, row.text("zname"), row.text("zphone"), row.text("zmail")};
 }
 
 }  // namespace
+
+std::optional<WalkInCustomer> find_walk_in(database::Connection& connection, std::int64_t code) {
+    const auto rows = connection.query(Sql("select * from cust_cash where zcode = ") + code);
+    return rows.empty() ? std::nullopt : std::optional(walk_in_of(rows.front()));
+}
 
 common::FormTable<WalkInFields> walk_in_form() {
     return walk_in_fields;
@@ -59,7 +64,7 @@ void CashCustomer::search_mails() {
     search(fields.mail.empty() ? Sql("") : Sql("Where zmail like ") + quoted("%" + fields.mail + "%"));
 }
 
-void CashCustomer::take(const WalkIn& customer) {
+void CashCustomer::take(const WalkInCustomer& customer) {
     loaded_ = customer.code;
     fields = {std::to_string(customer.code), customer.name, customer.phone, customer.mail};
 }
@@ -68,15 +73,10 @@ void CashCustomer::choose(std::size_t row) {
     if (row < results_.size()) take(results_[row]);
 }
 
-std::optional<WalkIn> CashCustomer::find(std::int64_t code) {
-    const auto rows = connection_.query(Sql("select * from cust_cash where zcode = ") + code);
-    return rows.empty() ? std::nullopt : std::optional(walk_in_of(rows.front()));
-}
-
 std::optional<Refusal> CashCustomer::enter_code() {
     const auto code = common::read_code(fields.code);
     if (!code) return Refusal("walk_in_code", message::wrong_code);
-    if (const auto found = find(*code)) {
+    if (const auto found = find_walk_in(connection_, *code)) {
         take(*found);
     } else if (*code != proposed_) {
         return Refusal("walk_in_code", message::no_such_cash_customer);
@@ -89,7 +89,7 @@ std::optional<Refusal> CashCustomer::confirm() {
     if (!code) return Refusal("walk_in_code", message::wrong_code);
     const bool is_new = *code == proposed_ && loaded_ != *code;
     if (!is_new) {
-        const auto found = find(*code);
+        const auto found = find_walk_in(connection_, *code);
         if (!found) return Refusal("walk_in_code", message::no_such_cash_customer);
         // A code that was typed but not entered brings its own fields; loaded ones may have been corrected.
         if (loaded_ != *code) take(*found);

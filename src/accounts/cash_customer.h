@@ -13,13 +13,17 @@
 
 namespace accounts {
 
-struct WalkIn {
+// A walk-in customer whose data were typed or chosen for an invoice.
+struct WalkInCustomer {
     std::int64_t code = 0;
     bool is_new = false;
     std::string name;
     std::string phone;
     std::string mail;
 };
+
+// Nothing if no walk-in customer has the code.
+std::optional<WalkInCustomer> find_walk_in(database::Connection& connection, std::int64_t code);
 
 struct WalkInFields {
     std::string code;
@@ -46,21 +50,20 @@ class CashCustomer {
     std::optional<common::Refusal> enter_code();
     // Checks the fields and makes them the invoice's customer.
     std::optional<common::Refusal> confirm();
-    const WalkIn& confirmed() const { return confirmed_; }
+    const WalkInCustomer& confirmed() const { return confirmed_; }
 
     WalkInFields fields;
 
-    const std::vector<WalkIn>& results() const { return results_; }
+    const std::vector<WalkInCustomer>& results() const { return results_; }
 
   private:
     void search(const database::Sql& condition);
-    void take(const WalkIn& customer);
-    std::optional<WalkIn> find(std::int64_t code);
+    void take(const WalkInCustomer& customer);
     database::Connection& connection_;
     std::int64_t proposed_ = 1;
     std::int64_t loaded_ = 0;  // the code whose row the fields came from
-    std::vector<WalkIn> results_;
-    WalkIn confirmed_;
+    std::vector<WalkInCustomer> results_;
+    WalkInCustomer confirmed_;
 };
 
 }  // namespace accounts

@@ -59,10 +59,20 @@ constexpr FormField<Fields> voucher_fields[] = {
     {&Fields::note, {"voucher_note", "م&لاحظات", FieldKind::text, {5, 1, 2}, "note", "", "", note_length}},
 };
 
+constexpr FormField<VoucherPeriod> period_fields[] = {
+    // from date, to date
+    {&VoucherPeriod::from, {"vouchers_from", "&من تاريخ", FieldKind::date, {0, 0}}},
+    {&VoucherPeriod::to, {"vouchers_to", "إ&لى تاريخ", FieldKind::date, {0, 1}}},
+};
+
 }  // namespace
 
 common::FormTable<VoucherFields> voucher_form() {
     return voucher_fields;
+}
+
+common::FormTable<VoucherPeriod> voucher_period_form() {
+    return period_fields;
 }
 
 common::Amount effect_on_balance(VoucherKind kind, PartyKind party_kind, Method method,
@@ -225,22 +235,20 @@ std::string method_name(Method method) {
 }
 
 std::vector<VoucherEntry> list_vouchers(database::Connection& connection, VoucherKind kind,
-                                        const common::Date& from, const common::Date& to) {
+                                        const VoucherPeriod& period) {
+    Sql statement(
+        "select vencuspay.chkno, vencuspay.ztype, vencuspay.vcode, vencuspay.[date], vencuspay.quan, "
+        "vencuspay.[type], custdata.cname, vendata.vname from vencuspay LEFT OUTER JOIN custdata ON "
+        "vencuspay.vcode = custdata.ccode LEFT OUTER JOIN vendata ON vencuspay.vcode = vendata.vcode "
+        "where vencuspay.ptype = ");
+    statement += static_cast<int>(kind);
+    statement += Sql(" and vencuspay.[date] >= ") + quoted(period.from) +
+                 " and vencuspay.[date] <= " + quoted(period.to) + " order by vencuspay.pay_id";
     std::vector<VoucherEntry> list;
-    for (
-        const auto& row : connection.query(
-            Sql("select vencuspay.chkno, vencuspay.ztype, vencuspay.vcode, vencuspay.[date], vencuspay.quan, "
-                "vencuspay.[type], custdata.cname, vendata.vname from vencuspay LEFT OUTER JOIN custdata ON "
-                "vencuspay.vcode = custdata.ccode LEFT OUTER JOIN vendata ON vencuspay.vcode = vendata.vcode "
-                "where vencuspay.ptype = ") +
-            static_cast<int>(kind) + " and vencuspay.[date] >= " + quoted(from) +
-            " and vencuspay.[date] <= " + quoted(to) + " order by vencuspay.pay_id")) {
+    for (const auto& row : connection.query(statement)) {
         VoucherEntry entry;
-        entry.key.party_kind = static_cast<PartyKind>(row.integer("ztype"));
-        entry.key.party = row.integer("vcode");
-        entry.key.date = row.moment("date").date;
-        entry.key.amount = row.number("quan");
-        entry.key.number = row.text("chkno");
+        entry.key = {static_cast<PartyKind>(row.integer("ztype")), row.integer("vcode"),
+                     row.moment("date").date, row.number("quan"), row.text("chkno")};
         entry.method = static_cast<Method>(row.integer("type"));
         entry.party_name = row.text(entry.key.party_kind == PartyKind::vendor ? "vname" : "cname");
         list.push_back(std::move(entry));

@@ -31,6 +31,11 @@ constexpr bool raises_balance(VoucherKind kind, PartyKind party_kind, Method met
 common::Amount effect_on_balance(VoucherKind kind, PartyKind party_kind, Method method,
                                  common::Amount amount);
 
+// The same for the rows of customers in a statement; vouchers without a method count as cash.
+inline constexpr database::Fragment effect_on_customer =
+    "case when (ptype = 1 and isnull([type],1) <> 3) or (ptype <> 1 and isnull([type],1) = 3) then quan "
+    "else 0 - quan end";
+
 std::string method_name(Method method);
 
 // What finds a voucher again.
@@ -48,9 +53,14 @@ struct VoucherEntry {
     std::string party_name;
     Method method = Method::cash;
 };
+struct VoucherPeriod {
+    common::Date from;
+    common::Date to;
+};
+common::FormTable<VoucherPeriod> voucher_period_form();
 // The vouchers of a period, in the order of their internal numbers.
 std::vector<VoucherEntry> list_vouchers(database::Connection& connection, VoucherKind kind,
-                                        const common::Date& from, const common::Date& to);
+                                        const VoucherPeriod& period);
 
 // The highest number of the kind's vouchers plus 1. Numbers such as "A12" count as 0.
 std::string propose_number(database::Connection& connection, VoucherKind kind);

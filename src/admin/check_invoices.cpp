@@ -5,6 +5,7 @@
 #include <set>
 #include <tuple>
 
+#include "accounts/voucher_records.h"
 #include "admin/checks.h"
 #include "common/numbers.h"
 #include "common/text.h"
@@ -161,9 +162,8 @@ class InvoiceCheck {
                                    "isnull(pdis,0) else isnull(pdis,0) - ptot "
                                    "end) as total from sales where vcode <> -1 group by vcode"));
         const auto vouchers =
-            sums(connection_.query("select vcode,sum(case when ptype = 1 then quan else 0 - quan end) as "
-                                   "total from vencuspay where ztype = "
-                                   "2 or ztype = 3 group by vcode"));
+            sums(connection_.query(Sql("select vcode,sum(") + accounts::effect_on_customer +
+                                   ") as total from vencuspay where ztype = 2 or ztype = 3 group by vcode"));
         std::set<std::int64_t> suppliers;
         for (const auto& row : connection_.query("select distinct vcode from purchase")) {
             suppliers.insert(row.integer("vcode"));

@@ -59,8 +59,8 @@ std::optional<Refusal> check_missing(const FieldDescription& field, const FieldV
     return missing ? std::optional(Refusal(field.name, field.missing)) : std::nullopt;
 }
 
-std::optional<Refusal> check_form_of(const FieldDescription& field, const FieldValue& value,
-                                     const TextLimits& limits) {
+std::optional<Refusal> check_format(const FieldDescription& field, const FieldValue& value,
+                                    const TextLimits& limits) {
     if (std::holds_alternative<std::monostate>(value)) return std::nullopt;
     std::string_view wrong;
     switch (field.kind) {

@@ -19,8 +19,8 @@ Value cell_of(const common::FieldDescription& field, const common::FieldValue& v
 std::optional<common::Refusal> check_missing(const common::FieldDescription& field,
                                              const common::FieldValue& value);
 // Refuses a code, an amount or a date that is not one, and a text that is too long for its column.
-std::optional<common::Refusal> check_form_of(const common::FieldDescription& field,
-                                             const common::FieldValue& value, const TextLimits& limits);
+std::optional<common::Refusal> check_format(const common::FieldDescription& field,
+                                            const common::FieldValue& value, const TextLimits& limits);
 
 // Checks all fields, first for what is missing; returns the first refusal in the order of the table.
 template <typename Values>
@@ -30,7 +30,7 @@ std::optional<common::Refusal> check(common::FormTable<Values> table, const Valu
         if (auto refusal = check_missing(field.description, value_of(field, values))) return refusal;
     }
     for (const auto& field : table) {
-        if (auto refusal = check_form_of(field.description, value_of(field, values), limits)) return refusal;
+        if (auto refusal = check_format(field.description, value_of(field, values), limits)) return refusal;
     }
     return std::nullopt;
 }

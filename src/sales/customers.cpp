@@ -41,13 +41,6 @@ std::string account_name(Connection& connection, std::int64_t code) {
     return database::text_of(connection.scalar(Sql("select cname from custdata where ccode = ") + code));
 }
 
-std::optional<WalkInCustomer> find_walk_in(Connection& connection, std::int64_t code) {
-    const auto found = connection.query(Sql("select * from cust_cash where zcode = ") + code);
-    if (found.empty()) return std::nullopt;
-    const Row& row = found.front();
-    return WalkInCustomer{code, false, row.text("zname"), row.text("zphone"), row.text("zmail")};
-}
-
 void store_walk_in_customer(Connection& connection, WalkInCustomer& customer) {
     if (customer.is_new) choose_code(connection, customer);
     Recordset rows =

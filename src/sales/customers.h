@@ -1,7 +1,6 @@
 // The customers of an invoice as their tables name them.
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "database/connection.h"
@@ -11,8 +10,6 @@ namespace sales {
 
 // The name of an account customer; empty if he was deleted.
 std::string account_name(database::Connection& connection, std::int64_t code);
-// A walk-in customer by his code; nothing if he was deleted.
-std::optional<WalkInCustomer> find_walk_in(database::Connection& connection, std::int64_t code);
 
 // Adds a new customer under the proposed code, or under the next free one if another till has used that code
 // meanwhile. Writes name, phone and mail of a known customer. Afterwards the customer is a known one and has

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "accounts/cash_customer.h"
 #include "common/date_time.h"
 
 namespace sales {
@@ -105,14 +106,7 @@ struct CardPayment {
     std::string reference;  // ref_no
 };
 
-// A walk-in customer whose data were typed or chosen for this invoice.
-struct WalkInCustomer {
-    std::int64_t code = 0;
-    bool is_new = false;
-    std::string name;
-    std::string phone;
-    std::string mail;
-};
+using accounts::WalkInCustomer;
 
 struct Invoice {
     KindOption kind = KindOption::sale;

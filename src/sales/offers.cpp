@@ -64,7 +64,7 @@ Invoice invoice_of(Connection& connection, const stock::Offer& offer) {
     }
     if (offer.header.walk_in != 0) {
         const WalkInCustomer deleted{offer.header.walk_in, false, {}, {}, {}};
-        invoice.walk_in = find_walk_in(connection, offer.header.walk_in).value_or(deleted);
+        invoice.walk_in = accounts::find_walk_in(connection, offer.header.walk_in).value_or(deleted);
     }
     for (const stock::OfferLine& cells : offer.lines) {
         invoice.lines.push_back(Line::from_cells(cells));

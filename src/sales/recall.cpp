@@ -111,7 +111,8 @@ RecalledInvoice load_invoice(Connection& connection, const Row& header, bool num
     if (!header.null("inv_o")) invoice.original_number = header.integer("inv_o");
     if (invoice.payment == PaymentOption::account)
         invoice.customer_name = account_name(connection, invoice.customer);
-    if (!header.null("cust_c")) invoice.walk_in = find_walk_in(connection, header.integer("cust_c"));
+    if (!header.null("cust_c"))
+        invoice.walk_in = accounts::find_walk_in(connection, header.integer("cust_c"));
     invoice.lines = lines_of(connection, recalled, number_is_shared, lists);
     const double total = invoice.total();
     invoice.discount_percent = total == 0 ? 0 : header.number("pdis") * 100 / total;

@@ -13,7 +13,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "accounts/messages.h"
 #include "printing/report_printer.h"
 #include "signin/session.h"
 #include "ui/printing/reports.h"
@@ -216,9 +215,7 @@ void AccountStatementScreen::open(std::optional<std::int64_t> customer) {
     fill_choices(form_.list("statement_customer"), logic_.customers(), {});
     logic_.fields.customer = customer;
     form_.show(logic_.fields);
-    if (customer) {
-        if (const auto refusal = logic_.show()) form_.refuse(*refusal, context_.services.prompts);
-    }
+    if (customer) form_.accept(logic_.show(), context_.services.prompts);
     keep_shown();
     repaint_statement();
 }
@@ -248,14 +245,14 @@ void AccountStatementScreen::repaint_statement() {
     empty_->setVisible(!shown);
     if (shown) {
         table_->setCurrentIndex(model_->index(0, 0));
-        // Besides the movements there are the balances before and after them.
+        // Two of the rows are balances.
         note_->setText("عدد الحركات " + QString::number(logic_.rows().size() - 2));
     }
     for (QPushButton* output : outputs_)
         output->setEnabled(shown);
 }
 
-// What the columns have no room for, in full.
+// Shows in full what does not fit into its column.
 void AccountStatementScreen::show_row_text(int row) {
     QStringList texts;
     for (int column = StatementModel::description; column < model_->columnCount() && row >= 0; ++column) {
@@ -314,10 +311,10 @@ void AccountStatementScreen::take_focus() {
 
 bool AccountStatementScreen::eventFilter(QObject* watched, QEvent* event) {
     if (watched == table_ && event->type() == QEvent::KeyPress) {
-        // To the first and the last row, not to the first and the last column.
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Home || key == Qt::Key_End) {
-            // Not selectRow: from right to left it finds no column at the view's edge, and so no row.
+            // They lead to the first and the last row, not column. From right to left selectRow() would find
+            // no column at the edge of the view, and so no row.
             table_->setCurrentIndex(model_->index(key == Qt::Key_Home ? 0 : model_->rowCount() - 1, 0));
             return true;
         }

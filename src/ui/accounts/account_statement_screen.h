@@ -26,7 +26,7 @@ class StatementModel : public QAbstractTableModel {
     Q_OBJECT
   public:
     using QAbstractTableModel::QAbstractTableModel;
-    // Column of the description, which takes the room that is left.
+    // The column of the description, which is stretched.
     static constexpr int description = 4;
 
     void show(const std::vector<accounts::StatementRow>& rows);

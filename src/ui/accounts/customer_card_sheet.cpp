@@ -95,10 +95,7 @@ void CustomerCardSheet::connect_fields() {
 }
 
 bool CustomerCardSheet::open(accounts::CardMode mode, std::int64_t code) {
-    if (const auto refusal = logic_.open(mode, code)) {
-        form_.refuse(*refusal, context_.services.prompts);
-        return false;
-    }
+    if (!form_.accept(logic_.open(mode, code), context_.services.prompts)) return false;
     const bool viewing = mode == accounts::CardMode::view;
     form_.set_all_fixed(viewing);
     set_fixed(form_.field("customer_number"), mode != accounts::CardMode::add);
@@ -148,11 +145,7 @@ void CustomerCardSheet::step(int by) {
         const std::size_t to = at + static_cast<std::size_t>(by);  // below the first wraps beyond the last
         if (to >= all.size()) return;
         guarded(context_.services, "Customer", [&] {
-            if (const auto refusal = logic_.show(all[to].code)) {
-                form_.refuse(*refusal, context_.services.prompts);
-            } else {
-                show_card();
-            }
+            if (form_.accept(logic_.show(all[to].code), context_.services.prompts)) show_card();
         });
         return;
     }

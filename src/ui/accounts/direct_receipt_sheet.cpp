@@ -10,8 +10,9 @@
 
 #include "common/numbers.h"
 #include "common/typed.h"
+#include "printing/report_printer.h"
 #include "sales/sales_desk.h"
-#include "ui/accounts/print_voucher.h"
+#include "ui/accounts/voucher_sheet.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
@@ -105,7 +106,7 @@ void DirectReceiptSheet::save() {
 void DirectReceiptSheet::offer_paper(const accounts::PrintedVoucher& paper) {
     if (context_.services.prompts.question(std::string(direct_receipt_saved) + paper.number +
                                            std::string(print_it)))
-        print_voucher(context_, paper);
+        context_.reports.print_slip(report_of(paper, context_.session));
 }
 
 }  // namespace ui

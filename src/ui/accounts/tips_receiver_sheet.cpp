@@ -39,10 +39,7 @@ void TipsReceiverSheet::open_new() {
 }
 
 bool TipsReceiverSheet::open_edit(std::int64_t receiver) {
-    if (const auto refusal = logic_.open_edit(receiver)) {
-        form_.refuse(*refusal, context_.services.prompts);
-        return false;
-    }
+    if (!form_.accept(logic_.open_edit(receiver), context_.services.prompts)) return false;
     show_entry();
     return true;
 }

@@ -1,5 +1,6 @@
 #include "ui/accounts/voucher_list.h"
 
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -28,12 +29,12 @@ VoucherList::VoucherList(QWidget* host, const Context& context, accounts::Vouche
       kind_(kind) {
     setObjectName("voucher_list");
     set_card_width(820);
-    from_ = moment_field("vouchers_from");
-    to_ = moment_field("vouchers_to");
+    FieldGrid grid(2, 0);
+    grid.layout()->setHorizontalSpacing(px(10));
+    form_.add(accounts::voucher_period_form(), grid);
     auto* period = new QHBoxLayout;
     period->setSpacing(px(10));
-    period->addWidget(captioned("&من تاريخ", from_), 1);
-    period->addWidget(captioned("إ&لى تاريخ", to_), 1);
+    period->addLayout(grid.layout(), 2);
     auto* show_button = new QPushButton("عر&ض");
     show_button->setObjectName("vouchers_show");
     show_button->setFixedHeight(px(field_height));
@@ -51,17 +52,19 @@ VoucherList::VoucherList(QWidget* host, const Context& context, accounts::Vouche
              "main");
     foot_button(row, "vouchers_back", "&رجوع", 1, [this] { leave(0); });
     body()->addLayout(row);
-    enter_leads_on({from_, to_});
-    connect(to_, &QLineEdit::returnPressed, this, &VoucherList::show);
+    QLineEdit* from = form_.line("vouchers_from");
+    QLineEdit* to = form_.line("vouchers_to");
+    enter_leads_on({from, to});
+    connect(to, &QLineEdit::returnPressed, this, &VoucherList::show);
     connect(show_button, &QPushButton::clicked, this, &VoucherList::show);
     connect(table_, &ListTable::row_taken, this, &VoucherList::take);
-    connect(table_, &ListTable::left_upwards, from_, qOverload<>(&QWidget::setFocus));
+    connect(table_, &ListTable::left_upwards, from, qOverload<>(&QWidget::setFocus));
 }
 
 bool VoucherList::open() {
     const common::Date today = context_.services.clock.now().date;
-    from_->setText(qt(common::date_text(common::add_days(today, -days_shown))));
-    to_->setText(qt(common::date_text(today)));
+    period_ = {common::add_days(today, -days_shown), today};
+    form_.show(period_);
     return list();
 }
 
@@ -69,7 +72,7 @@ void VoucherList::take_focus() {
     if (table_->rowCount() > 0) {
         table_->setFocus();
     } else {
-        from_->setFocus();
+        form_.field("vouchers_from")->setFocus();
     }
 }
 
@@ -78,14 +81,11 @@ void VoucherList::show() {
 }
 
 bool VoucherList::list() {
-    const auto from = date_in(from_, context_.services.prompts);
-    if (!from) return false;
-    const auto to = date_in(to_, context_.services.prompts);
-    if (!to) return false;
-    const bool read = guarded(context_.services, "ListVouchers", [&] {
-        vouchers_ = accounts::list_vouchers(context_.connection, kind_, *from, *to);
-    });
-    if (!read) return false;
+    const auto read = [this]() -> std::optional<common::Refusal> {
+        vouchers_ = accounts::list_vouchers(context_.connection, kind_, period_);
+        return std::nullopt;
+    };
+    if (!form_.save(context_.services, "ListVouchers", period_, read)) return false;
     std::reverse(vouchers_.begin(), vouchers_.end());  // the latest first
     std::vector<QStringList> rows;
     rows.reserve(vouchers_.size());

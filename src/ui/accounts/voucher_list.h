@@ -5,10 +5,10 @@
 
 #include "accounts/voucher_records.h"
 #include "ui/widgets/context.h"
+#include "ui/widgets/form.h"
 #include "ui/widgets/sheet.h"
 
 class QLabel;
-class QLineEdit;
 
 namespace ui {
 
@@ -19,7 +19,7 @@ class VoucherList : public Sheet {
     Q_OBJECT
   public:
     VoucherList(QWidget* host, const Context& context, accounts::VoucherKind kind);
-    // Lists the vouchers of the last month; false when the database failed (the message has been shown).
+    // Lists the vouchers of the last month. Returns false after a message if the database failed.
     bool open();
     const accounts::VoucherKey& chosen() const { return chosen_; }
 
@@ -35,8 +35,8 @@ class VoucherList : public Sheet {
     accounts::VoucherKind kind_;
     std::vector<accounts::VoucherEntry> vouchers_;
     accounts::VoucherKey chosen_;
-    QLineEdit* from_;
-    QLineEdit* to_;
+    accounts::VoucherPeriod period_;
+    Form<accounts::VoucherPeriod> form_;
     ListTable* table_;
     QLabel* count_;
 };

@@ -11,7 +11,8 @@
 #include "common/numbers.h"
 #include "common/typed.h"
 #include "printing/receipt.h"
-#include "ui/accounts/print_voucher.h"
+#include "printing/report_printer.h"
+#include "signin/session.h"
 #include "ui/accounts/voucher_list.h"
 #include "ui/printing/reports.h"
 #include "ui/widgets/choices.h"
@@ -23,6 +24,26 @@ namespace ui {
 
 using accounts::Method;
 using accounts::PartyKind;
+
+printing::Report report_of(const accounts::PrintedVoucher& voucher, const signin::Session& session) {
+    printing::Report report = printing::headed("voucher", session);
+    report.title = voucher.title;
+    report.captions = {{"رقم الإيصال", voucher.number},
+                       {"التاريخ", common::date_text(voucher.date)},
+                       {"الاسم", voucher.party},
+                       {"طريقة الدفع", voucher.method}};
+    if (!voucher.place.empty()) report.captions.emplace_back("الخزينة أو البنك", voucher.place);
+    if (!voucher.note.empty()) report.captions.emplace_back("ملاحظات", voucher.note);
+    report.captions.emplace_back("المستخدم", session.user_name);
+    report.totals = {{"الرصيد قبل", voucher.balance_before.text()},
+                     {"المبلغ", voucher.amount.text()},
+                     {"الرصيد بعد", voucher.balance_after.text()}};
+    report.main_total = 1;
+    report.words = voucher.words;
+    report.signatures = {"المستلم", "الكاشير"};
+    report.paper = printing::Paper::a5;
+    return report;
+}
 
 VoucherSheet::VoucherSheet(QWidget* host, const Context& context, accounts::VoucherKind kind)
     : Sheet(host),
@@ -150,10 +171,7 @@ void VoucherSheet::open_new() {
 }
 
 bool VoucherSheet::open_edit(const accounts::VoucherKey& key) {
-    if (const auto refusal = logic_.open_edit(key)) {
-        form_.refuse(*refusal, context_.services.prompts);
-        return false;
-    }
+    if (!form_.accept(logic_.open_edit(key), context_.services.prompts)) return false;
     show_voucher();
     return true;
 }
@@ -226,8 +244,8 @@ void VoucherSheet::save() {
 
 void VoucherSheet::print(bool page) {
     if (!logic_.printed() || Sheet::top_of(window()) != this) return;
-    const bool printed =
-        page ? print_on_page(context_, *logic_.printed()) : print_voucher(context_, *logic_.printed());
+    const printing::Report report = report_of(*logic_.printed(), context_.session);
+    const bool printed = page ? context_.reports.print(report) : context_.reports.print_slip(report);
     if (printed) said_->setText(printed_text(context_));
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "accounts/voucher.h"
+#include "printing/report.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/form.h"
 #include "ui/widgets/sheet.h"
@@ -11,6 +12,8 @@ class QLineEdit;
 class QPushButton;
 
 namespace ui {
+
+printing::Report report_of(const accounts::PrintedVoucher& voucher, const signin::Session& session);
 
 // A saved voucher stays on the screen to be printed or corrected until a new one is begun.
 class VoucherSheet : public Sheet {

@@ -87,7 +87,7 @@ void WalkInSheet::take_focus() {
 
 void WalkInSheet::show_results() {
     std::vector<QStringList> rows;
-    for (const accounts::WalkIn& found : logic_.results()) {
+    for (const accounts::WalkInCustomer& found : logic_.results()) {
         rows.push_back({qt(found.name), "\u200e" + qt(found.phone), "\u200e" + qt(found.mail),
                         "\u200e" + QString::number(found.code)});
     }
@@ -122,9 +122,7 @@ void WalkInSheet::confirm() {
     if (Sheet::top_of(window()) != this) return;
     if (!form_.save(context_.services, "ChooseWalkIn", logic_.fields, [this] { return logic_.confirm(); }))
         return;
-    const accounts::WalkIn& customer = logic_.confirmed();
-    desk_.header().choose_walk_in(
-        sales::WalkInCustomer{customer.code, customer.is_new, customer.name, customer.phone, customer.mail});
+    desk_.header().choose_walk_in(logic_.confirmed());
     leave(1);
 }
 

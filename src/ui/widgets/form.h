@@ -38,6 +38,11 @@ class FormFields {
     void enlarge(std::string_view name);
     // Shows why the form was refused, then moves the focus to the field at fault.
     void refuse(const common::Refusal& refusal, common::Prompts& prompts) const;
+    // The same for an action that was perhaps refused; returns true if it was not.
+    bool accept(const std::optional<common::Refusal>& refusal, common::Prompts& prompts) const {
+        if (refusal) refuse(*refusal, prompts);
+        return !refusal;
+    }
 
   protected:
     void build(const common::FieldDescription& description, FieldGrid& grid);
@@ -112,8 +117,7 @@ class Form : public FormFields {
             refusal = save();
             if (refusal) show_corrected(typed, values);
         });
-        if (refusal) refuse(*refusal, services.prompts);
-        return ended && !refusal;
+        return accept(refusal, services.prompts) && ended;
     }
 
   private:
