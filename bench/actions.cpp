@@ -27,7 +27,7 @@ struct Action {
     int rounds;
     std::function<Runner(Scene&)> ours;
     std::function<Runner(Scene&)> by_hand = {};
-    // Throws when ours and by hand came to different results.
+    // Throws if the program and the work by hand came to different results.
     std::function<void(Scene&)> agree = {};
     Judged judged = Judged::median;
     std::optional<double> ratio_budget = std::nullopt;
@@ -37,7 +37,7 @@ Runner timed(std::function<void()> work, std::function<void()> prepare = {}) {
     return {[work = std::move(work)] { return milliseconds(work); }, std::move(prepare)};
 }
 
-// Starts the till itself on the shop; it ends as soon as its sign-in screen is painted.
+// Starts the real till on the shop; it ends as soon as its sign-in screen is painted.
 void start_till(const fs::path& program, const fs::path& home) {
     const pid_t child = fork();
     if (child == 0) {
@@ -69,23 +69,23 @@ Runner ring_up(Scene& s) {
 }
 
 Runner ring_up_by_hand(Scene& s) {
-    // The sale period is looked up once an invoice, as ours does for its first of 40 lines.
+    // The sale period is looked up once per invoice, as the program does for the first of 40 lines.
     return timed([&s] {
         s.sale.enter(rung_up_code(s.sizes, s.entered_by_hand), s.entered_by_hand % 40 == 0);
         ++s.entered_by_hand;
     });
 }
 
-// What the save before this one left to the disk is no part of it. Before the items are rung up: right before
-// a save it would be the processor's waking up that is measured.
-void let_the_disk_rest() {
+// Waits, so that the disk work of the save before is not measured as well. This happens before the items are
+// rung up: right before a save the waking up of the processor would be measured.
+void wait_for_disk() {
     std::this_thread::sleep_for(std::chrono::milliseconds(15));
 }
 
 Runner save(Scene& s) {
     return timed([&s] { s.till.save(); },
                  [&s] {
-                     let_the_disk_rest();
+                     wait_for_disk();
                      if (!s.till.screen().invoice().lines.empty()) s.till.screen().clear();
                      s.till.ring_up(s.sold, 20);
                      s.sold += 20;
@@ -97,7 +97,7 @@ Runner save_by_hand(Scene& s) {
     return timed(
         [&s] { s.sale.save(s.lines_by_hand); },
         [&s] {
-            let_the_disk_rest();
+            wait_for_disk();
             s.lines_by_hand.clear();
             for (int i = 0; i < 20; ++i)
                 s.lines_by_hand.push_back(s.sale.enter(rung_up_code(s.sizes, s.sold_by_hand++), i == 0));

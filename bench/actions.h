@@ -1,4 +1,4 @@
-// What is measured: every action of the table, ours and by hand.
+// What is measured: every action of the table, by the program and by hand.
 #pragma once
 
 #include <filesystem>
@@ -12,12 +12,12 @@ namespace bench {
 
 struct Wanted {
     std::filesystem::path till;  // the program whose start is measured
-    std::string only;            // measures the actions whose name contains this; all when empty
-    double rounds = 1;           // times the usual rounds
+    std::string only;            // measures the actions whose name contains this; empty for all
+    double rounds = 1;           // factor for the usual number of rounds
 };
 
-// Measures on the copies of the full shop and of the tenth, prints what it is at, and throws when ours and
-// the work by hand come to different results.
+// Measures on the copies of the full shop and of the tenth, and prints its progress. Throws if the program
+// and the work by hand come to different results.
 std::vector<Timing> measure_actions(const Wanted& wanted, const Copies& full, const Sizes& full_sizes,
                                     const Copies& tenth, const Sizes& tenth_sizes);
 

@@ -16,12 +16,12 @@ double two_decimals(double amount) {
     return std::round(amount * 100) / 100;
 }
 
-// Conditions on the moment of a row, date and time of day together. ?1 is the drawer, ?2 and ?3 are moments
-// or days.
+// Conditions on the moment of a row, its date and time of day together. ?1 is the drawer, ?2 and ?3 are
+// moments or days.
 std::string moment_of(const std::string& date) {
     return date + " + ifnull(time_ % 86400000, 0)";
 }
-// Days that are over need no look at the time.
+// Past days need no check of the time.
 std::string before(const std::string& date) {
     return fmt::format("({} < ?2 - ?2 % 86400000 or {} < ?2)", date, moment_of(date));
 }
@@ -70,7 +70,7 @@ std::string counts(When when) {
     return "select sum(aml) from mor_les where stcode = 1 and ptype = ?1 and " + when("date");
 }
 
-// For account invoices of a day: left to itself SQLite reads all invoices of the drawer.
+// For account invoices of a day: without this SQLite reads all invoices of the drawer.
 constexpr const char* by_day = "indexed by \"sales.sales_day\"";
 constexpr const char* sold = "vcode = -1 and ctype in (0, 1)";
 constexpr const char* sold_but_card = "vcode = -1 and ctype in (0, 1) and stype <> 1";

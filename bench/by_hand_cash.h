@@ -10,9 +10,9 @@
 
 namespace bench {
 
-// Reads what the program reads, sum by sum, each in a statement of its own: its statements are given, so a
-// single pass over the invoices for several sums would not be the same work. Every sum runs on the same
-// index as the program's and is told the bounds of its days, where it has any.
+// Reads what the program reads, each sum by a statement of its own. The program's statements are given, so a
+// single pass over the invoices for several sums would not be the same work. Every sum uses the same index as
+// the program's, with the bounds of its days if it has any.
 class HandCash {
   public:
     explicit HandCash(HandEngine& engine);
@@ -20,7 +20,7 @@ class HandCash {
     struct Position {
         double position = 0, card_sales = 0, uncollected = 0;
     };
-    // Every drawer of store 1: its position before a moment, its figures after the start up to the moment.
+    // For every drawer of store 1: its position before a moment, its figures from the start up to the moment.
     std::vector<Position> positions(const common::Moment& start, const common::Moment& until);
 
     struct JournalLine {
@@ -36,7 +36,7 @@ class HandCash {
         std::vector<JournalLine> journal;
         std::int64_t strays = 0;
     };
-    // Every drawer of store 1, and the journal of the store.
+    // For every drawer of store 1, with the journal of the store.
     Statement statement(const common::Date& day);
 
   private:

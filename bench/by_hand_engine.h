@@ -1,4 +1,4 @@
-// SQLite as one would use it by hand: statements prepared once, values bound, columns read by number.
+// SQLite used by hand: statements prepared once, values bound, columns read by number.
 #pragma once
 
 #include <sqlite3.h>
@@ -23,7 +23,7 @@ class HandEngine {
 
     sqlite3_stmt* prepare(const std::string& text);
     void run(const char* statements);
-    // Brings the log to the disk, as the program does at the end of an action that wrote.
+    // Syncs the log to the disk, as the program does after an action that wrote.
     void make_durable();
     int changes() const { return sqlite3_changes(db_); }
 
@@ -36,7 +36,7 @@ class HandEngine {
 };
 
 // A statement with its values bound, run to its first row; reset at the end of its scope. Texts are not
-// copied: they must live as long.
+// copied, so they must live as long.
 class HandRun {
   public:
     template <typename... Values>

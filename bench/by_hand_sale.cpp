@@ -82,7 +82,7 @@ HandLine HandSale::enter(const std::string& code, bool first) {
 
 std::vector<HandSale::Found> HandSale::search(const std::string& prefix) {
     std::vector<Found> list;
-    const std::string end = prefix + "\xf4\x8f\xbf\xbf";  // the last character that there is
+    const std::string end = prefix + "\xf4\x8f\xbf\xbf";  // the last character of Unicode
     for (HandRun row(found_, prefix, end); row.row(); row.next()) {
         Found found;
         found.code = row.whole(0);

@@ -16,15 +16,16 @@ struct HandLine {
     int unit = 1;
 };
 
-// Does what the till does with the file, and nothing around it: it reads the columns that are used where the
-// program's statements read all, makes no receipt, and knows one kind of sale.
+// Does what the till does with the file and nothing else. It reads only the columns that are used, makes no
+// receipt, and knows one kind of sale.
 class HandSale {
   public:
-    // Its log lines go to `log`, opened and closed for each as the program does.
+    // Log lines go to `log`, which is opened and closed for each, as in the program.
     HandSale(HandEngine& engine, std::filesystem::path log);
 
-    // A code or barcode to a line: the barcode, the card with the price of a sale period, the stock for the
-    // check, the balance and the display, the batches; the sale period before the first line of an invoice.
+    // Reads what turns a code or barcode into a line: the barcode, the item with the price of a sale period,
+    // the stock for the check, the balance and the display, the batches; before the first line also the sale
+    // period.
     HandLine enter(const std::string& code, bool first);
 
     struct Found {
@@ -33,13 +34,13 @@ class HandSale {
         double stock = 0;
         double prices[6] = {};
     };
-    // The items whose name begins with a text, in the order of their names, with their stock and prices.
+    // Finds the items whose name begins with a text, ordered by name, with their stock and prices.
     std::vector<Found> search(const std::string& prefix);
 
-    // A cash sale, statement by statement without a transaction, as the program must write it. Read: the last
-    // shift, the stock of each line, the number, the settings, the batches of each line. Written, each in a
-    // commit of its own: the header, the lines, batch by batch what is taken. Then one sync, and what the
-    // next invoice needs.
+    // Saves a cash sale, statement by statement without a transaction, as the program must. It reads the last
+    // shift, the stock of each line, the number, the settings and the batches of each line. It writes the
+    // header, the lines and the batches, each in a commit of its own. Then one sync, and what the next
+    // invoice needs.
     void save(const std::vector<HandLine>& lines);
 
   private:

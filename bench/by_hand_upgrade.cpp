@@ -12,7 +12,7 @@ namespace bench {
 
 namespace {
 
-// The next word of a statement in lower case: a name without its brackets, or what stands between blanks.
+// The next word of a statement in lower case: a name without its brackets, or the text up to the next blank.
 std::string next_word(std::string_view& text) {
     const auto ends = [](char c) { return c == ' ' || c == '(' || c == ',' || c == '\n'; };
     while (!text.empty() && ends(text.front()))

@@ -10,8 +10,7 @@ namespace bench {
 
 class Copies {
   public:
-    // Copies `shop` under `folder` and brings the copies to the disk, so that no write-back disturbs what
-    // comes after.
+    // Copies `shop` under `folder` and syncs the copies, so that no write-back disturbs the measurements.
     Copies(const std::filesystem::path& folder, const std::filesystem::path& shop, const Sizes& sizes);
     ~Copies();
     Copies(const Copies&) = delete;
@@ -22,8 +21,8 @@ class Copies {
     std::filesystem::path by_hand() const { return root_ / "by_hand.db"; }
     std::filesystem::path by_hand_log() const { return root_ / "by_hand.log"; }
 
-    // Compares the invoices that were added to both, with their lines, and all stock, row by row. Throws
-    // std::runtime_error naming the table that differs, and when nothing was added.
+    // Compares the invoices that were added to both, their lines, and all stock, row by row. Throws
+    // std::runtime_error, which names the table, if they differ, and if nothing was added.
     void compare_work() const;
 
   private:

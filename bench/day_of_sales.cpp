@@ -36,7 +36,7 @@ double resident_megabytes() {
     throw std::runtime_error("the system does not tell the memory of a process");
 }
 
-// Types at the till's windows, key by key, and goes on when the till has taken them.
+// Sends keys to the till's windows one by one, and continues when the till has handled them.
 class Cashier final : public QObject {
   public:
     Cashier(const Sizes& sizes, int sales, int step) : sizes_(sizes), sales_(sales), step_(step) {
@@ -48,11 +48,11 @@ class Cashier final : public QObject {
     struct Key {
         int key;
         QString text;
-        quint64 after;  // milliseconds, as the till's clock for keys sees them
+        quint64 after;  // milliseconds in the timestamps of the keys
     };
 
-    // A timer of its own for each key, started before the key is sent: the key may open a sheet, which runs a
-    // loop of its own. Not a posted event: Qt keeps all of those for as long as each one posts another.
+    // Each key has its own timer, started before the key is sent, because the key may open a sheet that runs
+    // its own loop. Posted events would not do: Qt keeps all of them as long as each one posts another.
     void timerEvent(QTimerEvent*) override {
         killTimer(timer_);
         timer_ = startTimer(0);

@@ -1,4 +1,4 @@
-// Many rows at a time into a shop.
+// Inserts many rows into a shop.
 #pragma once
 
 #include <functional>
@@ -20,12 +20,12 @@ inline database::Value text(std::string value) {
 inline database::Value day(const common::Moment& moment) {
     return database::Value(common::Moment{moment.date, {}});
 }
-// Times of day stand on the server's day zero.
+// Times of day have the server's day zero as their date.
 inline database::Value time_of(const common::Moment& moment) {
     return database::Value(common::Moment{{1900, 1, 1}, moment.time});
 }
 
-// Inserts the rows 1 to `count`, so many to a transaction.
+// Inserts the rows 1 to `count`, a fixed number in each transaction.
 inline void fill(database::Connection& connection, database::Fragment insert, std::int64_t count,
                  const std::function<Cells(std::int64_t)>& row) {
     constexpr int rows_per_transaction = 20'000;

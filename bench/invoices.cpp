@@ -6,8 +6,8 @@ namespace bench {
 
 namespace {
 
-// The moment of the n-th of so many events, from 8:00 to 22:00 of each day; the last day ends at noon, when
-// the shop is measured.
+// The moment of one of the events, which are spread from 8:00 to 22:00 of each day; the last day ends at
+// noon, when the shop is measured.
 common::Moment moment_of(std::int64_t n, std::int64_t of) {
     constexpr std::int64_t open = 14 * 3600;
     constexpr std::int64_t all = (Sizes::days - 1) * open + 4 * 3600;
@@ -21,7 +21,7 @@ int drawer_of(std::uint32_t choice) {
     return 1 + static_cast<int>(choice % static_cast<std::uint32_t>(Sizes::drawers));
 }
 
-// Pairs of invoices have ten lines, so that there are five to an invoice.
+// Two invoices together have ten lines, so the average is five.
 int lines_of(std::int64_t number) {
     const int of_first = 1 + static_cast<int>(noise(static_cast<std::uint64_t>(number + 1) / 2 + 99) % 9);
     return number % 2 == 1 ? of_first : 10 - of_first;

@@ -16,19 +16,19 @@ struct SoldLine {
 };
 
 struct SoldInvoice {
-    std::int64_t number;  // of its series: walk-in sales, account sales, returns
+    std::int64_t number;  // in its series: walk-in sales, account sales, returns
     common::Moment moment;
     int ctype;  // 5 in 100 are returns (2)
     int stype;  // 10 in 100 by card (1), 2 tips (2), 1 coupons (3), 1 telephone orders not collected yet (4)
     int vcode;  // 10 in 100 on account, the others -1
     int drawer;
     int shift;
-    double disboun;  // what is taken off for tips and coupons
+    double disboun;  // deducted for tips and coupons
     std::vector<SoldLine> lines;
     double total() const;
 };
 
-// Makes the invoices in the order of their time.
+// Makes the invoices ordered by time.
 class InvoiceMaker {
   public:
     explicit InvoiceMaker(const Sizes& sizes) : sizes_(sizes) {}
@@ -48,7 +48,7 @@ struct Movement {  // a voucher, bank row, cash in or out, expense, transfer or 
 };
 Movement movement(const Sizes& sizes, std::int64_t number);
 
-// The shift of a day: a drawer has one each day, numbered from 1, from 8:00 to 22:00.
+// The shift of a day: each drawer has one per day, numbered from 1, from 8:00 to 22:00.
 inline int shift_of(const common::Date& day) {
     return Sizes::days - static_cast<int>(common::days_from_epoch(last_day) - common::days_from_epoch(day));
 }

@@ -12,7 +12,7 @@ namespace bench {
 
 namespace {
 
-// What stands behind a word and a mark in a file of the system's; empty when there is none.
+// The value after "word:" in a file of the system; empty if there is none.
 std::string told(const char* file, const std::string& word, char mark) {
     std::ifstream stream(file);
     for (std::string line; std::getline(stream, line);) {

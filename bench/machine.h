@@ -1,4 +1,4 @@
-// What the figures were taken on, without the machine's name.
+// The machine that was measured, without its name.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace bench {
 
-// Processor, cores, memory, system, compiler, SQLite and Qt, one line each; what the system does not tell is
+// Processor, cores, memory, system, compiler, SQLite and Qt, one line each. What the system does not tell is
 // left out.
 std::vector<std::string> describe_machine();
 

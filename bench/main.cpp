@@ -24,7 +24,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr double most_megabytes = 120;
-// MB over 1,000 sales: a sale that leaves a line of itself behind takes more.
+// MB over 1,000 sales; a sale that leaks one line takes more.
 constexpr double most_growth = 1;
 
 struct Options {

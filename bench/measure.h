@@ -1,4 +1,4 @@
-// Taking times: ours and the work by hand in turn, on the full shop and on a tenth of it.
+// Measures times: the program's and those by hand in turn.
 #pragma once
 
 #include <chrono>
@@ -8,18 +8,18 @@
 
 namespace bench {
 
-using Samples = std::vector<double>;  // milliseconds, or whatever was measured
+using Samples = std::vector<double>;  // milliseconds or another measured unit
 
-// The value below which so great a share of the samples lies (nearest rank); 0 of none.
+// The value below which that share of the samples lies (nearest rank); 0 if there are none.
 double percentile(Samples samples, double share);
 inline double median(const Samples& samples) {
     return percentile(samples, 0.5);
 }
 
-// How much a value grows with each step, by the straight line that fits best.
+// The slope of the straight line that fits best.
 double slope_per_step(const Samples& values);
 
-// One of several that take turns. `run` returns the milliseconds it took.
+// One of several that are measured in turn. `run` returns the milliseconds it took.
 struct Runner {
     std::function<double()> run;
     std::function<void()> prepare = {};  // before each round, not timed
@@ -31,8 +31,8 @@ inline double milliseconds(const std::function<void()>& work) {
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
-// Lets each run once in a round, in an order that goes round as well, so that whatever else the machine does
-// meets all of them alike. One round before the first is not counted. Samples by runner.
+// Runs each of them once per round, in rotating order, so that other load on the machine affects all of them
+// alike. An extra first round is not counted. Returns the samples of each runner.
 std::vector<Samples> take_turns(const std::vector<Runner>& runners, int rounds);
 
 }  // namespace bench

@@ -11,7 +11,7 @@ namespace {
 
 using database::Connection;
 
-// A row of each drawer for each day, numbered from 1.
+// A row per drawer and day, numbered from 1.
 struct DrawerDay {
     explicit DrawerDay(std::int64_t number)
         : drawer(1 + (number - 1) % Sizes::drawers),
@@ -38,11 +38,11 @@ void fill_shifts(Connection& connection) {
 }
 
 void fill_day_ends(Connection& connection, const Sizes& sizes) {
-    // About what a drawer takes on a day.
+    // Roughly the cash that a drawer takes in a day.
     const double taken = 900.0 * sizes.invoices / static_cast<double>(drawer_days);
     const common::Moment evening{last_day, {22, 0, 0, 0}};
     const std::int64_t ended = drawer_days - Sizes::drawers;
-    // The main drawer takes what the others have.
+    // The main drawer gets the cash of the others.
     constexpr std::int64_t givers = Sizes::drawers - 1;
     fill(connection,
          "insert into cach_t (cnum,cdate,caml,cfr,cto,cash_nf,cash_nt,user_c,time_) values "

@@ -6,8 +6,8 @@
 
 namespace bench {
 
-// A shift of each drawer for each day, the last ones open; vouchers, bank rows, cash in and out and expenses,
-// one of each for every 100 invoices; a transfer to the main drawer and a count of every drawer on every day.
+// Adds a shift of each drawer per day, the last ones still open; a voucher, bank row, cash in or out and
+// expense for every 100 invoices; and on every day a transfer to the main drawer and a count of every drawer.
 void fill_movements(database::Connection& connection, const Sizes& sizes);
 
 }  // namespace bench

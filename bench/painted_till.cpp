@@ -30,7 +30,7 @@ class NoReports final : public printing::ReportPrinter {
     bool save_csv(const printing::Report&, const std::filesystem::path&) override { return true; }
 };
 
-// Sees whether a list was painted.
+// Notices when a list is painted.
 class PaintWatch final : public QObject {
   public:
     explicit PaintWatch(QAbstractScrollArea* list) : list_(list->viewport()) {
@@ -81,8 +81,7 @@ struct PaintedTill::Parts {
         if (entry == nullptr || lines == nullptr)
             throw std::runtime_error("the sales screen has no entry field or no lines");
     }
-    // What has changed is laid out and painted into the window's memory now, without the wait for the next
-    // frame.
+    // Lays out and paints all changes into the window's memory at once, without waiting for the next frame.
     void paint() {
         QCoreApplication::sendPostedEvents();
         QEvent frame(QEvent::UpdateRequest);
@@ -123,7 +122,7 @@ double PaintedTill::search_and_paint(const std::string& name) {
     parts_->entry->setFocus();
     double taken = -1;
     std::optional<PaintWatch> watch;
-    // The panel runs a loop of its own until it is left.
+    // The panel runs its own loop until it is closed.
     QTimer::singleShot(0, &screen, [&] {
         ui::Sheet* panel = ui::Sheet::top_of(&screen);
         auto* field = panel == nullptr ? nullptr : panel->findChild<QLineEdit*>("search_name");

@@ -15,10 +15,10 @@ class PaintedTill {
 
     // Types the next code into the entry field, on an invoice of at most 40 lines; not timed.
     void type_code();
-    // Enter, and everything up to the painted line.
+    // Presses Enter and waits for the painted line.
     void enter_and_paint();
-    // Opens the search panel, types a name, and gives the milliseconds from the key that asks for the list to
-    // the painted list. The pause that the panel makes while one goes on typing is no part of it.
+    // Opens the search panel and types a name. Returns the milliseconds from the key that starts the search
+    // to the painted list, without the pause in which the panel waits for further typing.
     double search_and_paint(const std::string& name);
 
   private:

@@ -8,7 +8,7 @@ namespace bench {
 
 namespace {
 
-// Three digits are what such a figure is worth.
+// Such a figure has three significant digits.
 std::string figure_text(double value) {
     if (value >= 100) return fmt::format("{:.0f}", value);
     if (value >= 10) return fmt::format("{:.1f}", value);
@@ -57,7 +57,7 @@ std::vector<Line> lines_of(const Report& report) {
     return lines;
 }
 
-// Letters, whatever they take in UTF-8.
+// Counts letters, not bytes.
 std::size_t width_of(const std::string& text) {
     return static_cast<std::size_t>(
         std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));

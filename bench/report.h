@@ -1,4 +1,4 @@
-// The rows of the report: what was measured, its budget and whether that was kept; as a table and as a page.
+// The rows of the report, as a table and as a page: what was measured, its budget, and whether it was met.
 #pragma once
 
 #include <optional>
@@ -16,18 +16,18 @@ struct Timing {
     std::string name;
     std::optional<double> budget_ms;  // none for an action that is part of one with a budget
     Judged judged = Judged::median;
-    std::optional<double> ratio_budget;  // of the medians, ours to by hand
-    Samples ours, by_hand;               // on the full shop; by hand may be none
+    std::optional<double> ratio_budget;  // of the medians, program to by hand
+    Samples ours, by_hand;               // on the full shop; by hand may be empty
     Samples ours_tenth, by_hand_tenth;
 
-    double figure() const;  // the one that is judged
+    double figure() const;  // the one that is compared with the budget
     std::optional<double> ratio() const;
-    // The median on the full shop in medians on a tenth of it.
+    // The median on the full shop divided by the median on a tenth of it.
     std::optional<double> growth() const;
     bool met() const;
 };
 
-// A figure that is no time.
+// A figure other than a time.
 struct Reading {
     std::string name, unit;
     double budget = 0;
@@ -38,14 +38,14 @@ struct Reading {
 struct Report {
     std::vector<Timing> timings;
     std::vector<Reading> readings;
-    // Resident memory in MB, and after how many sales.
+    // Resident memory in MB by the number of sales.
     std::vector<std::pair<int, double>> memory;
-    // What the machine is and what the shops hold, one line each.
+    // The machine and the contents of the shops, one line each.
     std::vector<std::string> machine, shops;
-    // Budgets hold for the full data set alone.
+    // Budgets apply only to the full data set.
     bool judged = true;
 
-    // The names of what missed its budget.
+    // The names of the rows that missed their budget.
     std::vector<std::string> missed() const;
     std::string table() const;     // for a terminal
     std::string document() const;  // docs/performance.md

@@ -1,4 +1,4 @@
-// Everything that the measured actions work with, on one shop.
+// Everything that the measured actions need on one shop.
 #pragma once
 
 #include <vector>
@@ -40,10 +40,10 @@ struct Scene {
     cash::CashPosition position;
     cash::DailyStatement statement;
 
-    // The next item that is rung up, ours and by hand: both sell the same.
+    // The next item that is rung up; the program and the work by hand sell the same ones.
     std::int64_t entered = 0, entered_by_hand = 0, sold = 0, sold_by_hand = 0;
     std::vector<HandLine> lines_by_hand;
-    // What the last round found.
+    // The result of the last round.
     std::size_t found = 0, found_by_hand = 0;
     std::vector<HandCash::Position> positions_by_hand;
     HandCash::Statement statement_by_hand;

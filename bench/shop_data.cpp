@@ -27,8 +27,8 @@ using database::Sql;
 
 namespace {
 
-// Raised whenever the rows change. It and the schema are part of a kept file's name, so that one of other
-// rows or other indexes is not measured.
+// Raise it when the rows change. It is part of a kept file's name, as is the schema, so that an outdated file
+// is not measured.
 constexpr int edition = 3;
 
 std::uint32_t schema_mark() {
@@ -110,13 +110,13 @@ void fill_goods(Connection& connection, const Sizes& sizes) {
                                       30 + static_cast<long>(batch) * 90 +
                                           static_cast<long>(noise(static_cast<std::uint64_t>(number)) % 60)),
                      {}}),
-                 // Now and then the older batch is sold out.
+                 // Every tenth item has sold out its older batch.
                  batch == 0 && number % 10 == 0 ? 0.0
                                                 : 60.0 + noise(static_cast<std::uint64_t>(number) + 5) % 240};
          });
 }
 
-void fill_invoices(Connection& connection, const Sizes& sizes) {
+void fill_headers(Connection& connection, const Sizes& sizes) {
     InvoiceMaker headers(sizes);
     fill(connection,
          "insert into sales "
@@ -147,8 +147,11 @@ void fill_invoices(Connection& connection, const Sizes& sizes) {
                                                : none,
                           invoice.stype == 2 ? whole(1 + order % 5) : none};
          });
-    InvoiceMaker again(sizes);
-    SoldInvoice invoice = again.next();
+}
+
+void fill_lines(Connection& connection, const Sizes& sizes) {
+    InvoiceMaker invoices(sizes);
+    SoldInvoice invoice = invoices.next();
     std::size_t at = 0;
     fill(
         connection,
@@ -157,7 +160,7 @@ void fill_invoices(Connection& connection, const Sizes& sizes) {
         "time_,inv_type) values (?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
         sizes.lines(), [&](std::int64_t) {
             if (at == invoice.lines.size()) {
-                invoice = again.next();
+                invoice = invoices.next();
                 at = 0;
             }
             const SoldLine& line = invoice.lines[at++];
@@ -190,13 +193,14 @@ void make_shop(const fs::path& file, const Sizes& sizes) {
     database::run_upgrade_list(*connection);
     fill_lists(*connection);
     fill_goods(*connection, sizes);
-    fill_invoices(*connection, sizes);
+    fill_headers(*connection, sizes);
+    fill_lines(*connection, sizes);
     fill_movements(*connection, sizes);
     database::run_upgrade_list(*connection);
     connection->make_durable();
 }
 
-// Two runs at a time make a shop once.
+// Two runs at the same time make a shop only once.
 class Alone {
   public:
     explicit Alone(const fs::path& folder)
@@ -212,7 +216,7 @@ class Alone {
     int lock_;
 };
 
-// Files of an earlier edition or schema.
+// Removes files of an earlier edition or schema.
 void remove_older(const fs::path& folder, const std::string& name) {
     std::vector<fs::path> older;
     for (const auto& entry : fs::directory_iterator(folder))

@@ -1,4 +1,4 @@
-// The shop that is measured: made once per size and kept, since making it takes minutes.
+// The shop that is measured. It is made once per size and kept, because making it takes minutes.
 #pragma once
 
 #include <filesystem>
@@ -8,14 +8,14 @@
 
 namespace bench {
 
-// What a shop file really holds.
+// The contents of a shop file.
 struct Counted {
     std::int64_t items = 0, stock_rows = 0, invoices = 0, lines = 0;
     double megabytes = 0;
 };
 
-// The shop file of the given size under `folder`, made when it is missing or was left half-made. Its rows are
-// the same on every machine. Throws std::runtime_error when a kept file does not hold what it should.
+// Returns the shop file of the given size under `folder`, and makes it if it is missing or unfinished. Its
+// rows are the same on every machine. Throws std::runtime_error if a kept file has other contents.
 std::filesystem::path shop_of(const std::filesystem::path& folder, const Sizes& sizes);
 
 Counted count_rows(const std::filesystem::path& shop);

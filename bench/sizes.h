@@ -1,4 +1,4 @@
-// How large the measured shop is, and the day it is measured on.
+// The size of the measured shop, and the day on which it is measured.
 #pragma once
 
 #include <algorithm>
@@ -10,8 +10,8 @@ namespace bench {
 
 inline constexpr common::Date last_day{2026, 11, 21};
 
-// Everything follows from the number of invoices. They fill two years of days up to `last_day`, so that a
-// smaller shop is one that sells less a day.
+// All sizes depend on the number of invoices. They are spread over the two years up to `last_day`, so a
+// smaller shop sells less per day.
 struct Sizes {
     int invoices = full_invoices;
 
@@ -22,11 +22,11 @@ struct Sizes {
 
     int items() const { return std::max(100, invoices / 10); }
     int stock_rows() const { return items() * 3; }  // two batches in store 1, one in store 2
-    int lines() const { return invoices * 5; }      // 1 to 9 an invoice
+    int lines() const { return invoices * 5; }      // 1 to 9 per invoice
     int movements() const { return std::max(drawers, invoices / 100); }  // of each kind: vouchers, bank, ...
 };
 
-// A fixed mixing of a number: reproducible noise, the same on every machine.
+// A hash of a number: reproducible noise, the same on every machine.
 constexpr std::uint32_t noise(std::uint64_t number) {
     number = (number ^ (number >> 33U)) * 0xff51afd7ed558ccdULL;
     number = (number ^ (number >> 33U)) * 0xc4ceb9fe1a85ec53ULL;

@@ -1,4 +1,4 @@
-// A till on the measured shop, without a face, a printer or anybody to ask.
+// A till on the measured shop without screens and printer.
 #pragma once
 
 #include <filesystem>
@@ -15,13 +15,13 @@
 
 namespace bench {
 
-// It is always noon of the last day; ports take everything.
+// It is always noon of the last day; all ports work.
 class NobodyThere final : public common::Prompts,
                           public common::Devices,
                           public common::Clock,
                           public printing::ReceiptPrinter {
   public:
-    // A message means that the measured road was left: the figure would be worthless. Says it and throws.
+    // A message means that the action failed and the figure would be worthless. Prints it and throws.
     void message(std::string_view text, common::Icon icon) override;
     bool question(std::string_view text, common::Icon icon) override;
     bool write_port(std::string_view, std::string_view) override { return true; }
@@ -37,7 +37,7 @@ std::string rung_up_code(const Sizes& sizes, std::int64_t n);
 
 class Till {
   public:
-    // On "shop.db" in a home folder, whose log it writes.
+    // Opens "shop.db" in a home folder and writes the log there.
     Till(const std::filesystem::path& home, const Sizes& sizes);
 
     database::Connection& connection() { return *connection_; }
@@ -47,9 +47,9 @@ class Till {
     sales::SalesScreen& screen() { return *screen_; }
     const Sizes& sizes() const { return sizes_; }
 
-    // Rings up so many different items, from the n-th on.
+    // Rings up that many different items from the n-th on.
     void ring_up(std::int64_t n, int lines);
-    // F1: the payment is asked for. Then Enter: what is rung up is saved. Both throw when they are refused.
+    // F1 opens the payment; then Enter saves the invoice. Both throw if they are refused.
     void begin_save();
     void save();
 

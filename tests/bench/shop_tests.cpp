@@ -1,4 +1,4 @@
-// The measured shop is what its page says: so many rows, numbered by their series, in the order of time.
+// The measured shop has the rows that its page states, numbered in their series and ordered by time.
 #include <map>
 #include <set>
 
@@ -24,7 +24,7 @@ TEST(MeasuredShop, HasFiveLinesToAnInvoiceAndRunningNumbers) {
         ASSERT_LE(invoice.moment, (common::Moment{bench::last_day, {12, 0, 0, 0}}));
         ASSERT_GE(invoice.shift, 1);
         before = invoice.moment;
-        // Returns are a series whoever brings them.
+        // All returns are one series.
         const bool back = invoice.ctype == 2;
         ASSERT_EQ(invoice.number, ++last[std::make_pair(back, !back && invoice.vcode != -1)]);
     }
