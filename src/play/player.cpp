@@ -27,9 +27,9 @@ constexpr int retry_ms = 10;
 
 }  // namespace
 
-Player::Player(const Script& script, Stage& stage, const Settings& settings, std::size_t first)
-    : script_(script), stage_(stage), settings_(settings), at_(first), screen_(settings.screen) {
-    devices_ = std::make_unique<PlayDevices>(stage_.folder());
+Player::Player(const Script& script, PlayShop& shop, const Settings& settings, std::size_t first)
+    : script_(script), shop_(shop), settings_(settings), at_(first), screen_(settings.screen) {
+    devices_ = std::make_unique<PlayDevices>(shop_.folder());
     ui::apply_style(*qApp, screen_);
     // After the till was killed, the play continues in a new process with the clock and screen set before.
     for (std::size_t before = 0; before < first; ++before) {
@@ -132,7 +132,7 @@ Progress Player::take(const Step& step) {
         ++at_;
         begun_ = false;
         phase_ = 0;
-        std::ofstream(stage_.progress_file(), std::ios::trunc) << at_;
+        std::ofstream(shop_.progress_file(), std::ios::trunc) << at_;
     }
     return progress;
 }
@@ -152,12 +152,12 @@ void Player::start_till() {
     running_ = true;
     QTimer::singleShot(0, this, [this] {
         ui::ScreenPrompts prompts;
-        startup::ActivityLog log(stage_.folder(), clock_);
+        startup::ActivityLog log(shop_.folder(), clock_);
         const common::Services services{prompts, clock_, *devices_, log};
         startup::Environment environment;
         environment.command_line = "1";
-        environment.program_folder = stage_.folder();
-        environment.working_folder = stage_.folder();
+        environment.program_folder = shop_.folder();
+        environment.working_folder = shop_.folder();
         environment.open = [this](const std::string& text, const std::filesystem::path& folder) {
             // On a server the till waits less long than in a shop.
             constexpr database::Patience patience_of_plays{2, 4};
@@ -190,7 +190,7 @@ void Player::start_till() {
 }
 
 database::Connection& Player::rows() {
-    if (rows_ == nullptr) rows_ = stage_.open();
+    if (rows_ == nullptr) rows_ = shop_.open();
     return *rows_;
 }
 

@@ -13,8 +13,8 @@
 #include "database/connection.h"
 #include "play/environment.h"
 #include "play/input_driver.h"
+#include "play/play_shop.h"
 #include "play/script.h"
-#include "play/stage.h"
 #include "ui/widgets/key_queue.h"
 
 namespace play {
@@ -40,7 +40,7 @@ struct Progress {
 class Player : public QObject {
     Q_OBJECT
   public:
-    Player(const Script& script, Stage& stage, const Settings& settings, std::size_t first);
+    Player(const Script& script, PlayShop& shop, const Settings& settings, std::size_t first);
     ~Player() override;
     // Returns 0 if every step passed, or 1 after reporting on stderr which one failed.
     int play();
@@ -99,7 +99,7 @@ class Player : public QObject {
     std::string receipt_port();
 
     const Script& script_;
-    Stage& stage_;
+    PlayShop& shop_;
     Settings settings_;
     std::size_t at_;
     int steps_done_ = 0;

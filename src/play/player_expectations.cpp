@@ -190,8 +190,15 @@ Progress Player::expect_port(const std::string& rest) {
     return compared(seen, wanted);
 }
 
+Progress Player::expect_server(const std::string& rest) {
+    if (!settings_.server || !settings_.server->command)
+        return Progress::fail("this play needs a test server");
+    const auto said = split_at(rest, "=");
+    return compared(settings_.server->command(said.before), said.after);
+}
+
 Progress Player::expect_file(const std::string& name, const std::string& text) {
-    const std::string bytes = all_of(stage_.folder() / name);
+    const std::string bytes = all_of(shop_.folder() / name);
     return bytes.find(text) != std::string::npos ? Progress::ok()
                                                  : Progress::wait(bytes.empty() ? "nothing" : bytes);
 }

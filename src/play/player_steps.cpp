@@ -92,8 +92,8 @@ void put_focus(QWidget* widget) {
 Progress Player::do_shop(const Step& step) {
     if (running_) return Progress::fail("the program is running");
     rows_.reset();
-    stage_.set_up(step.rest);
-    devices_ = std::make_unique<PlayDevices>(stage_.folder());
+    shop_.set_up(step.rest);
+    devices_ = std::make_unique<PlayDevices>(shop_.folder());
     return Progress::ok();
 }
 
@@ -298,7 +298,7 @@ Progress Player::do_file(const Step& step) {
     const std::string what = said.size() > 1 ? said[1] : "";
     if (running_) return Progress::fail("the program is running");
     rows_.reset();
-    const auto file = stage_.folder() / (said.empty() ? "" : said[0]);
+    const auto file = shop_.folder() / (said.empty() ? "" : said[0]);
     if (what == "removed") {
         std::filesystem::remove_all(file);
     } else if (what == "shortened" && said.size() == 3) {
@@ -313,6 +313,14 @@ Progress Player::do_file(const Step& step) {
         return Progress::fail("it reads: file NAME removed|shortened BYTES|spoilt|folder");
     }
     return Progress::ok();
+}
+
+Progress Player::do_server(const Step& step) {
+    if (!settings_.server || !settings_.server->command)
+        return Progress::fail("this play needs a test server");
+    rows_.reset();  // its connection would be cut as well
+    const std::string answer = settings_.server->command(step.rest);
+    return answer == "ok" ? Progress::ok() : Progress::fail("the test server has no such command");
 }
 
 Progress Player::do_say(const Step& step) {

@@ -14,15 +14,16 @@
 #include "play/player.h"
 #include "play/screens_page.h"
 
+namespace play {
+
 namespace {
 
-// Plays the steps from `first` on in a process of its own, which the play may end in mid-work.
-int play_in_child(const play::Script& script, play::Stage& stage, const play::Settings& settings,
-                  std::size_t first) {
+// Plays the steps from `first` on in a process of its own, which the play may kill.
+int play_in_child(const Script& script, PlayShop& shop, const Settings& settings, std::size_t first) {
     std::fflush(nullptr);
     const pid_t child = fork();
     if (child == 0) {
-        // Off screen there is no window manager to give hints to, and Qt says so for every window.
+        // Off screen there is no window manager, and Qt warns about it for every window.
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
             if (!text.contains("propagateSizeHints") && !text.contains("XDG_RUNTIME_DIR"))
                 std::fprintf(stderr, "%s\n", text.toUtf8().constData());
@@ -32,8 +33,8 @@ int play_in_child(const play::Script& script, play::Stage& stage, const play::Se
         char* arguments[] = {name, nullptr};
         QApplication application(count, arguments);
         QApplication::setQuitOnLastWindowClosed(false);
-        QApplication::setCursorFlashTime(0);  // pictures of one screen are the same
-        const int code = play::Player(script, stage, settings, first).play();
+        QApplication::setCursorFlashTime(0);  // so that pictures of the same screen are equal
+        const int code = Player(script, shop, settings, first).play();
         std::fflush(nullptr);
         _exit(code);
     }
@@ -42,39 +43,39 @@ int play_in_child(const play::Script& script, play::Stage& stage, const play::Se
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-std::size_t steps_done(const play::Stage& stage) {
+std::size_t steps_done(const PlayShop& shop) {
     std::size_t done = 0;
-    std::ifstream(stage.progress_file()) >> done;
+    std::ifstream(shop.progress_file()) >> done;
     return done;
 }
 
-// A step that works on the shop's file, which a shop on a server has not.
-const play::Step* step_on_shop_file(const play::Script& script) {
-    const auto found = std::find_if(script.steps.begin(), script.steps.end(), [](const play::Step& step) {
+// A step that damages the shop's file; a shop on a server has none.
+const Step* step_on_shop_file(const Script& script) {
+    const auto found = std::find_if(script.steps.begin(), script.steps.end(), [](const Step& step) {
         return step.verb == "file" && step.rest.starts_with("shop.db");
     });
     return found == script.steps.end() ? nullptr : &*found;
 }
 
-bool play_file(const std::filesystem::path& file, const play::Settings& settings, const std::string& keep) {
-    const play::Script script = play::read_script(file);
-    if (const play::Step* step = step_on_shop_file(script); step != nullptr && settings.server) {
+bool play_file(const std::filesystem::path& file, const Settings& settings, const std::string& keep) {
+    const Script script = read_script(file);
+    if (const Step* step = step_on_shop_file(script); step != nullptr && settings.server) {
         std::printf("%s: skipped on a server: line %d works on the shop's file\n", file.c_str(), step->line);
         return true;
     }
-    play::Stage stage(settings.server);
+    PlayShop shop(settings.server);
     std::size_t at = 0;
     for (;;) {
-        const int code = play_in_child(script, stage, settings, at);
+        const int code = play_in_child(script, shop, settings, at);
         if (code == 0) break;
         if (code == 1) return false;
-        const std::size_t done = steps_done(stage);
+        const std::size_t done = steps_done(shop);
         const int line = script.steps[std::min(done, script.steps.size() - 1)].line;
-        if (code != play::killed) {
+        if (code != killed) {
             std::fprintf(stderr, "%s:%d: the program crashed here (%d)\n", file.c_str(), line, code);
             return false;
         }
-        // Ended as the play wanted; it goes on where the program is started again.
+        // The play killed the program, and continues where it is started again.
         at = done;
         while (at < script.steps.size() && script.steps[at].verb != "start")
             ++at;
@@ -83,7 +84,7 @@ bool play_file(const std::filesystem::path& file, const play::Settings& settings
     if (!keep.empty()) {
         const auto kept = std::filesystem::path(keep) / "shop";
         std::filesystem::remove_all(kept);
-        std::filesystem::copy(stage.folder(), kept, std::filesystem::copy_options::recursive);
+        std::filesystem::copy(shop.folder(), kept, std::filesystem::copy_options::recursive);
         std::printf("The pictures are in %s, the shop with its ports and receipts in %s.\n", keep.c_str(),
                     kept.c_str());
     }
@@ -100,8 +101,8 @@ QSize read_size(const std::string& text) {
 }
 
 // The title and the screenshots of one play.
-play::Section section_of(const std::filesystem::path& file, const std::filesystem::path& list) {
-    play::Section section{file, file.stem().string(), {}};
+Section section_of(const std::filesystem::path& file, const std::filesystem::path& list) {
+    Section section{file, file.stem().string(), {}};
     std::ifstream play(file);
     if (std::string line; std::getline(play, line) && line.starts_with("# ")) section.title = line.substr(2);
     std::ifstream stream(list);
@@ -113,17 +114,17 @@ play::Section section_of(const std::filesystem::path& file, const std::filesyste
 }
 
 // Plays every file at every size of the page of screens and writes the page. Returns how many plays failed.
-int make_screens_page(const std::vector<std::string>& files, play::Settings settings,
+int make_screens_page(const std::vector<std::string>& files, Settings settings,
                       const std::filesystem::path& folder) {
     settings.pictures = folder / "pictures" / "screens";
     std::filesystem::remove_all(settings.pictures);
     std::filesystem::create_directories(settings.pictures);
     const auto list =
         std::filesystem::temp_directory_path() / ("tallvex-screenshots-" + std::to_string(getpid()));
-    std::vector<play::Section> sections;
+    std::vector<Section> sections;
     int failed = 0;
     for (const std::string& file : files) {
-        for (const QSize& size : play::page_sizes()) {
+        for (const QSize& size : page_sizes()) {
             std::filesystem::remove(list);
             settings.screen = size;
             settings.screenshots = list;
@@ -132,71 +133,85 @@ int make_screens_page(const std::vector<std::string>& files, play::Settings sett
         sections.push_back(section_of(file, list));
     }
     std::filesystem::remove(list);
-    play::write_screens_page(folder / "screens.md", sections);
+    write_screens_page(folder / "screens.md", sections);
     return failed;
 }
 
-}  // namespace
-
-namespace play {
-
-int run_program(int argc, char** argv, std::optional<Server> server) {
-    CLI::App program{"Plays what a cashier does, from text files, on the real screens."};
+struct Options {
     std::vector<std::string> files;
     std::string pictures = "pictures";
     std::string keep;
-    bool shown = false;
-    bool list = false;
-    program.add_option("plays", files, "The plays")->required()->check(CLI::ExistingFile);
-    program.add_option("--pictures", pictures, "The folder for the pictures")->capture_default_str();
-    program.add_option("--keep", keep, "A folder in which the pictures and the shop are left after the play");
     std::string size;
     std::string page_folder;
-    program.add_option("--size", size, "The size of the screen, such as 1024x768");
-    program.add_option("--screens", page_folder,
-                       "Plays at every size and writes the page of all screens into this folder");
-    program.add_flag("--show", shown, "On the real screen instead of off screen");
-    program.add_flag("--list-objects", list, "Lists every object name that the plays come across");
-    CLI11_PARSE(program, argc, argv);
-    if (!keep.empty()) pictures = keep;
+    bool shown = false;
+    bool list = false;
+};
 
-    if (!shown) setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    setenv("CUPS_SERVER", "/nonexistent/cups.sock", 1);  // what a play prints never leaves the machine
-    const auto objects =
-        std::filesystem::temp_directory_path() / ("tallvex-objects-" + std::to_string(getpid()));
-    Settings settings;
-    settings.server = std::move(server);
-    settings.pictures = pictures;
-    if (list) settings.objects = objects;
+void add_options(CLI::App& program, Options& options) {
+    program.add_option("plays", options.files, "The plays")->required()->check(CLI::ExistingFile);
+    program.add_option("--pictures", options.pictures, "The folder for the pictures")->capture_default_str();
+    program.add_option("--keep", options.keep,
+                       "A folder in which the pictures and the shop are left after the play");
+    program.add_option("--size", options.size, "The size of the screen, such as 1024x768");
+    program.add_option("--screens", options.page_folder,
+                       "Plays at every size and writes the page of all screens into this folder");
+    program.add_flag("--show", options.shown, "On the real screen instead of off screen");
+    program.add_flag("--list-objects", options.list, "Lists every object name that the plays meet");
+}
+
+// Plays all files one after the other. Returns how many failed.
+int play_files(const Options& options, const Settings& settings) {
+    std::filesystem::create_directories(settings.pictures);
     int failed = 0;
-    try {
-        if (!size.empty()) settings.screen = read_size(size);
-        if (!page_folder.empty()) {
-            failed = make_screens_page(files, settings, page_folder);
-            files.clear();
-        }
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
-    if (!files.empty()) std::filesystem::create_directories(pictures);
-    for (const std::string& file : files) {
+    for (const std::string& file : options.files) {
         try {
-            if (!play_file(file, settings, keep)) ++failed;
+            if (!play_file(file, settings, options.keep)) ++failed;
         } catch (const std::exception& error) {
             std::fprintf(stderr, "%s\n", error.what());
             ++failed;
         }
     }
-    if (list) {
-        std::ifstream stream(objects);
-        std::set<std::string> lines;
-        for (std::string line; std::getline(stream, line);)
-            lines.insert(line);
-        std::filesystem::remove(objects);
-        for (const std::string& line : lines)
-            std::printf("%s\n", line.c_str());
+    return failed;
+}
+
+// Prints the object names that the plays wrote to the file, each once, and removes it.
+void print_objects(const std::filesystem::path& file) {
+    std::ifstream stream(file);
+    std::set<std::string> lines;
+    for (std::string line; std::getline(stream, line);)
+        lines.insert(line);
+    std::filesystem::remove(file);
+    for (const std::string& line : lines)
+        std::printf("%s\n", line.c_str());
+}
+
+}  // namespace
+
+int run_program(int argc, char** argv, std::optional<Server> server) {
+    CLI::App program{"Plays what a cashier does, from text files, on the real screens."};
+    Options options;
+    add_options(program, options);
+    CLI11_PARSE(program, argc, argv);
+
+    if (!options.shown) setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    setenv("CUPS_SERVER", "/nonexistent/cups.sock", 1);  // what a play prints never leaves the machine
+    Settings settings;
+    settings.server = std::move(server);
+    settings.pictures = options.keep.empty() ? options.pictures : options.keep;
+    if (options.list)
+        settings.objects =
+            std::filesystem::temp_directory_path() / ("tallvex-objects-" + std::to_string(getpid()));
+    int failed = 0;
+    try {
+        if (!options.size.empty()) settings.screen = read_size(options.size);
+        failed = options.page_folder.empty()
+                     ? play_files(options, settings)
+                     : make_screens_page(options.files, settings, options.page_folder);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
     }
+    if (options.list) print_objects(settings.objects);
     if (failed != 0) std::fprintf(stderr, "%d plays failed\n", failed);
     return failed == 0 ? 0 : 1;
 }

@@ -1,14 +1,14 @@
-// The program tallvex-play, as far as it does not depend on what plays are played on.
+// The program tallvex-play, on a shop file or on a server.
 #pragma once
 
 #include <optional>
 
-#include "play/stage.h"
+#include "play/play_shop.h"
 
 namespace play {
 
-// Plays the files that the command line names, each in a shop file of its own, or on the server if there is
-// one. Returns the exit code.
+// Plays the files on the command line, each in a shop file of its own, or on the server if one is given.
+// Returns the exit code.
 int run_program(int argc, char** argv, std::optional<Server> server = {});
 
 }  // namespace play

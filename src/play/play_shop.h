@@ -1,5 +1,4 @@
-// The shop that a play is played in: a fresh copy in a temporary folder, with its database in a file there or
-// on a server.
+// The shop of a play: a fresh copy in a temporary folder, with its database in a file there or on a server.
 #pragma once
 
 #include <filesystem>
@@ -13,29 +12,31 @@
 
 namespace play {
 
-// A server to play on instead of a shop file. Its database belongs to the plays alone.
+// A server to play on instead of a shop file. Its database is used by plays only.
 struct Server {
     startup::ConnectionRecord place;
     std::string password;  // of "sa"
     std::function<std::unique_ptr<database::Connection>()> open;
     std::function<std::unique_ptr<database::Connection>()> open_emptied;
+    // Does what the step "server" says, or answers what "expect server" asks.
+    std::function<std::string(const std::string&)> command;
 };
 
-class Stage {
+class PlayShop {
   public:
-    explicit Stage(std::optional<Server> server);
-    ~Stage();
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
+    explicit PlayShop(std::optional<Server> server);
+    ~PlayShop();
+    PlayShop(const PlayShop&) = delete;
+    PlayShop& operator=(const PlayShop&) = delete;
 
-    // Puts a new shop ("demo" or "empty") into the folder in the place of the one there. Each kind is made
-    // once per run and copied. Throws std::runtime_error.
+    // Replaces the shop by a new one ("demo" or "empty"). Each kind is made once per run and copied. Throws
+    // std::runtime_error.
     void set_up(const std::string& kind);
     // The shop's folder: database, files beside the program, ports.
     std::filesystem::path folder() const { return root_ / "shop"; }
-    // Opens the shop's database, as a second program beside the till does.
+    // Opens the shop's database as a second program beside the till.
     std::unique_ptr<database::Connection> open() const;
-    // How many steps of the play have been done, across the death of the till.
+    // The file with the number of steps done, which outlives the process that a play kills.
     std::filesystem::path progress_file() const { return root_ / "progress"; }
 
   private:

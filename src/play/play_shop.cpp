@@ -1,4 +1,4 @@
-#include "play/stage.h"
+#include "play/play_shop.h"
 
 #include <stdlib.h>
 
@@ -21,18 +21,18 @@ constexpr const char* shop_file = "shop.db";
 
 }  // namespace
 
-Stage::Stage(std::optional<Server> server) : server_(std::move(server)) {
+PlayShop::PlayShop(std::optional<Server> server) : server_(std::move(server)) {
     std::string name = (fs::temp_directory_path() / "tallvex-play-XXXXXX").string();
     if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder can be made");
     root_ = name;
 }
 
-Stage::~Stage() {
+PlayShop::~PlayShop() {
     std::error_code ignored;
     fs::remove_all(root_, ignored);
 }
 
-void Stage::set_up(const std::string& kind) {
+void PlayShop::set_up(const std::string& kind) {
     if (kind != "demo" && kind != "empty") throw std::runtime_error("a shop is \"demo\" or \"empty\"");
     const fs::path master = root_ / kind;
     if (!fs::exists(master)) {
@@ -58,7 +58,7 @@ void Stage::set_up(const std::string& kind) {
     if (server_) move_to_server();
 }
 
-void Stage::move_to_server() {
+void PlayShop::move_to_server() {
     {
         std::ostringstream said;
         std::istringstream nothing;
@@ -75,7 +75,7 @@ void Stage::move_to_server() {
     startup::write_sa_password(folder(), server_->password);
 }
 
-std::unique_ptr<database::Connection> Stage::open() const {
+std::unique_ptr<database::Connection> PlayShop::open() const {
     if (server_) return server_->open();
     return database::open_embedded(folder() / shop_file);
 }
