@@ -2,12 +2,16 @@
 
 #include "cash/cash_position.h"
 #include "cash/messages.h"
-#include "common/numbers.h"
+#include "common/messages.h"
+#include "common/typed.h"
+#include "database/choices.h"
 #include "database/recordset.h"
 
 namespace cash {
 
 namespace {
+
+constexpr std::string_view counted_field = "cash_counted";
 
 using database::quoted;
 using database::Sql;
@@ -68,33 +72,29 @@ void CountedCash::refresh() {
     expected_ = position_ - difference_.value_or(common::Amount());
 }
 
-bool CountedCash::confirm() {
-    const auto refuse = [this](std::string_view text) {
-        services_.prompts.message(text, common::Icon::critical);
-        return false;
+std::optional<common::Refusal> CountedCash::confirm() {
+    const auto refuse = [](std::string_view text) {
+        return common::Refusal{counted_field, std::string(text)};
     };
-    const auto amount = read_amount(counted);
-    if (!amount) {
-        counted = "0.00";
-        return refuse(message::no_amount);
-    }
+    const auto amount = common::read_amount(counted);
+    if (!amount.is_good()) return refuse(amount.refusal);
     const common::Moment now = services_.clock.now();
     if (day_ > now.date) return refuse(message::future_day);
     if (!contains(database::load_drawers(connection_, store_), drawer_))
-        return refuse(message::no_such_drawer);
+        return refuse(common::message::no_such_drawer);
 
-    // Another till may have sold since the panel was computed; the cashier confirms what he sees.
+    // Against the expected cash that the cashier sees, even if another till has sold since.
     database::Recordset row(connection_, difference_row(store_, drawer_, day_));
     if (row.empty()) row.add();
     row.set("time_", database::Value(now));
     row.set("Date", day_);
     row.set("stcode", store_);
-    row.set("aml", (common::Amount(*amount) - expected_).value());
+    row.set("aml", (amount.value - expected_).value());
     row.set("ptype", drawer_);
     row.update();
     connection_.make_durable();
     refresh();
-    return true;
+    return std::nullopt;
 }
 
 }  // namespace cash

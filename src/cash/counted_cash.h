@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "cash/lists.h"
+#include "common/amount.h"
+#include "common/choice.h"
+#include "common/refusal.h"
 #include "common/services.h"
 #include "database/connection.h"
 #include "signin/session.h"
@@ -21,16 +23,16 @@ class CountedCash {
 
     // The workstation's store and drawer, today; computes the panel.
     void open();
-    void choose_store(
-        std::int64_t store);  // takes the store's first drawer, or the workstation's own if it is of it
+    // Takes the workstation's own drawer in its own store, else the store's first drawer.
+    void choose_store(std::int64_t store);
     void choose_drawer(std::int64_t drawer);
     void choose_day(const common::Date& day);
     // Computes the panel again: the position up to the end of the day.
     void refresh();
 
-    // Records the counted cash: the difference to the expected cash becomes the day's one surplus or shortage
-    // of the drawer, in place of an earlier one. True when it was recorded; the panel then shows it.
-    bool confirm();
+    // Records the counted cash: its difference to the expected cash becomes the day's one surplus or shortage
+    // of the drawer, in place of an earlier one, and the panel shows it. Writes nothing if it is refused.
+    std::optional<common::Refusal> confirm();
 
     std::string counted = "0.00";
 
@@ -40,15 +42,15 @@ class CountedCash {
     std::int64_t drawer() const { return drawer_; }
     const common::Date& day() const { return day_; }
 
-    // What the books say without the day's own surplus or shortage, so that counting twice gives the same.
+    // The position without the day's own surplus or shortage, so that a second count gives the same.
     common::Amount expected() const { return expected_; }
-    // The day's recorded surplus (above zero) or shortage (below); none when not counted yet.
+    // The day's recorded surplus (above zero) or shortage (below); nothing before the first count.
     const std::optional<common::Amount>& difference() const { return difference_; }
     // The cash position, with the surplus or shortage.
     common::Amount position() const { return position_; }
     common::Amount card_sales() const { return card_sales_; }
     common::Amount uncollected() const { return uncollected_; }
-    // Invoice discounts of the day's cash invoices, which the books do not take off the cash.
+    // Of the day; the position still holds them (see invoice_discounts).
     common::Amount discounts() const { return discounts_; }
 
   private:

@@ -1,6 +1,8 @@
 #include "cash/daily_statement.h"
 
 #include "cash/messages.h"
+#include "common/messages.h"
+#include "database/choices.h"
 #include "database/recordset.h"
 #include "signin/permissions.h"
 
@@ -107,7 +109,7 @@ std::vector<Drawer> DailyStatement::chosen_drawers() {
 bool DailyStatement::show() {
     const auto chosen = chosen_drawers();
     if (chosen.empty()) {
-        services_.prompts.message(message::no_such_drawer, common::Icon::critical);
+        services_.prompts.message(common::message::no_such_drawer, common::Icon::critical);
         return false;
     }
     // Taken over together at the end: when a sum fails, what is shown stays whole.

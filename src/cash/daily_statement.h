@@ -10,7 +10,7 @@
 #include "cash/day_summary.h"
 #include "cash/figures.h"
 #include "cash/journal.h"
-#include "cash/lists.h"
+#include "common/choice.h"
 #include "common/services.h"
 #include "database/connection.h"
 #include "signin/session.h"

@@ -1,17 +1,31 @@
-// The logic of Form41ca: a daily expense paid from a drawer.
+// A daily expense paid from a drawer: its fields, and the logic of the screen Form41ca.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "cash/lists.h"
+#include "common/choice.h"
+#include "common/form.h"
+#include "common/refusal.h"
 #include "common/services.h"
 #include "database/connection.h"
 #include "signin/session.h"
 
 namespace cash {
+
+struct Expense {
+    std::optional<std::int64_t> store;
+    std::optional<std::int64_t> drawer;
+    std::optional<std::int64_t> main_heading;
+    std::optional<std::int64_t> sub_heading;
+    std::string value = "0.00";
+    common::Date date;
+    std::string notes;
+};
+common::FormTable<Expense> expense_form();
 
 class Expenses {
   public:
@@ -20,33 +34,27 @@ class Expenses {
     Expenses(database::Connection& connection, const signin::Session& session, common::Services services)
         : connection_(connection), session_(session), services_(services) {}
 
-    // The lists, the workstation's store and drawer, today, value "0.00".
+    // Reads the lists; an expense of the workstation's store and drawer, today, "0.00".
     void open();
-    void choose_store(std::int64_t store);  // reloads the drawers, of which none is chosen
-    void choose_drawer(std::optional<std::int64_t> drawer) { drawer_ = drawer; }
-    void choose_main_heading(std::int64_t heading);  // reloads the sub headings, of which none is chosen
-    void choose_sub_heading(std::optional<std::int64_t> heading) { sub_heading_ = heading; }
+    // Reads the store's drawers, none of which is chosen then. The store chosen already changes nothing.
+    void choose_store(std::optional<std::int64_t> store);
+    // Likewise the sub headings of a main heading.
+    void choose_main_heading(std::optional<std::int64_t> heading);
 
-    // Writes the expense and asks whether another follows; if so the value is "0.00" again. True when it was
-    // written; is_done() then says whether the screen closes.
-    bool save();
+    // Writes the expense and asks whether another follows; if so the value is "0.00" again, otherwise
+    // is_done() becomes true. Writes nothing if it is refused.
+    std::optional<common::Refusal> save();
     bool is_done() const { return done_; }
 
-    common::Date date;
-    std::string value = "0.00";
-    std::string notes;
+    Expense expense;
 
     const std::vector<common::Choice>& stores() const { return stores_; }
     const std::vector<common::Choice>& drawers() const { return drawers_; }
     const std::vector<common::Choice>& main_headings() const { return main_headings_; }
     const std::vector<common::Choice>& sub_headings() const { return sub_headings_; }
-    std::int64_t store() const { return store_; }
-    const std::optional<std::int64_t>& drawer() const { return drawer_; }
-    const std::optional<std::int64_t>& main_heading() const { return main_heading_; }
-    const std::optional<std::int64_t>& sub_heading() const { return sub_heading_; }
 
   private:
-    bool refuse(std::string_view text);
+    std::optional<common::Refusal> check() const;
     database::Connection& connection_;
     const signin::Session& session_;
     common::Services services_;
@@ -54,10 +62,8 @@ class Expenses {
     std::vector<common::Choice> drawers_;
     std::vector<common::Choice> main_headings_;
     std::vector<common::Choice> sub_headings_;
-    std::int64_t store_ = 0;
-    std::optional<std::int64_t> drawer_;
-    std::optional<std::int64_t> main_heading_;
-    std::optional<std::int64_t> sub_heading_;
+    std::optional<std::int64_t> drawers_of_;       // the store that drawers_ belongs to
+    std::optional<std::int64_t> sub_headings_of_;  // the main heading that sub_headings_ belongs to
     bool done_ = false;
 };
 

@@ -31,9 +31,6 @@ inline constexpr std::string_view not_before = "\nغير ممكن قبل : ";
 // Another workstation has started this shift already; its row was kept.
 inline constexpr std::string_view started_elsewhere =
     "تم بدء هذه الورديه من جهاز آخر .. لم يتم تسجيل ورديه جديده";
-// There is no such drawer; it may have been deleted.
-inline constexpr std::string_view no_such_drawer = "الخزينة غير موجودة في هذا الفرع";
-inline constexpr std::string_view no_amount = "المبلغ غير صحيح";  // the amount is no number, or below zero
 
 // Transfers: "transfer from" the named drawer.
 inline constexpr std::string_view transfer_from = "تحويل من ";
@@ -53,13 +50,12 @@ inline constexpr std::string_view stray_movements =
 inline constexpr std::string_view all = "الكل";  // all
 
 // Expenses.
-inline constexpr std::string_view enter_drawer = "ادخل الخزينة";                // enter the drawer
 inline constexpr std::string_view enter_main_heading = "ادخل المصروف الرئيسي";  // enter the main expense
 inline constexpr std::string_view enter_sub_heading = "ادخل المصروف الفرعي";    // enter the sub expense
-inline constexpr std::string_view enter_value = "ادخل القيمة";                  // enter the value
 inline constexpr std::string_view another_expense = "تسجيل مصروف أخر";          // record another expense?
 
-// Counted cash: the day lies in the future.
+// Counted cash: enter it; the day lies in the future.
+inline constexpr std::string_view enter_counted = "ادخل الرصيد الفعلي";
 inline constexpr std::string_view future_day = "لا يمكن جرد الخزينة ليوم لم يأت بعد";
 
 }  // namespace cash::message

@@ -11,7 +11,7 @@
 #include "ui/cash/cash_panel.h"
 #include "ui/cash/daily_statement_screen.h"
 #include "ui/cash/expense_screen.h"
-#include "ui/cash/shift_screen.h"
+#include "ui/cash/shift_screens.h"
 #include "ui/printing/printer_sheet.h"
 #include "ui/sales/invoice_data_sheet.h"
 #include "ui/sales/receipts_sheet.h"
@@ -61,7 +61,7 @@ void run_new_voucher(SalesWindow& window) {
 }
 
 void run_shifts(SalesWindow& window) {
-    shift2s screen(&window, window.context());
+    ShiftScreen screen(&window, window.context());
     if (!screen.open()) return;
     screen.run();
     if (!screen.closing().isEmpty()) window.notice(screen.closing());
@@ -83,7 +83,7 @@ const std::vector<Command>& screen_commands() {
     static const std::vector<Command> table = {
         {"f8", "ال&ورديات", Qt::Key_F8, strip, run_shifts},
         {"f9", "ك&شف الخزينة", Qt::Key_F9, strip, run_opened<DailyStatementScreen>},
-        {"shift_f9", "ال&مصروفات", Qt::SHIFT | Qt::Key_F9, strip, run_opened<Form41ca>},
+        {"shift_f9", "ال&مصروفات", Qt::SHIFT | Qt::Key_F9, strip, run_opened<ExpenseScreen>},
         {"f10", "عميل &نقدي", key::walk_in_customer, strip, run_walk_in_customer},
         {"shift_f11", "مقبو&ضات", Qt::SHIFT | Qt::Key_F11, strip,
          run_new_voucher<accounts::VoucherKind::receipt>},

@@ -4,6 +4,7 @@
 
 #include "cash/expenses.h"
 #include "cash/messages.h"
+#include "common/messages.h"
 #include "drawers.h"
 
 namespace cash {
@@ -28,7 +29,7 @@ TEST_F(Counting, ASecondCountReplacesTheFirst) {
     EXPECT_FALSE(panel.difference());
     for (const auto& [counted, difference] : {std::pair{"500", 30.0}, {"500.00", 30.0}, {"440.5", -29.5}}) {
         panel.counted = counted;
-        EXPECT_TRUE(panel.confirm());
+        EXPECT_FALSE(panel.confirm());
         EXPECT_EQ(panel.difference(), Amount(difference));
         EXPECT_EQ(panel.expected().value(), 470);
         EXPECT_EQ(panel.position().value(), 470 + difference);
@@ -84,19 +85,22 @@ TEST_F(Counting, RefusalsWriteNothing) {
         std::string_view message;
     };
     const Case cases[] = {
-        {"مائة", {2026, 11, 21}, "", message::no_amount},
-        {"-1", {2026, 11, 21}, "", message::no_amount},
-        {"1e300", {2026, 11, 21}, "", message::no_amount},
+        {"مائة", {2026, 11, 21}, "", common::message::wrong_amount},
+        {"-1", {2026, 11, 21}, "", common::message::wrong_amount},
+        {"1e300", {2026, 11, 21}, "", common::message::wrong_amount},
+        {"12.345", {2026, 11, 21}, "", common::message::too_fine},
         {"5", {2026, 11, 22}, "", message::future_day},
-        {"5", {2026, 11, 21}, "delete from cash", message::no_such_drawer},
+        {"5", {2026, 11, 21}, "delete from cash", common::message::no_such_drawer},
     };
     for (const Case& refused : cases) {
         CountedCash panel = opened();
         panel.choose_day(refused.day);
         if (*refused.sql != 0) drawers.shop.sql(refused.sql);
         panel.counted = refused.counted;
-        EXPECT_FALSE(panel.confirm());
-        EXPECT_EQ(drawers.services.prompts.last(), refused.message);
+        const auto refusal = panel.confirm();
+        ASSERT_TRUE(refusal) << refused.message;
+        EXPECT_EQ(refusal->field, "cash_counted");
+        EXPECT_EQ(refusal->text, refused.message);
     }
     EXPECT_EQ(drawers.shop.number("select count(*) from mor_les"), 0);
 }
@@ -113,9 +117,9 @@ class Spending : public testing::Test {
     }
     void fill() {
         screen.choose_main_heading(2);
-        screen.choose_sub_heading(5);
-        screen.value = "12.50";
-        screen.notes = "أجرة 'النقل'; delete from dailyexp --";
+        screen.expense.sub_heading = 5;
+        screen.expense.value = "12.50";
+        screen.expense.notes = "أجرة 'النقل'; delete from dailyexp --";
     }
     test::Drawers drawers;
     Expenses screen{drawers.shop.connection(), drawers.session, drawers.services.all()};
@@ -124,12 +128,12 @@ class Spending : public testing::Test {
 TEST_F(Spending, WritesAnExpenseAndAsksForAnother) {
     fill();
     drawers.services.prompts.answers = {true, false};
-    EXPECT_TRUE(screen.save());
+    EXPECT_FALSE(screen.save());
     EXPECT_FALSE(screen.is_done());
-    EXPECT_EQ(screen.value, "0.00");
-    EXPECT_EQ(screen.sub_heading(), 5);
-    screen.value = "٧٫٢٥";
-    EXPECT_TRUE(screen.save());
+    EXPECT_EQ(screen.expense.value, "0.00");
+    EXPECT_EQ(screen.expense.sub_heading, 5);
+    screen.expense.value = "٧٫٢٥";
+    EXPECT_FALSE(screen.save());
     EXPECT_TRUE(screen.is_done());
     const auto rows = drawers.shop.connection().query("select * from dailyexp order by value");
     ASSERT_EQ(rows.size(), 2U);
@@ -145,36 +149,40 @@ TEST_F(Spending, WritesAnExpenseAndAsksForAnother) {
 TEST_F(Spending, ChoicesAboveEmptyTheOnesBelow) {
     fill();
     screen.choose_main_heading(1);
-    EXPECT_FALSE(screen.sub_heading());
+    EXPECT_FALSE(screen.expense.sub_heading);
     ASSERT_EQ(screen.sub_headings().size(), 1U);
     EXPECT_EQ(screen.sub_headings().front().name, "فاتورة");
-    EXPECT_EQ(screen.drawer(), 1);
+    EXPECT_EQ(screen.expense.drawer, 1);
     screen.choose_store(2);
-    EXPECT_FALSE(screen.drawer());
+    EXPECT_FALSE(screen.expense.drawer);
     EXPECT_EQ(screen.drawers().size(), 1U);
 }
 
 TEST_F(Spending, RefusalsWriteNothing) {
     struct Case {
         void (*spoil)(Expenses&);
+        std::string_view field;
         std::string_view message;
     };
     const Case cases[] = {
-        {[](Expenses& s) { s.choose_drawer({}); }, "ادخل الخزينة"},
-        {[](Expenses& s) { s.open(); }, "ادخل المصروف الرئيسي"},
-        {[](Expenses& s) { s.choose_sub_heading({}); }, "ادخل المصروف الفرعي"},
-        {[](Expenses& s) { s.value = "0.00"; }, "ادخل القيمة"},
-        {[](Expenses& s) { s.value = "0.004"; }, "ادخل القيمة"},
-        {[](Expenses& s) { s.value = "عشرة"; }, message::no_amount},
-        {[](Expenses& s) { s.value = "-3"; }, message::no_amount},
-        {[](Expenses& s) { s.choose_drawer(77); }, message::no_such_drawer},
+        {[](Expenses& s) { s.expense.drawer.reset(); }, "expense_drawer", "ادخل الخزينة"},
+        {[](Expenses& s) { s.open(); }, "expense_main", "ادخل المصروف الرئيسي"},
+        {[](Expenses& s) { s.expense.sub_heading.reset(); }, "expense_sub", "ادخل المصروف الفرعي"},
+        {[](Expenses& s) { s.expense.value = "0.00"; }, "expense_value", "ادخل القيمة"},
+        {[](Expenses& s) { s.expense.value = ""; }, "expense_value", "ادخل القيمة"},
+        {[](Expenses& s) { s.expense.value = "12.345"; }, "expense_value", common::message::too_fine},
+        {[](Expenses& s) { s.expense.value = "عشرة"; }, "expense_value", common::message::wrong_amount},
+        {[](Expenses& s) { s.expense.value = "-3"; }, "expense_value", common::message::wrong_amount},
+        {[](Expenses& s) { s.expense.drawer = 77; }, "expense_drawer", common::message::no_such_drawer},
     };
     for (const Case& refused : cases) {
         screen.open();
         fill();
         refused.spoil(screen);
-        EXPECT_FALSE(screen.save());
-        EXPECT_EQ(drawers.services.prompts.last(), refused.message);
+        const auto refusal = screen.save();
+        ASSERT_TRUE(refusal) << refused.message;
+        EXPECT_EQ(refusal->field, refused.field) << refused.message;
+        EXPECT_EQ(refusal->text, refused.message);
     }
     EXPECT_EQ(drawers.shop.number("select count(*) from dailyexp"), 0);
     EXPECT_TRUE(drawers.services.prompts.questions.empty());

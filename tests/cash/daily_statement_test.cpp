@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "cash/messages.h"
+#include "common/messages.h"
 #include "drawers.h"
 #include "signin/permissions.h"
 
@@ -199,7 +199,7 @@ TEST_F(Statement, SaysWhenADrawerIsMissing) {
     EXPECT_EQ(drawers.services.prompts.last(), "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها 3");
     drawers.shop.sql("delete from cash where stcode = 1 and code = 1");
     EXPECT_FALSE(statement.show());
-    EXPECT_EQ(drawers.services.prompts.last(), message::no_such_drawer);
+    EXPECT_EQ(drawers.services.prompts.last(), common::message::no_such_drawer);
     EXPECT_EQ(statement.figures()[Figure::cash_sales].text(), "10.00");  // what was shown stays
 }
 

@@ -1,9 +1,10 @@
-#include "cash/shift_screen.h"
+#include "cash/shift_change.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "cash/messages.h"
+#include "common/messages.h"
 #include "drawers.h"
 #include "support/faulty_connection.h"
 
@@ -18,15 +19,19 @@ class Shifts : public testing::Test {
   protected:
     Shifts() { drawers.shop.sql("insert into worker (work_code,work_name) select 2,N'كريم'"); }
 
-    ShiftScreen opened() {
-        ShiftScreen screen(drawers.shop.connection(), drawers.session, drawers.services.all());
-        EXPECT_TRUE(screen.open());
+    ShiftChange opened() {
+        ShiftChange screen(drawers.shop.connection(), drawers.session, drawers.services.all());
+        EXPECT_FALSE(screen.open());
         return screen;
     }
+    // The text of a refusal; "" if there is none.
+    static std::string text(const std::optional<common::Refusal>& refusal) {
+        return refusal ? refusal->text : "";
+    }
     bool start(std::int64_t worker) {
-        ShiftScreen screen = opened();
-        screen.worker = worker;
-        return screen.start();
+        ShiftChange screen = opened();
+        screen.entry.worker = worker;
+        return !screen.start();
     }
     std::string shifts() {
         std::string text;
@@ -48,12 +53,12 @@ class Shifts : public testing::Test {
 };
 
 TEST_F(Shifts, TheFirstShiftClosesNothing) {
-    ShiftScreen screen = opened();
+    ShiftChange screen = opened();
     EXPECT_EQ(screen.next_number(), 1);
     EXPECT_FALSE(screen.is_in_shift());
-    EXPECT_EQ(screen.time, "10:42:00");
-    screen.worker = 1;
-    EXPECT_TRUE(screen.start());
+    EXPECT_EQ(screen.entry.time, "10:42:00");
+    screen.entry.worker = 1;
+    EXPECT_EQ(text(screen.start()), "");
     EXPECT_EQ(shifts(), "1 10:42:00- worker 1\n");
     EXPECT_TRUE(screen.is_in_shift());
     EXPECT_EQ(screen.last_worker(), "سعاد");
@@ -67,11 +72,11 @@ TEST_F(Shifts, StartingClosesTheOpenShiftAndMovesItsCash) {
     drawers.cash_sale("150.75", "10:50:00");
     pass(30);
     drawers.shop.sql("update basic set prn_csh_rep = 1");
-    ShiftScreen screen = opened();
-    screen.worker = 2;
-    screen.counted = "١٥١";
-    screen.leave = "50";
-    EXPECT_TRUE(screen.start());
+    ShiftChange screen = opened();
+    screen.entry.worker = 2;
+    screen.entry.counted = "١٥١";
+    screen.entry.leave = "50";
+    EXPECT_EQ(text(screen.start()), "");
     EXPECT_EQ(shifts(), "1 10:42:00-11:12:00 worker 1 151\n2 11:12:00- worker 2\n");
     // Once only, although calc_cash runs over the same drawer after the start.
     EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 100.75\n");
@@ -93,21 +98,19 @@ TEST_F(Shifts, StartingClosesTheOpenShiftAndMovesItsCash) {
 TEST_F(Shifts, ClosingTwice) {
     ASSERT_TRUE(start(1));
     pass(5);
-    ShiftScreen screen = opened();
-    drawers.services.prompts.answers = {true, true};
-    EXPECT_TRUE(screen.close_current());
+    ShiftChange screen = opened();
+    EXPECT_EQ(text(screen.close_current()), "");
     EXPECT_EQ(shifts(), "1 10:42:00-10:47:00 worker 1 0\n");
     EXPECT_FALSE(screen.report());
-    EXPECT_FALSE(screen.close_current());
-    EXPECT_EQ(drawers.services.prompts.last(), "الورديه الحاليه سبق اغلاقها ");
+    EXPECT_EQ(text(screen.close_current()), "الورديه الحاليه سبق اغلاقها ");
     EXPECT_FALSE(current_shift(drawers.shop.connection(), 1, 1)->is_open());
     EXPECT_EQ(shifts(), "1 10:42:00-10:47:00 worker 1 0\n");
 }
 
 TEST_F(Shifts, ClosingIsAskedFirst) {
     ASSERT_TRUE(start(1));
-    ShiftScreen screen = opened();
-    EXPECT_FALSE(screen.close_current());
+    ShiftChange screen = opened();
+    EXPECT_FALSE(screen.confirm_close());
     EXPECT_EQ(drawers.services.prompts.questions.back(), "هل تريد اغلاق الورديه الحاليه ؟");
     EXPECT_EQ(shifts(), "1 10:42:00- worker 1\n");
 }
@@ -118,7 +121,6 @@ TEST_F(Shifts, RefusalsToStartWriteNothing) {
     pass(10);
     drawers.services.prompts.messages.clear();
     const std::string before = shifts();
-    using Field = ShiftScreen::Field;
     struct Case {
         const char* what;
         std::string settings;
@@ -126,39 +128,44 @@ TEST_F(Shifts, RefusalsToStartWriteNothing) {
         common::Date date;
         std::string time, counted, leave;
         std::string_view message;
-        Field field;
+        std::string_view field;
     };
     const common::Date today{2026, 11, 21};
     const Case cases[] = {
-        {"no worker", "", {}, today, "10:50:00", "0", "0", message::complete_data, Field::worker},
+        {"no worker", "", {}, today, "10:50:00", "0", "0", message::complete_data, "shift_worker"},
         {"a worker without a row", "", 99, today, "10:50:00", "0", "0", message::complete_data,
-         Field::worker},
-        {"not counted", "1", 2, today, "10:50:00", "0.00", "0", message::counted_needed, Field::counted},
-        {"counted empty", "1", 2, today, "10:50:00", "", "0", message::counted_needed, Field::counted},
-        {"in the future", "", 2, today, "10:52:01", "0", "0", message::in_the_future, Field::time},
-        {"tomorrow", "", 2, {2026, 11, 22}, "09:00:00", "0", "0", message::in_the_future, Field::time},
+         "shift_worker"},
+        {"not counted", "1", 2, today, "10:50:00", "0.00", "0", message::counted_needed, "shift_counted"},
+        {"counted empty", "1", 2, today, "10:50:00", "", "0", message::counted_needed, "shift_counted"},
+        {"in the future", "", 2, today, "10:52:01", "0", "0", message::in_the_future, "shift_time"},
+        {"tomorrow", "", 2, {2026, 11, 22}, "09:00:00", "0", "0", message::in_the_future, "shift_time"},
         {"the clock set back an hour", "", 2, today, "09:50:00", "0", "0", message::before_last_start,
-         Field::time},
-        {"no time", "", 2, today, "25:99", "0", "0", message::no_time, Field::time},
+         "shift_time"},
+        {"no time", "", 2, today, "25:99", "0", "0", message::no_time, "shift_time"},
         {"a time of quotes", "", 2, today, "'; delete from shift; --", "0", "0", message::no_time,
-         Field::time},
-        {"counted is no number", "", 2, today, "10:50:00", "ألف", "0", message::no_amount, Field::counted},
-        {"counted is below zero", "", 2, today, "10:50:00", "-5", "0", message::no_amount, Field::counted},
-        {"left is no number", "", 2, today, "10:50:00", "0", "1e3", message::no_amount, Field::leave},
+         "shift_time"},
+        {"counted is no number", "", 2, today, "10:50:00", "ألف", "0", common::message::wrong_amount,
+         "shift_counted"},
+        {"counted is below zero", "", 2, today, "10:50:00", "-5", "0", common::message::wrong_amount,
+         "shift_counted"},
+        {"counted is too fine", "", 2, today, "10:50:00", "12.345", "0", common::message::too_fine,
+         "shift_counted"},
+        {"left is no number", "", 2, today, "10:50:00", "0", "1e3", common::message::wrong_amount,
+         "shift_leave"},
     };
     for (const Case& refused : cases) {
         drawers.shop.sql("update basic set clos_bal = " +
                          (refused.settings.empty() ? "0" : refused.settings));
-        ShiftScreen screen = opened();
-        screen.worker = refused.worker;
-        screen.date = refused.date;
-        screen.time = refused.time;
-        screen.counted = refused.counted;
-        screen.leave = refused.leave;
-        EXPECT_FALSE(screen.start()) << refused.what;
-        EXPECT_THAT(drawers.services.prompts.last(), StartsWith(std::string(refused.message)))
-            << refused.what;
-        EXPECT_EQ(screen.refused_field(), refused.field) << refused.what;
+        ShiftChange screen = opened();
+        screen.entry.worker = refused.worker;
+        screen.entry.date = refused.date;
+        screen.entry.time = refused.time;
+        screen.entry.counted = refused.counted;
+        screen.entry.leave = refused.leave;
+        const auto refusal = screen.start();
+        ASSERT_TRUE(refusal) << refused.what;
+        EXPECT_THAT(refusal->text, StartsWith(std::string(refused.message))) << refused.what;
+        EXPECT_EQ(refusal->field, refused.field) << refused.what;
         EXPECT_EQ(shifts(), before) << refused.what;
         EXPECT_EQ(drawers.transfers(), "") << refused.what;
     }
@@ -167,13 +174,11 @@ TEST_F(Shifts, RefusalsToStartWriteNothing) {
 TEST_F(Shifts, AShiftDoesNotBeginBeforeTheLastOneEnded) {
     ASSERT_TRUE(start(1));
     pass(10);
-    ShiftScreen screen = opened();
-    drawers.services.prompts.answers = {true};
-    ASSERT_TRUE(screen.close_current());
-    screen.worker = 2;
-    screen.time = "10:45:00";
-    EXPECT_FALSE(screen.start());
-    EXPECT_THAT(drawers.services.prompts.last(),
+    ShiftChange screen = opened();
+    ASSERT_EQ(text(screen.close_current()), "");
+    screen.entry.worker = 2;
+    screen.entry.time = "10:45:00";
+    EXPECT_THAT(text(screen.start()),
                 AllOf(StartsWith(std::string(message::before_last_end)), HasSubstr("2026/11/21 10:52:00")));
 }
 
@@ -202,12 +207,11 @@ TEST_F(Shifts, InvoiceDiscountsOfTheShiftAreShown) {
         "insert into sales (pnum,vcode,ctype,stype,ptot,pdis,stcode,ptype,[date],time_) select "
         "9,7,0,0,100,50,1,1,'2026/11/21','1900/01/01 10:45:00'");
     pass(10);
-    ShiftScreen screen = opened();
+    ShiftChange screen = opened();
     EXPECT_EQ(screen.discounts().value(), 11.5);
     // 100 - 10 and 100 - 2.5 were taken in, 100 - 30 in tips; the return gave 100 - 1 back.
-    screen.counted = "158.5";
-    drawers.services.prompts.answers = {true};
-    ASSERT_TRUE(screen.close_current());
+    screen.entry.counted = "158.5";
+    ASSERT_EQ(text(screen.close_current()), "");
     ASSERT_TRUE(screen.report());
     EXPECT_EQ(screen.report()->discounts.value(), 11.5);
     EXPECT_EQ(screen.report()->difference.value(), -11.5);
@@ -217,10 +221,8 @@ TEST_F(Shifts, InvoiceDiscountsOfTheShiftAreShown) {
 TEST_F(Shifts, ClosingWithTheClockSetBackIsRefused) {
     ASSERT_TRUE(start(1));
     drawers.services.clock.moment.time.hour = 9;
-    ShiftScreen screen = opened();
-    drawers.services.prompts.answers = {true};
-    EXPECT_FALSE(screen.close_current());
-    EXPECT_THAT(drawers.services.prompts.last(),
+    ShiftChange screen = opened();
+    EXPECT_THAT(text(screen.close_current()),
                 AllOf(StartsWith(std::string(message::before_last_start)), HasSubstr("2026/11/21 10:42:00")));
     EXPECT_EQ(shifts(), "1 10:42:00- worker 1\n");
 }
@@ -229,9 +231,8 @@ TEST_F(Shifts, AShiftOverMidnightClosesOnTheNextDay) {
     ASSERT_TRUE(start(1));
     drawers.cash_sale("40", "23:59:59");
     drawers.services.clock.moment = {{2026, 11, 22}, {0, 30, 0, 0}};
-    ShiftScreen screen = opened();
-    drawers.services.prompts.answers = {true};
-    EXPECT_TRUE(screen.close_current());
+    ShiftChange screen = opened();
+    EXPECT_EQ(text(screen.close_current()), "");
     EXPECT_EQ(shifts(), "1 10:42:00-00:30:00 worker 1 0\n");
     EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 40.00\n");
 }
@@ -259,9 +260,9 @@ TEST_F(Shifts, SalesAroundAChangeBelongToOneShift) {
     }
     const auto hand_over = [this](const common::Moment& at) {
         drawers.services.clock.moment = at;
-        ShiftScreen screen = opened();
-        screen.worker = 2;
-        EXPECT_TRUE(screen.start());
+        ShiftChange screen = opened();
+        screen.entry.worker = 2;
+        EXPECT_EQ(text(screen.start()), "");
         return *screen.report();
     };
     const ShiftReport night = hand_over({{2026, 11, 22}, {0, 30, 0, 0}});
@@ -274,22 +275,20 @@ TEST_F(Shifts, SalesAroundAChangeBelongToOneShift) {
 }
 
 TEST_F(Shifts, ADeletedDrawerIsSaid) {
-    ShiftScreen screen = opened();
-    screen.worker = 1;
+    ShiftChange screen = opened();
+    screen.entry.worker = 1;
     drawers.shop.sql("delete from cash where stcode = 1 and code = 1");
-    EXPECT_FALSE(screen.start());
-    EXPECT_EQ(drawers.services.prompts.last(), message::no_such_drawer);
+    EXPECT_EQ(text(screen.start()), common::message::no_such_drawer);
     EXPECT_EQ(shifts(), "");
-    EXPECT_FALSE(screen.open());
+    EXPECT_TRUE(screen.open());
 }
 
 // The screen stood open while another workstation with this drawer's number began the shift.
 TEST_F(Shifts, AShiftStartedElsewhereMeanwhileIsNotClosed) {
-    ShiftScreen screen = opened();
-    screen.worker = 2;
+    ShiftChange screen = opened();
+    screen.entry.worker = 2;
     ASSERT_TRUE(start(1));
-    EXPECT_FALSE(screen.start());
-    EXPECT_EQ(drawers.services.prompts.last(), message::started_elsewhere);
+    EXPECT_EQ(text(screen.start()), message::started_elsewhere);
     EXPECT_EQ(shifts(), "1 10:42:00- worker 1\n");
 }
 
@@ -302,23 +301,23 @@ TEST_F(Shifts, TwoTillsStartingAtOneMomentLeaveOneShift) {
         test::Drawers two;
         two.cash_sale("60");
         test::FaultyConnection connection(two.shop.connection());
-        ShiftScreen screen(connection, two.session, two.services.all());
-        ASSERT_TRUE(screen.open());
-        screen.worker = 1;
+        ShiftChange screen(connection, two.session, two.services.all());
+        ASSERT_FALSE(screen.open());
+        screen.entry.worker = 1;
         bool written = false;
         connection.call_before(n, [&] {
             written = true;
             two.shop.sql(
                 "insert into shift (stcode,cash_no,scode,s_date,man_) select 1,1,1,'2026/11/21 10:41:59',2");
         });
-        const bool started = screen.start();
+        const auto refusal = screen.start();
         ended = !written;
         if (ended) break;
         const double shifts_left = two.shop.number("select count(*) from shift");
-        if (started) continue;  // it came after the look around: the other till takes its own back
+        if (!refusal) continue;  // it came after the look around: the other till takes its own back
         ++withdrawn;
         EXPECT_EQ(shifts_left, 1) << n;
-        EXPECT_EQ(two.services.prompts.last(), message::started_elsewhere) << n;
+        EXPECT_EQ(text(refusal), message::started_elsewhere) << n;
         EXPECT_EQ(two.shop.cell("select man_ from shift"), "2") << n;
         EXPECT_EQ(two.transfers(), "") << n;
     }
@@ -333,20 +332,20 @@ TEST_F(Shifts, AStartThatBrokeOffIsTriedAgain) {
         broken.open_shift(1, "2026/11/21 08:00:00");
         broken.cash_sale("150.75");
         test::FaultyConnection connection(broken.shop.connection());
-        ShiftScreen screen(connection, broken.session, broken.services.all());
-        ASSERT_TRUE(screen.open());
-        screen.worker = 1;
+        ShiftChange screen(connection, broken.session, broken.services.all());
+        ASSERT_FALSE(screen.open());
+        screen.entry.worker = 1;
         connection.fail_at(n, test::FaultyConnection::Fault::passing);
         try {
-            passed = screen.start() && !connection.has_failed();
+            passed = !screen.start() && !connection.has_failed();
         } catch (const database::Error&) {
         }
         connection.stop_failing();
         if (!passed) {
             broken.services.clock.moment.time.minute += 1;
-            ASSERT_TRUE(screen.open());
-            screen.worker = 1;
-            EXPECT_TRUE(screen.start()) << n;
+            ASSERT_FALSE(screen.open());
+            screen.entry.worker = 1;
+            EXPECT_EQ(text(screen.start()), "") << n;
         }
         EXPECT_EQ(broken.transfers(), "1: 1/1 to 1/2 150.75\n") << n;
         EXPECT_EQ(broken.shop.number("select count(*) from shift where e_date is null"), 1) << n;
@@ -359,9 +358,8 @@ TEST_F(Shifts, RowsOfOneNumberAreClosedTogether) {
     drawers.open_shift(3, "2026/11/21 08:00:01");
     drawers.shop.sql("update shift set e_date = '2026/11/21 09:00:00' where s_date = '2026/11/21 08:00:00'");
     EXPECT_TRUE(current_shift(drawers.shop.connection(), 1, 1)->is_open());
-    ShiftScreen screen = opened();
-    drawers.services.prompts.answers = {true};
-    EXPECT_TRUE(screen.close_current());
+    ShiftChange screen = opened();
+    EXPECT_EQ(text(screen.close_current()), "");
     EXPECT_FALSE(current_shift(drawers.shop.connection(), 1, 1)->is_open());
     EXPECT_EQ(shifts(), "3 08:00:00-09:00:00 worker 1\n3 08:00:01-10:42:00 worker 1 0\n");
 }
@@ -370,9 +368,8 @@ TEST_F(Shifts, AWorkerWithoutARowHasNoNameOnTheReport) {
     drawers.shop.sql("update basic set prn_csh_rep = 1");
     ASSERT_TRUE(start(1));
     drawers.shop.sql("delete from worker");
-    drawers.services.prompts.answers = {true};
-    ShiftScreen screen = opened();
-    ASSERT_TRUE(screen.close_current());
+    ShiftChange screen = opened();
+    ASSERT_EQ(text(screen.close_current()), "");
     ASSERT_TRUE(screen.report());
     EXPECT_EQ(screen.report()->worker, "");
 }
@@ -381,9 +378,8 @@ TEST_F(Shifts, ACloseStandsWhenThePrintingTableRefuses) {
     drawers.shop.sql("update basic set prn_csh_rep = 1");
     ASSERT_TRUE(start(1));
     drawers.shop.sql("drop table [print]");
-    drawers.services.prompts.answers = {true};
-    ShiftScreen screen = opened();
-    EXPECT_TRUE(screen.close_current());
+    ShiftChange screen = opened();
+    EXPECT_EQ(text(screen.close_current()), "");
     EXPECT_FALSE(screen.is_in_shift());
     ASSERT_TRUE(screen.report());
     EXPECT_EQ(screen.report()->worker, "سعاد");
@@ -394,10 +390,10 @@ TEST_F(Shifts, TheLighterScreenStartsWithItsOwnCopyOfCalcCash) {
     drawers.services.clock.moment.time.second = 30;
     drawers.cash_sale("5", "10:41:59");
     drawers.cash_sale("70", "10:42:10");
-    ShiftStartScreen screen(drawers.shop.connection(), drawers.session, drawers.services.all());
-    ASSERT_TRUE(screen.open());
-    screen.worker = 1;
-    EXPECT_TRUE(screen.start());
+    ShiftStart screen(drawers.shop.connection(), drawers.session, drawers.services.all());
+    ASSERT_FALSE(screen.open());
+    screen.entry.worker = 1;
+    EXPECT_EQ(text(screen.start()), "");
     EXPECT_EQ(drawers.transfers(), "1: 1/1 to 2/1 5.00\n");
 }
 

@@ -10,6 +10,8 @@
 
 #include "cash/messages.h"
 #include "common/date_time.h"
+#include "common/messages.h"
+#include "common/typed.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
@@ -19,9 +21,6 @@
 namespace ui {
 
 namespace {
-
-// "Enter the counted cash."
-constexpr std::string_view enter_counted = "ادخل الرصيد الفعلي";
 
 constexpr double figure_width = 150;  // room for the largest, so that the decimals line up
 
@@ -152,9 +151,9 @@ void CashPanel::show_state() {
 
 // Blank until a count was recorded or is being typed: nothing counted is no shortage of all the cash.
 void CashPanel::show_difference() {
-    const auto counted = cash::read_amount(utf8(counted_->text()));
-    const bool any = counted && (logic_.difference() || counted_->isModified());
-    const common::Amount difference = any ? common::Amount(*counted) - logic_.expected() : common::Amount();
+    const auto counted = common::read_amount(utf8(counted_->text()));
+    const bool any = counted.is_good() && (logic_.difference() || counted_->isModified());
+    const common::Amount difference = any ? counted.value - logic_.expected() : common::Amount();
     const bool is_short = difference < common::Amount();
     difference_->setText(any ? qt(difference.text()) : QString("—"));
     difference_caption_->setText(is_short ? "عجز" : difference.is_zero() ? "الفرق" : "زيادة");
@@ -166,31 +165,32 @@ void CashPanel::show_difference() {
 }
 
 void CashPanel::choose_day() {
-    const auto day = common::parse_moment(utf8(day_->text()));
-    if (day && day->date == logic_.day()) return;
+    const auto day = common::read_date(utf8(day_->text()));
+    if (day == logic_.day()) return;
     const Sheet* top = Sheet::top_of(window());
     if (top == nullptr || !top->isAncestorOf(this)) return;  // left by Esc, together with the sheet
     if (!day) {
         day_->setText(qt(common::date_text(logic_.day())));  // first, for the message takes the focus away
-        context_.services.prompts.message(message::wrong_date, common::Icon::critical);
+        context_.services.prompts.message(common::message::wrong_date, common::Icon::critical);
         return;
     }
-    guarded(context_.services, "CashPanel", [&] { logic_.choose_day(day->date); });
+    guarded(context_.services, "CashPanel", [&] { logic_.choose_day(*day); });
     show_state();
 }
 
 void CashPanel::confirm() {
     // A hasty Enter does not book the whole drawer as a shortage; who counted nothing types 0.
     if (!counted_->isModified()) {
-        if (!logic_.difference()) context_.services.prompts.message(enter_counted, common::Icon::critical);
+        if (!logic_.difference())
+            context_.services.prompts.message(cash::message::enter_counted, common::Icon::critical);
         counted_->setFocus();
         return;
     }
-    bool recorded = false;
     logic_.counted = utf8(counted_->text());
-    const bool ran = guarded(context_.services, "CountedCash", [&] { recorded = logic_.confirm(); });
-    if (!recorded) {
-        if (ran && !cash::read_amount(utf8(counted_->text()))) counted_->setText(qt(logic_.counted));
+    std::optional<common::Refusal> refusal;
+    const bool ran = guarded(context_.services, "CountedCash", [&] { refusal = logic_.confirm(); });
+    if (refusal) context_.services.prompts.message(refusal->text, common::Icon::critical);
+    if (!ran || refusal) {
         counted_->setFocus();
         return;
     }

@@ -10,6 +10,8 @@
 #include <algorithm>
 
 #include "common/date_time.h"
+#include "common/messages.h"
+#include "common/typed.h"
 #include "printing/report_printer.h"
 #include "ui/cash/figure_ledger.h"
 #include "ui/cash/figure_rows_sheet.h"
@@ -206,16 +208,16 @@ void DailyStatementScreen::choose_drawer() {
 }
 
 bool DailyStatementScreen::choose_date() {
-    const auto typed = common::parse_moment(utf8(date_->text()));
+    const auto typed = common::read_date(utf8(date_->text()));
     if (!typed) {
         // Put back first: the message takes the focus out of the field, which is looked at again then.
         date_->setText(qt(common::date_text(logic_.date)));
-        context_.services.prompts.message(message::wrong_date, common::Icon::critical);
+        context_.services.prompts.message(common::message::wrong_date, common::Icon::critical);
         date_->setFocus();
         date_->selectAll();
         return false;
     }
-    change([&] { logic_.date = typed->date; });
+    change([&] { logic_.date = *typed; });
     return true;
 }
 

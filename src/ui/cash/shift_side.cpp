@@ -8,7 +8,7 @@
 #include "sales/lists.h"
 #include "sales/sales_desk.h"
 #include "ui/cash/cash_panel.h"
-#include "ui/cash/shift_start_screen.h"
+#include "ui/cash/shift_screens.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
@@ -86,7 +86,7 @@ void ShiftSide::show_shifts() {
 void ShiftSide::start_shift() {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.services, "StartShift", [&] {
-        shiftc start(this, context_);
+        ShiftStartScreen start(this, context_);
         if (!start.open() || start.run() != 1) return;
         desk_.reload_shifts();
         show_shifts();

@@ -1,7 +1,7 @@
 #include "ui/printing/reports.h"
 
 #include "cash/daily_statement.h"
-#include "cash/shift_report.h"
+#include "cash/shift.h"
 #include "printing/report_printer.h"
 #include "signin/session.h"
 #include "ui/widgets/text.h"

@@ -1,0 +1,171 @@
+#include "ui/cash/shift_screens.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "cash/messages.h"
+#include "printing/report_printer.h"
+#include "ui/printing/reports.h"
+#include "ui/widgets/choices.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/guard.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+namespace {
+
+// Prints the report of the shift that the last action closed, if the settings want it printed.
+void print_shift_report(const cash::ShiftStart& logic, const Context& context) {
+    if (!logic.report()) return;
+    if (context.reports.print(report_of(*logic.report(), context.session))) return;
+    context.services.prompts.message(cash::message::check_printer, common::Icon::exclamation);
+}
+
+QPushButton* shift_button(QHBoxLayout* row, const char* name, const QString& caption, int share,
+                          std::function<void()> action) {
+    QPushButton* button = foot_button(row, name, caption, share, std::move(action));
+    button->setMinimumHeight(px(50));
+    return button;
+}
+
+}  // namespace
+
+ShiftForm::ShiftForm() {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(px(14));
+    state_ = label({}, "side");
+    state_->setObjectName("shift_state");
+    column->addWidget(state_);
+    discounts_ = label({}, "side");
+    discounts_->setObjectName("shift_discounts");
+    column->addWidget(discounts_);
+    column->addWidget(rule());
+    FieldGrid grid(2, 14);
+    form_.add(cash::shift_form(), grid);
+    column->addLayout(grid.layout());
+    QWidget* counted = form_.field("shift_counted");
+    enter_leads_on({first_field(), counted, form_.field("shift_leave")});
+    enter_leads_on({form_.field("shift_date"), form_.field("shift_time"), counted});
+}
+
+void ShiftForm::lead_to(QWidget* last) {
+    enter_leads_on({form_.field("shift_leave"), last});
+}
+
+bool ShiftForm::open(cash::ShiftStart& logic, const Context& context) {
+    if (const auto refusal = logic.open()) {
+        form_.refuse(*refusal, context.services.prompts);
+        return false;
+    }
+    fill_choices(form_.list("shift_worker"), logic.workers(), {});
+    form_.show(logic.entry);
+    show_number(logic);
+    const auto& last = logic.last_shift();
+    QString text = "لم تبدأ أي وردية على هذا الدرج";
+    if (last) {
+        text = QString("وردية رقم %1 · %2 · %3")
+                   .arg(last->number)
+                   .arg(qt(logic.last_worker()), last->is_open() ? "مفتوحة" : "مغلقة");
+    }
+    state_->setText(text);
+    // Shown only where it matters: a right count is this much short of the expected cash.
+    discounts_->setVisible(!logic.discounts().is_zero());
+    discounts_->setText(qt(cash::message::shift_discounts) + " : " + qt(logic.discounts().text()));
+    return true;
+}
+
+void ShiftForm::show_number(const cash::ShiftStart& logic) {
+    qobject_cast<QLabel*>(form_.field("next_shift"))->setText(QString::number(logic.next_number()));
+}
+
+bool ShiftForm::start(cash::ShiftStart& logic, const Context& context) {
+    const bool started = form_.save(context.services, "StartShift", logic.entry, [&] {
+        auto refusal = logic.start();
+        if (!refusal) print_shift_report(logic, context);
+        return refusal;
+    });
+    if (!started) show_number(logic);
+    return started;
+}
+
+// Closes at this moment, so the date and time in the fields are not read: a wrong date is no reason to keep a
+// shift open.
+bool ShiftForm::close_current(cash::ShiftChange& logic, const Context& context) {
+    logic.entry.counted = utf8(form_.line("shift_counted")->text());
+    logic.entry.leave = utf8(form_.line("shift_leave")->text());
+    std::optional<common::Refusal> refusal;
+    bool closed = false;
+    guarded(context.services, "CloseShift", [&] {
+        if (!logic.confirm_close()) return;
+        refusal = logic.close_current();
+        closed = !refusal;
+        if (closed) print_shift_report(logic, context);
+    });
+    if (refusal) form_.refuse(*refusal, context.services.prompts);
+    if (!closed) show_number(logic);
+    return closed;
+}
+
+ShiftScreen::ShiftScreen(QWidget* host, const Context& context)
+    : Sheet(host, "الورديات"),
+      context_(context),
+      logic_(context.connection, context.session, context.services),
+      form_(new ShiftForm) {
+    setObjectName("shift2s");
+    set_card_width(620);
+    body()->addWidget(form_);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(px(10));
+    auto* start = shift_button(row, "shift_start", "&بدء وردية جديدة", 1, [this] {
+        if (Sheet::top_of(window()) == this && form_->start(logic_, context_)) leave(1);
+    });
+    set_role(start, "main");
+    shift_button(row, "shift_back", "&رجوع", 1, [this] { leave(0); });
+    // Possible between shifts too, where it says that the shift is closed: it may have been closed elsewhere
+    // after this screen was opened.
+    shift_button(row, "shift_close", "إ&غلاق الوردية الحالية", 1, [this] {
+        if (Sheet::top_of(window()) == this && form_->close_current(logic_, context_)) leave(1);
+    });
+    body()->addSpacing(px(4));
+    body()->addLayout(row);
+    form_->lead_to(start);
+}
+
+QString ShiftScreen::closing() const {
+    const auto& report = logic_.report();
+    if (!report) return {};
+    return QString(
+               "أغلقت الوردية %1 · الرصيد الدفتري \u200e%2\u200f · الفعلي \u200e%3\u200f · الفرق \u200e%4")
+        .arg(report->number)
+        .arg(qt(report->expected.text()), qt(report->counted.text()), qt(report->difference.text()));
+}
+
+ShiftStartScreen::ShiftStartScreen(QWidget* host, const Context& context)
+    : Sheet(host, "بدء وردية"),
+      context_(context),
+      logic_(context.connection, context.session, context.services),
+      form_(new ShiftForm) {
+    setObjectName("shiftc");
+    set_card_width(620);
+    body()->addWidget(form_);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(px(10));
+    auto* start = shift_button(row, "shiftc_start", "&بدء وردية جديدة", 2, [this] {
+        if (Sheet::top_of(window()) == this && form_->start(logic_, context_)) leave(1);
+    });
+    set_role(start, "main");
+    shift_button(row, "shiftc_back", "&رجوع", 1, [this] { leave(0); });
+    body()->addSpacing(px(4));
+    body()->addLayout(row);
+    form_->lead_to(start);
+}
+
+}  // namespace ui
