@@ -1,5 +1,5 @@
-// The whole way to a server: the program's connection, the driver manager, FreeTDS, and the test server, which
-// runs what it is sent.
+// The whole way to a server: the program's connection, the driver manager, FreeTDS, and the test server,
+// which runs what it is sent.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -7,7 +7,6 @@
 #include <thread>
 
 #include "database/recordset.h"
-#include "database/sqlserver/odbc_statement.h"
 #include "database/sqlserver/open.h"
 #include "support/shop.h"
 #include "support/tds_bridge.h"
@@ -212,35 +211,6 @@ TEST_F(Bridge, EveryLossIsOneFailureAndTheNextStatementConnectsAnew) {
                 HasSubstr("08001 SQL Server does not exist"));
     bridge.set_network(TdsBridge::Network::up);
     EXPECT_EQ(database::integer_of(connection->scalar("select st_d from basic")), 2);
-}
-
-// What the driver sends for statements that are prepared: the program has none, a tool of the shop may.
-TEST_F(Bridge, PreparedStatementsRunAgainAndAgain) {
-    open()->execute("create table items (code int not null primary key, name nvarchar(20))");
-    const database::OdbcHandle environment(SQL_HANDLE_ENV, SQL_NULL_HANDLE);
-    SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
-    const database::OdbcHandle connection(SQL_HANDLE_DBC, environment.get());
-    auto driver = database::to_wide(database::freetds_connection_string(
-        "Password=secret;Persist Security Info=True;User ID=sa;Initial Catalog=shop", "{FreeTDS}",
-        "127.0.0.1", bridge.port()));
-    ASSERT_TRUE(SQL_SUCCEEDED(SQLDriverConnectW(connection.get(), nullptr, driver.data(), SQL_NTS, nullptr, 0,
-                                                nullptr, SQL_DRIVER_NOPROMPT)));
-    {
-        const database::OdbcHandle statement(SQL_HANDLE_STMT, connection.get());
-        auto text = database::to_wide("insert into items values (?, N'صنف')");
-        ASSERT_TRUE(SQL_SUCCEEDED(SQLPrepareW(statement.get(), text.data(), SQL_NTS)));
-        std::int32_t code = 0;
-        SQLLEN length = 0;
-        SQLBindParameter(statement.get(), 1, SQL_PARAM_INPUT, SQL_C_SLONG, SQL_INTEGER, 0, 0, &code, 0,
-                         &length);
-        for (code = 1; code <= 3; ++code) {
-            ASSERT_TRUE(SQL_SUCCEEDED(SQLExecute(statement.get()))) << code;
-            SQLLEN rows = 0;
-            SQLRowCount(statement.get(), &rows);
-            EXPECT_EQ(rows, 1);
-        }
-    }
-    EXPECT_EQ(database::integer_of(open()->scalar("select sum(code) from items where name = 'صنف'")), 6);
 }
 
 }  // namespace

@@ -84,13 +84,6 @@ std::string done_cancelled() {
     return ending(done_token, cancelled, 0);
 }
 
-std::string handed_back(std::string_view name, std::int32_t number) {
-    const Type whole{Type::whole, 4};
-    return byte(return_value) + little(std::uint16_t{0}) + short_text(name) + byte(1) +
-           little(std::uint32_t{0}) + little(std::uint16_t{0}) + type_info(whole) +
-           cell(whole, std::int64_t{number});
-}
-
 std::string error(int number, int severity, std::string_view text) {
     return message(error_token, number, severity, text) + ending(done_token, with_error, 0);
 }

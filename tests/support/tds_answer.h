@@ -23,8 +23,6 @@ std::string call_status();
 std::string done_call();
 // The end of a statement that an attention cancelled.
 std::string done_cancelled();
-// A whole number that a call returns.
-std::string handed_back(std::string_view name, std::int32_t number);
 
 // An error with the end of its statement; a message that is not an error.
 std::string error(int number, int severity, std::string_view text);

@@ -35,25 +35,10 @@ std::string_view without_headers(std::string_view body) {
     return body.substr(headers);
 }
 
-// Procedures that are called by number.
+// The name of a procedure that is called by number.
 std::string well_known(std::uint16_t number) {
-    static constexpr std::array names = {"",
-                                         "sp_cursor",
-                                         "sp_cursoropen",
-                                         "sp_cursorprepare",
-                                         "sp_cursorexecute",
-                                         "sp_cursorprepexec",
-                                         "sp_cursorunprepare",
-                                         "sp_cursorfetch",
-                                         "sp_cursoroption",
-                                         "sp_cursorclose",
-                                         "sp_executesql",
-                                         "sp_prepare",
-                                         "sp_execute",
-                                         "sp_prepexec",
-                                         "sp_prepexecrpc",
-                                         "sp_unprepare"};
-    return number < names.size() ? names[number] : "procedure " + std::to_string(number);
+    constexpr std::uint16_t executesql = 10;
+    return number == executesql ? "sp_executesql" : "procedure " + std::to_string(number);
 }
 
 }  // namespace

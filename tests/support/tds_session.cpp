@@ -136,26 +136,6 @@ std::string Session::answer_call(const Call& call) {
         const Statement statement = with_values(database::text_of(call.at(0)), call, 2);
         return answer_statement(statement.text, statement.values, true);
     }
-    if (name == "sp_prepare" || name == "sp_prepexec") {
-        const auto handle = static_cast<std::int32_t>(prepared_.size()) + 1;
-        prepared_[handle] = database::text_of(call.at(2));
-        const std::string back = handed_back("@handle", handle);
-        if (name == "sp_prepare") return call_status() + back + done_call();
-        const Statement statement = with_values(prepared_[handle], call, 3);
-        const std::string answer = answer_statement(statement.text, statement.values, true);
-        return answer.empty() ? answer : back + answer;
-    }
-    if (name == "sp_execute" || name == "sp_unprepare") {
-        const auto found = prepared_.find(static_cast<std::int32_t>(database::integer_of(call.at(0))));
-        if (found == prepared_.end())
-            return error_in_call(8179, 16, "Could not find prepared statement with that handle.");
-        if (name == "sp_unprepare") {
-            found->second.clear();
-            return call_status() + done_call();
-        }
-        const Statement statement = with_values(found->second, call, 1);
-        return answer_statement(statement.text, statement.values, true);
-    }
     bridge_.receive(number_, call.procedure);
     if (name == "sp_columns" || name == "sp_pkeys") {
         const database::Result rows = name == "sp_columns" ? columns_of(*shop_, call.text("@table_name", 0))

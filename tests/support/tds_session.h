@@ -1,7 +1,6 @@
 // The test server's session with one client, on a connection of its own to the shop's file.
 #pragma once
 
-#include <map>
 #include <memory>
 #include <string>
 
@@ -31,7 +30,6 @@ class Session {
     int socket_;
     bool cut_ = false;
     std::unique_ptr<database::Connection> shop_;
-    std::map<std::int32_t, std::string> prepared_;
 };
 
 }  // namespace test::tds

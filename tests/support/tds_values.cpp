@@ -16,20 +16,14 @@ namespace {
 // Names of types on the wire.
 enum Token : std::uint8_t {
     int_n = 0x26,
-    date_n = 0x28,
     datetime2_n = 0x2A,
     bit_n = 0x68,
-    decimal_n = 0x6A,
     numeric_n = 0x6C,
     float_n = 0x6D,
     money_n = 0x6E,
     datetime_n = 0x6F,
     n_text = 0x63,
-    varbinary = 0xA5,
-    varchar = 0xA7,
-    fixed_char = 0xAF,
     nvarchar = 0xE7,
-    nchar = 0xEF,
 };
 
 // Arabic_CI_AS: language, flags, sort order.
@@ -37,7 +31,6 @@ const std::string collation("\x01\x04\xd0\x00\x00", 5);
 constexpr int longest_text = 4000;  // characters of an nvarchar(n)
 constexpr std::uint16_t no_limit = 0xFFFF;
 constexpr std::uint64_t null_of_any_length = 0xFFFFFFFFFFFFFFFF;
-constexpr int ticks_per_second = 300;
 constexpr double money_unit = 10000;
 
 long days_since(const common::Date& date, const common::Date& zero) {
@@ -243,27 +236,6 @@ Value datetime2_of(std::string_view bytes, int scale) {
     return common::Moment{common::add_days(datetime2_zero, days), time_of(units)};
 }
 
-Value datetime_of(std::string_view bytes) {
-    Reader reader(bytes);
-    if (bytes.size() == 4) {  // days and minutes
-        const auto days = reader.number<std::uint16_t>();
-        return common::Moment{common::add_days(datetime_zero, days),
-                              time_of(reader.number<std::uint16_t>() * 60'000LL)};
-    }
-    const auto days = reader.number<std::int32_t>();
-    const auto ticks = reader.number<std::uint32_t>();
-    return common::Moment{common::add_days(datetime_zero, days),
-                          time_of((ticks * 1000LL + ticks_per_second / 2) / ticks_per_second)};
-}
-
-Value numeric_of(std::string_view bytes, int scale) {
-    if (bytes.size() < 2) throw Malformed();
-    const long long digits = unsigned_of(bytes.substr(1, 8));
-    const long long whole = bytes[0] == 0 ? -digits : digits;
-    if (scale == 0) return std::int64_t{whole};
-    return static_cast<double>(whole) / std::pow(10.0, scale);
-}
-
 Value text_of_any_length(Reader& reader) {
     const auto total = reader.number<std::uint64_t>();
     if (total == null_of_any_length) return {};
@@ -273,61 +245,31 @@ Value text_of_any_length(Reader& reader) {
     return narrow(bytes);
 }
 
-// A type whose width comes with each value.
-Value of_changing_width(std::uint8_t token, std::string_view bytes) {
-    if (token == int_n) return whole_of(bytes);
-    if (token == bit_n) return std::int64_t{bytes[0] != 0};
-    if (token == datetime_n) return datetime_of(bytes);
-    if (token == money_n) {
-        const auto high = Reader(bytes).number<std::int32_t>();
-        const auto low = Reader(bytes.substr(4)).number<std::uint32_t>();
-        return static_cast<double>(static_cast<std::int64_t>(high) << 32 | low) / money_unit;
-    }
-    if (bytes.size() == 4) return static_cast<double>(Reader(bytes).number<float>());
-    return Reader(bytes).number<double>();
-}
-
 }  // namespace
 
 Value parameter(Reader& reader) {
     const auto token = reader.number<std::uint8_t>();
     switch (token) {
         case int_n:
-        case bit_n:
-        case float_n:
-        case money_n:
-        case datetime_n: {
+        case float_n: {
             reader.take(1);
             const std::string_view bytes = reader.take(reader.number<std::uint8_t>());
-            return bytes.empty() ? Value() : of_changing_width(token, bytes);
+            if (bytes.empty()) return {};
+            return token == int_n ? Value(whole_of(bytes)) : Value(Reader(bytes).number<double>());
         }
         case datetime2_n: {
             const int scale = reader.number<std::uint8_t>();
             const std::string_view bytes = reader.take(reader.number<std::uint8_t>());
             return bytes.empty() ? Value() : datetime2_of(bytes, scale);
         }
-        case date_n: {
-            const std::string_view bytes = reader.take(reader.number<std::uint8_t>());
-            return bytes.empty() ? Value() : datetime2_of(bytes, 0);
-        }
-        case decimal_n:
-        case numeric_n: {
-            reader.take(2);
-            const int scale = reader.number<std::uint8_t>();
-            const std::string_view bytes = reader.take(reader.number<std::uint8_t>());
-            return bytes.empty() ? Value() : numeric_of(bytes, scale);
-        }
-        case varchar:
-        case fixed_char:
-        case nvarchar:
-        case nchar: {
+        case nvarchar: {
             const auto most = reader.number<std::uint16_t>();
             reader.take(collation.size());
             if (most == no_limit) return text_of_any_length(reader);
             const auto length = reader.number<std::uint16_t>();
             if (length == no_limit) return {};
             const std::string_view bytes = reader.take(length);
-            return token == nvarchar || token == nchar ? narrow(bytes) : std::string(bytes);
+            return narrow(bytes);
         }
         case n_text: {
             reader.take(4 + collation.size());
