@@ -227,7 +227,7 @@ TEST_F(Translator, DamagedStatementsOfTheProgram) {
     test::Shop shop;
     connection.reset();
     connection = database::open_embedded(shop.file());
-    const std::vector<std::string> statements = test::data_lines("database/data/statements.sql", "--");
+    const std::vector<std::string> statements = test::data_lines("fuzz/data/statements.sql", "--");
     std::mt19937 random(300);
     for (int round = 0; round < 10'000 && !HasFailure(); ++round) {
         std::string statement = statements[random() % statements.size()];

@@ -1,7 +1,7 @@
-// The program's statements: each one runs and means what it means on a server.
+// What the program relies on in its statements, on a shop in the middle of a day. A real server can be asked
+// too.
 #include <gtest/gtest.h>
 
-#include "support/data_file.h"
 #include "support/shop.h"
 
 namespace {
@@ -9,10 +9,9 @@ namespace {
 using database::Error;
 using database::Sql;
 
-// A shop in the middle of a day.
-class WorkingDay : public testing::Test {
+class Means : public testing::Test {
   protected:
-    WorkingDay() {
+    Means() {
         for (const char* statement : {
                  "insert into items (code,name,num1,num2,num3,price11,price12,price22,fact,itype,sale_only) "
                  "values (101,N'لبن كامل',1,6,24,20,25,140,2,3,0)",
@@ -38,27 +37,11 @@ class WorkingDay : public testing::Test {
             shop_.sql(std::string("insert into vencuspay (chkno,ptype,type,vcode,ztype,quan) values ('") +
                       number + "',2,1,5,2,10)");
     }
-    test::Shop shop_;
-};
-
-TEST_F(WorkingDay, EveryStatementOfTheProgramRuns) {
-    for (const std::string& statement : test::data_lines("database/data/statements.sql", "--")) {
-        try {
-            shop_.connection().query(Sql::from_administrator(statement));
-        } catch (const Error& error) {
-            ADD_FAILURE() << statement << "\n    " << error.sqlstate() << ": " << error.what();
-        }
-    }
-}
-
-// What a statement's single cell is as text, "null", or "no row".
-struct Meaning {
-    const char* statement;
-    const char* cell;
-};
-
-class Means : public WorkingDay {
-  protected:
+    // A statement and its single cell as text, "null", or "no row".
+    struct Meaning {
+        const char* statement;
+        const char* cell;
+    };
     void check(std::initializer_list<Meaning> meanings) {
         for (const auto& [statement, expected] : meanings) {
             try {
@@ -74,6 +57,7 @@ class Means : public WorkingDay {
             }
         }
     }
+    test::Shop shop_;
 };
 
 TEST_F(Means, WhatAServerMeans) {
