@@ -336,6 +336,25 @@ TEST_F(Vouchers, ADirectReceiptIsNeverHalfWritten) {
     EXPECT_GT(written, 0);
 }
 
+TEST_F(Vouchers, ARefusedDirectReceiptNamesTheField) {
+    struct Case {
+        DirectReceiptFields fields;
+        std::string_view field;
+        std::string_view text;
+    };
+    const Case cases[] = {{{std::nullopt, "10"}, "direct_customer", message::enter_customer},
+                          {{99, "10"}, "direct_customer", message::no_such_customer},
+                          {{7, "0.00"}, "direct_amount", common::message::enter_value},
+                          {{7, "12.345"}, "direct_amount", common::message::too_fine}};
+    for (const Case& refused : cases) {
+        const auto refusal = check_direct_receipt(office.shop.connection(), refused.fields);
+        ASSERT_TRUE(refusal) << refused.text;
+        EXPECT_EQ(refusal->field, refused.field);
+        EXPECT_EQ(refusal->text, refused.text);
+    }
+    EXPECT_FALSE(check_direct_receipt(office.shop.connection(), {7, "10"}));
+}
+
 TEST_F(Vouchers, ADirectReceiptLowersWhatTheCustomerOwes) {
     std::vector<std::string> numbers;
     for (int i = 0; i < 11; ++i) {
