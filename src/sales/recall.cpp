@@ -7,6 +7,7 @@
 
 #include "sales/customers.h"
 #include "sales/items.h"
+#include "sales/stock_check.h"
 
 namespace sales {
 
@@ -193,7 +194,7 @@ std::optional<std::string> line_beyond_sale(Connection& connection, const Invoic
         const auto found = sold.find(article_of(line));
         double& sum = used[article_of(line)];
         sum += line.base_quantity();
-        if (found == sold.end() || sum > found->second + nothing_left) return line.name;
+        if (found == sold.end() || !stock_suffices(found->second, sum)) return line.name;
     }
     return std::nullopt;
 }

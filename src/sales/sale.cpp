@@ -60,6 +60,11 @@ StockShown DeskPart::stock_of(std::optional<std::size_t> row) {
     return {stock_text(connection_, *item, invoice_.store), expiry_texts(connection_, *item)};
 }
 
+void DeskPart::select_default_level() {
+    const auto basic = connection_.query("select * from basic");
+    invoice_.price_level = default_level(basic.empty() ? 0 : basic.front().integer("main_p"));
+}
+
 Sale DeskPart::empty_sale() const {
     Sale empty;
     empty.chosen_store = sale_.chosen_store;
@@ -73,8 +78,7 @@ void DeskPart::start_next_invoice() {
     sale_ = empty_sale();
     const Sale empty = sale_;
     try {
-        const auto basic = connection_.query("select * from basic");
-        invoice_.price_level = default_level(basic.empty() ? 0 : basic.front().integer("main_p"));
+        select_default_level();
         invoice_.date = server_date();
         NextInvoiceNumber();
     } catch (const std::exception& error) {

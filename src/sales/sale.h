@@ -150,6 +150,8 @@ class DeskPart {
     void show_line(std::optional<std::size_t> row);
     StockShown stock_of(std::optional<std::size_t> row);
 
+    // Selects the price level of the settings.
+    void select_default_level();
     // An empty sale of the store and price level of this one.
     Sale empty_sale() const;
     // Leaves an empty invoice with the next number and the default options. It always leaves an empty one,

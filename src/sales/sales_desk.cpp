@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include "sales/items.h"
-
 namespace sales {
 
 namespace {
@@ -36,8 +34,7 @@ bool SalesDesk::Open() {
         state_.lists.user_filter = load_user_filter(connection_);
         shifts_ = load_shifts(connection_, session_);
         news_ = load_news(connection_);
-        const auto basic = connection_.query("select * from basic");
-        invoice_.price_level = default_level(basic.empty() ? 0 : basic.front().integer("main_p"));
+        select_default_level();
         return true;
     });
 }

@@ -1,5 +1,5 @@
-// Saving with a fault at every statement: what was written is always a beginning of the documented order, the
-// cashier and the log are told, and the shop goes on.
+// Saving with a fault at every statement: what was written is always a prefix of the documented order, the
+// cashier and the log are told, and the shop goes on working.
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -92,7 +92,7 @@ const Scenario scenarios[] = {
      }},
 };
 
-// Everything that a save writes, as figures in the documented order of writing.
+// What a save writes, as figures in the documented order of writing.
 std::vector<double> trace(Connection& connection) {
     std::vector<double> figures;
     for (const char* query : {
@@ -114,8 +114,8 @@ std::vector<double> trace(Connection& connection) {
     return figures;
 }
 
-// True when `seen` could be a moment between `before` and `after`: some steps done, one perhaps begun, the
-// rest untouched.
+// Returns true if `seen` may lie between `before` and `after`: some steps done, one perhaps begun, the rest
+// not yet begun.
 bool is_prefix(const std::vector<double>& before, const std::vector<double>& seen,
                const std::vector<double>& after) {
     bool may_be_done = true;

@@ -1,5 +1,5 @@
-// Two tills, each a process of its own, ring up on one shop at the same time: nothing is lost, every movement
-// is accounted for, and numbers that both drew are found afterwards.
+// Two tills, each a process of its own, sell in one shop at the same time: nothing is lost, every movement is
+// accounted for, and numbers that both drew are found afterwards.
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -22,7 +22,7 @@ constexpr int rice_each = 2;
 constexpr int oil_each = 3;
 constexpr double net_each = rice_each * 10.0 + oil_each * 25.0;
 
-// What the n-th receipt of a till is: of ten, five cash sales, two card sales, two account sales and a
+// The n-th receipt of a till. Of ten, five are cash sales, two card sales, two account sales and one a
 // return.
 Invoice receipt(const Desk& till, int n) {
     Invoice invoice = till.invoice();
@@ -99,7 +99,7 @@ TEST(TwoTills, OnOneShopLoseNothing) {
     Till till;
     till.shop.sql(
         "insert into shift (stcode,cash_no,scode,s_date,man_) select 1,2,15,'2026/11/21 08:00:00',1");
-    // The older batch of the rice runs out on the way.
+    // The older batch of the rice runs out during the day.
     till.shop.sql("update stk set quan = " + std::to_string(each) + " where icode = 100 and stcode = 1");
     till.shop.sql("update stk set quan = quan + 9000 where edate = '2027/06/01' or icode = 200");
     till.shop.sql("update custdata set copen = cacc");

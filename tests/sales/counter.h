@@ -1,4 +1,4 @@
-// A cashier at the sales screen of the till: more items of every awkward sort, and the screen opened on them.
+// A cashier at the sales desk of a till with items of every awkward sort.
 #pragma once
 
 #include <string>
@@ -9,11 +9,11 @@
 
 namespace test {
 
-// Beside the till's items: 123 (cheese by weight, 40 kg), 400 (water in units, packs of 6 and cartons of 24,
-// all levels priced, 240 pieces), 410 (no pack and no carton data), 420 (stopped), 430 (no prices), 440 (one
-// piece), 450 (5 pieces, 5 reserved), 460 (2 pieces, none reserved). Barcodes: 6221000400012 water,
-// 6221000400029 its pack, 6221000400036 its carton, 6221000410011 and 6221000410028 the pack and carton of
-// 410, 7000 two items.
+// The items, beside those of the till: 123 (cheese by weight, 40 kg), 400 (water in units, packs of 6 and
+// cartons of 24, all levels priced, 240 pieces), 410 (no pack and no carton data), 420 (stopped), 430 (no
+// prices), 440 (one piece), 450 (5 pieces, 5 reserved), 460 (2 pieces, none reserved). Barcodes:
+// 6221000400012 water, 6221000400029 its pack, 6221000400036 its carton, 6221000410011 and 6221000410028 the
+// pack and carton of 410, 7000 two items.
 struct Counter : Till {
     Counter() {
         session.settings.max_dis = 10;
@@ -50,7 +50,7 @@ struct Counter : Till {
             shop.sql(statement);
     }
 
-    // Permissions: everybody may do everything until a test takes something away.
+    // Takes permissions away; at first the user has all of them.
     void forbid(std::initializer_list<int> positions) {
         for (const int position : positions)
             session.permissions[static_cast<std::size_t>(position) - 1] = '0';
@@ -74,7 +74,7 @@ struct Counter : Till {
     std::string cell(std::size_t row, int column) const {
         return desk.invoice().cells(row)[static_cast<std::size_t>(column)];
     }
-    // All that was said and asked since, in one list each; forgets it.
+    // The messages and the questions since the last call.
     std::vector<std::string> said() { return std::exchange(services.prompts.messages, {}); }
     std::vector<std::string> asked() { return std::exchange(services.prompts.questions, {}); }
     void answer(std::initializer_list<bool> answers) { services.prompts.answers.assign(answers); }

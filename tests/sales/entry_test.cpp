@@ -1,4 +1,4 @@
-// What the item-code field makes of what a hand or a scanner sends.
+// How typed and scanned texts are interpreted.
 #include "sales/entry.h"
 
 namespace {
@@ -28,7 +28,7 @@ TEST(Scan, ReadsEveryForm) {
         {" 2000123004500\r\n", EntryForm::scale_label, "123", 0.45, 0},
         {"٢٠٠٠١٢٣٠٠٤٥٠٠", EntryForm::scale_label, "123", 0.45, 0},
         {"2099999999999", EntryForm::scale_label, "99999", 99.999, 0},
-        // One character more or fewer, or another prefix, is no label.
+        // One character more or fewer, or another prefix, makes it a code.
         {"20001230045001", EntryForm::code, "20001230045001", 1, 0},
         {"200012300450", EntryForm::code, "200012300450", 1, 0},
         {"2100123004500", EntryForm::code, "2100123004500", 1, 0},

@@ -148,7 +148,7 @@ TEST(ItemEntry, SalePeriodReducesThePriceOfItsDays) {
         ASSERT_TRUE(counter.enter("400"));
         EXPECT_EQ(counter.cell(0, column::price), c.expected);
         EXPECT_EQ(desk.invoice().lines[0].clearance, c.clearance);
-        // On a clearance item no discount opens, whatever the user may do otherwise.
+        // The discount cells of a clearance item never open, even with the right to edit discounts.
         EXPECT_EQ(desk.lines().begin_edit(0, column::discount_value), !c.clearance);
         EXPECT_EQ(desk.lines().begin_edit(0, column::discount_percent), !c.clearance);
         if (c.clearance) {
@@ -226,6 +226,35 @@ TEST(ItemEntry, GroupShowsTheTypesNameOrItsNumber) {
     EXPECT_EQ(counter.cell(0, column::group), "مشروبات");
     EXPECT_EQ(counter.cell(1, column::group), "9");
     EXPECT_EQ(counter.cell(2, column::group), "");
+}
+
+// A till that is left on notices the sale periods that begin and end meanwhile.
+TEST(ItemEntry, SalePeriodsBeginAndEndWhileATillIsOn) {
+    Counter counter;
+    counter.shop.sql("insert into sal_prd (sale_no,sale_from,sale_to) select 1,'2026/11/22','2026/11/23'");
+    counter.shop.sql("insert into sale_price (sale_prd,icode,p_per) select 1,410,25");
+    auto& desk = counter.open();
+    const auto price_now = [&] {
+        EXPECT_TRUE(counter.enter("410")) << counter.services.prompts.last();
+        const double price = desk.invoice().lines.back().price;
+        counter.start_anew();
+        return price;
+    };
+    EXPECT_EQ(price_now(), 12);
+    counter.services.clock.moment = {{2026, 11, 22}, {0, 0, 1, 0}};
+    EXPECT_EQ(price_now(), 9) << "begun at midnight";
+    EXPECT_EQ(price_now(), 9);
+    counter.services.clock.moment = {{2026, 11, 24}, {8, 0, 0, 0}};
+    EXPECT_EQ(price_now(), 12) << "over";
+
+    // The manager adds one while an invoice is being rung up.
+    EXPECT_TRUE(counter.enter("440"));
+    counter.shop.sql("insert into sal_prd (sale_no,sale_from,sale_to) select 2,'2026/11/24','2026/11/24'");
+    counter.shop.sql("insert into sale_price (sale_prd,icode,s_price) select 2,410,7");
+    EXPECT_TRUE(counter.enter("410"));
+    EXPECT_EQ(desk.invoice().lines.back().price, 12) << "one invoice, one price list";
+    counter.start_anew();
+    EXPECT_EQ(price_now(), 7);
 }
 
 }  // namespace

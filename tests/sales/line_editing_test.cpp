@@ -1,4 +1,4 @@
-// In-place editing: permissions, the ceiling at its edge, losses, and input that no line should hold.
+// In-place editing: permissions, the ceiling at its edge, losses, and input that a line must not take.
 #include "sales/line_editing.h"
 #include "sales/counter.h"
 #include "sales/messages.h"
@@ -77,7 +77,7 @@ TEST(LineEditing, CeilingOfALineDiscountAtItsEdge) {
         SCOPED_TRACE(std::string(c.typed) + " in column " + std::to_string(c.column));
         Counter counter;
         auto& desk = ten_of_tea(counter);
-        desk.lines().commit_edit(0, column::discount_value, "5");  // what a refusal must wipe out
+        desk.lines().commit_edit(0, column::discount_value, "5");  // a refusal must remove it
         counter.said();
         counter.session.settings.max_dis = c.ceiling;
         EXPECT_EQ(desk.lines().commit_edit(0, c.column, c.typed), c.taken);

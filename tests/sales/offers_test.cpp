@@ -72,7 +72,7 @@ TEST(OffersOnScreen, ALongNameComesBackWhole) {
         ASSERT_EQ(desk.offers().SaveOffer(), 1);
         ASSERT_TRUE(desk.offers().LoadOffer(1));
         EXPECT_EQ(desk.invoice().cells(0)[column::name], entered);
-        // The card says something else by now: what was offered stands, as far as the offer has it.
+        // If the card has changed since, the name stays as it was cut.
         counter.shop.sql("update items set name = N'شيء آخر' where code = 410");
         counter.services.prompts.answers = {true};
         ASSERT_TRUE(desk.offers().LoadOffer(1));
@@ -100,7 +100,7 @@ TEST(OffersOnScreen, PaymentAndCustomerOfTheOfferAreTakenOver) {
             c.stored);
         ASSERT_TRUE(desk.offers().LoadOffer(1));
         EXPECT_EQ(desk.invoice().payment, c.payment);
-        // The code proposed for the customer belonged to another by then; he has the next free one.
+        // The proposed code belonged to another customer, so he got the next free one.
         ASSERT_TRUE(desk.invoice().walk_in);
         EXPECT_EQ(desk.invoice().walk_in->name, "سها");
         EXPECT_EQ(desk.invoice().walk_in->code, 2);
@@ -120,7 +120,7 @@ TEST(OffersOnScreen, WhatCannotBeKeptOrLoadedIsSaidAndChangesNothing) {
     EXPECT_EQ(desk.invoice().lines.size(), 1u);
     EXPECT_EQ(desk.offers().SaveOffer(), 1);
 
-    // An invoice in work makes way only after a question.
+    // An invoice in work is replaced only after a question.
     ASSERT_TRUE(counter.enter("410"));
     EXPECT_FALSE(desk.offers().LoadOffer(1));
     EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::cancel_receipt)));
@@ -254,7 +254,7 @@ TEST(PartlySaved, StaysUnchangeableUntilItIsCancelled) {
     EXPECT_TRUE(enter("410"));
 }
 
-// The row of a walk-in customer was written and the answer never came: he is not there twice afterwards.
+// The row of a walk-in customer was written, but the answer was lost: he is not added twice.
 TEST(OffersOnScreen, AWalkInCustomerWhoseAnswerWasLostIsAddedOnce) {
     Counter counter;
     test::FaultyConnection faulty(counter.connection());

@@ -47,7 +47,7 @@ TEST(Payment, WhoeverPaysWhatIsShownHasPaid) {
         double net;
         const char* shown;
     };
-    // Weighed goods leave thousandths that no coin pays.
+    // Weighed goods cost fractions of the smallest coin.
     for (const Case& c :
          {Case{10.125, "10.13"}, Case{2.525, "2.53"}, Case{13.8195, "13.82"}, Case{41.4549, "41.45"}}) {
         test::RememberedDevices devices;

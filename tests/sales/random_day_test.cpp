@@ -110,7 +110,7 @@ class RandomDay {
                                    item == 200 && pick(0, 2) == 0 ? 12 : 1);
             if (!invoice.is_return() && item != 300 && pick(0, 2) == 0) {
                 line.source_kind = sales::SourceKind::other_store;
-                line.source_store = 3 - invoice.store;  // asked for blindly: it may not have it any more
+                line.source_store = 3 - invoice.store;  // without asking whether it has any
             }
             line.below_stock = pick(0, 5) == 0;
             invoice.lines.push_back(line);
@@ -144,7 +144,7 @@ TEST(RandomDay, StockAndBalanceFollowEverySaleAndReturn) {
         RandomDay day(seed);
         day.play(80);
         EXPECT_EQ(day.returned_beyond_sale(), 0);
-        // The day saw all that it is to prove.
+        // The day contained enough of everything.
         EXPECT_GT(day.saved, 20);
         EXPECT_GT(day.refused, 2);
         EXPECT_GT(day.transfers(), 5);

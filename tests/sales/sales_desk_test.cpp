@@ -52,7 +52,7 @@ TEST(SalesDesk, AMissingTableIsToldAtOpening) {
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::action_failed)));
 }
 
-// Date and time of an invoice are of one moment, whenever it was begun, unless a day was chosen.
+// An invoice has the date of its saving, whenever it was begun, unless a day was chosen.
 TEST(SalesDesk, ASaleIsOfTheDayOfItsSaving) {
     struct Case {
         const char* what;
@@ -107,7 +107,7 @@ TEST(SalesDesk, ACashSaleFromScanToDrawer) {
     EXPECT_THAT(desk.invoice().lines, IsEmpty());
     EXPECT_EQ(std::to_string(desk.invoice().number), "2");
     EXPECT_EQ(desk.sale().figures.net, "0.00");
-    // The key pressed once more has nothing to save.
+    // A second press of the key has nothing to save.
     EXPECT_EQ(desk.checkout().SaveInvoice(), SaveOutcome::refused);
     EXPECT_EQ(counter.shop.number("select count(*) from sales"), 1);
 }
@@ -222,7 +222,7 @@ TEST(SalesDesk, ARecalledReceiptIsLookedAtReprintedAndReturned) {
     ASSERT_EQ(counter.printer.printed.size(), 1u);
     EXPECT_EQ(counter.printer.printed[0].second, printing::Form::reprint);
     EXPECT_EQ(counter.printer.printed[0].first.number, 1);
-    // Saving it again takes a yes to a question.
+    // It is saved again only after a question.
     EXPECT_EQ(desk.checkout().begin_save(), BeginSave::refused);
     EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::save_as_new)));
 
@@ -234,7 +234,7 @@ TEST(SalesDesk, ARecalledReceiptIsLookedAtReprintedAndReturned) {
     ASSERT_EQ(desk.checkout().SaveInvoice(), SaveOutcome::saved);
     EXPECT_EQ(counter.shop.number("select sum(quan) from stk where icode = 400"), 240);
 
-    // The second field adds to the receipt, which then is no longer only looked at.
+    // The second field adds to the receipt, which is then an edited one.
     ASSERT_TRUE(desk.receipts().recall("1"));
     EXPECT_TRUE(desk.lines().EnterItemForRecalled(sales::read_entry("410")));
     EXPECT_TRUE(counter.enter("440"));
@@ -245,7 +245,7 @@ TEST(SalesDesk, ARecalledReceiptIsLookedAtReprintedAndReturned) {
     ASSERT_EQ(desk.checkout().SaveInvoice(), SaveOutcome::saved);
     EXPECT_EQ(desk.last_receipt()->invoice.number, 2);
 
-    // A receipt that is only looked at makes way for the next customer's scan.
+    // The next customer's scan replaces a receipt that is only looked at.
     ASSERT_TRUE(desk.receipts().recall("1"));
     ASSERT_TRUE(counter.enter("100"));
     EXPECT_FALSE(desk.sale().recalled.has_value());
@@ -273,7 +273,7 @@ TEST(SalesDesk, ARecalledReceiptSavedAgainIsTodays) {
     EXPECT_EQ(counter.shop.cell("select convert(varchar,edate,111) from saledata where pnum = 2"),
               "2027/06/01");
 
-    // A return looked at asks as well before it is saved a second time.
+    // A recalled return is saved again only after a question, too.
     ASSERT_TRUE(desk.header().SwitchKind(KindOption::return_));
     ASSERT_TRUE(counter.enter("100"));
     ASSERT_EQ(desk.checkout().begin_save(), BeginSave::ask_payment);
@@ -299,7 +299,7 @@ TEST(SalesDesk, AnErrorBelowIsToldAndLeavesTheInvoice) {
     EXPECT_EQ(counter.cell(0, column::quantity), "1.000");
 }
 
-// Its number could not be drawn: neither this invoice nor the next one sells from it.
+// The number of the store could not be read: neither this invoice nor the next one sells from it.
 TEST(SalesDesk, AStoreThatWasRefusedNeverTakesEffect) {
     Counter counter;
     test::FaultyConnection faulty(counter.connection());

@@ -187,7 +187,7 @@ TEST(Saving, ReturnsMirrorSales) {
     EXPECT_EQ(till.shop.cell("select cqty from salver"), "6");
     EXPECT_EQ(till.shop.cell("select ctype from sales where inv_o = 1"), "2");
 
-    // The same goods cannot come back twice: not by recalling again, and not by a return begun before.
+    // The same goods cannot come back twice, neither by recalling again nor by a return begun before.
     EXPECT_TRUE(sales::return_of(till.shop.connection(), *recalled).lines.empty());
     EXPECT_EQ(saving.save(back, {}), SaveOutcome::refused);
     EXPECT_EQ(till.services.prompts.last(), std::string(sales::message::returned_too_much) + "أرز");

@@ -1,4 +1,4 @@
-// The search panel's query in every combination of its filters, and what the cashier may look up.
+// The item search with every combination of its filters, and what the cashier may look up.
 #include "sales/search.h"
 
 #include "sales/counter.h"

@@ -1,4 +1,4 @@
-// Short stock, reservations and who may sell all the same: one rule at entry, raise and edit.
+// Short stock, reservations and the right to sell below stock: one rule for entering, raising and editing.
 #include "sales/stock_check.h"
 
 #include "sales/counter.h"
@@ -110,7 +110,7 @@ TEST(StockCheck, ReservedStockIsAskedForAndNeedsItsPermission) {
         EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::stock_reserved)));
         EXPECT_EQ(counter.said(), c.said);
         if (!c.entered) continue;
-        // A raise beyond what is reserved is plainly short.
+        // Beyond what is reserved, the stock is simply short.
         EXPECT_FALSE(desk.lines().commit_edit(0, column::quantity, "6"));
         EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_not_allowed)));
     }
@@ -167,7 +167,7 @@ TEST(StockCheck, AnItemEnteredFromAnotherStoreNeedsThatStoreAlone) {
     ASSERT_TRUE(desk.lines().source_item(sales::read_entry("")));
     EXPECT_EQ(desk.lines().source_item(sales::read_entry(""))->row, 1u);
 
-    // What no store can supply is said: an unknown code, a service, a general item, a return.
+    // No store can supply an unknown code, a service, a general item or a return.
     for (const char* typed : {"98765", "300", "*x"}) {
         EXPECT_FALSE(desk.lines().source_item(sales::read_entry(typed))) << typed;
         EXPECT_EQ(counter.said().size(), 1u) << typed;

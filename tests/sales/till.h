@@ -1,4 +1,4 @@
-// A till for tests of saving: a shop with items and an open shift, and everything it hands to the logic.
+// A till for tests of saving: a shop with items and an open shift, and the services that the logic needs.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@
 
 namespace test {
 
-// The signed-in manager of store 1, drawer 1, on whatever shop; the outside world remembers.
+// The signed-in manager of store 1, drawer 1, for any shop. The services record what they are asked for.
 class Desk {
   public:
     Desk() {

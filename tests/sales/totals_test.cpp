@@ -1,4 +1,4 @@
-// Totals that follow, and the discount on the whole invoice.
+// The totals after every change, and the discount on the whole invoice.
 #include "sales/counter.h"
 #include "sales/messages.h"
 
@@ -59,7 +59,7 @@ TEST(Totals, InvoiceDiscountAtItsEdges) {
         bool by_percent;
         const char* typed;
         bool above_ceiling_allowed;
-        const char* said;  // nullptr: taken in silence
+        const char* said;  // nullptr: accepted without a message
         const char* value;
         const char* percent;
         const char* net;
@@ -88,7 +88,7 @@ TEST(Totals, InvoiceDiscountAtItsEdges) {
         Counter counter;
         if (!c.above_ceiling_allowed) counter.forbid({301});
         auto& desk = line_of(counter, "100");
-        EXPECT_TRUE(desk.lines().CommitDiscountPercent("3"));  // what a refusal must wipe out
+        EXPECT_TRUE(desk.lines().CommitDiscountPercent("3"));  // a refusal must remove it
         const bool taken = c.by_percent ? desk.lines().CommitDiscountPercent(c.typed)
                                         : desk.lines().CommitDiscountValue(c.typed);
         EXPECT_EQ(taken, c.said == nullptr);

@@ -56,7 +56,7 @@ TEST(Transfer, SplitsOverBatchesOldestFirst) {
          "2027/01/01 5;",
          "2026/12/01 -2;2027/01/01 0;",
          "2027/01/01 5;"},
-        // 0.8 less 0.1 less 0.7 leaves a rest in binary that is no quantity.
+        // 0.8 - 0.1 - 0.7 is not quite 0 in binary.
         {{{"2026/12/01", 0.1}, {"2027/01/01", 0.7}},
          0.8,
          1,
