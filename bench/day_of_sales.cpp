@@ -92,7 +92,7 @@ class Cashier final : public QObject {
     }
 
     void sell() {
-        const auto& invoice = sales_screen()->logic().invoice();
+        const auto& invoice = sales_screen()->desk().invoice();
         if (done_ >= 0 && invoice.number == number_) return;  // not saved yet
         waited_.restart();
         number_ = invoice.number;

@@ -145,11 +145,11 @@ double PaintedTill::search_and_paint(const std::string& name) {
 }
 
 std::size_t PaintedTill::lines() const {
-    return parts_->screen.logic().invoice().lines.size();
+    return parts_->screen.desk().invoice().lines.size();
 }
 
 void PaintedTill::clear() {
-    parts_->screen.logic().clear();
+    parts_->screen.desk().checkout().CancelInvoice();
     parts_->screen.repaint_all();
 }
 

@@ -7,6 +7,7 @@
 
 #include "bench/goods.h"
 #include "database/embedded/open.h"
+#include "sales/messages.h"
 
 namespace bench {
 
@@ -16,6 +17,7 @@ void NobodyThere::message(std::string_view text, common::Icon) {
 }
 
 bool NobodyThere::question(std::string_view text, common::Icon icon) {
+    if (text == sales::message::cancel_receipt) return true;
     message(text, icon);
     return false;
 }
@@ -33,21 +35,23 @@ Till::Till(const std::filesystem::path& home, const Sizes& sizes)
     session_.permissions = std::string(400, '1');
     session_.settings.max_dis = 10;
     session_.settings.st_d = 1;
-    screen_ = std::make_unique<sales::SalesScreen>(*connection_, session_, services(), nobody_);
+    screen_ = std::make_unique<sales::SalesDesk>(*connection_, session_, services(), nobody_);
     if (!screen_->Open()) throw std::runtime_error("the sales screen did not open");
 }
 
 void Till::ring_up(std::int64_t n, int lines) {
     for (int i = 0; i < lines; ++i)
-        if (!screen_->EnterItem(rung_up_code(sizes_, n + i))) throw std::runtime_error("an item was refused");
+        if (!screen_->lines().EnterItem(sales::read_entry(rung_up_code(sizes_, n + i))))
+            throw std::runtime_error("an item was refused");
 }
 
 void Till::begin_save() {
-    if (screen_->begin_save() == sales::BeginSave::refused) throw std::runtime_error("a save was refused");
+    if (screen_->checkout().begin_save() == sales::BeginSave::refused)
+        throw std::runtime_error("a save was refused");
 }
 
 void Till::save() {
-    if (screen_->SaveInvoice() != sales::SaveOutcome::saved)
+    if (screen_->checkout().SaveInvoice() != sales::SaveOutcome::saved)
         throw std::runtime_error("an invoice was not saved");
 }
 

@@ -9,7 +9,7 @@
 #include "common/services.h"
 #include "database/connection.h"
 #include "printing/receipt_printer.h"
-#include "sales/sales_screen.h"
+#include "sales/sales_desk.h"
 #include "signin/session.h"
 #include "startup/activity_log.h"
 
@@ -44,7 +44,7 @@ class Till {
     signin::Session& session() { return session_; }
     common::Services services() { return {nobody_, nobody_, nobody_, log_}; }
     NobodyThere& nobody() { return nobody_; }
-    sales::SalesScreen& screen() { return *screen_; }
+    sales::SalesDesk& screen() { return *screen_; }
     const Sizes& sizes() const { return sizes_; }
 
     // Rings up that many different items from the n-th on.
@@ -59,7 +59,7 @@ class Till {
     signin::Session session_;
     NobodyThere nobody_;
     startup::ActivityLog log_;
-    std::unique_ptr<sales::SalesScreen> screen_;
+    std::unique_ptr<sales::SalesDesk> screen_;
 };
 
 }  // namespace bench
