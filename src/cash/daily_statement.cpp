@@ -112,7 +112,7 @@ bool DailyStatement::show() {
         services_.prompts.message(common::message::no_such_drawer, common::Icon::critical);
         return false;
     }
-    // Taken over together at the end: when a sum fails, what is shown stays whole.
+    // Assigned together at the end: if a sum fails, the old statement remains whole.
     Figures figures;
     DaySummary summary;
     for (const Drawer& drawer : chosen) {

@@ -34,16 +34,17 @@ class DailyStatement {
                    common::Services services)
         : connection_(connection), session_(session), services_(services) {}
 
-    // False with the message of denial without the permission. Otherwise the lists, the workstation's store
-    // and drawer, today, and the statement shown.
+    // Returns false after a message if the user may not see the statement. Otherwise reads the lists and
+    // computes today's statement of the workstation's drawer.
     bool open();
     // Store 0 is "الكل", the sum of every drawer of every store; drawer 0 is every drawer of the store.
     void choose_store(
         std::int64_t store);  // takes the workstation's drawer in its own store, else every drawer
     void choose_drawer(std::int64_t drawer) { drawer_ = drawer; }
 
-    // Computes everything for the chosen store, drawer and date, and says so when movements of the day name a
-    // drawer that the store does not have. False with a message when the chosen drawer does not exist.
+    // Computes everything for the chosen store, drawer and date, and tells the cashier if movements of the
+    // day name a drawer that the store does not have. Returns false after a message if the chosen drawer does
+    // not exist.
     bool show();
     // Reads the journal again under another filter.
     void choose_filter(JournalFilter filter);

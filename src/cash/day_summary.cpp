@@ -33,7 +33,7 @@ std::array<std::string, 11> DaySummary::cells() const {
 }
 
 DaySummary compute_summary(database::Connection& connection, const Drawer& drawer, const common::Date& day) {
-    // Every query goes by the date alone, whatever the time.
+    // Every query compares the date alone and ignores the time.
     const Sql of_day = Sql("") + drawer.code + " and date =" + quoted(day) + " and stcode = " + drawer.store;
     const auto read = [&](const Sql& statement) {
         return Amount(database::number_of(connection.scalar(statement)));

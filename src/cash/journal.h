@@ -21,7 +21,7 @@ struct JournalRow {
     double value = 0;
     std::string salesman;
     std::string party;  // account customer, else vendor, else walk-in customer, else the receiver of the tips
-    std::string time;   // "hh:mm AM/PM", empty when the row has none
+    std::string time;   // "hh:mm AM/PM"; empty if the row has no time
     std::string date;   // "yyyy/mm/dd"
     std::string note;
     std::string user;

@@ -149,7 +149,7 @@ void CashPanel::show_state() {
     show_difference();
 }
 
-// Blank until a count was recorded or is being typed: nothing counted is no shortage of all the cash.
+// A dash until a count has been recorded or typed: before, all the cash would look like a shortage.
 void CashPanel::show_difference() {
     const auto counted = common::read_amount(utf8(counted_->text()));
     const bool any = counted.is_good() && (logic_.difference() || counted_->isModified());
@@ -168,7 +168,7 @@ void CashPanel::choose_day() {
     const auto day = common::read_date(utf8(day_->text()));
     if (day == logic_.day()) return;
     const Sheet* top = Sheet::top_of(window());
-    if (top == nullptr || !top->isAncestorOf(this)) return;  // left by Esc, together with the sheet
+    if (top == nullptr || !top->isAncestorOf(this)) return;  // Esc closed the sheet
     if (!day) {
         day_->setText(qt(common::date_text(logic_.day())));  // first, for the message takes the focus away
         context_.services.prompts.message(common::message::wrong_date, common::Icon::critical);
@@ -179,7 +179,7 @@ void CashPanel::choose_day() {
 }
 
 void CashPanel::confirm() {
-    // A hasty Enter does not book the whole drawer as a shortage; who counted nothing types 0.
+    // A hasty Enter must not record the whole drawer as a shortage; an empty drawer is counted by typing 0.
     if (!counted_->isModified()) {
         if (!logic_.difference())
             context_.services.prompts.message(cash::message::enter_counted, common::Icon::critical);

@@ -50,7 +50,7 @@ DailyStatementScreen::DailyStatementScreen(QWidget* host, const Context& context
     for (const auto heading : cash::journal_headings)
         headings << qt(heading);
     journal_ = new ListTable("journal", headings, 4);
-    // A long note takes no other column's room.
+    // A long note must not take the room of other columns.
     journal_->horizontalHeader()->setSectionResizeMode(7, QHeaderView::Stretch);
     body()->addWidget(journal_, 1);
     row_note_ = label({}, "side");
@@ -95,7 +95,7 @@ QWidget* DailyStatementScreen::build_choices() {
     view_->set_height(field_height);
     row->addWidget(view_, 0, Qt::AlignBottom);
 
-    // Whatever is chosen by key or mouse, and a name typed in full.
+    // Chosen by key or mouse, or a name typed in full.
     connect(store_, &QComboBox::activated, this, &DailyStatementScreen::choose_store);
     connect(drawer_, &QComboBox::activated, this, &DailyStatementScreen::choose_drawer);
     connect(store_->lineEdit(), &QLineEdit::returnPressed, drawer_, qOverload<>(&QWidget::setFocus));
@@ -103,7 +103,7 @@ QWidget* DailyStatementScreen::build_choices() {
     connect(date_, &QLineEdit::returnPressed, this, [this] {
         if (choose_date()) take_focus();
     });
-    // A date that was typed and left counts as well, but not one that Esc left with the screen.
+    // A date is also taken when the focus leaves the field, unless Esc closes the screen.
     connect(date_, &QLineEdit::editingFinished, this, [this] {
         if (Sheet::top_of(window()) == this && date_->text() != qt(common::date_text(logic_.date)))
             choose_date();
@@ -210,7 +210,7 @@ void DailyStatementScreen::choose_drawer() {
 bool DailyStatementScreen::choose_date() {
     const auto typed = common::read_date(utf8(date_->text()));
     if (!typed) {
-        // Put back first: the message takes the focus out of the field, which is looked at again then.
+        // Restored first: the message takes the focus out of the field, which would be read again.
         date_->setText(qt(common::date_text(logic_.date)));
         context_.services.prompts.message(common::message::wrong_date, common::Icon::critical);
         date_->setFocus();
@@ -258,7 +258,7 @@ void DailyStatementScreen::show_journal() {
     show_row_note(journal_->currentRow());
 }
 
-// The column has room for the first words of a note only. The line keeps its place while some row has one.
+// The column has room only for the first words of a note. The line is shown as long as any row has a note.
 void DailyStatementScreen::show_row_note(int row) {
     const auto& rows = logic_.journal();
     const auto has_note = [](const cash::JournalRow& entry) { return !entry.note.empty(); };

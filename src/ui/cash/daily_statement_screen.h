@@ -19,14 +19,14 @@ class FigureLedger;
 class ListTable;
 class Segments;
 
-// A choice of another store, drawer or day is shown at once: no figure ever stands under a name that it does
-// not belong to.
+// A choice of another store, drawer or day is shown at once, so that no figure is ever shown under a name
+// that it does not belong to.
 class DailyStatementScreen : public Sheet {
     Q_OBJECT
   public:
     DailyStatementScreen(QWidget* host, const Context& context);
-    // Shows today's statement of the workstation's drawer; false when the user may not see it (the message
-    // has been shown).
+    // Shows today's statement of the workstation's drawer; returns false after a message if the user may not
+    // see it.
     bool open();
 
   protected:
@@ -39,10 +39,10 @@ class DailyStatementScreen : public Sheet {
     QWidget* build_journal_bar();
     void choose_store();
     void choose_drawer();
-    // False when what was typed is no date (the message has been shown).
+    // Returns false after a message if the typed text is not a date.
     bool choose_date();
     void step_date(long days);
-    // Carries out a choice and shows its statement; when that fails, goes back to what is shown.
+    // Makes a choice and shows its statement; if that fails, goes back to what is shown.
     template <typename Choice>
     void change(Choice choice);
     void take_back();

@@ -121,7 +121,7 @@ void FigureCell::paintEvent(QPaintEvent*) {
     painter.setFont(sized(caption_pixels_));
     painter.drawText(QRect(inside.right() - px(sign_room), 0, px(sign_room), height()),
                      Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter, sign_);
-    // A figure of nothing stands back, so that the day's movements are seen at a glance.
+    // Zeros are painted pale, so that the day's movements are seen at a glance.
     const bool nothing = text() == "0.00" && !total;
     const QRect captioned(inside.left() + figure_width_ + px(gap), 0, caption_room(width(), figure_width_),
                           height());

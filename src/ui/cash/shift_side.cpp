@@ -66,7 +66,7 @@ QWidget* ShiftSide::build_shifts() {
     return half;
 }
 
-// A user's shifts are those he sold in: the shift itself knows the member of staff, not the user.
+// A user's shifts are those he sold in: the shift itself records the worker, not the user.
 void ShiftSide::show_shifts() {
     const auto user = choice_of(users_);
     const bool all = !user || *user == sales::all_users;
