@@ -34,7 +34,7 @@ std::set<std::string> screens_of_the_program() {
                 base_of[(*at)[1]] = (*at)[2];
         }
     }
-    std::set<std::string> shown = {"Form31", "Form62"};
+    std::set<std::string> shown = {"SalesWindow", "SignInWindow"};
     std::set<std::string> bases;
     for (const auto& [name, base] : base_of) {
         std::string top = base;
