@@ -53,7 +53,8 @@ constexpr Fragment due_receipts_and_payments =
     "SELECT Sum(case when [type]=0 Or [type]=1 Or [type]=2 then [quan1] else 0 end ) AS am1, Sum(case when "
     "[type]=3 then [quan1] else 0 end ) AS am2 From vencuspay WHERE vencuspay.vcode=";
 
-// Up to where the sums count, and which amount of a voucher: the whole (quan) or what is due (quan1).
+// Whether the sums stop before the date or include it, and the amount of a voucher that they take: the whole
+// (quan) or what is due (quan1).
 enum class SumsUpTo { before_date, and_on_date };
 enum class VoucherAmount { whole, due };
 

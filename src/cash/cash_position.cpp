@@ -60,8 +60,8 @@ Amount move_cash(database::Connection& connection, const signin::Session& sessio
     return amount;
 }
 
-// Up to which moment a copy counts. That of shiftc takes the shift that started last in any store and drops
-// the seconds.
+// The moment up to which a copy counts. The copy of shiftc takes the shift that started last in any store and
+// drops the seconds.
 std::string calc_moment(database::Connection& connection, std::int64_t store, CalcCopy copy) {
     const auto shifts =
         copy == CalcCopy::shift_start

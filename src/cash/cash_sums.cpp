@@ -318,13 +318,6 @@ common::Amount Sum::counted() const {
     return term->sign < 0 ? -amount : amount;
 }
 
-Sql sum_statement(const Procedure& procedure, const SumStatement& statement, const Drawer& drawer,
-                  const Window& window) {
-    Sql filled("");
-    Filler(procedure, drawer, window).append(filled, statement.text);
-    return filled;
-}
-
 Sql rows_statement(const Procedure& procedure, Movement movement, const Drawer& drawer,
                    const Window& window) {
     const auto found = std::find_if(procedure.statements.begin(), procedure.statements.end(),
@@ -346,7 +339,9 @@ std::vector<Sum> read_sums(database::Connection& connection, const Procedure& pr
                            const Window& window) {
     std::vector<Sum> sums;
     for (const SumStatement& statement : procedure.statements) {
-        const auto result = connection.query(sum_statement(procedure, statement, drawer, window));
+        Sql filled("");
+        Filler(procedure, drawer, window).append(filled, statement.text);
+        const auto result = connection.query(filled);
         const auto add = [&](Movement movement) {
             const Term& described = term(movement);
             const double amount = result.empty() ? 0 : result.front().number(described.column);

@@ -104,8 +104,6 @@ std::vector<Sum> read_sums(database::Connection& connection, const Procedure& pr
 // What they come to: the drawer's cash.
 common::Amount total_of(const std::vector<Sum>& sums);
 
-database::Sql sum_statement(const Procedure& procedure, const SumStatement& statement, const Drawer& drawer,
-                            const Window& window);
 // Reads the rows that the sum of a movement counts, whole: the same statement with "*" in place of its sums.
 database::Sql rows_statement(const Procedure& procedure, Movement movement, const Drawer& drawer,
                              const Window& window);

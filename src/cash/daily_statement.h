@@ -1,21 +1,55 @@
 // The logic of the day's cash statement: figures, journal, day summary and the cashier's report of the day.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
-#include "cash/day_summary.h"
 #include "cash/figures.h"
-#include "cash/journal.h"
 #include "common/choice.h"
+#include "common/date_time.h"
 #include "common/services.h"
 #include "database/connection.h"
 #include "signin/session.h"
 
 namespace cash {
+
+// The journal: the invoices of a day, of which a filter leaves some out.
+enum class JournalFilter { all, cash_sales, account_sales, cash_returns, account_returns };
+extern const std::array<std::string_view, 5> journal_filters;  // their names, in order
+
+struct JournalRow {
+    std::int64_t number = 0;
+    std::string kind;  // "مبيعات نقدية" ...
+    double value = 0;
+    std::string salesman;
+    std::string party;  // account customer, else vendor, else walk-in customer, else the receiver of the tips
+    std::string time;   // "hh:mm AM/PM"; empty if the row has no time
+    std::string date;   // "yyyy/mm/dd"
+    std::string note;
+    std::string user;
+    // Hidden columns.
+    std::int64_t customer = 0;  // vcode
+    int ctype = 0;
+    int stype = 0;
+    double discount = 0;  // pdis
+    int inv_type = 0;
+    std::int64_t shift = 0;
+    std::string link;       // the receiver's name on a tips sale, else the representative's
+    std::string telephone;  // teln
+
+    // The nine visible cells, under journal_headings.
+    std::array<std::string, 9> cells() const;
+};
+extern const std::array<std::string_view, 9> journal_headings;
+
+// The invoices of a store on a day, ordered by number; store 0 is every store.
+std::vector<JournalRow> load_journal(database::Connection& connection, std::int64_t store,
+                                     const common::Date& day, JournalFilter filter);
 
 // The printed report of the day as plain data.
 struct DayReport {
@@ -38,8 +72,8 @@ class DailyStatement {
     // computes today's statement of the workstation's drawer.
     bool open();
     // Store 0 is "الكل", the sum of every drawer of every store; drawer 0 is every drawer of the store.
-    void choose_store(
-        std::int64_t store);  // takes the workstation's drawer in its own store, else every drawer
+    // Chooses the workstation's drawer in the workstation's store, all drawers in any other.
+    void choose_store(std::int64_t store);
     void choose_drawer(std::int64_t drawer) { drawer_ = drawer; }
 
     // Computes everything for the chosen store, drawer and date, and tells the cashier if movements of the

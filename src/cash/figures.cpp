@@ -5,7 +5,10 @@
 namespace cash {
 
 using common::Amount;
+using database::Fragment;
+using database::quoted;
 using database::Row;
+using database::Sql;
 
 // Column 0 to 24, each with its English meaning in the enumeration.
 const std::array<std::string_view, figure_count> figure_headings{
@@ -75,8 +78,8 @@ constexpr MadeFigure made_figures[] = {
     {Figure::current_balance, Figure::net, +1},
 };
 
-// What of a sum belongs to a figure: of a day's count difference, a surplus above zero or a shortage below it
-// as a positive amount; of all others everything.
+// The part of a sum that a figure shows. The count difference is shown as a surplus if it is above zero and
+// as a shortage, without its sign, if it is below; every other sum is shown whole.
 Amount share_of_figure(Figure figure, Amount amount) {
     if (figure == Figure::surplus) return amount > Amount() ? amount : Amount();
     if (figure == Figure::shortage) return amount < Amount() ? -amount : Amount();
@@ -99,7 +102,7 @@ std::string_view heading(Figure figure) {
     return figure_headings[static_cast<std::size_t>(figure)];
 }
 
-// Where the rows of a movement hold what a line shows of them.
+// The columns of a movement's rows that a line shows.
 struct Listing {
     std::string_view number;  // column; "" if such rows have no number
     std::string_view date;    // column
@@ -133,7 +136,7 @@ std::string moment_of_row(const Row& row, std::string_view date_column) {
     return row.null("time_") ? day : day + " " + common::twelve_hour_text(row.moment("time_").time);
 }
 
-// Reads what is behind the figures of one drawer's day.
+// Reads the rows that make the figures of one drawer's day.
 class RowsBehind {
   public:
     RowsBehind(database::Connection& connection, const Drawer& drawer, const common::Date& day)
@@ -164,7 +167,7 @@ class RowsBehind {
         double sum = 0;
         for (const Row& row :
              connection_.query(rows_statement(statement_day, summed.movement, drawer_, day_window(day_)))) {
-            // A statement with two sums counts each row in one of them.
+            // If a statement has two sums, each row counts in only one of them.
             if (!summed.code.empty() &&
                 (row.null(summed.code) || row.integer(summed.code) != summed.code_value))
                 continue;
@@ -179,7 +182,7 @@ class RowsBehind {
         }
         found.sum = share_of_figure(figure, Amount(sum));
         if (found.sum.is_zero() && sum != 0) {
-            // A surplus is no shortage: its rows belong to the other figure.
+            // The rows of a surplus do not belong to the shortage, nor the other way round.
             if (summed.movement == Movement::count_difference) found.rows.clear();
         } else if (figure == Figure::shortage) {
             for (FigureRow& row : found.rows)
@@ -231,6 +234,60 @@ Figures compute_figures(database::Connection& connection, const Drawer& drawer, 
 FigureRows rows_behind(database::Connection& connection, const Drawer& drawer, const common::Date& day,
                        Figure figure) {
     return RowsBehind(connection, drawer, day).of(figure);
+}
+
+// Invoices, total sales, credit sales, card sales, cash sales, credit returns, cash returns, tips, surplus,
+// shortage, net cash.
+const std::array<std::string_view, 11> summary_headings{
+    "عدد الفواتير", "اجمالي المبيعات", "مبيعات آجلة", "مبيعات إئتمان", "مبيعات نقدية", "مرتجعات آجلة",
+    "مرتجع نقدي",   "اكراميـــــات",   "زيادة جردية", "عجز جـــــردي", "صافي نقــــدي"};
+
+DaySummary& DaySummary::operator+=(const DaySummary& other) {
+    invoices += other.invoices;
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        columns[i] += other.columns[i];
+    return *this;
+}
+
+std::array<std::string, 11> DaySummary::cells() const {
+    std::array<std::string, 11> texts;
+    texts[0] = std::to_string(invoices);
+    for (std::size_t i = 1; i < columns.size(); ++i)
+        texts[i] = columns[i].text();
+    return texts;
+}
+
+DaySummary compute_summary(database::Connection& connection, const Drawer& drawer, const common::Date& day) {
+    // Every query compares the date alone and ignores the time.
+    const Sql of_day = Sql("") + drawer.code + " and date =" + quoted(day) + " and stcode = " + drawer.store;
+    const auto read = [&](const Sql& statement) {
+        return Amount(database::number_of(connection.scalar(statement)));
+    };
+    const auto invoices_sum = [&](Fragment condition) {
+        return read(Sql("select sum(ptot) as xs from sales where ptype = ") + of_day + condition);
+    };
+
+    DaySummary summary;
+    summary.invoices = database::integer_of(
+        connection.scalar(Sql("select count(pnum) as xc from sales where ptype = ") + of_day));
+    auto& column = summary.columns;
+    column[4] = invoices_sum(" and ctype = 0 and vcode = -1 and (stype = 0 Or stype = 2)");
+    column[2] = invoices_sum(" and (ctype = 0 Or ctype = 1) and vcode <> -1 ");
+    column[3] = invoices_sum(" and ctype = 0 and vcode = -1 and stype = 1 ");
+    column[1] = column[2] + column[3] + column[4];
+    const Amount counted = read(Sql("select sum(aml) as xs from mor_les where ptype = ") + of_day);
+    if (counted > Amount()) column[8] = counted;
+    if (counted < Amount()) column[9] = -counted;
+    column[7] = read(Sql("select sum(disboun) as xs from sales where ptype = ") + of_day +
+                     " and ctype = 0 and vcode = -1 and stype = 2 ");
+    const auto returns =
+        connection.query(Sql("select sum(ptot) as xs ,sum(disboun) as xy from sales where ptype = ") +
+                         of_day + " and (ctype = 2 Or ctype = 3) and vcode = -1");
+    if (!returns.empty())
+        column[6] = Amount(returns.front().number("xs")) + Amount(returns.front().number("xy"));
+    column[5] = invoices_sum(" and (ctype = 2 Or ctype = 3) and vcode <> -1");
+    column[10] = column[4] - column[6] - column[7] + column[8] - column[9];
+    return summary;
 }
 
 }  // namespace cash

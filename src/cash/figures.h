@@ -1,4 +1,4 @@
-// The 25 figures of the daily statement, their headings, and the rows that make each of them.
+// The 25 figures of the daily statement with the rows that make each of them, and the shorter day summary.
 #pragma once
 
 #include <array>
@@ -70,5 +70,19 @@ struct FigureRows {
 };
 FigureRows rows_behind(database::Connection& connection, const Drawer& drawer, const common::Date& day,
                        Figure figure);
+
+// The headings of columns 0 to 10; column 0 is the invoice count.
+extern const std::array<std::string_view, 11> summary_headings;
+
+// The invoice count and ten figures of one drawer's day, or of several drawers added up.
+struct DaySummary {
+    std::int64_t invoices = 0;
+    std::array<common::Amount, 11> columns{};  // 1 to 10 are the figures
+    DaySummary& operator+=(const DaySummary& other);
+    // The cells under the headings: the count, then amounts as "0.00".
+    std::array<std::string, 11> cells() const;
+};
+
+DaySummary compute_summary(database::Connection& connection, const Drawer& drawer, const common::Date& day);
 
 }  // namespace cash

@@ -1,4 +1,4 @@
-// Who stands behind a movement of cash: the name of its customer, vendor or bank, the note of a transfer.
+// The other party of a movement of cash: the name of its customer, vendor or bank, or the note of a transfer.
 #pragma once
 
 #include <cstdint>
@@ -16,10 +16,10 @@ class Parties {
   public:
     explicit Parties(database::Connection& connection) : connection_(connection) {}
 
-    // The account customer, else the vendor, else the walk-in customer, else the receiver of the tips. A row
-    // whose statement has joined them brings their names as customer_name, vendor_name and receiver. The
-    // walk-in customer is looked up in any case: their numbers are not unique, so a join could list an
-    // invoice twice.
+    // The account customer, else the vendor, else the walk-in customer, else the receiver of the tips. If the
+    // row has the columns customer_name, vendor_name and receiver, their names are taken from there. The
+    // walk-in customer is always looked up: their numbers are not unique, so a join could list an invoice
+    // twice.
     std::string of_invoice(const database::Row& sale);
     std::string of_voucher(const database::Row& voucher);
     std::string of_bank(const database::Row& movement);
@@ -28,8 +28,7 @@ class Parties {
     std::string of_expense(const database::Row& expense);    // its headings and its note
 
   private:
-    // The name of a code in a list, read with the statement when first needed; "" if the list has no such
-    // row.
+    // The name of a code in a list, read by the statement at the first use; "" if there is no such row.
     const std::string& read(std::string_view list, std::int64_t code, const database::Sql& statement,
                             std::string_view column);
     const std::string& customer(std::int64_t code);

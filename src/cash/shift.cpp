@@ -1,12 +1,19 @@
 #include "cash/shift.h"
 
 #include "cash/messages.h"
+#include "common/messages.h"
+#include "common/typed.h"
+#include "database/choices.h"
 #include "database/recordset.h"
 
 namespace cash {
 
+using common::FieldKind;
+using common::FormField;
+using common::Refusal;
 using database::quoted;
 using database::Sql;
+using database::Value;
 
 std::optional<Shift> current_shift(database::Connection& connection, std::int64_t store, std::int64_t drawer,
                                    database::Fragment order) {
@@ -70,6 +77,216 @@ void write_print_row(database::Connection& connection, const ShiftReport& report
     row.set("f4", report.card_sales.text());
     row.set("User", user);
     row.update();
+}
+
+namespace {
+
+// Object names of the fields that a refusal may name.
+constexpr char worker_field[] = "shift_worker";
+constexpr char time_field[] = "shift_time";
+constexpr char counted_field[] = "shift_counted";
+constexpr char leave_field[] = "shift_leave";
+
+constexpr FormField<ShiftEntry> shift_fields[] = {
+    // number of the new shift, worker
+    {{}, {"next_shift", "رقم الوردية الجديدة", FieldKind::figure, {0, 0}}},
+    {&ShiftEntry::worker, {worker_field, "ال&موظف", FieldKind::choice, {0, 1}}},
+    // date, time
+    {&ShiftEntry::date, {"shift_date", "ال&تاريخ", FieldKind::date, {1, 0}}},
+    {&ShiftEntry::time, {time_field, "ال&وقت", FieldKind::digits, {1, 1}}},
+    // counted cash, cash that stays in the drawer
+    {&ShiftEntry::counted, {counted_field, "الرصيد ال&فعلي", FieldKind::amount, {2, 0}}},
+    {&ShiftEntry::leave, {leave_field, "يترك بال&درج", FieldKind::amount, {2, 1}}},
+};
+
+Refusal refuse(std::string_view field, std::string_view text) {
+    return {field, std::string(text)};
+}
+
+// Refuses a moment that is too early and names the first possible one. It is marked to be laid out left to
+// right, or its halves would change places in the Arabic line.
+Refusal too_early(std::string_view text, const common::Moment& first) {
+    return {time_field, std::string(text) + std::string(message::not_before) + "\u202a" +
+                            common::moment_text(first) + "\u202c"};
+}
+
+}  // namespace
+
+common::FormTable<ShiftEntry> shift_form() {
+    return shift_fields;
+}
+
+std::optional<Refusal> ShiftStart::open() {
+    const auto settings = connection_.query("select * from basic");
+    must_count_ = !settings.empty() && settings.front().integer("clos_bal") == 1;
+    prints_report_ = !settings.empty() && settings.front().integer("prn_csh_rep") == 1;
+    workers_ = database::load_workers(connection_);
+    read_last_shift();
+    const common::Moment now = services_.clock.now();
+    entry = {};
+    entry.date = now.date;
+    entry.time = common::time_text(now.time);
+    discounts_ = {};
+    if (is_in_shift())
+        discounts_ =
+            invoice_discounts(connection_, {session_.store_code, session_.cash_point}, last_->start, now);
+    return check_drawer();
+}
+
+void ShiftStart::read_last_shift(database::Fragment order) {
+    const std::int64_t store = session_.store_code;
+    const std::int64_t drawer = session_.cash_point;
+    last_ = current_shift(connection_, store, drawer, order);
+    last_worker_ = last_ ? shift_worker(connection_, store, drawer, last_->number) : "";
+    next_number_ = next_shift_number(connection_, store, drawer);
+}
+
+std::optional<Refusal> ShiftStart::check_drawer() const {
+    if (contains(database::load_drawers(connection_, session_.store_code), session_.cash_point))
+        return std::nullopt;
+    return refuse("", common::message::no_such_drawer);
+}
+
+std::optional<Refusal> ShiftStart::read_amounts(Amounts& amounts) const {
+    const auto counted = common::read_amount(entry.counted);
+    if (!counted.is_good()) return refuse(counted_field, counted.refusal);
+    const auto leave = common::read_amount(entry.leave);
+    if (!leave.is_good()) return refuse(leave_field, leave.refusal);
+    amounts = {counted.value, leave.value};
+    return std::nullopt;
+}
+
+std::optional<Refusal> ShiftStart::read_moment(common::Moment& at) const {
+    const auto typed = common::parse_moment(common::date_text(entry.date) + " " + entry.time);
+    if (!typed || !common::is_valid(entry.date)) return refuse(time_field, message::no_time);
+    if (*typed > services_.clock.now()) return refuse(time_field, message::in_the_future);
+    at = *typed;
+    return std::nullopt;
+}
+
+std::optional<Refusal> ShiftStart::check_close(const common::Moment& at, const Amounts& amounts) const {
+    if (must_count_ && amounts.counted.is_zero()) return refuse(counted_field, message::counted_needed);
+    // The clock was set back, or the shift was started with a wrong moment.
+    if (at < last_->start) return too_early(message::before_last_start, last_->start);
+    return std::nullopt;
+}
+
+// The cash goes to the main drawer before the shift is closed; both remain if a later step fails.
+void ShiftStart::close_shift(const common::Moment& at, const Amounts& amounts) {
+    const Shift& shift = *last_;
+    CashPosition position(connection_, session_, services_.clock);
+    position.compute(session_.store_code, shift.start, at);
+    position.move(amounts.leave, session_.cash_point);
+
+    ShiftReport closed;
+    closed.number = shift.number;
+    closed.worker = shift_worker(connection_, session_.store_code, session_.cash_point, shift.number);
+    closed.store = session_.store_name;
+    closed.drawer = session_.drawer_name;
+    closed.start = shift.start;
+    closed.end = at;
+    closed.counted = amounts.counted;
+    closed.expected = position.own().position;
+    closed.difference = closed.counted - closed.expected;
+    closed.card_sales = position.own().card_sales;
+    closed.uncollected = position.own().uncollected;
+    closed.discounts = position.own().discounts;
+
+    // Usually one row; two if workstations with the same number started the shift at the same moment.
+    database::Recordset rows(connection_, Sql("select * from shift where  stcode = ") + session_.store_code +
+                                              " and cash_no = " + session_.cash_point +
+                                              " and scode = " + shift.number);
+    for (; !rows.at_end(); rows.move_next()) {
+        if (!rows.null("e_date")) continue;
+        rows.set("e_date", Value(at));
+        rows.set("cur_bal", amounts.counted.value());
+        rows.update();
+    }
+    if (prints_report_) report_ = closed;
+}
+
+// An error in the printing table is only logged: the shift has changed, the printed page needs no more than
+// what was read, and the cashier must not be sent to close a closed shift again.
+void ShiftStart::finish() {
+    connection_.make_durable();
+    try {
+        if (report_) write_print_row(connection_, *report_, session_.user_name);
+    } catch (const database::Error& error) {
+        services_.log.log_event(error.what(), error.sqlstate());
+    }
+    const auto kept = report_;
+    open();
+    report_ = kept;
+}
+
+std::optional<Refusal> ShiftStart::start() {
+    report_.reset();
+    if (!entry.worker || !contains(workers_, *entry.worker))
+        return refuse(worker_field, message::complete_data);
+    Amounts amounts;
+    common::Moment at;
+    if (auto refusal = read_amounts(amounts)) return refusal;
+    if (auto refusal = check_drawer()) return refusal;
+    if (auto refusal = read_moment(at)) return refusal;
+
+    const std::int64_t seen = next_number_;
+    read_last_shift();
+    if (next_number_ != seen) return refuse(worker_field, message::started_elsewhere);
+    if (is_in_shift()) {
+        if (auto refusal = check_close(at, amounts)) return refusal;
+        close_shift(at, amounts);
+    } else if (last_ && at < *last_->end) {
+        return too_early(message::before_last_end, *last_->end);
+    }
+
+    const bool added = add_shift(at);
+    if (added) calc_cash(connection_, session_, services_, copy_, amounts.leave);
+    finish();
+    if (!added) return refuse(worker_field, message::started_elsewhere);
+    return std::nullopt;
+}
+
+// Returns false if another workstation with this drawer's number wrote the same shift at this moment: then
+// the own row is deleted again, because one drawer has one responsible worker. If both delete theirs, neither
+// has started and one of them starts again. Rows that are equal in everything are the same shift and remain.
+bool ShiftStart::add_shift(const common::Moment& at) {
+    database::Recordset shifts(connection_, "select * from shift ");
+    shifts.add();
+    shifts.set("scode", next_number_);
+    shifts.set("s_date", Value(at));
+    shifts.set("man_", *entry.worker);
+    shifts.set("stcode", session_.store_code);
+    shifts.set("cash_no", session_.cash_point);
+    shifts.update();
+
+    const Sql same_number = Sql(" from shift where stcode = ") + session_.store_code +
+                            " and cash_no = " + session_.cash_point + " and scode = " + next_number_;
+    for (const auto& row : connection_.query(Sql("select *") + same_number)) {
+        if (row.moment("s_date") == at && row.integer("man_") == *entry.worker) continue;
+        connection_.execute(Sql("delete") + same_number + " and s_date = " + quoted(at) +
+                            " and man_ = " + *entry.worker + " and e_date is null");
+        return false;
+    }
+    return true;
+}
+
+bool ShiftChange::confirm_close() const {
+    return services_.prompts.question(message::close_question, common::Icon::question);
+}
+
+std::optional<Refusal> ShiftChange::close_current() {
+    report_.reset();
+    read_last_shift(by_number_at_close);
+    if (!is_in_shift()) return refuse("", message::already_closed);
+    Amounts amounts;
+    if (auto refusal = read_amounts(amounts)) return refusal;
+    if (auto refusal = check_drawer()) return refusal;
+    common::Moment now = services_.clock.now();
+    now.time.millisecond = 0;  // moments are written in whole seconds
+    if (auto refusal = check_close(now, amounts)) return refusal;
+    close_shift(now, amounts);
+    finish();
+    return std::nullopt;
 }
 
 }  // namespace cash

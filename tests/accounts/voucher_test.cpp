@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "accounts/account_statement.h"
-#include "accounts/direct_receipt.h"
 #include "accounts/messages.h"
 #include "common/messages.h"
 #include "office.h"

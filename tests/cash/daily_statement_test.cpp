@@ -29,15 +29,13 @@ class Statement : public testing::Test {
               Sale{0, 2, -1, "20", "3"}, Sale{0, 3, -1, "15", "4"}, Sale{0, 4, -1, "11", "null"},
               Sale{2, 0, -1, "9", "1.5"}, Sale{3, 0, -1, "6", "null"}, Sale{0, 0, 7, "200", "null"},
               Sale{2, 0, 7, "30", "null"}}) {
-            test::InvoiceRow row;
-            row.number = ++number;
-            row.ctype = sale.ctype;
-            row.stype = sale.stype;
-            row.vcode = sale.vcode;
-            row.ptot = sale.ptot;
-            row.disboun = sale.disboun;
-            row.safe = "0";
-            drawers.invoice(row);
+            drawers.invoice({.number = ++number,
+                             .ctype = sale.ctype,
+                             .stype = sale.stype,
+                             .vcode = sale.vcode,
+                             .ptot = sale.ptot,
+                             .disboun = sale.disboun,
+                             .safe = "0"});
         }
         for (const char* statement :
              {"insert into custdata (ccode,cname) select 7,N'مطعم الأمل'",
@@ -158,10 +156,7 @@ TEST_F(Statement, TheRowsBehindAFigureNameTheirParty) {
 TEST_F(Statement, AllDrawersAddUp) {
     busy_day();
     drawers.cash_sale("1000", "09:00:00", 2);
-    test::InvoiceRow other;
-    other.store = 2;
-    other.ptot = "5000";
-    drawers.invoice(other);
+    drawers.invoice({.store = 2, .ptot = "5000"});
     DailyStatement statement = opened();
     EXPECT_EQ(statement.figures()[Figure::cash_sales].text(), "193.00");
     statement.choose_drawer(0);

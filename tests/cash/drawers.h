@@ -14,6 +14,7 @@
 namespace test {
 
 struct InvoiceRow {
+    int number = 1;
     std::int64_t store = 1;
     std::int64_t drawer = 1;
     std::string date = "2026/11/21";
@@ -24,7 +25,7 @@ struct InvoiceRow {
     std::string ptot = "0";
     std::string disboun = "null";
     std::string safe = "null";
-    int number = 1;
+    std::string pdis = "0";
 };
 
 class Drawers {
@@ -41,25 +42,18 @@ class Drawers {
         services.clock.moment = {{2026, 11, 21}, {10, 42, 0, 0}};
     }
 
-    static std::string time_value(const std::string& time) {
-        return time.empty() ? "null" : "'" + time + "'";
-    }
-
     void invoice(const InvoiceRow& row) {
         std::ostringstream sql;
-        sql << "insert into sales (pnum,stcode,ptype,[date],time_,ctype,stype,vcode,ptot,disboun,safe) "
+        sql << "insert into sales (pnum,stcode,ptype,[date],time_,ctype,stype,vcode,ptot,disboun,safe,pdis) "
                "select "
             << row.number << "," << row.store << "," << row.drawer << ",'" << row.date << "',"
-            << time_value(row.time) << "," << row.ctype << "," << row.stype << "," << row.vcode << ","
-            << row.ptot << "," << row.disboun << "," << row.safe;
+            << (row.time.empty() ? "null" : "'" + row.time + "'") << "," << row.ctype << "," << row.stype
+            << "," << row.vcode << "," << row.ptot << "," << row.disboun << "," << row.safe << ","
+            << row.pdis;
         shop.sql(sql.str());
     }
     void cash_sale(const std::string& amount, const std::string& time = "09:00:00", std::int64_t drawer = 1) {
-        InvoiceRow row;
-        row.ptot = amount;
-        row.time = time;
-        row.drawer = drawer;
-        invoice(row);
+        invoice({.drawer = drawer, .time = time, .ptot = amount});
     }
     void open_shift(int number = 1, const std::string& start = "2026/11/21 08:00:00",
                     std::int64_t drawer = 1) {

@@ -1,5 +1,5 @@
 // The ledgers of the daily statement and the day summary add up to their totals with the signs they show.
-#include "ui/cash/statement_ledgers.h"
+#include "ui/cash/figure_ledger.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,6 @@
 #include <map>
 #include <set>
 
-#include "cash/day_summary.h"
 #include "cash/figures.h"
 #include "support/shop.h"
 #include "ui/widgets/style.h"

@@ -1,12 +1,13 @@
-// Lists of people to choose one from, narrowed by what is typed above them, with what can be done to the one
-// chosen.
+// Lists of people. Typing narrows the list; the buttons act on the chosen person.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 #include <vector>
 
+#include "accounts/tips_receiver.h"
 #include "ui/widgets/context.h"
+#include "ui/widgets/form.h"
 #include "ui/widgets/sheet.h"
 
 class QHBoxLayout;
@@ -30,11 +31,11 @@ class PeopleList : public Sheet {
                int stretch, std::function<std::vector<Person>()> load);
 
   protected:
-    // Enter runs the first action added. An action gets the code of the chosen person; one that needs none
-    // runs on an empty list too. If it returns true the list is loaded again.
+    // Adds a button; Enter presses the first one. The action gets the code of the chosen person, or 0 if
+    // nobody is chosen and it needs nobody. If it returns true, the list is loaded again.
     using Action = std::function<bool(std::int64_t)>;
     void add_action(const char* name, const QString& caption, bool needs_person, Action action);
-    // Ends the row of actions.
+    // Adds the button that closes the list.
     void add_back();
     void take_focus() override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -59,7 +60,7 @@ class PeopleList : public Sheet {
     QHBoxLayout* buttons_;
 };
 
-// The account customers: to look one up, take one in, change his card, or see his account.
+// The account customers: shows, adds and edits their cards, and opens their statements of account.
 class AccountCustomersList : public PeopleList {
     Q_OBJECT
   public:
@@ -70,6 +71,28 @@ class TipsReceiversList : public PeopleList {
     Q_OBJECT
   public:
     TipsReceiversList(QWidget* host, const Context& context);
+};
+
+// Adds or edits a receiver of tips. run() returns 1 if the entry was saved.
+class TipsReceiverSheet : public Sheet {
+    Q_OBJECT
+  public:
+    TipsReceiverSheet(QWidget* host, const Context& context);
+    void open_new();
+    // Returns false after a message if there is no such receiver.
+    bool open_edit(std::int64_t receiver);
+
+  protected:
+    void take_focus() override;
+
+  private:
+    void show_entry();
+    void save();
+
+    Context context_;
+    accounts::TipsReceiver logic_;
+    Form<accounts::TipsReceiverFields> form_;
+    QLabel* title_;
 };
 
 }  // namespace ui

@@ -1,6 +1,8 @@
 // The sheets of vouchers: receipts (Form38) and payments (Form23), in cash or by cheque.
 #pragma once
 
+#include <vector>
+
 #include "accounts/voucher.h"
 #include "printing/report.h"
 #include "ui/widgets/context.h"
@@ -12,6 +14,8 @@ class QLineEdit;
 class QPushButton;
 
 namespace ui {
+
+class ListTable;
 
 printing::Report report_of(const accounts::PrintedVoucher& voucher, const signin::Session& session);
 
@@ -54,6 +58,33 @@ class VoucherSheet : public Sheet {
     QPushButton* save_;
     QPushButton* print_;
     QPushButton* page_;
+};
+
+// The vouchers of a period, to choose the one to be edited. run() returns 1 if one was chosen.
+class VoucherList : public Sheet {
+    Q_OBJECT
+  public:
+    VoucherList(QWidget* host, const Context& context, accounts::VoucherKind kind);
+    // Lists the vouchers of the last month. Returns false after a message if the database failed.
+    bool open();
+    const accounts::VoucherKey& chosen() const { return chosen_; }
+
+  protected:
+    void take_focus() override;
+
+  private:
+    void show();
+    bool list();
+    void take(int row);
+
+    Context context_;
+    accounts::VoucherKind kind_;
+    std::vector<accounts::VoucherEntry> vouchers_;
+    accounts::VoucherKey chosen_;
+    accounts::VoucherPeriod period_;
+    Form<accounts::VoucherPeriod> form_;
+    ListTable* table_;
+    QLabel* count_;
 };
 
 }  // namespace ui

@@ -16,14 +16,14 @@ namespace ui {
 
 class ListTable;
 
-// Enter in the name, telephone or e-mail searches: if something is found the focus goes to the list, otherwise
-// to the next field. run() returns 1 when the customer of the invoice was chosen or taken away.
+// Enter in the name, telephone or e-mail searches: if something is found the focus goes to the list,
+// otherwise to the next field. run() returns 1 when the customer of the invoice was chosen or taken away.
 class WalkInSheet : public Sheet {
     Q_OBJECT
   public:
     WalkInSheet(QWidget* host, const Context& context, sales::SalesDesk& desk);
-    // Proposes the next code, or shows the customer that the invoice has already. Returns false after a message
-    // for an account invoice, which has its own customer.
+    // Proposes the next code, or shows the customer that the invoice has already. Returns false after a
+    // message for an account invoice, which has its own customer.
     bool open();
 
   protected:

@@ -58,20 +58,14 @@ CashPanel::CashPanel(const Context& context, QWidget* parent)
     note_ = label({}, "side");
     note_->setObjectName("cash_note");
     column->addWidget(note_);
-    auto* confirm = new QPushButton("ت&سجيل الجرد");
-    confirm->setObjectName("cash_confirm");
-    confirm->setMinimumHeight(px(48));
-    confirm->setAutoDefault(true);
-    set_role(confirm, "main");
-    confirm_ = confirm;
     foot_ = new QHBoxLayout;
     foot_->setSpacing(px(10));
-    foot_->addWidget(confirm, 2);
+    confirm_ = foot_button(foot_, "cash_confirm", "ت&سجيل الجرد", 2, [this] { confirm(); });
+    set_role(confirm_, "main");
     column->addLayout(foot_);
 
     connect(counted_, &QLineEdit::textEdited, this, [this] { show_difference(); });
     connect(counted_, &QLineEdit::returnPressed, confirm_, qOverload<>(&QWidget::setFocus));
-    connect(confirm, &QPushButton::clicked, this, &CashPanel::confirm);
 }
 
 void CashPanel::build_fields() {

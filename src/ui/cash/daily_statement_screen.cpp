@@ -11,11 +11,10 @@
 
 #include "common/date_time.h"
 #include "common/messages.h"
+#include "common/numbers.h"
 #include "common/typed.h"
 #include "printing/report_printer.h"
 #include "ui/cash/figure_ledger.h"
-#include "ui/cash/figure_rows_sheet.h"
-#include "ui/cash/statement_ledgers.h"
 #include "ui/printing/reports.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
@@ -136,18 +135,12 @@ QWidget* DailyStatementScreen::build_journal_bar() {
     note_ = label({}, "side");
     note_->setObjectName("statement_note");
     note_->hide();
-    const auto button = [&](const char* name, const QString& caption, const char* role, auto action) {
-        auto* made = new QPushButton(caption);
-        made->setObjectName(name);
-        made->setFixedHeight(px(38));
-        made->setAutoDefault(true);
-        if (role != nullptr) set_role(made, role);
-        connect(made, &QPushButton::clicked, this, action);
-        row->addWidget(made);
-    };
-    button("statement_print", "&طباعة", "main", [this] { print(); });
-    button("statement_preview", "معاي&نة", nullptr, [this] { preview(); });
-    button("statement_back", "&رجوع", nullptr, [this] { leave(0); });
+    QPushButton* buttons[] = {foot_button(row, "statement_print", "&طباعة", 0, [this] { print(); }),
+                              foot_button(row, "statement_preview", "معاي&نة", 0, [this] { preview(); }),
+                              foot_button(row, "statement_back", "&رجوع", 0, [this] { leave(0); })};
+    set_role(buttons[0], "main");
+    for (QPushButton* button : buttons)
+        button->setFixedHeight(px(38));
     connect(filter_, &Segments::chosen, this, [this](int filter) {
         guarded(context_.services, "Journal", [&] {
             logic_.choose_filter(static_cast<cash::JournalFilter>(filter));
@@ -311,6 +304,42 @@ bool DailyStatementScreen::eventFilter(QObject* watched, QEvent* event) {
 void DailyStatementScreen::resizeEvent(QResizeEvent* event) {
     Sheet::resizeEvent(event);
     card()->setFixedSize(std::min(width() - px(24), px(1500)), std::min(height() - px(24), px(900)));
+}
+
+FigureRowsSheet::FigureRowsSheet(QWidget* host, const QString& caption, const cash::FigureRows& rows)
+    : Sheet(host, caption) {
+    setObjectName("figure_rows");
+    set_card_width(820);
+    table_ = new ListTable("figure_rows_table", {"البيان", "رقم", "الوقت", "الطرف", "المبلغ"}, 3);
+    table_->setFixedHeight(px(420));
+    std::vector<QStringList> texts;
+    texts.reserve(rows.rows.size());
+    for (const cash::FigureRow& row : rows.rows) {
+        texts.push_back({qt(row.kind), qt(row.number), "\u200e" + qt(row.moment), qt(row.party),
+                         "\u200e" + qt(common::format_amount(row.amount))});
+    }
+    table_->say_when_empty("لا توجد حركات في هذا البند");
+    table_->show_rows(texts);
+    body()->addWidget(table_);
+
+    auto* foot = new QHBoxLayout;
+    foot->setSpacing(px(10));
+    foot_button(foot, "figure_rows_back", "&رجوع", 0, [this] { leave(0); })->setMinimumSize(px(120), px(44));
+    auto* count = label("عدد السطور " + QString::number(rows.rows.size()), "side");
+    count->setObjectName("figure_rows_count");
+    foot->addWidget(count);
+    foot->addStretch(1);
+    // Under the amounts.
+    foot->addWidget(label("المجموع", "side"));
+    auto* sum = new Figure("figure_rows_sum", "total");
+    sum->setText(qt(rows.sum.text()));
+    sum->setContentsMargins(px(10), 0, 0, 0);
+    foot->addWidget(sum);
+    body()->addLayout(foot);
+}
+
+void FigureRowsSheet::take_focus() {
+    table_->setFocus();
 }
 
 }  // namespace ui

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cash/daily_statement.h"
+#include "cash/figures.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/sheet.h"
 
@@ -73,6 +74,20 @@ class DailyStatementScreen : public Sheet {
     QLabel* note_;
     QLabel* row_note_;
     ListTable* journal_;
+};
+
+// The rows that make a figure of the statement, and their sum.
+class FigureRowsSheet : public Sheet {
+    Q_OBJECT
+  public:
+    // `caption` is the figure's heading.
+    FigureRowsSheet(QWidget* host, const QString& caption, const cash::FigureRows& rows);
+
+  protected:
+    void take_focus() override;
+
+  private:
+    ListTable* table_;
 };
 
 }  // namespace ui

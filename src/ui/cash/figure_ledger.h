@@ -1,5 +1,6 @@
 // Many figures as a right-to-left ledger: columns of captions with their figures, each column closed by its
-// total on one common line. The arrow keys walk over it; Enter or a click opens a figure.
+// total on one common line. The arrow keys walk over it; Enter or a click opens a figure. The daily statement
+// and the day summary are two such ledgers.
 #pragma once
 
 #include <QAbstractButton>
@@ -88,5 +89,10 @@ class FigureLedger : public QWidget {
     std::vector<std::vector<Placed>> columns_;
     FigureCell* current_ = nullptr;
 };
+
+// The ids are the columns of the statement and of the summary; object names "figure_cash_sales",
+// "summary_4".
+std::vector<LedgerColumn> statement_ledger();
+std::vector<LedgerColumn> summary_ledger();
 
 }  // namespace ui

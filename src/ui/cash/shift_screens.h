@@ -1,14 +1,23 @@
-// The shift screens: one starts and closes shifts, a lighter one only starts them.
+// The shift screens: one starts and closes shifts, a lighter one only starts them; and the drawer's shifts
+// beside the sales screen.
 #pragma once
 
-#include "cash/shift_change.h"
+#include "cash/shift.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/form.h"
 #include "ui/widgets/sheet.h"
 
+class QComboBox;
 class QPushButton;
 
+namespace sales {
+class SalesDesk;
+}
+
 namespace ui {
+
+class CashPanel;
+class ListTable;
 
 // The part that both screens share: the state of the drawer's last shift, and the form of the change.
 class ShiftForm : public QWidget {
@@ -67,6 +76,24 @@ class ShiftStartScreen : public Sheet {
     Context context_;
     cash::ShiftStart logic_;
     ShiftForm* form_;
+};
+
+// The drawer's shifts, narrowed to those of a user, and the cash panel.
+class ShiftSide : public Sheet {
+    Q_OBJECT
+  public:
+    ShiftSide(QWidget* host, sales::SalesDesk& desk, const Context& context);
+
+  private:
+    QWidget* build_shifts();
+    void show_shifts();
+    void start_shift();
+
+    Context context_;
+    sales::SalesDesk& desk_;
+    QComboBox* users_;
+    ListTable* shifts_;
+    CashPanel* panel_;
 };
 
 }  // namespace ui

@@ -3,7 +3,7 @@
 #include <QLineEdit>
 
 #include "sales/messages.h"
-#include "ui/cash/shift_side.h"
+#include "ui/cash/shift_screens.h"
 #include "ui/sales/entry_bar.h"
 #include "ui/sales/item_sheets.h"
 #include "ui/sales/kind_bar.h"
