@@ -13,16 +13,23 @@ namespace {
 
 class Vouchers : public testing::Test {
   protected:
-    Voucher opened(VoucherKind kind) {
-        Voucher voucher(kind, office.shop.connection(), office.session, office.services.clock);
+    Voucher opened(VoucherKind kind) { return opened(kind, office.shop.connection()); }
+    Voucher opened(VoucherKind kind, database::Connection& connection) {
+        Voucher voucher(kind, connection, office.session, office.services.clock);
         voucher.open_new();
         return voucher;
     }
-    Voucher receipt(const std::string& amount, std::int64_t customer = 7) {
-        Voucher voucher = opened(VoucherKind::receipt);
-        voucher.choose_party(customer);
+    Voucher receipt(const std::string& amount) { return receipt(amount, office.shop.connection()); }
+    Voucher receipt(const std::string& amount, database::Connection& connection) {
+        Voucher voucher = opened(VoucherKind::receipt, connection);
+        voucher.choose_party(7);
         voucher.set_amount(amount);
         return voucher;
+    }
+    // No voucher, and a customer who owes 250.
+    void reset() {
+        office.shop.sql("delete from vencuspay");
+        office.shop.sql("update custdata set cacc = 250 where ccode = 7");
     }
     double count() { return office.shop.number("select count(*) from vencuspay"); }
     test::Office office;
@@ -238,8 +245,7 @@ TEST_F(Vouchers, AnEditOfARowThatChangedMeanwhileIsSaid) {
     const char* changes[] = {"update vencuspay set quan = 95",
                              "update vencuspay set note = N'غيرها جهاز آخر'", "delete from vencuspay"};
     for (const char* change : changes) {
-        office.shop.sql("delete from vencuspay");
-        office.shop.sql("update custdata set cacc = 250 where ccode = 7");
+        reset();
         ASSERT_FALSE(receipt("100").save());
         Voucher voucher = opened(VoucherKind::receipt);
         ASSERT_FALSE(voucher.open_edit({PartyKind::customer, 7, {2026, 11, 21}, 100, "1"}));
@@ -257,13 +263,9 @@ TEST_F(Vouchers, AnEditOfARowThatChangedMeanwhileIsSaid) {
 TEST_F(Vouchers, ASaveThatBrokeOffIsTriedAgain) {
     bool passed = false;
     for (std::int64_t n = 1; !passed; ++n) {
-        office.shop.sql("delete from vencuspay");
-        office.shop.sql("update custdata set cacc = 250 where ccode = 7");
+        reset();
         test::FaultyConnection connection(office.shop.connection());
-        Voucher voucher(VoucherKind::receipt, connection, office.session, office.services.clock);
-        voucher.open_new();
-        voucher.choose_party(7);
-        voucher.set_amount("100");
+        Voucher voucher = receipt("100", connection);
         connection.fail_at(n, test::FaultyConnection::Fault::passing);
         try {
             passed = !voucher.save() && !connection.has_failed();
@@ -283,13 +285,9 @@ TEST_F(Vouchers, ASaveThatBrokeOffIsTriedAgain) {
 TEST_F(Vouchers, ABalanceThatAnotherTillMovesIsReadAgain) {
     bool ended = false;
     for (std::int64_t n = 1; !ended; ++n) {
-        office.shop.sql("delete from vencuspay");
-        office.shop.sql("update custdata set cacc = 250 where ccode = 7");
+        reset();
         test::FaultyConnection connection(office.shop.connection());
-        Voucher voucher(VoucherKind::receipt, connection, office.session, office.services.clock);
-        voucher.open_new();
-        voucher.choose_party(7);
-        voucher.set_amount("100");
+        Voucher voucher = receipt("100", connection);
         bool sold = false;
         connection.call_before(n, [&] {
             sold = true;
@@ -316,8 +314,7 @@ TEST_F(Vouchers, ADirectReceiptIsNeverHalfWritten) {
     int written = 0;
     bool reached = true;
     for (std::int64_t n = 1; reached; ++n) {
-        office.shop.sql("delete from vencuspay");
-        office.shop.sql("update custdata set cacc = 250 where ccode = 7");
+        reset();
         test::FaultyConnection connection(office.shop.connection());
         connection.fail_at(n, test::FaultyConnection::Fault::passing);
         bool returned = true;
