@@ -6,7 +6,7 @@
 
 #include "common/text.h"
 #include "database/embedded/moments.h"
-#include "database/schema/upgrade_list.h"
+#include "database/schema/schema.h"
 
 namespace bench {
 
@@ -33,29 +33,26 @@ bool is_made_anew(const std::string& table) {
 }  // namespace
 
 HandUpgrade::HandUpgrade(HandEngine& engine) : engine_(engine) {
-    for (const auto& entries : {database::upgrade_entries_1_to_100(), database::upgrade_entries_101_to_200(),
-                                database::upgrade_entries_201_to_300()}) {
-        for (const database::UpgradeEntry& entry : entries) {
-            std::string_view text = entry.statement;
-            const std::string verb = next_word(text);
-            const std::string what = next_word(text);
-            const std::string table = next_word(text);
-            const std::string how = next_word(text);
-            if (verb == "create" && what == "table") {
-                if (is_made_anew(table))
-                    rebuilt_.push_back(table);
-                else
-                    expected_.push_back(table);
-            } else if (verb == "alter" && how == "add") {
-                expected_.push_back(table + "." + next_word(text));
-            } else if (verb == "alter" && how == "alter") {
-                next_word(text);  // "column"
-                const std::string column = next_word(text);
-                if (is_made_anew(table) || (table == "users" && column == "perm"))
-                    rebuilt_.push_back(table);
-                else
-                    expected_.push_back(table + "." + column);
-            }
+    for (const database::UpgradeEntry& entry : database::upgrade_entries()) {
+        std::string_view text = entry.statement;
+        const std::string verb = next_word(text);
+        const std::string what = next_word(text);
+        const std::string table = next_word(text);
+        const std::string how = next_word(text);
+        if (verb == "create" && what == "table") {
+            if (is_made_anew(table))
+                rebuilt_.push_back(table);
+            else
+                expected_.push_back(table);
+        } else if (verb == "alter" && how == "add") {
+            expected_.push_back(table + "." + next_word(text));
+        } else if (verb == "alter" && how == "alter") {
+            next_word(text);  // "column"
+            const std::string column = next_word(text);
+            if (is_made_anew(table) || (table == "users" && column == "perm"))
+                rebuilt_.push_back(table);
+            else
+                expected_.push_back(table + "." + column);
         }
     }
     for (const char* table : {"tmp_acc", "tmp_item", "users"}) {

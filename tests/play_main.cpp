@@ -10,8 +10,8 @@
 
 #include "database/sqlserver/open.h"
 #include "play/program.h"
+#include "support/shop.h"
 #include "support/strict.h"
-#include "support/test_server.h"
 
 namespace {
 

@@ -166,12 +166,6 @@ void Recordset::move_next() {
     if (!at_end()) ++position_;
 }
 
-void Recordset::move_last() {
-    leave_row();
-    load();
-    position_ = rows_.empty() ? 0 : rows_.size() - 1;
-}
-
 Recordset::Record& Recordset::current() {
     load();
     if (position_ >= rows_.size()) throw Error("24000", "There is no current row.", statement_.text());

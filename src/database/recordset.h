@@ -27,7 +27,6 @@ class Recordset {
     // Moving away from a row whose changes were neither updated nor cancelled throws Error HY010.
     void move_first();
     void move_next();
-    void move_last();
 
     // The current row's cells, or what was set since. Column names ignore case; an unknown one throws Error
     // 42S22.

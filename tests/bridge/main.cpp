@@ -12,7 +12,6 @@
 #include "support/shop.h"
 #include "support/strict.h"
 #include "support/tds_bridge.h"
-#include "support/tds_control.h"
 
 extern char** environ;
 

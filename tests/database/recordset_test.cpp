@@ -3,7 +3,7 @@
 
 #include "database/engine.h"
 #include "support/faulty_connection.h"
-#include "support/test_server.h"
+#include "support/shop.h"
 
 namespace {
 
@@ -48,8 +48,6 @@ TEST_F(Records, WalkAndRead) {
     EXPECT_EQ(state_of([&] { records.set("code", 1); }), "24000");
     records.move_first();
     EXPECT_EQ(records.integer("code"), 2);
-    records.move_last();
-    EXPECT_EQ(records.integer("code"), 1);
     EXPECT_EQ(state_of([&] { records.get("nothing"); }), "42S22");
 }
 
@@ -168,18 +166,9 @@ TEST_F(Records, WhatTheServerRefusesIsRefused) {
 
 // As a server does it: no row numbers, all former values.
 TEST_F(Records, WithoutRowNumbersTheFormerValuesFindTheRow) {
-    class AsServer final : public database::Connection {
-      public:
-        explicit AsServer(Connection& inner) : inner_(inner) {}
-        Outcome run(std::string_view statement, const std::vector<Value>& values) override {
-            return inner_.run(statement, values);
-        }
-        void make_durable() override { inner_.make_durable(); }
+    struct AsServer final : test::FaultyConnection {
+        using FaultyConnection::FaultyConnection;
         bool is_embedded() const override { return false; }
-        Table describe(std::string_view table) override { return inner_.describe(table); }
-
-      private:
-        Connection& inner_;
     } server(*connection);
     run("insert into loose values (2,null,null,null)");
     Recordset records(server, "select * from loose");

@@ -13,7 +13,6 @@
 
 #include "common/text.h"
 #include "database/schema/schema.h"
-#include "database/schema/upgrade_list.h"
 #include "support/shop.h"
 
 namespace {
@@ -143,17 +142,15 @@ TEST_F(SchemaUse, TheUpgradeListChangesNoColumnOfAnIndex) {
     });
     ASSERT_GT(indexed.size(), 15U);
     int changes = 0;
-    for (const auto& entries : {database::upgrade_entries_1_to_100(), database::upgrade_entries_101_to_200(),
-                                database::upgrade_entries_201_to_300()})
-        for (const auto& entry : entries)
-            each_match(std::string(entry.statement),
-                       R"(alter table \[?(\w+)\]? alter column \[?(\w+)\]? \[?(\w+))",
-                       [&](const std::smatch& change) {
-                           ++changes;
-                           const auto& columns = indexed[common::lower_ascii(change[1].str())];
-                           if (!columns.contains(common::lower_ascii(change[2].str()))) return;
-                           EXPECT_EQ(common::lower_ascii(change[3].str()), "nvarchar") << entry.statement;
-                       });
+    for (const auto& entry : database::upgrade_entries())
+        each_match(std::string(entry.statement),
+                   R"(alter table \[?(\w+)\]? alter column \[?(\w+)\]? \[?(\w+))",
+                   [&](const std::smatch& change) {
+                       ++changes;
+                       const auto& columns = indexed[common::lower_ascii(change[1].str())];
+                       if (!columns.contains(common::lower_ascii(change[2].str()))) return;
+                       EXPECT_EQ(common::lower_ascii(change[3].str()), "nvarchar") << entry.statement;
+                   });
     EXPECT_GT(changes, 40);
 }
 

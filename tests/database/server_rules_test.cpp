@@ -1,7 +1,7 @@
 // The embedded engine answers as a SQL Server does; the server's error numbers stand beside. Both the shipped
 // engine and the tests' engine, which refuses more, are tested.
 #include "database/engine.h"
-#include "support/shipped.h"
+#include "support/strict.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-// A made-up server on the loopback that speaks just enough of the server's protocol to be logged in to, to
-// answer with rows, errors or silence, and to die: for what a real server cannot be asked to do in a test.
+// A server on the loopback that speaks just enough of the protocol to accept log-ins and to answer with rows,
+// errors or silence, or to hang up: for failures that a real server cannot be made to show in a test.
 #pragma once
 
 #include <atomic>
@@ -10,8 +10,7 @@
 #include <thread>
 #include <vector>
 
-#include "support/tds_answer.h"
-#include "support/tds_request.h"
+#include "support/tds_messages.h"
 
 namespace test {
 
@@ -52,7 +51,7 @@ class TdsServer {
     std::thread thread_;
 };
 
-// A listener that accepts (by its backlog) and never says a word.
+// A listener whose backlog accepts connections; it never answers.
 class SilentServer {
   public:
     SilentServer();

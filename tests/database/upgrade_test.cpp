@@ -7,7 +7,6 @@
 #include <sstream>
 
 #include "database/schema/schema.h"
-#include "database/schema/upgrade_list.h"
 #include "database/sqlserver/odbc_connection.h"
 #include "database/sqlserver/open.h"
 #include "database/tds_server.h"
@@ -157,14 +156,12 @@ TEST(Upgrade, SendsItsEntriesInOrderAndOnlyALossEndsIt) {
             "", 5, 5};
     };
     std::vector<std::string> expected;
-    for (const auto& entries : {database::upgrade_entries_1_to_100(), database::upgrade_entries_101_to_200(),
-                                database::upgrade_entries_201_to_300()})
-        for (const auto& entry : entries) {
-            const char* first = entry.number == 177   ? " select * from stocks"
-                                : entry.number == 224 ? "select * from cash"
-                                                      : "select max(pay_id) as xl from vencuspay ";
-            expected.push_back(entry.procedure == nullptr ? std::string(entry.statement) : first);
-        }
+    for (const auto& entry : database::upgrade_entries()) {
+        const char* first = entry.number == 177   ? " select * from stocks"
+                            : entry.number == 224 ? "select * from cash"
+                                                  : "select max(pay_id) as xl from vencuspay ";
+        expected.push_back(entry.procedure == nullptr ? std::string(entry.statement) : first);
+    }
     ASSERT_EQ(expected.size(), 300U);
 
     test::TdsServer failing([&](const std::string&) { return never; });

@@ -10,9 +10,8 @@
 
 #include "database/embedded/open.h"
 #include "support/data_file.h"
-#include "support/shipped.h"
 #include "support/shop.h"
-#include "support/test_server.h"
+#include "support/strict.h"
 
 namespace {
 

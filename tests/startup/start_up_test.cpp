@@ -16,7 +16,6 @@
 #include "support/faulty_connection.h"
 #include "support/services.h"
 #include "support/shop.h"
-#include "support/test_server.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-// Data of the tests that stand in files beside them.
+// Test data, kept in files beside the tests.
 #pragma once
 
 #include <filesystem>

@@ -12,7 +12,7 @@ namespace test {
 
 // Passes everything on to the connection it is given and counts the statements from 1; describe() and
 // make_durable() do not count.
-class FaultyConnection final : public database::Connection {
+class FaultyConnection : public database::Connection {
   public:
     explicit FaultyConnection(database::Connection& inner) : inner_(inner) {}
 

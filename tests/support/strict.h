@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <set>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "database/embedded/connection.h"
+#include "database/embedded/open.h"
 #include "database/tsql/syntax.h"
 
 namespace test {
@@ -33,6 +35,15 @@ class StrictReader final : public database::embedded::StatementObserver {
   private:
     std::string list_;
 };
+
+// Opens the embedded engine as shipped, without the strict reader.
+inline std::unique_ptr<database::Connection> open_as_shipped(const std::filesystem::path& file,
+                                                             bool create = false) {
+    StrictReader::install(false);
+    auto connection = database::open_embedded(file, create);
+    StrictReader::install();
+    return connection;
+}
 
 namespace strict {
 

@@ -62,9 +62,7 @@ class TdsBridge {
     void count_login() { ++logins_; }
 
   private:
-    void listen();
     void serve();
-    void cut_all();
 
     std::filesystem::path folder_;
     Account account_;
@@ -81,6 +79,29 @@ class TdsBridge {
     int connections_ = 0;
     std::map<int, int> open_;  // sockets by their connection's number
     std::vector<std::thread> sessions_;
+    std::thread thread_;
+};
+
+// The control socket of the bridge for other processes: one line of words in, one line back.
+//
+// Commands for the network: "silent", "away", "well", "drop"; for the next statement that contains a text:
+// "cut TEXT", "run and cut TEXT", "silence TEXT". The answer is "ok", or "?" for an unknown command.
+// Questions: "heard TEXT" and "logins" give a count, "opening" the first statement of the latest connection.
+class TdsControl {
+  public:
+    TdsControl(TdsBridge& bridge, std::filesystem::path path);
+    ~TdsControl();
+    TdsControl(const TdsControl&) = delete;
+    TdsControl& operator=(const TdsControl&) = delete;
+    const std::filesystem::path& path() const { return path_; }
+
+  private:
+    void serve();
+    std::string answer_to(std::string_view line);
+
+    TdsBridge& bridge_;
+    std::filesystem::path path_;
+    int listener_;
     std::thread thread_;
 };
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "database/connection.h"
-#include "support/tds_request.h"
+#include "support/tds_messages.h"
 #include "support/tds_values.h"
 
 namespace test::tds {

@@ -10,7 +10,6 @@
 #include "database/embedded/definitions.h"
 #include "database/embedded/engine.h"
 #include "database/embedded/moments.h"
-#include "database/embedded/orphans.h"
 #include "database/embedded/writer.h"
 #include "database/tsql/parser.h"
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "database/embedded/catalog.h"
+#include "database/tsql/scanner.h"
 #include "database/tsql/syntax.h"
 
 namespace database::embedded {
@@ -54,5 +55,19 @@ class Definitions {
 std::string name_list(const std::vector<std::string>& names);
 // The name of an index in the file. On a server index names are unique per table, here per file.
 std::string index_name(const std::string& table, const std::string& index);
+
+// Orphans are barcodes without an item. Every start deletes them, and searching all barcodes of a large shop
+// would be the longest part of the start, so the file remembers whether there can be any.
+
+// Returns true if the statement is, to the letter, the upgrade list's deletion.
+bool is_orphan_deletion(const tsql::Tokens& statement);
+
+// From now on triggers note in the file that a barcode or an item has changed since the last deletion,
+// whoever changes it. Does nothing if one of the tables is missing or the triggers exist.
+void watch_for_orphans(sqlite3* engine, Catalog& catalog);
+
+// Returns false if nothing has changed since note_no_orphans().
+bool can_have_orphans(sqlite3* engine, const Catalog& catalog);
+void note_no_orphans(sqlite3* engine);
 
 }  // namespace database::embedded

@@ -5,7 +5,6 @@
 
 #include "common/text.h"
 #include "database/recordset.h"
-#include "database/schema/upgrade_list.h"
 
 namespace database {
 
@@ -49,15 +48,13 @@ void create_base_schema(Connection& connection) {
 }
 
 void run_upgrade_list(Connection& connection) {
-    for (const auto& entries :
-         {upgrade_entries_1_to_100(), upgrade_entries_101_to_200(), upgrade_entries_201_to_300()})
-        for (const UpgradeEntry& entry : entries)
-            ignoring_failure([&] {
-                if (entry.procedure != nullptr)
-                    entry.procedure(connection);
-                else
-                    connection.run(entry.statement, {});
-            });
+    for (const UpgradeEntry& entry : upgrade_entries())
+        ignoring_failure([&] {
+            if (entry.procedure != nullptr)
+                entry.procedure(connection);
+            else
+                connection.run(entry.statement, {});
+        });
     connection.make_durable();
 }
 

@@ -1,4 +1,5 @@
-// Text and diagnostics of ODBC: UTF-8 inside, 16-bit characters at the driver.
+// Text and diagnostics of ODBC: UTF-8 inside, 16-bit characters at the driver. The server's error numbers
+// tell what went wrong, because its texts come in any language.
 #pragma once
 
 #include <sql.h>
@@ -8,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "database/error.h"
 #include "database/value.h"
 
 namespace database {
@@ -34,5 +36,11 @@ struct Diagnostic {
     bool is_from_server() const { return native > 0 && (native < 20000 || native >= 21000); }
 };
 std::vector<Diagnostic> diagnostics_of(SQLSMALLINT kind, SQLHANDLE handle);
+
+// Returns true if the error means that the database is missing or closed to this login.
+bool is_missing_database(int number);
+
+// An Error with the server's text, and with the SQLSTATE that the embedded engine gives for the same failure.
+Error server_error(const Diagnostic& said, std::string_view statement);
 
 }  // namespace database

@@ -1,4 +1,4 @@
-#include "database/tsql/types.h"
+#include "database/tsql/syntax.h"
 
 #include <algorithm>
 #include <charconv>
