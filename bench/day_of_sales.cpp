@@ -16,7 +16,7 @@
 #include <stdexcept>
 
 #include "bench/till.h"
-#include "startup/activity_log.h"
+#include "startup/shop_files.h"
 #include "startup/start_up.h"
 #include "ui/sales/sales_window.h"
 #include "ui/till.h"

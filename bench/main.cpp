@@ -14,7 +14,6 @@
 #include "bench/actions.h"
 #include "bench/copies.h"
 #include "bench/day_of_sales.h"
-#include "bench/machine.h"
 #include "bench/report.h"
 #include "bench/shop_data.h"
 #include "ui/widgets/style.h"

@@ -51,4 +51,8 @@ struct Report {
     std::string document() const;  // docs/performance.md
 };
 
+// Processor, cores, memory, system, compiler, SQLite and Qt, one line each. What the system does not tell is
+// left out.
+std::vector<std::string> describe_machine();
+
 }  // namespace bench

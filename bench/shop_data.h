@@ -5,6 +5,7 @@
 #include <string>
 
 #include "bench/sizes.h"
+#include "database/connection.h"
 
 namespace bench {
 
@@ -19,5 +20,9 @@ struct Counted {
 std::filesystem::path shop_of(const std::filesystem::path& folder, const Sizes& sizes);
 
 Counted count_rows(const std::filesystem::path& shop);
+
+// Adds a shift of each drawer per day, the last ones still open; a voucher, bank row, cash in or out and
+// expense for every 100 invoices; and on every day a transfer to the main drawer and a count of every drawer.
+void fill_movements(database::Connection& connection, const Sizes& sizes);
 
 }  // namespace bench

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "bench/goods.h"
+#include "bench/invoices.h"
 #include "database/embedded/open.h"
 #include "sales/messages.h"
 

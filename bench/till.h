@@ -11,7 +11,7 @@
 #include "printing/receipt_printer.h"
 #include "sales/sales_desk.h"
 #include "signin/session.h"
-#include "startup/activity_log.h"
+#include "startup/shop_files.h"
 
 namespace bench {
 

@@ -11,7 +11,7 @@
 #include "database/embedded/functions.h"
 #include "database/embedded/open.h"
 #include "database/schema/schema.h"
-#include "startup/open_connection.h"
+#include "startup/connection_file.h"
 
 namespace admin {
 

@@ -6,7 +6,7 @@
 #include "admin/checks.h"
 #include "admin/shop.h"
 #include "admin/tool.h"
-#include "startup/activity_log.h"
+#include "startup/shop_files.h"
 
 namespace admin {
 

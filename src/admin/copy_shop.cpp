@@ -6,9 +6,8 @@
 #include <memory>
 
 #include "admin/rows.h"
-#include "admin/shop_maker.h"
+#include "admin/shop.h"
 #include "admin/tool.h"
-#include "admin/transaction.h"
 #include "common/text.h"
 #include "database/schema/schema.h"
 

@@ -7,7 +7,6 @@
 
 #include "admin/shop.h"
 #include "admin/tool.h"
-#include "admin/transaction.h"
 #include "common/code_page.h"
 #include "common/files.h"
 #include "common/text.h"

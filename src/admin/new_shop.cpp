@@ -8,7 +8,6 @@
 #include "admin/checks.h"
 #include "admin/rows.h"
 #include "admin/shop.h"
-#include "admin/shop_maker.h"
 #include "admin/tool.h"
 #include "admin/users.h"
 #include "database/recordset.h"

@@ -1,14 +1,20 @@
 #include "admin/shop.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdlib>
+#include <system_error>
+#include <vector>
 
-#include "startup/open_connection.h"
+#include "database/embedded/open.h"
+#include "startup/connection_file.h"
 #include "startup/shop_files.h"
 #include "startup/workstation.h"
 
 namespace admin {
 
 namespace fs = std::filesystem;
+using database::Connection;
+using Fill = std::function<void(Connection&)>;
 
 namespace {
 
@@ -115,6 +121,121 @@ std::string keep_login_password(const fs::path& folder, const std::string& passw
 bool has_login_password(const fs::path& folder) {
     return std::getenv("TALLVEX_SA_PASSWORD") != nullptr ||
            startup::find_file(home_of(folder), startup::password_file_name).has_value();
+}
+
+namespace {
+
+// Removes the files created so far unless they are kept.
+class MadeFiles {
+  public:
+    MadeFiles() = default;
+    MadeFiles(const MadeFiles&) = delete;
+    MadeFiles& operator=(const MadeFiles&) = delete;
+    ~MadeFiles() {
+        std::error_code ignored;
+        for (const fs::path& file : files_)
+            fs::remove(file, ignored);
+    }
+    void add(const fs::path& file) { files_.push_back(file); }
+    void keep() { files_.clear(); }
+
+  private:
+    std::vector<fs::path> files_;
+};
+
+// The name of a shop's file until it is complete.
+fs::path unfinished(const fs::path& folder, const Place& place) {
+    return startup::shop_file(place, folder).string() + ".making";
+}
+
+void write_files(const fs::path& folder, const Place& place, MadeFiles& made) {
+    for (const fs::path& file : write_shop_files(folder))
+        made.add(file);
+    made.add(write_place(folder, place));
+}
+
+// The database gets its name last. If the program is killed before, the command can be run again.
+void make_embedded(const fs::path& folder, const Place& place, const Fill& fill, MadeFiles& made) {
+    const fs::path file = startup::shop_file(place, folder);
+    const fs::path making = unfinished(folder, place);
+    for (const char* ending : {"", "-wal", "-shm"}) {
+        const fs::path part = making.string() + ending;
+        fs::remove(part);  // left by an attempt that was killed
+        made.add(part);
+    }
+    {
+        const auto connection = database::open_embedded(making, true);
+        fill(*connection);
+        connection->make_durable();
+    }
+    write_files(folder, place, made);
+    fs::rename(making, file);
+    made.add(file);
+}
+
+bool has_tables(Connection& connection) {
+    try {
+        connection.scalar("select count(*) from basic");
+        return true;
+    } catch (const database::Error& error) {
+        if (error.is_connection_lost()) throw;
+        return false;
+    }
+}
+
+void make_on_server(const fs::path& folder, const Place& place, const Fill& fill) {
+    const auto connection = open_place(folder, place);
+    const std::string where = "the database " + place.database + " on " + place.server;
+    if (has_tables(*connection)) {
+        throw Refused(
+            where +
+            " holds a shop already, or a part of one that was cut off; connect to it (tallvex-admin "
+            "connect), or drop the database, create it empty and try again");
+    }
+    try {
+        fill(*connection);
+        connection->make_durable();
+    } catch (const std::exception& error) {
+        throw Refused(std::string("the shop was not finished: ") + error.what() + "; drop " + where +
+                      ", create it empty and try again");
+    }
+}
+
+}  // namespace
+
+void make_place(const fs::path& folder, const Place& place, Tool& tool, const Fill& fill) {
+    std::error_code failed;
+    fs::create_directories(folder, failed);
+    if (!fs::is_directory(folder)) {
+        throw Refused("the folder " + folder.string() + " cannot be made" +
+                      (failed ? ": " + failed.message() : ""));
+    }
+    const bool was_cut_off = is_embedded(place) && fs::exists(unfinished(folder, place));
+    if (startup::has_connection_file(folder) && !was_cut_off)
+        throw Refused("the folder " + folder.string() + " belongs to a shop already");
+    if (is_embedded(place) && fs::exists(startup::shop_file(place, folder))) {
+        throw Refused("there is a shop already: " + startup::shop_file(place, folder).string());
+    }
+    MadeFiles made;
+    if (is_embedded(place)) {
+        make_embedded(folder, place, fill, made);
+    } else {
+        fs::remove(write_place(folder, place));  // refuses bad names before anything is created
+        for (const fs::path& file : write_shop_files(folder))
+            made.add(file);
+        if (!has_login_password(folder)) made.add(keep_login_password(folder, ask_login_password(tool)));
+        make_on_server(folder, place, fill);
+        made.add(write_place(folder, place));  // last, so that no till starts on an incomplete shop
+    }
+    made.keep();
+    tool.out << "The shop stands in " << folder.lexically_normal().string() << ".\n";
+}
+
+void add_place_options(CLI::App& command, Place& place, const std::string& with_server) {
+    command.add_option("--server", place.server, with_server);
+    command.add_option("--database", place.database, "An empty database of the server, or the file's name")
+        ->capture_default_str();
+    command.add_option("--address", place.address, "Network address of the server")->capture_default_str();
 }
 
 }  // namespace admin

@@ -1,8 +1,9 @@
-// The shop of a folder: its files, and its database opened as the till opens it. Functions that cannot do
-// their work throw Refused with the reason.
+// The shop of a folder: its files, its database opened as the till opens it, and how both are created.
+// Functions that cannot do their work throw Refused with the reason.
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -49,5 +50,41 @@ std::string ask_login_password(Tool& tool);
 std::string keep_login_password(const std::filesystem::path& folder, const std::string& password);
 // Returns true if a till of this folder finds a password, right or wrong.
 bool has_login_password(const std::filesystem::path& folder);
+
+// Creates the folder, the files and an empty database, which `fill` gives its schema and rows. Refused, and
+// nothing is left, if there is a shop already or the folder cannot be written. An embedded shop gets its name
+// when it is complete. On a server a failure leaves what was written; the message then says what to do.
+void make_place(const std::filesystem::path& folder, const Place& place, Tool& tool,
+                const std::function<void(database::Connection&)>& fill);
+
+// Adds the options --server, --database and --address. `with_server` is the help text of --server.
+void add_place_options(CLI::App& command, Place& place, const std::string& with_server);
+
+// Begins with the object and is rolled back with it unless commit() was called.
+class Transaction {
+  public:
+    explicit Transaction(database::Connection& connection) : connection_(connection) {
+        connection_.execute("begin transaction");
+    }
+    ~Transaction() {
+        if (committed_) return;
+        try {
+            connection_.execute("rollback transaction");
+        } catch (const database::Error&) {
+            // A lost connection has rolled it back already.
+        }
+    }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    void commit() {
+        connection_.execute("commit transaction");
+        committed_ = true;
+    }
+
+  private:
+    database::Connection& connection_;
+    bool committed_ = false;
+};
 
 }  // namespace admin

@@ -19,7 +19,6 @@ struct Page {
 
     Page() {
         const iconv_t converter = iconv_open("UTF-32LE", "CP1256");
-        // NOLINTNEXTLINE(*-reinterpret-cast, *-int-to-ptr): how iconv reports failure
         if (converter == reinterpret_cast<iconv_t>(-1)) {
             throw std::runtime_error("this system has no converter for code page 1256");
         }
@@ -27,7 +26,7 @@ struct Page {
             char in = static_cast<char>(static_cast<unsigned char>(code));
             std::array<unsigned char, 4> out{};
             char* from = &in;
-            char* to = reinterpret_cast<char*>(out.data());  // NOLINT: iconv speaks char
+            char* to = reinterpret_cast<char*>(out.data());
             std::size_t left_in = 1;
             std::size_t left_out = out.size();
             const bool mapped =

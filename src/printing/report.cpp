@@ -1,9 +1,13 @@
 #include "printing/report.h"
 
+#include <fmt/format.h>
+
 #include <string_view>
+#include <system_error>
 
 #include "common/csv.h"
 #include "common/numbers.h"
+#include "printing/report_printer.h"
 #include "signin/session.h"
 
 namespace printing {
@@ -56,6 +60,18 @@ std::string report_csv(const Report& report) {
     for (const std::string& footer : report.footers)
         csv += csv_line({footer});
     return csv;
+}
+
+std::filesystem::path kept_file(const std::filesystem::path& program_folder, const std::string& name,
+                                const common::Moment& moment, std::string_view extension) {
+    const auto& [date, time] = moment;
+    const std::string stem = fmt::format("{}-{:04}{:02}{:02}-{:02}{:02}{:02}", name, date.year, date.month,
+                                         date.day, time.hour, time.minute, time.second);
+    std::filesystem::path file = program_folder / "Receipts" / fmt::format("{}{}", stem, extension);
+    std::error_code ignored;
+    for (int copy = 2; std::filesystem::exists(file, ignored); ++copy)
+        file.replace_filename(fmt::format("{}-{}{}", stem, copy, extension));
+    return file;
 }
 
 }  // namespace printing

@@ -3,10 +3,17 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
+#include "common/date_time.h"
 #include "printing/report.h"
 
 namespace printing {
+
+// Returns `program_folder`/Receipts/name-yyyymmdd-HHmmss and the extension, with a number before the
+// extension if that file exists already.
+std::filesystem::path kept_file(const std::filesystem::path& program_folder, const std::string& name,
+                                const common::Moment& moment, std::string_view extension = ".pdf");
 
 // Nothing here throws. A function returns false after showing and logging what went wrong.
 class ReportPrinter {

@@ -1,10 +1,11 @@
-// The text receipt: the bytes that a roll printer without a page driver is sent.
+// Receipts and slips as text: the bytes that a roll printer without a page driver is sent.
 #pragma once
 
 #include <string>
 
 #include "printing/printer_text.h"
 #include "printing/receipt_printer.h"
+#include "printing/report.h"
 
 namespace printing {
 
@@ -18,5 +19,9 @@ std::string test_print(int width, const PrinterCodes& codes);
 
 // The line width of a text receipt, read off its rules; that of a wide roll if it has none.
 int width_of(std::string_view bytes);
+
+// Sets title, captions, totals, words and signature lines like a text receipt, in lines of at most `width`
+// characters. A text that does not fit beside its label continues below it.
+std::string text_report(const Report& report, int width, const PrinterCodes& codes);
 
 }  // namespace printing

@@ -1,6 +1,6 @@
 // Reads and writes the files in the program's folder and in the working folder. Names are found in any case.
 // Writing replaces a file in one step: a kill or a power cut leaves the old file or the new one, never a
-// part. Every function throws StartUpError if it cannot do its work.
+// part. Every function throws StartUpError if it cannot do its work; the activity log alone never throws.
 #pragma once
 
 #include <array>
@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "common/clock.h"
+#include "common/services.h"
 #include "startup/connection_file.h"
 #include "startup/reasons.h"
 
@@ -57,5 +59,19 @@ std::filesystem::path ensure_logs_folder(const std::filesystem::path& program_fo
 // Overwrites the fatal-error record: three texts of 100, 150 and 150 characters in code page 1256. Start-up
 // writes the first, the message.
 void write_fatal_error(const std::filesystem::path& program_folder, std::string_view message);
+
+// A line is the message, "  ----  ", a code, "  ----  " and the moment as "yyyy/MM/dd HH:mm", in UTF-8. Line
+// ends in a message become blanks. Every call opens the file, appends in one piece and closes it. A line that
+// cannot be written is lost; nothing else happens.
+class ActivityLog final : public common::Log {
+  public:
+    ActivityLog(std::filesystem::path program_folder, common::Clock& clock)
+        : folder_(std::move(program_folder)), clock_(clock) {}
+    void log_event(std::string_view message, std::string_view code) override;
+
+  private:
+    std::filesystem::path folder_;
+    common::Clock& clock_;
+};
 
 }  // namespace startup

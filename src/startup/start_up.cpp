@@ -1,5 +1,5 @@
 #include "startup/start_up.h"
-#include "startup/open_connection.h"
+#include "startup/connection_file.h"
 
 #include <utility>
 

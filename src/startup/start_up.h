@@ -11,7 +11,6 @@
 #include "database/connection.h"
 #include "signin/session.h"
 #include "startup/connection_file.h"
-#include "startup/open_connection.h"
 
 namespace startup {
 

@@ -10,7 +10,7 @@
 
 #include "common/clock.h"
 #include "common/ports.h"
-#include "startup/activity_log.h"
+#include "startup/shop_files.h"
 #include "startup/start_up.h"
 #include "ui/till.h"
 #include "ui/widgets/key_queue.h"

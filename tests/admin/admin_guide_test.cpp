@@ -5,20 +5,17 @@
 #include <regex>
 
 #include "admin/workbench.h"
+#include "common/files.h"
 #include "common/text.h"
 #include "support/data_file.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using common::read_file;
 using testing::HasSubstr;
 
 const fs::path root = fs::path(TALLVEX_TESTS).parent_path();
-
-std::string text_of(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 std::vector<std::string> matches(const std::string& text, const char* pattern) {
     const std::regex wanted(pattern);
@@ -32,9 +29,9 @@ TEST(AdminGuide, QuotesMessagesOfTheProgram) {
     std::string source;
     for (const auto& entry : fs::recursive_directory_iterator(root / "src")) {
         const auto ending = entry.path().extension();
-        if (ending == ".h" || ending == ".cpp") source += text_of(entry.path());
+        if (ending == ".h" || ending == ".cpp") source += read_file(entry.path());
     }
-    const std::string guide = text_of(root / "docs/admin.md");
+    const std::string guide = read_file(root / "docs/admin.md");
     const std::string table = guide.substr(guide.find("| on the screen |"));
     std::size_t quoted = 0;
     for (const std::string& cell : matches(table, "\n\\| ([^|`]*\xD8[^|]*) \\|")) {
@@ -52,7 +49,7 @@ TEST(AdminGuide, QuotesMessagesOfTheProgram) {
 }
 
 TEST(AdminGuide, NamesCommandsAndOptionsOfTheProgram) {
-    const std::string guide = text_of(root / "docs/admin.md");
+    const std::string guide = read_file(root / "docs/admin.md");
     const test::Workbench bench;
     std::map<std::string, std::string> help;
     std::size_t lines = 0;

@@ -2,7 +2,6 @@
 #include <map>
 #include <set>
 
-#include "bench/goods.h"
 #include "bench/invoices.h"
 
 namespace {

@@ -8,21 +8,15 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
+#include "common/files.h"
 #include "support/shop.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using common::FileDevices;
-
-std::string content(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
-}
+using common::read_file;
 
 // The seconds that a write takes.
 template <typename Work>
@@ -63,9 +57,9 @@ TEST(Ports, FilesAreCreatedAndReplaced) {
     const fs::path file = folder.path() / "receipt.bin";
     EXPECT_TRUE(devices.write_port(file.string(), "first and long"));
     EXPECT_TRUE(devices.write_port(file.string(), std::string_view("\x1B\0\x07", 3)));
-    EXPECT_EQ(content(file), std::string("\x1B\0\x07", 3));
+    EXPECT_EQ(read_file(file), std::string("\x1B\0\x07", 3));
     EXPECT_TRUE(devices.write_file("xx.txt", "12.50"));
-    EXPECT_EQ(content(folder.path() / "xx.txt"), "12.50");
+    EXPECT_EQ(read_file(folder.path() / "xx.txt"), "12.50");
 }
 
 TEST(Ports, MissingDevicesAreRefusedAndNeverCreated) {

@@ -5,7 +5,7 @@
 
 #include "database/embedded/connection.h"
 #include "database/engine.h"
-#include "startup/open_connection.h"
+#include "startup/connection_file.h"
 #include "support/child.h"
 
 namespace {

@@ -2,25 +2,20 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <regex>
 #include <set>
 
+#include "common/files.h"
 #include "play/screens_page.h"
 #include "play/script.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using common::read_file;
 
 const fs::path root = fs::path(TALLVEX_TESTS).parent_path();
-
-std::string text_of(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 // The classes that are screens: all sheets and dialogs that no other is derived from, and the windows.
 std::set<std::string> screens_of_the_program() {
@@ -29,7 +24,7 @@ std::set<std::string> screens_of_the_program() {
     for (const char* folder : {"ui", "printing/pages"}) {
         for (const auto& entry : fs::recursive_directory_iterator(root / "src" / folder)) {
             if (!entry.is_regular_file()) continue;
-            const std::string text = text_of(entry.path());
+            const std::string text = read_file(entry.path());
             for (std::sregex_iterator at(text.begin(), text.end(), heading), end; at != end; ++at)
                 base_of[(*at)[1]] = (*at)[2];
         }
@@ -50,7 +45,7 @@ std::set<std::string> screens_of_the_program() {
 }
 
 TEST(ScreensPage, ShowsEveryScreen) {
-    const std::string page = text_of(root / "docs" / "screens.md");
+    const std::string page = read_file(root / "docs" / "screens.md");
     const auto screens = screens_of_the_program();
     EXPECT_GT(screens.size(), 25U);
     for (const std::string& screen : screens) {
@@ -61,7 +56,7 @@ TEST(ScreensPage, ShowsEveryScreen) {
 }
 
 TEST(ScreensPage, HasThePicturesOfItsPlays) {
-    const std::string page = text_of(root / "docs" / "screens.md");
+    const std::string page = read_file(root / "docs" / "screens.md");
     std::set<std::string> names;
     for (const auto& entry : fs::directory_iterator(root / "docs" / "screens")) {
         if (entry.path().extension() != ".play") continue;

@@ -6,7 +6,7 @@
 
 namespace test {
 
-// The printed letters as UTF-8, in the order of the paper; what the page has not is "?".
+// The printed letters as UTF-8, in the order of the paper; a byte that is not in the page is "?".
 std::string decode_864(std::string_view bytes);
 
 // A line of the paper as it is read aloud: from the right, numbers from the left, letters without their

@@ -87,33 +87,6 @@ TEST(ReceiptSettings, NullsAndNonsenseTakeTheDefaults) {
     EXPECT_EQ(printing::read_receipt_settings(shop.connection()).font_size, 7);
 }
 
-TEST(LayoutReceipt, EachFormHasItsTotals) {
-    using Labels = std::vector<std::string>;
-    const Labels discounted = {"الصافي قبل الخصم", "خـــــــصم", "الصافي بعد الخصم"};
-    Labels paid = discounted;
-    paid.insert(paid.end(), {"المدفـــوع", "المتبقـــي"});
-    Receipt plain = test::sale();
-    plain.discount = 0;
-    struct {
-        Receipt receipt;
-        Form form;
-        Labels labels;
-    } const cases[] = {
-        {test::sale(), Form::reprint, discounted},
-        {test::sale(), Form::full, paid},
-        {test::sale(), Form::no_telephone, {"الصافي"}},
-        {plain, Form::full, {"الصــــافي", "المدفـــوع", "المتبقـــي"}},
-    };
-    for (const auto& [receipt, form, labels] : cases) {
-        const auto layout = printing::layout_receipt(receipt, form, 48, {}, {});
-        Labels found;
-        for (const auto& total : layout.totals)
-            found.push_back(total.first);
-        EXPECT_EQ(found, labels);
-        EXPECT_EQ(layout.totals[layout.net].second, "12584.93");
-    }
-}
-
 TEST(LayoutReceipt, NamesTheKindOfInvoice) {
     using printing::Kind;
     using printing::Payment;

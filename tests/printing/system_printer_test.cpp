@@ -8,7 +8,6 @@
 #include "printing/pages/system_printers.h"
 #include "printing/ports_offered.h"
 #include "printing/text_receipt.h"
-#include "printing/text_report.h"
 #include "sample.h"
 #include "support/services.h"
 #include "support/shop.h"

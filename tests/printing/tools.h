@@ -1,4 +1,4 @@
-// The tools that look at what was printed, where the machine has them.
+// Runs the installed tools that read what was printed.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 
 namespace test {
 
-// What a command writes on its output.
+// The output of a command.
 inline std::string output_of(const std::string& command) {
     const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen((command + " 2>/dev/null").c_str(), "r"), pclose);
     std::string output;
@@ -26,8 +26,7 @@ inline bool has_tool(const std::string& name) {
     return !output_of("command -v " + name).empty();
 }
 
-// The texts of a PDF file without the forms of the letters, in one line, without blanks: where a line breaks
-// and which mark stands between is no matter of the texts.
+// The texts of a PDF file as one line without blanks and letter forms, so that line breaks do not matter.
 inline std::string pdf_text(const std::filesystem::path& file) {
     QString text = QString::fromStdString(output_of("pdftotext -raw '" + file.string() + "' -"));
     QString plain;
@@ -37,7 +36,7 @@ inline std::string pdf_text(const std::filesystem::path& file) {
     return plain.remove(QChar(0x0640)).toStdString();
 }
 
-// The same of a text that is looked for.
+// A text to look for, in the same form.
 inline std::string plain(const std::string& text) {
     QString found;
     for (const QChar c : QString::fromStdString(text)) {

@@ -8,9 +8,8 @@
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
 
-#include "startup/activity_log.h"
+#include "common/files.h"
 #include "startup/messages.h"
 #include "support/child.h"
 #include "support/services.h"
@@ -20,14 +19,8 @@ namespace {
 
 namespace fs = std::filesystem;
 namespace message = startup::message;
+using common::read_file;
 using startup::StartUpError;
-
-std::string content(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
-}
 
 void write(const fs::path& file, std::string_view bytes) {
     std::ofstream(file, std::ios::binary | std::ios::trunc) << bytes;
@@ -70,7 +63,7 @@ TEST_F(ShopFilesTest, ConnectionFileKeepsItsFieldsAndItsName) {
     startup::write_server_address(folder, "10.9.9.9");
     EXPECT_EQ(startup::read_connection_file(folder),
               (startup::ConnectionRecord{"متجر\\SQL", "بيانات", "10.9.9.9"}));
-    EXPECT_EQ(content(folder / "DATACON24.STK").size(), 200U);
+    EXPECT_EQ(read_file(folder / "DATACON24.STK").size(), 200U);
     // A text that does not fit is refused and the file does not change.
     EXPECT_NE(reason([&] { startup::write_connection_file(folder, {std::string(60, 'x'), "b", "c"}); }), "");
     EXPECT_EQ(startup::read_connection_file(folder).address, "10.9.9.9");
@@ -114,7 +107,7 @@ TEST_F(ShopFilesTest, BadFilesEachGetTheirReason) {
 
 TEST_F(ShopFilesTest, VersionIsARecordOfFiftyCharacters) {
     startup::write_version_file(folder, "2026/11/21 إصدار");
-    EXPECT_EQ(content(folder / "merlo-ver.txt").size(), 50U);
+    EXPECT_EQ(read_file(folder / "merlo-ver.txt").size(), 50U);
     EXPECT_EQ(startup::read_version_file(folder), "2026/11/21 إصدار");
     startup::write_version_file(folder, std::string(50, '7'));
     EXPECT_EQ(startup::read_version_file(folder), std::string(50, '7'));
@@ -171,7 +164,7 @@ TEST_F(ShopFilesTest, AppendsLogLines) {
     log.log_event("بدء التشغيل", "222");
     clock.moment = {{2026, 1, 2}, {3, 4, 59, 0}};
     log.log_event("two\r\nlines", "x\ny");
-    EXPECT_EQ(content(folder / "logs" / "hm_log.qzv"),
+    EXPECT_EQ(read_file(folder / "logs" / "hm_log.qzv"),
               "بدء التشغيل  ----  222  ----  2026/11/21 10:42\n"
               "two  lines  ----  x y  ----  2026/01/02 03:04\n");
     EXPECT_FALSE(fs::exists(folder / "Logs"));
@@ -194,9 +187,9 @@ TEST_F(ShopFilesTest, ALogThatCannotBeWrittenStopsNothing) {
 
 TEST_F(ShopFilesTest, TheFatalRecordIsOverwritten) {
     startup::write_fatal_error(folder, std::string(300, 'a'));
-    EXPECT_EQ(content(folder / "prg_.err"), std::string(100, 'a') + std::string(300, ' '));
+    EXPECT_EQ(read_file(folder / "prg_.err"), std::string(100, 'a') + std::string(300, ' '));
     startup::write_fatal_error(folder, "خطأ");
-    const std::string record = content(folder / "prg_.err");
+    const std::string record = read_file(folder / "prg_.err");
     ASSERT_EQ(record.size(), 400U);
     EXPECT_EQ(record.substr(0, 4), "\xCE\xD8\xC3 ");
     EXPECT_EQ(record.find_first_not_of(' ', 3), std::string::npos);

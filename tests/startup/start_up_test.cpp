@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
 
+#include "common/files.h"
 #include "database/embedded/open.h"
 #include "database/error.h"
-#include "startup/activity_log.h"
 #include "startup/messages.h"
 #include "startup/reasons.h"
 #include "startup/shop_files.h"
@@ -21,15 +20,17 @@ namespace {
 
 namespace fs = std::filesystem;
 namespace message = startup::message;
+using common::read_file;
 using startup::Environment;
 using startup::StartUp;
 
-std::string content(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
+// Opens nothing: the server answers with this error.
+startup::OpenConnection refusing(const database::Error& error) {
+    return [error](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
+        throw database::Error(error);
+    };
 }
+const database::Error unreachable("08001", "SQL Server does not exist or access denied.", "");
 
 // A workstation with its files, and a shop in a file.
 class StartUpTest : public testing::Test {
@@ -82,7 +83,7 @@ class StartUpTest : public testing::Test {
         ASSERT_EQ(services.prompts.messages.size(), 2U) << reason;
         EXPECT_EQ(services.prompts.messages[0], "مسار قاعدة البيانات غير صحيح ");
         EXPECT_EQ(services.prompts.messages[1], reason);
-        EXPECT_EQ(content(program / "prg_.err").size(), 400U);
+        EXPECT_EQ(read_file(program / "prg_.err").size(), 400U);
         services.prompts.messages.clear();
         services.log.lines.clear();
     }
@@ -190,7 +191,7 @@ TEST_F(StartUpTest, EveryBadShopFileHasItsMessage) {
     std::ofstream(file) << std::string(5000, 'x');
     EXPECT_FALSE(run(environment()));
     expect_failure(std::string(message::shop_file_corrupt) + "other.db");
-    EXPECT_EQ(content(file), std::string(5000, 'x'));
+    EXPECT_EQ(read_file(file), std::string(5000, 'x'));
     // A good file with damaged pages.
     fs::copy_file(shop.file(), file, fs::copy_options::overwrite_existing);
     {
@@ -260,12 +261,10 @@ TEST_F(StartUpTest, EveryRefusalOfTheServerHasItsReason) {
     for (const auto& c : cases) {
         Environment on = server_environment({"SHOPSRV", "db", "Not Found"}, "TILL3");
         on.get_ip = [](std::string_view) { return "Not Found"; };
-        on.open = [&c](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
-            throw database::Error(c.sqlstate, c.said, "", c.kind);
-        };
+        on.open = refusing({c.sqlstate, c.said, "", c.kind});
         EXPECT_FALSE(run(on));
         EXPECT_TRUE(logged(c.said));
-        EXPECT_EQ(content(program / "prg_.err").substr(0, 10), std::string(c.said).substr(0, 10));
+        EXPECT_EQ(read_file(program / "prg_.err").substr(0, 10), std::string(c.said).substr(0, 10));
         expect_failure(c.reason);
     }
 }
@@ -289,9 +288,7 @@ TEST_F(StartUpTest, AServerThatMovedIsFoundForTheNextStart) {
     const startup::ConnectionRecord record{"SHOPSRVC\\SQL", "db", "10.0.0.1"};
     std::vector<std::string> asked;
     Environment on = server_environment(record, "TILL3");
-    on.open = [](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
-        throw database::Error("08001", "SQL Server does not exist or access denied.", "");
-    };
+    on.open = refusing(unreachable);
     on.get_ip = [&asked](std::string_view server) {
         asked.emplace_back(server);
         return "10.0.0.9";
@@ -309,9 +306,7 @@ TEST_F(StartUpTest, AServerThatMovedIsFoundForTheNextStart) {
 
     // Any other error leaves the address alone.
     asked.clear();
-    on.open = [](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
-        throw database::Error("28000", "Login failed for user 'sa'.", "");
-    };
+    on.open = refusing({"28000", "Login failed for user 'sa'.", ""});
     EXPECT_FALSE(run(on));
     EXPECT_TRUE(asked.empty());
 }
@@ -332,9 +327,7 @@ TEST_F(StartUpTest, OnlyANewAddressIsReported) {
         const startup::ConnectionRecord record{c.server, "db", c.address};
         startup::write_connection_file(program, record);
         Environment on = server_environment(record, "TILL3");
-        on.open = [](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
-            throw database::Error("08001", "SQL Server does not exist or access denied.", "");
-        };
+        on.open = refusing(unreachable);
         on.get_ip = [&c](std::string_view) { return c.found; };
         EXPECT_FALSE(run(on));
         expect_failure(std::string(c.is_new ? message::address_renewed : message::server_unreachable));
@@ -347,9 +340,7 @@ TEST_F(StartUpTest, AnAddressThatIsNotFoundIsNotKept) {
     startup::write_connection_file(program, record);
     std::vector<std::string> asked;
     Environment on = server_environment(record, "TILL3");
-    on.open = [](const std::string&, const fs::path&) -> std::unique_ptr<database::Connection> {
-        throw database::Error("08001", "SQL Server does not exist or access denied.", "");
-    };
+    on.open = refusing(unreachable);
     on.get_ip = [&asked](std::string_view server) {
         asked.emplace_back(server);
         return "Not Found";

@@ -10,7 +10,6 @@
 #include <atomic>
 #include <chrono>
 #include <cmath>
-#include <cstdio>
 #include <future>
 #include <thread>
 
@@ -130,18 +129,6 @@ Printed print_on_system_printer(std::shared_ptr<const PageSet> pages) {
     if (printed.wait_for(patience) == std::future_status::ready) return printed.get();
     job->given_up = true;
     return Printed::failed;
-}
-
-fs::path kept_file(const fs::path& folder, const PageSet& pages, const common::Moment& moment) {
-    char stamp[48];
-    std::snprintf(stamp, sizeof stamp, "-%04d%02d%02d-%02d%02d%02d", moment.date.year, moment.date.month,
-                  moment.date.day, moment.time.hour, moment.time.minute, moment.time.second);
-    const std::string name = pages.name().toStdString() + stamp;
-    fs::path file = folder / "Receipts" / (name + ".pdf");
-    std::error_code ignored;
-    for (int copy = 2; fs::exists(file, ignored); ++copy)
-        file = folder / "Receipts" / (name + "-" + std::to_string(copy) + ".pdf");
-    return file;
 }
 
 }  // namespace printing::pages

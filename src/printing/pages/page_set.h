@@ -9,8 +9,6 @@
 #include <memory>
 #include <vector>
 
-#include "common/date_time.h"
-
 namespace printing::pages {
 
 class PageSet {
@@ -39,9 +37,5 @@ enum class Printed {
 };
 // Prints on the system's default printer, without waiting for it longer than 3 s.
 Printed print_on_system_printer(std::shared_ptr<const PageSet> pages);
-
-// Returns `folder`/Receipts/name-yyyymmdd-HHmmss.pdf, with a number appended if that file exists already.
-std::filesystem::path kept_file(const std::filesystem::path& folder, const PageSet& pages,
-                                const common::Moment& moment);
 
 }  // namespace printing::pages

@@ -9,7 +9,6 @@
 #include "printing/pages/report_page.h"
 #include "printing/qr.h"
 #include "printing/text_receipt.h"
-#include "printing/text_report.h"
 
 namespace printing::pages {
 
@@ -51,7 +50,8 @@ Outcome print_or_keep(const Workstation& workstation, const std::shared_ptr<cons
         case Printed::no_printer:
             break;
     }
-    const fs::path file = kept_file(workstation.program_folder, *pages, workstation.services.clock.now());
+    const fs::path file =
+        kept_file(workstation.program_folder, pages->name().toStdString(), workstation.services.clock.now());
     if (save_pdf(*pages, file)) return {true, file, {}, {}};
     return {false, {}, message::naming(message::file_failed, file.string()), file.string()};
 }

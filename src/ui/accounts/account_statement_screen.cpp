@@ -287,14 +287,10 @@ void AccountStatementScreen::preview() {
 void AccountStatementScreen::keep(FileKind kind) {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.services, "KeepAccount", [&] {
-        const common::Moment now = context_.services.clock.now();
-        std::string moment = common::moment_text(now);
-        std::replace(moment.begin(), moment.end(), ' ', '-');
-        std::erase_if(moment, [](char c) { return c == '/' || c == ':'; });
-        const auto folder = context_.session.program_folder / "Receipts";
-        std::filesystem::create_directories(folder);
-        const auto file = folder / ("account-" + std::to_string(shown_customer_) + "-" + moment +
-                                    (kind == FileKind::csv ? ".csv" : ".pdf"));
+        const auto file =
+            printing::kept_file(context_.session.program_folder, "account-" + std::to_string(shown_customer_),
+                                context_.services.clock.now(), kind == FileKind::csv ? ".csv" : ".pdf");
+        std::filesystem::create_directories(file.parent_path());
         const bool kept = kind == FileKind::csv ? context_.reports.save_csv(paper_, file)
                                                 : context_.reports.save_pdf(paper_, file);
         if (kept) note_->setText("تم حفظ الملف \u200e" + qt("Receipts/" + file.filename().string()));
