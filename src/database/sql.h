@@ -16,7 +16,7 @@ namespace database {
 class Fragment {
   public:
     template <std::size_t N>
-    consteval Fragment(const char (&text)[N]) : text_(text, N - 1) {}  // NOLINT: literals convert on purpose
+    consteval Fragment(const char (&text)[N]) : text_(text, N - 1) {}  // literals convert on purpose
     constexpr std::string_view text() const { return text_; }
     // A part of the literal.
     constexpr Fragment piece(std::size_t from, std::size_t length = std::string_view::npos) const {
@@ -56,7 +56,7 @@ Quoted quoted(const common::Moment& moment);   // 'yyyy/mm/dd HH:mm:ss'
 // A statement: Sql("select * from stk where icode = ") + code + " and stcode = " + store.
 class Sql {
   public:
-    Sql(Fragment fragment) {                         // NOLINT: a lone fragment is a statement
+    Sql(Fragment fragment) {                         // a lone fragment is a statement
         text_.reserve(fragment.text().size() + 80);  // most are joined with a value or two
         text_ = fragment.text();
     }
