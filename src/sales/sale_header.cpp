@@ -5,8 +5,8 @@
 
 namespace sales {
 
-void SaleHeader::choose_store(std::int64_t code) {
-    change("choose the store", false, [&] {
+bool SaleHeader::choose_store(std::int64_t code) {
+    return change("choose the store", false, [&] {
         if (frozen()) return false;
         sale_.chosen_store = code;
         invoice_.sell_from(code);
@@ -25,7 +25,7 @@ bool SaleHeader::choose_date(const common::Date& date) {
 
 bool SaleHeader::choose_customer(std::int64_t code) {
     const auto& customers = state_.lists.account_customers;
-    if (!contains(customers, code)) return false;
+    if (frozen() || !contains(customers, code)) return false;
     sale_.chosen_customer = code;
     if (invoice_.payment == PaymentOption::account) {
         invoice_.customer = code;
@@ -35,13 +35,13 @@ bool SaleHeader::choose_customer(std::int64_t code) {
 }
 
 bool SaleHeader::choose_tips_receiver(std::int64_t code) {
-    if (!contains(state_.lists.tips_receivers, code)) return false;
+    if (frozen() || !contains(state_.lists.tips_receivers, code)) return false;
     invoice_.tips_receiver = code;
     return true;
 }
 
 bool SaleHeader::choose_bank(std::int64_t code) {
-    if (!contains(state_.lists.banks, code)) return false;
+    if (frozen() || !contains(state_.lists.banks, code)) return false;
     invoice_.card.bank_code = code;
     return true;
 }

@@ -10,11 +10,12 @@ class SaleHeader : DeskPart {
     explicit SaleHeader(DeskState& state) : DeskPart(state) {}
 
     // Goods that another store was to supply need no transfer if that store now sells them. Draws the number
-    // again.
-    void choose_store(std::int64_t code);
+    // again. Returns false after showing why the store stays.
+    bool choose_store(std::int64_t code);
     // The invoice keeps this day; without it, it is of the day on which it is saved.
     bool choose_date(const common::Date& date);
-    // These return false, with nothing changed, if the code is not in the list.
+    // These return false, with nothing changed, if the code is not in the list or the invoice is partly
+    // saved.
     bool choose_customer(std::int64_t code);
     bool choose_tips_receiver(std::int64_t code);
     bool choose_bank(std::int64_t code);

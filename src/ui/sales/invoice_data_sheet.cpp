@@ -54,14 +54,20 @@ InvoiceDataSheet::InvoiceDataSheet(QWidget* host, const Context& context, sales:
 void InvoiceDataSheet::enter() {
     const auto date = date_in(date_, context_.services.prompts);
     if (!date) return;
+    bool chosen = true;
     guarded(context_.services, "InvoiceData", [&] {
         const std::int64_t store = choice_of(store_).value_or(0);
-        if (store != 0 && store != desk_.invoice().store) desk_.header().choose_store(store);
+        if (store != 0 && store != desk_.invoice().store) chosen = desk_.header().choose_store(store);
+        if (!chosen) return;
         desk_.header().choose_date(*date);
         desk_.header().choose_worker(choice_of(worker_).value_or(0));
         desk_.header().enter_note(utf8(note_->text().trimmed()));
         desk_.header().suppress_receipt(no_receipt_->isChecked());
     });
+    if (!chosen) {
+        store_->setFocus();
+        return;
+    }
     leave(1);
 }
 

@@ -121,6 +121,7 @@ void PartyBar::show_state(const sales::SalesDesk& desk) {
     if (!permit_number_->hasFocus()) permit_number_->setText(qt(invoice.permit_number));
     if (!holder_->hasFocus()) holder_->setText(qt(invoice.card.holder));
     if (!reference_->hasFocus()) reference_->setText(qt(invoice.card.reference));
+    setEnabled(!desk.sale().partly_saved);
     setVisible(invoice.payment != sales::PaymentOption::cash);
 }
 

@@ -204,8 +204,10 @@ void SalesWindow::connect_party_bar() {
         desk_.header().choose_customer(code);
         repaint_all();
     });
-    connect(party_bar_, &PartyBar::bank_chosen, this,
-            [this](qlonglong code) { desk_.header().choose_bank(code); });
+    connect(party_bar_, &PartyBar::bank_chosen, this, [this](qlonglong code) {
+        desk_.header().choose_bank(code);
+        repaint_all();
+    });
     connect(party_bar_, &PartyBar::card_typed, this, [this](const QString& holder, const QString& reference) {
         desk_.header().enter_card(utf8(holder), utf8(reference));
     });
