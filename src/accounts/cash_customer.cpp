@@ -1,8 +1,12 @@
 #include "accounts/cash_customer.h"
 
+#include <algorithm>
+
 #include "accounts/messages.h"
+#include "common/text.h"
 #include "common/typed.h"
 #include "database/form.h"
+#include "database/recordset.h"
 
 namespace accounts {
 
@@ -28,11 +32,50 @@ WalkInCustomer walk_in_of(const database::Row& row) {
     return {row.integer("zcode"), false, row.text("zname"), row.text("zphone"), row.text("zmail")};
 }
 
+bool is_same(const database::Row& row, const WalkInCustomer& customer) {
+    const auto equal = [&row](std::string_view column, std::string_view typed) {
+        return common::trim_right(row.text(column)) == common::trim_right(typed);
+    };
+    return equal("zname", customer.name) && equal("zphone", customer.phone) && equal("zmail", customer.mail);
+}
+
+// Other tills may have given out the proposed code and those after it. If one of these rows is this customer
+// to the letter, an attempt whose answer was lost wrote it, and he is not added a second time.
+void choose_code(database::Connection& connection, WalkInCustomer& customer) {
+    std::int64_t last = 0;
+    for (const database::Row& row :
+         connection.query(Sql("select * from cust_cash where zcode >= ") + customer.code)) {
+        last = std::max(last, row.integer("zcode"));
+        if (!is_same(row, customer)) continue;
+        customer.code = row.integer("zcode");
+        customer.is_new = false;
+        return;
+    }
+    if (last != 0) customer.code = last + 1;
+}
+
 }  // namespace
 
 std::optional<WalkInCustomer> find_walk_in(database::Connection& connection, std::int64_t code) {
     const auto rows = connection.query(Sql("select * from cust_cash where zcode = ") + code);
     return rows.empty() ? std::nullopt : std::optional(walk_in_of(rows.front()));
+}
+
+void store_walk_in_customer(database::Connection& connection, WalkInCustomer& customer) {
+    if (customer.is_new) choose_code(connection, customer);
+    database::Recordset rows =
+        customer.is_new
+            ? database::Recordset(connection, "select * from cust_cash ")
+            : database::Recordset(connection, Sql("select * from cust_cash where zcode = ") + customer.code);
+    if (customer.is_new) {
+        rows.add();
+        rows.set("zcode", customer.code);
+    }
+    rows.set("zname", customer.name);
+    rows.set("zphone", customer.phone);
+    rows.set("zmail", customer.mail);
+    rows.update();
+    customer.is_new = false;
 }
 
 common::FormTable<WalkInFields> walk_in_form() {

@@ -1,5 +1,5 @@
-// The logic of the screen Cust_cash: finds the walk-in customer of an invoice or takes in a new one. It
-// writes nothing; the row is stored when the invoice is saved.
+// The walk-in customers of invoices, and the logic of the screen Cust_cash, which finds one or takes in a new
+// one. The screen writes nothing; the row is stored when the invoice is saved.
 #pragma once
 
 #include <optional>
@@ -24,6 +24,11 @@ struct WalkInCustomer {
 
 // Nothing if no walk-in customer has the code.
 std::optional<WalkInCustomer> find_walk_in(database::Connection& connection, std::int64_t code);
+
+// Adds a new customer under the proposed code, or under the next free one if another till has used that code
+// meanwhile. Writes name, phone and mail of a known customer. Afterwards the customer is a known one and has
+// the code of his row.
+void store_walk_in_customer(database::Connection& connection, WalkInCustomer& customer);
 
 struct WalkInFields {
     std::string code;

@@ -1,11 +1,11 @@
-#include "sales/checkout.h"
+#include "sales/sales_desk.h"
 
 #include <utility>
 
 #include "database/choices.h"
 #include "sales/messages.h"
 #include "sales/offers.h"
-#include "sales/saving_checks.h"
+#include "sales/saving.h"
 
 namespace sales {
 

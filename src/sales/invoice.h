@@ -134,6 +134,8 @@ struct Invoice {
 
     // Account invoices have no walk-in customer, even if his data were typed.
     bool has_walk_in() const { return walk_in.has_value() && payment != PaymentOption::account; }
+    // An account invoice whose customer is not chosen yet can be neither saved nor kept as an offer.
+    bool lacks_customer() const { return payment == PaymentOption::account && customer == walk_in_customer; }
     bool is_return() const { return kind != KindOption::sale; }
     std::optional<std::size_t> first_row() const {
         return lines.empty() ? std::nullopt : std::optional<std::size_t>(0);

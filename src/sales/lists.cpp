@@ -60,6 +60,10 @@ void reload_parties(Connection& connection, Lists& lists) {
         choices(connection.query("select * from boundata order by ccode"), "ccode", "cname");
 }
 
+std::string account_name(Connection& connection, std::int64_t code) {
+    return database::text_of(connection.scalar(Sql("select cname from custdata where ccode = ") + code));
+}
+
 std::vector<ShiftRow> load_shifts(Connection& connection, const signin::Session& session) {
     std::vector<ShiftRow> shifts;
     for (const Row& row : connection.query(Sql("select * FROM shift  where stcode = ") + session.store_code +

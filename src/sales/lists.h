@@ -36,6 +36,9 @@ std::string group_name(const Lists& lists, std::int64_t item_type);
 // Reads account customers and tips receivers again, after one was added on its own screen.
 void reload_parties(database::Connection& connection, Lists& lists);
 
+// The name of an account customer; empty if he was deleted.
+std::string account_name(database::Connection& connection, std::int64_t code);
+
 // One line of the shift grid.
 struct ShiftRow {
     std::int64_t number = 0;

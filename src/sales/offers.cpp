@@ -4,7 +4,6 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "printing/receipt.h"
-#include "sales/customers.h"
 #include "sales/messages.h"
 #include "stock/offers.h"
 
@@ -138,13 +137,13 @@ std::int64_t SaleOffers::SaveOffer() {
             return 0;
         }
         if (!lines_complete()) return 0;
-        if (invoice_.payment == PaymentOption::account && invoice_.customer == walk_in_customer) {
+        if (invoice_.lacks_customer()) {
             services_.prompts.message(message::choose_customer, common::Icon::exclamation);
             return 0;
         }
         // The offer knows a walk-in customer by his code alone.
         if (invoice_.walk_in && invoice_.walk_in->is_new)
-            store_walk_in_customer(connection_, *invoice_.walk_in);
+            accounts::store_walk_in_customer(connection_, *invoice_.walk_in);
         const std::int64_t number =
             stock::save_offer(connection_, offer_header(invoice_, session_.user_code), offer_lines(invoice_));
         start_next_invoice();

@@ -5,7 +5,6 @@
 #include <map>
 #include <utility>
 
-#include "sales/customers.h"
 #include "sales/items.h"
 #include "sales/stock_check.h"
 

@@ -1,4 +1,4 @@
-#include "sales/sale_header.h"
+#include "sales/sales_desk.h"
 
 #include "sales/items.h"
 #include "sales/messages.h"

@@ -1,6 +1,6 @@
-#include "sales/sale_lines.h"
+#include "sales/sales_desk.h"
 
-#include "sales/item_entry.h"
+#include "sales/entry.h"
 #include "sales/line_editing.h"
 #include "sales/messages.h"
 

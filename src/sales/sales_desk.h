@@ -2,13 +2,164 @@
 // it. A window calls an action of a part and then repaints from sale().
 #pragma once
 
-#include "sales/checkout.h"
+#include "sales/entry.h"
+#include "sales/items.h"
 #include "sales/offers.h"
-#include "sales/sale_header.h"
-#include "sales/sale_lines.h"
-#include "sales/saved_receipts.h"
+#include "sales/sale.h"
+#include "sales/search.h"
 
 namespace sales {
+
+// The header of the invoice being rung up: kind, payment, parties, store, date.
+class SaleHeader : DeskPart {
+  public:
+    explicit SaleHeader(DeskState& state) : DeskPart(state) {}
+
+    // Goods that another store was to supply need no transfer if that store now sells them. Draws the number
+    // again. Returns false after showing why the store stays.
+    bool choose_store(std::int64_t code);
+    // The invoice keeps this day; without it, it is of the day on which it is saved.
+    bool choose_date(const common::Date& date);
+    // These return false, with nothing changed, if the code is not in the list or the invoice is partly
+    // saved.
+    bool choose_customer(std::int64_t code);
+    bool choose_tips_receiver(std::int64_t code);
+    bool choose_bank(std::int64_t code);
+    bool choose_worker(std::int64_t code);  // 0 for none
+    void choose_walk_in(std::optional<WalkInCustomer> customer) { invoice_.walk_in = std::move(customer); }
+    void enter_card(std::string_view holder, std::string_view reference);
+    void enter_note(std::string_view note) { invoice_.note = note; }
+    void enter_permit(bool opened, std::string_view number);
+    void suppress_receipt(bool suppress) { invoice_.suppress_receipt = suppress; }
+    void choose_price_level(int level);  // 2 retail, 3 wholesale, 4, 5; for lines to come
+
+    // A refused switch leaves the option of the current kind selected.
+    bool SwitchKind(KindOption kind);
+    bool SwitchPayment(PaymentOption payment);
+    // F4: from a sale to a return, from the return and the third kind to a sale.
+    bool toggle_kind();
+    // F5: from cash to account, from the other payments to cash.
+    bool toggle_payment();
+
+  private:
+    void apply_kind(KindOption kind);
+    void apply_payment(PaymentOption payment);
+};
+
+// An item for which a store is chosen that supplies it.
+struct SourceItem {
+    std::int64_t code = 0;
+    std::string name;
+    double quantity = 1;  // in the unit
+    double factor = 1;    // base units in it
+    int unit_code = 1;
+    std::string unit_name;
+    std::optional<std::size_t> row;  // its line; none for an item that is not entered yet
+};
+
+// The lines of the invoice being rung up: entering, editing and deleting them, and looking items up. Rows are
+// counted from 0; the grid shows row 0 as number 1.
+class SaleLines : DeskPart {
+  public:
+    explicit SaleLines(DeskState& state) : DeskPart(state) {}
+
+    // Enter in the item-code field. A `supplier` is another store that the goods come from; the selling store
+    // need not hold them. Returns true if a line was added or raised; it is then the current row.
+    bool EnterItem(const Entry& entry, std::int64_t supplier = 0);
+    // The second field, for lines of a recalled invoice.
+    bool EnterItemForRecalled(const Entry& entry);
+    // Makes a line the current one and shows its stock.
+    void select_row(std::size_t row);
+    // Returns true if the cell opens for editing, else false after showing why.
+    bool begin_edit(std::size_t row, int column);
+    // Commits a cell of columns 4 to 7. Returns false after showing why the value was refused.
+    bool commit_edit(std::size_t row, int column, std::string_view text);
+    // The pop-up field for the last line's quantity.
+    bool quick_quantity(std::string_view text);
+    bool CommitDiscountValue(std::string_view text);
+    bool CommitDiscountPercent(std::string_view text);
+    void delete_line(std::size_t row);
+
+    // What the line-source dialog opens for: the item of the entry, or the current line's for an empty entry.
+    // Returns nothing, after saying so, if another store cannot supply it.
+    std::optional<SourceItem> source_item(const Entry& entry);
+    // Marks a line as supplied from another store; 0 is the selling store.
+    void set_supplier(std::size_t row, std::int64_t supplier);
+
+    // Where Esc goes: the last line's quantity cell (its value shown as 1 for overtyping) if that quantity is
+    // 0, otherwise the item-code field (nothing).
+    std::optional<std::size_t> escape_to_quantity() const;
+
+    std::vector<FoundItem> search(const SearchFilters& filters);
+    std::optional<ItemInfo> item_info(std::int64_t code);
+
+  private:
+    void check_sale_period();
+    bool enter(const Entry& entry, std::int64_t supplier);
+    bool commit_discount(bool (*commit)(Invoice&, const signin::Session&, common::Prompts&, std::string_view),
+                         std::string_view text);
+    void show_net_on_display();
+    std::optional<SourceItem> source_of_line(std::size_t row) const;
+};
+
+// What pressing the save key leads to.
+enum class BeginSave {
+    refused,      // nothing to save; the message has been shown
+    ask_payment,  // open the payment dialog with `payment()`, then SaveInvoice or cancel_payment
+    save_now,     // account and card: call SaveInvoice without a payment
+};
+
+// The end of an invoice: payment, saving and cancelling, and the drawer.
+class Checkout : DeskPart {
+  public:
+    explicit Checkout(DeskState& state)
+        : DeskPart(state), saving_(connection_, session_, services_, state.printer) {}
+
+    BeginSave begin_save();
+    // The dialog opened by begin_save; null without one.
+    Payment* payment() { return sale_.begun_save ? sale_.begun_save->payment.get() : nullptr; }
+    void cancel_payment();
+    // Saves with what the open dialog holds, or with nothing paid if there is none. Each save must be begun
+    // first: a second press without begin_save does nothing and returns `refused`.
+    SaveOutcome SaveInvoice();
+
+    // Both ask, then leave a new invoice with the default options. Nothing is written.
+    bool CancelInvoice();  // the receipt, F3
+    bool CancelRecord();   // the record, F2
+
+    // Opens the drawer on the port of the settings.
+    void OpenDrawer();
+    // Opens the drawer on "com3", with permission.
+    bool open_drawer_by_key();
+
+  private:
+    bool cancel(std::string_view name, std::string_view question);
+    void renew_recalled();
+
+    Saving saving_;
+};
+
+// Saved receipts at the sales desk: brought back, returned and printed again.
+class SavedReceipts : DeskPart {
+  public:
+    explicit SavedReceipts(DeskState& state) : DeskPart(state) {}
+
+    // The receipts that this drawer saved today, newest first.
+    std::vector<ReceiptRow> receipts_today();
+    // Brings a saved receipt back by the number typed, in the series of the kind and payment selected.
+    bool recall(std::string_view number);
+    bool recall(const ReceiptRow& receipt);
+    // Turns the recalled sale into the return of what is left of it (permission of the return kind).
+    bool start_return();
+    // Prints the recalled receipt again, or else the last one saved here (permission 221).
+    bool reprint();
+    // Prints a receipt of the list again and leaves the sale as it is (permission 221).
+    bool reprint(const ReceiptRow& receipt);
+
+  private:
+    bool show(std::optional<RecalledInvoice> found);
+    bool print_again(const RecalledInvoice& recalled);
+};
 
 // Constructed before the parts that refer to it.
 struct DeskStateHolder {

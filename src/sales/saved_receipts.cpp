@@ -1,9 +1,9 @@
-#include "sales/saved_receipts.h"
+#include "sales/sales_desk.h"
 
 #include "common/numbers.h"
 #include "common/text.h"
 #include "sales/messages.h"
-#include "sales/receipt_of.h"
+#include "sales/saving.h"
 
 namespace sales {
 

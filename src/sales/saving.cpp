@@ -3,11 +3,8 @@
 #include "common/date_time.h"
 #include "common/text.h"
 #include "database/recordset.h"
-#include "sales/customers.h"
 #include "sales/invoice_key.h"
 #include "sales/messages.h"
-#include "sales/receipt_of.h"
-#include "sales/saving_checks.h"
 #include "sales/stock_movement.h"
 #include "stock/transfer.h"
 
@@ -42,6 +39,32 @@ bool may_have_run(const std::exception& error) {
     return failure != nullptr && (failure->is_connection_lost() || failure->sqlstate() == "HYT00");
 }
 
+printing::Kind kind_of(KindOption kind) {
+    switch (kind) {
+        case KindOption::return_:
+            return printing::Kind::return_;
+        case KindOption::third:
+            return printing::Kind::third;
+        case KindOption::sale:
+            break;
+    }
+    return printing::Kind::sale;
+}
+
+printing::Payment payment_of(PaymentOption payment) {
+    switch (payment) {
+        case PaymentOption::account:
+            return printing::Payment::account;
+        case PaymentOption::card:
+            return printing::Payment::card;
+        case PaymentOption::tips:
+            return printing::Payment::tips;
+        case PaymentOption::cash:
+            break;
+    }
+    return printing::Payment::cash;
+}
+
 // Marks a running save, so that a second press while a message or the printer is waiting does nothing.
 class RunningMark {
   public:
@@ -55,6 +78,40 @@ class RunningMark {
 };
 
 }  // namespace
+
+printing::Receipt receipt_of(const Invoice& invoice, const PaymentTaken& payment,
+                             const signin::Session& session, std::int64_t shift,
+                             const common::TimeOfDay& time) {
+    printing::Receipt receipt;
+    receipt.store_name = session.settings.aname;
+    receipt.second_store_name = session.settings.ename;
+    receipt.telephone = session.settings.tel;
+    receipt.credit_lines = session.credit_lines;
+    receipt.logo = session.settings.logo;
+    receipt.cash_point = session.cash_point;
+    receipt.user_name = session.user_name;
+    receipt.shift_number = shift;
+    receipt.salesman = invoice.worker_name;
+    if (invoice.payment == PaymentOption::account)
+        receipt.customer = invoice.customer_name;
+    else if (invoice.walk_in)
+        receipt.customer = invoice.walk_in->name;
+    receipt.number = invoice.number;
+    receipt.date = invoice.date;
+    receipt.time = time;
+    receipt.kind = kind_of(invoice.kind);
+    receipt.payment = payment_of(invoice.payment);
+    for (const Line& line : invoice.lines) {
+        receipt.lines.push_back({line.item_code ? std::to_string(*line.item_code) : std::string(), line.name,
+                                 line.unit_name, line.quantity, line.price, line.discount, line.total()});
+    }
+    receipt.total = invoice.total();
+    receipt.discount = invoice.discount();
+    receipt.net = invoice.net();
+    receipt.paid = payment.paid;
+    receipt.remaining = payment.change;
+    return receipt;
+}
 
 std::string_view name_of(SaveStep step) {
     constexpr std::string_view names[] = {
@@ -139,7 +196,7 @@ void Saving::write_all(Invoice& invoice, const PaymentTaken& payment) {
 
 // A walk-in customer's row is no part of the invoice: after an error the invoice can be saved again.
 void Saving::write_walk_in_customer(Invoice& invoice) {
-    if (invoice.has_walk_in()) store_walk_in_customer(connection_, *invoice.walk_in);
+    if (invoice.has_walk_in()) accounts::store_walk_in_customer(connection_, *invoice.walk_in);
 }
 
 void Saving::print_receipts(const Invoice& invoice, const PaymentTaken& payment) {

@@ -2,10 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
+#include "common/date_time.h"
+#include "common/prompts.h"
 #include "common/services.h"
 #include "database/connection.h"
+#include "printing/receipt.h"
 #include "printing/receipt_printer.h"
 #include "sales/invoice.h"
 #include "sales/payment.h"
@@ -36,6 +40,17 @@ enum class SaveStep {
 };
 // The step's name in Arabic, for the cashier and the log.
 std::string_view name_of(SaveStep step);
+
+// The receipt of an invoice, as the printers take it.
+printing::Receipt receipt_of(const Invoice& invoice, const PaymentTaken& payment,
+                             const signin::Session& session, std::int64_t shift,
+                             const common::TimeOfDay& time);
+
+// Runs the checks in their order and shows the message of the first that fails. Reads only. Returns the
+// number of the drawer's open shift if all pass.
+std::optional<std::int64_t> check_before_saving(database::Connection& connection,
+                                                const signin::Session& session, common::Prompts& prompts,
+                                                const Invoice& invoice);
 
 class Saving {
   public:

@@ -1,4 +1,4 @@
-#include "sales/saving_checks.h"
+#include "sales/saving.h"
 
 #include <map>
 #include <string>
@@ -80,7 +80,7 @@ class Checks {
     std::optional<std::string_view> missing_party() {
         switch (invoice_.payment) {
             case PaymentOption::account:
-                if (invoice_.customer == walk_in_customer) return message::choose_customer;
+                if (invoice_.lacks_customer()) return message::choose_customer;
                 if (connection_.query(Sql("select ccode from custdata where ccode = ") + invoice_.customer)
                         .empty())
                     return message::customer_gone;

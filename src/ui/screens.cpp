@@ -13,10 +13,9 @@
 #include "ui/cash/expense_screen.h"
 #include "ui/cash/shift_screens.h"
 #include "ui/printing/printer_sheet.h"
-#include "ui/sales/invoice_data_sheet.h"
-#include "ui/sales/receipts_sheet.h"
 #include "ui/sales/sales_window.h"
-#include "ui/signin/password_sheet.h"
+#include "ui/sales/sheets.h"
+#include "ui/signin/sign_in_window.h"
 #include "ui/stock/line_source_dialog.h"
 #include "ui/stock/offers_sheet.h"
 

@@ -3,7 +3,6 @@
 #include "common/amount_in_words.h"
 #include "common/text.h"
 #include "sales/counter.h"
-#include "sales/customers.h"
 #include "sales/messages.h"
 #include "support/faulty_connection.h"
 

@@ -1,10 +1,11 @@
-// The sign-in window.
+// The sign-in window, and the sheet on which the signed-in user changes his password.
 #pragma once
 
 #include <QWidget>
 
 #include "signin/sign_in.h"
 #include "ui/widgets/context.h"
+#include "ui/widgets/sheet.h"
 
 class QComboBox;
 class QEventLoop;
@@ -35,6 +36,21 @@ class SignInWindow : public QWidget {
     QLineEdit* password_;
     QEventLoop* loop_ = nullptr;
     bool signed_in_ = false;
+};
+
+// Changes the password of the signed-in user.
+class PasswordSheet : public Sheet {
+    Q_OBJECT
+  public:
+    PasswordSheet(QWidget* host, const Context& context);
+
+  private:
+    void confirm();
+
+    Context context_;
+    QLineEdit* old_;
+    QLineEdit* new_;
+    QLineEdit* again_;
 };
 
 }  // namespace ui

@@ -19,8 +19,6 @@ inline std::string utf8(const QString& text) {
 
 namespace message {
 
-using common::message::wrong_date;
-
 inline constexpr std::string_view title = "Tallvex";
 
 inline constexpr std::string_view ok = "موافق";  // OK

@@ -1,0 +1,268 @@
+#include "ui/sales/sheets.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "common/date_time.h"
+#include "common/numbers.h"
+#include "sales/payment.h"
+#include "sales/sales_desk.h"
+#include "ui/widgets/choices.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/guard.h"
+#include "ui/widgets/key_button.h"
+#include "ui/widgets/list_table.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+namespace {
+
+QString kind_text(const sales::InvoiceKey& key) {
+    return key.is_sale() ? "مبيعات" : "مرتجعات";
+}
+
+}  // namespace
+
+ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesDesk& desk)
+    : Sheet(host, "بونات اليوم"), desk_(desk), rows_(desk.receipts().receipts_today()) {
+    setObjectName("receipts_screen");
+    set_card_width(760);
+    double sold = 0;
+    double returned = 0;
+    std::vector<QStringList> texts;
+    for (const sales::ReceiptRow& row : rows_) {
+        (row.key.is_sale() ? sold : returned) += row.net;
+        texts.push_back({"\u200e" + QString::number(row.key.number),
+                         "\u200e" + qt(common::twelve_hour_text(row.time)), kind_text(row.key),
+                         qt(sales::payment_caption(row.payment)),
+                         "\u200e" + qt(common::format_amount(row.net))});
+    }
+    auto* sums =
+        label(rows_.empty() ? QString("لم يحفظ هذا الدرج أي بون اليوم")
+                            : QString("عدد البونات %1 · مبيعات \u200e%2 · مرتجعات \u200e%3")
+                                  .arg(rows_.size())
+                                  .arg(qt(common::format_amount(sold)), qt(common::format_amount(returned))),
+              "side");
+    sums->setObjectName("receipts_sums");
+    body()->addWidget(sums);
+    table_ = new ListTable("receipts", {"رقم البون", "الوقت", "النوع", "الدفع", "الصافي"}, 2);
+    table_->setMinimumHeight(px(380));
+    table_->say_when_empty("لم يحفظ هذا الدرج أي بون اليوم");
+    table_->show_rows(texts);
+    body()->addWidget(table_, 1);
+
+    QHBoxLayout* buttons = add_row();
+    set_role(foot_button(buttons, "receipt_show", "&عرض البون  Enter", 1, [this] { show_receipt(); }),
+             "main");
+    foot_button(buttons, "receipt_reprint", "إعادة ال&طباعة", 1, [this] { reprint(); });
+    foot_button(buttons, "receipt_return", "ا&رتجاع من هذا البون", 1, [this] { start_return(); });
+    foot_button(buttons, "receipt_back", "ر&جوع", 1, [this] { leave(0); });
+    connect(table_, &ListTable::row_taken, this, [this] { show_receipt(); });
+}
+
+void ReceiptsSheet::take_focus() {
+    table_->setFocus();
+}
+
+const sales::ReceiptRow* ReceiptsSheet::chosen() {
+    // A second press of a button is ignored while a box is open.
+    if (Sheet::top_of(window()) != this) return nullptr;
+    const int row = table_->currentRow();
+    if (row >= 0 && static_cast<std::size_t>(row) < rows_.size())
+        return &rows_[static_cast<std::size_t>(row)];
+    return nullptr;
+}
+
+void ReceiptsSheet::show_receipt() {
+    const auto* row = chosen();
+    if (row != nullptr && desk_.receipts().recall(*row)) leave(1);
+}
+
+void ReceiptsSheet::reprint() {
+    if (const auto* row = chosen()) desk_.receipts().reprint(*row);
+    table_->setFocus();
+}
+
+void ReceiptsSheet::start_return() {
+    const auto* row = chosen();
+    if (row != nullptr && desk_.receipts().recall(*row)) {
+        desk_.receipts().start_return();
+        leave(1);
+    }
+}
+
+namespace {
+
+QFrame* figure_box(const char* role, const QString& caption, QLabel* figure) {
+    auto* box = new QFrame;
+    set_role(box, role);
+    auto* column = new QVBoxLayout(box);
+    column->setContentsMargins(px(18), px(8), px(18), px(6));
+    column->setSpacing(0);
+    column->addWidget(label(caption, "plain"));
+    figure->setFixedHeight(px(66));
+    column->addWidget(figure);
+    return box;
+}
+
+}  // namespace
+
+PaymentDialog::PaymentDialog(QWidget* host, sales::Payment& payment) : Sheet(host), payment_(payment) {
+    setObjectName("Form34");
+    set_card_width(520);
+    auto* net = new Figure("payment_net", "netfigure");
+    net->setText(qt(payment.net_text()));
+    body()->addWidget(figure_box("net", "الصافي", net));
+
+    paid_ = new AmountField("paid");
+    set_role(paid_, "large");
+    paid_->setText(qt(payment.paid_text()));
+    body()->addWidget(captioned("المدفوع", paid_));
+
+    change_ = new Figure("change", "changefigure");
+    change_box_ = figure_box("change", "المردود", change_);
+    body()->addWidget(change_box_);
+
+    worker_ = choice_list("salesman");
+    fill_optional_choices(worker_, payment.workers(), payment.worker());
+    body()->addWidget(captioned("البائ&ع", worker_));
+
+    const auto [confirm, back] = confirm_buttons(add_row(), "payment", "تأكيد");
+    connect(paid_, &QLineEdit::textChanged, this, [this](const QString& text) {
+        payment_.type_paid(utf8(text));
+        show_change();
+    });
+    connect(worker_, &QComboBox::currentTextChanged, this,
+            [this] { payment_.choose_worker(choice_of(worker_).value_or(0)); });
+    connect(confirm, &QPushButton::clicked, this, &PaymentDialog::enter);
+    connect(back, &QPushButton::clicked, this, [this] { leave(0); });
+    show_change();
+}
+
+void PaymentDialog::take_focus() {
+    paid_->setFocus();
+}
+
+void PaymentDialog::enter() {
+    leave(1);
+}
+
+void PaymentDialog::show_change() {
+    change_->setText(qt(payment_.change_text()));
+    set_state(change_box_, "short", payment_.change() < 0);
+}
+
+InvoiceDataSheet::InvoiceDataSheet(QWidget* host, const Context& context, sales::SalesDesk& desk)
+    : Sheet(host, "بيانات البون"), context_(context), desk_(desk) {
+    setObjectName("invoice_data");
+    set_card_width(560);
+    const sales::Invoice& invoice = desk.invoice();
+
+    QHBoxLayout* first = add_row();
+    store_ = choice_list("data_store");
+    fill_choices(store_, desk.lists().stores, invoice.store);
+    date_ = moment_field("data_date");
+    date_->setText(qt(common::date_text(invoice.date)));
+    first->addWidget(captioned("ال&مخزن", store_), 3);
+    first->addWidget(captioned("ال&تاريخ", date_), 2);
+
+    worker_ = choice_list("data_worker");
+    fill_optional_choices(worker_, desk.lists().workers, invoice.worker);
+    body()->addWidget(captioned("البائ&ع", worker_));
+    note_ = text_field("data_note");
+    note_->setMaxLength(100);
+    note_->setText(qt(invoice.note));
+    body()->addWidget(captioned("ملا&حظات", note_));
+    no_receipt_ = new QCheckBox("بدون طباعة &إيصال لهذا البون");
+    no_receipt_->setObjectName("data_no_receipt");
+    no_receipt_->setChecked(invoice.suppress_receipt);
+    body()->addWidget(no_receipt_);
+
+    const auto [confirm, back] = confirm_buttons(add_row(), "data", "موافق");
+    // A list does not pass Enter on to the sheet.
+    for (QComboBox* list : {store_, worker_})
+        connect(list->lineEdit(), &QLineEdit::returnPressed, this, &InvoiceDataSheet::enter);
+    connect(confirm, &QPushButton::clicked, this, &InvoiceDataSheet::enter);
+    connect(back, &QPushButton::clicked, this, [this] { leave(0); });
+}
+
+void InvoiceDataSheet::enter() {
+    const auto date = date_in(date_, context_.services.prompts);
+    if (!date) return;
+    bool chosen = true;
+    guarded(context_.services, "InvoiceData", [&] {
+        const std::int64_t store = choice_of(store_).value_or(0);
+        if (store != 0 && store != desk_.invoice().store) chosen = desk_.header().choose_store(store);
+        if (!chosen) return;
+        desk_.header().choose_date(*date);
+        desk_.header().choose_worker(choice_of(worker_).value_or(0));
+        desk_.header().enter_note(utf8(note_->text().trimmed()));
+        desk_.header().suppress_receipt(no_receipt_->isChecked());
+    });
+    if (!chosen) {
+        store_->setFocus();
+        return;
+    }
+    leave(1);
+}
+
+QuickQuantitySheet::QuickQuantitySheet(QWidget* host, const QString& item, const QString& quantity)
+    : Sheet(host) {
+    setObjectName("quick_quantity_sheet");
+    set_card_width(360);
+    QLabel* name = label(item, "figure");
+    name->setWordWrap(true);
+    body()->addWidget(name);
+    field_ = new AmountField("quick_quantity");
+    set_role(field_, "large");
+    field_->setText(quantity);
+    body()->addWidget(captioned("الكمية", field_));
+    connect(field_, &QLineEdit::returnPressed, this, [this] { leave(1); });
+}
+
+QString QuickQuantitySheet::text() const {
+    return field_->text();
+}
+
+ItemInfoSheet::ItemInfoSheet(QWidget* host, const sales::ItemInfo& info, const sales::StockShown* stock)
+    : Sheet(host, qt(info.name)) {
+    setObjectName("item_info_sheet");
+    set_card_width(460);
+    auto* grid = new QGridLayout;
+    grid->setVerticalSpacing(px(10));
+    int row = 0;
+    const auto add = [&](const QString& caption, const char* name, const std::string& text) {
+        grid->addWidget(label(caption, "plain"), row, 0);
+        auto* figure = new Figure(name, "figure");
+        figure->setText(qt(text));
+        grid->addWidget(figure, row++, 1);
+    };
+    add("كود", "info_code", std::to_string(info.code));
+    add("سعر التكلفة", "info_price11", info.price11);
+    add("قطاعي", "info_price12", info.price12);
+    add("جملة", "info_price13", info.price13);
+    body()->addLayout(grid);
+    QLabel* profit = label(qt(info.profit), "figure", "info_profit");
+    body()->addWidget(profit);
+    if (stock != nullptr) {
+        body()->addWidget(rule());
+        QString lines = qt(stock->quantity).trimmed();
+        for (const std::string& expiry : stock->expiries)
+            lines += "\n" + qt(expiry);
+        QLabel* shown = label(lines, "side", "info_stock");
+        body()->addWidget(shown);
+    }
+    auto* close = new QPushButton(tr("&رجوع"));
+    close->setObjectName("info_close");
+    connect(close, &QPushButton::clicked, this, [this] { leave(0); });
+    body()->addWidget(close);
+}
+
+}  // namespace ui

@@ -1,0 +1,110 @@
+// The sheets of the sales window: today's receipts, the payment, the data of the invoice, and those about an
+// item.
+#pragma once
+
+#include <vector>
+
+#include "sales/recall.h"
+#include "ui/widgets/context.h"
+#include "ui/widgets/sheet.h"
+
+class QCheckBox;
+class QComboBox;
+class QFrame;
+class QLabel;
+class QLineEdit;
+
+namespace sales {
+class Payment;
+class SalesDesk;
+struct ItemInfo;
+struct StockShown;
+}  // namespace sales
+
+namespace ui {
+
+class AmountField;
+class ListTable;
+
+// The receipts that this drawer saved today, to look at, print again, or start a return from. run() returns 1
+// if a receipt was brought to the sales window.
+class ReceiptsSheet : public Sheet {
+    Q_OBJECT
+  public:
+    ReceiptsSheet(QWidget* host, sales::SalesDesk& desk);
+
+  protected:
+    void take_focus() override;
+
+  private:
+    // The row of the cursor; null if there is none or a box is open.
+    const sales::ReceiptRow* chosen();
+    void show_receipt();
+    void reprint();
+    void start_return();
+
+    sales::SalesDesk& desk_;
+    std::vector<sales::ReceiptRow> rows_;
+    ListTable* table_;
+};
+
+// The payment dialog: net, paid, change in large figures, and the salesman. run() returns 1 for confirm
+// (Enter) and 0 for back to the invoice (Esc). `payment` holds what was typed.
+class PaymentDialog : public Sheet {
+    Q_OBJECT
+  public:
+    PaymentDialog(QWidget* host, sales::Payment& payment);
+
+  protected:
+    void take_focus() override;
+    void enter() override;
+
+  private:
+    void show_change();
+
+    sales::Payment& payment_;
+    AmountField* paid_;
+    QLabel* change_;
+    QFrame* change_box_;
+    QComboBox* worker_;
+};
+
+// The data of the invoice besides its lines: store, date, salesman, note, and whether a receipt is printed.
+// run() returns 1 if the data were taken over and 0 if the invoice stays as it was.
+class InvoiceDataSheet : public Sheet {
+    Q_OBJECT
+  public:
+    InvoiceDataSheet(QWidget* host, const Context& context, sales::SalesDesk& desk);
+
+  protected:
+    void enter() override;
+
+  private:
+    const Context& context_;
+    sales::SalesDesk& desk_;
+    QComboBox* store_;
+    QLineEdit* date_;
+    QComboBox* worker_;
+    QLineEdit* note_;
+    QCheckBox* no_receipt_;
+};
+
+// Asks for the last line's quantity. run() returns 1 for Enter and 0 for Esc.
+class QuickQuantitySheet : public Sheet {
+    Q_OBJECT
+  public:
+    QuickQuantitySheet(QWidget* host, const QString& item, const QString& quantity);
+    QString text() const;
+
+  private:
+    AmountField* field_;
+};
+
+// Cost, prices, expected profit and stock by expiry date, for a cashier with the right to see them.
+class ItemInfoSheet : public Sheet {
+    Q_OBJECT
+  public:
+    ItemInfoSheet(QWidget* host, const sales::ItemInfo& info, const sales::StockShown* stock);
+};
+
+}  // namespace ui
