@@ -111,7 +111,7 @@ double Invoice::cost() const {
 }
 
 std::uint32_t grid_colour(KindOption kind) {
-    constexpr std::uint32_t colours[] = {colour_sale, colour_return, colour_third};
+    constexpr std::uint32_t colours[] = {0xECFFFF, 0xC0FFC0, 0xC0E0FF};
     return colours[static_cast<std::size_t>(kind)];
 }
 

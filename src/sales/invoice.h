@@ -158,12 +158,8 @@ struct Invoice {
 
 // --- what kinds, payments and columns are called ----------------------------------------------------
 
-// Background of the line grid by kind, and of the cells that wait for the cashier; 0xBBGGRR.
-inline constexpr std::uint32_t colour_sale = 0xECFFFF;
-inline constexpr std::uint32_t colour_return = 0xC0FFC0;
-inline constexpr std::uint32_t colour_third = 0xC0E0FF;
+// The backgrounds of the cells that wait for the cashier, and of the line grid by kind; 0xBBGGRR.
 inline constexpr std::uint32_t colour_editable_cell = 0x80FFFF;
-
 std::uint32_t grid_colour(KindOption kind);
 
 // The caption of the kind label: "بيع نقدي" cash sale, "بيع الي" account sale, "مرتجع نقدي" cash return,

@@ -41,9 +41,8 @@ LineSource::LineSource(database::Connection& connection, common::Prompts& prompt
         const std::int64_t store = row.integer("stcode");
         const auto known = std::find_if(stores_.begin(), stores_.end(),
                                         [&](const StoreHolding& holding) { return holding.store == store; });
-        if (known == stores_.end()) continue;  // stock of a store that was deleted
-        known->quantity = row.number("qq");
-        holdings_.push_back(*known);
+        // Stock of a store that was deleted is passed over.
+        if (known != stores_.end()) known->quantity = row.number("qq");
     }
     const auto card = connection.query(Sql("select num1, NUM2, NUM3 from items where code = ") + item);
     const auto offer = [&](int code, const char* name, const char* column) {

@@ -33,9 +33,7 @@ class LineSource {
     LineSource(database::Connection& connection, common::Prompts& prompts, std::int64_t item, double quantity,
                double factor, std::int64_t selling_store);
 
-    // The other stores that hold the item, with what they hold.
-    const std::vector<StoreHolding>& holdings() const { return holdings_; }
-    // Every store, for the list to choose from.
+    // Every store with what it holds of the item, for the list to choose from. The selling store shows 0.
     const std::vector<StoreHolding>& stores() const { return stores_; }
 
     // The item's units, the largest first, without those that its card gives no factor for.
@@ -51,7 +49,6 @@ class LineSource {
     std::int64_t item_;
     double base_quantity_;
     std::int64_t selling_store_;
-    std::vector<StoreHolding> holdings_;
     std::vector<StoreHolding> stores_;
     std::vector<OfferedUnit> units_;
 };

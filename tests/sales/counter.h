@@ -65,6 +65,11 @@ struct Counter : Till {
     bool enter(std::string_view text, std::int64_t supplier = 0) {
         return desk.lines().EnterItem(sales::read_entry(text), supplier);
     }
+    // Saves the invoice as it is proposed, without typing anything into the payment dialog.
+    bool sell() {
+        return desk.checkout().begin_save() == sales::BeginSave::ask_payment &&
+               desk.checkout().SaveInvoice() == sales::SaveOutcome::saved;
+    }
     // Leaves a new invoice.
     void start_anew() {
         answer({true});

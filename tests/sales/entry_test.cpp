@@ -1,9 +1,18 @@
-// How typed and scanned texts are interpreted.
+// Entering items: how typed and scanned texts are read, what each becomes, and every refusal on the way.
 #include "sales/entry.h"
+#include "sales/counter.h"
+#include "sales/messages.h"
 
 namespace {
 
+namespace column = sales::column;
+namespace message = sales::message;
 using sales::EntryForm;
+using sales::KindOption;
+using sales::PaymentOption;
+using test::Counter;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 TEST(Scan, ReadsEveryForm) {
     struct Case {
@@ -58,6 +67,251 @@ TEST(Scan, ReadsEveryForm) {
         EXPECT_DOUBLE_EQ(entry.quantity, c.quantity);
         EXPECT_EQ(entry.number, c.number);
     }
+}
+
+TEST(ItemEntry, RefusesWithItsMessageAndAddsNothing) {
+    struct Case {
+        const char* name;
+        std::string typed;
+        std::string_view said;
+        KindOption kind = KindOption::sale;
+        PaymentOption payment = PaymentOption::cash;
+        const char* before = nullptr;  // a statement that prepares the shop
+    };
+    const Case cases[] = {
+        {"unknown code", "99999", message::wrong_code},
+        {"unknown barcode", "6229999999999", message::wrong_code},
+        {"no number", "abc", message::wrong_code},
+        {"a fraction", "12.5", message::wrong_code},
+        {"a negative", "-100", message::wrong_code},
+        {"beyond 64 bits", "99999999999999999999", message::wrong_code},
+        {"quotes", "1' or '1'='1", message::wrong_code},
+        {"semicolon", "100; delete from items", message::wrong_code},
+        {"emoji", "🍎", message::wrong_code},
+        {"a pasted book", std::string(10000, '1'), message::wrong_code},
+        {"label of an unknown item", "2099998004500", message::wrong_code},
+        {"label without weight", "2000123000000", message::wrong_quantity},
+        {"barcode of two items", "7000", message::shared_barcode},
+        {"craftsman line unknown", "W77", message::product_sold},
+        {"craftsman line sold out", "W9", message::product_sold, KindOption::sale, PaymentOption::cash,
+         "update salver set cqty = 0"},
+        {"craftsman line never sold", "p9", message::product_not_sold, KindOption::return_},
+        {"stopped", "420", message::stopped},
+        {"service returned", "300", message::sale_only, KindOption::return_},
+        {"service on third kind", "300", message::sale_only, KindOption::third},
+        {"no unit data", "100", message::set_units, KindOption::sale, PaymentOption::cash,
+         "update items set num1 = null where code = 100"},
+        {"factor 0", "100", message::set_units, KindOption::sale, PaymentOption::cash,
+         "update items set num1 = 0 where code = 100"},
+        {"no pack data", "6221000410028", message::set_packs},
+        {"no carton data", "6221000410035", message::set_cartons},
+        {"no prices", "430", message::set_prices},
+        {"price 0", "430", message::set_prices, KindOption::sale, PaymentOption::cash,
+         "update items set price12 = 0 where code = 430"},
+        {"account without customers", "100", message::add_customers, KindOption::sale, PaymentOption::account,
+         "delete from custdata"},
+        {"tips without receivers", "*", message::add_tips_customers, KindOption::sale, PaymentOption::tips,
+         "delete from boundata"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Counter counter;
+        if (c.before != nullptr) counter.shop.sql(c.before);
+        auto& desk = counter.open();
+        ASSERT_TRUE(desk.header().SwitchKind(c.kind));
+        ASSERT_TRUE(desk.header().SwitchPayment(c.payment));
+        EXPECT_FALSE(counter.enter(c.typed));
+        EXPECT_THAT(counter.said(), ElementsAre(std::string(c.said)));
+        EXPECT_THAT(desk.invoice().lines, IsEmpty());
+        EXPECT_EQ(desk.sale().figures.net, "0.00");
+        EXPECT_TRUE(counter.services.log.lines.empty()) << counter.services.log.lines.front();
+    }
+}
+
+TEST(ItemEntry, EveryFormMakesItsLine) {
+    struct Case {
+        std::string typed;
+        int level;
+        std::string code, name, quantity, price, total, unit, factor, cost, balance;
+    };
+    const Case cases[] = {
+        {"400", 2, "400", "مياه", "1.000", "5.00", "5.00", "وحدة", "1", "3", "240.000"},
+        {"400", 3, "400", "مياه", "1.000", "4.50", "4.50", "وحدة", "1", "3", "240.000"},
+        {"400", 4, "400", "مياه", "1.000", "4.25", "4.25", "وحدة", "1", "3", "240.000"},
+        {"400", 5, "400", "مياه", "1.000", "4.00", "4.00", "وحدة", "1", "3", "240.000"},
+        {"6221000400012", 2, "400", "مياه", "1.000", "5.00", "5.00", "وحدة", "1", "3", "240.000"},
+        {"6221000400029", 3, "400", "مياه", "1.000", "26.00", "26.00", "عبوة", "6", "17", "40.000"},
+        {"6221000400036", 2, "400", "مياه", "1.000", "105.00", "105.00", "كرتونة", "24", "65", "10.000"},
+        {"٦٢٢١٠٠٠٤٠٠٠٣٦ ", 5, "400", "مياه", "1.000", "95.00", "95.00", "كرتونة", "24", "65", "10.000"},
+        {"2000123004500", 2, "123", "جبنة", "0.450", "100.00", "45.00", "وحدة", "1", "80", "40.000"},
+        {"w9", 2, "200", "زيت", "1.000", "30.00", "30.00", "وحدة", "1", "20", "50.000"},
+        {"ص٩", 2, "200", "زيت", "1.000", "30.00", "30.00", "وحدة", "1", "20", "50.000"},
+        {"300", 2, "300", "توصيل", "1.000", "15.00", "15.00", "وحدة", "1", "0", ""},
+        {"*خبز", 2, "", "خبز", "0.000", "0.00", "0.00", "وحدة", "1", "0", ""},
+        {"*", 2, "", "صنف عام", "0.000", "0.00", "0.00", "وحدة", "1", "0", ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.typed + " at level " + std::to_string(c.level));
+        Counter counter;
+        auto& desk = counter.open();
+        desk.header().choose_price_level(c.level);
+        ASSERT_TRUE(counter.enter(c.typed)) << counter.services.prompts.last();
+        const auto cell = desk.invoice().cells(0);
+        EXPECT_EQ(cell[column::code], c.code);
+        EXPECT_EQ(cell[column::name], c.name);
+        EXPECT_EQ(cell[column::quantity], c.quantity);
+        EXPECT_EQ(cell[column::price], c.price);
+        EXPECT_EQ(cell[column::discount_value], "0.00");
+        EXPECT_EQ(cell[column::discount_percent], "0.00");
+        EXPECT_EQ(cell[column::total], c.total);
+        EXPECT_EQ(cell[column::unit_name], c.unit);
+        EXPECT_EQ(cell[column::unit_factor], c.factor);
+        EXPECT_EQ(cell[column::unit_cost], c.cost);
+        EXPECT_EQ(cell[column::balance], c.balance);
+        EXPECT_EQ(desk.sale().figures.net, c.total);
+        EXPECT_EQ(desk.sale().current_row, 0u);
+        EXPECT_THAT(counter.said(), IsEmpty());
+    }
+}
+
+TEST(ItemEntry, SalePeriodReducesThePriceOfItsDays) {
+    struct Case {
+        const char* from;
+        const char* to;
+        const char* percent;
+        const char* period_price;
+        const char* expected;
+        bool clearance;
+    };
+    const Case cases[] = {
+        {"2026/11/01", "2026/11/30", "15", "null", "4.25", true},
+        {"2026/11/21", "2026/11/21", "10", "null", "4.50", true},
+        {"2026/11/22", "2026/11/30", "10", "null", "5.00", false},
+        {"2026/11/01", "2026/11/20", "10", "null", "5.00", false},
+        {"2026/11/01", "2026/11/30", "null", "null", "5.00", false},
+        {"2026/11/01", "2026/11/30", "null", "4.75", "4.75", false},
+        {"2026/11/01", "2026/11/30", "0", "5.50", "5.00", false},
+        {"2026/11/01", "2026/11/30", "10", "2", "4.50", true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.from) + " " + c.percent + " " + c.period_price);
+        Counter counter;
+        counter.shop.sql("insert into tmp_price (icode,p_per,s_price) select 400,90,1");  // of a former day
+        counter.shop.sql(std::string("insert into sal_prd (sale_no,sale_from,sale_to) select 4,'") + c.from +
+                         "','" + c.to + "'");
+        counter.shop.sql(std::string("insert into sale_price (sale_prd,icode,p_per,s_price) select 4,400,") +
+                         c.percent + "," + c.period_price);
+        auto& desk = counter.open();
+        ASSERT_TRUE(counter.enter("400"));
+        EXPECT_EQ(counter.cell(0, column::price), c.expected);
+        EXPECT_EQ(desk.invoice().lines[0].clearance, c.clearance);
+        // The discount cells of a clearance item never open, even with the right to edit discounts.
+        EXPECT_EQ(desk.lines().begin_edit(0, column::discount_value), !c.clearance);
+        EXPECT_EQ(desk.lines().begin_edit(0, column::discount_percent), !c.clearance);
+        if (c.clearance) {
+            EXPECT_THAT(counter.said(), testing::Each(std::string(message::no_clearance_discount)));
+        }
+    }
+}
+
+TEST(ItemEntry, AskedBeforeASecondLineOfAnItem) {
+    struct Case {
+        const char* name;
+        std::string first, second;
+        bool yes;
+        std::vector<std::string> quantities;
+    };
+    const Case cases[] = {
+        {"yes raises", "400", "400", true, {"2.000"}},
+        {"no adds a line", "400", "400", false, {"1.000", "1.000"}},
+        {"by barcode", "400", "6221000400012", true, {"2.000"}},
+        {"by weight", "2000123004500", "2000123002500", true, {"0.700"}},
+        {"a carton onto pieces", "400", "6221000400036", true, {"25.000"}},
+        {"a carton on its own", "400", "6221000400036", false, {"1.000", "1.000"}},
+        {"pieces onto packs", "6221000400029", "400", true, {"1.000", "1.000"}},
+        {"work line onto itself", "W9", "W9", true, {"2.000"}},
+        {"the plain item onto a work line", "W9", "200", true, {"1.000", "1.000"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Counter counter;
+        auto& desk = counter.open();
+        ASSERT_TRUE(counter.enter(c.first));
+        counter.answer({c.yes});
+        EXPECT_TRUE(counter.enter(c.second)) << counter.services.prompts.last();
+        EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::entered_before)));
+        std::vector<std::string> quantities;
+        for (std::size_t row = 0; row < desk.invoice().lines.size(); ++row)
+            quantities.push_back(counter.cell(row, column::quantity));
+        EXPECT_EQ(quantities, c.quantities);
+    }
+}
+
+TEST(ItemEntry, AWorkLineSellsNoMoreThanWasMade) {
+    Counter counter;
+    counter.shop.sql("update salver set cqty = 1");
+    auto& desk = counter.open();
+    ASSERT_TRUE(counter.enter("w9"));
+    for (const bool raise : {true, false}) {
+        counter.answer({raise});
+        EXPECT_FALSE(counter.enter("w9"));
+        EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_not_allowed)));
+    }
+    EXPECT_FALSE(desk.lines().commit_edit(0, column::quantity, "2"));
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_not_allowed)));
+    EXPECT_EQ(counter.cell(0, column::quantity), "1.000");
+}
+
+TEST(ItemEntry, SecondFieldNeedsARecalledInvoice) {
+    Counter counter;
+    auto& desk = counter.open();
+    EXPECT_FALSE(desk.lines().EnterItemForRecalled(sales::read_entry("400")));
+    EXPECT_THAT(counter.said(), ElementsAre("يجب تحديد الفاتوره اولا"));
+    ASSERT_TRUE(counter.enter("400"));
+    EXPECT_FALSE(desk.lines().EnterItemForRecalled(sales::read_entry("400")))
+        << "an invoice being rung up is not a recalled one";
+}
+
+TEST(ItemEntry, GroupShowsTheTypesNameOrItsNumber) {
+    Counter counter;
+    counter.shop.sql("insert into item_types (code,name) select 2,N'مشروبات'");
+    counter.shop.sql("update items set itype = 2 where code = 400");
+    counter.shop.sql("update items set itype = 9 where code = 410");
+    counter.open();
+    for (const char* code : {"400", "410", "440"})
+        ASSERT_TRUE(counter.enter(code));
+    EXPECT_EQ(counter.cell(0, column::group), "مشروبات");
+    EXPECT_EQ(counter.cell(1, column::group), "9");
+    EXPECT_EQ(counter.cell(2, column::group), "");
+}
+
+// A till that is left on notices the sale periods that begin and end meanwhile.
+TEST(ItemEntry, SalePeriodsBeginAndEndWhileATillIsOn) {
+    Counter counter;
+    counter.shop.sql("insert into sal_prd (sale_no,sale_from,sale_to) select 1,'2026/11/22','2026/11/23'");
+    counter.shop.sql("insert into sale_price (sale_prd,icode,p_per) select 1,410,25");
+    auto& desk = counter.open();
+    const auto price_now = [&] {
+        EXPECT_TRUE(counter.enter("410")) << counter.services.prompts.last();
+        const double price = desk.invoice().lines.back().price;
+        counter.start_anew();
+        return price;
+    };
+    EXPECT_EQ(price_now(), 12);
+    counter.services.clock.moment = {{2026, 11, 22}, {0, 0, 1, 0}};
+    EXPECT_EQ(price_now(), 9) << "begun at midnight";
+    EXPECT_EQ(price_now(), 9);
+    counter.services.clock.moment = {{2026, 11, 24}, {8, 0, 0, 0}};
+    EXPECT_EQ(price_now(), 12) << "over";
+
+    // The manager adds one while an invoice is being rung up.
+    EXPECT_TRUE(counter.enter("440"));
+    counter.shop.sql("insert into sal_prd (sale_no,sale_from,sale_to) select 2,'2026/11/24','2026/11/24'");
+    counter.shop.sql("insert into sale_price (sale_prd,icode,s_price) select 2,410,7");
+    EXPECT_TRUE(counter.enter("410"));
+    EXPECT_EQ(desk.invoice().lines.back().price, 12) << "one invoice, one price list";
+    counter.start_anew();
+    EXPECT_EQ(price_now(), 7);
 }
 
 }  // namespace
