@@ -79,7 +79,7 @@ TEST(Drawer, KeyUsesItsOwnPortAndPermission) {
 TEST(Drawer, DeadDevicesStopNothing) {
     Counter counter;
     counter.services.devices.dead = true;
-    auto& desk = counter.open();
+    counter.open();
     EXPECT_TRUE(counter.enter("400"));
     ASSERT_TRUE(counter.sell()) << counter.services.prompts.last();
     EXPECT_TRUE(counter.said().empty());
