@@ -181,7 +181,7 @@ std::optional<Refusal> AccountStatement::check() {
     if (!fields.customer) return Refusal("statement_customer", message::enter_customer);
     if (fields.end < fields.start) return Refusal("statement_start", message::end_before_start);
     if (connection_.query(Sql("select ccode from custdata where ccode = ") + *fields.customer).empty())
-        return Refusal("statement_customer", message::no_such_customer);
+        return Refusal("statement_customer", common::message::no_such_customer);
     return std::nullopt;
 }
 
@@ -213,7 +213,7 @@ std::optional<Refusal> AccountStatement::show() {
 
 std::optional<Refusal> AccountStatement::check_arrears() {
     if (auto refused = check()) return refused;
-    // Of each voucher what is due instead of the whole of it; the opening balance is due from the start.
+    // Counts the part of each voucher that is due, not its whole amount; the opening balance is due at once.
     const Amount arrears =
         sum_account(connection_, *fields.customer, fields.end, SumsUpTo::and_on_date, VoucherAmount::due);
     if (arrears > Amount()) {

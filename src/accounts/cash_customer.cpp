@@ -122,7 +122,7 @@ std::optional<Refusal> CashCustomer::enter_code() {
     if (const auto found = find_walk_in(connection_, *code)) {
         take(*found);
     } else if (*code != proposed_) {
-        return Refusal("walk_in_code", message::no_such_cash_customer);
+        return Refusal("walk_in_code", common::message::no_such_cash_customer);
     }
     return std::nullopt;
 }
@@ -133,7 +133,7 @@ std::optional<Refusal> CashCustomer::confirm() {
     const bool is_new = *code == proposed_ && loaded_ != *code;
     if (!is_new) {
         const auto found = find_walk_in(connection_, *code);
-        if (!found) return Refusal("walk_in_code", message::no_such_cash_customer);
+        if (!found) return Refusal("walk_in_code", common::message::no_such_cash_customer);
         // A code that was typed but not entered brings its own fields; loaded ones may have been corrected.
         if (loaded_ != *code) take(*found);
     }

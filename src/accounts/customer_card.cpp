@@ -133,7 +133,7 @@ std::optional<Refusal> AccountCustomer::open(CardMode mode, std::int64_t code) {
 
 std::optional<Refusal> AccountCustomer::show(std::int64_t code) {
     const auto found = connection_.query(customer_row(code));
-    if (found.empty()) return Refusal("", message::no_such_customer);
+    if (found.empty()) return Refusal("", common::message::no_such_customer);
     const database::Row& row = found.front();
     card = {};
     database::load(customer_form(), row, card);
@@ -196,7 +196,7 @@ std::optional<Refusal> AccountCustomer::save() {
         if (!customer.empty()) return Refusal("customer_number", message::duplicate_code);
         customer.add();
     } else if (customer.empty()) {
-        return Refusal("", message::no_such_customer);
+        return Refusal("", common::message::no_such_customer);
     }
 
     // Both columns take the opening amount with its side. The running balance has just been read again, so

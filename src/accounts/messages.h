@@ -3,23 +3,20 @@
 
 #include <string_view>
 
+#include "common/messages.h"
+
 namespace accounts::message {
 
 // Account customers.
-inline constexpr std::string_view enter_code = "ادخل كود العميل";         // enter the customer code
-inline constexpr std::string_view enter_customer = "ادخل اسم العميل";     // enter the customer name
-inline constexpr std::string_view duplicate_code = "رقم العميل مكرر";     // customer number duplicated
-inline constexpr std::string_view wrong_code = "كود العميل غير صحيح";     // the customer code is not correct
-inline constexpr std::string_view no_such_customer = "العميل غير موجود";  // the customer does not exist
-inline constexpr std::string_view only_view = "البيانات للعرض فقط";       // the data are for viewing only
-
-// Walk-in customers: the cash customer's name does not exist.
-inline constexpr std::string_view no_such_cash_customer = "اسم العميل النقدي غير موجود";
+inline constexpr std::string_view enter_code = "ادخل كود العميل";      // enter the customer code
+inline constexpr std::string_view enter_customer = "ادخل اسم العميل";  // enter the customer name
+inline constexpr std::string_view duplicate_code = "رقم العميل مكرر";  // customer number duplicated
+inline constexpr std::string_view wrong_code = "كود العميل غير صحيح";  // the customer code is not correct
+inline constexpr std::string_view only_view = "البيانات للعرض فقط";    // the data are for viewing only
 
 // Tips receivers.
 inline constexpr std::string_view enter_name = "ادخل الاسم";              // enter the name
 inline constexpr std::string_view duplicate_receiver = "الكود مكرر";      // the code is duplicated
-inline constexpr std::string_view wrong_receiver = "الكود غير صحيح";      // the code is not correct
 inline constexpr std::string_view no_such_receiver = "البيان غير موجود";  // the entry does not exist
 
 // Vouchers.
@@ -27,8 +24,7 @@ inline constexpr std::string_view enter_number = "ادخل الرقم";    // en
 inline constexpr std::string_view enter_bank = "ادخل اسم البنك";  // enter the bank's name
 inline constexpr std::string_view choose_party = "اختار الاسم";   // choose the party
 inline constexpr std::string_view no_such_party =
-    "الاسم المختار غير موجود";                                       // the chosen party does not exist
-inline constexpr std::string_view no_such_bank = "البنك غير موجود";  // the bank does not exist
+    "الاسم المختار غير موجود";  // the chosen party does not exist
 // Sorry, a voucher with the same number was added before.
 inline constexpr std::string_view duplicate_voucher = "عفوا تم إضافة إيصال بنفس الرقم من قبل";
 // The voucher does not exist.

@@ -57,7 +57,7 @@ std::optional<Refusal> TipsReceiver::save() {
     const database::TextLimits limits(connection_, "boundata");
     if (auto refused = database::check(tips_receiver_form(), fields, limits)) return refused;
     const auto code = is_editing() ? editing_ : common::read_code(fields.code);
-    if (!code) return Refusal("receiver_code", message::wrong_receiver);
+    if (!code) return Refusal("receiver_code", common::message::wrong_code);
 
     Recordset entry(connection_, Sql("select * from boundata where ccode = ") + *code);
     if (is_editing()) {

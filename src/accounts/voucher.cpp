@@ -144,7 +144,7 @@ std::optional<Refusal> Voucher::check_place() {
     } else if (method == Method::cheque) {
         if (!fields.bank) return Refusal("voucher_bank", message::enter_bank);
         if (!contains(load_banks(connection_), *fields.bank))
-            return Refusal("voucher_bank", message::no_such_bank);
+            return Refusal("voucher_bank", common::message::no_such_bank);
     }
     return std::nullopt;
 }
@@ -241,7 +241,7 @@ std::optional<common::Refusal> check_direct_receipt(database::Connection& connec
     if (common::read_amount(fields.amount).value.is_zero())
         return common::Refusal("direct_amount", common::message::enter_value);
     if (!find_party(connection, PartyKind::customer, *fields.customer))
-        return common::Refusal("direct_customer", message::no_such_customer);
+        return common::Refusal("direct_customer", common::message::no_such_customer);
     return std::nullopt;
 }
 

@@ -38,7 +38,7 @@ inline constexpr database::Fragment effect_on_customer =
 
 std::string method_name(Method method);
 
-// What finds a voucher again.
+// Identifies a stored voucher.
 struct VoucherKey {
     PartyKind party_kind = PartyKind::customer;
     std::int64_t party = 0;
@@ -99,7 +99,7 @@ struct VoucherRecord {
 };
 void add_voucher(database::Connection& connection, const VoucherRecord& record);
 // Writes over the voucher found by its former key. Returns false, and writes nothing, if it is gone or its
-// cells are no longer those seen; none seen means not to compare.
+// cells are no longer those seen; without cells nothing is compared.
 bool rewrite_voucher(database::Connection& connection, const VoucherRecord& record, const VoucherKey& former,
                      const std::vector<database::Value>& seen);
 
@@ -116,7 +116,7 @@ struct PrintedVoucher {
     common::Amount balance_before;  // without the voucher, also if it was edited
     common::Amount balance_after;
 };
-// The paper of a saved voucher whose party now has that balance; place and note are left to the caller.
+// The printed form of a saved voucher whose party now has that balance; the caller fills in place and note.
 PrintedVoucher printed_voucher(VoucherKind kind, Method method, const VoucherKey& key,
                                const std::string& party_name, common::Amount balance);
 

@@ -228,7 +228,7 @@ void make_place(const fs::path& folder, const Place& place, Tool& tool, const Fi
         made.add(write_place(folder, place));  // last, so that no till starts on an incomplete shop
     }
     made.keep();
-    tool.out << "The shop stands in " << folder.lexically_normal().string() << ".\n";
+    tool.out << "The shop is in " << folder.lexically_normal().string() << ".\n";
 }
 
 void add_place_options(CLI::App& command, Place& place, const std::string& with_server) {

@@ -26,7 +26,7 @@ inline constexpr std::string_view before_last_start =
     "الوقت قبل بداية الورديه السابقه .. راجع التاريخ والساعه";
 // The time lies before the end of the last shift: check the clock.
 inline constexpr std::string_view before_last_end = "الوقت قبل نهاية الورديه السابقه .. راجع التاريخ والساعه";
-// Stands after both: not possible before that moment.
+// Ends both messages: not possible before that moment.
 inline constexpr std::string_view not_before = "\nغير ممكن قبل : ";
 // Another workstation has started this shift already; its row was kept.
 inline constexpr std::string_view started_elsewhere =

@@ -9,7 +9,7 @@
 
 namespace common {
 
-// Closes its file descriptor; -1 is none.
+// Owns a file descriptor and closes it; -1 if empty.
 class Descriptor {
   public:
     explicit Descriptor(int number) : number_(number) {}
@@ -32,7 +32,7 @@ bool write_all(int descriptor, std::string_view bytes, std::chrono::steady_clock
 inline constexpr std::size_t small_file = 1U << 20U;
 std::string read_file(const std::filesystem::path& file, std::size_t limit = small_file);
 
-// Replaces a file through a new one beside it, which is synced before it takes the name: a crash leaves the
+// Writes and syncs a new file, then renames it over the old one: a crash leaves the
 // old bytes or the new ones. A symbolic link stays and what it leads to is replaced. Throws
 // std::system_error, whose text names the file; the old file is then unchanged.
 void replace_file(const std::filesystem::path& file, std::string_view bytes, unsigned mode = 0644);

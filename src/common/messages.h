@@ -11,6 +11,7 @@ inline constexpr std::string_view text_too_long = "النص أطول من الم
 inline constexpr std::string_view wrong_date = "التاريخ غير صحيح";                   // the date is not valid
 inline constexpr std::string_view enter_value = "ادخل القيمة";                       // enter the value
 inline constexpr std::string_view enter_drawer = "ادخل الخزينة";                     // enter the drawer
+inline constexpr std::string_view choose_store = "اختار المخزن";                     // choose the store
 // There is no such drawer in this branch; it may have been deleted.
 inline constexpr std::string_view no_such_drawer = "الخزينة غير موجودة في هذا الفرع";
 inline constexpr std::string_view wrong_code = "الكود غير صحيح";  // the code is not correct

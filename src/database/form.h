@@ -15,10 +15,10 @@ common::FieldValue field_value(const common::FieldDescription& field, const Row&
 // The value of a field as the cell it is stored in: an empty code and no choice as null, a ticked box as 1.
 Value cell_of(const common::FieldDescription& field, const common::FieldValue& value);
 
-// Refuses an empty field that must not be.
+// Refuses a required field that is empty.
 std::optional<common::Refusal> check_missing(const common::FieldDescription& field,
                                              const common::FieldValue& value);
-// Refuses a code, an amount or a date that is not one, and a text that is too long for its column.
+// Refuses invalid codes, amounts and dates, and texts that are too long for their column.
 std::optional<common::Refusal> check_format(const common::FieldDescription& field,
                                             const common::FieldValue& value, const TextLimits& limits);
 

@@ -32,7 +32,7 @@ QVector<QRgb> palette_of(const QImage& picture, int most_colours) {
     std::sort(colours.begin(), colours.end(), [](const auto& a, const auto& b) {
         return a.second != b.second ? a.second > b.second : a.first < b.first;
     });
-    // Backbackgrounds, which cover most of the picture, are kept exactly. Of the other colours, those that
+    // Background colours, which cover most of the picture, are kept exactly. Of the other colours, those that
     // hardly differ from one already taken come last.
     constexpr std::size_t backgrounds = 14;
     QVector<QRgb> taken;

@@ -161,7 +161,7 @@ bool ItemEntry::parties_present(const Invoice& invoice) {
 
 std::optional<std::size_t> ItemEntry::enter(Invoice& invoice, const Entry& entry, std::int64_t supplier) {
     if (entry.form == EntryForm::empty || !parties_present(invoice)) return std::nullopt;
-    if (entry.form == EntryForm::unreadable) return refuse(message::wrong_code);
+    if (entry.form == EntryForm::unreadable) return refuse(common::message::wrong_code);
     if (entry.form == EntryForm::general) return add_general_item(invoice, entry.name);
     // A label printed for an empty scale.
     if (!is_valid_quantity(entry.quantity)) return refuse(message::wrong_quantity);
@@ -169,7 +169,7 @@ std::optional<std::size_t> ItemEntry::enter(Invoice& invoice, const Entry& entry
         const auto work = load_craftsman_line(connection_, entry.number, invoice.is_return());
         if (!work) return refuse(invoice.is_return() ? message::product_not_sold : message::product_sold);
         const auto item = load_item(connection_, work->item, 1);
-        if (!item) return refuse(message::wrong_code);
+        if (!item) return refuse(common::message::wrong_code);
         return enter_found(invoice, *item, entry.quantity, supplier, work);
     }
     const Lookup lookup = look_up_item(connection_, entry.text);

@@ -75,7 +75,7 @@ Lookup look_up_item(Connection& connection, std::string_view text) {
 }
 
 std::optional<std::string_view> lookup_refusal(const Lookup& lookup) {
-    if (lookup.found == Found::nothing) return message::wrong_code;
+    if (lookup.found == Found::nothing) return common::message::wrong_code;
     if (lookup.found == Found::shared_barcode) return message::shared_barcode;
     return std::nullopt;
 }

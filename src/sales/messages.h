@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+#include "common/messages.h"
+
 namespace sales::message {
 
 // --- kinds -------------------------------------------------------------------------------------------
@@ -14,8 +16,6 @@ inline constexpr std::string_view kind_fixed = "لا يمكن تغير نوع ا
 inline constexpr std::string_view add_customers = "يجب اضافة عملاء";
 inline constexpr std::string_view add_tips_customers = "يجب اضافة عملاء اكراميات";
 inline constexpr std::string_view select_invoice_first = "يجب تحديد الفاتوره اولا";
-// The code is wrong.
-inline constexpr std::string_view wrong_code = "الكود غير صحيح";
 // The barcode is registered for more than one item; enter the item's code.
 inline constexpr std::string_view shared_barcode = "الباركود مسجل لأكثر من صنف، ادخل كود الصنف";
 // The product code is wrong, or the product was sold already / was not sold.
@@ -135,8 +135,6 @@ inline constexpr std::string_view action_failed =
 inline constexpr std::string_view empty_invoice = "لا توجد أصناف في البون";
 // A receipt cannot be saved without opening a new shift.
 inline constexpr std::string_view no_shift = "لا يمكن حفظ البون بدون فتح ورديه جديده";
-// Choose the store.
-inline constexpr std::string_view choose_store = "اختار المخزن";
 // "The quantity of item … is not enough", with the item's name in between.
 inline constexpr std::string_view quantity_of = "كميه الصنف ";
 inline constexpr std::string_view not_enough = " لا تكفي";
@@ -146,14 +144,10 @@ inline constexpr std::string_view enter_permit = "أدخل بيانات الاذ
 inline constexpr std::string_view number_used = "سبق ادخال نفس رقم الايصال لنفس العميل";
 // Choose the customer / the account customer no longer exists.
 inline constexpr std::string_view choose_customer = "اختار العميل";
-inline constexpr std::string_view customer_gone = "العميل غير موجود";
-// The cash customer's name does not exist.
-inline constexpr std::string_view walk_in_gone = "اسم العميل النقدي غير موجود";
 // Choose the tips customer / the tips customer, the bank no longer exists / choose the bank / enter the
 // card's reference.
 inline constexpr std::string_view choose_tips = "اختار عميل الاكراميات";
 inline constexpr std::string_view tips_gone = "عميل الاكراميات غير موجود";
-inline constexpr std::string_view bank_gone = "البنك غير موجود";
 inline constexpr std::string_view choose_bank = "اختار البنك";
 inline constexpr std::string_view enter_reference = "أدخل الرقم المرجعي لبطاقة الائتمان";
 // "…: the text is too long", after the name of the field.

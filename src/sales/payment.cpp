@@ -28,7 +28,7 @@ Payment::Payment(common::Devices& devices, double net, std::vector<common::Choic
     refresh_display();
 }
 
-// Rounded, because a binary difference leaves a rest below the smallest coin.
+// Rounded, because subtracting doubles leaves an error below the smallest coin.
 double Payment::change() const {
     return common::round_decimals(paid_ - net_, 2);
 }

@@ -155,7 +155,7 @@ class DeskPart {
     // An empty sale of the store and price level of this one.
     Sale empty_sale() const;
     // Leaves an empty invoice with the next number and the default options. It always leaves an empty one,
-    // even if the database fails: nothing of the invoice that is done with may reach the next customer.
+    // even if the database fails: no data of the finished invoice may reach the next customer.
     void start_next_invoice();
     // Returns true, after saying so, if the invoice was saved in part and may not be changed.
     bool frozen();

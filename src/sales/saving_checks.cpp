@@ -28,7 +28,7 @@ class Checks {
         if (invoice_.lines.empty()) return refuse(message::empty_invoice);
         const auto shift = open_shift();
         if (!shift) return refuse(message::no_shift);
-        if (invoice_.store == 0) return refuse(message::choose_store);
+        if (invoice_.store == 0) return refuse(common::message::choose_store);
         if (const auto short_of = line_short_of_stock()) {
             return refuse(std::string(message::quantity_of) + *short_of + std::string(message::not_enough));
         }
@@ -83,7 +83,7 @@ class Checks {
                 if (invoice_.lacks_customer()) return message::choose_customer;
                 if (connection_.query(Sql("select ccode from custdata where ccode = ") + invoice_.customer)
                         .empty())
-                    return message::customer_gone;
+                    return common::message::no_such_customer;
                 break;
             case PaymentOption::tips:
                 if (invoice_.tips_receiver == 0) return message::choose_tips;
@@ -97,7 +97,7 @@ class Checks {
                 if (connection_
                         .query(Sql("select bcode from bankdata where bcode = ") + invoice_.card.bank_code)
                         .empty())
-                    return message::bank_gone;
+                    return common::message::no_such_bank;
                 if (common::trim(invoice_.card.reference).empty()) return message::enter_reference;
                 break;
             case PaymentOption::cash:
@@ -105,7 +105,7 @@ class Checks {
         }
         if (invoice_.has_walk_in() && !invoice_.walk_in->is_new &&
             connection_.query(Sql("select * from cust_cash where zcode = ") + invoice_.walk_in->code).empty())
-            return message::walk_in_gone;
+            return common::message::no_such_cash_customer;
         return std::nullopt;
     }
 

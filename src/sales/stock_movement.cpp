@@ -15,7 +15,7 @@ using database::Sql;
 
 namespace {
 
-// Far more attempts than other tills could spoil.
+// More attempts than competing tills can use up.
 constexpr int most_attempts = 100;
 
 // Binary sums of decimal quantities are off by some 1e-16, so that six times a tenth would not quite empty a

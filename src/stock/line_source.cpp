@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/messages.h"
 #include "common/numbers.h"
 
 namespace stock {
@@ -10,8 +11,6 @@ using database::Sql;
 
 namespace {
 
-// Choose the store.
-constexpr std::string_view choose_store = "اختار المخزن";
 // A store cannot supply itself.
 constexpr std::string_view same_store = "لا يمكن التحويل لنفس المخزن";
 // The item is not in the store transferred from.
@@ -60,7 +59,7 @@ bool LineSource::confirm(std::int64_t store, double taken_by_others) {
         prompts_.message(text, common::Icon::exclamation);
         return false;
     };
-    if (store == 0) return refuse(choose_store);
+    if (store == 0) return refuse(common::message::choose_store);
     if (store == selling_store_) return refuse(same_store);
     const database::Value held = connection_.scalar(Sql("select sum(quan) as quan from stk where icode = ") +
                                                     item_ + " and stcode = " + store);

@@ -131,7 +131,7 @@ TEST_F(Statement, Refusals) {
         std::string_view text;
     };
     const Case cases[] = {{7, {2026, 11, 19}, "statement_start", message::end_before_start},
-                          {99, {2026, 11, 21}, "statement_customer", message::no_such_customer},
+                          {99, {2026, 11, 21}, "statement_customer", common::message::no_such_customer},
                           {{}, {2026, 11, 21}, "statement_customer", message::enter_customer}};
     for (const Case& refused : cases) {
         AccountStatement statement = of(7, {2026, 11, 20}, refused.end);

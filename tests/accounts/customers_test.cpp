@@ -140,7 +140,7 @@ TEST_F(Customers, ViewedAndVanishedCardsAreNotWritten) {
     EXPECT_TRUE(screen.save());
     ASSERT_FALSE(screen.open(CardMode::edit, 8));
     office.shop.sql("delete from custdata where ccode = 8");
-    EXPECT_EQ(screen.save().value().text, message::no_such_customer);
+    EXPECT_EQ(screen.save().value().text, common::message::no_such_customer);
     EXPECT_TRUE(screen.open(CardMode::edit, 99));
     EXPECT_EQ(office.shop.cell("select cname from custdata"), "مطعم الأمل");
 }

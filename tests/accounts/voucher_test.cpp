@@ -220,7 +220,7 @@ TEST_F(Vouchers, RefusalsNameTheFieldAndWriteNothing) {
              v.method = Method::cheque;
              v.fields.bank = 77;
          },
-         message::no_such_bank},
+         common::message::no_such_bank},
         {"voucher_party", [](Voucher& v) { v.choose_party({}); }, message::choose_party},
         {"voucher_party", [](Voucher& v) { v.choose_party(99); }, message::no_such_party},
         {"voucher_date",
@@ -339,7 +339,7 @@ TEST_F(Vouchers, ARefusedDirectReceiptNamesTheField) {
         std::string_view text;
     };
     const Case cases[] = {{{std::nullopt, "10"}, "direct_customer", message::enter_customer},
-                          {{99, "10"}, "direct_customer", message::no_such_customer},
+                          {{99, "10"}, "direct_customer", common::message::no_such_customer},
                           {{7, "0.00"}, "direct_amount", common::message::enter_value},
                           {{7, "12.345"}, "direct_amount", common::message::too_fine}};
     for (const Case& refused : cases) {

@@ -157,8 +157,8 @@ TEST(OffersOnScreen, WhatIsGoneSinceIsNamedAtTheSave) {
          std::string(message::stopped) + "\nشاي"},
         {PaymentOption::cash, "delete from items where code = 410",
          std::string(message::item_of) + "شاي" + std::string(message::item_deleted)},
-        {PaymentOption::account, "delete from custdata", std::string(message::customer_gone)},
-        {PaymentOption::cash, "delete from cust_cash", std::string(message::walk_in_gone)},
+        {PaymentOption::account, "delete from custdata", std::string(common::message::no_such_customer)},
+        {PaymentOption::cash, "delete from cust_cash", std::string(common::message::no_such_cash_customer)},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.since);

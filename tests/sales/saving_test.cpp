@@ -137,7 +137,7 @@ TEST(Saving, KindsAndPaymentsBookTheirParties) {
              i.walk_in = sales::WalkInCustomer{1, true, "سامي", "", ""};
          },
          "select cust_c from sales", "2"},
-        {"a walk-in customer is none of an account invoice",
+        {"a walk-in customer is ignored on an account invoice",
          [&](Invoice& i) {
              account(i);
              i.walk_in = sales::WalkInCustomer{2, true, "سامي", "", ""};
@@ -372,7 +372,7 @@ TEST(Saving, EveryRefusalWritesNothingAndSaysWhy) {
              i.customer = 7;
              t.shop.sql("delete from custdata");
          },
-         std::string(message::customer_gone)},
+         std::string(common::message::no_such_customer)},
         {[](Till&, Invoice& i) { i.payment = PaymentOption::tips; }, std::string(message::choose_tips)},
         {[](Till& t, Invoice& i) {
              i.payment = PaymentOption::tips;
@@ -385,7 +385,7 @@ TEST(Saving, EveryRefusalWritesNothingAndSaysWhy) {
              i.card = {3, "x", "77"};
              t.shop.sql("delete from bankdata");
          },
-         std::string(message::bank_gone)},
+         std::string(common::message::no_such_bank)},
         {[&](Till& t, Invoice& i) {
              account(t, i);
              i.permit_number = std::string(21, '5');

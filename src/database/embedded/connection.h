@@ -22,7 +22,7 @@
 
 namespace database::embedded {
 
-// Told of every statement before it runs; what it throws ends the statement. Tests judge statements with it;
+// Called before every statement; an exception stops the statement. Tests judge statements with it;
 // a shop has none.
 class StatementObserver {
   public:
@@ -84,7 +84,7 @@ class EmbeddedConnection final : public Connection {
     Prepared* find(const std::string& key);
     Prepared* prepare(Request& request);
     Translation translate(const tsql::Statement& tree, Writer& writer, bool last_only);
-    // Runs a statement that defines tables. Returns false if it is none.
+    // Runs a statement that defines tables. Returns false if it defines none.
     bool define(const tsql::Statement& tree, const std::vector<Value>& values);
     Prepared* keep(Prepared prepared);
     Outcome step(Prepared& prepared, const std::vector<Value>& values, std::string_view statement);

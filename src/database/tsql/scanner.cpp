@@ -67,7 +67,7 @@ class Scanner {
         return piece;
     }
 
-    // What stands between the quotes; a doubled closing quote stands for itself.
+    // The text between the quotes, with doubled closing quotes reduced to one.
     std::string unquoted(const Piece& piece) const {
         const std::size_t open = piece.begin + (class_of(text_[piece.begin]) == Class::name ? 1 : 0);  // N'…'
         std::string found(text_, open + 1, piece.end - open - 2);

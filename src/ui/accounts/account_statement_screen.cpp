@@ -309,8 +309,8 @@ bool AccountStatementScreen::eventFilter(QObject* watched, QEvent* event) {
     if (watched == table_ && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Home || key == Qt::Key_End) {
-            // They lead to the first and the last row, not column. From right to left selectRow() would find
-            // no column at the edge of the view, and so no row.
+            // Home and End select the first and the last row, not column. From right to left selectRow()
+            // would find no column at the edge of the view, and so no row.
             table_->setCurrentIndex(model_->index(key == Qt::Key_Home ? 0 : model_->rowCount() - 1, 0));
             return true;
         }

@@ -20,7 +20,7 @@ class FigureCell : public QAbstractButton {
     void set_measures(int caption_pixels, int figure_pixels, int figure_width);
     int figure_width(int figure_pixels) const;
     int caption_width(int caption_pixels) const;
-    // What is left for the caption of a cell of a width beside a figure of another.
+    // The width left for the caption of a cell beside its figure.
     static int caption_room(int cell_width, int figure_width);
     QSize sizeHint() const override;
 

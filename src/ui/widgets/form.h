@@ -38,7 +38,7 @@ class FormFields {
     void enlarge(std::string_view name);
     // Shows why the form was refused, then moves the focus to the field at fault.
     void refuse(const common::Refusal& refusal, common::Prompts& prompts) const;
-    // The same for an action that was perhaps refused; returns true if it was not.
+    // Shows the refusal, if there is one; returns true if there is none.
     bool accept(const std::optional<common::Refusal>& refusal, common::Prompts& prompts) const {
         if (refusal) refuse(*refusal, prompts);
         return !refusal;
@@ -88,7 +88,7 @@ class Form : public FormFields {
             show_value(field.description.name, value_of(field, values));
     }
 
-    // Takes the typed values over. Refuses a date that is not one and then leaves all values as they were,
+    // Takes the typed values over. Refuses an invalid date and then leaves all values as they were,
     // unless the field is hidden: then it keeps its date.
     std::optional<common::Refusal> read(Values& values) const {
         Values typed = values;
