@@ -184,7 +184,7 @@ TEST_F(Bridge, AnotherTillsTransactionIsWaitedForAndUndoneWithIt) {
 
 TEST_F(Bridge, EveryLossIsOneFailureAndTheNextStatementConnectsAnew) {
     using Failure = TdsBridge::Failure;
-    const auto connection = open("secret", "shop", {2, 1});
+    const auto connection = open("secret", "shop", {5, 2});
     connection->execute("create table basic (st_d int)");
     connection->execute("insert into basic values (1)");
     const struct {
