@@ -25,8 +25,8 @@ std::u32string code_points(std::string_view text);
 std::string utf8(std::u32string_view text);
 std::string utf8(char32_t character);
 
-// Compares without regard to the case of ASCII letters. Inline, because looking up a column calls it for every
-// column before it.
+// Compares without regard to the case of ASCII letters. Inline, because looking up a column calls it for
+// every column before it.
 inline bool equal_ignoring_case(std::string_view a, std::string_view b) {
     if (a.size() != b.size()) return false;
     for (std::size_t i = 0; i < a.size(); ++i) {

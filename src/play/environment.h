@@ -7,8 +7,8 @@
 #include <string>
 
 #include "common/clock.h"
-#include "common/services.h"
 #include "common/ports.h"
+#include "common/services.h"
 #include "database/connection.h"
 
 namespace play {

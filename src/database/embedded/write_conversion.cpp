@@ -133,8 +133,8 @@ bool Writer::day_and_time(const Expression& e, TypedSql& result) {
     const TypedSql d = value(*day), t = value(*of_day);
     if (!d.type.is_datetime() || !t.type.is_datetime()) return false;
     const std::string length = std::to_string(day_length);
-    result.sql = "(" + d.sql + " - " + d.sql + " % " + length + " + ifnull(" + t.sql + " % " +
-                 length + " / 1000 * 1000, 0))";
+    result.sql = "(" + d.sql + " - " + d.sql + " % " + length + " + ifnull(" + t.sql + " % " + length +
+                 " / 1000 * 1000, 0))";
     result.type = of_kind(Type::Kind::datetime);
     result.day = d.sql;
     return true;
