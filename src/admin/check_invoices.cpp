@@ -10,6 +10,7 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "sales/invoice_key.h"
+#include "sales/saving.h"
 
 namespace admin {
 
@@ -134,9 +135,8 @@ class InvoiceCheck {
                                quoted(period_.from))) {
             const InvoiceKey key = sales::key_of(row);
             const double net = row.number("ptot") - row.number("pdis");
-            const std::string note(
-                common::trim((key.is_sale() ? "مبيعات إئتمان رقم مرجعي " : "مرتجع إئتمان رقم مرجعي ") +
-                             row.text("ref_no")));
+            const std::string card_note = sales::card_note(key.is_sale(), row.text("ref_no"));
+            const std::string note(common::trim(card_note));
             std::int64_t& left = rows[{row.integer("bcode"), key.date, note, rounded(net)}];
             if (left > 0) {
                 --left;

@@ -272,10 +272,10 @@ void Saving::write_bank_row(const Invoice& invoice) {
                     number + " , " + invoice.card.bank_code + " , " + quoted(invoice.date) + " , " +
                     invoice.net();
     if (invoice.is_return())
-        statement = statement + " , 0, 0, 0 , " + quoted(" مرتجع إئتمان رقم مرجعي " + invoice.card.reference);
+        statement += " , 0, 0, 0 , ";
     else
-        statement =
-            statement + " , 1, 0, 0 , " + quoted(" مبيعات إئتمان رقم مرجعي " + invoice.card.reference);
+        statement += " , 1, 0, 0 , ";
+    statement += quoted(card_note(!invoice.is_return(), invoice.card.reference));
     connection_.execute(statement);
 }
 
@@ -356,6 +356,10 @@ void Saving::move_reservations(const Invoice& invoice) {
                             " , quan = quan - " + line.base_quantity() + " Where quan1 > 0 and icode = " +
                             *line.item_code + " and ccode = " + invoice.customer);
     }
+}
+
+std::string card_note(bool is_sale, std::string_view reference) {
+    return (is_sale ? " مبيعات إئتمان رقم مرجعي " : " مرتجع إئتمان رقم مرجعي ") + std::string(reference);
 }
 
 }  // namespace sales

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "common/date_time.h"
 #include "common/prompts.h"
@@ -88,5 +89,9 @@ class Saving {
     bool has_written_ = false;  // a row of the invoice
     bool is_running_ = false;
 };
+
+// The note of the bank row of a card payment, by which tallvex-admin check finds the row again. It begins
+// with a blank.
+std::string card_note(bool is_sale, std::string_view reference);
 
 }  // namespace sales
