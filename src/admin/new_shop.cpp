@@ -12,6 +12,7 @@
 #include "admin/users.h"
 #include "database/recordset.h"
 #include "database/schema/schema.h"
+#include "database/till_settings.h"
 
 namespace admin {
 
@@ -59,6 +60,7 @@ class Filler {
                     {{"code", std::int64_t{1}}, {"name", std::string("الفرع الرئيسي")}});
         }
         database::run_upgrade_list(connection_);
+        database::set_till_setting(connection_, database::setting::net_from, "1900/01/01");
         if (wanted_.demo) {
             demo();
         } else {

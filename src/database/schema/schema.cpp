@@ -37,6 +37,12 @@ void ignoring_failure(Operation operation) {
     }
 }
 
+// Tables of our own. A till that may not create them works without.
+constexpr Fragment till_tables[] = {
+    // database/till_settings.h
+    "create table till_setting (name nvarchar(50) not null primary key, value nvarchar(200) null)",
+};
+
 }  // namespace
 
 void create_base_schema(Connection& connection) {
@@ -55,6 +61,8 @@ void run_upgrade_list(Connection& connection) {
             else
                 connection.run(entry.statement, {});
         });
+    for (const Fragment table : till_tables)
+        ignoring_failure([&] { connection.execute(table); });
     connection.make_durable();
 }
 

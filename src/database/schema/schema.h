@@ -11,8 +11,9 @@ namespace database {
 // Creates every table, key, index and view of a new shop in an empty database.
 void create_base_schema(Connection& connection);
 
-// Runs the 300 entries of the upgrade list in their order. Failures of entries are ignored, because most of
-// them have been applied before; only a lost connection ends the list (throws Error).
+// Runs the 300 entries of the upgrade list in their order, then creates the tills' own tables (till_…).
+// Failures are ignored, because most entries have been applied before; only a lost connection ends the list
+// (throws Error).
 void run_upgrade_list(Connection& connection);
 
 // An entry of the list: a statement or a procedure.

@@ -1,0 +1,29 @@
+// Settings of the tills that `basic` has no column for: the table till_setting (name, value). A shop may lack
+// the table, if no till is allowed to create it, and then has no such settings.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "common/date_time.h"
+#include "database/connection.h"
+
+namespace database {
+
+namespace setting {
+// The first day on which a drawer holds the net of cash invoices, "yyyy/mm/dd". Before it, and in a shop
+// without the setting, expected cash counts the totals before the invoice discount, as other programs on the
+// same database may do.
+inline constexpr std::string_view net_from = "net_from";
+}  // namespace setting
+
+// The value of a setting; nothing if it is not set.
+std::optional<std::string> till_setting(Connection& connection, std::string_view name);
+// Sets it, whatever it was. Throws Error if the shop has no such table.
+void set_till_setting(Connection& connection, std::string_view name, std::string_view value);
+
+// The setting `net_from`; nothing if it is not set, or not a date.
+std::optional<common::Date> net_from(Connection& connection);
+
+}  // namespace database
