@@ -24,6 +24,7 @@ namespace {
 
 constexpr auto patience = std::chrono::seconds(8);
 constexpr int retry_ms = 10;
+constexpr int pause_ms = 1;  // between a step that was done and the next
 
 }  // namespace
 
@@ -36,13 +37,16 @@ Player::Player(const Script& script, PlayShop& shop, const Settings& settings, s
         const Step& step = script_.steps[before];
         if (step.verb == "clock") do_clock(step);
         if (step.verb == "screen") do_screen(step);
+        if (step.verb == "start") read_cash_point(step);
     }
 }
 
 Player::~Player() = default;
 
 int Player::play() {
-    QTimer::singleShot(0, this, &Player::next);
+    timer_.setSingleShot(true);
+    connect(&timer_, &QTimer::timeout, this, &Player::next);
+    timer_.start(0);
     QApplication::exec();
     return code_;
 }
@@ -82,7 +86,7 @@ bool Player::is_settled() const {
 
 void Player::next() {
     if (!is_settled()) {
-        QTimer::singleShot(1, this, &Player::next);
+        timer_.start(pause_ms);
         return;
     }
     if (at_ == script_.steps.size()) {
@@ -104,8 +108,9 @@ void Player::next() {
                                 .toStdString());
     }
     // Scheduled before the step is done, because the step may open a box and return only when it is answered.
-    QTimer::singleShot(retry_ms, this, &Player::next);
+    timer_.start(retry_ms);
     const Progress progress = take(step);
+    if (progress.state == Progress::done) timer_.start(pause_ms);
     const bool timed_out = std::chrono::steady_clock::now() - since_ > patience;
     if (progress.state == Progress::failed || (progress.state == Progress::not_yet && timed_out)) {
         const ui::MessageBox* box = open_box();
@@ -155,7 +160,7 @@ void Player::start_till() {
         startup::ActivityLog log(shop_.folder(), clock_);
         const common::Services services{prompts, clock_, *devices_, log};
         startup::Environment environment;
-        environment.command_line = "1";
+        environment.command_line = cash_point_;
         environment.program_folder = shop_.folder();
         environment.working_folder = shop_.folder();
         environment.open = [this](const std::string& text, const std::filesystem::path& folder) {

@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QSize>
+#include <QTimer>
 #include <chrono>
 #include <filesystem>
 #include <memory>
@@ -49,6 +50,7 @@ class Player : public QObject {
     void next();
     Progress take(const Step& step);
     void finish(int code);
+    bool read_cash_point(const Step& step);
     void start_till();
     bool is_settled() const;
 
@@ -104,6 +106,7 @@ class Player : public QObject {
     std::size_t at_;
     int steps_done_ = 0;
     std::chrono::steady_clock::time_point since_;
+    QTimer timer_;        // to the next step, or the next try of this one
     bool begun_ = false;  // the current step has been tried
     int phase_ = 0;       // of a step that has several parts
 
@@ -114,6 +117,7 @@ class Player : public QObject {
     ui::KeyQueue keys_;
     InputDriver input_;
     QSize screen_;
+    std::string cash_point_ = "1";  // the command line of the till
     bool running_ = false;
     bool start_again_ = false;
     int code_ = 0;

@@ -119,8 +119,18 @@ Progress Player::do_sql(const Step& step) {
     return Progress::ok();
 }
 
-Progress Player::do_start(const Step&) {
+// start | start as cash point N
+bool Player::read_cash_point(const Step& step) {
+    const auto said = words(step.rest);
+    if (said.empty()) return true;
+    if (said.size() != 4 || !step.rest.starts_with("as cash point ")) return false;
+    cash_point_ = said[3];
+    return true;
+}
+
+Progress Player::do_start(const Step& step) {
     if (running_) return Progress::wait("the program is still running");
+    if (!read_cash_point(step)) return Progress::fail("it reads: start as cash point 2");
     start_till();
     return Progress::ok();
 }
