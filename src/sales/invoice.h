@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "accounts/cash_customer.h"
+#include "accounts/walk_in_customer.h"
 #include "common/date_time.h"
 
 namespace sales {

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "accounts/cash_customer.h"
 #include "accounts/customer_card.h"
 #include "accounts/messages.h"
 #include "accounts/tips_receiver.h"
+#include "accounts/walk_in_customer.h"
 #include "common/messages.h"
 #include "office.h"
 

@@ -1,7 +1,7 @@
 // The sheet of walk-in customers: finds one, or takes in a new one, for the invoice being rung up.
 #pragma once
 
-#include "accounts/cash_customer.h"
+#include "accounts/walk_in_customer.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/form.h"
 #include "ui/widgets/sheet.h"

@@ -1,4 +1,4 @@
-#include "accounts/cash_customer.h"
+#include "accounts/walk_in_customer.h"
 
 #include <algorithm>
 
