@@ -1,6 +1,9 @@
 #include "cash/cash_position.h"
 
+#include <algorithm>
+
 #include "cash/messages.h"
+#include "database/till_settings.h"
 
 namespace cash {
 
@@ -85,12 +88,27 @@ DrawerPosition position_of(database::Connection& connection, const Procedure& pr
     return computed;
 }
 
+InvoiceDiscounts discounts_of(database::Connection& connection, const Drawer& drawer,
+                              const common::Moment& start, const common::Moment& until,
+                              const std::optional<common::Date>& net_from) {
+    const auto since = [&](const common::Date& day) {
+        return -total_of(read_sums(connection, discount_period, drawer,
+                                   {common::moment_text(start), common::moment_text(until), day}));
+    };
+    InvoiceDiscounts found;
+    if (!net_from || start.date < *net_from) found.beside = since(start.date);
+    if (net_from) {
+        found.taken_off = since(std::max(start.date, *net_from));
+        if (start.date < *net_from) found.beside -= *found.taken_off;
+    }
+    return found;
+}
+
 }  // namespace
 
-Amount invoice_discounts(database::Connection& connection, const Drawer& drawer, const common::Moment& start,
-                         const common::Moment& until) {
-    return total_of(read_sums(connection, discount_period, drawer,
-                              {common::moment_text(start), common::moment_text(until)}));
+InvoiceDiscounts invoice_discounts(database::Connection& connection, const Drawer& drawer,
+                                   const common::Moment& start, const common::Moment& until) {
+    return discounts_of(connection, drawer, start, until, database::net_from(connection));
 }
 
 void CashPosition::compute(std::int64_t store, const common::Moment& start,
@@ -99,8 +117,9 @@ void CashPosition::compute(std::int64_t store, const common::Moment& start,
     own_ = {};
     store_ = store;
     until_ = until_moment;
-    const Window period{common::moment_text(start), common::moment_text(end_of_period)};
-    const Window window = until(until_moment);
+    const auto net_from = database::net_from(connection_);
+    const Window period{common::moment_text(start), common::moment_text(end_of_period), net_from};
+    const Window window = until(until_moment, net_from);
     for (const auto& row : drawers_of(connection_, store)) {
         DrawerPosition computed = position_of(connection_, store_wide, store, row, window);
         const Drawer drawer{store, computed.drawer};
@@ -112,7 +131,7 @@ void CashPosition::compute(std::int64_t store, const common::Moment& start,
                 computed.uncollected = in_single_precision(sum.amount);
         }
         computed.card_sales = in_single_precision(card_sales);
-        computed.discounts = invoice_discounts(connection_, drawer, start, until_moment);
+        computed.discounts = discounts_of(connection_, drawer, start, until_moment, net_from);
         if (store == session_.store_code && drawer.code == session_.cash_point) own_ = computed;
         drawers_.push_back(std::move(computed));
     }
@@ -137,10 +156,11 @@ std::vector<DrawerPosition> calc_cash(database::Connection& connection, const si
     const std::string moment = calc_moment(connection, store, copy);
     if (moment.empty()) return {};
     const Procedure& procedure = copy == CalcCopy::shift_start ? calc_of_shift_start : calc_of_shift_close;
+    const Window window{"", moment, database::net_from(connection)};
     std::vector<DrawerPosition> computed;
     // One after the other: a drawer may receive what an earlier one has just given away.
     for (const auto& row : drawers_of(connection, store)) {
-        DrawerPosition drawer = position_of(connection, procedure, store, row, {"", moment});
+        DrawerPosition drawer = position_of(connection, procedure, store, row, window);
         if (drawer.position <= Amount()) {
             services.prompts.message(std::string(message::started_with) + drawer.position.text() +
                                      std::string(message::nothing_moved));

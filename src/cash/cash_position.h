@@ -14,21 +14,27 @@
 
 namespace cash {
 
+// The discounts on a period's cash invoices, those on returns subtracted.
+struct InvoiceDiscounts {
+    // Those that the position does not contain any more; nothing in a shop without the day net_from.
+    std::optional<common::Amount> taken_off;
+    // Those that the position still contains, so that a right count is this much short of it.
+    common::Amount beside;
+};
+
 struct DrawerPosition {
     std::int64_t drawer = 0;
     std::string name;
     common::Amount position;     // built from sums rounded to two decimals
     common::Amount card_sales;   // of the period, less card returns; not part of the position
     common::Amount uncollected;  // telephone orders of the period that have not been paid; likewise
-    common::Amount discounts;    // invoice_discounts of the period
+    InvoiceDiscounts discounts;  // of the period
     common::Amount moved;        // what move() has transferred to the main drawer
 };
 
-// The invoice discounts on a drawer's cash sales from `start` on and strictly before `until`, less those on
-// returns. The position counts these invoices before their discount, so a right count is this much short of
-// it.
-common::Amount invoice_discounts(database::Connection& connection, const Drawer& drawer,
-                                 const common::Moment& start, const common::Moment& until);
+// The discounts on a drawer's cash invoices from `start` on and strictly before `until`.
+InvoiceDiscounts invoice_discounts(database::Connection& connection, const Drawer& drawer,
+                                   const common::Moment& start, const common::Moment& until);
 
 // The store-wide computation.
 class CashPosition {

@@ -1,6 +1,5 @@
 #include "cash/cash_sums.h"
 
-#include <algorithm>
 #include <array>
 #include <stdexcept>
 
@@ -22,8 +21,8 @@ constexpr std::array terms{
     Term{Movement::uncollected, -1, "تليفون لم يحصل", "xs", "ptot"},
     Term{Movement::returns, -1, "مرتجع نقدي", "xs", "ptot"},
     Term{Movement::returned_coupons, +1, "مرتجع بونات", "xs", "disboun"},
-    Term{Movement::discounts, +1, "خصومات الفواتير", "xs", "pdis"},
-    Term{Movement::returned_discounts, -1, "خصومات المرتجع", "xs", "pdis"},
+    Term{Movement::discounts, -1, "خصومات الفواتير", "xs", "pdis"},
+    Term{Movement::returned_discounts, +1, "خصومات المرتجع", "xs", "pdis"},
     Term{Movement::account_sales, 0, "مبيعات آجلة", "xs", "ptot"},
     Term{Movement::account_returns, 0, "مرتجعات آجلة", "xs", "ptot"},
     Term{Movement::receipts, +1, "مقبوضــــات", "a2", "quan", "ptype", 2},
@@ -48,8 +47,8 @@ static_assert(in_order(), "a term must be at the index of its movement");
 
 // Invoices: vcode -1 is a walk-in customer; stype 1 card, 2 tips, 3 coupon, 4 with safe 0 a telephone order
 // that has not been paid yet; ctype 0 and 1 are sales, 2 and 3 returns. ptot is the total before the invoice
-// discount (pdis), which no sum subtracts: the cash of a plain sale is expected without its discount, and the
-// count is short by it. On a tips sale the discount is disboun and is subtracted.
+// discount (pdis). A procedure takes the discounts off exactly those invoices that bring it cash or take cash
+// from it. A tips sale's discount is its disboun, which is subtracted anyway.
 
 // Statements that several procedures have in common.
 constexpr Fragment opening = "select sum(copen) as xtot from cash where stcode = {store} and code = {drawer}";
@@ -85,6 +84,17 @@ constexpr SumStatement expenses = {Movement::expenses,
                                    " select sum(value) as xs from dailyexp where {moment expdate}  "
                                    "And stcode = {store} and cash_n = {drawer}"};
 
+// The discounts of the position.
+constexpr SumStatement discounts = {
+    Movement::discounts,
+    "select sum(pdis) as xs from sales where {moment [date]} and [date] >= {net_from} and stcode = {store} "
+    "and (ctype = 0 Or ctype = 1) and vcode = -1 and stype <> 1 and stype <> 2 "
+    "and (stype <> 4 Or isnull(safe,1) <> 0) and pdis <> 0 and ptype = {drawer}"};
+constexpr SumStatement returned_discounts = {
+    Movement::returned_discounts,
+    "select sum(pdis) as xs from sales where {moment [date]} and [date] >= {net_from} and stcode = {store} "
+    "and (ctype = 3 Or ctype = 2) and vcode = -1 and stype <> 1 and pdis <> 0 and ptype = {drawer}"};
+
 // The position. Card sales are left out of the sales, and the coupons of returns come back.
 constexpr SumStatement store_wide_statements[] = {
     {Movement::opening, opening},
@@ -106,6 +116,8 @@ constexpr SumStatement store_wide_statements[] = {
     {Movement::returned_coupons,
      "select sum(disboun) as xs from sales where {moment [date]} and stcode = {store} "
      "and (ctype = 2 Or ctype = 3) and vcode = -1 and stype = 3  and ptype = {drawer}"},
+    discounts,
+    returned_discounts,
     vouchers,
     to_bank,
     from_bank,
@@ -131,16 +143,7 @@ constexpr SumStatement period_statements[] = {
      "and (ctype = 0 Or ctype = 1) and vcode = -1 and stype = 4 and safe = 0  and ptype = {drawer}"},
 };
 
-// Not on tips sales, whose discount is subtracted as tips.
-constexpr SumStatement discount_statements[] = {
-    {Movement::discounts,
-     "select sum(pdis) as xs from sales where {moment [date]} and stcode = {store} "
-     "and (ctype = 0 Or ctype = 1) and vcode = -1 and (stype = 0 Or stype = 3 Or (stype = 4 and safe <> 0))  "
-     "and ptype = {drawer}"},
-    {Movement::returned_discounts,
-     "select sum(pdis) as xs from sales where {moment [date]} and stcode = {store} "
-     "and (ctype = 3 Or ctype = 2) and vcode = -1 and stype <> 1  and ptype = {drawer}"},
-};
+constexpr SumStatement discount_statements[] = {discounts, returned_discounts};
 
 // calc_cash. Card sales are counted and subtracted again; kind 1 is both a sale and a return while kind 3 is
 // neither; the surplus or shortage is counted by its date without its time.
@@ -164,6 +167,14 @@ constexpr SumStatement calc_statements[] = {
     {Movement::returns,
      "select sum(round(ptot,2)) as xs from sales where {moment [date]} and stcode = {store} "
      "and (ctype = 1 Or ctype = 2) and vcode = -1   and ptype = {drawer}"},
+    {Movement::discounts,
+     "select sum(round(pdis,2)) as xs from sales where {moment [date]} and [date] >= {net_from} "
+     "and stcode = {store} and (ctype = 0 Or ctype = 1) and vcode = -1 and isnull(stype,0) <> 1 "
+     "and isnull(stype,0) <> 2 and (isnull(stype,0) <> 4 Or isnull(safe,1) <> 0) and pdis <> 0 "
+     "and ptype = {drawer}"},
+    {Movement::returned_discounts,
+     "select sum(round(pdis,2)) as xs from sales where {moment [date]} and [date] >= {net_from} "
+     "and stcode = {store} and (ctype = 1 Or ctype = 2) and vcode = -1 and pdis <> 0 and ptype = {drawer}"},
     vouchers,
     {Movement::to_bank,
      "SELECT Sum(round(btran.quan,2)) AS xs From btran Where {moment [date]} and btran.Type = 1 And "
@@ -202,6 +213,13 @@ constexpr SumStatement daily_statements[] = {
     {Movement::returns,
      "select sum(ptot) as xs from sales where ptype = {drawer} and {moment [date]} and stcode = {store} "
      "and (ctype = 1 Or ctype = 2) and vcode = -1  "},
+    {Movement::discounts,
+     "select sum(pdis) as xs from sales where ptype = {drawer} and {moment [date]} and [date] >= {net_from} "
+     "and stcode = {store} and (ctype = 0 Or ctype = 1) and vcode = -1 and isnull(stype,0) <> 1 "
+     "and isnull(stype,0) <> 2 and (isnull(stype,0) <> 4 Or isnull(safe,1) <> 0) and pdis <> 0"},
+    {Movement::returned_discounts,
+     "select sum(pdis) as xs from sales where ptype = {drawer} and {moment [date]} and [date] >= {net_from} "
+     "and stcode = {store} and (ctype = 1 Or ctype = 2) and vcode = -1 and pdis <> 0"},
     vouchers,
     to_bank,
     from_bank,
@@ -283,6 +301,8 @@ class Filler {
             statement += quoted(window_.from + " ");
         } else if (name == "until") {
             statement += quoted(window_.until);
+        } else if (name == "net_from") {
+            statement += quoted(window_.net_from.value());
         } else if (name.starts_with(moment)) {
             append(statement, procedure_.moment, place.piece(moment.size()));
         } else {
@@ -294,6 +314,19 @@ class Filler {
     const Drawer& drawer_;
     const Window& window_;
 };
+
+// A shop that counts drawers with the invoice discounts has no sum of them.
+bool applies(const SumStatement& statement, const Window& window) {
+    return window.net_from || statement.text.text().find("{net_from}") == std::string_view::npos;
+}
+
+// The statement that sums a movement; null if there is none in this window.
+const SumStatement* find_statement(const Procedure& procedure, Movement movement, const Window& window) {
+    for (const SumStatement& entry : procedure.statements) {
+        if ((entry.movement == movement || entry.second == movement) && applies(entry, window)) return &entry;
+    }
+    return nullptr;
+}
 
 }  // namespace
 
@@ -309,8 +342,8 @@ const Term& term(Movement movement) {
     return terms[static_cast<std::size_t>(movement)];
 }
 
-Window until(const common::Moment& moment) {
-    return {"", common::moment_text(moment)};
+Window until(const common::Moment& moment, const std::optional<common::Date>& net_from) {
+    return {"", common::moment_text(moment), net_from};
 }
 
 common::Amount Sum::counted() const {
@@ -318,14 +351,14 @@ common::Amount Sum::counted() const {
     return term->sign < 0 ? -amount : amount;
 }
 
+bool is_summed(const Procedure& procedure, Movement movement, const Window& window) {
+    return find_statement(procedure, movement, window) != nullptr;
+}
+
 Sql rows_statement(const Procedure& procedure, Movement movement, const Drawer& drawer,
                    const Window& window) {
-    const auto found = std::find_if(procedure.statements.begin(), procedure.statements.end(),
-                                    [movement](const SumStatement& entry) {
-                                        return entry.movement == movement || entry.second == movement;
-                                    });
-    if (found == procedure.statements.end())
-        throw std::logic_error("the procedure does not sum this movement");
+    const SumStatement* found = find_statement(procedure, movement, window);
+    if (found == nullptr) throw std::logic_error("the procedure does not sum this movement");
     // " from ", " From " or " FROM " ends the sums.
     const std::string_view text = found->text.text();
     std::size_t from = text.find("rom ");
@@ -339,6 +372,7 @@ std::vector<Sum> read_sums(database::Connection& connection, const Procedure& pr
                            const Window& window) {
     std::vector<Sum> sums;
     for (const SumStatement& statement : procedure.statements) {
+        if (!applies(statement, window)) continue;
         Sql filled("");
         Filler(procedure, drawer, window).append(filled, statement.text);
         const auto result = connection.query(filled);

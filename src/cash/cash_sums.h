@@ -33,7 +33,7 @@ enum class Movement {
     uncollected,  // telephone orders that have not been paid yet
     returns,
     returned_coupons,
-    discounts,  // on whole cash invoices; no cash sum subtracts them
+    discounts,  // on whole cash invoices
     returned_discounts,
     account_sales,
     account_returns,
@@ -62,7 +62,8 @@ struct Term {
 const Term& term(Movement movement);
 
 // A statement that sums one movement, or two. Its places: {store} and {drawer}; {until}, the end of the
-// window; {moment COLUMN}, the procedure's condition on the moment of a row whose date is in that column.
+// window; {moment COLUMN}, the procedure's condition on the moment of a row whose date is in that column;
+// {net_from}, the window's. Without that day a statement that names it is left out.
 struct SumStatement {
     Movement movement;
     database::Fragment text;
@@ -75,11 +76,11 @@ struct Procedure {
     std::span<const SumStatement> statements;
     database::Fragment moment;
 };
-extern const Procedure store_wide;               // the position: strictly before the end
-extern const Procedure shift_period;             // figures of a shift: after the start up to the end
-extern const Procedure discount_period;          // invoice discounts: from the start on, before the end
-extern const Procedure calc_of_shift_close;      // calc_cash of shift2s: strictly before the end
-extern const Procedure calc_of_shift_start;      // calc_cash of shiftc: likewise
+extern const Procedure store_wide;           // the position: strictly before the end
+extern const Procedure shift_period;         // figures of a shift: after the start up to the end
+extern const Procedure discount_period;      // discounts as the position's: from the start on, before the end
+extern const Procedure calc_of_shift_close;  // calc_cash of shift2s: strictly before the end
+extern const Procedure calc_of_shift_start;  // calc_cash of shiftc: likewise
 extern const Procedure balance_brought_forward;  // of the daily statement: up to the end
 extern const Procedure statement_day;            // its own sums: after the start up to the end
 
@@ -87,9 +88,12 @@ extern const Procedure statement_day;            // its own sums: after the star
 struct Window {
     std::string from;  // unused by procedures that count from the beginning
     std::string until;
+    // The day from which on a drawer's cash is counted without the invoice discounts (database::net_from);
+    // nothing in a shop that counts it with them.
+    std::optional<common::Date> net_from;
 };
 // Up to a moment, for the procedures that count from the beginning.
-Window until(const common::Moment& moment);
+Window until(const common::Moment& moment, const std::optional<common::Date>& net_from);
 
 // A sum, rounded to hundredths; a missing one counts as 0.
 struct Sum {
@@ -104,6 +108,8 @@ std::vector<Sum> read_sums(database::Connection& connection, const Procedure& pr
 // What they come to: the drawer's cash.
 common::Amount total_of(const std::vector<Sum>& sums);
 
+// Whether the procedure sums a movement in this window.
+bool is_summed(const Procedure& procedure, Movement movement, const Window& window);
 // Reads the rows that the sum of a movement counts, whole: the same statement with "*" in place of its sums.
 database::Sql rows_statement(const Procedure& procedure, Movement movement, const Drawer& drawer,
                              const Window& window);

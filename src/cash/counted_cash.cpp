@@ -1,6 +1,5 @@
 #include "cash/counted_cash.h"
 
-#include "cash/cash_position.h"
 #include "cash/messages.h"
 #include "common/messages.h"
 #include "common/typed.h"
@@ -58,7 +57,8 @@ void CountedCash::refresh() {
     const common::Moment end{common::add_days(day_, 1), {}};
     CashPosition computed(connection_, session_, services_.clock);
     computed.compute(store_, start, end, {day_, {23, 59, 59, 0}});
-    position_ = card_sales_ = uncollected_ = discounts_ = common::Amount();
+    position_ = card_sales_ = uncollected_ = common::Amount();
+    discounts_ = {};
     for (const DrawerPosition& drawer : computed.drawers()) {
         if (drawer.drawer != drawer_) continue;
         position_ = drawer.position;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "cash/cash_position.h"
 #include "common/amount.h"
 #include "common/choice.h"
 #include "common/refusal.h"
@@ -50,8 +51,8 @@ class CountedCash {
     common::Amount position() const { return position_; }
     common::Amount card_sales() const { return card_sales_; }
     common::Amount uncollected() const { return uncollected_; }
-    // Of the day; the position still holds them (see invoice_discounts).
-    common::Amount discounts() const { return discounts_; }
+    // Of the day.
+    const InvoiceDiscounts& discounts() const { return discounts_; }
 
   private:
     database::Connection& connection_;
@@ -67,7 +68,7 @@ class CountedCash {
     common::Amount position_;
     common::Amount card_sales_;
     common::Amount uncollected_;
-    common::Amount discounts_;
+    InvoiceDiscounts discounts_;
 };
 
 }  // namespace cash

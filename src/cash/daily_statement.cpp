@@ -6,6 +6,7 @@
 #include "common/numbers.h"
 #include "database/choices.h"
 #include "database/recordset.h"
+#include "database/till_settings.h"
 #include "signin/permissions.h"
 
 namespace cash {
@@ -165,6 +166,10 @@ std::int64_t count_stray_movements(database::Connection& connection, std::int64_
 
 }  // namespace
 
+bool DailyStatement::has_discounts() const {
+    return database::net_from(connection_).has_value();
+}
+
 bool DailyStatement::open() {
     if (!signin::authorise(session_, services_.prompts, signin::Action::daily_statement)) return false;
     stores_ = with_all(database::load_stores(connection_));
@@ -265,8 +270,12 @@ DayReport DailyStatement::print_report() {
         lines.set("User", session_.user_name);
         lines.update();
     }
+    std::vector<Figure> totals;
+    if (has_discounts()) totals = {Figure::discounts, Figure::returned_discounts};
     for (const Figure figure : {Figure::net_cash, Figure::total_deposits, Figure::total_outgoings,
-                                Figure::net, Figure::previous_balance, Figure::current_balance}) {
+                                Figure::net, Figure::previous_balance, Figure::current_balance})
+        totals.push_back(figure);
+    for (const Figure figure : totals) {
         report.totals.emplace_back(figure_headings[static_cast<std::size_t>(figure)],
                                    figures_[figure].text());
     }

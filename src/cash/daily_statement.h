@@ -58,7 +58,8 @@ struct DayReport {
     std::string drawer;
     std::vector<std::string> headings;           // number, kind, value, customer/vendor, salesman
     std::vector<std::vector<std::string>> rows;  // as written to the printing table
-    // Net cash, total deposits, total outgoings, net, previous and current balance, "0.00".
+    // Net cash, total deposits, total outgoings, net, previous and current balance, "0.00"; before them the
+    // discounts where the net leaves them out.
     std::vector<std::pair<std::string, std::string>> totals;
 };
 
@@ -99,6 +100,9 @@ class DailyStatement {
     std::int64_t store() const { return store_; }
     std::int64_t drawer() const { return drawer_; }
     JournalFilter filter() const { return filter_; }
+
+    // Whether the shop counts drawers without the invoice discounts, which are figures of their own then.
+    bool has_discounts() const;
 
     const Figures& figures() const { return figures_; }
     const DaySummary& summary() const { return summary_; }

@@ -1,6 +1,7 @@
 #include "cash/figures.h"
 
 #include "cash/parties.h"
+#include "database/till_settings.h"
 
 namespace cash {
 
@@ -9,14 +10,6 @@ using database::Fragment;
 using database::quoted;
 using database::Row;
 using database::Sql;
-
-// Column 0 to 24, each with its English meaning in the enumeration.
-const std::array<std::string_view, figure_count> figure_headings{
-    "مبيعات آجلة",   "مرتجعات آجلة",      "مبيعات نقدية",  "مبيعات إئتمان", "اكراميـــــات",
-    "بـــونــــات",  "تليفون لم يحصل",    "مرتجع نقدي",    "زيادة جردية",   "صافي نقــــدي",
-    "مقبوضــــات",   "تحويل الي الخزينة", "تحويل من بنك",  "ايداع شخصي",    "اجمال ايداعات",
-    "مدفوعــــات",   "تحويل من الخزينة",  "تحويل الي بنك", "مصروفــــــات", "مسحوبات شخصيه",
-    "عجز جـــــردي", "اجمالي مصروفات",    "الصـــــافي",   "رصيد سابق",     "رصيد حــالي"};
 
 namespace {
 
@@ -45,7 +38,34 @@ constexpr SummedFigure summed_figures[] = {
     {Figure::expenses, Movement::expenses},
     {Figure::withdrawals, Movement::withdrawals},
     {Figure::shortage, Movement::count_difference},
+    {Figure::discounts, Movement::discounts},
+    {Figure::returned_discounts, Movement::returned_discounts},
 };
+
+// The headings of the figures that are not a movement's sum, or not the whole of it.
+struct OwnHeading {
+    Figure figure;
+    std::string_view text;
+};
+constexpr OwnHeading own_headings[] = {
+    {Figure::surplus, "زيادة جردية"},
+    {Figure::net_cash, "صافي نقــــدي"},
+    {Figure::total_deposits, "اجمال ايداعات"},
+    {Figure::shortage, "عجز جـــــردي"},
+    {Figure::total_outgoings, "اجمالي مصروفات"},
+    {Figure::net, "الصـــــافي"},
+    {Figure::previous_balance, "رصيد سابق"},
+    {Figure::current_balance, "رصيد حــالي"},
+};
+
+std::array<std::string_view, figure_count> all_headings() {
+    std::array<std::string_view, figure_count> headings{};
+    for (const SummedFigure& entry : summed_figures)
+        headings[static_cast<std::size_t>(entry.figure)] = term(entry.movement).caption;
+    for (const OwnHeading& entry : own_headings)
+        headings[static_cast<std::size_t>(entry.figure)] = entry.text;
+    return headings;
+}
 
 // A figure that is made of others. One that is a part of another comes before it.
 struct MadeFigure {
@@ -61,6 +81,8 @@ constexpr MadeFigure made_figures[] = {
     {Figure::net_cash, Figure::uncollected, -1},
     {Figure::net_cash, Figure::cash_returns, -1},
     {Figure::net_cash, Figure::surplus, +1},
+    {Figure::net_cash, Figure::discounts, -1},
+    {Figure::net_cash, Figure::returned_discounts, +1},
     {Figure::total_deposits, Figure::net_cash, +1},
     {Figure::total_deposits, Figure::receipts, +1},
     {Figure::total_deposits, Figure::transfers_in, +1},
@@ -86,12 +108,16 @@ Amount share_of_figure(Figure figure, Amount amount) {
     return amount;
 }
 
-Window day_window(const common::Date& day) {
-    return {common::moment_text({day, {}}), common::moment_text({day, {23, 59, 59, 0}})};
-}
-
-Window start_of(const common::Date& day) {
-    return until({day, {}});
+// The window of a day's sums, and that of the balance before it.
+struct DayWindows {
+    Window day;
+    Window before;
+};
+DayWindows windows_of(database::Connection& connection, const common::Date& day) {
+    const auto net_from = database::net_from(connection);
+    const common::Moment start{day, {}};
+    return {{common::moment_text(start), common::moment_text({day, {23, 59, 59, 0}}), net_from},
+            until(start, net_from)};
 }
 
 void add_part(Amount& figure, Amount part, int sign) {
@@ -140,7 +166,10 @@ std::string moment_of_row(const Row& row, std::string_view date_column) {
 class RowsBehind {
   public:
     RowsBehind(database::Connection& connection, const Drawer& drawer, const common::Date& day)
-        : connection_(connection), drawer_(drawer), day_(day), parties_(connection) {}
+        : connection_(connection),
+          drawer_(drawer),
+          windows_(windows_of(connection, day)),
+          parties_(connection) {}
 
     FigureRows of(Figure figure) {
         if (figure == Figure::previous_balance) return of_previous_balance();
@@ -164,9 +193,10 @@ class RowsBehind {
     FigureRows of_sum(Figure figure, const Term& summed) {
         const Listing listing = listing_of(summed.movement);
         FigureRows found;
+        if (!is_summed(statement_day, summed.movement, windows_.day)) return found;
         double sum = 0;
         for (const Row& row :
-             connection_.query(rows_statement(statement_day, summed.movement, drawer_, day_window(day_)))) {
+             connection_.query(rows_statement(statement_day, summed.movement, drawer_, windows_.day))) {
             // If a statement has two sums, each row counts in only one of them.
             if (!summed.code.empty() &&
                 (row.null(summed.code) || row.integer(summed.code) != summed.code_value))
@@ -193,7 +223,7 @@ class RowsBehind {
 
     FigureRows of_previous_balance() {
         FigureRows found;
-        const auto sums = read_sums(connection_, balance_brought_forward, drawer_, start_of(day_));
+        const auto sums = read_sums(connection_, balance_brought_forward, drawer_, windows_.before);
         for (const Sum& sum : sums) {
             if (sum.amount.is_zero()) continue;
             found.rows.push_back({std::string(sum.term->caption), "", "", "", sum.counted().value()});
@@ -204,11 +234,13 @@ class RowsBehind {
 
     database::Connection& connection_;
     Drawer drawer_;
-    common::Date day_;
+    DayWindows windows_;
     Parties parties_;
 };
 
 }  // namespace
+
+const std::array<std::string_view, figure_count> figure_headings = all_headings();
 
 Figures& Figures::operator+=(const Figures& other) {
     for (std::size_t i = 0; i < figure_count; ++i)
@@ -218,14 +250,15 @@ Figures& Figures::operator+=(const Figures& other) {
 
 Figures compute_figures(database::Connection& connection, const Drawer& drawer, const common::Date& day) {
     Figures figures;
-    for (const Sum& sum : read_sums(connection, statement_day, drawer, day_window(day))) {
+    const DayWindows windows = windows_of(connection, day);
+    for (const Sum& sum : read_sums(connection, statement_day, drawer, windows.day)) {
         for (const SummedFigure& entry : summed_figures) {
             if (entry.movement == sum.term->movement)
                 figures[entry.figure] = share_of_figure(entry.figure, sum.amount);
         }
     }
     figures[Figure::previous_balance] =
-        total_of(read_sums(connection, balance_brought_forward, drawer, start_of(day)));
+        total_of(read_sums(connection, balance_brought_forward, drawer, windows.before));
     for (const MadeFigure& entry : made_figures)
         add_part(figures[entry.figure], figures[entry.part], entry.sign);
     return figures;
@@ -236,11 +269,20 @@ FigureRows rows_behind(database::Connection& connection, const Drawer& drawer, c
     return RowsBehind(connection, drawer, day).of(figure);
 }
 
-// Invoices, total sales, credit sales, card sales, cash sales, credit returns, cash returns, tips, surplus,
-// shortage, net cash.
-const std::array<std::string_view, 11> summary_headings{
-    "عدد الفواتير", "اجمالي المبيعات", "مبيعات آجلة", "مبيعات إئتمان", "مبيعات نقدية", "مرتجعات آجلة",
-    "مرتجع نقدي",   "اكراميـــــات",   "زيادة جردية", "عجز جـــــردي", "صافي نقــــدي"};
+// The number of invoices and the sum of all sales have names of their own.
+const std::array<std::string_view, summary_count> summary_headings{"عدد الفواتير",
+                                                                   "اجمالي المبيعات",
+                                                                   heading(Figure::account_sales),
+                                                                   heading(Figure::card_sales),
+                                                                   heading(Figure::cash_sales),
+                                                                   heading(Figure::account_returns),
+                                                                   heading(Figure::cash_returns),
+                                                                   heading(Figure::tips),
+                                                                   heading(Figure::surplus),
+                                                                   heading(Figure::shortage),
+                                                                   heading(Figure::net_cash),
+                                                                   heading(Figure::discounts),
+                                                                   heading(Figure::returned_discounts)};
 
 DaySummary& DaySummary::operator+=(const DaySummary& other) {
     invoices += other.invoices;
@@ -249,8 +291,8 @@ DaySummary& DaySummary::operator+=(const DaySummary& other) {
     return *this;
 }
 
-std::array<std::string, 11> DaySummary::cells() const {
-    std::array<std::string, 11> texts;
+std::array<std::string, summary_count> DaySummary::cells() const {
+    std::array<std::string, summary_count> texts;
     texts[0] = std::to_string(invoices);
     for (std::size_t i = 1; i < columns.size(); ++i)
         texts[i] = columns[i].text();
@@ -265,6 +307,9 @@ DaySummary compute_summary(database::Connection& connection, const Drawer& drawe
     };
     const auto invoices_sum = [&](Fragment condition) {
         return read(Sql("select sum(ptot) as xs from sales where ptype = ") + of_day + condition);
+    };
+    const auto discounts_sum = [&](Fragment condition) {
+        return read(Sql("select sum(pdis) as xs from sales where ptype = ") + of_day + condition);
     };
 
     DaySummary summary;
@@ -286,7 +331,13 @@ DaySummary compute_summary(database::Connection& connection, const Drawer& drawe
     if (!returns.empty())
         column[6] = Amount(returns.front().number("xs")) + Amount(returns.front().number("xy"));
     column[5] = invoices_sum(" and (ctype = 2 Or ctype = 3) and vcode <> -1");
-    column[10] = column[4] - column[6] - column[7] + column[8] - column[9];
+    const auto net_from = database::net_from(connection);
+    if (net_from && day >= *net_from) {
+        // Of the invoices in columns 4 and 6; a tips sale's discount is in column 7.
+        column[11] = discounts_sum(" and ctype = 0 and vcode = -1 and stype = 0 and pdis <> 0");
+        column[12] = discounts_sum(" and (ctype = 2 Or ctype = 3) and vcode = -1 and pdis <> 0");
+    }
+    column[10] = column[4] - column[6] - column[7] + column[8] - column[9] - column[11] + column[12];
     return summary;
 }
 

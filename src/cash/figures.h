@@ -1,4 +1,4 @@
-// The 25 figures of the daily statement with the rows that make each of them, and the shorter day summary.
+// The figures of the daily statement with the rows that make each of them, and the shorter day summary.
 #pragma once
 
 #include <array>
@@ -12,7 +12,8 @@
 
 namespace cash {
 
-// Columns of the statement, in order.
+// The 25 columns of the statement, in order, and behind them the discounts on whole cash invoices, which the
+// net leaves out from the day net_from on. They are 0 in a shop without that day.
 enum class Figure {
     account_sales,
     account_returns,
@@ -38,9 +39,11 @@ enum class Figure {
     total_outgoings,
     net,
     previous_balance,
-    current_balance
+    current_balance,
+    discounts,
+    returned_discounts
 };
-inline constexpr std::size_t figure_count = 25;
+inline constexpr std::size_t figure_count = 27;
 
 extern const std::array<std::string_view, figure_count> figure_headings;
 
@@ -71,16 +74,18 @@ struct FigureRows {
 FigureRows rows_behind(database::Connection& connection, const Drawer& drawer, const common::Date& day,
                        Figure figure);
 
-// The headings of columns 0 to 10; column 0 is the invoice count.
-extern const std::array<std::string_view, 11> summary_headings;
+// The columns of the day summary; column 0 is the invoice count, 11 and 12 are the discounts that the net
+// cash (10) leaves out, as in the statement.
+inline constexpr std::size_t summary_count = 13;
+extern const std::array<std::string_view, summary_count> summary_headings;
 
-// The invoice count and ten figures of one drawer's day, or of several drawers added up.
+// The invoice count and the figures of one drawer's day, or of several drawers added up.
 struct DaySummary {
     std::int64_t invoices = 0;
-    std::array<common::Amount, 11> columns{};  // 1 to 10 are the figures
+    std::array<common::Amount, summary_count> columns{};  // from 1 on
     DaySummary& operator+=(const DaySummary& other);
     // The cells under the headings: the count, then amounts as "0.00".
-    std::array<std::string, 11> cells() const;
+    std::array<std::string, summary_count> cells() const;
 };
 
 DaySummary compute_summary(database::Connection& connection, const Drawer& drawer, const common::Date& day);

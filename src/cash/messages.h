@@ -39,10 +39,18 @@ inline constexpr std::string_view transfer_from = "تحويل من ";
 inline constexpr std::string_view shift_report_title = " تقرير ورديه رقم :";
 inline constexpr std::string_view day_report_title = "تقرير الكاشير عن يوم ";
 
-// Invoice discounts of the shift / of the day: they are not taken off the expected cash, so a right count is
-// short by them.
+// Invoice discounts of the shift / of the day that are not taken off the expected cash, so a right count is
+// short by them; and those that are taken off.
 inline constexpr std::string_view shift_discounts = "خصومات الفواتير في الوردية";
 inline constexpr std::string_view day_discounts = "خصومات الفواتير في اليوم";
+inline constexpr std::string_view shift_discounts_taken_off = "خصومات الفواتير في الوردية (مطروحة)";
+inline constexpr std::string_view day_discounts_taken_off = "خصومات الفواتير في اليوم (مطروحة)";
+
+// Actual balance, expected balance, difference.
+inline constexpr std::string_view counted_cash = "الرصيد الفعلي";
+inline constexpr char counted_cash_field[] = "الرصيد ال&فعلي";
+inline constexpr std::string_view expected_cash = "الرصيد الدفتري";
+inline constexpr std::string_view difference = "الفرق";
 
 // Daily statement: movements on unknown drawers, "in number" the count, which no figure holds.
 inline constexpr std::string_view stray_movements =

@@ -61,10 +61,18 @@ std::vector<std::pair<std::string, std::string>> ShiftReport::captions() const {
 }
 
 std::vector<std::pair<std::string, std::string>> ShiftReport::amounts() const {
-    return {
-        {"الرصيد الفعلي", counted.text()},      {"الرصيد الدفتري", expected.text()},
-        {"الفرق", difference.text()},           {"مبيعات إئتمان", card_sales.text()},
-        {"تليفون لم يحصل", uncollected.text()}, {std::string(message::shift_discounts), discounts.text()}};
+    std::vector<std::pair<std::string, std::string>> rows;
+    const auto add = [&rows](std::string_view caption, common::Amount amount) {
+        rows.emplace_back(caption, amount.text());
+    };
+    add(message::counted_cash, counted);
+    add(message::expected_cash, expected);
+    add(message::difference, difference);
+    add(term(Movement::card_sales).caption, card_sales);
+    add(term(Movement::uncollected).caption, uncollected);
+    if (discounts.taken_off) add(message::shift_discounts_taken_off, *discounts.taken_off);
+    if (!discounts.taken_off || !discounts.beside.is_zero()) add(message::shift_discounts, discounts.beside);
+    return rows;
 }
 
 void write_print_row(database::Connection& connection, const ShiftReport& report, const std::string& user) {
@@ -95,7 +103,7 @@ constexpr FormField<ShiftEntry> shift_fields[] = {
     {&ShiftEntry::date, {"shift_date", "ال&تاريخ", FieldKind::date, {1, 0}}},
     {&ShiftEntry::time, {time_field, "ال&وقت", FieldKind::digits, {1, 1}}},
     // counted cash, cash that stays in the drawer
-    {&ShiftEntry::counted, {counted_field, "الرصيد ال&فعلي", FieldKind::amount, {2, 0}}},
+    {&ShiftEntry::counted, {counted_field, message::counted_cash_field, FieldKind::amount, {2, 0}}},
     {&ShiftEntry::leave, {leave_field, "يترك بال&درج", FieldKind::amount, {2, 1}}},
 };
 

@@ -57,7 +57,7 @@ struct ShiftReport {
     common::Amount difference;   // counted less expected
     common::Amount card_sales;   // of the shift
     common::Amount uncollected;  // telephone orders of the shift that have not been paid yet
-    common::Amount discounts;    // of the shift; the expected cash still holds them
+    InvoiceDiscounts discounts;  // of the shift
 
     // The number followed by " تقرير ورديه رقم :".
     std::string title() const;
@@ -65,7 +65,7 @@ struct ShiftReport {
     // label22 store.
     std::vector<std::pair<std::string, std::string>> captions() const;
     // Captions and amounts ("0.00"): f1 counted, F2 expected, f3 difference, f4 card sales, then the unpaid
-    // telephone orders and the invoice discounts.
+    // telephone orders and the invoice discounts, those that are taken off and those that are not.
     std::vector<std::pair<std::string, std::string>> amounts() const;
 };
 
@@ -104,9 +104,8 @@ class ShiftStart {
     bool is_in_shift() const { return last_ && last_->is_open(); }
     // Who has the last shift.
     const std::string& last_worker() const { return last_worker_; }
-    // Invoice discounts of the open shift, by which a right count is short of the expected cash; 0 between
-    // shifts.
-    common::Amount discounts() const { return discounts_; }
+    // Invoice discounts of the open shift; 0 between shifts.
+    const InvoiceDiscounts& discounts() const { return discounts_; }
 
     // The report of the shift that the last action closed, if the settings want it printed.
     const std::optional<ShiftReport>& report() const { return report_; }
@@ -146,7 +145,7 @@ class ShiftStart {
     std::vector<common::Choice> workers_;
     std::string last_worker_;
     std::int64_t next_number_ = 1;
-    common::Amount discounts_;
+    InvoiceDiscounts discounts_;
 };
 
 // shift2s.

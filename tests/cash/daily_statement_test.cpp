@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "common/messages.h"
+#include "database/till_settings.h"
 #include "drawers.h"
 #include "signin/permissions.h"
 
@@ -81,7 +82,7 @@ TEST_F(Statement, EveryFigureUnderItsHeading) {
         {"مصروفــــــات", "12.25"},  {"مسحوبات شخصيه", "2.00"},     {"عجز جـــــردي", "30.00"},
         {"اجمالي مصروفات", "74.25"}, {"الصـــــافي", "142.75"},     {"رصيد سابق", "500.00"},
         {"رصيد حــالي", "642.75"}};
-    for (std::size_t i = 0; i < figure_count; ++i) {
+    for (std::size_t i = 0; i < std::size(expected); ++i) {
         EXPECT_EQ(figure_headings[i], expected[i].first);
         EXPECT_EQ(statement.figures()[static_cast<Figure>(i)].text(), expected[i].second)
             << expected[i].first;
@@ -238,9 +239,45 @@ TEST_F(Statement, DaySummary) {
     busy_day();
     const DailyStatement statement = opened();
     // Cash sales of kind 0 without card or coupon; returns with their coupons; a shortage.
-    EXPECT_EQ(statement.summary().cells(),
-              (std::array<std::string, 11>{"10", "360.00", "200.00", "40.00", "120.00", "30.00", "16.50",
-                                           "3.00", "0.00", "30.00", "70.50"}));
+    EXPECT_EQ(statement.summary().cells(), (std::array<std::string, summary_count>{
+                                               "10", "360.00", "200.00", "40.00", "120.00", "30.00", "16.50",
+                                               "3.00", "0.00", "30.00", "70.50", "0.00", "0.00"}));
+}
+
+// 2.00 on every invoice of the day. The statement counts kind 1 as a sale and as a return and leaves kind 3
+// out; the summary knows plain sales of kind 0 and returns of kinds 2 and 3.
+TEST_F(Statement, DiscountsAreFiguresOfTheirOwn) {
+    busy_day();
+    drawers.shop.sql("update sales set pdis = 2");
+    database::set_till_setting(drawers.shop.connection(), database::setting::net_from, "2026/11/21");
+    DailyStatement statement = opened();
+    const std::pair<Figure, const char*> expected[] = {
+        {Figure::cash_sales, "193.00"},       {Figure::discounts, "6.00"},   // plain, kind 1, coupons
+        {Figure::returned_discounts, "4.00"}, {Figure::net_cash, "117.00"},  // 119 - 6 + 4
+        {Figure::total_deposits, "215.00"},   {Figure::net, "140.75"},
+        {Figure::current_balance, "140.75"}};
+    for (const auto& [figure, text] : expected)
+        EXPECT_EQ(statement.figures()[figure].text(), text)
+            << figure_headings[static_cast<std::size_t>(figure)];
+    const auto& summary = statement.summary().columns;
+    EXPECT_EQ(
+        summary[4].text() + " " + summary[11].text() + " " + summary[12].text() + " " + summary[10].text(),
+        "120.00 2.00 4.00 72.50");
+
+    const FigureRows rows = statement.rows_behind(Figure::discounts);
+    ASSERT_EQ(rows.rows.size(), 3U);
+    EXPECT_EQ(rows.rows[0].kind + " " + rows.rows[0].number, "خصومات الفواتير 1");
+    EXPECT_EQ(statement.rows_behind(Figure::net_cash).sum.text(), "117.00");
+
+    const DayReport report = statement.print_report();
+    ASSERT_EQ(report.totals.size(), 8U);
+    EXPECT_EQ(report.totals[0], (std::pair<std::string, std::string>{"خصومات الفواتير", "6.00"}));
+    EXPECT_EQ(report.totals[1], (std::pair<std::string, std::string>{"خصومات المرتجع", "4.00"}));
+    EXPECT_EQ(report.totals[2].second, "117.00");
+
+    statement.date = {2026, 11, 25};
+    ASSERT_TRUE(statement.show());
+    EXPECT_EQ(statement.figures()[Figure::previous_balance].text(), "140.75");
 }
 
 TEST_F(Statement, ThePrintedReportIsWrittenForTheUser) {

@@ -8,6 +8,7 @@
 #include "cash/cash_position.h"
 #include "cash/cash_sums.h"
 #include "cash/figures.h"
+#include "database/till_settings.h"
 #include "drawers.h"
 
 namespace cash {
@@ -20,13 +21,14 @@ constexpr Drawer all_drawers[] = {{1, 1}, {1, 2}, {2, 1}};
 struct Movement {
     enum Table { sales, vencuspay, btran, cach_t, in_out, dailyexp, mor_les } table = sales;
     std::int64_t store = 1, drawer = 1;
-    std::int64_t to_store = 1, to_drawer = 1;  // cach_t
-    int day = 0;                               // 0, 1, 2: 2026/11/20 and the days after
-    int second = -1;                           // of the day; -1 a null time
-    int ctype = 0, stype = 0, vcode = -1, safe = 0;
+    std::int64_t to_store = 1, to_drawer = 1;        // cach_t
+    int day = 0;                                     // 0, 1, 2: 2026/11/20 and the days after
+    int second = -1;                                 // of the day; -1 a null time
+    int ctype = 0, stype = 0, vcode = -1, safe = 0;  // safe -1: null
     int type = 1, kind = 1;  // vencuspay.type and ptype, btran.type1 and Type, in_out.type1
     long amount = 0;         // hundredths
     long paid_out = 0;       // disboun, hundredths
+    long discount = 0;       // pdis, hundredths
     bool null_amount = false;
 
     // Seconds since the first day's midnight; a null time is midnight.
@@ -37,6 +39,7 @@ struct Movement {
 class Ledger {
   public:
     std::vector<Movement> rows;
+    int net_from = 0;  // the first day without discounts in the drawer; 3 is none of the three days
     static long copen(std::int64_t store, std::int64_t drawer) { return 1000L * store + 10L * drawer; }
     static long salary(std::int64_t store, std::int64_t drawer) { return 700L * store + 30L * drawer; }
 
@@ -60,10 +63,19 @@ class Ledger {
         return total;
     }
 
-    static long of_invoice(const Movement& row, Rule rule) {
+    // What the drawer did not take in of a discounted sale, less what a return did not give back.
+    static long discount_of(const Movement& row, Rule rule) {
+        const bool uncollected = row.stype == 4 && row.safe == 0;
+        const bool taken_in = row.stype != 1 && row.stype != 2 && !uncollected;
+        const bool given_back =
+            rule == Rule::store_wide ? row.ctype > 1 && row.stype != 1 : row.ctype == 1 || row.ctype == 2;
+        return (row.ctype < 2 && taken_in ? row.discount : 0) - (given_back ? row.discount : 0);
+    }
+
+    long of_invoice(const Movement& row, Rule rule) const {
         if (row.vcode != -1) return 0;
         const bool sale = row.ctype == 0 || row.ctype == 1;
-        long effect = 0;
+        long effect = row.day >= net_from ? -discount_of(row, rule) : 0;
         if (rule == Rule::store_wide) {
             // Sales but card, less tips, coupons and uncollected orders; returns but card; their coupons come
             // back.
@@ -105,6 +117,7 @@ Ledger random_ledger(std::mt19937& random, int size) {
         return std::uniform_int_distribution<int>(from, to)(random);
     };
     Ledger ledger;
+    ledger.net_from = pick(0, 3);
     for (int i = 0; i < size; ++i) {
         Movement row;
         row.table = pick(0, 1) == 0 ? Movement::sales : static_cast<Movement::Table>(pick(1, 6));
@@ -120,12 +133,13 @@ Ledger random_ledger(std::mt19937& random, int size) {
         row.ctype = pick(0, 3);
         row.stype = pick(0, 4);
         row.vcode = pick(0, 3) == 0 ? 7 : -1;
-        row.safe = pick(0, 1);
+        row.safe = pick(-1, 1);
         row.type = row.table == Movement::vencuspay ? pick(0, 3) : pick(0, 1);
         row.kind = row.table == Movement::vencuspay ? pick(1, 2) : pick(0, 1);
         row.amount = pick(1, 50000);
         if (row.table == Movement::mor_les && pick(0, 1) == 0) row.amount = -row.amount;
         row.paid_out = pick(0, 3000);
+        row.discount = pick(0, 2) == 0 ? pick(1, 2000) : 0;
         row.null_amount = pick(0, 14) == 0;
         ledger.rows.push_back(row);
     }
@@ -139,7 +153,7 @@ std::string amount_text(long hundredths) {
 // The columns of each table, in the order of Movement::Table: store, drawer, date, time and amount, then
 // those that the table alone has.
 constexpr const char* columns[] = {
-    "sales (stcode,ptype,[date],time_,ptot,pnum,ctype,stype,vcode,disboun,safe)",
+    "sales (stcode,ptype,[date],time_,ptot,pnum,ctype,stype,vcode,disboun,pdis,safe)",
     "vencuspay (stcode,cash_n,[date],time_,quan,chkno,[type],ptype,ztype,vcode)",
     "btran (stcode,cash_n,[date],time_,quan,ser,type1,[type])",
     "cach_t (cfr,cash_nf,cdate,time_,caml,cnum,cto,cash_nt)",
@@ -153,7 +167,7 @@ void write_own_values(std::ostream& sql, const Movement& row, int number) {
     sql << "," << number;
     if (row.table == Movement::sales) {
         sql << "," << row.ctype << "," << row.stype << "," << row.vcode << "," << amount_text(row.paid_out)
-            << "," << row.safe;
+            << "," << amount_text(row.discount) << "," << (row.safe < 0 ? "null" : std::to_string(row.safe));
     } else if (row.table == Movement::cach_t) {
         sql << "," << row.to_store << "," << row.to_drawer;
     } else {
@@ -173,6 +187,10 @@ void write(test::Drawers& drawers, const Ledger& ledger) {
                          " where stcode = " + std::to_string(drawer.store) +
                          " and code = " + std::to_string(drawer.code));
     }
+    drawers.shop.sql("delete from till_setting");
+    if (ledger.net_from < 3)
+        database::set_till_setting(drawers.shop.connection(), database::setting::net_from,
+                                   "2026/11/" + std::to_string(20 + ledger.net_from));
     int number = 0;
     for (const Movement& row : ledger.rows) {
         std::ostringstream sql;
@@ -326,7 +344,7 @@ TEST_F(RandomDays, DrawersAreIsolated) {
         const Figures figures = compute_figures(drawers.shop.connection(), drawer, middle_day);
         for (const common::Amount value : figures.values)
             seen += " " + text(value);
-        const Window window = until({middle_day, {20, 0, 0, 0}});
+        const Window window = until({middle_day, {20, 0, 0, 0}}, common::Date{2026, 11, 20});
         for (const Procedure* procedure : {&calc_of_shift_close, &calc_of_shift_start})
             seen += " " + text(total_of(read_sums(drawers.shop.connection(), *procedure, drawer, window)));
         for (const std::string& cell : compute_summary(drawers.shop.connection(), drawer, middle_day).cells())

@@ -5,6 +5,7 @@
 
 #include "cash/messages.h"
 #include "common/messages.h"
+#include "database/till_settings.h"
 #include "drawers.h"
 #include "support/faulty_connection.h"
 
@@ -177,40 +178,71 @@ TEST_F(Shifts, AShiftDoesNotBeginBeforeTheLastOneEnded) {
                 AllOf(StartsWith(std::string(message::before_last_end)), HasSubstr("2026/11/21 10:52:00")));
 }
 
-// Only plain cash invoices make the count short: a tips sale's discount is off already, a card's never was
-// in.
-TEST_F(Shifts, InvoiceDiscountsOfTheShiftAreShown) {
-    drawers.shop.sql("update basic set prn_csh_rep = 1");
-    const auto sell = [this](const char* time, int vcode, int ctype, int stype, const char* discount,
-                             const char* disboun = "null", const char* safe = "null") {
-        drawers.invoice({.time = time,
-                         .ctype = ctype,
-                         .stype = stype,
-                         .vcode = vcode,
-                         .ptot = "100",
-                         .disboun = disboun,
-                         .safe = safe,
-                         .pdis = discount});
+// A night shift of two days, closed with exactly the cash that it took in, in shops that take the discounts
+// off the expected cash never, from the second day on, and always. Only those on plain cash invoices count: a
+// tips sale's discount is off already, a card's never was in.
+TEST_F(Shifts, InvoiceDiscountsOfTheShift) {
+    struct Case {
+        const char* net_from;
+        double beside, taken_off, difference;
+        std::vector<std::string_view> captions;
     };
-    sell("10:41:00", -1, 0, 0, "50");
-    ASSERT_TRUE(start(1));
-    sell("10:45:00", -1, 0, 0, "10");
-    sell("10:45:00", -1, 0, 0, "2.5");
-    sell("10:45:00", -1, 0, 1, "20", "null", "1");
-    sell("10:45:00", -1, 0, 2, "30", "30");
-    sell("10:45:00", -1, 0, 4, "40", "null", "0");
-    sell("10:45:00", -1, 2, 0, "1");
-    sell("10:45:00", 7, 0, 0, "50");
-    pass(10);
-    ShiftChange screen = opened();
-    EXPECT_EQ(screen.discounts().value(), 11.5);
-    // 100 - 10 and 100 - 2.5 were taken in, 100 - 30 in tips; the return gave 100 - 1 back.
-    screen.entry.counted = "158.5";
-    ASSERT_EQ(text(screen.close_current()), "");
-    ASSERT_TRUE(screen.report());
-    EXPECT_EQ(screen.report()->discounts.value(), 11.5);
-    EXPECT_EQ(screen.report()->difference.value(), -11.5);
-    EXPECT_EQ(screen.discounts().value(), 0) << "between shifts";
+    const Case cases[] = {
+        {nullptr, 15.5, 0, -15.5, {message::shift_discounts}},
+        {"2026/11/21", 4, 11.5, -4, {message::shift_discounts_taken_off, message::shift_discounts}},
+        {"1900/01/01", 0, 15.5, 0, {message::shift_discounts_taken_off}},
+    };
+    for (const Case& expected : cases) {
+        test::Drawers night;
+        night.shop.sql("update basic set prn_csh_rep = 1");
+        if (expected.net_from != nullptr)
+            database::set_till_setting(night.shop.connection(), database::setting::net_from,
+                                       expected.net_from);
+        const auto sell = [&](const char* date, const char* time, int vcode, int ctype, int stype,
+                              const char* discount, const char* disboun = "null", const char* safe = "null") {
+            night.invoice({.date = date,
+                           .time = time,
+                           .ctype = ctype,
+                           .stype = stype,
+                           .vcode = vcode,
+                           .ptot = "100",
+                           .disboun = disboun,
+                           .safe = safe,
+                           .pdis = discount});
+        };
+        const char* const eve = "2026/11/20";
+        const char* const day = "2026/11/21";
+        sell(eve, "21:59:00", -1, 0, 0, "50");
+        night.services.clock.moment = {{2026, 11, 20}, {22, 0, 0, 0}};
+        ShiftChange screen(night.shop.connection(), night.session, night.services.all());
+        ASSERT_FALSE(screen.open());
+        screen.entry.worker = 1;
+        ASSERT_EQ(text(screen.start()), "");
+        sell(eve, "23:00:00", -1, 0, 0, "4");
+        sell(day, "00:45:00", -1, 0, 0, "10");
+        sell(day, "00:45:00", -1, 0, 0, "2.5");
+        sell(day, "00:45:00", -1, 0, 1, "20", "null", "1");
+        sell(day, "00:45:00", -1, 0, 2, "30", "30");
+        sell(day, "00:45:00", -1, 0, 4, "40", "null", "0");
+        sell(day, "00:45:00", -1, 2, 0, "1");
+        sell(day, "00:45:00", 7, 0, 0, "50");
+        night.services.clock.moment = {{2026, 11, 21}, {6, 0, 0, 0}};
+        ASSERT_FALSE(screen.open());
+        EXPECT_EQ(screen.discounts().beside.value(), expected.beside);
+        // 96 + 90 + 97.5 taken in, 70 with tips; the return gave 99 back.
+        screen.entry.counted = "254.5";
+        ASSERT_EQ(text(screen.close_current()), "");
+        ASSERT_TRUE(screen.report());
+        const ShiftReport& report = *screen.report();
+        EXPECT_EQ(report.discounts.beside.value(), expected.beside);
+        EXPECT_EQ(report.discounts.taken_off.value_or(common::Amount()).value(), expected.taken_off);
+        EXPECT_EQ(report.difference.value(), expected.difference);
+        const auto amounts = report.amounts();
+        ASSERT_EQ(amounts.size(), 5 + expected.captions.size());
+        for (std::size_t i = 0; i < expected.captions.size(); ++i)
+            EXPECT_EQ(amounts[5 + i].first, expected.captions[i]);
+        EXPECT_EQ(screen.discounts().beside.value(), 0) << "between shifts";
+    }
 }
 
 TEST_F(Shifts, ClosingWithTheClockSetBackIsRefused) {

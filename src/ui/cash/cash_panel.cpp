@@ -36,13 +36,13 @@ CashPanel::CashPanel(const Context& context, QWidget* parent)
     counted_ = new AmountField("cash_counted");
     set_role(counted_, "large");
     counted_->setFixedHeight(px(62));
-    column->addWidget(captioned("الرصيد ال&فعلي", counted_));
+    column->addWidget(captioned(qt(cash::message::counted_cash_field), counted_));
 
     difference_box_ = new QFrame;
     set_role(difference_box_, "change");
     auto* inside = new QHBoxLayout(difference_box_);
     inside->setContentsMargins(0, px(4), px(14), px(4));
-    difference_caption_ = label("الفرق", "plain");
+    difference_caption_ = label(qt(cash::message::difference), "plain");
     difference_caption_->setObjectName("cash_difference_caption");
     inside->addWidget(difference_caption_);
     inside->addStretch(1);
@@ -50,10 +50,14 @@ CashPanel::CashPanel(const Context& context, QWidget* parent)
     difference_->setMinimumWidth(px(figure_width));
     inside->addWidget(difference_);
     column->addWidget(difference_box_);
-    position_ = add_figure("cash_position", "رصيد الخزينة");
-    card_sales_ = add_figure("cash_card_sales", "مبيعات إئتمان");
-    uncollected_ = add_figure("cash_uncollected", "تليفون لم يحصل");
-    discounts_ = add_figure("cash_discounts", qt(cash::message::day_discounts));
+    const auto of_movement = [](cash::Movement movement) {
+        return label(qt(cash::term(movement).caption), "side");
+    };
+    position_ = add_figure("cash_position", label("رصيد الخزينة", "side"));
+    card_sales_ = add_figure("cash_card_sales", of_movement(cash::Movement::card_sales));
+    uncollected_ = add_figure("cash_uncollected", of_movement(cash::Movement::uncollected));
+    discounts_caption_ = label({}, "side", "cash_discounts_caption");
+    discounts_ = add_figure("cash_discounts", discounts_caption_);
 
     note_ = label({}, "side");
     note_->setObjectName("cash_note");
@@ -81,7 +85,7 @@ void CashPanel::build_fields() {
     grid->addWidget(captioned("ال&مخزن", store_), 0, 0);
     grid->addWidget(captioned("الخ&زينة", drawer_), 0, 1);
     grid->addWidget(captioned("ال&تاريخ", day_), 1, 0);
-    grid->addWidget(captioned("الرصيد الدفتري", expected_), 1, 1);
+    grid->addWidget(captioned(qt(cash::message::expected_cash), expected_), 1, 1);
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
     static_cast<QVBoxLayout*>(layout())->addLayout(grid);
@@ -102,9 +106,9 @@ void CashPanel::build_fields() {
     connect(day_, &QLineEdit::editingFinished, this, &CashPanel::choose_day);
 }
 
-QLabel* CashPanel::add_figure(const char* name, const QString& caption) {
+QLabel* CashPanel::add_figure(const char* name, QLabel* caption) {
     auto* row = new QHBoxLayout;
-    row->addWidget(label(caption, "side"));
+    row->addWidget(caption);
     row->addStretch(1);
     auto* figure = new Figure(name, "figure");
     figure->setMinimumWidth(px(figure_width));
@@ -138,9 +142,18 @@ void CashPanel::show_state() {
     position_->setText(qt(logic_.position().text()));
     card_sales_->setText(qt(logic_.card_sales().text()));
     uncollected_->setText(qt(logic_.uncollected().text()));
-    discounts_->setText(qt(logic_.discounts().text()));
+    show_discounts();
     note_->setText(logic_.difference() ? "تم جرد الخزينة في هذا اليوم" : "لم يتم جرد الخزينة في هذا اليوم");
     show_difference();
+}
+
+// Those of a day are all taken off, or none is.
+void CashPanel::show_discounts() {
+    const cash::InvoiceDiscounts& discounts = logic_.discounts();
+    const bool beside = !discounts.taken_off || !discounts.beside.is_zero();
+    discounts_caption_->setText(
+        qt(beside ? cash::message::day_discounts : cash::message::day_discounts_taken_off));
+    discounts_->setText(qt((beside ? discounts.beside : *discounts.taken_off).text()));
 }
 
 // A dash until a count has been recorded or typed: before, all the cash would look like a shortage.
@@ -150,7 +163,9 @@ void CashPanel::show_difference() {
     const common::Amount difference = any ? counted.value - logic_.expected() : common::Amount();
     const bool is_short = difference < common::Amount();
     difference_->setText(any ? qt(difference.text()) : QString("—"));
-    difference_caption_->setText(is_short ? "عجز" : difference.is_zero() ? "الفرق" : "زيادة");
+    difference_caption_->setText(is_short               ? "عجز"
+                                 : difference.is_zero() ? qt(cash::message::difference)
+                                                        : "زيادة");
     difference_box_->setProperty("short", is_short);
     for (QWidget* part : {static_cast<QWidget*>(difference_box_), static_cast<QWidget*>(difference_)}) {
         part->style()->unpolish(part);

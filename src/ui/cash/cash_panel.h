@@ -30,9 +30,10 @@ class CashPanel : public QWidget {
     QHBoxLayout* foot() { return foot_; }
 
   private:
-    QLabel* add_figure(const char* name, const QString& caption);
+    QLabel* add_figure(const char* name, QLabel* caption);
     void build_fields();
     void show_state();
+    void show_discounts();
     void show_difference();
     void choose_day();
     void confirm();
@@ -50,6 +51,7 @@ class CashPanel : public QWidget {
     QLabel* position_;
     QLabel* card_sales_;
     QLabel* uncollected_;
+    QLabel* discounts_caption_;
     QLabel* discounts_;
     QLabel* note_;
     QWidget* confirm_;

@@ -1,4 +1,4 @@
-// The daily cash statement: the day's 25 figures as a ledger, or the day summary, the journal under them, and
+// The daily cash statement: the day's figures as a ledger, or the day summary, the journal under them, and
 // the printing of the cashier's report.
 #pragma once
 

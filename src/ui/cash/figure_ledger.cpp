@@ -283,17 +283,24 @@ LedgerEntry sum(std::size_t column, const char* sign, Kind kind = Kind::plain) {
 
 // Each column adds up, with the signs shown, to the total at its foot. Account invoices move no cash and
 // stand apart.
-std::vector<LedgerColumn> statement_ledger() {
+std::vector<LedgerColumn> statement_ledger(bool with_discounts) {
     using cash::Figure;
+    std::vector<LedgerEntry> sales = {
+        figure(Figure::cash_sales, "figure_cash_sales", "+"),
+        figure(Figure::card_sales, "figure_card_sales", "−"),
+        figure(Figure::tips, "figure_tips", "−"),
+        figure(Figure::coupons, "figure_coupons", "−"),
+        figure(Figure::uncollected, "figure_uncollected", "−"),
+        figure(Figure::cash_returns, "figure_cash_returns", "−"),
+        figure(Figure::surplus, "figure_surplus", "+"),
+    };
+    if (with_discounts) {
+        sales.push_back(figure(Figure::discounts, "figure_discounts", "−"));
+        sales.push_back(figure(Figure::returned_discounts, "figure_returned_discounts", "+"));
+    }
+    sales.push_back(figure(Figure::net_cash, "figure_net_cash", "=", Kind::total));
     return {
-        {{"المبيعات النقدية",
-          {figure(Figure::cash_sales, "figure_cash_sales", "+"),
-           figure(Figure::card_sales, "figure_card_sales", "−"), figure(Figure::tips, "figure_tips", "−"),
-           figure(Figure::coupons, "figure_coupons", "−"),
-           figure(Figure::uncollected, "figure_uncollected", "−"),
-           figure(Figure::cash_returns, "figure_cash_returns", "−"),
-           figure(Figure::surplus, "figure_surplus", "+"),
-           figure(Figure::net_cash, "figure_net_cash", "=", Kind::total)}}},
+        {{"المبيعات النقدية", std::move(sales)}},
         {{"الايداعات",
           {figure(Figure::net_cash, "", "+", Kind::carried), figure(Figure::receipts, "figure_receipts", "+"),
            figure(Figure::transfers_in, "figure_transfers_in", "+"),
@@ -317,12 +324,17 @@ std::vector<LedgerColumn> statement_ledger() {
     };
 }
 
-std::vector<LedgerColumn> summary_ledger() {
+std::vector<LedgerColumn> summary_ledger(bool with_discounts) {
+    std::vector<LedgerEntry> net = {sum(4, "+", Kind::carried), sum(6, "−"), sum(7, "−"), sum(8, "+"),
+                                    sum(9, "−")};
+    if (with_discounts) {
+        net.push_back(sum(11, "−"));
+        net.push_back(sum(12, "+"));
+    }
+    net.push_back(sum(10, "=", Kind::total));
     return {
         {{"المبيعات", {sum(4, "+"), sum(3, "+"), sum(2, "+"), sum(1, "=", Kind::total)}}},
-        {{"النقدية",
-          {sum(4, "+", Kind::carried), sum(6, "−"), sum(7, "−"), sum(8, "+"), sum(9, "−"),
-           sum(10, "=", Kind::total)}}},
+        {{"النقدية", std::move(net)}},
         {{"اليوم", {sum(0, ""), sum(5, "")}}},
     };
 }

@@ -91,8 +91,8 @@ class FigureLedger : public QWidget {
 };
 
 // The ids are the columns of the statement and of the summary; object names "figure_cash_sales",
-// "summary_4".
-std::vector<LedgerColumn> statement_ledger();
-std::vector<LedgerColumn> summary_ledger();
+// "summary_4". The discounts have cells only where the net leaves them out.
+std::vector<LedgerColumn> statement_ledger(bool with_discounts);
+std::vector<LedgerColumn> summary_ledger(bool with_discounts);
 
 }  // namespace ui

@@ -81,8 +81,9 @@ bool ShiftForm::open(cash::ShiftStart& logic, const Context& context) {
     }
     state_->setText(text);
     // Shown only where it matters: a right count is this much short of the expected cash.
-    discounts_->setVisible(!logic.discounts().is_zero());
-    discounts_->setText(qt(cash::message::shift_discounts) + " : " + qt(logic.discounts().text()));
+    const common::Amount beside = logic.discounts().beside;
+    discounts_->setVisible(!beside.is_zero());
+    discounts_->setText(qt(cash::message::shift_discounts) + " : " + qt(beside.text()));
     return true;
 }
 
