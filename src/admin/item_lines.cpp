@@ -131,11 +131,20 @@ class Reader {
     std::optional<double> number(std::string_view column) const {
         const std::string_view found = cell(column);
         if (found.empty()) return std::nullopt;
-        const auto value = common::parse_number(found);
-        if (!value) throw BadLine{std::string(column) + " \"" + std::string(found) + "\" is no number"};
-        if (*value < 0 || *value > highest_amount) {
-            throw BadLine{std::string(column) + " " + std::string(found) + " is out of range"};
+        const std::string named = std::string(column) + " \"" + std::string(found) + "\"";
+        switch (common::number_fault(found)) {
+            case common::NumberFault::comma:
+                throw BadLine{named +
+                              " has a comma in it; write the decimals after a point, and no separators"};
+            case common::NumberFault::minus:
+                throw BadLine{named + " is below 0"};
+            case common::NumberFault::no_number:
+                throw BadLine{named + " is no number"};
+            case common::NumberFault::none:
+                break;
         }
+        const double value = common::numeric_value(found);
+        if (value > highest_amount) throw BadLine{named + " is too large"};
         return value;
     }
 

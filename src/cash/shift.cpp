@@ -165,10 +165,11 @@ std::optional<Refusal> ShiftStart::read_amounts(Amounts& amounts) const {
 }
 
 std::optional<Refusal> ShiftStart::read_moment(common::Moment& at) const {
-    const auto typed = common::parse_moment(common::date_text(entry.date) + " " + entry.time);
-    if (!typed || !common::is_valid(entry.date)) return refuse(time_field, message::no_time);
-    if (*typed > services_.clock.now()) return refuse(time_field, message::in_the_future);
-    at = *typed;
+    const auto time = common::read_time(entry.time);
+    if (!time || !common::is_valid(entry.date)) return refuse(time_field, message::no_time);
+    const common::Moment typed{entry.date, *time};
+    if (typed > services_.clock.now()) return refuse(time_field, message::in_the_future);
+    at = typed;
     return std::nullopt;
 }
 

@@ -93,8 +93,7 @@ std::string shortest_text(double value) {
 }
 
 std::optional<double> parse_number(std::string_view text) {
-    std::string western = western_digits(trim(text));
-    std::replace(western.begin(), western.end(), ',', '.');
+    const std::string western = western_digits(trim(text));
     std::string_view rest = western;
     const bool negative = rest.starts_with('-');
     if (negative || rest.starts_with('+')) rest.remove_prefix(1);

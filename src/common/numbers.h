@@ -22,8 +22,8 @@ double round_decimals(double value, int decimals);
 std::string shortest_text(double value);
 
 // Reads a decimal number that a person typed: Western, Arabic-Indic (U+0660..) or Eastern Arabic-Indic
-// (U+06F0..) digits; ".", "," or the Arabic decimal mark (U+066B) before the decimals; an optional sign;
-// surrounding blanks. Exponents, grouping and values that are not finite are refused.
+// (U+06F0..) digits; "." or the Arabic decimal mark (U+066B) before the decimals; an optional sign;
+// surrounding blanks. Exponents, commas, grouping and values that are not finite are refused.
 std::optional<double> parse_number(std::string_view text);
 // The same for a whole number that fits 64 bits.
 std::optional<long long> parse_integer(std::string_view text);

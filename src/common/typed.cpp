@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <limits>
 #include <string>
 
@@ -11,12 +12,43 @@
 
 namespace common {
 
+namespace {
+
+bool contains_any(std::string_view text, std::initializer_list<std::string_view> marks) {
+    return std::any_of(marks.begin(), marks.end(),
+                       [&](std::string_view mark) { return text.find(mark) != std::string_view::npos; });
+}
+
+}  // namespace
+
+NumberFault number_fault(std::string_view text) {
+    // The Arabic comma, the Arabic thousands separator and the true minus sign count as well.
+    if (contains_any(text, {",", "\u060C", "\u066C"})) return NumberFault::comma;
+    if (contains_any(text, {"-", "\u2212"})) return NumberFault::minus;
+    return parse_number(text) ? NumberFault::none : NumberFault::no_number;
+}
+
+TypedNumber read_number(std::string_view text, std::string_view wrong) {
+    switch (number_fault(text)) {
+        case NumberFault::comma:
+            return {0, message::no_comma};
+        case NumberFault::minus:
+            return {0, message::no_minus};
+        case NumberFault::no_number:
+            return {0, wrong};
+        case NumberFault::none:
+            break;
+    }
+    return {numeric_value(text), {}};
+}
+
 TypedAmount read_amount(std::string_view text) {
     if (trim(text).empty()) return {};
-    const auto value = parse_number(text);
-    if (!value || *value < 0 || *value >= 1e9) return {{}, message::wrong_amount};
-    const Amount amount(*value);
-    if (std::fabs(amount.value() - *value) > 1e-7) return {{}, message::too_fine};
+    const TypedNumber number = read_number(text, message::wrong_amount);
+    if (!number.is_good()) return {{}, number.refusal};
+    if (number.value >= 1e9) return {{}, message::wrong_amount};
+    const Amount amount(number.value);
+    if (std::fabs(amount.value() - number.value) > 1e-7) return {{}, message::too_fine};
     return {amount, {}};
 }
 
@@ -41,6 +73,13 @@ std::optional<Date> read_date(std::string_view text) {
     if (std::string_view(typed).substr(0, end).find(':') != std::string_view::npos) return std::nullopt;
     const auto moment = parse_moment(typed);
     return moment ? std::optional(moment->date) : std::nullopt;
+}
+
+std::optional<TimeOfDay> read_time(std::string_view text) {
+    const std::string typed = western_digits(trim(text));
+    if (typed.empty()) return std::nullopt;
+    const auto moment = parse_moment("2000/01/01 " + typed);
+    return moment ? std::optional(moment->time) : std::nullopt;
 }
 
 }  // namespace common

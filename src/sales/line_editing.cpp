@@ -6,11 +6,24 @@
 
 #include "common/numbers.h"
 #include "common/text.h"
+#include "common/typed.h"
 #include "sales/items.h"
 #include "sales/messages.h"
 #include "signin/permissions.h"
 
 namespace sales {
+
+namespace {
+
+// The discount in a field; an empty field counts as 0.
+common::TypedNumber read_discount(std::string_view text, std::string_view wrong) {
+    if (common::trim(text).empty()) return {};
+    const auto typed = common::read_number(text, wrong);
+    if (typed.is_good() && !is_valid_discount(typed.value)) return {0, wrong};
+    return typed;
+}
+
+}  // namespace
 
 bool is_valid_quantity(double quantity) {
     return quantity > 0 && quantity <= largest_quantity && common::round_decimals(quantity, 3) == quantity;
@@ -72,12 +85,14 @@ bool LineEditing::commit(Invoice& invoice, std::size_t row, int column, std::str
 }
 
 bool LineEditing::commit_quantity(Invoice& invoice, Line& line, std::string_view text) {
-    const auto quantity = common::parse_number(text);
-    if (!quantity || !is_valid_quantity(*quantity)) return refuse(message::wrong_quantity);
-    if (exceeds_ceiling(line.discount, *quantity * line.price, session_.settings.max_dis))
+    const auto typed = common::read_number(text, message::wrong_quantity);
+    if (!typed.is_good()) return refuse(typed.refusal);
+    const double quantity = typed.value;
+    if (!is_valid_quantity(quantity)) return refuse(message::wrong_quantity);
+    if (exceeds_ceiling(line.discount, quantity * line.price, session_.settings.max_dis))
         return refuse(message::quantity_against_discount);
-    if (*quantity > line.quantity && !stock_allows(invoice, line, *quantity)) return false;
-    line.quantity = *quantity;
+    if (quantity > line.quantity && !stock_allows(invoice, line, quantity)) return false;
+    line.quantity = quantity;
     return true;
 }
 
@@ -93,22 +108,23 @@ bool LineEditing::stock_allows(const Invoice& invoice, Line& line, double quanti
 }
 
 bool LineEditing::commit_price(Line& line, std::string_view text) {
-    const auto price = common::parse_number(text);
-    if (!price || !is_valid_price(*price)) return refuse(message::wrong_price);
+    const auto price = common::read_number(text, message::wrong_price);
+    if (!price.is_good()) return refuse(price.refusal);
+    if (!is_valid_price(price.value)) return refuse(message::wrong_price);
     // A general item whose price is typed first has no quantity yet to compare with.
     if (line.quantity > 0 &&
-        exceeds_ceiling(line.discount, *price * line.quantity, session_.settings.max_dis))
+        exceeds_ceiling(line.discount, price.value * line.quantity, session_.settings.max_dis))
         return refuse(message::price_against_discount);
-    line.price = *price;
+    line.price = price.value;
     return true;
 }
 
 bool LineEditing::commit_discount(Line& line, std::string_view text, bool as_percent) {
-    const auto typed = common::trim(text).empty() ? std::optional<double>(0) : common::parse_number(text);
-    if (!typed || !is_valid_discount(*typed)) return refuse(message::wrong_discount);
-    const double discount = as_percent ? line.gross() * *typed / 100 : *typed;
+    const auto typed = read_discount(text, message::wrong_discount);
+    if (!typed.is_good()) return refuse(typed.refusal);
+    const double discount = as_percent ? line.gross() * typed.value / 100 : typed.value;
     // A percent of a line that is worth nothing yet would be lost without a word.
-    const bool of_nothing = *typed > 0 && line.gross() <= 0;
+    const bool of_nothing = typed.value > 0 && line.gross() <= 0;
     // A ceiling above 100 percent must not make the line negative.
     const bool above_all = discount > line.gross();
     if (of_nothing || above_all || exceeds_ceiling(discount, line.gross(), session_.settings.max_dis)) {
@@ -122,14 +138,6 @@ bool LineEditing::commit_discount(Line& line, std::string_view text, bool as_per
 }
 
 namespace {
-
-// The number in the field; an empty field counts as 0.
-std::optional<double> typed_discount(std::string_view text) {
-    if (common::trim(text).empty()) return 0;
-    const auto typed = common::parse_number(text);
-    if (!typed || !is_valid_discount(*typed)) return std::nullopt;
-    return typed;
-}
 
 bool refuse(Invoice& invoice, common::Prompts& prompts, std::string_view text) {
     prompts.message(text);
@@ -156,17 +164,17 @@ bool grant(Invoice& invoice, const signin::Session& session, common::Prompts& pr
 
 bool commit_discount_value(Invoice& invoice, const signin::Session& session, common::Prompts& prompts,
                            std::string_view text) {
-    const auto value = typed_discount(text);
-    if (!value) return refuse(invoice, prompts, message::check_discount);
+    const auto value = read_discount(text, message::check_discount);
+    if (!value.is_good()) return refuse(invoice, prompts, value.refusal);
     const double total = invoice.total();
-    return grant(invoice, session, prompts, *value, total > 0 ? *value * 100 / total : 0);
+    return grant(invoice, session, prompts, value.value, total > 0 ? value.value * 100 / total : 0);
 }
 
 bool commit_discount_percent(Invoice& invoice, const signin::Session& session, common::Prompts& prompts,
                              std::string_view text) {
-    const auto percent = typed_discount(text);
-    if (!percent) return refuse(invoice, prompts, message::check_discount);
-    return grant(invoice, session, prompts, invoice.total() * *percent / 100, *percent);
+    const auto percent = read_discount(text, message::check_discount);
+    if (!percent.is_good()) return refuse(invoice, prompts, percent.refusal);
+    return grant(invoice, session, prompts, invoice.total() * percent.value / 100, percent.value);
 }
 
 }  // namespace sales

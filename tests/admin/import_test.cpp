@@ -23,7 +23,7 @@ TEST_F(Import, WritesItemsBarcodesStockMakersAndGroups) {
     const auto run = import(
         "code;name;maker;group;pack;carton;price11;price12;price13;price22;barcode;carton_barcode;stock;"
         "expiry\n"
-        "10;جبنة بيضاء;ندوان;ألبان;6;12;20;25,50;24;150;6229413700114;6229413700237;48;2027/03/01\n"
+        "10;جبنة بيضاء;ندوان;ألبان;6;12;20;25.50;24;150;6229413700114;6229413700237;48;2027/03/01\n"
         "11;خبز \"صاج\";خبيزون;مخبوزات;;;;٥٫٧٥;;;A-7 B-8;;;\n"
         "12;لبن;ندوان;ألبان;;;;3;;;;;5;\n");
     ASSERT_EQ(run.code, 0) << run.err;
@@ -93,7 +93,7 @@ TEST_F(Import, NamesEveryBadLineAndImportsNothing) {
                                                                {7, "name is empty"},
                                                                {8, "price12 (the retail price) is empty"},
                                                                {9, "price12 \"abc\" is no number"},
-                                                               {10, "price12 -1 is out of range"},
+                                                               {10, "price12 \"-1\" is below 0"},
                                                                {11, "pack must be more than 0"},
                                                                {12, "wrong check digit"},
                                                                {13, "belongs to another item"},

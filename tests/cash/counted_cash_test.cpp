@@ -86,7 +86,8 @@ TEST_F(Counting, RefusalsWriteNothing) {
     };
     const Case cases[] = {
         {"مائة", {2026, 11, 21}, "", common::message::wrong_amount},
-        {"-1", {2026, 11, 21}, "", common::message::wrong_amount},
+        {"-1", {2026, 11, 21}, "", common::message::no_minus},
+        {"1,250", {2026, 11, 21}, "", common::message::no_comma},
         {"1e300", {2026, 11, 21}, "", common::message::wrong_amount},
         {"12.345", {2026, 11, 21}, "", common::message::too_fine},
         {"5", {2026, 11, 22}, "", message::future_day},
@@ -172,7 +173,7 @@ TEST_F(Spending, RefusalsWriteNothing) {
         {[](Expenses& s) { s.expense.value = ""; }, "expense_value", "ادخل القيمة"},
         {[](Expenses& s) { s.expense.value = "12.345"; }, "expense_value", common::message::too_fine},
         {[](Expenses& s) { s.expense.value = "عشرة"; }, "expense_value", common::message::wrong_amount},
-        {[](Expenses& s) { s.expense.value = "-3"; }, "expense_value", common::message::wrong_amount},
+        {[](Expenses& s) { s.expense.value = "-3"; }, "expense_value", common::message::no_minus},
         {[](Expenses& s) { s.expense.drawer = 77; }, "expense_drawer", common::message::no_such_drawer},
     };
     for (const Case& refused : cases) {

@@ -23,7 +23,15 @@ TEST(Typed, AmountsAreWholeHundredths) {
         {"999999999.99", 99999999999, {}},
         {"12.345", 0, message::too_fine},
         {"0.001", 0, message::too_fine},
-        {"-1", 0, message::wrong_amount},
+        {"-1", 0, message::no_minus},
+        {"\u2212١", 0, message::no_minus},
+        {"12-5", 0, message::no_minus},
+        {"1,250", 0, message::no_comma},
+        {"1,250.00", 0, message::no_comma},
+        {"١٬٢٥٠", 0, message::no_comma},
+        {"12،5", 0, message::no_comma},
+        {"1 250", 0, message::wrong_amount},
+        {"12ز5", 0, message::wrong_amount},
         {"1000000000", 0, message::wrong_amount},
         {"12a", 0, message::wrong_amount},
         {"1e3", 0, message::wrong_amount},
@@ -66,6 +74,13 @@ TEST(Typed, DatesAreYearFirstOrDayFirst) {
     };
     for (const auto& c : cases)
         EXPECT_EQ(common::read_date(c.text), c.date) << c.text;
+}
+
+TEST(Typed, TimesStandAlone) {
+    EXPECT_EQ(common::read_time(" ٩:٠٥ "), (common::TimeOfDay{9, 5, 0, 0}));
+    EXPECT_EQ(common::read_time("12:30:15 AM"), (common::TimeOfDay{0, 30, 15, 0}));
+    for (const char* text : {"", "9", "24:00", "9:60", "2026/11/22 09:05", "2026/11/22", "-1:00"})
+        EXPECT_FALSE(common::read_time(text)) << text;
 }
 
 TEST(Amounts, RoundOnceAndAddExactly) {

@@ -347,7 +347,8 @@ void LineView::keyPressEvent(QKeyEvent* event) {
         default:
             break;
     }
-    if (!text.isEmpty() && (text.front().isDigit() || text == "." || text == "٫")) {
+    // A minus is refused with the number behind it; without it the number would be another one.
+    if (!text.isEmpty() && (text.front().isDigit() || text == "." || text == "٫" || text == "-")) {
         want_edit(text);
         return;
     }

@@ -9,7 +9,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
-#include <QRegularExpressionValidator>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -59,12 +58,7 @@ NumberField::NumberField(const QString& name, QWidget* parent) : QLineEdit(paren
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 }
 
-AmountField::AmountField(const QString& name, QWidget* parent) : NumberField(name, parent) {
-    setMaxLength(15);
-    static const QRegularExpression amount(
-        R"([0-9\x{0660}-\x{0669}\x{06F0}-\x{06F9}]*[.,\x{066B}]?[0-9\x{0660}-\x{0669}\x{06F0}-\x{06F9}]*)");
-    setValidator(new QRegularExpressionValidator(amount, this));
-}
+AmountField::AmountField(const QString& name, QWidget* parent) : NumberField(name, parent) {}
 
 QSize AmountField::sizeHint() const {
     constexpr double wide = 140;
@@ -169,7 +163,6 @@ QLineEdit* moment_field(const QString& name, QWidget* parent) {
     field->setObjectName(name);
     field->setLayoutDirection(Qt::LeftToRight);
     field->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    field->setMaxLength(10);
     return field;
 }
 

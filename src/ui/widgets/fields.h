@@ -40,7 +40,9 @@ class NumberField : public QLineEdit {
     bool clicked_into_ = false;  // the press that brought the focus has not been released yet
 };
 
-// A number field for an amount or quantity: digits of either script and one decimal mark.
+// A number field for an amount or quantity. It keeps whatever is typed or pasted, because a number from which
+// a comma, a minus or a letter was dropped would be another one: what reads the field refuses it with a
+// reason.
 class AmountField : public NumberField {
     Q_OBJECT
   public:

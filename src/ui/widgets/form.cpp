@@ -24,20 +24,11 @@ using common::FieldValue;
 
 namespace {
 
-constexpr int longest_code = 10;
-
-QLineEdit* code_field(const char* name) {
-    auto* field = new AmountField(name);
-    field->setMaxLength(longest_code);
-    return field;
-}
-
 QWidget* widget_for(const FieldDescription& description) {
     switch (description.kind) {
         case FieldKind::digits:
             return digits_field(description.name);
         case FieldKind::code:
-            return code_field(description.name);
         case FieldKind::amount:
             return new AmountField(description.name);
         case FieldKind::date:
