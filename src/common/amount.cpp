@@ -9,8 +9,10 @@ namespace common {
 
 Amount::Amount(double computed) {
     constexpr double limit = 9e16;
+    constexpr int exact_decimals = 7;  // of a quantity with three times a price with four
     if (!std::isfinite(computed)) return;
-    hundredths_ = std::llround(round_decimals(std::clamp(computed, -limit, limit), 2) * 100);
+    hundredths_ = std::llround(
+        round_decimals(round_decimals(std::clamp(computed, -limit, limit), exact_decimals), 2) * 100);
 }
 
 std::string Amount::text() const {

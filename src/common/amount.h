@@ -10,8 +10,9 @@ namespace common {
 class Amount {
   public:
     constexpr Amount() = default;
-    // A computed value, its shortest decimal form rounded half away from zero: 2.675 is 2.68. Values that are
-    // not finite count as 0, those beyond ±9e16 as that limit.
+    // A computed value, rounded half away from zero: 2.675 is 2.68. The error that binary fractions leave
+    // behind is removed first: 0.7 × 1.15 is 0.805 and so 0.81. Values that are not finite count as 0, those
+    // beyond ±9e16 as that limit.
     explicit Amount(double computed);
     static constexpr Amount of_hundredths(std::int64_t hundredths) {
         Amount amount;

@@ -5,8 +5,6 @@
 #include <limits>
 #include <string_view>
 
-#include "common/amount.h"
-
 namespace common {
 
 namespace {
@@ -171,6 +169,24 @@ std::string spell_amount(double amount) {
     if (pounds > 0 || piastres == 0) text = spell(pounds) + " جنيها";
     if (piastres > 0) join(text, spell(piastres) + " قرشا");
     return "فقط " + text + " لا غير";
+}
+
+namespace {
+
+// Receipts have no word for a ten alone, nor for thousands.
+bool receipts_name(std::int64_t number) {
+    return number > 0 && number < 1000 && number % 100 != 10;
+}
+
+}  // namespace
+
+std::string invoice_words(Amount amount) {
+    const std::int64_t pounds = amount.hundredths() / 100;
+    const std::int64_t piastres = amount.hundredths() % 100;
+    if (receipts_name(pounds) && (piastres == 0 || receipts_name(piastres)))
+        return amount_in_words(static_cast<float>(amount.value()));
+    const std::string words = spell_amount(amount.value());
+    return words.empty() ? "فقط " + amount.text() + " جنيها لا غير" : words;
 }
 
 }  // namespace common

@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "common/amount.h"
+
 namespace common {
 
 // The value is beyond the 16-bit range of number_in_words.
@@ -24,5 +26,9 @@ std::string number_in_words(float value);
 // An amount on a voucher, "فقط ألف ومائتان وأربعة وثلاثون جنيها وخمسون قرشا لا غير": pounds and piastres,
 // rounded to two decimals and without the sign. Empty from 10^12 on.
 std::string spell_amount(double amount);
+
+// The amount as an invoice states it: in the words of receipts where they name pounds and piastres whole,
+// else in those of vouchers (10, 110, 1000 and more; less than a pound). In figures from 10^12 on.
+std::string invoice_words(Amount amount);
 
 }  // namespace common

@@ -18,9 +18,11 @@ constexpr std::size_t column_width = 100;
 constexpr int smallest_font = 4;
 constexpr int largest_font = 24;
 
+// The price as entered or after the line's discount; not from the rounded total, which would print 70.00 for
+// 0.450 kg at 69.99.
 std::string printed_price(const ReceiptLine& line, const ReceiptSettings& settings) {
     const bool computed = !settings.price_as_entered && line.quantity != 0;
-    return common::format_amount(computed ? line.total / line.quantity : line.price);
+    return common::format_amount(computed ? line.price - line.discount / line.quantity : line.price);
 }
 
 }  // namespace
@@ -57,7 +59,7 @@ void LayoutRows::write(const Receipt& receipt, Form form, const ReceiptSettings&
         rows.set("f1", cell(line.item_name));
         rows.set("F2", printed_price(line, settings));
         rows.set("f3", common::shortest_text(line.quantity));
-        rows.set("f4", common::format_amount(line.total));
+        rows.set("f4", line.total.text());
         if (units) rows.set("f5", cell(line.unit_name));
         rows.set("f6", cell(line.item_code));
         rows.set("st", ++number);
@@ -127,10 +129,10 @@ struct Totals {
 // Without a discount there is one net, and no need to tell before from after.
 Totals totals_of(const Receipt& receipt, bool with_payment) {
     Totals totals;
-    const auto add = [&totals](std::string_view name, double amount) {
-        totals.rows.emplace_back(name, common::format_amount(amount));
+    const auto add = [&totals](std::string_view name, common::Amount amount) {
+        totals.rows.emplace_back(name, amount.text());
     };
-    const bool discounted = common::format_amount(receipt.discount) != "0.00";
+    const bool discounted = !receipt.discount.is_zero();
     if (discounted) {
         add(label::before_discount, receipt.total);
         add(label::discount, receipt.discount);
@@ -142,15 +144,6 @@ Totals totals_of(const Receipt& receipt, bool with_payment) {
         add(label::remaining, receipt.remaining);
     }
     return totals;
-}
-
-// Amounts too large for words appear in figures: "فقط 40000.00 جنيها لا غير".
-std::string words_of(double amount) {
-    try {
-        return common::amount_in_words(static_cast<float>(amount));
-    } catch (const common::OverflowError&) {
-        return "فقط " + common::format_amount(amount) + " جنيها لا غير";
-    }
 }
 
 void add_table(Report& report, const std::vector<LayoutRow>& rows, const ReceiptSettings& settings,
@@ -199,7 +192,7 @@ LayoutReceipt layout_receipt(const Receipt& receipt, Form form, int line_width,
     detail(label::salesman, receipt.salesman);
     layout.rows = std::move(rows);
     if (form == Form::no_telephone) {
-        layout.totals.emplace_back(label::compact_net, common::format_amount(receipt.net));
+        layout.totals.emplace_back(label::compact_net, receipt.net.text());
         return layout;
     }
     if (!receipt.telephone.empty()) layout.telephone = telephone_line(receipt.telephone);
@@ -236,7 +229,7 @@ Report invoice_report(const Receipt& receipt, Form form, const ReceiptSettings& 
     Totals totals = totals_of(receipt, cash);
     report.totals = std::move(totals.rows);
     report.main_total = static_cast<int>(totals.net);
-    report.words = words_of(receipt.net);
+    report.words = common::invoice_words(receipt.net);
     if (!settings.rec_note.empty()) report.footers.push_back(settings.rec_note);
     for (const std::string& line : receipt.credit_lines) {
         if (!line.empty()) report.footers.push_back(line);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "common/amount.h"
 #include "common/date_time.h"
 
 namespace printing {
@@ -21,7 +22,7 @@ struct ReceiptLine {
     double quantity = 0;  // in the chosen unit
     double price = 0;     // as entered, per unit
     double discount = 0;  // of the line, as a value
-    double total = 0;     // quantity × price − discount
+    common::Amount total;  // quantity × price − discount
 };
 
 struct Receipt {
@@ -44,11 +45,11 @@ struct Receipt {
     Payment payment = Payment::cash;
 
     std::vector<ReceiptLine> lines;
-    double total = 0;     // before the invoice discount
-    double discount = 0;  // the invoice discount
-    double net = 0;
-    double paid = 0;
-    double remaining = 0;  // the change
+    common::Amount total;     // before the invoice discount
+    common::Amount discount;  // the invoice discount
+    common::Amount net;
+    common::Amount paid;
+    common::Amount remaining;  // the change
 };
 
 // The line with the shop's telephone on a printed page: "Tel : 02-2574 1234".

@@ -93,8 +93,9 @@ class TextReceipt {
         const std::size_t name_field = page_.columns() - before_name;
         for (const ReceiptLine& line : receipt_.lines) {
             std::string printed;
-            for (const double figure : {line.total, line.quantity, line.price}) {
-                printed += right_aligned(common::format_amount(figure), number_field);
+            for (const std::string& figure : {line.total.text(), common::format_amount(line.quantity),
+                                              common::format_amount(line.price)}) {
+                printed += right_aligned(figure, number_field);
                 printed += field_gap;
             }
             page_.line(printed + right_aligned(name_text(line.item_name, codes_), name_field));
@@ -115,11 +116,11 @@ class TextReceipt {
 
     // The amount is right-aligned in its field of 10. A longer one runs into the margin before it, because a
     // total without its first digits would be another total. The label fills the rest of the line.
-    void total(std::string_view name, double amount) {
+    void total(std::string_view name, common::Amount amount) {
         const std::size_t amount_end =
             blanks(page_.width() - static_cast<int>(amount_field), 2) + amount_field;
         const std::size_t label_field = page_.columns() - amount_end - field_gap.size();
-        page_.line(right_aligned(common::format_amount(amount), amount_end) + std::string(field_gap) +
+        page_.line(right_aligned(amount.text(), amount_end) + std::string(field_gap) +
                    left_aligned(arabic(name), label_field));
     }
 

@@ -68,7 +68,7 @@ SaveOutcome Checkout::SaveInvoice() {
         PaymentTaken taken;
         if (begun.payment) {
             const PaymentConfirmed confirmed = begun.payment->confirm();
-            taken = {confirmed.paid, confirmed.change};
+            taken = confirmed.taken;
             invoice_.worker = confirmed.worker;
             invoice_.worker_name = confirmed.worker_name;
         } else if (invoice_.payment == PaymentOption::card) {

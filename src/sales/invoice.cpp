@@ -49,7 +49,7 @@ std::array<std::string, column::count> Line::cells(int number) const {
     cell[column::price] = common::format_amount(price);
     cell[column::discount_value] = common::format_amount(discount);
     cell[column::discount_percent] = common::format_amount(discount_percent());
-    cell[column::total] = common::format_amount(total());
+    cell[column::total] = total().text();
     cell[column::unit_factor] = common::shortest_text(factor);
     cell[column::unit_code] = std::to_string(unit_code);
     cell[column::salver_code] = std::to_string(salver_code);
@@ -100,14 +100,19 @@ void Invoice::sell_from(std::int64_t new_store) {
             line.source_kind = SourceKind::selling_store;
 }
 
-double Invoice::total() const {
-    return std::accumulate(lines.begin(), lines.end(), 0.0,
-                           [](double sum, const Line& line) { return sum + line.total(); });
+common::Amount Invoice::total() const {
+    return std::accumulate(lines.begin(), lines.end(), common::Amount(),
+                           [](common::Amount sum, const Line& line) { return sum + line.total(); });
 }
 
-double Invoice::cost() const {
-    return std::accumulate(lines.begin(), lines.end(), 0.0,
-                           [](double sum, const Line& line) { return sum + line.quantity * line.unit_cost; });
+common::Amount Invoice::cost() const {
+    return std::accumulate(lines.begin(), lines.end(), common::Amount(),
+                           [](common::Amount sum, const Line& line) { return sum + line.cost(); });
+}
+
+void Invoice::set_discount(double value) {
+    const common::Amount whole = total();
+    discount_percent = whole.is_zero() ? 0 : value * 100 / whole.value();
 }
 
 std::uint32_t grid_colour(KindOption kind) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "accounts/walk_in_customer.h"
+#include "common/amount.h"
 #include "common/date_time.h"
 
 namespace sales {
@@ -89,8 +90,9 @@ struct Line {
         source_store = store;
     }
     double gross() const { return quantity * price; }
-    // Not rounded; rounding is only for showing.
-    double total() const { return gross() - discount; }
+    // Rounded here once, so that the lines shown add up to the total shown.
+    common::Amount total() const { return common::Amount(gross() - discount); }
+    common::Amount cost() const { return common::Amount(quantity * unit_cost); }
     // discount × 100 / gross; 0 if the gross is 0.
     double discount_percent() const { return gross() == 0 ? 0 : discount * 100 / gross(); }
     double base_quantity() const { return quantity * factor; }
@@ -150,10 +152,12 @@ struct Invoice {
     void sell_from(std::int64_t new_store);
     // sales.vcode: the account customer, else the walk-in customer.
     std::int64_t vcode() const { return payment == PaymentOption::account ? customer : walk_in_customer; }
-    double total() const;  // Σ line totals
-    double discount() const { return total() * discount_percent / 100; }
-    double net() const { return total() - discount(); }
-    double cost() const;  // Σ quantity × unit cost
+    common::Amount total() const;  // Σ line totals
+    common::Amount discount() const { return common::Amount(total().value() * discount_percent / 100); }
+    common::Amount net() const { return total() - discount(); }
+    common::Amount cost() const;  // Σ line costs
+    // Keeps an invoice discount that is known as a value.
+    void set_discount(double value);
 };
 
 // --- what kinds, payments and columns are called ----------------------------------------------------

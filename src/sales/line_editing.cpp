@@ -48,10 +48,6 @@ bool exceeds_ceiling(double discount, double amount, float max_dis) {
     return static_cast<float>(discount * 100 / amount) > max_dis;
 }
 
-bool makes_loss(double amount, double cost) {
-    return amount < cost - 1e-6 * std::max(1.0, std::abs(cost));
-}
-
 bool LineEditing::refuse(std::string_view text) {
     prompts_.message(text);
     return false;
@@ -132,8 +128,7 @@ bool LineEditing::commit_discount(Line& line, std::string_view text, bool as_per
         return refuse(message::line_discount_refused);
     }
     line.discount = discount;
-    if (makes_loss(line.gross() - discount, line.quantity * line.unit_cost))
-        prompts_.message(message::discount_loses);
+    if (line.total() < line.cost()) prompts_.message(message::discount_loses);
     return true;
 }
 
@@ -147,16 +142,17 @@ bool refuse(Invoice& invoice, common::Prompts& prompts, std::string_view text) {
 
 bool grant(Invoice& invoice, const signin::Session& session, common::Prompts& prompts, double discount,
            double percent) {
-    const double total = invoice.total();
-    if (discount >= total) return refuse(invoice, prompts, message::check_discount);
-    if (exceeds_ceiling(discount, total, session.settings.max_dis) &&
+    const common::Amount total = invoice.total();
+    if (common::Amount(discount) >= total) return refuse(invoice, prompts, message::check_discount);
+    // The ceiling holds for the discount as granted: 10 % of 10.05 is 10 %, although 1.01 is more.
+    if (exceeds_ceiling(discount, total.value(), session.settings.max_dis) &&
         !signin::authorise(session, prompts, signin::Action::discount_above_ceiling,
                            message::invoice_discount_refused, common::Icon::none)) {
         invoice.discount_percent = 0;
         return false;
     }
     invoice.discount_percent = percent;
-    if (makes_loss(total - discount, invoice.cost())) prompts.message(message::discount_loses);
+    if (invoice.net() < invoice.cost()) prompts.message(message::discount_loses);
     return true;
 }
 
@@ -166,7 +162,7 @@ bool commit_discount_value(Invoice& invoice, const signin::Session& session, com
                            std::string_view text) {
     const auto value = read_discount(text, message::check_discount);
     if (!value.is_good()) return refuse(invoice, prompts, value.refusal);
-    const double total = invoice.total();
+    const double total = invoice.total().value();
     return grant(invoice, session, prompts, value.value, total > 0 ? value.value * 100 / total : 0);
 }
 
@@ -174,7 +170,7 @@ bool commit_discount_percent(Invoice& invoice, const signin::Session& session, c
                              std::string_view text) {
     const auto percent = read_discount(text, message::check_discount);
     if (!percent.is_good()) return refuse(invoice, prompts, percent.refusal);
-    return grant(invoice, session, prompts, invoice.total() * percent.value / 100, percent.value);
+    return grant(invoice, session, prompts, invoice.total().value() * percent.value / 100, percent.value);
 }
 
 }  // namespace sales

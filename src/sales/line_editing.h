@@ -30,9 +30,6 @@ bool is_valid_discount(double discount);
 // exceeds it.
 bool exceeds_ceiling(double discount, double amount, float max_dis);
 
-// Returns true if an amount is below the cost by more than the error of binary sums.
-bool makes_loss(double amount, double cost);
-
 class LineEditing {
   public:
     LineEditing(database::Connection& connection, const signin::Session& session, common::Prompts& prompts)

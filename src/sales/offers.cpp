@@ -35,8 +35,7 @@ stock::OfferHeader offer_header(const Invoice& invoice, std::int64_t user) {
     header.ctype = ctype_of(invoice.kind);
     header.stype = stype_of(invoice.payment);
     header.user = user;
-    // Rounded as the discount field shows it.
-    header.discount = common::round_decimals(invoice.discount(), 2);
+    header.discount = invoice.discount().value();
     header.walk_in = invoice.walk_in ? invoice.walk_in->code : 0;
     header.date = invoice.date;
     return header;
@@ -70,9 +69,7 @@ Invoice invoice_of(Connection& connection, const stock::Offer& offer) {
         invoice.lines.back().marked = true;
         restore_cut_name(connection, invoice.lines.back());
     }
-    // An offer stores the invoice discount as a value, an invoice has the percent.
-    const double total = invoice.total();
-    invoice.discount_percent = total == 0 ? 0 : offer.header.discount * 100 / total;
+    invoice.set_discount(offer.header.discount);
     return invoice;
 }
 
@@ -115,13 +112,13 @@ std::optional<printing::Report> quotation(Connection& connection, const signin::
                                line.item_code ? std::to_string(*line.item_code) : std::string(), line.name,
                                line.unit_name, common::shortest_text(line.quantity),
                                common::format_amount(line.price), common::format_amount(line.discount),
-                               common::format_amount(line.total())});
+                               line.total().text()});
     }
-    report.totals = {{"الاجمالي", common::format_amount(invoice.total())},
-                     {"خـــــــصم", common::format_amount(invoice.discount())},
-                     {"الصافي", common::format_amount(invoice.net())}};
+    report.totals = {{"الاجمالي", invoice.total().text()},
+                     {"خـــــــصم", invoice.discount().text()},
+                     {"الصافي", invoice.net().text()}};
     // The receipts' own speller does not reach the thousands of quotations.
-    report.words = common::spell_amount(invoice.net());
+    report.words = common::spell_amount(invoice.net().value());
     for (const std::string& line : session.credit_lines) {
         if (!line.empty()) report.footers.push_back(line);
     }

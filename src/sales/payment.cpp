@@ -1,14 +1,15 @@
 #include "sales/payment.h"
 
 #include "common/numbers.h"
+#include "common/typed.h"
 
 namespace sales {
 
-std::string display_text(double amount, double change) {
+std::string display_text(common::Amount amount, common::Amount change) {
     constexpr std::size_t line_length = 20;
-    std::string text = "Total  " + common::format_amount(amount);
+    std::string text = "Total  " + amount.text();
     if (text.size() < line_length) text.resize(line_length, ' ');
-    return text + "Change  " + common::format_amount(change);
+    return text + "Change  " + change.text();
 }
 
 void ShowOnDisplay(common::Devices& devices, std::string_view text) {
@@ -21,30 +22,18 @@ void OpenDrawer(common::Devices& devices, std::string_view port) {
     if (!port.empty()) devices.write_port(port, "\x07");
 }
 
-Payment::Payment(common::Devices& devices, double net, std::vector<common::Choice> workers,
+Payment::Payment(common::Devices& devices, common::Amount net, std::vector<common::Choice> workers,
                  std::int64_t chosen)
-    : devices_(devices), net_(common::round_decimals(net, 2)), paid_(net_), workers_(std::move(workers)) {
+    : devices_(devices), net_(net), paid_(net), workers_(std::move(workers)) {
     choose_worker(chosen);
     refresh_display();
 }
 
-// Rounded, because subtracting doubles leaves an error below the smallest coin.
-double Payment::change() const {
-    return common::round_decimals(paid_ - net_, 2);
-}
-
-std::string Payment::net_text() const {
-    return common::format_amount(net_);
-}
-std::string Payment::paid_text() const {
-    return common::format_amount(paid_);
-}
-std::string Payment::change_text() const {
-    return common::format_amount(change());
-}
-
 void Payment::type_paid(std::string_view text) {
-    paid_ = common::numeric_value(text);
+    const bool has_digit = common::western_digits(text).find_first_of("0123456789") != std::string::npos;
+    const common::TypedAmount typed = has_digit ? common::read_amount(text) : common::TypedAmount{};
+    refusal_ = typed.refusal;
+    if (typed.is_good()) paid_ = typed.value;
     refresh_display();
 }
 
@@ -54,7 +43,7 @@ void Payment::choose_worker(std::int64_t code) {
 
 PaymentConfirmed Payment::confirm() {
     ShowOnDisplay(devices_, welcome_text);
-    return {paid_, change(), worker_, name_of(workers_, worker_)};
+    return {{paid_, change()}, worker_, name_of(workers_, worker_)};
 }
 
 void Payment::cancel() {

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/amount.h"
 #include "common/choice.h"
 #include "common/services.h"
 
@@ -21,7 +22,7 @@ inline constexpr std::string_view keyboard_drawer_port = "com3";
 
 // Two lines in one text: "Total  " and the amount, padded with blanks to 20 characters, then "Change  " and
 // the change.
-std::string display_text(double amount, double change);
+std::string display_text(common::Amount amount, common::Amount change);
 
 // Replaces what the display shows: control characters 31 (clear) and 17, then the text, without line ends.
 // Errors are ignored.
@@ -32,37 +33,35 @@ void OpenDrawer(common::Devices& devices, std::string_view port);
 
 // What was paid for an invoice.
 struct PaymentTaken {
-    double paid = 0;
-    double change = 0;
+    common::Amount paid;
+    common::Amount change;
 };
 
 // What the payment dialog returns.
 struct PaymentConfirmed {
-    double paid = 0;
-    double change = 0;
+    PaymentTaken taken;
     std::int64_t worker = 0;  // the chosen salesman; 0 for none
     std::string worker_name;
 };
 
 class Payment {
   public:
-    // Opens for a net amount, rounded to the two decimals that are shown, because these are what the customer
-    // pays. The net is proposed as paid, and the display shows it with no change. `workers` is the salesman
-    // list, `chosen` the one already on the invoice.
-    Payment(common::Devices& devices, double net, std::vector<common::Choice> workers,
+    // Opens for a net amount, which is proposed as paid; the display shows it with no change. `workers` is
+    // the salesman list, `chosen` the one already on the invoice.
+    Payment(common::Devices& devices, common::Amount net, std::vector<common::Choice> workers,
             std::int64_t chosen = 0);
 
-    double net() const { return net_; }
-    double paid() const { return paid_; }
-    double change() const;
-    std::string net_text() const;
-    std::string paid_text() const;    // "0.00"
-    std::string change_text() const;  // "0.00", negative when too little was paid
+    common::Amount net() const { return net_; }
+    common::Amount paid() const { return paid_; }
+    common::Amount change() const { return paid_ - net_; }  // negative when too little was paid
     const std::vector<common::Choice>& workers() const { return workers_; }
     std::int64_t worker() const { return worker_; }
 
-    // The paid field changed. Non-numbers count as 0.
+    // The paid field changed. A text without a digit counts as 0. One that is no amount leaves what was paid
+    // as it was, until it is corrected.
     void type_paid(std::string_view text);
+    // Why the typed text is no amount, for the cashier; empty if the payment can be confirmed.
+    std::string_view refusal() const { return refusal_; }
     void choose_worker(std::int64_t code);
 
     // Both end the dialog; the display then greets the next customer.
@@ -73,8 +72,9 @@ class Payment {
     void refresh_display();
 
     common::Devices& devices_;
-    double net_ = 0;
-    double paid_ = 0;
+    common::Amount net_;
+    common::Amount paid_;
+    std::string_view refusal_;
     std::vector<common::Choice> workers_;
     std::int64_t worker_ = 0;
 };

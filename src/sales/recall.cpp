@@ -114,8 +114,7 @@ RecalledInvoice load_invoice(Connection& connection, const Row& header, bool num
     if (!header.null("cust_c"))
         invoice.walk_in = accounts::find_walk_in(connection, header.integer("cust_c"));
     invoice.lines = lines_of(connection, recalled, number_is_shared, lists);
-    const double total = invoice.total();
-    invoice.discount_percent = total == 0 ? 0 : header.number("pdis") * 100 / total;
+    invoice.set_discount(header.number("pdis"));
     return recalled;
 }
 
@@ -207,7 +206,7 @@ std::vector<ReceiptRow> receipts_of_day(Connection& connection, std::int64_t sto
         if (rows.size() == limit) break;
         const InvoiceKey key = key_of(row);
         rows.push_back({key, row.moment("time_").time, payment_of(key.vcode, row.integer("stype")),
-                        row.number("ptot") - row.number("pdis")});
+                        common::Amount(row.number("ptot") - row.number("pdis"))});
     }
     return rows;
 }

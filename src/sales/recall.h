@@ -24,7 +24,7 @@ struct ReceiptRow {
     InvoiceKey key;
     common::TimeOfDay time;  // of saving
     PaymentOption payment = PaymentOption::cash;
-    double net = 0;
+    common::Amount net;
 };
 
 // The receipts that this drawer saved on a day, newest first, at most `limit`.

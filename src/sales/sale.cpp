@@ -40,10 +40,10 @@ void DeskPart::NextInvoiceNumber() {
 }
 
 void DeskPart::RecalcTotals() {
-    sale_.figures.total = common::format_amount(invoice_.total());
-    sale_.figures.discount_value = common::format_amount(invoice_.discount());
+    sale_.figures.total = invoice_.total().text();
+    sale_.figures.discount_value = invoice_.discount().text();
     sale_.figures.discount_percent = common::format_amount(invoice_.discount_percent);
-    sale_.figures.net = common::format_amount(invoice_.net());
+    sale_.figures.net = invoice_.net().text();
 }
 
 void DeskPart::show_line(std::optional<std::size_t> row) {

@@ -53,7 +53,7 @@ void SaleLines::check_sale_period() {
 }
 
 void SaleLines::show_net_on_display() {
-    ShowOnDisplay(services_.devices, display_text(invoice_.net(), 0));
+    ShowOnDisplay(services_.devices, display_text(invoice_.net(), {}));
 }
 
 // The sale changes only once the stock has been read, so there is nothing to undo.

@@ -235,8 +235,8 @@ void Saving::write_header(const Invoice& invoice) {
     sales.set("vcode", invoice.vcode());
     sales.set("Date", invoice.date);
     sales.set("ctype", ctype_of(invoice.kind));
-    sales.set("ptot", invoice.total());
-    sales.set("pdis", invoice.discount());
+    sales.set("ptot", invoice.total().value());
+    sales.set("pdis", invoice.discount().value());
     sales.set("ptax", 0);
     sales.set("stcode", invoice.store);
     sales.set("User", session_.user_code);
@@ -258,7 +258,7 @@ void Saving::write_header(const Invoice& invoice) {
         sales.set("bcode", invoice.card.bank_code);
         sales.set("safe", 1);
     }
-    if (invoice.payment == PaymentOption::tips) sales.set("disboun", invoice.discount());
+    if (invoice.payment == PaymentOption::tips) sales.set("disboun", invoice.discount().value());
     if (invoice.original_number) sales.set("inv_o", *invoice.original_number);
     sales.update();
     has_written_ = true;

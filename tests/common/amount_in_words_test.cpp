@@ -140,4 +140,27 @@ TEST(SpelledAmount, CountsInWordsUpToBillions) {
         EXPECT_EQ(common::spell_amount(amount), words) << amount;
 }
 
+// Where the receipts' words would leave a part of the amount out, the vouchers' name it.
+TEST(InvoiceWords, NameEveryAmountWhole) {
+    const struct {
+        double amount;
+        const char* words;
+    } cases[] = {
+        {0, "فقط صفر جنيها لا غير"},
+        {0.35, "فقط خمسة وثلاثون قرشا لا غير"},
+        {5, "فقط  خمسة جنيها لا غير"},
+        {10, "فقط عشرة جنيها لا غير"},
+        {12.1, "فقط اثنا عشر جنيها وعشرة قرشا لا غير"},
+        {12.35, "فقط أثناعشر  جنيها و  خمسة و  ثلاثون  قرشا لاغير"},
+        {110, "فقط مائة وعشرة جنيها لا غير"},
+        {111, "فقط مائة و أحدعشر  جنيها لا غير"},
+        {999.99, "فقط تسعمائة و  تسعة و  تسعون  جنيها و  تسعة و  تسعون  قرشا لاغير"},
+        {1000, "فقط ألف جنيها لا غير"},
+        {40000, "فقط أربعون ألفا جنيها لا غير"},
+        {1e12, "فقط 1000000000000.00 جنيها لا غير"},
+    };
+    for (const auto& [amount, words] : cases)
+        EXPECT_EQ(common::invoice_words(common::Amount(amount)), words) << amount;
+}
+
 }  // namespace

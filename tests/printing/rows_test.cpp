@@ -40,8 +40,8 @@ TEST(LayoutRows, PriceFollowsTheSettingAndQuantityShowsNoNeedlessDecimals) {
     test::Shop shop;
     LayoutRows rows(shop.connection(), 1, "سعاد");
     Receipt receipt = test::sale();
-    receipt.lines.push_back({"", "صنف عام", "", 0, 15, 0, 0});
-    receipt.lines.push_back({"9", std::string(), "", 1.0 / 3, 3, 0, 1});
+    receipt.lines.push_back({"", "صنف عام", "", 0, 15, 0, {}});
+    receipt.lines.push_back({"9", std::string(), "", 0.45, 69.99, 0, common::Amount(31.5)});
     for (int i = 0; i < 100; ++i)
         receipt.lines.back().item_name += "اب";
     rows.write(receipt, Form::full, {});
@@ -53,6 +53,7 @@ TEST(LayoutRows, PriceFollowsTheSettingAndQuantityShowsNoNeedlessDecimals) {
     EXPECT_EQ(read[3].unit, "علبة");
     EXPECT_EQ(read[2].quantity, "0.45");
     EXPECT_EQ(read[5].price, "15.00") << "nothing to divide by";
+    EXPECT_EQ(read[6].price, "69.99") << "not 31.50 / 0.45";
     EXPECT_EQ(read[6].item_name.size(), 200u) << "cut to the column's 100 letters";
 
     ReceiptSettings as_entered;

@@ -18,16 +18,16 @@ inline printing::Receipt sale() {
     receipt.number = 1284;
     receipt.date = {2026, 11, 21};
     receipt.time = {10, 42, 7, 0};
-    receipt.lines = {{"1023", "أرز مصري فاخر 1 كجم", "كيس", 2, 34.5, 0, 69},
-                     {"2210", "زيت عباد الشمس 1.5 لتر", "زجاجة", 1, 61.75, 0, 61.75},
-                     {"123", "جبنة رومي قديمة", "كجم", 0.45, 220, 0, 99},
-                     {"3307", "شاي ناعم 250 جم إسكندرية", "علبة", 3, 48, 7.2, 136.8},
-                     {"5502", "Nescafe Gold 100g", "علبة", 1, 12345.5, 0, 12345.5}};
-    receipt.total = 12712.05;
-    receipt.discount = 127.12;
-    receipt.net = 12584.93;
-    receipt.paid = 12600;
-    receipt.remaining = 15.07;
+    receipt.lines = {{"1023", "أرز مصري فاخر 1 كجم", "كيس", 2, 34.5, 0, common::Amount(69)},
+                     {"2210", "زيت عباد الشمس 1.5 لتر", "زجاجة", 1, 61.75, 0, common::Amount(61.75)},
+                     {"123", "جبنة رومي قديمة", "كجم", 0.45, 220, 0, common::Amount(99)},
+                     {"3307", "شاي ناعم 250 جم إسكندرية", "علبة", 3, 48, 7.2, common::Amount(136.8)},
+                     {"5502", "Nescafe Gold 100g", "علبة", 1, 12345.5, 0, common::Amount(12345.5)}};
+    receipt.total = common::Amount(12712.05);
+    receipt.discount = common::Amount(127.12);
+    receipt.net = common::Amount(12584.93);
+    receipt.paid = common::Amount(12600);
+    receipt.remaining = common::Amount(15.07);
     return receipt;
 }
 

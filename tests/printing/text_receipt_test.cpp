@@ -14,6 +14,7 @@
 
 namespace {
 
+using common::Amount;
 using printing::default_codes;
 using printing::Form;
 using printing::Receipt;
@@ -61,11 +62,11 @@ TEST(TextReceipt, IsTheExpectedFileByteForByte) {
 
 TEST(TextReceipt, CutsNamesAndNumbersAtTheLeft) {
     Receipt receipt = test::sale();
-    receipt.lines = {{"1", "صابون ", "", 1, 1, 0, 1}};
+    receipt.lines = {{"1", "صابون ", "", 1, 1, 0, Amount(1)}};
     for (int i = 0; i < 40; ++i)
         receipt.lines[0].item_name += "سائل ";
     receipt.lines[0].quantity = 1234567;
-    receipt.lines[0].total = 9876543210.0;
+    receipt.lines[0].total = Amount(9876543210.0);
     for (const auto& [width, name_field] : {std::pair(48, 21u), std::pair(40, 13u)}) {
         const auto lines = item_lines(text_receipt(receipt, Form::full, width, default_codes()));
         ASSERT_EQ(lines.size(), 1u);
@@ -79,7 +80,7 @@ TEST(TextReceipt, CutsNamesAndNumbersAtTheLeft) {
 
 TEST(TextReceipt, KeepsEveryDigitOfATotal) {
     Receipt receipt = test::sale();
-    receipt.total = 9876543210.0;
+    receipt.total = Amount(9876543210.0);
     const std::string printed = text_receipt(receipt, Form::full, 40, default_codes());
     EXPECT_NE(printed.find(" 9876543210.00  "), std::string::npos);
 }
@@ -91,7 +92,7 @@ TEST(TextReceipt, HasNoLineBeyondItsWidthWhateverIsTyped) {
         longest += i % 7 == 0 ? " لا" : "ن5";
     for (std::string* text : {&receipt.store_name, &receipt.second_store_name, &receipt.telephone})
         *text = longest;
-    receipt.lines.assign(500, {"1", longest, "", 1e12, 1e12, 0, 1e12});
+    receipt.lines.assign(500, {"1", longest, "", 1e12, 1e12, 0, Amount(1e12)});
     receipt.number = 9223372036854775807;
     for (const int width : {48, 40}) {
         const std::string printed = text_receipt(receipt, Form::full, width, default_codes());

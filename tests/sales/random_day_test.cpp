@@ -3,6 +3,7 @@
 // twice.
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <map>
 #include <random>
 
@@ -85,10 +86,11 @@ class RandomDay {
   private:
     // By hand, from quantities and prices.
     static double worth(const Invoice& invoice) {
+        const auto piastres = [](double pounds) { return std::floor(pounds * 100 + 0.5 + 1e-6); };
         double sum = 0;
         for (const Line& line : invoice.lines)
-            sum += line.quantity * line.price - line.discount;
-        return sum * (1 - invoice.discount_percent / 100);
+            sum += piastres(line.quantity * line.price - line.discount);
+        return (sum - piastres(sum * invoice.discount_percent / 10000)) / 100;
     }
     int pick(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random_); }
 

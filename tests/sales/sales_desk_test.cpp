@@ -103,7 +103,7 @@ TEST(SalesDesk, ACashSaleFromScanToDrawer) {
     EXPECT_EQ(counter.shop.number("select wcode from sales where pnum = 1"), 1);
     ASSERT_TRUE(desk.last_receipt().has_value());
     EXPECT_EQ(desk.last_receipt()->invoice.number, 1);
-    EXPECT_EQ(desk.last_receipt()->payment.change, 50);
+    EXPECT_EQ(desk.last_receipt()->payment.change, common::Amount(50));
     EXPECT_THAT(desk.invoice().lines, IsEmpty());
     EXPECT_EQ(std::to_string(desk.invoice().number), "2");
     EXPECT_EQ(desk.sale().figures.net, "0.00");

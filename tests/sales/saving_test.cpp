@@ -11,6 +11,7 @@
 
 namespace {
 
+using common::Amount;
 using sales::Invoice;
 using sales::KindOption;
 using sales::PaymentOption;
@@ -31,7 +32,7 @@ TEST(Saving, CashSaleWritesHeaderLinesAndStockOldestFirst) {
     invoice.discount_percent = 10;
     invoice.worker = 1;
     auto saving = till.saving();
-    ASSERT_EQ(saving.save(invoice, {500, 23}), SaveOutcome::saved);
+    ASSERT_EQ(saving.save(invoice, {Amount(500), Amount(23)}), SaveOutcome::saved);
 
     EXPECT_EQ(invoice.number, 1);
     const auto header = till.shop.connection().query("select * from sales");
@@ -176,9 +177,9 @@ TEST(Saving, ReturnsMirrorSales) {
 
     const auto recalled = sales::recall_newest(till.shop.connection(), 1, sales::Series::account_sales, 1);
     ASSERT_TRUE(recalled);
-    EXPECT_NEAR(recalled->invoice.net(), sale.net(), 1e-9);
+    EXPECT_EQ(recalled->invoice.net(), sale.net());
     Invoice back = sales::return_of(till.shop.connection(), *recalled);
-    EXPECT_NEAR(back.net(), sale.net(), 1e-9);
+    EXPECT_EQ(back.net(), sale.net());
     ASSERT_EQ(saving.save(back, {}), SaveOutcome::saved) << till.services.prompts.last();
 
     EXPECT_NEAR(till.shop.number("select cacc from custdata where ccode = 7"), 100, 1e-9);
@@ -207,12 +208,12 @@ TEST(Saving, ReceiptsOfOneNumberAreToldApart) {
     till.shop.sql("update sales set pnum = 1");
     till.shop.sql("update saledata set pnum = 1");
 
-    EXPECT_DOUBLE_EQ(sales::recall_newest(till.connection(), 1, sales::Series::cash_sales, 1)->invoice.net(),
-                     75);
+    EXPECT_EQ(sales::recall_newest(till.connection(), 1, sales::Series::cash_sales, 1)->invoice.net(),
+              Amount(75));
     const auto receipts = sales::receipts_of_day(till.connection(), 1, 1, first.date, 10);
     ASSERT_EQ(receipts.size(), 2u);
-    EXPECT_DOUBLE_EQ(sales::recall_invoice(till.connection(), receipts[0])->invoice.net(), 75);
-    EXPECT_DOUBLE_EQ(sales::recall_invoice(till.connection(), receipts[1])->invoice.net(), 35);
+    EXPECT_EQ(sales::recall_invoice(till.connection(), receipts[0])->invoice.net(), Amount(75));
+    EXPECT_EQ(sales::recall_invoice(till.connection(), receipts[1])->invoice.net(), Amount(35));
 }
 
 TEST(InvoiceKey, TheLogsNameIsReadBack) {
@@ -467,12 +468,12 @@ TEST(Saving, SettingsChooseTheReceipts) {
         invoice.suppress_receipt = test.suppressed;
         invoice.lines = {Till::line(200, 1, 25)};
         auto saving = till.saving();
-        EXPECT_EQ(saving.save(invoice, {30, 5}), SaveOutcome::saved);
+        EXPECT_EQ(saving.save(invoice, {Amount(30), Amount(5)}), SaveOutcome::saved);
         std::vector<Form> forms;
         for (const auto& [receipt, form] : till.printer.printed) {
             forms.push_back(form);
             EXPECT_EQ(receipt.number, 1);
-            EXPECT_DOUBLE_EQ(receipt.remaining, 5);
+            EXPECT_EQ(receipt.remaining, Amount(5));
             EXPECT_EQ(receipt.shift_number, 14);
         }
         EXPECT_EQ(forms, test.expected);

@@ -34,22 +34,20 @@ ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesDesk& desk)
     : Sheet(host, "بونات اليوم"), desk_(desk), rows_(desk.receipts().receipts_today()) {
     setObjectName("receipts_screen");
     set_card_width(760);
-    double sold = 0;
-    double returned = 0;
+    common::Amount sold;
+    common::Amount returned;
     std::vector<QStringList> texts;
     for (const sales::ReceiptRow& row : rows_) {
         (row.key.is_sale() ? sold : returned) += row.net;
         texts.push_back({"\u200e" + QString::number(row.key.number),
                          "\u200e" + qt(common::twelve_hour_text(row.time)), kind_text(row.key),
-                         qt(sales::payment_caption(row.payment)),
-                         "\u200e" + qt(common::format_amount(row.net))});
+                         qt(sales::payment_caption(row.payment)), "\u200e" + qt(row.net.text())});
     }
-    auto* sums =
-        label(rows_.empty() ? QString("لم يحفظ هذا الدرج أي بون اليوم")
-                            : QString("عدد البونات %1 · مبيعات \u200e%2 · مرتجعات \u200e%3")
-                                  .arg(rows_.size())
-                                  .arg(qt(common::format_amount(sold)), qt(common::format_amount(returned))),
-              "side");
+    auto* sums = label(rows_.empty() ? QString("لم يحفظ هذا الدرج أي بون اليوم")
+                                     : QString("عدد البونات %1 · مبيعات \u200e%2 · مرتجعات \u200e%3")
+                                           .arg(rows_.size())
+                                           .arg(qt(sold.text()), qt(returned.text())),
+                       "side");
     sums->setObjectName("receipts_sums");
     body()->addWidget(sums);
     table_ = new ListTable("receipts", {"رقم البون", "الوقت", "النوع", "الدفع", "الصافي"}, 2);
@@ -114,16 +112,17 @@ QFrame* figure_box(const char* role, const QString& caption, QLabel* figure) {
 
 }  // namespace
 
-PaymentDialog::PaymentDialog(QWidget* host, sales::Payment& payment) : Sheet(host), payment_(payment) {
+PaymentDialog::PaymentDialog(QWidget* host, const Context& context, sales::Payment& payment)
+    : Sheet(host), context_(context), payment_(payment) {
     setObjectName("Form34");
     set_card_width(520);
     auto* net = new Figure("payment_net", "netfigure");
-    net->setText(qt(payment.net_text()));
+    net->setText(qt(payment.net().text()));
     body()->addWidget(figure_box("net", "الصافي", net));
 
     paid_ = new AmountField("paid");
     set_role(paid_, "large");
-    paid_->setText(qt(payment.paid_text()));
+    paid_->setText(qt(payment.paid().text()));
     body()->addWidget(captioned("المدفوع", paid_));
 
     change_ = new Figure("change", "changefigure");
@@ -151,12 +150,18 @@ void PaymentDialog::take_focus() {
 }
 
 void PaymentDialog::enter() {
+    if (!payment_.refusal().empty()) {
+        context_.services.prompts.message(payment_.refusal());
+        paid_->setFocus();
+        paid_->selectAll();
+        return;
+    }
     leave(1);
 }
 
 void PaymentDialog::show_change() {
-    change_->setText(qt(payment_.change_text()));
-    set_state(change_box_, "short", payment_.change() < 0);
+    change_->setText(qt(payment_.change().text()));
+    set_state(change_box_, "short", payment_.change() < common::Amount());
 }
 
 InvoiceDataSheet::InvoiceDataSheet(QWidget* host, const Context& context, sales::SalesDesk& desk)

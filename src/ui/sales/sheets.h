@@ -53,7 +53,7 @@ class ReceiptsSheet : public Sheet {
 class PaymentDialog : public Sheet {
     Q_OBJECT
   public:
-    PaymentDialog(QWidget* host, sales::Payment& payment);
+    PaymentDialog(QWidget* host, const Context& context, sales::Payment& payment);
 
   protected:
     void take_focus() override;
@@ -62,6 +62,7 @@ class PaymentDialog : public Sheet {
   private:
     void show_change();
 
+    const Context& context_;
     sales::Payment& payment_;
     AmountField* paid_;
     QLabel* change_;

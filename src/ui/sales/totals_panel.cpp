@@ -173,7 +173,7 @@ void TotalsPanel::show_state(const sales::SalesDesk& desk) {
     }
     if (const auto& last = desk.last_receipt()) {
         last_number_->setText("آخر بون " + QString::number(last->invoice.number));
-        last_change_->setText("الباقي \u200e" + qt(common::format_amount(last->payment.change)));
+        last_change_->setText("الباقي \u200e" + qt(last->payment.change.text()));
     }
 }
 
