@@ -55,7 +55,8 @@ TEST(Payment, ATextThatIsNoAmountIsRefusedAndChangesNothing) {
     sales::Payment payment(devices, Amount(12.5), {});
     payment.type_paid("20");
     for (const auto& [typed, why] :
-         {std::pair("12.345", common::message::too_fine), std::pair("-5", common::message::wrong_amount),
+         {std::pair("12.345", common::message::too_fine), std::pair("-5", common::message::no_minus),
+          std::pair("12,5", common::message::no_comma),
           std::pair("1000000000", common::message::wrong_amount)}) {
         payment.type_paid(typed);
         EXPECT_EQ(payment.refusal(), why) << typed;
