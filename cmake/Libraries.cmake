@@ -20,7 +20,7 @@ if(TALLVEX_SANITIZE)
     target_link_options(tallvex_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
-# tallvex_library([DEPENDS library...]): the static library of the folder it is called in, all its sources but
+# tallvex_library([DEPENDS library...]): the library of the folder it is called in, all its sources but
 # main.cpp. The library is named after its folder, with "_" for "/": src/ui/sales is ui_sales. Its headers are
 # included by their path below src/, through links in the build tree that only this library and those that link it
 # see.
@@ -38,7 +38,7 @@ function(tallvex_library)
     endforeach()
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
     list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
-    add_library(${name} STATIC ${sources})
+    add_library(${name} ${sources})
     target_include_directories(${name} PUBLIC "${include}")
     target_link_libraries(${name} PUBLIC ${LIBRARY_DEPENDS} PRIVATE tallvex_flags)
 endfunction()
