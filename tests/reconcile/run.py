@@ -1,0 +1,97 @@
+#!/usr/bin/python3
+"""Plays random movements on the real till and compares every figure with books that share no code with it.
+
+  run.py day --seed 3 --play build/bin/tallvex-test-play --admin build/bin/tallvex-admin --folder /tmp/day-3
+
+The play stays in the folder. A failure says which figure was expected, what was seen, after which movement, and the seed.
+"""
+import argparse
+import re
+import subprocess
+import sys
+from pathlib import Path
+
+import paper
+import shop
+from money import rounded, text
+from random_account import RandomAccount
+from random_day import RandomDay
+
+
+class Mismatch(Exception):
+    pass
+
+
+def play(program, steps, folder):
+    """Plays the steps. Returns the folder of the shop that is left."""
+    file = folder / "movements.play"
+    file.write_text(steps, encoding="utf-8")
+    done = subprocess.run([program, "--keep", folder / "kept", file], capture_output=True, text=True)
+    if done.returncode != 0:
+        raise Mismatch(explained(done.stderr, steps.splitlines()))
+    return folder / "kept" / "shop"
+
+
+def explained(output, steps):
+    """The program's words about a step that failed, after the movement that the step belongs to."""
+    found = re.search(r"\.play:(\d+): ", output)
+    if not found:
+        return output
+    movements = [step[2:] for step in steps[: int(found[1])] if step.startswith("# ")]
+    return f"after: {movements[-1] if movements else 'the start'}\n{output}"
+
+
+def admin(program, folder, *words):
+    done = subprocess.run([program, *words], cwd=folder, capture_output=True, text=True)
+    if done.returncode != 0:
+        raise Mismatch(f"tallvex-admin {words[0]}:\n{done.stdout}{done.stderr}")
+    return done.stdout
+
+
+def expect(what, expected, got):
+    if expected != got:
+        raise Mismatch(f"{what}: expected {expected}, got {got}")
+
+
+def compare_receipts(invoices, port):
+    receipts = paper.read(port.read_bytes())
+    expect("receipts", len(invoices), len(receipts))
+    for invoice, receipt in zip(invoices, receipts):
+        what = f"receipt of the invoice of {invoice.moment:%H:%M:%S}"
+        lines = [(text(line.total), text(line.quantity), text(line.price)) for line in invoice.lines]
+        expect(what + ", lines", lines, [tuple(text(cell) for cell in line) for line in receipt.lines])
+        sums = [invoice.total, invoice.discount, invoice.net]
+        if invoice.paid is not None:
+            sums += [invoice.paid, invoice.paid - invoice.net]
+        expect(what + ", totals", [text(amount) for amount in sums],
+               [text(amount) for amount in receipt.totals[: len(sums)]])
+
+
+def compare_check(program, folder):
+    """The shop is in order. Its printer and its drawer are only files of the play."""
+    admin(program, folder, "sql", "update basic set [print] = 'win', cash = ''")
+    for line in admin(program, folder, "check", "--days", "100000").splitlines():
+        if not line.startswith("ok ") and not line.startswith(("note   printer", "note   drawer port")):
+            raise Mismatch(f"tallvex-admin check: {line}")
+
+
+def main():
+    words = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    words.add_argument("what", choices=["day", "account"])
+    words.add_argument("--seed", type=int, required=True)
+    words.add_argument("--play", type=Path, required=True)
+    words.add_argument("--admin", type=Path, required=True)
+    words.add_argument("--folder", type=Path, required=True)
+    asked = words.parse_args()
+    asked.folder.mkdir(parents=True, exist_ok=True)
+    story = (RandomDay if asked.what == "day" else RandomAccount)(asked.seed)
+    try:
+        kept = play(asked.play.resolve(), story.write(), asked.folder)
+        compare_receipts(story.printed, kept / "ports" / "lpt1")
+        compare_check(asked.admin.resolve(), kept)
+    except Mismatch as mismatch:
+        sys.exit(f"seed {asked.seed}: {mismatch}")
+
+
+if __name__ == "__main__":
+    main()
