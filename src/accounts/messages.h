@@ -31,6 +31,12 @@ inline constexpr std::string_view duplicate_voucher = "عفوا تم إضافة 
 inline constexpr std::string_view no_such_voucher = "الإيصال غير موجود";
 // Another workstation has changed the voucher: nothing was written.
 inline constexpr std::string_view voucher_changed = "تم تعديل الإيصال من جهاز آخر .. لم يتم الحفظ";
+// "Voucher number …" "was saved in part only. The last step finished:" … "Save it again to complete it, here
+// or after choosing it by 'edit a voucher'."
+inline constexpr std::string_view voucher_number = "الإيصال رقم ";
+inline constexpr std::string_view voucher_partly_saved = " تم حفظ جزء منه فقط. آخر خطوة تمت: ";
+inline constexpr std::string_view voucher_partly_advice =
+    "\nاحفظه مرة أخرى ليكتمل، الآن أو بعد اختياره بزر تعديل إيصال";
 
 // Statement.
 inline constexpr std::string_view balance_on = "الرصيد في ";           // balance on

@@ -38,17 +38,16 @@ std::vector<common::Choice> load_parties(database::Connection& connection, Party
     return database::choices(connection.query(statement), "x1", "x2");
 }
 
-common::Amount move_balance(database::Connection& connection, PartyKind kind, std::int64_t code,
-                            common::Amount by) {
+common::Amount move_balance(database::Connection& connection, PartyKind kind, std::int64_t code, double by) {
     for (int attempt = 1;; ++attempt) {
         database::Recordset party(connection, party_row(kind, code));
         if (party.empty())
             throw database::Error("02000", "the party of the balance has no row",
                                   party_row(kind, code).text());
         const double before = party.number(balance_column(kind));
-        const common::Amount after(before + by.value());
-        if (before == after.value()) return after;
-        party.set(balance_column(kind), after.value());
+        const common::Amount after(before + by);
+        if (by == 0) return after;
+        party.set(balance_column(kind), before + by);
         try {
             party.update();
             return after;

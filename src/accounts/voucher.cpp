@@ -1,7 +1,5 @@
 #include "accounts/voucher.h"
 
-#include <stdexcept>
-
 #include "accounts/messages.h"
 #include "common/messages.h"
 #include "common/numbers.h"
@@ -12,9 +10,7 @@
 namespace accounts {
 
 using common::Amount;
-using common::FieldKind;
 using common::Refusal;
-using database::quoted;
 using database::Sql;
 
 namespace {
@@ -41,11 +37,11 @@ void Voucher::load_lists() {
 void Voucher::open_new() {
     opened_.reset();
     seen_.clear();
-    unmoved_ = {};
+    missing_ = {};
     party_kind_ = kind_ == VoucherKind::receipt ? PartyKind::customer : PartyKind::vendor;
     load_lists();
     fields = {};
-    fields.date = fields.cheque_date = clock_.now().date;
+    fields.date = fields.cheque_date = services_.clock.now().date;
     fields.number = propose_number(connection_, kind_);
     second_changed_ = false;
     method = Method::cash;
@@ -54,11 +50,16 @@ void Voucher::open_new() {
 }
 
 std::optional<Refusal> Voucher::open_edit(const VoucherKey& key) {
-    const auto found = connection_.query(find_statement(kind_, key));
-    if (found.empty()) return Refusal("", message::no_such_voucher);
-    const database::Row& row = found.front();
+    const auto found = find_voucher(connection_, kind_, key);
+    if (!found) return Refusal("", message::no_such_voucher);
+    const database::Row& row = found->row;
     party_kind_ = key.party_kind;
     load_lists();
+    // Its party may be in another list by now: direct receipts are of any kind of customer.
+    if (!contains(parties_, key.party)) {
+        if (const auto party = find_party(connection_, party_kind_, key.party))
+            parties_.push_back({key.party, party->name});
+    }
     choose_store(row.integer("stcode"));
     database::load(voucher_form(), row, fields);
     fields.party = key.party;
@@ -66,11 +67,11 @@ std::optional<Refusal> Voucher::open_edit(const VoucherKey& key) {
         if (*code == 0) code->reset();
     }
     if (row.null("tdate")) fields.cheque_date = fields.date;
-    method = static_cast<Method>(row.integer("Type"));
+    method = method_of(row);
     second_changed_ = fields.second_amount != fields.amount;
-    opened_ = key;
+    opened_ = key_of(row);
     seen_ = row.cells();
-    unmoved_ = {};
+    missing_ = missing_from_balance(connection_, row);
     return std::nullopt;
 }
 
@@ -122,17 +123,25 @@ std::optional<Refusal> Voucher::check() {
     if (auto refused = database::check(voucher_form(), fields, limits)) return refused;
     if (common::read_amount(fields.amount).value.is_zero())
         return Refusal("voucher_amount", common::message::enter_value);
-    const std::string_view number = common::trim(fields.number);
-    if (number.empty()) return Refusal("voucher_number", message::enter_number);
-    if (!is_editing() && is_duplicate(connection_, kind_, number)) {
-        fields.number.clear();
-        return Refusal("voucher_number", message::duplicate_voucher);
-    }
+    if (auto refused = check_number()) return refused;
     if (auto refused = check_place()) return refused;
     if (!fields.party) return Refusal("voucher_party", message::choose_party);
     if (!find_party(connection_, party_kind_, *fields.party))
         return Refusal("voucher_party", message::no_such_party);
     return std::nullopt;
+}
+
+// A number that was used before is that of another voucher, or of this one if an earlier save of it stopped
+// half-way, at whatever screen.
+std::optional<Refusal> Voucher::check_number() {
+    fields.number = common::western_digits(common::trim(fields.number));
+    if (fields.number.empty()) return Refusal("voucher_number", message::enter_number);
+    if (is_editing()) return std::nullopt;
+    if (fields.party)
+        opened_ = find_half_saved(connection_, {kind_, party_kind_, method, fields, services_.clock.now()});
+    if (is_editing() || !is_duplicate(connection_, kind_, fields.number)) return std::nullopt;
+    fields.number.clear();
+    return Refusal("voucher_number", message::duplicate_voucher);
 }
 
 // The drawer of cash and the bank of a cheque; another program may have deleted them since.
@@ -152,134 +161,34 @@ std::optional<Refusal> Voucher::check_place() {
 std::optional<Refusal> Voucher::save() {
     printed_.reset();
     if (auto refused = check()) return refused;
-    const VoucherRecord record{kind_, party_kind_, method, fields, clock_.now()};
-    const VoucherKey key = record.key();
-    const Amount before(opened_ ? opened_->amount : 0);
-    if (opened_) {
-        if (!rewrite_voucher(connection_, record, *opened_, seen_))
-            return Refusal("", message::voucher_changed);
-    } else {
-        add_voucher(connection_, record);
-    }
-    // From here on the voucher is an edited one, so that saving again does not write it twice; and if an
-    // error keeps the balance from moving, the next save moves it.
-    opened_ = key;
+    const VoucherRecord record{kind_, party_kind_, method, fields, services_.clock.now()};
+    VoucherSaving saving(connection_, services_.log);
+    const auto saved = opened_ ? saving.rewrite(record, *opened_, seen_) : saving.add(record);
+    if (!saved) return Refusal("", message::voucher_changed);
+    // From here on the voucher is an edited one, so that saving again does not write it twice.
+    opened_ = saved->key;
     seen_.clear();
-
-    unmoved_ += effect_on_balance(kind_, party_kind_, method, Amount(key.amount) - before);
-    const Amount balance = move_balance(connection_, party_kind_, key.party, unmoved_);
-    unmoved_ = {};
-    connection_.make_durable();
-    set_printed(key, balance);
-
-    const auto written = connection_.query(find_statement(kind_, key));
-    if (!written.empty()) seen_ = written.front().cells();
+    missing_ = {};
+    if (!saved->balance) return partly_saved(*saved);
+    set_printed(record, *saved->balance);
+    remember_cells();
     return std::nullopt;
 }
 
-void Voucher::set_printed(const VoucherKey& key, Amount balance) {
-    const auto party = find_party(connection_, party_kind_, key.party);
-    PrintedVoucher paper = printed_voucher(kind_, method, key, party ? party->name : "", balance);
+// Without them the next save compares nothing; this one is complete.
+void Voucher::remember_cells() {
+    try {
+        if (const auto written = find_voucher(connection_, kind_, *opened_)) seen_ = written->row.cells();
+    } catch (const database::Error&) {
+    }
+}
+
+void Voucher::set_printed(const VoucherRecord& record, Amount balance) {
+    PrintedVoucher paper = printed_voucher(record, name_of(parties_, record.fields.party.value()), balance);
     if (method == Method::cash) paper.place = name_of(drawers_, fields.drawer.value_or(0));
     if (method == Method::cheque) paper.place = name_of(banks_, fields.bank.value_or(0));
     paper.note = fields.note;
     printed_ = std::move(paper);
-}
-
-namespace {
-
-// Above this, a double no longer holds every whole number.
-constexpr double most_countable = 9e15;
-
-// The highest number of the customer's receipts plus 1. Numbers are texts, and "9" is above "10", so used
-// numbers are skipped.
-std::string next_number(database::Connection& connection, std::int64_t customer) {
-    const auto highest = connection.scalar(
-        Sql("select max(chkno) as last_ from vencuspay where ztype = 2 and ptype = 2 and vcode=") + customer);
-    double number = common::numeric_value(database::text_of(highest)) + 1;
-    if (number > most_countable) number = 1;
-    for (;; ++number) {
-        const std::string text = common::shortest_text(number);
-        const auto taken =
-            connection.query(Sql("select chkno from vencuspay where ztype = 2 and ptype = 2 and vcode=") +
-                             customer + " and chkno = " + quoted(text));
-        if (taken.empty()) return text;
-    }
-}
-
-template <typename Action>
-auto tried_twice(const Action& action) {
-    try {
-        return action();
-    } catch (const database::Error& error) {
-        if (error.is_connection_lost()) throw;
-        return action();
-    }
-}
-
-constexpr common::FormField<DirectReceiptFields> direct_fields[] = {
-    // customer
-    {&DirectReceiptFields::customer,
-     {"direct_customer", "ال&عميل", FieldKind::choice, {0, 0, 2}, "", message::enter_customer}},
-    // balance before, balance after
-    {{}, {"direct_balance", "الرصيد قبل", FieldKind::figure, {1, 0}}},
-    {{}, {"direct_after", "الرصيد بعد", FieldKind::figure, {1, 1}}},
-    // amount received
-    {&DirectReceiptFields::amount, {"direct_amount", "الم&بلغ المقبوض", FieldKind::amount, {2, 0, 2}}},
-};
-
-}  // namespace
-
-common::FormTable<DirectReceiptFields> direct_receipt_form() {
-    return direct_fields;
-}
-
-std::optional<common::Refusal> check_direct_receipt(database::Connection& connection,
-                                                    const DirectReceiptFields& fields) {
-    const database::TextLimits limits(connection, "vencuspay");
-    if (auto refused = database::check(direct_receipt_form(), fields, limits)) return refused;
-    if (common::read_amount(fields.amount).value.is_zero())
-        return common::Refusal("direct_amount", common::message::enter_value);
-    if (!find_party(connection, PartyKind::customer, *fields.customer))
-        return common::Refusal("direct_customer", common::message::no_such_customer);
-    return std::nullopt;
-}
-
-PrintedVoucher write_direct_receipt(database::Connection& connection, const signin::Session& session,
-                                    common::Clock& clock, std::int64_t customer, const common::Date& date,
-                                    common::Amount amount) {
-    if (amount <= common::Amount()) throw std::invalid_argument("a receipt of nothing");
-    const auto party = find_party(connection, PartyKind::customer, customer);
-    if (!party) throw std::invalid_argument("a receipt of a customer without a row");
-
-    const VoucherKey key{PartyKind::customer, customer, date, amount.value(),
-                         next_number(connection, customer)};
-    database::Recordset voucher(connection, "select * from vencuspay");
-    voucher.add();
-    voucher.set("vcode", customer);
-    voucher.set("Date", date);
-    voucher.set("Type", static_cast<int>(Method::cash));
-    voucher.set("quan", amount.value());
-    voucher.set("dis", 0);
-    voucher.set("quan1", amount.value());
-    voucher.set("note", "قبض مباشر من الكاشير");  // direct receipt by the cashier
-    voucher.set("ztype", static_cast<int>(PartyKind::customer));
-    voucher.set("ptype", static_cast<int>(VoucherKind::receipt));
-    voucher.set("stcode", session.store_code);
-    voucher.set("cash_n", session.cash_point);
-    voucher.set("chkno", key.number);
-    voucher.set("time_", database::Value(clock.now()));
-    voucher.update();
-    // The money is in the drawer and the voucher is written. A passing error must not make the cashier write
-    // it once more, so what follows is tried again first.
-    const common::Amount effect =
-        effect_on_balance(VoucherKind::receipt, PartyKind::customer, Method::cash, amount);
-    const common::Amount balance =
-        tried_twice([&] { return move_balance(connection, PartyKind::customer, customer, effect); });
-    tried_twice([&] { connection.make_durable(); });
-    PrintedVoucher paper = printed_voucher(VoucherKind::receipt, Method::cash, key, party->name, balance);
-    paper.place = session.drawer_name;
-    return paper;
 }
 
 }  // namespace accounts

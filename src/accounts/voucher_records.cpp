@@ -1,6 +1,7 @@
 #include "accounts/voucher_records.h"
 
 #include <algorithm>
+#include <set>
 
 #include "accounts/messages.h"
 #include "common/amount_in_words.h"
@@ -42,12 +43,13 @@ constexpr FormField<Fields> voucher_fields[] = {
     // name of the party, its balance now
     {{}, {"voucher_party", "ا&سم الطرف", FieldKind::choice, {1, 0, 2}}},
     {{}, {"voucher_balance", "الرصيد الحالي", FieldKind::figure, {1, 2}}},
-    // amount, discount, the part due already
+    // amount, discount (does not change the balance), the part due already
     {&Fields::amount, {"voucher_amount", "ال&قيمة", FieldKind::amount, {2, 0}, "quan"}},
-    {&Fields::discount, {"voucher_discount", "ال&خصم", FieldKind::amount, {2, 1}, "dis"}},
+    {&Fields::discount, {"voucher_discount", "ال&خصم (لا يغير الرصيد)", FieldKind::amount, {2, 1}, "dis"}},
     {&Fields::second_amount, {"voucher_second_amount", "المستحق &منها", FieldKind::amount, {2, 2}, "quan1"}},
     // method of payment, branch, drawer
     {{}, {"voucher_method", "طريقة الدفع", FieldKind::options, {3, 0}, "", "", "", 0, methods}},
+    {{}, {"voucher_notice", "طريقة الدفع", FieldKind::figure, {3, 0}}},  // of a notice
     {{}, {"voucher_store", "ال&فرع", FieldKind::choice, {3, 1}}},
     {&Fields::drawer, {"voucher_drawer", "الخ&زينة", FieldKind::choice, {3, 2}, "cash_n"}},
     // bank, date and owner of the cheque
@@ -81,11 +83,43 @@ common::Amount effect_on_balance(VoucherKind kind, PartyKind party_kind, Method 
 }
 
 VoucherKey VoucherRecord::key() const {
-    return {party_kind, fields.party.value_or(0), fields.date,
-            common::read_amount(fields.amount).value.value(), std::string(common::trim(fields.number))};
+    return {party_kind, fields.party.value_or(0), fields.date, common::read_amount(fields.amount).value,
+            common::western_digits(common::trim(fields.number))};
+}
+
+Method method_of(const database::Row& voucher) {
+    return voucher.null("Type") ? Method::cash : static_cast<Method>(voucher.integer("Type"));
+}
+
+VoucherKey key_of(const database::Row& voucher) {
+    return {static_cast<PartyKind>(voucher.integer("ztype")),
+            voucher.integer("vcode"),
+            voucher.moment("date").date,
+            common::Amount(voucher.number("quan")),
+            voucher.text("chkno"),
+            voucher.integer("pay_id")};
 }
 
 namespace {
+
+// A whole number from 1 on: above this a double no longer holds every one.
+constexpr double most_countable = 9e15;
+
+// The first number from `number` on that no voucher selected by the condition has.
+std::string first_free(database::Connection& connection, const Sql& condition, double number) {
+    if (!(number >= 1 && number < most_countable)) number = 1;
+    std::string text = common::shortest_text(number);
+    if (connection
+            .query(Sql("select chkno from vencuspay where ") + condition + " and chkno = " + quoted(text))
+            .empty())
+        return text;
+    std::set<double> taken;
+    for (const auto& row : connection.query(Sql("select chkno from vencuspay where ") + condition))
+        taken.insert(common::numeric_value(row.text("chkno")));
+    while (taken.contains(number))
+        ++number;
+    return common::shortest_text(number);
+}
 
 // The server takes a text such as "-" or "1,5" for numeric and then fails to convert it; in that case the
 // numbers are read here.
@@ -118,7 +152,19 @@ std::string propose_number(database::Connection& connection, VoucherKind kind) {
         if (error.is_connection_lost()) throw;
         highest = highest_read_here(connection, kind);
     }
-    return common::shortest_text(highest + 1);
+    return first_free(connection, Sql("ptype = ") + static_cast<int>(kind), highest + 1);
+}
+
+std::string propose_direct_number(database::Connection& connection, std::int64_t customer) {
+    const Sql condition = Sql("ztype = 2 and ptype = 2 and vcode=") + customer;
+    const auto highest =
+        connection.scalar(Sql("select max(chkno) as last_ from vencuspay where ") + condition);
+    // Numbers are texts, and "9" is above "10".
+    return first_free(connection, condition, common::numeric_value(database::text_of(highest)) + 1);
+}
+
+std::int64_t next_voucher_id(database::Connection& connection) {
+    return database::integer_of(connection.scalar("select max(pay_id) as last_c from vencuspay ")) + 1;
 }
 
 bool is_duplicate(database::Connection& connection, VoucherKind kind, std::string_view number) {
@@ -145,9 +191,29 @@ Sql find_statement(VoucherKind kind, const VoucherKey& key) {
            " and ptype = 1 and chkno = " + quoted(key.number) + " and ztype = " + party_kind;
 }
 
-namespace {
+std::optional<FoundVoucher> find_voucher(database::Connection& connection, VoucherKind kind,
+                                         const VoucherKey& key) {
+    const Sql spelled = find_statement(kind, key);
+    for (const auto& row : connection.query(spelled)) {
+        if (key.id == 0 || row.integer("pay_id") == key.id) return FoundVoucher{spelled, row};
+    }
+    if (key.id == 0) return std::nullopt;
+    // Another till may have changed its amount since, and other programs write amounts of more decimals.
+    const Sql by_id = Sql("select * from vencuspay where pay_id = ") + key.id +
+                      " and ptype = " + static_cast<int>(kind) + " and vcode = " + key.party +
+                      " and ztype = " + static_cast<int>(key.party_kind);
+    const auto found = connection.query(by_id);
+    return found.empty() ? std::nullopt : std::optional(FoundVoucher{by_id, found.front()});
+}
 
-void set_columns(Recordset& row, const VoucherRecord& record) {
+void move_to(Recordset& rows, const VoucherKey& key) {
+    rows.move_first();
+    while (key.id != 0 && !rows.at_end() && rows.integer("pay_id") != key.id)
+        rows.move_next();
+    if (rows.at_end()) throw database::Error("40001", "the voucher is gone", "vencuspay");
+}
+
+void set_columns(Recordset& row, const VoucherRecord& record, std::optional<Method> former) {
     const VoucherFields& fields = record.fields;
     row.set("time_", Value(record.written_at));
     row.set("vcode", fields.party.value());
@@ -155,45 +221,19 @@ void set_columns(Recordset& row, const VoucherRecord& record) {
     row.set("ptype", static_cast<int>(record.kind));
     row.set("ztype", static_cast<int>(record.party_kind));
     database::store(voucher_form(), fields, row);
-    row.set("chkno", common::trim(fields.number));
+    row.set("chkno", record.key().number);
     row.set("stcode", fields.store.value_or(0));
-    // The method of an edited voucher may have changed: the columns of the former one are emptied.
-    const bool by_cheque = record.method == Method::cheque;
-    for (const char* column : {"ctype", "chk"})
-        row.set(column, by_cheque ? Value(std::int64_t{0}) : Value(Null{}));
     if (record.method != Method::cash) row.set("cash_n", Null{});
-    if (by_cheque) return;
+    const bool is_cheque = record.method == Method::cheque;
+    // What the flags of a cheque say by now is not known here: an edit keeps them.
+    if (!is_cheque || former != Method::cheque) {
+        for (const char* column : {"ctype", "chk"})
+            row.set(column, is_cheque ? Value(std::int64_t{0}) : Value(Null{}));
+    }
+    // The method of an edited voucher may have changed: the columns of the former one are emptied.
+    if (is_cheque) return;
     for (const char* column : {"tdate", "bcode", "chowner"})
         row.set(column, Null{});
-}
-
-}  // namespace
-
-void add_voucher(database::Connection& connection, const VoucherRecord& record) {
-    const std::int64_t internal =
-        database::integer_of(connection.scalar("select max(pay_id) as last_c from vencuspay ")) + 1;
-    Recordset row(connection, "select * from vencuspay");
-    row.add();
-    set_columns(row, record);
-    row.set("pay_id", internal);
-    row.update();
-}
-
-bool rewrite_voucher(database::Connection& connection, const VoucherRecord& record, const VoucherKey& former,
-                     const std::vector<Value>& seen) {
-    const Sql statement = find_statement(record.kind, former);
-    const auto now = connection.query(statement);
-    if (now.empty() || (!seen.empty() && now.front().cells() != seen)) return false;
-    Recordset row(connection, statement);
-    if (row.empty()) return false;
-    set_columns(row, record);
-    try {
-        row.update();
-    } catch (const database::Error& error) {
-        if (error.kind() == database::Error::Kind::changed_meanwhile) return false;
-        throw;
-    }
-    return true;
 }
 
 namespace {
@@ -206,17 +246,20 @@ std::string printed_title(VoucherKind kind, Method method) {
 
 }  // namespace
 
-PrintedVoucher printed_voucher(VoucherKind kind, Method method, const VoucherKey& key,
-                               const std::string& party_name, common::Amount balance) {
+PrintedVoucher printed_voucher(const VoucherRecord& record, const std::string& party_name,
+                               common::Amount balance) {
+    const VoucherKey key = record.key();
     PrintedVoucher paper;
-    paper.title = printed_title(kind, method);
+    paper.title = printed_title(record.kind, record.method);
     paper.number = key.number;
     paper.date = key.date;
     paper.party = party_name;
-    paper.amount = common::Amount(key.amount);
-    paper.words = common::spell_amount(key.amount);
-    paper.method = method_name(method);
-    paper.balance_before = balance - effect_on_balance(kind, key.party_kind, method, paper.amount);
+    paper.amount = key.amount;
+    paper.discount = common::read_amount(record.fields.discount).value;
+    paper.words = common::spell_amount(key.amount.value());
+    paper.method = method_name(record.method);
+    paper.balance_before =
+        balance - effect_on_balance(record.kind, record.party_kind, record.method, paper.amount);
     paper.balance_after = balance;
     return paper;
 }
@@ -238,18 +281,15 @@ std::vector<VoucherEntry> list_vouchers(database::Connection& connection, Vouche
                                         const VoucherPeriod& period) {
     Sql statement(
         "select vencuspay.chkno, vencuspay.ztype, vencuspay.vcode, vencuspay.[date], vencuspay.quan, "
-        "vencuspay.[type], custdata.cname, vendata.vname from vencuspay LEFT OUTER JOIN custdata ON "
-        "vencuspay.vcode = custdata.ccode LEFT OUTER JOIN vendata ON vencuspay.vcode = vendata.vcode "
-        "where vencuspay.ptype = ");
+        "vencuspay.[type], vencuspay.pay_id, custdata.cname, vendata.vname from vencuspay LEFT OUTER JOIN "
+        "custdata ON vencuspay.vcode = custdata.ccode LEFT OUTER JOIN vendata ON vencuspay.vcode = "
+        "vendata.vcode where vencuspay.ptype = ");
     statement += static_cast<int>(kind);
     statement += Sql(" and vencuspay.[date] >= ") + quoted(period.from) +
                  " and vencuspay.[date] <= " + quoted(period.to) + " order by vencuspay.pay_id";
     std::vector<VoucherEntry> list;
     for (const auto& row : connection.query(statement)) {
-        VoucherEntry entry;
-        entry.key = {static_cast<PartyKind>(row.integer("ztype")), row.integer("vcode"),
-                     row.moment("date").date, row.number("quan"), row.text("chkno")};
-        entry.method = static_cast<Method>(row.integer("type"));
+        VoucherEntry entry{key_of(row), "", method_of(row)};
         entry.party_name = row.text(entry.key.party_kind == PartyKind::vendor ? "vname" : "cname");
         list.push_back(std::move(entry));
     }

@@ -11,13 +11,13 @@
 #include "accounts/parties.h"
 #include "common/date_time.h"
 #include "common/form.h"
-#include "database/connection.h"
+#include "database/recordset.h"
 
 namespace accounts {
 
 enum class VoucherKind { payment = 1, receipt = 2 };  // vencuspay.ptype
-// vencuspay.Type. The screens offer cash and cheque; notices come from elsewhere and stay what they are when
-// they are edited.
+// vencuspay.Type; a null counts as cash. The screens offer cash and cheque; notices come from elsewhere and
+// stay what they are when they are edited.
 enum class Method { cheque = 0, cash = 1, discount_notice = 2, addition_notice = 3 };
 
 // Whether a voucher raises the running balance of its party; otherwise it lowers it. A receipt lowers what a
@@ -37,16 +37,31 @@ inline constexpr database::Fragment effect_on_customer =
     "else 0 - quan end";
 
 std::string method_name(Method method);
+Method method_of(const database::Row& voucher);
 
 // Identifies a stored voucher.
 struct VoucherKey {
     PartyKind party_kind = PartyKind::customer;
     std::int64_t party = 0;
     common::Date date;
-    double amount = 0;
+    common::Amount amount;
     std::string number;
+    // The internal number, pay_id, which tells apart what is alike in all this; 0 if the voucher has none.
+    std::int64_t id = 0;
 };
+VoucherKey key_of(const database::Row& voucher);
+
+// Finds vouchers by everything in the key but the internal number.
 database::Sql find_statement(VoucherKind kind, const VoucherKey& key);
+// The row of a voucher, and a statement that selects it, perhaps among others.
+struct FoundVoucher {
+    database::Sql statement;
+    database::Row row;
+};
+std::optional<FoundVoucher> find_voucher(database::Connection& connection, VoucherKind kind,
+                                         const VoucherKey& key);
+// Moves to the voucher among the rows of such a statement.
+void move_to(database::Recordset& rows, const VoucherKey& key);
 
 struct VoucherEntry {
     VoucherKey key;
@@ -62,8 +77,13 @@ common::FormTable<VoucherPeriod> voucher_period_form();
 std::vector<VoucherEntry> list_vouchers(database::Connection& connection, VoucherKind kind,
                                         const VoucherPeriod& period);
 
-// The highest number of the kind's vouchers plus 1. Numbers such as "A12" count as 0.
+// The highest number of the kind's vouchers plus 1, or the first free one from there on. Numbers such as
+// "A12" count as 0; those of cheques do not raise the highest.
 std::string propose_number(database::Connection& connection, VoucherKind kind);
+// The same for the direct receipts of a customer, which have a series of their own for each.
+std::string propose_direct_number(database::Connection& connection, std::int64_t customer);
+// The highest internal number plus 1.
+std::int64_t next_voucher_id(database::Connection& connection);
 // Whether the number was used before. Sees receipts of customers and payments to vendors only, as the shops'
 // numbering has always had it.
 bool is_duplicate(database::Connection& connection, VoucherKind kind, std::string_view number);
@@ -97,11 +117,8 @@ struct VoucherRecord {
 
     VoucherKey key() const;
 };
-void add_voucher(database::Connection& connection, const VoucherRecord& record);
-// Writes over the voucher found by its former key. Returns false, and writes nothing, if it is gone or its
-// cells are no longer those seen; without cells nothing is compared.
-bool rewrite_voucher(database::Connection& connection, const VoucherRecord& record, const VoucherKey& former,
-                     const std::vector<database::Value>& seen);
+// Sets every column of a voucher but its internal number; `former` is the method of an edited one.
+void set_columns(database::Recordset& row, const VoucherRecord& record, std::optional<Method> former);
 
 struct PrintedVoucher {
     std::string title;
@@ -109,7 +126,8 @@ struct PrintedVoucher {
     common::Date date;
     std::string party;
     common::Amount amount;
-    std::string words;  // the amount in words
+    common::Amount discount;  // moves no balance
+    std::string words;        // the amount in words
     std::string method;
     std::string place;  // the drawer or the bank
     std::string note;
@@ -117,7 +135,7 @@ struct PrintedVoucher {
     common::Amount balance_after;
 };
 // The printed form of a saved voucher whose party now has that balance; the caller fills in place and note.
-PrintedVoucher printed_voucher(VoucherKind kind, Method method, const VoucherKey& key,
-                               const std::string& party_name, common::Amount balance);
+PrintedVoucher printed_voucher(const VoucherRecord& record, const std::string& party_name,
+                               common::Amount balance);
 
 }  // namespace accounts

@@ -142,6 +142,7 @@ class Check {
         look("users", [&] { return check_users(connection); });
         look("ports", [&] { return check_ports(connection); });
         look("invoices", [&] { return check_invoices(connection, period); });
+        look("balances", [&] { return check_balances(connection); });
         look("stock", [&] { return check_stock(connection); });
         look("log", [&] { return check_log(connection, log_file(tool_.folder), period); });
     }

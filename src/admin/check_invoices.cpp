@@ -2,10 +2,8 @@
 // header, the bank row of a card payment, the lines, the stock. What is missing shows where it stopped.
 #include <cmath>
 #include <map>
-#include <set>
 #include <tuple>
 
-#include "accounts/voucher_records.h"
 #include "admin/checks.h"
 #include "common/numbers.h"
 #include "common/text.h"
@@ -19,17 +17,14 @@ using database::quoted;
 using database::Sql;
 using sales::InvoiceKey;
 
-namespace {
-
-// Some shops keep sums in columns of single precision.
-constexpr double tolerance = 0.05;
-// A line's value was rounded before it was added, or another program added it unrounded.
-constexpr double tolerance_of_line = 0.005;
-
-bool differ(double a, double b, std::int64_t lines = 0) {
+bool differ(double a, double b, std::int64_t lines) {
+    constexpr double tolerance = 0.05;
+    constexpr double tolerance_of_line = 0.005;
     return std::abs(a - b) > tolerance + static_cast<double>(lines) * tolerance_of_line +
                                  std::max(std::abs(a), std::abs(b)) * 1e-6;
 }
+
+namespace {
 
 std::string name_of(const InvoiceKey& key) {
     return std::string(key.is_sale() ? "sale " : "return ") + std::to_string(key.number) + " of " +
@@ -65,13 +60,12 @@ class InvoiceCheck {
                   "delete the lines from saledata");
         }
         card_payments();
-        balances();
         craftsman_lines();
         if (findings_.empty()) {
             findings_.push_back({Verdict::good, "invoices",
                                  std::to_string(headers_.size()) + " since " +
                                      common::date_text(period_.from) +
-                                     ", each with its lines, balances and bank rows"});
+                                     ", each with its lines and bank rows"});
         }
         return std::move(findings_);
     }
@@ -146,45 +140,6 @@ class InvoiceCheck {
             wrong(name_of(key) + " was paid by card (bank " + row.text("bcode") + ", reference " +
                   row.text("ref_no") + ", " + net.text() +
                   ") but the bank ledger has no row for it; add it to btran");
-        }
-    }
-
-    std::map<std::int64_t, double> sums(const database::Result& rows) {
-        std::map<std::int64_t, double> by_customer;
-        for (const auto& row : rows)
-            by_customer[row.integer("vcode")] = row.number("total");
-        return by_customer;
-    }
-
-    // A save changes the balance before it writes the header, so that an invoice without a header shows here.
-    void balances() {
-        const auto invoices =
-            sums(connection_.query("select vcode,sum(case when ctype = 0 or ctype = 1 then ptot - "
-                                   "isnull(pdis,0) else isnull(pdis,0) - ptot "
-                                   "end) as total from sales where vcode <> -1 group by vcode"));
-        const auto vouchers =
-            sums(connection_.query(Sql("select vcode,sum(") + accounts::effect_on_customer +
-                                   ") as total from vencuspay where ztype = 2 or ztype = 3 group by vcode"));
-        std::set<std::int64_t> suppliers;
-        for (const auto& row : connection_.query("select distinct vcode from purchase")) {
-            suppliers.insert(row.integer("vcode"));
-        }
-        for (const auto& row :
-             connection_.query("select ccode,cname,copen,cacc from custdata order by ccode")) {
-            const std::int64_t code = row.integer("ccode");
-            const auto of = [code](const std::map<std::int64_t, double>& all) {
-                const auto found = all.find(code);
-                return found == all.end() ? 0.0 : found->second;
-            };
-            const double expected = row.number("copen") + of(invoices) + of(vouchers);
-            if (!differ(expected, row.number("cacc"))) continue;
-            findings_.push_back({suppliers.contains(code) ? Verdict::note : Verdict::wrong, "balances",
-                                 "account customer " + std::to_string(code) + " (" + row.text("cname") +
-                                     ") owes " + common::format_amount(row.number("cacc")) +
-                                     ", but opening balance, invoices and vouchers add up to " +
-                                     common::format_amount(expected) +
-                                     "; compare the statement with the customer's receipts, write what is "
-                                     "missing, then set cacc"});
         }
     }
 

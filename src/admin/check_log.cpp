@@ -1,9 +1,11 @@
 // The check of the activity log for saves that did not finish. The log has for each save the lines "save of
 // invoice N (kind K, customer C, store S) begins, ..." and then "... finished" or "... stopped, last finished
-// step: ...".
+// step: ...". The lines of vouchers begin with "save of voucher N (kind K, kind of party Z, party C)"; a
+// voucher is saved again until it is finished.
 #include <fstream>
 #include <map>
 
+#include "accounts/voucher_saving.h"
 #include "admin/checks.h"
 #include "common/text.h"
 #include "sales/invoice_key.h"
@@ -47,6 +49,11 @@ class LogCheck {
         }
         for (const auto& [name, moment] : begun_)
             judge(name, moment);
+        for (const auto& [name, left] : unfinished_vouchers_)
+            add(Verdict::note, left.moment,
+                left.text +
+                    ". If its balance did not move, that stands above; saving the voucher again "
+                    "completes it");
         if (findings_.empty())
             findings_.push_back({Verdict::good, "log", "every save that began was finished"});
         return std::move(findings_);
@@ -57,6 +64,7 @@ class LogCheck {
         if (line.message == mended_line) {
             findings_.clear();
             begun_.clear();
+            unfinished_vouchers_.clear();
             return;
         }
         if (!line.message.starts_with(save_of)) return;
@@ -64,6 +72,8 @@ class LogCheck {
         if (end == std::string_view::npos) return;
         const std::string name(line.message.substr(0, end + 1));
         const std::string_view what = line.message.substr(end + 1);
+        if (name.starts_with(std::string(save_of) + std::string(accounts::voucher_log_name)))
+            return take_voucher(name, what, line);
         if (what.starts_with(" begins")) {
             // An earlier save of this name did not write its header, or its number would be used up.
             begun_[name] = line.moment;
@@ -76,6 +86,21 @@ class LogCheck {
             std::string(line.message) +
                 (nothing ? "; the cashier was told to save it again"
                          : "; write what comes after that step by hand, or return the sale"));
+    }
+
+    // A save that stopped stays unfinished until one of the same voucher is finished.
+    void take_voucher(const std::string& name, std::string_view what, const Line& line) {
+        const auto known = unfinished_vouchers_.find(name);
+        const bool has_stopped = known != unfinished_vouchers_.end() && known->second.has_stopped;
+        const bool nothing = what.find(" nothing saved, ") != std::string_view::npos;
+        if (what.starts_with(" stopped, ") && !nothing) {
+            unfinished_vouchers_[name] = {std::string(line.message), line.moment, true};
+        } else if (what.starts_with(" finished") || (nothing && !has_stopped)) {
+            unfinished_vouchers_.erase(name);
+        } else if (what.starts_with(" begins") && !has_stopped) {
+            unfinished_vouchers_[name] = {name + " was begun and not finished: the till went out",
+                                          line.moment, false};
+        }
     }
 
     void add(Verdict verdict, const common::Moment& moment, const std::string& text) {
@@ -123,6 +148,12 @@ class LogCheck {
     Period period_;
     Findings findings_;
     std::map<std::string, common::Moment> begun_;
+    struct Unfinished {
+        std::string text;
+        common::Moment moment;
+        bool has_stopped = false;
+    };
+    std::map<std::string, Unfinished> unfinished_vouchers_;
 };
 
 }  // namespace

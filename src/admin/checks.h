@@ -33,9 +33,14 @@ struct Period {
     common::Date today;
 };
 // Finds invoices that a save left incomplete: a header without all its lines, lines without a header, a card
-// payment without its bank row, and account customers whose balance differs from the sum of their invoices
-// and vouchers.
+// payment without its bank row.
 Findings check_invoices(database::Connection& connection, const Period& period);
+// Finds vouchers that did not move the balance of their party, account customers whose balance differs from
+// the sum of their invoices and vouchers, and vendors whose balance differs from that of their vouchers.
+Findings check_balances(database::Connection& connection);
+// Whether two sums of money differ. Some shops keep sums in columns of single precision. A line's value was
+// rounded before it was added, or another program added it unrounded.
+bool differ(double a, double b, std::int64_t lines = 0);
 
 // Finds saves that the activity log reports as stopped, or as begun but not finished because the till was
 // switched off, and says what each left undone.

@@ -9,6 +9,7 @@
 #include <random>
 
 #include "accounts/customer_card.h"
+#include "accounts/direct_receipt.h"
 #include "accounts/messages.h"
 #include "accounts/voucher.h"
 #include "common/numbers.h"
@@ -196,7 +197,7 @@ class Books : public Statement {
         of_day(date) += back ? -amount : amount;
     }
     void receive_directly(long amount, const common::Date& date) {
-        write_direct_receipt(office.shop.connection(), office.session, office.services.clock, 7, date,
+        write_direct_receipt(office.shop.connection(), office.session, office.services.all(), 7, date,
                              common::Amount::of_hundredths(amount));
         of_day(date) -= amount;
     }
@@ -211,19 +212,19 @@ class Books : public Statement {
     void edit_voucher(long amount) {
         if (written.empty()) return;
         Written& edited = written[static_cast<std::size_t>(pick(0, static_cast<int>(written.size()) - 1))];
-        Voucher voucher(edited.kind, office.shop.connection(), office.session, office.services.clock);
+        Voucher voucher(edited.kind, office.shop.connection(), office.session, office.services.all());
         ASSERT_FALSE(voucher.open_edit(edited.key));
         voucher.set_amount(text(amount));
         ASSERT_FALSE(voucher.save());
         (edited.key.party_kind == PartyKind::vendor ? vendor : of_day(edited.key.date)) +=
-            (amount - std::lround(edited.key.amount * 100)) * edited.effect;
-        edited.key.amount = static_cast<double>(amount) / 100;
+            (amount - edited.key.amount.hundredths()) * edited.effect;
+        edited.key.amount = common::Amount::of_hundredths(amount);
     }
     void add_voucher(int number, long amount, const common::Date& date) {
         const auto kind = pick(0, 1) == 0 ? VoucherKind::receipt : VoucherKind::payment;
         const PartyKind party_kind = pick(0, 1) == 0 ? PartyKind::vendor : PartyKind::customer;
         const bool to_vendor = party_kind == PartyKind::vendor;
-        Voucher voucher(kind, office.shop.connection(), office.session, office.services.clock);
+        Voucher voucher(kind, office.shop.connection(), office.session, office.services.all());
         voucher.open_new();
         voucher.choose_party_kind(party_kind);
         voucher.choose_party(to_vendor ? 3 : 7);
@@ -237,10 +238,10 @@ class Books : public Statement {
         ASSERT_FALSE(voucher.save());
         const long effect = (kind == VoucherKind::payment) == !to_vendor ? 1 : -1;
         (to_vendor ? vendor : of_day(date)) += effect * amount;
-        written.push_back(
-            {kind,
-             {party_kind, to_vendor ? 3 : 7, date, static_cast<double>(amount) / 100, voucher.fields.number},
-             effect});
+        written.push_back({kind,
+                           {party_kind, to_vendor ? 3 : 7, date, common::Amount::of_hundredths(amount),
+                            voucher.fields.number},
+                           effect});
     }
     void do_something(int number) {
         const long amount = pick(1, 90000);

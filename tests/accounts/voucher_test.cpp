@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "accounts/account_statement.h"
+#include "accounts/direct_receipt.h"
 #include "accounts/messages.h"
 #include "common/messages.h"
 #include "office.h"
@@ -15,7 +16,7 @@ class Vouchers : public testing::Test {
   protected:
     Voucher opened(VoucherKind kind) { return opened(kind, office.shop.connection()); }
     Voucher opened(VoucherKind kind, database::Connection& connection) {
-        Voucher voucher(kind, connection, office.session, office.services.clock);
+        Voucher voucher(kind, connection, office.session, office.services.all());
         voucher.open_new();
         return voucher;
     }
@@ -85,7 +86,7 @@ TEST_F(Vouchers, HaveOneSideInSavingPrintingAndTheStatement) {
                                       "update vendata set vacc = 900", "delete from vencuspay"})
                 office.shop.sql(reset);
             // Notices come from elsewhere: each voucher is written by another program and edited here.
-            const VoucherKey key{side.party_kind, to_vendor ? 3 : 7, {2026, 11, 21}, 0, "1"};
+            const VoucherKey key{side.party_kind, to_vendor ? 3 : 7, {2026, 11, 21}, common::Amount(), "1"};
             office.shop.sql(
                 "insert into vencuspay (chkno,[date],quan,ptype,ztype,vcode,[type]) select "
                 "'1','2026/11/21',0," +
@@ -248,7 +249,7 @@ TEST_F(Vouchers, AnEditOfARowThatChangedMeanwhileIsSaid) {
         reset();
         ASSERT_FALSE(receipt("100").save());
         Voucher voucher = opened(VoucherKind::receipt);
-        ASSERT_FALSE(voucher.open_edit({PartyKind::customer, 7, {2026, 11, 21}, 100, "1"}));
+        ASSERT_FALSE(voucher.open_edit({PartyKind::customer, 7, {2026, 11, 21}, common::Amount(100), "1"}));
         office.shop.sql(change);
         voucher.set_amount("80");
         EXPECT_EQ(voucher.save().value().text, message::voucher_changed);
@@ -256,7 +257,8 @@ TEST_F(Vouchers, AnEditOfARowThatChangedMeanwhileIsSaid) {
         EXPECT_NE(office.shop.cell("select quan from vencuspay"), "80");
     }
     Voucher voucher = opened(VoucherKind::payment);
-    EXPECT_TRUE(voucher.open_edit({PartyKind::customer, 7, {2026, 11, 21}, 100, "' or 1=1 --"}));
+    EXPECT_TRUE(
+        voucher.open_edit({PartyKind::customer, 7, {2026, 11, 21}, common::Amount(100), "' or 1=1 --"}));
 }
 
 // Whichever statement fails, saving again leaves one voucher and a balance moved once.
@@ -319,8 +321,9 @@ TEST_F(Vouchers, ADirectReceiptIsNeverHalfWritten) {
         connection.fail_at(n, test::FaultyConnection::Fault::passing);
         bool returned = true;
         try {
-            write_direct_receipt(connection, office.session, office.services.clock, 7, {2026, 11, 21},
-                                 common::Amount(100));
+            returned = write_direct_receipt(connection, office.session, office.services.all(), 7,
+                                            {2026, 11, 21}, common::Amount(100))
+                           .saved.balance.has_value();
         } catch (const database::Error&) {
             returned = false;
         }
@@ -355,8 +358,8 @@ TEST_F(Vouchers, ADirectReceiptLowersWhatTheCustomerOwes) {
     std::vector<std::string> numbers;
     for (int i = 0; i < 11; ++i) {
         numbers.push_back(write_direct_receipt(office.shop.connection(), office.session,
-                                               office.services.clock, 7, {2026, 11, 21}, common::Amount(10))
-                              .number);
+                                               office.services.all(), 7, {2026, 11, 21}, common::Amount(10))
+                              .saved.key.number);
     }
     EXPECT_EQ(numbers.front(), "1");
     EXPECT_EQ(numbers.back(), "11");  // although "9" is the highest text
@@ -366,16 +369,16 @@ TEST_F(Vouchers, ADirectReceiptLowersWhatTheCustomerOwes) {
                            "stcode = 1 and cash_n = 1 and note = N'قبض مباشر من الكاشير'"),
         110);
     for (const double amount : {0.0, -1.0, 0.001})
-        EXPECT_THROW(write_direct_receipt(office.shop.connection(), office.session, office.services.clock, 7,
+        EXPECT_THROW(write_direct_receipt(office.shop.connection(), office.session, office.services.all(), 7,
                                           {2026, 11, 21}, common::Amount(amount)),
                      std::invalid_argument);
-    EXPECT_THROW(write_direct_receipt(office.shop.connection(), office.session, office.services.clock, 99,
+    EXPECT_THROW(write_direct_receipt(office.shop.connection(), office.session, office.services.all(), 99,
                                       {2026, 11, 21}, common::Amount(5)),
                  std::invalid_argument);
     office.shop.sql("update vencuspay set chkno = '99999999999999999999' where chkno = '9'");
-    EXPECT_EQ(write_direct_receipt(office.shop.connection(), office.session, office.services.clock, 7,
+    EXPECT_EQ(write_direct_receipt(office.shop.connection(), office.session, office.services.all(), 7,
                                    {2026, 11, 21}, common::Amount(1))
-                  .number,
+                  .saved.key.number,
               "9");
 }
 

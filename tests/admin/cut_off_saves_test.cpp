@@ -4,6 +4,7 @@
 
 #include <fstream>
 
+#include "accounts/voucher.h"
 #include "admin/checks.h"
 #include "sales/till.h"
 #include "support/faulty_connection.h"
@@ -30,8 +31,9 @@ std::string wrong(Till& till, bool killed) {
     std::string all;
     const admin::Period period{{2026, 11, 1}, {2026, 11, 21}};
     auto& connection = till.connection();
-    for (const auto& findings : {admin::check_invoices(connection, period), admin::check_stock(connection),
-                                 admin::check_log(connection, folder.path() / "log", period)}) {
+    for (const auto& findings :
+         {admin::check_invoices(connection, period), admin::check_balances(connection),
+          admin::check_stock(connection), admin::check_log(connection, folder.path() / "log", period)}) {
         for (const auto& finding : findings) {
             if (finding.verdict == Verdict::wrong) all += finding.text + '\n';
         }
@@ -113,5 +115,63 @@ TEST_P(CutOff, IsFoundAtAnyStatement) {
 
 INSTANTIATE_TEST_SUITE_P(Everywhere, CutOff, testing::ValuesIn(kinds),
                          [](const auto& kind) { return "Kind" + std::to_string(kind.index); });
+
+// A party that owes, or is owed, 300, and what a receipt of 100 makes of it.
+struct Party {
+    accounts::PartyKind kind;
+    const char* balance;
+    double after;
+};
+
+class CutOffVoucher : public testing::TestWithParam<Party> {
+  protected:
+    static std::optional<common::Refusal> save(Till& till, database::Connection& connection) {
+        accounts::Voucher screen(accounts::VoucherKind::receipt, connection, till.session,
+                                 till.services.all());
+        screen.open_new();
+        screen.choose_party_kind(GetParam().kind);
+        screen.choose_party(7);
+        screen.fields.number = "12";
+        screen.set_amount("100");
+        return screen.save();
+    }
+};
+
+// A voucher that is written while its balance has not moved is found, whatever is left of the log; saving it
+// again, from a screen of its own, ends that.
+TEST_P(CutOffVoucher, IsFoundAtAnyStatementUntilItIsSavedAgain) {
+    for (int n = 1;; ++n) {
+        SCOPED_TRACE(testing::Message() << GetParam().balance << ", statement " << n);
+        ASSERT_LT(n, 60);
+        Till till;
+        till.shop.sql("update custdata set copen = 300, cacc = 300 where ccode = 7");
+        till.shop.sql("insert into vendata (vcode,vname,vopen,vacc) select 7,N'مورد',300,300");
+        FaultyConnection faulty(till.connection());
+        faulty.fail_at(n, FaultyConnection::Fault::lost);
+        bool complete = false;
+        try {
+            complete = !save(till, faulty);
+        } catch (const database::Error&) {
+            EXPECT_EQ(till.shop.number("select count(*) from vencuspay"), 0);
+        }
+        const bool written = till.shop.number("select count(*) from vencuspay") == 1;
+        const bool moved = till.shop.number(GetParam().balance) == GetParam().after;
+        EXPECT_EQ(wrong(till, false).empty(), moved || !written);
+        EXPECT_EQ(wrong(till, true).empty(), moved || !written);
+        if (!complete) {
+            EXPECT_FALSE(save(till, till.connection()));
+        }
+        EXPECT_EQ(till.shop.number("select count(*) from vencuspay"), 1);
+        EXPECT_EQ(till.shop.number(GetParam().balance), GetParam().after);
+        EXPECT_EQ(till.shop.number("select count(*) from till_voucher"), 0);
+        EXPECT_EQ(wrong(till, false), "");
+        if (!faulty.has_failed()) break;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, CutOffVoucher,
+    testing::Values(Party{accounts::PartyKind::customer, "select cacc from custdata where ccode = 7", 200},
+                    Party{accounts::PartyKind::vendor, "select vacc from vendata where vcode = 7", 400}));
 
 }  // namespace

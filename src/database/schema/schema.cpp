@@ -41,6 +41,9 @@ void ignoring_failure(Operation operation) {
 constexpr Fragment till_tables[] = {
     // database/till_settings.h
     "create table till_setting (name nvarchar(50) not null primary key, value nvarchar(200) null)",
+    // accounts/voucher_saving.h
+    "create table till_voucher (pay_id int not null primary key, ztype int null, vcode int null, moved float "
+    "null, balance float null)",
 };
 
 }  // namespace

@@ -85,20 +85,22 @@ void DirectReceiptSheet::take_focus() {
 
 void DirectReceiptSheet::save() {
     if (Sheet::top_of(window()) != this) return;
-    std::optional<accounts::PrintedVoucher> paper;
+    std::optional<accounts::DirectReceipt> receipt;
     const auto write = [&] {
         auto refusal = accounts::check_direct_receipt(context_.connection, fields_);
         if (!refusal)
-            paper = accounts::write_direct_receipt(
-                context_.connection, context_.session, context_.services.clock, *fields_.customer,
-                context_.services.clock.now().date, common::read_amount(fields_.amount).value);
+            receipt = accounts::write_direct_receipt(context_.connection, context_.session, context_.services,
+                                                     *fields_.customer, context_.services.clock.now().date,
+                                                     common::read_amount(fields_.amount).value);
         return refusal;
     };
     if (!form_.save(context_.services, "DirectReceipt", fields_, write)) return;
     // The receipt is written: whatever fails from here on, the sheet closes, so that it is not written again.
     guarded(context_.services, "DirectReceipt", [&] {
         desk_.checkout().OpenDrawer();
-        offer_paper(*paper);
+        if (receipt->saved.balance) return offer_paper(receipt->paper);
+        context_.services.prompts.message(accounts::partly_saved(receipt->saved).text,
+                                          common::Icon::critical);
     });
     leave(1);
 }

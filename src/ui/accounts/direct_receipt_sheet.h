@@ -1,7 +1,7 @@
 // The direct receipt: an account customer pays at the till without an invoice.
 #pragma once
 
-#include "accounts/voucher.h"
+#include "accounts/direct_receipt.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/form.h"
 #include "ui/widgets/sheet.h"

@@ -35,6 +35,9 @@ printing::Report report_of(const accounts::PrintedVoucher& voucher, const signin
                        {"الاسم", voucher.party},
                        {"طريقة الدفع", voucher.method}};
     if (!voucher.place.empty()) report.captions.emplace_back("الخزينة أو البنك", voucher.place);
+    // discount that does not change the balance
+    if (!voucher.discount.is_zero())
+        report.captions.emplace_back("خصم لا يغير الرصيد", voucher.discount.text());
     if (!voucher.note.empty()) report.captions.emplace_back("ملاحظات", voucher.note);
     report.captions.emplace_back("المستخدم", session.user_name);
     report.totals = {{"الرصيد قبل", voucher.balance_before.text()},
@@ -48,9 +51,7 @@ printing::Report report_of(const accounts::PrintedVoucher& voucher, const signin
 }
 
 VoucherSheet::VoucherSheet(QWidget* host, const Context& context, accounts::VoucherKind kind)
-    : Sheet(host),
-      context_(context),
-      logic_(kind, context.connection, context.session, context.services.clock) {
+    : Sheet(host), context_(context), logic_(kind, context.connection, context.session, context.services) {
     setObjectName(kind == accounts::VoucherKind::receipt ? "Form38" : "Form23");
     set_card_width(920);
     body()->setContentsMargins(px(26), px(18), px(26), px(20));
@@ -75,6 +76,7 @@ void VoucherSheet::build_fields() {
     body()->addLayout(head);
     FieldGrid grid(3, 10);
     form_.add(accounts::voucher_form(), grid);
+    form_.figure("voucher_notice")->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     form_.enlarge("voucher_amount");
     form_.field("voucher_amount")->setFixedHeight(px(62));
     body()->addLayout(grid.layout());
@@ -175,6 +177,9 @@ void VoucherSheet::open_new() {
 bool VoucherSheet::open_edit(const accounts::VoucherKey& key) {
     if (!form_.accept(logic_.open_edit(key), context_.services.prompts)) return false;
     show_voucher();
+    if (!logic_.missing().is_zero())
+        said_->setText(QString("لم يتحرك رصيد الطرف بمبلغ \u200e%1 من هذا الإيصال · احفظه ليكتمل")
+                           .arg(qt(std::max(logic_.missing(), -logic_.missing()).text())));
     return true;
 }
 
@@ -213,8 +218,10 @@ void VoucherSheet::show_method() {
     const bool cash = logic_.method == Method::cash;
     const bool cheque = logic_.method == Method::cheque;
     form_.options("voucher_method")->show_chosen(static_cast<int>(logic_.method));
-    set_fixed(form_.field("voucher_method"), !cash && !cheque);  // a notice stays one
+    form_.figure("voucher_notice")->setText(qt(accounts::method_name(logic_.method)));
     // Shown or hidden together with their captions.
+    form_.field("voucher_method")->parentWidget()->setVisible(cash || cheque);
+    form_.field("voucher_notice")->parentWidget()->setVisible(!cash && !cheque);  // a notice stays one
     form_.field("voucher_drawer")->parentWidget()->setVisible(cash);
     for (const char* name : {"voucher_bank", "voucher_cheque_date", "voucher_cheque_owner"})
         form_.field(name)->parentWidget()->setVisible(cheque);
@@ -234,8 +241,12 @@ void VoucherSheet::save() {
     said_->clear();
     // A party typed in full and left by a click on the button has not been taken yet.
     if (!logic_.is_editing()) choose_party();
-    if (!form_.save(context_.services, "SaveVoucher", logic_.fields, [this] { return logic_.save(); }))
+    const bool was_editing = logic_.is_editing();
+    if (!form_.save(context_.services, "SaveVoucher", logic_.fields, [this] { return logic_.save(); })) {
+        // A voucher that was saved in part is edited from here on, too.
+        if (logic_.is_editing() != was_editing) show_voucher();
         return;
+    }
     // The voucher is shown as it was saved, and is edited from here on.
     show_voucher();
     said_->setText(
@@ -347,7 +358,7 @@ bool VoucherList::list() {
     for (const accounts::VoucherEntry& entry : vouchers_) {
         rows.push_back({"\u200e" + qt(entry.key.number), "\u200e" + qt(common::date_text(entry.key.date)),
                         qt(entry.party_name), qt(accounts::method_name(entry.method)),
-                        "\u200e" + qt(common::format_amount(entry.key.amount))});
+                        "\u200e" + qt(entry.key.amount.text())});
     }
     table_->say_when_empty("لا توجد إيصالات في هذه المدة · غير التاريخين ثم اضغط عرض");
     table_->show_rows(rows);

@@ -1,0 +1,28 @@
+// The direct receipt: an account customer pays at the till.
+#pragma once
+
+#include "accounts/voucher_saving.h"
+#include "signin/session.h"
+
+namespace accounts {
+
+struct DirectReceiptFields {
+    std::optional<std::int64_t> customer;
+    std::string amount = "0.00";
+};
+common::FormTable<DirectReceiptFields> direct_receipt_form();
+std::optional<common::Refusal> check_direct_receipt(database::Connection& connection,
+                                                    const DirectReceiptFields& fields);
+
+struct DirectReceipt {
+    SavedVoucher saved;
+    PrintedVoucher paper;  // only if the save did not stop
+};
+// Writes a cash receipt of the amount into the workstation's drawer, dated `date`, and lowers what the
+// customer owes by it. Throws if nothing was written: std::invalid_argument if the customer has no row or the
+// amount is not above 0, which check_direct_receipt refuses.
+DirectReceipt write_direct_receipt(database::Connection& connection, const signin::Session& session,
+                                   const common::Services& services, std::int64_t customer,
+                                   const common::Date& date, common::Amount amount);
+
+}  // namespace accounts

@@ -1,0 +1,124 @@
+// The check of the balances of customers and vendors. A save moves the balance of an invoice before it writes
+// the header, and that of a voucher after its row, so that what stopped between the two shows here.
+#include <map>
+#include <set>
+
+#include "accounts/voucher_saving.h"
+#include "admin/checks.h"
+#include "common/numbers.h"
+
+namespace admin {
+
+using accounts::PartyKind;
+using database::Connection;
+using database::Sql;
+
+namespace {
+
+using Sums = std::map<std::int64_t, double>;
+
+double of(const Sums& sums, std::int64_t code) {
+    const auto found = sums.find(code);
+    return found == sums.end() ? 0.0 : found->second;
+}
+
+class BalanceCheck {
+  public:
+    explicit BalanceCheck(Connection& connection) : connection_(connection) {}
+
+    Findings run() {
+        for (const auto& row : connection_.query("select distinct vcode from purchase"))
+            suppliers_.insert(row.integer("vcode"));
+        vouchers();
+        customers();
+        vendors();
+        if (findings_.empty()) add(Verdict::good, "customers, vendors and vouchers agree");
+        return std::move(findings_);
+    }
+
+  private:
+    void add(Verdict verdict, std::string text) {
+        findings_.push_back({verdict, "balances", std::move(text)});
+    }
+
+    Sums sums(const database::Result& rows) {
+        Sums by_party;
+        for (const auto& row : rows)
+            by_party[row.integer("vcode")] = row.number("total");
+        return by_party;
+    }
+
+    // Vouchers that are known to have moved their balance in part or not at all. The sums leave them out.
+    void vouchers() {
+        for (const auto& voucher : accounts::unmoved_vouchers(connection_)) {
+            const bool is_vendor = voucher.key.party_kind == PartyKind::vendor;
+            add(Verdict::wrong,
+                std::string(voucher.kind == accounts::VoucherKind::receipt ? "receipt " : "payment ") +
+                    voucher.key.number + " of " + common::date_text(voucher.key.date) + " (" +
+                    voucher.key.amount.text() + ", " + (is_vendor ? "vendor " : "account customer ") +
+                    std::to_string(voucher.key.party) +
+                    ") is written, but the balance still has to move by " + voucher.missing.text() +
+                    "; open the voucher at the till and save it again");
+            Sums& missing = is_vendor ? missing_of_vendors_ : missing_of_customers_;
+            missing[voucher.key.party] += voucher.missing.value();
+        }
+    }
+
+    void customers() {
+        const Sums invoices =
+            sums(connection_.query("select vcode,sum(case when ctype = 0 or ctype = 1 then ptot - "
+                                   "isnull(pdis,0) else isnull(pdis,0) - ptot "
+                                   "end) as total from sales where vcode <> -1 group by vcode"));
+        const Sums vouchers =
+            sums(connection_.query(Sql("select vcode,sum(") + accounts::effect_on_customer +
+                                   ") as total from vencuspay where ztype = 2 or ztype = 3 group by vcode"));
+        for (const auto& row :
+             connection_.query("select ccode,cname,copen,cacc from custdata order by ccode")) {
+            const std::int64_t code = row.integer("ccode");
+            const double expected = row.number("copen") + of(invoices, code) + of(vouchers, code) -
+                                    of(missing_of_customers_, code);
+            if (!differ(expected, row.number("cacc"))) continue;
+            add(suppliers_.contains(code) ? Verdict::note : Verdict::wrong,
+                "account customer " + std::to_string(code) + " (" + row.text("cname") + ") owes " +
+                    common::format_amount(row.number("cacc")) +
+                    ", but opening balance, invoices and vouchers add up to " +
+                    common::format_amount(expected) +
+                    "; compare the statement with the customer's receipts, write what is missing, then set "
+                    "cacc");
+        }
+    }
+
+    // Purchases are entered elsewhere: the balance of a vendor who has any cannot be added up here.
+    void vendors() {
+        const Sums vouchers =
+            sums(connection_.query(Sql("select vcode,0 - sum(") + accounts::effect_on_customer +
+                                   ") as total from vencuspay where ztype = 1 group by "
+                                   "vcode"));
+        for (const auto& row :
+             connection_.query("select vcode,vname,vopen,vacc from vendata order by vcode")) {
+            const std::int64_t code = row.integer("vcode");
+            const double expected = row.number("vopen") + of(vouchers, code) - of(missing_of_vendors_, code);
+            if (suppliers_.contains(code) || !differ(expected, row.number("vacc"))) continue;
+            add(Verdict::wrong, "vendor " + std::to_string(code) + " (" + row.text("vname") + ") is owed " +
+                                    common::format_amount(row.number("vacc")) +
+                                    ", but opening balance and vouchers add up to " +
+                                    common::format_amount(expected) +
+                                    "; compare them with the vendor's papers, write what is missing, then "
+                                    "set vacc");
+        }
+    }
+
+    Connection& connection_;
+    std::set<std::int64_t> suppliers_;
+    Sums missing_of_customers_;
+    Sums missing_of_vendors_;
+    Findings findings_;
+};
+
+}  // namespace
+
+Findings check_balances(Connection& connection) {
+    return BalanceCheck(connection).run();
+}
+
+}  // namespace admin
