@@ -11,6 +11,7 @@
 #include <set>
 
 #include "cash/figures.h"
+#include "database/till_settings.h"
 #include "support/shop.h"
 #include "ui/widgets/style.h"
 
@@ -22,19 +23,20 @@ constexpr common::Date day{2026, 11, 21};
 void fill(test::Shop& shop) {
     const struct {
         int vcode, ctype, stype;
-        double total, discount;
-    } invoices[] = {{101, 0, 0, 1.01, 0}, {101, 2, 0, 2.02, 0},  {-1, 0, 0, 904.04, 0},
-                    {-1, 0, 1, 8.08, 0},  {-1, 0, 2, 16.16, 3},  {-1, 0, 3, 32.32, 5},
-                    {-1, 0, 4, 64.64, 0}, {-1, 2, 0, 128.28, 0}, {-1, 1, 0, 56.56, 0}};
+        double total, discount, tips;
+    } invoices[] = {{101, 0, 0, 1.01, 0, 0}, {101, 2, 0, 2.02, 0, 0},     {-1, 0, 0, 904.04, 90.4, 0},
+                    {-1, 0, 1, 8.08, 0, 0},  {-1, 0, 2, 16.16, 0, 3},     {-1, 0, 3, 32.32, 0, 5},
+                    {-1, 0, 4, 64.64, 0, 0}, {-1, 2, 0, 128.28, 12.8, 0}, {-1, 1, 0, 56.56, 0, 0}};
     int number = 0;
     for (const auto& row : invoices) {
         shop.sql(
-            "insert into sales (pnum, vcode, ctype, stype, ptot, disboun, safe, stcode, ptype, [date], "
+            "insert into sales (pnum, vcode, ctype, stype, ptot, pdis, disboun, safe, stcode, ptype, [date], "
             "time_) "
             "values (" +
             std::to_string(++number) + ", " + std::to_string(row.vcode) + ", " + std::to_string(row.ctype) +
             ", " + std::to_string(row.stype) + ", " + std::to_string(row.total) + ", " +
-            std::to_string(row.discount) + ", 0, 1, 1, '2026/11/21', '10:00:00')");
+            std::to_string(row.discount) + ", " + std::to_string(row.tips) +
+            ", 0, 1, 1, '2026/11/21', '10:00:00')");
     }
     const auto moved = [&shop](const std::string& table, const std::string& columns,
                                const std::string& values) {
@@ -81,18 +83,23 @@ std::map<int, int> counted(const std::vector<ui::LedgerColumn>& ledger) {
 }
 
 TEST(StatementLedger, AddsUpWithTheSignsShown) {
-    for (const double difference : {4.04, -6.06}) {
+    const struct {
+        double difference;
+        bool with_discounts;
+    } cases[] = {{4.04, false}, {-6.06, true}};
+    for (const auto& [difference, with_discounts] : cases) {
         test::Shop shop;
         fill(shop);
+        if (with_discounts) database::set_till_setting(shop.connection(), "net_from", "2026/11/21");
         shop.sql(
             "insert into mor_les ([date], time_, stcode, ptype, aml) values ('2026/11/21', '20:00:00', 1, "
             "1, " +
             std::to_string(difference) + ")");
         const cash::Figures figures = cash::compute_figures(shop.connection(), {1, 1}, day);
-        expect_to_add_up(ui::statement_ledger(),
+        expect_to_add_up(ui::statement_ledger(with_discounts),
                          [&](int id) { return figures.values[static_cast<std::size_t>(id)].value(); });
         const cash::DaySummary summary = cash::compute_summary(shop.connection(), {1, 1}, day);
-        expect_to_add_up(ui::summary_ledger(),
+        expect_to_add_up(ui::summary_ledger(with_discounts),
                          [&](int id) { return summary.columns[static_cast<std::size_t>(id)].value(); });
     }
 }
@@ -101,7 +108,10 @@ TEST(StatementLedger, ShowsEveryFigureOnce) {
     const struct {
         std::vector<ui::LedgerColumn> ledger;
         std::size_t figures;
-    } cases[] = {{ui::statement_ledger(), cash::figure_count}, {ui::summary_ledger(), 11}};
+    } cases[] = {{ui::statement_ledger(true), cash::figure_count},
+                 {ui::summary_ledger(true), cash::summary_count},
+                 {ui::statement_ledger(false), 25},
+                 {ui::summary_ledger(false), 11}};
     for (const auto& [ledger, figures] : cases) {
         const auto found = counted(ledger);
         EXPECT_EQ(found.size(), figures);
@@ -112,7 +122,7 @@ TEST(StatementLedger, ShowsEveryFigureOnce) {
 
 TEST(StatementLedger, LetsTheArrowKeysReachEveryFigure) {
     ui::apply_style(*qApp, {1366, 768});
-    ui::FigureLedger ledger("statement", ui::statement_ledger());
+    ui::FigureLedger ledger("statement", ui::statement_ledger(true));
     ledger.resize(1000, 320);
     ledger.show();
     ledger.activateWindow();
@@ -125,11 +135,11 @@ TEST(StatementLedger, LetsTheArrowKeysReachEveryFigure) {
     };
     std::set<QWidget*> reached;
     for (int column = 0; column < 4; ++column) {
-        for (int row = 0; row < 10; ++row) {
+        for (int row = 0; row < 12; ++row) {
             reached.insert(QApplication::focusWidget());
             press(Qt::Key_Down);
         }
-        for (int row = 0; row < 10; ++row)
+        for (int row = 0; row < 12; ++row)
             press(Qt::Key_Up);
         press(Qt::Key_Left);
     }
