@@ -4,6 +4,9 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "common/numbers.h"
+#include "common/text.h"
+
 namespace database {
 
 Quoted quoted(std::string_view text) {
@@ -16,6 +19,16 @@ Quoted quoted(std::string_view text) {
     }
     literal += '\'';
     return Quoted(std::move(literal));
+}
+
+std::string like_text(std::string_view typed) {
+    std::string pattern;
+    for (const char32_t c : common::code_points(typed)) {
+        const bool is_digit = (c >= U'\u0660' && c <= U'\u0669') || (c >= U'\u06F0' && c <= U'\u06F9');
+        const std::string character = common::utf8(c);
+        pattern += is_digit ? "[" + common::western_digits(character) + character + "]" : character;
+    }
+    return pattern;
 }
 
 Quoted quoted(const common::Date& date) {

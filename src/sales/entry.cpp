@@ -7,6 +7,7 @@
 #include "common/text.h"
 #include "sales/line_editing.h"
 #include "sales/messages.h"
+#include "signin/permissions.h"
 
 namespace sales {
 
@@ -28,7 +29,8 @@ const std::map<char32_t, char>& arabic_keys() {
         {U'ﻹ', 'T'}, {U'إ', 'Y'},      {U'‘', 'U'},      {U'÷', 'I'},      {U'×', 'O'},
         {U'؛', 'P'}, {U'\u0650', 'A'}, {U'\u064D', 'S'}, {U'ﻷ', 'G'},      {U'أ', 'H'},
         {U'ـ', 'J'}, {U'،', 'K'},      {U'\u0652', 'X'}, {U'ﻵ', 'B'},      {U'آ', 'N'},
-        {U'’', 'M'},
+        {U'’', 'M'}, {U'ج', '['},      {U'د', ']'},      {U'ك', ';'},      {U'ط', '\''},
+        {U'و', ','}, {U'ز', '.'},      {U'ظ', '/'},      {U'ذ', '`'},
     };
     return keys;
 }
@@ -45,16 +47,44 @@ bool is_invisible(char32_t c) {
            (c >= 0x2066 && c <= 0x2069) || c == 0xFEFF;
 }
 
-// The text after the first "*", without invisible characters.
-std::string name_after_star(std::string_view text) {
-    std::u32string name;
-    for (const char32_t c : common::code_points(text.substr(text.find('*') + 1)))
-        if (!is_invisible(c)) name += c;
-    return std::string(common::trim(common::utf8(name)));
+// The text without invisible characters and surrounding blanks.
+std::string visible(std::string_view text) {
+    std::u32string seen;
+    for (const char32_t c : common::code_points(text))
+        if (!is_invisible(c)) seen += c;
+    return std::string(common::trim(common::utf8(seen)));
+}
+
+bool is_digit(char32_t c) {
+    return c >= '0' && c <= '9';
 }
 
 bool all_digits(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+    return std::all_of(text.begin(), text.end(), is_digit);
+}
+
+bool is_letter(char32_t c) {
+    return (c >= U'a' && c <= U'z') || (c >= U'A' && c <= U'Z') || (c >= U'\u0621' && c <= U'\u064A') ||
+           (c >= U'\uFEF5' && c <= U'\uFEFC');
+}
+
+// Returns true for words and numbers apart ("حليب 1 لتر"). A code of letters and digits is in one piece, and
+// a scanned one that the shop does not know must be refused, not searched for.
+bool reads_like_words(std::string_view text) {
+    bool letters = false, digits = false, any_letter = false;
+    for (const char32_t c : common::code_points(common::western_digits(text))) {
+        if (c == U' ') letters = digits = false;
+        letters = letters || is_letter(c);
+        digits = digits || is_digit(c);
+        any_letter = any_letter || letters;
+        if (letters && digits) return false;
+    }
+    return any_letter;
+}
+
+bool is_craftsman_code(std::string_view text) {
+    constexpr std::string_view letters = "WwPp";
+    return text.size() > 1 && letters.find(text.front()) != letters.npos && all_digits(text.substr(1));
 }
 
 }  // namespace
@@ -91,7 +121,7 @@ Entry read_entry(std::string_view text) {
     if (entry.text.empty()) return entry;
     if (entry.text.front() == '*') {
         entry.form = EntryForm::general;
-        entry.name = name_after_star(text);
+        entry.name = visible(text.substr(text.find('*') + 1));
     } else if (common::length(entry.text) > longest_code) {
         entry.form = EntryForm::unreadable;
     } else if (entry.text.size() == label_length && entry.text.starts_with("20") && all_digits(entry.text)) {
@@ -99,45 +129,51 @@ Entry read_entry(std::string_view text) {
         // Characters 3 to 7 are the item, 8 to 12 the weight in grams, 13 the check digit.
         entry.quantity = common::numeric_value(entry.text.substr(7, 5)) / 1000;
         entry.text = std::to_string(common::parse_integer(entry.text.substr(2, 5)).value_or(0));
-    } else if (const char first = entry.text.front();
-               first == 'W' || first == 'w' || first == 'P' || first == 'p') {
+    } else if (is_craftsman_code(entry.text)) {
         entry.form = EntryForm::craftsman;
         entry.number = common::parse_integer(std::string_view(entry.text).substr(1)).value_or(0);
     } else {
         entry.form = EntryForm::code;
+        if (const std::string typed = visible(text); reads_like_words(typed)) entry.name = typed;
     }
     return entry;
 }
 
-namespace {
-
-// The line that more of an item goes to: one of the same unit and the same work line if there is one, else
-// any line of the item that is not another work line's.
-struct Duplicate {
-    bool present = false;  // the item is on the invoice
-    Line* line = nullptr;
-};
-
-Duplicate find_duplicate(Invoice& invoice, const Line& entered) {
-    Duplicate duplicate;
-    for (Line& line : invoice.lines) {
-        if (line.item_code != entered.item_code) continue;
-        duplicate.present = true;
-        if (line.salver_code != entered.salver_code) continue;
-        if (duplicate.line == nullptr ||
-            (duplicate.line->unit_code != entered.unit_code && line.unit_code == entered.unit_code))
-            duplicate.line = &line;
-    }
-    return duplicate;
+Entry chosen_item(std::int64_t code, int unit_level) {
+    Entry entry;
+    entry.form = EntryForm::chosen_item;
+    entry.text = std::to_string(code);
+    entry.number = code;
+    entry.unit_level = unit_level;
+    return entry;
 }
 
-// What a line holds once the goods entered are added. A line in another unit takes the same goods counted in
-// its own unit, so that the stock stays right whatever barcode was scanned. If that is no quantity (a piece
-// on a line of cartons), the goods get a line of their own.
-double raised_quantity(const Line& line, const Line& entered) {
-    const bool same_unit = line.unit_code == entered.unit_code || !(line.factor > 0);
-    const double added = same_unit ? entered.quantity : entered.base_quantity() / line.factor;
-    return without_noise(line.quantity + added);
+bool is_search(database::Connection& connection, const Entry& entry) {
+    return entry.form == EntryForm::code && !entry.name.empty() &&
+           look_up_item(connection, entry.text).found == Found::nothing;
+}
+
+namespace {
+
+bool is_on(const Invoice& invoice, std::int64_t item) {
+    return std::any_of(invoice.lines.begin(), invoice.lines.end(),
+                       [&](const Line& line) { return line.item_code == item; });
+}
+
+// The line that more of the goods entered goes to: of the same unit, because each unit has a price of its
+// own, and of the same work line. Goods of the selling store go to a line that another store supplies only if
+// there is no other.
+Line* line_to_raise(Invoice& invoice, const Line& entered) {
+    Line* found = nullptr;
+    for (Line& line : invoice.lines) {
+        const bool same_unit =
+            unit_level_of(line.unit_code) == entered.unit_code && line.factor == entered.factor;
+        const bool same_goods =
+            line.item_code == entered.item_code && same_unit && line.salver_code == entered.salver_code;
+        if (!same_goods || (entered.is_supplied() && line.source_store != entered.source_store)) continue;
+        if (found == nullptr || (found->is_supplied() && !line.is_supplied())) found = &line;
+    }
+    return found;
 }
 
 }  // namespace
@@ -172,12 +208,19 @@ std::optional<std::size_t> ItemEntry::enter(Invoice& invoice, const Entry& entry
         if (!item) return refuse(common::message::wrong_code);
         return enter_found(invoice, *item, entry.quantity, supplier, work);
     }
+    if (entry.form == EntryForm::chosen_item) {
+        const auto item = load_item(connection_, entry.number, entry.unit_level);
+        if (!item) return refuse(common::message::wrong_code);
+        return enter_found(invoice, *item, entry.quantity, supplier);
+    }
     const Lookup lookup = look_up_item(connection_, entry.text);
     if (const auto refusal = lookup_refusal(lookup)) return refuse(*refusal);
     return enter_found(invoice, lookup.item, entry.quantity, supplier);
 }
 
 std::optional<std::size_t> ItemEntry::add_general_item(Invoice& invoice, const std::string& name) {
+    // Without this right the line could never be given a price.
+    if (!signin::authorise(session_, prompts_, signin::Action::edit_price)) return std::nullopt;
     Line line;
     line.name = name.empty() ? message::general_item : std::string_view(name);
     line.unit_name = unit_name(1);
@@ -205,6 +248,16 @@ Line ItemEntry::new_line(const Item& item, double price, double quantity,
     return line;
 }
 
+std::optional<std::size_t> ItemEntry::raise(Invoice& invoice, Line& known, const Line& entered,
+                                            const std::optional<CraftsmanLine>& work) {
+    const double raised = without_noise(known.quantity + entered.quantity);
+    if (raised > largest_quantity) return refuse(message::wrong_quantity);
+    if (!stock_.line_allows(invoice, known, raised, work)) return std::nullopt;
+    known.quantity = raised;
+    known.below_stock = known.below_stock || entered.below_stock;
+    return static_cast<std::size_t>(&known - invoice.lines.data());
+}
+
 std::optional<std::size_t> ItemEntry::enter_found(Invoice& invoice, const Item& item, double quantity,
                                                   std::int64_t supplier,
                                                   const std::optional<CraftsmanLine>& work) {
@@ -220,18 +273,12 @@ std::optional<std::size_t> ItemEntry::enter_found(Invoice& invoice, const Item& 
             stock_.selling_store_allows(invoice, line, quantity, message::cannot_sell_now);
         if (answer == StockAnswer::refused) return std::nullopt;
         line.below_stock = answer == StockAnswer::confirmed;
-
-        const Duplicate duplicate = find_duplicate(invoice, line);
-        if (duplicate.present && prompts_.question(message::entered_before) && duplicate.line != nullptr) {
-            Line& known = *duplicate.line;
-            const double raised = raised_quantity(known, line);
-            if (is_valid_quantity(raised)) {
-                if (!stock_.line_allows(invoice, known, raised, work)) return std::nullopt;
-                known.quantity = raised;
-                known.below_stock = known.below_stock || line.below_stock;
-                return static_cast<std::size_t>(&known - invoice.lines.data());
-            }
-        }
+    }
+    if (is_on(invoice, item.code)) {
+        const common::Answer answer = prompts_.ask(message::entered_before);
+        if (answer == common::Answer::closed) return std::nullopt;
+        Line* known = answer == common::Answer::yes ? line_to_raise(invoice, line) : nullptr;
+        if (known != nullptr) return raise(invoice, *known, line, work);
     }
     if (!stock_.line_allows(invoice, line, quantity, work)) return std::nullopt;
     if (line.stock_kept) line.balance = available_stock(connection_, item.code, invoice.store) / item.factor;

@@ -26,31 +26,43 @@ enum class EntryForm {
     empty,        // nothing to do
     general,      // "*", with or without a name: an unlisted item
     scale_label,  // 13 digits from "20": item code and weight
-    craftsman,    // "W" or "P" and the number of a craftsman work line
+    craftsman,    // "W" or "P" and the digits of a craftsman work line
     code,         // a barcode or an item code
+    chosen_item,  // an item chosen from a list, in a unit chosen there
     unreadable,   // nothing that any label or keyboard of a shop produces
 };
 
 struct Entry {
     EntryForm form = EntryForm::empty;
-    std::string text;         // normalised; of a scale label: the item code
-    std::string name;         // of an unlisted item: what was typed after "*", as typed
+    std::string text;  // normalised; of a scale label: the item code
+    // As typed: of an unlisted item what follows the "*", of a code that reads like words the whole text.
+    std::string name;
     double quantity = 1;      // of a scale label its weight in units, else 1
-    std::int64_t number = 0;  // of a craftsman line; 0 if the text after the letter is not a number
+    std::int64_t number = 0;  // of a craftsman line or of a chosen item
+    int unit_level = 1;       // of a chosen item
 };
 
 // The one interpretation of an entry. Whoever needs to know what was entered asks its result.
 Entry read_entry(std::string_view text);
+// The entry of an item that was chosen from a list. No barcode can be mistaken for it.
+Entry chosen_item(std::int64_t code, int unit_level);
+// Returns true if the entry is words to search for: it reads like words and is no barcode.
+bool is_search(database::Connection& connection, const Entry& entry);
 
 // `EnterItem`: one entry becomes a new line, or more of a line that is there.
 class ItemEntry {
   public:
     ItemEntry(database::Connection& connection, const signin::Session& session, common::Prompts& prompts,
               const Lists& lists)
-        : connection_(connection), prompts_(prompts), lists_(lists), stock_(connection, session, prompts) {}
+        : connection_(connection),
+          session_(session),
+          prompts_(prompts),
+          lists_(lists),
+          stock_(connection, session, prompts) {}
 
-    // The goods come from another store if `supplier` is not 0: its stock decides, and they get a line of
-    // their own. Returns the row that was added or raised; nothing after showing why the entry was refused.
+    // The goods come from another store if `supplier` is not 0: its stock decides. Asks whenever the item is
+    // on the invoice already. Returns the row that was added or raised; nothing if the entry was refused,
+    // which has been shown, or if that question was closed.
     std::optional<std::size_t> enter(Invoice& invoice, const Entry& entry, std::int64_t supplier);
 
   private:
@@ -60,10 +72,14 @@ class ItemEntry {
     std::optional<std::size_t> enter_found(Invoice& invoice, const Item& item, double quantity,
                                            std::int64_t supplier,
                                            const std::optional<CraftsmanLine>& work = {});
+    // Adds the goods entered to a line that holds the same.
+    std::optional<std::size_t> raise(Invoice& invoice, Line& known, const Line& entered,
+                                     const std::optional<CraftsmanLine>& work);
     Line new_line(const Item& item, double price, double quantity,
                   const std::optional<CraftsmanLine>& work) const;
 
     database::Connection& connection_;
+    const signin::Session& session_;
     common::Prompts& prompts_;
     const Lists& lists_;
     StockCheck stock_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "common/amount.h"
 #include "common/numbers.h"
 #include "sales/messages.h"
 
@@ -34,7 +35,6 @@ Item item_of(const Row& row, int unit_level) {
     for (auto& price : item.prices)
         price = number_or_none(row, price_column(unit_level, level++));
     item.period_percent = row.number("Expr1");
-    item.period_price = number_or_none(row, "s_price");
     return item;
 }
 
@@ -63,8 +63,7 @@ Lookup look_up_item(Connection& connection, std::string_view text) {
         if (code && *code != item) return {Found::shared_barcode, {}};
         if (code) continue;
         code = item;
-        const std::int64_t level = row.integer("scode");
-        unit_level = level >= 1 && level <= 3 ? static_cast<int>(level) : 1;
+        unit_level = unit_level_of(row.integer("scode"));
     }
     if (!code) code = common::parse_integer(text);
     // Codes are 32-bit, so an unknown 13-digit barcode is not one.
@@ -101,6 +100,10 @@ int default_level(std::int64_t main_p) {
     return main_p == 1 ? wholesale_level : retail_level;
 }
 
+int unit_level_of(std::int64_t scode) {
+    return scode >= 1 && scode <= 3 ? static_cast<int>(scode) : 1;
+}
+
 std::string_view unit_name(int unit_level) {
     switch (unit_level) {
         case 2:
@@ -116,12 +119,7 @@ std::optional<double> entry_price(const Item& item, int price_level) {
     const auto level = static_cast<std::size_t>(std::clamp(price_level, retail_level, last_level));
     const std::optional<double> card = item.prices[level - 1];
     if (!card) return std::nullopt;
-    double price = *card * (100 - item.period_percent) / 100;
-    // A period may name a price instead of a percent. It holds for the single unit, unless the price level is
-    // cheaper anyway.
-    if (item.period_percent == 0 && item.unit_level == 1 && item.period_price && *item.period_price > 0)
-        price = std::min(price, *item.period_price);
-    return common::round_decimals(price, 2);
+    return common::Amount(*card * (100 - item.period_percent) / 100).value();
 }
 
 bool is_clearance(const Item& item) {

@@ -30,7 +30,6 @@ struct Item {
     // Price levels 1 (cost) to 5 of that unit; nothing where the card has no price.
     std::array<std::optional<double>, 5> prices;
     double period_percent = 0;  // discount of the active sale period
-    std::optional<double> period_price;
 };
 
 // A craftsman's work line: something made, sold piece by piece.
@@ -67,11 +66,15 @@ inline constexpr int last_level = 5;
 // The price level that `basic.main_p` preselects: 0 retail, 1 wholesale.
 int default_level(std::int64_t main_p);
 
+// The unit level in a column `scode`; any other number there is the unit.
+int unit_level_of(std::int64_t scode);
+
 // "وحدة" unit, "عبوة" pack, "كرتونة" carton.
 std::string_view unit_name(int unit_level);
 
-// The price of the item's unit at a level, less the period discount, rounded to the two decimals that are
-// shown, so that the customer is charged what he sees. Nothing if the card has no such price.
+// The price of the item's unit at a level, less the percent of the period, as an amount of money, so that the
+// customer is charged what he sees. The price that a period names beside its percent does not count. Nothing
+// if the card has no such price.
 std::optional<double> entry_price(const Item& item, int price_level);
 
 // Returns true if the price comes from the active sale period with a percent. Such a line takes no further

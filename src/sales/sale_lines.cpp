@@ -19,6 +19,10 @@ bool SaleLines::EnterItem(const Entry& entry, std::int64_t supplier) {
     });
 }
 
+bool SaleLines::is_search(const Entry& entry) {
+    return look_up("look for a barcode", false, [&] { return sales::is_search(connection_, entry); });
+}
+
 bool SaleLines::EnterItemForRecalled(const Entry& entry) {
     return change("enter an item of a recalled invoice", false, [&] {
         if (!sale_.recalled) {

@@ -66,6 +66,8 @@ class SaleLines : DeskPart {
     // Enter in the item-code field. A `supplier` is another store that the goods come from; the selling store
     // need not hold them. Returns true if a line was added or raised; it is then the current row.
     bool EnterItem(const Entry& entry, std::int64_t supplier = 0);
+    // Returns true if the entry is words to search for instead of a code.
+    bool is_search(const Entry& entry);
     // The second field, for lines of a recalled invoice.
     bool EnterItemForRecalled(const Entry& entry);
     // Makes a line the current one and shows its stock.

@@ -30,13 +30,22 @@ class Having {
     std::optional<Sql> clause_;
 };
 
-// The item code that the code filter means: a barcode's item, else the number itself.
-std::optional<std::int64_t> filter_code(database::Connection& connection, const std::string& typed) {
+// The item that the code filter means: a barcode's, else the one of this number.
+struct CodeFilter {
+    std::int64_t item = 0;
+    bool scanned = false;  // by a barcode or a scale label
+    int unit_level = 1;
+};
+
+std::optional<CodeFilter> read_code_filter(database::Connection& connection, const std::string& typed) {
     const Entry entry = read_entry(typed);
     if (entry.text.empty()) return std::nullopt;
     const auto bars = connection.query(Sql("select * from barcode where bar =") + quoted(entry.text + " "));
-    if (!bars.empty()) return bars.front().integer("code");
-    return common::parse_integer(entry.text);
+    if (!bars.empty())
+        return CodeFilter{bars.front().integer("code"), true, unit_level_of(bars.front().integer("scode"))};
+    const auto number = common::parse_integer(entry.text);
+    if (!number) return std::nullopt;
+    return CodeFilter{*number, entry.form == EntryForm::scale_label};
 }
 
 FoundItem found_item(const Row& row) {
@@ -51,26 +60,25 @@ FoundItem found_item(const Row& row) {
     for (std::size_t unit = 0; unit < 3; ++unit)
         for (std::size_t level = 0; level < 2; ++level)
             item.prices[unit][level] = common::format_amount(row.number(columns[unit][level]));
+    constexpr std::string_view factors[] = {"num1", "num2", "num3"};
+    for (std::size_t unit = 0; unit < 3; ++unit)
+        item.units[unit] = row.number(factors[unit]) > 0;
     item.retail = item.prices[0][0];
     item.wholesale = item.prices[0][1];
     return item;
 }
 
-}  // namespace
-
-std::optional<Sql> search_statement(database::Connection& connection, const SearchFilters& filters) {
+// The statement for the filters. Nothing if a filter that must be a number is not one, so nothing matches.
+std::optional<Sql> search_statement(const SearchFilters& filters, const std::optional<CodeFilter>& code) {
     Having having;
     if (!filters.name.empty()) {
+        const std::string name = database::like_text(filters.name);
         if (filters.name_contains)
-            having.add(" Having (name) like ", " and (name) like ", quoted("%" + filters.name + "%"));
+            having.add(" Having (name) like ", " and (name) like ", quoted("%" + name + "%"));
         else
-            having.add(" Having name like ", " and name like ", quoted(filters.name + "%"));
+            having.add(" Having name like ", " and name like ", quoted(name + "%"));
     }
-    if (!filters.code.empty()) {
-        const auto code = filter_code(connection, filters.code);
-        if (!code) return std::nullopt;
-        having.add(" Having code = ", " and code = ", *code);
-    }
+    if (code) having.add(" Having code = ", " and code = ", code->item);
     // If the price is the first filter, it is a condition on rows before the grouping.
     std::optional<double> price_before_grouping;
     if (!filters.price.empty()) {
@@ -109,15 +117,29 @@ std::optional<Sql> search_statement(database::Connection& connection, const Sear
     return having.append_to(std::move(statement));
 }
 
+}  // namespace
+
+Entry FoundItem::entry(int unit) const {
+    return !scanned.empty() && unit == unit_level ? read_entry(scanned) : chosen_item(code, unit);
+}
+
 std::vector<FoundItem> search_items(database::Connection& connection, const Lists& lists,
                                     const SearchFilters& filters) {
     if (filters.empty()) return {};
-    const auto statement = search_statement(connection, filters);
+    std::optional<CodeFilter> code;
+    if (!filters.code.empty()) {
+        code = read_code_filter(connection, filters.code);
+        if (!code) return {};
+    }
+    const auto statement = search_statement(filters, code);
     if (!statement) return {};
     std::vector<FoundItem> found;
     for (const Row& row : connection.query(*statement)) {
-        found.push_back(found_item(row));
-        found.back().group = group_name(lists, found.back().type);
+        FoundItem& item = found.emplace_back(found_item(row));
+        item.group = group_name(lists, item.type);
+        if (!code || !code->scanned) continue;
+        item.scanned = filters.code;
+        item.unit_level = code->unit_level;
     }
     std::stable_sort(found.begin(), found.end(),
                      [](const FoundItem& a, const FoundItem& b) { return a.name < b.name; });

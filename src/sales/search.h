@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "database/connection.h"
+#include "sales/entry.h"
 #include "sales/lists.h"
 
 namespace sales {
@@ -38,10 +39,13 @@ struct FoundItem {
     bool stopped = false;
     // Retail and wholesale of the unit, the pack and the carton: "وحدة", "عبوة", "كرتونة".
     std::string prices[3][2];
-};
+    bool units[3] = {};   // which of them the item's card gives base units for
+    std::string scanned;  // the barcode or scale label that found it, as typed; empty otherwise
+    int unit_level = 1;   // the unit of that barcode
 
-// The statement for the filters. Nothing if a filter that must be a number is not one, so nothing matches.
-std::optional<database::Sql> search_statement(database::Connection& connection, const SearchFilters& filters);
+    // The entry of this item in a unit: what was scanned, if it stands for that unit.
+    Entry entry(int unit) const;
+};
 
 // The matches in the order of their names. The list is empty without any filter but the stopped one, because
 // nobody reads a hundred thousand rows.

@@ -44,7 +44,12 @@ TEST(Scan, ReadsEveryForm) {
         {"20001230045x0", EntryForm::code, "20001230045x0", 1, 0},
         {"w12", EntryForm::craftsman, "w12", 1, 12},
         {"P7", EntryForm::craftsman, "P7", 1, 7},
-        {"Wx", EntryForm::craftsman, "Wx", 1, 0},
+        // Only digits make it a work line; other words are searched for as they were typed.
+        {"Wx", EntryForm::code, "Wx", 1, 0, "Wx"},
+        {"p", EntryForm::code, "p", 1, 0, "p"},
+        {"حليب", EntryForm::code, "pgdf", 1, 0, "حليب"},
+        {" \u200Fحليب ١ لتر", EntryForm::code, "pgdf 1 gjv", 1, 0, "حليب ١ لتر"},
+        {"ABC-12 x", EntryForm::code, "ABC-12 x", 1, 0},
         // The keys of W and P under the Arabic layout, with and without Shift; the digits with them.
         {"ص١٢", EntryForm::craftsman, "w12", 1, 12},
         {"ح7", EntryForm::craftsman, "p7", 1, 7},
@@ -52,7 +57,16 @@ TEST(Scan, ReadsEveryForm) {
         {"؛9", EntryForm::craftsman, "P9", 1, 9},
         {"شلاؤ-١", EntryForm::code, "abc-1", 1, 0},
         {"\u200F123\u200E", EntryForm::code, "123", 1, 0},
-        {"12'; drop table items --", EntryForm::code, "12'; drop table items --", 1, 0},
+        // Keys that type two characters, at the beginning and in front of nothing; keys of signs.
+        {"لا7", EntryForm::code, "b7", 1, 0},
+        {"لأ7", EntryForm::code, "G7", 1, 0},
+        {"لإ7", EntryForm::code, "T7", 1, 0},
+        {"لآ7", EntryForm::code, "B7", 1, 0},
+        {"7ل", EntryForm::code, "7g", 1, 0},
+        {"7لا", EntryForm::code, "7b", 1, 0},
+        {"7جدكطوزظذ", EntryForm::code, "7[];',./`", 1, 0},
+        {"12'; drop table items --", EntryForm::code, "12'; drop table items --", 1, 0,
+         "12'; drop table items --"},
         {std::string(51, '7'), EntryForm::unreadable, std::string(51, '7'), 1, 0},
         {std::string(10000, '7'), EntryForm::unreadable, "", 1, 0},
     };
@@ -189,8 +203,9 @@ TEST(ItemEntry, SalePeriodReducesThePriceOfItsDays) {
         {"2026/11/22", "2026/11/30", "10", "null", "5.00", false},
         {"2026/11/01", "2026/11/20", "10", "null", "5.00", false},
         {"2026/11/01", "2026/11/30", "null", "null", "5.00", false},
-        {"2026/11/01", "2026/11/30", "null", "4.75", "4.75", false},
-        {"2026/11/01", "2026/11/30", "0", "5.50", "5.00", false},
+        // The period's price counts only together with its percent.
+        {"2026/11/01", "2026/11/30", "null", "4.75", "5.00", false},
+        {"2026/11/01", "2026/11/30", "0", "4.75", "5.00", false},
         {"2026/11/01", "2026/11/30", "10", "2", "4.50", true},
     };
     for (const Case& c : cases) {
@@ -214,37 +229,55 @@ TEST(ItemEntry, SalePeriodReducesThePriceOfItsDays) {
     }
 }
 
+// A piece of water is 5, its pack 28, its carton 105; cheese is 100 a kilogram; the work line of oil is 30,
+// plain oil 25.
 TEST(ItemEntry, AskedBeforeASecondLineOfAnItem) {
+    const std::string pack = "6221000400029", carton = "6221000400036";
     struct Case {
         const char* name;
-        std::string first, second;
+        std::vector<std::string> scans;
         bool yes;
         std::vector<std::string> quantities;
+        const char* net;
     };
     const Case cases[] = {
-        {"yes raises", "400", "400", true, {"2.000"}},
-        {"no adds a line", "400", "400", false, {"1.000", "1.000"}},
-        {"by barcode", "400", "6221000400012", true, {"2.000"}},
-        {"by weight", "2000123004500", "2000123002500", true, {"0.700"}},
-        {"a carton onto pieces", "400", "6221000400036", true, {"25.000"}},
-        {"a carton on its own", "400", "6221000400036", false, {"1.000", "1.000"}},
-        {"pieces onto packs", "6221000400029", "400", true, {"1.000", "1.000"}},
-        {"work line onto itself", "W9", "W9", true, {"2.000"}},
-        {"the plain item onto a work line", "W9", "200", true, {"1.000", "1.000"}},
+        {"yes raises", {"400", "400"}, true, {"2.000"}, "10.00"},
+        {"no adds a line", {"400", "400"}, false, {"1.000", "1.000"}, "10.00"},
+        {"by barcode", {"400", "6221000400012"}, true, {"2.000"}, "10.00"},
+        {"by weight", {"2000123004500", "2000123002500"}, true, {"0.700"}, "70.00"},
+        {"a carton beside pieces", {"400", carton}, true, {"1.000", "1.000"}, "110.00"},
+        {"a carton onto cartons", {"400", carton, carton}, true, {"1.000", "2.000"}, "215.00"},
+        {"pieces beside packs", {pack, "400", pack}, true, {"2.000", "1.000"}, "61.00"},
+        {"work line onto itself", {"W9", "W9"}, true, {"2.000"}, "60.00"},
+        {"the plain item onto a work line", {"W9", "200"}, true, {"1.000", "1.000"}, "55.00"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         Counter counter;
         auto& desk = counter.open();
-        ASSERT_TRUE(counter.enter(c.first));
-        counter.answer({c.yes});
-        EXPECT_TRUE(counter.enter(c.second)) << counter.services.prompts.last();
-        EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::entered_before)));
+        for (const std::string& scan : c.scans) {
+            counter.answer({c.yes});
+            EXPECT_TRUE(counter.enter(scan)) << counter.services.prompts.last();
+        }
+        EXPECT_EQ(counter.asked(),
+                  std::vector<std::string>(c.scans.size() - 1, std::string(message::entered_before)));
         std::vector<std::string> quantities;
         for (std::size_t row = 0; row < desk.invoice().lines.size(); ++row)
             quantities.push_back(counter.cell(row, column::quantity));
         EXPECT_EQ(quantities, c.quantities);
+        EXPECT_EQ(desk.sale().figures.net, c.net);
     }
+}
+
+TEST(ItemEntry, ALineIsNotRaisedBeyondTheLargestQuantity) {
+    Counter counter;
+    auto& desk = counter.open();
+    ASSERT_TRUE(counter.enter("300"));
+    ASSERT_TRUE(desk.lines().commit_edit(0, column::quantity, "9999999"));
+    counter.answer({true});
+    EXPECT_FALSE(counter.enter("300"));
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(message::wrong_quantity)));
+    EXPECT_EQ(counter.cell(0, column::quantity), "9999999.000");
 }
 
 TEST(ItemEntry, AWorkLineSellsNoMoreThanWasMade) {
@@ -307,11 +340,11 @@ TEST(ItemEntry, SalePeriodsBeginAndEndWhileATillIsOn) {
     // The manager adds one while an invoice is being rung up.
     EXPECT_TRUE(counter.enter("440"));
     counter.shop.sql("insert into sal_prd (sale_no,sale_from,sale_to) select 2,'2026/11/24','2026/11/24'");
-    counter.shop.sql("insert into sale_price (sale_prd,icode,s_price) select 2,410,7");
+    counter.shop.sql("insert into sale_price (sale_prd,icode,p_per) select 2,410,50");
     EXPECT_TRUE(counter.enter("410"));
     EXPECT_EQ(desk.invoice().lines.back().price, 12) << "one invoice, one price list";
     counter.start_anew();
-    EXPECT_EQ(price_now(), 7);
+    EXPECT_EQ(price_now(), 6);
 }
 
 }  // namespace

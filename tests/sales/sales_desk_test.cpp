@@ -317,9 +317,9 @@ TEST(SalesDesk, AStoreThatWasRefusedNeverTakesEffect) {
 class NestedPrompts final : public common::Prompts {
   public:
     void message(std::string_view, common::Icon) override {}
-    bool question(std::string_view, common::Icon) override {
+    common::Answer ask(std::string_view, common::Icon) override {
         if (during) during();
-        return true;
+        return common::Answer::yes;
     }
     std::function<void()> during;
 };

@@ -3,6 +3,7 @@
 
 #include "sales/counter.h"
 #include "sales/items.h"
+#include "sales/messages.h"
 
 namespace {
 
@@ -71,6 +72,8 @@ TEST(Search, FiltersFindWhatTheyName) {
         {"content", named("دي", true), {430, 420}},
         {"prefix is no content", named("دي", false), {}},
         {"a quote", named("'", true), {}},
+        {"digits of the other script", named("كولا ٢", false), {470}},
+        {"digits as they are stored", named("٣ ل", true), {480}},
         {"code", coded("123"), {123}},
         {"code in Arabic digits", coded("١٢٣"), {123}},
         {"barcode", coded("6221000400036"), {400}},
@@ -79,6 +82,8 @@ TEST(Search, FiltersFindWhatTheyName) {
         {"price that is none", priced("cheap"), {}},
     };
     Counter counter;
+    counter.shop.sql("insert into items (code,name,num1) select 470,N'كولا 2 لتر',1");
+    counter.shop.sql("insert into items (code,name,num1) select 480,N'كولا ٣ لتر',1");
     auto& desk = counter.open();
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -99,6 +104,51 @@ TEST(Search, RowsShowStockOfAllStoresAndThreeUnits) {
     EXPECT_EQ(found[0].wholesale, "4.50");
     EXPECT_EQ(found[0].prices[1][0], "28.00");
     EXPECT_EQ(found[0].prices[2][1], "100.00");
+}
+
+// What is taken from the list: the barcode or label as scanned, or the item in the unit chosen, which no
+// barcode of the same digits replaces.
+TEST(Search, TakesAnItemAsScannedOrInTheUnitChosen) {
+    struct Case {
+        const char* name;
+        const char* code;
+        int unit;  // 0: the one that the list proposes
+        const char *item, *unit_name, *quantity, *price;
+    };
+    const Case cases[] = {
+        {"by its code", "400", 0, "400", "وحدة", "1.000", "5.00"},
+        {"a pack by its barcode", "6221000400029", 0, "400", "عبوة", "1.000", "28.00"},
+        {"a carton instead", "6221000400029", 3, "400", "كرتونة", "1.000", "105.00"},
+        {"a piece instead", "6221000400036", 1, "400", "وحدة", "1.000", "5.00"},
+        {"a label with its weight", "2000123004500", 0, "123", "وحدة", "0.450", "100.00"},
+        {"a barcode of these digits", "440", 0, "400", "عبوة", "1.000", "28.00"},
+        {"the price of its item", "", 0, "440", "وحدة", "1.000", "13.00"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Counter counter;
+        counter.shop.sql("insert into barcode (bar,code,scode) select '440',400,2");
+        counter.shop.sql("update items set price12 = 13 where code = 440");
+        auto& desk = counter.open();
+        SearchFilters filters;
+        filters.code = c.code;
+        if (filters.code.empty()) filters.price = "13";
+        const auto found = desk.lines().search(filters);
+        ASSERT_EQ(found.size(), 1u);
+        ASSERT_TRUE(desk.lines().EnterItem(found[0].entry(c.unit == 0 ? found[0].unit_level : c.unit)));
+        EXPECT_EQ(counter.cell(0, sales::column::code), c.item);
+        EXPECT_EQ(counter.cell(0, sales::column::unit_name), c.unit_name);
+        EXPECT_EQ(counter.cell(0, sales::column::quantity), c.quantity);
+        EXPECT_EQ(counter.cell(0, sales::column::price), c.price);
+    }
+    // A barcode of two items is refused as at the entry field.
+    Counter counter;
+    SearchFilters filters;
+    filters.code = "7000";
+    const auto found = counter.open().lines().search(filters);
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_FALSE(counter.desk.lines().EnterItem(found[0].entry(found[0].unit_level)));
+    EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::message::shared_barcode)));
 }
 
 TEST(ItemInfo, PricesAndProfitBehindTheirPermission) {

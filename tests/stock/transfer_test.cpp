@@ -106,8 +106,10 @@ TEST(Transfer, RandomTransfersLoseNothing) {
 
 TEST(LineSource, SaysWhyAStoreCannotSupply) {
     Shop shop;
-    add_batch(shop, 100, 2, "2026/12/01", 10);
-    add_batch(shop, 100, 2, "2027/12/01", 2);
+    // A single piece and a part of one count as well.
+    add_batch(shop, 100, 2, "2026/12/01", 10.6);
+    add_batch(shop, 100, 2, "2027/12/01", 1);
+    add_batch(shop, 100, 2, "2028/12/01", 0.4);
     add_batch(shop, 100, 1, "2026/12/01", 99);
     shop.sql("insert into stocks (code,name) select 3,N'فارغ'");
     test::RememberedServices services;

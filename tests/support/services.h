@@ -17,13 +17,13 @@ class RememberedPrompts final : public common::Prompts {
         last_icon = icon;
     }
     // Answers with the next of `answers`, else No.
-    bool question(std::string_view text, common::Icon icon) override {
+    common::Answer ask(std::string_view text, common::Icon icon) override {
         questions.emplace_back(text);
         last_icon = icon;
-        if (answers.empty()) return false;
-        const bool answer = answers.front();
+        if (answers.empty()) return common::Answer::no;
+        const bool yes = answers.front();
         answers.pop_front();
-        return answer;
+        return yes ? common::Answer::yes : common::Answer::no;
     }
     std::string last() const { return messages.empty() ? std::string() : messages.back(); }
 

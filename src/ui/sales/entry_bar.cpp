@@ -22,7 +22,7 @@ namespace ui {
 namespace {
 
 // Paints its own hint, smaller than typed text and clear of the cursor.
-class EntryField : public QLineEdit {
+class EntryField : public SelectingField {
   public:
     EntryField() {
         setObjectName("entry");
@@ -33,7 +33,7 @@ class EntryField : public QLineEdit {
 
   protected:
     void paintEvent(QPaintEvent* event) override {
-        QLineEdit::paintEvent(event);
+        SelectingField::paintEvent(event);
         if (!text().isEmpty()) return;
         QPainter painter(this);
         QFont smaller = font();
@@ -73,7 +73,6 @@ EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
     connect(field_, &QLineEdit::returnPressed, this, [this] { emit entered(field_->text()); });
     connect(recalled_, &QLineEdit::returnPressed, this, [this] {
         emit entered_for_recalled(recalled_->text());
-        recalled_->clear();
         recalled_->setFocus();
     });
     connect(general, &QPushButton::clicked, this, &EntryBar::general_item_clicked);
@@ -82,6 +81,12 @@ EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
 
 void EntryBar::show_recalled(bool recalled) {
     recalled_->setVisible(recalled);
+}
+
+void EntryBar::clear() {
+    // Not QLineEdit::clear(), which would keep everything typed on that day for undo.
+    field_->setText({});
+    recalled_->setText({});
 }
 
 bool EntryBar::eventFilter(QObject* watched, QEvent* event) {

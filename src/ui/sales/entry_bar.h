@@ -20,6 +20,9 @@ class EntryBar : public QWidget {
   public:
     explicit EntryBar(QWidget* parent = nullptr);
     QLineEdit* field() { return field_; }
+    QLineEdit* recalled_field() { return recalled_; }
+    // Empties both fields.
+    void clear();
     void show_recalled(bool recalled);
 
   signals:

@@ -159,13 +159,10 @@ void SalesWindow::connect_parts() {
     connect(banner_, &InvoiceBanner::return_clicked, this, &SalesWindow::start_return);
     connect(entry_bar_, &EntryBar::entered, this, &SalesWindow::enter_item);
     connect(entry_bar_, &EntryBar::general_item_clicked, this, [this] { enter_item("*"); });
-    connect(entry_bar_, &EntryBar::search_clicked, this, &SalesWindow::search);
+    connect(entry_bar_, &EntryBar::search_clicked, this, [this] { search(); });
     connect(entry_bar_, &EntryBar::down, this, &SalesWindow::go_to_grid);
     connect(entry_bar_, &EntryBar::quick_quantity_wanted, this, &SalesWindow::quick_quantity);
-    connect(entry_bar_, &EntryBar::entered_for_recalled, this, [this](const QString& text) {
-        desk_.lines().EnterItemForRecalled(sales::read_entry(utf8(text)));
-        repaint_all();
-    });
+    connect(entry_bar_, &EntryBar::entered_for_recalled, this, &SalesWindow::enter_for_recalled);
     connect_party_bar();
     connect(lines_, &LineView::row_chosen, this, [this](int row) {
         desk_.lines().select_row(static_cast<std::size_t>(row));

@@ -72,12 +72,18 @@ class SalesWindow : public QWidget {
     void act(std::string_view name, const std::function<void()>& action);
     // The same, then moves the focus to the item-code field.
     void act_and_return(std::string_view name, const std::function<void()>& action);
-    void enter_item(const QString& text);
+    // These return true if a line was added or raised.
+    bool enter_item(const QString& text);
+    bool enter(const sales::Entry& entry);
+    bool enter_for_recalled(const QString& text);
+    // Enters what stands in an entry field. Returns false if the cashier must attend to it first.
+    bool finish_entry();
     void edit_cell(int row, int column, const QString& first);
     void commit_cell(int row, int column, const QString& text, bool by_enter);
     // Enters what was typed into a cell or discount so far. Returns false if it was refused.
     bool finish_editing();
     void save();
+    void cancel(std::string_view name, bool (sales::Checkout::*action)());
     void recall(const QString& number);
     void reprint();
     void start_return();
@@ -86,7 +92,8 @@ class SalesWindow : public QWidget {
     void switch_payment(int payment);
     void toggle_payment();
     void focus_payment_fields();
-    void search();
+    // Opens the search, for a name or with empty filters, and enters the item taken.
+    bool search(const QString& name = {});
     void item_info();
     void quick_quantity();
     void delete_current_line();
@@ -94,6 +101,8 @@ class SalesWindow : public QWidget {
     void go_to_grid();
     void focus_entry_for_scan();
     void open_screen(const Command& screen);
+    // Runs a screen that may change the shift. A text in the entry field belonged to the shift before.
+    void run_screen(const std::function<void()>& screen);
     void escape();
     void restart();
     void leave();

@@ -39,23 +39,40 @@ void SalesWindow::act_and_return(std::string_view name, const std::function<void
     focus_entry();
 }
 
-void SalesWindow::enter_item(const QString& text) {
-    const sales::Entry entry = sales::read_entry(utf8(text));
+bool SalesWindow::enter_item(const QString& text) {
+    return enter(sales::read_entry(utf8(text)));
+}
+
+bool SalesWindow::enter(const sales::Entry& entry) {
     bool entered = false;
-    // Not clear(), which would keep everything typed on that day for undo.
-    const auto empty_field = [this] { entry_bar_->field()->setText({}); };
-    if (entry.form == sales::EntryForm::empty) {
-        empty_field();
-    } else {
-        act("EnterItem", [&] {
-            entered = desk_.lines().EnterItem(entry);
-            empty_field();
-        });
-    }
+    bool words = false;
+    act("EnterItem", [&] {
+        words = desk_.lines().is_search(entry);
+        entered = !words && desk_.lines().EnterItem(entry);
+        entry_bar_->clear();
+    });
     focus_entry();
+    if (words) return search(qt(entry.name));
     // A general item has no quantity yet: the cashier goes on in its cells.
     if (entered && entry.form == sales::EntryForm::general && desk_.sale().current_row)
         lines_->open_cell(static_cast<int>(*desk_.sale().current_row), sales::column::quantity, "1");
+    return entered;
+}
+
+bool SalesWindow::enter_for_recalled(const QString& text) {
+    bool entered = false;
+    act("EnterItemForRecalled", [&] {
+        entered = desk_.lines().EnterItemForRecalled(sales::read_entry(utf8(text)));
+        entry_bar_->clear();
+    });
+    return entered;
+}
+
+bool SalesWindow::finish_entry() {
+    const QString typed = entry_bar_->field()->text().trimmed();
+    const QString typed_for_recalled = entry_bar_->recalled_field()->text().trimmed();
+    if (!typed.isEmpty() && (!enter_item(typed) || lines_->is_editing())) return false;
+    return typed_for_recalled.isEmpty() || enter_for_recalled(typed_for_recalled);
 }
 
 void SalesWindow::edit_cell(int row, int column, const QString& first) {
@@ -102,7 +119,7 @@ bool SalesWindow::finish_editing() {
 }
 
 void SalesWindow::save() {
-    if (!finish_editing()) return;
+    if (!finish_editing() || !finish_entry()) return;
     act("SaveInvoice", [&] {
         const sales::BeginSave begun = desk_.checkout().begin_save();
         repaint_all();
@@ -115,6 +132,12 @@ void SalesWindow::save() {
         desk_.checkout().SaveInvoice();
     });
     focus_entry();
+}
+
+void SalesWindow::cancel(std::string_view name, bool (sales::Checkout::*action)()) {
+    act_and_return(name, [&] {
+        if ((desk_.checkout().*action)()) entry_bar_->clear();
+    });
 }
 
 void SalesWindow::recall(const QString& number) {
@@ -162,12 +185,12 @@ void SalesWindow::focus_payment_fields() {
     }
 }
 
-void SalesWindow::search() {
-    if (Sheet::top_of(this) != nullptr) return;
-    SearchPanel panel(this, desk_);
+bool SalesWindow::search(const QString& name) {
+    if (Sheet::top_of(this) != nullptr) return false;
+    SearchPanel panel(this, desk_, name);
     const bool taken = panel.run() == 1;
     focus_entry();
-    if (taken) enter_item(QString::number(panel.code()));
+    return taken && enter(panel.entry());
 }
 
 void SalesWindow::item_info() {
@@ -199,7 +222,7 @@ void SalesWindow::delete_current_line() {
 }
 
 void SalesWindow::show_shifts() {
-    act_and_return("Shifts", [&] { ShiftSide(this, desk_, context_).run(); });
+    act_and_return("Shifts", [&] { run_screen([&] { ShiftSide(this, desk_, context_).run(); }); });
 }
 
 void SalesWindow::go_to_grid() {
@@ -218,11 +241,17 @@ void SalesWindow::focus_entry_for_scan() {
 
 void SalesWindow::open_screen(const Command& screen) {
     act_and_return(utf8(screen.name), [&] {
-        screen.run(*this);
+        run_screen([&] { screen.run(*this); });
         desk_.reload_customers();
-        desk_.reload_shifts();
         party_bar_->fill(desk_);
     });
+}
+
+void SalesWindow::run_screen(const std::function<void()>& screen) {
+    const std::int64_t shift = desk_.shift_number();
+    screen();
+    desk_.reload_shifts();
+    if (desk_.shift_number() != shift) entry_bar_->clear();
 }
 
 void SalesWindow::escape() {

@@ -20,13 +20,9 @@ const std::vector<Command>& SalesWindow::commands() {
     static const std::vector<Command> table = {
         {"save", "حفظ البون", key::save, none, [](SalesWindow& w) { w.save(); }},
         {"f2", "إلغاء السجل", Qt::Key_F2, strip,
-         [](SalesWindow& w) {
-             w.act_and_return("CancelRecord", [&] { w.desk_.checkout().CancelRecord(); });
-         }},
+         [](SalesWindow& w) { w.cancel("CancelRecord", &sales::Checkout::CancelRecord); }},
         {"f3", "إلغاء البون", Qt::Key_F3, strip,
-         [](SalesWindow& w) {
-             w.act_and_return("CancelInvoice", [&] { w.desk_.checkout().CancelInvoice(); });
-         }},
+         [](SalesWindow& w) { w.cancel("CancelInvoice", &sales::Checkout::CancelInvoice); }},
         {"kind", "بيع أو مرتجع", key::kind, none,
          [](SalesWindow& w) { w.act_and_return("SwitchKind", [&] { w.desk_.header().toggle_kind(); }); }},
         {"payment", "نقدي أو آجل", key::payment, none, [](SalesWindow& w) { w.toggle_payment(); }},

@@ -42,7 +42,8 @@ QString figure(const std::string& text) {
 
 }  // namespace
 
-SearchPanel::SearchPanel(QWidget* host, sales::SalesDesk& desk) : Sheet(host, "بحث عن صنف"), desk_(desk) {
+SearchPanel::SearchPanel(QWidget* host, sales::SalesDesk& desk, const QString& name)
+    : Sheet(host, "بحث عن صنف"), desk_(desk) {
     setObjectName("search_panel");
     setProperty(keys_property, {});  // a barcode may be scanned into the search
     const double width = std::min(1180.0, host->window()->width() * 16.0 / font().pixelSize() - 40);
@@ -50,7 +51,9 @@ SearchPanel::SearchPanel(QWidget* host, sales::SalesDesk& desk) : Sheet(host, "�
     build_filters();
     build_table(width < 1100);
 
-    connect(table_, &QTableWidget::currentCellChanged, this, [this](int row) { show_prices(row); });
+    build_units();
+
+    connect(table_, &QTableWidget::currentCellChanged, this, [this](int row) { show_units(row); });
 
     pause_.setSingleShot(true);
     pause_.setInterval(pause_ms);
@@ -59,6 +62,8 @@ SearchPanel::SearchPanel(QWidget* host, sales::SalesDesk& desk) : Sheet(host, "�
     connect(hide_stopped_, &QCheckBox::toggled, this, &SearchPanel::search_now);
     connect(table_, &ListTable::row_taken, this, &SearchPanel::take);
     connect(table_, &ListTable::left_upwards, name_, qOverload<>(&QWidget::setFocus));
+    name_->setText(name);
+    search_now();
 }
 
 void SearchPanel::build_filters() {
@@ -100,9 +105,22 @@ void SearchPanel::build_table(bool narrow) {
     // On a narrow screen the name needs the space; the prices of the current row are shown below anyway.
     for (int at = table_->columnCount() - 2; at < table_->columnCount(); ++at)
         table_->setColumnHidden(at, narrow);
+    table_->installEventFilter(this);
     body()->addWidget(table_, 1);
+}
+
+void SearchPanel::build_units() {
+    units_ = new Segments("search_unit", {{1, "&وحدة"}, {2, "&عبوة"}, {3, "ك&رتونة"}});
     prices_ = label({}, "figure", "search_prices");
-    body()->addWidget(prices_);
+    QHBoxLayout* row = add_row();
+    row->addWidget(label("يباع", "side"));
+    row->addWidget(units_);
+    row->addStretch(1);
+    row->addWidget(prices_);
+    connect(units_, &Segments::chosen, this, [this](int unit) {
+        units_->show_chosen(unit);
+        table_->setFocus();
+    });
 }
 
 QLineEdit* SearchPanel::filter_field(const char* name) {
@@ -147,25 +165,45 @@ void SearchPanel::search_now() {
     table_->say_when_empty(filters.empty() ? nothing_sought
                                            : "لا يوجد صنف بهذه البيانات · اكتب جزءا أقصر من الاسم");
     table_->show_rows(rows);
-    show_prices(table_->currentRow());
+    show_units(table_->currentRow());
     count_->setText(filters.empty() ? QString() : "عدد الأصناف \u200e" + QString::number(found_.size()));
 }
 
+const sales::FoundItem* SearchPanel::item_at(int row) const {
+    return row >= 0 && static_cast<std::size_t>(row) < found_.size() ? &found_[static_cast<std::size_t>(row)]
+                                                                     : nullptr;
+}
+
 // Shows the retail and wholesale prices of the row's three units.
-void SearchPanel::show_prices(int row) {
+void SearchPanel::show_units(int row) {
+    const sales::FoundItem* item = item_at(row);
+    const int proposed = item != nullptr ? item->unit_level : 1;
     QStringList units;
-    if (row >= 0 && static_cast<std::size_t>(row) < found_.size()) {
-        const sales::FoundItem& item = found_[static_cast<std::size_t>(row)];
-        for (std::size_t unit = 0; unit < 3; ++unit)
-            units << qt(sales::unit_name(static_cast<int>(unit) + 1)) + "  " + figure(item.prices[unit][0]) +
-                         " / " + figure(item.prices[unit][1]);
+    for (std::size_t at = 0; at < 3; ++at) {
+        const int unit = static_cast<int>(at) + 1;
+        units_->set_enabled(unit, unit == proposed || (item != nullptr && item->units[at]));
+        if (item != nullptr)
+            units << qt(sales::unit_name(unit)) + "  " + figure(item->prices[at][0]) + " / " +
+                         figure(item->prices[at][1]);
     }
+    units_->show_chosen(proposed);
     prices_->setText(units.join("     ·     "));
 }
 
+void SearchPanel::choose_next_unit(int step) {
+    const sales::FoundItem* item = item_at(table_->currentRow());
+    if (item == nullptr) return;
+    for (int unit = units_->value() + step; unit >= 1 && unit <= 3; unit += step) {
+        if (!item->units[unit - 1]) continue;
+        units_->show_chosen(unit);
+        return;
+    }
+}
+
 void SearchPanel::take(int row) {
-    if (row < 0 || static_cast<std::size_t>(row) >= found_.size()) return;
-    code_ = found_[static_cast<std::size_t>(row)].code;
+    const sales::FoundItem* item = item_at(row);
+    if (item == nullptr) return;
+    entry_ = item->entry(units_->value());
     leave(1);
 }
 
@@ -189,6 +227,18 @@ void SearchPanel::keyPressEvent(QKeyEvent* event) {
     } else {
         Sheet::keyPressEvent(event);
     }
+}
+
+// In the list the arrows that point along a row choose the unit.
+bool SearchPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == table_ && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Left || key == Qt::Key_Right) {
+            choose_next_unit(key == Qt::Key_Left ? 1 : -1);
+            return true;
+        }
+    }
+    return Sheet::eventFilter(watched, event);
 }
 
 }  // namespace ui

@@ -134,6 +134,11 @@ void Segments::show_chosen(int value) {
         button->setChecked(of == value);
 }
 
+void Segments::set_enabled(int value, bool enabled) {
+    for (const auto& [of, button] : buttons_)
+        if (of == value) button->setEnabled(enabled);
+}
+
 int Segments::value() const {
     for (const auto& [of, button] : buttons_) {
         if (button->isChecked()) return of;

@@ -35,6 +35,7 @@ class Segments : public QWidget {
 
     // Shows the option of a value as chosen, without a signal.
     void show_chosen(int value);
+    void set_enabled(int value, bool enabled);
     // The value of the option shown as chosen; 0 if none is.
     int value() const;
     // In pixels of the 1366×768 screen.

@@ -51,7 +51,7 @@ void set_hint(QLineEdit* field, const QString& text) {
     field->update();
 }
 
-NumberField::NumberField(const QString& name, QWidget* parent) : QLineEdit(parent) {
+NumberField::NumberField(const QString& name, QWidget* parent) : SelectingField(parent) {
     setObjectName(name);
     setProperty(keys_property, keys_no_scans);
     setLayoutDirection(Qt::LeftToRight);
@@ -65,15 +65,15 @@ QSize AmountField::sizeHint() const {
     return {px(wide), QLineEdit::sizeHint().height()};
 }
 
-void NumberField::focusInEvent(QFocusEvent* event) {
+void SelectingField::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     selectAll();
     clicked_into_ = event->reason() == Qt::MouseFocusReason;
 }
 
-void NumberField::mouseReleaseEvent(QMouseEvent* event) {
+void SelectingField::mouseReleaseEvent(QMouseEvent* event) {
     QLineEdit::mouseReleaseEvent(event);
-    // The press has put the cursor into the old amount: "10" typed there would turn 0.00 into 100.00.
+    // The press has put the cursor into the old text: "10" typed there would turn 0.00 into 100.00.
     if (std::exchange(clicked_into_, false)) selectAll();
 }
 

@@ -26,11 +26,10 @@ inline constexpr auto key_property = "key";
 // Dynamic property of a table: the text shown in its middle while it has no rows.
 inline constexpr auto empty_property = "when_empty";
 
-// A field for a number, shown left to right at the right edge. Scans do not enter it. Focus, also by a click,
-// selects everything, so that typing replaces the old number.
-class NumberField : public QLineEdit {
+// Focus, also by a click, selects everything in the field, so that typing replaces it.
+class SelectingField : public QLineEdit {
   public:
-    explicit NumberField(const QString& name, QWidget* parent = nullptr);
+    using QLineEdit::QLineEdit;
 
   protected:
     void focusInEvent(QFocusEvent* event) override;
@@ -38,6 +37,12 @@ class NumberField : public QLineEdit {
 
   private:
     bool clicked_into_ = false;  // the press that brought the focus has not been released yet
+};
+
+// A field for a number, shown left to right at the right edge. Scans do not enter it.
+class NumberField : public SelectingField {
+  public:
+    explicit NumberField(const QString& name, QWidget* parent = nullptr);
 };
 
 // A number field for an amount or quantity. It keeps whatever is typed or pasted, because a number from which

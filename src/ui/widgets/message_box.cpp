@@ -102,7 +102,7 @@ MessageBox::MessageBox(QWidget* host, const QString& text, common::Icon icon, Bu
         answers->addWidget(marked_);
     } else {
         QPushButton* yes = button(message::yes, "message_yes", 1);
-        QPushButton* no = button(message::no, "message_no", 0);
+        QPushButton* no = button(message::no, "message_no", 2);
         marked_ = icon == common::Icon::question || icon == common::Icon::none ? yes : no;
         answers->addWidget(yes);
         answers->addWidget(no);
@@ -145,8 +145,15 @@ void ScreenPrompts::message(std::string_view text, common::Icon icon) {
     MessageBox(host(), qt(text), icon, MessageBox::Buttons::ok).run();
 }
 
-bool ScreenPrompts::question(std::string_view text, common::Icon icon) {
-    return MessageBox(host(), qt(text), icon, MessageBox::Buttons::yes_no).run() == 1;
+common::Answer ScreenPrompts::ask(std::string_view text, common::Icon icon) {
+    switch (MessageBox(host(), qt(text), icon, MessageBox::Buttons::yes_no).run()) {
+        case 1:
+            return common::Answer::yes;
+        case 2:
+            return common::Answer::no;
+        default:
+            return common::Answer::closed;
+    }
 }
 
 }  // namespace ui

@@ -12,8 +12,8 @@ class MessageBox : public Sheet {
     Q_OBJECT
   public:
     enum class Buttons { ok, yes_no };
-    // run() returns 1 for Yes and 0 for No. Enter presses the marked button: Yes if the box merely asks, No
-    // if its icon warns, so that a hasty Enter does no harm. Esc is No.
+    // run() returns 1 for Yes or OK, 2 for No, and 0 after Esc. Enter presses the marked button: Yes if the
+    // box merely asks, No if its icon warns, so that a hasty Enter does no harm.
     MessageBox(QWidget* host, const QString& text, common::Icon icon, Buttons buttons);
 
     QString text() const { return text_; }
@@ -35,7 +35,7 @@ class MessageBox : public Sheet {
 class ScreenPrompts final : public common::Prompts {
   public:
     void message(std::string_view text, common::Icon icon = common::Icon::none) override;
-    bool question(std::string_view text, common::Icon icon = common::Icon::question) override;
+    common::Answer ask(std::string_view text, common::Icon icon = common::Icon::question) override;
 };
 
 }  // namespace ui
