@@ -22,6 +22,8 @@ inline constexpr std::string_view no_such_customer =
     "العميل غير موجود";  // the account customer does not exist
 // The cash customer's name does not exist.
 inline constexpr std::string_view no_such_cash_customer = "اسم العميل النقدي غير موجود";
+// The name that was typed is not in the list.
+inline constexpr std::string_view not_in_list = "الاسم المكتوب غير موجود في القائمة";
 inline constexpr std::string_view no_such_bank = "البنك غير موجود";  // the bank does not exist
 
 }  // namespace common::message

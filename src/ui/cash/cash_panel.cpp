@@ -188,6 +188,7 @@ void CashPanel::choose_day() {
 }
 
 void CashPanel::confirm() {
+    if (!all_known({store_, drawer_}, context_.services.prompts)) return;
     // A hasty Enter must not record the whole drawer as a shortage; an empty drawer is counted by typing 0.
     if (!counted_->isModified()) {
         if (!logic_.difference())

@@ -201,6 +201,7 @@ void DailyStatementScreen::choose_drawer() {
 }
 
 bool DailyStatementScreen::choose_date() {
+    if (!all_known({store_, drawer_}, context_.services.prompts)) return false;
     const auto typed = common::read_date(utf8(date_->text()));
     if (!typed) {
         // Restored first: the message takes the focus out of the field, which would be read again.
@@ -270,6 +271,7 @@ void DailyStatementScreen::open_figure(int figure) {
 }
 
 void DailyStatementScreen::print() {
+    if (!all_known({store_, drawer_}, context_.services.prompts)) return;
     guarded(context_.services, "PrintDayReport", [&] {
         const bool printed = context_.reports.print(report_of(logic_.print_report(), context_.session));
         note_->setText(printed ? printed_text(context_) : QString());
@@ -278,6 +280,7 @@ void DailyStatementScreen::print() {
 }
 
 void DailyStatementScreen::preview() {
+    if (!all_known({store_, drawer_}, context_.services.prompts)) return;
     guarded(context_.services, "PreviewDayReport",
             [&] { context_.reports.preview(report_of(logic_.print_report(), context_.session)); });
 }

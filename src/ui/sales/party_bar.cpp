@@ -69,11 +69,7 @@ void PartyBar::connect_fields() {
                 [this, list, signal] { emit(this->*signal)(choice_of(list).value_or(0)); });
         connect(list->lineEdit(), &QLineEdit::returnPressed, this, [this, list, signal, next] {
             const qlonglong code = choice_of(list).value_or(0);
-            if (code == 0 && !list->currentText().trimmed().isEmpty()) {
-                emit(this->*signal)(code);
-                list->lineEdit()->selectAll();  // unknown name: to be typed again
-                return;
-            }
+            if (is_unknown(list)) return emit unknown_name(list);
             // Move the focus first: only a list without the focus replaces the typed text by the chosen
             // entry.
             if (next != nullptr) next->setFocus();

@@ -34,6 +34,8 @@ class PartyBar : public QWidget {
     void tips_receiver_chosen(qlonglong code);
     // The delivery permit of an account invoice, and its number.
     void permit_typed(bool opened, const QString& number);
+    // Enter in a list, on a name that it does not have.
+    void unknown_name(QComboBox* list);
     // Enter in the last field.
     void finished();
 

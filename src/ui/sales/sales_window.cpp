@@ -211,6 +211,8 @@ void SalesWindow::connect_party_bar() {
     });
     connect(party_bar_, &PartyBar::tips_receiver_chosen, this,
             [this](qlonglong code) { desk_.header().choose_tips_receiver(code); });
+    connect(party_bar_, &PartyBar::unknown_name, this,
+            [this](QComboBox* list) { all_known({list}, context_.services.prompts); });
     connect(party_bar_, &PartyBar::finished, this, &SalesWindow::focus_entry);
 }
 

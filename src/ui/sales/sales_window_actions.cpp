@@ -1,5 +1,6 @@
 // The sales window: what its keys and buttons do.
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
 
 #include "sales/messages.h"
@@ -12,6 +13,7 @@
 #include "ui/sales/search_panel.h"
 #include "ui/sales/sheets.h"
 #include "ui/sales/totals_panel.h"
+#include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/text.h"
 
@@ -115,7 +117,9 @@ bool SalesWindow::finish_editing() {
     refused_ = false;
     lines_->finish_editing();
     totals_->finish_editing();
-    return !refused_;
+    if (refused_) return false;
+    auto* party = qobject_cast<QComboBox*>(party_bar_->first_field(desk_.invoice().payment));
+    return party == nullptr || all_known({party}, context_.services.prompts);
 }
 
 void SalesWindow::save() {

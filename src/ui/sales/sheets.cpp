@@ -156,6 +156,7 @@ void PaymentDialog::enter() {
         paid_->selectAll();
         return;
     }
+    if (!all_known({worker_}, context_.services.prompts)) return;
     leave(1);
 }
 
@@ -200,7 +201,7 @@ InvoiceDataSheet::InvoiceDataSheet(QWidget* host, const Context& context, sales:
 
 void InvoiceDataSheet::enter() {
     const auto date = date_in(date_, context_.services.prompts);
-    if (!date) return;
+    if (!date || !all_known({store_, worker_}, context_.services.prompts)) return;
     bool chosen = true;
     guarded(context_.services, "InvoiceData", [&] {
         const std::int64_t store = choice_of(store_).value_or(0);

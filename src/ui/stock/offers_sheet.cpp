@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "common/messages.h"
 #include "common/text.h"
 #include "common/typed.h"
 #include "printing/report_printer.h"
@@ -75,13 +76,13 @@ void OffersSheet::take_focus() {
     customer_->setFocus();
 }
 
-// A partly typed date does not filter yet.
+// A partly typed number or date does not filter yet.
 void OffersSheet::search() {
     guarded(context_.services, "ListOffers", [&] {
         stock::OfferFilter filter;
         filter.customer = common::trim(utf8(customer_->text()));
         filter.number = common::read_code(utf8(number_->text()));
-        if (date_->text().size() == 10) filter.date = common::read_date(utf8(date_->text()));
+        filter.date = common::read_date(utf8(date_->text()));
         rows_ = stock::list_offers(context_.connection, filter);
     });
     std::vector<QStringList> texts;
@@ -103,7 +104,18 @@ std::int64_t OffersSheet::chosen() const {
     return found ? rows_[static_cast<std::size_t>(row)].number : 0;
 }
 
+// A filter that is not what its field asks for has filtered nothing: the chosen row is not the one that was
+// meant.
+bool OffersSheet::filters_are_good() {
+    if (!date_->text().trimmed().isEmpty() && !date_in(date_, context_.services.prompts)) return false;
+    if (number_->text().trimmed().isEmpty() || common::read_code(utf8(number_->text()))) return true;
+    context_.services.prompts.message(common::message::wrong_code, common::Icon::critical);
+    number_->setFocus();
+    return false;
+}
+
 void OffersSheet::enter() {
+    if (!filters_are_good()) return;
     // A typed number that is not in the list is tried too, so that the logic says that there is no such
     // offer.
     std::int64_t number = chosen();
@@ -112,6 +124,7 @@ void OffersSheet::enter() {
 }
 
 void OffersSheet::print() {
+    if (!filters_are_good()) return;
     if (const std::int64_t number = chosen(); number != 0) print_offer(context_, number);
 }
 

@@ -35,6 +35,7 @@ class OffersSheet : public Sheet {
 
   private:
     void search();
+    bool filters_are_good();
     std::int64_t chosen() const;
     void print();
 

@@ -93,6 +93,10 @@ std::optional<std::int64_t> choice_of(const QComboBox* list) {
     return list->itemData(index).toLongLong();
 }
 
+bool is_unknown(const QComboBox* list) {
+    return !list->currentText().trimmed().isEmpty() && !choice_of(list);
+}
+
 Segments::Segments(const QString& name, const std::vector<std::pair<int, QString>>& options, QWidget* parent)
     : QWidget(parent) {
     setObjectName(name);

@@ -24,6 +24,8 @@ void fill_optional_choices(QComboBox* list, const std::vector<common::Choice>& c
 void show_choice(QComboBox* list, std::optional<std::int64_t> code);
 // The chosen code, which may be 0, or nothing if no entry is chosen. A name typed in full counts as chosen.
 std::optional<std::int64_t> choice_of(const QComboBox* list);
+// Returns true if a name was typed that is not in the list.
+bool is_unknown(const QComboBox* list);
 
 // A row of options of which one is chosen: kinds, price levels.
 class Segments : public QWidget {

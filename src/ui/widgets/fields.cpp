@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "common/messages.h"
@@ -193,6 +194,22 @@ std::optional<common::Date> date_in(QLineEdit* field, common::Prompts& prompts) 
     field->setFocus();
     field->selectAll();
     return std::nullopt;
+}
+
+bool all_known(std::initializer_list<QComboBox*> lists, common::Prompts& prompts) {
+    const auto unknown = std::find_if(lists.begin(), lists.end(), is_unknown);
+    if (unknown == lists.end()) return true;
+    prompts.message(common::message::not_in_list, common::Icon::critical);
+    (*unknown)->setFocus(Qt::TabFocusReason);  // selects the name
+    return false;
+}
+
+void take_typed(QWidget* field) {
+    if (auto* list = qobject_cast<QComboBox*>(field); list != nullptr && list->isEditable()) {
+        emit list->lineEdit()->editingFinished();
+    } else if (auto* line = qobject_cast<QLineEdit*>(field); line != nullptr && line->isModified()) {
+        emit line->editingFinished();
+    }
 }
 
 void enter_leads_on(std::initializer_list<QWidget*> fields) {

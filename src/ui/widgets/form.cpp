@@ -134,8 +134,9 @@ void FormFields::refuse(const common::Refusal& refusal, common::Prompts& prompts
     if (refusal.field.empty()) return;
     const Built& refused = built(refusal.field);
     refused.widget->setFocus();
-    // What is not a number or a date is typed again.
+    // What is not a number, a date or a name of the list is typed again.
     const FieldKind kind = refused.description.kind;
+    if (kind == FieldKind::choice) list(refusal.field)->lineEdit()->selectAll();
     if (kind == FieldKind::date || kind == FieldKind::code || kind == FieldKind::amount)
         line(refusal.field)->selectAll();
 }
@@ -166,6 +167,7 @@ std::optional<FieldValue> FormFields::read_value(std::string_view name) const {
             return date ? std::optional<FieldValue>(*date) : std::nullopt;
         }
         case FieldKind::choice:
+            if (is_unknown(list(name))) return std::nullopt;
             return choice_of(list(name));
         case FieldKind::options:
             return options(name)->value() == 1;
@@ -183,8 +185,9 @@ bool FormFields::is_hidden(std::string_view name) const {
     return widget->isHidden() || widget->parentWidget()->isHidden();
 }
 
-common::Refusal FormFields::wrong_date(std::string_view name) {
-    return {name, common::message::wrong_date};
+common::Refusal FormFields::refusal_of(std::string_view name) const {
+    const bool is_date = built(name).description.kind == FieldKind::date;
+    return {name, is_date ? common::message::wrong_date : common::message::not_in_list};
 }
 
 }  // namespace ui

@@ -48,10 +48,11 @@ class FormFields {
     void build(const common::FieldDescription& description, FieldGrid& grid);
     void lead_on(std::vector<std::string_view> names, QWidget* last);
     void show_value(std::string_view name, const common::FieldValue& value);
-    // Nothing if the text of a date is not a date.
+    // Nothing if the text of a date is not a date, or a name is not in its list.
     std::optional<common::FieldValue> read_value(std::string_view name) const;
     bool is_hidden(std::string_view name) const;
-    static common::Refusal wrong_date(std::string_view name);
+    // Why there is no value.
+    common::Refusal refusal_of(std::string_view name) const;
 
   private:
     struct Built {
@@ -88,8 +89,8 @@ class Form : public FormFields {
             show_value(field.description.name, value_of(field, values));
     }
 
-    // Takes the typed values over. Refuses an invalid date and then leaves all values as they were,
-    // unless the field is hidden: then it keeps its date.
+    // Takes the typed values over. Refuses an invalid date and a name that is not in its list, and then
+    // leaves all values as they were, unless the field is hidden: then it keeps its value.
     std::optional<common::Refusal> read(Values& values) const {
         Values typed = values;
         for (const auto& field : table_) {
@@ -97,7 +98,7 @@ class Form : public FormFields {
             if (value) {
                 set_value(field, typed, std::move(*value));
             } else if (!is_hidden(field.description.name)) {
-                return wrong_date(field.description.name);
+                return refusal_of(field.description.name);
             }
         }
         values = std::move(typed);

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/widgets/fields.h"
+
 namespace ui {
 
 namespace {
@@ -31,6 +33,19 @@ bool field_takes_no_scans() {
 bool KeyQueue::Key::printable() const {
     return !text.isEmpty() && text.front().isPrint() &&
            !(modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+}
+
+// Returns true for a key that makes a screen act without moving the focus first: a function key, a key with
+// Alt, a key with Ctrl unless it edits text.
+bool KeyQueue::Key::acts() const {
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F35) return true;
+    if (modifiers & Qt::AltModifier) return true;
+    static constexpr Qt::Key editing[] = {Qt::Key_A,     Qt::Key_C,   Qt::Key_V,         Qt::Key_X,
+                                          Qt::Key_Z,     Qt::Key_Y,   Qt::Key_Left,      Qt::Key_Right,
+                                          Qt::Key_Home,  Qt::Key_End, Qt::Key_Backspace, Qt::Key_Delete,
+                                          Qt::Key_Insert};
+    return (modifiers & Qt::ControlModifier) &&
+           std::find(std::begin(editing), std::end(editing), key) == std::end(editing);
 }
 
 KeyQueue::KeyQueue(QObject* parent) : QObject(parent) {
@@ -149,6 +164,10 @@ void KeyQueue::deliver(const Key& key) {
     QKeyEvent press(QEvent::KeyPress, key.key, key.modifiers, key.text, key.repeated);
     press.setTimestamp(key.time);
     const unsigned boxes = boxes_shown_;
+    if (key.acts()) {
+        take_typed(QApplication::focusWidget());
+        if (boxes_shown_ != boxes) return;  // refused: the key must not act on what was there before
+    }
     delivering_ = true;  // for this press only: an action that opens a box runs a loop of its own inside
     QCoreApplication::sendEvent(window, &press);
     delivering_ = false;

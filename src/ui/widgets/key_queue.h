@@ -57,6 +57,7 @@ class KeyQueue : public QObject {
         quint64 time;
         bool printable() const;
         bool is_enter() const { return key == Qt::Key_Return || key == Qt::Key_Enter; }
+        bool acts() const;
     };
 
     void take(const Key& key);
