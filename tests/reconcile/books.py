@@ -97,6 +97,12 @@ class Books:
         return rounded(sum((one.total for one in self.invoices if one.drawer == drawer and one.payment == CARD
                             and not one.is_return and start < one.moment <= end), ZERO))
 
+    def beside(self, drawer, start, end):
+        """What the report of a shift says of money that is not in the drawer: uncollected orders, discounts."""
+        sums = {name: rounded(sum(amounts, ZERO))
+                for name, _, amounts in self.terms(drawer, lambda when: start < when <= end)}
+        return sums["uncollected"], sums["discounts"] - sums["discounts of returns"]
+
     def statement(self, drawer, day):
         """The figures of the day's statement, by the names of the screen."""
         morning = datetime(day.year, day.month, day.day)

@@ -18,6 +18,7 @@ class Movements:
         self.now = start
         self.number = {}  # the last of each series of invoice numbers
         self.printed = []  # the invoices whose receipts the printer must have
+        self.reports = {}  # files: the amounts of the rows in ascending order, and those of the figures under them
 
     def tick(self):
         self.now += timedelta(minutes=self.random.randint(2, 6), seconds=self.random.randint(0, 59))

@@ -1,5 +1,6 @@
-"""Text receipts as they reached the printer's port: the amounts on them."""
+"""Text receipts as they reached the printer's port, and printed pages: the amounts on them."""
 import re
+import subprocess
 from dataclasses import dataclass
 from decimal import Decimal
 
@@ -25,3 +26,9 @@ def read_one(part):
     lines = [tuple(Decimal(found.decode()) for found in AMOUNT.findall(row)[:3]) for row in areas[2].splitlines()]
     totals = [Decimal(AMOUNT.search(row).group().decode()) for row in areas[3].splitlines()]
     return Receipt(lines, totals)
+
+
+def amounts_of_pages(file):
+    """All amounts on the pages of a PDF file, from top to bottom."""
+    done = subprocess.run(["pdftotext", "-layout", file, "-"], capture_output=True, check=True)
+    return [Decimal(found.decode()) for found in AMOUNT.findall(done.stdout)]

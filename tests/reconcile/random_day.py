@@ -13,7 +13,7 @@ DAY = datetime(2026, 11, 21)
 SALES = ("sale sale sale sale sale sale sale sale_of_weighed sale_of_weighed sale_of_weighed discounted_lines "
          "discounted_lines discounted discounted discounted card_sale account_sale tips_sale").split()
 MOVEMENTS = SALES * 3 + ("return_of_sale " * 10 + "return_without_receipt " * 4 + "account_return account_return "
-                         "receipt receipt payment payment direct_receipt direct_receipt expense expense "
+                         "receipt receipt payment payment cheque direct_receipt direct_receipt expense expense "
                          "bank personal").split()
 
 
@@ -136,6 +136,8 @@ class RandomDay(Movements):
         cells = (counted, expected, counted - expected,
                  self.books.card_sales(drawer, self.started[drawer], self.now))
         self.till.step("expect rows select f1, F2, f3, f4 from [print] gives " + " | ".join(map(text, cells)))
+        self.reports[f"shift-{self.now:%Y%m%d-%H%M%S}.pdf"] = [], [
+            *cells, *self.books.beside(drawer, self.started[drawer], self.now)]
 
     def move_to_main(self, drawer, amount):
         assert amount > 0
@@ -159,10 +161,22 @@ class RandomDay(Movements):
                        "press Enter")
         for name, figure in self.books.statement(drawer, day).items():
             self.till.step(f"expect text figure_{name} = {text(figure)}")
+        journal = [one for one in self.books.invoices if one.moment.date() == day.date()]  # of the store
+        self.till.step(f"expect count journal = {len(journal)}")
+        if drawer == MAIN_DRAWER and day == DAY:
+            self.print_statement([one.total for one in journal], self.books.statement(drawer, day))
         self.till.step("choose ملخص اليوم in statement_view")
         for at, figure in self.books.summary(drawer, day.date()).items():
             self.till.step(f"expect text summary_{at} = {figure if at == 0 else text(figure)}")
         self.till.step("choose الكشف in statement_view", "press Esc", "expect hidden daily_statement")
+
+    def print_statement(self, journal, figures):
+        file = f"statement-{self.now:%Y%m%d-%H%M%S}.pdf"
+        self.till.step("click statement_print",
+                       f"expect text statement_note = لا توجد طابعة .. تم الحفظ في الملف Receipts/{file}")
+        self.reports[file] = sorted(journal), [figures[name] for name in (
+            "discounts", "returned_discounts", "net_cash", "total_deposits", "total_outgoings", "net",
+            "previous_balance", "current_balance")]
 
     def balances(self):
         self.till.note("balances and stock")

@@ -13,7 +13,7 @@ from pathlib import Path
 
 import paper
 import shop
-from money import rounded, text
+from money import text
 from random_account import RandomAccount
 from random_day import RandomDay
 
@@ -67,6 +67,13 @@ def compare_receipts(invoices, port):
                [text(amount) for amount in receipt.totals[: len(sums)]])
 
 
+def compare_reports(reports, folder):
+    for file, (rows, figures) in reports.items():
+        amounts = paper.amounts_of_pages(folder / file)
+        expect(f"{file}, rows", list(map(text, rows)), list(map(text, sorted(amounts[: len(rows)]))))
+        expect(f"{file}, figures", list(map(text, figures)), list(map(text, amounts[len(rows) :])))
+
+
 def compare_check(program, folder):
     """The shop is in order. Its printer and its drawer are only files of the play."""
     admin(program, folder, "sql", "update basic set [print] = 'win', cash = ''")
@@ -88,6 +95,7 @@ def main():
     try:
         kept = play(asked.play.resolve(), story.write(), asked.folder)
         compare_receipts(story.printed, kept / "ports" / "lpt1")
+        compare_reports(story.reports, kept / "Receipts")
         compare_check(asked.admin.resolve(), kept)
     except Mismatch as mismatch:
         sys.exit(f"seed {asked.seed}: {mismatch}")
