@@ -47,12 +47,15 @@ class Tests:
         return [(name, self.suites[name]) for name in nearest + others] + [*self.stories.items(), *self.plays.items()]
 
     def measure(self):
-        """Runs everything on sources without a fault, which must pass."""
+        """Runs everything on sources without a fault. What fails even so can see nothing and is left out."""
         for name, command in self.in_order("sales"):
             begun = time.monotonic()
-            if not self.passes(name, command):
-                sys.exit(f"{name} fails without any fault")
-            self.limits[name] = 3 * (time.monotonic() - begun) + SPARE_TIME
+            if self.passes(name, command):
+                self.limits[name] = 3 * (time.monotonic() - begun) + SPARE_TIME
+                continue
+            print(f"{name} fails without any fault and is left out", flush=True)
+            for tests in (self.suites, self.stories, self.plays):
+                tests.pop(name, None)
 
     def passes(self, name, command):
         environment = dict(os.environ, QT_QPA_PLATFORM="offscreen")
