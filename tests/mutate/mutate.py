@@ -17,10 +17,12 @@ import sys
 import time
 from pathlib import Path
 
-from faults import Fault, in_turn
+from faults import FOLDERS, Fault, in_turn
 
 ROOT = Path(__file__).resolve().parents[2]
 SUITES = ["sales", "cash", "accounts", "stock", "printing", "faults", "admin", "ui", "fuzz"]
+LIBRARIES = [*FOLDERS, "printing_pages"]
+NOBODY, NOT_THE_NEAREST = "nobody", "not the nearest suite"
 SPARE_TIME = 20  # seconds, beside three times what a suite takes without a fault
 
 
@@ -40,15 +42,20 @@ class Tests:
                       for file in sorted((tree / "tests/plays").glob("*.play"))}
         self.limits = {}
 
-    def in_order(self, folder):
-        """All tests, those of the folder first, because they most likely see its faults and cost least."""
-        nearest = [name for name in self.suites if name == folder]
-        others = [name for name in self.suites if name != folder]
-        return [(name, self.suites[name]) for name in nearest + others] + [*self.stories.items(), *self.plays.items()]
+    def nearest(self, folder):
+        """The suite of the folder, which most likely sees its faults and costs least."""
+        return [(name, command) for name, command in self.suites.items() if name == folder]
 
-    def measure(self):
-        """Runs everything on sources without a fault. What fails even so can see nothing and is left out."""
-        for name, command in self.in_order("sales"):
+    def all(self, folder):
+        return self.nearest(folder) + self.others(folder)
+
+    def others(self, folder):
+        return ([(name, command) for name, command in self.suites.items() if name != folder] +
+                [*self.stories.items(), *self.plays.items()])
+
+    def measure(self, *kinds):
+        """Runs tests on sources without a fault. What fails even so can see nothing and is left out."""
+        for name, command in [entry for kind in kinds for entry in kind.items()]:
             begun = time.monotonic()
             if self.passes(name, command):
                 self.limits[name] = 3 * (time.monotonic() - begun) + SPARE_TIME
@@ -72,8 +79,8 @@ class Tests:
                 pass
             run.wait()
 
-    def first_that_sees(self, folder):
-        return next((name for name, command in self.in_order(folder) if not self.passes(name, command)), None)
+    def first_that_sees(self, tests):
+        return next((name for name, command in tests if not self.passes(name, command)), NOBODY)
 
 
 class Tree:
@@ -93,7 +100,9 @@ class Tree:
             sys.exit(f"{commit} does not build in {self.build}")
 
     def compile(self, *targets):
-        done = subprocess.run(["ninja", "-C", self.build, "-j", str(self.jobs), *targets], stdout=subprocess.DEVNULL)
+        environment = dict(os.environ, CCACHE_SLOPPINESS="pch_defines,time_macros")
+        done = subprocess.run(["ninja", "-C", self.build, "-j", str(self.jobs), *targets], env=environment,
+                              stdout=subprocess.DEVNULL)
         return done.returncode == 0
 
     def put_in(self, fault):
@@ -109,19 +118,15 @@ class Tree:
         file.write_text("\n".join(lines), encoding="utf-8")
         return text
 
-    def library_of(self, fault):
-        """src/printing/pages/... is the library printing_pages."""
-        return "_".join(Path(fault.file).parts[1:-1])
-
-    def judge(self, fault, tests):
-        """Who sees the fault: the name of a test, "nobody", or None for a fault that cannot be put in."""
+    def judge(self, fault, tests, chosen):
+        """Which of the chosen tests sees the fault, NOBODY, or None for a fault that cannot be put in."""
         former = self.put_in(fault)
         if former is None:
             return None
         try:
-            if not self.compile(self.library_of(fault)):
+            if not self.compile(*LIBRARIES):  # also the one that the last fault was in
                 return None
-            return tests.first_that_sees(Path(fault.file).parts[1]) or "nobody"
+            return tests.first_that_sees(chosen(Path(fault.file).parts[1]))
         finally:
             (self.folder / fault.file).write_text(former, encoding="utf-8")
 
@@ -148,6 +153,8 @@ class Results:
         self.judged = kept.get("judged", [])
 
     def add(self, fault, seen_by):
+        if seen_by is not None:
+            print(f"seen by {seen_by}: {fault}", flush=True)
         self.judged = [one for one in self.judged if one["fault"] != fault.record()]
         self.judged.append({"fault": fault.record(), "seen_by": seen_by})
         self.file.write_text(json.dumps({"commit": self.commit, "judged": self.judged}, indent=1, ensure_ascii=False))
@@ -157,6 +164,17 @@ class Results:
 
     def counted(self):
         return [one for one in self.judged if one["seen_by"] is not None]
+
+
+def draw(asked, tree, tests, results):
+    """Puts in new faults of the seed, up to the number that was asked for."""
+    known = [one["fault"] for one in results.judged]
+    for fault in in_turn(tree.folder, asked.seed):
+        if len(results.counted()) >= asked.faults:
+            break
+        if fault.record() not in known:
+            seen_by = tree.judge(fault, tests, tests.nearest)
+            results.add(fault, NOT_THE_NEAREST if seen_by == NOBODY else seen_by)
 
 
 def main():
@@ -172,21 +190,19 @@ def main():
     results = Results(asked.folder / f"seed-{asked.seed}.json", head)
     tree = Tree(asked.folder, head if asked.survivors else results.commit, asked.jobs)
     tests = Tests(tree.folder, tree.build)
-    tests.measure()
-    known = {json.dumps(one["fault"]) for one in results.judged}
-    faults = results.of("nobody") if asked.survivors else in_turn(tree.folder, asked.seed)
-    for fault in faults:
-        if not asked.survivors and len(results.counted()) >= asked.faults:
-            break
-        if not asked.survivors and json.dumps(fault.record()) in known:
-            continue
-        seen_by = tree.judge(fault, tests)
-        results.add(fault, seen_by)
-        if seen_by is not None:
-            print(f"{len(results.counted())}. {'NOT SEEN' if seen_by == 'nobody' else 'seen by ' + seen_by}: {fault}",
-                  flush=True)
+    tests.measure(tests.suites)
+    if asked.survivors:
+        tests.measure(tests.stories, tests.plays)
+        for fault in results.of(NOBODY):
+            results.add(fault, tree.judge(fault, tests, tests.all))
+    else:
+        draw(asked, tree, tests, results)
+        tests.measure(tests.stories, tests.plays)
+        # What the nearest suite did not see goes through all the others.
+        for fault in results.of(NOT_THE_NEAREST):
+            results.add(fault, tree.judge(fault, tests, tests.others))
     tree.restore()
-    missed = results.of("nobody")
+    missed = results.of(NOBODY)
     print(f"\n{len(results.counted()) - len(missed)} of {len(results.counted())} faults were seen.")
     for fault in missed:
         print(f"NOT SEEN: {fault}")

@@ -45,10 +45,11 @@ class Invoice:
     uncollected: bool = False  # a telephone order of another program
     left: list = field(default_factory=list)  # of each line, what has not come back
     exact: bool = False  # of another program, which does not round
+    spread: Decimal = ZERO  # of a returned tips sale: the discount that its lines share
 
     @property
     def total(self):
-        return sum((line.worth if self.exact else line.total for line in self.lines), ZERO)
+        return sum((line.worth if self.exact else line.total for line in self.lines), ZERO) - self.spread
 
     @property
     def net(self):

@@ -206,23 +206,25 @@ class Movements:
         for line in back:
             if line not in kept:
                 self.till.step(f"choose {line.item} in lines", "press Delete")
-        invoice.lines = [Line(line.item, line.quantity, line.price, line.factor, line.discount) for line in kept]
-        invoice.discount = rounded(invoice.total * sold.discount / sold.total)
-        if sold.payment == TIPS:
-            self.spread(invoice)
         for at, line in enumerate(sold.lines):
             if line in kept:
-                sold.left[at] = ZERO
-        left = sold.left
+                quantity = self.some_of(sold, line, sold.left[at])
+                invoice.lines.append(Line(line.item, quantity, line.price, line.factor, line.discount))
+                sold.left[at] -= quantity
+        if sold.payment == TIPS:
+            invoice.spread = sold.discount
+        else:
+            invoice.discount = rounded(invoice.total * sold.discount / sold.total)
         self.finish(invoice)
-        sold.left = left
 
-    def spread(self, invoice):
-        """The discount of a tips sale is in the lines of its return."""
-        net = invoice.net
-        invoice.lines[0].discount += invoice.discount
-        invoice.discount = ZERO
-        assert invoice.total == net
+    def some_of(self, sold, line, left):
+        """Types how much of a line comes back, or leaves all that is left of it."""
+        alone = sum(other.item == line.item for other in sold.lines) == 1
+        if left <= 1 or not alone or line.discount or sold.payment == TIPS or self.random.random() < 0.5:
+            return left
+        quantity = D(self.random.randint(1, int(left * 4) - 1)) / 4 if left % 1 == 0 else rounded(left / 3, 3)
+        self.till.edit(line.item, "كمية", quantity)
+        return quantity
 
     # Cash -------------------------------------------------------------------------------------------------
 

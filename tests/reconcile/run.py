@@ -59,7 +59,8 @@ def compare_receipts(invoices, port):
     for invoice, receipt in zip(invoices, receipts):
         what = f"receipt of the invoice of {invoice.moment:%H:%M:%S}"
         lines = [(text(line.total), text(line.quantity), text(line.price)) for line in invoice.lines]
-        expect(what + ", lines", lines, [tuple(text(cell) for cell in line) for line in receipt.lines])
+        if not invoice.spread:
+            expect(what + ", lines", lines, [tuple(text(cell) for cell in line) for line in receipt.lines])
         sums = [invoice.total, invoice.discount, invoice.net]
         if invoice.paid is not None:
             sums += [invoice.paid, invoice.paid - invoice.net]
