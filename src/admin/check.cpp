@@ -139,6 +139,7 @@ class Check {
         const Period period{common::add_days(today, -options_.days), today};
         look("schema", [&] { return check_schema(connection); });
         look("settings", [&] { return check_settings(connection, version); });
+        look("settings", [&] { return check_till_settings(connection, period); });
         look("users", [&] { return check_users(connection); });
         look("ports", [&] { return check_ports(connection); });
         look("invoices", [&] { return check_invoices(connection, period); });

@@ -20,18 +20,21 @@ struct Finding {
 };
 using Findings = std::vector<Finding>;
 
-// Finds tables and columns of this version that the shop does not have.
-Findings check_schema(database::Connection& connection);
-// Checks the settings row, its version (unless `version` is empty), the stores and the drawers.
-Findings check_settings(database::Connection& connection, std::string_view version);
-Findings check_users(database::Connection& connection);
-// Checks the ports of the receipt printer and the drawer on this machine.
-Findings check_ports(database::Connection& connection);
-
 struct Period {
     common::Date from;  // the first day whose invoices are checked
     common::Date today;
 };
+
+// Finds tables and columns of this version that the shop does not have.
+Findings check_schema(database::Connection& connection);
+// Checks the settings row, its version (unless `version` is empty), the stores and the drawers.
+Findings check_settings(database::Connection& connection, std::string_view version);
+// Checks the settings of the tills. Notes the discounts of cash sales that drawers contain without net_from.
+Findings check_till_settings(database::Connection& connection, const Period& period);
+Findings check_users(database::Connection& connection);
+// Checks the ports of the receipt printer and the drawer on this machine.
+Findings check_ports(database::Connection& connection);
+
 // Finds invoices that a save left incomplete: a header without all its lines, lines without a header, a card
 // payment without its bank row.
 Findings check_invoices(database::Connection& connection, const Period& period);

@@ -11,9 +11,9 @@
 
 int main(int argc, char** argv) {
     const std::vector<admin::AddCommand> commands = {
-        admin::add_new_shop,  admin::add_connect,      admin::add_sql,    admin::add_users,
-        admin::add_check,     admin::add_import_items, admin::add_backup, admin::add_restore,
-        admin::add_copy_shop, admin::add_show_receipt,
+        admin::add_new_shop,  admin::add_connect,      admin::add_sql,      admin::add_users,
+        admin::add_check,     admin::add_import_items, admin::add_backup,   admin::add_restore,
+        admin::add_copy_shop, admin::add_show_receipt, admin::add_settings,
     };
     common::SystemClock clock;
     admin::Tool tool{

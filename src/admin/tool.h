@@ -51,6 +51,7 @@ void add_backup(CLI::App& program, Tool& tool);
 void add_restore(CLI::App& program, Tool& tool);
 void add_copy_shop(CLI::App& program, Tool& tool);
 void add_show_receipt(CLI::App& program, Tool& tool);
+void add_settings(CLI::App& program, Tool& tool);
 
 // Reads the command line (without the program's name) and runs its command. Returns the exit code; errors go
 // to tool.err.

@@ -6,9 +6,24 @@ namespace database {
 
 namespace {
 
-constexpr std::string_view no_such_table = "42S02";
+std::optional<std::string> read_day(std::string_view typed) {
+    const auto date = common::read_date(typed);
+    return date ? std::optional(common::date_text(*date)) : std::nullopt;
+}
+
+constexpr TillSetting settings[] = {
+    {setting::net_from,
+     "the first day from which on a drawer is to hold the net of its cash invoices: their discounts are "
+     "taken "
+     "off the expected cash. Leave it unset where another program adds up the cash of this shop without them",
+     "a day, yyyy/mm/dd", read_day},
+};
 
 }  // namespace
+
+std::span<const TillSetting> till_settings() {
+    return settings;
+}
 
 std::optional<std::string> till_setting(Connection& connection, std::string_view name) {
     try {

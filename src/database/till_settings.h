@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,19 @@ namespace setting {
 // same database may do.
 inline constexpr std::string_view net_from = "net_from";
 }  // namespace setting
+
+// What the shop keeper is told of a setting, and how its value is read.
+struct TillSetting {
+    std::string_view name;
+    std::string_view meaning;
+    std::string_view form;
+    // The value as it is stored; nothing if the text is not one.
+    std::optional<std::string> (*read)(std::string_view typed);
+};
+std::span<const TillSetting> till_settings();
+
+// SQLSTATE of the Error for a shop without the table.
+inline constexpr std::string_view no_such_table = "42S02";
 
 // The value of a setting; nothing if it is not set.
 std::optional<std::string> till_setting(Connection& connection, std::string_view name);
