@@ -24,12 +24,15 @@ KnownGoods known_goods(Connection& connection) {
     KnownGoods known{{},
                      {},
                      {},
+                     {},
                      TextLimits(connection, "items"),
                      TextLimits(connection, "makers"),
                      TextLimits(connection, "item_types"),
                      TextLimits(connection, "barcode")};
-    for (const auto& row : connection.query("select code from items"))
+    for (const auto& row : connection.query("select code,[name] from items")) {
         known.codes.insert(row.integer("code"));
+        known.names.emplace(common::lower_ascii(common::trim(row.text("name"))), row.integer("code"));
+    }
     for (const auto& row : connection.query("select bar from barcode")) {
         known.barcodes.insert(common::lower_ascii(common::trim_right(row.text("bar"))));
     }
@@ -140,6 +143,7 @@ ImportOutcome import_items(Connection& connection, std::string_view csv, Tool& t
         file = read_items(csv, known_goods(connection), [&](std::size_t bytes) { progress.reach(bytes); });
     }
     outcome.problems = std::move(file.problems);
+    outcome.notes = std::move(file.notes);
     if (!outcome.problems.empty()) return outcome;
     Progress progress(tool, "writing", file.lines.size());
     Transaction transaction(connection);
@@ -171,14 +175,23 @@ void list_columns(Tool& tool) {
     }
 }
 
+// Says what is wrong with lines and what should be looked at, line by line.
+void report(const ImportOutcome& outcome, const Options& options, Tool& tool) {
+    std::multimap<std::size_t, std::string> said;
+    for (const LineProblem& problem : outcome.problems)
+        said.emplace(problem.line, problem.reason);
+    for (const LineProblem& note : outcome.notes)
+        said.emplace(note.line, "note: " + note.reason);
+    for (const auto& [line, text] : said)
+        tool.err << options.file << ':' << line << ": " << text << '\n';
+}
+
 void run(const Options& options, Tool& tool) {
     std::string csv = common::read_file(tool.folder / options.file, largest_file);
     if (options.code_page_1256) csv = common::from_code_page_1256(csv);
     const auto connection = open_shop(tool);
     const ImportOutcome outcome = import_items(*connection, csv, tool);
-    for (const LineProblem& problem : outcome.problems) {
-        tool.err << options.file << ':' << problem.line << ": " << problem.reason << '\n';
-    }
+    report(outcome, options, tool);
     if (!outcome.problems.empty()) {
         const std::size_t count = outcome.problems.size();
         throw Refused("nothing was imported; mend the " +

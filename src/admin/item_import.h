@@ -16,6 +16,7 @@ struct ImportOutcome {
     std::size_t barcodes = 0;
     std::size_t batches = 0;            // rows of opening stock
     std::vector<LineProblem> problems;  // if there are any, nothing was written
+    std::vector<LineProblem> notes;     // to be looked at; they stop nothing
 };
 
 // Reads a CSV text (item_lines.h) and writes items, makers, groups, barcodes and opening stock in one

@@ -35,7 +35,11 @@ bool all_digits(std::string_view text) {
 class Reader {
   public:
     Reader(std::string_view csv, const KnownGoods& known, const std::function<void(std::size_t)>& reached)
-        : text_(csv), csv_(csv, common::guess_separator(csv)), known_(known), reached_(reached) {}
+        : text_(csv),
+          csv_(csv, common::guess_separator(csv)),
+          known_(known),
+          reached_(reached),
+          names_(known.names) {}
 
     ItemFile read() {
         try {
@@ -59,6 +63,29 @@ class Reader {
   private:
     void problem(std::size_t line, std::string reason) {
         file_.problems.push_back({line, std::move(reason)});
+    }
+
+    // What an owner should look at, though the line can be imported.
+    void note(const ItemLine& item) {
+        const auto add = [this](std::string text) { file_.notes.push_back({csv_.line(), std::move(text)}); };
+        if (cell("name").find_first_of("\r\n\t") != std::string_view::npos)
+            add("name stands on several lines; it becomes \"" + item.name + "\"");
+        const auto [known, is_new] = names_.emplace(common::lower_ascii(item.name), item.code);
+        if (!is_new) add("name is also that of item " + std::to_string(known->second));
+        for (std::size_t unit = 0; unit < 3; ++unit) {
+            if (!has_unit(item, unit)) continue;
+            const auto& prices = item.prices[unit];
+            for (std::size_t level = 1; level < prices.size(); ++level) {
+                if (prices[level] >= prices[0]) continue;
+                add(std::string(prices_header[unit][level]) + " " + common::shortest_text(prices[level]) +
+                    " is below the cost " + common::shortest_text(prices[0]));
+                break;  // one is enough to have the line looked at
+            }
+        }
+    }
+
+    static bool has_unit(const ItemLine& item, std::size_t unit) {
+        return unit == 0 || (unit == 1 ? item.pack : item.carton).has_value();
     }
 
     bool read_header() {
@@ -96,17 +123,20 @@ class Reader {
                               std::to_string(header_.size())};
             }
             file_.lines.push_back(read_item());
+            note(file_.lines.back());
         } catch (const BadLine& bad) {
             problem(csv_.line(), bad.reason);
         }
     }
 
-    // The trimmed cell of a column; empty if the file does not have the column.
-    std::string_view cell(std::string_view column) const {
+    // The cell of a column as it stands; empty if the file does not have the column.
+    std::string_view whole_cell(std::string_view column) const {
         const auto found = std::find(header_.begin(), header_.end(), column);
         if (found == header_.end()) return {};
-        return common::trim(cells_[static_cast<std::size_t>(found - header_.begin())]);
+        return cells_[static_cast<std::size_t>(found - header_.begin())];
     }
+    // Without blanks at its ends.
+    std::string_view cell(std::string_view column) const { return common::trim(whole_cell(column)); }
 
     // The text of a column for a column of the database.
     std::string text(std::string_view column, const database::TextLimits& table,
@@ -207,6 +237,12 @@ class Reader {
             for (std::size_t level = 0; level < 5; ++level) {
                 const auto price = number(prices_header[unit][level]);
                 if (unit == 0 && level == 1 && !price) throw BadLine{"price12 (the retail price) is empty"};
+                // A cost may be 0, but nothing is sold for nothing.
+                if (level > 0 && price && *price == 0 && has_unit(item, unit)) {
+                    throw BadLine{std::string(prices_header[unit][level]) +
+                                  " is 0, so the till would give it away; leave it empty if there is no such "
+                                  "price"};
+                }
                 const double of_unit = unit == 0 ? 0 : item.prices[0][level] * factors[unit];
                 item.prices[unit][level] = price.value_or(of_unit);
             }
@@ -228,31 +264,49 @@ class Reader {
         }
         if (const std::string found(cell("expiry")); !found.empty()) {
             const auto date = common::read_date(found);
-            if (!date) throw BadLine{"expiry \"" + found + "\" is no date (year/month/day)"};
+            if (!date) {
+                throw BadLine{"expiry \"" + found +
+                              "\" is no date (year/month/day, or day/month/year with four digits of the "
+                              "year)"};
+            }
             item.expiry = *date;
         }
     }
 
-    // The barcodes of a unit are in one cell, separated by blanks.
+    // The barcodes of a unit are in one cell, separated by "|".
     void read_barcodes(ItemLine& item, std::size_t unit) const {
-        std::string_view rest = cell(barcode_header[unit]);
-        while (!rest.empty()) {
-            const std::size_t end = std::min(rest.find(' '), rest.size());
-            const std::string barcode = common::western_digits(rest.substr(0, end));  // as scanners send them
-            rest = common::trim(rest.substr(end));
+        const std::string_view all = whole_cell(barcode_header[unit]);
+        if (common::trim(all).empty()) return;
+        for (std::size_t from = 0; from <= all.size();) {
+            const std::size_t end = std::min(all.find('|', from), all.size());
+            const std::string barcode =
+                common::western_digits(all.substr(from, end - from));  // as scanners send them
+            from = end + 1;
             judge(barcode);
             for (const auto& others : item.barcodes) {
                 if (std::find(others.begin(), others.end(), barcode) != others.end()) {
                     throw BadLine{"barcode " + barcode + " is there twice"};
                 }
             }
-            const bool has_factor = unit == 0 || (unit == 1 ? item.pack : item.carton).has_value();
-            if (!has_factor) throw BadLine{"a barcode for a unit without its number of base units"};
+            if (!has_unit(item, unit)) throw BadLine{"a barcode for a unit without its number of base units"};
             item.barcodes[unit].push_back(barcode);
         }
     }
 
     void judge(const std::string& barcode) const {
+        if (barcode.empty()) throw BadLine{"a barcode is empty; write one \"|\" between two barcodes"};
+        if (barcode.find_first_of(" \t\r\n") != std::string::npos ||
+            barcode.find("\u00A0") != std::string::npos) {
+            throw BadLine{
+                "barcode \"" + barcode +
+                "\" has a blank in it, which no scanner sends; write \"|\" between several barcodes"};
+        }
+        if (barcode.find('\'') != std::string::npos) {
+            throw BadLine{
+                "barcode \"" + barcode +
+                "\" has an apostrophe in it, which the spreadsheet may have put before it to mark a "
+                "text"};
+        }
         if (!known_.barcode.fits("bar", barcode)) throw BadLine{"a barcode is too long"};
         const std::size_t exponent = barcode.find("E+");
         if (exponent != std::string::npos && common::parse_number(barcode.substr(0, exponent))) {
@@ -286,46 +340,11 @@ class Reader {
     std::vector<std::string> cells_;
     std::unordered_set<std::int64_t> codes_;
     std::unordered_set<std::string> barcodes_;
+    std::unordered_map<std::string, std::int64_t> names_;  // in lower case, of the shop and of the file
     ItemFile file_;
 };
 
 }  // namespace
-
-const std::vector<ItemColumn>& item_columns() {
-    static const std::vector<ItemColumn> columns = {
-        {"code", "whole number, new to the shop (needed)"},
-        {"name", "up to 100 characters (needed)"},
-        {"maker", "name of the maker; added when it is new"},
-        {"group", "name of the group; added when it is new"},
-        {"description", "free text"},
-        {"minimum", "smallest stock wanted"},
-        {"service", "1 for what is sold without stock"},
-        {"pack", "base units in a pack"},
-        {"carton", "base units in a carton"},
-        {"price11", "cost of a unit"},
-        {"price12", "retail price of a unit (needed)"},
-        {"price13", "wholesale price of a unit"},
-        {"price14", "price of a unit at level 4"},
-        {"price15", "price of a unit at level 5"},
-        {"price21", "cost of a pack"},
-        {"price22", "retail price of a pack"},
-        {"price23", "wholesale price of a pack"},
-        {"price24", "price of a pack at level 4"},
-        {"price25", "price of a pack at level 5"},
-        {"price31", "cost of a carton"},
-        {"price32", "retail price of a carton"},
-        {"price33", "wholesale price of a carton"},
-        {"price34", "price of a carton at level 4"},
-        {"price35", "price of a carton at level 5"},
-        {"barcode", "barcodes of the unit, blanks between"},
-        {"pack_barcode", "barcodes of the pack"},
-        {"carton_barcode", "barcodes of the carton"},
-        {"stock", "opening stock in base units"},
-        {"expiry", "expiry date of that stock, year/month/day; empty for none"},
-        {"store", "code of the store that holds it; empty for the workstation's store"},
-    };
-    return columns;
-}
 
 ItemFile read_items(std::string_view csv, const KnownGoods& known,
                     const std::function<void(std::size_t)>& reached) {

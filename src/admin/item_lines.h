@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -40,7 +41,8 @@ struct LineProblem {
 // What the shop has already and a file may not repeat.
 struct KnownGoods {
     std::unordered_set<std::int64_t> codes;
-    std::unordered_set<std::string> barcodes;  // in lower case, without trailing blanks
+    std::unordered_set<std::string> barcodes;             // in lower case, without trailing blanks
+    std::unordered_map<std::string, std::int64_t> names;  // in lower case; the code of an item of that name
     std::unordered_set<std::int64_t> stores;
     database::TextLimits items;  // what the columns of these tables hold
     database::TextLimits makers;
@@ -51,6 +53,8 @@ struct KnownGoods {
 struct ItemFile {
     std::vector<ItemLine> lines;
     std::vector<LineProblem> problems;  // in the order of the lines
+    // What is not refused but should be looked at: a price below the cost, a name that another item has.
+    std::vector<LineProblem> notes;
 };
 
 struct ItemColumn {

@@ -24,7 +24,7 @@ TEST_F(Import, WritesItemsBarcodesStockMakersAndGroups) {
         "code;name;maker;group;pack;carton;price11;price12;price13;price22;barcode;carton_barcode;stock;"
         "expiry\n"
         "10;جبنة بيضاء;ندوان;ألبان;6;12;20;25.50;24;150;6229413700114;6229413700237;48;2027/03/01\n"
-        "11;خبز \"صاج\";خبيزون;مخبوزات;;;;٥٫٧٥;;;A-7 B-8;;;\n"
+        "11;خبز \"صاج\";خبيزون;مخبوزات;;;;٥٫٧٥;;;A-7|B-8;;;\n"
         "12;لبن;ندوان;ألبان;;;;3;;;;;5;\n");
     ASSERT_EQ(run.code, 0) << run.err;
     EXPECT_EQ(run.out, "3 items, 4 barcodes and 2 rows of stock imported\n");
@@ -73,7 +73,7 @@ TEST_F(Import, NamesEveryBadLineAndImportsNothing) {
         "13,اسم,5,,5,,,,,\n"
         "14,اسم,5,,2000123004500,,,,,\n"
         "15,اسم,5,,,P1,,,,\n"
-        "16,اسم,5,,Q Q,,,,,\n"
+        "16,اسم,5,,Q|Q,,,,,\n"
         "17,اسم,5,,,,1,9,,\n"
         "18,اسم,5,,,,1,1,2027/02/30,\n"
         "19,اسم,5,,,,3,,,1\n"
@@ -84,7 +84,15 @@ TEST_F(Import, NamesEveryBadLineAndImportsNothing) {
         ",5,,,,,,,\n"
         "99999999999,اسم,5,,,,,,,\n"
         "23,اسم,1e400,,,,,,,\n"
-        "24,اسم'); drop table items;--,5,,,,,,,yes\n");
+        "24,اسم'); drop table items;--,5,,,,,,,yes\n"
+        "25,اسم,\"1,250.00\",,,,,,,\n"
+        "26,اسم,5,,'622,,,,,\n"
+        "27,اسم,5,,622 103,,,,,\n"
+        "28,اسم,5,,622 ,,,,,\n"
+        "29,اسم,5,,622||7,,,,,\n"
+        "30,اسم,0,,,,,,,\n"
+        "31,اسم,5,,,,1,,05/26,\n"
+        "32,اسم,5,,,,1,,10:30,\n");
     EXPECT_EQ(run.code, 1);
     const std::vector<std::pair<int, std::string>> expected = {{3, "code \"x\" is no whole number"},
                                                                {4, "code \"0\""},
@@ -109,7 +117,15 @@ TEST_F(Import, NamesEveryBadLineAndImportsNothing) {
                                                                {23, "name is too long"},
                                                                {24, "is no whole number"},
                                                                {25, "is no number"},
-                                                               {26, "service is neither 0 nor 1"}};
+                                                               {26, "service is neither 0 nor 1"},
+                                                               {27, "price12 \"1,250.00\" has a comma"},
+                                                               {28, "\"'622\" has an apostrophe"},
+                                                               {29, "\"622 103\" has a blank"},
+                                                               {30, "\"622 \" has a blank"},
+                                                               {31, "a barcode is empty"},
+                                                               {32, "price12 is 0"},
+                                                               {33, "expiry \"05/26\" is no date"},
+                                                               {34, "expiry \"10:30\" is no date"}};
     std::istringstream lines(run.err);
     std::string line;
     for (const auto& [number, reason] : expected) {
@@ -118,10 +134,29 @@ TEST_F(Import, NamesEveryBadLineAndImportsNothing) {
         EXPECT_THAT(line, testing::HasSubstr(reason));
     }
     ASSERT_TRUE(std::getline(lines, line));
-    EXPECT_THAT(line, testing::HasSubstr("mend the 24 lines"));
+    EXPECT_THAT(line, testing::HasSubstr("mend the 32 lines"));
     EXPECT_EQ(bench.cell("select count(*) from items"), "1");
     EXPECT_EQ(bench.cell("select count(*) from barcode"), "1");
     EXPECT_EQ(bench.cell("select count(*) from stk"), "0");
+}
+
+TEST_F(Import, NotesWhatShouldBeLookedAt) {
+    bench.sql("insert into items (code,[name]) values (5,'Tea')");
+    const auto run = import(
+        "code,name,price11,price12,pack,price21,price22,price32,expiry,stock\n"
+        "1,لبن,34,41.5,6,,,0,01/05/2027,2\n"  // no carton: its price 0 means nothing
+        "2,tea,5,4.75,,,,,,\n"
+        "3,لبن,34,41.5,6,204,203.99,,,\n"
+        "4,\"جبنة\nرومي\",0,9,,,,,,\n");
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(run.err,
+              "items.csv:3: note: name is also that of item 5\n"
+              "items.csv:3: note: price12 4.75 is below the cost 5\n"
+              "items.csv:4: note: name is also that of item 1\n"
+              "items.csv:4: note: price22 203.99 is below the cost 204\n"
+              "items.csv:5: note: name stands on several lines; it becomes \"جبنة رومي\"\n");
+    EXPECT_EQ(bench.cell("select count(*) from items"), "5");
+    EXPECT_EQ(bench.cell("select edate from stk where icode = 1"), "2027/05/01 00:00:00");
 }
 
 TEST_F(Import, RefusesOtherFiles) {
