@@ -2,11 +2,14 @@
 // invoice N (kind K, customer C, store S) begins, ..." and then "... finished" or "... stopped, last finished
 // step: ...". The lines of vouchers begin with "save of voucher N (kind K, kind of party Z, party C)"; a
 // voucher is saved again until it is finished.
-#include <fstream>
+#include <algorithm>
+#include <filesystem>
 #include <map>
+#include <system_error>
 
 #include "accounts/voucher_saving.h"
 #include "admin/checks.h"
+#include "common/files.h"
 #include "common/text.h"
 #include "sales/invoice_key.h"
 
@@ -35,17 +38,26 @@ std::optional<Line> read_line(std::string_view text) {
 }
 
 constexpr std::string_view save_of = "save of ";
+constexpr std::size_t largest_log = 1U << 30U;
 
 class LogCheck {
   public:
     LogCheck(Connection& connection, const Period& period) : connection_(connection), period_(period) {}
 
     Findings run(const std::filesystem::path& log_file) {
-        std::ifstream log(log_file);
-        std::string text;
-        while (std::getline(log, text)) {
-            const auto line = read_line(common::trim(text));
+        std::string log;
+        try {
+            if (std::filesystem::exists(log_file)) log = common::read_file(log_file, largest_log);
+        } catch (const std::system_error& error) {
+            return {{Verdict::wrong, "log",
+                     std::string("cannot be read: ") + error.what() +
+                         "; saves that were cut off stay unknown until it can"}};
+        }
+        for (std::string_view rest = log; !rest.empty();) {
+            const std::size_t end = std::min(rest.find('\n'), rest.size());
+            const auto line = read_line(common::trim(rest.substr(0, end)));
             if (line && line->moment.date >= period_.from) take(*line);
+            rest.remove_prefix(std::min(end + 1, rest.size()));
         }
         for (const auto& [name, moment] : begun_)
             judge(name, moment);

@@ -134,10 +134,9 @@ std::string connection_string(const ConnectionRecord& record, std::string_view p
 
 std::unique_ptr<database::Connection> open_connection(const std::string& connection_string,
                                                       const std::filesystem::path& folder) {
-    if (!common::equal_ignoring_case(
-            common::trim(database::connection_part(connection_string, "Data Source")), embedded_source)) {
-        return database::open_sqlserver(connection_string);
-    }
+    DataSource source;
+    source.data_source = common::trim(database::connection_part(connection_string, "Data Source"));
+    if (!source.is_embedded()) return database::open_sqlserver(connection_string);
     const std::string file(common::trim(database::connection_part(connection_string, "Initial Catalog")));
     if (file.empty())
         throw database::Error("08001", "The connection names no shop file.", "",

@@ -65,6 +65,9 @@ TEST(Check, NamesWhyItCannotLook) {
     } cases[] = {
         {"no shop file", [](Workbench& b) { std::filesystem::remove(b.file("shop.db")); },
          "WRONG  connection: embedded, shop.db", ""},
+        {"a folder in the log's place",
+         [](Workbench& b) { std::filesystem::create_directories(admin::log_file(b.folder())); },
+         "WRONG  log: cannot be read", "ok     stock: "},
         {"garbage", [](Workbench& b) { b.write("shop.db", std::string(5000, 'x')); },
          "restore the newest backup", ""},
         {"no version file", [](Workbench& b) { std::filesystem::remove(b.file("merlo-ver.txt")); },
