@@ -12,6 +12,13 @@ Error::Kind Error::kind_of(std::string_view sqlstate) {
     return Kind::other;
 }
 
+std::string log_line(std::string_view action, const std::exception& error) {
+    std::string line = std::string(action) + ": " + error.what();
+    if (const auto* failure = dynamic_cast<const Error*>(&error))
+        line += " [" + failure->sqlstate() + "] " + failure->statement();
+    return line;
+}
+
 std::optional<std::string_view> words_for(const std::exception& error) {
     const auto* failure = dynamic_cast<const Error*>(&error);
     if (failure == nullptr) return std::nullopt;

@@ -74,6 +74,9 @@ inline constexpr std::string_view changed_meanwhile = "تم تعديل نفس ا
 
 }  // namespace message
 
+// How the activity log tells of an action that an error ended.
+std::string log_line(std::string_view action, const std::exception& error);
+
 // The text for an `Error` of one of these causes; nothing for any other error.
 std::optional<std::string_view> words_for(const std::exception& error);
 

@@ -16,10 +16,8 @@ constexpr std::string_view log_code = "31";
 }  // namespace
 
 void DeskPart::report(std::string_view name, const std::exception& error) {
+    services_.log.log_event(database::log_line(name, error), log_code);
     const auto* failed = dynamic_cast<const database::Error*>(&error);
-    std::string line = std::string(name) + ": " + error.what();
-    if (failed != nullptr && !failed->statement().empty()) line += " [" + failed->statement() + "]";
-    services_.log.log_event(line, log_code);
     const bool lost = failed != nullptr && failed->is_connection_lost();
     services_.prompts.message(
         lost ? message::connection_lost : database::words_for(error).value_or(message::action_failed),

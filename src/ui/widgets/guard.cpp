@@ -12,11 +12,7 @@ std::string_view words_for(const std::exception& error) {
 }
 
 void report(const common::Services& services, std::string_view action, const std::exception& error) {
-    std::string line = std::string(action) + ": " + error.what();
-    if (const auto* database = dynamic_cast<const database::Error*>(&error)) {
-        line += " [" + database->sqlstate() + "] " + database->statement();
-    }
-    services.log.log_event(line, guard_code);
+    services.log.log_event(database::log_line(action, error), guard_code);
     services.prompts.message(words_for(error), common::Icon::critical);
 }
 
