@@ -55,10 +55,10 @@ TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
     column->addLayout(last);
     column->addStretch(1);
 
-    auto* save = new KeyButton("save", key_cap(key::save), "حفظ البون", KeyButton::Look::save);
-    save->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    connect(save, &QPushButton::clicked, this, &TotalsPanel::save_clicked);
-    column->addWidget(save);
+    save_ = new KeyButton("save", key_cap(key::save), "حفظ البون", KeyButton::Look::save);
+    save_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    connect(save_, &QPushButton::clicked, this, &TotalsPanel::save_clicked);
+    column->addWidget(save_);
 }
 
 QWidget* TotalsPanel::build_net() {
@@ -165,6 +165,7 @@ void TotalsPanel::show_state(const sales::SalesDesk& desk) {
     if (!discount_percent_->isModified()) discount_percent_->setText(qt(figures.discount_percent));
     net_text_ = qt(figures.net);
     show_fitted(net_, net_text_, net_size);
+    save_->setEnabled(!desk.sale().partly_saved);
     for (int at = 0; at < 4; ++at) {
         const auto payment = static_cast<sales::PaymentOption>(at);
         KeyButton* button = payments_[static_cast<std::size_t>(at)];

@@ -49,6 +49,7 @@ class TotalsPanel : public QWidget {
     QLabel* net_;
     QString net_text_;
     std::array<KeyButton*, 4> payments_{};
+    KeyButton* save_;
     QLabel* last_number_;
     QLabel* last_change_;
 };

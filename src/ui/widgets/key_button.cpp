@@ -77,7 +77,7 @@ void KeyButton::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
 
     const Measures& m = measures(look_);
-    const bool lit = look_ == Look::save || isChecked();
+    const bool lit = isEnabled() && (look_ == Look::save || isChecked());
     const QColor ink = !isEnabled() ? colour::off : lit ? colour::paper : colour::ink;
     const QFont caption_font = font_of(false);
     const QFont cap_font = font_of(true);

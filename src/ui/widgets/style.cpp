@@ -137,6 +137,7 @@ QPushButton[role="pay"]:checked { background: $focus; border-color: $focus; }
 QPushButton[role="pay"]:disabled { background: $still; }
 QPushButton[role="save"] { background: $save; border: 1px solid $save; border-radius: 10px; padding: 0; }
 QPushButton[role="save"]:hover { background: #166b3c; }
+QPushButton[role="save"]:disabled { background: $still; border-color: $line; }
 QPushButton[role="key"]:focus, QPushButton[role="tool"]:focus { border: 3px solid $focus; padding: 0; }
 QPushButton[role="pay"]:focus, QPushButton[role="save"]:focus { border: 3px solid $net; padding: 0; }
 QPushButton[role="headbutton"] { background: transparent; border: 1px solid #4a6379; border-radius: 6px; color: #dce2e6; padding: 4px 12px; }
