@@ -11,7 +11,8 @@
 
 namespace sales {
 
-// The message about the first line loaded from an offer whose item may no longer be sold; nothing if all may.
+// The message about the first line loaded from an offer that can no longer be sold as offered: its item was
+// stopped or deleted, or the other store that was to supply it no longer holds enough. Nothing if all can.
 // An item that was repriced since keeps the offer's price, which is what an offer is for.
 std::optional<std::string> offer_line_refused(database::Connection& connection, const Invoice& invoice);
 
