@@ -49,6 +49,12 @@ TEST(Transfer, SplitsOverBatchesOldestFirst) {
          "2026/12/01 3;3000/01/01 2;",
          "2026/12/01 0;3000/01/01 -2;",
          "2026/12/01 3;3000/01/01 2;"},
+        {{{"2026/12/01", 3}},
+         3.5,
+         1,
+         "2026/12/01 3;3000/01/01 0.5;",
+         "2026/12/01 0;3000/01/01 -0.5;",
+         "2026/12/01 3;3000/01/01 0.5;"},
         {{}, 1.5, 1, "3000/01/01 1.5;", "3000/01/01 -1.5;", "3000/01/01 1.5;"},
         {{{"2026/12/01", -2}, {"2027/01/01", 5}},
          5,
@@ -92,14 +98,17 @@ TEST(Transfer, RandomTransfersLoseNothing) {
     const double before = shop.number("select sum(quan) from stk");
     for (int i = 1; i <= 60; ++i) {
         const int source = 1 + static_cast<int>(random() % 2);
-        EXPECT_EQ(stock::transfer_for_line(shop.connection(), {static_cast<int>(100 + random() % 2),
-                                                               static_cast<double>(random() % 40) / 4.0,
-                                                               1,
-                                                               1,
-                                                               source,
-                                                               3 - source,
-                                                               {2026, 11, 21}}),
+        const int item = static_cast<int>(100 + random() % 2);
+        const double asked = static_cast<double>(random() % 40) / 4.0;
+        const auto held = [&] {
+            return shop.number("select sum(quan) from stk where icode = " + std::to_string(item) +
+                               " and stcode = " + std::to_string(3 - source));
+        };
+        const double held_before = held();
+        EXPECT_EQ(stock::transfer_for_line(shop.connection(),
+                                           {item, asked, 1, 1, source, 3 - source, {2026, 11, 21}}),
                   i);
+        ASSERT_DOUBLE_EQ(held() - held_before, asked);
         ASSERT_DOUBLE_EQ(shop.number("select sum(quan) from stk"), before);
     }
 }
