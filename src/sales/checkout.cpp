@@ -15,11 +15,20 @@ bool moves_cash(PaymentOption payment) {
     return payment == PaymentOption::cash || payment == PaymentOption::tips;
 }
 
+// What the cashier must know before he counts the money of a return.
+std::string_view payment_note(const Sale& sale) {
+    if (!sale.invoice.is_return()) return {};
+    const bool by_card = sale.recalled && !sale.recalled->invoice.is_return() &&
+                         sale.recalled->invoice.payment == PaymentOption::card;
+    return by_card ? message::card_paid_out : message::paid_out;
+}
+
 }  // namespace
 
-// A receipt saved again is a new one of today, whatever day and batches the recalled one had.
+// A receipt saved again is a new one of today, whatever number, day and batches the recalled one had.
 void Checkout::renew_recalled() {
     if (invoice_.date == sale_.recalled->invoice.date) invoice_.date = server_date();
+    NextInvoiceNumber();
     if (invoice_.is_return()) return;
     for (Line& line : invoice_.lines)
         line.expiry.reset();
@@ -45,13 +54,14 @@ BeginSave Checkout::begin_save() {
         const auto shift = check_before_saving(connection_, session_, services_.prompts, invoice_);
         if (!shift) {
             // Another till may have used the number shown, so the next attempt gets a new one.
-            if (!sale_.shows_saved_receipt()) NextInvoiceNumber();
+            NextInvoiceNumber();
             return BeginSave::refused;
         }
         sale_.begun_save = BegunSave{*shift, nullptr};
         if (!moves_cash(invoice_.payment)) return BeginSave::save_now;
-        sale_.begun_save->payment = std::make_shared<Payment>(
-            services_.devices, invoice_.net(), database::load_workers(connection_), invoice_.worker);
+        sale_.begun_save->payment =
+            std::make_shared<Payment>(services_.devices, invoice_.net(), database::load_workers(connection_),
+                                      invoice_.worker, payment_note(sale_));
         return BeginSave::ask_payment;
     });
 }

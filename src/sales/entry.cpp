@@ -253,7 +253,7 @@ std::optional<std::size_t> ItemEntry::raise(Invoice& invoice, Line& known, const
     const double raised = without_noise(known.quantity + entered.quantity);
     if (raised > largest_quantity) return refuse(message::wrong_quantity);
     if (!stock_.line_allows(invoice, known, raised, work)) return std::nullopt;
-    known.quantity = raised;
+    known.set_quantity(raised);
     known.below_stock = known.below_stock || entered.below_stock;
     return static_cast<std::size_t>(&known - invoice.lines.data());
 }

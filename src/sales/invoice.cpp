@@ -93,6 +93,19 @@ Line Line::from_cells(const std::array<std::string, column::count>& cell) {
     return line;
 }
 
+void Line::set_quantity(double new_quantity) {
+    quantity = new_quantity;
+    if (!returnable || sold_quantity <= 0 || sold_discount == 0) return;
+    discount = sold_discount * (quantity / sold_quantity);
+    // Shares that are rounded one by one would not add up, so each return is worth what the goods returned so
+    // far are worth with it, less what they were worth before it.
+    const double price_paid = price - sold_discount / sold_quantity;
+    const double before = sold_quantity - *returnable;
+    const common::Amount due =
+        common::Amount((before + quantity) * price_paid) - common::Amount(before * price_paid);
+    if (total() != due) discount = gross() - due.value();
+}
+
 void Invoice::sell_from(std::int64_t new_store) {
     store = new_store;
     for (Line& line : lines)

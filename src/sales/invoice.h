@@ -11,6 +11,7 @@
 #include "accounts/walk_in_customer.h"
 #include "common/amount.h"
 #include "common/date_time.h"
+#include "sales/invoice_key.h"
 
 namespace sales {
 
@@ -27,8 +28,6 @@ int stype_of(PaymentOption payment);
 // invoice; the others are cash, card or tips by their `stype`.
 KindOption kind_of(std::int64_t ctype);
 PaymentOption payment_of(std::int64_t vcode, std::int64_t stype);
-
-inline constexpr std::int64_t walk_in_customer = -1;  // sales.vcode of a cash customer
 
 // The line grid's columns. Column 0 is the line number; 9 and up are hidden except the balance.
 namespace column {
@@ -78,8 +77,15 @@ struct Line {
     SourceKind source_kind = SourceKind::selling_store;
     std::int64_t source_store = 0;
     std::optional<common::Date> expiry;
+    // On a return that was started from a sale: the most that may be returned, and what the sale's line held,
+    // with its share of a discount that the sale gave on the whole.
     std::optional<double> returnable;
+    double sold_quantity = 0;
+    double sold_discount = 0;
 
+    // The discount of a returned line follows the quantity: what is returned takes its share, and all returns
+    // of the line together are worth what it was sold for, to the piastre. Other discounts stay.
+    void set_quantity(double new_quantity);
     bool is_general() const { return !item_code.has_value(); }
     // Quantities of its item are kept in stock.
     bool moves_stock() const { return stock_kept && item_code.has_value(); }
@@ -100,6 +106,12 @@ struct Line {
     // The 25 cells as the grid shows and offers store them, and back. Non-numbers count as 0.
     std::array<std::string, column::count> cells(int number) const;
     static Line from_cells(const std::array<std::string, column::count>& cells);
+};
+
+// The sale that a return was started from. Of a return that another program wrote, only its number is known.
+struct OriginalSale {
+    std::int64_t number = 0;
+    std::optional<InvoiceIdentity> identity;
 };
 
 struct CardPayment {
@@ -128,8 +140,8 @@ struct Invoice {
     std::int64_t worker = 0;
     std::string worker_name;
     std::string note;
-    bool suppress_receipt = false;                // the cashier wants no layout receipt for this sale
-    std::optional<std::int64_t> original_number;  // the sale that this return was started from
+    bool suppress_receipt = false;  // the cashier wants no layout receipt for this sale
+    std::optional<OriginalSale> original;
 
     std::vector<Line> lines;
     double discount_percent = 0;  // of the whole invoice; the value follows the lines

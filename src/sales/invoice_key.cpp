@@ -3,6 +3,8 @@
 #include <charconv>
 #include <utility>
 
+#include "sales/invoice.h"
+
 namespace sales {
 
 using database::Sql;
@@ -12,23 +14,23 @@ Series series_of(KindOption kind, PaymentOption payment) {
     return payment == PaymentOption::account ? Series::account_sales : Series::cash_sales;
 }
 
+Sql condition_of(Series series, std::int64_t store) {
+    switch (series) {
+        case Series::account_sales:
+            return Sql("(ctype = 0 or ctype = 1)  and vcode <> -1 ");
+        case Series::cash_sales:
+            return Sql("(ctype = 0 or ctype = 1) and vcode = -1");
+        case Series::returns:
+            break;
+    }
+    return Sql("(ctype = 2 or ctype = 3) and stcode =") + store;
+}
+
 std::int64_t next_invoice_number(database::Connection& connection, const Invoice& invoice) {
-    const Sql statement = [&] {
-        switch (series_of(invoice.kind, invoice.payment)) {
-            case Series::account_sales:
-                return Sql(
-                    " select max(pnum) as last_i from sales where (ctype = 0 or ctype = 1)  and vcode <> "
-                    "-1 ");
-            case Series::cash_sales:
-                return Sql(
-                    " select max(pnum) as last_i from sales where (ctype = 0 or ctype = 1) and vcode = -1");
-            case Series::returns:
-                break;
-        }
-        return Sql(" select max(pnum) as last_i from sales where (ctype = 2 or ctype = 3) and stcode =") +
-               invoice.store;
-    }();
-    return database::integer_of(connection.scalar(statement)) + 1;
+    const Series series = series_of(invoice.kind, invoice.payment);
+    return database::integer_of(connection.scalar(Sql(" select max(pnum) as last_i from sales where ") +
+                                                  condition_of(series, invoice.store))) +
+           1;
 }
 
 InvoiceKey key_of(const Invoice& invoice) {
@@ -43,6 +45,10 @@ InvoiceKey key_of(const database::Row& row) {
 Sql where(const InvoiceKey& key) {
     return Sql(" where pnum = ") + key.number + " and ctype = " + key.ctype + " and vcode = " + key.vcode +
            " and stcode = " + key.store + " and date = " + database::quoted(key.date);
+}
+
+InvoiceIdentity identity_of(const database::Row& row) {
+    return {key_of(row), row.moment("time_").time};
 }
 
 std::string log_name(const InvoiceKey& key) {

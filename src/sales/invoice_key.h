@@ -7,21 +7,28 @@
 #include <string>
 #include <string_view>
 
+#include "common/date_time.h"
 #include "database/connection.h"
-#include "sales/invoice.h"
 
 namespace sales {
+
+struct Invoice;
+enum class KindOption;
+enum class PaymentOption;
+
+inline constexpr std::int64_t walk_in_customer = -1;  // sales.vcode of a cash customer
 
 // Sales have one series for cash and one for account customers, both across all stores; returns and the third
 // kind have one series per store.
 enum class Series { cash_sales, account_sales, returns };
 Series series_of(KindOption kind, PaymentOption payment);
+// The condition that selects the invoices of a series; of returns, those of the store.
+database::Sql condition_of(Series series, std::int64_t store);
 
 // The highest number of the invoice's series plus 1.
 std::int64_t next_invoice_number(database::Connection& connection, const Invoice& invoice);
 
-// The columns that the rows of `sales` and `saledata` share. Two tills may have drawn the same number at the
-// same moment; such invoices differ only in their time of saving.
+// The columns that the rows of `sales` and `saledata` share.
 struct InvoiceKey {
     std::int64_t number = 0;
     std::int64_t ctype = 0;
@@ -37,6 +44,17 @@ InvoiceKey key_of(const Invoice& invoice);
 InvoiceKey key_of(const database::Row& row);
 // " where pnum = ..." with every column of the key.
 database::Sql where(const InvoiceKey& key);
+
+// Two tills may have drawn the same number at the same moment. Such invoices share their key and differ only
+// in their time of saving.
+struct InvoiceIdentity {
+    InvoiceKey key;
+    common::TimeOfDay time;
+
+    auto operator<=>(const InvoiceIdentity&) const = default;
+};
+// Of a row that has the column time_ as well.
+InvoiceIdentity identity_of(const database::Row& row);
 
 // How the activity log names an invoice, "invoice 12 (kind 0, customer -1, store 1)", and the reader of that
 // name. The log's lines carry the date themselves, so the key that is read has none.

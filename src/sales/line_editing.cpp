@@ -85,10 +85,11 @@ bool LineEditing::commit_quantity(Invoice& invoice, Line& line, std::string_view
     if (!typed.is_good()) return refuse(typed.refusal);
     const double quantity = typed.value;
     if (!is_valid_quantity(quantity)) return refuse(message::wrong_quantity);
-    if (exceeds_ceiling(line.discount, quantity * line.price, session_.settings.max_dis))
+    // The discount of a returned line was granted at its sale.
+    if (!line.returnable && exceeds_ceiling(line.discount, quantity * line.price, session_.settings.max_dis))
         return refuse(message::quantity_against_discount);
     if (quantity > line.quantity && !stock_allows(invoice, line, quantity)) return false;
-    line.quantity = quantity;
+    line.set_quantity(quantity);
     return true;
 }
 

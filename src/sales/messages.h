@@ -122,6 +122,13 @@ inline constexpr std::string_view no_expiry_date = "بدون تاريخ";
 // Expected profit.
 inline constexpr std::string_view expected_profit = "ربح متوقع ==> ";
 
+// --- payment -----------------------------------------------------------------------------------------
+// A return: pay this amount to the customer.
+inline constexpr std::string_view paid_out = "مرتجع: ادفع هذا المبلغ للعميل";
+// This receipt was paid by card; pay this amount to the customer in cash.
+inline constexpr std::string_view card_paid_out =
+    "هذا البون مدفوع ببطاقة إئتمان: ادفع هذا المبلغ للعميل نقدا من الدرج";
+
 // --- failures ----------------------------------------------------------------------------------------
 // The connection to the database was lost; nothing has changed, try again.
 inline constexpr std::string_view connection_lost =

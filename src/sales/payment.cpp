@@ -1,5 +1,6 @@
 #include "sales/payment.h"
 
+#include "common/messages.h"
 #include "common/numbers.h"
 #include "common/typed.h"
 
@@ -23,15 +24,15 @@ void OpenDrawer(common::Devices& devices, std::string_view port) {
 }
 
 Payment::Payment(common::Devices& devices, common::Amount net, std::vector<common::Choice> workers,
-                 std::int64_t chosen)
-    : devices_(devices), net_(net), paid_(net), workers_(std::move(workers)) {
+                 std::int64_t chosen, std::string_view note)
+    : devices_(devices), net_(net), paid_(net), note_(note), workers_(std::move(workers)) {
     choose_worker(chosen);
     refresh_display();
 }
 
 void Payment::type_paid(std::string_view text) {
-    const bool has_digit = common::western_digits(text).find_first_of("0123456789") != std::string::npos;
-    const common::TypedAmount typed = has_digit ? common::read_amount(text) : common::TypedAmount{};
+    common::TypedAmount typed = common::read_amount(text);
+    if (typed.refusal == common::message::wrong_amount && !common::parse_number(text)) typed = {};
     refusal_ = typed.refusal;
     if (typed.is_good()) paid_ = typed.value;
     refresh_display();

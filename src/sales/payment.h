@@ -47,18 +47,20 @@ struct PaymentConfirmed {
 class Payment {
   public:
     // Opens for a net amount, which is proposed as paid; the display shows it with no change. `workers` is
-    // the salesman list, `chosen` the one already on the invoice.
+    // the salesman list, `chosen` the one already on the invoice. The note tells the cashier if the money
+    // goes out of the drawer; a sale has none.
     Payment(common::Devices& devices, common::Amount net, std::vector<common::Choice> workers,
-            std::int64_t chosen = 0);
+            std::int64_t chosen = 0, std::string_view note = {});
 
     common::Amount net() const { return net_; }
+    std::string_view note() const { return note_; }
     common::Amount paid() const { return paid_; }
     common::Amount change() const { return paid_ - net_; }  // negative when too little was paid
     const std::vector<common::Choice>& workers() const { return workers_; }
     std::int64_t worker() const { return worker_; }
 
-    // The paid field changed. A text without a digit counts as 0. One that is no amount leaves what was paid
-    // as it was, until it is corrected.
+    // The paid field changed. What is no number counts as 0. A number that is no amount of money leaves what
+    // was paid as it was, until it is corrected.
     void type_paid(std::string_view text);
     // Why the typed text is no amount, for the cashier; empty if the payment can be confirmed.
     std::string_view refusal() const { return refusal_; }
@@ -74,6 +76,7 @@ class Payment {
     common::Devices& devices_;
     common::Amount net_;
     common::Amount paid_;
+    std::string_view note_;
     std::string_view refusal_;
     std::vector<common::Choice> workers_;
     std::int64_t worker_ = 0;

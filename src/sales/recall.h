@@ -1,4 +1,4 @@
-// Saved invoices brought back: to show, to reprint, or to start a return from.
+// Saved invoices brought back: to show, to reprint, or to start a return from (returns.h).
 #pragma once
 
 #include <cstdint>
@@ -15,14 +15,13 @@ namespace sales {
 
 struct RecalledInvoice {
     Invoice invoice;
+    InvoiceIdentity identity;
     std::int64_t shift = 0;
-    common::Moment saved_at;
 };
 
 // One row of the receipts list.
 struct ReceiptRow {
-    InvoiceKey key;
-    common::TimeOfDay time;  // of saving
+    InvoiceIdentity identity;
     PaymentOption payment = PaymentOption::cash;
     common::Amount net;
 };
@@ -39,13 +38,7 @@ std::optional<RecalledInvoice> recall_newest(database::Connection& connection, s
 std::optional<RecalledInvoice> recall_invoice(database::Connection& connection, const ReceiptRow& receipt,
                                               const Lists& lists = {});
 
-// A return of what a recalled sale sold and no return has brought back yet: its lines with their prices,
-// their share of the discounts and the most that may be returned. Lines of which nothing is left, and items
-// sold without stock keeping, are left out. Card and tips sales are returned in cash.
-Invoice return_of(database::Connection& connection, const RecalledInvoice& sale);
-
-// The item of the first line that would return more than its sale sold and earlier returns left. Nothing if
-// all lines fit, or if the invoice was not started from a sale.
-std::optional<std::string> line_beyond_sale(database::Connection& connection, const Invoice& invoice);
+// The rows of `saledata` of an invoice, without those of another invoice of the same key.
+std::vector<database::Row> line_rows(database::Connection& connection, const InvoiceIdentity& invoice);
 
 }  // namespace sales

@@ -3,6 +3,7 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "sales/messages.h"
+#include "sales/returns.h"
 #include "sales/saving.h"
 
 namespace sales {
@@ -74,7 +75,7 @@ bool SavedReceipts::start_return() {
 
 bool SavedReceipts::print_again(const RecalledInvoice& recalled) {
     return state_.printer.print(
-        receipt_of(recalled.invoice, {}, session_, recalled.shift, recalled.saved_at.time),
+        receipt_of(recalled.invoice, {}, session_, recalled.shift, recalled.identity.time),
         printing::Form::reprint);
 }
 

@@ -5,6 +5,7 @@
 #include "database/recordset.h"
 #include "sales/invoice_key.h"
 #include "sales/messages.h"
+#include "sales/return_links.h"
 #include "sales/stock_movement.h"
 #include "stock/transfer.h"
 
@@ -259,9 +260,11 @@ void Saving::write_header(const Invoice& invoice) {
         sales.set("safe", 1);
     }
     if (invoice.payment == PaymentOption::tips) sales.set("disboun", invoice.discount().value());
-    if (invoice.original_number) sales.set("inv_o", *invoice.original_number);
+    if (invoice.original) sales.set("inv_o", invoice.original->number);
     sales.update();
     has_written_ = true;
+    if (invoice.is_return() && invoice.original && invoice.original->identity)
+        link_return(connection_, {key_of(invoice), moment_.time}, *invoice.original->identity);
 }
 
 void Saving::write_bank_row(const Invoice& invoice) {

@@ -7,7 +7,7 @@
 #include "database/choices.h"
 #include "database/recordset.h"
 #include "sales/messages.h"
-#include "sales/recall.h"
+#include "sales/returns.h"
 #include "sales/stock_check.h"
 
 namespace sales {

@@ -10,7 +10,7 @@
 #include "database/embedded/open.h"
 #include "database/schema/schema.h"
 #include "sales/messages.h"
-#include "sales/recall.h"
+#include "sales/returns.h"
 #include "sales/till.h"
 #include "support/faulty_connection.h"
 

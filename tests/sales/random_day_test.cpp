@@ -7,7 +7,7 @@
 #include <map>
 #include <random>
 
-#include "sales/recall.h"
+#include "sales/returns.h"
 #include "sales/till.h"
 
 namespace {

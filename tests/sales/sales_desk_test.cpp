@@ -229,6 +229,16 @@ TEST(SalesDesk, ARecalledReceiptIsLookedAtReprintedAndReturned) {
     EXPECT_EQ(desk.invoice().kind, KindOption::return_);
     EXPECT_FALSE(desk.lines().commit_edit(0, column::quantity, "4")) << "only three were sold";
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_not_allowed)));
+    // What was set to one is scanned back to the three that were sold, and no further.
+    ASSERT_TRUE(desk.lines().commit_edit(0, column::quantity, "1"));
+    for (const char* quantity : {"2.000", "3.000", "3.000"}) {
+        counter.answer({true});
+        counter.enter("400");
+        EXPECT_EQ(counter.cell(0, column::quantity), quantity);
+    }
+    EXPECT_EQ(desk.invoice().lines.size(), 1u);
+    EXPECT_THAT(counter.said(), ElementsAre("الكمية لا تسمح"));
+    counter.asked();
     ASSERT_TRUE(counter.sell()) << counter.services.prompts.last();
     EXPECT_EQ(counter.shop.number("select sum(quan) from stk where icode = 400"), 240);
 
@@ -277,6 +287,27 @@ TEST(SalesDesk, ARecalledReceiptSavedAgainIsTodays) {
     counter.asked();
     EXPECT_EQ(desk.checkout().begin_save(), BeginSave::refused);
     EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::save_as_new)));
+}
+
+TEST(SalesDesk, ARecalledAccountReceiptWithAPermitIsSavedAsNew) {
+    Counter counter;
+    auto& desk = counter.open();
+    for (int receipt = 1; receipt <= 2; ++receipt) {
+        if (receipt == 1) {
+            desk.header().SwitchPayment(PaymentOption::account);
+            desk.header().choose_customer(7);
+            desk.header().enter_permit(true, "م-15");
+            ASSERT_TRUE(counter.enter("400"));
+        } else {
+            desk.header().SwitchPayment(PaymentOption::account);
+            ASSERT_TRUE(desk.receipts().recall("1"));
+            counter.answer({true});
+        }
+        ASSERT_EQ(desk.checkout().begin_save(), BeginSave::save_now) << counter.services.prompts.last();
+        ASSERT_EQ(desk.checkout().SaveInvoice(), SaveOutcome::saved) << counter.services.prompts.last();
+    }
+    EXPECT_EQ(counter.shop.number("select count(*) from sales where perm_no = N'م-15'"), 2);
+    EXPECT_EQ(counter.shop.number("select max(pnum) from sales"), 2);
 }
 
 TEST(SalesDesk, AnErrorBelowIsToldAndLeavesTheInvoice) {

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <functional>
 
-#include "sales/recall.h"
+#include "sales/returns.h"
 #include "sales/till.h"
 #include "support/faulty_connection.h"
 
@@ -214,6 +214,155 @@ TEST(Saving, ReceiptsOfOneNumberAreToldApart) {
     ASSERT_EQ(receipts.size(), 2u);
     EXPECT_EQ(sales::recall_invoice(till.connection(), receipts[0])->invoice.net(), Amount(75));
     EXPECT_EQ(sales::recall_invoice(till.connection(), receipts[1])->invoice.net(), Amount(35));
+}
+
+// Recalled, the sale's number of its cash series.
+Invoice return_of_newest(Till& till, std::int64_t number) {
+    return sales::return_of(till.connection(),
+                            *sales::recall_newest(till.connection(), number, sales::Series::cash_sales, 1));
+}
+
+TEST(Saving, AReturnBelongsToItsSaleAndNotToTheNumber) {
+    Till till;
+    auto saving = till.saving();
+    std::vector<sales::ReceiptRow> receipts;  // the newest first
+    for (const double quantity : {2, 3}) {
+        Invoice sale = till.invoice();
+        sale.lines = {Till::line(200, quantity, 25)};
+        ASSERT_EQ(saving.save(sale, {}), SaveOutcome::saved);
+        till.services.clock.moment.time.minute += 1;
+    }
+    till.shop.sql("update sales set pnum = 1");
+    till.shop.sql("update saledata set pnum = 1");
+    receipts = sales::receipts_of_day(till.connection(), 1, 1, till.invoice().date, 10);
+    ASSERT_EQ(receipts.size(), 2u);
+    const auto left_of = [&](std::size_t receipt) {
+        const auto recalled = sales::recall_invoice(till.connection(), receipts[receipt]);
+        const Invoice back = sales::return_of(till.connection(), *recalled);
+        return back.lines.empty() ? 0 : *back.lines[0].returnable;
+    };
+    Invoice back =
+        sales::return_of(till.connection(), *sales::recall_invoice(till.connection(), receipts[1]));
+    ASSERT_EQ(saving.save(back, {}), SaveOutcome::saved) << till.services.prompts.last();
+    EXPECT_EQ(left_of(1), 0);
+    EXPECT_EQ(left_of(0), 3) << "the other receipt of the number";
+    EXPECT_EQ(saving.save(back, {}), SaveOutcome::refused) << "the same goods again";
+    EXPECT_EQ(
+        sales::recall_newest(till.connection(), 1, sales::Series::returns, 1)->invoice.original->identity,
+        receipts[1].identity);
+
+    // A return that names only the number may have been of either.
+    till.shop.sql("drop table till_return");
+    EXPECT_EQ(left_of(0), 1);
+    back = sales::return_of(till.connection(), *sales::recall_invoice(till.connection(), receipts[0]));
+    till.services.clock.moment.time.minute += 1;
+    ASSERT_EQ(saving.save(back, {}), SaveOutcome::saved) << till.services.prompts.last();
+    EXPECT_EQ(left_of(0), 0);
+}
+
+// What a drawer took for a sale goes out again when all of it comes back, in one return or in several.
+TEST(Saving, RefundsMirrorTheirSalesToThePiastre) {
+    struct Case {
+        const char* name;
+        PaymentOption payment;
+        double percent;
+        double net;
+        std::vector<std::vector<double>> returns;  // quantities by line; 0: the line stays away
+    };
+    // 3 × 49.99 - 1.00, 7 × 1.98 and 0.450 × 69.99 are 148.97, 13.86 and 31.50: 194.33 in all. 7 % are 13.60.
+    const Case cases[] = {
+        {"whole", PaymentOption::cash, 0, 194.33, {{3, 7, 0.45}}},
+        {"whole, discounted", PaymentOption::cash, 7, 180.73, {{3, 7, 0.45}}},
+        {"whole tips sale", PaymentOption::tips, 7, 180.73, {{3, 7, 0.45}}},
+        {"in parts", PaymentOption::cash, 0, 194.33, {{1, 0, 0}, {1, 7, 0.45}, {1, 0, 0}}},
+        {"in parts, discounted", PaymentOption::cash, 7, 180.73, {{1, 2, 0}, {1, 1, 0.45}, {1, 4, 0}}},
+        {"tips sale in parts", PaymentOption::tips, 7, 180.73, {{1, 2, 0}, {1, 1, 0.45}, {1, 4, 0}}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Till till;
+        auto saving = till.saving();
+        Invoice sale = till.invoice();
+        sale.payment = c.payment;
+        sale.tips_receiver = 5;
+        sale.discount_percent = c.percent;
+        sale.lines = {Till::line(100, 3, 49.99), Till::line(200, 7, 1.98), Till::line(200, 0.45, 69.99)};
+        sale.lines[0].discount = 1;
+        sale.lines[2].item_code.reset();
+        ASSERT_EQ(saving.save(sale, {}), SaveOutcome::saved) << till.services.prompts.last();
+        EXPECT_EQ(sale.net(), Amount(c.net));
+
+        Amount refunded;
+        for (const auto& quantities : c.returns) {
+            Invoice back = return_of_newest(till, 1);
+            for (std::size_t line = back.lines.size(); line-- > 0;) {
+                const double price = back.lines[line].price;
+                const std::size_t sold = price == 49.99 ? 0 : price == 1.98 ? 1 : 2;
+                if (quantities[sold] == 0)
+                    back.lines.erase(back.lines.begin() + static_cast<std::ptrdiff_t>(line));
+                else
+                    back.lines[line].set_quantity(quantities[sold]);
+            }
+            ASSERT_EQ(saving.save(back, {}), SaveOutcome::saved) << till.services.prompts.last();
+            refunded += back.net();
+        }
+        EXPECT_EQ(refunded, Amount(c.net));
+        EXPECT_TRUE(return_of_newest(till, 1).lines.empty());
+        // The drawer after a tips sale holds its net: no return takes a discount off it again.
+        if (c.payment == PaymentOption::tips) {
+            EXPECT_EQ(till.shop.number("select sum(pdis) from sales where ctype = 2"), 0);
+            EXPECT_EQ(Amount(till.shop.number("select sum(ptot) from sales where ctype = 2")), Amount(c.net));
+        }
+    }
+}
+
+// Another program writes account sales as ctype 1.
+TEST(Saving, TheSecondKindOfSaleIsRecalledWithItsLines) {
+    Till till;
+    auto saving = till.saving();
+    Invoice sale = till.invoice();
+    sale.payment = PaymentOption::account;
+    sale.customer = 7;
+    sale.lines = {Till::line(200, 2, 25)};
+    ASSERT_EQ(saving.save(sale, {}), SaveOutcome::saved);
+    till.shop.sql("update sales set ctype = 1");
+    till.shop.sql("update saledata set ctype = 1");
+    const auto recalled = sales::recall_newest(till.connection(), 1, sales::Series::account_sales, 1);
+    ASSERT_EQ(recalled->invoice.lines.size(), 1u);
+    EXPECT_EQ(recalled->invoice.net(), Amount(50));
+    Invoice back = sales::return_of(till.connection(), *recalled);
+    ASSERT_EQ(saving.save(back, {}), SaveOutcome::saved) << till.services.prompts.last();
+    EXPECT_TRUE(sales::return_of(till.connection(), *recalled).lines.empty());
+}
+
+TEST(Saving, ReservationsGoDownWithWhatTheirCustomerBuys) {
+    Till till;
+    till.shop.sql("insert into custdata (ccode,cname,copen,cacc) select 8,N'مطعم النيل',0,0");
+    for (const char* customer : {"7", "8"})
+        till.shop.sql(std::string("insert into reservd (icode,ccode,quan1,quan) select 200,") + customer +
+                      ",9,9");
+    const auto reserved = [&] {
+        return till.shop.cell("select quan1 from reservd where ccode = 7") + " " +
+               till.shop.cell("select quan from reservd where ccode = 7") + " " +
+               till.shop.cell("select quan1 from reservd where ccode = 8") + " " +
+               till.shop.cell("select quan from reservd where ccode = 8");
+    };
+    auto saving = till.saving();
+    struct Case {
+        PaymentOption payment;
+        KindOption kind;
+    };
+    for (const auto& [payment, kind] :
+         {Case{PaymentOption::account, KindOption::sale}, Case{PaymentOption::cash, KindOption::sale},
+          Case{PaymentOption::account, KindOption::return_}}) {
+        Invoice invoice = till.invoice();
+        invoice.payment = payment;
+        if (payment == PaymentOption::account) invoice.customer = 7;
+        invoice.kind = kind;
+        invoice.lines = {Till::line(200, 2, 25)};
+        ASSERT_EQ(saving.save(invoice, {}), SaveOutcome::saved) << till.services.prompts.last();
+        EXPECT_EQ(reserved(), "7 7 9 9");
+    }
 }
 
 TEST(InvoiceKey, TheLogsNameIsReadBack) {

@@ -152,8 +152,8 @@ void InvoiceBanner::show_state(const sales::SalesDesk& desk) {
         set_colours("#e3effa", colour::focus);
         text = QString("بون محفوظ رقم %1 · \u200e%2 %3\u200e · وردية %4")
                    .arg(recalled->invoice.number)
-                   .arg(qt(common::date_text(recalled->saved_at.date)),
-                        qt(common::twelve_hour_text(recalled->saved_at.time)))
+                   .arg(qt(common::date_text(recalled->identity.key.date)),
+                        qt(common::twelve_hour_text(recalled->identity.time)))
                    .arg(recalled->shift);
     } else if (recalled) {
         set_colours("#e7f3ec", colour::return_bar);

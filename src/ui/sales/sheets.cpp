@@ -38,10 +38,11 @@ ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesDesk& desk)
     common::Amount returned;
     std::vector<QStringList> texts;
     for (const sales::ReceiptRow& row : rows_) {
-        (row.key.is_sale() ? sold : returned) += row.net;
-        texts.push_back({"\u200e" + QString::number(row.key.number),
-                         "\u200e" + qt(common::twelve_hour_text(row.time)), kind_text(row.key),
-                         qt(sales::payment_caption(row.payment)), "\u200e" + qt(row.net.text())});
+        (row.identity.key.is_sale() ? sold : returned) += row.net;
+        texts.push_back({"\u200e" + QString::number(row.identity.key.number),
+                         "\u200e" + qt(common::twelve_hour_text(row.identity.time)),
+                         kind_text(row.identity.key), qt(sales::payment_caption(row.payment)),
+                         "\u200e" + qt(row.net.text())});
     }
     auto* sums = label(rows_.empty() ? QString("لم يحفظ هذا الدرج أي بون اليوم")
                                      : QString("عدد البونات %1 · مبيعات \u200e%2 · مرتجعات \u200e%3")
@@ -116,6 +117,11 @@ PaymentDialog::PaymentDialog(QWidget* host, const Context& context, sales::Payme
     : Sheet(host), context_(context), payment_(payment) {
     setObjectName("Form34");
     set_card_width(520);
+    if (!payment.note().empty()) {
+        QLabel* note = label(qt(payment.note()), "said", "payment_note");
+        note->setWordWrap(true);
+        body()->addWidget(note);
+    }
     auto* net = new Figure("payment_net", "netfigure");
     net->setText(qt(payment.net().text()));
     body()->addWidget(figure_box("net", "الصافي", net));

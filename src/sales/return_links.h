@@ -1,0 +1,18 @@
+// Which sale a return was started from. `sales.inv_o` holds the number alone, which two sales may share; the
+// table till_return, which is the tills' own, names both invoices whole.
+#pragma once
+
+#include <optional>
+
+#include "database/connection.h"
+#include "sales/invoice_key.h"
+
+namespace sales {
+
+// Writes which sale a return belongs to. A shop may lack the table; its returns belong to the number then.
+void link_return(database::Connection& connection, const InvoiceIdentity& back, const InvoiceIdentity& sale);
+
+// The sale of a return; nothing if nobody wrote it.
+std::optional<InvoiceIdentity> linked_sale(database::Connection& connection, const InvoiceIdentity& back);
+
+}  // namespace sales

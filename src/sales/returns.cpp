@@ -1,0 +1,156 @@
+#include "sales/returns.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "sales/return_links.h"
+#include "sales/stock_check.h"
+
+namespace sales {
+
+using common::Amount;
+using database::Connection;
+using database::Row;
+using database::Sql;
+
+namespace {
+
+// A rest of a returned quantity below this is a rounding error, not goods.
+constexpr double nothing_left = 1e-6;
+
+// An article of an invoice: an item, or a general item by its typed name.
+using Article = std::pair<std::int64_t, std::string>;
+using Quantities = std::map<Article, double>;  // in base units
+
+Article article_of(const Line& line) {
+    return line.item_code ? Article{*line.item_code, ""} : Article{0, line.name};
+}
+
+void add_quantities(Quantities& sums, const std::vector<Row>& lines) {
+    for (const Row& row : lines) {
+        const Article article =
+            row.null("icode") ? Article{0, row.text("note")} : Article{row.integer("icode"), ""};
+        sums[article] += row.number("quan1");
+    }
+}
+
+// What earlier returns brought back of a sale.
+struct Returned {
+    Quantities quantities;
+    double discount = 0;  // of the whole invoice
+};
+
+// A return that names only a number counts for every sale of it.
+Returned returned_of(Connection& connection, const OriginalSale& sale, std::int64_t customer) {
+    Returned returned;
+    for (const Row& header : connection.query(Sql("select * from sales where inv_o = ") + sale.number +
+                                              " and (ctype = 2 or ctype = 3) and vcode = " + customer)) {
+        const InvoiceIdentity back = identity_of(header);
+        const auto linked = linked_sale(connection, back);
+        if (linked && sale.identity && *linked != *sale.identity) continue;
+        add_quantities(returned.quantities, line_rows(connection, back));
+        returned.discount += header.number("pdis");
+    }
+    return returned;
+}
+
+std::vector<Row> sold_rows(Connection& connection, const OriginalSale& sale, std::int64_t customer) {
+    if (!sale.identity) {
+        return connection
+            .query(Sql("select * from saledata where pnum = ") + sale.number +
+                   " and (ctype = 0 or ctype = 1) and vcode = " + customer)
+            .release();
+    }
+    // Goods paid for in cash do not come back onto an account, nor the other way round.
+    if (sale.identity->key.vcode != customer) return {};
+    return line_rows(connection, *sale.identity);
+}
+
+// The part of an invoice discount that falls on each line, in whole piastres; the rest that rounding leaves
+// is on the largest line.
+std::vector<Amount> shares(const Invoice& sale, Amount discount) {
+    const double whole = sale.total().value();
+    std::vector<Amount> parts;
+    Amount rest = discount;
+    std::size_t largest = 0;
+    for (const Line& line : sale.lines) {
+        parts.emplace_back(whole > 0 ? discount.value() * line.total().value() / whole : 0);
+        rest -= parts.back();
+        if (line.total() > sale.lines[largest].total()) largest = parts.size() - 1;
+    }
+    if (!parts.empty()) parts[largest] += rest;
+    return parts;
+}
+
+bool may_come_back(const Line& sold) {
+    return !sold.item_code || sold.stock_kept;
+}
+
+// The percent that leaves, with what earlier returns took, the sale's discount on the goods that may come
+// back.
+double discount_left(const Invoice& sale, const Invoice& back, double returned) {
+    const double rest = back.total().value();
+    const double whole = sale.total().value();
+    if (rest <= 0 || whole <= 0) return 0;
+    Amount returnable;
+    for (const Line& sold : sale.lines)
+        if (may_come_back(sold)) returnable += sold.total();
+    const Amount left(Amount(sale.discount().value() * returnable.value() / whole).value() - returned);
+    return std::clamp(left.value() * 100 / rest, 0.0, 100.0);
+}
+
+}  // namespace
+
+Invoice return_of(Connection& connection, const RecalledInvoice& recalled) {
+    const Invoice& sale = recalled.invoice;
+    Invoice back = sale;
+    back.kind = KindOption::return_;
+    if (back.payment != PaymentOption::account) back.payment = PaymentOption::cash;
+    back.card = {};
+    back.tips_receiver = 0;
+    back.permit_opened = false;
+    back.permit_number.clear();
+    back.original = {sale.number, recalled.identity};
+    back.lines.clear();
+
+    const bool tips = sale.payment == PaymentOption::tips;
+    const std::vector<Amount> tips_shares = shares(sale, tips ? sale.discount() : Amount());
+    Returned returned = returned_of(connection, *back.original, sale.customer);
+    for (std::size_t at = 0; at < sale.lines.size(); ++at) {
+        const Line& sold = sale.lines[at];
+        if (!may_come_back(sold)) continue;
+        // Earlier returns are charged to the sale's lines from the top.
+        double& charged = returned.quantities[article_of(sold)];
+        const double taken = std::min(charged, sold.base_quantity());
+        charged -= taken;
+        const double rest = (sold.base_quantity() - taken) / sold.factor;
+        if (rest <= nothing_left) continue;
+        Line line = sold;
+        line.returnable = rest;
+        line.sold_quantity = sold.quantity;
+        line.sold_discount = sold.discount + tips_shares[at].value();
+        line.set_quantity(rest);
+        line.source_kind = SourceKind::selling_store;
+        back.lines.push_back(std::move(line));
+    }
+    back.discount_percent = tips ? 0 : discount_left(sale, back, returned.discount);
+    return back;
+}
+
+std::optional<std::string> line_beyond_sale(Connection& connection, const Invoice& invoice) {
+    if (!invoice.is_return() || !invoice.original) return std::nullopt;
+    Quantities sold;
+    add_quantities(sold, sold_rows(connection, *invoice.original, invoice.customer));
+    Quantities used = returned_of(connection, *invoice.original, invoice.customer).quantities;
+    for (const Line& line : invoice.lines) {
+        const auto found = sold.find(article_of(line));
+        double& sum = used[article_of(line)];
+        sum += line.base_quantity();
+        if (found == sold.end() || !stock_suffices(found->second, sum)) return line.name;
+    }
+    return std::nullopt;
+}
+
+}  // namespace sales
