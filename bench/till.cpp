@@ -16,10 +16,10 @@ void NobodyThere::message(std::string_view text, common::Icon) {
     throw std::runtime_error("the till said: " + std::string(text));
 }
 
-bool NobodyThere::question(std::string_view text, common::Icon icon) {
-    if (text == sales::message::cancel_receipt) return true;
+common::Answer NobodyThere::ask(std::string_view text, common::Icon icon) {
+    if (text == sales::message::cancel_receipt) return common::Answer::yes;
     message(text, icon);
-    return false;
+    return common::Answer::no;
 }
 
 std::string rung_up_code(const Sizes& sizes, std::int64_t n) {

@@ -3,6 +3,7 @@
 #include <numeric>
 
 #include "common/numbers.h"
+#include "sales/items.h"
 
 namespace sales {
 
@@ -76,8 +77,7 @@ Line Line::from_cells(const std::array<std::string, column::count>& cell) {
     // A line without a factor would move no stock, so its quantity counts as base units.
     const double factor = common::numeric_value(cell[column::unit_factor]);
     line.factor = factor > 0 ? factor : 1;
-    const auto unit = code_value(cell[column::unit_code]);
-    line.unit_code = unit >= 1 && unit <= 3 ? static_cast<int>(unit) : 1;
+    line.unit_code = unit_level_of(code_value(cell[column::unit_code]));
     line.salver_code = code_value(cell[column::salver_code]);
     line.unit_name = cell[column::unit_name];
     line.source_kind = code_value(cell[column::source_kind]) == static_cast<int>(SourceKind::other_store)
@@ -124,8 +124,7 @@ common::Amount Invoice::cost() const {
 }
 
 void Invoice::set_discount(double value) {
-    const common::Amount whole = total();
-    discount_percent = whole.is_zero() ? 0 : value * 100 / whole.value();
+    discount_percent = percent_of(value, total().value());
 }
 
 std::uint32_t grid_colour(KindOption kind) {

@@ -57,6 +57,11 @@ inline constexpr int count = 25;
 
 enum class SourceKind { selling_store = 1, other_store = 3 };
 
+// A discount in percent of the amount that it is taken off; 0 if the amount is 0.
+inline double percent_of(double discount, double amount) {
+    return amount == 0 ? 0 : discount * 100 / amount;
+}
+
 struct Line {
     std::optional<std::int64_t> item_code;  // none for a general item
     std::string name;
@@ -99,8 +104,7 @@ struct Line {
     // Rounded here once, so that the lines shown add up to the total shown.
     common::Amount total() const { return common::Amount(gross() - discount); }
     common::Amount cost() const { return common::Amount(quantity * unit_cost); }
-    // discount × 100 / gross; 0 if the gross is 0.
-    double discount_percent() const { return gross() == 0 ? 0 : discount * 100 / gross(); }
+    double discount_percent() const { return percent_of(discount, gross()); }
     double base_quantity() const { return quantity * factor; }
 
     // The 25 cells as the grid shows and offers store them, and back. Non-numbers count as 0.

@@ -45,7 +45,7 @@ bool is_valid_discount(double discount) {
 bool exceeds_ceiling(double discount, double amount, float max_dis) {
     if (discount <= 0) return false;
     if (amount <= 0) return true;
-    return static_cast<float>(discount * 100 / amount) > max_dis;
+    return static_cast<float>(percent_of(discount, amount)) > max_dis;
 }
 
 bool LineEditing::refuse(std::string_view text) {
@@ -163,8 +163,7 @@ bool commit_discount_value(Invoice& invoice, const signin::Session& session, com
                            std::string_view text) {
     const auto value = read_discount(text, message::check_discount);
     if (!value.is_good()) return refuse(invoice, prompts, value.refusal);
-    const double total = invoice.total().value();
-    return grant(invoice, session, prompts, value.value, total > 0 ? value.value * 100 / total : 0);
+    return grant(invoice, session, prompts, value.value, percent_of(value.value, invoice.total().value()));
 }
 
 bool commit_discount_percent(Invoice& invoice, const signin::Session& session, common::Prompts& prompts,

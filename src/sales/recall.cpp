@@ -33,8 +33,7 @@ Line line_of(Connection& connection, const Row& row, const Lists& lists) {
     line.group = group_name(lists, item.front().integer("itype"));
     line.stock_kept = item.front().integer("sale_only") == 0;
     // Other programs may have written other codes here than unit levels.
-    const int unit_level = line.unit_code <= 3 ? line.unit_code : 1;
-    line.unit_cost = item.front().number(price_column(unit_level, cost_level));
+    line.unit_cost = item.front().number(price_column(unit_level_of(line.unit_code), cost_level));
     return line;
 }
 
