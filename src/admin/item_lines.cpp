@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "admin/barcodes.h"
 #include "common/csv.h"
 #include "common/numbers.h"
 #include "common/text.h"
@@ -26,10 +27,6 @@ struct BadLine {
 
 std::string comparable(std::string_view barcode) {
     return common::lower_ascii(common::trim_right(barcode));
-}
-
-bool all_digits(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 class Reader {
@@ -294,32 +291,8 @@ class Reader {
     }
 
     void judge(const std::string& barcode) const {
-        if (barcode.empty()) throw BadLine{"a barcode is empty; write one \"|\" between two barcodes"};
-        if (barcode.find_first_of(" \t\r\n") != std::string::npos ||
-            barcode.find("\u00A0") != std::string::npos) {
-            throw BadLine{
-                "barcode \"" + barcode +
-                "\" has a blank in it, which no scanner sends; write \"|\" between several barcodes"};
-        }
-        if (barcode.find('\'') != std::string::npos) {
-            throw BadLine{
-                "barcode \"" + barcode +
-                "\" has an apostrophe in it, which the spreadsheet may have put before it to mark a "
-                "text"};
-        }
+        if (auto fault = barcode_fault(barcode); !fault.empty()) throw BadLine{std::move(fault)};
         if (!known_.barcode.fits("bar", barcode)) throw BadLine{"a barcode is too long"};
-        const std::size_t exponent = barcode.find("E+");
-        if (exponent != std::string::npos && common::parse_number(barcode.substr(0, exponent))) {
-            throw BadLine{
-                "barcode " + barcode +
-                " was rounded by the spreadsheet; set that column's cells to text and enter it again"};
-        }
-        if (barcode.size() == 13 && all_digits(barcode)) {
-            if (barcode.starts_with("20")) {
-                throw BadLine{"barcode " + barcode + " would be read as a label of the scale"};
-            }
-            if (!is_true_ean13(barcode)) throw BadLine{"barcode " + barcode + " has a wrong check digit"};
-        }
         if (known_.barcodes.contains(comparable(barcode))) {
             throw BadLine{"barcode " + barcode + " belongs to another item of the shop"};
         }
@@ -349,14 +322,6 @@ class Reader {
 ItemFile read_items(std::string_view csv, const KnownGoods& known,
                     const std::function<void(std::size_t)>& reached) {
     return Reader(csv, known, reached).read();
-}
-
-bool is_true_ean13(std::string_view digits) {
-    if (digits.size() != 13 || !all_digits(digits)) return false;
-    int sum = 0;
-    for (std::size_t i = 0; i < 13; ++i)
-        sum += (digits[i] - '0') * (i % 2 == 0 ? 1 : 3);
-    return sum % 10 == 0;
 }
 
 }  // namespace admin

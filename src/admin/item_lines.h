@@ -70,7 +70,4 @@ const std::vector<ItemColumn>& item_columns();
 ItemFile read_items(std::string_view csv, const KnownGoods& known,
                     const std::function<void(std::size_t)>& reached = {});
 
-// Returns true if the last of 13 digits is the check digit of the other 12.
-bool is_true_ean13(std::string_view digits);
-
 }  // namespace admin

@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "admin/item_lines.h"
+#include "admin/barcodes.h"
 #include "admin/rows.h"
 #include "admin/workbench.h"
 #include "common/numbers.h"

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "admin/item_lines.h"
+#include "admin/barcodes.h"
 #include "admin/workbench.h"
 #include "common/code_page.h"
 

@@ -69,13 +69,13 @@ void DirectReceiptSheet::show_balance() {
 }
 
 void DirectReceiptSheet::show_balance_after() {
-    const common::Amount paid = common::read_amount(utf8(form_.line("direct_amount")->text())).value;
+    const auto paid = common::read_amount(utf8(form_.line("direct_amount")->text()));
     const common::Amount after =
         common::Amount(owed_) + accounts::effect_on_balance(accounts::VoucherKind::receipt,
                                                             accounts::PartyKind::customer,
-                                                            accounts::Method::cash, paid);
-    const bool chosen = choice_of(form_.list("direct_customer")).has_value();
-    form_.figure("direct_after")->setText(chosen ? qt(after.text()) : QString("—"));
+                                                            accounts::Method::cash, paid.value);
+    const bool known = choice_of(form_.list("direct_customer")).has_value() && paid.is_good();
+    form_.figure("direct_after")->setText(known ? qt(after.text()) : QString("—"));
 }
 
 void DirectReceiptSheet::take_focus() {

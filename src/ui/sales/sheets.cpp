@@ -167,8 +167,10 @@ void PaymentDialog::enter() {
 }
 
 void PaymentDialog::show_change() {
-    change_->setText(qt(payment_.change().text()));
-    set_state(change_box_, "short", payment_.change() < common::Amount());
+    // What cannot be read leaves no change to show.
+    const bool readable = payment_.refusal().empty();
+    change_->setText(readable ? qt(payment_.change().text()) : QString("—"));
+    set_state(change_box_, "short", readable && payment_.change() < common::Amount());
 }
 
 InvoiceDataSheet::InvoiceDataSheet(QWidget* host, const Context& context, sales::SalesDesk& desk)
