@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cash/messages.h"
+#include "cash/shift.h"
 #include "database/till_settings.h"
 
 namespace cash {
@@ -24,42 +25,46 @@ struct Removal {
     std::string drawer_name;
     Amount position;
     Amount leave;
-    std::string until;  // the moment of the position; its day is the transfer's date
+    std::string until;  // the moment of the position
 };
 
+// What has left a drawer at or after the moment of its position, which does not see those transfers: each is
+// stamped with the time of writing, and two shift changes would otherwise transfer the same cash twice.
 Amount moved_since(database::Connection& connection, const Removal& removal) {
-    return Amount(database::number_of(connection.scalar(
-        Sql("SELECT Sum(round(cach_t.caml,2)) AS xs From cach_t WHERE cach_t.cfr=") + removal.drawer.store +
-        "  and cast(convert(varchar,cdate,101) + ' ' + isnull(convert(varchar,[time_],8),'00:00:00') as "
-        "datetime)>=" +
-        quoted(removal.until) + "  and cach_t.cash_nf = " + removal.drawer.code)));
+    return -total_of(read_sums(connection, left_drawer, removal.drawer,
+                               {removal.until, common::moment_text({common::no_expiry, {}}), {}}));
 }
 
-// Inserts one transfer to the main drawer of the main store and returns its amount; 0 if there is nothing to
-// transfer: from the main drawer itself, from a position of zero or less, or if the drawer holds no more than
-// what stays in it. What has left it at or after the moment is subtracted first: the position cannot see
-// those transfers, since each is stamped with the time of writing, and two shift changes would otherwise
-// transfer the same cash twice.
+// The main drawer of the main store, where cash is collected.
+std::optional<Drawer> main_drawer(database::Connection& connection) {
+    const auto settings = connection.query("select * from basic");
+    if (settings.empty()) return std::nullopt;
+    return Drawer{settings.front().integer("mst"), settings.front().integer("mcash")};
+}
+
+// What there is to transfer: nothing from the main drawer itself, from a position of zero or less, or if the
+// drawer holds no more than what stays in it.
+Amount removable(database::Connection& connection, const std::optional<Drawer>& main,
+                 const Removal& removal) {
+    if (!main || removal.drawer == *main || removal.position <= Amount()) return {};
+    return std::max(Amount(), removal.position - moved_since(connection, removal) - removal.leave);
+}
+
+// Inserts one transfer to the main drawer, dated at the moment it is made, and returns its amount; 0 if there
+// is nothing to transfer.
 Amount move_cash(database::Connection& connection, const signin::Session& session, common::Clock& clock,
                  const Removal& removal) {
-    if (removal.position <= Amount()) return {};
-    const auto settings = connection.query("select * from basic");
-    if (settings.empty()) return {};
-    const Drawer main{settings.front().integer("mst"), settings.front().integer("mcash")};
-    if (removal.drawer == main) return {};
-
-    const Amount amount = removal.position - moved_since(connection, removal) - removal.leave;
-    if (amount <= Amount()) return {};
-
+    const auto main = main_drawer(connection);
+    const Amount amount = removable(connection, main, removal);
+    if (amount.is_zero()) return {};
     const std::int64_t number =
         database::integer_of(connection.scalar(" select max(cnum) as last_i from cach_t ")) + 1;
-    const auto day = common::parse_moment(removal.until);
     const common::Moment now = clock.now();
     connection.execute(
         Sql("Insert Into cach_t (cnum,cdate,caml,cfr,cto,note1,cash_nf,cash_nt,user_c,time_) select ") +
-        number + "," + quoted(day ? day->date : now.date) + "," + amount + "," + removal.drawer.store + "," +
-        main.store + "," + quoted(std::string(message::transfer_from) + removal.drawer_name) + "," +
-        removal.drawer.code + "," + main.code + "," + session.user_code + "," + quoted(now.time));
+        number + "," + quoted(now.date) + "," + amount + "," + removal.drawer.store + "," + main->store +
+        "," + quoted(std::string(message::transfer_from) + removal.drawer_name) + "," + removal.drawer.code +
+        "," + main->code + "," + session.user_code + "," + quoted(now.time));
     return amount;
 }
 
@@ -102,6 +107,31 @@ InvoiceDiscounts discounts_of(database::Connection& connection, const Drawer& dr
         if (start.date < *net_from) found.beside -= *found.taken_off;
     }
     return found;
+}
+
+const Procedure& calc_of(CalcCopy copy) {
+    return copy == CalcCopy::shift_start ? calc_of_shift_start : calc_of_shift_close;
+}
+
+// Names the drawers other than the session's own that would be emptied, each with its amount and whether it
+// is in a shift, and asks. True also if there are none.
+bool may_empty_others(database::Connection& connection, const signin::Session& session,
+                      common::Prompts& prompts, const std::vector<Removal>& removals) {
+    const auto main = main_drawer(connection);
+    std::string question;
+    for (const Removal& removal : removals) {
+        if (removal.drawer.code == session.cash_point) continue;
+        const Amount amount = removable(connection, main, removal);
+        if (amount.is_zero()) continue;
+        const auto shift = current_shift(connection, removal.drawer.store, removal.drawer.code);
+        question += removal.drawer_name + " : " + amount.text();
+        if (shift && shift->is_open()) question += message::in_its_shift;
+        question += "\n";
+    }
+    if (question.empty()) return true;
+    connection.make_durable();  // the shift has begun, whatever the answer and however long it takes
+    return prompts.question(std::string(message::others_emptied) + question +
+                            std::string(message::others_question));
 }
 
 }  // namespace
@@ -150,29 +180,42 @@ void CashPosition::move(Amount leave, std::int64_t drawer) {
     }
 }
 
+Amount position_at(database::Connection& connection, const Drawer& drawer, const common::Moment& until) {
+    return total_of(
+        read_sums(connection, store_wide, drawer, cash::until(until, database::net_from(connection))));
+}
+
+Amount calc_position(database::Connection& connection, CalcCopy copy, const Drawer& drawer,
+                     const common::Moment& until) {
+    return total_of(
+        read_sums(connection, calc_of(copy), drawer, cash::until(until, database::net_from(connection))));
+}
+
 std::vector<DrawerPosition> calc_cash(database::Connection& connection, const signin::Session& session,
                                       const common::Services& services, CalcCopy copy, Amount leave) {
     const std::int64_t store = session.store_code;
     const std::string moment = calc_moment(connection, store, copy);
     if (moment.empty()) return {};
-    const Procedure& procedure = copy == CalcCopy::shift_start ? calc_of_shift_start : calc_of_shift_close;
     const Window window{"", moment, database::net_from(connection)};
     std::vector<DrawerPosition> computed;
-    // One after the other: a drawer may receive what an earlier one has just given away.
+    std::vector<Removal> removals;
     for (const auto& row : drawers_of(connection, store)) {
-        DrawerPosition drawer = position_of(connection, procedure, store, row, window);
+        computed.push_back(position_of(connection, calc_of(copy), store, row, window));
+        const DrawerPosition& drawer = computed.back();
         if (drawer.position <= Amount()) {
             services.prompts.message(std::string(message::started_with) + drawer.position.text() +
                                      std::string(message::nothing_moved));
-        } else {
-            drawer.moved = move_cash(connection, session, services.clock,
-                                     {{store, drawer.drawer},
-                                      drawer.name,
-                                      drawer.position,
-                                      drawer.drawer == session.cash_point ? leave : Amount(),
-                                      moment});
         }
-        computed.push_back(std::move(drawer));
+        removals.push_back({{store, drawer.drawer},
+                            drawer.name,
+                            drawer.position,
+                            drawer.drawer == session.cash_point ? leave : Amount(),
+                            moment});
+    }
+    const bool others = may_empty_others(connection, session, services.prompts, removals);
+    for (std::size_t i = 0; i < removals.size(); ++i) {
+        if (others || removals[i].drawer.code == session.cash_point)
+            computed[i].moved = move_cash(connection, session, services.clock, removals[i]);
     }
     return computed;
 }

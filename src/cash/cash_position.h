@@ -70,12 +70,21 @@ class CashPosition {
     DrawerPosition own_;
 };
 
+// The position of one drawer from the movements strictly before `until`.
+common::Amount position_at(database::Connection& connection, const Drawer& drawer,
+                           const common::Moment& until);
+
 // Which shift screen's copy of calc_cash: that of shift2s or that of shiftc.
 enum class CalcCopy { shift_close, shift_start };
 
+// What a copy counts in a drawer strictly before `until`.
+common::Amount calc_position(database::Connection& connection, CalcCopy copy, const Drawer& drawer,
+                             const common::Moment& until);
+
 // Computes every drawer of the session's store up to the start of its newest shift, transfers what is above
 // zero to the main drawer, and tells the cashier of each drawer whose cash is zero or less. The session's own
-// drawer keeps `leave`; the others are emptied. Does nothing if there is no shift.
+// drawer keeps `leave`. The others are emptied if the cashier agrees: it is the cash of colleagues, some of
+// whom may be in their shifts. Does nothing if there is no shift.
 std::vector<DrawerPosition> calc_cash(database::Connection& connection, const signin::Session& session,
                                       const common::Services& services, CalcCopy copy, common::Amount leave);
 

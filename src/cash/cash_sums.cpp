@@ -70,6 +70,7 @@ constexpr SumStatement transfers_out = {
     Movement::transfers_out,
     "SELECT Sum(round(cach_t.caml,2)) AS xs From cach_t WHERE cach_t.cfr={store}  and {moment cdate}  "
     "and cach_t.cash_nf = {drawer}"};
+constexpr SumStatement left_statements[] = {transfers_out};
 constexpr SumStatement transfers_in = {
     Movement::transfers_in,
     "SELECT Sum(round(cach_t.caml,2)) AS xs From cach_t WHERE cach_t.cto={store}  and {moment cdate}  "
@@ -333,6 +334,7 @@ const SumStatement* find_statement(const Procedure& procedure, Movement movement
 const Procedure store_wide{store_wide_statements, before_end};
 const Procedure shift_period{period_statements, in_shift};
 const Procedure discount_period{discount_statements, since_start};
+const Procedure left_drawer{left_statements, since_start};
 const Procedure calc_of_shift_close{calc_statements, before_end};
 const Procedure calc_of_shift_start{calc_statements, before_end_of_shift_start};
 const Procedure balance_brought_forward{of_daily_statement.first(of_daily_statement.size() - 2), up_to_end};

@@ -79,6 +79,7 @@ struct Procedure {
 extern const Procedure store_wide;           // the position: strictly before the end
 extern const Procedure shift_period;         // figures of a shift: after the start up to the end
 extern const Procedure discount_period;      // discounts as the position's: from the start on, before the end
+extern const Procedure left_drawer;          // transfers out of a drawer: from the start on, before the end
 extern const Procedure calc_of_shift_close;  // calc_cash of shift2s: strictly before the end
 extern const Procedure calc_of_shift_start;  // calc_cash of shiftc: likewise
 extern const Procedure balance_brought_forward;  // of the daily statement: up to the end

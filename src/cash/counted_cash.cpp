@@ -11,6 +11,7 @@ namespace cash {
 namespace {
 
 constexpr std::string_view counted_field = "cash_counted";
+constexpr std::string_view log_code = "count";
 
 using database::quoted;
 using database::Sql;
@@ -67,9 +68,37 @@ void CountedCash::refresh() {
         discounts_ = drawer.discounts;
     }
     const auto row = connection_.query(difference_row(store_, drawer_, day_));
-    difference_.reset();
-    if (!row.empty()) difference_ = common::Amount(row.front().number("aml"));
-    expected_ = position_ - difference_.value_or(common::Amount());
+    count_.reset();
+    if (!row.empty()) count_ = read_count(row.front());
+    expected_ = position_ - (count_ ? count_->difference : common::Amount());
+}
+
+// The row holds the difference and the time; what was counted is the position at that time, the difference
+// included. If it was recorded on a later day, or nobody knows when, the whole day had been counted.
+CountedCash::Count CountedCash::read_count(const database::Row& row) const {
+    Count count;
+    count.difference = common::Amount(row.number("aml"));
+    count.counted = position_;
+    if (row.null("time_")) return count;
+    const common::Moment written = row.moment("time_");
+    if (written.date > day_) {
+        count.at = written;
+        return count;
+    }
+    count.at = {day_, written.time};
+    count.counted = position_at(connection_, {store_, drawer_}, common::next_second(*count.at));
+    count.moved_since = position_ - count.counted;
+    return count;
+}
+
+// A drawer's own cashier need not know of a count that somebody else recorded.
+void CountedCash::log_count(common::Amount amount) const {
+    if (store_ == session_.store_code && drawer_ == session_.cash_point) return;
+    services_.log.log_event("count of drawer " + std::to_string(drawer_) + " of store " +
+                                std::to_string(store_) + " on " + common::date_text(day_) + " by user " +
+                                std::to_string(session_.user_code) + ": counted " + amount.text() +
+                                ", difference " + (amount - expected_).text(),
+                            log_code);
 }
 
 std::optional<common::Refusal> CountedCash::confirm() {
@@ -83,7 +112,11 @@ std::optional<common::Refusal> CountedCash::confirm() {
     if (!contains(database::load_drawers(connection_, store_), drawer_))
         return refuse(common::message::no_such_drawer);
 
-    // Against the expected cash that the cashier sees, even if another till has sold since.
+    // The cashier has agreed to the difference that he sees.
+    const common::Amount seen = expected_;
+    refresh();
+    if (expected_ != seen) return refuse(message::expected_changed);
+
     database::Recordset row(connection_, difference_row(store_, drawer_, day_));
     if (row.empty()) row.add();
     row.set("time_", database::Value(now));
@@ -93,6 +126,7 @@ std::optional<common::Refusal> CountedCash::confirm() {
     row.set("ptype", drawer_);
     row.update();
     connection_.make_durable();
+    log_count(amount.value);
     refresh();
     return std::nullopt;
 }

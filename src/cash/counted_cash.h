@@ -32,7 +32,9 @@ class CountedCash {
     void refresh();
 
     // Records the counted cash: its difference to the expected cash becomes the day's one surplus or shortage
-    // of the drawer, in place of an earlier one, and the panel shows it. Writes nothing if it is refused.
+    // of the drawer, in place of an earlier one, and the panel shows it. Writes nothing if it is refused; so
+    // it is if the expected cash has changed since the panel showed it, which then shows what it is now. The
+    // log tells who counted a drawer that is not the workstation's.
     std::optional<common::Refusal> confirm();
 
     std::string counted = "0.00";
@@ -45,8 +47,15 @@ class CountedCash {
 
     // The position without the day's own surplus or shortage, so that a second count gives the same.
     common::Amount expected() const { return expected_; }
-    // The day's recorded surplus (above zero) or shortage (below); nothing before the first count.
-    const std::optional<common::Amount>& difference() const { return difference_; }
+    // The day's recorded count; nothing before the first one.
+    struct Count {
+        common::Amount counted;
+        common::Amount difference;  // surplus (above zero) or shortage (below), as recorded
+        common::Amount expected() const { return counted - difference; }
+        common::Amount moved_since;  // what came into the drawer (above zero) or left it until the day's end
+        std::optional<common::Moment> at;
+    };
+    const std::optional<Count>& count() const { return count_; }
     // The cash position, with the surplus or shortage.
     common::Amount position() const { return position_; }
     common::Amount card_sales() const { return card_sales_; }
@@ -55,6 +64,9 @@ class CountedCash {
     const InvoiceDiscounts& discounts() const { return discounts_; }
 
   private:
+    Count read_count(const database::Row& row) const;
+    void log_count(common::Amount amount) const;
+
     database::Connection& connection_;
     const signin::Session& session_;
     common::Services services_;
@@ -64,7 +76,7 @@ class CountedCash {
     std::int64_t drawer_ = 0;
     common::Date day_;
     common::Amount expected_;
-    std::optional<common::Amount> difference_;
+    std::optional<Count> count_;
     common::Amount position_;
     common::Amount card_sales_;
     common::Amount uncollected_;

@@ -1,5 +1,8 @@
 #include "cash/daily_statement.h"
 
+#include <algorithm>
+#include <map>
+
 #include "cash/messages.h"
 #include "cash/parties.h"
 #include "common/messages.h"
@@ -31,7 +34,8 @@ namespace {
 Sql journal_statement(std::int64_t store, const common::Date& day, JournalFilter filter) {
     Sql statement(
         "select sales.pnum, sales.ptot, sales.time_, sales.[Date], sales.note, sales.vcode, sales.ctype, "
-        "sales.stype, sales.pdis, sales.inv_type, sales.Shift, sales.teln, sales.cust_c, "
+        "sales.stype, sales.pdis, sales.inv_type, sales.Shift, sales.teln, sales.cust_c, sales.stcode, "
+        "sales.ptype, "
         "case when sales.ctype = 0 or sales.ctype = 1 then 'مبيعات' else 'مرتجعات' end as E1, "
         "case when sales.vcode = -1 then 'نقدية' else 'آجلة' end as E2, "
         "users.[Name] as user_name, worker.work_name, custdata.cname as customer_name, "
@@ -97,6 +101,7 @@ std::vector<JournalRow> load_journal(database::Connection& connection, std::int6
         line.discount = row.number("pdis");
         line.inv_type = static_cast<int>(row.integer("inv_type"));
         line.shift = row.integer("Shift");
+        line.drawer = {row.integer("stcode"), row.integer("ptype")};
         line.telephone = row.text("teln");
         journal.push_back(std::move(line));
     }
@@ -110,56 +115,60 @@ std::vector<common::Choice> with_all(std::vector<common::Choice> list) {
     return list;
 }
 
-// A table of movements joined to the drawers.
+// A table of movements, and the columns that name a movement's store, drawer and day.
 struct Source {
-    Fragment from;  // up to the store
-    Fragment day;   // the condition up to the day
+    Fragment table;
+    Fragment store;
+    Fragment drawer;
+    Fragment day;
+    Fragment condition = "";
 };
 
 constexpr Source sources[] = {
-    {"sales LEFT OUTER JOIN cash ON sales.stcode = cash.stcode and sales.ptype = cash.code where "
-     "sales.stcode = ",
-     " and sales.date "},
-    {"vencuspay LEFT OUTER JOIN cash ON vencuspay.stcode = cash.stcode and vencuspay.cash_n = cash.code "
-     "where vencuspay.type = 1 and vencuspay.stcode = ",
-     " and vencuspay.date "},
-    {"btran LEFT OUTER JOIN cash ON btran.stcode = cash.stcode and btran.cash_n = cash.code where "
-     "btran.type1 = 1 and btran.stcode = ",
-     " and btran.date "},
-    {"in_out LEFT OUTER JOIN cash ON in_out.stcode = cash.stcode and in_out.cash_n = cash.code where "
-     "in_out.stcode = ",
-     " and in_out.date "},
-    {"dailyexp LEFT OUTER JOIN cash ON dailyexp.stcode = cash.stcode and dailyexp.cash_n = cash.code where "
-     "dailyexp.stcode = ",
-     " and dailyexp.expdate "},
-    {"mor_les LEFT OUTER JOIN cash ON mor_les.stcode = cash.stcode and mor_les.ptype = cash.code where "
-     "mor_les.stcode = ",
-     " and mor_les.date "},
-    {"cach_t LEFT OUTER JOIN cash ON cach_t.cfr = cash.stcode and cach_t.cash_nf = cash.code where "
-     "cach_t.cfr = ",
-     " and cach_t.cdate "},
-    {"cach_t LEFT OUTER JOIN cash ON cach_t.cto = cash.stcode and cach_t.cash_nt = cash.code where "
-     "cach_t.cto = ",
-     " and cach_t.cdate "},
+    {"sales", "sales.stcode", "sales.ptype", "sales.date"},
+    {"vencuspay", "vencuspay.stcode", "vencuspay.cash_n", "vencuspay.date", " and vencuspay.type = 1"},
+    {"btran", "btran.stcode", "btran.cash_n", "btran.date", " and btran.type1 = 1"},
+    {"in_out", "in_out.stcode", "in_out.cash_n", "in_out.date"},
+    {"dailyexp", "dailyexp.stcode", "dailyexp.cash_n", "dailyexp.expdate"},
+    {"mor_les", "mor_les.stcode", "mor_les.ptype", "mor_les.date"},
+    {"cach_t", "cach_t.cfr", "cach_t.cash_nf", "cach_t.cdate"},
+    {"cach_t", "cach_t.cto", "cach_t.cash_nt", "cach_t.cdate"},
 };
 
-// The number of cash movements of a store's day that name a deleted or wrong drawer or none at all. No figure
-// includes them.
-std::int64_t count_stray_movements(database::Connection& connection, std::int64_t store,
-                                   const common::Date& day) {
+// The movements of a day.
+Sql count_of(const Source& source, const common::Date& day) {
+    return Sql("select count(*) as strays from ") + source.table + " LEFT OUTER JOIN cash ON " +
+           source.store + " = cash.stcode and " + source.drawer + " = cash.code where " + source.day +
+           " >= " + quoted(common::Moment{day, {}}) + " and " + source.day +
+           " <= " + quoted(common::Moment{day, {23, 59, 59, 0}}) + source.condition;
+}
+
+// The condition that a store's code is none of the shop's (there is at least one), as ranges between their
+// codes: an index of the movements by store then finds that there are none, without reading those of a
+// million invoices.
+Sql unknown_store(const Source& source, const std::vector<std::int64_t>& stores) {
+    Sql condition = Sql("(") + source.store + " is null";
+    condition = condition + " or " + source.store + " < " + stores.front();
+    for (std::size_t i = 1; i < stores.size(); ++i) {
+        condition = condition + " or (" + source.store + " > " + stores[i - 1] + " and " + source.store +
+                    " < " + stores[i] + ")";
+    }
+    condition = condition + " or " + source.store + " > " + stores.back();
+    return condition + ")";
+}
+
+// The number of cash movements of a day that name a deleted or wrong drawer or none at all, in the chosen
+// stores, or a store that the shop does not have. No figure includes them.
+std::int64_t count_stray_movements(database::Connection& connection, const std::vector<std::int64_t>& chosen,
+                                   const std::vector<std::int64_t>& stores, const common::Date& day) {
     std::int64_t found = 0;
     for (const Source& source : sources) {
-        Sql statement("select count(*) as strays from ");
-        statement += source.from;
-        statement += store;
-        statement += source.day;
-        statement += ">= ";
-        statement += quoted(common::Moment{day, {}});
-        statement += source.day;
-        statement += "<= ";
-        statement += quoted(common::Moment{day, {23, 59, 59, 0}});
-        statement += " and cash.code is null";
-        found += database::integer_of(connection.scalar(statement));
+        for (const std::int64_t store : chosen) {
+            found += database::integer_of(connection.scalar(
+                count_of(source, day) + " and cash.code is null and " + source.store + " = " + store));
+        }
+        found += database::integer_of(
+            connection.scalar(count_of(source, day) + " and " + unknown_store(source, stores)));
     }
     return found;
 }
@@ -220,11 +229,13 @@ bool DailyStatement::show() {
     shown_date_ = date;
     shown_drawers_ = chosen;
 
-    std::int64_t strays = 0;
+    std::vector<std::int64_t> stores;
     for (const common::Choice& store : stores_) {
-        if (store.code == 0 || (store_ != 0 && store.code != store_)) continue;
-        strays += count_stray_movements(connection_, store.code, date);
+        if (store.code != 0) stores.push_back(store.code);
     }
+    std::sort(stores.begin(), stores.end());
+    const std::int64_t strays = count_stray_movements(
+        connection_, store_ == 0 ? stores : std::vector<std::int64_t>{store_}, stores, date);
     if (strays > 0) {
         services_.prompts.message(std::string(message::stray_movements) + std::to_string(strays),
                                   common::Icon::exclamation);
@@ -247,20 +258,41 @@ FigureRows DailyStatement::rows_behind(Figure figure) {
     return all;
 }
 
+namespace {
+
+using DrawerNames = std::map<Drawer, std::string>;
+
+// The drawer's number if it is unknown.
+std::string drawer_name(const DrawerNames& names, const Drawer& drawer) {
+    const auto found = names.find(drawer);
+    return found == names.end() ? std::to_string(drawer.code) : found->second;
+}
+
+}  // namespace
+
 DayReport DailyStatement::print_report() {
     DayReport report;
     report.title = std::string(message::day_report_title) + common::date_text(shown_date_);
     report.store = name_of(stores_, store_);
     report.drawer = name_of(drawers_, drawer_);
+    report.filter = journal_filters[static_cast<std::size_t>(filter_)];
     for (const std::size_t column : {0U, 1U, 2U, 4U, 3U})
         report.headings.emplace_back(journal_headings[column]);
+    report.headings.emplace_back(message::drawer);
 
+    // Drawers of different stores may have the same name.
+    DrawerNames names;
+    for (const common::Choice& store : stores_) {
+        for (const common::Choice& drawer : database::load_drawers(connection_, store.code))
+            names[{store.code, drawer.code}] = (store_ == 0 ? store.name + " / " : "") + drawer.name;
+    }
     connection_.execute(Sql("delete from [print] where [user] =") + quoted(session_.user_name));
     database::Recordset lines(connection_,
                               Sql("select * from [print] where [user] = ") + quoted(session_.user_name));
     for (const JournalRow& row : journal_) {
         const auto cells = row.cells();
-        report.rows.push_back({cells[0], cells[1], cells[2], cells[4], cells[3]});
+        report.rows.push_back(
+            {cells[0], cells[1], cells[2], cells[4], cells[3], drawer_name(names, row.drawer)});
         lines.add();
         lines.set("f1", cells[0]);
         lines.set("F2", cells[1]);

@@ -39,6 +39,7 @@ struct JournalRow {
     double discount = 0;  // pdis
     int inv_type = 0;
     std::int64_t shift = 0;
+    Drawer drawer;
     std::string link;       // the receiver's name on a tips sale, else the representative's
     std::string telephone;  // teln
 
@@ -56,8 +57,9 @@ struct DayReport {
     std::string title;  // "تقرير الكاشير عن يوم " and the date
     std::string store;
     std::string drawer;
-    std::vector<std::string> headings;           // number, kind, value, customer/vendor, salesman
-    std::vector<std::vector<std::string>> rows;  // as written to the printing table
+    std::string filter;                          // which invoices the rows list
+    std::vector<std::string> headings;           // number, kind, value, customer/vendor, salesman, drawer
+    std::vector<std::vector<std::string>> rows;  // all but the drawer as written to the printing table
     // Net cash, total deposits, total outgoings, net, previous and current balance, "0.00"; before them the
     // discounts where the net leaves them out.
     std::vector<std::pair<std::string, std::string>> totals;

@@ -32,6 +32,12 @@ inline constexpr std::string_view not_before = "\nغير ممكن قبل : ";
 inline constexpr std::string_view started_elsewhere =
     "تم بدء هذه الورديه من جهاز آخر .. لم يتم تسجيل ورديه جديده";
 
+// Before a shift start empties other drawers: the cash of these drawers will be transferred to the main
+// drawer; its shift is open, after such a drawer; do you want to transfer it?
+inline constexpr std::string_view others_emptied = "ستحول إلى الخزينة الرئيسية نقدية هذه الأدراج :\n";
+inline constexpr std::string_view in_its_shift = " .. ورديته مفتوحة";
+inline constexpr std::string_view others_question = "هل تريد تحويلها ؟";
+
 // Transfers: "transfer from" the named drawer.
 inline constexpr std::string_view transfer_from = "تحويل من ";
 
@@ -51,19 +57,29 @@ inline constexpr std::string_view counted_cash = "الرصيد الفعلي";
 inline constexpr char counted_cash_field[] = "الرصيد ال&فعلي";
 inline constexpr std::string_view expected_cash = "الرصيد الدفتري";
 inline constexpr std::string_view difference = "الفرق";
+inline constexpr std::string_view not_counted = "لم يجرد";  // not counted
+inline constexpr std::string_view no_figure = "—";
 
 // Daily statement: movements on unknown drawers, "in number" the count, which no figure holds.
 inline constexpr std::string_view stray_movements =
     "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها ";
 inline constexpr std::string_view all = "الكل";  // all
+inline constexpr std::string_view drawer = "الخزينة";
 
 // Expenses.
 inline constexpr std::string_view enter_main_heading = "ادخل المصروف الرئيسي";  // enter the main expense
 inline constexpr std::string_view enter_sub_heading = "ادخل المصروف الفرعي";    // enter the sub expense
 inline constexpr std::string_view another_expense = "تسجيل مصروف أخر";          // record another expense?
 
-// Counted cash: enter it; the day lies in the future.
+// Counted cash: enter it; the day has been counted / not yet, at what time; the day lies in the future.
+inline constexpr std::string_view day_counted = "تم جرد الخزينة في هذا اليوم";
+inline constexpr std::string_view day_not_counted = "لم يتم جرد الخزينة في هذا اليوم";
+inline constexpr std::string_view counted_at = " .. الساعة ";
+inline constexpr std::string_view moved_since_count = "حركة بعد الجرد";  // movements after the count
 inline constexpr std::string_view enter_counted = "ادخل الرصيد الفعلي";
 inline constexpr std::string_view future_day = "لا يمكن جرد الخزينة ليوم لم يأت بعد";
+// The expected balance has changed since the screen was shown: look at the difference and record again.
+inline constexpr std::string_view expected_changed =
+    "تغير الرصيد الدفتري منذ عرض الشاشة .. راجع الفرق ثم سجل مرة أخرى";
 
 }  // namespace cash::message

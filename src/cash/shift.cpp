@@ -1,7 +1,10 @@
 #include "cash/shift.h"
 
+#include <algorithm>
+
 #include "cash/messages.h"
 #include "common/messages.h"
+#include "common/text.h"
 #include "common/typed.h"
 #include "database/choices.h"
 #include "database/recordset.h"
@@ -45,46 +48,6 @@ std::int64_t next_shift_number(database::Connection& connection, std::int64_t st
                connection.scalar(Sql("select max(scode) as last_i from shift where stcode = ") + store +
                                  " and cash_no = " + drawer)) +
            1;
-}
-
-std::string ShiftReport::title() const {
-    return std::to_string(number) + std::string(message::shift_report_title);
-}
-
-std::vector<std::pair<std::string, std::string>> ShiftReport::captions() const {
-    return {{"الموظف", worker},
-            {"رقم الورديه", std::to_string(number)},
-            {"بداية الورديه", common::moment_text(start)},
-            {"نهاية الورديه", common::moment_text(end)},
-            {"الخزينة", drawer},
-            {"الفرع", store}};
-}
-
-std::vector<std::pair<std::string, std::string>> ShiftReport::amounts() const {
-    std::vector<std::pair<std::string, std::string>> rows;
-    const auto add = [&rows](std::string_view caption, common::Amount amount) {
-        rows.emplace_back(caption, amount.text());
-    };
-    add(message::counted_cash, counted);
-    add(message::expected_cash, expected);
-    add(message::difference, difference);
-    add(term(Movement::card_sales).caption, card_sales);
-    add(term(Movement::uncollected).caption, uncollected);
-    if (discounts.taken_off) add(message::shift_discounts_taken_off, *discounts.taken_off);
-    if (!discounts.taken_off || !discounts.beside.is_zero()) add(message::shift_discounts, discounts.beside);
-    return rows;
-}
-
-void write_print_row(database::Connection& connection, const ShiftReport& report, const std::string& user) {
-    connection.execute(Sql("delete from [print] where [user] = ") + quoted(user));
-    database::Recordset row(connection, "select * from [print]");
-    row.add();
-    row.set("f1", report.counted.text());
-    row.set("F2", report.expected.text());
-    row.set("f3", report.difference.text());
-    row.set("f4", report.card_sales.text());
-    row.set("User", user);
-    row.update();
 }
 
 namespace {
@@ -135,9 +98,12 @@ std::optional<Refusal> ShiftStart::open() {
     entry.date = now.date;
     entry.time = common::time_text(now.time);
     discounts_ = {};
-    if (is_in_shift())
-        discounts_ =
-            invoice_discounts(connection_, {session_.store_code, session_.cash_point}, last_->start, now);
+    if (is_in_shift()) {
+        discounts_ = invoice_discounts(connection_, own_drawer(), last_->start, now);
+    } else {
+        const common::Amount held = calc_position(connection_, copy_, own_drawer(), common::next_second(now));
+        entry.leave = std::max(held, common::Amount()).text();
+    }
     return check_drawer();
 }
 
@@ -160,7 +126,8 @@ std::optional<Refusal> ShiftStart::read_amounts(Amounts& amounts) const {
     if (!counted.is_good()) return refuse(counted_field, counted.refusal);
     const auto leave = common::read_amount(entry.leave);
     if (!leave.is_good()) return refuse(leave_field, leave.refusal);
-    amounts = {counted.value, leave.value};
+    if (!common::trim(entry.counted).empty()) amounts.counted = counted.value;
+    amounts.leave = leave.value;
     return std::nullopt;
 }
 
@@ -174,7 +141,8 @@ std::optional<Refusal> ShiftStart::read_moment(common::Moment& at) const {
 }
 
 std::optional<Refusal> ShiftStart::check_close(const common::Moment& at, const Amounts& amounts) const {
-    if (must_count_ && amounts.counted.is_zero()) return refuse(counted_field, message::counted_needed);
+    if (must_count_ && amounts.counted.value_or(common::Amount()).is_zero())
+        return refuse(counted_field, message::counted_needed);
     // The clock was set back, or the shift was started with a wrong moment.
     if (at < last_->start) return too_early(message::before_last_start, last_->start);
     return std::nullopt;
@@ -185,6 +153,8 @@ void ShiftStart::close_shift(const common::Moment& at, const Amounts& amounts) {
     const Shift& shift = *last_;
     CashPosition position(connection_, session_, services_.clock);
     position.compute(session_.store_code, shift.start, at);
+    const common::Amount moved_before = moved_by_begun_close(connection_, own_drawer(), shift.number, at);
+    note_begun_close(connection_, own_drawer(), shift.number, services_.clock.now());
     position.move(amounts.leave, session_.cash_point);
 
     ShiftReport closed;
@@ -195,8 +165,7 @@ void ShiftStart::close_shift(const common::Moment& at, const Amounts& amounts) {
     closed.start = shift.start;
     closed.end = at;
     closed.counted = amounts.counted;
-    closed.expected = position.own().position;
-    closed.difference = closed.counted - closed.expected;
+    closed.expected = position.own().position + moved_before;
     closed.card_sales = position.own().card_sales;
     closed.uncollected = position.own().uncollected;
     closed.discounts = position.own().discounts;
@@ -208,7 +177,7 @@ void ShiftStart::close_shift(const common::Moment& at, const Amounts& amounts) {
     for (; !rows.at_end(); rows.move_next()) {
         if (!rows.null("e_date")) continue;
         rows.set("e_date", Value(at));
-        rows.set("cur_bal", amounts.counted.value());
+        rows.set("cur_bal", amounts.counted.value_or(common::Amount()).value());
         rows.update();
     }
     if (prints_report_) report_ = closed;

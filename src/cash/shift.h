@@ -1,4 +1,4 @@
-// The shifts of a drawer, the report of a closed one, and the logic of the shift screens: shift2s starts and
+// The shifts of a drawer and the logic of the shift screens: shift2s starts and
 // closes shifts, shiftc only starts them.
 #pragma once
 
@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "cash/cash_position.h"
+#include "cash/shift_report.h"
 #include "common/amount.h"
 #include "common/choice.h"
 #include "common/date_time.h"
@@ -45,39 +46,12 @@ std::string shift_worker(database::Connection& connection, std::int64_t store, s
 // The highest shift number of the drawer plus 1.
 std::int64_t next_shift_number(database::Connection& connection, std::int64_t store, std::int64_t drawer);
 
-struct ShiftReport {
-    std::int64_t number = 0;
-    std::string worker;
-    std::string store;
-    std::string drawer;
-    common::Moment start;
-    common::Moment end;
-    common::Amount counted;
-    common::Amount expected;
-    common::Amount difference;   // counted less expected
-    common::Amount card_sales;   // of the shift
-    common::Amount uncollected;  // telephone orders of the shift that have not been paid yet
-    InvoiceDiscounts discounts;  // of the shift
-
-    // The number followed by " تقرير ورديه رقم :".
-    std::string title() const;
-    // Captions and values of label7 worker, label1 shift, label29 start, label19 end, label17 drawer and
-    // label22 store.
-    std::vector<std::pair<std::string, std::string>> captions() const;
-    // Captions and amounts ("0.00"): f1 counted, F2 expected, f3 difference, f4 card sales, then the unpaid
-    // telephone orders and the invoice discounts, those that are taken off and those that are not.
-    std::vector<std::pair<std::string, std::string>> amounts() const;
-};
-
-// Replaces the user's rows of the printing table with the report's one row.
-void write_print_row(database::Connection& connection, const ShiftReport& report, const std::string& user);
-
 struct ShiftEntry {
     std::optional<std::int64_t> worker;
     common::Date date;
-    std::string time;              // "HH:mm:ss"
-    std::string counted = "0.00";  // the cash counted in the drawer
-    std::string leave = "0.00";    // the cash that stays in the drawer, as change for the next shift
+    std::string time;            // "HH:mm:ss"
+    std::string counted;         // the cash counted in the drawer; blank if it was not counted
+    std::string leave = "0.00";  // the cash that stays in the drawer, as change for the next shift
 };
 common::FormTable<ShiftEntry> shift_form();
 
@@ -88,7 +62,8 @@ class ShiftStart {
         : ShiftStart(connection, session, services, CalcCopy::shift_start) {}
 
     // Reads the workers, the settings, the drawer's last shift and the next number; the entry becomes one of
-    // this moment. Refused if the workstation's drawer does not exist.
+    // this moment. Between shifts it proposes to leave the cash that is in the drawer, so that only what
+    // somebody decides to hand in is moved. Refused if the workstation's drawer does not exist.
     std::optional<common::Refusal> open();
 
     // Starts a shift by the entry, closing the one before if it is open, and opens the form afresh. Writes
@@ -113,7 +88,7 @@ class ShiftStart {
   protected:
     using Refused = std::optional<common::Refusal>;
     struct Amounts {
-        common::Amount counted;
+        std::optional<common::Amount> counted;
         common::Amount leave;
     };
 
@@ -121,6 +96,7 @@ class ShiftStart {
                CalcCopy copy)
         : connection_(connection), session_(session), services_(services), copy_(copy) {}
 
+    Drawer own_drawer() const { return {session_.store_code, session_.cash_point}; }
     void read_last_shift(database::Fragment order = by_number_at_start);
     Refused read_amounts(Amounts& amounts) const;
     Refused check_drawer() const;

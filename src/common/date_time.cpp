@@ -187,4 +187,12 @@ Date add_days(const Date& date, long days) {
     return date_from_epoch(days_from_epoch(date) + days);
 }
 
+Moment next_second(const Moment& moment) {
+    Moment next{moment.date, {moment.time.hour, moment.time.minute, moment.time.second + 1, 0}};
+    if (next.time.second == 60) next.time = {next.time.hour, next.time.minute + 1, 0, 0};
+    if (next.time.minute == 60) next.time = {next.time.hour + 1, 0, 0, 0};
+    if (next.time.hour == 24) next = {add_days(next.date, 1), {}};
+    return next;
+}
+
 }  // namespace common

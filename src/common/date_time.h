@@ -57,5 +57,7 @@ std::optional<Moment> parse_moment(std::string_view text);
 long days_from_epoch(const Date& date);
 Date date_from_epoch(long days);
 Date add_days(const Date& date, long days);
+// The next whole second.
+Moment next_second(const Moment& moment);
 
 }  // namespace common

@@ -123,6 +123,17 @@ TEST_F(Position, MovesEveryDrawerWhenNoneIsNamed) {
     EXPECT_EQ(drawers.transfers(), "17: 2/1 to 2/1 1.00\n18: 1/1 to 2/1 30.00\n19: 1/2 to 2/1 40.00\n");
 }
 
+// The position of last night is moved today: the books of a day that is past stay as they were.
+TEST_F(Position, ATransferIsDatedWhenItIsMade) {
+    drawers.invoice({.date = "2026/11/20", .time = "21:00:00", .ptot = "100"});
+    for (int till = 0; till < 2; ++till) {
+        CashPosition position = computed({{2026, 11, 20}, {22, 0, 0, 0}}, {{2026, 11, 20}, {8, 0, 0, 0}});
+        position.move({}, 1);
+    }
+    EXPECT_EQ(drawers.transfers(), "1: 1/1 to 1/2 100.00\n");
+    EXPECT_EQ(drawers.shop.cell("select cdate from cach_t"), "2026/11/21 00:00:00");
+}
+
 // A transfer carries the time of its writing, which the position at an earlier moment cannot see.
 TEST_F(Position, TheSameCashIsNeverMovedTwice) {
     drawers.cash_sale("100");
@@ -156,6 +167,30 @@ TEST_F(Position, CalcCashEmptiesTheDrawersAndNamesTheEmptyOnes) {
     ASSERT_EQ(drawers.services.prompts.messages.size(), 1U);
     EXPECT_EQ(drawers.services.prompts.last(),
               "تم بدء وردية جديدة .. رصيد الخزينه -- 0.00 -- صفر أو أقل لم يتم تحويل النقديه منها");
+}
+
+TEST_F(Position, CalcCashAsksBeforeItEmptiesTheDrawersOfOthers) {
+    drawers.shop.sql("update basic set mst = 2, mcash = 1");
+    drawers.shop.sql("insert into cash (stcode,code,[name],copen,salary1) select 1,3,N'درج 3',0,12.5");
+    drawers.open_shift(4);
+    drawers.open_shift(9, "2026/11/21 09:30:00", 2);
+    drawers.cash_sale("30");
+    drawers.cash_sale("40", "09:00:00", 2);
+    for (const bool agreed : {false, true}) {
+        drawers.services.prompts.answers = {agreed};
+        calc_cash(drawers.shop.connection(), drawers.session, drawers.services.all(), CalcCopy::shift_close,
+                  {});
+        EXPECT_EQ(drawers.services.prompts.questions.back(),
+                  "ستحول إلى الخزينة الرئيسية نقدية هذه الأدراج :\n"
+                  "درج 2 : 40.00 .. ورديته مفتوحة\n"
+                  "درج 3 : 12.50\n"
+                  "هل تريد تحويلها ؟");
+        EXPECT_EQ(drawers.transfers(), agreed
+                                           ? "1: 1/1 to 2/1 30.00\n2: 1/2 to 2/1 40.00\n3: 1/3 to 2/1 12.50\n"
+                                           : "1: 1/1 to 2/1 30.00\n");
+    }
+    calc_cash(drawers.shop.connection(), drawers.session, drawers.services.all(), CalcCopy::shift_close, {});
+    EXPECT_EQ(drawers.services.prompts.questions.size(), 2U) << "nothing is left to move";
 }
 
 // shift2s counts up to the start of the shift with the store's highest number, shiftc up to the one that

@@ -26,17 +26,17 @@ TEST_F(Counting, ASecondCountReplacesTheFirst) {
     drawers.cash_sale("470");
     CountedCash panel = opened();
     EXPECT_EQ(panel.expected().value(), 470);
-    EXPECT_FALSE(panel.difference());
+    EXPECT_FALSE(panel.count());
     for (const auto& [counted, difference] : {std::pair{"500", 30.0}, {"500.00", 30.0}, {"440.5", -29.5}}) {
         panel.counted = counted;
         EXPECT_FALSE(panel.confirm());
-        EXPECT_EQ(panel.difference(), Amount(difference));
+        EXPECT_EQ(panel.count()->difference, Amount(difference));
         EXPECT_EQ(panel.expected().value(), 470);
         EXPECT_EQ(panel.position().value(), 470 + difference);
         EXPECT_EQ(drawers.shop.number("select count(*) from mor_les"), 1);
         EXPECT_EQ(drawers.shop.number("select aml from mor_les"), difference);
     }
-    EXPECT_EQ(opened().difference(), Amount(-29.5));
+    EXPECT_EQ(opened().count()->difference, Amount(-29.5));
     EXPECT_EQ(drawers.shop.cell("select time_ from mor_les"), "2026/11/21 10:42:00");
 }
 
@@ -49,13 +49,25 @@ TEST_F(Counting, EachDayStoreAndDrawerHasItsOwnRow) {
     panel.choose_store(2);
     EXPECT_EQ(panel.drawer(), 1);
     panel.confirm();
+    // Counted on the day after: all of that day, also what was sold later in it than it is now.
+    drawers.invoice({.store = 2, .date = "2026/11/20", .time = "18:00:00", .ptot = "100"});
     panel.choose_day({2026, 11, 20});
-    panel.counted = "2";
+    panel.counted = "102";
     panel.confirm();
+    EXPECT_EQ(panel.count()->counted.value(), 102);
+    EXPECT_EQ(panel.count()->moved_since.value(), 0);
+    EXPECT_EQ(panel.count()->at, drawers.services.clock.moment);
     EXPECT_EQ(drawers.shop.number("select count(*) from mor_les"), 4);
     panel.choose_day({2026, 11, 21});
-    EXPECT_EQ(panel.expected().value(), 2);  // yesterday's surplus is in the drawer
-    EXPECT_EQ(panel.position().value(), 7);
+    EXPECT_EQ(panel.expected().value(), 102);  // yesterday's surplus is in the drawer
+    EXPECT_EQ(panel.position().value(), 107);
+    // The rows of other programs may have no time, and one of any date.
+    drawers.shop.sql("update mor_les set time_ = null");
+    EXPECT_EQ(opened().count()->counted.value(), 5);
+    drawers.shop.sql("update mor_les set time_ = '1899/12/30 10:00:00'");
+    drawers.cash_sale("30", "10:30:00");
+    EXPECT_EQ(opened().count()->counted.value(), 5);
+    EXPECT_EQ(opened().count()->moved_since.value(), 30);
 }
 
 // The whole day counts, its last second included; what comes at midnight is the next day's.

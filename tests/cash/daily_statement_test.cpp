@@ -193,6 +193,20 @@ TEST_F(Statement, SaysWhenADrawerIsMissing) {
                          std::string(ends) + ",1,'2026/11/21',5");
     ASSERT_TRUE(statement.show());
     EXPECT_EQ(drawers.services.prompts.last(), "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها 3");
+    // A store that is none, one without a code, and a drawer of a store that is none: whatever is chosen.
+    drawers.invoice({.store = 7, .ptot = "10"});
+    drawers.shop.sql("update sales set stcode = null where stcode = 7");
+    drawers.invoice({.store = 7, .ptot = "10"});
+    drawers.invoice({.store = -1, .ptot = "10"});
+    drawers.shop.sql("insert into cash (stcode,code,[name]) select 7,1,N'درج'");
+    for (const std::int64_t store : {1, 0}) {
+        statement.choose_store(store);
+        ASSERT_TRUE(statement.show());
+        EXPECT_EQ(drawers.services.prompts.last(),
+                  "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها 6");
+    }
+    statement.choose_store(1);
+    ASSERT_TRUE(statement.show());
     drawers.shop.sql("delete from cash where stcode = 1 and code = 1");
     EXPECT_FALSE(statement.show());
     EXPECT_EQ(drawers.services.prompts.last(), common::message::no_such_drawer);
@@ -289,13 +303,27 @@ TEST_F(Statement, ThePrintedReportIsWrittenForTheUser) {
     EXPECT_EQ(report.title, "تقرير الكاشير عن يوم 2026/11/21");
     EXPECT_EQ(report.store, "الفرع الرئيسي");
     EXPECT_EQ(report.rows.size(), 10U);
-    EXPECT_EQ(report.rows[8], (std::vector<std::string>{"9", "مبيعات آجلة", "200.00", "مطعم الأمل", ""}));
+    EXPECT_EQ(report.rows[8],
+              (std::vector<std::string>{"9", "مبيعات آجلة", "200.00", "مطعم الأمل", "", "درج 1"}));
     ASSERT_EQ(report.totals.size(), 6U);
     EXPECT_EQ(report.totals[0], (std::pair<std::string, std::string>{"صافي نقــــدي", "119.00"}));
     EXPECT_EQ(report.totals[5].second, "142.75");
     EXPECT_EQ(drawers.shop.number("select count(*) from [print] where [user] = N'مدير'"), 10);
     EXPECT_EQ(drawers.shop.cell("select f4 from [print] where f1 = '9'"), "مطعم الأمل");
     EXPECT_EQ(drawers.shop.number("select count(*) from [print] where f1 = 'kept'"), 1);
+
+    // The paper says which invoices it lists, and from which drawer each is.
+    EXPECT_EQ(report.filter, "الكل");
+    drawers.invoice({.number = 11, .drawer = 99});
+    drawers.invoice({.number = 12, .store = 2});
+    statement.choose_store(0);
+    ASSERT_TRUE(statement.show());
+    statement.choose_filter(JournalFilter::cash_sales);
+    const DayReport all = statement.print_report();
+    EXPECT_EQ(all.filter, "مبيعات نقدية");
+    ASSERT_EQ(all.rows.size(), 8U);
+    EXPECT_EQ(all.rows[5].back() + ", " + all.rows[6].back() + ", " + all.rows[7].back(),
+              "الفرع الرئيسي / درج 1, 99, المخزن الثاني / درج 1");
 }
 
 }  // namespace

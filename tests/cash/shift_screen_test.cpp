@@ -87,7 +87,7 @@ TEST_F(Shifts, StartingClosesTheOpenShiftAndMovesItsCash) {
     EXPECT_EQ(report.title(), "1 تقرير ورديه رقم :");
     EXPECT_EQ(report.worker, "سعاد");
     EXPECT_EQ(report.expected.value(), 150.75);
-    EXPECT_EQ(report.difference.value(), 0.25);
+    EXPECT_EQ(report.difference()->value(), 0.25);
     const auto printed = drawers.shop.connection().query("select * from [print] where [user] = 'مدير'");
     ASSERT_EQ(printed.size(), 1U);
     EXPECT_EQ(printed.front().text("f1"), "151.00");
@@ -218,6 +218,7 @@ TEST_F(Shifts, InvoiceDiscountsOfTheShift) {
         ShiftChange screen(night.shop.connection(), night.session, night.services.all());
         ASSERT_FALSE(screen.open());
         screen.entry.worker = 1;
+        screen.entry.leave = "0";
         ASSERT_EQ(text(screen.start()), "");
         sell(eve, "23:00:00", -1, 0, 0, "4");
         sell(day, "00:45:00", -1, 0, 0, "10");
@@ -237,12 +238,32 @@ TEST_F(Shifts, InvoiceDiscountsOfTheShift) {
         const ShiftReport& report = *screen.report();
         EXPECT_EQ(report.discounts.beside.value(), expected.beside);
         EXPECT_EQ(report.discounts.taken_off.value_or(common::Amount()).value(), expected.taken_off);
-        EXPECT_EQ(report.difference.value(), expected.difference);
+        EXPECT_EQ(report.difference()->value(), expected.difference);
         const auto amounts = report.amounts();
         ASSERT_EQ(amounts.size(), 5 + expected.captions.size());
         for (std::size_t i = 0; i < expected.captions.size(); ++i)
             EXPECT_EQ(amounts[5 + i].first, expected.captions[i]);
         EXPECT_EQ(screen.discounts().beside.value(), 0) << "between shifts";
+    }
+}
+
+// Without a count there is no difference; an empty drawer is counted by typing 0.
+TEST_F(Shifts, AShiftClosedWithoutACountHasNoShortage) {
+    drawers.shop.sql("update basic set prn_csh_rep = 1");
+    for (const auto& [typed, counted, difference, printed] :
+         {std::tuple{" ", "لم يجرد", "—", "0.00"}, {"0", "0.00", "-90.00", "-90.00"}}) {
+        ASSERT_TRUE(start(1));
+        drawers.cash_sale("90", common::time_text(drawers.services.clock.moment.time));
+        pass(1);
+        ShiftChange screen = opened();
+        EXPECT_EQ(screen.entry.counted, "");
+        screen.entry.counted = typed;
+        ASSERT_EQ(text(screen.close_current()), "");
+        const auto amounts = screen.report()->amounts();
+        EXPECT_EQ(amounts[0].second, counted);
+        EXPECT_EQ(amounts[1].second, "90.00");
+        EXPECT_EQ(amounts[2].second, difference);
+        EXPECT_EQ(drawers.shop.cell("select f3 from [print]"), printed);
     }
 }
 
@@ -317,6 +338,7 @@ TEST_F(Shifts, TwoTillsStartingAtOneMomentLeaveOneShift) {
         ShiftChange screen(connection, two.session, two.services.all());
         ASSERT_FALSE(screen.open());
         screen.entry.worker = 1;
+        screen.entry.leave = "0";
         bool written = false;
         connection.call_before(n, [&] {
             written = true;
@@ -337,17 +359,20 @@ TEST_F(Shifts, TwoTillsStartingAtOneMomentLeaveOneShift) {
     EXPECT_GT(withdrawn, 1);
 }
 
-// Whichever statement fails, what was written stays, and trying again neither loses nor doubles the cash.
+// Whichever statement fails, what was written stays, and trying again neither loses nor doubles the cash, nor
+// does it take the cash, which is still in the drawer, for a surplus.
 TEST_F(Shifts, AStartThatBrokeOffIsTriedAgain) {
     bool passed = false;
     for (std::int64_t n = 1; !passed; ++n) {
         test::Drawers broken;
         broken.open_shift(1, "2026/11/21 08:00:00");
         broken.cash_sale("150.75");
+        broken.shop.sql("update basic set prn_csh_rep = 1");
         test::FaultyConnection connection(broken.shop.connection());
         ShiftChange screen(connection, broken.session, broken.services.all());
         ASSERT_FALSE(screen.open());
         screen.entry.worker = 1;
+        screen.entry.counted = "150.75";
         connection.fail_at(n, test::FaultyConnection::Fault::passing);
         try {
             passed = !screen.start() && !connection.has_failed();
@@ -358,8 +383,12 @@ TEST_F(Shifts, AStartThatBrokeOffIsTriedAgain) {
             broken.services.clock.moment.time.minute += 1;
             ASSERT_FALSE(screen.open());
             screen.entry.worker = 1;
+            screen.entry.counted = "150.75";
             EXPECT_EQ(text(screen.start()), "") << n;
         }
+        // Nothing to say of the next shift, if it had begun already.
+        const auto& report = screen.report();
+        EXPECT_TRUE(!report || report->number == 2 || report->difference()->is_zero()) << n;
         EXPECT_EQ(broken.transfers(), "1: 1/1 to 1/2 150.75\n") << n;
         EXPECT_EQ(broken.shop.number("select count(*) from shift where e_date is null"), 1) << n;
         EXPECT_TRUE(current_shift(broken.shop.connection(), 1, 1)->is_open()) << n;
@@ -400,6 +429,8 @@ TEST_F(Shifts, TheLighterScreenStartsWithItsOwnCopyOfCalcCash) {
     ShiftStart screen(drawers.shop.connection(), drawers.session, drawers.services.all());
     ASSERT_FALSE(screen.open());
     screen.entry.worker = 1;
+    EXPECT_EQ(screen.entry.leave, "75.00") << "what is in the drawer stays in it unless somebody moves it";
+    screen.entry.leave = "0";
     EXPECT_EQ(text(screen.start()), "");
     EXPECT_EQ(drawers.transfers(), "1: 1/1 to 2/1 5.00\n");
 }

@@ -89,6 +89,9 @@ TEST(DateTime, CountsDaysOverMonthsAndLeapYears) {
     EXPECT_EQ(common::add_days({2024, 2, 28}, 1), (Date{2024, 2, 29}));
     EXPECT_EQ(common::add_days({2026, 12, 31}, 1), (Date{2027, 1, 1}));
     EXPECT_EQ(common::add_days({2026, 3, 1}, -1), (Date{2026, 2, 28}));
+    EXPECT_EQ(common::next_second({{2026, 12, 31}, {23, 59, 59, 500}}), (Moment{{2027, 1, 1}, {}}));
+    EXPECT_EQ(common::next_second({{2026, 11, 21}, {10, 59, 59, 0}}),
+              (Moment{{2026, 11, 21}, {11, 0, 0, 0}}));
     for (long day = common::days_from_epoch({1753, 1, 1}); day < 2'932'897; day += 997) {
         EXPECT_EQ(common::days_from_epoch(common::date_from_epoch(day)), day);
     }

@@ -80,12 +80,15 @@ class RandomDay(Movements):
         self.tick()
         self.till.note(f"the shift of drawer {drawer} begins")
         self.till.sit_down(drawer)
-        self.till.step("press F8", f"choose {WORKER} in shift_worker", "click shift_start")
+        self.till.step("press F8", f"choose {WORKER} in shift_worker", "type 0 into shift_leave", "press Tab",
+                       "click shift_start")
         self.empty_drawers()
         self.started[drawer] = self.now
 
     def empty_drawers(self):
-        """The start of a shift moves the cash of every drawer but the main one, unless it has just left."""
+        """The start of a shift moves the cash of every drawer but the main one, unless it has just left, and asks before it
+        moves that of another drawer than the till's."""
+        asks = False
         for drawer in shop.OPENINGS:
             cash = self.books.position(drawer, lambda when: when < self.now, AT_SHIFT_START)
             gone = any(source == drawer for source, _ in self.moves)
@@ -94,6 +97,9 @@ class RandomDay(Movements):
                                "تحويل النقديه منها", "answer ok")
             elif drawer != MAIN_DRAWER and not gone:
                 self.moves.append((drawer, cash))
+                asks = asks or drawer != self.till.drawer
+        if asks:
+            self.till.step("expect question ستحول إلى الخزينة الرئيسية نقدية هذه الأدراج :...", "answer yes")
         self.till.step("expect hidden shift2s")
         while self.moves:
             self.move_to_main(*self.moves.pop(0))

@@ -10,9 +10,9 @@ namespace database::embedded {
 
 namespace {
 
-// An index that the engine creates for statements that read whole tables at every start, and for the next
-// number of the account invoices, whose condition needs a filtered index. A server would refuse rows for such
-// an index from programs with other settings, so it is not part of the schema.
+// An index that the engine creates for statements that read whole tables at every start, for the next number
+// of the account invoices and for the discounts of a drawer, whose conditions need a filtered index. A server
+// would refuse rows for such an index from programs with other settings, so it is not part of the schema.
 struct OwnIndex {
     std::string_view table;
     std::vector<std::string> columns;
@@ -28,6 +28,9 @@ const std::vector<OwnIndex>& own_indexes() {
         {"modify", {"edate"}},
         {"tmp_tran", {"edate"}},
         {"sales", {"pnum", "ctype", "vcode"}, " WHERE \"vcode\" <> (- 1)"},
+        {"sales",
+         {"stcode", "ptype", "vcode", "ctype", "stype", "date", "time_", "safe", "pdis"},
+         " WHERE \"pdis\" <> 0"},
     };
     return indexes;
 }

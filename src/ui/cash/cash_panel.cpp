@@ -53,6 +53,7 @@ CashPanel::CashPanel(const Context& context, QWidget* parent)
     const auto of_movement = [](cash::Movement movement) {
         return label(qt(cash::term(movement).caption), "side");
     };
+    moved_since_ = add_figure("cash_moved_since", label(qt(cash::message::moved_since_count), "side"));
     position_ = add_figure("cash_position", label("رصيد الخزينة", "side"));
     card_sales_ = add_figure("cash_card_sales", of_movement(cash::Movement::card_sales));
     uncollected_ = add_figure("cash_uncollected", of_movement(cash::Movement::uncollected));
@@ -135,15 +136,19 @@ QWidget* CashPanel::first_field() {
 }
 
 void CashPanel::show_state() {
-    // A drawer that was counted already shows what was counted.
-    counted_->setText(qt(logic_.difference() ? logic_.position().text() : std::string("0.00")));
+    const auto& count = logic_.count();
+    counted_->setText(qt(count ? count->counted.text() : std::string("0.00")));
     day_->setText(qt(common::date_text(logic_.day())));
-    expected_->setText(qt(logic_.expected().text()));
     position_->setText(qt(logic_.position().text()));
     card_sales_->setText(qt(logic_.card_sales().text()));
     uncollected_->setText(qt(logic_.uncollected().text()));
     show_discounts();
-    note_->setText(logic_.difference() ? "تم جرد الخزينة في هذا اليوم" : "لم يتم جرد الخزينة في هذا اليوم");
+    QString note = qt(count ? cash::message::day_counted : cash::message::day_not_counted);
+    if (count && count->at) {
+        if (count->at->date != logic_.day()) note += " .. \u200e" + qt(common::date_text(count->at->date));
+        note += qt(cash::message::counted_at) + "\u200e" + qt(common::twelve_hour_text(count->at->time));
+    }
+    note_->setText(note);
     show_difference();
 }
 
@@ -156,13 +161,21 @@ void CashPanel::show_discounts() {
     discounts_->setText(qt((beside ? discounts.beside : *discounts.taken_off).text()));
 }
 
-// A dash until a count has been recorded or typed: before, all the cash would look like a shortage.
+// What was counted stands with the expected cash of that time; what is typed with that of now. A dash until a
+// count has been recorded or typed: before, all the cash would look like a shortage.
 void CashPanel::show_difference() {
-    const auto counted = common::read_amount(utf8(counted_->text()));
-    const bool any = counted.is_good() && (logic_.difference() || counted_->isModified());
-    const common::Amount difference = any ? counted.value - logic_.expected() : common::Amount();
+    const auto typed = common::read_amount(utf8(counted_->text()));
+    const auto& count = logic_.count();
+    const bool recorded = count && !counted_->isModified();
+    const bool any = recorded || (counted_->isModified() && typed.is_good());
+    const common::Amount expected = recorded ? count->expected() : logic_.expected();
+    const common::Amount difference = recorded ? count->difference
+                                      : any    ? typed.value - expected
+                                               : common::Amount();
     const bool is_short = difference < common::Amount();
-    difference_->setText(any ? qt(difference.text()) : QString("—"));
+    expected_->setText(qt(expected.text()));
+    moved_since_->setText(recorded ? qt(count->moved_since.text()) : qt(cash::message::no_figure));
+    difference_->setText(any ? qt(difference.text()) : qt(cash::message::no_figure));
     difference_caption_->setText(is_short               ? "عجز"
                                  : difference.is_zero() ? qt(cash::message::difference)
                                                         : "زيادة");
@@ -191,7 +204,7 @@ void CashPanel::confirm() {
     if (!all_known({store_, drawer_}, context_.services.prompts)) return;
     // A hasty Enter must not record the whole drawer as a shortage; an empty drawer is counted by typing 0.
     if (!counted_->isModified()) {
-        if (!logic_.difference())
+        if (!logic_.count())
             context_.services.prompts.message(cash::message::enter_counted, common::Icon::critical);
         counted_->setFocus();
         return;
@@ -201,6 +214,7 @@ void CashPanel::confirm() {
     const bool ran = guarded(context_.services, "CountedCash", [&] { refusal = logic_.confirm(); });
     if (refusal) context_.services.prompts.message(refusal->text, common::Icon::critical);
     if (!ran || refusal) {
+        show_difference();
         counted_->setFocus();
         return;
     }

@@ -48,6 +48,7 @@ class CashPanel : public QWidget {
     QFrame* difference_box_;
     QLabel* difference_caption_;
     QLabel* difference_;
+    QLabel* moved_since_;
     QLabel* position_;
     QLabel* card_sales_;
     QLabel* uncollected_;

@@ -56,6 +56,7 @@ ShiftForm::ShiftForm() {
     form_.add(cash::shift_form(), grid);
     column->addLayout(grid.layout());
     QWidget* counted = form_.field("shift_counted");
+    form_.line("shift_counted")->setPlaceholderText(qt(cash::message::not_counted));
     enter_leads_on({first_field(), counted, form_.field("shift_leave")});
     enter_leads_on({form_.field("shift_date"), form_.field("shift_time"), counted});
 }
@@ -147,10 +148,12 @@ ShiftScreen::ShiftScreen(QWidget* host, const Context& context)
 QString ShiftScreen::closing() const {
     const auto& report = logic_.report();
     if (!report) return {};
-    return QString(
-               "أغلقت الوردية %1 · الرصيد الدفتري \u200e%2\u200f · الفعلي \u200e%3\u200f · الفرق \u200e%4")
-        .arg(report->number)
-        .arg(qt(report->expected.text()), qt(report->counted.text()), qt(report->difference.text()));
+    const QString closed = QString("أغلقت الوردية %1 · الرصيد الدفتري \u200e%2\u200f · ")
+                               .arg(report->number)
+                               .arg(qt(report->expected.text()));
+    if (!report->counted) return closed + qt(cash::message::not_counted);
+    return closed + QString("الفعلي \u200e%1\u200f · الفرق \u200e%2")
+                        .arg(qt(report->counted->text()), qt(report->difference()->text()));
 }
 
 ShiftStartScreen::ShiftStartScreen(QWidget* host, const Context& context)

@@ -1,6 +1,7 @@
 #include "ui/printing/reports.h"
 
 #include "cash/daily_statement.h"
+#include "cash/messages.h"
 #include "cash/shift.h"
 #include "printing/report_printer.h"
 #include "signin/session.h"
@@ -37,13 +38,15 @@ printing::Report report_of(const cash::ShiftReport& shift, const signin::Session
 printing::Report report_of(const cash::DayReport& day, const signin::Session& session) {
     printing::Report report = printing::headed("statement", session);
     report.title = day.title;
-    report.captions = {{"المخزن", day.store}, {"الخزينة", day.drawer}, {"المستخدم", session.user_name}};
-    // Number, kind, value, customer or vendor, salesman.
-    const printing::ReportColumn shapes[] = {{"", printing::Align::start, 0.8},
-                                             {"", printing::Align::start, 1.4},
-                                             {"", printing::Align::end, 1.2},
-                                             {"", printing::Align::start, 2.4},
-                                             {"", printing::Align::start, 1.8}};
+    report.captions = {{"المخزن", day.store},
+                       {std::string(cash::message::drawer), day.drawer},
+                       {"الفواتير", day.filter},
+                       {"المستخدم", session.user_name}};
+    // Number, kind, value, customer or vendor, salesman, drawer.
+    const printing::ReportColumn shapes[] = {
+        {"", printing::Align::start, 0.8}, {"", printing::Align::start, 1.4},
+        {"", printing::Align::end, 1.2},   {"", printing::Align::start, 2.4},
+        {"", printing::Align::start, 1.6}, {"", printing::Align::start, 1.6}};
     for (std::size_t column = 0; column < day.headings.size() && column < std::size(shapes); ++column) {
         report.columns.push_back(shapes[column]);
         report.columns.back().heading = day.headings[column];

@@ -1,0 +1,95 @@
+#include "cash/shift_report.h"
+
+#include "cash/messages.h"
+#include "database/recordset.h"
+#include "database/till_settings.h"
+
+namespace cash {
+
+using common::Amount;
+using database::quoted;
+using database::Sql;
+
+std::optional<Amount> ShiftReport::difference() const {
+    return counted ? std::optional(*counted - expected) : std::nullopt;
+}
+
+std::string ShiftReport::title() const {
+    return std::to_string(number) + std::string(message::shift_report_title);
+}
+
+std::vector<std::pair<std::string, std::string>> ShiftReport::captions() const {
+    return {{"الموظف", worker},
+            {"رقم الورديه", std::to_string(number)},
+            {"بداية الورديه", common::moment_text(start)},
+            {"نهاية الورديه", common::moment_text(end)},
+            {std::string(message::drawer), drawer},
+            {"الفرع", store}};
+}
+
+std::vector<std::pair<std::string, std::string>> ShiftReport::amounts() const {
+    std::vector<std::pair<std::string, std::string>> rows;
+    const auto add = [&rows](std::string_view caption, Amount amount) {
+        rows.emplace_back(caption, amount.text());
+    };
+    rows.emplace_back(message::counted_cash, counted ? counted->text() : std::string(message::not_counted));
+    add(message::expected_cash, expected);
+    rows.emplace_back(message::difference, counted ? difference()->text() : std::string(message::no_figure));
+    add(term(Movement::card_sales).caption, card_sales);
+    add(term(Movement::uncollected).caption, uncollected);
+    if (discounts.taken_off) add(message::shift_discounts_taken_off, *discounts.taken_off);
+    if (!discounts.taken_off || !discounts.beside.is_zero()) add(message::shift_discounts, discounts.beside);
+    return rows;
+}
+
+void write_print_row(database::Connection& connection, const ShiftReport& report, const std::string& user) {
+    connection.execute(Sql("delete from [print] where [user] = ") + quoted(user));
+    database::Recordset row(connection, "select * from [print]");
+    row.add();
+    row.set("f1", report.counted.value_or(Amount()).text());
+    row.set("F2", report.expected.text());
+    row.set("f3", report.difference().value_or(Amount()).text());
+    row.set("f4", report.card_sales.text());
+    row.set("User", user);
+    row.update();
+}
+
+namespace {
+
+// The setting of a drawer that holds the number of the shift whose close was begun last, a blank, and the
+// moment when it was begun first.
+std::string begun_close_setting(const Drawer& drawer) {
+    return "close " + std::to_string(drawer.store) + "/" + std::to_string(drawer.code);
+}
+
+// The moment when the close of a shift was begun; nothing if it was not.
+std::optional<common::Moment> begun_close(database::Connection& connection, const Drawer& drawer,
+                                          std::int64_t shift) {
+    const auto note = database::till_setting(connection, begun_close_setting(drawer));
+    const std::string number = std::to_string(shift) + " ";
+    if (!note || !note->starts_with(number)) return std::nullopt;
+    return common::parse_moment(note->substr(number.size()));
+}
+
+}  // namespace
+
+void note_begun_close(database::Connection& connection, const Drawer& drawer, std::int64_t shift,
+                      const common::Moment& now) {
+    if (begun_close(connection, drawer, shift)) return;
+    try {
+        database::set_till_setting(connection, begun_close_setting(drawer),
+                                   std::to_string(shift) + " " + common::moment_text(now));
+    } catch (const database::Error& error) {
+        if (error.sqlstate() != database::no_such_table) throw;
+    }
+}
+
+Amount moved_by_begun_close(database::Connection& connection, const Drawer& drawer, std::int64_t shift,
+                            const common::Moment& until) {
+    const auto begun = begun_close(connection, drawer, shift);
+    if (!begun) return {};
+    return -total_of(read_sums(connection, left_drawer, drawer,
+                               {common::moment_text(*begun), common::moment_text(until), {}}));
+}
+
+}  // namespace cash

@@ -1,0 +1,55 @@
+// The report of a closed shift, and what a close that broke off has left behind.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cash/cash_position.h"
+#include "common/amount.h"
+#include "common/date_time.h"
+#include "database/connection.h"
+
+namespace cash {
+
+struct ShiftReport {
+    std::int64_t number = 0;
+    std::string worker;
+    std::string store;
+    std::string drawer;
+    common::Moment start;
+    common::Moment end;
+    std::optional<common::Amount> counted;  // nothing if the shift was closed without a count
+    common::Amount expected;
+    common::Amount card_sales;   // of the shift
+    common::Amount uncollected;  // telephone orders of the shift that have not been paid yet
+    InvoiceDiscounts discounts;  // of the shift
+
+    // Counted less expected; nothing without a count.
+    std::optional<common::Amount> difference() const;
+    // The number followed by " تقرير ورديه رقم :".
+    std::string title() const;
+    // Captions and values of label7 worker, label1 shift, label29 start, label19 end, label17 drawer and
+    // label22 store.
+    std::vector<std::pair<std::string, std::string>> captions() const;
+    // Captions and amounts ("0.00"): f1 counted, F2 expected, f3 difference, f4 card sales, then the unpaid
+    // telephone orders and the invoice discounts, those that are taken off and those that are not. Without a
+    // count the report says so instead of a shortage of everything.
+    std::vector<std::pair<std::string, std::string>> amounts() const;
+};
+
+// Replaces the user's rows of the printing table with the report's one row.
+void write_print_row(database::Connection& connection, const ShiftReport& report, const std::string& user);
+
+// Notes that the close of a shift begins, before its cash is moved. Does nothing in a shop that cannot keep
+// the note.
+void note_begun_close(database::Connection& connection, const Drawer& drawer, std::int64_t shift,
+                      const common::Moment& now);
+// What a close of this shift that broke off (the power failed, say) has moved out of the drawer in the books
+// before `until`. The cash is still in the drawer and is counted again when the shift is closed again.
+common::Amount moved_by_begun_close(database::Connection& connection, const Drawer& drawer,
+                                    std::int64_t shift, const common::Moment& until);
+
+}  // namespace cash
