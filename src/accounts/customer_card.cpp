@@ -4,6 +4,7 @@
 
 #include "accounts/messages.h"
 #include "common/numbers.h"
+#include "common/search.h"
 #include "common/text.h"
 #include "common/typed.h"
 #include "database/form.h"
@@ -114,7 +115,7 @@ std::string_view AccountCustomer::title() const {
 }
 
 void AccountCustomer::load_lists() {
-    search_classes("");
+    price_classes_ = find_classes("");
     representatives_ = database::choices(connection_.query("select * from link"), "ccode", "cname");
     customers_ =
         database::choices(connection_.query("select * from custdata order by ccode"), "ccode", "cname");
@@ -167,21 +168,42 @@ void AccountCustomer::choose_place(std::size_t level, std::optional<std::int64_t
     load_places(level + 1);
 }
 
-void AccountCustomer::search_classes(std::string_view text) {
+std::vector<common::Choice> AccountCustomer::find_classes(std::string_view wanted) {
     Sql statement("select * from cust_typ ");
-    const std::string_view wanted = common::trim(text);
-    if (const auto number = common::parse_integer(wanted)) {
-        statement += Sql(" Where code = ") + *number;
-    } else if (!wanted.empty()) {
-        statement += Sql(" Where name like ") + quoted("%" + std::string(wanted) + "%");
+    if (wanted.empty()) return database::choices(connection_.query(statement), "code", "name");
+    if (const auto number = common::parse_integer(wanted))
+        return database::choices(connection_.query(statement + " Where code = " + *number), "code", "name");
+    std::vector<common::Choice> found;
+    for (const std::string& spelling : common::digit_spellings(wanted)) {
+        const auto named = connection_.query(statement + " Where name like " + quoted("%" + spelling + "%"));
+        for (common::Choice& price_class : database::choices(named, "code", "name"))
+            if (!contains(found, price_class.code)) found.push_back(std::move(price_class));
     }
-    price_classes_ = database::choices(connection_.query(statement), "code", "name");
+    return found;
+}
+
+std::optional<Refusal> AccountCustomer::search_classes(std::string_view text,
+                                                       std::optional<std::int64_t> chosen) {
+    std::vector<common::Choice> found = find_classes(common::trim(text));
+    if (found.empty()) return Refusal("customer_class_search", message::no_such_class);
+    // A single hit is chosen; of several the cashier chooses, and until then his class stays.
+    if (found.size() == 1)
+        card.price_class = found.front().code;
+    else if (chosen && contains(price_classes_, *chosen) && !contains(found, *chosen))
+        found.push_back({*chosen, name_of(price_classes_, *chosen)});
+    price_classes_ = std::move(found);
+    return std::nullopt;
 }
 
 std::optional<Refusal> AccountCustomer::check() const {
     const database::TextLimits limits(connection_, "custdata");
     auto refused = database::check(customer_form(), card, limits);
     if (!refused && card.has_guarantor) refused = database::check(guarantor_form(), card, limits);
+    if (refused || mode_ != CardMode::add) return refused;
+    // A quotation for a customer of a higher number could not be stored.
+    const auto highest = database::highest_whole_number(connection_, "offer", "vcode");
+    if (highest && common::read_code(card.number) > highest)
+        refused = Refusal("customer_number", std::string(message::code_too_high) + std::to_string(*highest));
     return refused;
 }
 

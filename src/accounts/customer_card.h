@@ -65,8 +65,10 @@ class AccountCustomer {
     // nothing.
     void choose_place(std::size_t level, std::optional<std::int64_t> code);
     const std::vector<common::Choice>& places(std::size_t level) const { return places_[level]; }
-    // Filters the price classes by number or by a part of the name; a blank lists all.
-    void search_classes(std::string_view text);
+    // Filters the price classes by number or by a part of the name; a blank lists all. A single hit is
+    // chosen; among several the class chosen now stays in the list. Refused, and nothing changes, if none is
+    // found.
+    std::optional<common::Refusal> search_classes(std::string_view text, std::optional<std::int64_t> chosen);
 
     // Writes the card, or nothing if it is refused.
     std::optional<common::Refusal> save();
@@ -82,6 +84,7 @@ class AccountCustomer {
 
   private:
     void load_lists();
+    std::vector<common::Choice> find_classes(std::string_view wanted);
     void load_places(std::size_t level);
     std::optional<common::Refusal> check() const;
     database::Connection& connection_;

@@ -13,6 +13,11 @@ inline constexpr std::string_view enter_customer = "ادخل اسم العميل
 inline constexpr std::string_view duplicate_code = "رقم العميل مكرر";  // customer number duplicated
 inline constexpr std::string_view wrong_code = "كود العميل غير صحيح";  // the customer code is not correct
 inline constexpr std::string_view only_view = "البيانات للعرض فقط";    // the data are for viewing only
+// There is no price class of this number or name.
+inline constexpr std::string_view no_such_class = "لا توجد فئة سعر بهذا الرقم أو الاسم";
+// "The customer code is too high for quotations. The highest that they hold is …"
+inline constexpr std::string_view code_too_high =
+    "كود العميل أكبر مما تقبله عروض الأسعار. أكبر كود مسموح به هو ";
 
 // Tips receivers.
 inline constexpr std::string_view enter_name = "ادخل الاسم";              // enter the name
@@ -42,6 +47,7 @@ inline constexpr std::string_view voucher_partly_advice =
 inline constexpr std::string_view balance_on = "الرصيد في ";           // balance on
 inline constexpr std::string_view arrears_of = "توجد متأخرات بمبلغ ";  // there are arrears of
 inline constexpr std::string_view no_arrears = "لا توجد متأخرات";      // no arrears
+inline constexpr std::string_view discount = "خصم";                    // discount
 inline constexpr std::string_view end_before_start =
     "نهاية المدة قبل بدايتها";  // the end lies before the start
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "accounts/messages.h"
+#include "common/search.h"
 #include "common/text.h"
 #include "common/typed.h"
 #include "database/form.h"
@@ -89,22 +90,31 @@ void CashCustomer::open() {
     results_.clear();
 }
 
-void CashCustomer::search(const Sql& condition) {
+// An empty text lists all.
+void CashCustomer::search(database::Fragment condition, std::string_view text) {
     results_.clear();
-    for (const auto& row : connection_.query(Sql(" select * from cust_cash ") + condition))
-        results_.push_back(walk_in_of(row));
+    for (const std::string& spelling : common::digit_spellings(text)) {
+        Sql statement(" select * from cust_cash ");
+        if (!text.empty()) statement += Sql(condition) + quoted("%" + spelling + "%");
+        for (const auto& row : connection_.query(statement)) {
+            WalkInCustomer found = walk_in_of(row);
+            const bool is_listed = std::any_of(results_.begin(), results_.end(),
+                                               [&](const auto& one) { return one.code == found.code; });
+            if (!is_listed) results_.push_back(std::move(found));
+        }
+    }
 }
 
 void CashCustomer::search_names() {
-    search(fields.name.empty() ? Sql("") : Sql("Where zname like ") + quoted("%" + fields.name + "%"));
+    search("Where zname like ", fields.name);
 }
 
 void CashCustomer::search_phones() {
-    search(fields.phone.empty() ? Sql("") : Sql("Where zphone like ") + quoted("%" + fields.phone + "%"));
+    search("Where zphone like ", fields.phone);
 }
 
 void CashCustomer::search_mails() {
-    search(fields.mail.empty() ? Sql("") : Sql("Where zmail like ") + quoted("%" + fields.mail + "%"));
+    search("Where zmail like ", fields.mail);
 }
 
 void CashCustomer::take(const WalkInCustomer& customer) {

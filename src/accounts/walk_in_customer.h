@@ -62,7 +62,7 @@ class CashCustomer {
     const std::vector<WalkInCustomer>& results() const { return results_; }
 
   private:
-    void search(const database::Sql& condition);
+    void search(database::Fragment condition, std::string_view text);
     void take(const WalkInCustomer& customer);
     database::Connection& connection_;
     std::int64_t proposed_ = 1;

@@ -1,6 +1,7 @@
 #include "database/choices.h"
 
 #include <charconv>
+#include <utility>
 
 #include "common/text.h"
 
@@ -26,21 +27,41 @@ std::vector<common::Choice> load_workers(Connection& connection) {
     return choices(connection.query("select * from worker"), "work_code", "work_name");
 }
 
+namespace {
+
+// As the database declares it; "" if the table has no such column.
+std::string_view type_of(const Connection::Table& table, std::string_view column) {
+    for (std::size_t i = 0; i < table.columns.size() && i < table.types.size(); ++i) {
+        if (common::equal_ignoring_case(table.columns[i], column)) return table.types[i];
+    }
+    return {};
+}
+
+}  // namespace
+
 TextLimits::TextLimits(Connection& connection, std::string_view table)
     : table_(connection.description(table)) {}
 
 bool TextLimits::fits(std::string_view column, std::string_view text) const {
-    for (std::size_t i = 0; i < table_->columns.size() && i < table_->types.size(); ++i) {
-        if (!common::equal_ignoring_case(table_->columns[i], column)) continue;
-        const std::string& type = table_->types[i];
-        const auto bracket = type.find('(');
-        std::size_t width = 0;
-        if (bracket == std::string::npos ||
-            std::from_chars(type.data() + bracket + 1, type.data() + type.size(), width).ec != std::errc())
-            return true;  // no width, or "max"
-        return common::column_width(text) <= width;
+    const std::string_view type = type_of(*table_, column);
+    const auto bracket = type.find('(');
+    std::size_t width = 0;
+    if (bracket == std::string_view::npos ||
+        std::from_chars(type.data() + bracket + 1, type.data() + type.size(), width).ec != std::errc())
+        return true;  // no width, or "max"
+    return common::column_width(text) <= width;
+}
+
+std::optional<std::int64_t> highest_whole_number(Connection& connection, std::string_view table,
+                                                 std::string_view column) {
+    constexpr std::pair<std::string_view, std::int64_t> highest[] = {
+        {"tinyint", 255}, {"smallint", 32'767}, {"int", 2'147'483'647}};
+    const auto description = connection.description(table);
+    const std::string_view type = type_of(*description, column);
+    for (const auto& [name, number] : highest) {
+        if (common::equal_ignoring_case(type, name)) return number;
     }
-    return true;
+    return std::nullopt;
 }
 
 }  // namespace database

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -29,5 +30,10 @@ class TextLimits {
   private:
     std::shared_ptr<const Connection::Table> table_;
 };
+
+// The highest number that a column of whole numbers holds, as the database declares it; nothing for another
+// column.
+std::optional<std::int64_t> highest_whole_number(Connection& connection, std::string_view table,
+                                                 std::string_view column);
 
 }  // namespace database

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/search.h"
 #include "common/text.h"
 #include "database/recordset.h"
 
@@ -31,7 +32,7 @@ std::string customer_of(const Row& row) {
 bool matches(const OfferRow& row, const OfferFilter& filter) {
     if (filter.number && row.number != *filter.number) return false;
     if (filter.date && row.date != *filter.date) return false;
-    return common::lower_ascii(row.customer).find(common::lower_ascii(filter.customer)) != std::string::npos;
+    return common::contains_typed(row.customer, filter.customer);
 }
 
 }  // namespace

@@ -85,13 +85,29 @@ TEST_F(Customers, EachPlaceReloadsTheOnesBelow) {
     EXPECT_FALSE(screen.card.governorate || screen.card.centre || screen.card.district);
 }
 
+// The class of the card is "قطاعي", 1. What finds one class chooses it; otherwise the card's class stays, in
+// the list too.
 TEST_F(Customers, ClassesAreFoundByNumberOrName) {
-    screen.open(CardMode::add);
-    const std::pair<const char*, std::size_t> searches[] = {
-        {"", 3}, {" ", 3}, {"2", 1}, {"٣", 1}, {"جملة", 2}, {"قطا", 1}, {"9", 0}, {"' or 1=1 --", 0}};
-    for (const auto& [text, found] : searches) {
-        screen.search_classes(text);
-        EXPECT_EQ(screen.price_classes().size(), found) << text;
+    office.shop.sql("insert into cust_typ (code,name) select 4,N'عرض 25'");
+    struct Case {
+        const char* text;
+        std::size_t listed;  // 0 if none is found
+        std::int64_t chosen;
+    };
+    for (const Case& search : {Case{"", 4, 1},
+                               {" ", 4, 1},
+                               {"2", 1, 2},
+                               {"٣", 1, 3},
+                               {"جملة", 3, 1},
+                               {"قطا", 1, 1},
+                               {"ض ٢٥", 1, 4},
+                               {"9", 0, 1},
+                               {"' or 1=1 --", 0, 1}}) {
+        ASSERT_FALSE(screen.open(CardMode::add));
+        screen.card.price_class = 1;
+        EXPECT_EQ(screen.search_classes(search.text, 1).has_value(), search.listed == 0) << search.text;
+        EXPECT_EQ(screen.price_classes().size(), search.listed == 0 ? 4 : search.listed) << search.text;
+        EXPECT_EQ(screen.card.price_class, search.chosen) << search.text;
     }
 }
 
@@ -108,6 +124,8 @@ TEST_F(Customers, RefusedCardsNameTheFieldAndWriteNothing) {
         {"customer_number", [](CustomerCard& c) { c.number = "7a"; }, message::wrong_code},
         {"customer_number", [](CustomerCard& c) { c.number = "-1"; }, message::wrong_code},
         {"customer_number", [](CustomerCard& c) { c.number = "3000000000"; }, message::wrong_code},
+        {"customer_number", [](CustomerCard& c) { c.number = "32768"; },
+         "كود العميل أكبر مما تقبله عروض الأسعار. أكبر كود مسموح به هو 32767"},
         {"customer_group", [](CustomerCard& c) { c.group = "x"; }, message::wrong_code},
         {"customer_opening", [](CustomerCard& c) { c.opening = "كثير"; }, common::message::wrong_amount},
         {"customer_opening", [](CustomerCard& c) { c.opening = "12.345"; }, common::message::too_fine},
@@ -172,6 +190,15 @@ TEST(WalkIns, CodesAreLookedUp) {
     screen.fields.phone = "0122";
     ASSERT_FALSE(screen.confirm());
     EXPECT_TRUE(screen.confirmed().is_new);
+    office.shop.sql("insert into cust_cash (zcode,zname,zphone) select 6,N'محل ١٢','0100'");
+    for (const char* typed : {"محل 12", "محل ١٢"}) {
+        screen.fields.name = typed;
+        screen.search_names();
+        ASSERT_EQ(screen.results().size(), 1U) << typed;
+    }
+    screen.fields.phone = "٠١٠٠";
+    screen.search_phones();
+    EXPECT_EQ(screen.results().size(), 2U);
     screen.fields.mail = "' or ''='";
     screen.search_mails();
     EXPECT_TRUE(screen.results().empty());

@@ -128,13 +128,13 @@ void CustomerCardSheet::fill_places() {
 void CustomerCardSheet::search_classes() {
     QComboBox* list = form_.list("customer_class");
     guarded(context_.services, "SearchPriceClasses", [&] {
-        logic_.search_classes(utf8(form_.line("customer_class_search")->text()));
-        const auto& found = logic_.price_classes();
-        // A single hit is chosen; of several the cashier chooses.
-        fill_choices(list, found,
-                     found.size() == 1 ? std::optional(found.front().code) : logic_.card.price_class);
+        logic_.card.price_class = choice_of(list);
+        const auto refused =
+            logic_.search_classes(utf8(form_.line("customer_class_search")->text()), logic_.card.price_class);
+        if (!form_.accept(refused, context_.services.prompts)) return;
+        fill_choices(list, logic_.price_classes(), logic_.card.price_class);
+        list->setFocus();
     });
-    list->setFocus();
 }
 
 void CustomerCardSheet::step(int by) {

@@ -11,6 +11,7 @@
 
 #include "accounts/parties.h"
 #include "common/numbers.h"
+#include "common/search.h"
 #include "ui/accounts/account_statement_screen.h"
 #include "ui/accounts/customer_card_sheet.h"
 #include "ui/widgets/fields.h"
@@ -72,14 +73,14 @@ void PeopleList::reload() {
 }
 
 void PeopleList::narrow() {
-    const QString wanted = search_->text().trimmed();
+    const std::string wanted = utf8(search_->text().trimmed());
     std::vector<QStringList> rows;
     shown_.clear();
     std::size_t found = 0;
     for (const Person& person : people_) {
-        const bool fits = wanted.isEmpty() || QString::number(person.code) == wanted ||
+        const bool fits = wanted.empty() || person.code == common::parse_integer(wanted) ||
                           std::any_of(person.cells.begin() + 1, person.cells.end(), [&](const QString& cell) {
-                              return cell.contains(wanted, Qt::CaseInsensitive);
+                              return common::contains_typed(utf8(cell), wanted);
                           });
         if (!fits || ++found > most_shown) continue;
         shown_.push_back(person.code);
