@@ -13,6 +13,7 @@
 #include "accounts/messages.h"
 #include "accounts/voucher.h"
 #include "common/numbers.h"
+#include "database/till_settings.h"
 #include "office.h"
 
 namespace accounts {
@@ -29,16 +30,28 @@ class Statement : public testing::Test {
         return statement;
     }
     void invoice(int number, int ctype, const std::string& total, const std::string& date, int customer = 7,
-                 const std::string& permit = "null") {
-        office.shop.sql("insert into sales (pnum,ctype,ptot,[date],vcode,stcode,perm_no) select " +
+                 const std::string& permit = "null", const std::string& discount = "0") {
+        office.shop.sql("insert into sales (pnum,ctype,ptot,[date],vcode,stcode,perm_no,pdis) select " +
                         std::to_string(number) + "," + std::to_string(ctype) + "," + total + ",'" + date +
-                        "'," + std::to_string(customer) + ",1," + permit);
+                        "'," + std::to_string(customer) + ",1," + permit + "," + discount);
     }
     void voucher(int ptype, int type, const std::string& number, const std::string& amount,
                  const std::string& date, int ztype = 2) {
         office.shop.sql("insert into vencuspay (chkno,ptype,[type],quan,quan1,[date],vcode,ztype) select '" +
                         number + "'," + std::to_string(ptype) + "," + std::to_string(type) + "," + amount +
                         "," + amount + ",'" + date + "',7," + std::to_string(ztype));
+    }
+    void count_discounts_from(const char* day) {
+        database::set_till_setting(office.shop.connection(), database::setting::net_from, day);
+    }
+    // Date, credit, debit, balance and text of each row, with one blank between them.
+    static std::string text_of(const AccountStatement& statement) {
+        std::string text;
+        for (const StatementRow& row : statement.rows()) {
+            const auto cells = row.cells();
+            text += cells[0] + " " + cells[1] + " " + cells[2] + " " + cells[3] + " " + cells[4] + "\n";
+        }
+        return text;
     }
     void purchase(int number, int ctype, const std::string& total, const std::string& date) {
         office.shop.sql("insert into purchase (pnum,ctype,ptot,[date],vcode,stcode) select " +
@@ -103,6 +116,60 @@ TEST_F(Statement, AMovementOnTheStartDateIsListed) {
     EXPECT_EQ(statement.brought_forward().text(), "110.00");
     EXPECT_EQ(statement.debits().text(), "20.00");
     EXPECT_EQ(statement.rows().size(), 3U);
+}
+
+// The discounts of the 5th and the 6th count, that of the 4th does not: 100 + 200 + 300 - 30 - 50 + 5 = 525.
+TEST_F(Statement, ADiscountHasItsRowFromTheDayOfTheSetting) {
+    invoice(1, 0, "200", "2026/11/04", 7, "null", "20");
+    invoice(2, 0, "300", "2026/11/05", 7, "null", "30");
+    invoice(3, 2, "50", "2026/11/06", 7, "null", "5");
+    invoice(4, 0, "70", "2026/11/06", 8, "null", "7");
+    AccountStatement statement = of(7, {2026, 11, 1}, {2026, 11, 6});
+    ASSERT_FALSE(statement.show());
+    EXPECT_EQ(statement.rows().size(), 5U);
+    EXPECT_EQ(statement.closing().text(), "550.00");  // without the setting no discount counts
+
+    count_discounts_from("2026/11/05");
+    ASSERT_FALSE(statement.show());
+    EXPECT_EQ(text_of(statement),
+              " 0.00 0.00 100.00 الرصيد في 2026/11/01\n"
+              "2026/11/04 0.00 200.00 300.00 مبيعات : إذن رقم 1\n"
+              "2026/11/05 0.00 300.00 600.00 مبيعات : إذن رقم 2\n"
+              "2026/11/05 30.00 0.00 570.00 خصم\n"
+              "2026/11/06 50.00 0.00 520.00 مرتجع مبيع : اذن رقم 3\n"
+              "2026/11/06 0.00 5.00 525.00 خصم\n"
+              " 0.00 0.00 525.00 الرصيد في 2026/11/06\n");
+    EXPECT_EQ(statement.debits().text() + " " + statement.credits().text(), "505.00 80.00");
+    AccountStatement later = of(7, {2026, 11, 6}, {2026, 11, 6});
+    ASSERT_FALSE(later.show());
+    EXPECT_EQ(later.brought_forward().text(), "570.00");
+    EXPECT_FALSE(later.check_arrears());
+    EXPECT_EQ(office.services.prompts.last(), "توجد متأخرات بمبلغ 525.00");
+}
+
+// Amounts of another program with three decimals, and more digits than the scratch table's amounts hold:
+// 100 + 10.005 + 10.005 = 120.01, + 10.005 = 130.015, + 200000.01 = 200130.025.
+TEST_F(Statement, PeriodsMeetToThePiastre) {
+    invoice(1, 0, "10.005", "2026/11/04");
+    invoice(2, 0, "10.005", "2026/11/04");
+    invoice(3, 0, "10.005", "2026/11/05");
+    voucher(1, 1, "4", "200000.01", "2026/11/06");
+    struct Period {
+        int from;
+        int to;
+        const char* forward;
+        const char* closing;
+    };
+    for (const Period& period : {Period{4, 4, "100.00", "120.01"},
+                                 {5, 5, "120.01", "130.02"},
+                                 {6, 6, "130.02", "200130.03"},
+                                 {4, 6, "100.00", "200130.03"},
+                                 {7, 9, "200130.03", "200130.03"}}) {
+        AccountStatement statement = of(7, {2026, 11, period.from}, {2026, 11, period.to});
+        ASSERT_FALSE(statement.show());
+        EXPECT_EQ(statement.brought_forward().text(), period.forward);
+        EXPECT_EQ(statement.closing().text(), period.closing);
+    }
 }
 
 TEST_F(Statement, ArrearsGoByWhatIsDue) {
@@ -175,6 +242,7 @@ class Books : public Statement {
   protected:
     void begin(unsigned seed) {
         random.seed(seed);
+        count_discounts_from("1900/01/01");
         for (const char* statement :
              {"delete from sales", "delete from vencuspay",
               "update custdata set copen = 100, cacc = 100 where ccode = 7", "update vendata set vacc = 900"})
@@ -191,10 +259,11 @@ class Books : public Statement {
     // As saving an invoice or a return writes it.
     void sell_or_take_back(int number, long amount, const common::Date& date) {
         const bool back = pick(0, 2) == 0;
-        invoice(number, back ? 2 : 0, text(amount), common::date_text(date));
+        const long discount = pick(0, 1) == 0 ? 0 : pick(0, static_cast<int>(amount));
+        invoice(number, back ? 2 : 0, text(amount), common::date_text(date), 7, "null", text(discount));
         office.shop.sql(std::string("update custdata set cacc = cacc ") + (back ? "- " : "+ ") +
-                        text(amount) + " where ccode = 7");
-        of_day(date) += back ? -amount : amount;
+                        text(amount - discount) + " where ccode = 7");
+        of_day(date) += back ? discount - amount : amount - discount;
     }
     void receive_directly(long amount, const common::Date& date) {
         write_direct_receipt(office.shop.connection(), office.session, office.services.all(), 7, date,

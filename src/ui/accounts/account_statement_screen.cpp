@@ -146,6 +146,7 @@ QWidget* AccountStatementScreen::build_choices() {
     FieldGrid grid(1, 0);
     grid.layout()->setHorizontalSpacing(px(12));
     form_.add(accounts::statement_form(), grid);
+    show_codes(form_.list("statement_customer"), "كود", "الاسم");
     for (const char* date : {"statement_start", "statement_end"})
         form_.field(date)->setFixedWidth(px(130));
     row->addLayout(grid.layout(), 1);

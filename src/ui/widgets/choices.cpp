@@ -5,10 +5,14 @@
 #include <QCompleter>
 #include <QFrame>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
+#include <QStandardItemModel>
+#include <QTableView>
 
+#include "common/numbers.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/style.h"
@@ -61,12 +65,56 @@ QComboBox* choice_list(const QString& name, QWidget* parent) {
     return list;
 }
 
+namespace {
+
+constexpr int name_column = 0;  // the one that QComboBox adds its items to
+constexpr int code_column = 1;
+constexpr const char* shows_codes = "shows_codes";
+
+// The entry of a code typed into a list that shows codes; -1 if there is none.
+int entry_of_typed_code(const QComboBox* list) {
+    if (!list->property(shows_codes).toBool()) return -1;
+    const auto code = common::parse_integer(utf8(list->currentText()));
+    return code ? list->findData(QVariant::fromValue<qlonglong>(*code)) : -1;
+}
+
+}  // namespace
+
+void show_codes(QComboBox* list, const QString& code_heading, const QString& name_heading) {
+    auto* entries = new QStandardItemModel(0, 2, list);
+    entries->setHorizontalHeaderLabels({name_heading, code_heading});
+    list->setModel(entries);
+    auto* table = new QTableView(list);
+    table->verticalHeader()->hide();
+    table->setShowGrid(false);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    list->setView(table);
+    QHeaderView* header = table->horizontalHeader();
+    header->setSectionsClickable(false);
+    header->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
+    header->moveSection(code_column, 0);
+    header->resizeSection(code_column, px(90));
+    header->setSectionResizeMode(name_column, QHeaderView::Stretch);
+    list->setProperty(shows_codes, true);
+    // A typed code gives way to its name.
+    QObject::connect(list->lineEdit(), &QLineEdit::editingFinished, list, [list] {
+        if (entry_of_typed_code(list) >= 0) show_choice(list, choice_of(list));
+    });
+}
+
 void fill_choices(QComboBox* list, const std::vector<common::Choice>& choices,
                   std::optional<std::int64_t> chosen) {
     const QSignalBlocker quiet(list);
     list->clear();
-    for (const common::Choice& choice : choices)
+    auto* coded =
+        list->property(shows_codes).toBool() ? qobject_cast<QStandardItemModel*>(list->model()) : nullptr;
+    for (const common::Choice& choice : choices) {
         list->addItem(qt(choice.name), QVariant::fromValue<qlonglong>(choice.code));
+        if (coded != nullptr)
+            coded->setItem(list->count() - 1, code_column,
+                           new QStandardItem("\u200e" + QString::number(choice.code)));
+    }
     show_choice(list, chosen);
 }
 
@@ -89,6 +137,7 @@ std::optional<std::int64_t> choice_of(const QComboBox* list) {
     if (list->isEditable() && list->currentText() != list->itemText(index)) {
         index = list->findText(list->currentText().trimmed(), Qt::MatchFixedString);
     }
+    if (index < 0) index = entry_of_typed_code(list);
     if (index < 0) return std::nullopt;
     return list->itemData(index).toLongLong();
 }

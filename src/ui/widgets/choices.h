@@ -15,6 +15,8 @@ namespace ui {
 
 // A list to choose from by typing part of a name; the codes are the items' data.
 QComboBox* choice_list(const QString& name, QWidget* parent = nullptr);
+// Shows the codes beside the names, under headings, and lets a code be typed in place of the name.
+void show_codes(QComboBox* list, const QString& code_heading, const QString& name_heading);
 // Replaces the entries without a signal and shows the one of `chosen`, or none.
 void fill_choices(QComboBox* list, const std::vector<common::Choice>& choices,
                   std::optional<std::int64_t> chosen);
@@ -22,7 +24,8 @@ void fill_choices(QComboBox* list, const std::vector<common::Choice>& choices,
 void fill_optional_choices(QComboBox* list, const std::vector<common::Choice>& choices, std::int64_t chosen);
 // Shows the entry of a code without a signal; none if the list does not have it.
 void show_choice(QComboBox* list, std::optional<std::int64_t> code);
-// The chosen code, which may be 0, or nothing if no entry is chosen. A name typed in full counts as chosen.
+// The chosen code, which may be 0, or nothing if no entry is chosen. A name typed in full counts as chosen,
+// and a code if the list shows codes.
 std::optional<std::int64_t> choice_of(const QComboBox* list);
 // Returns true if a name was typed that is not in the list.
 bool is_unknown(const QComboBox* list);
