@@ -48,7 +48,9 @@ static_assert(in_order(), "a term must be at the index of its movement");
 // Invoices: vcode -1 is a walk-in customer; stype 1 card, 2 tips, 3 coupon, 4 with safe 0 a telephone order
 // that has not been paid yet; ctype 0 and 1 are sales, 2 and 3 returns. ptot is the total before the invoice
 // discount (pdis). A procedure takes the discounts off exactly those invoices that bring it cash or take cash
-// from it. A tips sale's discount is its disboun, which is subtracted anyway.
+// from it. A tips sale's discount is its disboun, which is subtracted anyway. The date is wrapped where it is
+// compared with net_from, or SQLite would look for all invoices since that day in the index by day, and for
+// each of them in the table.
 
 // Statements that several procedures have in common.
 constexpr Fragment opening = "select sum(copen) as xtot from cash where stcode = {store} and code = {drawer}";
@@ -88,12 +90,14 @@ constexpr SumStatement expenses = {Movement::expenses,
 // The discounts of the position.
 constexpr SumStatement discounts = {
     Movement::discounts,
-    "select sum(pdis) as xs from sales where {moment [date]} and [date] >= {net_from} and stcode = {store} "
+    "select sum(pdis) as xs from sales where {moment [date]} and isnull([date],'1753/01/01') >= {net_from} "
+    "and stcode = {store} "
     "and (ctype = 0 Or ctype = 1) and vcode = -1 and stype <> 1 and stype <> 2 "
     "and (stype <> 4 Or isnull(safe,1) <> 0) and pdis <> 0 and ptype = {drawer}"};
 constexpr SumStatement returned_discounts = {
     Movement::returned_discounts,
-    "select sum(pdis) as xs from sales where {moment [date]} and [date] >= {net_from} and stcode = {store} "
+    "select sum(pdis) as xs from sales where {moment [date]} and isnull([date],'1753/01/01') >= {net_from} "
+    "and stcode = {store} "
     "and (ctype = 3 Or ctype = 2) and vcode = -1 and stype <> 1 and pdis <> 0 and ptype = {drawer}"};
 
 // The position. Card sales are left out of the sales, and the coupons of returns come back.
@@ -169,12 +173,14 @@ constexpr SumStatement calc_statements[] = {
      "select sum(round(ptot,2)) as xs from sales where {moment [date]} and stcode = {store} "
      "and (ctype = 1 Or ctype = 2) and vcode = -1   and ptype = {drawer}"},
     {Movement::discounts,
-     "select sum(round(pdis,2)) as xs from sales where {moment [date]} and [date] >= {net_from} "
+     "select sum(round(pdis,2)) as xs from sales where {moment [date]} and isnull([date],'1753/01/01') >= "
+     "{net_from} "
      "and stcode = {store} and (ctype = 0 Or ctype = 1) and vcode = -1 and isnull(stype,0) <> 1 "
      "and isnull(stype,0) <> 2 and (isnull(stype,0) <> 4 Or isnull(safe,1) <> 0) and pdis <> 0 "
      "and ptype = {drawer}"},
     {Movement::returned_discounts,
-     "select sum(round(pdis,2)) as xs from sales where {moment [date]} and [date] >= {net_from} "
+     "select sum(round(pdis,2)) as xs from sales where {moment [date]} and isnull([date],'1753/01/01') >= "
+     "{net_from} "
      "and stcode = {store} and (ctype = 1 Or ctype = 2) and vcode = -1 and pdis <> 0 and ptype = {drawer}"},
     vouchers,
     {Movement::to_bank,
@@ -215,11 +221,13 @@ constexpr SumStatement daily_statements[] = {
      "select sum(ptot) as xs from sales where ptype = {drawer} and {moment [date]} and stcode = {store} "
      "and (ctype = 1 Or ctype = 2) and vcode = -1  "},
     {Movement::discounts,
-     "select sum(pdis) as xs from sales where ptype = {drawer} and {moment [date]} and [date] >= {net_from} "
+     "select sum(pdis) as xs from sales where ptype = {drawer} and {moment [date]} and "
+     "isnull([date],'1753/01/01') >= {net_from} "
      "and stcode = {store} and (ctype = 0 Or ctype = 1) and vcode = -1 and isnull(stype,0) <> 1 "
      "and isnull(stype,0) <> 2 and (isnull(stype,0) <> 4 Or isnull(safe,1) <> 0) and pdis <> 0"},
     {Movement::returned_discounts,
-     "select sum(pdis) as xs from sales where ptype = {drawer} and {moment [date]} and [date] >= {net_from} "
+     "select sum(pdis) as xs from sales where ptype = {drawer} and {moment [date]} and "
+     "isnull([date],'1753/01/01') >= {net_from} "
      "and stcode = {store} and (ctype = 1 Or ctype = 2) and vcode = -1 and pdis <> 0"},
     vouchers,
     to_bank,
