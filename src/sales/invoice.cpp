@@ -1,5 +1,6 @@
 #include "sales/invoice.h"
 
+#include <cmath>
 #include <numeric>
 
 #include "common/numbers.h"
@@ -15,6 +16,19 @@ std::int64_t code_value(const std::string& cell) {
 
 std::optional<double> optional_value(const std::string& cell) {
     return common::parse_number(cell);
+}
+
+// The cells show price and discount with two decimals. What they lost goes back to where it came from, so
+// that the line is worth what its total says. A total that the cells do not explain is left alone.
+void restore_total(Line& line, common::Amount total) {
+    constexpr double lost = 0.005;  // at most, of a figure with two decimals
+    constexpr double margin = 1e-9;
+    const double difference = line.gross() - line.discount - total.value();
+    if (line.total() == total || line.quantity <= 0) return;
+    if (line.discount > 0 && std::abs(difference) <= 2 * lost + margin)
+        line.discount += difference;
+    else if (std::abs(difference) <= lost * line.quantity + 2 * lost + margin)
+        line.price -= difference / line.quantity;
 }
 
 }  // namespace
@@ -90,6 +104,7 @@ Line Line::from_cells(const std::array<std::string, column::count>& cell) {
     line.stock_kept = cell[column::stock_kept] == "1";
     line.unit_cost = common::numeric_value(cell[column::unit_cost]);
     line.returnable = optional_value(cell[column::returnable]);
+    if (const auto total = optional_value(cell[column::total])) restore_total(line, common::Amount(*total));
     return line;
 }
 

@@ -54,6 +54,31 @@ TEST(OffersOnScreen, AnOfferComesBackAsItWasAndIsSold) {
     EXPECT_EQ(desk.sale().offer, 0);
 }
 
+// The cells hold two decimals; the totals they show are those of the offer all the same.
+TEST(OffersOnScreen, AnOfferIsWorthWhatItShowed) {
+    Counter counter;
+    auto& desk = counter.open();
+    // 0.45 × 69.99 less 5 % (1.574775) are 29.92, less 1.57 they would be 29.93; 100 × 1.2345 are 123.45.
+    struct Case {
+        const char *quantity, *price, *percent, *total;
+    };
+    for (const Case& c : {Case{"0.45", "69.99", "5", "29.92"}, Case{"100", "1.2345", "0", "123.45"}}) {
+        ASSERT_TRUE(counter.enter("*"));
+        const std::size_t row = desk.invoice().lines.size() - 1;
+        ASSERT_TRUE(desk.lines().commit_edit(row, column::quantity, c.quantity));
+        ASSERT_TRUE(desk.lines().commit_edit(row, column::price, c.price));
+        ASSERT_TRUE(desk.lines().commit_edit(row, column::discount_percent, c.percent));
+        EXPECT_EQ(counter.cell(row, column::total), c.total);
+    }
+    const std::int64_t number = desk.offers().SaveOffer();
+    ASSERT_TRUE(desk.offers().LoadOffer(number));
+    EXPECT_EQ(counter.cell(0, column::total), "29.92");
+    EXPECT_EQ(counter.cell(1, column::total), "123.45");
+    EXPECT_EQ(desk.sale().figures.net, "153.37");
+    EXPECT_EQ(sales::quotation(counter.connection(), counter.session, number)->totals.back().second,
+              "153.37");
+}
+
 TEST(OffersOnScreen, ALongNameComesBackWhole) {
     // The second is cut one short of the cell's width, in which an olive counts twice.
     for (const char* word : {"زيت زيتون بكر ", "🫒"}) {

@@ -46,8 +46,8 @@ constexpr Fragment till_tables[] = {
     "null, balance float null)",
     // sales/return_links.h
     "create table till_return (pnum int null, ctype int null, vcode int null, stcode int null, "
-    "[date] datetime null, time_ datetime null, sale_pnum int null, sale_ctype int null, sale_vcode int null, "
-    "sale_stcode int null, sale_date datetime null, sale_time datetime null)",
+    "[date] datetime null, time_ datetime null, sale_pnum int null, sale_ctype int null, "
+    "sale_vcode int null, sale_stcode int null, sale_date datetime null, sale_time datetime null)",
     "create index till_return_number on till_return (pnum, ctype, stcode, [date], vcode)",
 };
 
