@@ -19,9 +19,9 @@ struct ReceiptLine {
     std::string item_code;  // empty for a general item
     std::string item_name;
     std::string unit_name;
-    double quantity = 0;  // in the chosen unit
-    double price = 0;     // as entered, per unit
-    double discount = 0;  // of the line, as a value
+    double quantity = 0;   // in the chosen unit
+    double price = 0;      // as entered, per unit
+    double discount = 0;   // of the line, as a value
     common::Amount total;  // quantity × price − discount
 };
 
