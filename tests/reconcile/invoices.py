@@ -16,10 +16,11 @@ class Line:
     price: Decimal
     factor: int = 1  # base units in the line's unit
     discount: Decimal = ZERO  # as the formula gives it
+    refund: Decimal = None  # of a return: what was paid for the goods
 
     @property
     def worth(self):
-        return self.quantity * self.price - self.discount
+        return self.quantity * self.price - self.discount if self.refund is None else self.refund
 
     @property
     def total(self):
@@ -64,3 +65,9 @@ class Invoice:
     def has_service(self):
         """Whether it holds something that never comes back."""
         return any(line.item == SERVICE for line in self.lines)
+
+
+def refund_of(sold, discount, before, quantity):
+    """What a part of a discounted line is worth when it comes back: all parts together are worth what was paid."""
+    paid_each = sold.price - discount / sold.quantity
+    return rounded((before + quantity) * paid_each) - rounded(before * paid_each)

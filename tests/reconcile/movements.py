@@ -5,7 +5,7 @@ from decimal import Decimal as D
 
 import shop
 from books import CASH_VOUCHER, CHEQUE, Books, Expense, Voucher
-from invoices import ACCOUNT, CARD, CASH, TIPS, Invoice, Line
+from invoices import ACCOUNT, CARD, CASH, TIPS, Invoice, Line, refund_of
 from money import ZERO, rounded
 from till import Till
 
@@ -206,21 +206,28 @@ class Movements:
         for line in back:
             if line not in kept:
                 self.till.step(f"choose {line.item} in lines", "press Delete")
+        # The discount of a tips sale is in the lines of its return. The share of each is known if there is only one.
+        in_line = sold.discount if sold.payment == TIPS and len(sold.lines) == 1 else ZERO
         for at, line in enumerate(sold.lines):
-            if line in kept:
-                quantity = self.some_of(sold, line, sold.left[at])
-                invoice.lines.append(Line(line.item, quantity, line.price, line.factor, line.discount))
-                sold.left[at] -= quantity
-        if sold.payment == TIPS:
-            invoice.spread = sold.discount
-        else:
+            if line not in kept:
+                continue
+            before, quantity = line.quantity - sold.left[at], self.some_of(sold, line, sold.left[at])
+            back = Line(line.item, quantity, line.price, line.factor)
+            if line.discount + in_line:
+                back.refund = refund_of(line, line.discount + in_line, before, quantity)
+            invoice.lines.append(back)
+            sold.left[at] -= quantity
+        if sold.payment != TIPS:
             invoice.discount = rounded(invoice.total * sold.discount / sold.total)
+        elif not in_line:
+            invoice.spread = sold.discount
         self.finish(invoice)
 
     def some_of(self, sold, line, left):
         """Types how much of a line comes back, or leaves all that is left of it."""
         alone = sum(other.item == line.item for other in sold.lines) == 1
-        if left <= 1 or not alone or line.discount or sold.payment == TIPS or self.random.random() < 0.5:
+        whole = sold.payment == TIPS and len(sold.lines) > 1
+        if left <= 1 or not alone or whole or self.random.random() < 0.5:
             return left
         quantity = D(self.random.randint(1, int(left * 4) - 1)) / 4 if left % 1 == 0 else rounded(left / 3, 3)
         self.till.edit(line.item, "كمية", quantity)

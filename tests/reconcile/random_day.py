@@ -21,6 +21,9 @@ class RandomDay(Movements):
     def __init__(self, seed):
         super().__init__(seed, DAY + timedelta(hours=8))
         self.started = {}  # the shift of each drawer
+        self.counted = {}  # what each drawer was expected to hold at its count, and held
+        # The numbers of the shifts; those of the first drawer are always the higher ones.
+        self.numbers = {1: 7, 2: 0}
         self.moves = []  # (drawer, amount): what the start of a shift moves to the main drawer
 
     # The day ----------------------------------------------------------------------------------------------
@@ -41,15 +44,20 @@ class RandomDay(Movements):
                 self.tick()
                 getattr(self, what)()
             self.tick()
-            self.till.look_at_cash(self.books.position_before(drawer, self.now))
-            if part == 1:
-                self.hand_over()
+            self.look_at_cash(drawer)
+            if part in (1, 2):
+                self.hand_over(leave=D("37.25"))
+            if part == 2:
+                self.tick()
+                self.count(drawer)
         self.evening()
         return "\n".join(self.till.steps) + "\n"
 
     def yesterday(self):
         """What another program left: the statement begins with it."""
         today, self.now = self.now, self.now - timedelta(days=1)
+        self.till.step("sql insert into shift (scode, stcode, cash_no, s_date, e_date, man_) values "
+                       f"({self.numbers[1]}, 1, 1, '{self.now:%Y/%m/%d} 08:00:00', '{self.now:%Y/%m/%d} 20:00:00', 1)")
         for drawer in shop.OPENINGS:
             self.sales_elsewhere(drawer)
         self.now = today
@@ -80,57 +88,68 @@ class RandomDay(Movements):
         self.tick()
         self.till.note(f"the shift of drawer {drawer} begins")
         self.till.sit_down(drawer)
-        self.till.step("press F8", f"choose {WORKER} in shift_worker", "type 0 into shift_leave", "press Tab",
-                       "click shift_start")
-        self.empty_drawers()
+        self.till.step("press F8", f"choose {WORKER} in shift_worker", "click shift_start")
+        self.numbers[drawer] += 1
         self.started[drawer] = self.now
+        self.empty_drawers()
 
-    def empty_drawers(self):
-        """The start of a shift moves the cash of every drawer but the main one, unless it has just left, and asks before it
-        moves that of another drawer than the till's."""
-        asks = False
+    def empty_drawers(self, agreed=True):
+        """The start of a shift moves the cash of the other drawers, which it names and asks about, to the main one. It
+        counts up to the start of the shift with the highest number in the store."""
+        newest = self.started[max(self.started, key=lambda drawer: self.numbers[drawer])]
+        empty, others = [], []
         for drawer in shop.OPENINGS:
-            cash = self.books.position(drawer, lambda when: when < self.now, AT_SHIFT_START)
-            gone = any(source == drawer for source, _ in self.moves)
+            cash = self.books.position(drawer, lambda when: when < newest, AT_SHIFT_START)
+            gone = sum((row.amount for row in self.books.transfers
+                        if row.source == drawer and row.moment >= newest), ZERO)
+            gone += sum((amount for source, amount in self.moves if source == drawer), ZERO)
             if cash <= 0:
-                self.till.step(f"expect message تم بدء وردية جديدة .. رصيد الخزينه -- {text(cash)} -- صفر أو أقل لم يتم "
-                               "تحويل النقديه منها", "answer ok")
-            elif drawer != MAIN_DRAWER and not gone:
-                self.moves.append((drawer, cash))
-                asks = asks or drawer != self.till.drawer
-        if asks:
-            self.till.step("expect question ستحول إلى الخزينة الرئيسية نقدية هذه الأدراج :...", "answer yes")
+                empty.append(cash)
+            elif drawer not in (MAIN_DRAWER, self.till.drawer) and cash > gone:
+                others.append((drawer, cash - gone))
+        if others:
+            self.till.step("expect question ستحول إلى الخزينة الرئيسية نقدية هذه الأدراج :...",
+                           f"answer {'yes' if agreed else 'no'}")
+        for cash in empty:
+            self.till.step(f"expect message تم بدء وردية جديدة .. رصيد الخزينه -- {text(cash)} -- صفر أو أقل لم يتم تحويل "
+                           "النقديه منها", "answer ok")
         self.till.step("expect hidden shift2s")
-        while self.moves:
-            self.move_to_main(*self.moves.pop(0))
+        for move in self.moves + (others if agreed else []):
+            self.move_to_main(*move)
+        self.moves = []
 
     def difference(self):
         return D(self.random.randint(-2000, 2000)) / 100
 
-    def hand_over(self):
-        """The cashier of the second drawer leaves; what he does not leave in it goes to the main drawer."""
+    def hand_over(self, leave):
+        """A cashier follows another. What is not left in the second drawer goes to the main drawer."""
         self.tick()
-        drawer, leave = self.till.drawer, D("37.25")
+        drawer = self.till.drawer
         self.till.note(f"drawer {drawer} changes hands")
         expected = self.books.position_before(drawer, self.now)
+        leave = leave if expected > leave else ZERO
         self.till.step("press F8")
         counted = self.write_count(expected, leave)
         self.till.step(f"choose {WORKER} in shift_worker", "click shift_start")
-        self.moves.append((drawer, expected - leave))
-        self.empty_drawers()
-        self.report(drawer, expected, counted)
+        if drawer != MAIN_DRAWER and expected > 0:
+            self.moves.append((drawer, expected - leave))
+        started, self.started[drawer] = self.started[drawer], self.now
+        self.numbers[drawer] += 1
+        self.empty_drawers(agreed=self.random.random() < 0.5)
+        self.report(drawer, started, expected, counted)
         self.started[drawer] = self.now
 
     def close(self, drawer):
         leave = D("20.5") if drawer != MAIN_DRAWER else ZERO
         self.till.note(f"the shift of drawer {drawer} ends")
         expected = self.books.position_before(drawer, self.now)
+        leave = leave if expected > leave else ZERO
         self.till.step("press F8")
         counted = self.write_count(expected, leave)
         self.till.step("click shift_close", "expect question هل تريد اغلاق الورديه الحاليه ؟", "answer yes",
                        "expect hidden shift2s")
-        self.report(drawer, expected, counted)
-        if drawer != MAIN_DRAWER:
+        self.report(drawer, self.started[drawer], expected, counted)
+        if drawer != MAIN_DRAWER and expected > 0:
             self.move_to_main(drawer, expected - leave)
 
     def write_count(self, expected, leave):
@@ -138,26 +157,33 @@ class RandomDay(Movements):
         self.till.step(f"type {plain(counted)} into shift_counted", f"type {plain(leave)} into shift_leave", "press Tab")
         return counted
 
-    def report(self, drawer, expected, counted):
-        cells = (counted, expected, counted - expected,
-                 self.books.card_sales(drawer, self.started[drawer], self.now))
+    def report(self, drawer, start, expected, counted):
+        cells = (counted, expected, counted - expected, self.books.card_sales(drawer, start, self.now))
         self.till.step("expect rows select f1, F2, f3, f4 from [print] gives " + " | ".join(map(text, cells)))
         self.reports[f"shift-{self.now:%Y%m%d-%H%M%S}.pdf"] = [], [
-            *cells, *self.books.beside(drawer, self.started[drawer], self.now)]
+            *cells, *self.books.beside(drawer, start, self.now)]
 
     def move_to_main(self, drawer, amount):
         assert amount > 0
         self.till.step("expect rows select top 1 caml, cash_nf, cash_nt, convert(varchar, cdate, 111), "
-                       "convert(varchar, time_, 8) from cach_t order by cnum desc gives "
+                       "convert(varchar, time_, 8) from cach_t "
+                       f"where cash_nf = {drawer} order by cnum desc gives "
                        f"{plain(amount)} | {drawer} | {MAIN_DRAWER} | {self.now:%Y/%m/%d} | {self.now:%H:%M:%S}")
         self.books.transfers.append(Transfer(self.now, drawer, MAIN_DRAWER, amount))
 
     def count(self, drawer):
+        """Another count of the day takes the place of the first."""
         self.till.note(f"drawer {drawer} is counted")
+        self.books.counts.pop((DAY.date(), drawer), None)
         expected = self.books.position_before(drawer, self.now)
         counted = expected + self.difference()
         self.till.count(expected, counted)
         self.books.counts[DAY.date(), drawer] = Count(self.now, counted - expected)
+        self.counted[drawer] = expected, counted
+
+    def look_at_cash(self, drawer):
+        position = self.books.position_before(drawer, self.now)
+        self.till.look_at_cash(position, *self.counted.get(drawer, ()))
 
     # What must be seen ------------------------------------------------------------------------------------
 

@@ -102,12 +102,19 @@ class Till:
                   f"expect text direct_after = {text(owed - amount)}", "press Enter", "expect question ...",
                   "answer no", "expect hidden direct_receipt")
 
-    def look_at_cash(self, expected):
-        self.step("click menu_cash_count", f"expect text cash_expected = {text(expected)}", "press Esc",
-                  "expect hidden cash_count")
+    def look_at_cash(self, position, expected=None, counted=None):
+        """The panel shows the cash of now, and a count of the day as it was, with what has moved since."""
+        self.step("click menu_cash_count", f"expect text cash_position = {text(position)}")
+        if counted is None:
+            self.step(f"expect text cash_expected = {text(position)}")
+        else:
+            self.step(f"expect text cash_expected = {text(expected)}", f"expect text cash_counted = {text(counted)}",
+                      f"expect text cash_difference = {text(counted - expected)}",
+                      f"expect text cash_moved_since = {text(position - counted)}")
+        self.step("press Esc", "expect hidden cash_count")
 
     def count(self, expected, counted):
-        self.step("click menu_cash_count", f"expect text cash_expected = {text(expected)}",
-                  f"type {plain(counted)} into cash_counted", "press Tab",
+        self.step("click menu_cash_count", f"type {plain(counted)} into cash_counted", "press Tab",
+                  f"expect text cash_expected = {text(expected)}",
                   f"expect text cash_difference = {text(counted - expected)}", "click cash_confirm",
                   f"expect text cash_position = {text(counted)}", "press Esc", "expect hidden cash_count")
