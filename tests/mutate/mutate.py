@@ -37,7 +37,7 @@ class Tests:
         self.stories = {
             f"reconcile {what} {seed}": ["/usr/bin/python3", tree / "tests/reconcile/run.py", what, "--seed", str(seed),
                                          *programs, "--folder", build / "reconcile" / f"{what}-{seed}"]
-            for what in ("day", "account") for seed in (1, 2)}
+            for what, seed in (("day", 1), ("day", 2), ("account", 1), ("account", 3))}
         self.plays = {f"play {file.stem}": [binaries / "tallvex-test-play", "--pictures", build / "pictures", file]
                       for file in sorted((tree / "tests/plays").glob("*.play"))}
         self.limits = {}

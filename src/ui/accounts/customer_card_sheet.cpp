@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "common/amount.h"
 #include "common/numbers.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/style.h"
@@ -109,7 +110,7 @@ bool CustomerCardSheet::open(accounts::CardMode mode, std::int64_t code) {
 
 void CustomerCardSheet::show_card() {
     title_->setText(qt(logic_.title()).trimmed());
-    balance_->setText(qt(common::format_amount(logic_.balance())));
+    balance_->setText(qt(common::Amount(logic_.balance()).text()));
     fill_choices(form_.list("customer_representative"), logic_.representatives(), {});
     fill_choices(form_.list("customer_class"), logic_.price_classes(), {});
     fill_places();

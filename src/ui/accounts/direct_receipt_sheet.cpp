@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "common/numbers.h"
+#include "common/amount.h"
 #include "common/typed.h"
 #include "printing/report_printer.h"
 #include "sales/sales_desk.h"
@@ -64,7 +64,7 @@ void DirectReceiptSheet::show_balance() {
                 accounts::find_party(context_.connection, accounts::PartyKind::customer, *customer))
             owed_ = party->balance;
     });
-    form_.figure("direct_balance")->setText(customer ? qt(common::format_amount(owed_)) : QString("—"));
+    form_.figure("direct_balance")->setText(customer ? qt(common::Amount(owed_).text()) : QString("—"));
     show_balance_after();
 }
 

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "accounts/parties.h"
+#include "common/amount.h"
 #include "common/numbers.h"
 #include "common/search.h"
 #include "ui/accounts/account_statement_screen.h"
@@ -134,7 +135,7 @@ std::vector<Person> account_customers(const Context& context) {
         for (const accounts::CustomerRow& row : accounts::list_customers(context.connection)) {
             people.push_back({row.code,
                               {"\u200e" + QString::number(row.code), qt(row.name), "\u200e" + qt(row.phone),
-                               "\u200e" + qt(common::format_amount(row.balance))}});
+                               "\u200e" + qt(common::Amount(row.balance).text())}});
         }
     });
     return people;

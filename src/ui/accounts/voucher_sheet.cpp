@@ -9,7 +9,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "common/numbers.h"
+#include "common/amount.h"
 #include "common/typed.h"
 #include "printing/receipt.h"
 #include "printing/report_printer.h"
@@ -211,7 +211,7 @@ void VoucherSheet::show_party() {
     fill_choices(form_.list("voucher_representative"), logic_.representatives(),
                  logic_.fields.representative);
     form_.figure("voucher_balance")
-        ->setText(party ? qt(common::format_amount(logic_.party_balance())) : QString("—"));
+        ->setText(party ? qt(common::Amount(logic_.party_balance()).text()) : QString("—"));
 }
 
 void VoucherSheet::show_method() {
