@@ -164,8 +164,9 @@ void same_statement(Scene& s) {
     const cash::Figures& figures = s.statement.figures();
     // The order of HandCash's sums of a day.
     using enum cash::Figure;
-    const std::vector<cash::Figure> order = {account_sales, account_returns, cash_sales,  card_sales,
-                                             tips,          coupons,         uncollected, cash_returns};
+    const std::vector<cash::Figure> order = {account_sales, account_returns,   cash_sales,  card_sales,
+                                             tips,          coupons,           uncollected, cash_returns,
+                                             discounts,     returned_discounts};
     for (std::size_t i = 0; i < order.size(); ++i)
         expect_same("the statement's column " + std::to_string(i), figures[order[i]].value(), hand.sums[i]);
     expect_same("balance brought forward", figures[previous_balance].value(), hand.brought_forward);

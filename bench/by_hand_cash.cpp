@@ -81,6 +81,12 @@ constexpr const char* not_collected = "vcode = -1 and ctype in (0, 1) and stype 
 constexpr const char* back = "vcode = -1 and ctype in (1, 2)";
 constexpr const char* back_but_card = "vcode = -1 and ctype in (2, 3) and stype <> 1";
 constexpr const char* card_back = "vcode = -1 and ctype in (2, 3) and stype = 1";
+constexpr const char* discounted =
+    "vcode = -1 and ctype in (0, 1) and stype not in (1, 2) and (stype <> 4 or ifnull(safe, 1) <> 0) and "
+    "pdis <> 0";
+constexpr const char* discounted_back = "vcode = -1 and ctype in (1, 2) and pdis <> 0";
+constexpr const char* discounted_back_but_card =
+    "vcode = -1 and ctype in (2, 3) and stype <> 1 and pdis <> 0";
 constexpr const char* coupons_back = "vcode = -1 and ctype in (2, 3) and stype = 3";
 
 }  // namespace
@@ -108,6 +114,8 @@ HandCash::HandCash(HandEngine& engine) {
     add(position_, invoices(before, "ptot", not_collected), -1);
     add(position_, invoices(before, "ptot", back_but_card), -1);
     add(position_, invoices(before, "disboun", coupons_back), 1);
+    add(position_, invoices(before, "pdis", discounted), -1);
+    add(position_, invoices(before, "pdis", discounted_back_but_card), 1);
     add_movements(position_, before);
 
     add(period_, invoices(of_period, "ptot", by_card), 1);
@@ -121,6 +129,8 @@ HandCash::HandCash(HandEngine& engine) {
     add(carried_, invoices(up_to, "disboun", with_coupons), -1);
     add(carried_, invoices(up_to, "ptot", not_collected), -1);
     add(carried_, invoices(up_to, "ptot", back), -1);
+    add(carried_, invoices(up_to, "pdis", discounted), -1);
+    add(carried_, invoices(up_to, "pdis", discounted_back), 1);
     add_movements(carried_, up_to);
 
     add(day_, invoices(of_day, "ptot", "vcode <> -1 and ctype in (0, 1)", by_day), 1);
@@ -131,6 +141,8 @@ HandCash::HandCash(HandEngine& engine) {
     add(day_, invoices(of_day, "disboun", with_coupons), 1);
     add(day_, invoices(of_day, "ptot", not_collected), 1);
     add(day_, invoices(of_day, "ptot", back), 1);
+    add(day_, invoices(of_day, "pdis", discounted), 1);
+    add(day_, invoices(of_day, "pdis", discounted_back), 1);
     add(day_, counts(of_day), 1);
     add(day_, vouchers(of_day), 1, 1);
     add(day_, transfers(of_day, "cto", "cash_nt"), 1);
@@ -154,6 +166,8 @@ HandCash::HandCash(HandEngine& engine) {
     summed("disboun", "vcode = -1 and ctype = 0 and stype = 2");
     summed("ptot), sum(disboun", "vcode = -1 and ctype in (2, 3)");
     summed("ptot", "vcode <> -1 and ctype in (2, 3)", by_day);
+    summed("pdis", "vcode = -1 and ctype = 0 and stype = 0 and pdis <> 0");
+    summed("pdis", "vcode = -1 and ctype in (2, 3) and pdis <> 0");
 
     for (const auto& [table, store, drawer, date, more] :
          std::vector<std::array<const char*, 5>>{{"sales", "stcode", "ptype", "date", ""},

@@ -81,6 +81,7 @@ SoldInvoice InvoiceMaker::next() {
         choice >= 5 && choice < 15 ? 1 + static_cast<int>(noise(seed + 1) % Sizes::customers) : -1;
     invoice.stype = choice >= 90 ? 1 : choice >= 88 ? 2 : choice == 87 ? 3 : choice == 86 ? 4 : 0;
     invoice.disboun = invoice.stype == 2 ? 5 : invoice.stype == 3 ? 2 : 0;
+    invoice.discount = invoice.stype == 0 && noise(seed + 3) % 10 == 0 ? 2.5 : invoice.disboun;
     invoice.drawer = drawer_of(noise(seed + 2));
     invoice.shift = shift_of(invoice.moment.date);
     invoice.number = invoice.ctype == 2 ? ++returns_ : invoice.vcode == -1 ? ++walk_in_ : ++account_;

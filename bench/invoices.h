@@ -41,7 +41,8 @@ struct SoldInvoice {
     int vcode;  // 10 in 100 on account, the others -1
     int drawer;
     int shift;
-    double disboun;  // deducted for tips and coupons
+    double disboun;   // deducted for tips and coupons
+    double discount;  // on the whole invoice: the same for these, and on one in ten that are paid in cash
     std::vector<SoldLine> lines;
     double total() const;
 };

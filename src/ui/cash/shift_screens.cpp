@@ -56,9 +56,6 @@ ShiftForm::ShiftForm() {
     form_.add(cash::shift_form(), grid);
     column->addLayout(grid.layout());
     QWidget* counted = form_.field("shift_counted");
-    // Absolutely, or the empty field would take its side from the language of the keyboard.
-    form_.line("shift_counted")->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
-    form_.line("shift_counted")->setPlaceholderText(qt(cash::message::not_counted));
     enter_leads_on({first_field(), counted, form_.field("shift_leave")});
     enter_leads_on({form_.field("shift_date"), form_.field("shift_time"), counted});
 }
