@@ -4,7 +4,6 @@
 
 #include "accounts/messages.h"
 #include "common/numbers.h"
-#include "common/search.h"
 #include "common/text.h"
 #include "common/typed.h"
 #include "database/form.h"
@@ -170,16 +169,12 @@ void AccountCustomer::choose_place(std::size_t level, std::optional<std::int64_t
 
 std::vector<common::Choice> AccountCustomer::find_classes(std::string_view wanted) {
     Sql statement("select * from cust_typ ");
-    if (wanted.empty()) return database::choices(connection_.query(statement), "code", "name");
-    if (const auto number = common::parse_integer(wanted))
-        return database::choices(connection_.query(statement + " Where code = " + *number), "code", "name");
-    std::vector<common::Choice> found;
-    for (const std::string& spelling : common::digit_spellings(wanted)) {
-        const auto named = connection_.query(statement + " Where name like " + quoted("%" + spelling + "%"));
-        for (common::Choice& price_class : database::choices(named, "code", "name"))
-            if (!contains(found, price_class.code)) found.push_back(std::move(price_class));
+    if (const auto number = common::parse_integer(wanted)) {
+        statement += Sql(" Where code = ") + *number;
+    } else if (!wanted.empty()) {
+        statement += Sql(" Where name like ") + quoted("%" + database::like_text(wanted) + "%");
     }
-    return found;
+    return database::choices(connection_.query(statement), "code", "name");
 }
 
 std::optional<Refusal> AccountCustomer::search_classes(std::string_view text,

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "accounts/messages.h"
-#include "common/search.h"
 #include "common/text.h"
 #include "common/typed.h"
 #include "database/form.h"
@@ -92,17 +91,11 @@ void CashCustomer::open() {
 
 // An empty text lists all.
 void CashCustomer::search(database::Fragment condition, std::string_view text) {
+    Sql statement(" select * from cust_cash ");
+    if (!text.empty()) statement += Sql(condition) + quoted("%" + database::like_text(text) + "%");
     results_.clear();
-    for (const std::string& spelling : common::digit_spellings(text)) {
-        Sql statement(" select * from cust_cash ");
-        if (!text.empty()) statement += Sql(condition) + quoted("%" + spelling + "%");
-        for (const auto& row : connection_.query(statement)) {
-            WalkInCustomer found = walk_in_of(row);
-            const bool is_listed = std::any_of(results_.begin(), results_.end(),
-                                               [&](const auto& one) { return one.code == found.code; });
-            if (!is_listed) results_.push_back(std::move(found));
-        }
-    }
+    for (const auto& row : connection_.query(statement))
+        results_.push_back(walk_in_of(row));
 }
 
 void CashCustomer::search_names() {
