@@ -28,7 +28,10 @@ def read_one(part):
     return Receipt(lines, totals)
 
 
-def amounts_of_pages(file):
-    """All amounts on the pages of a PDF file, from top to bottom."""
-    done = subprocess.run(["pdftotext", "-layout", file, "-"], capture_output=True, check=True)
-    return [Decimal(found.decode()) for found in AMOUNT.findall(done.stdout)]
+def pages(file):
+    """The text of a PDF file, from top to bottom."""
+    return subprocess.run(["pdftotext", "-layout", file, "-"], capture_output=True, check=True).stdout
+
+
+def amounts_of(text):
+    return [Decimal(found.decode()) for found in AMOUNT.findall(text)]

@@ -70,7 +70,9 @@ def compare_receipts(invoices, port):
 
 def compare_reports(reports, folder):
     for file, (rows, figures) in reports.items():
-        amounts = paper.amounts_of_pages(folder / file)
+        pages = paper.pages(folder / file)
+        expect(f"{file}, the shop's telephone", True, shop.TELEPHONE.encode() in pages)
+        amounts = paper.amounts_of(pages)
         expect(f"{file}, rows", list(map(text, rows)), list(map(text, sorted(amounts[: len(rows)]))))
         expect(f"{file}, figures", list(map(text, figures)), list(map(text, amounts[len(rows) :])))
 

@@ -24,6 +24,7 @@ WEIGHED = [
 ]
 ITEMS = PLAIN + WEIGHED
 OPENING_STOCK = 5000
+TELEPHONE = "0220000123"
 PERIOD = datetime(2026, 11, 1)  # the first day of the period prices
 
 OPENINGS = {1: D("500.5"), 2: D("0")}  # cash of the drawers
@@ -44,7 +45,7 @@ def label(item, grams):
 
 def rows():
     """The statements that make the shop from an empty one."""
-    yield "update basic set [Print] = 'lpt1', max_dis = 100, prn_csh_rep = 1, clos_bal = 0, mst = 1, mcash = 1"
+    yield f"update basic set [Print] = 'lpt1', max_dis = 100, tel = '{TELEPHONE}', prn_csh_rep = 1, clos_bal = 0, mst = 1, mcash = 1"
     yield f"update cash set copen = {OPENINGS[1]}, salary1 = {OPENINGS[1]}"
     yield f"insert into cash (code, name, stcode, copen, salary1) values (2, 'درج 2', 1, {OPENINGS[2]}, {OPENINGS[2]})"
     for item in ITEMS:
