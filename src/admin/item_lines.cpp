@@ -65,8 +65,8 @@ class Reader {
     // What an owner should look at, though the line can be imported.
     void note(const ItemLine& item) {
         const auto add = [this](std::string text) { file_.notes.push_back({csv_.line(), std::move(text)}); };
-        if (cell("name").find_first_of("\r\n\t") != std::string_view::npos)
-            add("name stands on several lines; it becomes \"" + item.name + "\"");
+        for (const std::string& text : cleaned_)
+            add(text);
         const auto [known, is_new] = names_.emplace(common::lower_ascii(item.name), item.code);
         if (!is_new) add("name is also that of item " + std::to_string(known->second));
         for (std::size_t unit = 0; unit < 3; ++unit) {
@@ -114,6 +114,7 @@ class Reader {
                         [](const std::string& cell) { return common::trim(cell).empty(); })) {
             return;
         }
+        cleaned_.clear();
         try {
             if (cells_.size() != header_.size()) {
                 throw BadLine{"has " + std::to_string(cells_.size()) + " cells, the first line has " +
@@ -136,8 +137,7 @@ class Reader {
     std::string_view cell(std::string_view column) const { return common::trim(whole_cell(column)); }
 
     // The text of a column for a column of the database.
-    std::string text(std::string_view column, const database::TextLimits& table,
-                     std::string_view target) const {
+    std::string text(std::string_view column, const database::TextLimits& table, std::string_view target) {
         std::string found(cell(column));
         if (common::utf8(common::code_points(found)) != found) {
             throw BadLine{std::string(column) +
@@ -152,6 +152,10 @@ class Reader {
                 throw BadLine{std::string(column) + " has a control character in it"};
         }
         if (!table.fits(target, found)) throw BadLine{std::string(column) + " is too long"};
+        if (!found.empty() && found != whole_cell(column)) {
+            cleaned_.push_back(std::string(column) + " becomes \"" + found +
+                               "\", on one line and without the blanks around it");
+        }
         return found;
     }
 
@@ -311,6 +315,7 @@ class Reader {
     const std::function<void(std::size_t)>& reached_;
     std::vector<std::string> header_;
     std::vector<std::string> cells_;
+    std::vector<std::string> cleaned_;  // how texts of the line become others than they stand in the file
     std::unordered_set<std::int64_t> codes_;
     std::unordered_set<std::string> barcodes_;
     std::unordered_map<std::string, std::int64_t> names_;  // in lower case, of the shop and of the file

@@ -122,8 +122,7 @@ std::optional<printing::Report> quotation(Connection& connection, const signin::
     report.totals = {{"الاجمالي", invoice.total().text()},
                      {"خـــــــصم", invoice.discount().text()},
                      {"الصافي", invoice.net().text()}};
-    // The receipts' own speller does not reach the thousands of quotations.
-    report.words = common::spell_amount(invoice.net().value());
+    report.words = common::invoice_words(invoice.net());
     for (const std::string& line : session.credit_lines) {
         if (!line.empty()) report.footers.push_back(line);
     }

@@ -147,15 +147,17 @@ TEST_F(Import, NotesWhatShouldBeLookedAt) {
         "1,لبن,34,41.5,6,,,0,01/05/2027,2\n"  // no carton: its price 0 means nothing
         "2,tea,5,4.75,,,,,,\n"
         "3,لبن,34,41.5,6,204,203.99,,,\n"
-        "4,\"جبنة\nرومي\",0,9,,,,,,\n");
+        "4,\"جبنة\nرومي\",0,9,,,,,,\n"
+        "6, عسل ,0,9,,,,,,\n");
     EXPECT_EQ(run.code, 0) << run.err;
     EXPECT_EQ(run.err,
               "items.csv:3: note: name is also that of item 5\n"
               "items.csv:3: note: price12 4.75 is below the cost 5\n"
               "items.csv:4: note: name is also that of item 1\n"
               "items.csv:4: note: price22 203.99 is below the cost 204\n"
-              "items.csv:5: note: name stands on several lines; it becomes \"جبنة رومي\"\n");
-    EXPECT_EQ(bench.cell("select count(*) from items"), "5");
+              "items.csv:5: note: name becomes \"جبنة رومي\", on one line and without the blanks around it\n"
+              "items.csv:7: note: name becomes \"عسل\", on one line and without the blanks around it\n");
+    EXPECT_EQ(bench.cell("select count(*) from items"), "6");
     EXPECT_EQ(bench.cell("select edate from stk where icode = 1"), "2027/05/01 00:00:00");
 }
 

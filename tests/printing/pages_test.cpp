@@ -267,6 +267,21 @@ TEST(ReportPage, BreaksTheTableAndKeepsTheTotalsTogether) {
     }
 }
 
+// An offer names no main total: the last one, its net, stands out.
+TEST(ReportPage, OneTotalStandsOut) {
+    printing::Report report;
+    report.title = "عرض سعر";
+    report.totals = {{"الاجمالي", "120.00"}, {"خصم", "12.00"}, {"الصافي", "108.00"}};
+    const auto picture = [&](int main) {
+        report.main_total = main;
+        return pictures(ReportPage(report), 4)[0];
+    };
+    const QImage last = picture(2);
+    EXPECT_EQ(picture(-1), last);
+    EXPECT_NE(picture(0), last);
+    EXPECT_NE(picture(1), last);
+}
+
 TEST(ReportPage, DrawsWideReportsAcrossThePaper) {
     printing::Report report;
     report.title = "كشف النقدية";

@@ -225,7 +225,7 @@ TEST(OffersOnScreen, AQuotationStatesTheTotalInWords) {
               "م,كود,اسم الصنف,الوحدة,كمية,سعر,خصم,الاجمالي\r\n"
               "1,410,شاي,وحدة,10,12.00,0.00,120.00\r\n"
               "الاجمالي,120.00\r\nخـــــــصم,12.00\r\nالصافي,108.00\r\n"
-              "فقط مائة وثمانية جنيها لا غير\r\n");
+              "فقط مائة و  ثمانية جنيها لا غير\r\n");
     EXPECT_EQ(report->main_total, -1) << "the last one, the net, stands out";
     counter.shop.sql("update offer set f5 = '99999.00', pdis = 0");
     EXPECT_EQ(sales::quotation(counter.connection(), counter.session, 1)->words,

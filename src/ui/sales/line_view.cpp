@@ -347,8 +347,8 @@ void LineView::keyPressEvent(QKeyEvent* event) {
         default:
             break;
     }
-    // A minus is refused with the number behind it; without it the number would be another one.
-    if (!text.isEmpty() && (text.front().isDigit() || text == "." || text == "٫" || text == "-")) {
+    // A minus or a comma is refused with the number behind it; without it the number would be another one.
+    if (!text.isEmpty() && (text.front().isDigit() || QStringLiteral(".٫-,،٬").contains(text))) {
         want_edit(text);
         return;
     }
