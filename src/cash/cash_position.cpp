@@ -25,7 +25,8 @@ struct Removal {
     std::string drawer_name;
     Amount position;
     Amount leave;
-    std::string until;  // the moment of the position
+    std::string until;           // the moment of the position
+    std::optional<Amount> held;  // now, where `leave` is to stay whatever the drawer held at that moment
 };
 
 // What has left a drawer at or after the moment of its position, which does not see those transfers: each is
@@ -47,7 +48,8 @@ std::optional<Drawer> main_drawer(database::Connection& connection) {
 Amount removable(database::Connection& connection, const std::optional<Drawer>& main,
                  const Removal& removal) {
     if (!main || removal.drawer == *main || removal.position <= Amount()) return {};
-    return std::max(Amount(), removal.position - moved_since(connection, removal) - removal.leave);
+    const Amount left = removal.position - moved_since(connection, removal);
+    return std::max(Amount(), std::min(left, removal.held.value_or(left)) - removal.leave);
 }
 
 // Inserts one transfer to the main drawer, dated at the moment it is made, and returns its amount; 0 if there
@@ -175,7 +177,8 @@ void CashPosition::move(Amount leave, std::int64_t drawer) {
                                     computed.name,
                                     computed.position,
                                     in_single_precision(leave),
-                                    common::moment_text(until_)});
+                                    common::moment_text(until_),
+                                    {}});
         if (store_ == session_.store_code && computed.drawer == session_.cash_point) own_ = computed;
     }
 }
@@ -206,11 +209,14 @@ std::vector<DrawerPosition> calc_cash(database::Connection& connection, const si
             services.prompts.message(std::string(message::started_with) + drawer.position.text() +
                                      std::string(message::nothing_moved));
         }
-        removals.push_back({{store, drawer.drawer},
-                            drawer.name,
-                            drawer.position,
-                            drawer.drawer == session.cash_point ? leave : Amount(),
-                            moment});
+        Removal removal{{store, drawer.drawer}, drawer.name, drawer.position, {}, moment, {}};
+        if (drawer.drawer == session.cash_point && !leave.is_zero()) {
+            // The moment may be long past, as the newest shift is often that of another drawer.
+            removal.leave = leave;
+            removal.held =
+                calc_position(connection, copy, removal.drawer, common::next_second(services.clock.now()));
+        }
+        removals.push_back(std::move(removal));
     }
     const bool others = may_empty_others(connection, session, services.prompts, removals);
     for (std::size_t i = 0; i < removals.size(); ++i) {

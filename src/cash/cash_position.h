@@ -83,8 +83,8 @@ common::Amount calc_position(database::Connection& connection, CalcCopy copy, co
 
 // Computes every drawer of the session's store up to the start of its newest shift, transfers what is above
 // zero to the main drawer, and tells the cashier of each drawer whose cash is zero or less. The session's own
-// drawer keeps `leave`. The others are emptied if the cashier agrees: it is the cash of colleagues, some of
-// whom may be in their shifts. Does nothing if there is no shift.
+// drawer keeps `leave` of what it holds now. The others are emptied if the cashier agrees: it is the cash of
+// colleagues, some of whom may be in their shifts. Does nothing if there is no shift.
 std::vector<DrawerPosition> calc_cash(database::Connection& connection, const signin::Session& session,
                                       const common::Services& services, CalcCopy copy, common::Amount leave);
 

@@ -13,9 +13,8 @@ std::optional<std::string> read_day(std::string_view typed) {
 
 constexpr TillSetting settings[] = {
     {setting::net_from,
-     "the first day from which on a drawer is to hold the net of its cash invoices: their discounts are "
-     "taken "
-     "off the expected cash. Leave it unset where another program adds up the cash of this shop without them",
+     "from this day on a drawer is to hold the net of its cash invoices: their discounts are taken off the "
+     "expected cash. Leave it unset where another program adds up the cash of this shop without them",
      "a day, yyyy/mm/dd", read_day},
 };
 

@@ -169,6 +169,23 @@ TEST_F(Position, CalcCashEmptiesTheDrawersAndNamesTheEmptyOnes) {
               "تم بدء وردية جديدة .. رصيد الخزينه -- 0.00 -- صفر أو أقل لم يتم تحويل النقديه منها");
 }
 
+// 500 at the start of the newest shift, which is that of drawer 2; then an expense of 200 leaves 300.
+TEST_F(Position, WhatIsToStayInTheDrawerStaysThoughItHoldsLessNow) {
+    drawers.open_shift(4);
+    drawers.open_shift(9, "2026/11/21 09:00:00", 2);
+    drawers.cash_sale("500", "08:30:00");
+    drawers.shop.sql(
+        "insert into dailyexp (expdate,time_,value,stcode,cash_n) select '2026/11/21','10:00:00',200,1,1");
+    const auto start = [this](Amount leave) {
+        calc_cash(drawers.shop.connection(), drawers.session, drawers.services.all(), CalcCopy::shift_close,
+                  leave);
+        return drawers.transfers();
+    };
+    EXPECT_EQ(start(Amount(300)), "");
+    EXPECT_EQ(start(Amount(120)), "1: 1/1 to 1/2 180.00\n");
+    EXPECT_EQ(start(Amount(120)), "1: 1/1 to 1/2 180.00\n");
+}
+
 TEST_F(Position, CalcCashAsksBeforeItEmptiesTheDrawersOfOthers) {
     drawers.shop.sql("update basic set mst = 2, mcash = 1");
     drawers.shop.sql("insert into cash (stcode,code,[name],copen,salary1) select 1,3,N'درج 3',0,12.5");

@@ -56,7 +56,7 @@ NumberField::NumberField(const QString& name, QWidget* parent) : SelectingField(
     setObjectName(name);
     setProperty(keys_property, keys_no_scans);
     setLayoutDirection(Qt::LeftToRight);
-    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
 }
 
 AmountField::AmountField(const QString& name, QWidget* parent) : NumberField(name, parent) {}
@@ -163,7 +163,7 @@ QLineEdit* moment_field(const QString& name, QWidget* parent) {
     auto* field = new PlainField(parent);
     field->setObjectName(name);
     field->setLayoutDirection(Qt::LeftToRight);
-    field->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    field->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     return field;
 }
 

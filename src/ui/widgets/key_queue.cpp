@@ -74,7 +74,7 @@ bool KeyQueue::eventFilter(QObject* watched, QEvent* event) {
     const quint64 time = pressed->timestamp() != 0
                              ? pressed->timestamp()
                              : static_cast<quint64>(QDateTime::currentMSecsSinceEpoch());
-    // Some scanners end with a line deliver_waiting.
+    // Some scanners end with a line feed.
     const int key = pressed->text() == "\n" ? int(Qt::Key_Return) : pressed->key();
     take({key, pressed->modifiers(), pressed->text(), pressed->isAutoRepeat(), time});
     return true;
