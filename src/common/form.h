@@ -80,9 +80,10 @@ FieldValue value_of(const FormField<Values>& field, const Values& values) {
         field.member);
 }
 
-// Sets a field that has a member; the value must be of the member's type.
+// Sets a field that has a member; the value must be of the member's type. Not inlined, because GCC 12 then
+// warns of text members that the struct does not have.
 template <typename Values>
-void set_value(const FormField<Values>& field, Values& values, FieldValue value) {
+[[gnu::noinline]] void set_value(const FormField<Values>& field, Values& values, FieldValue value) {
     std::visit(
         [&](auto member) {
             if constexpr (!std::is_same_v<decltype(member), std::monostate>) {
