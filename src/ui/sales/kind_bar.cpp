@@ -157,9 +157,9 @@ void KindBar::show_state(const sales::SalesDesk& desk) {
         kind_->setStyleSheet(style);
     }
     const QString number = QString::number(invoice.number);
-    // Keep a number that is being typed.
-    if (!number_->hasFocus() || number_->text() == shown_number_ || shown_number_ != number)
-        number_->setText(number);
+    // Keep a number that is being typed, and the selection of one that is about to be replaced.
+    const bool keeps = number_->hasFocus() && number_->text() != shown_number_ && shown_number_ == number;
+    if (!keeps && number_->text() != number) number_->setText(number);
     shown_number_ = number;
     date_->setText(qt(common::date_text(invoice.date)));
     kinds_->show_chosen(static_cast<int>(invoice.kind));
