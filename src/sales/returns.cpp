@@ -1,6 +1,7 @@
 #include "sales/returns.h"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <utility>
 #include <vector>
@@ -28,17 +29,34 @@ Article article_of(const Line& line) {
     return line.item_code ? Article{*line.item_code, ""} : Article{0, line.name};
 }
 
-void add_quantities(Quantities& sums, const std::vector<Row>& lines) {
-    for (const Row& row : lines) {
+// A saved line.
+struct SavedLine {
+    Article article;
+    double base_quantity = 0;
+    double factor = 1;
+    double price = 0;
+    double discount = 0;
+};
+
+void add_lines(std::vector<SavedLine>& saved, const std::vector<Row>& rows) {
+    for (const Row& row : rows) {
         const Article article =
             row.null("icode") ? Article{0, row.text("note")} : Article{row.integer("icode"), ""};
-        sums[article] += row.number("quan1");
+        saved.push_back(
+            {article, row.number("quan1"), row.number("unit1"), row.number("price"), row.number("disc")});
     }
+}
+
+Quantities quantities_of(const std::vector<SavedLine>& lines) {
+    Quantities sums;
+    for (const SavedLine& line : lines)
+        sums[line.article] += line.base_quantity;
+    return sums;
 }
 
 // What earlier returns brought back of a sale.
 struct Returned {
-    Quantities quantities;
+    std::vector<SavedLine> lines;
     double discount = 0;  // of the whole invoice
 };
 
@@ -50,7 +68,7 @@ Returned returned_of(Connection& connection, const OriginalSale& sale, std::int6
         const InvoiceIdentity back = identity_of(header);
         const auto linked = linked_sale(connection, back);
         if (linked && sale.identity && *linked != *sale.identity) continue;
-        add_quantities(returned.quantities, line_rows(connection, back));
+        add_lines(returned.lines, line_rows(connection, back));
         returned.discount += header.number("pdis");
     }
     return returned;
@@ -88,6 +106,33 @@ bool may_come_back(const Line& sold) {
     return !sold.item_code || sold.stock_kept;
 }
 
+// Returns true if a returned line was in the unit of a sold line, at its price and with its share of the
+// discount.
+bool is_part_of(const SavedLine& returned, const Line& sold) {
+    constexpr double two_roundings = 0.015;
+    const double share = sold.sold_discount * returned.base_quantity / sold.base_quantity();
+    return returned.factor == sold.factor && std::abs(returned.price - sold.price) < 1e-6 &&
+           std::abs(returned.discount - share) < two_roundings;
+}
+
+// What earlier returns took from each line, in base units: from the line that the goods were sold on, and
+// what fits none of them (a pack of a carton, another price) from the top.
+std::vector<double> taken_from(const std::vector<Line>& sale, std::vector<SavedLine> returned) {
+    std::vector<double> taken(sale.size());
+    for (const bool to_its_line : {true, false}) {
+        for (SavedLine& back : returned) {
+            for (std::size_t at = 0; at < sale.size(); ++at) {
+                const Line& sold = sale[at];
+                if (article_of(sold) != back.article || (to_its_line && !is_part_of(back, sold))) continue;
+                const double part = std::min(back.base_quantity, sold.base_quantity() - taken[at]);
+                taken[at] += part;
+                back.base_quantity -= part;
+            }
+        }
+    }
+    return taken;
+}
+
 // The percent that leaves, with what earlier returns took, the sale's discount on the goods that may come
 // back.
 double discount_left(const Invoice& sale, const Invoice& back, double returned) {
@@ -117,20 +162,18 @@ Invoice return_of(Connection& connection, const RecalledInvoice& recalled) {
 
     const bool tips = sale.payment == PaymentOption::tips;
     const std::vector<Amount> tips_shares = shares(sale, tips ? sale.discount() : Amount());
-    Returned returned = returned_of(connection, *back.original, sale.customer);
-    for (std::size_t at = 0; at < sale.lines.size(); ++at) {
-        const Line& sold = sale.lines[at];
-        if (!may_come_back(sold)) continue;
-        // Earlier returns are charged to the sale's lines from the top.
-        double& charged = returned.quantities[article_of(sold)];
-        const double taken = std::min(charged, sold.base_quantity());
-        charged -= taken;
-        const double rest = (sold.base_quantity() - taken) / sold.factor;
-        if (rest <= nothing_left) continue;
-        Line line = sold;
+    std::vector<Line> lines = sale.lines;
+    for (std::size_t at = 0; at < lines.size(); ++at) {
+        lines[at].sold_quantity = lines[at].quantity;
+        lines[at].sold_discount = lines[at].discount + tips_shares[at].value();
+    }
+    const Returned returned = returned_of(connection, *back.original, sale.customer);
+    const std::vector<double> taken = taken_from(lines, returned.lines);
+    for (std::size_t at = 0; at < lines.size(); ++at) {
+        Line& line = lines[at];
+        const double rest = (line.base_quantity() - taken[at]) / line.factor;
+        if (!may_come_back(line) || rest <= nothing_left) continue;
         line.returnable = rest;
-        line.sold_quantity = sold.quantity;
-        line.sold_discount = sold.discount + tips_shares[at].value();
         line.set_quantity(rest);
         line.source_kind = SourceKind::selling_store;
         back.lines.push_back(std::move(line));
@@ -141,9 +184,10 @@ Invoice return_of(Connection& connection, const RecalledInvoice& recalled) {
 
 std::optional<std::string> line_beyond_sale(Connection& connection, const Invoice& invoice) {
     if (!invoice.is_return() || !invoice.original) return std::nullopt;
-    Quantities sold;
-    add_quantities(sold, sold_rows(connection, *invoice.original, invoice.customer));
-    Quantities used = returned_of(connection, *invoice.original, invoice.customer).quantities;
+    std::vector<SavedLine> sale;
+    add_lines(sale, sold_rows(connection, *invoice.original, invoice.customer));
+    const Quantities sold = quantities_of(sale);
+    Quantities used = quantities_of(returned_of(connection, *invoice.original, invoice.customer).lines);
     for (const Line& line : invoice.lines) {
         const auto found = sold.find(article_of(line));
         double& sum = used[article_of(line)];
