@@ -241,8 +241,7 @@ class Reader {
                 // A cost may be 0, but nothing is sold for nothing.
                 if (level > 0 && price && *price == 0 && has_unit(item, unit)) {
                     throw BadLine{std::string(prices_header[unit][level]) +
-                                  " is 0, so the till would give it away; leave it empty if there is no such "
-                                  "price"};
+                                  " is 0, so the till would give the item away"};
                 }
                 const double of_unit = unit == 0 ? 0 : item.prices[0][level] * factors[unit];
                 item.prices[unit][level] = price.value_or(of_unit);

@@ -83,9 +83,7 @@ std::optional<std::string> offer_line_refused(Connection& connection, const Invo
         if (item.empty())
             return std::string(message::item_of) + line.name + std::string(message::item_deleted);
         if (item.front().integer("stop") != 0) return std::string(message::stopped) + "\n" + line.name;
-        if (!line.is_supplied() || invoice.is_return()) continue;
-        const double needed = held_by_lines(invoice, *line.item_code, line.source_store, nullptr);
-        if (!stock_suffices(available_stock(connection, *line.item_code, line.source_store), needed))
+        if (!supplier_suffices(connection, invoice, line, line.quantity))
             return std::string(message::transfer_store_short) + "\n" + line.name;
     }
     return std::nullopt;

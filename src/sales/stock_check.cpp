@@ -22,6 +22,14 @@ double held_by_lines(const Invoice& invoice, std::int64_t item, std::int64_t sto
     return held;
 }
 
+bool supplier_suffices(database::Connection& connection, const Invoice& invoice, const Line& line,
+                       double quantity) {
+    if (!line.is_supplied() || !line.item_code || invoice.is_return()) return true;
+    const double needed =
+        quantity * line.factor + held_by_lines(invoice, *line.item_code, line.source_store, &line);
+    return stock_suffices(available_stock(connection, *line.item_code, line.source_store), needed);
+}
+
 bool StockCheck::line_allows(const Invoice& invoice, const Line& line, double quantity,
                              const std::optional<CraftsmanLine>& work) {
     const auto refuse = [this](std::string_view text) {
@@ -36,12 +44,8 @@ bool StockCheck::line_allows(const Invoice& invoice, const Line& line, double qu
             if (&other != &line && other.salver_code == line.salver_code) needed += other.quantity;
         if (!work || !stock_suffices(work->left, needed)) return refuse(message::quantity_not_allowed);
     }
-    if (line.is_supplied() && line.item_code && !invoice.is_return()) {
-        const double needed =
-            quantity * line.factor + held_by_lines(invoice, *line.item_code, line.source_store, &line);
-        if (!stock_suffices(available_stock(connection_, *line.item_code, line.source_store), needed))
-            return refuse(message::transfer_store_short);
-    }
+    if (!supplier_suffices(connection_, invoice, line, quantity))
+        return refuse(message::transfer_store_short);
     return true;
 }
 

@@ -24,6 +24,11 @@ double available_stock(database::Connection& connection, std::int64_t item, std:
 double held_by_lines(const Invoice& invoice, std::int64_t item, std::int64_t store,
                      const Line* except = nullptr);
 
+// Returns true unless another store supplies the line and holds too little for this quantity of it and for
+// what the other lines take from there.
+bool supplier_suffices(database::Connection& connection, const Invoice& invoice, const Line& line,
+                       double quantity);
+
 enum class StockAnswer {
     enough,
     confirmed,  // below stock or from reserved stock, by a user with the right to do so

@@ -98,7 +98,7 @@ const std::vector<Command>& screen_commands() {
         {"offers", "&عروض الأسعار", Qt::CTRL | Qt::Key_O, menu, run_on_invoice<OffersSheet>, commit,
          "العروض"},
         {"keep_offer", "حف&ظ كعرض سعر", Qt::CTRL | Qt::Key_S, menu,
-         [](SalesWindow& window) { keep_offer(&window, window.context(), window.desk()); }},
+         [](SalesWindow& window) { keep_offer(&window, window.context(), window.desk()); }, finish},
         {"line_source", "مص&در الصنف", Qt::CTRL | Qt::Key_T, menu,
          [](SalesWindow& window) { choose_line_source(&window, window.context(), window.desk()); }, commit,
          "المصدر"},

@@ -13,8 +13,9 @@ class SalesWindow;
 struct Command {
     enum class Place { none, strip, strip_end, menu };
     // What happens to a cell or discount that is being typed into: `commit` enters it first, and the command
-    // does not run if it is refused; `keep` leaves it alone; `pass` lets the field have the key.
-    enum class Typing { commit, keep, pass };
+    // does not run if it is refused; `finish` enters what stands in the entry field too; `keep` leaves it
+    // alone; `pass` lets the field have the key.
+    enum class Typing { finish, commit, keep, pass };
 
     QString name;         // part of the object names: "key_f8" on the strip, "menu_password" in the menu
     QString caption;      // with "&" before the mnemonic if it has one

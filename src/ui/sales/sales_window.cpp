@@ -174,7 +174,7 @@ void SalesWindow::connect_parts() {
     connect(lines_, &LineView::delete_wanted, this, &SalesWindow::delete_current_line);
     connect(lines_, &LineView::left, this, &SalesWindow::focus_entry);
     connect(totals_, &TotalsPanel::payment_chosen, this, &SalesWindow::switch_payment);
-    connect(totals_, &TotalsPanel::save_clicked, this, &SalesWindow::save);
+    connect(totals_, &TotalsPanel::save_clicked, this, [this] { press(key::save); });
     connect(totals_, &TotalsPanel::left, this, [this] {
         repaint_all();
         focus_entry();

@@ -123,7 +123,6 @@ bool SalesWindow::finish_editing() {
 }
 
 void SalesWindow::save() {
-    if (!finish_editing() || !finish_entry()) return;
     act("SaveInvoice", [&] {
         const sales::BeginSave begun = desk_.checkout().begin_save();
         repaint_all();

@@ -18,7 +18,7 @@ const std::vector<Command>& SalesWindow::commands() {
     using enum Command::Typing;
     constexpr QKeyCombination no_key = Qt::Key_unknown;
     static const std::vector<Command> table = {
-        {"save", "حفظ البون", key::save, none, [](SalesWindow& w) { w.save(); }},
+        {"save", "حفظ البون", key::save, none, [](SalesWindow& w) { w.save(); }, finish},
         {"f2", "إلغاء السجل", Qt::Key_F2, strip,
          [](SalesWindow& w) { w.cancel("CancelRecord", &sales::Checkout::CancelRecord); }},
         {"f3", "إلغاء البون", Qt::Key_F3, strip,
@@ -92,7 +92,9 @@ bool SalesWindow::is_typing() const {
 
 void SalesWindow::perform(const Command& command) {
     if (Sheet::top_of(this) != nullptr) return;
-    if (command.typing == Command::Typing::commit && !finish_editing()) return;
+    using enum Command::Typing;
+    if ((command.typing == commit || command.typing == finish) && !finish_editing()) return;
+    if (command.typing == finish && !finish_entry()) return;
     const bool is_screen = std::any_of(screens_.begin(), screens_.end(),
                                        [&](const Command& screen) { return &screen == &command; });
     if (is_screen) {
