@@ -2,18 +2,19 @@
 
 #include "accounts/messages.h"
 #include "database/recordset.h"
+#include "database/till_tables.h"
 
 namespace accounts {
 
 using common::Amount;
 using database::Row;
 using database::Sql;
+using database::unless_table_is_missing;
 
 namespace {
 
 // The log's code of lines about saving.
 constexpr std::string_view log_code = "250";
-constexpr std::string_view no_such_table = "42S02";
 
 // A row of till_voucher.
 struct Mark {
@@ -30,15 +31,6 @@ double effect_of(const Row& voucher) {
     return effect_of(static_cast<VoucherKind>(voucher.integer("ptype")),
                      static_cast<PartyKind>(voucher.integer("ztype")), method_of(voucher),
                      voucher.number("quan"));
-}
-
-template <typename Action>
-void unless_table_is_missing(const Action& action) {
-    try {
-        action();
-    } catch (const database::Error& error) {
-        if (error.sqlstate() != no_such_table) throw;
-    }
 }
 
 std::optional<Mark> find_mark(database::Connection& connection, const VoucherKey& key) {

@@ -9,6 +9,7 @@
 #include "cash/cash_sums.h"
 #include "common/amount.h"
 #include "database/till_settings.h"
+#include "database/till_tables.h"
 
 namespace admin {
 

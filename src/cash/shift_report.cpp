@@ -3,6 +3,7 @@
 #include "cash/messages.h"
 #include "database/recordset.h"
 #include "database/till_settings.h"
+#include "database/till_tables.h"
 
 namespace cash {
 
@@ -76,12 +77,10 @@ std::optional<common::Moment> begun_close(database::Connection& connection, cons
 void note_begun_close(database::Connection& connection, const Drawer& drawer, std::int64_t shift,
                       const common::Moment& now) {
     if (begun_close(connection, drawer, shift)) return;
-    try {
+    database::unless_table_is_missing([&] {
         database::set_till_setting(connection, begun_close_setting(drawer),
                                    std::to_string(shift) + " " + common::moment_text(now));
-    } catch (const database::Error& error) {
-        if (error.sqlstate() != database::no_such_table) throw;
-    }
+    });
 }
 
 Amount moved_by_begun_close(database::Connection& connection, const Drawer& drawer, std::int64_t shift,

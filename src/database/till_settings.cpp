@@ -1,6 +1,7 @@
 #include "database/till_settings.h"
 
 #include "common/typed.h"
+#include "database/till_tables.h"
 
 namespace database {
 
@@ -25,15 +26,11 @@ std::span<const TillSetting> till_settings() {
 }
 
 std::optional<std::string> till_setting(Connection& connection, std::string_view name) {
-    try {
-        const Value value =
-            connection.scalar(Sql("select value from till_setting where name = ") + quoted(name));
-        if (is_null(value)) return std::nullopt;
-        return text_of(value);
-    } catch (const Error& error) {
-        if (error.sqlstate() != no_such_table) throw;
-        return std::nullopt;
-    }
+    Value value = Null{};
+    unless_table_is_missing([&] {
+        value = connection.scalar(Sql("select value from till_setting where name = ") + quoted(name));
+    });
+    return is_null(value) ? std::nullopt : std::optional(text_of(value));
 }
 
 void set_till_setting(Connection& connection, std::string_view name, std::string_view value) {

@@ -1,5 +1,5 @@
-// Settings of the tills that `basic` has no column for: the table till_setting (name, value). A shop may lack
-// the table, if no till is allowed to create it, and then has no such settings.
+// Settings of the tills that `basic` has no column for: the table till_setting (name, value). A shop without
+// the table has no such settings.
 #pragma once
 
 #include <optional>
@@ -28,9 +28,6 @@ struct TillSetting {
     std::optional<std::string> (*read)(std::string_view typed);
 };
 std::span<const TillSetting> till_settings();
-
-// SQLSTATE of the Error for a shop without the table.
-inline constexpr std::string_view no_such_table = "42S02";
 
 // The value of a setting; nothing if it is not set.
 std::optional<std::string> till_setting(Connection& connection, std::string_view name);

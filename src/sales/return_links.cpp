@@ -1,24 +1,13 @@
 #include "sales/return_links.h"
 
-#include "database/error.h"
 #include "database/recordset.h"
+#include "database/till_tables.h"
 
 namespace sales {
 
 using database::Sql;
 
 namespace {
-
-// Runs an operation on the table, if the shop has it.
-template <typename Operation>
-void if_there(Operation operation) {
-    constexpr std::string_view no_such_table = "42S02";
-    try {
-        operation();
-    } catch (const database::Error& error) {
-        if (error.sqlstate() != no_such_table) throw;
-    }
-}
 
 database::Value time_value(const common::TimeOfDay& time) {
     return common::Moment{{1900, 1, 1}, time};
@@ -27,7 +16,7 @@ database::Value time_value(const common::TimeOfDay& time) {
 }  // namespace
 
 void link_return(database::Connection& connection, const InvoiceIdentity& back, const InvoiceIdentity& sale) {
-    if_there([&] {
+    database::unless_table_is_missing([&] {
         database::Recordset links(connection, "select * from till_return");
         links.add();
         links.set("pnum", back.key.number);
@@ -48,7 +37,7 @@ void link_return(database::Connection& connection, const InvoiceIdentity& back, 
 
 std::optional<InvoiceIdentity> linked_sale(database::Connection& connection, const InvoiceIdentity& back) {
     std::optional<InvoiceIdentity> sale;
-    if_there([&] {
+    database::unless_table_is_missing([&] {
         for (const auto& row : connection.query(Sql("select * from till_return") + where(back.key))) {
             if (identity_of(row) != back) continue;
             sale = {{row.integer("sale_pnum"), row.integer("sale_ctype"), row.integer("sale_vcode"),
