@@ -149,6 +149,17 @@ TEST(ReceiptPage, StaysOnThePaperWhateverIsPrinted) {
     }
 }
 
+TEST(ReceiptPage, GivesANameALineOfItsOwnOnlyBesideLongFigures) {
+    const auto row_height = [](double figure) {
+        Receipt receipt = test::sale();
+        receipt.lines.assign(2, {"1", "شاي", "", figure, figure, 0, Amount(figure)});
+        const double two = ReceiptPage(layout(receipt, Form::full, 40)).size().height();
+        receipt.lines.pop_back();
+        return two - ReceiptPage(layout(receipt, Form::full, 40)).size().height();
+    };
+    EXPECT_GT(row_height(1234567.125), 1.5 * row_height(1));
+}
+
 TEST(ReceiptPage, Takes500LinesAndALogoThatIsNoPicture) {
     const test::TemporaryFolder folder;
     std::ofstream(folder.path() / "logo.jpg") << "this is no picture";
@@ -202,7 +213,7 @@ TEST(InvoicePage, ShowsCustomerLinesTotalsAndWords) {
         ASSERT_TRUE(save_pdf(page, file));
         const std::string text = test::pdf_text(file);
         for (const std::string& wanted :
-             {std::string("بقالة النور"), receipt.customer, std::string("رقم الفاتورة"),
+             {std::string("بقالة النور"), receipt.telephone, receipt.customer, std::string("رقم الفاتورة"),
               std::string("جبنة رومي قديمة"), std::string("12345.50"), std::string("الصافي بعد الخصم"),
               common::amount_in_words(125.25F)})
             EXPECT_NE(text.find(test::plain(wanted)), std::string::npos) << wanted << "\n" << text;

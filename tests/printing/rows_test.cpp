@@ -135,7 +135,7 @@ TEST(ReportCsv, QuotesWhatWouldBreakItOrRun) {
     report.title = "كشف حساب";
     report.captions = {{"العميل", "شركة \"الأمل\", فرع 2"}};
     report.columns = {{"بيان"}, {"مدين"}};
-    report.rows = {{"=1+1", "-12.50"}, {"سطر\nثان", "0.00"}, {"-x", "+5"}};
+    report.rows = {{"=1+1", "-12.50"}, {"سطر\nثان", "0.00"}, {"-x", "+5"}, {"", "7"}};
     report.totals = {{"الرصيد", "12.50"}};
     EXPECT_EQ(printing::report_csv(report),
               "\xEF\xBB\xBFكشف حساب\r\n"
@@ -144,6 +144,7 @@ TEST(ReportCsv, QuotesWhatWouldBreakItOrRun) {
               "'=1+1,-12.50\r\n"
               "\"سطر\nثان\",0.00\r\n"
               "'-x,+5\r\n"
+              ",7\r\n"
               "الرصيد,12.50\r\n");
 }
 

@@ -216,8 +216,10 @@ TEST(OffersOnScreen, AQuotationStatesTheTotalInWords) {
     ASSERT_TRUE(desk.lines().commit_edit(0, column::quantity, "10"));
     ASSERT_TRUE(desk.lines().CommitDiscountValue("12"));
     ASSERT_EQ(desk.offers().SaveOffer(), 1);
+    counter.session.settings.tel = "0223456789";
     const auto report = sales::quotation(counter.connection(), counter.session, 1);
     ASSERT_TRUE(report);
+    EXPECT_EQ(report->telephone, "Tel : 0223456789");
     EXPECT_EQ(printing::report_csv(*report),
               "\xEF\xBB\xBF"
               "عرض سعر\r\n"
