@@ -236,6 +236,19 @@ TEST(InvoicePage, LeavesOutWhatTheInvoiceHasNot) {
         EXPECT_FALSE(value.empty()) << label;
 }
 
+TEST(ReportPage, ShowsTheLogo) {
+    const test::TemporaryFolder folder;
+    const auto page_with = [&folder](Qt::GlobalColor colour) {
+        QImage logo(40, 40, QImage::Format_RGB32);
+        logo.fill(colour);
+        printing::Report report;
+        report.logo = folder.path() / "logo.png";
+        EXPECT_TRUE(logo.save(QString::fromStdString(report.logo.string())));
+        return pictures(ReportPage(report), 4)[0];
+    };
+    EXPECT_NE(page_with(Qt::black), page_with(Qt::white));
+}
+
 TEST(ReportPage, BreaksTheTableAndKeepsTheTotalsTogether) {
     NEEDS_TOOL("pdftotext");
     const test::TemporaryFolder folder;

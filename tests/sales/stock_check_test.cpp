@@ -33,6 +33,7 @@ TEST(StockCheck, TheLastPieceSellsAndNotOneMore) {
 
     ASSERT_TRUE(counter.enter("460"));
     EXPECT_TRUE(desk.lines().commit_edit(1, column::quantity, "2"));
+    EXPECT_FALSE(desk.invoice().lines[1].below_stock) << "saving must check it again";
     EXPECT_FALSE(desk.lines().commit_edit(1, column::quantity, "2.001"));
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_not_allowed)));
     EXPECT_EQ(counter.cell(1, column::quantity), "2.000");
