@@ -149,6 +149,14 @@ TEST(ReceiptPage, StaysOnThePaperWhateverIsPrinted) {
     }
 }
 
+TEST(ReceiptPage, ALoneDetailTakesTheRowOfTwo) {
+    auto made = layout(test::sale(), Form::full, 48);
+    made.details = {{"أ", "1"}, {"ب", "2"}};
+    const double two = ReceiptPage(made).size().height();
+    made.details.pop_back();
+    EXPECT_EQ(ReceiptPage(made).size().height(), two);
+}
+
 TEST(ReceiptPage, GivesANameALineOfItsOwnOnlyBesideLongFigures) {
     const auto row_height = [](double figure) {
         Receipt receipt = test::sale();

@@ -152,6 +152,7 @@ TEST(PortsOffered, TellWhatIsReachableNow) {
     EXPECT_EQ(find((folder.path() / "usb/lp0").string()), offers.end()) << "it is lpt1 already";
     ASSERT_NE(find(file_port), offers.end()) << "the port in use is always among them";
     EXPECT_TRUE(find(file_port)->reachable);
+    EXPECT_FALSE(printing::ports_offered({"/dev/none", 40}, folder.path()).back().reachable);
 }
 
 TEST(TestPrint, ShowsTheWidthAndEveryLetter) {

@@ -251,6 +251,7 @@ TEST(SalesDesk, ARecalledReceiptIsLookedAtReprintedAndReturned) {
     counter.answer({true});
     ASSERT_TRUE(counter.sell()) << counter.services.prompts.last();
     EXPECT_EQ(desk.last_receipt()->invoice.number, 2);
+    EXPECT_TRUE(desk.receipts().reprint()) << "the last one, as none is on the screen";
 
     // The next customer's scan replaces a receipt that is only looked at.
     ASSERT_TRUE(desk.receipts().recall("1"));
