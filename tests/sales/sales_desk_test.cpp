@@ -131,7 +131,11 @@ TEST(SalesDesk, OnlyCashOpensTheDrawer) {
         desk.header().enter_card("x", "77");
         ASSERT_TRUE(counter.enter("400"));
         EXPECT_EQ(desk.checkout().begin_save(), c.begin);
+        const common::Amount net = desk.invoice().net();
         EXPECT_EQ(desk.checkout().SaveInvoice(), SaveOutcome::saved) << counter.services.prompts.last();
+        if (c.payment == PaymentOption::card) {
+            EXPECT_EQ(desk.last_receipt()->payment.paid, net);
+        }
         EXPECT_EQ(counter.services.devices.ports["com1"], c.drawer);
         EXPECT_EQ(desk.invoice().payment, PaymentOption::cash) << "the next invoice starts in cash";
     }
