@@ -66,9 +66,12 @@ struct FormField {
 template <typename Values>
 using FormTable = std::span<const FormField<Values>>;
 
+// The way in and out of a member. Not inlined, because GCC 12 then warns of text members that the struct
+// lacks.
+//
 // The value of a field; std::monostate for a field without a member.
 template <typename Values>
-FieldValue value_of(const FormField<Values>& field, const Values& values) {
+[[gnu::noinline]] FieldValue value_of(const FormField<Values>& field, const Values& values) {
     return std::visit(
         [&](auto member) -> FieldValue {
             if constexpr (std::is_same_v<decltype(member), std::monostate>) {
@@ -80,8 +83,7 @@ FieldValue value_of(const FormField<Values>& field, const Values& values) {
         field.member);
 }
 
-// Sets a field that has a member; the value must be of the member's type. Not inlined, because GCC 12 then
-// warns of text members that the struct does not have.
+// Sets a field that has a member; the value must be of the member's type.
 template <typename Values>
 [[gnu::noinline]] void set_value(const FormField<Values>& field, Values& values, FieldValue value) {
     std::visit(
