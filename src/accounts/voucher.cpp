@@ -55,7 +55,7 @@ std::optional<Refusal> Voucher::open_edit(const VoucherKey& key) {
     const database::Row& row = found->row;
     party_kind_ = key.party_kind;
     load_lists();
-    // Its party may be in another list by now: direct receipts are of any kind of customer.
+    // Direct receipts are of any kind of customer, so the party may be missing from this kind's list.
     if (!contains(parties_, key.party)) {
         if (const auto party = find_party(connection_, party_kind_, key.party))
             parties_.push_back({key.party, party->name});
@@ -132,7 +132,7 @@ std::optional<Refusal> Voucher::check() {
 }
 
 // A number that was used before is that of another voucher, or of this one if an earlier save of it stopped
-// half-way, at whatever screen.
+// half-way, on any screen.
 std::optional<Refusal> Voucher::check_number() {
     fields.number = common::western_digits(common::trim(fields.number));
     if (fields.number.empty()) return Refusal("voucher_number", message::enter_number);

@@ -77,11 +77,6 @@ common::FormTable<VoucherPeriod> voucher_period_form() {
     return period_fields;
 }
 
-common::Amount effect_on_balance(VoucherKind kind, PartyKind party_kind, Method method,
-                                 common::Amount amount) {
-    return raises_balance(kind, party_kind, method) ? amount : -amount;
-}
-
 VoucherKey VoucherRecord::key() const {
     return {party_kind, fields.party.value_or(0), fields.date, common::read_amount(fields.amount).value,
             common::western_digits(common::trim(fields.number))};
@@ -225,7 +220,7 @@ void set_columns(Recordset& row, const VoucherRecord& record, std::optional<Meth
     row.set("stcode", fields.store.value_or(0));
     if (record.method != Method::cash) row.set("cash_n", Null{});
     const bool is_cheque = record.method == Method::cheque;
-    // What the flags of a cheque say by now is not known here: an edit keeps them.
+    // Other programs change the flags of a cheque, so an edit keeps them.
     if (!is_cheque || former != Method::cheque) {
         for (const char* column : {"ctype", "chk"})
             row.set(column, is_cheque ? Value(std::int64_t{0}) : Value(Null{}));

@@ -27,9 +27,11 @@ constexpr bool raises_balance(VoucherKind kind, PartyKind party_kind, Method met
     const bool raises_customer = (kind == VoucherKind::payment) != (method == Method::addition_notice);
     return raises_customer != (party_kind == PartyKind::vendor);
 }
-// What a voucher of that amount adds to the running balance of its party.
-common::Amount effect_on_balance(VoucherKind kind, PartyKind party_kind, Method method,
-                                 common::Amount amount);
+// What a voucher of that amount, an Amount or unrounded, adds to the running balance of its party.
+template <typename Sum>
+Sum effect_on_balance(VoucherKind kind, PartyKind party_kind, Method method, Sum amount) {
+    return raises_balance(kind, party_kind, method) ? amount : -amount;
+}
 
 // The same for the rows of customers in a statement; vouchers without a method count as cash.
 inline constexpr database::Fragment effect_on_customer =

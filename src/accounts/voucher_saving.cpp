@@ -19,18 +19,14 @@ constexpr std::string_view log_code = "250";
 // A row of till_voucher.
 struct Mark {
     double moved = 0;               // by how much the party's balance has moved for the voucher
-    std::optional<double> balance;  // the party's before an attempt whose end nobody knows
+    std::optional<double> balance;  // the party's before an attempt whose result is unknown
 };
 
 // What a voucher adds to its party's balance, unrounded: rows of other programs may hold more decimals.
-double effect_of(VoucherKind kind, PartyKind party_kind, Method method, double amount) {
-    return raises_balance(kind, party_kind, method) ? amount : -amount;
-}
-
 double effect_of(const Row& voucher) {
-    return effect_of(static_cast<VoucherKind>(voucher.integer("ptype")),
-                     static_cast<PartyKind>(voucher.integer("ztype")), method_of(voucher),
-                     voucher.number("quan"));
+    return effect_on_balance(static_cast<VoucherKind>(voucher.integer("ptype")),
+                             static_cast<PartyKind>(voucher.integer("ztype")), method_of(voucher),
+                             voucher.number("quan"));
 }
 
 std::optional<Mark> find_mark(database::Connection& connection, const VoucherKey& key) {
@@ -64,8 +60,9 @@ void set_mark(database::Connection& connection, const VoucherKey& key, const Mar
     });
 }
 
-// By how much the balance has moved for a voucher that adds `effect`. Of an attempt whose end nobody knows
-// the balance itself tells: it has moved if it is now what that attempt would have made of it.
+// By how much the balance has moved for a voucher that adds `effect`. After an
+// attempt whose result is unknown the balance itself decides: it has moved if it is what that attempt would
+// have made it.
 double moved_for(double effect, const std::optional<Mark>& mark, double balance) {
     if (!mark) return effect;
     const bool arrived = mark->balance && Amount(balance) == Amount(*mark->balance + effect - mark->moved);
@@ -183,7 +180,7 @@ SavedVoucher VoucherSaving::run(const Attempt& attempt, Write write) {
 void VoucherSaving::move_party(const Attempt& attempt, SavedVoucher& saved) {
     const VoucherRecord& record = attempt.record;
     const double effect =
-        effect_of(record.kind, record.party_kind, record.method, attempt.key.amount.value());
+        effect_on_balance(record.kind, record.party_kind, record.method, attempt.key.amount.value());
     saved.balance = tried_twice([&] {
         return move_balance(connection_, record.party_kind, attempt.key.party, effect - attempt.moved);
     });
@@ -193,7 +190,7 @@ void VoucherSaving::move_party(const Attempt& attempt, SavedVoucher& saved) {
     log_.log_event("save of " + log_name(record.kind, attempt.key) + " finished", log_code);
 }
 
-// Logs the error, and leaves the mark as far as it is known how things stand.
+// Logs the error, and corrects the mark if it is known what the attempt did.
 void VoucherSaving::stop(const Attempt& attempt, const SavedVoucher& saved, const std::exception& error) {
     const bool is_known = !may_have_run(error);
     const bool nothing = is_known && saved.finished == VoucherStep::none;
@@ -210,7 +207,8 @@ void VoucherSaving::stop(const Attempt& attempt, const SavedVoucher& saved, cons
         else
             clear_mark(connection_, attempt.key);
     } catch (const database::Error&) {
-        // It stays as it was set before the attempt, which is right as long as nobody else moves the balance.
+        // The mark keeps what it said before the attempt, which is right until another till moves the
+        // balance.
     }
 }
 
