@@ -177,11 +177,11 @@ std::vector<common::Choice> AccountCustomer::find_classes(std::string_view wante
     return database::choices(connection_.query(statement), "code", "name");
 }
 
-std::optional<Refusal> AccountCustomer::search_classes(std::string_view text,
-                                                       std::optional<std::int64_t> chosen) {
+std::optional<Refusal> AccountCustomer::search_classes(std::string_view text) {
     std::vector<common::Choice> found = find_classes(common::trim(text));
     if (found.empty()) return Refusal("customer_class_search", message::no_such_class);
     // A single hit is chosen; of several the cashier chooses, and until then his class stays.
+    const std::optional<std::int64_t> chosen = card.price_class;
     if (found.size() == 1)
         card.price_class = found.front().code;
     else if (chosen && contains(price_classes_, *chosen) && !contains(found, *chosen))

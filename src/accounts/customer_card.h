@@ -68,7 +68,7 @@ class AccountCustomer {
     // Filters the price classes by number or by a part of the name; a blank lists all. A single hit is
     // chosen; among several the class chosen now stays in the list. Refused, and nothing changes, if none is
     // found.
-    std::optional<common::Refusal> search_classes(std::string_view text, std::optional<std::int64_t> chosen);
+    std::optional<common::Refusal> search_classes(std::string_view text);
 
     // Writes the card, or nothing if it is refused.
     std::optional<common::Refusal> save();

@@ -130,8 +130,7 @@ void CustomerCardSheet::search_classes() {
     QComboBox* list = form_.list("customer_class");
     guarded(context_.services, "SearchPriceClasses", [&] {
         logic_.card.price_class = choice_of(list);
-        const auto refused =
-            logic_.search_classes(utf8(form_.line("customer_class_search")->text()), logic_.card.price_class);
+        const auto refused = logic_.search_classes(utf8(form_.line("customer_class_search")->text()));
         if (!form_.accept(refused, context_.services.prompts)) return;
         fill_choices(list, logic_.price_classes(), logic_.card.price_class);
         list->setFocus();
