@@ -22,7 +22,7 @@ const std::array<std::string_view, 6> statement_headings{"التاريخ", "دا
 
 namespace {
 
-// Amounts are added in millionths: whole numbers, so that they add up whatever the order, and finer than any
+// Amounts are added in millionths: whole numbers, which add up the same in any order, and are finer than any
 // amount that other programs write. They are rounded when they are shown.
 using Millionths = std::int64_t;
 constexpr double millionths_in_one = 1e6;
@@ -91,7 +91,7 @@ Millionths sum_source(database::Connection& connection, const Source& source, co
 
 // The opening balance plus all debits less all credits of the customer.
 Millionths sum_account(database::Connection& connection, std::int64_t customer, const common::Date& date,
-                       SumsUpTo up_to, VoucherAmount amount) {
+                       SumsUpTo up_to, VoucherAmount amount, const std::optional<common::Date>& net_from) {
     const auto card = connection.query(Sql("select * from custdata where ccode = ") + customer);
     Millionths total = card.empty() ? 0 : millionths(card.front().number("copen"));
     const auto until = [&](const Source& source) {
@@ -103,8 +103,9 @@ Millionths sum_account(database::Connection& connection, std::int64_t customer, 
         if (is_voucher && amount == VoucherAmount::due) source.head = due_receipts_and_payments;
         total += sum_source(connection, source, until(source));
     }
-    if (const auto from = database::net_from(connection))
-        total += sum_source(connection, discounts, until(discounts) + " AND sales.date>=" + quoted(*from));
+    if (net_from)
+        total +=
+            sum_source(connection, discounts, until(discounts) + " AND sales.date>=" + quoted(*net_from));
     return total;
 }
 
@@ -142,8 +143,7 @@ constexpr Gathering gatherings[] = {
      " AND (sales.date>=", " AND sales.date<=", ");"},
     {"insert into tmp_acc ([date],ser,am1,am2,note1,f1,f2,f3,f4,f6,f7,note2) select [date],"
      "cast(round(case when type = 3 then quan when type = 0 or type = 1 or type = 2 then 0 - quan else 0 end "
-     "* "
-     "1000000,0) as bigint),"
+     "* 1000000,0) as bigint),"
      "case when type = 0 or type = 1 or type = 2 then quan else 0 end,case when type = 3 then quan else 0 "
      "end,"
      "case when type = 1 then N'ايصال استلام نقدية رقم : ' when type = 0 then N' شيك رقم ' "
@@ -154,8 +154,7 @@ constexpr Gathering gatherings[] = {
      ") and (ztype = 2 or ztype = 3);"},
     {"insert into tmp_acc ([date],ser,am1,am2,note1,f1,f2,f3,f4,f6,f7,note2) select [date],"
      "cast(round(case when type = 3 then 0 - quan when type = 0 or type = 1 or type = 2 then quan else 0 end "
-     "* "
-     "1000000,0) as bigint),"
+     "* 1000000,0) as bigint),"
      "case when type = 3 then quan else 0 end,case when type = 0 or type = 1 or type = 2 then quan else 0 "
      "end,"
      "case when type = 1 then N'ايصال دفع رقم ' when type = 0 then N' شيك رقم ' "
@@ -221,8 +220,9 @@ std::optional<Refusal> AccountStatement::check() {
 std::optional<Refusal> AccountStatement::show() {
     if (auto refused = check()) return refused;
     shown_customer_ = *fields.customer;
-    Millionths balance =
-        sum_account(connection_, shown_customer_, fields.start, SumsUpTo::before_date, VoucherAmount::whole);
+    const auto net_from = database::net_from(connection_);
+    Millionths balance = sum_account(connection_, shown_customer_, fields.start, SumsUpTo::before_date,
+                                     VoucherAmount::whole, net_from);
     brought_forward_ = shown(balance);
     gather_movements(connection_, fields);
     connection_.make_durable();
@@ -239,7 +239,6 @@ std::optional<Refusal> AccountStatement::show() {
                          shown(is_credit ? 0 : amount), shown(balance), std::string(text),
                          std::string(notes)});
     };
-    const auto net_from = database::net_from(connection_);
     for (const auto& row : connection_.query("select * from tmp_acc order by date")) {
         const bool is_credit = row.number("am1") != 0;
         const Millionths amount = row.integer("ser");
@@ -258,8 +257,8 @@ std::optional<Refusal> AccountStatement::show() {
 std::optional<Refusal> AccountStatement::check_arrears() {
     if (auto refused = check()) return refused;
     // Counts the part of each voucher that is due, not its whole amount; the opening balance is due at once.
-    const Amount arrears = shown(
-        sum_account(connection_, *fields.customer, fields.end, SumsUpTo::and_on_date, VoucherAmount::due));
+    const Amount arrears = shown(sum_account(connection_, *fields.customer, fields.end, SumsUpTo::and_on_date,
+                                             VoucherAmount::due, database::net_from(connection_)));
     if (arrears > Amount()) {
         services_.prompts.message(std::string(message::arrears_of) + arrears.text(),
                                   common::Icon::exclamation);
