@@ -1,6 +1,6 @@
 #include "admin/barcodes.h"
 
-#include <algorithm>
+#include "common/numbers.h"
 
 namespace admin {
 
@@ -19,21 +19,17 @@ std::string barcode_fault(std::string_view barcode) {
         exponent != std::string_view::npos && barcode.find_first_not_of("0123456789.,") == exponent) {
         return named + " was rounded by the spreadsheet; set that column's cells to text and enter it again";
     }
-    if (barcode.size() != 13 || !all_digits(barcode)) return {};
+    if (barcode.size() != 13 || !common::all_digits(barcode)) return {};
     if (barcode.starts_with("20")) return named + " would be read as a label of the scale";
     return is_true_ean13(barcode) ? std::string() : named + " has a wrong check digit";
 }
 
 bool is_true_ean13(std::string_view digits) {
-    if (digits.size() != 13 || !all_digits(digits)) return false;
+    if (digits.size() != 13 || !common::all_digits(digits)) return false;
     int sum = 0;
     for (std::size_t i = 0; i < 13; ++i)
         sum += (digits[i] - '0') * (i % 2 == 0 ? 1 : 3);
     return sum % 10 == 0;
-}
-
-bool all_digits(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 }  // namespace admin

@@ -1,4 +1,4 @@
-// The form of a barcode, whatever item it belongs to.
+// The form of a barcode, without regard to its item.
 #pragma once
 
 #include <string>
@@ -12,7 +12,5 @@ std::string barcode_fault(std::string_view barcode);
 
 // Returns true if the last of 13 digits is the check digit of the other 12.
 bool is_true_ean13(std::string_view digits);
-
-bool all_digits(std::string_view text);
 
 }  // namespace admin

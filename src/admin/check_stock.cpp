@@ -68,7 +68,7 @@ class StockCheck {
             if (const auto found = opened.find(where); found != opened.end()) found->second.moved += quantity;
         };
         const Sql since = Sql(" ([date] > ") + quoted(moment.date) + " or ([date] = " + quoted(moment.date) +
-                          " and time_ >= " + quoted(common::Moment{{1900, 1, 1}, moment.time}) + "))";
+                          " and time_ >= " + quoted(common::on_day_zero(moment.time)) + "))";
         for (const auto& row : connection_.query(Sql("select icode,stcode,sum(case when ctype = 0 or ctype = "
                                                      "1 then 0 - quan1 else quan1 end) as "
                                                      "total from saledata where icode is not null and") +

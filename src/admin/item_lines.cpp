@@ -62,7 +62,7 @@ class Reader {
         file_.problems.push_back({line, std::move(reason)});
     }
 
-    // What an owner should look at, though the line can be imported.
+    // Notes what the owner should look at although the line can be imported.
     void note(const ItemLine& item) {
         const auto add = [this](std::string text) { file_.notes.push_back({csv_.line(), std::move(text)}); };
         for (const std::string& text : cleaned_)
@@ -127,7 +127,7 @@ class Reader {
         }
     }
 
-    // The cell of a column as it stands; empty if the file does not have the column.
+    // The unchanged cell of a column; empty if the file does not have the column.
     std::string_view whole_cell(std::string_view column) const {
         const auto found = std::find(header_.begin(), header_.end(), column);
         if (found == header_.end()) return {};
@@ -302,7 +302,7 @@ class Reader {
         if (barcodes_.contains(comparable(barcode)))
             throw BadLine{"barcode " + barcode + " is in the file twice"};
         // A scan looks for a barcode first, so that this one would hide the item with that code.
-        const auto as_code = all_digits(barcode) ? common::parse_integer(barcode) : std::nullopt;
+        const auto as_code = common::all_digits(barcode) ? common::parse_integer(barcode) : std::nullopt;
         if (as_code && (known_.codes.contains(*as_code) || codes_.contains(*as_code))) {
             throw BadLine{"barcode " + barcode + " is also the code of an item"};
         }
@@ -314,7 +314,7 @@ class Reader {
     const std::function<void(std::size_t)>& reached_;
     std::vector<std::string> header_;
     std::vector<std::string> cells_;
-    std::vector<std::string> cleaned_;  // how texts of the line become others than they stand in the file
+    std::vector<std::string> cleaned_;  // how the line's texts were changed when they were read
     std::unordered_set<std::int64_t> codes_;
     std::unordered_set<std::string> barcodes_;
     std::unordered_map<std::string, std::int64_t> names_;  // in lower case, of the shop and of the file

@@ -187,6 +187,10 @@ Date add_days(const Date& date, long days) {
     return date_from_epoch(days_from_epoch(date) + days);
 }
 
+Moment on_day_zero(const TimeOfDay& time) {
+    return {{1900, 1, 1}, time};
+}
+
 Moment next_second(const Moment& moment) {
     Moment next{moment.date, {moment.time.hour, moment.time.minute, moment.time.second + 1, 0}};
     if (next.time.second == 60) next.time = {next.time.hour, next.time.minute + 1, 0, 0};

@@ -48,11 +48,11 @@ Mark arabic_mark(std::string_view text, std::size_t at) {
     return {};
 }
 
+}  // namespace
+
 bool all_digits(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
-
-}  // namespace
 
 std::string format_decimals(double value, int decimals) {
     if (!std::isfinite(value)) value = 0;

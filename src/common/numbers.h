@@ -30,6 +30,8 @@ std::optional<long long> parse_integer(std::string_view text);
 // The number of a text, or 0 if it is not a number.
 double numeric_value(std::string_view text);
 
+// Returns true if a text holds nothing but Western digits, or nothing at all.
+bool all_digits(std::string_view text);
 // Replaces Arabic-Indic digits and decimal marks by Western ones.
 std::string western_digits(std::string_view text);
 

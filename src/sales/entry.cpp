@@ -59,10 +59,6 @@ bool is_digit(char32_t c) {
     return c >= '0' && c <= '9';
 }
 
-bool all_digits(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), is_digit);
-}
-
 bool is_letter(char32_t c) {
     return (c >= U'a' && c <= U'z') || (c >= U'A' && c <= U'Z') || (c >= U'\u0621' && c <= U'\u064A') ||
            (c >= U'\uFEF5' && c <= U'\uFEFC');
@@ -84,7 +80,8 @@ bool reads_like_words(std::string_view text) {
 
 bool is_craftsman_code(std::string_view text) {
     constexpr std::string_view letters = "WwPp";
-    return text.size() > 1 && letters.find(text.front()) != letters.npos && all_digits(text.substr(1));
+    return text.size() > 1 && letters.find(text.front()) != letters.npos &&
+           common::all_digits(text.substr(1));
 }
 
 }  // namespace
@@ -124,7 +121,8 @@ Entry read_entry(std::string_view text) {
         entry.name = visible(text.substr(text.find('*') + 1));
     } else if (common::length(entry.text) > longest_code) {
         entry.form = EntryForm::unreadable;
-    } else if (entry.text.size() == label_length && entry.text.starts_with("20") && all_digits(entry.text)) {
+    } else if (entry.text.size() == label_length && entry.text.starts_with("20") &&
+               common::all_digits(entry.text)) {
         entry.form = EntryForm::scale_label;
         // Characters 3 to 7 are the item, 8 to 12 the weight in grams, 13 the check digit.
         entry.quantity = common::numeric_value(entry.text.substr(7, 5)) / 1000;

@@ -7,14 +7,6 @@ namespace sales {
 
 using database::Sql;
 
-namespace {
-
-database::Value time_value(const common::TimeOfDay& time) {
-    return common::Moment{{1900, 1, 1}, time};
-}
-
-}  // namespace
-
 void link_return(database::Connection& connection, const InvoiceIdentity& back, const InvoiceIdentity& sale) {
     database::unless_table_is_missing([&] {
         database::Recordset links(connection, "select * from till_return");
@@ -24,13 +16,13 @@ void link_return(database::Connection& connection, const InvoiceIdentity& back, 
         links.set("vcode", back.key.vcode);
         links.set("stcode", back.key.store);
         links.set("date", back.key.date);
-        links.set("time_", time_value(back.time));
+        links.set("time_", common::on_day_zero(back.time));
         links.set("sale_pnum", sale.key.number);
         links.set("sale_ctype", sale.key.ctype);
         links.set("sale_vcode", sale.key.vcode);
         links.set("sale_stcode", sale.key.store);
         links.set("sale_date", sale.key.date);
-        links.set("sale_time", time_value(sale.time));
+        links.set("sale_time", common::on_day_zero(sale.time));
         links.update();
     });
 }

@@ -12,7 +12,7 @@ namespace sales {
 // Writes which sale a return belongs to. A shop may lack the table; its returns belong to the number then.
 void link_return(database::Connection& connection, const InvoiceIdentity& back, const InvoiceIdentity& sale);
 
-// The sale of a return; nothing if nobody wrote it.
+// The sale of a return; nothing if it was not recorded.
 std::optional<InvoiceIdentity> linked_sale(database::Connection& connection, const InvoiceIdentity& back);
 
 }  // namespace sales

@@ -20,11 +20,6 @@ namespace {
 // The log's code of lines about saving.
 constexpr std::string_view log_code = "250";
 
-// A time of day is stored in a datetime column of its own, with the server's day zero as its date.
-common::Moment time_only(const common::Moment& moment) {
-    return {{1900, 1, 1}, moment.time};
-}
-
 // `tallvex-admin check` finds the saves that never ended by these lines of the log.
 std::string in_log(const Invoice& invoice) {
     return "save of " + log_name(key_of(invoice));
@@ -247,7 +242,7 @@ void Saving::write_header(const Invoice& invoice) {
     sales.set("types", 0);
     sales.set("Shift", shift_);
     if (invoice.payment == PaymentOption::tips) sales.set("link", invoice.tips_receiver);
-    sales.set("time_", database::Value(time_only(moment_)));
+    sales.set("time_", database::Value(common::on_day_zero(moment_.time)));
     sales.set("stype", stype_of(invoice.payment));
     sales.set("ptype", session_.cash_point);
     sales.set("inv_type", static_cast<int>(invoice.kind));
@@ -311,7 +306,7 @@ void Saving::write_lines(const Invoice& invoice, StockBatches& batches) {
             // The batch that the first piece comes from, for a return to go back to.
             if (const auto oldest = batches.oldest(*line.item_code)) rows.set("edate", *oldest);
         }
-        rows.set("time_", database::Value(time_only(moment_)));
+        rows.set("time_", database::Value(common::on_day_zero(moment_.time)));
         if (invoice.payment == PaymentOption::tips) rows.set("link", invoice.tips_receiver);
         rows.set("inv_type", static_cast<int>(invoice.kind));
         rows.update();
