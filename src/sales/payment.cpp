@@ -1,7 +1,5 @@
 #include "sales/payment.h"
 
-#include "common/messages.h"
-#include "common/numbers.h"
 #include "common/typed.h"
 
 namespace sales {
@@ -31,8 +29,8 @@ Payment::Payment(common::Devices& devices, common::Amount net, std::vector<commo
 }
 
 void Payment::type_paid(std::string_view text) {
-    common::TypedAmount typed = common::read_amount(text);
-    if (typed.refusal == common::message::wrong_amount && !common::parse_number(text)) typed = {};
+    const bool no_number = common::number_fault(text) == common::NumberFault::no_number;
+    const auto typed = no_number ? common::TypedAmount() : common::read_amount(text);
     refusal_ = typed.refusal;
     if (typed.is_good()) paid_ = typed.value;
     refresh_display();

@@ -59,8 +59,8 @@ class Payment {
     const std::vector<common::Choice>& workers() const { return workers_; }
     std::int64_t worker() const { return worker_; }
 
-    // The paid field changed. What is no number counts as 0. A number that is no amount of money leaves what
-    // was paid as it was, until it is corrected.
+    // The paid field changed. Non-numbers count as 0. A number that is not an amount of money is refused, and
+    // the paid amount stays as it was.
     void type_paid(std::string_view text);
     // Why the typed text is no amount, for the cashier; empty if the payment can be confirmed.
     std::string_view refusal() const { return refusal_; }
