@@ -74,7 +74,7 @@ void CountedCash::refresh() {
 }
 
 // The row holds the difference and the time; what was counted is the position at that time, the difference
-// included. If it was recorded on a later day, or nobody knows when, the whole day had been counted.
+// included. If it was recorded on a later day, or without a time, it counted the whole day.
 CountedCash::Count CountedCash::read_count(const database::Row& row) const {
     Count count;
     count.difference = common::Amount(row.number("aml"));

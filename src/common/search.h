@@ -1,4 +1,4 @@
-// Looking for a typed text in one that is at hand. (In the database: like_text in database/sql.h.)
+// Searching for typed text in lists in memory. (In the database: like_text in database/sql.h.)
 #pragma once
 
 #include <string_view>

@@ -14,7 +14,7 @@ namespace common {
 // Why a text is not a number of 0 or more.
 enum class NumberFault {
     none,
-    comma,  // it may separate thousands or decimals, so it is not guessed what was meant
+    comma,  // it may separate thousands or decimals; neither is guessed
     minus,
     no_number
 };

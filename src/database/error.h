@@ -74,7 +74,7 @@ inline constexpr std::string_view changed_meanwhile = "تم تعديل نفس ا
 
 }  // namespace message
 
-// How the activity log tells of an action that an error ended.
+// The line of the activity log for an action that failed.
 std::string log_line(std::string_view action, const std::exception& error);
 
 // The text for an `Error` of one of these causes; nothing for any other error.

@@ -31,7 +31,7 @@ std::span<const TillSetting> till_settings();
 
 // The value of a setting; nothing if it is not set.
 std::optional<std::string> till_setting(Connection& connection, std::string_view name);
-// Sets it, whatever it was. Throws Error if the shop has no such table.
+// Sets or replaces it. Throws Error if the shop has no such table.
 void set_till_setting(Connection& connection, std::string_view name, std::string_view value);
 
 // The setting `net_from`; nothing if it is not set, or not a date.

@@ -25,7 +25,7 @@ std::string_view payment_note(const Sale& sale) {
 
 }  // namespace
 
-// A receipt saved again is a new one of today, whatever number, day and batches the recalled one had.
+// A receipt saved again is a new one of today, with a number, day and batches of its own.
 void Checkout::renew_recalled() {
     if (invoice_.date == sale_.recalled->invoice.date) invoice_.date = server_date();
     NextInvoiceNumber();

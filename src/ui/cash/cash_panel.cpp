@@ -161,8 +161,8 @@ void CashPanel::show_discounts() {
     discounts_->setText(qt((beside ? discounts.beside : *discounts.taken_off).text()));
 }
 
-// What was counted stands with the expected cash of that time; what is typed with that of now. A dash until a
-// count has been recorded or typed: before, all the cash would look like a shortage.
+// A recorded count is compared with the cash expected at its time, a typed one with the cash expected now.
+// Before either there is a dash, because all the cash would look like a shortage.
 void CashPanel::show_difference() {
     const auto typed = common::read_amount(utf8(counted_->text()));
     const auto& count = logic_.count();

@@ -38,8 +38,9 @@ DailyStatementScreen::DailyStatementScreen(QWidget* host, const Context& context
     body()->setContentsMargins(px(22), px(14), px(22), px(16));
     body()->setSpacing(px(10));
     body()->addWidget(build_choices());
-    statement_ = new FigureLedger("statement", statement_ledger(logic_.has_discounts()));
-    summary_ = new FigureLedger("summary", summary_ledger(logic_.has_discounts()));
+    const bool with_discounts = logic_.has_discounts();
+    statement_ = new FigureLedger("statement", statement_ledger(with_discounts));
+    summary_ = new FigureLedger("summary", summary_ledger(with_discounts));
     summary_->hide();
     body()->addWidget(statement_);
     body()->addWidget(summary_);

@@ -76,7 +76,7 @@ class SalesWindow : public QWidget {
     bool enter_item(const QString& text);
     bool enter(const sales::Entry& entry);
     bool enter_for_recalled(const QString& text);
-    // Enters what stands in an entry field. Returns false if the cashier must attend to it first.
+    // Enters the text of the entry fields. Returns false if the cashier must deal with it first.
     bool finish_entry();
     void edit_cell(int row, int column, const QString& first);
     void commit_cell(int row, int column, const QString& text, bool by_enter);

@@ -167,7 +167,7 @@ void PaymentDialog::enter() {
 }
 
 void PaymentDialog::show_change() {
-    // What cannot be read leaves no change to show.
+    // An unreadable amount has no change.
     const bool readable = payment_.refusal().empty();
     change_->setText(readable ? qt(payment_.change().text()) : QString("—"));
     set_state(change_box_, "short", readable && payment_.change() < common::Amount());

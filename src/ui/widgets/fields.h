@@ -109,8 +109,8 @@ class FieldGrid {
 // The date in a field; nothing, after a message and with the focus in the field, if it is not a date.
 std::optional<common::Date> date_in(QLineEdit* field, common::Prompts& prompts);
 
-// Shows a message and moves the focus to the first list in which a name was typed that it does not have.
-// Returns true if there is none.
+// Returns true if every typed name is in its list. Otherwise shows a message and moves the focus to the first
+// list whose name is unknown.
 bool all_known(std::initializer_list<QComboBox*> lists, common::Prompts& prompts);
 
 // Takes what was typed into a field over, as leaving the field would: a name becomes the chosen entry, a date
