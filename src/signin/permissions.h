@@ -20,6 +20,7 @@ enum class Action {
     edit_discount,
     sell_reserved,
     discount_above_ceiling,
+    choose_port,
 };
 
 // A position of the permission string. An action with several positions is allowed by any one of them; a
