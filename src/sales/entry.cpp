@@ -140,7 +140,6 @@ Entry read_entry(std::string_view text) {
 Entry chosen_item(std::int64_t code, int unit_level) {
     Entry entry;
     entry.form = EntryForm::chosen_item;
-    entry.text = std::to_string(code);
     entry.number = code;
     entry.unit_level = unit_level;
     return entry;

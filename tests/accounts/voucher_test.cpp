@@ -62,6 +62,13 @@ TEST_F(Vouchers, ACashReceiptIsWrittenWhole) {
     EXPECT_EQ(voucher.printed()->balance_after.text(), "169.50");
     EXPECT_EQ(voucher.printed()->place, "درج 1");
     EXPECT_EQ(voucher.printed()->words, "فقط ثمانون جنيها وخمسون قرشا لا غير");
+
+    // A vendor may have the number of a customer.
+    office.shop.sql("insert into vendata (vcode,vname) select 7,N'مصنع العلب'");
+    Voucher to_vendor = opened(VoucherKind::payment);
+    to_vendor.choose_party_kind(PartyKind::vendor);
+    to_vendor.choose_party(7);
+    EXPECT_FALSE(to_vendor.fields.representative);
 }
 
 // What a voucher of 100 adds to the balance of its party, and what it adds if it is an addition notice.

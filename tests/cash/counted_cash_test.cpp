@@ -165,6 +165,8 @@ TEST_F(Spending, ChoicesAboveEmptyTheOnesBelow) {
     EXPECT_FALSE(screen.expense.sub_heading);
     ASSERT_EQ(screen.sub_headings().size(), 1U);
     EXPECT_EQ(screen.sub_headings().front().name, "فاتورة");
+    screen.choose_main_heading({});
+    EXPECT_TRUE(screen.sub_headings().empty());
     EXPECT_EQ(screen.expense.drawer, 1);
     screen.choose_store(2);
     EXPECT_FALSE(screen.expense.drawer);

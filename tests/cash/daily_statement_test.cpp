@@ -152,6 +152,10 @@ TEST_F(Statement, TheRowsBehindAFigureNameTheirParty) {
     }
     EXPECT_TRUE(statement.rows_behind(Figure::surplus).rows.empty());
     EXPECT_EQ(statement.rows_behind(Figure::total_outgoings).rows.size(), 6U);
+    // The buyer of the goods comes before the receiver of the tips.
+    drawers.shop.sql("insert into cust_cash (zcode,zname) select 6,N'سعاد'");
+    drawers.shop.sql("update sales set cust_c = 6 where pnum = 4");
+    EXPECT_EQ(statement.rows_behind(Figure::tips).rows.at(0).party, "سعاد");
 }
 
 TEST_F(Statement, AllDrawersAddUp) {

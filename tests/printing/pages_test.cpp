@@ -420,6 +420,11 @@ TEST(PreviewDialog, IsWorkedByKeys) {
     EXPECT_EQ(printed, 2);
 }
 
+TEST(FontFamilies, BeginWithTheWantedOneIfTheSystemHasIt) {
+    EXPECT_EQ(printing::pages::font_families("DejaVu Serif").front(), "DejaVu Serif");
+    EXPECT_EQ(printing::pages::font_families("No such family"), printing::pages::font_families(""));
+}
+
 TEST(PaperPicture, IsAsWideAsItsPrinter) {
     const auto codes = printing::default_codes();
     const QImage wide = paper_picture(printing::text_receipt(test::sale(), Form::full, 48, codes));
@@ -428,6 +433,7 @@ TEST(PaperPicture, IsAsWideAsItsPrinter) {
     const Ink ink = ink_of(wide);
     EXPECT_GT(ink.left, 0);
     EXPECT_LT(ink.right, wide.width() - 1);
+    EXPECT_GT(ink.right, wide.width() / 2);
     Receipt receipt = test::sale();
     receipt.lines.assign(3000, receipt.lines[0]);
     const QImage longest = paper_picture(printing::text_receipt(receipt, Form::full, 48, codes));

@@ -153,6 +153,7 @@ TEST(SalesDesk, RefusesToBeginWhatCannotBeSaved) {
     EXPECT_EQ(desk.checkout().begin_save(), BeginSave::refused);
     EXPECT_THAT(counter.said(), ElementsAre("ادخل سعر الصنف صنف عام"));
     ASSERT_TRUE(desk.lines().commit_edit(0, column::price, "5"));
+    ASSERT_EQ(desk.checkout().begin_save(), BeginSave::ask_payment);
     counter.shop.sql("update shift set e_date = '2026/11/21 10:00:00'");
     EXPECT_EQ(desk.checkout().begin_save(), BeginSave::refused);
     EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::message::no_shift)));
@@ -257,8 +258,12 @@ TEST(SalesDesk, ARecalledReceiptIsLookedAtReprintedAndReturned) {
     EXPECT_EQ(desk.last_receipt()->invoice.number, 2);
     EXPECT_TRUE(desk.receipts().reprint()) << "the last one, as none is on the screen";
 
-    // The next customer's scan replaces a receipt that is only looked at.
+    // The next customer's scan replaces a receipt that is only looked at. Midnight leaves that its day.
     ASSERT_TRUE(desk.receipts().recall("1"));
+    const common::Date day = desk.invoice().date;
+    counter.services.clock.moment.date.day += 1;
+    desk.tick();
+    EXPECT_EQ(desk.invoice().date, day);
     ASSERT_TRUE(counter.enter("100"));
     EXPECT_FALSE(desk.sale().recalled.has_value());
     EXPECT_EQ(desk.invoice().lines.size(), 1u);
