@@ -38,13 +38,13 @@ void make_shop(database::Connection& connection) {
     connection.make_durable();
 }
 
-// The shop that every test copies; it exists as long as the program runs.
-const fs::path& model_shop() {
+// The shop that every test copies. A test program that runs by itself makes its own.
+fs::path model_shop() {
+    if (const char* made_before = std::getenv("TALLVEX_MODEL_SHOP")) return made_before;
     static const TemporaryFolder folder;
     static const fs::path file = [] {
         fs::path made = folder.path() / "model.db";
-        const auto connection = database::open_embedded(made, true);
-        make_shop(*connection);
+        make_model_shop(made);
         return made;
     }();
     return file;
@@ -113,6 +113,11 @@ std::unique_ptr<database::Connection> open_shop(const fs::path& file) {
     return database::open_embedded(file);
 }
 
+void make_model_shop(const fs::path& file) {
+    const auto connection = database::open_embedded(file, true);
+    make_shop(*connection);
+}
+
 TemporaryFolder::TemporaryFolder() {
     std::string pattern = (fs::temp_directory_path() / "tallvex-XXXXXX").string();
     if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
@@ -131,8 +136,7 @@ Shop::Shop() : file_(folder_.path() / "shop.db") {
         connection_ = std::make_unique<DatedConnection>(std::move(emptied));
         return;
     }
-    const fs::path& model = model_shop();
-    fs::copy_file(model, file_);
+    fs::copy_file(model_shop(), file_);
     connection_ = database::open_embedded(file_);
 }
 

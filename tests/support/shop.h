@@ -46,12 +46,15 @@ std::unique_ptr<database::Connection> open_emptied(const TestServer& server);
 // What a test says on a server that works on shop files themselves.
 inline constexpr const char* needs_shop_files = "skipped on a server: it works on shop files themselves";
 
+// Makes the shop that tests copy.
+void make_model_shop(const std::filesystem::path& file);
+
 // Opens the shop of another process: the test server if there is one, else the file.
 std::unique_ptr<database::Connection> open_shop(const std::filesystem::path& file);
 
 // Base schema and upgrade list done, no rows but those that `seed_basic` gives: the settings row, store 1
-// with drawers 1 and 2, store 2 with drawer 1, one worker, one manager who may do everything. The schema is
-// made once per test program and copied.
+// with drawers 1 and 2, store 2 with drawer 1, one worker, one manager who may do everything. It is a copy of
+// the file that TALLVEX_MODEL_SHOP names, or of one that the test program makes when it first needs it.
 class Shop {
   public:
     Shop();
