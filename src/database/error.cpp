@@ -1,5 +1,8 @@
 #include "database/error.h"
 
+#include <cerrno>
+#include <system_error>
+
 namespace database {
 
 Error::Kind Error::kind_of(std::string_view sqlstate) {
@@ -19,10 +22,10 @@ std::string log_line(std::string_view action, const std::exception& error) {
     return line;
 }
 
-std::optional<std::string_view> words_for(const std::exception& error) {
-    const auto* failure = dynamic_cast<const Error*>(&error);
-    if (failure == nullptr) return std::nullopt;
-    switch (failure->kind()) {
+namespace {
+
+std::string_view words_for_kind(const Error& error) {
+    switch (error.kind()) {
         case Error::Kind::timed_out:
             return message::timed_out;
         case Error::Kind::changed_meanwhile:
@@ -31,13 +34,52 @@ std::optional<std::string_view> words_for(const std::exception& error) {
             return message::disk_full;
         case Error::Kind::read_only:
             return message::read_only;
+        case Error::Kind::file_damaged:
+            return message::damaged;
         case Error::Kind::busy:
             return message::busy;
+        case Error::Kind::login_refused:
+        case Error::Kind::database_missing:
+            return message::login_refused;
         default:
-            break;
+            return error.is_connection_lost() ? message::connection_lost : message::see_log;
     }
-    if (failure->is_connection_lost()) return message::connection_lost;
-    return std::nullopt;
+}
+
+std::string_view words_for_system(const std::error_code& code) {
+    const auto number =
+        code.category() == std::generic_category() || code.category() == std::system_category() ? code.value()
+                                                                                                : 0;
+    switch (number) {
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return message::disk_full;
+        case EROFS:
+        case EACCES:
+        case EPERM:
+            return message::may_not_write;
+        default:
+            return message::see_log;
+    }
+}
+
+}  // namespace
+
+std::string_view words_for(const std::exception& error) {
+    if (const auto* failure = dynamic_cast<const Error*>(&error)) return words_for_kind(*failure);
+    if (const auto* failure = dynamic_cast<const std::system_error*>(&error))
+        return words_for_system(failure->code());
+    return message::see_log;
+}
+
+std::string_view cause_of(const std::exception& error) {
+    const std::string_view words = words_for(error);
+    return words.substr(0, words.find(". "));
+}
+
+std::string with_reason(std::string_view what_failed, const std::exception& error) {
+    return std::string(what_failed) + "\n" + std::string(words_for(error));
 }
 
 }  // namespace database

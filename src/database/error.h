@@ -2,7 +2,6 @@
 #pragma once
 
 #include <exception>
-#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -56,6 +55,7 @@ class Error : public std::runtime_error {
     Kind kind_;
 };
 
+// Each text is a sentence with the cause and a sentence with what to do.
 namespace message {
 
 // "The connection to the database was lost. Check the network, then try again."
@@ -67,17 +67,31 @@ inline constexpr std::string_view timed_out = "لم ترد قاعدة البيا
 inline constexpr std::string_view disk_full = "القرص ممتلئ. لا يمكن الحفظ قبل توفير مساحة عليه";
 // "The database may only be read. Tell the person in charge."
 inline constexpr std::string_view read_only = "قاعدة البيانات للقراءة فقط. أبلغ المسئول";
+// "The database is damaged. Stop working and tell the person in charge."
+inline constexpr std::string_view damaged = "قاعدة البيانات تالفة. أوقف العمل وأبلغ المسئول";
+// "The server refused the till's log-in. Tell the person in charge."
+inline constexpr std::string_view login_refused = "الخادم رفض دخول هذا الجهاز. أبلغ المسئول";
 // "The database is busy at another till. Try again."
 inline constexpr std::string_view busy = "قاعدة البيانات مشغولة من جهاز آخر. حاول مرة أخرى";
 // "Another till changed the same record meanwhile. Try again."
 inline constexpr std::string_view changed_meanwhile = "تم تعديل نفس السجل من جهاز آخر. حاول مرة أخرى";
+// "A file or folder may not be written. Tell the person in charge."
+inline constexpr std::string_view may_not_write = "غير مسموح بالكتابة في الملف أو المجلد. أبلغ المسئول";
+// The reason is in the activity log.
+inline constexpr std::string_view see_log = "السبب مسجل في سجل البرنامج";
 
 }  // namespace message
 
 // The line of the activity log for an action that failed.
 std::string log_line(std::string_view action, const std::exception& error);
 
-// The text for an `Error` of one of these causes; nothing for any other error.
-std::optional<std::string_view> words_for(const std::exception& error);
+// The text for an `Error` or a `std::system_error` of one of these causes; see_log for any other error.
+std::string_view words_for(const std::exception& error);
+
+// The cause alone, for an action that must not be tried again.
+std::string_view cause_of(const std::exception& error);
+
+// What could not be done, with the cause and what to do on a line below it.
+std::string with_reason(std::string_view what_failed, const std::exception& error);
 
 }  // namespace database

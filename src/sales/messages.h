@@ -130,12 +130,8 @@ inline constexpr std::string_view card_paid_out =
     "هذا البون مدفوع ببطاقة إئتمان: ادفع هذا المبلغ للعميل نقدا من الدرج";
 
 // --- failures ----------------------------------------------------------------------------------------
-// The connection to the database was lost; nothing has changed, try again.
-inline constexpr std::string_view connection_lost =
-    "انقطع الاتصال بقاعدة البيانات، لم يتغير شيء على الشاشة، حاول مرة أخرى";
-// The action could not be completed; nothing has changed. The reason is in the activity log.
-inline constexpr std::string_view action_failed =
-    "تعذر إتمام العملية ولم يتغير شيء على الشاشة، السبب مسجل في سجل البرنامج";
+// The action could not be completed; nothing has changed on the screen.
+inline constexpr std::string_view action_failed = "تعذر إتمام العملية ولم يتغير شيء على الشاشة";
 
 // --- saving ----------------------------------------------------------------------------------------
 // The invoice has no lines.
@@ -167,7 +163,7 @@ inline constexpr std::string_view name_field = "اسم الصنف";
 // More is returned of item … than was sold and not yet returned.
 inline constexpr std::string_view returned_too_much = "الكمية المرتجعة أكبر من المباعة للصنف ";
 // The invoice could not be saved; nothing was written.
-inline constexpr std::string_view not_saved = "لم يتم حفظ البون ولم يسجل منه شيء، حاول مرة أخرى";
+inline constexpr std::string_view not_saved = "لم يتم حفظ البون ولم يسجل منه شيء";
 // "Invoice number …" "was saved in part only. The last step finished:" … "Do not save it again; tell the
 // manager."
 inline constexpr std::string_view partly_number = "البون رقم ";

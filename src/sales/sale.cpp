@@ -17,11 +17,7 @@ constexpr std::string_view log_code = "31";
 
 void DeskPart::report(std::string_view name, const std::exception& error) {
     services_.log.log_event(database::log_line(name, error), log_code);
-    const auto* failed = dynamic_cast<const database::Error*>(&error);
-    const bool lost = failed != nullptr && failed->is_connection_lost();
-    services_.prompts.message(
-        lost ? message::connection_lost : database::words_for(error).value_or(message::action_failed),
-        common::Icon::critical);
+    services_.prompts.message(database::with_reason(message::action_failed, error), common::Icon::critical);
 }
 
 common::Date DeskPart::server_date() {

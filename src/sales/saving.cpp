@@ -151,11 +151,13 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
                                     error.what(),
                                 log_code);
         if (nothing) {
-            services_.prompts.message(message::not_saved, common::Icon::critical);
+            services_.prompts.message(database::with_reason(message::not_saved, error),
+                                      common::Icon::critical);
             return SaveOutcome::refused;
         }
         services_.prompts.message(std::string(message::partly_number) + number +
                                       std::string(message::partly_saved) + std::string(name_of(finished_)) +
+                                      "\n" + std::string(database::cause_of(error)) +
                                       std::string(message::partly_advice),
                                   common::Icon::critical);
         return SaveOutcome::partly_saved;

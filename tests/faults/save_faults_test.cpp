@@ -184,7 +184,11 @@ TEST_P(SaveFaults, LeaveABeginningOfTheOrder) {
             const std::string stopped = till.services.log.lines.back();
             const std::string number = std::to_string(invoice.number);
             if (outcome == SaveOutcome::refused) {
-                EXPECT_EQ(till.services.prompts.last(), sales::message::not_saved);
+                EXPECT_EQ(till.services.prompts.last(),
+                          std::string(sales::message::not_saved) + "\n" +
+                              std::string(fault == FaultyConnection::Fault::lost
+                                              ? database::message::connection_lost
+                                              : database::message::see_log));
                 for (std::size_t i = 1; i < seen.size(); ++i)
                     EXPECT_EQ(seen[i], before[i]);
                 faulty.stop_failing();

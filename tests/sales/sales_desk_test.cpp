@@ -49,7 +49,7 @@ TEST(SalesDesk, AMissingTableIsToldAtOpening) {
     Counter counter;
     counter.shop.sql("drop table inv_d");
     EXPECT_FALSE(counter.desk.Open());
-    EXPECT_THAT(counter.said(), ElementsAre(std::string(message::action_failed)));
+    EXPECT_THAT(counter.said(), ElementsAre(testing::StartsWith(message::action_failed)));
 }
 
 // An invoice has the date of its saving, whenever it was begun, unless a day was chosen.
@@ -326,7 +326,7 @@ TEST(SalesDesk, AnErrorBelowIsToldAndLeavesTheInvoice) {
     ASSERT_TRUE(counter.enter("400"));
     counter.shop.sql("drop table stk");
     EXPECT_FALSE(counter.enter("410"));
-    EXPECT_THAT(counter.said(), ElementsAre(std::string(message::action_failed)));
+    EXPECT_THAT(counter.said(), ElementsAre(testing::StartsWith(message::action_failed)));
     EXPECT_EQ(counter.services.log.lines.size(), 1u);
     EXPECT_EQ(desk.invoice().lines.size(), 1u);
     EXPECT_EQ(desk.sale().figures.net, "5.00");
@@ -343,7 +343,7 @@ TEST(SalesDesk, AStoreThatWasRefusedNeverTakesEffect) {
     faulty.fail_at(1, test::FaultyConnection::Fault::passing);
     desk.header().choose_store(2);
     ASSERT_TRUE(faulty.has_failed());
-    EXPECT_THAT(counter.said(), ElementsAre(std::string(message::action_failed)));
+    EXPECT_THAT(counter.said(), ElementsAre(testing::StartsWith(message::action_failed)));
     EXPECT_EQ(desk.invoice().store, 1);
     counter.answer({true});
     ASSERT_TRUE(desk.checkout().CancelInvoice());

@@ -8,6 +8,7 @@
 #include <QMouseEvent>
 #include <QRegularExpression>
 #include <new>
+#include <system_error>
 
 #include "database/error.h"
 #include "support/services.h"
@@ -149,13 +150,16 @@ TEST(Guard, SaysWhatWentWrongInTheCashiersWords) {
          database::message::read_only},
         {Error("HYT00", "database is locked", "insert", Error::Kind::busy), database::message::busy},
         {Error("40001", "the row was changed", "update"), database::message::changed_meanwhile},
-        {Error("42000", "syntax error", "selec"), ui::message::failed},
+        {Error("HY000", "database disk image is malformed", "insert", Error::Kind::file_damaged),
+         database::message::damaged},
+        {Error("28000", "Login failed for user 'sa'.", ""), database::message::login_refused},
+        {Error("42000", "syntax error", "selec"), database::message::see_log},
     };
     for (const auto& [error, words] : cases) {
         test::RememberedServices services;
         const bool done = ui::guarded(services.all(), "Action", [&] { throw error; });
         EXPECT_FALSE(done);
-        EXPECT_EQ(services.prompts.last(), words) << error.what();
+        EXPECT_EQ(services.prompts.last(), "لم تتم العملية\n" + std::string(words)) << error.what();
         ASSERT_EQ(services.log.lines.size(), 1U);
         EXPECT_NE(services.log.lines[0].find(error.what()), std::string::npos);
         EXPECT_NE(services.log.lines[0].find(error.statement()), std::string::npos);
@@ -165,9 +169,15 @@ TEST(Guard, SaysWhatWentWrongInTheCashiersWords) {
 TEST(Guard, OutlivesErrorsOfOtherKinds) {
     test::RememberedServices services;
     EXPECT_FALSE(ui::guarded(services.all(), "Action", [] { throw std::bad_alloc(); }));
-    EXPECT_EQ(services.prompts.last(), ui::message::failed);
+    EXPECT_EQ(services.prompts.last(), "لم تتم العملية\nالسبب مسجل في سجل البرنامج");
+    for (const auto& [number, words] : {std::pair{ENOSPC, database::message::disk_full},
+                                        std::pair{EROFS, database::message::may_not_write}}) {
+        EXPECT_FALSE(ui::guarded(services.all(), "Action",
+                                 [&] { throw std::system_error(number, std::generic_category(), "file"); }));
+        EXPECT_EQ(services.prompts.last(), "لم تتم العملية\n" + std::string(words));
+    }
     EXPECT_TRUE(ui::guarded(services.all(), "Action", [] {}));
-    EXPECT_EQ(services.prompts.messages.size(), 1U);
+    EXPECT_EQ(services.prompts.messages.size(), 3U);
 }
 
 }  // namespace

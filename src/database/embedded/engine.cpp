@@ -23,7 +23,13 @@ bool is_own_message(const std::string& message) {
 bool is_disk_full(sqlite3* engine, int extended) {
     if (extended == SQLITE_IOERR_WRITE || extended == SQLITE_IOERR_SHMSIZE) return true;
     const int cause = engine == nullptr ? 0 : sqlite3_system_errno(engine);
-    return cause == ENOSPC || cause == EDQUOT;
+    return cause == ENOSPC || cause == EDQUOT || cause == EFBIG;
+}
+
+// A disk that failed is often mounted again as read-only; the log beside the shop file cannot be opened then.
+bool is_read_only(sqlite3* engine) {
+    const int cause = engine == nullptr ? 0 : sqlite3_system_errno(engine);
+    return cause == EROFS || cause == EACCES;
 }
 
 Error ordinary_error(const std::string& message, std::string statement) {
@@ -49,8 +55,10 @@ Error engine_error(sqlite3* engine, int code, std::string_view statement_text) {
     const std::string message = engine == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(engine);
     const int extended = engine == nullptr ? code : sqlite3_extended_errcode(engine);
     const int primary = code & 0xFF;
-    if (primary == SQLITE_FULL ||
-        ((primary == SQLITE_IOERR || primary == SQLITE_CANTOPEN) && is_disk_full(engine, extended))) {
+    const bool file_failed = primary == SQLITE_IOERR || primary == SQLITE_CANTOPEN;
+    if (primary == SQLITE_READONLY || (file_failed && is_read_only(engine)))
+        return {"HY000", "The shop file is read-only.", std::move(statement), Error::Kind::read_only};
+    if (primary == SQLITE_FULL || (file_failed && is_disk_full(engine, extended))) {
         return {"HY000", "The disk is full: the shop file cannot grow.", std::move(statement),
                 Error::Kind::disk_full};
     }
@@ -74,8 +82,6 @@ Error engine_error(sqlite3* engine, int code, std::string_view statement_text) {
                     std::move(statement), Error::Kind::busy};
         case SQLITE_INTERRUPT:
             return {"HYT00", "Timeout expired.", std::move(statement)};
-        case SQLITE_READONLY:
-            return {"HY000", "The shop file is read-only.", std::move(statement), Error::Kind::read_only};
         case SQLITE_CANTOPEN:
             return {"08001", "The shop file cannot be opened: " + message + ".", std::move(statement),
                     Error::Kind::connection_lost};

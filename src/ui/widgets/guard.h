@@ -13,9 +13,6 @@ namespace ui {
 // The code of the guard's lines in the activity log.
 inline constexpr std::string_view guard_code = "911";
 
-// The message for an error: lost connection, time-out, full disk ..., or a general one.
-std::string_view words_for(const std::exception& error);
-
 // Shows and logs an error that ended the named action.
 void report(const common::Services& services, std::string_view action, const std::exception& error);
 

@@ -25,8 +25,8 @@ inline constexpr std::string_view ok = "موافق";  // OK
 inline constexpr std::string_view yes = "نعم";   // yes
 inline constexpr std::string_view no = "لا";     // no
 
-// "The action did not succeed. The reason is written in the activity log."
-inline constexpr std::string_view failed = "لم تتم العملية. السبب مسجل في سجل البرنامج";
+// The action did not succeed.
+inline constexpr std::string_view failed = "لم تتم العملية";
 
 }  // namespace message
 
