@@ -56,7 +56,7 @@ TEST_F(ShopFile, WhatIsNoShopIsRefusedWithAReason) {
         const char* reason;
     } cases[] = {{"none.db", "does not exist"},  {"dangling", "does not exist"},
                  {"sub", "is a folder"},         {"empty", "is empty"},
-                 {"text", "no shop file"},       {"short", "no shop file"},
+                 {"text", "not a database"},     {"short", "not a database"},
                  {"foreign", "another program"}, {"torn", "damaged"}};
     for (const auto& [name, reason] : cases) {
         const std::string before = fs::is_regular_file(dir / name) ? read(dir / name) : "";
@@ -241,6 +241,41 @@ TEST_F(ShopFile, SettledRowsAreInTheFileAndItsLog) {
         fs::copy_file(file.string() + "-wal", copy.string() + "-wal");
         EXPECT_EQ(database::number_of(database::open_embedded(copy)->scalar("select count(*) from t")), i);
     }
+}
+
+// A second connection of one program leaves the first one's locks in place. Without them another program
+// takes itself for the last one when it closes, and removes the log that the first connection goes on writing
+// to.
+TEST_F(ShopFile, ASecondConnectionKeepsTheLocksOfTheFirst) {
+    run("create table t (a int)");
+    connection.reset();
+    // Other programs, each of which waits for its turn. They must not inherit a connection.
+    const auto start_waiting = [](int(&turn)[2], const std::function<bool()>& body) {
+        EXPECT_EQ(pipe(turn), 0);
+        return test::start_child([&] {
+            char word = 0;
+            return ::read(turn[0], &word, 1) == 1 && body();
+        });
+    };
+    int to_write[2];
+    int to_count[2];
+    const pid_t writer = start_waiting(to_write, [&] {
+        database::open_embedded(file)->execute("insert into t values (2)");
+        return true;
+    });
+    const pid_t counter = start_waiting(
+        to_count, [&] { return database::open_embedded(file)->query("select * from t").size() == 4; });
+    connection = database::open_embedded(file);
+    run("insert into t values (1)");
+    database::open_embedded(file)->execute("insert into t values (1)");
+    ASSERT_EQ(::write(to_write[1], "g", 1), 1);
+    EXPECT_EQ(test::wait_for(writer), 0);
+    EXPECT_TRUE(fs::exists(file.string() + "-wal"));
+    run("insert into t values (3)");
+    ASSERT_EQ(::write(to_count[1], "g", 1), 1);
+    EXPECT_EQ(test::wait_for(counter), 0) << "what the first connection wrote is lost";
+    for (const int end : {to_write[0], to_write[1], to_count[0], to_count[1]})
+        ::close(end);
 }
 
 TEST_F(ShopFile, TheConnectionStringNamesIt) {

@@ -2,9 +2,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <array>
-#include <fstream>
-
 #include "database/embedded/connection.h"
 #include "database/embedded/definitions.h"
 #include "database/embedded/engine.h"
@@ -26,14 +23,8 @@ using Kind = Error::Kind;
     throw Error("08001", "The shop file \"" + file.string() + "\" " + why + ".", "", kind);
 }
 
-bool has_database_header(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::array<char, 16> header{};
-    stream.read(header.data(), header.size());
-    return stream && std::string_view(header.data(), 15) == "SQLite format 3";
-}
-
-// Returns true if the file must be made: it is missing and `create` allows making it.
+// Returns true if the file must be made: it is missing and `create` allows making it. Never opens the file:
+// closing a descriptor would release the locks of every connection that this process has to it.
 bool check_file(const fs::path& file, bool create) {
     std::error_code error;
     const fs::file_status status = fs::status(file, error);
@@ -55,7 +46,6 @@ bool check_file(const fs::path& file, bool create) {
         if (!create) refuse(file, "is empty and no shop", Kind::file_damaged);
         return true;
     }
-    if (!has_database_header(file)) refuse(file, "is no shop file, or is damaged", Kind::file_damaged);
     if (::access(file.c_str(), W_OK) != 0) refuse(file, "is read-only", Kind::read_only);
     // The engine writes its log beside the file.
     const fs::path folder = file.parent_path().empty() ? "." : file.parent_path();
@@ -68,8 +58,12 @@ bool check_file(const fs::path& file, bool create) {
 
 void EmbeddedConnection::open(const fs::path& file, bool create) {
     const bool fresh = check_file(file, create);
-    // Created here with the permissions of the umask; the engine would never let a group write.
-    if (fresh) ::close(::open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666));
+    // Created here with the permissions of the umask; the engine would never let a group write. A file that
+    // exists is not opened.
+    if (fresh) {
+        const int made = ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (made >= 0) ::close(made);
+    }
     sqlite3* raw = nullptr;
     const int flags = SQLITE_OPEN_READWRITE | (fresh ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
     const int code = sqlite3_open_v2(file.c_str(), &raw, flags, nullptr);
