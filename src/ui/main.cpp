@@ -7,11 +7,13 @@
 #include <QTimer>
 #include <QWidget>
 #include <cstdlib>
+#include <optional>
 
 #include "common/clock.h"
 #include "common/ports.h"
 #include "startup/shop_files.h"
 #include "startup/start_up.h"
+#include "startup/workstation.h"
 #include "ui/till.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/message_box.h"
@@ -22,21 +24,29 @@ namespace {
 constexpr const char* usage =
     "The cashier's till.\n"
     "Usage: tallvex [CASH-POINT]\n\n"
-    "  CASH-POINT   the number of this workstation's drawer, 0 to 9: the first character counts\n"
+    "  CASH-POINT   the number of this workstation's drawer, 0 to 9; 0 without it\n"
     "  --help       Print this help message and exit\n"
     "  --version    Print the version and exit\n";
 
-// Handles --help and --version, which need neither a screen nor a shop. Returns false for other arguments.
-bool handle_information_options(int argc, const char* const* argv) {
-    if (argc != 2) return false;
-    const std::string_view word = argv[1];
-    if (word == "--help" || word == "-h")
+constexpr int wrong_command_line = 2;
+
+// Handles --help and --version, which need neither a screen nor a shop, and refuses everything that is not a
+// cash point: a till that sold on another drawer than the one meant would go unnoticed. Returns the exit
+// code, or nothing if the till is to start.
+std::optional<int> handle_arguments(int argc, const char* const* argv) {
+    const std::string_view word = argc > 1 ? argv[1] : "";
+    if (argc == 2 && (word == "--help" || word == "-h")) {
         std::fputs(usage, stdout);
-    else if (word == "--version")
+        return 0;
+    }
+    if (argc == 2 && word == "--version") {
         std::puts(TALLVEX_VERSION);
-    else
-        return false;
-    return true;
+        return 0;
+    }
+    const bool is_cash_point = word.size() == 1 && word.front() >= '0' && word.front() <= '9';
+    if (argc < 2 || (argc == 2 && is_cash_point)) return std::nullopt;
+    std::fprintf(stderr, "tallvex: \"%s\" is no cash point\n%s", is_cash_point ? argv[2] : argv[1], usage);
+    return wrong_command_line;
 }
 
 // The exit code that makes a supervising session start the program again.
@@ -47,6 +57,8 @@ bool is_supervised() {
 
 // Starts another instance of the program with this workstation's cash-point number.
 bool start_again(const startup::Environment& environment, std::int64_t cash_point) {
+    // A relative TALLVEX_HOME would lead elsewhere from the new program's folder.
+    if (const auto home = startup::named_home()) qputenv("TALLVEX_HOME", home->c_str());
     return QProcess::startDetached(QCoreApplication::applicationFilePath(), {QString::number(cash_point)},
                                    QString::fromStdString(environment.working_folder.string()));
 }
@@ -63,11 +75,9 @@ class EndAtSignIn final : public QObject {
 };
 
 // Returns false if there is no display. Qt would then end the program with a core dump.
-bool has_screen(int argc, const char* const* argv) {
-    for (const char* named : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-        if (!qEnvironmentVariableIsEmpty(named)) return true;
-    }
-    return std::any_of(argv, argv + argc, [](std::string_view word) { return word.ends_with("-platform"); });
+bool has_screen() {
+    const auto is_set = [](const char* variable) { return !qEnvironmentVariableIsEmpty(variable); };
+    return is_set("DISPLAY") || is_set("WAYLAND_DISPLAY") || is_set("QT_QPA_PLATFORM");
 }
 
 void show_full_screen(QWidget& window) {
@@ -79,8 +89,8 @@ void show_full_screen(QWidget& window) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (handle_information_options(argc, argv)) return 0;
-    if (!has_screen(argc, argv)) {
+    if (const auto code = handle_arguments(argc, argv)) return *code;
+    if (!has_screen()) {
         std::fputs("tallvex: there is no display to show the till on (DISPLAY is not set)\n", stderr);
         return 1;
     }
