@@ -66,7 +66,7 @@ class TableCopy {
     }
 
     void copy(std::int64_t rows, const std::function<void()>& each_row) {
-        Transaction transaction(target_);
+        database::Transaction transaction(target_);
         const std::string column = rows > rows_at_once ? slicing_column() : std::string();
         if (column.empty()) {
             write(source_.query(on("select * from ", table_)), each_row);

@@ -146,7 +146,7 @@ ImportOutcome import_items(Connection& connection, std::string_view csv, Tool& t
     outcome.notes = std::move(file.notes);
     if (!outcome.problems.empty()) return outcome;
     Progress progress(tool, "writing", file.lines.size());
-    Transaction transaction(connection);
+    database::Transaction transaction(connection);
     common::Moment now = tool.clock.now();
     now.time.millisecond = 0;  // moments in statements are whole seconds
     Writer writer(connection, now);

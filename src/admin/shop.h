@@ -60,31 +60,4 @@ void make_place(const std::filesystem::path& folder, const Place& place, Tool& t
 // Adds the options --server, --database and --address. `with_server` is the help text of --server.
 void add_place_options(CLI::App& command, Place& place, const std::string& with_server);
 
-// Begins with the object and is rolled back with it unless commit() was called.
-class Transaction {
-  public:
-    explicit Transaction(database::Connection& connection) : connection_(connection) {
-        connection_.execute("begin transaction");
-    }
-    ~Transaction() {
-        if (committed_) return;
-        try {
-            connection_.execute("rollback transaction");
-        } catch (const database::Error&) {
-            // A lost connection has rolled it back already.
-        }
-    }
-    Transaction(const Transaction&) = delete;
-    Transaction& operator=(const Transaction&) = delete;
-
-    void commit() {
-        connection_.execute("commit transaction");
-        committed_ = true;
-    }
-
-  private:
-    database::Connection& connection_;
-    bool committed_ = false;
-};
-
 }  // namespace admin

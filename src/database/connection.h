@@ -123,4 +123,31 @@ class Connection {
     virtual Outcome run(std::string_view statement, const std::vector<Value>& values) = 0;
 };
 
+// Begins with the object and is rolled back with it unless commit() was called.
+class Transaction {
+  public:
+    explicit Transaction(Connection& connection) : connection_(connection) {
+        connection_.execute("begin transaction");
+    }
+    ~Transaction() {
+        if (committed_) return;
+        try {
+            connection_.execute("rollback transaction");
+        } catch (const Error&) {
+            // A lost connection has rolled it back already.
+        }
+    }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    void commit() {
+        connection_.execute("commit transaction");
+        committed_ = true;
+    }
+
+  private:
+    Connection& connection_;
+    bool committed_ = false;
+};
+
 }  // namespace database
