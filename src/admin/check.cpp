@@ -92,7 +92,7 @@ class Check {
     // Returns "", after saying so, if the version file cannot be read.
     std::string find_version() {
         try {
-            return read_version(tool_.folder);
+            return read_version(tool_.shop);
         } catch (const Refused& error) {
             say({{Verdict::wrong, "version file",
                   std::string(error.what()) +
@@ -102,7 +102,7 @@ class Check {
     }
 
     std::unique_ptr<database::Connection> connect() {
-        const Place place = read_place(tool_.folder);
+        const Place place = read_place(tool_.shop);
         const std::string where = place.server + ", " + place.database;
         const auto refuse = [&](std::string_view said, std::string_view advice) {
             if (said.ends_with('.')) said.remove_suffix(1);
@@ -111,14 +111,14 @@ class Check {
             return nullptr;
         };
         try {
-            auto connection = open_place(tool_.folder, place);
+            auto connection = open_place(tool_.shop, place);
             say({{Verdict::good, "connection", where}});
             return connection;
         } catch (const database::Error& error) {
             return refuse(error.what(), advice(error.kind()));
         } catch (const Refused& error) {
             return refuse(error.what(),
-                          has_login_password(tool_.folder)
+                          has_login_password(tool_.shop)
                               ? "make it its owner's alone: chmod 600 sa.pwd"
                               : "keep the password there: tallvex-admin connect --keep-password");
         }
@@ -145,7 +145,7 @@ class Check {
         look("invoices", [&] { return check_invoices(connection, period); });
         look("balances", [&] { return check_balances(connection); });
         look("stock", [&] { return check_stock(connection); });
-        look("log", [&] { return check_log(connection, log_file(tool_.folder), period); });
+        look("log", [&] { return check_log(connection, log_file(tool_.shop), period); });
     }
 
     const Options& options_;
@@ -154,8 +154,8 @@ class Check {
 };
 
 void note_mended(Tool& tool) {
-    read_place(tool.folder);  // refuses a folder without a shop
-    const std::filesystem::path file = log_file(tool.folder);
+    read_place(tool.shop);  // refuses a folder without a shop
+    const std::filesystem::path file = log_file(tool.shop);
     std::error_code ignored;
     std::filesystem::create_directories(file.parent_path(), ignored);
     startup::ActivityLog(file.parent_path().parent_path(), tool.clock).log_event(mended_line, "250");

@@ -4,6 +4,7 @@
 
 #include "admin/shop.h"
 #include "admin/tool.h"
+#include "startup/workstation.h"
 
 namespace admin {
 
@@ -52,7 +53,7 @@ void add_connect(CLI::App& program, Tool& tool) {
         "sa.pwd, which this user alone may read");
     command->callback([options, &tool] {
         if (options->show) {
-            print(read_place(tool.folder), tool);
+            print(read_place(tool.shop), tool);
             return;
         }
         const bool named = !options->place.server.empty() && !options->place.database.empty();
@@ -60,15 +61,17 @@ void add_connect(CLI::App& program, Tool& tool) {
         if (!named && !(unnamed && options->keep_password)) {
             throw CLI::ValidationError("connect", "--server and --database are needed, or --show");
         }
-        if (unnamed) read_place(tool.folder);  // refuses a folder without a shop
+        if (unnamed) read_place(tool.shop);  // refuses a folder without a shop
+        // A new connection file is made where the shop keeper is, and never over that of till.conf.
+        const auto folder = named ? startup::named_home().value_or(tool.folder) : tool.shop;
         const std::string password = options->keep_password ? ask_login_password(tool) : std::string();
         if (named) {
-            write_place(tool.folder, options->place);
-            write_shop_files(tool.folder);
+            write_place(folder, options->place);
+            write_shop_files(folder);
         }
         if (options->keep_password)
-            tool.out << "password: kept in " << keep_login_password(tool.folder, password) << '\n';
-        if (named) print(read_place(tool.folder), tool);
+            tool.out << "password: kept in " << keep_login_password(folder, password) << '\n';
+        if (named) print(read_place(folder), tool);
     });
 }
 

@@ -8,15 +8,23 @@
 
 #include "admin/tool.h"
 #include "common/clock.h"
+#include "startup/shop_files.h"
 
 int main(int argc, char** argv) {
     const std::vector<admin::AddCommand> commands = {
         admin::add_new_shop,  admin::add_connect,      admin::add_sql,      admin::add_users,
         admin::add_check,     admin::add_import_items, admin::add_backup,   admin::add_restore,
-        admin::add_copy_shop, admin::add_show_receipt, admin::add_settings,
+        admin::add_copy_shop, admin::add_show_receipt, admin::add_settings, admin::add_stamp,
     };
     common::SystemClock clock;
-    admin::Tool tool{
-        std::cout, std::cerr, std::cin, std::filesystem::current_path(), clock, isatty(STDERR_FILENO) != 0};
+    std::error_code gone;
+    const auto working = std::filesystem::current_path(gone);
+    admin::Tool tool{std::cout,
+                     std::cerr,
+                     std::cin,
+                     gone ? "." : working,
+                     clock,
+                     isatty(STDERR_FILENO) != 0,
+                     startup::shop_folder()};
     return admin::run_tool(commands, std::vector<std::string>(argv + 1, argv + argc), tool);
 }

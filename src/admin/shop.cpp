@@ -68,7 +68,7 @@ std::unique_ptr<database::Connection> open_place(const fs::path& folder, const P
 }
 
 std::unique_ptr<database::Connection> open_shop(const Tool& tool) {
-    return open_place(tool.folder, read_place(tool.folder));
+    return open_place(tool.shop, read_place(tool.shop));
 }
 
 std::string shop_version() {
@@ -76,9 +76,7 @@ std::string shop_version() {
 }
 
 fs::path home_of(const fs::path& folder) {
-    const char* home = std::getenv("TALLVEX_HOME");
-    const bool named = home != nullptr && *home != '\0';
-    if (!named && startup::find_file(folder, startup::version_file_name)) return folder;
+    if (!startup::named_home() && startup::find_file(folder, startup::version_file_name)) return folder;
     return startup::program_folder();
 }
 

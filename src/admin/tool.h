@@ -27,9 +27,10 @@ struct Tool {
     std::ostream& out;
     std::ostream& err;
     std::istream& in;
-    std::filesystem::path folder;  // the working directory, which holds the shop's connection file
+    std::filesystem::path folder;  // the working directory: files are named from there
     common::Clock& clock;
-    bool terminal = false;  // err is a terminal, where long work shows its progress
+    bool terminal = false;                // err is a terminal, where long work shows its progress
+    std::filesystem::path shop = folder;  // holds the shop's connection file
 };
 
 // Ends a command with the exit code `refused`. The text says what is wrong and what to do.
@@ -52,6 +53,7 @@ void add_restore(CLI::App& program, Tool& tool);
 void add_copy_shop(CLI::App& program, Tool& tool);
 void add_show_receipt(CLI::App& program, Tool& tool);
 void add_settings(CLI::App& program, Tool& tool);
+void add_stamp(CLI::App& program, Tool& tool);
 
 // Reads the command line (without the program's name) and runs its command. Returns the exit code; errors go
 // to tool.err.

@@ -51,6 +51,22 @@ void require_record(std::string_view bytes) {
                        std::string(message::connection_file_short) + "datacon24.stk");
 }
 
+// A name as a person could have given it. ";" would begin another part of the connection string.
+bool is_name(std::string_view text) {
+    const auto is_strange = [](char c) {
+        return static_cast<unsigned char>(c) < ' ' || c == '\x7F' || c == ';';
+    };
+    return std::none_of(text.begin(), text.end(), is_strange);
+}
+
+void require_names(const ConnectionRecord& record) {
+    const bool is_blank = common::trim(record.server).empty() || common::trim(record.database).empty();
+    if (!is_blank && is_name(record.server) && is_name(record.database) && is_name(record.address)) return;
+    throw StartUpError(is_blank ? "the connection file names no server or no database"
+                                : "the connection file is damaged: its names cannot be read",
+                       std::string(message::connection_file_damaged) + "datacon24.stk");
+}
+
 }  // namespace
 
 std::string unscramble(std::string_view field) {
@@ -93,8 +109,11 @@ std::string scramble(std::string_view text, std::size_t width, std::mt19937& ran
 
 ConnectionRecord decode_connection(std::string_view bytes) {
     require_record(bytes);
-    return {unscramble(field_of(bytes, server_field)), unscramble(field_of(bytes, database_field)),
-            unscramble(field_of(bytes, address_field))};
+    ConnectionRecord record{unscramble(field_of(bytes, server_field)),
+                            unscramble(field_of(bytes, database_field)),
+                            unscramble(field_of(bytes, address_field))};
+    require_names(record);
+    return record;
 }
 
 std::string encode_connection(const ConnectionRecord& record, std::mt19937& random) {

@@ -36,7 +36,8 @@ std::string unscramble(std::string_view field);
 // StartUpError if the text is longer than the width less 7 or has characters outside the code page.
 std::string scramble(std::string_view text, std::size_t width, std::mt19937& random);
 
-// Throws StartUpError if there are fewer bytes than a record has.
+// Throws StartUpError if there are fewer bytes than a record has, if the record names no server or no
+// database, or if a name holds what no name can.
 ConnectionRecord decode_connection(std::string_view bytes);
 // A whole record of 200 bytes.
 std::string encode_connection(const ConnectionRecord& record, std::mt19937& random);

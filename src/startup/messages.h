@@ -11,6 +11,12 @@ inline constexpr std::string_view wrong_path = "مسار قاعدة البيان
 inline constexpr std::string_view version_differs =
     "لا يمكن تشغيل البرنامج لوجود اختلاف في اصدار البرنامج    الاصدار الحالي بتاريخ ";
 
+// This program is older than the shop: install the newer version, or go back to the shop's copy from before
+// the update. Followed by this program's version.
+inline constexpr std::string_view program_older =
+    "هذا البرنامج أقدم من بيانات المتجر. ثبت الاصدار الأحدث، أو استرجع نسخة المتجر التي حفظت قبل التحديث "
+    "(tallvex-admin restore). اصدار هذا البرنامج: ";
+
 // Reasons. The server does not answer: check that it is on and the network cable is in.
 inline constexpr std::string_view server_unreachable =
     "جهاز الخادم لا يستجيب. تأكد من أنه يعمل ومن توصيل الشبكة ثم أعد تشغيل البرنامج";
@@ -50,6 +56,8 @@ inline constexpr std::string_view file_missing = "الملف غير موجود: 
 inline constexpr std::string_view file_unreadable = "لا يمكن قراءة الملف: ";
 inline constexpr std::string_view file_unwritable = "لا يمكن كتابة الملف: ";
 inline constexpr std::string_view connection_file_short = "ملف الاتصال بقاعدة البيانات ناقص: ";
+// Blank, or its names cannot be read.
+inline constexpr std::string_view connection_file_damaged = "ملف الاتصال بقاعدة البيانات فارغ أو تالف: ";
 inline constexpr std::string_view version_file_length = "ملف اصدار البرنامج طوله غير صحيح: ";
 inline constexpr std::string_view text_too_long = "النص أطول من المكان المخصص له: ";
 inline constexpr std::string_view text_not_arabic_page = "النص به حروف لا يمكن حفظها في الملف: ";

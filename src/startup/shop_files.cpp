@@ -11,6 +11,7 @@
 #include "common/files.h"
 #include "common/text.h"
 #include "startup/messages.h"
+#include "startup/workstation.h"
 
 namespace startup {
 
@@ -85,6 +86,17 @@ std::optional<fs::path> find_file(const fs::path& folder, std::string_view name)
     return found;
 }
 
+fs::path shop_folder() {
+    std::error_code gone;
+    fs::path working = fs::current_path(gone);
+    if (gone) working = ".";
+    const fs::path first = named_home().value_or(working);
+    for (const fs::path& folder : {first, working})
+        if (has_connection_file(folder)) return folder;
+    const auto configured = named_folder("TALLVEX_SHOP");
+    return configured && has_connection_file(*configured) ? *configured : first;
+}
+
 bool has_connection_file(const fs::path& folder) {
     return find_file(folder, connection_file_name).has_value();
 }
@@ -108,13 +120,15 @@ void write_server_address(const fs::path& folder, std::string_view address) {
 
 std::string read_version_file(const fs::path& folder) {
     const fs::path file = file_in(folder, version_file_name);
-    const std::string record = read_whole(file);
-    if (record.size() != version_record_length) {
-        throw StartUpError(file.string() + ": has " + std::to_string(record.size()) + " bytes instead of " +
-                               std::to_string(version_record_length),
+    const std::string text = decoded(read_whole(file));
+    const std::string version(common::trim(first_line(text)));
+    const std::size_t length = common::code_points(version).size();
+    if (length == 0 || length > version_record_length) {
+        throw StartUpError(file.string() + ": its version has " + std::to_string(length) +
+                               " characters instead of 1 to " + std::to_string(version_record_length),
                            with_name(message::version_file_length, file));
     }
-    return std::string(common::trim(common::from_code_page_1256(record)));
+    return version;
 }
 
 void write_version_file(const fs::path& folder, std::string_view version) {

@@ -28,6 +28,11 @@ inline constexpr std::size_t version_record_length = 50;
 // The entry of a folder with this name, spelt exactly so or else in another case.
 std::optional<std::filesystem::path> find_file(const std::filesystem::path& folder, std::string_view name);
 
+// The shop's folder, with its connection file: the one that TALLVEX_HOME names, else the working directory,
+// else the one that TALLVEX_SHOP names, which the launcher takes from this machine's settings. The first that
+// holds a connection file counts. If none does, it is the folder of TALLVEX_HOME or the working directory.
+std::filesystem::path shop_folder();
+
 // The connection file of the working directory.
 bool has_connection_file(const std::filesystem::path& folder);
 ConnectionRecord read_connection_file(const std::filesystem::path& folder);
@@ -36,8 +41,9 @@ std::filesystem::path write_connection_file(const std::filesystem::path& folder,
 // Replaces the server's address in the connection file of a folder.
 void write_server_address(const std::filesystem::path& folder, std::string_view address);
 
-// The version string of the program folder: one record of 50 characters, whose trailing blanks are dropped.
-// A file of any other length is refused.
+// The version string of the program folder: a record of 50 characters, without the blanks at its ends. A file
+// that was written with an editor is read too: its first line, in UTF-8 or code page 1256. A version that is
+// empty or longer than the record is refused.
 std::string read_version_file(const std::filesystem::path& folder);
 void write_version_file(const std::filesystem::path& folder, std::string_view version);
 

@@ -9,6 +9,7 @@
 #include "startup/messages.h"
 #include "startup/reasons.h"
 #include "startup/shop_files.h"
+#include "startup/shop_version.h"
 #include "startup/workstation.h"
 
 namespace startup {
@@ -16,9 +17,6 @@ namespace startup {
 namespace {
 
 using common::Icon;
-using database::quoted;
-using database::Sql;
-
 constexpr std::string_view progress_code = "222";
 constexpr std::string_view failure_code = "223";
 
@@ -39,9 +37,7 @@ Environment Environment::here(int argc, const char* const* argv) {
         environment.command_line += argv[i];
     }
     environment.program_folder = startup::program_folder();
-    std::error_code gone;
-    environment.working_folder = std::filesystem::current_path(gone);
-    if (gone) environment.working_folder = ".";
+    environment.working_folder = shop_folder();
     return environment;
 }
 
@@ -63,10 +59,8 @@ bool StartUp::run(const ShowSignIn& show_sign_in) {
         session_.computer_name =
             environment_.computer_name.empty() ? startup::computer_name() : environment_.computer_name;
         progress("computer name " + session_.computer_name);
-        if (!stamp_version()) return false;
-        progress("schema upgrade");
-        database::run_upgrade_list(*connection_);
-        connection_->make_durable();
+        if (!check_version()) return false;
+        update_shop();
         progress("sign-in");
         show_sign_in(*connection_, session_);
         return true;
@@ -118,29 +112,32 @@ void StartUp::set_clock() {
     }
 }
 
-// The till on the server machine stamps its version; every other till must have the stamped version. Returns
-// false after telling the cashier that this one has another.
-bool StartUp::stamp_version() {
-    const auto rows = connection_->query("select * from basic");
-    if (rows.empty()) {
-        throw StartUpError("the table basic has no row", std::string(message::settings_missing));
-    }
-    const bool is_server =
-        source_.is_embedded() ||
-        common::equal_ignoring_case(common::trim(session_.computer_name), common::trim(source_.server));
-    if (is_server) {
-        connection_->execute(Sql("Update basic set   cr_v = ") + quoted(session_.version));
-        progress("version stamped");
-        return true;
-    }
-    const std::string stamped = rows.front().text("cr_v");
-    if (common::trim(stamped) == common::trim(session_.version)) {
-        progress("version as stamped");
-        return true;
-    }
-    progress("version " + session_.version + " differs from the stamped " + stamped);
-    services_.prompts.message(std::string(message::version_differs) + stamped, Icon::critical);
+// The till on the server machine stamps its version; every other till must have the stamped version. No till
+// takes a shop back to an older version. Returns false after telling the cashier that this one may not start.
+bool StartUp::check_version() {
+    stamp_ = read_stamp(*connection_);
+    stamps_ = source_.is_embedded() || is_this_machine(source_.server, session_.computer_name);
+    const bool is_same = stamp_.version == common::trim(session_.version);
+    const bool older = is_older(session_.version, stamp_.version);
+    if (is_same || (stamps_ && !older)) return true;
+    progress("version " + session_.version + " differs from the stamped " + stamp_.version);
+    std::string text = std::string(message::version_differs) + stamp_.version;
+    if (older) text += "\n" + std::string(message::program_older) + session_.version;
+    services_.prompts.message(text, Icon::critical);
     return false;
+}
+
+// A shop whose settings row has no place for the stamp yet gets it from the list.
+void StartUp::update_shop() {
+    const auto stamp = [this] {
+        write_stamp(*connection_, session_.version);
+        progress("version stamped");
+    };
+    if (stamps_ && stamp_.has_column) stamp();
+    progress("schema upgrade");
+    database::run_upgrade_list(*connection_);
+    if (stamps_ && !stamp_.has_column) stamp();
+    connection_->make_durable();
 }
 
 // Shows the fixed message, then the reason in a second box.

@@ -11,6 +11,7 @@
 #include "database/connection.h"
 #include "signin/session.h"
 #include "startup/connection_file.h"
+#include "startup/shop_version.h"
 
 namespace startup {
 
@@ -45,7 +46,8 @@ class StartUp {
     void prepare_files();
     void connect();
     void set_clock();
-    bool stamp_version();
+    bool check_version();
+    void update_shop();
     void fail(const std::string& cause, const std::string& reason, bool server_missing);
     bool store_server_address();
     void progress(std::string_view what);
@@ -55,6 +57,8 @@ class StartUp {
     signin::Session session_;
     ConnectionRecord record_;
     DataSource source_;
+    Stamp stamp_;
+    bool stamps_ = false;  // this till's version becomes the shop's
     std::unique_ptr<database::Connection> connection_;
 };
 

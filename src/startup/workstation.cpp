@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "common/text.h"
+#include "database/sqlserver/address.h"
 #include "startup/connection_file.h"
 
 namespace startup {
@@ -54,10 +55,16 @@ std::string resolve_within(const std::string& machine, std::chrono::milliseconds
 
 }  // namespace
 
+std::optional<fs::path> named_folder(const char* variable) {
+    const char* folder = std::getenv(variable);
+    if (folder == nullptr || *folder == '\0') return std::nullopt;
+    std::error_code gone;
+    const fs::path absolute = fs::absolute(folder, gone);
+    return gone ? fs::path(folder) : absolute.lexically_normal();
+}
+
 fs::path program_folder() {
-    if (const char* home = std::getenv("TALLVEX_HOME"); home != nullptr && *home != '\0') {
-        return fs::absolute(home);
-    }
+    if (const auto home = named_home()) return *home;
     std::error_code error;
     const fs::path program = fs::read_symlink("/proc/self/exe", error);
     return error ? fs::current_path() : program.parent_path();
@@ -67,6 +74,22 @@ std::string computer_name() {
     std::array<char, 256> name{};
     if (gethostname(name.data(), name.size() - 1) != 0) return {};
     return common::left(name.data(), 100);
+}
+
+bool is_this_machine(std::string_view server, std::string_view computer_name) {
+    server = common::trim(server);
+    computer_name = common::trim(computer_name);
+    if (common::equal_ignoring_case(server, computer_name)) return !computer_name.empty();
+    const std::string host = database::parse_data_source(server).host;
+    if (common::equal_ignoring_case(host, "localhost")) return true;
+    if (host.empty() || computer_name.empty()) return false;
+    if (common::equal_ignoring_case(host, computer_name)) return true;
+    // One of the two may have its domain. The first part of an address is no name.
+    const auto has_domain = [](std::string_view name) { return name.find('.') != name.npos; };
+    const auto without_domain = [](std::string_view name) { return name.substr(0, name.find('.')); };
+    const bool is_address = host.find_first_not_of("0123456789.") == host.npos;
+    return !is_address && has_domain(host) != has_domain(computer_name) &&
+           common::equal_ignoring_case(without_domain(host), without_domain(computer_name));
 }
 
 std::int64_t cash_point_of(std::string_view command_line) {

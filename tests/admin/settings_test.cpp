@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "admin/workbench.h"
+#include "startup/shop_files.h"
 
 namespace {
 
@@ -68,6 +69,22 @@ TEST(Settings, AreLookedAtByTheCheck) {
                           "all"));
     ASSERT_EQ(bench.run({"settings", "net_from", "2026/11/21"}).code, 0);
     EXPECT_THAT(bench.run({"check"}).out, HasSubstr("ok     settings: net_from 2026/11/21\n"));
+}
+
+TEST(Stamp, WritesTheVersionOfTheVersionFile) {
+    test::Workbench bench;
+    bench.make_shop();
+    startup::write_version_file(bench.folder(), "9.1.0");
+    auto said = bench.run({"stamp"});
+    EXPECT_EQ(said.code, admin::done) << said.err;
+    EXPECT_EQ(bench.cell("select cr_v from basic"), "9.1.0");
+    EXPECT_EQ(said.err, "");
+    // Back to an older one, and in a shop that was never stamped.
+    startup::write_version_file(bench.folder(), "9.0.0");
+    EXPECT_NE(bench.run({"stamp"}).err.find("tills of the newer version"), std::string::npos);
+    bench.open()->execute("alter table basic drop column cr_v");
+    EXPECT_EQ(bench.run({"stamp"}).code, admin::done);
+    EXPECT_EQ(bench.cell("select cr_v from basic"), "9.0.0");
 }
 
 }  // namespace

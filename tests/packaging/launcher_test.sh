@@ -10,7 +10,7 @@ cat >"$here/libexec/tallvex" <<'END'
 #!/bin/sh
 echo "$PWD|${TALLVEX_HOME-}|$*|${TALLVEX_LPT1-}|${TALLVEX_COM3-}|${QT_SCALE_FACTOR-}|$(umask)"
 END
-cp "$here/libexec/tallvex" "$here/libexec/tallvex-admin"
+sed 's/TALLVEX_HOME-/TALLVEX_SHOP-/' "$here/libexec/tallvex" >"$here/libexec/tallvex-admin"
 chmod +x "$here/libexec/"*
 unset TALLVEX_HOME TALLVEX_LPT1 TALLVEX_COM3 QT_SCALE_FACTOR
 
@@ -28,7 +28,7 @@ same "a home that is given" "$here/elsewhere|$here/home|4|$settings" \
     "$(TALLVEX_HOME=$here/home started elsewhere "$here/tallvex")"
 same "a port that is given" "$here/shop|$here/shop|4|/dev/lp9|/dev/till/drawer|1.25|0002" \
     "$(TALLVEX_LPT1=/dev/lp9 started elsewhere "$here/tallvex")"
-same "the tool stays where it is" "$here/elsewhere||check --days 3|$settings" \
+same "the tool stays where it is and knows the shop" "$here/elsewhere|$here/shop|check --days 3|$settings" \
     "$(started elsewhere "$here/tallvex-admin" check --days 3)"
 
 conf "SHOP=\"$here/a shop\"" "CASH_POINT=1"

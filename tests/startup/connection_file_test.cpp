@@ -75,6 +75,15 @@ TEST(ConnectionFile, ARecordIsTwoHundredBytes) {
         EXPECT_THROW(startup::decode_connection(bytes.substr(0, length)), StartUpError) << length;
     }
 
+    // Records of the right length that name nothing: blank, overwritten, without a server, without a
+    // database.
+    const std::string blank(200, ' ');
+    for (const std::string& damaged :
+         {blank, std::string(200, '\0'), std::string(200, 'A'), blank.substr(0, 50) + bytes.substr(50),
+          bytes.substr(0, 50) + blank.substr(0, 50) + bytes.substr(100),
+          startup::encode_connection({"PC1;User ID=x", "db", "Not Found"}, random)})
+        EXPECT_THROW(startup::decode_connection(damaged), StartUpError) << damaged;
+
     const std::string renewed = startup::with_address(bytes + "tail", "192.168.1.5", random);
     EXPECT_EQ(renewed.substr(0, 100), bytes.substr(0, 100));  // only the address changes
     EXPECT_EQ(renewed.substr(200), "tail");

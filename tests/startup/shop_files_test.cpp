@@ -82,9 +82,12 @@ TEST_F(ShopFilesTest, BadFilesEachGetTheirReason) {
         write(folder / stk, std::string(length, 'x'));
         EXPECT_EQ(reason(connection), std::string(message::connection_file_short) + stk) << length;
     }
-    for (const std::size_t length : {0U, 49U, 51U, 52U, 100U}) {
-        write(folder / ver, std::string(length, '1'));
-        EXPECT_EQ(reason(version), std::string(message::version_file_length) + ver) << length;
+    write(folder / stk, std::string(200, ' '));
+    EXPECT_EQ(reason(connection), std::string(message::connection_file_damaged) + stk);
+    for (const std::string& bytes : {std::string(), std::string(50, ' '), std::string("\n1.0.0"),
+                                     std::string(51, '1'), std::string(100, '1')}) {
+        write(folder / ver, bytes);
+        EXPECT_EQ(reason(version), std::string(message::version_file_length) + ver) << bytes;
     }
     write(folder / stk, std::string(2'000'000, 'x'));
     EXPECT_EQ(reason(connection), std::string(message::file_unreadable) + stk);
@@ -109,6 +112,17 @@ TEST_F(ShopFilesTest, VersionIsARecordOfFiftyCharacters) {
     startup::write_version_file(folder, "2026/11/21 إصدار");
     EXPECT_EQ(read_file(folder / "merlo-ver.txt").size(), 50U);
     EXPECT_EQ(startup::read_version_file(folder), "2026/11/21 إصدار");
+    // Written with an editor, on this system or another.
+    const std::string record = "2026/11/21" + std::string(40, ' ');
+    for (const std::string& bytes : {"1.1.0\n" + std::string(), "  1.1.0  \r\n" + std::string(),
+                                     "\xEF\xBB\xBF"
+                                     "1.1.0" +
+                                         std::string()}) {
+        write(folder / "merlo-ver.txt", bytes);
+        EXPECT_EQ(startup::read_version_file(folder), "1.1.0") << bytes;
+    }
+    write(folder / "merlo-ver.txt", record + "\r\n");
+    EXPECT_EQ(startup::read_version_file(folder), "2026/11/21");
     startup::write_version_file(folder, std::string(50, '7'));
     EXPECT_EQ(startup::read_version_file(folder), std::string(50, '7'));
     EXPECT_NE(reason([&] { startup::write_version_file(folder, std::string(51, '8')); }), "");

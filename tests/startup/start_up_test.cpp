@@ -155,6 +155,42 @@ TEST_F(StartUpTest, TheServersTillStampsAndTheOthersMustMatch) {
     EXPECT_EQ(services.prompts.last(), std::string(message::version_differs) + "2026/11/21");
     EXPECT_TRUE(logged("differs"));
     EXPECT_EQ(stamped(), "2026/11/21");
+    // A server named with its instance knows itself, and takes the new version.
+    EXPECT_TRUE(run(server_environment({"SHOPSRV\\SQLEXPRESS", "db", "10.0.0.5"}, "shopsrv")));
+    EXPECT_EQ(stamped(), "2026/12/01");
+}
+
+TEST_F(StartUpTest, AnOlderProgramIsRefusedByWords) {
+    const startup::ConnectionRecord embedded{"embedded", "shop.db", "Not Found"};
+    const startup::ConnectionRecord server{"SHOPSRV", "db", "Not Found"};
+    for (const auto& record : {embedded, server}) {
+        database::open_embedded(working / "shop.db")->execute("update basic set cr_v = '2026/12/01'");
+        EXPECT_FALSE(run(server_environment(record, "SHOPSRV")));
+        ASSERT_EQ(services.prompts.messages.size(), 1U);
+        EXPECT_EQ(services.prompts.last(), std::string(message::version_differs) + "2026/12/01\n" +
+                                               std::string(message::program_older) + "2026/11/21");
+        EXPECT_EQ(stamped(), "2026/12/01");
+        services.prompts.messages.clear();
+    }
+    const struct {
+        const char* version;
+        const char* shop;
+        bool older;
+    } cases[] = {
+        {"1.9.0", "1.10.0", true},      {"1.10.0", "1.9.0", false},     {"1.1", "1.1.0", false},
+        {"1.1.0", "1.1", false},        {"1.1", "1.1.1", true},         {"2026/11/21", "2026/12/01", true},
+        {"1.0.0", "2026/11/21", false}, {"2026/11/21", "1.0.0", false}, {"", "1.0.0", false},
+        {"1.0.0", "", false},           {"v1.0 إصدار", "v1.2", true},   {"99999999999999999999", "1", false},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(startup::is_older(c.version, c.shop), c.older) << c.version << " than " << c.shop;
+}
+
+TEST_F(StartUpTest, AShopWithoutAPlaceForTheStampGetsItFromTheList) {
+    database::open_embedded(working / "shop.db")->execute("alter table basic drop column cr_v");
+    EXPECT_TRUE(run(environment()));
+    EXPECT_EQ(users, 1);
+    EXPECT_EQ(stamped(), "2026/11/21");
 }
 
 TEST_F(StartUpTest, TheClockFollowsTheServerOrTheDifferenceIsLogged) {
@@ -409,6 +445,60 @@ TEST(Workstation, FindsAddressesWithinItsTime) {
     EXPECT_EQ(startup::get_ip("no-such-machine.invalid", std::chrono::seconds(1)), "Not Found");
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
     EXPECT_FALSE(startup::computer_name().empty());
+}
+
+TEST(Workstation, TheServersMachineKnowsItself) {
+    const struct {
+        const char* server;
+        const char* computer;
+        bool same;
+    } cases[] = {
+        {"PC1", "pc1", true},
+        {"PC1\\SQLEXPRESS", "PC1", true},
+        {"PC1,1533", "pc1", true},
+        {"tcp:PC1\\SQL,1533", "pc1", true},
+        {" pc1 ", "PC1", true},
+        {"pc1.shop.lan\\SQL", "PC1", true},
+        {"pc1", "pc1.shop.lan", true},
+        {".\\SQLEXPRESS", "TILL3", true},
+        {"(local)", "TILL3", true},
+        {"localhost,1433", "TILL3", true},
+        {"PC1", "PC10", false},
+        {"PC1\\TILL3", "TILL3", false},
+        {"pc1.shop.lan", "pc1.other.lan", false},
+        {"10.0.0.5", "10", false},
+        {"", "", false},
+        {"PC1", "", false},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(startup::is_this_machine(c.server, c.computer), c.same) << c.server << " on " << c.computer;
+}
+
+TEST(Workstation, TheShopsFolderIsNamedOrTheWorkingDirectory) {
+    const test::TemporaryFolder root;
+    const fs::path former = fs::current_path();
+    for (const char* name : {"home", "work", "conf", "none"})
+        fs::create_directory(root.path() / name);
+    for (const char* name : {"home", "work", "conf"})
+        startup::write_connection_file(root.path() / name, {"embedded", "shop.db", "Not Found"});
+    const struct {
+        const char* home;
+        const char* working;
+        const char* found;
+    } cases[] = {
+        {"../home", "work", "home"}, {"home", ".", "home"},       {"", "work", "work"},
+        {"../none", "work", "work"}, {"../none", "none", "conf"}, {"", "none", "conf"},
+    };
+    setenv("TALLVEX_SHOP", (root.path() / "conf").c_str(), 1);
+    for (const auto& c : cases) {
+        fs::current_path(root.path() / c.working);
+        setenv("TALLVEX_HOME", c.home, 1);
+        EXPECT_EQ(startup::shop_folder(), root.path() / c.found) << c.home << " from " << c.working;
+    }
+    unsetenv("TALLVEX_SHOP");
+    EXPECT_EQ(startup::shop_folder(), root.path() / "none");
+    unsetenv("TALLVEX_HOME");
+    fs::current_path(former);
 }
 
 TEST(Workstation, TheProgramFolderCanBeNamed) {
