@@ -141,6 +141,9 @@ inline constexpr std::string_view no_shift = "لا يمكن حفظ البون ب
 // "The quantity of item … is not enough", with the item's name in between.
 inline constexpr std::string_view quantity_of = "كميه الصنف ";
 inline constexpr std::string_view not_enough = " لا تكفي";
+// "... is not enough now: a part of it is on a receipt that another till is saving. Try again in a moment."
+inline constexpr std::string_view being_sold =
+    " لا تكفي الآن: بعضها في بون يتم حفظه على جهاز آخر. حاول مرة أخرى بعد لحظات";
 // Enter the permit data.
 inline constexpr std::string_view enter_permit = "أدخل بيانات الاذن";
 // This receipt number was already entered for the same customer.
@@ -169,6 +172,16 @@ inline constexpr std::string_view not_saved = "لم يتم حفظ البون و�
 inline constexpr std::string_view partly_number = "البون رقم ";
 inline constexpr std::string_view partly_saved = " تم حفظ جزء منه فقط. آخر خطوة تمت: ";
 inline constexpr std::string_view partly_advice = "\nلا تحفظه مرة أخرى وأبلغ المدير";
+
+// "Receipt number ..." "was saved by another till while it was printing. The printed receipt is void: tear it
+// up. It is printed again under a new number."
+inline constexpr std::string_view number_taken =
+    " حفظه جهاز آخر أثناء الطباعة.\nالبون المطبوع لاغ: مزقه. سيطبع مرة أخرى برقم جديد";
+// "The receipt was saved, but the stock of ..." "ran out while it was printing: another till sold it. The
+// stock is now below zero; tell the person in charge."
+inline constexpr std::string_view sold_elsewhere = "تم حفظ البون، لكن رصيد الصنف ";
+inline constexpr std::string_view sold_elsewhere_advice =
+    " نفد أثناء الطباعة لأن جهازا آخر باعه.\nالرصيد الآن أقل من الصفر، أبلغ المسئول";
 
 // "This receipt was saved in part. It cannot be changed or saved again: cancel it and tell the manager."
 inline constexpr std::string_view partly_stays =

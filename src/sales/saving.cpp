@@ -131,19 +131,26 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
     const RunningMark mark(is_running_);
     finished_ = SaveStep::none;
     has_written_ = false;
+    sold_elsewhere_.clear();
     moment_ = services_.clock.now();
     try {
-        const auto shift = check_before_saving(connection_, session_, services_.prompts, invoice);
+        const auto shift = check_before_saving(connection_, session_, services_.prompts, invoice, &claims_);
         if (!shift) return SaveOutcome::refused;
         shift_ = *shift;
-        invoice.number = next_invoice_number(connection_, invoice);
-        services_.log.log_event(in_log(invoice) + " begins, lines " + std::to_string(invoice.lines.size()),
-                                log_code);
+        claims_.claim_number(invoice);
+        log_begin(invoice);
         write_all(invoice, payment);
+        claims_.release();
         connection_.make_durable();
         services_.log.log_event(in_log(invoice) + " finished", log_code);
+        if (!sold_elsewhere_.empty()) {
+            services_.prompts.message(std::string(message::sold_elsewhere) + sold_elsewhere_ +
+                                          std::string(message::sold_elsewhere_advice),
+                                      common::Icon::exclamation);
+        }
         return SaveOutcome::saved;
     } catch (const std::exception& error) {
+        if (!may_have_run(error)) claims_.release();
         const std::string number = std::to_string(invoice.number);
         const bool nothing = !has_written_ && !(finished_ >= SaveStep::receipt && may_have_run(error));
         services_.log.log_event(in_log(invoice) + " stopped, " + (nothing ? "nothing saved, " : "") +
@@ -164,16 +171,26 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
     }
 }
 
+void Saving::log_begin(const Invoice& invoice) {
+    services_.log.log_event(in_log(invoice) + " begins, lines " + std::to_string(invoice.lines.size()),
+                            log_code);
+}
+
 void Saving::write_all(Invoice& invoice, const PaymentTaken& payment) {
     const auto done = [this](SaveStep step) { finished_ = step; };
     write_walk_in_customer(invoice);
     done(SaveStep::walk_in);
     print_receipts(invoice, payment);
+    while (claims_.number_taken(invoice)) {
+        take_another_number(invoice);
+        print_receipts(invoice, payment);
+    }
     done(SaveStep::receipt);
     // The batches are read before the first row is written, and after the printer, which may be slow.
     StockBatches batches(connection_, invoice.store);
     for (const Line& line : invoice.lines)
         if (takes_from_stock(invoice, line)) batches.oldest(*line.item_code);
+    find_goods_sold_elsewhere(invoice, batches);
     move_account_balance(invoice);
     done(SaveStep::account_balance);
     write_header(invoice);
@@ -213,6 +230,30 @@ void Saving::print_receipts(const Invoice& invoice, const PaymentTaken& payment)
     // Shops with a second print point get a copy without the telephone. A printer that has just failed is not
     // tried again, because that would make the cashier wait twice.
     if (setting("cust_n") == 1 && reachable) printer_.print(receipt, printing::Form::no_telephone);
+}
+
+// A till that knows no claims may have saved the number while the receipt was printing.
+void Saving::take_another_number(Invoice& invoice) {
+    services_.log.log_event(in_log(invoice) + " stopped, nothing saved, another till used its number",
+                            log_code);
+    services_.prompts.message(std::string(message::partly_number) + std::to_string(invoice.number) +
+                                  std::string(message::number_taken),
+                              common::Icon::exclamation);
+    claims_.claim_number(invoice);
+    log_begin(invoice);
+}
+
+// It may have sold the goods as well. They lie on the counter and are paid for, so the sale goes on.
+void Saving::find_goods_sold_elsewhere(const Invoice& invoice, StockBatches& batches) {
+    Goods levels = goods_taken(invoice);
+    for (auto& [place, quantity] : levels)
+        quantity = place.second == invoice.store ? batches.held(place.first) : 0;
+    const Line* line = first_short_line(invoice, levels);
+    if (line == nullptr) return;
+    sold_elsewhere_ = line->name;
+    services_.log.log_event(log_name(key_of(invoice)) + " sells more than the stock: another till sold \"" +
+                                line->name + "\" while the receipt was printing",
+                            log_code);
 }
 
 void Saving::move_account_balance(const Invoice& invoice) {

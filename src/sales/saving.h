@@ -12,6 +12,7 @@
 #include "database/connection.h"
 #include "printing/receipt.h"
 #include "printing/receipt_printer.h"
+#include "sales/claim.h"
 #include "sales/invoice.h"
 #include "sales/payment.h"
 #include "sales/stock_movement.h"
@@ -47,17 +48,21 @@ printing::Receipt receipt_of(const Invoice& invoice, const PaymentTaken& payment
                              const signin::Session& session, std::int64_t shift,
                              const common::TimeOfDay& time);
 
-// Runs the checks in their order and shows the message of the first that fails. Reads only. Returns the
-// number of the drawer's open shift if all pass.
+// Runs the checks in their order and shows the message of the first that fails. Returns the number of the
+// drawer's open shift if all pass. With `claims` the goods are claimed if all pass, else it only reads.
 std::optional<std::int64_t> check_before_saving(database::Connection& connection,
                                                 const signin::Session& session, common::Prompts& prompts,
-                                                const Invoice& invoice);
+                                                const Invoice& invoice, Claims* claims = nullptr);
 
 class Saving {
   public:
     Saving(database::Connection& connection, const signin::Session& session, common::Services services,
            printing::ReceiptPrinter& printer)
-        : connection_(connection), session_(session), services_(services), printer_(printer) {}
+        : connection_(connection),
+          session_(session),
+          services_(services),
+          printer_(printer),
+          claims_(connection) {}
 
     // Saves the invoice under the next number of its series, which is left in `invoice`, and shows the
     // message if there is one. After `saved` everything is durable, so the drawer may open.
@@ -66,9 +71,12 @@ class Saving {
     SaveStep finished_step() const { return finished_; }
 
   private:
+    void log_begin(const Invoice& invoice);
     void write_all(Invoice& invoice, const PaymentTaken& payment);
     void write_walk_in_customer(Invoice& invoice);
     void print_receipts(const Invoice& invoice, const PaymentTaken& payment);
+    void take_another_number(Invoice& invoice);
+    void find_goods_sold_elsewhere(const Invoice& invoice, StockBatches& batches);
     void move_account_balance(const Invoice& invoice);
     void write_header(const Invoice& invoice);
     void write_bank_row(const Invoice& invoice);
@@ -82,11 +90,13 @@ class Saving {
     const signin::Session& session_;
     common::Services services_;
     printing::ReceiptPrinter& printer_;
+    Claims claims_;
 
     common::Moment moment_;   // of the running save
     std::int64_t shift_ = 0;  // the open shift
     SaveStep finished_ = SaveStep::none;
-    bool has_written_ = false;  // a row of the invoice
+    bool has_written_ = false;    // a row of the invoice
+    std::string sold_elsewhere_;  // the item whose goods were gone once the receipt was printed
     bool is_running_ = false;
 };
 

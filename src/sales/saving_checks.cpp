@@ -1,6 +1,5 @@
 #include "sales/saving.h"
 
-#include <map>
 #include <string>
 
 #include "common/text.h"
@@ -21,16 +20,17 @@ namespace {
 class Checks {
   public:
     Checks(Connection& connection, const signin::Session& session, common::Prompts& prompts,
-           const Invoice& invoice)
-        : connection_(connection), session_(session), prompts_(prompts), invoice_(invoice) {}
+           const Invoice& invoice, Claims* claims)
+        : connection_(connection), session_(session), prompts_(prompts), invoice_(invoice), claims_(claims) {}
 
     std::optional<std::int64_t> run() {
         if (invoice_.lines.empty()) return refuse(message::empty_invoice);
         const auto shift = open_shift();
         if (!shift) return refuse(message::no_shift);
         if (invoice_.store == 0) return refuse(common::message::choose_store);
-        if (const auto short_of = line_short_of_stock()) {
-            return refuse(std::string(message::quantity_of) + *short_of + std::string(message::not_enough));
+        if (const auto shortage = find_shortage()) {
+            return refuse(std::string(message::quantity_of) + shortage->item_name +
+                          std::string(shortage->claimed ? message::being_sold : message::not_enough));
         }
         if (const auto line = line_beyond_sale(connection_, invoice_))
             return refuse(std::string(message::returned_too_much) + *line);
@@ -46,6 +46,7 @@ class Checks {
 
   private:
     std::optional<std::int64_t> refuse(std::string_view text) {
+        if (claims_ != nullptr) claims_->release();  // other tills do not wait for the answer
         prompts_.message(text, common::Icon::exclamation);
         return std::nullopt;
     }
@@ -59,21 +60,10 @@ class Checks {
         return last->integer("scode");
     }
 
-    // Lines of one item are added up. Lines that another store supplies or that were confirmed below stock do
-    // not count.
-    std::optional<std::string> line_short_of_stock() {
-        if (invoice_.is_return()) return std::nullopt;
-        std::map<std::int64_t, double> needed;
-        for (const Line& line : invoice_.lines) {
-            if (!line.moves_stock() || line.below_stock || line.is_supplied()) continue;
-            double& need = needed[*line.item_code];
-            need += line.base_quantity();
-            const double held = database::number_of(
-                connection_.scalar(Sql("select SUM(QUAN) as quan from stk where icode = ") + *line.item_code +
-                                   " and stcode = " + invoice_.store));
-            if (!stock_suffices(held, need)) return line.name;
-        }
-        return std::nullopt;
+    std::optional<Shortage> find_shortage() {
+        if (claims_ != nullptr) return claims_->claim_goods(invoice_);
+        const Line* line = first_short_line(invoice_, stock_levels(connection_, goods_taken(invoice_)));
+        return line == nullptr ? std::nullopt : std::optional(Shortage{line->name});
     }
 
     // A customer, receiver or bank that was not chosen, or was deleted since.
@@ -136,13 +126,15 @@ class Checks {
     const signin::Session& session_;
     common::Prompts& prompts_;
     const Invoice& invoice_;
+    Claims* claims_;
 };
 
 }  // namespace
 
 std::optional<std::int64_t> check_before_saving(Connection& connection, const signin::Session& session,
-                                                common::Prompts& prompts, const Invoice& invoice) {
-    return Checks(connection, session, prompts, invoice).run();
+                                                common::Prompts& prompts, const Invoice& invoice,
+                                                Claims* claims) {
+    return Checks(connection, session, prompts, invoice, claims).run();
 }
 
 }  // namespace sales

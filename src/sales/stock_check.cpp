@@ -30,6 +30,48 @@ bool supplier_suffices(database::Connection& connection, const Invoice& invoice,
     return stock_suffices(available_stock(connection, *line.item_code, line.source_store), needed);
 }
 
+Goods goods_taken(const Invoice& invoice) {
+    Goods goods;
+    if (invoice.is_return()) return goods;
+    for (const Line& line : invoice.lines)
+        if (line.moves_stock()) goods[{*line.item_code, invoice.source_of(line)}] += line.base_quantity();
+    return goods;
+}
+
+Goods stock_levels(database::Connection& connection, const Goods& goods) {
+    if (goods.empty()) return {};
+    Sql statement("select icode, stcode, sum(quan) as quan from stk where icode in (");
+    bool first = true;
+    for (const auto& [place, quantity] : goods) {
+        if (!first) statement += ", ";
+        statement += place.first;
+        first = false;
+    }
+    Goods levels;
+    for (const auto& row : connection.query(statement + ") group by icode, stcode"))
+        levels[{row.integer("icode"), row.integer("stcode")}] = row.number("quan");
+    return levels;
+}
+
+Goods without(Goods levels, const Goods& goods) {
+    for (const auto& [place, quantity] : goods)
+        levels[place] -= quantity;
+    return levels;
+}
+
+const Line* first_short_line(const Invoice& invoice, const Goods& levels) {
+    if (invoice.is_return()) return nullptr;
+    std::map<std::int64_t, double> needed;
+    for (const Line& line : invoice.lines) {
+        if (!line.moves_stock() || line.below_stock || line.is_supplied()) continue;
+        double& need = needed[*line.item_code];
+        need += line.base_quantity();
+        const auto level = levels.find({*line.item_code, invoice.store});
+        if (!stock_suffices(level == levels.end() ? 0 : level->second, need)) return &line;
+    }
+    return nullptr;
+}
+
 bool StockCheck::line_allows(const Invoice& invoice, const Line& line, double quantity,
                              const std::optional<CraftsmanLine>& work) {
     const auto refuse = [this](std::string_view text) {

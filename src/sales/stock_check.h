@@ -3,8 +3,10 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "common/prompts.h"
 #include "database/connection.h"
@@ -28,6 +30,18 @@ double held_by_lines(const Invoice& invoice, std::int64_t item, std::int64_t sto
 // what the other lines take from there.
 bool supplier_suffices(database::Connection& connection, const Invoice& invoice, const Line& line,
                        double quantity);
+
+// Base units by item and store.
+using Goods = std::map<std::pair<std::int64_t, std::int64_t>, double>;
+// What an invoice takes from stock, from the stores that supply its lines; nothing if it is a return.
+Goods goods_taken(const Invoice& invoice);
+// What the stores hold of the items of `goods`.
+Goods stock_levels(database::Connection& connection, const Goods& goods);
+// `levels` less `goods`.
+Goods without(Goods levels, const Goods& goods);
+// The first line that the selling store has too little for. Lines of one item are added up. Lines that
+// another store supplies or that were confirmed below stock do not count.
+const Line* first_short_line(const Invoice& invoice, const Goods& levels);
 
 enum class StockAnswer {
     enough,

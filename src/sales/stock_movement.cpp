@@ -78,6 +78,14 @@ std::optional<Date> StockBatches::oldest(std::int64_t item) {
     return std::nullopt;
 }
 
+double StockBatches::held(std::int64_t item) {
+    Recordset& batches = batches_of(item);
+    double sum = 0;
+    for (batches.move_first(); !batches.at_end(); batches.move_next())
+        if (batches.integer("stcode") == store_) sum += batches.number("quan");
+    return sum;
+}
+
 void StockBatches::take_from_batches(std::int64_t item, double& left) {
     until_unchanged([&] {
         try {

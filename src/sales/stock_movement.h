@@ -19,6 +19,8 @@ class StockBatches {
 
     // The expiry date of the batch that the next piece would be taken from; nothing without stock.
     std::optional<common::Date> oldest(std::int64_t item);
+    // What the batches of an item hold together, in base units.
+    double held(std::int64_t item);
     // Takes a quantity (base units), oldest expiry first. A batch is never driven below 0 while another has
     // stock. What no batch covers is taken from the batch without expiry, which is added if it is missing.
     void take(std::int64_t item, double quantity);

@@ -175,6 +175,10 @@ TEST_P(SaveFaults, LeaveABeginningOfTheOrder) {
             }
             const std::vector<double> seen = trace(till.connection());
             ASSERT_TRUE(is_prefix(before, seen, after)) << testing::PrintToString(seen);
+            if (outcome == SaveOutcome::saved) {  // only the claims of number and goods stay for a while
+                EXPECT_EQ(seen, after);
+                continue;
+            }
             ASSERT_EQ(till.services.prompts.messages.size(), 1u);
             ASSERT_EQ(std::ranges::count_if(till.services.log.lines,
                                             [](const std::string& line) {

@@ -49,6 +49,11 @@ constexpr Fragment till_tables[] = {
     "[date] datetime null, time_ datetime null, sale_pnum int null, sale_ctype int null, "
     "sale_vcode int null, sale_stcode int null, sale_date datetime null, sale_time datetime null)",
     "create index till_return_number on till_return (pnum, ctype, stcode, [date], vcode)",
+    // sales/claim.h
+    "create table till_claim (series int not null, stcode int not null, pnum int not null, claim int not "
+    "null, moment datetime not null, primary key (series, stcode, pnum))",
+    "create table till_claim_goods (claim int not null, icode int not null, stcode int not null, quan float "
+    "not null, moment datetime not null, primary key (claim, icode, stcode))",
 };
 
 }  // namespace

@@ -1,0 +1,168 @@
+// Number and goods that a save claims before it prints: what other tills make of the claim, and what becomes
+// of claims that nobody gives back.
+#include "sales/claim.h"
+
+#include <functional>
+
+#include "sales/messages.h"
+#include "sales/till.h"
+#include "support/faulty_connection.h"
+
+namespace {
+
+using sales::Invoice;
+using sales::SaveOutcome;
+using test::Till;
+
+// A second till on the shop: drawer 2.
+class OtherTill : public test::Desk {
+  public:
+    explicit OtherTill(Till& first) : connection_(test::open_shop(first.shop.file())) {
+        session.cash_point = 2;
+        first.shop.sql(
+            "insert into shift (stcode,cash_no,scode,s_date,man_) select 1,2,15,'2026/11/21 08:00:00',1");
+    }
+    SaveOutcome sell(std::int64_t item, double quantity) {
+        sold = invoice();
+        sold.lines = {line(item, quantity, 10)};
+        return saving_on(*connection_).save(sold, {});
+    }
+    Invoice sold;
+
+  private:
+    std::unique_ptr<database::Connection> connection_;
+};
+
+// While the paper of one till is in the printer, however long, the other takes the next number, and not the
+// goods that lie on that paper.
+TEST(Claims, HoldWhileAReceiptPrints) {
+    Till till;
+    OtherTill other(till);
+    till.printer.on_print = [&] {
+        EXPECT_EQ(other.sell(100, 2), SaveOutcome::refused) << "2 of 7, of which 6 are being sold";
+        EXPECT_EQ(other.services.prompts.last(),
+                  "كميه الصنف أرز لا تكفي الآن: بعضها في بون يتم حفظه على جهاز آخر. حاول مرة أخرى بعد لحظات");
+        EXPECT_EQ(other.sell(100, 1), SaveOutcome::saved);
+        EXPECT_EQ(other.sold.number, 2);
+    };
+    Invoice invoice = till.invoice();
+    invoice.lines = {Till::line(100, 4, 10), Till::line(100, 2, 10)};
+    ASSERT_EQ(till.saving().save(invoice, {}), SaveOutcome::saved) << till.services.prompts.last();
+    EXPECT_EQ(invoice.number, 1);
+    EXPECT_EQ(till.shop.number("select sum(quan) from stk where icode = 100 and stcode = 1"), 0);
+    EXPECT_EQ(other.sell(100, 1), SaveOutcome::refused);
+    EXPECT_EQ(other.services.prompts.last(), "كميه الصنف أرز لا تكفي");
+    EXPECT_EQ(other.printer.printed.size(), 1u) << "a paper without its invoice";
+}
+
+// A whole save of another till before each statement of a save: one of the two gets the last piece, and no
+// number comes twice.
+TEST(Claims, OneOfTwoTillsGetsTheLastPieceWhereverTheyMeet) {
+    for (const bool last_piece : {true, false}) {
+        bool reached = true;
+        // The other till waits in vain for the goods during most statements.
+        for (int n = 1; reached; n += last_piece ? 3 : 1) {
+            SCOPED_TRACE(n);
+            Till till;
+            till.shop.sql("update stk set quan = 1 where icode = 200");
+            OtherTill other(till);
+            test::FaultyConnection faulty(till.connection());
+            reached = false;
+            SaveOutcome others = SaveOutcome::refused;
+            faulty.call_before(n, [&] {
+                reached = true;
+                others = other.sell(last_piece ? 200 : 100, 1);
+            });
+            Invoice invoice = till.invoice();
+            invoice.lines = {Till::line(200, 1, 25)};
+            const SaveOutcome ours = till.saving_on(faulty).save(invoice, {});
+            if (!reached) others = other.sell(last_piece ? 200 : 100, 1);
+            EXPECT_EQ((ours == SaveOutcome::saved) + (others == SaveOutcome::saved), last_piece ? 1 : 2);
+            EXPECT_EQ(till.printer.printed.size(), ours == SaveOutcome::saved ? 1u : 0u);
+            EXPECT_EQ(other.printer.printed.size(), others == SaveOutcome::saved ? 1u : 0u);
+            EXPECT_EQ(till.shop.number("select count(*) from stk where quan < 0"), 0);
+            EXPECT_EQ(till.shop.number("select count(distinct pnum) from sales"), last_piece ? 1 : 2);
+            EXPECT_EQ(till.shop.number("select count(*) from till_claim_goods"), 0);
+        }
+    }
+}
+
+TEST(Claims, OfADeadTillCountForAMinute) {
+    struct Case {
+        const char* age;  // of the dead till's claim of number 1 and of 5 bags of rice
+        std::int64_t number;
+        SaveOutcome rice;
+    };
+    for (const Case& c : {Case{"-50", 2, SaveOutcome::refused}, Case{"-70", 1, SaveOutcome::saved},
+                          Case{"+3600", 1, SaveOutcome::saved}}) {
+        SCOPED_TRACE(c.age);
+        Till till;
+        const std::string moment = std::string("dateadd(second, ") + c.age + ", getdate())";
+        till.shop.sql("insert into till_claim (series, stcode, pnum, claim, moment) select 0, 0, 1, 5, " +
+                      moment);
+        till.shop.sql(
+            "insert into till_claim_goods (claim, icode, stcode, quan, moment) select 5, 100, 1, 5, " +
+            moment);
+        auto saving = till.saving();
+        Invoice oil = till.invoice();
+        oil.lines = {Till::line(200, 1, 25)};
+        ASSERT_EQ(saving.save(oil, {}), SaveOutcome::saved);
+        EXPECT_EQ(oil.number, c.number);
+        Invoice rice = till.invoice();
+        rice.lines = {Till::line(100, 3, 10)};
+        EXPECT_EQ(saving.save(rice, {}), c.rice);
+        const double left = c.rice == SaveOutcome::saved ? 0 : 1;
+        EXPECT_EQ(till.shop.number("select count(*) from till_claim"), left);
+        EXPECT_EQ(till.shop.number("select count(*) from till_claim_goods"), left);
+    }
+}
+
+// What a lost connection leaves does not stand in the till's own way.
+TEST(Claims, AreTakenBackByTheNextSave) {
+    Till till;
+    test::FaultyConnection faulty(till.connection());
+    auto saving = till.saving_on(faulty);
+    till.printer.on_print = [&] { faulty.fail_at(1, test::FaultyConnection::Fault::lost); };
+    Invoice invoice = till.invoice();
+    invoice.lines = {Till::line(100, 7, 10)};
+    EXPECT_EQ(saving.save(invoice, {}), SaveOutcome::refused);
+    EXPECT_EQ(till.shop.number("select count(*) from till_claim"), 1);
+    faulty.stop_failing();
+    till.printer.on_print = nullptr;
+    EXPECT_EQ(saving.save(invoice, {}), SaveOutcome::saved) << till.services.prompts.last();
+    EXPECT_EQ(invoice.number, 1);
+}
+
+// A till of another version, and a shop in which no till may create tables.
+TEST(Claims, ATillThatKnowsNoneIsMetAfterPrinting) {
+    for (const bool has_tables : {true, false}) {
+        SCOPED_TRACE(has_tables);
+        Till till;
+        if (!has_tables) {
+            till.shop.sql("drop table till_claim");
+            till.shop.sql("drop table till_claim_goods");
+        }
+        bool met = false;
+        till.printer.on_print = [&] {
+            if (std::exchange(met, true)) return;
+            till.shop.sql(
+                "insert into sales (pnum, ctype, vcode, stcode, [date]) select 1, 0, -1, 2, '2026/11/21'");
+            till.shop.sql("update stk set quan = 1 where icode = 200");
+        };
+        Invoice invoice = till.invoice();
+        invoice.lines = {Till::line(100, 7, 10), Till::line(200, 2, 25)};
+        ASSERT_EQ(till.saving().save(invoice, {}), SaveOutcome::saved) << till.services.prompts.last();
+        ASSERT_EQ(till.printer.printed.size(), 2u);
+        EXPECT_EQ(till.printer.printed[0].first.number, 1);
+        EXPECT_EQ(till.printer.printed[1].first.number, 2);
+        EXPECT_EQ(till.shop.cell("select pnum from sales where ptype = 1"), "2");
+        EXPECT_THAT(till.services.prompts.messages,
+                    testing::ElementsAre("البون رقم 1 حفظه جهاز آخر أثناء الطباعة.\nالبون المطبوع لاغ: مزقه. "
+                                         "سيطبع مرة أخرى برقم جديد",
+                                         "تم حفظ البون، لكن رصيد الصنف زيت نفد أثناء الطباعة لأن جهازا آخر "
+                                         "باعه.\nالرصيد الآن أقل من الصفر، أبلغ المسئول"));
+        EXPECT_EQ(till.shop.number("select sum(quan) from stk where icode = 200"), -1);
+    }
+}
+
+}  // namespace
