@@ -141,7 +141,7 @@ class Check {
         look("settings", [&] { return check_settings(connection, version); });
         look("settings", [&] { return check_till_settings(connection, period); });
         look("users", [&] { return check_users(connection); });
-        look("ports", [&] { return check_ports(connection); });
+        look("ports", [&] { return check_ports(connection, tool_.folder); });
         look("invoices", [&] { return check_invoices(connection, period); });
         look("balances", [&] { return check_balances(connection); });
         look("stock", [&] { return check_stock(connection); });

@@ -1,6 +1,4 @@
 // The checks of the receipt printer and the drawer.
-#include <unistd.h>
-
 #include <QPrinterInfo>
 #include <filesystem>
 #include <system_error>
@@ -17,26 +15,29 @@ namespace fs = std::filesystem;
 
 namespace {
 
-Finding port_finding(const std::string& subject, const std::string& port, const std::string& group,
-                     Verdict missing) {
+Finding port_finding(const std::string& subject, const std::string& port, const fs::path& folder,
+                     const std::string& group, Verdict missing) {
+    using common::PortFault;
     const std::string path = common::port_path(port);
     const std::string named = path == port ? port : port + " (" + path + ")";
     std::error_code failed;
-    if (!fs::exists(path, failed)) {
-        const fs::path folder = fs::absolute(path, failed).parent_path();
-        const bool device = path.starts_with("/dev/");
-        if (!device && fs::is_directory(folder, failed) && access(folder.c_str(), W_OK) == 0) {
-            return {Verdict::good, subject, named + " will be made as a file"};
-        }
-        return {missing, subject,
-                named + " is not there; switch the device on and plug it in, or choose another port"};
+    switch (common::port_fault(port, folder)) {
+        case PortFault::none:
+            return {Verdict::good, subject,
+                    fs::exists(folder / path, failed) ? named : named + " will be made as a file"};
+        case PortFault::not_a_port:
+            return {Verdict::wrong, subject,
+                    named +
+                        " is no device and no receipt file, and is never written to; choose a device, or a "
+                        "new file whose name ends in .txt, .prn or .bin"};
+        case PortFault::denied:
+            return {missing, subject,
+                    named + " may not be written; let this user: sudo usermod -aG " + group +
+                        " $USER, then sign in to the system again"};
+        default:
+            return {missing, subject,
+                    named + " is not there; switch the device on and plug it in, or choose another port"};
     }
-    if (access(path.c_str(), W_OK) != 0) {
-        return {missing, subject,
-                named + " may not be written; let this user: sudo usermod -aG " + group +
-                    " $USER, then sign in to the system again"};
-    }
-    return {Verdict::good, subject, named};
 }
 
 // The system's printer, which prints receipts if no port is set.
@@ -56,7 +57,7 @@ Finding check_system_printer() {
 
 }  // namespace
 
-Findings check_ports(database::Connection& connection) {
+Findings check_ports(database::Connection& connection, const fs::path& folder) {
     Findings findings;
     const auto rows = connection.query("select * from basic");
     if (rows.empty()) return findings;  // said by the check of the settings
@@ -64,14 +65,14 @@ Findings check_ports(database::Connection& connection) {
     if (!printing::PrinterChoice{printer}.is_text_port()) {
         findings.push_back(check_system_printer());
     } else {
-        findings.push_back(port_finding("printer", printer, "lp", Verdict::wrong));
+        findings.push_back(port_finding("printer", printer, folder, "lp", Verdict::wrong));
     }
     const std::string drawer(common::trim(rows.front().text("cash")));
     if (drawer.empty()) {
         findings.push_back(
             {Verdict::note, "drawer port", "none is set (basic.cash); the drawer will not open by itself"});
     } else {
-        findings.push_back(port_finding("drawer port", drawer, "dialout", Verdict::note));
+        findings.push_back(port_finding("drawer port", drawer, folder, "dialout", Verdict::note));
     }
     return findings;
 }

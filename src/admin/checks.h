@@ -33,7 +33,7 @@ Findings check_settings(database::Connection& connection, std::string_view versi
 Findings check_till_settings(database::Connection& connection, const Period& period);
 Findings check_users(database::Connection& connection);
 // Checks the ports of the receipt printer and the drawer on this machine.
-Findings check_ports(database::Connection& connection);
+Findings check_ports(database::Connection& connection, const std::filesystem::path& folder);
 
 // Finds invoices that a save left incomplete: a header without all its lines, lines without a header, a card
 // payment without its bank row.

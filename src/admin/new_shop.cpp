@@ -10,9 +10,11 @@
 #include "admin/shop.h"
 #include "admin/tool.h"
 #include "admin/users.h"
+#include "common/ports.h"
 #include "database/recordset.h"
 #include "database/schema/schema.h"
 #include "database/till_settings.h"
+#include "printing/receipt.h"
 
 namespace admin {
 
@@ -122,6 +124,15 @@ class Filler {
     Tool& tool_;
 };
 
+// A shop must not begin with a port that its tills refuse.
+void refuse_ports(const NewShop& wanted) {
+    for (const std::string& port : {wanted.printer_port, wanted.drawer_port}) {
+        if (printing::PrinterChoice{port}.is_text_port() &&
+            common::port_fault(port, wanted.folder) == common::PortFault::not_a_port)
+            throw Refused(port + " is no device and no receipt file (a new one ends in .txt, .prn or .bin)");
+    }
+}
+
 }  // namespace
 
 void make_shop(const NewShop& asked, Tool& tool) {
@@ -132,6 +143,7 @@ void make_shop(const NewShop& asked, Tool& tool) {
     if (!is_given) wanted.password = random_password();
     std::string who_signs_in;
     make_place(wanted.folder, wanted.place, tool, [&](Connection& connection) {
+        refuse_ports(wanted);
         Filler(connection, wanted, tool).run();
         for (const auto& row : connection.query("select [name],pass from users order by code")) {
             who_signs_in += "User: " + row.text("name") +

@@ -76,6 +76,8 @@ void replace_file(const fs::path& file, std::string_view bytes, unsigned mode) {
     const fs::path real = fs::canonical(file, ignored);
     const fs::path target = real.empty() ? file : real;
     if (fs::is_directory(target, ignored)) fail(file, "is a folder", EISDIR);
+    if (fs::exists(target, ignored) && !fs::is_regular_file(target, ignored))
+        fail(file, "is a device", EINVAL);
     std::string fresh = target.string() + ".XXXXXX";
     const auto give_up = [&](int error) {
         unlink(fresh.c_str());

@@ -2,10 +2,14 @@
 
 #include <fcntl.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -63,16 +67,121 @@ class BrokenPipeGuard {
     sigset_t before_{};
 };
 
-// Creates or empties a file and opens it for writing. Nothing is created under /dev, where a file in place of
-// a missing printer would swallow receipts.
-int open_for_output(const std::string& path) {
-    int flags = O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | O_TRUNC;
-    const auto belongs_to_dev = [&path] {
-        const std::string plain = fs::path(path).lexically_normal().string();
-        return plain.starts_with("/dev/");
-    };
-    if (!belongs_to_dev()) flags |= O_CREAT;
-    return open(path.c_str(), flags, 0644);
+PortFault fault_of(int error) {
+    switch (error) {
+        case EACCES:
+        case EPERM:
+        case EROFS:
+            return PortFault::denied;
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return PortFault::disk_full;
+        case ENOENT:
+        case ENOTDIR:
+        case ENODEV:
+        case ENXIO:
+        case EIO:
+            return PortFault::missing;
+        default:
+            return PortFault::silent;
+    }
+}
+
+bool is_same_file(const struct stat& one, const struct stat& other) {
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+bool is_open_here(const struct stat& file) {
+    std::error_code failed;
+    for (fs::directory_iterator entry("/proc/self/fd", failed), end; !failed && entry != end;
+         entry.increment(failed)) {
+        struct stat open {};
+        if (stat(entry->path().c_str(), &open) == 0 && is_same_file(open, file)) return true;
+    }
+    return false;
+}
+
+template <std::size_t N>
+bool ends_in(const fs::path& path, const std::array<std::string_view, N>& endings) {
+    const std::string name = lower_ascii(path.filename().string());
+    return std::any_of(endings.begin(), endings.end(),
+                       [&name](std::string_view ending) { return name.ends_with(ending); });
+}
+
+// Files that SQLite keeps beside a database. An empty one may be in use.
+bool is_beside_database(const fs::path& path) {
+    return ends_in(path, std::array<std::string_view, 3>{"-wal", "-shm", "-journal"});
+}
+
+// Whether receipts may make a file of this name, or fill an empty one. Under /dev a file in place of a
+// missing printer would swallow receipts, and so would one in the shop's folder that a mistyped port name
+// makes.
+PortFault fault_of_new_file(const fs::path& path, const fs::path& folder) {
+    std::error_code failed;
+    const fs::path parent = fs::weakly_canonical(path.has_parent_path() ? path.parent_path() : ".", failed);
+    if (failed || !fs::is_directory(parent, failed)) return PortFault::missing;
+    const std::string place = parent.string() + "/";
+    if (place.starts_with("/dev/") || place.starts_with("/proc/") || place.starts_with("/sys/"))
+        return PortFault::missing;
+    const bool named_as_receipts = ends_in(path, std::array<std::string_view, 3>{".txt", ".prn", ".bin"});
+    if (is_beside_database(path) || (fs::equivalent(parent, folder, failed) && !named_as_receipts))
+        return PortFault::not_a_port;
+    return access(parent.c_str(), W_OK) == 0 ? PortFault::none : fault_of(errno);
+}
+
+// Memory is a character device too, and writing to it would be fatal; /dev/null and /dev/full are harmless.
+bool is_device(const struct stat& form) {
+    constexpr unsigned memory = 1;
+    constexpr unsigned null = 3;
+    constexpr unsigned full = 7;
+    return major(form.st_rdev) != memory || minor(form.st_rdev) == null || minor(form.st_rdev) == full;
+}
+
+// Judges a path without opening it. `form` is what stands there; its mode is 0 if nothing does.
+PortFault fault_before_opening(const fs::path& path, const fs::path& folder, struct stat& form) {
+    form = {};
+    if (stat(path.c_str(), &form) != 0) {
+        const int error = errno;
+        form = {};
+        std::error_code ignored;
+        return error == ENOENT && !fs::is_symlink(path, ignored) ? fault_of_new_file(path, folder)
+                                                                 : fault_of(error);
+    }
+    switch (form.st_mode & S_IFMT) {
+        case S_IFCHR:
+            return is_device(form) ? PortFault::none : PortFault::not_a_port;
+        case S_IFIFO:
+            return PortFault::none;
+        case S_IFREG:
+            if (is_open_here(form) || is_beside_database(path)) return PortFault::not_a_port;
+            return form.st_size == 0 ? fault_of_new_file(path, folder) : PortFault::none;
+        default:
+            return PortFault::not_a_port;
+    }
+}
+
+// Makes sure that what was opened is what was judged, and that a file holds receipts.
+PortFault fault_after_opening(const Descriptor& file, const struct stat& judged) {
+    struct stat form {};
+    if (fstat(file.get(), &form) != 0) return fault_of(errno);
+    if (judged.st_mode != 0 && !is_same_file(form, judged)) return PortFault::not_a_port;
+    if (!S_ISREG(form.st_mode) || form.st_size == 0) return PortFault::none;
+    std::array<char, printer_reset.size()> first{};
+    const ssize_t got = pread(file.get(), first.data(), first.size(), 0);
+    const std::string_view beginning(first.data(), static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
+    return beginning == printer_reset || beginning.starts_with(drawer_bell) ? PortFault::none
+                                                                            : PortFault::not_a_port;
+}
+
+constexpr int quietly = O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+
+// A new file is created only if nothing stands there, not even a link that leads nowhere.
+int open_as_port(const fs::path& path, const struct stat& judged) {
+    constexpr mode_t owner_and_group = 0660;  // receipts name customers
+    if (judged.st_mode == 0)
+        return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | quietly, owner_and_group);
+    return open(path.c_str(), (S_ISREG(judged.st_mode) ? O_RDWR | O_APPEND : O_WRONLY) | quietly);
 }
 
 // Waits until a serial device has taken all bytes, because closing its port would wait for half a minute and
@@ -90,12 +199,18 @@ bool drain(int descriptor, bool written, Deadline deadline) {
     return written;
 }
 
-bool write_path(const std::string& path, std::string_view bytes) {
+PortFault write_all_in_time(const Descriptor& file, std::string_view bytes) {
     const Deadline deadline = std::chrono::steady_clock::now() + patience;
-    const Descriptor file(open_for_output(path));
-    if (!file.is_open()) return false;
     const BrokenPipeGuard guard;
-    return drain(file.get(), write_all(file.get(), bytes, deadline), deadline);
+    errno = 0;
+    const bool written = write_all(file.get(), bytes, deadline);
+    const PortFault fault = written ? PortFault::none : fault_of(errno);
+    if (drain(file.get(), written, deadline)) return PortFault::none;
+    return fault == PortFault::disk_full ? fault : PortFault::silent;
+}
+
+bool is_path(std::string_view path) {
+    return !path.empty() && path.find('\0') == std::string_view::npos;
 }
 
 }  // namespace
@@ -125,15 +240,45 @@ const std::vector<std::string>& known_ports() {
     return names;
 }
 
-bool FileDevices::write_port(std::string_view port, std::string_view bytes) {
-    const std::string path = port_path(port);
-    if (path.empty() || path.find('\0') != std::string::npos) return false;
-    return write_path((fs::path(folder_) / path).string(), bytes);
+PortFault port_fault(std::string_view port, const fs::path& folder) {
+    if (!is_path(port_path(port))) return PortFault::missing;
+    const fs::path path = folder / port_path(port);
+    struct stat form {};
+    const PortFault fault = fault_before_opening(path, folder, form);
+    if (fault != PortFault::none || form.st_mode == 0) return fault;
+    if (access(path.c_str(), W_OK) != 0) return fault_of(errno);
+    if (!S_ISREG(form.st_mode) || form.st_size == 0) return PortFault::none;
+    const Descriptor file(open(path.c_str(), O_RDONLY | quietly));
+    return file.is_open() ? fault_after_opening(file, form) : fault_of(errno);
+}
+
+bool is_same_port(std::string_view one, std::string_view other, const fs::path& folder) {
+    const auto place_of = [&folder](std::string_view port) {
+        std::error_code failed;
+        return fs::weakly_canonical(folder / port_path(port), failed);
+    };
+    return place_of(one) == place_of(other);
+}
+
+PortFault FileDevices::write_port(std::string_view port, std::string_view bytes) {
+    if (!is_path(port_path(port))) return PortFault::missing;
+    const fs::path path = folder_ / port_path(port);
+    struct stat form {};
+    if (const PortFault fault = fault_before_opening(path, folder_, form); fault != PortFault::none)
+        return fault;
+    const Descriptor file(open_as_port(path, form));
+    if (!file.is_open()) return fault_of(errno);
+    const PortFault fault = fault_after_opening(file, form);
+    return fault == PortFault::none ? write_all_in_time(file, bytes) : fault;
 }
 
 bool FileDevices::write_file(std::string_view name, std::string_view bytes) {
-    if (name.empty() || name.find('\0') != std::string_view::npos) return false;
-    return write_path((fs::path(folder_) / name).string(), bytes);
+    if (!is_path(name)) return false;
+    const fs::path path = folder_ / name;
+    struct stat form {};
+    if (stat(path.c_str(), &form) == 0 && S_ISREG(form.st_mode) && is_open_here(form)) return false;
+    const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | quietly, 0644));
+    return file.is_open() && write_all_in_time(file, bytes) == PortFault::none;
 }
 
 }  // namespace common

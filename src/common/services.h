@@ -8,13 +8,22 @@
 
 namespace common {
 
+// Why a port took nothing, or not everything.
+enum class PortFault {
+    none,
+    missing,     // there is no such device or folder
+    denied,      // this user may not write there
+    not_a_port,  // a file of the shop or of somebody else, a folder, a disk
+    disk_full,
+    silent,  // nobody reads, or not in time
+};
+
 // Ports, and the files in the working folder that other devices read.
 class Devices {
   public:
     virtual ~Devices() = default;
-    // Writes bytes to a port (ports.h has the names) and waits for it for up to 3 s. Returns false if the
-    // port is missing, refuses or does not take everything in time. Never throws.
-    virtual bool write_port(std::string_view port, std::string_view bytes) = 0;
+    // Writes bytes to a port (ports.h has the names) and waits for it for up to 3 s. Never throws.
+    virtual PortFault write_port(std::string_view port, std::string_view bytes) = 0;
     // Replaces a file of the working folder, such as "xx.txt". Returns false if it cannot be written.
     virtual bool write_file(std::string_view name, std::string_view bytes) = 0;
 };

@@ -19,13 +19,18 @@ bool contains_any(std::string_view text, std::initializer_list<std::string_view>
                        [&](std::string_view mark) { return text.find(mark) != std::string_view::npos; });
 }
 
+// "+5" may mean five more; nothing is guessed.
+bool has_plus(std::string_view text) {
+    return trim(text).starts_with('+');
+}
+
 }  // namespace
 
 NumberFault number_fault(std::string_view text) {
     // The Arabic comma, the Arabic thousands separator and the true minus sign count as well.
     if (contains_any(text, {",", "\u060C", "\u066C"})) return NumberFault::comma;
     if (contains_any(text, {"-", "\u2212"})) return NumberFault::minus;
-    return parse_number(text) ? NumberFault::none : NumberFault::no_number;
+    return parse_number(text) && !has_plus(text) ? NumberFault::none : NumberFault::no_number;
 }
 
 TypedNumber read_number(std::string_view text, std::string_view wrong) {
@@ -54,7 +59,8 @@ TypedAmount read_amount(std::string_view text) {
 
 std::optional<std::int64_t> read_code(std::string_view text) {
     const auto code = parse_integer(text);
-    if (!code || *code < 1 || *code > std::numeric_limits<std::int32_t>::max()) return std::nullopt;
+    if (!code || has_plus(text) || *code < 1 || *code > std::numeric_limits<std::int32_t>::max())
+        return std::nullopt;
     return *code;
 }
 

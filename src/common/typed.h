@@ -16,7 +16,7 @@ enum class NumberFault {
     none,
     comma,  // it may separate thousands or decimals; neither is guessed
     minus,
-    no_number
+    no_number  // a plus counts too: it may mean "more"
 };
 NumberFault number_fault(std::string_view text);
 

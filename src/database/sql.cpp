@@ -26,7 +26,10 @@ std::string like_text(std::string_view typed) {
     for (const char32_t c : common::code_points(typed)) {
         const bool is_digit = (c >= U'\u0660' && c <= U'\u0669') || (c >= U'\u06F0' && c <= U'\u06F9');
         const std::string character = common::utf8(c);
-        pattern += is_digit ? "[" + common::western_digits(character) + character + "]" : character;
+        if (is_digit)
+            pattern += "[" + common::western_digits(character) + character + "]";
+        else
+            pattern += c == U'%' || c == U'_' || c == U'[' ? "[" + character + "]" : character;
     }
     return pattern;
 }

@@ -20,13 +20,16 @@ fs::path PlayDevices::file_of(std::string_view port) const {
     return folder_ / "ports" / name;
 }
 
-bool PlayDevices::write_port(std::string_view port, std::string_view bytes) {
+common::PortFault PlayDevices::write_port(std::string_view port, std::string_view bytes) {
+    using common::PortFault;
     fs::path missing = file_of(port);
     missing += ".missing";
-    if (common::trim(port).empty() || fs::exists(missing)) return false;
+    if (common::trim(port).empty() || fs::exists(missing)) return PortFault::silent;
+    // The devices of this machine are not asked, but a file of the shop is refused as at a till.
+    if (common::port_fault(port, folder_) == PortFault::not_a_port) return PortFault::not_a_port;
     std::ofstream stream(file_of(port), std::ios::binary | std::ios::app);
     stream << bytes;
-    return stream.good();
+    return stream.good() ? PortFault::none : PortFault::silent;
 }
 
 std::string PlayDevices::written(std::string_view port) const {

@@ -29,7 +29,7 @@ class PlayDevices final : public common::Devices {
   public:
     explicit PlayDevices(std::filesystem::path folder)
         : folder_(std::move(folder)), files_(folder_.string()) {}
-    bool write_port(std::string_view port, std::string_view bytes) override;
+    common::PortFault write_port(std::string_view port, std::string_view bytes) override;
     bool write_file(std::string_view name, std::string_view bytes) override {
         return files_.write_file(name, bytes);
     }

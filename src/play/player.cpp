@@ -73,6 +73,7 @@ const Player::Verb* Player::find_verb(const std::string& name) {
         {"fail", {&Player::do_fail}},
         {"port", {&Player::do_port, true}},
         {"file", {&Player::do_file}},
+        {"disk", {&Player::do_disk}},
         {"say", {&Player::do_say, true}},
         {"server", {&Player::do_server, true}},
     };

@@ -72,6 +72,7 @@ class Player : public QObject {
     Progress do_look(const Step& step);
     Progress do_kill(const Step& step);
     Progress do_fail(const Step& step);
+    Progress do_disk(const Step& step);
     Progress do_port(const Step& step);
     Progress do_file(const Step& step);
     Progress do_say(const Step& step);

@@ -1,4 +1,6 @@
 // The steps of a play that do something: what the cashier does, and what happens to the shop.
+#include <sys/resource.h>
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
@@ -6,6 +8,7 @@
 #include <QLineEdit>
 #include <QTableView>
 #include <QTimer>
+#include <csignal>
 #include <cstdio>
 #include <fstream>
 
@@ -287,6 +290,17 @@ Progress Player::do_fail(const Step& step) {
     if (!said.found || said.after.empty()) return Progress::fail("it reads: fail SQLSTATE when STATEMENT");
     if (connection_ == nullptr) return Progress::wait("the program is not running");
     connection_->fail_when(said.after, said.before);
+    return Progress::ok();
+}
+
+Progress Player::do_disk(const Step& step) {
+    if (step.rest != "full" && step.rest != "free") return Progress::fail("it reads: disk full|free");
+    // No file can be written to: the system refuses it to this process, as it does on a full disk.
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = step.rest == "full" ? 0 : limit.rlim_max;
+    setrlimit(RLIMIT_FSIZE, &limit);
     return Progress::ok();
 }
 

@@ -4,24 +4,49 @@
 #include <string>
 #include <string_view>
 
+#include "common/services.h"
+
 namespace printing::message {
 
 // There is no data to print.
 inline constexpr std::string_view no_data = "لا توجد بيانات للطباعه";
-// The receipt was not printed: the printer on port ... does not answer. It can be printed again.
-inline constexpr std::string_view port_failed = "لم يطبع البون : الطابعة لا تستجيب على المنفذ ";
-// The receipt was not printed: the printer does not answer.
-inline constexpr std::string_view printer_failed = "لم يطبع البون : الطابعة لا تستجيب";
+// What was not done: the receipt, the report, the test page was not printed, the drawer did not open.
+inline constexpr std::string_view receipt_failed = "لم يطبع البون : ";
+inline constexpr std::string_view report_failed = "لم يطبع التقرير : ";
+inline constexpr std::string_view test_failed = "لم تطبع صفحة التجربة : ";
+inline constexpr std::string_view drawer_failed = "لم يفتح الدرج : ";
+// The printer does not answer.
+inline constexpr std::string_view no_answer = "الطابعة لا تستجيب";
+// The printer does not answer on port ...
+inline constexpr std::string_view no_answer_on = "الطابعة لا تستجيب على المنفذ ";
+// Writing to port ... is not permitted.
+inline constexpr std::string_view port_denied = "غير مسموح بالكتابة على المنفذ ";
+// The port of the settings is no printer and no file of receipts: ...
+inline constexpr std::string_view not_a_port = "المنفذ المسجل ليس طابعة ولا ملف بونات : ";
+// The disk is full, port ...
+inline constexpr std::string_view port_disk_full = "القرص ممتلئ، المنفذ ";
 // It can be printed again.
 inline constexpr std::string_view print_again = "يمكن إعادة الطباعة";
-// The report was not printed: the printer does not answer.
-inline constexpr std::string_view report_failed = "لم يطبع التقرير : الطابعة لا تستجيب";
 // The file could not be written: ...
 inline constexpr std::string_view file_failed = "تعذر حفظ الملف : ";
 
 // A message that ends in a name; paths and ports read from the left.
 inline std::string naming(std::string_view message, std::string_view name) {
     return std::string(message) + "\u200E" + std::string(name);
+}
+
+// Why a port took nothing.
+inline std::string port_words(common::PortFault fault, std::string_view port) {
+    switch (fault) {
+        case common::PortFault::denied:
+            return naming(port_denied, port);
+        case common::PortFault::not_a_port:
+            return naming(not_a_port, port);
+        case common::PortFault::disk_full:
+            return naming(port_disk_full, port);
+        default:
+            return naming(no_answer_on, port);
+    }
 }
 
 }  // namespace printing::message

@@ -1,7 +1,5 @@
 #include "printing/ports_offered.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 
 #include "common/ports.h"
@@ -13,19 +11,6 @@ namespace printing {
 namespace fs = std::filesystem;
 
 namespace {
-
-bool can_write(const fs::path& path) {
-    std::error_code ignored;
-    return !fs::is_directory(path, ignored) && access(path.c_str(), W_OK) == 0;
-}
-
-// A file that does not exist yet can be written if its folder can; a device must exist.
-bool can_make(const fs::path& path) {
-    std::error_code ignored;
-    if (fs::exists(path, ignored) || path.string().starts_with("/dev/")) return false;
-    const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-    return access(folder.c_str(), W_OK) == 0;
-}
 
 // Serial lines (ttyS*) are left out: their nodes exist even without a device behind them.
 std::vector<std::string> device_nodes(const fs::path& devices) {
@@ -45,11 +30,18 @@ std::vector<std::string> device_nodes(const fs::path& devices) {
 
 }  // namespace
 
-std::vector<PortOffer> ports_offered(const PrinterChoice& in_use, const fs::path& devices) {
-    std::vector<PortOffer> offers = {{PrinterChoice::system_printer, "", true}};
+std::vector<PortOffer> ports_offered(const PrinterChoice& in_use, const fs::path& folder,
+                                     const fs::path& devices) {
+    std::vector<PortOffer> offers = {{PrinterChoice::system_printer, "", common::PortFault::none}};
     const auto is_offered = [&offers](std::string_view device) {
         return std::any_of(offers.begin(), offers.end(),
                            [device](const PortOffer& offer) { return offer.device == device; });
+    };
+    const auto offer = [&](const std::string& port, const std::string& node) {
+        std::error_code ignored;
+        const bool is_missing_device = node.starts_with(devices.string() + "/") && !fs::exists(node, ignored);
+        offers.push_back(
+            {port, node, is_missing_device ? common::PortFault::missing : common::port_fault(node, folder)});
     };
     // Port names stand for nodes under /dev; tests put another folder in its place.
     const auto node_of = [&devices](const std::string& port) {
@@ -57,19 +49,18 @@ std::vector<PortOffer> ports_offered(const PrinterChoice& in_use, const fs::path
         return path.starts_with("/dev/") ? (devices / path.substr(5)).string() : path;
     };
     for (const std::string& port : common::known_ports())
-        offers.push_back({port, node_of(port), can_write(node_of(port))});
+        offer(port, node_of(port));
     for (const std::string& node : device_nodes(devices)) {
-        if (!is_offered(node)) offers.push_back({node, node, can_write(node)});
+        if (!is_offered(node)) offer(node, node);
     }
     const std::string used = std::string(common::trim(in_use.receipt_port));
-    if (in_use.is_text_port() && !used.empty() && !is_offered(node_of(used)))
-        offers.push_back({used, node_of(used), can_write(node_of(used)) || can_make(used)});
+    if (in_use.is_text_port() && !used.empty() && !is_offered(node_of(used))) offer(used, node_of(used));
     return offers;
 }
 
-bool print_test(common::Devices& devices, const PrinterChoice& choice, const PrinterCodes& codes) {
-    return choice.is_text_port() &&
-           devices.write_port(choice.receipt_port, test_print(choice.line_width, codes));
+common::PortFault print_test(common::Devices& devices, const PrinterChoice& choice,
+                             const PrinterCodes& codes) {
+    return devices.write_port(choice.receipt_port, test_print(choice.line_width, codes));
 }
 
 Report test_report(const std::string& store_name) {

@@ -13,20 +13,20 @@
 namespace printing {
 
 struct PortOffer {
-    std::string port;        // what becomes the receipt port: "win", "com1", "/dev/usb/lp0", a path
-    std::string device;      // the node or file behind it; empty for "win"
-    bool reachable = false;  // whether it can be written to now
+    std::string port;    // what becomes the receipt port: "win", "com1", "/dev/usb/lp0", a path
+    std::string device;  // the node or file behind it; empty for "win"
+    common::PortFault fault = common::PortFault::missing;  // why it cannot be written to now
 };
 
 // Lists "win" (the system's printer), the DOS-style ports, then the printer devices of this workstation that
-// no such name covers, and the port in use if it is not among them. `devices` is the folder of the device
-// nodes.
-std::vector<PortOffer> ports_offered(const PrinterChoice& in_use,
+// no such name covers, and the port in use if it is not among them. `folder` is the shop's, `devices` that of
+// the device nodes.
+std::vector<PortOffer> ports_offered(const PrinterChoice& in_use, const std::filesystem::path& folder,
                                      const std::filesystem::path& devices = "/dev");
 
-// Prints the test page on the port. Returns false if the port fails, and for "win", which test_report()
-// tests.
-bool print_test(common::Devices& devices, const PrinterChoice& choice, const PrinterCodes& codes);
+// Prints the test page on a text port; test_report() tests the system's printer.
+common::PortFault print_test(common::Devices& devices, const PrinterChoice& choice,
+                             const PrinterCodes& codes);
 
 // The test page of the system's printer.
 Report test_report(const std::string& store_name);

@@ -4,10 +4,12 @@
 #include <string>
 #include <string_view>
 
+#include "common/ports.h"
+
 namespace printing {
 
 namespace control {
-inline constexpr std::string_view initialise = "\x1B@";
+inline constexpr std::string_view initialise = common::printer_reset;
 inline constexpr std::string_view arabic_page = "\x1BT0864";
 inline constexpr std::string_view shift_out = "\x0E";
 inline constexpr std::string_view double_width_on = "\x1B\x0E";

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "database/choices.h"
+#include "printing/messages.h"
 #include "sales/messages.h"
 #include "sales/offers.h"
 #include "sales/saving.h"
@@ -120,13 +121,23 @@ bool Checkout::cancel(std::string_view name, std::string_view question) {
 }
 
 void Checkout::OpenDrawer() {
-    sales::OpenDrawer(services_.devices, session_.settings.cash);
+    open_drawer_on(session_.settings.cash);
 }
 
 bool Checkout::open_drawer_by_key() {
     if (!authorise(signin::Action::open_drawer)) return false;
-    sales::OpenDrawer(services_.devices, keyboard_drawer_port);
+    open_drawer_on(keyboard_drawer_port);
     return true;
+}
+
+// Many shops have no drawer at the port, and so a missing one is no news. A port that must never be written
+// to is.
+void Checkout::open_drawer_on(std::string_view port) {
+    const common::PortFault fault = sales::OpenDrawer(services_.devices, port);
+    if (fault != common::PortFault::not_a_port) return;
+    services_.prompts.message(
+        std::string(printing::message::drawer_failed) + printing::message::port_words(fault, port),
+        common::Icon::exclamation);
 }
 
 }  // namespace sales

@@ -1,5 +1,6 @@
 #include "sales/payment.h"
 
+#include "common/ports.h"
 #include "common/typed.h"
 
 namespace sales {
@@ -17,8 +18,8 @@ void ShowOnDisplay(common::Devices& devices, std::string_view text) {
     devices.write_file(display_file, bytes);
 }
 
-void OpenDrawer(common::Devices& devices, std::string_view port) {
-    if (!port.empty()) devices.write_port(port, "\x07");
+common::PortFault OpenDrawer(common::Devices& devices, std::string_view port) {
+    return port.empty() ? common::PortFault::none : devices.write_port(port, common::drawer_bell);
 }
 
 Payment::Payment(common::Devices& devices, common::Amount net, std::vector<common::Choice> workers,

@@ -137,6 +137,7 @@ class Checkout : DeskPart {
   private:
     bool cancel(std::string_view name, std::string_view question);
     void renew_recalled();
+    void open_drawer_on(std::string_view port);
 
     Saving saving_;
 };

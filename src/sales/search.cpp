@@ -4,7 +4,9 @@
 
 #include "common/numbers.h"
 #include "common/text.h"
+#include "common/typed.h"
 #include "sales/entry.h"
+#include "sales/messages.h"
 
 namespace sales {
 
@@ -68,8 +70,8 @@ FoundItem found_item(const Row& row) {
     return item;
 }
 
-// The statement for the filters. Nothing if a filter that must be a number is not one, so nothing matches.
-std::optional<Sql> search_statement(const SearchFilters& filters, const std::optional<CodeFilter>& code) {
+// The statement for filters that are not refused.
+Sql search_statement(const SearchFilters& filters, const std::optional<CodeFilter>& code) {
     Having having;
     if (!filters.name.empty()) {
         const std::string name = database::like_text(filters.name);
@@ -82,22 +84,17 @@ std::optional<Sql> search_statement(const SearchFilters& filters, const std::opt
     // If the price is the first filter, it is a condition on rows before the grouping.
     std::optional<double> price_before_grouping;
     if (!filters.price.empty()) {
-        const auto price = common::parse_number(filters.price);
-        if (!price) return std::nullopt;
+        const double price = common::numeric_value(filters.price);
         if (having.open())
-            having.add(" where price12 = ", " and price12 =", *price);
+            having.add(" where price12 = ", " and price12 =", price);
         else
             price_before_grouping = price;
     }
     if (!filters.maker.empty()) {
-        const auto maker = common::parse_integer(filters.maker);
-        if (!maker) return std::nullopt;
-        having.add(" Having fact = ", " and fact = ", *maker);
+        having.add(" Having fact = ", " and fact = ", *common::parse_integer(filters.maker));
     }
     if (!filters.type.empty()) {
-        const auto type = common::parse_integer(filters.type);
-        if (!type) return std::nullopt;
-        having.add(" Having itype = ", " and itype = ", *type);
+        having.add(" Having itype = ", " and itype = ", *common::parse_integer(filters.type));
     }
     if (filters.hide_stopped) having.add(" Having isnull(items.stop,0)= 0", " and isnull(items.stop,0) = 0");
 
@@ -123,18 +120,26 @@ Entry FoundItem::entry(int unit) const {
     return !scanned.empty() && unit == unit_level ? read_entry(scanned) : chosen_item(code, unit);
 }
 
+std::string_view search_refusal(const SearchFilters& filters) {
+    if (!filters.price.empty()) {
+        const auto price = common::read_number(filters.price, message::wrong_price);
+        if (!price.is_good()) return price.refusal;
+    }
+    for (const std::string* code : {&filters.maker, &filters.type})
+        if (!code->empty() && !common::parse_integer(*code)) return common::message::not_in_list;
+    return {};
+}
+
 std::vector<FoundItem> search_items(database::Connection& connection, const Lists& lists,
                                     const SearchFilters& filters) {
-    if (filters.empty()) return {};
+    if (filters.empty() || !search_refusal(filters).empty()) return {};
     std::optional<CodeFilter> code;
     if (!filters.code.empty()) {
         code = read_code_filter(connection, filters.code);
         if (!code) return {};
     }
-    const auto statement = search_statement(filters, code);
-    if (!statement) return {};
     std::vector<FoundItem> found;
-    for (const Row& row : connection.query(*statement)) {
+    for (const Row& row : connection.query(search_statement(filters, code))) {
         FoundItem& item = found.emplace_back(found_item(row));
         item.group = group_name(lists, item.type);
         if (!code || !code->scanned) continue;

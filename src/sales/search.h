@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "database/connection.h"
@@ -46,6 +47,9 @@ struct FoundItem {
     // The entry of this item in a unit: what was scanned, if it stands for that unit.
     Entry entry(int unit) const;
 };
+
+// Why no item can match: a price or a code that is no number, in words for the cashier; empty if none.
+std::string_view search_refusal(const SearchFilters& filters);
 
 // The matches in the order of their names. The list is empty without any filter but the stopped one, because
 // nobody reads a hundred thousand rows.

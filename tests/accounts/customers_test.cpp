@@ -89,13 +89,18 @@ TEST_F(Customers, EachPlaceReloadsTheOnesBelow) {
 // the list too.
 TEST_F(Customers, ClassesAreFoundByNumberOrName) {
     office.shop.sql("insert into cust_typ (code,name) select 4,N'عرض 25'");
+    office.shop.sql("insert into cust_typ (code,name) select 5,N'[خاص] 50%_'");
     struct Case {
         const char* text;
         std::size_t listed;  // 0 if none is found
         std::int64_t chosen;
     };
-    for (const Case& search : {Case{"", 4, 1},
-                               {" ", 4, 1},
+    for (const Case& search : {Case{"", 5, 1},
+                               {" ", 5, 1},
+                               {"[خاص]", 1, 5},
+                               {"50%", 1, 5},
+                               {"%_", 1, 5},
+                               {"_", 1, 5},
                                {"2", 1, 2},
                                {"٣", 1, 3},
                                {"جملة", 3, 1},
@@ -106,7 +111,7 @@ TEST_F(Customers, ClassesAreFoundByNumberOrName) {
         ASSERT_FALSE(screen.open(CardMode::add));
         screen.card.price_class = 1;
         EXPECT_EQ(screen.search_classes(search.text).has_value(), search.listed == 0) << search.text;
-        EXPECT_EQ(screen.price_classes().size(), search.listed == 0 ? 4 : search.listed) << search.text;
+        EXPECT_EQ(screen.price_classes().size(), search.listed == 0 ? 5 : search.listed) << search.text;
         EXPECT_EQ(screen.card.price_class, search.chosen) << search.text;
     }
 }
@@ -205,6 +210,17 @@ TEST(WalkIns, CodesAreLookedUp) {
     screen.fields.mail = "' or ''='";
     screen.search_mails();
     EXPECT_TRUE(screen.results().empty());
+    office.shop.sql("insert into cust_cash (zcode,zname,zphone,zmail) select 7,N'[أ] 5%','1_2','a_b@c'");
+    for (const auto& [field, text, search] :
+         {std::tuple{&WalkInFields::name, "[أ]", &CashCustomer::search_names},
+          {&WalkInFields::name, "%", &CashCustomer::search_names},
+          {&WalkInFields::phone, "1_2", &CashCustomer::search_phones},
+          {&WalkInFields::mail, "a_b", &CashCustomer::search_mails}}) {
+        screen.fields.*field = text;
+        (screen.*search)();
+        ASSERT_EQ(screen.results().size(), 1U) << text;
+        EXPECT_EQ(screen.results().front().code, 7) << text;
+    }
 }
 
 TEST(TipsReceivers, RefusalsNameTheField) {

@@ -45,6 +45,8 @@ TEST(Check, NamesWhatIsWrongWithTheShop) {
         {"alter table items drop column price15", "no column price15"},
         {"update basic set [print] = '/no/such/port'", "/no/such/port is not there"},
         {"update basic set [print] = 'lpt9x/port'", "is not there"},
+        {"update basic set [print] = 'shop.db'", "WRONG  printer: shop.db is no device and no receipt file"},
+        {"update basic set cash = 'merlo-ver.txt'", "WRONG  drawer port: merlo-ver.txt is no device"},
     };
     for (const auto& c : cases) {
         Workbench bench;

@@ -2,20 +2,24 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <map>
 
 #include "common/files.h"
+#include "support/child.h"
 #include "support/shop.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using common::FileDevices;
+using common::PortFault;
 using common::read_file;
 
 // The seconds that a write takes.
@@ -51,28 +55,151 @@ TEST(Ports, TheEnvironmentCanNameOtherDevices) {
     unsetenv("TALLVEX_COM3");
 }
 
-TEST(Ports, FilesAreCreatedAndReplaced) {
+TEST(Ports, ReceiptsAreAppendedToAFile) {
     const test::TemporaryFolder folder;
     FileDevices devices(folder.path());
     const fs::path file = folder.path() / "receipt.bin";
-    EXPECT_TRUE(devices.write_port(file.string(), "first and long"));
-    EXPECT_TRUE(devices.write_port(file.string(), std::string_view("\x1B\0\x07", 3)));
-    EXPECT_EQ(read_file(file), std::string("\x1B\0\x07", 3));
+    const std::string receipt("\x1B@\0\r\n", 5);
+    EXPECT_EQ(devices.write_port(file.string(), receipt), PortFault::none);
+    EXPECT_EQ(devices.write_port("./receipt.bin", "\x07"), PortFault::none);
+    EXPECT_EQ(read_file(file), receipt + "\x07");
+    EXPECT_EQ(fs::status(file).permissions() & fs::perms::others_all, fs::perms::none);
+    EXPECT_TRUE(devices.write_file("xx.txt", "a long text"));
     EXPECT_TRUE(devices.write_file("xx.txt", "12.50"));
     EXPECT_EQ(read_file(folder.path() / "xx.txt"), "12.50");
+}
+
+// Size and last change of everything below a folder; nothing is opened.
+std::map<std::string, std::pair<std::uintmax_t, fs::file_time_type>> contents(const fs::path& folder) {
+    std::map<std::string, std::pair<std::uintmax_t, fs::file_time_type>> found;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        if (entry.is_regular_file())
+            found[entry.path().string()] = {entry.file_size(), entry.last_write_time()};
+    }
+    return found;
+}
+
+// Whether this process holds a lock on a file; only another process can see that.
+bool is_locked(const fs::path& file) {
+    return test::in_child([&file] {
+        const int opened = open(file.c_str(), O_RDWR);
+        struct flock wanted {};
+        wanted.l_type = F_WRLCK;
+        return opened >= 0 && fcntl(opened, F_GETLK, &wanted) == 0 && wanted.l_type != F_UNLCK;
+    });
+}
+
+TEST(Ports, NeverWriteToAFileThatIsNoReceipt) {
+    test::Shop shop;
+    const fs::path here = shop.file().parent_path();
+    if (here.empty()) GTEST_SKIP() << test::needs_shop_files;
+    ASSERT_EQ(shop.file().filename(), "shop.db");
+    ASSERT_EQ(shop.cell("select count(*) from basic"), "1");
+    std::ofstream(here / "backup.db") << "SQLite format 3";
+    const auto write = [&here](const char* name, std::string_view text) {
+        std::ofstream(here / name) << text;
+    };
+    write("datacon24.stk", "embedded");
+    write("letter.txt", "not ours");
+    write("empty", "");
+    write("empty.db-wal", "");
+    write("empty.prn", "");
+    write("old receipts", "\x1B@\r\n\x1BT0864\r\n");
+    write("old drawer.dat", "\x07");
+    fs::create_directories(here / "folder.txt");
+    fs::create_symlink("shop.db", here / "link.txt");
+    fs::create_symlink("nothing.txt", here / "leads nowhere.txt");
+    fs::create_symlink("old receipts", here / "link to receipts");
+    fs::create_symlink("/dev/null", here / "printer");
+    fs::create_hard_link(here / "shop.db", here / "hard.txt");
+    ASSERT_EQ(mkfifo((here / "pipe").c_str(), 0600), 0);
+    const int reader = open((here / "pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    if (mknod((here / "disk").c_str(), S_IFBLK | 0600, makedev(8, 0)) != 0)
+        fs::create_directories(here / "disk");  // only root makes devices
+    const fs::path elsewhere = here / "folder.txt" / "new";
+    const struct {
+        std::string port;
+        PortFault fault;
+    } cases[] = {
+        {"shop.db", PortFault::not_a_port},
+        {"./shop.db", PortFault::not_a_port},
+        {(here / "folder.txt/../shop.db").string(), PortFault::not_a_port},
+        {"shop.db-wal", PortFault::not_a_port},
+        {"shop.db-shm", PortFault::not_a_port},
+        {"backup.db-journal", PortFault::not_a_port},
+        {"link.txt", PortFault::not_a_port},
+        {"hard.txt", PortFault::not_a_port},
+        {"backup.db", PortFault::not_a_port},
+        {"datacon24.stk", PortFault::not_a_port},
+        {"letter.txt", PortFault::not_a_port},
+        {"empty", PortFault::not_a_port},
+        {"empty.db-wal", PortFault::not_a_port},
+        {"folder.txt", PortFault::not_a_port},
+        {".", PortFault::not_a_port},
+        {"disk", PortFault::not_a_port},
+        {"/dev/mem", fs::exists("/dev/mem") ? PortFault::not_a_port : PortFault::missing},
+        {"/proc/version", PortFault::missing},
+        {"SHOP.DB", PortFault::not_a_port},
+        {"com10", PortFault::not_a_port},
+        {"leads nowhere.txt", PortFault::missing},
+        {"old receipts", PortFault::none},
+        {"link to receipts", PortFault::none},
+        {"old drawer.dat", PortFault::none},
+        {"empty.prn", PortFault::none},
+        {"New.TXT", PortFault::none},
+        {elsewhere.string(), PortFault::none},
+        {"pipe", PortFault::none},
+        {"printer", PortFault::none},
+        {"/dev/null", PortFault::none},
+    };
+    FileDevices devices(here);
+    for (const auto& c : cases) {
+        const auto before = contents(here);
+        EXPECT_EQ(common::port_fault(c.port, here), c.fault) << c.port;
+        EXPECT_EQ(contents(here), before) << c.port << ": judged without writing";
+        EXPECT_EQ(devices.write_port(c.port, "\x1B@ receipt"), c.fault) << c.port;
+        if (c.fault != PortFault::none) {
+            EXPECT_EQ(contents(here), before) << c.port;
+        }
+    }
+    close(reader);
+    EXPECT_TRUE(is_locked(here / "shop.db")) << "the database keeps its locks";
+    EXPECT_FALSE(is_locked(here / "backup.db"));
+    EXPECT_EQ(shop.cell("select count(*) from basic"), "1");
+}
+
+TEST(Ports, AreTheSameThroughEveryName) {
+    const test::TemporaryFolder folder;
+    setenv("TALLVEX_COM3", "/dev/null", 1);
+    fs::create_symlink("/dev/null", folder.path() / "drawer");
+    for (const char* one : {"com3", "COM3:", "/dev/null", "/dev/../dev/null", "drawer", "./drawer"})
+        EXPECT_TRUE(common::is_same_port(one, "com3", folder.path())) << one;
+    EXPECT_FALSE(common::is_same_port("com1", "com3", folder.path()));
+    unsetenv("TALLVEX_COM3");
+}
+
+// On a disk that is full a message names it; what was there stays.
+TEST(Ports, AFullDiskIsNamed) {
+    const test::TemporaryFolder folder;
+    FileDevices devices(folder.path());
+    ASSERT_EQ(devices.write_port("receipts.txt", "\x1B@ first"), PortFault::none);
+    EXPECT_TRUE(test::in_child([&] {
+        test::fill_disk(64);
+        return devices.write_port("receipts.txt", std::string(100, 'x')) == PortFault::disk_full;
+    }));
+    EXPECT_TRUE(read_file(folder.path() / "receipts.txt").starts_with("\x1B@ first"));
+    EXPECT_EQ(devices.write_port("/dev/full", "x"), PortFault::disk_full);
 }
 
 TEST(Ports, MissingDevicesAreRefusedAndNeverCreated) {
     const test::TemporaryFolder folder;
     FileDevices devices(folder.path());
-    for (const char* port : {"/dev/no-such-printer", "/dev/../dev/no-such-printer", "", " ",
-                             "no/such/folder/x", "/proc/version"}) {
-        EXPECT_FALSE(devices.write_port(port, "x")) << port;
+    for (const std::string_view port :
+         {"/dev/no-such-printer", "/dev/../dev/no-such-printer.txt", "", " ", "no/such/folder/x"}) {
+        EXPECT_EQ(devices.write_port(port, "x"), PortFault::missing) << port;
     }
     EXPECT_FALSE(fs::exists("/dev/no-such-printer"));
-    EXPECT_FALSE(devices.write_port(folder.path().string(), "x"));
-    EXPECT_FALSE(devices.write_port("/dev/full", "x"));
-    EXPECT_FALSE(devices.write_port(std::string_view("a\0b", 3), "x"));
+    EXPECT_EQ(devices.write_port(std::string_view("a\0b", 3), "x"), PortFault::missing);
 }
 
 TEST(Ports, APipeWithoutAReaderIsRefusedAtOnce) {
@@ -80,7 +207,7 @@ TEST(Ports, APipeWithoutAReaderIsRefusedAtOnce) {
     const std::string pipe = (folder.path() / "pipe").string();
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     FileDevices devices(folder.path());
-    EXPECT_LT(seconds([&] { EXPECT_FALSE(devices.write_port(pipe, "x")); }), 1.0);
+    EXPECT_LT(seconds([&] { EXPECT_EQ(devices.write_port(pipe, "x"), PortFault::missing); }), 1.0);
 }
 
 TEST(Ports, APipeWhoseReaderStopsFailsInTime) {
@@ -89,9 +216,9 @@ TEST(Ports, APipeWhoseReaderStopsFailsInTime) {
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
     FileDevices devices(folder.path());
-    EXPECT_TRUE(devices.write_port(pipe, "drawer"));
+    EXPECT_EQ(devices.write_port(pipe, "drawer"), PortFault::none);
     const double waited =
-        seconds([&] { EXPECT_FALSE(devices.write_port(pipe, std::string(1'000'000, 'x'))); });
+        seconds([&] { EXPECT_EQ(devices.write_port(pipe, std::string(1'000'000, 'x')), PortFault::silent); });
     EXPECT_GT(waited, 2.5);
     EXPECT_LT(waited, 4.0);
     close(reader);
@@ -121,12 +248,14 @@ struct Terminal {
 TEST(Ports, ATerminalTakesItsBytesOrFailsInTime) {
     Terminal terminal;
     FileDevices devices("/");
-    EXPECT_TRUE(devices.write_port(terminal.name, "\x07"));
+    EXPECT_EQ(devices.write_port(terminal.name, "\x07"), PortFault::none);
     char got = 0;
     EXPECT_EQ(read(terminal.master, &got, 1), 1);
     EXPECT_EQ(got, '\x07');
     // Nobody reads: the line fills up and the sale goes on.
-    EXPECT_LT(seconds([&] { EXPECT_FALSE(devices.write_port(terminal.name, std::string(200'000, 'x'))); }),
+    EXPECT_LT(seconds([&] {
+                  EXPECT_EQ(devices.write_port(terminal.name, std::string(200'000, 'x')), PortFault::silent);
+              }),
               4.0);
 }
 

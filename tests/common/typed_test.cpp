@@ -31,6 +31,7 @@ TEST(Typed, AmountsAreWholeHundredths) {
         {"١٬٢٥٠", 0, message::no_comma},
         {"12،5", 0, message::no_comma},
         {"1 250", 0, message::wrong_amount},
+        {" +5", 0, message::wrong_amount},
         {"12ز5", 0, message::wrong_amount},
         {"1000000000", 0, message::wrong_amount},
         {"12a", 0, message::wrong_amount},
@@ -46,7 +47,7 @@ TEST(Typed, AmountsAreWholeHundredths) {
 TEST(Typed, CodesFitTheDatabase) {
     EXPECT_EQ(common::read_code(" ٤٢ "), 42);
     EXPECT_EQ(common::read_code("2147483647"), 2147483647);
-    for (const char* text : {"", "0", "-3", "2147483648", "1.5", "x", "99999999999999999999"})
+    for (const char* text : {"", "0", "-3", "+3", "2147483648", "1.5", "x", "99999999999999999999"})
         EXPECT_FALSE(common::read_code(text)) << text;
 }
 

@@ -113,7 +113,7 @@ TEST(ReceiptPage, ShowsTheTextsOfItsLayout) {
         const ReceiptPage page(layout(test::sale(), form, width, used));
         EXPECT_EQ(page.size().width(), width == 48 ? 80 : 58);
         const fs::path file = folder.path() / (std::to_string(number++) + ".pdf");
-        ASSERT_TRUE(save_pdf(page, file));
+        ASSERT_NO_THROW(save_pdf(page, file));
         const std::string text = test::pdf_text(file);
         for (const auto* texts : {&header, &shown})
             for (const std::string& wanted : *texts)
@@ -181,7 +181,7 @@ TEST(ReceiptPage, Takes500LinesAndALogoThatIsNoPicture) {
     const ReceiptPage page(made);
     EXPECT_EQ(page.size().height(), without);
     EXPECT_GT(page.size().height(), 1500);
-    EXPECT_TRUE(save_pdf(page, folder.path() / "long.pdf"));
+    EXPECT_NO_THROW(save_pdf(page, folder.path() / "long.pdf"));
     EXPECT_LE(pictures(page, 30)[0].height(), 32000);
     receipt.logo = "none.jpg";
     EXPECT_TRUE(printing::logo_file(receipt, folder.path()).empty());
@@ -218,7 +218,7 @@ TEST(InvoicePage, ShowsCustomerLinesTotalsAndWords) {
         const ReportPage page(printing::invoice_report(receipt, form, {}, rows_of(receipt, {}), {}));
         EXPECT_EQ(page.count(), 1);
         const fs::path file = folder.path() / "page.pdf";
-        ASSERT_TRUE(save_pdf(page, file));
+        ASSERT_NO_THROW(save_pdf(page, file));
         const std::string text = test::pdf_text(file);
         for (const std::string& wanted :
              {std::string("بقالة النور"), receipt.telephone, receipt.customer, std::string("رقم الفاتورة"),
@@ -285,7 +285,7 @@ TEST(ReportPage, BreaksTheTableAndKeepsTheTotalsTogether) {
                 {"r" + std::to_string(row) + "r", row % 7 == 0 ? std::string(150, 'w') : "صف"});
         const fs::path file = folder.path() / "report.pdf";
         const ReportPage page(report);
-        ASSERT_TRUE(save_pdf(page, file));
+        ASSERT_NO_THROW(save_pdf(page, file));
         const std::string text = test::pdf_text(file);
         for (std::size_t row = 0; row < rows; ++row)
             EXPECT_NE(text.find("r" + std::to_string(row) + "r"), std::string::npos) << row << " of " << rows;
@@ -332,10 +332,11 @@ TEST(ReportPage, DrawsWideReportsAcrossThePaper) {
 TEST(Output, LeavesNoFileBehindThatCouldNotBeWritten) {
     const test::TemporaryFolder folder;
     const ReceiptPage page(layout(test::sale(), Form::full, 48));
-    EXPECT_FALSE(save_pdf(page, "/dev/full/receipt.pdf"));
+    EXPECT_THROW(save_pdf(page, "/dev/full/receipt.pdf"), std::system_error);
     std::ofstream(folder.path() / "Receipts") << "a file where the folder should be";
-    EXPECT_FALSE(save_pdf(page, printing::kept_file(folder.path(), page.name().toStdString(),
-                                                    {{2026, 11, 21}, {10, 42, 7, 0}})));
+    EXPECT_THROW(save_pdf(page, printing::kept_file(folder.path(), page.name().toStdString(),
+                                                    {{2026, 11, 21}, {10, 42, 7, 0}})),
+                 std::system_error);
     EXPECT_EQ(QDir(QString::fromStdString(folder.path().string())).entryList(QDir::Files).size(), 1);
 }
 
@@ -345,7 +346,7 @@ TEST(Output, NamesKeptFilesAfterReceiptAndMomentOnce) {
     const common::Moment moment{{2026, 11, 21}, {10, 42, 7, 0}};
     const fs::path first = printing::kept_file(folder.path(), page.name().toStdString(), moment);
     EXPECT_EQ(first, folder.path() / "Receipts" / "receipt-1284-20261121-104207.pdf");
-    ASSERT_TRUE(save_pdf(page, first));
+    ASSERT_NO_THROW(save_pdf(page, first));
     EXPECT_EQ(printing::kept_file(folder.path(), page.name().toStdString(), moment).filename(),
               "receipt-1284-20261121-104207-2.pdf");
 }
@@ -378,7 +379,7 @@ TEST(Output, KeepsARollUprightHoweverShort) {
     receipt.lines.resize(1);
     const ReceiptPage page(layout(receipt, Form::no_telephone, 48));
     ASSERT_LT(page.size().height(), page.size().width());
-    ASSERT_TRUE(save_pdf(page, folder.path() / "short.pdf"));
+    ASSERT_NO_THROW(save_pdf(page, folder.path() / "short.pdf"));
     const std::string info = test::output_of("pdfinfo '" + (folder.path() / "short.pdf").string() + "'");
     EXPECT_NE(info.find("227 x"), std::string::npos) << info;
     EXPECT_NE(info.find("Page rot:        0"), std::string::npos) << info;

@@ -61,12 +61,12 @@ TEST_F(SystemReceiptPrinterTest, FollowsTheChoiceOfPort) {
 
 TEST_F(SystemReceiptPrinterTest, TellsLogsAndSurvivesADeadPort) {
     choice.receipt_port = "com1";
-    services.devices.dead = true;
+    services.devices.fault = common::PortFault::silent;
     EXPECT_FALSE(printer.print(test::sale(), Form::full));
     ASSERT_EQ(services.prompts.messages.size(), 1u);
     EXPECT_NE(services.prompts.messages[0].find("com1"), std::string::npos);
     ASSERT_EQ(services.log.lines.size(), 1u);
-    services.devices.dead = false;
+    services.devices.fault = common::PortFault::none;
     EXPECT_TRUE(printer.print(test::sale(), Form::full)) << "the receipt can be printed again";
 }
 
@@ -101,7 +101,7 @@ TEST_F(SystemReceiptPrinterTest, SaysSoWhenNothingCanBeWritten) {
     std::ofstream(folder.path() / "Receipts") << "a file where the folder should be";
     EXPECT_FALSE(printer.print(test::sale(), Form::full));
     ASSERT_EQ(services.prompts.messages.size(), 1u);
-    EXPECT_TRUE(services.prompts.messages[0].starts_with(printing::message::file_failed));
+    EXPECT_TRUE(services.prompts.messages[0].starts_with("لم يطبع البون : تعذر حفظ الملف : "));
 }
 
 TEST_F(SystemReceiptPrinterTest, HasNothingToPrintWithoutLines) {
@@ -167,6 +167,7 @@ TEST(SystemReportPrinter, KeepsReportsAsFiles) {
     EXPECT_TRUE(printer.kept_file().empty());
     EXPECT_TRUE(services.prompts.messages.empty());
     EXPECT_FALSE(printer.save_csv(report, "/dev/full"));
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
     EXPECT_FALSE(printer.save_pdf(report, "/proc/none/report.pdf"));
     EXPECT_EQ(services.prompts.messages.size(), 2u);
     EXPECT_EQ(services.log.lines.size(), 2u);

@@ -1,5 +1,7 @@
 #include "printing/text_receipt.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <fstream>
 #include <sstream>
@@ -15,6 +17,7 @@
 namespace {
 
 using common::Amount;
+using common::PortFault;
 using printing::default_codes;
 using printing::Form;
 using printing::Receipt;
@@ -133,26 +136,32 @@ TEST(Paper, SurvivesBytesThatAreNoReceipt) {
 
 TEST(PortsOffered, TellWhatIsReachableNow) {
     const test::TemporaryFolder folder;
+    const test::TemporaryFolder shop;
     namespace fs = std::filesystem;
     fs::create_directories(folder.path() / "usb");
     for (const char* node : {"ttyS0", "usb/lp0", "usb/lp7", "ttyUSB2", "null"})
-        std::ofstream(folder.path() / node).put('x');
-    const std::string file_port = (folder.path() / "receipt.txt").string();
-    const auto offers = printing::ports_offered({file_port, 40}, folder.path());
+        ASSERT_EQ(mkfifo((folder.path() / node).c_str(), 0600), 0);
+    const std::string file_port = (shop.path() / "receipt.txt").string();
+    const auto offers_for = [&](const std::string& port) {
+        return printing::ports_offered({port, 40}, shop.path(), folder.path());
+    };
+    const auto offers = offers_for(file_port);
     const auto find = [&offers](const std::string& port) {
         return std::find_if(offers.begin(), offers.end(),
                             [&port](const auto& offer) { return offer.port == port; });
     };
     EXPECT_EQ(offers.front().port, "win");
-    EXPECT_TRUE(find("com1")->reachable);
-    EXPECT_FALSE(find("com2")->reachable);
-    EXPECT_TRUE(find("lpt1")->reachable);
+    EXPECT_EQ(find("com1")->fault, PortFault::none);
+    EXPECT_EQ(find("com2")->fault, PortFault::missing);
+    EXPECT_EQ(find("lpt1")->fault, PortFault::none);
     ASSERT_NE(find((folder.path() / "usb/lp7").string()), offers.end());
     ASSERT_NE(find((folder.path() / "ttyUSB2").string()), offers.end());
     EXPECT_EQ(find((folder.path() / "usb/lp0").string()), offers.end()) << "it is lpt1 already";
     ASSERT_NE(find(file_port), offers.end()) << "the port in use is always among them";
-    EXPECT_TRUE(find(file_port)->reachable);
-    EXPECT_FALSE(printing::ports_offered({"/dev/none", 40}, folder.path()).back().reachable);
+    EXPECT_EQ(find(file_port)->fault, PortFault::none);
+    EXPECT_EQ(offers_for("/dev/none").back().fault, PortFault::missing);
+    std::ofstream(shop.path() / "shop.db") << "SQLite format 3";
+    EXPECT_EQ(offers_for("shop.db").back().fault, PortFault::not_a_port);
 }
 
 TEST(TestPrint, ShowsTheWidthAndEveryLetter) {

@@ -80,7 +80,7 @@ TEST(Drawer, KeyUsesItsOwnPortAndPermission) {
 
 TEST(Drawer, DeadDevicesStopNothing) {
     Counter counter;
-    counter.services.devices.dead = true;
+    counter.services.devices.fault = common::PortFault::silent;
     counter.open();
     EXPECT_TRUE(counter.enter("400"));
     ASSERT_TRUE(counter.sell()) << counter.services.prompts.last();

@@ -74,21 +74,34 @@ TEST(Search, FiltersFindWhatTheyName) {
         {"a quote", named("'", true), {}},
         {"digits of the other script", named("كولا ٢", false), {470}},
         {"digits as they are stored", named("٣ ل", true), {480}},
+        {"brackets", named("[a]b", false), {490}},
+        {"a bracket inside", named("]b 5", true), {490}},
+        {"a percent sign", named("50%", true), {490}},
+        {"a lone percent sign", named("%", false), {}},
+        {"an underscore", named("a_b", false), {500}},
+        {"a lone underscore", named("_", true), {500}},
         {"code", coded("123"), {123}},
         {"code in Arabic digits", coded("١٢٣"), {123}},
         {"barcode", coded("6221000400036"), {400}},
         {"code that is none", coded("x' or 1=1 --"), {}},
         {"price", priced("٥"), {400}},
         {"price that is none", priced("cheap"), {}},
+        {"price with a comma", priced("1,250"), {}},
     };
     Counter counter;
     counter.shop.sql("insert into items (code,name,num1) select 470,N'كولا 2 لتر',1");
     counter.shop.sql("insert into items (code,name,num1) select 480,N'كولا ٣ لتر',1");
+    counter.shop.sql("insert into items (code,name,num1) select 490,N'[a]b 50%',1");
+    counter.shop.sql("insert into items (code,name,num1) select 500,N'a_b',1");
+    counter.shop.sql("insert into items (code,name,num1) select 510,N'axb 500',1");
     auto& desk = counter.open();
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(codes(desk.lines().search(c.filters)), c.found);
     }
+    EXPECT_EQ(sales::search_refusal(priced("1,250")), common::message::no_comma);
+    EXPECT_EQ(sales::search_refusal(priced("cheap")), sales::message::wrong_price);
+    EXPECT_EQ(sales::search_refusal(priced("1250")), "");
 }
 
 TEST(Search, RowsShowStockOfAllStoresAndThreeUnits) {

@@ -47,19 +47,18 @@ class FixedClock final : public common::Clock {
 
 class RememberedDevices final : public common::Devices {
   public:
-    bool write_port(std::string_view port, std::string_view bytes) override {
-        if (dead) return false;
-        ports[std::string(port)] += bytes;
-        return true;
+    common::PortFault write_port(std::string_view port, std::string_view bytes) override {
+        if (fault == common::PortFault::none) ports[std::string(port)] += bytes;
+        return fault;
     }
     bool write_file(std::string_view name, std::string_view bytes) override {
-        if (dead) return false;
+        if (fault != common::PortFault::none) return false;
         files[std::string(name)] = bytes;
         return true;
     }
     std::map<std::string, std::string> ports;
     std::map<std::string, std::string> files;
-    bool dead = false;
+    common::PortFault fault = common::PortFault::none;
 };
 
 class RememberedLog final : public common::Log {

@@ -1,17 +1,21 @@
 #include "printing/pages/page_set.h"
 
+#include <QBuffer>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QSaveFile>
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cmath>
 #include <future>
+#include <stdexcept>
 #include <thread>
+
+#include "common/files.h"
+#include "printing/report_printer.h"
 
 namespace printing::pages {
 
@@ -23,10 +27,6 @@ constexpr auto patience = std::chrono::seconds(3);
 constexpr int pdf_dots_per_inch = 1200;
 constexpr double mm_per_inch = 25.4;
 constexpr double most_dots = 32000;  // QPainter cannot draw on a picture with a longer side
-
-QString path_text(const fs::path& path) {
-    return QString::fromStdString(path.string());
-}
 
 // A sheet of a known size may be in landscape. A roll is always upright, however short the receipt.
 QPageLayout layout_of(const PageSet& pages) {
@@ -97,21 +97,22 @@ std::vector<QImage> pictures(const PageSet& pages, double dots_per_mm) {
     return images;
 }
 
-bool save_pdf(const PageSet& pages, const fs::path& file) {
-    std::error_code failed;
-    if (file.has_parent_path()) fs::create_directories(file.parent_path(), failed);
-    QSaveFile out(path_text(file));
-    if (!out.open(QIODevice::WriteOnly)) return false;
+void save_pdf(const PageSet& pages, const fs::path& file) {
+    if (file.has_parent_path()) fs::create_directories(file.parent_path());
+    QBuffer drawn;
+    drawn.open(QIODevice::WriteOnly);
     {
-        QPdfWriter writer(&out);
+        QPdfWriter writer(&drawn);
         writer.setResolution(pdf_dots_per_inch);
         writer.setPageLayout(layout_of(pages));
         writer.setTitle(pages.name());
         writer.setCreator("Tallvex");
         QPainter painter;
-        if (!draw_all(pages, writer, painter, pdf_dots_per_inch) || !painter.end()) return false;
+        if (!draw_all(pages, writer, painter, pdf_dots_per_inch) || !painter.end())
+            throw std::runtime_error("the pages cannot be drawn");
     }
-    return out.commit();
+    const QByteArray& bytes = drawn.data();
+    common::replace_file(file, {bytes.constData(), static_cast<std::size_t>(bytes.size())}, kept_file_mode);
 }
 
 Printed print_on_system_printer(std::shared_ptr<const PageSet> pages) {

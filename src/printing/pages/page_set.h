@@ -26,9 +26,9 @@ class PageSet {
 // Draws each page as a picture on white. A page that is too long for a picture is drawn smaller.
 std::vector<QImage> pictures(const PageSet& pages, double dots_per_mm);
 
-// Writes the pages into one PDF file and makes its folder if it is missing. Returns false, and leaves no
-// file, if it cannot be written.
-bool save_pdf(const PageSet& pages, const std::filesystem::path& file);
+// Writes the pages into one PDF file and makes its folder if it is missing. Throws std::system_error, and
+// leaves no file, if it cannot be written.
+void save_pdf(const PageSet& pages, const std::filesystem::path& file);
 
 enum class Printed {
     on_printer,

@@ -1,8 +1,9 @@
 #include "printing/pages/system_printers.h"
 
 #include <exception>
-#include <fstream>
 
+#include "common/files.h"
+#include "database/error.h"
 #include "printing/layouts.h"
 #include "printing/messages.h"
 #include "printing/pages/receipt_page.h"
@@ -40,20 +41,26 @@ struct Outcome {
 };
 
 // Prints the pages on the system's printer. If there is none, keeps them as a PDF file.
-Outcome print_or_keep(const Workstation& workstation, const std::shared_ptr<const PageSet>& pages,
-                      std::string_view printer_failed) {
+Outcome print_or_keep(const Workstation& workstation, const std::shared_ptr<const PageSet>& pages) {
     switch (print_on_system_printer(pages)) {
         case Printed::on_printer:
             return {};
         case Printed::failed:
-            return {false, {}, std::string(printer_failed), "system printer"};
+            return {false, {}, std::string(message::no_answer), "system printer"};
         case Printed::no_printer:
             break;
     }
     const fs::path file =
         kept_file(workstation.program_folder, pages->name().toStdString(), workstation.services.clock.now());
-    if (save_pdf(*pages, file)) return {true, file, {}, {}};
-    return {false, {}, message::naming(message::file_failed, file.string()), file.string()};
+    try {
+        save_pdf(*pages, file);
+        return {true, file, {}, {}};
+    } catch (const std::exception& error) {
+        return {false,
+                {},
+                database::with_reason(message::naming(message::file_failed, file.string()), error),
+                error.what()};
+    }
 }
 
 }  // namespace
@@ -65,17 +72,17 @@ bool SystemReceiptPrinter::print(const Receipt& receipt, Form form) {
         if (form == Form::reprint) printed.time = workstation_.services.clock.now().time;
         return prints_text() && !is_full_page(form) ? print_text(printed, form) : print_pages(printed, form);
     } catch (const std::exception& error) {
-        return failed(message::printer_failed, error.what());
+        return failed(database::words_for(error), error.what());
     } catch (...) {
-        return failed(message::printer_failed, "unknown error");
+        return failed(message::no_answer, "unknown error");
     }
 }
 
 bool SystemReceiptPrinter::print_text(const Receipt& receipt, Form form) {
     const auto& [port, width] = workstation_.choice;
     const std::string text = text_receipt(receipt, form, width, codes_for(workstation_));
-    return workstation_.services.devices.write_port(port, text) ||
-           failed(message::naming(message::port_failed, port), port);
+    const common::PortFault fault = workstation_.services.devices.write_port(port, text);
+    return fault == common::PortFault::none || failed(message::port_words(fault, port), port);
 }
 
 std::shared_ptr<const PageSet> SystemReceiptPrinter::pages(const Receipt& receipt, Form form) {
@@ -117,13 +124,14 @@ bool SystemReceiptPrinter::print_pages(const Receipt& receipt, Form form) {
 }
 
 bool SystemReceiptPrinter::send(const std::shared_ptr<const PageSet>& made) {
-    const Outcome outcome = print_or_keep(workstation_, made, message::printer_failed);
+    const Outcome outcome = print_or_keep(workstation_, made);
     return outcome.done || failed(outcome.message, outcome.reason);
 }
 
 bool SystemReceiptPrinter::failed(std::string_view message, std::string_view reason) {
     workstation_.services.log.log_event("receipt not printed: " + std::string(reason), log_code);
-    workstation_.services.prompts.message(std::string(message) + "\n" + std::string(message::print_again),
+    workstation_.services.prompts.message(std::string(message::receipt_failed) + std::string(message) + "\n" +
+                                              std::string(message::print_again),
                                           common::Icon::exclamation);
     return false;
 }
@@ -131,12 +139,11 @@ bool SystemReceiptPrinter::failed(std::string_view message, std::string_view rea
 bool SystemReportPrinter::print(const Report& report) {
     kept_.clear();
     try {
-        const Outcome outcome =
-            print_or_keep(workstation_, std::make_shared<ReportPage>(report), message::report_failed);
+        const Outcome outcome = print_or_keep(workstation_, std::make_shared<ReportPage>(report));
         kept_ = outcome.kept;
-        return outcome.done || failed(outcome.message, outcome.reason);
+        return outcome.done || not_printed(outcome.message, outcome.reason);
     } catch (const std::exception& error) {
-        return failed(message::report_failed, error.what());
+        return not_printed(database::words_for(error), error.what());
     }
 }
 
@@ -145,7 +152,8 @@ bool SystemReportPrinter::print_slip(const Report& report) {
     if (!workstation_.choice.is_text_port()) return print(report);
     kept_.clear();
     const std::string text = text_report(report, width, codes_for(workstation_));
-    return workstation_.services.devices.write_port(port, text) || failed(message::report_failed, port);
+    const common::PortFault fault = workstation_.services.devices.write_port(port, text);
+    return fault == common::PortFault::none || not_printed(message::port_words(fault, port), port);
 }
 
 void SystemReportPrinter::preview(const Report& report) {
@@ -153,25 +161,30 @@ void SystemReportPrinter::preview(const Report& report) {
         workstation_.show_pages(std::make_shared<ReportPage>(report),
                                 [this, &report] { return print(report); });
     } catch (const std::exception& error) {
-        failed(message::report_failed, error.what());
+        not_printed(database::words_for(error), error.what());
     }
 }
 
 bool SystemReportPrinter::save_pdf(const Report& report, const fs::path& file) {
-    bool saved = false;
-    try {
-        saved = pages::save_pdf(ReportPage(report), file);
-    } catch (const std::exception& error) {
-        workstation_.services.log.log_event(error.what(), log_code);
-    }
-    return saved || failed(message::naming(message::file_failed, file.string()), file.string());
+    return kept(file, [&] { pages::save_pdf(ReportPage(report), file); });
 }
 
 bool SystemReportPrinter::save_csv(const Report& report, const fs::path& file) {
-    std::ofstream out(file, std::ios::binary);
-    out << report_csv(report);
-    out.close();
-    return out || failed(message::naming(message::file_failed, file.string()), file.string());
+    return kept(file, [&] { common::replace_file(file, report_csv(report), kept_file_mode); });
+}
+
+bool SystemReportPrinter::kept(const fs::path& file, const std::function<void()>& write) {
+    try {
+        write();
+        return true;
+    } catch (const std::exception& error) {
+        return failed(database::with_reason(message::naming(message::file_failed, file.string()), error),
+                      error.what());
+    }
+}
+
+bool SystemReportPrinter::not_printed(std::string_view message, std::string_view reason) {
+    return failed(std::string(message::report_failed) + std::string(message), reason);
 }
 
 bool SystemReportPrinter::failed(std::string_view message, std::string_view reason) {

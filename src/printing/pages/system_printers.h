@@ -64,6 +64,9 @@ class SystemReportPrinter final : public ReportPrinter {
     bool save_csv(const Report& report, const std::filesystem::path& file) override;
 
   private:
+    // Writes a file; a failure is shown and logged.
+    bool kept(const std::filesystem::path& file, const std::function<void()>& write);
+    bool not_printed(std::string_view message, std::string_view reason);
     bool failed(std::string_view message, std::string_view reason);
 
     Workstation workstation_;

@@ -7,11 +7,16 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "common/ports.h"
+#include "common/text.h"
+#include "printing/messages.h"
 #include "printing/pages/paper_picture.h"
 #include "printing/report_printer.h"
 #include "printing/text_receipt.h"
+#include "sales/payment.h"
 #include "sales/sales_desk.h"
 #include "sales/saving.h"
+#include "signin/permissions.h"
 #include "ui/printing/reports.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
@@ -26,8 +31,14 @@ namespace {
 
 // "The test page was sent to port …"
 constexpr std::string_view test_sent = "تم إرسال صفحة التجربة إلى المنفذ ";
-// "The printer does not answer on port …"
-constexpr std::string_view test_failed = "الطابعة لا تستجيب على المنفذ ";
+// "This is the drawer's port: a test page would open it."
+constexpr std::string_view drawer_port = "هذا منفذ الدرج، وصفحة التجربة تفتحه : ";
+
+// "available", "no port", "not available"
+QString state_of(common::PortFault fault) {
+    if (fault == common::PortFault::none) return "متاح";
+    return fault == common::PortFault::not_a_port ? "ليس منفذا" : "غير متاح";
+}
 
 QString port_name(const std::string& port) {
     const bool text_port = printing::PrinterChoice{port}.is_text_port();
@@ -94,7 +105,7 @@ void PrinterSheet::use(ListTable* table) {
 
 void PrinterSheet::show_ports() {
     const printing::PrinterChoice& choice = context_.printer_choice;
-    offers_ = printing::ports_offered(choice);
+    offers_ = printing::ports_offered(choice, context_.session.working_folder);
     const std::string port =
         choice.is_text_port() ? choice.receipt_port : printing::PrinterChoice::system_printer;
     std::vector<QStringList> rows;
@@ -102,12 +113,12 @@ void PrinterSheet::show_ports() {
     for (const printing::PortOffer& offer : offers_) {
         if (offer.port == port) in_use = static_cast<int>(rows.size());
         const QString device = offer.device == offer.port ? QString() : "\u200e" + qt(offer.device);
-        rows.push_back({port_name(offer.port), device, offer.reachable ? "متاح" : "غير متاح"});
+        rows.push_back({port_name(offer.port), device, state_of(offer.fault)});
     }
     for (ListTable* table : {wide_, narrow_}) {
         table->show_rows(rows);
         for (int row = 0; row < table->rowCount(); ++row) {
-            if (offers_[static_cast<std::size_t>(row)].reachable) continue;
+            if (offers_[static_cast<std::size_t>(row)].fault == common::PortFault::none) continue;
             for (int column = 0; column < table->columnCount(); ++column)
                 table->item(row, column)->setForeground(QColor(colour::off));
         }
@@ -128,25 +139,63 @@ printing::PrinterChoice PrinterSheet::marked() const {
 
 void PrinterSheet::choose() {
     if (Sheet::top_of(window()) != this) return;
-    context_.printer_choice = marked();
-    show_ports();
+    guarded(context_.services, "ChoosePrinter", [&] {
+        const printing::PrinterChoice choice = marked();
+        if (!may_choose()) return;
+        if (is_refused(choice)) return;
+        context_.printer_choice = choice;
+        show_ports();
+    });
     used_->setFocus();
+}
+
+bool PrinterSheet::may_choose() {
+    return signin::authorise(context_.session, context_.services.prompts, signin::Action::choose_port);
+}
+
+// A device may be switched on later; a file of the shop never becomes a printer.
+bool PrinterSheet::is_refused(const printing::PrinterChoice& choice) {
+    using common::PortFault;
+    if (!choice.is_text_port()) return false;
+    const PortFault fault = common::port_fault(choice.receipt_port, context_.session.working_folder);
+    if (fault != PortFault::not_a_port) return false;
+    context_.services.prompts.message(printing::message::port_words(fault, choice.receipt_port),
+                                      common::Icon::exclamation);
+    return true;
+}
+
+bool PrinterSheet::opens_drawer(const printing::PrinterChoice& choice) {
+    for (const std::string_view drawer :
+         {std::string_view(context_.session.settings.cash), sales::keyboard_drawer_port}) {
+        if (common::trim(drawer).empty() ||
+            !common::is_same_port(choice.receipt_port, drawer, context_.session.working_folder))
+            continue;
+        context_.services.prompts.message(printing::message::naming(drawer_port, choice.receipt_port),
+                                          common::Icon::exclamation);
+        return true;
+    }
+    return false;
 }
 
 void PrinterSheet::test() {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.services, "TestPrint", [&] {
         const printing::PrinterChoice choice = marked();
+        if (!may_choose()) return;
         if (!choice.is_text_port()) {
             if (context_.reports.print(printing::test_report(context_.session.settings.aname)))
                 say_where_kept(context_);
             return;
         }
-        const bool printed = printing::print_test(context_.services.devices, choice,
-                                                  printing::PrinterCodes::load(context_.connection));
-        context_.services.prompts.message(
-            std::string(printed ? test_sent : test_failed) + choice.receipt_port,
-            printed ? common::Icon::none : common::Icon::exclamation);
+        if (opens_drawer(choice)) return;
+        const common::PortFault fault = printing::print_test(
+            context_.services.devices, choice, printing::PrinterCodes::load(context_.connection));
+        if (fault == common::PortFault::none)
+            context_.services.prompts.message(printing::message::naming(test_sent, choice.receipt_port));
+        else
+            context_.services.prompts.message(std::string(printing::message::test_failed) +
+                                                  printing::message::port_words(fault, choice.receipt_port),
+                                              common::Icon::exclamation);
     });
     used_->setFocus();
 }

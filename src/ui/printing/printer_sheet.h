@@ -37,6 +37,10 @@ class PrinterSheet : public Sheet {
     // The choice under the cursor of the list in use.
     printing::PrinterChoice marked() const;
     void choose();
+    // These say why not.
+    bool may_choose();
+    bool is_refused(const printing::PrinterChoice& choice);
+    bool opens_drawer(const printing::PrinterChoice& choice);
     void test();
     void show_paper();
 

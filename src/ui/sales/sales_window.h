@@ -76,6 +76,7 @@ class SalesWindow : public QWidget {
     bool enter_item(const QString& text);
     bool enter(const sales::Entry& entry);
     bool enter_for_recalled(const QString& text);
+    bool enter_found_for_recalled(const sales::Entry& entry);
     // Enters the text of the entry fields. Returns false if the cashier must deal with it first.
     bool finish_entry();
     void edit_cell(int row, int column, const QString& first);
@@ -93,7 +94,8 @@ class SalesWindow : public QWidget {
     void toggle_payment();
     void focus_payment_fields();
     // Opens the search, for a name or with empty filters, and enters the item taken.
-    bool search(const QString& name = {});
+    bool search(const QString& name = {},
+                bool (SalesWindow::*enter_found)(const sales::Entry&) = &SalesWindow::enter);
     void item_info();
     void quick_quantity();
     void delete_current_line();

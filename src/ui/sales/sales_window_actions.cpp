@@ -62,12 +62,18 @@ bool SalesWindow::enter(const sales::Entry& entry) {
 }
 
 bool SalesWindow::enter_for_recalled(const QString& text) {
+    return enter_found_for_recalled(sales::read_entry(utf8(text)));
+}
+
+bool SalesWindow::enter_found_for_recalled(const sales::Entry& entry) {
     bool entered = false;
+    bool words = false;
     act("EnterItemForRecalled", [&] {
-        entered = desk_.lines().EnterItemForRecalled(sales::read_entry(utf8(text)));
+        words = desk_.lines().is_search(entry);
+        entered = !words && desk_.lines().EnterItemForRecalled(entry);
         entry_bar_->clear();
     });
-    return entered;
+    return words ? search(qt(entry.name), &SalesWindow::enter_found_for_recalled) : entered;
 }
 
 bool SalesWindow::finish_entry() {
@@ -188,12 +194,12 @@ void SalesWindow::focus_payment_fields() {
     }
 }
 
-bool SalesWindow::search(const QString& name) {
+bool SalesWindow::search(const QString& name, bool (SalesWindow::*enter_found)(const sales::Entry&)) {
     if (Sheet::top_of(this) != nullptr) return false;
     SearchPanel panel(this, desk_, name);
     const bool taken = panel.run() == 1;
     focus_entry();
-    return taken && enter(panel.entry());
+    return taken && (this->*enter_found)(panel.entry());
 }
 
 void SalesWindow::item_info() {

@@ -162,8 +162,12 @@ void SearchPanel::search_now() {
                         figure(item.prices[1][0]) + " / " + figure(item.prices[1][1]),
                         figure(item.prices[2][0]) + " / " + figure(item.prices[2][1])});
     }
-    table_->say_when_empty(filters.empty() ? nothing_sought
-                                           : "لا يوجد صنف بهذه البيانات · اكتب جزءا أقصر من الاسم");
+    const std::string_view refusal = sales::search_refusal(filters);
+    if (filters.empty())
+        table_->say_when_empty(nothing_sought);
+    else
+        table_->say_when_empty(refusal.empty() ? "لا يوجد صنف بهذه البيانات · اكتب جزءا أقصر من الاسم"
+                                               : qt(refusal));
     table_->show_rows(rows);
     show_units(table_->currentRow());
     count_->setText(filters.empty() ? QString() : "عدد الأصناف \u200e" + QString::number(found_.size()));
