@@ -14,6 +14,7 @@
 #include "bench/actions.h"
 #include "bench/copies.h"
 #include "bench/day_of_sales.h"
+#include "bench/lists.h"
 #include "bench/report.h"
 #include "bench/shop_data.h"
 #include "ui/widgets/style.h"
@@ -35,7 +36,12 @@ struct Options {
     std::string data;
     std::string page;
     std::string day_of_sales;
+    bool lists_alone = false;
 };
+
+fs::path programs_folder() {
+    return fs::canonical("/proc/self/exe").parent_path();
+}
 
 std::string described(const bench::Counted& held) {
     return fmt::format("{} items, {} stock rows, {} invoices with {} lines, {} days: {:.0f} MB", held.items,
@@ -54,31 +60,43 @@ void add_memory(bench::Report& report, const Options& options) {
                                bench::slope_per_step(second_half) * 1000 / options.step});
 }
 
-int measure(const Options& options) {
-    const fs::path programs = fs::canonical("/proc/self/exe").parent_path();
-    const fs::path data =
-        options.data.empty() ? programs.parent_path() / "bench-data" : fs::path(options.data);
+fs::path data_folder(const Options& options) {
+    return options.data.empty() ? programs_folder().parent_path() / "bench-data" : fs::path(options.data);
+}
+
+void measure_lists(bench::Report& report, const Options& options) {
+    const auto lengths =
+        report.judged || options.lists_alone ? std::vector{100, 1000, 10'000} : std::vector{100};
+    report.lists = bench::measure_lists(data_folder(options), lengths,
+                                        std::max(2, static_cast<int>(10 * options.rounds)),
+                                        options.lists_alone ? options.only : "");
+}
+
+void measure_shops(bench::Report& report, const Options& options) {
+    const fs::path data = data_folder(options);
     const bench::Sizes full{options.size};
     const bench::Sizes tenth{options.size / 10};
     const fs::path shop = bench::shop_of(data, full);
     const fs::path small_shop = bench::shop_of(data, tenth);
+    report.shops = {"full: " + described(bench::count_rows(shop)),
+                    "tenth: " + described(bench::count_rows(small_shop))};
+    const bench::Copies copies(data, shop, full);
+    const bench::Copies small_copies(data, small_shop, tenth);
+    report.timings = bench::measure_actions({programs_folder() / "tallvex", options.only, options.rounds},
+                                            copies, full, small_copies, tenth);
+    if (options.only.empty() || std::string("memory").find(options.only) != std::string::npos) {
+        std::fprintf(stderr, "measuring the memory over %d sales\n", options.sales);
+        report.memory = bench::memory_of_a_day(copies.home(), full, options.sales, options.step);
+        add_memory(report, options);
+    }
+}
 
+int measure(const Options& options) {
     bench::Report report;
     report.judged = options.size == bench::Sizes::full_invoices;
     report.machine = bench::describe_machine();
-    report.shops = {"full: " + described(bench::count_rows(shop)),
-                    "tenth: " + described(bench::count_rows(small_shop))};
-    {
-        const bench::Copies copies(data, shop, full);
-        const bench::Copies small_copies(data, small_shop, tenth);
-        report.timings = bench::measure_actions({programs / "tallvex", options.only, options.rounds}, copies,
-                                                full, small_copies, tenth);
-        if (options.only.empty() || std::string("memory").find(options.only) != std::string::npos) {
-            std::fprintf(stderr, "measuring the memory over %d sales\n", options.sales);
-            report.memory = bench::memory_of_a_day(copies.home(), full, options.sales, options.step);
-            add_memory(report, options);
-        }
-    }
+    if (options.lists_alone || options.only.empty()) measure_lists(report, options);
+    if (!options.lists_alone) measure_shops(report, options);
     std::fputs(("\n" + report.table()).c_str(), stdout);
     if (!options.page.empty()) {
         std::ofstream page(options.page);
@@ -100,6 +118,7 @@ int main(int argc, char** argv) try {
     app.add_option("--size", options.size, "invoices of the shop; budgets hold for 1000000 only")
         ->check(CLI::Range(1000, 10'000'000));
     app.add_option("--only", options.only, "measure the actions whose name has this word");
+    app.add_flag("--lists", options.lists_alone, "measure the lists alone, of 100, 1000 and 10000 rows");
     app.add_option("--rounds", options.rounds, "times the usual rounds")->check(CLI::PositiveNumber);
     app.add_option("--sales", options.sales, "sales of the day whose memory is measured");
     app.add_option("--step", options.step, "sales between two looks at the memory");

@@ -49,15 +49,14 @@ class PaintWatch final : public QObject {
     bool painted_ = false;
 };
 
-void press(QWidget& widget, int key, const QString& text = {},
-           Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+}  // namespace
+
+void press(QWidget& widget, int key, const QString& text, Qt::KeyboardModifiers modifiers) {
     for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
         QKeyEvent event(type, key, modifiers, text);
         QApplication::sendEvent(&widget, &event);
     }
 }
-
-}  // namespace
 
 struct PaintedTill::Parts {
     explicit Parts(Till& till)
@@ -81,12 +80,6 @@ struct PaintedTill::Parts {
         if (entry == nullptr || lines == nullptr)
             throw std::runtime_error("the sales screen has no entry field or no lines");
     }
-    // Lays out and paints all changes into the window's memory at once, without waiting for the next frame.
-    void paint() {
-        QCoreApplication::sendPostedEvents();
-        QEvent frame(QEvent::UpdateRequest);
-        QCoreApplication::sendEvent(&screen, &frame);
-    }
 
     NoReports reports;
     printing::PrinterChoice choice;
@@ -100,6 +93,16 @@ struct PaintedTill::Parts {
 PaintedTill::PaintedTill(Till& till) : parts_(std::make_unique<Parts>(till)), sizes_(till.sizes()) {}
 PaintedTill::~PaintedTill() = default;
 
+ui::SalesWindow& PaintedTill::window() {
+    return parts_->screen;
+}
+
+void PaintedTill::paint() {
+    QCoreApplication::sendPostedEvents();
+    QEvent frame(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(&parts_->screen, &frame);
+}
+
 void PaintedTill::type_code() {
     if (lines() >= 40) clear();
     parts_->entry->setText(QString::fromStdString(rung_up_code(sizes_, next_++)));
@@ -109,7 +112,7 @@ void PaintedTill::enter_and_paint() {
     const std::size_t before = lines();
     const PaintWatch watch(parts_->lines);
     press(*parts_->entry, Qt::Key_Return, "\r");
-    parts_->paint();
+    paint();
     if (lines() != before + 1) throw std::runtime_error("Enter added no line");
     watch.expect_painted();
 }
@@ -130,11 +133,11 @@ double PaintedTill::search_and_paint(const std::string& name) {
         if (field == nullptr || results == nullptr) return;
         for (const QChar letter : QString::fromStdString(name))
             press(*field, 0, QString(letter));
-        parts_->paint();
+        paint();
         watch.emplace(results);
         taken = milliseconds([&] {
             press(*field, Qt::Key_Down);
-            parts_->paint();
+            paint();
         });
         panel->leave();
     });

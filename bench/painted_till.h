@@ -1,12 +1,21 @@
 // The real sales screen on the measured shop, off screen: keys go in, painted pixels come out.
 #pragma once
 
+#include <QString>
 #include <memory>
 #include <string>
 
 #include "bench/till.h"
 
+class QWidget;
+namespace ui {
+class SalesWindow;
+}
+
 namespace bench {
+
+void press(QWidget& widget, int key, const QString& text = {},
+           Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
 class PaintedTill {
   public:
@@ -20,6 +29,10 @@ class PaintedTill {
     // Opens the search panel and types a name. Returns the milliseconds from the key that starts the search
     // to the painted list, without the pause in which the panel waits for further typing.
     double search_and_paint(const std::string& name);
+
+    ui::SalesWindow& window();
+    // Lays out and paints all changes into the window's memory at once, without waiting for the next frame.
+    void paint();
 
   private:
     struct Parts;

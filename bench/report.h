@@ -27,6 +27,22 @@ struct Timing {
     bool met() const;
 };
 
+// A list of one length: opening it, and a key in it, each to the painted rows.
+struct ListTimes {
+    int rows = 0;
+    Samples opening, key;
+};
+
+// A list at several lengths; the longest is judged.
+struct ListTiming {
+    std::string name;
+    std::vector<ListTimes> lengths;
+
+    static constexpr double opening_budget_ms = 150;
+    static constexpr double key_budget_ms = 50;
+    bool met() const;
+};
+
 // A figure other than a time.
 struct Reading {
     std::string name, unit;
@@ -38,6 +54,7 @@ struct Reading {
 struct Report {
     std::vector<Timing> timings;
     std::vector<Reading> readings;
+    std::vector<ListTiming> lists;
     // Resident memory in MB by the number of sales.
     std::vector<std::pair<int, double>> memory;
     // The machine and the contents of the shops, one line each.

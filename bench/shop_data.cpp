@@ -7,7 +7,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <functional>
 #include <stdexcept>
 #include <vector>
 
@@ -28,8 +27,6 @@ using database::Sql;
 
 namespace {
 
-using Cells = std::vector<database::Value>;
-
 database::Value whole(std::int64_t number) {
     return database::Value(number);
 }
@@ -44,8 +41,9 @@ database::Value time_of(const common::Moment& moment) {
     return database::Value(common::Moment{{1900, 1, 1}, moment.time});
 }
 
-// Inserts the rows 1 to `count`, a fixed number in each transaction.
-void fill(database::Connection& connection, database::Fragment insert, std::int64_t count,
+}  // namespace
+
+void fill(Connection& connection, database::Fragment insert, std::int64_t count,
           const std::function<Cells(std::int64_t)>& row) {
     constexpr int rows_per_transaction = 20'000;
     for (std::int64_t number = 1; number <= count;) {
@@ -55,6 +53,8 @@ void fill(database::Connection& connection, database::Fragment insert, std::int6
         connection.execute("commit transaction");
     }
 }
+
+namespace {
 
 // Raise it when the rows change. It is part of a kept file's name, as is the schema, so that an outdated file
 // is not measured.
@@ -215,14 +215,22 @@ void fill_lines(Connection& connection, const Sizes& sizes) {
         });
 }
 
+}  // namespace
+
+void make_goods(Connection& connection, const Sizes& sizes) {
+    database::create_base_schema(connection);
+    database::run_upgrade_list(connection);
+    database::set_till_setting(connection, database::setting::net_from, "1900/01/01");
+    fill_lists(connection);
+    fill_goods(connection, sizes);
+}
+
+namespace {
+
 void make_shop(const fs::path& file, const Sizes& sizes) {
     std::fprintf(stderr, "making a shop of %d invoices, once\n", sizes.invoices);
     const auto connection = database::open_embedded(file, true);
-    database::create_base_schema(*connection);
-    database::run_upgrade_list(*connection);
-    database::set_till_setting(*connection, database::setting::net_from, "1900/01/01");
-    fill_lists(*connection);
-    fill_goods(*connection, sizes);
+    make_goods(*connection, sizes);
     fill_headers(*connection, sizes);
     fill_lines(*connection, sizes);
     fill_movements(*connection, sizes);

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "bench/sizes.h"
 #include "database/connection.h"
@@ -20,6 +22,14 @@ struct Counted {
 std::filesystem::path shop_of(const std::filesystem::path& folder, const Sizes& sizes);
 
 Counted count_rows(const std::filesystem::path& shop);
+
+// Inserts the rows 1 to `count`, a fixed number in each transaction.
+using Cells = std::vector<database::Value>;
+void fill(database::Connection& connection, database::Fragment insert, std::int64_t count,
+          const std::function<Cells(std::int64_t)>& row);
+
+// Makes the tables of a shop without invoices, with its goods, stock, people and settings.
+void make_goods(database::Connection& connection, const Sizes& sizes);
 
 // Adds a shift of each drawer per day, the last ones still open; a voucher, bank row, cash in or out and
 // expense for every 100 invoices; and on every day a transfer to the main drawer and a count of every drawer.

@@ -83,7 +83,9 @@ std::vector<JournalRow> load_journal(database::Connection& connection, std::int6
                                      const common::Date& day, JournalFilter filter) {
     std::vector<JournalRow> journal;
     Parties parties(connection);
-    for (const auto& row : connection.query(journal_statement(store, day, filter))) {
+    const auto rows = connection.query(journal_statement(store, day, filter));
+    parties.read_walk_ins(rows);
+    for (const auto& row : rows) {
         JournalRow line;
         line.number = row.integer("pnum");
         line.kind = row.text("E1") + " " + row.text("E2");

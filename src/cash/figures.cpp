@@ -195,8 +195,10 @@ class RowsBehind {
         FigureRows found;
         if (!is_summed(statement_day, summed.movement, windows_.day)) return found;
         double sum = 0;
-        for (const Row& row :
-             connection_.query(rows_statement(statement_day, summed.movement, drawer_, windows_.day))) {
+        const auto rows =
+            connection_.query(rows_statement(statement_day, summed.movement, drawer_, windows_.day));
+        if (listing.party == &Parties::of_invoice) parties_.read_walk_ins(rows);
+        for (const Row& row : rows) {
             // If a statement has two sums, each row counts in only one of them.
             if (!summed.code.empty() &&
                 (row.null(summed.code) || row.integer(summed.code) != summed.code_value))

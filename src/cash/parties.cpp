@@ -1,5 +1,7 @@
 #include "cash/parties.h"
 
+#include <set>
+
 namespace cash {
 
 using database::Row;
@@ -9,8 +11,27 @@ namespace {
 
 constexpr int vendor_party = 1;  // vencuspay.ztype
 constexpr int tips_payment = 2;  // sales.stype
+constexpr std::string_view walk_ins = "walk-in customer";
 
 }  // namespace
+
+void Parties::read_walk_ins(const database::Result& sales) {
+    constexpr std::size_t codes_of_a_query = 500;
+    std::set<std::int64_t> codes;
+    for (const Row& sale : sales)
+        if (const std::int64_t code = sale.integer("cust_c"); code != 0) codes.insert(code);
+    while (!codes.empty()) {
+        Sql statement("select zcode, zname from cust_cash where zcode in (0");
+        for (std::size_t i = 0; i < codes_of_a_query && !codes.empty(); ++i) {
+            const std::int64_t code = *codes.begin();
+            statement += Sql(",") + code;
+            names_.emplace(std::pair{walk_ins, code}, "");
+            codes.erase(codes.begin());
+        }
+        for (const Row& row : connection_.query(statement + ")"))
+            if (auto& name = names_[{walk_ins, row.integer("zcode")}]; name.empty()) name = row.text("zname");
+    }
+}
 
 std::string Parties::of_invoice(const Row& sale) {
     const std::int64_t code = sale.integer("vcode");
@@ -64,7 +85,7 @@ const std::string& Parties::vendor(std::int64_t code) {
 
 std::string Parties::walk_in(std::int64_t code) {
     if (code == 0) return "";
-    return read("walk-in customer", code, Sql("select * from cust_cash where zcode = ") + code, "zname");
+    return read(walk_ins, code, Sql("select * from cust_cash where zcode = ") + code, "zname");
 }
 
 std::string Parties::receiver(std::int64_t code) {

@@ -16,6 +16,9 @@ class Parties {
   public:
     explicit Parties(database::Connection& connection) : connection_(connection) {}
 
+    // Reads the names of the walk-in customers of these invoices together.
+    void read_walk_ins(const database::Result& sales);
+
     // The account customer, else the vendor, else the walk-in customer, else the receiver of the tips. If the
     // row has the columns customer_name, vendor_name and receiver, their names are taken from there. The
     // walk-in customer is always looked up: their numbers are not unique, so a join could list an invoice

@@ -104,12 +104,11 @@ std::vector<Row> line_rows(Connection& connection, const InvoiceIdentity& invoic
 }
 
 std::vector<ReceiptRow> receipts_of_day(Connection& connection, std::int64_t store, std::int64_t cash_point,
-                                        const common::Date& day, std::size_t limit) {
+                                        const common::Date& day) {
     std::vector<ReceiptRow> rows;
     for (const Row& row : connection.query(Sql("select * from sales where ptype = ") + cash_point +
                                            " and date = " + quoted(day) + " and stcode = " + store +
                                            " order by time_ desc, pnum desc")) {
-        if (rows.size() == limit) break;
         rows.push_back({identity_of(row), payment_of(row.integer("vcode"), row.integer("stype")),
                         common::Amount(row.number("ptot") - row.number("pdis"))});
     }

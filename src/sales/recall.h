@@ -26,9 +26,9 @@ struct ReceiptRow {
     common::Amount net;
 };
 
-// The receipts that this drawer saved on a day, newest first, at most `limit`.
+// The receipts that this drawer saved on a day, newest first.
 std::vector<ReceiptRow> receipts_of_day(database::Connection& connection, std::int64_t store,
-                                        std::int64_t cash_point, const common::Date& day, std::size_t limit);
+                                        std::int64_t cash_point, const common::Date& day);
 
 // The newest invoice of a number in a series (of a store's returns), as it was saved, if there is one.
 // Groups are named from the lists.

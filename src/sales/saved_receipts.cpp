@@ -11,10 +11,8 @@ namespace sales {
 using signin::Action;
 
 std::vector<ReceiptRow> SavedReceipts::receipts_today() {
-    constexpr std::size_t most_receipts = 500;
     return look_up("list the receipts", std::vector<ReceiptRow>(), [&] {
-        return receipts_of_day(connection_, sale_.chosen_store, session_.cash_point, server_date(),
-                               most_receipts);
+        return receipts_of_day(connection_, sale_.chosen_store, session_.cash_point, server_date());
     });
 }
 

@@ -29,12 +29,6 @@ std::string customer_of(const Row& row) {
     return std::to_string(row.integer("cust_c")) + " - " + row.text("zname");
 }
 
-bool matches(const OfferRow& row, const OfferFilter& filter) {
-    if (filter.number && row.number != *filter.number) return false;
-    if (filter.date && row.date != *filter.date) return false;
-    return common::contains_typed(row.customer, filter.customer);
-}
-
 }  // namespace
 
 std::int64_t save_offer(Connection& connection, const OfferHeader& header,
@@ -83,20 +77,24 @@ std::optional<Offer> load_offer(Connection& connection, std::int64_t number) {
     return offer;
 }
 
-std::vector<OfferRow> list_offers(Connection& connection, const OfferFilter& filter) {
+std::vector<OfferRow> list_offers(Connection& connection) {
     std::vector<OfferRow> offers;
     for (const Row& row : connection.query(
              "SELECT offer.date,offer.ofr_num, offer.vcode, offer.cust_c, cust_cash.zname, custdata.cname "
              "FROM "
              "offer LEFT OUTER JOIN custdata ON offer.vcode = custdata.ccode LEFT OUTER JOIN cust_cash ON "
              "offer.cust_c = cust_cash.zcode GROUP BY offer.date,offer.ofr_num, offer.vcode, offer.cust_c, "
-             "cust_cash.zname, custdata.cname")) {
-        OfferRow offer{row.integer("ofr_num"), customer_of(row), row.moment("date").date};
-        if (matches(offer, filter)) offers.push_back(std::move(offer));
-    }
+             "cust_cash.zname, custdata.cname"))
+        offers.push_back({row.integer("ofr_num"), customer_of(row), row.moment("date").date});
     std::stable_sort(offers.begin(), offers.end(),
                      [](const OfferRow& a, const OfferRow& b) { return a.number > b.number; });
     return offers;
+}
+
+bool matches(const OfferRow& offer, const OfferFilter& filter) {
+    if (filter.number && offer.number != *filter.number) return false;
+    if (filter.date && offer.date != *filter.date) return false;
+    return common::contains_typed(offer.customer, filter.customer);
 }
 
 }  // namespace stock

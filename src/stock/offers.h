@@ -49,13 +49,16 @@ struct OfferRow {
     common::Date date;
 };
 
-// Which offers are listed: those of this number, of this date, and with this text in the customer's (in upper
-// or lower case). What is empty does not filter. The newest number comes first.
+// All offers, the newest number first.
+std::vector<OfferRow> list_offers(database::Connection& connection);
+
+// Which offers are sought: those of this number, of this date, and with this text in the customer's (in upper
+// or lower case). What is empty does not filter.
 struct OfferFilter {
     std::optional<std::int64_t> number;
     std::string customer;
     std::optional<common::Date> date;
 };
-std::vector<OfferRow> list_offers(database::Connection& connection, const OfferFilter& filter = {});
+bool matches(const OfferRow& offer, const OfferFilter& filter);
 
 }  // namespace stock

@@ -49,7 +49,12 @@ TEST(Report, NamesWhatMissedItsBudgetAndStillShowsAll) {
     report.timings[1].name = "a slow action";
     report.readings = {{"memory", "MB", 120, 121}, {"growth", "MB", 1, -0.2}};
     report.memory = {{-1, 40}, {0, 60}, {500, 61.25}};
-    EXPECT_THAT(report.missed(), ElementsAre("a slow action", "memory"));
+    // The longest length alone is judged, by both of its figures.
+    report.lists = {{"quick", {{100, {500}, {500}}, {10'000, {150}, {50}}}},
+                    {"slow to open", {{10'000, {151}, {1}}}},
+                    {"slow to answer", {{10'000, {1}, {51}}}}};
+    EXPECT_THAT(report.missed(),
+                ElementsAre("a slow action", "memory", "the list slow to open", "the list slow to answer"));
 
     const std::string page = report.document();
     EXPECT_THAT(
@@ -58,6 +63,10 @@ TEST(Report, NamesWhatMissedItsBudgetAndStillShowsAll) {
             "| an action     |   10 ms |   9.00 ms | 9.00 ms | 3.00 ms |  3.00 | 3.00 ms |          1.50 |"));
     EXPECT_THAT(page, HasSubstr("**Missed**: a slow action"));
     EXPECT_THAT(page, HasSubstr("**Missed**: memory"));
+    EXPECT_THAT(page,
+                HasSubstr("| quick          |   100 |  500 ms | 500 ms |  500 ms |  500 ms |       – |"));
+    EXPECT_THAT(page,
+                HasSubstr("|                | 10000 |  150 ms | 150 ms | 50.0 ms | 50.0 ms |     met |"));
     EXPECT_THAT(page, HasSubstr("| 500 sales     | 61.2 |"));
     EXPECT_THAT(page, HasSubstr("| sign-in shown | 40.0 |"));
     EXPECT_THAT(page, testing::Not(HasSubstr("Every budget is met")));

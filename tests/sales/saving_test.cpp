@@ -210,7 +210,7 @@ TEST(Saving, ReceiptsOfOneNumberAreToldApart) {
 
     EXPECT_EQ(sales::recall_newest(till.connection(), 1, sales::Series::cash_sales, 1)->invoice.net(),
               Amount(75));
-    const auto receipts = sales::receipts_of_day(till.connection(), 1, 1, first.date, 10);
+    const auto receipts = sales::receipts_of_day(till.connection(), 1, 1, first.date);
     ASSERT_EQ(receipts.size(), 2u);
     EXPECT_EQ(sales::recall_invoice(till.connection(), receipts[0])->invoice.net(), Amount(75));
     EXPECT_EQ(sales::recall_invoice(till.connection(), receipts[1])->invoice.net(), Amount(35));
@@ -234,7 +234,7 @@ TEST(Saving, AReturnBelongsToItsSaleAndNotToTheNumber) {
     }
     till.shop.sql("update sales set pnum = 1");
     till.shop.sql("update saledata set pnum = 1");
-    receipts = sales::receipts_of_day(till.connection(), 1, 1, till.invoice().date, 10);
+    receipts = sales::receipts_of_day(till.connection(), 1, 1, till.invoice().date);
     ASSERT_EQ(receipts.size(), 2u);
     const auto left_of = [&](std::size_t receipt) {
         const auto recalled = sales::recall_invoice(till.connection(), receipts[receipt]);

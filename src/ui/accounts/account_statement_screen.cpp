@@ -1,15 +1,12 @@
 #include "ui/accounts/account_statement_screen.h"
 
 #include <QComboBox>
-#include <QFont>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -18,6 +15,7 @@
 #include "ui/printing/reports.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
+#include "ui/widgets/list_table.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -47,52 +45,12 @@ printing::Report report_of(const accounts::AccountStatement& statement, const si
     return report;
 }
 
-void StatementModel::show(const std::vector<accounts::StatementRow>& rows) {
-    beginResetModel();
-    rows_ = rows;
-    endResetModel();
-}
+namespace {
 
-int StatementModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
-}
+constexpr int balance = 3;
+constexpr int description = 4;
 
-int StatementModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(accounts::statement_headings.size());
-}
-
-QVariant StatementModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid()) return {};
-    const accounts::StatementRow& row = rows_[static_cast<std::size_t>(index.row())];
-    const bool balance_only = row.date.empty();  // brought forward, and closing
-    const int column = index.column();
-    switch (role) {
-        case Qt::DisplayRole: {
-            const QString text = qt(row.cells()[static_cast<std::size_t>(column)]);
-            return column < description && !text.isEmpty() ? "\u200e" + text : text;
-        }
-        case Qt::TextAlignmentRole:
-            return QVariant::fromValue(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
-        case Qt::FontRole:
-            if (balance_only || column == 3) {
-                QFont font;
-                font.setPixelSize(px(16));
-                font.setBold(true);
-                return font;
-            }
-            return {};
-        default:
-            return {};
-    }
-}
-
-QVariant StatementModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
-    if (role == Qt::DisplayRole) return qt(accounts::statement_headings[static_cast<std::size_t>(section)]);
-    if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
-    return {};
-}
+}  // namespace
 
 AccountStatementScreen::AccountStatementScreen(QWidget* host, const Context& context)
     : Sheet(host), context_(context), logic_(context.connection, context.services) {
@@ -101,34 +59,22 @@ AccountStatementScreen::AccountStatementScreen(QWidget* host, const Context& con
     body()->setSpacing(px(10));
     body()->addWidget(build_choices());
     body()->addWidget(build_sums());
-    model_ = new StatementModel(this);
-    table_ = new QTableView;
-    table_->setObjectName("statement_rows");
-    table_->setModel(model_);
-    set_role(table_, "sheet");
-    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table_->setSelectionMode(QAbstractItemView::SingleSelection);
-    table_->setTabKeyNavigation(false);
-    table_->setShowGrid(false);
-    table_->setWordWrap(false);
-    table_->installEventFilter(this);
-    table_->verticalHeader()->hide();
-    table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    QStringList headings;
+    for (const auto heading : accounts::statement_headings)
+        headings << qt(heading);
+    table_ = new ListTable("statement_rows", headings, description);
     table_->verticalHeader()->setDefaultSectionSize(px(36));
-    QHeaderView* header = table_->horizontalHeader();
-    header->setSectionsClickable(false);
-    header->setHighlightSections(false);
-    header->setSectionResizeMode(QHeaderView::Fixed);
-    for (const auto& [column, width] : {std::pair(0, 120), {1, 125}, {2, 125}, {3, 135}, {5, 200}})
-        header->resizeSection(column, px(width));
-    header->setSectionResizeMode(StatementModel::description, QHeaderView::Stretch);
+    // The balance, and the rows that hold nothing else: brought forward, and closing.
+    table_->set_look([this](int row, int column) {
+        const bool dated = !table_->model()->index(row, 0).data().toString().isEmpty();
+        return column == balance || !dated ? CellLook::strong : CellLook::plain;
+    });
     body()->addWidget(table_, 1);
     row_text_ = label({}, "side");
     row_text_->setObjectName("statement_row_text");
     row_text_->setWordWrap(true);
     body()->addWidget(row_text_);
-    connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this](const QModelIndex& now) { show_row_text(now.row()); });
+    connect(table_, &ListTable::row_chosen, this, &AccountStatementScreen::show_row_text);
     empty_ = label("اختر العميل والمدة ثم اضغط عرض", "plain");
     empty_->setObjectName("statement_empty");
     empty_->setAlignment(Qt::AlignCenter);
@@ -237,15 +183,23 @@ void AccountStatementScreen::keep_shown() {
 
 void AccountStatementScreen::repaint_statement() {
     const bool shown = !logic_.rows().empty();
-    model_->show(logic_.rows());
+    std::vector<QStringList> rows;
+    rows.reserve(logic_.rows().size());
+    for (const accounts::StatementRow& row : logic_.rows()) {
+        QStringList texts;
+        for (const std::string& cell : row.cells())
+            texts << (texts.size() < description && !cell.empty() ? "\u200e" + qt(cell) : qt(cell));
+        rows.push_back(std::move(texts));
+    }
+    table_->show_rows(std::move(rows));
     const common::Amount sums[] = {logic_.brought_forward(), logic_.debits(), logic_.credits(),
                                    logic_.closing()};
     for (std::size_t i = 0; i < std::size(sums); ++i)
         sums_[i]->setText(shown ? qt(sums[i].text()) : QString("—"));
     table_->setVisible(shown);
     empty_->setVisible(!shown);
+    show_row_text(table_->current_row());
     if (shown) {
-        table_->setCurrentIndex(model_->index(0, 0));
         // Two of the rows are balances.
         note_->setText("عدد الحركات " + QString::number(logic_.rows().size() - 2));
     }
@@ -256,12 +210,10 @@ void AccountStatementScreen::repaint_statement() {
 // Shows in full what does not fit into its column.
 void AccountStatementScreen::show_row_text(int row) {
     QStringList texts;
-    for (int column = StatementModel::description; column < model_->columnCount() && row >= 0; ++column) {
-        const QString text = model_->index(row, column).data().toString();
+    for (int column = description; column < table_->model()->columnCount() && row >= 0; ++column) {
+        const QString text = table_->model()->index(row, column).data().toString();
         if (table_->fontMetrics().horizontalAdvance(text) > table_->columnWidth(column) - px(18))
-            texts << model_->headerData(column, Qt::Horizontal, Qt::DisplayRole)
-                             .toString()
-                             .remove(QChar(0x640)) +
+            texts << table_->model()->headerData(column, Qt::Horizontal).toString().remove(QChar(0x640)) +
                          ": " + text;
     }
     row_text_->setText(texts.join("\n"));
@@ -304,19 +256,6 @@ void AccountStatementScreen::take_focus() {
     } else {
         form_.field("statement_customer")->setFocus();
     }
-}
-
-bool AccountStatementScreen::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == table_ && event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        if (key == Qt::Key_Home || key == Qt::Key_End) {
-            // Home and End select the first and the last row, not column. From right to left selectRow()
-            // would find no column at the edge of the view, and so no row.
-            table_->setCurrentIndex(model_->index(key == Qt::Key_Home ? 0 : model_->rowCount() - 1, 0));
-            return true;
-        }
-    }
-    return Sheet::eventFilter(watched, event);
 }
 
 void AccountStatementScreen::resizeEvent(QResizeEvent* event) {

@@ -1,7 +1,6 @@
 // The account statement: a customer's movements between two dates with the running balance.
 #pragma once
 
-#include <QAbstractTableModel>
 #include <optional>
 #include <vector>
 
@@ -13,32 +12,13 @@
 
 class QLabel;
 class QPushButton;
-class QTableView;
 
 namespace ui {
 
 class Figure;
+class ListTable;
 
 printing::Report report_of(const accounts::AccountStatement& statement, const signin::Session& session);
-
-// The rows as a table; thousands of them cost no more than those on the screen.
-class StatementModel : public QAbstractTableModel {
-    Q_OBJECT
-  public:
-    using QAbstractTableModel::QAbstractTableModel;
-    // The column of the description, which is stretched.
-    static constexpr int description = 4;
-
-    void show(const std::vector<accounts::StatementRow>& rows);
-
-    int rowCount(const QModelIndex& parent = {}) const override;
-    int columnCount(const QModelIndex& parent = {}) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-
-  private:
-    std::vector<accounts::StatementRow> rows_;
-};
 
 class AccountStatementScreen : public Sheet {
     Q_OBJECT
@@ -50,7 +30,6 @@ class AccountStatementScreen : public Sheet {
   protected:
     void take_focus() override;
     void resizeEvent(QResizeEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     QWidget* build_choices();
@@ -75,8 +54,7 @@ class AccountStatementScreen : public Sheet {
     printing::Report paper_;
     std::int64_t shown_customer_ = 0;
     Figure* sums_[4];
-    StatementModel* model_;
-    QTableView* table_;
+    ListTable* table_;
     QLabel* empty_;
     QLabel* note_;
     QLabel* row_text_;

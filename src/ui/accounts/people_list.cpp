@@ -23,16 +23,9 @@
 
 namespace ui {
 
-namespace {
-
-// A long list shows only its first rows; typing finds the others.
-constexpr std::size_t most_shown = 500;
-
-}  // namespace
-
 PeopleList::PeopleList(QWidget* host, const QString& name, const QString& title, const QStringList& headings,
                        int stretch, std::function<std::vector<Person>()> load)
-    : Sheet(host, title), load_(std::move(load)), name_(name) {
+    : Sheet(host, title), load_(std::move(load)), name_(name), pause_([this] { narrow(); }) {
     search_ = text_field(name + "_search");
     set_hint(search_, "كود أو جزء من الاسم");
     body()->addWidget(captioned("&بحث", search_));
@@ -46,7 +39,7 @@ PeopleList::PeopleList(QWidget* host, const QString& name, const QString& title,
     buttons_->setSpacing(px(10));
     body()->addLayout(buttons_);
 
-    connect(search_, &QLineEdit::textChanged, this, &PeopleList::narrow);
+    connect(search_, &QLineEdit::textChanged, this, [this] { pause_.begin(); });
     connect(list_, &ListTable::left_upwards, search_, qOverload<>(&QWidget::setFocus));
     connect(list_, &ListTable::row_taken, this, [this] {
         if (!actions_.empty()) act(actions_.front());
@@ -70,51 +63,51 @@ void PeopleList::take_focus() {
 
 void PeopleList::reload() {
     people_ = load_();
+    sought_.clear();
+    std::vector<QStringList> rows;
+    for (const Person& person : people_) {
+        rows.push_back(person.cells);
+        sought_.push_back(utf8(person.cells.mid(1).join('\n')));
+    }
+    list_->say_when_empty(people_.empty() ? "القائمة فارغة · أضف أول اسم بالزر أسفلها"
+                                          : "لا يوجد ما يطابق البحث · اكتب جزءا أقصر من الاسم");
+    list_->show_rows(std::move(rows));
     narrow();
 }
 
 void PeopleList::narrow() {
-    const std::string wanted = utf8(search_->text().trimmed());
-    std::vector<QStringList> rows;
-    shown_.clear();
-    std::size_t found = 0;
-    for (const Person& person : people_) {
-        const bool fits = wanted.empty() || person.code == common::parse_integer(wanted) ||
-                          std::any_of(person.cells.begin() + 1, person.cells.end(), [&](const QString& cell) {
-                              return common::contains_typed(utf8(cell), wanted);
-                          });
-        if (!fits || ++found > most_shown) continue;
-        shown_.push_back(person.code);
-        rows.push_back(person.cells);
-    }
-    list_->say_when_empty(people_.empty() ? "القائمة فارغة · أضف أول اسم بالزر أسفلها"
-                                          : "لا يوجد ما يطابق البحث · اكتب جزءا أقصر من الاسم");
-    list_->show_rows(rows);
-    QString said = found == 0 ? QString("لا يوجد ما يطابق البحث") : "العدد " + QString::number(found);
-    if (people_.empty()) said = "القائمة فارغة";
-    if (found > most_shown) said += QString(" · المعروض أول %1").arg(most_shown);
-    count_->setText(said);
+    const std::string typed = utf8(search_->text().trimmed());
+    const auto code = common::parse_integer(typed);
+    list_->narrow([&](int row) {
+        const auto at = static_cast<std::size_t>(row);
+        return people_[at].code == code || common::contains_typed(sought_[at], typed);
+    });
+    const int found = list_->shown_count();
+    count_->setText(people_.empty() ? QString("القائمة فارغة")
+                    : found == 0    ? QString("لا يوجد ما يطابق البحث")
+                                    : "العدد " + QString::number(found));
 }
 
 void PeopleList::act(const Offered& offered) {
     if (Sheet::top_of(window()) != this) return;
-    const auto row = static_cast<std::size_t>(std::max(list_->currentRow(), 0));
-    const bool chosen = list_->currentRow() >= 0 && row < shown_.size();
-    if (offered.needs_person && !chosen) {
+    pause_.end();
+    const int row = list_->current_row();
+    if (offered.needs_person && row < 0) {
         search_->setFocus();
         return;
     }
-    if (offered.action(chosen ? shown_[row] : 0)) {
+    if (offered.action(row < 0 ? 0 : people_[static_cast<std::size_t>(row)].code)) {
         reload();
-        list_->setCurrentCell(static_cast<int>(row), 0);
+        if (row >= 0) list_->choose_row(row);
     }
-    if (list_->rowCount() > 0) list_->setFocus();
+    if (list_->shown_count() > 0) list_->setFocus();
 }
 
 void PeopleList::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
         case Qt::Key_Down:
-            if (list_->rowCount() > 0) list_->setFocus();
+            pause_.end();
+            if (list_->shown_count() > 0) list_->setFocus();
             event->accept();
             return;
         case Qt::Key_Return:

@@ -8,6 +8,7 @@
 #include "accounts/tips_receiver.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/form.h"
+#include "ui/widgets/search_pause.h"
 #include "ui/widgets/sheet.h"
 
 class QHBoxLayout;
@@ -51,9 +52,10 @@ class PeopleList : public Sheet {
 
     std::function<std::vector<Person>()> load_;
     std::vector<Person> people_;
-    std::vector<std::int64_t> shown_;
+    std::vector<std::string> sought_;  // the texts of each person that a search looks in
     std::vector<Offered> actions_;
     QString name_;
+    SearchPause pause_;
     QLineEdit* search_;
     ListTable* list_;
     QLabel* count_;

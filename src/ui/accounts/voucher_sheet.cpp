@@ -314,7 +314,7 @@ VoucherList::VoucherList(QWidget* host, const Context& context, accounts::Vouche
     body()->addWidget(table_, 1);
     auto* row = new QHBoxLayout;
     row->setSpacing(px(10));
-    set_role(foot_button(row, "vouchers_take", "&تعديل  Enter", 2, [this] { take(table_->currentRow()); }),
+    set_role(foot_button(row, "vouchers_take", "&تعديل  Enter", 2, [this] { take(table_->current_row()); }),
              "main");
     foot_button(row, "vouchers_back", "&رجوع", 1, [this] { leave(0); });
     body()->addLayout(row);
@@ -335,7 +335,7 @@ bool VoucherList::open() {
 }
 
 void VoucherList::take_focus() {
-    if (table_->rowCount() > 0) {
+    if (table_->shown_count() > 0) {
         table_->setFocus();
     } else {
         form_.field("vouchers_from")->setFocus();
@@ -361,9 +361,9 @@ bool VoucherList::list() {
                         "\u200e" + qt(entry.key.amount.text())});
     }
     table_->say_when_empty("لا توجد إيصالات في هذه المدة · غير التاريخين ثم اضغط عرض");
-    table_->show_rows(rows);
-    count_->setText(rows.empty() ? QString("لا توجد إيصالات في هذه المدة")
-                                 : "عدد الإيصالات " + QString::number(rows.size()));
+    table_->show_rows(std::move(rows));
+    count_->setText(vouchers_.empty() ? QString("لا توجد إيصالات في هذه المدة")
+                                      : "عدد الإيصالات " + QString::number(vouchers_.size()));
     return true;
 }
 

@@ -92,7 +92,7 @@ void WalkInSheet::show_results() {
                         "\u200e" + QString::number(found.code)});
     }
     results_->say_when_empty("لا يوجد عميل بهذه البيانات · أكمل بياناته لتسجيله عميلا جديدا");
-    results_->show_rows(rows);
+    results_->show_rows(std::move(rows));
 }
 
 void WalkInSheet::search(Search by, std::string_view field, QWidget* next) {
@@ -101,7 +101,7 @@ void WalkInSheet::search(Search by, std::string_view field, QWidget* next) {
     show_results();
     // A new customer may have no telephone or e-mail: an empty field lists everybody and typing goes on.
     const bool browsing = field == "walk_in_name" || !form_.line(field)->text().trimmed().isEmpty();
-    QWidget* to = browsing && results_->rowCount() > 0 ? results_ : next;
+    QWidget* to = browsing && results_->shown_count() > 0 ? results_ : next;
     to->setFocus();
 }
 
@@ -127,7 +127,7 @@ void WalkInSheet::confirm() {
 }
 
 void WalkInSheet::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Down && results_->rowCount() > 0) {
+    if (event->key() == Qt::Key_Down && results_->shown_count() > 0) {
         results_->setFocus();
         event->accept();
         return;

@@ -57,12 +57,12 @@ DailyStatementScreen::DailyStatementScreen(QWidget* host, const Context& context
     row_note_->setObjectName("journal_note");
     row_note_->setWordWrap(true);
     body()->addWidget(row_note_);
-    connect(journal_, &QTableWidget::currentCellChanged, this, [this](int row) { show_row_note(row); });
+    connect(journal_, &ListTable::row_chosen, this, &DailyStatementScreen::show_row_note);
 
     connect(statement_, &FigureLedger::opened, this, &DailyStatementScreen::open_figure);
     for (FigureLedger* ledger : {statement_, summary_}) {
         connect(ledger, &FigureLedger::left_downwards, this, [this] {
-            if (journal_->rowCount() > 0) journal_->setFocus();
+            if (journal_->shown_count() > 0) journal_->setFocus();
         });
         connect(ledger, &FigureLedger::left_upwards, date_, qOverload<>(&QWidget::setFocus));
     }
@@ -248,9 +248,9 @@ void DailyStatementScreen::show_journal() {
     journal_->say_when_empty(logic_.filter() == cash::JournalFilter::all
                                  ? "لا توجد فواتير في هذا اليوم · اختار يوما آخر أو خزينة أخرى"
                                  : "لا توجد فواتير من هذا النوع في هذا اليوم · اختر الكل");
-    journal_->show_rows(rows);
     count_->setText("عدد الفواتير " + QString::number(rows.size()));
-    show_row_note(journal_->currentRow());
+    journal_->show_rows(std::move(rows));
+    show_row_note(journal_->current_row());
 }
 
 // The column has room only for the first words of a note. The line is shown as long as any row has a note.
@@ -323,7 +323,7 @@ FigureRowsSheet::FigureRowsSheet(QWidget* host, const QString& caption, const ca
                          "\u200e" + qt(common::format_amount(row.amount))});
     }
     table_->say_when_empty("لا توجد حركات في هذا البند");
-    table_->show_rows(texts);
+    table_->show_rows(std::move(texts));
     body()->addWidget(table_);
 
     auto* foot = new QHBoxLayout;

@@ -229,7 +229,7 @@ void ShiftSide::show_shifts() {
         rows.push_back({QString::number(shift->number), "\u200e" + qt(shift->start),
                         shift->end.empty() ? QString("مفتوحة") : "\u200e" + qt(shift->end)});
     }
-    shifts_->show_rows(rows);
+    shifts_->show_rows(std::move(rows));
 }
 
 void ShiftSide::start_shift() {

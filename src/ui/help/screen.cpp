@@ -17,7 +17,7 @@
 namespace ui {
 
 HelpScreen::HelpScreen(QWidget* host, const QString& anchor)
-    : Sheet(host), guide_(HelpGuide::carried_text()), page_(new HelpPage) {
+    : Sheet(host), guide_(HelpGuide::carried_text()), page_(new HelpPage), pause_([this] { search(); }) {
     setObjectName("help");
     setMinimumSize(px(620), px(460));
     body()->setSpacing(px(10));
@@ -35,7 +35,7 @@ HelpScreen::HelpScreen(QWidget* host, const QString& anchor)
     fill_contents();
     page_->installEventFilter(this);
     contents_->installEventFilter(this);
-    connect(contents_, &QTableWidget::currentCellChanged, this, [this](int row) {
+    connect(contents_, &ListTable::row_chosen, this, [this](int row) {
         if (row >= 0) go_to({static_cast<std::size_t>(row), 0});
     });
     connect(contents_, &ListTable::row_taken, this, [this] { page_->setFocus(); });
@@ -58,7 +58,7 @@ QWidget* HelpScreen::build_head() {
     set_hint(words_, "بحث في الدليل");
     words_->setMaxLength(60);
     words_->installEventFilter(this);
-    connect(words_, &QLineEdit::textEdited, this, &HelpScreen::search);
+    connect(words_, &QLineEdit::textEdited, this, [this] { pause_.begin(); });
     row->addWidget(words_, 1);
     count_ = label({}, "side", "help_count");
     count_->setMinimumWidth(px(190));
@@ -102,8 +102,8 @@ void HelpScreen::fill_contents() {
         if (!found_[at].empty()) title += "  (" + QString::number(found_[at].size()) + ")";
         rows.push_back({title});
     }
-    contents_->show_rows(rows);
-    contents_->setCurrentCell(static_cast<int>(shown_.chapter), 0);
+    contents_->show_rows(std::move(rows));
+    contents_->choose_row(static_cast<int>(shown_.chapter));
 }
 
 void HelpScreen::show_place(const HelpPlace& place) {
@@ -114,7 +114,7 @@ void HelpScreen::show_place(const HelpPlace& place) {
     match_ = -1;
     page_->mark(found_[place.chapter], match_);
     const QSignalBlocker quiet(contents_);
-    contents_->setCurrentCell(static_cast<int>(place.chapter), 0);
+    contents_->choose_row(static_cast<int>(place.chapter));
 }
 
 void HelpScreen::go_to(const HelpPlace& place) {
@@ -165,6 +165,7 @@ void HelpScreen::show_first_from(std::size_t chapter) {
 }
 
 void HelpScreen::enter() {
+    pause_.end();
     if (match_ + 1 < static_cast<int>(found_[shown_.chapter].size())) {
         page_->mark(found_[shown_.chapter], ++match_);
     } else if (std::any_of(found_.begin(), found_.end(), [](const auto& found) { return !found.empty(); })) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ui/help/guide.h"
+#include "ui/widgets/search_pause.h"
 #include "ui/widgets/sheet.h"
 
 class QLabel;
@@ -49,6 +50,7 @@ class HelpScreen : public Sheet {
     QLabel* count_;
     ListTable* contents_;
     HelpPage* page_;
+    SearchPause pause_;
 };
 
 }  // namespace ui

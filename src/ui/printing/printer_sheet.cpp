@@ -18,7 +18,6 @@
 #include "sales/saving.h"
 #include "signin/permissions.h"
 #include "ui/printing/reports.h"
-#include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
@@ -82,6 +81,10 @@ PrinterSheet::PrinterSheet(QWidget* host, const Context& context, const sales::S
 ListTable* PrinterSheet::add_list(const char* name) {
     auto* table = new ListTable(name, {"المنفذ", "الجهاز", "الحالة"}, 1);
     table->setMinimumHeight(px(360));
+    table->set_look([this](int row, int) {
+        return offers_[static_cast<std::size_t>(row)].fault == common::PortFault::none ? CellLook::plain
+                                                                                       : CellLook::dimmed;
+    });
     table->installEventFilter(this);
     return table;
 }
@@ -99,8 +102,8 @@ bool PrinterSheet::eventFilter(QObject* watched, QEvent* event) {
 // Both lists share one cursor; the other list shows none.
 void PrinterSheet::use(ListTable* table) {
     used_ = table;
-    (table == wide_ ? narrow_ : wide_)->setCurrentCell(-1, -1);
-    if (table->currentRow() < 0) table->setCurrentCell(0, 0);
+    (table == wide_ ? narrow_ : wide_)->choose_row(-1);
+    if (table->current_row() < 0) table->choose_row(0);
 }
 
 void PrinterSheet::show_ports() {
@@ -115,23 +118,17 @@ void PrinterSheet::show_ports() {
         const QString device = offer.device == offer.port ? QString() : "\u200e" + qt(offer.device);
         rows.push_back({port_name(offer.port), device, state_of(offer.fault)});
     }
-    for (ListTable* table : {wide_, narrow_}) {
+    for (ListTable* table : {wide_, narrow_})
         table->show_rows(rows);
-        for (int row = 0; row < table->rowCount(); ++row) {
-            if (offers_[static_cast<std::size_t>(row)].fault == common::PortFault::none) continue;
-            for (int column = 0; column < table->columnCount(); ++column)
-                table->item(row, column)->setForeground(QColor(colour::off));
-        }
-    }
     use(choice.line_width == printing::narrow_roll.columns ? narrow_ : wide_);
-    used_->setCurrentCell(in_use, 0);
+    used_->choose_row(in_use);
     current_->setText(QString("البون يطبع الآن على: %1\u200f · %2 حرفا في السطر")
                           .arg(port_name(port))
                           .arg(choice.line_width));
 }
 
 printing::PrinterChoice PrinterSheet::marked() const {
-    const int row = used_->currentRow();
+    const int row = used_->current_row();
     if (row < 0 || static_cast<std::size_t>(row) >= offers_.size()) return context_.printer_choice;
     const printing::RollWidth& roll = used_ == wide_ ? printing::wide_roll : printing::narrow_roll;
     return {offers_[static_cast<std::size_t>(row)].port, roll.columns};

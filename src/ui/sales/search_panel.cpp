@@ -21,7 +21,6 @@ namespace ui {
 
 namespace {
 
-constexpr int pause_ms = 150;
 constexpr auto nothing_sought = "اكتب أول اسم الصنف أو كوده أو مرر الباركود";
 
 bool is_number(const QString& text) {
@@ -43,7 +42,7 @@ QString figure(const std::string& text) {
 }  // namespace
 
 SearchPanel::SearchPanel(QWidget* host, sales::SalesDesk& desk, const QString& name)
-    : Sheet(host, "بحث عن صنف"), desk_(desk) {
+    : Sheet(host, "بحث عن صنف"), desk_(desk), pause_([this] { search_now(); }) {
     setObjectName("search_panel");
     setProperty(keys_property, {});  // a barcode may be scanned into the search
     const double width = std::min(1180.0, host->window()->width() * 16.0 / font().pixelSize() - 40);
@@ -53,13 +52,10 @@ SearchPanel::SearchPanel(QWidget* host, sales::SalesDesk& desk, const QString& n
 
     build_units();
 
-    connect(table_, &QTableWidget::currentCellChanged, this, [this](int row) { show_units(row); });
+    connect(table_, &ListTable::row_chosen, this, &SearchPanel::show_units);
 
-    pause_.setSingleShot(true);
-    pause_.setInterval(pause_ms);
-    connect(&pause_, &QTimer::timeout, this, &SearchPanel::search_now);
-    connect(contains_, &QCheckBox::toggled, this, &SearchPanel::search_now);
-    connect(hide_stopped_, &QCheckBox::toggled, this, &SearchPanel::search_now);
+    connect(contains_, &QCheckBox::toggled, this, [this] { pause_.search(); });
+    connect(hide_stopped_, &QCheckBox::toggled, this, [this] { pause_.search(); });
     connect(table_, &ListTable::row_taken, this, &SearchPanel::take);
     connect(table_, &ListTable::left_upwards, name_, qOverload<>(&QWidget::setFocus));
     name_->setText(name);
@@ -103,8 +99,8 @@ void SearchPanel::build_table(bool narrow) {
     table_->setMinimumHeight(px(330));
     table_->say_when_empty(nothing_sought);
     // On a narrow screen the name needs the space; the prices of the current row are shown below anyway.
-    for (int at = table_->columnCount() - 2; at < table_->columnCount(); ++at)
-        table_->setColumnHidden(at, narrow);
+    for (const auto at : {headings.size() - 2, headings.size() - 1})
+        table_->setColumnHidden(static_cast<int>(at), narrow);
     table_->installEventFilter(this);
     body()->addWidget(table_, 1);
 }
@@ -126,7 +122,7 @@ void SearchPanel::build_units() {
 QLineEdit* SearchPanel::filter_field(const char* name) {
     QLineEdit* field = text_field(name);
     field->setMaxLength(100);
-    connect(field, &QLineEdit::textEdited, this, [this] { pause_.start(); });
+    connect(field, &QLineEdit::textEdited, this, [this] { pause_.begin(); });
     return field;
 }
 
@@ -135,12 +131,11 @@ QComboBox* SearchPanel::filter_list(const char* name, const std::vector<common::
     QComboBox* list = choice_list(name);
     list->setMinimumContentsLength(4);
     fill_optional_choices(list, choices, 0);
-    connect(list, &QComboBox::currentTextChanged, this, [this] { pause_.start(); });
+    connect(list, &QComboBox::currentTextChanged, this, [this] { pause_.begin(); });
     return list;
 }
 
 void SearchPanel::search_now() {
-    pause_.stop();
     sales::SearchFilters filters;
     filters.name = utf8(name_->text().trimmed());
     filters.name_contains = contains_->isChecked();
@@ -168,8 +163,8 @@ void SearchPanel::search_now() {
     else
         table_->say_when_empty(refusal.empty() ? "لا يوجد صنف بهذه البيانات · اكتب جزءا أقصر من الاسم"
                                                : qt(refusal));
-    table_->show_rows(rows);
-    show_units(table_->currentRow());
+    table_->show_rows(std::move(rows));
+    show_units(table_->current_row());
     count_->setText(filters.empty() ? QString() : "عدد الأصناف \u200e" + QString::number(found_.size()));
 }
 
@@ -195,7 +190,7 @@ void SearchPanel::show_units(int row) {
 }
 
 void SearchPanel::choose_next_unit(int step) {
-    const sales::FoundItem* item = item_at(table_->currentRow());
+    const sales::FoundItem* item = item_at(table_->current_row());
     if (item == nullptr) return;
     for (int unit = units_->value() + step; unit >= 1 && unit <= 3; unit += step) {
         if (!item->units[unit - 1]) continue;
@@ -213,19 +208,19 @@ void SearchPanel::take(int row) {
 
 void SearchPanel::enter() {
     // From a filter Enter takes the first match of what is typed now, not of what was listed before.
-    if (pause_.isActive()) search_now();
+    pause_.end();
     // A number in the name field was scanned: it is a barcode.
     if (found_.empty() && name_->hasFocus() && name_->text().size() >= 4 && is_number(name_->text())) {
         number_->setText(name_->text().trimmed());
         name_->clear();
         search_now();
     }
-    take(table_->currentRow());
+    take(table_->current_row());
 }
 
 void SearchPanel::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Down) {
-        if (pause_.isActive()) search_now();
+        pause_.end();
         table_->setFocus();
         event->accept();
     } else {

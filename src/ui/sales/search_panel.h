@@ -1,10 +1,10 @@
 // The item search: filters above, and below them the matches, which follow the typing.
 #pragma once
 
-#include <QTimer>
 #include <vector>
 
 #include "sales/search.h"
+#include "ui/widgets/search_pause.h"
 #include "ui/widgets/sheet.h"
 
 class QCheckBox;
@@ -62,8 +62,7 @@ class SearchPanel : public Sheet {
     Segments* units_;
     QLabel* prices_;
     std::vector<sales::FoundItem> found_;
-    // Runs the search once the typing pauses, so that no key waits for a query.
-    QTimer pause_;
+    SearchPause pause_;
     sales::Entry entry_;
 };
 

@@ -54,7 +54,7 @@ ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesDesk& desk)
     table_ = new ListTable("receipts", {"رقم البون", "الوقت", "النوع", "الدفع", "الصافي"}, 2);
     table_->setMinimumHeight(px(380));
     table_->say_when_empty("لم يحفظ هذا الدرج أي بون اليوم");
-    table_->show_rows(texts);
+    table_->show_rows(std::move(texts));
     body()->addWidget(table_, 1);
 
     QHBoxLayout* buttons = add_row();
@@ -73,7 +73,7 @@ void ReceiptsSheet::take_focus() {
 const sales::ReceiptRow* ReceiptsSheet::chosen() {
     // A second press of a button is ignored while a box is open.
     if (Sheet::top_of(window()) != this) return nullptr;
-    const int row = table_->currentRow();
+    const int row = table_->current_row();
     if (row >= 0 && static_cast<std::size_t>(row) < rows_.size())
         return &rows_[static_cast<std::size_t>(row)];
     return nullptr;

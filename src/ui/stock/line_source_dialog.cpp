@@ -88,7 +88,7 @@ LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales:
 // Puts the cursor on the store that already supplies the line, or on the first one that holds enough. If
 // there is none, a hasty Enter must take nothing.
 void LineSourceDialog::choose_first_store() {
-    table_->setCurrentCell(-1, -1);
+    table_->choose_row(-1);
     const auto& stores = logic_.stores();
     const std::int64_t now = item_.row ? desk_.invoice().lines[*item_.row].source_store : 0;
     const auto found = std::find_if(stores.begin(), stores.end(), [&](const stock::StoreHolding& store) {
@@ -96,7 +96,7 @@ void LineSourceDialog::choose_first_store() {
         return store.store != desk_.invoice().store &&
                stock::stock_suffices(store.quantity, item_.quantity * item_.factor);
     });
-    if (found != stores.end()) table_->setCurrentCell(static_cast<int>(found - stores.begin()), 0);
+    if (found != stores.end()) table_->choose_row(static_cast<int>(found - stores.begin()));
 }
 
 void LineSourceDialog::take_focus() {
@@ -104,7 +104,7 @@ void LineSourceDialog::take_focus() {
 }
 
 void LineSourceDialog::show_stores(int unit) {
-    const int cursor = table_->currentRow();
+    const int cursor = table_->current_row();
     double factor = 1;
     for (const auto& offered : logic_.units()) {
         if (offered.code == unit) factor = offered.factor;
@@ -116,14 +116,14 @@ void LineSourceDialog::show_stores(int unit) {
                             ? QString("مخزن البيع")
                             : "\u200e" + qt(common::format_quantity(store.quantity / factor))});
     }
-    table_->show_rows(rows);
-    table_->setCurrentCell(cursor, 0);
+    table_->show_rows(std::move(rows));
+    table_->choose_row(cursor);
 }
 
 void LineSourceDialog::confirm() {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.services, "LineSource", [&] {
-        const int row = table_->currentRow();
+        const int row = table_->current_row();
         const auto& stores = logic_.stores();
         const bool chosen = row >= 0 && static_cast<std::size_t>(row) < stores.size();
         const std::int64_t store = chosen ? stores[static_cast<std::size_t>(row)].store : 0;

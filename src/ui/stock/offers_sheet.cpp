@@ -44,7 +44,7 @@ void keep_offer(QWidget* host, const Context& context, sales::SalesDesk& desk) {
 }
 
 OffersSheet::OffersSheet(QWidget* host, const Context& context, sales::SalesDesk& desk)
-    : Sheet(host, "عروض الأسعار"), context_(context), desk_(desk) {
+    : Sheet(host, "عروض الأسعار"), context_(context), desk_(desk), pause_([this] { narrow(); }) {
     setObjectName("offers_screen");
     set_card_width(760);
     customer_ = text_field("offers_customer");
@@ -66,47 +66,45 @@ OffersSheet::OffersSheet(QWidget* host, const Context& context, sales::SalesDesk
     foot_button(buttons, "offers_back", "ر&جوع", 1, [this] { leave(0); });
 
     for (QLineEdit* field : {customer_, number_, date_})
-        connect(field, &QLineEdit::textChanged, this, &OffersSheet::search);
+        connect(field, &QLineEdit::textChanged, this, [this] { pause_.begin(); });
     connect(table_, &ListTable::row_taken, this, [this] { enter(); });
     connect(table_, &ListTable::left_upwards, customer_, qOverload<>(&QWidget::setFocus));
-    search();
+    read();
 }
 
 void OffersSheet::take_focus() {
     customer_->setFocus();
 }
 
+void OffersSheet::read() {
+    guarded(context_.services, "ListOffers", [&] { offers_ = stock::list_offers(context_.connection); });
+    std::vector<QStringList> rows;
+    for (const stock::OfferRow& offer : offers_)
+        rows.push_back({"\u200e" + QString::number(offer.number), qt(offer.customer),
+                        "\u200e" + qt(common::date_text(offer.date))});
+    table_->say_when_empty(offers_.empty() ? "لا توجد عروض أسعار · يحفظ البون كعرض سعر بالمفتاحين Ctrl S"
+                                           : "لا يوجد عرض سعر بهذه البيانات");
+    table_->show_rows(std::move(rows));
+}
+
 // A partly typed number or date does not filter yet.
-void OffersSheet::search() {
-    guarded(context_.services, "ListOffers", [&] {
-        stock::OfferFilter filter;
-        filter.customer = common::trim(utf8(customer_->text()));
-        filter.number = common::read_code(utf8(number_->text()));
-        filter.date = common::read_date(utf8(date_->text()));
-        rows_ = stock::list_offers(context_.connection, filter);
-    });
-    std::vector<QStringList> texts;
-    for (const stock::OfferRow& row : rows_) {
-        texts.push_back({"\u200e" + QString::number(row.number), qt(row.customer),
-                         "\u200e" + qt(common::date_text(row.date))});
-    }
-    const bool filtered =
-        !customer_->text().isEmpty() || !number_->text().isEmpty() || !date_->text().isEmpty();
-    table_->say_when_empty(filtered ? "لا يوجد عرض سعر بهذه البيانات"
-                                    : "لا توجد عروض أسعار · يحفظ البون كعرض سعر بالمفتاحين Ctrl S");
-    table_->show_rows(texts);
+void OffersSheet::narrow() {
+    const stock::OfferFilter filter{common::read_code(utf8(number_->text())),
+                                    std::string(common::trim(utf8(customer_->text()))),
+                                    common::read_date(utf8(date_->text()))};
+    table_->narrow([&](int row) { return stock::matches(offers_[static_cast<std::size_t>(row)], filter); });
 }
 
 std::int64_t OffersSheet::chosen() const {
     if (Sheet::top_of(window()) != this) return 0;
-    const int row = table_->currentRow();
-    const bool found = row >= 0 && static_cast<std::size_t>(row) < rows_.size();
-    return found ? rows_[static_cast<std::size_t>(row)].number : 0;
+    const int row = table_->current_row();
+    return row >= 0 ? offers_[static_cast<std::size_t>(row)].number : 0;
 }
 
 // A filter that is not what its field asks for has filtered nothing: the chosen row is not the one that was
 // meant.
 bool OffersSheet::filters_are_good() {
+    pause_.end();
     if (!date_->text().trimmed().isEmpty() && !date_in(date_, context_.services.prompts)) return false;
     if (number_->text().trimmed().isEmpty() || common::read_code(utf8(number_->text()))) return true;
     context_.services.prompts.message(common::message::wrong_code, common::Icon::critical);
@@ -130,6 +128,7 @@ void OffersSheet::print() {
 
 void OffersSheet::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Down) {
+        pause_.end();
         table_->setFocus();
         event->accept();
     } else {

@@ -6,6 +6,7 @@
 
 #include "stock/offers.h"
 #include "ui/widgets/context.h"
+#include "ui/widgets/search_pause.h"
 #include "ui/widgets/sheet.h"
 
 class QLineEdit;
@@ -34,7 +35,8 @@ class OffersSheet : public Sheet {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    void search();
+    void read();
+    void narrow();
     bool filters_are_good();
     std::int64_t chosen() const;
     void print();
@@ -45,7 +47,8 @@ class OffersSheet : public Sheet {
     QLineEdit* number_;
     QLineEdit* date_;
     ListTable* table_;
-    std::vector<stock::OfferRow> rows_;
+    std::vector<stock::OfferRow> offers_;
+    SearchPause pause_;
 };
 
 }  // namespace ui

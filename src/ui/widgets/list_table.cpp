@@ -3,18 +3,59 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <algorithm>
+#include <array>
 
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
+#include "ui/widgets/list_model.h"
 #include "ui/widgets/style.h"
 
 namespace ui {
 
+namespace {
+
+// Says which texts of a column are likely to be the widest, from the widths of their letters alone: laying
+// out every text would take most of the time in which a list opens.
+class WidestTexts {
+  public:
+    explicit WidestTexts(const QFontMetrics& metrics) : metrics_(metrics), widths_(0x10000, -1) {}
+
+    std::array<int, 4> rows_of(const std::vector<QStringList>& rows, int column) {
+        std::array<std::pair<int, int>, 4> widest;
+        widest.fill({-1, -1});
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            const std::pair<int, int> next{width_of(rows[row].value(column)), static_cast<int>(row)};
+            if (next.first <= widest.back().first) continue;
+            widest.back() = next;
+            std::sort(widest.rbegin(), widest.rend());
+        }
+        std::array<int, 4> found;
+        std::transform(widest.begin(), widest.end(), found.begin(), [](const auto& of) { return of.second; });
+        return found;
+    }
+
+  private:
+    int width_of(const QString& text) {
+        int sum = 0;
+        for (const QChar letter : text) {
+            int& width = widths_[letter.unicode()];
+            if (width < 0) width = metrics_.horizontalAdvance(letter);
+            sum += width;
+        }
+        return sum;
+    }
+    QFontMetrics metrics_;
+    std::vector<int> widths_;
+};
+
+}  // namespace
+
 ListTable::ListTable(const QString& name, const QStringList& headings, int stretch, QWidget* parent)
-    : QTableWidget(0, static_cast<int>(headings.size()), parent) {
+    : QTableView(parent), model_(new ListModel(headings, this)) {
     setObjectName(name);
     set_role(this, "sheet");
-    setHorizontalHeaderLabels(headings);
+    setModel(model_);
     setEditTriggers(NoEditTriggers);
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
@@ -22,30 +63,47 @@ ListTable::ListTable(const QString& name, const QStringList& headings, int stret
     setShowGrid(false);
     setWordWrap(false);
     verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(px(40));
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
-    horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setSectionResizeMode(stretch, QHeaderView::Stretch);
     horizontalHeader()->setMinimumSectionSize(px(70));
-    connect(this, &QTableWidget::cellDoubleClicked, this, [this](int row) { emit row_taken(row); });
+    connect(this, &QTableView::doubleClicked, this,
+            [this](const QModelIndex& cell) { emit row_taken(model_->row_at(cell.row())); });
 }
 
-void ListTable::show_rows(const std::vector<QStringList>& rows) {
-    setUpdatesEnabled(false);
-    clearContents();
-    setRowCount(static_cast<int>(rows.size()));
-    for (int row = 0; row < rowCount(); ++row) {
-        const QStringList& texts = rows[static_cast<std::size_t>(row)];
-        for (int column = 0; column < columnCount() && column < texts.size(); ++column) {
-            auto* cell = new QTableWidgetItem(texts[column]);
-            cell->setTextAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
-            setItem(row, column, cell);
-        }
-    }
-    if (rowCount() > 0) setCurrentCell(0, 0);
-    setUpdatesEnabled(true);
+void ListTable::show_rows(std::vector<QStringList> rows) {
+    model_->replace(std::move(rows));
+    if (isVisible()) measure_columns();
+    choose_first();
+}
+
+void ListTable::narrow(const std::function<bool(int row)>& fits) {
+    model_->narrow(fits);
+    choose_first();
+}
+
+int ListTable::shown_count() const {
+    return model_->rowCount();
+}
+
+int ListTable::current_row() const {
+    return model_->row_at(currentIndex().row());
+}
+
+void ListTable::choose_row(int row) {
+    setCurrentIndex(model_->index(model_->place_of(row), 0));
+}
+
+void ListTable::choose_first() {
+    setCurrentIndex(model_->index(0, 0));
+}
+
+void ListTable::set_look(std::function<CellLook(int row, int column)> look) {
+    model_->set_look(std::move(look));
 }
 
 void ListTable::say_when_empty(const QString& text) {
@@ -53,9 +111,51 @@ void ListTable::say_when_empty(const QString& text) {
     viewport()->update();
 }
 
+// The font is known when the list is shown.
+void ListTable::showEvent(QShowEvent* event) {
+    QTableView::showEvent(event);
+    measure_columns();
+}
+
+void ListTable::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    set_widths();
+}
+
+// A column is as wide as its heading or its widest text.
+void ListTable::measure_columns() {
+    const QHeaderView* header = horizontalHeader();
+    WidestTexts texts(fontMetrics());
+    wanted_widths_.assign(static_cast<std::size_t>(model_->columnCount()), 0);
+    for (int column = 0; column < model_->columnCount(); ++column) {
+        if (header->sectionResizeMode(column) == QHeaderView::Stretch) continue;
+        int& width = wanted_widths_[static_cast<std::size_t>(column)];
+        width = std::max(header->sectionSizeHint(column), header->minimumSectionSize());
+        for (const int row : texts.rows_of(model_->rows(), column)) {
+            const int place = model_->place_of(row);
+            if (place >= 0) width = std::max(width, sizeHintForIndex(model_->index(place, column)).width());
+        }
+    }
+    set_widths();
+}
+
+// A long text does not take the room of other columns.
+void ListTable::set_widths() {
+    const int most = viewport()->width() / 3;
+    for (int column = 0; column < static_cast<int>(wanted_widths_.size()); ++column) {
+        const int wanted = wanted_widths_[static_cast<std::size_t>(column)];
+        if (wanted > 0) horizontalHeader()->resizeSection(column, std::min(wanted, most));
+    }
+}
+
+void ListTable::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTableView::currentChanged(current, previous);
+    emit row_chosen(model_->row_at(current.row()));
+}
+
 void ListTable::paintEvent(QPaintEvent* event) {
-    QTableWidget::paintEvent(event);
-    if (rowCount() > 0) return;
+    QTableView::paintEvent(event);
+    if (shown_count() > 0) return;
     QPainter painter(viewport());
     painter.setPen(QColor(colour::quiet));
     const int side = px(24);
@@ -64,19 +164,29 @@ void ListTable::paintEvent(QPaintEvent* event) {
 }
 
 void ListTable::keyPressEvent(QKeyEvent* event) {
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentRow() >= 0) {
-        emit row_taken(currentRow());
-        return;
+    const int place = currentIndex().row();
+    switch (event->key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            if (place < 0) break;
+            emit row_taken(current_row());
+            return;
+        case Qt::Key_Up:
+            if (place > 0) break;
+            emit left_upwards();
+            return;
+        case Qt::Key_Home:
+        case Qt::Key_End:
+            // The first and the last row, not column.
+            setCurrentIndex(model_->index(event->key() == Qt::Key_Home ? 0 : shown_count() - 1, 0));
+            return;
+        case Qt::Key_Escape:
+            event->ignore();  // for the sheet, which closes
+            return;
+        default:
+            break;
     }
-    if (event->key() == Qt::Key_Up && currentRow() <= 0) {
-        emit left_upwards();
-        return;
-    }
-    if (event->key() == Qt::Key_Escape) {
-        event->ignore();  // for the sheet, which closes
-        return;
-    }
-    QTableWidget::keyPressEvent(event);
+    QTableView::keyPressEvent(event);
 }
 
 }  // namespace ui

@@ -1,29 +1,59 @@
-// A table of texts to choose a row from, in the style of all sheets.
+// A list of texts to choose a row from, in the style of all sheets, quick at any length: only the rows that
+// are seen are laid out and painted.
 #pragma once
 
-#include <QTableWidget>
+#include <QTableView>
+#include <functional>
+#include <vector>
 
 namespace ui {
 
-class ListTable : public QTableWidget {
+class ListModel;
+
+enum class CellLook { plain, strong, dimmed };
+
+// A row keeps the number that it was given with, whichever rows are shown.
+class ListTable : public QTableView {
     Q_OBJECT
   public:
     // Column `stretch` takes the width that the others leave.
     ListTable(const QString& name, const QStringList& headings, int stretch, QWidget* parent = nullptr);
-    // Replaces the rows; a cell that begins with "\u200e" is a figure.
-    void show_rows(const std::vector<QStringList>& rows);
-    // The text shown in the middle of the table while it has no rows.
+    // Replaces the rows and shows them all, the first one chosen. A cell that begins with "\u200e" is a
+    // figure.
+    void show_rows(std::vector<QStringList> rows);
+    // Shows the rows that `fits` is true for, the first one chosen. Columns keep their widths.
+    void narrow(const std::function<bool(int row)>& fits);
+    int shown_count() const;
+    // The chosen row, -1 for none.
+    int current_row() const;
+    void choose_row(int row);
+    // How cells look; they are plain unless this says otherwise.
+    void set_look(std::function<CellLook(int row, int column)> look);
+    // The text shown in the middle of the table while no row is.
     void say_when_empty(const QString& text);
 
   signals:
     // Enter or double click on a row.
     void row_taken(int row);
+    // Another row was chosen by key or mouse, or the first one of new rows.
+    void row_chosen(int row);
     // Up on the first row.
     void left_upwards();
 
   protected:
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+  private:
+    void choose_first();
+    void measure_columns();
+    void set_widths();
+
+    ListModel* model_;
+    std::vector<int> wanted_widths_;  // 0 for a column that is stretched
 };
 
 }  // namespace ui

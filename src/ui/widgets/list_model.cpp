@@ -1,0 +1,82 @@
+#include "ui/widgets/list_model.h"
+
+#include <QColor>
+#include <QFont>
+#include <algorithm>
+#include <numeric>
+
+#include "ui/widgets/colours.h"
+#include "ui/widgets/style.h"
+
+namespace ui {
+
+ListModel::ListModel(QStringList headings, QObject* parent)
+    : QAbstractTableModel(parent), headings_(std::move(headings)) {}
+
+void ListModel::replace(std::vector<QStringList> rows) {
+    beginResetModel();
+    rows_ = std::move(rows);
+    shown_.resize(rows_.size());
+    std::iota(shown_.begin(), shown_.end(), 0);
+    endResetModel();
+}
+
+void ListModel::narrow(const std::function<bool(int row)>& fits) {
+    beginResetModel();
+    shown_.clear();
+    for (int row = 0; row < static_cast<int>(rows_.size()); ++row)
+        if (fits(row)) shown_.push_back(row);
+    endResetModel();
+}
+
+void ListModel::set_look(std::function<CellLook(int row, int column)> look) {
+    look_ = std::move(look);
+}
+
+int ListModel::row_at(int place) const {
+    return place >= 0 && place < rowCount() ? shown_[static_cast<std::size_t>(place)] : -1;
+}
+
+int ListModel::place_of(int row) const {
+    const auto found = std::lower_bound(shown_.begin(), shown_.end(), row);
+    return found != shown_.end() && *found == row ? static_cast<int>(found - shown_.begin()) : -1;
+}
+
+int ListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(shown_.size());
+}
+
+int ListModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(headings_.size());
+}
+
+QVariant ListModel::data(const QModelIndex& index, int role) const {
+    const int row = row_at(index.row());
+    if (row < 0) return {};
+    switch (role) {
+        case Qt::DisplayRole:
+            return rows_[static_cast<std::size_t>(row)].value(index.column());
+        case Qt::TextAlignmentRole:
+            return QVariant::fromValue(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
+        case Qt::ForegroundRole:
+            if (look_ && look_(row, index.column()) == CellLook::dimmed) return QColor(colour::off);
+            return {};
+        case Qt::FontRole:
+            if (look_ && look_(row, index.column()) == CellLook::strong) {
+                QFont font;
+                font.setPixelSize(px(16));
+                font.setBold(true);
+                return font;
+            }
+            return {};
+        default:
+            return {};
+    }
+}
+
+QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+    return headings_.value(section);
+}
+
+}  // namespace ui
