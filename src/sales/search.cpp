@@ -57,16 +57,14 @@ FoundItem found_item(const Row& row) {
     item.code = row.integer("code");
     item.name = row.text("name");
     item.type = row.integer("itype");
-    item.stock = common::format_quantity(row.number("s1"));
+    item.stock = row.number("s1");
     item.stopped = row.integer("stop") != 0;
     for (std::size_t unit = 0; unit < 3; ++unit)
         for (std::size_t level = 0; level < 2; ++level)
-            item.prices[unit][level] = common::format_amount(row.number(columns[unit][level]));
+            item.prices[unit][level] = row.number(columns[unit][level]);
     constexpr std::string_view factors[] = {"num1", "num2", "num3"};
     for (std::size_t unit = 0; unit < 3; ++unit)
         item.units[unit] = row.number(factors[unit]) > 0;
-    item.retail = item.prices[0][0];
-    item.wholesale = item.prices[0][1];
     return item;
 }
 

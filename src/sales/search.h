@@ -33,13 +33,11 @@ struct FoundItem {
     std::int64_t code = 0;
     std::string name;
     std::int64_t type = 0;
-    std::string group;      // the item type's name
-    std::string retail;     // price12, "0.00"
-    std::string wholesale;  // price13, "0.00"
-    std::string stock;      // "0.000", all stores together
+    std::string group;  // the item type's name
+    double stock = 0;   // of all stores together
     bool stopped = false;
     // Retail and wholesale of the unit, the pack and the carton: "وحدة", "عبوة", "كرتونة".
-    std::string prices[3][2];
+    double prices[3][2] = {};
     bool units[3] = {};   // which of them the item's card gives base units for
     std::string scanned;  // the barcode or scale label that found it, as typed; empty otherwise
     int unit_level = 1;   // the unit of that barcode

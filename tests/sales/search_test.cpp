@@ -112,11 +112,11 @@ TEST(Search, RowsShowStockOfAllStoresAndThreeUnits) {
     filters.code = "400";
     const auto found = desk.lines().search(filters);
     ASSERT_EQ(found.size(), 1u);
-    EXPECT_EQ(found[0].stock, "250.500");
-    EXPECT_EQ(found[0].retail, "5.00");
-    EXPECT_EQ(found[0].wholesale, "4.50");
-    EXPECT_EQ(found[0].prices[1][0], "28.00");
-    EXPECT_EQ(found[0].prices[2][1], "100.00");
+    EXPECT_EQ(found[0].stock, 250.5);
+    EXPECT_EQ(found[0].prices[0][0], 5);
+    EXPECT_EQ(found[0].prices[0][1], 4.5);
+    EXPECT_EQ(found[0].prices[1][0], 28);
+    EXPECT_EQ(found[0].prices[2][1], 100);
 }
 
 // What is taken from the list: the barcode or label as scanned, or the item in the unit chosen, which no

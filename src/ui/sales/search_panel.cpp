@@ -39,6 +39,15 @@ QString figure(const std::string& text) {
     return "\u200e" + qt(text);
 }
 
+QString price(double amount) {
+    return figure(common::format_amount(amount));
+}
+
+// Retail and wholesale.
+QString both(const double (&prices)[2]) {
+    return price(prices[0]) + " / " + price(prices[1]);
+}
+
 }  // namespace
 
 SearchPanel::SearchPanel(QWidget* host, sales::SalesDesk& desk, const QString& name)
@@ -153,9 +162,9 @@ void SearchPanel::search_now() {
     for (const sales::FoundItem& item : found_) {
         if (rows.size() == most) break;
         rows.push_back({QString::number(item.code), qt(item.name) + (item.stopped ? "  (موقوف)" : ""),
-                        qt(item.group), figure(item.retail), figure(item.wholesale), figure(item.stock),
-                        figure(item.prices[1][0]) + " / " + figure(item.prices[1][1]),
-                        figure(item.prices[2][0]) + " / " + figure(item.prices[2][1])});
+                        qt(item.group), price(item.prices[0][0]), price(item.prices[0][1]),
+                        figure(common::format_quantity(item.stock)), both(item.prices[1]),
+                        both(item.prices[2])});
     }
     const std::string_view refusal = sales::search_refusal(filters);
     if (filters.empty())
@@ -181,9 +190,7 @@ void SearchPanel::show_units(int row) {
     for (std::size_t at = 0; at < 3; ++at) {
         const int unit = static_cast<int>(at) + 1;
         units_->set_enabled(unit, unit == proposed || (item != nullptr && item->units[at]));
-        if (item != nullptr)
-            units << qt(sales::unit_name(unit)) + "  " + figure(item->prices[at][0]) + " / " +
-                         figure(item->prices[at][1]);
+        if (item != nullptr) units << qt(sales::unit_name(unit)) + "  " + both(item->prices[at]);
     }
     units_->show_chosen(proposed);
     prices_->setText(units.join("     ·     "));

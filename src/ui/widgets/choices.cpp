@@ -1,5 +1,6 @@
 #include "ui/widgets/choices.h"
 
+#include <QAbstractTableModel>
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QCompleter>
@@ -9,7 +10,6 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
-#include <QStandardItemModel>
 #include <QTableView>
 
 #include "common/numbers.h"
@@ -49,6 +49,49 @@ class ChoiceList : public QComboBox {
     }
 };
 
+constexpr int name_column = 0;  // the one that is shown in the field
+constexpr int code_column = 1;
+
+// The entries of a list; their codes are a column of their own if it has a heading.
+class ChoiceModel : public QAbstractTableModel {
+  public:
+    ChoiceModel(QStringList headings, QObject* parent)
+        : QAbstractTableModel(parent), headings_(std::move(headings)) {}
+
+    void replace(const std::vector<common::Choice>& choices) {
+        beginResetModel();
+        choices_ = choices;
+        endResetModel();
+    }
+    bool shows_codes() const { return headings_.size() > code_column; }
+
+    int rowCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : static_cast<int>(choices_.size());
+    }
+    int columnCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : static_cast<int>(headings_.size());
+    }
+    QVariant data(const QModelIndex& index, int role) const override {
+        if (!index.isValid()) return {};
+        const common::Choice& choice = choices_[static_cast<std::size_t>(index.row())];
+        if (role == Qt::UserRole) return QVariant::fromValue<qlonglong>(choice.code);
+        if (role != Qt::DisplayRole && role != Qt::EditRole) return {};
+        return index.column() == code_column ? "\u200e" + QString::number(choice.code) : qt(choice.name);
+    }
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
+        if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+        return headings_.value(section);
+    }
+
+  private:
+    QStringList headings_;
+    std::vector<common::Choice> choices_;
+};
+
+ChoiceModel* model_of(const QComboBox* list) {
+    return dynamic_cast<ChoiceModel*>(list->model());
+}
+
 }  // namespace
 
 QComboBox* choice_list(const QString& name, QWidget* parent) {
@@ -67,13 +110,10 @@ QComboBox* choice_list(const QString& name, QWidget* parent) {
 
 namespace {
 
-constexpr int name_column = 0;  // the one that QComboBox adds its items to
-constexpr int code_column = 1;
-constexpr const char* shows_codes = "shows_codes";
-
 // The entry of a code typed into a list that shows codes; -1 if there is none.
 int entry_of_typed_code(const QComboBox* list) {
-    if (!list->property(shows_codes).toBool()) return -1;
+    const ChoiceModel* entries = model_of(list);
+    if (entries == nullptr || !entries->shows_codes()) return -1;
     const auto code = common::parse_integer(utf8(list->currentText()));
     return code ? list->findData(QVariant::fromValue<qlonglong>(*code)) : -1;
 }
@@ -81,9 +121,7 @@ int entry_of_typed_code(const QComboBox* list) {
 }  // namespace
 
 void show_codes(QComboBox* list, const QString& code_heading, const QString& name_heading) {
-    auto* entries = new QStandardItemModel(0, 2, list);
-    entries->setHorizontalHeaderLabels({name_heading, code_heading});
-    list->setModel(entries);
+    list->setModel(new ChoiceModel({name_heading, code_heading}, list));
     auto* table = new QTableView(list);
     table->verticalHeader()->hide();
     table->setShowGrid(false);
@@ -96,7 +134,6 @@ void show_codes(QComboBox* list, const QString& code_heading, const QString& nam
     header->moveSection(code_column, 0);
     header->resizeSection(code_column, px(90));
     header->setSectionResizeMode(name_column, QHeaderView::Stretch);
-    list->setProperty(shows_codes, true);
     // A typed code gives way to its name.
     QObject::connect(list->lineEdit(), &QLineEdit::editingFinished, list, [list] {
         if (entry_of_typed_code(list) >= 0) show_choice(list, choice_of(list));
@@ -106,15 +143,8 @@ void show_codes(QComboBox* list, const QString& code_heading, const QString& nam
 void fill_choices(QComboBox* list, const std::vector<common::Choice>& choices,
                   std::optional<std::int64_t> chosen) {
     const QSignalBlocker quiet(list);
-    list->clear();
-    auto* coded =
-        list->property(shows_codes).toBool() ? qobject_cast<QStandardItemModel*>(list->model()) : nullptr;
-    for (const common::Choice& choice : choices) {
-        list->addItem(qt(choice.name), QVariant::fromValue<qlonglong>(choice.code));
-        if (coded != nullptr)
-            coded->setItem(list->count() - 1, code_column,
-                           new QStandardItem("\u200e" + QString::number(choice.code)));
-    }
+    if (model_of(list) == nullptr) list->setModel(new ChoiceModel(QStringList{QString()}, list));
+    model_of(list)->replace(choices);
     show_choice(list, chosen);
 }
 
