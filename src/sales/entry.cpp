@@ -216,7 +216,7 @@ std::optional<std::size_t> ItemEntry::enter(Invoice& invoice, const Entry& entry
 }
 
 std::optional<std::size_t> ItemEntry::add_general_item(Invoice& invoice, const std::string& name) {
-    // Without this right the line could never be given a price.
+    // Without this right the line can be neither given a price nor saved.
     if (!signin::authorise(session_, prompts_, signin::Action::edit_price)) return std::nullopt;
     Line line;
     line.name = name.empty() ? message::general_item : std::string_view(name);
@@ -238,6 +238,7 @@ Line ItemEntry::new_line(const Item& item, double price, double quantity,
     line.unit_name = unit_name(item.unit_level);
     line.unit_cost = item.prices[0].value_or(0);
     line.stock_kept = !item.sale_only;
+    line.granted.emplace().price = price;
     if (work)
         line.salver_code = work->code;
     else

@@ -122,10 +122,12 @@ void Line::set_quantity(double new_quantity) {
 }
 
 void Invoice::sell_from(std::int64_t new_store) {
-    store = new_store;
-    for (Line& line : lines)
+    for (Line& line : lines) {
+        if (new_store != store) line.below_stock = false;  // confirmed for the stock of the former store
         if (line.is_supplied() && line.source_store == new_store)
             line.source_kind = SourceKind::selling_store;
+    }
+    store = new_store;
 }
 
 common::Amount Invoice::total() const {
@@ -140,6 +142,12 @@ common::Amount Invoice::cost() const {
 
 void Invoice::set_discount(double value) {
     discount_percent = percent_of(value, total().value());
+}
+
+void Invoice::grant_as_it_is() {
+    granted_percent = discount_percent;
+    for (Line& line : lines)
+        line.grant_as_it_is();
 }
 
 std::uint32_t grid_colour(KindOption kind) {

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -62,6 +63,13 @@ inline double percent_of(double discount, double amount) {
     return amount == 0 ? 0 : discount * 100 / amount;
 }
 
+// What a line may hold without a right of its own: what it was entered at, saved at or offered at.
+struct Granted {
+    double quantity = std::numeric_limits<double>::infinity();  // at most, in the line's unit
+    double price = 0;
+    double discount = 0;  // for that quantity
+};
+
 struct Line {
     std::optional<std::int64_t> item_code;  // none for a general item
     std::string name;
@@ -87,10 +95,13 @@ struct Line {
     std::optional<double> returnable;
     double sold_quantity = 0;
     double sold_discount = 0;
+    std::optional<Granted> granted;  // none for a general item, whose price the cashier types
 
     // The discount of a returned line follows the quantity: what is returned takes its share, and all returns
     // of the line together are worth what it was sold for, to the piastre. Other discounts stay.
     void set_quantity(double new_quantity);
+    // Grants what the line holds now, as on a receipt or offer that was brought back.
+    void grant_as_it_is() { granted = {quantity, price, discount}; }
     bool is_general() const { return !item_code.has_value(); }
     // Quantities of its item are kept in stock.
     bool moves_stock() const { return stock_kept && item_code.has_value(); }
@@ -149,6 +160,7 @@ struct Invoice {
 
     std::vector<Line> lines;
     double discount_percent = 0;  // of the whole invoice; the value follows the lines
+    double granted_percent = 0;   // of the receipt or offer that it comes from, for its lines as they were
 
     // Account invoices have no walk-in customer, even if his data were typed.
     bool has_walk_in() const { return walk_in.has_value() && payment != PaymentOption::account; }
@@ -174,6 +186,8 @@ struct Invoice {
     common::Amount cost() const;  // Σ line costs
     // Keeps an invoice discount that is known as a value.
     void set_discount(double value);
+    // Grants what the invoice holds now, as on a receipt or offer that was brought back.
+    void grant_as_it_is();
 };
 
 // --- what kinds, payments and columns are called ----------------------------------------------------

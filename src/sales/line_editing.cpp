@@ -64,7 +64,7 @@ bool LineEditing::may_open(const Line& line, int column) {
 }
 
 bool LineEditing::commit(Invoice& invoice, std::size_t row, int column, std::string_view text) {
-    if (row >= invoice.lines.size()) return false;
+    if (row >= invoice.lines.size() || !may_open(invoice.lines[row], column)) return false;
     Line& line = invoice.lines[row];
     switch (column) {
         case column::quantity:

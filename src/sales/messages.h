@@ -66,6 +66,15 @@ inline constexpr std::string_view discount_loses = "هذا الخصم يسبب �
 // This price / quantity is not allowed because of a large discount.
 inline constexpr std::string_view price_against_discount = "غير مسموح بهذا السعر لوجود خصم كبير";
 inline constexpr std::string_view quantity_against_discount = "غير مسموح بهذا العدد لوجود خصم كبير";
+// What an invoice was refused for, below "you are not authorised": the price of item … / the discount of
+// item … / more than the stock of item … / a return.
+inline constexpr std::string_view price_of_item = "\nسعر الصنف ";
+inline constexpr std::string_view discount_of_item = "\nخصم الصنف ";
+inline constexpr std::string_view below_stock_of_item = "\nالبيع بأقل من رصيد الصنف ";
+inline constexpr std::string_view saving_a_return = "\nحفظ مرتجع";
+// The discount was granted for the receipt as it was, not for other goods or quantities.
+inline constexpr std::string_view discount_of_other_goods =
+    "\nالخصم الممنوح للبون كما كان لا يسري على أصناف أو كميات أخرى";
 // Check the discount value.
 inline constexpr std::string_view check_discount = "تأكد من قيمة الخصم";
 // The quantity / price / discount is not a valid number.

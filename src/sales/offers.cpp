@@ -5,6 +5,7 @@
 #include "common/text.h"
 #include "printing/receipt.h"
 #include "sales/messages.h"
+#include "sales/rights.h"
 #include "sales/stock_check.h"
 #include "stock/offers.h"
 
@@ -71,6 +72,7 @@ Invoice invoice_of(Connection& connection, const stock::Offer& offer) {
         restore_cut_name(connection, invoice.lines.back());
     }
     invoice.set_discount(offer.header.discount);
+    invoice.grant_as_it_is();
     return invoice;
 }
 
@@ -140,6 +142,8 @@ std::int64_t SaleOffers::SaveOffer() {
             services_.prompts.message(message::choose_customer, common::Icon::exclamation);
             return 0;
         }
+        // What an offer holds is granted to whoever loads it.
+        if (!authorise_invoice(connection_, session_, services_.prompts, invoice_)) return 0;
         // The offer knows a walk-in customer by his code alone.
         if (invoice_.walk_in && invoice_.walk_in->is_new)
             accounts::store_walk_in_customer(connection_, *invoice_.walk_in);

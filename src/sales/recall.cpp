@@ -67,6 +67,7 @@ RecalledInvoice load_invoice(Connection& connection, const Row& header, const Li
     for (const Row& row : line_rows(connection, recalled.identity))
         invoice.lines.push_back(line_of(connection, row, lists));
     invoice.set_discount(header.number("pdis"));
+    invoice.grant_as_it_is();
     return recalled;
 }
 

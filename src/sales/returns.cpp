@@ -179,6 +179,7 @@ Invoice return_of(Connection& connection, const RecalledInvoice& recalled) {
         back.lines.push_back(std::move(line));
     }
     back.discount_percent = tips ? 0 : discount_left(sale, back, returned.discount);
+    back.grant_as_it_is();
     return back;
 }
 

@@ -71,29 +71,35 @@ bool SavedReceipts::start_return() {
     });
 }
 
+bool SavedReceipts::start_return(const ReceiptRow& receipt) {
+    const bool may = look_up("start a return", false, [&] { return authorise(Action::return_kind); });
+    if (!may || !recall(receipt)) return false;
+    start_return();
+    return true;
+}
+
+bool SavedReceipts::print_again(const printing::Receipt& receipt) {
+    return authorise(Action::reprint) && state_.printer.print(receipt, printing::Form::reprint);
+}
+
 bool SavedReceipts::print_again(const RecalledInvoice& recalled) {
-    return state_.printer.print(
-        receipt_of(recalled.invoice, {}, session_, recalled.shift, recalled.identity.time),
-        printing::Form::reprint);
+    return print_again(receipt_of(recalled.invoice, {}, session_, recalled.shift, recalled.identity.time));
 }
 
 bool SavedReceipts::reprint() {
     return look_up("reprint", false, [&] {
-        if (!authorise(Action::reprint)) return false;
         if (sale_.recalled) return print_again(*sale_.recalled);
         if (!state_.last_receipt) {
             services_.prompts.message(message::nothing_to_reprint);
             return false;
         }
         const LastReceipt& last = *state_.last_receipt;
-        return state_.printer.print(receipt_of(last.invoice, last.payment, session_, last.shift, last.time),
-                                    printing::Form::reprint);
+        return print_again(receipt_of(last.invoice, last.payment, session_, last.shift, last.time));
     });
 }
 
 bool SavedReceipts::reprint(const ReceiptRow& receipt) {
     return look_up("reprint", false, [&] {
-        if (!authorise(Action::reprint)) return false;
         const auto found = recall_invoice(connection_, receipt, state_.lists);
         if (found) return print_again(*found);
         services_.prompts.message(message::no_such_receipt);

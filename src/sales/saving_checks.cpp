@@ -7,6 +7,7 @@
 #include "database/recordset.h"
 #include "sales/messages.h"
 #include "sales/returns.h"
+#include "sales/rights.h"
 #include "sales/stock_check.h"
 
 namespace sales {
@@ -28,6 +29,7 @@ class Checks {
         const auto shift = open_shift();
         if (!shift) return refuse(message::no_shift);
         if (invoice_.store == 0) return refuse(common::message::choose_store);
+        if (!authorise_invoice(connection_, session_, prompts_, invoice_)) return std::nullopt;
         if (const auto shortage = find_shortage()) {
             return refuse(std::string(message::quantity_of) + shortage->item_name +
                           std::string(shortage->claimed ? message::being_sold : message::not_enough));

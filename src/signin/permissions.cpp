@@ -29,11 +29,15 @@ std::span<const Permission> guarded_actions() {
     return permissions;
 }
 
-bool authorise(const Session& session, common::Prompts& prompts, Action action, std::string_view refusal,
-               common::Icon icon) {
-    const bool allowed = std::ranges::any_of(permissions, [&](const Permission& permission) {
+bool allows(const Session& session, Action action) {
+    return std::ranges::any_of(permissions, [&](const Permission& permission) {
         return permission.action == action && session.has_permission(permission.position);
     });
+}
+
+bool authorise(const Session& session, common::Prompts& prompts, Action action, std::string_view refusal,
+               common::Icon icon) {
+    const bool allowed = allows(session, action);
     if (!allowed) prompts.message(refusal, icon);
     return allowed;
 }

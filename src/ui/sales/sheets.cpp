@@ -91,10 +91,7 @@ void ReceiptsSheet::reprint() {
 
 void ReceiptsSheet::start_return() {
     const auto* row = chosen();
-    if (row != nullptr && desk_.receipts().recall(*row)) {
-        desk_.receipts().start_return();
-        leave(1);
-    }
+    if (row != nullptr && desk_.receipts().start_return(*row)) leave(1);
 }
 
 namespace {

@@ -1,0 +1,93 @@
+#include "sales/rights.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "sales/items.h"
+#include "sales/line_editing.h"
+#include "sales/messages.h"
+#include "signin/permissions.h"
+
+namespace sales {
+
+namespace {
+
+using signin::Action;
+
+constexpr double same_price = 1e-6;
+constexpr double two_roundings = 0.015;
+
+bool is_price(double price, double of) {
+    return std::abs(price - of) < same_price;
+}
+
+bool has_granted_price(const Line& line) {
+    return line.granted && line.quantity <= line.granted->quantity &&
+           is_price(line.price, line.granted->price);
+}
+
+// The discount that was granted for the line's quantity; for a larger one no more than was granted.
+bool has_granted_discount(const Line& line) {
+    const double share =
+        line.granted ? line.granted->discount * std::min(1.0, line.quantity / line.granted->quantity) : 0;
+    return line.discount <= share + two_roundings;
+}
+
+// The price of the line's unit on the item's card, at any level, or of its craftsman's work line.
+bool has_card_price(database::Connection& connection, const Invoice& invoice, const Line& line) {
+    if (!line.item_code) return false;
+    if (line.salver_code != 0) {
+        const auto work = load_craftsman_line(connection, line.salver_code, invoice.is_return());
+        return work && work->price && is_price(line.price, *work->price);
+    }
+    const auto item = load_item(connection, *line.item_code, unit_level_of(line.unit_code));
+    if (!item || item->factor != line.factor) return false;
+    for (int level = retail_level; level <= last_level; ++level) {
+        const auto price = entry_price(*item, level);
+        if (price && is_price(line.price, *price)) return true;
+    }
+    return false;
+}
+
+// An entered line has no bound of its quantity, so a discount of the whole never was granted for it.
+bool is_as_granted(const Line& line) {
+    return has_granted_price(line) && has_granted_discount(line) && std::isfinite(line.granted->quantity);
+}
+
+bool has_granted_discount(const Invoice& invoice) {
+    return invoice.discount_percent <= invoice.granted_percent &&
+           std::ranges::all_of(invoice.lines, is_as_granted);
+}
+
+}  // namespace
+
+bool authorise_invoice(database::Connection& connection, const signin::Session& session,
+                       common::Prompts& prompts, const Invoice& invoice) {
+    const auto may = [&](Action action, std::string_view what, std::string_view name = {}) {
+        return signin::authorise(session, prompts, action,
+                                 std::string(signin::denied) + std::string(what) + std::string(name));
+    };
+    if (invoice.is_return() && !may(Action::return_kind, message::saving_a_return)) return false;
+    for (const Line& line : invoice.lines) {
+        // Which of the two rights was asked for depended on the stock then.
+        if (line.below_stock && !signin::allows(session, Action::sell_reserved) &&
+            !may(Action::sell_below_stock, message::below_stock_of_item, line.name))
+            return false;
+        if (!has_granted_price(line) && !signin::allows(session, Action::edit_price) &&
+            !has_card_price(connection, invoice, line) &&
+            !may(Action::edit_price, message::price_of_item, line.name))
+            return false;
+        if (!has_granted_discount(line) && !may(Action::edit_discount, message::discount_of_item, line.name))
+            return false;
+    }
+    if (!exceeds_ceiling(invoice.discount_percent, 100, session.settings.max_dis) ||
+        has_granted_discount(invoice))
+        return true;
+    return signin::authorise(
+        session, prompts, Action::discount_above_ceiling,
+        std::string(message::invoice_discount_refused) + std::string(message::discount_of_other_goods),
+        common::Icon::none);
+}
+
+}  // namespace sales

@@ -1,0 +1,19 @@
+// The rights that an invoice needs, judged by what is on it.
+#pragma once
+
+#include "common/prompts.h"
+#include "database/connection.h"
+#include "sales/invoice.h"
+#include "signin/session.h"
+
+namespace sales {
+
+// Returns true if the signed-in user may save or offer the invoice as it is, else false after showing why. No
+// right is needed for an item's price on its card or at its entry, for a discount on the invoice up to the
+// ceiling, and for what a receipt or offer that was brought back held, as long as it holds that for no more
+// goods. Returns, other prices, other discounts and sales below stock need their right however they came onto
+// the invoice.
+bool authorise_invoice(database::Connection& connection, const signin::Session& session,
+                       common::Prompts& prompts, const Invoice& invoice);
+
+}  // namespace sales
