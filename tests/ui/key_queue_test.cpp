@@ -114,4 +114,21 @@ TEST_F(Keys, ABurstTooShortForAScanIsANumber) {
     EXPECT_TRUE(entered_.isEmpty());
 }
 
+// Without a window manager, closing another program's window can leave no window active.
+TEST_F(Keys, AKeyIsNotLostWhileNoWindowIsActive) {
+    focus(entry_);
+    QWindow* till = QGuiApplication::focusWindow();
+    {
+        QWindow other;
+        other.show();
+        other.requestActivate();
+        QApplication::processEvents();
+    }
+    QApplication::processEvents();
+    ASSERT_EQ(QGuiApplication::focusWindow(), nullptr);
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_7, Qt::NoModifier, "7");
+    QCoreApplication::sendEvent(till, &press);
+    EXPECT_EQ(entry_.text(), "7");
+}
+
 }  // namespace

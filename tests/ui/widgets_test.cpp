@@ -4,9 +4,11 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMap>
 #include <QMouseEvent>
 #include <QRegularExpression>
+#include <QTimer>
 #include <new>
 #include <system_error>
 
@@ -15,6 +17,7 @@
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
+#include "ui/widgets/message_box.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -178,6 +181,20 @@ TEST(Guard, OutlivesErrorsOfOtherKinds) {
     }
     EXPECT_TRUE(ui::guarded(services.all(), "Action", [] {}));
     EXPECT_EQ(services.prompts.messages.size(), 3U);
+}
+
+TEST(Sheet, LeavesTheFocusBelowEvenIfNothingHadIt) {
+    QWidget window;
+    QLineEdit field(&window);
+    window.show();
+    window.activateWindow();
+    QApplication::processEvents();
+    field.clearFocus();
+    ASSERT_EQ(QApplication::focusWidget(), nullptr);
+    ui::MessageBox box(&window, "?", common::Icon::none, ui::MessageBox::Buttons::ok);
+    QTimer::singleShot(0, [&] { box.leave(1); });
+    EXPECT_EQ(box.run(), 1);
+    EXPECT_EQ(QApplication::focusWidget(), &window);
 }
 
 }  // namespace

@@ -148,6 +148,8 @@ void SalesWindow::build_menu() {
     add("help", "ال&مساعدة", help_cap,
         [this] { QMetaObject::invokeMethod(this, &open_help, Qt::QueuedConnection); });
     header_->menu_button()->setMenu(menu);
+    // The click has put the focus on the menu's button, where keys would be lost.
+    connect(menu, &QMenu::aboutToHide, this, &SalesWindow::focus_entry);
 }
 
 void SalesWindow::connect_parts() {

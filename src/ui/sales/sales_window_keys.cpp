@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <algorithm>
 
+#include "ui/sales/entry_bar.h"
 #include "ui/sales/kind_bar.h"
 #include "ui/sales/line_view.h"
 #include "ui/sales/sales_window.h"
@@ -29,7 +30,9 @@ const std::vector<Command>& SalesWindow::commands() {
         {"card", "بطاقة إئتمان", key::card, none, [](SalesWindow& w) { w.switch_payment(2); }},
         {"tips", "أكراميات", key::tips, none, [](SalesWindow& w) { w.switch_payment(3); }},
         {"shift_f1", "فتح الدرج", Qt::SHIFT | Qt::Key_F1, strip_end,
-         [](SalesWindow& w) { w.desk_.checkout().open_drawer_by_key(); }},
+         [](SalesWindow& w) {
+             w.act_and_return("OpenDrawer", [&] { w.desk_.checkout().open_drawer_by_key(); });
+         }},
         {"f11", "إعادة تشغيل", Qt::Key_F11, strip_end, [](SalesWindow& w) { w.restart(); }},
         {"f12", "خروج", Qt::Key_F12, strip_end, [](SalesWindow& w) { w.leave(); }},
         {"search", "&بحث عن صنف", key::search, menu, [](SalesWindow& w) { w.search(); }},
@@ -61,13 +64,32 @@ bool SalesWindow::eventFilter(QObject* watched, QEvent* event) {
     auto* widget = static_cast<QWidget*>(watched);
     // The keys work wherever the focus is on this window, but not on a sheet above it or in an open list or
     // menu.
-    if (widget->window() != this || widget != QApplication::focusWidget() || Sheet::top_of(this) != nullptr ||
-        QApplication::activePopupWidget() != nullptr) {
+    const QWidget* focus = QApplication::focusWidget();
+    if (widget->window() != this || widget != (focus != nullptr ? focus : this) ||
+        Sheet::top_of(this) != nullptr || QApplication::activePopupWidget() != nullptr) {
         return QWidget::eventFilter(watched, event);
     }
     const auto* pressed = static_cast<QKeyEvent*>(event);
     const auto modifiers = pressed->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
     return press(QKeyCombination(modifiers, static_cast<Qt::Key>(pressed->key())));
+}
+
+// A key that nothing else took: the focus is on a button, or nowhere. What is typed or scanned then belongs
+// into the entry field.
+void SalesWindow::keyPressEvent(QKeyEvent* event) {
+    QWidget* entry = entry_bar_->field();
+    const bool typed =
+        !event->text().isEmpty() && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    if (!typed || Sheet::top_of(this) != nullptr || entry->hasFocus()) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    focus_entry();
+    QApplication::sendEvent(entry, event);
+}
+
+void SalesWindow::focusInEvent(QFocusEvent*) {
+    focus_entry();
 }
 
 bool SalesWindow::press(QKeyCombination key) {

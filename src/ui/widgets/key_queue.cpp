@@ -65,6 +65,7 @@ bool KeyQueue::eventFilter(QObject* watched, QEvent* event) {
     // A key arrives here twice, for the window and for the widget. Take it at the window.
     if (event->type() != QEvent::KeyPress || !watched->isWindowType()) return false;
     if (std::exchange(delivering_, false)) return false;
+    window_ = static_cast<QWindow*>(watched);
     const auto* pressed = static_cast<QKeyEvent*>(event);
     // Modifiers pressed on their own are passed on at once.
     if (pressed->key() == Qt::Key_Shift || pressed->key() == Qt::Key_Control ||
@@ -160,6 +161,7 @@ void KeyQueue::deliver_waiting() {
 
 void KeyQueue::deliver(const Key& key) {
     QWindow* window = QGuiApplication::focusWindow();
+    if (window == nullptr) window = window_;
     if (window == nullptr) return;
     QKeyEvent press(QEvent::KeyPress, key.key, key.modifiers, key.text, key.repeated);
     press.setTimestamp(key.time);

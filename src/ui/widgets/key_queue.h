@@ -4,7 +4,9 @@
 
 #include <QKeyEvent>
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
+#include <QWindow>
 #include <deque>
 #include <vector>
 
@@ -68,6 +70,7 @@ class KeyQueue : public QObject {
     void deliver(const Key& key);
     void drop_rest_of_number();
 
+    QPointer<QWindow> window_;  // that got the last key
     std::deque<Key> held_;      // typed while a box was open
     std::deque<Key> scans_;     // came while a field was in use that takes no scans
     std::vector<Key> pending_;  // the beginning of a scan or of a typed number

@@ -70,8 +70,18 @@ int Sheet::run() {
     loop_ = nullptr;
     if (!isWindow()) window()->removeEventFilter(this);
     hide();
-    if (former != nullptr && former->isVisible()) former->setFocus();
+    if (former != nullptr && former->isVisible() && former->isEnabled())
+        former->setFocus();
+    else if (!isWindow())
+        focus_below();
     return result_;
+}
+
+void Sheet::focus_below() {
+    if (Sheet* below = top_of(window()))
+        below->take_focus();
+    else
+        window()->setFocus();
 }
 
 void Sheet::leave(int result) {

@@ -18,7 +18,7 @@ class Sheet : public QWidget {
     explicit Sheet(QWidget* host, const QString& title = {});
 
     // Shows the sheet and returns what it was left with, 0 if it was closed. The focus then goes back to
-    // where it was.
+    // where it was, or to the sheet or window below if it cannot.
     int run();
     void leave(int result = 0);
 
@@ -46,6 +46,7 @@ class Sheet : public QWidget {
 
   private:
     void cover();
+    void focus_below();
 
     QWidget* card_ = nullptr;
     QVBoxLayout* body_ = nullptr;
