@@ -4,6 +4,11 @@
 
 namespace common {
 
+std::chrono::milliseconds Clock::running() {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::steady_clock::now().time_since_epoch());
+}
+
 Moment SystemClock::now() {
     timespec stamp{};
     clock_gettime(CLOCK_REALTIME, &stamp);

@@ -1,6 +1,8 @@
 // The workstation's clock. Nothing else reads the time of day.
 #pragma once
 
+#include <chrono>
+
 #include "common/date_time.h"
 
 namespace common {
@@ -12,6 +14,8 @@ class Clock {
     virtual Moment now() = 0;
     // Sets the workstation's clock. Returns false if the system forbids it.
     virtual bool set(const Moment& moment) = 0;
+    // The time since some moment before the program began. It goes on whatever the clock is set to.
+    virtual std::chrono::milliseconds running();
 };
 
 class SystemClock final : public Clock {

@@ -8,9 +8,14 @@ namespace signin::message {
 inline constexpr std::string_view enter_user = "ادخل اسم المستخدم";         // enter the user name
 inline constexpr std::string_view no_such_user = "اسم المستخدم غير موجود";  // user name not found
 inline constexpr std::string_view wrong_password = "كلمة السر غير صحيحة";   // the password is not correct
-inline constexpr std::string_view wrong_data = "بيانات غير صحيحة";          // the data are not correct
+// "Too many wrong attempts. Wait …" (minutes and seconds) "then try again."
+inline constexpr std::string_view wait_before = "محاولات خاطئة كثيرة. انتظر ";
+inline constexpr std::string_view wait_after = " ثم حاول مرة أخرى";
+inline constexpr std::string_view wrong_data = "بيانات غير صحيحة";  // the data are not correct
 inline constexpr std::string_view wrong_old_password =
     "كلمة السر القديم غير صحيحة";  // old password not correct
+// The new password is too long.
+inline constexpr std::string_view password_too_long = "كلمة السر الجديدة أطول من المسموح";
 // The password was changed.
 inline constexpr std::string_view password_changed = "تم تغيير كلمة السر";
 // The password was not changed: the database did not accept it. The old password is still valid.

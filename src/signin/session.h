@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "database/connection.h"
+#include "signin/attempts.h"
 
 namespace signin {
 
@@ -57,6 +58,7 @@ struct Session {
     std::string store_name;
     std::string drawer_name;
     Settings settings;
+    Attempts attempts;  // at signing in and at changing the password
 
     bool has_permission(int position) const { return signin::has_permission(permissions, position); }
 };

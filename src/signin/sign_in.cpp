@@ -2,7 +2,9 @@
 
 #include <string>
 
+#include "common/numbers.h"
 #include "common/text.h"
+#include "database/choices.h"
 #include "database/sql.h"
 #include "signin/messages.h"
 
@@ -17,9 +19,36 @@ using database::Sql;
 constexpr std::string_view sign_in_code = "62";  // in the log
 constexpr std::string_view password_code = "63";
 
-// Returns true if the passwords are equal except for blanks at both ends. The case of letters counts.
+// Returns true if the passwords are equal except for blanks at both ends and for the script of their digits,
+// which depends on the keyboard. The case of letters counts.
 bool same_password(std::string_view a, std::string_view b) {
-    return common::trim_blanks(a) == common::trim_blanks(b);
+    return common::western_digits(common::trim_blanks(a)) == common::western_digits(common::trim_blanks(b));
+}
+
+std::string text_of(Attempts::Time pause) {
+    if (pause == Attempts::Time()) return {};
+    const auto seconds = (pause.count() + 999) / 1000;
+    const std::string two_digits = std::to_string(100 + seconds % 60).substr(1);
+    return std::string(message::wait_before) + std::to_string(seconds / 60) + ":" + two_digits +
+           std::string(message::wait_after);
+}
+
+// Compares a typed password with the user's. Returns false after showing why, also while he must wait.
+bool is_password(Session& session, common::Services& services, std::int64_t user, std::string_view typed,
+                 std::string_view stored, std::string_view refusal, std::string_view screen) {
+    const Attempts::Time now = services.clock.running();
+    if (const std::string wait = text_of(session.attempts.pause(user, now)); !wait.empty()) {
+        services.prompts.message(wait, Icon::exclamation);
+        return false;
+    }
+    if (same_password(typed, stored)) {
+        session.attempts.right(user);
+        return true;
+    }
+    session.attempts.wrong(user, now);
+    services.log.log_event("wrong password for user " + std::to_string(user), screen);
+    services.prompts.message(refusal, Icon::exclamation);
+    return false;
 }
 
 // Puts one byte in place of each character, so that positions count characters.
@@ -49,6 +78,10 @@ SignIn::SignIn(database::Connection& connection, Session& session, common::Servi
     }
 }
 
+std::string SignIn::pause_text(std::optional<std::int64_t> code) const {
+    return code ? text_of(session_.attempts.pause(*code, services_.clock.running())) : std::string();
+}
+
 SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view password) {
     if (!code) {
         services_.prompts.message(message::enter_user, Icon::exclamation);
@@ -63,11 +96,9 @@ SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view
     session_.permissions = byte_per_character(user.text("perm"));
     session_.user_code = user.integer("code");
     session_.user_name = user.text("Name");
-    if (!same_password(password, user.text("pass"))) {
-        services_.log.log_event("wrong password for user " + std::to_string(*code), sign_in_code);
-        services_.prompts.message(message::wrong_password, Icon::exclamation);
+    if (!is_password(session_, services_, *code, password, user.text("pass"), message::wrong_password,
+                     sign_in_code))
         return SignInOutcome::stay_on_password;
-    }
     session_.settings = read_settings(connection_);
     if (!load_workplace()) {
         services_.prompts.message(message::wrong_data, Icon::critical);
@@ -99,15 +130,18 @@ bool SignIn::load_workplace() {
     return true;
 }
 
-bool change_password(database::Connection& connection, const Session& session, common::Services services,
+bool change_password(database::Connection& connection, Session& session, common::Services services,
                      std::string_view old_password, std::string_view new_password) {
     const auto found = connection.query(Sql("select * from [users] where code = ") + session.user_code);
     if (found.empty()) {
         services.prompts.message(message::no_such_user, Icon::exclamation);
         return false;
     }
-    if (!same_password(old_password, found.front().text("pass"))) {
-        services.prompts.message(message::wrong_old_password, Icon::exclamation);
+    if (!is_password(session, services, session.user_code, old_password, found.front().text("pass"),
+                     message::wrong_old_password, password_code))
+        return false;
+    if (!database::TextLimits(connection, "users").fits("pass", new_password)) {
+        services.prompts.message(message::password_too_long, Icon::exclamation);
         return false;
     }
     // A shop may have no [user] beside [users], so that the statement fails, or a [user] that is a table of

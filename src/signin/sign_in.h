@@ -32,6 +32,8 @@ class SignIn {
 
     const std::vector<User>& users() const { return users_; }
 
+    // What the chosen user is told while his next password is not compared yet; empty if it is.
+    std::string pause_text(std::optional<std::int64_t> code) const;
     // Tries to sign in the chosen user, reads the settings and finds the till's store and drawer. The session
     // gets the user's code, name and permissions before the password is compared; the next attempt
     // overwrites them.
@@ -48,7 +50,7 @@ class SignIn {
 
 // Changes the signed-in user's password. Returns true if it was changed; otherwise nothing has changed. Shows
 // a message in either case.
-bool change_password(database::Connection& connection, const Session& session, common::Services services,
+bool change_password(database::Connection& connection, Session& session, common::Services services,
                      std::string_view old_password, std::string_view new_password);
 
 }  // namespace signin

@@ -18,9 +18,15 @@ class SignInTest : public testing::Test {
         shop.sql("insert into users (code,name,pass,perm) select 2,N'كاشير','s3 cret','0101'");
         shop.sql("insert into users (code,name,pass,perm) select 3,N'بلا سر',null,null");
         shop.sql("insert into users (code,name,pass,perm) select 4,N'عربي',N' كلمة ','1'");
+        shop.sql("insert into users (code,name,pass,perm) select 5,N'أرقام',N'١٢٣','1'");
         session.cash_point = 1;
     }
+    // Long after the last attempt.
     SignInOutcome confirm(std::optional<std::int64_t> code, std::string_view password) {
+        services.clock.ran += std::chrono::hours(1);
+        return confirm_now(code, password);
+    }
+    SignInOutcome confirm_now(std::optional<std::int64_t> code, std::string_view password) {
         return signin::SignIn(shop.connection(), session, services.all()).confirm(code, password);
     }
 
@@ -31,7 +37,7 @@ class SignInTest : public testing::Test {
 
 TEST_F(SignInTest, TheListShowsEveryUser) {
     const signin::SignIn screen(shop.connection(), session, services.all());
-    ASSERT_EQ(screen.users().size(), 4U);
+    ASSERT_EQ(screen.users().size(), 5U);
     EXPECT_EQ(screen.users()[1].code, 2);
     EXPECT_EQ(screen.users()[1].name, "كاشير");
 }
@@ -59,12 +65,42 @@ TEST_F(SignInTest, EveryAttemptHasItsOutcome) {
         {3, "", signed_in, ""},
         {3, "   ", signed_in, ""},
         {4, "كلمة", signed_in, ""},
+        // The keyboard decides the script of digits.
+        {1, "١", signed_in, ""},
+        {5, "123", signed_in, ""},
+        {5, "١٢3", signed_in, ""},
+        {5, "124", stay_on_password, message::wrong_password},
     };
     for (const auto& c : cases) {
         services.prompts.messages.clear();
         EXPECT_EQ(confirm(c.code, c.password), c.outcome) << c.password;
         EXPECT_EQ(services.prompts.last(), c.said) << c.password;
     }
+}
+
+// Two wrong passwords cost nothing; then the pause doubles up to five minutes. It is the user's, whichever
+// screen asks.
+TEST_F(SignInTest, WrongPasswordsCostAGrowingPause) {
+    using std::chrono::milliseconds;
+    const auto change = [&](std::string_view from) {
+        session.user_code = 1;
+        return signin::change_password(shop.connection(), session, services.all(), from, "3");
+    };
+    confirm_now(1, "2");
+    EXPECT_FALSE(change("2"));
+    for (const int seconds : {2, 4, 8, 16, 32, 64, 128, 256, 300, 300}) {
+        confirm_now(1, "2");
+        EXPECT_EQ(services.prompts.last(), message::wrong_password) << seconds;
+        services.clock.ran += milliseconds(seconds * 1000 - 1);
+        EXPECT_EQ(confirm_now(1, "1"), SignInOutcome::stay_on_password) << seconds;
+        EXPECT_EQ(services.prompts.last(), "محاولات خاطئة كثيرة. انتظر 0:01 ثم حاول مرة أخرى");
+        EXPECT_FALSE(change("1"));
+        EXPECT_EQ(confirm_now(2, "s3 cret"), SignInOutcome::signed_in) << "another user";
+        services.clock.ran += milliseconds(1);
+    }
+    EXPECT_EQ(confirm_now(1, "1"), SignInOutcome::signed_in);
+    confirm_now(1, "2");
+    EXPECT_EQ(confirm_now(1, "1"), SignInOutcome::signed_in) << "counted anew";
 }
 
 TEST_F(SignInTest, AWrongPasswordLeavesTheUserSetUntilTheNextAttempt) {
@@ -208,7 +244,7 @@ class ChangePasswordTest : public testing::Test {
 
 TEST_F(ChangePasswordTest, TheNewPasswordSignsIn) {
     for (const std::string& password :
-         {std::string("new"), std::string("o'brien'; --"), std::string("كلمة 😀"),
+         {std::string("new"), std::string(100, 'x'), std::string("o'brien'; --"), std::string("كلمة 😀"),
           std::string("' where code = 1 --"), std::string(), std::string("old")}) {
         const std::string before = stored();
         EXPECT_TRUE(change(before, password)) << password;
@@ -222,12 +258,20 @@ TEST_F(ChangePasswordTest, TheNewPasswordSignsIn) {
 
 TEST_F(ChangePasswordTest, TheOldPasswordMustMatchExceptForBlanks) {
     for (const char* wrong : {"", "Old", "ol d", "' or 1=1 --"}) {
+        services.clock.ran += std::chrono::hours(1);
         EXPECT_FALSE(change(wrong, "new")) << wrong;
         EXPECT_EQ(services.prompts.last(), message::wrong_old_password);
         EXPECT_EQ(stored(), "old");
     }
+    services.clock.ran += std::chrono::hours(1);
     EXPECT_TRUE(change(" old  ", "new"));
     EXPECT_EQ(stored(), "new");
+}
+
+TEST_F(ChangePasswordTest, APasswordThatTheColumnCannotHoldIsRefused) {
+    EXPECT_FALSE(change("old", std::string(101, 'x')));
+    EXPECT_EQ(services.prompts.last(), message::password_too_long);
+    EXPECT_EQ(stored(), "old");
 }
 
 TEST_F(ChangePasswordTest, ANullPasswordCountsAsEmpty) {

@@ -41,7 +41,9 @@ class FixedClock final : public common::Clock {
         moment = to;
         return true;
     }
+    std::chrono::milliseconds running() override { return ran; }
     common::Moment moment{{2026, 11, 21}, {10, 42, 0, 0}};
+    std::chrono::milliseconds ran{};
     bool may_set = true;
 };
 

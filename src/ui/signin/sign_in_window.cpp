@@ -6,9 +6,11 @@
 #include <QEventLoop>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "signin/sign_in.h"
@@ -23,6 +25,12 @@
 #include "ui/widgets/text.h"
 
 namespace ui {
+
+namespace {
+
+constexpr int longest_password = 100;  // as the column holds
+
+}  // namespace
 
 SignInWindow::SignInWindow(const Context& context)
     : context_(context), logic_(context.connection, context.session, context.services) {
@@ -47,8 +55,15 @@ SignInWindow::SignInWindow(const Context& context)
     password_ = text_field("password");
     password_->setEchoMode(QLineEdit::Password);
     password_->setMinimumHeight(px(48));
-    password_->setMaxLength(100);
+    password_->setMaxLength(longest_password);
     column->addWidget(captioned("&كلمة السر", password_));
+    keyboard_ = label({}, "side");
+    keyboard_->setObjectName("keyboard_layout");
+    column->addWidget(keyboard_);
+    pause_ = label({}, "warning");
+    pause_->setObjectName("sign_in_pause");
+    pause_->setWordWrap(true);
+    column->addWidget(pause_);
 
     auto* row = new QHBoxLayout;
     row->setSpacing(px(10));
@@ -67,6 +82,12 @@ SignInWindow::SignInWindow(const Context& context)
     fill();
     connect(user_->lineEdit(), &QLineEdit::returnPressed, password_, qOverload<>(&QWidget::setFocus));
     connect(password_, &QLineEdit::returnPressed, this, &SignInWindow::confirm);
+    for (QWidget* field : {static_cast<QWidget*>(user_->lineEdit()), static_cast<QWidget*>(password_)})
+        field->installEventFilter(this);
+    auto* watch = new QTimer(this);
+    connect(watch, &QTimer::timeout, this, &SignInWindow::show_state);
+    watch->start(250);
+    show_state();
     connect(help, &QPushButton::clicked, this, &open_help);
 }
 
@@ -75,6 +96,17 @@ void SignInWindow::fill() {
         user_->addItem(qt(user.name), QVariant::fromValue<qlonglong>(user.code));
     }
     user_->setCurrentIndex(-1);
+}
+
+bool SignInWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) typed_with_.learn(*static_cast<QKeyEvent*>(event));
+    return QWidget::eventFilter(watched, event);
+}
+
+void SignInWindow::show_state() {
+    keyboard_->setText(keyboard_now().value_or(typed_with_).text());
+    pause_->setText(qt(logic_.pause_text(choice_of(user_))));
+    pause_->setVisible(!pause_->text().isEmpty());
 }
 
 bool SignInWindow::run() {
@@ -107,6 +139,7 @@ void SignInWindow::confirm() {
                 break;
         }
     });
+    show_state();
 }
 
 void SignInWindow::leave(bool signed_in) {
@@ -146,7 +179,7 @@ PasswordSheet::PasswordSheet(QWidget* host, const Context& context)
     const auto field = [this](const char* name, const QString& caption) {
         QLineEdit* made = text_field(name);
         made->setEchoMode(QLineEdit::Password);
-        made->setMaxLength(50);
+        made->setMaxLength(longest_password);
         body()->addWidget(captioned(caption, made));
         return made;
     };

@@ -4,11 +4,13 @@
 #include <QWidget>
 
 #include "signin/sign_in.h"
+#include "ui/signin/keyboard.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/sheet.h"
 
 class QComboBox;
 class QEventLoop;
+class QLabel;
 class QLineEdit;
 
 namespace ui {
@@ -21,6 +23,7 @@ class SignInWindow : public QWidget {
     bool run();
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -28,12 +31,17 @@ class SignInWindow : public QWidget {
   private:
     void fill();
     void confirm();
+    // Shows the keyboard's layout, and how long the chosen user must wait.
+    void show_state();
     void leave(bool signed_in);
 
     Context context_;
     signin::SignIn logic_;
     QComboBox* user_;
     QLineEdit* password_;
+    QLabel* keyboard_;
+    QLabel* pause_;
+    KeyboardState typed_with_;
     QEventLoop* loop_ = nullptr;
     bool signed_in_ = false;
 };

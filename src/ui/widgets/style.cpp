@@ -28,6 +28,7 @@ QLabel { background: transparent; }
 QLabel[role="caption"] { font-size: 12px; color: $quiet; }
 QLabel[role="figure"] { font-size: 18px; font-weight: 700; }
 QLabel[role="side"] { font-size: 15px; color: $slate; }
+QLabel[role="warning"] { font-size: 15px; font-weight: 700; color: $alarm; }
 QLabel[role="foot"] { font-size: 14px; color: $slate; }
 QLabel[role="total"] { font-size: 18px; font-weight: 700; }
 QLabel[role="plain"] { font-size: 18px; }

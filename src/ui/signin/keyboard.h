@@ -1,0 +1,23 @@
+// What the keyboard types, for those who cannot see what they type.
+#pragma once
+
+#include <QString>
+#include <optional>
+
+class QKeyEvent;
+
+namespace ui {
+
+struct KeyboardState {
+    QString layout;  // empty while it is not known
+    bool caps_lock = false;
+
+    // Takes the layout from a typed letter. Keys without letters tell nothing.
+    void learn(const QKeyEvent& key);
+    QString text() const;
+};
+
+// What the X server says; nothing on another platform.
+std::optional<KeyboardState> keyboard_now();
+
+}  // namespace ui
