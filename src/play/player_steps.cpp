@@ -57,7 +57,11 @@ QWidget* usable(const std::string& name, Progress& why_not) {
 
 // Clicks when the step is over, because the click may open a box that runs its own loop.
 Progress click_later(QAbstractButton* button) {
-    QTimer::singleShot(0, button, [button] { button->click(); });
+    QTimer::singleShot(0, button, [button] {
+        // The mouse takes the focus to a button that the keyboard passes over.
+        if (button->focusPolicy() == Qt::ClickFocus) button->setFocus(Qt::MouseFocusReason);
+        button->click();
+    });
     return Progress::ok();
 }
 

@@ -75,11 +75,12 @@ bool SalesWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 // A key that nothing else took: the focus is on a button, or nowhere. What is typed or scanned then belongs
-// into the entry field.
+// into the entry field. Enter is not passed on, because a field takes it and lets it through.
 void SalesWindow::keyPressEvent(QKeyEvent* event) {
     QWidget* entry = entry_bar_->field();
-    const bool typed =
-        !event->text().isEmpty() && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    const bool with_text = !event->text().isEmpty() && event->text().front().isPrint() &&
+                           !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    const bool typed = with_text || event->key() == Qt::Key_Backspace;
     if (!typed || Sheet::top_of(this) != nullptr || entry->hasFocus()) {
         QWidget::keyPressEvent(event);
         return;

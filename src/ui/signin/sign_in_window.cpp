@@ -82,8 +82,7 @@ SignInWindow::SignInWindow(const Context& context)
     fill();
     connect(user_->lineEdit(), &QLineEdit::returnPressed, password_, qOverload<>(&QWidget::setFocus));
     connect(password_, &QLineEdit::returnPressed, this, &SignInWindow::confirm);
-    for (QWidget* field : {static_cast<QWidget*>(user_->lineEdit()), static_cast<QWidget*>(password_)})
-        field->installEventFilter(this);
+    qApp->installEventFilter(this);
     auto* watch = new QTimer(this);
     connect(watch, &QTimer::timeout, this, &SignInWindow::show_state);
     watch->start(250);
