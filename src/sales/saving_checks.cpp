@@ -29,7 +29,7 @@ class Checks {
         const auto shift = open_shift();
         if (!shift) return refuse(message::no_shift);
         if (invoice_.store == 0) return refuse(common::message::choose_store);
-        if (!authorise_invoice(connection_, session_, prompts_, invoice_)) return std::nullopt;
+        if (!authorise_invoice(connection_, session_, prompts_, invoice_)) return release();
         if (const auto shortage = find_shortage()) {
             return refuse(std::string(message::quantity_of) + shortage->item_name +
                           std::string(shortage->claimed ? message::being_sold : message::not_enough));
@@ -48,8 +48,13 @@ class Checks {
 
   private:
     std::optional<std::int64_t> refuse(std::string_view text) {
-        if (claims_ != nullptr) claims_->release();  // other tills do not wait for the answer
+        release();  // other tills do not wait for the answer
         prompts_.message(text, common::Icon::exclamation);
+        return std::nullopt;
+    }
+
+    std::nullopt_t release() {
+        if (claims_ != nullptr) claims_->release();
         return std::nullopt;
     }
 
