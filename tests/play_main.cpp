@@ -40,7 +40,7 @@ std::optional<play::Server> server_of_tests() {
     const auto server = test::test_server();
     if (!server) return {};
     if (server->user != "sa") throw std::runtime_error("a play signs in to the server as \"sa\"");
-    return play::Server{{server->source, server->database},
+    return play::Server{{.server = server->source, .database = server->database, .encryption = "off"},
                         server->password,
                         [server] { return database::open_sqlserver(server->connection_string()); },
                         [server] { return test::open_emptied(*server); },

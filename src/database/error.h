@@ -16,6 +16,7 @@ class Error : public std::runtime_error {
         server_missing,  // nobody answers at the server's address
         no_driver,
         login_refused,
+        not_encrypted,     // the server cannot encrypt the log-in
         database_missing,  // or closed to this login
         file_missing,
         file_is_folder,

@@ -5,6 +5,7 @@
 #include "common/code_page.h"
 #include "common/text.h"
 #include "database/embedded/open.h"
+#include "database/sqlserver/encryption.h"
 #include "database/sqlserver/open.h"
 #include "startup/messages.h"
 #include "startup/reasons.h"
@@ -67,6 +68,17 @@ void require_names(const ConnectionRecord& record) {
                        std::string(message::connection_file_damaged) + "datacon24.stk");
 }
 
+// The line after the record.
+constexpr std::string_view encryption_mark = "Encryption=";
+std::string encryption_after(std::string_view bytes) {
+    std::string_view rest = bytes.substr(connection_record_length);
+    if (!rest.starts_with(encryption_mark)) return {};
+    rest.remove_prefix(encryption_mark.size());
+    const std::string_view word = common::trim(rest.substr(0, rest.find('\n')));
+    return word == database::encryption::everything || word == database::encryption::off ? std::string(word)
+                                                                                         : std::string();
+}
+
 }  // namespace
 
 std::string unscramble(std::string_view field) {
@@ -111,7 +123,7 @@ ConnectionRecord decode_connection(std::string_view bytes) {
     require_record(bytes);
     ConnectionRecord record{unscramble(field_of(bytes, server_field)),
                             unscramble(field_of(bytes, database_field)),
-                            unscramble(field_of(bytes, address_field))};
+                            unscramble(field_of(bytes, address_field)), encryption_after(bytes)};
     require_names(record);
     return record;
 }
@@ -119,7 +131,8 @@ ConnectionRecord decode_connection(std::string_view bytes) {
 std::string encode_connection(const ConnectionRecord& record, std::mt19937& random) {
     return scramble(record.server, server_field.width, random) +
            scramble(record.database, database_field.width, random) +
-           scramble(record.address, address_field.width, random);
+           scramble(record.address, address_field.width, random) +
+           (record.encryption.empty() ? "" : std::string(encryption_mark) + record.encryption + "\n");
 }
 
 std::string with_address(std::string bytes, std::string_view address, std::mt19937& random) {
@@ -148,7 +161,8 @@ DataSource data_source_of(const ConnectionRecord& record) {
 std::string connection_string(const ConnectionRecord& record, std::string_view password) {
     return "Provider=SQLOLEDB.1;Password=" + std::string(password) +
            ";Persist Security Info=True;User ID=sa;Initial Catalog= " + record.database +
-           ";Data Source=" + data_source_of(record).data_source;
+           ";Data Source=" + data_source_of(record).data_source +
+           (record.encryption.empty() ? "" : ";Encryption=" + record.encryption);
 }
 
 std::unique_ptr<database::Connection> open_connection(const std::string& connection_string,

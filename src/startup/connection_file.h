@@ -25,6 +25,7 @@ struct ConnectionRecord {
     std::string server;               // machine, or machine\instance; "embedded" for a shop in a file
     std::string database;             // the catalog, or the file of an embedded shop
     std::string address{no_address};  // last known network address of the server machine
+    std::string encryption{};         // database/sqlserver/encryption.h; empty for the default
     bool operator==(const ConnectionRecord&) const = default;
 };
 
@@ -39,7 +40,7 @@ std::string scramble(std::string_view text, std::size_t width, std::mt19937& ran
 // Throws StartUpError if there are fewer bytes than a record has, if the record names no server or no
 // database, or if a name holds what no name can.
 ConnectionRecord decode_connection(std::string_view bytes);
-// A whole record of 200 bytes.
+// A whole record of 200 bytes, and after it the line "Encryption=…" if it is not the default.
 std::string encode_connection(const ConnectionRecord& record, std::mt19937& random);
 // Replaces the address in the first record and keeps all other bytes.
 std::string with_address(std::string bytes, std::string_view address, std::mt19937& random);
@@ -56,7 +57,9 @@ struct DataSource {
 };
 DataSource data_source_of(const ConnectionRecord& record);
 
-// "Provider=SQLOLEDB.1;Password=…;Persist Security Info=True;User ID=sa;Initial Catalog= …;Data Source=…".
+// "Provider=SQLOLEDB.1;Password=…;Persist Security Info=True;User ID=sa;Initial Catalog= …;Data Source=…",
+// and
+// ";Encryption=…" if that is not the default.
 std::string connection_string(const ConnectionRecord& record, std::string_view password);
 
 // Opens what a connection string names. The data source "embedded" is the embedded engine, and the catalog is

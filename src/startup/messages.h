@@ -25,6 +25,9 @@ inline constexpr std::string_view address_renewed =
     "تم العثور على عنوان جديد لجهاز الخادم وحفظه، أعد تشغيل البرنامج";
 // The server refused the password of the database login.
 inline constexpr std::string_view wrong_password = "رفض الخادم كلمة سر الاتصال بقاعدة البيانات";
+// The server does not encrypt the password, so it was not sent. Tell the person in charge.
+inline constexpr std::string_view not_encrypted =
+    "الخادم لا يشفر كلمة سر الاتصال، فلم ترسل إليه. أبلغ المسئول";
 // The server has no database of this name.
 inline constexpr std::string_view database_missing = "قاعدة البيانات غير موجودة على الخادم: ";
 // The shop's file: missing, a folder, read-only, locked, corrupt, on a full disk.

@@ -14,6 +14,8 @@ std::string reason_of(const database::Error& error, std::string_view database) {
             return std::string(message::no_driver);
         case Kind::login_refused:
             return std::string(message::wrong_password);
+        case Kind::not_encrypted:
+            return std::string(message::not_encrypted);
         case Kind::database_missing:
             return named(message::database_missing);
         case Kind::file_missing:

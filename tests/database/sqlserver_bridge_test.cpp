@@ -29,10 +29,11 @@ class Bridge : public testing::Test {
 
     std::unique_ptr<Connection> open(const std::string& password = "secret", const std::string& name = "shop",
                                      database::Patience patience = {}) {
-        return database::open_sqlserver("Provider=SQLOLEDB.1;Password=" + password +
-                                            ";Persist Security Info=True;User ID=sa;Initial Catalog= " +
-                                            name + ";Data Source=127.0.0.1," + std::to_string(bridge.port()),
-                                        patience);
+        return database::open_sqlserver(
+            "Provider=SQLOLEDB.1;Password=" + password +
+                ";Persist Security Info=True;User ID=sa;Initial Catalog= " + name +
+                ";Encryption=off;Data Source=127.0.0.1," + std::to_string(bridge.port()),
+            patience);
     }
     static std::string failure_of(const std::function<void()>& work) {
         try {

@@ -21,7 +21,8 @@ using ::testing::HasSubstr;
 
 std::string program_string(const std::string& source, const std::string& password = "secret") {
     return "Provider=SQLOLEDB.1;Password=" + password +
-           ";Persist Security Info=True;User ID=sa;Initial Catalog= shop;Data Source=" + source;
+           ";Persist Security Info=True;User ID=sa;Initial Catalog= shop;Encryption=off;Data Source=" +
+           source;
 }
 
 std::string driver_string(std::uint16_t port) {
@@ -51,6 +52,19 @@ TEST(ServerAddress, OpensToTheLetter) {
         EXPECT_EQ(server.last_login().user, "sa");
         EXPECT_EQ(server.last_login().password, password);
         EXPECT_EQ(server.last_login().database, "shop");
+    }
+}
+
+TEST(ServerAddress, NoLogInReachesAServerThatDoesNotEncrypt) {
+    TdsServer server([](const std::string&) { return tds::done(); });
+    const std::string source = "127.0.0.1," + std::to_string(server.port());
+    std::string string = program_string(source);
+    const auto off = string.find("Encryption=off;");
+    for (const char* word : {"", "Encryption=login;", "Encryption=require;", "Encryption=nonsense;"}) {
+        string = program_string(source).replace(off, 15, word);
+        const Error error = error_of([&] { database::open_sqlserver(string); });
+        EXPECT_EQ(error.kind(), Error::Kind::not_encrypted) << word << error.what();
+        EXPECT_EQ(server.logins(), 0) << word;
     }
 }
 

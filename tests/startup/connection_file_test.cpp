@@ -90,6 +90,23 @@ TEST(ConnectionFile, ARecordIsTwoHundredBytes) {
     EXPECT_EQ(startup::decode_connection(renewed).address, "192.168.1.5");
 }
 
+TEST(ConnectionFile, SaysBehindTheRecordWhatIsEncrypted) {
+    std::mt19937 random(3);
+    for (const char* word : {"require", "off"}) {
+        ConnectionRecord record{"PC1", "shop", "10.0.0.7", word};
+        const std::string bytes =
+            startup::with_address(startup::encode_connection(record, random), "10.0.0.8", random);
+        record.address = "10.0.0.8";
+        EXPECT_EQ(bytes.substr(200), std::string("Encryption=") + word + "\n");
+        EXPECT_EQ(startup::decode_connection(bytes), record);
+        EXPECT_TRUE(startup::connection_string(record, "x").ends_with(std::string(";Encryption=") + word));
+    }
+    // Any other word leaves the log-in encrypted.
+    const std::string bytes = startup::encode_connection({"PC1", "shop"}, random);
+    for (const char* tail : {"", "Encryption=of", "Encryption=off;Data Source=PC2", "encryption=off"})
+        EXPECT_EQ(startup::decode_connection(bytes + tail).encryption, "") << tail;
+}
+
 TEST(ConnectionFile, LeadsToTheDataSource) {
     const struct {
         ConnectionRecord record;

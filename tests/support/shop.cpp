@@ -77,7 +77,7 @@ class DatedConnection final : public database::Connection {
 
 std::string TestServer::connection_string() const {
     return "Provider=SQLOLEDB.1;Password=" + password + ";Persist Security Info=True;User ID=" + user +
-           ";Initial Catalog= " + database + ";Data Source=" + source;
+           ";Initial Catalog= " + database + ";Data Source=" + source + ";Encryption=off";
 }
 
 std::optional<TestServer> test_server() {

@@ -8,6 +8,7 @@
 
 #include "common/text.h"
 #include "database/sqlserver/address.h"
+#include "database/sqlserver/encryption.h"
 #include "database/sqlserver/odbc_connection.h"
 
 namespace database {
@@ -25,6 +26,25 @@ std::string password_of(std::string_view text) {
     if (begin == text.npos || end == text.npos || end < begin + before.size())
         return std::string(connection_part(text, "Password"));
     return std::string(text.substr(begin + before.size(), end - begin - before.size()));
+}
+
+std::string_view encryption_of(std::string_view connection_string) {
+    const std::string_view asked = common::trim(connection_part(connection_string, "Encryption"));
+    for (const std::string_view known : {encryption::everything, encryption::off})
+        if (common::equal_ignoring_case(asked, known)) return known;
+    return encryption::log_in;
+}
+
+// A server that cannot encrypt would be sent the password in clear: the driver encrypts only if the server
+// can.
+void require_encryption(const addrinfo* addresses, bool all, std::chrono::milliseconds within) {
+    const auto can = can_encrypt(addresses, all, within);
+    if (!can) throw Error("08001", server_unreachable, "");
+    if (!*can)
+        throw Error("08004",
+                    all ? "The server does not encrypt all that is sent, so the password was not sent."
+                        : "The server does not encrypt the log-in, so the password was not sent.",
+                    "", Error::Kind::not_encrypted);
 }
 
 // A value of the driver's connection string; in braces, so that it may hold ";". The driver takes the first
@@ -81,7 +101,8 @@ std::string freetds_connection_string(const std::string& connection_string, cons
            ";DATABASE=" + braced(common::trim(connection_part(connection_string, "Initial Catalog"))) +
            ";UID=" + braced(common::trim(connection_part(connection_string, "User ID"))) +
            ";PWD=" + braced(password_of(connection_string)) +
-           ";TDS_Version=7.4;ClientCharset=UTF-8;APP=Tallvex;";
+           ";TDS_Version=7.4;ClientCharset=UTF-8;APP=Tallvex;Encryption=" +
+           (encryption_of(connection_string) == encryption::everything ? "require" : "request") + ";";
 }
 
 std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string, Patience patience) {
@@ -90,15 +111,22 @@ std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string,
         const DataSource source = parse_data_source(connection_part(connection_string, "Data Source"));
         std::uint16_t port = source.port.value_or(default_port);
         // The driver resolves the name again, without a time-out, so only names that resolve are given to it.
-        bool found = addresses_of(source.host, port, SOCK_STREAM, within) != nullptr;
+        Addresses addresses = addresses_of(source.host, port, SOCK_STREAM, within);
+        const auto left = [end] {
+            return std::chrono::duration_cast<std::chrono::milliseconds>(end -
+                                                                         std::chrono::steady_clock::now());
+        };
+        bool found = addresses != nullptr;
         if (found && !source.instance.empty()) {
-            const auto left =
-                std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
-            const auto told = ask_instance_port(source.host, source.instance, left);
+            const auto told = ask_instance_port(source.host, source.instance, left());
             found = told.has_value();
             port = told.value_or(port);
+            if (found) addresses = addresses_of(source.host, port, SOCK_STREAM, left());
         }
-        if (!found) throw Error("08001", server_unreachable, "");
+        if (!found || addresses == nullptr) throw Error("08001", server_unreachable, "");
+        const std::string_view asked = encryption_of(connection_string);
+        if (asked != encryption::off)
+            require_encryption(addresses.get(), asked == encryption::everything, left());
         return freetds_connection_string(connection_string, driver, source.host, port);
     };
     return std::make_unique<OdbcConnection>(

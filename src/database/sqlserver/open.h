@@ -13,7 +13,8 @@ namespace database {
 // Opens the server that the program's connection string names ("Provider=SQLOLEDB.1;…"); its data source is a
 // host, "host,port" or "host\instance". Log-in waits 5 s including name look-up, a statement 30 s. Throws
 // Error with its kind if the server does not answer or refuses the login or the database. If the connection
-// is lost later, the statement throws Error 08S01 and the next one connects again.
+// is lost later, the statement throws Error 08S01 and the next one connects again. Unless the string says
+// "Encryption=off" (encryption.h), nobody signs in at a server that cannot encrypt the log-in.
 struct Patience {
     int login_seconds = 5;
     int query_seconds = 30;
