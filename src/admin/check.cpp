@@ -6,6 +6,7 @@
 #include "admin/checks.h"
 #include "admin/shop.h"
 #include "admin/tool.h"
+#include "database/sqlserver/encryption.h"
 #include "startup/shop_files.h"
 
 namespace admin {
@@ -49,6 +50,11 @@ std::string_view advice(database::Error::Kind kind) {
             return "create the database on the server, or correct its name with tallvex-admin connect";
         case Kind::login_refused:
             return "the password of sa is another by now: tallvex-admin connect --keep-password";
+        case Kind::not_encrypted:
+            return "let the server use a certificate (every SQL Server since 2005 has one of its own), or, "
+                   "where "
+                   "nobody else can listen, allow it: tallvex-admin connect --encryption off with the same "
+                   "--server, --database and --address";
         case Kind::no_driver:
             return "install the driver: sudo apt-get install tdsodbc";
         case Kind::file_missing:
@@ -113,6 +119,10 @@ class Check {
         try {
             auto connection = open_place(tool_.shop, place);
             say({{Verdict::good, "connection", where}});
+            if (!is_embedded(place)) {
+                const bool is_off = place.encryption == database::encryption::off;
+                say({{is_off ? Verdict::note : Verdict::good, "encryption", encryption_words(place)}});
+            }
             return connection;
         } catch (const database::Error& error) {
             return refuse(error.what(), advice(error.kind()));
@@ -140,6 +150,11 @@ class Check {
         look("schema", [&] { return check_schema(connection); });
         look("settings", [&] { return check_settings(connection, version); });
         look("settings", [&] { return check_till_settings(connection, period); });
+        if (connection.is_embedded()) {
+            const std::filesystem::path file = startup::shop_file(read_place(tool_.shop), tool_.shop);
+            look("backups", [&] { return check_backups(connection, file, today); });
+            look("files", [&] { return check_files(connection, file); });
+        }
         look("users", [&] { return check_users(connection); });
         look("ports", [&] { return check_ports(connection, tool_.folder); });
         look("invoices", [&] { return check_invoices(connection, period); });

@@ -19,6 +19,7 @@ struct Options {
 void print(const Place& place, Tool& tool) {
     tool.out << "server:   " << place.server << "\ndatabase: " << place.database
              << "\naddress:  " << place.address << '\n';
+    if (!is_embedded(place)) tool.out << "encryption: " << encryption_words(place) << '\n';
     // The data source drops one "C" at the end of the server's name and one more at its own end.
     const std::string source = startup::data_source_of(place).data_source;
     const bool uses_address = place.address != startup::no_address;
@@ -47,6 +48,7 @@ void add_connect(CLI::App& program, Tool& tool) {
                      "Network address of the server, used instead of its name; \"Not Found\" for none")
         ->capture_default_str()
         ->excludes(show);
+    add_encryption_option(*command, options->place)->excludes(show);
     command->add_flag(
         "--keep-password", options->keep_password,
         "Ask for the password of the login sa, or read it from the standard input, and keep it in "

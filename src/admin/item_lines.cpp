@@ -46,6 +46,8 @@ class Reader {
             }
             if (!read_header()) return std::move(file_);
             while (csv_.next(cells_)) {
+                for (std::string& cell : cells_)
+                    cell = common::without_apostrophe(cell);
                 read_line();
                 if (reached_) reached_(csv_.position());
             }

@@ -8,9 +8,11 @@
 
 #include "admin/tool.h"
 #include "common/clock.h"
+#include "common/files.h"
 #include "startup/shop_files.h"
 
 int main(int argc, char** argv) {
+    common::keep_files_from_others();
     const std::vector<admin::AddCommand> commands = {
         admin::add_new_shop,  admin::add_connect,      admin::add_sql,      admin::add_users,
         admin::add_check,     admin::add_import_items, admin::add_backup,   admin::add_restore,
@@ -24,7 +26,7 @@ int main(int argc, char** argv) {
                      std::cin,
                      gone ? "." : working,
                      clock,
-                     isatty(STDERR_FILENO) != 0,
+                     isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr,
                      startup::shop_folder()};
     return admin::run_tool(commands, std::vector<std::string>(argv + 1, argv + argc), tool);
 }

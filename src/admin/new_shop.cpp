@@ -137,6 +137,8 @@ void refuse_ports(const NewShop& wanted) {
 
 void make_shop(const NewShop& asked, Tool& tool) {
     NewShop wanted = asked;
+    for (const std::string& text : {wanted.name, wanted.telephone, wanted.administrator})
+        require_plain_name(text);
     if (wanted.name.empty() && !wanted.demo) wanted.name = "متجري";
     if (wanted.administrator.empty()) wanted.administrator = "المدير";
     const bool is_given = !wanted.password.empty();

@@ -5,7 +5,9 @@
 #include <system_error>
 #include <vector>
 
+#include "common/text.h"
 #include "database/embedded/open.h"
+#include "database/sqlserver/encryption.h"
 #include "startup/connection_file.h"
 #include "startup/shop_files.h"
 #include "startup/workstation.h"
@@ -32,6 +34,18 @@ auto or_refuse(Work work) {
 
 bool is_embedded(const Place& place) {
     return startup::data_source_of(place).is_embedded();
+}
+
+std::string encryption_words(const Place& place) {
+    using namespace database::encryption;
+    if (place.encryption == everything)
+        return "require: everything is encrypted, else there is no connection";
+    if (place.encryption == off)
+        return "off: the password of sa may go to the server in clear, where everybody on the network can "
+               "read it";
+    return "login: the password of sa is encrypted, else it is not sent; what follows is encrypted if the "
+           "server "
+           "says so";
 }
 
 Place read_place(const fs::path& folder) {
@@ -229,11 +243,30 @@ void make_place(const fs::path& folder, const Place& place, Tool& tool, const Fi
     tool.out << "The shop is in " << folder.lexically_normal().string() << ".\n";
 }
 
+void require_plain_name(std::string_view name) {
+    if (common::printable(name) != name)
+        throw Refused("a name must not have control characters or marks of direction: " +
+                      common::printable(name));
+}
+
+CLI::Option* add_encryption_option(CLI::App& command, Place& place) {
+    using namespace database::encryption;
+    const auto set = [&place](const std::string& word) { place.encryption = word == log_in ? "" : word; };
+    return command
+        .add_option_function<std::string>(
+            "--encryption", set,
+            "login: the password of sa goes to a server encrypted or not at all "
+            "(the default); require: everything is encrypted; off: the password "
+            "may go unencrypted")
+        ->check(CLI::IsMember({std::string(log_in), std::string(everything), std::string(off)}));
+}
+
 void add_place_options(CLI::App& command, Place& place, const std::string& with_server) {
     command.add_option("--server", place.server, with_server);
     command.add_option("--database", place.database, "An empty database of the server, or the file's name")
         ->capture_default_str();
     command.add_option("--address", place.address, "Network address of the server")->capture_default_str();
+    add_encryption_option(command, place);
 }
 
 }  // namespace admin

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "admin/tool.h"
@@ -19,6 +20,9 @@ using Place = startup::ConnectionRecord;
 inline const Place new_place{std::string(startup::embedded_source), "shop.db"};  // of a new shop, by default
 
 bool is_embedded(const Place& place);
+
+// What is encrypted on the way to a server: "login: …".
+std::string encryption_words(const Place& place);
 
 // The connection file of a folder; writing returns its path.
 Place read_place(const std::filesystem::path& folder);
@@ -57,7 +61,15 @@ bool has_login_password(const std::filesystem::path& folder);
 void make_place(const std::filesystem::path& folder, const Place& place, Tool& tool,
                 const std::function<void(database::Connection&)>& fill);
 
-// Adds the options --server, --database and --address. `with_server` is the help text of --server.
+// Refused if a name of a user or a shop has a control character, or a mark that turns the direction of what
+// follows: it could be taken for another name.
+void require_plain_name(std::string_view name);
+
+// Adds the options --server, --database, --address and --encryption. `with_server` is the help text of
+// --server.
 void add_place_options(CLI::App& command, Place& place, const std::string& with_server);
+
+// Adds the option --encryption alone.
+CLI::Option* add_encryption_option(CLI::App& command, Place& place);
 
 }  // namespace admin

@@ -1,6 +1,7 @@
 #include "admin/sql.h"
 
 #include <locale.h>
+#include <unistd.h>
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <clocale>
@@ -9,8 +10,11 @@
 #include <vector>
 
 #include "admin/shop.h"
+#include "admin/sql_guard.h"
 #include "admin/tool.h"
+#include "backup/backup.h"
 #include "common/csv.h"
+#include "common/date_time.h"
 #include "common/text.h"
 
 namespace admin {
@@ -116,15 +120,59 @@ namespace {
 struct Options {
     std::string statement;
     bool csv = false;
+    bool yes = false;
 };
+
+std::string joined(const std::vector<std::string>& texts, const char* between) {
+    std::string all;
+    for (const std::string& text : texts)
+        all += (all.empty() ? "" : between) + text;
+    return all;
+}
+
+// Asks before a statement whose harm nobody could take back row by row.
+void confirm(const StatementEffect& effect, const Options& options, Tool& tool) {
+    if (effect.dangers.empty() || options.yes) return;
+    const std::string what = "this statement " + joined(effect.dangers, ", and ");
+    if (tool.terminal == nullptr || isatty(STDIN_FILENO) == 0)
+        throw Refused(what + "; if that is meant, give --yes");
+    tool.err << what << ". Go on? [y/N] " << std::flush;
+    std::string answer;
+    std::getline(tool.in, answer);
+    answer = common::lower_ascii(common::trim(answer));
+    if (answer != "y" && answer != "yes") throw Refused("nothing was changed");
+}
+
+// Before the first statement of a day that changes something, an embedded shop is copied.
+void keep_copy_of_today(Tool& tool) {
+    constexpr std::string_view prefix = "before-sql-";
+    constexpr std::size_t days_kept = 7;
+    const Place place = read_place(tool.shop);
+    if (!is_embedded(place)) return;
+    std::string day = common::date_text(tool.clock.now().date);
+    std::erase(day, '/');
+    const auto copy = tool.shop / (std::string(prefix) + day + ".backup");
+    if (std::filesystem::exists(copy)) return;
+    backup::back_up(startup::shop_file(place, tool.shop), copy);
+    backup::keep_newest(tool.shop, prefix, days_kept);
+    tool.err << "the shop as it was is kept in " << copy.string() << '\n';
+}
 
 void run(const Options& options, Tool& tool) {
     const auto connection = open_shop(tool);
+    const StatementEffect effect = effect_of(options.statement);
+    confirm(effect, options, tool);
+    if (effect.changes) keep_copy_of_today(tool);
     // run() because only it returns both the rows and the number of changed rows.
     const auto outcome = connection->run(options.statement, {});
     connection->make_durable();
     if (outcome.result.columns().empty()) {
-        tool.err << outcome.changed << (outcome.changed == 1 ? " row changed\n" : " rows changed\n");
+        if (effect.tables.empty()) {
+            tool.err << "done\n";
+        } else {
+            tool.err << outcome.changed << (outcome.changed == 1 ? " row of " : " rows of ")
+                     << joined(effect.tables, ", ") << " changed\n";
+        }
     } else if (options.csv) {
         tool.out << csv_table(outcome.result);
     } else {
@@ -141,6 +189,9 @@ void add_sql(CLI::App& program, Tool& tool) {
         program.add_subcommand("sql", "Runs a Transact-SQL statement on the shop and prints its rows");
     command->add_option("statement", options->statement, "The statement")->required();
     command->add_flag("--csv", options->csv, "Rows as CSV (RFC 4180, UTF-8, nulls empty) instead of a table");
+    command->add_flag(
+        "--yes", options->yes,
+        "Do not ask before a statement that drops something, or deletes or updates without where");
     command->callback([options, &tool] { run(*options, tool); });
 }
 

@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <csignal>
+#include <streambuf>
 
 #include "common/text.h"
 #include "database/error.h"
@@ -62,7 +63,48 @@ std::string read_hidden(Tool& tool, std::string_view whose, const std::string& p
 
 }  // namespace
 
-int run_tool(const std::vector<AddCommand>& commands, const std::vector<std::string>& arguments, Tool& tool) {
+namespace {
+
+// Passes text on to a stream without what a name in the shop could do to a terminal: line ends stay, all
+// other control characters and marks of direction are left out.
+class PrintableBuffer final : public std::streambuf {
+  public:
+    explicit PrintableBuffer(std::ostream& to) : to_(to) {}
+    ~PrintableBuffer() override { pass_on(); }
+
+  protected:
+    int_type overflow(int_type c) override {
+        if (c == traits_type::eof()) return 0;
+        held_ += static_cast<char>(c);
+        if (c == '\n') pass_on();
+        return c;
+    }
+    int sync() override {
+        pass_on();
+        to_.flush();
+        return 0;
+    }
+
+  private:
+    void pass_on() {
+        const bool is_line = held_.ends_with('\n');
+        const std::string_view end = held_.ends_with("\r\n") ? "\r\n" : is_line ? "\n" : "";
+        to_ << common::printable(held_) << end;
+        held_.clear();
+    }
+    std::ostream& to_;
+    std::string held_;  // a line, so that no character is cut
+};
+
+}  // namespace
+
+int run_tool(const std::vector<AddCommand>& commands, const std::vector<std::string>& arguments,
+             Tool& given) {
+    PrintableBuffer out_buffer(given.out);
+    PrintableBuffer err_buffer(given.err);
+    std::ostream out(&out_buffer);
+    std::ostream err(&err_buffer);
+    Tool tool{out, err, given.in, given.folder, given.clock, given.terminal, given.shop};
     CLI::App program("Sets up and looks after a Tallvex shop.", "tallvex-admin");
     program.set_version_flag("--version", TALLVEX_VERSION);
     program.require_subcommand(1);
@@ -102,24 +144,24 @@ Progress::Progress(Tool& tool, std::string label, std::size_t total)
 }
 
 Progress::~Progress() {
-    if (tool_.terminal) tool_.err << "\r\x1b[K" << std::flush;
+    if (tool_.terminal != nullptr) *tool_.terminal << "\r\x1b[K" << std::flush;
 }
 
 void Progress::reach(std::size_t amount) {
     done_ = amount;
-    if (!tool_.terminal) return;
+    if (tool_.terminal == nullptr) return;
     const int percent = total_ == 0 ? 100 : static_cast<int>(std::min(done_, total_) * 100 / total_);
     if (percent == percent_) return;
     percent_ = percent;
     constexpr int bar_cells = 40;
     const int filled = percent * bar_cells / 100;
-    tool_.err << '\r' << label_ << " [" << std::string(static_cast<std::size_t>(filled), '#')
-              << std::string(static_cast<std::size_t>(bar_cells - filled), '.') << "] " << percent
-              << "%\x1b[K" << std::flush;
+    *tool_.terminal << '\r' << label_ << " [" << std::string(static_cast<std::size_t>(filled), '#')
+                    << std::string(static_cast<std::size_t>(bar_cells - filled), '.') << "] " << percent
+                    << "%\x1b[K" << std::flush;
 }
 
 std::string ask_password(Tool& tool, std::string_view whose, std::string_view otherwise) {
-    const bool typed = tool.terminal && isatty(STDIN_FILENO) != 0;
+    const bool typed = tool.terminal != nullptr && isatty(STDIN_FILENO) != 0;
     const std::string password =
         typed ? read_hidden(tool, whose, "Password of " + std::string(whose) + ": ") : read_line(tool, whose);
     if (password.empty()) throw Refused("the password is empty; " + std::string(otherwise));

@@ -14,7 +14,8 @@
 
 namespace CLI {
 class App;
-}
+class Option;
+}  // namespace CLI
 
 namespace admin {
 
@@ -29,7 +30,7 @@ struct Tool {
     std::istream& in;
     std::filesystem::path folder;  // the working directory: files are named from there
     common::Clock& clock;
-    bool terminal = false;                // err is a terminal, where long work shows its progress
+    std::ostream* terminal = nullptr;     // where long work shows its progress; none if err is no terminal
     std::filesystem::path shop = folder;  // holds the shop's connection file
 };
 
@@ -59,8 +60,8 @@ void add_stamp(CLI::App& program, Tool& tool);
 // to tool.err.
 int run_tool(const std::vector<AddCommand>& commands, const std::vector<std::string>& arguments, Tool& tool);
 
-// A progress bar on tool.err, redrawn when its percentage changes and erased at the end. Shows nothing if
-// tool.err is not a terminal, so that logs stay clean.
+// A progress bar on tool.terminal, redrawn when its percentage changes and erased at the end. Shows nothing
+// without a terminal, so that logs stay clean.
 class Progress {
   public:
     Progress(Tool& tool, std::string label, std::size_t total);

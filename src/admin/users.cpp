@@ -108,6 +108,7 @@ std::int64_t add_user(Connection& connection, std::string_view name, std::string
                       std::string_view permissions) {
     const std::string_view kept = common::trim(name);
     if (kept.empty()) throw Refused("a user needs a name");
+    require_plain_name(kept);
     if (!database::TextLimits(connection, "users").fits("name", kept)) throw Refused("the name is too long");
     if (common::parse_integer(kept)) throw Refused("a name that is a number would be taken for a code");
     if (!connection.query(Sql("select code from users where [name] = ") + quoted(kept)).empty()) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "common/numbers.h"
+
 namespace common {
 
 CsvError::CsvError(std::size_t line, std::string reason)
@@ -75,10 +77,26 @@ char guess_separator(std::string_view text) {
     });
 }
 
+namespace {
+
+bool looks_like_formula(std::string_view cell) {
+    if (cell.empty()) return false;
+    const char first = cell.front();
+    if (first == '=' || first == '@' || first == '\t' || first == '\r') return true;
+    return (first == '-' || first == '+') && !parse_number(cell);
+}
+
+}  // namespace
+
+std::string_view without_apostrophe(std::string_view cell) {
+    return cell.starts_with('\'') && looks_like_formula(cell.substr(1)) ? cell.substr(1) : cell;
+}
+
 std::string csv_record(const std::vector<std::string>& cells) {
     std::string record;
-    for (const std::string& cell : cells) {
-        if (&cell != &cells.front()) record += ',';
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        const std::string cell = (looks_like_formula(cells[i]) ? "'" : "") + cells[i];
+        if (i > 0) record += ',';
         if (cell.find_first_of(",\"\r\n") == std::string::npos) {
             record += cell;
             continue;

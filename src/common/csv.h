@@ -50,7 +50,10 @@ class CsvError : public std::exception {
 // The separator that the first line uses most: comma, semicolon or tab; comma if it has none of them.
 char guess_separator(std::string_view text);
 
-// One record as CSV, with its CRLF. Cells are quoted if they contain a comma, a quote or a line end.
+// One record as CSV, with its CRLF. Cells are quoted if they contain a comma, a quote or a line end. A text
+// that a spreadsheet would run as a formula ("=1+1" typed as a customer's name) gets an apostrophe before it.
 std::string csv_record(const std::vector<std::string>& cells);
+// A cell as it was before csv_record() put an apostrophe there.
+std::string_view without_apostrophe(std::string_view cell);
 
 }  // namespace common

@@ -101,6 +101,10 @@ bool append_to_file(const fs::path& file, std::string_view bytes) {
     return write(target.get(), bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
 }
 
+void keep_files_from_others() {
+    umask(0777 & ~(shop_file_mode | S_IXUSR | S_IXGRP));
+}
+
 bool sync_file(const fs::path& file) {
     const Descriptor opened(open(file.c_str(), O_RDONLY | O_CLOEXEC));
     return opened.is_open() && fsync(opened.get()) == 0;

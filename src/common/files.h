@@ -40,6 +40,11 @@ void replace_file(const std::filesystem::path& file, std::string_view bytes, uns
 // Appends to a regular file in one piece, creating it if it is missing. Returns false if that fails.
 bool append_to_file(const std::filesystem::path& file, std::string_view bytes);
 
+// The mode of a file with a shop's data: its owner and group use it, nobody else reads it.
+inline constexpr unsigned shop_file_mode = 0660;
+// Gives files that this process makes from now on that mode, and folders the same, whatever the umask was.
+void keep_files_from_others();
+
 // Waits until a file or folder is on the disk. Returns false if that fails.
 bool sync_file(const std::filesystem::path& file);
 

@@ -119,6 +119,16 @@ std::string cut_to_column(std::string_view text, std::size_t width) {
     return std::string(text.substr(0, end));
 }
 
+std::string printable(std::string_view text) {
+    const auto is_hidden = [](char32_t c) {
+        return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x061C || c == 0x200E || c == 0x200F ||
+               (c >= 0x2028 && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+    };
+    std::u32string kept = code_points(text);
+    std::erase_if(kept, is_hidden);
+    return utf8(kept);
+}
+
 std::u32string code_points(std::string_view text) {
     std::u32string out;
     out.reserve(text.size());

@@ -20,6 +20,10 @@ std::string right(std::string_view text, std::size_t characters);
 std::size_t column_width(std::string_view text);
 std::string cut_to_column(std::string_view text, std::size_t width);
 
+// The text without control characters and without the marks that turn the direction of what follows: neither
+// can move a terminal's cursor nor make a name look like another. Joiners, which Arabic needs, stay.
+std::string printable(std::string_view text);
+
 // Converts between UTF-8 and code points. Malformed bytes become U+FFFD.
 std::u32string code_points(std::string_view text);
 std::string utf8(std::u32string_view text);

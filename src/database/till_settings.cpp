@@ -1,5 +1,8 @@
 #include "database/till_settings.h"
 
+#include <algorithm>
+
+#include "common/text.h"
 #include "common/typed.h"
 #include "database/till_tables.h"
 
@@ -12,11 +15,44 @@ std::optional<std::string> read_day(std::string_view typed) {
     return date ? std::optional(common::date_text(*date)) : std::nullopt;
 }
 
+constexpr std::string_view no_folder = "none";
+constexpr std::size_t longest_value = 200;  // till_setting.value
+
+// The folders that a text names; nothing if one of them is no plain path.
+std::optional<std::vector<std::filesystem::path>> folders_in(std::string_view text) {
+    std::vector<std::filesystem::path> folders;
+    while (!text.empty()) {
+        const auto end = std::min(text.find(';'), text.size());
+        const std::string_view folder = common::trim(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+        if (folder.empty()) continue;
+        if (common::printable(folder) != folder) return std::nullopt;
+        folders.emplace_back(folder);
+    }
+    return folders;
+}
+
+std::optional<std::string> read_folders(std::string_view typed) {
+    if (common::trim(typed) == no_folder) return std::string(no_folder);
+    const auto folders = folders_in(typed);
+    const auto is_relative = [](const std::filesystem::path& folder) { return folder.is_relative(); };
+    if (!folders || folders->empty() || std::any_of(folders->begin(), folders->end(), is_relative))
+        return std::nullopt;
+    std::string text;
+    for (const auto& folder : *folders)
+        text += (text.empty() ? "" : ";") + folder.string();
+    return common::column_width(text) > longest_value ? std::nullopt : std::optional(text);
+}
+
 constexpr TillSetting settings[] = {
     {setting::net_from,
      "from this day on a drawer is to hold the net of its cash invoices: their discounts are taken off the "
      "expected cash. Leave it unset where another program adds up the cash of this shop without them",
      "a day, yyyy/mm/dd", read_day},
+    {setting::backup_to,
+     "a shop in a file copies itself into these folders, on a stick or another disk, at each shift close and "
+     "when a till is left. Of the copies there the last 7 days, 4 weeks and 12 months are kept",
+     "folders with their whole path, \";\" between them, or none", read_folders},
 };
 
 }  // namespace
@@ -44,6 +80,12 @@ void set_till_setting(Connection& connection, std::string_view name, std::string
 std::optional<common::Date> net_from(Connection& connection) {
     const auto text = till_setting(connection, setting::net_from);
     return text ? common::read_date(*text) : std::nullopt;
+}
+
+std::vector<std::filesystem::path> backup_folders(Connection& connection) {
+    const auto text = till_setting(connection, setting::backup_to);
+    if (!text || *text == no_folder) return {};
+    return folders_in(*text).value_or(std::vector<std::filesystem::path>());
 }
 
 }  // namespace database

@@ -2,10 +2,12 @@
 // the table has no such settings.
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "common/date_time.h"
 #include "database/connection.h"
@@ -17,6 +19,8 @@ namespace setting {
 // without the setting, expected cash counts the totals before the invoice discount, as other programs on the
 // same database may do.
 inline constexpr std::string_view net_from = "net_from";
+// The folders into which an embedded shop copies itself, ";" between them, or "none".
+inline constexpr std::string_view backup_to = "backup_to";
 }  // namespace setting
 
 // What the shop keeper is told of a setting, and how its value is read.
@@ -36,5 +40,8 @@ void set_till_setting(Connection& connection, std::string_view name, std::string
 
 // The setting `net_from`; nothing if it is not set, or not a date.
 std::optional<common::Date> net_from(Connection& connection);
+
+// The setting `backup_to`; empty if it is not set.
+std::vector<std::filesystem::path> backup_folders(Connection& connection);
 
 }  // namespace database

@@ -75,9 +75,13 @@ void PlayShop::move_to_server() {
     startup::write_sa_password(folder(), server_->password);
 }
 
+std::filesystem::path PlayShop::file() const {
+    return folder() / shop_file;
+}
+
 std::unique_ptr<database::Connection> PlayShop::open() const {
     if (server_) return server_->open();
-    return database::open_embedded(folder() / shop_file);
+    return database::open_embedded(file());
 }
 
 }  // namespace play

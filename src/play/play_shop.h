@@ -33,6 +33,7 @@ class PlayShop {
     // std::runtime_error.
     void set_up(const std::string& kind);
     // The shop's folder: database, files beside the program, ports.
+    std::filesystem::path file() const;  // of a shop that is not on a server
     std::filesystem::path folder() const { return root_ / "shop"; }
     // Opens the shop's database as a second program beside the till.
     std::unique_ptr<database::Connection> open() const;

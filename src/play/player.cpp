@@ -7,6 +7,7 @@
 #include <fstream>
 #include <map>
 
+#include "backup/automatic.h"
 #include "common/text.h"
 #include "database/sqlserver/open.h"
 #include "play/screen_reader.h"
@@ -185,7 +186,7 @@ void Player::start_till() {
                 start_again_ = true;
                 return true;
             },
-            show);
+            [this] { backup::back_up_to_folders(rows(), shop_.file(), clock_.now()); }, show);
         start_up.run([&](database::Connection& connection, signin::Session& session) {
             till.run(connection, session);
         });

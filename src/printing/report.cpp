@@ -6,29 +6,10 @@
 #include <system_error>
 
 #include "common/csv.h"
-#include "common/numbers.h"
 #include "printing/report_printer.h"
 #include "signin/session.h"
 
 namespace printing {
-
-namespace {
-
-// "=1+1" typed as a customer's name must not become a formula in the owner's spreadsheet.
-bool looks_like_formula(std::string_view cell) {
-    if (cell.empty()) return false;
-    if (cell.front() == '=' || cell.front() == '@' || cell.front() == '\t' || cell.front() == '\r')
-        return true;
-    return (cell.front() == '-' || cell.front() == '+') && !common::parse_number(cell);
-}
-
-std::string csv_line(std::vector<std::string> cells) {
-    for (std::string& cell : cells)
-        if (looks_like_formula(cell)) cell.insert(0, 1, '\'');
-    return common::csv_record(cells);
-}
-
-}  // namespace
 
 std::vector<std::string> Report::headings() const {
     std::vector<std::string> texts;
@@ -48,17 +29,17 @@ Report headed(std::string name, const signin::Session& session) {
 }
 
 std::string report_csv(const Report& report) {
-    std::string csv = "\xEF\xBB\xBF" + csv_line({report.title});
+    std::string csv = "\xEF\xBB\xBF" + common::csv_record({report.title});
     for (const auto& [label, value] : report.captions)
-        csv += csv_line({label, value});
-    if (!report.columns.empty()) csv += csv_line(report.headings());
+        csv += common::csv_record({label, value});
+    if (!report.columns.empty()) csv += common::csv_record(report.headings());
     for (const auto& row : report.rows)
-        csv += csv_line(row);
+        csv += common::csv_record(row);
     for (const auto& [label, value] : report.totals)
-        csv += csv_line({label, value});
-    if (!report.words.empty()) csv += csv_line({report.words});
+        csv += common::csv_record({label, value});
+    if (!report.words.empty()) csv += common::csv_record({report.words});
     for (const std::string& footer : report.footers)
-        csv += csv_line({footer});
+        csv += common::csv_record({footer});
     return csv;
 }
 

@@ -22,8 +22,8 @@ Settings read_settings(database::Connection& connection) {
     const auto rows = connection.query("select * from basic");
     if (rows.empty()) return settings;
     const database::Row& row = rows.front();
-    settings.aname = row.text("aname");
-    settings.ename = row.text("ename");
+    settings.aname = common::printable(row.text("aname"));
+    settings.ename = common::printable(row.text("ename"));
     settings.tel = row.text("tel");
     settings.warn = whole(row, "warn");
     settings.type = whole(row, "Type");

@@ -74,7 +74,7 @@ std::string stored_password(database::Connection& connection, std::int64_t user)
 SignIn::SignIn(database::Connection& connection, Session& session, common::Services services)
     : connection_(connection), session_(session), services_(services) {
     for (const auto& row : connection_.query("select * from [users]")) {
-        users_.push_back({row.integer("code"), row.text("name")});
+        users_.push_back({row.integer("code"), common::printable(row.text("name"))});
     }
 }
 
@@ -95,7 +95,7 @@ SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view
     const database::Row& user = found.front();
     session_.permissions = byte_per_character(user.text("perm"));
     session_.user_code = user.integer("code");
-    session_.user_name = user.text("Name");
+    session_.user_name = common::printable(user.text("Name"));
     if (!is_password(session_, services_, *code, password, user.text("pass"), message::wrong_password,
                      sign_in_code))
         return SignInOutcome::stay_on_password;

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "common/clock.h"
+#include "common/files.h"
 #include "common/ports.h"
 #include "startup/shop_files.h"
 #include "startup/start_up.h"
@@ -63,6 +64,15 @@ bool start_again(const startup::Environment& environment, std::int64_t cash_poin
                                    QString::fromStdString(environment.working_folder.string()));
 }
 
+// Lets tallvex-admin, which stands beside this program, copy the shop: a program of its own, so that neither
+// a slow stick nor the end of the till stops the other.
+void back_up(const startup::Environment& environment, common::Log& log) {
+    const QString tool = QCoreApplication::applicationDirPath() + "/tallvex-admin";
+    if (!QProcess::startDetached(tool, {"backup", "--automatic"},
+                                 QString::fromStdString(environment.working_folder.string())))
+        log.log_event("backup: " + tool.toStdString() + " cannot be started", "223");
+}
+
 // For measuring the start: with TALLVEX_END_AT=sign-in the program ends once the sign-in window was painted.
 class EndAtSignIn final : public QObject {
   public:
@@ -94,6 +104,7 @@ int main(int argc, char** argv) {
         std::fputs("tallvex: there is no display to show the till on (DISPLAY is not set)\n", stderr);
         return 1;
     }
+    common::keep_files_from_others();
     const startup::Environment environment = startup::Environment::here(argc, argv);
     QApplication application(argc, argv);
     QApplication::setApplicationName("Tallvex");
@@ -119,7 +130,7 @@ int main(int argc, char** argv) {
             again = is_supervised();
             return again || start_again(environment, start_up.session().cash_point);
         },
-        show_full_screen);
+        [&] { back_up(environment, log); }, show_full_screen);
     const bool reached = start_up.run(
         [&](database::Connection& connection, signin::Session& session) { till.run(connection, session); });
     if (again) return restart_exit_code;

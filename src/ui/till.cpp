@@ -3,6 +3,8 @@
 #include <QEventLoop>
 #include <memory>
 
+#include "backup/automatic.h"
+#include "database/error.h"
 #include "printing/pages/system_printers.h"
 #include "signin/session.h"
 #include "ui/help/open_help.h"
@@ -13,14 +15,27 @@
 
 namespace ui {
 
+namespace {
+
+constexpr std::string_view failure_code = "223";
+
+}  // namespace
+
 void Till::run(database::Connection& connection, signin::Session& session) {
     printing::PrinterChoice choice;
     const printing::pages::Workstation workstation{connection, services_, choice, session.program_folder,
                                                    show_preview};
     printing::pages::SystemReceiptPrinter receipts(workstation);
     printing::pages::SystemReportPrinter reports(workstation);
-    const Context context{connection, session, services_, receipts,    reports,
-                          choice,     keys_,   restart_,  show_window_};
+    const auto back_up = [&] {
+        try {
+            if (backup::state_of(connection)) back_up_();
+        } catch (const std::exception& error) {
+            services_.log.log_event(database::log_line("BackUp", error), failure_code);
+        }
+    };
+    const Context context{connection, session, services_, receipts, reports,
+                          choice,     keys_,   restart_,  back_up,  show_window_};
 
     const HelpKey help;
     auto sign_in = std::make_unique<SignInWindow>(context);
@@ -30,7 +45,11 @@ void Till::run(database::Connection& connection, signin::Session& session) {
 
     SalesWindow sales(context, screen_commands());
     QEventLoop loop;
-    QObject::connect(&sales, &SalesWindow::finished, &loop, &QEventLoop::quit);
+    bool is_left = false;  // not to be started again at once
+    QObject::connect(&sales, &SalesWindow::finished, &loop, [&](bool restart) {
+        is_left = !restart;
+        loop.quit();
+    });
     // The sign-in window stays until the sales window is shown, so that the desktop does not appear in
     // between.
     show_window_(sales);
@@ -38,6 +57,7 @@ void Till::run(database::Connection& connection, signin::Session& session) {
     sales.activateWindow();
     if (!sales.open()) return;
     loop.exec();
+    if (is_left) back_up();
 }
 
 }  // namespace ui

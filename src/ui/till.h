@@ -20,12 +20,14 @@ class KeyQueue;
 
 class Till {
   public:
-    // `restart` starts the program again and returns false if that failed; `show_window` shows a window.
+    // `restart` starts the program again and returns false if that failed; `back_up` copies the shop into the
+    // folders that it names; `show_window` shows a window.
     Till(common::Services services, KeyQueue& keys, std::function<bool()> restart,
-         std::function<void(QWidget&)> show_window)
+         std::function<void()> back_up, std::function<void(QWidget&)> show_window)
         : services_(services),
           keys_(keys),
           restart_(std::move(restart)),
+          back_up_(std::move(back_up)),
           show_window_(std::move(show_window)) {}
 
     // Returns when the cashier has left the program.
@@ -35,6 +37,7 @@ class Till {
     common::Services services_;
     KeyQueue& keys_;
     std::function<bool()> restart_;
+    std::function<void()> back_up_;
     std::function<void(QWidget&)> show_window_;
 };
 

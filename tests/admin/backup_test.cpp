@@ -1,10 +1,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <atomic>
+#include <chrono>
+#include <set>
 #include <thread>
 
 #include "admin/workbench.h"
+#include "backup/automatic.h"
 #include "database/embedded/open.h"
 #include "database/schema/schema.h"
 #include "support/child.h"
@@ -17,6 +21,14 @@ using testing::HasSubstr;
 
 std::string scalar(const fs::path& file, const std::string& query) {
     return database::text_of(database::open_embedded(file)->scalar(database::Sql::from_administrator(query)));
+}
+
+// Runs statements of the engine on a file, as a program other than the till would.
+void engine(const fs::path& file, const char* statements) {
+    sqlite3* raw = nullptr;
+    ASSERT_EQ(sqlite3_open(file.c_str(), &raw), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(raw, statements, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(raw);
+    sqlite3_close(raw);
 }
 
 TEST(Backup, IsTheShopAtOneMomentWhileATillWrites) {
@@ -107,6 +119,95 @@ TEST(Backup, RefusesADamagedShop) {
     EXPECT_EQ(bench.run({"backup", "full/copy.backup"}).code, 1);
 }
 
+TEST(AutomaticBackup, KeepsDaysWeeksAndMonths) {
+    // Twice a day for 40 days back from 2026/11/21, then the first and last day of each month of two years.
+    std::vector<std::string> names = {"shop-20240101-000000.backup", "shop-auto-20261121.backup",
+                                      "other.txt"};
+    common::Date day{2026, 11, 21};
+    for (int i = 0; i < 40; ++i, day = common::add_days(day, -1)) {
+        names.push_back(backup::name_at("shop-auto-", {day, {9, 0, 0}}));
+        names.push_back(backup::name_at("shop-auto-", {day, {21, 0, 0}}));
+    }
+    for (int month = 1; month <= 9; ++month) {
+        names.push_back(backup::name_at("shop-auto-", {{2026, month, 1}, {9, 0, 0}}));
+        names.push_back(backup::name_at("shop-auto-", {{2026, month, 28}, {9, 0, 0}}));
+        names.push_back(backup::name_at("shop-auto-", {{2025, month, 28}, {9, 0, 0}}));
+    }
+    std::set<std::string> left(names.begin(), names.end());
+    for (const std::string& name : backup::superfluous(names, "shop-auto-"))
+        left.erase(name);
+    // Weeks begin on Saturday, as 2026/11/21 does: the newest copies of the weeks before are of Fridays.
+    const std::set<std::string> wanted = {"other.txt",
+                                          "shop-20240101-000000.backup",
+                                          "shop-auto-20261121.backup",
+                                          "shop-auto-20261121-210000.backup",
+                                          "shop-auto-20261120-210000.backup",
+                                          "shop-auto-20261119-210000.backup",
+                                          "shop-auto-20261118-210000.backup",
+                                          "shop-auto-20261117-210000.backup",
+                                          "shop-auto-20261116-210000.backup",
+                                          "shop-auto-20261115-210000.backup",
+                                          "shop-auto-20261113-210000.backup",
+                                          "shop-auto-20261106-210000.backup",
+                                          "shop-auto-20261031-210000.backup",
+                                          "shop-auto-20260928-090000.backup",
+                                          "shop-auto-20260828-090000.backup",
+                                          "shop-auto-20260728-090000.backup",
+                                          "shop-auto-20260628-090000.backup",
+                                          "shop-auto-20260528-090000.backup",
+                                          "shop-auto-20260428-090000.backup",
+                                          "shop-auto-20260328-090000.backup",
+                                          "shop-auto-20260228-090000.backup",
+                                          "shop-auto-20260128-090000.backup",
+                                          "shop-auto-20250928-090000.backup"};
+    EXPECT_EQ(left, wanted);
+}
+
+TEST(AutomaticBackup, GoesToEveryFolderAndTellsWhereItCouldNot) {
+    Workbench bench;
+    bench.make_shop();
+    EXPECT_THAT(bench.run({"backup", "--automatic"}).err,
+                HasSubstr("tallvex-admin settings backup_to FOLDER"));
+    EXPECT_THAT(bench.run({"settings", "backup_to", "stick"}).err, HasSubstr("backup_to cannot be"));
+    fs::create_directory(bench.file("a"));
+    fs::create_directory(bench.file("stick"));
+    const std::string folders = bench.file("a").string() + "; " + bench.file("stick").string();
+    ASSERT_EQ(bench.run({"settings", "backup_to", folders}).code, 0);
+    EXPECT_THAT(bench.run({"check"}).out, HasSubstr("note   backups: none has been made yet"));
+    bench.write("a/shop-auto-20251101-090000.backup.making", "cut off");
+    fs::last_write_time(bench.file("a/shop-auto-20251101-090000.backup.making"),
+                        fs::file_time_type::clock::now() - std::chrono::hours(7));
+    ASSERT_EQ(bench.run({"backup", "--automatic"}).code, 0);
+    for (const char* folder : {"a", "stick"}) {
+        const fs::path copy = bench.file(folder) / "shop-auto-20261121-104200.backup";
+        EXPECT_EQ(fs::status(copy).permissions(), fs::perms(0660)) << copy;
+        EXPECT_EQ(scalar(copy, "select count(*) from users"), "1");
+    }
+    EXPECT_FALSE(fs::exists(bench.file("a/shop-auto-20251101-090000.backup.making")));
+    const auto words = [&](const common::Date& today) {
+        return backup::words_for(*backup::state_of(*bench.open()), today);
+    };
+    EXPECT_EQ(words({2026, 11, 21}), "آخر نسخة احتياطية: اليوم 10:42");
+    EXPECT_EQ(words({2026, 11, 22}), "آخر نسخة احتياطية: أمس 10:42");
+    EXPECT_EQ(words({2026, 11, 23}), "آخر نسخة احتياطية: منذ يومين");
+    EXPECT_EQ(words({2026, 11, 24}), "آخر نسخة احتياطية: منذ 3 أيام");
+    EXPECT_EQ(words({2026, 12, 2}), "آخر نسخة احتياطية: منذ 11 يوما");
+
+    // The stick is pulled out, and the other copy of this second is there already.
+    fs::remove_all(bench.file("stick"));
+    const auto run = bench.run({"backup", "--automatic"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_THAT(run.err, HasSubstr("there is no folder " + bench.file("stick").string()));
+    EXPECT_EQ(words({2026, 11, 21}), "آخر نسخة احتياطية: اليوم 10:42\nلم تحفظ النسخة في: \u200E" +
+                                         bench.file("a").string() + ", " + bench.file("stick").string());
+    const auto check = bench.run({"check"});
+    EXPECT_EQ(check.code, 1);
+    EXPECT_THAT(check.out, HasSubstr("WRONG  backups: the last one did not get to"));
+    // A shop without the table has no backups, and says so only when asked to make some.
+    bench.sql("drop table till_setting");
+    EXPECT_FALSE(backup::state_of(*bench.open()));
+}
+
 TEST(Restore, ATillSeesTheRestoredShopWithItsNextStatement) {
     Workbench bench;
     bench.make_shop();
@@ -166,11 +267,54 @@ TEST(Restore, RefusesOtherFilesAndKeepsTheShop) {
         const auto other = database::open_embedded(bench.file("other.db"), true);
         other->execute("create table basic (aname nvarchar(100) null)");
     }
-    for (const char* file : {"missing", "empty", "garbage", "other.db", "shop.db", "."}) {
+    engine(bench.file("foreign.db"), "create table basic (aname text); insert into basic values ('x')");
+    const std::pair<const char*, const char*> refused[] = {
+        {"missing", "there is no backup"},
+        {"empty", "empty is empty"},
+        {"garbage", "garbage is no shop"},
+        {"foreign.db", "foreign.db is the database of another program"},
+        {"other.db", "other.db is not a shop"},
+        {"shop.db", "is the shop file itself"},
+        {".", "there is no backup"}};
+    for (const auto& [file, why] : refused) {
         const auto run = bench.run({"restore", file});
         EXPECT_EQ(run.code, 1) << file;
+        EXPECT_THAT(run.err, HasSubstr(why));
         EXPECT_EQ(bench.cell("select aname from basic"), "باق") << file;
     }
+}
+
+TEST(Restore, NamesWhatAStrangerPutIntoTheFile) {
+    Workbench bench;
+    bench.make_shop();
+    EXPECT_THAT(bench.run({"check"}).out, HasSubstr("ok     files: shop.db"));
+    engine(
+        bench.file("shop.db"),
+        "create trigger helper after insert on sales begin delete from saledata; end;"
+        "create trigger [own.orphans 9] after insert on items begin delete from users; update items set code "
+        "= 1; end;"
+        "create view spy as select pass from users;"
+        "insert into makers (code, name) values (1, printf('%.300c', 'x'))");
+    fs::permissions(bench.file("shop.db"), fs::perms(0664));
+    ASSERT_EQ(bench.run({"backup", "strange.backup"}).code, 0);
+    const auto restored = bench.run({"restore", "strange.backup"});
+    ASSERT_EQ(restored.code, 0) << restored.err;
+    const auto check = bench.run({"check"});
+    EXPECT_EQ(check.code, 1);
+    for (const char* named :
+         {"the trigger helper on sales is not the program's", "the trigger own.orphans 9 on items is not",
+          "the view spy is not the program's",
+          "the table makers has texts of up to 300 characters in name"}) {
+        EXPECT_THAT(restored.err, HasSubstr(named));
+        EXPECT_THAT(check.out, HasSubstr(std::string("WRONG  files: ") + named));
+    }
+    EXPECT_THAT(check.out, HasSubstr("may be used by everybody on this machine: chmod o= shop.db"));
+    // What the advice says helps.
+    fs::permissions(bench.file("shop.db"), fs::perms(0660));
+    for (const char* statement : {"drop trigger [helper]", "drop trigger [own.orphans 9]", "drop view [spy]",
+                                  "delete from makers where code = 1"})
+        EXPECT_EQ(bench.run({"sql", "--yes", statement}).code, 0) << statement;
+    EXPECT_THAT(bench.run({"check"}).out, HasSubstr("ok     files: shop.db"));
 }
 
 TEST(Restore, AShopOnAServerNeedsTheServersTools) {

@@ -234,7 +234,7 @@ TEST_F(Import, TakesALargeFileWithAProgressBar) {
     std::ostringstream err;
     std::istringstream in;
     test::FixedClock clock;
-    admin::Tool tool{out, err, in, bench.folder(), clock, true};
+    admin::Tool tool{out, err, in, bench.folder(), clock, &err};
     ASSERT_EQ(admin::run_tool({admin::add_import_items}, {"import-items", "items.csv"}, tool), 0)
         << err.str();
     EXPECT_EQ(out.str(), "5000 items, 5000 barcodes and 5000 rows of stock imported\n");

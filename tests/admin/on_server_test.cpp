@@ -18,7 +18,8 @@ class OnServer : public testing::Test {
     // The options that name the server.
     std::vector<std::string> onto(std::vector<std::string> command) const {
         for (const std::string& word : {std::string("--server"), "127.0.0.1," + std::to_string(bridge.port()),
-                                        std::string("--database"), bridge.account().database})
+                                        std::string("--database"), bridge.account().database,
+                                        std::string("--encryption"), std::string("off")})
             command.push_back(word);
         return command;
     }
@@ -76,6 +77,31 @@ TEST_F(OnServer, AShopIsCreatedAndUsed) {
     bench.write("shop/items.csv", "code,name,price12\n2,أ,5\n2,ب,5\n");
     EXPECT_EQ(Workbench::run_in(shop, {"import-items", "items.csv"}).code, 1);
     EXPECT_EQ(Workbench::run_in(shop, {"sql", "select count(*) as n from items", "--csv"}).out, "n\r\n1\r\n");
+}
+
+TEST_F(OnServer, ThePasswordOfALogInIsNotSentInClear) {
+    // The test server answers "encryption not supported".
+    std::vector<std::string> connect = onto({"connect", "--keep-password"});
+    for (const char* word : {"login", "require"}) {
+        connect.back() = word;
+        ASSERT_EQ(bench.run(connect, password()).code, 0);
+        EXPECT_THAT(bench.run({"connect", "--show"}).out,
+                    HasSubstr(std::string("encryption: ") + word + ": "));
+        const Outcome run = bench.run({"check"});
+        EXPECT_EQ(run.code, 1);
+        EXPECT_THAT(run.out,
+                    testing::ContainsRegex("WRONG  connection: .*so the password was not sent; let the"));
+        EXPECT_EQ(
+            bench
+                .run({"new-shop", "shop", "--server", connect[3], "--database", "shop", "--encryption", word},
+                     password())
+                .code,
+            1);
+    }
+    EXPECT_EQ(bridge.logins(), 0);
+    EXPECT_EQ(bench.run({"connect", "--server", "PC1", "--database", "shop", "--encryption", "on"}).code, 2);
+    ASSERT_EQ(bench.run(onto({"new-shop", "shop"}), password()).code, 0);
+    EXPECT_THAT(Workbench::run_in(bench.file("shop"), {"check"}).out, HasSubstr("note   encryption: off: "));
 }
 
 TEST_F(OnServer, AWrongPasswordIsReportedAndLeavesNothing) {

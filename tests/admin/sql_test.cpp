@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "admin/sql_guard.h"
 #include "admin/workbench.h"
+#include "database/embedded/open.h"
 
 namespace {
 
@@ -63,9 +65,13 @@ TEST(Sql, PrintsRowsExactly) {
          ""},
         {{"sql", "select code from makers where code < 0"}, 0, "code\n----\n(0 rows)\n", ""},
         {{"sql", "select count(*) as n from makers"}, 0, "n\n-\n3\n(1 row)\n", ""},
-        {{"sql", "update makers set [name] = 'x' where code > 1"}, 0, "", "2 rows changed\n"},
-        {{"sql", "delete from makers where code = 1"}, 0, "", "1 row changed\n"},
-        {{"sql", "delete from makers where code = 1"}, 0, "", "0 rows changed\n"},
+        {{"sql", "update makers set [name] = 'x' where code > 1"},
+         0,
+         "",
+         "the shop as it was is kept in " + bench.file("before-sql-20261121.backup").string() +
+             "\n2 rows of makers changed\n"},
+        {{"sql", "delete from makers where code = 1"}, 0, "", "1 row of makers changed\n"},
+        {{"sql", "delete from makers where code = 1"}, 0, "", "0 rows of makers changed\n"},
     };
     for (const auto& c : cases) {
         const auto run = bench.run(c.line);
@@ -80,6 +86,70 @@ TEST(Sql, PrintsRowsExactly) {
         EXPECT_NE(run.err, "") << bad;
         EXPECT_EQ(run.out, "") << bad;
     }
+}
+
+TEST(Sql, ReadsWhatAStatementDoes) {
+    const struct {
+        const char* statement;
+        bool changes;
+        std::vector<std::string> tables;
+        std::vector<std::string> dangers;
+    } cases[] = {
+        {"select * from items where code in (select icode from saledata)", false, {}, {}},
+        {"select 'delete from items' as [drop]", false, {}, {}},
+        {"with a as (select 1 as n) select * from a", false, {}, {}},
+        {"select code into copy_of_items from items", true, {}, {}},
+        {"create table spare (code int null)", true, {}, {}},
+        {"insert into dbo.makers (code) values (1)", true, {"makers"}, {}},
+        {"Update Makers set [name] = 'where'", true, {"Makers"}, {"changes every row of Makers"}},
+        {"update makers set code = (select max(code) from items where 1 = 1)",
+         true,
+         {"makers"},
+         {"changes every row of makers"}},
+        {"update i set [name] = '' from items as i where i.code = 1", true, {"items"}, {}},
+        {"delete top (5) from sales where pnum = 1", true, {"sales"}, {}},
+        {"DELETE [sales]", true, {"sales"}, {"deletes every row of sales"}},
+        {"delete from sales delete from saledata where pnum = 1",
+         true,
+         {"sales", "saledata"},
+         {"deletes every row of sales"}},
+        {"drop table items", true, {}, {"drops the table items"}},
+        {"alter table sales drop column credit_name", true, {}, {"drops the column credit_name"}},
+        {"truncate table sales", true, {"sales"}, {"empties the table sales"}},
+        {"delete from sales where 'x", true, {}, {"does something that this tool cannot read"}},
+    };
+    for (const auto& c : cases) {
+        const auto effect = admin::effect_of(c.statement);
+        EXPECT_EQ(effect.changes, c.changes) << c.statement;
+        EXPECT_EQ(effect.tables, c.tables) << c.statement;
+        EXPECT_EQ(effect.dangers, c.dangers) << c.statement;
+    }
+}
+
+TEST(Sql, KeepsTheShopBeforeTheFirstChangeOfADayAndAsks) {
+    Workbench bench;
+    bench.make_shop();
+    const auto copy = bench.file("before-sql-20261121.backup");
+    ASSERT_EQ(bench.run({"sql", "select * from makers"}).code, 0);
+    EXPECT_FALSE(std::filesystem::exists(copy));
+    const auto refused = bench.run({"sql", "delete from users"});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_NE(refused.err.find("deletes every row of users; if that is meant, give --yes"), std::string::npos)
+        << refused.err;
+    EXPECT_EQ(bench.cell("select count(*) from users"), "1");
+    for (int day = 1; day <= 8; ++day)
+        bench.write("before-sql-2026110" + std::to_string(day) + ".backup", "older");
+    ASSERT_EQ(bench.run({"sql", "delete from users", "--yes"}).code, 0);
+    // The shop of that moment, and no older copies than six.
+    EXPECT_EQ(database::integer_of(database::open_embedded(copy)->scalar("select count(*) from users")), 1);
+    EXPECT_TRUE(std::filesystem::exists(bench.file("before-sql-20261103.backup")));
+    EXPECT_FALSE(std::filesystem::exists(bench.file("before-sql-20261102.backup")));
+    // What names hold reaches the output without orders to the terminal; CSV holds no formulas.
+    bench.sql("insert into makers (code,[name]) values (1,'=1+1')");
+    bench.sql("insert into makers (code,[name]) values (2,'a\x1b[2Jb\u202Ec')");
+    bench.sql("insert into makers (code,[name]) values (-3,'-x')");
+    EXPECT_EQ(bench.run({"sql", "select code,[name] from makers order by code", "--csv"}).out,
+              "code,name\r\n-3,'-x\r\n1,'=1+1\r\n2,a[2Jbc\r\n");
 }
 
 }  // namespace

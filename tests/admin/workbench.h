@@ -42,7 +42,7 @@ class Workbench {
         std::istringstream in(input);
         FixedClock clock;
         clock.moment.time.millisecond = 337;
-        admin::Tool tool{out, err, in, folder, clock, false};
+        admin::Tool tool{out, err, in, folder, clock};
         const int code = admin::run_tool(
             {admin::add_new_shop, admin::add_connect, admin::add_sql, admin::add_users, admin::add_check,
              admin::add_import_items, admin::add_backup, admin::add_restore, admin::add_copy_shop,

@@ -124,6 +124,9 @@ void Definitions::apply(const tsql::CreateView& create) {
 
 void Definitions::apply(const tsql::Drop& drop) {
     if (drop.what == tsql::Drop::What::index) return drop_index(drop);
+    // Only another program makes triggers; the shop keeper must be able to get rid of them.
+    if (drop.what == tsql::Drop::What::trigger)
+        return execute(engine_, "DROP TRIGGER " + quoted_name(drop.name));
     const Table* table = catalog_.find(drop.name);
     const bool view = drop.what == tsql::Drop::What::view;
     if (table == nullptr || (table->view != nullptr) != view) {

@@ -1,7 +1,9 @@
 // Opens a shop file, or explains why a file is not a shop.
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include "common/files.h"
 #include "database/embedded/connection.h"
 #include "database/embedded/definitions.h"
 #include "database/embedded/engine.h"
@@ -13,9 +15,6 @@ namespace database::embedded {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Marks a file as a shop ("TVXs"), so that a database of another program is not mistaken for one.
-constexpr int shop_mark = 0x54565873;
 
 using Kind = Error::Kind;
 
@@ -54,16 +53,18 @@ bool check_file(const fs::path& file, bool create) {
     return false;
 }
 
+// The engine would let everybody read the file and the group not write. A file that exists is not opened.
+void make_file(const fs::path& file) {
+    const common::Descriptor made(
+        ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, common::shop_file_mode));
+    if (made.is_open()) ::fchmod(made.get(), common::shop_file_mode);
+}
+
 }  // namespace
 
 void EmbeddedConnection::open(const fs::path& file, bool create) {
     const bool fresh = check_file(file, create);
-    // Created here with the permissions of the umask; the engine would never let a group write. A file that
-    // exists is not opened.
-    if (fresh) {
-        const int made = ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (made >= 0) ::close(made);
-    }
+    if (fresh) make_file(file);
     sqlite3* raw = nullptr;
     const int flags = SQLITE_OPEN_READWRITE | (fresh ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
     const int code = sqlite3_open_v2(file.c_str(), &raw, flags, nullptr);

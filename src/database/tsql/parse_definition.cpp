@@ -148,6 +148,8 @@ Statement Parser::drop() {
         made.what = Drop::What::table;
     } else if (accept_word("view")) {
         made.what = Drop::What::view;
+    } else if (accept_word("trigger")) {
+        made.what = Drop::What::trigger;
     } else if (accept_word("index")) {
         made.what = Drop::What::index;
     } else {

@@ -152,7 +152,7 @@ struct CreateView {
 };
 
 struct Drop {
-    enum class What { table, view, index };
+    enum class What { table, view, index, trigger };
     What what = What::table;
     std::string name;
     std::string table;  // of an index

@@ -98,6 +98,7 @@ bool ShiftForm::start(cash::ShiftStart& logic, const Context& context) {
         return refusal;
     });
     if (!started) show_number(logic);
+    if (started && logic.report()) context.back_up();
     return started;
 }
 
@@ -116,6 +117,7 @@ bool ShiftForm::close_current(cash::ShiftChange& logic, const Context& context) 
     });
     if (refusal) form_.refuse(*refusal, context.services.prompts);
     if (!closed) show_number(logic);
+    if (closed) context.back_up();
     return closed;
 }
 

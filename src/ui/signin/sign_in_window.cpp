@@ -13,6 +13,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "backup/automatic.h"
 #include "signin/sign_in.h"
 #include "ui/help/open_help.h"
 #include "ui/widgets/choices.h"
@@ -78,6 +79,10 @@ SignInWindow::SignInWindow(const Context& context)
     help->setShortcut(QKeySequence::mnemonic("&م"));
     help->setAutoDefault(true);
     column->addWidget(help);
+    backup_ = label({}, "side");
+    backup_->setObjectName("backup_age");
+    backup_->setWordWrap(true);
+    column->addWidget(backup_);
 
     fill();
     connect(user_->lineEdit(), &QLineEdit::returnPressed, password_, qOverload<>(&QWidget::setFocus));
@@ -95,6 +100,9 @@ void SignInWindow::fill() {
         user_->addItem(qt(user.name), QVariant::fromValue<qlonglong>(user.code));
     }
     user_->setCurrentIndex(-1);
+    const auto copied = backup::state_of(context_.connection);
+    backup_->setVisible(copied.has_value());
+    if (copied) backup_->setText(qt(backup::words_for(*copied, context_.services.clock.now().date)));
 }
 
 bool SignInWindow::eventFilter(QObject* watched, QEvent* event) {

@@ -42,6 +42,7 @@ class SignInWindow : public QWidget {
     QLabel* keyboard_;
     QLabel* pause_;
     KeyboardState typed_with_;
+    QLabel* backup_;  // when the shop was copied last
     QEventLoop* loop_ = nullptr;
     bool signed_in_ = false;
 };

@@ -34,6 +34,8 @@ struct Context {
     // Starts the program again with its cash-point number. Returns false if that failed; then this
     // instance must go on.
     std::function<bool()> restart;
+    // Copies the shop into the folders that it names, while the program goes on; nothing if it names none.
+    std::function<void()> back_up;
     // Shows a window of the program: over the whole screen, or as a play needs it.
     std::function<void(QWidget&)> show_window;
 };

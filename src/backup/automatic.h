@@ -1,0 +1,46 @@
+// The copies that an embedded shop makes of itself at each shift close and when a till is left, into the
+// folders of its setting `backup_to`.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "backup/backup.h"
+#include "common/date_time.h"
+#include "database/connection.h"
+
+namespace backup {
+
+// "PREFIX20261121-104200.backup": sorted by name, copies are sorted by time.
+std::string name_at(std::string_view prefix, const common::Moment& moment);
+inline constexpr std::string_view automatic_prefix = "shop-auto-";
+
+// Which of these copies, named by name_at(), are too many: kept are the newest of each of the last 7 days, 4
+// weeks and 12 months that have one. Other names are never too many.
+std::vector<std::string> superfluous(std::vector<std::string> names, std::string_view prefix);
+
+// What one folder got: the copy, or why there is none.
+struct Outcome {
+    std::filesystem::path file;
+    Copy copy;
+    std::string failure;
+};
+
+// Copies the shop into each of its folders, thins out the older copies there and notes in the shop when it
+// was copied last and where it could not be.
+std::vector<Outcome> back_up_to_folders(database::Connection& connection, const std::filesystem::path& shop,
+                                        const common::Moment& now, const Progress& progress = {});
+
+struct State {
+    std::optional<common::Moment> made;  // the last copy; nothing before the first one
+    std::string failed;                  // the folders that did not get the last one, ", " between them
+};
+// Nothing if the shop is on a server or names no folder.
+std::optional<State> state_of(database::Connection& connection);
+
+// The same for the cashier: when the last copy was made, and where there is none.
+std::string words_for(const State& state, const common::Date& today);
+
+}  // namespace backup
