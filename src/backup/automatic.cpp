@@ -137,7 +137,7 @@ std::string words_for(const State& state, const common::Date& today) {
                                               : "منذ " + std::to_string(days) + " يوما";
         words = "آخر نسخة احتياطية: " + when;
     }
-    if (!state.failed.empty()) words += "\nلم تحفظ النسخة في: \u200E" + state.failed;
+    if (!state.failed.empty()) words += " · لم تحفظ النسخة في: \u200E" + state.failed;
     return words;
 }
 

@@ -198,7 +198,7 @@ TEST(AutomaticBackup, GoesToEveryFolderAndTellsWhereItCouldNot) {
     const auto run = bench.run({"backup", "--automatic"});
     EXPECT_EQ(run.code, 1);
     EXPECT_THAT(run.err, HasSubstr("there is no folder " + bench.file("stick").string()));
-    EXPECT_EQ(words({2026, 11, 21}), "آخر نسخة احتياطية: اليوم 10:42\nلم تحفظ النسخة في: \u200E" +
+    EXPECT_EQ(words({2026, 11, 21}), "آخر نسخة احتياطية: اليوم 10:42 · لم تحفظ النسخة في: \u200E" +
                                          bench.file("a").string() + ", " + bench.file("stick").string());
     const auto check = bench.run({"check"});
     EXPECT_EQ(check.code, 1);

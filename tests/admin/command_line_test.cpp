@@ -112,7 +112,10 @@ TEST(Connect, WritesTheFileAndReadsItBack) {
     const auto run = bench.run(
         {"connect", "--server", "PC1\\SQLEXPRESS", "--database", "بقالة", "--address", "192.168.1.5"});
     ASSERT_EQ(run.code, 0) << run.err;
-    EXPECT_EQ(run.out, "server:   PC1\\SQLEXPRESS\ndatabase: بقالة\naddress:  192.168.1.5\n");
+    EXPECT_EQ(run.out,
+              "server:   PC1\\SQLEXPRESS\ndatabase: بقالة\naddress:  192.168.1.5\n"
+              "encryption: login: the password of sa is encrypted, else it is not sent; what follows is "
+              "encrypted if the server says so\n");
     EXPECT_EQ(bench.run({"connect", "--show"}).out, run.out);
     EXPECT_EQ(std::filesystem::file_size(bench.file("datacon24.stk")), 200U);
     // A text that does not fit its field is refused and the file does not change.

@@ -53,6 +53,10 @@ TEST_F(Users, RefusedLinesChangeNothing) {
     } cases[] = {
         {{"users", "add", "المدير"}, "already"},
         {{"users", "add", "  "}, "needs a name"},
+        {{"users", "add", "a\x1b[2Jb"}, "control characters or marks of direction: a[2Jb\n"},
+        {{"users", "add", "a\u202Eb"}, "control characters or marks of direction: ab\n"},
+        {{"new-shop", "x", "--name", "a\u2067b"}, "control characters or marks of direction: ab\n"},
+        {{"new-shop", "x", "--user", "a\nb"}, "control characters or marks of direction: ab\n"},
         {{"users", "add", "42"}, "taken for a code"},
         {{"users", "add", std::string(101, 'n')}, "the name is too long"},
         {{"users", "add", "n"}, "the password is too long", std::string(101, 'p')},

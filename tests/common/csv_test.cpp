@@ -67,6 +67,14 @@ TEST(Csv, ReadsBackWhatItWrites) {
     const std::vector<std::string> cells = {"", "a", "b,c", "d\"e", "f\r\ng", "جبنة", " h "};
     EXPECT_EQ(common::csv_record(cells), ",a,\"b,c\",\"d\"\"e\",\"f\r\ng\",جبنة, h \r\n");
     EXPECT_EQ(read(common::csv_record(cells)), Records{cells});
+    // Formulas get an apostrophe, which comes off again; numbers and texts with an apostrophe stay.
+    const std::pair<const char*, const char*> guarded[] = {
+        {"=1+1", "'=1+1"},  {"@a", "'@a"}, {"-x", "'-x"}, {"+", "'+"},
+        {"-2.50", "-2.50"}, {"'s", "'s"},  {"''=", "''="}};
+    for (const auto& [cell, written] : guarded) {
+        EXPECT_EQ(common::csv_record({cell}), std::string(written) + "\r\n");
+        EXPECT_EQ(common::without_apostrophe(written), cell);
+    }
 }
 
 }  // namespace

@@ -17,6 +17,7 @@ TEST(Text, WidthsCountCharacters) {
     EXPECT_EQ(common::column_width("بقالة"), 5U);
     EXPECT_EQ(common::column_width("a😀b"), 4U);
     EXPECT_EQ(common::cut_to_column("a😀b", 3), "a😀");
+    EXPECT_EQ(common::printable("\x1b[1mسوق\u200F \u202Eب\u200Cج\u2069\t\u0085"), "[1mسوق ب\u200Cج");
     EXPECT_EQ(common::cut_to_column("a😀b", 2), "a");
     EXPECT_EQ(common::cut_to_column("بقالة النور", 5), "بقالة");
 }
