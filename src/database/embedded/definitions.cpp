@@ -129,18 +129,18 @@ void Definitions::apply(const tsql::Drop& drop) {
         return execute(engine_, "DROP TRIGGER " + quoted_name(drop.name));
     const Table* table = catalog_.find(drop.name);
     const bool view = drop.what == tsql::Drop::What::view;
-    // Another program's view is not in the catalog.
-    if (view && table == nullptr &&
-        number(engine_, "SELECT count(*) FROM sqlite_schema WHERE type = 'view' AND name = " +
-                            quoted_text(drop.name)) > 0)
-        return execute(engine_, "DROP VIEW " + quoted_name(drop.name));
-    if (table == nullptr || (table->view != nullptr) != view) {
+    // The catalog does not know another program's view as one.
+    const bool is_foreign =
+        view && number(engine_, "SELECT count(*) FROM sqlite_schema WHERE type = 'view' AND name = " +
+                                    quoted_text(drop.name)) > 0;
+    if (!is_foreign && (table == nullptr || (table->view != nullptr) != view)) {
         throw Error("42S02",
                     "Cannot drop the " + std::string(view ? "view" : "table") + " '" + drop.name +
                         "', because it does not exist.",
                     "");
     }
-    execute(engine_, (view ? "DROP VIEW " : "DROP TABLE ") + quoted_name(table->name));
+    execute(engine_,
+            (view ? "DROP VIEW " : "DROP TABLE ") + quoted_name(table != nullptr ? table->name : drop.name));
     catalog_.load_table(drop.name);
 }
 
