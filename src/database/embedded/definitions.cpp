@@ -129,11 +129,11 @@ void Definitions::apply(const tsql::Drop& drop) {
         return execute(engine_, "DROP TRIGGER " + quoted_name(drop.name));
     const Table* table = catalog_.find(drop.name);
     const bool view = drop.what == tsql::Drop::What::view;
-    // The catalog does not know another program's view as one.
-    const bool is_foreign =
+    // Asked of the engine: the catalog does not know another program's view as one.
+    const bool is_there =
         view && number(engine_, "SELECT count(*) FROM sqlite_schema WHERE type = 'view' AND name = " +
                                     quoted_text(drop.name)) > 0;
-    if (!is_foreign && (table == nullptr || (table->view != nullptr) != view)) {
+    if (view ? !is_there : table == nullptr || table->view != nullptr) {
         throw Error("42S02",
                     "Cannot drop the " + std::string(view ? "view" : "table") + " '" + drop.name +
                         "', because it does not exist.",
