@@ -156,7 +156,7 @@ class Check {
             look("files", [&] { return check_files(connection, file); });
         }
         look("users", [&] { return check_users(connection); });
-        look("ports", [&] { return check_ports(connection, tool_.folder); });
+        look("ports", [&] { return check_ports(connection, tool_.shop); });
         look("invoices", [&] { return check_invoices(connection, period); });
         look("balances", [&] { return check_balances(connection); });
         look("stock", [&] { return check_stock(connection); });

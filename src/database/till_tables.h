@@ -1,4 +1,4 @@
-// Tables that only tills write: till_setting, till_voucher, till_return. A shop may lack them, if no till is
+// Tables that only tills write: till_setting, till_voucher, till_return, till_running. A shop may lack them, if no till is
 // allowed to create tables, and is used without them then.
 #pragma once
 

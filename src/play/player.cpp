@@ -179,6 +179,10 @@ void Player::start_till() {
             window.resize(screen_);
             window.show();
         };
+        environment.wait_for_server = [show](const std::string& server,
+                                             const std::function<bool()>& attempt) {
+            return ui::wait_for_server(server, attempt, show);
+        };
         startup::StartUp start_up(environment, services);
         ui::Till till(
             services, keys_,

@@ -17,6 +17,16 @@ inline constexpr std::string_view program_older =
     "هذا البرنامج أقدم من بيانات المتجر. ثبت الاصدار الأحدث، أو استرجع نسخة المتجر التي حفظت قبل التحديث "
     "(tallvex-admin restore). اصدار هذا البرنامج: ";
 
+// Cash point N … is open on this machine for another user; is open here and does not answer; is open on
+// another machine: close it there. If that machine was switched off, try again after three minutes.
+inline constexpr std::string_view cash_point = "نقطة البيع رقم ";
+inline constexpr std::string_view runs_as_user = " مفتوحة الآن على هذا الجهاز باسم المستخدم: ";
+inline constexpr std::string_view runs_silently =
+    " مفتوحة الآن على هذا الجهاز ولا تستجيب. انتظر قليلا، فإن لم تظهر فأعد تشغيل الجهاز";
+inline constexpr std::string_view runs_elsewhere = " مفتوحة الآن على جهاز آخر. أغلقها هناك أولا:\n\u200E";
+inline constexpr std::string_view free_after_three_minutes =
+    "\nإذا كان ذلك الجهاز قد أغلق فجأة فحاول مرة أخرى بعد ثلاث دقائق";
+
 // Reasons. The server does not answer: check that it is on and the network cable is in.
 inline constexpr std::string_view server_unreachable =
     "جهاز الخادم لا يستجيب. تأكد من أنه يعمل ومن توصيل الشبكة ثم أعد تشغيل البرنامج";

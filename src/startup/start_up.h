@@ -4,13 +4,16 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "common/services.h"
 #include "database/connection.h"
 #include "signin/session.h"
+#include "startup/cash_point_lock.h"
 #include "startup/connection_file.h"
+#include "startup/running_till.h"
 #include "startup/shop_version.h"
 
 namespace startup {
@@ -23,6 +26,12 @@ struct Environment {
     std::string computer_name;
     OpenConnection open;
     std::function<std::string(std::string_view server)> get_ip;
+    // Shows that a server does not answer, and calls `attempt` in another thread until it returns true.
+    // Returns false if the cashier gave up. Without it the first attempt decides.
+    std::function<bool(const std::string& server, const std::function<bool()>& attempt)> wait_for_server;
+    // Told once this till has its cash point. Another start of the same till makes the descriptor readable;
+    // answer_second_start() is then to be called.
+    std::function<void(int descriptor)> listen;
 
     // This machine, with the arguments of main().
     static Environment here(int argc, const char* const* argv);
@@ -35,20 +44,35 @@ class StartUp {
 
     StartUp(Environment environment, common::Services services);
 
-    // Runs start-up from the files to sign-in, and returns true after sign-in has returned. A failure is
-    // shown to the cashier, written to the log and to the fatal-error record, and returns false.
+    // Runs start-up from the files to sign-in, and returns true after sign-in has returned, or after the till
+    // that has this cash point already came to the front. A failure is shown to the cashier, written to the
+    // log and to the fatal-error record, and returns false.
     bool run(const ShowSignIn& show_sign_in);
+
+    // Brings this till to the front for those who start it once more.
+    void answer_second_start(const std::function<void()>& show);
+    // Keeps the cash point of a shop on a server for this machine. To be called every
+    // RunningTill::seconds_between_claims. Returns false if the server could not be asked.
+    bool renew_claim();
+    // Leaves the cash point to the program that was started in place of this one.
+    void hand_over();
 
     signin::Session& session() { return session_; }
     database::Connection& connection() { return *connection_; }
 
   private:
     void prepare_files();
-    void connect();
+    std::optional<CashPointLock::Holder> take_cash_point();
+    bool connect();
+    bool wait_for_server();
+    void open();
+    bool claim_cash_point();
+    void leave_cash_point();
     void set_clock();
     bool check_version();
     void update_shop();
     void fail(const std::string& cause, const std::string& reason, bool server_missing);
+    void write_fatal_record(const std::string& cause);
     bool store_server_address();
     void progress(std::string_view what);
 
@@ -58,8 +82,11 @@ class StartUp {
     ConnectionRecord record_;
     DataSource source_;
     Stamp stamp_;
-    bool stamps_ = false;  // this till's version becomes the shop's
+    bool stamps_ = false;        // this till's version becomes the shop's
+    std::string found_address_;  // what the network answered last
     std::unique_ptr<database::Connection> connection_;
+    std::optional<CashPointLock> lock_;  // among the tills of this machine
+    std::optional<RunningTill> claim_;   // among the machines of a server
 };
 
 }  // namespace startup

@@ -4,9 +4,11 @@
 #include <QIcon>
 #include <QProcess>
 #include <QScreen>
+#include <QSocketNotifier>
 #include <QTimer>
 #include <QWidget>
 #include <cstdlib>
+#include <memory>
 #include <optional>
 
 #include "common/clock.h"
@@ -96,6 +98,16 @@ void show_full_screen(QWidget& window) {
     window.showMaximized();
 }
 
+void set_up(QApplication& application) {
+    QApplication::setApplicationName("Tallvex");
+    QApplication::setDesktopFileName("tallvex");
+    QApplication::setWindowIcon(QIcon::fromTheme("tallvex"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    ui::apply_style(application, application.primaryScreen()->availableSize());
+    if (qEnvironmentVariable("TALLVEX_END_AT") == "sign-in")
+        application.installEventFilter(new EndAtSignIn(&application));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -105,16 +117,9 @@ int main(int argc, char** argv) {
         return 1;
     }
     common::keep_files_from_others();
-    const startup::Environment environment = startup::Environment::here(argc, argv);
+    startup::Environment environment = startup::Environment::here(argc, argv);
     QApplication application(argc, argv);
-    QApplication::setApplicationName("Tallvex");
-    QApplication::setDesktopFileName("tallvex");
-    QApplication::setWindowIcon(QIcon::fromTheme("tallvex"));
-    QApplication::setQuitOnLastWindowClosed(false);
-    ui::apply_style(application, application.primaryScreen()->availableSize());
-
-    if (qEnvironmentVariable("TALLVEX_END_AT") == "sign-in")
-        application.installEventFilter(new EndAtSignIn(&application));
+    set_up(application);
 
     common::SystemClock clock;
     startup::ActivityLog log(environment.program_folder, clock);
@@ -122,16 +127,40 @@ int main(int argc, char** argv) {
     ui::ScreenPrompts prompts;
     ui::KeyQueue keys;
 
-    startup::StartUp start_up(environment, {prompts, clock, devices, log});
+    environment.wait_for_server = [](const std::string& server, const std::function<bool()>& attempt) {
+        return ui::wait_for_server(server, attempt, show_full_screen);
+    };
+    std::unique_ptr<startup::StartUp> start_up;
+    std::unique_ptr<QSocketNotifier> second_start;
+    environment.listen = [&](int descriptor) {
+        second_start = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+        QObject::connect(second_start.get(), &QSocketNotifier::activated,
+                         [&] { start_up->answer_second_start(ui::show_front); });
+    };
+    start_up =
+        std::make_unique<startup::StartUp>(environment, common::Services{prompts, clock, devices, log});
+    QTimer claims;
+    QObject::connect(&claims, &QTimer::timeout, [&] {
+        // While the server is away the till must not stand still every minute.
+        const int pause = start_up->renew_claim() ? 1 : 10;
+        claims.start(pause * startup::RunningTill::seconds_between_claims * 1000);
+    });
+    claims.start(startup::RunningTill::seconds_between_claims * 1000);
+
     bool again = false;
     ui::Till till(
         {prompts, clock, devices, log}, keys,
         [&] {
             again = is_supervised();
-            return again || start_again(environment, start_up.session().cash_point);
+            const bool started = again || start_again(environment, start_up->session().cash_point);
+            if (started) {
+                second_start.reset();
+                start_up->hand_over();
+            }
+            return started;
         },
         [&] { back_up(environment, log); }, show_full_screen);
-    const bool reached = start_up.run(
+    const bool reached = start_up->run(
         [&](database::Connection& connection, signin::Session& session) { till.run(connection, session); });
     if (again) return restart_exit_code;
     return reached ? 0 : 1;

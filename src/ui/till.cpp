@@ -1,5 +1,6 @@
 #include "ui/till.h"
 
+#include <QApplication>
 #include <QEventLoop>
 #include <memory>
 
@@ -12,6 +13,8 @@
 #include "ui/sales/sales_window.h"
 #include "ui/screens.h"
 #include "ui/signin/sign_in_window.h"
+#include "ui/signin/waiting_window.h"
+#include "ui/widgets/text.h"
 
 namespace ui {
 
@@ -20,6 +23,20 @@ namespace {
 constexpr std::string_view failure_code = "223";
 
 }  // namespace
+
+bool wait_for_server(const std::string& server, const std::function<bool()>& attempt,
+                     const std::function<void(QWidget&)>& show_window) {
+    return WaitingWindow(qt(server), show_window).run(attempt);
+}
+
+void show_front() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (!window->isVisible() || window->windowType() != Qt::Window) continue;
+        window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+        window->raise();
+        window->activateWindow();
+    }
+}
 
 void Till::run(database::Connection& connection, signin::Session& session) {
     printing::PrinterChoice choice;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "common/services.h"
 
@@ -17,6 +18,12 @@ struct Session;
 namespace ui {
 
 class KeyQueue;
+
+// The waiting window; see startup::Environment::wait_for_server.
+bool wait_for_server(const std::string& server, const std::function<bool()>& attempt,
+                     const std::function<void(QWidget&)>& show_window);
+// Brings the window in use to the front.
+void show_front();
 
 class Till {
   public:

@@ -48,7 +48,7 @@ class StartUpTest : public testing::Test {
     }
     ~StartUpTest() override { unsetenv("TALLVEX_SA_PASSWORD"); }
 
-    Environment environment() const { return {"3", program, working, "TILL3", {}, {}}; }
+    Environment environment() const { return {"3", program, working, "TILL3", {}, {}, {}, {}}; }
 
     // A connection file that names a server. Opening it opens the shop in the file.
     Environment server_environment(const startup::ConnectionRecord& record, std::string computer) {
@@ -423,6 +423,64 @@ TEST_F(StartUpTest, AnyStatementMayFailAndTheNextStartWorks) {
     EXPECT_FALSE(start(6, FaultyConnection::Fault::lost));
     expect_failure(std::string(message::connection_lost));
     EXPECT_TRUE(run(environment()));
+}
+
+TEST_F(StartUpTest, ASilentServerIsWaitedFor) {
+    const startup::ConnectionRecord record{"SHOPSRV", "db", "10.0.0.1"};
+    startup::write_connection_file(program, record);
+    int answers = 0;  // the attempt that reaches the server
+    std::string asked;
+    std::vector<std::string> sources;
+    Environment on = server_environment(record, "SHOPSRV");
+    on.get_ip = [](std::string_view) { return "10.0.0.9"; };
+    on.open = [&, opened = on.open](const std::string& text, const fs::path& place) {
+        sources.push_back(text.substr(text.rfind('=') + 1));
+        if (answers == 0) throw database::Error("28000", "Login failed for user 'sa'.", "");
+        if (static_cast<int>(sources.size()) < answers) throw database::Error(unreachable);
+        return opened(text, place);
+    };
+    bool patient = true;
+    on.wait_for_server = [&](const std::string& server, const std::function<bool()>& attempt) {
+        asked = server;
+        bool ended = attempt();
+        while (!ended && patient)
+            ended = attempt();
+        return ended;
+    };
+    // It goes on by itself when the server answers, here at its new address.
+    answers = 3;
+    EXPECT_TRUE(run(on));
+    EXPECT_EQ(users, 1);
+    EXPECT_EQ(asked, "SHOPSRV");
+    EXPECT_EQ(sources, (std::vector<std::string>{"10.0.0.1", "10.0.0.9", "10.0.0.9"}));
+    EXPECT_TRUE(services.prompts.messages.empty());
+    // Leaving needs no answers; any other failure is told as ever.
+    users = 0;
+    patient = false;
+    answers = 99;
+    EXPECT_FALSE(run(on));
+    EXPECT_TRUE(services.prompts.messages.empty());
+    EXPECT_TRUE(logged("the cashier left"));
+    answers = 0;
+    EXPECT_FALSE(run(on));
+    expect_failure(std::string(message::wrong_password));
+}
+
+TEST_F(StartUpTest, ACashPointRunsOnOneMachineOfAServer) {
+    const startup::ConnectionRecord record{"SHOPSRV", "db", "Not Found"};
+    Environment other = server_environment(record, "SHOPSRV");
+    other.working_folder = folder.path();
+    startup::write_connection_file(folder.path(), record);
+    StartUp first(server_environment(record, "SHOPSRV"), services.all());
+    EXPECT_TRUE(first.run([&](database::Connection&, signin::Session&) {
+        EXPECT_TRUE(first.renew_claim());
+        EXPECT_FALSE(run(other));
+        EXPECT_NE(services.prompts.last().find("SHOPSRV " + working.string()), std::string::npos);
+        other.command_line = "4";
+        EXPECT_TRUE(run(other));
+        other.command_line = "3";
+    }));
+    EXPECT_TRUE(run(other)) << "the first gave it free";
 }
 
 TEST_F(StartUpTest, AnErrorInSignInIsReportedLikeAnyOther) {

@@ -48,6 +48,9 @@ constexpr Fragment till_tables[] = {
     "create table till_return (pnum int null, ctype int null, vcode int null, stcode int null, "
     "[date] datetime null, time_ datetime null, sale_pnum int null, sale_ctype int null, "
     "sale_vcode int null, sale_stcode int null, sale_date datetime null, sale_time datetime null)",
+    // startup/running_till.h
+    "create table till_running (cash_no int not null primary key, place nvarchar(200) null, seen datetime "
+    "null)",
     "create index till_return_number on till_return (pnum, ctype, stcode, [date], vcode)",
     // sales/claim.h
     "create table till_claim (series int not null, stcode int not null, pnum int not null, claim int not "
