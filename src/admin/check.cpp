@@ -53,8 +53,7 @@ std::string_view advice(database::Error::Kind kind) {
         case Kind::not_encrypted:
             return "let the server use a certificate (every SQL Server since 2005 has one of its own), or, "
                    "where "
-                   "nobody else can listen, allow it: tallvex-admin connect --encryption off with the same "
-                   "--server, --database and --address";
+                   "nobody else can listen, allow it: tallvex-admin connect --encryption off";
         case Kind::no_driver:
             return "install the driver: sudo apt-get install tdsodbc";
         case Kind::file_missing:

@@ -30,6 +30,28 @@ void print(const Place& place, Tool& tool) {
     }
 }
 
+void run(const Options& options, bool with_encryption, Tool& tool) {
+    if (options.show) {
+        print(read_place(tool.shop), tool);
+        return;
+    }
+    const bool named = !options.place.server.empty() && !options.place.database.empty();
+    const bool unnamed = options.place.server.empty() && options.place.database.empty();
+    if (!named && !(unnamed && (options.keep_password || with_encryption))) {
+        throw CLI::ValidationError("connect", "--server and --database are needed, or --show");
+    }
+    // A new connection file is made where the shop keeper is, and never over that of till.conf.
+    const auto folder = named ? startup::named_home().value_or(tool.folder) : tool.shop;
+    Place place = named ? options.place : read_place(folder);  // refuses a folder without a shop
+    place.encryption = named || with_encryption ? options.place.encryption : place.encryption;
+    const std::string password = options.keep_password ? ask_login_password(tool) : std::string();
+    if (named || with_encryption) write_place(folder, place);
+    if (named) write_shop_files(folder);
+    if (options.keep_password)
+        tool.out << "password: kept in " << keep_login_password(folder, password) << '\n';
+    if (named || with_encryption) print(read_place(folder), tool);
+}
+
 }  // namespace
 
 void add_connect(CLI::App& program, Tool& tool) {
@@ -48,33 +70,12 @@ void add_connect(CLI::App& program, Tool& tool) {
                      "Network address of the server, used instead of its name; \"Not Found\" for none")
         ->capture_default_str()
         ->excludes(show);
-    add_encryption_option(*command, options->place)->excludes(show);
+    auto* encryption = add_encryption_option(*command, options->place)->excludes(show);
     command->add_flag(
         "--keep-password", options->keep_password,
         "Ask for the password of the login sa, or read it from the standard input, and keep it in "
         "sa.pwd, which this user alone may read");
-    command->callback([options, &tool] {
-        if (options->show) {
-            print(read_place(tool.shop), tool);
-            return;
-        }
-        const bool named = !options->place.server.empty() && !options->place.database.empty();
-        const bool unnamed = options->place.server.empty() && options->place.database.empty();
-        if (!named && !(unnamed && options->keep_password)) {
-            throw CLI::ValidationError("connect", "--server and --database are needed, or --show");
-        }
-        if (unnamed) read_place(tool.shop);  // refuses a folder without a shop
-        // A new connection file is made where the shop keeper is, and never over that of till.conf.
-        const auto folder = named ? startup::named_home().value_or(tool.folder) : tool.shop;
-        const std::string password = options->keep_password ? ask_login_password(tool) : std::string();
-        if (named) {
-            write_place(folder, options->place);
-            write_shop_files(folder);
-        }
-        if (options->keep_password)
-            tool.out << "password: kept in " << keep_login_password(folder, password) << '\n';
-        if (named) print(read_place(folder), tool);
-    });
+    command->callback([options, encryption, &tool] { run(*options, encryption->count() > 0, tool); });
 }
 
 }  // namespace admin

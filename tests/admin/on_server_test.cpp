@@ -99,6 +99,10 @@ TEST_F(OnServer, ThePasswordOfALogInIsNotSentInClear) {
             1);
     }
     EXPECT_EQ(bridge.logins(), 0);
+    // Alone it changes nothing else of the connection file.
+    EXPECT_THAT(
+        bench.run({"connect", "--encryption", "login"}).out,
+        HasSubstr("server:   " + connect[3] + "\ndatabase: shop\naddress:  Not Found\nencryption: login: "));
     EXPECT_EQ(bench.run({"connect", "--server", "PC1", "--database", "shop", "--encryption", "on"}).code, 2);
     ASSERT_EQ(bench.run(onto({"new-shop", "shop"}), password()).code, 0);
     EXPECT_THAT(Workbench::run_in(bench.file("shop"), {"check"}).out, HasSubstr("note   encryption: off: "));
