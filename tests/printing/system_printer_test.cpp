@@ -4,11 +4,13 @@
 #include <QWidget>
 #include <fstream>
 
+#include "database/error.h"
 #include "printing/messages.h"
 #include "printing/pages/system_printers.h"
 #include "printing/ports_offered.h"
 #include "printing/text_receipt.h"
 #include "sample.h"
+#include "support/child.h"
 #include "support/services.h"
 #include "support/shop.h"
 #include "tools.h"
@@ -171,6 +173,12 @@ TEST(SystemReportPrinter, KeepsReportsAsFiles) {
     EXPECT_FALSE(printer.save_pdf(report, "/proc/none/report.pdf"));
     EXPECT_EQ(services.prompts.messages.size(), 2u);
     EXPECT_EQ(services.log.lines.size(), 2u);
+    EXPECT_TRUE(test::in_child([&] {
+        test::fill_disk(10);
+        return !printer.save_csv(report, folder.path() / "full.csv") &&
+               !fs::exists(folder.path() / "full.csv") &&
+               services.prompts.last().ends_with(database::message::disk_full);
+    }));
 }
 
 }  // namespace
