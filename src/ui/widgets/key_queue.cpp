@@ -161,8 +161,12 @@ void KeyQueue::deliver_waiting() {
 
 void KeyQueue::deliver(const Key& key) {
     QWindow* window = QGuiApplication::focusWindow();
-    if (window == nullptr) window = window_;
-    if (window == nullptr) return;
+    if (window == nullptr) {
+        // Without a window manager nobody else gives the window the focus back.
+        if (window_ == nullptr) return;
+        window = window_;
+        window->requestActivate();
+    }
     QKeyEvent press(QEvent::KeyPress, key.key, key.modifiers, key.text, key.repeated);
     press.setTimestamp(key.time);
     const unsigned boxes = boxes_shown_;
