@@ -39,6 +39,14 @@ HandSale::HandSale(HandEngine& engine, std::filesystem::path log) : engine_(engi
     shift_ = prepare(
         "select scode, e_date from shift where stcode = 1 and cash_no = 1 order by scode desc limit 1");
     number_ = prepare("select max(pnum) from sales where vcode = -1 and (ctype = 0 or ctype = 1)");
+    claims_ =
+        prepare("select series, stcode, pnum, claim, goods, moment from till_claim order by moment, claim");
+    claim_ = prepare(
+        "insert into till_claim (series, stcode, pnum, claim, goods, moment) values (0, 0, ?, 1, ?, ?)");
+    taken_ = prepare(
+        "select pnum from sales where (ctype = 0 or ctype = 1) and vcode = -1 and pnum = ?1 union all "
+        "select pnum from till_claim where series = 0 and stcode = 0 and pnum = ?1 and claim <> 1");
+    release_ = prepare("delete from till_claim where claim = 1");
     settings_ = prepare("select inv_p, csh_inv, cust_n, main_p from basic");
     header_ = prepare(
         "insert into sales (pnum, vcode, date, ctype, ptot, pdis, ptax, stcode, user, wcode, types, shift, "
@@ -99,16 +107,13 @@ std::vector<HandSale::Found> HandSale::search(const std::string& prefix) {
 
 void HandSale::save(const std::vector<HandLine>& lines) {
     const std::int64_t shift = open_shift();
+    const std::int64_t number = claim(lines);
     double total = 0;
-    std::map<std::int64_t, double> needed;
-    for (const HandLine& line : lines) {
-        needed[line.item] += line.quantity * line.factor;
-        if (HandRun(stock_, line.item).number(0) < needed[line.item]) throw std::runtime_error("no stock");
+    for (const HandLine& line : lines)
         total += line.quantity * line.price;
-    }
-    const std::int64_t number = HandRun(number_).whole(0) + 1;
     log(fmt::format("save of invoice {} begins, lines {}", number, lines.size()));
     if (HandRun(settings_).whole(0) == 1) throw std::runtime_error("a page printer was not expected");
+    if (HandRun(taken_, number).row()) throw std::runtime_error("the number was taken");
 
     std::vector<std::vector<Batch>> batches;
     for (const HandLine& line : lines)
@@ -125,10 +130,30 @@ void HandSale::save(const std::vector<HandLine>& lines) {
     }
     for (std::size_t i = 0; i < lines.size(); ++i)
         take(batches[i], lines[i].quantity * lines[i].factor);
+    HandRun{release_};
     engine_.make_durable();
     log(fmt::format("save of invoice {} finished", number));
     if (HandRun(settings_).whole(3) == 1 || HandRun(number_).whole(0) != number)
         throw std::runtime_error("the next invoice is not as expected");
+}
+
+std::int64_t HandSale::claim(const std::vector<HandLine>& lines) {
+    if (HandRun(claims_).row()) throw std::runtime_error("no claim was expected");
+    std::map<std::int64_t, double> needed;
+    for (const HandLine& line : lines)
+        needed[line.item] += line.quantity * line.factor;
+    std::string goods;
+    for (const auto& [item, quantity] : needed)
+        goods += fmt::format("{} 1 {};", item, quantity);
+    const std::int64_t number = HandRun(number_).whole(0) + 1;
+    const std::int64_t now = ticks_of({last_day, {}});
+    HandRun{claim_, number, goods, now};
+    if (HandRun(number_).whole(0) >= number) throw std::runtime_error("the number was saved");
+    for (HandRun other(claims_); other.row(); other.next())
+        if (other.whole(3) != 1) throw std::runtime_error("no other claim was expected");
+    for (const auto& [item, quantity] : needed)
+        if (HandRun(stock_, item).number(0) < quantity) throw std::runtime_error("no stock");
+    return number;
 }
 
 std::int64_t HandSale::open_shift() {

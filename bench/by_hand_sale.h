@@ -38,9 +38,9 @@ class HandSale {
     std::vector<Found> search(const std::string& prefix);
 
     // Saves a cash sale, statement by statement without a transaction, as the program must. It reads the last
-    // shift, the stock of each line, the number, the settings and the batches of each line. It writes the
-    // header, the lines and the batches, each in a commit of its own. Then one sync, and what the next
-    // invoice needs.
+    // shift, the stock of each line, the number, the settings and the batches of each line, claims number and
+    // goods and looks at the claims before and after. It writes the header, the lines and the batches, each
+    // in a commit of its own. Then one sync, and what the next invoice needs.
     void save(const std::vector<HandLine>& lines);
 
   private:
@@ -50,6 +50,7 @@ class HandSale {
         std::int64_t expiry;
     };
     std::int64_t open_shift();
+    std::int64_t claim(const std::vector<HandLine>& lines);
     std::vector<Batch> batches_of(std::int64_t item);
     void take(const std::vector<Batch>& batches, double quantity);
     void log(const std::string& line);
@@ -58,6 +59,7 @@ class HandSale {
     std::filesystem::path log_;
     sqlite3_stmt *period_, *barcode_, *card_, *stock_, *expiries_, *found_;
     sqlite3_stmt *shift_, *number_, *settings_, *header_, *line_, *batches_, *take_;
+    sqlite3_stmt *claims_, *claim_, *taken_, *release_;
 };
 
 }  // namespace bench

@@ -1,9 +1,9 @@
 // What a save claims before its receipt is printed, so that two tills neither print one number nor sell the
-// same last piece: its number (table till_claim) and its goods (till_claim_goods). Other tills count a claim
+// same last piece: a row of the table till_claim with its number and its goods. Other tills count a claim
 // until it is released, when the rows are written, or until it is a minute old, because its till may be dead.
 //
 // A claim is written first and looked at afterwards: of two tills at least one sees the claim of the other. A
-// shop without these tables has no claims.
+// shop without the table has no claims.
 #pragma once
 
 #include <cstdint>
@@ -27,10 +27,12 @@ class Claims {
   public:
     explicit Claims(database::Connection& connection);
 
-    // Claims what a sale takes from stock. Returns what is missing; then nothing is claimed. Goods that
-    // another till claims are waited for half a second, because it may give them back.
-    std::optional<Shortage> claim_goods(const Invoice& invoice);
-    // Claims the next number of the invoice's series, which is left in `invoice`.
+    // Claims the next number of the invoice's series and what the invoice takes from stock. Returns what is
+    // missing; then nothing is claimed. Goods that another till claims are waited for half a second, because
+    // it may give them back.
+    std::optional<Shortage> claim(const Invoice& invoice);
+    std::int64_t number() const { return number_; }
+    // Claims another number in place of one that was taken, which is left in `invoice`.
     void claim_number(Invoice& invoice);
     // Returns true if the number was saved or claimed elsewhere since: by a till that knows no claims, or
     // while the claim here grew too old.
@@ -39,24 +41,30 @@ class Claims {
     void release() noexcept;
 
   private:
-    struct OthersGoods {
-        Goods all;
-        Goods older;  // of those that claimed before this till
+    struct Others {
+        Goods goods;
+        Goods older_goods;  // of those that claimed before this till
+        std::int64_t highest_number = 0;
+    };
+    struct Look {
+        const Line* short_line = nullptr;
+        bool is_lacking = false;  // the goods are not there, whoever claims them
+        bool makes_way = false;   // an older claim has them
     };
     template <typename Action>
     void unless_missing(const Action& action);
-    void write_goods(const Goods& goods);
-    OthersGoods goods_of_others();
-    std::int64_t highest_claimed(const Invoice& invoice);
-    bool write_number(const Invoice& invoice);
-    void forget_number(std::int64_t claim);
-    void forget_goods(std::int64_t claim);
+    Others read_others(const Invoice& invoice);
+    bool write(const Invoice& invoice);
+    void forget(std::int64_t claim);
+    void draw_number(const Invoice& invoice);
+    Look look_at_stock(const Invoice& invoice);
 
     database::Connection& connection_;
-    const std::int64_t id_;     // marks the rows of this till
-    bool are_missing_ = false;  // the tables
-    bool has_goods_ = false;
-    bool has_number_ = false;
+    const std::int64_t id_;    // marks the rows of this till
+    bool is_missing_ = false;  // the table
+    bool has_claimed_ = false;
+    std::int64_t number_ = 0;
+    Goods goods_;  // of the invoice
 };
 
 }  // namespace sales

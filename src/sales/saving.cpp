@@ -137,7 +137,7 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
         const auto shift = check_before_saving(connection_, session_, services_.prompts, invoice, &claims_);
         if (!shift) return SaveOutcome::refused;
         shift_ = *shift;
-        claims_.claim_number(invoice);
+        invoice.number = claims_.number();
         log_begin(invoice);
         write_all(invoice, payment);
         claims_.release();

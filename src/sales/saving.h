@@ -49,7 +49,8 @@ printing::Receipt receipt_of(const Invoice& invoice, const PaymentTaken& payment
                              const common::TimeOfDay& time);
 
 // Runs the checks in their order and shows the message of the first that fails. Returns the number of the
-// drawer's open shift if all pass. With `claims` the goods are claimed if all pass, else it only reads.
+// drawer's open shift if all pass. With `claims` number and goods are claimed if all pass, else it only
+// reads.
 std::optional<std::int64_t> check_before_saving(database::Connection& connection,
                                                 const signin::Session& session, common::Prompts& prompts,
                                                 const Invoice& invoice, Claims* claims = nullptr);

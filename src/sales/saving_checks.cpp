@@ -68,7 +68,7 @@ class Checks {
     }
 
     std::optional<Shortage> find_shortage() {
-        if (claims_ != nullptr) return claims_->claim_goods(invoice_);
+        if (claims_ != nullptr) return claims_->claim(invoice_);
         const Line* line = first_short_line(invoice_, stock_levels(connection_, goods_taken(invoice_)));
         return line == nullptr ? std::nullopt : std::optional(Shortage{line->name});
     }

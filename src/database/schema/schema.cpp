@@ -54,9 +54,7 @@ constexpr Fragment till_tables[] = {
     "create index till_return_number on till_return (pnum, ctype, stcode, [date], vcode)",
     // sales/claim.h
     "create table till_claim (series int not null, stcode int not null, pnum int not null, claim int not "
-    "null, moment datetime not null, primary key (series, stcode, pnum))",
-    "create table till_claim_goods (claim int not null, icode int not null, stcode int not null, quan float "
-    "not null, moment datetime not null, primary key (claim, icode, stcode))",
+    "null, goods nvarchar(max) null, moment datetime not null, primary key (series, stcode, pnum))",
 };
 
 }  // namespace
