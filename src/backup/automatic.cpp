@@ -124,7 +124,7 @@ std::optional<State> state_of(database::Connection& connection) {
     return state;
 }
 
-std::string words_for(const State& state, const common::Date& today) {
+std::string age_words(const State& state, const common::Date& today) {
     std::string words = "لم تحفظ نسخة احتياطية بعد";
     if (state.made) {
         const long days = common::days_from_epoch(today) - common::days_from_epoch(state.made->date);
@@ -137,8 +137,11 @@ std::string words_for(const State& state, const common::Date& today) {
                                               : "منذ " + std::to_string(days) + " يوما";
         words = "آخر نسخة احتياطية: " + when;
     }
-    if (!state.failed.empty()) words += " · لم تحفظ النسخة في: \u200E" + state.failed;
     return words;
+}
+
+std::string failure_words(const State& state) {
+    return state.failed.empty() ? "" : "لم تحفظ النسخة في: \u200E" + state.failed;
 }
 
 }  // namespace backup

@@ -40,7 +40,8 @@ struct State {
 // Nothing if the shop is on a server or names no folder.
 std::optional<State> state_of(database::Connection& connection);
 
-// The same for the cashier: when the last copy was made, and where there is none.
-std::string words_for(const State& state, const common::Date& today);
+// The same for the cashier: how old the last copy is, and where there is none; empty if it is everywhere.
+std::string age_words(const State& state, const common::Date& today);
+std::string failure_words(const State& state);
 
 }  // namespace backup

@@ -79,10 +79,13 @@ SignInWindow::SignInWindow(const Context& context)
     help->setShortcut(QKeySequence::mnemonic("&م"));
     help->setAutoDefault(true);
     column->addWidget(help);
-    backup_ = label({}, "side");
+    for (QLabel** line : {&backup_, &backup_failed_}) {
+        *line = label({}, "side");
+        (*line)->setWordWrap(true);
+        column->addWidget(*line);
+    }
     backup_->setObjectName("backup_age");
-    backup_->setWordWrap(true);
-    column->addWidget(backup_);
+    backup_failed_->setObjectName("backup_failed");
 
     fill();
     connect(user_->lineEdit(), &QLineEdit::returnPressed, password_, qOverload<>(&QWidget::setFocus));
@@ -102,7 +105,10 @@ void SignInWindow::fill() {
     user_->setCurrentIndex(-1);
     const auto copied = backup::state_of(context_.connection);
     backup_->setVisible(copied.has_value());
-    if (copied) backup_->setText(qt(backup::words_for(*copied, context_.services.clock.now().date)));
+    backup_failed_->setVisible(copied && !copied->failed.empty());
+    if (!copied) return;
+    backup_->setText(qt(backup::age_words(*copied, context_.services.clock.now().date)));
+    backup_failed_->setText(qt(backup::failure_words(*copied)));
 }
 
 bool SignInWindow::eventFilter(QObject* watched, QEvent* event) {

@@ -42,7 +42,8 @@ class SignInWindow : public QWidget {
     QLabel* keyboard_;
     QLabel* pause_;
     KeyboardState typed_with_;
-    QLabel* backup_;  // when the shop was copied last
+    QLabel* backup_;         // when the shop was copied last
+    QLabel* backup_failed_;  // where it could not be
     QEventLoop* loop_ = nullptr;
     bool signed_in_ = false;
 };
