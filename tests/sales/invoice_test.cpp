@@ -67,15 +67,11 @@ TEST(Payment, ATextThatIsNoAmountIsRefusedAndChangesNothing) {
     EXPECT_EQ(payment.change(), Amount(0.5));
 }
 
-TEST(Drawer, KeyUsesItsOwnPortAndPermission) {
+TEST(Drawer, KeyUsesItsOwnPort) {
     Counter counter;
     auto& desk = counter.open();
     EXPECT_TRUE(desk.checkout().open_drawer_by_key());
     EXPECT_EQ(counter.services.devices.ports["com3"], "\x07");
-    counter.forbid({231});
-    EXPECT_FALSE(desk.checkout().open_drawer_by_key());
-    EXPECT_EQ(counter.services.devices.ports["com3"], "\x07");
-    EXPECT_THAT(counter.said(), ElementsAre("غير مصرح باستخدام هذا البند"));
 }
 
 TEST(Drawer, DeadDevicesStopNothing) {
@@ -154,18 +150,6 @@ TEST(Kinds, LinesHoldTheirGroup) {
         EXPECT_EQ(desk.invoice().lines.size(), 1u);
         desk.lines().delete_line(0);
         EXPECT_TRUE(desk.header().SwitchKind(c.to)) << "an empty grid holds nothing";
-    }
-}
-
-TEST(Kinds, ReturnsNeedTheirPermission) {
-    for (const KindOption kind : {KindOption::return_, KindOption::third}) {
-        Counter counter;
-        counter.forbid({161});
-        auto& desk = counter.open();
-        EXPECT_FALSE(desk.header().SwitchKind(kind));
-        EXPECT_THAT(counter.said(), ElementsAre("غير مصرح باستخدام هذا البند"));
-        EXPECT_EQ(counter.services.prompts.last_icon, common::Icon::critical);
-        EXPECT_EQ(desk.invoice().kind, KindOption::sale);
     }
 }
 
