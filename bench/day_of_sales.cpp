@@ -162,7 +162,7 @@ int sell_all_day(const std::filesystem::path& home, const Sizes& sizes, int sale
     startup::StartUp start_up(environment, services);
     ui::KeyQueue keys;
     ui::Till till(
-        services, keys, [] { return false; },
+        services, keys, [] { return false; }, [] {},
         [](QWidget& window) {
             window.resize(1366, 768);
             window.show();

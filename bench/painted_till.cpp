@@ -68,6 +68,7 @@ struct PaintedTill::Parts {
                   choice,
                   keys,
                   {},
+                  {},
                   [](QWidget&) {}},
           screen(context, ui::screen_commands()) {
         screen.resize(1366, 768);

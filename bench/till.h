@@ -24,7 +24,9 @@ class NobodyThere final : public common::Prompts,
     // A message means that the action failed and the figure would be worthless. Prints it and throws.
     void message(std::string_view text, common::Icon icon) override;
     common::Answer ask(std::string_view text, common::Icon icon) override;
-    bool write_port(std::string_view, std::string_view) override { return true; }
+    common::PortFault write_port(std::string_view, std::string_view) override {
+        return common::PortFault::none;
+    }
     bool write_file(std::string_view, std::string_view) override { return true; }
     common::Moment now() override { return {last_day, {12, 0, 0, 0}}; }
     bool set(const common::Moment&) override { return true; }
