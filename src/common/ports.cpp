@@ -178,9 +178,7 @@ constexpr int quietly = O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 
 // A new file is created only if nothing stands there, not even a link that leads nowhere.
 int open_as_port(const fs::path& path, const struct stat& judged) {
-    constexpr mode_t owner_and_group = 0660;  // receipts name customers
-    if (judged.st_mode == 0)
-        return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | quietly, owner_and_group);
+    if (judged.st_mode == 0) return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | quietly, shop_file_mode);
     return open(path.c_str(), (S_ISREG(judged.st_mode) ? O_RDWR | O_APPEND : O_WRONLY) | quietly);
 }
 

@@ -15,9 +15,6 @@ namespace printing {
 std::filesystem::path kept_file(const std::filesystem::path& program_folder, const std::string& name,
                                 const common::Moment& moment, std::string_view extension = ".pdf");
 
-// Kept files name customers: they are for their owner and his group.
-inline constexpr unsigned kept_file_mode = 0640;
-
 // Nothing here throws. A function returns false after showing and logging what went wrong.
 class ReportPrinter {
   public:

@@ -5,6 +5,7 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "database/choices.h"
+#include "database/error.h"
 #include "database/sql.h"
 #include "signin/messages.h"
 
@@ -151,7 +152,8 @@ bool change_password(database::Connection& connection, Session& session, common:
                            " where code = " + session.user_code);
         connection.make_durable();
     } catch (const database::Error& error) {
-        return refuse_change(services, error.what(), message::password_not_changed);
+        return refuse_change(services, error.what(),
+                             database::with_reason(message::password_not_changed, error));
     }
     const std::string stored = stored_password(connection, session.user_code);
     if (!same_password(stored, new_password)) {

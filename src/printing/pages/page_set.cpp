@@ -15,7 +15,6 @@
 #include <thread>
 
 #include "common/files.h"
-#include "printing/report_printer.h"
 
 namespace printing::pages {
 
@@ -112,7 +111,8 @@ void save_pdf(const PageSet& pages, const fs::path& file) {
             throw std::runtime_error("the pages cannot be drawn");
     }
     const QByteArray& bytes = drawn.data();
-    common::replace_file(file, {bytes.constData(), static_cast<std::size_t>(bytes.size())}, kept_file_mode);
+    common::replace_file(file, {bytes.constData(), static_cast<std::size_t>(bytes.size())},
+                         common::shop_file_mode);
 }
 
 Printed print_on_system_printer(std::shared_ptr<const PageSet> pages) {

@@ -170,7 +170,7 @@ bool SystemReportPrinter::save_pdf(const Report& report, const fs::path& file) {
 }
 
 bool SystemReportPrinter::save_csv(const Report& report, const fs::path& file) {
-    return kept(file, [&] { common::replace_file(file, report_csv(report), kept_file_mode); });
+    return kept(file, [&] { common::replace_file(file, report_csv(report), common::shop_file_mode); });
 }
 
 bool SystemReportPrinter::kept(const fs::path& file, const std::function<void()>& write) {
