@@ -85,6 +85,7 @@ std::vector<JournalRow> load_journal(database::Connection& connection, std::int6
     Parties parties(connection);
     const auto rows = connection.query(journal_statement(store, day, filter));
     parties.read_walk_ins(rows);
+    journal.reserve(rows.size());
     for (const auto& row : rows) {
         JournalRow line;
         line.number = row.integer("pnum");

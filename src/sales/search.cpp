@@ -137,7 +137,9 @@ std::vector<FoundItem> search_items(database::Connection& connection, const List
         if (!code) return {};
     }
     std::vector<FoundItem> found;
-    for (const Row& row : connection.query(search_statement(filters, code))) {
+    const auto rows = connection.query(search_statement(filters, code));
+    found.reserve(rows.size());
+    for (const Row& row : rows) {
         FoundItem& item = found.emplace_back(found_item(row));
         item.group = group_name(lists, item.type);
         if (!code || !code->scanned) continue;

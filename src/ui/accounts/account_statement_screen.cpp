@@ -184,10 +184,10 @@ void AccountStatementScreen::keep_shown() {
 void AccountStatementScreen::repaint_statement() {
     const bool shown = !logic_.rows().empty();
     std::vector<QStringList> rows;
-    rows.reserve(logic_.rows().size());
-    for (const accounts::StatementRow& row : logic_.rows()) {
+    rows.reserve(paper_.rows.size());
+    for (const auto& cells : paper_.rows) {
         QStringList texts;
-        for (const std::string& cell : row.cells())
+        for (const std::string& cell : cells)
             texts << (texts.size() < description && !cell.empty() ? "\u200e" + qt(cell) : qt(cell));
         rows.push_back(std::move(texts));
     }

@@ -197,10 +197,7 @@ QWidget* ShiftSide::build_shifts() {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(px(12));
     users_ = choice_list("user_filter");
-    for (const common::Choice& user : desk_.lists().user_filter) {
-        users_->addItem(qt(user.name), QVariant::fromValue<qlonglong>(user.code));
-    }
-    users_->setCurrentIndex(users_->findData(QVariant::fromValue<qlonglong>(sales::all_users)));
+    fill_choices(users_, desk_.lists().user_filter, sales::all_users);
     connect(users_, &QComboBox::activated, this,
             [this] { guarded(context_.services, "Shifts", [this] { show_shifts(); }); });
     column->addWidget(captioned("المستخ&دم", users_));

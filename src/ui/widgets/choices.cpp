@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QTableView>
+#include <algorithm>
 
 #include "common/numbers.h"
 #include "ui/widgets/colours.h"
@@ -64,6 +65,11 @@ class ChoiceModel : public QAbstractTableModel {
         endResetModel();
     }
     bool shows_codes() const { return headings_.size() > code_column; }
+    int place_of(std::int64_t code) const {
+        const auto found = std::find_if(choices_.begin(), choices_.end(),
+                                        [&](const common::Choice& choice) { return choice.code == code; });
+        return found == choices_.end() ? -1 : static_cast<int>(found - choices_.begin());
+    }
 
     int rowCount(const QModelIndex& parent = {}) const override {
         return parent.isValid() ? 0 : static_cast<int>(choices_.size());
@@ -115,7 +121,7 @@ int entry_of_typed_code(const QComboBox* list) {
     const ChoiceModel* entries = model_of(list);
     if (entries == nullptr || !entries->shows_codes()) return -1;
     const auto code = common::parse_integer(utf8(list->currentText()));
-    return code ? list->findData(QVariant::fromValue<qlonglong>(*code)) : -1;
+    return code ? entries->place_of(*code) : -1;
 }
 
 }  // namespace
@@ -156,7 +162,7 @@ void fill_optional_choices(QComboBox* list, const std::vector<common::Choice>& c
 
 void show_choice(QComboBox* list, std::optional<std::int64_t> code) {
     const QSignalBlocker quiet(list);
-    const int at = code ? list->findData(QVariant::fromValue<qlonglong>(*code)) : -1;
+    const int at = code && model_of(list) != nullptr ? model_of(list)->place_of(*code) : -1;
     list->setCurrentIndex(at);
     list->setEditText(list->itemText(at));  // replaces a name that was typed and is not in the list
     list->lineEdit()->home(false);          // a long name shows its beginning
