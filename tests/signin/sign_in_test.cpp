@@ -284,8 +284,8 @@ TEST_F(ChangePasswordTest, ANullPasswordCountsAsEmpty) {
 TEST_F(ChangePasswordTest, AShopWithoutTheTableReportsTheFailure) {
     shop.sql("drop view [user]");
     EXPECT_FALSE(change("old", "new"));
-    EXPECT_EQ(services.prompts.last(),
-              std::string(message::password_not_changed) + "\n" + std::string(database::message::see_log));
+    EXPECT_TRUE(services.prompts.last().starts_with(message::password_not_changed));
+    EXPECT_TRUE(services.prompts.last().ends_with(database::message::see_log));
     EXPECT_EQ(stored(), "old");
     ASSERT_EQ(services.log.lines.size(), 1U);
     EXPECT_NE(services.log.lines[0].find("user"), std::string::npos);
