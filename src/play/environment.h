@@ -63,6 +63,7 @@ class PlayConnection final : public database::Connection {
     void make_durable() override { real_->make_durable(); }
     bool is_embedded() const override { return real_->is_embedded(); }
     Table describe(std::string_view table) override { return real_->describe(table); }
+    std::vector<std::string> tables() override { return real_->tables(); }
     Outcome run(std::string_view statement, const std::vector<database::Value>& values) override;
 
   private:

@@ -54,6 +54,12 @@ inline constexpr std::string_view no_driver = "برنامج الاتصال با�
 inline constexpr std::string_view connection_lost = "انقطع الاتصال بقاعدة البيانات";
 // The settings row is missing.
 inline constexpr std::string_view settings_missing = "بيانات الاعدادات غير موجودة في قاعدة البيانات";
+// No copy of the shop could be made before the update, so it was not updated. Make room on the disk, then
+// start the program again.
+inline constexpr std::string_view no_copy_before_update =
+    "لم يبدأ تحديث بيانات المتجر لأن نسخة منها قبل التحديث لم تحفظ. تأكد من وجود مساحة كافية على القرص ثم "
+    "أعد "
+    "تشغيل البرنامج";
 // Anything else: the support engineer finds the cause in the log.
 inline constexpr std::string_view see_log = "حدث خطأ أثناء بدء البرنامج، وسببه مسجل في ملف السجل";
 

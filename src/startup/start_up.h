@@ -37,6 +37,9 @@ struct Environment {
     static Environment here(int argc, const char* const* argv);
 };
 
+// The code of the log lines for what went wrong at the start.
+inline constexpr std::string_view failure_log_code = "223";
+
 class StartUp {
   public:
     // Shows sign-in and returns when the cashier has closed the program.
@@ -71,6 +74,8 @@ class StartUp {
     void set_clock();
     bool check_version();
     void update_shop();
+    void stamp_and_upgrade();
+    void keep_copy();
     void fail(const std::string& cause, const std::string& reason, bool server_missing);
     void write_fatal_record(const std::string& cause);
     bool store_server_address();

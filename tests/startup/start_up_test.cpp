@@ -7,6 +7,7 @@
 #include "common/files.h"
 #include "database/embedded/open.h"
 #include "database/error.h"
+#include "database/schema/schema.h"
 #include "startup/messages.h"
 #include "startup/reasons.h"
 #include "startup/shop_files.h"
@@ -184,6 +185,92 @@ TEST_F(StartUpTest, AnOlderProgramIsRefusedByWords) {
     };
     for (const auto& c : cases)
         EXPECT_EQ(startup::is_older(c.version, c.shop), c.older) << c.version << " than " << c.shop;
+}
+
+TEST_F(StartUpTest, AShopIsCopiedBeforeItIsUpdated) {
+    const auto copies = [this] {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(working)) {
+            const std::string name = entry.path().filename();
+            if (name.starts_with("before-update-")) names.push_back(name);
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    };
+    services.clock.may_set = false;
+    const auto start_as = [&](const char* version, int minute) {
+        startup::write_version_file(program, version);
+        services.clock.moment.time.minute = minute;
+        return run(environment());
+    };
+    // Nothing to do: a new shop, and each further start.
+    EXPECT_TRUE(start_as("1.0.0", 0));
+    EXPECT_TRUE(start_as("1.0.0", 1));
+    EXPECT_TRUE(copies().empty());
+    // A new version, which adds a column. The copy has the shop as it was.
+    database::open_embedded(working / "shop.db")->execute("alter table items drop column list_per");
+    EXPECT_TRUE(start_as("1.1.0", 2));
+    EXPECT_EQ(copies(), std::vector<std::string>{"before-update-20261121-100200-1.0.0.backup"});
+    {
+        fs::copy_file(working / copies().front(), working / "copy.db");
+        const auto copy = database::open_embedded(working / "copy.db");
+        EXPECT_EQ(database::text_of(copy->scalar("select cr_v from basic")), "1.0.0");
+        EXPECT_THROW(copy->query("select list_per from items"), database::Error);
+    }
+    // Going back to it: the old program works, and the new one updates it again.
+    fs::rename(working / "copy.db", working / "shop.db");
+    fs::remove(working / "shop.db-wal");
+    EXPECT_TRUE(start_as("1.0.0", 3));
+    EXPECT_TRUE(start_as("1.1.0", 4));
+    // The same version with something to add, and the last three of five.
+    database::open_embedded(working / "shop.db")->execute("drop table elec_inv");
+    EXPECT_TRUE(start_as("1.1.0", 5));
+    EXPECT_TRUE(start_as("1.2.0", 6));
+    EXPECT_EQ(copies(), (std::vector<std::string>{"before-update-20261121-100400-1.0.0.backup",
+                                                  "before-update-20261121-100500-1.1.0.backup",
+                                                  "before-update-20261121-100600-1.1.0.backup"}));
+    // No room for the copy, so no update.
+    startup::write_version_file(program, "1.3.0");
+    users = 0;
+    const auto size = fs::file_size(working / "shop.db");
+    EXPECT_TRUE(test::in_child([&] {
+        test::fill_disk(size / 2);
+        if (run(environment())) return false;
+        expect_failure(std::string(message::no_copy_before_update));
+        return !HasFailure();
+    }));
+    EXPECT_EQ(stamped(), "1.2.0");
+    EXPECT_EQ(copies().size(), 3U);
+    EXPECT_TRUE(start_as("1.3.0", 7));
+}
+
+// A program that is killed in the middle of an update leaves the shop as it was.
+TEST_F(StartUpTest, AKilledUpdateLeavesTheShopAsItWas) {
+    EXPECT_TRUE(run(environment()));
+    const auto open = [this] { return database::open_embedded(working / "shop.db"); };
+    open()->execute("update basic set cr_v = '2026/01/01'");
+    open()->execute("alter table items drop column list_per");
+    open()->execute("insert into shift (scode, stcode, s_date) values (1, 1, '2026/11/21')");
+    const std::string before = database::schema_text(*open());
+    for (const std::int64_t statement : {6, 60, 120, 230, 305}) {
+        EXPECT_FALSE(test::in_child([&] {
+            Environment on = environment();
+            std::unique_ptr<database::Connection> inner;
+            on.open = [&](const std::string&, const fs::path&) {
+                inner = open();
+                auto made = std::make_unique<test::FaultyConnection>(*inner);
+                made->call_before(statement, [] { _exit(1); });
+                return made;
+            };
+            return run(on);
+        })) << statement;
+        EXPECT_EQ(database::schema_text(*open()), before) << statement;
+        EXPECT_EQ(stamped(), "2026/01/01");
+        EXPECT_EQ(database::number_of(open()->scalar("select count(*) from shift")), 1) << statement;
+    }
+    EXPECT_TRUE(run(environment()));
+    EXPECT_EQ(users, 1);
+    EXPECT_NE(database::schema_text(*open()), before);
 }
 
 TEST_F(StartUpTest, AShopWithoutAPlaceForTheStampGetsItFromTheList) {
@@ -415,12 +502,14 @@ TEST_F(StartUpTest, AnyStatementMayFailAndTheNextStartWorks) {
         EXPECT_FALSE(start(n, FaultyConnection::Fault::lost)) << n;
         expect_failure(std::string(message::connection_lost));
     }
-    EXPECT_EQ(statements,
-              (std::vector<std::string>{"select getdate()", "set dateformat ymd", "select * from basic",
-                                        "Update basic set   cr_v = '2026/11/21'"}));
+    EXPECT_EQ(statements, (std::vector<std::string>{"select getdate()", "set dateformat ymd",
+                                                    "select * from basic", "begin transaction"}));
+    EXPECT_FALSE(start(5, FaultyConnection::Fault::passing));
+    expect_failure(std::string(message::see_log));
+    EXPECT_EQ(statements[4], "Update basic set   cr_v = '2026/11/21'");
     // The upgrade list tolerates failures, but not a lost server.
-    EXPECT_TRUE(start(6, FaultyConnection::Fault::passing));
-    EXPECT_FALSE(start(6, FaultyConnection::Fault::lost));
+    EXPECT_TRUE(start(7, FaultyConnection::Fault::passing));
+    EXPECT_FALSE(start(7, FaultyConnection::Fault::lost));
     expect_failure(std::string(message::connection_lost));
     EXPECT_TRUE(run(environment()));
 }

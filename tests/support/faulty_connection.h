@@ -38,6 +38,7 @@ class FaultyConnection : public database::Connection {
     void make_durable() override;
     bool is_embedded() const override { return inner_.is_embedded(); }
     Table describe(std::string_view table) override;
+    std::vector<std::string> tables() override { return inner_.tables(); }
     std::shared_ptr<const Table> description(std::string_view table) override;
 
   private:

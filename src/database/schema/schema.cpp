@@ -27,13 +27,13 @@ std::string next_statement(std::string_view& script) {
     return statement;
 }
 
-// Runs one operation of the list and ignores its failure, except for a lost connection.
+// Runs one operation of the list and ignores its failure, except for a lost connection and a full disk.
 template <typename Operation>
 void ignoring_failure(Operation operation) {
     try {
         operation();
     } catch (const Error& error) {
-        if (error.is_connection_lost()) throw;
+        if (error.is_connection_lost() || error.kind() == Error::Kind::disk_full) throw;
     }
 }
 
@@ -77,7 +77,19 @@ void run_upgrade_list(Connection& connection) {
         });
     for (const Fragment table : till_tables)
         ignoring_failure([&] { connection.execute(table); });
-    connection.make_durable();
+}
+
+std::string schema_text(Connection& connection) {
+    std::string text;
+    for (const std::string& table : connection.tables()) {
+        if (table == "tmp_acc" || table == "tmp_item") continue;
+        text += table;
+        const Connection::Table shape = connection.describe(table);
+        for (std::size_t i = 0; i < shape.columns.size(); ++i)
+            text += '|' + shape.columns[i] + ' ' + shape.types[i];
+        text += '\n';
+    }
+    return text;
 }
 
 void add_store_columns(Connection& connection) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "database/connection.h"
@@ -12,9 +13,12 @@ namespace database {
 void create_base_schema(Connection& connection);
 
 // Runs the 300 entries of the upgrade list in their order, then creates the tills' own tables (till_…).
-// Failures are ignored, because most entries have been applied before; only a lost connection ends the list
-// (throws Error).
+// Failures are ignored, because most entries have been applied before; only a lost connection or a full disk
+// ends the list (throws Error). The caller makes it durable.
 void run_upgrade_list(Connection& connection);
+
+// Tables and columns of a shop with their types, without the scratch tables that the list makes anew.
+std::string schema_text(Connection& connection);
 
 // An entry of the list: a statement or a procedure.
 struct UpgradeEntry {

@@ -1,0 +1,89 @@
+// How a start gets its cash point: from the tills of this machine, and from the machines of a server.
+#include "common/text.h"
+#include "startup/messages.h"
+#include "startup/start_up.h"
+
+namespace startup {
+
+using common::Icon;
+
+// Another till of this machine with the same cash point comes to the front instead of this one, or the
+// cashier is told whose it is. Returns that till.
+std::optional<CashPointLock::Holder> StartUp::take_cash_point() {
+    std::error_code ignored;
+    const auto& folder = environment_.working_folder;
+    const std::string shop =
+        source_.is_embedded()
+            ? std::filesystem::weakly_canonical(shop_file(record_, folder), ignored).string()
+            : std::filesystem::weakly_canonical(folder, ignored).string() + '\n' + source_.data_source +
+                  '\n' + record_.database;
+    lock_.emplace(shop, session_.cash_point);
+    auto holder = lock_->take();
+    if (!holder) {
+        if (environment_.listen && lock_->descriptor() >= 0) environment_.listen(lock_->descriptor());
+        return std::nullopt;
+    }
+    lock_.reset();
+    const std::string number = std::to_string(session_.cash_point);
+    progress("cash point " + number + " is running on this machine");
+    if (holder->shown) return holder;
+    const std::string text = std::string(message::cash_point) + number;
+    services_.prompts.message(
+        text + (holder->user.empty() ? std::string(message::runs_silently)
+                                     : std::string(message::runs_as_user) + holder->user),
+        Icon::critical);
+    return holder;
+}
+
+void StartUp::answer_second_start(const std::function<void()>& show) {
+    if (lock_)
+        lock_->answer([&] {
+            progress("brought to the front by a second start");
+            show();
+        });
+}
+
+// Tells the cashier if another machine runs this cash point. Tills of a shop in a file are on one machine.
+bool StartUp::claim_cash_point() {
+    if (source_.is_embedded()) return true;
+    const std::string folder = environment_.working_folder.string();
+    claim_.emplace(session_.cash_point, common::left(session_.computer_name + " " + folder, 200));
+    const auto other = claim_->claim(*connection_);
+    if (!other) return true;
+    claim_.reset();
+    const std::string number = std::to_string(session_.cash_point);
+    progress("cash point " + number + " is running on " + *other);
+    services_.prompts.message(std::string(message::cash_point) + number +
+                                  std::string(message::runs_elsewhere) + *other +
+                                  std::string(message::free_after_three_minutes),
+                              Icon::critical);
+    return false;
+}
+
+bool StartUp::renew_claim() {
+    if (!claim_) return true;
+    try {
+        if (const auto other = claim_->claim(*connection_))
+            progress("this cash point also runs on " + *other);
+        return true;
+    } catch (const database::Error& error) {
+        return false;  // what the cashier does next will tell
+    }
+}
+
+// A server that is gone by then lets the claim run out.
+void StartUp::leave_cash_point() {
+    if (!claim_) return;
+    try {
+        claim_->leave(*connection_);
+    } catch (const database::Error& error) {
+        progress(std::string("the cash point was not given free: ") + error.what());
+    }
+}
+
+void StartUp::hand_over() {
+    claim_.reset();
+    if (lock_) lock_->release();
+}
+
+}  // namespace startup
