@@ -16,7 +16,7 @@ void NobodyThere::message(std::string_view text, common::Icon) {
     throw std::runtime_error("the till said: " + std::string(text));
 }
 
-common::Answer NobodyThere::ask(std::string_view text, common::Icon icon) {
+common::Answer NobodyThere::choose(std::string_view text, const common::Choices&, common::Icon icon) {
     if (text == sales::message::cancel_receipt) return common::Answer::yes;
     message(text, icon);
     return common::Answer::no;

@@ -56,9 +56,9 @@ DirectReceipt write_direct_receipt(database::Connection& connection, const signi
     record.fields.store = session.store_code;
     record.fields.drawer = session.cash_point;
     record.fields.note = "قبض مباشر من الكاشير";  // direct receipt by the cashier
-    DirectReceipt receipt{VoucherSaving(connection, services.log).add(record), {}};
-    if (!receipt.saved.balance) return receipt;
-    receipt.paper = printed_voucher(record, party->name, *receipt.saved.balance);
+    DirectReceipt receipt{VoucherSaving(connection, session, services).add(record), {}};
+    if (receipt.saved.outcome != SavedVoucher::Outcome::saved) return receipt;
+    receipt.paper = printed_voucher(record, party->name, receipt.saved.balance);
     receipt.paper.place = session.drawer_name;
     return receipt;
 }

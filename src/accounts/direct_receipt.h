@@ -16,7 +16,7 @@ std::optional<common::Refusal> check_direct_receipt(database::Connection& connec
 
 struct DirectReceipt {
     SavedVoucher saved;
-    PrintedVoucher paper;  // only if the save did not stop
+    PrintedVoucher paper;  // only if it is saved
 };
 // Writes a cash receipt of the amount into the workstation's drawer, dated `date`, and lowers what the
 // customer owes by it. Throws if nothing was written: std::invalid_argument if the customer has no row or the

@@ -36,12 +36,17 @@ inline constexpr std::string_view duplicate_voucher = "عفوا تم إضافة 
 inline constexpr std::string_view no_such_voucher = "الإيصال غير موجود";
 // Another workstation has changed the voucher: nothing was written.
 inline constexpr std::string_view voucher_changed = "تم تعديل الإيصال من جهاز آخر .. لم يتم الحفظ";
-// "Voucher number …" "was saved in part only. The last step finished:" … "Save it again to complete it, here
-// or after choosing it by 'edit a voucher'."
+// "Voucher number …" "was saved in part only. The last step finished:" … "You are asked at the next voucher
+// whether to complete it." or, without a journal, "Do not save it again; tell the manager."
 inline constexpr std::string_view voucher_number = "الإيصال رقم ";
 inline constexpr std::string_view voucher_partly_saved = " تم حفظ جزء منه فقط. آخر خطوة تمت: ";
-inline constexpr std::string_view voucher_partly_advice =
-    "\nاحفظه مرة أخرى ليكتمل، الآن أو بعد اختياره بزر تعديل إيصال";
+inline constexpr std::string_view voucher_asked_again = "\nستسأل عن إكماله عند حفظ الإيصال التالي";
+inline constexpr std::string_view voucher_partly_advice = "\nلا تحفظه مرة أخرى وأبلغ المدير";
+// Saving was undone: nothing of the voucher is written.
+inline constexpr std::string_view voucher_undone = "تم التراجع عن الحفظ، ولم يسجل من الإيصال شيء";
+// An earlier voucher has just been finished or undone: look at the list of vouchers, then save this one.
+inline constexpr std::string_view look_at_vouchers =
+    "انتهى أمر الإيصال السابق. راجع الإيصالات بزر تعديل إيصال، ثم احفظ هذا الإيصال";
 
 // Statement.
 inline constexpr std::string_view balance_on = "الرصيد في ";           // balance on

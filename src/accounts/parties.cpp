@@ -18,8 +18,6 @@ std::string_view balance_column(PartyKind kind) {
     return kind == PartyKind::vendor ? "vacc" : "cacc";
 }
 
-constexpr int attempts = 10;
-
 }  // namespace
 
 std::optional<Party> find_party(database::Connection& connection, PartyKind kind, std::int64_t code) {
@@ -39,22 +37,15 @@ std::vector<common::Choice> load_parties(database::Connection& connection, Party
 }
 
 common::Amount move_balance(database::Connection& connection, PartyKind kind, std::int64_t code, double by) {
-    for (int attempt = 1;; ++attempt) {
-        database::Recordset party(connection, party_row(kind, code));
-        if (party.empty())
-            throw database::Error("02000", "the party of the balance has no row",
-                                  party_row(kind, code).text());
-        const double before = party.number(balance_column(kind));
-        const common::Amount after(before + by);
-        if (by == 0) return after;
+    database::Recordset party(connection, party_row(kind, code));
+    if (party.empty())
+        throw database::Error("02000", "the party of the balance has no row", party_row(kind, code).text());
+    const double before = party.number(balance_column(kind));
+    if (by != 0) {
         party.set(balance_column(kind), before + by);
-        try {
-            party.update();
-            return after;
-        } catch (const database::Error& error) {
-            if (error.kind() != database::Error::Kind::changed_meanwhile || attempt == attempts) throw;
-        }
+        party.update();
     }
+    return common::Amount(before + by);
 }
 
 std::vector<CustomerRow> list_customers(database::Connection& connection) {

@@ -26,8 +26,8 @@ std::optional<Party> find_party(database::Connection& connection, PartyKind kind
 std::vector<common::Choice> load_parties(database::Connection& connection, PartyKind kind);
 
 // Adds to a party's balance and returns the new one. Neither is rounded before it is shown, for rows of other
-// programs may hold more than two decimals. A row that other tills change at the same moment is read again; a
-// missing one throws Error 02000.
+// programs may hold more than two decimals. Throws Error 40001 if another till changes the row at the same
+// moment, and Error 02000 if there is none.
 common::Amount move_balance(database::Connection& connection, PartyKind kind, std::int64_t code, double by);
 
 struct CustomerRow {

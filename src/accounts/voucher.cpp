@@ -37,7 +37,6 @@ void Voucher::load_lists() {
 void Voucher::open_new() {
     opened_.reset();
     seen_.clear();
-    missing_ = {};
     party_kind_ = kind_ == VoucherKind::receipt ? PartyKind::customer : PartyKind::vendor;
     load_lists();
     fields = {};
@@ -71,7 +70,6 @@ std::optional<Refusal> Voucher::open_edit(const VoucherKey& key) {
     second_changed_ = fields.second_amount != fields.amount;
     opened_ = key_of(row);
     seen_ = row.cells();
-    missing_ = missing_from_balance(connection_, row);
     return std::nullopt;
 }
 
@@ -131,14 +129,9 @@ std::optional<Refusal> Voucher::check() {
     return std::nullopt;
 }
 
-// A number that was used before is that of another voucher, or of this one if an earlier save of it stopped
-// half-way, on any screen.
 std::optional<Refusal> Voucher::check_number() {
     fields.number = common::western_digits(common::trim(fields.number));
     if (fields.number.empty()) return Refusal("voucher_number", message::enter_number);
-    if (is_editing()) return std::nullopt;
-    if (fields.party)
-        opened_ = find_half_saved(connection_, {kind_, party_kind_, method, fields, services_.clock.now()});
     if (is_editing() || !is_duplicate(connection_, kind_, fields.number)) return std::nullopt;
     fields.number.clear();
     return Refusal("voucher_number", message::duplicate_voucher);
@@ -160,17 +153,17 @@ std::optional<Refusal> Voucher::check_place() {
 
 std::optional<Refusal> Voucher::save() {
     printed_.reset();
+    VoucherSaving saving(connection_, session_, services_);
+    if (saving.settle_earlier()) return Refusal("", message::look_at_vouchers);
     if (auto refused = check()) return refused;
     const VoucherRecord record{kind_, party_kind_, method, fields, services_.clock.now()};
-    VoucherSaving saving(connection_, services_.log);
     const auto saved = opened_ ? saving.rewrite(record, *opened_, seen_) : saving.add(record);
     if (!saved) return Refusal("", message::voucher_changed);
+    if (saved->outcome != SavedVoucher::Outcome::saved) return why_not_saved(*saved);
     // From here on the voucher is an edited one, so that saving again does not write it twice.
     opened_ = saved->key;
     seen_.clear();
-    missing_ = {};
-    if (!saved->balance) return partly_saved(*saved);
-    set_printed(record, *saved->balance);
+    set_printed(record, saved->balance);
     remember_cells();
     return std::nullopt;
 }

@@ -37,7 +37,7 @@ class Voucher {
     void set_second_amount(std::string text);
 
     // Writes the voucher, then moves the party's balance. Writes nothing if it is refused, unless the refusal
-    // says that the voucher was saved in part; saving it again completes it.
+    // says that the voucher was saved in part; the next save then asks about it.
     std::optional<common::Refusal> save();
     // The voucher as it was saved last.
     const std::optional<PrintedVoucher>& printed() const { return printed_; }
@@ -50,8 +50,6 @@ class Voucher {
     PartyKind party_kind() const { return party_kind_; }
     // What the party owes (a customer) or is owed (a vendor) now.
     double party_balance();
-    // What the party's balance lacks of the edited voucher; zero unless a save of it stopped half-way.
-    common::Amount missing() const { return missing_; }
     const std::vector<common::Choice>& parties() const { return parties_; }
     const std::vector<common::Choice>& representatives() const { return representatives_; }
     const std::vector<common::Choice>& stores() const { return stores_; }
@@ -72,7 +70,6 @@ class Voucher {
     common::Services services_;
     std::optional<VoucherKey> opened_;   // how the edited row is found again
     std::vector<database::Value> seen_;  // its cells as they were opened; empty if unknown
-    common::Amount missing_;
     PartyKind party_kind_ = PartyKind::customer;
     bool second_changed_ = false;
     std::vector<common::Choice> parties_;

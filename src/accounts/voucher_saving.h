@@ -1,7 +1,5 @@
-// Saving a voucher: its row, then the balance of its party, as two statements. An error or a power cut can
-// come between them. So a row of the table till_voucher says of each voucher being saved by how much its
-// party's balance has moved for it, and saving the voucher again moves the rest. A shop without the table
-// works too; there the check of the balances finds such vouchers.
+// Saving a voucher: its row, then the balance of its party, as two steps of the journal of saves. An error or
+// a power cut can come between them; the cashier then finishes or undoes the save.
 #pragma once
 
 #include <optional>
@@ -12,60 +10,71 @@
 #include "accounts/voucher_records.h"
 #include "common/refusal.h"
 #include "common/services.h"
-#include "database/connection.h"
+#include "database/unfinished.h"
+#include "signin/session.h"
 
 namespace accounts {
 
-// The steps of a save, in their order.
+// The steps of a save, in their order; the journal keeps their numbers.
 enum class VoucherStep { none, voucher, balance };
 // The step's name in Arabic, for the cashier and the log.
 std::string_view name_of(VoucherStep step);
 
 struct SavedVoucher {
+    enum class Outcome {
+        saved,
+        undone,  // it stopped, and nothing of it is left
+        left,    // it stopped part-way and waits in the journal
+        partly,  // the same in a shop without a journal
+    };
     VoucherKey key;
+    Outcome outcome = Outcome::saved;
     VoucherStep finished = VoucherStep::none;
-    // The party's balance now; nothing if the save stopped after the voucher was written.
-    std::optional<common::Amount> balance;
+    common::Amount balance;  // the party's, if the voucher is saved
 };
-// What the cashier is told of a voucher that was saved in part.
-common::Refusal partly_saved(const SavedVoucher& voucher);
+// What the cashier is told of a voucher that was not saved.
+common::Refusal why_not_saved(const SavedVoucher& voucher);
 
-// Logs when a save begins and ends, and the step after which it stopped.
+// A save with all that its rows are made of.
+struct VoucherToSave {
+    VoucherRecord record;
+    std::int64_t id = 0;               // its internal number
+    std::optional<VoucherKey> former;  // of an edited voucher: how its row is found
+    double moved = 0;                  // what that row adds to the balance of the party
+
+    VoucherKey key() const;
+};
+// The voucher of an entry of the journal; nothing if it is of another kind.
+std::optional<VoucherToSave> voucher_of(const database::JournalEntry& entry);
+extern const database::Resumption voucher_resumption;
+
+// Logs when a save begins and ends, and the step after which it stopped. After an error the cashier chooses
+// whether to finish or undo what was begun.
 class VoucherSaving {
   public:
-    VoucherSaving(database::Connection& connection, common::Log& log) : connection_(connection), log_(log) {}
+    VoucherSaving(database::Connection& connection, const signin::Session& session,
+                  const common::Services& services)
+        : connection_(connection), session_(session), services_(services) {}
 
-    // Adds a voucher under the next internal number. Throws if it was not written.
+    // Asks about the vouchers that this till has not finished. Returns true if one was finished or undone.
+    bool settle_earlier();
+    // Adds a voucher under the next internal number. Throws if nothing was written.
     SavedVoucher add(const VoucherRecord& record);
-    // Writes over the voucher found by its former key and moves the balance by the difference, and by what an
-    // earlier save failed to move. Returns nothing, and writes nothing, if the voucher is gone or its cells
-    // are no longer those seen; without cells nothing is compared. Throws if it was not written.
+    // Writes over the voucher found by its former key and moves the balance by the difference. Returns
+    // nothing, and writes nothing, if the voucher is gone or its cells are no longer those seen; without
+    // cells nothing is compared. Throws if nothing was written.
     std::optional<SavedVoucher> rewrite(const VoucherRecord& record, const VoucherKey& former,
                                         const std::vector<database::Value>& seen);
 
   private:
-    struct Attempt;
-    template <typename Write>
-    SavedVoucher run(const Attempt& attempt, Write write);
-    void move_party(const Attempt& attempt, SavedVoucher& saved);
-    void stop(const Attempt& attempt, const SavedVoucher& saved, const std::exception& error);
+    SavedVoucher run(const VoucherToSave& save);
+    void stop(const VoucherToSave& save, const database::JournalEntry& entry, SavedVoucher& saved,
+              const std::exception& error);
 
     database::Connection& connection_;
-    common::Log& log_;
+    const signin::Session& session_;
+    common::Services services_;
 };
-
-// A voucher whose party's balance lacks a part of it, or all.
-struct UnmovedVoucher {
-    VoucherKind kind = VoucherKind::receipt;
-    VoucherKey key;
-    common::Amount missing;
-};
-std::vector<UnmovedVoucher> unmoved_vouchers(database::Connection& connection);
-// What the balance lacks of a stored voucher, a row of vencuspay.
-common::Amount missing_from_balance(database::Connection& connection, const database::Row& voucher);
-// The key of a voucher that another save, or an attempt whose answer was lost, left with its balance unmoved
-// and that is this one to the letter.
-std::optional<VoucherKey> find_half_saved(database::Connection& connection, const VoucherRecord& record);
 
 // How the activity log names a voucher; the name ends with ")".
 inline constexpr std::string_view voucher_log_name = "voucher ";

@@ -156,6 +156,7 @@ class Check {
         }
         look("users", [&] { return check_users(connection); });
         look("ports", [&] { return check_ports(connection, tool_.shop); });
+        look("unfinished saves", [&] { return check_unfinished(connection, tool_.clock.now()); });
         look("invoices", [&] { return check_invoices(connection, period); });
         look("balances", [&] { return check_balances(connection); });
         look("stock", [&] { return check_stock(connection); });

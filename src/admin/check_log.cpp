@@ -1,7 +1,7 @@
 // The check of the activity log for saves that did not finish. The log has for each save the lines "save of
 // invoice N (kind K, customer C, store S) begins, ..." and then "... finished" or "... stopped, last finished
-// step: ...". The lines of vouchers begin with "save of voucher N (kind K, kind of party Z, party C)"; a
-// voucher is saved again until it is finished.
+// step: ...", perhaps followed by "... finished" or "... undone" when the cashier has chosen. The lines of
+// vouchers begin with "save of voucher N (kind K, kind of party Z, party C)".
 #include <algorithm>
 #include <filesystem>
 #include <map>
@@ -59,23 +59,28 @@ class LogCheck {
             if (line && line->moment.date >= period_.from) take(*line);
             rest.remove_prefix(std::min(end + 1, rest.size()));
         }
+        for (const auto& [name, stopped] : stopped_)
+            judge_stopped(stopped);
         for (const auto& [name, moment] : begun_)
             judge(name, moment);
         for (const auto& [name, left] : unfinished_vouchers_)
-            add(Verdict::note, left.moment,
-                left.text +
-                    ". If its balance did not move, that stands above; saving the voucher again "
-                    "completes it");
+            add(Verdict::note, left.moment, left.text + ". If it is unfinished, that stands above");
         if (findings_.empty())
             findings_.push_back({Verdict::good, "log", "every save that began was finished"});
         return std::move(findings_);
     }
 
   private:
+    struct Stopped {
+        std::string text;
+        common::Moment moment;
+    };
+
     void take(const Line& line) {
         if (line.message == mended_line) {
             findings_.clear();
             begun_.clear();
+            stopped_.clear();
             unfinished_vouchers_.clear();
             return;
         }
@@ -91,23 +96,33 @@ class LogCheck {
             begun_[name] = line.moment;
             return;
         }
+        // A save that stopped may be finished or undone later, with a line of its own.
         begun_.erase(name);
-        if (!what.starts_with(" stopped, ")) return;
-        const bool nothing = what.find(" nothing saved, ") != std::string_view::npos;
-        add(nothing ? Verdict::note : Verdict::wrong, line.moment,
-            std::string(line.message) +
-                (nothing ? "; the cashier was told to save it again"
-                         : "; write what comes after that step by hand, or return the sale"));
+        if (what.starts_with(" stopped, ")) {
+            stopped_[name] = {std::string(line.message), line.moment};
+        } else if (what.starts_with(" finished") || what.starts_with(" undone")) {
+            stopped_.erase(name);
+        }
     }
 
-    // A save that stopped stays unfinished until one of the same voucher is finished.
+    void judge_stopped(const Stopped& stopped) {
+        const bool nothing = stopped.text.find(" nothing saved, ") != std::string::npos;
+        add(nothing ? Verdict::note : Verdict::wrong, stopped.moment,
+            stopped.text + (nothing
+                                ? "; the cashier was told to save it again"
+                                : "; if it stands above as unfinished, finish or undo it there; else write "
+                                  "what comes after that step by hand, or return the sale"));
+    }
+
+    // A save that stopped stays unfinished until it is finished or undone.
     void take_voucher(const std::string& name, std::string_view what, const Line& line) {
         const auto known = unfinished_vouchers_.find(name);
         const bool has_stopped = known != unfinished_vouchers_.end() && known->second.has_stopped;
         const bool nothing = what.find(" nothing saved, ") != std::string_view::npos;
         if (what.starts_with(" stopped, ") && !nothing) {
             unfinished_vouchers_[name] = {std::string(line.message), line.moment, true};
-        } else if (what.starts_with(" finished") || (nothing && !has_stopped)) {
+        } else if (what.starts_with(" finished") || what.starts_with(" undone") ||
+                   (nothing && !has_stopped)) {
             unfinished_vouchers_.erase(name);
         } else if (what.starts_with(" begins") && !has_stopped) {
             unfinished_vouchers_[name] = {name + " was begun and not finished: the till went out",
@@ -160,6 +175,7 @@ class LogCheck {
     Period period_;
     Findings findings_;
     std::map<std::string, common::Moment> begun_;
+    std::map<std::string, Stopped> stopped_;
     struct Unfinished {
         std::string text;
         common::Moment moment;

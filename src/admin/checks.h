@@ -51,6 +51,8 @@ Findings check_balances(database::Connection& connection);
 // rounded before it was added, or another program added it unrounded.
 bool differ(double a, double b, std::int64_t lines = 0);
 
+// Finds saves that stand in the journal of saves for more than a minute: a till has not finished them.
+Findings check_unfinished(database::Connection& connection, const common::Moment& now);
 // Finds saves that the activity log reports as stopped, or as begun but not finished because the till was
 // switched off, and says what each left undone.
 Findings check_log(database::Connection& connection, const std::filesystem::path& log_file,

@@ -14,9 +14,10 @@
 int main(int argc, char** argv) {
     common::keep_files_from_others();
     const std::vector<admin::AddCommand> commands = {
-        admin::add_new_shop,  admin::add_connect,      admin::add_sql,      admin::add_users,
-        admin::add_check,     admin::add_import_items, admin::add_backup,   admin::add_restore,
-        admin::add_copy_shop, admin::add_show_receipt, admin::add_settings, admin::add_stamp,
+        admin::add_new_shop,   admin::add_connect,      admin::add_sql,      admin::add_users,
+        admin::add_check,      admin::add_import_items, admin::add_backup,   admin::add_restore,
+        admin::add_copy_shop,  admin::add_show_receipt, admin::add_settings, admin::add_stamp,
+        admin::add_unfinished,
     };
     common::SystemClock clock;
     std::error_code gone;

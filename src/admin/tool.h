@@ -48,6 +48,7 @@ void add_new_shop(CLI::App& program, Tool& tool);
 void add_sql(CLI::App& program, Tool& tool);
 void add_users(CLI::App& program, Tool& tool);
 void add_check(CLI::App& program, Tool& tool);
+void add_unfinished(CLI::App& program, Tool& tool);
 void add_import_items(CLI::App& program, Tool& tool);
 void add_backup(CLI::App& program, Tool& tool);
 void add_restore(CLI::App& program, Tool& tool);

@@ -52,22 +52,15 @@ Amount removable(database::Connection& connection, const std::optional<Drawer>& 
     return std::max(Amount(), std::min(left, removal.held.value_or(left)) - removal.leave);
 }
 
-// Inserts one transfer to the main drawer, dated at the moment it is made, and returns its amount; 0 if there
-// is nothing to transfer.
-Amount move_cash(database::Connection& connection, const signin::Session& session, common::Clock& clock,
-                 const Removal& removal) {
+// The transfer of a removal, dated at the moment it is made; nothing if there is nothing to transfer.
+std::optional<CashTransfer> transfer_of(database::Connection& connection, const signin::Session& session,
+                                        common::Clock& clock, const Removal& removal) {
     const auto main = main_drawer(connection);
     const Amount amount = removable(connection, main, removal);
-    if (amount.is_zero()) return {};
-    const std::int64_t number =
-        database::integer_of(connection.scalar(" select max(cnum) as last_i from cach_t ")) + 1;
-    const common::Moment now = clock.now();
-    connection.execute(
-        Sql("Insert Into cach_t (cnum,cdate,caml,cfr,cto,note1,cash_nf,cash_nt,user_c,time_) select ") +
-        number + "," + quoted(now.date) + "," + amount + "," + removal.drawer.store + "," + main->store +
-        "," + quoted(std::string(message::transfer_from) + removal.drawer_name) + "," + removal.drawer.code +
-        "," + main->code + "," + session.user_code + "," + quoted(now.time));
-    return amount;
+    if (amount.is_zero()) return std::nullopt;
+    return CashTransfer{
+        removal.drawer,    *main,      amount, std::string(message::transfer_from) + removal.drawer_name,
+        session.user_code, clock.now()};
 }
 
 // The moment up to which a copy counts. The copy of shiftc takes the shift that started last in any store and
@@ -169,18 +162,45 @@ void CashPosition::compute(std::int64_t store, const common::Moment& start,
     }
 }
 
+std::optional<CashTransfer> CashPosition::transfer_from(std::int64_t drawer, Amount leave) const {
+    for (const DrawerPosition& computed : drawers_) {
+        if (computed.drawer != drawer) continue;
+        return transfer_of(connection_, session_, clock_,
+                           {{store_, drawer},
+                            computed.name,
+                            computed.position,
+                            in_single_precision(leave),
+                            common::moment_text(until_),
+                            {}});
+    }
+    return std::nullopt;
+}
+
 void CashPosition::move(Amount leave, std::int64_t drawer) {
     for (DrawerPosition& computed : drawers_) {
         if (drawer != 0 && drawer != computed.drawer) continue;
-        computed.moved = move_cash(connection_, session_, clock_,
-                                   {{store_, computed.drawer},
-                                    computed.name,
-                                    computed.position,
-                                    in_single_precision(leave),
-                                    common::moment_text(until_),
-                                    {}});
+        const auto transfer = transfer_from(computed.drawer, leave);
+        if (transfer) write_transfer(connection_, *transfer);
+        computed.moved = transfer ? transfer->amount : Amount();
         if (store_ == session_.store_code && computed.drawer == session_.cash_point) own_ = computed;
     }
+}
+
+std::int64_t write_transfer(database::Connection& connection, const CashTransfer& transfer) {
+    const std::int64_t number =
+        database::integer_of(connection.scalar(" select max(cnum) as last_i from cach_t ")) + 1;
+    connection.execute(
+        Sql("Insert Into cach_t (cnum,cdate,caml,cfr,cto,note1,cash_nf,cash_nt,user_c,time_) select ") +
+        number + "," + quoted(transfer.at.date) + "," + transfer.amount + "," + transfer.from.store + "," +
+        transfer.to.store + "," + quoted(transfer.note) + "," + transfer.from.code + "," + transfer.to.code +
+        "," + transfer.user + "," + quoted(transfer.at.time));
+    return number;
+}
+
+void remove_transfer(database::Connection& connection, std::int64_t number, const CashTransfer& transfer) {
+    connection.execute(Sql("delete from cach_t where cnum = ") + number +
+                       " and cfr = " + transfer.from.store + " and cash_nf = " + transfer.from.code +
+                       " and caml = " + transfer.amount + " and cdate = " + quoted(transfer.at.date));
 }
 
 Amount position_at(database::Connection& connection, const Drawer& drawer, const common::Moment& until) {
@@ -220,8 +240,11 @@ std::vector<DrawerPosition> calc_cash(database::Connection& connection, const si
     }
     const bool others = may_empty_others(connection, session, services.prompts, removals);
     for (std::size_t i = 0; i < removals.size(); ++i) {
-        if (others || removals[i].drawer.code == session.cash_point)
-            computed[i].moved = move_cash(connection, session, services.clock, removals[i]);
+        if (!others && removals[i].drawer.code != session.cash_point) continue;
+        const auto transfer = transfer_of(connection, session, services.clock, removals[i]);
+        if (!transfer) continue;
+        write_transfer(connection, *transfer);
+        computed[i].moved = transfer->amount;
     }
     return computed;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,19 @@ struct DrawerPosition {
 InvoiceDiscounts invoice_discounts(database::Connection& connection, const Drawer& drawer,
                                    const common::Moment& start, const common::Moment& until);
 
+// A transfer of cash to the main drawer.
+struct CashTransfer {
+    Drawer from;
+    Drawer to;
+    common::Amount amount;
+    std::string note;
+    std::int64_t user = 0;
+    common::Moment at;
+};
+// Inserts it under the next number, which is returned.
+std::int64_t write_transfer(database::Connection& connection, const CashTransfer& transfer);
+void remove_transfer(database::Connection& connection, std::int64_t number, const CashTransfer& transfer);
+
 // The store-wide computation.
 class CashPosition {
   public:
@@ -52,8 +66,10 @@ class CashPosition {
     void compute(std::int64_t store, const common::Moment& start, const common::Moment& until,
                  const common::Moment& end_of_period);
 
-    // Transfers what each drawer holds above zero, less `leave`, to the main drawer; `drawer` 0 empties every
-    // drawer, any other only that one. The main drawer itself is never emptied.
+    // The transfer of what a drawer holds above zero, less `leave`, to the main drawer; nothing if there is
+    // nothing to transfer. The main drawer itself is never emptied.
+    std::optional<CashTransfer> transfer_from(std::int64_t drawer, common::Amount leave) const;
+    // Makes this transfer from one drawer, or from every drawer if `drawer` is 0.
     void move(common::Amount leave, std::int64_t drawer);
 
     const std::vector<DrawerPosition>& drawers() const { return drawers_; }

@@ -32,6 +32,13 @@ inline constexpr std::string_view not_before = "\nغير ممكن قبل : ";
 inline constexpr std::string_view started_elsewhere =
     "تم بدء هذه الورديه من جهاز آخر .. لم يتم تسجيل ورديه جديده";
 
+// The change of the shift was undone: the shift is as it was.
+inline constexpr std::string_view change_undone = "تم التراجع، والورديه كما كانت";
+// An earlier change of the shift is not finished. / It is settled now: look at the shift, then go on.
+inline constexpr std::string_view change_unfinished =
+    "تغيير الورديه لم يكتمل بعد. أعد المحاولة لتسأل عنه مرة أخرى";
+inline constexpr std::string_view look_at_shift = "انتهى أمر التغيير السابق. راجع الورديه ثم أكمل";
+
 // Before a shift start empties other drawers: the cash of these drawers will be transferred to the main
 // drawer; its shift is open, after such a drawer; do you want to transfer it?
 inline constexpr std::string_view others_emptied = "ستحول إلى الخزينة الرئيسية نقدية هذه الأدراج :\n";

@@ -53,6 +53,7 @@ std::int64_t next_shift_number(database::Connection& connection, std::int64_t st
 namespace {
 
 // Object names of the fields that a refusal may name.
+constexpr std::string_view log_code = "250";  // of lines about saving
 constexpr char worker_field[] = "shift_worker";
 constexpr char time_field[] = "shift_time";
 constexpr char counted_field[] = "shift_counted";
@@ -148,14 +149,10 @@ std::optional<Refusal> ShiftStart::check_close(const common::Moment& at, const A
     return std::nullopt;
 }
 
-// The cash goes to the main drawer before the shift is closed; both remain if a later step fails.
-void ShiftStart::close_shift(const common::Moment& at, const Amounts& amounts) {
+ShiftEnd ShiftStart::plan_close(const common::Moment& at, const Amounts& amounts) {
     const Shift& shift = *last_;
     CashPosition position(connection_, session_, services_.clock);
     position.compute(session_.store_code, shift.start, at);
-    const common::Amount moved_before = moved_by_begun_close(connection_, own_drawer(), shift.number, at);
-    note_begun_close(connection_, own_drawer(), shift.number, services_.clock.now());
-    position.move(amounts.leave, session_.cash_point);
 
     ShiftReport closed;
     closed.number = shift.number;
@@ -165,22 +162,62 @@ void ShiftStart::close_shift(const common::Moment& at, const Amounts& amounts) {
     closed.start = shift.start;
     closed.end = at;
     closed.counted = amounts.counted;
-    closed.expected = position.own().position + moved_before;
+    closed.expected = position.own().position;
     closed.card_sales = position.own().card_sales;
     closed.uncollected = position.own().uncollected;
     closed.discounts = position.own().discounts;
-
-    // Usually one row; two if workstations with the same number started the shift at the same moment.
-    database::Recordset rows(connection_, Sql("select * from shift where  stcode = ") + session_.store_code +
-                                              " and cash_no = " + session_.cash_point +
-                                              " and scode = " + shift.number);
-    for (; !rows.at_end(); rows.move_next()) {
-        if (!rows.null("e_date")) continue;
-        rows.set("e_date", Value(at));
-        rows.set("cur_bal", amounts.counted.value_or(common::Amount()).value());
-        rows.update();
-    }
     if (prints_report_) report_ = closed;
+    return {shift.number, at, amounts.counted.value_or(common::Amount()),
+            position.transfer_from(session_.cash_point, amounts.leave)};
+}
+
+std::optional<Refusal> ShiftStart::settle_earlier() {
+    for (const auto& unfinished :
+         database::unfinished_saves(connection_, session_.store_code, session_.cash_point)) {
+        if (unfinished.kind != shift_resumption.kind) continue;
+        const auto settled = database::settle(connection_, services_, unfinished, shift_resumption,
+                                              database::Paper::none, nullptr);
+        if (settled == database::Settled::left) return refuse("", message::change_unfinished);
+        open();
+        return refuse("", message::look_at_shift);
+    }
+    return std::nullopt;
+}
+
+// The cash goes to the main drawer before the shift is closed.
+std::optional<Refusal> ShiftStart::write(const ShiftToSave& save) {
+    database::Journal journal(connection_);
+    database::JournalEntry unfinished = entry_of(save, services_.clock.now());
+    ShiftRows rows(connection_, journal, save);
+    bool is_started = true;
+    try {
+        journal.begin(unfinished);
+        is_started = rows.write();
+        journal.end();
+    } catch (const std::exception& error) {
+        unfinished.id = journal.id();
+        return stopped(unfinished, save, error);
+    }
+    if (is_started) return std::nullopt;
+    return refuse(worker_field, message::started_elsewhere);
+}
+
+std::optional<Refusal> ShiftStart::stopped(const database::JournalEntry& unfinished, const ShiftToSave& save,
+                                           const std::exception& error) {
+    if (unfinished.id == 0) throw;  // nothing can be finished or undone
+    services_.log.log_event("save of " + log_name(save) + " stopped, " + error.what(), log_code);
+    switch (database::settle(connection_, services_, unfinished, shift_resumption, database::Paper::none,
+                             &error)) {
+        case database::Settled::finished:
+            return std::nullopt;
+        case database::Settled::undone:
+            report_.reset();
+            return refuse("", message::change_undone);
+        case database::Settled::left:
+            break;
+    }
+    report_.reset();
+    return refuse("", message::change_unfinished);
 }
 
 // An error in the printing table is only logged: the shift has changed, the printed page needs no more than
@@ -207,45 +244,22 @@ std::optional<Refusal> ShiftStart::start() {
     if (auto refusal = check_drawer()) return refusal;
     if (auto refusal = read_moment(at)) return refusal;
 
+    if (auto refusal = settle_earlier()) return refusal;
     const std::int64_t seen = next_number_;
     read_last_shift();
     if (next_number_ != seen) return refuse(worker_field, message::started_elsewhere);
+    ShiftToSave save{own_drawer(), std::nullopt, ShiftBegin{next_number_, at, *entry.worker}};
     if (is_in_shift()) {
         if (auto refusal = check_close(at, amounts)) return refusal;
-        close_shift(at, amounts);
+        save.closed = plan_close(at, amounts);
     } else if (last_ && at < *last_->end) {
         return too_early(message::before_last_end, *last_->end);
     }
-
-    const bool added = add_shift(at);
-    if (added) calc_cash(connection_, session_, services_, copy_, amounts.leave);
+    auto refused = write(save);
+    if (refused && refused->text != message::started_elsewhere) return refused;
+    if (!refused) calc_cash(connection_, session_, services_, copy_, amounts.leave);
     finish();
-    if (!added) return refuse(worker_field, message::started_elsewhere);
-    return std::nullopt;
-}
-
-// Returns false if another workstation with this drawer's number wrote the same shift at this moment: then
-// the own row is deleted again, because one drawer has one responsible worker. If both delete theirs, neither
-// has started and one of them starts again. Rows that are equal in everything are the same shift and remain.
-bool ShiftStart::add_shift(const common::Moment& at) {
-    database::Recordset shifts(connection_, "select * from shift ");
-    shifts.add();
-    shifts.set("scode", next_number_);
-    shifts.set("s_date", Value(at));
-    shifts.set("man_", *entry.worker);
-    shifts.set("stcode", session_.store_code);
-    shifts.set("cash_no", session_.cash_point);
-    shifts.update();
-
-    const Sql same_number = Sql(" from shift where stcode = ") + session_.store_code +
-                            " and cash_no = " + session_.cash_point + " and scode = " + next_number_;
-    for (const auto& row : connection_.query(Sql("select *") + same_number)) {
-        if (row.moment("s_date") == at && row.integer("man_") == *entry.worker) continue;
-        connection_.execute(Sql("delete") + same_number + " and s_date = " + quoted(at) +
-                            " and man_ = " + *entry.worker + " and e_date is null");
-        return false;
-    }
-    return true;
+    return refused;
 }
 
 bool ShiftChange::confirm_close() const {
@@ -254,6 +268,7 @@ bool ShiftChange::confirm_close() const {
 
 std::optional<Refusal> ShiftChange::close_current() {
     report_.reset();
+    if (auto refusal = settle_earlier()) return refusal;
     read_last_shift(by_number_at_close);
     if (!is_in_shift()) return refuse("", message::already_closed);
     Amounts amounts;
@@ -262,7 +277,7 @@ std::optional<Refusal> ShiftChange::close_current() {
     common::Moment now = services_.clock.now();
     now.time.millisecond = 0;  // moments are written in whole seconds
     if (auto refusal = check_close(now, amounts)) return refusal;
-    close_shift(now, amounts);
+    if (auto refusal = write({own_drawer(), plan_close(now, amounts), std::nullopt})) return refusal;
     finish();
     return std::nullopt;
 }

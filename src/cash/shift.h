@@ -11,6 +11,7 @@
 
 #include "cash/cash_position.h"
 #include "cash/shift_report.h"
+#include "cash/shift_rows.h"
 #include "common/amount.h"
 #include "common/choice.h"
 #include "common/date_time.h"
@@ -102,7 +103,12 @@ class ShiftStart {
     Refused check_drawer() const;
     // Refuses to close the open shift at a moment with these amounts.
     Refused check_close(const common::Moment& at, const Amounts& amounts) const;
-    void close_shift(const common::Moment& at, const Amounts& amounts);
+    // Plans the end of the open shift, and makes its report.
+    ShiftEnd plan_close(const common::Moment& at, const Amounts& amounts);
+    // Asks about a shift change that this till has not finished; refused if there was one.
+    Refused settle_earlier();
+    // Writes the change. Refused if it stopped and was not finished, or if the shift was started elsewhere.
+    Refused write(const ShiftToSave& save);
     void finish();
 
     database::Connection& connection_;
@@ -113,7 +119,8 @@ class ShiftStart {
 
   private:
     Refused read_moment(common::Moment& at) const;
-    bool add_shift(const common::Moment& at);
+    Refused stopped(const database::JournalEntry& unfinished, const ShiftToSave& save,
+                    const std::exception& error);
 
     CalcCopy copy_;
     bool must_count_ = false;     // clos_bal

@@ -2,8 +2,6 @@
 
 #include "cash/messages.h"
 #include "database/recordset.h"
-#include "database/till_settings.h"
-#include "database/till_tables.h"
 
 namespace cash {
 
@@ -53,42 +51,6 @@ void write_print_row(database::Connection& connection, const ShiftReport& report
     row.set("f4", report.card_sales.text());
     row.set("User", user);
     row.update();
-}
-
-namespace {
-
-// The setting of a drawer that holds the number of the shift whose close was begun last, a blank, and the
-// moment when it was begun first.
-std::string begun_close_setting(const Drawer& drawer) {
-    return "close " + std::to_string(drawer.store) + "/" + std::to_string(drawer.code);
-}
-
-// The moment when the close of a shift was begun; nothing if it was not.
-std::optional<common::Moment> begun_close(database::Connection& connection, const Drawer& drawer,
-                                          std::int64_t shift) {
-    const auto note = database::till_setting(connection, begun_close_setting(drawer));
-    const std::string number = std::to_string(shift) + " ";
-    if (!note || !note->starts_with(number)) return std::nullopt;
-    return common::parse_moment(note->substr(number.size()));
-}
-
-}  // namespace
-
-void note_begun_close(database::Connection& connection, const Drawer& drawer, std::int64_t shift,
-                      const common::Moment& now) {
-    if (begun_close(connection, drawer, shift)) return;
-    database::unless_table_is_missing([&] {
-        database::set_till_setting(connection, begun_close_setting(drawer),
-                                   std::to_string(shift) + " " + common::moment_text(now));
-    });
-}
-
-Amount moved_by_begun_close(database::Connection& connection, const Drawer& drawer, std::int64_t shift,
-                            const common::Moment& until) {
-    const auto begun = begun_close(connection, drawer, shift);
-    if (!begun) return {};
-    return -total_of(read_sums(connection, left_drawer, drawer,
-                               {common::moment_text(*begun), common::moment_text(until), {}}));
 }
 
 }  // namespace cash

@@ -1,4 +1,4 @@
-// The report of a closed shift, and what a close that broke off has left behind.
+// The report of a closed shift.
 #pragma once
 
 #include <cstdint>
@@ -42,14 +42,5 @@ struct ShiftReport {
 
 // Replaces the user's rows of the printing table with the report's one row.
 void write_print_row(database::Connection& connection, const ShiftReport& report, const std::string& user);
-
-// Notes that the close of a shift begins, before its cash is moved. Does nothing in a shop that cannot keep
-// the note.
-void note_begun_close(database::Connection& connection, const Drawer& drawer, std::int64_t shift,
-                      const common::Moment& now);
-// What a close of this shift that broke off (the power failed, say) has moved out of the drawer in the books
-// before `until`. The cash is still in the drawer and is counted again when the shift is closed again.
-common::Amount moved_by_begun_close(database::Connection& connection, const Drawer& drawer,
-                                    std::int64_t shift, const common::Moment& until);
 
 }  // namespace cash

@@ -15,6 +15,11 @@ Error::Kind Error::kind_of(std::string_view sqlstate) {
     return Kind::other;
 }
 
+bool may_have_run(const std::exception& error) {
+    const auto* failure = dynamic_cast<const Error*>(&error);
+    return failure != nullptr && (failure->is_connection_lost() || failure->kind() == Error::Kind::timed_out);
+}
+
 std::string log_line(std::string_view action, const std::exception& error) {
     std::string line = std::string(action) + ": " + error.what();
     if (const auto* failure = dynamic_cast<const Error*>(&error))

@@ -83,6 +83,10 @@ inline constexpr std::string_view see_log = "السبب مسجل في سجل ا�
 
 }  // namespace message
 
+// Returns true if the statement may have been carried out although its answer never came. One that found the
+// database busy was not.
+bool may_have_run(const std::exception& error);
+
 // The line of the activity log for an action that failed.
 std::string log_line(std::string_view action, const std::exception& error);
 

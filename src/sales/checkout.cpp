@@ -7,6 +7,7 @@
 #include "sales/messages.h"
 #include "sales/offers.h"
 #include "sales/saving.h"
+#include "sales/unfinished.h"
 
 namespace sales {
 
@@ -39,7 +40,7 @@ BeginSave Checkout::begin_save() {
     if (state_.busy) return BeginSave::refused;
     sale_.begun_save.reset();
     return change("begin to save", BeginSave::refused, [&] {
-        if (frozen()) return BeginSave::refused;
+        if (settle_all() || frozen()) return BeginSave::refused;
         if (sale_.shows_saved_receipt()) {
             if (!services_.prompts.question(message::save_as_new)) return BeginSave::refused;
             renew_recalled();
@@ -94,14 +95,41 @@ SaveOutcome Checkout::SaveInvoice() {
         state_.last_receipt = LastReceipt{invoice_, taken, begun.shift, services_.clock.now().time};
         if (outcome == SaveOutcome::partly_saved) {
             // It stays on the screen, so that the cashier and the manager see what it held.
-            sale_.partly_saved = saving_.finished_step();
+            sale_.partly_saved = saving_.left();
+            state_.may_have_unfinished = true;
             return outcome;
         }
-        const bool opens_drawer = moves_cash(invoice_.payment);
-        start_next_invoice();
-        if (opens_drawer) OpenDrawer();
+        after_save();
         return outcome;
     });
+}
+
+void Checkout::after_save() {
+    const bool opens_drawer = moves_cash(invoice_.payment);
+    start_next_invoice();
+    if (opens_drawer) OpenDrawer();
+}
+
+bool Checkout::settle_unfinished() {
+    return change("settle unfinished saves", false, [&] { return settle_all(); });
+}
+
+bool Checkout::settle_all() {
+    if (!state_.may_have_unfinished) return false;
+    bool any = false;
+    bool any_left = false;
+    for (const auto& [id, settled] :
+         UnfinishedSaves(connection_, session_, services_, state_.printer).settle_all()) {
+        any = any || settled != database::Settled::left;
+        any_left = any_left || settled == database::Settled::left;
+        const bool is_on_screen = sale_.partly_saved && sale_.partly_saved->journal_id == id;
+        if (!is_on_screen || settled == database::Settled::left) continue;
+        sale_.partly_saved.reset();
+        if (settled == database::Settled::finished) after_save();
+    }
+    state_.may_have_unfinished = any_left;
+    if (any && !sale_.shows_saved_receipt()) NextInvoiceNumber();
+    return any;
 }
 
 bool Checkout::CancelInvoice() {

@@ -51,6 +51,16 @@ InvoiceIdentity identity_of(const database::Row& row) {
     return {key_of(row), row.moment("time_").time};
 }
 
+std::vector<database::Value> values_of(const InvoiceIdentity& identity) {
+    const InvoiceKey& key = identity.key;
+    return {key.number,
+            key.ctype,
+            key.vcode,
+            key.store,
+            common::Moment{key.date, {}},
+            common::on_day_zero(identity.time)};
+}
+
 std::string log_name(const InvoiceKey& key) {
     return "invoice " + std::to_string(key.number) + " (kind " + std::to_string(key.ctype) + ", customer " +
            std::to_string(key.vcode) + ", store " + std::to_string(key.store) + ")";

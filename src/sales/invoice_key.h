@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "common/date_time.h"
 #include "database/connection.h"
@@ -55,6 +56,9 @@ struct InvoiceIdentity {
 };
 // Of a row that has the column time_ as well.
 InvoiceIdentity identity_of(const database::Row& row);
+
+// The values of pnum, ctype, vcode, stcode, [date] and time_, for a statement with "?" in their places.
+std::vector<database::Value> values_of(const InvoiceIdentity& identity);
 
 // How the activity log names an invoice, "invoice 12 (kind 0, customer -1, store 1)", and the reader of that
 // name. The log's lines carry the date themselves, so the key that is read has none.

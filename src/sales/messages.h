@@ -176,6 +176,9 @@ inline constexpr std::string_view name_field = "اسم الصنف";
 inline constexpr std::string_view returned_too_much = "الكمية المرتجعة أكبر من المباعة للصنف ";
 // The invoice could not be saved; nothing was written.
 inline constexpr std::string_view not_saved = "لم يتم حفظ البون ولم يسجل منه شيء";
+// The same of one whose receipt was printed: it is void, tear it up.
+inline constexpr std::string_view not_saved_paper_void =
+    "لم يتم حفظ البون ولم يسجل منه شيء. البون المطبوع لاغ، مزقه";
 // "Invoice number …" "was saved in part only. The last step finished:" … "Do not save it again; tell the
 // manager."
 inline constexpr std::string_view partly_number = "البون رقم ";
@@ -192,6 +195,12 @@ inline constexpr std::string_view sold_elsewhere = "تم حفظ البون، ل�
 inline constexpr std::string_view sold_elsewhere_advice =
     " نفد أثناء الطباعة لأن جهازا آخر باعه.\nالرصيد الآن أقل من الصفر، أبلغ المسئول";
 
+// Did the receipt come out of the printer?
+inline constexpr std::string_view receipt_came = "هل خرج البون من الطابعة ؟";
+
+// "This receipt was saved in part. Press F1 to finish or undo saving it."
+inline constexpr std::string_view partly_can_be_settled =
+    "هذا البون تم حفظ جزء منه. اضغط F1 لإكمال حفظه أو التراجع عنه";
 // "This receipt was saved in part. It cannot be changed or saved again: cancel it and tell the manager."
 inline constexpr std::string_view partly_stays =
     "هذا البون تم حفظ جزء منه، لا يمكن تعديله أو حفظه مرة أخرى. ألغ البون وأبلغ المدير";

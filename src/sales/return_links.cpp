@@ -27,6 +27,16 @@ void link_return(database::Connection& connection, const InvoiceIdentity& back, 
     });
 }
 
+void unlink_return(database::Connection& connection, const InvoiceIdentity& back) {
+    database::unless_table_is_missing([&] {
+        connection.execute(
+            "delete from till_return where pnum = ? and ctype = ? and vcode = ? and stcode = ? and [date] = "
+            "? "
+            "and time_ = ?",
+            values_of(back));
+    });
+}
+
 std::optional<InvoiceIdentity> linked_sale(database::Connection& connection, const InvoiceIdentity& back) {
     std::optional<InvoiceIdentity> sale;
     database::unless_table_is_missing([&] {

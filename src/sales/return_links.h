@@ -12,6 +12,9 @@ namespace sales {
 // Writes which sale a return belongs to. A shop may lack the table; its returns belong to the number then.
 void link_return(database::Connection& connection, const InvoiceIdentity& back, const InvoiceIdentity& sale);
 
+// Removes what link_return() wrote.
+void unlink_return(database::Connection& connection, const InvoiceIdentity& back);
+
 // The sale of a return; nothing if it was not recorded.
 std::optional<InvoiceIdentity> linked_sale(database::Connection& connection, const InvoiceIdentity& back);
 

@@ -15,6 +15,10 @@ constexpr std::string_view log_code = "31";
 
 }  // namespace
 
+std::string_view why_frozen(const PartlySaved& partly) {
+    return partly.journal_id != 0 ? message::partly_can_be_settled : message::partly_stays;
+}
+
 void DeskPart::report(std::string_view name, const std::exception& error) {
     services_.log.log_event(database::log_line(name, error), log_code);
     services_.prompts.message(database::with_reason(message::action_failed, error), common::Icon::critical);
@@ -83,7 +87,7 @@ void DeskPart::start_next_invoice() {
 
 bool DeskPart::frozen() {
     if (!sale_.partly_saved) return false;
-    services_.prompts.message(message::partly_stays, common::Icon::critical);
+    services_.prompts.message(why_frozen(*sale_.partly_saved), common::Icon::critical);
     return true;
 }
 

@@ -53,9 +53,9 @@ struct Sale {
     std::optional<RecalledInvoice> recalled;          // the saved receipt that it is, or is a return of
     bool edited = false;                              // since it was recalled
     std::int64_t offer = 0;                           // the offer it was loaded from; 0 for none
-    // The last step of a save that stopped part-way. The invoice then cannot be changed until it is
+    // Of a save that stopped part-way. The invoice then cannot be changed until it is finished, undone or
     // cancelled.
-    std::optional<SaveStep> partly_saved;
+    std::optional<PartlySaved> partly_saved;
     std::optional<std::size_t> current_row;  // the line that the cursor is on; none on an empty grid
     Figures figures;
     StockShown stock;
@@ -68,6 +68,9 @@ struct Sale {
     // A saved receipt that makes way for the next customer without a question.
     bool is_only_looked_at() const { return shows_saved_receipt() && !edited; }
 };
+
+// What the cashier is told who changes an invoice that was saved in part.
+std::string_view why_frozen(const PartlySaved& partly);
 
 // The last receipt saved here, for the cashier who still counts the change, and for printing it again.
 struct LastReceipt {
@@ -92,6 +95,7 @@ struct DeskState {
     Lists lists;
     std::optional<LastReceipt> last_receipt;
     std::optional<std::int64_t> sale_period;  // whose prices `tmp_price` holds, as far as this till knows
+    bool may_have_unfinished = true;          // saves that stopped part-way stand in the journal
     bool busy = false;                        // an action runs, perhaps waiting for an answer
 };
 

@@ -117,7 +117,11 @@ class Checkout : DeskPart {
     explicit Checkout(DeskState& state)
         : DeskPart(state), saving_(connection_, session_, services_, state.printer) {}
 
+    // Asks first about the saves that this till has not finished. After an answer nothing is begun, so that
+    // the cashier sees what has become of them.
     BeginSave begin_save();
+    // Asks about them, if there may be any. Returns true if one was finished or undone.
+    bool settle_unfinished();
     // The dialog opened by begin_save; null without one.
     Payment* payment() { return sale_.begun_save ? sale_.begun_save->payment.get() : nullptr; }
     void cancel_payment();
@@ -136,6 +140,8 @@ class Checkout : DeskPart {
 
   private:
     bool cancel(std::string_view name, std::string_view question);
+    bool settle_all();
+    void after_save();
     void renew_recalled();
     void open_drawer_on(std::string_view port);
 

@@ -2,6 +2,7 @@
 
 #include "common/numbers.h"
 #include "common/text.h"
+#include "sales/invoice_receipt.h"
 #include "sales/messages.h"
 #include "sales/returns.h"
 #include "sales/saving.h"

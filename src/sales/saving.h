@@ -2,20 +2,16 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <optional>
 #include <string>
-#include <string_view>
 
-#include "common/date_time.h"
 #include "common/prompts.h"
 #include "common/services.h"
-#include "database/connection.h"
-#include "printing/receipt.h"
+#include "database/journal.h"
 #include "printing/receipt_printer.h"
 #include "sales/claim.h"
-#include "sales/invoice.h"
-#include "sales/payment.h"
-#include "sales/stock_movement.h"
+#include "sales/invoice_rows.h"
 #include "signin/session.h"
 
 namespace sales {
@@ -23,30 +19,14 @@ namespace sales {
 enum class SaveOutcome {
     saved,         // every row is written and durable
     refused,       // a check failed, or an error came before the first row of the invoice: nothing is written
-    partly_saved,  // an error came later, or may have: what was written stays, saving again is forbidden
+    partly_saved,  // an error came later, or may have: what was written stays until it is finished or undone
 };
 
-// The steps that write or print, in their order; the log names the last one that finished.
-enum class SaveStep {
-    none,
-    walk_in,
-    receipt,
-    account_balance,
-    header,
-    bank,
-    lines,
-    transfers,  // of lines supplied from another store, just before the sale's own stock movement
-    stock,
-    craftsman_lines,
-    reservations,
+// An invoice that was saved in part.
+struct PartlySaved {
+    SaveStep finished = SaveStep::none;  // the last step
+    std::int64_t journal_id = 0;         // by which it can be finished or undone; 0 if it cannot
 };
-// The step's name in Arabic, for the cashier and the log.
-std::string_view name_of(SaveStep step);
-
-// The receipt of an invoice, as the printers take it.
-printing::Receipt receipt_of(const Invoice& invoice, const PaymentTaken& payment,
-                             const signin::Session& session, std::int64_t shift,
-                             const common::TimeOfDay& time);
 
 // Runs the checks in their order and shows the message of the first that fails. Returns the number of the
 // drawer's open shift if all pass. With `claims` number and goods are claimed if all pass, else it only
@@ -66,26 +46,21 @@ class Saving {
           claims_(connection) {}
 
     // Saves the invoice under the next number of its series, which is left in `invoice`, and shows the
-    // message if there is one. After `saved` everything is durable, so the drawer may open.
+    // message if there is one. After an error the cashier chooses whether to finish or undo what was begun.
+    // After `saved` everything is durable, so the drawer may open.
     SaveOutcome save(Invoice& invoice, const PaymentTaken& payment);
-    // How far the last save came.
-    SaveStep finished_step() const { return finished_; }
+    // How far the last save came, if it stopped part-way.
+    const PartlySaved& left() const { return left_; }
 
   private:
     void log_begin(const Invoice& invoice);
-    void write_all(Invoice& invoice, const PaymentTaken& payment);
-    void write_walk_in_customer(Invoice& invoice);
-    void print_receipts(const Invoice& invoice, const PaymentTaken& payment);
+    void print(InvoiceToSave& save);
+    void begin_in_journal(const InvoiceToSave& save);
     void take_another_number(Invoice& invoice);
-    void find_goods_sold_elsewhere(const Invoice& invoice, StockBatches& batches);
-    void move_account_balance(const Invoice& invoice);
-    void write_header(const Invoice& invoice);
-    void write_bank_row(const Invoice& invoice);
-    void write_lines(const Invoice& invoice, StockBatches& batches);
-    void fetch_from_other_stores(const Invoice& invoice, StockBatches& batches);
-    void move_stock(const Invoice& invoice, StockBatches& batches);
-    void move_craftsman_lines(const Invoice& invoice);
-    void move_reservations(const Invoice& invoice);
+    void write(const InvoiceToSave& save);
+    void note_goods_sold_elsewhere(const Invoice& invoice, const Line* line);
+    SaveOutcome stopped(const Invoice& invoice, const std::exception& error);
+    SaveOutcome settle_at_once(const std::exception& error);
 
     database::Connection& connection_;
     const signin::Session& session_;
@@ -93,16 +68,12 @@ class Saving {
     printing::ReceiptPrinter& printer_;
     Claims claims_;
 
-    common::Moment moment_;   // of the running save
-    std::int64_t shift_ = 0;  // the open shift
-    SaveStep finished_ = SaveStep::none;
-    bool has_written_ = false;    // a row of the invoice
+    database::Journal journal_{connection_};  // of the running save
+    database::JournalEntry entry_;
+    PartlySaved left_;
+    bool may_have_printed_ = false;
     std::string sold_elsewhere_;  // the item whose goods were gone once the receipt was printed
     bool is_running_ = false;
 };
-
-// The note of the bank row of a card payment, by which tallvex-admin check finds the row again. It begins
-// with a blank.
-std::string card_note(bool is_sale, std::string_view reference);
 
 }  // namespace sales

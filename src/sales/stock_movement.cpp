@@ -15,9 +15,6 @@ using database::Sql;
 
 namespace {
 
-// More attempts than competing tills can use up.
-constexpr int most_attempts = 100;
-
 // Binary sums of decimal quantities are off by some 1e-16, so that six times a tenth would not quite empty a
 // batch of six tenths. A rest far below a gram counts as nothing.
 double without_residue(double quantity) {
@@ -25,37 +22,28 @@ double without_residue(double quantity) {
     return std::abs(quantity) < residue ? 0 : quantity;
 }
 
-// Repeats `movement` as long as another till changes the same rows; each attempt goes on where the last one
-// stopped.
-template <typename Movement>
-void until_unchanged(Movement movement) {
-    for (int attempt = 1;; ++attempt) {
-        try {
-            movement();
-            return;
-        } catch (const database::Error& error) {
-            if (error.kind() != database::Error::Kind::changed_meanwhile || attempt == most_attempts) throw;
-        }
-    }
+// " and edate = ..." for a batch with or without a date.
+Sql of_batch(const std::optional<Date>& expiry) {
+    return expiry ? Sql(" and edate = ") + quoted(*expiry) : Sql(" and edate is null");
 }
 
 // Adds to the batch of an expiry date (a negative quantity takes from it), which is added if it is missing.
-void move_batch(Connection& connection, std::int64_t item, std::int64_t store, const Date& expiry,
-                double quantity) {
-    until_unchanged([&] {
-        Recordset batch(connection, Sql("select * from stk where icode = ") + item +
-                                        " and stcode = " + store + " and edate = " + quoted(expiry));
-        if (batch.at_end()) {
-            batch.add();
-            batch.set("icode", item);
-            batch.set("stcode", store);
-            batch.set("edate", expiry);
-            batch.set("quan", quantity);
-        } else {
-            batch.set("quan", without_residue(batch.number("quan") + quantity));
-        }
-        batch.update();
-    });
+StockChange move_batch(Connection& connection, std::int64_t item, std::int64_t store,
+                       const std::optional<Date>& expiry, double quantity) {
+    Recordset batch(connection, Sql("select * from stk where icode = ") + item + " and stcode = " + store +
+                                    of_batch(expiry));
+    const StockChange change{item, expiry, quantity, batch.at_end()};
+    if (change.adds_batch) {
+        batch.add();
+        batch.set("icode", item);
+        batch.set("stcode", store);
+        if (expiry) batch.set("edate", *expiry);
+        batch.set("quan", quantity);
+    } else {
+        batch.set("quan", without_residue(batch.number("quan") + quantity));
+    }
+    batch.update();
+    return change;
 }
 
 }  // namespace
@@ -86,39 +74,35 @@ double StockBatches::held(std::int64_t item) {
     return sum;
 }
 
-void StockBatches::take_from_batches(std::int64_t item, double& left) {
-    until_unchanged([&] {
-        try {
-            Recordset& batches = batches_of(item);
-            for (batches.move_first(); left > 0 && !batches.at_end(); batches.move_next()) {
-                if (!is_held(batches)) continue;
-                const double held = batches.number("quan");
-                const double taken = std::min(held, left);
-                batches.set("quan", without_residue(held - taken));
-                batches.update();
-                left = without_residue(left - taken);
-            }
-        } catch (...) {
-            forget(item);
-            throw;
-        }
-    });
+void StockBatches::take_from_batches(std::int64_t item, double& left, StockChanges& done) {
+    Recordset& batches = batches_of(item);
+    for (batches.move_first(); left > 0 && !batches.at_end(); batches.move_next()) {
+        if (!is_held(batches)) continue;
+        const double held = batches.number("quan");
+        const double taken = std::min(held, left);
+        batches.set("quan", without_residue(held - taken));
+        batches.update();
+        left = without_residue(left - taken);
+        done.push_back({item,
+                        batches.null("edate") ? std::nullopt : std::optional(batches.moment("edate").date),
+                        -taken, false});
+    }
 }
 
-void StockBatches::take(std::int64_t item, double quantity) {
+void StockBatches::take(std::int64_t item, double quantity, StockChanges& done) {
     double left = quantity;
     const bool known = batches_.contains(item);
-    take_from_batches(item, left);
+    take_from_batches(item, left, done);
     if (left <= 0) return;
     // Goods may have come in since the batches were read.
     forget(item);
-    if (known) take_from_batches(item, left);
-    if (left > 0) move_batch(connection_, item, store_, common::no_expiry, -left);
+    if (known) take_from_batches(item, left, done);
+    if (left > 0) done.push_back(move_batch(connection_, item, store_, common::no_expiry, -left));
     forget(item);
 }
 
-void put_into_stock(Connection& connection, std::int64_t item, std::int64_t store, double quantity,
-                    const std::optional<Date>& expiry) {
+StockChange put_into_stock(Connection& connection, std::int64_t item, std::int64_t store, double quantity,
+                           const std::optional<Date>& expiry) {
     Date into = expiry.value_or(common::no_expiry);
     if (!expiry) {
         for (const auto& batch :
@@ -128,7 +112,14 @@ void put_into_stock(Connection& connection, std::int64_t item, std::int64_t stor
             break;
         }
     }
-    move_batch(connection, item, store, into, quantity);
+    return move_batch(connection, item, store, into, quantity);
+}
+
+void undo(Connection& connection, std::int64_t store, const StockChange& change) {
+    move_batch(connection, change.item, store, change.expiry, -change.quantity);
+    if (!change.adds_batch) return;
+    connection.execute(Sql("delete from stk where icode = ") + change.item + " and stcode = " + store +
+                       of_batch(change.expiry) + " and quan = 0");
 }
 
 }  // namespace sales

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "common/date_time.h"
 #include "database/connection.h"
@@ -18,9 +19,22 @@ struct TransferOrder {
     common::Date date;  // of the invoice
 };
 
+struct TransferredBatch {
+    common::Date expiry;
+    double quantity = 0;  // base units
+};
+struct Transfer {
+    std::int64_t number = 0;
+    std::vector<TransferredBatch> batches;
+};
+
 // Records one transfer with its line and its batches, oldest expiry first, and moves the stock of both
 // stores. What no batch of the source covers is moved under the date without expiry. Nothing is checked
-// again: if stock left meanwhile, the source's quantity becomes negative. Returns the transfer's number.
-std::int64_t transfer_for_line(database::Connection& connection, const TransferOrder& order);
+// again: if stock left meanwhile, the source's quantity becomes negative.
+Transfer transfer_for_line(database::Connection& connection, const TransferOrder& order);
+
+// Takes such a transfer back: the goods return to the batches that they came from, and its rows go. The rows
+// of tmp_tran do not say any more from which: each start of a till writes over their dates.
+void undo_transfer(database::Connection& connection, const Transfer& transfer, const TransferOrder& order);
 
 }  // namespace stock

@@ -67,8 +67,8 @@ void run_shifts(SalesWindow& window) {
 }
 
 void run_invoice_data(SalesWindow& window) {
-    if (window.desk().sale().partly_saved) {
-        window.context().services.prompts.message(sales::message::partly_stays, common::Icon::critical);
+    if (const auto& partly = window.desk().sale().partly_saved) {
+        window.context().services.prompts.message(sales::why_frozen(*partly), common::Icon::critical);
         return;
     }
     run_on_invoice<InvoiceDataSheet>(window);

@@ -1,22 +1,29 @@
-// Saving with a fault at every statement: what was written is always a prefix of the documented order, the
-// cashier and the log are told, and the shop goes on working.
+// Saving with a fault and with a kill at every statement: what was written is always a prefix of the
+// documented order, the cashier and the log are told, and afterwards the save can be finished or undone, to
+// the piastre.
 
+#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <functional>
+#include <random>
 
+#include "admin/checks.h"
 #include "database/embedded/open.h"
 #include "database/schema/schema.h"
 #include "sales/messages.h"
 #include "sales/returns.h"
 #include "sales/till.h"
+#include "sales/unfinished.h"
 #include "support/faulty_connection.h"
 
 namespace {
 
 using database::Connection;
+using database::Settled;
 using sales::Invoice;
 using sales::PaymentOption;
 using sales::SaveOutcome;
@@ -139,9 +146,45 @@ std::vector<double> trace_of_whole_save(const Scenario& scenario) {
     return trace(till.connection());
 }
 
-// The next start of the till, and a sale after it.
-void expect_the_shop_goes_on(Connection& connection) {
+// What admin::check_* find wrong, apart from the stock, which has no opening count here.
+std::string wrongs(Connection& connection) {
+    std::string found;
+    const admin::Period period{{2026, 11, 1}, {2026, 11, 21}};
+    for (const auto& findings :
+         {admin::check_invoices(connection, period), admin::check_balances(connection)})
+        for (const admin::Finding& finding : findings)
+            if (finding.verdict == admin::Verdict::wrong) found += finding.text + "\n";
+    return found;
+}
+
+// The next start of the till: the cashier chooses to finish or to undo each save that was cut off, and says
+// that its receipt came out. Returns what was done, or nothing if no save was unfinished.
+std::optional<Settled> start_again(Connection& connection, bool finishes) {
     database::run_upgrade_list(connection);
+    Desk next;
+    next.services.prompts.answers = {finishes, true};
+    const common::Services services = next.services.all();
+    const auto outcomes =
+        sales::UnfinishedSaves(connection, next.session, services, next.printer).settle_all();
+    EXPECT_LE(outcomes.size(), 1u);
+    EXPECT_TRUE(next.printer.printed.empty());
+    EXPECT_TRUE(database::unfinished_saves(connection).empty());
+    return outcomes.empty() ? std::nullopt : std::optional(outcomes.front().settled);
+}
+
+// The figures are those before the save or those after it, and `check` finds nothing. The data of a walk-in
+// customer, the first figure, may stay.
+void expect_whole_or_untouched(Connection& connection, const std::vector<double>& before,
+                               const std::vector<double>& after, std::optional<Settled> settled) {
+    const std::vector<double> seen = trace(connection);
+    const bool is_whole = settled == Settled::finished || (!settled && seen == after);
+    const std::vector<double>& expected = is_whole ? after : before;
+    EXPECT_EQ(std::vector(seen.begin() + 1, seen.end()), std::vector(expected.begin() + 1, expected.end()));
+    EXPECT_EQ(database::number_of(connection.scalar("select count(*) from till_step")), 0);
+    EXPECT_EQ(wrongs(connection), "");
+}
+
+void expect_the_shop_goes_on(Connection& connection) {
     Desk next;
     Invoice invoice = next.invoice();
     invoice.lines = {Till::line(200, 1, 25)};
@@ -151,64 +194,78 @@ void expect_the_shop_goes_on(Connection& connection) {
 
 class SaveFaults : public testing::TestWithParam<Scenario> {};
 
-TEST_P(SaveFaults, LeaveABeginningOfTheOrder) {
+// Runs one save that fails at its n-th statement and is settled at the next start. Returns false if it ended
+// before that statement.
+bool fail_and_settle(const Scenario& scenario, const std::vector<double>& after, int n,
+                     FaultyConnection::Fault fault, bool finishes) {
+    Till till;
+    Invoice invoice = scenario.ring_up(till, till.connection());
+    const std::vector<double> before = trace(till.connection());
+    FaultyConnection faulty(till.connection());
+    faulty.fail_at(n, fault);
+    till.services.prompts.messages.clear();
+    till.services.prompts.closes = true;
+    auto saving = till.saving_on(faulty);
+    const SaveOutcome outcome = saving.save(invoice, {});
+    if (!faulty.has_failed()) {
+        EXPECT_EQ(outcome, SaveOutcome::saved);
+        return false;
+    }
+    const std::vector<double> seen = trace(till.connection());
+    EXPECT_TRUE(is_prefix(before, seen, after)) << testing::PrintToString(seen);
+    if (outcome == SaveOutcome::saved) {  // only the claims of number and goods stay for a while
+        EXPECT_EQ(seen, after);
+        return true;
+    }
+    EXPECT_EQ(std::ranges::count_if(
+                  till.services.log.lines,
+                  [](const std::string& line) { return line.find(" stopped, ") != std::string::npos; }),
+              1);
+    EXPECT_NE(till.services.log.lines.back().find("invoice " + std::to_string(invoice.number)),
+              std::string::npos);
+    const bool has_printed = !till.printer.printed.empty();
+    EXPECT_EQ(outcome, has_printed ? SaveOutcome::partly_saved : outcome);
+    if (outcome == SaveOutcome::refused) {
+        EXPECT_TRUE(till.services.prompts.last().starts_with(sales::message::not_saved));
+        EXPECT_TRUE(std::equal(seen.begin() + 1, seen.end(), before.begin() + 1));
+    } else {
+        EXPECT_EQ(outcome, SaveOutcome::partly_saved);
+        EXPECT_NE(till.services.prompts.questions.back().find("البون رقم " + std::to_string(invoice.number)),
+                  std::string::npos);
+        EXPECT_EQ(till.services.prompts.last_icon,
+                  has_printed ? common::Icon::question : common::Icon::exclamation);
+    }
+    faulty.stop_failing();
+    const auto settled = start_again(till.connection(), finishes);
+    EXPECT_EQ(settled.has_value(), has_printed);
+    if (settled) {
+        EXPECT_EQ(*settled, finishes ? Settled::finished : Settled::undone);
+    }
+    expect_whole_or_untouched(till.connection(), before, after, settled);
+    expect_the_shop_goes_on(till.connection());
+    return true;
+}
+
+TEST_P(SaveFaults, LeaveABeginningOfTheOrderThatIsFinishedOrUndone) {
     const Scenario& scenario = GetParam();
     const std::vector<double> after = trace_of_whole_save(scenario);
     for (const auto fault : {FaultyConnection::Fault::passing, FaultyConnection::Fault::lost}) {
-        bool passed = false;
-        for (int n = 1; !passed; ++n) {
-            SCOPED_TRACE(testing::Message() << (fault == FaultyConnection::Fault::lost ? "lost" : "failed")
-                                            << " at statement " << n);
+        for (const bool finishes : {true, false}) {
+            int n = 1;
+            for (; n < 200; ++n) {
+                SCOPED_TRACE(testing::Message()
+                             << (fault == FaultyConnection::Fault::lost ? "lost" : "failed")
+                             << " at statement " << n << (finishes ? ", finished" : ", undone"));
+                if (!fail_and_settle(scenario, after, n, fault, finishes)) break;
+                if (HasFailure()) return;
+            }
             ASSERT_LT(n, 200);
-            Till till;
-            Invoice invoice = scenario.ring_up(till, till.connection());
-            const std::vector<double> before = trace(till.connection());
-            FaultyConnection faulty(till.connection());
-            faulty.fail_at(n, fault);
-            till.services.prompts.messages.clear();
-            auto saving = till.saving_on(faulty);
-            const SaveOutcome outcome = saving.save(invoice, {});
-            passed = !faulty.has_failed();
-            if (passed) {
-                EXPECT_EQ(outcome, SaveOutcome::saved);
-                break;
-            }
-            const std::vector<double> seen = trace(till.connection());
-            ASSERT_TRUE(is_prefix(before, seen, after)) << testing::PrintToString(seen);
-            if (outcome == SaveOutcome::saved) {  // only the claims of number and goods stay for a while
-                EXPECT_EQ(seen, after);
-                continue;
-            }
-            ASSERT_EQ(till.services.prompts.messages.size(), 1u);
-            ASSERT_EQ(std::ranges::count_if(till.services.log.lines,
-                                            [](const std::string& line) {
-                                                return line.find(" stopped, ") != std::string::npos;
-                                            }),
-                      1);
-            const std::string stopped = till.services.log.lines.back();
-            const std::string number = std::to_string(invoice.number);
-            if (outcome == SaveOutcome::refused) {
-                EXPECT_EQ(till.services.prompts.last(),
-                          std::string(sales::message::not_saved) + "\n" +
-                              std::string(fault == FaultyConnection::Fault::lost
-                                              ? database::message::connection_lost
-                                              : database::message::see_log));
-                for (std::size_t i = 1; i < seen.size(); ++i)
-                    EXPECT_EQ(seen[i], before[i]);
-                faulty.stop_failing();
-                EXPECT_EQ(saving.save(invoice, {}), SaveOutcome::saved) << till.services.prompts.last();
-                EXPECT_EQ(trace(till.connection()), after);
-            } else {
-                ASSERT_EQ(outcome, SaveOutcome::partly_saved);
-                EXPECT_NE(till.services.prompts.last().find("البون رقم " + number), std::string::npos);
-                EXPECT_NE(stopped.find("invoice " + number), std::string::npos);
-            }
-            if (fault == FaultyConnection::Fault::passing) expect_the_shop_goes_on(till.connection());
         }
     }
 }
 
-// A child process saves and dies before its n-th statement; run by the test below with the shop's file.
+// A child process saves and dies before its n-th statement, or with 0 whenever it is killed; run by the tests
+// below with the shop's file. It says on the standard output when the save begins.
 TEST(SaveKilled, DISABLED_InTheMiddle) {
     const char* file = std::getenv("TALLVEX_KILLED_SHOP");
     ASSERT_NE(file, nullptr);
@@ -218,45 +275,96 @@ TEST(SaveKilled, DISABLED_InTheMiddle) {
     Invoice invoice = scenario.ring_up(till, *connection);
     FaultyConnection faulty(*connection);
     faulty.call_before(std::atoi(std::getenv("TALLVEX_KILLED_AT")), [] { _exit(137); });
-    _exit(till.saving_on(faulty).save(invoice, {}) == SaveOutcome::saved ? 0 : 1);
+    auto saving = till.saving_on(faulty);
+    if (write(STDERR_FILENO, "!", 1) != 1) _exit(126);
+    _exit(saving.save(invoice, {}) == SaveOutcome::saved ? 0 : 1);
 }
 
-int die_at(const std::filesystem::path& file, std::size_t scenario, int n) {
+// Starts the child; `said` becomes the end of a pipe that it writes to.
+pid_t start_saving(const std::filesystem::path& file, std::size_t scenario, int n, int& said) {
+    int ends[2] = {-1, -1};
+    EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
     const pid_t child = fork();
     if (child == 0) {
         setenv("TALLVEX_KILLED_SHOP", file.c_str(), 1);
         setenv("TALLVEX_KILLED_SCENARIO", std::to_string(scenario).c_str(), 1);
         setenv("TALLVEX_KILLED_AT", std::to_string(n).c_str(), 1);
+        dup2(ends[1], STDERR_FILENO);
         if (freopen("/dev/null", "w", stdout) == nullptr) _exit(126);
         execl("/proc/self/exe", "faults_tests", "--gtest_filter=SaveKilled.DISABLED_InTheMiddle",
               "--gtest_also_run_disabled_tests", nullptr);
         _exit(127);
     }
+    close(ends[1]);
+    said = ends[0];
+    return child;
+}
+
+int ended(pid_t child) {
     int status = 0;
     waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-TEST(SaveKilled, LeavesABeginningOfTheOrderAndTheNextStartWorks) {
+// The figures before and after the save of a scenario.
+struct Figures {
+    explicit Figures(const Scenario& scenario) : after(trace_of_whole_save(scenario)) {
+        Till fresh;
+        scenario.ring_up(fresh, fresh.connection());
+        before = trace(fresh.connection());
+    }
+    std::vector<double> before;
+    std::vector<double> after;
+};
+
+TEST(SaveKilled, LeavesABeginningOfTheOrderThatIsFinishedOrUndone) {
     for (std::size_t scenario = 0; scenario < std::size(scenarios); ++scenario) {
         SCOPED_TRACE(scenarios[scenario].name);
-        const std::vector<double> after = trace_of_whole_save(scenarios[scenario]);
+        const Figures figures(scenarios[scenario]);
         for (int n = 1;; ++n) {
             SCOPED_TRACE(n);
             ASSERT_LT(n, 200);
-            const std::vector<double> before = [&] {
-                Till fresh;
-                scenarios[scenario].ring_up(fresh, fresh.connection());
-                return trace(fresh.connection());
-            }();
             Till till;
-            const int ended = die_at(till.shop.file(), scenario, n);
-            if (ended == 0) break;
-            ASSERT_EQ(ended, 137);
-            ASSERT_TRUE(is_prefix(before, trace(till.connection()), after));
+            int said = -1;
+            const int end = ended(start_saving(till.shop.file(), scenario, n, said));
+            close(said);
+            if (end == 0) break;
+            ASSERT_EQ(end, 137);
+            ASSERT_TRUE(is_prefix(figures.before, trace(till.connection()), figures.after));
+            const auto settled = start_again(till.connection(), n % 2 == 0);
+            expect_whole_or_untouched(till.connection(), figures.before, figures.after, settled);
+            ASSERT_FALSE(HasFailure());
             expect_the_shop_goes_on(till.connection());
         }
     }
+}
+
+// Kills at random moments of a save: a few, or with TALLVEX_LONG_FAULTS a thousand.
+TEST(SaveKilled, AtRandomMomentsIsFinishedOrUndone) {
+    constexpr unsigned seed = 20261121;
+    const int kills = std::getenv("TALLVEX_LONG_FAULTS") != nullptr ? 1000 : 28;
+    std::mt19937 random(seed);
+    std::vector<Figures> figures(std::begin(scenarios), std::end(scenarios));
+    int unfinished = 0;
+    for (int kill = 0; kill < kills; ++kill) {
+        SCOPED_TRACE(kill);
+        const std::size_t scenario = static_cast<std::size_t>(kill) % std::size(scenarios);
+        Till till;
+        int said = -1;
+        const pid_t child = start_saving(till.shop.file(), scenario, 0, said);
+        char byte = 0;
+        ASSERT_EQ(read(said, &byte, 1), 1);
+        usleep(std::uniform_int_distribution<useconds_t>(0, 6000)(random));
+        ::kill(child, SIGKILL);
+        ended(child);
+        close(said);
+        const auto settled = start_again(till.connection(), kill % 2 == 0);
+        unfinished += settled ? 1 : 0;
+        expect_whole_or_untouched(till.connection(), figures[scenario].before, figures[scenario].after,
+                                  settled);
+        ASSERT_FALSE(HasFailure());
+    }
+    EXPECT_GT(unfinished, kills / 20) << "hardly any kill met a save";
 }
 
 INSTANTIATE_TEST_SUITE_P(Everything, SaveFaults, testing::ValuesIn(scenarios),

@@ -235,16 +235,17 @@ TEST(OffersOnScreen, AQuotationStatesTheTotalInWords) {
     EXPECT_FALSE(sales::quotation(counter.connection(), counter.session, 2));
 }
 
-// A sale whose stock movement fails: the header and the lines are written.
+// A sale whose stock movement fails in a shop without a journal: the header and the lines are written.
 TEST(PartlySaved, StaysUnchangeableUntilItIsCancelled) {
     Counter counter;
+    counter.shop.sql("drop table till_save");
     test::FaultyConnection faulty(counter.connection());
     sales::SalesDesk desk(faulty, counter.session, counter.services.all(), counter.printer);
     const auto enter = [&](std::string_view text) { return desk.lines().EnterItem(sales::read_entry(text)); };
     ASSERT_TRUE(desk.Open());
     ASSERT_TRUE(enter("400"));
     ASSERT_EQ(desk.checkout().begin_save(), BeginSave::ask_payment);
-    counter.printer.on_print = [&] { faulty.fail_at(4, test::FaultyConnection::Fault::passing); };
+    counter.printer.on_print = [&] { faulty.fail_at(9, test::FaultyConnection::Fault::passing); };
     ASSERT_EQ(desk.checkout().SaveInvoice(), SaveOutcome::partly_saved);
     counter.printer.on_print = nullptr;
     ASSERT_EQ(counter.shop.number("select count(*) from sales"), 1);

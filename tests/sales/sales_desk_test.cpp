@@ -356,7 +356,7 @@ TEST(SalesDesk, AStoreThatWasRefusedNeverTakesEffect) {
 class NestedPrompts final : public common::Prompts {
   public:
     void message(std::string_view, common::Icon) override {}
-    common::Answer ask(std::string_view, common::Icon) override {
+    common::Answer choose(std::string_view, const common::Choices&, common::Icon) override {
         if (during) during();
         return common::Answer::yes;
     }

@@ -67,7 +67,7 @@ class Till : public Desk {
                  "insert into stk (icode,stcode,edate,quan) select 100,1,'2027/01/01',3",
                  "insert into stk (icode,stcode,edate,quan) select 100,2,'2026/12/01',50",
                  "insert into stk (icode,stcode,edate,quan) select 200,1,'3000/01/01',50",
-                 "insert into custdata (ccode,cname,copen,cacc) select 7,N'مطعم الأمل',0,100",
+                 "insert into custdata (ccode,cname,copen,cacc) select 7,N'مطعم الأمل',100,100",
                  "insert into boundata (ccode,cname) select 5,N'حسن'",
                  "insert into bankdata (bcode,bname) select 3,N'البنك الأهلي'",
                  "insert into cust_cash (zcode,zname,zphone,zmail) select 1,N'منى','010','m@x'",

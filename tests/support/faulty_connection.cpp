@@ -16,8 +16,13 @@ void FaultyConnection::call_before(std::int64_t n, std::function<void()> what) {
     call_ = std::move(what);
 }
 
+void FaultyConnection::call_between(std::int64_t n, std::function<void()> what) {
+    call_from_ = count() + n;
+    call_ = std::move(what);
+}
+
 void FaultyConnection::stop_failing() {
-    fail_at_ = call_at_ = 0;
+    fail_at_ = call_at_ = call_from_ = 0;
     lost_ = false;
 }
 
@@ -29,14 +34,26 @@ Connection::Outcome FaultyConnection::run(std::string_view statement,
                                           const std::vector<database::Value>& values) {
     statements_.emplace_back(statement);
     if (count() == call_at_) call_();
+    if (call_from_ != 0 && count() >= call_from_ && !in_transaction_) {
+        call_from_ = 0;
+        call_();
+    }
     if (count() == fail_at_) {
         has_failed_ = true;
         if (fault_ == Fault::passing)
             throw Error("HY000", "The statement failed on purpose.", std::string(statement));
-        lost_ = true;
+        lose();
     }
     check_lost(statement);
-    return inner_.run(statement, values);
+    Outcome outcome = inner_.run(statement, values);
+    if (statement.ends_with(" transaction")) in_transaction_ = statement.starts_with("begin");
+    return outcome;
+}
+
+void FaultyConnection::lose() {
+    lost_ = true;
+    if (in_transaction_) inner_.run("rollback transaction", {});
+    in_transaction_ = false;
 }
 
 void FaultyConnection::make_durable() {

@@ -18,13 +18,15 @@ class FaultyConnection : public database::Connection {
 
     enum class Fault {
         passing,  // Error HY000, once
-        lost,     // Error 08S01, from then on for everything
+        lost,     // Error 08S01, from then on for everything; an open transaction is rolled back
     };
     // The n-th statement from now fails instead of running.
     void fail_at(std::int64_t n, Fault fault);
     // Calls `what` before the n-th statement from now: to change rows behind an action's back, or to kill the
     // process there.
     void call_before(std::int64_t n, std::function<void()> what);
+    // The same, but not before a transaction that is open then has ended: another till would wait for that.
+    void call_between(std::int64_t n, std::function<void()> what);
     // From now on nothing fails.
     void stop_failing();
 
@@ -43,6 +45,7 @@ class FaultyConnection : public database::Connection {
 
   private:
     void check_lost(std::string_view statement) const;
+    void lose();
     database::Connection& inner_;
     std::vector<std::string> statements_;
     std::int64_t fail_at_ = 0;
@@ -50,6 +53,8 @@ class FaultyConnection : public database::Connection {
     bool has_failed_ = false;
     bool lost_ = false;
     std::int64_t call_at_ = 0;
+    std::int64_t call_from_ = 0;
+    bool in_transaction_ = false;
     std::function<void()> call_;
 };
 

@@ -16,10 +16,11 @@ class RememberedPrompts final : public common::Prompts {
         messages.emplace_back(text);
         last_icon = icon;
     }
-    // Answers with the next of `answers`, else No.
-    common::Answer ask(std::string_view text, common::Icon icon) override {
+    // Answers with the next of `answers`, else No; if it `closes`, it closes the box instead.
+    common::Answer choose(std::string_view text, const common::Choices&, common::Icon icon) override {
         questions.emplace_back(text);
         last_icon = icon;
+        if (closes) return common::Answer::closed;
         if (answers.empty()) return common::Answer::no;
         const bool yes = answers.front();
         answers.pop_front();
@@ -30,6 +31,7 @@ class RememberedPrompts final : public common::Prompts {
     std::vector<std::string> messages;
     std::vector<std::string> questions;
     std::deque<bool> answers;
+    bool closes = false;
     common::Icon last_icon = common::Icon::none;
 };
 

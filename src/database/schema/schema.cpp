@@ -41,9 +41,6 @@ void ignoring_failure(Operation operation) {
 constexpr Fragment till_tables[] = {
     // database/till_settings.h
     "create table till_setting (name nvarchar(50) not null primary key, value nvarchar(200) null)",
-    // accounts/voucher_saving.h
-    "create table till_voucher (pay_id int not null primary key, ztype int null, vcode int null, moved float "
-    "null, balance float null)",
     // sales/return_links.h
     "create table till_return (pnum int null, ctype int null, vcode int null, stcode int null, "
     "[date] datetime null, time_ datetime null, sale_pnum int null, sale_ctype int null, "
@@ -55,6 +52,11 @@ constexpr Fragment till_tables[] = {
     // sales/claim.h
     "create table till_claim (series int not null, stcode int not null, pnum int not null, claim int not "
     "null, goods nvarchar(max) null, moment datetime not null, primary key (series, stcode, pnum))",
+    // database/journal.h
+    "create table till_save (id bigint not null primary key, stcode int null, cash_no int null, "
+    "kind nvarchar(20) null, title nvarchar(200) null, begun datetime null, content nvarchar(max) null)",
+    "create table till_step (save_id bigint not null, step int not null, noted nvarchar(max) null, "
+    "primary key (save_id, step))",
 };
 
 }  // namespace

@@ -175,7 +175,10 @@ bool changes_tables(std::string_view statement) {
            !(common::equal_ignoring_case(text.substr(0, 6), "select") ||
              common::equal_ignoring_case(text.substr(0, 6), "insert") ||
              common::equal_ignoring_case(text.substr(0, 6), "update") ||
-             common::equal_ignoring_case(text.substr(0, 6), "delete"));
+             common::equal_ignoring_case(text.substr(0, 6), "delete") ||
+             common::equal_ignoring_case(text.substr(0, 5), "begin") ||
+             common::equal_ignoring_case(text.substr(0, 6), "commit") ||
+             common::equal_ignoring_case(text.substr(0, 8), "rollback"));
 }
 
 std::string bare_name(std::string_view table) {

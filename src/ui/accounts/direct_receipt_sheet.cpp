@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "accounts/messages.h"
 #include "common/amount.h"
 #include "common/typed.h"
 #include "printing/report_printer.h"
@@ -87,19 +88,25 @@ void DirectReceiptSheet::save() {
     if (Sheet::top_of(window()) != this) return;
     std::optional<accounts::DirectReceipt> receipt;
     const auto write = [&] {
+        if (accounts::VoucherSaving(context_.connection, context_.session, context_.services)
+                .settle_earlier())
+            return std::optional(common::Refusal("", accounts::message::look_at_vouchers));
         auto refusal = accounts::check_direct_receipt(context_.connection, fields_);
-        if (!refusal)
-            receipt = accounts::write_direct_receipt(context_.connection, context_.session, context_.services,
-                                                     *fields_.customer, context_.services.clock.now().date,
-                                                     common::read_amount(fields_.amount).value);
+        if (refusal) return refusal;
+        receipt = accounts::write_direct_receipt(context_.connection, context_.session, context_.services,
+                                                 *fields_.customer, context_.services.clock.now().date,
+                                                 common::read_amount(fields_.amount).value);
+        if (receipt->saved.outcome == accounts::SavedVoucher::Outcome::undone)
+            refusal = accounts::why_not_saved(receipt->saved);
         return refusal;
     };
     if (!form_.save(context_.services, "DirectReceipt", fields_, write)) return;
     // The receipt is written: whatever fails from here on, the sheet closes, so that it is not written again.
     guarded(context_.services, "DirectReceipt", [&] {
         desk_.checkout().OpenDrawer();
-        if (receipt->saved.balance) return offer_paper(receipt->paper);
-        context_.services.prompts.message(accounts::partly_saved(receipt->saved).text,
+        if (receipt->saved.outcome == accounts::SavedVoucher::Outcome::saved)
+            return offer_paper(receipt->paper);
+        context_.services.prompts.message(accounts::why_not_saved(receipt->saved).text,
                                           common::Icon::critical);
     });
     leave(1);

@@ -177,9 +177,6 @@ void VoucherSheet::open_new() {
 bool VoucherSheet::open_edit(const accounts::VoucherKey& key) {
     if (!form_.accept(logic_.open_edit(key), context_.services.prompts)) return false;
     show_voucher();
-    if (!logic_.missing().is_zero())
-        said_->setText(QString("لم يتحرك رصيد الطرف بمبلغ \u200e%1 من هذا الإيصال · احفظه ليكتمل")
-                           .arg(qt(std::max(logic_.missing(), -logic_.missing()).text())));
     return true;
 }
 

@@ -13,6 +13,7 @@
 #include "printing/pages/paper_picture.h"
 #include "printing/report_printer.h"
 #include "printing/text_receipt.h"
+#include "sales/invoice_receipt.h"
 #include "sales/payment.h"
 #include "sales/sales_desk.h"
 #include "sales/saving.h"

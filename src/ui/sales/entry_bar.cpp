@@ -141,13 +141,15 @@ void InvoiceBanner::show_state(const sales::SalesDesk& desk) {
     const auto& recalled = desk.sale().recalled;
     const bool saved = desk.sale().shows_saved_receipt();
     QString text;
-    if (const auto& step = desk.sale().partly_saved) {
+    if (const auto& partly = desk.sale().partly_saved) {
         set_colours("#fbe9e7", colour::alarm);
-        text = QString(
-                   "البون رقم %1 حفظ جزء منه فقط، آخر خطوة تمت: %2. لا يحفظ مرة أخرى: ألغ البون (F3) وأبلغ "
-                   "المدير")
+        text = QString(partly->journal_id != 0
+                           ? "البون رقم %1 حفظ جزء منه فقط، آخر خطوة تمت: %2. اضغط F1 لإكمال حفظه أو "
+                             "التراجع عنه"
+                           : "البون رقم %1 حفظ جزء منه فقط، آخر خطوة تمت: %2. لا يحفظ مرة أخرى: ألغ "
+                             "البون (F3) وأبلغ المدير")
                    .arg(desk.invoice().number)
-                   .arg(qt(sales::name_of(*step)));
+                   .arg(qt(sales::name_of(partly->finished)));
     } else if (saved) {
         set_colours("#e3effa", colour::focus);
         text = QString("بون محفوظ رقم %1 · \u200e%2 %3\u200e · وردية %4")

@@ -227,6 +227,8 @@ bool SalesWindow::open() {
     seconds_.start(1000);
     news_.start(news_seconds * 1000);
     QTimer::singleShot(0, this, [this] { header_->next_news(desk_.news()); });
+    // Once the window is there to ask over.
+    QTimer::singleShot(0, this, &SalesWindow::settle_unfinished);
     return true;
 }
 

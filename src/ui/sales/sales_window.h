@@ -86,6 +86,7 @@ class SalesWindow : public QWidget {
     // Enters what was typed into a cell or discount so far. Returns false if it was refused.
     bool finish_editing();
     void save();
+    void settle_unfinished();
     void cancel(std::string_view name, bool (sales::Checkout::*action)());
     void recall(const QString& number);
     void reprint();

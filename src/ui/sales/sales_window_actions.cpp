@@ -143,6 +143,10 @@ void SalesWindow::save() {
     focus_entry();
 }
 
+void SalesWindow::settle_unfinished() {
+    act_and_return("SettleUnfinished", [&] { desk_.checkout().settle_unfinished(); });
+}
+
 void SalesWindow::cancel(std::string_view name, bool (sales::Checkout::*action)()) {
     act_and_return(name, [&] {
         if ((desk_.checkout().*action)()) entry_bar_->clear();
@@ -257,6 +261,8 @@ void SalesWindow::open_screen(const Command& screen) {
 }
 
 void SalesWindow::run_screen(const std::function<void()>& screen) {
+    // What was cut off belongs to the shift that a screen may close, and to the figures that it may show.
+    desk_.checkout().settle_unfinished();
     const std::int64_t shift = desk_.shift_number();
     screen();
     desk_.reload_shifts();

@@ -165,7 +165,8 @@ void TotalsPanel::show_state(const sales::SalesDesk& desk) {
     if (!discount_percent_->isModified()) discount_percent_->setText(qt(figures.discount_percent));
     net_text_ = qt(figures.net);
     show_fitted(net_, net_text_, net_size);
-    save_->setEnabled(!desk.sale().partly_saved);
+    const auto& partly = desk.sale().partly_saved;
+    save_->setEnabled(!partly || partly->journal_id != 0);
     for (int at = 0; at < 4; ++at) {
         const auto payment = static_cast<sales::PaymentOption>(at);
         KeyButton* button = payments_[static_cast<std::size_t>(at)];

@@ -69,8 +69,8 @@ QWidget* host() {
 
 }  // namespace
 
-MessageBox::MessageBox(QWidget* host, const QString& text, common::Icon icon, Buttons buttons)
-    : Sheet(host), text_(text), buttons_(buttons) {
+MessageBox::MessageBox(QWidget* host, const QString& text, common::Icon icon, const common::Choices* question)
+    : Sheet(host), text_(text), is_question_(question != nullptr) {
     setObjectName("message_box");
     setProperty(keys_property, keys_held);
     set_card_width(520);
@@ -97,12 +97,12 @@ MessageBox::MessageBox(QWidget* host, const QString& text, common::Icon icon, Bu
     auto* answers = new QHBoxLayout;
     answers->setSpacing(px(10));
     answers->addStretch(1);
-    if (buttons == Buttons::ok) {
+    if (question == nullptr) {
         marked_ = button(message::ok, "message_ok", 1);
         answers->addWidget(marked_);
     } else {
-        QPushButton* yes = button(message::yes, "message_yes", 1);
-        QPushButton* no = button(message::no, "message_no", 2);
+        QPushButton* yes = button(question->yes, "message_yes", 1);
+        QPushButton* no = button(question->no, "message_no", 2);
         marked_ = icon == common::Icon::question || icon == common::Icon::none ? yes : no;
         answers->addWidget(yes);
         answers->addWidget(no);
@@ -142,11 +142,12 @@ void MessageBox::keyPressEvent(QKeyEvent* event) {
 }
 
 void ScreenPrompts::message(std::string_view text, common::Icon icon) {
-    MessageBox(host(), qt(text), icon, MessageBox::Buttons::ok).run();
+    MessageBox(host(), qt(text), icon).run();
 }
 
-common::Answer ScreenPrompts::ask(std::string_view text, common::Icon icon) {
-    switch (MessageBox(host(), qt(text), icon, MessageBox::Buttons::yes_no).run()) {
+common::Answer ScreenPrompts::choose(std::string_view text, const common::Choices& choices,
+                                     common::Icon icon) {
+    switch (MessageBox(host(), qt(text), icon, &choices).run()) {
         case 1:
             return common::Answer::yes;
         case 2:

@@ -11,13 +11,14 @@ namespace ui {
 class MessageBox : public Sheet {
     Q_OBJECT
   public:
-    enum class Buttons { ok, yes_no };
-    // run() returns 1 for Yes or OK, 2 for No, and 0 after Esc. Enter presses the marked button: Yes if the
-    // box merely asks, No if its icon warns, so that a hasty Enter does no harm.
-    MessageBox(QWidget* host, const QString& text, common::Icon icon, Buttons buttons);
+    // A box with one button, or a question with two. run() returns 1 for Yes or OK, 2 for No, and 0 after
+    // Esc. Enter presses the marked button: Yes if the box merely asks, No if its icon warns, so that a
+    // hasty Enter does no harm.
+    MessageBox(QWidget* host, const QString& text, common::Icon icon,
+               const common::Choices* question = nullptr);
 
     QString text() const { return text_; }
-    bool is_question() const { return buttons_ == Buttons::yes_no; }
+    bool is_question() const { return is_question_; }
 
   protected:
     void take_focus() override;
@@ -27,7 +28,7 @@ class MessageBox : public Sheet {
     QPushButton* button(std::string_view caption, const char* name, int result);
 
     QString text_;
-    Buttons buttons_;
+    bool is_question_;
     QPushButton* marked_ = nullptr;
 };
 
@@ -35,7 +36,7 @@ class MessageBox : public Sheet {
 class ScreenPrompts final : public common::Prompts {
   public:
     void message(std::string_view text, common::Icon icon = common::Icon::none) override;
-    common::Answer ask(std::string_view text, common::Icon icon = common::Icon::question) override;
+    common::Answer choose(std::string_view text, const common::Choices& choices, common::Icon icon) override;
 };
 
 }  // namespace ui

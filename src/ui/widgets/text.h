@@ -22,8 +22,6 @@ namespace message {
 inline constexpr std::string_view title = "Tallvex";
 
 inline constexpr std::string_view ok = "موافق";  // OK
-inline constexpr std::string_view yes = "نعم";   // yes
-inline constexpr std::string_view no = "لا";     // no
 
 // The action did not succeed.
 inline constexpr std::string_view failed = "لم تتم العملية";

@@ -1,0 +1,38 @@
+// The rows of a voucher: written step by step, and taken back.
+#pragma once
+
+#include <string>
+
+#include "accounts/voucher_saving.h"
+#include "database/journal.h"
+
+namespace accounts {
+
+class VoucherRows {
+  public:
+    VoucherRows(database::Connection& connection, database::Journal& journal, const VoucherToSave& save)
+        : connection_(connection), journal_(journal), save_(save) {}
+
+    // Does the steps that the journal does not know as done.
+    void write();
+    // Takes back what is written, and removes the save from the journal.
+    void undo();
+    VoucherStep finished() const { return finished_; }
+    // The party's after write().
+    common::Amount balance() const { return balance_; }
+
+  private:
+    std::string add_row();
+    std::string rewrite_row();
+    std::string move_party();
+    void take_back(VoucherStep step, const std::string& noted);
+    void restore_row(const std::string& noted);
+
+    database::Connection& connection_;
+    database::Journal& journal_;
+    const VoucherToSave& save_;
+    VoucherStep finished_ = VoucherStep::none;
+    common::Amount balance_;
+};
+
+}  // namespace accounts

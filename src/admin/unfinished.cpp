@@ -1,0 +1,100 @@
+// Saves that tills have not finished: the check that names them, and tallvex-admin unfinished, which finishes
+// or undoes one for a till that is gone.
+#include "sales/unfinished.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "admin/checks.h"
+#include "admin/shop.h"
+#include "admin/tool.h"
+#include "startup/shop_files.h"
+
+namespace admin {
+
+using database::JournalEntry;
+
+namespace {
+
+struct Options {
+    std::int64_t finish = 0;
+    std::int64_t undo = 0;
+};
+
+long seconds_of(const common::Moment& moment) {
+    const common::TimeOfDay& time = moment.time;
+    return ((common::days_from_epoch(moment.date) * 24 + time.hour) * 60 + time.minute) * 60 + time.second;
+}
+
+// Older saves are not running any more, unless a printer holds one up.
+bool is_left(const JournalEntry& entry, const common::Moment& now) {
+    constexpr long minute = 60;
+    return seconds_of(now) - seconds_of(entry.begun) >= minute;
+}
+
+std::string describe(const JournalEntry& entry) {
+    const database::Resumption* how = sales::resumption_of(entry.kind);
+    return (how == nullptr ? "a save of the kind " + entry.kind : how->log_name(entry)) + ", begun " +
+           common::moment_text(entry.begun) + " at the till of store " + std::to_string(entry.store) +
+           ", cash point " + std::to_string(entry.drawer);
+}
+
+const JournalEntry& find(const std::vector<JournalEntry>& entries, std::int64_t id) {
+    for (const JournalEntry& entry : entries)
+        if (entry.id == id) return entry;
+    throw Refused("there is no unfinished save " + std::to_string(id));
+}
+
+void settle(const Options& options, Tool& tool) {
+    const auto connection = open_shop(tool);
+    const auto entries = database::unfinished_saves(*connection);
+    const std::int64_t id = options.finish != 0 ? options.finish : options.undo;
+    if (id == 0) {
+        for (const JournalEntry& entry : entries)
+            tool.out << entry.id << "  " << describe(entry) << '\n';
+        if (entries.empty()) tool.out << "no save is unfinished\n";
+        return;
+    }
+    const JournalEntry& entry = find(entries, id);
+    const database::Resumption* how = sales::resumption_of(entry.kind);
+    if (how == nullptr) throw Refused("this program does not know saves of the kind " + entry.kind);
+    if (!is_left(entry, tool.clock.now()))
+        throw Refused("its till may still be at work; try again in a minute");
+    startup::ActivityLog log(log_file(tool.folder).parent_path().parent_path(), tool.clock);
+    if (options.finish != 0)
+        database::finish(*connection, log, entry, *how);
+    else
+        database::undo(*connection, log, entry, *how);
+    tool.out << describe(entry) << (options.finish != 0 ? ": finished\n" : ": undone\n");
+}
+
+}  // namespace
+
+Findings check_unfinished(database::Connection& connection, const common::Moment& now) {
+    Findings findings;
+    for (const JournalEntry& entry : database::unfinished_saves(connection)) {
+        if (!is_left(entry, now)) continue;
+        findings.push_back(
+            {Verdict::wrong, "unfinished saves",
+             describe(entry) +
+                 ": saved in part; that till asks about it when it starts, or finish or undo it "
+                 "with tallvex-admin unfinished (" +
+                 std::to_string(entry.id) + ")"});
+    }
+    if (findings.empty()) findings.push_back({Verdict::good, "unfinished saves", "none"});
+    return findings;
+}
+
+void add_unfinished(CLI::App& program, Tool& tool) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand(
+        "unfinished",
+        "Lists the saves that a till was cut off in; finishes or undoes one for a till that is gone");
+    CLI::Option* finish =
+        command->add_option("--finish", options->finish, "Writes what is missing of the save of this number");
+    command->add_option("--undo", options->undo, "Takes back what was written of the save of this number")
+        ->excludes(finish);
+    command->callback([options, &tool] { settle(*options, tool); });
+}
+
+}  // namespace admin

@@ -1,0 +1,48 @@
+// Values as JSON (the library nlohmann-json), for texts that a later version of the program may read. The
+// fields of a structure are listed once, with TALLVEX_JSON, and are written and read by that list.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "common/amount.h"
+#include "common/date_time.h"
+
+// In the structure's own namespace. A field that a text lacks keeps the structure's default.
+#define TALLVEX_JSON(Type, ...) NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE_WITH_DEFAULT(Type, __VA_ARGS__)
+
+namespace nlohmann {
+
+// Nothing is null.
+template <typename T>
+struct adl_serializer<std::optional<T>> {
+    static void to_json(json& to, const std::optional<T>& from) {
+        if (from)
+            to = *from;
+        else
+            to = nullptr;
+    }
+    static void from_json(const json& from, std::optional<T>& to) {
+        if (from.is_null())
+            to.reset();
+        else
+            to = from.get<T>();
+    }
+};
+
+}  // namespace nlohmann
+
+namespace common {
+
+TALLVEX_JSON(Date, year, month, day)
+TALLVEX_JSON(TimeOfDay, hour, minute, second, millisecond)
+TALLVEX_JSON(Moment, date, time)
+
+inline void to_json(nlohmann::json& to, Amount from) {
+    to = from.hundredths();
+}
+inline void from_json(const nlohmann::json& from, Amount& to) {
+    to = Amount::of_hundredths(from.get<std::int64_t>());
+}
+
+}  // namespace common

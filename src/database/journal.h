@@ -1,0 +1,69 @@
+// The journal of saves: the documents that the tills of a shop are writing just now, and which steps of each
+// are done. A save that a crash or a lost server cut off can so be finished or undone later, even by another
+// program. The tables are till_save and till_step. A shop without them saves all the same, and nothing is
+// recorded.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "common/date_time.h"
+#include "database/connection.h"
+
+namespace database {
+
+// A save as it stands in the journal.
+struct JournalEntry {
+    std::int64_t id = 0;
+    std::int64_t store = 0;   // the till: its store
+    std::int64_t drawer = 0;  // and its drawer
+    std::string kind;         // which kind of document `content` describes
+    std::string title;        // names the document to people
+    common::Moment begun;
+    std::string content;  // everything that is needed to write the document
+};
+
+// The saves that have not ended, oldest first: of all tills, or of one.
+std::vector<JournalEntry> unfinished_saves(Connection& connection);
+std::vector<JournalEntry> unfinished_saves(Connection& connection, std::int64_t store, std::int64_t drawer);
+
+// One save on its way through its steps. A step is done in one transaction with the note that it is done, so
+// it is known of every step whether it is done, and no step is done twice. Between the steps there is no
+// transaction.
+class Journal {
+  public:
+    explicit Journal(Connection& connection) : connection_(connection) {}
+
+    // Records a new save, before its first row is written. `entry` needs no id. If it throws, nothing is
+    // recorded; unless the answer was lost and the server is away, when the cashier will be asked about it.
+    void begin(const JournalEntry& entry);
+    // Goes on with a save that was recorded before.
+    void resume(std::int64_t id);
+    // Returns false if the save is not recorded: none was begun, or the shop lacks the tables.
+    bool is_recorded() const { return id_ != 0; }
+    std::int64_t id() const { return id_; }
+    bool has_done(int step) const { return steps_.contains(step); }
+
+    // Does a step, unless it is done already. `write` returns what only the moment of writing knows and
+    // taking the step back needs. It runs again from its beginning if another till was in the way.
+    void once(int step, const std::function<std::string()>& write);
+    // Takes the steps back, the last one first, and removes the save. `take_back` gets each step with what
+    // its write returned.
+    void undo(const std::function<void(int step, const std::string& noted)>& take_back);
+    // Changes what is recorded of the save, none of whose steps went by it yet.
+    void rewrite(const JournalEntry& entry);
+    // Removes the finished save.
+    void end();
+
+  private:
+    void note(int step, const std::string& noted);
+
+    Connection& connection_;
+    std::int64_t id_ = 0;
+    std::map<int, std::string> steps_;
+};
+
+}  // namespace database

@@ -1,0 +1,25 @@
+// Actions of several statements that take effect together or not at all.
+#pragma once
+
+#include "database/connection.h"
+
+namespace database {
+
+// Runs an action in a transaction, again and again as long as another till changes the same rows meanwhile.
+// After a rollback the action starts from nothing, so it must read what it changes by itself.
+template <typename Action>
+void in_transaction(Connection& connection, const Action& action) {
+    constexpr int most_attempts = 100;  // more than competing tills can use up
+    for (int attempt = 1;; ++attempt) {
+        try {
+            Transaction transaction(connection);
+            action();
+            transaction.commit();
+            return;
+        } catch (const Error& error) {
+            if (error.kind() != Error::Kind::changed_meanwhile || attempt == most_attempts) throw;
+        }
+    }
+}
+
+}  // namespace database

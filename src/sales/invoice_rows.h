@@ -1,0 +1,82 @@
+// The rows of an invoice: written step by step in their fixed order, and taken back.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+
+#include "database/journal.h"
+#include "sales/invoice_text.h"
+#include "sales/stock_movement.h"
+
+namespace sales {
+
+// The steps of a save that write or print, in their order; the log names the last one that finished.
+enum class SaveStep {
+    none = 0,
+    receipt = 10,
+    account_balance = 20,
+    header = 30,
+    bank = 40,
+    lines = 50,
+    transfers = 60,  // of lines supplied from another store, just before the sale's own stock movement
+    stock = 70,
+    craftsman_lines = 80,
+    reservations = 90,
+};
+// The number of a step in the journal. Each line supplied from another store is a step of its own and counts
+// on from that of the transfers.
+int step_number(SaveStep step);
+// The step's name in Arabic, for the cashier and the log.
+std::string_view name_of(SaveStep step);
+
+class InvoiceRows {
+  public:
+    InvoiceRows(database::Connection& connection, database::Journal& journal, const InvoiceToSave& save)
+        : connection_(connection),
+          journal_(journal),
+          save_(save),
+          invoice_(save.invoice),
+          batches_(connection, save.invoice.store) {}
+
+    // The first line of a sale whose goods are no longer there; null if all are.
+    const Line* first_short_line();
+    // Writes the rows of every step that the journal does not know as done.
+    void write();
+    // Takes back what is written, and removes the save from the journal.
+    void undo();
+    // The last step that write() has passed; printing before it began.
+    SaveStep finished() const { return finished_; }
+
+  private:
+    InvoiceIdentity identity() const { return {key_of(invoice_), save_.moment.time}; }
+    void read_batches();
+    void move_account_balance(bool back);
+    void write_header();
+    void remove_header();
+    std::int64_t write_bank_row();
+    void remove_bank_row(std::int64_t number);
+    void write_lines();
+    void fetch_from_other_stores();
+    StockChanges move_stock();
+    void move_craftsman_lines(bool back);
+    std::string take_off_reservations();
+    void reserve_again(std::string_view noted);
+    void take_back(int step, const std::string& noted);
+    // Does the action as a step of the journal, if it applies at all.
+    template <typename Write>
+    void step(SaveStep step, bool applies, const Write& write);
+
+    database::Connection& connection_;
+    database::Journal& journal_;
+    const InvoiceToSave& save_;
+    const Invoice& invoice_;
+    StockBatches batches_;
+    SaveStep finished_ = SaveStep::receipt;
+};
+
+// The note of the bank row of a card payment, by which tallvex-admin check finds the row again. It begins
+// with a blank.
+std::string card_note(bool is_sale, std::string_view reference);
+
+}  // namespace sales

@@ -1,0 +1,34 @@
+#include "sales/invoice_text.h"
+
+#include "common/json.h"
+
+namespace accounts {
+
+TALLVEX_JSON(WalkInCustomer, code, is_new, name, phone, mail)
+
+}  // namespace accounts
+
+namespace sales {
+
+TALLVEX_JSON(InvoiceKey, number, ctype, vcode, store, date)
+TALLVEX_JSON(InvoiceIdentity, key, time)
+TALLVEX_JSON(OriginalSale, number, identity)
+TALLVEX_JSON(CardPayment, bank_code, holder, reference)
+TALLVEX_JSON(Line, item_code, name, group, quantity, price, discount, factor, unit_code, unit_name,
+             salver_code, unit_cost, balance, stock_kept, clearance, below_stock, marked, source_kind,
+             source_store, expiry, returnable, sold_quantity, sold_discount)
+TALLVEX_JSON(Invoice, kind, payment, price_level, number, date, store, customer, customer_name, walk_in,
+             tips_receiver, card, permit_opened, permit_number, worker, worker_name, note, suppress_receipt,
+             original, lines, discount_percent)
+TALLVEX_JSON(PaymentTaken, paid, change)
+TALLVEX_JSON(InvoiceToSave, invoice, payment, moment, shift, user, user_name, cash_point)
+
+std::string text_of(const InvoiceToSave& save) {
+    return nlohmann::json(save).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+InvoiceToSave read_invoice_to_save(std::string_view text) {
+    return nlohmann::json::parse(text).get<InvoiceToSave>();
+}
+
+}  // namespace sales

@@ -1,0 +1,55 @@
+// What this till has not finished saving: invoices, vouchers and shift changes.
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "common/services.h"
+#include "database/unfinished.h"
+#include "printing/receipt_printer.h"
+#include "sales/invoice_text.h"
+#include "signin/session.h"
+
+namespace sales {
+
+// The journal's entry of an invoice that the till of a store saves.
+database::JournalEntry entry_of(const InvoiceToSave& save, std::int64_t till_store);
+// The invoice of an entry; nothing if it is of another kind.
+std::optional<Invoice> invoice_of(const database::JournalEntry& entry);
+// Notes in the journal that the printing of the receipt has ended.
+void note_receipt(database::Journal& journal);
+
+// How a kind of save is finished and undone; null for a kind that this program does not know.
+const database::Resumption* resumption_of(std::string_view kind);
+
+// Asks the cashier about each unfinished save of this till, and does what he says.
+class UnfinishedSaves {
+  public:
+    UnfinishedSaves(database::Connection& connection, const signin::Session& session,
+                    const common::Services& services, printing::ReceiptPrinter& printer)
+        : connection_(connection), session_(session), services_(services), printer_(printer) {}
+
+    struct Outcome {
+        std::int64_t id = 0;
+        database::Settled settled = database::Settled::left;
+    };
+    // All of them, the oldest first.
+    std::vector<Outcome> settle_all();
+    // One save. `cause` is the error that has just stopped it, or null.
+    database::Settled settle(const database::JournalEntry& entry, database::Paper paper,
+                             const std::exception* cause);
+
+  private:
+    database::Settled settle_invoice(database::JournalEntry entry);
+    void print(const database::JournalEntry& entry);
+
+    database::Connection& connection_;
+    const signin::Session& session_;
+    const common::Services& services_;
+    printing::ReceiptPrinter& printer_;
+};
+
+}  // namespace sales
