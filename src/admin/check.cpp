@@ -155,6 +155,9 @@ class Check {
             look("files", [&] { return check_files(connection, file); });
         }
         look("users", [&] { return check_users(connection); });
+        std::error_code unknown;
+        const auto disk = std::filesystem::space(tool_.shop, unknown);
+        if (!unknown) say(check_disk(disk.available));
         look("ports", [&] { return check_ports(connection, tool_.shop); });
         look("unfinished saves", [&] { return check_unfinished(connection, tool_.clock.now()); });
         look("invoices", [&] { return check_invoices(connection, period); });
@@ -179,6 +182,14 @@ void note_mended(Tool& tool) {
 }
 
 }  // namespace
+
+Findings check_disk(std::uintmax_t free_bytes) {
+    constexpr std::uintmax_t megabyte = 1024 * 1024;
+    constexpr std::uintmax_t of_a_day = 100 * megabyte;
+    const std::string free = std::to_string(free_bytes / megabyte) + " MB are free";
+    if (free_bytes >= of_a_day) return {{Verdict::good, "disk", free}};
+    return {{Verdict::wrong, "disk", free + ", and a day may need 100: make room, or saves will stop"}};
+}
 
 void add_check(CLI::App& program, Tool& tool) {
     const auto options = std::make_shared<Options>();

@@ -1,6 +1,7 @@
 // The checks of `tallvex-admin check`.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -51,6 +52,8 @@ Findings check_balances(database::Connection& connection);
 // rounded before it was added, or another program added it unrounded.
 bool differ(double a, double b, std::int64_t lines = 0);
 
+// Judges the free space of the shop's disk.
+Findings check_disk(std::uintmax_t free_bytes);
 // Finds saves that stand in the journal of saves for more than a minute: a till has not finished them.
 Findings check_unfinished(database::Connection& connection, const common::Moment& now);
 // Finds saves that the activity log reports as stopped, or as begun but not finished because the till was

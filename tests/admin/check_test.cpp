@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "admin/checks.h"
 #include "admin/shop.h"
 #include "admin/workbench.h"
 
@@ -17,13 +18,20 @@ TEST(Check, AGoodShopPasses) {
         const auto run = bench.run({"check"});
         EXPECT_EQ(run.code, 0) << run.out << run.err;
         EXPECT_THAT(run.out, Not(HasSubstr("WRONG")));
-        for (const char* subject :
-             {"connection", "schema", "settings", "store", "drawer", "users", "invoices", "stock", "log"}) {
+        for (const char* subject : {"connection", "schema", "settings", "store", "drawer", "users", "disk",
+                                    "unfinished saves", "invoices", "stock", "log"}) {
             EXPECT_THAT(run.out, HasSubstr(std::string("ok     ") + subject + ": ")) << run.out;
         }
         // The finding depends on this machine.
         EXPECT_THAT(run.out, HasSubstr("   printer: ")) << run.out;
     }
+}
+
+TEST(Check, AShortDiskIsNamed) {
+    constexpr std::uintmax_t hundred_megabytes = 104'857'600;
+    EXPECT_EQ(admin::check_disk(hundred_megabytes).front().verdict, admin::Verdict::good);
+    EXPECT_THAT(admin::check_disk(hundred_megabytes - 1).front().text, HasSubstr("99 MB are free"));
+    EXPECT_EQ(admin::check_disk(hundred_megabytes - 1).front().verdict, admin::Verdict::wrong);
 }
 
 TEST(Check, NamesWhatIsWrongWithTheShop) {

@@ -9,6 +9,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <functional>
+#include <map>
 #include <random>
 
 #include "admin/checks.h"
@@ -18,6 +19,7 @@
 #include "sales/returns.h"
 #include "sales/till.h"
 #include "sales/unfinished.h"
+#include "support/child.h"
 #include "support/faulty_connection.h"
 
 namespace {
@@ -264,8 +266,9 @@ TEST_P(SaveFaults, LeaveABeginningOfTheOrderThatIsFinishedOrUndone) {
     }
 }
 
-// A child process saves and dies before its n-th statement, or with 0 whenever it is killed; run by the tests
-// below with the shop's file. It says on the standard output when the save begins.
+// A child process saves and dies before its n-th statement, or with 0 whenever it is killed; or its disk has
+// only so much room. Run by the tests below with the shop's file. It writes a byte when the save begins and
+// exits with the outcome.
 TEST(SaveKilled, DISABLED_InTheMiddle) {
     const char* file = std::getenv("TALLVEX_KILLED_SHOP");
     ASSERT_NE(file, nullptr);
@@ -277,7 +280,17 @@ TEST(SaveKilled, DISABLED_InTheMiddle) {
     faulty.call_before(std::atoi(std::getenv("TALLVEX_KILLED_AT")), [] { _exit(137); });
     auto saving = till.saving_on(faulty);
     if (write(STDERR_FILENO, "!", 1) != 1) _exit(126);
-    _exit(saving.save(invoice, {}) == SaveOutcome::saved ? 0 : 1);
+    till.services.prompts.closes = true;
+    if (const char* room = std::getenv("TALLVEX_KILLED_ROOM"))
+        test::fill_disk(std::filesystem::file_size(std::string(file) + "-wal") +
+                        static_cast<rlim_t>(std::atoi(room)));
+    const SaveOutcome outcome = saving.save(invoice, {});
+    const std::string said =
+        till.services.prompts.last() +
+        (till.services.prompts.questions.empty() ? "" : till.services.prompts.questions.back());
+    // Without the words of the full disk the cashier would not know what to do.
+    if (outcome != SaveOutcome::saved && said.find("القرص ممتلئ") == std::string::npos) _exit(125);
+    _exit(static_cast<int>(outcome));
 }
 
 // Starts the child; `said` becomes the end of a pipe that it writes to.
@@ -337,6 +350,28 @@ TEST(SaveKilled, LeavesABeginningOfTheOrderThatIsFinishedOrUndone) {
             expect_the_shop_goes_on(till.connection());
         }
     }
+}
+
+TEST(SaveOnAFullDisk, IsRefusedOrFinishedOrUndone) {
+    constexpr int kilobyte = 1024;
+    std::map<int, int> outcomes;
+    for (int room = 8; room <= 160; room += 8) {
+        const std::size_t scenario = static_cast<std::size_t>(room / 8) % std::size(scenarios);
+        SCOPED_TRACE(testing::Message() << room << " KB, " << scenarios[scenario].name);
+        const Figures figures(scenarios[scenario]);
+        Till till;
+        setenv("TALLVEX_KILLED_ROOM", std::to_string(room * kilobyte).c_str(), 1);
+        int said = -1;
+        const int end = ended(start_saving(till.shop.file(), scenario, 0, said));
+        unsetenv("TALLVEX_KILLED_ROOM");
+        close(said);
+        ASSERT_LE(end, 2);
+        ++outcomes[end];
+        const auto settled = start_again(till.connection(), room % 16 == 0);
+        EXPECT_EQ(settled.has_value(), end == static_cast<int>(SaveOutcome::partly_saved));
+        expect_whole_or_untouched(till.connection(), figures.before, figures.after, settled);
+    }
+    EXPECT_EQ(outcomes.size(), 3u) << "saved, refused and stopped part-way";
 }
 
 // Kills at random moments of a save: a few, or with TALLVEX_LONG_FAULTS a thousand.

@@ -76,7 +76,8 @@ TEST(Transfer, SplitsOverBatchesOldestFirst) {
         for (const auto& [expiry, quantity] : test.source)
             add_batch(shop, 100, 2, expiry, quantity);
         EXPECT_EQ(stock::transfer_for_line(shop.connection(),
-                                           {100, test.quantity, test.factor, 2, 2, 1, {2026, 11, 21}}),
+                                           {100, test.quantity, test.factor, 2, 2, 1, {2026, 11, 21}})
+                      .number,
                   1);
         EXPECT_EQ(batches(shop, "tmp_tran", 2), test.recorded);
         EXPECT_EQ(batches(shop, "stk", 2), test.left);
@@ -106,7 +107,8 @@ TEST(Transfer, RandomTransfersLoseNothing) {
         };
         const double held_before = held();
         EXPECT_EQ(stock::transfer_for_line(shop.connection(),
-                                           {item, asked, 1, 1, source, 3 - source, {2026, 11, 21}}),
+                                           {item, asked, 1, 1, source, 3 - source, {2026, 11, 21}})
+                      .number,
                   i);
         ASSERT_DOUBLE_EQ(held() - held_before, asked);
         ASSERT_DOUBLE_EQ(shop.number("select sum(quan) from stk"), before);
