@@ -191,7 +191,7 @@ TEST(Sheet, LeavesTheFocusBelowEvenIfNothingHadIt) {
     QApplication::processEvents();
     field.clearFocus();
     ASSERT_EQ(QApplication::focusWidget(), nullptr);
-    ui::MessageBox box(&window, "?", common::Icon::none, ui::MessageBox::Buttons::ok);
+    ui::MessageBox box(&window, "?", common::Icon::none);
     QTimer::singleShot(0, [&] { box.leave(1); });
     EXPECT_EQ(box.run(), 1);
     EXPECT_EQ(QApplication::focusWidget(), &window);
