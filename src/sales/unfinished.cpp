@@ -4,7 +4,6 @@
 
 #include "accounts/voucher_saving.h"
 #include "cash/shift_rows.h"
-#include "sales/claim.h"
 #include "sales/invoice_key.h"
 #include "sales/invoice_receipt.h"
 #include "sales/invoice_rows.h"
@@ -35,6 +34,14 @@ void undo_invoice(Connection& connection, const JournalEntry& entry) {
     journal.resume(entry.id);
     const InvoiceToSave save = read_invoice_to_save(entry.content);
     InvoiceRows(connection, journal, save).undo();
+}
+
+bool is_number_saved(Connection& connection, const Invoice& invoice) {
+    return !connection
+                .query(database::Sql("select pnum from sales where ") +
+                       condition_of(series_of(invoice.kind, invoice.payment), invoice.store) +
+                       " and pnum = " + invoice.number)
+                .empty();
 }
 
 std::string log_name_of_invoice(const JournalEntry& entry) {
@@ -91,7 +98,7 @@ Settled UnfinishedSaves::settle_invoice(JournalEntry entry) {
     Journal journal(connection_);
     journal.resume(entry.id);
     InvoiceToSave save = read_invoice_to_save(entry.content);
-    if (journal.has_done(step_number(SaveStep::header)) || !Claims(connection_).number_taken(save.invoice))
+    if (journal.has_done(step_number(SaveStep::header)) || !is_number_saved(connection_, save.invoice))
         return settle(entry,
                       journal.has_done(step_number(SaveStep::receipt)) ? Paper::printed : Paper::unknown,
                       nullptr);

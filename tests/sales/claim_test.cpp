@@ -69,7 +69,7 @@ TEST(Claims, OneOfTwoTillsGetsTheLastPieceWhereverTheyMeet) {
             test::FaultyConnection faulty(till.connection());
             reached = false;
             SaveOutcome others = SaveOutcome::refused;
-            faulty.call_before(n, [&] {
+            faulty.call_between(n, [&] {
                 reached = true;
                 others = other.sell(last_piece ? 200 : 100, 1);
             });
