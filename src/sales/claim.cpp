@@ -186,6 +186,13 @@ void Claims::claim_number(Invoice& invoice) {
     invoice.number = number_;
 }
 
+void forget_claim(database::Connection& connection, const Invoice& invoice) {
+    database::unless_table_is_missing([&] {
+        connection.execute(Sql("delete from till_claim where series = ") + number_of_series(invoice) +
+                           " and stcode = " + store_of_series(invoice) + " and pnum = " + invoice.number);
+    });
+}
+
 bool Claims::number_taken(const Invoice& invoice) {
     Sql statement = Sql("select pnum from sales where ") +
                     condition_of(series_of(invoice.kind, invoice.payment), invoice.store) +

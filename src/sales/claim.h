@@ -22,6 +22,9 @@ struct Shortage {
     bool claimed = false;  // they are there, but another till is selling them
 };
 
+// Removes the claim of an invoice whose till died: it was finished or undone.
+void forget_claim(database::Connection& connection, const Invoice& invoice);
+
 // One save at a time.
 class Claims {
   public:

@@ -4,6 +4,7 @@
 
 #include "accounts/voucher_saving.h"
 #include "cash/shift_rows.h"
+#include "sales/claim.h"
 #include "sales/invoice_key.h"
 #include "sales/invoice_receipt.h"
 #include "sales/invoice_rows.h"
@@ -26,6 +27,7 @@ void finish_invoice(Connection& connection, const JournalEntry& entry) {
     journal.resume(entry.id);
     const InvoiceToSave save = read_invoice_to_save(entry.content);
     InvoiceRows(connection, journal, save).write();
+    forget_claim(connection, save.invoice);
     journal.end();
 }
 
@@ -34,6 +36,7 @@ void undo_invoice(Connection& connection, const JournalEntry& entry) {
     journal.resume(entry.id);
     const InvoiceToSave save = read_invoice_to_save(entry.content);
     InvoiceRows(connection, journal, save).undo();
+    forget_claim(connection, save.invoice);
 }
 
 bool is_number_saved(Connection& connection, const Invoice& invoice) {
