@@ -154,7 +154,8 @@ Copy back_up(const fs::path& shop, const fs::path& target, const Progress& progr
     } else if (access(into.c_str(), W_OK) != 0) {
         throw Error("the folder " + into.string() + " may not be written by this user");
     }
-    const TemporaryShop copy(target.string() + ".making");
+    // Two tills of a machine may make a copy of one name.
+    const TemporaryShop copy(target.string() + ".making-" + std::to_string(getpid()));
     {
         const File source = open_file(shop, SQLITE_OPEN_READONLY);
         const File made = open_target(copy.path());

@@ -167,11 +167,13 @@ PortFault fault_after_opening(const Descriptor& file, const struct stat& judged)
     if (fstat(file.get(), &form) != 0) return fault_of(errno);
     if (judged.st_mode != 0 && !is_same_file(form, judged)) return PortFault::not_a_port;
     if (!S_ISREG(form.st_mode) || form.st_size == 0) return PortFault::none;
-    std::array<char, printer_reset.size()> first{};
+    std::array<char, 512> first{};
     const ssize_t got = pread(file.get(), first.data(), first.size(), 0);
-    const std::string_view beginning(first.data(), static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
-    return beginning == printer_reset || beginning.starts_with(drawer_bell) ? PortFault::none
-                                                                            : PortFault::not_a_port;
+    std::string_view beginning(first.data(), static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
+    // Other files can begin with the code of a bell, so it must be followed by more bells or by a receipt.
+    beginning.remove_prefix(std::min(beginning.find_first_not_of(drawer_bell), beginning.size()));
+    return printer_reset.starts_with(beginning.substr(0, printer_reset.size())) ? PortFault::none
+                                                                                : PortFault::not_a_port;
 }
 
 constexpr int quietly = O_NONBLOCK | O_NOCTTY | O_CLOEXEC;

@@ -48,7 +48,10 @@ std::optional<int> handle_arguments(int argc, const char* const* argv) {
     }
     const bool is_cash_point = word.size() == 1 && word.front() >= '0' && word.front() <= '9';
     if (argc < 2 || (argc == 2 && is_cash_point)) return std::nullopt;
-    std::fprintf(stderr, "tallvex: \"%s\" is no cash point\n%s", is_cash_point ? argv[2] : argv[1], usage);
+    if (argc > 2)
+        std::fprintf(stderr, "tallvex: one cash point is taken, and no other word\n%s", usage);
+    else
+        std::fprintf(stderr, "tallvex: \"%s\" is no cash point\n%s", argv[1], usage);
     return wrong_command_line;
 }
 

@@ -99,13 +99,14 @@ TEST(Ports, NeverWriteToAFileThatIsNoReceipt) {
     const auto write = [&here](const char* name, std::string_view text) {
         std::ofstream(here / name) << text;
     };
-    write("datacon24.stk", "embedded");
+    write("datacon24.stk", "\x07QRSltilkklk");  // scrambled with the key 7
     write("letter.txt", "not ours");
     write("empty", "");
     write("empty.db-wal", "");
     write("empty.prn", "");
     write("old receipts", "\x1B@\r\n\x1BT0864\r\n");
-    write("old drawer.dat", "\x07");
+    write("old drawer.dat", "\x07\x07");
+    write("drawer and receipts", "\x07\x07\x1B@\r\n");
     fs::create_directories(here / "folder.txt");
     fs::create_symlink("shop.db", here / "link.txt");
     fs::create_symlink("nothing.txt", here / "leads nowhere.txt");
@@ -145,6 +146,7 @@ TEST(Ports, NeverWriteToAFileThatIsNoReceipt) {
         {"old receipts", PortFault::none},
         {"link to receipts", PortFault::none},
         {"old drawer.dat", PortFault::none},
+        {"drawer and receipts", PortFault::none},
         {"empty.prn", PortFault::none},
         {"New.TXT", PortFault::none},
         {elsewhere.string(), PortFault::none},
