@@ -94,7 +94,8 @@ class Reading {
     }
 
     static bool begins_statement(std::string_view word) {
-        static constexpr std::array words = {"insert", "update", "delete", "drop", "truncate", "merge"};
+        static constexpr std::array words = {"insert",  "update", "delete",  "drop", "truncate", "merge",
+                                             "declare", "exec",   "execute", "if",   "select",   "while"};
         return std::find(words.begin(), words.end(), word) != words.end();
     }
 

@@ -109,6 +109,8 @@ TEST(Sql, ReadsWhatAStatementDoes) {
         {"update i set [name] = '' from items as i where i.code = 1", true, {"items"}, {}},
         {"delete top (5) from sales where pnum = 1", true, {"sales"}, {}},
         {"DELETE [sales]", true, {"sales"}, {"deletes every row of sales"}},
+        {"delete sales select * from items where code = 1", true, {"sales"}, {"deletes every row of sales"}},
+        {"insert makers (code) select code from items where code = 1", true, {"makers"}, {}},
         {"delete from sales delete from saledata where pnum = 1",
          true,
          {"sales", "saledata"},
