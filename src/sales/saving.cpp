@@ -84,11 +84,10 @@ void Saving::print(InvoiceToSave& save) {
 }
 
 // The journal comes first: a disk without room or a server that is away is noticed before anything is
-// printed. It is made durable, so that no paper is without a trace.
+// printed.
 void Saving::begin_in_journal(const InvoiceToSave& save) {
     entry_ = entry_of(save, session_.store_code);
     journal_.begin(entry_);
-    connection_.make_durable();
 }
 
 // A till that knows no claims may have saved the number while the receipt was printing.
