@@ -16,9 +16,8 @@ namespace {
 
 constexpr const char* footer =
     "Exit codes: 0 done, 1 refused or failed (nothing half-done is left), 2 wrong command line.\n"
-    "Commands work on the shop in the folder that TALLVEX_HOME names, else in the working directory, else "
-    "the "
-    "shop\nof till.conf.";
+    "Commands work on the shop in the folder that TALLVEX_HOME names, else in the working directory,\n"
+    "else, without TALLVEX_HOME, on the shop of till.conf.";
 
 // Hides what is typed at a terminal.
 class HiddenTyping {

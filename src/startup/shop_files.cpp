@@ -90,11 +90,13 @@ fs::path shop_folder() {
     std::error_code gone;
     fs::path working = fs::current_path(gone);
     if (gone) working = ".";
-    const fs::path first = named_home().value_or(working);
-    for (const fs::path& folder : {first, working})
+    const auto home = named_home();
+    for (const fs::path& folder : {home.value_or(working), working})
         if (has_connection_file(folder)) return folder;
+    // Whoever named a folder and misspelt it must not get another shop.
+    if (home) return *home;
     const auto configured = named_folder("TALLVEX_SHOP");
-    return configured && has_connection_file(*configured) ? *configured : first;
+    return configured && has_connection_file(*configured) ? *configured : working;
 }
 
 bool has_connection_file(const fs::path& folder) {

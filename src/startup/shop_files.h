@@ -29,8 +29,9 @@ inline constexpr std::size_t version_record_length = 50;
 std::optional<std::filesystem::path> find_file(const std::filesystem::path& folder, std::string_view name);
 
 // The shop's folder, with its connection file: the one that TALLVEX_HOME names, else the working directory,
-// else the one that TALLVEX_SHOP names, which the launcher takes from this machine's settings. The first that
-// holds a connection file counts. If none does, it is the folder of TALLVEX_HOME or the working directory.
+// else, if TALLVEX_HOME is not set, the one that TALLVEX_SHOP names, which the launcher takes from this
+// machine's settings. The first that holds a connection file counts. If none does, it is the folder of
+// TALLVEX_HOME or the working directory.
 std::filesystem::path shop_folder();
 
 // The connection file of the working directory.

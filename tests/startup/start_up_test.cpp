@@ -635,7 +635,7 @@ TEST(Workstation, TheShopsFolderIsNamedOrTheWorkingDirectory) {
         const char* found;
     } cases[] = {
         {"../home", "work", "home"}, {"home", ".", "home"},       {"", "work", "work"},
-        {"../none", "work", "work"}, {"../none", "none", "conf"}, {"", "none", "conf"},
+        {"../none", "work", "work"}, {"../none", "none", "none"}, {"", "none", "conf"},
     };
     setenv("TALLVEX_SHOP", (root.path() / "conf").c_str(), 1);
     for (const auto& c : cases) {
