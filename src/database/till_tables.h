@@ -1,5 +1,5 @@
-// Tables that only tills write, all named till_… A shop may lack them, if no till is allowed to create tables,
-// and is used without them then.
+// Tables that only tills write, all named till_… A shop may lack them, if no till is allowed to create
+// tables, and is used without them then.
 #pragma once
 
 #include <string_view>

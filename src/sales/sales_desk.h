@@ -160,7 +160,8 @@ class SavedReceipts : DeskPart {
     bool recall(const ReceiptRow& receipt);
     // Turns the recalled sale into the return of what is left of it (permission of the return kind).
     bool start_return();
-    // The same for a receipt of the list. Returns false if the sale stayed as it was, as without the permission.
+    // The same for a receipt of the list. Returns false if the sale stayed as it was, as without the
+    // permission.
     bool start_return(const ReceiptRow& receipt);
     // Prints the recalled receipt again, or else the last one saved here (permission 221).
     bool reprint();
