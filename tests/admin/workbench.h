@@ -45,8 +45,8 @@ class Workbench {
         admin::Tool tool{out, err, in, folder, clock};
         const int code = admin::run_tool(
             {admin::add_new_shop, admin::add_connect, admin::add_sql, admin::add_users, admin::add_check,
-             admin::add_unfinished, admin::add_import_items, admin::add_backup, admin::add_restore, admin::add_copy_shop,
-             admin::add_show_receipt, admin::add_settings, admin::add_stamp},
+             admin::add_unfinished, admin::add_import_items, admin::add_backup, admin::add_restore,
+             admin::add_copy_shop, admin::add_show_receipt, admin::add_settings, admin::add_stamp},
             arguments, tool);
         return {code, out.str(), err.str()};
     }
