@@ -93,10 +93,12 @@ std::vector<std::string> superfluous(std::vector<std::string> names, std::string
 
 std::vector<Outcome> back_up_to_folders(database::Connection& connection, const fs::path& shop,
                                         const common::Moment& now, const Progress& progress) {
+    const auto folders = database::backup_folders(connection);
+    if (folders.empty()) return {};  // and perhaps no table for the notes
     std::vector<Outcome> outcomes;
     std::string failed;
     bool made = false;
-    for (const fs::path& folder : database::backup_folders(connection)) {
+    for (const fs::path& folder : folders) {
         Outcome outcome;
         outcome.file = shop.parent_path() / folder / name_at(automatic_prefix, now);
         try {

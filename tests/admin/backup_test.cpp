@@ -207,6 +207,8 @@ TEST(AutomaticBackup, GoesToEveryFolderAndTellsWhereItCouldNot) {
     // A shop without the table has no backups, and says so only when asked to make some.
     bench.sql("drop table till_setting");
     EXPECT_FALSE(backup::state_of(*bench.open()));
+    EXPECT_THAT(bench.run({"backup", "--automatic"}).err,
+                HasSubstr("tallvex-admin settings backup_to FOLDER"));
 }
 
 TEST(Restore, ATillSeesTheRestoredShopWithItsNextStatement) {
