@@ -50,7 +50,7 @@ bool has_card_price(database::Connection& connection, const Invoice& invoice, co
     return false;
 }
 
-// An entered line has no bound of its quantity, so a discount of the whole never was granted for it.
+// A line that was just entered, of whatever quantity, was not on the receipt or offer with the discount.
 bool is_as_granted(const Line& line) {
     return has_granted_price(line) && has_granted_discount(line) && std::isfinite(line.granted->quantity);
 }

@@ -58,8 +58,7 @@ struct DataSource {
 DataSource data_source_of(const ConnectionRecord& record);
 
 // "Provider=SQLOLEDB.1;Password=…;Persist Security Info=True;User ID=sa;Initial Catalog= …;Data Source=…",
-// and
-// ";Encryption=…" if that is not the default.
+// and ";Encryption=…" if that is not the default.
 std::string connection_string(const ConnectionRecord& record, std::string_view password);
 
 // Opens what a connection string names. The data source "embedded" is the embedded engine, and the catalog is
