@@ -47,7 +47,7 @@ bool StartUp::run(const ShowSignIn& show_sign_in) {
     try {
         prepare_files();
         if (const auto holder = take_cash_point()) return holder->shown;
-        if (!connect()) return false;
+        if (!connect()) return true;
         set_clock();
         connection_->execute("set dateformat ymd");
         // There is no short-date setting to change here; the program formats dates itself.

@@ -47,9 +47,10 @@ class StartUp {
 
     StartUp(Environment environment, common::Services services);
 
-    // Runs start-up from the files to sign-in, and returns true after sign-in has returned, or after the till
-    // that has this cash point already came to the front. A failure is shown to the cashier, written to the
-    // log and to the fatal-error record, and returns false.
+    // Runs start-up from the files to sign-in, and returns true after sign-in has returned, after the till
+    // that has this cash point already came to the front, or after the cashier left while the server did not
+    // answer. A failure is shown to the cashier, written to the log and to the fatal-error record, and
+    // returns false.
     bool run(const ShowSignIn& show_sign_in);
 
     // Brings this till to the front for those who start it once more.
