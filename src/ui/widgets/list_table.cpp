@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <array>
+#include <numeric>
 
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
@@ -14,6 +15,9 @@
 namespace ui {
 
 namespace {
+
+// What the column that takes the rest needs at least, at 96 dots an inch.
+constexpr int stretched_width = 100;
 
 // Says which texts of a column are likely to be the widest, from the widths of their letters alone: laying
 // out every text would take most of the time in which a list opens.
@@ -139,9 +143,11 @@ void ListTable::measure_columns() {
     set_widths();
 }
 
-// A long text does not take the room of other columns.
+// Where the columns do not fit, a long text does not take the room of others.
 void ListTable::set_widths() {
-    const int most = viewport()->width() / 3;
+    const int width = viewport()->width();
+    const int all = std::accumulate(wanted_widths_.begin(), wanted_widths_.end(), px(stretched_width));
+    const int most = all > width ? width / 3 : width;
     for (int column = 0; column < static_cast<int>(wanted_widths_.size()); ++column) {
         const int wanted = wanted_widths_[static_cast<std::size_t>(column)];
         if (wanted > 0) horizontalHeader()->resizeSection(column, std::min(wanted, most));
