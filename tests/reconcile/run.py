@@ -79,7 +79,7 @@ def compare_reports(reports, folder):
 
 def compare_check(program, folder):
     """The shop is in order. Its printer and its drawer are only files of the play."""
-    admin(program, folder, "sql", "update basic set [print] = 'win', cash = ''")
+    admin(program, folder, "sql", "--yes", "update basic set [print] = 'win', cash = ''")
     for line in admin(program, folder, "check", "--days", "100000").splitlines():
         if not line.startswith("ok ") and not line.startswith(("note   printer", "note   drawer port")):
             raise Mismatch(f"tallvex-admin check: {line}")
