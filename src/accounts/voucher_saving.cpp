@@ -36,7 +36,7 @@ VoucherToSave read_save(const JournalEntry& entry) {
     return nlohmann::json::parse(entry.content).get<VoucherToSave>();
 }
 
-void finish_voucher(Connection& connection, const JournalEntry& entry) {
+void finish_voucher(Connection& connection, JournalEntry& entry) {
     const VoucherToSave save = read_save(entry);
     Journal journal(connection);
     journal.resume(entry.id);
@@ -95,7 +95,7 @@ std::string log_name(VoucherKind kind, const VoucherKey& key) {
 
 bool VoucherSaving::settle_earlier() {
     bool any = false;
-    for (const JournalEntry& entry :
+    for (JournalEntry& entry :
          database::unfinished_saves(connection_, session_.store_code, session_.cash_point)) {
         if (entry.kind != journal_kind) continue;
         any = database::settle(connection_, services_, entry, voucher_resumption, database::Paper::none,
@@ -152,7 +152,7 @@ SavedVoucher VoucherSaving::run(const VoucherToSave& save) {
     return saved;
 }
 
-void VoucherSaving::stop(const VoucherToSave& save, const JournalEntry& entry, SavedVoucher& saved,
+void VoucherSaving::stop(const VoucherToSave& save, JournalEntry& entry, SavedVoucher& saved,
                          const std::exception& error) {
     const bool nothing =
         entry.id == 0 && saved.finished == VoucherStep::none && !database::may_have_run(error);

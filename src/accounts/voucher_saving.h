@@ -68,7 +68,7 @@ class VoucherSaving {
 
   private:
     SavedVoucher run(const VoucherToSave& save);
-    void stop(const VoucherToSave& save, const database::JournalEntry& entry, SavedVoucher& saved,
+    void stop(const VoucherToSave& save, database::JournalEntry& entry, SavedVoucher& saved,
               const std::exception& error);
 
     database::Connection& connection_;

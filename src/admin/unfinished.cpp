@@ -33,13 +33,12 @@ bool is_left(const JournalEntry& entry, const common::Moment& now) {
 }
 
 std::string describe(const JournalEntry& entry) {
-    const database::Resumption* how = sales::resumption_of(entry.kind);
-    return (how == nullptr ? "a save of the kind " + entry.kind : how->log_name(entry)) + ", begun " +
-           common::moment_text(entry.begun) + " at the till of store " + std::to_string(entry.store) +
-           ", cash point " + std::to_string(entry.drawer);
+    return log_name(entry, sales::resumption_of(entry.kind)) + ", begun " + common::moment_text(entry.begun) +
+           " at the till of store " + std::to_string(entry.store) + ", cash point " +
+           std::to_string(entry.drawer);
 }
 
-const JournalEntry& find(const std::vector<JournalEntry>& entries, std::int64_t id) {
+JournalEntry find(const std::vector<JournalEntry>& entries, std::int64_t id) {
     for (const JournalEntry& entry : entries)
         if (entry.id == id) return entry;
     throw Refused("there is no unfinished save " + std::to_string(id));
@@ -55,17 +54,21 @@ void settle(const Options& options, Tool& tool) {
         if (entries.empty()) tool.out << "no save is unfinished\n";
         return;
     }
-    const JournalEntry& entry = find(entries, id);
+    JournalEntry entry = find(entries, id);
     const database::Resumption* how = sales::resumption_of(entry.kind);
     if (how == nullptr) throw Refused("this program does not know saves of the kind " + entry.kind);
     if (!is_left(entry, tool.clock.now()))
         throw Refused("its till may still be at work; try again in a minute");
     startup::ActivityLog log(log_file(tool.folder).parent_path().parent_path(), tool.clock);
+    const std::string name = describe(entry);
     if (options.finish != 0)
         database::finish(*connection, log, entry, *how);
     else
         database::undo(*connection, log, entry, *how);
-    tool.out << describe(entry) << (options.finish != 0 ? ": finished\n" : ": undone\n");
+    tool.out << name << (options.finish != 0 ? ": finished\n" : ": undone\n");
+    if (describe(entry) != name)
+        tool.out << "another till had used its number; it is saved as " << log_name(entry, how)
+                 << ", and its printed receipt is void\n";
 }
 
 }  // namespace

@@ -172,7 +172,7 @@ ShiftEnd ShiftStart::plan_close(const common::Moment& at, const Amounts& amounts
 }
 
 std::optional<Refusal> ShiftStart::settle_earlier() {
-    for (const auto& unfinished :
+    for (auto& unfinished :
          database::unfinished_saves(connection_, session_.store_code, session_.cash_point)) {
         if (unfinished.kind != shift_resumption.kind) continue;
         const auto settled = database::settle(connection_, services_, unfinished, shift_resumption,
@@ -202,7 +202,7 @@ std::optional<Refusal> ShiftStart::write(const ShiftToSave& save) {
     return refuse(worker_field, message::started_elsewhere);
 }
 
-std::optional<Refusal> ShiftStart::stopped(const database::JournalEntry& unfinished, const ShiftToSave& save,
+std::optional<Refusal> ShiftStart::stopped(database::JournalEntry& unfinished, const ShiftToSave& save,
                                            const std::exception& error) {
     if (unfinished.id == 0) throw;  // nothing can be finished or undone
     services_.log.log_event("save of " + log_name(save) + " stopped, " + error.what(), log_code);

@@ -119,8 +119,7 @@ class ShiftStart {
 
   private:
     Refused read_moment(common::Moment& at) const;
-    Refused stopped(const database::JournalEntry& unfinished, const ShiftToSave& save,
-                    const std::exception& error);
+    Refused stopped(database::JournalEntry& unfinished, const ShiftToSave& save, const std::exception& error);
 
     CalcCopy copy_;
     bool must_count_ = false;     // clos_bal

@@ -35,7 +35,7 @@ ShiftToSave read_save(const JournalEntry& entry) {
     return nlohmann::json::parse(entry.content).get<ShiftToSave>();
 }
 
-void finish_shift(Connection& connection, const JournalEntry& entry) {
+void finish_shift(Connection& connection, JournalEntry& entry) {
     const ShiftToSave save = read_save(entry);
     Journal journal(connection);
     journal.resume(entry.id);

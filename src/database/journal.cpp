@@ -26,14 +26,6 @@ std::vector<JournalEntry> entries(Connection& connection, const Sql& statement) 
     return found;
 }
 
-void forget(Connection& connection, std::int64_t id) {
-    try {
-        connection.execute(Sql("delete from till_save where id = ") + id);
-    } catch (const Error&) {
-        // The server is still away.
-    }
-}
-
 // Somebody else has finished or undone the save meanwhile.
 [[noreturn]] void throw_gone() {
     throw Error("HY000", "The save was finished or undone by another program.", "");
@@ -58,17 +50,20 @@ void Journal::begin(const JournalEntry& entry) {
             "insert into till_save (id,stcode,cash_no,kind,title,begun,content) values (?,?,?,?,?,?,?)",
             {id_, entry.store, entry.drawer, entry.kind, entry.title, entry.begun, entry.content});
     } catch (const Error& error) {
-        const std::int64_t lost = std::exchange(id_, 0);
-        if (error.sqlstate() == no_such_table) return;
-        if (may_have_run(error)) forget(connection_, lost);
-        throw;
+        if (may_have_run(error)) forget();
+        id_ = 0;
+        if (error.sqlstate() != no_such_table) throw;
     }
 }
 
 void Journal::resume(std::int64_t id) {
     id_ = id;
+    read_steps();
+}
+
+void Journal::read_steps() {
     steps_.clear();
-    for (const Row& row : connection_.query(Sql("select * from till_step where save_id = ") + id))
+    for (const Row& row : connection_.query(Sql("select * from till_step where save_id = ") + id_))
         steps_.emplace(static_cast<int>(row.integer("step")), row.text("noted"));
 }
 
@@ -91,32 +86,43 @@ void Journal::note(int step, const std::string& noted) {
 }
 
 void Journal::undo(const std::function<void(int step, const std::string& noted)>& take_back) {
-    while (!steps_.empty()) {
-        const auto last = std::prev(steps_.end());
-        in_transaction(connection_, [&] {
-            const std::int64_t removed = connection_.execute(Sql("delete from till_step where save_id = ") +
-                                                             id_ + " and step = " + last->first);
-            if (removed == 0) throw_gone();
-            take_back(last->first, last->second);
-        });
-        steps_.erase(last);
-    }
-    end();
+    in_transaction(connection_, [&] {
+        remove();  // first: from now on no other program goes on with it
+        read_steps();
+        for (auto step = steps_.rbegin(); step != steps_.rend(); ++step)
+            take_back(step->first, step->second);
+        connection_.execute(Sql("delete from till_step where save_id = ") + id_);
+    });
+    id_ = 0;
+    steps_.clear();
 }
 
 void Journal::rewrite(const JournalEntry& entry) {
+    if (!is_recorded()) return;
     connection_.execute("update till_save set title = ?, content = ? where id = ?",
-                        {entry.title, entry.content, entry.id});
+                        {entry.title, entry.content, id_});
 }
 
 void Journal::end() {
     if (!is_recorded()) return;
     in_transaction(connection_, [&] {
+        remove();
         connection_.execute(Sql("delete from till_step where save_id = ") + id_);
-        connection_.execute(Sql("delete from till_save where id = ") + id_);
     });
     id_ = 0;
     steps_.clear();
+}
+
+void Journal::remove() {
+    if (connection_.execute(Sql("delete from till_save where id = ") + id_) == 0) throw_gone();
+}
+
+void Journal::forget() noexcept {
+    try {
+        connection_.execute(Sql("delete from till_save where id = ") + id_);
+    } catch (const std::exception&) {
+        // The server is still away.
+    }
 }
 
 }  // namespace database

@@ -50,8 +50,8 @@ class Journal {
     // Does a step, unless it is done already. `write` returns what only the moment of writing knows and
     // taking the step back needs. It runs again from its beginning if another till was in the way.
     void once(int step, const std::function<std::string()>& write);
-    // Takes the steps back, the last one first, and removes the save. `take_back` gets each step with what
-    // its write returned.
+    // Takes all steps back, the last one first, and removes the save, in one transaction: another program
+    // either finds the whole save or nothing of it. `take_back` gets each step with what its write returned.
     void undo(const std::function<void(int step, const std::string& noted)>& take_back);
     // Changes what is recorded of the save, none of whose steps went by it yet.
     void rewrite(const JournalEntry& entry);
@@ -59,6 +59,9 @@ class Journal {
     void end();
 
   private:
+    void read_steps();
+    void remove();
+    void forget() noexcept;
     void note(int step, const std::string& noted);
 
     Connection& connection_;

@@ -35,14 +35,27 @@ std::string question_about(const JournalEntry& entry, Paper paper, const std::ex
 }
 
 std::string log_text(const JournalEntry& entry, const Resumption& how, std::string_view what) {
-    return "save of " + how.log_name(entry) + " " + std::string(what);
+    return "save of " + log_name(entry, &how) + " " + std::string(what);
 }
 
 }  // namespace
 
-void finish(Connection& connection, common::Log& log, const JournalEntry& entry, const Resumption& how) {
+std::string log_name(const JournalEntry& entry, const Resumption* how) {
+    try {
+        if (how != nullptr) return how->log_name(entry);
+    } catch (const std::exception&) {
+        // It says what it is all the same.
+    }
+    return "the kind " + entry.kind + " (" + entry.title + ")";
+}
+
+void finish(Connection& connection, common::Log& log, JournalEntry& entry, const Resumption& how) {
+    const std::string recorded = log_text(entry, how, "undone: it is saved as ");
+    const std::string name = log_name(entry, &how);
     how.finish(connection, entry);
     connection.make_durable();
+    const std::string written = log_name(entry, &how);
+    if (written != name) log.log_event(recorded + written, log_code);
     log.log_event(log_text(entry, how, "finished"), log_code);
 }
 
@@ -52,7 +65,7 @@ void undo(Connection& connection, common::Log& log, const JournalEntry& entry, c
     log.log_event(log_text(entry, how, "undone"), log_code);
 }
 
-Settled settle(Connection& connection, const common::Services& services, const JournalEntry& entry,
+Settled settle(Connection& connection, const common::Services& services, JournalEntry& entry,
                const Resumption& how, Paper paper, const std::exception* cause) {
     // Whose receipt the customer holds is finished by a hasty Enter, any other undone.
     const common::Icon icon = paper == Paper::printed ? common::Icon::question : common::Icon::exclamation;

@@ -17,7 +17,8 @@ struct Resumption {
     std::string_view kind;
     // How the activity log names the document.
     std::string (*log_name)(const JournalEntry& entry);
-    void (*finish)(Connection& connection, const JournalEntry& entry);
+    // Changes the entry if the document has to be written otherwise than it was recorded.
+    void (*finish)(Connection& connection, JournalEntry& entry);
     void (*undo)(Connection& connection, const JournalEntry& entry);
 };
 
@@ -27,8 +28,12 @@ enum class Settled {
     left,  // the cashier did not answer, or it failed: to be asked again
 };
 
+// How the activity log names the document of an entry; if its content cannot be read, its kind and its title.
+// `how` is null for a kind that this program does not know.
+std::string log_name(const JournalEntry& entry, const Resumption* how);
+
 // Finishes or undoes a save, makes that durable and logs it as "save of …" "finished" or "undone".
-void finish(Connection& connection, common::Log& log, const JournalEntry& entry, const Resumption& how);
+void finish(Connection& connection, common::Log& log, JournalEntry& entry, const Resumption& how);
 void undo(Connection& connection, common::Log& log, const JournalEntry& entry, const Resumption& how);
 
 // What is known of the paper of a save.
@@ -36,7 +41,7 @@ enum class Paper { none, printed, unknown };
 
 // Asks the cashier whether to finish or undo a save and does it. `cause` is the error that has just stopped
 // it; null if it was cut off earlier.
-Settled settle(Connection& connection, const common::Services& services, const JournalEntry& entry,
+Settled settle(Connection& connection, const common::Services& services, JournalEntry& entry,
                const Resumption& how, Paper paper, const std::exception* cause);
 
 }  // namespace database

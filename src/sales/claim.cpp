@@ -71,8 +71,6 @@ void add(Goods& goods, const std::string& text) {
 
 }  // namespace
 
-Claims::Claims(database::Connection& connection) : connection_(connection), id_(random_id()) {}
-
 // A till that may not create the table works without it.
 template <typename Action>
 void Claims::unless_missing(const Action& action) {
@@ -161,6 +159,7 @@ Claims::Look Claims::look_at_stock(const Invoice& invoice) {
 
 std::optional<Shortage> Claims::claim(const Invoice& invoice) {
     release();  // what a lost connection left of the last save
+    if (!has_claimed_) id_ = random_id();
     is_missing_ = false;
     goods_ = goods_taken(invoice);
     draw_number(invoice);
@@ -186,25 +185,20 @@ void Claims::claim_number(Invoice& invoice) {
     invoice.number = number_;
 }
 
-void forget_claim(database::Connection& connection, const Invoice& invoice) {
-    database::unless_table_is_missing([&] {
-        connection.execute(Sql("delete from till_claim where series = ") + number_of_series(invoice) +
-                           " and stcode = " + store_of_series(invoice) + " and pnum = " + invoice.number);
-    });
-}
-
 bool Claims::number_taken(const Invoice& invoice) {
-    Sql statement = Sql("select pnum from sales where ") +
-                    condition_of(series_of(invoice.kind, invoice.payment), invoice.store) +
-                    " and pnum = " + invoice.number;
-    if (!is_missing_) {
+    const Sql saved = Sql("select pnum from sales where ") +
+                      condition_of(series_of(invoice.kind, invoice.payment), invoice.store) +
+                      " and pnum = " + invoice.number;
+    bool is_taken = false;
+    unless_missing([&] {
         // Of another till, if the claim here grew too old.
-        statement = std::move(statement) +
-                    " union all select pnum from till_claim where series = " + number_of_series(invoice) +
-                    " and stcode = " + store_of_series(invoice) + " and pnum = " + invoice.number +
-                    " and claim <> " + id_;
-    }
-    return !connection_.query(statement).empty();
+        is_taken = !connection_
+                        .query(saved + " union all select pnum from till_claim where series = " +
+                               number_of_series(invoice) + " and stcode = " + store_of_series(invoice) +
+                               " and pnum = " + invoice.number + " and claim <> " + id_)
+                        .empty();
+    });
+    return is_missing_ ? !connection_.query(saved).empty() : is_taken;
 }
 
 void Claims::release() noexcept {

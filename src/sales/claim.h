@@ -22,19 +22,20 @@ struct Shortage {
     bool claimed = false;  // they are there, but another till is selling them
 };
 
-// Removes the claim of an invoice whose till died: it was finished or undone.
-void forget_claim(database::Connection& connection, const Invoice& invoice);
-
 // One save at a time.
 class Claims {
   public:
-    explicit Claims(database::Connection& connection);
+    explicit Claims(database::Connection& connection) : connection_(connection) {}
+    // The claim of a save that was cut off, by its id.
+    Claims(database::Connection& connection, std::int64_t id)
+        : connection_(connection), id_(id), has_claimed_(true) {}
 
     // Claims the next number of the invoice's series and what the invoice takes from stock. Returns what is
     // missing; then nothing is claimed. Goods that another till claims are waited for half a second, because
     // it may give them back.
     std::optional<Shortage> claim(const Invoice& invoice);
     std::int64_t number() const { return number_; }
+    std::int64_t id() const { return id_; }
     // Claims another number in place of one that was taken, which is left in `invoice`.
     void claim_number(Invoice& invoice);
     // Returns true if the number was saved or claimed elsewhere since: by a till that knows no claims, or
@@ -63,7 +64,7 @@ class Claims {
     Look look_at_stock(const Invoice& invoice);
 
     database::Connection& connection_;
-    const std::int64_t id_;    // marks the rows of this till
+    std::int64_t id_ = 0;      // marks the rows of this claim
     bool is_missing_ = false;  // the table
     bool has_claimed_ = false;
     std::int64_t number_ = 0;

@@ -21,7 +21,7 @@ TALLVEX_JSON(Invoice, kind, payment, price_level, number, date, store, customer,
              tips_receiver, card, permit_opened, permit_number, worker, worker_name, note, suppress_receipt,
              original, lines, discount_percent)
 TALLVEX_JSON(PaymentTaken, paid, change)
-TALLVEX_JSON(InvoiceToSave, invoice, payment, moment, shift, user, user_name, cash_point)
+TALLVEX_JSON(InvoiceToSave, invoice, payment, moment, shift, user, user_name, cash_point, claim)
 
 std::string text_of(const InvoiceToSave& save) {
     return nlohmann::json(save).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);

@@ -20,6 +20,7 @@ struct InvoiceToSave {
     std::int64_t user = 0;
     std::string user_name;
     std::int64_t cash_point = 0;
+    std::int64_t claim = 0;  // of its number and goods, as long as it is not saved
 };
 
 std::string text_of(const InvoiceToSave& save);

@@ -185,10 +185,10 @@ inline constexpr std::string_view partly_number = "البون رقم ";
 inline constexpr std::string_view partly_saved = " تم حفظ جزء منه فقط. آخر خطوة تمت: ";
 inline constexpr std::string_view partly_advice = "\nلا تحفظه مرة أخرى وأبلغ المدير";
 
-// "Receipt number ..." "was saved by another till while it was printing. The printed receipt is void: tear it
+// "Receipt number ..." "has a number that another till has used. The printed receipt is void: tear it
 // up. It is printed again under a new number."
 inline constexpr std::string_view number_taken =
-    " حفظه جهاز آخر أثناء الطباعة.\nالبون المطبوع لاغ: مزقه. سيطبع مرة أخرى برقم جديد";
+    " استخدم جهاز آخر رقمه.\nالبون المطبوع لاغ: مزقه. سيطبع مرة أخرى برقم جديد";
 // "The receipt was saved, but the stock of ..." "ran out while it was printing: another till sold it. The
 // stock is now below zero; tell the person in charge."
 inline constexpr std::string_view sold_elsewhere = "تم حفظ البون، لكن رصيد الصنف ";

@@ -47,7 +47,8 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
         log_begin(invoice);
         if (invoice.has_walk_in()) accounts::store_walk_in_customer(connection_, *invoice.walk_in);
         InvoiceToSave save{
-            invoice, payment, moment, *shift, session_.user_code, session_.user_name, session_.cash_point};
+            invoice,     payment, moment, *shift, session_.user_code, session_.user_name, session_.cash_point,
+            claims_.id()};
         print(save);
         invoice.number = save.invoice.number;
         write(save);
@@ -70,14 +71,13 @@ void Saving::log_begin(const Invoice& invoice) {
 
 void Saving::print(InvoiceToSave& save) {
     const auto settings = connection_.query("select * from basic ");
-    begin_in_journal(save);
+    record(save);
     may_have_printed_ = true;
     print_receipts(settings, session_, printer_, save);
     left_.finished = SaveStep::receipt;
     while (claims_.number_taken(save.invoice)) {
-        journal_.end();
         take_another_number(save.invoice);
-        begin_in_journal(save);
+        record(save);
         print_receipts(settings, session_, printer_, save);
     }
     note_receipt(journal_);
@@ -85,9 +85,12 @@ void Saving::print(InvoiceToSave& save) {
 
 // The journal comes first: a disk without room or a server that is away is noticed before anything is
 // printed.
-void Saving::begin_in_journal(const InvoiceToSave& save) {
+void Saving::record(const InvoiceToSave& save) {
     entry_ = entry_of(save, session_.store_code);
-    journal_.begin(entry_);
+    if (may_have_printed_)
+        journal_.rewrite(entry_);
+    else
+        journal_.begin(entry_);
 }
 
 // A till that knows no claims may have saved the number while the receipt was printing.
@@ -125,7 +128,8 @@ void Saving::note_goods_sold_elsewhere(const Invoice& invoice, const Line* line)
                             log_code);
 }
 
-SaveOutcome Saving::stopped(const Invoice& invoice, const std::exception& error) {
+// What stays in the journal keeps its claim until it is finished or undone.
+SaveOutcome Saving::stopped(Invoice& invoice, const std::exception& error) {
     left_.journal_id = may_have_printed_ ? journal_.id() : 0;
     const bool nothing = left_.journal_id == 0 && left_.finished <= SaveStep::receipt &&
                          !(may_have_printed_ && database::may_have_run(error));
@@ -133,7 +137,7 @@ SaveOutcome Saving::stopped(const Invoice& invoice, const std::exception& error)
                                 "last finished step: " + std::string(name_of(left_.finished)) + ": " +
                                 error.what(),
                             log_code);
-    if (!database::may_have_run(error)) claims_.release();
+    if (left_.journal_id == 0 && !database::may_have_run(error)) claims_.release();
     if (nothing) {
         services_.prompts.message(
             database::with_reason(may_have_printed_ ? message::not_saved_paper_void : message::not_saved,
@@ -141,7 +145,7 @@ SaveOutcome Saving::stopped(const Invoice& invoice, const std::exception& error)
             common::Icon::critical);
         return SaveOutcome::refused;
     }
-    if (left_.journal_id != 0) return settle_at_once(error);
+    if (left_.journal_id != 0) return settle_at_once(invoice, error);
     services_.prompts.message(std::string(message::partly_number) + std::to_string(invoice.number) +
                                   std::string(message::partly_saved) + std::string(name_of(left_.finished)) +
                                   "\n" + std::string(database::cause_of(error)) +
@@ -150,13 +154,14 @@ SaveOutcome Saving::stopped(const Invoice& invoice, const std::exception& error)
     return SaveOutcome::partly_saved;
 }
 
-SaveOutcome Saving::settle_at_once(const std::exception& error) {
+SaveOutcome Saving::settle_at_once(Invoice& invoice, const std::exception& error) {
     UnfinishedSaves unfinished(connection_, session_, services_, printer_);
     entry_.id = left_.journal_id;
     const auto paper =
         left_.finished >= SaveStep::receipt ? database::Paper::printed : database::Paper::unknown;
     switch (unfinished.settle(entry_, paper, &error)) {
         case database::Settled::finished:
+            invoice.number = invoice_of(entry_)->number;
             return SaveOutcome::saved;
         case database::Settled::undone:
             return SaveOutcome::refused;

@@ -55,12 +55,12 @@ class Saving {
   private:
     void log_begin(const Invoice& invoice);
     void print(InvoiceToSave& save);
-    void begin_in_journal(const InvoiceToSave& save);
+    void record(const InvoiceToSave& save);
     void take_another_number(Invoice& invoice);
     void write(const InvoiceToSave& save);
     void note_goods_sold_elsewhere(const Invoice& invoice, const Line* line);
-    SaveOutcome stopped(const Invoice& invoice, const std::exception& error);
-    SaveOutcome settle_at_once(const std::exception& error);
+    SaveOutcome stopped(Invoice& invoice, const std::exception& error);
+    SaveOutcome settle_at_once(Invoice& invoice, const std::exception& error);
 
     database::Connection& connection_;
     const signin::Session& session_;

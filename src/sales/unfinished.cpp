@@ -22,12 +22,22 @@ namespace {
 
 constexpr std::string_view invoice_kind = "invoice";
 
-void finish_invoice(Connection& connection, const JournalEntry& entry) {
+// Another till may have taken the number since, as long as the header was not there: then the invoice gets a
+// new one.
+void finish_invoice(Connection& connection, JournalEntry& entry) {
     Journal journal(connection);
     journal.resume(entry.id);
-    const InvoiceToSave save = read_invoice_to_save(entry.content);
+    InvoiceToSave save = read_invoice_to_save(entry.content);
+    Claims claims(connection, save.claim);
+    if (!journal.has_done(step_number(SaveStep::header)) && claims.number_taken(save.invoice)) {
+        claims.claim_number(save.invoice);
+        const JournalEntry renumbered = entry_of(save, entry.store);
+        journal.rewrite(renumbered);
+        entry.title = renumbered.title;
+        entry.content = renumbered.content;
+    }
     InvoiceRows(connection, journal, save).write();
-    forget_claim(connection, save.invoice);
+    claims.release();
     journal.end();
 }
 
@@ -36,15 +46,7 @@ void undo_invoice(Connection& connection, const JournalEntry& entry) {
     journal.resume(entry.id);
     const InvoiceToSave save = read_invoice_to_save(entry.content);
     InvoiceRows(connection, journal, save).undo();
-    forget_claim(connection, save.invoice);
-}
-
-bool is_number_saved(Connection& connection, const Invoice& invoice) {
-    return !connection
-                .query(database::Sql("select pnum from sales where ") +
-                       condition_of(series_of(invoice.kind, invoice.payment), invoice.store) +
-                       " and pnum = " + invoice.number)
-                .empty();
+    Claims(connection, save.claim).release();
 }
 
 std::string log_name_of_invoice(const JournalEntry& entry) {
@@ -87,44 +89,36 @@ const database::Resumption* resumption_of(std::string_view kind) {
 
 std::vector<UnfinishedSaves::Outcome> UnfinishedSaves::settle_all() {
     std::vector<Outcome> outcomes;
-    for (const JournalEntry& entry :
+    for (JournalEntry& entry :
          database::unfinished_saves(connection_, session_.store_code, session_.cash_point))
-        outcomes.push_back({entry.id, entry.kind == invoice_kind ? settle_invoice(entry)
-                                                                 : settle(entry, Paper::none, nullptr)});
+        outcomes.push_back({entry.id, settle(entry, paper_of(entry), nullptr)});
     return outcomes;
 }
 
-// An invoice that was cut off earlier. If the program died while it was printing, nobody knows whether the
-// receipt came out. Another till may have saved the number since, as nothing of this one was counted yet:
-// then it gets a new one, and a new receipt.
-Settled UnfinishedSaves::settle_invoice(JournalEntry entry) {
+// If the program died while it was printing, nobody knows whether the receipt came out.
+Paper UnfinishedSaves::paper_of(const JournalEntry& entry) {
+    if (entry.kind != invoice_kind) return Paper::none;
     Journal journal(connection_);
     journal.resume(entry.id);
-    InvoiceToSave save = read_invoice_to_save(entry.content);
-    if (journal.has_done(step_number(SaveStep::header)) || !is_number_saved(connection_, save.invoice))
-        return settle(entry,
-                      journal.has_done(step_number(SaveStep::receipt)) ? Paper::printed : Paper::unknown,
-                      nullptr);
-    services_.prompts.message(std::string(message::partly_number) + std::to_string(save.invoice.number) +
-                                  std::string(message::number_taken),
-                              common::Icon::exclamation);
-    save.invoice.number = next_invoice_number(connection_, save.invoice);
-    const JournalEntry renumbered = entry_of(save, entry.store);
-    entry.title = renumbered.title;
-    entry.content = renumbered.content;
-    journal.rewrite(entry);
-    const Settled settled = settle(entry, Paper::none, nullptr);
-    if (settled == Settled::finished) print(entry);
-    return settled;
+    return journal.has_done(step_number(SaveStep::receipt)) ? Paper::printed : Paper::unknown;
 }
 
-Settled UnfinishedSaves::settle(const JournalEntry& entry, Paper paper, const std::exception* cause) {
+// A receipt that got a new number is printed under it. Its former paper is void.
+Settled UnfinishedSaves::settle(JournalEntry& entry, Paper paper, const std::exception* cause) {
     const database::Resumption* how = resumption_of(entry.kind);
     if (how == nullptr) return Settled::left;
+    const std::string recorded = entry.content;
     const Settled settled = database::settle(connection_, services_, entry, *how, paper, cause);
-    if (settled == Settled::finished && paper == Paper::unknown &&
-        !services_.prompts.question(message::receipt_came))
+    if (settled != Settled::finished || paper == Paper::none) return settled;
+    if (entry.content != recorded) {
+        services_.prompts.message(std::string(message::partly_number) +
+                                      std::to_string(read_invoice_to_save(recorded).invoice.number) +
+                                      std::string(message::number_taken),
+                                  common::Icon::exclamation);
         print(entry);
+    } else if (paper == Paper::unknown && !services_.prompts.question(message::receipt_came)) {
+        print(entry);
+    }
     return settled;
 }
 

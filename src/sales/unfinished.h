@@ -38,12 +38,13 @@ class UnfinishedSaves {
     };
     // All of them, the oldest first.
     std::vector<Outcome> settle_all();
-    // One save. `cause` is the error that has just stopped it, or null.
-    database::Settled settle(const database::JournalEntry& entry, database::Paper paper,
+    // One save, whose entry gets another number if its own was taken. `cause` is the error that has just
+    // stopped it, or null.
+    database::Settled settle(database::JournalEntry& entry, database::Paper paper,
                              const std::exception* cause);
 
   private:
-    database::Settled settle_invoice(database::JournalEntry entry);
+    database::Paper paper_of(const database::JournalEntry& entry);
     void print(const database::JournalEntry& entry);
 
     database::Connection& connection_;

@@ -104,6 +104,8 @@ Transfer transfer_for_line(Connection& connection, const TransferOrder& order) {
 
 void undo_transfer(Connection& connection, const Transfer& transfer, const TransferOrder& order) {
     for (const TransferredBatch& batch : transfer.batches) {
+        ensure_batch(connection, order.item, order.source_store, batch.expiry);
+        ensure_batch(connection, order.item, order.selling_store, batch.expiry);
         add_to_batch(connection, order.item, order.source_store, batch.expiry, batch.quantity);
         add_to_batch(connection, order.item, order.selling_store, batch.expiry, -batch.quantity);
     }

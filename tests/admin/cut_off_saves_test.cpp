@@ -160,10 +160,10 @@ TEST_P(CutOffVoucher, IsFoundAtAnyStatementUntilItIsSettled) {
         for (const std::string& line : till.services.log.lines)
             EXPECT_EQ(line.find("nothing saved"), std::string::npos)
                 << "what is lost may have arrived: " << line;
-        const auto left = database::unfinished_saves(till.connection());
+        auto left = database::unfinished_saves(till.connection());
         EXPECT_EQ(wrong(till, false).empty(), left.empty());
         EXPECT_EQ(wrong(till, true).empty(), left.empty());
-        for (const auto& entry : left)
+        for (auto& entry : left)
             database::finish(till.connection(), till.services.log, entry, accounts::voucher_resumption);
         EXPECT_EQ(till.shop.number(GetParam().balance), left.empty() && !complete ? 300 : GetParam().after);
         EXPECT_EQ(wrong(till, false), "");

@@ -6,12 +6,14 @@
 
 #include "sales/messages.h"
 #include "sales/till.h"
+#include "sales/unfinished.h"
 #include "support/faulty_connection.h"
 
 namespace {
 
 using sales::Invoice;
 using sales::SaveOutcome;
+using test::Desk;
 using test::Till;
 
 // A second till on the shop: drawer 2.
@@ -130,6 +132,34 @@ TEST(Claims, AreTakenBackByTheNextSave) {
     EXPECT_EQ(invoice.number, 1);
 }
 
+// While the question of a save that stopped stands, its number is not given away, unless it stands so long
+// that the claim grows old: then the save gets another number when it is finished, and a new paper.
+TEST(Claims, OfASaveThatStoppedLastUntilItIsFinished) {
+    for (const bool is_old : {false, true}) {
+        SCOPED_TRACE(is_old);
+        Till till;
+        OtherTill other(till);
+        test::FaultyConnection faulty(till.connection());
+        till.printer.on_print = [&] { faulty.fail_at(2, test::FaultyConnection::Fault::passing); };
+        till.services.prompts.closes = true;
+        Invoice invoice = till.invoice();
+        invoice.lines = {Till::line(100, 1, 10)};
+        ASSERT_EQ(till.saving_on(faulty).save(invoice, {}), SaveOutcome::partly_saved);
+        if (is_old) till.shop.sql("update till_claim set moment = dateadd(second, -70, getdate())");
+        ASSERT_EQ(other.sell(200, 1), SaveOutcome::saved);
+        EXPECT_EQ(other.sold.number, is_old ? 1 : 2);
+
+        Desk next;
+        next.services.prompts.answers = {true, true};
+        const common::Services services = next.services.all();
+        sales::UnfinishedSaves(till.connection(), next.session, services, next.printer).settle_all();
+        EXPECT_EQ(till.shop.cell("select pnum from sales where ptype = 1"), is_old ? "2" : "1");
+        EXPECT_EQ(next.printer.printed.size(), is_old ? 1u : 0u);
+        EXPECT_EQ(next.services.prompts.messages.size(), is_old ? 1u : 0u);
+        EXPECT_EQ(till.shop.number("select count(*) from till_claim"), 0);
+    }
+}
+
 // A till of another version, and a shop in which no till may create tables.
 TEST(Claims, ATillThatKnowsNoneIsMetAfterPrinting) {
     for (const bool has_table : {true, false}) {
@@ -151,7 +181,7 @@ TEST(Claims, ATillThatKnowsNoneIsMetAfterPrinting) {
         EXPECT_EQ(till.printer.printed[1].first.number, 2);
         EXPECT_EQ(till.shop.cell("select pnum from sales where ptype = 1"), "2");
         EXPECT_THAT(till.services.prompts.messages,
-                    testing::ElementsAre("البون رقم 1 حفظه جهاز آخر أثناء الطباعة.\nالبون المطبوع لاغ: مزقه. "
+                    testing::ElementsAre("البون رقم 1 استخدم جهاز آخر رقمه.\nالبون المطبوع لاغ: مزقه. "
                                          "سيطبع مرة أخرى برقم جديد",
                                          "تم حفظ البون، لكن رصيد الصنف زيت نفد أثناء الطباعة لأن جهازا آخر "
                                          "باعه.\nالرصيد الآن أقل من الصفر، أبلغ المسئول"));
