@@ -118,15 +118,19 @@ bool Checkout::settle_all() {
     if (!state_.may_have_unfinished) return false;
     bool any = false;
     bool any_left = false;
+    bool screen_is_left = false;
     for (const auto& [id, settled] :
          UnfinishedSaves(connection_, session_, services_, state_.printer).settle_all()) {
         any = any || settled != database::Settled::left;
         any_left = any_left || settled == database::Settled::left;
-        const bool is_on_screen = sale_.partly_saved && sale_.partly_saved->journal_id == id;
-        if (!is_on_screen || settled == database::Settled::left) continue;
+        if (!sale_.partly_saved || sale_.partly_saved->journal_id != id) continue;
+        screen_is_left = settled == database::Settled::left;
+        if (screen_is_left) continue;
         sale_.partly_saved.reset();
         if (settled == database::Settled::finished) after_save();
     }
+    // Settled by another program, and only its user knows how.
+    if (sale_.partly_saved && !screen_is_left) sale_.partly_saved->journal_id = 0;
     state_.may_have_unfinished = any_left;
     if (any && !sale_.shows_saved_receipt()) NextInvoiceNumber();
     return any;
