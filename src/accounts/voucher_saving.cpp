@@ -67,7 +67,12 @@ VoucherKey VoucherToSave::key() const {
 }
 
 std::optional<VoucherToSave> voucher_of(const JournalEntry& entry) {
-    return entry.kind == journal_kind ? std::optional(read_save(entry)) : std::nullopt;
+    if (entry.kind != journal_kind) return std::nullopt;
+    try {
+        return read_save(entry);
+    } catch (const std::exception&) {
+        return std::nullopt;
+    }
 }
 
 std::string_view name_of(VoucherStep step) {

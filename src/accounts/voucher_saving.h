@@ -44,7 +44,7 @@ struct VoucherToSave {
 
     VoucherKey key() const;
 };
-// The voucher of an entry of the journal; nothing if it is of another kind.
+// The voucher of an entry of the journal; nothing if it is of another kind or cannot be read.
 std::optional<VoucherToSave> voucher_of(const database::JournalEntry& entry);
 extern const database::Resumption voucher_resumption;
 

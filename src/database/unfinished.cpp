@@ -46,7 +46,7 @@ std::string log_name(const JournalEntry& entry, const Resumption* how) {
     } catch (const std::exception&) {
         // It says what it is all the same.
     }
-    return "the kind " + entry.kind + " (" + entry.title + ")";
+    return "a document of the kind " + entry.kind + " (" + entry.title + ")";
 }
 
 void finish(Connection& connection, common::Log& log, JournalEntry& entry, const Resumption& how) {

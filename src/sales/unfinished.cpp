@@ -74,7 +74,11 @@ JournalEntry entry_of(const InvoiceToSave& save, std::int64_t till_store) {
 
 std::optional<Invoice> invoice_of(const JournalEntry& entry) {
     if (entry.kind != invoice_kind) return std::nullopt;
-    return read_invoice_to_save(entry.content).invoice;
+    try {
+        return read_invoice_to_save(entry.content).invoice;
+    } catch (const std::exception&) {
+        return std::nullopt;
+    }
 }
 
 void note_receipt(Journal& journal) {

@@ -17,7 +17,7 @@ namespace sales {
 
 // The journal's entry of an invoice that the till of a store saves.
 database::JournalEntry entry_of(const InvoiceToSave& save, std::int64_t till_store);
-// The invoice of an entry; nothing if it is of another kind.
+// The invoice of an entry; nothing if it is of another kind or cannot be read.
 std::optional<Invoice> invoice_of(const database::JournalEntry& entry);
 // Notes in the journal that the printing of the receipt has ended.
 void note_receipt(database::Journal& journal);

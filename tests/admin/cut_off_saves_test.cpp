@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 
 #include "accounts/voucher.h"
@@ -117,6 +118,15 @@ TEST_P(CutOff, IsFoundAtAnyStatement) {
 
 INSTANTIATE_TEST_SUITE_P(Everywhere, CutOff, testing::ValuesIn(kinds),
                          [](const auto& kind) { return "Kind" + std::to_string(kind.index); });
+
+TEST(CutOffSaves, ThatCannotBeReadAreNamedAndEndNoCheck) {
+    Till till;
+    for (const std::string kind : {"invoice", "shift", "odd"})
+        till.shop.sql("insert into till_save (id,stcode,cash_no,kind,title,begun,content) select " +
+                      std::to_string(kind.size()) + ",1,1,'" + kind + "','','2026/11/21 10:00:00','{'");
+    const std::string found = wrong(till, false);
+    EXPECT_EQ(std::ranges::count(found, '\n'), 3) << found;
+}
 
 // A party that owes, or is owed, 300, and what a receipt of 100 makes of it.
 struct Party {
