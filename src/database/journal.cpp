@@ -103,11 +103,12 @@ void Journal::rewrite(const JournalEntry& entry) {
                         {entry.title, entry.content, id_});
 }
 
-void Journal::end() {
-    if (!is_recorded()) return;
+void Journal::end(const std::function<void()>& with_it) {
+    if (!is_recorded()) return with_it();
     in_transaction(connection_, [&] {
         remove();
         connection_.execute(Sql("delete from till_step where save_id = ") + id_);
+        with_it();
     });
     id_ = 0;
     steps_.clear();

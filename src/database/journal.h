@@ -55,8 +55,8 @@ class Journal {
     void undo(const std::function<void(int step, const std::string& noted)>& take_back);
     // Changes what is recorded of the save, none of whose steps went by it yet.
     void rewrite(const JournalEntry& entry);
-    // Removes the finished save.
-    void end();
+    // Removes the finished save and, together with it, does what belongs to its end.
+    void end(const std::function<void()>& with_it = [] {});
 
   private:
     void read_steps();

@@ -109,8 +109,7 @@ void Saving::write(const InvoiceToSave& save) {
     try {
         note_goods_sold_elsewhere(save.invoice, rows.first_short_line());
         rows.write();
-        claims_.release();
-        journal_.end();
+        journal_.end([this] { claims_.release(); });
         connection_.make_durable();
     } catch (...) {
         left_.finished = rows.finished();
