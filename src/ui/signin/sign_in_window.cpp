@@ -1,14 +1,10 @@
 #include "ui/signin/sign_in_window.h"
 
 #include <QApplication>
-#include <QCloseEvent>
 #include <QComboBox>
-#include <QEventLoop>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPainter>
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -17,7 +13,6 @@
 #include "signin/sign_in.h"
 #include "ui/help/open_help.h"
 #include "ui/widgets/choices.h"
-#include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/key_button.h"
@@ -34,37 +29,24 @@ constexpr int longest_password = 100;  // as the column holds
 }  // namespace
 
 SignInWindow::SignInWindow(const Context& context)
-    : context_(context), logic_(context.connection, context.session, context.services) {
-    setObjectName("Form62");
-    set_role(this, "screen");
-    setWindowTitle(qt(message::title));
-    setMinimumSize(px(640), px(480));
-    auto* outer = new QVBoxLayout(this);
-    auto* card = new QWidget;
-    set_role(card, "card");
-    card->setFixedWidth(px(440));
-    outer->addWidget(card, 0, Qt::AlignCenter);
-    auto* column = new QVBoxLayout(card);
-    column->setContentsMargins(px(32), px(28), px(32), px(32));
-    column->setSpacing(px(16));
-    column->addWidget(label(qt(message::title), "caption"));
-    column->addWidget(label("تسجيل الدخول", "title"));
-
+    : FrontWindow("Form62", "تسجيل الدخول", 440),
+      context_(context),
+      logic_(context.connection, context.session, context.services) {
     user_ = choice_list("user");
     user_->setMinimumHeight(px(48));
-    column->addWidget(captioned("ا&سم المستخدم", user_));
+    column()->addWidget(captioned("ا&سم المستخدم", user_));
     password_ = text_field("password");
     password_->setEchoMode(QLineEdit::Password);
     password_->setMinimumHeight(px(48));
     password_->setMaxLength(longest_password);
-    column->addWidget(captioned("&كلمة السر", password_));
+    column()->addWidget(captioned("&كلمة السر", password_));
     keyboard_ = label({}, "side");
     keyboard_->setObjectName("keyboard_layout");
-    column->addWidget(keyboard_);
+    column()->addWidget(keyboard_);
     pause_ = label({}, "warning");
     pause_->setObjectName("sign_in_pause");
     pause_->setWordWrap(true);
-    column->addWidget(pause_);
+    column()->addWidget(pause_);
 
     auto* row = new QHBoxLayout;
     row->setSpacing(px(10));
@@ -73,16 +55,16 @@ SignInWindow::SignInWindow(const Context& context)
     auto* cancel = foot_button(row, "cancel", "&إلغاء", 1, [this] { leave(false); });
     for (QPushButton* button : {enter, cancel})
         button->setMinimumHeight(px(52));
-    column->addSpacing(px(6));
-    column->addLayout(row);
+    column()->addSpacing(px(6));
+    column()->addLayout(row);
     auto* help = new KeyButton("help_button", help_cap, "المساعدة", KeyButton::Look::strip);
     help->setShortcut(QKeySequence::mnemonic("&م"));
     help->setAutoDefault(true);
-    column->addWidget(help);
+    column()->addWidget(help);
     for (QLabel** line : {&backup_, &backup_failed_}) {
         *line = label({}, "side");
         (*line)->setWordWrap(true);
-        column->addWidget(*line);
+        column()->addWidget(*line);
     }
     backup_->setObjectName("backup_age");
     backup_failed_->setObjectName("backup_failed");
@@ -113,7 +95,7 @@ void SignInWindow::fill() {
 
 bool SignInWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) typed_with_.learn(*static_cast<QKeyEvent*>(event));
-    return QWidget::eventFilter(watched, event);
+    return FrontWindow::eventFilter(watched, event);
 }
 
 void SignInWindow::show_state() {
@@ -126,11 +108,7 @@ bool SignInWindow::run() {
     context_.show_window(*this);
     activateWindow();
     user_->setFocus();
-    QEventLoop loop;
-    loop_ = &loop;
-    loop.exec();
-    loop_ = nullptr;
-    return signed_in_;
+    return wait();
 }
 
 void SignInWindow::confirm() {
@@ -153,29 +131,6 @@ void SignInWindow::confirm() {
         }
     });
     show_state();
-}
-
-void SignInWindow::leave(bool signed_in) {
-    signed_in_ = signed_in;
-    if (loop_ != nullptr) loop_->quit();
-}
-
-void SignInWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
-        leave(false);
-    } else {
-        QWidget::keyPressEvent(event);
-    }
-}
-
-void SignInWindow::closeEvent(QCloseEvent*) {
-    leave(false);
-}
-
-void SignInWindow::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    painter.fillRect(rect(), QColor(colour::background));
-    painter.fillRect(0, 0, width(), height() * 2 / 5, QColor(colour::night));
 }
 
 namespace {

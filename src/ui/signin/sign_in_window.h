@@ -1,21 +1,19 @@
 // The sign-in window, and the sheet on which the signed-in user changes his password.
 #pragma once
 
-#include <QWidget>
-
 #include "signin/sign_in.h"
+#include "ui/signin/front_window.h"
 #include "ui/signin/keyboard.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/sheet.h"
 
 class QComboBox;
-class QEventLoop;
 class QLabel;
 class QLineEdit;
 
 namespace ui {
 
-class SignInWindow : public QWidget {
+class SignInWindow : public FrontWindow {
     Q_OBJECT
   public:
     explicit SignInWindow(const Context& context);
@@ -24,16 +22,12 @@ class SignInWindow : public QWidget {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
 
   private:
     void fill();
     void confirm();
     // Shows the keyboard's layout, and how long the chosen user must wait.
     void show_state();
-    void leave(bool signed_in);
 
     Context context_;
     signin::SignIn logic_;
@@ -44,8 +38,6 @@ class SignInWindow : public QWidget {
     KeyboardState typed_with_;
     QLabel* backup_;         // when the shop was copied last
     QLabel* backup_failed_;  // where it could not be
-    QEventLoop* loop_ = nullptr;
-    bool signed_in_ = false;
 };
 
 // Changes the password of the signed-in user.

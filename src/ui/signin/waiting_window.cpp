@@ -1,17 +1,12 @@
 #include "ui/signin/waiting_window.h"
 
-#include <QCloseEvent>
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/sheet.h"
 #include "ui/widgets/style.h"
@@ -34,36 +29,22 @@ QLabel* paragraph(const QString& text, const char* role) {
 }  // namespace
 
 WaitingWindow::WaitingWindow(const QString& server, std::function<void(QWidget&)> show_window)
-    : show_window_(std::move(show_window)) {
-    setObjectName("waiting");
-    set_role(this, "screen");
-    setWindowTitle(qt(message::title));
-    setMinimumSize(px(640), px(480));
-    auto* outer = new QVBoxLayout(this);
-    auto* card = new QWidget;
-    set_role(card, "card");
-    card->setFixedWidth(px(520));
-    outer->addWidget(card, 0, Qt::AlignCenter);
-    auto* column = new QVBoxLayout(card);
-    column->setContentsMargins(px(32), px(28), px(32), px(32));
-    column->setSpacing(px(16));
-    column->addWidget(label(qt(message::title), "caption"));
-    column->addWidget(label("في انتظار جهاز الخادم", "title"));
+    : FrontWindow("waiting", "في انتظار جهاز الخادم", 520), show_window_(std::move(show_window)) {
     // A machine's name is read from left to right.
     auto* name = paragraph(QChar(0x2066) + server + QChar(0x2069), "figure");
     name->setObjectName("waiting_server");
-    column->addWidget(name);
-    column->addWidget(
+    column()->addWidget(name);
+    column()->addWidget(
         paragraph("الخادم لا يستجيب. تأكد من أنه يعمل ومن توصيل الشبكة. تعاد المحاولة كل بضع ثوان، "
                   "ويكمل البرنامج وحده عندما يستجيب الخادم.",
                   "said"));
     state_ = label("", "caption");
     state_->setObjectName("waiting_state");
-    column->addWidget(state_);
+    column()->addWidget(state_);
     auto* row = new QHBoxLayout;
     foot_button(row, "waiting_leave", "&خروج", 1, [this] { leave(false); })->setMinimumHeight(px(52));
-    column->addSpacing(px(6));
-    column->addLayout(row);
+    column()->addSpacing(px(6));
+    column()->addLayout(row);
 }
 
 WaitingWindow::~WaitingWindow() {
@@ -72,9 +53,7 @@ WaitingWindow::~WaitingWindow() {
 
 bool WaitingWindow::run(const std::function<bool()>& attempt) {
     attempt_ = attempt;
-    QEventLoop loop;
-    loop_ = &loop;
-    try_once();
+    QTimer::singleShot(0, this, [this] { try_once(); });
     QTimer appear;
     appear.setSingleShot(true);
     connect(&appear, &QTimer::timeout, this, [this] {
@@ -82,17 +61,16 @@ bool WaitingWindow::run(const std::function<bool()>& attempt) {
         activateWindow();
     });
     appear.start(moment_ms);
-    loop.exec();
-    loop_ = nullptr;
+    const bool connected = wait();
     hide();
     QCoreApplication::processEvents();
     // The window is gone at once; an attempt that still runs ends by its own time limit.
     if (thread_.joinable()) thread_.join();
-    return connected_;
+    return connected;
 }
 
 void WaitingWindow::try_once() {
-    if (loop_ == nullptr) return;
+    if (!is_waiting()) return;
     ++attempts_;
     state_->setText("المحاولة رقم " + QString::number(attempts_));
     thread_ = std::thread([this] {
@@ -101,35 +79,12 @@ void WaitingWindow::try_once() {
             this,
             [this, connected] {
                 if (thread_.joinable()) thread_.join();
-                if (loop_ == nullptr) return;
+                if (!is_waiting()) return;
                 if (connected) return leave(true);
                 QTimer::singleShot(pause_ms, this, [this] { try_once(); });
             },
             Qt::QueuedConnection);
     });
-}
-
-void WaitingWindow::leave(bool connected) {
-    connected_ = connected;
-    if (loop_ != nullptr) loop_->quit();
-}
-
-void WaitingWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
-        leave(false);
-    } else {
-        QWidget::keyPressEvent(event);
-    }
-}
-
-void WaitingWindow::closeEvent(QCloseEvent*) {
-    leave(false);
-}
-
-void WaitingWindow::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    painter.fillRect(rect(), QColor(colour::background));
-    painter.fillRect(0, 0, width(), height() * 2 / 5, QColor(colour::night));
 }
 
 }  // namespace ui
