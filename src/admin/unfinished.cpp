@@ -21,15 +21,10 @@ struct Options {
     std::int64_t undo = 0;
 };
 
-long seconds_of(const common::Moment& moment) {
-    const common::TimeOfDay& time = moment.time;
-    return ((common::days_from_epoch(moment.date) * 24 + time.hour) * 60 + time.minute) * 60 + time.second;
-}
-
 // Older saves are not running any more, unless a printer holds one up.
 bool is_left(const JournalEntry& entry, const common::Moment& now) {
-    constexpr long minute = 60;
-    return seconds_of(now) - seconds_of(entry.begun) >= minute;
+    constexpr double minute = 60;
+    return common::seconds_between(entry.begun, now) >= minute;
 }
 
 std::string describe(const JournalEntry& entry) {

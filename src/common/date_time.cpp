@@ -173,6 +173,14 @@ std::optional<Moment> parse_moment(std::string_view text) {
     return moment;
 }
 
+double seconds_between(const Moment& from, const Moment& to) {
+    const auto seconds = [](const Moment& m) {
+        return static_cast<double>(days_from_epoch(m.date)) * 86400.0 + m.time.hour * 3600.0 +
+               m.time.minute * 60.0 + m.time.second + m.time.millisecond / 1000.0;
+    };
+    return seconds(to) - seconds(from);
+}
+
 long days_from_epoch(const Date& date) {
     return sys_days(calendar(date)).time_since_epoch().count();
 }

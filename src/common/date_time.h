@@ -57,6 +57,8 @@ std::optional<Moment> parse_moment(std::string_view text);
 long days_from_epoch(const Date& date);
 Date date_from_epoch(long days);
 Date add_days(const Date& date, long days);
+// Negative if `to` is the earlier one.
+double seconds_between(const Moment& from, const Moment& to);
 // A time of day as a datetime column of its own holds it: on the server's day zero.
 Moment on_day_zero(const TimeOfDay& time);
 // The next whole second.

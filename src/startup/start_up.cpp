@@ -15,14 +15,6 @@ using common::Icon;
 
 constexpr std::string_view progress_code = "222";
 
-double seconds_between(const common::Moment& from, const common::Moment& to) {
-    const auto seconds = [](const common::Moment& m) {
-        return static_cast<double>(common::days_from_epoch(m.date)) * 86400.0 + m.time.hour * 3600.0 +
-               m.time.minute * 60.0 + m.time.second + m.time.millisecond / 1000.0;
-    };
-    return seconds(to) - seconds(from);
-}
-
 }  // namespace
 
 Environment Environment::here(int argc, const char* const* argv) {
@@ -92,7 +84,7 @@ void StartUp::prepare_files() {
 // a second counts as none. If the system does not let the program set the clock, the difference is logged.
 void StartUp::set_clock() {
     const common::Moment server = database::moment_of(connection_->scalar("select getdate()"));
-    const double difference = seconds_between(services_.clock.now(), server);
+    const double difference = common::seconds_between(services_.clock.now(), server);
     if (difference > -1 && difference < 1) {
         progress("clock as the server's");
     } else if (services_.clock.set(server)) {
