@@ -56,6 +56,9 @@ class Error : public std::runtime_error {
     Kind kind_;
 };
 
+// The SQLSTATE of a row whose key is there already.
+inline constexpr std::string_view key_violated = "23000";
+
 // Each text is a sentence with the cause and a sentence with what to do.
 namespace message {
 

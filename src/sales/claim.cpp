@@ -30,8 +30,6 @@ constexpr milliseconds pause(25);
 // More attempts than competing tills can use up.
 constexpr int most_attempts = 100;
 
-constexpr std::string_view key_violated = "23000";
-
 std::int64_t random_id() {
     std::random_device source;
     return std::uniform_int_distribution<std::int64_t>(1, 0x7fffffff)(source);
@@ -126,7 +124,7 @@ bool Claims::write(const Invoice& invoice) {
         });
         return true;
     } catch (const database::Error& error) {
-        if (error.sqlstate() != key_violated) throw;
+        if (error.sqlstate() != database::key_violated) throw;
         return false;
     }
 }
@@ -140,7 +138,7 @@ void Claims::draw_number(const Invoice& invoice) {
         if (next_invoice_number(connection_, invoice) <= number_) return;
         unless_missing([&] { forget(id_); });
     }
-    throw database::Error(std::string(key_violated), "other tills claimed every number", "");
+    throw database::Error(std::string(database::key_violated), "other tills claimed every number", "");
 }
 
 Claims::Look Claims::look_at_stock(const Invoice& invoice) {

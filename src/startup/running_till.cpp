@@ -28,7 +28,7 @@ std::optional<std::string> RunningTill::claim(database::Connection& connection) 
             connection.execute(Sql("insert into till_running (cash_no, place, seen) select ") + cash_point_ +
                                ", " + quoted(place_) + ", getdate()");
         } catch (const database::Error& error) {
-            if (error.sqlstate() != "23000") throw;
+            if (error.sqlstate() != database::key_violated) throw;
             other = database::text_of(
                 connection.scalar(Sql("select place from till_running where cash_no = ") + cash_point_));
         }
