@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -55,6 +56,13 @@ inline constexpr int unit_cost = 19;
 inline constexpr int returnable = 20;  // most that may be returned on this line, in its unit; empty: no limit
 inline constexpr int count = 25;
 }  // namespace column
+
+// Prices keep their decimals, and binary numbers do not hold them exactly.
+inline bool is_same_price(double one, double other) {
+    return std::abs(one - other) < 1e-6;
+}
+// How far two discounts may differ that are each rounded to piastres.
+inline constexpr double two_roundings = 0.015;
 
 enum class SourceKind { selling_store = 1, other_store = 3 };
 

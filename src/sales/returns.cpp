@@ -109,9 +109,8 @@ bool may_come_back(const Line& sold) {
 // Returns true if a returned line was in the unit of a sold line, at its price and with its share of the
 // discount.
 bool is_part_of(const SavedLine& returned, const Line& sold) {
-    constexpr double two_roundings = 0.015;
     const double share = sold.sold_discount * returned.base_quantity / sold.base_quantity();
-    return returned.factor == sold.factor && std::abs(returned.price - sold.price) < 1e-6 &&
+    return returned.factor == sold.factor && is_same_price(returned.price, sold.price) &&
            std::abs(returned.discount - share) < two_roundings;
 }
 

@@ -15,16 +15,9 @@ namespace {
 
 using signin::Action;
 
-constexpr double same_price = 1e-6;
-constexpr double two_roundings = 0.015;
-
-bool is_price(double price, double of) {
-    return std::abs(price - of) < same_price;
-}
-
 bool has_granted_price(const Line& line) {
     return line.granted && line.quantity <= line.granted->quantity &&
-           is_price(line.price, line.granted->price);
+           is_same_price(line.price, line.granted->price);
 }
 
 // The discount that was granted for the line's quantity; for a larger one no more than was granted.
@@ -39,13 +32,13 @@ bool has_card_price(database::Connection& connection, const Invoice& invoice, co
     if (!line.item_code) return false;
     if (line.salver_code != 0) {
         const auto work = load_craftsman_line(connection, line.salver_code, invoice.is_return());
-        return work && work->price && is_price(line.price, *work->price);
+        return work && work->price && is_same_price(line.price, *work->price);
     }
     const auto item = load_item(connection, *line.item_code, unit_level_of(line.unit_code));
     if (!item || item->factor != line.factor) return false;
     for (int level = retail_level; level <= last_level; ++level) {
         const auto price = entry_price(*item, level);
-        if (price && is_price(line.price, *price)) return true;
+        if (price && is_same_price(line.price, *price)) return true;
     }
     return false;
 }
