@@ -48,7 +48,7 @@ void VoucherRows::undo() {
 void VoucherRows::take_back(VoucherStep step, const std::string& noted) {
     const VoucherKey key = save_.key();
     if (step == VoucherStep::balance) {
-        move_balance(connection_, key.party_kind, key.party, -nlohmann::json::parse(noted).get<double>());
+        move_balance(connection_, key.party_kind, key.party, -common::from_json_text<double>(noted));
     } else if (save_.former) {
         restore_row(noted);
     } else {
@@ -98,7 +98,7 @@ std::string VoucherRows::move_party() {
     const double by =
         effect_on_balance(record.kind, record.party_kind, record.method, key.amount.value()) - save_.moved;
     balance_ = move_balance(connection_, key.party_kind, key.party, by);
-    return nlohmann::json(by).dump();
+    return common::json_text(by);
 }
 
 }  // namespace accounts

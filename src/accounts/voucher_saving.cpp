@@ -4,7 +4,7 @@
 
 #include "accounts/messages.h"
 #include "accounts/voucher_rows.h"
-#include "common/json.h"
+#include "database/resumption.h"
 
 namespace accounts {
 
@@ -21,8 +21,6 @@ TALLVEX_JSON(VoucherToSave, record, id, former, moved)
 
 namespace {
 
-// The log's code of lines about saving.
-constexpr std::string_view log_code = "250";
 constexpr std::string_view journal_kind = "voucher";
 
 // What a voucher adds to its party's balance, unrounded: rows of other programs may hold more decimals.
@@ -33,22 +31,7 @@ double effect_of(const database::Row& voucher) {
 }
 
 VoucherToSave read_save(const JournalEntry& entry) {
-    return nlohmann::json::parse(entry.content).get<VoucherToSave>();
-}
-
-void finish_voucher(Connection& connection, JournalEntry& entry) {
-    const VoucherToSave save = read_save(entry);
-    Journal journal(connection);
-    journal.resume(entry.id);
-    VoucherRows(connection, journal, save).write();
-    journal.end();
-}
-
-void undo_voucher(Connection& connection, const JournalEntry& entry) {
-    const VoucherToSave save = read_save(entry);
-    Journal journal(connection);
-    journal.resume(entry.id);
-    VoucherRows(connection, journal, save).undo();
+    return common::from_json_text<VoucherToSave>(entry.content);
 }
 
 std::string log_name_of(const JournalEntry& entry) {
@@ -58,7 +41,9 @@ std::string log_name_of(const JournalEntry& entry) {
 
 }  // namespace
 
-const database::Resumption voucher_resumption = {journal_kind, log_name_of, finish_voucher, undo_voucher};
+const database::Resumption voucher_resumption = {journal_kind, log_name_of,
+                                                 database::finish_rows<VoucherToSave, VoucherRows>,
+                                                 database::undo_rows<VoucherToSave, VoucherRows>};
 
 VoucherKey VoucherToSave::key() const {
     VoucherKey made = record.key();
@@ -128,7 +113,7 @@ SavedVoucher VoucherSaving::run(const VoucherToSave& save) {
     SavedVoucher saved{key, Outcome::saved, VoucherStep::none, {}};
     const std::string in_log = "save of " + log_name(save.record.kind, key);
     services_.log.log_event(in_log + " begins, amount " + key.amount.text() + ", number " + key.number,
-                            log_code);
+                            common::saving_code);
     JournalEntry entry{
         0,
         session_.store_code,
@@ -138,7 +123,7 @@ SavedVoucher VoucherSaving::run(const VoucherToSave& save) {
                     save.record.kind == VoucherKind::receipt ? "إيصال مقبوضات" : "إيصال مدفوعات", key.number,
                     key.amount.text()),
         services_.clock.now(),
-        nlohmann::json(save).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace)};
+        common::json_text(save)};
     Journal journal(connection_);
     VoucherRows rows(connection_, journal, save);
     try {
@@ -148,7 +133,7 @@ SavedVoucher VoucherSaving::run(const VoucherToSave& save) {
         connection_.make_durable();
         saved.finished = rows.finished();
         saved.balance = rows.balance();
-        services_.log.log_event(in_log + " finished", log_code);
+        services_.log.log_event(in_log + " finished", common::saving_code);
     } catch (const std::exception& error) {
         saved.finished = rows.finished();
         entry.id = journal.id();
@@ -164,7 +149,7 @@ void VoucherSaving::stop(const VoucherToSave& save, JournalEntry& entry, SavedVo
     services_.log.log_event("save of " + log_name(save.record.kind, saved.key) + " stopped, " +
                                 (nothing ? "nothing saved, " : "") + "last finished step: " +
                                 std::string(name_of(saved.finished)) + ": " + error.what(),
-                            log_code);
+                            common::saving_code);
     if (entry.id == 0) {
         if (saved.finished == VoucherStep::none) throw;
         saved.outcome = Outcome::partly;

@@ -176,7 +176,8 @@ void note_mended(Tool& tool) {
     const std::filesystem::path file = log_file(tool.shop);
     std::error_code ignored;
     std::filesystem::create_directories(file.parent_path(), ignored);
-    startup::ActivityLog(file.parent_path().parent_path(), tool.clock).log_event(mended_line, "250");
+    startup::ActivityLog(file.parent_path().parent_path(), tool.clock)
+        .log_event(mended_line, common::saving_code);
     if (!std::filesystem::exists(file)) throw Refused(file.string() + " cannot be written");
     tool.out << "the saves that stopped before now count as mended\n";
 }

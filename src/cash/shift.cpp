@@ -53,7 +53,6 @@ std::int64_t next_shift_number(database::Connection& connection, std::int64_t st
 namespace {
 
 // Object names of the fields that a refusal may name.
-constexpr std::string_view log_code = "250";  // of lines about saving
 constexpr char worker_field[] = "shift_worker";
 constexpr char time_field[] = "shift_time";
 constexpr char counted_field[] = "shift_counted";
@@ -205,7 +204,7 @@ std::optional<Refusal> ShiftStart::write(const ShiftToSave& save) {
 std::optional<Refusal> ShiftStart::stopped(database::JournalEntry& unfinished, const ShiftToSave& save,
                                            const std::exception& error) {
     if (unfinished.id == 0) throw;  // nothing can be finished or undone
-    services_.log.log_event("save of " + log_name(save) + " stopped, " + error.what(), log_code);
+    services_.log.log_event("save of " + log_name(save) + " stopped, " + error.what(), common::saving_code);
     switch (database::settle(connection_, services_, unfinished, shift_resumption, database::Paper::none,
                              &error)) {
         case database::Settled::finished:

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "common/json.h"
 #include "database/recordset.h"
+#include "database/resumption.h"
 
 namespace cash {
 
@@ -32,22 +32,7 @@ constexpr std::string_view journal_kind = "shift";
 enum Step { transfer_cash = 1, end_shift = 2, start_shift = 3 };
 
 ShiftToSave read_save(const JournalEntry& entry) {
-    return nlohmann::json::parse(entry.content).get<ShiftToSave>();
-}
-
-void finish_shift(Connection& connection, JournalEntry& entry) {
-    const ShiftToSave save = read_save(entry);
-    Journal journal(connection);
-    journal.resume(entry.id);
-    ShiftRows(connection, journal, save).write();
-    journal.end();
-}
-
-void undo_shift(Connection& connection, const JournalEntry& entry) {
-    const ShiftToSave save = read_save(entry);
-    Journal journal(connection);
-    journal.resume(entry.id);
-    ShiftRows(connection, journal, save).undo();
+    return common::from_json_text<ShiftToSave>(entry.content);
 }
 
 std::string log_name_of(const JournalEntry& entry) {
@@ -63,13 +48,15 @@ Sql rows_of(const Drawer& drawer, std::int64_t number) {
 
 }  // namespace
 
-const database::Resumption shift_resumption = {journal_kind, log_name_of, finish_shift, undo_shift};
+const database::Resumption shift_resumption = {journal_kind, log_name_of,
+                                               database::finish_rows<ShiftToSave, ShiftRows>,
+                                               database::undo_rows<ShiftToSave, ShiftRows>};
 
 JournalEntry entry_of(const ShiftToSave& save, const common::Moment& begun) {
     const std::string title = save.closed ? fmt::format("إغلاق الوردية رقم {}", save.closed->number)
                                           : fmt::format("بدء الوردية رقم {}", save.started->number);
-    return {0,     save.drawer.store,          save.drawer.code, std::string(journal_kind), title,
-            begun, nlohmann::json(save).dump()};
+    return {0,     save.drawer.store,      save.drawer.code, std::string(journal_kind), title,
+            begun, common::json_text(save)};
 }
 
 std::string log_name(const ShiftToSave& save) {
@@ -122,11 +109,11 @@ std::string ShiftRows::close_shift() {
         rows.update();
         closed.push_back(rows.moment("s_date"));
     }
-    return nlohmann::json(closed).dump();
+    return common::json_text(closed);
 }
 
 void ShiftRows::reopen_shift(const std::string& noted) {
-    const auto closed = nlohmann::json::parse(noted).get<std::vector<common::Moment>>();
+    const auto closed = common::from_json_text<std::vector<common::Moment>>(noted);
     Recordset rows(connection_, Sql("select *") + rows_of(save_.drawer, save_.closed->number));
     for (; !rows.at_end(); rows.move_next()) {
         if (std::find(closed.begin(), closed.end(), rows.moment("s_date")) == closed.end()) continue;

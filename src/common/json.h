@@ -4,6 +4,8 @@
 
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "common/amount.h"
 #include "common/date_time.h"
@@ -33,6 +35,17 @@ struct adl_serializer<std::optional<T>> {
 }  // namespace nlohmann
 
 namespace common {
+
+// A value as a text. Bytes that are no UTF-8 become replacement characters.
+template <typename T>
+std::string json_text(const T& value) {
+    return nlohmann::json(value).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+// Throws std::exception for a text that holds no such value.
+template <typename T>
+T from_json_text(std::string_view text) {
+    return nlohmann::json::parse(text).get<T>();
+}
 
 TALLVEX_JSON(Date, year, month, day)
 TALLVEX_JSON(TimeOfDay, hour, minute, second, millisecond)

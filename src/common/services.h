@@ -36,6 +36,9 @@ class Log {
     virtual void log_event(std::string_view message, std::string_view code) = 0;
 };
 
+// The log's code of lines about saving.
+inline constexpr std::string_view saving_code = "250";
+
 struct Services {
     Prompts& prompts;
     Clock& clock;

@@ -6,9 +6,6 @@ namespace database {
 
 namespace {
 
-// The log's code of lines about saving.
-constexpr std::string_view log_code = "250";
-
 // "The save of …" "did not come to its end."
 constexpr std::string_view save_of = "لم يكتمل حفظ ";
 // What each answer does: finish writes what is missing, …, and prints nothing; undo removes what was written,
@@ -55,14 +52,14 @@ void finish(Connection& connection, common::Log& log, JournalEntry& entry, const
     how.finish(connection, entry);
     connection.make_durable();
     const std::string written = log_name(entry, &how);
-    if (written != name) log.log_event(recorded + written, log_code);
-    log.log_event(log_text(entry, how, "finished"), log_code);
+    if (written != name) log.log_event(recorded + written, common::saving_code);
+    log.log_event(log_text(entry, how, "finished"), common::saving_code);
 }
 
 void undo(Connection& connection, common::Log& log, const JournalEntry& entry, const Resumption& how) {
     how.undo(connection, entry);
     connection.make_durable();
-    log.log_event(log_text(entry, how, "undone"), log_code);
+    log.log_event(log_text(entry, how, "undone"), common::saving_code);
 }
 
 Settled settle(Connection& connection, const common::Services& services, JournalEntry& entry,
@@ -79,7 +76,8 @@ Settled settle(Connection& connection, const common::Services& services, Journal
         }
         undo(connection, services.log, entry, how);
     } catch (const std::exception& error) {
-        services.log.log_event(log_text(entry, how, log_line("stays unfinished", error)), log_code);
+        services.log.log_event(log_text(entry, how, log_line("stays unfinished", error)),
+                               common::saving_code);
         services.prompts.message(with_reason(left_open, error), common::Icon::critical);
         return Settled::left;
     }

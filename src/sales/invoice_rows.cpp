@@ -115,7 +115,7 @@ void InvoiceRows::write() {
     });
     fetch_from_other_stores();
     step(SaveStep::stock, any([](const Line& line) { return line.moves_stock(); }),
-         [this] { return nlohmann::json(move_stock()).dump(); });
+         [this] { return common::json_text(move_stock()); });
     step(SaveStep::craftsman_lines, any([](const Line& line) { return line.salver_code != 0; }), [this] {
         move_craftsman_lines(false);
         return std::string();
@@ -158,12 +158,12 @@ void InvoiceRows::take_back(int number, const std::string& noted) {
             break;
         case SaveStep::transfers: {
             const auto row = static_cast<std::size_t>(number % transfer_steps);
-            stock::undo_transfer(connection_, nlohmann::json::parse(noted).get<stock::Transfer>(),
+            stock::undo_transfer(connection_, common::from_json_text<stock::Transfer>(noted),
                                  transfer_of(invoice_, invoice_.lines.at(row)));
             break;
         }
         case SaveStep::stock:
-            for (const StockChange& change : nlohmann::json::parse(noted).get<StockChanges>())
+            for (const StockChange& change : common::from_json_text<StockChanges>(noted))
                 sales::undo(connection_, invoice_.store, change);
             break;
         case SaveStep::craftsman_lines:
@@ -300,7 +300,7 @@ void InvoiceRows::fetch_from_other_stores() {
         if (!line.is_supplied() || !line.item_code) continue;
         batches_.forget(*line.item_code);
         journal_.once(step_number(SaveStep::transfers) + static_cast<int>(row), [&] {
-            return nlohmann::json(stock::transfer_for_line(connection_, transfer_of(invoice_, line))).dump();
+            return common::json_text(stock::transfer_for_line(connection_, transfer_of(invoice_, line)));
         });
     }
     finished_ = SaveStep::transfers;
@@ -353,12 +353,12 @@ std::string InvoiceRows::take_off_reservations() {
         connection_.execute(Sql("Update reservd set quan1 = quan1 - ") + line.base_quantity() +
                             " , quan = quan - " + line.base_quantity() + reserved);
     }
-    return nlohmann::json(lowered).dump();
+    return common::json_text(lowered);
 }
 
 // Two lines may have lowered the same reservation: the last one is taken back first.
 void InvoiceRows::reserve_again(std::string_view noted) {
-    auto lowered = nlohmann::json::parse(noted).get<std::vector<Lowered>>();
+    auto lowered = common::from_json_text<std::vector<Lowered>>(noted);
     std::ranges::reverse(lowered);
     for (const Lowered& one : lowered) {
         Recordset rows(connection_, Sql("select * from reservd where icode = ") + one.item +

@@ -24,11 +24,11 @@ TALLVEX_JSON(PaymentTaken, paid, change)
 TALLVEX_JSON(InvoiceToSave, invoice, payment, moment, shift, user, user_name, cash_point, claim)
 
 std::string text_of(const InvoiceToSave& save) {
-    return nlohmann::json(save).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    return common::json_text(save);
 }
 
 InvoiceToSave read_invoice_to_save(std::string_view text) {
-    return nlohmann::json::parse(text).get<InvoiceToSave>();
+    return common::from_json_text<InvoiceToSave>(text);
 }
 
 }  // namespace sales

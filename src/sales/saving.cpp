@@ -11,9 +11,6 @@ namespace sales {
 
 namespace {
 
-// The log's code of lines about saving.
-constexpr std::string_view log_code = "250";
-
 // `tallvex-admin check` finds the saves that never ended by these lines of the log.
 std::string in_log(const Invoice& invoice) {
     return "save of " + log_name(key_of(invoice));
@@ -52,7 +49,7 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
         print(save);
         invoice.number = save.invoice.number;
         write(save);
-        services_.log.log_event(in_log(invoice) + " finished", log_code);
+        services_.log.log_event(in_log(invoice) + " finished", common::saving_code);
         if (!sold_elsewhere_.empty()) {
             services_.prompts.message(std::string(message::sold_elsewhere) + sold_elsewhere_ +
                                           std::string(message::sold_elsewhere_advice),
@@ -66,7 +63,7 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
 
 void Saving::log_begin(const Invoice& invoice) {
     services_.log.log_event(in_log(invoice) + " begins, lines " + std::to_string(invoice.lines.size()),
-                            log_code);
+                            common::saving_code);
 }
 
 void Saving::print(InvoiceToSave& save) {
@@ -96,7 +93,7 @@ void Saving::record(const InvoiceToSave& save) {
 // A till that knows no claims may have saved the number while the receipt was printing.
 void Saving::take_another_number(Invoice& invoice) {
     services_.log.log_event(in_log(invoice) + " stopped, nothing saved, another till used its number",
-                            log_code);
+                            common::saving_code);
     services_.prompts.message(std::string(message::partly_number) + std::to_string(invoice.number) +
                                   std::string(message::number_taken),
                               common::Icon::exclamation);
@@ -124,7 +121,7 @@ void Saving::note_goods_sold_elsewhere(const Invoice& invoice, const Line* line)
     sold_elsewhere_ = line->name;
     services_.log.log_event(log_name(key_of(invoice)) + " sells more than the stock: another till sold \"" +
                                 line->name + "\" while the receipt was printing",
-                            log_code);
+                            common::saving_code);
 }
 
 // What stays in the journal keeps its claim until it is finished or undone.
@@ -135,7 +132,7 @@ SaveOutcome Saving::stopped(Invoice& invoice, const std::exception& error) {
     services_.log.log_event(in_log(invoice) + " stopped, " + (nothing ? "nothing saved, " : "") +
                                 "last finished step: " + std::string(name_of(left_.finished)) + ": " +
                                 error.what(),
-                            log_code);
+                            common::saving_code);
     if (left_.journal_id == 0 && !database::may_have_run(error)) claims_.release();
     if (nothing) {
         services_.prompts.message(
