@@ -29,6 +29,41 @@ std::optional<Row> Connection::last_row(const Sql& statement) {
     return result.rows().back();
 }
 
+std::vector<Connection::Outcome> Connection::run_all(const std::vector<Command>& commands) {
+    std::vector<Outcome> outcomes;
+    outcomes.reserve(commands.size());
+    try {
+        for (const Command& command : commands) {
+            Outcome outcome = run(command.text(), command.values());
+            if (command.must_change() && outcome.changed == 0) throw unchanged(command);
+            outcomes.push_back(std::move(outcome));
+        }
+    } catch (const Error& error) {
+        roll_back_begun(commands, outcomes.size());
+        throw BatchError(error, outcomes.size());
+    }
+    return outcomes;
+}
+
+void Connection::roll_back_begun(const std::vector<Command>& commands, std::size_t done) noexcept {
+    bool is_open = false;
+    for (std::size_t i = 0; i < done; ++i) {
+        const std::string& text = commands[i].text();
+        if (text == "begin transaction") is_open = true;
+        if (text == "commit transaction" || text == "rollback transaction") is_open = false;
+    }
+    if (!is_open) return;
+    try {
+        run("rollback transaction", {});
+    } catch (const Error&) {
+        // It was rolled back already.
+    }
+}
+
+Error Connection::unchanged(const Command& command) {
+    return {"40001", "The row was changed or deleted by another workstation.", command.text()};
+}
+
 std::vector<std::string> Connection::tables() {
     std::vector<std::string> names;
     for (const Row& row : query("select name from sys.tables where is_ms_shipped = 0 order by name"))

@@ -71,6 +71,33 @@ class Result {
     std::vector<Row> rows_;
 };
 
+// A statement of a batch.
+class Command {
+  public:
+    Command(const Sql& statement) : text_(statement.text()) {}  // a statement is a command without values
+    // A statement with "?" in place of values.
+    Command(Fragment statement, std::vector<Value> values)
+        : text_(statement.text()), values_(std::move(values)) {}
+    // The same; the text is joined from fragments.
+    Command(const Sql& statement, std::vector<Value> values)
+        : text_(statement.text()), values_(std::move(values)) {}
+
+    // The statement fails with Error 40001 if it changes no row.
+    Command that_must_change() && {
+        must_change_ = true;
+        return std::move(*this);
+    }
+
+    const std::string& text() const { return text_; }
+    const std::vector<Value>& values() const { return values_; }
+    bool must_change() const { return must_change_; }
+
+  private:
+    std::string text_;
+    std::vector<Value> values_;
+    bool must_change_ = false;
+};
+
 class Connection {
   public:
     Connection() = default;
@@ -121,6 +148,17 @@ class Connection {
     // Runs one statement with its values. Throws Error. For Recordset and tests; everything else calls
     // query() or execute().
     virtual Outcome run(std::string_view statement, const std::vector<Value>& values) = 0;
+
+    // Runs statements in their order, on a server in one journey, and returns what each gave. Stops at the
+    // first that fails: throws BatchError, and a transaction that the batch began is rolled back if it is
+    // open. "begin transaction" and "commit transaction" may be among the statements.
+    virtual std::vector<Outcome> run_all(const std::vector<Command>& commands);
+
+  protected:
+    // Rolls a transaction back that the first `done` commands began and did not end.
+    void roll_back_begun(const std::vector<Command>& commands, std::size_t done) noexcept;
+    // Error 40001 about a command that changed no row.
+    static Error unchanged(const Command& command);
 };
 
 // Begins with the object and is rolled back with it unless commit() was called.

@@ -56,6 +56,17 @@ class Error : public std::runtime_error {
     Kind kind_;
 };
 
+// A batch that stopped. The statements before position() have run; those after it have not. If the connection
+// was lost or the answer came late, later ones may have run as well.
+class BatchError : public Error {
+  public:
+    BatchError(const Error& error, std::size_t position) : Error(error), position_(position) {}
+    std::size_t position() const { return position_; }
+
+  private:
+    std::size_t position_;
+};
+
 // The SQLSTATE of a row whose key is there already.
 inline constexpr std::string_view key_violated = "23000";
 

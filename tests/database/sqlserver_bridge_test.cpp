@@ -6,6 +6,7 @@
 #include <chrono>
 #include <thread>
 
+#include "database/embedded/open.h"
 #include "database/recordset.h"
 #include "database/sqlserver/open.h"
 #include "support/shop.h"
@@ -145,6 +146,91 @@ TEST_F(Bridge, CountsAndFailuresAreTheServers) {
         }),
         HasSubstr("23000"));
     EXPECT_EQ(bridge.logins(), 1);
+}
+
+// What a batch promises, on both engines: the order, results and counts, the stop at the first failure, and
+// that a transaction which it began does not stay open.
+void try_batches(Connection& connection) {
+    using database::Sql;
+    connection.execute(
+        "create table stk (code int not null primary key, name nvarchar(50), quan float, made "
+        "datetime)");
+    const auto made = common::Moment{{2026, 11, 21}, {23, 59, 58, 990}};
+    const auto outcomes = connection.run_all(
+        {Sql("begin transaction"),
+         {"insert into stk values (?,?,?,?), (2,null,?,null)",
+          {std::int64_t{1}, "شاي? 'و' -- بن", 0.1 + 0.2, made, -1e-7}},
+         Sql("commit transaction"),
+         Sql("select * from stk order by code"),
+         Sql("delete from stk where code = 9"),
+         database::Command(Sql("update stk set quan = 5 where code < 3")).that_must_change()});
+    ASSERT_EQ(outcomes.size(), 6U);
+    EXPECT_THAT(
+        (std::vector{outcomes[1].changed, outcomes[3].changed, outcomes[4].changed, outcomes[5].changed}),
+        ElementsAre(2, 0, 0, 2));
+    const std::vector<Value> first = {std::int64_t{1}, "شاي? 'و' -- بن", 0.1 + 0.2, made};
+    ASSERT_EQ(outcomes[3].result.size(), 2U);
+    EXPECT_TRUE(outcomes[3].result.front().cells() == first);
+    EXPECT_EQ(outcomes[3].result.rows()[1].number("quan"), -1e-7);
+    EXPECT_TRUE(outcomes[5].result.empty());
+
+    const Sql begin("begin transaction");
+    const Sql commit("commit transaction");
+    const auto added = [](int code) { return Sql("insert into stk (code) values (") + code + ")"; };
+    const struct {
+        std::vector<database::Command> commands;
+        const char* sqlstate;
+        std::size_t position;
+        const char* codes;
+    } cases[] = {
+        {{added(3), added(3), added(4)}, "23000", 1, "1 2 3 "},
+        {{begin, added(4), commit, begin, added(5), added(5), commit}, "23000", 5, "1 2 3 4 "},
+        {{begin, added(5),
+          database::Command(Sql("update stk set quan = 1 where code = 9")).that_must_change(), commit,
+          added(6)},
+         "40001",
+         2,
+         "1 2 3 4 "},
+        {{added(5), Sql("select * from nowhere"), added(6)}, "42S02", 1, "1 2 3 4 5 "},
+        {{begin, added(6), database::Command(Sql("delete from stk where code = 9")).that_must_change()},
+         "40001",
+         2,
+         "1 2 3 4 5 "},
+    };
+    for (const auto& [commands, sqlstate, position, codes] : cases) {
+        try {
+            connection.run_all(commands);
+            ADD_FAILURE() << "no error " << sqlstate;
+        } catch (const database::BatchError& error) {
+            EXPECT_EQ(error.sqlstate(), sqlstate);
+            EXPECT_EQ(error.position(), position);
+            EXPECT_EQ(error.statement(), commands[position].text());
+        }
+        std::string left;
+        for (const auto& row : connection.query("select code from stk order by code"))
+            left += row.text("code") + " ";
+        EXPECT_EQ(left, codes);
+        connection.execute(begin);  // none is open
+        connection.execute(commit);
+    }
+}
+
+TEST_F(Bridge, ABatchKeepsItsPromises) {
+    const auto connection = open();
+    try_batches(*connection);
+    const auto shop = database::open_embedded(folder.path() / "own.db", true);
+    try_batches(*shop);
+    // A batch whose answer is lost has its first statements behind it, and connects anew.
+    for (const auto failure : {TdsBridge::Failure::cut, TdsBridge::Failure::run_and_cut}) {
+        bridge.fail_next("set quan = 8", failure);
+        EXPECT_THAT(failure_of([&] {
+                        connection->run_all({database::Sql("update stk set quan = 7"),
+                                             database::Sql("update stk set quan = 8")});
+                    }),
+                    HasSubstr("08S01"));
+        EXPECT_EQ(database::number_of(connection->scalar("select quan from stk where code = 1")),
+                  failure == TdsBridge::Failure::cut ? 7 : 8);
+    }
 }
 
 TEST_F(Bridge, WhoMayNotComeInIsTold) {

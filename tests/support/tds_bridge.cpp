@@ -12,6 +12,7 @@
 
 #include "common/text.h"
 #include "database/embedded/open.h"
+#include "database/sqlserver/odbc_text.h"
 #include "support/tds_bytes.h"
 #include "support/tds_catalogue.h"
 #include "support/tds_messages.h"
@@ -48,6 +49,13 @@ ServerError numbered(const Error& error) {
     return {"HY000", any_other, 16};
 }
 
+// What a batch tells after each statement.
+std::string rows_result(std::int64_t changed) {
+    const auto columns = std::make_shared<const database::Columns>(
+        std::vector<std::string>{std::string(database::batch_rows)});
+    return result({columns, {{columns, {changed}}}}, {{Type::whole, 4}});
+}
+
 bool changes_rows(std::string_view text) {
     text = common::trim(text);
     for (const std::string_view word : {"insert", "update", "delete"})
@@ -69,6 +77,7 @@ class Session {
     std::string answer(const Message& message);
     std::string answer_statement(std::string_view text, const std::vector<database::Value>& values,
                                  bool in_call);
+    std::string answer_batch(std::string_view text);
     std::string answer_call(const Call& call);
     std::string result_of(const Statement& statement, bool in_call);
 
@@ -76,6 +85,10 @@ class Session {
     int number_;
     int socket_;
     bool cut_ = false;
+    // Of the last statement.
+    bool failed_ = false;
+    std::int64_t changed_ = 0;
+    bool more_follows_ = false;  // the running statement is not the last of its batch
     std::unique_ptr<database::Connection> shop_;
 };
 
@@ -120,13 +133,38 @@ std::string Session::answer(const Message& message) {
             return done_cancelled();
         case batch:
             if (shop_ == nullptr) throw Malformed();
-            return answer_statement(read_batch(message.body), {}, false);
+            return answer_batch(read_batch(message.body));
         case call:
             if (shop_ == nullptr) throw Malformed();
             return answer_call(read_call(message.body));
         default:
             throw Malformed();
     }
+}
+
+// A batch of the program's connection is run statement by statement, as its text asks for. Any other text is
+// one statement.
+std::string Session::answer_batch(std::string_view text) {
+    if (!text.starts_with(database::batch_opening)) return answer_statement(text, {}, false);
+    text.remove_prefix(database::batch_opening.size());
+    std::string answer;
+    while (!text.empty()) {
+        const auto end = text.find(database::batch_mark);
+        if (end == text.npos) throw Malformed();
+        failed_ = false;
+        more_follows_ = true;
+        const std::string part = answer_statement(text.substr(0, end), {}, false);
+        more_follows_ = false;
+        if (part.empty()) return {};  // silence, or the connection is cut
+        answer += part;
+        if (failed_) return answer;
+        text.remove_prefix(end + database::batch_mark.size());
+        const bool must_change = text.starts_with(database::batch_must_change);
+        if (must_change) text.remove_prefix(database::batch_must_change.size());
+        if (must_change && changed_ == 0) text = {};
+        answer += rows_result(changed_) + done(1, true, !text.empty());
+    }
+    return answer;
 }
 
 std::string Session::answer_statement(std::string_view text, const std::vector<Value>& values, bool in_call) {
@@ -138,6 +176,7 @@ std::string Session::answer_statement(std::string_view text, const std::vector<V
     try {
         return result_of({std::string(text), values}, in_call);
     } catch (const Error& failure) {
+        failed_ = true;
         const ServerError number = numbered(failure);
         const auto say = in_call ? error_in_call : error;
         const std::string answer = say(number.number, number.severity, failure.what());
@@ -148,10 +187,12 @@ std::string Session::answer_statement(std::string_view text, const std::vector<V
 
 std::string Session::result_of(const Statement& statement, bool in_call) {
     const auto end = [&](std::uint64_t rows, bool counted) {
-        return in_call ? done_in_call(rows, counted) + call_status() + done_call() : done(rows, counted);
+        return in_call ? done_in_call(rows, counted) + call_status() + done_call()
+                       : done(rows, counted, more_follows_);
     };
     auto told = ask_catalogue(*shop_, bridge_.file(), statement.text);
     const auto outcome = told ? std::move(*told) : shop_->run(statement.text, statement.values);
+    changed_ = outcome.changed;
     if (outcome.result.columns().empty())
         return end(static_cast<std::uint64_t>(outcome.changed), changes_rows(statement.text));
     return result(outcome.result, types_of(*shop_, statement, outcome.result)) +

@@ -69,8 +69,9 @@ std::string login_answer(std::string_view database) {
     return answer + change(packet_change, "4096", "4096") + done(0, false);
 }
 
-std::string done(std::uint64_t rows, bool counted) {
-    return ending(done_token, counted ? has_count : 0, rows);
+std::string done(std::uint64_t rows, bool counted, bool more) {
+    return ending(done_token,
+                  static_cast<std::uint16_t>((counted ? has_count : 0) | (more ? more_follows : 0)), rows);
 }
 
 std::string done_in_call(std::uint64_t rows, bool counted) {

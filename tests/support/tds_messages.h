@@ -45,8 +45,9 @@ extern const std::string prelogin_answer;
 // A log-in that succeeded: the database in use, the language, the packet size.
 std::string login_answer(std::string_view database);
 
-// The end of a statement. `counted`: the statement changes or gives rows.
-std::string done(std::uint64_t rows = 0, bool counted = true);
+// The end of a statement. `counted`: the statement changes or gives rows; `more`: another statement of the
+// batch follows.
+std::string done(std::uint64_t rows = 0, bool counted = true, bool more = false);
 // The same for a statement in a call, and the end of the call.
 std::string done_in_call(std::uint64_t rows, bool counted);
 std::string call_status();

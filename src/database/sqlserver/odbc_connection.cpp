@@ -267,6 +267,34 @@ Connection::Outcome OdbcConnection::run(std::string_view statement, const std::v
     });
 }
 
+std::vector<Connection::Outcome> OdbcConnection::run_all(const std::vector<Command>& commands) {
+    std::vector<Outcome> outcomes;
+    if (commands.empty()) return outcomes;
+    const auto running = [&]() -> const Command& {
+        return commands[std::min(outcomes.size(), commands.size() - 1)];
+    };
+    try {
+        if (!connection_) connect();
+        for (const Command& command : commands)
+            if (changes_tables(command.text())) described_.clear();
+        const std::string sent = batch_text(commands);
+        guarded(sent, std::chrono::seconds(settings_.query_seconds),
+                [&] { run_odbc_batch(connection_.get(), sent, settings_.query_seconds, outcomes); });
+        const bool is_unchanged =
+            !outcomes.empty() && outcomes.back().changed == 0 && commands[outcomes.size() - 1].must_change();
+        if (is_unchanged) {
+            outcomes.pop_back();
+            throw unchanged(running());
+        }
+        if (outcomes.size() < commands.size())
+            throw Error("HY000", "The server stopped without an error.", "");
+        return outcomes;
+    } catch (const Error& error) {
+        if (connection_) roll_back_begun(commands, outcomes.size());
+        throw BatchError({error.sqlstate(), error.what(), running().text(), error.kind()}, outcomes.size());
+    }
+}
+
 Connection::Table OdbcConnection::describe(std::string_view table) {
     const std::string name = bare_name(table);
     if (const auto known = described_.find(name); known != described_.end()) return known->second;

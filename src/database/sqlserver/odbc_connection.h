@@ -101,6 +101,7 @@ class OdbcConnection final : public Connection {
     bool is_embedded() const override { return false; }
     Table describe(std::string_view table) override;
     Outcome run(std::string_view statement, const std::vector<Value>& values) override;
+    std::vector<Outcome> run_all(const std::vector<Command>& commands) override;
 
   private:
     void connect();

@@ -289,6 +289,27 @@ Connection::Outcome run_odbc_statement(SQLHDBC connection, std::string_view text
     return {result ? std::move(*result) : empty_result(), changed};
 }
 
+void run_odbc_batch(SQLHDBC connection, std::string_view text, int seconds,
+                    std::vector<Connection::Outcome>& outcomes) {
+    const Statement statement(connection, seconds);
+    std::vector<SQLWCHAR> wide = to_wide(text);
+    std::optional<Result> result;  // of the running statement
+    SQLRETURN answer = statement.check(SQLExecDirectW(statement.get(), wide.data(), SQL_NTS));
+    do {
+        SQLSMALLINT count = 0;
+        if (answer != SQL_NO_DATA) statement.check(SQLNumResultCols(statement.get(), &count));
+        if (count == 0) continue;
+        Result read = read_result(statement, count);
+        if (read.columns().front() != batch_rows) {
+            result = std::move(read);
+            continue;
+        }
+        const std::int64_t changed = result ? 0 : read.front().integer(batch_rows);
+        outcomes.push_back({result ? std::move(*result) : empty_result(), changed});
+        result.reset();
+    } while ((answer = statement.check(SQLMoreResults(statement.get()))) != SQL_NO_DATA);
+}
+
 Connection::Table describe_odbc_table(SQLHDBC connection, std::string_view table, int seconds) {
     std::vector<SQLWCHAR> wide = to_wide(table);
     const auto rows_of = [&](auto ask) {

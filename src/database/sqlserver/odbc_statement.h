@@ -37,6 +37,10 @@ struct OdbcFailure {
 Connection::Outcome run_odbc_statement(SQLHDBC connection, std::string_view text,
                                        const std::vector<Value>& values, int seconds);
 
+// Runs a text of batch_text() and adds to `outcomes` what each of its statements gave, also before it throws.
+void run_odbc_batch(SQLHDBC connection, std::string_view text, int seconds,
+                    std::vector<Connection::Outcome>& outcomes);
+
 // The columns and the key of a table, from the driver's catalogue. Throws OdbcFailure.
 Connection::Table describe_odbc_table(SQLHDBC connection, std::string_view table, int seconds);
 

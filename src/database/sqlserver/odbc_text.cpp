@@ -1,5 +1,7 @@
 #include "database/sqlserver/odbc_text.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -68,11 +70,17 @@ std::size_t end_of_quoted(std::string_view statement, std::size_t at) {
     return statement.size();
 }
 
-}  // namespace
+// Adds a literal or another piece of a statement.
+void add_piece(std::string& text, std::string_view piece, bool is_literal) {
+    const bool is_wide =
+        std::any_of(piece.begin(), piece.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    if (is_literal && is_wide) text += 'N';
+    std::remove_copy(piece.begin(), piece.end(), std::back_inserter(text), '\0');
+}
 
-std::string server_text(std::string_view statement, const std::vector<Value>& values) {
-    std::string text;
-    text.reserve(statement.size() + 8);
+// Adds a statement. `add_value` adds what stands for the n-th value.
+template <typename AddValue>
+void add_statement(std::string& text, std::string_view statement, std::size_t values, AddValue add_value) {
     std::size_t next_value = 0;
     for (std::size_t at = 0; at < statement.size();) {
         std::size_t end = at + 1;
@@ -86,17 +94,48 @@ std::string server_text(std::string_view statement, const std::vector<Value>& va
             end = end_of_quoted(statement, at);
         }
         const std::string_view piece = statement.substr(at, end - at);
+        if (piece == "?" && next_value < values)
+            add_value(next_value++);
+        else
+            add_piece(text, piece, rest[0] == '\'' && !is_wide_literal(statement, at));
         at = end;
-        if (piece == "?" && next_value < values.size() &&
-            std::holds_alternative<common::Moment>(values[next_value++])) {
-            text += "convert(datetime,?)";
-            continue;
-        }
-        const bool is_wide = std::any_of(piece.begin(), piece.end(),
-                                         [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
-        const std::size_t begin = end - piece.size();
-        if (rest[0] == '\'' && is_wide && !is_wide_literal(statement, begin)) text += 'N';
-        std::remove_copy(piece.begin(), piece.end(), std::back_inserter(text), '\0');
+    }
+}
+
+// A value as a literal of a statement.
+void add_literal(std::string& text, const Value& value) {
+    if (is_null(value)) {
+        text += "null";
+    } else if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+        text += (Sql("") + *whole).text();
+    } else if (const auto* number = std::get_if<double>(&value)) {
+        text += (Sql("") + *number).text();
+    } else if (const auto* moment = std::get_if<common::Moment>(&value)) {
+        text += fmt::format("'{}.{:03}'", common::moment_text(*moment), moment->time.millisecond);
+    } else {
+        add_piece(text, quoted(std::get<std::string>(value)).text(), true);
+    }
+}
+
+}  // namespace
+
+std::string server_text(std::string_view statement, const std::vector<Value>& values) {
+    std::string text;
+    text.reserve(statement.size() + 8);
+    add_statement(text, statement, values.size(), [&](std::size_t value) {
+        text += std::holds_alternative<common::Moment>(values[value]) ? "convert(datetime,?)" : "?";
+    });
+    return text;
+}
+
+std::string batch_text(const std::vector<Command>& commands) {
+    std::string text(batch_opening);
+    for (const Command& command : commands) {
+        const auto& values = command.values();
+        add_statement(text, command.text(), values.size(),
+                      [&](std::size_t value) { add_literal(text, values[value]); });
+        text += batch_mark;
+        if (command.must_change()) text += batch_must_change;
     }
     return text;
 }

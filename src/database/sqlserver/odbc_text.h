@@ -9,8 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "database/error.h"
-#include "database/value.h"
+#include "database/connection.h"
 
 namespace database {
 
@@ -23,6 +22,19 @@ std::string from_wide(const SQLWCHAR* text, std::size_t length);
 // convert(datetime,?): the driver sends moments as datetime2, which a datetime with thousandths never equals
 // on newer servers. Zero characters are left out: the driver would end the statement at the first.
 std::string server_text(std::string_view statement, const std::vector<Value>& values = {});
+
+// Statements as one text: the server stops behind the first that fails, and says after each how many rows it
+// changed, in a result of one column. Values stand in the text, because a call with parameters must end the
+// transactions that it begins, and takes 2,100 at most.
+std::string batch_text(const std::vector<Command>& commands);
+// The parts of such a text: it begins with the first; behind each statement stands the second, and behind one
+// that must change a row the third.
+inline constexpr std::string_view batch_opening = "declare @till_error int, @till_rows int\n";
+inline constexpr std::string_view batch_mark =
+    ";\nselect @till_error = @@error, @till_rows = @@rowcount\n"
+    "if @till_error <> 0 return\nselect @till_rows as till_rows\n";
+inline constexpr std::string_view batch_must_change = "if @till_rows = 0 return\n";
+inline constexpr std::string_view batch_rows = "till_rows";  // the column
 
 // One record of what a driver says about a handle.
 struct Diagnostic {
