@@ -74,11 +74,26 @@ database::Connection::Outcome PlayConnection::run(std::string_view statement,
             throw database::Error(sqlstate_, "failed on purpose", std::string(statement));
         }
     }
+    return by_clock(statement, real_->run(statement, values));
+}
+
+std::vector<database::Connection::Outcome> PlayConnection::run_all(
+    const std::vector<database::Command>& commands) {
+    // A statement that is to kill or to fail must be run by itself.
+    if (!kill_text_.empty() || !fail_text_.empty()) return Connection::run_all(commands);
+    std::vector<Outcome> outcomes = real_->run_all(commands);
+    for (std::size_t i = 0; i < outcomes.size(); ++i)
+        outcomes[i] = by_clock(commands[i].text(), std::move(outcomes[i]));
+    return outcomes;
+}
+
+// The server's time is the play's.
+database::Connection::Outcome PlayConnection::by_clock(std::string_view statement, Outcome outcome) {
     if (statement == "select getdate()") {
         auto columns = std::make_shared<const database::Columns>(std::vector<std::string>{""});
-        return {database::Result(columns, {database::Row(columns, {clock_.now()})}), 0};
+        outcome.result = database::Result(columns, {database::Row(columns, {clock_.now()})});
     }
-    return real_->run(statement, values);
+    return outcome;
 }
 
 }  // namespace play

@@ -65,8 +65,10 @@ class PlayConnection final : public database::Connection {
     Table describe(std::string_view table) override { return real_->describe(table); }
     std::vector<std::string> tables() override { return real_->tables(); }
     Outcome run(std::string_view statement, const std::vector<database::Value>& values) override;
+    std::vector<Outcome> run_all(const std::vector<database::Command>& commands) override;
 
   private:
+    Outcome by_clock(std::string_view statement, Outcome outcome);
     std::unique_ptr<database::Connection> real_;
     common::Clock& clock_;
     std::string kill_text_;  // in lower case, as fail_text_; empty for none

@@ -84,6 +84,7 @@ class Session {
     TdsBridge& bridge_;
     int number_;
     int socket_;
+    int request_ = 0;
     bool cut_ = false;
     // Of the last statement.
     bool failed_ = false;
@@ -98,7 +99,9 @@ void Session::run() {
             const Message message = read_message(socket_);
             if (message.kind == closed) break;
             if (bridge_.network() == TdsBridge::Network::silent) continue;
+            if (message.kind != attention) request_ = bridge_.count_request();
             const std::string bytes = answer(message);
+            std::this_thread::sleep_for(bridge_.latency());
             if (!cut_ && !bytes.empty() && !send_answer(socket_, bytes)) break;
             if (message.kind == login && shop_ == nullptr) break;
         }
@@ -169,7 +172,7 @@ std::string Session::answer_batch(std::string_view text) {
 
 std::string Session::answer_statement(std::string_view text, const std::vector<Value>& values, bool in_call) {
     using Failure = TdsBridge::Failure;
-    const Failure planned = bridge_.receive(number_, text);
+    const Failure planned = bridge_.receive(number_, request_, text);
     if (planned == Failure::silence) return {};
     cut_ = planned != Failure::none;
     if (planned == Failure::cut) return {};
@@ -205,7 +208,7 @@ std::string Session::answer_call(const Call& call) {
         const Statement statement = with_values(database::text_of(call.at(0)), call, 2);
         return answer_statement(statement.text, statement.values, true);
     }
-    bridge_.receive(number_, call.procedure);
+    bridge_.receive(number_, request_, call.procedure + " " + call.text("@table_name", 0));
     if (name == "sp_columns" || name == "sp_pkeys") {
         const database::Result rows = name == "sp_columns" ? columns_of(*shop_, call.text("@table_name", 0))
                                                            : keys_of(*shop_, call.text("@table_name", 0));
@@ -276,9 +279,9 @@ std::vector<TdsBridge::Received> TdsBridge::received() {
     return received_;
 }
 
-TdsBridge::Failure TdsBridge::receive(int connection, std::string_view text) {
+TdsBridge::Failure TdsBridge::receive(int connection, int request, std::string_view text) {
     const std::lock_guard guard(lock_);
-    received_.push_back({connection, std::string(text)});
+    received_.push_back({connection, request, std::string(text)});
     if (failing_.empty() || common::lower_ascii(text).find(failing_) == std::string::npos)
         return Failure::none;
     failing_.clear();
@@ -357,25 +360,49 @@ std::string TdsControl::answer_to(std::string_view line) {
         bridge_.fail_next(run, Failure::run_and_cut);
     } else if (const std::string silence = rest_after("silence "); !silence.empty()) {
         bridge_.fail_next(silence, Failure::silence);
-    } else if (const std::string text = rest_after("heard "); !text.empty()) {
-        const auto received = bridge_.received();
+    } else if (const std::string latency = rest_after("latency "); !latency.empty()) {
+        bridge_.set_latency(std::chrono::milliseconds(std::stoi(latency)));
+    } else if (line == "count") {
+        counted_from_ = bridge_.requests();
+    } else {
+        return answer_question(line);
+    }
+    return "ok";
+}
+
+std::string TdsControl::answer_question(std::string_view line) {
+    constexpr std::string_view heard = "heard ";
+    const auto received = bridge_.received();
+    if (line.starts_with(heard)) {
+        const std::string_view text = line.substr(heard.size());
         return std::to_string(std::count_if(
             received.begin(), received.end(),
             [&](const TdsBridge::Received& one) { return one.text.find(text) != std::string::npos; }));
-    } else if (line == "logins") {
-        return std::to_string(bridge_.logins());
-    } else if (line == "opening") {
-        // The first statement of the latest connection.
-        const auto received = bridge_.received();
-        if (received.empty()) return "";
-        const auto latest =
-            std::max_element(received.begin(), received.end(),
-                             [](const auto& a, const auto& b) { return a.connection < b.connection; });
-        return latest->text;  // the first of the largest
-    } else {
-        return "?";
     }
-    return "ok";
+    if (line == "logins") return std::to_string(bridge_.logins());
+    if (line == "requests") return std::to_string(bridge_.requests() - counted_from_);
+    if (line == "statements") return statements_since_count();
+    if (line != "opening") return "?";
+    // The first statement of the latest connection.
+    if (received.empty()) return "";
+    const auto latest = std::max_element(received.begin(), received.end(), [](const auto& a, const auto& b) {
+        return a.connection < b.connection;
+    });
+    return latest->text;  // the first of the largest
+}
+
+// On one line: "1 select …; select … 2 update …".
+std::string TdsControl::statements_since_count() {
+    std::string text;
+    int last = counted_from_;
+    for (const TdsBridge::Received& one : bridge_.received()) {
+        if (one.request <= counted_from_) continue;
+        text += one.request == last ? "; " : "\t[" + std::to_string(one.request - counted_from_) + "] ";
+        text += one.text;
+        last = one.request;
+    }
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    return text;
 }
 
 }  // namespace test

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <filesystem>
 #include <map>
@@ -47,18 +48,26 @@ class TdsBridge {
     enum class Failure { none, cut, run_and_cut, silence };
     void fail_next(std::string text, Failure failure);
 
-    // Statements and calls that arrived, in their order: the number of the connection, counted from 1, and
-    // the text.
+    // Every answer is held back so long, as on a slow network.
+    void set_latency(std::chrono::milliseconds latency) { latency_ = latency; }
+
+    // Statements and calls that arrived, in their order: the number of the connection and of the request that
+    // they came in, both counted from 1, and the text.
     struct Received {
         int connection = 0;
+        int request = 0;
         std::string text;
     };
     std::vector<Received> received();
     int logins() const { return logins_; }
+    // Requests that a client sent and waited for: statements, batches, calls, and the two of a log-in.
+    int requests() const { return requests_; }
 
     // For the session with one client.
-    Failure receive(int connection, std::string_view text);
+    int count_request() { return ++requests_; }
+    Failure receive(int connection, int request, std::string_view text);
     Network network() const { return network_; }
+    std::chrono::milliseconds latency() const { return latency_; }
     void count_login() { ++logins_; }
 
   private:
@@ -68,7 +77,9 @@ class TdsBridge {
     Account account_;
     std::uint16_t port_ = 0;
     std::atomic<Network> network_ = Network::up;
+    std::atomic<std::chrono::milliseconds> latency_ = std::chrono::milliseconds(0);
     std::atomic<int> logins_ = 0;
+    std::atomic<int> requests_ = 0;
     std::atomic<bool> ending_ = false;
     std::mutex lock_;
     std::vector<Received> received_;
@@ -85,8 +96,10 @@ class TdsBridge {
 // The control socket of the bridge for other processes: one line of words in, one line back.
 //
 // Commands for the network: "silent", "away", "well", "drop"; for the next statement that contains a text:
-// "cut TEXT", "run and cut TEXT", "silence TEXT". The answer is "ok", or "?" for an unknown command.
-// Questions: "heard TEXT" and "logins" give a count, "opening" the first statement of the latest connection.
+// "cut TEXT", "run and cut TEXT", "silence TEXT"; "latency MILLISECONDS"; "count" begins to count requests.
+// The answer is "ok", or "?" for an unknown command. Questions: "heard TEXT", "logins" and "requests" (since
+// "count") give a number, "statements" what came in the requests since "count", and "opening" the first
+// statement of the latest connection.
 class TdsControl {
   public:
     TdsControl(TdsBridge& bridge, std::filesystem::path path);
@@ -98,8 +111,11 @@ class TdsControl {
   private:
     void serve();
     std::string answer_to(std::string_view line);
+    std::string answer_question(std::string_view line);
+    std::string statements_since_count();
 
     TdsBridge& bridge_;
+    int counted_from_ = 0;  // requests before "count"
     std::filesystem::path path_;
     int listener_;
     std::thread thread_;
