@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 using common::read_file;
 using testing::HasSubstr;
 
-const fs::path root = fs::path(TALLVEX_TESTS).parent_path();
+const fs::path root = test::tests_folder().parent_path();
 
 std::vector<std::string> matches(const std::string& text, const char* pattern) {
     const std::regex wanted(pattern);

@@ -5,6 +5,7 @@
 #include <QImage>
 
 #include "admin/workbench.h"
+#include "support/data_file.h"
 
 namespace {
 
@@ -12,7 +13,7 @@ using test::Workbench;
 using testing::HasSubstr;
 
 std::filesystem::path sample(const std::string& name) {
-    return std::filesystem::path(TALLVEX_TESTS) / "printing" / "data" / name;
+    return test::tests_folder() / "printing" / "data" / name;
 }
 
 // How many dots of a strip of the picture are printed on.

@@ -13,6 +13,7 @@
 
 #include "common/text.h"
 #include "database/schema/schema.h"
+#include "support/data_file.h"
 #include "support/shop.h"
 
 namespace {
@@ -30,7 +31,7 @@ std::string text_of_file(const fs::path& file) {
 std::map<std::string, std::string> sources() {
     static const std::regex seam("\"\\s*\"");
     std::map<std::string, std::string> found;
-    const fs::path root = fs::path(TALLVEX_TESTS).parent_path() / "src";
+    const fs::path root = test::tests_folder().parent_path() / "src";
     for (const auto& entry : fs::recursive_directory_iterator(root)) {
         if (entry.path().extension() != ".cpp") continue;
         found[entry.path().lexically_relative(root).string()] =
@@ -134,7 +135,7 @@ TEST_F(SchemaUse, EveryInsertNamesColumnsThatAreThere) {
 // A server refuses to change an indexed column, except to widen a text (error 5074).
 TEST_F(SchemaUse, TheUpgradeListChangesNoColumnOfAnIndex) {
     std::map<std::string, std::set<std::string>> indexed;
-    const std::string script = text_of_file(fs::path(TALLVEX_TESTS).parent_path() / "data/base_schema.sql");
+    const std::string script = text_of_file(test::tests_folder().parent_path() / "data/base_schema.sql");
     each_match(script, R"(create index \w+ on \[?(\w+)\]? \(([^)]*)\))", [&](const std::smatch& index) {
         each_match(index[2].str(), R"(\w+)", [&](const std::smatch& column) {
             indexed[common::lower_ascii(index[1].str())].insert(common::lower_ascii(column.str()));

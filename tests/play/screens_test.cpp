@@ -9,13 +9,14 @@
 #include "common/files.h"
 #include "play/screens_page.h"
 #include "play/script.h"
+#include "support/data_file.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using common::read_file;
 
-const fs::path root = fs::path(TALLVEX_TESTS).parent_path();
+const fs::path root = test::tests_folder().parent_path();
 
 // The classes that are screens: all sheets and dialogs that no other is derived from, and the windows.
 std::set<std::string> screens_of_the_program() {

@@ -12,6 +12,7 @@
 #include "printing/pages/paper_picture.h"
 #include "printing/ports_offered.h"
 #include "sample.h"
+#include "support/data_file.h"
 #include "support/shop.h"
 
 namespace {
@@ -24,7 +25,7 @@ using printing::Receipt;
 using printing::text_receipt;
 
 std::string file(const std::string& name) {
-    return common::read_file(std::string(TALLVEX_TESTS) + "/printing/data/" + name);
+    return common::read_file(test::tests_folder() / "printing/data" / name);
 }
 
 // The lines between the two rules of the items.

@@ -8,6 +8,7 @@
 #include <QRegularExpression>
 #include <set>
 
+#include "support/data_file.h"
 #include "ui/help/guide.h"
 #include "ui/help/open_help.h"
 #include "ui/sales/sales_window.h"
@@ -20,7 +21,7 @@ QString read(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-const QString root = QString(TALLVEX_TESTS) + "/..";
+const QString root = QString::fromStdString(test::tests_folder().parent_path().string());
 
 // The files below a folder whose names match a pattern.
 QStringList files_in(const QString& folder, const QString& pattern) {
