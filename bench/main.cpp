@@ -16,6 +16,7 @@
 #include "bench/day_of_sales.h"
 #include "bench/lists.h"
 #include "bench/report.h"
+#include "bench/requests.h"
 #include "bench/shop_data.h"
 #include "ui/widgets/style.h"
 
@@ -37,6 +38,7 @@ struct Options {
     std::string page;
     std::string day_of_sales;
     bool lists_alone = false;
+    bool requests_alone = false;
 };
 
 fs::path programs_folder() {
@@ -95,8 +97,13 @@ int measure(const Options& options) {
     bench::Report report;
     report.judged = options.size == bench::Sizes::full_invoices;
     report.machine = bench::describe_machine();
-    if (options.lists_alone || options.only.empty()) measure_lists(report, options);
-    if (!options.lists_alone) measure_shops(report, options);
+    const bool all = options.only.empty() && !options.lists_alone && !options.requests_alone;
+    if (all || options.lists_alone) measure_lists(report, options);
+    if (all || options.requests_alone) {
+        report.requests =
+            bench::measure_requests(data_folder(options), std::max(1, static_cast<int>(10 * options.rounds)));
+    }
+    if (!options.lists_alone && !options.requests_alone) measure_shops(report, options);
     std::fputs(("\n" + report.table()).c_str(), stdout);
     if (!options.page.empty()) {
         std::ofstream page(options.page);
@@ -119,6 +126,7 @@ int main(int argc, char** argv) try {
         ->check(CLI::Range(1000, 10'000'000));
     app.add_option("--only", options.only, "measure the actions whose name has this word");
     app.add_flag("--lists", options.lists_alone, "measure the lists alone, of 100, 1000 and 10000 rows");
+    app.add_flag("--requests", options.requests_alone, "measure the requests to a server alone");
     app.add_option("--rounds", options.rounds, "times the usual rounds")->check(CLI::PositiveNumber);
     app.add_option("--sales", options.sales, "sales of the day whose memory is measured");
     app.add_option("--step", options.step, "sales between two looks at the memory");

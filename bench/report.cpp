@@ -77,6 +77,24 @@ std::vector<Line> lines_of_lists(const Report& report) {
     return lines;
 }
 
+std::vector<Line> lines_of_requests(const Report& report) {
+    Line heading = {"action", "first edition", "to reach", "requests", "statements"};
+    if (!report.requests.empty())
+        for (const RequestTimes& at : report.requests.front().times)
+            heading.insert(heading.end(), {fmt::format("{} ms late", at.latency_ms), "by hand"});
+    heading.emplace_back("verdict");
+    std::vector<Line> lines = {heading};
+    for (const RequestTiming& row : report.requests) {
+        Line line = {row.name, std::to_string(row.first_edition), std::to_string(row.budget),
+                     std::to_string(row.requests), std::to_string(row.statements)};
+        for (const RequestTimes& at : row.times)
+            line.insert(line.end(), {ms(median(at.till)), ms(median(at.by_hand))});
+        line.emplace_back(row.met() ? "met" : "MISSED");
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
 // Counts letters, not bytes.
 std::size_t width_of(const std::string& text) {
     return static_cast<std::size_t>(
@@ -138,6 +156,8 @@ bool ListTiming::met() const {
 
 std::vector<std::string> Report::missed() const {
     std::vector<std::string> names;
+    for (const RequestTiming& row : requests)
+        if (!row.met()) names.push_back("the requests of " + row.name);
     if (!judged) return names;
     for (const Timing& row : timings)
         if (!row.met()) names.push_back(row.name);
@@ -151,6 +171,7 @@ std::vector<std::string> Report::missed() const {
 std::string Report::table() const {
     std::string text = laid_out(lines_of(*this), "", "  ", "", false);
     if (!lists.empty()) text += "\n" + laid_out(lines_of_lists(*this), "", "  ", "", false);
+    if (!requests.empty()) text += "\n" + laid_out(lines_of_requests(*this), "", "  ", "", false);
     return text;
 }
 
@@ -174,6 +195,11 @@ std::string Report::document() const {
         "from a key in it to the painted answer.\n\n",
         ListTiming::opening_budget_ms, ListTiming::key_budget_ms);
     text += laid_out(lines_of_lists(*this), "| ", " | ", " |", true);
+
+    text +=
+        "\n## Requests to a server\n\nEach request costs the cashier the latency of the network. On the test "
+        "server, whose answers are held back by 0, 1 and 5 ms.\n\n";
+    text += laid_out(lines_of_requests(*this), "| ", " | ", " |", true);
 
     text +=
         "\n## Memory\n\nResident memory of one till that sells by key on the real screens, off screen.\n\n";
@@ -207,6 +233,9 @@ std::string Report::document() const {
 - A list is measured in a shop in which every list has that many rows, from the command or button that opens it. The
   key is a letter in the field that searches the list, without the pause in which a search waits for the next letter;
   in a list without such a field it is a page down.
+- **requests** are what the till sends to a server and waits for; several statements can travel in one. **first
+  edition** is how many it took before they did. The times are medians; beside them the same statements sent by hand
+  over the same driver, each by itself, without the program's own work.
 - Memory is judged twice: the most that was reached, and how much it grows over 1,000 sales by the straight line
   through the second half of the day, when every cache has been filled.
 
@@ -217,6 +246,7 @@ std::string Report::document() const {
 build-release/bin/tallvex-bench --size 10000         # a small shop: prints the table, judges nothing
 build-release/bin/tallvex-bench --only cash          # the actions whose name has the word; writes no page
 build-release/bin/tallvex-bench --lists              # the lists alone, of 100, 1,000 and 10,000 rows
+build-release/bin/tallvex-bench --requests           # the requests to a server alone
 ```
 
 The shops are kept in `build-release/bench-data`; each run measures on fresh copies of them, and needs 4 GB of disk.

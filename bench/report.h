@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "bench/measure.h"
+#include "bench/requests.h"
 
 namespace bench {
 
@@ -55,6 +56,7 @@ struct Report {
     std::vector<Timing> timings;
     std::vector<Reading> readings;
     std::vector<ListTiming> lists;
+    std::vector<RequestTiming> requests;  // judged on every data set
     // Resident memory in MB by the number of sales.
     std::vector<std::pair<int, double>> memory;
     // The machine and the contents of the shops, one line each.

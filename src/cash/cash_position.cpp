@@ -10,6 +10,8 @@ namespace cash {
 
 using common::Amount;
 using database::quoted;
+using database::Reads;
+using database::Result;
 using database::Sql;
 
 namespace {
@@ -29,34 +31,46 @@ struct Removal {
     std::optional<Amount> held;  // now, where `leave` is to stay whatever the drawer held at that moment
 };
 
-// What has left a drawer at or after the moment of its position, which does not see those transfers: each is
-// stamped with the time of writing, and two shift changes would otherwise transfer the same cash twice.
-Amount moved_since(database::Connection& connection, const Removal& removal) {
-    return -total_of(read_sums(connection, left_drawer, removal.drawer,
-                               {removal.until, common::moment_text({common::no_expiry, {}}), {}}));
+// The main drawer of the main store, where cash is collected.
+void ask_main_drawer(Reads& reads, std::optional<Drawer>& main) {
+    reads.add("select * from basic", [&main](const Result& settings) {
+        if (!settings.empty())
+            main = Drawer{settings.front().integer("mst"), settings.front().integer("mcash")};
+    });
 }
 
-// The main drawer of the main store, where cash is collected.
-std::optional<Drawer> main_drawer(database::Connection& connection) {
-    const auto settings = connection.query("select * from basic");
-    if (settings.empty()) return std::nullopt;
-    return Drawer{settings.front().integer("mst"), settings.front().integer("mcash")};
+// What has left a drawer at or after the moment of its position, which does not see those transfers: each is
+// stamped with the time of writing, and two shift changes would otherwise transfer the same cash twice.
+void ask_moved_since(Reads& reads, const Removal& removal, Amount& moved) {
+    ask_sums(reads, left_drawer, removal.drawer,
+             {removal.until, common::moment_text({common::no_expiry, {}}), {}},
+             [&moved](const std::vector<Sum>& sums) { moved = -total_of(sums); });
 }
 
 // What there is to transfer: nothing from the main drawer itself, from a position of zero or less, or if the
 // drawer holds no more than what stays in it.
-Amount removable(database::Connection& connection, const std::optional<Drawer>& main,
-                 const Removal& removal) {
+Amount removable(const std::optional<Drawer>& main, const Removal& removal, Amount moved) {
     if (!main || removal.drawer == *main || removal.position <= Amount()) return {};
-    const Amount left = removal.position - moved_since(connection, removal);
+    const Amount left = removal.position - moved;
     return std::max(Amount(), std::min(left, removal.held.value_or(left)) - removal.leave);
 }
 
-// The transfer of a removal, dated at the moment it is made; nothing if there is nothing to transfer.
-std::optional<CashTransfer> transfer_of(database::Connection& connection, const signin::Session& session,
-                                        common::Clock& clock, const Removal& removal) {
-    const auto main = main_drawer(connection);
-    const Amount amount = removable(connection, main, removal);
+std::vector<Amount> removable(database::Connection& connection, const std::optional<Drawer>& main,
+                              const std::vector<Removal>& removals) {
+    std::vector<Amount> amounts(removals.size());
+    Reads reads;
+    for (std::size_t i = 0; i < removals.size(); ++i)
+        ask_moved_since(reads, removals[i], amounts[i]);
+    reads.run(connection);
+    for (std::size_t i = 0; i < removals.size(); ++i)
+        amounts[i] = removable(main, removals[i], amounts[i]);
+    return amounts;
+}
+
+// The transfer of an amount, dated at the moment it is made; nothing if there is nothing to transfer.
+std::optional<CashTransfer> transfer_of(const signin::Session& session, common::Clock& clock,
+                                        const std::optional<Drawer>& main, const Removal& removal,
+                                        Amount amount) {
     if (amount.is_zero()) return std::nullopt;
     return CashTransfer{
         removal.drawer,    *main,      amount, std::string(message::transfer_from) + removal.drawer_name,
@@ -65,75 +79,90 @@ std::optional<CashTransfer> transfer_of(database::Connection& connection, const 
 
 // The moment up to which a copy counts. The copy of shiftc takes the shift that started last in any store and
 // drops the seconds.
-std::string calc_moment(database::Connection& connection, std::int64_t store, CalcCopy copy) {
-    const auto shifts =
-        copy == CalcCopy::shift_start
-            ? connection.query("select * from shift Order By s_date")
-            : connection.query(Sql("select * FROM shift  where stcode = ") + store + " Order By scode");
-    if (shifts.empty()) return "";
-    const std::string text = common::moment_text(shifts.rows().back().moment("s_date"));
-    return copy == CalcCopy::shift_start ? text.substr(0, text.size() - 3) : text;
-}
-
-database::Result drawers_of(database::Connection& connection, std::int64_t store) {
-    return connection.query(Sql("select * from cash where stcode = ") + store);
-}
-
-DrawerPosition position_of(database::Connection& connection, const Procedure& procedure, std::int64_t store,
-                           const database::Row& drawer, const Window& window) {
-    DrawerPosition computed;
-    computed.drawer = drawer.integer("code");
-    computed.name = drawer.text("Name");
-    computed.position = total_of(read_sums(connection, procedure, {store, computed.drawer}, window));
-    return computed;
-}
-
-InvoiceDiscounts discounts_of(database::Connection& connection, const Drawer& drawer,
-                              const common::Moment& start, const common::Moment& until,
-                              const std::optional<common::Date>& net_from) {
-    const auto since = [&](const common::Date& day) {
-        return -total_of(read_sums(connection, discount_period, drawer,
-                                   {common::moment_text(start), common::moment_text(until), day}));
+void ask_calc_moment(Reads& reads, std::int64_t store, CalcCopy copy, std::string& moment) {
+    const auto take = [&moment, copy](const Result& shifts) {
+        if (shifts.empty()) return;
+        moment = common::moment_text(shifts.rows().back().moment("s_date"));
+        if (copy == CalcCopy::shift_start) moment.resize(moment.size() - 3);
     };
-    InvoiceDiscounts found;
-    if (!net_from || start.date < *net_from) found.beside = since(start.date);
-    if (net_from) {
-        found.taken_off = since(std::max(start.date, *net_from));
-        if (start.date < *net_from) found.beside -= *found.taken_off;
-    }
-    return found;
+    if (copy == CalcCopy::shift_start)
+        reads.add("select * from shift Order By s_date", take);
+    else
+        reads.add(Sql("select * FROM shift  where stcode = ") + store + " Order By scode", take);
+}
+
+// The drawers of a store, without their positions.
+void ask_drawers(Reads& reads, std::int64_t store, std::vector<DrawerPosition>& drawers) {
+    reads.add(Sql("select * from cash where stcode = ") + store, [&drawers](const Result& rows) {
+        for (const auto& row : rows) {
+            DrawerPosition& drawer = drawers.emplace_back();
+            drawer.drawer = row.integer("code");
+            drawer.name = row.text("Name");
+        }
+    });
+}
+
+void ask_total(Reads& reads, const Procedure& procedure, const Drawer& drawer, const Window& window,
+               Amount& total) {
+    ask_sums(reads, procedure, drawer, window,
+             [&total](const std::vector<Sum>& sums) { total = total_of(sums); });
+}
+
+void ask_period_figures(Reads& reads, const Drawer& drawer, const Window& period, DrawerPosition& computed) {
+    ask_sums(reads, shift_period, drawer, period, [&computed](const std::vector<Sum>& sums) {
+        Amount card_sales;
+        for (const Sum& sum : sums) {
+            if (sum.term->movement == Movement::card_sales) card_sales += sum.amount;
+            if (sum.term->movement == Movement::card_returns) card_sales -= sum.amount;
+            if (sum.term->movement == Movement::uncollected)
+                computed.uncollected = in_single_precision(sum.amount);
+        }
+        computed.card_sales = in_single_precision(card_sales);
+    });
 }
 
 const Procedure& calc_of(CalcCopy copy) {
     return copy == CalcCopy::shift_start ? calc_of_shift_start : calc_of_shift_close;
 }
 
-// Names the drawers other than the session's own that would be emptied, each with its amount and whether it
-// is in a shift, and asks. True also if there are none.
-bool may_empty_others(database::Connection& connection, const signin::Session& session,
-                      common::Prompts& prompts, const std::vector<Removal>& removals) {
-    const auto main = main_drawer(connection);
-    std::string question;
-    for (const Removal& removal : removals) {
-        if (removal.drawer.code == session.cash_point) continue;
-        const Amount amount = removable(connection, main, removal);
-        if (amount.is_zero()) continue;
-        const auto shift = current_shift(connection, removal.drawer.store, removal.drawer.code);
-        question += removal.drawer_name + " : " + amount.text();
-        if (shift && shift->is_open()) question += message::in_its_shift;
-        question += "\n";
+// The drawers other than the session's own that would be emptied, each with its amount and whether it is in a
+// shift; "" if there are none.
+std::string others_to_empty(database::Connection& connection, const signin::Session& session,
+                            const std::vector<Removal>& removals, const std::vector<Amount>& amounts) {
+    std::string lines;
+    Reads reads;
+    for (std::size_t i = 0; i < removals.size(); ++i) {
+        const Removal& removal = removals[i];
+        if (removal.drawer.code == session.cash_point || amounts[i].is_zero()) continue;
+        reads.add(last_shift_statement(removal.drawer.store, removal.drawer.code),
+                  [&lines, &removal, amount = amounts[i]](const Result& rows) {
+                      const auto shift = last_shift_in(rows);
+                      lines += removal.drawer_name + " : " + amount.text();
+                      if (shift && shift->is_open()) lines += message::in_its_shift;
+                      lines += "\n";
+                  });
     }
-    if (question.empty()) return true;
-    connection.make_durable();  // the shift has begun, whatever the answer and however long it takes
-    return prompts.question(std::string(message::others_emptied) + question +
-                            std::string(message::others_question));
+    reads.run(connection);
+    return lines;
 }
 
 }  // namespace
 
-InvoiceDiscounts invoice_discounts(database::Connection& connection, const Drawer& drawer,
-                                   const common::Moment& start, const common::Moment& until) {
-    return discounts_of(connection, drawer, start, until, database::net_from(connection));
+void ask_discounts(Reads& reads, const Drawer& drawer, const common::Moment& start,
+                   const common::Moment& until, const std::optional<common::Date>& net_from,
+                   InvoiceDiscounts& discounts) {
+    const auto ask_since = [&](const common::Date& day, auto take) {
+        ask_sums(reads, discount_period, drawer,
+                 {common::moment_text(start), common::moment_text(until), day},
+                 [take](const std::vector<Sum>& sums) { take(-total_of(sums)); });
+    };
+    const bool begins_before = !net_from || start.date < *net_from;
+    if (begins_before) ask_since(start.date, [&discounts](Amount amount) { discounts.beside = amount; });
+    if (!net_from) return;
+    ask_since(std::max(start.date, *net_from), [&discounts, begins_before](Amount amount) {
+        discounts.taken_off = amount;
+        if (begins_before) discounts.beside -= amount;
+    });
 }
 
 void CashPosition::compute(std::int64_t store, const common::Moment& start,
@@ -142,36 +171,40 @@ void CashPosition::compute(std::int64_t store, const common::Moment& start,
     own_ = {};
     store_ = store;
     until_ = until_moment;
-    const auto net_from = database::net_from(connection_);
+    std::optional<common::Date> net_from;
+    Reads reads;
+    database::ask_net_from(reads, net_from);
+    ask_drawers(reads, store, drawers_);
+    reads.run(connection_);
     const Window period{common::moment_text(start), common::moment_text(end_of_period), net_from};
-    const Window window = until(until_moment, net_from);
-    for (const auto& row : drawers_of(connection_, store)) {
-        DrawerPosition computed = position_of(connection_, store_wide, store, row, window);
+    for (DrawerPosition& computed : drawers_) {
         const Drawer drawer{store, computed.drawer};
-        Amount card_sales;
-        for (const Sum& sum : read_sums(connection_, shift_period, drawer, period)) {
-            if (sum.term->movement == Movement::card_sales) card_sales += sum.amount;
-            if (sum.term->movement == Movement::card_returns) card_sales -= sum.amount;
-            if (sum.term->movement == Movement::uncollected)
-                computed.uncollected = in_single_precision(sum.amount);
-        }
-        computed.card_sales = in_single_precision(card_sales);
-        computed.discounts = discounts_of(connection_, drawer, start, until_moment, net_from);
-        if (store == session_.store_code && drawer.code == session_.cash_point) own_ = computed;
-        drawers_.push_back(std::move(computed));
+        ask_total(reads, store_wide, drawer, until(until_moment, net_from), computed.position);
+        ask_period_figures(reads, drawer, period, computed);
+        ask_discounts(reads, drawer, start, until_moment, net_from, computed.discounts);
     }
+    reads.run(connection_);
+    if (store != session_.store_code) return;
+    for (const DrawerPosition& computed : drawers_)
+        if (computed.drawer == session_.cash_point) own_ = computed;
 }
 
 std::optional<CashTransfer> CashPosition::transfer_from(std::int64_t drawer, Amount leave) const {
     for (const DrawerPosition& computed : drawers_) {
         if (computed.drawer != drawer) continue;
-        return transfer_of(connection_, session_, clock_,
-                           {{store_, drawer},
-                            computed.name,
-                            computed.position,
-                            in_single_precision(leave),
-                            common::moment_text(until_),
-                            {}});
+        const Removal removal{{store_, drawer},
+                              computed.name,
+                              computed.position,
+                              in_single_precision(leave),
+                              common::moment_text(until_),
+                              {}};
+        std::optional<Drawer> main;
+        Amount moved;
+        Reads reads;
+        ask_main_drawer(reads, main);
+        ask_moved_since(reads, removal, moved);
+        reads.run(connection_);
+        return transfer_of(session_, clock_, main, removal, removable(main, removal, moved));
     }
     return std::nullopt;
 }
@@ -208,40 +241,57 @@ Amount position_at(database::Connection& connection, const Drawer& drawer, const
         read_sums(connection, store_wide, drawer, cash::until(until, database::net_from(connection))));
 }
 
-Amount calc_position(database::Connection& connection, CalcCopy copy, const Drawer& drawer,
-                     const common::Moment& until) {
-    return total_of(
-        read_sums(connection, calc_of(copy), drawer, cash::until(until, database::net_from(connection))));
+void ask_calc_position(Reads& reads, CalcCopy copy, const Drawer& drawer, const common::Moment& until,
+                       const std::optional<common::Date>& net_from, Amount& position) {
+    ask_total(reads, calc_of(copy), drawer, cash::until(until, net_from), position);
 }
 
 std::vector<DrawerPosition> calc_cash(database::Connection& connection, const signin::Session& session,
                                       const common::Services& services, CalcCopy copy, Amount leave) {
-    const std::int64_t store = session.store_code;
-    const std::string moment = calc_moment(connection, store, copy);
-    if (moment.empty()) return {};
-    const Window window{"", moment, database::net_from(connection)};
+    const Drawer own{session.store_code, session.cash_point};
+    std::string moment;
+    std::optional<common::Date> net_from;
     std::vector<DrawerPosition> computed;
+    std::optional<Drawer> main;
+    Reads reads;
+    ask_calc_moment(reads, own.store, copy, moment);
+    database::ask_net_from(reads, net_from);
+    ask_drawers(reads, own.store, computed);
+    ask_main_drawer(reads, main);
+    reads.run(connection);
+    if (moment.empty()) return {};
+
+    Amount held;
+    for (DrawerPosition& drawer : computed)
+        ask_total(reads, calc_of(copy), {own.store, drawer.drawer}, {"", moment, net_from}, drawer.position);
+    ask_calc_position(reads, copy, own, common::next_second(services.clock.now()), net_from, held);
+    reads.run(connection);
     std::vector<Removal> removals;
-    for (const auto& row : drawers_of(connection, store)) {
-        computed.push_back(position_of(connection, calc_of(copy), store, row, window));
-        const DrawerPosition& drawer = computed.back();
+    for (const DrawerPosition& drawer : computed) {
         if (drawer.position <= Amount()) {
             services.prompts.message(std::string(message::started_with) + drawer.position.text() +
                                      std::string(message::nothing_moved));
         }
-        Removal removal{{store, drawer.drawer}, drawer.name, drawer.position, {}, moment, {}};
-        if (drawer.drawer == session.cash_point && !leave.is_zero()) {
+        Removal removal{{own.store, drawer.drawer}, drawer.name, drawer.position, {}, moment, {}};
+        if (removal.drawer == own && !leave.is_zero()) {
             // The moment may be long past, as the newest shift is often that of another drawer.
             removal.leave = leave;
-            removal.held =
-                calc_position(connection, copy, removal.drawer, common::next_second(services.clock.now()));
+            removal.held = held;
         }
         removals.push_back(std::move(removal));
     }
-    const bool others = may_empty_others(connection, session, services.prompts, removals);
+    std::vector<Amount> amounts = removable(connection, main, removals);
+    const std::string others = others_to_empty(connection, session, removals, amounts);
+    bool may_empty_others = true;
+    if (!others.empty()) {
+        connection.make_durable();  // the shift has begun, whatever the answer and however long it takes
+        may_empty_others = services.prompts.question(std::string(message::others_emptied) + others +
+                                                     std::string(message::others_question));
+        amounts = removable(connection, main, removals);
+    }
     for (std::size_t i = 0; i < removals.size(); ++i) {
-        if (!others && removals[i].drawer.code != session.cash_point) continue;
-        const auto transfer = transfer_of(connection, session, services.clock, removals[i]);
+        if (!may_empty_others && removals[i].drawer.code != session.cash_point) continue;
+        const auto transfer = transfer_of(session, services.clock, main, removals[i], amounts[i]);
         if (!transfer) continue;
         write_transfer(connection, *transfer);
         computed[i].moved = transfer->amount;

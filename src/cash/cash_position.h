@@ -34,8 +34,9 @@ struct DrawerPosition {
 };
 
 // The discounts on a drawer's cash invoices from `start` on and strictly before `until`.
-InvoiceDiscounts invoice_discounts(database::Connection& connection, const Drawer& drawer,
-                                   const common::Moment& start, const common::Moment& until);
+void ask_discounts(database::Reads& reads, const Drawer& drawer, const common::Moment& start,
+                   const common::Moment& until, const std::optional<common::Date>& net_from,
+                   InvoiceDiscounts& discounts);
 
 // A transfer of cash to the main drawer.
 struct CashTransfer {
@@ -94,8 +95,9 @@ common::Amount position_at(database::Connection& connection, const Drawer& drawe
 enum class CalcCopy { shift_close, shift_start };
 
 // What a copy counts in a drawer strictly before `until`.
-common::Amount calc_position(database::Connection& connection, CalcCopy copy, const Drawer& drawer,
-                             const common::Moment& until);
+void ask_calc_position(database::Reads& reads, CalcCopy copy, const Drawer& drawer,
+                       const common::Moment& until, const std::optional<common::Date>& net_from,
+                       common::Amount& position);
 
 // Computes every drawer of the session's store up to the start of its newest shift, transfers what is above
 // zero to the main drawer, and tells the cashier of each drawer whose cash is zero or less. The session's own

@@ -1,6 +1,7 @@
 #include "cash/cash_sums.h"
 
 #include <array>
+#include <memory>
 #include <stdexcept>
 
 namespace cash {
@@ -380,21 +381,35 @@ Sql rows_statement(const Procedure& procedure, Movement movement, const Drawer& 
 
 std::vector<Sum> read_sums(database::Connection& connection, const Procedure& procedure, const Drawer& drawer,
                            const Window& window) {
-    std::vector<Sum> sums;
+    std::vector<Sum> read;
+    database::Reads reads;
+    ask_sums(reads, procedure, drawer, window, [&](const std::vector<Sum>& sums) { read = sums; });
+    reads.run(connection);
+    return read;
+}
+
+void ask_sums(database::Reads& reads, const Procedure& procedure, const Drawer& drawer, const Window& window,
+              std::function<void(const std::vector<Sum>& sums)> take) {
+    const auto sums = std::make_shared<std::vector<Sum>>();
+    const SumStatement* last = nullptr;
+    for (const SumStatement& statement : procedure.statements)
+        if (applies(statement, window)) last = &statement;
     for (const SumStatement& statement : procedure.statements) {
         if (!applies(statement, window)) continue;
         Sql filled("");
         Filler(procedure, drawer, window).append(filled, statement.text);
-        const auto result = connection.query(filled);
-        const auto add = [&](Movement movement) {
-            const Term& described = term(movement);
-            const double amount = result.empty() ? 0 : result.front().number(described.column);
-            sums.push_back({&described, common::Amount(amount)});
-        };
-        add(statement.movement);
-        if (statement.second) add(*statement.second);
+        reads.add(std::move(filled),
+                  [&statement, sums, take, is_last = &statement == last](const database::Result& result) {
+                      const auto add = [&](Movement movement) {
+                          const Term& described = term(movement);
+                          const double amount = result.empty() ? 0 : result.front().number(described.column);
+                          sums->push_back({&described, common::Amount(amount)});
+                      };
+                      add(statement.movement);
+                      if (statement.second) add(*statement.second);
+                      if (is_last) take(*sums);
+                  });
     }
-    return sums;
 }
 
 common::Amount total_of(const std::vector<Sum>& sums) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -11,6 +12,7 @@
 #include "common/amount.h"
 #include "common/date_time.h"
 #include "database/connection.h"
+#include "database/reads.h"
 #include "database/sql.h"
 
 namespace cash {
@@ -103,9 +105,11 @@ struct Sum {
     common::Amount counted() const;
 };
 
-// The sums of a procedure in its order.
+// The sums of a procedure in its order; read alone, or asked for with other reads.
 std::vector<Sum> read_sums(database::Connection& connection, const Procedure& procedure, const Drawer& drawer,
                            const Window& window);
+void ask_sums(database::Reads& reads, const Procedure& procedure, const Drawer& drawer, const Window& window,
+              std::function<void(const std::vector<Sum>& sums)> take);
 // What they come to: the drawer's cash.
 common::Amount total_of(const std::vector<Sum>& sums);
 

@@ -7,47 +7,34 @@
 #include "common/text.h"
 #include "common/typed.h"
 #include "database/choices.h"
-#include "database/recordset.h"
+#include "database/till_settings.h"
 
 namespace cash {
 
 using common::FieldKind;
 using common::FormField;
 using common::Refusal;
-using database::quoted;
+using database::Reads;
+using database::Result;
 using database::Sql;
-using database::Value;
 
-std::optional<Shift> current_shift(database::Connection& connection, std::int64_t store, std::int64_t drawer,
-                                   database::Fragment order) {
-    const auto rows = connection.query(Sql("select * FROM shift  where stcode = ") + store +
-                                       " and cash_no = " + drawer + order);
+Sql last_shift_statement(std::int64_t store, std::int64_t drawer) {
+    // The end is null while a shift is open, and nulls come first.
+    return Sql("select top 1 * FROM shift  where stcode = ") + store + " and cash_no = " + drawer +
+           "  Order By scode desc, e_date";
+}
+
+std::optional<Shift> last_shift_in(const database::Result& rows) {
     if (rows.empty()) return std::nullopt;
-    const std::int64_t number = rows.rows().back().integer("scode");
-    std::optional<Shift> last;
-    for (const auto& row : rows) {
-        if (row.integer("scode") != number) continue;
-        Shift shift{number, row.integer("man_"), row.moment("s_date"), std::nullopt};
-        if (!row.null("e_date")) shift.end = row.moment("e_date");
-        if (!last || (shift.is_open() && !last->is_open())) last = shift;
-    }
-    return last;
+    const database::Row& row = rows.front();
+    Shift shift{row.integer("scode"), row.integer("man_"), row.moment("s_date"), std::nullopt};
+    if (!row.null("e_date")) shift.end = row.moment("e_date");
+    return shift;
 }
 
-std::string shift_worker(database::Connection& connection, std::int64_t store, std::int64_t drawer,
-                         std::int64_t number) {
-    const auto rows =
-        connection.query(Sql("select * from worker RIGHT OUTER JOIN shift ON worker.work_code = shift.man_  "
-                             "where stcode = ") +
-                         store + " AND cash_no = " + drawer + "  and scode = " + number);
-    return rows.empty() ? "" : rows.front().text("work_name");
-}
-
-std::int64_t next_shift_number(database::Connection& connection, std::int64_t store, std::int64_t drawer) {
-    return database::integer_of(
-               connection.scalar(Sql("select max(scode) as last_i from shift where stcode = ") + store +
-                                 " and cash_no = " + drawer)) +
-           1;
+std::optional<Shift> current_shift(database::Connection& connection, std::int64_t store,
+                                   std::int64_t drawer) {
+    return last_shift_in(connection.query(last_shift_statement(store, drawer)));
 }
 
 namespace {
@@ -88,36 +75,69 @@ common::FormTable<ShiftEntry> shift_form() {
 }
 
 std::optional<Refusal> ShiftStart::open() {
-    const auto settings = connection_.query("select * from basic");
-    must_count_ = !settings.empty() && settings.front().integer("clos_bal") == 1;
-    prints_report_ = !settings.empty() && settings.front().integer("prn_csh_rep") == 1;
-    workers_ = database::load_workers(connection_);
-    read_last_shift();
+    std::optional<common::Date> net_from;
+    Reads reads;
+    reads.add("select * from basic", [this](const Result& settings) {
+        must_count_ = !settings.empty() && settings.front().integer("clos_bal") == 1;
+        prints_report_ = !settings.empty() && settings.front().integer("prn_csh_rep") == 1;
+    });
+    database::ask_workers(reads, workers_);
+    ask_last_shift(reads);
+    database::ask_net_from(reads, net_from);
+    reads.run(connection_);
+
     const common::Moment now = services_.clock.now();
     entry = {};
     entry.date = now.date;
     entry.time = common::time_text(now.time);
     discounts_ = {};
-    if (is_in_shift()) {
-        discounts_ = invoice_discounts(connection_, own_drawer(), last_->start, now);
-    } else {
-        const common::Amount held = calc_position(connection_, copy_, own_drawer(), common::next_second(now));
-        entry.leave = std::max(held, common::Amount()).text();
-    }
+    common::Amount held;
+    ask_worker(reads);
+    if (is_in_shift())
+        ask_discounts(reads, own_drawer(), last_->start, now, net_from, discounts_);
+    else
+        ask_calc_position(reads, copy_, own_drawer(), common::next_second(now), net_from, held);
+    reads.run(connection_);
+    if (!is_in_shift()) entry.leave = std::max(held, common::Amount()).text();
     return check_drawer();
 }
 
-void ShiftStart::read_last_shift(database::Fragment order) {
+void ShiftStart::ask_last_shift(Reads& reads) {
     const std::int64_t store = session_.store_code;
     const std::int64_t drawer = session_.cash_point;
-    last_ = current_shift(connection_, store, drawer, order);
-    last_worker_ = last_ ? shift_worker(connection_, store, drawer, last_->number) : "";
-    next_number_ = next_shift_number(connection_, store, drawer);
+    reads.add(last_shift_statement(store, drawer),
+              [this](const Result& rows) { last_ = last_shift_in(rows); });
+    reads.add(
+        Sql("select max(scode) as last_i from shift where stcode = ") + store + " and cash_no = " + drawer,
+        [this](const Result& rows) { next_number_ = database::integer_of(database::first_cell(rows)) + 1; });
+    database::ask_drawers(reads, store, drawers_);
+}
+
+void ShiftStart::read_last_shift() {
+    const std::int64_t known = last_ ? last_->number : 0;
+    Reads reads;
+    ask_last_shift(reads);
+    reads.run(connection_);
+    if (last_ && last_->number == known) return;
+    ask_worker(reads);
+    reads.run(connection_);
+}
+
+// The worker of the last shift; "" if he has no row or no name.
+void ShiftStart::ask_worker(Reads& reads) {
+    last_worker_.clear();
+    if (!last_) return;
+    reads.add(Sql("select * from worker RIGHT OUTER JOIN shift ON worker.work_code = shift.man_  "
+                  "where stcode = ") +
+                  session_.store_code + " AND cash_no = " + session_.cash_point +
+                  "  and scode = " + last_->number,
+              [this](const Result& rows) {
+                  if (!rows.empty()) last_worker_ = rows.front().text("work_name");
+              });
 }
 
 std::optional<Refusal> ShiftStart::check_drawer() const {
-    if (contains(database::load_drawers(connection_, session_.store_code), session_.cash_point))
-        return std::nullopt;
+    if (contains(drawers_, session_.cash_point)) return std::nullopt;
     return refuse("", common::message::no_such_drawer);
 }
 
@@ -155,7 +175,7 @@ ShiftEnd ShiftStart::plan_close(const common::Moment& at, const Amounts& amounts
 
     ShiftReport closed;
     closed.number = shift.number;
-    closed.worker = shift_worker(connection_, session_.store_code, session_.cash_point, shift.number);
+    closed.worker = last_worker_;
     closed.store = session_.store_name;
     closed.drawer = session_.drawer_name;
     closed.start = shift.start;
@@ -240,12 +260,12 @@ std::optional<Refusal> ShiftStart::start() {
     Amounts amounts;
     common::Moment at;
     if (auto refusal = read_amounts(amounts)) return refusal;
-    if (auto refusal = check_drawer()) return refusal;
     if (auto refusal = read_moment(at)) return refusal;
 
     if (auto refusal = settle_earlier()) return refusal;
     const std::int64_t seen = next_number_;
     read_last_shift();
+    if (auto refusal = check_drawer()) return refusal;
     if (next_number_ != seen) return refuse(worker_field, message::started_elsewhere);
     ShiftToSave save{own_drawer(), std::nullopt, ShiftBegin{next_number_, at, *entry.worker}};
     if (is_in_shift()) {
@@ -268,7 +288,7 @@ bool ShiftChange::confirm_close() const {
 std::optional<Refusal> ShiftChange::close_current() {
     report_.reset();
     if (auto refusal = settle_earlier()) return refusal;
-    read_last_shift(by_number_at_close);
+    read_last_shift();
     if (!is_in_shift()) return refuse("", message::already_closed);
     Amounts amounts;
     if (auto refusal = read_amounts(amounts)) return refusal;

@@ -31,21 +31,12 @@ struct Shift {
     bool is_open() const { return !end.has_value(); }
 };
 
-// The order of a drawer's shifts, as the start of a shift spells it and as its close does.
-inline constexpr database::Fragment by_number_at_start = "  Order By scode";
-inline constexpr database::Fragment by_number_at_close = " Order By scode";
-
 // The drawer's last shift by its number; nothing before the first one. If two workstations have written rows
-// of the same number, the shift is open as long as one of them is.
-std::optional<Shift> current_shift(database::Connection& connection, std::int64_t store, std::int64_t drawer,
-                                   database::Fragment order = by_number_at_start);
-
-// The name of the worker who had a shift of the drawer; "" if the worker has no row or no name.
-std::string shift_worker(database::Connection& connection, std::int64_t store, std::int64_t drawer,
-                         std::int64_t number);
-
-// The highest shift number of the drawer plus 1.
-std::int64_t next_shift_number(database::Connection& connection, std::int64_t store, std::int64_t drawer);
+// of the same number, the shift is open as long as one of them is. Asked for with other reads, by the result
+// of a statement, which reads one row, however many shifts there have been.
+database::Sql last_shift_statement(std::int64_t store, std::int64_t drawer);
+std::optional<Shift> last_shift_in(const database::Result& rows);
+std::optional<Shift> current_shift(database::Connection& connection, std::int64_t store, std::int64_t drawer);
 
 struct ShiftEntry {
     std::optional<std::int64_t> worker;
@@ -98,7 +89,10 @@ class ShiftStart {
         : connection_(connection), session_(session), services_(services), copy_(copy) {}
 
     Drawer own_drawer() const { return {session_.store_code, session_.cash_point}; }
-    void read_last_shift(database::Fragment order = by_number_at_start);
+    // Reads the last shift with its worker, the next number, and the drawers that there are.
+    void read_last_shift();
+    void ask_last_shift(database::Reads& reads);
+    void ask_worker(database::Reads& reads);
     Refused read_amounts(Amounts& amounts) const;
     Refused check_drawer() const;
     // Refuses to close the open shift at a moment with these amounts.
@@ -124,7 +118,7 @@ class ShiftStart {
     CalcCopy copy_;
     bool must_count_ = false;     // clos_bal
     bool prints_report_ = false;  // prn_csh_rep
-    std::vector<common::Choice> workers_;
+    std::vector<common::Choice> workers_, drawers_;
     std::string last_worker_;
     std::int64_t next_number_ = 1;
     InvoiceDiscounts discounts_;

@@ -15,16 +15,45 @@ std::vector<common::Choice> choices(const Result& rows, std::string_view code, s
     return list;
 }
 
+Reads::Take into(std::vector<common::Choice>& list, const char* code, const char* name) {
+    return [&list, code, name](const Result& rows) { list = choices(rows, code, name); };
+}
+
+namespace {
+
+template <typename Ask>
+std::vector<common::Choice> read_alone(Connection& connection, const Ask& ask) {
+    std::vector<common::Choice> list;
+    Reads reads;
+    ask(reads, list);
+    reads.run(connection);
+    return list;
+}
+
+}  // namespace
+
+void ask_stores(Reads& reads, std::vector<common::Choice>& list) {
+    reads.add("select * from stocks", into(list));
+}
+
 std::vector<common::Choice> load_stores(Connection& connection) {
-    return choices(connection.query("select * from stocks"));
+    return read_alone(connection, ask_stores);
+}
+
+void ask_drawers(Reads& reads, std::int64_t store, std::vector<common::Choice>& list) {
+    reads.add(Sql("select * from cash where stcode =") + store, into(list));
 }
 
 std::vector<common::Choice> load_drawers(Connection& connection, std::int64_t store) {
-    return choices(connection.query(Sql("select * from cash where stcode =") + store));
+    return read_alone(connection, [&](Reads& reads, auto& list) { ask_drawers(reads, store, list); });
+}
+
+void ask_workers(Reads& reads, std::vector<common::Choice>& list) {
+    reads.add("select * from worker", into(list, "work_code", "work_name"));
 }
 
 std::vector<common::Choice> load_workers(Connection& connection) {
-    return choices(connection.query("select * from worker"), "work_code", "work_name");
+    return read_alone(connection, ask_workers);
 }
 
 namespace {

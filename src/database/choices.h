@@ -8,17 +8,24 @@
 
 #include "common/choice.h"
 #include "database/connection.h"
+#include "database/reads.h"
 
 namespace database {
 
 // One choice per row. Trailing blanks of names are dropped, as the database compares them.
 std::vector<common::Choice> choices(const Result& rows, std::string_view code = "code",
                                     std::string_view name = "name");
+// Takes the choices of a result into a list.
+Reads::Take into(std::vector<common::Choice>& list, const char* code = "code", const char* name = "name");
 
+// Each list is read alone, or asked for with other reads.
+void ask_stores(Reads& reads, std::vector<common::Choice>& list);
 std::vector<common::Choice> load_stores(Connection& connection);
 // The drawers of a store, in the order of the table.
+void ask_drawers(Reads& reads, std::int64_t store, std::vector<common::Choice>& list);
 std::vector<common::Choice> load_drawers(Connection& connection, std::int64_t store);
 // Workers and salesmen.
+void ask_workers(Reads& reads, std::vector<common::Choice>& list);
 std::vector<common::Choice> load_workers(Connection& connection);
 
 // How many characters the text columns of a table hold, as the database declares them.

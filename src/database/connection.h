@@ -138,6 +138,11 @@ class Connection {
     virtual std::shared_ptr<const Table> description(std::string_view table) {
         return std::make_shared<const Table>(describe(table));
     }
+    // Reads the descriptions of several tables in one journey. Throws Error 42S02 if one of them is missing.
+    virtual void describe_all(const std::vector<std::string>& tables) {
+        for (const std::string& table : tables)
+            description(table);
+    }
     // The names of the shop's tables, without views, in alphabetical order.
     virtual std::vector<std::string> tables();
 

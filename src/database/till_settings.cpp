@@ -4,7 +4,6 @@
 
 #include "common/text.h"
 #include "common/typed.h"
-#include "database/till_tables.h"
 
 namespace database {
 
@@ -61,12 +60,23 @@ std::span<const TillSetting> till_settings() {
     return settings;
 }
 
+namespace {
+
+void ask_setting(Reads& reads, std::string_view name, std::function<void(std::string)> take) {
+    reads.add_optional(Sql("select value from till_setting where name = ") + quoted(name),
+                       [take = std::move(take)](const Result& rows) {
+                           if (const Value value = first_cell(rows); !is_null(value)) take(text_of(value));
+                       });
+}
+
+}  // namespace
+
 std::optional<std::string> till_setting(Connection& connection, std::string_view name) {
-    Value value = Null{};
-    unless_table_is_missing([&] {
-        value = connection.scalar(Sql("select value from till_setting where name = ") + quoted(name));
-    });
-    return is_null(value) ? std::nullopt : std::optional(text_of(value));
+    std::optional<std::string> value;
+    Reads reads;
+    ask_setting(reads, name, [&value](std::string text) { value = std::move(text); });
+    reads.run(connection);
+    return value;
 }
 
 void set_till_setting(Connection& connection, std::string_view name, std::string_view value) {
@@ -78,8 +88,15 @@ void set_till_setting(Connection& connection, std::string_view name, std::string
 }
 
 std::optional<common::Date> net_from(Connection& connection) {
-    const auto text = till_setting(connection, setting::net_from);
-    return text ? common::read_date(*text) : std::nullopt;
+    std::optional<common::Date> day;
+    Reads reads;
+    ask_net_from(reads, day);
+    reads.run(connection);
+    return day;
+}
+
+void ask_net_from(Reads& reads, std::optional<common::Date>& day) {
+    ask_setting(reads, setting::net_from, [&day](const std::string& text) { day = common::read_date(text); });
 }
 
 std::vector<std::filesystem::path> backup_folders(Connection& connection) {

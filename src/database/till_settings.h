@@ -11,6 +11,7 @@
 
 #include "common/date_time.h"
 #include "database/connection.h"
+#include "database/reads.h"
 
 namespace database {
 
@@ -40,6 +41,7 @@ void set_till_setting(Connection& connection, std::string_view name, std::string
 
 // The setting `net_from`; nothing if it is not set, or not a date.
 std::optional<common::Date> net_from(Connection& connection);
+void ask_net_from(Reads& reads, std::optional<common::Date>& day);
 
 // The setting `backup_to`; empty if it is not set.
 std::vector<std::filesystem::path> backup_folders(Connection& connection);

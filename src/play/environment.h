@@ -63,6 +63,10 @@ class PlayConnection final : public database::Connection {
     void make_durable() override { real_->make_durable(); }
     bool is_embedded() const override { return real_->is_embedded(); }
     Table describe(std::string_view table) override { return real_->describe(table); }
+    std::shared_ptr<const Table> description(std::string_view table) override {
+        return real_->description(table);
+    }
+    void describe_all(const std::vector<std::string>& tables) override { real_->describe_all(tables); }
     std::vector<std::string> tables() override { return real_->tables(); }
     Outcome run(std::string_view statement, const std::vector<database::Value>& values) override;
     std::vector<Outcome> run_all(const std::vector<database::Command>& commands) override;

@@ -27,10 +27,9 @@ std::string_view payment_note(const Sale& sale) {
 
 }  // namespace
 
-// A receipt saved again is a new one of today, with a number, day and batches of its own.
-void Checkout::renew_recalled() {
-    if (invoice_.date == sale_.recalled->invoice.date) invoice_.date = server_date();
-    NextInvoiceNumber();
+// A receipt saved again is a new one of today, with batches of its own and the number that was asked for.
+void Checkout::renew_recalled(const common::Date& today) {
+    if (invoice_.date == sale_.recalled->invoice.date) invoice_.date = today;
     if (invoice_.is_return()) return;
     for (Line& line : invoice_.lines)
         line.expiry.reset();
@@ -41,19 +40,30 @@ BeginSave Checkout::begin_save() {
     sale_.begun_save.reset();
     return change("begin to save", BeginSave::refused, [&] {
         if (settle_all() || frozen()) return BeginSave::refused;
-        if (sale_.shows_saved_receipt()) {
-            if (!services_.prompts.question(message::save_as_new)) return BeginSave::refused;
-            renew_recalled();
-        } else {
-            take_day(server_date());
-        }
+        const bool saves_anew = sale_.shows_saved_receipt();
+        if (saves_anew && !services_.prompts.question(message::save_as_new)) return BeginSave::refused;
         if (!lines_complete()) return BeginSave::refused;
-        if (const auto refused = offer_line_refused(connection_, invoice_)) {
+        common::Date today;
+        std::vector<common::Choice> workers;
+        OfferLines offer;
+        // Checked before any money is counted; saving checks again.
+        SavingChecks checks(connection_, session_, services_.prompts, invoice_);
+        database::Reads reads;
+        ask_day(reads, today);
+        if (saves_anew) ask_invoice_number(reads);
+        offer.ask(reads, invoice_);
+        checks.ask(reads);
+        if (moves_cash(invoice_.payment)) database::ask_workers(reads, workers);
+        reads.run(connection_);
+        if (saves_anew)
+            renew_recalled(today);
+        else
+            take_day(today);
+        if (const auto refused = offer.refused(invoice_)) {
             services_.prompts.message(*refused, common::Icon::exclamation);
             return BeginSave::refused;
         }
-        // Checked before any money is counted; saving checks again.
-        const auto shift = check_before_saving(connection_, session_, services_.prompts, invoice_);
+        const auto shift = checks.run();
         if (!shift) {
             // Another till may have used the number shown, so the next attempt gets a new one.
             NextInvoiceNumber();
@@ -61,9 +71,8 @@ BeginSave Checkout::begin_save() {
         }
         sale_.begun_save = BegunSave{*shift, nullptr};
         if (!moves_cash(invoice_.payment)) return BeginSave::save_now;
-        sale_.begun_save->payment =
-            std::make_shared<Payment>(services_.devices, invoice_.net(), database::load_workers(connection_),
-                                      invoice_.worker, payment_note(sale_));
+        sale_.begun_save->payment = std::make_shared<Payment>(
+            services_.devices, invoice_.net(), std::move(workers), invoice_.worker, payment_note(sale_));
         return BeginSave::ask_payment;
     });
 }

@@ -132,10 +132,10 @@ bool Claims::write(const Invoice& invoice) {
 void Claims::draw_number(const Invoice& invoice) {
     for (int attempt = 0; attempt < most_attempts; ++attempt) {
         const std::int64_t claimed = read_others(invoice).highest_number;
-        number_ = std::max(next_invoice_number(connection_, invoice), claimed + 1);
+        number_ = std::max(next_invoice_number(connection_.query(last_number(invoice))), claimed + 1);
         if (!write(invoice)) continue;
         // Another till may have claimed, saved and released the number since it was read.
-        if (next_invoice_number(connection_, invoice) <= number_) return;
+        if (next_invoice_number(connection_.query(last_number(invoice))) <= number_) return;
         unless_missing([&] { forget(id_); });
     }
     throw database::Error(std::string(database::key_violated), "other tills claimed every number", "");
@@ -145,7 +145,7 @@ Claims::Look Claims::look_at_stock(const Invoice& invoice) {
     // In this order: a claim disappears after its stock has moved, so what is no longer claimed is no longer
     // in stock.
     const Others others = read_others(invoice);
-    const Goods levels = stock_levels(connection_, goods_);
+    const Goods levels = stock_levels(connection_.query(levels_statement(goods_)));
     Look look;
     look.short_line = first_short_line(invoice, levels);
     look.is_lacking = look.short_line != nullptr;

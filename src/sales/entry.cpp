@@ -152,6 +152,8 @@ bool is_search(database::Connection& connection, const Entry& entry) {
 
 namespace {
 
+using database::Result;
+
 bool is_on(const Invoice& invoice, std::int64_t item) {
     return std::any_of(invoice.lines.begin(), invoice.lines.end(),
                        [&](const Line& line) { return line.item_code == item; });
@@ -175,63 +177,87 @@ Line* line_to_raise(Invoice& invoice, const Line& entered) {
 
 }  // namespace
 
-std::optional<std::size_t> ItemEntry::refuse(std::string_view text) {
+std::nullopt_t ItemEntry::refuse(std::string_view text) {
     prompts_.message(text);
     return std::nullopt;
 }
 
-bool ItemEntry::parties_present(const Invoice& invoice) {
-    if (invoice.payment == PaymentOption::account && lists_.account_customers.empty()) {
+bool ItemEntry::parties_present() {
+    if (invoice_.payment == PaymentOption::account && lists_.account_customers.empty()) {
         prompts_.message(message::add_customers);
         return false;
     }
-    if (invoice.payment == PaymentOption::tips && lists_.tips_receivers.empty()) {
+    if (invoice_.payment == PaymentOption::tips && lists_.tips_receivers.empty()) {
         prompts_.message(message::add_tips_customers);
         return false;
     }
     return true;
 }
 
-std::optional<std::size_t> ItemEntry::enter(Invoice& invoice, const Entry& entry, std::int64_t supplier) {
-    if (entry.form == EntryForm::empty || !parties_present(invoice)) return std::nullopt;
-    if (entry.form == EntryForm::unreadable) return refuse(common::message::wrong_code);
-    if (entry.form == EntryForm::general) return add_general_item(invoice, entry.name);
-    // A label printed for an empty scale.
-    if (!is_valid_quantity(entry.quantity)) return refuse(message::wrong_quantity);
-    if (entry.form == EntryForm::craftsman) {
-        const auto work = load_craftsman_line(connection_, entry.number, invoice.is_return());
-        if (!work) return refuse(invoice.is_return() ? message::product_not_sold : message::product_sold);
-        const auto item = load_item(connection_, work->item, 1);
-        if (!item) return refuse(common::message::wrong_code);
-        return enter_found(invoice, *item, entry.quantity, supplier, work);
-    }
-    if (entry.form == EntryForm::chosen_item) {
-        const auto item = load_item(connection_, entry.number, entry.unit_level);
-        if (!item) return refuse(common::message::wrong_code);
-        return enter_found(invoice, *item, entry.quantity, supplier);
-    }
-    const Lookup lookup = look_up_item(connection_, entry.text);
-    if (const auto refusal = lookup_refusal(lookup)) return refuse(*refusal);
-    return enter_found(invoice, lookup.item, entry.quantity, supplier);
-}
-
-std::optional<std::size_t> ItemEntry::add_general_item(Invoice& invoice, const std::string& name) {
+bool ItemEntry::ask(database::Reads& reads) {
+    const auto refused = [this](std::string_view text) {
+        prompts_.message(text);
+        return false;
+    };
+    if (entry_.form == EntryForm::empty || !parties_present()) return false;
+    if (entry_.form == EntryForm::unreadable) return refused(common::message::wrong_code);
     // Without this right the line can be neither given a price nor saved.
-    if (!signin::authorise(session_, prompts_, signin::Action::edit_price)) return std::nullopt;
-    Line line;
-    line.name = name.empty() ? message::general_item : std::string_view(name);
-    line.unit_name = unit_name(1);
-    invoice.lines.push_back(line);
-    return invoice.lines.size() - 1;
+    if (entry_.form == EntryForm::general)
+        return signin::authorise(session_, prompts_, signin::Action::edit_price);
+    // A label printed for an empty scale.
+    if (!is_valid_quantity(entry_.quantity)) return refused(message::wrong_quantity);
+    if (entry_.form == EntryForm::craftsman) {
+        const bool is_return = invoice_.is_return();
+        reads.add(craftsman_statement(entry_.number, is_return), [this, is_return](const Result& rows) {
+            work_ = craftsman_line_of(rows, is_return);
+            if (work_) named_ = {Found::item, work_->item};
+        });
+    } else if (entry_.form == EntryForm::chosen_item) {
+        named_ = {Found::item, entry_.number, entry_.unit_level};
+    } else {
+        reads.add(barcode_statement(entry_.text),
+                  [this](const Result& rows) { named_ = named_by(rows, entry_.text); });
+    }
+    return true;
 }
 
-Line ItemEntry::new_line(const Item& item, double price, double quantity,
-                         const std::optional<CraftsmanLine>& work) const {
+std::optional<EnteredLine> ItemEntry::finish(std::int64_t supplier) {
+    if (entry_.form == EntryForm::general) return EnteredLine{add_general_item(), {}};
+    if (entry_.form == EntryForm::craftsman && !work_)
+        return refuse(invoice_.is_return() ? message::product_not_sold : message::product_sold);
+    if (const auto refusal = lookup_refusal(named_.found)) return refuse(*refusal);
+    const std::optional<Item> item = read_goods(supplier);
+    if (!item) return refuse(common::message::wrong_code);
+    const auto row = enter_found(*item, supplier);
+    return row ? std::optional(EnteredLine{*row, std::move(shown_)}) : std::nullopt;
+}
+
+std::optional<Item> ItemEntry::read_goods(std::int64_t supplier) {
+    std::optional<Item> item;
+    database::Reads reads;
+    reads.add(item_statement(named_.item),
+              [&](const Result& cards) { item = item_of(cards, named_.unit_level); });
+    stock_.ask(reads, named_.item, stores_asked(invoice_, named_.item, supplier));
+    reads.add(expiries_statement(named_.item),
+              [&](const Result& rows) { shown_ = stock_shown(stock_.sum(invoice_.store), rows); });
+    reads.run(connection_);
+    return item;
+}
+
+std::size_t ItemEntry::add_general_item() {
+    Line line;
+    line.name = entry_.name.empty() ? message::general_item : std::string_view(entry_.name);
+    line.unit_name = unit_name(1);
+    invoice_.lines.push_back(line);
+    return invoice_.lines.size() - 1;
+}
+
+Line ItemEntry::new_line(const Item& item, double price) const {
     Line line;
     line.item_code = item.code;
     line.name = item.name;
     line.group = group_name(lists_, item.type);
-    line.quantity = quantity;
+    line.quantity = entry_.quantity;
     line.price = price;
     line.factor = item.factor;
     line.unit_code = item.unit_level;
@@ -239,49 +265,46 @@ Line ItemEntry::new_line(const Item& item, double price, double quantity,
     line.unit_cost = item.prices[0].value_or(0);
     line.stock_kept = !item.sale_only;
     line.granted.emplace().price = price;
-    if (work)
-        line.salver_code = work->code;
+    if (work_)
+        line.salver_code = work_->code;
     else
         line.clearance = is_clearance(item);
     return line;
 }
 
-std::optional<std::size_t> ItemEntry::raise(Invoice& invoice, Line& known, const Line& entered,
-                                            const std::optional<CraftsmanLine>& work) {
+std::optional<std::size_t> ItemEntry::raise(Line& known, const Line& entered) {
     const double raised = without_noise(known.quantity + entered.quantity);
     if (raised > largest_quantity) return refuse(message::wrong_quantity);
-    if (!stock_.line_allows(invoice, known, raised, work)) return std::nullopt;
+    if (!check_.line_allows(invoice_, known, raised, stock_, work_)) return std::nullopt;
     known.set_quantity(raised);
     known.below_stock = known.below_stock || entered.below_stock;
-    return static_cast<std::size_t>(&known - invoice.lines.data());
+    return static_cast<std::size_t>(&known - invoice_.lines.data());
 }
 
-std::optional<std::size_t> ItemEntry::enter_found(Invoice& invoice, const Item& item, double quantity,
-                                                  std::int64_t supplier,
-                                                  const std::optional<CraftsmanLine>& work) {
-    if (const auto refusal = item_refusal(item, invoice.is_return())) return refuse(*refusal);
-    const std::optional<double> price = work ? work->price : entry_price(item, invoice.price_level);
+std::optional<std::size_t> ItemEntry::enter_found(const Item& item, std::int64_t supplier) {
+    if (const auto refusal = item_refusal(item, invoice_.is_return())) return refuse(*refusal);
+    const std::optional<double> price = work_ ? work_->price : entry_price(item, invoice_.price_level);
     // A card without a price at this level would give the goods away unnoticed.
     if (!price || *price <= 0) return refuse(message::set_prices);
 
-    Line line = new_line(item, *price, quantity, work);
+    Line line = new_line(item, *price);
     line.set_supplier(supplier);
     if (supplier == 0) {
         const StockAnswer answer =
-            stock_.selling_store_allows(invoice, line, quantity, message::cannot_sell_now);
+            check_.selling_store_allows(invoice_, line, line.quantity, stock_, message::cannot_sell_now);
         if (answer == StockAnswer::refused) return std::nullopt;
         line.below_stock = answer == StockAnswer::confirmed;
     }
-    if (is_on(invoice, item.code)) {
+    if (is_on(invoice_, item.code)) {
         const common::Answer answer = prompts_.ask(message::entered_before);
         if (answer == common::Answer::closed) return std::nullopt;
-        Line* known = answer == common::Answer::yes ? line_to_raise(invoice, line) : nullptr;
-        if (known != nullptr) return raise(invoice, *known, line, work);
+        Line* known = answer == common::Answer::yes ? line_to_raise(invoice_, line) : nullptr;
+        if (known != nullptr) return raise(*known, line);
     }
-    if (!stock_.line_allows(invoice, line, quantity, work)) return std::nullopt;
-    if (line.stock_kept) line.balance = available_stock(connection_, item.code, invoice.store) / item.factor;
-    invoice.lines.push_back(line);
-    return invoice.lines.size() - 1;
+    if (!check_.line_allows(invoice_, line, line.quantity, stock_, work_)) return std::nullopt;
+    if (line.stock_kept) line.balance = stock_.in(invoice_.store) / item.factor;
+    invoice_.lines.push_back(line);
+    return invoice_.lines.size() - 1;
 }
 
 }  // namespace sales

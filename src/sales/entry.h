@@ -9,6 +9,7 @@
 
 #include "common/prompts.h"
 #include "database/connection.h"
+#include "database/reads.h"
 #include "sales/invoice.h"
 #include "sales/items.h"
 #include "sales/lists.h"
@@ -49,40 +50,57 @@ Entry chosen_item(std::int64_t code, int unit_level);
 // Returns true if the entry is words to search for: it reads like words and is no barcode.
 bool is_search(database::Connection& connection, const Entry& entry);
 
-// `EnterItem`: one entry becomes a new line, or more of a line that is there.
+// A line that was added or raised, and the stock of its item as it was read for that; a general item has
+// none.
+struct EnteredLine {
+    std::size_t row = 0;
+    StockShown stock;
+};
+
+// `EnterItem`: one entry becomes a new line, or more of a line that is there. It asks a server twice: what
+// the entry names, and what the shop has of that.
 class ItemEntry {
   public:
     ItemEntry(database::Connection& connection, const signin::Session& session, common::Prompts& prompts,
-              const Lists& lists)
+              const Lists& lists, Invoice& invoice, const Entry& entry)
         : connection_(connection),
           session_(session),
           prompts_(prompts),
           lists_(lists),
-          stock_(connection, session, prompts) {}
+          invoice_(invoice),
+          entry_(entry),
+          check_(session, prompts) {}
 
+    // Adds the reads of what the entry names; whoever calls runs them before finish(). Returns false after
+    // showing why the entry is refused without them.
+    bool ask(database::Reads& reads);
     // The goods come from another store if `supplier` is not 0: its stock decides. Asks whenever the item is
-    // on the invoice already. Returns the row that was added or raised; nothing if the entry was refused,
-    // which has been shown, or if that question was closed.
-    std::optional<std::size_t> enter(Invoice& invoice, const Entry& entry, std::int64_t supplier);
+    // on the invoice already. Returns nothing if the entry was refused, which has been shown, or if that
+    // question was closed.
+    std::optional<EnteredLine> finish(std::int64_t supplier);
 
   private:
-    std::optional<std::size_t> refuse(std::string_view text);
-    bool parties_present(const Invoice& invoice);
-    std::optional<std::size_t> add_general_item(Invoice& invoice, const std::string& name);
-    std::optional<std::size_t> enter_found(Invoice& invoice, const Item& item, double quantity,
-                                           std::int64_t supplier,
-                                           const std::optional<CraftsmanLine>& work = {});
+    std::nullopt_t refuse(std::string_view text);
+    bool parties_present();
+    std::size_t add_general_item();
+    std::optional<Item> read_goods(std::int64_t supplier);
+    std::optional<std::size_t> enter_found(const Item& item, std::int64_t supplier);
     // Adds the goods entered to a line that holds the same.
-    std::optional<std::size_t> raise(Invoice& invoice, Line& known, const Line& entered,
-                                     const std::optional<CraftsmanLine>& work);
-    Line new_line(const Item& item, double price, double quantity,
-                  const std::optional<CraftsmanLine>& work) const;
+    std::optional<std::size_t> raise(Line& known, const Line& entered);
+    Line new_line(const Item& item, double price) const;
 
     database::Connection& connection_;
     const signin::Session& session_;
     common::Prompts& prompts_;
     const Lists& lists_;
-    StockCheck stock_;
+    Invoice& invoice_;
+    const Entry& entry_;
+    StockCheck check_;
+
+    Named named_;
+    std::optional<CraftsmanLine> work_;
+    ItemStock stock_;
+    StockShown shown_;
 };
 
 }  // namespace sales

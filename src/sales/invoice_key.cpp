@@ -26,11 +26,13 @@ Sql condition_of(Series series, std::int64_t store) {
     return Sql("(ctype = 2 or ctype = 3) and stcode =") + store;
 }
 
-std::int64_t next_invoice_number(database::Connection& connection, const Invoice& invoice) {
-    const Series series = series_of(invoice.kind, invoice.payment);
-    return database::integer_of(connection.scalar(Sql(" select max(pnum) as last_i from sales where ") +
-                                                  condition_of(series, invoice.store))) +
-           1;
+Sql last_number(const Invoice& invoice) {
+    return Sql(" select max(pnum) as last_i from sales where ") +
+           condition_of(series_of(invoice.kind, invoice.payment), invoice.store);
+}
+
+std::int64_t next_invoice_number(const database::Result& last) {
+    return last.front().integer("last_i") + 1;
 }
 
 InvoiceKey key_of(const Invoice& invoice) {

@@ -26,8 +26,9 @@ Series series_of(KindOption kind, PaymentOption payment);
 // The condition that selects the invoices of a series; of returns, those of the store.
 database::Sql condition_of(Series series, std::int64_t store);
 
-// The highest number of the invoice's series plus 1.
-std::int64_t next_invoice_number(database::Connection& connection, const Invoice& invoice);
+// The highest number of the invoice's series: the statement, and the number after what it gives.
+database::Sql last_number(const Invoice& invoice);
+std::int64_t next_invoice_number(const database::Result& last);
 
 // The columns that the rows of `sales` and `saledata` share.
 struct InvoiceKey {

@@ -5,14 +5,17 @@
 
 #include "common/amount.h"
 #include "common/numbers.h"
+#include "database/reads.h"
 #include "sales/messages.h"
 
 namespace sales {
 
 using database::Connection;
 using database::quoted;
+using database::Result;
 using database::Row;
 using database::Sql;
+using database::Value;
 
 namespace {
 
@@ -21,7 +24,7 @@ std::optional<double> number_or_none(const Row& row, std::string_view column) {
     return row.number(column);
 }
 
-Item item_of(const Row& row, int unit_level) {
+Item card_of(const Row& row, int unit_level) {
     constexpr std::string_view factors[] = {"num1", "NUM2", "NUM3"};
     Item item;
     item.code = row.integer("code");
@@ -44,23 +47,32 @@ std::string price_column(int unit_level, int price_level) {
     return "price" + std::to_string(unit_level) + std::to_string(price_level);
 }
 
-std::optional<Item> load_item(Connection& connection, std::int64_t code, int unit_level) {
-    const auto rows = connection.query(
-        Sql("SELECT items.*, IsNull(tmp_price.p_per,0) AS Expr1, tmp_price.s_price FROM items LEFT JOIN "
-            "tmp_price ON items.code = tmp_price.icode  where code = ") +
-        code);
-    if (rows.empty()) return std::nullopt;
-    return item_of(rows.front(), unit_level);
+Sql item_statement(std::int64_t code) {
+    return Sql("SELECT items.*, IsNull(tmp_price.p_per,0) AS Expr1, tmp_price.s_price FROM items LEFT JOIN "
+               "tmp_price ON items.code = tmp_price.icode  where code = ") +
+           code;
 }
 
-Lookup look_up_item(Connection& connection, std::string_view text) {
+std::optional<Item> item_of(const Result& cards, int unit_level) {
+    if (cards.empty()) return std::nullopt;
+    return card_of(cards.front(), unit_level);
+}
+
+std::optional<Item> load_item(Connection& connection, std::int64_t code, int unit_level) {
+    return item_of(connection.query(item_statement(code)), unit_level);
+}
+
+Sql barcode_statement(std::string_view text) {
+    return Sql("select * from barcode where bar = ") + quoted(text);
+}
+
+Named named_by(const Result& barcodes, std::string_view text) {
     std::optional<std::int64_t> code;
     int unit_level = 1;
-    const auto bars = connection.query(Sql("select * from barcode where bar = ") + quoted(text));
-    for (const Row& row : bars) {
+    for (const Row& row : barcodes) {
         const std::int64_t item = row.integer("code");
         // A guess between two items would sell the wrong one unnoticed.
-        if (code && *code != item) return {Found::shared_barcode, {}};
+        if (code && *code != item) return {Found::shared_barcode};
         if (code) continue;
         code = item;
         unit_level = unit_level_of(row.integer("scode"));
@@ -68,32 +80,44 @@ Lookup look_up_item(Connection& connection, std::string_view text) {
     if (!code) code = common::parse_integer(text);
     // Codes are 32-bit, so an unknown 13-digit barcode is not one.
     if (!code || *code < 0 || *code > std::numeric_limits<std::int32_t>::max()) return {};
-    const auto item = load_item(connection, *code, unit_level);
-    if (!item) return {};
-    return {Found::item, *item};
+    return {Found::item, *code, unit_level};
 }
 
-std::optional<std::string_view> lookup_refusal(const Lookup& lookup) {
-    if (lookup.found == Found::nothing) return common::message::wrong_code;
-    if (lookup.found == Found::shared_barcode) return message::shared_barcode;
+Lookup look_up_item(Connection& connection, std::string_view text) {
+    const Named named = named_by(connection.query(barcode_statement(text)), text);
+    if (named.found != Found::item) return {named.found, {}};
+    const auto item = load_item(connection, named.item, named.unit_level);
+    return item ? Lookup{Found::item, *item} : Lookup();
+}
+
+std::optional<std::string_view> lookup_refusal(Found found) {
+    if (found == Found::nothing) return common::message::wrong_code;
+    if (found == Found::shared_barcode) return message::shared_barcode;
     return std::nullopt;
 }
 
-std::optional<CraftsmanLine> load_craftsman_line(Connection& connection, std::int64_t code, bool is_return) {
+Sql craftsman_statement(std::int64_t code, bool is_return) {
     Sql statement = Sql("select * from salver where scode = ") + code;
     if (is_return)
         statement += " and cqty < qty";
     else
         statement += " and cqty > 0";
-    const auto rows = connection.query(statement);
+    return statement;
+}
+
+std::optional<CraftsmanLine> craftsman_line_of(const Result& rows, bool is_return) {
     if (rows.empty()) return std::nullopt;
     const Row& row = rows.front();
     CraftsmanLine line;
-    line.code = code;
+    line.code = row.integer("scode");
     line.item = row.integer("icode");
     line.price = number_or_none(row, "tot");
     line.left = is_return ? row.number("qty") - row.number("cqty") : row.number("cqty");
     return line;
+}
+
+std::optional<CraftsmanLine> load_craftsman_line(Connection& connection, std::int64_t code, bool is_return) {
+    return craftsman_line_of(connection.query(craftsman_statement(code, is_return)), is_return);
 }
 
 int default_level(std::int64_t main_p) {
@@ -158,27 +182,38 @@ std::optional<ItemInfo> load_item_info(Connection& connection, std::int64_t code
     return info;
 }
 
-std::string stock_text(Connection& connection, std::int64_t item, std::int64_t store) {
-    const auto sum = connection.scalar(Sql("SELECT Sum(stk.quan) AS xq From stk WHERE stk.icode=") + item +
-                                       " AND stk.stcode=" + store);
-    if (database::is_null(sum)) return std::string(message::stock_zero);
-    return std::string(message::stock_quantity) + common::format_quantity(database::number_of(sum));
+Sql expiries_statement(std::int64_t item) {
+    return Sql("SELECT edate  From stk WHERE stk.icode=") + item;
 }
 
-std::vector<std::string> expiry_texts(Connection& connection, std::int64_t item) {
-    std::vector<std::string> dated;
+StockShown stock_shown(const Value& sum, const Result& expiries) {
+    StockShown shown;
+    shown.quantity = database::is_null(sum) ? std::string(message::stock_zero)
+                                            : std::string(message::stock_quantity) +
+                                                  common::format_quantity(database::number_of(sum));
     std::vector<std::string> undated;
-    for (const auto& row : connection.query(Sql("SELECT edate  From stk WHERE stk.icode=") + item)) {
+    for (const Row& row : expiries) {
         const std::string mark(message::expiry_mark);
         // The far-future date that stands for "no expiry" would mislead the cashier.
         if (row.null("edate") || row.moment("edate").date == common::no_expiry)
             undated.push_back(mark + std::string(message::no_expiry_date));
         else
-            dated.push_back(mark + common::date_text(row.moment("edate").date));
+            shown.expiries.push_back(mark + common::date_text(row.moment("edate").date));
     }
-    std::sort(dated.begin(), dated.end());
-    dated.insert(dated.end(), undated.begin(), undated.end());
-    return dated;
+    std::sort(shown.expiries.begin(), shown.expiries.end());
+    shown.expiries.insert(shown.expiries.end(), undated.begin(), undated.end());
+    return shown;
+}
+
+StockShown load_stock_shown(Connection& connection, std::int64_t item, std::int64_t store) {
+    Value sum;
+    StockShown shown;
+    database::Reads reads;
+    reads.add(Sql("SELECT Sum(stk.quan) AS xq From stk WHERE stk.icode=") + item + " AND stk.stcode=" + store,
+              [&](const Result& rows) { sum = database::first_cell(rows); });
+    reads.add(expiries_statement(item), [&](const Result& rows) { shown = stock_shown(sum, rows); });
+    reads.run(connection);
+    return shown;
 }
 
 }  // namespace sales

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "database/connection.h"
+#include "database/sql.h"
 
 namespace sales {
 
@@ -42,6 +43,21 @@ struct CraftsmanLine {
 
 enum class Found { item, nothing, shared_barcode };
 
+// The item that a code names, by a barcode or else as its own code, and the unit.
+struct Named {
+    Found found = Found::nothing;
+    std::int64_t item = 0;
+    int unit_level = 1;
+};
+database::Sql barcode_statement(std::string_view text);
+// What the text names by the rows of that statement; whether the shop has such an item is not known yet.
+Named named_by(const database::Result& barcodes, std::string_view text);
+
+// An item by its code in a unit level.
+database::Sql item_statement(std::int64_t code);
+std::optional<Item> item_of(const database::Result& cards, int unit_level);
+std::optional<Item> load_item(database::Connection& connection, std::int64_t code, int unit_level);
+
 struct Lookup {
     Found found = Found::nothing;
     Item item;
@@ -50,10 +66,10 @@ struct Lookup {
 // Resolves a barcode, else an item code.
 Lookup look_up_item(database::Connection& connection, std::string_view text);
 // The message if no item was found.
-std::optional<std::string_view> lookup_refusal(const Lookup& lookup);
-// An item by its code in a unit level.
-std::optional<Item> load_item(database::Connection& connection, std::int64_t code, int unit_level);
+std::optional<std::string_view> lookup_refusal(Found found);
 // A work line with something left to sell, or on a return with something sold.
+database::Sql craftsman_statement(std::int64_t code, bool is_return);
+std::optional<CraftsmanLine> craftsman_line_of(const database::Result& rows, bool is_return);
 std::optional<CraftsmanLine> load_craftsman_line(database::Connection& connection, std::int64_t code,
                                                  bool is_return);
 
@@ -97,10 +113,15 @@ struct ItemInfo {
 // Nothing if the item does not exist.
 std::optional<ItemInfo> load_item_info(database::Connection& connection, std::int64_t code);
 
-// " الكمية بالمخزن : " and the store's quantity in base units, or "صفر" (zero) if there is no stock row.
-std::string stock_text(database::Connection& connection, std::int64_t item, std::int64_t store);
-// One text per stock row of the item, in all stores: "==> yyyy/mm/dd", the nearest first, then "==> بدون
-// تاريخ" (no date).
-std::vector<std::string> expiry_texts(database::Connection& connection, std::int64_t item);
+// The stock of an item as the screen shows it.
+struct StockShown {
+    std::string quantity;  // " الكمية بالمخزن : " and the store's quantity in base units, or "صفر" (zero)
+    std::vector<std::string> expiries;  // one per stock row, in all stores: "==> yyyy/mm/dd", the nearest
+                                        // first, then "==> بدون تاريخ" (no date)
+};
+database::Sql expiries_statement(std::int64_t item);
+// By the sum of the store's stock, null without a row, and the rows of that statement.
+StockShown stock_shown(const database::Value& sum, const database::Result& expiries);
+StockShown load_stock_shown(database::Connection& connection, std::int64_t item, std::int64_t store);
 
 }  // namespace sales

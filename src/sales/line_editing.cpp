@@ -95,11 +95,18 @@ bool LineEditing::commit_quantity(Invoice& invoice, Line& line, std::string_view
 
 bool LineEditing::stock_allows(const Invoice& invoice, Line& line, double quantity) {
     std::optional<CraftsmanLine> work;
-    if (line.salver_code != 0) work = load_craftsman_line(connection_, line.salver_code, invoice.is_return());
-    if (!stock_.line_allows(invoice, line, quantity, work)) return false;
+    ItemStock stock;
+    database::Reads reads;
+    if (line.salver_code != 0) {
+        reads.add(craftsman_statement(line.salver_code, invoice.is_return()),
+                  [&](const database::Result& rows) { work = craftsman_line_of(rows, invoice.is_return()); });
+    }
+    if (line.item_code) stock.ask(reads, *line.item_code, stores_asked(invoice, *line.item_code, 0));
+    reads.run(connection_);
+    if (!check_.line_allows(invoice, line, quantity, stock, work)) return false;
     if (line.is_supplied()) return true;
     const StockAnswer answer =
-        stock_.selling_store_allows(invoice, line, quantity, message::quantity_not_allowed);
+        check_.selling_store_allows(invoice, line, quantity, stock, message::quantity_not_allowed);
     if (answer == StockAnswer::confirmed) line.below_stock = true;
     return answer != StockAnswer::refused;
 }

@@ -33,10 +33,7 @@ bool exceeds_ceiling(double discount, double amount, float max_dis);
 class LineEditing {
   public:
     LineEditing(database::Connection& connection, const signin::Session& session, common::Prompts& prompts)
-        : connection_(connection),
-          session_(session),
-          prompts_(prompts),
-          stock_(connection, session, prompts) {}
+        : connection_(connection), session_(session), prompts_(prompts), check_(session, prompts) {}
 
     // Returns true if the cell may be opened, else false after showing why. Only columns 4 to 7 open.
     bool may_open(const Line& line, int column);
@@ -56,7 +53,7 @@ class LineEditing {
     database::Connection& connection_;
     const signin::Session& session_;
     common::Prompts& prompts_;
-    StockCheck stock_;
+    StockCheck check_;
 };
 
 // The discount on the whole invoice. Both keep the percent, not rounded, so that the value shown is the value

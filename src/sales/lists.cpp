@@ -6,21 +6,12 @@ namespace sales {
 
 using database::choices;
 using database::Connection;
-using database::quoted;
+using database::Reads;
+using database::Result;
 using database::Row;
 using database::Sql;
 
 namespace {
-
-// Only shops made with this program have these tables of names; other shops show the numbers.
-std::vector<common::Choice> optional_choices(Connection& connection, database::Fragment statement) {
-    try {
-        return choices(connection.query(statement));
-    } catch (const database::Error& error) {
-        if (error.is_connection_lost()) throw;
-        return {};
-    }
-}
 
 std::string shown_moment(const Row& row, std::string_view column) {
     return row.null(column) ? std::string() : common::moment_text(row.moment(column));
@@ -34,42 +25,41 @@ std::string group_name(const Lists& lists, std::int64_t item_type) {
                                                  : std::to_string(item_type);
 }
 
-Lists load_lists(Connection& connection) {
-    Lists lists;
-    lists.stores = database::load_stores(connection);
-    lists.users = choices(connection.query("select * from [users]"));
-    lists.banks =
-        choices(connection.query("select * from bankdata where isnull(mob,0) = 0 "), "bcode", "bname");
-    lists.workers = database::load_workers(connection);
-    lists.item_types = optional_choices(connection, "select * from item_types");
-    lists.makers = optional_choices(connection, "select * from makers");
-    reload_parties(connection, lists);
-    return lists;
+void ask_lists(Reads& reads, Lists& lists) {
+    using database::into;
+    database::ask_stores(reads, lists.stores);
+    reads.add("select * from [users]", into(lists.users));
+    reads.add("select * from bankdata where isnull(mob,0) = 0 ", into(lists.banks, "bcode", "bname"));
+    database::ask_workers(reads, lists.workers);
+    // Only shops made with this program have these tables of names; other shops show the numbers.
+    reads.add_optional("select * from item_types", into(lists.item_types));
+    reads.add_optional("select * from makers", into(lists.makers));
+    ask_parties(reads, lists);
+    reads.add("select * from users", [&lists](const Result& rows) {
+        lists.user_filter = choices(rows);
+        lists.user_filter.push_back({all_users, std::string(all_users_name)});
+    });
 }
 
-std::vector<common::Choice> load_user_filter(Connection& connection) {
-    std::vector<common::Choice> filter = choices(connection.query("select * from users"));
-    filter.push_back({all_users, std::string(all_users_name)});
-    return filter;
-}
-
-void reload_parties(Connection& connection, Lists& lists) {
-    lists.account_customers =
-        choices(connection.query("select * from custdata order by ccode"), "ccode", "cname");
-    lists.tips_receivers =
-        choices(connection.query("select * from boundata order by ccode"), "ccode", "cname");
+void ask_parties(Reads& reads, Lists& lists) {
+    using database::into;
+    reads.add("select * from custdata order by ccode", into(lists.account_customers, "ccode", "cname"));
+    reads.add("select * from boundata order by ccode", into(lists.tips_receivers, "ccode", "cname"));
 }
 
 std::string account_name(Connection& connection, std::int64_t code) {
     return database::text_of(connection.scalar(Sql("select cname from custdata where ccode = ") + code));
 }
 
-std::vector<ShiftRow> load_shifts(Connection& connection, const signin::Session& session) {
-    std::vector<ShiftRow> shifts;
-    for (const Row& row : connection.query(Sql("select * FROM shift  where stcode = ") + session.store_code +
-                                           " and cash_no = " + session.cash_point + "  Order By scode"))
-        shifts.push_back({row.integer("scode"), shown_moment(row, "s_date"), shown_moment(row, "e_date")});
-    return shifts;
+void ask_shifts(Reads& reads, const signin::Session& session, std::vector<ShiftRow>& shifts) {
+    reads.add(Sql("select * FROM shift  where stcode = ") + session.store_code +
+                  " and cash_no = " + session.cash_point + "  Order By scode",
+              [&shifts](const Result& rows) {
+                  shifts.clear();
+                  for (const Row& row : rows)
+                      shifts.push_back(
+                          {row.integer("scode"), shown_moment(row, "s_date"), shown_moment(row, "e_date")});
+              });
 }
 
 std::set<std::int64_t> shifts_of_user(Connection& connection, const signin::Session& session,
@@ -83,29 +73,13 @@ std::set<std::int64_t> shifts_of_user(Connection& connection, const signin::Sess
     return shifts;
 }
 
-std::vector<std::string> load_news(Connection& connection) {
-    std::vector<std::string> news;
-    for (const Row& row : connection.query("select * from news"))
-        if (std::string line(common::trim(row.text("nname"))); !line.empty()) news.push_back(std::move(line));
-    return news;
-}
-
-std::optional<std::int64_t> sale_period_of(Connection& connection, const common::Date& today) {
-    const auto periods = connection.query(Sql("select * from sal_prd where sale_from <=") + quoted(today) +
-                                          " and sale_to >= " + quoted(today));
-    if (periods.empty()) return std::nullopt;
-    return periods.front().integer("sale_no");
-}
-
-std::optional<std::int64_t> load_sale_period(Connection& connection, const common::Date& today) {
-    connection.execute("delete from tmp_price");
-    const auto period = sale_period_of(connection, today);
-    if (period)
-        connection.execute(Sql("INSERT INTO tmp_price (icode,p_per,s_price) select "
-                               "icode,isnull(p_per,0),s_price from sale_price where sale_prd = ") +
-                           *period);
-    connection.make_durable();
-    return period;
+void ask_news(Reads& reads, std::vector<std::string>& news) {
+    reads.add("select * from news", [&news](const Result& rows) {
+        news.clear();
+        for (const Row& row : rows)
+            if (std::string line(common::trim(row.text("nname"))); !line.empty())
+                news.push_back(std::move(line));
+    });
 }
 
 }  // namespace sales

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "database/choices.h"
+#include "database/reads.h"
 #include "signin/session.h"
 
 namespace sales {
@@ -28,13 +29,12 @@ struct Lists {
     std::vector<common::Choice> item_types;  // empty if the shop keeps no names for them
     std::vector<common::Choice> makers;
 };
-// All of them but the user filter, which the screen fills after its sale period.
-Lists load_lists(database::Connection& connection);
-std::vector<common::Choice> load_user_filter(database::Connection& connection);
+// Asks for all of them.
+void ask_lists(database::Reads& reads, Lists& lists);
 // The group shown for an item type: its name, else its number, nothing for 0.
 std::string group_name(const Lists& lists, std::int64_t item_type);
-// Reads account customers and tips receivers again, after one was added on its own screen.
-void reload_parties(database::Connection& connection, Lists& lists);
+// Asks for account customers and tips receivers, also again after one was added on its own screen.
+void ask_parties(database::Reads& reads, Lists& lists);
 
 // The name of an account customer; empty if he was deleted.
 std::string account_name(database::Connection& connection, std::int64_t code);
@@ -46,19 +46,13 @@ struct ShiftRow {
     std::string end;  // empty while the shift is open
 };
 // The shifts of the workstation's drawer, in order of their numbers.
-std::vector<ShiftRow> load_shifts(database::Connection& connection, const signin::Session& session);
+void ask_shifts(database::Reads& reads, const signin::Session& session, std::vector<ShiftRow>& shifts);
 
 // The numbers of the shifts of the workstation's drawer under which the user saved invoices.
 std::set<std::int64_t> shifts_of_user(database::Connection& connection, const signin::Session& session,
                                       std::int64_t user);
 
 // The lines of the news ticker.
-std::vector<std::string> load_news(database::Connection& connection);
-
-// The number of the sale period that covers the day, if any.
-std::optional<std::int64_t> sale_period_of(database::Connection& connection, const common::Date& today);
-// Fills `tmp_price` with the prices of the sale period that covers the day, or empties it if none does.
-// Returns that period.
-std::optional<std::int64_t> load_sale_period(database::Connection& connection, const common::Date& today);
+void ask_news(database::Reads& reads, std::vector<std::string>& news);
 
 }  // namespace sales

@@ -1,12 +1,13 @@
 #include "sales/offers.h"
 
+#include <algorithm>
+
 #include "common/amount_in_words.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "printing/receipt.h"
 #include "sales/messages.h"
 #include "sales/rights.h"
-#include "sales/stock_check.h"
 #include "stock/offers.h"
 
 namespace sales {
@@ -78,14 +79,29 @@ Invoice invoice_of(Connection& connection, const stock::Offer& offer) {
 
 }  // namespace
 
-std::optional<std::string> offer_line_refused(Connection& connection, const Invoice& invoice) {
+void OfferLines::ask(database::Reads& reads, const Invoice& invoice) {
     for (const Line& line : invoice.lines) {
         if (!line.marked || !line.item_code) continue;
-        const auto item = connection.query(Sql("select stop from items where code = ") + *line.item_code);
-        if (item.empty())
+        const std::int64_t item = *line.item_code;
+        reads.add(Sql("select stop from items where code = ") + item,
+                  [this, item](const database::Result& card) {
+                      if (!card.empty()) stopped_[item] = card.front().integer("stop") != 0;
+                  });
+    }
+    if (std::ranges::any_of(invoice.lines, [](const Line& line) { return line.marked; }))
+        reads.add(levels_statement(goods_taken(invoice)),
+                  [this](const database::Result& levels) { levels_ = stock_levels(levels); });
+}
+
+std::optional<std::string> OfferLines::refused(const Invoice& invoice) const {
+    for (const Line& line : invoice.lines) {
+        if (!line.marked || !line.item_code) continue;
+        const auto stopped = stopped_.find(*line.item_code);
+        if (stopped == stopped_.end())
             return std::string(message::item_of) + line.name + std::string(message::item_deleted);
-        if (item.front().integer("stop") != 0) return std::string(message::stopped) + "\n" + line.name;
-        if (!supplier_suffices(connection, invoice, line, line.quantity))
+        if (stopped->second) return std::string(message::stopped) + "\n" + line.name;
+        const auto held = levels_.find({*line.item_code, line.source_store});
+        if (!supplier_suffices(invoice, line, line.quantity, held == levels_.end() ? 0 : held->second))
             return std::string(message::transfer_store_short) + "\n" + line.name;
     }
     return std::nullopt;

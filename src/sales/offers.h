@@ -1,6 +1,8 @@
 // Offers at the sales desk: an invoice kept as a quotation, loaded back, sold and printed.
 #pragma once
 
+#include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,13 +10,24 @@
 #include "database/connection.h"
 #include "printing/report.h"
 #include "sales/sale.h"
+#include "sales/stock_check.h"
 
 namespace sales {
 
-// The message about the first line loaded from an offer that can no longer be sold as offered: its item was
-// stopped or deleted, or the other store that was to supply it no longer holds enough. Nothing if all can.
-// An item that was repriced since keeps the offer's price, which is what an offer is for.
-std::optional<std::string> offer_line_refused(database::Connection& connection, const Invoice& invoice);
+// The lines of an invoice that came from an offer, looked at before it is sold. An item that was repriced
+// since keeps the offer's price, which is what an offer is for.
+class OfferLines {
+  public:
+    // Adds the reads; the object must still be there when they run.
+    void ask(database::Reads& reads, const Invoice& invoice);
+    // The message about the first line that can no longer be sold as offered: its item was stopped or
+    // deleted, or the other store that was to supply it no longer holds enough. Nothing if all can.
+    std::optional<std::string> refused(const Invoice& invoice) const;
+
+  private:
+    std::map<std::int64_t, bool> stopped_;  // of the items that the shop has
+    Goods levels_;
+};
 
 // An offer as an A4 quotation, with its total in words (in figures only beyond what the words reach). Nothing
 // if there is no offer of that number.

@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "database/reads.h"
 #include "sales/items.h"
 #include "sales/line_editing.h"
 #include "sales/messages.h"
@@ -27,21 +31,48 @@ bool has_granted_discount(const Line& line) {
     return line.discount <= share + two_roundings;
 }
 
-// The price of the line's unit on the item's card, at any level, or of its craftsman's work line.
-bool has_card_price(database::Connection& connection, const Invoice& invoice, const Line& line) {
-    if (!line.item_code) return false;
-    if (line.salver_code != 0) {
-        const auto work = load_craftsman_line(connection, line.salver_code, invoice.is_return());
-        return work && work->price && is_same_price(line.price, *work->price);
+// The prices of the cards and work lines of an invoice's lines, where they decide, read together.
+class CardPrices {
+  public:
+    // For the lines that have no granted price.
+    CardPrices(database::Connection& connection, const Invoice& invoice) {
+        database::Reads reads;
+        for (const Line& line : invoice.lines)
+            if (line.item_code && !has_granted_price(line)) ask(reads, invoice, line);
+        reads.run(connection);
     }
-    const auto item = load_item(connection, *line.item_code, unit_level_of(line.unit_code));
-    if (!item || item->factor != line.factor) return false;
-    for (int level = retail_level; level <= last_level; ++level) {
-        const auto price = entry_price(*item, level);
-        if (price && is_same_price(line.price, *price)) return true;
+
+    // Returns true if the line has the price of its unit on the item's card, at any level, or of its
+    // craftsman's work line.
+    bool holds(const Line& line) const {
+        const auto prices = prices_.find(&line);
+        return prices != prices_.end() && std::ranges::any_of(prices->second, [&](double price) {
+                   return is_same_price(line.price, price);
+               });
     }
-    return false;
-}
+
+  private:
+    void ask(database::Reads& reads, const Invoice& invoice, const Line& line) {
+        std::vector<double>& prices = prices_[&line];
+        if (line.salver_code != 0) {
+            const bool is_return = invoice.is_return();
+            reads.add(craftsman_statement(line.salver_code, is_return),
+                      [&prices, is_return](const database::Result& rows) {
+                          const auto work = craftsman_line_of(rows, is_return);
+                          if (work && work->price) prices.push_back(*work->price);
+                      });
+            return;
+        }
+        reads.add(item_statement(*line.item_code), [&prices, &line](const database::Result& cards) {
+            const auto item = item_of(cards, unit_level_of(line.unit_code));
+            if (!item || item->factor != line.factor) return;
+            for (int level = retail_level; level <= last_level; ++level)
+                if (const auto price = entry_price(*item, level)) prices.push_back(*price);
+        });
+    }
+
+    std::map<const Line*, std::vector<double>> prices_;
+};
 
 // A line that was just entered, of whatever quantity, was not on the receipt or offer with the discount.
 bool is_as_granted(const Line& line) {
@@ -62,13 +93,15 @@ bool authorise_invoice(database::Connection& connection, const signin::Session& 
                                  std::string(signin::denied) + std::string(what) + std::string(name));
     };
     if (invoice.is_return() && !may(Action::return_kind, message::saving_a_return)) return false;
+    const bool may_set_prices = signin::allows(session, Action::edit_price);
+    std::optional<CardPrices> cards;
+    if (!may_set_prices) cards.emplace(connection, invoice);
     for (const Line& line : invoice.lines) {
         // Which of the two rights was asked for depended on the stock then.
         if (line.below_stock && !signin::allows(session, Action::sell_reserved) &&
             !may(Action::sell_below_stock, message::below_stock_of_item, line.name))
             return false;
-        if (!has_granted_price(line) && !signin::allows(session, Action::edit_price) &&
-            !has_card_price(connection, invoice, line) &&
+        if (!may_set_prices && !has_granted_price(line) && !cards->holds(line) &&
             !may(Action::edit_price, message::price_of_item, line.name))
             return false;
         if (!has_granted_discount(line) && !may(Action::edit_discount, message::discount_of_item, line.name))

@@ -5,6 +5,7 @@
 #include "sales/invoice_key.h"
 #include "sales/items.h"
 #include "sales/messages.h"
+#include "sales/sale_period.h"
 
 namespace sales {
 
@@ -25,8 +26,31 @@ void DeskPart::report(std::string_view name, const std::exception& error) {
 }
 
 common::Date DeskPart::server_date() {
-    if (connection_.is_embedded()) return services_.clock.now().date;
-    return database::moment_of(connection_.scalar("select getdate()")).date;
+    common::Date day;
+    database::Reads reads;
+    ask_day(reads, day);
+    reads.run(connection_);
+    return day;
+}
+
+void DeskPart::ask_day(database::Reads& reads, common::Date& day) {
+    day = services_.clock.now().date;
+    if (connection_.is_embedded()) return;
+    reads.add("select getdate()", [&day](const database::Result& rows) {
+        day = database::moment_of(database::first_cell(rows)).date;
+    });
+}
+
+void DeskPart::ask_today(database::Reads& reads, Today& today) {
+    ask_day(reads, today.day);
+    today.assumed = today.day;
+    reads.add(sale_period_statement(today.assumed),
+              [&today](const database::Result& periods) { today.period = sale_period_in(periods); });
+}
+
+std::optional<std::int64_t> DeskPart::checked_period(const Today& today) {
+    if (today.day == today.assumed) return today.period;
+    return sale_period_in(connection_.query(sale_period_statement(today.day)));
 }
 
 void DeskPart::take_day(const common::Date& today) {
@@ -34,7 +58,12 @@ void DeskPart::take_day(const common::Date& today) {
 }
 
 void DeskPart::NextInvoiceNumber() {
-    invoice_.number = next_invoice_number(connection_, invoice_);
+    invoice_.number = next_invoice_number(connection_.query(last_number(invoice_)));
+}
+
+void DeskPart::ask_invoice_number(database::Reads& reads) {
+    reads.add(last_number(invoice_),
+              [this](const database::Result& last) { invoice_.number = next_invoice_number(last); });
 }
 
 void DeskPart::RecalcTotals() {
@@ -50,17 +79,24 @@ void DeskPart::show_line(std::optional<std::size_t> row) {
     sale_.stock = stock_of(row);
 }
 
+void DeskPart::show_line(std::size_t row, StockShown stock) {
+    sale_.current_row = row;
+    RecalcTotals();
+    sale_.stock = std::move(stock);
+}
+
 // A general item has no stock.
 StockShown DeskPart::stock_of(std::optional<std::size_t> row) {
     if (!row || *row >= invoice_.lines.size()) return {};
     const auto item = invoice_.lines[*row].item_code;
     if (!item) return {};
-    return {stock_text(connection_, *item, invoice_.store), expiry_texts(connection_, *item)};
+    return load_stock_shown(connection_, *item, invoice_.store);
 }
 
-void DeskPart::select_default_level() {
-    const auto basic = connection_.query("select * from basic");
-    invoice_.price_level = default_level(basic.empty() ? 0 : basic.front().integer("main_p"));
+void DeskPart::ask_default_level(database::Reads& reads) {
+    reads.add("select * from basic", [this](const database::Result& basic) {
+        invoice_.price_level = default_level(basic.empty() ? 0 : basic.front().integer("main_p"));
+    });
 }
 
 Sale DeskPart::empty_sale() const {
@@ -76,9 +112,11 @@ void DeskPart::start_next_invoice() {
     sale_ = empty_sale();
     const Sale empty = sale_;
     try {
-        select_default_level();
-        invoice_.date = server_date();
-        NextInvoiceNumber();
+        database::Reads reads;
+        ask_default_level(reads);
+        ask_day(reads, invoice_.date);
+        ask_invoice_number(reads);
+        reads.run(connection_);
     } catch (const std::exception& error) {
         sale_ = empty;
         report("start the next invoice", error);

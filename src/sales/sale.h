@@ -11,8 +11,10 @@
 
 #include "common/services.h"
 #include "database/connection.h"
+#include "database/reads.h"
 #include "printing/receipt_printer.h"
 #include "sales/invoice.h"
+#include "sales/items.h"
 #include "sales/lists.h"
 #include "sales/payment.h"
 #include "sales/recall.h"
@@ -28,12 +30,6 @@ struct Figures {
     std::string discount_value = "0.00";
     std::string discount_percent = "0.00";
     std::string net = "0.00";
-};
-
-// The stock of the current line's item.
-struct StockShown {
-    std::string quantity;               // " الكمية بالمخزن : …"
-    std::vector<std::string> expiries;  // "==> yyyy/mm/dd" or "==> بدون تاريخ"
 };
 
 // A save that the cashier has begun and not yet confirmed.
@@ -144,18 +140,29 @@ class DeskPart {
 
     // The server's day; the workstation's own for an embedded shop.
     common::Date server_date();
+    void ask_day(database::Reads& reads, common::Date& day);
+    // The same with the sale period that covers it. The period is asked for by the workstation's day, and
+    // checked_period() asks again if the server's turns out to be another.
+    struct Today {
+        common::Date assumed, day;
+        std::optional<std::int64_t> period;
+    };
+    void ask_today(database::Reads& reads, Today& today);
+    std::optional<std::int64_t> checked_period(const Today& today);
     // Gives the invoice a day, unless the cashier chose one.
     void take_day(const common::Date& today);
     // Shows the next number of the invoice's series. Saving takes it again.
     void NextInvoiceNumber();
+    void ask_invoice_number(database::Reads& reads);
     // Writes the figures that follow from the lines and the discount percent.
     void RecalcTotals();
     // Makes a line the current one, and shows its stock and the totals.
     void show_line(std::optional<std::size_t> row);
+    void show_line(std::size_t row, StockShown stock);
     StockShown stock_of(std::optional<std::size_t> row);
 
     // Selects the price level of the settings.
-    void select_default_level();
+    void ask_default_level(database::Reads& reads);
     // An empty sale of the store and price level of this one.
     Sale empty_sale() const;
     // Leaves an empty invoice with the next number and the default options. It always leaves an empty one,

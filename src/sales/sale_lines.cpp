@@ -3,6 +3,7 @@
 #include "sales/entry.h"
 #include "sales/line_editing.h"
 #include "sales/messages.h"
+#include "sales/sale_period.h"
 
 namespace sales {
 
@@ -10,12 +11,9 @@ bool SaleLines::EnterItem(const Entry& entry, std::int64_t supplier) {
     if (entry.form == EntryForm::empty) return false;
     return change("enter an item", false, [&] {
         if (frozen() || (supplier != 0 && invoice_.is_return())) return false;
-        if (sale_.is_only_looked_at()) {
-            sale_ = empty_sale();
-            invoice_.date = server_date();
-            NextInvoiceNumber();
-        }
-        return enter(entry, supplier);
+        const bool begins_anew = sale_.is_only_looked_at();
+        if (begins_anew) sale_ = empty_sale();
+        return enter(entry, supplier, begins_anew);
     });
 }
 
@@ -30,30 +28,37 @@ bool SaleLines::EnterItemForRecalled(const Entry& entry) {
             return false;
         }
         if (frozen()) return false;
-        const bool entered = enter(entry, 0);
+        const bool entered = enter(entry, 0, false);
         sale_.edited = sale_.edited || entered;
         return entered;
     });
 }
 
-bool SaleLines::enter(const Entry& entry, std::int64_t supplier) {
-    check_sale_period();
-    ItemEntry item_entry(connection_, session_, services_.prompts, state_.lists);
-    const auto row = item_entry.enter(invoice_, entry, supplier);
-    if (!row) return false;
-    show_line(row);
-    show_net_on_display();
-    return true;
-}
-
 // Sale periods begin and end while a till is left on: each invoice checks once, before its first line is
 // priced. The server's day decides, as when the screen opens, and not a date chosen for the invoice.
-void SaleLines::check_sale_period() {
-    if (sale_.sale_period_checked) return;
-    const common::Date today = server_date();
-    if (sale_period_of(connection_, today) != state_.sale_period)
-        state_.sale_period = load_sale_period(connection_, today);
-    sale_.sale_period_checked = true;
+bool SaleLines::enter(const Entry& entry, std::int64_t supplier, bool begins_anew) {
+    ItemEntry item_entry(connection_, session_, services_.prompts, state_.lists, invoice_, entry);
+    database::Reads reads;
+    Today today;
+    const bool may_enter = item_entry.ask(reads);
+    if (!may_enter && !begins_anew) return false;
+    if (!sale_.sale_period_checked) ask_today(reads, today);
+    if (begins_anew) ask_invoice_number(reads);
+    reads.run(connection_);
+    if (begins_anew) invoice_.date = today.day;
+    if (!sale_.sale_period_checked) {
+        if (const auto period = checked_period(today); period != state_.sale_period) {
+            fill_period_prices(connection_, period);
+            state_.sale_period = period;
+        }
+        sale_.sale_period_checked = true;
+    }
+    if (!may_enter) return false;
+    const auto entered = item_entry.finish(supplier);
+    if (!entered) return false;
+    show_line(entered->row, entered->stock);
+    show_net_on_display();
+    return true;
 }
 
 void SaleLines::show_net_on_display() {
@@ -142,7 +147,7 @@ std::optional<SourceItem> SaleLines::source_item(const Entry& entry) {
         if (entry.form != EntryForm::code && entry.form != EntryForm::scale_label)
             return refuse(message::no_source_line);
         const Lookup lookup = look_up_item(connection_, entry.text);
-        if (const auto refusal = lookup_refusal(lookup)) return refuse(*refusal);
+        if (const auto refusal = lookup_refusal(lookup.found)) return refuse(*refusal);
         const Item& item = lookup.item;
         if (const auto refusal = item_refusal(item, false)) return refuse(*refusal);
         if (item.sale_only) return refuse(message::no_source_line);

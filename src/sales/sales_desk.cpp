@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "sales/sale_period.h"
+
 namespace sales {
 
 namespace {
@@ -21,20 +23,24 @@ bool SalesDesk::Open() {
     return change("open the sales screen", false, [&] {
         // The tables that invoices go to are opened without reading a row: a missing one is reported now, not
         // at the first sale.
-        for (const char* table : {"sales", "saledata", "inv_d"})
-            connection_.describe(table);
-        state_.lists = load_lists(connection_);
+        connection_.describe_all({"sales", "saledata", "inv_d"});
         clock_text_ = common::twelve_hour_text(services_.clock.now().time);
         sale_.chosen_store = session_.store_code;
         sale_ = empty_sale();
-        invoice_.date = server_date();
         last_tick_day_ = services_.clock.now().date;
-        NextInvoiceNumber();
-        state_.sale_period = load_sale_period(connection_, invoice_.date);
-        state_.lists.user_filter = load_user_filter(connection_);
-        shifts_ = load_shifts(connection_, session_);
-        news_ = load_news(connection_);
-        select_default_level();
+        database::Reads reads;
+        Today today;
+        ask_lists(reads, state_.lists);
+        ask_invoice_number(reads);
+        ask_today(reads, today);
+        ask_shifts(reads, session_, shifts_);
+        ask_news(reads, news_);
+        ask_default_level(reads);
+        reads.run(connection_);
+        invoice_.date = today.day;
+        state_.sale_period = checked_period(today);
+        if (!holds_period_prices(connection_, state_.sale_period))
+            fill_period_prices(connection_, state_.sale_period);
         return true;
     });
 }
@@ -51,16 +57,12 @@ void SalesDesk::tick() {
     last_tick_day_ = now.date;
 }
 
-void SalesDesk::reload_customers() {
-    look_up("reload the customers", false, [&] {
-        reload_parties(connection_, state_.lists);
-        return true;
-    });
-}
-
-void SalesDesk::reload_shifts() {
-    look_up("reload the shifts", false, [&] {
-        shifts_ = load_shifts(connection_, session_);
+void SalesDesk::reload() {
+    look_up("reload the lists", false, [&] {
+        database::Reads reads;
+        ask_parties(reads, state_.lists);
+        ask_shifts(reads, session_, shifts_);
+        reads.run(connection_);
         return true;
     });
 }

@@ -96,8 +96,8 @@ class SaleLines : DeskPart {
     std::optional<ItemInfo> item_info(std::int64_t code);
 
   private:
-    void check_sale_period();
-    bool enter(const Entry& entry, std::int64_t supplier);
+    // `begins_anew`: the invoice is a new one without a day and a number yet.
+    bool enter(const Entry& entry, std::int64_t supplier, bool begins_anew);
     bool commit_discount(bool (*commit)(Invoice&, const signin::Session&, common::Prompts&, std::string_view),
                          std::string_view text);
     void show_net_on_display();
@@ -142,7 +142,7 @@ class Checkout : DeskPart {
     bool cancel(std::string_view name, std::string_view question);
     bool settle_all();
     void after_save();
-    void renew_recalled();
+    void renew_recalled(const common::Date& today);
     void open_drawer_on(std::string_view port);
 
     Saving saving_;
@@ -193,8 +193,8 @@ class SalesDesk : DeskStateHolder, DeskPart {
     bool Open();
     // Every second. At midnight the invoice gets the new day.
     void tick();
-    void reload_customers();  // after a neighbouring screen added one
-    void reload_shifts();     // after the shift screen
+    // Reads customers, receivers and shifts again, which another screen may have changed.
+    void reload();
 
     const Sale& sale() const { return sale_; }
     const Invoice& invoice() const { return invoice_; }

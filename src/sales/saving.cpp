@@ -38,7 +38,11 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
     sold_elsewhere_.clear();
     try {
         const common::Moment moment = services_.clock.now();
-        const auto shift = check_before_saving(connection_, session_, services_.prompts, invoice, &claims_);
+        SavingChecks checks(connection_, session_, services_.prompts, invoice, &claims_);
+        database::Reads reads;
+        checks.ask(reads);
+        reads.run(connection_);
+        const auto shift = checks.run();
         if (!shift) return SaveOutcome::refused;
         invoice.number = claims_.number();
         log_begin(invoice);

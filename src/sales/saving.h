@@ -5,13 +5,17 @@
 #include <exception>
 #include <optional>
 #include <string>
+#include <string_view>
 
+#include "cash/shift.h"
 #include "common/prompts.h"
 #include "common/services.h"
 #include "database/journal.h"
+#include "database/reads.h"
 #include "printing/receipt_printer.h"
 #include "sales/claim.h"
 #include "sales/invoice_rows.h"
+#include "sales/stock_check.h"
 #include "signin/session.h"
 
 namespace sales {
@@ -28,12 +32,39 @@ struct PartlySaved {
     std::int64_t journal_id = 0;         // by which it can be finished or undone; 0 if it cannot
 };
 
-// Runs the checks in their order and shows the message of the first that fails. Returns the number of the
-// drawer's open shift if all pass. With `claims` number and goods are claimed if all pass, else it only
-// reads.
-std::optional<std::int64_t> check_before_saving(database::Connection& connection,
-                                                const signin::Session& session, common::Prompts& prompts,
-                                                const Invoice& invoice, Claims* claims = nullptr);
+// The checks before an invoice is saved. What they read of an ordinary sale is asked for together.
+class SavingChecks {
+  public:
+    // With `claims` number and goods are claimed if all pass, else the checks only read.
+    SavingChecks(database::Connection& connection, const signin::Session& session, common::Prompts& prompts,
+                 const Invoice& invoice, Claims* claims = nullptr)
+        : connection_(connection), session_(session), prompts_(prompts), invoice_(invoice), claims_(claims) {}
+
+    // Adds the reads; whoever calls runs them before run().
+    void ask(database::Reads& reads);
+    // Runs the checks in their order and shows the message of the first that fails. Returns the number of the
+    // drawer's open shift if all pass.
+    std::optional<std::int64_t> run();
+
+  private:
+    std::optional<std::int64_t> refuse(std::string_view text);
+    std::nullopt_t release();
+    std::optional<Shortage> find_shortage();
+    std::optional<std::string_view> missing_party() const;
+    std::optional<std::string_view> text_too_long() const;
+    bool number_used() const;
+
+    database::Connection& connection_;
+    const signin::Session& session_;
+    common::Prompts& prompts_;
+    const Invoice& invoice_;
+    Claims* claims_;
+
+    std::optional<cash::Shift> shift_;  // the drawer's last
+    Goods levels_;                      // without claims
+    bool has_party_ = true;
+    bool has_walk_in_ = true;
+};
 
 class Saving {
   public:

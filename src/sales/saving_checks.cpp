@@ -4,144 +4,132 @@
 
 #include "common/text.h"
 #include "database/choices.h"
-#include "database/recordset.h"
 #include "sales/messages.h"
 #include "sales/returns.h"
 #include "sales/rights.h"
-#include "sales/stock_check.h"
 
 namespace sales {
 
-using database::Connection;
 using database::quoted;
+using database::Result;
 using database::Sql;
 
 namespace {
 
-class Checks {
-  public:
-    Checks(Connection& connection, const signin::Session& session, common::Prompts& prompts,
-           const Invoice& invoice, Claims* claims)
-        : connection_(connection), session_(session), prompts_(prompts), invoice_(invoice), claims_(claims) {}
-
-    std::optional<std::int64_t> run() {
-        if (invoice_.lines.empty()) return refuse(message::empty_invoice);
-        const auto shift = open_shift();
-        if (!shift) return refuse(message::no_shift);
-        if (invoice_.store == 0) return refuse(common::message::choose_store);
-        if (!authorise_invoice(connection_, session_, prompts_, invoice_)) return release();
-        if (const auto shortage = find_shortage()) {
-            return refuse(std::string(message::quantity_of) + shortage->item_name +
-                          std::string(shortage->claimed ? message::being_sold : message::not_enough));
-        }
-        if (const auto line = line_beyond_sale(connection_, invoice_))
-            return refuse(std::string(message::returned_too_much) + *line);
-        if (const auto missing = missing_party()) return refuse(*missing);
-        if (invoice_.payment == PaymentOption::account && invoice_.permit_opened) {
-            if (common::trim(invoice_.permit_number).empty()) return refuse(message::enter_permit);
-            if (number_used()) return refuse(message::number_used);
-        }
-        if (const auto field = text_too_long())
-            return refuse(std::string(*field) + std::string(message::too_long));
-        return shift;
+// The row of the customer, receiver or bank that the invoice names; nothing if it needs none or names none.
+std::optional<Sql> party_statement(const Invoice& invoice) {
+    switch (invoice.payment) {
+        case PaymentOption::account:
+            if (invoice.lacks_customer()) return std::nullopt;
+            return Sql("select ccode from custdata where ccode = ") + invoice.customer;
+        case PaymentOption::tips:
+            if (invoice.tips_receiver == 0) return std::nullopt;
+            return Sql("select ccode from boundata where ccode = ") + invoice.tips_receiver;
+        case PaymentOption::card:
+            if (invoice.card.bank_code == 0) return std::nullopt;
+            return Sql("select bcode from bankdata where bcode = ") + invoice.card.bank_code;
+        case PaymentOption::cash:
+            break;
     }
-
-  private:
-    std::optional<std::int64_t> refuse(std::string_view text) {
-        release();  // other tills do not wait for the answer
-        prompts_.message(text, common::Icon::exclamation);
-        return std::nullopt;
-    }
-
-    std::nullopt_t release() {
-        if (claims_ != nullptr) claims_->release();
-        return std::nullopt;
-    }
-
-    // A drawer without any shift has no open one, like a drawer whose last shift is closed.
-    std::optional<std::int64_t> open_shift() {
-        const auto last =
-            connection_.last_row(Sql("select * from shift where  stcode = ") + session_.store_code +
-                                 "and cash_no = " + session_.cash_point + " order by scode ");
-        if (!last || !last->null("e_date")) return std::nullopt;
-        return last->integer("scode");
-    }
-
-    std::optional<Shortage> find_shortage() {
-        if (claims_ != nullptr) return claims_->claim(invoice_);
-        const Line* line = first_short_line(invoice_, stock_levels(connection_, goods_taken(invoice_)));
-        return line == nullptr ? std::nullopt : std::optional(Shortage{line->name});
-    }
-
-    // A customer, receiver or bank that was not chosen, or was deleted since.
-    std::optional<std::string_view> missing_party() {
-        switch (invoice_.payment) {
-            case PaymentOption::account:
-                if (invoice_.lacks_customer()) return message::choose_customer;
-                if (connection_.query(Sql("select ccode from custdata where ccode = ") + invoice_.customer)
-                        .empty())
-                    return common::message::no_such_customer;
-                break;
-            case PaymentOption::tips:
-                if (invoice_.tips_receiver == 0) return message::choose_tips;
-                if (connection_
-                        .query(Sql("select ccode from boundata where ccode = ") + invoice_.tips_receiver)
-                        .empty())
-                    return message::tips_gone;
-                break;
-            case PaymentOption::card:
-                if (invoice_.card.bank_code == 0) return message::choose_bank;
-                if (connection_
-                        .query(Sql("select bcode from bankdata where bcode = ") + invoice_.card.bank_code)
-                        .empty())
-                    return common::message::no_such_bank;
-                if (common::trim(invoice_.card.reference).empty()) return message::enter_reference;
-                break;
-            case PaymentOption::cash:
-                break;
-        }
-        if (invoice_.has_walk_in() && !invoice_.walk_in->is_new &&
-            connection_.query(Sql("select * from cust_cash where zcode = ") + invoice_.walk_in->code).empty())
-            return common::message::no_such_cash_customer;
-        return std::nullopt;
-    }
-
-    // A server refuses a text that is too long, which would stop the save in the middle.
-    std::optional<std::string_view> text_too_long() {
-        const database::TextLimits header(connection_, "sales");
-        if (!header.fits("perm_no", common::trim(invoice_.permit_number))) return message::permit_field;
-        if (!header.fits("note", invoice_.note)) return message::note_field;
-        if (!header.fits("credit_name", invoice_.card.holder)) return message::holder_field;
-        if (!header.fits("ref_no", invoice_.card.reference)) return message::reference_field;
-        const database::TextLimits line_texts(connection_, "saledata");
-        for (const Line& line : invoice_.lines)
-            if (!line_texts.fits("note", line.name)) return message::name_field;
-        return std::nullopt;
-    }
-
-    bool number_used() {
-        for (const auto& row :
-             connection_.query(Sql("select * from sales where pnum = ") + invoice_.number +
-                               " and ctype = " + ctype_of(invoice_.kind) + " and stcode = " + invoice_.store +
-                               " and date = " + quoted(invoice_.date))) {
-            if (row.integer("vcode") == invoice_.customer) return true;
-        }
-        return false;
-    }
-
-    Connection& connection_;
-    const signin::Session& session_;
-    common::Prompts& prompts_;
-    const Invoice& invoice_;
-    Claims* claims_;
-};
+    return std::nullopt;
+}
 
 }  // namespace
 
-std::optional<std::int64_t> check_before_saving(Connection& connection, const signin::Session& session,
-                                                common::Prompts& prompts, const Invoice& invoice,
-                                                Claims* claims) {
-    return Checks(connection, session, prompts, invoice, claims).run();
+void SavingChecks::ask(database::Reads& reads) {
+    const auto into = [](bool& found) { return [&found](const Result& rows) { found = !rows.empty(); }; };
+    reads.add(cash::last_shift_statement(session_.store_code, session_.cash_point),
+              [this](const Result& rows) { shift_ = cash::last_shift_in(rows); });
+    if (claims_ == nullptr)
+        reads.add(levels_statement(goods_taken(invoice_)),
+                  [this](const Result& levels) { levels_ = stock_levels(levels); });
+    if (const auto party = party_statement(invoice_)) reads.add(*party, into(has_party_));
+    if (invoice_.has_walk_in() && !invoice_.walk_in->is_new)
+        reads.add(Sql("select * from cust_cash where zcode = ") + invoice_.walk_in->code, into(has_walk_in_));
+}
+
+std::optional<std::int64_t> SavingChecks::run() {
+    if (invoice_.lines.empty()) return refuse(message::empty_invoice);
+    // A drawer without any shift has no open one, like a drawer whose last shift is closed.
+    if (!shift_ || !shift_->is_open()) return refuse(message::no_shift);
+    if (invoice_.store == 0) return refuse(common::message::choose_store);
+    if (!authorise_invoice(connection_, session_, prompts_, invoice_)) return release();
+    if (const auto shortage = find_shortage()) {
+        return refuse(std::string(message::quantity_of) + shortage->item_name +
+                      std::string(shortage->claimed ? message::being_sold : message::not_enough));
+    }
+    if (const auto line = line_beyond_sale(connection_, invoice_))
+        return refuse(std::string(message::returned_too_much) + *line);
+    if (const auto missing = missing_party()) return refuse(*missing);
+    if (invoice_.payment == PaymentOption::account && invoice_.permit_opened) {
+        if (common::trim(invoice_.permit_number).empty()) return refuse(message::enter_permit);
+        if (number_used()) return refuse(message::number_used);
+    }
+    if (const auto field = text_too_long())
+        return refuse(std::string(*field) + std::string(message::too_long));
+    return shift_->number;
+}
+
+std::optional<std::int64_t> SavingChecks::refuse(std::string_view text) {
+    release();  // other tills do not wait for the answer
+    prompts_.message(text, common::Icon::exclamation);
+    return std::nullopt;
+}
+
+std::nullopt_t SavingChecks::release() {
+    if (claims_ != nullptr) claims_->release();
+    return std::nullopt;
+}
+
+std::optional<Shortage> SavingChecks::find_shortage() {
+    if (claims_ != nullptr) return claims_->claim(invoice_);
+    const Line* line = first_short_line(invoice_, levels_);
+    return line == nullptr ? std::nullopt : std::optional(Shortage{line->name});
+}
+
+// A customer, receiver or bank that was not chosen, or was deleted since.
+std::optional<std::string_view> SavingChecks::missing_party() const {
+    switch (invoice_.payment) {
+        case PaymentOption::account:
+            if (invoice_.lacks_customer()) return message::choose_customer;
+            if (!has_party_) return common::message::no_such_customer;
+            break;
+        case PaymentOption::tips:
+            if (invoice_.tips_receiver == 0) return message::choose_tips;
+            if (!has_party_) return message::tips_gone;
+            break;
+        case PaymentOption::card:
+            if (invoice_.card.bank_code == 0) return message::choose_bank;
+            if (!has_party_) return common::message::no_such_bank;
+            if (common::trim(invoice_.card.reference).empty()) return message::enter_reference;
+            break;
+        case PaymentOption::cash:
+            break;
+    }
+    if (!has_walk_in_) return common::message::no_such_cash_customer;
+    return std::nullopt;
+}
+
+// A server refuses a text that is too long, which would stop the save in the middle.
+std::optional<std::string_view> SavingChecks::text_too_long() const {
+    const database::TextLimits header(connection_, "sales");
+    if (!header.fits("perm_no", common::trim(invoice_.permit_number))) return message::permit_field;
+    if (!header.fits("note", invoice_.note)) return message::note_field;
+    if (!header.fits("credit_name", invoice_.card.holder)) return message::holder_field;
+    if (!header.fits("ref_no", invoice_.card.reference)) return message::reference_field;
+    const database::TextLimits line_texts(connection_, "saledata");
+    for (const Line& line : invoice_.lines)
+        if (!line_texts.fits("note", line.name)) return message::name_field;
+    return std::nullopt;
+}
+
+bool SavingChecks::number_used() const {
+    for (const auto& row : connection_.query(Sql("select * from sales where pnum = ") + invoice_.number +
+                                             " and ctype = " + ctype_of(invoice_.kind) + " and stcode = " +
+                                             invoice_.store + " and date = " + quoted(invoice_.date))) {
+        if (row.integer("vcode") == invoice_.customer) return true;
+    }
+    return false;
 }
 
 }  // namespace sales

@@ -8,9 +8,23 @@ namespace sales {
 
 using database::Sql;
 
-double available_stock(database::Connection& connection, std::int64_t item, std::int64_t store) {
-    return database::number_of(connection.scalar(Sql("select sum(quan) as qt from stk where icode = ") +
-                                                 item + " AND stcode = " + store));
+void ItemStock::ask(database::Reads& reads, std::int64_t item, const std::set<std::int64_t>& stores) {
+    for (const std::int64_t store : stores) {
+        reads.add(Sql("select sum(quan) as qt from stk where icode = ") + item + " AND stcode = " + store,
+                  [this, store](const database::Result& rows) { sums_[store] = database::first_cell(rows); });
+    }
+    reads.add(Sql("select sum(quan1) as rq from reservd where icode = ") + item,
+              [this](const database::Result& rows) {
+                  reserved_ = database::number_of(database::first_cell(rows));
+              });
+}
+
+std::set<std::int64_t> stores_asked(const Invoice& invoice, std::int64_t item, std::int64_t supplier) {
+    std::set<std::int64_t> stores = {invoice.store};
+    if (supplier != 0) stores.insert(supplier);
+    for (const Line& line : invoice.lines)
+        if (line.item_code == item) stores.insert(invoice.source_of(line));
+    return stores;
 }
 
 double held_by_lines(const Invoice& invoice, std::int64_t item, std::int64_t store, const Line* except) {
@@ -22,12 +36,10 @@ double held_by_lines(const Invoice& invoice, std::int64_t item, std::int64_t sto
     return held;
 }
 
-bool supplier_suffices(database::Connection& connection, const Invoice& invoice, const Line& line,
-                       double quantity) {
+bool supplier_suffices(const Invoice& invoice, const Line& line, double quantity, double held) {
     if (!line.is_supplied() || !line.item_code || invoice.is_return()) return true;
-    const double needed =
-        quantity * line.factor + held_by_lines(invoice, *line.item_code, line.source_store, &line);
-    return stock_suffices(available_stock(connection, *line.item_code, line.source_store), needed);
+    return stock_suffices(
+        held, quantity * line.factor + held_by_lines(invoice, *line.item_code, line.source_store, &line));
 }
 
 Goods goods_taken(const Invoice& invoice) {
@@ -38,19 +50,18 @@ Goods goods_taken(const Invoice& invoice) {
     return goods;
 }
 
-Goods stock_levels(database::Connection& connection, const Goods& goods) {
-    if (goods.empty()) return {};
-    Sql statement("select icode, stcode, sum(quan) as quan from stk where icode in (");
-    bool first = true;
-    for (const auto& [place, quantity] : goods) {
-        if (!first) statement += ", ";
-        statement += place.first;
-        first = false;
-    }
-    Goods levels;
-    for (const auto& row : connection.query(statement + ") group by icode, stcode"))
-        levels[{row.integer("icode"), row.integer("stcode")}] = row.number("quan");
-    return levels;
+Sql levels_statement(const Goods& goods) {
+    Sql statement("select icode, stcode, sum(quan) as quan from stk where icode in (0");
+    for (const auto& [place, quantity] : goods)
+        statement += Sql(", ") + place.first;
+    return statement + ") group by icode, stcode";
+}
+
+Goods stock_levels(const database::Result& levels) {
+    Goods goods;
+    for (const auto& row : levels)
+        goods[{row.integer("icode"), row.integer("stcode")}] = row.number("quan");
+    return goods;
 }
 
 Goods without(Goods levels, const Goods& goods) {
@@ -73,7 +84,7 @@ const Line* first_short_line(const Invoice& invoice, const Goods& levels) {
 }
 
 bool StockCheck::line_allows(const Invoice& invoice, const Line& line, double quantity,
-                             const std::optional<CraftsmanLine>& work) {
+                             const ItemStock& stock, const std::optional<CraftsmanLine>& work) {
     const auto refuse = [this](std::string_view text) {
         prompts_.message(text);
         return false;
@@ -86,22 +97,21 @@ bool StockCheck::line_allows(const Invoice& invoice, const Line& line, double qu
             if (&other != &line && other.salver_code == line.salver_code) needed += other.quantity;
         if (!work || !stock_suffices(work->left, needed)) return refuse(message::quantity_not_allowed);
     }
-    if (!supplier_suffices(connection_, invoice, line, quantity))
+    if (line.is_supplied() && !supplier_suffices(invoice, line, quantity, stock.in(line.source_store)))
         return refuse(message::transfer_store_short);
     return true;
 }
 
 StockAnswer StockCheck::selling_store_allows(const Invoice& invoice, const Line& line, double quantity,
-                                             std::string_view refusal) {
+                                             const ItemStock& stock, std::string_view refusal) {
     if (!line.moves_stock() || invoice.is_return()) return StockAnswer::enough;
     const std::int64_t item = *line.item_code;
     const double needed = quantity * line.factor + held_by_lines(invoice, item, invoice.store, &line);
-    const double available = available_stock(connection_, item, invoice.store);
+    const double available = stock.in(invoice.store);
     if (stock_suffices(available, needed)) return StockAnswer::enough;
-    const double reserved = database::number_of(
-        connection_.scalar(Sql("select sum(quan1) as rq from reservd where icode = ") + item));
     // Reserved goods are there, so selling them is one question and not also a sale below stock.
-    if (reserved > 0 && stock_suffices(reserved, needed - available)) return ask_for_reserved();
+    if (stock.reserved() > 0 && stock_suffices(stock.reserved(), needed - available))
+        return ask_for_reserved();
     if (!signin::authorise(session_, prompts_, signin::Action::sell_below_stock, refusal, common::Icon::none))
         return StockAnswer::refused;
     return ask_override(line, available, needed) ? StockAnswer::confirmed : StockAnswer::refused;

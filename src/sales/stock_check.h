@@ -5,11 +5,13 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <utility>
 
 #include "common/prompts.h"
 #include "database/connection.h"
+#include "database/reads.h"
 #include "sales/invoice.h"
 #include "sales/items.h"
 #include "signin/session.h"
@@ -19,24 +21,43 @@ namespace sales {
 
 using stock::stock_suffices;
 
-// The sum of an item's stock in a store, in base units; 0 without a row.
-double available_stock(database::Connection& connection, std::int64_t item, std::int64_t store);
+// What an action reads of an item's stock, once and together. It serves that action alone: the next one asks
+// again, because other tills sell meanwhile.
+class ItemStock {
+  public:
+    // Adds the reads of what these stores hold of the item and of what is reserved of it. The object must
+    // still be there when they run.
+    void ask(database::Reads& reads, std::int64_t item, const std::set<std::int64_t>& stores);
+
+    // The sum of its rows in a store that was asked for; null without a row.
+    const database::Value& sum(std::int64_t store) const { return sums_.at(store); }
+    // The same in base units; 0 without a row.
+    double in(std::int64_t store) const { return database::number_of(sum(store)); }
+    double reserved() const { return reserved_; }
+
+  private:
+    std::map<std::int64_t, database::Value> sums_;
+    double reserved_ = 0;
+};
+// The stores whose stock decides about a line of the item: that of the invoice, that which supplies the line,
+// and those which supply the item's other lines.
+std::set<std::int64_t> stores_asked(const Invoice& invoice, std::int64_t item, std::int64_t supplier);
 
 // What the lines of an invoice take of an item from a store, in base units; `except` leaves out one line.
 double held_by_lines(const Invoice& invoice, std::int64_t item, std::int64_t store,
                      const Line* except = nullptr);
 
-// Returns true unless another store supplies the line and holds too little for this quantity of it and for
-// what the other lines take from there.
-bool supplier_suffices(database::Connection& connection, const Invoice& invoice, const Line& line,
-                       double quantity);
+// Returns true unless another store supplies the line and holds (base units) too little for this quantity of
+// it and for what the other lines take from there.
+bool supplier_suffices(const Invoice& invoice, const Line& line, double quantity, double held);
 
 // Base units by item and store.
 using Goods = std::map<std::pair<std::int64_t, std::int64_t>, double>;
 // What an invoice takes from stock, from the stores that supply its lines; nothing if it is a return.
 Goods goods_taken(const Invoice& invoice);
-// What the stores hold of the items of `goods`.
-Goods stock_levels(database::Connection& connection, const Goods& goods);
+// What the stores hold of the items of `goods`: the statement, and what it gives.
+database::Sql levels_statement(const Goods& goods);
+Goods stock_levels(const database::Result& levels);
 // `levels` less `goods`.
 Goods without(Goods levels, const Goods& goods);
 // The first line that the selling store has too little for. Lines of one item are added up. Lines that
@@ -53,25 +74,24 @@ enum class StockAnswer {
 // unit. It counts what the other lines of the invoice take as well.
 class StockCheck {
   public:
-    StockCheck(database::Connection& connection, const signin::Session& session, common::Prompts& prompts)
-        : connection_(connection), session_(session), prompts_(prompts) {}
+    StockCheck(const signin::Session& session, common::Prompts& prompts)
+        : session_(session), prompts_(prompts) {}
 
     // The limits of the line itself: what may still be returned of its receipt, what is left of its
     // craftsman's `work` line, and what the store holds that supplies it. Returns false after showing why.
-    bool line_allows(const Invoice& invoice, const Line& line, double quantity,
+    bool line_allows(const Invoice& invoice, const Line& line, double quantity, const ItemStock& stock,
                      const std::optional<CraftsmanLine>& work);
 
     // The stock of the selling store. Short stock that reservations explain is asked about (permission 291
     // decides after a yes). For any other shortage, users who may sell below stock are asked, and all others
     // get `refusal`.
     StockAnswer selling_store_allows(const Invoice& invoice, const Line& line, double quantity,
-                                     std::string_view refusal);
+                                     const ItemStock& stock, std::string_view refusal);
 
   private:
     StockAnswer ask_for_reserved();
     bool ask_override(const Line& line, double available, double needed);
 
-    database::Connection& connection_;
     const signin::Session& session_;
     common::Prompts& prompts_;
 };

@@ -6,6 +6,7 @@
 #include "common/text.h"
 #include "database/choices.h"
 #include "database/error.h"
+#include "database/reads.h"
 #include "database/sql.h"
 #include "signin/messages.h"
 
@@ -112,22 +113,30 @@ SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view
 // The store that the settings name and the drawer that the command line names.
 bool SignIn::load_workplace() {
     const std::int64_t store = session_.settings.st_d;
-    const auto stores = connection_.query(Sql("select * from stocks where code = ") + store);
-    if (stores.empty()) {
+    std::optional<std::string> store_name, drawer_name;
+    const auto into = [](std::optional<std::string>& name, const char* column) {
+        return [&name, column](const database::Result& rows) {
+            if (!rows.empty()) name = rows.front().text(column);
+        };
+    };
+    database::Reads reads;
+    reads.add(Sql("select * from stocks where code = ") + store, into(store_name, "name"));
+    reads.add(Sql("select * from cash where stcode = ") + store + " and code = " + session_.cash_point,
+              into(drawer_name, "Name"));
+    reads.run(connection_);
+    if (!store_name) {
         services_.log.log_event("no store " + std::to_string(store) + " in stocks", sign_in_code);
         return false;
     }
     session_.store_code = store;
-    session_.store_name = stores.front().text("name");
-    const auto drawers = connection_.query(Sql("select * from cash where stcode = ") + store +
-                                           " and code = " + session_.cash_point);
-    if (drawers.empty()) {
+    session_.store_name = *store_name;
+    if (!drawer_name) {
         services_.log.log_event("no drawer " + std::to_string(session_.cash_point) + " of store " +
                                     std::to_string(store) + " in cash",
                                 sign_in_code);
         return false;
     }
-    session_.drawer_name = drawers.front().text("Name");
+    session_.drawer_name = *drawer_name;
     return true;
 }
 

@@ -246,13 +246,40 @@ TEST_F(Bridge, DescribesTables) {
         "num numeric(12,3), note nvarchar(max), primary key (store, code))");
     const auto shape = connection->describe("[dbo].[PRINT]");
     EXPECT_THAT(shape.columns, ElementsAre("code", "store", "name", "rate", "made", "num", "note"));
-    EXPECT_THAT(shape.types,
-                ElementsAre("int", "int", "nvarchar(30)", "real", "datetime", "numeric(12, 3)", "ntext"));
+    EXPECT_THAT(shape.types, ElementsAre("int", "int", "nvarchar(30)", "real", "datetime", "numeric(12, 3)",
+                                         "nvarchar(max)"));
     EXPECT_THAT(shape.key, ElementsAre("store", "code"));
     EXPECT_THAT(connection->tables(), ElementsAre("print"));
     connection->execute("alter table [print] add seen datetime");
     EXPECT_EQ(connection->describe("print").columns.size(), 8U) << "read again after a change";
     EXPECT_THAT(failure_of([&] { connection->describe("nowhere"); }), HasSubstr("42S02"));
+}
+
+// A description costs a request once, and several tables cost one together.
+TEST_F(Bridge, KeepsDescriptionsUntilATableChanges) {
+    const auto connection = open();
+    connection->execute("create table one (code int, name varchar(20))");
+    connection->execute("create table two (code int)");
+    const auto requests_of = [&](const std::function<void()>& work) {
+        const int before = bridge.requests();
+        work();
+        return bridge.requests() - before;
+    };
+    const auto describe = [&] { connection->describe_all({"one", "[two]"}); };
+    EXPECT_EQ(requests_of(describe), 1);
+    EXPECT_EQ(connection->describe("one").types[1], "varchar(20)");
+    for (const char* harmless : {"insert into one (code,name) select 1,'a;drop table x'",
+                                 "update one set name = ';' where [code] = 1; select * from two"}) {
+        connection->execute(database::Sql::from_administrator(harmless));
+        EXPECT_EQ(requests_of(describe), 0) << harmless;
+    }
+    bridge.drop();
+    EXPECT_THAT(failure_of([&] { connection->execute("select 1"); }), HasSubstr("08S01"));
+    connection->execute("select 1");
+    EXPECT_EQ(requests_of(describe), 0) << "on a new connection";
+    connection->execute("delete from two;alter table two add made datetime");
+    EXPECT_EQ(requests_of(describe), 1);
+    EXPECT_EQ(connection->describe("two").columns.size(), 2U);
 }
 
 TEST_F(Bridge, AnotherTillsTransactionIsWaitedForAndUndoneWithIt) {

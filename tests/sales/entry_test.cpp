@@ -2,6 +2,7 @@
 #include "sales/entry.h"
 #include "sales/counter.h"
 #include "sales/messages.h"
+#include "support/faulty_connection.h"
 
 namespace {
 
@@ -345,6 +346,50 @@ TEST(ItemEntry, SalePeriodsBeginAndEndWhileATillIsOn) {
     EXPECT_EQ(desk.invoice().lines.back().price, 12) << "one invoice, one price list";
     counter.start_anew();
     EXPECT_EQ(price_now(), 6);
+}
+
+// All tills share the price list. It is filled only if it is not right already, and whatever stops the
+// filling leaves what was there.
+TEST(ItemEntry, ThePriceListIsFilledInOneTransactionAndOnlyIfItIsWrong) {
+    Counter counter;
+    counter.shop.sql("insert into sal_prd (sale_no,sale_from,sale_to) select 1,'2026/11/21','2026/11/21'");
+    counter.shop.sql("insert into sale_price (sale_prd,icode,p_per) select 1,410,25");
+    counter.shop.sql("insert into sale_price (sale_prd,icode,p_per,s_price) select 1,440,10,3");
+    const auto list = [&] {
+        return counter.shop.cell("select count(*) from tmp_price") + " " +
+               counter.shop.cell("select p_per from tmp_price where icode = 410");
+    };
+    test::FaultyConnection faulty(counter.connection());
+    sales::SalesDesk desk(faulty, counter.session, counter.services.all(), counter.printer);
+    const auto filled = [&] {
+        const auto before = faulty.count();
+        EXPECT_TRUE(desk.Open());
+        return std::any_of(faulty.statements().begin() + before, faulty.statements().end(),
+                           [](const std::string& text) { return text == "delete from tmp_price"; });
+    };
+    EXPECT_TRUE(filled());
+    EXPECT_EQ(list(), "2 25");
+    EXPECT_FALSE(filled());
+    for (const char* change : {
+             "update sale_price set p_per = 30 where icode = 410",
+             "update tmp_price set s_price = null where icode = 440",
+             "delete from tmp_price where icode = 410",
+             "insert into tmp_price (icode,p_per) select 450,5",
+         }) {
+        counter.shop.sql(change);
+        EXPECT_TRUE(filled()) << change;
+        EXPECT_EQ(list(), "2 30");
+        EXPECT_FALSE(filled()) << change;
+    }
+    counter.shop.sql("delete from sal_prd");
+    for (int n = 1;; ++n) {
+        faulty.fail_at(n, test::FaultyConnection::Fault::passing);
+        const bool opened = desk.Open();
+        faulty.stop_failing();
+        if (opened) break;
+        EXPECT_EQ(list(), "2 30") << "stopped at statement " << n;
+    }
+    EXPECT_EQ(counter.shop.cell("select count(*) from tmp_price"), "0");
 }
 
 }  // namespace

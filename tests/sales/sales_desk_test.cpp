@@ -332,6 +332,40 @@ TEST(SalesDesk, AnErrorBelowIsToldAndLeavesTheInvoice) {
     EXPECT_EQ(counter.cell(0, column::quantity), "1.000");
 }
 
+// Counts the rows that statements give.
+class RowCounter final : public test::FaultyConnection {
+  public:
+    using FaultyConnection::FaultyConnection;
+    Outcome run(std::string_view statement, const std::vector<database::Value>& values) override {
+        Outcome outcome = FaultyConnection::run(statement, values);
+        rows += outcome.result.size();
+        return outcome;
+    }
+    std::size_t rows = 0;
+};
+
+// Fifteen years of shifts on a drawer.
+TEST(SalesDesk, ASaleDoesNotReadTheShiftsOfThePast) {
+    constexpr int shifts = 5475;
+    Counter counter;
+    counter.shop.sql("update shift set scode = " + std::to_string(shifts));
+    for (int number = 1; number < shifts; ++number)
+        counter.connection().execute(
+            "insert into shift (stcode,cash_no,scode,s_date,e_date) values "
+            "(1,1,?,'2020/01/01','2020/01/01 08:00:00')",
+            {std::int64_t{number}});
+    RowCounter rows(counter.connection());
+    sales::SalesDesk desk(rows, counter.session, counter.services.all(), counter.printer);
+    ASSERT_TRUE(desk.Open());
+    EXPECT_EQ(desk.shift_number(), shifts);
+    rows.rows = 0;
+    ASSERT_TRUE(desk.lines().EnterItem(sales::read_entry("400")));
+    ASSERT_EQ(desk.checkout().begin_save(), BeginSave::ask_payment);
+    ASSERT_EQ(desk.checkout().SaveInvoice(), SaveOutcome::saved);
+    EXPECT_LT(rows.rows, 50U);
+    EXPECT_EQ(counter.shop.number("select [Shift] from sales"), shifts);
+}
+
 // The number of the store could not be read: neither this invoice nor the next one sells from it.
 TEST(SalesDesk, AStoreThatWasRefusedNeverTakesEffect) {
     Counter counter;

@@ -172,7 +172,7 @@ std::string Session::answer_batch(std::string_view text) {
 
 std::string Session::answer_statement(std::string_view text, const std::vector<Value>& values, bool in_call) {
     using Failure = TdsBridge::Failure;
-    const Failure planned = bridge_.receive(number_, request_, text);
+    const Failure planned = bridge_.receive({number_, request_, std::string(text), values});
     if (planned == Failure::silence) return {};
     cut_ = planned != Failure::none;
     if (planned == Failure::cut) return {};
@@ -208,13 +208,7 @@ std::string Session::answer_call(const Call& call) {
         const Statement statement = with_values(database::text_of(call.at(0)), call, 2);
         return answer_statement(statement.text, statement.values, true);
     }
-    bridge_.receive(number_, request_, call.procedure + " " + call.text("@table_name", 0));
-    if (name == "sp_columns" || name == "sp_pkeys") {
-        const database::Result rows = name == "sp_columns" ? columns_of(*shop_, call.text("@table_name", 0))
-                                                           : keys_of(*shop_, call.text("@table_name", 0));
-        return result(rows, name == "sp_columns" ? columns_shape() : keys_shape()) +
-               done_in_call(rows.size(), true) + call_status() + done_call();
-    }
+    bridge_.receive({number_, request_, call.procedure, {}});
     return error_in_call(2812, 16, "Could not find stored procedure '" + call.procedure + "'.");
 }
 
@@ -279,10 +273,10 @@ std::vector<TdsBridge::Received> TdsBridge::received() {
     return received_;
 }
 
-TdsBridge::Failure TdsBridge::receive(int connection, int request, std::string_view text) {
+TdsBridge::Failure TdsBridge::receive(Received received) {
     const std::lock_guard guard(lock_);
-    received_.push_back({connection, request, std::string(text)});
-    if (failing_.empty() || common::lower_ascii(text).find(failing_) == std::string::npos)
+    received_.push_back(std::move(received));
+    if (failing_.empty() || common::lower_ascii(received_.back().text).find(failing_) == std::string::npos)
         return Failure::none;
     failing_.clear();
     return failure_;

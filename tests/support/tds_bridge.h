@@ -15,6 +15,8 @@
 #include <thread>
 #include <vector>
 
+#include "database/value.h"
+
 namespace test {
 
 class TdsBridge {
@@ -52,11 +54,12 @@ class TdsBridge {
     void set_latency(std::chrono::milliseconds latency) { latency_ = latency; }
 
     // Statements and calls that arrived, in their order: the number of the connection and of the request that
-    // they came in, both counted from 1, and the text.
+    // they came in, both counted from 1; the text, and what stands for its "?".
     struct Received {
         int connection = 0;
         int request = 0;
         std::string text;
+        std::vector<database::Value> values;
     };
     std::vector<Received> received();
     int logins() const { return logins_; }
@@ -65,7 +68,7 @@ class TdsBridge {
 
     // For the session with one client.
     int count_request() { return ++requests_; }
-    Failure receive(int connection, int request, std::string_view text);
+    Failure receive(Received received);
     Network network() const { return network_; }
     std::chrono::milliseconds latency() const { return latency_; }
     void count_login() { ++logins_; }

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <memory>
 
 #include "common/text.h"
@@ -146,9 +145,54 @@ std::vector<Type> types_of(Connection& shop, const Statement& statement, const R
     return types;
 }
 
+namespace {
+
+// What sys.columns tells of a type.
+struct Width {
+    std::int64_t bytes, precision, scale;
+};
+
+Width width_of(const Type& type, bool is_wide) {
+    switch (type.kind) {
+        case Type::text:
+            return {type.size * (is_wide ? 2 : 1), 0, 0};
+        case Type::large_text:
+            return {-1, 0, 0};
+        case Type::numeric:
+            return {9, type.precision, type.scale};
+        default:
+            return {type.size, 0, 0};
+    }
+}
+
+// The answer to the program's question about the columns of tables, whose names are the texts in it.
+Result columns_of(Connection& shop, std::string_view statement) {
+    std::vector<std::vector<Value>> rows;
+    for (std::size_t at = statement.find('\''); at != statement.npos; at = statement.find('\'', at + 1)) {
+        const std::size_t end = statement.find('\'', at + 1);
+        const std::string name(statement.substr(at + 1, end - at - 1));
+        at = end;
+        const auto table = table_of(shop, name);
+        for (std::size_t i = 0; table && i < table->columns.size(); ++i) {
+            const std::string declared = common::lower_ascii(table->types[i]);
+            const Width width = width_of(type_of(declared), declared.starts_with('n'));
+            const auto key = std::find(table->key.begin(), table->key.end(), table->columns[i]);
+            rows.push_back({name, table->columns[i], declared.substr(0, declared.find('(')), width.bytes,
+                            width.precision, width.scale,
+                            key == table->key.end() ? Value() : Value(key - table->key.begin() + 1)});
+        }
+    }
+    return made({"table_name", "column_name", "type_name", "max_length", "precision", "scale", "key_ordinal"},
+                std::move(rows));
+}
+
+}  // namespace
+
 std::optional<Connection::Outcome> ask_catalogue(Connection& shop, const std::filesystem::path& file,
                                                  std::string_view statement) {
     const std::string text = common::lower_ascii(common::trim(statement));
+    if (text.starts_with("select object_name(c.object_id) as table_name"))
+        return Connection::Outcome{columns_of(shop, statement), 0};
     std::vector<std::string> names;
     if (text == "select name from sysobjects where xtype = 'v'") {
         names = names_in(file, "view");
@@ -163,86 +207,6 @@ std::optional<Connection::Outcome> ask_catalogue(Connection& shop, const std::fi
     for (const std::string& name : names)
         rows.push_back({name});
     return Connection::Outcome{made({"name"}, std::move(rows)), 0};
-}
-
-namespace {
-
-struct TypeNumbers {
-    std::int64_t precision, scale, odbc_type;
-};
-
-TypeNumbers numbers_of(const Type& type, std::string_view type_name) {
-    switch (type.kind) {
-        case Type::whole:
-            if (type.size == 8) return {19, 0, -5};
-            if (type.size == 4) return {10, 0, 4};
-            return type.size == 2 ? TypeNumbers{5, 0, 5} : TypeNumbers{3, 0, -6};
-        case Type::bit:
-            return {1, 0, -7};
-        case Type::number:
-            return type.size == 8 ? TypeNumbers{15, 0, 6} : TypeNumbers{7, 0, 7};
-        case Type::money:
-            return {19, 4, 3};
-        case Type::numeric:
-            return {type.precision, type.scale, 2};
-        case Type::moment:
-            return type_name == "smalldatetime" ? TypeNumbers{16, 0, 11} : TypeNumbers{23, 3, 11};
-        case Type::text:
-            return {type.size, 0, -9};
-        case Type::large_text:
-            return {std::numeric_limits<std::int32_t>::max() / 2, 0, -10};
-    }
-    return {10, 0, 4};
-}
-
-}  // namespace
-
-Result columns_of(Connection& shop, std::string_view name) {
-    const auto table = table_of(shop, name);
-    std::vector<std::vector<Value>> rows;
-    for (std::size_t i = 0; table && i < table->columns.size(); ++i) {
-        const Type type = type_of(table->types[i]);
-        const std::string written = common::lower_ascii(table->types[i]);
-        const bool is_large = type.kind == Type::large_text;
-        // The procedure reports it so to old clients.
-        const std::string type_name = is_large ? "ntext" : written.substr(0, written.find('('));
-        const auto [precision, scale, odbc_type] = numbers_of(type, type_name);
-        const bool is_text = is_large || type.kind == Type::text;
-        const std::int64_t length = is_text ? precision * 2 : type.size;
-        rows.push_back({Value("shop"), Value("dbo"), Value(std::string(common::trim(name))),
-                        table->columns[i], Value(odbc_type), type_name, Value(precision), length,
-                        Value(scale), Value(std::int64_t{10}), Value(std::int64_t{1}), Value(), Value(),
-                        Value(odbc_type), Value(), Value(), Value(static_cast<std::int64_t>(i) + 1),
-                        Value("YES"), Value(std::int64_t{0})});
-    }
-    return made(
-        {"TABLE_QUALIFIER", "TABLE_OWNER", "TABLE_NAME", "COLUMN_NAME", "DATA_TYPE", "TYPE_NAME", "PRECISION",
-         "LENGTH", "SCALE", "RADIX", "NULLABLE", "REMARKS", "COLUMN_DEF", "SQL_DATA_TYPE", "SQL_DATETIME_SUB",
-         "CHAR_OCTET_LENGTH", "ORDINAL_POSITION", "IS_NULLABLE", "SS_DATA_TYPE"},
-        std::move(rows));
-}
-
-std::vector<Type> columns_shape() {
-    const Type name{Type::text, 128};
-    const Type small{Type::whole, 2};
-    const Type whole{Type::whole, 4};
-    return {name,  name, name, name,  small, name,  whole, whole, small,           small,
-            small, name, name, small, small, whole, whole, name,  {Type::whole, 1}};
-}
-
-Result keys_of(Connection& shop, std::string_view name) {
-    const auto table = table_of(shop, name);
-    std::vector<std::vector<Value>> rows;
-    for (std::size_t i = 0; table && i < table->key.size(); ++i)
-        rows.push_back({Value("shop"), Value("dbo"), Value(std::string(common::trim(name))), table->key[i],
-                        Value(static_cast<std::int64_t>(i) + 1), Value("PK_" + std::string(name))});
-    return made({"TABLE_QUALIFIER", "TABLE_OWNER", "TABLE_NAME", "COLUMN_NAME", "KEY_SEQ", "PK_NAME"},
-                std::move(rows));
-}
-
-std::vector<Type> keys_shape() {
-    const Type name{Type::text, 128};
-    return {name, name, name, name, {Type::whole, 2}, name};
 }
 
 }  // namespace test::tds

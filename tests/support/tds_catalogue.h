@@ -17,15 +17,9 @@ std::vector<Type> types_of(database::Connection& shop, const Statement& statemen
                            const database::Result& result);
 
 // Answers a query on the server's catalogue, which the embedded engine does not have: names from sysobjects
-// by kind, or from sys.tables. Returns nothing for any other statement.
+// by kind, or from sys.tables, and the columns of tables. Returns nothing for any other statement.
 std::optional<database::Connection::Outcome> ask_catalogue(database::Connection& shop,
                                                            const std::filesystem::path& file,
                                                            std::string_view statement);
-
-// The answers of sp_columns and sp_pkeys about one table; no rows if the table does not exist.
-database::Result columns_of(database::Connection& shop, std::string_view table);
-database::Result keys_of(database::Connection& shop, std::string_view table);
-std::vector<Type> columns_shape();
-std::vector<Type> keys_shape();
 
 }  // namespace test::tds

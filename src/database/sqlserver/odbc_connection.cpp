@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "common/text.h"
+#include "database/sqlserver/odbc_catalogue.h"
 
 namespace database {
 
@@ -169,18 +170,6 @@ std::uint16_t port_in(std::string_view driver_string) {
     return port;
 }
 
-bool changes_tables(std::string_view statement) {
-    const std::string_view text = common::trim(statement);
-    return std::any_of(text.begin(), text.end(), [](char c) { return c == ';'; }) ||
-           !(common::equal_ignoring_case(text.substr(0, 6), "select") ||
-             common::equal_ignoring_case(text.substr(0, 6), "insert") ||
-             common::equal_ignoring_case(text.substr(0, 6), "update") ||
-             common::equal_ignoring_case(text.substr(0, 6), "delete") ||
-             common::equal_ignoring_case(text.substr(0, 5), "begin") ||
-             common::equal_ignoring_case(text.substr(0, 6), "commit") ||
-             common::equal_ignoring_case(text.substr(0, 8), "rollback"));
-}
-
 std::string bare_name(std::string_view table) {
     std::string name(common::trim(table));
     if (const auto dot = name.rfind('.'); dot != std::string::npos) name.erase(0, dot + 1);
@@ -251,7 +240,6 @@ void OdbcConnection::connect() {
 }
 
 void OdbcConnection::disconnect() {
-    described_.clear();
     if (!connection_) return;
     constexpr auto most = std::chrono::seconds(1);
     const OdbcWatch::Wait wait(watch_, most);
@@ -260,7 +248,7 @@ void OdbcConnection::disconnect() {
 
 Connection::Outcome OdbcConnection::run(std::string_view statement, const std::vector<Value>& values) {
     if (!connection_) connect();
-    if (changes_tables(statement)) described_.clear();
+    if (may_change_tables(statement)) described_.clear();
     const std::string sent = server_text(statement, values);
     return guarded(statement, std::chrono::seconds(settings_.query_seconds), [&] {
         return run_odbc_statement(connection_.get(), sent, values, settings_.query_seconds);
@@ -276,7 +264,7 @@ std::vector<Connection::Outcome> OdbcConnection::run_all(const std::vector<Comma
     try {
         if (!connection_) connect();
         for (const Command& command : commands)
-            if (changes_tables(command.text())) described_.clear();
+            if (may_change_tables(command.text())) described_.clear();
         const std::string sent = batch_text(commands);
         guarded(sent, std::chrono::seconds(settings_.query_seconds),
                 [&] { run_odbc_batch(connection_.get(), sent, settings_.query_seconds, outcomes); });
@@ -295,17 +283,20 @@ std::vector<Connection::Outcome> OdbcConnection::run_all(const std::vector<Comma
     }
 }
 
-Connection::Table OdbcConnection::describe(std::string_view table) {
-    const std::string name = bare_name(table);
-    if (const auto known = described_.find(name); known != described_.end()) return known->second;
-    if (!connection_) connect();
-    Table shape = guarded(table, std::chrono::seconds(settings_.query_seconds), [&] {
-        return describe_odbc_table(connection_.get(), name, settings_.query_seconds);
-    });
-    if (shape.columns.empty())
-        throw Error("42S02", "Invalid object name '" + name + "'.", std::string(table));
-    described_.emplace(name, shape);
-    return shape;
+std::shared_ptr<const Connection::Table> OdbcConnection::description(std::string_view table) {
+    describe_all({std::string(table)});
+    return described_.find(bare_name(table))->second;
+}
+
+void OdbcConnection::describe_all(const std::vector<std::string>& tables) {
+    std::vector<std::string> unknown;
+    for (const std::string& table : tables)
+        if (!described_.contains(bare_name(table))) unknown.push_back(bare_name(table));
+    if (unknown.empty()) return;
+    described_.merge(tables_in(query(catalogue_statement(unknown))));
+    for (const std::string& name : unknown) {
+        if (!described_.contains(name)) throw Error("42S02", "Invalid object name '" + name + "'.", "");
+    }
 }
 
 }  // namespace database

@@ -14,6 +14,7 @@
 #include <string>
 #include <thread>
 
+#include "database/sqlserver/odbc_catalogue.h"
 #include "database/sqlserver/odbc_statement.h"
 
 namespace database {
@@ -99,7 +100,9 @@ class OdbcConnection final : public Connection {
     // A statement is durable as soon as the server has answered.
     void make_durable() override {}
     bool is_embedded() const override { return false; }
-    Table describe(std::string_view table) override;
+    Table describe(std::string_view table) override { return *description(table); }
+    std::shared_ptr<const Table> description(std::string_view table) override;
+    void describe_all(const std::vector<std::string>& tables) override;
     Outcome run(std::string_view statement, const std::vector<Value>& values) override;
     std::vector<Outcome> run_all(const std::vector<Command>& commands) override;
 
@@ -113,8 +116,8 @@ class OdbcConnection final : public Connection {
     OdbcSettings settings_;
     OdbcHandle environment_;
     OdbcWatch watch_;
-    OdbcHandle connection_;                                // none while the server is lost
-    std::map<std::string, Table, std::less<>> described_;  // until a statement changes a table
+    OdbcHandle connection_;   // none while the server is lost
+    TablesByName described_;  // until a statement changes a table
 };
 
 }  // namespace database

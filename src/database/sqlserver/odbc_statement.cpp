@@ -249,19 +249,6 @@ Result read_result(const Statement& statement, SQLSMALLINT count) {
     return {columns, std::move(rows)};
 }
 
-// "nvarchar(100)", "numeric(18, 0)", "datetime": a column's type as a statement declares it.
-std::string declared_type(const Row& column) {
-    std::string type = common::lower_ascii(column.text("TYPE_NAME"));
-    if (const auto more = type.find(" identity"); more != std::string::npos) type.erase(more);
-    if (type.find('(') != std::string::npos) return type;  // some drivers give the width as well
-    const std::string size = std::to_string(column.integer("COLUMN_SIZE"));
-    if (type.ends_with("char") || type.ends_with("binary"))
-        return type + "(" + (size == "0" ? "max" : size) + ")";
-    if (type == "numeric" || type == "decimal")
-        return type + "(" + size + ", " + std::to_string(column.integer("DECIMAL_DIGITS")) + ")";
-    return type;
-}
-
 }  // namespace
 
 Connection::Outcome run_odbc_statement(SQLHDBC connection, std::string_view text,
@@ -308,33 +295,6 @@ void run_odbc_batch(SQLHDBC connection, std::string_view text, int seconds,
         outcomes.push_back({result ? std::move(*result) : empty_result(), changed});
         result.reset();
     } while ((answer = statement.check(SQLMoreResults(statement.get()))) != SQL_NO_DATA);
-}
-
-Connection::Table describe_odbc_table(SQLHDBC connection, std::string_view table, int seconds) {
-    std::vector<SQLWCHAR> wide = to_wide(table);
-    const auto rows_of = [&](auto ask) {
-        const Statement statement(connection, seconds);
-        statement.check(ask(statement.get()));
-        SQLSMALLINT count = 0;
-        statement.check(SQLNumResultCols(statement.get(), &count));
-        return read_result(statement, count);
-    };
-    Connection::Table shape;
-    // The name is a pattern here, in which "_" stands for any character: rows of other tables are left out.
-    const Result columns = rows_of([&](SQLHSTMT handle) {
-        return SQLColumnsW(handle, nullptr, 0, nullptr, 0, wide.data(), SQL_NTS, nullptr, 0);
-    });
-    for (const Row& column : columns) {
-        if (!common::equal_ignoring_case(column.text("TABLE_NAME"), table)) continue;
-        shape.columns.push_back(column.text("COLUMN_NAME"));
-        shape.types.push_back(declared_type(column));
-    }
-    const Result key = rows_of([&](SQLHSTMT handle) {
-        return SQLPrimaryKeysW(handle, nullptr, 0, nullptr, 0, wide.data(), SQL_NTS);
-    });
-    for (const Row& column : key)
-        shape.key.push_back(column.text("COLUMN_NAME"));
-    return shape;
 }
 
 }  // namespace database

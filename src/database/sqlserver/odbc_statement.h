@@ -41,7 +41,4 @@ Connection::Outcome run_odbc_statement(SQLHDBC connection, std::string_view text
 void run_odbc_batch(SQLHDBC connection, std::string_view text, int seconds,
                     std::vector<Connection::Outcome>& outcomes);
 
-// The columns and the key of a table, from the driver's catalogue. Throws OdbcFailure.
-Connection::Table describe_odbc_table(SQLHDBC connection, std::string_view table, int seconds);
-
 }  // namespace database

@@ -57,7 +57,8 @@ bool is_wide_literal(std::string_view statement, std::size_t at) {
     return at == 1 || !is_name_character(statement[at - 2]);
 }
 
-// The end of the literal, name or comment that begins at `at`. Doubled closing marks do not end it.
+}  // namespace
+
 std::size_t end_of_quoted(std::string_view statement, std::size_t at) {
     const char close = statement[at] == '[' ? ']' : statement[at];
     for (std::size_t i = at + 1; i < statement.size(); ++i) {
@@ -69,6 +70,8 @@ std::size_t end_of_quoted(std::string_view statement, std::size_t at) {
     }
     return statement.size();
 }
+
+namespace {
 
 // Adds a literal or another piece of a statement.
 void add_piece(std::string& text, std::string_view piece, bool is_literal) {

@@ -23,6 +23,9 @@ std::string from_wide(const SQLWCHAR* text, std::size_t length);
 // on newer servers. Zero characters are left out: the driver would end the statement at the first.
 std::string server_text(std::string_view statement, const std::vector<Value>& values = {});
 
+// The end of the text or name in quotes that begins at `at`. Doubled closing marks do not end it.
+std::size_t end_of_quoted(std::string_view statement, std::size_t at);
+
 // Statements as one text: the server stops behind the first that fails, and says after each how many rows it
 // changed, in a result of one column. Values stand in the text, because a call with parameters must end the
 // transactions that it begins, and takes 2,100 at most.

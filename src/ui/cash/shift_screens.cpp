@@ -236,7 +236,7 @@ void ShiftSide::start_shift() {
     guarded(context_.services, "StartShift", [&] {
         ShiftStartScreen start(this, context_);
         if (!start.open() || start.run() != 1) return;
-        desk_.reload_shifts();
+        desk_.reload();
         show_shifts();
     });
     panel_->refresh();

@@ -255,7 +255,6 @@ void SalesWindow::focus_entry_for_scan() {
 void SalesWindow::open_screen(const Command& screen) {
     act_and_return(utf8(screen.name), [&] {
         run_screen([&] { screen.run(*this); });
-        desk_.reload_customers();
         party_bar_->fill(desk_);
     });
 }
@@ -265,7 +264,7 @@ void SalesWindow::run_screen(const std::function<void()>& screen) {
     desk_.checkout().settle_unfinished();
     const std::int64_t shift = desk_.shift_number();
     screen();
-    desk_.reload_shifts();
+    desk_.reload();
     if (desk_.shift_number() != shift) entry_bar_->clear();
 }
 

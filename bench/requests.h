@@ -1,0 +1,32 @@
+// What the till's actions ask of a server, and how long they take when every answer is late.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "bench/measure.h"
+
+namespace bench {
+
+// An action at one latency: by the till, and its statements sent by hand, each by itself.
+struct RequestTimes {
+    int latency_ms = 0;
+    Samples till, by_hand;
+};
+
+struct RequestTiming {
+    std::string name;
+    int first_edition = 0;  // requests of the first edition
+    int budget = 0;
+    int requests = 0;    // the most that one round took
+    int statements = 0;  // in them
+    std::vector<RequestTimes> times = {};
+    bool met() const { return requests <= budget; }
+};
+
+// Works through the actions of a morning on a test server with a small shop, again and again at each latency.
+// `folder` is for the shops.
+std::vector<RequestTiming> measure_requests(const std::filesystem::path& folder, int rounds);
+
+}  // namespace bench
