@@ -34,6 +34,13 @@ std::string item_name(std::int64_t code) {
                        sorts[choice / 4096 % sorts.size()], grams[choice / 262'144 % grams.size()]);
 }
 
+std::int64_t items_with_searched_words(const Sizes& sizes) {
+    std::int64_t found = 0;
+    for (std::int64_t code = 1; code <= sizes.items(); ++code)
+        if (item_name(code).find(" مانجو 500 ") != std::string::npos) ++found;
+    return found;
+}
+
 double retail_price(std::int64_t code) {
     return 1 + noise(static_cast<std::uint64_t>(code)) % 800 / 4.0;
 }

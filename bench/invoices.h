@@ -16,6 +16,9 @@ namespace bench {
 std::string item_name(std::int64_t code);
 // A text with which about one in eighty names begins.
 inline constexpr const char* searched_prefix = "عصير ال";
+// Words that about one in a hundred names contains, not in this order.
+inline constexpr const char* searched_words = "500 مانجو";
+std::int64_t items_with_searched_words(const Sizes& sizes);
 
 double retail_price(std::int64_t code);  // of the single unit, in quarters
 inline double whole_cents(double amount) {

@@ -4,9 +4,11 @@
 
 #include "accounts/messages.h"
 #include "common/numbers.h"
+#include "common/search.h"
 #include "common/text.h"
 #include "common/typed.h"
 #include "database/form.h"
+#include "database/name_search.h"
 
 namespace accounts {
 
@@ -14,7 +16,6 @@ using common::FieldKind;
 using common::FieldOption;
 using common::FormField;
 using common::Refusal;
-using database::quoted;
 using database::Recordset;
 using database::Sql;
 
@@ -171,8 +172,8 @@ std::vector<common::Choice> AccountCustomer::find_classes(std::string_view wante
     Sql statement("select * from cust_typ ");
     if (const auto number = common::parse_integer(wanted)) {
         statement += Sql(" Where code = ") + *number;
-    } else if (!wanted.empty()) {
-        statement += Sql(" Where name like ") + quoted("%" + database::like_text(wanted) + "%");
+    } else if (!common::search_words(wanted).empty()) {
+        statement += Sql(" Where ") + database::contains_typed_words("name", wanted);
     }
     return database::choices(connection_.query(statement), "code", "name");
 }

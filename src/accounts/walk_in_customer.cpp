@@ -3,16 +3,17 @@
 #include <algorithm>
 
 #include "accounts/messages.h"
+#include "common/search.h"
 #include "common/text.h"
 #include "common/typed.h"
 #include "database/form.h"
+#include "database/name_search.h"
 #include "database/recordset.h"
 
 namespace accounts {
 
 using common::FieldKind;
 using common::Refusal;
-using database::quoted;
 using database::Sql;
 
 namespace {
@@ -90,24 +91,25 @@ void CashCustomer::open() {
 }
 
 // An empty text lists all.
-void CashCustomer::search(database::Fragment condition, std::string_view text) {
+void CashCustomer::search(database::Fragment column, std::string_view text) {
     Sql statement(" select * from cust_cash ");
-    if (!text.empty()) statement += Sql(condition) + quoted("%" + database::like_text(text) + "%");
+    if (!common::search_words(text).empty())
+        statement += Sql("Where ") + database::contains_typed_words(column, text);
     results_.clear();
     for (const auto& row : connection_.query(statement))
         results_.push_back(walk_in_of(row));
 }
 
 void CashCustomer::search_names() {
-    search("Where zname like ", fields.name);
+    search("zname", fields.name);
 }
 
 void CashCustomer::search_phones() {
-    search("Where zphone like ", fields.phone);
+    search("zphone", fields.phone);
 }
 
 void CashCustomer::search_mails() {
-    search("Where zmail like ", fields.mail);
+    search("zmail", fields.mail);
 }
 
 void CashCustomer::take(const WalkInCustomer& customer) {

@@ -45,7 +45,7 @@ class CashCustomer {
     // Proposes the next code; the other fields and the results are empty.
     void open();
 
-    // Each lists the customers whose field contains the text; an empty text lists all.
+    // Each lists the customers whose field contains the words; an empty text lists all.
     void search_names();
     void search_phones();
     void search_mails();
@@ -62,7 +62,7 @@ class CashCustomer {
     const std::vector<WalkInCustomer>& results() const { return results_; }
 
   private:
-    void search(database::Fragment condition, std::string_view text);
+    void search(database::Fragment column, std::string_view text);
     void take(const WalkInCustomer& customer);
     database::Connection& connection_;
     std::int64_t proposed_ = 1;

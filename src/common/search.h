@@ -1,12 +1,33 @@
-// Searching for typed text in lists in memory. (In the database: like_text in database/sql.h.)
+// What people type when they search, and what is written: different letters that nobody tells apart. Alike
+// are the alefs, ta marbuta and ha, ya and alef maqsura, the digits of all scripts, capitals and small
+// letters; tashkeel and tatweel count for nothing. (Conditions of statements: database/name_search.h.)
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace common {
 
-// Whether a text contains what was typed, without regard to the script of digits and the case of ASCII
-// letters.
-bool contains_typed(std::string_view text, std::string_view typed);
+// A text with one letter for all that are alike, and without marks. The shop's file holds an index of such
+// texts: whoever changes what this gives must rename that index (database/embedded/indexes.cpp).
+std::string folded(std::string_view text);
+
+// One character in lower case: Latin, Greek and Cyrillic letters; Arabic has no case.
+char32_t lower_case_beyond_ascii(char32_t character);
+inline char32_t lower_case(char32_t c) {
+    if (c < 0x80) return c >= 'A' && c <= 'Z' ? c + 0x20 : c;
+    return c > 0x42F ? c : lower_case_beyond_ascii(c);
+}
+
+// All characters that are alike, the given one among them; empty if there are no others.
+std::u32string_view alike(char32_t character);
+// Tashkeel and tatweel, which folded() leaves out.
+bool is_mark(char32_t character);
+
+// The folded words of what was typed; none if it is blank.
+std::vector<std::string> search_words(std::string_view typed);
+// Whether a folded text contains every word, in any order.
+bool contains_words(std::string_view folded_text, const std::vector<std::string>& words);
 
 }  // namespace common

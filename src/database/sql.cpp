@@ -4,7 +4,7 @@
 #include <cmath>
 #include <stdexcept>
 
-#include "common/numbers.h"
+#include "common/search.h"
 #include "common/text.h"
 
 namespace database {
@@ -24,12 +24,12 @@ Quoted quoted(std::string_view text) {
 std::string like_text(std::string_view typed) {
     std::string pattern;
     for (const char32_t c : common::code_points(typed)) {
-        const bool is_digit = (c >= U'\u0660' && c <= U'\u0669') || (c >= U'\u06F0' && c <= U'\u06F9');
-        const std::string character = common::utf8(c);
-        if (is_digit)
-            pattern += "[" + common::western_digits(character) + character + "]";
+        if (common::is_mark(c)) continue;
+        const auto alike = common::alike(c);
+        if (!alike.empty() || c == U'%' || c == U'_' || c == U'[')
+            pattern += "[" + common::utf8(alike.empty() ? std::u32string_view(&c, 1) : alike) + "]";
         else
-            pattern += c == U'%' || c == U'_' || c == U'[' ? "[" + character + "]" : character;
+            pattern += common::utf8(common::lower_case(c));
     }
     return pattern;
 }

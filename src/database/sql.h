@@ -49,8 +49,8 @@ inline Quoted quoted(std::string& text) {
 inline Quoted quoted(const char* text) {
     return quoted(std::string_view(text));
 }
-// A typed text for a pattern of `like`: "%", "_" and "[" stand for themselves, an Arabic-Indic digit for the
-// Western one as well.
+// A typed text for a pattern of `like`: "%", "_" and "[" stand for themselves, each letter for all that are
+// alike (common/search.h). Marks are left out. What searches names: database/name_search.h.
 std::string like_text(std::string_view typed);
 Quoted quoted(const common::Date& date);       // 'yyyy/mm/dd'
 Quoted quoted(const common::TimeOfDay& time);  // 'HH:mm:ss'

@@ -175,8 +175,8 @@ std::optional<std::size_t> SaleLines::escape_to_quantity() const {
     return invoice_.lines.size() - 1;
 }
 
-std::vector<FoundItem> SaleLines::search(const SearchFilters& filters) {
-    return look_up("search items", std::vector<FoundItem>(),
+FoundItems SaleLines::search(const SearchFilters& filters) {
+    return look_up("search items", FoundItems(),
                    [&] { return search_items(connection_, state_.lists, filters); });
 }
 

@@ -92,7 +92,7 @@ class SaleLines : DeskPart {
     // 0, otherwise the item-code field (nothing).
     std::optional<std::size_t> escape_to_quantity() const;
 
-    std::vector<FoundItem> search(const SearchFilters& filters);
+    FoundItems search(const SearchFilters& filters);
     std::optional<ItemInfo> item_info(std::int64_t code);
 
   private:

@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "common/numbers.h"
+#include "common/search.h"
 #include "common/text.h"
 #include "common/typed.h"
+#include "database/name_search.h"
 #include "sales/entry.h"
 #include "sales/messages.h"
 
@@ -71,12 +73,10 @@ FoundItem found_item(const Row& row) {
 // The statement for filters that are not refused.
 Sql search_statement(const SearchFilters& filters, const std::optional<CodeFilter>& code) {
     Having having;
-    if (!filters.name.empty()) {
-        const std::string name = database::like_text(filters.name);
-        if (filters.name_contains)
-            having.add(" Having (name) like ", " and (name) like ", quoted("%" + name + "%"));
-        else
-            having.add(" Having name like ", " and name like ", quoted(name + "%"));
+    if (filters.has_name()) {
+        having.add(" Having ", " and ",
+                   filters.name_contains ? database::contains_typed_words("items.name", filters.name)
+                                         : database::begins_with_typed("items.name", filters.name));
     }
     if (code) having.add(" Having code = ", " and code = ", code->item);
     // If the price is the first filter, it is a condition on rows before the grouping.
@@ -118,6 +118,10 @@ Entry FoundItem::entry(int unit) const {
     return !scanned.empty() && unit == unit_level ? read_entry(scanned) : chosen_item(code, unit);
 }
 
+bool SearchFilters::has_name() const {
+    return !common::search_words(name).empty();
+}
+
 std::string_view search_refusal(const SearchFilters& filters) {
     if (!filters.price.empty()) {
         const auto price = common::read_number(filters.price, message::wrong_price);
@@ -128,26 +132,28 @@ std::string_view search_refusal(const SearchFilters& filters) {
     return {};
 }
 
-std::vector<FoundItem> search_items(database::Connection& connection, const Lists& lists,
-                                    const SearchFilters& filters) {
+FoundItems search_items(database::Connection& connection, const Lists& lists, const SearchFilters& filters) {
     if (filters.empty() || !search_refusal(filters).empty()) return {};
     std::optional<CodeFilter> code;
     if (!filters.code.empty()) {
         code = read_code_filter(connection, filters.code);
         if (!code) return {};
     }
-    std::vector<FoundItem> found;
-    const auto rows = connection.query(search_statement(filters, code));
-    found.reserve(rows.size());
-    for (const Row& row : rows) {
-        FoundItem& item = found.emplace_back(found_item(row));
+    const std::vector<Row> rows = connection.query(search_statement(filters, code)).release();
+    std::vector<std::pair<std::string, std::size_t>> names;
+    names.reserve(rows.size());
+    for (const Row& row : rows)
+        names.emplace_back(row.text("name"), names.size());
+    const std::size_t shown = std::min(names.size(), longest_found);
+    std::partial_sort(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(shown), names.end());
+    FoundItems found{rows.size(), {}};
+    for (std::size_t i = 0; i < shown; ++i) {
+        FoundItem& item = found.items.emplace_back(found_item(rows[names[i].second]));
         item.group = group_name(lists, item.type);
         if (!code || !code->scanned) continue;
         item.scanned = filters.code;
         item.unit_level = code->unit_level;
     }
-    std::stable_sort(found.begin(), found.end(),
-                     [](const FoundItem& a, const FoundItem& b) { return a.name < b.name; });
     return found;
 }
 

@@ -17,15 +17,16 @@ namespace sales {
 // digits included); the code may be a barcode instead.
 struct SearchFilters {
     std::string name;
-    bool name_contains = false;  // anywhere in the name; otherwise the name begins with it
+    bool name_contains = false;  // its words anywhere in the name; otherwise the name begins with it
     std::string code;
     std::string price;
     std::string maker;
     std::string type;
     bool hide_stopped = false;
 
+    bool has_name() const;  // and not only blanks and marks
     bool empty() const {
-        return name.empty() && code.empty() && price.empty() && maker.empty() && type.empty();
+        return !has_name() && code.empty() && price.empty() && maker.empty() && type.empty();
     }
 };
 
@@ -49,9 +50,14 @@ struct FoundItem {
 // Why no item can match: a price or a code that is no number, in words for the cashier; empty if none.
 std::string_view search_refusal(const SearchFilters& filters);
 
-// The matches in the order of their names. The list is empty without any filter but the stopped one, because
-// nobody reads a hundred thousand rows.
-std::vector<FoundItem> search_items(database::Connection& connection, const Lists& lists,
-                                    const SearchFilters& filters);
+struct FoundItems {
+    std::size_t count = 0;         // of all matches
+    std::vector<FoundItem> items;  // the first of them, in the order of their names
+};
+// Nobody reads a longer list.
+inline constexpr std::size_t longest_found = 200;
+
+// Finds nothing without any filter but the stopped one.
+FoundItems search_items(database::Connection& connection, const Lists& lists, const SearchFilters& filters);
 
 }  // namespace sales

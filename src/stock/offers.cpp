@@ -86,6 +86,8 @@ std::vector<OfferRow> list_offers(Connection& connection) {
              "offer.cust_c = cust_cash.zcode GROUP BY offer.date,offer.ofr_num, offer.vcode, offer.cust_c, "
              "cust_cash.zname, custdata.cname"))
         offers.push_back({row.integer("ofr_num"), customer_of(row), row.moment("date").date});
+    for (OfferRow& offer : offers)
+        offer.sought = common::folded(offer.customer);
     std::stable_sort(offers.begin(), offers.end(),
                      [](const OfferRow& a, const OfferRow& b) { return a.number > b.number; });
     return offers;
@@ -94,7 +96,7 @@ std::vector<OfferRow> list_offers(Connection& connection) {
 bool matches(const OfferRow& offer, const OfferFilter& filter) {
     if (filter.number && offer.number != *filter.number) return false;
     if (filter.date && offer.date != *filter.date) return false;
-    return common::contains_typed(offer.customer, filter.customer);
+    return common::contains_words(offer.sought, filter.customer);
 }
 
 }  // namespace stock

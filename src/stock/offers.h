@@ -47,16 +47,17 @@ struct OfferRow {
     std::int64_t number = 0;
     std::string customer;  // the account customer's name; "code - name" of a named cash customer; "نقدي  "
     common::Date date;
+    std::string sought = {};  // the customer as a search looks in it (common/search.h)
 };
 
 // All offers, the newest number first.
 std::vector<OfferRow> list_offers(database::Connection& connection);
 
-// Which offers are sought: those of this number, of this date, and with this text in the customer's (in upper
-// or lower case). What is empty does not filter.
+// Which offers are sought: those of this number, of this date, and with these words (common::search_words) in
+// the customer's. What is empty does not filter.
 struct OfferFilter {
     std::optional<std::int64_t> number;
-    std::string customer;
+    std::vector<std::string> customer;
     std::optional<common::Date> date;
 };
 bool matches(const OfferRow& offer, const OfferFilter& filter);

@@ -1,6 +1,7 @@
 #include "common/text.h"
 
 #include "common/code_page.h"
+#include "common/search.h"
 
 namespace {
 
@@ -74,6 +75,20 @@ TEST(CodePage, EveryByteSurvives) {
     for (int code = 0; code < 256; ++code)
         all += static_cast<char>(code);
     EXPECT_EQ(common::to_code_page_1256(common::from_code_page_1256(all)), all);
+}
+
+TEST(Search, FoldsWhatNobodyTellsApart) {
+    const struct {
+        const char *text, *folded;
+    } cases[] = {
+        {"أإآٱا", "ااااا"},         {"قَهْوَة سادَّة", "قهوه ساده"}, {"مـــصطفى", "مصطفي"}, {"٠۹ ۴٥", "09 45"},
+        {"ÀÉß Ωω Жж", "àéß ωω жж"}, {"a\xFFz", "a\uFFFDz"},     {"رؤى شئ", "رؤي شئ"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(common::folded(c.text), c.folded) << c.text;
+    EXPECT_THAT(common::search_words("  قَهوة\t AB ـ "), testing::ElementsAre("قهوه", "ab"));
+    EXPECT_TRUE(common::contains_words(common::folded("Abc قهوة"), common::search_words("قهوه a")));
+    EXPECT_FALSE(common::contains_words(common::folded("قهوة"), common::search_words("قهوه بن")));
 }
 
 }  // namespace

@@ -12,9 +12,9 @@ using test::Counter;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::vector<std::int64_t> codes(const std::vector<sales::FoundItem>& found) {
+std::vector<std::int64_t> codes(const sales::FoundItems& found) {
     std::vector<std::int64_t> list;
-    for (const auto& item : found)
+    for (const auto& item : found.items)
         list.push_back(item.code);
     return list;
 }
@@ -37,7 +37,7 @@ TEST(Search, EveryCombinationIsAValidStatement) {
         const auto found = desk.lines().search(filters);
         ASSERT_TRUE(counter.services.log.lines.empty()) << counter.services.log.lines.front();
         if (filters.empty())
-            EXPECT_THAT(found, IsEmpty());
+            EXPECT_THAT(found.items, IsEmpty());
         else
             EXPECT_THAT(codes(found), ElementsAre(400));
     }
@@ -74,6 +74,14 @@ TEST(Search, FiltersFindWhatTheyName) {
         {"a quote", named("'", true), {}},
         {"digits of the other script", named("كولا ٢", false), {470}},
         {"digits as they are stored", named("٣ ل", true), {480}},
+        {"Western digits of the other script", named("كولا 3", false), {480}},
+        {"letters that are alike", named("إشطه فلاحي", false), {520}},
+        {"marks typed and stored", named("محلي كَعـك", true), {530}},
+        {"marks in a prefix", named("كعك م", false), {530}},
+        {"words in any order", named("لتر كُولا", true), {470, 480}},
+        {"one word missing", named("لتر عصير", true), {}},
+        {"capitals", named("A_B", false), {500}},
+        {"marks alone", named("ـَ ", true), {}},
         {"brackets", named("[a]b", false), {490}},
         {"a bracket inside", named("]b 5", true), {490}},
         {"a percent sign", named("50%", true), {490}},
@@ -94,6 +102,8 @@ TEST(Search, FiltersFindWhatTheyName) {
     counter.shop.sql("insert into items (code,name,num1) select 490,N'[a]b 50%',1");
     counter.shop.sql("insert into items (code,name,num1) select 500,N'a_b',1");
     counter.shop.sql("insert into items (code,name,num1) select 510,N'axb 500',1");
+    counter.shop.sql("insert into items (code,name,num1) select 520,N'أشطة فلاحى',1");
+    counter.shop.sql("insert into items (code,name,num1) select 530,N'كعــك مُحـلَّى',1");
     auto& desk = counter.open();
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -110,7 +120,7 @@ TEST(Search, RowsShowStockOfAllStoresAndThreeUnits) {
     auto& desk = counter.open();
     SearchFilters filters;
     filters.code = "400";
-    const auto found = desk.lines().search(filters);
+    const auto found = desk.lines().search(filters).items;
     ASSERT_EQ(found.size(), 1u);
     EXPECT_EQ(found[0].stock, 250.5);
     EXPECT_EQ(found[0].prices[0][0], 5);
@@ -146,7 +156,7 @@ TEST(Search, TakesAnItemAsScannedOrInTheUnitChosen) {
         SearchFilters filters;
         filters.code = c.code;
         if (filters.code.empty()) filters.price = "13";
-        const auto found = desk.lines().search(filters);
+        const auto found = desk.lines().search(filters).items;
         ASSERT_EQ(found.size(), 1u);
         ASSERT_TRUE(desk.lines().EnterItem(found[0].entry(c.unit == 0 ? found[0].unit_level : c.unit)));
         EXPECT_EQ(counter.cell(0, sales::column::code), c.item);
@@ -158,7 +168,7 @@ TEST(Search, TakesAnItemAsScannedOrInTheUnitChosen) {
     Counter counter;
     SearchFilters filters;
     filters.code = "7000";
-    const auto found = counter.open().lines().search(filters);
+    const auto found = counter.open().lines().search(filters).items;
     ASSERT_EQ(found.size(), 1u);
     EXPECT_FALSE(counter.desk.lines().EnterItem(found[0].entry(found[0].unit_level)));
     EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::message::shared_barcode)));

@@ -1,6 +1,7 @@
 // Offers stored, listed and loaded.
 #include "stock/offers.h"
 
+#include "common/search.h"
 #include "support/shop.h"
 
 namespace {
@@ -68,9 +69,10 @@ TEST(Offers, ListNamesItsCustomersAndFilters) {
         return text;
     };
     EXPECT_EQ(names({}), "4=نقدي  |3=5 - |2=4 - منى|1=Hotel النيل|");
-    EXPECT_EQ(names({.number = {}, .customer = "hotel", .date = {}}), "1=Hotel النيل|");
-    EXPECT_EQ(names({.number = 4, .customer = "", .date = {}}), "4=نقدي  |");
-    EXPECT_EQ(names({.number = {}, .customer = "", .date = common::Date{2026, 11, 2}}), "3=5 - |2=4 - منى|");
+    EXPECT_EQ(names({.number = {}, .customer = common::search_words("النيل hotel"), .date = {}}),
+              "1=Hotel النيل|");
+    EXPECT_EQ(names({.number = 4, .customer = {}, .date = {}}), "4=نقدي  |");
+    EXPECT_EQ(names({.number = {}, .customer = {}, .date = common::Date{2026, 11, 2}}), "3=5 - |2=4 - منى|");
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "common/search.h"
+
 namespace database::embedded {
 
 namespace {
@@ -48,34 +50,12 @@ std::string_view without_trailing_blanks(std::string_view text) {
 
 }  // namespace
 
-char32_t fold(char32_t c) {
-    if (c < 0x80) return c >= 'A' && c <= 'Z' ? c + 0x20 : c;
-    if (c >= 0xC0 && c <= 0xDE) return c == 0xD7 ? c : c + 0x20;
-    if (c >= 0x100 && c <= 0x17F) {
-        if (c == 0x130 || c == 0x131 || c == 0x138 || c == 0x149 || c == 0x17F) return c;
-        if (c == 0x178) return 0xFF;
-        const bool upper_is_odd = (c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E);
-        return ((c & 1U) != 0) == upper_is_odd ? c + 1 : c;
-    }
-    if (c >= 0x391 && c <= 0x3A9 && c != 0x3A2) return c + 0x20;
-    if (c >= 0x410 && c <= 0x42F) return c + 0x20;
-    if (c >= 0x400 && c <= 0x40F) return c + 0x50;
-    return c;
-}
-
-std::u32string folded(std::string_view text) {
+std::u32string lower_text(std::string_view text) {
     std::u32string result;
     result.reserve(text.size());
     for (std::size_t at = 0; at < text.size();)
-        result += fold(next_character(text, at));
+        result += common::lower_case(next_character(text, at));
     return result;
-}
-
-bool begins_with(std::string_view text, std::u32string_view folded_beginning) {
-    std::size_t at = 0;
-    for (const char32_t expected : folded_beginning)
-        if (at == text.size() || fold(next_character(text, at)) != expected) return false;
-    return true;
 }
 
 int compare_texts(std::string_view a, std::string_view b) {
@@ -86,8 +66,8 @@ int compare_texts(std::string_view a, std::string_view b) {
     std::size_t i = 0, j = 0;
     while (i < a.size() || j < b.size()) {
         // The shorter text is compared as if it were padded with blanks.
-        const char32_t x = i < a.size() ? fold(next_character(a, i)) : U' ';
-        const char32_t y = j < b.size() ? fold(next_character(b, j)) : U' ';
+        const char32_t x = i < a.size() ? common::lower_case(next_character(a, i)) : U' ';
+        const char32_t y = j < b.size() ? common::lower_case(next_character(b, j)) : U' ';
         if (x == y) continue;
         const char32_t first = order_of(x), second = order_of(y);
         if (first != second) return first < second ? -1 : 1;

@@ -3,12 +3,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <optional>
 
 #include "common/numbers.h"
+#include "common/search.h"
 #include "common/text.h"
 #include "database/embedded/collation.h"
+#include "database/embedded/name_index.h"
 #include "database/error.h"
 
 namespace database::embedded {
@@ -79,9 +80,10 @@ void upper(const Call& call) {
     if (call.null(0)) return call.give();
     std::u32string text = common::code_points(call.text(0));
     for (char32_t& c : text) {
-        // The upper-case letter is the one that folds to this one.
+        // The upper-case letter is the one that this is the lower case of.
         for (const char32_t distance : {0x20U, 0x50U, 1U}) {
-            if (c >= distance && fold(c) == c && c - distance != c && fold(c - distance) == c) {
+            if (c >= distance && common::lower_case(c) == c && c - distance != c &&
+                common::lower_case(c - distance) == c) {
                 c -= distance;
                 break;
             }
@@ -93,7 +95,7 @@ void upper(const Call& call) {
 void lower(const Call& call) {
     if (call.null(0)) return call.give();
     std::u32string text = common::code_points(call.text(0));
-    std::transform(text.begin(), text.end(), text.begin(), fold);
+    std::transform(text.begin(), text.end(), text.begin(), common::lower_case);
     call.give(common::utf8(text));
 }
 
@@ -133,7 +135,7 @@ void substring(const Call& call) {
 // charindex(what, text[, start])
 void charindex(const Call& call) {
     if (call.any_null()) return call.give();
-    const std::u32string what = folded(call.text(0)), text = folded(call.text(1));
+    const std::u32string what = lower_text(call.text(0)), text = lower_text(call.text(1));
     const std::int64_t start = call.count > 2 ? std::clamp<std::int64_t>(call.integer(2), 1, longest) : 1;
     const auto at =
         what.empty() ? std::u32string::npos : text.find(what, static_cast<std::size_t>(start - 1));
@@ -143,14 +145,14 @@ void charindex(const Call& call) {
 // replace(text, what, with), without regard to case
 void replace(const Call& call) {
     if (call.any_null()) return call.give();
-    const std::u32string text = common::code_points(call.text(0)), what = folded(call.text(1));
+    const std::u32string text = common::code_points(call.text(0)), what = lower_text(call.text(1));
     const std::u32string with = common::code_points(call.text(2));
-    std::u32string lower_text = text;
-    std::transform(text.begin(), text.end(), lower_text.begin(), fold);
+    std::u32string in_lower_case = text;
+    std::transform(text.begin(), text.end(), in_lower_case.begin(), common::lower_case);
     if (what.empty()) return call.give(call.text(0));
     std::u32string result;
     for (std::size_t at = 0; at < text.size();) {
-        if (lower_text.compare(at, what.size(), what) == 0) {
+        if (in_lower_case.compare(at, what.size(), what) == 0) {
             result += with;
             at += what.size();
         } else {
@@ -174,39 +176,14 @@ void stuff(const Call& call) {
               common::utf8(text.substr(end)));
 }
 
-// A pattern of LIKE. The most common one, "the beginning of a name%", is matched without folding the whole
-// text, because a search reads every name of the shop.
 struct Pattern {
-    explicit Pattern(std::string_view text) : whole(folded(text)) {
-        if (whole.find_first_of(U"%_[") + 1 == whole.size() && whole.ends_with(U'%'))
-            beginning = std::u32string_view(whole).substr(0, whole.size() - 1);
-    }
-    Pattern(const Pattern&) = delete;
-    Pattern& operator=(const Pattern&) = delete;
-
-    bool matches(std::string_view text) const {
-        return beginning ? begins_with(text, *beginning) : is_like(folded(text), whole);
-    }
-
-    std::u32string whole;
-    std::optional<std::u32string_view> beginning;
+    explicit Pattern(std::string_view text) : lower(lower_text(text)) {}
+    std::u32string lower;
 };
 
 void like(const Call& call) {
     if (call.any_null()) return call.give();
-    // The pattern is the same for all rows of a statement and is parsed once.
-    auto* pattern = static_cast<Pattern*>(sqlite3_get_auxdata(call.context, 1));
-    std::unique_ptr<Pattern> made;
-    if (pattern == nullptr) {
-        made = std::make_unique<Pattern>(call.text(1));
-        pattern = made.get();
-    }
-    const bool matches = pattern->matches(call.text(0));
-    call.give(std::int64_t{matches});
-    if (made) {
-        sqlite3_set_auxdata(call.context, 1, made.release(),
-                            [](void* kept) { delete static_cast<Pattern*>(kept); });
-    }
+    call.give(std::int64_t{is_like(lower_text(call.text(0)), kept_argument<Pattern>(call, 1).lower)});
 }
 
 constexpr Function texts[] = {
@@ -325,6 +302,7 @@ void register_functions(sqlite3* engine) {
         throw Error("HY000", sqlite3_errmsg(engine), "");
     }
     register_conversions(engine);
+    register_name_search(engine);
     register_all(engine, texts, std::size(texts));
     register_all(engine, numbers, std::size(numbers));
 }

@@ -3,6 +3,7 @@
 
 #include <sqlite3.h>
 
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -42,6 +43,19 @@ struct Function {
 void register_all(sqlite3* engine, const Function* functions, std::size_t count);
 
 void register_conversions(sqlite3* engine);
+
+// An argument that is the same for all rows of a statement, as what `Made` makes of its text: made once.
+template <typename Made>
+const Made& kept_argument(const Call& call, int i) {
+    auto* kept = static_cast<Made*>(sqlite3_get_auxdata(call.context, i));
+    if (kept == nullptr) {
+        sqlite3_set_auxdata(call.context, i, new Made(call.text(i)),
+                            [](void* made) { delete static_cast<Made*>(made); });
+        kept = static_cast<Made*>(sqlite3_get_auxdata(call.context, i));
+    }
+    if (kept == nullptr) throw std::bad_alloc();
+    return *kept;
+}
 
 // Reads a number in the server's forms ("12", " -1.5e3 "; blanks alone are 0). Returns nothing for other
 // texts.

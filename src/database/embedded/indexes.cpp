@@ -4,6 +4,7 @@
 #include "common/text.h"
 #include "database/embedded/definitions.h"
 #include "database/embedded/engine.h"
+#include "database/embedded/name_index.h"
 #include "database/embedded/writer.h"
 
 namespace database::embedded {
@@ -14,14 +15,23 @@ namespace {
 // of the account invoices and for the discounts of a drawer, whose conditions need a filtered index. A server
 // would refuse rows for such an index from programs with other settings, so it is not part of the schema.
 struct OwnIndex {
-    std::string_view table;
+    std::string table;
     std::vector<std::string> columns;
     std::string where = {};  // as the translation writes it
+    bool folded = false;     // of folded names, for searches (database/embedded/name_index.h)
+
+    std::string name() const {
+        return folded ? name_index(table) : index_name(table, "own " + columns.front());
+    }
+    std::string content() const {
+        return folded ? "ts_folded(" + quoted_name(columns.front()) + ")" : name_list(columns);
+    }
 };
 
 const std::vector<OwnIndex>& own_indexes() {
     static const std::vector<OwnIndex> indexes = {
         {"items", {"num1"}},
+        {"items", {"name"}, "", true},
         {"inv_d", {"edate"}},
         {"purdata", {"edate"}},
         {"f_q", {"edate"}},
@@ -93,12 +103,12 @@ void Definitions::add_own_indexes(const Table& table) {
     const std::string lower = common::lower_ascii(table.name);
     bool made = false;
     for (const OwnIndex& own : own_indexes()) {
-        const std::string name = index_name(lower, "own " + own.columns.front());
+        const std::string name = own.name();
         const bool fits = std::all_of(own.columns.begin(), own.columns.end(),
                                       [&](const std::string& column) { return table.find(column) >= 0; });
         if (own.table != lower || table.view || !fits || catalog_.has_index(name)) continue;
         execute(engine_, "CREATE INDEX IF NOT EXISTS " + quoted_name(name) + " ON " +
-                             quoted_name(table.name) + " (" + name_list(own.columns) + ")" + own.where);
+                             quoted_name(table.name) + " (" + own.content() + ")" + own.where);
         made = true;
     }
     if (made) catalog_.load_table(lower);

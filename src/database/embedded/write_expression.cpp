@@ -1,8 +1,10 @@
 // Expressions: what an operator means depends on the types of its operands.
 #include <algorithm>
 
+#include "common/text.h"
 #include "database/embedded/collation.h"
 #include "database/embedded/moments.h"
+#include "database/embedded/name_index.h"
 #include "database/embedded/writer.h"
 #include "database/error.h"
 
@@ -143,7 +145,12 @@ const std::string* Writer::text_value(const Expression& expression) {
 }
 
 TypedSql Writer::unary(const Expression& e) {
-    if (e.name == "not") return condition_of("NOT (" + condition(*e.parts[0]) + ")");
+    if (e.name == "not") {
+        ++negations_;
+        std::string sql = "NOT (" + condition(*e.parts[0]) + ")";
+        --negations_;
+        return condition_of(std::move(sql));
+    }
     TypedSql operand = to_number(value(*e.parts[0]));
     if (operand.type.is_datetime()) fail("The operator '" + e.name + "' does not take a date.");
     operand.sql = "(" + e.name + " " + operand.sql + ")";
@@ -158,11 +165,13 @@ TypedSql Writer::binary(const Expression& e) {
         const Expression* at = &e;
         for (; at->kind == Kind::binary && at->name == e.name; at = at->parts[0].get())
             chain.push_back(at);
-        std::string sql = "(" + condition(*at);
-        for (auto link = chain.rbegin(); link != chain.rend(); ++link) {
-            sql += e.name == "and" ? " AND " : " OR ";
-            sql += condition(*(*link)->parts[1]);
-        }
+        std::vector<const Expression*> parts{at};
+        for (auto link = chain.rbegin(); link != chain.rend(); ++link)
+            parts.push_back((*link)->parts[1].get());
+        if (e.name == "and") return condition_of("(" + conjunction(parts) + ")");
+        std::string sql;
+        for (const Expression* part : parts)
+            sql += (sql.empty() ? "(" : " OR ") + condition(*part);
         return condition_of(sql + ")");
     }
     TypedSql left = value(*e.parts[0]);
@@ -333,7 +342,66 @@ TypedSql Writer::in(const Expression& e) {
     return condition_of(sql + "))");
 }
 
+// Of the searches for names in a conjunction, those of one column are answered together: from its index if it
+// has one. Reading that in a query of its own keeps the engine from reading the whole table in another order.
+std::string Writer::name_searches(const Expression& column, const std::vector<const Expression*>& likes) {
+    const ScopeSource* const source = source_with_name_index(column);
+    const std::string name = source != nullptr ? quoted_name(column.name) : to_text(value(column)).sql;
+    const std::string folded = "ts_folded(" + name + ")";
+    std::string conditions;
+    for (const Expression* like : likes) {
+        const std::string pattern = to_text(value(*like->parts[1])).sql;
+        if (source != nullptr && conditions.empty())
+            conditions =
+                folded + " >= ts_like_from(" + pattern + ") AND " + folded + " < ts_like_to(" + pattern + ")";
+        conditions += (conditions.empty() ? "" : " AND ") + std::string("ts_like_folded(") + folded + ", " +
+                      pattern + ")";
+    }
+    if (source == nullptr) return "(" + conditions + ")";
+    return "(" + quoted_name(source->alias) + ".rowid IN (SELECT rowid FROM " +
+           quoted_name(source->table->name) + " INDEXED BY " + quoted_name(name_index(source->table->name)) +
+           " WHERE " + conditions + "))";
+}
+
+const Writer::ScopeSource* Writer::source_with_name_index(const Expression& column) const {
+    if (negations_ > 0 || !common::equal_ignoring_case(column.name, "name")) return nullptr;
+    for (const ScopeSource& source : scope_->sources) {
+        const bool named = column.table.empty() || common::equal_ignoring_case(column.table, source.alias);
+        if (!named || source.table == nullptr || source.table->find(column.name) < 0) continue;
+        return catalog_.has_index(name_index(source.table->name)) ? &source : nullptr;
+    }
+    return nullptr;
+}
+
+std::string Writer::conjunction(const std::vector<const Expression*>& parts) {
+    const auto searched = [&](const Expression& e) {
+        return e.kind == Kind::like && !e.negated ? searched_column(*this, *e.parts[0]) : nullptr;
+    };
+    std::string sql;
+    std::set<std::string> written;
+    for (const Expression* part : parts) {
+        const Expression* const column = searched(*part);
+        std::vector<const Expression*> likes;
+        if (column != nullptr) {
+            if (!written.insert(value(*column).sql).second) continue;
+            for (const Expression* other : parts) {
+                const Expression* const same = searched(*other);
+                if (same != nullptr && value(*same).sql == value(*column).sql) likes.push_back(other);
+            }
+        }
+        sql += (sql.empty() ? "" : " AND ") +
+               (column != nullptr ? name_searches(*column, likes) : condition(*part));
+    }
+    return sql;
+}
+
 TypedSql Writer::like(const Expression& e) {
+    if (const Expression* column = searched_column(*this, *e.parts[0])) {
+        negations_ += e.negated ? 1 : 0;
+        const std::string found = name_searches(*column, {&e});
+        negations_ -= e.negated ? 1 : 0;
+        return condition_of((e.negated ? "(NOT " : "(") + found + ")");
+    }
     const std::string what = to_text(value(*e.parts[0])).sql;
     const std::string pattern = to_text(value(*e.parts[1])).sql;
     return condition_of((e.negated ? "(NOT ts_like(" : "(ts_like(") + what + ", " + pattern + "))");

@@ -231,10 +231,12 @@ std::string Writer::items(const Select& select, std::vector<Column>& columns,
 std::string Writer::grouping(const Select& select, const std::vector<Column>&, std::string& where) {
     std::string sql;
     std::set<std::string> groups;
+    const std::set<std::string> decided = decided_by_key(select);
     for (const auto& each : select.group_by) {
         if (each->kind == Kind::value) fail("GROUP BY takes columns, not values.");
         const TypedSql what = value(*each);
         groups.insert(what.sql);
+        if (decided.contains(what.sql)) continue;
         sql += (sql.empty() ? " GROUP BY " : ", ") + collated(what);
     }
     bool grouped = !select.group_by.empty() || select.having;
@@ -246,7 +248,7 @@ std::string Writer::grouping(const Select& select, const std::vector<Column>&, s
     if (!select.having) return sql;
     check_grouped(*select.having, groups);
     // Conditions without sums are applied before the rows are grouped.
-    std::vector<const Expression*> open{select.having.get()};
+    std::vector<const Expression*> open{select.having.get()}, early;
     std::string having;
     while (!open.empty()) {
         const Expression* e = open.back();
@@ -256,12 +258,35 @@ std::string Writer::grouping(const Select& select, const std::vector<Column>&, s
             open.push_back(e->parts[0].get());
             continue;
         }
-        const bool early = !select.group_by.empty() && !has_aggregate(*e) && e->kind != Kind::exists;
-        std::string& part = early ? where : having;
-        part += (part.empty() ? "" : " AND ") + condition(*e);
+        if (!select.group_by.empty() && !has_aggregate(*e) && e->kind != Kind::exists)
+            early.push_back(e);
+        else
+            having += (having.empty() ? "" : " AND ") + condition(*e);
     }
+    if (!early.empty()) where += (where.empty() ? "" : " AND ") + conjunction(early);
     if (!having.empty()) sql += " HAVING " + having;
     return sql;
+}
+
+// Columns of a table that need not be grouped by, because the groups begin with the table's key: to sort a
+// search's rows by twenty columns takes longer than to read them.
+std::set<std::string> Writer::decided_by_key(const Select& select) {
+    std::set<std::string> decided;
+    for (const ScopeSource& source : scope_->sources) {
+        const std::size_t size = source.table == nullptr ? 0 : source.table->key.size();
+        if (size == 0 || select.group_by.size() < size) continue;
+        std::set<std::string> key, first;
+        for (std::size_t i = 0; i < size; ++i) {
+            key.insert(quoted_name(source.alias) + "." + quoted_name(source.table->key[i]));
+            if (select.group_by[i]->kind == Kind::column) first.insert(value(*select.group_by[i]).sql);
+        }
+        if (first != key) continue;
+        for (const Column& column : source.table->columns) {
+            std::string name = quoted_name(source.alias) + "." + quoted_name(column.name);
+            if (!key.contains(name)) decided.insert(std::move(name));
+        }
+    }
+    return decided;
 }
 
 // As on the server, a column that is neither grouped by nor in an aggregate is an error.

@@ -93,6 +93,9 @@ class Writer {
     TypedSql branch(const Expression& expression);
     TypedSql in(const Expression& expression);
     TypedSql like(const Expression& expression);
+    std::string conjunction(const std::vector<const Expression*>& parts);
+    std::string name_searches(const Expression& column, const std::vector<const Expression*>& likes);
+    const ScopeSource* source_with_name_index(const Expression& column) const;
     TypedSql conversion(const Expression& expression);
     // cast(convert(varchar,[date],101) + ' ' + isnull(convert(varchar,[time_],8),'00:00:00') as datetime)
     bool day_and_time(const Expression& expression, TypedSql& written);
@@ -107,6 +110,7 @@ class Writer {
     std::string source(const Source& source, Scope& scope);
     std::string items(const Select& select, std::vector<Column>& columns, const std::vector<Type>* targets);
     std::string grouping(const Select& select, const std::vector<Column>& columns, std::string& where);
+    std::set<std::string> decided_by_key(const Select& select);
     void check_grouped(const Expression& expression, const std::set<std::string>& groups);
     std::string ordering(const std::vector<Order>& order_by, const Select& select,
                          const std::vector<Column>& columns);
@@ -129,6 +133,7 @@ class Writer {
     bool inline_values_;
     Scope* scope_ = nullptr;
     int depth_ = 0;
+    int negations_ = 0;  // "not" around what is written; the search of an index knows no unknown
 };
 
 // A function of Transact-SQL: how many arguments it takes, and how it is written.

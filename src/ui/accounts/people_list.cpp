@@ -67,7 +67,7 @@ void PeopleList::reload() {
     std::vector<QStringList> rows;
     for (const Person& person : people_) {
         rows.push_back(person.cells);
-        sought_.push_back(utf8(person.cells.mid(1).join('\n')));
+        sought_.push_back(common::folded(utf8(person.cells.mid(1).join('\n'))));
     }
     list_->say_when_empty(people_.empty() ? "القائمة فارغة · أضف أول اسم بالزر أسفلها"
                                           : "لا يوجد ما يطابق البحث · اكتب جزءا أقصر من الاسم");
@@ -78,9 +78,10 @@ void PeopleList::reload() {
 void PeopleList::narrow() {
     const std::string typed = utf8(search_->text().trimmed());
     const auto code = common::parse_integer(typed);
+    const std::vector<std::string> words = common::search_words(typed);
     list_->narrow([&](int row) {
         const auto at = static_cast<std::size_t>(row);
-        return people_[at].code == code || common::contains_typed(sought_[at], typed);
+        return people_[at].code == code || common::contains_words(sought_[at], words);
     });
     const int found = list_->shown_count();
     count_->setText(people_.empty() ? QString("القائمة فارغة")

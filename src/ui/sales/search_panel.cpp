@@ -155,12 +155,9 @@ void SearchPanel::search_now() {
     filters.hide_stopped = hide_stopped_->isChecked();
     found_ = desk_.lines().search(filters);
 
-    // Nobody reads a longer list; the count says how many matches there are.
-    constexpr std::size_t most = 200;
     std::vector<QStringList> rows;
-    rows.reserve(std::min(found_.size(), most));
-    for (const sales::FoundItem& item : found_) {
-        if (rows.size() == most) break;
+    rows.reserve(found_.items.size());
+    for (const sales::FoundItem& item : found_.items) {
         rows.push_back({QString::number(item.code), qt(item.name) + (item.stopped ? "  (موقوف)" : ""),
                         qt(item.group), price(item.prices[0][0]), price(item.prices[0][1]),
                         figure(common::format_quantity(item.stock)), both(item.prices[1]),
@@ -174,12 +171,13 @@ void SearchPanel::search_now() {
                                                : qt(refusal));
     table_->show_rows(std::move(rows));
     show_units(table_->current_row());
-    count_->setText(filters.empty() ? QString() : "عدد الأصناف \u200e" + QString::number(found_.size()));
+    count_->setText(filters.empty() ? QString() : "عدد الأصناف \u200e" + QString::number(found_.count));
 }
 
 const sales::FoundItem* SearchPanel::item_at(int row) const {
-    return row >= 0 && static_cast<std::size_t>(row) < found_.size() ? &found_[static_cast<std::size_t>(row)]
-                                                                     : nullptr;
+    return row >= 0 && static_cast<std::size_t>(row) < found_.items.size()
+               ? &found_.items[static_cast<std::size_t>(row)]
+               : nullptr;
 }
 
 // Shows the retail and wholesale prices of the row's three units.
@@ -217,7 +215,7 @@ void SearchPanel::enter() {
     // From a filter Enter takes the first match of what is typed now, not of what was listed before.
     pause_.end();
     // A number in the name field was scanned: it is a barcode.
-    if (found_.empty() && name_->hasFocus() && name_->text().size() >= 4 && is_number(name_->text())) {
+    if (found_.items.empty() && name_->hasFocus() && name_->text().size() >= 4 && is_number(name_->text())) {
         number_->setText(name_->text().trimmed());
         name_->clear();
         search_now();

@@ -61,7 +61,7 @@ class SearchPanel : public Sheet {
     ListTable* table_;
     Segments* units_;
     QLabel* prices_;
-    std::vector<sales::FoundItem> found_;
+    sales::FoundItems found_;
     SearchPause pause_;
     sales::Entry entry_;
 };

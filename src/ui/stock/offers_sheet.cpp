@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "common/messages.h"
+#include "common/search.h"
 #include "common/text.h"
 #include "common/typed.h"
 #include "printing/report_printer.h"
@@ -90,7 +91,7 @@ void OffersSheet::read() {
 // A partly typed number or date does not filter yet.
 void OffersSheet::narrow() {
     const stock::OfferFilter filter{common::read_code(utf8(number_->text())),
-                                    std::string(common::trim(utf8(customer_->text()))),
+                                    common::search_words(utf8(customer_->text())),
                                     common::read_date(utf8(date_->text()))};
     table_->narrow([&](int row) { return stock::matches(offers_[static_cast<std::size_t>(row)], filter); });
 }
