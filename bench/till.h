@@ -24,7 +24,7 @@ class NobodyThere final : public common::Prompts,
     // A message means that the action failed and the figure would be worthless. Prints it and throws.
     void message(std::string_view text, common::Icon icon) override;
     common::Answer choose(std::string_view text, const common::Choices& choices, common::Icon icon) override;
-    common::PortFault write_port(std::string_view, std::string_view) override {
+    common::PortFault write_port(std::string_view, std::string_view, std::string_view) override {
         return common::PortFault::none;
     }
     bool write_file(std::string_view, std::string_view) override { return true; }

@@ -8,6 +8,7 @@
 #include "common/ports.h"
 #include "common/text.h"
 #include "printing/receipt.h"
+#include "printing/workstation_printer.h"
 
 namespace admin {
 
@@ -30,6 +31,14 @@ Finding port_finding(const std::string& subject, const std::string& port, const 
                     named +
                         " is no device and no receipt file, and is never written to; choose a device, or a "
                         "new file whose name ends in .txt, .prn or .bin"};
+        case PortFault::shared_printer:
+            return {Verdict::wrong, subject,
+                    named +
+                        " is a printer of another computer; add it to the system's printers (lpadmin -p NAME "
+                        "-v smb://host/printer, then lpoptions -d NAME) and set the port to win"};
+        case PortFault::unknown_name:
+            return {Verdict::wrong, subject,
+                    named + " stands for no device; choose com1 to com9, lpt1 to lpt3, or a path"};
         case PortFault::denied:
             return {missing, subject,
                     named + " may not be written; let this user: sudo usermod -aG " + group +
@@ -66,6 +75,12 @@ Findings check_ports(database::Connection& connection, const fs::path& folder) {
         findings.push_back(check_system_printer());
     } else {
         findings.push_back(port_finding("printer", printer, folder, "lp", Verdict::wrong));
+    }
+    for (std::int64_t cash_point = 0; cash_point <= 9; ++cash_point) {
+        const auto chosen = printing::read_printer_choice(printing::printer_file(folder, cash_point));
+        if (chosen && chosen->is_text_port())
+            findings.push_back(port_finding("printer of cash point " + std::to_string(cash_point),
+                                            chosen->receipt_port, folder, "lp", Verdict::wrong));
     }
     const std::string drawer(common::trim(rows.front().text("cash")));
     if (drawer.empty()) {

@@ -128,7 +128,7 @@ class Filler {
 void refuse_ports(const NewShop& wanted) {
     for (const std::string& port : {wanted.printer_port, wanted.drawer_port}) {
         if (printing::PrinterChoice{port}.is_text_port() &&
-            common::port_fault(port, wanted.folder) == common::PortFault::not_a_port)
+            common::is_never_a_port(common::port_fault(port, wanted.folder)))
             throw Refused(port + " is no device and no receipt file (a new one ends in .txt, .prn or .bin)");
     }
 }

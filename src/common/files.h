@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace common {
 
@@ -14,6 +15,7 @@ class Descriptor {
   public:
     explicit Descriptor(int number) : number_(number) {}
     ~Descriptor();
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
     int get() const { return number_; }

@@ -1,20 +1,15 @@
 #include "common/ports.h"
 
 #include <fcntl.h>
-#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <thread>
 #include <utility>
 
 #include "common/files.h"
@@ -23,11 +18,8 @@
 namespace common {
 
 namespace fs = std::filesystem;
-using Deadline = std::chrono::steady_clock::time_point;
 
 namespace {
-
-constexpr auto patience = std::chrono::seconds(3);
 
 // Serial ports count from com1 = ttyS0, parallel printers (today's USB printers) from lpt1 = lp0.
 constexpr std::array<std::pair<std::string_view, std::string_view>, 12> port_table = {{
@@ -45,49 +37,6 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 12> port_tab
     {"lpt3", "/dev/usb/lp2"},
 }};
 
-// While an object exists, writing to a pipe without a reader fails instead of ending the program by a signal.
-class BrokenPipeGuard {
-  public:
-    BrokenPipeGuard() {
-        sigemptyset(&pipe_);
-        sigaddset(&pipe_, SIGPIPE);
-        pthread_sigmask(SIG_BLOCK, &pipe_, &before_);
-    }
-    ~BrokenPipeGuard() {
-        const timespec at_once{};
-        while (sigtimedwait(&pipe_, nullptr, &at_once) == SIGPIPE) {
-        }
-        pthread_sigmask(SIG_SETMASK, &before_, nullptr);
-    }
-    BrokenPipeGuard(const BrokenPipeGuard&) = delete;
-    BrokenPipeGuard& operator=(const BrokenPipeGuard&) = delete;
-
-  private:
-    sigset_t pipe_{};
-    sigset_t before_{};
-};
-
-PortFault fault_of(int error) {
-    switch (error) {
-        case EACCES:
-        case EPERM:
-        case EROFS:
-            return PortFault::denied;
-        case ENOSPC:
-        case EDQUOT:
-        case EFBIG:
-            return PortFault::disk_full;
-        case ENOENT:
-        case ENOTDIR:
-        case ENODEV:
-        case ENXIO:
-        case EIO:
-            return PortFault::missing;
-        default:
-            return PortFault::silent;
-    }
-}
-
 bool is_same_file(const struct stat& one, const struct stat& other) {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
@@ -100,6 +49,26 @@ bool is_open_here(const struct stat& file) {
         if (stat(entry->path().c_str(), &open) == 0 && is_same_file(open, file)) return true;
     }
     return false;
+}
+
+// "com10", "lpt", "prn": a device under DOS, as a mistyped port is; not those in the table.
+bool is_dos_device(std::string_view name) {
+    if (name.ends_with(':')) name.remove_suffix(1);
+    const std::string plain = lower_ascii(name);
+    const auto is_listed = [&plain](const auto& entry) { return entry.first == plain; };
+    if (std::any_of(port_table.begin(), port_table.end(), is_listed)) return false;
+    if (plain == "prn" || plain == "aux" || plain == "con" || plain == "nul") return true;
+    return (plain.starts_with("com") || plain.starts_with("lpt")) &&
+           plain.find_first_not_of("0123456789", 3) == plain.npos;
+}
+
+// A name of the DOS kind must not become a file of that name.
+PortFault fault_of_name(std::string_view port) {
+    const std::string_view name = trim(port);
+    if (name.starts_with("\\\\")) return PortFault::shared_printer;
+    const bool has_drive = name.size() > 1 && name[1] == ':';
+    return has_drive || name.find('\\') != name.npos || is_dos_device(name) ? PortFault::unknown_name
+                                                                            : PortFault::none;
 }
 
 template <std::size_t N>
@@ -184,36 +153,32 @@ int open_as_port(const fs::path& path, const struct stat& judged) {
     return open(path.c_str(), (S_ISREG(judged.st_mode) ? O_RDWR | O_APPEND : O_WRONLY) | quietly);
 }
 
-// Waits until a serial device has taken all bytes, because closing its port would wait for half a minute and
-// more. Bytes that it does not take in time are dropped, so that they are not printed later.
-bool drain(int descriptor, bool written, Deadline deadline) {
-    if (isatty(descriptor) == 0) return written;
-    int waiting = 0;
-    while (written && ioctl(descriptor, TIOCOUTQ, &waiting) == 0 && waiting > 0) {
-        if (std::chrono::steady_clock::now() >= deadline)
-            written = false;
-        else
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
-    if (!written) tcflush(descriptor, TCOFLUSH);
-    return written;
-}
-
-PortFault write_all_in_time(const Descriptor& file, std::string_view bytes) {
-    const Deadline deadline = std::chrono::steady_clock::now() + patience;
-    const BrokenPipeGuard guard;
-    errno = 0;
-    const bool written = write_all(file.get(), bytes, deadline);
-    const PortFault fault = written ? PortFault::none : fault_of(errno);
-    if (drain(file.get(), written, deadline)) return PortFault::none;
-    return fault == PortFault::disk_full ? fault : PortFault::silent;
-}
-
 bool is_path(std::string_view path) {
     return !path.empty() && path.find('\0') == std::string_view::npos;
 }
 
 }  // namespace
+
+PortFault fault_of(int error) {
+    switch (error) {
+        case EACCES:
+        case EPERM:
+        case EROFS:
+            return PortFault::denied;
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return PortFault::disk_full;
+        case ENOENT:
+        case ENOTDIR:
+        case ENODEV:
+        case ENXIO:
+        case EIO:
+            return PortFault::missing;
+        default:
+            return PortFault::silent;
+    }
+}
 
 std::string port_path(std::string_view port) {
     const std::string_view name = trim(port);
@@ -241,6 +206,7 @@ const std::vector<std::string>& known_ports() {
 }
 
 PortFault port_fault(std::string_view port, const fs::path& folder) {
+    if (const PortFault fault = fault_of_name(port); fault != PortFault::none) return fault;
     if (!is_path(port_path(port))) return PortFault::missing;
     const fs::path path = folder / port_path(port);
     struct stat form {};
@@ -253,32 +219,31 @@ PortFault port_fault(std::string_view port, const fs::path& folder) {
 }
 
 bool is_same_port(std::string_view one, std::string_view other, const fs::path& folder) {
-    const auto place_of = [&folder](std::string_view port) {
-        std::error_code failed;
-        return fs::weakly_canonical(folder / port_path(port), failed);
-    };
-    return place_of(one) == place_of(other);
+    return port_place(one, folder) == port_place(other, folder);
 }
 
-PortFault FileDevices::write_port(std::string_view port, std::string_view bytes) {
-    if (!is_path(port_path(port))) return PortFault::missing;
-    const fs::path path = folder_ / port_path(port);
+OpenedPort open_port(std::string_view port, const fs::path& folder) {
+    const auto refused = [](PortFault fault) { return OpenedPort{fault, Descriptor(-1)}; };
+    if (const PortFault fault = fault_of_name(port); fault != PortFault::none) return refused(fault);
+    if (!is_path(port_path(port))) return refused(PortFault::missing);
+    const fs::path path = folder / port_path(port);
     struct stat form {};
-    if (const PortFault fault = fault_before_opening(path, folder_, form); fault != PortFault::none)
-        return fault;
-    const Descriptor file(open_as_port(path, form));
-    if (!file.is_open()) return fault_of(errno);
+    if (const PortFault fault = fault_before_opening(path, folder, form); fault != PortFault::none)
+        return refused(fault);
+    Descriptor file(open_as_port(path, form));
+    if (!file.is_open()) return refused(fault_of(errno));
     const PortFault fault = fault_after_opening(file, form);
-    return fault == PortFault::none ? write_all_in_time(file, bytes) : fault;
+    return fault == PortFault::none ? OpenedPort{fault, std::move(file)} : refused(fault);
 }
 
-bool FileDevices::write_file(std::string_view name, std::string_view bytes) {
-    if (!is_path(name)) return false;
-    const fs::path path = folder_ / name;
+fs::path port_place(std::string_view port, const fs::path& folder) {
+    std::error_code failed;
+    return fs::weakly_canonical(folder / port_path(port), failed);
+}
+
+bool is_open_here(const fs::path& file) {
     struct stat form {};
-    if (stat(path.c_str(), &form) == 0 && S_ISREG(form.st_mode) && is_open_here(form)) return false;
-    const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | quietly, 0644));
-    return file.is_open() && write_all_in_time(file, bytes) == PortFault::none;
+    return stat(file.c_str(), &form) == 0 && S_ISREG(form.st_mode) && is_open_here(form);
 }
 
 }  // namespace common

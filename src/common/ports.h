@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/files.h"
 #include "common/services.h"
 
 namespace common {
@@ -26,22 +27,25 @@ inline constexpr std::string_view drawer_bell = "\x07";
 // pipe, or a receipt file, to which receipts are appended. A file counts as a receipt file if it begins as
 // receipts do, and if this program does not have it open: its own database must not be opened even to look,
 // because closing it would drop the locks of SQLite. A new file in `folder`, the shop's, needs a name that
-// ends in ".txt", ".prn" or ".bin". Relative paths start from `folder`. Writes nothing.
+// ends in ".txt", ".prn" or ".bin". Names of the DOS kind that stand for no device ("com10", "prn", a path
+// with "\\") are never files. Relative paths start from `folder`. Writes nothing.
 PortFault port_fault(std::string_view port, const std::filesystem::path& folder);
 
-// Whether two ports lead to the same device or file.
+// What stands behind a port, whatever name leads to it; and whether two ports lead to the same.
+std::filesystem::path port_place(std::string_view port, const std::filesystem::path& folder);
 bool is_same_port(std::string_view one, std::string_view other, const std::filesystem::path& folder);
 
-// Writes ports and files for real.
-class FileDevices final : public Devices {
-  public:
-    // Relative paths start from this folder.
-    explicit FileDevices(std::filesystem::path working_folder) : folder_(std::move(working_folder)) {}
-    PortFault write_port(std::string_view port, std::string_view bytes) override;
-    bool write_file(std::string_view name, std::string_view bytes) override;
-
-  private:
-    std::filesystem::path folder_;
+// A port opened for writing without waiting, by the rules of port_fault(); a new receipt file is made.
+struct OpenedPort {
+    PortFault fault;
+    Descriptor file;  // not open if there is a fault
 };
+OpenedPort open_port(std::string_view port, const std::filesystem::path& folder);
+
+// What an error number of the system says of a port.
+PortFault fault_of(int error);
+
+// Whether this program has a regular file open, its own database for example.
+bool is_open_here(const std::filesystem::path& file);
 
 }  // namespace common

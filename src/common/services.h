@@ -1,7 +1,9 @@
 // What logic may use of the world outside the database.
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "common/clock.h"
 #include "common/prompts.h"
@@ -11,21 +13,51 @@ namespace common {
 // Why a port took nothing, or not everything.
 enum class PortFault {
     none,
-    missing,     // there is no such device or folder
-    denied,      // this user may not write there
-    not_a_port,  // a file of the shop or of somebody else, a folder, a disk
+    missing,         // there is no such device or folder
+    denied,          // this user may not write there
+    not_a_port,      // a file of the shop or of somebody else, a folder, a disk
+    shared_printer,  // "\\\\host\\printer": reached through the system's printers alone
+    unknown_name,    // a name or path of the DOS kind that stands for no device
     disk_full,
     silent,  // nobody reads, or not in time
+};
+
+// Whether nothing will ever be written to the port, whatever is switched on or plugged in.
+constexpr bool is_never_a_port(PortFault fault) {
+    return fault == PortFault::not_a_port || fault == PortFault::shared_printer ||
+           fault == PortFault::unknown_name;
+}
+
+// Something printed, as the cashier calls it: "البون رقم 12".
+struct PortDocument {
+    std::string title;
+    std::string port;
+    PortFault fault = PortFault::none;
+};
+
+// What has gone to the ports and is not out yet, and what they have not taken, the oldest first.
+struct PortReport {
+    std::vector<PortDocument> under_way;
+    std::vector<PortDocument> failed;
 };
 
 // Ports, and the files in the working folder that other devices read.
 class Devices {
   public:
     virtual ~Devices() = default;
-    // Writes bytes to a port (ports.h has the names) and waits for it for up to 3 s. Never throws.
-    virtual PortFault write_port(std::string_view port, std::string_view bytes) = 0;
+    // Writes bytes to a port (ports.h has the names), behind what was written to it before, and does not wait
+    // for a slow one. A fault is one that is known at once. Of one that comes later the report tells if the
+    // bytes are a document with a title; without one they are dropped. Never throws.
+    virtual PortFault write_port(std::string_view port, std::string_view bytes,
+                                 std::string_view document = {}) = 0;
     // Replaces a file of the working folder, such as "xx.txt". Returns false if it cannot be written.
     virtual bool write_file(std::string_view name, std::string_view bytes) = 0;
+
+    virtual PortReport port_report() const { return {}; }
+    // Writes the documents that failed once more.
+    virtual void send_again() {}
+    // Drops the documents that failed and those that are not out yet.
+    virtual void forget_unsent() {}
 };
 
 // The activity log.

@@ -1,10 +1,17 @@
 #include "play/environment.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 
+#include "common/ports.h"
 #include "common/text.h"
 #include "database/error.h"
 
@@ -20,13 +27,53 @@ fs::path PlayDevices::file_of(std::string_view port) const {
     return folder_ / "ports" / name;
 }
 
-common::PortFault PlayDevices::write_port(std::string_view port, std::string_view bytes) {
+PlayDevices::~PlayDevices() {
+    for (auto& [name, port] : slow_) {
+        port.is_ending = true;
+        port.reader.join();
+    }
+}
+
+void PlayDevices::set_speed(const std::string& port, int bytes_a_second) {
+    SlowPort& slow = slow_[port];
+    slow.bytes_a_second = bytes_a_second;
+    if (slow.reader.joinable()) return;
+    fs::path pipe = file_of(port);
+    pipe += ".pipe";
+    mkfifo(pipe.c_str(), 0600);
+    std::string variable = "TALLVEX_" + port;
+    std::transform(variable.begin(), variable.end(), variable.begin(),
+                   [](char letter) { return letter >= 'a' && letter <= 'z' ? letter - 'a' + 'A' : letter; });
+    setenv(variable.c_str(), pipe.c_str(), 1);
+    // Opened here, so that the port is there from now on.
+    slow.reader = std::thread([&slow, file = file_of(port),
+                               opened = common::Descriptor(open(pipe.c_str(), O_RDONLY | O_NONBLOCK))] {
+        read_slowly(slow, opened, file);
+    });
+}
+
+void PlayDevices::read_slowly(const SlowPort& port, const common::Descriptor& pipe, const fs::path& file) {
+    constexpr int looks_a_second = 20;
+    std::array<char, 4096> bytes{};
+    while (!port.is_ending) {
+        const int wanted = std::min<int>(port.bytes_a_second / looks_a_second, bytes.size());
+        const ssize_t count =
+            wanted > 0 ? read(pipe.get(), bytes.data(), static_cast<std::size_t>(wanted)) : 0;
+        if (count > 0) std::ofstream(file, std::ios::binary | std::ios::app).write(bytes.data(), count);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1000 / looks_a_second));
+    }
+}
+
+common::PortFault PlayDevices::write_port(std::string_view port, std::string_view bytes,
+                                          std::string_view document) {
     using common::PortFault;
     fs::path missing = file_of(port);
     missing += ".missing";
     if (common::trim(port).empty() || fs::exists(missing)) return PortFault::silent;
     // The devices of this machine are not asked, but a file of the shop is refused as at a till.
-    if (common::port_fault(port, folder_) == PortFault::not_a_port) return PortFault::not_a_port;
+    const PortFault fault = common::port_fault(port, folder_);
+    if (common::is_never_a_port(fault)) return fault;
+    if (slow_.contains(port)) return files_.write_port(port, bytes, document);
     std::ofstream stream(file_of(port), std::ios::binary | std::ios::app);
     stream << bytes;
     return stream.good() ? PortFault::none : PortFault::silent;

@@ -2,12 +2,15 @@
 // play can make statements fail.
 #pragma once
 
+#include <atomic>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
+#include <thread>
 
 #include "common/clock.h"
-#include "common/ports.h"
+#include "common/file_devices.h"
 #include "common/services.h"
 #include "database/connection.h"
 
@@ -29,21 +32,38 @@ class PlayDevices final : public common::Devices {
   public:
     explicit PlayDevices(std::filesystem::path folder)
         : folder_(std::move(folder)), files_(folder_.string()) {}
-    common::PortFault write_port(std::string_view port, std::string_view bytes) override;
+    ~PlayDevices() override;
+    common::PortFault write_port(std::string_view port, std::string_view bytes,
+                                 std::string_view document = {}) override;
     bool write_file(std::string_view name, std::string_view bytes) override {
         return files_.write_file(name, bytes);
     }
+    common::PortReport port_report() const override { return files_.port_report(); }
+    void send_again() override { files_.send_again(); }
+    void forget_unsent() override { files_.forget_unsent(); }
 
     // Returns everything that was written to a port.
     std::string written(std::string_view port) const;
     void empty(std::string_view port) const;
     // Makes writing to a port fail from now on, or work again.
     void set_missing(std::string_view port, bool missing) const;
+    // Makes a port with a DOS name a printer that takes so many bytes a second from now on; none if it is 0.
+    void set_speed(const std::string& port, int bytes_a_second);
 
   private:
+    // A pipe, and the thread that takes from it and appends to the port's file.
+    struct SlowPort {
+        std::atomic<int> bytes_a_second = 0;
+        std::atomic<bool> is_ending = false;
+        std::thread reader;
+    };
     std::filesystem::path file_of(std::string_view port) const;
+    static void read_slowly(const SlowPort& port, const common::Descriptor& pipe,
+                            const std::filesystem::path& file);
+
     std::filesystem::path folder_;
     common::FileDevices files_;
+    std::map<std::string, SlowPort, std::less<>> slow_;
 };
 
 // The exit code of a program that a play killed.

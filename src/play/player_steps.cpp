@@ -311,12 +311,17 @@ Progress Player::do_disk(const Step& step) {
 Progress Player::do_port(const Step& step) {
     const auto said = words(step.rest);
     const std::string what = said.size() == 2 ? said[1] : "";
-    if (what == "empty") {
+    constexpr int at_once = 1'000'000;
+    if (said.size() == 3 && said[1] == "slow") {
+        devices_->set_speed(said[0], std::atoi(said[2].c_str()));
+    } else if (what == "stuck" || what == "free") {
+        devices_->set_speed(said[0], what == "stuck" ? 0 : at_once);
+    } else if (what == "empty") {
         devices_->empty(said[0]);
     } else if (what == "missing" || what == "back") {
         devices_->set_missing(said[0], what == "missing");
     } else {
-        return Progress::fail("it reads: port NAME missing|back|empty");
+        return Progress::fail("it reads: port NAME missing|back|empty|slow BYTES|stuck|free");
     }
     return Progress::ok();
 }

@@ -10,6 +10,9 @@ namespace printing::message {
 
 // There is no data to print.
 inline constexpr std::string_view no_data = "لا توجد بيانات للطباعه";
+// The receipt with the number ..., the test page: what is printed, in the line about printing.
+inline constexpr std::string_view receipt_title = "البون رقم ";
+inline constexpr std::string_view test_title = "صفحة التجربة";
 // What was not done: the receipt, the report, the test page was not printed, the drawer did not open.
 inline constexpr std::string_view receipt_failed = "لم يطبع البون : ";
 inline constexpr std::string_view report_failed = "لم يطبع التقرير : ";
@@ -23,6 +26,13 @@ inline constexpr std::string_view no_answer_on = "الطابعة لا تستجي
 inline constexpr std::string_view port_denied = "غير مسموح بالكتابة على المنفذ ";
 // The port of the settings is no printer and no file of receipts: ...
 inline constexpr std::string_view not_a_port = "المنفذ المسجل ليس طابعة ولا ملف بونات : ";
+// A printer of another computer cannot be printed to directly. Set it up in the system's printers, then
+// choose "the system's printer": ...
+inline constexpr std::string_view shared_printer =
+    "لا يطبع مباشرة على طابعة جهاز آخر. عرفها في طابعات النظام ثم اختر طابعة النظام : ";
+// There is no port of this name; there are com1 to com9 and lpt1 to lpt3: ...
+inline constexpr std::string_view unknown_port =
+    "لا يوجد منفذ بهذا الاسم، المتاح com1 إلى com9 و lpt1 إلى lpt3 : ";
 // The disk is full, port ...
 inline constexpr std::string_view port_disk_full = "القرص ممتلئ، المنفذ ";
 // It can be printed again.
@@ -42,6 +52,10 @@ inline std::string port_words(common::PortFault fault, std::string_view port) {
             return naming(port_denied, port);
         case common::PortFault::not_a_port:
             return naming(not_a_port, port);
+        case common::PortFault::shared_printer:
+            return naming(shared_printer, port);
+        case common::PortFault::unknown_name:
+            return naming(unknown_port, port);
         case common::PortFault::disk_full:
             return naming(port_disk_full, port);
         default:

@@ -4,6 +4,7 @@
 
 #include "common/ports.h"
 #include "common/text.h"
+#include "printing/messages.h"
 #include "printing/text_receipt.h"
 
 namespace printing {
@@ -60,7 +61,7 @@ std::vector<PortOffer> ports_offered(const PrinterChoice& in_use, const fs::path
 
 common::PortFault print_test(common::Devices& devices, const PrinterChoice& choice,
                              const PrinterCodes& codes) {
-    return devices.write_port(choice.receipt_port, test_print(choice.line_width, codes));
+    return devices.write_port(choice.receipt_port, test_print(choice.line_width, codes), message::test_title);
 }
 
 Report test_report(const std::string& store_name) {

@@ -5,10 +5,12 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "common/amount.h"
 #include "common/date_time.h"
+#include "common/text.h"
 
 namespace printing {
 
@@ -72,15 +74,18 @@ constexpr const RollWidth& roll_of(int columns) {
     return columns == narrow_roll.columns ? narrow_roll : wide_roll;
 }
 
-// Where receipts go: held by the workstation for the whole run, changed on the printer-choice screen.
+// Where receipts go: chosen on the printer-choice screen, else the port of the settings.
 struct PrinterChoice {
     // The port that means the system's printer.
     static constexpr const char* system_printer = "win";
 
-    std::string receipt_port;  // system_printer or empty: pages; any other: text to that port
+    std::string receipt_port;  // system_printer in any case, or empty: pages; any other: text to that port
     int line_width = wide_roll.columns;
 
-    bool is_text_port() const { return !receipt_port.empty() && receipt_port != system_printer; }
+    bool is_text_port() const {
+        const std::string_view port = common::trim(receipt_port);
+        return !port.empty() && !common::equal_ignoring_case(port, system_printer);
+    }
 };
 
 }  // namespace printing

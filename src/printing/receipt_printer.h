@@ -1,6 +1,9 @@
 // The forms of a receipt, and its printer as the sales subsystem sees it.
 #pragma once
 
+#include <filesystem>
+#include <vector>
+
 #include "printing/receipt.h"
 
 namespace printing {
@@ -17,9 +20,13 @@ class ReceiptPrinter {
   public:
     virtual ~ReceiptPrinter() = default;
     // Prints on the port or the system printer, whichever the workstation has chosen. Never throws, because
-    // printing must not stop a sale. Returns false after showing and logging why nothing was printed; the
-    // receipt can then be printed again.
+    // printing must not stop a sale, and does not wait for a slow printer. Returns false after showing and
+    // logging why nothing was printed; the receipt can then be printed again.
     virtual bool print(const Receipt& receipt, Form form) = 0;
+    // The files that receipts were kept in since the last call, because there is no printer.
+    virtual std::vector<std::filesystem::path> take_kept() { return {}; }
+    // Whether a receipt that print() returned true for is still on its way to a slow printer.
+    virtual bool is_printing() const { return false; }
     // Whether receipts go as text to a port. Text receipts are always printed.
     virtual bool prints_text() const = 0;
 };

@@ -175,7 +175,7 @@ bool Checkout::open_drawer_by_key() {
 // to is.
 void Checkout::open_drawer_on(std::string_view port) {
     const common::PortFault fault = sales::OpenDrawer(services_.devices, port);
-    if (fault != common::PortFault::not_a_port) return;
+    if (!common::is_never_a_port(fault)) return;
     services_.prompts.message(
         std::string(printing::message::drawer_failed) + printing::message::port_words(fault, port),
         common::Icon::exclamation);

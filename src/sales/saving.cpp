@@ -81,7 +81,8 @@ void Saving::print(InvoiceToSave& save) {
         record(save);
         print_receipts(settings, session_, printer_, save);
     }
-    note_receipt(journal_);
+    // What is still on its way may yet fail.
+    if (!printer_.is_printing()) note_receipt(journal_);
 }
 
 // The journal comes first: a disk without room or a server that is away is noticed before anything is
@@ -157,8 +158,8 @@ SaveOutcome Saving::stopped(Invoice& invoice, const std::exception& error) {
 SaveOutcome Saving::settle_at_once(Invoice& invoice, const std::exception& error) {
     UnfinishedSaves unfinished(connection_, session_, services_, printer_);
     entry_.id = left_.journal_id;
-    const auto paper =
-        left_.finished >= SaveStep::receipt ? database::Paper::printed : database::Paper::unknown;
+    const bool is_printed = left_.finished >= SaveStep::receipt && !printer_.is_printing();
+    const auto paper = is_printed ? database::Paper::printed : database::Paper::unknown;
     switch (unfinished.settle(entry_, paper, &error)) {
         case database::Settled::finished:
             invoice.number = invoice_of(entry_)->number;

@@ -12,8 +12,8 @@
 #include <optional>
 
 #include "common/clock.h"
+#include "common/file_devices.h"
 #include "common/files.h"
-#include "common/ports.h"
 #include "startup/shop_files.h"
 #include "startup/start_up.h"
 #include "startup/workstation.h"

@@ -94,7 +94,7 @@ const std::vector<Command>& screen_commands() {
         {"tips_receivers", "عملاء الأك&راميات", Qt::Key_unknown, menu, run_screen<TipsReceiversList>},
         {"cash_count", "&جرد الخزينة", Qt::Key_unknown, menu, run_opened<CashCountSheet>},
         {"receipts", "بونات &اليوم", Qt::CTRL | Qt::Key_B, menu,
-         [](SalesWindow& window) { ReceiptsSheet(&window, window.desk()).run(); }, commit, "البونات"},
+         [](SalesWindow& window) { ReceiptsSheet(&window, window.desk(), window.context()).run(); }, commit, "البونات"},
         {"offers", "&عروض الأسعار", Qt::CTRL | Qt::Key_O, menu, run_on_invoice<OffersSheet>, commit,
          "العروض"},
         {"keep_offer", "حف&ظ كعرض سعر", Qt::CTRL | Qt::Key_S, menu,

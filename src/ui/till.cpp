@@ -7,9 +7,11 @@
 #include "backup/automatic.h"
 #include "database/error.h"
 #include "printing/pages/system_printers.h"
+#include "printing/workstation_printer.h"
 #include "signin/session.h"
 #include "ui/help/open_help.h"
 #include "ui/printing/preview.h"
+#include "ui/printing/progress.h"
 #include "ui/sales/sales_window.h"
 #include "ui/screens.h"
 #include "ui/signin/sign_in_window.h"
@@ -40,8 +42,8 @@ void show_front() {
 
 void Till::run(database::Connection& connection, signin::Session& session) {
     printing::PrinterChoice choice;
-    const printing::pages::Workstation workstation{connection, services_, choice, session.program_folder,
-                                                   show_preview};
+    const printing::pages::Workstation workstation{connection,   services_,    choice, session.program_folder,
+                                                   show_preview, show_progress};
     printing::pages::SystemReceiptPrinter receipts(workstation);
     printing::pages::SystemReportPrinter reports(workstation);
     const auto back_up = [&] {
@@ -57,8 +59,9 @@ void Till::run(database::Connection& connection, signin::Session& session) {
     const HelpKey help;
     auto sign_in = std::make_unique<SignInWindow>(context);
     if (!sign_in->run()) return;
-    // The receipt port is that of the settings until the cashier chooses another.
-    choice.receipt_port = session.settings.print;
+    // The receipt port is that of the settings until another is chosen at this workstation.
+    choice = printing::read_printer_choice(printing::printer_file(session.program_folder, session.cash_point))
+                 .value_or(printing::PrinterChoice{session.settings.print});
 
     SalesWindow sales(context, screen_commands());
     QEventLoop loop;

@@ -56,6 +56,9 @@ TEST(Check, NamesWhatIsWrongWithTheShop) {
         {"update basic set [print] = '/no/such/port'", "/no/such/port is not there"},
         {"update basic set [print] = 'lpt9x/port'", "is not there"},
         {"update basic set [print] = 'shop.db'", "WRONG  printer: shop.db is no device and no receipt file"},
+        {"update basic set [print] = '\\\\till\\roll'",
+         "WRONG  printer: \\\\till\\roll is a printer of another"},
+        {"update basic set cash = 'lpt4'", "WRONG  drawer port: lpt4 stands for no device"},
         {"update basic set cash = 'merlo-ver.txt'", "WRONG  drawer port: merlo-ver.txt is no device"},
     };
     for (const auto& c : cases) {

@@ -5,7 +5,10 @@
 #include <QApplication>
 #include <QDir>
 #include <QKeyEvent>
+#include <QTimer>
 #include <chrono>
+#include <cstdlib>
+#include <cstring>
 #include <fstream>
 
 #include "common/amount_in_words.h"
@@ -388,37 +391,105 @@ TEST(Output, KeepsARollUprightHoweverShort) {
 TEST(PreviewDialog, IsWorkedByKeys) {
     const auto pages = std::make_shared<ReceiptPage>(layout(test::sale(), Form::full, 48));
     int printed = 0;
-    bool works = false;
-    PreviewDialog preview(pages, [&] {
-        ++printed;
-        return works;
-    });
-    preview.show();
-    const auto press = [&preview](int key, const QString& text = {}) {
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
+    PreviewDialog preview(nullptr, pages, [&] { return ++printed > 1; });
+    const auto press = [&preview](int key) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
         QApplication::sendEvent(&preview, &event);
     };
-    const double fitting = preview.zoom();
-    press(Qt::Key_Plus, "+");
-    EXPECT_GT(preview.zoom(), fitting);
-    press(Qt::Key_Minus, "-");
-    press(Qt::Key_Minus, "-");
-    EXPECT_LT(preview.zoom(), fitting);
-    for (int i = 0; i < 50; ++i)
-        press(Qt::Key_Minus, "-");
-    EXPECT_GT(preview.zoom(), 0.1);
-    press(Qt::Key_0, "0");
-    EXPECT_DOUBLE_EQ(preview.zoom(), fitting);
-    press(Qt::Key_Return);
-    EXPECT_TRUE(preview.isVisible()) << "what was not printed stays in sight";
-    works = true;
-    press(Qt::Key_Enter);
-    EXPECT_FALSE(preview.isVisible());
+    const auto* paper = preview.findChild<QWidget*>("previewPaper");
+    QTimer::singleShot(0, [&] {
+        const double fitting = preview.zoom();
+        press(Qt::Key_Plus);
+        EXPECT_GT(preview.zoom(), fitting);
+        press(Qt::Key_Minus);
+        press(Qt::Key_Minus);
+        EXPECT_LT(preview.zoom(), fitting);
+        for (int i = 0; i < 50; ++i)
+            press(Qt::Key_Minus);
+        EXPECT_GT(preview.zoom(), 0.1);
+        for (int i = 0; i < 50; ++i)
+            press(Qt::Key_Plus);
+        // Zoomed, the arrows move the paper: from the right to the left, down and back.
+        const QPoint start = paper->pos();
+        press(Qt::Key_Left);
+        press(Qt::Key_Down);
+        EXPECT_GT(paper->x(), start.x());
+        EXPECT_LT(paper->y(), start.y());
+        press(Qt::Key_Right);
+        press(Qt::Key_Up);
+        EXPECT_EQ(paper->pos(), start);
+        press(Qt::Key_End);
+        EXPECT_LT(paper->y(), -1000);
+        press(Qt::Key_0);
+        EXPECT_DOUBLE_EQ(preview.zoom(), fitting);
+        press(Qt::Key_Return);
+        EXPECT_TRUE(preview.isVisible()) << "what was not printed stays in sight";
+        press(Qt::Key_Enter);
+    });
+    EXPECT_EQ(preview.run(), 1);
     EXPECT_EQ(printed, 2);
-    preview.show();
-    press(Qt::Key_Escape);
-    EXPECT_FALSE(preview.isVisible());
+    QTimer::singleShot(0, [&] { press(Qt::Key_Escape); });
+    EXPECT_EQ(preview.run(), 0);
     EXPECT_EQ(printed, 2);
+}
+
+// Kilobytes that this process takes of the memory now, or took at most.
+long memory_kb(const char* line) {
+    std::ifstream status("/proc/self/status");
+    for (std::string text; std::getline(status, text);)
+        if (text.starts_with(line)) return std::atol(text.c_str() + std::strlen(line));
+    return 0;
+}
+
+// A statement of a customer's 20,000 movements: seen and kept as a file in little memory, ended by the
+// cashier at any page.
+TEST(LongReport, TakesNoMoreMemoryThanItsText) {
+    printing::Report report;
+    report.name = "account";
+    report.title = "كشف حساب عميل : شركة النور للتجارة";
+    report.columns = {{"التاريخ", printing::Align::start, 1.2}, {"البيان", printing::Align::start, 3},
+                      {"رقم", printing::Align::start, 1},       {"مدين", printing::Align::end, 1.2},
+                      {"دائن", printing::Align::end, 1.2},      {"الرصيد", printing::Align::end, 1.4}};
+    for (int row = 0; row < 20000; ++row)
+        report.rows.push_back({"2026/11/21", "فاتورة مبيعات آجلة", std::to_string(row), "125.50", "",
+                               std::to_string(row * 125) + ".50"});
+    const test::TemporaryFolder folder;
+    const long before = memory_kb("VmRSS:");
+    std::ofstream("/proc/self/clear_refs") << "5";  // the peak counts from here
+    const auto started = std::chrono::steady_clock::now();
+    const auto pages = std::make_shared<ReportPage>(report);
+    const auto made = std::chrono::steady_clock::now();
+    EXPECT_GT(pages->count(), 400);
+    PreviewDialog preview(nullptr, pages, [] { return true; });
+    QTimer::singleShot(0, [&] {
+        preview.set_zoom(4);
+        for (const int key : {Qt::Key_End, Qt::Key_Home, Qt::Key_Left, Qt::Key_PageDown, Qt::Key_Escape}) {
+            QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+            QApplication::sendEvent(&preview, &event);
+            preview.repaint();
+        }
+    });
+    EXPECT_EQ(preview.run(), 0);
+    const auto seen = std::chrono::steady_clock::now();
+    int pages_drawn = 0;
+    EXPECT_TRUE(save_pdf(*pages, folder.path() / "all.pdf", [&](int done, int total) {
+        EXPECT_EQ(total, pages->count());
+        pages_drawn = done;
+        return true;
+    }));
+    const auto written = std::chrono::steady_clock::now();
+    EXPECT_EQ(pages_drawn, pages->count());
+    EXPECT_LT(memory_kb("VmHWM:") - before, 75'000) << "of 150 MB in all";
+    EXPECT_FALSE(save_pdf(*pages, folder.path() / "ended.pdf", [](int done, int) { return done < 3; }));
+    EXPECT_FALSE(fs::exists(folder.path() / "ended.pdf"));
+    const auto ms = [](auto from, auto to) {
+        return std::to_string(std::chrono::duration_cast<std::chrono::milliseconds>(to - from).count());
+    };
+    RecordProperty("ms", ms(started, made) + " made, " + ms(made, seen) + " seen, " + ms(seen, written));
+    if (test::has_tool("pdfinfo")) {
+        const std::string info = test::output_of("pdfinfo '" + (folder.path() / "all.pdf").string() + "'");
+        EXPECT_NE(info.find("Pages:           " + std::to_string(pages->count())), std::string::npos) << info;
+    }
 }
 
 TEST(FontFamilies, BeginWithTheWantedOneIfTheSystemHasIt) {

@@ -11,6 +11,7 @@
 #include "decoder.h"
 #include "printing/pages/paper_picture.h"
 #include "printing/ports_offered.h"
+#include "printing/workstation_printer.h"
 #include "sample.h"
 #include "support/data_file.h"
 #include "support/shop.h"
@@ -163,6 +164,25 @@ TEST(PortsOffered, TellWhatIsReachableNow) {
     EXPECT_EQ(offers_for("/dev/none").back().fault, PortFault::missing);
     std::ofstream(shop.path() / "shop.db") << "SQLite format 3";
     EXPECT_EQ(offers_for("shop.db").back().fault, PortFault::not_a_port);
+    EXPECT_EQ(offers_for("lpt4").back().fault, PortFault::unknown_name);
+    EXPECT_EQ(offers_for("\\\\till\\roll").back().fault, PortFault::shared_printer);
+}
+
+TEST(PrinterChoice, IsKeptForItsCashPoint) {
+    const test::TemporaryFolder folder;
+    const auto file = printing::printer_file(folder.path(), 2);
+    EXPECT_FALSE(printing::read_printer_choice(file));
+    printing::keep_printer_choice(file, {"/dev/till/printer", 40});
+    const auto kept = printing::read_printer_choice(file);
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(kept->receipt_port, "/dev/till/printer");
+    EXPECT_EQ(kept->line_width, 40);
+    EXPECT_FALSE(printing::read_printer_choice(printing::printer_file(folder.path(), 1)));
+    for (const char* spoilt :
+         {"", "port = lpt1\n", "port = lpt1\nwidth = 400\n", "port =\nwidth = 48\n", "\xff\0"}) {
+        std::ofstream(file, std::ios::trunc) << spoilt;
+        EXPECT_FALSE(printing::read_printer_choice(file)) << spoilt;
+    }
 }
 
 TEST(TestPrint, ShowsTheWidthAndEveryLetter) {

@@ -51,7 +51,7 @@ class FixedClock final : public common::Clock {
 
 class RememberedDevices final : public common::Devices {
   public:
-    common::PortFault write_port(std::string_view port, std::string_view bytes) override {
+    common::PortFault write_port(std::string_view port, std::string_view bytes, std::string_view) override {
         if (fault == common::PortFault::none) ports[std::string(port)] += bytes;
         return fault;
     }

@@ -6,6 +6,7 @@
 #include <QSizeF>
 #include <QString>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -26,16 +27,22 @@ class PageSet {
 // Draws each page as a picture on white. A page that is too long for a picture is drawn smaller.
 std::vector<QImage> pictures(const PageSet& pages, double dots_per_mm);
 
-// Writes the pages into one PDF file and makes its folder if it is missing. Throws std::system_error, and
-// leaves no file, if it cannot be written.
-void save_pdf(const PageSet& pages, const std::filesystem::path& file);
+// Told in the calling thread how many pages of how many are drawn; false ends the work.
+using Progress = std::function<bool(int done, int total)>;
+
+// Writes the pages into one PDF file and makes its folder if it is missing. Returns false, and leaves no
+// file, if `progress` ended it. Throws std::system_error, and leaves no file, if it cannot be written.
+bool save_pdf(const PageSet& pages, const std::filesystem::path& file, const Progress& progress = {});
 
 enum class Printed {
     on_printer,
     no_printer,  // none is installed, or none is the default
-    failed       // the printer refused, or did not answer in time
+    failed,      // the printer refused, or nothing happened for 3 s
+    cancelled    // `progress` ended it
 };
-// Prints on the system's default printer, without waiting for it longer than 3 s.
-Printed print_on_system_printer(std::shared_ptr<const PageSet> pages);
+// Prints on the system's default printer. A print system that does not answer has failed after 3 s. So has
+// one that does not take what is drawn, unless there is `progress`: a long report is handed over as long as
+// nobody ends it.
+Printed print_on_system_printer(std::shared_ptr<const PageSet> pages, const Progress& progress = {});
 
 }  // namespace printing::pages

@@ -36,15 +36,19 @@ PrinterCodes codes_for(const Workstation& workstation) {
 struct Outcome {
     bool done = true;
     fs::path kept;        // the PDF file, if there is no printer
-    std::string message;  // if not done: what to show
+    std::string message;  // if not done: what to show; empty if the cashier ended it
     std::string reason;   // and what to log
 };
 
 // Prints the pages on the system's printer. If there is none, keeps them as a PDF file.
-Outcome print_or_keep(const Workstation& workstation, const std::shared_ptr<const PageSet>& pages) {
-    switch (print_on_system_printer(pages)) {
+Outcome print_or_keep(const Workstation& workstation, const std::shared_ptr<const PageSet>& pages,
+                      const Progress& progress = {}) {
+    const Outcome cancelled{false, {}, {}, {}};
+    switch (print_on_system_printer(pages, progress)) {
         case Printed::on_printer:
             return {};
+        case Printed::cancelled:
+            return cancelled;
         case Printed::failed:
             return {false, {}, std::string(message::no_answer), "system printer"};
         case Printed::no_printer:
@@ -53,8 +57,7 @@ Outcome print_or_keep(const Workstation& workstation, const std::shared_ptr<cons
     const fs::path file =
         kept_file(workstation.program_folder, pages->name().toStdString(), workstation.services.clock.now());
     try {
-        save_pdf(*pages, file);
-        return {true, file, {}, {}};
+        return save_pdf(*pages, file, progress) ? Outcome{true, file, {}, {}} : cancelled;
     } catch (const std::exception& error) {
         return {false,
                 {},
@@ -81,8 +84,13 @@ bool SystemReceiptPrinter::print(const Receipt& receipt, Form form) {
 bool SystemReceiptPrinter::print_text(const Receipt& receipt, Form form) {
     const auto& [port, width] = workstation_.choice;
     const std::string text = text_receipt(receipt, form, width, codes_for(workstation_));
-    const common::PortFault fault = workstation_.services.devices.write_port(port, text);
+    const common::PortFault fault = workstation_.services.devices.write_port(
+        port, text, std::string(message::receipt_title) + std::to_string(receipt.number));
     return fault == common::PortFault::none || failed(message::port_words(fault, port), port);
+}
+
+bool SystemReceiptPrinter::is_printing() const {
+    return !workstation_.services.devices.port_report().under_way.empty();
 }
 
 std::shared_ptr<const PageSet> SystemReceiptPrinter::pages(const Receipt& receipt, Form form) {
@@ -125,6 +133,7 @@ bool SystemReceiptPrinter::print_pages(const Receipt& receipt, Form form) {
 
 bool SystemReceiptPrinter::send(const std::shared_ptr<const PageSet>& made) {
     const Outcome outcome = print_or_keep(workstation_, made);
+    if (!outcome.kept.empty()) kept_.push_back(outcome.kept);
     return outcome.done || failed(outcome.message, outcome.reason);
 }
 
@@ -137,14 +146,18 @@ bool SystemReceiptPrinter::failed(std::string_view message, std::string_view rea
 }
 
 bool SystemReportPrinter::print(const Report& report) {
-    kept_.clear();
     try {
-        const Outcome outcome = print_or_keep(workstation_, std::make_shared<ReportPage>(report));
-        kept_ = outcome.kept;
-        return outcome.done || not_printed(outcome.message, outcome.reason);
+        return print(std::make_shared<ReportPage>(report), report.title);
     } catch (const std::exception& error) {
         return not_printed(database::words_for(error), error.what());
     }
+}
+
+bool SystemReportPrinter::print(const std::shared_ptr<const PageSet>& made, const std::string& title) {
+    kept_.clear();
+    const Outcome outcome = print_or_keep(workstation_, made, progress(title));
+    kept_ = outcome.kept;
+    return outcome.done || (!outcome.message.empty() && not_printed(outcome.message, outcome.reason));
 }
 
 bool SystemReportPrinter::print_slip(const Report& report) {
@@ -152,31 +165,37 @@ bool SystemReportPrinter::print_slip(const Report& report) {
     if (!workstation_.choice.is_text_port()) return print(report);
     kept_.clear();
     const std::string text = text_report(report, width, codes_for(workstation_));
-    const common::PortFault fault = workstation_.services.devices.write_port(port, text);
+    const common::PortFault fault = workstation_.services.devices.write_port(port, text, report.title);
     return fault == common::PortFault::none || not_printed(message::port_words(fault, port), port);
 }
 
 void SystemReportPrinter::preview(const Report& report) {
     try {
-        workstation_.show_pages(std::make_shared<ReportPage>(report),
-                                [this, &report] { return print(report); });
+        const auto made = std::make_shared<ReportPage>(report);
+        workstation_.show_pages(made, [&] { return print(made, report.title); });
     } catch (const std::exception& error) {
         not_printed(database::words_for(error), error.what());
     }
 }
 
 bool SystemReportPrinter::save_pdf(const Report& report, const fs::path& file) {
-    return kept(file, [&] { pages::save_pdf(ReportPage(report), file); });
+    return kept(file, [&] { return pages::save_pdf(ReportPage(report), file, progress(report.title)); });
 }
 
 bool SystemReportPrinter::save_csv(const Report& report, const fs::path& file) {
-    return kept(file, [&] { common::replace_file(file, report_csv(report), common::shop_file_mode); });
+    return kept(file, [&] {
+        common::replace_file(file, report_csv(report), common::shop_file_mode);
+        return true;
+    });
 }
 
-bool SystemReportPrinter::kept(const fs::path& file, const std::function<void()>& write) {
+Progress SystemReportPrinter::progress(const std::string& title) const {
+    return workstation_.show_progress ? workstation_.show_progress(title) : Progress();
+}
+
+bool SystemReportPrinter::kept(const fs::path& file, const std::function<bool()>& write) {
     try {
-        write();
-        return true;
+        return write();
     } catch (const std::exception& error) {
         return failed(database::with_reason(message::naming(message::file_failed, file.string()), error),
                       error.what());

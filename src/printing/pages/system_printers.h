@@ -4,6 +4,9 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "common/services.h"
 #include "database/connection.h"
@@ -29,6 +32,9 @@ struct Workstation {
     const PrinterChoice& choice;
     std::filesystem::path program_folder;
     ShowPages show_pages;
+    // Shows how far the printing of what has the title has come, as long as the result is held. Long reports
+    // are given all the time that they need only if this is set.
+    std::function<Progress(const std::string& title)> show_progress = {};
 };
 
 class SystemReceiptPrinter final : public ReceiptPrinter {
@@ -36,6 +42,8 @@ class SystemReceiptPrinter final : public ReceiptPrinter {
     explicit SystemReceiptPrinter(Workstation workstation) : workstation_(std::move(workstation)) {}
 
     bool print(const Receipt& receipt, Form form) override;
+    std::vector<std::filesystem::path> take_kept() override { return std::exchange(kept_, {}); }
+    bool is_printing() const override;
     bool prints_text() const override { return workstation_.choice.is_text_port(); }
 
     // Returns the pages that print() would send to the system's printer, or null if the receipt has no lines.
@@ -50,6 +58,7 @@ class SystemReceiptPrinter final : public ReceiptPrinter {
     bool failed(std::string_view message, std::string_view reason);
 
     Workstation workstation_;
+    std::vector<std::filesystem::path> kept_;
 };
 
 class SystemReportPrinter final : public ReportPrinter {
@@ -64,8 +73,10 @@ class SystemReportPrinter final : public ReportPrinter {
     bool save_csv(const Report& report, const std::filesystem::path& file) override;
 
   private:
-    // Writes a file; a failure is shown and logged.
-    bool kept(const std::filesystem::path& file, const std::function<void()>& write);
+    bool print(const std::shared_ptr<const PageSet>& made, const std::string& title);
+    Progress progress(const std::string& title) const;
+    // Writes a file; a failure is shown and logged, an end by the cashier is not.
+    bool kept(const std::filesystem::path& file, const std::function<bool()>& write);
     bool not_printed(std::string_view message, std::string_view reason);
     bool failed(std::string_view message, std::string_view reason);
 

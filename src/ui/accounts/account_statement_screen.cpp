@@ -234,6 +234,7 @@ void AccountStatementScreen::print() {
 }
 
 void AccountStatementScreen::preview() {
+    if (Sheet::top_of(window()) != this) return;
     guarded(context_.services, "PreviewAccount", [&] { context_.reports.preview(paper_); });
 }
 

@@ -272,7 +272,7 @@ void DailyStatementScreen::open_figure(int figure) {
 }
 
 void DailyStatementScreen::print() {
-    if (!all_known({store_, drawer_}, context_.services.prompts)) return;
+    if (Sheet::top_of(window()) != this || !all_known({store_, drawer_}, context_.services.prompts)) return;
     guarded(context_.services, "PrintDayReport", [&] {
         const bool printed = context_.reports.print(report_of(logic_.print_report(), context_.session));
         note_->setText(printed ? printed_text(context_) : QString());
@@ -281,7 +281,7 @@ void DailyStatementScreen::print() {
 }
 
 void DailyStatementScreen::preview() {
-    if (!all_known({store_, drawer_}, context_.services.prompts)) return;
+    if (Sheet::top_of(window()) != this || !all_known({store_, drawer_}, context_.services.prompts)) return;
     guarded(context_.services, "PreviewDayReport",
             [&] { context_.reports.preview(report_of(logic_.print_report(), context_.session)); });
 }

@@ -1,43 +1,45 @@
-// Pages shown on the screen before they are printed.
+// Pages shown on the screen before they are printed, and how far a long print has come.
 #pragma once
 
-#include <QDialog>
 #include <functional>
 #include <memory>
 
 #include "printing/pages/page_set.h"
+#include "ui/widgets/sheet.h"
 
 class QLabel;
 class QScrollArea;
 
 namespace ui {
 
-// "+" and "−" zoom (also Ctrl and the wheel), "0" fits the width, Enter prints, Esc closes. The preview
-// closes when `print` returns true.
-class PreviewDialog final : public QDialog {
+// "+" and "−" zoom (also Ctrl and the wheel), "0" fits the width, the arrows move the paper, Enter prints,
+// Esc closes. The preview closes when `print` returns true.
+class PreviewDialog final : public Sheet {
   public:
-    PreviewDialog(std::shared_ptr<const printing::pages::PageSet> pages, std::function<bool()> print);
+    PreviewDialog(QWidget* host, std::shared_ptr<const printing::pages::PageSet> pages,
+                  std::function<bool()> print);
 
-    // Shows it until it is closed. The window that was active before then gets the focus back.
-    void run();
     double zoom() const { return zoom_; }
     void set_zoom(double zoom);
     void fit_width();
     void print();
 
   protected:
+    void take_focus() override { setFocus(); }
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
-    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    void draw();
+    void build_bar();
+    void show_zoom(double zoom);
 
     std::shared_ptr<const printing::pages::PageSet> pages_;
     std::function<bool()> print_;
-    double zoom_ = 1;  // 1 is the paper's own size
+    double zoom_ = 1;   // 1 is the paper's own size
+    bool fits_ = true;  // the width of the view, whatever it becomes
     QScrollArea* view_ = nullptr;
-    QLabel* paper_ = nullptr;
+    QWidget* paper_ = nullptr;
     QLabel* zoom_label_ = nullptr;
 };
 

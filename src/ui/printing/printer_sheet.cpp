@@ -6,13 +6,16 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
+#include <system_error>
 
 #include "common/ports.h"
 #include "common/text.h"
+#include "database/error.h"
 #include "printing/messages.h"
 #include "printing/pages/paper_picture.h"
 #include "printing/report_printer.h"
 #include "printing/text_receipt.h"
+#include "printing/workstation_printer.h"
 #include "sales/invoice_receipt.h"
 #include "sales/payment.h"
 #include "sales/sales_desk.h"
@@ -37,7 +40,7 @@ constexpr std::string_view drawer_port = "هذا منفذ الدرج، وصفح�
 // "available", "no port", "not available"
 QString state_of(common::PortFault fault) {
     if (fault == common::PortFault::none) return "متاح";
-    return fault == common::PortFault::not_a_port ? "ليس منفذا" : "غير متاح";
+    return common::is_never_a_port(fault) ? "ليس منفذا" : "غير متاح";
 }
 
 QString port_name(const std::string& port) {
@@ -143,8 +146,23 @@ void PrinterSheet::choose() {
         if (is_refused(choice)) return;
         context_.printer_choice = choice;
         show_ports();
+        keep(choice);
     });
     used_->setFocus();
+}
+
+// A choice that cannot be kept holds until the program ends.
+void PrinterSheet::keep(const printing::PrinterChoice& choice) {
+    const auto file = printing::printer_file(context_.session.program_folder, context_.session.cash_point);
+    try {
+        printing::keep_printer_choice(file, choice);
+    } catch (const std::system_error& error) {
+        context_.services.log.log_event(error.what(), "print");
+        context_.services.prompts.message(
+            database::with_reason(printing::message::naming(printing::message::file_failed, file.string()),
+                                  error),
+            common::Icon::exclamation);
+    }
 }
 
 bool PrinterSheet::may_choose() {
@@ -156,7 +174,7 @@ bool PrinterSheet::is_refused(const printing::PrinterChoice& choice) {
     using common::PortFault;
     if (!choice.is_text_port()) return false;
     const PortFault fault = common::port_fault(choice.receipt_port, context_.session.working_folder);
-    if (fault != PortFault::not_a_port) return false;
+    if (!common::is_never_a_port(fault)) return false;
     context_.services.prompts.message(printing::message::port_words(fault, choice.receipt_port),
                                       common::Icon::exclamation);
     return true;

@@ -19,8 +19,8 @@ namespace ui {
 
 class ListTable;
 
-// Two lists of the same ports, the first for wide rolls, the second for narrow ones. The choice holds until
-// the program ends.
+// Two lists of the same ports, the first for wide rolls, the second for narrow ones. The choice is kept in a
+// file beside the program.
 class PrinterSheet : public Sheet {
     Q_OBJECT
   public:
@@ -37,6 +37,7 @@ class PrinterSheet : public Sheet {
     // The choice under the cursor of the list in use.
     printing::PrinterChoice marked() const;
     void choose();
+    void keep(const printing::PrinterChoice& choice);
     // These say why not.
     bool may_choose();
     bool is_refused(const printing::PrinterChoice& choice);

@@ -1,5 +1,7 @@
 #include "ui/printing/reports.h"
 
+#include <QStringList>
+
 #include "cash/daily_statement.h"
 #include "cash/messages.h"
 #include "cash/shift.h"
@@ -59,14 +61,19 @@ printing::Report report_of(const cash::DayReport& day, const signin::Session& se
 
 QString printed_text(const Context& context) {
     const auto kept = context.reports.kept_file();
-    return kept.empty() ? qt(printed) : qt(kept_instead) + qt(name_of(kept));
+    return kept.empty() ? qt(printed) : kept_text({kept});
+}
+
+QString kept_text(const std::vector<std::filesystem::path>& files) {
+    QStringList names;
+    for (const auto& file : files)
+        names << qt(name_of(file));
+    return names.isEmpty() ? QString() : qt(kept_instead) + names.join("\u200f، ");
 }
 
 void say_where_kept(const Context& context) {
     const auto kept = context.reports.kept_file();
-    if (!kept.empty())
-        context.services.prompts.message(std::string(kept_instead) + name_of(kept),
-                                         common::Icon::information);
+    if (!kept.empty()) context.services.prompts.message(utf8(kept_text({kept})), common::Icon::information);
 }
 
 }  // namespace ui

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QString>
+#include <filesystem>
+#include <vector>
 
 #include "printing/report.h"
 #include "ui/widgets/context.h"
@@ -20,6 +22,9 @@ printing::Report report_of(const cash::DayReport& day, const signin::Session& se
 // Returns what to show after a report has been printed: that it is on paper, or in which file it was kept
 // because the workstation has no printer.
 QString printed_text(const Context& context);
+
+// The same for receipts that were kept in files; empty if all are on paper.
+QString kept_text(const std::vector<std::filesystem::path>& files);
 
 // Shows the file in a message, for a report that was printed from no screen of its own. Shows nothing if the
 // report is on paper.

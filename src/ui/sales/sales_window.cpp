@@ -12,6 +12,7 @@
 
 #include "common/numbers.h"
 #include "ui/help/open_help.h"
+#include "ui/printing/printing_line.h"
 #include "ui/sales/entry_bar.h"
 #include "ui/sales/header_bar.h"
 #include "ui/sales/kind_bar.h"
@@ -87,6 +88,8 @@ QWidget* SalesWindow::build_main() {
     lines_ = new LineView(model_);
     inside->addWidget(lines_);
     column->addWidget(frame, 1);
+    printing_ = new PrintingLine(context_.services);
+    column->addWidget(printing_);
     column->addWidget(build_foot());
     return main;
 }
@@ -166,6 +169,7 @@ void SalesWindow::connect_parts() {
     connect(entry_bar_, &EntryBar::quick_quantity_wanted, this, &SalesWindow::quick_quantity);
     connect(entry_bar_, &EntryBar::entered_for_recalled, this, &SalesWindow::enter_for_recalled);
     connect_party_bar();
+    connect(printing_, &PrintingLine::answered, this, &SalesWindow::focus_entry);
     connect(lines_, &LineView::row_chosen, this, [this](int row) {
         desk_.lines().select_row(static_cast<std::size_t>(row));
         repaint_all();
@@ -248,6 +252,7 @@ void SalesWindow::repaint_all() {
     counts_->setText("عدد السطور " + QString::number(desk_.invoice().lines.size()) + " · عدد القطع " +
                      qt(common::format_quantity(pieces)));
     totals_->show_state(desk_);
+    printing_->refresh();
 }
 
 // Shows the quantity and as many whole expiry dates as fit: half a date misleads.
@@ -271,6 +276,7 @@ void SalesWindow::tick() {
     const common::Date day = desk_.invoice().date;
     desk_.tick();
     header_->show_clock(desk_.clock_text());
+    printing_->refresh();
     if (desk_.invoice().date != day) kind_bar_->show_state(desk_);
 }
 

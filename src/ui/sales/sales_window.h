@@ -22,6 +22,7 @@ class KindBar;
 class LineModel;
 class LineView;
 class PartyBar;
+class PrintingLine;
 class TotalsPanel;
 
 // Shows sales::SalesDesk: it calls the actions of the logic and repaints after each. After an action the
@@ -122,6 +123,7 @@ class SalesWindow : public QWidget {
     EntryBar* entry_bar_ = nullptr;
     PartyBar* party_bar_ = nullptr;
     LineView* lines_ = nullptr;
+    PrintingLine* printing_ = nullptr;
     QLabel* stock_ = nullptr;
     QLabel* counts_ = nullptr;
     TotalsPanel* totals_;

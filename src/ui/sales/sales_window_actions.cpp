@@ -3,8 +3,11 @@
 #include <QComboBox>
 #include <QLineEdit>
 
+#include "printing/receipt_printer.h"
 #include "sales/messages.h"
 #include "ui/cash/shift_screens.h"
+#include "ui/printing/printing_line.h"
+#include "ui/printing/reports.h"
 #include "ui/sales/entry_bar.h"
 #include "ui/sales/kind_bar.h"
 #include "ui/sales/line_view.h"
@@ -33,6 +36,7 @@ void SalesWindow::act(std::string_view name, const std::function<void()>& action
     acting_ = true;
     guarded(context_.services, name, action);
     acting_ = false;
+    printing_->say(kept_text(context_.receipts.take_kept()));
     repaint_all();
 }
 
@@ -284,6 +288,7 @@ void SalesWindow::restart() {
         focus_entry();
         return;
     }
+    if (!printing_->finish()) return focus_entry();
     if (!context_.restart || !context_.restart()) {
         context_.services.prompts.message(no_restart, common::Icon::critical);
         return;
@@ -297,6 +302,7 @@ void SalesWindow::leave() {
         focus_entry();
         return;
     }
+    if (!printing_->finish()) return focus_entry();
     leaving_ = true;
     emit finished(false);
 }

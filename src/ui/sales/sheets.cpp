@@ -10,8 +10,10 @@
 
 #include "common/date_time.h"
 #include "common/numbers.h"
+#include "printing/receipt_printer.h"
 #include "sales/payment.h"
 #include "sales/sales_desk.h"
+#include "ui/printing/reports.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
@@ -30,8 +32,8 @@ QString kind_text(const sales::InvoiceKey& key) {
 
 }  // namespace
 
-ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesDesk& desk)
-    : Sheet(host, "بونات اليوم"), desk_(desk), rows_(desk.receipts().receipts_today()) {
+ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesDesk& desk, const Context& context)
+    : Sheet(host, "بونات اليوم"), desk_(desk), context_(context), rows_(desk.receipts().receipts_today()) {
     setObjectName("receipts_screen");
     set_card_width(760);
     common::Amount sold;
@@ -56,6 +58,9 @@ ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesDesk& desk)
     table_->say_when_empty("لم يحفظ هذا الدرج أي بون اليوم");
     table_->show_rows(std::move(texts));
     body()->addWidget(table_, 1);
+    said_ = label({}, "side", "receipts_said");
+    said_->hide();
+    body()->addWidget(said_);
 
     QHBoxLayout* buttons = add_row();
     set_role(foot_button(buttons, "receipt_show", "&عرض البون  Enter", 1, [this] { show_receipt(); }),
@@ -86,6 +91,8 @@ void ReceiptsSheet::show_receipt() {
 
 void ReceiptsSheet::reprint() {
     if (const auto* row = chosen()) desk_.receipts().reprint(*row);
+    said_->setText(kept_text(context_.receipts.take_kept()));
+    said_->setVisible(!said_->text().isEmpty());
     table_->setFocus();
 }
 

@@ -31,7 +31,7 @@ class ListTable;
 class ReceiptsSheet : public Sheet {
     Q_OBJECT
   public:
-    ReceiptsSheet(QWidget* host, sales::SalesDesk& desk);
+    ReceiptsSheet(QWidget* host, sales::SalesDesk& desk, const Context& context);
 
   protected:
     void take_focus() override;
@@ -44,8 +44,10 @@ class ReceiptsSheet : public Sheet {
     void start_return();
 
     sales::SalesDesk& desk_;
+    const Context& context_;
     std::vector<sales::ReceiptRow> rows_;
     ListTable* table_;
+    QLabel* said_;  // where a receipt was kept
 };
 
 // The payment dialog: net, paid, change in large figures, and the salesman. run() returns 1 for confirm

@@ -1,6 +1,5 @@
 #include "ui/widgets/message_box.h"
 
-#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -55,16 +54,6 @@ QPixmap picture_of(common::Icon icon, double ratio) {
     painter.setPen(Qt::white);
     painter.drawText(QRect(0, 0, size, size), Qt::AlignCenter, sign);
     return picture;
-}
-
-// The window in use; null before the first one is shown.
-QWidget* host() {
-    if (QWidget* active = QApplication::activeWindow(); active != nullptr && active->isVisible())
-        return active;
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && window->windowType() == Qt::Window) return window;
-    }
-    return nullptr;
 }
 
 }  // namespace
@@ -142,12 +131,12 @@ void MessageBox::keyPressEvent(QKeyEvent* event) {
 }
 
 void ScreenPrompts::message(std::string_view text, common::Icon icon) {
-    MessageBox(host(), qt(text), icon).run();
+    MessageBox(window_in_use(), qt(text), icon).run();
 }
 
 common::Answer ScreenPrompts::choose(std::string_view text, const common::Choices& choices,
                                      common::Icon icon) {
-    switch (MessageBox(host(), qt(text), icon, &choices).run()) {
+    switch (MessageBox(window_in_use(), qt(text), icon, &choices).run()) {
         case 1:
             return common::Answer::yes;
         case 2:

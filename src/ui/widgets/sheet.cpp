@@ -48,8 +48,8 @@ QHBoxLayout* Sheet::add_row() {
     return row;
 }
 
-int Sheet::run() {
-    const QPointer<QWidget> former = QApplication::focusWidget();
+void Sheet::open() {
+    former_ = QApplication::focusWidget();
     if (isWindow()) {
         setWindowModality(Qt::ApplicationModal);
         adjustSize();
@@ -63,17 +63,25 @@ int Sheet::run() {
         raise();
     }
     take_focus();
+}
+
+void Sheet::shut() {
+    if (!isWindow()) window()->removeEventFilter(this);
+    hide();
+    if (former_ != nullptr && former_->isVisible() && former_->isEnabled())
+        former_->setFocus();
+    else if (!isWindow())
+        focus_below();
+}
+
+int Sheet::run() {
+    open();
     result_ = 0;
     QEventLoop loop;
     loop_ = &loop;
     loop.exec();
     loop_ = nullptr;
-    if (!isWindow()) window()->removeEventFilter(this);
-    hide();
-    if (former != nullptr && former->isVisible() && former->isEnabled())
-        former->setFocus();
-    else if (!isWindow())
-        focus_below();
+    shut();
     return result_;
 }
 
@@ -147,6 +155,15 @@ void Sheet::paintEvent(QPaintEvent*) {
 
 void Sheet::closeEvent(QCloseEvent*) {
     leave(0);
+}
+
+QWidget* window_in_use() {
+    if (QWidget* active = QApplication::activeWindow(); active != nullptr && active->isVisible())
+        return active;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->windowType() == Qt::Window) return window;
+    }
+    return nullptr;
 }
 
 }  // namespace ui

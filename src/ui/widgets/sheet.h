@@ -26,6 +26,9 @@ class Sheet : public QWidget {
     static Sheet* top_of(const QWidget* window);
 
   protected:
+    // The two parts of run(), for a sheet over work that goes on.
+    void open();
+    void shut();
     QVBoxLayout* body() { return body_; }
     void set_card_width(double measure);
     QWidget* card() { return card_; }
@@ -48,10 +51,14 @@ class Sheet : public QWidget {
     void cover();
     void focus_below();
 
+    QPointer<QWidget> former_;  // had the focus before
     QWidget* card_ = nullptr;
     QVBoxLayout* body_ = nullptr;
     QEventLoop* loop_ = nullptr;
     int result_ = 0;
 };
+
+// The window that the cashier works in; null before the first one is shown.
+QWidget* window_in_use();
 
 }  // namespace ui

@@ -1,0 +1,21 @@
+// The printer that was chosen at a workstation, kept in a file beside the program.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+
+#include "printing/receipt.h"
+
+namespace printing {
+
+// "printer-1.txt" of cash point 1, in the program's folder. Its lines are "port = lpt1", "width = 48".
+std::filesystem::path printer_file(const std::filesystem::path& program_folder, std::int64_t cash_point);
+
+// The choice that was kept; nothing if there is none or the file does not hold one.
+std::optional<PrinterChoice> read_printer_choice(const std::filesystem::path& file);
+
+// Throws std::system_error if the file cannot be written; the one before then stays.
+void keep_printer_choice(const std::filesystem::path& file, const PrinterChoice& choice);
+
+}  // namespace printing

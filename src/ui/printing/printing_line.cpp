@@ -1,0 +1,184 @@
+#include "ui/printing/printing_line.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QStringList>
+
+#include "printing/messages.h"
+#include "ui/widgets/colours.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/sheet.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+namespace {
+
+using common::PortDocument;
+using common::PortReport;
+
+constexpr int look_ms = 200;
+constexpr qsizetype most_titles = 3;
+constexpr std::string_view log_code = "print";
+
+// "Printing: …"
+constexpr std::string_view printing = "تجري الطباعة: ";
+// "Not printed: …"
+constexpr std::string_view not_printed = "لم يطبع: ";
+// The answers to the question at the end of the program: print now, end without printing.
+constexpr common::Choices at_the_end = {"طباعة الآن", "إنهاء دون طباعة"};
+
+QString titles(const std::vector<PortDocument>& documents) {
+    QStringList names;
+    for (const PortDocument& document : documents)
+        names << qt(document.title);
+    if (names.size() <= most_titles) return names.join("، ");
+    const auto more = names.size() - (most_titles - 1);
+    return names.mid(0, most_titles - 1).join("، ") + QString(" و%1 غيرها").arg(more);
+}
+
+QString failure_text(const PortReport& report) {
+    const PortDocument& last = report.failed.back();
+    return qt(not_printed) + titles(report.failed) + " · " +
+           qt(printing::message::port_words(last.fault, last.port));
+}
+
+// The screen at the end of the program, until nothing is on its way any more.
+class PrintingWait : public Sheet {
+  public:
+    PrintingWait(QWidget* host, const common::Devices& devices) : Sheet(host, "تجري الطباعة") {
+        setObjectName("printing_wait");
+        set_card_width(520);
+        auto* text = label({}, "said", "printing_wait_text");
+        text->setWordWrap(true);
+        body()->addWidget(text);
+        auto* row = add_row();
+        foot_button(row, "printing_wait_end", "إ&نهاء دون انتظار", 1, [this] { leave(ended); });
+        back_ = foot_button(row, "printing_wait_back", "رجو&ع", 1, [this] { leave(0); });
+        const auto look = [this, text, &devices] {
+            const PortReport report = devices.port_report();
+            text->setText(titles(report.under_way) + "\nينتهي البرنامج عندما تنتهي الطباعة");
+            if (report.under_way.empty()) leave(ended);
+        };
+        connect(&timer_, &QTimer::timeout, this, look);
+        timer_.start(look_ms);
+        look();
+    }
+    static constexpr int ended = 1;
+
+  protected:
+    // A hasty Enter drops nothing.
+    void take_focus() override { back_->setFocus(); }
+
+  private:
+    QTimer timer_;
+    QPushButton* back_;
+};
+
+}  // namespace
+
+PrintingLine::PrintingLine(const common::Services& services, QWidget* parent)
+    : QFrame(parent), services_(services) {
+    setObjectName("printing_line");
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(px(8), px(6), px(14), px(6));
+    row->setSpacing(px(8));
+    text_ = label({}, "plain", "printing_state");
+    text_->setWordWrap(true);
+    row->addWidget(text_, 1);
+    again_ = button("print_again", "&طباعة الآن", &PrintingLine::print_again);
+    forget_ = button("print_forget", "ع&دم الطباعة", &PrintingLine::forget);
+    row->addWidget(again_);
+    row->addWidget(forget_);
+    connect(&timer_, &QTimer::timeout, this, &PrintingLine::refresh);
+    hide();
+}
+
+QPushButton* PrintingLine::button(const char* name, const QString& caption, void (PrintingLine::*action)()) {
+    auto* made = new QPushButton(caption);
+    made->setObjectName(name);
+    made->setFixedHeight(px(38));
+    connect(made, &QPushButton::clicked, this, action);
+    return made;
+}
+
+void PrintingLine::set_alarming(bool alarming) {
+    setStyleSheet(QString("ui--PrintingLine { background: %1; border: none; border-right: %2px solid %3; } "
+                          "QLabel { color: %4; }")
+                      .arg(alarming ? "#fbe9e7" : "#e3effa")
+                      .arg(px(6))
+                      .arg(alarming ? colour::alarm : colour::focus)
+                      .arg(colour::ink));
+}
+
+void PrintingLine::refresh() {
+    const PortReport report = services_.devices.port_report();
+    log_failures(report);
+    const bool has_failed = !report.failed.empty();
+    QString text = has_failed ? failure_text(report) : QString();
+    if (!report.under_way.empty()) text += (has_failed ? "\n" : "") + qt(printing) + titles(report.under_way);
+    if (text.isEmpty()) text = said_;
+    if (text != text_->text()) {
+        set_alarming(has_failed);
+        text_->setText(text);
+    }
+    again_->setVisible(has_failed);
+    forget_->setVisible(has_failed);
+    setVisible(!text.isEmpty());
+    if (report.under_way.empty())
+        timer_.stop();
+    else if (!timer_.isActive())
+        timer_.start(look_ms);
+}
+
+void PrintingLine::log_failures(const PortReport& report) {
+    for (; logged_ < report.failed.size(); ++logged_) {
+        const PortDocument& document = report.failed[logged_];
+        services_.log.log_event("not printed on " + document.port + ": " + document.title, log_code);
+    }
+}
+
+void PrintingLine::print_again() {
+    services_.devices.send_again();
+    logged_ = 0;
+    refresh();
+    emit answered();
+}
+
+void PrintingLine::forget() {
+    drop_all();
+    refresh();
+    emit answered();
+}
+
+void PrintingLine::drop_all() {
+    const PortReport report = services_.devices.port_report();
+    for (const auto* documents : {&report.failed, &report.under_way}) {
+        for (const PortDocument& document : *documents)
+            services_.log.log_event("dropped unprinted: " + document.title, log_code);
+    }
+    services_.devices.forget_unsent();
+    logged_ = 0;
+}
+
+bool PrintingLine::finish() {
+    for (;;) {
+        if (!services_.devices.port_report().under_way.empty() &&
+            PrintingWait(this, services_.devices).run() != PrintingWait::ended)
+            return false;
+        refresh();
+        const PortReport report = services_.devices.port_report();
+        if (report.failed.empty()) break;
+        const common::Answer answer =
+            services_.prompts.choose(utf8(failure_text(report)), at_the_end, common::Icon::question);
+        if (answer == common::Answer::closed) return false;
+        if (answer == common::Answer::no) break;
+        print_again();
+    }
+    drop_all();
+    return true;
+}
+
+}  // namespace ui

@@ -1,0 +1,48 @@
+// What is still being printed on slow ports, and what they did not take.
+#pragma once
+
+#include <QFrame>
+#include <QTimer>
+
+#include "common/services.h"
+
+class QLabel;
+class QPushButton;
+
+namespace ui {
+
+// A line of the sales window, shown as long as there is something to say. What a port did not take is kept in
+// memory and offered to be printed again, now or not at all; selling goes on meanwhile.
+class PrintingLine : public QFrame {
+    Q_OBJECT
+  public:
+    explicit PrintingLine(const common::Services& services, QWidget* parent = nullptr);
+
+    void refresh();
+    // Sets a text that is shown while nothing is printed, until the next one.
+    void say(const QString& text) { said_ = text; }
+    // Waits before the program ends until everything is printed. Returns false if the cashier would rather go
+    // on working. What he does not want printed is dropped, and the log names it.
+    bool finish();
+
+  signals:
+    void answered();
+
+  private:
+    QPushButton* button(const char* name, const QString& caption, void (PrintingLine::*action)());
+    void set_alarming(bool alarming);
+    void print_again();
+    void forget();
+    void log_failures(const common::PortReport& report);
+    void drop_all();
+
+    common::Services services_;
+    QLabel* text_;
+    QPushButton* again_;
+    QPushButton* forget_;
+    QTimer timer_;
+    QString said_;
+    std::size_t logged_ = 0;  // of the failed documents
+};
+
+}  // namespace ui

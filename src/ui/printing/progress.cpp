@@ -1,0 +1,72 @@
+#include "ui/printing/progress.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <memory>
+
+#include "ui/widgets/fields.h"
+#include "ui/widgets/sheet.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+namespace {
+
+constexpr int moment_ms = 400;  // work that ends sooner shows no bar
+
+class ProgressSheet final : public Sheet {
+  public:
+    explicit ProgressSheet(const QString& title) : Sheet(window_in_use(), title) {
+        setObjectName("progress");
+        set_card_width(520);
+        state_ = label({}, "said", "progress_state");
+        body()->addWidget(state_);
+        bar_ = new QProgressBar;
+        bar_->setObjectName("progress_bar");
+        bar_->setTextVisible(false);
+        bar_->setFixedHeight(px(22));
+        body()->addWidget(bar_);
+        foot_button(add_row(), "progress_cancel", "إلغاء  Esc", 1, [this] { escape(); });
+        started_.start();
+    }
+    ~ProgressSheet() override {
+        if (isVisible()) shut();
+    }
+
+    bool show_state(int done, int total) {
+        if (started_.elapsed() < moment_ms) return true;
+        if (!isVisible()) open();
+        bar_->setRange(0, total);
+        bar_->setValue(done);
+        // "Page … of …", "Handing over to the printer"
+        state_->setText(done < total ? QString("صفحة %1 من %2").arg(done + 1).arg(total)
+                                     : QString("جار التسليم إلى الطابعة"));
+        QCoreApplication::processEvents();
+        return !is_cancelled_;
+    }
+
+  protected:
+    void escape() override { is_cancelled_ = true; }
+
+  private:
+    QElapsedTimer started_;
+    QLabel* state_;
+    QProgressBar* bar_;
+    bool is_cancelled_ = false;
+};
+
+}  // namespace
+
+printing::pages::Progress show_progress(const std::string& title) {
+    return [sheet = std::make_shared<ProgressSheet>(qt(title))](int done, int total) {
+        return sheet->show_state(done, total);
+    };
+}
+
+}  // namespace ui
