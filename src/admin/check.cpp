@@ -17,6 +17,7 @@ struct Options {
     int days = 31;
     bool accept_stock = false;
     bool mended = false;
+    bool add_codes = false;
 };
 
 std::string_view word_of(Verdict verdict) {
@@ -36,6 +37,14 @@ void accept_stock(Tool& tool) {
     remember_opening_stock(*connection, tool.clock.now());
     connection->make_durable();
     tool.out << "the present stock is what later checks start from\n";
+}
+
+void add_codes(Tool& tool) {
+    const auto connection = open_shop(tool);
+    const std::size_t added = add_printer_codes(*connection);
+    connection->make_durable();
+    tool.out << added
+             << " rows added to the table codes; see on the printer screen's test page how they print\n";
 }
 
 // What the shop keeper can do about a database that does not open.
@@ -159,6 +168,7 @@ class Check {
         const auto disk = std::filesystem::space(tool_.shop, unknown);
         if (!unknown) say(check_disk(disk.available));
         look("ports", [&] { return check_ports(connection, tool_.shop); });
+        look("printer codes", [&] { return check_printer_codes(connection); });
         look("unfinished saves", [&] { return check_unfinished(connection, tool_.clock.now()); });
         look("invoices", [&] { return check_invoices(connection, period); });
         look("balances", [&] { return check_balances(connection); });
@@ -204,10 +214,14 @@ void add_check(CLI::App& program, Tool& tool) {
     command->add_flag(
         "--mended", options->mended,
         "Instead of checking, note in the log that what stopped saves lacked was written by hand");
+    command->add_flag(
+        "--add-codes", options->add_codes,
+        "Instead of checking, add the printer's codes of Latin letters and signs in Arabic names");
     command->callback([options, &tool] {
         if (options->accept_stock) accept_stock(tool);
         if (options->mended) note_mended(tool);
-        if (!options->accept_stock && !options->mended) Check(*options, tool).run();
+        if (options->add_codes) add_codes(tool);
+        if (!options->accept_stock && !options->mended && !options->add_codes) Check(*options, tool).run();
     });
 }
 

@@ -39,6 +39,10 @@ Findings check_backups(database::Connection& connection, const std::filesystem::
 // program's, and texts longer than their column. Says who may use the file.
 Findings check_files(database::Connection& connection, const std::filesystem::path& shop);
 Findings check_users(database::Connection& connection);
+// Finds Latin letters and signs that the shop's printer codes lack.
+Findings check_printer_codes(database::Connection& connection);
+// Adds the rows of those, as new shops have them. Returns how many.
+std::size_t add_printer_codes(database::Connection& connection);
 // Checks the ports of the receipt printer and the drawer on this machine.
 Findings check_ports(database::Connection& connection, const std::filesystem::path& folder);
 

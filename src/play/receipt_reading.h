@@ -1,18 +1,18 @@
-// Reads text receipts from the bytes that were sent to the printer.
+// Reads text receipts from the bytes that were sent to the printer. It shares no code with the program's own
+// conversion, so that it sees that one's faults.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-#include "database/connection.h"
-
 namespace play {
 
-// Returns the lines of the paper in reading order, for messages; a shop with printer codes of its own prints
-// other letters than are read here.
+// Returns the lines of the paper in reading order, the bytes read as code page 864; a shop with printer codes
+// of its own prints other letters than are read here.
 std::string readable_receipt(std::string_view bytes);
 
-// Whether the bytes print the text anywhere, as a caption or as a name.
-bool receipt_holds(std::string_view bytes, std::string_view text, database::Connection& connection);
+// Whether a line of the paper holds the text, in reading order or, for rows of figures, from the left. A
+// letter that the page lacks counts as its nearest one.
+bool receipt_holds(std::string_view bytes, std::string_view text);
 
 }  // namespace play

@@ -9,6 +9,7 @@
 #include "common/csv.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "printing/nearest_letter.h"
 
 namespace printing {
 
@@ -69,6 +70,14 @@ std::optional<PrinterForms> PrinterCodes::find(int wc) const {
     const auto row = rows_.find(wc);
     if (row == rows_.end()) return std::nullopt;
     return row->second;
+}
+
+std::vector<int> PrinterCodes::missing_signs() const {
+    std::vector<int> missing;
+    for (int wc = '!'; wc <= '~'; ++wc) {
+        if (!find(wc)) missing.push_back(wc);
+    }
+    return missing;
 }
 
 const PrinterCodes& default_codes() {
@@ -134,12 +143,20 @@ bool is_arabic(char32_t c) {
     return (c >= 0x0620 && c <= 0x06FF) || (c >= 0xFB50 && c <= 0xFDFF) || (c >= 0xFE70 && c <= 0xFEFC);
 }
 
-// The characters' codes in page 1256; a character that is not on the page counts as a space.
-std::vector<int> codes_of(std::string_view text) {
+// The characters' codes in page 1256. Of a character that the printer has no code for, those of its nearest
+// letters; one that nothing stands for counts as a space.
+std::vector<int> codes_of(std::string_view text, const PrinterCodes& printer) {
     std::vector<int> codes;
     for (const char32_t c : common::code_points(text)) {
         if (takes_no_room(c)) continue;
-        codes.push_back(common::code_in_page_1256(c).value_or(space));
+        const int code = common::code_in_page_1256(c).value_or(space);
+        const std::u32string_view nearest = nearest_letters(c);
+        if (nearest.empty() || (code != space && printer.find(code))) {
+            codes.push_back(code);
+            continue;
+        }
+        for (const char32_t letter : nearest)
+            codes.push_back(common::code_in_page_1256(letter).value_or(space));
     }
     return codes;
 }
@@ -210,7 +227,21 @@ class Conversion {
             has_words = has_words || is_latin(letters_[i]);
             if (is_digit(letters_[i]) || is_latin(letters_[i])) end = i + 1;
         }
-        return has_words ? end : at_;
+        if (!has_words) return at_;
+        while (belongs_to_latin(end))
+            ++end;
+        return end;
+    }
+
+    // Whether the sign at `end`, after Latin words from here on, belongs to them: a percent sign of their
+    // last number, or the bracket that closes one of theirs.
+    bool belongs_to_latin(std::size_t end) const {
+        const int wc = letter(end);
+        if (wc == '%') return is_digit(letter(end - 1));
+        if (wc != ')' && wc != ']' && wc != '}') return false;
+        const auto from = letters_.begin() + static_cast<std::ptrdiff_t>(at_);
+        const auto to = letters_.begin() + static_cast<std::ptrdiff_t>(end);
+        return std::count(from, to, mirrored(wc)) > std::count(from, to, wc);
     }
 
     std::string latin(std::size_t end) {
@@ -238,14 +269,14 @@ class Conversion {
 }  // namespace
 
 std::string printer_text(std::string_view text, const PrinterCodes& codes) {
-    return Conversion(codes_of(common::western_digits(text)), codes).run();
+    return Conversion(codes_of(common::western_digits(text), codes), codes).run();
 }
 
 std::string name_text(std::string_view text, const PrinterCodes& codes) {
     const std::u32string characters = common::code_points(text);
     if (std::any_of(characters.begin(), characters.end(), is_arabic)) return printer_text(text, codes);
     std::string printed;
-    for (const int wc : codes_of(text)) {
+    for (const int wc : codes_of(text, codes)) {
         const auto forms = codes.find(wc);
         if (wc >= space && wc < 127)
             printed += static_cast<char>(wc);

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "database/connection.h"
 
@@ -35,6 +36,8 @@ class PrinterCodes {
     static constexpr int first_looked_up = 154;
     // The `wc` of the ligature of lam with the alef of that code: 256 above it, beyond all characters' codes.
     static constexpr int lam_alef(int alef) { return 256 + alef; }
+    // The characters from "!" to "~" that have no row: in Arabic texts they print as other letters.
+    std::vector<int> missing_signs() const;
 
   private:
     void add(long long wc, long long joined, long long unjoined);
@@ -45,7 +48,8 @@ class PrinterCodes {
 const PrinterCodes& default_codes();
 
 // Converts an Arabic text to the bytes that print it: one byte per character in its joined or unjoined form,
-// the last letter first, numbers in reading order. A character that the printer lacks becomes a blank (0xA0).
+// the last letter first, numbers and Latin words in reading order. A character that the printer lacks prints
+// as its nearest letter (nearest_letter.h), or else as a blank (0xA0).
 std::string printer_text(std::string_view text, const PrinterCodes& codes);
 
 // Converts a name or another text that a user typed: by printer_text() if it holds Arabic letters, otherwise

@@ -2,9 +2,9 @@
 
 #include <iconv.h>
 
-#include <QString>
-#include <algorithm>
 #include <stdexcept>
+
+#include "play/receipt_reading.h"
 
 namespace test {
 
@@ -29,17 +29,9 @@ std::string decode_864(std::string_view bytes) {
 }
 
 std::string read_aloud(std::string_view bytes) {
-    std::u32string letters = QString::fromStdString(decode_864(bytes)).toStdU32String();
-    std::reverse(letters.begin(), letters.end());
-    const auto in_number = [](char32_t c) { return (c >= U'0' && c <= U'9') || c == U'.' || c == U'/'; };
-    for (auto at = letters.begin(); at != letters.end();) {
-        const auto end = std::find_if_not(at, letters.end(), in_number);
-        std::reverse(at, end);
-        at = end == at ? at + 1 : end;
-    }
-    // Compatibility composition takes the forms and the ligatures back to letters and the hard blank to a
-    // blank.
-    return QString::fromStdU32String(letters).normalized(QString::NormalizationForm_KC).toStdString();
+    std::string read = play::readable_receipt(bytes);
+    read.pop_back();
+    return read;
 }
 
 }  // namespace test
