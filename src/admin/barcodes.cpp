@@ -1,6 +1,7 @@
 #include "admin/barcodes.h"
 
 #include "common/numbers.h"
+#include "sales/invoice_key.h"
 
 namespace admin {
 
@@ -19,6 +20,7 @@ std::string barcode_fault(std::string_view barcode) {
         exponent != std::string_view::npos && barcode.find_first_not_of("0123456789.,") == exponent) {
         return named + " was rounded by the spreadsheet; set that column's cells to text and enter it again";
     }
+    if (sales::read_receipt_code(barcode)) return named + " would be read as the barcode of a receipt";
     if (barcode.size() != 13 || !common::all_digits(barcode)) return {};
     if (barcode.starts_with("20")) return named + " would be read as a label of the scale";
     return is_true_ean13(barcode) ? std::string() : named + " has a wrong check digit";

@@ -43,6 +43,13 @@ std::optional<std::string> read_folders(std::string_view typed) {
     return common::column_width(text) > longest_value ? std::nullopt : std::optional(text);
 }
 
+constexpr std::string_view yes = "yes";
+
+std::optional<std::string> read_yes_or_no(std::string_view typed) {
+    const std::string_view word = common::trim(typed);
+    return word == yes || word == "no" ? std::optional(std::string(word)) : std::nullopt;
+}
+
 constexpr TillSetting settings[] = {
     {setting::net_from,
      "from this day on a drawer is to hold the net of its cash invoices: their discounts are taken off the "
@@ -52,6 +59,13 @@ constexpr TillSetting settings[] = {
      "a shop in a file copies itself into these folders, on a stick or another disk, at each shift close and "
      "when a till is left. Of the copies there the last 7 days, 4 weeks and 12 months are kept",
      "folders with their whole path, \";\" between them, or none", read_folders},
+    {setting::printer_barcode,
+     "text receipts carry their key as a barcode, which the roll printer draws by its own command (GS k, "
+     "Code 128); "
+     "scanned at the till it brings the sale back. Tills notice a change at their next start. Receipts on "
+     "pages "
+     "and pictures always carry it",
+     "yes or no", read_yes_or_no},
 };
 
 }  // namespace
@@ -97,6 +111,10 @@ std::optional<common::Date> net_from(Connection& connection) {
 
 void ask_net_from(Reads& reads, std::optional<common::Date>& day) {
     ask_setting(reads, setting::net_from, [&day](const std::string& text) { day = common::read_date(text); });
+}
+
+bool printer_draws_barcodes(Connection& connection) {
+    return till_setting(connection, setting::printer_barcode) == yes;
 }
 
 std::vector<std::filesystem::path> backup_folders(Connection& connection) {

@@ -22,6 +22,8 @@ namespace setting {
 inline constexpr std::string_view net_from = "net_from";
 // The folders into which an embedded shop copies itself, ";" between them, or "none".
 inline constexpr std::string_view backup_to = "backup_to";
+// "yes" if the roll printers that print text draw barcodes by their own command.
+inline constexpr std::string_view printer_barcode = "printer_barcode";
 }  // namespace setting
 
 // What the shop keeper is told of a setting, and how its value is read.
@@ -42,6 +44,9 @@ void set_till_setting(Connection& connection, std::string_view name, std::string
 // The setting `net_from`; nothing if it is not set, or not a date.
 std::optional<common::Date> net_from(Connection& connection);
 void ask_net_from(Reads& reads, std::optional<common::Date>& day);
+
+// The setting `printer_barcode`; false if it is not set.
+bool printer_draws_barcodes(Connection& connection);
 
 // The setting `backup_to`; empty if it is not set.
 std::vector<std::filesystem::path> backup_folders(Connection& connection);

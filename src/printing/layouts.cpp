@@ -6,6 +6,7 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "database/recordset.h"
+#include "printing/ports_offered.h"
 
 namespace printing {
 
@@ -93,6 +94,8 @@ constexpr std::string_view time = "الوقت";                        // time
 constexpr std::string_view user = "اسم المستخدم : ";              // user name
 constexpr std::string_view shift = "رقم الورديه : ";              // shift number
 constexpr std::string_view salesman = "البائع : ";                // salesman
+constexpr std::string_view customer = "العميل : ";                // customer
+constexpr std::string_view balance = "الرصيد الجديد";             // new balance
 constexpr std::string_view before_discount = "الصافي قبل الخصم";  // net before discount
 constexpr std::string_view discount = "خـــــــصم";               // discount
 constexpr std::string_view after_discount = "الصافي بعد الخصم";   // net after discount
@@ -142,6 +145,7 @@ Totals totals_of(const Receipt& receipt, bool with_payment) {
     if (with_payment) {
         add(label::paid, receipt.paid);
         add(label::remaining, receipt.remaining);
+        if (receipt.balance) add(label::balance, *receipt.balance);
     }
     return totals;
 }
@@ -195,12 +199,43 @@ LayoutReceipt layout_receipt(const Receipt& receipt, Form form, int line_width,
         layout.totals.emplace_back(label::compact_net, receipt.net.text());
         return layout;
     }
+    if (receipt.payment == Payment::account) detail(label::customer, receipt.customer);
     if (!receipt.telephone.empty()) layout.telephone = telephone_line(receipt.telephone);
     Totals totals = totals_of(receipt, form != Form::reprint);
     layout.totals = std::move(totals.rows);
     layout.net = totals.net;
     layout.note = settings.rec_note;
+    layout.code = receipt.code;
     layout.credit_lines = receipt.credit_lines;
+    return layout;
+}
+
+LayoutReceipt slip_layout(const Report& report, int line_width, const ReceiptSettings& settings) {
+    LayoutReceipt layout;
+    layout.settings = settings;
+    layout.roll = roll_of(line_width);
+    layout.store_name = report.store_name;
+    layout.second_store_name = report.second_store_name;
+    layout.telephone = report.telephone;
+    layout.logo = report.logo;
+    layout.kind = report.title;
+    layout.details = report.captions;
+    layout.totals = report.totals;
+    const std::size_t last = report.totals.empty() ? 0 : report.totals.size() - 1;
+    layout.net = report.main_total < 0 ? last : static_cast<std::size_t>(report.main_total);
+    layout.note = report.words;
+    for (std::size_t i = 0; i < std::min(report.signatures.size(), layout.credit_lines.size()); ++i)
+        layout.credit_lines[i] = "\n" + report.signatures[i] + " : " + std::string(30, '.');
+    return layout;
+}
+
+LayoutReceipt test_layout(const std::string& store_name, int line_width, const ReceiptSettings& settings) {
+    const Report page = test_report(store_name);
+    LayoutReceipt layout = slip_layout(page, line_width, settings);
+    for (const auto& row : page.rows)
+        layout.rows.push_back({row.at(0), {}, {}, row.at(1), {}, {}});
+    layout.qr = qr_code("https://example.com/0123456789");
+    layout.code = "0123456789";
     return layout;
 }
 

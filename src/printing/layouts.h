@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "database/connection.h"
+#include "printing/qr.h"
 #include "printing/receipt_printer.h"
 #include "printing/report.h"
 
@@ -63,20 +64,27 @@ struct LayoutReceipt {
     std::string telephone;  // telephone_line(), or empty
     std::string kind;       // "فاتورة مبيعات نقدي"
     Caption number;
-    std::vector<Caption> details;  // date, time, user, shift, salesman
+    std::vector<Caption> details;  // date, time, user, shift, salesman, account customer
     std::vector<LayoutRow> rows;
     std::vector<Caption> totals;  // the net among them
     std::size_t net = 0;          // which of the totals it is
     std::string note;
     std::array<std::string, 3> credit_lines;
     std::filesystem::path logo;  // empty for none
-    std::filesystem::path qr;    // empty for none
+    std::optional<QrCode> qr;
+    std::string code;  // for a barcode; empty for none
 };
 
 // Lays a receipt out for a printer with that line width. Form::no_telephone is compact: it has the header,
 // the rows and the net total only.
 LayoutReceipt layout_receipt(const Receipt& receipt, Form form, int line_width,
                              const ReceiptSettings& settings, std::vector<LayoutRow> rows);
+
+// A report without a table, such as a voucher, laid out for a roll like a receipt.
+LayoutReceipt slip_layout(const Report& report, int line_width, const ReceiptSettings& settings);
+
+// The test page of a printer that receipts go to as pictures: letters, figures and both kinds of code.
+LayoutReceipt test_layout(const std::string& store_name, int line_width, const ReceiptSettings& settings);
 
 // The full-page invoice, printed instead of a receipt if the shop has chosen so. Form::cash_page states what
 // was paid and the change. Form::standard_page shows the unit of each line instead, and ends with lines to

@@ -4,8 +4,6 @@
 
 #include "common/ports.h"
 #include "common/text.h"
-#include "printing/messages.h"
-#include "printing/text_receipt.h"
 
 namespace printing {
 
@@ -57,11 +55,6 @@ std::vector<PortOffer> ports_offered(const PrinterChoice& in_use, const fs::path
     const std::string used = std::string(common::trim(in_use.receipt_port));
     if (in_use.is_text_port() && !used.empty() && !is_offered(node_of(used))) offer(used, node_of(used));
     return offers;
-}
-
-common::PortFault print_test(common::Devices& devices, const PrinterChoice& choice,
-                             const PrinterCodes& codes) {
-    return devices.write_port(choice.receipt_port, test_print(choice.line_width, codes), message::test_title);
 }
 
 Report test_report(const std::string& store_name) {

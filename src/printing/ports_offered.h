@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "common/services.h"
-#include "printing/printer_text.h"
 #include "printing/receipt.h"
 #include "printing/report.h"
 
@@ -23,10 +22,6 @@ struct PortOffer {
 // the device nodes.
 std::vector<PortOffer> ports_offered(const PrinterChoice& in_use, const std::filesystem::path& folder,
                                      const std::filesystem::path& devices = "/dev");
-
-// Prints the test page on a text port; test_report() tests the system's printer.
-common::PortFault print_test(common::Devices& devices, const PrinterChoice& choice,
-                             const PrinterCodes& codes);
 
 // The test page of the system's printer.
 Report test_report(const std::string& store_name);

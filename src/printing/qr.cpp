@@ -13,12 +13,11 @@ namespace printing {
 namespace {
 
 constexpr unsigned dots_per_module = 4;
-constexpr unsigned quiet_modules = 4;
 
 struct FreeCode {
-    void operator()(QRcode* code) const { QRcode_free(code); }
+    void operator()(::QRcode* code) const { QRcode_free(code); }
 };
-using Code = std::unique_ptr<QRcode, FreeCode>;
+using Code = std::unique_ptr<::QRcode, FreeCode>;
 
 void put(std::string& bytes, std::uint32_t value, int size) {
     for (int i = 0; i < size; ++i)
@@ -26,9 +25,8 @@ void put(std::string& bytes, std::uint32_t value, int size) {
 }
 
 // Rows from the bottom up, three bytes per dot, each row padded to a multiple of four bytes.
-std::string bitmap_of(const QRcode& code) {
-    const auto modules = static_cast<unsigned>(code.width);
-    const unsigned dots = (modules + 2 * quiet_modules) * dots_per_module;
+std::string bitmap_of(const QrCode& code) {
+    const unsigned dots = (static_cast<unsigned>(code.modules) + 2 * QrCode::quiet_modules) * dots_per_module;
     const std::uint32_t row_bytes = (dots * 3 + 3) / 4 * 4;
     constexpr std::uint32_t headers = 14 + 40;
 
@@ -46,16 +44,12 @@ std::string bitmap_of(const QRcode& code) {
     for (int i = 0; i < 4; ++i)
         put(bytes, 0, 4);  // resolution and colours not given
 
-    const auto is_dark = [&](unsigned x, unsigned y) {
-        const unsigned column = x / dots_per_module;
-        const unsigned row = y / dots_per_module;
-        if (column < quiet_modules || row < quiet_modules) return false;
-        if (column >= quiet_modules + modules || row >= quiet_modules + modules) return false;
-        return (code.data[(row - quiet_modules) * modules + column - quiet_modules] & 1) != 0;
+    const auto module_at = [](unsigned dot) {
+        return static_cast<int>(dot / dots_per_module) - QrCode::quiet_modules;
     };
     for (unsigned y = dots; y-- > 0;) {
         for (unsigned x = 0; x < dots; ++x)
-            bytes.append(3, is_dark(x, y) ? '\0' : '\xFF');
+            bytes.append(3, code.is_dark(module_at(x), module_at(y)) ? '\0' : '\xFF');
         bytes.append(row_bytes - dots * 3, '\0');
     }
     return bytes;
@@ -80,22 +74,32 @@ std::string qr_text(const ElectronicInvoicing& shop, const Receipt& receipt) {
            std::to_string(receipt.number);
 }
 
+std::optional<QrCode> qr_code(std::string_view text) {
+    if (text.empty()) return std::nullopt;
+    // Medium error correction if it fits; the longest texts get the lowest.
+    for (const QRecLevel level : {QR_ECLEVEL_M, QR_ECLEVEL_L}) {
+        const Code made(QRcode_encodeData(static_cast<int>(text.size()),
+                                          reinterpret_cast<const unsigned char*>(text.data()), 0, level));
+        if (!made) continue;
+        QrCode code{made->width, {}};
+        const auto squares = static_cast<std::size_t>(made->width) * static_cast<std::size_t>(made->width);
+        for (std::size_t i = 0; i < squares; ++i)
+            code.dark.push_back((made->data[i] & 1) != 0);
+        return code;
+    }
+    return std::nullopt;
+}
+
 bool print_qr(std::string_view text, const std::filesystem::path& path) {
     std::error_code ignored;
     std::filesystem::remove(path, ignored);
-    if (text.empty()) return false;
-    // Medium error correction if it fits; the longest texts get the lowest.
-    for (const QRecLevel level : {QR_ECLEVEL_M, QR_ECLEVEL_L}) {
-        const Code code(QRcode_encodeData(static_cast<int>(text.size()),
-                                          reinterpret_cast<const unsigned char*>(text.data()), 0, level));
-        if (!code) continue;
-        std::ofstream file(path, std::ios::binary);
-        file << bitmap_of(*code);
-        file.close();
-        if (file) return true;
-        std::filesystem::remove(path, ignored);
-        return false;
-    }
+    const std::optional<QrCode> code = qr_code(text);
+    if (!code) return false;
+    std::ofstream file(path, std::ios::binary);
+    file << bitmap_of(*code);
+    file.close();
+    if (file) return true;
+    std::filesystem::remove(path, ignored);
     return false;
 }
 

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,6 +42,7 @@ struct Receipt {
     std::string customer;  // the account or walk-in customer's name; empty for an unnamed buyer
 
     std::int64_t number = 0;
+    std::string code;        // its key for a barcode; empty for none
     common::Date date;       // the invoice date
     common::TimeOfDay time;  // of saving; a reprint shows the time at which it is printed
     Kind kind = Kind::sale;
@@ -51,10 +53,11 @@ struct Receipt {
     common::Amount discount;  // the invoice discount
     common::Amount net;
     common::Amount paid;
-    common::Amount remaining;  // the change
+    common::Amount remaining;               // the change
+    std::optional<common::Amount> balance;  // what an account customer owes after this invoice
 };
 
-// The line with the shop's telephone on a printed page: "Tel : 02-2574 1234".
+// The line with the shop's telephone, on every printed page: "Tel : 02-2574 1234".
 inline std::string telephone_line(const std::string& telephone) {
     return "Tel : " + telephone;
 }
@@ -74,18 +77,23 @@ constexpr const RollWidth& roll_of(int columns) {
     return columns == narrow_roll.columns ? narrow_roll : wide_roll;
 }
 
+// How receipts go to a port: as text, or as a picture by one of two commands of roll printers.
+enum class ReceiptPicture { none, raster, bit_image };  // raster: GS v 0, bit_image: ESC *
+
 // Where receipts go: chosen on the printer-choice screen, else the port of the settings.
 struct PrinterChoice {
     // The port that means the system's printer.
     static constexpr const char* system_printer = "win";
 
-    std::string receipt_port;  // system_printer in any case, or empty: pages; any other: text to that port
+    std::string receipt_port;  // system_printer in any case, or empty: pages; any other: to that port
     int line_width = wide_roll.columns;
+    ReceiptPicture picture = ReceiptPicture::none;  // how they go to a port
 
     bool is_text_port() const {
         const std::string_view port = common::trim(receipt_port);
         return !port.empty() && !common::equal_ignoring_case(port, system_printer);
     }
+    bool prints_pictures() const { return is_text_port() && picture != ReceiptPicture::none; }
 };
 
 }  // namespace printing

@@ -2,8 +2,11 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
+#include <string_view>
 #include <vector>
 
+#include "common/ports.h"
 #include "printing/receipt.h"
 
 namespace printing {
@@ -27,8 +30,10 @@ class ReceiptPrinter {
     virtual std::vector<std::filesystem::path> take_kept() { return {}; }
     // Whether a receipt that print() returned true for is still on its way to a slow printer.
     virtual bool is_printing() const { return false; }
-    // Whether receipts go as text to a port. Text receipts are always printed.
+    // Whether receipts go to a port, as text or as pictures of it. They are always printed.
     virtual bool prints_text() const = 0;
+    // What opens the drawer at a port.
+    virtual std::string drawer_command(std::string_view) const { return std::string(common::drawer_bell); }
 };
 
 }  // namespace printing

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "common/csv.h"
+#include "printing/receipt.h"
 #include "printing/report_printer.h"
 #include "signin/session.h"
 
@@ -23,7 +24,7 @@ Report headed(std::string name, const signin::Session& session) {
     report.name = std::move(name);
     report.store_name = session.settings.aname;
     report.second_store_name = session.settings.ename;
-    report.telephone = session.settings.tel;
+    if (!session.settings.tel.empty()) report.telephone = telephone_line(session.settings.tel);
     report.logo = session.program_folder / session.settings.logo;
     return report;
 }

@@ -6,6 +6,7 @@
 
 #include "common/numbers.h"
 #include "common/text.h"
+#include "printing/code_128.h"
 #include "printing/text_page.h"
 
 namespace printing {
@@ -38,6 +39,33 @@ constexpr std::array closing = {
 constexpr std::string_view see_you = "Visit us again soon...";
 }  // namespace label
 
+// Breaks a text that is too long for a line into lines between its words; a word that is longer than a line
+// has a line of its own.
+std::vector<std::string> wrapped(std::string_view text, std::size_t width) {
+    if (common::length(text) <= width) return {std::string(text)};
+    std::vector<std::string> lines(1);
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find(' ', at), text.size());
+        const std::string word(text.substr(at, end - at));
+        at = end + 1;
+        if (word.empty()) continue;
+        std::string& line = lines.back();
+        if (line.empty()) {
+            line = word;
+        } else if (common::length(line) + 1 + common::length(word) <= width) {
+            line += ' ' + word;
+        } else {
+            lines.push_back(word);
+        }
+    }
+    return lines;
+}
+
+void add_centred(TextPage& page, std::string_view text, const PrinterCodes& codes) {
+    for (const std::string& line : wrapped(text, page.columns()))
+        page.centred(name_text(line, codes), common::length(line));
+}
+
 class TextReceipt {
   public:
     TextReceipt(const Receipt& receipt, Form form, int width, const PrinterCodes& codes)
@@ -57,12 +85,20 @@ class TextReceipt {
     std::string arabic(std::string_view text) const { return printer_text(text, codes_); }
 
     void header() {
+        const std::vector<std::string> name = wrapped(receipt_.store_name, page_.columns() / 2);
+        const bool is_wide = std::all_of(name.begin(), name.end(), [this](const std::string& line) {
+            return common::length(line) <= page_.columns() / 2;
+        });
         page_.control_line(control::double_width_on);
-        double_width(receipt_.store_name);
+        if (is_wide) {
+            for (const std::string& line : name)
+                double_width(line);
+        }
         page_.control_line(control::double_width_off);
         page_.control(control::shift_off);
-        page_.centred(name_text(receipt_.second_store_name, codes_),
-                      common::length(receipt_.second_store_name));
+        // A word that is too long for a wide line.
+        if (!is_wide) add_centred(page_, receipt_.store_name, codes_);
+        add_centred(page_, receipt_.second_store_name, codes_);
         if (form_ != Form::no_telephone) {
             const std::string telephone = telephone_line(name_text(receipt_.telephone, codes_));
             page_.centred(telephone, telephone.size());
@@ -75,14 +111,12 @@ class TextReceipt {
             right_aligned(arabic(label::number) + " : " + std::to_string(receipt_.number), page_.columns()));
     }
 
-    // Two spaces fewer before the name than after it. A name longer than the line keeps its beginning, which
-    // is at the right.
+    // Two spaces fewer before the name than after it, or as few as keep a long name on the wide line.
     void double_width(std::string_view name) {
-        const int length = static_cast<int>(common::length(name));
-        const std::size_t margin = blanks(page_.width() - length, 4);
-        std::string printed = name_text(name, codes_);
-        if (printed.size() > page_.columns()) printed = right_aligned(printed, page_.columns());
-        page_.line(spaces(margin > 2 ? margin - 2 : 0) + printed + spaces(margin));
+        const std::size_t length = common::length(name);
+        const std::size_t margin = blanks(page_.width() - static_cast<int>(length), 4);
+        const std::size_t before = std::min(margin > 2 ? margin - 2 : 0, page_.columns() / 2 - length);
+        page_.line(spaces(before) + name_text(name, codes_) + spaces(margin));
     }
 
     void items() {
@@ -128,6 +162,7 @@ class TextReceipt {
         for (const std::string_view text : label::closing)
             page_.centred(arabic(text), common::length(text));
         page_.centred(label::see_you, label::see_you.size());
+        if (form_ != Form::no_telephone) page_.control(barcode_command(receipt_.code));
         page_.end();
     }
 
@@ -184,26 +219,6 @@ int width_of(std::string_view bytes) {
 
 namespace {
 
-// Breaks a text into lines between its words; a word that is longer than a line has a line of its own.
-std::vector<std::string> wrapped(std::string_view text, std::size_t width) {
-    std::vector<std::string> lines(1);
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = std::min(text.find(' ', at), text.size());
-        const std::string word(text.substr(at, end - at));
-        at = end + 1;
-        if (word.empty()) continue;
-        std::string& line = lines.back();
-        if (line.empty()) {
-            line = word;
-        } else if (common::length(line) + 1 + common::length(word) <= width) {
-            line += ' ' + word;
-        } else {
-            lines.push_back(word);
-        }
-    }
-    return lines;
-}
-
 class TextReport {
   public:
     TextReport(const Report& report, int width, const PrinterCodes& codes)
@@ -238,9 +253,7 @@ class TextReport {
 
   private:
     void centred(std::string_view text) {
-        if (text.empty()) return;
-        for (const std::string& line : wrapped(text, page_.columns()))
-            page_.centred(name_text(line, codes_), common::length(line));
+        if (!text.empty()) add_centred(page_, text, codes_);
     }
 
     void from_right(std::string_view text) {

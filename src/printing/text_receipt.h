@@ -11,7 +11,7 @@ namespace printing {
 
 // A whole receipt in lines of at most `width` characters, from the printer's initialisation to its last feed.
 // Form::reprint is the short form, Form::no_telephone leaves out the telephone's line; every other form is
-// the full one. Lines end in CR LF.
+// the full one. Lines end in CR LF. A code of the receipt becomes a barcode, by the printer's own command.
 std::string text_receipt(const Receipt& receipt, Form form, int width, const PrinterCodes& codes);
 
 // A page that shows a printer's line width (a ruler), its Arabic letters in both forms, and double width.

@@ -13,6 +13,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr std::pair<ReceiptPicture, std::string_view> picture_names[] = {
+    {ReceiptPicture::raster, "raster"}, {ReceiptPicture::bit_image, "bit image"}};
+
 // "name = value" on lines of their own. Names that this version does not know do no harm.
 std::map<std::string, std::string, std::less<>> values_of(std::string_view text) {
     std::map<std::string, std::string, std::less<>> values;
@@ -43,16 +46,25 @@ std::optional<PrinterChoice> read_printer_choice(const fs::path& file) {
     const auto port = values.find("port");
     const auto width = values.find("width");
     if (port == values.end() || port->second.empty() || width == values.end()) return std::nullopt;
+    PrinterChoice choice{port->second};
+    for (const auto& [picture, name] : picture_names) {
+        const auto kept = values.find("picture");
+        if (kept != values.end() && kept->second == name) choice.picture = picture;
+    }
     for (const RollWidth& roll : {wide_roll, narrow_roll}) {
-        if (width->second == std::to_string(roll.columns)) return PrinterChoice{port->second, roll.columns};
+        choice.line_width = roll.columns;
+        if (width->second == std::to_string(roll.columns)) return choice;
     }
     return std::nullopt;
 }
 
 void keep_printer_choice(const fs::path& file, const PrinterChoice& choice) {
-    common::replace_file(
-        file, "port = " + choice.receipt_port + "\nwidth = " + std::to_string(choice.line_width) + "\n",
-        common::shop_file_mode);
+    std::string text =
+        "port = " + choice.receipt_port + "\nwidth = " + std::to_string(choice.line_width) + "\n";
+    for (const auto& [picture, name] : picture_names) {
+        if (picture == choice.picture) text += "picture = " + std::string(name) + "\n";
+    }
+    common::replace_file(file, text, common::shop_file_mode);
 }
 
 }  // namespace printing

@@ -9,7 +9,8 @@
 
 namespace printing {
 
-// "printer-1.txt" of cash point 1, in the program's folder. Its lines are "port = lpt1", "width = 48".
+// "printer-1.txt" of cash point 1, in the program's folder. Its lines are "port = lpt1", "width = 48", and
+// "picture = raster" or "picture = bit image" where receipts go to the port as pictures.
 std::filesystem::path printer_file(const std::filesystem::path& program_folder, std::int64_t cash_point);
 
 // The choice that was kept; nothing if there is none or the file does not hold one.

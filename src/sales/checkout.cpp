@@ -101,7 +101,7 @@ SaveOutcome Checkout::SaveInvoice() {
         const SaveOutcome outcome = saving_.save(invoice_, taken);
         if (outcome == SaveOutcome::refused) return outcome;
         // From here on the invoice belongs to the database and must not be saved a second time.
-        state_.last_receipt = LastReceipt{invoice_, taken, begun.shift, services_.clock.now().time};
+        state_.last_receipt = LastReceipt{invoice_, taken, begun.shift, saving_.time()};
         if (outcome == SaveOutcome::partly_saved) {
             // It stays on the screen, so that the cashier and the manager see what it held.
             sale_.partly_saved = saving_.left();
@@ -174,7 +174,8 @@ bool Checkout::open_drawer_by_key() {
 // Many shops have no drawer at the port, and so a missing one is no news. A port that must never be written
 // to is.
 void Checkout::open_drawer_on(std::string_view port) {
-    const common::PortFault fault = sales::OpenDrawer(services_.devices, port);
+    const common::PortFault fault =
+        sales::OpenDrawer(services_.devices, port, state_.printer.drawer_command(port));
     if (!common::is_never_a_port(fault)) return;
     services_.prompts.message(
         std::string(printing::message::drawer_failed) + printing::message::port_words(fault, port),

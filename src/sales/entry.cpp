@@ -5,6 +5,7 @@
 
 #include "common/numbers.h"
 #include "common/text.h"
+#include "sales/invoice_key.h"
 #include "sales/line_editing.h"
 #include "sales/messages.h"
 #include "signin/permissions.h"
@@ -127,6 +128,8 @@ Entry read_entry(std::string_view text) {
         // Characters 3 to 7 are the item, 8 to 12 the weight in grams, 13 the check digit.
         entry.quantity = common::numeric_value(entry.text.substr(7, 5)) / 1000;
         entry.text = std::to_string(common::parse_integer(entry.text.substr(2, 5)).value_or(0));
+    } else if (read_receipt_code(entry.text)) {
+        entry.form = EntryForm::receipt;
     } else if (is_craftsman_code(entry.text)) {
         entry.form = EntryForm::craftsman;
         entry.number = common::parse_integer(std::string_view(entry.text).substr(1)).value_or(0);
@@ -200,7 +203,8 @@ bool ItemEntry::ask(database::Reads& reads) {
         return false;
     };
     if (entry_.form == EntryForm::empty || !parties_present()) return false;
-    if (entry_.form == EntryForm::unreadable) return refused(common::message::wrong_code);
+    if (entry_.form == EntryForm::unreadable || entry_.form == EntryForm::receipt)
+        return refused(common::message::wrong_code);
     // Without this right the line can be neither given a price nor saved.
     if (entry_.form == EntryForm::general)
         return signin::authorise(session_, prompts_, signin::Action::edit_price);

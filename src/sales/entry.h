@@ -28,6 +28,7 @@ enum class EntryForm {
     general,      // "*", with or without a name: an unlisted item
     scale_label,  // 13 digits from "20": item code and weight
     craftsman,    // "W" or "P" and the digits of a craftsman work line
+    receipt,      // the barcode of a receipt, which brings that invoice back
     code,         // a barcode or an item code
     chosen_item,  // an item chosen from a list, in a unit chosen there
     unreadable,   // nothing that any label or keyboard of a shop produces

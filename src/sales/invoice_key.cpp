@@ -1,8 +1,10 @@
 #include "sales/invoice_key.h"
 
 #include <charconv>
+#include <cstdlib>
 #include <utility>
 
+#include "common/numbers.h"
 #include "sales/invoice.h"
 
 namespace sales {
@@ -12,6 +14,11 @@ using database::Sql;
 Series series_of(KindOption kind, PaymentOption payment) {
     if (kind != KindOption::sale) return Series::returns;
     return payment == PaymentOption::account ? Series::account_sales : Series::cash_sales;
+}
+
+Series series_of(const InvoiceKey& key) {
+    if (!key.is_sale()) return Series::returns;
+    return key.vcode == walk_in_customer ? Series::cash_sales : Series::account_sales;
 }
 
 Sql condition_of(Series series, std::int64_t store) {
@@ -61,6 +68,56 @@ std::vector<database::Value> values_of(const InvoiceIdentity& identity) {
             key.store,
             common::Moment{key.date, {}},
             common::on_day_zero(identity.time)};
+}
+
+namespace {
+
+constexpr common::Moment code_epoch{{2000, 1, 1}, {}};
+constexpr std::size_t seconds_digits = 10;
+constexpr std::size_t digits_before_number = 2 + seconds_digits;
+
+std::int64_t code_seconds(const common::Moment& moment) {
+    return static_cast<std::int64_t>(common::seconds_between(
+        code_epoch, {moment.date, {moment.time.hour, moment.time.minute, moment.time.second, 0}}));
+}
+
+common::Moment moment_of_code(std::int64_t seconds) {
+    constexpr std::int64_t of_a_day = 24 * 60 * 60;
+    const auto rest = static_cast<int>(seconds % of_a_day);
+    return {common::add_days(code_epoch.date, static_cast<long>(seconds / of_a_day)),
+            {rest / 3600, rest / 60 % 60, rest % 60, 0}};
+}
+
+}  // namespace
+
+std::string receipt_code(const InvoiceIdentity& identity) {
+    const InvoiceKey& key = identity.key;
+    std::string seconds = std::to_string(code_seconds({key.date, identity.time}));
+    if (seconds.front() == '-' || seconds.size() > seconds_digits || key.number < 0) return {};
+    seconds.insert(0, seconds_digits - seconds.size(), '0');
+    std::string number = std::to_string(key.number);
+    if (number.size() % 2 != 0) number.insert(0, "0");
+    return "-" + std::to_string(static_cast<int>(series_of(key)) + 1) +
+           std::to_string(std::abs(key.store % 10)) + seconds + number;
+}
+
+std::optional<ReceiptCode> read_receipt_code(std::string_view scanned) {
+    if (!scanned.starts_with('-')) return std::nullopt;
+    scanned.remove_prefix(1);
+    if (!common::all_digits(scanned) || scanned.size() % 2 != 0 || scanned.size() <= digits_before_number)
+        return std::nullopt;
+    const int series = scanned[0] - '1';
+    const auto seconds = common::parse_integer(scanned.substr(2, seconds_digits));
+    const auto number = common::parse_integer(scanned.substr(digits_before_number));
+    if (series < 0 || series > static_cast<int>(Series::returns) || !seconds || !number) return std::nullopt;
+    return ReceiptCode{static_cast<Series>(series), scanned[1] - '0', moment_of_code(*seconds), *number};
+}
+
+bool is_code_of(const ReceiptCode& code, const InvoiceIdentity& identity) {
+    const InvoiceKey& key = identity.key;
+    const auto apart = code_seconds({key.date, identity.time}) - code_seconds(code.moment);
+    return code.number == key.number && code.series == series_of(key) &&
+           code.store == std::abs(key.store % 10) && std::abs(apart) <= 1;
 }
 
 std::string log_name(const InvoiceKey& key) {

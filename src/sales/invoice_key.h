@@ -23,6 +23,8 @@ inline constexpr std::int64_t walk_in_customer = -1;  // sales.vcode of a cash c
 // kind have one series per store.
 enum class Series { cash_sales, account_sales, returns };
 Series series_of(KindOption kind, PaymentOption payment);
+struct InvoiceKey;
+Series series_of(const InvoiceKey& key);
 // The condition that selects the invoices of a series; of returns, those of the store.
 database::Sql condition_of(Series series, std::int64_t store);
 
@@ -60,6 +62,20 @@ InvoiceIdentity identity_of(const database::Row& row);
 
 // The values of pnum, ctype, vcode, stcode, [date] and time_, for a statement with "?" in their places.
 std::vector<database::Value> values_of(const InvoiceIdentity& identity);
+
+// An invoice's key as the barcode of its receipt carries it: "-", then an even number of digits. No item's
+// barcode begins so, and every keyboard layout of a scanner sends it unchanged.
+struct ReceiptCode {
+    Series series = Series::cash_sales;
+    std::int64_t store = 0;  // its last digit
+    common::Moment moment;   // the invoice's date and the time of its save, in whole seconds
+    std::int64_t number = 0;
+};
+// Empty for an invoice that no code can name, as one dated before the year 2000.
+std::string receipt_code(const InvoiceIdentity& identity);
+std::optional<ReceiptCode> read_receipt_code(std::string_view scanned);
+// Whether the code is that of the invoice. A server may have rounded its time of saving to the next second.
+bool is_code_of(const ReceiptCode& code, const InvoiceIdentity& identity);
 
 // How the activity log names an invoice, "invoice 12 (kind 0, customer -1, store 1)", and the reader of that
 // name. The log's lines carry the date themselves, so the key that is read has none.

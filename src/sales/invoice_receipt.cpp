@@ -50,6 +50,7 @@ printing::Receipt receipt_of(const Invoice& invoice, const PaymentTaken& payment
     else if (invoice.walk_in)
         receipt.customer = invoice.walk_in->name;
     receipt.number = invoice.number;
+    receipt.code = receipt_code({key_of(invoice), time});
     receipt.date = invoice.date;
     receipt.time = time;
     receipt.kind = kind_of(invoice.kind);
@@ -66,6 +67,14 @@ printing::Receipt receipt_of(const Invoice& invoice, const PaymentTaken& payment
     return receipt;
 }
 
+database::Sql receipt_settings(const Invoice& invoice, bool is_saved) {
+    if (invoice.payment != PaymentOption::account) return database::Sql("select * from basic ");
+    common::Amount to_come;
+    if (!is_saved) to_come = invoice.is_return() ? -invoice.net() : invoice.net();
+    return database::Sql("select *, (select cacc + ") + to_come +
+           " from custdata where ccode = " + invoice.customer + ") as customer_balance from basic ";
+}
+
 void print_receipts(const database::Result& settings, const signin::Session& session,
                     printing::ReceiptPrinter& printer, const InvoiceToSave& save) {
     const auto setting = [&](std::string_view column) {
@@ -73,6 +82,9 @@ void print_receipts(const database::Result& settings, const signin::Session& ses
     };
     printing::Receipt receipt = receipt_of(save.invoice, save.payment, session, save.shift, save.moment.time);
     receipt.user_name = save.user_name;
+    if (save.invoice.payment == PaymentOption::account && !settings.empty() &&
+        !settings.front().null("customer_balance"))
+        receipt.balance = common::Amount(settings.front().number("customer_balance"));
     if (setting("inv_p") == 1) {
         printer.print(receipt,
                       setting("csh_inv") != 0 ? printing::Form::cash_page : printing::Form::standard_page);

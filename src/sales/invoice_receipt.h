@@ -16,7 +16,10 @@ printing::Receipt receipt_of(const Invoice& invoice, const PaymentTaken& payment
                              const signin::Session& session, std::int64_t shift,
                              const common::TimeOfDay& time);
 
-// Prints the receipts that the shop wants of an invoice being saved; `settings` holds the row of `basic`.
+// Reads what print_receipts() needs: the row of `basic`, with an account customer's balance after the
+// invoice.
+database::Sql receipt_settings(const Invoice& invoice, bool is_saved);
+// Prints the receipts that the shop wants of an invoice being saved.
 void print_receipts(const database::Result& settings, const signin::Session& session,
                     printing::ReceiptPrinter& printer, const InvoiceToSave& save);
 

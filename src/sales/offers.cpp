@@ -115,7 +115,6 @@ std::optional<printing::Report> quotation(Connection& connection, const signin::
     const Invoice invoice = invoice_of(connection, *offer);
 
     printing::Report report = printing::headed("offer-" + std::to_string(number), session);
-    if (!report.telephone.empty()) report.telephone = printing::telephone_line(report.telephone);
     report.title = "عرض سعر";  // quotation
     report.captions = {
         {"رقم العرض", std::to_string(number)},

@@ -18,8 +18,8 @@ void ShowOnDisplay(common::Devices& devices, std::string_view text) {
     devices.write_file(display_file, bytes);
 }
 
-common::PortFault OpenDrawer(common::Devices& devices, std::string_view port) {
-    return port.empty() ? common::PortFault::none : devices.write_port(port, common::drawer_bell);
+common::PortFault OpenDrawer(common::Devices& devices, std::string_view port, std::string_view command) {
+    return port.empty() ? common::PortFault::none : devices.write_port(port, command);
 }
 
 Payment::Payment(common::Devices& devices, common::Amount net, std::vector<common::Choice> workers,

@@ -28,8 +28,8 @@ std::string display_text(common::Amount amount, common::Amount change);
 // Errors are ignored.
 void ShowOnDisplay(common::Devices& devices, std::string_view text);
 
-// Writes the character 7 to the port.
-common::PortFault OpenDrawer(common::Devices& devices, std::string_view port);
+// Writes the command that opens a drawer there (ReceiptPrinter::drawer_command) to the port.
+common::PortFault OpenDrawer(common::Devices& devices, std::string_view port, std::string_view command);
 
 // What was paid for an invoice.
 struct PaymentTaken {

@@ -81,6 +81,16 @@ std::optional<RecalledInvoice> recall_newest(Connection& connection, std::int64_
     return load_invoice(connection, headers.front(), lists);
 }
 
+std::optional<RecalledInvoice> recall_printed(Connection& connection, const ReceiptCode& code,
+                                              const Lists& lists) {
+    const auto headers = connection.query(Sql("select * from sales where pnum = ") + code.number +
+                                          " and date = " + quoted(code.moment.date) + " order by time_ desc");
+    const auto found = std::find_if(headers.begin(), headers.end(),
+                                    [&](const Row& row) { return is_code_of(code, identity_of(row)); });
+    if (found == headers.end()) return std::nullopt;
+    return load_invoice(connection, *found, lists);
+}
+
 std::optional<RecalledInvoice> recall_invoice(Connection& connection, const ReceiptRow& receipt,
                                               const Lists& lists) {
     const auto headers =

@@ -34,6 +34,9 @@ std::vector<ReceiptRow> receipts_of_day(database::Connection& connection, std::i
 // Groups are named from the lists.
 std::optional<RecalledInvoice> recall_newest(database::Connection& connection, std::int64_t number,
                                              Series series, std::int64_t store, const Lists& lists = {});
+// The invoice whose receipt carries that barcode.
+std::optional<RecalledInvoice> recall_printed(database::Connection& connection, const ReceiptCode& code,
+                                              const Lists& lists = {});
 // The invoice of a row of the receipts list.
 std::optional<RecalledInvoice> recall_invoice(database::Connection& connection, const ReceiptRow& receipt,
                                               const Lists& lists = {});

@@ -73,7 +73,7 @@ struct LastReceipt {
     Invoice invoice;
     PaymentTaken payment;
     std::int64_t shift = 0;
-    common::TimeOfDay time;
+    common::TimeOfDay time;  // of its save
 };
 
 // What the parts of the sales desk work on.

@@ -155,7 +155,8 @@ class SavedReceipts : DeskPart {
 
     // The receipts that this drawer saved today, newest first.
     std::vector<ReceiptRow> receipts_today();
-    // Brings a saved receipt back by the number typed, in the series of the kind and payment selected.
+    // Brings a saved receipt back by the number typed, in the series of the kind and payment selected, or by
+    // the barcode on its paper.
     bool recall(std::string_view number);
     bool recall(const ReceiptRow& receipt);
     // Turns the recalled sale into the return of what is left of it (permission of the return kind).

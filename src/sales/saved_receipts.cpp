@@ -1,7 +1,7 @@
 #include "sales/sales_desk.h"
 
 #include "common/numbers.h"
-#include "common/text.h"
+#include "sales/entry.h"
 #include "sales/invoice_receipt.h"
 #include "sales/messages.h"
 #include "sales/returns.h"
@@ -19,7 +19,9 @@ std::vector<ReceiptRow> SavedReceipts::receipts_today() {
 
 bool SavedReceipts::recall(std::string_view number) {
     return change("recall a receipt", false, [&] {
-        const std::string typed = common::western_digits(common::trim(number));
+        const std::string typed = normalize_scan(number);
+        if (const auto code = read_receipt_code(typed))
+            return show(recall_printed(connection_, *code, state_.lists));
         if (typed.empty() || typed.find_first_not_of("0123456789") != std::string::npos) {
             services_.prompts.message(message::wrong_receipt_number);
             return false;

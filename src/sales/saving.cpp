@@ -38,6 +38,7 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
     sold_elsewhere_.clear();
     try {
         const common::Moment moment = services_.clock.now();
+        time_ = moment.time;
         SavingChecks checks(connection_, session_, services_.prompts, invoice, &claims_);
         database::Reads reads;
         checks.ask(reads);
@@ -71,7 +72,7 @@ void Saving::log_begin(const Invoice& invoice) {
 }
 
 void Saving::print(InvoiceToSave& save) {
-    const auto settings = connection_.query("select * from basic ");
+    const auto settings = connection_.query(receipt_settings(save.invoice, false));
     record(save);
     may_have_printed_ = true;
     print_receipts(settings, session_, printer_, save);

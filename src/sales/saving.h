@@ -80,6 +80,8 @@ class Saving {
     // message if there is one. After an error the cashier chooses whether to finish or undo what was begun.
     // After `saved` everything is durable, so the drawer may open.
     SaveOutcome save(Invoice& invoice, const PaymentTaken& payment);
+    // The time that the last invoice was saved with.
+    const common::TimeOfDay& time() const { return time_; }
     // How far the last save came, if it stopped part-way.
     const PartlySaved& left() const { return left_; }
 
@@ -102,6 +104,7 @@ class Saving {
     database::Journal journal_{connection_};  // of the running save
     database::JournalEntry entry_;
     PartlySaved left_;
+    common::TimeOfDay time_;
     bool may_have_printed_ = false;
     std::string sold_elsewhere_;  // the item whose goods were gone once the receipt was printed
     bool is_running_ = false;

@@ -127,8 +127,8 @@ Settled UnfinishedSaves::settle(JournalEntry& entry, Paper paper, const std::exc
 }
 
 void UnfinishedSaves::print(const JournalEntry& entry) {
-    print_receipts(connection_.query("select * from basic "), session_, printer_,
-                   read_invoice_to_save(entry.content));
+    const InvoiceToSave save = read_invoice_to_save(entry.content);
+    print_receipts(connection_.query(receipt_settings(save.invoice, true)), session_, printer_, save);
 }
 
 }  // namespace sales

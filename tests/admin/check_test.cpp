@@ -71,6 +71,21 @@ TEST(Check, NamesWhatIsWrongWithTheShop) {
     }
 }
 
+TEST(Check, AddsThePrintersCodesOfLatinLetters) {
+    Workbench bench;
+    bench.make_shop(false);
+    EXPECT_THAT(bench.run({"check"}).out, HasSubstr("ok     printer codes: "));
+    // As shops of earlier versions have them, with a code of the shopkeeper's own.
+    bench.sql("delete from codes where wc >= 33 and wc <= 126 and wc <> 65");
+    bench.sql("update codes set pc = 66, pc1 = 66 where wc = 65");
+    EXPECT_THAT(bench.run({"check"}).out,
+                HasSubstr("note   printer codes: the table codes has no row for 93"));
+    EXPECT_THAT(bench.run({"check", "--add-codes"}).out, HasSubstr("93 rows added"));
+    EXPECT_THAT(bench.run({"check"}).out, HasSubstr("ok     printer codes: "));
+    EXPECT_EQ(bench.cell("select pc from codes where wc = 65"), "66");
+    EXPECT_EQ(bench.cell("select pc1 from codes where wc = 126"), "126");
+}
+
 TEST(Check, NamesWhyItCannotLook) {
     const struct {
         const char* what;

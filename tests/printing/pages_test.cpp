@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <set>
 
 #include "common/amount_in_words.h"
 #include "printing/layouts.h"
@@ -106,8 +107,8 @@ TEST(ReceiptPage, ShowsTheTextsOfItsLayout) {
         {Form::full,
          48,
          coded,
-         {"Tel : 02-2574 1234", "المدفوع", "12600.00", "المتبقي", "15.07", "كود", "2210"},
-         {}},
+         {"Tel : 02-2574 1234", "المدفوع", "12600.00", "المتبقي", "15.07", "كود", "2210", "الوحدة", "زجاجة"},
+         {"الرصيد"}},
         {Form::full, 40, settings, {"المدفوع", "12600.00", "مع أصل الفاتورة"}, {"كود"}},
         {Form::no_telephone, 40, settings, {"الصافي"}, {"Tel", "المدفوع", "التوصيل", "127.12", "سياسة"}},
     };
@@ -190,6 +191,18 @@ TEST(ReceiptPage, Takes500LinesAndALogoThatIsNoPicture) {
     EXPECT_TRUE(printing::logo_file(receipt, folder.path()).empty());
 }
 
+// What zbar reads from a picture.
+std::string scanned(const fs::path& picture, const std::string& kind) {
+    return test::output_of("zbarimg --raw -q -Sdisable -S" + kind + ".enable '" + picture.string() + "'");
+}
+
+// A page as a print head burns it: dots or none, no greys.
+void save_burned(const PageSet& page, double dots_per_inch, const fs::path& file) {
+    const QImage drawn = pictures(page, dots_per_inch / 25.4)[0];
+    const QImage burned = drawn.convertToFormat(QImage::Format_Mono, Qt::MonoOnly | Qt::ThresholdDither);
+    ASSERT_TRUE(burned.save(QString::fromStdString(file.string())));
+}
+
 TEST(ReceiptPage, CarriesACodeThatScannersRead) {
     NEEDS_TOOL("zbarimg");
     const test::TemporaryFolder folder;
@@ -197,18 +210,80 @@ TEST(ReceiptPage, CarriesACodeThatScannersRead) {
     const std::string text = printing::qr_text(shop, test::sale());
     const fs::path code = folder.path() / "qr.bmp";
     ASSERT_TRUE(printing::print_qr(text, code));
-    const auto scanned = [](const fs::path& picture) {
-        return test::output_of("zbarimg --raw -q -Sdisable -Sqrcode.enable '" + picture.string() + "'");
-    };
-    EXPECT_EQ(scanned(code), text + "\n");
+    EXPECT_EQ(scanned(code, "qrcode"), text + "\n");
+    const std::string long_text = "https://invoicing.example.gov/" + std::string(160, 'x');
+    ASSERT_EQ(long_text.size(), 190u);
     for (const int width : {48, 40}) {
-        auto made = layout(test::sale(), Form::full, width);
-        made.qr = code;
-        const fs::path paper = folder.path() / "paper.png";
-        // The 8 dots a millimetre of a roll printer's head.
-        ASSERT_TRUE(pictures(ReceiptPage(made), 8)[0].save(QString::fromStdString(paper.string())));
-        EXPECT_EQ(scanned(paper), text + "\n") << width;
+        for (const int dots_per_inch : {180, 203, 300}) {
+            for (const std::string& shown : {text, long_text}) {
+                auto made = layout(test::sale(), Form::full, width);
+                made.qr = printing::qr_code(shown);
+                const fs::path paper = folder.path() / "paper.png";
+                save_burned(ReceiptPage(made), dots_per_inch, paper);
+                EXPECT_EQ(scanned(paper, "qrcode"), shown + "\n") << width << " at " << dots_per_inch;
+            }
+        }
     }
+}
+
+// The lengths of the dark runs of a row of dots.
+std::set<int> dark_runs(const QImage& image, int y) {
+    std::set<int> runs;
+    for (int x = 0, begin = 0; x <= image.width(); ++x) {
+        if (x < image.width() && qGray(image.pixel(x, y)) < 128) continue;
+        if (x > begin) runs.insert(x - begin);
+        begin = x + 1;
+    }
+    return runs;
+}
+
+TEST(Canvas, DrawsModulesInWholeDots) {
+    // 57 modules in 40 mm: 5.6 dots of a printer of 203 dpi, so 5.
+    QImage image(400, 400, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    Canvas::prepare(painter, 203 / 25.4);
+    Canvas(&painter, {}).modules({3.3, 3.3, 40, 40}, 57, 57, [](int x, int y) { return (x + y) % 2 == 0; });
+    painter.end();
+    for (int y = 0; y < image.height(); ++y) {
+        for (const int run : dark_runs(image, y))
+            EXPECT_EQ(run, 5) << y;
+        for (int x = 0; x < image.width(); ++x)
+            EXPECT_TRUE(qGray(image.pixel(x, y)) == 0 || qGray(image.pixel(x, y)) == 255);
+    }
+    EXPECT_EQ(ink_of(image).right - ink_of(image).left + 1, 57 * 5);
+}
+
+TEST(ReceiptPage, NeverBreaksAWordOfItsHeadings) {
+    NEEDS_TOOL("pdftotext");
+    const test::TemporaryFolder folder;
+    Receipt receipt = test::sale();
+    receipt.store_name = "سوبرماركت الإسكندرية للمستلزمات";
+    receipt.second_store_name = "Extraordinary Refrigeration";
+    receipt.payment = printing::Payment::account;
+    receipt.customer = "شركة التوريدات المتحدة";
+    receipt.balance = Amount(1234567);
+    receipt.lines[4].total = receipt.total = receipt.net = Amount(1234567.89);
+    for (const int width : {48, 40}) {
+        for (const int font : {7, 12, 18}) {
+            ReceiptSettings settings;
+            settings.font_size = font;
+            settings.show_item_code = true;
+            const fs::path file = folder.path() / "paper.pdf";
+            save_pdf(ReceiptPage(layout(receipt, Form::full, width, settings)), file);
+            // Lines as they stand: what was broken is not on any of them.
+            const std::string lines = test::output_of("pdftotext -raw '" + file.string() + "' -");
+            for (const char* whole : {"Extraordinary", "Refrigeration", "1234567.89", "1234567.00"})
+                EXPECT_NE(lines.find(whole), std::string::npos) << whole << ", font " << font << "\n"
+                                                                << lines;
+        }
+    }
+    // A store name in letters of twice 18 points on 48 mm: a line for each of its words.
+    const Canvas canvas(nullptr, {});
+    const TextStyle style{36, true, Side::centre, Qt::black};
+    EXPECT_GT(canvas.text_width("للمستلزمات", style), 48);
+    EXPECT_LT(canvas.text_height(48, qstring(receipt.store_name), style),
+              3 * canvas.text_height(48, "في", style));
 }
 
 TEST(InvoicePage, ShowsCustomerLinesTotalsAndWords) {

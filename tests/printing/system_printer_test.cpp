@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "database/error.h"
+#include "database/till_settings.h"
 #include "printing/messages.h"
 #include "printing/pages/system_printers.h"
 #include "printing/ports_offered.h"
@@ -59,6 +60,45 @@ TEST_F(SystemReceiptPrinterTest, FollowsTheChoiceOfPort) {
     // Full pages are pages even where receipts are text.
     EXPECT_TRUE(printer.print(test::sale(), Form::standard_page));
     EXPECT_EQ(kept().size(), 5u);
+}
+
+TEST_F(SystemReceiptPrinterTest, SendsPicturesAndTheirDrawerCommandToThePort) {
+    using namespace std::string_literals;
+    choice = {"lpt1", 40, printing::ReceiptPicture::raster};
+    EXPECT_TRUE(printer.prints_text()) << "a receipt that goes to a port is always printed";
+    EXPECT_TRUE(printer.print(test::sale(), Form::full));
+    EXPECT_TRUE(services.devices.ports["lpt1"].starts_with("\x1B@\x1Dv0\0\x30\0"s)) << "48 bytes, 384 dots";
+    EXPECT_EQ(printer.drawer_command("LPT1:"), "\x1B@\x1Bp\0\x19\xFA"s);
+    EXPECT_EQ(printer.drawer_command("com3"), "\x07");
+    // Slips follow the receipts.
+    services.devices.ports.clear();
+    choice.picture = printing::ReceiptPicture::bit_image;
+    printing::Report slip;
+    slip.title = "ايصال استلام نقدية";
+    printing::pages::SystemReportPrinter reports(
+        {shop.connection(), services.all(), choice, folder.path(), ui::show_preview});
+    EXPECT_TRUE(reports.print_slip(slip));
+    EXPECT_TRUE(services.devices.ports["lpt1"].starts_with("\x1B@\x1B\x33\x18"s));
+    EXPECT_TRUE(kept().empty());
+    choice.picture = printing::ReceiptPicture::none;
+    EXPECT_EQ(printer.drawer_command("lpt1"), "\x07");
+}
+
+TEST_F(SystemReceiptPrinterTest, PrintsABarcodeOnTextWhereTheShopHasSuchPrinters) {
+    choice.receipt_port = "com1";
+    Receipt receipt = test::sale();
+    receipt.code = "-1108485729271284";
+    EXPECT_TRUE(printer.print(receipt, Form::full));
+    EXPECT_EQ(services.devices.ports["com1"],
+              printing::text_receipt(test::sale(), Form::full, 48, printing::default_codes()));
+    services.devices.ports.clear();
+    database::set_till_setting(shop.connection(), database::setting::printer_barcode, "yes");
+    SystemReceiptPrinter next_start(
+        {shop.connection(), services.all(), choice, folder.path(), ui::show_preview});
+    EXPECT_TRUE(next_start.print(receipt, Form::full));
+    EXPECT_EQ(services.devices.ports["com1"],
+              printing::text_receipt(receipt, Form::full, 48, printing::default_codes()));
+    EXPECT_NE(services.devices.ports["com1"].find("{B-{C"), std::string::npos);
 }
 
 TEST_F(SystemReceiptPrinterTest, TellsLogsAndSurvivesADeadPort) {

@@ -65,6 +65,47 @@ TEST(TextReceipt, IsTheExpectedFileByteForByte) {
     }
 }
 
+// The lines above the date as they are read. Double-width lines must fit without their closing blanks.
+std::vector<std::string> header_lines(const std::string& bytes, std::size_t width) {
+    std::vector<std::string> header;
+    bool is_wide = false;
+    std::istringstream in(bytes);
+    for (std::string line; std::getline(in, line) && line.find("/11/") == line.npos;) {
+        line.pop_back();
+        if (line.starts_with('\x1B')) is_wide = line == "\x1B\x0E";
+        const std::string read(common::trim(test::read_aloud(line)));
+        if (is_wide) {
+            EXPECT_LE(common::trim_right(line).size(), width / 2) << read;
+        }
+        if (!read.empty()) header.push_back(read);
+    }
+    return header;
+}
+
+TEST(TextReceipt, BreaksALongShopNameBetweenItsWords) {
+    const struct {
+        const char* name;
+        int width;
+        std::vector<std::string> lines;
+    } cases[] = {
+        {"صيدلية الدكتور أحمد علي", 48, {"صيدلية الدكتور أحمد علي"}},
+        {"صيدلية الدكتور أحمد علي", 40, {"صيدلية الدكتور أحمد", "علي"}},
+        {"شركة النور والبركة للتجارة والتوزيع", 48, {"شركة النور والبركة", "للتجارة والتوزيع"}},
+        {"شركة Al Noor Trading للتجارة والتوزيع", 40, {"شركة Al Noor Trading", "للتجارة والتوزيع"}},
+        // A word that is too long for the wide line: the whole name in normal width.
+        {"سوق القسطنطينيةوالإسكندريةالكبرى للمواد الغذائية",
+         40,
+         {"سوق القسطنطينيةوالاسكندريةالكبرى للمواد", "الغذائية"}},
+    };
+    for (const auto& [name, width, lines] : cases) {
+        Receipt receipt = test::sale();
+        receipt.store_name = name;
+        receipt.second_store_name.clear();
+        const std::string bytes = text_receipt(receipt, Form::no_telephone, width, default_codes());
+        EXPECT_EQ(header_lines(bytes, static_cast<std::size_t>(width)), lines) << name;
+    }
+}
+
 TEST(TextReceipt, CutsNamesAndNumbersAtTheLeft) {
     Receipt receipt = test::sale();
     receipt.lines = {{"1", "صابون ", "", 1, 1, 0, Amount(1)}};
@@ -229,7 +270,6 @@ std::string read_page(const std::string& bytes, std::size_t width) {
     return read;
 }
 
-// A minus at the left of its figure is read after it, from the right.
 TEST(TextReport, SetsAVoucherToTheLetter) {
     EXPECT_EQ(read_page(printing::text_report(voucher(), 40, default_codes()), 40),
               R"(              بقالة الواحة
@@ -244,9 +284,9 @@ TEST(TextReport, SetsAVoucherToTheLetter) {
 والمواد الغذائية
 خصم لا يغير الرصيد : 5.00
 ----------------------------------------
-الرصيد قبل : 250.50-
+الرصيد قبل : -250.50
 المبلغ : 1107.07
-الرصيد بعد : 1357.57-
+الرصيد بعد : -1357.57
 ----------------------------------------
 فقط الف ومائة وسبعة جنيها وسبعة قروش لا
 غير
@@ -266,9 +306,9 @@ TEST(TextReport, SetsAVoucherToTheLetter) {
 الغذائية
 خصم لا يغير الرصيد : 5.00
 ------------------------------------------------
-الرصيد قبل : 250.50-
+الرصيد قبل : -250.50
 المبلغ : 1107.07
-الرصيد بعد : 1357.57-
+الرصيد بعد : -1357.57
 ------------------------------------------------
 فقط الف ومائة وسبعة جنيها وسبعة قروش لا غير
 ------------------------------------------------

@@ -43,6 +43,10 @@ TEST(Scan, ReadsEveryForm) {
         {"200012300450", EntryForm::code, "200012300450", 1, 0},
         {"2100123004500", EntryForm::code, "2100123004500", 1, 0},
         {"20001230045x0", EntryForm::code, "20001230045x0", 1, 0},
+        {"-11084857292701", EntryForm::receipt, "-11084857292701", 1, 0},
+        {" -١١٠٨٤٨٥٧٢٩٢٧٠١", EntryForm::receipt, "-11084857292701", 1, 0},
+        {"-1108485729271", EntryForm::code, "-1108485729271", 1, 0},    // an odd number of digits
+        {"-91084857292701", EntryForm::code, "-91084857292701", 1, 0},  // of no series
         {"w12", EntryForm::craftsman, "w12", 1, 12},
         {"P7", EntryForm::craftsman, "P7", 1, 7},
         // Only digits make it a work line; other words are searched for as they were typed.

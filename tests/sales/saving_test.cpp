@@ -178,9 +178,11 @@ TEST(Saving, ReturnsMirrorSales) {
     const auto recalled = sales::recall_newest(till.shop.connection(), 1, sales::Series::account_sales, 1);
     ASSERT_TRUE(recalled);
     EXPECT_EQ(recalled->invoice.net(), sale.net());
+    EXPECT_EQ(till.printer.printed.back().first.balance, Amount(337.63)) << "100.00 + 237.63";
     Invoice back = sales::return_of(till.shop.connection(), *recalled);
     EXPECT_EQ(back.net(), sale.net());
     ASSERT_EQ(saving.save(back, {}), SaveOutcome::saved) << till.services.prompts.last();
+    EXPECT_EQ(till.printer.printed.back().first.balance, Amount(100));
 
     EXPECT_NEAR(till.shop.number("select cacc from custdata where ccode = 7"), 100, 1e-9);
     EXPECT_EQ(till.shop.cell("select sum(quan) from stk where stcode = 1"), "57");
@@ -376,6 +378,33 @@ TEST(InvoiceKey, TheLogsNameIsReadBack) {
     for (const char* name : {"", "invoice 9 (kind 0)", "invoice x (kind 0, customer -1, store 1)",
                              "invoice 9 (kind 0, customer -1, store 1) begins"})
         EXPECT_FALSE(sales::read_log_name(name)) << name;
+}
+
+// 9,821 days and 38,527 seconds after the beginning of the year 2000.
+TEST(InvoiceKey, IsPrintedAndScanned) {
+    const common::TimeOfDay time{10, 42, 7, 0};
+    const common::Date date{2026, 11, 21};
+    const struct {
+        sales::InvoiceKey key;
+        const char* code;
+    } cases[] = {{{1284, 0, -1, 1, date}, "-1108485729271284"},
+                 {{7, 0, 300, 12, date}, "-22084857292707"},
+                 {{123456, 2, -1, 3, date}, "-330848572927123456"},
+                 {{1284, 0, -1, 1, {1999, 12, 31}}, ""}};
+    for (const auto& [key, code] : cases) {
+        EXPECT_EQ(sales::receipt_code({key, time}), code);
+        const auto read = sales::read_receipt_code(code);
+        ASSERT_EQ(read.has_value(), *code != 0) << code;
+        if (!read) continue;
+        EXPECT_TRUE(sales::is_code_of(*read, {key, time}));
+        EXPECT_TRUE(sales::is_code_of(*read, {key, {10, 42, 8, 0}})) << "a server's rounding";
+        EXPECT_FALSE(sales::is_code_of(*read, {key, {10, 42, 10, 0}}));
+        for (const sales::InvoiceKey& other :
+             {sales::InvoiceKey{key.number + 1, key.ctype, key.vcode, key.store, date},
+              sales::InvoiceKey{key.number, key.ctype == 2 ? 0 : 2, key.vcode, key.store, date},
+              sales::InvoiceKey{key.number, key.ctype, key.vcode, key.store + 1, date}})
+            EXPECT_FALSE(sales::is_code_of(*read, {other, time})) << code;
+    }
 }
 
 TEST(Saving, ReturnsInPartsAreCappedAtWhatIsLeft) {

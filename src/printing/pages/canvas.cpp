@@ -3,6 +3,7 @@
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QPainterPath>
+#include <QRegularExpression>
 #include <QTextLayout>
 #include <algorithm>
 #include <cmath>
@@ -19,6 +20,8 @@ constexpr double mm_per_point = 25.4 / 72;
 // receipt half as long again.
 constexpr double line_pitch = 1.5;
 constexpr double baseline = 1.08;
+constexpr double unbounded = 100000;
+constexpr double smallest_letters = 0.4;  // of a text whose words would break
 
 QRectF scaled(const QRectF& area) {
     return {area.x() * units, area.y() * units, area.width() * units, area.height() * units};
@@ -57,8 +60,8 @@ QFont Canvas::font(const TextStyle& style) const {
     return font;
 }
 
-double Canvas::lay_out(double x, double y, double width, const QString& text, const TextStyle& style,
-                       bool draw) const {
+Canvas::Laid Canvas::lay_out(double x, double y, double width, const QString& text, const TextStyle& style,
+                             Draw draw) const {
     QString flowing = text;
     flowing.replace('\n', QChar::LineSeparator);
     QTextOption option;
@@ -73,23 +76,41 @@ double Canvas::lay_out(double x, double y, double width, const QString& text, co
     layout.setTextOption(option);
     layout.beginLayout();
     const double letter_size = layout.font().pixelSize();
+    double widest = 0;
     double height = 0;
+    bool breaks_words = false;
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         line.setLineWidth(width * units);
         line.setPosition({0, height + baseline * letter_size - line.ascent()});
         height += line_pitch * letter_size;
+        widest = std::max(widest, line.naturalTextWidth());
+        const int end = line.textStart() + line.textLength();
+        breaks_words = breaks_words || (end < flowing.size() && !flowing[end - 1].isSpace());
     }
     layout.endLayout();
-    if (draw && painter_ != nullptr) {
+    if (painter_ != nullptr && (draw == Draw::always || (draw == Draw::whole_words && !breaks_words))) {
         painter_->setPen(style.colour);
         layout.draw(painter_, {x * units, y * units});
     }
-    return height / units;
+    return {widest / units, height / units, breaks_words};
+}
+
+double Canvas::lay_out_whole_words(double x, double y, double width, const QString& text,
+                                   const TextStyle& style, bool draw) const {
+    if (text.isEmpty()) return 0;
+    const Laid laid = lay_out(x, y, width, text, style, draw ? Draw::whole_words : Draw::never);
+    if (!laid.breaks_words) return laid.height;
+    double longest = 0;
+    for (const QString& word : text.split(QRegularExpression("\\s+"), Qt::SkipEmptyParts))
+        longest = std::max(longest, text_width(word, style));
+    TextStyle fitting = style;
+    // A code without blanks may be longer than any paper: it breaks.
+    if (longest * smallest_letters <= width) fitting.points *= std::min(1.0, width / longest * 0.98);
+    return lay_out(x, y, width, text, fitting, draw ? Draw::always : Draw::never).height;
 }
 
 double Canvas::text(double x, double y, double width, const QString& text, const TextStyle& style) const {
-    if (text.isEmpty()) return 0;
-    return lay_out(x, y, width, text, style, true);
+    return lay_out_whole_words(x, y, width, text, style, true);
 }
 
 double Canvas::line(double x, double y, double width, const QString& text, const TextStyle& style) const {
@@ -97,6 +118,9 @@ double Canvas::line(double x, double y, double width, const QString& text, const
     if (wanted <= width) return this->text(x, y, width, text, style);
     TextStyle fitting = style;
     fitting.points *= std::max(0.25, width / wanted * 0.98);
+    // Letters are whole numbers of units high, so they may come out a little wider.
+    while (fitting.points > 1 && text_width(text, fitting) > width)
+        fitting.points *= 0.97;
     const double baseline_shift = baseline * (style.points - fitting.points) * mm_per_point;
     return baseline_shift + this->text(x, y + baseline_shift, width, text, fitting);
 }
@@ -105,13 +129,16 @@ double Canvas::text_height(double width, const QString& text, const TextStyle& s
     if (text.isEmpty()) return 0;
     // Measuring is faster than laying out, and in a long table most texts fit on one line with room to spare.
     const QFont letters = font(style);
-    const bool fits = QFontMetricsF(letters).horizontalAdvance(text) * 1.02 < width * units;
+    const bool fits = QFontMetricsF(letters).horizontalAdvance(text) * 1.05 < width * units;
     if (fits && !text.contains('\n')) return line_pitch * letters.pixelSize() / units;
-    return lay_out(0, 0, width, text, style, false);
+    return lay_out_whole_words(0, 0, width, text, style, false);
 }
 
 double Canvas::text_width(const QString& text, const TextStyle& style) const {
-    return QFontMetricsF(font(style)).horizontalAdvance(text) / units;
+    if (!reads_from_right(text)) return QFontMetricsF(font(style)).horizontalAdvance(text) / units;
+    // The layout counts what Arabic letters reach over their advance; the font's own sum does not, and a text
+    // would then break in a column of its width.
+    return lay_out(0, 0, unbounded, text, style, Draw::never).width;
 }
 
 void Canvas::rule(double left, double right, double y, double thickness, const QColor& colour) const {
@@ -134,6 +161,33 @@ void Canvas::frame(const QRectF& area, double thickness, const QColor& colour, d
 
 void Canvas::picture(const QRectF& area, const QImage& image) const {
     if (painter_ != nullptr && !image.isNull()) painter_->drawImage(scaled(area), image);
+}
+
+void Canvas::modules(const QRectF& area, int columns, int rows,
+                     const std::function<bool(int column, int row)>& is_dark) const {
+    if (painter_ == nullptr) return;
+    const QRectF device = painter_->combinedTransform().mapRect(scaled(area));
+    double width = device.width() / columns;
+    if (rows > 1) width = std::min(width, device.height() / rows);
+    if (width >= 1) width = std::floor(width + 1e-6);  // smaller ones are seen on screens only
+    const double height = rows > 1 ? width : std::round(device.height());
+    const double left = std::round(device.center().x() - width * columns / 2);
+    const double top = std::round(device.center().y() - height * rows / 2);
+    QPainterPath path;
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            const int begin = column;
+            while (column < columns && is_dark(column, row))
+                ++column;
+            if (column > begin)
+                path.addRect(left + begin * width, top + row * height, (column - begin) * width, height);
+        }
+    }
+    painter_->save();
+    painter_->resetTransform();
+    painter_->setRenderHint(QPainter::Antialiasing, false);
+    painter_->fillPath(path, Qt::black);
+    painter_->restore();
 }
 
 }  // namespace printing::pages

@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QRectF>
 #include <QString>
+#include <functional>
 #include <string>
 
 namespace printing::pages {
@@ -24,8 +25,9 @@ struct TextStyle {
     QColor colour = Qt::black;
 };
 
-// Without a painter it only measures. Texts wrap within their width. A text with Arabic letters runs from
-// right to left, any other (figures, dates, Latin names) from left to right.
+// Without a painter it only measures. Texts wrap within their width, between words: where a word would not
+// fit, the text is set in smaller letters. A text with Arabic letters runs from right to left, any other
+// (figures, dates, Latin names) from left to right.
 class Canvas {
   public:
     Canvas(QPainter* painter, const QString& family);
@@ -44,11 +46,24 @@ class Canvas {
     void fill(const QRectF& area, const QColor& colour, double radius = 0) const;
     void frame(const QRectF& area, double thickness, const QColor& colour, double radius = 0) const;
     void picture(const QRectF& area, const QImage& image) const;
+    // Draws the dark ones of so many modules, as large as the area lets them be in whole dots of the device,
+    // in its middle and unsmoothed. One row of modules is as high as the area; else modules are squares.
+    void modules(const QRectF& area, int columns, int rows,
+                 const std::function<bool(int column, int row)>& is_dark) const;
 
   private:
+    enum class Draw { never, whole_words, always };
+    struct Laid {
+        double width = 0;  // of the longest line
+        double height = 0;
+        bool breaks_words = false;
+    };
     QFont font(const TextStyle& style) const;
-    double lay_out(double x, double y, double width, const QString& text, const TextStyle& style,
-                   bool draw) const;
+    Laid lay_out(double x, double y, double width, const QString& text, const TextStyle& style,
+                 Draw draw) const;
+    // Returns the height of the text in its style, or in one as much smaller as keeps its words whole.
+    double lay_out_whole_words(double x, double y, double width, const QString& text, const TextStyle& style,
+                               bool draw) const;
 
     QPainter* painter_;
     QFont base_;

@@ -72,6 +72,9 @@ Printed print_now(const PageSet& pages, Job& job) {
     printer.setDocName(pages.name());
     printer.setCreator("Tallvex");
     if (!printer.isValid()) return Printed::failed;
+    // Drawn in the printer's own dots, the modules of codes come out as whole ones.
+    if (const auto resolutions = printer.supportedResolutions(); resolutions.size() == 1)
+        printer.setResolution(resolutions.front());
     QPainter painter;
     const bool drawn = draw_all(pages, printer, painter, printer.resolution(), [&job](int page) {
         job.drawn = page;

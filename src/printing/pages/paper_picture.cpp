@@ -30,6 +30,7 @@ char32_t letter_of_864(unsigned char byte) {
 }
 
 constexpr unsigned char escape = 0x1B;
+constexpr unsigned char group = 0x1D;
 constexpr unsigned char wide_on = 0x0E;   // alone, or after an escape
 constexpr unsigned char wide_off = 0x14;  // likewise
 
@@ -51,6 +52,8 @@ class Paper {
     void take(unsigned char byte) {
         if (byte == escape)
             command(next());
+        else if (byte == group)
+            barcode_command(next());
         else if (byte == '\n')
             feed(1);
         else if (byte == wide_on || byte == wide_off)
@@ -67,6 +70,9 @@ class Paper {
             case 'T':  // a code page of four digits
                 at_ += 4;
                 break;
+            case 'a':  // alignment
+                next();
+                break;
             case 'd':  // prints and feeds lines
                 feed(next());
                 break;
@@ -77,6 +83,18 @@ class Paper {
             default:
                 break;
         }
+    }
+
+    // A barcode shows as a row of bars, whatever it says.
+    void barcode_command(unsigned char name) {
+        next();
+        if (name != 'k') return;
+        at_ += next();
+        feed(1);
+        for (int column = width_ / 4; column < width_ * 3 / 4; ++column)
+            lines_.back().push_back({U'\u2551', false});
+        lines_.back().insert(lines_.back().begin(), static_cast<std::size_t>(width_ / 4), {});
+        feed(1);
     }
 
     void feed(int lines) {

@@ -1,8 +1,9 @@
 #include "printing/pages/receipt_page.h"
 
 #include <algorithm>
-#include <array>
+#include <vector>
 
+#include "printing/code_128.h"
 #include "printing/pages/canvas.h"
 
 namespace printing::pages {
@@ -15,11 +16,23 @@ constexpr double second_name_letters = 1.4;
 constexpr double kind_letters = 1.35;
 constexpr double net_letters = 1.7;
 constexpr double logo_height = 18;
-constexpr double qr_size = 28;
+constexpr double largest_module = 1;  // of a QR code, where the paper is wide enough
+constexpr double widest_bar = 0.5;    // a module of the barcode
+constexpr double bar_height = 9;
 constexpr double column_gap = 1.6;
-constexpr double widest_column = 0.3;  // of the width; longer figures are written smaller
+constexpr double widest_code = 0.3;     // of the width; longer item codes are written smaller
+constexpr double narrowest_name = 0.3;  // of the width
+constexpr double slack = 0.4;           // of figures, for letters that reach over their advance
 constexpr double top = 3;
 constexpr double feed = 8;  // below the last line, for the cutter
+
+// A column of figures with what it shows of a row.
+struct Figures {
+    const char* heading;
+    std::string LayoutRow::*text;
+    double right = 0;  // its edges in millimetres from the paper's left edge
+    double width = 0;
+};
 
 // The receipt's table in millimetres from the paper's left edge; the first column is at the right.
 struct Columns {
@@ -27,48 +40,61 @@ struct Columns {
     double name_width = 0;
     double code_right = 0;
     double code_width = 0;
-    std::array<double, 3> right{};  // right edges of quantity, price, total
-    std::array<double, 3> width{};
+    std::vector<Figures> figures;
+    double scale = 1;         // of the figures' letters
     bool name_apart = false;  // whether the name has a line of its own above the figures
 };
 
-constexpr std::array headings = {"كمية", "سعر", "الاجمالي"};
 constexpr const char* name_heading = "اسم الصنف";
 constexpr const char* code_heading = "كود";
-
-const std::string& figure(const LayoutRow& row, std::size_t column) {
-    return column == 0 ? row.quantity : column == 1 ? row.price : row.total;
-}
 
 TextStyle letters(const LayoutReceipt& receipt, double scale = 1, bool bold = false) {
     return {receipt.settings.font_size * scale, bold, Side::right, Qt::black};
 }
 
+// The form decides whether rows have units.
+std::vector<Figures> figures_of(const LayoutReceipt& receipt) {
+    std::vector<Figures> figures = {
+        {"كمية", &LayoutRow::quantity}, {"سعر", &LayoutRow::price}, {"الاجمالي", &LayoutRow::total}};
+    if (std::any_of(receipt.rows.begin(), receipt.rows.end(),
+                    [](const LayoutRow& row) { return !row.unit.empty(); }))
+        figures.insert(figures.begin(), {"الوحدة", &LayoutRow::unit});
+    return figures;
+}
+
+double widest(const Canvas& canvas, const LayoutReceipt& receipt, const char* heading,
+              std::string LayoutRow::*text) {
+    double width = canvas.text_width(heading, letters(receipt, 1, true));
+    for (const LayoutRow& row : receipt.rows)
+        width = std::max(width, canvas.text_width(qstring(row.*text), letters(receipt)));
+    return width;
+}
+
+// Figures get what they need. If they would need more than the whole width they are written smaller; a name
+// that they leave too little room for goes above them.
 Columns columns_of(const Canvas& canvas, const LayoutReceipt& receipt, double left, double width) {
-    const TextStyle plain = letters(receipt);
-    const TextStyle bold = letters(receipt, 1, true);
     Columns columns;
+    columns.figures = figures_of(receipt);
+    double needed = 0;
+    for (Figures& figures : columns.figures)
+        needed += figures.width = widest(canvas, receipt, figures.heading, figures.text);
+    const double room = width - column_gap * static_cast<double>(columns.figures.size() - 1);
+    columns.scale = std::min(1.0, room / needed);
     double right = left;
-    for (std::size_t i = headings.size(); i-- > 0;) {
-        double needed = canvas.text_width(headings[i], bold);
-        for (const LayoutRow& row : receipt.rows)
-            needed = std::max(needed, canvas.text_width(qstring(figure(row, i)), plain));
-        columns.width[i] = std::min(needed, width * widest_column);
-        columns.right[i] = right + columns.width[i];
-        right += columns.width[i] + column_gap;
+    for (auto figures = columns.figures.rbegin(); figures != columns.figures.rend(); ++figures) {
+        figures->width *= columns.scale;
+        figures->right = right + figures->width;
+        right = figures->right + column_gap;
     }
     if (receipt.settings.show_item_code) {
-        columns.code_width = canvas.text_width(code_heading, bold);
-        for (const LayoutRow& row : receipt.rows)
-            columns.code_width =
-                std::max(columns.code_width, canvas.text_width(qstring(row.item_code), plain));
-        columns.code_width = std::min(columns.code_width, width * widest_column);
+        columns.code_width =
+            std::min(widest(canvas, receipt, code_heading, &LayoutRow::item_code), width * widest_code);
         columns.code_right = left + width;
     }
     const double code_space = columns.code_width > 0 ? columns.code_width + column_gap : 0;
     columns.name_left = right;
     columns.name_width = left + width - right - code_space;
-    columns.name_apart = columns.name_width < width * 0.3;
+    columns.name_apart = columns.name_width < width * narrowest_name;
     if (columns.name_apart) {
         columns.name_left = left;
         columns.name_width = width - code_space;
@@ -80,7 +106,6 @@ Columns columns_of(const Canvas& canvas, const LayoutReceipt& receipt, double le
 
 ReceiptPage::ReceiptPage(LayoutReceipt receipt) : receipt_(std::move(receipt)) {
     if (!receipt_.logo.empty()) logo_.load(qstring(receipt_.logo.string()));
-    if (!receipt_.qr.empty()) qr_.load(qstring(receipt_.qr.string()));
     width_ = receipt_.roll.printed;
     left_ = (receipt_.roll.paper - width_) / 2;
     height_ = flow(Canvas(nullptr, qstring(receipt_.settings.font)));
@@ -119,7 +144,11 @@ double ReceiptPage::header(const Canvas& canvas, double y) const {
     };
     centred(receipt_.store_name, store_name_letters, true);
     centred(receipt_.second_store_name, second_name_letters, false);
-    centred(receipt_.telephone, 1.1, false);
+    if (!receipt_.telephone.empty()) {
+        TextStyle style = letters(receipt_, 1.1);
+        style.side = Side::centre;
+        y += canvas.line(left_, y, width_, qstring(receipt_.telephone), style);
+    }
     return y + 1.5;
 }
 
@@ -171,22 +200,23 @@ double ReceiptPage::details(const Canvas& canvas, double y) const {
 }
 
 double ReceiptPage::table(const Canvas& canvas, double y) const {
+    if (receipt_.rows.empty()) return y;
     const Columns columns = columns_of(canvas, receipt_, left_, width_);
     const TextStyle bold = letters(receipt_, 1, true);
     const TextStyle plain = letters(receipt_);
-    const auto figures = [&](double at, const auto& text_of, const TextStyle& style) {
+    const auto figures = [&](double at, const auto& text_of, TextStyle style) {
         double height = 0;
-        for (std::size_t i = 0; i < headings.size(); ++i) {
-            const double width = columns.width[i] + 0.4;
-            height = std::max(height, canvas.line(columns.right[i] - width, at, width, text_of(i), style));
-        }
+        style.points *= columns.scale;
+        for (const Figures& column : columns.figures)
+            height = std::max(height, canvas.line(column.right - column.width - slack, at,
+                                                  column.width + slack, text_of(column), style));
         return height;
     };
     const auto row = [&](const QString& code, const QString& name, const auto& text_of,
                          const TextStyle& style) {
         double height = canvas.text(columns.name_left, y, columns.name_width, name, style);
         if (columns.code_width > 0) {
-            const double width = columns.code_width + 0.4;
+            const double width = columns.code_width + slack;
             height = std::max(height, canvas.line(columns.code_right - width, y, width, code, style));
         }
         if (columns.name_apart) {
@@ -200,14 +230,14 @@ double ReceiptPage::table(const Canvas& canvas, double y) const {
     canvas.rule(left_, right, y, 0.35);
     y += 0.6;
     row(
-        code_heading, name_heading, [](std::size_t i) { return QString(headings[i]); }, bold);
+        code_heading, name_heading, [](const Figures& column) { return QString(column.heading); }, bold);
     y += 0.4;
     canvas.rule(left_, right, y, 0.35);
     y += 0.8;
     for (const LayoutRow& line : receipt_.rows) {
         row(
             qstring(line.item_code), qstring(line.item_name),
-            [&line](std::size_t i) { return qstring(figure(line, i)); }, plain);
+            [&line](const Figures& column) { return qstring(line.*column.text); }, plain);
         y += 0.5;
         if (&line != &receipt_.rows.back()) canvas.rule(left_, right, y, 0.1, QColor(120, 120, 120));
         y += 0.5;
@@ -243,6 +273,22 @@ double ReceiptPage::totals(const Canvas& canvas, double y) const {
     return y + 0.8;
 }
 
+double ReceiptPage::barcode(const Canvas& canvas, double y) const {
+    const std::vector<bool> bars = code_128(receipt_.code);
+    if (bars.empty()) return y;
+    // The paper beside what is printed belongs to the quiet zone.
+    const int quiet = 3;
+    const int modules = static_cast<int>(bars.size()) + 2 * quiet;
+    const double width = std::min(width_, modules * widest_bar);
+    canvas.modules({left_ + (width_ - width) / 2, y, width, bar_height}, modules, 1, [&](int x, int) {
+        const auto bar = static_cast<std::size_t>(x - quiet);
+        return x >= quiet && bar < bars.size() && bars[bar];
+    });
+    y += bar_height + 0.3;
+    const TextStyle style{6, false, Side::centre, Qt::black};
+    return y + canvas.text(left_, y, width_, qstring(receipt_.code), style) + 1;
+}
+
 double ReceiptPage::footer(const Canvas& canvas, double y) const {
     const auto centred = [&](const std::string& text, double scale, bool bold) {
         TextStyle style = letters(receipt_, scale, bold);
@@ -253,10 +299,17 @@ double ReceiptPage::footer(const Canvas& canvas, double y) const {
         centred(receipt_.note, 1.1, true);
         y += 1;
     }
-    if (!qr_.isNull()) {
-        canvas.picture({left_ + (width_ - qr_size) / 2, y, qr_size, qr_size}, qr_);
-        y += qr_size + 1;
+    if (receipt_.qr) {
+        // The paper beside what is printed belongs to the quiet zone.
+        const int modules = receipt_.qr->modules;
+        const double module = std::min(largest_module, width_ / modules);
+        const double side = modules * module;
+        const double quiet = QrCode::quiet_modules * module;
+        canvas.modules({left_ + (width_ - side) / 2, y + quiet, side, side}, modules, modules,
+                       [&](int x, int row) { return receipt_.qr->is_dark(x, row); });
+        y += side + 2 * quiet;
     }
+    y = barcode(canvas, y);
     const bool credits = std::any_of(receipt_.credit_lines.begin(), receipt_.credit_lines.end(),
                                      [](const std::string& line) { return !line.empty(); });
     if (credits) {

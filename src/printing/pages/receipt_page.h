@@ -26,11 +26,11 @@ class ReceiptPage final : public PageSet {
     double details(const Canvas& canvas, double y) const;
     double table(const Canvas& canvas, double y) const;
     double totals(const Canvas& canvas, double y) const;
+    double barcode(const Canvas& canvas, double y) const;
     double footer(const Canvas& canvas, double y) const;
 
     LayoutReceipt receipt_;
     QImage logo_;
-    QImage qr_;
     double left_ = 0;
     double width_ = 0;
     double height_ = 0;

@@ -3,9 +3,12 @@
 #include <exception>
 
 #include "common/files.h"
+#include "common/ports.h"
 #include "database/error.h"
+#include "database/till_settings.h"
 #include "printing/layouts.h"
 #include "printing/messages.h"
+#include "printing/pages/raster.h"
 #include "printing/pages/receipt_page.h"
 #include "printing/pages/report_page.h"
 #include "printing/qr.h"
@@ -18,6 +21,8 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::string_view log_code = "print";
+// Reset, then a pulse of 50 ms at the drawer's first pin.
+constexpr std::string_view drawer_kick("\x1B@\x1Bp\0\x19\xFA", 7);
 
 bool is_full_page(Form form) {
     return form == Form::cash_page || form == Form::standard_page;
@@ -73,7 +78,8 @@ bool SystemReceiptPrinter::print(const Receipt& receipt, Form form) {
         Receipt printed = receipt;
         // A receipt printed again keeps the invoice's date and shows the time of printing.
         if (form == Form::reprint) printed.time = workstation_.services.clock.now().time;
-        return prints_text() && !is_full_page(form) ? print_text(printed, form) : print_pages(printed, form);
+        const bool as_text = prints_text() && !workstation_.choice.prints_pictures() && !is_full_page(form);
+        return as_text ? print_text(printed, form) : print_pages(printed, form);
     } catch (const std::exception& error) {
         return failed(database::words_for(error), error.what());
     } catch (...) {
@@ -82,11 +88,34 @@ bool SystemReceiptPrinter::print(const Receipt& receipt, Form form) {
 }
 
 bool SystemReceiptPrinter::print_text(const Receipt& receipt, Form form) {
-    const auto& [port, width] = workstation_.choice;
-    const std::string text = text_receipt(receipt, form, width, codes_for(workstation_));
+    Receipt printed = receipt;
+    if (!draws_barcodes()) printed.code.clear();
+    return send_to_port(text_receipt(printed, form, workstation_.choice.line_width, codes_for(workstation_)),
+                        receipt);
+}
+
+// Looked up once, so that later sales need no statement for it.
+bool SystemReceiptPrinter::draws_barcodes() {
+    try {
+        if (!draws_barcodes_) draws_barcodes_ = database::printer_draws_barcodes(workstation_.connection);
+    } catch (const std::exception& error) {
+        workstation_.services.log.log_event(error.what(), log_code);
+    }
+    return draws_barcodes_.value_or(false);
+}
+
+bool SystemReceiptPrinter::send_to_port(const std::string& bytes, const Receipt& receipt) {
+    const std::string& port = workstation_.choice.receipt_port;
     const common::PortFault fault = workstation_.services.devices.write_port(
-        port, text, std::string(message::receipt_title) + std::to_string(receipt.number));
+        port, bytes, std::string(message::receipt_title) + std::to_string(receipt.number));
     return fault == common::PortFault::none || failed(message::port_words(fault, port), port);
+}
+
+std::string SystemReceiptPrinter::drawer_command(std::string_view port) const {
+    const PrinterChoice& choice = workstation_.choice;
+    const bool is_at_printer = choice.prints_pictures() &&
+                               common::is_same_port(port, choice.receipt_port, workstation_.program_folder);
+    return is_at_printer ? std::string(drawer_kick) : ReceiptPrinter::drawer_command(port);
 }
 
 bool SystemReceiptPrinter::is_printing() const {
@@ -106,15 +135,16 @@ std::shared_ptr<const PageSet> SystemReceiptPrinter::pages(const Receipt& receip
     LayoutReceipt layout =
         layout_receipt(receipt, form, workstation_.choice.line_width, settings, std::move(rows));
     layout.logo = logo;
-    if (form == Form::full) layout.qr = qr_picture(receipt);
+    if (form == Form::full) layout.qr = electronic_code(receipt);
     return std::make_shared<ReceiptPage>(std::move(layout));
 }
 
-fs::path SystemReceiptPrinter::qr_picture(const Receipt& receipt) {
+std::optional<QrCode> SystemReceiptPrinter::electronic_code(const Receipt& receipt) {
     const auto shop = read_electronic_invoicing(workstation_.connection);
     if (!shop) return {};
     const fs::path file = workstation_.program_folder / "qr.bmp";
-    if (print_qr(qr_text(*shop, receipt), file)) return file;
+    const std::string text = qr_text(*shop, receipt);
+    if (print_qr(text, file)) return qr_code(text);
     workstation_.services.log.log_event("QR code not written: " + file.string(), log_code);
     return {};
 }
@@ -125,9 +155,14 @@ bool SystemReceiptPrinter::print_pages(const Receipt& receipt, Form form) {
         workstation_.services.prompts.message(message::no_data, common::Icon::exclamation);
         return false;
     }
-    if (!read_receipt_settings(workstation_.connection).preview) return send(made);
+    const auto send_page = [&] {
+        const PrinterChoice& choice = workstation_.choice;
+        if (!choice.prints_pictures() || is_full_page(form)) return send(made);
+        return send_to_port(raster(*made, roll_of(choice.line_width), choice.picture), receipt);
+    };
+    if (!read_receipt_settings(workstation_.connection).preview) return send_page();
     bool printed = false;
-    workstation_.show_pages(made, [&] { return printed = send(made); });
+    workstation_.show_pages(made, [&] { return printed = send_page(); });
     return printed;
 }
 
@@ -161,11 +196,15 @@ bool SystemReportPrinter::print(const std::shared_ptr<const PageSet>& made, cons
 }
 
 bool SystemReportPrinter::print_slip(const Report& report) {
-    const auto& [port, width] = workstation_.choice;
+    const auto& [port, width, picture] = workstation_.choice;
     if (!workstation_.choice.is_text_port()) return print(report);
     kept_.clear();
-    const std::string text = text_report(report, width, codes_for(workstation_));
-    const common::PortFault fault = workstation_.services.devices.write_port(port, text, report.title);
+    const std::string bytes =
+        workstation_.choice.prints_pictures()
+            ? raster(ReceiptPage(slip_layout(report, width, read_receipt_settings(workstation_.connection))),
+                     roll_of(width), picture)
+            : text_report(report, width, codes_for(workstation_));
+    const common::PortFault fault = workstation_.services.devices.write_port(port, bytes, report.title);
     return fault == common::PortFault::none || not_printed(message::port_words(fault, port), port);
 }
 

@@ -11,6 +11,7 @@
 #include "common/services.h"
 #include "database/connection.h"
 #include "printing/pages/page_set.h"
+#include "printing/qr.h"
 #include "printing/receipt_printer.h"
 #include "printing/report_printer.h"
 
@@ -45,6 +46,8 @@ class SystemReceiptPrinter final : public ReceiptPrinter {
     std::vector<std::filesystem::path> take_kept() override { return std::exchange(kept_, {}); }
     bool is_printing() const override;
     bool prints_text() const override { return workstation_.choice.is_text_port(); }
+    // Printers that receipts go to as pictures know no bell; a drawer at their port gets their own command.
+    std::string drawer_command(std::string_view port) const override;
 
     // Returns the pages that print() would send to the system's printer, or null if the receipt has no lines.
     // Replaces the workstation's rows in `print`. Throws database::Error.
@@ -52,12 +55,16 @@ class SystemReceiptPrinter final : public ReceiptPrinter {
 
   private:
     bool print_text(const Receipt& receipt, Form form);
+    bool draws_barcodes();
     bool print_pages(const Receipt& receipt, Form form);
     bool send(const std::shared_ptr<const PageSet>& pages);
-    std::filesystem::path qr_picture(const Receipt& receipt);
+    bool send_to_port(const std::string& bytes, const Receipt& receipt);
+    // The code of electronic invoicing, whose picture is also kept as "qr.bmp"; nothing without either.
+    std::optional<QrCode> electronic_code(const Receipt& receipt);
     bool failed(std::string_view message, std::string_view reason);
 
     Workstation workstation_;
+    std::optional<bool> draws_barcodes_;  // of the shop's text printers, once it was looked up
     std::vector<std::filesystem::path> kept_;
 };
 

@@ -11,8 +11,12 @@
 #include "common/ports.h"
 #include "common/text.h"
 #include "database/error.h"
+#include "database/till_settings.h"
 #include "printing/messages.h"
 #include "printing/pages/paper_picture.h"
+#include "printing/pages/raster.h"
+#include "printing/pages/receipt_page.h"
+#include "printing/pages/system_printers.h"
 #include "printing/report_printer.h"
 #include "printing/text_receipt.h"
 #include "printing/workstation_printer.h"
@@ -22,6 +26,7 @@
 #include "sales/saving.h"
 #include "signin/permissions.h"
 #include "ui/printing/reports.h"
+#include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
@@ -36,6 +41,8 @@ namespace {
 constexpr std::string_view test_sent = "تم إرسال صفحة التجربة إلى المنفذ ";
 // "This is the drawer's port: a test page would open it."
 constexpr std::string_view drawer_port = "هذا منفذ الدرج، وصفحة التجربة تفتحه : ";
+
+constexpr double screen_dots_per_mm = 8;  // as the print head has
 
 // "available", "no port", "not available"
 QString state_of(common::PortFault fault) {
@@ -65,6 +72,13 @@ PrinterSheet::PrinterSheet(QWidget* host, const Context& context, const sales::S
     lists->addWidget(captioned("48 &حرفا في السطر · ورق 80 مم", wide_), 1);
     lists->addWidget(captioned("40 ح&رفا في السطر · ورق 58 مم", narrow_), 1);
     body()->addLayout(lists, 1);
+    forms_ = new Segments("printer_form", {{0, "&نص"}, {1, "&صورة"}, {2, "صورة للطابعات الب&سيطة"}});
+    auto* form_row = new QHBoxLayout;
+    form_row->addWidget(label("شكل البون على المنفذ", "side"));
+    form_row->addWidget(forms_);
+    form_row->addStretch(1);
+    body()->addLayout(form_row);
+    connect(forms_, &Segments::chosen, forms_, &Segments::show_chosen);
 
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(px(10));
@@ -126,16 +140,19 @@ void PrinterSheet::show_ports() {
         table->show_rows(rows);
     use(choice.line_width == printing::narrow_roll.columns ? narrow_ : wide_);
     used_->choose_row(in_use);
+    forms_->show_chosen(static_cast<int>(choice.picture));
     current_->setText(QString("البون يطبع الآن على: %1\u200f · %2 حرفا في السطر")
                           .arg(port_name(port))
-                          .arg(choice.line_width));
+                          .arg(choice.line_width) +
+                      (choice.prints_pictures() ? " · صورة" : ""));
 }
 
 printing::PrinterChoice PrinterSheet::marked() const {
     const int row = used_->current_row();
     if (row < 0 || static_cast<std::size_t>(row) >= offers_.size()) return context_.printer_choice;
     const printing::RollWidth& roll = used_ == wide_ ? printing::wide_roll : printing::narrow_roll;
-    return {offers_[static_cast<std::size_t>(row)].port, roll.columns};
+    return {offers_[static_cast<std::size_t>(row)].port, roll.columns,
+            static_cast<printing::ReceiptPicture>(forms_->value())};
 }
 
 void PrinterSheet::choose() {
@@ -203,9 +220,9 @@ void PrinterSheet::test() {
                 say_where_kept(context_);
             return;
         }
-        if (opens_drawer(choice)) return;
-        const common::PortFault fault = printing::print_test(
-            context_.services.devices, choice, printing::PrinterCodes::load(context_.connection));
+        if (!choice.prints_pictures() && opens_drawer(choice)) return;
+        const common::PortFault fault = context_.services.devices.write_port(
+            choice.receipt_port, test_page(choice), printing::message::test_title);
         if (fault == common::PortFault::none)
             context_.services.prompts.message(printing::message::naming(test_sent, choice.receipt_port));
         else
@@ -219,19 +236,41 @@ void PrinterSheet::test() {
 void PrinterSheet::show_paper() {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.services, "ShowPaper", [&] {
-        const int width = marked().line_width;
-        const auto codes = printing::PrinterCodes::load(context_.connection);
-        const auto& last = desk_.last_receipt();
-        // Before the first sale there is only the test page to show.
-        const std::string bytes =
-            last ? printing::text_receipt(sales::receipt_of(last->invoice, last->payment, context_.session,
-                                                            last->shift, last->time),
-                                          printing::Form::full, width, codes)
-                 : printing::test_print(width, codes);
-        PaperSheet(this, last ? "آخر بون" : "صفحة التجربة", printing::pages::paper_picture(bytes, width))
-            .run();
+        PaperSheet(this, desk_.last_receipt() ? "آخر بون" : "صفحة التجربة", paper(marked())).run();
     });
     used_->setFocus();
+}
+
+// The last receipt; before the first sale the test page.
+QImage PrinterSheet::paper(const printing::PrinterChoice& choice) const {
+    namespace pages = printing::pages;
+    const auto& last = desk_.last_receipt();
+    if (!last && !choice.prints_pictures()) return pages::paper_picture(test_page(choice), choice.line_width);
+    if (!last) return pages::pictures(test_picture(choice), screen_dots_per_mm).front();
+    printing::Receipt receipt =
+        sales::receipt_of(last->invoice, last->payment, context_.session, last->shift, last->time);
+    if (choice.prints_pictures()) {
+        pages::SystemReceiptPrinter printer(
+            {context_.connection, context_.services, choice, context_.session.program_folder, {}});
+        return pages::pictures(*printer.pages(receipt, printing::Form::full), screen_dots_per_mm).front();
+    }
+    if (!database::printer_draws_barcodes(context_.connection)) receipt.code.clear();
+    return pages::paper_picture(printing::text_receipt(receipt, printing::Form::full, choice.line_width,
+                                                       printing::PrinterCodes::load(context_.connection)),
+                                choice.line_width);
+}
+
+printing::pages::ReceiptPage PrinterSheet::test_picture(const printing::PrinterChoice& choice) const {
+    return printing::pages::ReceiptPage(
+        printing::test_layout(context_.session.settings.aname, choice.line_width,
+                              printing::read_receipt_settings(context_.connection)));
+}
+
+std::string PrinterSheet::test_page(const printing::PrinterChoice& choice) const {
+    if (!choice.prints_pictures())
+        return printing::test_print(choice.line_width, printing::PrinterCodes::load(context_.connection));
+    return printing::pages::raster(test_picture(choice), printing::roll_of(choice.line_width),
+                                   choice.picture);
 }
 
 PaperSheet::PaperSheet(QWidget* host, const QString& title, const QImage& paper) : Sheet(host, title) {

@@ -11,6 +11,9 @@
 class QLabel;
 class QScrollArea;
 
+namespace printing::pages {
+class ReceiptPage;
+}
 namespace sales {
 class SalesDesk;
 }
@@ -18,6 +21,7 @@ class SalesDesk;
 namespace ui {
 
 class ListTable;
+class Segments;
 
 // Two lists of the same ports, the first for wide rolls, the second for narrow ones. The choice is kept in a
 // file beside the program.
@@ -44,6 +48,9 @@ class PrinterSheet : public Sheet {
     bool opens_drawer(const printing::PrinterChoice& choice);
     void test();
     void show_paper();
+    QImage paper(const printing::PrinterChoice& choice) const;
+    printing::pages::ReceiptPage test_picture(const printing::PrinterChoice& choice) const;
+    std::string test_page(const printing::PrinterChoice& choice) const;
 
     Context context_;
     const sales::SalesDesk& desk_;
@@ -51,6 +58,7 @@ class PrinterSheet : public Sheet {
     QLabel* current_;
     ListTable* wide_;
     ListTable* narrow_;
+    Segments* forms_;  // text or one of the pictures
     ListTable* used_;  // the list that had the focus last
 };
 

@@ -52,6 +52,14 @@ bool SalesWindow::enter_item(const QString& text) {
 bool SalesWindow::enter(const sales::Entry& entry) {
     bool entered = false;
     bool words = false;
+    if (entry.form == sales::EntryForm::receipt) {
+        act("Recall", [&] {
+            entered = desk_.receipts().recall(entry.text);
+            entry_bar_->clear();
+        });
+        focus_entry();
+        return entered;
+    }
     act("EnterItem", [&] {
         words = desk_.lines().is_search(entry);
         entered = !words && desk_.lines().EnterItem(entry);

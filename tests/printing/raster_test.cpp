@@ -1,0 +1,222 @@
+#include "printing/pages/raster.h"
+
+#include <QPainter>
+#include <optional>
+
+#include "printing/code_128.h"
+#include "printing/pages/receipt_page.h"
+#include "sample.h"
+#include "support/shop.h"
+#include "tools.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace printing::pages;
+using printing::Form;
+using printing::ReceiptPicture;
+
+// A roll printer that knows the picture commands alone: what it burns, and what it was told beside that.
+class RollPrinter {
+  public:
+    explicit RollPrinter(int dots) : paper_(dots, 20000, QImage::Format_Grayscale8) {
+        paper_.fill(Qt::white);
+    }
+
+    void print(const std::string& bytes) {
+        bytes_ = bytes;
+        for (at_ = 0; at_ < bytes_.size();) {
+            const int byte = next();
+            if (byte == '\n') {
+                row_ += spacing_;
+            } else if (byte == 0x1B) {
+                escape(next());
+            } else if (byte == 0x1D) {
+                group(next());
+            } else {
+                FAIL() << "byte " << byte << " at " << at_ << " would print as a letter";
+            }
+        }
+    }
+
+    QImage picture() const { return paper_.copy(0, 0, paper_.width(), row_); }
+    int largest_band() const { return largest_band_; }
+    bool was_cut() const { return was_cut_; }
+
+  private:
+    int next() { return at_ < bytes_.size() ? static_cast<unsigned char>(bytes_[at_++]) : -1; }
+    int next_two() {
+        const int low = next();
+        return low + 256 * next();
+    }
+    void burn(int x, int y) { paper_.scanLine(y)[x] = 0; }
+
+    void escape(int command) {
+        switch (command) {
+            case '@':
+                spacing_ = 30;
+                break;
+            case '2':
+                spacing_ = 30;
+                break;
+            case '3':
+                spacing_ = next();
+                break;
+            case 'd':
+                next();
+                break;
+            case '*': {
+                ASSERT_EQ(next(), 33);
+                const int columns = next_two();
+                ASSERT_EQ(columns, paper_.width());
+                for (int x = 0; x < columns; ++x) {
+                    for (int part = 0; part < 3; ++part) {
+                        const int dots = next();
+                        for (int bit = 0; bit < 8; ++bit)
+                            if ((dots >> (7 - bit) & 1) != 0) burn(x, row_ + 8 * part + bit);
+                    }
+                }
+                break;
+            }
+            default:
+                FAIL() << "ESC " << command;
+        }
+    }
+
+    void group(int command) {
+        if (command == 'V') {
+            ASSERT_EQ(next(), 66);
+            ASSERT_EQ(next(), 0);
+            was_cut_ = true;
+            return;
+        }
+        ASSERT_EQ(command, 'v');
+        ASSERT_EQ(next(), '0');
+        ASSERT_EQ(next(), 0);
+        const int row_bytes = next_two();
+        const int rows = next_two();
+        ASSERT_EQ(row_bytes * 8, paper_.width());
+        largest_band_ = std::max({largest_band_, row_bytes * rows, rows > 255 ? 1 << 20 : 0});
+        for (int y = 0; y < rows; ++y, ++row_) {
+            for (int x = 0; x < row_bytes; ++x) {
+                const int dots = next();
+                for (int bit = 0; bit < 8; ++bit)
+                    if ((dots >> (7 - bit) & 1) != 0) burn(8 * x + bit, row_);
+            }
+        }
+    }
+
+    QImage paper_;
+    std::string bytes_;
+    std::size_t at_ = 0;
+    int row_ = 0;
+    int spacing_ = 30;
+    int largest_band_ = 0;
+    bool was_cut_ = false;
+};
+
+printing::LayoutReceipt sample_layout(int width) {
+    printing::Receipt receipt = test::sale();
+    receipt.code = "-1108485729271284";
+    test::Shop shop;
+    printing::LayoutRows rows(shop.connection(), 1, "سعاد");
+    rows.write(receipt, Form::full, {});
+    auto layout = printing::layout_receipt(receipt, Form::full, width, {}, rows.read());
+    layout.qr = printing::qr_code("https://inv.example/متجر-77/" + std::string(150, '7'));
+    return layout;
+}
+
+// Dark dots of one picture far from any dark dot of the other.
+int astray(const QImage& one, const QImage& other) {
+    int count = 0;
+    for (int y = 1; y + 1 < one.height(); ++y) {
+        for (int x = 1; x + 1 < one.width(); ++x) {
+            if (qGray(one.pixel(x, y)) > 60) continue;
+            bool is_near = false;
+            for (int dy = -1; dy <= 1; ++dy)
+                for (int dx = -1; dx <= 1; ++dx)
+                    is_near = is_near || qGray(other.pixel(x + dx, y + dy)) <= 200;
+            count += is_near ? 0 : 1;
+        }
+    }
+    return count;
+}
+
+TEST(Raster, BurnsThePageDotByDot) {
+    NEEDS_TOOL("zbarimg");
+    const test::TemporaryFolder folder;
+    for (const int width : {48, 40}) {
+        const printing::RollWidth& roll = printing::roll_of(width);
+        const auto layout = sample_layout(width);
+        const ReceiptPage page(layout);
+        const QImage drawn = pictures(page, 8)[0];
+        const int dots = width == 48 ? 576 : 384;
+        for (const auto command : {ReceiptPicture::raster, ReceiptPicture::bit_image}) {
+            RollPrinter printer(dots);
+            printer.print(raster(page, roll, command));
+            EXPECT_TRUE(printer.was_cut());
+            EXPECT_LE(printer.largest_band(), 4096);
+            const QImage burned = printer.picture();
+            const QImage reached = drawn.copy((drawn.width() - dots) / 2, 0, dots, drawn.height());
+            EXPECT_NEAR(burned.height(), reached.height(), 24);
+            const QImage whole = burned.copy(0, 0, dots, reached.height());
+            EXPECT_EQ(astray(whole, reached), 0) << "burned, but not on the page";
+            EXPECT_EQ(astray(reached, whole), 0) << "on the page, but not burned";
+            // On paper there is a margin beside what the head reaches.
+            QImage paper(dots + 80, reached.height(), QImage::Format_RGB32);
+            paper.fill(Qt::white);
+            QPainter(&paper).drawImage(40, 0, burned);
+            const fs::path file = folder.path() / "paper.png";
+            ASSERT_TRUE(paper.save(QString::fromStdString(file.string())));
+            const std::string codes = test::output_of("zbarimg --raw -q '" + file.string() + "'");
+            EXPECT_NE(codes.find("https://inv.example/متجر-77/777"), std::string::npos) << codes;
+            EXPECT_NE(codes.find("-1108485729271284\n"), std::string::npos) << codes;
+        }
+    }
+}
+
+TEST(Raster, TakesAPageLongerThanAPicture) {
+    printing::LayoutReceipt layout = sample_layout(40);
+    layout.rows.assign(600, layout.rows[0]);
+    const ReceiptPage page(layout);
+    RollPrinter printer(384);
+    const std::string bytes = raster(page, printing::narrow_roll, ReceiptPicture::raster);
+    EXPECT_GE(bytes.size(), static_cast<std::size_t>(page.size().height() * 8 * 48));
+}
+
+TEST(Code128, IsReadByScannersAtEveryResolution) {
+    NEEDS_TOOL("zbarimg");
+    const test::TemporaryFolder folder;
+    for (const int width : {48, 40}) {
+        for (const int dots_per_inch : {180, 203, 300}) {
+            for (const char* code : {"-1108485729271284", "-310848572927123456"}) {
+                auto layout = sample_layout(width);
+                layout.qr.reset();
+                layout.code = code;
+                const QImage drawn = pictures(ReceiptPage(layout), dots_per_inch / 25.4)[0];
+                const fs::path file = folder.path() / "paper.png";
+                ASSERT_TRUE(drawn.convertToFormat(QImage::Format_Mono, Qt::MonoOnly | Qt::ThresholdDither)
+                                .save(QString::fromStdString(file.string())));
+                EXPECT_EQ(
+                    test::output_of("zbarimg --raw -q -Sdisable -Scode128.enable '" + file.string() + "'"),
+                    std::string(code) + "\n")
+                    << width << " at " << dots_per_inch;
+            }
+        }
+    }
+}
+
+// By the printer's manual: GS k 73, the number of data bytes, {B and the text, {C and pairs of digits.
+TEST(Code128, IsSpelledOutForPrintersThatDrawIt) {
+    const std::string command = printing::barcode_command("-11084857");
+    EXPECT_EQ(command.substr(0, 15), std::string("\x1B"
+                                                 "a\x01\x1Dh\x50\x1Dw\x02\x1DH\x02\x1Dk\x49"));
+    EXPECT_EQ(command.substr(15, 10), std::string("\x09{B-{C\x0B\x08\x30\x39", 10));
+    EXPECT_EQ(command.substr(25), std::string("\x1B"
+                                              "a\0",
+                                              3));
+    EXPECT_EQ(printing::barcode_command("بون"), "");
+    EXPECT_TRUE(printing::code_128("").empty());
+}
+
+}  // namespace
