@@ -71,7 +71,7 @@ database::Sql receipt_settings(const Invoice& invoice, bool is_saved) {
     if (invoice.payment != PaymentOption::account) return database::Sql("select * from basic ");
     common::Amount to_come;
     if (!is_saved) to_come = invoice.is_return() ? -invoice.net() : invoice.net();
-    return database::Sql("select *, (select cacc + ") + to_come +
+    return database::Sql("select *, (select max(cacc) + ") + to_come +
            " from custdata where ccode = " + invoice.customer + ") as customer_balance from basic ";
 }
 
