@@ -98,6 +98,14 @@ Columns columns_of(const Canvas& canvas, const LayoutReceipt& receipt, double le
     if (columns.name_apart) {
         columns.name_left = left;
         columns.name_width = width - code_space;
+        // The figures' line is theirs alone: they spread over it.
+        const double spread =
+            (left + width - columns.figures.front().right) / static_cast<double>(columns.figures.size() - 1);
+        double shift = 0;
+        for (auto figures = columns.figures.rbegin(); figures != columns.figures.rend(); ++figures) {
+            figures->right += shift;
+            shift += spread;
+        }
     }
     return columns;
 }
