@@ -284,7 +284,9 @@ double ReportPage::closing(const Canvas& canvas, double y) const {
     for (const std::string& footer : report_.footers)
         y += canvas.text(margin, y, width(), qstring(footer), {9, false, Side::centre, colour::label});
     if (!report_.signatures.empty()) {
-        y += 16;
+        // Room to sign, as much as the page has left.
+        constexpr double below_line = 7;
+        y += std::clamp(bottom() - y - below_line, 8.0, 16.0);
         const double column = width() / static_cast<double>(report_.signatures.size());
         double column_right = right();
         for (const std::string& signature : report_.signatures) {
@@ -294,7 +296,7 @@ double ReportPage::closing(const Canvas& canvas, double y) const {
             canvas.text(left, y + 1, line, qstring(signature), {9.5, false, Side::centre, colour::label});
             column_right -= column;
         }
-        y += 7;
+        y += below_line;
     }
     return y;
 }
