@@ -9,6 +9,7 @@
 #include "bench/shop_data.h"
 #include "bench/till.h"
 #include "cash/shift.h"
+#include "common/clock.h"
 #include "database/sqlserver/open.h"
 #include "sales/sales_desk.h"
 #include "signin/sign_in.h"
@@ -44,6 +45,8 @@ class Server {
             "Provider=SQLOLEDB.1;Password=secret;User ID=sa;Initial Catalog= shop;Encryption=off;"
             "Data Source=127.0.0.1," +
             std::to_string(bridge_.port()));
+        // The morning begins between shifts.
+        connection->execute("update shift set e_date = s_date where e_date is null");
     }
     TdsBridge& bridge() { return bridge_; }
 
@@ -75,7 +78,7 @@ class Morning {
         measured(*action++, [&] {
             require(sign_in.confirm(1, "1") == signin::SignInOutcome::signed_in && desk.Open(), "sign-in");
         });
-        measured(*action++, [&] { change_shift(desk); });
+        measured(*action++, [&] { start_shift(desk); });
         const auto enter = [&](int n) {
             require(desk.lines().EnterItem(sales::read_entry(rung_up_code(sizes, n))), "an item");
         };
@@ -95,10 +98,10 @@ class Morning {
     static void require(bool done, const char* what) {
         if (!done) throw std::runtime_error(std::string("refused on the test server: ") + what);
     }
-    common::Services services() { return {cashier_, nobody_, nobody_, log_}; }
+    common::Services services() { return {cashier_, clock_, nobody_, log_}; }
 
-    // The shift of the shop is open: it is closed and the next one started.
-    void change_shift(sales::SalesDesk& desk) {
+    // From the opening of the screen to the sales desk.
+    void start_shift(sales::SalesDesk& desk) {
         cash::ShiftChange screen(connection_, session_, services());
         screen.open();
         screen.entry.worker = screen.workers().front().code;
@@ -113,6 +116,7 @@ class Morning {
     database::Connection& connection_;
     signin::Session session_;
     Cashier cashier_;
+    common::SystemClock clock_;  // as the server's
     NobodyThere nobody_;
     NoLog log_;
 };

@@ -23,12 +23,6 @@ Value Connection::scalar(const Sql& statement) {
     return result.front().cells().front();
 }
 
-std::optional<Row> Connection::last_row(const Sql& statement) {
-    const Result result = query(statement);
-    if (result.empty()) return std::nullopt;
-    return result.rows().back();
-}
-
 std::vector<Connection::Outcome> Connection::run_all(const std::vector<Command>& commands) {
     std::vector<Outcome> outcomes;
     outcomes.reserve(commands.size());

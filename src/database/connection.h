@@ -111,9 +111,6 @@ class Connection {
     // The first column of the first row; null without a row.
     Value scalar(const Sql& statement);
     Value scalar(Fragment statement) { return scalar(Sql(statement)); }
-    // The last row of a result, if it has any. The embedded engine reads only that row if the statement has
-    // an "order by".
-    virtual std::optional<Row> last_row(const Sql& statement);
     // Runs one statement and returns the number of rows it changed.
     std::int64_t execute(const Sql& statement) { return run(statement.text(), {}).changed; }
     std::int64_t execute(Fragment statement) { return execute(Sql(statement)); }

@@ -115,9 +115,10 @@ std::optional<ItemInfo> load_item_info(database::Connection& connection, std::in
 
 // The stock of an item as the screen shows it.
 struct StockShown {
-    std::string quantity;  // " الكمية بالمخزن : " and the store's quantity in base units, or "صفر" (zero)
-    std::vector<std::string> expiries;  // one per stock row, in all stores: "==> yyyy/mm/dd", the nearest
-                                        // first, then "==> بدون تاريخ" (no date)
+    // " الكمية بالمخزن : " and the store's quantity in base units, or "صفر" (zero).
+    std::string quantity;
+    // One per stock row, in all stores: "==> yyyy/mm/dd", the nearest first, then "==> بدون تاريخ" (no date).
+    std::vector<std::string> expiries;
 };
 database::Sql expiries_statement(std::int64_t item);
 // By the sum of the store's stock, null without a row, and the rows of that statement.

@@ -116,30 +116,6 @@ TEST_F(Prepared, OneTextTakesValuesOfEveryKind) {
     }
 }
 
-TEST_F(Prepared, TheLastRowIsTheOneThatTheWholeResultEndsWith) {
-    run("create table t (id int, a int, b nvarchar(10))");
-    run("create index t_a on t (a)");
-    EXPECT_FALSE(connection->last_row(database::Sql("select * from t order by a")));
-    run("insert into t values (1,3,'x'), (2,null,'y'), (3,3,'X'), (4,1,null), (5,2,'y '), (6,3,'w')");
-    for (int round = 0; round < 2; ++round) {
-        for (const char* statement : {
-                 "select * from t",
-                 "select * from t order by a",
-                 "select * from t order by a desc",
-                 "select id,a,b from t where a = 3 order by a, b desc, id",
-                 "select top 2 * from t order by id",
-                 "select top 3 * from t order by id desc",
-                 "select b,count(*) as n from t group by b order by 2, b",
-                 "select id from t where a = 1 union all select id from t where a = 2 order by id",
-             }) {
-            const auto all = database::Sql::from_administrator(statement);
-            EXPECT_EQ(connection->last_row(all)->cells(), connection->query(all).rows().back().cells())
-                << statement;
-        }
-    }
-    EXPECT_THROW(connection->last_row(database::Sql("select nothing from t order by a")), Error);
-}
-
 TEST_F(Prepared, OneTextRunsWithinItself) {
     run("create table t (a int, b nvarchar(10))");
     run("insert into t values (1,'one'), (2,'two'), (3,'three')");

@@ -61,14 +61,24 @@ class DatedConnection final : public database::Connection {
     Table describe(std::string_view table) override { return real_->describe(table); }
     std::vector<std::string> tables() override { return real_->tables(); }
     Outcome run(std::string_view statement, const std::vector<database::Value>& values) override {
-        if (statement != "select getdate()") return real_->run(statement, values);
+        return dated(statement, real_->run(statement, values));
+    }
+    std::vector<Outcome> run_all(const std::vector<database::Command>& commands) override {
+        std::vector<Outcome> outcomes = real_->run_all(commands);
+        for (std::size_t i = 0; i < outcomes.size(); ++i)
+            outcomes[i] = dated(commands[i].text(), std::move(outcomes[i]));
+        return outcomes;
+    }
+
+  private:
+    Outcome dated(std::string_view statement, Outcome outcome) {
+        if (statement != "select getdate()") return outcome;
         constexpr common::Moment day{{2026, 11, 21}, {10, 42, 0, 0}};
         const auto columns = std::make_shared<const database::Columns>(std::vector<std::string>{""});
         const database::Value now = clock_ != nullptr ? clock_->now() : day;
         return {database::Result(columns, {database::Row(columns, {now})}), 0};
     }
 
-  private:
     std::unique_ptr<database::Connection> real_;
     common::Clock* clock_ = nullptr;
 };

@@ -61,14 +61,6 @@ std::string transaction_word(tsql::Transaction::What what) {
     return {};
 }
 
-// Makes the last row of a query its first. Returns false if its order is not named.
-bool reverse_order(tsql::Select& select) {
-    if (select.order_by.empty() || select.top || select.next) return false;
-    for (tsql::Order& order : select.order_by)
-        order.descending = !order.descending;
-    return true;
-}
-
 // Errors carry their statement; those raised while it was translated do not know it yet.
 Error with_statement(const Error& error, std::string_view statement) {
     return {error.sqlstate(), error.what(),
@@ -86,15 +78,8 @@ EmbeddedConnection::~EmbeddedConnection() {
     if (log_file_ >= 0) ::close(log_file_);
 }
 
-std::optional<Row> EmbeddedConnection::last_row(const Sql& statement) {
-    std::vector<Row> rows = run(statement.text(), {}, true).result.release();
-    if (rows.empty()) return std::nullopt;
-    return std::move(rows.back());
-}
-
-Connection::Outcome EmbeddedConnection::run(std::string_view statement, const std::vector<Value>& values,
-                                            bool last_only) {
-    Request request{statement, values, last_only, std::move(spare_key_), std::move(spare_shape_)};
+Connection::Outcome EmbeddedConnection::run(std::string_view statement, const std::vector<Value>& values) {
+    Request request{statement, values, std::move(spare_key_), std::move(spare_shape_)};
     const struct GiveBack {
         EmbeddedConnection& to;
         Request& request;
@@ -161,9 +146,9 @@ EmbeddedConnection::Prepared* EmbeddedConnection::find(const std::string& key) {
 }
 
 EmbeddedConnection::Prepared* EmbeddedConnection::prepared_for(Request& request) {
-    const auto& [statement, given, last_only, key, shape, values] = request;
+    const auto& [statement, given, key, shape, values] = request;
     // Most statements with values beside them have no literals, and need not be scanned. No shape of a valid
-    // statement begins with "=" or "<".
+    // statement begins with "=".
     if (!given.empty()) {
         request.key.assign(1, '=').append(statement).append(1, '\n');
         for (const Value& value : given)
@@ -173,7 +158,7 @@ EmbeddedConnection::Prepared* EmbeddedConnection::prepared_for(Request& request)
     }
     tsql::read_shape(statement, given, request.shape);
     if (given.empty() || shape.values.size() != given.size()) {
-        request.key = last_only ? "<" + shape.text : shape.text;
+        request.key = shape.text;
         request.values = &shape.values;
         if (Prepared* prepared = find(key)) return prepared;
     }
@@ -191,7 +176,7 @@ EmbeddedConnection::Prepared* EmbeddedConnection::prepare(Request& request) {
     const tsql::Statement tree = tsql::Parser(request.statement, tokens, pinned).statement();
     if (define(tree, tokens.values)) return nullptr;
     Writer writer(catalog_, tokens.values, pinned);
-    const Translation made = translate(tree, writer, request.last_only);
+    const Translation made = translate(tree, writer);
 
     Prepared prepared;
     sqlite3_stmt* raw = nullptr;
@@ -233,14 +218,8 @@ bool EmbeddedConnection::define(const tsql::Statement& tree, const std::vector<V
         tree);
 }
 
-Translation EmbeddedConnection::translate(const tsql::Statement& tree, Writer& writer, bool last_only) {
-    const auto query = [&](tsql::Select& select) {
-        const bool reversed = last_only && reverse_order(select);
-        Translation made = writer.select(select);
-        if (reversed) made.sql += " LIMIT 1";
-        return made;
-    };
-    return std::visit(Cases{[&](const std::unique_ptr<tsql::Select>& s) { return query(*s); },
+Translation EmbeddedConnection::translate(const tsql::Statement& tree, Writer& writer) {
+    return std::visit(Cases{[&](const std::unique_ptr<tsql::Select>& s) { return writer.select(*s); },
                             [&](const tsql::Insert& s) { return writer.insert(s); },
                             [&](const tsql::Update& s) { return writer.update(s); },
                             [&](const tsql::Delete& s) { return writer.remove(s); },

@@ -44,10 +44,7 @@ class EmbeddedConnection final : public Connection {
     using MakeObserver = std::function<std::unique_ptr<StatementObserver>()>;
     static void observe_all(MakeObserver make) { make_observer_ = std::move(make); }
 
-    Outcome run(std::string_view statement, const std::vector<Value>& values) override {
-        return run(statement, values, false);
-    }
-    std::optional<Row> last_row(const Sql& statement) override;
+    Outcome run(std::string_view statement, const std::vector<Value>& values) override;
     // Syncs the file's log, and with it everything that was written since the last sync.
     void make_durable() override;
     // How long a statement may wait for another program and run; then Error HYT00. 30 s unless set.
@@ -69,7 +66,6 @@ class EmbeddedConnection final : public Connection {
     struct Request {
         std::string_view statement;
         const std::vector<Value>& given;
-        bool last_only;  // of a query's rows
         std::string key = {};
         tsql::Shape shape = {};
         const std::vector<Value>* values = nullptr;  // to be bound: those given, or the shape's
@@ -77,13 +73,12 @@ class EmbeddedConnection final : public Connection {
 
     void open(const std::filesystem::path& file, bool create);
     void prepare_engine(bool fresh);
-    Outcome run(std::string_view statement, const std::vector<Value>& values, bool last_only);
     Outcome run_once(Request& request);
     // Returns null for a statement that defines tables; it has been run by then.
     Prepared* prepared_for(Request& request);
     Prepared* find(const std::string& key);
     Prepared* prepare(Request& request);
-    Translation translate(const tsql::Statement& tree, Writer& writer, bool last_only);
+    Translation translate(const tsql::Statement& tree, Writer& writer);
     // Runs a statement that defines tables. Returns false if it defines none.
     bool define(const tsql::Statement& tree, const std::vector<Value>& values);
     Prepared* keep(Prepared prepared);
