@@ -1,19 +1,11 @@
 // The checks of schema, settings, stores, drawers and users.
-#include <stdlib.h>
-
-#include <filesystem>
-#include <system_error>
-
 #include "admin/checks.h"
-#include "admin/rows.h"
 #include "common/numbers.h"
 #include "common/text.h"
-#include "database/embedded/open.h"
 #include "database/schema/schema.h"
 
 namespace admin {
 
-namespace fs = std::filesystem;
 using database::Connection;
 using database::Sql;
 
@@ -31,40 +23,6 @@ std::string_view without_table(std::string_view table) {
                "which the cashier is told after printing";
     }
     return "the tills work without it, as versions before it did";
-}
-
-// A temporary shop of this version to compare with.
-class PatternShop {
-  public:
-    PatternShop() {
-        std::string pattern = (fs::temp_directory_path() / "tallvex-check-XXXXXX").string();
-        if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        folder_ = pattern;
-        connection_ = database::open_embedded(folder_ / "pattern.db", true);
-        database::create_base_schema(*connection_);
-        database::run_upgrade_list(*connection_);
-    }
-    ~PatternShop() {
-        connection_.reset();
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-    }
-    PatternShop(const PatternShop&) = delete;
-    PatternShop& operator=(const PatternShop&) = delete;
-    Connection& connection() { return *connection_; }
-
-  private:
-    fs::path folder_;
-    std::unique_ptr<Connection> connection_;
-};
-
-std::vector<std::string> columns_of(Connection& connection, const std::string& table) {
-    try {
-        return connection.describe(table).columns;
-    } catch (const database::Error& error) {
-        if (error.is_connection_lost()) throw;
-        return {};
-    }
 }
 
 class SettingsCheck {
@@ -156,30 +114,18 @@ class SettingsCheck {
 
 Findings check_schema(Connection& connection) {
     Findings findings;
-    PatternShop pattern;
-    std::size_t tables = 0;
-    for (const std::string& table : pattern.connection().tables()) {
-        ++tables;
-        const auto there = columns_of(connection, table);
-        if (there.empty() && table.starts_with("till_")) {
-            findings.push_back({Verdict::note, "schema",
-                                "the table " + table + " is missing; " + std::string(till_may_create) +
-                                    std::string(without_table(table))});
-            continue;
-        }
-        if (there.empty()) {
-            findings.push_back({Verdict::wrong, "schema",
-                                "the table " + table + " is missing; " + std::string(add_or_restore)});
-            continue;
-        }
-        for (const std::string& column : pattern.connection().describe(table).columns) {
-            if (find_column(there, column)) continue;
+    for (const database::Missing& missing : database::missing_parts(connection)) {
+        const std::string what =
+            missing.column.empty() ? "the table " + missing.table + " is missing; "
+                                   : "the table " + missing.table + " has no column " + missing.column + "; ";
+        if (missing.is_optional() && missing.column.empty())
             findings.push_back(
-                {Verdict::wrong, "schema",
-                 "the table " + table + " has no column " + column + "; " + std::string(add_or_restore)});
-        }
+                {Verdict::note, "schema",
+                 what + std::string(till_may_create) + std::string(without_table(missing.table))});
+        else
+            findings.push_back({Verdict::wrong, "schema", what + std::string(add_or_restore)});
     }
-    if (findings.empty()) findings.push_back({Verdict::good, "schema", std::to_string(tables) + " tables"});
+    if (findings.empty()) findings.push_back({Verdict::good, "schema", "every table and column is there"});
     return findings;
 }
 

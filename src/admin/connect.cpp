@@ -44,6 +44,9 @@ void run(const Options& options, bool with_encryption, Tool& tool) {
     const auto folder = named ? startup::named_home().value_or(tool.folder) : tool.shop;
     Place place = named ? options.place : read_place(folder);  // refuses a folder without a shop
     place.encryption = named || with_encryption ? options.place.encryption : place.encryption;
+    if (with_encryption && is_embedded(place))
+        throw Refused(
+            "the shop is in a file: nothing of it goes over a network that --encryption could encrypt");
     const std::string password = options.keep_password ? ask_login_password(tool) : std::string();
     if (named || with_encryption) write_place(folder, place);
     if (named) write_shop_files(folder);

@@ -9,13 +9,15 @@
 #include "admin/shop.h"
 #include "admin/tool.h"
 #include "common/text.h"
+#include "database/bulk_insert.h"
 #include "database/schema/schema.h"
 
 namespace admin {
 
+using database::BulkRows;
 using database::Connection;
+using database::Error;
 using database::Sql;
-using database::Value;
 
 namespace {
 
@@ -41,6 +43,8 @@ std::int64_t count_of(Connection& connection, const std::string& table) {
 }
 
 class TableCopy {
+    using Write = std::function<void(const database::Result&)>;
+
   public:
     TableCopy(Connection& source, Connection& target, std::string table)
         : source_(source), target_(target), table_(std::move(table)), columns_(source.describe(table_)) {}
@@ -49,7 +53,7 @@ class TableCopy {
         Connection::Table there;
         try {
             there = target_.describe(table_);
-        } catch (const database::Error& error) {
+        } catch (const Error& error) {
             if (error.is_connection_lost()) throw;
         }
         if (there.columns.empty()) {
@@ -65,24 +69,52 @@ class TableCopy {
         }
     }
 
+    // Copies all rows, or says which row the target refuses.
     void copy(std::int64_t rows, const std::function<void()>& each_row) {
-        database::Transaction transaction(target_);
-        const std::string column = rows > rows_at_once ? slicing_column() : std::string();
-        if (column.empty()) {
-            write(source_.query(on("select * from ", table_)), each_row);
-        } else {
-            copy_slices(bracketed(column), each_row);
+        if (rows == 0) return;
+        try {
+            copy(rows, BulkRows::many, each_row);
+        } catch (const Error& error) {
+            if (error.kind() != Error::Kind::other) throw;
+            copy(rows, BulkRows::one, [] {});
         }
-        transaction.commit();
     }
 
   private:
+    void copy(std::int64_t rows, BulkRows at_once, const std::function<void()>& each_row) {
+        const std::string column = rows > rows_at_once ? slicing_column() : std::string();
+        std::optional<database::BulkInsert> target;
+        std::int64_t number = 0;
+        const Write write = [&](const database::Result& read) {
+            if (!target) target.emplace(target_, insert_into(read.columns()), read.columns().size(), at_once);
+            for (const auto& row : read) {
+                ++number;
+                try {
+                    target->add(row.cells());
+                } catch (const Error& error) {
+                    if (at_once == BulkRows::many || error.kind() != Error::Kind::other) throw;
+                    throw Refused("row " + std::to_string(number) + " of the table " + table_ +
+                                  " is refused there: " + error.what());
+                }
+                each_row();
+            }
+        };
+        database::Transaction transaction(target_);
+        if (column.empty()) {
+            write(source_.query(on("select * from ", table_)));
+        } else {
+            copy_slices(bracketed(column), write);
+        }
+        if (target) target->finish();
+        transaction.commit();
+    }
+
     std::string definition(std::size_t column) const {
         return bracketed(columns_.columns[column]) + " " + columns_.types[column] + " null";
     }
 
-    void copy_slices(const std::string& column, const std::function<void()>& each_row) {
-        write(source_.query(on("select * from ", table_, " where " + column + " is null")), each_row);
+    void copy_slices(const std::string& column, const Write& write) {
+        write(source_.query(on("select * from ", table_, " where " + column + " is null")));
         const auto values =
             source_.query(on("select " + column + ",count(*) as n from ", table_,
                              " where " + column + " is not null group by " + column + " order by " + column));
@@ -96,8 +128,7 @@ class TableCopy {
             }
             write(source_
                       .run(slice, {values.rows()[first].cells().front(), values.rows()[last].cells().front()})
-                      .result,
-                  each_row);
+                      .result);
             first = last + 1;
         }
     }
@@ -109,19 +140,11 @@ class TableCopy {
         return {};
     }
 
-    void write(const database::Result& rows, const std::function<void()>& each_row) {
+    Sql insert_into(const std::vector<std::string>& columns) const {
         std::string names;
-        std::string marks;
-        for (const std::string& name : rows.columns()) {
+        for (const std::string& name : columns)
             names += (names.empty() ? "" : ",") + bracketed(name);
-            marks += marks.empty() ? "?" : ",?";
-        }
-        const std::string insert =
-            on("insert into ", table_, " (" + names + ") values (" + marks + ")").text();
-        for (const auto& row : rows) {
-            target_.run(insert, row.cells());
-            each_row();
-        }
+        return on("insert into ", table_, " (" + names + ")");
     }
 
     Connection& source_;

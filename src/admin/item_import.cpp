@@ -10,11 +10,15 @@
 #include "common/code_page.h"
 #include "common/files.h"
 #include "common/text.h"
+#include "database/bulk_insert.h"
 
 namespace admin {
 
+using database::BulkInsert;
+using database::BulkRows;
 using database::Connection;
 using database::Null;
+using database::Sql;
 using database::TextLimits;
 using database::Value;
 
@@ -44,8 +48,8 @@ KnownGoods known_goods(Connection& connection) {
 // The codes of makers or groups by name. A new name gets the next code and a row.
 class Names {
   public:
-    Names(Connection& connection, const database::Result& rows, database::Fragment insert)
-        : connection_(connection), insert_(insert) {
+    Names(Connection& connection, const database::Result& rows, const Sql& head, BulkRows at_once)
+        : insert_(connection, head, 2, at_once) {
         for (const auto& row : rows) {
             codes_.emplace(row.text("name"), row.integer("code"));
             last_ = std::max(last_, row.integer("code"));
@@ -55,13 +59,13 @@ class Names {
     Value code_of(const std::string& name) {
         if (name.empty()) return Null{};
         const auto [found, is_new] = codes_.emplace(name, last_ + 1);
-        if (is_new) connection_.execute(insert_, {Value(++last_), Value(name)});
+        if (is_new) insert_.add({Value(++last_), Value(name)});
         return found->second;
     }
+    void finish() { insert_.finish(); }
 
   private:
-    Connection& connection_;
-    database::Fragment insert_;
+    BulkInsert insert_;
     std::map<std::string, std::int64_t> codes_;
     std::int64_t last_ = 0;
 };
@@ -72,13 +76,21 @@ Value or_null(const std::optional<double>& number) {
 
 class Writer {
   public:
-    Writer(Connection& connection, const common::Moment& now)
-        : connection_(connection),
-          now_(now),
+    Writer(Connection& connection, const common::Moment& now, BulkRows at_once)
+        : now_(now),
           makers_(connection, connection.query("select code,[name] from makers"),
-                  "insert into makers (code,[name]) values (?,?)"),
+                  Sql("insert into makers (code,[name])"), at_once),
           groups_(connection, connection.query("select code,[name] from item_types"),
-                  "insert into item_types (code,[name]) values (?,?)"),
+                  Sql("insert into item_types (code,[name])"), at_once),
+          items_(connection,
+                 Sql("insert into items (code,[name],fact,itype,[desc],mquan,sale_only,num2,num3,[stop],num1,"
+                     "price11,price12,price13,price14,price15,price21,price22,price23,price24,price25,"
+                     "price31,price32,price33,price34,price35)"),
+                 26, at_once),
+          barcodes_(connection, Sql("insert into barcode (bar,code,scode)"), 3, at_once),
+          stock_(connection, Sql("insert into stk (icode,stcode,quan,edate)"), 4, at_once),
+          opening_(connection, Sql("insert into stk_f_q (icode,stcode,quan,edate,[date],f_q,B_no)"), 7,
+                   at_once),
           store_(database::integer_of(connection.scalar("select st_d from basic"))) {}
 
     void write(const ItemLine& item, ImportOutcome& outcome) {
@@ -86,21 +98,24 @@ class Writer {
         ++outcome.items;
         for (std::size_t unit = 0; unit < item.barcodes.size(); ++unit) {
             for (const std::string& barcode : item.barcodes[unit]) {
-                connection_.execute(
-                    "insert into barcode (bar,code,scode) values (?,?,?)",
-                    {Value(barcode), Value(item.code), Value(static_cast<std::int64_t>(unit) + 1)});
+                barcodes_.add({Value(barcode), Value(item.code), Value(static_cast<std::int64_t>(unit) + 1)});
                 ++outcome.barcodes;
             }
         }
         if (!item.stock) return;
-        connection_.execute("insert into stk (icode,stcode,quan,edate) values (?,?,?,?)",
-                            {Value(item.code), Value(item.store.value_or(store_)), Value(*item.stock),
-                             Value(common::Moment{item.expiry, {}})});
-        connection_.execute(
-            "insert into stk_f_q (icode,stcode,quan,edate,[date],f_q,B_no) values (?,?,?,?,?,1,'opening')",
-            {Value(item.code), Value(item.store.value_or(store_)), Value(*item.stock),
-             Value(common::Moment{item.expiry, {}}), Value(now_)});
+        const std::vector<Value> batch = {Value(item.code), Value(item.store.value_or(store_)),
+                                          Value(*item.stock), Value(common::Moment{item.expiry, {}})};
+        stock_.add(batch);
+        opening_.add({batch[0], batch[1], batch[2], batch[3], Value(now_), Value(std::int64_t{1}),
+                      Value(std::string("opening"))});
         ++outcome.batches;
+    }
+
+    void finish() {
+        makers_.finish();
+        groups_.finish();
+        for (BulkInsert* table : {&items_, &barcodes_, &stock_, &opening_})
+            table->finish();
     }
 
   private:
@@ -113,25 +128,64 @@ class Writer {
                                     or_null(item.minimum),
                                     Value(std::int64_t{item.service ? 1 : 0}),
                                     or_null(item.pack),
-                                    or_null(item.carton)};
+                                    or_null(item.carton),
+                                    Value(std::int64_t{0}),
+                                    Value(std::int64_t{1})};
         for (const auto& unit : item.prices) {
             for (const double price : unit)
                 cells.emplace_back(price);
         }
-        connection_.execute(
-            "insert into items (code,[name],fact,itype,[desc],mquan,[stop],sale_only,num1,num2,num3,"
-            "price11,price12,price13,price14,price15,price21,price22,price23,price24,price25,"
-            "price31,price32,price33,price34,price35) "
-            "values (?,?,?,?,?,?,0,?,1,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
-            cells);
+        items_.add(std::move(cells));
     }
 
-    Connection& connection_;
     common::Moment now_;
     Names makers_;
     Names groups_;
+    BulkInsert items_;
+    BulkInsert barcodes_;
+    BulkInsert stock_;
+    BulkInsert opening_;
     std::int64_t store_;
 };
+
+// Writes all lines or, after an error, none.
+void write(Connection& connection, const ItemFile& file, BulkRows at_once, Tool& tool,
+           ImportOutcome& outcome) {
+    Progress progress(tool, "writing", file.lines.size());
+    database::Transaction transaction(connection);
+    common::Moment now = tool.clock.now();
+    now.time.millisecond = 0;  // moments in statements are whole seconds
+    Writer writer(connection, now, at_once);
+    for (const ItemLine& item : file.lines) {
+        try {
+            writer.write(item, outcome);
+        } catch (const database::Error& error) {
+            if (at_once == BulkRows::one && error.kind() == database::Error::Kind::other)
+                outcome.problems.push_back({item.line, std::string("the database says: ") + error.what()});
+            throw;
+        }
+        progress.step();
+    }
+    writer.finish();
+    transaction.commit();
+    connection.make_durable();
+}
+
+// Writes all lines, or finds the one that the database refuses.
+void write(Connection& connection, const ItemFile& file, Tool& tool, ImportOutcome& outcome) {
+    try {
+        write(connection, file, BulkRows::many, tool, outcome);
+        return;
+    } catch (const database::Error& error) {
+        if (error.kind() != database::Error::Kind::other) throw;
+    }
+    outcome.items = outcome.barcodes = outcome.batches = 0;
+    try {
+        write(connection, file, BulkRows::one, tool, outcome);
+    } catch (const database::Error&) {
+        if (outcome.problems.empty()) throw;
+    }
+}
 
 }  // namespace
 
@@ -145,17 +199,7 @@ ImportOutcome import_items(Connection& connection, std::string_view csv, Tool& t
     outcome.problems = std::move(file.problems);
     outcome.notes = std::move(file.notes);
     if (!outcome.problems.empty()) return outcome;
-    Progress progress(tool, "writing", file.lines.size());
-    database::Transaction transaction(connection);
-    common::Moment now = tool.clock.now();
-    now.time.millisecond = 0;  // moments in statements are whole seconds
-    Writer writer(connection, now);
-    for (const ItemLine& item : file.lines) {
-        writer.write(item, outcome);
-        progress.step();
-    }
-    transaction.commit();
-    connection.make_durable();
+    write(connection, file, tool, outcome);
     return outcome;
 }
 

@@ -123,6 +123,7 @@ class Reader {
                               std::to_string(header_.size())};
             }
             file_.lines.push_back(read_item());
+            file_.lines.back().line = csv_.line();
             note(file_.lines.back());
         } catch (const BadLine& bad) {
             problem(csv_.line(), bad.reason);

@@ -17,6 +17,7 @@
 namespace admin {
 
 struct ItemLine {
+    std::size_t line = 0;  // of the file
     std::int64_t code = 0;
     std::string name;
     std::string maker;  // may be empty

@@ -7,6 +7,7 @@
 
 #include "common/text.h"
 #include "database/embedded/open.h"
+#include "database/schema/schema.h"
 #include "database/sqlserver/encryption.h"
 #include "startup/connection_file.h"
 #include "startup/shop_files.h"
@@ -195,6 +196,18 @@ bool has_tables(Connection& connection) {
     }
 }
 
+// The upgrade list ignores its failures, so a login without the right to alter tables goes unnoticed.
+void refuse_incomplete(Connection& connection) {
+    std::string names;
+    for (const database::Missing& missing : database::missing_parts(connection))
+        names += "\n  " + missing.name();
+    if (!names.empty())
+        throw Refused(
+            "the server did not create all of it; use a login that may create and alter tables. "
+            "These tables and columns are missing:" +
+            names + "\n");
+}
+
 void make_on_server(const fs::path& folder, const Place& place, const Fill& fill) {
     const auto connection = open_place(folder, place);
     const std::string where = "the database " + place.database + " on " + place.server;
@@ -207,6 +220,7 @@ void make_on_server(const fs::path& folder, const Place& place, const Fill& fill
     try {
         fill(*connection);
         connection->make_durable();
+        refuse_incomplete(*connection);
     } catch (const std::exception& error) {
         throw Refused(std::string("the shop was not finished: ") + error.what() + "; drop " + where +
                       ", create it empty and try again");

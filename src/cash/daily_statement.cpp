@@ -146,18 +146,25 @@ Sql count_of(const Source& source, const common::Date& day) {
            " <= " + quoted(common::Moment{day, {23, 59, 59, 0}}) + source.condition;
 }
 
-// The condition that a store's code is none of the shop's (there is at least one), as ranges between their
-// codes: an index of the movements by store then finds that there are none, without reading those of a
-// million invoices.
-Sql unknown_store(const Source& source, const std::vector<std::int64_t>& stores) {
-    Sql condition = Sql("(") + source.store + " is null";
-    condition = condition + " or " + source.store + " < " + stores.front();
+// The conditions under which a store's code is none of the shop's (there is at least one), as ranges between
+// their codes: an index of the movements by store then finds that there are none, without reading those of a
+// million invoices. No row meets two of them. An expression may not be nested deeper than the engines allow,
+// so each holds so many ranges.
+std::vector<Sql> unknown_stores(const Source& source, const std::vector<std::int64_t>& stores) {
+    constexpr std::size_t most_ranges = 200;
+    std::vector<Sql> conditions = {Sql(source.store) + " is null or " + source.store + " < " +
+                                   stores.front() + " or " + source.store + " > " + stores.back()};
+    std::size_t ranges = 2;
     for (std::size_t i = 1; i < stores.size(); ++i) {
-        condition = condition + " or (" + source.store + " > " + stores[i - 1] + " and " + source.store +
-                    " < " + stores[i] + ")";
+        if (stores[i] <= stores[i - 1] + 1) continue;
+        const Sql range = Sql("(") + source.store + " > " + stores[i - 1] + " and " + source.store + " < " +
+                          stores[i] + ")";
+        if (ranges++ % most_ranges == 0)
+            conditions.push_back(range);
+        else
+            conditions.back() += Sql(" or ") + range;
     }
-    condition = condition + " or " + source.store + " > " + stores.back();
-    return condition + ")";
+    return conditions;
 }
 
 // The number of cash movements of a day that name a deleted or wrong drawer or none at all, in the chosen
@@ -170,8 +177,10 @@ std::int64_t count_stray_movements(database::Connection& connection, const std::
             found += database::integer_of(connection.scalar(
                 count_of(source, day) + " and cash.code is null and " + source.store + " = " + store));
         }
-        found += database::integer_of(
-            connection.scalar(count_of(source, day) + " and " + unknown_store(source, stores)));
+        for (const Sql& condition : unknown_stores(source, stores)) {
+            found +=
+                database::integer_of(connection.scalar(count_of(source, day) + " and (" + condition + ")"));
+        }
     }
     return found;
 }

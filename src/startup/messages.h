@@ -54,6 +54,13 @@ inline constexpr std::string_view no_driver = "برنامج الاتصال با�
 inline constexpr std::string_view connection_lost = "انقطع الاتصال بقاعدة البيانات";
 // The settings row is missing.
 inline constexpr std::string_view settings_missing = "بيانات الاعدادات غير موجودة في قاعدة البيانات";
+// The database on the server is incomplete, so some screens may not work; the program cannot run on it. Tell
+// the person in charge. Followed by what is missing, line by line, and by the number of what is not listed.
+inline constexpr std::string_view schema_incomplete =
+    "قاعدة البيانات على الخادم ناقصة، وقد لا تعمل بعض الشاشات. أبلغ المسئول. ينقصها:";
+inline constexpr std::string_view schema_unusable =
+    "لا يمكن تشغيل البرنامج لأن قاعدة البيانات على الخادم ناقصة. أبلغ المسئول. ينقصها:";
+inline constexpr std::string_view and_others = "وغير ذلك: ";
 // No copy of the shop could be made before the update, so it was not updated. Make room on the disk, then
 // start the program again.
 inline constexpr std::string_view no_copy_before_update =

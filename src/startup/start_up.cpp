@@ -49,7 +49,7 @@ bool StartUp::run(const ShowSignIn& show_sign_in) {
         progress("computer name " + session_.computer_name);
         if (!check_version()) return false;
         update_shop();
-        if (!claim_cash_point()) return false;
+        if (!check_schema() || !claim_cash_point()) return false;
         progress("sign-in");
         show_sign_in(*connection_, session_);
         leave_cash_point();

@@ -75,6 +75,7 @@ class StartUp {
     void set_clock();
     bool check_version();
     void update_shop();
+    bool check_schema();
     void stamp_and_upgrade();
     void keep_copy();
     void fail(const std::string& cause, const std::string& reason, bool server_missing);

@@ -1,4 +1,5 @@
 // How a start compares its version with the shop's and brings the shop up to date.
+#include <algorithm>
 #include <cctype>
 
 #include "backup/automatic.h"
@@ -56,6 +57,38 @@ void StartUp::update_shop() {
         stamp_and_upgrade();
     }
     connection_->make_durable();
+}
+
+// The upgrade list ignores its failures. So a login that may not alter tables, or a server that does not know
+// a statement, leaves a shop in which screens would fail one by one. Returns false, after saying so, if the
+// till cannot work at all.
+bool StartUp::check_schema() {
+    if (source_.is_embedded()) return true;
+    std::vector<database::Missing> missing;
+    try {
+        missing = database::missing_parts(*connection_);
+    } catch (const database::Error& error) {
+        if (error.is_connection_lost()) throw;
+        progress(std::string("the schema was not compared: ") + error.what());
+    }
+    std::erase_if(missing, [](const database::Missing& one) { return one.is_optional(); });
+    if (missing.empty()) return true;
+    const bool goes_on = std::none_of(missing.begin(), missing.end(),
+                                      [](const database::Missing& one) { return one.is_needed(); });
+    std::stable_partition(missing.begin(), missing.end(),
+                          [](const database::Missing& one) { return one.is_needed(); });
+    constexpr std::size_t most_shown = 6;
+    std::string shown(goes_on ? message::schema_incomplete : message::schema_unusable);
+    std::string all;
+    for (std::size_t i = 0; i < missing.size(); ++i) {
+        all += " " + missing[i].name();
+        if (i < most_shown) shown += "\n\u200E" + missing[i].name();
+    }
+    if (missing.size() > most_shown)
+        shown += "\n" + std::string(message::and_others) + std::to_string(missing.size() - most_shown);
+    services_.log.log_event("missing in the database:" + all, failure_log_code);
+    services_.prompts.message(shown, goes_on ? Icon::exclamation : Icon::critical);
+    return goes_on;
 }
 
 // Copies the shop as it was before the update, beside it, and keeps the last copies.

@@ -81,7 +81,8 @@ bool is_this_machine(std::string_view server, std::string_view computer_name) {
     computer_name = common::trim(computer_name);
     if (common::equal_ignoring_case(server, computer_name)) return !computer_name.empty();
     const std::string host = database::parse_data_source(server).host;
-    if (common::equal_ignoring_case(host, "localhost")) return true;
+    if (common::equal_ignoring_case(host, "localhost") || host == "::1" || host.starts_with("127."))
+        return true;
     if (host.empty() || computer_name.empty()) return false;
     if (common::equal_ignoring_case(host, computer_name)) return true;
     // One of the two may have its domain. The first part of an address is no name.

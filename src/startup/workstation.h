@@ -23,7 +23,8 @@ std::filesystem::path program_folder();
 std::string computer_name();
 
 // Returns true if a server text names this computer: "PC1", "PC1\\SQLEXPRESS", "PC1,1533", "tcp:PC1" or
-// "pc1.shop.lan" on the computer PC1, and everywhere ".", "(local)" and "localhost".
+// "pc1.shop.lan" on the computer PC1, and everywhere ".", "(local)", "localhost" and an
+// address of the machine itself (127.…, ::1).
 bool is_this_machine(std::string_view server, std::string_view computer_name);
 
 // The cash-point number of a command line: its first character as a digit, or 0 if it is not one.

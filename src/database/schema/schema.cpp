@@ -5,6 +5,7 @@
 
 #include "common/text.h"
 #include "database/recordset.h"
+#include "database/tsql/scanner.h"
 
 namespace database {
 
@@ -34,6 +35,18 @@ void ignoring_failure(Operation operation) {
         operation();
     } catch (const Error& error) {
         if (error.is_connection_lost() || error.kind() == Error::Kind::disk_full) throw;
+    }
+}
+
+// Runs a statement of the list. Servers that do not know all of its words number their errors in ways of
+// their own, so the SQLSTATE decides.
+void run_entry(Connection& connection, std::string_view statement) {
+    try {
+        connection.run(statement, {});
+    } catch (const Error& error) {
+        if (error.sqlstate() != "42000") throw;
+        for (const std::string& simpler : simpler_statements(statement))
+            ignoring_failure([&] { connection.run(simpler, {}); });
     }
 }
 
@@ -75,10 +88,53 @@ void run_upgrade_list(Connection& connection) {
             if (entry.procedure != nullptr)
                 entry.procedure(connection);
             else
-                connection.run(entry.statement, {});
+                run_entry(connection, entry.statement);
         });
     for (const Fragment table : till_tables)
         ignoring_failure([&] { connection.execute(table); });
+}
+
+void for_each_definition(const std::function<void(std::string_view)>& take) {
+    std::string_view script = base_schema_text;
+    for (std::string statement = next_statement(script); !statement.empty();
+         statement = next_statement(script))
+        take(statement);
+    for (const UpgradeEntry& entry : upgrade_entries())
+        if (entry.procedure == nullptr) take(entry.statement);
+    for (const Fragment table : till_tables)
+        take(table.text());
+}
+
+std::vector<std::string> simpler_statements(std::string_view statement) {
+    using Kind = tsql::Token::Kind;
+    const std::vector<tsql::Token> tokens = tsql::tokenize(statement, {}).list;
+    const auto is_word = [&](std::size_t at, std::string_view word) {
+        return at < tokens.size() && tokens[at].kind == Kind::name && tokens[at].lower == word;
+    };
+    std::size_t at = 2;  // behind the table's name, which may have "dbo." before it
+    while (at < tokens.size() && !is_word(at, "add") && !is_word(at, "alter"))
+        ++at;
+    if (!is_word(0, "alter") || at + 1 >= tokens.size()) return {};
+    if (is_word(at, "alter")) {
+        const std::size_t last = tokens.size() - 2;
+        if (!is_word(last, "null") || is_word(last - 1, "not")) return {};
+        return {std::string(statement.substr(0, tokens[last].begin))};
+    }
+    const std::size_t first = tokens[at + 1].begin;
+    std::vector<std::string> simpler;
+    std::size_t begin = first;
+    int depth = 0;
+    for (const tsql::Token& token : tokens) {
+        if (token.kind == Kind::symbol && token.text == "(") ++depth;
+        if (token.kind == Kind::symbol && token.text == ")") --depth;
+        const bool is_end = token.kind == Kind::end;
+        if (!is_end && (depth > 0 || token.kind != Kind::symbol || token.text != ",")) continue;
+        simpler.push_back(std::string(statement.substr(0, first)) +
+                          std::string(statement.substr(begin, token.begin - begin)));
+        begin = token.begin + 1;
+    }
+    if (simpler.size() == 1) simpler.clear();
+    return simpler;
 }
 
 std::string schema_text(Connection& connection) {

@@ -1,9 +1,11 @@
 // The base schema of a new shop and the upgrade list that brings any shop up to date.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "database/connection.h"
 
@@ -19,6 +21,27 @@ void run_upgrade_list(Connection& connection);
 
 // Tables and columns of a shop with their types, without the scratch tables that the list makes anew.
 std::string schema_text(Connection& connection);
+
+// A table of this version's schema that a shop does not have, or a column of it.
+struct Missing {
+    std::string table;
+    std::string column;  // empty if the whole table is missing
+
+    std::string name() const { return column.empty() ? table : table + "." + column; }
+    // Returns true for a table without which nobody can sign in or sell.
+    bool is_needed() const;
+    // Returns true for a table of the tills' own, without which they work as well.
+    bool is_optional() const { return table.starts_with("till_"); }
+};
+// Compares a shop with what a new one has, in the order of the tables' names.
+std::vector<Missing> missing_parts(Connection& connection);
+
+// The statements that make a new shop, in their order: base schema, upgrade list, tables of the tills.
+void for_each_definition(const std::function<void(std::string_view)>& take);
+
+// A failed entry of the list in the words of a server that knows less of the language: columns are added one
+// by one, and a column is altered without NULL. Empty if there are no other words.
+std::vector<std::string> simpler_statements(std::string_view statement);
 
 // An entry of the list: a statement or a procedure.
 struct UpgradeEntry {
