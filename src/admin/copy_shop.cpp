@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <numeric>
+#include <optional>
 
 #include "admin/rows.h"
 #include "admin/shop.h"
@@ -38,8 +40,15 @@ Sql on(const std::string& before, std::string_view table, const std::string& aft
     return Sql::from_administrator(before + bracketed(table) + after);
 }
 
-std::int64_t count_of(Connection& connection, const std::string& table) {
-    return database::integer_of(connection.scalar(on("select count(*) from ", table)));
+// The number of rows of each table.
+std::vector<std::int64_t> counts_of(Connection& connection, const std::vector<std::string>& tables) {
+    std::vector<database::Command> questions;
+    for (const std::string& table : tables)
+        questions.emplace_back(on("select count(*) from ", table));
+    std::vector<std::int64_t> counts;
+    for (const auto& answer : connection.run_all(questions))
+        counts.push_back(database::integer_of(answer.result.front().cells().front()));
+    return counts;
 }
 
 class TableCopy {
@@ -159,11 +168,8 @@ CopyOutcome copy_shop(Connection& source, Connection& target, Tool& tool) {
     CopyOutcome outcome;
     database::create_base_schema(target);
     const std::vector<std::string> tables = source.tables();
-    std::vector<std::int64_t> counts;
-    for (const std::string& table : tables) {
-        counts.push_back(count_of(source, table));
-        outcome.rows += counts.back();
-    }
+    const std::vector<std::int64_t> counts = counts_of(source, tables);
+    outcome.rows = std::accumulate(counts.begin(), counts.end(), std::int64_t{0});
     Progress progress(tool, "rows", static_cast<std::size_t>(outcome.rows));
     const auto each_row = [&progress] { progress.step(); };
     // The upgrade list runs before there are rows that it would change. The columns that it adds for each
@@ -175,12 +181,12 @@ CopyOutcome copy_shop(Connection& source, Connection& target, Tool& tool) {
         copy.copy(counts[i], each_row);
     }
     target.make_durable();
-    for (const std::string& table : tables) {
-        const std::int64_t here = count_of(source, table);
-        const std::int64_t there = count_of(target, table);
-        if (here != there) {
-            outcome.differences.push_back(table + ": " + std::to_string(here) + " rows here, " +
-                                          std::to_string(there) + " there");
+    const std::vector<std::int64_t> here = counts_of(source, tables);
+    const std::vector<std::int64_t> there = counts_of(target, tables);
+    for (std::size_t i = 0; i < tables.size(); ++i) {
+        if (here[i] != there[i]) {
+            outcome.differences.push_back(tables[i] + ": " + std::to_string(here[i]) + " rows here, " +
+                                          std::to_string(there[i]) + " there");
         }
     }
     outcome.tables = tables.size();

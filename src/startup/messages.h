@@ -5,6 +5,11 @@
 
 namespace startup::message {
 
+// The cash point is wrong: the program takes one number from 0 to 9. Correct it in the icon's command, or
+// CASH_POINT in till.conf. Followed by the words that were given, on a line of their own.
+inline constexpr std::string_view wrong_cash_point =
+    "رقم نقطة البيع غير صحيح. يقبل البرنامج رقما واحدا من 0 إلى 9. صحح الرقم في أمر الأيقونة أو "
+    "CASH_POINT في الملف till.conf. المكتوب الآن:\n\u200E";
 // The database path is not correct.
 inline constexpr std::string_view wrong_path = "مسار قاعدة البيانات غير صحيح ";
 // The program cannot run because its version differs; the current version is dated ...

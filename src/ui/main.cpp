@@ -1,4 +1,6 @@
 // The program: start-up, sign-in, the sales window.
+#include <unistd.h>
+
 #include <QApplication>
 #include <QEvent>
 #include <QIcon>
@@ -14,6 +16,8 @@
 #include "common/clock.h"
 #include "common/file_devices.h"
 #include "common/files.h"
+#include "common/text.h"
+#include "startup/messages.h"
 #include "startup/shop_files.h"
 #include "startup/start_up.h"
 #include "startup/workstation.h"
@@ -89,10 +93,16 @@ class EndAtSignIn final : public QObject {
     }
 };
 
+bool is_set(const char* variable) {
+    return !qEnvironmentVariableIsEmpty(variable);
+}
+// Returns true on a desktop.
+bool has_desktop() {
+    return is_set("DISPLAY") || is_set("WAYLAND_DISPLAY");
+}
 // Returns false if there is no display. Qt would then end the program with a core dump.
 bool has_screen() {
-    const auto is_set = [](const char* variable) { return !qEnvironmentVariableIsEmpty(variable); };
-    return is_set("DISPLAY") || is_set("WAYLAND_DISPLAY") || is_set("QT_QPA_PLATFORM");
+    return has_desktop() || is_set("QT_QPA_PLATFORM");
 }
 
 void show_full_screen(QWidget& window) {
@@ -111,10 +121,25 @@ void set_up(QApplication& application) {
         application.installEventFilter(new EndAtSignIn(&application));
 }
 
+// Says in a box that the command line is wrong: who started the till from an icon sees no other output.
+void show_wrong_arguments(int argc, char** argv) {
+    std::string words;
+    for (int i = 1; i < argc; ++i)
+        words += (i == 1 ? "" : " ") + std::string(argv[i]);
+    QApplication application(argc, argv);
+    set_up(application);
+    ui::ScreenPrompts().message(std::string(startup::message::wrong_cash_point) + common::printable(words),
+                                common::Icon::critical);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (const auto code = handle_arguments(argc, argv)) return *code;
+    if (const auto code = handle_arguments(argc, argv)) {
+        if (*code == wrong_command_line && has_desktop() && isatty(STDERR_FILENO) == 0)
+            show_wrong_arguments(argc, argv);
+        return *code;
+    }
     if (!has_screen()) {
         std::fputs("tallvex: there is no display to show the till on (DISPLAY is not set)\n", stderr);
         return 1;

@@ -4,6 +4,7 @@
 #include "admin/checks.h"
 #include "admin/shop.h"
 #include "admin/workbench.h"
+#include "support/tds_bytes.h"
 
 namespace {
 
@@ -104,7 +105,9 @@ TEST(Check, NamesWhyItCannotLook) {
          "WRONG  version file: ", "ok     stock: "},
         {"a silent server",
          [](Workbench& b) {
-             b.run({"connect", "--server", "127.0.0.1", "--database", "x", "--keep-password"}, "p\n");
+             b.run({"connect", "--server", "127.0.0.1," + std::to_string(test::tds::unused_port()),
+                    "--database", "x", "--keep-password"},
+                   "p\n");
          },
          "look whether the server is on", ""},
         {"no password of the login",

@@ -49,6 +49,18 @@ TEST(CopyShop, ManyRowsGoInSlices) {
     EXPECT_EQ(there.out, "n,s,d\r\n50001,50001,42858\r\n");
 }
 
+TEST(CopyShop, NamesTheRowThatIsRefused) {
+    Workbench bench;
+    bench.make_shop();
+    bench.sql("drop table makers");
+    bench.sql("create table makers (code int null,[name] nvarchar(100) null)");
+    bench.sql("insert into makers (code) values (1),(2),(1),(3)");
+    const auto run = bench.run({"copy-shop", "other"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_THAT(run.err, HasSubstr("row 3 of the table makers is refused there: "));
+    EXPECT_TRUE(std::filesystem::is_empty(bench.file("other")));
+}
+
 TEST(CopyShop, RefusesAPlaceThatIsTaken) {
     Workbench bench;
     bench.make_shop();

@@ -220,6 +220,7 @@ TEST_F(Import, AFailureInTheMiddleUndoesWhatWasWritten) {
     EXPECT_EQ(bench.cell("select count(*) from items"), "0");
     EXPECT_EQ(bench.cell("select count(*) from barcode"), "0");
     EXPECT_EQ(bench.cell("select count(*) from makers"), "0");
+    EXPECT_THAT(run.err, testing::HasSubstr("items.csv:3: the database says: "));
 }
 
 TEST_F(Import, TakesALargeFileWithAProgressBar) {

@@ -5,6 +5,7 @@
 
 #include "admin/shop.h"
 #include "admin/workbench.h"
+#include "support/tds_bytes.h"
 
 namespace {
 
@@ -79,8 +80,9 @@ TEST(NewShop, AFailureLeavesNothingBehind) {
     EXPECT_EQ(bench.run({"new-shop", "shop", "--database", "no/such/folder.db"}).code, 1);
     EXPECT_THAT(names_in(bench.file("shop")), testing::IsEmpty());
     // An address of this machine where nobody listens.
-    const auto run = bench.run(
-        {"new-shop", "shop", "--server", "NOWHERE", "--address", "127.0.0.1", "--database", "x"}, "p\n");
+    const auto run = bench.run({"new-shop", "shop", "--server", "NOWHERE", "--address",
+                                "127.0.0.1," + std::to_string(test::tds::unused_port()), "--database", "x"},
+                               "p\n");
     EXPECT_EQ(run.code, 1);
     EXPECT_THAT(names_in(bench.file("shop")), testing::IsEmpty());
     EXPECT_EQ(bench.run({"new-shop", "shop"}).code, 0);

@@ -1,5 +1,5 @@
 // tds-bridge: the test server as a program. Runs tests or plays against it:
-//     tds-bridge COMMAND [argument...]
+//     tds-bridge [--knows-less] COMMAND [argument...]
 // starts a server with its own database, names it in TALLVEX_TEST_SQLSERVER (and its control socket in
 // TALLVEX_TEST_BRIDGE), runs the command and ends as it ends. Without a command it prints the variable and
 // serves until its input ends. What it is and what it is not: support/tds_bridge.h.
@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 #include "support/shop.h"
 #include "support/strict.h"
@@ -19,6 +20,11 @@ int main(int count, char** arguments) {
     test::StrictReader::install();  // refuse what a server is known to refuse
     const test::TemporaryFolder folder;
     test::TdsBridge bridge(folder.path(), {.database = "shop_test"});
+    if (count > 1 && std::string_view(arguments[1]) == "--knows-less") {
+        bridge.know_less();
+        --count;
+        ++arguments;
+    }
     const test::TdsControl control(bridge, folder.path() / "control");
     if (count < 2) {
         std::printf("TALLVEX_TEST_SQLSERVER='%s'\n", bridge.place().c_str());

@@ -209,6 +209,16 @@ TEST_F(Statement, SaysWhenADrawerIsMissing) {
         EXPECT_EQ(drawers.services.prompts.last(),
                   "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها 6");
     }
+    // Between the codes of many stores, of which only the even ones are there.
+    drawers.shop.sql("begin transaction");
+    for (int store = 100; store < 2500; store += 2)
+        drawers.shop.sql("insert into stocks (code) values (" + std::to_string(store) + ")");
+    drawers.shop.sql("commit transaction");
+    for (const int store : {101, 1300, 2497})
+        drawers.invoice({.store = store, .ptot = "10"});
+    DailyStatement of_many_stores = opened();
+    ASSERT_TRUE(of_many_stores.show());
+    EXPECT_EQ(drawers.services.prompts.last(), "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها 8");
     statement.choose_store(1);
     ASSERT_TRUE(statement.show());
     drawers.shop.sql("delete from cash where stcode = 1 and code = 1");

@@ -114,6 +114,42 @@ TEST(Schema, WithoutStoresThereAreNoStoreColumns) {
         EXPECT_FALSE(column.starts_with("p_")) << column;
 }
 
+TEST(Schema, WhatIsMissingIsKnownWithoutMakingAShop) {
+    test::Shop shop;
+    EXPECT_TRUE(database::missing_parts(shop.connection()).empty());
+    const test::TemporaryFolder folder;
+    const auto empty = database::open_embedded(folder.path() / "shop.db", true);
+    std::vector<std::string> missing;
+    for (const database::Missing& one : database::missing_parts(*empty))
+        missing.push_back(one.name());
+    std::vector<std::string> tables;
+    for (const std::string& table : shop.connection().tables())
+        tables.push_back(common::lower_ascii(table));
+    EXPECT_EQ(missing, tables);
+    shop.sql("alter table sales drop column rec_no");
+    shop.sql("drop table till_claim");
+    const auto lacking = database::missing_parts(shop.connection());
+    ASSERT_EQ(lacking.size(), 2U);
+    EXPECT_EQ(lacking[0].name(), "sales.rec_no");
+    EXPECT_TRUE(lacking[1].is_optional());
+}
+
+TEST(Schema, EntriesHaveSimplerWords) {
+    using testing::ElementsAre;
+    const auto simpler = [](std::string_view statement) { return database::simpler_statements(statement); };
+    EXPECT_THAT(
+        simpler("ALTER TABLE [sales] add len_t [nvarchar] (100) null,NSPHR numeric(18,0),pt real"),
+        ElementsAre("ALTER TABLE [sales] add len_t [nvarchar] (100) null",
+                    "ALTER TABLE [sales] add NSPHR numeric(18,0)", "ALTER TABLE [sales] add pt real"));
+    EXPECT_THAT(simpler("ALTER TABLE [dbo].[basic] ALTER COLUMN inv_note nvarchar(500) Null"),
+                ElementsAre("ALTER TABLE [dbo].[basic] ALTER COLUMN inv_note nvarchar(500) "));
+    for (const char* statement :
+         {"ALTER TABLE basic add qper int", "ALTER TABLE basic ALTER COLUMN inv_note nvarchar(500)",
+          "ALTER TABLE basic ALTER COLUMN inv_note nvarchar(500) not null", "DROP TABLE tmp_acc",
+          "create table a (b int, c int)", "alter", ""})
+        EXPECT_THAT(simpler(statement), testing::IsEmpty()) << statement;
+}
+
 TEST(Schema, ASecondBaseSchemaIsRefusedAndChangesNothing) {
     test::Shop shop;
     EXPECT_THROW(database::create_base_schema(shop.connection()), Error);

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <thread>
 
+#include "database/bulk_insert.h"
 #include "database/embedded/open.h"
 #include "database/recordset.h"
 #include "database/sqlserver/odbc_catalogue.h"
@@ -234,9 +235,41 @@ TEST_F(Bridge, ABatchKeepsItsPromises) {
     }
 }
 
+TEST_F(Bridge, ManyRowsGoInFewStatements) {
+    const auto connection = open();
+    connection->execute(
+        "create table wide (code int, name nvarchar(20), price float, made datetime, yes bit)");
+    const auto statements = [&] { return bridge.received().size(); };
+    const std::size_t before = statements();
+    database::BulkInsert rows(*connection, database::Sql("insert into wide (code,name,price,made,yes)"), 5,
+                              database::BulkRows::many);
+    for (std::int64_t i = 1; i <= 1000; ++i)
+        rows.add({Value(i), i % 3 == 0 ? Value(Null{}) : Value("شاي"), Value(0.5),
+                  i % 2 == 0 ? Value(Null{}) : Value(day(2026, 11, 21)), Value(std::int64_t{1})});
+    rows.finish();
+    EXPECT_EQ(statements() - before, 3U) << "419 rows have 2,095 values";
+    const auto told = connection->query(
+        "select count(*) as n,count(name) as names,sum(price) as prices,count(made) as days,max(code) as "
+        "last "
+        "from wide");
+    EXPECT_EQ(told.front().integer("n"), 1000);
+    EXPECT_EQ(told.front().integer("names"), 667);
+    EXPECT_EQ(told.front().number("prices"), 500);
+    EXPECT_EQ(told.front().integer("days"), 500);
+    EXPECT_EQ(told.front().integer("last"), 1000);
+}
+
 TEST_F(Bridge, WhoMayNotComeInIsTold) {
     EXPECT_THAT(failure_of([&] { open("wrong"); }), AllOf(HasSubstr("28000"), HasSubstr("'sa'")));
     EXPECT_THAT(failure_of([&] { open("secret", "nowhere"); }), HasSubstr("42000 Cannot open database"));
+    // A server whose numbers are its own: that the log-in opens another database tells.
+    bridge.know_less();
+    try {
+        open("secret", "nowhere");
+        ADD_FAILURE();
+    } catch (const Error& error) {
+        EXPECT_EQ(error.kind(), Error::Kind::database_missing) << error.sqlstate() << error.what();
+    }
 }
 
 TEST_F(Bridge, DescribesTables) {

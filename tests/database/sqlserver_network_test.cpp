@@ -81,7 +81,7 @@ TEST(ServerAddress, UnreachableServersSayTheSame) {
     const struct {
         const char* what;
         std::uint16_t port;
-    } cases[] = {{"refused", test::unused_port()},
+    } cases[] = {{"refused", tds::unused_port()},
                  {"silent", silent.port()},
                  {"hangs up at log-in", half_open.port()},
                  {"silent at log-in", deaf.port()}};

@@ -79,10 +79,4 @@ SilentServer::~SilentServer() {
     close(listener_);
 }
 
-std::uint16_t unused_port() {
-    std::uint16_t port = 0;
-    close(listen_on_loopback(port));
-    return port;
-}
-
 }  // namespace test

@@ -65,7 +65,4 @@ class SilentServer {
     int listener_ = -1;
 };
 
-// A port of the loopback on which nobody listens.
-std::uint16_t unused_port();
-
 }  // namespace test

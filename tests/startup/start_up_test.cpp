@@ -137,6 +137,24 @@ TEST_F(StartUpTest, TheConnectionStringIsSpelledOut) {
               "Initial Catalog= متجر;Data Source=192.168.1.5\\SQLEXPRESS");
 }
 
+TEST_F(StartUpTest, AServersShopThatIsNotWholeIsTold) {
+    const auto on = server_environment({"PC1", "shop", "Not Found"}, "PC1");
+    const auto shop_on_server = database::open_embedded(working / "shop.db");
+    shop_on_server->execute("alter table basic drop column tel");
+    shop_on_server->execute("drop table transdata");
+    EXPECT_TRUE(run(on));
+    EXPECT_EQ(services.prompts.last(),
+              std::string(message::schema_incomplete) + "\n\u200Ebasic.tel\n\u200Etransdata");
+    EXPECT_TRUE(logged("missing in the database: basic.tel transdata"));
+    // Without its stock nothing can be sold.
+    users = 0;
+    shop_on_server->execute("drop table stk");
+    EXPECT_FALSE(run(on));
+    EXPECT_EQ(users, 0);
+    EXPECT_EQ(services.prompts.last(),
+              std::string(message::schema_unusable) + "\n\u200Estk\n\u200Ebasic.tel\n\u200Etransdata");
+}
+
 TEST_F(StartUpTest, TheServersTillStampsAndTheOthersMustMatch) {
     const startup::ConnectionRecord record{"SHOPSRVc", "db", "Not Found"};
     // Another till is refused before the server stamps; then the date is empty.
@@ -612,6 +630,7 @@ TEST(Workstation, TheServersMachineKnowsItself) {
         {".\\SQLEXPRESS", "TILL3", true},
         {"(local)", "TILL3", true},
         {"localhost,1433", "TILL3", true},
+        {"127.0.0.1\\SQLEXPRESS", "TILL3", true},
         {"PC1", "PC10", false},
         {"PC1\\TILL3", "TILL3", false},
         {"pc1.shop.lan", "pc1.other.lan", false},

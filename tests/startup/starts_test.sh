@@ -3,7 +3,7 @@
 # with the same cash point does.
 . "$(dirname "$0")/../packaging/expect.sh"
 export QT_QPA_PLATFORM=offscreen
-unset TALLVEX_HOME TALLVEX_SHOP TALLVEX_SESSION TALLVEX_END_AT
+unset TALLVEX_HOME TALLVEX_SHOP TALLVEX_SESSION TALLVEX_END_AT DISPLAY WAYLAND_DISPLAY
 first=
 trap '[ -z "$first" ] || kill -9 "$first" 2>/dev/null; rm -rf "$here"' EXIT
 
@@ -18,6 +18,7 @@ for wrong in x9 12 -1 --what "1 2" "-platform offscreen"; do
     same "argument $wrong" 2 "$(started $wrong)"  # unquoted: several words
     grep -q "Usage: tallvex" "$here/said" || fail "$wrong: $(cat "$here/said")"
 done
+same "on a desktop it waits in a box" 124 "$(cd / && DISPLAY=:0 timeout 2 "$bin/tallvex" x9 2>/dev/null; echo $?)"
 [ ! -e "$log" ] || fail "something was started"
 same "the program folder named" 0 "$(started 1)"
 same "named from its parent" 0 "$(folder=$here TALLVEX_HOME=shop started 1)"

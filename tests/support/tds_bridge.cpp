@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdio>
 #include <cstring>
+#include <regex>
 #include <stdexcept>
 
 #include "common/text.h"
@@ -61,6 +62,19 @@ bool changes_rows(std::string_view text) {
     for (const std::string_view word : {"insert", "update", "delete"})
         if (common::equal_ignoring_case(text.substr(0, word.size()), word)) return true;
     return false;
+}
+
+// The number of an error that a SQL Server does not know.
+constexpr int own_number = 33557097;
+
+// Returns true for what TdsBridge::know_less() names.
+bool is_too_much(std::string_view statement) {
+    static const std::regex quoted("'[^']*'"), in_brackets(R"(\([^()]*\))");
+    static const std::regex refused(
+        R"((^\s*alter\s+table\b.*\badd\b.*,)|(\balter\s+column\b.*\bnull\s*$)|(\b[0-9]+(and|or|order)\b))",
+        std::regex::icase);
+    const std::string text = std::regex_replace(std::string(statement), quoted, "''");
+    return std::regex_search(std::regex_replace(text, in_brackets, ""), refused);
 }
 
 }  // namespace
@@ -122,7 +136,10 @@ std::string Session::answer(const Message& message) {
             const auto& account = bridge_.account();
             const std::string refused = error(18456, 14, "Login failed for user '" + asked.user + "'.");
             if (asked.user != account.user || asked.password != account.password) return refused;
-            if (!common::equal_ignoring_case(asked.database, account.database)) {
+            if (bridge_.knows_less() && asked.database == "nowhere")
+                return error(own_number, 16, "database \"nowhere\" does not exist");
+            if (!common::equal_ignoring_case(asked.database, account.database) &&
+                !(bridge_.knows_less() && asked.database == "master")) {
                 return error(4060, 11,
                              "Cannot open database \"" + asked.database +
                                  "\" requested by the login. The login failed.") +
@@ -176,6 +193,10 @@ std::string Session::answer_statement(std::string_view text, const std::vector<V
     if (planned == Failure::silence) return {};
     cut_ = planned != Failure::none;
     if (planned == Failure::cut) return {};
+    if (bridge_.knows_less() && is_too_much(text)) {
+        failed_ = true;
+        return (in_call ? error_in_call : error)(own_number, 16, "syntax error");
+    }
     try {
         return result_of({std::string(text), values}, in_call);
     } catch (const Error& failure) {

@@ -50,6 +50,11 @@ class TdsBridge {
     enum class Failure { none, cut, run_and_cut, silence };
     void fail_next(std::string text, Failure failure);
 
+    // From now on it knows as little as an open server does: no ADD of several columns, no ALTER COLUMN with
+    // NULL, no word right behind a number, and no number of its own is a SQL Server's.
+    void know_less() { knows_less_ = true; }
+    bool knows_less() const { return knows_less_; }
+
     // Every answer is held back so long, as on a slow network.
     void set_latency(std::chrono::milliseconds latency) { latency_ = latency; }
 
@@ -84,6 +89,7 @@ class TdsBridge {
     std::atomic<int> logins_ = 0;
     std::atomic<int> requests_ = 0;
     std::atomic<bool> ending_ = false;
+    std::atomic<bool> knows_less_ = false;
     std::mutex lock_;
     std::vector<Received> received_;
     std::string failing_;

@@ -106,4 +106,10 @@ int listen_on_loopback(std::uint16_t& port) {
     return listener;
 }
 
+std::uint16_t unused_port() {
+    std::uint16_t port = 0;
+    close(listen_on_loopback(port));
+    return port;
+}
+
 }  // namespace test::tds

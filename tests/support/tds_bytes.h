@@ -77,5 +77,7 @@ class Reader {
 
 // A listening socket on a free port of the loopback.
 int listen_on_loopback(std::uint16_t& port);
+// A port of the loopback on which nobody listens.
+std::uint16_t unused_port();
 
 }  // namespace test::tds

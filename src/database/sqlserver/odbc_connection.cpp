@@ -140,7 +140,13 @@ Error connect_error(const std::vector<Diagnostic>& all) {
     const auto* refusal = first_that(all, [](const Diagnostic& d) { return is_missing_database(d.native); });
     if (refusal == nullptr)
         refusal = first_that(all, [](const Diagnostic& d) { return !d.is_notice() && d.is_from_server(); });
-    if (refusal != nullptr) return server_error(*refusal, "");
+    if (refusal != nullptr) {
+        const Error error = server_error(*refusal, "");
+        // A server that answers is not missing, whatever SQLSTATE the driver gives an error that it does not
+        // know.
+        if (!error.is_connection_lost()) return error;
+        return {"42000", error.what(), ""};
+    }
     // If the driver or its library is missing, the driver manager gives only notices; a driver always gives
     // an error.
     const auto* said = first_that(all, [](const Diagnostic& d) { return d.sqlstate.starts_with("IM"); });
@@ -151,11 +157,22 @@ Error connect_error(const std::vector<Diagnostic>& all) {
     return {"08001", server_unreachable, ""};
 }
 
+// All that was said when a connection broke: the server's own words come before the driver's.
+std::string causes_in(const std::vector<Diagnostic>& all) {
+    std::string causes;
+    for (const Diagnostic& one : all) {
+        if (one.text.empty() || causes.find(one.text) != causes.npos) continue;
+        causes += (causes.empty() ? "" : "; ") + one.text;
+        if (one.is_from_server()) causes += " (" + std::to_string(one.native) + ")";
+    }
+    return causes;
+}
+
 Error statement_error(const std::vector<Diagnostic>& all, bool lost, std::string_view statement) {
     const Diagnostic* said = first_that(all, [](const Diagnostic& d) { return !d.is_notice(); });
     if (said == nullptr && !all.empty()) said = &all.front();
     if (said == nullptr) return {"HY000", "The statement failed without a reason.", std::string(statement)};
-    if (lost) return {"08S01", said->text, std::string(statement)};
+    if (lost) return {"08S01", causes_in(all), std::string(statement)};
     return server_error(*said, statement);
 }
 

@@ -105,7 +105,9 @@ std::string freetds_connection_string(const std::string& connection_string, cons
            (encryption_of(connection_string) == encryption::everything ? "require" : "request") + ";";
 }
 
-std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string, Patience patience) {
+namespace {
+
+std::unique_ptr<Connection> open_database(const std::string& connection_string, Patience patience) {
     const auto find = [connection_string, driver = freetds_driver()](std::chrono::milliseconds within) {
         const auto end = std::chrono::steady_clock::now() + within;
         const DataSource source = parse_data_source(connection_part(connection_string, "Data Source"));
@@ -131,6 +133,28 @@ std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string,
     };
     return std::make_unique<OdbcConnection>(
         OdbcSettings{"", "set dateformat ymd", patience.login_seconds, patience.query_seconds, find});
+}
+
+// Servers other than SQL Server number their errors in ways of their own. If the same log-in opens the
+// server's own database, it is the shop's that is missing, or closed to it.
+bool opens_master(const std::string& connection_string, Patience patience) {
+    try {
+        open_database(connection_string + ";Initial Catalog=master", patience);
+        return true;
+    } catch (const Error&) {
+        return false;
+    }
+}
+
+}  // namespace
+
+std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string, Patience patience) {
+    try {
+        return open_database(connection_string, patience);
+    } catch (const Error& error) {
+        if (error.kind() != Error::Kind::other || !opens_master(connection_string, patience)) throw;
+        throw Error(error.sqlstate(), error.what(), "", Error::Kind::database_missing);
+    }
 }
 
 }  // namespace database
