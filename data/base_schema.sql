@@ -3,8 +3,8 @@
 -- settings row needs it, with the type that the list would give it. On a server, create the database with the
 -- collation Arabic_CI_AS. "GO" ends a statement.
 --
--- Amounts and quantities are float, codes int. Invoice, voucher and transfer numbers are not unique: several tills
--- take the highest number plus one without a lock, and a sale must not fail because two took the same.
+-- Amounts and quantities are float, codes int. Invoice, voucher and transfer numbers are not unique: several programs
+-- take the highest number plus one, and a sale must not fail because two took the same.
 
 -- Settings, users, stores, drawers, workers ---------------------------------------------------------------------
 

@@ -8,7 +8,9 @@
 #include "common/typed.h"
 #include "database/form.h"
 #include "database/name_search.h"
+#include "database/next_number.h"
 #include "database/recordset.h"
+#include "database/transaction.h"
 
 namespace accounts {
 
@@ -55,15 +57,11 @@ void choose_code(database::Connection& connection, WalkInCustomer& customer) {
     if (last != 0) customer.code = last + 1;
 }
 
-}  // namespace
-
-std::optional<WalkInCustomer> find_walk_in(database::Connection& connection, std::int64_t code) {
-    const auto rows = connection.query(Sql("select * from cust_cash where zcode = ") + code);
-    return rows.empty() ? std::nullopt : std::optional(walk_in_of(rows.front()));
-}
-
-void store_walk_in_customer(database::Connection& connection, WalkInCustomer& customer) {
-    if (customer.is_new) choose_code(connection, customer);
+void write(database::Connection& connection, WalkInCustomer& customer) {
+    if (customer.is_new) {
+        database::hold_numbers(connection);
+        choose_code(connection, customer);
+    }
     database::Recordset rows =
         customer.is_new
             ? database::Recordset(connection, "select * from cust_cash ")
@@ -76,6 +74,17 @@ void store_walk_in_customer(database::Connection& connection, WalkInCustomer& cu
     rows.set("zphone", customer.phone);
     rows.set("zmail", customer.mail);
     rows.update();
+}
+
+}  // namespace
+
+std::optional<WalkInCustomer> find_walk_in(database::Connection& connection, std::int64_t code) {
+    const auto rows = connection.query(Sql("select * from cust_cash where zcode = ") + code);
+    return rows.empty() ? std::nullopt : std::optional(walk_in_of(rows.front()));
+}
+
+void store_walk_in_customer(database::Connection& connection, WalkInCustomer& customer) {
+    database::in_transaction(connection, [&] { write(connection, customer); });
     customer.is_new = false;
 }
 

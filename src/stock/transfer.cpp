@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/numbers.h"
+#include "database/next_number.h"
 
 namespace stock {
 
@@ -89,7 +90,7 @@ void apply_batches(Connection& connection, std::int64_t number) {
 
 Transfer transfer_for_line(Connection& connection, const TransferOrder& order) {
     Transfer transfer;
-    transfer.number = database::integer_of(connection.scalar("select max(tnum) as last_ from sttran")) + 1;
+    transfer.number = database::next_number(connection, "select max(tnum) as last_ from sttran");
     connection.execute(Sql("INSERT INTO sttran (tnum,tdate,tfrom,tto) select ") + transfer.number + " , " +
                        quoted(order.date) + " ," + order.source_store + "," + order.selling_store);
     connection.execute(

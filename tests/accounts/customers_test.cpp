@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "accounts/customer_card.h"
 #include "accounts/messages.h"
 #include "accounts/tips_receiver.h"
@@ -239,6 +241,24 @@ TEST(TipsReceivers, RefusalsNameTheField) {
     ASSERT_FALSE(screen.open_edit(5));
     office.shop.sql("delete from boundata");
     EXPECT_EQ(screen.save().value().text, message::no_such_receiver);
+}
+
+// Each till proposes the code that it saw as the next, and the other one has taken it meanwhile.
+TEST(WalkInCustomers, TwoTillsGiveNoCodeTwice) {
+    test::Office office;
+    constexpr int each = 60;
+    const auto enter = [&](const std::string& till) {
+        const auto connection = test::open_shop(office.shop.file());
+        for (int i = 1; i <= each; ++i) {
+            WalkInCustomer customer{1, true, till + std::to_string(i), "", ""};
+            store_walk_in_customer(*connection, customer);
+        }
+    };
+    std::thread other(enter, "b");
+    enter("a");
+    other.join();
+    EXPECT_EQ(office.shop.number("select count(*) from cust_cash"), 2 * each);
+    EXPECT_EQ(office.shop.number("select count(distinct zcode) from cust_cash"), 2 * each);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "database/bulk_insert.h"
 #include "database/embedded/open.h"
+#include "database/next_number.h"
 #include "database/recordset.h"
 #include "database/sqlserver/odbc_catalogue.h"
 #include "database/sqlserver/open.h"
@@ -257,6 +258,22 @@ TEST_F(Bridge, ManyRowsGoInFewStatements) {
     EXPECT_EQ(told.front().number("prices"), 500);
     EXPECT_EQ(told.front().integer("days"), 500);
     EXPECT_EQ(told.front().integer("last"), 1000);
+}
+
+TEST_F(Bridge, TillsTakeTurnsAtDrawingNumbers) {
+    const auto connection = open();
+    connection->execute("create table sttran (tnum int)");
+    connection->execute("insert into sttran values (4)");
+    const auto draw = [&] {
+        const std::size_t before = bridge.received().size();
+        EXPECT_EQ(database::next_number(*connection, "select max(tnum) as last_ from sttran"), 5);
+        const auto received = bridge.received();
+        return std::any_of(received.begin() + static_cast<std::ptrdiff_t>(before), received.end(),
+                           [](const auto& one) { return one.text.starts_with("update till_number "); });
+    };
+    EXPECT_FALSE(draw()) << "a shop without the table";
+    connection->execute("create table till_number (id int not null primary key, drawn datetime null)");
+    EXPECT_TRUE(draw());
 }
 
 TEST_F(Bridge, WhoMayNotComeInIsTold) {

@@ -70,6 +70,9 @@ constexpr Fragment till_tables[] = {
     "kind nvarchar(20) null, title nvarchar(200) null, begun datetime null, content nvarchar(max) null)",
     "create table till_step (save_id bigint not null, step int not null, noted nvarchar(max) null, "
     "primary key (save_id, step))",
+    // database/next_number.h
+    "create table till_number (id int not null primary key, drawn datetime null)",
+    "insert into till_number (id) values (1)",
 };
 
 }  // namespace
