@@ -17,6 +17,7 @@
 namespace admin {
 
 using database::BulkRows;
+using database::ColumnsByTable;
 using database::Connection;
 using database::Error;
 using database::Sql;
@@ -56,24 +57,29 @@ class TableCopy {
 
   public:
     TableCopy(Connection& source, Connection& target, std::string table)
-        : source_(source), target_(target), table_(std::move(table)), columns_(source.describe(table_)) {}
+        : source_(source), target_(target), table_(std::move(table)) {}
 
-    void make_room() {
-        Connection::Table there;
-        try {
-            there = target_.describe(table_);
-        } catch (const Error& error) {
-            if (error.is_connection_lost()) throw;
-        }
-        if (there.columns.empty()) {
+    // Adds the table, or the columns of it that only the source has.
+    void make_room(const ColumnsByTable& here, const ColumnsByTable& there) {
+        const std::string name = common::lower_ascii(table_);
+        const auto wanted = here.find(name);
+        const auto found = there.find(name);
+        if (wanted != here.end() && found != there.end() &&
+            std::ranges::includes(found->second, wanted->second))
+            return;
+        const Connection::Table shape = source_.describe(table_);
+        const auto definition = [&](std::size_t column) {
+            return bracketed(shape.columns[column]) + " " + shape.types[column] + " null";
+        };
+        if (found == there.end()) {
             std::string list;
-            for (std::size_t i = 0; i < columns_.columns.size(); ++i)
+            for (std::size_t i = 0; i < shape.columns.size(); ++i)
                 list += (i == 0 ? "" : ", ") + definition(i);
             target_.execute(on("create table ", table_, " (" + list + ")"));
             return;
         }
-        for (std::size_t i = 0; i < columns_.columns.size(); ++i) {
-            if (!find_column(there.columns, columns_.columns[i]))
+        for (std::size_t i = 0; i < shape.columns.size(); ++i) {
+            if (!found->second.contains(common::lower_ascii(shape.columns[i])))
                 target_.execute(on("alter table ", table_, " add " + definition(i)));
         }
     }
@@ -118,10 +124,6 @@ class TableCopy {
         transaction.commit();
     }
 
-    std::string definition(std::size_t column) const {
-        return bracketed(columns_.columns[column]) + " " + columns_.types[column] + " null";
-    }
-
     void copy_slices(const std::string& column, const Write& write) {
         write(source_.query(on("select * from ", table_, " where " + column + " is null")));
         const auto values =
@@ -143,8 +145,9 @@ class TableCopy {
     }
 
     std::string slicing_column() const {
+        const Connection::Table shape = source_.describe(table_);
         for (const std::string_view wanted : slicing_columns) {
-            if (const auto column = find_column(columns_.columns, wanted)) return columns_.columns[*column];
+            if (const auto column = find_column(shape.columns, wanted)) return shape.columns[*column];
         }
         return {};
     }
@@ -159,7 +162,6 @@ class TableCopy {
     Connection& source_;
     Connection& target_;
     std::string table_;
-    Connection::Table columns_;
 };
 
 }  // namespace
@@ -175,9 +177,11 @@ CopyOutcome copy_shop(Connection& source, Connection& target, Tool& tool) {
     // The upgrade list runs before there are rows that it would change. The columns that it adds for each
     // store come with the source's columns.
     database::run_upgrade_list(target);
+    const ColumnsByTable columns_here = database::columns_by_table(source, tables);
+    const ColumnsByTable columns_there = database::columns_by_table(target, tables);
     for (std::size_t i = 0; i < tables.size(); ++i) {
         TableCopy copy(source, target, tables[i]);
-        copy.make_room();
+        copy.make_room(columns_here, columns_there);
         copy.copy(counts[i], each_row);
     }
     target.make_durable();

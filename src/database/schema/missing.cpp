@@ -1,8 +1,6 @@
 // What a shop lacks of this version's schema.
 #include <algorithm>
 #include <array>
-#include <map>
-#include <set>
 
 #include "common/text.h"
 #include "database/schema/schema.h"
@@ -13,8 +11,7 @@ namespace database {
 
 namespace {
 
-// Tables with their columns, all in lower case.
-using Shape = std::map<std::string, std::set<std::string>>;
+using Shape = ColumnsByTable;
 
 void add_columns(Shape& shape, const std::string& table, const std::vector<tsql::ColumnDefinition>& columns) {
     for (const tsql::ColumnDefinition& column : columns)
@@ -49,8 +46,14 @@ Shape complete_shape() {
     return shape;
 }
 
-Shape shape_of(Connection& connection, const Shape& wanted) {
-    Shape shape;
+// Nobody can sign in or sell without these.
+constexpr std::array<std::string_view, 10> needed = {"barcode", "basic", "cash",   "items", "saledata",
+                                                     "sales",   "shift", "stocks", "stk",   "users"};
+
+}  // namespace
+
+ColumnsByTable columns_by_table(Connection& connection, const std::vector<std::string>& tables) {
+    ColumnsByTable shape;
     if (!connection.is_embedded()) {
         for (const Row& row :
              connection.query("select table_name,column_name from information_schema.columns"))
@@ -58,10 +61,10 @@ Shape shape_of(Connection& connection, const Shape& wanted) {
                 common::lower_ascii(row.text("column_name")));
         return shape;
     }
-    for (const auto& [table, columns] : wanted) {
+    for (const std::string& table : tables) {
         try {
             for (const std::string& column : connection.description(table)->columns)
-                shape[table].insert(common::lower_ascii(column));
+                shape[common::lower_ascii(table)].insert(common::lower_ascii(column));
         } catch (const Error& error) {
             if (error.sqlstate() != no_such_table) throw;
         }
@@ -69,19 +72,16 @@ Shape shape_of(Connection& connection, const Shape& wanted) {
     return shape;
 }
 
-// Nobody can sign in or sell without these.
-constexpr std::array<std::string_view, 10> needed = {"barcode", "basic", "cash",   "items", "saledata",
-                                                     "sales",   "shift", "stocks", "stk",   "users"};
-
-}  // namespace
-
 bool Missing::is_needed() const {
     return column.empty() && std::find(needed.begin(), needed.end(), table) != needed.end();
 }
 
 std::vector<Missing> missing_parts(Connection& connection) {
     const Shape wanted = complete_shape();
-    const Shape there = shape_of(connection, wanted);
+    std::vector<std::string> tables;
+    for (const auto& [table, columns] : wanted)
+        tables.push_back(table);
+    const Shape there = columns_by_table(connection, tables);
     std::vector<Missing> missing;
     for (const auto& [table, columns] : wanted) {
         const auto found = there.find(table);

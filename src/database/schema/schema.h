@@ -2,6 +2,8 @@
 #pragma once
 
 #include <functional>
+#include <map>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -21,6 +23,11 @@ void run_upgrade_list(Connection& connection);
 
 // Tables and columns of a shop with their types, without the scratch tables that the list makes anew.
 std::string schema_text(Connection& connection);
+
+// Tables with their columns, all in lower case; of those that are there, and on a server of others too, which
+// it tells in one journey.
+using ColumnsByTable = std::map<std::string, std::set<std::string>>;
+ColumnsByTable columns_by_table(Connection& connection, const std::vector<std::string>& tables);
 
 // A table of this version's schema that a shop does not have, or a column of it.
 struct Missing {
