@@ -6,7 +6,6 @@
 
 #include "common/json.h"
 #include "common/text.h"
-#include "database/next_number.h"
 #include "database/recordset.h"
 #include "sales/return_links.h"
 #include "sales/stock_check.h"
@@ -239,7 +238,8 @@ void InvoiceRows::remove_header() {
 }
 
 std::int64_t InvoiceRows::write_bank_row() {
-    const std::int64_t number = database::next_number(connection_, "select max(ser) as xmax from btran ");
+    const std::int64_t number =
+        database::integer_of(connection_.scalar("select max(ser) as xmax from btran ")) + 1;
     Sql statement = Sql("INSERT INTO btran (ser,bcode,[date],quan,type,type1,stcode,note1) select ") +
                     number + " , " + invoice_.card.bank_code + " , " + quoted(invoice_.date) + " , " +
                     invoice_.net();
