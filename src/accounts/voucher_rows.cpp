@@ -1,6 +1,7 @@
 #include "accounts/voucher_rows.h"
 
 #include "common/json.h"
+#include "database/next_number.h"
 #include "database/recordset.h"
 
 namespace accounts {
@@ -52,19 +53,25 @@ void VoucherRows::take_back(VoucherStep step, const std::string& noted) {
     } else if (save_.former) {
         restore_row(noted);
     } else {
-        connection_.execute(Sql("delete from vencuspay where pay_id = ") + key.id +
-                            " and vcode = " + key.party + " and ztype = " + static_cast<int>(key.party_kind) +
+        const std::int64_t id = noted.empty() ? key.id : std::stoll(noted);
+        connection_.execute(Sql("delete from vencuspay where pay_id = ") + id + " and vcode = " + key.party +
+                            " and ztype = " + static_cast<int>(key.party_kind) +
                             " and chkno = " + database::quoted(key.number));
     }
 }
 
+// Returns the number that the voucher has got.
 std::string VoucherRows::add_row() {
+    database::hold_numbers(connection_);
+    const Sql same_number = Sql("select count(*) from vencuspay where pay_id = ") + save_.id;
+    id_ =
+        database::integer_of(connection_.scalar(same_number)) == 0 ? save_.id : next_voucher_id(connection_);
     Recordset row(connection_, "select * from vencuspay");
     row.add();
     set_columns(row, save_.record, std::nullopt);
-    row.set("pay_id", save_.id);
+    row.set("pay_id", id_);
     row.update();
-    return {};
+    return std::to_string(id_);
 }
 
 // Returns the cells that the row had.

@@ -11,13 +11,15 @@ namespace accounts {
 class VoucherRows {
   public:
     VoucherRows(database::Connection& connection, database::Journal& journal, const VoucherToSave& save)
-        : connection_(connection), journal_(journal), save_(save) {}
+        : connection_(connection), journal_(journal), save_(save), id_(save.id) {}
 
     // Does the steps that the journal does not know as done.
     void write();
     // Takes back what is written, and removes the save from the journal.
     void undo();
     VoucherStep finished() const { return finished_; }
+    // The voucher's internal number after write(): another one if another till took that of the save.
+    std::int64_t id() const { return id_; }
     // The party's after write().
     common::Amount balance() const { return balance_; }
 
@@ -31,6 +33,7 @@ class VoucherRows {
     database::Connection& connection_;
     database::Journal& journal_;
     const VoucherToSave& save_;
+    std::int64_t id_;
     VoucherStep finished_ = VoucherStep::none;
     common::Amount balance_;
 };

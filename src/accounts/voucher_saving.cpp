@@ -131,6 +131,7 @@ SavedVoucher VoucherSaving::run(const VoucherToSave& save) {
         rows.write();
         journal.end();
         connection_.make_durable();
+        saved.key.id = rows.id();
         saved.finished = rows.finished();
         saved.balance = rows.balance();
         services_.log.log_event(in_log + " finished", common::saving_code);

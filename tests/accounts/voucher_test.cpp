@@ -5,6 +5,7 @@
 #include "accounts/account_statement.h"
 #include "accounts/direct_receipt.h"
 #include "accounts/messages.h"
+#include "accounts/voucher_rows.h"
 #include "common/messages.h"
 #include "office.h"
 #include "support/faulty_connection.h"
@@ -69,6 +70,29 @@ TEST_F(Vouchers, ACashReceiptIsWrittenWhole) {
     to_vendor.choose_party_kind(PartyKind::vendor);
     to_vendor.choose_party(7);
     EXPECT_FALSE(to_vendor.fields.representative);
+}
+
+TEST_F(Vouchers, ANumberThatAnotherTillTookIsDrawnAgain) {
+    VoucherToSave save{
+        {VoucherKind::receipt, PartyKind::customer, Method::cash, {}, office.services.clock.now()},
+        1,
+        std::nullopt,
+        0};
+    save.record.fields.party = 7;
+    save.record.fields.number = "1";
+    save.record.fields.amount = "80";
+    save.record.fields.date = save.record.written_at.date;
+    office.shop.sql("insert into vencuspay (chkno,ptype,ztype,vcode,pay_id) values ('9',2,2,7,1)");
+    database::Journal journal(office.shop.connection());
+    journal.begin({0, 1, 1, "voucher", "", office.services.clock.now(), ""});
+    VoucherRows rows(office.shop.connection(), journal, save);
+    rows.write();
+    EXPECT_EQ(rows.id(), 2);
+    EXPECT_EQ(office.shop.cell("select chkno from vencuspay where pay_id = 2"), "1");
+    // Taking it back leaves the other till's.
+    rows.undo();
+    EXPECT_EQ(office.shop.cell("select chkno from vencuspay"), "9");
+    EXPECT_EQ(office.customer_balance(7), 250);
 }
 
 // What a voucher of 100 adds to the balance of its party, and what it adds if it is an addition notice.
