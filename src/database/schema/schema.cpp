@@ -71,8 +71,7 @@ constexpr Fragment till_tables[] = {
     "create table till_step (save_id bigint not null, step int not null, noted nvarchar(max) null, "
     "primary key (save_id, step))",
     // database/next_number.h
-    "create table till_number (id int not null primary key, drawn datetime null)",
-    "insert into till_number (id) values (1)",
+    "create table till_number (id int not null primary key)",
 };
 
 }  // namespace
