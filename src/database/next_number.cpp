@@ -4,14 +4,14 @@
 
 namespace database {
 
-// On a server the only row of till_number is what the tills wait for; the embedded engine lets one
-// transaction write at a time. Whether the table is there is asked of the catalogue, since a statement that
-// fails might end the transaction.
+// A till that adds a row whose key another transaction has just added waits until that one ends; nothing of
+// the row remains. The embedded engine lets one transaction write at a time anyway. Whether the table is
+// there is asked of the catalogue, since a statement that fails might end the transaction.
 void hold_numbers(Connection& connection) {
     if (connection.is_embedded()) return;
     unless_table_is_missing([&] {
         connection.description("till_number");
-        connection.execute("update till_number set drawn = getdate()");
+        connection.run_all({Sql("insert into till_number (id) values (1)"), Sql("delete from till_number")});
     });
 }
 
