@@ -215,6 +215,19 @@ TEST(ServerAddress, AMissingDriverIsNoMissingServer) {
     }
 }
 
+TEST(ServerConnection, ALostOneNamesTheCause) {
+    TdsServer server([](const std::string& request) {
+        const std::string cause = tds::notice(5701, "terminating connection due to administrator command") +
+                                  tds::error(33557097, 16, "the cluster is shutting down");
+        return request == "wait" ? cause + TdsServer::hang_up : tds::done(1);
+    });
+    OdbcConnection connection({driver_string(server.port()), "", 5, 2});
+    const Error error = error_of([&] { connection.execute("wait"); });
+    EXPECT_EQ(error.sqlstate(), "08S01");
+    EXPECT_THAT(error.what(), HasSubstr("terminating connection due to administrator command"));
+    EXPECT_THAT(error.what(), HasSubstr("the cluster is shutting down (33557097)"));
+}
+
 TEST(ServerConnection, SilenceEndsInTime) {
     TdsServer server([](const std::string& request) { return request == "wait" ? "" : tds::done(1); });
     OdbcConnection connection({driver_string(server.port()), "", 5, 2});

@@ -68,7 +68,11 @@ void TdsServer::talk(int connection) {
             requests_.push_back(request);
         }
         const std::string reply = answer_(request);
-        if (reply == hang_up) break;
+        if (reply.ends_with(hang_up)) {
+            const std::string last_words = reply.substr(0, reply.size() - std::string(hang_up).size());
+            if (!last_words.empty()) send_answer(connection, last_words);
+            break;
+        }
         if (!reply.empty()) send_answer(connection, reply);
     }
     shutdown(connection, SHUT_RDWR);

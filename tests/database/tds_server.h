@@ -16,7 +16,7 @@ namespace test {
 
 class TdsServer {
   public:
-    // What a request is answered with; no bytes is silence.
+    // What a request is answered with; no bytes is silence, and hang_up may stand at the end.
     using Answer = std::function<std::string(const std::string& request)>;
     static constexpr const char* hang_up = "hang up";
     static constexpr const char* silence = "silence";
