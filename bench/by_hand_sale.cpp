@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <map>
 
 #include "bench/sizes.h"
@@ -47,6 +48,16 @@ HandSale::HandSale(HandEngine& engine, std::filesystem::path log) : engine_(engi
         "select pnum from sales where (ctype = 0 or ctype = 1) and vcode = -1 and pnum = ?1 union all "
         "select pnum from till_claim where series = 0 and stcode = 0 and pnum = ?1 and claim <> 1");
     release_ = prepare("delete from till_claim where claim = 1");
+    begin_ = prepare("begin immediate");
+    commit_ = prepare("commit");
+    enter_ = prepare(
+        "insert into till_save (id, stcode, cash_no, kind, title, begun, content) values (1, 1, 1, "
+        "'invoice', "
+        "?, ?, ?)");
+    note_ =
+        prepare("insert into till_step (save_id, step, noted) select id, ?, ? from till_save where id = 1");
+    leave_ = prepare("delete from till_save where id = 1");
+    forget_notes_ = prepare("delete from till_step where save_id = 1");
     settings_ = prepare("select inv_p, csh_inv, cust_n, main_p from basic");
     header_ = prepare(
         "insert into sales (pnum, vcode, date, ctype, ptot, pdis, ptax, stcode, user, wcode, types, shift, "
@@ -113,24 +124,39 @@ void HandSale::save(const std::vector<HandLine>& lines) {
         total += line.quantity * line.price;
     log(fmt::format("save of invoice {} begins, lines {}", number, lines.size()));
     if (HandRun(settings_).whole(0) == 1) throw std::runtime_error("a page printer was not expected");
+    const std::int64_t today = ticks_of({last_day, {}});
+    const std::int64_t now = ticks_of({{1900, 1, 1}, {12, 0, 0, 0}});
+    HandRun(enter_, fmt::format("{}: {:.2f}", number, total), today, journal_text(lines, number));
     if (HandRun(taken_, number).row()) throw std::runtime_error("the number was taken");
-
     std::vector<std::vector<Batch>> batches;
     for (const HandLine& line : lines)
         batches.push_back(batches_of(line.item));
 
-    const std::int64_t today = ticks_of({last_day, {}});
-    const std::int64_t now = ticks_of({{1900, 1, 1}, {12, 0, 0, 0}});
+    HandRun{begin_};
     HandRun(header_, number, today, total, shift, now);
+    note(10, "");  // the receipt
+    note(30, "");
+    HandRun{commit_};
+    HandRun{begin_};
     int serial = 0;
     for (const HandLine& line : lines) {
         const std::int64_t oldest = batches[static_cast<std::size_t>(serial)].front().expiry;
         HandRun(line_, number, today, ++serial, line.item, line.name, line.quantity, line.price, line.factor,
                 line.unit, line.quantity * line.factor, oldest, now);
     }
+    note(50, "");
+    HandRun{commit_};
+    HandRun{begin_};
+    std::string changes;
     for (std::size_t i = 0; i < lines.size(); ++i)
-        take(batches[i], lines[i].quantity * lines[i].factor);
+        take(lines[i], batches[i], changes);
+    note(70, changes);
+    HandRun{commit_};
+    HandRun{begin_};
+    HandRun{leave_};
+    HandRun{forget_notes_};
     HandRun{release_};
+    HandRun{commit_};
     engine_.make_durable();
     log(fmt::format("save of invoice {} finished", number));
     if (HandRun(settings_).whole(3) == 1 || HandRun(number_).whole(0) != number)
@@ -171,15 +197,32 @@ std::vector<HandSale::Batch> HandSale::batches_of(std::int64_t item) {
     return batches;
 }
 
-void HandSale::take(const std::vector<Batch>& batches, double quantity) {
-    double left = quantity;
+void HandSale::take(const HandLine& line, const std::vector<Batch>& batches, std::string& changes) {
+    double left = line.quantity * line.factor;
     for (const Batch& batch : batches) {
         if (left <= 0) break;
         const double taken = std::min(left, batch.held);
         HandRun(take_, batch.held - taken, batch.row, batch.held);
         if (engine_.changes() != 1) throw std::runtime_error("the batch was changed meanwhile");
+        fmt::format_to(std::back_inserter(changes), "{} {} {};", line.item, batch.expiry, taken);
         left -= taken;
     }
+}
+
+void HandSale::note(int step, const std::string& text) {
+    HandRun(note_, step, text);
+    if (engine_.changes() != 1) throw std::runtime_error("the save is not in the journal");
+}
+
+// What finishing the save after a crash needs.
+std::string HandSale::journal_text(const std::vector<HandLine>& lines, std::int64_t number) const {
+    std::string text = fmt::format("{{\"number\":{},\"lines\":[", number);
+    for (const HandLine& line : lines)
+        fmt::format_to(std::back_inserter(text),
+                       "{{\"item\":{},\"name\":\"{}\",\"price\":{},\"factor\":{},\"quantity\":{},"
+                       "\"unit\":{}}},",
+                       line.item, line.name, line.price, line.factor, line.quantity, line.unit);
+    return text + "]}";
 }
 
 void HandSale::log(const std::string& line) {

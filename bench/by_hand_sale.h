@@ -37,10 +37,11 @@ class HandSale {
     // Finds the items whose name begins with a text, ordered by name, with their stock and prices.
     std::vector<Found> search(const std::string& prefix);
 
-    // Saves a cash sale, statement by statement without a transaction, as the program must. It reads the last
-    // shift, the stock of each line, the number, the settings and the batches of each line, claims number and
-    // goods and looks at the claims before and after. It writes the header, the lines and the batches, each
-    // in a commit of its own. Then one sync, and what the next invoice needs.
+    // Saves a cash sale step by step, each step in a transaction with its note, as the program must. It reads
+    // the last shift, the number, the settings and the stock and the batches of each line, claims number and
+    // goods, looks at the claims before and after, and enters the invoice into the journal. The steps are the
+    // header, the lines and the stock; the last transaction removes claim and journal. Then one sync, and
+    // what the next invoice needs.
     void save(const std::vector<HandLine>& lines);
 
   private:
@@ -51,8 +52,11 @@ class HandSale {
     };
     std::int64_t open_shift();
     std::int64_t claim(const std::vector<HandLine>& lines);
+    std::string journal_text(const std::vector<HandLine>& lines, std::int64_t number) const;
     std::vector<Batch> batches_of(std::int64_t item);
-    void take(const std::vector<Batch>& batches, double quantity);
+    // Adds what it took to `changes`.
+    void take(const HandLine& line, const std::vector<Batch>& batches, std::string& changes);
+    void note(int step, const std::string& text);
     void log(const std::string& line);
 
     HandEngine& engine_;
@@ -60,6 +64,7 @@ class HandSale {
     sqlite3_stmt *period_, *barcode_, *card_, *stock_, *expiries_, *found_;
     sqlite3_stmt *shift_, *number_, *settings_, *header_, *line_, *batches_, *take_;
     sqlite3_stmt *claims_, *claim_, *taken_, *release_;
+    sqlite3_stmt *begin_, *commit_, *enter_, *note_, *leave_, *forget_notes_;
 };
 
 }  // namespace bench

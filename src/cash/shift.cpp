@@ -187,7 +187,7 @@ ShiftEnd ShiftStart::plan_close(const common::Moment& at, const Amounts& amounts
     closed.discounts = position.own().discounts;
     if (prints_report_) report_ = closed;
     return {shift.number, at, amounts.counted.value_or(common::Amount()),
-            position.transfer_from(session_.cash_point, amounts.leave)};
+            position.transfer_from(session_.cash_point, amounts.leave), report_};
 }
 
 std::optional<Refusal> ShiftStart::settle_earlier() {
@@ -197,7 +197,8 @@ std::optional<Refusal> ShiftStart::settle_earlier() {
         const auto settled = database::settle(connection_, services_, unfinished, shift_resumption,
                                               database::Paper::none, nullptr);
         if (settled == database::Settled::left) return refuse("", message::change_unfinished);
-        open();
+        if (settled == database::Settled::finished) report_ = report_to_print(unfinished);
+        finish();
         return refuse("", message::look_at_shift);
     }
     return std::nullopt;
@@ -239,15 +240,9 @@ std::optional<Refusal> ShiftStart::stopped(database::JournalEntry& unfinished, c
     return refuse("", message::change_unfinished);
 }
 
-// An error in the printing table is only logged: the shift has changed, the printed page needs no more than
-// what was read, and the cashier must not be sent to close a closed shift again.
 void ShiftStart::finish() {
     connection_.make_durable();
-    try {
-        if (report_) write_print_row(connection_, *report_, session_.user_name);
-    } catch (const database::Error& error) {
-        services_.log.log_event(error.what(), error.sqlstate());
-    }
+    if (report_) write_print_row(connection_, services_.log, *report_, session_.user_name);
     const auto kept = report_;
     open();
     report_ = kept;

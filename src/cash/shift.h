@@ -74,7 +74,8 @@ class ShiftStart {
     // Invoice discounts of the open shift; 0 between shifts.
     const InvoiceDiscounts& discounts() const { return discounts_; }
 
-    // The report of the shift that the last action closed, if the settings want it printed.
+    // The report of the shift that the last action closed, also one that it only finished to close, if the
+    // settings want it printed.
     const std::optional<ShiftReport>& report() const { return report_; }
 
   protected:

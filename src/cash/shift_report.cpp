@@ -41,16 +41,21 @@ std::vector<std::pair<std::string, std::string>> ShiftReport::amounts() const {
     return rows;
 }
 
-void write_print_row(database::Connection& connection, const ShiftReport& report, const std::string& user) {
-    connection.execute(Sql("delete from [print] where [user] = ") + quoted(user));
-    database::Recordset row(connection, "select * from [print]");
-    row.add();
-    row.set("f1", report.counted.value_or(Amount()).text());
-    row.set("F2", report.expected.text());
-    row.set("f3", report.difference().value_or(Amount()).text());
-    row.set("f4", report.card_sales.text());
-    row.set("User", user);
-    row.update();
+void write_print_row(database::Connection& connection, common::Log& log, const ShiftReport& report,
+                     const std::string& user) {
+    try {
+        connection.execute(Sql("delete from [print] where [user] = ") + quoted(user));
+        database::Recordset row(connection, "select * from [print]");
+        row.add();
+        row.set("f1", report.counted.value_or(Amount()).text());
+        row.set("F2", report.expected.text());
+        row.set("f3", report.difference().value_or(Amount()).text());
+        row.set("f4", report.card_sales.text());
+        row.set("User", user);
+        row.update();
+    } catch (const database::Error& error) {
+        log.log_event(error.what(), error.sqlstate());
+    }
 }
 
 }  // namespace cash

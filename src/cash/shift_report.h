@@ -10,6 +10,7 @@
 #include "cash/cash_position.h"
 #include "common/amount.h"
 #include "common/date_time.h"
+#include "common/services.h"
 #include "database/connection.h"
 
 namespace cash {
@@ -40,7 +41,10 @@ struct ShiftReport {
     std::vector<std::pair<std::string, std::string>> amounts() const;
 };
 
-// Replaces the user's rows of the printing table with the report's one row.
-void write_print_row(database::Connection& connection, const ShiftReport& report, const std::string& user);
+// Replaces the user's rows of the printing table with the report's one row. An error is only logged: the
+// shift has changed, the printed page needs no more than what was read, and the cashier must not be sent to
+// close a closed shift again.
+void write_print_row(database::Connection& connection, common::Log& log, const ShiftReport& report,
+                     const std::string& user);
 
 }  // namespace cash

@@ -20,7 +20,10 @@ using database::Value;
 
 TALLVEX_JSON(Drawer, store, code)
 TALLVEX_JSON(CashTransfer, from, to, amount, note, user, at)
-TALLVEX_JSON(ShiftEnd, number, at, counted, transfer)
+TALLVEX_JSON(InvoiceDiscounts, taken_off, beside)
+TALLVEX_JSON(ShiftReport, number, worker, store, drawer, start, end, counted, expected, card_sales,
+             uncollected, discounts)
+TALLVEX_JSON(ShiftEnd, number, at, counted, transfer, report)
 TALLVEX_JSON(ShiftBegin, number, at, worker)
 TALLVEX_JSON(ShiftToSave, drawer, closed, started)
 
@@ -57,6 +60,12 @@ JournalEntry entry_of(const ShiftToSave& save, const common::Moment& begun) {
                                           : fmt::format("بدء الوردية رقم {}", save.started->number);
     return {0,     save.drawer.store,      save.drawer.code, std::string(journal_kind), title,
             begun, common::json_text(save)};
+}
+
+std::optional<ShiftReport> report_to_print(const JournalEntry& entry) {
+    if (entry.kind != journal_kind) return std::nullopt;
+    const ShiftToSave save = read_save(entry);
+    return save.closed ? save.closed->report : std::nullopt;
 }
 
 std::string log_name(const ShiftToSave& save) {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "cash/cash_position.h"
+#include "cash/shift_report.h"
 #include "common/amount.h"
 #include "common/date_time.h"
 #include "database/unfinished.h"
@@ -18,6 +19,7 @@ struct ShiftEnd {
     common::Moment at;
     common::Amount counted;
     std::optional<CashTransfer> transfer;  // nothing if no cash is to be moved
+    std::optional<ShiftReport> report;  // if the shop prints it; its figures are gone once the cash is moved
 };
 struct ShiftBegin {
     std::int64_t number = 0;
@@ -33,6 +35,9 @@ struct ShiftToSave {
 // The entry of the journal, begun at a moment.
 database::JournalEntry entry_of(const ShiftToSave& save, const common::Moment& begun);
 extern const database::Resumption shift_resumption;
+
+// The report that is to be printed once the shift change of an entry is finished; nothing if none is.
+std::optional<ShiftReport> report_to_print(const database::JournalEntry& entry);
 
 // How the activity log names a shift change; the name ends with ")".
 std::string log_name(const ShiftToSave& save);

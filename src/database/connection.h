@@ -93,6 +93,9 @@ class Command {
     bool must_change() const { return must_change_; }
 
   private:
+    friend class Recordset;
+    Command() = default;
+
     std::string text_;
     std::vector<Value> values_;
     bool must_change_ = false;
@@ -156,11 +159,12 @@ class Connection {
     // open. "begin transaction" and "commit transaction" may be among the statements.
     virtual std::vector<Outcome> run_all(const std::vector<Command>& commands);
 
+    // Error 40001 about a command that changed no row.
+    static Error unchanged(const Command& command);
+
   protected:
     // Rolls a transaction back that the first `done` commands began and did not end.
     void roll_back_begun(const std::vector<Command>& commands, std::size_t done) noexcept;
-    // Error 40001 about a command that changed no row.
-    static Error unchanged(const Command& command);
 };
 
 // Begins with the object and is rolled back with it unless commit() was called.
@@ -180,8 +184,10 @@ class Transaction {
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
 
-    void commit() {
-        connection_.execute("commit transaction");
+    // Together with the commands before it, in one journey.
+    void commit(std::vector<Command> commands = {}) {
+        commands.push_back(Sql("commit transaction"));
+        connection_.run_all(commands);
         committed_ = true;
     }
 

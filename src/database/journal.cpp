@@ -43,7 +43,7 @@ std::vector<JournalEntry> unfinished_saves(Connection& connection, std::int64_t 
 }
 
 void Journal::begin(const JournalEntry& entry) {
-    steps_.clear();
+    leave();
     id_ = new_id();
     try {
         connection_.execute(
@@ -70,31 +70,96 @@ void Journal::read_steps() {
 void Journal::once(int step, const std::function<std::string()>& write) {
     if (has_done(step)) return;
     std::string noted;
-    in_transaction(connection_, [&] {
-        noted = write();
-        if (is_recorded()) note(step, noted);
+    until_unchanged([&] {
+        try {
+            Transaction transaction(connection_);
+            noted = write();
+            transaction.commit(notes(step, noted));
+        } catch (const Error& error) {
+            throw_if_gone(error);
+            throw;
+        }
     });
-    steps_.emplace(step, std::move(noted));
+    count_as_done(step, noted);
+}
+
+void Journal::run(const std::vector<PlannedStep>& steps, const std::vector<Command>* ending) {
+    std::vector<Command> commands;
+    const auto add_transaction = [&](const std::vector<Command>& first, const std::vector<Command>& then) {
+        if (first.empty() && then.empty()) return;
+        commands.emplace_back(Sql("begin transaction"));
+        commands.insert(commands.end(), first.begin(), first.end());
+        commands.insert(commands.end(), then.begin(), then.end());
+        commands.emplace_back(Sql("commit transaction"));
+    };
+    std::vector<std::pair<const PlannedStep*, std::size_t>> ends;  // of the steps in the batch
+    for (const PlannedStep& step : steps) {
+        if (has_done(step.number)) continue;
+        add_transaction(step.commands, notes(step.number, step.noted, ends.empty()));
+        ends.emplace_back(&step, commands.size());
+    }
+    if (ending != nullptr) add_transaction(removal(), *ending);
+    const auto count_done = [&](std::size_t done) {
+        for (const auto& [step, end] : ends)
+            if (end <= done) count_as_done(step->number, step->noted);
+    };
+    try {
+        connection_.run_all(commands);
+    } catch (const BatchError& error) {
+        count_done(error.position());
+        throw_if_gone(error);
+        throw;
+    }
+    count_done(commands.size());
+    if (ending != nullptr) leave();
 }
 
 // Adds nothing, and so fails, if the save is no longer there.
-void Journal::note(int step, const std::string& noted) {
-    const std::int64_t added =
-        connection_.execute(Sql("insert into till_step (save_id,step,noted) select id, ") + step + ", " +
-                            quoted(noted) + " from till_save where id = " + id_);
-    if (added == 0) throw_gone();
+std::vector<Command> Journal::notes(int step, const std::string& noted, bool is_next) const {
+    std::vector<Command> commands;
+    if (!is_recorded()) return commands;
+    const auto add = [&](int number, const std::string& text) {
+        commands.push_back(Command(Sql("insert into till_step (save_id,step,noted) select id, ") + number +
+                                   ", " + quoted(text) + " from till_save where id = " + id_)
+                               .that_must_change());
+    };
+    if (is_next)
+        for (const int waiting : noted_with_next_)
+            add(waiting, "");
+    add(step, noted);
+    return commands;
+}
+
+void Journal::count_as_done(int step, const std::string& noted) {
+    for (const int waiting : noted_with_next_)
+        steps_.emplace(waiting, "");
+    noted_with_next_.clear();
+    steps_.emplace(step, noted);
+}
+
+// The save and its steps. Fails if the save is no longer there.
+std::vector<Command> Journal::removal() const {
+    if (!is_recorded()) return {};
+    return {Command(Sql("delete from till_save where id = ") + id_).that_must_change(),
+            Sql("delete from till_step where save_id = ") + id_};
+}
+
+// A row of the journal that was not found need not be looked for again.
+void Journal::throw_if_gone(const Error& error) {
+    if (!is_recorded() || error.kind() != Error::Kind::changed_meanwhile) return;
+    if (connection_.query(Sql("select id from till_save where id = ") + id_).empty()) throw_gone();
 }
 
 void Journal::undo(const std::function<void(int step, const std::string& noted)>& take_back) {
     in_transaction(connection_, [&] {
-        remove();  // first: from now on no other program goes on with it
+        // First the save: from now on no other program goes on with it.
+        if (connection_.execute(Sql("delete from till_save where id = ") + id_) == 0) throw_gone();
         read_steps();
         for (auto step = steps_.rbegin(); step != steps_.rend(); ++step)
             take_back(step->first, step->second);
         connection_.execute(Sql("delete from till_step where save_id = ") + id_);
     });
-    id_ = 0;
-    steps_.clear();
+    leave();
 }
 
 void Journal::rewrite(const JournalEntry& entry) {
@@ -103,19 +168,10 @@ void Journal::rewrite(const JournalEntry& entry) {
                         {entry.title, entry.content, id_});
 }
 
-void Journal::end(const std::function<void()>& with_it) {
-    if (!is_recorded()) return with_it();
-    in_transaction(connection_, [&] {
-        remove();
-        connection_.execute(Sql("delete from till_step where save_id = ") + id_);
-        with_it();
-    });
+void Journal::leave() {
     id_ = 0;
     steps_.clear();
-}
-
-void Journal::remove() {
-    if (connection_.execute(Sql("delete from till_save where id = ") + id_) == 0) throw_gone();
+    noted_with_next_.clear();
 }
 
 void Journal::forget() noexcept {

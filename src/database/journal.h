@@ -30,6 +30,13 @@ struct JournalEntry {
 std::vector<JournalEntry> unfinished_saves(Connection& connection);
 std::vector<JournalEntry> unfinished_saves(Connection& connection, std::int64_t store, std::int64_t drawer);
 
+// A step whose statements are known before it begins.
+struct PlannedStep {
+    int number = 0;
+    std::vector<Command> commands;
+    std::string noted;  // what only this writing knows and taking the step back needs
+};
+
 // One save on its way through its steps. A step is done in one transaction with the note that it is done, so
 // it is known of every step whether it is done, and no step is done twice. Between the steps there is no
 // transaction.
@@ -50,23 +57,37 @@ class Journal {
     // Does a step, unless it is done already. `write` returns what only the moment of writing knows and
     // taking the step back needs. It runs again from its beginning if another till was in the way.
     void once(int step, const std::function<std::string()>& write);
+    // Does planned steps in their order, on a server in one journey. After an error has_done() tells the
+    // steps that are done, unless the answer was lost. Nothing is tried again: what changed must be planned
+    // anew.
+    void run(const std::vector<PlannedStep>& steps) { run(steps, nullptr); }
+    // Notes a step that wrote nothing as done, together with the next step.
+    void note_with_next(int step) { noted_with_next_.push_back(step); }
     // Takes all steps back, the last one first, and removes the save, in one transaction: another program
     // either finds the whole save or nothing of it. `take_back` gets each step with what its write returned.
     void undo(const std::function<void(int step, const std::string& noted)>& take_back);
     // Changes what is recorded of the save, none of whose steps went by it yet.
     void rewrite(const JournalEntry& entry);
-    // Removes the finished save and, together with it, does what belongs to its end.
-    void end(const std::function<void()>& with_it = [] {});
+    // Does the last steps, removes the finished save and, together with it, runs what belongs to its end.
+    void end(const std::vector<PlannedStep>& steps = {}, const std::vector<Command>& with_it = {}) {
+        run(steps, &with_it);
+    }
 
   private:
+    void run(const std::vector<PlannedStep>& steps, const std::vector<Command>* ending);
     void read_steps();
-    void remove();
+    void throw_if_gone(const Error& error);
+    std::vector<Command> removal() const;
+    // The notes of a step, and of those that wait for the next step if this is it.
+    std::vector<Command> notes(int step, const std::string& noted, bool is_next = true) const;
+    void count_as_done(int step, const std::string& noted);
+    void leave();
     void forget() noexcept;
-    void note(int step, const std::string& noted);
 
     Connection& connection_;
     std::int64_t id_ = 0;
     std::map<int, std::string> steps_;
+    std::vector<int> noted_with_next_;
 };
 
 }  // namespace database

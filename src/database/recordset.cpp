@@ -166,6 +166,11 @@ void Recordset::move_next() {
     if (!at_end()) ++position_;
 }
 
+void Recordset::move_to(std::size_t row) {
+    leave_row();
+    position_ = row;
+}
+
 Recordset::Record& Recordset::current() {
     load();
     if (position_ >= rows_.size()) throw Error("24000", "There is no current row.", statement_.text());
@@ -206,10 +211,29 @@ void Recordset::cancel() {
 }
 
 void Recordset::update() {
-    if (adding_) {
-        insert_row();
-    } else if (!pending_.empty()) {
-        update_row();
+    if (!adding_ && pending_.empty()) return;
+    const Command command = adding_ ? insert_command() : update_command();
+    const std::int64_t changed = connection_.run(command.text(), command.values()).changed;
+    if (command.must_change() && changed == 0) throw Connection::unchanged(command);
+    count_as_written();
+}
+
+Command Recordset::take_update() {
+    Command command = adding_ ? insert_command() : update_command();
+    count_as_written();
+    return command;
+}
+
+// If the rows have not been read yet, a new one will be among them; else it is appended, without the values
+// that the server filled in.
+void Recordset::count_as_written() {
+    if (!adding_) {
+        write_into(current());
+    } else if (loaded_) {
+        Record record{std::vector<Value>(shape().columns.size()), Null{}};
+        write_into(record);
+        rows_.push_back(std::move(record));
+        position_ = rows_.size() - 1;
     }
     cancel();
 }
@@ -222,7 +246,14 @@ void Recordset::write_into(Record& record) {
     }
 }
 
-void Recordset::insert_row() {
+Command Recordset::command_of(std::string text, std::vector<Value> values) {
+    Command command;
+    command.text_ = std::move(text);
+    command.values_ = std::move(values);
+    return command;
+}
+
+Command Recordset::insert_command() {
     if (insert_.empty() || inserted_ != pending_) {
         insert_ = "insert into ";
         add_bracketed(insert_, table_);
@@ -239,17 +270,10 @@ void Recordset::insert_row() {
         insert_ += pending_.empty() ? " default values" : ")";
         inserted_ = pending_;
     }
-    connection_.run(insert_, values_);
-    // If the rows have not been read yet, the new one will be among them; else it is appended, without the
-    // values that the server filled in.
-    if (!loaded_) return;
-    Record record{std::vector<Value>(shape().columns.size()), Null{}};
-    write_into(record);
-    rows_.push_back(std::move(record));
-    position_ = rows_.size() - 1;
+    return command_of(insert_, values_);
 }
 
-void Recordset::update_row() {
+Command Recordset::update_command() {
     Record& record = current();
     const auto& [columns, types, key] = shape();
     std::vector<Value> values;
@@ -288,10 +312,7 @@ void Recordset::update_row() {
             text += "=?";
         values.push_back(record.cells[at]);
     }
-    if (connection_.run(text, values).changed == 0) {
-        throw Error("40001", "The row was changed or deleted by another workstation.", text);
-    }
-    write_into(record);
+    return command_of(std::move(text), std::move(values)).that_must_change();
 }
 
 }  // namespace database

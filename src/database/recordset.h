@@ -27,6 +27,9 @@ class Recordset {
     // Moving away from a row whose changes were neither updated nor cancelled throws Error HY010.
     void move_first();
     void move_next();
+    void move_to(std::size_t row);
+    // The current row, counted from 0.
+    std::size_t position() const { return position_; }
 
     // The current row's cells, or what was set since. Column names ignore case; an unknown one throws Error
     // 42S22.
@@ -54,6 +57,8 @@ class Recordset {
     }
     // Writes what was set. Without changes it does nothing.
     void update();
+    // The statement by which update() would write, for a batch; from then on the row counts as written.
+    Command take_update();
     // Drops what was set and not updated.
     void cancel();
 
@@ -68,8 +73,10 @@ class Recordset {
     void load();
     void leave_row();
     Record& current();
-    void insert_row();
-    void update_row();
+    static Command command_of(std::string text, std::vector<Value> values);
+    Command insert_command();
+    Command update_command();
+    void count_as_written();
     void write_into(Record& record);
     const Connection::Table& shape();
     std::size_t column_at(std::string_view column);

@@ -5,21 +5,28 @@
 
 namespace database {
 
-// Runs an action in a transaction, again and again as long as another till changes the same rows meanwhile.
-// After a rollback the action starts from nothing, so it must read what it changes by itself.
+// Runs an action, again and again as long as another till changes the same rows meanwhile.
 template <typename Action>
-void in_transaction(Connection& connection, const Action& action) {
+void until_unchanged(const Action& action) {
     constexpr int most_attempts = 100;  // more than competing tills can use up
     for (int attempt = 1;; ++attempt) {
         try {
-            Transaction transaction(connection);
-            action();
-            transaction.commit();
-            return;
+            return action();
         } catch (const Error& error) {
             if (error.kind() != Error::Kind::changed_meanwhile || attempt == most_attempts) throw;
         }
     }
+}
+
+// Runs an action in a transaction. After a rollback the action starts from nothing, so it must read what it
+// changes by itself.
+template <typename Action>
+void in_transaction(Connection& connection, const Action& action) {
+    until_unchanged([&] {
+        Transaction transaction(connection);
+        action();
+        transaction.commit();
+    });
 }
 
 }  // namespace database

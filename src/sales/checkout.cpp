@@ -128,8 +128,9 @@ bool Checkout::settle_all() {
     bool any = false;
     bool any_left = false;
     bool screen_is_left = false;
-    for (const auto& [id, settled] :
+    for (const auto& [id, settled, report] :
          UnfinishedSaves(connection_, session_, services_, state_.printer).settle_all()) {
+        if (report) state_.shift_reports.push_back(*report);
         any = any || settled != database::Settled::left;
         any_left = any_left || settled == database::Settled::left;
         if (!sale_.partly_saved || sale_.partly_saved->journal_id != id) continue;

@@ -67,85 +67,103 @@ void add(Goods& goods, const std::string& text) {
         goods[{item, store}] += quantity;
 }
 
+constexpr database::Fragment all_claims =
+    "select series, stcode, pnum, claim, goods, datediff(second, moment, getdate()) as age from till_claim "
+    "order by moment, claim";
+
 }  // namespace
 
-// A till that may not create the table works without it.
-template <typename Action>
-void Claims::unless_missing(const Action& action) {
-    if (is_missing_) return;
+// Runs commands in one journey. A till that may not create the table works without it: `commands` is asked
+// again then.
+template <typename Commands>
+Claims::Outcomes Claims::run(const Commands& commands) {
     try {
-        action();
+        return connection_.run_all(commands());
     } catch (const database::Error& error) {
-        if (error.sqlstate() != database::no_such_table) throw;
+        if (is_missing_ || error.sqlstate() != database::no_such_table) throw;
         is_missing_ = true;
+        return connection_.run_all(commands());
     }
 }
 
-void Claims::forget(std::int64_t claim) {
-    connection_.execute(Sql("delete from till_claim where claim = ") + claim);
+Sql Claims::removal_of(std::int64_t claim) const {
+    return Sql("delete from till_claim where claim = ") + claim;
 }
 
-Claims::Others Claims::read_others(const Invoice& invoice) {
+std::vector<database::Command> Claims::removal() const {
+    if (!has_claimed_ || is_missing_) return {};
+    return {removal_of(id_)};
+}
+
+Claims::Others Claims::others_in(const database::Result& claims, const Invoice& invoice) {
     Others others;
-    unless_missing([&] {
-        bool before_own = true;
-        for (const Row& row : connection_.query(
-                 "select series, stcode, pnum, claim, goods, datediff(second, moment, getdate()) as age from "
-                 "till_claim order by moment, claim")) {
-            const std::int64_t claim = row.integer("claim");
-            if (claim == id_) {
-                before_own = false;
-                continue;
-            }
-            if (!is_fresh(row)) {
-                forget(claim);
-                continue;
-            }
-            const std::string goods = row.text("goods");
-            add(others.goods, goods);
-            if (before_own) add(others.older_goods, goods);
-            if (row.integer("series") == number_of_series(invoice) &&
-                row.integer("stcode") == store_of_series(invoice))
-                others.highest_number = std::max(others.highest_number, row.integer("pnum"));
+    bool before_own = true;
+    for (const Row& row : claims) {
+        const std::int64_t claim = row.integer("claim");
+        if (claim == id_) {
+            before_own = false;
+            continue;
         }
-    });
+        if (!is_fresh(row)) {
+            connection_.execute(removal_of(claim));
+            continue;
+        }
+        const std::string goods = row.text("goods");
+        add(others.goods, goods);
+        if (before_own) add(others.older_goods, goods);
+        if (row.integer("series") == number_of_series(invoice) &&
+            row.integer("stcode") == store_of_series(invoice))
+            others.highest_number = std::max(others.highest_number, row.integer("pnum"));
+    }
     return others;
 }
 
-// Returns false if another till claimed the number first.
-bool Claims::write(const Invoice& invoice) {
+// Claims number_ and looks at what there is then. Returns false if another till was first.
+bool Claims::write_and_look(const Invoice& invoice, Look& look) {
     try {
-        unless_missing([&] {
-            has_claimed_ = true;  // even if the answer is lost
-            connection_.execute(
-                Sql("insert into till_claim (series, stcode, pnum, claim, goods, moment) select ") +
-                number_of_series(invoice) + ", " + store_of_series(invoice) + ", " + number_ + ", " + id_ +
-                ", " + database::quoted(text_of(goods_)) + ", getdate()");
+        const Outcomes seen = run([&] {
+            std::vector<database::Command> commands;
+            if (!is_missing_) {
+                has_claimed_ = true;  // even if the answer is lost
+                commands.emplace_back(
+                    Sql("insert into till_claim (series, stcode, pnum, claim, goods, moment) select ") +
+                    number_of_series(invoice) + ", " + store_of_series(invoice) + ", " + number_ + ", " +
+                    id_ + ", " + database::quoted(text_of(goods_)) + ", getdate()");
+                commands.emplace_back(all_claims);
+            }
+            commands.emplace_back(last_number(invoice));
+            commands.emplace_back(levels_statement(goods_));
+            return commands;
         });
-        return true;
+        // In this order: a claim disappears after its stock has moved, so what is no longer claimed is no
+        // longer in stock.
+        const Others others = is_missing_ ? Others() : others_in(seen[1].result, invoice);
+        look = judge(invoice, others, stock_levels(seen.back().result));
+        // Another till may have claimed, saved and released the number since it was read.
+        if (next_invoice_number(seen[seen.size() - 2].result) <= number_) return true;
+        if (!is_missing_) connection_.execute(removal_of(id_));
     } catch (const database::Error& error) {
         if (error.sqlstate() != database::key_violated) throw;
-        return false;
     }
+    return false;
 }
 
-void Claims::draw_number(const Invoice& invoice) {
+Claims::Look Claims::draw_number(const Invoice& invoice) {
     for (int attempt = 0; attempt < most_attempts; ++attempt) {
-        const std::int64_t claimed = read_others(invoice).highest_number;
-        number_ = std::max(next_invoice_number(connection_.query(last_number(invoice))), claimed + 1);
-        if (!write(invoice)) continue;
-        // Another till may have claimed, saved and released the number since it was read.
-        if (next_invoice_number(connection_.query(last_number(invoice))) <= number_) return;
-        unless_missing([&] { forget(id_); });
+        const Outcomes seen = run([&] {
+            std::vector<database::Command> commands;
+            if (!is_missing_) commands.emplace_back(all_claims);
+            commands.emplace_back(last_number(invoice));
+            return commands;
+        });
+        const Others others = is_missing_ ? Others() : others_in(seen.front().result, invoice);
+        number_ = std::max(next_invoice_number(seen.back().result), others.highest_number + 1);
+        if (Look look; write_and_look(invoice, look)) return look;
     }
     throw database::Error(std::string(database::key_violated), "other tills claimed every number", "");
 }
 
-Claims::Look Claims::look_at_stock(const Invoice& invoice) {
-    // In this order: a claim disappears after its stock has moved, so what is no longer claimed is no longer
-    // in stock.
-    const Others others = read_others(invoice);
-    const Goods levels = stock_levels(connection_.query(levels_statement(goods_)));
+Claims::Look Claims::judge(const Invoice& invoice, const Others& others, const Goods& levels) const {
     Look look;
     look.short_line = first_short_line(invoice, levels);
     look.is_lacking = look.short_line != nullptr;
@@ -155,14 +173,24 @@ Claims::Look Claims::look_at_stock(const Invoice& invoice) {
     return look;
 }
 
+Claims::Look Claims::look_at_stock(const Invoice& invoice) {
+    const Outcomes seen = run([&] {
+        std::vector<database::Command> commands;
+        if (!is_missing_) commands.emplace_back(all_claims);
+        commands.emplace_back(levels_statement(goods_));
+        return commands;
+    });
+    const Others others = is_missing_ ? Others() : others_in(seen.front().result, invoice);
+    return judge(invoice, others, stock_levels(seen.back().result));
+}
+
 std::optional<Shortage> Claims::claim(const Invoice& invoice) {
     release();  // what a lost connection left of the last save
     if (!has_claimed_) id_ = random_id();
     is_missing_ = false;
     goods_ = goods_taken(invoice);
-    draw_number(invoice);
+    Look look = draw_number(invoice);
     const auto deadline = steady_clock::now() + patience;
-    Look look = look_at_stock(invoice);
     while (look.short_line != nullptr) {
         const bool may_wait = !look.is_lacking && steady_clock::now() < deadline;
         // The older claim goes first, so a younger one makes way for it and lines up again.
@@ -171,8 +199,7 @@ std::optional<Shortage> Claims::claim(const Invoice& invoice) {
         std::this_thread::sleep_for(pause);
         look = look_at_stock(invoice);
         if (look.short_line != nullptr || has_claimed_) continue;
-        draw_number(invoice);
-        look = look_at_stock(invoice);
+        look = draw_number(invoice);
     }
     return std::nullopt;
 }
@@ -187,21 +214,20 @@ bool Claims::number_taken(const Invoice& invoice) {
     const Sql saved = Sql("select pnum from sales where ") +
                       condition_of(series_of(invoice.kind, invoice.payment), invoice.store) +
                       " and pnum = " + invoice.number;
-    bool is_taken = false;
-    unless_missing([&] {
+    const Outcomes seen = run([&] {
+        if (is_missing_) return std::vector<database::Command>{saved};
         // Of another till, if the claim here grew too old.
-        is_taken = !connection_
-                        .query(saved + " union all select pnum from till_claim where series = " +
-                               number_of_series(invoice) + " and stcode = " + store_of_series(invoice) +
-                               " and pnum = " + invoice.number + " and claim <> " + id_)
-                        .empty();
+        return std::vector<database::Command>{
+            saved + " union all select pnum from till_claim where series = " + number_of_series(invoice) +
+            " and stcode = " + store_of_series(invoice) + " and pnum = " + invoice.number + " and claim <> " +
+            id_};
     });
-    return is_missing_ ? !connection_.query(saved).empty() : is_taken;
+    return !seen.front().result.empty();
 }
 
 void Claims::release() noexcept {
     try {
-        if (has_claimed_ && !is_missing_) forget(id_);
+        connection_.run_all(removal());
         has_claimed_ = false;
     } catch (const std::exception&) {
         // The next save tries again; until then the claim grows old.

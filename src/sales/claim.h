@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "database/connection.h"
 #include "sales/invoice.h"
@@ -43,6 +44,9 @@ class Claims {
     bool number_taken(const Invoice& invoice);
     // Gives everything back. What an error leaves is given back by the next save.
     void release() noexcept;
+    // The statements that give everything back, to run with others; afterwards comes forget().
+    std::vector<database::Command> removal() const;
+    void forget() { has_claimed_ = false; }
 
   private:
     struct Others {
@@ -55,13 +59,15 @@ class Claims {
         bool is_lacking = false;  // the goods are not there, whoever claims them
         bool makes_way = false;   // an older claim has them
     };
-    template <typename Action>
-    void unless_missing(const Action& action);
-    Others read_others(const Invoice& invoice);
-    bool write(const Invoice& invoice);
-    void forget(std::int64_t claim);
-    void draw_number(const Invoice& invoice);
+    using Outcomes = std::vector<database::Connection::Outcome>;
+    template <typename Commands>
+    Outcomes run(const Commands& commands);
+    Others others_in(const database::Result& claims, const Invoice& invoice);
+    bool write_and_look(const Invoice& invoice, Look& look);
+    Look draw_number(const Invoice& invoice);
     Look look_at_stock(const Invoice& invoice);
+    Look judge(const Invoice& invoice, const Others& others, const Goods& levels) const;
+    database::Sql removal_of(std::int64_t claim) const;
 
     database::Connection& connection_;
     std::int64_t id_ = 0;      // marks the rows of this claim

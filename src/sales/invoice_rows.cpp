@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <ranges>
+#include <set>
+#include <utility>
 
 #include "common/json.h"
 #include "common/text.h"
 #include "database/recordset.h"
+#include "database/transaction.h"
 #include "sales/return_links.h"
 #include "sales/stock_check.h"
 #include "stock/transfer.h"
@@ -31,12 +35,22 @@ namespace {
 // Each supplied line is a step of its own, so each step has that many numbers.
 constexpr int transfer_steps = 100'000;
 
+// Between the values of SaveStep.
+constexpr int step_distance = 10;
+
 SaveStep step_of_number(int number) {
     return static_cast<SaveStep>(number / transfer_steps);
 }
 
 bool takes_from_stock(const Invoice& invoice, const Line& line) {
     return !invoice.is_return() && line.moves_stock();
+}
+
+std::set<std::int64_t> items_moved(const Invoice& invoice) {
+    std::set<std::int64_t> items;
+    for (const Line& line : invoice.lines)
+        if (line.moves_stock()) items.insert(*line.item_code);
+    return items;
 }
 
 bool moves_balance(const Invoice& invoice) {
@@ -89,40 +103,74 @@ int step_number(SaveStep step) {
     return static_cast<int>(step) * transfer_steps;
 }
 
-template <typename Write>
-void InvoiceRows::step(SaveStep step, bool applies, const Write& write) {
-    if (applies) journal_.once(step_number(step), write);
-    finished_ = step;
+InvoiceRows::InvoiceRows(database::Connection& connection, database::Journal& journal,
+                         const InvoiceToSave& save)
+    : connection_(connection),
+      journal_(journal),
+      save_(save),
+      invoice_(save.invoice),
+      batches_(connection, save.invoice.store, items_moved(save.invoice)) {}
+
+void InvoiceRows::write(const Commands& at_end) {
+    database::until_unchanged([&] {
+        try {
+            try_to_write(at_end);
+        } catch (...) {
+            batches_.forget();
+            throw;
+        }
+    });
 }
 
-void InvoiceRows::write() {
-    const auto& lines = invoice_.lines;
-    const auto any = [&lines](auto condition) { return std::ranges::any_of(lines, condition); };
-    read_batches();
-    step(SaveStep::account_balance, moves_balance(invoice_), [this] {
-        move_account_balance(false);
-        return std::string();
-    });
-    step(SaveStep::header, true, [this] {
-        write_header();
-        return std::string();
-    });
-    step(SaveStep::bank, invoice_.payment == PaymentOption::card,
-         [this] { return std::to_string(write_bank_row()); });
-    step(SaveStep::lines, true, [this] {
-        write_lines();
-        return std::string();
-    });
-    fetch_from_other_stores();
-    step(SaveStep::stock, any([](const Line& line) { return line.moves_stock(); }),
-         [this] { return common::json_text(move_stock()); });
-    step(SaveStep::craftsman_lines, any([](const Line& line) { return line.salver_code != 0; }), [this] {
-        move_craftsman_lines(false);
-        return std::string();
-    });
+void InvoiceRows::try_to_write(const Commands& at_end) {
+    const auto any = [this](auto condition) { return std::ranges::any_of(invoice_.lines, condition); };
+    planned_.clear();
+    if (is_to_do(SaveStep::account_balance, moves_balance(invoice_)))
+        plan(SaveStep::account_balance, move_account_balance(false));
+    if (is_to_do(SaveStep::header, true)) plan(SaveStep::header, header());
+    if (is_to_do(SaveStep::bank, invoice_.payment == PaymentOption::card)) plan_bank_row();
+    if (is_to_do(SaveStep::lines, true)) plan(SaveStep::lines, lines());
+    if (any([this](const Line& line) { return !invoice_.is_return() && line.is_supplied(); }))
+        fetch_from_other_stores();
+    if (is_to_do(SaveStep::stock, any([](const Line& line) { return line.moves_stock(); }))) plan_stock();
+    if (is_to_do(SaveStep::craftsman_lines, any([](const Line& line) { return line.salver_code != 0; })))
+        plan(SaveStep::craftsman_lines, move_craftsman_lines(false));
     // A return does not reserve again.
-    step(SaveStep::reservations, moves_balance(invoice_) && !invoice_.is_return(),
-         [this] { return take_off_reservations(); });
+    if (is_to_do(SaveStep::reservations, moves_balance(invoice_) && !invoice_.is_return()) &&
+        !connection_.query(Sql("select top 1 rnum") + reservations()).empty()) {
+        do_planned(SaveStep::craftsman_lines);
+        journal_.once(step_number(SaveStep::reservations), [this] { return take_off_reservations(); });
+    }
+    do_planned(SaveStep::reservations, [&] { journal_.end(planned_, at_end); });
+}
+
+bool InvoiceRows::is_to_do(SaveStep step, bool applies) const {
+    return applies && !journal_.has_done(step_number(step));
+}
+
+void InvoiceRows::plan(SaveStep step, Commands commands, std::string noted) {
+    planned_.push_back({step_number(step), std::move(commands), std::move(noted)});
+}
+
+template <typename Run>
+void InvoiceRows::do_planned(SaveStep last, const Run& run) {
+    try {
+        run();
+    } catch (...) {
+        // The step before the first that is not done.
+        finished_ = last;
+        const auto left = std::ranges::find_if(
+            planned_, [this](const database::PlannedStep& step) { return !journal_.has_done(step.number); });
+        if (left != planned_.end())
+            finished_ = static_cast<SaveStep>(static_cast<int>(step_of_number(left->number)) - step_distance);
+        throw;
+    }
+    finished_ = last;
+    planned_.clear();
+}
+
+void InvoiceRows::do_planned(SaveStep last) {
+    do_planned(last, [this] { journal_.run(planned_); });
 }
 
 const Line* InvoiceRows::first_short_line() {
@@ -142,7 +190,7 @@ void InvoiceRows::take_back(int number, const std::string& noted) {
         case SaveStep::receipt:
             break;
         case SaveStep::account_balance:
-            move_account_balance(true);
+            connection_.run_all(move_account_balance(true));
             break;
         case SaveStep::header:
             remove_header();
@@ -167,7 +215,7 @@ void InvoiceRows::take_back(int number, const std::string& noted) {
                 sales::undo(connection_, invoice_.store, change);
             break;
         case SaveStep::craftsman_lines:
-            move_craftsman_lines(true);
+            connection_.run_all(move_craftsman_lines(true));
             break;
         case SaveStep::reservations:
             reserve_again(noted);
@@ -175,22 +223,16 @@ void InvoiceRows::take_back(int number, const std::string& noted) {
     }
 }
 
-// Before the first row is written, so that a server that is away is noticed here.
-void InvoiceRows::read_batches() {
-    for (const Line& line : invoice_.lines)
-        if (takes_from_stock(invoice_, line)) batches_.oldest(*line.item_code);
-}
-
-void InvoiceRows::move_account_balance(bool back) {
+InvoiceRows::Commands InvoiceRows::move_account_balance(bool back) const {
     Sql statement("update custdata set cacc = [cacc] ");
     if (invoice_.is_return() != back)
         statement += "- ";
     else
         statement += "+ ";
-    connection_.execute(statement + invoice_.net() + " where ccode = " + invoice_.customer);
+    return {statement + invoice_.net() + " where ccode = " + invoice_.customer};
 }
 
-void InvoiceRows::write_header() {
+InvoiceRows::Commands InvoiceRows::header() {
     Recordset sales(connection_, "select * from sales");
     sales.add();
     sales.set("pnum", invoice_.number);
@@ -222,9 +264,12 @@ void InvoiceRows::write_header() {
     }
     if (invoice_.payment == PaymentOption::tips) sales.set("disboun", invoice_.discount().value());
     if (invoice_.original) sales.set("inv_o", invoice_.original->number);
-    sales.update();
-    if (invoice_.is_return() && invoice_.original && invoice_.original->identity)
-        link_return(connection_, identity(), *invoice_.original->identity);
+    Commands commands = {sales.take_update()};
+    if (invoice_.is_return() && invoice_.original && invoice_.original->identity) {
+        const auto link = link_of_return(connection_, identity(), *invoice_.original->identity);
+        if (link) commands.push_back(*link);
+    }
+    return commands;
 }
 
 void InvoiceRows::remove_header() {
@@ -237,7 +282,8 @@ void InvoiceRows::remove_header() {
         values);
 }
 
-std::int64_t InvoiceRows::write_bank_row() {
+// If another till has taken the number meanwhile, nothing is written, and everything is planned anew.
+void InvoiceRows::plan_bank_row() {
     const std::int64_t number =
         database::integer_of(connection_.scalar("select max(ser) as xmax from btran ")) + 1;
     Sql statement = Sql("INSERT INTO btran (ser,bcode,[date],quan,type,type1,stcode,note1) select ") +
@@ -248,8 +294,8 @@ std::int64_t InvoiceRows::write_bank_row() {
     else
         statement += " , 1, 0, 0 , ";
     statement += quoted(card_note(!invoice_.is_return(), invoice_.card.reference));
-    connection_.execute(statement);
-    return number;
+    statement += Sql(" where not exists (select ser from btran where ser >= ") + number + ")";
+    plan(SaveStep::bank, {database::Command(statement).that_must_change()}, std::to_string(number));
 }
 
 void InvoiceRows::remove_bank_row(std::int64_t number) {
@@ -258,7 +304,8 @@ void InvoiceRows::remove_bank_row(std::int64_t number) {
                         " and note1 = " + quoted(card_note(!invoice_.is_return(), invoice_.card.reference)));
 }
 
-void InvoiceRows::write_lines() {
+InvoiceRows::Commands InvoiceRows::lines() {
+    Commands commands;
     Recordset rows(connection_, "select * from saledata");
     int serial = 0;
     for (const Line& line : invoice_.lines) {
@@ -290,45 +337,57 @@ void InvoiceRows::write_lines() {
         rows.set("time_", database::Value(common::on_day_zero(save_.moment.time)));
         if (invoice_.payment == PaymentOption::tips) rows.set("link", invoice_.tips_receiver);
         rows.set("inv_type", static_cast<int>(invoice_.kind));
-        rows.update();
+        commands.push_back(rows.take_update());
     }
+    return commands;
 }
 
 void InvoiceRows::fetch_from_other_stores() {
-    for (std::size_t row = 0; !invoice_.is_return() && row < invoice_.lines.size(); ++row) {
+    do_planned(SaveStep::lines);
+    for (std::size_t row = 0; row < invoice_.lines.size(); ++row) {
         const Line& line = invoice_.lines[row];
         if (!line.is_supplied() || !line.item_code) continue;
-        batches_.forget(*line.item_code);
         journal_.once(step_number(SaveStep::transfers) + static_cast<int>(row), [&] {
             return common::json_text(stock::transfer_for_line(connection_, transfer_of(invoice_, line)));
         });
     }
     finished_ = SaveStep::transfers;
+    batches_.forget();
+}
+
+void InvoiceRows::plan_stock() {
+    StockPlan movement = stock_movement();
+    if (!movement.adds_batch())
+        return plan(SaveStep::stock, std::move(movement.commands), common::json_text(movement.changes));
+    // Looked at again where no other till can write meanwhile.
+    do_planned(SaveStep::transfers);
+    journal_.once(step_number(SaveStep::stock), [this] {
+        batches_.forget();
+        const StockPlan moved = stock_movement();
+        connection_.run_all(moved.commands);
+        return common::json_text(moved.changes);
+    });
+    finished_ = SaveStep::stock;
 }
 
 // In the order of the items, so that no two tills wait for each other.
-StockChanges InvoiceRows::move_stock() {
+StockPlan InvoiceRows::stock_movement() {
     std::vector<const Line*> moved;
     for (const Line& line : invoice_.lines)
         if (line.moves_stock()) moved.push_back(&line);
     std::ranges::stable_sort(moved, {}, [](const Line* line) { return *line->item_code; });
-    StockChanges done;
-    try {
-        for (const Line* line : moved) {
-            if (invoice_.is_return())
-                done.push_back(put_into_stock(connection_, *line->item_code, invoice_.store,
-                                              line->base_quantity(), line->expiry));
-            else
-                batches_.take(*line->item_code, line->base_quantity(), done);
-        }
-    } catch (...) {
-        batches_.forget_all();
-        throw;
+    StockPlan movement;
+    for (const Line* line : moved) {
+        if (invoice_.is_return())
+            batches_.put(*line->item_code, line->base_quantity(), line->expiry, movement);
+        else
+            batches_.take(*line->item_code, line->base_quantity(), movement);
     }
-    return done;
+    return movement;
 }
 
-void InvoiceRows::move_craftsman_lines(bool back) {
+InvoiceRows::Commands InvoiceRows::move_craftsman_lines(bool back) const {
+    Commands commands;
     for (const Line& line : invoice_.lines) {
         if (line.salver_code == 0) continue;
         Sql statement("update salver set cqty = [cqty] ");
@@ -336,23 +395,40 @@ void InvoiceRows::move_craftsman_lines(bool back) {
             statement += "+ ";
         else
             statement += "- ";
-        connection_.execute(statement + line.quantity + " where scode = " + line.salver_code);
+        commands.emplace_back(statement + line.quantity + " where scode = " + line.salver_code);
     }
+    return commands;
+}
+
+// What the customer has reserved of the items sold.
+Sql InvoiceRows::reservations() const {
+    Sql from = Sql(" from reservd where quan1 > 0 and ccode = ") + invoice_.customer + " and icode in (0";
+    for (const Line& line : invoice_.lines)
+        if (line.item_code) from += Sql(", ") + *line.item_code;
+    return from + ")";
 }
 
 // What an account customer buys is taken off his reservations.
 std::string InvoiceRows::take_off_reservations() {
+    std::map<std::int64_t, std::vector<Lowered>> reserved;
+    for (const auto& row : connection_.query(Sql("select icode, rnum, quan1") + reservations()))
+        reserved[row.integer("icode")].push_back(
+            {row.integer("icode"), row.integer("rnum"), row.number("quan1"), 0});
     std::vector<Lowered> lowered;
+    Commands commands;
     for (const Line& line : invoice_.lines) {
         if (!line.item_code) continue;
-        const Sql reserved =
-            Sql(" Where quan1 > 0 and icode = ") + *line.item_code + " and ccode = " + invoice_.customer;
-        for (const auto& row : connection_.query(Sql("select rnum, quan1 from reservd") + reserved))
-            lowered.push_back(
-                {*line.item_code, row.integer("rnum"), row.number("quan1"), line.base_quantity()});
-        connection_.execute(Sql("Update reservd set quan1 = quan1 - ") + line.base_quantity() +
-                            " , quan = quan - " + line.base_quantity() + reserved);
+        const double by = line.base_quantity();
+        commands.emplace_back(Sql("Update reservd set quan1 = quan1 - ") + by + " , quan = quan - " + by +
+                              " Where quan1 > 0 and icode = " + *line.item_code +
+                              " and ccode = " + invoice_.customer);
+        for (Lowered& one : reserved[*line.item_code]) {
+            if (one.before <= 0) continue;
+            lowered.push_back({one.item, one.reservation, one.before, by});
+            one.before -= by;
+        }
     }
+    connection_.run_all(commands);
     return common::json_text(lowered);
 }
 

@@ -2,8 +2,9 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "database/journal.h"
 #include "sales/invoice_text.h"
@@ -32,46 +33,51 @@ std::string_view name_of(SaveStep step);
 
 class InvoiceRows {
   public:
-    InvoiceRows(database::Connection& connection, database::Journal& journal, const InvoiceToSave& save)
-        : connection_(connection),
-          journal_(journal),
-          save_(save),
-          invoice_(save.invoice),
-          batches_(connection, save.invoice.store) {}
+    InvoiceRows(database::Connection& connection, database::Journal& journal, const InvoiceToSave& save);
 
     // The first line of a sale whose goods are no longer there; null if all are.
     const Line* first_short_line();
-    // Writes the rows of every step that the journal does not know as done.
-    void write();
+    // Writes the rows of every step that the journal does not know as done, and removes the save from the
+    // journal together with `at_end`. On a server most saves are one journey.
+    void write(const std::vector<database::Command>& at_end);
     // Takes back what is written, and removes the save from the journal.
     void undo();
     // The last step that write() has passed; printing before it began.
     SaveStep finished() const { return finished_; }
 
   private:
+    using Commands = std::vector<database::Command>;
+
     InvoiceIdentity identity() const { return {key_of(invoice_), save_.moment.time}; }
-    void read_batches();
-    void move_account_balance(bool back);
-    void write_header();
+    bool is_to_do(SaveStep step, bool applies) const;
+    void try_to_write(const Commands& at_end);
+    // Plans the commands of a step, to be done with those planned before.
+    void plan(SaveStep step, Commands commands, std::string noted = {});
+    // Does what is planned, the last of it up to `last`.
+    template <typename Run>
+    void do_planned(SaveStep last, const Run& run);
+    void do_planned(SaveStep last);
+    Commands move_account_balance(bool back) const;
+    Commands header();
     void remove_header();
-    std::int64_t write_bank_row();
+    void plan_bank_row();
     void remove_bank_row(std::int64_t number);
-    void write_lines();
+    Commands lines();
     void fetch_from_other_stores();
-    StockChanges move_stock();
-    void move_craftsman_lines(bool back);
+    void plan_stock();
+    StockPlan stock_movement();
+    Commands move_craftsman_lines(bool back) const;
+    database::Sql reservations() const;
     std::string take_off_reservations();
     void reserve_again(std::string_view noted);
     void take_back(int step, const std::string& noted);
-    // Does the action as a step of the journal, if it applies at all.
-    template <typename Write>
-    void step(SaveStep step, bool applies, const Write& write);
 
     database::Connection& connection_;
     database::Journal& journal_;
     const InvoiceToSave& save_;
     const Invoice& invoice_;
     StockBatches batches_;
+    std::vector<database::PlannedStep> planned_;
     SaveStep finished_ = SaveStep::receipt;
 };
 

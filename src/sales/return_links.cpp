@@ -7,7 +7,9 @@ namespace sales {
 
 using database::Sql;
 
-void link_return(database::Connection& connection, const InvoiceIdentity& back, const InvoiceIdentity& sale) {
+std::optional<database::Command> link_of_return(database::Connection& connection, const InvoiceIdentity& back,
+                                                const InvoiceIdentity& sale) {
+    std::optional<database::Command> link;
     database::unless_table_is_missing([&] {
         database::Recordset links(connection, "select * from till_return");
         links.add();
@@ -23,8 +25,9 @@ void link_return(database::Connection& connection, const InvoiceIdentity& back, 
         links.set("sale_stcode", sale.key.store);
         links.set("sale_date", sale.key.date);
         links.set("sale_time", common::on_day_zero(sale.time));
-        links.update();
+        link = links.take_update();
     });
+    return link;
 }
 
 void unlink_return(database::Connection& connection, const InvoiceIdentity& back) {

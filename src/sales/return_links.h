@@ -9,10 +9,12 @@
 
 namespace sales {
 
-// Writes which sale a return belongs to. A shop may lack the table; its returns belong to the number then.
-void link_return(database::Connection& connection, const InvoiceIdentity& back, const InvoiceIdentity& sale);
+// The statement that writes which sale a return belongs to. Nothing if the shop lacks the table; its returns
+// belong to the number then.
+std::optional<database::Command> link_of_return(database::Connection& connection, const InvoiceIdentity& back,
+                                                const InvoiceIdentity& sale);
 
-// Removes what link_return() wrote.
+// Removes the link of a return.
 void unlink_return(database::Connection& connection, const InvoiceIdentity& back);
 
 // The sale of a return; nothing if it was not recorded.

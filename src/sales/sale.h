@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cash/shift_report.h"
 #include "common/services.h"
 #include "database/connection.h"
 #include "database/reads.h"
@@ -92,7 +93,8 @@ struct DeskState {
     std::optional<LastReceipt> last_receipt;
     std::optional<std::int64_t> sale_period;  // whose prices `tmp_price` holds, as far as this till knows
     bool may_have_unfinished = true;          // saves that stopped part-way stand in the journal
-    bool busy = false;                        // an action runs, perhaps waiting for an answer
+    std::vector<cash::ShiftReport> shift_reports;  // of shift changes that were finished here, to be printed
+    bool busy = false;                             // an action runs, perhaps waiting for an answer
 };
 
 // The base of the parts: the guard around every action, and what several actions do.

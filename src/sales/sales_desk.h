@@ -2,6 +2,8 @@
 // it. A window calls an action of a part and then repaints from sale().
 #pragma once
 
+#include <utility>
+
 #include "sales/entry.h"
 #include "sales/items.h"
 #include "sales/offers.h"
@@ -122,6 +124,8 @@ class Checkout : DeskPart {
     BeginSave begin_save();
     // Asks about them, if there may be any. Returns true if one was finished or undone.
     bool settle_unfinished();
+    // The reports of the shift changes that were finished since the last call, to be printed.
+    std::vector<cash::ShiftReport> take_shift_reports() { return std::exchange(state_.shift_reports, {}); }
     // The dialog opened by begin_save; null without one.
     Payment* payment() { return sale_.begun_save ? sale_.begun_save->payment.get() : nullptr; }
     void cancel_payment();

@@ -111,8 +111,8 @@ void Saving::write(const InvoiceToSave& save) {
     InvoiceRows rows(connection_, journal_, save);
     try {
         note_goods_sold_elsewhere(save.invoice, rows.first_short_line());
-        rows.write();
-        journal_.end([this] { claims_.release(); });
+        rows.write(claims_.removal());
+        claims_.forget();
         connection_.make_durable();
     } catch (...) {
         left_.finished = rows.finished();

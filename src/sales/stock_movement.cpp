@@ -22,104 +22,101 @@ double without_residue(double quantity) {
     return std::abs(quantity) < residue ? 0 : quantity;
 }
 
-// " and edate = ..." for a batch with or without a date.
-Sql of_batch(const std::optional<Date>& expiry) {
-    return expiry ? Sql(" and edate = ") + quoted(*expiry) : Sql(" and edate is null");
-}
-
-// Adds to the batch of an expiry date (a negative quantity takes from it), which is added if it is missing.
-StockChange move_batch(Connection& connection, std::int64_t item, std::int64_t store,
-                       const std::optional<Date>& expiry, double quantity) {
-    Recordset batch(connection, Sql("select * from stk where icode = ") + item + " and stcode = " + store +
-                                    of_batch(expiry));
-    const StockChange change{item, expiry, quantity, batch.at_end()};
-    if (change.adds_batch) {
-        batch.add();
-        batch.set("icode", item);
-        batch.set("stcode", store);
-        if (expiry) batch.set("edate", *expiry);
-        batch.set("quan", quantity);
-    } else {
-        batch.set("quan", without_residue(batch.number("quan") + quantity));
-    }
-    batch.update();
-    return change;
-}
-
 }  // namespace
 
-Recordset& StockBatches::batches_of(std::int64_t item) {
-    const auto known = batches_.find(item);
-    if (known != batches_.end()) return known->second;
-    const Sql statement = Sql("select * from stk where icode = ") + item + " order by edate";
-    return batches_.try_emplace(item, connection_, statement).first->second;
+bool StockPlan::adds_batch() const {
+    return std::ranges::any_of(changes, &StockChange::adds_batch);
 }
 
-bool StockBatches::is_held(Recordset& batch) const {
-    return batch.integer("stcode") == store_ && batch.number("quan") > 0;
+void StockBatches::read() {
+    Sql statement("select * from stk where icode in (");
+    for (auto item = items_.begin(); item != items_.end(); ++item) {
+        if (item != items_.begin()) statement += ", ";
+        statement += *item;
+    }
+    rows_.emplace(connection_, statement + ") order by edate");
+    batches_.clear();
+    for (; !rows_->at_end(); rows_->move_next()) {
+        if (rows_->integer("stcode") != store_) continue;
+        const auto expiry = rows_->null("edate") ? std::nullopt : std::optional(rows_->moment("edate").date);
+        batches_[rows_->integer("icode")].push_back({rows_->position(), expiry, rows_->number("quan")});
+    }
+}
+
+std::vector<StockBatches::Batch>& StockBatches::batches_of(std::int64_t item) {
+    if (!rows_) read();
+    return batches_[item];
 }
 
 std::optional<Date> StockBatches::oldest(std::int64_t item) {
-    Recordset& batches = batches_of(item);
-    for (batches.move_first(); !batches.at_end(); batches.move_next())
-        if (is_held(batches) && !batches.null("edate")) return batches.moment("edate").date;
+    for (const Batch& batch : batches_of(item))
+        if (batch.quantity > 0 && batch.expiry) return batch.expiry;
     return std::nullopt;
 }
 
 double StockBatches::held(std::int64_t item) {
-    Recordset& batches = batches_of(item);
     double sum = 0;
-    for (batches.move_first(); !batches.at_end(); batches.move_next())
-        if (batches.integer("stcode") == store_) sum += batches.number("quan");
+    for (const Batch& batch : batches_of(item))
+        sum += batch.quantity;
     return sum;
 }
 
-void StockBatches::take_from_batches(std::int64_t item, double& left, StockChanges& done) {
-    Recordset& batches = batches_of(item);
-    for (batches.move_first(); left > 0 && !batches.at_end(); batches.move_next()) {
-        if (!is_held(batches)) continue;
-        const double held = batches.number("quan");
-        const double taken = std::min(held, left);
-        batches.set("quan", without_residue(held - taken));
-        batches.update();
-        left = without_residue(left - taken);
-        done.push_back({item,
-                        batches.null("edate") ? std::nullopt : std::optional(batches.moment("edate").date),
-                        -taken, false});
-    }
-}
-
-void StockBatches::take(std::int64_t item, double quantity, StockChanges& done) {
+void StockBatches::take(std::int64_t item, double quantity, StockPlan& plan) {
     double left = quantity;
-    const bool known = batches_.contains(item);
-    take_from_batches(item, left, done);
-    if (left <= 0) return;
-    // Goods may have come in since the batches were read.
-    forget(item);
-    if (known) take_from_batches(item, left, done);
-    if (left > 0) done.push_back(move_batch(connection_, item, store_, common::no_expiry, -left));
-    forget(item);
+    for (Batch& batch : batches_of(item)) {
+        if (left <= 0) return;
+        if (batch.quantity <= 0) continue;
+        const double taken = std::min(batch.quantity, left);
+        change(item, batch, -taken, plan);
+        left = without_residue(left - taken);
+    }
+    if (left > 0) add(item, -left, common::no_expiry, plan);
 }
 
-StockChange put_into_stock(Connection& connection, std::int64_t item, std::int64_t store, double quantity,
-                           const std::optional<Date>& expiry) {
+void StockBatches::put(std::int64_t item, double quantity, const std::optional<Date>& expiry,
+                       StockPlan& plan) {
     Date into = expiry.value_or(common::no_expiry);
-    if (!expiry) {
-        for (const auto& batch :
-             connection.query(Sql("select * from stk where icode = ") + item + " order by edate desc")) {
-            if (batch.integer("stcode") != store || batch.null("edate")) continue;
-            into = batch.moment("edate").date;
-            break;
-        }
-    }
-    return move_batch(connection, item, store, into, quantity);
+    if (!expiry)
+        for (const Batch& batch : batches_of(item))
+            if (batch.expiry) into = *batch.expiry;
+    add(item, quantity, into, plan);
+}
+
+void StockBatches::add(std::int64_t item, double quantity, const std::optional<Date>& expiry,
+                       StockPlan& plan) {
+    auto& batches = batches_of(item);
+    const auto found = std::ranges::find(batches, expiry, &Batch::expiry);
+    if (found != batches.end()) return change(item, *found, quantity, plan);
+    rows_->add();
+    rows_->set("icode", item);
+    rows_->set("stcode", store_);
+    if (expiry) rows_->set("edate", *expiry);
+    rows_->set("quan", quantity);
+    plan.commands.push_back(rows_->take_update());
+    plan.changes.push_back({item, expiry, quantity, true});
+    batches.push_back({rows_->position(), expiry, quantity});
+}
+
+void StockBatches::change(std::int64_t item, Batch& batch, double by, StockPlan& plan) {
+    batch.quantity = without_residue(batch.quantity + by);
+    rows_->move_to(batch.row);
+    rows_->set("quan", batch.quantity);
+    plan.commands.push_back(rows_->take_update());
+    plan.changes.push_back({item, batch.expiry, by, false});
 }
 
 void undo(Connection& connection, std::int64_t store, const StockChange& change) {
-    move_batch(connection, change.item, store, change.expiry, -change.quantity);
+    StockBatches batches(connection, store, {change.item});
+    StockPlan plan;
+    batches.add(change.item, -change.quantity, change.expiry, plan);
+    connection.run_all(plan.commands);
     if (!change.adds_batch) return;
-    connection.execute(Sql("delete from stk where icode = ") + change.item + " and stcode = " + store +
-                       of_batch(change.expiry) + " and quan = 0");
+    Sql removal = Sql("delete from stk where icode = ") + change.item + " and stcode = " + store;
+    if (change.expiry)
+        removal += Sql(" and edate = ") + quoted(*change.expiry);
+    else
+        removal += " and edate is null";
+    connection.execute(removal + " and quan = 0");
 }
 
 }  // namespace sales

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
+#include <utility>
 #include <vector>
 
 #include "common/date_time.h"
@@ -20,40 +22,54 @@ struct StockChange {
 };
 using StockChanges = std::vector<StockChange>;
 
-// The batches of a store that a sale takes from. Those of an item are read once, when they are first needed.
-// If another till has changed one since, Error 40001 says so: what was done must then be rolled back and done
-// again after forget_all().
+// What is to be done to a store's batches.
+struct StockPlan {
+    StockChanges changes;
+    std::vector<database::Command> commands;
+    // A batch is added: if another till adds it meanwhile, there are two.
+    bool adds_batch() const;
+};
+
+// The batches that a store holds of some items, read together. Movements are planned on them one after the
+// other. If another till changes a batch before the plan is carried out, its command fails with Error 40001;
+// then everything is read and planned again.
 class StockBatches {
   public:
-    StockBatches(database::Connection& connection, std::int64_t store)
-        : connection_(connection), store_(store) {}
+    StockBatches(database::Connection& connection, std::int64_t store, std::set<std::int64_t> items)
+        : connection_(connection), store_(store), items_(std::move(items)) {}
 
+    // Reads the batches again when they are next needed.
+    void forget() { rows_.reset(); }
     // The expiry date of the batch that the next piece would be taken from; nothing without stock.
     std::optional<common::Date> oldest(std::int64_t item);
     // What the batches of an item hold together, in base units.
     double held(std::int64_t item);
-    // Takes a quantity (base units), oldest expiry first, and adds to `done` what it took. A batch is never
-    // driven below 0 while another has stock. What no batch covers is taken from the batch without expiry,
-    // which is added if it is missing.
-    void take(std::int64_t item, double quantity, StockChanges& done);
-    // Reads the item's batches again when they are next needed: goods have come in from another store.
-    void forget(std::int64_t item) { batches_.erase(item); }
-    void forget_all() { batches_.clear(); }
+    // Takes a quantity (base units), oldest expiry first. A batch is never driven below 0 while another has
+    // stock. What no batch covers is taken from the batch without expiry, which is added if it is missing.
+    void take(std::int64_t item, double quantity, StockPlan& plan);
+    // Puts a quantity (base units) back: into the batch of the given expiry date, which is added if it is
+    // missing; without a date into the newest batch, or into the batch without expiry if the store holds
+    // none.
+    void put(std::int64_t item, double quantity, const std::optional<common::Date>& expiry, StockPlan& plan);
+    // Adds to the batch of an expiry date or of none; a negative quantity takes from it.
+    void add(std::int64_t item, double quantity, const std::optional<common::Date>& expiry, StockPlan& plan);
 
   private:
-    database::Recordset& batches_of(std::int64_t item);
-    bool is_held(database::Recordset& batch) const;
-    void take_from_batches(std::int64_t item, double& left, StockChanges& done);
+    struct Batch {
+        std::size_t row = 0;                 // among rows_
+        std::optional<common::Date> expiry;  // nothing if its column is null
+        double quantity = 0;
+    };
+    std::vector<Batch>& batches_of(std::int64_t item);
+    void read();
+    void change(std::int64_t item, Batch& batch, double by, StockPlan& plan);
 
     database::Connection& connection_;
     std::int64_t store_;
-    std::map<std::int64_t, database::Recordset> batches_;
+    std::set<std::int64_t> items_;
+    std::optional<database::Recordset> rows_;
+    std::map<std::int64_t, std::vector<Batch>> batches_;  // by item, oldest first
 };
-
-// Puts a quantity (base units) back: into the batch of the given expiry date, which is added if it is
-// missing; without a date into the newest batch, or into the batch without expiry if the store holds none.
-StockChange put_into_stock(database::Connection& connection, std::int64_t item, std::int64_t store,
-                           double quantity, const std::optional<common::Date>& expiry);
 
 // Takes a change of a store's stock back.
 void undo(database::Connection& connection, std::int64_t store, const StockChange& change);

@@ -36,9 +36,8 @@ void finish_invoice(Connection& connection, JournalEntry& entry) {
         entry.title = renumbered.title;
         entry.content = renumbered.content;
     }
-    InvoiceRows(connection, journal, save).write();
+    InvoiceRows(connection, journal, save).write({});
     claims.release();
-    journal.end();
 }
 
 void undo_invoice(Connection& connection, const JournalEntry& entry) {
@@ -82,7 +81,7 @@ std::optional<Invoice> invoice_of(const JournalEntry& entry) {
 }
 
 void note_receipt(Journal& journal) {
-    if (journal.is_recorded()) journal.once(step_number(SaveStep::receipt), [] { return std::string(); });
+    journal.note_with_next(step_number(SaveStep::receipt));
 }
 
 const database::Resumption* resumption_of(std::string_view kind) {
@@ -94,8 +93,13 @@ const database::Resumption* resumption_of(std::string_view kind) {
 std::vector<UnfinishedSaves::Outcome> UnfinishedSaves::settle_all() {
     std::vector<Outcome> outcomes;
     for (JournalEntry& entry :
-         database::unfinished_saves(connection_, session_.store_code, session_.cash_point))
-        outcomes.push_back({entry.id, settle(entry, paper_of(entry), nullptr)});
+         database::unfinished_saves(connection_, session_.store_code, session_.cash_point)) {
+        outcomes.push_back({entry.id, settle(entry, paper_of(entry), nullptr), {}});
+        if (outcomes.back().settled != Settled::finished) continue;
+        const auto report = cash::report_to_print(entry);
+        if (report) cash::write_print_row(connection_, services_.log, *report, session_.user_name);
+        outcomes.back().report = report;
+    }
     return outcomes;
 }
 

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cash/shift_report.h"
 #include "common/services.h"
 #include "database/unfinished.h"
 #include "printing/receipt_printer.h"
@@ -19,7 +20,8 @@ namespace sales {
 database::JournalEntry entry_of(const InvoiceToSave& save, std::int64_t till_store);
 // The invoice of an entry; nothing if it is of another kind or cannot be read.
 std::optional<Invoice> invoice_of(const database::JournalEntry& entry);
-// Notes in the journal that the printing of the receipt has ended.
+// Notes in the journal, together with the first step, that the printing of the receipt has ended. After a
+// crash between the two nobody knows whether it came out.
 void note_receipt(database::Journal& journal);
 
 // How a kind of save is finished and undone; null for a kind that this program does not know.
@@ -35,6 +37,7 @@ class UnfinishedSaves {
     struct Outcome {
         std::int64_t id = 0;
         database::Settled settled = database::Settled::left;
+        std::optional<cash::ShiftReport> report;  // to be printed, of a shift change that was finished
     };
     // All of them, the oldest first.
     std::vector<Outcome> settle_all();

@@ -26,10 +26,8 @@ namespace ui {
 namespace {
 
 // Prints the report of the shift that the last action closed, if the settings want it printed.
-void print_shift_report(const cash::ShiftStart& logic, const Context& context) {
-    if (!logic.report()) return;
-    if (context.reports.print(report_of(*logic.report(), context.session))) return;
-    context.services.prompts.message(cash::message::check_printer, common::Icon::exclamation);
+void print_report_of(const cash::ShiftStart& logic, const Context& context) {
+    if (logic.report()) print_shift_report(*logic.report(), context);
 }
 
 QPushButton* shift_button(QHBoxLayout* row, const char* name, const QString& caption, int share,
@@ -94,7 +92,7 @@ void ShiftForm::show_number(const cash::ShiftStart& logic) {
 bool ShiftForm::start(cash::ShiftStart& logic, const Context& context) {
     const bool started = form_.save(context.services, "StartShift", logic.entry, [&] {
         auto refusal = logic.start();
-        if (!refusal) print_shift_report(logic, context);
+        print_report_of(logic, context);
         return refusal;
     });
     if (!started) show_number(logic);
@@ -113,7 +111,7 @@ bool ShiftForm::close_current(cash::ShiftChange& logic, const Context& context) 
         if (!logic.confirm_close()) return;
         refusal = logic.close_current();
         closed = !refusal;
-        if (closed) print_shift_report(logic, context);
+        print_report_of(logic, context);
     });
     if (refusal) form_.refuse(*refusal, context.services.prompts);
     if (!closed) show_number(logic);

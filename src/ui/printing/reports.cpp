@@ -59,6 +59,11 @@ printing::Report report_of(const cash::DayReport& day, const signin::Session& se
     return report;
 }
 
+void print_shift_report(const cash::ShiftReport& shift, const Context& context) {
+    if (context.reports.print(report_of(shift, context.session))) return;
+    context.services.prompts.message(cash::message::check_printer, common::Icon::exclamation);
+}
+
 QString printed_text(const Context& context) {
     const auto kept = context.reports.kept_file();
     return kept.empty() ? qt(printed) : kept_text({kept});

@@ -19,6 +19,9 @@ printing::Report report_of(const cash::ShiftReport& shift, const signin::Session
 // The cashier's report of a day.
 printing::Report report_of(const cash::DayReport& day, const signin::Session& session);
 
+// Prints the report of a closed shift. Says so if the printer fails.
+void print_shift_report(const cash::ShiftReport& shift, const Context& context);
+
 // Returns what to show after a report has been printed: that it is on paper, or in which file it was kept
 // because the workstation has no printer.
 QString printed_text(const Context& context);

@@ -88,6 +88,7 @@ class SalesWindow : public QWidget {
     bool finish_editing();
     void save();
     void settle_unfinished();
+    void print_shift_reports();
     void cancel(std::string_view name, bool (sales::Checkout::*action)());
     void recall(const QString& number);
     void reprint();

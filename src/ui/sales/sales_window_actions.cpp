@@ -35,9 +35,18 @@ void SalesWindow::act(std::string_view name, const std::function<void()>& action
     if (acting_ || Sheet::top_of(this) != nullptr) return;
     acting_ = true;
     guarded(context_.services, name, action);
+    guarded(context_.services, "PrintShiftReport", [this] { print_shift_reports(); });
     acting_ = false;
     printing_->say(kept_text(context_.receipts.take_kept()));
     repaint_all();
+}
+
+// Of shift changes that an earlier run of the till left to be finished.
+void SalesWindow::print_shift_reports() {
+    for (const cash::ShiftReport& report : desk_.checkout().take_shift_reports()) {
+        print_shift_report(report, context_);
+        say_where_kept(context_);
+    }
 }
 
 void SalesWindow::act_and_return(std::string_view name, const std::function<void()>& action) {
