@@ -21,6 +21,11 @@ void FaultyConnection::call_between(std::int64_t n, std::function<void()> what) 
     call_ = std::move(what);
 }
 
+void FaultyConnection::call_at(std::string text, std::function<void()> what) {
+    call_text_ = std::move(text);
+    call_ = std::move(what);
+}
+
 void FaultyConnection::stop_failing() {
     fail_at_ = call_at_ = call_from_ = 0;
     lost_ = false;
@@ -34,6 +39,10 @@ Connection::Outcome FaultyConnection::run(std::string_view statement,
                                           const std::vector<database::Value>& values) {
     statements_.emplace_back(statement);
     if (count() == call_at_) call_();
+    if (!call_text_.empty() && statement.find(call_text_) != std::string_view::npos) {
+        call_text_.clear();
+        call_();
+    }
     if (call_from_ != 0 && count() >= call_from_ && !in_transaction_) {
         call_from_ = 0;
         call_();

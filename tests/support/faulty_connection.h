@@ -27,6 +27,8 @@ class FaultyConnection : public database::Connection {
     void call_before(std::int64_t n, std::function<void()> what);
     // The same, but not before a transaction that is open then has ended: another till would wait for that.
     void call_between(std::int64_t n, std::function<void()> what);
+    // The same before the next statement that contains a text.
+    void call_at(std::string text, std::function<void()> what);
     // From now on nothing fails.
     void stop_failing();
 
@@ -54,6 +56,7 @@ class FaultyConnection : public database::Connection {
     bool lost_ = false;
     std::int64_t call_at_ = 0;
     std::int64_t call_from_ = 0;
+    std::string call_text_;
     bool in_transaction_ = false;
     std::function<void()> call_;
 };
