@@ -42,6 +42,10 @@ std::vector<JournalEntry> unfinished_saves(Connection& connection, std::int64_t 
                                    " and cash_no = " + drawer + " order by begun, id");
 }
 
+bool is_unfinished(Connection& connection, std::int64_t id) {
+    return !connection.query(Sql("select id from till_save where id = ") + id).empty();
+}
+
 void Journal::begin(const JournalEntry& entry) {
     leave();
     id_ = new_id();
@@ -147,7 +151,7 @@ std::vector<Command> Journal::removal() const {
 // A row of the journal that was not found need not be looked for again.
 void Journal::throw_if_gone(const Error& error) {
     if (!is_recorded() || error.kind() != Error::Kind::changed_meanwhile) return;
-    if (connection_.query(Sql("select id from till_save where id = ") + id_).empty()) throw_gone();
+    if (!is_unfinished(connection_, id_)) throw_gone();
 }
 
 void Journal::undo(const std::function<void(int step, const std::string& noted)>& take_back) {

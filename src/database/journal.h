@@ -30,6 +30,9 @@ struct JournalEntry {
 std::vector<JournalEntry> unfinished_saves(Connection& connection);
 std::vector<JournalEntry> unfinished_saves(Connection& connection, std::int64_t store, std::int64_t drawer);
 
+// Returns false if a save was finished or undone, or was never recorded.
+bool is_unfinished(Connection& connection, std::int64_t id);
+
 // A step whose statements are known before it begins.
 struct PlannedStep {
     int number = 0;

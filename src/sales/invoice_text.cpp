@@ -1,5 +1,7 @@
 #include "sales/invoice_text.h"
 
+#include <iterator>
+
 #include "common/json.h"
 
 namespace accounts {
@@ -24,7 +26,13 @@ TALLVEX_JSON(PaymentTaken, paid, change)
 TALLVEX_JSON(InvoiceToSave, invoice, payment, moment, shift, user, user_name, cash_point, claim)
 
 std::string text_of(const InvoiceToSave& save) {
-    return common::json_text(save);
+    // What a line has like a new one is left out, because every save writes the text: reading puts it back.
+    static const nlohmann::json plain = Line();
+    nlohmann::json content = save;
+    for (nlohmann::json& line : content["invoice"]["lines"])
+        for (auto field = line.begin(); field != line.end();)
+            field = *field == plain[field.key()] ? line.erase(field) : std::next(field);
+    return common::json_text(content);
 }
 
 InvoiceToSave read_invoice_to_save(std::string_view text) {

@@ -1,5 +1,7 @@
 #include "sales/saving.h"
 
+#include <algorithm>
+
 #include "common/date_time.h"
 #include "sales/invoice_key.h"
 #include "sales/invoice_receipt.h"
@@ -14,6 +16,18 @@ namespace {
 // `tallvex-admin check` finds the saves that never ended by these lines of the log.
 std::string in_log(const Invoice& invoice) {
     return "save of " + log_name(key_of(invoice));
+}
+
+// The last step that the journal knows as done of a save whose answer was lost; nothing if the save is not in
+// the journal any more, because it came to its end.
+std::optional<SaveStep> last_step_of(database::Connection& connection, std::int64_t id) {
+    if (!database::is_unfinished(connection, id)) return std::nullopt;
+    database::Journal journal(connection);
+    journal.resume(id);
+    SaveStep last = SaveStep::receipt;
+    for (const SaveStep step : save_steps)
+        if (journal.has_done(step_number(step))) last = step;
+    return last;
 }
 
 // Marks a running save, so that a second press while a message or the printer is waiting does nothing.
@@ -133,6 +147,12 @@ void Saving::note_goods_sold_elsewhere(const Invoice& invoice, const Line* line)
 // What stays in the journal keeps its claim until it is finished or undone.
 SaveOutcome Saving::stopped(Invoice& invoice, const std::exception& error) {
     left_.journal_id = may_have_printed_ ? journal_.id() : 0;
+    if (left_.journal_id != 0 && database::may_have_run(error) && has_ended()) {
+        claims_.forget();
+        services_.log.log_event(in_log(invoice) + " finished, though the last answer was lost",
+                                common::saving_code);
+        return SaveOutcome::saved;
+    }
     const bool nothing = left_.journal_id == 0 && left_.finished <= SaveStep::receipt &&
                          !(may_have_printed_ && database::may_have_run(error));
     services_.log.log_event(in_log(invoice) + " stopped, " + (nothing ? "nothing saved, " : "") +
@@ -154,6 +174,17 @@ SaveOutcome Saving::stopped(Invoice& invoice, const std::exception& error) {
                                   std::string(message::partly_advice),
                               common::Icon::critical);
     return SaveOutcome::partly_saved;
+}
+
+// Looks into the journal how far the save came.
+bool Saving::has_ended() {
+    try {
+        const auto last = last_step_of(connection_, left_.journal_id);
+        if (last) left_.finished = std::max(left_.finished, *last);
+        return !last;
+    } catch (const std::exception&) {
+        return false;  // the server is still away
+    }
 }
 
 SaveOutcome Saving::settle_at_once(Invoice& invoice, const std::exception& error) {

@@ -93,6 +93,7 @@ class Saving {
     void write(const InvoiceToSave& save);
     void note_goods_sold_elsewhere(const Invoice& invoice, const Line* line);
     SaveOutcome stopped(Invoice& invoice, const std::exception& error);
+    bool has_ended();
     SaveOutcome settle_at_once(Invoice& invoice, const std::exception& error);
 
     database::Connection& connection_;

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "accounts/voucher_saving.h"
 #include "cash/shift_rows.h"
 #include "sales/claim.h"
@@ -22,12 +24,20 @@ namespace {
 
 constexpr std::string_view invoice_kind = "invoice";
 
+bool has_header(Connection& connection, const InvoiceToSave& save) {
+    const InvoiceIdentity identity{key_of(save.invoice), save.moment.time};
+    return std::ranges::any_of(connection.query(database::Sql("select * from sales") + where(identity.key)),
+                               [&](const database::Row& row) { return identity_of(row) == identity; });
+}
+
 // Another till may have taken the number since, as long as the header was not there: then the invoice gets a
 // new one.
 void finish_invoice(Connection& connection, JournalEntry& entry) {
     Journal journal(connection);
     journal.resume(entry.id);
     InvoiceToSave save = read_invoice_to_save(entry.content);
+    // Only the answer to its end was lost.
+    if (!database::is_unfinished(connection, entry.id) && has_header(connection, save)) return;
     Claims claims(connection, save.claim);
     if (!journal.has_done(step_number(SaveStep::header)) && claims.number_taken(save.invoice)) {
         claims.claim_number(save.invoice);

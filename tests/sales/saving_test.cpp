@@ -661,6 +661,45 @@ TEST(Saving, SettingsChooseTheReceipts) {
     }
 }
 
+// A server that carries the end of a save out and is lost before it answers; or for a while longer.
+class LosingTheAnswer final : public test::FaultyConnection {
+  public:
+    LosingTheAnswer(database::Connection& inner, int more) : FaultyConnection(inner), more_(more) {}
+    Outcome run(std::string_view statement, const std::vector<database::Value>& values) override {
+        if (is_lost_ && more_-- > 0) throw lost();
+        return FaultyConnection::run(statement, values);
+    }
+    std::vector<Outcome> run_all(const std::vector<database::Command>& commands) override {
+        auto outcomes = FaultyConnection::run_all(commands);
+        is_lost_ = !commands.empty() && commands.back().text() == "commit transaction";
+        if (is_lost_) throw database::BatchError(lost(), 0);
+        return outcomes;
+    }
+
+  private:
+    static database::Error lost() { return {"08S01", "Communication link failure", ""}; }
+    int more_;
+    bool is_lost_ = false;
+};
+
+TEST(Saving, ASaveWhoseLastAnswerIsLostIsSaved) {
+    for (const int more : {0, 1}) {
+        SCOPED_TRACE(more);
+        Till till;
+        LosingTheAnswer losing(till.connection(), more);
+        till.services.prompts.answers = {true};
+        Invoice invoice = till.invoice();
+        invoice.lines = {Till::line(200, 1, 25)};
+        EXPECT_EQ(till.saving_on(losing).save(invoice, {}), SaveOutcome::saved)
+            << till.services.prompts.last();
+        EXPECT_EQ(till.services.prompts.questions.size(), static_cast<std::size_t>(more));
+        EXPECT_EQ(till.shop.number("select count(*) from sales"), 1);
+        EXPECT_EQ(till.shop.number("select sum(quan) from stk where icode = 200"), 49);
+        EXPECT_EQ(till.shop.number("select count(*) from till_save"), 0);
+        EXPECT_NE(till.services.log.lines.back().find("finished"), std::string::npos);
+    }
+}
+
 TEST(Saving, SecondPressWhileTheReceiptPrintsDoesNothing) {
     Till till;
     Invoice invoice = till.invoice();

@@ -175,7 +175,7 @@ std::string Session::answer_batch(std::string_view text) {
         more_follows_ = true;
         const std::string part = answer_statement(text.substr(0, end), {}, false);
         more_follows_ = false;
-        if (part.empty()) return {};  // silence, or the connection is cut
+        if (part.empty() || cut_) return {};  // silence, or the connection is cut
         answer += part;
         if (failed_) return answer;
         text.remove_prefix(end + database::batch_mark.size());
