@@ -40,6 +40,10 @@ const std::vector<std::pair<QString, QString>>& help_places() {
         {"offers_screen", "offers"},
         {"printer_screen", "printer"},
         {"paper_sheet", "printer"},
+        {"preview", "printer"},
+        {"printing_line", "printer"},
+        {"printing_wait", "printer"},
+        {"progress", "printer"},
         // Shifts and cash.
         {"shift2s", "shift-start"},
         {"shiftc", "shift-start"},
