@@ -270,7 +270,8 @@ std::vector<DrawerPosition> calc_cash(database::Connection& connection, const si
     Amount held;
     for (DrawerPosition& drawer : computed)
         ask_total(reads, calc_of(copy), {own.store, drawer.drawer}, {"", moment, net_from}, drawer.position);
-    ask_calc_position(reads, copy, own, common::next_second(services.clock.now()), net_from, held);
+    if (!leave.is_zero())
+        ask_calc_position(reads, copy, own, common::next_second(services.clock.now()), net_from, held);
     reads.run(connection);
     std::vector<Removal> removals;
     for (const DrawerPosition& drawer : computed) {

@@ -170,7 +170,7 @@ Result columns_of(Connection& shop, std::string_view statement) {
     std::vector<std::vector<Value>> rows;
     for (std::size_t at = statement.find('\''); at != statement.npos; at = statement.find('\'', at + 1)) {
         const std::size_t end = statement.find('\'', at + 1);
-        const std::string name(statement.substr(at + 1, end - at - 1));
+        const std::string name(statement.substr(at + 2, end - at - 3));  // without its brackets
         at = end;
         const auto table = table_of(shop, name);
         for (std::size_t i = 0; table && i < table->columns.size(); ++i) {

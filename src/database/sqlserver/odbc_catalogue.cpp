@@ -35,7 +35,7 @@ Sql catalogue_statement(const std::vector<std::string>& tables) {
         "where i.is_primary_key = 1) k on k.object_id = c.object_id and k.column_id = c.column_id where "
         "c.object_id in (0");
     for (const std::string& table : tables)
-        statement = std::move(statement) + ", object_id(" + quoted(table) + ")";
+        statement = std::move(statement) + ", object_id(" + quoted("[" + table + "]") + ")";
     return std::move(statement) + ") order by c.object_id, c.column_id";
 }
 
