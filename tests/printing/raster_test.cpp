@@ -179,7 +179,6 @@ TEST(Raster, TakesAPageLongerThanAPicture) {
     printing::LayoutReceipt layout = sample_layout(40);
     layout.rows.assign(600, layout.rows[0]);
     const ReceiptPage page(layout);
-    RollPrinter printer(384);
     const std::string bytes = raster(page, printing::narrow_roll, ReceiptPicture::raster);
     EXPECT_GE(bytes.size(), static_cast<std::size_t>(page.size().height() * 8 * 48));
 }
