@@ -4,9 +4,7 @@
 
 #include "cash/messages.h"
 #include "cash/shift.h"
-#include "database/next_number.h"
 #include "database/till_settings.h"
-#include "database/transaction.h"
 
 namespace cash {
 
@@ -148,11 +146,6 @@ std::string others_to_empty(database::Connection& connection, const signin::Sess
     return lines;
 }
 
-// In a transaction, for the number of the transfer.
-void move_cash(database::Connection& connection, const CashTransfer& transfer) {
-    database::in_transaction(connection, [&] { write_transfer(connection, transfer); });
-}
-
 }  // namespace
 
 void ask_discounts(Reads& reads, const Drawer& drawer, const common::Moment& start,
@@ -220,14 +213,15 @@ void CashPosition::move(Amount leave, std::int64_t drawer) {
     for (DrawerPosition& computed : drawers_) {
         if (drawer != 0 && drawer != computed.drawer) continue;
         const auto transfer = transfer_from(computed.drawer, leave);
-        if (transfer) move_cash(connection_, *transfer);
+        if (transfer) write_transfer(connection_, *transfer);
         computed.moved = transfer ? transfer->amount : Amount();
         if (store_ == session_.store_code && computed.drawer == session_.cash_point) own_ = computed;
     }
 }
 
 std::int64_t write_transfer(database::Connection& connection, const CashTransfer& transfer) {
-    const std::int64_t number = database::next_number(connection, " select max(cnum) as last_i from cach_t ");
+    const std::int64_t number =
+        database::integer_of(connection.scalar(" select max(cnum) as last_i from cach_t ")) + 1;
     connection.execute(
         Sql("Insert Into cach_t (cnum,cdate,caml,cfr,cto,note1,cash_nf,cash_nt,user_c,time_) select ") +
         number + "," + quoted(transfer.at.date) + "," + transfer.amount + "," + transfer.from.store + "," +
@@ -300,7 +294,7 @@ std::vector<DrawerPosition> calc_cash(database::Connection& connection, const si
         if (!may_empty_others && removals[i].drawer.code != session.cash_point) continue;
         const auto transfer = transfer_of(session, services.clock, main, removals[i], amounts[i]);
         if (!transfer) continue;
-        move_cash(connection, *transfer);
+        write_transfer(connection, *transfer);
         computed[i].moved = transfer->amount;
     }
     return computed;

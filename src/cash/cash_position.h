@@ -47,7 +47,7 @@ struct CashTransfer {
     std::int64_t user = 0;
     common::Moment at;
 };
-// Inserts it under the next number, which is returned. To be called in a transaction, for the number.
+// Inserts it under the next number, which is returned.
 std::int64_t write_transfer(database::Connection& connection, const CashTransfer& transfer);
 void remove_transfer(database::Connection& connection, std::int64_t number, const CashTransfer& transfer);
 
