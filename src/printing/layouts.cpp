@@ -26,6 +26,21 @@ std::string printed_price(const ReceiptLine& line, const ReceiptSettings& settin
     return common::format_amount(computed ? line.price - line.discount / line.quantity : line.price);
 }
 
+std::vector<LayoutRow> rows_in(const database::Result& table) {
+    std::vector<std::pair<std::int64_t, LayoutRow>> numbered;
+    for (const auto& row : table) {
+        numbered.emplace_back(row.integer("st"), LayoutRow{row.text("f1"), row.text("f2"), row.text("f3"),
+                                                           row.text("f4"), row.text("f5"), row.text("f6")});
+    }
+    // A server promises no order.
+    std::stable_sort(numbered.begin(), numbered.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<LayoutRow> rows;
+    for (auto& [number, row] : numbered)
+        rows.push_back(std::move(row));
+    return rows;
+}
+
 }  // namespace
 
 ReceiptSettings read_receipt_settings(database::Connection& connection) {
@@ -48,10 +63,10 @@ Sql LayoutRows::condition() const {
     return Sql(" where f18=") + quoted(std::to_string(*cash_point_)) + " and [user] = " + quoted(user_);
 }
 
-void LayoutRows::write(const Receipt& receipt, Form form, const ReceiptSettings& settings) {
+std::vector<LayoutRow> LayoutRows::write(const Receipt& receipt, Form form, const ReceiptSettings& settings) {
     // The plain and the compact layout do not show units.
     const bool units = form != Form::reprint && form != Form::no_telephone;
-    connection_.execute(Sql("delete from [print]") + condition());
+    std::vector<database::Command> commands = {Sql("delete from [print]") + condition()};
     database::Recordset rows(connection_, Sql("select * from [print]") + condition());
     int number = 0;
     for (const ReceiptLine& line : receipt.lines) {
@@ -66,23 +81,14 @@ void LayoutRows::write(const Receipt& receipt, Form form, const ReceiptSettings&
         rows.set("st", ++number);
         if (cash_point_) rows.set("f18", std::to_string(*cash_point_));
         rows.set("user", user_);
-        rows.update();
+        commands.push_back(rows.take_update());
     }
+    commands.emplace_back(Sql("select * from [print]") + condition());
+    return rows_in(connection_.run_all(commands).back().result);
 }
 
 std::vector<LayoutRow> LayoutRows::read() {
-    std::vector<std::pair<std::int64_t, LayoutRow>> numbered;
-    for (const auto& row : connection_.query(Sql("select * from [print]") + condition())) {
-        numbered.emplace_back(row.integer("st"), LayoutRow{row.text("f1"), row.text("f2"), row.text("f3"),
-                                                           row.text("f4"), row.text("f5"), row.text("f6")});
-    }
-    // A server promises no order.
-    std::stable_sort(numbered.begin(), numbered.end(),
-                     [](const auto& a, const auto& b) { return a.first < b.first; });
-    std::vector<LayoutRow> rows;
-    for (auto& [number, row] : numbered)
-        rows.push_back(std::move(row));
-    return rows;
+    return rows_in(connection_.query(Sql("select * from [print]") + condition()));
 }
 
 namespace {

@@ -43,9 +43,9 @@ class LayoutRows {
     LayoutRows(database::Connection& connection, std::optional<int> cash_point, std::string user)
         : connection_(connection), cash_point_(cash_point), user_(std::move(user)) {}
 
-    // Replaces the rows by the lines of the receipt in that form. Rows of other workstations and users stay
-    // untouched.
-    void write(const Receipt& receipt, Form form, const ReceiptSettings& settings);
+    // Replaces the rows by the lines of the receipt in that form and returns them as they are stored, on a
+    // server in one journey. Rows of other workstations and users stay untouched.
+    std::vector<LayoutRow> write(const Receipt& receipt, Form form, const ReceiptSettings& settings);
     // Returns the rows in the order of the receipt.
     std::vector<LayoutRow> read();
 

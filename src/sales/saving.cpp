@@ -56,6 +56,9 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
         SavingChecks checks(connection_, session_, services_.prompts, invoice, &claims_);
         database::Reads reads;
         checks.ask(reads);
+        std::optional<database::Result> settings;
+        reads.add(receipt_settings(invoice, false),
+                  [&settings](const database::Result& basic) { settings = basic; });
         reads.run(connection_);
         const auto shift = checks.run();
         if (!shift) return SaveOutcome::refused;
@@ -65,7 +68,7 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
         InvoiceToSave save{
             invoice,     payment, moment, *shift, session_.user_code, session_.user_name, session_.cash_point,
             claims_.id()};
-        print(save);
+        print(save, *settings);
         invoice.number = save.invoice.number;
         write(save);
         services_.log.log_event(in_log(invoice) + " finished", common::saving_code);
@@ -85,8 +88,7 @@ void Saving::log_begin(const Invoice& invoice) {
                             common::saving_code);
 }
 
-void Saving::print(InvoiceToSave& save) {
-    const auto settings = connection_.query(receipt_settings(save.invoice, false));
+void Saving::print(InvoiceToSave& save, const database::Result& settings) {
     record(save);
     may_have_printed_ = true;
     print_receipts(settings, session_, printer_, save);

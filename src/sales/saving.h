@@ -87,7 +87,7 @@ class Saving {
 
   private:
     void log_begin(const Invoice& invoice);
-    void print(InvoiceToSave& save);
+    void print(InvoiceToSave& save, const database::Result& settings);
     void record(const InvoiceToSave& save);
     void take_another_number(Invoice& invoice);
     void write(const InvoiceToSave& save);

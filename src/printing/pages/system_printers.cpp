@@ -122,13 +122,12 @@ bool SystemReceiptPrinter::is_printing() const {
     return !workstation_.services.devices.port_report().under_way.empty();
 }
 
-std::shared_ptr<const PageSet> SystemReceiptPrinter::pages(const Receipt& receipt, Form form) {
-    const ReceiptSettings settings = read_receipt_settings(workstation_.connection);
+std::shared_ptr<const PageSet> SystemReceiptPrinter::pages(const Receipt& receipt, Form form,
+                                                           const ReceiptSettings& settings) {
     const bool full_page = is_full_page(form);
     LayoutRows table(workstation_.connection, full_page ? std::nullopt : std::optional(receipt.cash_point),
                      receipt.user_name);
-    table.write(receipt, form, settings);
-    std::vector<LayoutRow> rows = table.read();
+    std::vector<LayoutRow> rows = table.write(receipt, form, settings);
     if (rows.empty()) return nullptr;
     const fs::path logo = logo_file(receipt, workstation_.program_folder);
     if (full_page) return std::make_shared<ReportPage>(invoice_report(receipt, form, settings, rows, logo));
@@ -150,7 +149,8 @@ std::optional<QrCode> SystemReceiptPrinter::electronic_code(const Receipt& recei
 }
 
 bool SystemReceiptPrinter::print_pages(const Receipt& receipt, Form form) {
-    const std::shared_ptr<const PageSet> made = pages(receipt, form);
+    const ReceiptSettings settings = read_receipt_settings(workstation_.connection);
+    const std::shared_ptr<const PageSet> made = pages(receipt, form, settings);
     if (!made) {
         workstation_.services.prompts.message(message::no_data, common::Icon::exclamation);
         return false;
@@ -160,7 +160,7 @@ bool SystemReceiptPrinter::print_pages(const Receipt& receipt, Form form) {
         if (!choice.prints_pictures() || is_full_page(form)) return send(made);
         return send_to_port(raster(*made, roll_of(choice.line_width), choice.picture), receipt);
     };
-    if (!read_receipt_settings(workstation_.connection).preview) return send_page();
+    if (!settings.preview) return send_page();
     bool printed = false;
     workstation_.show_pages(made, [&] { return printed = send_page(); });
     return printed;

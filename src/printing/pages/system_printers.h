@@ -10,6 +10,7 @@
 
 #include "common/services.h"
 #include "database/connection.h"
+#include "printing/layouts.h"
 #include "printing/pages/page_set.h"
 #include "printing/qr.h"
 #include "printing/receipt_printer.h"
@@ -51,9 +52,12 @@ class SystemReceiptPrinter final : public ReceiptPrinter {
 
     // Returns the pages that print() would send to the system's printer, or null if the receipt has no lines.
     // Replaces the workstation's rows in `print`. Throws database::Error.
-    std::shared_ptr<const PageSet> pages(const Receipt& receipt, Form form);
+    std::shared_ptr<const PageSet> pages(const Receipt& receipt, Form form) {
+        return pages(receipt, form, read_receipt_settings(workstation_.connection));
+    }
 
   private:
+    std::shared_ptr<const PageSet> pages(const Receipt& receipt, Form form, const ReceiptSettings& settings);
     bool print_text(const Receipt& receipt, Form form);
     bool draws_barcodes();
     bool print_pages(const Receipt& receipt, Form form);
