@@ -12,7 +12,7 @@ namespace {
 
 // Drawn, so that tills need not agree on a number. Whole in a double and on the safe side of bigint.
 std::int64_t new_id() {
-    std::random_device source;
+    static thread_local std::random_device source;  // opening it takes long
     return std::uniform_int_distribution<std::int64_t>(1, std::int64_t{1} << 52)(source);
 }
 

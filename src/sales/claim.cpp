@@ -31,7 +31,7 @@ constexpr milliseconds pause(25);
 constexpr int most_attempts = 100;
 
 std::int64_t random_id() {
-    std::random_device source;
+    static thread_local std::random_device source;  // opening it takes long
     return std::uniform_int_distribution<std::int64_t>(1, 0x7fffffff)(source);
 }
 
