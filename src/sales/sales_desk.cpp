@@ -23,7 +23,7 @@ bool SalesDesk::Open() {
     return change("open the sales screen", false, [&] {
         // The tables that invoices go to are opened without reading a row: a missing one is reported now, not
         // at the first sale.
-        connection_.describe_all({"sales", "saledata", "inv_d", "stk"});
+        connection_.describe_all({"sales", "saledata", "inv_d", "stk", "print"});
         clock_text_ = common::twelve_hour_text(services_.clock.now().time);
         sale_.chosen_store = session_.store_code;
         sale_ = empty_sale();
