@@ -21,6 +21,7 @@
 #include "ui/sales/sales_window.h"
 #include "ui/till.h"
 #include "ui/widgets/key_queue.h"
+#include "ui/widgets/server_link.h"
 #include "ui/widgets/sheet.h"
 
 namespace bench {
@@ -161,8 +162,9 @@ int sell_all_day(const std::filesystem::path& home, const Sizes& sizes, int sale
     environment.working_folder = home;
     startup::StartUp start_up(environment, services);
     ui::KeyQueue keys;
+    ui::ServerLink server(keys, nobody);
     ui::Till till(
-        services, keys, [] { return false; }, [] {},
+        services, keys, server, [] { return false; }, [] {},
         [](QWidget& window) {
             window.resize(1366, 768);
             window.show();

@@ -15,6 +15,7 @@
 #include "ui/screens.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/key_queue.h"
+#include "ui/widgets/server_link.h"
 #include "ui/widgets/sheet.h"
 #include "ui/widgets/style.h"
 
@@ -60,13 +61,15 @@ void press(QWidget& widget, int key, const QString& text, Qt::KeyboardModifiers 
 
 struct PaintedTill::Parts {
     explicit Parts(Till& till)
-        : context{till.connection(),
+        : server(keys, till.services().clock),
+          context{till.connection(),
                   till.session(),
                   till.services(),
                   till.nobody(),
                   reports,
                   choice,
                   keys,
+                  server,
                   {},
                   {},
                   [](QWidget&) {}},
@@ -85,6 +88,7 @@ struct PaintedTill::Parts {
     NoReports reports;
     printing::PrinterChoice choice;
     ui::KeyQueue keys;
+    ui::ServerLink server;
     ui::Context context;
     ui::SalesWindow screen;
     QLineEdit* entry = nullptr;

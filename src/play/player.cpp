@@ -16,6 +16,7 @@
 #include "startup/start_up.h"
 #include "ui/till.h"
 #include "ui/widgets/message_box.h"
+#include "ui/widgets/server_link.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -45,6 +46,7 @@ Player::Player(const Script& script, PlayShop& shop, const Settings& settings, s
 Player::~Player() = default;
 
 int Player::play() {
+    timer_.setProperty(ui::runs_while_waiting, true);
     timer_.setSingleShot(true);
     connect(&timer_, &QTimer::timeout, this, &Player::next);
     timer_.start(0);
@@ -161,15 +163,17 @@ void Player::start_till() {
         ui::ScreenPrompts prompts;
         startup::ActivityLog log(shop_.folder(), clock_);
         const common::Services services{prompts, clock_, *devices_, log};
+        ui::ServerLink link(keys_, clock_);
         startup::Environment environment;
         environment.command_line = cash_point_;
         environment.program_folder = shop_.folder();
         environment.working_folder = shop_.folder();
-        environment.open = [this](const std::string& text, const std::filesystem::path& folder) {
+        environment.open = [this, &link](const std::string& text, const std::filesystem::path& folder) {
             // On a server the till waits less long than in a shop.
             constexpr database::Patience patience_of_plays{2, 4};
             auto opened = settings_.server ? database::open_sqlserver(text, patience_of_plays)
                                            : startup::open_connection(text, folder);
+            opened = link.attach(std::move(opened), [text] { return database::ping_server(text); });
             auto made = std::make_unique<PlayConnection>(std::move(opened), clock_);
             connection_ = made.get();
             return made;
@@ -179,13 +183,16 @@ void Player::start_till() {
             window.resize(screen_);
             window.show();
         };
+        environment.show_copying = [show](const startup::Environment::Copying& copying) {
+            ui::show_copying(copying, show);
+        };
         environment.wait_for_server = [show](const std::string& server,
                                              const std::function<bool()>& attempt) {
             return ui::wait_for_server(server, attempt, show);
         };
         startup::StartUp start_up(environment, services);
         ui::Till till(
-            services, keys_,
+            services, keys_, link,
             [this] {
                 start_again_ = true;
                 return true;

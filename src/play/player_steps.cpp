@@ -44,7 +44,9 @@ QWidget* usable(const std::string& name, Progress& why_not) {
         return nullptr;
     }
     const ui::Sheet* top = ui::Sheet::top_of(widget->window());
-    if (top != nullptr && !top->isAncestorOf(widget)) {
+    const QWidget* waiting = find_widget("server_waiting");
+    const bool on_top = waiting != nullptr && waiting->isAncestorOf(widget);
+    if (top != nullptr && !top->isAncestorOf(widget) && !on_top) {
         why_not = Progress::wait(quoted + " lies under " + top->objectName().toStdString());
         return nullptr;
     }

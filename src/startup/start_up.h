@@ -29,9 +29,13 @@ struct Environment {
     // Shows that a server does not answer, and calls `attempt` in another thread until it returns true.
     // Returns false if the cashier gave up. Without it the first attempt decides.
     std::function<bool(const std::string& server, const std::function<bool()>& attempt)> wait_for_server;
+    // Shows that the shop is copied before its update, if that takes more than a moment. Runs the copying,
+    // which tells how many hundredths are done, in another thread, and throws what it throws.
+    using Copying = std::function<void(const std::function<void(int)>& tell)>;
+    std::function<void(const Copying& copying)> show_copying{};
     // Told once this till has its cash point. Another start of the same till makes the descriptor readable;
     // answer_second_start() is then to be called.
-    std::function<void(int descriptor)> listen;
+    std::function<void(int descriptor)> listen{};
 
     // This machine, with the arguments of main().
     static Environment here(int argc, const char* const* argv);
@@ -55,9 +59,11 @@ class StartUp {
 
     // Brings this till to the front for those who start it once more.
     void answer_second_start(const std::function<void()>& show);
-    // Keeps the cash point of a shop on a server for this machine. To be called every
-    // RunningTill::seconds_between_claims. Returns false if the server could not be asked.
-    bool renew_claim();
+    // Keeps the cash point of a shop on a server for this machine, and is to be renewed every
+    // RunningTill::seconds_between_claims, in any thread; none for a shop in a file.
+    const std::optional<RunningTill>& claim() const { return claim_; }
+    // To be told of another place where the renewed claim found this cash point.
+    void found_other_till(const std::string& place);
     // Leaves the cash point to the program that was started in place of this one.
     void hand_over();
 

@@ -60,15 +60,8 @@ bool StartUp::claim_cash_point() {
     return false;
 }
 
-bool StartUp::renew_claim() {
-    if (!claim_) return true;
-    try {
-        if (const auto other = claim_->claim(*connection_))
-            progress("this cash point also runs on " + *other);
-        return true;
-    } catch (const database::Error& error) {
-        return false;  // what the cashier does next will tell
-    }
+void StartUp::found_other_till(const std::string& place) {
+    progress("this cash point also runs on " + place);
 }
 
 // A server that is gone by then lets the claim run out.

@@ -107,8 +107,16 @@ void StartUp::keep_copy() {
     for (int number = 2; std::filesystem::exists(copy); ++number)
         copy = folder / (name + "-" + std::to_string(number) + ".backup");
     progress("copy before the update: " + copy.filename().string());
+    const auto copying = [&](const std::function<void(int)>& tell) {
+        backup::back_up(shop, copy, [&](const std::string&, std::size_t done, std::size_t total) {
+            tell(total == 0 ? 100 : static_cast<int>(done * 100 / total));
+        });
+    };
     try {
-        backup::back_up(shop, copy);
+        if (environment_.show_copying)
+            environment_.show_copying(copying);
+        else
+            copying([](int) {});
     } catch (const backup::Error& error) {
         throw StartUpError(error.what(), std::string(message::no_copy_before_update));
     }

@@ -17,6 +17,7 @@
 #include "common/file_devices.h"
 #include "common/files.h"
 #include "common/text.h"
+#include "database/sqlserver/open.h"
 #include "startup/messages.h"
 #include "startup/shop_files.h"
 #include "startup/start_up.h"
@@ -24,6 +25,7 @@
 #include "ui/till.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/message_box.h"
+#include "ui/widgets/server_link.h"
 #include "ui/widgets/style.h"
 
 namespace {
@@ -82,6 +84,17 @@ void back_up(const startup::Environment& environment, common::Log& log) {
         log.log_event("backup: " + tool.toStdString() + " cannot be started", "223");
 }
 
+// Renews the claim of the cash point in the background: the cashier waits for it no more than for a printer.
+void renew_claim(startup::StartUp& start_up, ui::ServerLink& server) {
+    const auto& claim = start_up.claim();
+    if (!claim) return;
+    const auto other = std::make_shared<std::optional<std::string>>();
+    server.run_later([other, claim = *claim](database::Connection& shop) { *other = claim.claim(shop); },
+                     [other, &start_up] {
+                         if (*other) start_up.found_other_till(**other);
+                     });
+}
+
 // For measuring the start: with TALLVEX_END_AT=sign-in the program ends once the sign-in window was painted.
 class EndAtSignIn final : public QObject {
   public:
@@ -132,6 +145,20 @@ void show_wrong_arguments(int argc, char** argv) {
                                 common::Icon::critical);
 }
 
+// What takes time: connecting, copying, and every statement on a server.
+void keep_screen_alive(startup::Environment& environment, ui::ServerLink& server) {
+    environment.show_copying = [](const startup::Environment::Copying& copying) {
+        ui::show_copying(copying, show_full_screen);
+    };
+    environment.wait_for_server = [](const std::string& name, const std::function<bool()>& attempt) {
+        return ui::wait_for_server(name, attempt, show_full_screen);
+    };
+    environment.open = [&server](const std::string& text, const std::filesystem::path& folder) {
+        return server.attach(startup::open_connection(text, folder),
+                             [text] { return database::ping_server(text); });
+    };
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -154,10 +181,9 @@ int main(int argc, char** argv) {
     common::FileDevices devices(environment.working_folder.string());
     ui::ScreenPrompts prompts;
     ui::KeyQueue keys;
+    ui::ServerLink server(keys, clock);
 
-    environment.wait_for_server = [](const std::string& server, const std::function<bool()>& attempt) {
-        return ui::wait_for_server(server, attempt, show_full_screen);
-    };
+    keep_screen_alive(environment, server);
     std::unique_ptr<startup::StartUp> start_up;
     std::unique_ptr<QSocketNotifier> second_start;
     environment.listen = [&](int descriptor) {
@@ -168,16 +194,12 @@ int main(int argc, char** argv) {
     start_up =
         std::make_unique<startup::StartUp>(environment, common::Services{prompts, clock, devices, log});
     QTimer claims;
-    QObject::connect(&claims, &QTimer::timeout, [&] {
-        // While the server is away the till must not stand still every minute.
-        const int pause = start_up->renew_claim() ? 1 : 10;
-        claims.start(pause * startup::RunningTill::seconds_between_claims * 1000);
-    });
+    QObject::connect(&claims, &QTimer::timeout, [&] { renew_claim(*start_up, server); });
     claims.start(startup::RunningTill::seconds_between_claims * 1000);
 
     bool again = false;
     ui::Till till(
-        {prompts, clock, devices, log}, keys,
+        {prompts, clock, devices, log}, keys, server,
         [&] {
             again = is_supervised();
             const bool started = again || start_again(environment, start_up->session().cash_point);

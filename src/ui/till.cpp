@@ -31,6 +31,11 @@ bool wait_for_server(const std::string& server, const std::function<bool()>& att
     return WaitingWindow(qt(server), show_window).run(attempt);
 }
 
+void show_copying(const std::function<void(const std::function<void(int)>& tell)>& copying,
+                  const std::function<void(QWidget&)>& show_window) {
+    CopyingWindow(show_window).run(copying);
+}
+
 void show_front() {
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (!window->isVisible() || window->windowType() != Qt::Window) continue;
@@ -53,8 +58,8 @@ void Till::run(database::Connection& connection, signin::Session& session) {
             services_.log.log_event(database::log_line("BackUp", error), failure_code);
         }
     };
-    const Context context{connection, session, services_, receipts, reports,
-                          choice,     keys_,   restart_,  back_up,  show_window_};
+    const Context context{connection, session, services_, receipts, reports,     choice,
+                          keys_,      server_, restart_,  back_up,  show_window_};
 
     const HelpKey help;
     auto sign_in = std::make_unique<SignInWindow>(context);

@@ -18,10 +18,14 @@ struct Session;
 namespace ui {
 
 class KeyQueue;
+class ServerLink;
 
 // The waiting window; see startup::Environment::wait_for_server.
 bool wait_for_server(const std::string& server, const std::function<bool()>& attempt,
                      const std::function<void(QWidget&)>& show_window);
+// The window that shows a copying; see startup::Environment::show_copying.
+void show_copying(const std::function<void(const std::function<void(int)>& tell)>& copying,
+                  const std::function<void(QWidget&)>& show_window);
 // Brings the window in use to the front.
 void show_front();
 
@@ -29,10 +33,11 @@ class Till {
   public:
     // `restart` starts the program again and returns false if that failed; `back_up` copies the shop into the
     // folders that it names; `show_window` shows a window.
-    Till(common::Services services, KeyQueue& keys, std::function<bool()> restart,
+    Till(common::Services services, KeyQueue& keys, ServerLink& server, std::function<bool()> restart,
          std::function<void()> back_up, std::function<void(QWidget&)> show_window)
         : services_(services),
           keys_(keys),
+          server_(server),
           restart_(std::move(restart)),
           back_up_(std::move(back_up)),
           show_window_(std::move(show_window)) {}
@@ -43,6 +48,7 @@ class Till {
   private:
     common::Services services_;
     KeyQueue& keys_;
+    ServerLink& server_;
     std::function<bool()> restart_;
     std::function<void()> back_up_;
     std::function<void(QWidget&)> show_window_;

@@ -243,7 +243,16 @@ TEST_F(StartUpTest, AShopIsCopiedBeforeItIsUpdated) {
     // The same version with something to add, and the last three of five.
     database::open_embedded(working / "shop.db")->execute("drop table elec_inv");
     EXPECT_TRUE(start_as("1.1.0", 5));
-    EXPECT_TRUE(start_as("1.2.0", 6));
+    // The last of them is shown to the cashier while it runs.
+    Environment showing = environment();
+    int most = 0;
+    showing.show_copying = [&](const Environment::Copying& copying) {
+        copying([&](int done) { most = std::max(most, done); });
+    };
+    startup::write_version_file(program, "1.2.0");
+    services.clock.moment.time.minute = 6;
+    EXPECT_TRUE(run(showing));
+    EXPECT_EQ(most, 100);
     EXPECT_EQ(copies(), (std::vector<std::string>{"before-update-20261121-100400-1.0.0.backup",
                                                   "before-update-20261121-100500-1.1.0.backup",
                                                   "before-update-20261121-100600-1.1.0.backup"}));
@@ -581,8 +590,8 @@ TEST_F(StartUpTest, ACashPointRunsOnOneMachineOfAServer) {
     other.working_folder = folder.path();
     startup::write_connection_file(folder.path(), record);
     StartUp first(server_environment(record, "SHOPSRV"), services.all());
-    EXPECT_TRUE(first.run([&](database::Connection&, signin::Session&) {
-        EXPECT_TRUE(first.renew_claim());
+    EXPECT_TRUE(first.run([&](database::Connection& connection, signin::Session&) {
+        EXPECT_FALSE(first.claim()->claim(connection));
         EXPECT_FALSE(run(other));
         EXPECT_NE(services.prompts.last().find("SHOPSRV " + working.string()), std::string::npos);
         other.command_line = "4";

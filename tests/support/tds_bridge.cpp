@@ -265,15 +265,19 @@ std::string TdsBridge::place() const {
 }
 
 void TdsBridge::set_network(Network network) {
-    const std::lock_guard guard(lock_);
+    std::unique_lock guard(lock_);
     if (network_ == network) return;
+    const bool was_down = network_ == Network::down;
     network_ = network;
     if (network == Network::down) {
         shutdown(listener_, SHUT_RDWR);
         for (const auto& [number, socket] : open_)
             shutdown(socket, SHUT_RDWR);
-    } else {
+    } else if (was_down) {
+        // A client that comes now must find it listening.
+        is_listening_ = false;
         back_.notify_all();
+        listens_.wait(guard, [this] { return ending_ || is_listening_; });
     }
 }
 
@@ -313,6 +317,8 @@ void TdsBridge::serve() {
             listener_ = -1;
             back_.wait(guard, [this] { return ending_ || network_ != Network::down; });
             if (!ending_) listener_ = tds::listen_on_loopback(port_);
+            is_listening_ = true;
+            listens_.notify_all();
             continue;
         }
         const int number = ++connections_;

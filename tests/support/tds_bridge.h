@@ -95,6 +95,8 @@ class TdsBridge {
     std::string failing_;
     Failure failure_ = Failure::none;
     std::condition_variable back_;
+    std::condition_variable listens_;
+    bool is_listening_ = true;  // again, after the network was down
     int listener_ = -1;
     int connections_ = 0;
     std::map<int, int> open_;  // sockets by their connection's number

@@ -11,9 +11,11 @@
 #include <QTimer>
 #include <new>
 #include <system_error>
+#include <thread>
 
 #include "database/error.h"
 #include "support/services.h"
+#include "ui/signin/waiting_window.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
@@ -195,6 +197,26 @@ TEST(Sheet, LeavesTheFocusBelowEvenIfNothingHadIt) {
     QTimer::singleShot(0, [&] { box.leave(1); });
     EXPECT_EQ(box.run(), 1);
     EXPECT_EQ(QApplication::focusWidget(), &window);
+}
+
+// A large shop is copied before its update; the window cannot be left before that.
+TEST(CopyingWindow, AppearsOnlyForALongCopyAndPassesItsErrorOn) {
+    int shown = 0;
+    const auto show = [&shown](QWidget& window) {
+        ++shown;
+        window.show();
+        window.close();
+        EXPECT_TRUE(window.isVisible());
+    };
+    ui::CopyingWindow(show).run([](const std::function<void(int)>& tell) { tell(100); });
+    EXPECT_EQ(shown, 0);
+    const auto slow = [](const std::function<void(int)>& tell) {
+        tell(50);
+        std::this_thread::sleep_for(std::chrono::seconds(1));
+        throw std::runtime_error("no room");
+    };
+    EXPECT_THROW(ui::CopyingWindow(show).run(slow), std::runtime_error);
+    EXPECT_EQ(shown, 1);
 }
 
 }  // namespace

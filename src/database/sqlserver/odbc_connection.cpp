@@ -97,6 +97,19 @@ void OdbcWatch::end() {
     deadline_ = Clock::time_point::max();
 }
 
+void OdbcWatch::cut() {
+    const std::lock_guard guard(lock_);
+    shut();
+}
+
+void OdbcWatch::shut() {
+    cut_ = true;
+    deadline_ = Clock::time_point::max();
+    if (!socket_) return;
+    const sockaddr_storage now = own_address(socket_->descriptor);
+    if (std::memcmp(&now, &socket_->own, sizeof now) == 0) ::shutdown(socket_->descriptor, SHUT_RDWR);
+}
+
 void OdbcWatch::keep_watch() {
     std::unique_lock guard(lock_);
     while (!ending_) {
@@ -107,10 +120,7 @@ void OdbcWatch::keep_watch() {
             asleep_until_ = deadline_;
             changed_.wait_until(guard, asleep_until_);
         } else {
-            const sockaddr_storage now = own_address(socket_->descriptor);
-            if (std::memcmp(&now, &socket_->own, sizeof now) == 0) ::shutdown(socket_->descriptor, SHUT_RDWR);
-            cut_ = true;
-            deadline_ = Clock::time_point::max();
+            shut();
         }
     }
 }
@@ -208,8 +218,11 @@ OdbcConnection::~OdbcConnection() {
 
 template <typename Work>
 auto OdbcConnection::guarded(std::string_view statement, std::chrono::milliseconds most, Work work) {
+    constexpr const char* late_answer = "The server did not answer in time.";
+    if (stop_.stop_requested()) throw Error("HYT00", late_answer, std::string(statement));
     try {
         const OdbcWatch::Wait wait(watch_, most);
+        const std::stop_callback on_stop(stop_, [this] { watch_.cut(); });
         return work();
     } catch (const OdbcFailure& failure) {
         const auto& all = failure.diagnostics;
@@ -221,7 +234,7 @@ auto OdbcConnection::guarded(std::string_view statement, std::chrono::millisecon
                           });
         // A late answer must not be read as the answer to the next statement.
         if (lost || late) disconnect();
-        if (late) throw Error("HYT00", "The server did not answer in time.", std::string(statement));
+        if (late) throw Error("HYT00", late_answer, std::string(statement));
         throw statement_error(all, lost, statement);
     }
 }
@@ -264,6 +277,8 @@ void OdbcConnection::disconnect() {
 }
 
 Connection::Outcome OdbcConnection::run(std::string_view statement, const std::vector<Value>& values) {
+    if (!connection_ && statement == "rollback transaction")  // it has ended with its connection
+        return {Result(std::make_shared<const Columns>(std::vector<std::string>()), {}), 0};
     if (!connection_) connect();
     if (may_change_tables(statement)) described_.clear();
     const std::string sent = server_text(statement, values);

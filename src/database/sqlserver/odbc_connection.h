@@ -11,11 +11,13 @@
 #include <mutex>
 #include <optional>
 #include <set>
+#include <stop_token>
 #include <string>
 #include <thread>
 
 #include "database/sqlserver/odbc_catalogue.h"
 #include "database/sqlserver/odbc_statement.h"
+#include "database/threaded_connection.h"
 
 namespace database {
 
@@ -61,6 +63,8 @@ class OdbcWatch {
       private:
         OdbcWatch& watch_;
     };
+    // Ends the wait now.
+    void cut();
     // Returns true if the last wait was ended by this class.
     bool has_cut();
 
@@ -68,6 +72,7 @@ class OdbcWatch {
     using Clock = std::chrono::steady_clock;
     void begin(std::chrono::milliseconds most);
     void end();
+    void shut();
     void keep_watch();
 
     std::mutex lock_;
@@ -92,7 +97,7 @@ struct OdbcSettings {
 
 // Connects when constructed. If a statement finds the connection lost or waits longer than query_seconds, it
 // throws 08S01 or HYT00 and closes the connection; the next statement connects again.
-class OdbcConnection final : public Connection {
+class OdbcConnection final : public Connection, public Stoppable {
   public:
     explicit OdbcConnection(OdbcSettings settings);
     ~OdbcConnection() override;
@@ -100,6 +105,7 @@ class OdbcConnection final : public Connection {
     // A statement is durable as soon as the server has answered.
     void make_durable() override {}
     bool is_embedded() const override { return false; }
+    void set_stop(std::stop_token stop) override { stop_ = std::move(stop); }
     Table describe(std::string_view table) override { return *description(table); }
     std::shared_ptr<const Table> description(std::string_view table) override;
     void describe_all(const std::vector<std::string>& tables) override;
@@ -116,6 +122,7 @@ class OdbcConnection final : public Connection {
     OdbcSettings settings_;
     OdbcHandle environment_;
     OdbcWatch watch_;
+    std::stop_token stop_;
     OdbcHandle connection_;   // none while the server is lost
     TablesByName described_;  // until a statement changes a table
 };

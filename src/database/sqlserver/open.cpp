@@ -107,29 +107,43 @@ std::string freetds_connection_string(const std::string& connection_string, cons
 
 namespace {
 
+struct FoundServer {
+    std::string host;
+    std::uint16_t port = 0;
+    Addresses addresses;
+    std::chrono::milliseconds left{};  // of the time
+};
+
+// Throws Error 08001 if the server's address is not found within the time.
+FoundServer find_server(const std::string& connection_string, std::chrono::milliseconds within) {
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + within;
+    const auto left = [end] {
+        return std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
+    };
+    const DataSource source = parse_data_source(connection_part(connection_string, "Data Source"));
+    FoundServer server{source.host, source.port.value_or(default_port), nullptr};
+    // The driver resolves the name again, without a time-out, so only names that resolve are given to it.
+    server.addresses = addresses_of(server.host, server.port, SOCK_STREAM, within);
+    bool found = server.addresses != nullptr;
+    if (found && !source.instance.empty()) {
+        const auto told = ask_instance_port(server.host, source.instance, left());
+        found = told.has_value();
+        server.port = told.value_or(server.port);
+        if (found) server.addresses = addresses_of(server.host, server.port, SOCK_STREAM, left());
+    }
+    if (!found || server.addresses == nullptr) throw Error("08001", server_unreachable, "");
+    server.left = left();
+    return server;
+}
+
 std::unique_ptr<Connection> open_database(const std::string& connection_string, Patience patience) {
     const auto find = [connection_string, driver = freetds_driver()](std::chrono::milliseconds within) {
-        const auto end = std::chrono::steady_clock::now() + within;
-        const DataSource source = parse_data_source(connection_part(connection_string, "Data Source"));
-        std::uint16_t port = source.port.value_or(default_port);
-        // The driver resolves the name again, without a time-out, so only names that resolve are given to it.
-        Addresses addresses = addresses_of(source.host, port, SOCK_STREAM, within);
-        const auto left = [end] {
-            return std::chrono::duration_cast<std::chrono::milliseconds>(end -
-                                                                         std::chrono::steady_clock::now());
-        };
-        bool found = addresses != nullptr;
-        if (found && !source.instance.empty()) {
-            const auto told = ask_instance_port(source.host, source.instance, left());
-            found = told.has_value();
-            port = told.value_or(port);
-            if (found) addresses = addresses_of(source.host, port, SOCK_STREAM, left());
-        }
-        if (!found || addresses == nullptr) throw Error("08001", server_unreachable, "");
+        const FoundServer server = find_server(connection_string, within);
         const std::string_view asked = encryption_of(connection_string);
         if (asked != encryption::off)
-            require_encryption(addresses.get(), asked == encryption::everything, left());
-        return freetds_connection_string(connection_string, driver, source.host, port);
+            require_encryption(server.addresses.get(), asked == encryption::everything, server.left);
+        return freetds_connection_string(connection_string, driver, server.host, server.port);
     };
     return std::make_unique<OdbcConnection>(
         OdbcSettings{"", "set dateformat ymd", patience.login_seconds, patience.query_seconds, find});
@@ -147,6 +161,19 @@ bool opens_master(const std::string& connection_string, Patience patience) {
 }
 
 }  // namespace
+
+std::optional<std::chrono::microseconds> ping_server(const std::string& connection_string,
+                                                     std::chrono::milliseconds within) {
+    try {
+        const FoundServer server = find_server(connection_string, within);
+        const auto begin = std::chrono::steady_clock::now();
+        if (!can_encrypt(server.addresses.get(), false, server.left)) return std::nullopt;
+        return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() -
+                                                                     begin);
+    } catch (const Error&) {
+        return std::nullopt;
+    }
+}
 
 std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string, Patience patience) {
     try {

@@ -1,8 +1,10 @@
 // A shop on a server, reached through unixODBC and the FreeTDS driver.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,6 +25,11 @@ std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string,
 inline std::unique_ptr<Connection> open_sqlserver(const std::string& connection_string) {
     return open_sqlserver(connection_string, Patience());
 }
+
+// Asks the server for its first answer, before any log-in. Returns the time to that answer; nothing if none
+// comes within the time.
+std::optional<std::chrono::microseconds> ping_server(
+    const std::string& connection_string, std::chrono::milliseconds within = std::chrono::milliseconds(1500));
 
 // The value of a "name=value;" part of a connection string, with its blanks; empty if there is none. The last
 // one counts, as with OLE DB.

@@ -23,6 +23,7 @@
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_button.h"
 #include "ui/widgets/key_queue.h"
+#include "ui/widgets/server_link.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -40,6 +41,7 @@ SalesWindow::SalesWindow(Context context, const std::vector<Command>& screens)
       desk_(context_.connection, context_.session, context_.services, context_.receipts),
       model_(new LineModel(desk_, this)),
       header_(new HeaderBar),
+      server_(label({}, "lost", "server_lost")),
       kind_bar_(new KindBar),
       totals_(new TotalsPanel),
       strip_(new KeyStrip) {
@@ -52,6 +54,8 @@ SalesWindow::SalesWindow(Context context, const std::vector<Command>& screens)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(header_);
+    server_->setAlignment(Qt::AlignCenter);
+    column->addWidget(server_);
     column->addWidget(kind_bar_);
     auto* middle = new QHBoxLayout;
     middle->setSpacing(0);
@@ -63,6 +67,7 @@ SalesWindow::SalesWindow(Context context, const std::vector<Command>& screens)
     build_strip();
     build_menu();
     connect_parts();
+    show_server();
     qApp->installEventFilter(this);
 }
 
@@ -196,6 +201,8 @@ void SalesWindow::connect_parts() {
         repaint_all();
     });
     connect(&context_.keys, &KeyQueue::scan_waiting, this, &SalesWindow::focus_entry_for_scan);
+    connect(&context_.server, &ServerLink::changed, this, &SalesWindow::show_server);
+    seconds_.setProperty(runs_while_waiting, true);
     connect(&seconds_, &QTimer::timeout, this, &SalesWindow::tick);
     connect(&news_, &QTimer::timeout, this, [this] { header_->next_news(desk_.news()); });
 }
@@ -278,6 +285,13 @@ void SalesWindow::tick() {
     header_->show_clock(desk_.clock_text());
     printing_->refresh();
     if (desk_.invoice().date != day) kind_bar_->show_state(desk_);
+}
+
+void SalesWindow::show_server() {
+    const QString text = context_.server.text();
+    server_->setText(text);
+    server_->setVisible(!text.isEmpty());
+    set_state(server_, "back", !context_.server.is_lost());
 }
 
 void SalesWindow::notice(const QString& text) {

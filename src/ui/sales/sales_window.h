@@ -67,6 +67,7 @@ class SalesWindow : public QWidget {
     void build_menu();
     void connect_parts();
     void connect_party_bar();
+    void show_server();
     // sales_window_keys.cpp
     bool press(QKeyCombination key);
     void perform(const Command& command);
@@ -119,6 +120,7 @@ class SalesWindow : public QWidget {
     sales::SalesDesk desk_;
     LineModel* model_;
     HeaderBar* header_;
+    QLabel* server_;  // the line about a lost server
     KindBar* kind_bar_;
     InvoiceBanner* banner_ = nullptr;
     EntryBar* entry_bar_ = nullptr;

@@ -1,11 +1,14 @@
 #include "ui/signin/waiting_window.h"
 
+#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <exception>
 
 #include "ui/widgets/fields.h"
 #include "ui/widgets/sheet.h"
@@ -24,6 +27,16 @@ QLabel* paragraph(const QString& text, const char* role) {
     made->setWordWrap(true);
     made->setTextFormat(Qt::PlainText);
     return made;
+}
+
+// Shows a window after a moment, unless the timer is gone by then.
+void appear_later(QTimer& timer, QWidget& window, const std::function<void(QWidget&)>& show_window) {
+    timer.setSingleShot(true);
+    QObject::connect(&timer, &QTimer::timeout, &window, [&window, &show_window] {
+        show_window(window);
+        window.activateWindow();
+    });
+    timer.start(moment_ms);
 }
 
 }  // namespace
@@ -55,12 +68,7 @@ bool WaitingWindow::run(const std::function<bool()>& attempt) {
     attempt_ = attempt;
     QTimer::singleShot(0, this, [this] { try_once(); });
     QTimer appear;
-    appear.setSingleShot(true);
-    connect(&appear, &QTimer::timeout, this, [this] {
-        show_window_(*this);
-        activateWindow();
-    });
-    appear.start(moment_ms);
+    appear_later(appear, *this, show_window_);
     const bool connected = wait();
     hide();
     QCoreApplication::processEvents();
@@ -85,6 +93,45 @@ void WaitingWindow::try_once() {
             },
             Qt::QueuedConnection);
     });
+}
+
+CopyingWindow::CopyingWindow(std::function<void(QWidget&)> show_window)
+    : FrontWindow("copying", "نسخة احتياطية قبل التحديث", 520), show_window_(std::move(show_window)) {
+    column()->addWidget(
+        paragraph("تحفظ الآن نسخة من بيانات المتجر قبل تحديثها إلى الإصدار الجديد. لا تغلق الجهاز، ويكمل "
+                  "البرنامج وحده عندما تنتهي.",
+                  "said"));
+    bar_ = new QProgressBar;
+    bar_->setObjectName("copying_done");
+    bar_->setRange(0, 100);
+    column()->addWidget(bar_);
+}
+
+void CopyingWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();
+}
+
+void CopyingWindow::run(const std::function<void(const std::function<void(int)>& tell)>& copying) {
+    std::exception_ptr failure;
+    std::thread thread([&] {
+        try {
+            copying([this](int done) {
+                QMetaObject::invokeMethod(
+                    this, [this, done] { bar_->setValue(done); }, Qt::QueuedConnection);
+            });
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        QMetaObject::invokeMethod(
+            this, [this] { leave(true); }, Qt::QueuedConnection);
+    });
+    QTimer appear;
+    appear_later(appear, *this, show_window_);
+    wait();
+    thread.join();
+    hide();
+    QCoreApplication::processEvents();
+    if (failure) std::rethrow_exception(failure);
 }
 
 }  // namespace ui

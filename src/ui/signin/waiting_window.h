@@ -1,4 +1,5 @@
-// The window that is shown while the shop's server does not answer.
+// The windows that are shown while a start takes its time: the shop's server does not answer, or a large shop
+// is copied before its update.
 #pragma once
 
 #include <QString>
@@ -8,6 +9,7 @@
 #include "ui/signin/front_window.h"
 
 class QLabel;
+class QProgressBar;
 
 namespace ui {
 
@@ -29,6 +31,24 @@ class WaitingWindow : public FrontWindow {
     std::thread thread_;  // of the attempt that runs now
     QLabel* state_;
     int attempts_ = 0;
+};
+
+// It cannot be left before the copy is made.
+class CopyingWindow : public FrontWindow {
+  public:
+    explicit CopyingWindow(std::function<void(QWidget&)> show_window);
+
+    // Runs `copying` in a thread of its own and shows the hundredths that it tells; the window appears if it
+    // takes longer than a moment. Throws what `copying` throws.
+    void run(const std::function<void(const std::function<void(int)>& tell)>& copying);
+
+  protected:
+    void keyPressEvent(QKeyEvent*) override {}
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    std::function<void(QWidget&)> show_window_;
+    QProgressBar* bar_;
 };
 
 }  // namespace ui

@@ -22,6 +22,7 @@ struct Session;
 namespace ui {
 
 class KeyQueue;
+class ServerLink;
 
 struct Context {
     database::Connection& connection;
@@ -31,6 +32,7 @@ struct Context {
     printing::ReportPrinter& reports;
     printing::PrinterChoice& printer_choice;
     KeyQueue& keys;
+    ServerLink& server;
     // Starts the program again with its cash-point number. Returns false if that failed; then this
     // instance must go on.
     std::function<bool()> restart;

@@ -84,13 +84,15 @@ bool KeyQueue::eventFilter(QObject* watched, QEvent* event) {
 void KeyQueue::take(const Key& key) {
     const quint64 gap = key.time >= last_ ? key.time - last_ : answer_gap_ms;
     last_ = key.time;
+    if (on_hold_) {
+        held_.push_back(key);
+        return;
+    }
     if (box_is_open()) {
-        if (answers_box(key, gap)) {
+        if (answers_box(key, gap))
             deliver(key);
-        } else if (key.printable() || key.key == Qt::Key_Backspace ||
-                   (key.is_enter() && !held_.empty() && !held_.back().is_enter())) {
-            held_.push_back(key);
-        }
+        else
+            keep_behind_box(key);
         return;
     }
     if (!held_.empty()) {
@@ -99,6 +101,18 @@ void KeyQueue::take(const Key& key) {
         return;
     }
     route(key);
+}
+
+// What is typed behind a box and goes on afterwards: characters, and the Enter that ends them.
+void KeyQueue::keep_behind_box(const Key& key) {
+    if (key.printable() || key.key == Qt::Key_Backspace ||
+        (key.is_enter() && !held_.empty() && !held_.back().is_enter()))
+        held_.push_back(key);
+}
+
+void KeyQueue::hold(bool held) {
+    on_hold_ = held;
+    if (!held) QMetaObject::invokeMethod(this, &KeyQueue::deliver_waiting, Qt::QueuedConnection);
 }
 
 bool KeyQueue::answers_box(const Key& key, quint64 gap) const {
@@ -145,7 +159,16 @@ void KeyQueue::deliver_pending() {
     }
 }
 
+// Keys that waited for an action were typed for what it was to do. If it ended in a box instead, those that
+// act must not act on what was there before.
+void KeyQueue::drop_keys_that_act() {
+    for (const Key& key : std::exchange(held_, {}))
+        keep_behind_box(key);
+}
+
 void KeyQueue::deliver_waiting() {
+    if (on_hold_) return;
+    if (box_is_open()) drop_keys_that_act();
     const auto next = [](std::deque<Key>& keys) {
         Key key = keys.front();
         keys.pop_front();

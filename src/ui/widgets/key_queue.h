@@ -31,6 +31,9 @@ class KeyQueue : public QObject {
     // Returns true if no key waits for its field.
     bool idle() const { return held_.empty() && scans_.empty() && pending_.empty(); }
 
+    // While held, every key waits; afterwards they go on in their order.
+    void hold(bool held);
+
     // Returns true while characters wait until it is clear whether they are a scan or typing.
     bool is_undecided() const { return !pending_.empty(); }
 
@@ -63,6 +66,8 @@ class KeyQueue : public QObject {
     };
 
     void take(const Key& key);
+    void keep_behind_box(const Key& key);
+    void drop_keys_that_act();
     bool answers_box(const Key& key, quint64 gap) const;
     void route(const Key& key);
     void deliver_pending();
@@ -71,7 +76,8 @@ class KeyQueue : public QObject {
     void drop_rest_of_number();
 
     QPointer<QWindow> window_;  // that got the last key
-    std::deque<Key> held_;      // typed while a box was open
+    bool on_hold_ = false;
+    std::deque<Key> held_;      // typed while a box was open, or while on hold
     std::deque<Key> scans_;     // came while a field was in use that takes no scans
     std::vector<Key> pending_;  // the beginning of a scan or of a typed number
     QTimer pending_timer_;

@@ -158,8 +158,8 @@ void Sheet::closeEvent(QCloseEvent*) {
 }
 
 QWidget* window_in_use() {
-    if (QWidget* active = QApplication::activeWindow(); active != nullptr && active->isVisible())
-        return active;
+    QWidget* active = QApplication::activeWindow();
+    if (active != nullptr && active->isVisible() && active->windowType() != Qt::Tool) return active;
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window->isVisible() && window->windowType() == Qt::Window) return window;
     }

@@ -29,6 +29,10 @@ QLabel[role="caption"] { font-size: 12px; color: $quiet; }
 QLabel[role="figure"] { font-size: 18px; font-weight: 700; }
 QLabel[role="side"] { font-size: 15px; color: $slate; }
 QLabel[role="warning"] { font-size: 15px; font-weight: 700; color: $alarm; }
+QLabel[role="lost"] { font-size: 16px; font-weight: 700; padding: 5px 14px; background: $alarm; color: $paper; }
+QLabel[role="lost"][back="true"] { background: $save; }
+QProgressBar { background: $still; border: 1px solid $edge; border-radius: 6px; text-align: center; min-height: 26px; }
+QProgressBar::chunk { background: $current; border-radius: 5px; }
 QLabel[role="foot"] { font-size: 14px; color: $slate; }
 QLabel[role="total"] { font-size: 18px; font-weight: 700; }
 QLabel[role="plain"] { font-size: 18px; }
