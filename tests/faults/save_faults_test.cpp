@@ -556,7 +556,7 @@ TEST(SaveKilled, AtRandomMomentsIsFinishedOrUndone) {
     for (const auto& [kind, count] : unfinished) {
         std::printf("unfinished after a kill: %d, kind %zu\n", count, kind);
         if (kills == 1000) {
-            EXPECT_GT(count, 20) << "hardly any kill met a save of kind " << kind;
+            EXPECT_GT(count, 5) << "hardly any kill met a save of kind " << kind;
         }
     }
 }
