@@ -140,6 +140,11 @@ void FileDevices::send_again() {
     }
 }
 
+void FileDevices::forget_failed() {
+    const std::lock_guard lock(mutex_);
+    failed_.clear();
+}
+
 void FileDevices::forget_unsent() {
     const std::lock_guard lock(mutex_);
     for (auto& [place, line] : lines_) {

@@ -29,6 +29,7 @@ class FileDevices final : public Devices {
     bool write_file(std::string_view name, std::string_view bytes) override;
     PortReport port_report() const override;
     void send_again() override;
+    void forget_failed() override;
     void forget_unsent() override;
 
   private:

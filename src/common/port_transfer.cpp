@@ -66,12 +66,11 @@ PortTransfer::State PortTransfer::advance() {
     const BrokenPipeGuard guard;
     while (written_ < bytes_.size()) {
         const ssize_t count = write(port_.get(), bytes_.data() + written_, bytes_.size() - written_);
-        if (count > 0) {
+        if (count == 0 || (count < 0 && errno == EAGAIN)) break;
+        if (count > 0)
             written_ += static_cast<std::size_t>(count);
-        } else if (count < 0 && errno != EINTR) {
-            if (errno != EAGAIN) return fail(fault_of(errno));
-            break;
-        }
+        else if (errno != EINTR)
+            return fail(fault_of(errno));
     }
     const std::size_t left = bytes_.size() - written_ + waiting();
     if (left == 0) return State::done;

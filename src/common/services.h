@@ -56,7 +56,9 @@ class Devices {
     virtual PortReport port_report() const { return {}; }
     // Writes the documents that failed once more.
     virtual void send_again() {}
-    // Drops the documents that failed and those that are not out yet.
+    // Drops the documents that failed.
+    virtual void forget_failed() {}
+    // Drops them and those that are not out yet.
     virtual void forget_unsent() {}
 };
 

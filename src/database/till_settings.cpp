@@ -61,10 +61,8 @@ constexpr TillSetting settings[] = {
      "folders with their whole path, \";\" between them, or none", read_folders},
     {setting::printer_barcode,
      "text receipts carry their key as a barcode, which the roll printer draws by its own command (GS k, "
-     "Code 128); "
-     "scanned at the till it brings the sale back. Tills notice a change at their next start. Receipts on "
-     "pages "
-     "and pictures always carry it",
+     "Code 128); scanned at the till it brings the sale back. Tills notice a change at their next start. "
+     "Receipts on pages and pictures always carry it",
      "yes or no", read_yes_or_no},
 };
 

@@ -40,6 +40,7 @@ class PlayDevices final : public common::Devices {
     }
     common::PortReport port_report() const override { return files_.port_report(); }
     void send_again() override { files_.send_again(); }
+    void forget_failed() override { files_.forget_failed(); }
     void forget_unsent() override { files_.forget_unsent(); }
 
     // Returns everything that was written to a port.

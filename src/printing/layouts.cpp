@@ -87,10 +87,6 @@ std::vector<LayoutRow> LayoutRows::write(const Receipt& receipt, Form form, cons
     return rows_in(connection_.run_all(commands).back().result);
 }
 
-std::vector<LayoutRow> LayoutRows::read() {
-    return rows_in(connection_.query(Sql("select * from [print]") + condition()));
-}
-
 namespace {
 
 namespace label {

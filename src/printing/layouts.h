@@ -46,8 +46,6 @@ class LayoutRows {
     // Replaces the rows by the lines of the receipt in that form and returns them as they are stored, on a
     // server in one journey. Rows of other workstations and users stay untouched.
     std::vector<LayoutRow> write(const Receipt& receipt, Form form, const ReceiptSettings& settings);
-    // Returns the rows in the order of the receipt.
-    std::vector<LayoutRow> read();
 
   private:
     database::Sql condition() const;

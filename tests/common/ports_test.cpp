@@ -310,6 +310,8 @@ TEST(Ports, ASlowPortIsWrittenToInTheBackground) {
             again.append(bytes, static_cast<std::size_t>(count));
     }
     EXPECT_EQ(again, receipt + "second") << "and the drawer stays closed";
+    devices.forget_failed();
+    EXPECT_NE(titles(devices.port_report().under_way).find("terminal"), std::string::npos);
     devices.forget_unsent();
     EXPECT_TRUE(devices.port_report().failed.empty() && devices.port_report().under_way.empty());
     for (const int reader : readers)

@@ -40,8 +40,7 @@ using ui::PreviewDialog;
 std::vector<printing::LayoutRow> rows_of(const Receipt& receipt, const ReceiptSettings& settings) {
     test::Shop shop;
     printing::LayoutRows rows(shop.connection(), 1, "سعاد");
-    rows.write(receipt, Form::full, settings);
-    return rows.read();
+    return rows.write(receipt, Form::full, settings);
 }
 
 printing::LayoutReceipt layout(const Receipt& receipt, Form form, int width,

@@ -120,8 +120,8 @@ printing::LayoutReceipt sample_layout(int width) {
     receipt.code = "-1108485729271284";
     test::Shop shop;
     printing::LayoutRows rows(shop.connection(), 1, "سعاد");
-    rows.write(receipt, Form::full, {});
-    auto layout = printing::layout_receipt(receipt, Form::full, width, {}, rows.read());
+    auto layout =
+        printing::layout_receipt(receipt, Form::full, width, {}, rows.write(receipt, Form::full, {}));
     layout.qr = printing::qr_code("https://inv.example/متجر-77/" + std::string(150, '7'));
     return layout;
 }

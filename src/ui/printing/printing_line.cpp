@@ -147,18 +147,24 @@ void PrintingLine::print_again() {
     emit answered();
 }
 
+// What is being printed meanwhile goes on.
 void PrintingLine::forget() {
-    drop_all();
+    log_dropped(services_.devices.port_report().failed);
+    services_.devices.forget_failed();
+    logged_ = 0;
     refresh();
     emit answered();
 }
 
+void PrintingLine::log_dropped(const std::vector<PortDocument>& documents) {
+    for (const PortDocument& document : documents)
+        services_.log.log_event("dropped unprinted: " + document.title, log_code);
+}
+
 void PrintingLine::drop_all() {
     const PortReport report = services_.devices.port_report();
-    for (const auto* documents : {&report.failed, &report.under_way}) {
-        for (const PortDocument& document : *documents)
-            services_.log.log_event("dropped unprinted: " + document.title, log_code);
-    }
+    log_dropped(report.failed);
+    log_dropped(report.under_way);
     services_.devices.forget_unsent();
     logged_ = 0;
 }

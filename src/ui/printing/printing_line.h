@@ -34,6 +34,7 @@ class PrintingLine : public QFrame {
     void print_again();
     void forget();
     void log_failures(const common::PortReport& report);
+    void log_dropped(const std::vector<common::PortDocument>& documents);
     void drop_all();
 
     common::Services services_;
