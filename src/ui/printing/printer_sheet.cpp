@@ -132,7 +132,7 @@ void PrinterSheet::show_ports() {
     std::vector<QStringList> rows;
     int in_use = 0;
     for (const printing::PortOffer& offer : offers_) {
-        if (offer.port == port) in_use = static_cast<int>(rows.size());
+        if (common::port_path(offer.port) == common::port_path(port)) in_use = static_cast<int>(rows.size());
         const QString device = offer.device == offer.port ? QString() : "\u200e" + qt(offer.device);
         rows.push_back({port_name(offer.port), device, state_of(offer.fault)});
     }
