@@ -63,11 +63,11 @@ bool SalesWindow::enter(const sales::Entry& entry) {
     bool words = false;
     if (entry.form == sales::EntryForm::receipt) {
         act("Recall", [&] {
-            entered = desk_.receipts().recall(entry.text);
+            desk_.receipts().recall(entry.text);
             entry_bar_->clear();
         });
         focus_entry();
-        return entered;
+        return false;  // a key that saves was meant for the invoice before
     }
     act("EnterItem", [&] {
         words = desk_.lines().is_search(entry);
