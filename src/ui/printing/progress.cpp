@@ -25,6 +25,7 @@ class ProgressSheet final : public Sheet {
     explicit ProgressSheet(const QString& title) : Sheet(window_in_use(), title) {
         setObjectName("progress");
         set_card_width(520);
+        setFocusPolicy(Qt::StrongFocus);
         state_ = label({}, "said", "progress_state");
         body()->addWidget(state_);
         bar_ = new QProgressBar;
@@ -52,6 +53,8 @@ class ProgressSheet final : public Sheet {
     }
 
   protected:
+    // A hasty Enter ends nothing.
+    void take_focus() override { setFocus(); }
     void escape() override { is_cancelled_ = true; }
 
   private:
