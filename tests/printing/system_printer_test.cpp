@@ -80,6 +80,9 @@ TEST_F(SystemReceiptPrinterTest, SendsPicturesAndTheirDrawerCommandToThePort) {
     EXPECT_TRUE(reports.print_slip(slip));
     EXPECT_TRUE(services.devices.ports["lpt1"].starts_with("\x1B@\x1B\x33\x18"s));
     EXPECT_TRUE(kept().empty());
+    shop.sql("drop table basic");
+    EXPECT_FALSE(reports.print_slip(slip));
+    EXPECT_FALSE(services.prompts.messages.empty()) << "said, not thrown";
     choice.picture = printing::ReceiptPicture::none;
     EXPECT_EQ(printer.drawer_command("lpt1"), "\x07");
 }

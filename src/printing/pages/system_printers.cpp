@@ -199,13 +199,18 @@ bool SystemReportPrinter::print_slip(const Report& report) {
     const auto& [port, width, picture] = workstation_.choice;
     if (!workstation_.choice.is_text_port()) return print(report);
     kept_.clear();
-    const std::string bytes =
-        workstation_.choice.prints_pictures()
-            ? raster(ReceiptPage(slip_layout(report, width, read_receipt_settings(workstation_.connection))),
-                     roll_of(width), picture)
-            : text_report(report, width, codes_for(workstation_));
-    const common::PortFault fault = workstation_.services.devices.write_port(port, bytes, report.title);
-    return fault == common::PortFault::none || not_printed(message::port_words(fault, port), port);
+    try {
+        const std::string bytes =
+            workstation_.choice.prints_pictures()
+                ? raster(
+                      ReceiptPage(slip_layout(report, width, read_receipt_settings(workstation_.connection))),
+                      roll_of(width), picture)
+                : text_report(report, width, codes_for(workstation_));
+        const common::PortFault fault = workstation_.services.devices.write_port(port, bytes, report.title);
+        return fault == common::PortFault::none || not_printed(message::port_words(fault, port), port);
+    } catch (const std::exception& error) {
+        return not_printed(database::words_for(error), error.what());
+    }
 }
 
 void SystemReportPrinter::preview(const Report& report) {
