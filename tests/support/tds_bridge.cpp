@@ -171,6 +171,8 @@ std::string Session::answer_batch(std::string_view text) {
     while (!text.empty()) {
         const auto end = text.find(database::batch_mark);
         if (end == text.npos) throw Malformed();
+        if (text.starts_with("create view"))
+            return answer + error(111, 15, "'CREATE VIEW' must be the first statement in a query batch.");
         failed_ = false;
         more_follows_ = true;
         const std::string part = answer_statement(text.substr(0, end), {}, false);
