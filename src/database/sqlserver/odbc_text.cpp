@@ -4,8 +4,11 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cmath>
 #include <iterator>
 #include <optional>
+#include <stdexcept>
 
 #include "common/text.h"
 
@@ -105,6 +108,18 @@ void add_statement(std::string& text, std::string_view statement, std::size_t va
     }
 }
 
+// With an exponent: without one a server reads a decimal number, and may round it on its way to a float
+// column. A row would then not be found by the number that it holds.
+void add_float(std::string& text, double number) {
+    if (!std::isfinite(number))
+        throw std::invalid_argument("a number that is not finite cannot enter a statement");
+    std::array<char, 32> digits;
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::scientific)
+            .ptr;
+    text.append(digits.data(), end);
+}
+
 // A value as a literal of a statement.
 void add_literal(std::string& text, const Value& value) {
     if (is_null(value)) {
@@ -112,7 +127,7 @@ void add_literal(std::string& text, const Value& value) {
     } else if (const auto* whole = std::get_if<std::int64_t>(&value)) {
         text += (Sql("") + *whole).text();
     } else if (const auto* number = std::get_if<double>(&value)) {
-        text += (Sql("") + *number).text();
+        add_float(text, *number);
     } else if (const auto* moment = std::get_if<common::Moment>(&value)) {
         text += fmt::format("'{}.{:03}'", common::moment_text(*moment), moment->time.millisecond);
     } else {
