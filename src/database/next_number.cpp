@@ -7,12 +7,18 @@ namespace database {
 // A till that adds a row whose key another transaction has just added waits until that one ends; nothing of
 // the row remains. The embedded engine lets one transaction write at a time anyway. Whether the table is
 // there is asked of the catalogue, since a statement that fails might end the transaction.
-void hold_numbers(Connection& connection) {
-    if (connection.is_embedded()) return;
+std::vector<Command> numbers_hold(Connection& connection) {
+    std::vector<Command> commands;
+    if (connection.is_embedded()) return commands;
     unless_table_is_missing([&] {
         connection.description("till_number");
-        connection.run_all({Sql("insert into till_number (id) values (1)"), Sql("delete from till_number")});
+        commands = {Sql("insert into till_number (id) values (1)"), Sql("delete from till_number")};
     });
+    return commands;
+}
+
+void hold_numbers(Connection& connection) {
+    connection.run_all(numbers_hold(connection));
 }
 
 std::int64_t next_number(Connection& connection, Fragment highest) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "database/connection.h"
 
@@ -13,5 +14,7 @@ std::int64_t next_number(Connection& connection, Fragment highest);
 
 // Keeps other tills from drawing a number until this transaction ends.
 void hold_numbers(Connection& connection);
+// The statements that do so, to go first in a transaction that is sent as one.
+std::vector<Command> numbers_hold(Connection& connection);
 
 }  // namespace database

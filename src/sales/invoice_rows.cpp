@@ -9,6 +9,7 @@
 
 #include "common/json.h"
 #include "common/text.h"
+#include "database/next_number.h"
 #include "database/recordset.h"
 #include "database/transaction.h"
 #include "sales/return_links.h"
@@ -295,7 +296,9 @@ void InvoiceRows::plan_bank_row() {
         statement += " , 1, 0, 0 , ";
     statement += quoted(card_note(!invoice_.is_return(), invoice_.card.reference));
     statement += Sql(" where not exists (select ser from btran where ser >= ") + number + ")";
-    plan(SaveStep::bank, {database::Command(statement).that_must_change()}, std::to_string(number));
+    Commands commands = database::numbers_hold(connection_);
+    commands.push_back(database::Command(statement).that_must_change());
+    plan(SaveStep::bank, std::move(commands), std::to_string(number));
 }
 
 void InvoiceRows::remove_bank_row(std::int64_t number) {
@@ -359,9 +362,10 @@ void InvoiceRows::plan_stock() {
     StockPlan movement = stock_movement();
     if (!movement.adds_batch())
         return plan(SaveStep::stock, std::move(movement.commands), common::json_text(movement.changes));
-    // Looked at again where no other till can write meanwhile.
+    // Looked at again where no other till adds the batch meanwhile.
     do_planned(SaveStep::transfers);
     journal_.once(step_number(SaveStep::stock), [this] {
+        database::hold_numbers(connection_);
         batches_.forget();
         const StockPlan moved = stock_movement();
         connection_.run_all(moved.commands);

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "database/till_tables.h"
 #include "sales/sale_period.h"
 
 namespace sales {
@@ -23,7 +24,13 @@ bool SalesDesk::Open() {
     return change("open the sales screen", false, [&] {
         // The tables that invoices go to are opened without reading a row: a missing one is reported now, not
         // at the first sale.
-        connection_.describe_all({"sales", "saledata", "inv_d", "stk", "print"});
+        const std::vector<std::string> needed = {"sales", "saledata", "inv_d", "stk", "print"};
+        database::unless_table_is_missing([&] {
+            std::vector<std::string> all = needed;
+            all.push_back("till_number");  // of card payments; a shop may lack it
+            connection_.describe_all(all);
+        });
+        connection_.describe_all(needed);
         clock_text_ = common::twelve_hour_text(services_.clock.now().time);
         sale_.chosen_store = session_.store_code;
         sale_ = empty_sale();
