@@ -72,11 +72,7 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
         invoice.number = save.invoice.number;
         write(save);
         services_.log.log_event(in_log(invoice) + " finished", common::saving_code);
-        if (!sold_elsewhere_.empty()) {
-            services_.prompts.message(std::string(message::sold_elsewhere) + sold_elsewhere_ +
-                                          std::string(message::sold_elsewhere_advice),
-                                      common::Icon::exclamation);
-        }
+        tell_of_goods_sold_elsewhere();
         return SaveOutcome::saved;
     } catch (const std::exception& error) {
         return stopped(invoice, error);
@@ -146,6 +142,13 @@ void Saving::note_goods_sold_elsewhere(const Invoice& invoice, const Line* line)
                             common::saving_code);
 }
 
+void Saving::tell_of_goods_sold_elsewhere() {
+    if (sold_elsewhere_.empty()) return;
+    services_.prompts.message(
+        std::string(message::sold_elsewhere) + sold_elsewhere_ + std::string(message::sold_elsewhere_advice),
+        common::Icon::exclamation);
+}
+
 // What stays in the journal keeps its claim until it is finished or undone.
 SaveOutcome Saving::stopped(Invoice& invoice, const std::exception& error) {
     left_.journal_id = may_have_printed_ ? journal_.id() : 0;
@@ -153,6 +156,7 @@ SaveOutcome Saving::stopped(Invoice& invoice, const std::exception& error) {
         claims_.forget();
         services_.log.log_event(in_log(invoice) + " finished, though the last answer was lost",
                                 common::saving_code);
+        tell_of_goods_sold_elsewhere();
         return SaveOutcome::saved;
     }
     const bool nothing = left_.journal_id == 0 && left_.finished <= SaveStep::receipt &&

@@ -92,6 +92,7 @@ class Saving {
     void take_another_number(Invoice& invoice);
     void write(const InvoiceToSave& save);
     void note_goods_sold_elsewhere(const Invoice& invoice, const Line* line);
+    void tell_of_goods_sold_elsewhere();
     SaveOutcome stopped(Invoice& invoice, const std::exception& error);
     bool has_ended();
     SaveOutcome settle_at_once(Invoice& invoice, const std::exception& error);
