@@ -31,6 +31,12 @@ inline constexpr std::string_view runs_silently =
 inline constexpr std::string_view runs_elsewhere = " مفتوحة الآن على جهاز آخر. أغلقها هناك أولا:\n\u200E";
 inline constexpr std::string_view free_after_three_minutes =
     "\nإذا كان ذلك الجهاز قد أغلق فجأة فحاول مرة أخرى بعد ثلاث دقائق";
+// Cash point N … was opened on another machine while this one was cut off from the server: complete what is
+// on the screen, then leave the program here, or close it there. Two tills mix up one drawer's cash.
+inline constexpr std::string_view taken_by_other =
+    " فتحت على جهاز آخر أثناء انقطاع هذا الجهاز عن الخادم:\n\u200E";
+inline constexpr std::string_view one_till_for_a_drawer =
+    "\nأكمل ما على الشاشة ثم اخرج من البرنامج هنا، أو أغلقه هناك. البيع من الجهازين معا يخلط نقدية الدرج";
 
 // Reasons. The server does not answer: check that it is on and the network cable is in.
 inline constexpr std::string_view server_unreachable =

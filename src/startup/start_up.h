@@ -62,8 +62,9 @@ class StartUp {
     // Keeps the cash point of a shop on a server for this machine, and is to be renewed every
     // RunningTill::seconds_between_claims, in any thread; none for a shop in a file.
     const std::optional<RunningTill>& claim() const { return claim_; }
-    // To be told of another place where the renewed claim found this cash point.
-    void found_other_till(const std::string& place);
+    // To be told of another place where the renewed claim found this cash point. Returns what the cashier is
+    // asked: whether to leave the program.
+    std::string found_other_till(const std::string& place);
     // Leaves the cash point to the program that was started in place of this one.
     void hand_over();
 

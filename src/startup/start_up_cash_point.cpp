@@ -60,8 +60,11 @@ bool StartUp::claim_cash_point() {
     return false;
 }
 
-void StartUp::found_other_till(const std::string& place) {
-    progress("this cash point also runs on " + place);
+std::string StartUp::found_other_till(const std::string& place) {
+    const std::string number = std::to_string(session_.cash_point);
+    progress("cash point " + number + " also runs on " + place);
+    return std::string(message::cash_point) + number + std::string(message::taken_by_other) + place +
+           std::string(message::one_till_for_a_drawer);
 }
 
 // A server that is gone by then lets the claim run out.

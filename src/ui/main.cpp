@@ -23,6 +23,7 @@
 #include "startup/start_up.h"
 #include "startup/workstation.h"
 #include "ui/till.h"
+#include "ui/widgets/cash_point_renewal.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/message_box.h"
 #include "ui/widgets/server_link.h"
@@ -82,17 +83,6 @@ void back_up(const startup::Environment& environment, common::Log& log) {
     if (!QProcess::startDetached(tool, {"backup", "--automatic"},
                                  QString::fromStdString(environment.working_folder.string())))
         log.log_event("backup: " + tool.toStdString() + " cannot be started", "223");
-}
-
-// Renews the claim of the cash point in the background: the cashier waits for it no more than for a printer.
-void renew_claim(startup::StartUp& start_up, ui::ServerLink& server) {
-    const auto& claim = start_up.claim();
-    if (!claim) return;
-    const auto other = std::make_shared<std::optional<std::string>>();
-    server.run_later([other, claim = *claim](database::Connection& shop) { *other = claim.claim(shop); },
-                     [other, &start_up] {
-                         if (*other) start_up.found_other_till(**other);
-                     });
 }
 
 // For measuring the start: with TALLVEX_END_AT=sign-in the program ends once the sign-in window was painted.
@@ -193,9 +183,13 @@ int main(int argc, char** argv) {
     };
     start_up =
         std::make_unique<startup::StartUp>(environment, common::Services{prompts, clock, devices, log});
-    QTimer claims;
-    QObject::connect(&claims, &QTimer::timeout, [&] { renew_claim(*start_up, server); });
-    claims.start(startup::RunningTill::seconds_between_claims * 1000);
+    const ui::CashPointRenewal renewal(
+        server, prompts, std::chrono::seconds(startup::RunningTill::seconds_between_claims),
+        [&]() -> ui::CashPointRenewal::Claim {
+            if (!start_up->claim()) return {};
+            return [claim = *start_up->claim()](database::Connection& shop) { return claim.claim(shop); };
+        },
+        [&](const std::string& place) { return start_up->found_other_till(place); });
 
     bool again = false;
     ui::Till till(
