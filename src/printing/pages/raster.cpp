@@ -10,9 +10,9 @@ namespace printing::pages {
 namespace {
 
 constexpr double dots_per_mm = 8;
-constexpr int lightest_burned = 160;     // of greys 0 to 255; at the middle, thin strokes would break
-constexpr int stripe = 24;               // the height of a bit image
-constexpr int largest_band = 4096;       // bytes, for printers with small buffers
+constexpr int lightest_burned = 160;      // of greys 0 to 255; at the middle, thin strokes would break
+constexpr int stripe = 24;                // the height of a bit image
+constexpr int largest_band = 4096;        // bytes, for printers with small buffers
 constexpr int slice_rows = 168 * stripe;  // drawn at once, so that a long page takes little memory
 
 constexpr std::string_view line_spacing_of_stripes = "\x1B\x33\x18";
