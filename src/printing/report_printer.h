@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "common/date_time.h"
 #include "printing/report.h"
@@ -24,8 +25,8 @@ class ReportPrinter {
     // Prints a report without a table, such as a voucher, like a receipt: as text if the workstation's
     // receipts go to a text port, otherwise with print().
     virtual bool print_slip(const Report& report) { return print(report); }
-    // The file that the last report was written to because there is no printer; empty if it is on paper.
-    virtual std::filesystem::path kept_file() const { return {}; }
+    // The files that reports were kept in since the last call, because there is no printer.
+    virtual std::vector<std::filesystem::path> take_kept() { return {}; }
     // Shows the pages on the screen, from where they can be printed.
     virtual void preview(const Report& report) = 0;
     virtual bool save_pdf(const Report& report, const std::filesystem::path& file) = 0;

@@ -206,10 +206,11 @@ TEST(SystemReportPrinter, KeepsReportsAsFiles) {
     EXPECT_TRUE(printer.print(printing::test_report("بقالة النور")));
     EXPECT_TRUE(fs::exists(folder.path() / "Receipts" / "test-20261121-104200.pdf"));
     EXPECT_TRUE(printer.save_csv(report, folder.path() / "shift.csv"));
+    EXPECT_EQ(printer.take_kept().size(), 2u);
     choice = {"lpt1", 40};
     EXPECT_TRUE(printer.print_slip(report));
     EXPECT_EQ(services.devices.ports["lpt1"], printing::text_report(report, 40, printing::default_codes()));
-    EXPECT_TRUE(printer.kept_file().empty());
+    EXPECT_TRUE(printer.take_kept().empty());
     EXPECT_TRUE(services.prompts.messages.empty());
     EXPECT_FALSE(printer.save_csv(report, "/dev/full"));
     EXPECT_TRUE(fs::is_character_file("/dev/full"));

@@ -189,16 +189,14 @@ bool SystemReportPrinter::print(const Report& report) {
 }
 
 bool SystemReportPrinter::print(const std::shared_ptr<const PageSet>& made, const std::string& title) {
-    kept_.clear();
     const Outcome outcome = print_or_keep(workstation_, made, progress(title));
-    kept_ = outcome.kept;
+    if (!outcome.kept.empty()) kept_.push_back(outcome.kept);
     return outcome.done || (!outcome.message.empty() && not_printed(outcome.message, outcome.reason));
 }
 
 bool SystemReportPrinter::print_slip(const Report& report) {
     const auto& [port, width, picture] = workstation_.choice;
     if (!workstation_.choice.is_text_port()) return print(report);
-    kept_.clear();
     try {
         const std::string bytes =
             workstation_.choice.prints_pictures()

@@ -78,7 +78,7 @@ class SystemReportPrinter final : public ReportPrinter {
 
     bool print(const Report& report) override;
     bool print_slip(const Report& report) override;
-    std::filesystem::path kept_file() const override { return kept_; }
+    std::vector<std::filesystem::path> take_kept() override { return std::exchange(kept_, {}); }
     void preview(const Report& report) override;
     bool save_pdf(const Report& report, const std::filesystem::path& file) override;
     bool save_csv(const Report& report, const std::filesystem::path& file) override;
@@ -92,7 +92,7 @@ class SystemReportPrinter final : public ReportPrinter {
     bool failed(std::string_view message, std::string_view reason);
 
     Workstation workstation_;
-    std::filesystem::path kept_;
+    std::vector<std::filesystem::path> kept_;
 };
 
 }  // namespace printing::pages

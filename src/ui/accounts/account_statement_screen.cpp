@@ -235,7 +235,10 @@ void AccountStatementScreen::print() {
 
 void AccountStatementScreen::preview() {
     if (Sheet::top_of(window()) != this) return;
-    guarded(context_.services, "PreviewAccount", [&] { context_.reports.preview(paper_); });
+    guarded(context_.services, "PreviewAccount", [&] {
+        context_.reports.preview(paper_);
+        if (const QString kept = kept_text(context_); !kept.isEmpty()) note_->setText(kept);
+    });
 }
 
 void AccountStatementScreen::keep(FileKind kind) {

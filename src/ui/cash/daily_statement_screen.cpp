@@ -282,8 +282,12 @@ void DailyStatementScreen::print() {
 
 void DailyStatementScreen::preview() {
     if (Sheet::top_of(window()) != this || !all_known({store_, drawer_}, context_.services.prompts)) return;
-    guarded(context_.services, "PreviewDayReport",
-            [&] { context_.reports.preview(report_of(logic_.print_report(), context_.session)); });
+    guarded(context_.services, "PreviewDayReport", [&] {
+        context_.reports.preview(report_of(logic_.print_report(), context_.session));
+        const QString kept = kept_text(context_);
+        note_->setText(kept);
+        note_->setVisible(!kept.isEmpty());
+    });
 }
 
 void DailyStatementScreen::take_focus() {

@@ -5,6 +5,7 @@
 #include "cash/daily_statement.h"
 #include "cash/messages.h"
 #include "cash/shift.h"
+#include "printing/receipt_printer.h"
 #include "printing/report_printer.h"
 #include "signin/session.h"
 #include "ui/widgets/text.h"
@@ -65,20 +66,22 @@ void print_shift_report(const cash::ShiftReport& shift, const Context& context) 
 }
 
 QString printed_text(const Context& context) {
-    const auto kept = context.reports.kept_file();
-    return kept.empty() ? qt(printed) : kept_text({kept});
+    const QString kept = kept_text(context);
+    return kept.isEmpty() ? qt(printed) : kept;
 }
 
-QString kept_text(const std::vector<std::filesystem::path>& files) {
+QString kept_text(const Context& context) {
     QStringList names;
-    for (const auto& file : files)
-        names << qt(name_of(file));
+    for (const auto& files : {context.receipts.take_kept(), context.reports.take_kept()}) {
+        for (const auto& file : files)
+            names << qt(name_of(file));
+    }
     return names.isEmpty() ? QString() : qt(kept_instead) + names.join("\u200f، ");
 }
 
 void say_where_kept(const Context& context) {
-    const auto kept = context.reports.kept_file();
-    if (!kept.empty()) context.services.prompts.message(utf8(kept_text({kept})), common::Icon::information);
+    const QString kept = kept_text(context);
+    if (!kept.isEmpty()) context.services.prompts.message(utf8(kept), common::Icon::information);
 }
 
 }  // namespace ui

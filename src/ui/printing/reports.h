@@ -2,8 +2,6 @@
 #pragma once
 
 #include <QString>
-#include <filesystem>
-#include <vector>
 
 #include "printing/report.h"
 #include "ui/widgets/context.h"
@@ -26,11 +24,10 @@ void print_shift_report(const cash::ShiftReport& shift, const Context& context);
 // because the workstation has no printer.
 QString printed_text(const Context& context);
 
-// The same for receipts that were kept in files; empty if all are on paper.
-QString kept_text(const std::vector<std::filesystem::path>& files);
+// Returns in which files receipts and reports were kept since the last call; empty if all are on paper.
+QString kept_text(const Context& context);
 
-// Shows the file in a message, for a report that was printed from no screen of its own. Shows nothing if the
-// report is on paper.
+// Shows the same in a message, for a report that was printed from a list. Shows nothing if it is on paper.
 void say_where_kept(const Context& context);
 
 }  // namespace ui

@@ -3,7 +3,6 @@
 #include <QComboBox>
 #include <QLineEdit>
 
-#include "printing/receipt_printer.h"
 #include "sales/messages.h"
 #include "ui/cash/shift_screens.h"
 #include "ui/printing/printing_line.h"
@@ -37,16 +36,14 @@ void SalesWindow::act(std::string_view name, const std::function<void()>& action
     guarded(context_.services, name, action);
     guarded(context_.services, "PrintShiftReport", [this] { print_shift_reports(); });
     acting_ = false;
-    printing_->say(kept_text(context_.receipts.take_kept()));
+    printing_->say(kept_text(context_));
     repaint_all();
 }
 
 // Of shift changes that an earlier run of the till left to be finished.
 void SalesWindow::print_shift_reports() {
-    for (const cash::ShiftReport& report : desk_.checkout().take_shift_reports()) {
+    for (const cash::ShiftReport& report : desk_.checkout().take_shift_reports())
         print_shift_report(report, context_);
-        say_where_kept(context_);
-    }
 }
 
 void SalesWindow::act_and_return(std::string_view name, const std::function<void()>& action) {

@@ -10,7 +10,6 @@
 
 #include "common/date_time.h"
 #include "common/numbers.h"
-#include "printing/receipt_printer.h"
 #include "sales/payment.h"
 #include "sales/sales_desk.h"
 #include "ui/printing/reports.h"
@@ -91,7 +90,7 @@ void ReceiptsSheet::show_receipt() {
 
 void ReceiptsSheet::reprint() {
     if (const auto* row = chosen()) desk_.receipts().reprint(*row);
-    said_->setText(kept_text(context_.receipts.take_kept()));
+    said_->setText(kept_text(context_));
     said_->setVisible(!said_->text().isEmpty());
     table_->setFocus();
 }
