@@ -23,8 +23,8 @@ std::string_view without_table(std::string_view table) {
                "which the cashier is told after printing";
     }
     if (table == "till_number") {
-        return "two tills that write at the same moment may give two transfers, vouchers or walk-in "
-               "customers one number";
+        return "two tills that write at the same moment may give two transfers, vouchers, bank rows or "
+               "walk-in customers one number";
     }
     return "the tills work without it, as versions before it did";
 }

@@ -56,6 +56,8 @@ class Journal {
     bool is_recorded() const { return id_ != 0; }
     std::int64_t id() const { return id_; }
     bool has_done(int step) const { return steps_.contains(step); }
+    // The highest step that is done; 0 if none is.
+    int last_step() const { return steps_.empty() ? 0 : steps_.rbegin()->first; }
 
     // Does a step, unless it is done already. `write` returns what only the moment of writing knows and
     // taking the step back needs. It runs again from its beginning if another till was in the way.

@@ -39,10 +39,6 @@ constexpr int transfer_steps = 100'000;
 // Between the values of SaveStep.
 constexpr int step_distance = 10;
 
-SaveStep step_of_number(int number) {
-    return static_cast<SaveStep>(number / transfer_steps);
-}
-
 bool takes_from_stock(const Invoice& invoice, const Line& line) {
     return !invoice.is_return() && line.moves_stock();
 }
@@ -102,6 +98,10 @@ std::string_view name_of(SaveStep step) {
 
 int step_number(SaveStep step) {
     return static_cast<int>(step) * transfer_steps;
+}
+
+SaveStep step_of_number(int number) {
+    return static_cast<SaveStep>(number / transfer_steps);
 }
 
 InvoiceRows::InvoiceRows(database::Connection& connection, database::Journal& journal,

@@ -25,13 +25,10 @@ enum class SaveStep {
     craftsman_lines = 80,
     reservations = 90,
 };
-inline constexpr SaveStep save_steps[] = {
-    SaveStep::receipt, SaveStep::account_balance, SaveStep::header,
-    SaveStep::bank,    SaveStep::lines,           SaveStep::transfers,
-    SaveStep::stock,   SaveStep::craftsman_lines, SaveStep::reservations};
 // The number of a step in the journal. Each line supplied from another store is a step of its own and counts
 // on from that of the transfers.
 int step_number(SaveStep step);
+SaveStep step_of_number(int number);
 // The step's name in Arabic, for the cashier and the log.
 std::string_view name_of(SaveStep step);
 

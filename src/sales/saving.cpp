@@ -24,10 +24,7 @@ std::optional<SaveStep> last_step_of(database::Connection& connection, std::int6
     if (!database::is_unfinished(connection, id)) return std::nullopt;
     database::Journal journal(connection);
     journal.resume(id);
-    SaveStep last = SaveStep::receipt;
-    for (const SaveStep step : save_steps)
-        if (journal.has_done(step_number(step))) last = step;
-    return last;
+    return std::max(SaveStep::receipt, step_of_number(journal.last_step()));
 }
 
 // Marks a running save, so that a second press while a message or the printer is waiting does nothing.
