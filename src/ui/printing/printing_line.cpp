@@ -80,37 +80,13 @@ class PrintingWait : public Sheet {
 }  // namespace
 
 PrintingLine::PrintingLine(const common::Services& services, QWidget* parent)
-    : QFrame(parent), services_(services) {
-    setObjectName("printing_line");
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(px(8), px(6), px(14), px(6));
-    row->setSpacing(px(8));
-    text_ = label({}, "plain", "printing_state");
-    text_->setWordWrap(true);
-    row->addWidget(text_, 1);
-    again_ = button("print_again", "&طباعة الآن", &PrintingLine::print_again);
-    forget_ = button("print_forget", "ع&دم الطباعة", &PrintingLine::forget);
-    row->addWidget(again_);
-    row->addWidget(forget_);
+    : Banner("printing_line", "printing_state", parent),
+      services_(services),
+      again_(add_button("print_again", "&طباعة الآن")),
+      forget_(add_button("print_forget", "ع&دم الطباعة")) {
+    connect(again_, &QPushButton::clicked, this, &PrintingLine::print_again);
+    connect(forget_, &QPushButton::clicked, this, &PrintingLine::forget);
     connect(&timer_, &QTimer::timeout, this, &PrintingLine::refresh);
-    hide();
-}
-
-QPushButton* PrintingLine::button(const char* name, const QString& caption, void (PrintingLine::*action)()) {
-    auto* made = new QPushButton(caption);
-    made->setObjectName(name);
-    made->setFixedHeight(px(38));
-    connect(made, &QPushButton::clicked, this, action);
-    return made;
-}
-
-void PrintingLine::set_alarming(bool alarming) {
-    setStyleSheet(QString("ui--PrintingLine { background: %1; border: none; border-right: %2px solid %3; } "
-                          "QLabel { color: %4; }")
-                      .arg(alarming ? "#fbe9e7" : "#e3effa")
-                      .arg(px(6))
-                      .arg(alarming ? colour::alarm : colour::focus)
-                      .arg(colour::ink));
 }
 
 void PrintingLine::refresh() {
@@ -120,9 +96,9 @@ void PrintingLine::refresh() {
     QString text = has_failed ? failure_text(report) : QString();
     if (!report.under_way.empty()) text += (has_failed ? "\n" : "") + qt(printing) + titles(report.under_way);
     if (text.isEmpty()) text = said_;
-    if (text != text_->text()) {
-        set_alarming(has_failed);
-        text_->setText(text);
+    if (text != this->text()->text()) {
+        set_colours(has_failed ? "#fbe9e7" : "#e3effa", has_failed ? colour::alarm : colour::focus);
+        this->text()->setText(text);
     }
     again_->setVisible(has_failed);
     forget_->setVisible(has_failed);

@@ -1,19 +1,18 @@
 // What is still being printed on slow ports, and what they did not take.
 #pragma once
 
-#include <QFrame>
 #include <QTimer>
 
 #include "common/services.h"
+#include "ui/widgets/banner.h"
 
-class QLabel;
 class QPushButton;
 
 namespace ui {
 
 // A line of the sales window, shown as long as there is something to say. What a port did not take is kept in
 // memory and offered to be printed again, now or not at all; selling goes on meanwhile.
-class PrintingLine : public QFrame {
+class PrintingLine : public Banner {
     Q_OBJECT
   public:
     explicit PrintingLine(const common::Services& services, QWidget* parent = nullptr);
@@ -29,8 +28,6 @@ class PrintingLine : public QFrame {
     void answered();
 
   private:
-    QPushButton* button(const char* name, const QString& caption, void (PrintingLine::*action)());
-    void set_alarming(bool alarming);
     void print_again();
     void forget();
     void log_failures(const common::PortReport& report);
@@ -38,7 +35,6 @@ class PrintingLine : public QFrame {
     void drop_all();
 
     common::Services services_;
-    QLabel* text_;
     QPushButton* again_;
     QPushButton* forget_;
     QTimer timer_;

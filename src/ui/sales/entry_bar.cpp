@@ -104,37 +104,12 @@ bool EntryBar::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-InvoiceBanner::InvoiceBanner(QWidget* parent) : QFrame(parent) {
-    setObjectName("invoice_banner");
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(px(8), px(6), px(14), px(6));
-    row->setSpacing(px(8));
-    text_ = label({}, "plain", "invoice_state");
-    text_->setWordWrap(true);
-    row->addWidget(text_, 1);
-    reprint_ = button("reprint", "إعادة ال&طباعة");
-    return_ = button("return_of_sale", "ا&رتجاع من هذا البون");
-    row->addWidget(reprint_);
-    row->addWidget(return_);
+InvoiceBanner::InvoiceBanner(QWidget* parent)
+    : Banner("invoice_banner", "invoice_state", parent),
+      reprint_(add_button("reprint", "إعادة ال&طباعة")),
+      return_(add_button("return_of_sale", "ا&رتجاع من هذا البون")) {
     connect(reprint_, &QPushButton::clicked, this, &InvoiceBanner::reprint_clicked);
     connect(return_, &QPushButton::clicked, this, &InvoiceBanner::return_clicked);
-    hide();
-}
-
-QPushButton* InvoiceBanner::button(const char* name, const QString& caption) {
-    auto* made = new QPushButton(caption);
-    made->setObjectName(name);
-    made->setFixedHeight(px(38));
-    return made;
-}
-
-void InvoiceBanner::set_colours(const char* background, const char* edge) {
-    setStyleSheet(QString("ui--InvoiceBanner { background: %1; border: none; border-right: %2px solid %3; "
-                          " } QLabel { color: %4; }")
-                      .arg(background)
-                      .arg(px(6))
-                      .arg(edge)
-                      .arg(colour::ink));
 }
 
 void InvoiceBanner::show_state(const sales::SalesDesk& desk) {
@@ -171,7 +146,7 @@ void InvoiceBanner::show_state(const sales::SalesDesk& desk) {
         set_colours("#e3effa", colour::focus);
         text = notice_;
     }
-    text_->setText(text);
+    this->text()->setText(text);
     reprint_->setVisible(saved || desk.sale().partly_saved);
     return_->setVisible(saved && !recalled->invoice.is_return() && !desk.sale().partly_saved);
     setVisible(!text.isEmpty());

@@ -1,10 +1,10 @@
 // The item-code field with the buttons beside it, and the banner above it.
 #pragma once
 
-#include <QFrame>
 #include <QWidget>
 
-class QLabel;
+#include "ui/widgets/banner.h"
+
 class QLineEdit;
 class QPushButton;
 
@@ -44,7 +44,7 @@ class EntryBar : public QWidget {
 
 // Says what the window shows if that is not a new invoice (a saved receipt, a return of one, an offer, a
 // partly saved invoice) and offers what can be done with it.
-class InvoiceBanner : public QFrame {
+class InvoiceBanner : public Banner {
     Q_OBJECT
   public:
     explicit InvoiceBanner(QWidget* parent = nullptr);
@@ -58,10 +58,6 @@ class InvoiceBanner : public QFrame {
     void return_clicked();
 
   private:
-    QPushButton* button(const char* name, const QString& caption);
-    void set_colours(const char* background, const char* edge);
-
-    QLabel* text_;
     QString notice_;
     QPushButton* reprint_;
     QPushButton* return_;
