@@ -118,6 +118,17 @@ Claims::Others Claims::others_in(const database::Result& claims, const Invoice& 
     return others;
 }
 
+std::pair<Claims::Others, database::Result> Claims::read_with_claims(const Sql& statement,
+                                                                     const Invoice& invoice) {
+    Outcomes seen = run([&] {
+        std::vector<database::Command> commands;
+        if (!is_missing_) commands.emplace_back(all_claims);
+        commands.emplace_back(statement);
+        return commands;
+    });
+    return {is_missing_ ? Others() : others_in(seen.front().result, invoice), std::move(seen.back().result)};
+}
+
 // Claims number_ and looks at what there is then. Returns false if another till was first.
 bool Claims::write_and_look(const Invoice& invoice, Look& look) {
     try {
@@ -150,14 +161,8 @@ bool Claims::write_and_look(const Invoice& invoice, Look& look) {
 
 Claims::Look Claims::draw_number(const Invoice& invoice) {
     for (int attempt = 0; attempt < most_attempts; ++attempt) {
-        const Outcomes seen = run([&] {
-            std::vector<database::Command> commands;
-            if (!is_missing_) commands.emplace_back(all_claims);
-            commands.emplace_back(last_number(invoice));
-            return commands;
-        });
-        const Others others = is_missing_ ? Others() : others_in(seen.front().result, invoice);
-        number_ = std::max(next_invoice_number(seen.back().result), others.highest_number + 1);
+        const auto [others, last] = read_with_claims(last_number(invoice), invoice);
+        number_ = std::max(next_invoice_number(last), others.highest_number + 1);
         if (Look look; write_and_look(invoice, look)) return look;
     }
     throw database::Error(std::string(database::key_violated), "other tills claimed every number", "");
@@ -174,14 +179,8 @@ Claims::Look Claims::judge(const Invoice& invoice, const Others& others, const G
 }
 
 Claims::Look Claims::look_at_stock(const Invoice& invoice) {
-    const Outcomes seen = run([&] {
-        std::vector<database::Command> commands;
-        if (!is_missing_) commands.emplace_back(all_claims);
-        commands.emplace_back(levels_statement(goods_));
-        return commands;
-    });
-    const Others others = is_missing_ ? Others() : others_in(seen.front().result, invoice);
-    return judge(invoice, others, stock_levels(seen.back().result));
+    const auto [others, levels] = read_with_claims(levels_statement(goods_), invoice);
+    return judge(invoice, others, stock_levels(levels));
 }
 
 std::optional<Shortage> Claims::claim(const Invoice& invoice) {

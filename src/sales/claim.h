@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "database/connection.h"
@@ -63,6 +64,9 @@ class Claims {
     template <typename Commands>
     Outcomes run(const Commands& commands);
     Others others_in(const database::Result& claims, const Invoice& invoice);
+    // The claims of others and, in the same journey after them, what a statement gives.
+    std::pair<Others, database::Result> read_with_claims(const database::Sql& statement,
+                                                         const Invoice& invoice);
     bool write_and_look(const Invoice& invoice, Look& look);
     Look draw_number(const Invoice& invoice);
     Look look_at_stock(const Invoice& invoice);
