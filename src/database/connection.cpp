@@ -1,6 +1,7 @@
 #include "database/connection.h"
 
 #include "common/text.h"
+#include "database/reads.h"
 
 namespace database {
 
@@ -18,9 +19,7 @@ const Value& Row::value(std::string_view column) const {
 }
 
 Value Connection::scalar(const Sql& statement) {
-    const Result result = query(statement);
-    if (result.empty() || result.front().cells().empty()) return Null{};
-    return result.front().cells().front();
+    return first_cell(query(statement));
 }
 
 std::vector<Connection::Outcome> Connection::run_all(const std::vector<Command>& commands) {
