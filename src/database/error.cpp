@@ -1,7 +1,8 @@
 #include "database/error.h"
 
-#include <cerrno>
 #include <system_error>
+
+#include "common/ports.h"
 
 namespace database {
 
@@ -55,14 +56,10 @@ std::string_view words_for_system(const std::error_code& code) {
     const auto number =
         code.category() == std::generic_category() || code.category() == std::system_category() ? code.value()
                                                                                                 : 0;
-    switch (number) {
-        case ENOSPC:
-        case EDQUOT:
-        case EFBIG:
+    switch (common::fault_of(number)) {
+        case common::PortFault::disk_full:
             return message::disk_full;
-        case EROFS:
-        case EACCES:
-        case EPERM:
+        case common::PortFault::denied:
             return message::may_not_write;
         default:
             return message::see_log;
