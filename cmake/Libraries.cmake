@@ -43,7 +43,7 @@ function(tallvex_library)
     target_link_libraries(${name} PUBLIC ${LIBRARY_DEPENDS} PRIVATE tallvex_flags)
     # Reading the standard library's headers takes longer than compiling what most files hold. (The libraries of Qt
     # have other flags and precompile its headers; `common` makes these.)
-    if(TALLVEX_SHARED_HEADERS AND NOT name MATCHES "^(common|admin|play|printing_pages|ui|ui_.*)$")
+    if(TALLVEX_SHARED_HEADERS AND NOT name MATCHES "^(common|admin|audit|play|printing_pages|ui|ui_.*)$")
         target_precompile_headers(${name} REUSE_FROM common)
     endif()
 endfunction()

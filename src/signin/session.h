@@ -4,9 +4,11 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 
+#include "audit/trail.h"
 #include "database/connection.h"
 #include "signin/attempts.h"
 
@@ -59,6 +61,11 @@ struct Session {
     std::string drawer_name;
     Settings settings;
     Attempts attempts;  // at signing in and at changing the password
+
+    // The till's journal. Copies of a session share it.
+    std::shared_ptr<audit::Trail> trail = std::make_shared<audit::Trail>();
+    // Notes an event of the signed-in user in it, without a word to the database.
+    void note(const audit::Event& event) const { trail->note(event, {user_code, user_name}, store_code); }
 
     bool has_permission(int position) const { return signin::has_permission(permissions, position); }
 };

@@ -21,6 +21,7 @@ std::optional<CashPointLock::Holder> StartUp::take_cash_point() {
     auto holder = lock_->take();
     if (!holder) {
         if (environment_.listen && lock_->descriptor() >= 0) environment_.listen(lock_->descriptor());
+        session_.trail->open(session_.cash_point, {folder, record_.database}, services_.clock);
         return std::nullopt;
     }
     lock_.reset();

@@ -10,6 +10,7 @@
 #include "printing/workstation_printer.h"
 #include "signin/session.h"
 #include "ui/help/open_help.h"
+#include "ui/journal/trail_writer.h"
 #include "ui/printing/preview.h"
 #include "ui/printing/progress.h"
 #include "ui/sales/sales_window.h"
@@ -62,8 +63,12 @@ void Till::run(database::Connection& connection, signin::Session& session) {
                           keys_,      server_, restart_,  back_up,  show_window_};
 
     const HelpKey help;
+    TrailWriter journal(connection, session, server_, services_.log);
     auto sign_in = std::make_unique<SignInWindow>(context);
-    if (!sign_in->run()) return;
+    if (!sign_in->run()) {
+        journal.write();
+        return;
+    }
     // The receipt port is that of the settings until another is chosen at this workstation.
     choice = printing::read_printer_choice(printing::printer_file(session.program_folder, session.cash_point))
                  .value_or(printing::PrinterChoice{session.settings.print});
@@ -82,6 +87,7 @@ void Till::run(database::Connection& connection, signin::Session& session) {
     sales.activateWindow();
     if (!sales.open()) return;
     loop.exec();
+    journal.write();
     if (is_left) back_up();
 }
 

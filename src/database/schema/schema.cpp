@@ -72,6 +72,14 @@ constexpr Fragment till_tables[] = {
     "primary key (save_id, step))",
     // database/next_number.h
     "create table till_number (id int not null primary key)",
+    // audit/chain.h
+    "create table till_journal (cash_no int not null, num bigint not null, id bigint not null, moment "
+    "datetime "
+    "null, stcode int null, user_code int null, user_name nvarchar(100) null, kind nvarchar(30) null, what "
+    "nvarchar(400) null, amount float null, icode bigint null, pnum int null, approver int null, "
+    "approver_name "
+    "nvarchar(100) null, hash nvarchar(64) null, primary key (cash_no, num))",
+    "create index till_journal_moment on till_journal (moment)",
 };
 
 }  // namespace

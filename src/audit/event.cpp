@@ -1,0 +1,44 @@
+#include "audit/event.h"
+
+#include <algorithm>
+#include <array>
+
+namespace audit {
+
+namespace {
+
+constexpr std::array names = {
+    KindName{Kind::sign_in, "sign_in", "دخول مستخدم"},                       // a user signed in
+    KindName{Kind::sign_in_refused, "sign_in_refused", "دخول مرفوض"},        // a refused sign-in
+    KindName{Kind::line_deleted, "line_deleted", "حذف صنف"},                 // a deleted line
+    KindName{Kind::quantity_lowered, "quantity_lowered", "تقليل كمية"},      // a lowered quantity
+    KindName{Kind::invoice_cancelled, "invoice_cancelled", "إلغاء فاتورة"},  // a cancelled invoice
+    KindName{Kind::invoice_held, "invoice_held", "تعليق فاتورة"},            // an invoice put aside
+    KindName{Kind::invoice_resumed, "invoice_resumed", "استئناف فاتورة"},    // and taken up again
+    KindName{Kind::price_changed, "price_changed", "تغيير سعر"},             // a changed price
+    KindName{Kind::discount, "discount", "خصم"},                             // a discount
+    KindName{Kind::approval, "approval", "موافقة مشرف"},                     // a supervisor's approval
+    KindName{Kind::refusal, "refusal", "رفض"},                               // a refused action
+    KindName{Kind::drawer_opened, "drawer_opened", "فتح الدرج بدون بيع"},    // drawer opened without a sale
+    KindName{Kind::reprint, "reprint", "إعادة طباعة"},                       // a reprint
+    KindName{Kind::return_saved, "return_saved", "مرتجع"},                   // a return
+    KindName{Kind::count, "count", "جرد خزينة"},                             // a count of a drawer
+    KindName{Kind::shift_changed, "shift_changed", "تغيير وردية"},           // a shift started or closed
+};
+
+}  // namespace
+
+std::span<const KindName> kinds() {
+    return names;
+}
+
+const KindName& name_of(Kind kind) {
+    return *std::ranges::find(names, kind, &KindName::kind);
+}
+
+std::string_view caption_of(std::string_view stored) {
+    const auto* const found = std::ranges::find(names, stored, &KindName::stored);
+    return found == names.end() ? stored : found->caption;
+}
+
+}  // namespace audit

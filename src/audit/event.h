@@ -1,0 +1,60 @@
+// What the till's journal tells of: an event, its kind, and what a kind is called.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "common/amount.h"
+
+namespace audit {
+
+enum class Kind {
+    sign_in,
+    sign_in_refused,
+    line_deleted,
+    quantity_lowered,
+    invoice_cancelled,
+    invoice_held,
+    invoice_resumed,
+    price_changed,
+    discount,
+    approval,
+    refusal,
+    drawer_opened,
+    reprint,
+    return_saved,
+    count,
+    shift_changed,
+};
+
+// A kind as it is stored, and as the list calls it.
+struct KindName {
+    Kind kind;
+    std::string_view stored;
+    std::string_view caption;
+};
+std::span<const KindName> kinds();
+const KindName& name_of(Kind kind);
+// The caption of a stored kind; one of a later version is shown as it is stored.
+std::string_view caption_of(std::string_view stored);
+
+// A user with the name that he had then.
+struct Person {
+    std::int64_t code = 0;
+    std::string name;
+    bool operator==(const Person&) const = default;
+};
+
+struct Event {
+    Kind kind{};
+    std::string what = {};                      // for people; cut to 400 characters
+    std::optional<common::Amount> amount = {};  // what it is about, in money
+    std::optional<std::int64_t> item = {};      // items.code
+    std::optional<std::int64_t> invoice = {};   // its number
+    std::optional<Person> approver = {};        // who allowed it, if not the user
+};
+
+}  // namespace audit

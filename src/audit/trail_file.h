@@ -1,0 +1,38 @@
+// The file of a till's journal: events that are not in the table yet, and the end of the till's chain. It is
+// only appended to, so that an event costs one small write; an unfinished last line is left out.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "audit/entry.h"
+
+namespace audit {
+
+// The files of the tills of a shop, whose database has the name, in the folder of a till.
+struct Place {
+    std::filesystem::path folder;
+    std::string database;  // its name, or that of its file
+
+    std::filesystem::path file_of(std::int64_t till) const;
+    std::set<std::int64_t> tills() const;
+};
+
+struct Kept {
+    End end;
+    std::vector<Entry> pending;
+};
+// Empty if the file cannot be read.
+Kept read_kept(const std::filesystem::path& file);
+
+// What cannot be written is lost with the program, no sooner.
+void keep_entry(const std::filesystem::path& file, const Entry& entry);
+// The entries up to `last` are in the table.
+void keep_end(const std::filesystem::path& file, const End& end, std::int64_t last);
+// Replaces the file by what it still has to tell, if it has grown long or ends in half a line.
+void shorten(const std::filesystem::path& file, const Kept& kept);
+
+}  // namespace audit
