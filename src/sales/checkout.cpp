@@ -1,5 +1,6 @@
 #include "sales/sales_desk.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "database/choices.h"
@@ -7,6 +8,7 @@
 #include "sales/messages.h"
 #include "sales/offers.h"
 #include "sales/saving.h"
+#include "sales/stock_check.h"
 #include "sales/unfinished.h"
 
 namespace sales {
@@ -15,6 +17,11 @@ namespace {
 
 bool moves_cash(PaymentOption payment) {
     return payment == PaymentOption::cash || payment == PaymentOption::tips;
+}
+
+// True of the lines that an offer or a saved receipt brought; entering a line checks it.
+bool lacks_date_check(const Line& line) {
+    return line.moves_stock() && !line.dates_checked;
 }
 
 // What the cashier must know before he counts the money of a return.
@@ -53,6 +60,8 @@ BeginSave Checkout::begin_save() {
         if (saves_anew) ask_invoice_number(reads);
         offer.ask(reads, invoice_);
         checks.ask(reads);
+        BatchDates dates;
+        if (std::ranges::any_of(invoice_.lines, lacks_date_check)) dates.ask(reads, goods_taken(invoice_));
         if (moves_cash(invoice_.payment)) database::ask_workers(reads, workers);
         reads.run(connection_);
         if (saves_anew)
@@ -69,6 +78,10 @@ BeginSave Checkout::begin_save() {
             NextInvoiceNumber();
             return BeginSave::refused;
         }
+        StockCheck check(session_, services_.prompts);
+        for (Line& line : invoice_.lines)
+            if (lacks_date_check(line) && !check.dates_allow(invoice_, line, dates))
+                return BeginSave::refused;
         sale_.begun_save = BegunSave{*shift, nullptr};
         if (!moves_cash(invoice_.payment)) return BeginSave::save_now;
         sale_.begun_save->payment = std::make_shared<Payment>(

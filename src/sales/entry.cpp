@@ -242,6 +242,7 @@ std::optional<Item> ItemEntry::read_goods(std::int64_t supplier) {
     reads.add(item_statement(named_.item),
               [&](const Result& cards) { item = item_of(cards, named_.unit_level); });
     stock_.ask(reads, named_.item, stores_asked(invoice_, named_.item, supplier));
+    dates_.ask(reads, {{{named_.item, supplier}, 0}});
     reads.add(expiries_statement(named_.item),
               [&](const Result& rows) { shown_ = stock_shown(stock_.sum(invoice_.store), rows); });
     reads.run(connection_);
@@ -299,6 +300,7 @@ std::optional<std::size_t> ItemEntry::enter_found(const Item& item, std::int64_t
         if (answer == StockAnswer::refused) return std::nullopt;
         line.below_stock = answer == StockAnswer::confirmed;
     }
+    if (!check_.dates_allow(invoice_, line, dates_)) return std::nullopt;
     if (is_on(invoice_, item.code)) {
         const common::Answer answer = prompts_.ask(message::entered_before);
         if (answer == common::Answer::closed) return std::nullopt;

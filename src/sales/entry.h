@@ -101,6 +101,7 @@ class ItemEntry {
     Named named_;
     std::optional<CraftsmanLine> work_;
     ItemStock stock_;
+    BatchDates dates_;
     StockShown shown_;
 };
 

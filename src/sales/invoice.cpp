@@ -123,7 +123,8 @@ void Line::set_quantity(double new_quantity) {
 
 void Invoice::sell_from(std::int64_t new_store) {
     for (Line& line : lines) {
-        if (new_store != store) line.below_stock = false;  // confirmed for the stock of the former store
+        // Confirmed for the stock of the former store.
+        if (new_store != store) line.below_stock = line.dates_checked = false;
         if (line.is_supplied() && line.source_store == new_store)
             line.source_kind = SourceKind::selling_store;
     }

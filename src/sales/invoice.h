@@ -94,7 +94,9 @@ struct Line {
     bool stock_kept = false;
     bool clearance = false;
     bool below_stock = false;  // the cashier confirmed the sale below stock, with the right to do so
-    bool marked = false;       // its discount cells are coloured: loaded from an offer
+    bool dates_checked =
+        false;            // the dates on its goods were looked at, and the cashier asked about old ones
+    bool marked = false;  // its discount cells are coloured: loaded from an offer
     SourceKind source_kind = SourceKind::selling_store;
     std::int64_t source_store = 0;
     std::optional<common::Date> expiry;

@@ -1,5 +1,7 @@
 #include "sales/stock_check.h"
 
+#include <algorithm>
+
 #include "common/numbers.h"
 #include "sales/messages.h"
 #include "signin/permissions.h"
@@ -70,6 +72,26 @@ Goods without(Goods levels, const Goods& goods) {
     return levels;
 }
 
+// Servers store the first day of 1900 for a date that was left empty.
+void BatchDates::ask(database::Reads& reads, const Goods& goods) {
+    Sql statement(
+        "select icode, stcode, min(edate) as oldest from stk where quan > 0 and edate > '1900/01/01' "
+        "and icode in (0");
+    for (const auto& [place, quantity] : goods)
+        statement += Sql(", ") + place.first;
+    reads.add(statement + ") group by icode, stcode", [this](const database::Result& rows) {
+        for (const auto& row : rows)
+            oldest_[{row.integer("icode"), row.integer("stcode")}] = row.moment("oldest").date;
+    });
+}
+
+std::optional<common::Date> BatchDates::expired(const Invoice& invoice, const Line& line) const {
+    if (!line.moves_stock() || invoice.is_return()) return std::nullopt;
+    const auto batch = oldest_.find({*line.item_code, invoice.source_of(line)});
+    return batch == oldest_.end() || batch->second >= invoice.date ? std::nullopt
+                                                                   : std::optional(batch->second);
+}
+
 const Line* first_short_line(const Invoice& invoice, const Goods& levels) {
     if (invoice.is_return()) return nullptr;
     std::map<std::int64_t, double> needed;
@@ -115,6 +137,24 @@ StockAnswer StockCheck::selling_store_allows(const Invoice& invoice, const Line&
     if (!signin::authorise(session_, prompts_, signin::Action::sell_below_stock, refusal, common::Icon::none))
         return StockAnswer::refused;
     return ask_override(line, available, needed) ? StockAnswer::confirmed : StockAnswer::refused;
+}
+
+bool StockCheck::dates_allow(const Invoice& invoice, Line& line, const BatchDates& dates) {
+    const bool was_asked = std::any_of(invoice.lines.begin(), invoice.lines.end(), [&](const Line& other) {
+        return other.dates_checked && other.item_code == line.item_code &&
+               invoice.source_of(other) == invoice.source_of(line);
+    });
+    const auto expired = dates.expired(invoice, line);
+    if (expired && !was_asked) {
+        std::string text(message::override_item);
+        text += line.name;
+        text += message::expired_on;
+        text += common::date_text(*expired);
+        text += message::expired_question;
+        if (!prompts_.question(text, common::Icon::exclamation)) return false;
+    }
+    line.dates_checked = true;
+    return true;
 }
 
 StockAnswer StockCheck::ask_for_reserved() {

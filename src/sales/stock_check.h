@@ -60,6 +60,18 @@ database::Sql levels_statement(const Goods& goods);
 Goods stock_levels(const database::Result& levels);
 // `levels` less `goods`.
 Goods without(Goods levels, const Goods& goods);
+// What the stores of `goods` have left of them, by the date of the oldest batch.
+class BatchDates {
+  public:
+    // Adds the read. The object must still be there when it runs.
+    void ask(database::Reads& reads, const Goods& goods);
+    // The date that the goods which the line takes first are past on its invoice's day; nothing if they are
+    // not, or if a return brings them.
+    std::optional<common::Date> expired(const Invoice& invoice, const Line& line) const;
+
+  private:
+    std::map<std::pair<std::int64_t, std::int64_t>, common::Date> oldest_;
+};
 // The first line that the selling store has too little for. Lines of one item are added up. Lines that
 // another store supplies or that were confirmed below stock do not count.
 const Line* first_short_line(const Invoice& invoice, const Goods& levels);
@@ -87,6 +99,10 @@ class StockCheck {
     // get `refusal`.
     StockAnswer selling_store_allows(const Invoice& invoice, const Line& line, double quantity,
                                      const ItemStock& stock, std::string_view refusal);
+
+    // Asks before goods are sold that are past their date, once for an item of an invoice. Notes on the line
+    // that it was asked.
+    bool dates_allow(const Invoice& invoice, Line& line, const BatchDates& dates);
 
   private:
     StockAnswer ask_for_reserved();

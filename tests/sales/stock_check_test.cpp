@@ -182,4 +182,71 @@ TEST(StockCheck, AnItemEnteredFromAnotherStoreNeedsThatStoreAlone) {
     EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::message::no_source_line)));
 }
 
+// Rice stands in the store in batches of 2027/01/01 and 2027/06/01.
+TEST(StockCheck, GoodsPastTheirDateAreAskedAboutBeforeTheyAreSold) {
+    struct Case {
+        const char* name;
+        const char* first_batch;  // what becomes of it
+        common::Date day;
+        bool asked;
+    };
+    for (const Case& c :
+         {Case{"its last day", "", {2027, 1, 1}, false}, Case{"the day after", "", {2027, 1, 2}, true},
+          Case{"it is sold out",
+               "update stk set quan = 0 where icode = 100 and edate = "
+               "'2027/01/01'",
+               {2027, 1, 2},
+               false},
+          Case{"of another store",
+               "update stk set stcode = 2 where icode = 100 and edate = "
+               "'2027/01/01'",
+               {2027, 1, 2},
+               false},
+          Case{"an empty date",
+               "update stk set edate = '1900/01/01' where icode = 100 and "
+               "edate = '2027/01/01'",
+               {2027, 1, 2},
+               false}}) {
+        SCOPED_TRACE(c.name);
+        Counter counter;
+        if (*c.first_batch != '\0') counter.shop.sql(c.first_batch);
+        counter.services.clock.moment.date = c.day;
+        auto& desk = counter.open();
+        EXPECT_EQ(counter.enter("100"), !c.asked) << "the answer is no";
+        EXPECT_EQ(counter.asked().size(), c.asked ? 1u : 0u);
+        if (!c.asked) continue;
+        EXPECT_EQ(counter.services.prompts.last_icon, common::Icon::exclamation)
+            << "yes would be the default";
+        counter.answer({true});
+        ASSERT_TRUE(counter.enter("100"));
+        EXPECT_THAT(counter.asked(), ElementsAre("الصنف : أرز\nبالمخزن كمية منه انتهت صلاحيتها في 2027/01/01"
+                                                 "\nراجع تاريخ العبوة .. هل تريد بيعه ؟"));
+        // Once an invoice: neither the next piece nor the save asks again.
+        counter.answer({true});
+        ASSERT_TRUE(counter.enter("100"));
+        EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::entered_before)));
+        EXPECT_TRUE(counter.sell());
+        EXPECT_THAT(counter.asked(), IsEmpty());
+        counter.start_anew();
+        ASSERT_TRUE(desk.header().SwitchKind(KindOption::return_));
+        EXPECT_TRUE(counter.enter("100"));
+        EXPECT_THAT(counter.asked(), IsEmpty()) << "a return brings them";
+    }
+}
+
+TEST(StockCheck, AnOfferOfGoodsPastTheirDateIsAskedAboutAtItsSale) {
+    Counter counter;
+    auto& desk = counter.open();
+    ASSERT_TRUE(counter.enter("100"));
+    ASSERT_TRUE(desk.offers().SaveOffer());
+    counter.shop.sql("update stk set edate = '2026/11/01' where icode = 100 and edate = '2027/01/01'");
+    ASSERT_TRUE(desk.invoice().lines.empty());
+    ASSERT_TRUE(desk.offers().LoadOffer(1));
+    counter.asked();
+    EXPECT_FALSE(counter.sell());
+    EXPECT_EQ(counter.asked().size(), 1u);
+    counter.answer({true});
+    EXPECT_TRUE(counter.sell());
+}
+
 }  // namespace
