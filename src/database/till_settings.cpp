@@ -44,10 +44,12 @@ std::optional<std::string> read_folders(std::string_view typed) {
 }
 
 constexpr std::string_view yes = "yes";
+constexpr std::string_view no = "no";
+constexpr std::string_view yes_or_no = "yes or no";
 
 std::optional<std::string> read_yes_or_no(std::string_view typed) {
     const std::string_view word = common::trim(typed);
-    return word == yes || word == "no" ? std::optional(std::string(word)) : std::nullopt;
+    return word == yes || word == no ? std::optional(std::string(word)) : std::nullopt;
 }
 
 constexpr TillSetting settings[] = {
@@ -61,9 +63,20 @@ constexpr TillSetting settings[] = {
      "folders with their whole path, \";\" between them, or none", read_folders},
     {setting::printer_barcode,
      "text receipts carry their key as a barcode, which the roll printer draws by its own command (GS k, "
-     "Code 128); scanned at the till it brings the sale back. Tills notice a change at their next start. "
-     "Receipts on pages and pictures always carry it",
-     "yes or no", read_yes_or_no},
+     "Code 128); scanned at the till it brings the sale back",
+     yes_or_no, read_yes_or_no},
+    {setting::text_unit, "text receipts name the unit of each line in a line below it (unset: no)", yes_or_no,
+     read_yes_or_no},
+    {setting::receipt_unit, "receipts on pages and pictures show the unit of each line (unset: yes)",
+     yes_or_no, read_yes_or_no},
+    {setting::receipt_qr,
+     "receipts on pages and pictures carry the QR code of electronic invoicing, in shops that have it "
+     "(unset: "
+     "yes)",
+     yes_or_no, read_yes_or_no},
+    {setting::receipt_barcode,
+     "receipts on pages and pictures carry their key as a barcode, which brings the sale back (unset: yes)",
+     yes_or_no, read_yes_or_no},
 };
 
 }  // namespace
@@ -111,8 +124,25 @@ void ask_net_from(Reads& reads, std::optional<common::Date>& day) {
     ask_setting(reads, setting::net_from, [&day](const std::string& text) { day = common::read_date(text); });
 }
 
-bool printer_draws_barcodes(Connection& connection) {
-    return till_setting(connection, setting::printer_barcode) == yes;
+void ask_yes_or_no(Reads& reads, std::vector<YesOrNo> settings) {
+    Sql statement("select name, value from till_setting where name in (");
+    for (const YesOrNo& setting : settings) {
+        if (&setting != &settings.front()) statement += ", ";
+        statement += quoted(setting.name);
+    }
+    statement += ")";
+    reads.add_optional(std::move(statement), [settings = std::move(settings)](const Result& rows) {
+        for (const auto& row : rows) {
+            for (const YesOrNo& setting : settings) {
+                if (row.text("name") == setting.name && !row.text("value").empty())
+                    *setting.value = row.text("value") == yes;
+            }
+        }
+    });
+}
+
+void set_yes_or_no(Connection& connection, std::string_view name, bool value) {
+    set_till_setting(connection, name, value ? yes : no);
 }
 
 std::vector<std::filesystem::path> backup_folders(Connection& connection) {

@@ -24,6 +24,11 @@ inline constexpr std::string_view net_from = "net_from";
 inline constexpr std::string_view backup_to = "backup_to";
 // "yes" if the roll printers that print text draw barcodes by their own command.
 inline constexpr std::string_view printer_barcode = "printer_barcode";
+// What receipts show, "yes" or "no": units on text; units, QR code and barcode on pages and pictures.
+inline constexpr std::string_view text_unit = "text_unit";
+inline constexpr std::string_view receipt_unit = "receipt_unit";
+inline constexpr std::string_view receipt_qr = "receipt_qr";
+inline constexpr std::string_view receipt_barcode = "receipt_barcode";
 }  // namespace setting
 
 // What the shop keeper is told of a setting, and how its value is read.
@@ -45,8 +50,14 @@ void set_till_setting(Connection& connection, std::string_view name, std::string
 std::optional<common::Date> net_from(Connection& connection);
 void ask_net_from(Reads& reads, std::optional<common::Date>& day);
 
-// The setting `printer_barcode`; false if it is not set.
-bool printer_draws_barcodes(Connection& connection);
+// Settings that are "yes" or "no", and where they are read to. One that is not set leaves its value as it is.
+struct YesOrNo {
+    std::string_view name;
+    bool* value;
+};
+// Asks for them in one statement.
+void ask_yes_or_no(Reads& reads, std::vector<YesOrNo> settings);
+void set_yes_or_no(Connection& connection, std::string_view name, bool value);
 
 // The setting `backup_to`; empty if it is not set.
 std::vector<std::filesystem::path> backup_folders(Connection& connection);

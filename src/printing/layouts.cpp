@@ -16,8 +16,6 @@ using database::Sql;
 namespace {
 
 constexpr std::size_t column_width = 100;
-constexpr int smallest_font = 4;
-constexpr int largest_font = 24;
 
 // The price as entered or after the line's discount; not from the rounded total, which would print 70.00 for
 // 0.450 kg at 69.99.
@@ -43,19 +41,17 @@ std::vector<LayoutRow> rows_in(const database::Result& table) {
 
 }  // namespace
 
-ReceiptSettings read_receipt_settings(database::Connection& connection) {
-    ReceiptSettings settings;
-    const auto rows = connection.query("select * from basic ");
-    if (rows.empty()) return settings;
-    const auto& row = rows.front();
-    settings.rec_note = row.text("rec_note");
-    settings.preview = row.integer("bon_prv") == 1;
-    settings.price_as_entered = row.integer("aft_dsc") == 1;
-    settings.show_item_code = row.integer("item_code") == 1;
-    if (!row.text("bon_font").empty()) settings.font = row.text("bon_font");
-    const auto size = row.integer("bon_font_s");
-    if (size >= smallest_font && size <= largest_font) settings.font_size = static_cast<int>(size);
-    return settings;
+std::vector<LayoutRow> layout_rows(const Receipt& receipt, Form form, const ReceiptSettings& settings) {
+    // The plain and the compact layout do not show units.
+    const bool units = settings.show_unit && form != Form::reprint && form != Form::no_telephone;
+    const auto cell = [](const std::string& text) { return common::left(text, column_width); };
+    std::vector<LayoutRow> rows;
+    for (const ReceiptLine& line : receipt.lines) {
+        rows.push_back({cell(line.item_name), printed_price(line, settings),
+                        common::shortest_text(line.quantity), line.total.text(),
+                        units ? cell(line.unit_name) : std::string(), cell(line.item_code)});
+    }
+    return rows;
 }
 
 Sql LayoutRows::condition() const {
@@ -63,21 +59,18 @@ Sql LayoutRows::condition() const {
     return Sql(" where f18=") + quoted(std::to_string(*cash_point_)) + " and [user] = " + quoted(user_);
 }
 
-std::vector<LayoutRow> LayoutRows::write(const Receipt& receipt, Form form, const ReceiptSettings& settings) {
-    // The plain and the compact layout do not show units.
-    const bool units = form != Form::reprint && form != Form::no_telephone;
+std::vector<LayoutRow> LayoutRows::write(const std::vector<LayoutRow>& written) {
     std::vector<database::Command> commands = {Sql("delete from [print]") + condition()};
     database::Recordset rows(connection_, Sql("select * from [print]") + condition());
     int number = 0;
-    for (const ReceiptLine& line : receipt.lines) {
-        const auto cell = [](const std::string& text) { return common::left(text, column_width); };
+    for (const LayoutRow& row : written) {
         rows.add();
-        rows.set("f1", cell(line.item_name));
-        rows.set("F2", printed_price(line, settings));
-        rows.set("f3", common::shortest_text(line.quantity));
-        rows.set("f4", line.total.text());
-        if (units) rows.set("f5", cell(line.unit_name));
-        rows.set("f6", cell(line.item_code));
+        rows.set("f1", row.item_name);
+        rows.set("F2", row.price);
+        rows.set("f3", row.quantity);
+        rows.set("f4", row.total);
+        if (!row.unit.empty()) rows.set("f5", row.unit);
+        rows.set("f6", row.item_code);
         rows.set("st", ++number);
         if (cash_point_) rows.set("f18", std::to_string(*cash_point_));
         rows.set("user", user_);
@@ -207,7 +200,7 @@ LayoutReceipt layout_receipt(const Receipt& receipt, Form form, int line_width,
     layout.totals = std::move(totals.rows);
     layout.net = totals.net;
     layout.note = settings.rec_note;
-    layout.code = receipt.code;
+    if (settings.show_barcode) layout.code = receipt.code;
     layout.credit_lines = receipt.credit_lines;
     return layout;
 }
@@ -262,7 +255,7 @@ Report invoice_report(const Receipt& receipt, Form form, const ReceiptSettings& 
         report.captions.emplace_back("اسم المستخدم", receipt.user_name);
         report.captions.emplace_back("رقم الورديه", std::to_string(receipt.shift_number));
     }
-    add_table(report, rows, settings, !cash);
+    add_table(report, rows, settings, !cash && settings.show_unit);
     Totals totals = totals_of(receipt, cash);
     report.totals = std::move(totals.rows);
     report.main_total = static_cast<int>(totals.net);

@@ -11,21 +11,10 @@
 #include "database/connection.h"
 #include "printing/qr.h"
 #include "printing/receipt_printer.h"
+#include "printing/receipt_settings.h"
 #include "printing/report.h"
 
 namespace printing {
-
-// Read from the settings row each time a receipt is printed.
-struct ReceiptSettings {
-    std::string rec_note;           // printed in the footer
-    bool preview = false;           // bon_prv
-    bool price_as_entered = false;  // aft_dsc
-    bool show_item_code = false;    // item_code
-    std::string font = "Tahoma";    // bon_font
-    int font_size = 7;              // bon_font_s, in points; sizes that do not fit on a roll count as 7
-};
-
-ReceiptSettings read_receipt_settings(database::Connection& connection);
 
 // One row as it is printed.
 struct LayoutRow {
@@ -37,15 +26,18 @@ struct LayoutRow {
     std::string item_code;  // f6
 };
 
+// The lines of a receipt in that form.
+std::vector<LayoutRow> layout_rows(const Receipt& receipt, Form form, const ReceiptSettings& settings);
+
 // The rows of one workstation and user, or of one user alone (full pages and reports).
 class LayoutRows {
   public:
     LayoutRows(database::Connection& connection, std::optional<int> cash_point, std::string user)
         : connection_(connection), cash_point_(cash_point), user_(std::move(user)) {}
 
-    // Replaces the rows by the lines of the receipt in that form and returns them as they are stored, on a
-    // server in one journey. Rows of other workstations and users stay untouched.
-    std::vector<LayoutRow> write(const Receipt& receipt, Form form, const ReceiptSettings& settings);
+    // Replaces the rows and returns them as they are stored, on a server in one journey. Rows of other
+    // workstations and users stay untouched.
+    std::vector<LayoutRow> write(const std::vector<LayoutRow>& rows);
 
   private:
     database::Sql condition() const;

@@ -40,6 +40,11 @@ inline constexpr std::string_view print_again = "يمكن إعادة الطبا�
 // The file could not be written: ...
 inline constexpr std::string_view file_failed = "تعذر حفظ الملف : ";
 
+// A letter size of the receipt: from 4 to 24.
+inline constexpr std::string_view wrong_font_size = "حجم الخط من 4 إلى 24";
+// The file is not a picture that can be read: ...
+inline constexpr std::string_view not_a_picture = "الملف ليس صورة يمكن قراءتها : ";
+
 // A message that ends in a name; paths and ports read from the left.
 inline std::string naming(std::string_view message, std::string_view name) {
     return std::string(message) + "\u200E" + std::string(name);

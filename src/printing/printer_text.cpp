@@ -35,17 +35,25 @@ void PrinterCodes::add(long long wc, long long joined, long long unjoined) {
 
 PrinterCodes PrinterCodes::load(database::Connection& connection) {
     PrinterCodes codes;
-    for (const auto& row : connection.query("select * from codes")) {
-        if (row.null("wc") || (row.null("pc") && row.null("pc1"))) continue;
-        // A row that gives one form only prints it for both.
-        const auto joined = row.integer(row.null("pc") ? "pc1" : "pc");
-        const auto unjoined = row.integer(row.null("pc1") ? "pc" : "pc1");
-        codes.add(row.integer("wc"), joined, unjoined);
-    }
-    // A shop may have rows for Latin letters alone.
-    const bool has_arabic = codes.rows_.lower_bound(first_looked_up) != codes.rows_.end();
-    if (!has_arabic) codes.rows_.insert(default_codes().rows_.begin(), default_codes().rows_.end());
+    database::Reads reads;
+    ask(reads, codes);
+    reads.run(connection);
     return codes;
+}
+
+void PrinterCodes::ask(database::Reads& reads, PrinterCodes& codes) {
+    reads.add("select * from codes", [&codes](const database::Result& rows) {
+        for (const auto& row : rows) {
+            if (row.null("wc") || (row.null("pc") && row.null("pc1"))) continue;
+            // A row that gives one form only prints it for both.
+            const auto joined = row.integer(row.null("pc") ? "pc1" : "pc");
+            const auto unjoined = row.integer(row.null("pc1") ? "pc" : "pc1");
+            codes.add(row.integer("wc"), joined, unjoined);
+        }
+        // A shop may have rows for Latin letters alone.
+        const bool has_arabic = codes.rows_.lower_bound(first_looked_up) != codes.rows_.end();
+        if (!has_arabic) codes.rows_.insert(default_codes().rows_.begin(), default_codes().rows_.end());
+    });
 }
 
 PrinterCodes PrinterCodes::from_csv(std::string_view csv) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "database/connection.h"
+#include "database/reads.h"
 
 namespace printing {
 
@@ -26,6 +27,8 @@ class PrinterCodes {
     // rows that would send a control byte to the printer (codes below 32 or above 255); such a character
     // prints as a blank.
     static PrinterCodes load(database::Connection& connection);
+    // The same with other reads.
+    static void ask(database::Reads& reads, PrinterCodes& codes);
     // Reads rows "wc,pc,pc1" under a heading, as in data/codes_864.csv. Throws std::invalid_argument, which
     // names the line, for anything else.
     static PrinterCodes from_csv(std::string_view csv);

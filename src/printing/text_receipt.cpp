@@ -28,6 +28,7 @@ constexpr std::string_view line_total = "اجمالي";
 constexpr std::string_view quantity = "كمية";
 constexpr std::string_view price = "سـعـر";
 constexpr std::string_view item = "اسم الصـنف";
+constexpr std::string_view unit = "الوحدة";
 constexpr std::string_view total = "الاجمــالي";
 constexpr std::string_view discount = "خــصم";
 constexpr std::string_view net = "الصــافي";
@@ -68,8 +69,9 @@ void add_centred(TextPage& page, std::string_view text, const PrinterCodes& code
 
 class TextReceipt {
   public:
-    TextReceipt(const Receipt& receipt, Form form, int width, const PrinterCodes& codes)
-        : receipt_(receipt), form_(form), codes_(codes), page_(width) {}
+    TextReceipt(const Receipt& receipt, Form form, int width, const PrinterCodes& codes,
+                const ReceiptSettings& settings)
+        : receipt_(receipt), form_(form), codes_(codes), settings_(settings), page_(width) {}
 
     std::string bytes() {
         page_.begin();
@@ -92,7 +94,7 @@ class TextReceipt {
         page_.control_line(control::double_width_on);
         if (is_wide) {
             for (const std::string& line : name)
-                double_width(line);
+                double_width(line, name.size() == 1);
         }
         page_.control_line(control::double_width_off);
         page_.control(control::shift_off);
@@ -111,11 +113,11 @@ class TextReceipt {
             right_aligned(arabic(label::number) + " : " + std::to_string(receipt_.number), page_.columns()));
     }
 
-    // Two spaces fewer before the name than after it, or as few as keep a long name on the wide line.
-    void double_width(std::string_view name) {
+    // Two spaces fewer before the name than after it; before a part of a name, as few as keep it on the line.
+    void double_width(std::string_view name, bool is_whole) {
         const std::size_t length = common::length(name);
         const std::size_t margin = blanks(page_.width() - static_cast<int>(length), 4);
-        const std::size_t before = std::min(margin > 2 ? margin - 2 : 0, page_.columns() / 2 - length);
+        const std::size_t before = is_whole ? margin - 2 : std::min(margin - 2, page_.columns() / 2 - length);
         page_.line(spaces(before) + name_text(name, codes_) + spaces(margin));
     }
 
@@ -133,6 +135,9 @@ class TextReceipt {
                 printed += field_gap;
             }
             page_.line(printed + right_aligned(name_text(line.item_name, codes_), name_field));
+            if (settings_.text_unit && !line.unit_name.empty())
+                page_.line(right_aligned(name_text(line.unit_name, codes_) + " : " + arabic(label::unit),
+                                         page_.columns()));
         }
     }
 
@@ -162,13 +167,15 @@ class TextReceipt {
         for (const std::string_view text : label::closing)
             page_.centred(arabic(text), common::length(text));
         page_.centred(label::see_you, label::see_you.size());
-        if (form_ != Form::no_telephone) page_.control(barcode_command(receipt_.code));
+        if (settings_.text_barcode && form_ != Form::no_telephone)
+            page_.control(barcode_command(receipt_.code));
         page_.end();
     }
 
     const Receipt& receipt_;
     Form form_;
     const PrinterCodes& codes_;
+    const ReceiptSettings& settings_;
     TextPage page_;
 };
 
@@ -179,8 +186,9 @@ constexpr std::array alphabet = {
 
 }  // namespace
 
-std::string text_receipt(const Receipt& receipt, Form form, int width, const PrinterCodes& codes) {
-    return TextReceipt(receipt, form, width, codes).bytes();
+std::string text_receipt(const Receipt& receipt, Form form, int width, const PrinterCodes& codes,
+                         const ReceiptSettings& settings) {
+    return TextReceipt(receipt, form, width, codes, settings).bytes();
 }
 
 std::string test_print(int width, const PrinterCodes& codes) {

@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <memory>
 
+#include "ui/widgets/style.h"
+
 namespace {
 
 class PagesEnvironment final : public ::testing::Environment {
@@ -13,6 +15,7 @@ class PagesEnvironment final : public ::testing::Environment {
         qputenv("CUPS_SERVER", "/nonexistent/cups.sock");
         qputenv("QT_LOGGING_RULES", "qt.qpa.*=false");
         application_ = std::make_unique<QApplication>(count_, arguments_);
+        ui::apply_style(*application_, {1366, 768});  // previews take their measures from it
     }
     void TearDown() override { application_.reset(); }
 

@@ -38,9 +38,7 @@ using namespace printing::pages;
 using ui::PreviewDialog;
 
 std::vector<printing::LayoutRow> rows_of(const Receipt& receipt, const ReceiptSettings& settings) {
-    test::Shop shop;
-    printing::LayoutRows rows(shop.connection(), 1, "سعاد");
-    return rows.write(receipt, Form::full, settings);
+    return printing::layout_rows(receipt, Form::full, settings);
 }
 
 printing::LayoutReceipt layout(const Receipt& receipt, Form form, int width,

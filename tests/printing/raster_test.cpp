@@ -118,10 +118,8 @@ class RollPrinter {
 printing::LayoutReceipt sample_layout(int width) {
     printing::Receipt receipt = test::sale();
     receipt.code = "-1108485729271284";
-    test::Shop shop;
-    printing::LayoutRows rows(shop.connection(), 1, "سعاد");
-    auto layout =
-        printing::layout_receipt(receipt, Form::full, width, {}, rows.write(receipt, Form::full, {}));
+    auto layout = printing::layout_receipt(receipt, Form::full, width, {},
+                                           printing::layout_rows(receipt, Form::full, {}));
     layout.qr = printing::qr_code("https://inv.example/متجر-77/" + std::string(150, '7'));
     return layout;
 }
@@ -172,6 +170,42 @@ TEST(Raster, BurnsThePageDotByDot) {
             EXPECT_NE(codes.find("https://inv.example/متجر-77/777"), std::string::npos) << codes;
             EXPECT_NE(codes.find("-1108485729271284\n"), std::string::npos) << codes;
         }
+    }
+}
+
+// A logo from black to white over its width becomes dots of that density; the QR code stays as it is.
+TEST(Raster, DithersTheGreysOfALogo) {
+    const test::TemporaryFolder folder;
+    QImage ramp(432, 144, QImage::Format_Grayscale8);
+    for (int y = 0; y < ramp.height(); ++y)
+        for (int x = 0; x < ramp.width(); ++x)
+            ramp.scanLine(y)[x] = static_cast<uchar>(x * 255 / ramp.width());
+    const fs::path file = folder.path() / "logo.png";
+    ASSERT_TRUE(ramp.save(QString::fromStdString(file.string())));
+    auto layout = sample_layout(48);
+    layout.qr = printing::qr_code("https://inv.example/7");
+    const auto printed = [&layout](ReceiptPicture command) {
+        RollPrinter printer(576);
+        printer.print(raster(ReceiptPage(layout), printing::wide_roll, command));
+        return printer.picture();
+    };
+    const QImage without = printed(ReceiptPicture::raster);
+    layout.logo = file;
+    for (const auto command : {ReceiptPicture::raster, ReceiptPicture::bit_image}) {
+        const QImage paper = printed(command);
+        // 18 mm high and 54 mm wide, from 3 mm on, in the middle of 576 dots.
+        int dark[6] = {};
+        for (int y = 24; y < 24 + 144; ++y)
+            for (int x = 0; x < 432; ++x)
+                dark[x / 72] += qGray(paper.pixel(72 + x, y)) < 128 ? 1 : 0;
+        EXPECT_EQ(dark[0], 72 * 144);
+        EXPECT_LT(dark[5], 20);
+        for (int part = 1; part < 6; ++part)
+            EXPECT_LT(dark[part], dark[part - 1]) << part;
+        EXPECT_NEAR(dark[2] + dark[3], 72 * 144, 500) << "half of the dots around the middle grey";
+        const int pushed = 144 + 12;  // the logo and 1.5 mm below it
+        EXPECT_EQ(paper.copy(0, pushed + 600, 576, without.height() - 700),
+                  without.copy(0, 600, 576, without.height() - 700));
     }
 }
 

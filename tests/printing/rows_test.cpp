@@ -1,5 +1,6 @@
 #include <fstream>
 
+#include "database/till_settings.h"
 #include "printing/layouts.h"
 #include "printing/qr.h"
 #include "printing/report.h"
@@ -9,6 +10,7 @@
 namespace {
 
 using printing::Form;
+using printing::layout_rows;
 using printing::LayoutRows;
 using printing::Receipt;
 using printing::ReceiptSettings;
@@ -20,15 +22,15 @@ TEST(LayoutRows, TouchOnlyTheRowsOfTheirWorkstationAndUser) {
     LayoutRows other_point(shop.connection(), 2, user);
     LayoutRows other_user(shop.connection(), 1, "علي");
     for (auto* rows : {&mine, &other_point, &other_user})
-        rows->write(test::sale(), Form::full, {});
+        rows->write(layout_rows(test::sale(), Form::full, {}));
     Receipt smaller = test::sale();
     smaller.lines.resize(2);
-    EXPECT_EQ(mine.write(smaller, Form::full, {}).size(), 2u);
+    EXPECT_EQ(mine.write(layout_rows(smaller, Form::full, {})).size(), 2u);
     EXPECT_EQ(shop.number("select count(*) from [print]"), 12);
 
     // A full page takes all rows of its user.
     LayoutRows page(shop.connection(), std::nullopt, user);
-    EXPECT_EQ(page.write(smaller, Form::standard_page, {}).size(), 2u);
+    EXPECT_EQ(page.write(layout_rows(smaller, Form::standard_page, {})).size(), 2u);
     EXPECT_EQ(shop.number("select count(*) from [print]"), 7);
 }
 
@@ -40,7 +42,7 @@ TEST(LayoutRows, PriceFollowsTheSettingAndQuantityShowsNoNeedlessDecimals) {
     receipt.lines.push_back({"9", std::string(), "", 0.45, 69.99, 0, common::Amount(31.5)});
     for (int i = 0; i < 100; ++i)
         receipt.lines.back().item_name += "اب";
-    const auto read = rows.write(receipt, Form::full, {});
+    const auto read = rows.write(layout_rows(receipt, Form::full, {}));
     ASSERT_EQ(read.size(), 7u);
     EXPECT_EQ(read[3].price, "45.60") << "136.80 / 3";
     EXPECT_EQ(read[3].quantity, "3");
@@ -53,9 +55,13 @@ TEST(LayoutRows, PriceFollowsTheSettingAndQuantityShowsNoNeedlessDecimals) {
 
     ReceiptSettings as_entered;
     as_entered.price_as_entered = true;
-    EXPECT_EQ(rows.write(receipt, Form::full, as_entered)[3].price, "48.00");
-    for (const Form form : {Form::reprint, Form::no_telephone}) {
-        rows.write(receipt, form, as_entered);
+    EXPECT_EQ(layout_rows(receipt, Form::full, as_entered)[3].price, "48.00");
+    ReceiptSettings without_units;
+    without_units.show_unit = false;
+    for (const auto& [form, settings] : {std::pair(Form::reprint, as_entered),
+                                         {Form::no_telephone, as_entered},
+                                         {Form::full, without_units}}) {
+        rows.write(layout_rows(receipt, form, settings));
         EXPECT_EQ(shop.number("select count(*) from [print] where f5 is null"), 7)
             << "a value of the full form";
     }
@@ -63,6 +69,22 @@ TEST(LayoutRows, PriceFollowsTheSettingAndQuantityShowsNoNeedlessDecimals) {
 
 TEST(ReceiptSettings, NullsAndNonsenseTakeTheDefaults) {
     test::Shop shop;
+    const auto switches = [&shop] {
+        const ReceiptSettings read = printing::read_receipt_settings(shop.connection());
+        std::string text;
+        for (const bool on :
+             {read.show_unit, read.show_qr, read.show_barcode, read.text_unit, read.text_barcode})
+            text += on ? '1' : '0';
+        return text;
+    };
+    EXPECT_EQ(switches(), "11100");
+    for (const char* name : {"receipt_qr", "receipt_barcode"})
+        database::set_yes_or_no(shop.connection(), name, false);
+    for (const char* name : {"text_unit", "printer_barcode"})
+        database::set_yes_or_no(shop.connection(), name, true);
+    EXPECT_EQ(switches(), "10011");
+    shop.sql("drop table till_setting");
+    EXPECT_EQ(switches(), "11100");
     shop.sql(
         "update basic set rec_note = null, bon_prv = null, aft_dsc = null, item_code = null, bon_font = "
         "null, "

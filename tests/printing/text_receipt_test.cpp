@@ -88,7 +88,6 @@ TEST(TextReceipt, BreaksALongShopNameBetweenItsWords) {
         int width;
         std::vector<std::string> lines;
     } cases[] = {
-        {"صيدلية الدكتور أحمد علي", 48, {"صيدلية الدكتور أحمد علي"}},
         {"صيدلية الدكتور أحمد علي", 40, {"صيدلية الدكتور أحمد", "علي"}},
         {"شركة النور والبركة للتجارة والتوزيع", 48, {"شركة النور والبركة", "للتجارة والتوزيع"}},
         {"شركة Al Noor Trading للتجارة والتوزيع", 40, {"شركة Al Noor Trading", "للتجارة والتوزيع"}},
@@ -103,6 +102,28 @@ TEST(TextReceipt, BreaksALongShopNameBetweenItsWords) {
         receipt.second_store_name.clear();
         const std::string bytes = text_receipt(receipt, Form::no_telephone, width, default_codes());
         EXPECT_EQ(header_lines(bytes, static_cast<std::size_t>(width)), lines) << name;
+    }
+}
+
+// (48 - 24) / 4 blanks behind a name that is as long as a wide line, and two fewer before it.
+TEST(TextReceipt, CentresAShopNameAsLongAsALine) {
+    Receipt receipt = test::sale();
+    receipt.store_name = "Al Waha Family Groceries";
+    EXPECT_NE(text_receipt(receipt, Form::full, 48, default_codes())
+                  .find("\r\n    Al Waha Family Groceries      \r\n"),
+              std::string::npos);
+}
+
+TEST(TextReceipt, NamesTheUnitBelowTheLineWhereTheShopWantsIt) {
+    printing::ReceiptSettings settings;
+    settings.text_unit = true;
+    for (const int width : {48, 40}) {
+        const auto lines =
+            item_lines(text_receipt(test::sale(), Form::full, width, default_codes(), settings));
+        ASSERT_EQ(lines.size(), 10u);
+        EXPECT_EQ(lines[1].size(), static_cast<std::size_t>(width));
+        EXPECT_EQ(common::trim_right(test::read_aloud(lines[1])), "الوحدة : كيس");
+        EXPECT_TRUE(lines[2].starts_with("  61.75"));
     }
 }
 

@@ -27,6 +27,30 @@ QRectF scaled(const QRectF& area) {
     return {area.x() * units, area.y() * units, area.width() * units, area.height() * units};
 }
 
+bool is_print_head(const QPaintDevice& device) {
+    return device.devType() == QInternal::Image &&
+           static_cast<const QImage&>(device).format() == print_head_format;
+}
+
+// Dots of a picture in a size. What is almost black or white has no pattern, so that the edges of lines stay
+// sharp.
+QImage dots_of(const QImage& image, const QSize& size) {
+    QImage greys(size, QImage::Format_RGB32);
+    greys.fill(Qt::white);
+    QPainter painter(&greys);
+    painter.drawImage(0, 0, image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    painter.end();
+    greys.convertTo(QImage::Format_Grayscale8);
+    constexpr int black = 40;
+    constexpr int white = 215;
+    for (int y = 0; y < greys.height(); ++y) {
+        uchar* row = greys.scanLine(y);
+        for (int x = 0; x < greys.width(); ++x)
+            row[x] = static_cast<uchar>(std::clamp((row[x] - black) * 255 / (white - black), 0, 255));
+    }
+    return greys.convertToFormat(QImage::Format_Mono, Qt::MonoOnly | Qt::DiffuseDither);
+}
+
 bool reads_from_right(const QString& text) {
     return std::any_of(text.begin(), text.end(),
                        [](QChar c) { return c.direction() == QChar::DirAL || c.direction() == QChar::DirR; });
@@ -142,7 +166,19 @@ double Canvas::text_width(const QString& text, const TextStyle& style) const {
 }
 
 void Canvas::rule(double left, double right, double y, double thickness, const QColor& colour) const {
-    fill({left, y - thickness / 2, right - left, thickness}, colour);
+    const QRectF area(left, y - thickness / 2, right - left, thickness);
+    if (painter_ == nullptr || !is_print_head(*painter_->device())) {
+        fill(area, colour);
+        return;
+    }
+    // Whole dots: a thin rule between two rows of dots would burn neither.
+    const QRectF device = painter_->combinedTransform().mapRect(scaled(area));
+    painter_->save();
+    painter_->resetTransform();
+    painter_->fillRect(QRectF(device.left(), std::round(device.top()), device.width(),
+                              std::max(1.0, std::round(device.height()))),
+                       Qt::black);
+    painter_->restore();
 }
 
 void Canvas::fill(const QRectF& area, const QColor& colour, double radius) const {
@@ -160,7 +196,16 @@ void Canvas::frame(const QRectF& area, double thickness, const QColor& colour, d
 }
 
 void Canvas::picture(const QRectF& area, const QImage& image) const {
-    if (painter_ != nullptr && !image.isNull()) painter_->drawImage(scaled(area), image);
+    if (painter_ == nullptr || image.isNull()) return;
+    if (!is_print_head(*painter_->device())) {
+        painter_->drawImage(scaled(area), image);
+        return;
+    }
+    const QRect device = painter_->combinedTransform().mapRect(scaled(area)).toRect();
+    painter_->save();
+    painter_->resetTransform();
+    painter_->drawImage(device.topLeft(), dots_of(image, device.size()));
+    painter_->restore();
 }
 
 void Canvas::modules(const QRectF& area, int columns, int rows,

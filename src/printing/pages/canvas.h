@@ -25,6 +25,10 @@ struct TextStyle {
     QColor colour = Qt::black;
 };
 
+// Pages are drawn on images of this format for a print head, which burns a dot or leaves it: pictures become
+// patterns of dots, whose number makes their greys.
+inline constexpr QImage::Format print_head_format = QImage::Format_Grayscale8;
+
 // Without a painter it only measures. Texts wrap within their width, between words: where a word would not
 // fit, the text is set in smaller letters. A text with Arabic letters runs from right to left, any other
 // (figures, dates, Latin names) from left to right.

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "common/ports.h"
+#include "printing/pages/canvas.h"
 
 namespace printing::pages {
 
@@ -26,7 +27,7 @@ std::string two_bytes(int number) {
 
 // Rows of the page from `top` on, within what the print head reaches.
 QImage slice_of(const PageSet& page, const RollWidth& roll, int top, int rows) {
-    QImage slice(static_cast<int>(std::lround(roll.printed * dots_per_mm)), rows, QImage::Format_Grayscale8);
+    QImage slice(static_cast<int>(std::lround(roll.printed * dots_per_mm)), rows, print_head_format);
     slice.fill(Qt::white);
     QPainter painter(&slice);
     painter.translate(-(roll.paper - roll.printed) / 2 * dots_per_mm, -top);

@@ -264,6 +264,16 @@ double ReceiptPage::totals(const Canvas& canvas, double y) const {
         amount_width =
             std::max(amount_width, canvas.text_width(qstring(receipt_.totals[i].second), style_of(i)));
     amount_width = std::min(amount_width + 0.5, width_ * 0.6);
+    constexpr double inset = 1.5;
+    const double label_left = left_ + inset + amount_width + 1;
+    const double label_width = left_ + width_ - inset - label_left;
+    // All labels but the net's are of one size, which lets the longest fit.
+    double widest_label = label_width;
+    for (std::size_t i = 0; i < receipt_.totals.size(); ++i) {
+        if (i != receipt_.net)
+            widest_label =
+                std::max(widest_label, canvas.text_width(qstring(receipt_.totals[i].first), style_of(i)));
+    }
     for (std::size_t i = 0; i < receipt_.totals.size(); ++i) {
         const auto& [label, amount] = receipt_.totals[i];
         const TextStyle style = style_of(i);
@@ -271,11 +281,11 @@ double ReceiptPage::totals(const Canvas& canvas, double y) const {
         if (is_net) y += 0.8;
         const double height = canvas.text_height(width_, qstring(amount), style);
         if (is_net) canvas.frame({left_, y, width_, height + 1.2}, 0.35, Qt::black, 1);
-        const double inset = 1.5;
         const double text_top = y + (is_net ? 0.6 : 0);
         canvas.line(left_ + inset, text_top, amount_width, qstring(amount), style);
-        const double label_left = left_ + inset + amount_width + 1;
-        canvas.line(label_left, text_top, left_ + width_ - inset - label_left, qstring(label), style);
+        const double own_width = is_net ? 0 : canvas.text_width(qstring(label), style);
+        const double room = is_net ? label_width : own_width * label_width / widest_label;
+        canvas.line(label_left + label_width - room, text_top, room, qstring(label), style);
         y += height + (is_net ? 2.2 : 0.2);
     }
     return y + 0.8;

@@ -5,8 +5,6 @@
 #include "common/files.h"
 #include "common/ports.h"
 #include "database/error.h"
-#include "database/till_settings.h"
-#include "printing/layouts.h"
 #include "printing/messages.h"
 #include "printing/pages/raster.h"
 #include "printing/pages/receipt_page.h"
@@ -28,13 +26,23 @@ bool is_full_page(Form form) {
     return form == Form::cash_page || form == Form::standard_page;
 }
 
+struct TextForm {
+    PrinterCodes codes;
+    ReceiptSettings settings;
+};
+
 // Printing needs no database: without it the built-in codes are used, which are those of most printers.
-PrinterCodes codes_for(const Workstation& workstation) {
+TextForm text_form(const Workstation& workstation) {
     try {
-        return PrinterCodes::load(workstation.connection);
+        TextForm form;
+        database::Reads reads;
+        PrinterCodes::ask(reads, form.codes);
+        ask_text_settings(reads, form.settings);
+        reads.run(workstation.connection);
+        return form;
     } catch (const std::exception& error) {
         workstation.services.log.log_event(error.what(), log_code);
-        return default_codes();
+        return {default_codes(), {}};
     }
 }
 
@@ -73,6 +81,19 @@ Outcome print_or_keep(const Workstation& workstation, const std::shared_ptr<cons
 
 }  // namespace
 
+std::shared_ptr<const PageSet> receipt_pages(const Receipt& receipt, Form form, int line_width,
+                                             const ReceiptSettings& settings, std::vector<LayoutRow> rows,
+                                             const fs::path& program_folder, std::optional<QrCode> qr) {
+    if (rows.empty()) return nullptr;
+    const fs::path logo = logo_file(receipt, program_folder);
+    if (is_full_page(form))
+        return std::make_shared<ReportPage>(invoice_report(receipt, form, settings, rows, logo));
+    LayoutReceipt layout = layout_receipt(receipt, form, line_width, settings, std::move(rows));
+    layout.logo = logo;
+    layout.qr = std::move(qr);
+    return std::make_shared<ReceiptPage>(std::move(layout));
+}
+
 bool SystemReceiptPrinter::print(const Receipt& receipt, Form form) {
     try {
         Receipt printed = receipt;
@@ -88,20 +109,9 @@ bool SystemReceiptPrinter::print(const Receipt& receipt, Form form) {
 }
 
 bool SystemReceiptPrinter::print_text(const Receipt& receipt, Form form) {
-    Receipt printed = receipt;
-    if (!draws_barcodes()) printed.code.clear();
-    return send_to_port(text_receipt(printed, form, workstation_.choice.line_width, codes_for(workstation_)),
+    const auto [codes, settings] = text_form(workstation_);
+    return send_to_port(text_receipt(receipt, form, workstation_.choice.line_width, codes, settings),
                         receipt);
-}
-
-// Looked up once, so that later sales need no statement for it.
-bool SystemReceiptPrinter::draws_barcodes() {
-    try {
-        if (!draws_barcodes_) draws_barcodes_ = database::printer_draws_barcodes(workstation_.connection);
-    } catch (const std::exception& error) {
-        workstation_.services.log.log_event(error.what(), log_code);
-    }
-    return draws_barcodes_.value_or(false);
 }
 
 bool SystemReceiptPrinter::send_to_port(const std::string& bytes, const Receipt& receipt) {
@@ -127,15 +137,12 @@ std::shared_ptr<const PageSet> SystemReceiptPrinter::pages(const Receipt& receip
     const bool full_page = is_full_page(form);
     LayoutRows table(workstation_.connection, full_page ? std::nullopt : std::optional(receipt.cash_point),
                      receipt.user_name);
-    std::vector<LayoutRow> rows = table.write(receipt, form, settings);
-    if (rows.empty()) return nullptr;
-    const fs::path logo = logo_file(receipt, workstation_.program_folder);
-    if (full_page) return std::make_shared<ReportPage>(invoice_report(receipt, form, settings, rows, logo));
-    LayoutReceipt layout =
-        layout_receipt(receipt, form, workstation_.choice.line_width, settings, std::move(rows));
-    layout.logo = logo;
-    if (form == Form::full) layout.qr = electronic_code(receipt);
-    return std::make_shared<ReceiptPage>(std::move(layout));
+    std::vector<LayoutRow> rows = table.write(layout_rows(receipt, form, settings));
+    if (rows.empty()) return nullptr;  // and no code, which has a file
+    const bool has_code = form == Form::full && settings.show_qr;
+    return receipt_pages(receipt, form, workstation_.choice.line_width, settings, std::move(rows),
+                         workstation_.program_folder,
+                         has_code ? electronic_code(receipt) : std::optional<QrCode>());
 }
 
 std::optional<QrCode> SystemReceiptPrinter::electronic_code(const Receipt& receipt) {
@@ -203,7 +210,7 @@ bool SystemReportPrinter::print_slip(const Report& report) {
                 ? raster(
                       ReceiptPage(slip_layout(report, width, read_receipt_settings(workstation_.connection))),
                       roll_of(width), picture)
-                : text_report(report, width, codes_for(workstation_));
+                : text_report(report, width, text_form(workstation_).codes);
         const common::PortFault fault = workstation_.services.devices.write_port(port, bytes, report.title);
         return fault == common::PortFault::none || not_printed(message::port_words(fault, port), port);
     } catch (const std::exception& error) {

@@ -39,6 +39,13 @@ struct Workstation {
     std::function<Progress(const std::string& title)> show_progress = {};
 };
 
+// The pages of a receipt with those rows; null without rows. A relative name of the logo is taken from the
+// program folder.
+std::shared_ptr<const PageSet> receipt_pages(const Receipt& receipt, Form form, int line_width,
+                                             const ReceiptSettings& settings, std::vector<LayoutRow> rows,
+                                             const std::filesystem::path& program_folder,
+                                             std::optional<QrCode> qr = {});
+
 class SystemReceiptPrinter final : public ReceiptPrinter {
   public:
     explicit SystemReceiptPrinter(Workstation workstation) : workstation_(std::move(workstation)) {}
@@ -59,7 +66,6 @@ class SystemReceiptPrinter final : public ReceiptPrinter {
   private:
     std::shared_ptr<const PageSet> pages(const Receipt& receipt, Form form, const ReceiptSettings& settings);
     bool print_text(const Receipt& receipt, Form form);
-    bool draws_barcodes();
     bool print_pages(const Receipt& receipt, Form form);
     bool send(const std::shared_ptr<const PageSet>& pages);
     bool send_to_port(const std::string& bytes, const Receipt& receipt);
@@ -68,7 +74,6 @@ class SystemReceiptPrinter final : public ReceiptPrinter {
     bool failed(std::string_view message, std::string_view reason);
 
     Workstation workstation_;
-    std::optional<bool> draws_barcodes_;  // of the shop's text printers, once it was looked up
     std::vector<std::filesystem::path> kept_;
 };
 

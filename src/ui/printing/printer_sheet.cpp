@@ -11,7 +11,6 @@
 #include "common/ports.h"
 #include "common/text.h"
 #include "database/error.h"
-#include "database/till_settings.h"
 #include "printing/messages.h"
 #include "printing/pages/paper_picture.h"
 #include "printing/pages/raster.h"
@@ -247,17 +246,17 @@ QImage PrinterSheet::paper(const printing::PrinterChoice& choice) const {
     const auto& last = desk_.last_receipt();
     if (!last && !choice.prints_pictures()) return pages::paper_picture(test_page(choice), choice.line_width);
     if (!last) return pages::pictures(test_picture(choice), screen_dots_per_mm).front();
-    printing::Receipt receipt =
+    const printing::Receipt receipt =
         sales::receipt_of(last->invoice, last->payment, context_.session, last->shift, last->time);
     if (choice.prints_pictures()) {
         pages::SystemReceiptPrinter printer(
             {context_.connection, context_.services, choice, context_.session.program_folder, {}});
         return pages::pictures(*printer.pages(receipt, printing::Form::full), screen_dots_per_mm).front();
     }
-    if (!database::printer_draws_barcodes(context_.connection)) receipt.code.clear();
-    return pages::paper_picture(printing::text_receipt(receipt, printing::Form::full, choice.line_width,
-                                                       printing::PrinterCodes::load(context_.connection)),
-                                choice.line_width);
+    const std::string bytes = printing::text_receipt(receipt, printing::Form::full, choice.line_width,
+                                                     printing::PrinterCodes::load(context_.connection),
+                                                     printing::read_receipt_settings(context_.connection));
+    return pages::paper_picture(bytes, choice.line_width);
 }
 
 printing::pages::ReceiptPage PrinterSheet::test_picture(const printing::PrinterChoice& choice) const {
