@@ -9,6 +9,7 @@
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QTableView>
@@ -112,6 +113,10 @@ void inspect_table(const QTableView* table, std::vector<std::string>& faults) {
             const QRect seen = table->visualRect(cell);
             if (!table->viewport()->rect().intersects(seen)) continue;
             const QString text = cell.data().toString();
+            if (column == header->logicalIndex(0) &&
+                (seen.top() < 0 || seen.bottom() > table->viewport()->height()))
+                faults.push_back("row " + std::to_string(row + 1) + " of " + name_of(table) +
+                                 " is cut in half");
             if (is_figure(text) && table->sizeHintForIndex(cell).width() > seen.width())
                 faults.push_back("the figure " + text.toStdString() + " in " + name_of(table) + " is cut");
         }
@@ -215,6 +220,38 @@ void inspect_mnemonics(const QWidget* front, std::vector<std::string>& faults) {
     }
 }
 
+// Checks that a finger meets everything that can be pressed. Rows that the workstation chose compact are its
+// choice.
+void inspect_targets(const QWidget* front, std::vector<std::string>& faults) {
+    const int least = ui::px(ui::least_target);
+    const auto check = [&](const QSize& size, const std::string& what) {
+        if (size.width() < least || size.height() < least)
+            faults.push_back(what + " is too small for a finger: " + std::to_string(size.width()) + " x " +
+                             std::to_string(size.height()));
+    };
+    for (const auto* widget : front->findChildren<QWidget*>()) {
+        if (!widget->isVisible() || widget->size().isEmpty()) continue;
+        const bool is_pressed = qobject_cast<const QAbstractButton*>(widget) != nullptr ||
+                                qobject_cast<const QComboBox*>(widget) != nullptr ||
+                                (qobject_cast<const QLineEdit*>(widget) != nullptr &&
+                                 qobject_cast<const QComboBox*>(widget->parentWidget()) == nullptr);
+        // A field inside a box is as large as the box that leads into it.
+        const QWidget* around = widget->parentWidget();
+        const bool is_led_to = around->focusProxy() == widget;
+        if (is_pressed) check((is_led_to ? around : widget)->size(), name_of(widget));
+        const auto* table = qobject_cast<const QTableView*>(widget);
+        if (table != nullptr && table->model()->rowCount() > 0 &&
+            !table->property(ui::compact_property).toBool())
+            check({least, table->rowHeight(0)}, "a row of " + name_of(table));
+    }
+    if (const auto* menu = qobject_cast<const QMenu*>(front)) {
+        for (QAction* entry : menu->actions()) {
+            if (!entry->isSeparator())
+                check(menu->actionGeometry(entry).size(), entry->objectName().toStdString());
+        }
+    }
+}
+
 }  // namespace
 
 QWidget* screen_in_front() {
@@ -239,8 +276,11 @@ std::string name_of(const QWidget* widget) {
 
 std::vector<std::string> faults_of_screen(InputDriver& input) {
     std::vector<std::string> faults;
+    if (const auto* menu = qobject_cast<const QMenu*>(QApplication::activePopupWidget()))
+        inspect_targets(menu, faults);
     QWidget* front = screen_in_front();
     if (front == nullptr) return faults;
+    inspect_targets(front, faults);
     inspect_room(front, faults);
     inspect_mnemonics(front, faults);
     inspect_contrast(front, faults);

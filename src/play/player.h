@@ -83,6 +83,7 @@ class Player : public QObject {
     Progress expect_box(const std::string& text, bool question);
     Progress expect_cell(const std::string& rest);
     Progress expect_count(const std::string& rest);
+    Progress expect_seen(const std::string& rest);
     Progress expect_state(const std::string& what, const std::string& object);
     Progress expect_colour(const std::string& rest);
     Progress expect_rows(const std::string& rest);

@@ -45,6 +45,7 @@ Progress Player::do_expect(const Step& step) {
     if (what == "question") return expect_box(rest, true);
     if (what == "cell") return expect_cell(rest);
     if (what == "count") return expect_count(rest);
+    if (what == "seen") return expect_seen(rest);
     if (what == "colour") return expect_colour(rest);
     if (what == "rows") return expect_rows(rest);
     if (what == "receipt") return expect_receipt(rest);
@@ -102,6 +103,18 @@ Progress Player::expect_count(const std::string& rest) {
     const auto* table = qobject_cast<QTableView*>(find_widget(ui::qt(said.before)));
     if (table == nullptr) return Progress::wait("there is no such table on the screen");
     return compared(std::to_string(table->model()->rowCount()), said.after);
+}
+
+Progress Player::expect_seen(const std::string& rest) {
+    const auto said = split_at(rest, "=");
+    const auto* table = qobject_cast<QTableView*>(find_widget(ui::qt(said.before)));
+    if (table == nullptr) return Progress::wait("there is no such table on the screen");
+    int seen = 0;
+    for (int row = 0; row < table->model()->rowCount(); ++row) {
+        const int top = table->rowViewportPosition(row);
+        if (top >= 0 && top + table->rowHeight(row) <= table->viewport()->height()) ++seen;
+    }
+    return compared(std::to_string(seen), said.after);
 }
 
 Progress Player::expect_state(const std::string& what, const std::string& object) {

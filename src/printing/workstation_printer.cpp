@@ -1,11 +1,8 @@
 #include "printing/workstation_printer.h"
 
-#include <map>
 #include <string>
-#include <system_error>
 
-#include "common/files.h"
-#include "common/text.h"
+#include "common/named_values.h"
 
 namespace printing {
 
@@ -16,19 +13,6 @@ namespace {
 constexpr std::pair<ReceiptPicture, std::string_view> picture_names[] = {
     {ReceiptPicture::raster, "raster"}, {ReceiptPicture::bit_image, "bit image"}};
 
-// "name = value" on lines of their own. Names that this version does not know do no harm.
-std::map<std::string, std::string, std::less<>> values_of(std::string_view text) {
-    std::map<std::string, std::string, std::less<>> values;
-    while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
-        const auto sign = line.find('=');
-        if (sign == line.npos) continue;
-        values.emplace(common::trim(line.substr(0, sign)), common::trim(line.substr(sign + 1)));
-    }
-    return values;
-}
-
 }  // namespace
 
 fs::path printer_file(const fs::path& program_folder, std::int64_t cash_point) {
@@ -36,13 +20,7 @@ fs::path printer_file(const fs::path& program_folder, std::int64_t cash_point) {
 }
 
 std::optional<PrinterChoice> read_printer_choice(const fs::path& file) {
-    std::string text;
-    try {
-        text = common::read_file(file);
-    } catch (const std::system_error&) {
-        return std::nullopt;
-    }
-    const auto values = values_of(text);
+    const auto values = common::read_named_values(file);
     const auto port = values.find("port");
     const auto width = values.find("width");
     if (port == values.end() || port->second.empty() || width == values.end()) return std::nullopt;
@@ -59,12 +37,12 @@ std::optional<PrinterChoice> read_printer_choice(const fs::path& file) {
 }
 
 void keep_printer_choice(const fs::path& file, const PrinterChoice& choice) {
-    std::string text =
-        "port = " + choice.receipt_port + "\nwidth = " + std::to_string(choice.line_width) + "\n";
+    common::NamedValues values = {{"port", choice.receipt_port},
+                                  {"width", std::to_string(choice.line_width)}};
     for (const auto& [picture, name] : picture_names) {
-        if (picture == choice.picture) text += "picture = " + std::string(name) + "\n";
+        if (picture == choice.picture) values["picture"] = name;
     }
-    common::replace_file(file, text, common::shop_file_mode);
+    common::keep_named_values(file, values);
 }
 
 }  // namespace printing

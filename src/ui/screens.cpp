@@ -14,6 +14,7 @@
 #include "ui/cash/shift_screens.h"
 #include "ui/printing/printer_sheet.h"
 #include "ui/sales/sales_window.h"
+#include "ui/sales/screen_sheet.h"
 #include "ui/sales/sheets.h"
 #include "ui/signin/sign_in_window.h"
 #include "ui/stock/line_source_dialog.h"
@@ -105,6 +106,11 @@ const std::vector<Command>& screen_commands() {
          "المصدر"},
         {"invoice_data", "&بيانات البون", key::invoice_data, menu, run_invoice_data},
         {"printer", "&طابعة البون", Qt::Key_unknown, menu, run_on_invoice<PrinterSheet>},
+        {"screen", "&شاشة هذا الجهاز", Qt::Key_unknown, menu,
+         [](SalesWindow& window) {
+             ScreenSheet(&window, window.context()).run();
+             window.repaint_all();
+         }},
         {"password", "تغيير كلمة ال&سر", Qt::Key_unknown, menu, run_screen<PasswordSheet>},
     };
     return table;

@@ -17,6 +17,7 @@
 #include "ui/screens.h"
 #include "ui/signin/sign_in_window.h"
 #include "ui/signin/waiting_window.h"
+#include "ui/widgets/screen_choice.h"
 #include "ui/widgets/text.h"
 
 namespace ui {
@@ -48,6 +49,7 @@ void show_front() {
 
 void Till::run(database::Connection& connection, signin::Session& session) {
     printing::PrinterChoice choice;
+    ScreenChoice screen = read_screen_choice(screen_file(session.program_folder, session.cash_point));
     const printing::pages::Workstation workstation{connection,   services_,    choice, session.program_folder,
                                                    show_preview, show_progress};
     printing::pages::SystemReceiptPrinter receipts(workstation);
@@ -59,8 +61,8 @@ void Till::run(database::Connection& connection, signin::Session& session) {
             services_.log.log_event(database::log_line("BackUp", error), failure_code);
         }
     };
-    const Context context{connection, session, services_, receipts, reports,     choice,
-                          keys_,      server_, restart_,  back_up,  show_window_};
+    const Context context{connection, session, services_, receipts, reports, choice,
+                          screen,     keys_,   server_,   restart_, back_up, show_window_};
 
     const HelpKey help;
     TrailWriter journal(connection, session, server_, services_.log);

@@ -63,7 +63,6 @@ AccountStatementScreen::AccountStatementScreen(QWidget* host, const Context& con
     for (const auto heading : accounts::statement_headings)
         headings << qt(heading);
     table_ = new ListTable("statement_rows", headings, description);
-    table_->verticalHeader()->setDefaultSectionSize(px(36));
     // The balance, and the rows that hold nothing else: brought forward, and closing.
     table_->set_look([this](int row, int column) {
         const bool dated = !table_->model()->index(row, 0).data().toString().isEmpty();
@@ -143,7 +142,7 @@ QWidget* AccountStatementScreen::build_foot() {
     row->addWidget(note_, 1);
     const auto button = [&](const char* name, const QString& caption, const char* role, auto action) {
         QPushButton* made = foot_button(row, name, caption, 0, [this, action] { (this->*action)(); });
-        made->setMinimumHeight(px(40));
+        made->setMinimumHeight(px(least_target));
         if (role != nullptr) set_role(made, role);
         outputs_ << made;
     };
@@ -151,9 +150,9 @@ QWidget* AccountStatementScreen::build_foot() {
     button("account_preview", "معاي&نة", nullptr, &AccountStatementScreen::preview);
     outputs_ << foot_button(row, "account_pdf", "ملف P&DF", 0, [this] { keep(FileKind::pdf); });
     outputs_ << foot_button(row, "account_csv", "ملف &CSV", 0, [this] { keep(FileKind::csv); });
-    foot_button(row, "account_back", "&رجوع", 0, [this] { leave(0); })->setMinimumHeight(px(40));
+    foot_button(row, "account_back", "&رجوع", 0, [this] { leave(0); })->setMinimumHeight(px(least_target));
     for (QPushButton* made : outputs_)
-        made->setMinimumHeight(px(40));
+        made->setMinimumHeight(px(least_target));
     return bar;
 }
 

@@ -20,7 +20,7 @@ namespace ui {
 
 namespace {
 
-constexpr double row_height = 40;  // with the guarantor's row the card fills a small screen
+constexpr double row_height = least_target;  // with the guarantor's row the card fills a small screen
 
 }  // namespace
 
@@ -28,10 +28,10 @@ CustomerCardSheet::CustomerCardSheet(QWidget* host, const Context& context)
     : Sheet(host), context_(context), logic_(context.connection) {
     setObjectName("Form7ca");
     set_card_width(960);
-    body()->setContentsMargins(px(26), px(16), px(26), px(18));
-    body()->setSpacing(px(10));
+    body()->setContentsMargins(px(26), px(10), px(26), px(10));
+    body()->setSpacing(px(8));
     build_head();
-    FieldGrid grid(4, 8);
+    FieldGrid grid(4, 4);
     form_.add(accounts::customer_form(), grid);
     set_hint(form_.line("customer_class_search"), "رقم أو جزء من الاسم");
     body()->addLayout(grid.layout());
@@ -60,7 +60,7 @@ void CustomerCardSheet::build_head() {
 void CustomerCardSheet::build_guarantor() {
     guarantor_box_ = new QWidget;
     guarantor_box_->setObjectName("customer_guarantor_box");
-    FieldGrid grid(4, 8);
+    FieldGrid grid(4, 4);
     grid.layout()->setContentsMargins(0, 0, 0, 0);
     form_.add(accounts::guarantor_form(), grid);
     guarantor_box_->setLayout(grid.layout());

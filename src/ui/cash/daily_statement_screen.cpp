@@ -35,8 +35,8 @@ constexpr int first_sum = 4;  // cash sales, in the day summary
 DailyStatementScreen::DailyStatementScreen(QWidget* host, const Context& context)
     : Sheet(host), context_(context), logic_(context.connection, context.session, context.services) {
     setObjectName("daily_statement");
-    body()->setContentsMargins(px(22), px(14), px(22), px(16));
-    body()->setSpacing(px(10));
+    body()->setContentsMargins(px(22), px(8), px(22), px(8));
+    body()->setSpacing(px(6));
     body()->addWidget(build_choices());
     const bool with_discounts = logic_.has_discounts();
     statement_ = new FigureLedger("statement", statement_ledger(with_discounts));
@@ -52,6 +52,7 @@ DailyStatementScreen::DailyStatementScreen(QWidget* host, const Context& context
     journal_ = new ListTable("journal", headings, 4);
     // A long note must not take the room of other columns.
     journal_->horizontalHeader()->setSectionResizeMode(7, QHeaderView::Stretch);
+    journal_->setMinimumHeight(px(84));  // one line below the headings
     body()->addWidget(journal_, 1);
     row_note_ = label({}, "side");
     row_note_->setObjectName("journal_note");
@@ -112,10 +113,16 @@ QWidget* DailyStatementScreen::build_choices() {
     connect(view_, &Segments::chosen, this, [this](int view) {
         logic_.summary_shown = view == 1;
         view_->show_chosen(view);
-        statement_->setVisible(!logic_.summary_shown);
-        summary_->setVisible(logic_.summary_shown);
+        alone_->setChecked(false);
+        show_parts();
     });
     return bar;
+}
+
+// The figures leave the journal a few lines of a small screen. Without them it has all of it.
+void DailyStatementScreen::show_parts() {
+    statement_->setVisible(!logic_.summary_shown && !alone_->isChecked());
+    summary_->setVisible(logic_.summary_shown && !alone_->isChecked());
 }
 
 QWidget* DailyStatementScreen::build_journal_bar() {
@@ -133,6 +140,8 @@ QWidget* DailyStatementScreen::build_journal_bar() {
     count_->setObjectName("journal_count");
     row->addWidget(count_);
     row->addStretch(1);
+    alone_ = foot_button(row, "journal_alone", "الحركات &فقط", 0, [this] { show_parts(); });
+    alone_->setCheckable(true);
     note_ = label({}, "side");
     note_->setObjectName("statement_note");
     note_->hide();
@@ -140,8 +149,8 @@ QWidget* DailyStatementScreen::build_journal_bar() {
                               foot_button(row, "statement_preview", "معاي&نة", 0, [this] { preview(); }),
                               foot_button(row, "statement_back", "&رجوع", 0, [this] { leave(0); })};
     set_role(buttons[0], "main");
-    for (QPushButton* button : buttons)
-        button->setFixedHeight(px(38));
+    for (QPushButton* button : {alone_, buttons[0], buttons[1], buttons[2]})
+        button->setFixedHeight(px(least_target));
     connect(filter_, &Segments::chosen, this, [this](int filter) {
         guarded(context_.services, "Journal", [&] {
             logic_.choose_filter(static_cast<cash::JournalFilter>(filter));
@@ -291,7 +300,9 @@ void DailyStatementScreen::preview() {
 }
 
 void DailyStatementScreen::take_focus() {
-    if (logic_.summary_shown) {
+    if (alone_->isChecked()) {
+        date_->setFocus();
+    } else if (logic_.summary_shown) {
         summary_->take_focus(first_sum);
     } else {
         statement_->take_focus(first_figure);

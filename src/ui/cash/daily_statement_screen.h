@@ -13,6 +13,7 @@
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QPushButton;
 
 namespace ui {
 
@@ -38,6 +39,7 @@ class DailyStatementScreen : public Sheet {
   private:
     QWidget* build_choices();
     QWidget* build_journal_bar();
+    void show_parts();
     void choose_store();
     void choose_drawer();
     // Returns false after a message if the typed text is not a date.
@@ -71,6 +73,7 @@ class DailyStatementScreen : public Sheet {
     FigureLedger* summary_;
     Segments* filter_;
     QLabel* count_;
+    QPushButton* alone_;  // shows the journal without the figures
     QLabel* note_;
     QLabel* row_note_;
     ListTable* journal_;

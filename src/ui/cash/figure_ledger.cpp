@@ -20,7 +20,6 @@ namespace {
 constexpr int side = 10;       // from the edge of a cell to its text
 constexpr int sign_room = 18;  // for the sign before the caption
 constexpr int gap = 6;         // between caption and figure
-constexpr int cell_height = 28;
 
 }  // namespace
 
@@ -29,7 +28,7 @@ FigureCell::FigureCell(const QString& name, const QString& sign, const QString& 
     setObjectName(name);
     setFocusPolicy(Qt::ClickFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    setFixedHeight(px(kind == Kind::total ? cell_height + 6 : cell_height));
+    setFixedHeight(px(least_target));
     setToolTip(caption);
     setAccessibleName(caption);
 }
@@ -158,7 +157,7 @@ FigureLedger::FigureLedger(const QString& name, const std::vector<LedgerColumn>&
             stack->addWidget(title);
             for (const LedgerEntry& entry : group.entries) {
                 if (entry.kind == FigureCell::Kind::total) {
-                    stack->addSpacing(px(5));
+                    stack->addSpacing(px(2));
                     stack->addStretch(1);
                 }
                 auto* cell = new FigureCell(entry.name, entry.sign, entry.caption, entry.kind);

@@ -38,6 +38,7 @@ const std::vector<std::pair<QString, QString>>& help_places() {
         {"line_source", "line-source"},
         {"receipts_screen", "receipts"},
         {"offers_screen", "offers"},
+        {"screen_sheet", "screen-choice"},
         {"printer_screen", "printer"},
         {"paper_sheet", "printer"},
         {"preview", "printer"},

@@ -29,6 +29,7 @@ HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
     user_ = add("user_name", "head");
     shift_ = new QPushButton;
     shift_->setObjectName("shift_number");
+    shift_->setFixedHeight(px(least_target));
     shift_->setFocusPolicy(Qt::ClickFocus);
     shift_->setProperty(key_property, "menu_shifts");  // the menu has the same action
     set_role(shift_, "headtext");
@@ -41,7 +42,7 @@ HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
     menu_ = new QPushButton(tr("&القائمة"));
     menu_->setObjectName("menu");
     menu_->setFocusPolicy(Qt::ClickFocus);
-    menu_->setFixedHeight(px(36));
+    menu_->setFixedHeight(px(least_target));
     set_role(menu_, "headbutton");
     row->addWidget(menu_);
     auto* help = new QPushButton("؟");
@@ -50,7 +51,7 @@ HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
     help->setToolTip(QString("المساعدة  ") + help_cap);
     help->setProperty(key_property, help_cap);
     help->setFocusPolicy(Qt::NoFocus);  // the focus stays in the field being typed into
-    help->setFixedSize(px(36), px(36));
+    help->setFixedSize(px(least_target), px(least_target));
     set_role(help, "headbutton");
     row->addWidget(help);
     connect(help, &QPushButton::clicked, this, &open_help);

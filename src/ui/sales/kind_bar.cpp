@@ -80,7 +80,7 @@ QWidget* KindBar::number_box() {
     number_ = new NumberField("invoice_number");
     number_->setAccessibleName("رقم البون");
     number_->setMaxLength(18);
-    number_->setFixedHeight(px(36));
+    number_->setFixedHeight(px(least_target));
     number_->setStyleSheet(
         QString("QLineEdit { font-size: %1px; font-weight: 700; padding: 0 %2px; }").arg(px(18)).arg(px(8)));
     number_->installEventFilter(this);
@@ -90,7 +90,8 @@ QWidget* KindBar::number_box() {
     recall_->setToolTip("استدعاء بون محفوظ برقمه");
     recall_->setFocusPolicy(Qt::ClickFocus);
     recall_->setProperty(key_property, key_cap(key::recall));
-    recall_->setFixedHeight(px(36));
+    recall_->setMinimumWidth(px(least_target));
+    recall_->setFixedHeight(px(least_target));
     recall_->setStyleSheet(
         QString("QPushButton { font-size: %1px; padding: 0 %2px; }").arg(px(14)).arg(px(8)));
     pair->addWidget(number_);
@@ -133,8 +134,8 @@ QWidget* KindBar::cell(const QString& caption, QKeyCombination key, QWidget* con
     made->setProperty("last", last);
     set_role(made, "cell");
     auto* column = new QVBoxLayout(made);
-    column->setContentsMargins(px(18), px(10), px(18), px(6));
-    column->setSpacing(px(3));
+    column->setContentsMargins(px(18), px(5), px(18), px(4));
+    column->setSpacing(0);
     QString cap = key_cap(key);
     if (key == key::first_price_level) cap += "-" + QString::number(std::size(sales::price_level_captions));
     column->addWidget(label(caption + " " + cap, "caption"));
@@ -175,7 +176,7 @@ void KindBar::resizeEvent(QResizeEvent* event) {
     recall_->setText(narrow ? "↺" : "استدعاء");
     for (QWidget* made : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
         if (made->layout() != nullptr) {
-            made->layout()->setContentsMargins(px(narrow ? 8 : 18), px(10), px(narrow ? 8 : 18), px(6));
+            made->layout()->setContentsMargins(px(narrow ? 8 : 18), px(5), px(narrow ? 8 : 18), px(4));
         }
     }
 }

@@ -16,6 +16,7 @@
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
+#include "ui/widgets/whole_rows.h"
 
 namespace ui {
 
@@ -182,7 +183,8 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const QRect place = option.rect.adjusted(px(before), 0, -px(behind), 0);
     const int right = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter;
     const bool narrow = view != nullptr && view->width() < px(880);
-    const double size = narrow ? 15 : 17;
+    const bool compact = view != nullptr && view->property(compact_property).toBool();
+    const double size = narrow || compact ? 15 : 17;
     QFont font = option.font;
     font.setPixelSize(px(column == sales::column::group ? 14 : size));
     painter->setPen(QColor(column == sales::column::group ? colour::slate : colour::ink));
@@ -190,7 +192,7 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     if (column == sales::column::name || column == sales::column::group) {
         painter->setLayoutDirection(Qt::RightToLeft);
         const QFontMetrics one_line(font);
-        if (column == sales::column::group || one_line.horizontalAdvance(text) <= place.width()) {
+        if (column == sales::column::group || compact || one_line.horizontalAdvance(text) <= place.width()) {
             painter->drawText(place, right | Qt::TextSingleLine,
                               one_line.elidedText(text, Qt::ElideRight, place.width()));
         } else {
@@ -226,8 +228,7 @@ LineView::LineView(LineModel* model, QWidget* parent) : QTableView(parent) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(px(53));
-    horizontalHeader()->setFixedHeight(px(45));
+    verticalHeader()->setMinimumSectionSize(1);  // compact rows are lower than the style's
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumSectionSize(px(20));
@@ -258,6 +259,19 @@ void LineView::paintEvent(QPaintEvent* event) {
     }
     painter.end();
     QTableView::paintEvent(event);
+}
+
+void LineView::set_compact(bool compact) {
+    if (compact == property(compact_property).toBool()) return;
+    setProperty(compact_property, compact);
+    set_heights();
+    if (currentIndex().isValid()) scrollTo(currentIndex());
+}
+
+// Compact rows are so low that 15 of them are seen beside a plain sale.
+void LineView::set_heights() {
+    const bool compact = property(compact_property).toBool();
+    show_whole_rows(this, px(compact ? 26 : 53), px(compact ? 28 : 45));
 }
 
 void LineView::set_widths() {
@@ -380,6 +394,7 @@ void LineView::currentChanged(const QModelIndex& current, const QModelIndex& pre
 void LineView::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
     set_widths();
+    set_heights();
     // The frame around the grid has round corners. Clip the grid to them.
     QPainterPath rounded;
     rounded.addRoundedRect(QRectF(rect()), px(7), px(7));

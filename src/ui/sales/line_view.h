@@ -44,6 +44,8 @@ class LineView : public QTableView {
     explicit LineView(LineModel* model, QWidget* parent = nullptr);
 
     void set_background(const QColor& colour);
+    // Lower rows, so that more of them are seen; lower than a finger needs.
+    void set_compact(bool compact);
     // Moves the cursor to a line without a signal.
     void show_current(int row);
     // Opens an edit field over a cell with `value`, or the cell's own text if that is empty, all selected.
@@ -77,6 +79,7 @@ class LineView : public QTableView {
 
   private:
     void set_widths();
+    void set_heights();
     void commit(bool by_enter);
     void want_edit(const QString& first);
 

@@ -23,6 +23,7 @@
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_button.h"
 #include "ui/widgets/key_queue.h"
+#include "ui/widgets/screen_choice.h"
 #include "ui/widgets/server_link.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
@@ -116,7 +117,7 @@ QWidget* SalesWindow::build_foot() {
             new KeyButton("key_" + screen.name, key_cap(screen.key), screen.button, KeyButton::Look::strip);
         button->setToolTip(QString(screen.caption).remove('&'));
         button->setFocusPolicy(Qt::ClickFocus);
-        button->setFixedHeight(px(36));
+        button->setFixedHeight(px(least_target));
         connect(button, &QPushButton::clicked, this, [this, &screen] { perform(screen); });
         foot->addWidget(button);
     }
@@ -249,6 +250,7 @@ void SalesWindow::repaint_all() {
     banner_->show_state(desk_);
     entry_bar_->show_recalled(desk_.sale().recalled.has_value());
     party_bar_->show_state(desk_);
+    lines_->set_compact(context_.screen_choice.compact_rows);
     lines_->set_background(colour::from_blue_first(sales::grid_colour(desk_.invoice().kind)));
     model_->refresh();
     lines_->show_current(desk_.sale().current_row ? static_cast<int>(*desk_.sale().current_row) : -1);

@@ -24,7 +24,7 @@ Banner::Banner(const char* name, const char* text_name, QWidget* parent) : QFram
 QPushButton* Banner::add_button(const char* name, const QString& caption) {
     auto* made = new QPushButton(caption);
     made->setObjectName(name);
-    made->setFixedHeight(px(38));
+    made->setFixedHeight(px(least_target));
     row_->addWidget(made);
     return made;
 }

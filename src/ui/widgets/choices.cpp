@@ -130,6 +130,7 @@ void show_codes(QComboBox* list, const QString& code_heading, const QString& nam
     list->setModel(new ChoiceModel({name_heading, code_heading}, list));
     auto* table = new QTableView(list);
     table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(px(least_target));
     table->setShowGrid(false);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -210,12 +211,12 @@ Segments::Segments(const QString& name, const std::vector<std::pair<int, QString
         connect(button, &QPushButton::clicked, this,
                 [this, chosen_value = value] { emit chosen(chosen_value); });
     }
-    set_height(38);
+    set_height(field_height);
 }
 
 void Segments::set_height(double measure) {
     for (const auto& [of, button] : buttons_)
-        button->setFixedHeight(px(measure) - 2 * px(1));
+        button->setFixedHeight(std::max(px(measure) - 2 * px(1), px(least_target)));
 }
 
 void Segments::show_chosen(int value) {

@@ -22,6 +22,7 @@ struct Session;
 namespace ui {
 
 class KeyQueue;
+struct ScreenChoice;
 class ServerLink;
 
 struct Context {
@@ -31,6 +32,7 @@ struct Context {
     printing::ReceiptPrinter& receipts;
     printing::ReportPrinter& reports;
     printing::PrinterChoice& printer_choice;
+    ScreenChoice& screen_choice;
     KeyQueue& keys;
     ServerLink& server;
     // Starts the program again with its cash-point number. Returns false if that failed; then this

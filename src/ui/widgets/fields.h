@@ -21,10 +21,15 @@ namespace ui {
 // The height of a field in pixels of the 1366×768 screen; a button on the same line is as high.
 inline constexpr double field_height = 46;
 
+// What a finger needs: the least width and height of everything that can be pressed.
+inline constexpr double least_target = 44;
+
 // Dynamic property of a button that Tab passes by: the key that does the same.
 inline constexpr auto key_property = "key";
 // Dynamic property of a table: the text shown in its middle while it has no rows.
 inline constexpr auto empty_property = "when_empty";
+// Dynamic property of a table whose rows the workstation chose lower than a finger needs.
+inline constexpr auto compact_property = "compact";
 
 // Focus, also by a click, selects everything in the field, so that typing replaces it.
 class SelectingField : public QLineEdit {

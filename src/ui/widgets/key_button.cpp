@@ -171,7 +171,7 @@ void KeyStrip::arrange() {
     }
     const bool single = rows.size() == 1;
     if (!single) rows = even_rows(rows.size());
-    const int tall = px(single ? 48 : 38);
+    const int tall = px(single ? 48 : least_target);
     int top = px(8);
     for (const auto& row : rows) {
         int natural = -gap;

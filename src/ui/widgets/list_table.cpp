@@ -11,6 +11,7 @@
 #include "ui/widgets/fields.h"
 #include "ui/widgets/list_model.h"
 #include "ui/widgets/style.h"
+#include "ui/widgets/whole_rows.h"
 
 namespace ui {
 
@@ -68,7 +69,7 @@ ListTable::ListTable(const QString& name, const QStringList& headings, int stret
     setWordWrap(false);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(px(40));
+    verticalHeader()->setDefaultSectionSize(px(least_target));
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
@@ -123,6 +124,7 @@ void ListTable::showEvent(QShowEvent* event) {
 
 void ListTable::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
+    show_whole_rows(this, px(least_target), px(34));
     set_widths();
 }
 

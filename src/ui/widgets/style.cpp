@@ -74,7 +74,7 @@ QLineEdit[fixed="true"], QComboBox[fixed="true"] { background: #f5f7f9; color: $
 QComboBox QLineEdit, QComboBox QLineEdit:focus { border: none; padding: 0; background: transparent; }
 QAbstractItemView { background: $paper; border: 1px solid $edge; outline: none;
                     selection-background-color: $current; selection-color: $ink; }
-QComboBox QAbstractItemView::item { min-height: 32px; padding: 0 10px; }
+QComboBox QAbstractItemView::item { min-height: 44px; padding: 0 10px; }
 
 QCheckBox { spacing: 8px; padding: 4px 6px; border: 2px solid transparent; border-radius: 6px; }
 QCheckBox:focus { border-color: $focus; }
@@ -84,6 +84,8 @@ QPushButton { background: $paper; border: 1px solid $edge; border-radius: 8px; p
 QPushButton:hover { background: #f5f8fa; }
 QPushButton:focus { border: 3px solid $focus; padding: 6px 14px; }
 QPushButton:pressed { background: $cap; }
+QPushButton:checked { background: $night; border-color: $night; color: $paper; }
+QPushButton:checked:focus { border-color: $lit; }
 QPushButton:disabled { color: $off; background: $still; border-color: $line; }
 QPushButton[role="main"] { background: $focus; border-color: $focus; color: $paper; font-weight: 700; }
 QPushButton[role="main"]:focus { border-color: $net; }
@@ -92,7 +94,7 @@ QPushButton[role="stop"] { background: $alarm; border-color: $alarm; color: $pap
 QPushButton[role="stop"]:focus { border-color: $net; }
 
 QPushButton[role="answer"]:focus { background: $focus; border: 1px solid $focus; color: $paper; font-weight: 700; padding: 8px 16px; }
-QPushButton[role="segment"] { border: none; border-radius: 0; padding: 4px 12px; font-size: 14px; min-width: 14px; }
+QPushButton[role="segment"] { border: none; border-radius: 0; padding: 4px 12px; font-size: 14px; min-width: 20px; }
 QPushButton[role="segment"]:checked { background: $night; color: $paper; }
 QPushButton[role="segment"][end="first"] { border-top-right-radius: 5px; border-bottom-right-radius: 5px; }
 QPushButton[role="segment"][end="last"] { border-top-left-radius: 5px; border-bottom-left-radius: 5px; }
@@ -153,7 +155,7 @@ QPushButton[role="headtext"]:focus { border: 2px solid $paper; border-radius: 6p
 QPushButton[role="headbutton"]:hover { background: #24455f; }
 QPushButton[role="headbutton"]:focus { border: 2px solid $paper; padding: 3px 11px; }
 QMenu { background: $paper; border: 1px solid $edge; padding: 4px; font-size: 15px; }
-QMenu::item { padding: 2px 20px; border-radius: 6px; }
+QMenu::item { padding: 6px 20px; border-radius: 6px; }
 QMenu::item:selected { background: $current; }
 
 QWidget[role="card"] { background: $paper; border-radius: 12px; }

@@ -1,0 +1,17 @@
+// Small files of "name = value" lines, which a workstation keeps beside the program.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+
+namespace common {
+
+using NamedValues = std::map<std::string, std::string, std::less<>>;
+
+// The values of a file; none if it is missing or cannot be read. Lines that are no pair are passed over.
+NamedValues read_named_values(const std::filesystem::path& file);
+// Replaces the file. Throws std::system_error if it cannot be written; the one before then stays.
+void keep_named_values(const std::filesystem::path& file, const NamedValues& values);
+
+}  // namespace common
