@@ -163,6 +163,8 @@ int main(int argc, char** argv) {
     }
     common::keep_files_from_others();
     startup::Environment environment = startup::Environment::here(argc, argv);
+    // An input method would take keys past the key queue. Neither layout of a till needs one.
+    if (!qEnvironmentVariableIsSet("QT_IM_MODULE")) qputenv("QT_IM_MODULE", "none");
     QApplication application(argc, argv);
     set_up(application);
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -38,12 +39,14 @@ class Keys : public testing::Test {
     void keys(const QString& text, quint64 apart, quint64 pause = 2000) {
         time_ += pause;
         for (const QChar character : text) {
-            const int key = character == '\r' ? int(Qt::Key_Return) : int(character.toUpper().unicode());
-            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QString(character));
-            press.setTimestamp(time_);
-            QCoreApplication::sendEvent(QGuiApplication::focusWindow(), &press);
+            send(character == '\r' ? int(Qt::Key_Return) : int(character.toUpper().unicode()), character);
             time_ += apart;
         }
+    }
+    void send(int key, const QString& text, Qt::KeyboardModifiers modifiers = {}) const {
+        QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
+        press.setTimestamp(time_);
+        QCoreApplication::sendEvent(QGuiApplication::focusWindow(), &press);
     }
     void focus(QWidget& widget) {
         widget.setFocus();
@@ -81,12 +84,66 @@ TEST_F(Keys, OnlyAnEnterThatComesAloneAnswersABox) {
     EXPECT_EQ(answers_, 0);
     keys("\r", 0, KeyQueue::answer_gap_ms);
     EXPECT_EQ(answers_, 1);
-    keys("12\r", 300);  // typed without looking: Enter belongs to the number
+    keys("12\r", 300);  // typed without looking: dropped with the Enter that ends it
     EXPECT_EQ(answers_, 1);
     keys("\r", 0, KeyQueue::answer_gap_ms);
     EXPECT_EQ(answers_, 2);
+    time_ += 60;
+    send(Qt::Key_Left, {});
+    keys("\r", 0, 40);  // the hand that moved to a button
+    EXPECT_EQ(answers_, 3);
     focus(entry_);
-    EXPECT_EQ(entered_, (QStringList{"9", "12"}));
+    EXPECT_EQ(entered_, QStringList{"9"});
+}
+
+// What is typed for an action that ends in a box goes no further than a scan behind it, of which a part may
+// not have come yet.
+TEST_F(Keys, OfKeysThatWaitedForAnActionABoxKeepsTheScans) {
+    focus(entry_);
+    queue_.hold(true);
+    keys("327\r", 200);
+    keys("5001\r", 5);
+    keys("6229", 5);
+    focus(box_);
+    queue_.hold(false);
+    keys("413\r", 5, 0);
+    keys("88", 200, 300);
+    QApplication::processEvents();
+    EXPECT_EQ(answers_, 0);
+    EXPECT_EQ(queue_.waiting_scans(), 2U);
+    focus(entry_);
+    EXPECT_EQ(entered_, (QStringList{"5001", "6229413"}));
+}
+
+// The place of a key decides, whatever the layout types there.
+TEST_F(Keys, CtrlAndAltWorkOnEveryLayout) {
+    QLineEdit name, file;
+    QLabel with_arabic_letter("&حفظ"), with_latin_letter("&CSV");
+    with_arabic_letter.setBuddy(&name);
+    with_latin_letter.setBuddy(&file);
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{&name, &file, &with_arabic_letter, &with_latin_letter})
+        window_.layout()->addWidget(widget);
+    focus(entry_);
+    entry_.setText("77");
+    entry_.selectAll();
+    send(0x624, "ؤ", Qt::ControlModifier);  // Ctrl+C, Ctrl+V, and Ctrl+1 under Eastern digits
+    entry_.clear();
+    send(Qt::Key_V, "v", Qt::ControlModifier);
+    EXPECT_EQ(entry_.text(), "77");
+    send(0x661, "١", Qt::ControlModifier);
+    send(0xFEFB, "ﻻ", Qt::ControlModifier);
+    send(0xFEFB, "ﻻ", Qt::AltModifier);
+    EXPECT_EQ(entry_.text(), "77");
+    const std::tuple<int, QString, QLineEdit*> leads[] = {
+        {0x62D, "ح", &name}, {0x624, "ؤ", &file}, {Qt::Key_P, "p", &name}, {Qt::Key_C, "c", &file}};
+    for (const auto& [key, text, field] : leads) {
+        send(key, text, Qt::AltModifier);
+        EXPECT_TRUE(field->hasFocus()) << text.toStdString();
+    }
+    EXPECT_EQ(entry_.text() + name.text() + file.text(), "77");
+    send(0xFEFB, "ﻻ");
+    EXPECT_EQ(file.text(), "لا");
 }
 
 TEST_F(Keys, AnAmountTakesAHandsKeysAndNoScan) {
@@ -108,7 +165,7 @@ TEST_F(Keys, AnAmountTakesAHandsKeysAndNoScan) {
 
 TEST_F(Keys, ABurstTooShortForAScanIsANumber) {
     focus(amount_);
-    keys("50\r", 5);
+    keys("50\r", 5);  // three keys: a hand may be that fast
     EXPECT_EQ(amount_.text(), "50");
     EXPECT_EQ(scans_, 0);
     EXPECT_TRUE(entered_.isEmpty());

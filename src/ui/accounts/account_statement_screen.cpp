@@ -106,7 +106,7 @@ QWidget* AccountStatementScreen::build_choices() {
         return made;
     };
     QPushButton* show = button("statement_show", "عر&ض", "main", [this] { show_statement(); });
-    button("statement_arrears", "المت&أخرات", nullptr, [this] { check_arrears(); });
+    button("statement_arrears", "المتأ&خرات", nullptr, [this] { check_arrears(); });
     form_.lead_on(accounts::statement_form(), show);
     return bar;
 }

@@ -197,7 +197,7 @@ InvoiceDataSheet::InvoiceDataSheet(QWidget* host, const Context& context, sales:
     note_->setMaxLength(100);
     note_->setText(qt(invoice.note));
     body()->addWidget(captioned("ملا&حظات", note_));
-    no_receipt_ = new QCheckBox("بدون طباعة &إيصال لهذا البون");
+    no_receipt_ = new QCheckBox("بدون &طباعة إيصال لهذا البون");
     no_receipt_->setObjectName("data_no_receipt");
     no_receipt_->setChecked(invoice.suppress_receipt);
     body()->addWidget(no_receipt_);

@@ -52,7 +52,7 @@ SignInWindow::SignInWindow(const Context& context)
     row->setSpacing(px(10));
     auto* enter = foot_button(row, "sign_in", "&دخول", 2, [this] { confirm(); });
     set_role(enter, "main");
-    auto* cancel = foot_button(row, "cancel", "&إلغاء", 1, [this] { leave(false); });
+    auto* cancel = foot_button(row, "cancel", "إل&غاء", 1, [this] { leave(false); });
     for (QPushButton* button : {enter, cancel})
         button->setMinimumHeight(px(52));
     column()->addSpacing(px(6));
@@ -153,7 +153,7 @@ PasswordSheet::PasswordSheet(QWidget* host, const Context& context)
     };
     old_ = field("old_password", "كلمة السر ال&قديمة");
     new_ = field("new_password", "كلمة السر ال&جديدة");
-    again_ = field("new_password_again", "كلمة السر الجديدة مرة &أخرى");
+    again_ = field("new_password_again", "كلمة السر الجديدة مرة أ&خرى");
     QHBoxLayout* row = add_row();
     set_role(foot_button(row, "password_confirm", "&تغيير", 2, [this] { confirm(); }), "main");
     foot_button(row, "password_back", "&رجوع", 1, [this] { leave(0); });

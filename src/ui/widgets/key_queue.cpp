@@ -2,12 +2,23 @@
 
 #include <QApplication>
 #include <QDateTime>
+#include <QMenu>
 #include <QWidget>
 #include <QWindow>
 #include <algorithm>
 #include <utility>
 
+#include "common/keyboard_layout.h"
+#include "common/numbers.h"
+#include "common/text.h"
 #include "ui/widgets/fields.h"
+
+QT_BEGIN_NAMESPACE
+// Offers a key to the shortcuts; declared in the headers of Qt's test library alone.
+Q_GUI_EXPORT bool qt_sendShortcutOverrideEvent(QObject* object, ulong timestamp, int key,
+                                               Qt::KeyboardModifiers modifiers, const QString& text = {},
+                                               bool repeated = false, ushort count = 1);
+QT_END_NAMESPACE
 
 namespace ui {
 
@@ -26,6 +37,25 @@ bool box_is_open() {
 }
 bool field_takes_no_scans() {
     return key_mode_of(QApplication::focusWidget()) == keys_no_scans;
+}
+
+// The key at the same place of a Latin layout.
+int on_latin_keyboard(int key) {
+    if (key > 0xFFFF) return key;  // a key without a character
+    const auto typed = static_cast<char32_t>(key);
+    if (const auto latin = common::latin_key(typed)) return QChar(*latin).toUpper().unicode();
+    if (key < 0x80) return key;
+    const std::string digit = common::western_digits(common::utf8(typed));
+    return digit.size() == 1 ? digit.front() : key;
+}
+
+// The letter that the key types on the other layout; 0 if there is none.
+int on_other_layout(int key) {
+    const int latin = on_latin_keyboard(key);
+    if (latin != key) return latin;
+    if (key >= 0x80) return 0;
+    const auto arabic = common::arabic_key(QChar(static_cast<char16_t>(key)).toLower().unicode());
+    return arabic ? static_cast<int>(*arabic) : 0;
 }
 
 }  // namespace
@@ -48,22 +78,37 @@ bool KeyQueue::Key::acts() const {
            std::find(std::begin(editing), std::end(editing), key) == std::end(editing);
 }
 
+// Returns true for the keys that move the focus between the buttons of a box.
+bool KeyQueue::Key::leads_to_button() const {
+    return key == Qt::Key_Tab || key == Qt::Key_Backtab || (key >= Qt::Key_Left && key <= Qt::Key_Down);
+}
+
 KeyQueue::KeyQueue(QObject* parent) : QObject(parent) {
     pending_timer_.setSingleShot(true);
     pending_timer_.setInterval(static_cast<int>(burst_ms) + 5);
-    connect(&pending_timer_, &QTimer::timeout, this, &KeyQueue::deliver_pending);
+    connect(&pending_timer_, &QTimer::timeout, this, &KeyQueue::end_pending);
     qApp->installEventFilter(this);
     // Once a box is gone or an amount field is left, the waiting keys go on. Queued, because the action that
     // showed the box is still running.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
-        if (key_mode_of(now) == keys_held && key_mode_of(before) != keys_held) ++boxes_shown_;
+        if (key_mode_of(now) == keys_held && key_mode_of(before) != keys_held) {
+            ++boxes_shown_;
+            // A digit that a cell refuses with a box begins a number; the Enter behind it is not an answer.
+            typed_at_box_ = typing_;
+        }
         QMetaObject::invokeMethod(this, &KeyQueue::deliver_waiting, Qt::QueuedConnection);
     });
 }
 
 bool KeyQueue::eventFilter(QObject* watched, QEvent* event) {
+    if (!watched->isWindowType()) return false;
+    // The platform offers a key to the mnemonics before it sends it. They get it in its turn, from deliver().
+    if (event->type() == QEvent::ShortcutOverride) {
+        event->accept();
+        return true;
+    }
     // A key arrives here twice, for the window and for the widget. Take it at the window.
-    if (event->type() != QEvent::KeyPress || !watched->isWindowType()) return false;
+    if (event->type() != QEvent::KeyPress) return false;
     if (std::exchange(delivering_, false)) return false;
     window_ = static_cast<QWindow*>(watched);
     const auto* pressed = static_cast<QKeyEvent*>(event);
@@ -75,24 +120,28 @@ bool KeyQueue::eventFilter(QObject* watched, QEvent* event) {
     const quint64 time = pressed->timestamp() != 0
                              ? pressed->timestamp()
                              : static_cast<quint64>(QDateTime::currentMSecsSinceEpoch());
-    // Some scanners end with a line feed.
-    const int key = pressed->text() == "\n" ? int(Qt::Key_Return) : pressed->key();
-    take({key, pressed->modifiers(), pressed->text(), pressed->isAutoRepeat(), time});
+    int key = pressed->key();
+    QString text = pressed->text();
+    // A key with Ctrl or Alt types nothing, and the key of the ligature "لا" two letters.
+    if (pressed->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) text.clear();
+    if (key >= 0xFEF5 && key <= 0xFEFC) text = text.normalized(QString::NormalizationForm_KC);
+    if (pressed->text() == "\n") key = Qt::Key_Return;  // some scanners end with a line feed
+    if (pressed->modifiers() & Qt::ControlModifier) key = on_latin_keyboard(key);
+    take({key, pressed->modifiers(), text, pressed->isAutoRepeat(), time});
     return true;
 }
 
 void KeyQueue::take(const Key& key) {
     const quint64 gap = key.time >= last_ ? key.time - last_ : answer_gap_ms;
     last_ = key.time;
+    const bool led_to_button = std::exchange(led_to_button_, key.leads_to_button());
     if (on_hold_) {
         held_.push_back(key);
         return;
     }
-    if (box_is_open()) {
-        if (answers_box(key, gap))
-            deliver(key);
-        else
-            keep_behind_box(key);
+    if (behind_box_ && !is_close(key)) end_pending();
+    if (box_is_open() || behind_box_) {
+        take_at_box(key, gap, led_to_button);
         return;
     }
     if (!held_.empty()) {
@@ -103,11 +152,62 @@ void KeyQueue::take(const Key& key) {
     route(key);
 }
 
-// What is typed behind a box and goes on afterwards: characters, and the Enter that ends them.
-void KeyQueue::keep_behind_box(const Key& key) {
-    if (key.printable() || key.key == Qt::Key_Backspace ||
-        (key.is_enter() && !held_.empty() && !held_.back().is_enter()))
-        held_.push_back(key);
+void KeyQueue::take_at_box(const Key& key, quint64 gap, bool led_to_button) {
+    if (collect_behind_box(key)) {
+        if (!box_is_open()) deliver_waiting();
+    } else if (box_is_open() && answers_box(key, gap, led_to_button)) {
+        deliver(key);
+    }
+}
+
+// Collects the characters of a scan; its Enter completes it. Returns false for any other key. What turns out
+// to be typed by hand is dropped.
+bool KeyQueue::collect_behind_box(const Key& key) {
+    if (!is_close(key)) end_pending();
+    if (key.printable()) {
+        behind_box_ = true;
+        pending_.push_back(key);
+        pending_timer_.start();
+        return true;
+    }
+    if (!key.is_enter() || pending_.size() < shortest_scan) {
+        end_pending();
+        return false;
+    }
+    pending_timer_.stop();
+    held_.insert(held_.end(), pending_.begin(), pending_.end());
+    held_.push_back(key);
+    pending_.clear();
+    behind_box_ = false;
+    return true;
+}
+
+bool KeyQueue::is_close(const Key& key) const {
+    return !pending_.empty() && key.time - pending_.back().time <= burst_ms;
+}
+
+// The pending keys were typed by hand.
+void KeyQueue::end_pending() {
+    if (!behind_box_) {
+        deliver_pending();
+        return;
+    }
+    pending_timer_.stop();
+    pending_.clear();
+    behind_box_ = false;
+    typed_at_box_ = true;
+    QApplication::beep();
+}
+
+std::size_t KeyQueue::waiting_scans() const {
+    const auto ends = [](const Key& key) { return key.is_enter(); };
+    return static_cast<std::size_t>(std::count_if(scans_.begin(), scans_.end(), ends) +
+                                    std::count_if(held_.begin(), held_.end(), ends));
+}
+
+void KeyQueue::drop_waiting_scans() {
+    scans_.clear();
+    held_.clear();
 }
 
 void KeyQueue::hold(bool held) {
@@ -115,13 +215,12 @@ void KeyQueue::hold(bool held) {
     if (!held) QMetaObject::invokeMethod(this, &KeyQueue::deliver_waiting, Qt::QueuedConnection);
 }
 
-bool KeyQueue::answers_box(const Key& key, quint64 gap) const {
-    if (key.printable() || key.key == Qt::Key_Backspace) return false;
-    if (key.is_enter() || key.key == Qt::Key_Escape) {
-        if (gap < answer_gap_ms) return false;
-        return held_.empty() || held_.back().is_enter() || gap >= after_typing_ms;
-    }
-    return true;  // arrows, Tab and mnemonics move the focus between the buttons
+bool KeyQueue::answers_box(const Key& key, quint64 gap, bool led_to_button) {
+    if (key.key == Qt::Key_Backspace) return false;
+    if (!key.is_enter() && key.key != Qt::Key_Escape)
+        return true;  // arrows, Tab and mnemonics move the focus between the buttons
+    if (std::exchange(typed_at_box_, false) && gap < after_typing_ms) return false;
+    return gap >= answer_gap_ms || led_to_button;
 }
 
 void KeyQueue::route(const Key& key) {
@@ -129,8 +228,7 @@ void KeyQueue::route(const Key& key) {
         deliver(key);
         return;
     }
-    const bool close = !pending_.empty() && key.time - pending_.back().time <= burst_ms;
-    if (!close) deliver_pending();
+    if (!is_close(key)) deliver_pending();
     if (key.printable()) {
         pending_.push_back(key);
         pending_timer_.start();
@@ -159,16 +257,19 @@ void KeyQueue::deliver_pending() {
     }
 }
 
-// Keys that waited for an action were typed for what it was to do. If it ended in a box instead, those that
-// act must not act on what was there before.
-void KeyQueue::drop_keys_that_act() {
-    for (const Key& key : std::exchange(held_, {}))
-        keep_behind_box(key);
+// Keys that waited for an action were typed for what it was to do. It ended in a box instead, so only the
+// scans among them wait on.
+void KeyQueue::keep_scans_alone() {
+    std::deque<Key> keys = std::exchange(held_, {});
+    keys.insert(keys.end(), pending_.begin(), pending_.end());
+    pending_.clear();
+    for (const Key& key : keys)
+        collect_behind_box(key);
 }
 
 void KeyQueue::deliver_waiting() {
     if (on_hold_) return;
-    if (box_is_open()) drop_keys_that_act();
+    if (box_is_open()) keep_scans_alone();
     const auto next = [](std::deque<Key>& keys) {
         Key key = keys.front();
         keys.pop_front();
@@ -190,34 +291,34 @@ void KeyQueue::deliver(const Key& key) {
         window = window_;
         window->requestActivate();
     }
-    QKeyEvent press(QEvent::KeyPress, key.key, key.modifiers, key.text, key.repeated);
-    press.setTimestamp(key.time);
     const unsigned boxes = boxes_shown_;
     if (key.acts()) {
         take_typed(QApplication::focusWidget());
         if (boxes_shown_ != boxes) return;  // refused: the key must not act on what was there before
     }
+    typing_ = key.printable();
+    if (is_mnemonic(key)) return;
+    QString text = key.text;
+    // The menu goes by what the key types, and its letters are Arabic.
+    if (qobject_cast<QMenu*>(QApplication::activePopupWidget()) != nullptr && key.key < 0x80 && typing_) {
+        if (const int letter = on_other_layout(key.key)) text = QChar(static_cast<char16_t>(letter));
+    }
+    QKeyEvent press(QEvent::KeyPress, key.key, key.modifiers, text, key.repeated);
+    press.setTimestamp(key.time);
     delivering_ = true;  // for this press only: an action that opens a box runs a loop of its own inside
     QCoreApplication::sendEvent(window, &press);
     delivering_ = false;
-    if (key.printable() && boxes_shown_ != boxes) drop_rest_of_number();
 }
 
-// A cell that may not be edited refuses the first digit with a box. The digits after it and their Enter
-// belong to the same amount, and each would be refused with a box of its own, so they are dropped. A scan
-// after them is kept.
-void KeyQueue::drop_rest_of_number() {
-    const auto enter =
-        std::find_if(held_.begin(), held_.end(), [](const Key& key) { return key.is_enter(); });
-    if (enter == held_.end()) {
-        held_.clear();
-        return;
-    }
-    auto burst = enter;
-    while (burst != held_.begin() && burst->time - std::prev(burst)->time <= burst_ms)
-        --burst;
-    const bool is_scan = enter - burst >= static_cast<std::ptrdiff_t>(shortest_scan);
-    held_.erase(held_.begin(), is_scan ? burst : enter + 1);
+// A caption's underlined letter stands for the key at its place, whichever letter the layout in use types
+// there. Returns true if the key was one.
+bool KeyQueue::is_mnemonic(const Key& key) {
+    QWidget* focus = QApplication::focusWidget();
+    if (!(key.modifiers & Qt::AltModifier) || focus == nullptr) return false;
+    const auto is_shortcut = [&](int letter) {
+        return letter != 0 && qt_sendShortcutOverrideEvent(focus, key.time, letter, key.modifiers);
+    };
+    return is_shortcut(key.key) || is_shortcut(on_other_layout(key.key));
 }
 
 }  // namespace ui

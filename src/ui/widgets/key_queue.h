@@ -1,5 +1,5 @@
-// The queue that every key passes on its way to the screens. Nothing typed or scanned is lost, merged, or
-// taken by a box that appeared in between.
+// The queue that every key passes on its way to the screens. No scan is lost, merged, or taken by a box that
+// appeared in between, and a key with Ctrl or Alt does the same on every keyboard layout.
 #pragma once
 
 #include <QKeyEvent>
@@ -16,8 +16,8 @@ namespace ui {
 
 // Dynamic property that says how a widget, or the sheet around it, takes keys; its values follow.
 inline constexpr auto keys_property = "takes_keys";
-// For a message box: characters wait until it is gone, and only an Enter or Esc pressed on its own answers
-// it.
+// For a message box: scans wait until it is gone, what is typed by hand is dropped with a sound, and only an
+// Enter or Esc that ends neither answers it.
 inline constexpr auto keys_held = "held";
 // For an amount field: a burst of characters that ends with Enter is a scan and goes to the entry field
 // later.
@@ -37,11 +37,16 @@ class KeyQueue : public QObject {
     // Returns true while characters wait until it is clear whether they are a scan or typing.
     bool is_undecided() const { return !pending_.empty(); }
 
-    // A scanner sends its characters closer together than this. Nobody types four in a row that fast.
+    // The scans that wait for the field in use, or for a box, to be left.
+    std::size_t waiting_scans() const;
+    void drop_waiting_scans();
+
+    // A scanner sends its characters and the Enter behind them closer together than this. Nobody presses
+    // four keys in a row that fast.
     static constexpr quint64 burst_ms = 35;
-    static constexpr std::size_t shortest_scan = 4;
-    // The least time between an answer to a box and the key before it, and between an answer and characters
-    // that were typed without looking.
+    static constexpr std::size_t shortest_scan = 3;
+    // The least time between an answer to a box and the key before it, unless that led to a button, and
+    // between an answer and characters that were typed without looking.
     static constexpr quint64 answer_gap_ms = 200;
     static constexpr quint64 after_typing_ms = 1000;
 
@@ -62,27 +67,35 @@ class KeyQueue : public QObject {
         quint64 time;
         bool printable() const;
         bool is_enter() const { return key == Qt::Key_Return || key == Qt::Key_Enter; }
+        bool leads_to_button() const;
         bool acts() const;
     };
 
     void take(const Key& key);
-    void keep_behind_box(const Key& key);
-    void drop_keys_that_act();
-    bool answers_box(const Key& key, quint64 gap) const;
+    void take_at_box(const Key& key, quint64 gap, bool led_to_button);
+    bool collect_behind_box(const Key& key);
+    void keep_scans_alone();
+    bool is_close(const Key& key) const;
+    bool answers_box(const Key& key, quint64 gap, bool led_to_button);
     void route(const Key& key);
+    void end_pending();
     void deliver_pending();
     void deliver_waiting();
     void deliver(const Key& key);
-    void drop_rest_of_number();
+    bool is_mnemonic(const Key& key);
 
     QPointer<QWindow> window_;  // that got the last key
     bool on_hold_ = false;
-    std::deque<Key> held_;      // typed while a box was open, or while on hold
+    std::deque<Key> held_;      // scans that came while a box was open; everything typed while on hold
     std::deque<Key> scans_;     // came while a field was in use that takes no scans
     std::vector<Key> pending_;  // the beginning of a scan or of a typed number
+    bool behind_box_ = false;   // the pending keys came while a box was open
     QTimer pending_timer_;
     quint64 last_ = 0;
+    bool led_to_button_ = false;  // the last key was an arrow or Tab
+    bool typed_at_box_ = false;   // characters without the Enter that ends them
     bool delivering_ = false;
+    bool typing_ = false;  // the key being delivered is a character
     unsigned boxes_shown_ = 0;
 };
 
