@@ -118,6 +118,10 @@ std::optional<common::Refusal> CountedCash::confirm() {
     if (expected_ != seen) return refuse(message::expected_changed);
 
     database::Recordset row(connection_, difference_row(store_, drawer_, day_));
+    session_.note({.kind = audit::Kind::count,
+                   .what = name_of(drawers_, drawer_) + " " + common::date_text(day_) + "، المعدود " +
+                           amount.value.text(),
+                   .amount = amount.value - expected_});
     if (row.empty()) row.add();
     row.set("time_", database::Value(now));
     row.set("Date", day_);

@@ -185,6 +185,7 @@ ShiftEnd ShiftStart::plan_close(const common::Moment& at, const Amounts& amounts
     closed.card_sales = position.own().card_sales;
     closed.uncollected = position.own().uncollected;
     closed.discounts = position.own().discounts;
+    closing_ = closed;
     if (prints_report_) report_ = closed;
     return {shift.number, at, amounts.counted.value_or(common::Amount()),
             position.transfer_from(session_.cash_point, amounts.leave), report_};
@@ -212,6 +213,7 @@ std::optional<Refusal> ShiftStart::write(const ShiftToSave& save) {
     bool is_started = true;
     try {
         journal.begin(unfinished);
+        note(save);
         is_started = rows.write();
         journal.end();
     } catch (const std::exception& error) {
@@ -220,6 +222,24 @@ std::optional<Refusal> ShiftStart::write(const ShiftToSave& save) {
     }
     if (is_started) return std::nullopt;
     return refuse(worker_field, message::started_elsewhere);
+}
+
+// Told before the first row is written, so that no crash can part the two.
+void ShiftStart::note(const ShiftToSave& save) const {
+    using audit::Kind;
+    if (save.closed) {
+        const std::string number = std::to_string(closing_.number);
+        session_.note(
+            {.kind = Kind::shift_changed, .what = "إغلاق وردية رقم " + number + "، " + closing_.worker});
+        if (closing_.counted)
+            session_.note({.kind = Kind::count,
+                           .what = "وردية رقم " + number + "، المعدود " + closing_.counted->text(),
+                           .amount = closing_.difference()});
+    }
+    if (save.started)
+        session_.note({.kind = Kind::shift_changed,
+                       .what = "بداية وردية رقم " + std::to_string(save.started->number) + "، " +
+                               name_of(workers_, save.started->worker)});
 }
 
 std::optional<Refusal> ShiftStart::stopped(database::JournalEntry& unfinished, const ShiftToSave& save,

@@ -111,9 +111,11 @@ class ShiftStart {
     common::Services services_;
     std::optional<Shift> last_;
     std::optional<ShiftReport> report_;
+    ShiftReport closing_;  // of the shift that is being closed
 
   private:
     Refused read_moment(common::Moment& at) const;
+    void note(const ShiftToSave& save) const;
     Refused stopped(database::JournalEntry& unfinished, const ShiftToSave& save, const std::exception& error);
 
     CalcCopy copy_;

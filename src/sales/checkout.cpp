@@ -5,6 +5,7 @@
 
 #include "database/choices.h"
 #include "printing/messages.h"
+#include "sales/events.h"
 #include "sales/messages.h"
 #include "sales/offers.h"
 #include "sales/saving.h"
@@ -170,6 +171,7 @@ bool Checkout::CancelRecord() {
 bool Checkout::cancel(std::string_view name, std::string_view question) {
     return look_up(name, false, [&] {
         if (!services_.prompts.question(question)) return false;
+        note_cancelled(session_, sale_);
         start_next_invoice();
         return true;
     });
@@ -181,6 +183,7 @@ void Checkout::OpenDrawer() {
 
 bool Checkout::open_drawer_by_key() {
     if (!authorise(signin::Action::open_drawer)) return false;
+    session_.note({.kind = audit::Kind::drawer_opened});
     open_drawer_on(keyboard_drawer_port);
     return true;
 }

@@ -56,9 +56,12 @@ bool LineEditing::refuse(std::string_view text) {
 bool LineEditing::may_open(const Line& line, int column) {
     const bool discount = column == column::discount_value || column == column::discount_percent;
     if (!discount && column != column::quantity && column != column::price) return false;
-    if (column == column::price && !signin::authorise(session_, prompts_, signin::Action::edit_price))
-        return false;
-    if (discount && !signin::authorise(session_, prompts_, signin::Action::edit_discount)) return false;
+    const auto may = [&](signin::Action action) {
+        return signin::authorise(session_, prompts_, action, signin::denied, common::Icon::critical,
+                                 {.what = line.name, .item = line.item_code});
+    };
+    if (column == column::price && !may(signin::Action::edit_price)) return false;
+    if (discount && !may(signin::Action::edit_discount)) return false;
     if (discount && line.clearance) return refuse(message::no_clearance_discount);
     return true;
 }
@@ -154,8 +157,10 @@ bool grant(Invoice& invoice, const signin::Session& session, common::Prompts& pr
     if (common::Amount(discount) >= total) return refuse(invoice, prompts, message::check_discount);
     // The ceiling holds for the discount as granted: 10 % of 10.05 is 10 %, although 1.01 is more.
     if (exceeds_ceiling(discount, total.value(), session.settings.max_dis) &&
-        !signin::authorise(session, prompts, signin::Action::discount_above_ceiling,
-                           message::invoice_discount_refused, common::Icon::none)) {
+        !signin::authorise(
+            session, prompts, signin::Action::discount_above_ceiling, message::invoice_discount_refused,
+            common::Icon::none,
+            {.what = common::format_amount(percent) + "%", .amount = common::Amount(discount)})) {
         invoice.discount_percent = 0;
         return false;
     }

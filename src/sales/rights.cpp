@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "common/numbers.h"
 #include "database/reads.h"
 #include "sales/items.h"
 #include "sales/line_editing.h"
@@ -22,13 +23,6 @@ using signin::Action;
 bool has_granted_price(const Line& line) {
     return line.granted && line.quantity <= line.granted->quantity &&
            is_same_price(line.price, line.granted->price);
-}
-
-// The discount that was granted for the line's quantity; for a larger one no more than was granted.
-bool has_granted_discount(const Line& line) {
-    const double share =
-        line.granted ? line.granted->discount * std::min(1.0, line.quantity / line.granted->quantity) : 0;
-    return line.discount <= share + two_roundings;
 }
 
 // The prices of the cards and work lines of an invoice's lines, where they decide, read together.
@@ -79,18 +73,30 @@ bool is_as_granted(const Line& line) {
     return has_granted_price(line) && has_granted_discount(line) && std::isfinite(line.granted->quantity);
 }
 
+}  // namespace
+
+// For a larger quantity no more than was granted.
+bool has_granted_discount(const Line& line) {
+    const double share =
+        line.granted ? line.granted->discount * std::min(1.0, line.quantity / line.granted->quantity) : 0;
+    return line.discount <= share + two_roundings;
+}
+
 bool has_granted_discount(const Invoice& invoice) {
     return invoice.discount_percent <= invoice.granted_percent &&
            std::ranges::all_of(invoice.lines, is_as_granted);
 }
 
-}  // namespace
-
 bool authorise_invoice(database::Connection& connection, const signin::Session& session,
                        common::Prompts& prompts, const Invoice& invoice) {
-    const auto may = [&](Action action, std::string_view what, std::string_view name = {}) {
+    const auto may = [&](Action action, std::string_view what, const Line* line = nullptr) {
+        const std::string name = line == nullptr ? std::string() : line->name;
         return signin::authorise(session, prompts, action,
-                                 std::string(signin::denied) + std::string(what) + std::string(name));
+                                 std::string(signin::denied) + std::string(what) + name,
+                                 common::Icon::critical,
+                                 {.what = name,
+                                  .amount = line == nullptr ? invoice.net() : line->total(),
+                                  .item = line == nullptr ? std::nullopt : line->item_code});
     };
     if (invoice.is_return() && !may(Action::return_kind, message::saving_a_return)) return false;
     const bool may_set_prices = signin::allows(session, Action::edit_price);
@@ -99,12 +105,12 @@ bool authorise_invoice(database::Connection& connection, const signin::Session& 
     for (const Line& line : invoice.lines) {
         // Which of the two rights was asked for depended on the stock then.
         if (line.below_stock && !signin::allows(session, Action::sell_reserved) &&
-            !may(Action::sell_below_stock, message::below_stock_of_item, line.name))
+            !may(Action::sell_below_stock, message::below_stock_of_item, &line))
             return false;
         if (!may_set_prices && !has_granted_price(line) && !cards->holds(line) &&
-            !may(Action::edit_price, message::price_of_item, line.name))
+            !may(Action::edit_price, message::price_of_item, &line))
             return false;
-        if (!has_granted_discount(line) && !may(Action::edit_discount, message::discount_of_item, line.name))
+        if (!has_granted_discount(line) && !may(Action::edit_discount, message::discount_of_item, &line))
             return false;
     }
     if (!exceeds_ceiling(invoice.discount_percent, 100, session.settings.max_dis) ||
@@ -113,7 +119,8 @@ bool authorise_invoice(database::Connection& connection, const signin::Session& 
     return signin::authorise(
         session, prompts, Action::discount_above_ceiling,
         std::string(message::invoice_discount_refused) + std::string(message::discount_of_other_goods),
-        common::Icon::none);
+        common::Icon::none,
+        {.what = common::format_amount(invoice.discount_percent) + "%", .amount = invoice.discount()});
 }
 
 }  // namespace sales

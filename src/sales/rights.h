@@ -16,4 +16,9 @@ namespace sales {
 bool authorise_invoice(database::Connection& connection, const signin::Session& session,
                        common::Prompts& prompts, const Invoice& invoice);
 
+// Returns true if a line holds no more discount than was granted for its quantity, and an invoice no more
+// than the receipt or offer that it comes from, for the lines as they were.
+bool has_granted_discount(const Line& line);
+bool has_granted_discount(const Invoice& invoice);
+
 }  // namespace sales

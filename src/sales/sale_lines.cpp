@@ -1,6 +1,7 @@
 #include "sales/sales_desk.h"
 
 #include "sales/entry.h"
+#include "sales/events.h"
 #include "sales/line_editing.h"
 #include "sales/messages.h"
 #include "sales/sale_period.h"
@@ -85,8 +86,10 @@ bool SaleLines::begin_edit(std::size_t row, int column) {
 bool SaleLines::commit_edit(std::size_t row, int column, std::string_view text) {
     return change("edit a line", false, [&] {
         if (row >= invoice_.lines.size() || frozen()) return false;
+        const double former = invoice_.lines[row].quantity;
         const bool accepted =
             LineEditing(connection_, session_, services_.prompts).commit(invoice_, row, column, text);
+        note_quantity(session_, sale_, invoice_.lines[row], former);
         sale_.edited = sale_.edited || accepted;
         show_line(row);
         if (accepted) show_net_on_display();
@@ -122,6 +125,7 @@ bool SaleLines::commit_discount(bool (*commit)(Invoice&, const signin::Session&,
 void SaleLines::delete_line(std::size_t row) {
     change("delete a line", false, [&] {
         if (row >= invoice_.lines.size() || frozen()) return false;
+        note_deleted_line(session_, sale_, invoice_.lines[row]);
         invoice_.lines.erase(invoice_.lines.begin() + static_cast<std::ptrdiff_t>(row));
         sale_.edited = true;
         const std::size_t left = invoice_.lines.size();

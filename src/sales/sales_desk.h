@@ -175,7 +175,8 @@ class SavedReceipts : DeskPart {
 
   private:
     bool show(std::optional<RecalledInvoice> found);
-    bool print_again(const printing::Receipt& receipt);
+    bool print_again(const Invoice& invoice, const PaymentTaken& payment, std::int64_t shift,
+                     const common::TimeOfDay& time);
     bool print_again(const RecalledInvoice& recalled);
 };
 

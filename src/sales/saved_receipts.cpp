@@ -2,6 +2,7 @@
 
 #include "common/numbers.h"
 #include "sales/entry.h"
+#include "sales/events.h"
 #include "sales/invoice_receipt.h"
 #include "sales/messages.h"
 #include "sales/returns.h"
@@ -81,12 +82,17 @@ bool SavedReceipts::start_return(const ReceiptRow& receipt) {
     return true;
 }
 
-bool SavedReceipts::print_again(const printing::Receipt& receipt) {
-    return authorise(Action::reprint) && state_.printer.print(receipt, printing::Form::reprint);
+bool SavedReceipts::print_again(const Invoice& invoice, const PaymentTaken& payment, std::int64_t shift,
+                                const common::TimeOfDay& time) {
+    if (!authorise(Action::reprint)) return false;
+    audit::Event event = event_of(audit::Kind::reprint, invoice);
+    event.invoice = invoice.number;
+    session_.note(event);
+    return state_.printer.print(receipt_of(invoice, payment, session_, shift, time), printing::Form::reprint);
 }
 
 bool SavedReceipts::print_again(const RecalledInvoice& recalled) {
-    return print_again(receipt_of(recalled.invoice, {}, session_, recalled.shift, recalled.identity.time));
+    return print_again(recalled.invoice, {}, recalled.shift, recalled.identity.time);
 }
 
 bool SavedReceipts::reprint() {
@@ -97,7 +103,7 @@ bool SavedReceipts::reprint() {
             return false;
         }
         const LastReceipt& last = *state_.last_receipt;
-        return print_again(receipt_of(last.invoice, last.payment, session_, last.shift, last.time));
+        return print_again(last.invoice, last.payment, last.shift, last.time);
     });
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/date_time.h"
+#include "sales/events.h"
 #include "sales/invoice_key.h"
 #include "sales/invoice_receipt.h"
 #include "sales/invoice_rows.h"
@@ -120,6 +121,7 @@ void Saving::write(const InvoiceToSave& save) {
     InvoiceRows rows(connection_, journal_, save);
     try {
         note_goods_sold_elsewhere(save.invoice, rows.first_short_line());
+        note_save(session_, save.invoice);
         rows.write(claims_.removal());
         claims_.forget();
         connection_.make_durable();

@@ -105,6 +105,16 @@ const Line* first_short_line(const Invoice& invoice, const Goods& levels) {
     return nullptr;
 }
 
+namespace {
+
+audit::Event event_of(const Line& line, double quantity) {
+    return {.what = line.name + ": " + common::format_quantity(quantity) + " " + line.unit_name,
+            .amount = common::Amount(quantity * line.price),
+            .item = line.item_code};
+}
+
+}  // namespace
+
 bool StockCheck::line_allows(const Invoice& invoice, const Line& line, double quantity,
                              const ItemStock& stock, const std::optional<CraftsmanLine>& work) {
     const auto refuse = [this](std::string_view text) {
@@ -133,8 +143,9 @@ StockAnswer StockCheck::selling_store_allows(const Invoice& invoice, const Line&
     if (stock_suffices(available, needed)) return StockAnswer::enough;
     // Reserved goods are there, so selling them is one question and not also a sale below stock.
     if (stock.reserved() > 0 && stock_suffices(stock.reserved(), needed - available))
-        return ask_for_reserved();
-    if (!signin::authorise(session_, prompts_, signin::Action::sell_below_stock, refusal, common::Icon::none))
+        return ask_for_reserved(event_of(line, quantity));
+    if (!signin::authorise(session_, prompts_, signin::Action::sell_below_stock, refusal, common::Icon::none,
+                           event_of(line, quantity)))
         return StockAnswer::refused;
     return ask_override(line, available, needed) ? StockAnswer::confirmed : StockAnswer::refused;
 }
@@ -157,10 +168,10 @@ bool StockCheck::dates_allow(const Invoice& invoice, Line& line, const BatchDate
     return true;
 }
 
-StockAnswer StockCheck::ask_for_reserved() {
+StockAnswer StockCheck::ask_for_reserved(const audit::Event& about) {
     if (!prompts_.question(message::stock_reserved, common::Icon::critical)) return StockAnswer::refused;
     return signin::authorise(session_, prompts_, signin::Action::sell_reserved,
-                             message::may_not_sell_reserved)
+                             message::may_not_sell_reserved, common::Icon::critical, about)
                ? StockAnswer::confirmed
                : StockAnswer::refused;
 }

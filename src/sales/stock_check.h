@@ -105,7 +105,7 @@ class StockCheck {
     bool dates_allow(const Invoice& invoice, Line& line, const BatchDates& dates);
 
   private:
-    StockAnswer ask_for_reserved();
+    StockAnswer ask_for_reserved(const audit::Event& about);
     bool ask_override(const Line& line, double available, double needed);
 
     const signin::Session& session_;

@@ -23,7 +23,28 @@ constexpr Permission permissions[] = {
     {Action::choose_port, 341, "choose_port", "choose and test the receipt printer"},
 };
 
+constexpr struct {
+    Action action;
+    std::string_view caption;
+} captions[] = {
+    {Action::return_kind, "عمل مرتجع"},                       // a return
+    {Action::sell_below_stock, "بيع أكثر من الرصيد"},         // a sale below stock
+    {Action::reprint, "إعادة طباعة بون"},                     // a reprint
+    {Action::open_drawer, "فتح الدرج بدون بيع"},              // opening the drawer without a sale
+    {Action::item_info, "أسعار الصنف وربحه"},                 // an item's prices and profit
+    {Action::edit_price, "تعديل سعر"},                        // changing a price
+    {Action::daily_statement, "كشف الخزينة وسجل الأحداث"},    // the cash statement and the journal
+    {Action::edit_discount, "خصم على صنف"},                   // a discount on an item
+    {Action::sell_reserved, "بيع كمية محجوزة"},               // selling reserved goods
+    {Action::discount_above_ceiling, "خصم أعلى من المسموح"},  // a discount above the ceiling
+    {Action::choose_port, "اختيار طابعة البون"},              // choosing the receipt printer
+};
+
 }  // namespace
+
+std::string_view caption_of(Action action) {
+    return std::ranges::find_if(captions, [&](const auto& entry) { return entry.action == action; })->caption;
+}
 
 std::span<const Permission> guarded_actions() {
     return permissions;
@@ -36,10 +57,13 @@ bool allows(const Session& session, Action action) {
 }
 
 bool authorise(const Session& session, common::Prompts& prompts, Action action, std::string_view refusal,
-               common::Icon icon) {
-    const bool allowed = allows(session, action);
-    if (!allowed) prompts.message(refusal, icon);
-    return allowed;
+               common::Icon icon, audit::Event about) {
+    if (allows(session, action)) return true;
+    about.kind = audit::Kind::refusal;
+    about.what = std::string(caption_of(action)) + (about.what.empty() ? "" : ": ") + about.what;
+    session.note(about);
+    prompts.message(refusal, icon);
+    return false;
 }
 
 }  // namespace signin

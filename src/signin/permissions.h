@@ -34,14 +34,19 @@ struct Permission {
 
 std::span<const Permission> guarded_actions();
 
+// What the action is called in the journal and where it is approved.
+std::string_view caption_of(Action action);
+
 // What a user without the permission is told: "you are not authorised to use this item".
 inline constexpr std::string_view denied = "غير مصرح باستخدام هذا البند";
 
 // Returns true if the signed-in user may perform the action.
 bool allows(const Session& session, Action action);
-// The same, after showing `refusal` if not. Every effect that a permission guards calls it where it happens;
-// a screen may call it earlier, so that nobody types what will be refused.
+// The same, after showing `refusal` and noting it in the till's journal if not. `about` tells the journal
+// what the action was to do; its kind does not count. Every effect that a permission guards calls it where it
+// happens; a screen may call it earlier, so that nobody types what will be refused.
 bool authorise(const Session& session, common::Prompts& prompts, Action action,
-               std::string_view refusal = denied, common::Icon icon = common::Icon::critical);
+               std::string_view refusal = denied, common::Icon icon = common::Icon::critical,
+               audit::Event about = {});
 
 }  // namespace signin

@@ -49,6 +49,7 @@ bool is_password(Session& session, common::Services& services, std::int64_t user
     }
     session.attempts.wrong(user, now);
     services.log.log_event("wrong password for user " + std::to_string(user), screen);
+    session.note({.kind = audit::Kind::sign_in_refused, .what = std::string(message::wrong_password)});
     services.prompts.message(refusal, Icon::exclamation);
     return false;
 }
@@ -107,6 +108,7 @@ SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view
         return SignInOutcome::end_program;
     }
     services_.log.log_event("user " + std::to_string(*code) + " signed in", sign_in_code);
+    session_.note({.kind = audit::Kind::sign_in});
     return SignInOutcome::signed_in;
 }
 

@@ -1,0 +1,21 @@
+// What the till's journal is told of an invoice.
+#pragma once
+
+#include "sales/sale.h"
+#include "signin/session.h"
+
+namespace sales {
+
+// The whole invoice: how many lines, of what kind, for whom; its net.
+audit::Event event_of(audit::Kind kind, const Invoice& invoice);
+
+void note_deleted_line(const signin::Session& session, const Sale& sale, const Line& line);
+// Does nothing unless the quantity became less.
+void note_quantity(const signin::Session& session, const Sale& sale, const Line& line, double former);
+// Does nothing if no work is given up.
+void note_cancelled(const signin::Session& session, const Sale& sale);
+// Noted before the first row is written, so that no crash can part the two: the return, changed prices, and
+// discounts that were not on the receipt or offer it comes from.
+void note_save(const signin::Session& session, const Invoice& invoice);
+
+}  // namespace sales
