@@ -20,7 +20,7 @@ constexpr Permission permissions[] = {
     {Action::sell_reserved, 291, "sell_reserved", "sell goods that are reserved"},
     {Action::discount_above_ceiling, 301, "discount_above_ceiling",
      "give an invoice discount above the ceiling"},
-    {Action::choose_port, 341, "choose_port", "choose and test the receipt printer"},
+    {Action::choose_port, 341, "choose_port", "choose and test the receipt printer, design the receipt"},
 };
 
 constexpr struct {

@@ -40,6 +40,8 @@ const std::vector<std::pair<QString, QString>>& help_places() {
         {"offers_screen", "offers"},
         {"screen_sheet", "screen-choice"},
         {"printer_screen", "printer"},
+        {"receipt_designer", "receipt-design"},
+        {"logo_sheet", "receipt-design"},
         {"paper_sheet", "printer"},
         {"preview", "printer"},
         {"printing_line", "printer"},

@@ -24,6 +24,7 @@
 #include "sales/sales_desk.h"
 #include "sales/saving.h"
 #include "signin/permissions.h"
+#include "ui/printing/receipt_designer.h"
 #include "ui/printing/reports.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
@@ -56,6 +57,19 @@ QString port_name(const std::string& port) {
 
 }  // namespace
 
+void keep_printer(const Context& context) {
+    const auto file = printing::printer_file(context.session.program_folder, context.session.cash_point);
+    try {
+        printing::keep_printer_choice(file, context.printer_choice);
+    } catch (const std::system_error& error) {
+        context.services.log.log_event(error.what(), "print");
+        context.services.prompts.message(
+            database::with_reason(printing::message::naming(printing::message::file_failed, file.string()),
+                                  error),
+            common::Icon::exclamation);
+    }
+}
+
 PrinterSheet::PrinterSheet(QWidget* host, const Context& context, const sales::SalesDesk& desk)
     : Sheet(host, "طابعة البون"), context_(context), desk_(desk) {
     setObjectName("printer_screen");
@@ -87,6 +101,7 @@ PrinterSheet::PrinterSheet(QWidget* host, const Context& context, const sales::S
     set_role(add("printer_choose", "ا&ختيار  Enter", [this] { choose(); }), "main");
     add("printer_test", "ت&جربة طباعة", [this] { test(); });
     add("printer_paper", "ال&بون على الشاشة", [this] { show_paper(); });
+    add("printer_design", "تص&ميم البون", [this] { design(); });
     add("printer_back", "رجو&ع", [this] { leave(0); });
     body()->addLayout(buttons);
 
@@ -162,23 +177,9 @@ void PrinterSheet::choose() {
         if (is_refused(choice)) return;
         context_.printer_choice = choice;
         show_ports();
-        keep(choice);
+        keep_printer(context_);
     });
     used_->setFocus();
-}
-
-// A choice that cannot be kept holds until the program ends.
-void PrinterSheet::keep(const printing::PrinterChoice& choice) {
-    const auto file = printing::printer_file(context_.session.program_folder, context_.session.cash_point);
-    try {
-        printing::keep_printer_choice(file, choice);
-    } catch (const std::system_error& error) {
-        context_.services.log.log_event(error.what(), "print");
-        context_.services.prompts.message(
-            database::with_reason(printing::message::naming(printing::message::file_failed, file.string()),
-                                  error),
-            common::Icon::exclamation);
-    }
 }
 
 bool PrinterSheet::may_choose() {
@@ -237,6 +238,13 @@ void PrinterSheet::show_paper() {
     guarded(context_.services, "ShowPaper", [&] {
         PaperSheet(this, desk_.last_receipt() ? "آخر بون" : "صفحة التجربة", paper(marked())).run();
     });
+    used_->setFocus();
+}
+
+void PrinterSheet::design() {
+    if (Sheet::top_of(window()) != this) return;
+    ReceiptDesignerSheet designer(this, context_, desk_);
+    if (designer.open() && designer.run() != 0) show_ports();
     used_->setFocus();
 }
 

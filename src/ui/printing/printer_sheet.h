@@ -23,6 +23,9 @@ namespace ui {
 class ListTable;
 class Segments;
 
+// Keeps the workstation's choice. One that cannot be kept is said, and holds until the program ends.
+void keep_printer(const Context& context);
+
 // Two lists of the same ports, the first for wide rolls, the second for narrow ones. The choice is kept in a
 // file beside the program.
 class PrinterSheet : public Sheet {
@@ -41,13 +44,13 @@ class PrinterSheet : public Sheet {
     // The choice under the cursor of the list in use.
     printing::PrinterChoice marked() const;
     void choose();
-    void keep(const printing::PrinterChoice& choice);
     // These say why not.
     bool may_choose();
     bool is_refused(const printing::PrinterChoice& choice);
     bool opens_drawer(const printing::PrinterChoice& choice);
     void test();
     void show_paper();
+    void design();
     QImage paper(const printing::PrinterChoice& choice) const;
     printing::pages::ReceiptPage test_picture(const printing::PrinterChoice& choice) const;
     std::string test_page(const printing::PrinterChoice& choice) const;
