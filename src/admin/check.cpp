@@ -173,6 +173,9 @@ class Check {
         look("invoices", [&] { return check_invoices(connection, period); });
         look("balances", [&] { return check_balances(connection); });
         look("stock", [&] { return check_stock(connection); });
+        look("journal", [&] {
+            return check_journal(connection, {tool_.shop, read_place(tool_.shop).database});
+        });
         look("log", [&] { return check_log(connection, log_file(tool_.shop), period); });
     }
 

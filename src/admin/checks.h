@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "audit/trail_file.h"
 #include "common/date_time.h"
 #include "database/connection.h"
 
@@ -60,6 +61,8 @@ bool differ(double a, double b, std::int64_t lines = 0);
 Findings check_disk(std::uintmax_t free_bytes);
 // Finds saves that stand in the journal of saves for more than a minute: a till has not finished them.
 Findings check_unfinished(database::Connection& connection, const common::Moment& now);
+// Finds where the chain of the tills' journal is broken.
+Findings check_journal(database::Connection& connection, const audit::Place& place);
 // Finds saves that the activity log reports as stopped, or as begun but not finished because the till was
 // switched off, and says what each left undone.
 Findings check_log(database::Connection& connection, const std::filesystem::path& log_file,

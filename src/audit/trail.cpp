@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <random>
 #include <set>
+#include <utility>
 
 #include "common/text.h"
 #include "database/till_tables.h"
@@ -104,24 +105,31 @@ Batch Trail::batch() const {
 
 void Trail::finish(const Batch& batch) {
     has_table_ = batch.has_table_;
-    is_end_known_ = batch.is_end_known_;
-    end_ = batch.end_;
+    // What was written at once meanwhile may have come further.
+    if (batch.end_.number >= end_.number) {
+        end_ = batch.end_;
+        is_end_known_ = batch.is_end_known_;
+    }
     const std::size_t done = has_table_ ? batch.done_ : batch.entries_.size();
     if (done == 0) return;
-    keep_end(file_, end_, batch.entries_[done - 1].id);
-    pending_.erase(pending_.begin(), pending_.begin() + static_cast<std::ptrdiff_t>(done));
+    const auto last = std::ranges::find(pending_, batch.entries_[done - 1].id, &Entry::id);
+    if (last == pending_.end()) return;
+    keep_end(file_, end_, last->id);
+    pending_.erase(pending_.begin(), last + 1);
 }
 
 void Trail::write(database::Connection& connection) {
+    bool is_behind = false;
     while (has_pending()) {
         Batch next = batch();
         try {
             next.write(connection);
-        } catch (...) {
             finish(next);
-            throw;
+        } catch (const database::Error& error) {
+            finish(next);
+            // Another thread wrote the rows meanwhile: the end of the chain is to be read again.
+            if (error.sqlstate() != database::key_violated || std::exchange(is_behind, true)) throw;
         }
-        finish(next);
     }
 }
 

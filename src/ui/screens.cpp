@@ -12,6 +12,7 @@
 #include "ui/cash/daily_statement_screen.h"
 #include "ui/cash/expense_screen.h"
 #include "ui/cash/shift_screens.h"
+#include "ui/journal/journal_screen.h"
 #include "ui/printing/printer_sheet.h"
 #include "ui/sales/sales_window.h"
 #include "ui/sales/screen_sheet.h"
@@ -111,6 +112,7 @@ const std::vector<Command>& screen_commands() {
              ScreenSheet(&window, window.context()).run();
              window.repaint_all();
          }},
+        {"journal", "سجل الأحدا&ث", Qt::CTRL | Qt::Key_J, menu, run_opened<JournalScreen>},
         {"password", "تغيير كلمة ال&سر", Qt::Key_unknown, menu, run_screen<PasswordSheet>},
     };
     return table;

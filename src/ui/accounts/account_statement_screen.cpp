@@ -148,8 +148,8 @@ QWidget* AccountStatementScreen::build_foot() {
     };
     button("account_print", "&طباعة", "main", &AccountStatementScreen::print);
     button("account_preview", "معاي&نة", nullptr, &AccountStatementScreen::preview);
-    outputs_ << foot_button(row, "account_pdf", "ملف P&DF", 0, [this] { keep(FileKind::pdf); });
-    outputs_ << foot_button(row, "account_csv", "ملف &CSV", 0, [this] { keep(FileKind::csv); });
+    outputs_ << foot_button(row, "account_pdf", "ملف P&DF", 0, [this] { keep(ReportFile::pdf); });
+    outputs_ << foot_button(row, "account_csv", "ملف &CSV", 0, [this] { keep(ReportFile::csv); });
     foot_button(row, "account_back", "&رجوع", 0, [this] { leave(0); })->setMinimumHeight(px(least_target));
     for (QPushButton* made : outputs_)
         made->setMinimumHeight(px(least_target));
@@ -240,16 +240,12 @@ void AccountStatementScreen::preview() {
     });
 }
 
-void AccountStatementScreen::keep(FileKind kind) {
+void AccountStatementScreen::keep(ReportFile kind) {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.services, "KeepAccount", [&] {
-        const auto file =
-            printing::kept_file(context_.session.program_folder, "account-" + std::to_string(shown_customer_),
-                                context_.services.clock.now(), kind == FileKind::csv ? ".csv" : ".pdf");
-        std::filesystem::create_directories(file.parent_path());
-        const bool kept = kind == FileKind::csv ? context_.reports.save_csv(paper_, file)
-                                                : context_.reports.save_pdf(paper_, file);
-        if (kept) note_->setText("تم حفظ الملف \u200e" + qt("Receipts/" + file.filename().string()));
+        printing::Report named = paper_;
+        named.name += "-" + std::to_string(shown_customer_);
+        if (const QString kept = keep_report(context_, named, kind); !kept.isEmpty()) note_->setText(kept);
     });
 }
 

@@ -6,6 +6,7 @@
 
 #include "accounts/account_statement.h"
 #include "printing/report.h"
+#include "ui/printing/reports.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/form.h"
 #include "ui/widgets/sheet.h"
@@ -42,10 +43,7 @@ class AccountStatementScreen : public Sheet {
     void show_row_text(int row);
     void print();
     void preview();
-    enum class FileKind { csv, pdf };
-    // Saves the statement in the folder `Receipts` beside the program, as all paper goes there on a
-    // workstation without a printer, and shows the name of the file.
-    void keep(FileKind kind);
+    void keep(ReportFile kind);
 
     Context context_;
     accounts::AccountStatement logic_;

@@ -79,6 +79,16 @@ QString kept_text(const Context& context) {
     return names.isEmpty() ? QString() : qt(kept_instead) + names.join("\u200f، ");
 }
 
+QString keep_report(const Context& context, const printing::Report& report, ReportFile kind) {
+    const bool as_csv = kind == ReportFile::csv;
+    const auto file = printing::kept_file(context.session.program_folder, report.name,
+                                          context.services.clock.now(), as_csv ? ".csv" : ".pdf");
+    std::filesystem::create_directories(file.parent_path());
+    const bool kept =
+        as_csv ? context.reports.save_csv(report, file) : context.reports.save_pdf(report, file);
+    return kept ? "تم حفظ الملف " + qt(name_of(file)) : QString();
+}
+
 void say_where_kept(const Context& context) {
     const QString kept = kept_text(context);
     if (!kept.isEmpty()) context.services.prompts.message(utf8(kept), common::Icon::information);
