@@ -57,6 +57,7 @@ const std::vector<std::pair<QString, QString>>& help_places() {
         {"cash_panel", "cash-count"},
         {"daily_statement", "daily-statement"},
         {"figure_rows", "daily-statement"},
+        {"till_journal", "till-journal"},
         {"Form41ca", "expenses"},
         // Customers and vouchers.
         {"Cust_cash", "walk-in"},

@@ -13,7 +13,9 @@ namespace ui {
 namespace {
 
 constexpr std::chrono::seconds between_looks{1};
-constexpr std::chrono::seconds after_failure{30};
+// Nothing but the till's own file waits for it.
+constexpr std::chrono::minutes between_looks_on_server{1};
+constexpr std::chrono::minutes after_failure{1};
 constexpr std::string_view journal_code = "224";  // in the log
 
 }  // namespace
@@ -21,15 +23,17 @@ constexpr std::string_view journal_code = "224";  // in the log
 TrailWriter::TrailWriter(database::Connection& connection, const signin::Session& session, ServerLink& server,
                          common::Log& log)
     : connection_(connection), session_(session), server_(server), log_(log) {
-    connect(&timer_, &QTimer::timeout, this, [this] {
-        timer_.setInterval(between_looks);
+    const std::chrono::milliseconds between =
+        connection.is_embedded() ? between_looks : std::chrono::milliseconds(between_looks_on_server);
+    connect(&timer_, &QTimer::timeout, this, [this, between] {
+        timer_.setInterval(between);
         if (!session_.trail->has_pending()) return;
         if (connection_.is_embedded())
             write();
         else
             write_later();
     });
-    timer_.start(between_looks);
+    timer_.start(between);
 }
 
 bool TrailWriter::write() {

@@ -1,5 +1,6 @@
-// Writes the events of the till's journal while the till lives: soon after they were noted, between the
-// cashier's actions, on a server in another thread. Nobody waits for it.
+// Writes the events of the till's journal while the till lives: between the cashier's actions, of a
+// shop in a file a second after they were noted, on a server once a minute in another thread, as it renews
+// its cash point. Nobody waits for it.
 #pragma once
 
 #include <QObject>
