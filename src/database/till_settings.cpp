@@ -77,6 +77,11 @@ constexpr TillSetting settings[] = {
     {setting::receipt_barcode,
      "receipts on pages and pictures carry their key as a barcode, which brings the sale back (unset: yes)",
      yes_or_no, read_yes_or_no},
+    {setting::raise_equal_codes,
+     "an item that is scanned again, in the same unit, raises its line at once instead of asking (unset: "
+     "no). "
+     "A scale's label asks all the same. Tills notice a change at the next sign-in",
+     yes_or_no, read_yes_or_no},
 };
 
 }  // namespace

@@ -29,6 +29,8 @@ inline constexpr std::string_view text_unit = "text_unit";
 inline constexpr std::string_view receipt_unit = "receipt_unit";
 inline constexpr std::string_view receipt_qr = "receipt_qr";
 inline constexpr std::string_view receipt_barcode = "receipt_barcode";
+// "yes" if the code of an item that is on the invoice in the same unit raises its line without a question.
+inline constexpr std::string_view raise_equal_codes = "raise_equal_codes";
 }  // namespace setting
 
 // What the shop keeper is told of a setting, and how its value is read.

@@ -63,12 +63,13 @@ const Player::Verb* Player::find_verb(const std::string& name) {
         {"start", {&Player::do_start}},
         {"restart", {&Player::do_restart}},
         {"user", {&Player::do_user}},
-        {"type", {&Player::do_type}},
+        {"type", {&Player::do_type, false, true}},
         {"press", {&Player::do_press, true}},
         {"scan", {&Player::do_scan, true}},
-        {"choose", {&Player::do_choose}},
-        {"click", {&Player::do_click}},
-        {"answer", {&Player::do_answer, true}},
+        {"count", {&Player::do_count}},
+        {"choose", {&Player::do_choose, false, true}},
+        {"click", {&Player::do_click, false, true}},
+        {"answer", {&Player::do_answer, true, true}},
         {"expect", {&Player::do_expect, true}},
         {"picture", {&Player::do_picture, true}},
         {"look", {&Player::do_look, true}},
@@ -130,6 +131,8 @@ Progress Player::take(const Step& step) {
     if (verb == nullptr) return Progress::fail("no step begins with this word");
     if (const ui::MessageBox* box = open_box(); box != nullptr && phase_ == 0 && !verb->while_box_is_open)
         return Progress::wait("a box that no step expects: " + box->text().toStdString());
+    if (counting_ && verb->counts_no_keys)
+        return Progress::fail("keys are being counted: press and scan alone");
     const std::size_t taken = at_;
     Progress progress;
     try {

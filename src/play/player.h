@@ -10,6 +10,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "database/connection.h"
 #include "play/environment.h"
@@ -65,6 +66,7 @@ class Player : public QObject {
     Progress do_type(const Step& step);
     Progress do_press(const Step& step);
     Progress do_scan(const Step& step);
+    Progress do_count(const Step& step);
     Progress do_choose(const Step& step);
     Progress do_click(const Step& step);
     Progress do_answer(const Step& step);
@@ -83,6 +85,7 @@ class Player : public QObject {
     Progress expect_box(const std::string& text, bool question);
     Progress expect_cell(const std::string& rest);
     Progress expect_count(const std::string& rest);
+    Progress expect_keys(const std::string& rest);
     Progress expect_seen(const std::string& rest);
     Progress expect_state(const std::string& what, const std::string& object);
     Progress expect_colour(const std::string& rest);
@@ -96,6 +99,7 @@ class Player : public QObject {
     struct Verb {
         Progress (Player::*action)(const Step&);
         bool while_box_is_open = false;  // others fail a play on a box that no step expects
+        bool counts_no_keys = false;     // it does what a cashier needs an uncounted number of keys for
     };
     static const Verb* find_verb(const std::string& name);
     // The shop's database as a second program sees it.
@@ -111,6 +115,15 @@ class Player : public QObject {
     QTimer timer_;        // to the next step, or the next try of this one
     bool begun_ = false;  // the current step has been tried
     int phase_ = 0;       // of a step that has several parts
+    // Keys and scans of the task that is being counted, and what was counted before, for `say keys`.
+    struct Counted {
+        std::string task;
+        int keys = 0;
+        int scans = 0;
+        std::string text() const;
+    };
+    std::optional<Counted> counting_;
+    std::vector<Counted> counted_;
 
     PlayClock clock_;
     std::unique_ptr<PlayDevices> devices_;

@@ -45,6 +45,7 @@ Progress Player::do_expect(const Step& step) {
     if (what == "question") return expect_box(rest, true);
     if (what == "cell") return expect_cell(rest);
     if (what == "count") return expect_count(rest);
+    if (what == "keys") return expect_keys(rest);
     if (what == "seen") return expect_seen(rest);
     if (what == "colour") return expect_colour(rest);
     if (what == "rows") return expect_rows(rest);
@@ -103,6 +104,20 @@ Progress Player::expect_count(const std::string& rest) {
     const auto* table = qobject_cast<QTableView*>(find_widget(ui::qt(said.before)));
     if (table == nullptr) return Progress::wait("there is no such table on the screen");
     return compared(std::to_string(table->model()->rowCount()), said.after);
+}
+
+std::string Player::Counted::text() const {
+    std::string text = scans == 0 ? "" : scans == 1 ? "scan" : std::to_string(scans) + " scans";
+    if (keys > 0 || text.empty()) text += (text.empty() ? "" : " + ") + std::to_string(keys);
+    return text;
+}
+
+// Ends the counting.
+Progress Player::expect_keys(const std::string& rest) {
+    if (!counting_) return Progress::fail("no keys are being counted");
+    const Progress progress = compared(counting_->text(), split_at(rest, "=").after);
+    if (progress.state == Progress::done) counted_.push_back(*std::exchange(counting_, std::nullopt));
+    return progress;
 }
 
 Progress Player::expect_seen(const std::string& rest) {

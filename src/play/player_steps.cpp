@@ -185,7 +185,16 @@ Progress Player::do_type(const Step& step) {
     return Progress::ok();
 }
 
+// count keys of TASK
+Progress Player::do_count(const Step& step) {
+    const auto said = split_at(step.rest, "of");
+    if (!said.found || said.before != "keys") return Progress::fail("it reads: count keys of TASK");
+    counting_ = Counted{said.after};
+    return Progress::ok();
+}
+
 Progress Player::do_press(const Step& step) {
+    if (counting_) ++counting_->keys;
     return input_.press(ui::qt(step.rest)) ? Progress::ok() : Progress::fail("there is no such key");
 }
 
@@ -197,8 +206,10 @@ Progress Player::do_scan(const Step& step) {
         }
         return Progress::ok();
     }
-    for (const std::string& code : words(step.rest))
+    for (const std::string& code : words(step.rest)) {
+        if (counting_) ++counting_->scans;
         input_.scan(ui::qt(code));
+    }
     return Progress::ok();
 }
 
@@ -359,6 +370,11 @@ Progress Player::do_server(const Step& step) {
 }
 
 Progress Player::do_say(const Step& step) {
+    if (step.rest == "keys") {
+        for (const Counted& task : counted_)
+            std::printf("%-12s %s\n", task.text().c_str(), task.task.c_str());
+        return Progress::ok();
+    }
     const bool receipt = step.rest == "receipt";
     const std::string text = receipt ? readable_receipt(devices_->written(receipt_port())) : step.rest;
     std::printf("%s\n", text.c_str());

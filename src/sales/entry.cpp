@@ -60,6 +60,20 @@ bool is_craftsman_code(std::string_view text) {
            common::all_digits(text.substr(1));
 }
 
+constexpr std::string_view number_characters = "0123456789.";
+
+// What is entered behind "6*".
+Entry with_quantity(std::string_view number, std::string_view rest) {
+    Entry entry = read_entry(rest);
+    const bool may_have_one = entry.form == EntryForm::empty || entry.form == EntryForm::code ||
+                              entry.form == EntryForm::craftsman || entry.form == EntryForm::scale_label;
+    if (entry.form == EntryForm::empty) entry.form = EntryForm::quantity;
+    if (!may_have_one || entry.quantity_typed) entry.form = EntryForm::unreadable;
+    entry.quantity_typed = true;
+    if (entry.form != EntryForm::scale_label) entry.quantity = common::numeric_value(number);
+    return entry;
+}
+
 }  // namespace
 
 std::string normalize_scan(std::string_view text) {
@@ -75,6 +89,16 @@ Entry read_entry(std::string_view text) {
     }
     entry.text = normalize_scan(text);
     if (entry.text.empty()) return entry;
+    const auto number = entry.text.find_first_not_of(number_characters);
+    if (number != 0 && number != entry.text.npos) {
+        if (entry.text[number] == '*')
+            return with_quantity(entry.text.substr(0, number), text.substr(text.find('*') + 1));
+        if (entry.text.substr(number) == "+") {
+            entry.form = EntryForm::quantity_of_last;
+            entry.text.resize(number);
+            return entry;
+        }
+    }
     if (entry.text.front() == '*') {
         entry.form = EntryForm::general;
         entry.name = visible(text.substr(text.find('*') + 1));
@@ -163,6 +187,8 @@ bool ItemEntry::ask(database::Reads& reads) {
     if (entry_.form == EntryForm::empty || !parties_present()) return false;
     if (entry_.form == EntryForm::unreadable || entry_.form == EntryForm::receipt)
         return refused(common::message::wrong_code);
+    if (entry_.form == EntryForm::scale_label && entry_.quantity_typed)
+        return refused(message::label_has_quantity);
     // Without this right the line can be neither given a price nor saved.
     if (entry_.form == EntryForm::general)
         return signin::authorise(session_, prompts_, signin::Action::edit_price);
@@ -260,10 +286,12 @@ std::optional<std::size_t> ItemEntry::enter_found(const Item& item, std::int64_t
     }
     if (!check_.dates_allow(invoice_, line, dates_)) return std::nullopt;
     if (is_on(invoice_, item.code)) {
-        const common::Answer answer = prompts_.ask(message::entered_before);
+        Line* known = line_to_raise(invoice_, line);
+        // Of a scale's label, the same bag may have been scanned twice.
+        const bool at_once = raise_equal_ && known != nullptr && entry_.form != EntryForm::scale_label;
+        const common::Answer answer = at_once ? common::Answer::yes : prompts_.ask(message::entered_before);
         if (answer == common::Answer::closed) return std::nullopt;
-        Line* known = answer == common::Answer::yes ? line_to_raise(invoice_, line) : nullptr;
-        if (known != nullptr) return raise(*known, line);
+        if (answer == common::Answer::yes && known != nullptr) return raise(*known, line);
     }
     if (!check_.line_allows(invoice_, line, line.quantity, stock_, work_)) return std::nullopt;
     if (line.stock_kept) line.balance = stock_.in(invoice_.store) / item.factor;

@@ -24,22 +24,25 @@ namespace sales {
 std::string normalize_scan(std::string_view text);
 
 enum class EntryForm {
-    empty,        // nothing to do
-    general,      // "*", with or without a name: an unlisted item
-    scale_label,  // 13 digits from "20": item code and weight
-    craftsman,    // "W" or "P" and the digits of a craftsman work line
-    receipt,      // the barcode of a receipt, which brings that invoice back
-    code,         // a barcode or an item code
-    chosen_item,  // an item chosen from a list, in a unit chosen there
-    unreadable,   // nothing that any label or keyboard of a shop produces
+    empty,             // nothing to do
+    general,           // "*", with or without a name: an unlisted item
+    scale_label,       // 13 digits from "20": item code and weight
+    craftsman,         // "W" or "P" and the digits of a craftsman work line
+    receipt,           // the barcode of a receipt, which brings that invoice back
+    code,              // a barcode or an item code
+    quantity,          // "6*": of the code that is to follow
+    quantity_of_last,  // "6+": of the line that was entered last
+    chosen_item,       // an item chosen from a list, in a unit chosen there
+    unreadable,        // nothing that any label or keyboard of a shop produces
 };
 
 struct Entry {
     EntryForm form = EntryForm::empty;
-    std::string text;  // normalised; of a scale label: the item code
+    std::string text;  // normalised; of a scale label the item code, of a quantity its number
     // As typed: of an unlisted item what follows the "*", of a code that reads like words the whole text.
     std::string name;
-    double quantity = 1;      // of a scale label its weight in units, else 1
+    double quantity = 1;  // of a scale label its weight in units, else what stands before "*", or 1
+    bool quantity_typed = false;
     std::int64_t number = 0;  // of a craftsman line or of a chosen item
     int unit_level = 1;       // of a chosen item
 };
@@ -63,11 +66,12 @@ struct EnteredLine {
 class ItemEntry {
   public:
     ItemEntry(database::Connection& connection, const signin::Session& session, common::Prompts& prompts,
-              const Lists& lists, Invoice& invoice, const Entry& entry)
+              const Lists& lists, bool raise_equal, Invoice& invoice, const Entry& entry)
         : connection_(connection),
           session_(session),
           prompts_(prompts),
           lists_(lists),
+          raise_equal_(raise_equal),
           invoice_(invoice),
           entry_(entry),
           check_(session, prompts) {}
@@ -75,9 +79,9 @@ class ItemEntry {
     // Adds the reads of what the entry names; whoever calls runs them before finish(). Returns false after
     // showing why the entry is refused without them.
     bool ask(database::Reads& reads);
-    // The goods come from another store if `supplier` is not 0: its stock decides. Asks whenever the item is
-    // on the invoice already. Returns nothing if the entry was refused, which has been shown, or if that
-    // question was closed.
+    // The goods come from another store if `supplier` is not 0: its stock decides. Asks if the item is on the
+    // invoice already, unless the shop has chosen that equal codes raise their line at once. Returns nothing
+    // if the entry was refused, which has been shown, or if that question was closed.
     std::optional<EnteredLine> finish(std::int64_t supplier);
 
   private:
@@ -94,6 +98,7 @@ class ItemEntry {
     const signin::Session& session_;
     common::Prompts& prompts_;
     const Lists& lists_;
+    bool raise_equal_;  // without a question
     Invoice& invoice_;
     const Entry& entry_;
     StockCheck check_;

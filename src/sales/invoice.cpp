@@ -188,6 +188,8 @@ std::string_view line_heading(int index) {
             return "مجموعة";
         case column::quantity:
             return "كمية";
+        case column::unit_name:
+            return "وحدة";
         case column::price:
             return "سعر";
         case column::discount_value:

@@ -106,6 +106,11 @@ bool LineEditing::stock_allows(const Invoice& invoice, Line& line, double quanti
     }
     if (line.item_code) stock.ask(reads, *line.item_code, stores_asked(invoice, *line.item_code, 0));
     reads.run(connection_);
+    return stock_allows(invoice, line, quantity, stock, work);
+}
+
+bool LineEditing::stock_allows(const Invoice& invoice, Line& line, double quantity, const ItemStock& stock,
+                               const std::optional<CraftsmanLine>& work) {
     if (!check_.line_allows(invoice, line, quantity, stock, work)) return false;
     if (line.is_supplied()) return true;
     const StockAnswer answer =

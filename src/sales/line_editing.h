@@ -43,12 +43,20 @@ class LineEditing {
     // number, leaves the line as it was.
     bool commit(Invoice& invoice, std::size_t row, int column, std::string_view text);
 
+    // Turns a line into the next unit of its item that the card gives base units and a price for: unit, pack,
+    // carton, unit. It keeps its quantity and its discount, and has the price of that unit as if it had been
+    // entered so. Of a unit that the stock does not allow it goes on to a smaller one. Returns false after
+    // showing why the line stays.
+    bool next_unit(Invoice& invoice, std::size_t row);
+
   private:
     bool refuse(std::string_view text);
     bool commit_quantity(Invoice& invoice, Line& line, std::string_view text);
     bool commit_price(Line& line, std::string_view text);
     bool commit_discount(Line& line, std::string_view text, bool as_percent);
     bool stock_allows(const Invoice& invoice, Line& line, double quantity);
+    bool stock_allows(const Invoice& invoice, Line& line, double quantity, const ItemStock& stock,
+                      const std::optional<CraftsmanLine>& work);
 
     database::Connection& connection_;
     const signin::Session& session_;

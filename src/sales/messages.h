@@ -29,6 +29,11 @@ inline constexpr std::string_view sale_only = "عفوا هذا صنف بيع ف�
 inline constexpr std::string_view set_units = "يجب ضبط بيانات الوحدات بكارت الصنف ";
 inline constexpr std::string_view set_packs = "يجب ضبط بيانات العبوات بكارت الصنف ";
 inline constexpr std::string_view set_cartons = "يجب ضبط بيانات الكراتين بكارت الصنف ";
+// The weight stands on the scale's label; scan it without a quantity before it.
+inline constexpr std::string_view label_has_quantity =
+    "الوزن مكتوب على ملصق الميزان، مرر الملصق بدون كمية قبله";
+// The invoice has no line whose quantity or unit could change.
+inline constexpr std::string_view no_line = "لا يوجد سطر في البون";
 // Prices must be set in the item card.
 inline constexpr std::string_view set_prices = "يجب ضبط بيانات الاسعار بكارت الصنف ";
 // This item was entered before; increase its quantity?
@@ -84,6 +89,10 @@ inline constexpr std::string_view check_discount = "تأكد من قيمة ال�
 inline constexpr std::string_view wrong_quantity = "الكمية غير صحيحة";
 inline constexpr std::string_view wrong_price = "السعر غير صحيح";
 inline constexpr std::string_view wrong_discount = "قيمة الخصم غير صحيحة";
+// The unit of this line cannot be changed: a general item, a craftsman's work, goods that come back.
+inline constexpr std::string_view fixed_unit = "لا تتغير وحدة هذا السطر";
+// The item's card has no other unit with a price.
+inline constexpr std::string_view one_unit = "ليس للصنف وحدة أخرى لها سعر بكارت الصنف";
 // Enter the quantity / the price of item … before saving.
 inline constexpr std::string_view enter_quantity_of = "ادخل كمية الصنف ";
 inline constexpr std::string_view enter_price_of = "ادخل سعر الصنف ";

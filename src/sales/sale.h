@@ -54,6 +54,7 @@ struct Sale {
     // cancelled.
     std::optional<PartlySaved> partly_saved;
     std::optional<std::size_t> current_row;  // the line that the cursor is on; none on an empty grid
+    std::optional<std::size_t> entered_row;  // the line that was entered or raised last
     Figures figures;
     StockShown stock;
     std::optional<BegunSave> begun_save;
@@ -91,6 +92,7 @@ struct DeskState {
     Sale sale;
     Lists lists;
     std::optional<LastReceipt> last_receipt;
+    bool raise_equal = false;  // the shop's choice: equal codes raise their line without a question
     std::optional<std::int64_t> sale_period;  // whose prices `tmp_price` holds, as far as this till knows
     bool may_have_unfinished = true;          // saves that stopped part-way stand in the journal
     std::vector<cash::ShiftReport> shift_reports;  // of shift changes that were finished here, to be printed

@@ -1,5 +1,7 @@
 #include "sales/sales_desk.h"
 
+#include <algorithm>
+
 #include "sales/entry.h"
 #include "sales/events.h"
 #include "sales/line_editing.h"
@@ -9,7 +11,8 @@
 namespace sales {
 
 bool SaleLines::EnterItem(const Entry& entry, std::int64_t supplier) {
-    if (entry.form == EntryForm::empty) return false;
+    if (entry.form == EntryForm::empty || entry.form == EntryForm::quantity) return false;
+    if (entry.form == EntryForm::quantity_of_last) return quick_quantity(entry.text);
     return change("enter an item", false, [&] {
         if (frozen() || (supplier != 0 && invoice_.is_return())) return false;
         const bool begins_anew = sale_.is_only_looked_at();
@@ -23,6 +26,7 @@ bool SaleLines::is_search(const Entry& entry) {
 }
 
 bool SaleLines::EnterItemForRecalled(const Entry& entry) {
+    if (entry.form == EntryForm::quantity_of_last) return quick_quantity(entry.text);
     return change("enter an item of a recalled invoice", false, [&] {
         if (!sale_.recalled) {
             services_.prompts.message(message::select_invoice_first);
@@ -38,7 +42,8 @@ bool SaleLines::EnterItemForRecalled(const Entry& entry) {
 // Sale periods begin and end while a till is left on: each invoice checks once, before its first line is
 // priced. The server's day decides, as when the screen opens, and not a date chosen for the invoice.
 bool SaleLines::enter(const Entry& entry, std::int64_t supplier, bool begins_anew) {
-    ItemEntry item_entry(connection_, session_, services_.prompts, state_.lists, invoice_, entry);
+    ItemEntry item_entry(connection_, session_, services_.prompts, state_.lists, state_.raise_equal, invoice_,
+                         entry);
     database::Reads reads;
     Today today;
     const bool may_enter = item_entry.ask(reads);
@@ -57,6 +62,7 @@ bool SaleLines::enter(const Entry& entry, std::int64_t supplier, bool begins_ane
     if (!may_enter) return false;
     const auto entered = item_entry.finish(supplier);
     if (!entered) return false;
+    sale_.entered_row = entered->row;
     show_line(entered->row, entered->stock);
     show_net_on_display();
     return true;
@@ -97,9 +103,31 @@ bool SaleLines::commit_edit(std::size_t row, int column, std::string_view text) 
     });
 }
 
+std::optional<std::size_t> SaleLines::last_line() const {
+    if (invoice_.lines.empty()) return std::nullopt;
+    return std::min(sale_.entered_row.value_or(invoice_.lines.size()), invoice_.lines.size() - 1);
+}
+
 bool SaleLines::quick_quantity(std::string_view text) {
-    if (invoice_.lines.empty()) return false;
-    return commit_edit(invoice_.lines.size() - 1, column::quantity, text);
+    if (const auto row = last_line()) return commit_edit(*row, column::quantity, text);
+    services_.prompts.message(message::no_line);
+    return false;
+}
+
+bool SaleLines::next_unit() {
+    return change("change a line's unit", false, [&] {
+        if (frozen()) return false;
+        if (!sale_.current_row) {
+            services_.prompts.message(message::no_line);
+            return false;
+        }
+        const bool changed =
+            LineEditing(connection_, session_, services_.prompts).next_unit(invoice_, *sale_.current_row);
+        sale_.edited = sale_.edited || changed;
+        RecalcTotals();
+        if (changed) show_net_on_display();
+        return changed;
+    });
 }
 
 bool SaleLines::CommitDiscountValue(std::string_view text) {
@@ -128,6 +156,7 @@ void SaleLines::delete_line(std::size_t row) {
         note_deleted_line(session_, sale_, invoice_.lines[row]);
         invoice_.lines.erase(invoice_.lines.begin() + static_cast<std::ptrdiff_t>(row));
         sale_.edited = true;
+        sale_.entered_row.reset();
         const std::size_t left = invoice_.lines.size();
         show_line(left == 0 ? std::nullopt : std::optional<std::size_t>(row < left ? row : left - 1));
         return true;

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "database/till_settings.h"
 #include "database/till_tables.h"
 #include "sales/sale_period.h"
 
@@ -43,6 +44,8 @@ bool SalesDesk::Open() {
         ask_shifts(reads, session_, shifts_);
         ask_news(reads, news_);
         ask_default_level(reads);
+        state_.raise_equal = false;
+        database::ask_yes_or_no(reads, {{database::setting::raise_equal_codes, &state_.raise_equal}});
         reads.run(connection_);
         invoice_.date = today.day;
         state_.sale_period = checked_period(today);

@@ -65,8 +65,9 @@ class SaleLines : DeskPart {
   public:
     explicit SaleLines(DeskState& state) : DeskPart(state) {}
 
-    // Enter in the item-code field. A `supplier` is another store that the goods come from; the selling store
-    // need not hold them. Returns true if a line was added or raised; it is then the current row.
+    // Enter in the item-code field; "6+" sets the last line's quantity. A `supplier` is another store that
+    // the goods come from; the selling store need not hold them. Returns true if a line was added or raised;
+    // it is then the current row.
     bool EnterItem(const Entry& entry, std::int64_t supplier = 0);
     // Returns true if the entry is words to search for instead of a code.
     bool is_search(const Entry& entry);
@@ -78,8 +79,11 @@ class SaleLines : DeskPart {
     bool begin_edit(std::size_t row, int column);
     // Commits a cell of columns 4 to 7. Returns false after showing why the value was refused.
     bool commit_edit(std::size_t row, int column, std::string_view text);
-    // The pop-up field for the last line's quantity.
+    // The line that was entered last, whose quantity the pop-up field and "6+" set; none on an empty grid.
+    std::optional<std::size_t> last_line() const;
     bool quick_quantity(std::string_view text);
+    // Turns the current line from unit to pack to carton.
+    bool next_unit();
     bool CommitDiscountValue(std::string_view text);
     bool CommitDiscountPercent(std::string_view text);
     void delete_line(std::size_t row);

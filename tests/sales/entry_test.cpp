@@ -72,6 +72,18 @@ TEST(Scan, ReadsEveryForm) {
         {"7جدكطوزظذ", EntryForm::code, "7[];',./`", 1, 0},
         {"12'; drop table items --", EntryForm::code, "12'; drop table items --", 1, 0,
          "12'; drop table items --"},
+        // A quantity before "*", for what follows it; before "+", for the line before.
+        {"6*123", EntryForm::code, "123", 6, 0},
+        {" ٢٫٥*حليب", EntryForm::code, "pgdf", 2.5, 0, "حليب"},
+        {"3*w12", EntryForm::craftsman, "w12", 3, 12},
+        {"6*", EntryForm::quantity, "", 6, 0},
+        {"1.2.3*123", EntryForm::code, "123", 0, 0},
+        {"2*2000123004500", EntryForm::scale_label, "123", 0.45, 0},
+        {"6**", EntryForm::unreadable, "*", 6, 0},
+        {"2*3*123", EntryForm::unreadable, "123", 2, 0},
+        {"٦+", EntryForm::quantity_of_last, "6", 1, 0},
+        {"+", EntryForm::code, "+", 1, 0},
+        {"6+7", EntryForm::code, "6+7", 1, 0},
         {std::string(51, '7'), EntryForm::unreadable, std::string(51, '7'), 1, 0},
         {std::string(10000, '7'), EntryForm::unreadable, "", 1, 0},
     };
@@ -110,6 +122,8 @@ TEST(ItemEntry, RefusesWithItsMessageAndAddsNothing) {
         {"a pasted book", std::string(10000, '1'), common::message::wrong_code},
         {"label of an unknown item", "2099998004500", common::message::wrong_code},
         {"label without weight", "2000123000000", message::wrong_quantity},
+        {"label behind a quantity", "2*2000123004500", message::label_has_quantity},
+        {"no quantity", "0*400", message::wrong_quantity},
         {"barcode of two items", "7000", message::shared_barcode},
         {"craftsman line unknown", "W77", message::product_sold},
         {"craftsman line sold out", "W9", message::product_sold, KindOption::sale, PaymentOption::cash,
@@ -394,6 +408,25 @@ TEST(ItemEntry, ThePriceListIsFilledInOneTransactionAndOnlyIfItIsWrong) {
         EXPECT_EQ(list(), "2 30") << "stopped at statement " << n;
     }
     EXPECT_EQ(counter.shop.cell("select count(*) from tmp_price"), "0");
+}
+
+TEST(ItemEntry, EqualCodesRaiseTheirLineAtOnceWhereTheShopWants) {
+    Counter counter;
+    counter.shop.sql("insert into till_setting (name, value) select 'raise_equal_codes', 'yes'");
+    auto& desk = counter.open();
+    for (const char* code : {"400", "410", "6221000400012", "3*400"})
+        EXPECT_TRUE(counter.enter(code));
+    EXPECT_THAT(counter.asked(), IsEmpty());
+    ASSERT_EQ(desk.invoice().lines.size(), 2U);
+    EXPECT_EQ(counter.cell(0, column::quantity), "5.000");
+    // The quantity is that of the line that was raised, and not of the one below.
+    EXPECT_TRUE(counter.enter("6+"));
+    EXPECT_EQ(counter.cell(0, column::quantity), "6.000");
+    // Another unit, and a label of a scale, ask.
+    counter.answer({true, true});
+    for (const char* code : {"6221000400029", "2000123004500", "2000123004500"})
+        EXPECT_TRUE(counter.enter(code));
+    EXPECT_THAT(counter.asked(), ElementsAre(message::entered_before, message::entered_before));
 }
 
 }  // namespace

@@ -178,4 +178,53 @@ TEST(LineEditing, GeneralItemIsTypedInAndNeverLoses) {
     EXPECT_THAT(counter.said(), IsEmpty());
 }
 
+// Water: 5.00 a unit, 28.00 a pack of 6, 105.00 a carton of 24; 240 units are there.
+TEST(LineEditing, TheNextUnitHasAPriceAndAStockOfItsOwn) {
+    Counter counter;
+    counter.forbid_below_stock();
+    counter.forbid({251});
+    auto& desk = counter.open();
+    EXPECT_FALSE(desk.lines().next_unit());
+    EXPECT_THAT(counter.said(), ElementsAre(message::no_line));
+    ASSERT_TRUE(counter.enter("400"));
+    const auto units = [&] {
+        return counter.cell(0, column::unit_name) + " " + counter.cell(0, column::price) + " " +
+               counter.cell(0, column::balance) + " " + counter.cell(0, column::unit_cost);
+    };
+    for (const char* next : {"عبوة 28.00 40.000 17", "كرتونة 105.00 10.000 65", "وحدة 5.00 240.000 3"}) {
+        EXPECT_TRUE(desk.lines().next_unit());
+        EXPECT_EQ(units(), next);
+    }
+    // 11 cartons are not there: from the pack the key leads to the unit.
+    ASSERT_TRUE(desk.lines().quick_quantity("11"));
+    ASSERT_TRUE(desk.lines().next_unit());
+    EXPECT_TRUE(desk.lines().next_unit());
+    EXPECT_EQ(units(), "وحدة 5.00 240.000 3");
+    EXPECT_THAT(counter.said(), ElementsAre(message::quantity_not_allowed));
+    // 45 packs are not there either: the line stays.
+    ASSERT_TRUE(desk.lines().quick_quantity("45"));
+    EXPECT_FALSE(desk.lines().next_unit());
+    EXPECT_EQ(units(), "وحدة 5.00 240.000 3");
+    EXPECT_THAT(counter.said(), ElementsAre(message::quantity_not_allowed));
+    // The ceiling is 10 percent: 2.80 off a pack are too much for a unit.
+    ASSERT_TRUE(desk.lines().quick_quantity("1"));
+    ASSERT_TRUE(desk.lines().next_unit());
+    ASSERT_TRUE(desk.lines().commit_edit(0, column::discount_value, "2.80"));
+    EXPECT_TRUE(desk.lines().next_unit());
+    EXPECT_EQ(counter.cell(0, column::total), "102.20");
+    EXPECT_FALSE(desk.lines().next_unit());
+    EXPECT_EQ(units(), "كرتونة 105.00 10.000 65");
+    EXPECT_THAT(counter.said(), ElementsAre(message::price_against_discount));
+    // The card's price needs no right.
+    EXPECT_TRUE(counter.sell());
+    EXPECT_THAT(counter.said(), IsEmpty());
+
+    for (const auto& [code, refusal] : {std::pair("410", message::one_unit), {"*", message::fixed_unit}}) {
+        counter.session.permissions.assign(400, '1');
+        ASSERT_TRUE(counter.enter(code));
+        EXPECT_FALSE(desk.lines().next_unit());
+        EXPECT_THAT(counter.said(), ElementsAre(refusal));
+    }
+}
+
 }  // namespace

@@ -9,11 +9,13 @@
 #include <QVBoxLayout>
 
 #include "common/date_time.h"
+#include "sales/entry.h"
 #include "sales/sales_desk.h"
 #include "ui/sales/commands.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_button.h"
+#include "ui/widgets/key_queue.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -70,6 +72,11 @@ EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
     recalled_->hide();
     column->addWidget(recalled_);
 
+    // A sign acts at once, unless more follows as closely as a scanner sends it: codes hold signs too.
+    sign_.setSingleShot(true);
+    sign_.setInterval(static_cast<int>(KeyQueue::burst_ms) + 5);
+    connect(&sign_, &QTimer::timeout, this, &EntryBar::take_sign);
+    connect(field_, &QLineEdit::textEdited, &sign_, qOverload<>(&QTimer::start));
     connect(field_, &QLineEdit::returnPressed, this, [this] { emit entered(field_->text()); });
     connect(recalled_, &QLineEdit::returnPressed, this, [this] {
         emit entered_for_recalled(recalled_->text());
@@ -81,6 +88,16 @@ EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
 
 void EntryBar::show_recalled(bool recalled) {
     recalled_->setVisible(recalled);
+}
+
+void EntryBar::take_sign() {
+    const QString text = field_->text();
+    if (text == "+" || text == "/") {
+        clear();
+        emit(text == "+" ? quick_quantity_wanted() : next_unit_wanted());
+    } else if (sales::read_entry(utf8(text)).form == sales::EntryForm::quantity_of_last) {
+        emit entered(text);
+    }
 }
 
 void EntryBar::clear() {
@@ -96,8 +113,8 @@ bool EntryBar::eventFilter(QObject* watched, QEvent* event) {
             emit down();
             return true;
         }
-        if (key->text() == "+" && field_->text().isEmpty()) {
-            emit quick_quantity_wanted();
+        if (key->key() == Qt::Key_Delete && field_->text().isEmpty()) {
+            emit delete_wanted();
             return true;
         }
     }

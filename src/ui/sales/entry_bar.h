@@ -1,6 +1,7 @@
 // The item-code field with the buttons beside it, and the banner above it.
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 
 #include "ui/widgets/banner.h"
@@ -30,16 +31,23 @@ class EntryBar : public QWidget {
     void entered_for_recalled(const QString& text);
     void general_item_clicked();
     void search_clicked();
-    // The keys Up and Down, and "+" in the empty field.
+    // The keys Up and Down.
     void down();
+    // "+" and "/" alone in the field.
     void quick_quantity_wanted();
+    void next_unit_wanted();
+    // Delete in the empty field.
+    void delete_wanted();
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    void take_sign();
+
     QLineEdit* field_;
     QLineEdit* recalled_;
+    QTimer sign_;  // since a sign was typed that acts without Enter
 };
 
 // Says what the window shows if that is not a new invoice (a saved receipt, a return of one, an offer, a

@@ -25,9 +25,9 @@ namespace {
 namespace column = sales::column;
 
 constexpr std::array<int, LineModel::shown_count> shown = {
-    column::number,   column::code,   column::name,           column::group,
-    column::quantity, column::price,  column::discount_value, column::discount_percent,
-    column::total,    column::balance};
+    column::number,           column::code,      column::name,   column::group,
+    column::quantity,         column::unit_name, column::price,  column::discount_value,
+    column::discount_percent, column::total,     column::balance};
 
 bool waits_for_typing(const sales::Line& line, int source) {
     const bool discount = source == column::discount_value || source == column::discount_percent;
@@ -105,8 +105,8 @@ bool can_be_edited(int source) {
 constexpr auto empty_text = "اكتب كود الصنف أو مرر الباركود · Ctrl F للبحث بالاسم";
 
 // Widths of the shown columns on a wide and a narrow screen; the name takes the rest.
-constexpr std::array<int, LineModel::shown_count> wide_columns = {36, 68, 0, 128, 82, 84, 74, 74, 92, 80};
-constexpr std::array<int, LineModel::shown_count> narrow_columns = {32, 58, 0, 0, 68, 70, 74, 74, 78, 70};
+constexpr std::array<int, LineModel::shown_count> wide_columns = {36, 68, 0, 112, 78, 60, 82, 72, 72, 92, 80};
+constexpr std::array<int, LineModel::shown_count> narrow_columns = {30, 56, 0, 0, 66, 54, 66, 62, 62, 74, 66};
 
 // The number of characters in the whole words that fit a width; at least the first word.
 qsizetype fitting(const QString& text, const QFontMetrics& metrics, int width) {
@@ -331,6 +331,7 @@ void LineView::commit(bool by_enter) {
 
 void LineView::want_edit(const QString& first) {
     const int source = LineModel::source_column(currentIndex().column());
+    if (currentIndex().isValid() && source == column::unit_name && first.isEmpty()) emit next_unit_wanted();
     if (currentIndex().isValid() && can_be_edited(source))
         emit edit_wanted(currentIndex().row(), source, first);
 }

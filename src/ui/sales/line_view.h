@@ -21,7 +21,7 @@ class LineModel : public QAbstractTableModel {
     // The column of the invoice (sales::column) behind a shown column, and back; -1 if there is none.
     static int source_column(int shown);
     static int shown_column(int source);
-    static constexpr int shown_count = 10;
+    static constexpr int shown_count = 11;
     // Role of data(): true if a cell waits for a value (a general item's, or an offer's marked discounts).
     static constexpr int open_role = Qt::UserRole;
 
@@ -64,6 +64,8 @@ class LineView : public QTableView {
     void committed(int row, int source_column, const QString& text, bool by_enter);
     void edit_cancelled();
     void delete_wanted(int row);
+    // Enter or a double click on the unit of the current line.
+    void next_unit_wanted();
     // Esc, or Up on the first line.
     void left();
 

@@ -173,6 +173,11 @@ void SalesWindow::connect_parts() {
     connect(entry_bar_, &EntryBar::search_clicked, this, [this] { search(); });
     connect(entry_bar_, &EntryBar::down, this, &SalesWindow::go_to_grid);
     connect(entry_bar_, &EntryBar::quick_quantity_wanted, this, &SalesWindow::quick_quantity);
+    connect(entry_bar_, &EntryBar::delete_wanted, this, &SalesWindow::delete_current_line);
+    connect(entry_bar_, &EntryBar::next_unit_wanted, this, [this] {
+        next_unit();
+        focus_entry();
+    });
     connect(entry_bar_, &EntryBar::entered_for_recalled, this, &SalesWindow::enter_for_recalled);
     connect_party_bar();
     connect(printing_, &PrintingLine::answered, this, &SalesWindow::focus_entry);
@@ -184,6 +189,7 @@ void SalesWindow::connect_parts() {
     connect(lines_, &LineView::committed, this, &SalesWindow::commit_cell);
     connect(lines_, &LineView::edit_cancelled, this, &SalesWindow::focus_entry);
     connect(lines_, &LineView::delete_wanted, this, &SalesWindow::delete_current_line);
+    connect(lines_, &LineView::next_unit_wanted, this, &SalesWindow::next_unit);
     connect(lines_, &LineView::left, this, &SalesWindow::focus_entry);
     connect(totals_, &TotalsPanel::payment_chosen, this, &SalesWindow::switch_payment);
     connect(totals_, &TotalsPanel::save_clicked, this, [this] { press(key::save); });

@@ -101,9 +101,11 @@ class SalesWindow : public QWidget {
     void focus_payment_fields();
     // Opens the search, for a name or with empty filters, and enters the item taken.
     bool search(const QString& name = {},
-                bool (SalesWindow::*enter_found)(const sales::Entry&) = &SalesWindow::enter);
+                bool (SalesWindow::*enter_found)(const sales::Entry&) = &SalesWindow::enter,
+                double quantity = 1);
     void item_info();
     void quick_quantity();
+    void next_unit();
     void delete_current_line();
     void show_shifts();
     void go_to_grid();

@@ -58,6 +58,8 @@ bool SalesWindow::enter_item(const QString& text) {
 bool SalesWindow::enter(const sales::Entry& entry) {
     bool entered = false;
     bool words = false;
+    // Its code is still to come, typed or scanned behind it.
+    if (entry.form == sales::EntryForm::quantity) return false;
     if (entry.form == sales::EntryForm::receipt) {
         act("Recall", [&] {
             desk_.receipts().recall(entry.text);
@@ -72,7 +74,7 @@ bool SalesWindow::enter(const sales::Entry& entry) {
         entry_bar_->clear();
     });
     focus_entry();
-    if (words) return search(qt(entry.name));
+    if (words) return search(qt(entry.name), &SalesWindow::enter, entry.quantity);
     // A general item has no quantity yet: the cashier goes on in its cells.
     if (entered && entry.form == sales::EntryForm::general && desk_.sale().current_row)
         lines_->open_cell(static_cast<int>(*desk_.sale().current_row), sales::column::quantity, "1");
@@ -216,12 +218,15 @@ void SalesWindow::focus_payment_fields() {
     }
 }
 
-bool SalesWindow::search(const QString& name, bool (SalesWindow::*enter_found)(const sales::Entry&)) {
+bool SalesWindow::search(const QString& name, bool (SalesWindow::*enter_found)(const sales::Entry&),
+                         double quantity) {
     if (Sheet::top_of(this) != nullptr) return false;
     SearchPanel panel(this, desk_, name);
     const bool taken = panel.run() == 1;
     focus_entry();
-    return taken && (this->*enter_found)(panel.entry());
+    sales::Entry found = panel.entry();
+    found.quantity = quantity;
+    return taken && (this->*enter_found)(found);
 }
 
 void SalesWindow::item_info() {
@@ -238,11 +243,15 @@ void SalesWindow::item_info() {
 void SalesWindow::quick_quantity() {
     const auto& lines = desk_.invoice().lines;
     if (lines.empty() || Sheet::top_of(this) != nullptr) return;
-    const std::size_t last = lines.size() - 1;
+    const std::size_t last = *desk_.lines().last_line();
     QuickQuantitySheet sheet(this, qt(lines[last].name),
                              qt(desk_.invoice().cells(last)[sales::column::quantity]));
     if (sheet.run() == 1) act("QuickQuantity", [&] { desk_.lines().quick_quantity(utf8(sheet.text())); });
     focus_entry();
+}
+
+void SalesWindow::next_unit() {
+    act("NextUnit", [&] { desk_.lines().next_unit(); });
 }
 
 void SalesWindow::delete_current_line() {

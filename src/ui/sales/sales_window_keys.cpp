@@ -38,6 +38,8 @@ const std::vector<Command>& SalesWindow::commands() {
         {"search", "&بحث عن صنف", key::search, menu, [](SalesWindow& w) { w.search(); }},
         {"item_info", "بيانات ال&صنف", Qt::CTRL | Qt::Key_I, menu, [](SalesWindow& w) { w.item_info(); },
          keep},
+        {"next_unit", "وحدة السطر ال&تالية", Qt::CTRL | Qt::Key_U, menu,
+         [](SalesWindow& w) { w.next_unit(); }},
         // The entry field takes "+" and the line grid takes Delete, so both are part of the caption only.
         {"quick_quantity", "&كمية آخر سطر\t+", no_key, menu, [](SalesWindow& w) { w.quick_quantity(); },
          keep},
