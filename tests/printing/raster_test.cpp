@@ -1,6 +1,10 @@
 #include "printing/pages/raster.h"
 
+#include <QFontDatabase>
 #include <QPainter>
+#include <QPainterPath>
+#include <QRawFont>
+#include <algorithm>
 #include <optional>
 
 #include "printing/code_128.h"
@@ -207,6 +211,109 @@ TEST(Raster, DithersTheGreysOfALogo) {
         EXPECT_EQ(paper.copy(0, pushed + 600, 576, without.height() - 700),
                   without.copy(0, 600, 576, without.height() - 700));
     }
+}
+
+// The font's glyph of an Arabic letter in each of its forms: isolated, final, initial, medial. The letters of
+// this font have codes of their own for them.
+struct Letter {
+    char32_t code;
+    char32_t isolated;
+    bool joins_next;
+};
+constexpr Letter alphabet[] = {{U'ا', 0xFE8D, false}, {U'ب', 0xFE8F, true}, {U'ة', 0xFE93, false},
+                               {U'ر', 0xFEAD, false}, {U'س', 0xFEB1, true}, {U'ق', 0xFED5, true},
+                               {U'ل', 0xFEDD, true},  {U'م', 0xFEE1, true}, {U'ﻻ', 0xFEFB, false}};
+
+// Glyphs from the right to the left, by the rules of the script. `ﻻ` stands for lam and alef.
+std::u32string glyphs_of(std::u32string_view text, bool joined) {
+    std::u32string glyphs;
+    bool joins_former = false;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const auto* letter = std::ranges::find(alphabet, text[at], &Letter::code);
+        if (letter == std::end(alphabet)) {
+            glyphs += text[at];
+            joins_former = false;
+            continue;
+        }
+        const bool joins_next = letter->joins_next && at + 1 < text.size() && text[at + 1] != U' ';
+        const int form = !joined ? 0 : (joins_former ? 1 : 0) + (joins_next ? 2 : 0);
+        glyphs += letter->isolated + static_cast<char32_t>(form);
+        joins_former = joins_next;
+    }
+    return glyphs;
+}
+
+// Burns glyphs one by one, the first at the right or at the left: no layout, no shaping.
+QImage burned_glyphs(const std::u32string& glyphs, const QFont& font, double pixels, bool from_right) {
+    QRawFont raw = QRawFont::fromFont(font);
+    raw.setPixelSize(pixels);
+    const auto numbers =
+        raw.glyphIndexesForString(QString::fromUcs4(glyphs.data(), static_cast<qsizetype>(glyphs.size())));
+    const auto advances = raw.advancesForGlyphIndexes(numbers);
+    QImage drawn(576, 100, QImage::Format_Grayscale8);
+    drawn.fill(Qt::white);
+    QPainter painter(&drawn);
+    painter.setRenderHint(QPainter::Antialiasing);
+    double x = from_right ? 500 : 20;
+    for (qsizetype at = 0; at < numbers.size(); ++at) {
+        if (from_right) x -= advances[at].x();
+        painter.fillPath(raw.pathForGlyph(numbers[at]).translated(x, 60), Qt::black);
+        if (!from_right) x += advances[at].x();
+    }
+    return drawn;
+}
+
+// What is dark in a picture's first stretch of rows, of those with up to five blank rows between them.
+QRect first_ink(const QImage& image) {
+    QRect ink;
+    for (int y = 0; y < image.height() && (ink.isNull() || y <= ink.bottom() + 6); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (qGray(image.pixel(x, y)) <= 160) ink |= QRect(x, y, 1, 1);
+    return ink;
+}
+
+// The share of dots that one of two pictures has and the other has not, however they are moved a little.
+double difference(const QImage& one, const QImage& other) {
+    const QRect first = first_ink(one).adjusted(-4, -4, 4, 4);
+    const QRect second = first_ink(other);
+    double least = 1;
+    for (int dx = -2; dx <= 2; ++dx) {
+        for (int dy = -2; dy <= 2; ++dy) {
+            const QImage a = one.copy(first);
+            const QImage b =
+                other.copy(QRect(second.left() - 4 + dx, second.top() - 4 + dy, a.width(), a.height()));
+            int dark = 0;
+            for (int y = 0; y < a.height(); ++y)
+                for (int x = 0; x < a.width(); ++x)
+                    dark += qGray(a.pixel(x, y)) <= 60 ? 1 : 0;
+            least = std::min(least, static_cast<double>(astray(a, b) + astray(b, a)) / dark);
+        }
+    }
+    return least;
+}
+
+TEST(Raster, JoinsArabicAsTheFontsOwnFormsDo) {
+    QFont font("DejaVu Sans");
+    if (!QFontDatabase::hasFamily(font.family())) GTEST_SKIP() << "no font with codes for the forms";
+    printing::Receipt receipt = test::sale();
+    receipt.store_name.clear();
+    receipt.second_store_name = "بقالة السلام رقم";
+    printing::ReceiptSettings settings;
+    settings.font = "DejaVu Sans";
+    settings.font_size = 10;
+    const auto layout = printing::layout_receipt(receipt, Form::full, 48, settings,
+                                                 printing::layout_rows(receipt, Form::full, settings));
+    RollPrinter printer(576);
+    printer.print(raster(ReceiptPage(layout), printing::wide_roll, ReceiptPicture::raster));
+    const QImage paper = printer.picture();
+    // Letters of 14 points, in twentieths of a millimetre and then in dots.
+    const double pixels = std::lround(14 * 25.4 / 72 * 20) / 20.0 * 8;
+    const std::u32string text = U"بقالة السﻻم رقم";
+    EXPECT_LT(difference(paper, burned_glyphs(glyphs_of(text, true), font, pixels, true)), 0.01);
+    EXPECT_GT(difference(paper, burned_glyphs(glyphs_of(text, false), font, pixels, true)), 0.1)
+        << "unjoined";
+    EXPECT_GT(difference(paper, burned_glyphs(glyphs_of(text, true), font, pixels, false)), 0.1)
+        << "reversed";
 }
 
 TEST(Raster, TakesAPageLongerThanAPicture) {

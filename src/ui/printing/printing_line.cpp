@@ -91,7 +91,8 @@ PrintingLine::PrintingLine(const common::Services& services, QWidget* parent)
 
 void PrintingLine::refresh() {
     const PortReport report = services_.devices.port_report();
-    log_failures(report);
+    // A sheet may lie over this line.
+    if (log_failures(report)) Sheet::tell(window(), failure_text(report));
     const bool has_failed = !report.failed.empty();
     QString text = has_failed ? failure_text(report) : QString();
     if (!report.under_way.empty()) text += (has_failed ? "\n" : "") + qt(printing) + titles(report.under_way);
@@ -109,11 +110,13 @@ void PrintingLine::refresh() {
         timer_.start(look_ms);
 }
 
-void PrintingLine::log_failures(const PortReport& report) {
+bool PrintingLine::log_failures(const PortReport& report) {
+    const bool has_new = logged_ < report.failed.size();
     for (; logged_ < report.failed.size(); ++logged_) {
         const PortDocument& document = report.failed[logged_];
         services_.log.log_event("not printed on " + document.port + ": " + document.title, log_code);
     }
+    return has_new;
 }
 
 void PrintingLine::print_again() {

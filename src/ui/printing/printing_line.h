@@ -30,7 +30,8 @@ class PrintingLine : public Banner {
   private:
     void print_again();
     void forget();
-    void log_failures(const common::PortReport& report);
+    // Logs each failure once; returns true if there was a new one.
+    bool log_failures(const common::PortReport& report);
     void log_dropped(const std::vector<common::PortDocument>& documents);
     void drop_all();
 

@@ -16,6 +16,16 @@
 
 namespace ui {
 
+namespace {
+
+constexpr auto notice_name = "sheet_notice";
+
+QLabel* notice_over(const QWidget* window) {
+    return window->findChild<QLabel*>(notice_name, Qt::FindDirectChildrenOnly);
+}
+
+}  // namespace
+
 Sheet::Sheet(QWidget* host, const QString& title)
     : QWidget(host != nullptr && host->window()->isVisible() ? host->window() : nullptr) {
     hide();
@@ -68,6 +78,7 @@ void Sheet::open() {
 void Sheet::shut() {
     if (!isWindow()) window()->removeEventFilter(this);
     hide();
+    if (!isWindow() && top_of(window()) == nullptr) delete notice_over(window());
     if (former_ != nullptr && former_->isVisible() && former_->isEnabled())
         former_->setFocus();
     else if (!isWindow())
@@ -107,8 +118,31 @@ Sheet* Sheet::top_of(const QWidget* window) {
     return top;
 }
 
+void Sheet::tell(QWidget* window, const QString& text) {
+    if (top_of(window) == nullptr) return;
+    QLabel* notice = notice_over(window);
+    if (notice == nullptr) {
+        notice = new QLabel(window);
+        notice->setObjectName(notice_name);
+        notice->setWordWrap(true);
+        set_role(notice, "lost");
+        notice->show();
+    }
+    notice->setText(text);
+    for (QObject* child : window->children()) {
+        auto* sheet = qobject_cast<Sheet*>(child);
+        if (sheet != nullptr && sheet->isVisible()) sheet->cover();
+    }
+}
+
 void Sheet::cover() {
-    setGeometry(parentWidget()->rect());
+    QRect area = parentWidget()->rect();
+    if (QLabel* notice = notice_over(window())) {
+        notice->setGeometry(0, 0, area.width(), notice->heightForWidth(area.width()));
+        notice->raise();
+        area.setTop(notice->height());
+    }
+    setGeometry(area);
 }
 
 void Sheet::take_focus() {

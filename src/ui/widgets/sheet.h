@@ -24,6 +24,9 @@ class Sheet : public QWidget {
 
     // The topmost sheet over a window; null if there is none.
     static Sheet* top_of(const QWidget* window);
+    // Shows a line above the sheets that are open over a window, until the last of them is left. They make
+    // room for it. Does nothing if no sheet is open.
+    static void tell(QWidget* window, const QString& text);
 
   protected:
     // The two parts of run(), for a sheet over work that goes on.
