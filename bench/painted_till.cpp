@@ -15,6 +15,7 @@
 #include "ui/screens.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/key_queue.h"
+#include "ui/widgets/screen_choice.h"
 #include "ui/widgets/server_link.h"
 #include "ui/widgets/sheet.h"
 #include "ui/widgets/style.h"
@@ -68,6 +69,7 @@ struct PaintedTill::Parts {
                   till.nobody(),
                   reports,
                   choice,
+                  screen_choice,
                   keys,
                   server,
                   {},
@@ -87,6 +89,7 @@ struct PaintedTill::Parts {
 
     NoReports reports;
     printing::PrinterChoice choice;
+    ui::ScreenChoice screen_choice;
     ui::KeyQueue keys;
     ui::ServerLink server;
     ui::Context context;
