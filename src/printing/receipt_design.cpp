@@ -175,6 +175,10 @@ fs::path ReceiptDesigner::logo() const {
     return logo_file(design.applied_to({}), session_.program_folder);
 }
 
+bool ReceiptDesigner::misses_logo() const {
+    return design.logo == kept_logo && logo().empty();
+}
+
 std::optional<Refusal> ReceiptDesigner::save() {
     const database::TextLimits limits(connection_, "basic");
     for (const auto& table : tables) {

@@ -71,6 +71,8 @@ class ReceiptDesigner {
     void remove_logo();
     // The file of the logo, if this machine has it.
     std::filesystem::path logo() const;
+    // Whether a picture was chosen at another machine that this one lacks.
+    bool misses_logo() const;
 
     ReceiptDesign design;
 

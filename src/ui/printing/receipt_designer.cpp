@@ -8,22 +8,17 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "printing/layouts.h"
 #include "printing/messages.h"
 #include "printing/pages/logo.h"
-#include "printing/pages/paper_picture.h"
-#include "printing/pages/system_printers.h"
-#include "printing/text_receipt.h"
 #include "sales/invoice_receipt.h"
 #include "sales/sales_desk.h"
 #include "signin/permissions.h"
 #include "ui/printing/logo_sheet.h"
 #include "ui/printing/printer_sheet.h"
+#include "ui/printing/receipt_paper.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
@@ -43,13 +38,26 @@ constexpr common::Choices save_or_not = {"حفظ", "عدم الحفظ"};
 constexpr double fields_width = 560;
 constexpr double field_row = 44;
 constexpr double heading_width = 84;
-constexpr double largest_dots_per_mm = 6;  // a receipt in letters of twice their size
+
+using Shown = ReceiptPaper::Shown;
+
+// The last receipt; before the first sale an example.
+printing::Receipt shown_receipt(const signin::Session& session, const sales::SalesDesk& desk) {
+    if (const auto& last = desk.last_receipt())
+        return sales::receipt_of(last->invoice, last->payment, session, last->shift, last->time);
+    printing::Receipt receipt = printing::example_receipt();
+    receipt.user_name = session.user_name;
+    return receipt;
+}
 
 }  // namespace
 
 ReceiptDesignerSheet::ReceiptDesignerSheet(QWidget* host, const Context& context,
                                            const sales::SalesDesk& desk)
-    : Sheet(host, "تصميم البون"), context_(context), logic_(context.connection, context.session) {
+    : Sheet(host, "تصميم البون"),
+      context_(context),
+      logic_(context.connection, context.session),
+      paper_(new ReceiptPaper(context, shown_receipt(context.session, desk))) {
     setObjectName("receipt_designer");
     layout()->setAlignment(card(), Qt::Alignment());  // as large as the window
     body()->setContentsMargins(px(24), px(12), px(24), px(14));
@@ -57,13 +65,7 @@ ReceiptDesignerSheet::ReceiptDesignerSheet(QWidget* host, const Context& context
     auto* columns = add_row();
     columns->setSpacing(px(18));
     columns->addWidget(build_fields());
-    columns->addWidget(build_picture(), 1);
-    if (const auto& last = desk.last_receipt()) {
-        receipt_ = sales::receipt_of(last->invoice, last->payment, context.session, last->shift, last->time);
-    } else {
-        receipt_ = printing::example_receipt();
-        receipt_.user_name = context.session.user_name;
-    }
+    columns->addWidget(paper_, 1);
 }
 
 QWidget* ReceiptDesignerSheet::build_fields() {
@@ -139,36 +141,9 @@ void ReceiptDesignerSheet::build_switches(QVBoxLayout* column) {
     QWidget* cash_form = form_.field("design_cash_form");
     connect(full_page, &QCheckBox::toggled, this, [this, cash_form](bool is_page) {
         cash_form->setEnabled(is_page);
-        if (is_page) shown_->show_chosen(static_cast<int>(Shown::page));
+        if (is_page) paper_->show_form(Shown::page);
     });
     cash_form->setEnabled(false);
-}
-
-QWidget* ReceiptDesignerSheet::build_picture() {
-    auto* box = new QWidget;
-    auto* column = new QVBoxLayout(box);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(px(8));
-    shown_ = new Segments("design_shown", {{static_cast<int>(Shown::text), "&نص"},
-                                           {static_cast<int>(Shown::roll), "مر&سوم"},
-                                           {static_cast<int>(Shown::page), "فاتورة A&4"}});
-    connect(shown_, &Segments::chosen, this, [this](int form) {
-        shown_->show_chosen(form);
-        redraw();
-    });
-    column->addWidget(shown_);
-    paper_ = new QLabel;
-    paper_->setObjectName("design_paper");
-    area_ = new QScrollArea;
-    area_->setObjectName("design_paper_area");
-    area_->setWidget(paper_);
-    area_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);  // the width to fit does not depend on it
-    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    set_role(area_, "paper");
-    area_->viewport()->installEventFilter(this);
-    column->addWidget(area_, 1);
-    return box;
 }
 
 bool ReceiptDesignerSheet::open() {
@@ -176,17 +151,13 @@ bool ReceiptDesignerSheet::open() {
         return false;
     return guarded(context_.services, "OpenReceiptDesigner", [&] {
         logic_.open();
-        codes_ = printing::PrinterCodes::load(context_.connection);
-        if (const auto shop = printing::read_electronic_invoicing(context_.connection))
-            qr_ = printing::qr_code(printing::qr_text(*shop, receipt_));
+        paper_->open();
         fill_fonts();
         form_.show(logic_.design);
         const printing::PrinterChoice& choice = context_.printer_choice;
         width_->show_chosen(choice.line_width);
         const bool is_text = choice.is_text_port() && !choice.prints_pictures();
-        shown_->show_chosen(static_cast<int>(logic_.design.full_page ? Shown::page
-                                             : is_text               ? Shown::text
-                                                                     : Shown::roll));
+        paper_->show_form(logic_.design.full_page ? Shown::page : is_text ? Shown::text : Shown::roll);
         show_logo();
         follow_changes();
     });
@@ -212,6 +183,7 @@ void ReceiptDesignerSheet::fill_fonts() {
 }
 
 void ReceiptDesignerSheet::follow_changes() {
+    connect(paper_, &ReceiptPaper::changed, this, &ReceiptDesignerSheet::redraw);
     for (auto* line : card()->findChildren<QLineEdit*>())
         connect(line, &QLineEdit::textChanged, this, &ReceiptDesignerSheet::redraw);
     for (auto* box : card()->findChildren<QCheckBox*>())
@@ -221,10 +193,10 @@ void ReceiptDesignerSheet::follow_changes() {
 
 void ReceiptDesignerSheet::show_logo() {
     const QString name = chosen_name_.isEmpty() ? qt(logic_.design.logo) : chosen_name_;
-    if (!logic_.logo().empty())
-        logo_->setText("\u200e" + name);
+    if (logic_.misses_logo())
+        logo_->setText("\u200e" + name + "\u200f (ليس على هذا الجهاز)");
     else
-        logo_->setText("بدون شعار");
+        logo_->setText(logic_.logo().empty() ? QString("بدون شعار") : "\u200e" + name);
 }
 
 std::optional<common::Refusal> ReceiptDesignerSheet::read() {
@@ -242,35 +214,8 @@ void ReceiptDesignerSheet::redraw() {
     guarded(context_.services, "DrawReceipt", [&] {
         // A value that is still being typed shows the receipt as it was.
         if (read()) return;
-        const double ratio = devicePixelRatioF();
-        QPixmap drawn = QPixmap::fromImage(picture(area_->viewport()->width() * ratio));
-        drawn.setDevicePixelRatio(ratio);
-        paper_->setPixmap(drawn);
-        paper_->resize(drawn.deviceIndependentSize().toSize());
+        paper_->draw(logic_.design, width_->value());
     });
-}
-
-QImage ReceiptDesignerSheet::picture(double width) const {
-    const ReceiptDesign& design = logic_.design;
-    const printing::Receipt receipt = design.applied_to(receipt_);
-    const printing::ReceiptSettings settings = design.settings();
-    const int columns = width_->value();
-    const auto shown = static_cast<Shown>(shown_->value());
-    if (shown == Shown::text) {
-        const QImage paper = pages::paper_picture(
-            printing::text_receipt(receipt, printing::Form::full, columns, codes_, settings), columns);
-        return paper.width() <= width
-                   ? paper
-                   : paper.scaledToWidth(static_cast<int>(width), Qt::SmoothTransformation);
-    }
-    const printing::Form form = shown == Shown::page ? design.form() : printing::Form::full;
-    const auto made =
-        pages::receipt_pages(receipt, form, columns, settings, printing::layout_rows(receipt, form, settings),
-                             context_.session.program_folder, settings.show_qr ? qr_ : std::nullopt);
-    if (!made) return {};
-    const double dots_per_mm =
-        std::min(px(largest_dots_per_mm) * devicePixelRatioF(), (width - 1) / made->size().width());
-    return pages::pictures(*made, dots_per_mm).front();
 }
 
 void ReceiptDesignerSheet::choose_logo() {
@@ -336,19 +281,12 @@ void ReceiptDesignerSheet::escape() {
 }
 
 void ReceiptDesignerSheet::keyPressEvent(QKeyEvent* event) {
-    QScrollBar* down = area_->verticalScrollBar();
     if (event->key() == Qt::Key_PageDown || event->key() == Qt::Key_PageUp) {
-        const int page = area_->viewport()->height() * 3 / 4;
-        down->setValue(down->value() + (event->key() == Qt::Key_PageDown ? page : -page));
+        paper_->scroll(event->key() == Qt::Key_PageDown);
         event->accept();
         return;
     }
     Sheet::keyPressEvent(event);
-}
-
-bool ReceiptDesignerSheet::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize && watched == area_->viewport()) redraw();
-    return Sheet::eventFilter(watched, event);
 }
 
 }  // namespace ui

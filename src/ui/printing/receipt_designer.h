@@ -5,14 +5,11 @@
 #include <memory>
 #include <optional>
 
-#include "printing/printer_text.h"
-#include "printing/qr.h"
 #include "printing/receipt_design.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/form.h"
 #include "ui/widgets/sheet.h"
 
-class QScrollArea;
 class QVBoxLayout;
 
 namespace sales {
@@ -20,6 +17,8 @@ class SalesDesk;
 }
 
 namespace ui {
+
+class ReceiptPaper;
 
 // Nothing is kept until it is saved. The picture shows the last receipt, or an example before the first sale,
 // as the printers would lay it out. The width is the workstation's, all else the shop's.
@@ -34,23 +33,18 @@ class ReceiptDesignerSheet : public Sheet {
     void take_focus() override;
     void escape() override;
     void keyPressEvent(QKeyEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    enum class Shown { text, roll, page };
-
     QWidget* build_fields();
     void build_lines(QVBoxLayout* column);
     QWidget* build_logo();
     void build_switches(QVBoxLayout* column);
-    QWidget* build_picture();
     void follow_changes();
     void fill_fonts();
     void show_logo();
     // The typed values. Returns why they are none, and then leaves the design as it is.
     std::optional<common::Refusal> read();
     void redraw();
-    QImage picture(double width) const;
     void choose_logo();
     bool take_logo(const std::filesystem::path& file);
     void save();
@@ -58,18 +52,13 @@ class ReceiptDesignerSheet : public Sheet {
     Context context_;
     printing::ReceiptDesigner logic_;
     Form<printing::ReceiptDesign> form_;
-    printing::Receipt receipt_;  // what the picture shows
-    printing::PrinterCodes codes_;
-    std::optional<printing::QrCode> qr_;
     std::vector<std::string> fonts_;
     std::unique_ptr<QTemporaryFile> chosen_logo_;
     QString chosen_name_;
     Segments* width_;
-    Segments* shown_;
     QLabel* logo_;
     QPushButton* save_;
-    QLabel* paper_;
-    QScrollArea* area_;
+    ReceiptPaper* paper_;
 };
 
 }  // namespace ui
