@@ -13,6 +13,9 @@ Findings check_journal(database::Connection& connection, const audit::Place& pla
         std::string text;
         if (found.missing == 0)
             text = row + " (" + moment + ") was changed, or one before it was put in";
+        else if (found.is_end)
+            text = "the last " + std::to_string(found.missing) + " rows of till " +
+                   std::to_string(found.till) + " are missing; what is there ends at " + moment;
         else
             text = std::to_string(found.missing) + " rows are missing before " + row + " (" + moment + ")";
         findings.push_back({Verdict::wrong, "journal",

@@ -11,6 +11,7 @@
 #include "common/text.h"
 #include "database/choices.h"
 #include "database/recordset.h"
+#include "signin/badges.h"
 #include "signin/permissions.h"
 
 namespace admin {
@@ -147,6 +148,8 @@ struct Options {
     std::string set;
     std::string allow;
     std::string deny;
+    bool draw = false;
+    bool take = false;
 };
 
 std::string password_of(const Options& options, std::string_view whose, Tool& tool) {
@@ -237,6 +240,29 @@ void run_permissions(const Options& options, Tool& tool) {
              << '\n';
 }
 
+// The number of a card, or a new one that the shop keeper prints on a card as a barcode.
+void run_badge(const Options& options, Tool& tool) {
+    const auto connection = open_shop(tool);
+    const User user = find_user(*connection, options.who);
+    const std::string whose = "user " + std::to_string(user.code) + " (" + user.name + ")";
+    if (options.take) {
+        const bool had = signin::take_badge(*connection, user.code);
+        tool.out << whose << (had ? " has no badge any more\n" : " had no badge\n");
+        return;
+    }
+    std::string typed;
+    if (!options.draw)
+        typed = ask_password(tool, "the badge of " + user.name, "scan the badge, or give --new or --take");
+    const auto digits = options.draw ? std::optional(signin::new_badge()) : signin::read_badge(typed);
+    if (!digits)
+        throw Refused("a badge has " + std::to_string(signin::shortest_badge) + " to " +
+                      std::to_string(signin::longest_badge) + " digits and nothing else");
+    if (!signin::give_badge(*connection, tool.clock, user.code, *digits))
+        throw Refused("this badge is somebody else's");
+    if (options.draw) tool.out << *digits << '\n';
+    tool.out << whose << " approves with this badge\n";
+}
+
 }  // namespace
 
 void add_users(CLI::App& program, Tool& tool) {
@@ -266,6 +292,14 @@ void add_users(CLI::App& program, Tool& tool) {
     permissions->add_option("user", options->who, "Code or name")->required();
     add_permission_options(*permissions, *options);
     permissions->callback([options, &tool] { run_permissions(*options, tool); });
+
+    CLI::App* badge =
+        users->add_subcommand("badge", "Gives a user a badge to approve with, or takes it away");
+    badge->add_option("user", options->who, "Code or name")->required();
+    CLI::Option* draw = badge->add_flag(
+        "--new", options->draw, "Draw a number and write it out, to be printed on a card as a barcode");
+    badge->add_flag("--take", options->take, "Take the badge away")->excludes(draw);
+    badge->callback([options, &tool] { run_badge(*options, tool); });
 }
 
 }  // namespace admin

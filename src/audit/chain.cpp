@@ -1,9 +1,9 @@
 #include "audit/chain.h"
 
-#include <QCryptographicHash>
 #include <optional>
 #include <set>
 
+#include "audit/hash.h"
 #include "common/json.h"
 #include "database/till_tables.h"
 
@@ -15,12 +15,6 @@ using database::Sql;
 using database::Value;
 
 constexpr int rows_at_once = 5'000;
-
-std::string sha256(const std::string& text) {
-    return QCryptographicHash::hash(QByteArray::fromStdString(text), QCryptographicHash::Sha256)
-        .toHex()
-        .toStdString();
-}
 
 template <typename T>
 nlohmann::json or_null(const std::optional<T>& value) {
@@ -55,7 +49,7 @@ class Chain {
     // `known` is the end that the till's own file knows.
     void finish(const End& known) {
         if (known.number > end_.number)
-            report({till_, known.number + 1, known.number - end_.number, moment_});
+            report({till_, known.number + 1, known.number - end_.number, moment_, true});
     }
     std::int64_t last() const { return end_.number; }
     const std::optional<Break>& first_break() const { return first_break_; }

@@ -26,6 +26,7 @@ struct Break {
     std::int64_t number = 0;   // of the row; of the next one if the last rows are missing
     std::int64_t missing = 0;  // rows that are missing before it; 0 if the row itself was changed
     common::Moment moment;     // of the row, or of the last one that is there
+    bool is_end = false;       // the last rows are missing
 };
 // Reads every row and calls `found` for the first break of each till. `place` is that of a till, whose file
 // knows the end of its chain. Returns the number of rows.

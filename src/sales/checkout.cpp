@@ -182,8 +182,9 @@ void Checkout::OpenDrawer() {
 }
 
 bool Checkout::open_drawer_by_key() {
-    if (!authorise(signin::Action::open_drawer)) return false;
-    session_.note({.kind = audit::Kind::drawer_opened});
+    const auto permit = authorise(signin::Action::open_drawer);
+    if (!permit) return false;
+    session_.note({.kind = audit::Kind::drawer_opened, .approver = permit.approver});
     open_drawer_on(keyboard_drawer_port);
     return true;
 }

@@ -190,8 +190,12 @@ bool ItemEntry::ask(database::Reads& reads) {
     if (entry_.form == EntryForm::scale_label && entry_.quantity_typed)
         return refused(message::label_has_quantity);
     // Without this right the line can be neither given a price nor saved.
-    if (entry_.form == EntryForm::general)
-        return signin::authorise(session_, prompts_, signin::Action::edit_price);
+    if (entry_.form == EntryForm::general) {
+        const auto permit = signin::authorise(session_, prompts_, signin::Action::edit_price, signin::denied,
+                                              common::Icon::critical, {.what = entry_.name});
+        approver_ = permit.approver;
+        return permit;
+    }
     // A label printed for an empty scale.
     if (!is_valid_quantity(entry_.quantity)) return refused(message::wrong_quantity);
     if (entry_.form == EntryForm::craftsman) {
@@ -237,6 +241,7 @@ std::size_t ItemEntry::add_general_item() {
     Line line;
     line.name = entry_.name.empty() ? message::general_item : std::string_view(entry_.name);
     line.unit_name = unit_name(1);
+    if (approver_) approve(line.approvals, {signin::Action::edit_price, *approver_});
     invoice_.lines.push_back(line);
     return invoice_.lines.size() - 1;
 }
@@ -267,6 +272,7 @@ std::optional<std::size_t> ItemEntry::raise(Line& known, const Line& entered) {
     if (!check_.line_allows(invoice_, known, raised, stock_, work_)) return std::nullopt;
     known.set_quantity(raised);
     known.below_stock = known.below_stock || entered.below_stock;
+    check_.keep_approval(known.approvals, raised);
     return static_cast<std::size_t>(&known - invoice_.lines.data());
 }
 
@@ -283,6 +289,7 @@ std::optional<std::size_t> ItemEntry::enter_found(const Item& item, std::int64_t
             check_.selling_store_allows(invoice_, line, line.quantity, stock_, message::cannot_sell_now);
         if (answer == StockAnswer::refused) return std::nullopt;
         line.below_stock = answer == StockAnswer::confirmed;
+        check_.keep_approval(line.approvals, line.quantity);
     }
     if (!check_.dates_allow(invoice_, line, dates_)) return std::nullopt;
     if (is_on(invoice_, item.code)) {

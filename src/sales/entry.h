@@ -105,6 +105,7 @@ class ItemEntry {
 
     Named named_;
     std::optional<CraftsmanLine> work_;
+    std::optional<audit::Person> approver_;  // of a general item
     ItemStock stock_;
     BatchDates dates_;
     StockShown shown_;

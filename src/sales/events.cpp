@@ -10,6 +10,7 @@ namespace {
 using audit::Event;
 using audit::Kind;
 using common::Amount;
+using signin::Action;
 
 // A line's event without the number of an invoice that is not saved.
 Event line_event(Kind kind, const Line& line, std::string what, double amount) {
@@ -33,17 +34,20 @@ void note_line(const signin::Session& session, const Sale& sale, Event event) {
 }
 
 void note_line_save(const signin::Session& session, const Invoice& invoice, const Line& line) {
-    const auto note = [&](Event event) {
+    const auto note = [&](Event event, Action action) {
         event.invoice = invoice.number;
+        event.approver = approver_of(line.approvals, action);
         session.note(event);
     };
     if (line.granted && !is_same_price(line.price, line.granted->price)) {
         const double former = line.granted->price;
         note(line_event(Kind::price_changed, line,
                         from_to(common::format_amount(former), common::format_amount(line.price)),
-                        line.quantity * (line.price - former)));
+                        line.quantity * (line.price - former)),
+             Action::edit_price);
     }
-    if (!has_granted_discount(line)) note(line_event(Kind::discount, line, "", line.discount));
+    if (!has_granted_discount(line))
+        note(line_event(Kind::discount, line, "", line.discount), Action::edit_discount);
 }
 
 }  // namespace
@@ -80,6 +84,7 @@ void note_save(const signin::Session& session, const Invoice& invoice) {
     if (invoice.is_return()) {
         Event event = event_of(Kind::return_saved, invoice);
         event.invoice = invoice.number;
+        event.approver = approver_of(invoice.approvals, Action::return_kind);
         if (invoice.original) event.what += "، من بون رقم " + std::to_string(invoice.original->number);
         session.note(event);
     }
@@ -89,7 +94,8 @@ void note_save(const signin::Session& session, const Invoice& invoice) {
     session.note({.kind = Kind::discount,
                   .what = "على البون كله " + common::format_amount(invoice.discount_percent) + "%",
                   .amount = invoice.discount(),
-                  .invoice = invoice.number});
+                  .invoice = invoice.number,
+                  .approver = approver_of(invoice.approvals, Action::discount_above_ceiling)});
 }
 
 }  // namespace sales

@@ -13,6 +13,7 @@
 #include "accounts/walk_in_customer.h"
 #include "common/amount.h"
 #include "common/date_time.h"
+#include "sales/approvals.h"
 #include "sales/invoice_key.h"
 
 namespace sales {
@@ -106,6 +107,7 @@ struct Line {
     double sold_quantity = 0;
     double sold_discount = 0;
     std::optional<Granted> granted;  // none for a general item, whose price the cashier types
+    Approvals approvals;
 
     // The discount of a returned line follows the quantity: what is returned takes its share, and all returns
     // of the line together are worth what it was sold for, to the piastre. Other discounts stay.
@@ -169,6 +171,7 @@ struct Invoice {
     std::optional<OriginalSale> original;
 
     std::vector<Line> lines;
+    Approvals approvals;          // of the return, and of the discount above the ceiling
     double discount_percent = 0;  // of the whole invoice; the value follows the lines
     double granted_percent = 0;   // of the receipt or offer that it comes from, for its lines as they were
 

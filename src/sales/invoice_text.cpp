@@ -4,6 +4,12 @@
 
 #include "common/json.h"
 
+namespace audit {
+
+TALLVEX_JSON(Person, code, name)
+
+}  // namespace audit
+
 namespace accounts {
 
 TALLVEX_JSON(WalkInCustomer, code, is_new, name, phone, mail)
@@ -16,12 +22,13 @@ TALLVEX_JSON(InvoiceKey, number, ctype, vcode, store, date)
 TALLVEX_JSON(InvoiceIdentity, key, time)
 TALLVEX_JSON(OriginalSale, number, identity)
 TALLVEX_JSON(CardPayment, bank_code, holder, reference)
+TALLVEX_JSON(Approval, action, approver, value, most)
 TALLVEX_JSON(Line, item_code, name, group, quantity, price, discount, factor, unit_code, unit_name,
              salver_code, unit_cost, balance, stock_kept, clearance, below_stock, marked, source_kind,
-             source_store, expiry, returnable, sold_quantity, sold_discount)
+             source_store, expiry, returnable, sold_quantity, sold_discount, approvals)
 TALLVEX_JSON(Invoice, kind, payment, price_level, number, date, store, customer, customer_name, walk_in,
              tips_receiver, card, permit_opened, permit_number, worker, worker_name, note, suppress_receipt,
-             original, lines, discount_percent)
+             original, lines, approvals, discount_percent)
 TALLVEX_JSON(PaymentTaken, paid, change)
 TALLVEX_JSON(InvoiceToSave, invoice, payment, moment, shift, user, user_name, cash_point, claim)
 

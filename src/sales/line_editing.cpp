@@ -53,15 +53,20 @@ bool LineEditing::refuse(std::string_view text) {
     return false;
 }
 
-bool LineEditing::may_open(const Line& line, int column) {
+bool LineEditing::may(Line& line, signin::Action action) {
+    const Approval* approval = approval_of(line.approvals, action);
+    if (approval != nullptr && !approval->value) return true;
+    const auto permit = signin::authorise(session_, prompts_, action, signin::denied, common::Icon::critical,
+                                          {.what = line.name, .item = line.item_code});
+    if (permit.approver) approve(line.approvals, {action, *permit.approver});
+    return permit;
+}
+
+bool LineEditing::may_open(Line& line, int column) {
     const bool discount = column == column::discount_value || column == column::discount_percent;
     if (!discount && column != column::quantity && column != column::price) return false;
-    const auto may = [&](signin::Action action) {
-        return signin::authorise(session_, prompts_, action, signin::denied, common::Icon::critical,
-                                 {.what = line.name, .item = line.item_code});
-    };
-    if (column == column::price && !may(signin::Action::edit_price)) return false;
-    if (discount && !may(signin::Action::edit_discount)) return false;
+    if (column == column::price && !may(line, signin::Action::edit_price)) return false;
+    if (discount && !may(line, signin::Action::edit_discount)) return false;
     if (discount && line.clearance) return refuse(message::no_clearance_discount);
     return true;
 }
@@ -116,6 +121,7 @@ bool LineEditing::stock_allows(const Invoice& invoice, Line& line, double quanti
     const StockAnswer answer =
         check_.selling_store_allows(invoice, line, quantity, stock, message::quantity_not_allowed);
     if (answer == StockAnswer::confirmed) line.below_stock = true;
+    check_.keep_approval(line.approvals, quantity);
     return answer != StockAnswer::refused;
 }
 
@@ -128,6 +134,9 @@ bool LineEditing::commit_price(Line& line, std::string_view text) {
         exceeds_ceiling(line.discount, price.value * line.quantity, session_.settings.max_dis))
         return refuse(message::price_against_discount);
     line.price = price.value;
+    // The quantity of a general item is typed after its price.
+    use_approval(line.approvals, signin::Action::edit_price, line.price,
+                 line.is_general() ? std::nullopt : std::optional(line.quantity));
     return true;
 }
 
@@ -144,6 +153,7 @@ bool LineEditing::commit_discount(Line& line, std::string_view text, bool as_per
         return refuse(message::line_discount_refused);
     }
     line.discount = discount;
+    use_approval(line.approvals, signin::Action::edit_discount, discount, line.quantity);
     if (line.total() < line.cost()) prompts_.message(message::discount_loses);
     return true;
 }
@@ -161,13 +171,17 @@ bool grant(Invoice& invoice, const signin::Session& session, common::Prompts& pr
     const common::Amount total = invoice.total();
     if (common::Amount(discount) >= total) return refuse(invoice, prompts, message::check_discount);
     // The ceiling holds for the discount as granted: 10 % of 10.05 is 10 %, although 1.01 is more.
-    if (exceeds_ceiling(discount, total.value(), session.settings.max_dis) &&
-        !signin::authorise(
-            session, prompts, signin::Action::discount_above_ceiling, message::invoice_discount_refused,
-            common::Icon::none,
-            {.what = common::format_amount(percent) + "%", .amount = common::Amount(discount)})) {
-        invoice.discount_percent = 0;
-        return false;
+    if (exceeds_ceiling(discount, total.value(), session.settings.max_dis)) {
+        using enum signin::Action;
+        const auto permit = signin::authorise(
+            session, prompts, discount_above_ceiling, message::invoice_discount_refused, common::Icon::none,
+            {.what = common::format_amount(percent) + "%", .amount = common::Amount(discount)});
+        if (!permit) {
+            invoice.discount_percent = 0;
+            return false;
+        }
+        if (permit.approver)
+            approve(invoice.approvals, {discount_above_ceiling, *permit.approver, percent, total.value()});
     }
     invoice.discount_percent = percent;
     if (invoice.net() < invoice.cost()) prompts.message(message::discount_loses);

@@ -7,7 +7,7 @@
 #include "database/connection.h"
 #include "sales/invoice.h"
 #include "sales/stock_check.h"
-#include "signin/session.h"
+#include "signin/permissions.h"
 
 namespace sales {
 
@@ -35,8 +35,9 @@ class LineEditing {
     LineEditing(database::Connection& connection, const signin::Session& session, common::Prompts& prompts)
         : connection_(connection), session_(session), prompts_(prompts), check_(session, prompts) {}
 
-    // Returns true if the cell may be opened, else false after showing why. Only columns 4 to 7 open.
-    bool may_open(const Line& line, int column);
+    // Returns true if the cell may be opened, else false after showing why. Only columns 4 to 7 open. What a
+    // supervisor allowed stands in the line and is used by the next commit.
+    bool may_open(Line& line, int column);
 
     // Commits what was typed into a cell of columns 4 to 7. Returns false after showing why it was refused: a
     // discount that is too high becomes "0.00"; a refused quantity or price, and any text that is not a valid
@@ -51,6 +52,7 @@ class LineEditing {
 
   private:
     bool refuse(std::string_view text);
+    bool may(Line& line, signin::Action action);
     bool commit_quantity(Invoice& invoice, Line& line, std::string_view text);
     bool commit_price(Line& line, std::string_view text);
     bool commit_discount(Line& line, std::string_view text, bool as_percent);

@@ -177,7 +177,11 @@ bool SaleOffers::LoadOffer(std::int64_t number) {
             return false;
         }
         Invoice loaded = invoice_of(connection_, *offer);
-        if (loaded.is_return() && !authorise(signin::Action::return_kind)) return false;
+        if (loaded.is_return()) {
+            const auto permit = authorise(signin::Action::return_kind);
+            if (!permit) return false;
+            permit_return(permit, loaded);
+        }
         if (!may_replace_invoice()) return false;
         loaded.date = server_date();
         loaded.sell_from(sale_.chosen_store);

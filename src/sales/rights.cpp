@@ -75,10 +75,18 @@ bool is_as_granted(const Line& line) {
 
 }  // namespace
 
-// For a larger quantity no more than was granted.
+namespace {
+
+// What of a discount that was allowed for a quantity is left for this one; for a larger one no more.
+double share_of(double discount, double quantity, double allowed_for) {
+    return discount * std::min(1.0, quantity / allowed_for);
+}
+
+}  // namespace
+
 bool has_granted_discount(const Line& line) {
     const double share =
-        line.granted ? line.granted->discount * std::min(1.0, line.quantity / line.granted->quantity) : 0;
+        line.granted ? share_of(line.granted->discount, line.quantity, line.granted->quantity) : 0;
     return line.discount <= share + two_roundings;
 }
 
@@ -87,40 +95,122 @@ bool has_granted_discount(const Invoice& invoice) {
            std::ranges::all_of(invoice.lines, is_as_granted);
 }
 
-bool authorise_invoice(database::Connection& connection, const signin::Session& session,
-                       common::Prompts& prompts, const Invoice& invoice) {
-    const auto may = [&](Action action, std::string_view what, const Line* line = nullptr) {
+namespace {
+
+const Approval* used(const Approvals& approvals, Action action) {
+    const Approval* approval = approval_of(approvals, action);
+    return approval != nullptr && approval->value ? approval : nullptr;
+}
+
+bool has_approved_price(const Line& line) {
+    const Approval* approval = used(line.approvals, Action::edit_price);
+    return approval != nullptr && is_same_price(line.price, *approval->value) &&
+           (!approval->most || line.quantity <= *approval->most);
+}
+
+bool has_approved_discount(const Line& line) {
+    const Approval* approval = used(line.approvals, Action::edit_discount);
+    return approval != nullptr && line.discount <= share_of(*approval->value, line.quantity,
+                                                            approval->most.value_or(line.quantity)) +
+                                                       two_roundings;
+}
+
+bool is_approved_below_stock(const Line& line) {
+    return std::ranges::any_of(std::initializer_list<Action>{Action::sell_below_stock, Action::sell_reserved},
+                               [&](Action action) {
+                                   const Approval* approval = used(line.approvals, action);
+                                   return approval != nullptr && line.quantity <= *approval->value;
+                               });
+}
+
+bool has_approved_discount(const Invoice& invoice) {
+    const Approval* approval = used(invoice.approvals, Action::discount_above_ceiling);
+    return approval != nullptr && invoice.discount_percent <= *approval->value &&
+           invoice.total() <= common::Amount(approval->most.value_or(0));
+}
+
+// The rights that an invoice needs, tested one by one.
+class InvoiceRights {
+  public:
+    InvoiceRights(const signin::Session& session, common::Prompts& prompts, Invoice& invoice)
+        : session_(session), prompts_(prompts), invoice_(invoice) {}
+
+    bool may_return() {
+        if (!invoice_.is_return() || approval_of(invoice_.approvals, Action::return_kind) != nullptr)
+            return true;
+        return keep(ask(Action::return_kind, message::saving_a_return, nullptr), invoice_.approvals,
+                    {Action::return_kind, {}, 0, {}});
+    }
+    // Which of the two rights was asked for depended on the stock then.
+    bool may_sell_below_stock(Line& line) {
+        return !line.below_stock || signin::allows(session_, Action::sell_reserved) ||
+               is_approved_below_stock(line) ||
+               keep(ask(Action::sell_below_stock, message::below_stock_of_item, &line), line.approvals,
+                    {Action::sell_below_stock, {}, line.quantity, {}});
+    }
+    bool may_sell_at_price(Line& line) {
+        return keep(ask(Action::edit_price, message::price_of_item, &line), line.approvals,
+                    {Action::edit_price, {}, line.price, line.quantity});
+    }
+    bool may_give_discount(Line& line) {
+        return has_granted_discount(line) || has_approved_discount(line) ||
+               keep(ask(Action::edit_discount, message::discount_of_item, &line), line.approvals,
+                    {Action::edit_discount, {}, line.discount, line.quantity});
+    }
+    bool may_exceed_ceiling() {
+        if (!exceeds_ceiling(invoice_.discount_percent, 100, session_.settings.max_dis) ||
+            has_granted_discount(invoice_) || has_approved_discount(invoice_))
+            return true;
+        const auto permit = signin::authorise(
+            session_, prompts_, Action::discount_above_ceiling,
+            std::string(message::invoice_discount_refused) + std::string(message::discount_of_other_goods),
+            common::Icon::none,
+            {.what = common::format_amount(invoice_.discount_percent) + "%", .amount = invoice_.discount()});
+        return keep(
+            permit, invoice_.approvals,
+            {Action::discount_above_ceiling, {}, invoice_.discount_percent, invoice_.total().value()});
+    }
+
+  private:
+    signin::Permit ask(Action action, std::string_view what, const Line* line) {
         const std::string name = line == nullptr ? std::string() : line->name;
-        return signin::authorise(session, prompts, action,
+        return signin::authorise(session_, prompts_, action,
                                  std::string(signin::denied) + std::string(what) + name,
                                  common::Icon::critical,
                                  {.what = name,
-                                  .amount = line == nullptr ? invoice.net() : line->total(),
+                                  .amount = line == nullptr ? invoice_.net() : line->total(),
                                   .item = line == nullptr ? std::nullopt : line->item_code});
-    };
-    if (invoice.is_return() && !may(Action::return_kind, message::saving_a_return)) return false;
+    }
+    bool keep(const signin::Permit& permit, Approvals& approvals, Approval used) {
+        if (permit.approver) {
+            used.approver = *permit.approver;
+            approve(approvals, std::move(used));
+        }
+        return permit;
+    }
+
+    const signin::Session& session_;
+    common::Prompts& prompts_;
+    Invoice& invoice_;
+};
+
+}  // namespace
+
+bool authorise_invoice(database::Connection& connection, const signin::Session& session,
+                       common::Prompts& prompts, Invoice& invoice) {
+    InvoiceRights rights(session, prompts, invoice);
+    if (!rights.may_return()) return false;
     const bool may_set_prices = signin::allows(session, Action::edit_price);
     std::optional<CardPrices> cards;
     if (!may_set_prices) cards.emplace(connection, invoice);
-    for (const Line& line : invoice.lines) {
-        // Which of the two rights was asked for depended on the stock then.
-        if (line.below_stock && !signin::allows(session, Action::sell_reserved) &&
-            !may(Action::sell_below_stock, message::below_stock_of_item, &line))
-            return false;
-        if (!may_set_prices && !has_granted_price(line) && !cards->holds(line) &&
-            !may(Action::edit_price, message::price_of_item, &line))
-            return false;
-        if (!has_granted_discount(line) && !may(Action::edit_discount, message::discount_of_item, &line))
+    for (Line& line : invoice.lines) {
+        const bool has_price =
+            may_set_prices || has_granted_price(line) || has_approved_price(line) || cards->holds(line);
+        if (!rights.may_sell_below_stock(line) || !(has_price || rights.may_sell_at_price(line)) ||
+            !rights.may_give_discount(line))
             return false;
     }
-    if (!exceeds_ceiling(invoice.discount_percent, 100, session.settings.max_dis) ||
-        has_granted_discount(invoice))
-        return true;
-    return signin::authorise(
-        session, prompts, Action::discount_above_ceiling,
-        std::string(message::invoice_discount_refused) + std::string(message::discount_of_other_goods),
-        common::Icon::none,
-        {.what = common::format_amount(invoice.discount_percent) + "%", .amount = invoice.discount()});
+    return rights.may_exceed_ceiling();
 }
 
 }  // namespace sales

@@ -12,9 +12,9 @@ namespace sales {
 // right is needed for an item's price on its card or at its entry, for a discount on the invoice up to the
 // ceiling, and for what a receipt or offer that was brought back held, as long as it holds that for no more
 // goods. Returns, other prices, other discounts and sales below stock need their right however they came onto
-// the invoice.
+// the invoice. What a supervisor allowed on it counts as far as it went; what he allows now is kept there.
 bool authorise_invoice(database::Connection& connection, const signin::Session& session,
-                       common::Prompts& prompts, const Invoice& invoice);
+                       common::Prompts& prompts, Invoice& invoice);
 
 // Returns true if a line holds no more discount than was granted for its quantity, and an invoice no more
 // than the receipt or offer that it comes from, for the lines as they were.

@@ -140,7 +140,14 @@ class DeskPart {
         });
     }
     void report(std::string_view name, const std::exception& error);
-    bool authorise(signin::Action action) { return signin::authorise(session_, services_.prompts, action); }
+    signin::Permit authorise(signin::Action action) {
+        return signin::authorise(session_, services_.prompts, action);
+    }
+    // Lets the invoice be a return; what a supervisor allowed is kept on it.
+    static void permit_return(const signin::Permit& permit, Invoice& invoice) {
+        if (permit.approver)
+            approve(invoice.approvals, {signin::Action::return_kind, *permit.approver, 0, {}});
+    }
 
     // The server's day; the workstation's own for an embedded shop.
     common::Date server_date();

@@ -76,9 +76,16 @@ bool SaleHeader::SwitchKind(KindOption kind) {
             services_.prompts.message(message::kind_fixed, common::Icon::exclamation);
             return false;
         }
-        if (kind != KindOption::sale && !authorise(signin::Action::return_kind)) {
-            if (invoice_.lines.empty()) apply_kind(KindOption::sale);
-            return false;
+        // An approval is for one return. Between return and third kind it stays.
+        if (kind == KindOption::sale) {
+            if (crosses) invoice_.approvals.clear();
+        } else if (approval_of(invoice_.approvals, signin::Action::return_kind) == nullptr) {
+            const auto permit = authorise(signin::Action::return_kind);
+            if (!permit) {
+                if (invoice_.lines.empty()) apply_kind(KindOption::sale);
+                return false;
+            }
+            permit_return(permit, invoice_);
         }
         apply_kind(kind);
         return true;

@@ -179,6 +179,8 @@ class SavedReceipts : DeskPart {
 
   private:
     bool show(std::optional<RecalledInvoice> found);
+    // Asks for the permit unless there is one.
+    bool return_recalled(std::optional<signin::Permit> permit);
     bool print_again(const Invoice& invoice, const PaymentTaken& payment, std::int64_t shift,
                      const common::TimeOfDay& time);
     bool print_again(const RecalledInvoice& recalled);

@@ -53,18 +53,24 @@ bool SavedReceipts::show(std::optional<RecalledInvoice> found) {
 }
 
 bool SavedReceipts::start_return() {
+    return return_recalled(std::nullopt);
+}
+
+bool SavedReceipts::return_recalled(std::optional<signin::Permit> permit) {
     return change("start a return", false, [&] {
         if (!sale_.recalled || sale_.recalled->invoice.is_return() || !sale_.shows_saved_receipt()) {
             services_.prompts.message(message::select_invoice_first);
             return false;
         }
-        if (!authorise(Action::return_kind)) return false;
+        if (!permit) permit = authorise(Action::return_kind);
+        if (!*permit) return false;
         Invoice back = return_of(connection_, *sale_.recalled);
         if (back.lines.empty()) {
             services_.prompts.message(message::nothing_to_return);
             return false;
         }
         invoice_ = std::move(back);
+        permit_return(*permit, invoice_);
         invoice_.date = server_date();
         sale_.date_chosen = false;
         sale_.chosen_customer = invoice_.customer;
@@ -76,17 +82,20 @@ bool SavedReceipts::start_return() {
 }
 
 bool SavedReceipts::start_return(const ReceiptRow& receipt) {
-    const bool may = look_up("start a return", false, [&] { return authorise(Action::return_kind); });
-    if (!may || !recall(receipt)) return false;
-    start_return();
+    const auto permit =
+        look_up("start a return", signin::Permit(), [&] { return authorise(Action::return_kind); });
+    if (!permit || !recall(receipt)) return false;
+    return_recalled(permit);
     return true;
 }
 
 bool SavedReceipts::print_again(const Invoice& invoice, const PaymentTaken& payment, std::int64_t shift,
                                 const common::TimeOfDay& time) {
-    if (!authorise(Action::reprint)) return false;
+    const auto permit = authorise(Action::reprint);
+    if (!permit) return false;
     audit::Event event = event_of(audit::Kind::reprint, invoice);
     event.invoice = invoice.number;
+    event.approver = permit.approver;
     session_.note(event);
     return state_.printer.print(receipt_of(invoice, payment, session_, shift, time), printing::Form::reprint);
 }

@@ -37,7 +37,7 @@ class SavingChecks {
   public:
     // With `claims` number and goods are claimed if all pass, else the checks only read.
     SavingChecks(database::Connection& connection, const signin::Session& session, common::Prompts& prompts,
-                 const Invoice& invoice, Claims* claims = nullptr)
+                 Invoice& invoice, Claims* claims = nullptr)
         : connection_(connection), session_(session), prompts_(prompts), invoice_(invoice), claims_(claims) {}
 
     // Adds the reads; whoever calls runs them before run().
@@ -57,7 +57,7 @@ class SavingChecks {
     database::Connection& connection_;
     const signin::Session& session_;
     common::Prompts& prompts_;
-    const Invoice& invoice_;
+    Invoice& invoice_;
     Claims* claims_;
 
     std::optional<cash::Shift> shift_;  // the drawer's last

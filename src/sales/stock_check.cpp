@@ -136,6 +136,7 @@ bool StockCheck::line_allows(const Invoice& invoice, const Line& line, double qu
 
 StockAnswer StockCheck::selling_store_allows(const Invoice& invoice, const Line& line, double quantity,
                                              const ItemStock& stock, std::string_view refusal) {
+    approval_.reset();
     if (!line.moves_stock() || invoice.is_return()) return StockAnswer::enough;
     const std::int64_t item = *line.item_code;
     const double needed = quantity * line.factor + held_by_lines(invoice, item, invoice.store, &line);
@@ -144,10 +145,22 @@ StockAnswer StockCheck::selling_store_allows(const Invoice& invoice, const Line&
     // Reserved goods are there, so selling them is one question and not also a sale below stock.
     if (stock.reserved() > 0 && stock_suffices(stock.reserved(), needed - available))
         return ask_for_reserved(event_of(line, quantity));
-    if (!signin::authorise(session_, prompts_, signin::Action::sell_below_stock, refusal, common::Icon::none,
-                           event_of(line, quantity)))
-        return StockAnswer::refused;
+    const auto permit = signin::authorise(session_, prompts_, signin::Action::sell_below_stock, refusal,
+                                          common::Icon::none, event_of(line, quantity));
+    if (!permit || permit.approver) return judge(permit, signin::Action::sell_below_stock);
     return ask_override(line, available, needed) ? StockAnswer::confirmed : StockAnswer::refused;
+}
+
+// What a supervisor allows needs no second question.
+StockAnswer StockCheck::judge(const signin::Permit& permit, signin::Action action) {
+    if (permit.approver) approval_ = Approval{action, *permit.approver};
+    return permit ? StockAnswer::confirmed : StockAnswer::refused;
+}
+
+void StockCheck::keep_approval(Approvals& approvals, double quantity) const {
+    if (!approval_) return;
+    approve(approvals, *approval_);
+    use_approval(approvals, approval_->action, quantity, std::nullopt);
 }
 
 bool StockCheck::dates_allow(const Invoice& invoice, Line& line, const BatchDates& dates) {
@@ -170,10 +183,9 @@ bool StockCheck::dates_allow(const Invoice& invoice, Line& line, const BatchDate
 
 StockAnswer StockCheck::ask_for_reserved(const audit::Event& about) {
     if (!prompts_.question(message::stock_reserved, common::Icon::critical)) return StockAnswer::refused;
-    return signin::authorise(session_, prompts_, signin::Action::sell_reserved,
-                             message::may_not_sell_reserved, common::Icon::critical, about)
-               ? StockAnswer::confirmed
-               : StockAnswer::refused;
+    return judge(signin::authorise(session_, prompts_, signin::Action::sell_reserved,
+                                   message::may_not_sell_reserved, common::Icon::critical, about),
+                 signin::Action::sell_reserved);
 }
 
 // Names item, stock and need in the cashier's unit.

@@ -14,7 +14,7 @@
 #include "database/reads.h"
 #include "sales/invoice.h"
 #include "sales/items.h"
-#include "signin/session.h"
+#include "signin/permissions.h"
 #include "stock/line_source.h"
 
 namespace sales {
@@ -104,12 +104,17 @@ class StockCheck {
     // that it was asked.
     bool dates_allow(const Invoice& invoice, Line& line, const BatchDates& dates);
 
+    // Puts a supervisor's approval of the last sale below stock into a line that then holds this quantity.
+    void keep_approval(Approvals& approvals, double quantity) const;
+
   private:
+    StockAnswer judge(const signin::Permit& permit, signin::Action action);
     StockAnswer ask_for_reserved(const audit::Event& about);
     bool ask_override(const Line& line, double available, double needed);
 
     const signin::Session& session_;
     common::Prompts& prompts_;
+    std::optional<Approval> approval_;
 };
 
 }  // namespace sales

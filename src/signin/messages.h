@@ -11,6 +11,12 @@ inline constexpr std::string_view wrong_password = "كلمة السر غير ص�
 // "Too many wrong attempts. Wait …" (minutes and seconds) "then try again."
 inline constexpr std::string_view wait_before = "محاولات خاطئة كثيرة. انتظر ";
 inline constexpr std::string_view wait_after = " ثم حاول مرة أخرى";
+// Approvals: the badge belongs to nobody with this right; the badge is not known; no other user has this
+// right; in the journal, "wrong password for the approval of …".
+inline constexpr std::string_view badge_without_right = "صاحب هذه البطاقة ليس له هذا الحق";
+inline constexpr std::string_view no_such_badge = "البطاقة غير معروفة، اختر المشرف واكتب كلمة السر";
+inline constexpr std::string_view no_supervisor = "لا يوجد مستخدم آخر له هذا الحق";
+inline constexpr std::string_view wrong_approval = "كلمة سر أو بطاقة غير صحيحة لموافقة ";
 inline constexpr std::string_view wrong_data = "بيانات غير صحيحة";  // the data are not correct
 inline constexpr std::string_view wrong_old_password =
     "كلمة السر القديم غير صحيحة";  // old password not correct

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "common/text.h"
+
 namespace signin {
 
 namespace {
@@ -50,20 +52,34 @@ std::span<const Permission> guarded_actions() {
     return permissions;
 }
 
-bool allows(const Session& session, Action action) {
+std::string permissions_of(const database::Row& user) {
+    std::string bytes;
+    for (const char32_t character : common::code_points(user.text("perm")))
+        bytes += character < 0x80 ? static_cast<char>(character) : '?';
+    return bytes;
+}
+
+bool allows(std::string_view held, Action action) {
     return std::ranges::any_of(permissions, [&](const Permission& permission) {
-        return permission.action == action && session.has_permission(permission.position);
+        return permission.action == action && has_permission(held, permission.position);
     });
 }
 
-bool authorise(const Session& session, common::Prompts& prompts, Action action, std::string_view refusal,
-               common::Icon icon, audit::Event about) {
-    if (allows(session, action)) return true;
-    about.kind = audit::Kind::refusal;
+bool allows(const Session& session, Action action) {
+    return allows(session.permissions, action);
+}
+
+Permit authorise(const Session& session, common::Prompts& prompts, Action action, std::string_view refusal,
+                 common::Icon icon, audit::Event about) {
+    if (allows(session, action)) return {true};
+    if (session.ask_supervisor)
+        about.approver = session.ask_supervisor({action, refusal, icon});
+    else
+        prompts.message(refusal, icon);
+    about.kind = about.approver ? audit::Kind::approval : audit::Kind::refusal;
     about.what = std::string(caption_of(action)) + (about.what.empty() ? "" : ": ") + about.what;
     session.note(about);
-    prompts.message(refusal, icon);
-    return false;
+    return {about.approver.has_value(), about.approver};
 }
 
 }  // namespace signin

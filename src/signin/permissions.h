@@ -1,7 +1,9 @@
 // Rights: the actions that a user's permission string guards, and the one test for them.
 #pragma once
 
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "common/prompts.h"
@@ -40,13 +42,26 @@ std::string_view caption_of(Action action);
 // What a user without the permission is told: "you are not authorised to use this item".
 inline constexpr std::string_view denied = "غير مصرح باستخدام هذا البند";
 
-// Returns true if the signed-in user may perform the action.
+// The permission string of a row of users, one byte for each character, so that positions count characters.
+std::string permissions_of(const database::Row& user);
+
+// Returns true if the permission string, or the signed-in user, may perform the action.
+bool allows(std::string_view permissions, Action action);
 bool allows(const Session& session, Action action);
-// The same, after showing `refusal` and noting it in the till's journal if not. `about` tells the journal
-// what the action was to do; its kind does not count. Every effect that a permission guards calls it where it
-// happens; a screen may call it earlier, so that nobody types what will be refused.
-bool authorise(const Session& session, common::Prompts& prompts, Action action,
-               std::string_view refusal = denied, common::Icon icon = common::Icon::critical,
-               audit::Event about = {});
+
+// Whether an action may go on: by the user's own right, or because a supervisor allowed it this time.
+struct Permit {
+    bool is_given = false;
+    std::optional<audit::Person> approver = {};
+    operator bool() const { return is_given; }
+};
+
+// The permit of an action. Without the right, `refusal` is shown, a supervisor may allow the action, and the
+// till's journal is told of either. `about` says what the action was to do; its kind does not count. Every
+// effect that a permission guards calls it where it happens; a screen may call it earlier, so that nobody
+// types what will be refused.
+Permit authorise(const Session& session, common::Prompts& prompts, Action action,
+                 std::string_view refusal = denied, common::Icon icon = common::Icon::critical,
+                 audit::Event about = {});
 
 }  // namespace signin

@@ -4,11 +4,14 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "audit/trail.h"
+#include "common/prompts.h"
 #include "database/connection.h"
 #include "signin/attempts.h"
 
@@ -43,6 +46,15 @@ inline bool has_permission(std::string_view permissions, int position) {
            permissions[static_cast<std::size_t>(position) - 1] == '1';
 }
 
+enum class Action;  // permissions.h
+
+// An action that the signed-in user may not do, and what he is told.
+struct Refused {
+    Action action{};
+    std::string_view text;
+    common::Icon icon{};
+};
+
 struct Session {
     // From start-up.
     std::int64_t cash_point = 0;  // this workstation's drawer
@@ -61,6 +73,10 @@ struct Session {
     std::string drawer_name;
     Settings settings;
     Attempts attempts;  // at signing in and at changing the password
+
+    // Shows a refusal, and returns the supervisor who allows the action all the same. Without it a refusal is
+    // a message.
+    std::function<std::optional<audit::Person>(const Refused&)> ask_supervisor;
 
     // The till's journal. Copies of a session share it.
     std::shared_ptr<audit::Trail> trail = std::make_shared<audit::Trail>();

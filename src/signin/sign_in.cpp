@@ -2,13 +2,14 @@
 
 #include <string>
 
-#include "common/numbers.h"
 #include "common/text.h"
 #include "database/choices.h"
 #include "database/error.h"
 #include "database/reads.h"
 #include "database/sql.h"
 #include "signin/messages.h"
+#include "signin/passwords.h"
+#include "signin/permissions.h"
 
 namespace signin {
 
@@ -20,47 +21,6 @@ using database::Sql;
 
 constexpr std::string_view sign_in_code = "62";  // in the log
 constexpr std::string_view password_code = "63";
-
-// Returns true if the passwords are equal except for blanks at both ends and for the script of their digits,
-// which depends on the keyboard. The case of letters counts.
-bool same_password(std::string_view a, std::string_view b) {
-    return common::western_digits(common::trim_blanks(a)) == common::western_digits(common::trim_blanks(b));
-}
-
-std::string text_of(Attempts::Time pause) {
-    if (pause == Attempts::Time()) return {};
-    const auto seconds = (pause.count() + 999) / 1000;
-    const std::string two_digits = std::to_string(100 + seconds % 60).substr(1);
-    return std::string(message::wait_before) + std::to_string(seconds / 60) + ":" + two_digits +
-           std::string(message::wait_after);
-}
-
-// Compares a typed password with the user's. Returns false after showing why, also while he must wait.
-bool is_password(Session& session, common::Services& services, std::int64_t user, std::string_view typed,
-                 std::string_view stored, std::string_view refusal, std::string_view screen) {
-    const Attempts::Time now = services.clock.running();
-    if (const std::string wait = text_of(session.attempts.pause(user, now)); !wait.empty()) {
-        services.prompts.message(wait, Icon::exclamation);
-        return false;
-    }
-    if (same_password(typed, stored)) {
-        session.attempts.right(user);
-        return true;
-    }
-    session.attempts.wrong(user, now);
-    services.log.log_event("wrong password for user " + std::to_string(user), screen);
-    session.note({.kind = audit::Kind::sign_in_refused, .what = std::string(message::wrong_password)});
-    services.prompts.message(refusal, Icon::exclamation);
-    return false;
-}
-
-// Puts one byte in place of each character, so that positions count characters.
-std::string byte_per_character(std::string_view permissions) {
-    std::string bytes;
-    for (const char32_t character : common::code_points(permissions))
-        bytes += character < 0x80 ? static_cast<char>(character) : '?';
-    return bytes;
-}
 
 bool refuse_change(common::Services& services, const std::string& cause, std::string_view told) {
     services.log.log_event("password not changed: " + cause, password_code);
@@ -82,7 +42,7 @@ SignIn::SignIn(database::Connection& connection, Session& session, common::Servi
 }
 
 std::string SignIn::pause_text(std::optional<std::int64_t> code) const {
-    return code ? text_of(session_.attempts.pause(*code, services_.clock.running())) : std::string();
+    return code ? signin::pause_text(session_, services_.clock, *code) : std::string();
 }
 
 SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view password) {
@@ -96,11 +56,12 @@ SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view
         return SignInOutcome::stay_on_list;
     }
     const database::Row& user = found.front();
-    session_.permissions = byte_per_character(user.text("perm"));
+    session_.permissions = permissions_of(user);
     session_.user_code = user.integer("code");
     session_.user_name = common::printable(user.text("Name"));
-    if (!is_password(session_, services_, *code, password, user.text("pass"), message::wrong_password,
-                     sign_in_code))
+    if (!is_password(session_, services_,
+                     {*code, password, user.text("pass"), message::wrong_password, sign_in_code,
+                      message::wrong_password}))
         return SignInOutcome::stay_on_password;
     session_.settings = read_settings(connection_);
     if (!load_workplace()) {
@@ -149,8 +110,9 @@ bool change_password(database::Connection& connection, Session& session, common:
         services.prompts.message(message::no_such_user, Icon::exclamation);
         return false;
     }
-    if (!is_password(session, services, session.user_code, old_password, found.front().text("pass"),
-                     message::wrong_old_password, password_code))
+    if (!is_password(session, services,
+                     {session.user_code, old_password, found.front().text("pass"),
+                      message::wrong_old_password, password_code, message::wrong_old_password}))
         return false;
     if (!database::TextLimits(connection, "users").fits("pass", new_password)) {
         services.prompts.message(message::password_too_long, Icon::exclamation);

@@ -15,6 +15,7 @@
 #include "ui/printing/progress.h"
 #include "ui/sales/sales_window.h"
 #include "ui/screens.h"
+#include "ui/signin/approval_sheet.h"
 #include "ui/signin/sign_in_window.h"
 #include "ui/signin/waiting_window.h"
 #include "ui/widgets/screen_choice.h"
@@ -25,6 +26,12 @@ namespace ui {
 namespace {
 
 constexpr std::string_view failure_code = "223";
+
+// Empties a function that must not outlive what it refers to.
+struct Release {
+    std::function<std::optional<audit::Person>(const signin::Refused&)>& function;
+    ~Release() { function = nullptr; }
+};
 
 }  // namespace
 
@@ -66,6 +73,10 @@ void Till::run(database::Connection& connection, signin::Session& session) {
 
     const HelpKey help;
     TrailWriter journal(connection, session, server_, services_.log);
+    session.ask_supervisor = [&context](const signin::Refused& refused) {
+        return ask_supervisor(context, refused);
+    };
+    const Release release{session.ask_supervisor};
     auto sign_in = std::make_unique<SignInWindow>(context);
     if (!sign_in->run()) {
         journal.write();

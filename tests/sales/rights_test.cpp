@@ -206,18 +206,29 @@ std::string only(Action action) {
     return permissions;
 }
 
+enum class Who { nobody, user, supervisor };  // allows it
+
 TEST(Rights, EveryRoadToAnEffectAsksForItsRight) {
     for (const Road& road : roads) {
         SCOPED_TRACE(road.name);
-        for (const bool allowed : {false, true}) {
+        for (const auto who : {Who::nobody, Who::user, Who::supervisor}) {
+            const bool allowed = who != Who::nobody;
             Counter c;
             c.open();
             road.before(c);
-            c.session.permissions = allowed ? only(road.action) : std::string(400, '0');
+            c.session.permissions = who == Who::user ? only(road.action) : std::string(400, '0');
+            std::vector<Action> asked;
+            if (who == Who::supervisor)
+                c.session.ask_supervisor = [&](const signin::Refused& refused) {
+                    asked.push_back(refused.action);
+                    return audit::Person{7, "مشرف"};
+                };
             const std::string before = traces(c);
             c.said();
             EXPECT_EQ(road.attempt(c), allowed) << c.services.prompts.last();
             EXPECT_EQ(c.said().empty(), allowed);
+            // Once, and not again at the save.
+            EXPECT_EQ(asked.size(), who == Who::supervisor ? 1U : 0U);
             EXPECT_TRUE(allowed || traces(c) == before) << before << " -> " << traces(c);
         }
     }

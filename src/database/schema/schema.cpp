@@ -80,6 +80,10 @@ constexpr Fragment till_tables[] = {
     "approver_name "
     "nvarchar(100) null, hash nvarchar(64) null, primary key (cash_no, num))",
     "create index till_journal_moment on till_journal (moment)",
+    // signin/badges.h
+    "create table till_badge (user_code int not null primary key, salt nvarchar(40) null, hash nvarchar(64) "
+    "null, "
+    "given datetime null)",
 };
 
 }  // namespace

@@ -58,6 +58,7 @@ const std::vector<std::pair<QString, QString>>& help_places() {
         {"daily_statement", "daily-statement"},
         {"figure_rows", "daily-statement"},
         {"till_journal", "till-journal"},
+        {"approval", "approval"},
         {"Form41ca", "expenses"},
         // Customers and vouchers.
         {"Cust_cash", "walk-in"},

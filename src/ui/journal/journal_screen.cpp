@@ -106,7 +106,7 @@ QWidget* JournalScreen::build_foot() {
     view_->set_height(40);
     row->addWidget(view_);
     note_ = label({}, "side");
-    note_->setObjectName("journal_note");
+    note_->setObjectName("till_journal_note");
     row->addWidget(note_, 1);
     const auto button = [&](const char* name, const QString& caption, auto action) {
         QPushButton* made = foot_button(row, name, caption, 0, [this, action] { (this->*action)(); });

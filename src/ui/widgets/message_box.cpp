@@ -83,30 +83,32 @@ MessageBox::MessageBox(QWidget* host, const QString& text, common::Icon icon, co
     row->addWidget(said, 1);
     body()->addLayout(row);
 
-    auto* answers = new QHBoxLayout;
-    answers->setSpacing(px(10));
-    answers->addStretch(1);
+    answers_ = new QHBoxLayout;
+    answers_->setSpacing(px(10));
+    answers_->addStretch(1);
     if (question == nullptr) {
-        marked_ = button(message::ok, "message_ok", 1);
-        answers->addWidget(marked_);
+        marked_ = button("&" + qt(message::ok), "message_ok", 1);
     } else {
-        QPushButton* yes = button(question->yes, "message_yes", 1);
-        QPushButton* no = button(question->no, "message_no", 2);
+        QPushButton* yes = button("&" + qt(question->yes), "message_yes", 1);
+        QPushButton* no = button("&" + qt(question->no), "message_no", 2);
         marked_ = icon == common::Icon::question || icon == common::Icon::none ? yes : no;
-        answers->addWidget(yes);
-        answers->addWidget(no);
     }
-    body()->addLayout(answers);
+    body()->addLayout(answers_);
 }
 
-QPushButton* MessageBox::button(std::string_view caption, const char* name, int result) {
-    auto* made = new QPushButton("&" + qt(caption));
+void MessageBox::offer(const QString& caption) {
+    button(caption, "message_offer", 3);
+}
+
+QPushButton* MessageBox::button(const QString& caption, const char* name, int result) {
+    auto* made = new QPushButton(caption);
     made->setObjectName(name);
     // The button that Enter presses is drawn filled.
     set_role(made, "answer");
     made->setAutoDefault(true);
     made->setMinimumSize(px(130), px(48));
     connect(made, &QPushButton::clicked, this, [this, result] { leave(result); });
+    answers_->addWidget(made);
     return made;
 }
 

@@ -4,6 +4,7 @@
 #include "common/prompts.h"
 #include "ui/widgets/sheet.h"
 
+class QHBoxLayout;
 class QPushButton;
 
 namespace ui {
@@ -17,6 +18,9 @@ class MessageBox : public Sheet {
     MessageBox(QWidget* host, const QString& text, common::Icon icon,
                const common::Choices* question = nullptr);
 
+    // Adds a button to a message, which run() returns 3 for; "&" stands before its mnemonic.
+    void offer(const QString& caption);
+
     QString text() const { return text_; }
     bool is_question() const { return is_question_; }
 
@@ -25,10 +29,11 @@ class MessageBox : public Sheet {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    QPushButton* button(std::string_view caption, const char* name, int result);
+    QPushButton* button(const QString& caption, const char* name, int result);
 
     QString text_;
     bool is_question_;
+    QHBoxLayout* answers_ = nullptr;
     QPushButton* marked_ = nullptr;
 };
 

@@ -1,0 +1,33 @@
+// Passwords and badges compared with what is stored, with the pause after wrong ones.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "common/services.h"
+#include "signin/session.h"
+
+namespace signin {
+
+// Returns true if the passwords are equal except for blanks at both ends and for the script of their digits,
+// which depends on the keyboard. The case of letters counts.
+bool same_password(std::string_view a, std::string_view b);
+
+// What is said while a user's next password is not compared yet; empty if it is.
+std::string pause_text(const Session& session, common::Clock& clock, std::int64_t user);
+
+// A password that somebody typed for a user.
+struct TypedPassword {
+    std::int64_t user = 0;
+    std::string_view typed;
+    std::optional<std::string> stored;  // nothing if no password is right
+    std::string_view refusal;           // said of a wrong one
+    std::string_view screen;            // in the log
+    std::string_view noted;             // in the till's journal
+};
+// Returns false after showing why, also while the user must wait.
+bool is_password(Session& session, common::Services& services, const TypedPassword& password);
+
+}  // namespace signin
