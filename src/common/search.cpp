@@ -88,4 +88,19 @@ bool contains_words(std::string_view folded_text, const std::vector<std::string>
     });
 }
 
+bool begins_words(std::string_view folded_text, const std::vector<std::string>& words) {
+    constexpr std::string_view article = "ال";
+    const auto begins_one = [&](const std::string& word) {
+        for (std::size_t at = folded_text.find(word); at != folded_text.npos;
+             at = folded_text.find(word, at + 1)) {
+            const std::string_view before = folded_text.substr(0, at);
+            if (before.empty() || before.ends_with(' ') || before == article ||
+                (before.ends_with(article) && before[before.size() - article.size() - 1] == ' '))
+                return true;
+        }
+        return false;
+    };
+    return std::all_of(words.begin(), words.end(), begins_one);
+}
+
 }  // namespace common

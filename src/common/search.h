@@ -29,5 +29,7 @@ bool is_mark(char32_t character);
 std::vector<std::string> search_words(std::string_view typed);
 // Whether a folded text contains every word, in any order.
 bool contains_words(std::string_view folded_text, const std::vector<std::string>& words);
+// Whether every word begins a word of a folded text; the article before it counts for nothing.
+bool begins_words(std::string_view folded_text, const std::vector<std::string>& words);
 
 }  // namespace common

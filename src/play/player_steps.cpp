@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMouseEvent>
+#include <QPointer>
 #include <QTableView>
 #include <QTimer>
 #include <csignal>
@@ -76,17 +78,41 @@ Progress choose_entry(QComboBox* list, const QString& value) {
     return Progress::ok();
 }
 
-Progress choose_row(QTableView* table, const QString& value) {
+// An invalid index if no cell holds the value.
+QModelIndex cell_with(const QTableView* table, const QString& value) {
     for (int row = 0; row < table->model()->rowCount(); ++row) {
         for (int column = 0; column < table->model()->columnCount(); ++column) {
             const QModelIndex cell = table->model()->index(row, column);
-            if (without_marks(cell.data().toString()).trimmed() != value) continue;
-            table->setFocus();
-            table->setCurrentIndex(cell);
-            return Progress::ok();
+            if (without_marks(cell.data().toString()).trimmed() == value) return cell;
         }
     }
-    return Progress::wait("no row holds it");
+    return {};
+}
+
+Progress choose_row(QTableView* table, const QString& value) {
+    const QModelIndex cell = cell_with(table, value);
+    if (!cell.isValid()) return Progress::wait("no row holds it");
+    table->setFocus();
+    table->setCurrentIndex(cell);
+    return Progress::ok();
+}
+
+// Presses and releases the mouse on a cell.
+Progress click_cell(QTableView* table, const QString& value) {
+    const QModelIndex cell = cell_with(table, value);
+    if (!cell.isValid()) return Progress::wait("no cell holds it");
+    table->scrollTo(cell);
+    QTimer::singleShot(0, table, [table, place = table->visualRect(cell).center()] {
+        const QPointer<QWidget> view = table->viewport();
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            if (view == nullptr) return;
+            QMouseEvent mouse(type, place, view->mapToGlobal(place), Qt::LeftButton,
+                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                              Qt::NoModifier);
+            QCoreApplication::sendEvent(view, &mouse);
+        }
+    });
+    return Progress::ok();
 }
 
 void put_focus(QWidget* widget) {
@@ -234,8 +260,11 @@ Progress Player::do_click(const Step& step) {
         return Progress::ok();
     }
     Progress problem;
-    QWidget* widget = usable(step.rest, problem);
+    const auto said = split_at(step.rest, "in");
+    QWidget* widget = usable(said.found ? said.after : step.rest, problem);
     if (widget == nullptr) return problem;
+    if (auto* table = qobject_cast<QTableView*>(widget); table != nullptr && said.found)
+        return click_cell(table, ui::qt(said.before));
     auto* button = qobject_cast<QAbstractButton*>(widget);
     return button != nullptr ? click_later(button) : Progress::fail("it is no button");
 }

@@ -24,7 +24,19 @@ std::optional<double> number_or_none(const Row& row, std::string_view column) {
     return row.number(column);
 }
 
-Item card_of(const Row& row, int unit_level) {
+}  // namespace
+
+std::string price_column(int unit_level, int price_level) {
+    return "price" + std::to_string(unit_level) + std::to_string(price_level);
+}
+
+Sql item_statement(std::int64_t code) {
+    return Sql("SELECT items.*, IsNull(tmp_price.p_per,0) AS Expr1, tmp_price.s_price FROM items LEFT JOIN "
+               "tmp_price ON items.code = tmp_price.icode  where code = ") +
+           code;
+}
+
+Item item_of(const Row& row, int unit_level) {
     constexpr std::string_view factors[] = {"num1", "NUM2", "NUM3"};
     Item item;
     item.code = row.integer("code");
@@ -41,21 +53,9 @@ Item card_of(const Row& row, int unit_level) {
     return item;
 }
 
-}  // namespace
-
-std::string price_column(int unit_level, int price_level) {
-    return "price" + std::to_string(unit_level) + std::to_string(price_level);
-}
-
-Sql item_statement(std::int64_t code) {
-    return Sql("SELECT items.*, IsNull(tmp_price.p_per,0) AS Expr1, tmp_price.s_price FROM items LEFT JOIN "
-               "tmp_price ON items.code = tmp_price.icode  where code = ") +
-           code;
-}
-
 std::optional<Item> item_of(const Result& cards, int unit_level) {
     if (cards.empty()) return std::nullopt;
-    return card_of(cards.front(), unit_level);
+    return item_of(cards.front(), unit_level);
 }
 
 std::optional<Item> load_item(Connection& connection, std::int64_t code, int unit_level) {

@@ -56,6 +56,7 @@ Named named_by(const database::Result& barcodes, std::string_view text);
 // An item by its code in a unit level.
 database::Sql item_statement(std::int64_t code);
 std::optional<Item> item_of(const database::Result& cards, int unit_level);
+Item item_of(const database::Row& card, int unit_level);
 std::optional<Item> load_item(database::Connection& connection, std::int64_t code, int unit_level);
 
 struct Lookup {

@@ -18,6 +18,7 @@
 #include "sales/items.h"
 #include "sales/lists.h"
 #include "sales/payment.h"
+#include "sales/popular.h"
 #include "sales/recall.h"
 #include "sales/saving.h"
 #include "signin/permissions.h"
@@ -91,6 +92,7 @@ struct DeskState {
 
     Sale sale;
     Lists lists;
+    Popular popular;
     std::optional<LastReceipt> last_receipt;
     bool raise_equal = false;  // the shop's choice: equal codes raise their line without a question
     std::optional<std::int64_t> sale_period;  // whose prices `tmp_price` holds, as far as this till knows

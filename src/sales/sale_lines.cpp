@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/search.h"
 #include "sales/entry.h"
 #include "sales/events.h"
 #include "sales/line_editing.h"
@@ -211,6 +212,17 @@ std::optional<std::size_t> SaleLines::escape_to_quantity() const {
 FoundItems SaleLines::search(const SearchFilters& filters) {
     return look_up("search items", FoundItems(),
                    [&] { return search_items(connection_, state_.lists, filters); });
+}
+
+MatchQuery SaleLines::match_query(const Entry& entry) const {
+    MatchQuery query{
+        entry.form == EntryForm::code ? entry.name : "", invoice_.price_level, invoice_.store, {}};
+    query.popular = state_.popular.matching(common::search_words(query.typed), most_matches);
+    return query;
+}
+
+std::vector<Match> SaleLines::match(const MatchQuery& query) {
+    return look_up("search items", std::vector<Match>(), [&] { return match_items(connection_, query); });
 }
 
 std::optional<ItemInfo> SaleLines::item_info(std::int64_t code) {

@@ -6,6 +6,7 @@
 
 #include "sales/entry.h"
 #include "sales/items.h"
+#include "sales/matches.h"
 #include "sales/offers.h"
 #include "sales/sale.h"
 #include "sales/search.h"
@@ -99,6 +100,11 @@ class SaleLines : DeskPart {
     std::optional<std::size_t> escape_to_quantity() const;
 
     FoundItems search(const SearchFilters& filters);
+    // The query for what stands in an entry field, and its answer; no words for what is no search.
+    MatchQuery match_query(const Entry& entry) const;
+    std::vector<Match> match(const MatchQuery& query);
+    // What this till sells most, which whoever has the time reads.
+    Popular& popular() { return state_.popular; }
     std::optional<ItemInfo> item_info(std::int64_t code);
 
   private:

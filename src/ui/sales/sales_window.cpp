@@ -17,6 +17,7 @@
 #include "ui/sales/header_bar.h"
 #include "ui/sales/kind_bar.h"
 #include "ui/sales/line_view.h"
+#include "ui/sales/matches.h"
 #include "ui/sales/party_bar.h"
 #include "ui/sales/totals_panel.h"
 #include "ui/widgets/colours.h"
@@ -65,6 +66,7 @@ SalesWindow::SalesWindow(Context context, const std::vector<Command>& screens)
     column->addLayout(middle, 1);
     column->addWidget(strip_);
 
+    matches_ = new Matches(this, desk_, context_);
     build_strip();
     build_menu();
     connect_parts();
@@ -178,7 +180,11 @@ void SalesWindow::connect_parts() {
         next_unit();
         focus_entry();
     });
-    connect(entry_bar_, &EntryBar::entered_for_recalled, this, &SalesWindow::enter_for_recalled);
+    connect(entry_bar_, &EntryBar::entered_for_recalled, this,
+            qOverload<const QString&>(&SalesWindow::enter_for_recalled));
+    for (QLineEdit* field : {entry_bar_->field(), entry_bar_->recalled_field()})
+        matches_->follow(field);
+    connect(matches_, &Matches::taken, this, &SalesWindow::enter_found);
     connect_party_bar();
     connect(printing_, &PrintingLine::answered, this, &SalesWindow::focus_entry);
     connect(lines_, &LineView::row_chosen, this, [this](int row) {

@@ -21,6 +21,7 @@ class KeyStrip;
 class KindBar;
 class LineModel;
 class LineView;
+class Matches;
 class PartyBar;
 class PrintingLine;
 class TotalsPanel;
@@ -80,7 +81,7 @@ class SalesWindow : public QWidget {
     bool enter_item(const QString& text);
     bool enter(const sales::Entry& entry);
     bool enter_for_recalled(const QString& text);
-    bool enter_found_for_recalled(const sales::Entry& entry);
+    bool enter_for_recalled(const sales::Entry& entry);
     // Enters the text of the entry fields. Returns false if the cashier must deal with it first.
     bool finish_entry();
     void edit_cell(int row, int column, const QString& first);
@@ -99,10 +100,12 @@ class SalesWindow : public QWidget {
     void switch_payment(int payment);
     void toggle_payment();
     void focus_payment_fields();
-    // Opens the search, for a name or with empty filters, and enters the item taken.
-    bool search(const QString& name = {},
-                bool (SalesWindow::*enter_found)(const sales::Entry&) = &SalesWindow::enter,
-                double quantity = 1);
+    // Enters the first match of the words in an entry field.
+    bool enter_words(QLineEdit* field);
+    // The same for an item that was chosen: into the invoice, or into the recalled one.
+    bool enter_found(const QLineEdit* field, const sales::Entry& entry);
+    // Opens the search, for the words in the entry field or with empty filters, and enters the item taken.
+    void search();
     void item_info();
     void quick_quantity();
     void next_unit();
@@ -126,6 +129,7 @@ class SalesWindow : public QWidget {
     KindBar* kind_bar_;
     InvoiceBanner* banner_ = nullptr;
     EntryBar* entry_bar_ = nullptr;
+    Matches* matches_ = nullptr;
     PartyBar* party_bar_ = nullptr;
     LineView* lines_ = nullptr;
     PrintingLine* printing_ = nullptr;

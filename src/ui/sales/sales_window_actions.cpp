@@ -10,6 +10,7 @@
 #include "ui/sales/entry_bar.h"
 #include "ui/sales/kind_bar.h"
 #include "ui/sales/line_view.h"
+#include "ui/sales/matches.h"
 #include "ui/sales/party_bar.h"
 #include "ui/sales/sales_window.h"
 #include "ui/sales/search_panel.h"
@@ -70,11 +71,12 @@ bool SalesWindow::enter(const sales::Entry& entry) {
     }
     act("EnterItem", [&] {
         words = desk_.lines().is_search(entry);
-        entered = !words && desk_.lines().EnterItem(entry);
+        if (words) return;
+        entered = desk_.lines().EnterItem(entry);
         entry_bar_->clear();
     });
     focus_entry();
-    if (words) return search(qt(entry.name), &SalesWindow::enter, entry.quantity);
+    if (words) return enter_words(entry_bar_->field());
     // A general item has no quantity yet: the cashier goes on in its cells.
     if (entered && entry.form == sales::EntryForm::general && desk_.sale().current_row)
         lines_->open_cell(static_cast<int>(*desk_.sale().current_row), sales::column::quantity, "1");
@@ -82,21 +84,40 @@ bool SalesWindow::enter(const sales::Entry& entry) {
 }
 
 bool SalesWindow::enter_for_recalled(const QString& text) {
-    return enter_found_for_recalled(sales::read_entry(utf8(text)));
+    return enter_for_recalled(sales::read_entry(utf8(text)));
 }
 
-bool SalesWindow::enter_found_for_recalled(const sales::Entry& entry) {
+bool SalesWindow::enter_for_recalled(const sales::Entry& entry) {
     bool entered = false;
     bool words = false;
     act("EnterItemForRecalled", [&] {
         words = desk_.lines().is_search(entry);
-        entered = !words && desk_.lines().EnterItemForRecalled(entry);
+        if (words) return;
+        entered = desk_.lines().EnterItemForRecalled(entry);
         entry_bar_->clear();
     });
-    return words ? search(qt(entry.name), &SalesWindow::enter_found_for_recalled) : entered;
+    return words ? enter_words(entry_bar_->recalled_field()) : entered;
 }
 
+bool SalesWindow::enter_words(QLineEdit* field) {
+    std::optional<sales::Entry> first;
+    act("Match", [&] { first = matches_->first_for(field); });
+    return first && enter_found(field, *first);
+}
+
+bool SalesWindow::enter_found(const QLineEdit* field, const sales::Entry& entry) {
+    return field == entry_bar_->field() ? enter(entry) : enter_for_recalled(entry);
+}
+
+// Words are shown with their matches: the key was not meant for the first of them.
 bool SalesWindow::finish_entry() {
+    for (QLineEdit* field : {entry_bar_->field(), entry_bar_->recalled_field()}) {
+        bool words = false;
+        act("Match", [&] { words = desk_.lines().is_search(sales::read_entry(utf8(field->text()))); });
+        if (!words) continue;
+        matches_->show_for(field);
+        return false;
+    }
     const QString typed = entry_bar_->field()->text().trimmed();
     const QString typed_for_recalled = entry_bar_->recalled_field()->text().trimmed();
     if (!typed.isEmpty() && (!enter_item(typed) || lines_->is_editing())) return false;
@@ -218,15 +239,18 @@ void SalesWindow::focus_payment_fields() {
     }
 }
 
-bool SalesWindow::search(const QString& name, bool (SalesWindow::*enter_found)(const sales::Entry&),
-                         double quantity) {
-    if (Sheet::top_of(this) != nullptr) return false;
-    SearchPanel panel(this, desk_, name);
+void SalesWindow::search() {
+    if (Sheet::top_of(this) != nullptr) return;
+    QLineEdit* field =
+        entry_bar_->recalled_field()->hasFocus() ? entry_bar_->recalled_field() : entry_bar_->field();
+    const sales::Entry typed = sales::read_entry(utf8(field->text()));
+    SearchPanel panel(this, desk_, qt(typed.name));
     const bool taken = panel.run() == 1;
-    focus_entry();
+    field->setFocus();
+    if (!taken) return;
     sales::Entry found = panel.entry();
-    found.quantity = quantity;
-    return taken && (this->*enter_found)(found);
+    if (!typed.name.empty()) found.quantity *= typed.quantity;
+    enter_found(field, found);
 }
 
 void SalesWindow::item_info() {

@@ -8,6 +8,7 @@
 #include "ui/sales/entry_bar.h"
 #include "ui/sales/kind_bar.h"
 #include "ui/sales/line_view.h"
+#include "ui/sales/matches.h"
 #include "ui/sales/sales_window.h"
 #include "ui/sales/totals_panel.h"
 #include "ui/widgets/sheet.h"
@@ -72,6 +73,7 @@ bool SalesWindow::eventFilter(QObject* watched, QEvent* event) {
         return QWidget::eventFilter(watched, event);
     }
     const auto* pressed = static_cast<QKeyEvent*>(event);
+    if (matches_->take_key(*pressed)) return true;
     const auto modifiers = pressed->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
     return press(QKeyCombination(modifiers, static_cast<Qt::Key>(pressed->key())));
 }

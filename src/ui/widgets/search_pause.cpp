@@ -2,20 +2,13 @@
 
 namespace ui {
 
-namespace {
-
-constexpr int pause_ms = 100;
-
-}  // namespace
-
 SearchPause::SearchPause(std::function<void()> search) : search_(std::move(search)) {
     timer_.setSingleShot(true);
-    timer_.setInterval(pause_ms);
     timer_.callOnTimeout(search_);
 }
 
-void SearchPause::begin() {
-    timer_.start();
+void SearchPause::begin(int milliseconds) {
+    timer_.start(milliseconds);
 }
 
 void SearchPause::end() {

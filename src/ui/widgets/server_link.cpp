@@ -31,17 +31,20 @@ std::unique_ptr<database::Connection> ServerLink::attach(std::unique_ptr<databas
     return threaded;
 }
 
-void ServerLink::run_later(std::function<void(database::Connection&)> work, std::function<void()> done) {
-    connection_->run_later([this, work = std::move(work), done = std::move(done)](auto& connection) {
-        try {
-            work(connection);
-            QMetaObject::invokeMethod(this, done, Qt::QueuedConnection);
-        } catch (const std::exception& error) {
-            // Any other error is told by what the cashier does next.
-            if (database::may_have_run(error))
-                QMetaObject::invokeMethod(this, &ServerLink::statement_failed, Qt::QueuedConnection);
-        }
-    });
+void ServerLink::run_later(std::function<void(database::Connection&)> work, std::function<void()> done,
+                           std::function<void()> failed) {
+    connection_->run_later(
+        [this, work = std::move(work), done = std::move(done), failed = std::move(failed)](auto& connection) {
+            try {
+                work(connection);
+                QMetaObject::invokeMethod(this, done, Qt::QueuedConnection);
+            } catch (const std::exception& error) {
+                QMetaObject::invokeMethod(this, failed, Qt::QueuedConnection);
+                // Any other error is told by what the cashier does next.
+                if (database::may_have_run(error))
+                    QMetaObject::invokeMethod(this, &ServerLink::statement_failed, Qt::QueuedConnection);
+            }
+        });
 }
 
 QString ServerLink::text() const {

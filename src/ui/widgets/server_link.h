@@ -28,9 +28,11 @@ class ServerLink : public QObject {
     // the screen. A shop in a file is returned as it is.
     std::unique_ptr<database::Connection> attach(std::unique_ptr<database::Connection> opened, Ping ping);
 
-    // Runs `work` on the connection in another thread while the screen goes on, and calls `done` afterwards
-    // if it threw nothing. To be called only while there is a server.
-    void run_later(std::function<void(database::Connection&)> work, std::function<void()> done);
+    // Runs `work` on the connection in another thread while the screen goes on, and calls `done` afterwards,
+    // or `failed` if it threw. To be called only while there is a server.
+    void run_later(
+        std::function<void(database::Connection&)> work, std::function<void()> done,
+        std::function<void()> failed = [] {});
 
     bool is_lost() const { return state_ == State::lost; }
     // What the cashier is told: since when the server is away, or for some seconds that it is back, and how

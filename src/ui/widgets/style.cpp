@@ -106,12 +106,16 @@ QFrame[role="divider"] { background: $edge; border: none; max-width: 1px; min-wi
 
 QFrame[role="grid"] { background: $paper; border: 1px solid #c8d1d9; border-radius: 8px; }
 QFrame[role="grid"][lit="true"] { border: 2px solid $focus; }
+QFrame[role="matches"] { background: $paper; border: 2px solid $focus; border-radius: 8px; }
+QFrame[role="matches"] QLabel { color: $quiet; font-size: 14px; padding: 4px 10px; border-top: 1px solid $line; }
 QTableView { border: none; background: transparent; gridline-color: transparent; font-size: 17px;
              selection-background-color: $current; selection-color: $ink; }
 QTableView:focus { border: none; }
 QTableView[role="sheet"] { border: 2px solid #c8d1d9; border-radius: 8px; background: $paper; font-size: 16px; }
 QTableView[role="sheet"]:focus { border: 2px solid $focus; }
 QTableView[role="sheet"]::item { border-bottom: 1px solid #e6ebf0; padding: 0 8px; }
+QTableView[role="matches"] { border: none; background: $paper; font-size: 18px; }
+QTableView[role="matches"]::item { border-bottom: 1px solid #e6ebf0; padding: 0 8px; }
 QHeaderView { background: $strip; border: none; }
 QHeaderView::section { background: $strip; border: none; padding: 4px 10px 4px 0; font-size: 14px; font-weight: 700; color: $slate; }
 QTableCornerButton::section { background: $strip; border: none; }

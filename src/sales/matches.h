@@ -1,0 +1,43 @@
+// The items that match words while they are typed: a short list, so that every letter is answered at once.
+// The search with all filters is sales/search.h.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "database/connection.h"
+#include "sales/popular.h"
+
+namespace sales {
+
+inline constexpr std::size_t most_matches = 30;
+
+struct Match {
+    std::int64_t code = 0;
+    std::string name;
+    // What the unit, the pack and the carton cost on the invoice; nothing where the item is not sold in it.
+    std::array<std::optional<double>, 3> prices;
+    std::optional<double> stock;  // of the selling store, in units; nothing if no stock is kept
+
+    bool has_unit(int unit) const { return prices[static_cast<std::size_t>(unit) - 1].has_value(); }
+    // The unit that is entered unless another is chosen.
+    int first_unit() const;
+};
+
+// All that the answer depends on, so that it can be read in another thread.
+struct MatchQuery {
+    std::string typed;
+    int price_level = 0;
+    std::int64_t store = 0;
+    Popular::Found popular;  // in the names that this till sells
+};
+
+// At most `most_matches` items whose names hold all words that were typed, in any order, without those that
+// are stopped. First come the names in which each of them begins a word; of these and of the others first
+// what this till sells most, then the names that begin with what was typed.
+std::vector<Match> match_items(database::Connection& connection, const MatchQuery& query);
+
+}  // namespace sales

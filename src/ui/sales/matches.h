@@ -1,0 +1,83 @@
+// The items that match the letters in an entry field: a list below the field that follows the typing. The
+// focus stays in the field, and a code or a scan is not looked at.
+#pragma once
+
+#include <QFrame>
+#include <QPointer>
+#include <QTimer>
+#include <optional>
+#include <vector>
+
+#include "sales/entry.h"
+#include "sales/matches.h"
+#include "ui/widgets/context.h"
+#include "ui/widgets/search_pause.h"
+
+class QKeyEvent;
+class QLabel;
+class QLineEdit;
+
+namespace sales {
+class SalesDesk;
+}
+
+namespace ui {
+
+class ListTable;
+
+class Matches : public QFrame {
+    Q_OBJECT
+  public:
+    Matches(QWidget* window, sales::SalesDesk& desk, const Context& context);
+
+    void follow(QLineEdit* field);
+    // Sees each key of a followed field first. Returns true if the list took it: arrows, Enter on a row that
+    // was chosen with them, and the key for the next unit.
+    bool take_key(const QKeyEvent& key);
+    // What Enter on the words in a field enters: the first match. Nothing if there is none, which has been
+    // said, or if a scanner sent the words: then the list shows what could be meant.
+    std::optional<sales::Entry> first_for(QLineEdit* field);
+    // Shows the matches of the words in a field, or that there are none. For keys that the words hold up.
+    void show_for(QLineEdit* field);
+
+  signals:
+    void taken(QLineEdit* field, const sales::Entry& entry);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void edited(QLineEdit* field);
+    void answer();
+    void answer_now();
+    void show_matches(const std::string& typed, std::vector<sales::Match> found);
+    void place();
+    void shut();
+    void choose(int row);
+    void choose_next_unit(int step);
+    void take(int row, int unit);
+    sales::Entry entry_of(const sales::Match& match, int unit) const;
+    sales::Entry typed_entry() const;
+    void note_time(const QKeyEvent& key);
+    void read_popular();
+    void read_popular_days(int days);
+
+    sales::SalesDesk& desk_;
+    const Context& context_;
+    ListTable* table_;
+    QLabel* hint_;
+    QPointer<QLineEdit> field_;  // the one followed now
+    SearchPause pause_;
+    QTimer popular_;
+    std::vector<sales::Match> found_;
+    std::string answered_;  // the words that they match
+    int unit_ = 1;          // of the chosen row
+    bool has_chosen_ = false;
+    bool is_asking_ = false;  // a server
+    // By the times of the keys: how many came in the burst that the last one ends.
+    quint64 last_key_ = 0;
+    std::size_t burst_ = 0;
+    bool enter_ends_burst_ = false;
+};
+
+}  // namespace ui
