@@ -237,6 +237,13 @@ std::vector<Action> actions(const Wanted& wanted) {
                             const auto by_hand = static_cast<double>(items_with_searched_words(s.sizes));
                             expect_same("items found", static_cast<double>(s.found), by_hand);
                         }});
+    for (const auto& [name, typed] :
+         {std::pair("the first letter of a name in the entry field, to a painted list", "ح"),
+          std::pair("two words of a name, to a painted list", searched_words)}) {
+        list.push_back({name, 50, 60, [typed = std::string(typed)](Scene& s) {
+                            return Runner{[&s, typed] { return s.painted.match_and_paint(typed); }};
+                        }});
+    }
     list.push_back({.name = "cash position of a store with 3 drawers",
                     .budget_ms = 1000,
                     .rounds = 20,

@@ -155,6 +155,27 @@ double PaintedTill::search_and_paint(const std::string& name) {
     return taken;
 }
 
+double PaintedTill::match_and_paint(const std::string& words) {
+    const QString typed = QString::fromStdString(words);
+    auto* list = parts_->screen.findChild<QAbstractScrollArea*>("matches");
+    if (list == nullptr) throw std::runtime_error("there is no list of matches");
+    parts_->screen.activateWindow();
+    parts_->entry->setFocus();
+    parts_->entry->setText(typed.chopped(1));
+    const PaintWatch watch(list);
+    const double taken = milliseconds([&] {
+        QKeyEvent letter(QEvent::KeyPress, 0, Qt::NoModifier, typed.right(1));
+        letter.setTimestamp(typed_at_ += 1000);  // by hand
+        QApplication::sendEvent(parts_->entry, &letter);
+        while (!list->isVisible())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        paint();
+    });
+    watch.expect_painted();
+    parts_->entry->setText({});
+    return taken;
+}
+
 std::size_t PaintedTill::lines() const {
     return parts_->screen.desk().invoice().lines.size();
 }

@@ -30,6 +30,10 @@ class PaintedTill {
     // to the painted list, without the pause in which the panel waits for further typing.
     double search_and_paint(const std::string& name);
 
+    // Types words into the entry field. Returns the milliseconds from the last letter to the painted list
+    // of matches.
+    double match_and_paint(const std::string& words);
+
     ui::SalesWindow& window();
     // Lays out and paints all changes into the window's memory at once, without waiting for the next frame.
     void paint();
@@ -41,6 +45,7 @@ class PaintedTill {
     std::unique_ptr<Parts> parts_;
     const Sizes& sizes_;
     std::int64_t next_ = 0;
+    unsigned long long typed_at_ = 0;
 };
 
 }  // namespace bench

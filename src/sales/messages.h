@@ -97,6 +97,10 @@ inline constexpr std::string_view one_unit = "ليس للصنف وحدة أخر�
 inline constexpr std::string_view enter_quantity_of = "ادخل كمية الصنف ";
 inline constexpr std::string_view enter_price_of = "ادخل سعر الصنف ";
 
+// --- tiles -------------------------------------------------------------------------------------------
+// Write a name for the page.
+inline constexpr std::string_view name_tile_page = "اكتب اسم الصفحة";
+
 // --- recalled receipts ------------------------------------------------------------------------------
 // The receipt does not exist.
 inline constexpr std::string_view no_such_receipt = "البون غير موجود";

@@ -10,6 +10,7 @@
 #include "sales/offers.h"
 #include "sales/sale.h"
 #include "sales/search.h"
+#include "sales/tiles.h"
 
 namespace sales {
 
@@ -230,6 +231,7 @@ class SalesDesk : DeskStateHolder, DeskPart {
     Checkout& checkout() { return checkout_; }
     SavedReceipts& receipts() { return receipts_; }
     SaleOffers& offers() { return offers_; }
+    SaleTiles& tiles() { return tiles_; }
 
   private:
     SaleHeader header_{state_};
@@ -237,6 +239,7 @@ class SalesDesk : DeskStateHolder, DeskPart {
     Checkout checkout_{state_};
     SavedReceipts receipts_{state_};
     SaleOffers offers_{state_};
+    SaleTiles tiles_{state_};
 
     std::vector<std::string> news_;
     std::vector<ShiftRow> shifts_;

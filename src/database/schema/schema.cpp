@@ -70,6 +70,9 @@ constexpr Fragment till_tables[] = {
     "kind nvarchar(20) null, title nvarchar(200) null, begun datetime null, content nvarchar(max) null)",
     "create table till_step (save_id bigint not null, step int not null, noted nvarchar(max) null, "
     "primary key (save_id, step))",
+    // sales/tiles.h
+    "create table till_tile (page int not null, place int not null, name nvarchar(50) null, icode int null, "
+    "scode int null, colour int null, primary key (page, place))",
     // database/next_number.h
     "create table till_number (id int not null primary key)",
     // audit/chain.h

@@ -37,6 +37,7 @@ inline constexpr QKeyCombination walk_in_customer = Qt::Key_F10;
 inline constexpr QKeyCombination recall = Qt::CTRL | Qt::Key_R;
 inline constexpr QKeyCombination invoice_data = Qt::CTRL | Qt::Key_D;
 inline constexpr QKeyCombination search = Qt::CTRL | Qt::Key_F;
+inline constexpr QKeyCombination tiles = Qt::CTRL | Qt::Key_G;
 inline constexpr QKeyCombination first_price_level = Qt::CTRL | Qt::Key_1;
 }  // namespace key
 

@@ -62,10 +62,9 @@ EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
     row->addWidget(field_, 1);
     auto* general = new KeyButton("general_item", "*", "صنف عام", KeyButton::Look::tool);
     auto* search = new KeyButton("search", key_cap(key::search), "بحث", KeyButton::Look::tool);
-    general->setMinimumWidth(px(150));
-    search->setMinimumWidth(px(150));
-    row->addWidget(general);
-    row->addWidget(search);
+    auto* tiles = new KeyButton("tiles_open", key_cap(key::tiles), "أصناف سريعة", KeyButton::Look::tool);
+    for (KeyButton* button : {general, search, tiles})
+        row->addWidget(button);
 
     recalled_ = text_field("entry_for_recalled");
     set_hint(recalled_, "إضافة صنف إلى الفاتورة المستدعاة");
@@ -84,6 +83,7 @@ EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
     });
     connect(general, &QPushButton::clicked, this, &EntryBar::general_item_clicked);
     connect(search, &QPushButton::clicked, this, &EntryBar::search_clicked);
+    connect(tiles, &QPushButton::clicked, this, &EntryBar::tiles_clicked);
 }
 
 void EntryBar::show_recalled(bool recalled) {

@@ -31,6 +31,7 @@ class EntryBar : public QWidget {
     void entered_for_recalled(const QString& text);
     void general_item_clicked();
     void search_clicked();
+    void tiles_clicked();
     // The keys Up and Down.
     void down();
     // "+" and "/" alone in the field.

@@ -19,6 +19,7 @@
 #include "ui/sales/line_view.h"
 #include "ui/sales/matches.h"
 #include "ui/sales/party_bar.h"
+#include "ui/sales/tiles_panel.h"
 #include "ui/sales/totals_panel.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
@@ -96,6 +97,8 @@ QWidget* SalesWindow::build_main() {
     lines_ = new LineView(model_);
     inside->addWidget(lines_);
     column->addWidget(frame, 1);
+    tiles_ = new TilesPanel(desk_, context_);
+    column->addWidget(tiles_);
     printing_ = new PrintingLine(context_.services);
     column->addWidget(printing_);
     column->addWidget(build_foot());
@@ -173,6 +176,9 @@ void SalesWindow::connect_parts() {
     connect(entry_bar_, &EntryBar::entered, this, &SalesWindow::enter_item);
     connect(entry_bar_, &EntryBar::general_item_clicked, this, [this] { enter_item("*"); });
     connect(entry_bar_, &EntryBar::search_clicked, this, [this] { search(); });
+    connect(entry_bar_, &EntryBar::tiles_clicked, tiles_, &TilesPanel::toggle);
+    connect(tiles_, &TilesPanel::taken, this, &SalesWindow::enter);
+    connect(tiles_, &TilesPanel::left, this, &SalesWindow::focus_entry);
     connect(entry_bar_, &EntryBar::down, this, &SalesWindow::go_to_grid);
     connect(entry_bar_, &EntryBar::quick_quantity_wanted, this, &SalesWindow::quick_quantity);
     connect(entry_bar_, &EntryBar::delete_wanted, this, &SalesWindow::delete_current_line);

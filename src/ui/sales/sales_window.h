@@ -22,6 +22,7 @@ class KindBar;
 class LineModel;
 class LineView;
 class Matches;
+class TilesPanel;
 class PartyBar;
 class PrintingLine;
 class TotalsPanel;
@@ -130,6 +131,7 @@ class SalesWindow : public QWidget {
     InvoiceBanner* banner_ = nullptr;
     EntryBar* entry_bar_ = nullptr;
     Matches* matches_ = nullptr;
+    TilesPanel* tiles_ = nullptr;
     PartyBar* party_bar_ = nullptr;
     LineView* lines_ = nullptr;
     PrintingLine* printing_ = nullptr;

@@ -15,6 +15,7 @@
 #include "ui/sales/sales_window.h"
 #include "ui/sales/search_panel.h"
 #include "ui/sales/sheets.h"
+#include "ui/sales/tiles_panel.h"
 #include "ui/sales/totals_panel.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
@@ -218,6 +219,7 @@ void SalesWindow::switch_kind(int kind) {
 
 void SalesWindow::choose_price_level(int level) {
     act_and_return("ChoosePriceLevel", [&] { desk_.header().choose_price_level(level); });
+    tiles_->refresh();
 }
 
 void SalesWindow::switch_payment(int payment) {

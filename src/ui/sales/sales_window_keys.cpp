@@ -10,6 +10,7 @@
 #include "ui/sales/line_view.h"
 #include "ui/sales/matches.h"
 #include "ui/sales/sales_window.h"
+#include "ui/sales/tiles_panel.h"
 #include "ui/sales/totals_panel.h"
 #include "ui/widgets/sheet.h"
 
@@ -37,6 +38,7 @@ const std::vector<Command>& SalesWindow::commands() {
         {"f11", "إعادة تشغيل", Qt::Key_F11, strip_end, [](SalesWindow& w) { w.restart(); }},
         {"f12", "خروج", Qt::Key_F12, strip_end, [](SalesWindow& w) { w.leave(); }},
         {"search", "&بحث عن صنف", key::search, menu, [](SalesWindow& w) { w.search(); }},
+        {"tiles", "&أصناف سريعة", key::tiles, menu, [](SalesWindow& w) { w.tiles_->toggle(); }, keep},
         {"item_info", "بيانات ال&صنف", Qt::CTRL | Qt::Key_I, menu, [](SalesWindow& w) { w.item_info(); },
          keep},
         {"next_unit", "وحدة السطر ال&تالية", Qt::CTRL | Qt::Key_U, menu,

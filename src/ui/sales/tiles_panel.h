@@ -1,0 +1,65 @@
+// The shop's pages of tiles, below the lines of the invoice: one tap rings an item up. Who has the right to
+// changes pages and tiles here too.
+#pragma once
+
+#include <QFrame>
+#include <vector>
+
+#include "sales/tiles.h"
+#include "ui/widgets/context.h"
+
+class QHBoxLayout;
+class QPushButton;
+
+namespace sales {
+class SalesDesk;
+}
+
+namespace ui {
+
+class TilesPanel : public QFrame {
+    Q_OBJECT
+  public:
+    TilesPanel(sales::SalesDesk& desk, const Context& context, QWidget* parent = nullptr);
+
+    // Opens the panel with the focus on its first tile, or closes it if the focus is in it.
+    void toggle();
+    // Shows the prices of another price level.
+    void refresh();
+
+  signals:
+    void taken(const sales::Entry& entry);
+    // The panel was closed, or a page was changed: the focus belongs to the entry field.
+    void left();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void read();
+    void show_pages();
+    void show_tiles();
+    QPushButton* tab(const QString& name, const QString& caption);
+    void set_editing(bool editing);
+    void choose_page(std::size_t page);
+    void press_tile(std::size_t at);
+    void add_tile();
+    void edit_tile(std::size_t at);
+    void edit_page(bool is_new);
+    void store(sales::TilePage page);
+    void focus_tile(int at);
+    sales::TilePage* page() { return page_ < pages_.size() ? &pages_[page_] : nullptr; }
+
+    sales::SalesDesk& desk_;
+    const Context& context_;
+    QHBoxLayout* tabs_;
+    QWidget* area_;
+    std::vector<QPushButton*> tiles_;
+    int columns_ = 1;
+    std::vector<sales::TilePage> pages_;
+    std::size_t page_ = 0;
+    bool editing_ = false;
+};
+
+}  // namespace ui
