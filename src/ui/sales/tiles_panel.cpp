@@ -1,5 +1,6 @@
 #include "ui/sales/tiles_panel.h"
 
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -28,28 +29,32 @@ constexpr double tile_height = 64;
 constexpr double between = 6;
 constexpr double tab_height = 44;
 
-// Leaves the arrows to the panel, which knows the rows.
+// Passes the arrows on to the panel, which knows the rows; the scroll area between would take them.
 class GridButton : public QPushButton {
   public:
-    using QPushButton::QPushButton;
+    GridButton(const QString& caption, QWidget* panel) : QPushButton(caption), panel_(panel) {
+        setMinimumSize(px(tile_width), px(tile_height));
+    }
 
   protected:
     void keyPressEvent(QKeyEvent* event) override {
         const int key = event->key();
         if (key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down)
-            event->ignore();
+            QCoreApplication::sendEvent(panel_, event);
         else
             QPushButton::keyPressEvent(event);
     }
+
+  private:
+    QWidget* panel_;
 };
 
 // The name on two lines at most, and below it the price, with the unit if it is not the piece.
 class TileButton : public GridButton {
   public:
-    TileButton(std::size_t at, const sales::Tile& tile)
-        : GridButton(qt(tile.name)), colour_(tile_colour(tile.colour)) {
+    TileButton(std::size_t at, const sales::Tile& tile, QWidget* panel)
+        : GridButton(qt(tile.name), panel), colour_(tile_colour(tile.colour)) {
         setObjectName("tile_" + QString::number(at + 1));
-        setMinimumSize(px(tile_width), px(tile_height));
         if (tile.price) price_ = "\u200e" + qt(common::format_amount(*tile.price));
         if (tile.unit != 1) price_ = qt(sales::unit_name(tile.unit)) + "  " + price_;
         setEnabled(tile.price.has_value());
@@ -191,15 +196,14 @@ void TilesPanel::show_tiles() {
     };
     const sales::TilePage* shown = page();
     for (std::size_t i = 0; shown != nullptr && i < shown->tiles.size(); ++i) {
-        auto* button = new TileButton(i, shown->tiles[i]);
+        auto* button = new TileButton(i, shown->tiles[i], this);
         if (editing_) button->setEnabled(true);
         connect(button, &QPushButton::clicked, this, [this, i] { press_tile(i); });
         place(button);
     }
     if (editing_ && shown != nullptr && shown->tiles.size() < sales::most_tiles) {
-        auto* add = new GridButton("+ صنف");
+        auto* add = new GridButton("+ صنف", this);
         add->setObjectName("tile_add");
-        add->setMinimumSize(px(tile_width), px(tile_height));
         connect(add, &QPushButton::clicked, this, &TilesPanel::add_tile);
         place(add);
     }
