@@ -14,8 +14,10 @@
 #include "common/numbers.h"
 #include "sales/items.h"
 #include "sales/sales_desk.h"
+#include "ui/sales/commands.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
+#include "ui/widgets/key_button.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/server_link.h"
@@ -35,6 +37,8 @@ constexpr int popular_after_ms = 10'000;
 constexpr int between_days_ms = 50;
 // What the first search may spend on it before it answers.
 constexpr int first_popular_ms = 10;
+
+constexpr auto next_unit_cap = "Ctrl U";
 
 constexpr int first_unit_column = 1;
 constexpr int stock_column = 4;
@@ -151,6 +155,10 @@ void Matches::answer() {
     if (field_ == nullptr || !field_->hasFocus()) return;
     if (context_.connection.is_embedded()) return answer_now();
     if (is_asking_ || context_.server.is_lost()) return;
+    if (popular_.isActive()) {
+        popular_.stop();
+        read_popular();
+    }
     const sales::MatchQuery query = desk_.lines().match_query(typed_entry());
     if (query.typed.empty() || query.typed == answered_) return;
     is_asking_ = true;
@@ -195,7 +203,8 @@ void Matches::show_matches(const std::string& typed, std::vector<sales::Match> f
             row << (price ? figure(common::format_amount(*price)) : QString());
         rows.push_back(row << (match.stock ? figure(common::format_quantity(*match.stock)) : QString()));
     }
-    const QString keys = "\u200fEnter إدخال · Down اختيار صنف · Ctrl U اختيار الوحدة · Ctrl F بحث بالتفصيل";
+    const QString keys = QString("\u200fEnter إدخال · Down اختيار صنف · %1 اختيار الوحدة · %2 بحث بالتفصيل")
+                             .arg(next_unit_cap, key_cap(key::search));
     hint_->setText(found_.empty()                        ? "Esc مسح ما كتب"
                    : found_.size() < sales::most_matches ? keys
                                                          : "اكتب حرفا آخر لباقي الأصناف · " + keys);
@@ -324,7 +333,8 @@ bool Matches::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void Matches::read_popular() {
-    read_popular_days(context_.connection.is_embedded() ? 1 : sales::Popular::days_counted);
+    if (!context_.connection.is_embedded()) return read_popular_days(sales::Popular::days_counted);
+    read_popular_days(1);
     if (!desk_.lines().popular().is_complete()) popular_.start(between_days_ms);
 }
 
@@ -348,7 +358,10 @@ void Matches::read_popular_days(int days) {
     const auto sold = std::make_shared<std::vector<sales::SoldItem>>();
     context_.server.run_later([sold, read](database::Connection& shop) { *sold = read(shop); },
                               [self = QPointer(this), sold, days] {
-                                  if (self != nullptr) self->desk_.lines().popular().add(*sold, days);
+                                  if (self == nullptr) return;
+                                  self->desk_.lines().popular().add(*sold, days);
+                                  self->answered_.clear();
+                                  if (!self->has_chosen_) self->answer();
                               });
 }
 
