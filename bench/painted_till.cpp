@@ -125,12 +125,16 @@ void PaintedTill::enter_and_paint() {
     watch.expect_painted();
 }
 
-double PaintedTill::search_and_paint(const std::string& name) {
-    ui::SalesWindow& screen = parts_->screen;
-    screen.activateWindow();
-    for (int i = 0; i < 100 && !screen.isActiveWindow(); ++i)
+void PaintedTill::activate() {
+    parts_->screen.activateWindow();
+    for (int i = 0; i < 100 && !parts_->screen.isActiveWindow(); ++i)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
     parts_->entry->setFocus();
+}
+
+double PaintedTill::search_and_paint(const std::string& name) {
+    ui::SalesWindow& screen = parts_->screen;
+    activate();
     double taken = -1;
     std::optional<PaintWatch> watch;
     // The panel runs its own loop until it is closed.
@@ -159,16 +163,15 @@ double PaintedTill::match_and_paint(const std::string& words) {
     const QString typed = QString::fromStdString(words);
     auto* list = parts_->screen.findChild<QAbstractScrollArea*>("matches");
     if (list == nullptr) throw std::runtime_error("there is no list of matches");
-    parts_->screen.activateWindow();
-    parts_->entry->setFocus();
+    activate();
     parts_->entry->setText(typed.chopped(1));
     const PaintWatch watch(list);
     const double taken = milliseconds([&] {
         QKeyEvent letter(QEvent::KeyPress, 0, Qt::NoModifier, typed.right(1));
         letter.setTimestamp(typed_at_ += 1000);  // by hand
         QApplication::sendEvent(parts_->entry, &letter);
-        while (!list->isVisible())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        for (int i = 0; i < 1000 && !list->isVisible(); ++i)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
         paint();
     });
     watch.expect_painted();

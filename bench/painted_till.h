@@ -40,6 +40,8 @@ class PaintedTill {
 
   private:
     struct Parts;
+    // Gives the entry field the focus.
+    void activate();
     void clear();
     std::size_t lines() const;
     std::unique_ptr<Parts> parts_;

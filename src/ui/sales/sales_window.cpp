@@ -177,7 +177,11 @@ void SalesWindow::connect_parts() {
     connect(entry_bar_, &EntryBar::general_item_clicked, this, [this] { enter_item("*"); });
     connect(entry_bar_, &EntryBar::search_clicked, this, [this] { search(); });
     connect(entry_bar_, &EntryBar::tiles_clicked, tiles_, &TilesPanel::toggle);
-    connect(tiles_, &TilesPanel::taken, this, &SalesWindow::enter);
+    connect(tiles_, &TilesPanel::taken, this, [this](sales::Entry entry) {
+        const sales::Entry typed = sales::read_entry(utf8(entry_bar_->field()->text()));
+        if (typed.form == sales::EntryForm::quantity) entry.quantity = typed.quantity;
+        enter(entry);
+    });
     connect(tiles_, &TilesPanel::left, this, &SalesWindow::focus_entry);
     connect(entry_bar_, &EntryBar::down, this, &SalesWindow::go_to_grid);
     connect(entry_bar_, &EntryBar::quick_quantity_wanted, this, &SalesWindow::quick_quantity);

@@ -251,7 +251,7 @@ void SalesWindow::search() {
     field->setFocus();
     if (!taken) return;
     sales::Entry found = panel.entry();
-    if (!typed.name.empty()) found.quantity *= typed.quantity;
+    if (typed.quantity_typed) found.quantity *= typed.quantity;
     enter_found(field, found);
 }
 
