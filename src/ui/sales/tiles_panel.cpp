@@ -25,7 +25,7 @@ namespace ui {
 namespace {
 
 constexpr double tile_width = 128;
-constexpr double tile_height = 64;
+constexpr double tile_height = 76;
 constexpr double between = 6;
 constexpr double tab_height = 44;
 
@@ -122,6 +122,8 @@ TilesPanel::TilesPanel(sales::SalesDesk& desk, const Context& context, QWidget* 
     scroll->setWidgetResizable(true);
     scroll->setWidget(area_);
     area_->setObjectName("tiles");
+    set_role(area_, "tiles");
+    set_role(scroll, "tiles");
     auto* grid = new QGridLayout(area_);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(px(between));
@@ -138,9 +140,6 @@ void TilesPanel::toggle() {
     }
     editing_ = false;
     read();
-    // Two rows of tiles on a small screen, three on a large one: the lines need the rest.
-    const int rows = window()->height() < px(900) ? 2 : 3;
-    setFixedHeight(px(tab_height) + rows * px(tile_height + between) + px(20));
     show();
     show_pages();
     focus_tile(0);
@@ -213,6 +212,10 @@ void TilesPanel::show_tiles() {
                             "side", "tiles_empty");
         grid->addWidget(empty, 0, 0, 1, columns_, Qt::AlignCenter);
     }
+    // At most two rows of tiles on a small screen, and three on a large one: the lines need the rest.
+    const int needed = std::max(1, (static_cast<int>(tiles_.size()) + columns_ - 1) / columns_);
+    const int rows = std::min(needed, window()->height() < px(900) ? 2 : 3);
+    setFixedHeight(px(tab_height) + rows * px(tile_height + between) + px(20));
     for (int i = 0; i < std::max(columns_, grid->columnCount()); ++i)
         grid->setColumnStretch(i, i < columns_ ? 1 : 0);
     for (int i = 0; i < grid->rowCount(); ++i)

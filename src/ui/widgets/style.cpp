@@ -108,6 +108,7 @@ QFrame[role="grid"] { background: $paper; border: 1px solid #c8d1d9; border-radi
 QFrame[role="grid"][lit="true"] { border: 2px solid $focus; }
 QFrame[role="matches"] { background: $paper; border: 2px solid $focus; border-radius: 8px; }
 QFrame[role="matches"] QLabel { color: $quiet; font-size: 14px; padding: 4px 10px; border-top: 1px solid $line; }
+QWidget[role="tiles"], QScrollArea[role="tiles"] { background: $paper; border: none; }
 QTableView { border: none; background: transparent; gridline-color: transparent; font-size: 17px;
              selection-background-color: $current; selection-color: $ink; }
 QTableView:focus { border: none; }
