@@ -25,9 +25,9 @@ namespace {
 namespace column = sales::column;
 
 constexpr std::array<int, LineModel::shown_count> shown = {
-    column::number,           column::code,      column::name,   column::group,
-    column::quantity,         column::unit_name, column::price,  column::discount_value,
-    column::discount_percent, column::total,     column::balance};
+    column::number,           column::code,     column::name,   column::group,
+    column::unit_name,        column::quantity, column::price,  column::discount_value,
+    column::discount_percent, column::total,    column::balance};
 
 bool waits_for_typing(const sales::Line& line, int source) {
     const bool discount = source == column::discount_value || source == column::discount_percent;
@@ -105,8 +105,8 @@ bool can_be_edited(int source) {
 constexpr auto empty_text = "اكتب كود الصنف أو مرر الباركود · Ctrl F للبحث بالاسم";
 
 // Widths of the shown columns on a wide and a narrow screen; the name takes the rest.
-constexpr std::array<int, LineModel::shown_count> wide_columns = {36, 68, 0, 112, 78, 60, 82, 72, 72, 92, 80};
-constexpr std::array<int, LineModel::shown_count> narrow_columns = {30, 56, 0, 0, 66, 54, 66, 62, 62, 74, 66};
+constexpr std::array<int, LineModel::shown_count> wide_columns = {36, 68, 0, 112, 60, 78, 82, 72, 72, 92, 80};
+constexpr std::array<int, LineModel::shown_count> narrow_columns = {30, 54, 0, 0, 54, 64, 64, 70, 70, 74, 66};
 
 // The number of characters in the whole words that fit a width; at least the first word.
 qsizetype fitting(const QString& text, const QFontMetrics& metrics, int width) {

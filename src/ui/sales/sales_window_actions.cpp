@@ -176,7 +176,7 @@ void SalesWindow::save() {
         repaint_all();
         if (begun == sales::BeginSave::refused) return;
         if (begun == sales::BeginSave::ask_payment &&
-            PaymentDialog(this, context_, *desk_.checkout().payment()).run() == 0) {
+            PaymentDialog(this, context_, *desk_.checkout().payment(), desk_.invoice()).run() == 0) {
             desk_.checkout().cancel_payment();
             return;
         }

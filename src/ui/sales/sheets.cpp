@@ -13,6 +13,7 @@
 #include "sales/payment.h"
 #include "sales/sales_desk.h"
 #include "ui/printing/reports.h"
+#include "ui/sales/payment_side.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
@@ -116,31 +117,44 @@ QFrame* figure_box(const char* role, const QString& caption, QLabel* figure) {
 
 }  // namespace
 
-PaymentDialog::PaymentDialog(QWidget* host, const Context& context, sales::Payment& payment)
+PaymentDialog::PaymentDialog(QWidget* host, const Context& context, sales::Payment& payment,
+                             const sales::Invoice& invoice)
     : Sheet(host), context_(context), payment_(payment) {
     setObjectName("Form34");
-    set_card_width(520);
+    set_card_width(940);
+    QHBoxLayout* columns = add_row();
+    columns->setSpacing(px(20));
+    auto* fields = new QVBoxLayout;
+    fields->setSpacing(px(14));
+    auto* goods = new QVBoxLayout;
+    auto* lines = new PaymentLines(invoice);
+    connect(lines, &ListTable::row_taken, this, &PaymentDialog::take_focus);
+    goods->addWidget(lines, 1);
+    waiting_ = new WaitingScans(context.keys, this);
+    goods->addWidget(waiting_);
+    columns->addLayout(goods, 1);
+    columns->addLayout(fields, 1);
     if (!payment.note().empty()) {
         QLabel* note = label(qt(payment.note()), "said", "payment_note");
         note->setWordWrap(true);
-        body()->addWidget(note);
+        fields->addWidget(note);
     }
     auto* net = new Figure("payment_net", "netfigure");
     net->setText(qt(payment.net().text()));
-    body()->addWidget(figure_box("net", "الصافي", net));
+    fields->addWidget(figure_box("net", "الصافي", net));
 
     paid_ = new AmountField("paid");
     set_role(paid_, "large");
     paid_->setText(qt(payment.paid().text()));
-    body()->addWidget(captioned("المدفوع", paid_));
+    fields->addWidget(captioned("المدفوع", paid_));
 
     change_ = new Figure("change", "changefigure");
     change_box_ = figure_box("change", "المردود", change_);
-    body()->addWidget(change_box_);
+    fields->addWidget(change_box_);
 
     worker_ = choice_list("salesman");
     fill_optional_choices(worker_, payment.workers(), payment.worker());
-    body()->addWidget(captioned("البائ&ع", worker_));
+    fields->addWidget(captioned("البائ&ع", worker_));
 
     const auto [confirm, back] = confirm_buttons(add_row(), "payment", "تأكيد");
     connect(paid_, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -150,8 +164,12 @@ PaymentDialog::PaymentDialog(QWidget* host, const Context& context, sales::Payme
     connect(worker_, &QComboBox::currentTextChanged, this,
             [this] { payment_.choose_worker(choice_of(worker_).value_or(0)); });
     connect(confirm, &QPushButton::clicked, this, &PaymentDialog::enter);
-    connect(back, &QPushButton::clicked, this, [this] { leave(0); });
+    connect(back, &QPushButton::clicked, this, &PaymentDialog::escape);
     show_change();
+}
+
+void PaymentDialog::escape() {
+    if (waiting_->may_leave(context_.services.prompts)) leave(0);
 }
 
 void PaymentDialog::take_focus() {

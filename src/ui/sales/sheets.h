@@ -17,6 +17,7 @@ class QLineEdit;
 namespace sales {
 class Payment;
 class SalesDesk;
+struct Invoice;
 struct ItemInfo;
 struct StockShown;
 }  // namespace sales
@@ -25,6 +26,7 @@ namespace ui {
 
 class AmountField;
 class ListTable;
+class WaitingScans;
 
 // The receipts that this drawer saved today, to look at, print again, or start a return from. run() returns 1
 // if a receipt was brought to the sales window.
@@ -50,16 +52,18 @@ class ReceiptsSheet : public Sheet {
     QLabel* said_;  // where a receipt was kept
 };
 
-// The payment dialog: net, paid, change in large figures, and the salesman. run() returns 1 for confirm
-// (Enter) and 0 for back to the invoice (Esc). `payment` holds what was typed.
+// The payment dialog: the lines, net, paid, change in large figures, and the salesman. run() returns 1 for
+// confirm (Enter) and 0 for back to the invoice (Esc). `payment` holds what was typed.
 class PaymentDialog : public Sheet {
     Q_OBJECT
   public:
-    PaymentDialog(QWidget* host, const Context& context, sales::Payment& payment);
+    PaymentDialog(QWidget* host, const Context& context, sales::Payment& payment,
+                  const sales::Invoice& invoice);
 
   protected:
     void take_focus() override;
     void enter() override;
+    void escape() override;
 
   private:
     void show_change();
@@ -70,6 +74,7 @@ class PaymentDialog : public Sheet {
     QLabel* change_;
     QFrame* change_box_;
     QComboBox* worker_;
+    WaitingScans* waiting_;
 };
 
 // The data of the invoice besides its lines: store, date, salesman, note, and whether a receipt is printed.
