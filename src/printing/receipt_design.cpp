@@ -34,16 +34,16 @@ constexpr std::string_view font_column = "bon_font";
 
 constexpr FormField<Design> shop_lines[] = {
     // the shop's name, its second name
-    {&Design::store_name, {"design_name", "اسم ال&محل", FieldKind::text, {0, 0, 2}, "aname"}},
+    {&Design::store_name, {"design_name", "اسم المح&ل", FieldKind::text, {0, 0, 2}, "aname"}},
     {&Design::second_store_name,
      {"design_second_name", "الاسم ال&ثاني", FieldKind::text, {0, 2, 2}, "ename"}},
     // telephone, a note at the foot
     {&Design::telephone, {"design_telephone", "ال&تليفون", FieldKind::digits, {1, 0, 2}, "tel"}},
-    {&Design::note, {"design_note", "ملاحظة أسفل ال&بون", FieldKind::text, {1, 2, 2}, "rec_note"}},
+    {&Design::note, {"design_note", "ملاح&ظة أسفل البون", FieldKind::text, {1, 2, 2}, "rec_note"}},
     // font, its size
-    {{}, {"design_font", "ال&خط", FieldKind::choice, {2, 0, 2}}},
+    {{}, {"design_font", "الخ&ط", FieldKind::choice, {2, 0, 2}}},
     {&Design::font_size,
-     {"design_font_size", "ح&جم الخط", FieldKind::code, {2, 2}, "bon_font_s", "", message::wrong_font_size}},
+     {"design_font_size", "حجم الخط", FieldKind::code, {2, 2}, "bon_font_s", "", message::wrong_font_size}},
 };
 
 constexpr FormField<Design> page_fields[] = {

@@ -57,8 +57,8 @@ LogoSheet::LogoSheet(QWidget* host, common::Prompts& prompts, const fs::path& fo
     list_->say_when_empty("لا توجد صور في هذا المجلد");
     body()->addWidget(list_, 1);
     QHBoxLayout* row = add_row();
-    set_role(foot_button(row, "logo_choose", "ا&ختيار  Enter", 2, [this] { choose(); }), "main");
-    foot_button(row, "logo_back", "رجو&ع", 1, [this] { leave(0); });
+    set_role(foot_button(row, "logo_choose", "اخت&يار  Enter", 2, [this] { choose(); }), "main");
+    foot_button(row, "logo_back", "ر&جوع", 1, [this] { leave(0); });
     connect(list_, &ListTable::row_taken, this, [this] { choose(); });
     connect(path_, &QLineEdit::returnPressed, this, [this] { open(path_of(path_->text().trimmed())); });
     show_folder(folder);

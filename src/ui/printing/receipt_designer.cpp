@@ -82,7 +82,7 @@ QWidget* ReceiptDesignerSheet::build_fields() {
     row->setSpacing(px(10));
     save_ = foot_button(row, "design_save", "ح&فظ", 2, [this] { save(); });
     set_role(save_, "main");
-    foot_button(row, "design_back", "رجو&ع", 1, [this] { escape(); });
+    foot_button(row, "design_back", "رج&وع", 1, [this] { escape(); });
     column->addLayout(row);
     form_.lead_on(printing::shop_lines_form(), save_);
     return fields;
@@ -111,8 +111,8 @@ QWidget* ReceiptDesignerSheet::build_logo() {
     row->addWidget(label("الشعار", "caption"));
     logo_ = label({}, "side", "design_logo");
     row->addWidget(logo_, 1);
-    foot_button(row, "design_logo_choose", "اختيار &صورة", 0, [this] { choose_logo(); });
-    foot_button(row, "design_logo_none", "بدون شعا&ر", 0, [this] {
+    foot_button(row, "design_logo_choose", "اختيار صورة", 0, [this] { choose_logo(); });
+    foot_button(row, "design_logo_none", "بدون &شعار", 0, [this] {
         logic_.remove_logo();
         show_logo();
         redraw();

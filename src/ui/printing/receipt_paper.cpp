@@ -30,8 +30,8 @@ ReceiptPaper::ReceiptPaper(const Context& context, printing::Receipt receipt)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(px(8));
-    shown_ = new Segments("design_shown", {{static_cast<int>(Shown::text), "&نص"},
-                                           {static_cast<int>(Shown::roll), "مر&سوم"},
+    shown_ = new Segments("design_shown", {{static_cast<int>(Shown::text), "نص"},
+                                           {static_cast<int>(Shown::roll), "مرسوم"},
                                            {static_cast<int>(Shown::page), "فاتورة A&4"}});
     connect(shown_, &Segments::chosen, this, [this](int form) {
         shown_->show_chosen(form);

@@ -1,5 +1,6 @@
 #include "ui/widgets/key_queue.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDateTime>
 #include <QMenu>
@@ -37,6 +38,11 @@ bool box_is_open() {
 }
 bool field_takes_no_scans() {
     return key_mode_of(QApplication::focusWidget()) == keys_no_scans;
+}
+
+// A button takes no characters. Held back, the press would come behind its own release and do nothing.
+bool presses_button(int key) {
+    return key == Qt::Key_Space && qobject_cast<QAbstractButton*>(QApplication::focusWidget()) != nullptr;
 }
 
 // The key at the same place of a Latin layout.
@@ -229,6 +235,10 @@ void KeyQueue::route(const Key& key) {
         return;
     }
     if (!is_close(key)) deliver_pending();
+    if (pending_.empty() && presses_button(key.key)) {
+        deliver(key);
+        return;
+    }
     if (key.printable()) {
         pending_.push_back(key);
         pending_timer_.start();
