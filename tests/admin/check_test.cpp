@@ -53,6 +53,8 @@ TEST(Check, NamesWhatIsWrongWithTheShop) {
         {"drop table saledata", "invoices: cannot be looked at"},
         {"drop table basic", "ok     users: 1"},
         {"drop table till_claim", "note   schema: the table till_claim is missing; a till whose", 0},
+        {"insert into till_journal (cash_no, num, id, moment, hash) values (2, 1, 5, '2026/11/21', 'x')",
+         "WRONG  journal: row 1 of till 2 (2026/11/21 00:00:00) was changed"},
         {"alter table items drop column price15", "no column price15"},
         {"update basic set [print] = '/no/such/port'", "/no/such/port is not there"},
         {"update basic set [print] = 'lpt9x/port'", "is not there"},

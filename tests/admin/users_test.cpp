@@ -42,6 +42,14 @@ TEST_F(Users, PasswordsComeFromTheInput) {
     EXPECT_EQ(bench.cell("select pass from users where code = 1"), "new one");
     ASSERT_EQ(bench.run({"users", "password", "1", "--no-password"}).code, 0);
     EXPECT_EQ(bench.cell("select pass from users where code = 1"), "");
+
+    // A badge is read like a password, or drawn.
+    EXPECT_EQ(bench.run({"users", "badge", "1"}, "12 34\n").code, 1);
+    EXPECT_EQ(bench.run({"users", "badge", "1"}, "12345678\n").code, 0);
+    EXPECT_EQ(bench.cell("select count(*) from till_badge where user_code = 1"), "1");
+    EXPECT_EQ(bench.run({"users", "badge", "1", "--new"}).out.find('\n'), 16U);
+    EXPECT_EQ(bench.run({"users", "badge", "1", "--take"}).code, 0);
+    EXPECT_EQ(bench.cell("select count(*) from till_badge"), "0");
 }
 
 TEST_F(Users, RefusedLinesChangeNothing) {
