@@ -27,7 +27,7 @@ constexpr int offer_taken = 3;         // of MessageBox::run()
 
 std::optional<audit::Person> ask_supervisor(const Context& context, const signin::Refused& refused) {
     MessageBox box(window_in_use(), qt(refused.text), refused.icon);
-    box.offer("موافقة ال&مشرف");  // a supervisor's approval
+    box.offer("موافقة الم&شرف");  // a supervisor's approval
     if (box.run() != offer_taken) return std::nullopt;
     std::optional<audit::Person> approver;
     guarded(context.services, "Approve", [&] {
