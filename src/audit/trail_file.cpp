@@ -1,15 +1,15 @@
 #include "audit/trail_file.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <system_error>
 
+#include "audit/person_json.h"
 #include "common/files.h"
-#include "common/json.h"
 #include "common/text.h"
 
 namespace audit {
 
-TALLVEX_JSON(Person, code, name)
 TALLVEX_JSON(Event, what, amount, item, invoice, approver)
 TALLVEX_JSON(Entry, id, moment, store, user, kind, event)
 TALLVEX_JSON(End, number, hash)

@@ -2,13 +2,7 @@
 
 #include <iterator>
 
-#include "common/json.h"
-
-namespace audit {
-
-TALLVEX_JSON(Person, code, name)
-
-}  // namespace audit
+#include "audit/person_json.h"
 
 namespace accounts {
 
