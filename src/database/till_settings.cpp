@@ -43,6 +43,22 @@ std::optional<std::string> read_folders(std::string_view typed) {
     return common::column_width(text) > longest_value ? std::nullopt : std::optional(text);
 }
 
+// A display has two lines of 20 characters, and letters of its own besides those of ASCII.
+constexpr std::size_t display_width = 40;
+
+std::optional<std::string> read_display_text(std::string_view typed) {
+    const std::string_view text = common::trim(typed);
+    const auto is_plain = [](char c) { return c >= ' ' && c <= '~'; };
+    if (text.empty() || text.size() > display_width || !std::all_of(text.begin(), text.end(), is_plain))
+        return std::nullopt;
+    return std::string(text);
+}
+
+std::optional<std::string> read_values(std::string_view typed) {
+    const auto values = common::read_denominations(typed);
+    return values ? std::optional(common::denominations_text(*values)) : std::nullopt;
+}
+
 constexpr std::string_view yes = "yes";
 constexpr std::string_view no = "no";
 constexpr std::string_view yes_or_no = "yes or no";
@@ -82,6 +98,14 @@ constexpr TillSetting settings[] = {
      "no). "
      "A scale's label asks all the same. Tills notice a change at the next sign-in",
      yes_or_no, read_yes_or_no},
+    {setting::display_greeting,
+     "what the customer display shows between two sales. Tills notice a change at their next start",
+     "up to 40 Latin letters, digits and signs, of which the display shows 20 on each of its lines",
+     read_display_text},
+    {setting::denominations,
+     "the notes and coins of the currency: those that the payment offers by one key, and those by which a "
+     "drawer is counted. Tills notice a change at their next start",
+     "up to 12 values, blanks between them: 200 100 50 20 10 5 1 0.50 0.25", read_values},
 };
 
 }  // namespace
@@ -127,6 +151,18 @@ std::optional<common::Date> net_from(Connection& connection) {
 
 void ask_net_from(Reads& reads, std::optional<common::Date>& day) {
     ask_setting(reads, setting::net_from, [&day](const std::string& text) { day = common::read_date(text); });
+}
+
+void ask_display_greeting(Reads& reads, std::optional<std::string>& greeting) {
+    ask_setting(reads, setting::display_greeting,
+                [&greeting](std::string text) { greeting = std::move(text); });
+}
+
+void ask_denominations(Reads& reads, common::Denominations& denominations) {
+    denominations = common::default_denominations();
+    ask_setting(reads, setting::denominations, [&denominations](const std::string& text) {
+        if (auto values = common::read_denominations(text)) denominations = std::move(*values);
+    });
 }
 
 void ask_yes_or_no(Reads& reads, std::vector<YesOrNo> settings) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "common/date_time.h"
+#include "common/denominations.h"
 #include "database/connection.h"
 #include "database/reads.h"
 
@@ -31,6 +32,10 @@ inline constexpr std::string_view receipt_qr = "receipt_qr";
 inline constexpr std::string_view receipt_barcode = "receipt_barcode";
 // "yes" if the code of an item that is on the invoice in the same unit raises its line without a question.
 inline constexpr std::string_view raise_equal_codes = "raise_equal_codes";
+// What the customer display shows between two sales.
+inline constexpr std::string_view display_greeting = "display_greeting";
+// The notes and coins that are paid with and counted.
+inline constexpr std::string_view denominations = "denominations";
 }  // namespace setting
 
 // What the shop keeper is told of a setting, and how its value is read.
@@ -51,6 +56,10 @@ void set_till_setting(Connection& connection, std::string_view name, std::string
 // The setting `net_from`; nothing if it is not set, or not a date.
 std::optional<common::Date> net_from(Connection& connection);
 void ask_net_from(Reads& reads, std::optional<common::Date>& day);
+
+// The settings that the sales desk works by. Without `denominations` they are those of the pound.
+void ask_display_greeting(Reads& reads, std::optional<std::string>& greeting);
+void ask_denominations(Reads& reads, common::Denominations& denominations);
 
 // Settings that are "yes" or "no", and where they are read to. One that is not set leaves its value as it is.
 struct YesOrNo {

@@ -16,10 +16,6 @@ namespace sales {
 
 namespace {
 
-bool moves_cash(PaymentOption payment) {
-    return payment == PaymentOption::cash || payment == PaymentOption::tips;
-}
-
 // True of the lines that an offer or a saved receipt brought; entering a line checks it.
 bool lacks_date_check(const Line& line) {
     return line.moves_stock() && !line.dates_checked;
@@ -46,6 +42,7 @@ void Checkout::renew_recalled(const common::Date& today) {
 BeginSave Checkout::begin_save() {
     if (state_.busy) return BeginSave::refused;
     sale_.begun_save.reset();
+    refused_field_ = {};
     return change("begin to save", BeginSave::refused, [&] {
         if (settle_all() || frozen()) return BeginSave::refused;
         const bool saves_anew = sale_.shows_saved_receipt();
@@ -75,6 +72,7 @@ BeginSave Checkout::begin_save() {
         }
         const auto shift = checks.run();
         if (!shift) {
+            refused_field_ = checks.refused_field();
             // Another till may have used the number shown, so the next attempt gets a new one.
             NextInvoiceNumber();
             return BeginSave::refused;
@@ -86,7 +84,8 @@ BeginSave Checkout::begin_save() {
         sale_.begun_save = BegunSave{*shift, nullptr};
         if (!moves_cash(invoice_.payment)) return BeginSave::save_now;
         sale_.begun_save->payment = std::make_shared<Payment>(
-            services_.devices, invoice_.net(), std::move(workers), invoice_.worker, payment_note(sale_));
+            services_.devices, invoice_.net(), std::move(workers), invoice_.worker, payment_note(sale_),
+            state_.display_greeting ? std::string_view(*state_.display_greeting) : welcome_text);
         return BeginSave::ask_payment;
     });
 }

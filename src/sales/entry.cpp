@@ -74,6 +74,23 @@ Entry with_quantity(std::string_view number, std::string_view rest) {
     return entry;
 }
 
+// What a number means with this sign behind it.
+EntryForm discount_form(std::string_view sign) {
+    if (sign == "%" || sign == "٪") return EntryForm::discount_percent;
+    return sign == "-" ? EntryForm::discount_value : EntryForm::code;
+}
+
+// Turns "5%" and "5-" into a discount; other entries stay as they are.
+void read_discount(Entry& entry) {
+    const std::string_view text = entry.text;
+    const auto end = text.find_first_not_of(number_characters);
+    if (end == 0 || end == text.npos) return;
+    const EntryForm form = discount_form(text.substr(end));
+    if (form == EntryForm::code) return;
+    entry.form = form;
+    entry.text.resize(end);
+}
+
 }  // namespace
 
 std::string normalize_scan(std::string_view text) {
@@ -118,6 +135,7 @@ Entry read_entry(std::string_view text) {
     } else {
         entry.form = EntryForm::code;
         if (const std::string typed = visible(text); reads_like_words(typed)) entry.name = typed;
+        read_discount(entry);
     }
     return entry;
 }
@@ -185,7 +203,7 @@ bool ItemEntry::ask(database::Reads& reads) {
         return false;
     };
     if (entry_.form == EntryForm::empty || !parties_present()) return false;
-    if (entry_.form == EntryForm::unreadable || entry_.form == EntryForm::receipt)
+    if (entry_.form == EntryForm::unreadable || entry_.form == EntryForm::receipt || entry_.is_discount())
         return refused(common::message::wrong_code);
     if (entry_.form == EntryForm::scale_label && entry_.quantity_typed)
         return refused(message::label_has_quantity);

@@ -29,6 +29,8 @@ enum class EntryForm {
     scale_label,       // 13 digits from "20": item code and weight
     craftsman,         // "W" or "P" and the digits of a craftsman work line
     receipt,           // the barcode of a receipt, which brings that invoice back
+    discount_percent,  // "5%": a discount on the whole invoice
+    discount_value,    // "5-": the same as a value
     code,              // a barcode or an item code
     quantity,          // "6*": of the code that is to follow
     quantity_of_last,  // "6+": of the line that was entered last
@@ -38,13 +40,18 @@ enum class EntryForm {
 
 struct Entry {
     EntryForm form = EntryForm::empty;
-    std::string text;  // normalised; of a scale label the item code, of a quantity its number
+    // Normalised; of a scale label the item code, of a quantity or a discount its number.
+    std::string text;
     // As typed: of an unlisted item what follows the "*", of a code that reads like words the whole text.
     std::string name;
     double quantity = 1;  // of a scale label its weight in units, else what stands before "*", or 1
     bool quantity_typed = false;
     std::int64_t number = 0;  // of a craftsman line or of a chosen item
     int unit_level = 1;       // of a chosen item
+
+    bool is_discount() const {
+        return form == EntryForm::discount_percent || form == EntryForm::discount_value;
+    }
 };
 
 // The one interpretation of an entry. Whoever needs to know what was entered asks its result.

@@ -162,6 +162,10 @@ std::string_view kind_caption(KindOption kind, PaymentOption payment) {
     return on_account ? "بيع الي" : "بيع نقدي";
 }
 
+bool moves_cash(PaymentOption payment) {
+    return payment == PaymentOption::cash || payment == PaymentOption::tips;
+}
+
 std::string_view payment_caption(PaymentOption payment) {
     constexpr std::array<std::string_view, 4> captions = {"آجل", "نقدي", "بطاقة إئتمان", "أكراميات"};
     return captions[static_cast<std::size_t>(payment)];

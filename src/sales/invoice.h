@@ -213,6 +213,8 @@ std::uint32_t grid_colour(KindOption kind);
 // "مرتجع الي" account return. The third kind has the captions of a sale; card and tips have those of cash.
 std::string_view kind_caption(KindOption kind, PaymentOption payment);
 
+// Whether money is counted at the drawer: the payment dialog opens, and the drawer after the save.
+bool moves_cash(PaymentOption payment);
 // "آجل" account, "نقدي" cash, "بطاقة إئتمان" credit card, "أكراميات" tips.
 std::string_view payment_caption(PaymentOption payment);
 

@@ -154,6 +154,12 @@ inline constexpr std::string_view paid_out = "مرتجع: ادفع هذا الم
 inline constexpr std::string_view card_paid_out =
     "هذا البون مدفوع ببطاقة إئتمان: ادفع هذا المبلغ للعميل نقدا من الدرج";
 
+// Less was paid than the net: the amount still owed; save the receipt?
+inline constexpr std::string_view underpaid = "المدفوع أقل من الصافي\nالباقي على العميل \u200e";
+inline constexpr std::string_view underpaid_question = "\u200f .. هل تريد حفظ البون ؟";
+// Keys that pay a cash sale at once are pressed for another one: press F1.
+inline constexpr std::string_view cash_sales_only = "هذا الزر للبيع النقدي فقط .. اضغط F1 لحفظ هذا البون";
+
 // --- failures ----------------------------------------------------------------------------------------
 // The action could not be completed; nothing has changed on the screen.
 inline constexpr std::string_view action_failed = "تعذر إتمام العملية ولم يتغير شيء على الشاشة";

@@ -2,6 +2,7 @@
 
 #include "common/ports.h"
 #include "common/typed.h"
+#include "sales/messages.h"
 
 namespace sales {
 
@@ -23,8 +24,13 @@ common::PortFault OpenDrawer(common::Devices& devices, std::string_view port, st
 }
 
 Payment::Payment(common::Devices& devices, common::Amount net, std::vector<common::Choice> workers,
-                 std::int64_t chosen, std::string_view note)
-    : devices_(devices), net_(net), paid_(net), note_(note), workers_(std::move(workers)) {
+                 std::int64_t chosen, std::string_view note, std::string_view greeting)
+    : devices_(devices),
+      net_(net),
+      paid_(net),
+      note_(note),
+      greeting_(greeting),
+      workers_(std::move(workers)) {
     choose_worker(chosen);
     refresh_display();
 }
@@ -37,17 +43,30 @@ void Payment::type_paid(std::string_view text) {
     refresh_display();
 }
 
+void Payment::pay(common::Amount amount) {
+    refusal_ = {};
+    paid_ = amount;
+    refresh_display();
+}
+
+bool Payment::agreed(common::Prompts& prompts) const {
+    if (change() >= common::Amount()) return true;
+    return prompts.question(
+        std::string(message::underpaid) + (-change()).text() + std::string(message::underpaid_question),
+        common::Icon::critical);
+}
+
 void Payment::choose_worker(std::int64_t code) {
     worker_ = contains(workers_, code) ? code : 0;
 }
 
 PaymentConfirmed Payment::confirm() {
-    ShowOnDisplay(devices_, welcome_text);
+    ShowOnDisplay(devices_, greeting_);
     return {{paid_, change()}, worker_, name_of(workers_, worker_)};
 }
 
 void Payment::cancel() {
-    ShowOnDisplay(devices_, welcome_text);
+    ShowOnDisplay(devices_, greeting_);
 }
 
 void Payment::refresh_display() {

@@ -10,12 +10,14 @@
 
 #include "common/amount.h"
 #include "common/choice.h"
+#include "common/prompts.h"
 #include "common/services.h"
 
 namespace sales {
 
 // The display reads this file in the working directory.
 inline constexpr std::string_view display_file = "xx.txt";
+// What it shows between two sales in a shop that has set no greeting of its own.
 inline constexpr std::string_view welcome_text = "Welcome to Morvin";
 // The port of the keyboard's drawer command.
 inline constexpr std::string_view keyboard_drawer_port = "com3";
@@ -48,9 +50,9 @@ class Payment {
   public:
     // Opens for a net amount, which is proposed as paid; the display shows it with no change. `workers` is
     // the salesman list, `chosen` the one already on the invoice. The note tells the cashier if the money
-    // goes out of the drawer; a sale has none.
+    // goes out of the drawer; a sale has none. The greeting is what the display shows at the end.
     Payment(common::Devices& devices, common::Amount net, std::vector<common::Choice> workers,
-            std::int64_t chosen = 0, std::string_view note = {});
+            std::int64_t chosen = 0, std::string_view note = {}, std::string_view greeting = welcome_text);
 
     common::Amount net() const { return net_; }
     std::string_view note() const { return note_; }
@@ -64,6 +66,10 @@ class Payment {
     void type_paid(std::string_view text);
     // Why the typed text is no amount, for the cashier; empty if the payment can be confirmed.
     std::string_view refusal() const { return refusal_; }
+    // The same for an amount that was chosen.
+    void pay(common::Amount amount);
+    // Asks before less than the net is taken. Returns true if the payment can be confirmed.
+    bool agreed(common::Prompts& prompts) const;
     void choose_worker(std::int64_t code);
 
     // Both end the dialog; the display then greets the next customer.
@@ -77,6 +83,7 @@ class Payment {
     common::Amount net_;
     common::Amount paid_;
     std::string_view note_;
+    std::string greeting_;
     std::string_view refusal_;
     std::vector<common::Choice> workers_;
     std::int64_t worker_ = 0;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "cash/shift_report.h"
+#include "common/denominations.h"
 #include "common/services.h"
 #include "database/connection.h"
 #include "database/reads.h"
@@ -93,6 +94,8 @@ struct DeskState {
     Sale sale;
     Lists lists;
     Popular popular;
+    common::Denominations denominations;
+    std::optional<std::string> display_greeting;  // if the shop has set one
     std::optional<LastReceipt> last_receipt;
     bool raise_equal = false;  // the shop's choice: equal codes raise their line without a question
     std::optional<std::int64_t> sale_period;  // whose prices `tmp_price` holds, as far as this till knows

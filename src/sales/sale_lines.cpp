@@ -14,6 +14,8 @@ namespace sales {
 bool SaleLines::EnterItem(const Entry& entry, std::int64_t supplier) {
     if (entry.form == EntryForm::empty || entry.form == EntryForm::quantity) return false;
     if (entry.form == EntryForm::quantity_of_last) return quick_quantity(entry.text);
+    if (entry.form == EntryForm::discount_percent) return CommitDiscountPercent(entry.text);
+    if (entry.form == EntryForm::discount_value) return CommitDiscountValue(entry.text);
     return change("enter an item", false, [&] {
         if (frozen() || (supplier != 0 && invoice_.is_return())) return false;
         const bool begins_anew = sale_.is_only_looked_at();

@@ -46,6 +46,8 @@ bool SalesDesk::Open() {
         ask_default_level(reads);
         state_.raise_equal = false;
         database::ask_yes_or_no(reads, {{database::setting::raise_equal_codes, &state_.raise_equal}});
+        database::ask_denominations(reads, state_.denominations);
+        database::ask_display_greeting(reads, state_.display_greeting);
         reads.run(connection_);
         invoice_.date = today.day;
         state_.sale_period = checked_period(today);

@@ -67,9 +67,9 @@ class SaleLines : DeskPart {
   public:
     explicit SaleLines(DeskState& state) : DeskPart(state) {}
 
-    // Enter in the item-code field; "6+" sets the last line's quantity. A `supplier` is another store that
-    // the goods come from; the selling store need not hold them. Returns true if a line was added or raised;
-    // it is then the current row.
+    // Enter in the item-code field; "6+" sets the last line's quantity, "5%" and "5-" the invoice discount. A
+    // `supplier` is another store that the goods come from; the selling store need not hold them. Returns true
+    // if a line was added or raised, which is then the current row, or a discount was granted.
     bool EnterItem(const Entry& entry, std::int64_t supplier = 0);
     // Returns true if the entry is words to search for instead of a code.
     bool is_search(const Entry& entry);
@@ -140,6 +140,8 @@ class Checkout : DeskPart {
     // The dialog opened by begin_save; null without one.
     Payment* payment() { return sale_.begun_save ? sale_.begun_save->payment.get() : nullptr; }
     void cancel_payment();
+    // The field that begin_save wants filled first; "" if it refused for something else or not at all.
+    std::string_view refused_field() const { return refused_field_; }
     // Saves with what the open dialog holds, or with nothing paid if there is none. Each save must be begun
     // first: a second press without begin_save does nothing and returns `refused`.
     SaveOutcome SaveInvoice();
@@ -161,6 +163,7 @@ class Checkout : DeskPart {
     void open_drawer_on(std::string_view port);
 
     Saving saving_;
+    std::string_view refused_field_;
 };
 
 // Saved receipts at the sales desk: brought back, returned and printed again.
@@ -218,6 +221,10 @@ class SalesDesk : DeskStateHolder, DeskPart {
     const Sale& sale() const { return sale_; }
     const Invoice& invoice() const { return invoice_; }
     const Lists& lists() const { return state_.lists; }
+    // Whether the invoice is a sale whose cash is counted, so that an amount can be taken by one key.
+    bool takes_cash() const { return moves_cash(invoice_.payment) && !invoice_.is_return(); }
+    // Of the currency.
+    const common::Denominations& denominations() const { return state_.denominations; }
     const std::optional<LastReceipt>& last_receipt() const { return state_.last_receipt; }
     const std::vector<std::string>& news() const { return news_; }
     const std::vector<ShiftRow>& shifts() const { return shifts_; }

@@ -9,6 +9,7 @@
 
 #include "cash/shift.h"
 #include "common/prompts.h"
+#include "common/refusal.h"
 #include "common/services.h"
 #include "database/journal.h"
 #include "database/reads.h"
@@ -45,13 +46,15 @@ class SavingChecks {
     // Runs the checks in their order and shows the message of the first that fails. Returns the number of the
     // drawer's open shift if all pass.
     std::optional<std::int64_t> run();
+    // The field of the sales window that must be filled first; "" if the last run failed for something else.
+    std::string_view refused_field() const { return refused_field_; }
 
   private:
-    std::optional<std::int64_t> refuse(std::string_view text);
+    std::optional<std::int64_t> refuse(std::string_view text, std::string_view field = {});
     std::nullopt_t release();
     std::optional<Shortage> find_shortage();
-    std::optional<std::string_view> missing_party() const;
-    std::optional<std::string_view> text_too_long() const;
+    std::optional<common::Refusal> missing_party() const;
+    std::optional<common::Refusal> text_too_long() const;
     bool number_used() const;
 
     database::Connection& connection_;
@@ -64,6 +67,7 @@ class SavingChecks {
     Goods levels_;                      // without claims
     bool has_party_ = true;
     bool has_walk_in_ = true;
+    std::string_view refused_field_;
 };
 
 class Saving {

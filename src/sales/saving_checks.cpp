@@ -16,6 +16,14 @@ using database::Sql;
 
 namespace {
 
+// Object names of the fields that a refusal leads to.
+constexpr std::string_view customer_field = "account_customer";
+constexpr std::string_view receiver_field = "tips_receiver";
+constexpr std::string_view bank_field = "bank";
+constexpr std::string_view holder_field = "card_holder";
+constexpr std::string_view reference_field = "card_reference";
+constexpr std::string_view permit_field = "permit_number";
+
 // The row of the customer, receiver or bank that the invoice names; nothing if it needs none or names none.
 std::optional<Sql> party_statement(const Invoice& invoice) {
     switch (invoice.payment) {
@@ -60,17 +68,17 @@ std::optional<std::int64_t> SavingChecks::run() {
     }
     if (const auto line = line_beyond_sale(connection_, invoice_))
         return refuse(std::string(message::returned_too_much) + *line);
-    if (const auto missing = missing_party()) return refuse(*missing);
+    if (const auto missing = missing_party()) return refuse(missing->text, missing->field);
     if (invoice_.payment == PaymentOption::account && invoice_.permit_opened) {
-        if (common::trim(invoice_.permit_number).empty()) return refuse(message::enter_permit);
-        if (number_used()) return refuse(message::number_used);
+        if (common::trim(invoice_.permit_number).empty()) return refuse(message::enter_permit, permit_field);
+        if (number_used()) return refuse(message::number_used, permit_field);
     }
-    if (const auto field = text_too_long())
-        return refuse(std::string(*field) + std::string(message::too_long));
+    if (const auto too_long = text_too_long()) return refuse(too_long->text, too_long->field);
     return shift_->number;
 }
 
-std::optional<std::int64_t> SavingChecks::refuse(std::string_view text) {
+std::optional<std::int64_t> SavingChecks::refuse(std::string_view text, std::string_view field) {
+    refused_field_ = field;
     release();  // other tills do not wait for the answer
     prompts_.message(text, common::Icon::exclamation);
     return std::nullopt;
@@ -88,38 +96,45 @@ std::optional<Shortage> SavingChecks::find_shortage() {
 }
 
 // A customer, receiver or bank that was not chosen, or was deleted since.
-std::optional<std::string_view> SavingChecks::missing_party() const {
+std::optional<common::Refusal> SavingChecks::missing_party() const {
     switch (invoice_.payment) {
         case PaymentOption::account:
-            if (invoice_.lacks_customer()) return message::choose_customer;
-            if (!has_party_) return common::message::no_such_customer;
+            if (invoice_.lacks_customer()) return common::Refusal(customer_field, message::choose_customer);
+            if (!has_party_) return common::Refusal(customer_field, common::message::no_such_customer);
             break;
         case PaymentOption::tips:
-            if (invoice_.tips_receiver == 0) return message::choose_tips;
-            if (!has_party_) return message::tips_gone;
+            if (invoice_.tips_receiver == 0) return common::Refusal(receiver_field, message::choose_tips);
+            if (!has_party_) return common::Refusal(receiver_field, message::tips_gone);
             break;
         case PaymentOption::card:
-            if (invoice_.card.bank_code == 0) return message::choose_bank;
-            if (!has_party_) return common::message::no_such_bank;
-            if (common::trim(invoice_.card.reference).empty()) return message::enter_reference;
+            if (invoice_.card.bank_code == 0) return common::Refusal(bank_field, message::choose_bank);
+            if (!has_party_) return common::Refusal(bank_field, common::message::no_such_bank);
+            if (common::trim(invoice_.card.reference).empty())
+                return common::Refusal(reference_field, message::enter_reference);
             break;
         case PaymentOption::cash:
             break;
     }
-    if (!has_walk_in_) return common::message::no_such_cash_customer;
+    if (!has_walk_in_) return common::Refusal({}, common::message::no_such_cash_customer);
     return std::nullopt;
 }
 
 // A server refuses a text that is too long, which would stop the save in the middle.
-std::optional<std::string_view> SavingChecks::text_too_long() const {
+std::optional<common::Refusal> SavingChecks::text_too_long() const {
+    const auto too_long = [](std::string_view field, std::string_view caption) {
+        return common::Refusal(field, std::string(caption) + std::string(message::too_long));
+    };
     const database::TextLimits header(connection_, "sales");
-    if (!header.fits("perm_no", common::trim(invoice_.permit_number))) return message::permit_field;
-    if (!header.fits("note", invoice_.note)) return message::note_field;
-    if (!header.fits("credit_name", invoice_.card.holder)) return message::holder_field;
-    if (!header.fits("ref_no", invoice_.card.reference)) return message::reference_field;
+    if (!header.fits("perm_no", common::trim(invoice_.permit_number)))
+        return too_long(permit_field, message::permit_field);
+    if (!header.fits("note", invoice_.note)) return too_long({}, message::note_field);
+    if (!header.fits("credit_name", invoice_.card.holder))
+        return too_long(holder_field, message::holder_field);
+    if (!header.fits("ref_no", invoice_.card.reference))
+        return too_long(reference_field, message::reference_field);
     const database::TextLimits line_texts(connection_, "saledata");
     for (const Line& line : invoice_.lines)
-        if (!line_texts.fits("note", line.name)) return message::name_field;
+        if (!line_texts.fits("note", line.name)) return too_long({}, message::name_field);
     return std::nullopt;
 }
 

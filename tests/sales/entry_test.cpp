@@ -47,6 +47,13 @@ TEST(Scan, ReadsEveryForm) {
         {" -١١٠٨٤٨٥٧٢٩٢٧٠١", EntryForm::receipt, "-11084857292701", 1, 0},
         {"-1108485729271", EntryForm::code, "-1108485729271", 1, 0},    // an odd number of digits
         {"-91084857292701", EntryForm::code, "-91084857292701", 1, 0},  // of no series
+        {"5%", EntryForm::discount_percent, "5", 1, 0},
+        {" ٧٫٥٪", EntryForm::discount_percent, "7.5", 1, 0},
+        {"2.25-", EntryForm::discount_value, "2.25", 1, 0},
+        // A sign alone, in front or in the middle makes a code.
+        {"%", EntryForm::code, "%", 1, 0},
+        {"-5", EntryForm::code, "-5", 1, 0},
+        {"5%5", EntryForm::code, "5%5", 1, 0},
         {"w12", EntryForm::craftsman, "w12", 1, 12},
         {"P7", EntryForm::craftsman, "P7", 1, 7},
         // Only digits make it a work line; other words are searched for as they were typed.

@@ -40,6 +40,13 @@ TEST(Payment, ChangeFollowsThePaidField) {
         EXPECT_EQ(payment.change().text(), c.change) << c.typed;
         EXPECT_EQ(shown, std::string("\x1F\x11Total  12.50        Change  ") + c.change);
     }
+    test::RememberedPrompts prompts;
+    EXPECT_TRUE(payment.agreed(prompts));
+    payment.pay(Amount(10));
+    EXPECT_EQ(shown, "\x1F\x11Total  12.50        Change  -2.50");
+    prompts.answers = {false};
+    EXPECT_FALSE(payment.agreed(prompts)) << "asked, with no as the default";
+    payment.type_paid("100");
     payment.choose_worker(8);
     EXPECT_EQ(payment.worker(), 0) << "no such salesman";
     payment.choose_worker(1);

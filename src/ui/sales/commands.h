@@ -4,6 +4,7 @@
 
 #include <QKeyCombination>
 #include <QString>
+#include <array>
 #include <vector>
 
 namespace ui {
@@ -33,6 +34,10 @@ inline constexpr QKeyCombination kind = Qt::Key_F4;
 inline constexpr QKeyCombination payment = Qt::Key_F5;
 inline constexpr QKeyCombination card = Qt::Key_F6;
 inline constexpr QKeyCombination tips = Qt::Key_F7;
+// A cash sale at one press: the net, and the larger amounts that are offered for it.
+inline constexpr std::array<QKeyCombination, 4> cash = {Qt::SHIFT | Qt::Key_F5, Qt::SHIFT | Qt::Key_F6,
+                                                        Qt::SHIFT | Qt::Key_F7, Qt::SHIFT | Qt::Key_F8};
+inline constexpr QKeyCombination discount = Qt::CTRL | Qt::Key_P;
 inline constexpr QKeyCombination walk_in_customer = Qt::Key_F10;
 inline constexpr QKeyCombination recall = Qt::CTRL | Qt::Key_R;
 inline constexpr QKeyCombination invoice_data = Qt::CTRL | Qt::Key_D;

@@ -135,4 +135,11 @@ QWidget* PartyBar::first_field(sales::PaymentOption payment) {
     return nullptr;
 }
 
+bool PartyBar::focus_field(std::string_view name) {
+    auto* field = name.empty() ? nullptr : findChild<QWidget*>(qt(name));
+    if (field == nullptr || !field->isVisible() || !field->isEnabled()) return false;
+    field->setFocus(Qt::OtherFocusReason);
+    return true;
+}
+
 }  // namespace ui

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QWidget>
+#include <string_view>
 
 class QCheckBox;
 class QComboBox;
@@ -26,6 +27,8 @@ class PartyBar : public QWidget {
     void show_state(const sales::SalesDesk& desk);
     // The first field to fill for a payment; null for cash.
     QWidget* first_field(sales::PaymentOption payment);
+    // Moves the focus to the field of this object name; returns false if there is no such field in sight.
+    bool focus_field(std::string_view name);
 
   signals:
     void customer_chosen(qlonglong code);

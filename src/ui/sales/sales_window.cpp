@@ -13,6 +13,7 @@
 #include "common/numbers.h"
 #include "ui/help/open_help.h"
 #include "ui/printing/printing_line.h"
+#include "ui/sales/change_card.h"
 #include "ui/sales/entry_bar.h"
 #include "ui/sales/header_bar.h"
 #include "ui/sales/kind_bar.h"
@@ -90,6 +91,8 @@ QWidget* SalesWindow::build_main() {
     column->addWidget(entry_bar_);
     party_bar_ = new PartyBar;
     column->addWidget(party_bar_);
+    change_ = new ChangeCard;
+    column->addWidget(change_);
     auto* frame = new QFrame;
     set_role(frame, "grid");
     auto* inside = new QVBoxLayout(frame);
@@ -209,6 +212,7 @@ void SalesWindow::connect_parts() {
     connect(lines_, &LineView::left, this, &SalesWindow::focus_entry);
     connect(totals_, &TotalsPanel::payment_chosen, this, &SalesWindow::switch_payment);
     connect(totals_, &TotalsPanel::save_clicked, this, [this] { press(key::save); });
+    connect(totals_, &TotalsPanel::cash_taken, this, &SalesWindow::take_cash);
     connect(totals_, &TotalsPanel::left, this, [this] {
         repaint_all();
         focus_entry();
@@ -283,6 +287,7 @@ void SalesWindow::repaint_all() {
     counts_->setText("عدد السطور " + QString::number(desk_.invoice().lines.size()) + " · عدد القطع " +
                      qt(common::format_quantity(pieces)));
     totals_->show_state(desk_);
+    change_->show_state(desk_);
     printing_->refresh();
 }
 

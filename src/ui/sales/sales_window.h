@@ -14,6 +14,7 @@ class QLineEdit;
 
 namespace ui {
 
+class ChangeCard;
 class EntryBar;
 class HeaderBar;
 class InvoiceBanner;
@@ -89,7 +90,11 @@ class SalesWindow : public QWidget {
     void commit_cell(int row, int column, const QString& text, bool by_enter);
     // Enters what was typed into a cell or discount so far. Returns false if it was refused.
     bool finish_editing();
-    void save();
+    // Begins the save and has the cash of a sale paid; `pay` returns false to go back to the invoice.
+    void save(const std::function<bool(sales::Payment&)>& pay);
+    void save_with_dialog();
+    // Saves with the amount that a button of QuickCash takes, without a dialog.
+    void take_cash(int button);
     void settle_unfinished();
     void print_shift_reports();
     void cancel(std::string_view name, bool (sales::Checkout::*action)());
@@ -133,6 +138,7 @@ class SalesWindow : public QWidget {
     Matches* matches_ = nullptr;
     TilesPanel* tiles_ = nullptr;
     PartyBar* party_bar_ = nullptr;
+    ChangeCard* change_ = nullptr;
     LineView* lines_ = nullptr;
     PrintingLine* printing_ = nullptr;
     QLabel* stock_ = nullptr;

@@ -12,6 +12,7 @@
 #include "ui/sales/line_view.h"
 #include "ui/sales/matches.h"
 #include "ui/sales/party_bar.h"
+#include "ui/sales/quick_cash.h"
 #include "ui/sales/sales_window.h"
 #include "ui/sales/search_panel.h"
 #include "ui/sales/sheets.h"
@@ -170,19 +171,41 @@ bool SalesWindow::finish_editing() {
     return party == nullptr || all_known({party}, context_.services.prompts);
 }
 
-void SalesWindow::save() {
+void SalesWindow::save(const std::function<bool(sales::Payment&)>& pay) {
     act("SaveInvoice", [&] {
         const sales::BeginSave begun = desk_.checkout().begin_save();
         repaint_all();
         if (begun == sales::BeginSave::refused) return;
-        if (begun == sales::BeginSave::ask_payment &&
-            PaymentDialog(this, context_, *desk_.checkout().payment(), desk_.invoice()).run() == 0) {
+        if (begun == sales::BeginSave::ask_payment && !pay(*desk_.checkout().payment())) {
             desk_.checkout().cancel_payment();
             return;
         }
         desk_.checkout().SaveInvoice();
     });
-    focus_entry();
+    if (!party_bar_->focus_field(desk_.checkout().refused_field())) focus_entry();
+}
+
+void SalesWindow::save_with_dialog() {
+    save([this](sales::Payment& payment) {
+        return PaymentDialog(this, context_, payment, desk_.invoice(), desk_.denominations()).run() == 1;
+    });
+}
+
+void SalesWindow::take_cash(int button) {
+    if (Sheet::top_of(this) != nullptr) return;
+    // As the cashier sees it, before what is typed but not entered yet changes the net.
+    const auto seen = totals_->cash_amount(button);
+    if (!finish_editing() || !finish_entry()) return;
+    if (!desk_.takes_cash()) {
+        context_.services.prompts.message(sales::message::cash_sales_only, common::Icon::exclamation);
+        focus_entry();
+        return;
+    }
+    if (button != QuickCash::exact && !seen) return focus_entry();
+    save([&](sales::Payment& payment) {
+        if (button != QuickCash::exact) payment.pay(*seen);
+        return payment.agreed(context_.services.prompts);
+    });
 }
 
 void SalesWindow::settle_unfinished() {

@@ -21,7 +21,7 @@ const std::vector<Command>& SalesWindow::commands() {
     using enum Command::Typing;
     constexpr QKeyCombination no_key = Qt::Key_unknown;
     static const std::vector<Command> table = {
-        {"save", "حفظ البون", key::save, none, [](SalesWindow& w) { w.save(); }, finish},
+        {"save", "حفظ البون", key::save, none, [](SalesWindow& w) { w.save_with_dialog(); }, finish},
         {"f2", "إلغاء السجل", Qt::Key_F2, strip,
          [](SalesWindow& w) { w.cancel("CancelRecord", &sales::Checkout::CancelRecord); }},
         {"f3", "إلغاء البون", Qt::Key_F3, strip,
@@ -31,6 +31,15 @@ const std::vector<Command>& SalesWindow::commands() {
         {"payment", "نقدي أو آجل", key::payment, none, [](SalesWindow& w) { w.toggle_payment(); }},
         {"card", "بطاقة إئتمان", key::card, none, [](SalesWindow& w) { w.switch_payment(2); }},
         {"tips", "أكراميات", key::tips, none, [](SalesWindow& w) { w.switch_payment(3); }},
+        {"cash_exact", "نقدي بالضبط", key::cash[0], none, [](SalesWindow& w) { w.take_cash(0); }, keep},
+        {"cash_note_1", "نقدي بالورق المعروض", key::cash[1], none, [](SalesWindow& w) { w.take_cash(1); },
+         keep},
+        {"cash_note_2", "نقدي بالورق المعروض", key::cash[2], none, [](SalesWindow& w) { w.take_cash(2); },
+         keep},
+        {"cash_note_3", "نقدي بالورق المعروض", key::cash[3], none, [](SalesWindow& w) { w.take_cash(3); },
+         keep},
+        {"discount", "خصم الفاتورة", key::discount, none,
+         [](SalesWindow& w) { w.totals_->focus_discount(); }},
         {"shift_f1", "فتح الدرج", Qt::SHIFT | Qt::Key_F1, strip_end,
          [](SalesWindow& w) {
              w.act_and_return("OpenDrawer", [&] { w.desk_.checkout().open_drawer_by_key(); });

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -14,6 +15,7 @@
 #include "sales/sales_desk.h"
 #include "ui/printing/reports.h"
 #include "ui/sales/payment_side.h"
+#include "ui/sales/quick_cash.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
@@ -118,7 +120,7 @@ QFrame* figure_box(const char* role, const QString& caption, QLabel* figure) {
 }  // namespace
 
 PaymentDialog::PaymentDialog(QWidget* host, const Context& context, sales::Payment& payment,
-                             const sales::Invoice& invoice)
+                             const sales::Invoice& invoice, const common::Denominations& denominations)
     : Sheet(host), context_(context), payment_(payment) {
     setObjectName("Form34");
     set_card_width(940);
@@ -147,6 +149,12 @@ PaymentDialog::PaymentDialog(QWidget* host, const Context& context, sales::Payme
     set_role(paid_, "large");
     paid_->setText(qt(payment.paid().text()));
     fields->addWidget(captioned("المدفوع", paid_));
+    // What is paid out on a return is the net.
+    quick_cash_ = new QuickCash("pay");
+    fields->addWidget(quick_cash_);
+    quick_cash_->offer(payment.net(), denominations);
+    quick_cash_->setVisible(payment.note().empty());
+    connect(quick_cash_, &QuickCash::taken, this, &PaymentDialog::take_cash);
 
     change_ = new Figure("change", "changefigure");
     change_box_ = figure_box("change", "المردود", change_);
@@ -184,7 +192,31 @@ void PaymentDialog::enter() {
         return;
     }
     if (!all_known({worker_}, context_.services.prompts)) return;
+    if (!payment_.agreed(context_.services.prompts)) {
+        paid_->setFocus();
+        paid_->selectAll();
+        return;
+    }
     leave(1);
+}
+
+void PaymentDialog::keyPressEvent(QKeyEvent* event) {
+    const QKeyCombination pressed(event->modifiers() & ~Qt::KeypadModifier,
+                                  static_cast<Qt::Key>(event->key()));
+    if (const auto button = QuickCash::button_of(pressed)) {
+        take_cash(*button);
+        event->accept();
+        return;
+    }
+    Sheet::keyPressEvent(event);
+}
+
+// Confirms with the amount of a button.
+void PaymentDialog::take_cash(int button) {
+    const auto amount = quick_cash_->amount(button);
+    if (!amount || !quick_cash_->isVisible() || Sheet::top_of(window()) != this) return;
+    paid_->setText(qt(amount->text()));
+    enter();
 }
 
 void PaymentDialog::show_change() {

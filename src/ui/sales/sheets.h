@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "common/denominations.h"
 #include "sales/recall.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/sheet.h"
@@ -26,6 +27,7 @@ namespace ui {
 
 class AmountField;
 class ListTable;
+class QuickCash;
 class WaitingScans;
 
 // The receipts that this drawer saved today, to look at, print again, or start a return from. run() returns 1
@@ -58,19 +60,22 @@ class PaymentDialog : public Sheet {
     Q_OBJECT
   public:
     PaymentDialog(QWidget* host, const Context& context, sales::Payment& payment,
-                  const sales::Invoice& invoice);
+                  const sales::Invoice& invoice, const common::Denominations& denominations);
 
   protected:
     void take_focus() override;
     void enter() override;
     void escape() override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     void show_change();
+    void take_cash(int button);
 
     const Context& context_;
     sales::Payment& payment_;
     AmountField* paid_;
+    QuickCash* quick_cash_;
     QLabel* change_;
     QFrame* change_box_;
     QComboBox* worker_;

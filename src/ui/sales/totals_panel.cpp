@@ -9,6 +9,7 @@
 #include "common/numbers.h"
 #include "sales/sales_desk.h"
 #include "ui/sales/commands.h"
+#include "ui/sales/quick_cash.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_button.h"
 #include "ui/widgets/sheet.h"
@@ -27,7 +28,7 @@ TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
     set_role(this, "aside");
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(px(18), px(14), px(18), px(4));
-    column->setSpacing(px(10));
+    column->setSpacing(px(8));
 
     auto* top = new QHBoxLayout;
     top->addWidget(label("الاجمالي", "plain"));
@@ -41,10 +42,17 @@ TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
     auto* discounts = new QHBoxLayout;
     discounts->setSpacing(px(10));
     discounts->addWidget(discount_box("خصم قيمة", discount_value_));
-    discounts->addWidget(discount_box("خصم %", discount_percent_));
+    discounts->addWidget(discount_box("خصم %  " + key_cap(key::discount), discount_percent_));
     column->addLayout(discounts);
 
     column->addWidget(build_net());
+    quick_cash_ = new QuickCash("cash");
+    // Keeps its room, so that nothing jumps below it.
+    QSizePolicy policy = quick_cash_->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    quick_cash_->setSizePolicy(policy);
+    connect(quick_cash_, &QuickCash::taken, this, &TotalsPanel::cash_taken);
+    column->addWidget(quick_cash_);
     column->addLayout(build_payments());
     auto* last = new QHBoxLayout;
     last_number_ = label({}, "side", "last_receipt");
@@ -57,6 +65,7 @@ TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
 
     save_ = new KeyButton("save", key_cap(key::save), "حفظ البون", KeyButton::Look::save);
     save_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    save_->setMinimumHeight(px(56));
     connect(save_, &QPushButton::clicked, this, &TotalsPanel::save_clicked);
     column->addWidget(save_);
 }
@@ -87,6 +96,7 @@ QLayout* TotalsPanel::build_payments() {
                           qt(sales::payment_caption(payment)), KeyButton::Look::pay);
         button->setCheckable(true);
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        button->setMinimumHeight(px(44));
         group->addButton(button);
         options->addWidget(button, at / 2, at % 2);
         connect(button, &QPushButton::clicked, this, [this, at] { emit payment_chosen(at); });
@@ -114,7 +124,8 @@ QWidget* TotalsPanel::discount_box(const QString& caption, AmountField* field) {
     // The caption looks like part of the field, so a click on it leads into the field.
     box->setFocusPolicy(Qt::ClickFocus);
     box->setFocusProxy(field);
-    box->setFixedHeight(px(85));
+    box->setMinimumHeight(px(64));
+    box->setMaximumHeight(px(85));
     connect(field, &QLineEdit::returnPressed, this, [this, field] { commit(field); });
     connect(field, &AmountField::escaped, this, [this, field] {
         field->setModified(false);
@@ -131,6 +142,14 @@ void TotalsPanel::commit(AmountField* field) {
     } else {
         emit discount_percent_typed(text);
     }
+}
+
+void TotalsPanel::focus_discount() {
+    discount_percent_->setFocus(Qt::ShortcutFocusReason);
+}
+
+std::optional<common::Amount> TotalsPanel::cash_amount(int button) const {
+    return quick_cash_->amount(button);
 }
 
 void TotalsPanel::finish_editing() {
@@ -166,6 +185,8 @@ void TotalsPanel::show_state(const sales::SalesDesk& desk) {
     net_text_ = qt(figures.net);
     show_fitted(net_, net_text_, net_size);
     const auto& partly = desk.sale().partly_saved;
+    quick_cash_->offer(desk.invoice().net(), desk.denominations());
+    quick_cash_->setVisible(desk.takes_cash() && !desk.invoice().lines.empty() && !partly);
     save_->setEnabled(!partly || partly->journal_id != 0);
     for (int at = 0; at < 4; ++at) {
         const auto payment = static_cast<sales::PaymentOption>(at);

@@ -4,6 +4,9 @@
 
 #include <QWidget>
 #include <array>
+#include <optional>
+
+#include "common/amount.h"
 
 class QLabel;
 
@@ -15,6 +18,7 @@ namespace ui {
 
 class AmountField;
 class KeyButton;
+class QuickCash;
 
 class TotalsPanel : public QWidget {
     Q_OBJECT
@@ -23,8 +27,12 @@ class TotalsPanel : public QWidget {
     void show_state(const sales::SalesDesk& desk);
     // Enters a discount that was typed but not entered yet.
     void finish_editing();
+    void focus_discount();
+    // What a button of QuickCash takes.
+    std::optional<common::Amount> cash_amount(int button) const;
 
   signals:
+    void cash_taken(int button);
     void payment_chosen(int payment);
     void save_clicked();
     // A discount was entered with Enter, or changed and left.
@@ -49,6 +57,7 @@ class TotalsPanel : public QWidget {
     QLabel* net_;
     QString net_text_;
     std::array<KeyButton*, 4> payments_{};
+    QuickCash* quick_cash_;
     KeyButton* save_;
     QLabel* last_number_;
     QLabel* last_change_;

@@ -52,6 +52,15 @@ KeyButton::KeyButton(const QString& name, const QString& key, const QString& cap
     set_role(this, measures(look).role);
 }
 
+void KeyButton::set_caption(const QString& caption) {
+    if (caption == caption_) return;
+    caption_ = caption;
+    setAccessibleName(caption);
+    setToolTip(key_.isEmpty() ? caption : caption + "  " + key_);
+    updateGeometry();
+    update();
+}
+
 QFont KeyButton::font_of(bool cap) const {
     QFont made = font();
     made.setPixelSize(px(cap ? measures(look_).cap : measures(look_).caption));

@@ -19,6 +19,7 @@ class KeyButton : public QPushButton {
     KeyButton(const QString& name, const QString& key, const QString& caption, Look look,
               QWidget* parent = nullptr);
 
+    void set_caption(const QString& caption);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 

@@ -1,0 +1,31 @@
+// The notes and coins of the currency, and the sums that a customer hands over of them.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/amount.h"
+
+namespace common {
+
+// The values of the notes and coins, the largest first, each once.
+using Denominations = std::vector<Amount>;
+
+// Those of the pound, whose name and parts amount_in_words.h writes.
+const Denominations& default_denominations();
+
+// Reads values with blanks between them in any order. Returns nothing if one is no amount above 0, or if
+// there are more than a count can show.
+std::optional<Denominations> read_denominations(std::string_view text);
+// The same as a text: "200 100 50 0.50".
+std::string denominations_text(const Denominations& denominations);
+// A value as a note shows it: "200", "0.25".
+std::string denomination_text(Amount denomination);
+
+// What a customer is likely to hand over for an amount beside the amount itself: a larger note, or a sum of
+// notes that lacks none of them. Those of the fewest pieces, at most `most`, the smallest first.
+std::vector<Amount> likely_payments(Amount net, const Denominations& denominations, std::size_t most = 3);
+
+}  // namespace common

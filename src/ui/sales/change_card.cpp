@@ -1,0 +1,57 @@
+#include "ui/sales/change_card.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "sales/sales_desk.h"
+#include "ui/widgets/fields.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+namespace {
+
+constexpr double figure_size = 56;  // as in the style sheet
+
+}  // namespace
+
+ChangeCard::ChangeCard(QWidget* parent) : QFrame(parent) {
+    setObjectName("change_card");
+    set_role(this, "change");
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(px(18), px(8), px(18), px(8));
+    row->setSpacing(px(18));
+    caption_ = label({}, "title", "change_caption");
+    row->addWidget(caption_);
+    figure_ = new Figure("change_figure", "changefigure");
+    figure_->setFixedHeight(px(66));
+    row->addWidget(figure_, 1);
+    auto* beside = new QVBoxLayout;
+    beside->setSpacing(px(2));
+    receipt_ = label({}, "side", "change_receipt");
+    net_ = label({}, "side", "change_net");
+    paid_ = label({}, "side", "change_paid");
+    for (QLabel* line : {receipt_, net_, paid_})
+        beside->addWidget(line);
+    row->addLayout(beside);
+    hide();
+}
+
+void ChangeCard::show_state(const sales::SalesDesk& desk) {
+    const auto& last = desk.last_receipt();
+    const bool shown = last && desk.invoice().lines.empty() && sales::moves_cash(last->invoice.payment);
+    if (shown) {
+        const bool is_return = last->invoice.is_return();
+        const common::Amount figure = is_return ? last->payment.paid : last->payment.change;
+        caption_->setText(is_return ? "يرد للعميل" : "الباقي");
+        receipt_->setText("بون رقم " + QString::number(last->invoice.number));
+        net_->setText("الصافي \u200e" + qt(last->invoice.net().text()));
+        paid_->setText("المدفوع \u200e" + qt(last->payment.paid.text()));
+        set_state(this, "short", figure < common::Amount());
+        show_fitted(figure_, qt(figure.text()), figure_size);
+    }
+    setVisible(shown);
+}
+
+}  // namespace ui
