@@ -5,6 +5,7 @@
 #include "common/typed.h"
 #include "database/choices.h"
 #include "database/recordset.h"
+#include "database/till_settings.h"
 
 namespace cash {
 
@@ -25,6 +26,9 @@ Sql difference_row(std::int64_t store, std::int64_t drawer, const common::Date& 
 }  // namespace
 
 void CountedCash::open() {
+    database::Reads reads;
+    database::ask_yes_or_no(reads, {{database::setting::blind_count, &is_blind_}});
+    reads.run(connection_);
     stores_ = database::load_stores(connection_);
     day_ = services_.clock.now().date;
     counted = "0.00";

@@ -56,6 +56,8 @@ class CountedCash {
         std::optional<common::Moment> at;
     };
     const std::optional<Count>& count() const { return count_; }
+    // The shop has drawers counted without knowing, and this one is not counted yet on this day.
+    bool hides_expected() const { return is_blind_ && !count_; }
     // The cash position, with the surplus or shortage.
     common::Amount position() const { return position_; }
     common::Amount card_sales() const { return card_sales_; }
@@ -75,6 +77,7 @@ class CountedCash {
     std::int64_t store_ = 0;
     std::int64_t drawer_ = 0;
     common::Date day_;
+    bool is_blind_ = false;
     common::Amount expected_;
     std::optional<Count> count_;
     common::Amount position_;

@@ -165,11 +165,8 @@ std::string moment_of_row(const Row& row, std::string_view date_column) {
 // Reads the rows that make the figures of one drawer's day.
 class RowsBehind {
   public:
-    RowsBehind(database::Connection& connection, const Drawer& drawer, const common::Date& day)
-        : connection_(connection),
-          drawer_(drawer),
-          windows_(windows_of(connection, day)),
-          parties_(connection) {}
+    RowsBehind(database::Connection& connection, const Drawer& drawer, DayWindows windows)
+        : connection_(connection), drawer_(drawer), windows_(std::move(windows)), parties_(connection) {}
 
     FigureRows of(Figure figure) {
         if (figure == Figure::previous_balance) return of_previous_balance();
@@ -209,6 +206,10 @@ class RowsBehind {
             line.moment = moment_of_row(row, listing.date);
             if (listing.party != nullptr) line.party = (parties_.*listing.party)(row);
             line.amount = row.number(summed.amount);
+            if (listing.party == &Parties::of_invoice) {
+                line.discount = row.number("pdis");
+                line.by_card = summed.movement == Movement::card_sales || row.integer("stype") == 1;
+            }
             sum += line.amount;
             found.rows.push_back(std::move(line));
         }
@@ -268,7 +269,15 @@ Figures compute_figures(database::Connection& connection, const Drawer& drawer, 
 
 FigureRows rows_behind(database::Connection& connection, const Drawer& drawer, const common::Date& day,
                        Figure figure) {
-    return RowsBehind(connection, drawer, day).of(figure);
+    return RowsBehind(connection, drawer, windows_of(connection, day)).of(figure);
+}
+
+FigureRows rows_between(database::Connection& connection, const Drawer& drawer, const common::Moment& from,
+                        const common::Moment& until_moment, Figure figure) {
+    const auto net_from = database::net_from(connection);
+    DayWindows windows{{common::moment_text(from), common::moment_text(until_moment), net_from},
+                       until(from, net_from)};
+    return RowsBehind(connection, drawer, std::move(windows)).of(figure);
 }
 
 // The number of invoices and the sum of all sales have names of their own.

@@ -65,7 +65,9 @@ struct FigureRow {
     std::string number;  // of the invoice, voucher or transfer
     std::string moment;  // "yyyy/mm/dd hh:mm AM/PM"; empty for a sum
     std::string party;
-    double amount = 0;  // as the database holds it, not rounded
+    double amount = 0;     // as the database holds it, not rounded
+    double discount = 0;   // of an invoice, contained in its amount
+    bool by_card = false;  // an invoice that was paid by card
 };
 struct FigureRows {
     std::vector<FigureRow> rows;
@@ -73,6 +75,10 @@ struct FigureRows {
 };
 FigureRows rows_behind(database::Connection& connection, const Drawer& drawer, const common::Date& day,
                        Figure figure);
+
+// The rows of a movement's figure after `from` up to `until`, such as those of a shift.
+FigureRows rows_between(database::Connection& connection, const Drawer& drawer, const common::Moment& from,
+                        const common::Moment& until, Figure figure);
 
 // The columns of the day summary; column 0 is the invoice count, 11 and 12 are the discounts that the net
 // cash (10) leaves out, as in the statement.

@@ -17,6 +17,8 @@ inline constexpr std::string_view check_printer = "تأكد من إعدادات 
 // A new shift has started; the drawer's balance is ... zero or less, no cash was transferred from it.
 inline constexpr std::string_view started_with = "تم بدء وردية جديدة .. رصيد الخزينه -- ";
 inline constexpr std::string_view nothing_moved = " -- صفر أو أقل لم يتم تحويل النقديه منها";
+// Enter a whole number of pieces.
+inline constexpr std::string_view wrong_pieces = "اكتب عدد القطع رقما صحيحا";
 // The time of the shift change is not a valid time.
 inline constexpr std::string_view no_time = "وقت الورديه غير صحيح";
 // The time of the shift change lies in the future: check the clock.

@@ -181,6 +181,7 @@ ShiftEnd ShiftStart::plan_close(const common::Moment& at, const Amounts& amounts
     closed.start = shift.start;
     closed.end = at;
     closed.counted = amounts.counted;
+    if (entry.pieces && entry.pieces->total() == amounts.counted) closed.pieces = *entry.pieces;
     closed.expected = position.own().position;
     closed.card_sales = position.own().card_sales;
     closed.uncollected = position.own().uncollected;

@@ -44,6 +44,8 @@ struct ShiftEntry {
     std::string time;            // "HH:mm:ss"
     std::string counted;         // the cash counted in the drawer; blank if it was not counted
     std::string leave = "0.00";  // the cash that stays in the drawer, as change for the next shift
+    // What `counted` is made of, if it was counted by notes and coins and not changed since.
+    std::optional<DrawerCount> pieces = {};
 };
 common::FormTable<ShiftEntry> shift_form();
 

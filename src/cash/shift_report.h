@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cash/cash_position.h"
+#include "cash/drawer_count.h"
 #include "common/amount.h"
 #include "common/date_time.h"
 #include "common/services.h"
@@ -23,6 +24,7 @@ struct ShiftReport {
     common::Moment start;
     common::Moment end;
     std::optional<common::Amount> counted;  // nothing if the shift was closed without a count
+    DrawerCount pieces;                     // what it was made of; empty if only the sum was entered
     common::Amount expected;
     common::Amount card_sales;   // of the shift
     common::Amount uncollected;  // telephone orders of the shift that have not been paid yet

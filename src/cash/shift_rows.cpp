@@ -21,7 +21,9 @@ using database::Value;
 TALLVEX_JSON(Drawer, store, code)
 TALLVEX_JSON(CashTransfer, from, to, amount, note, user, at)
 TALLVEX_JSON(InvoiceDiscounts, taken_off, beside)
-TALLVEX_JSON(ShiftReport, number, worker, store, drawer, start, end, counted, expected, card_sales,
+TALLVEX_JSON(Pieces, denomination, count)
+TALLVEX_JSON(DrawerCount, pieces, other)
+TALLVEX_JSON(ShiftReport, number, worker, store, drawer, start, end, counted, pieces, expected, card_sales,
              uncollected, discounts)
 TALLVEX_JSON(ShiftEnd, number, at, counted, transfer, report)
 TALLVEX_JSON(ShiftBegin, number, at, worker)

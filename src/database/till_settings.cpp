@@ -54,6 +54,15 @@ std::optional<std::string> read_display_text(std::string_view typed) {
     return std::string(text);
 }
 
+constexpr std::size_t longest_greeting = 60;
+
+std::optional<std::string> read_greeting(std::string_view typed) {
+    const std::string_view text = common::trim(typed);
+    if (text.empty() || common::length(text) > longest_greeting || common::printable(text) != text)
+        return std::nullopt;
+    return std::string(text);
+}
+
 std::optional<std::string> read_values(std::string_view typed) {
     const auto values = common::read_denominations(typed);
     return values ? std::optional(common::denominations_text(*values)) : std::nullopt;
@@ -102,6 +111,14 @@ constexpr TillSetting settings[] = {
      "what the customer display shows between two sales. Tills notice a change at their next start",
      "up to 40 Latin letters, digits and signs, of which the display shows 20 on each of its lines",
      read_display_text},
+    {setting::screen_greeting,
+     "what the customer's screen, on a second monitor, shows between two sales. Tills notice a change at "
+     "their next start",
+     "a line of up to 60 letters", read_greeting},
+    {setting::blind_count,
+     "drawers are counted without knowing: the expected cash is shown only once the count was compared with "
+     "it or recorded (unset: no)",
+     yes_or_no, read_yes_or_no},
     {setting::denominations,
      "the notes and coins of the currency: those that the payment offers by one key, and those by which a "
      "drawer is counted. Tills notice a change at their next start",
@@ -153,9 +170,8 @@ void ask_net_from(Reads& reads, std::optional<common::Date>& day) {
     ask_setting(reads, setting::net_from, [&day](const std::string& text) { day = common::read_date(text); });
 }
 
-void ask_display_greeting(Reads& reads, std::optional<std::string>& greeting) {
-    ask_setting(reads, setting::display_greeting,
-                [&greeting](std::string text) { greeting = std::move(text); });
+void ask_text(Reads& reads, std::string_view name, std::optional<std::string>& text) {
+    ask_setting(reads, name, [&text](std::string value) { text = std::move(value); });
 }
 
 void ask_denominations(Reads& reads, common::Denominations& denominations) {

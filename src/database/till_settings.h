@@ -34,6 +34,10 @@ inline constexpr std::string_view receipt_barcode = "receipt_barcode";
 inline constexpr std::string_view raise_equal_codes = "raise_equal_codes";
 // What the customer display shows between two sales.
 inline constexpr std::string_view display_greeting = "display_greeting";
+// What a customer's screen greets with between two sales.
+inline constexpr std::string_view screen_greeting = "screen_greeting";
+// "yes" if drawers are counted before the expected cash is shown.
+inline constexpr std::string_view blind_count = "blind_count";
 // The notes and coins that are paid with and counted.
 inline constexpr std::string_view denominations = "denominations";
 }  // namespace setting
@@ -57,8 +61,9 @@ void set_till_setting(Connection& connection, std::string_view name, std::string
 std::optional<common::Date> net_from(Connection& connection);
 void ask_net_from(Reads& reads, std::optional<common::Date>& day);
 
-// The settings that the sales desk works by. Without `denominations` they are those of the pound.
-void ask_display_greeting(Reads& reads, std::optional<std::string>& greeting);
+// A setting that is a text; nothing if it is not set.
+void ask_text(Reads& reads, std::string_view name, std::optional<std::string>& text);
+// The setting `denominations`; those of the pound if it is not set.
 void ask_denominations(Reads& reads, common::Denominations& denominations);
 
 // Settings that are "yes" or "no", and where they are read to. One that is not set leaves its value as it is.

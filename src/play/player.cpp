@@ -71,6 +71,7 @@ const Player::Verb* Player::find_verb(const std::string& name) {
         {"click", {&Player::do_click, false, true}},
         {"answer", {&Player::do_answer, true, true}},
         {"expect", {&Player::do_expect, true}},
+        {"monitor", {&Player::do_monitor, true}},
         {"picture", {&Player::do_picture, true}},
         {"look", {&Player::do_look, true}},
         {"kill", {&Player::do_kill}},

@@ -29,6 +29,9 @@ struct Settings {
     std::filesystem::path screenshots;  // a file to list the screenshots in; empty for none
 };
 
+// The name of the second monitor of a play.
+inline constexpr auto customer_monitor = "customer";
+
 // The state of a step: done, not yet (it is tried again until its time is over), or failed with what was
 // seen.
 struct Progress {
@@ -70,6 +73,7 @@ class Player : public QObject {
     Progress do_choose(const Step& step);
     Progress do_click(const Step& step);
     Progress do_answer(const Step& step);
+    Progress do_monitor(const Step& step);
     Progress do_picture(const Step& step);
     Progress do_look(const Step& step);
     Progress do_kill(const Step& step);

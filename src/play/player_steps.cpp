@@ -8,8 +8,10 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QScreen>
 #include <QTableView>
 #include <QTimer>
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <fstream>
@@ -278,6 +280,22 @@ Progress Player::do_answer(const Step& step) {
     return Progress::ok();
 }
 
+// The monitor itself is there from the beginning of the play (program.cpp); here its cable is pulled and
+// plugged.
+Progress Player::do_monitor(const Step& step) {
+    const auto monitors = QGuiApplication::screens();
+    const auto second = std::find_if(monitors.begin(), monitors.end(), [](const QScreen* monitor) {
+        return monitor->name() == customer_monitor;
+    });
+    if (second == monitors.end()) return Progress::fail("no second monitor is connected");
+    if (step.rest == "gone") {
+        emit qGuiApp->screenRemoved(*second);
+    } else if (step.rest == "back") {
+        emit qGuiApp->screenAdded(*second);
+    }
+    return Progress::ok();
+}
+
 Progress Player::do_picture(const Step& step) {
     if (std::chrono::steady_clock::now() - since_ < painting_time) return Progress::wait("");
     QWidget* window = front_window();
@@ -287,6 +305,14 @@ Progress Player::do_picture(const Step& step) {
     const auto said = split_at(step.rest, "of");
     const auto file = settings_.pictures / (said.before + ".png");
     if (said.found) {
+        // A window of its own: the customer's screen.
+        QWidget* widget = find_widget(ui::qt(said.after));
+        if (widget != nullptr && widget->isWindow() && widget != window) {
+            if (!widget->grab().save(ui::qt(file.string())))
+                return Progress::fail(file.string() + " cannot be written");
+            std::printf("picture %s\n", file.c_str());
+            return Progress::ok();
+        }
         const QRect part = place_in_picture(ui::qt(said.after));
         if (part.isEmpty()) return Progress::wait("no \"" + said.after + "\" on the screen");
         if (!save_png(picture_of_screen(screen_).copy(part), file, part_colours))

@@ -18,6 +18,31 @@ namespace play {
 
 namespace {
 
+// Connects the second monitor of a play, "monitor WIDTH x HEIGHT", beside the first. The platform reads its
+// screens when it starts.
+void connect_monitor(const Script& script, const PlayShop& shop, const QSize& screen) {
+    const auto said = std::find_if(script.steps.begin(), script.steps.end(), [](const Step& step) {
+        return step.verb == "monitor" && std::isdigit(static_cast<unsigned char>(step.rest.front()));
+    });
+    if (said == script.steps.end() || qgetenv("QT_QPA_PLATFORM") != "offscreen") return;
+    int width = 0;
+    int height = 0;
+    std::sscanf(said->rest.c_str(), "%d x %d", &width, &height);
+    const auto file = shop.progress_file().string() + ".screens";
+    std::ofstream stream(file);
+    const auto write = [&stream](const char* name, int left, int wide, int high) {
+        stream << R"({"name":")" << name << R"(","x":)" << left << R"(,"y":0,"width":)" << wide
+               << R"(,"height":)" << high << R"(,"logicalDpi":96,"logicalBaseDpi":96,"dpr":1})";
+    };
+    stream << R"({"screens":[)";
+    write("till", 0, screen.width(), screen.height());
+    stream << ',';
+    write(customer_monitor, screen.width(), width, height);
+    stream << "]}";
+    stream.close();
+    qputenv("QT_QPA_PLATFORM", QByteArray("offscreen:configfile=") + file.c_str());
+}
+
 // Plays the steps from `first` on in a process of its own, which the play may kill.
 int play_in_child(const Script& script, PlayShop& shop, const Settings& settings, std::size_t first) {
     std::fflush(nullptr);
@@ -28,6 +53,7 @@ int play_in_child(const Script& script, PlayShop& shop, const Settings& settings
             if (!text.contains("propagateSizeHints") && !text.contains("XDG_RUNTIME_DIR"))
                 std::fprintf(stderr, "%s\n", text.toUtf8().constData());
         });
+        connect_monitor(script, shop, settings.screen);
         int count = 1;
         char name[] = "tallvex-play";
         char* arguments[] = {name, nullptr};

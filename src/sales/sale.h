@@ -96,6 +96,7 @@ struct DeskState {
     Popular popular;
     common::Denominations denominations;
     std::optional<std::string> display_greeting;  // if the shop has set one
+    std::optional<std::string> screen_greeting;   // likewise
     std::optional<LastReceipt> last_receipt;
     bool raise_equal = false;  // the shop's choice: equal codes raise their line without a question
     std::optional<std::int64_t> sale_period;  // whose prices `tmp_price` holds, as far as this till knows

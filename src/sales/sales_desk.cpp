@@ -47,7 +47,8 @@ bool SalesDesk::Open() {
         state_.raise_equal = false;
         database::ask_yes_or_no(reads, {{database::setting::raise_equal_codes, &state_.raise_equal}});
         database::ask_denominations(reads, state_.denominations);
-        database::ask_display_greeting(reads, state_.display_greeting);
+        database::ask_text(reads, database::setting::display_greeting, state_.display_greeting);
+        database::ask_text(reads, database::setting::screen_greeting, state_.screen_greeting);
         reads.run(connection_);
         invoice_.date = today.day;
         state_.sale_period = checked_period(today);

@@ -68,8 +68,8 @@ class SaleLines : DeskPart {
     explicit SaleLines(DeskState& state) : DeskPart(state) {}
 
     // Enter in the item-code field; "6+" sets the last line's quantity, "5%" and "5-" the invoice discount. A
-    // `supplier` is another store that the goods come from; the selling store need not hold them. Returns true
-    // if a line was added or raised, which is then the current row, or a discount was granted.
+    // `supplier` is another store that the goods come from; the selling store need not hold them. Returns
+    // true if a line was added or raised, which is then the current row, or a discount was granted.
     bool EnterItem(const Entry& entry, std::int64_t supplier = 0);
     // Returns true if the entry is words to search for instead of a code.
     bool is_search(const Entry& entry);
@@ -223,6 +223,8 @@ class SalesDesk : DeskStateHolder, DeskPart {
     const Lists& lists() const { return state_.lists; }
     // Whether the invoice is a sale whose cash is counted, so that an amount can be taken by one key.
     bool takes_cash() const { return moves_cash(invoice_.payment) && !invoice_.is_return(); }
+    // Of the customer's screen, if the shop has set one.
+    const std::optional<std::string>& screen_greeting() const { return state_.screen_greeting; }
     // Of the currency.
     const common::Denominations& denominations() const { return state_.denominations; }
     const std::optional<LastReceipt>& last_receipt() const { return state_.last_receipt; }

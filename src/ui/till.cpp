@@ -9,6 +9,7 @@
 #include "printing/pages/system_printers.h"
 #include "printing/workstation_printer.h"
 #include "signin/session.h"
+#include "ui/display/customer_screen.h"
 #include "ui/help/open_help.h"
 #include "ui/journal/trail_writer.h"
 #include "ui/printing/preview.h"
@@ -99,6 +100,8 @@ void Till::run(database::Connection& connection, signin::Session& session) {
     sign_in.reset();
     sales.activateWindow();
     if (!sales.open()) return;
+    CustomerScreen customer(sales.desk(), session, sales);
+    QObject::connect(&sales, &SalesWindow::shown, &customer, &CustomerScreen::mirror);
     loop.exec();
     journal.write();
     if (is_left) back_up();

@@ -27,6 +27,9 @@ TEST(Settings, AreShownAndSetAfterChecking) {
         {{"settings", "net_from", "10:30"}, 1, "net_from cannot be"},
         {{"settings", "net_from", "' or 1=1"}, 1, "net_from cannot be"},
         {{"settings", "net_form", "2026/12/01"}, 1, "there is no setting \"net_form\""},
+        {{"settings", "display_greeting", "أهلا"}, 1, "give it: up to 40 Latin letters"},
+        {{"settings", "screen_greeting", "a\nb"}, 1, "screen_greeting cannot be"},
+        {{"settings", "denominations", "20 -5"}, 1, "denominations cannot be"},
         {{"settings", "net_from"}, 2, "value is required"},
     };
     for (const auto& c : cases) {

@@ -139,7 +139,8 @@ void CashPanel::show_state() {
     const auto& count = logic_.count();
     counted_->setText(qt(count ? count->counted.text() : std::string("0.00")));
     day_->setText(qt(common::date_text(logic_.day())));
-    position_->setText(qt(logic_.position().text()));
+    position_->setText(
+        qt(logic_.hides_expected() ? std::string(cash::message::no_figure) : logic_.position().text()));
     card_sales_->setText(qt(logic_.card_sales().text()));
     uncollected_->setText(qt(logic_.uncollected().text()));
     show_discounts();
@@ -167,13 +168,14 @@ void CashPanel::show_difference() {
     const auto typed = common::read_amount(utf8(counted_->text()));
     const auto& count = logic_.count();
     const bool recorded = count && !counted_->isModified();
-    const bool any = recorded || (counted_->isModified() && typed.is_good());
+    const bool hidden = logic_.hides_expected();
+    const bool any = recorded || (!hidden && counted_->isModified() && typed.is_good());
     const common::Amount expected = recorded ? count->expected() : logic_.expected();
     const common::Amount difference = recorded ? count->difference
                                       : any    ? typed.value - expected
                                                : common::Amount();
     const bool is_short = difference < common::Amount();
-    expected_->setText(qt(expected.text()));
+    expected_->setText(qt(hidden ? std::string(cash::message::no_figure) : expected.text()));
     moved_since_->setText(recorded ? qt(count->moved_since.text()) : qt(cash::message::no_figure));
     difference_->setText(any ? qt(difference.text()) : qt(cash::message::no_figure));
     difference_caption_->setText(is_short               ? "عجز"

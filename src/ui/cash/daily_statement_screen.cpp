@@ -325,7 +325,8 @@ void DailyStatementScreen::resizeEvent(QResizeEvent* event) {
     card()->setFixedSize(std::min(width() - px(24), px(1500)), std::min(height() - px(24), px(900)));
 }
 
-FigureRowsSheet::FigureRowsSheet(QWidget* host, const QString& caption, const cash::FigureRows& rows)
+FigureRowsSheet::FigureRowsSheet(QWidget* host, const QString& caption, const cash::FigureRows& rows,
+                                 int chosen)
     : Sheet(host, caption) {
     setObjectName("figure_rows");
     set_card_width(820);
@@ -339,6 +340,7 @@ FigureRowsSheet::FigureRowsSheet(QWidget* host, const QString& caption, const ca
     }
     table_->say_when_empty("لا توجد حركات في هذا البند");
     table_->show_rows(std::move(texts));
+    table_->choose_row(chosen);
     body()->addWidget(table_);
 
     auto* foot = new QHBoxLayout;

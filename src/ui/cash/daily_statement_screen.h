@@ -83,8 +83,8 @@ class DailyStatementScreen : public Sheet {
 class FigureRowsSheet : public Sheet {
     Q_OBJECT
   public:
-    // `caption` is the figure's heading.
-    FigureRowsSheet(QWidget* host, const QString& caption, const cash::FigureRows& rows);
+    // `caption` is the figure's heading, `chosen` the row that the cursor is on.
+    FigureRowsSheet(QWidget* host, const QString& caption, const cash::FigureRows& rows, int chosen = 0);
 
   protected:
     void take_focus() override;

@@ -13,6 +13,7 @@
 #include "sales/lists.h"
 #include "sales/sales_desk.h"
 #include "ui/cash/cash_panel.h"
+#include "ui/cash/count_sheet.h"
 #include "ui/printing/reports.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
@@ -53,6 +54,12 @@ ShiftForm::ShiftForm() {
     FieldGrid grid(2, 14);
     form_.add(cash::shift_form(), grid);
     column->addLayout(grid.layout());
+    count_ = new QPushButton("&عد النقدية بالفئات");
+    count_->setObjectName("shift_count");
+    count_->setAutoDefault(true);
+    count_->setMinimumHeight(px(44));
+    connect(count_, &QPushButton::clicked, this, &ShiftForm::count_wanted);
+    column->addWidget(count_);
     QWidget* counted = form_.field("shift_counted");
     enter_leads_on({first_field(), counted, form_.field("shift_leave")});
     enter_leads_on({form_.field("shift_date"), form_.field("shift_time"), counted});
@@ -71,6 +78,7 @@ bool ShiftForm::open(cash::ShiftStart& logic, const Context& context) {
     form_.show(logic.entry);
     show_number(logic);
     const auto& last = logic.last_shift();
+    count_->setEnabled(logic.is_in_shift());
     QString text = "لم تبدأ أي وردية على هذا الدرج";
     if (last) {
         text = QString("وردية رقم %1 · %2 · %3")
@@ -83,6 +91,18 @@ bool ShiftForm::open(cash::ShiftStart& logic, const Context& context) {
     discounts_->setVisible(!beside.is_zero());
     discounts_->setText(qt(cash::message::shift_discounts) + " : " + qt(beside.text()));
     return true;
+}
+
+void ShiftForm::count(cash::ShiftStart& logic, const Context& context) {
+    if (!logic.is_in_shift()) return;
+    guarded(context.services, "CountDrawer", [&] {
+        cash::HandOver count(context.connection, context.session, context.services);
+        count.open(*logic.last_shift());
+        if (CountSheet(this, context, count).run() != 1) return;
+        logic.entry.pieces = count.count;
+        form_.line("shift_counted")->setText(qt(count.count.total().text()));
+    });
+    form_.line("shift_leave")->setFocus();
 }
 
 void ShiftForm::show_number(const cash::ShiftStart& logic) {
@@ -142,6 +162,9 @@ ShiftScreen::ShiftScreen(QWidget* host, const Context& context)
     body()->addSpacing(px(4));
     body()->addLayout(row);
     form_->lead_to(start);
+    connect(form_, &ShiftForm::count_wanted, this, [this] {
+        if (Sheet::top_of(window()) == this) form_->count(logic_, context_);
+    });
 }
 
 QString ShiftScreen::closing() const {
@@ -173,6 +196,9 @@ ShiftStartScreen::ShiftStartScreen(QWidget* host, const Context& context)
     body()->addSpacing(px(4));
     body()->addLayout(row);
     form_->lead_to(start);
+    connect(form_, &ShiftForm::count_wanted, this, [this] {
+        if (Sheet::top_of(window()) == this) form_->count(logic_, context_);
+    });
 }
 
 ShiftSide::ShiftSide(QWidget* host, sales::SalesDesk& desk, const Context& context)

@@ -30,15 +30,21 @@ class ShiftForm : public QWidget {
     // true if that was done; after a refusal the focus is on the field at fault.
     bool start(cash::ShiftStart& logic, const Context& context);
     bool close_current(cash::ShiftChange& logic, const Context& context);
+    // Counts the drawer by notes and coins, and takes the sum over.
+    void count(cash::ShiftStart& logic, const Context& context);
     // Where Enter in the last field leads to.
     void lead_to(QWidget* last);
     QWidget* first_field() const { return form_.field("shift_worker"); }
+
+  signals:
+    void count_wanted();
 
   private:
     void show_number(const cash::ShiftStart& logic);
 
     QLabel* state_;
     QLabel* discounts_;
+    QPushButton* count_;
     Form<cash::ShiftEntry> form_;
 };
 

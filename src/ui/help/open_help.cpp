@@ -52,6 +52,7 @@ const std::vector<std::pair<QString, QString>>& help_places() {
         {"progress", "printer"},
         // Shifts and cash.
         {"shift2s", "shift-start"},
+        {"count_sheet", "count-pieces"},
         {"shiftc", "shift-start"},
         {"shift_counted", "shift-close"},
         {"shift_leave", "shift-close"},

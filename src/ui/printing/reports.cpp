@@ -24,6 +24,20 @@ std::string name_of(const std::filesystem::path& file) {
     return "\u200e" + (file.parent_path().filename() / file.filename()).string();
 }
 
+// The count by notes and coins as a table; none if there was none.
+void add_pieces(printing::Report& report, const cash::DrawerCount& count) {
+    if (count.total().is_zero()) return;
+    report.columns = {{"الفئة", printing::Align::start, 1},
+                      {"العدد", printing::Align::end, 1},
+                      {"القيمة", printing::Align::end, 1}};
+    for (const cash::Pieces& of : count.pieces) {
+        if (of.count != 0)
+            report.rows.push_back(
+                {common::denomination_text(of.denomination), std::to_string(of.count), of.value().text()});
+    }
+    if (!count.other.is_zero()) report.rows.push_back({"أخرى", "", count.other.text()});
+}
+
 }  // namespace
 
 printing::Report report_of(const cash::ShiftReport& shift, const signin::Session& session) {
@@ -32,9 +46,11 @@ printing::Report report_of(const cash::ShiftReport& shift, const signin::Session
     // colon beside the number.
     report.title = "\u202a" + shift.title() + "\u200f\u202c";
     report.captions = shift.captions();
+    add_pieces(report, shift.pieces);
     report.totals = shift.amounts();
     report.main_total = 0;
-    report.signatures = {"الموظف", "المدير"};
+    // Who hands the drawer over, and who takes it.
+    report.signatures = {"المسلم", "المستلم"};
     return report;
 }
 

@@ -288,6 +288,7 @@ void SalesWindow::repaint_all() {
                      qt(common::format_quantity(pieces)));
     totals_->show_state(desk_);
     change_->show_state(desk_);
+    emit shown();
     printing_->refresh();
 }
 

@@ -51,6 +51,8 @@ class SalesWindow : public QWidget {
     void focus_entry();
 
   signals:
+    // What the window shows of the invoice and its payment may have changed.
+    void shown();
     // The cashier left the program (false) or started it again (true).
     void finished(bool restart);
 

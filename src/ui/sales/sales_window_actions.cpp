@@ -187,7 +187,10 @@ void SalesWindow::save(const std::function<bool(sales::Payment&)>& pay) {
 
 void SalesWindow::save_with_dialog() {
     save([this](sales::Payment& payment) {
-        return PaymentDialog(this, context_, payment, desk_.invoice(), desk_.denominations()).run() == 1;
+        PaymentDialog dialog(this, context_, payment, desk_.invoice(), desk_.denominations());
+        connect(&dialog, &PaymentDialog::changed, this, &SalesWindow::shown);
+        emit shown();
+        return dialog.run() == 1;
     });
 }
 

@@ -168,6 +168,7 @@ PaymentDialog::PaymentDialog(QWidget* host, const Context& context, sales::Payme
     connect(paid_, &QLineEdit::textChanged, this, [this](const QString& text) {
         payment_.type_paid(utf8(text));
         show_change();
+        emit changed();
     });
     connect(worker_, &QComboBox::currentTextChanged, this,
             [this] { payment_.choose_worker(choice_of(worker_).value_or(0)); });

@@ -62,6 +62,10 @@ class PaymentDialog : public Sheet {
     PaymentDialog(QWidget* host, const Context& context, sales::Payment& payment,
                   const sales::Invoice& invoice, const common::Denominations& denominations);
 
+  signals:
+    // Another amount was typed.
+    void changed();
+
   protected:
     void take_focus() override;
     void enter() override;
