@@ -206,4 +206,45 @@ TEST(StockDisplay, QuantityOfTheStoreAndAllExpiries) {
     EXPECT_EQ(desk.sale().stock.quantity, "");
 }
 
+std::vector<std::int64_t> matching(Counter& counter, std::string_view typed) {
+    std::vector<std::int64_t> list;
+    auto& lines = counter.desk.lines();
+    for (const auto& match : lines.match(lines.match_query(sales::read_entry(typed))))
+        list.push_back(match.code);
+    return list;
+}
+
+TEST(Matches, BeginningsOfWordsComeFirstAndThenWhatSellsMost) {
+    Counter counter;
+    for (const char* item :
+         {"501,N'جبنة بيضاء'", "502,N'بَيْض بلدي'", "503,N'لبن بالبيض'", "504,N'البيض المسلوق'"})
+        counter.shop.sql(std::string("insert into items (code,name,num1,price12) select ") + item + ",1,5");
+    auto& desk = counter.open();
+    EXPECT_THAT(matching(counter, "بيض"), ElementsAre(502, 504, 501, 503)) << "by their names";
+    desk.lines().popular().add({{503, "لبن بالبيض", 9}, {501, "جبنة بيضاء", 5}}, 1);
+    desk.lines().popular().add({{504, "البيض المسلوق", 4}, {501, "جبنة بيضاء", 1}}, 1);
+    EXPECT_THAT(matching(counter, "بيض"), ElementsAre(501, 504, 502, 503));
+    EXPECT_THAT(matching(counter, "بيض جبنه"), ElementsAre(501));
+    counter.shop.sql("update items set stop = 1 where code = 501");
+    EXPECT_THAT(matching(counter, "بيض"), ElementsAre(504, 502, 503));
+    for (const char* no_words : {"501", "*بيض", "W12", "بيض5", "' or '1'='1"})
+        EXPECT_THAT(matching(counter, no_words), IsEmpty()) << no_words;
+}
+
+TEST(Matches, ShowWhatALineWouldCostAndTheStoreHolds) {
+    Counter counter;
+    auto& desk = counter.open();
+    counter.shop.sql("insert into tmp_price (icode,p_per) select 400,10");
+    desk.header().choose_price_level(sales::wholesale_level);
+    const auto found = desk.lines().match(desk.lines().match_query(sales::read_entry("مياه")));
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found[0].prices[0], 4.05);  // 4.50 less a tenth
+    EXPECT_EQ(found[0].prices[1], 23.4);
+    EXPECT_EQ(found[0].prices[2], 88.2);
+    EXPECT_EQ(found[0].stock, 240);
+    const auto unit = desk.lines().match(desk.lines().match_query(sales::read_entry("شاي")));
+    ASSERT_EQ(unit.size(), 1u);
+    EXPECT_FALSE(unit[0].has_unit(2)) << "its card gives no pack";
+}
+
 }  // namespace

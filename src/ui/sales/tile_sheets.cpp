@@ -28,7 +28,6 @@ class ColourButton : public QPushButton {
     explicit ColourButton(int colour) : QPushButton(colour_names[colour]), colour_(colour) {
         setObjectName("tile_colour_" + QString::number(colour));
         setCheckable(true);
-        setAutoExclusive(true);
         setMinimumHeight(px(48));
     }
 
@@ -78,9 +77,12 @@ TileSheet::TileSheet(QWidget* host, const sales::Tile& tile) : Sheet(host, qt(ti
         button->setChecked(colour == tile.colour);
         connect(button, &QPushButton::clicked, this, [this, colour] {
             tile_.colour = colour;
+            for (std::size_t i = 0; i < colours_.size(); ++i)
+                colours_[i]->setChecked(static_cast<int>(i) == colour);
             take_focus();
         });
         colours->addWidget(button, 1);
+        colours_.push_back(button);
     }
     QHBoxLayout* places = add_row();
     foot_button(places, "tile_earlier", "ت&قديم", 1, [this] { leave(earlier); });

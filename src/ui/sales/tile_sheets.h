@@ -32,6 +32,7 @@ class TileSheet : public Sheet {
 
   private:
     sales::Tile tile_;
+    std::vector<QPushButton*> colours_;
     QPushButton* keep_ = nullptr;
 };
 

@@ -53,12 +53,13 @@ class GridButton : public QPushButton {
 class TileButton : public GridButton {
   public:
     TileButton(std::size_t at, const sales::Tile& tile, QWidget* panel)
-        : GridButton(qt(tile.name), panel), colour_(tile_colour(tile.colour)) {
+        : GridButton({}, panel), colour_(tile_colour(tile.colour)) {
         setObjectName("tile_" + QString::number(at + 1));
         if (tile.price) price_ = "\u200e" + qt(common::format_amount(*tile.price));
         if (tile.unit != 1) price_ = qt(sales::unit_name(tile.unit)) + "  " + price_;
         setEnabled(tile.price.has_value());
-        setToolTip(text());
+        setAccessibleName(qt(tile.name));
+        setToolTip(accessibleName());
     }
 
   protected:
@@ -87,7 +88,7 @@ class TileButton : public GridButton {
     QString two_lines(const QFont& font) const {
         const QFontMetrics metrics(font);
         const int room = 2 * (width() - px(20));
-        return metrics.elidedText(text(), Qt::ElideRight, room - px(24));
+        return metrics.elidedText(accessibleName(), Qt::ElideRight, room - px(24));
     }
 
     const char* colour_;
@@ -211,6 +212,16 @@ void TilesPanel::show_tiles() {
                                            : "الصفحة فارغة. اضغط تعديل ثم + صنف",
                             "side", "tiles_empty");
         grid->addWidget(empty, 0, 0, 1, columns_, Qt::AlignCenter);
+    }
+    // Tab leads through the pages and then through the tiles.
+    QWidget* before = this;
+    std::vector<QWidget*> stops;
+    for (int i = 0; i < tabs_->count(); ++i)
+        if (QWidget* widget = tabs_->itemAt(i)->widget()) stops.push_back(widget);
+    stops.insert(stops.end(), tiles_.begin(), tiles_.end());
+    for (QWidget* stop : stops) {
+        setTabOrder(before, stop);
+        before = stop;
     }
     // At most two rows of tiles on a small screen, and three on a large one: the lines need the rest.
     const int needed = std::max(1, (static_cast<int>(tiles_.size()) + columns_ - 1) / columns_);
