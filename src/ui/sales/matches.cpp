@@ -152,7 +152,7 @@ void Matches::edited(QLineEdit* field) {
 
 // On a server the letters go on meanwhile; what was asked for others is dropped when it comes.
 void Matches::answer() {
-    if (field_ == nullptr || !field_->hasFocus()) return;
+    if (field_ == nullptr) return;
     if (context_.connection.is_embedded()) return answer_now();
     if (is_asking_ || context_.server.is_lost()) return;
     if (popular_.isActive()) {
@@ -192,7 +192,7 @@ void Matches::answer_now() {
 }
 
 void Matches::show_matches(const std::string& typed, std::vector<sales::Match> found) {
-    if (field_ == nullptr || !field_->hasFocus()) return;
+    if (field_ == nullptr) return;
     found_ = std::move(found);
     answered_ = typed;
     has_chosen_ = false;
@@ -282,8 +282,8 @@ std::optional<sales::Entry> Matches::first_for(QLineEdit* field) {
 }
 
 void Matches::show_for(QLineEdit* field) {
-    field_ = field;
     field->setFocus();
+    field_ = field;
     answer_now();
 }
 
@@ -299,7 +299,7 @@ void Matches::note_time(const QKeyEvent& key) {
 
 bool Matches::take_key(const QKeyEvent& key) {
     if (is_printable(key) || is_enter(key)) note_time(key);
-    if (field_ == nullptr || !field_->hasFocus() || (!isVisible() && !pause_.is_waiting())) return false;
+    if (field_ == nullptr || (!isVisible() && !pause_.is_waiting())) return false;
     const int code = key.key();
     const bool next_unit = code == Qt::Key_U && key.modifiers() == Qt::ControlModifier;
     const bool moves =
@@ -328,7 +328,10 @@ bool Matches::take_key(const QKeyEvent& key) {
 
 bool Matches::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize && watched == parentWidget() && isVisible()) shut();
-    if (event->type() == QEvent::FocusOut && watched == field_) shut();
+    if (event->type() == QEvent::FocusOut && watched == field_) {
+        shut();
+        field_ = nullptr;
+    }
     return QFrame::eventFilter(watched, event);
 }
 

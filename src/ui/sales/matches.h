@@ -66,7 +66,7 @@ class Matches : public QFrame {
     const Context& context_;
     ListTable* table_;
     QLabel* hint_;
-    QPointer<QLineEdit> field_;  // the one followed now
+    QPointer<QLineEdit> field_;  // the one that is typed into; null once it has lost the focus
     SearchPause pause_;
     QTimer popular_;
     std::vector<sales::Match> found_;
