@@ -100,7 +100,7 @@ QWidget* SalesWindow::build_main() {
     lines_ = new LineView(model_);
     inside->addWidget(lines_);
     column->addWidget(frame, 1);
-    tiles_ = new TilesPanel(desk_, context_);
+    tiles_ = new TilesPanel(desk_, context_, lines_);
     column->addWidget(tiles_);
     printing_ = new PrintingLine(context_.services);
     column->addWidget(printing_);

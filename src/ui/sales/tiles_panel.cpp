@@ -107,8 +107,8 @@ void remove_all(QLayout* layout) {
 
 }  // namespace
 
-TilesPanel::TilesPanel(sales::SalesDesk& desk, const Context& context, QWidget* parent)
-    : QFrame(parent), desk_(desk), context_(context), tabs_(new QHBoxLayout), area_(new QWidget) {
+TilesPanel::TilesPanel(sales::SalesDesk& desk, const Context& context, QWidget* before)
+    : desk_(desk), context_(context), before_(before), tabs_(new QHBoxLayout), area_(new QWidget) {
     setObjectName("tiles_panel");
     set_role(this, "grid");
     auto* column = new QVBoxLayout(this);
@@ -214,7 +214,7 @@ void TilesPanel::show_tiles() {
         grid->addWidget(empty, 0, 0, 1, columns_, Qt::AlignCenter);
     }
     // Tab leads through the pages and then through the tiles.
-    QWidget* before = this;
+    QWidget* before = before_;
     std::vector<QWidget*> stops;
     for (int i = 0; i < tabs_->count(); ++i)
         if (QWidget* widget = tabs_->itemAt(i)->widget()) stops.push_back(widget);

@@ -20,7 +20,8 @@ namespace ui {
 class TilesPanel : public QFrame {
     Q_OBJECT
   public:
-    TilesPanel(sales::SalesDesk& desk, const Context& context, QWidget* parent = nullptr);
+    // Tab comes to it from the widget `before`.
+    TilesPanel(sales::SalesDesk& desk, const Context& context, QWidget* before);
 
     // Opens the panel with the focus on its first tile, or closes it if the focus is in it.
     void toggle();
@@ -53,6 +54,7 @@ class TilesPanel : public QFrame {
 
     sales::SalesDesk& desk_;
     const Context& context_;
+    QWidget* before_;
     QHBoxLayout* tabs_;
     QWidget* area_;
     std::vector<QPushButton*> tiles_;
