@@ -62,7 +62,8 @@ std::array<std::string, 9> ReviewRow::cells() const {
 }
 
 std::array<std::string, 4> KindTotal::cells() const {
-    return {std::string(caption_of(kind)), user.name, std::to_string(number), amount.text()};
+    return {std::string(caption_of(kind)), user.name, std::to_string(number),
+            amount ? amount->text() : std::string()};
 }
 
 void Review::open(const common::Date& today) {
@@ -89,16 +90,18 @@ std::optional<common::Refusal> Review::show() {
             for (const database::Row& row : found)
                 rows.push_back({row.integer("cash_no"), entry_of(row)});
         });
-    reads.add_optional(Sql("select kind, user_code, max(user_name) as user_name, count(*) as events, "
-                           "sum(amount) as amount") +
-                           condition + " group by kind, user_code order by kind, user_code",
-                       [&](const database::Result& found) {
-                           for (const database::Row& row : found)
-                               totals.push_back({row.text("kind"),
-                                                 {row.integer("user_code"), row.text("user_name")},
-                                                 row.integer("events"),
-                                                 common::Amount(row.number("amount"))});
-                       });
+    reads.add_optional(
+        Sql("select kind, user_code, max(user_name) as user_name, count(*) as events, "
+            "sum(amount) as amount") +
+            condition + " group by kind, user_code order by kind, user_code",
+        [&](const database::Result& found) {
+            for (const database::Row& row : found)
+                totals.push_back({row.text("kind"),
+                                  {row.integer("user_code"), row.text("user_name")},
+                                  row.integer("events"),
+                                  row.null("amount") ? std::nullopt
+                                                     : std::optional(common::Amount(row.number("amount")))});
+        });
     reads.run(connection_);
     rows_ = std::move(rows);
     totals_ = std::move(totals);

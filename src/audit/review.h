@@ -40,7 +40,7 @@ struct KindTotal {
     std::string kind;
     Person user;
     std::int64_t number = 0;
-    common::Amount amount;
+    std::optional<common::Amount> amount;  // nothing if none of the events has one
     std::array<std::string, 4> cells() const;
 };
 

@@ -57,7 +57,7 @@ JournalScreen::JournalScreen(QWidget* host, const Context& context)
     body()->addWidget(build_choices());
     events_ = new ListTable("journal_events", headings_of(audit::event_headings), what_column);
     events_->say_when_empty("لا توجد أحداث في هذه المدة · اختر مدة أخرى أو الكل");
-    totals_ = new ListTable("journal_totals", headings_of(audit::total_headings), 0);
+    totals_ = new ListTable("journal_totals", headings_of(audit::total_headings), 1);
     totals_->say_when_empty("لا توجد أحداث في هذه المدة · اختر مدة أخرى أو الكل");
     totals_->hide();
     for (ListTable* table : {events_, totals_}) {
@@ -81,7 +81,7 @@ QWidget* JournalScreen::build_choices() {
     row->setSpacing(px(12));
     row->addWidget(label("سجل الأحداث", "title"), 0, Qt::AlignBottom);
     row->addSpacing(px(8));
-    FieldGrid grid(1, 0);
+    FieldGrid grid(4, 0);
     grid.layout()->setHorizontalSpacing(px(12));
     form_.add(audit::review_form(), grid);
     row->addLayout(grid.layout(), 1);
