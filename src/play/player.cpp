@@ -14,7 +14,9 @@
 #include "startup/connection_file.h"
 #include "startup/shop_files.h"
 #include "startup/start_up.h"
+#include "startup/workstation.h"
 #include "ui/till.h"
+#include "ui/training.h"
 #include "ui/widgets/message_box.h"
 #include "ui/widgets/server_link.h"
 #include "ui/widgets/style.h"
@@ -62,6 +64,7 @@ const Player::Verb* Player::find_verb(const std::string& name) {
         {"sql", {&Player::do_sql, true}},
         {"start", {&Player::do_start}},
         {"restart", {&Player::do_restart}},
+        {"remember", {&Player::do_remember}},
         {"user", {&Player::do_user}},
         {"type", {&Player::do_type, false, true}},
         {"press", {&Player::do_press, true}},
@@ -175,8 +178,9 @@ void Player::start_till() {
         environment.open = [this, &link](const std::string& text, const std::filesystem::path& folder) {
             // On a server the till waits less long than in a shop.
             constexpr database::Patience patience_of_plays{2, 4};
-            auto opened = settings_.server ? database::open_sqlserver(text, patience_of_plays)
-                                           : startup::open_connection(text, folder);
+            const bool on_server = settings_.server && text.find("Data Source=embedded") == text.npos;
+            auto opened = on_server ? database::open_sqlserver(text, patience_of_plays)
+                                    : startup::open_connection(text, folder);
             opened = link.attach(std::move(opened), [text] { return database::ping_server(text); });
             auto made = std::make_unique<PlayConnection>(std::move(opened), clock_);
             connection_ = made.get();
@@ -194,6 +198,13 @@ void Player::start_till() {
                                              const std::function<bool()>& attempt) {
             return ui::wait_for_server(server, attempt, show);
         };
+        ui::Training training(environment, services, keys_, show);
+        const auto train = [&](const std::function<void()>& ready) {
+            PlayConnection* const of_shop = connection_;
+            training.run(startup::cash_point_of(cash_point_), ready);
+            connection_ = of_shop;
+        };
+        if (std::exchange(in_training_, false)) train([] {});
         startup::StartUp start_up(environment, services);
         ui::Till till(
             services, keys_, link,
@@ -201,7 +212,7 @@ void Player::start_till() {
                 start_again_ = true;
                 return true;
             },
-            [this] { backup::back_up_to_folders(rows(), shop_.file(), clock_.now()); }, show);
+            [this] { backup::back_up_to_folders(rows(), shop_.file(), clock_.now()); }, show, train);
         start_up.run([&](database::Connection& connection, signin::Session& session) {
             till.run(connection, session);
         });

@@ -65,6 +65,7 @@ class Player : public QObject {
     Progress do_sql(const Step& step);
     Progress do_start(const Step& step);
     Progress do_restart(const Step& step);
+    Progress do_remember(const Step& step);
     Progress do_user(const Step& step);
     Progress do_type(const Step& step);
     Progress do_press(const Step& step);
@@ -109,6 +110,8 @@ class Player : public QObject {
     // The shop's database as a second program sees it.
     database::Connection& rows();
     std::string receipt_port();
+    // Every file of the shop's folder with its sum.
+    std::string fingerprints();
 
     const Script& script_;
     PlayShop& shop_;
@@ -137,6 +140,8 @@ class Player : public QObject {
     InputDriver input_;
     QSize screen_;
     std::string cash_point_ = "1";  // the command line of the till
+    std::string remembered_;        // fingerprints
+    bool in_training_ = false;      // at the next start
     bool running_ = false;
     bool start_again_ = false;
     int code_ = 0;

@@ -52,6 +52,11 @@ Progress Player::do_expect(const Step& step) {
     if (what == "receipt") return expect_receipt(rest);
     if (what == "port") return expect_port(rest);
     if (what == "server") return expect_server(rest);
+    if (what == "shop" && rest == "unchanged") {
+        const std::string now = fingerprints();
+        return now == remembered_ ? Progress::ok()
+                                  : Progress::fail("before:\n" + remembered_ + "now:\n" + now);
+    }
     if (what == "end") return running_ ? Progress::wait("the program is running") : Progress::ok();
     if (what == "log") return expect_file("Logs/hm_log.qzv", split_at("- " + rest, "contains").after);
     if (what == "file") {

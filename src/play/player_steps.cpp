@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QProcess>
 #include <QScreen>
 #include <QTableView>
 #include <QTimer>
@@ -167,9 +168,27 @@ bool Player::read_cash_point(const Step& step) {
 
 Progress Player::do_start(const Step& step) {
     if (running_) return Progress::wait("the program is still running");
-    if (!read_cash_point(step)) return Progress::fail("it reads: start as cash point 2");
+    in_training_ = step.rest == "training";
+    if (!in_training_ && !read_cash_point(step)) return Progress::fail("it reads: start as cash point 2");
     start_till();
     return Progress::ok();
+}
+
+Progress Player::do_remember(const Step& step) {
+    if (step.rest != "shop") return Progress::fail("it reads: remember shop");
+    remembered_ = fingerprints();
+    return Progress::ok();
+}
+
+// Read by another program: closing a file of the shop here would release the locks of its engine. Left out
+// are the training, the engine's memory and the receipt port.
+std::string Player::fingerprints() {
+    QProcess reader;
+    reader.setWorkingDirectory(QString::fromStdString(shop_.folder().string()));
+    reader.start("sh", {"-c", "find . -type f ! -path './training-*' ! -name '*-shm' ! -path './ports/" +
+                                  ui::qt(receipt_port()) + "' | sort | xargs -d '\\n' sha256sum"});
+    reader.waitForFinished();
+    return reader.readAllStandardOutput().toStdString();
 }
 
 Progress Player::do_restart(const Step&) {

@@ -63,6 +63,7 @@ struct Session {
     std::array<std::string, 3> credit_lines;
     std::filesystem::path program_folder;
     std::filesystem::path working_folder;
+    bool is_training = false;  // on a copy of the shop (startup/training.h)
 
     // From sign-in.
     std::int64_t user_code = 0;

@@ -78,6 +78,10 @@ inline constexpr std::string_view no_copy_before_update =
     "لم يبدأ تحديث بيانات المتجر لأن نسخة منها قبل التحديث لم تحفظ. تأكد من وجود مساحة كافية على القرص ثم "
     "أعد "
     "تشغيل البرنامج";
+// The day's copy for training could not be made: make room on the disk, or see the log.
+inline constexpr std::string_view no_training_copy =
+    "لم يتم تجهيز نسخة التدريب، ولم يتغير شيء في بيانات المتجر. تأكد من وجود مساحة كافية على القرص، "
+    "والسبب مسجل في ملف السجل";
 // Anything else: the support engineer finds the cause in the log.
 inline constexpr std::string_view see_log = "حدث خطأ أثناء بدء البرنامج، وسببه مسجل في ملف السجل";
 

@@ -17,12 +17,9 @@ constexpr std::string_view progress_code = "222";
 
 }  // namespace
 
-Environment Environment::here(int argc, const char* const* argv) {
+Environment Environment::here(const std::string& command_line) {
     Environment environment;
-    for (int i = 1; i < argc; ++i) {
-        if (i > 1) environment.command_line += ' ';
-        environment.command_line += argv[i];
-    }
+    environment.command_line = command_line;
     environment.program_folder = startup::program_folder();
     environment.working_folder = shop_folder();
     return environment;
@@ -66,6 +63,7 @@ bool StartUp::run(const ShowSignIn& show_sign_in) {
 }
 
 void StartUp::prepare_files() {
+    session_.is_training = environment_.is_training;
     session_.program_folder = environment_.program_folder;
     session_.working_folder = environment_.working_folder;
     session_.cash_point = cash_point_of(environment_.command_line);

@@ -24,6 +24,7 @@ struct Environment {
     std::filesystem::path program_folder;  // holds the version file, the logs and the password file
     std::filesystem::path working_folder;  // holds the connection file and the credit lines
     std::string computer_name;
+    bool is_training = false;  // the working folder is that of a training shop
     OpenConnection open;
     std::function<std::string(std::string_view server)> get_ip;
     // Shows that a server does not answer, and calls `attempt` in another thread until it returns true.
@@ -37,8 +38,8 @@ struct Environment {
     // answer_second_start() is then to be called.
     std::function<void(int descriptor)> listen{};
 
-    // This machine, with the arguments of main().
-    static Environment here(int argc, const char* const* argv);
+    // This machine, with the cash point of its command line.
+    static Environment here(const std::string& command_line);
 };
 
 // The code of the log lines for what went wrong at the start.

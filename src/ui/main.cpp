@@ -23,6 +23,7 @@
 #include "startup/start_up.h"
 #include "startup/workstation.h"
 #include "ui/till.h"
+#include "ui/training.h"
 #include "ui/widgets/cash_point_renewal.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/message_box.h"
@@ -33,23 +34,35 @@ namespace {
 
 constexpr const char* usage =
     "The cashier's till.\n"
-    "Usage: tallvex [CASH-POINT]\n\n"
+    "Usage: tallvex [--training] [CASH-POINT]\n\n"
     "  CASH-POINT   the number of this workstation's drawer, 0 to 9; 0 without it\n"
+    "  --training   Practise on a copy of the shop first\n"
     "  --help       Print this help message and exit\n"
     "  --version    Print the version and exit\n";
 
 constexpr int wrong_command_line = 2;
 
+struct Arguments {
+    bool training = false;
+    std::string cash_point;
+};
+
 // Handles --help and --version, which need neither a screen nor a shop, and refuses everything that is not a
 // cash point: a till that sold on another drawer than the one meant would go unnoticed. Returns the exit
 // code, or nothing if the till is to start.
-std::optional<int> handle_arguments(int argc, const char* const* argv) {
+std::optional<int> handle_arguments(int argc, const char* const* argv, Arguments& arguments) {
+    if (argc > 1 && std::string_view(argv[1]) == "--training") {
+        arguments.training = true;
+        ++argv;
+        --argc;
+    }
     const std::string_view word = argc > 1 ? argv[1] : "";
-    if (argc == 2 && (word == "--help" || word == "-h")) {
+    arguments.cash_point = word;
+    if (!arguments.training && argc == 2 && (word == "--help" || word == "-h")) {
         std::fputs(usage, stdout);
         return 0;
     }
-    if (argc == 2 && word == "--version") {
+    if (!arguments.training && argc == 2 && word == "--version") {
         std::puts(TALLVEX_VERSION);
         return 0;
     }
@@ -152,7 +165,8 @@ void keep_screen_alive(startup::Environment& environment, ui::ServerLink& server
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (const auto code = handle_arguments(argc, argv)) {
+    Arguments arguments;
+    if (const auto code = handle_arguments(argc, argv, arguments)) {
         if (*code == wrong_command_line && has_desktop() && isatty(STDERR_FILENO) == 0)
             show_wrong_arguments(argc, argv);
         return *code;
@@ -162,7 +176,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     common::keep_files_from_others();
-    startup::Environment environment = startup::Environment::here(argc, argv);
+    startup::Environment environment = startup::Environment::here(arguments.cash_point);
     // An input method would take keys past the key queue. Neither layout of a till needs one.
     if (!qEnvironmentVariableIsSet("QT_IM_MODULE")) qputenv("QT_IM_MODULE", "none");
     QApplication application(argc, argv);
@@ -176,6 +190,9 @@ int main(int argc, char** argv) {
     ui::ServerLink server(keys, clock);
 
     keep_screen_alive(environment, server);
+    ui::Training training(environment, {prompts, clock, devices, log}, keys, show_full_screen);
+    const std::int64_t cash_point = startup::cash_point_of(arguments.cash_point);
+    if (arguments.training && !training.run(cash_point, [] {})) return 1;
     std::unique_ptr<startup::StartUp> start_up;
     std::unique_ptr<QSocketNotifier> second_start;
     environment.listen = [&](int descriptor) {
@@ -205,7 +222,8 @@ int main(int argc, char** argv) {
             }
             return started;
         },
-        [&] { back_up(environment, log); }, show_full_screen);
+        [&] { back_up(environment, log); }, show_full_screen,
+        [&](const std::function<void()>& ready) { training.run(cash_point, ready); });
     const bool reached = start_up->run(
         [&](database::Connection& connection, signin::Session& session) { till.run(connection, session); });
     if (again) return restart_exit_code;

@@ -19,7 +19,9 @@
 #include "ui/signin/approval_sheet.h"
 #include "ui/signin/sign_in_window.h"
 #include "ui/signin/waiting_window.h"
+#include "ui/widgets/keypad.h"
 #include "ui/widgets/screen_choice.h"
+#include "ui/widgets/sounds.h"
 #include "ui/widgets/text.h"
 
 namespace ui {
@@ -43,7 +45,10 @@ bool wait_for_server(const std::string& server, const std::function<bool()>& att
 
 void show_copying(const std::function<void(const std::function<void(int)>& tell)>& copying,
                   const std::function<void(QWidget&)>& show_window) {
-    CopyingWindow(show_window).run(copying);
+    CopyingWindow(show_window, "نسخة احتياطية قبل التحديث",
+                  "تحفظ الآن نسخة من بيانات المتجر قبل تحديثها إلى الإصدار الجديد. لا تغلق الجهاز، ويكمل "
+                  "البرنامج وحده عندما تنتهي.")
+        .run(copying);
 }
 
 void show_front() {
@@ -58,8 +63,9 @@ void show_front() {
 void Till::run(database::Connection& connection, signin::Session& session) {
     printing::PrinterChoice choice;
     ScreenChoice screen = read_screen_choice(screen_file(session.program_folder, session.cash_point));
-    const printing::pages::Workstation workstation{connection,   services_,    choice, session.program_folder,
-                                                   show_preview, show_progress};
+    const printing::pages::Workstation workstation{
+        connection,    services_,          choice, session.program_folder, show_preview,
+        show_progress, session.is_training};
     printing::pages::SystemReceiptPrinter receipts(workstation);
     printing::pages::SystemReportPrinter reports(workstation);
     const auto back_up = [&] {
@@ -69,8 +75,10 @@ void Till::run(database::Connection& connection, signin::Session& session) {
             services_.log.log_event(database::log_line("BackUp", error), failure_code);
         }
     };
-    const Context context{connection, session, services_, receipts, reports, choice,
-                          screen,     keys_,   server_,   restart_, back_up, show_window_};
+    Keypad keypad(screen);
+    Sounds sounds(screen);
+    const Context context{connection, session, services_, receipts, reports,  choice,  screen,
+                          keypad,     sounds,  keys_,     server_,  restart_, back_up, show_window_};
 
     const HelpKey help;
     TrailWriter journal(connection, session, server_, services_.log);
@@ -78,10 +86,16 @@ void Till::run(database::Connection& connection, signin::Session& session) {
         return ask_supervisor(context, refused);
     };
     const Release release{session.ask_supervisor};
-    auto sign_in = std::make_unique<SignInWindow>(context);
-    if (!sign_in->run()) {
-        journal.write();
-        return;
+    std::unique_ptr<SignInWindow> sign_in;
+    for (;;) {
+        sign_in = std::make_unique<SignInWindow>(context, train_ != nullptr);
+        if (!sign_in->run()) {
+            journal.write();
+            return;
+        }
+        if (!sign_in->wants_training()) break;
+        // Its window stays until the training has its own.
+        train_([&] { sign_in.reset(); });
     }
     // The receipt port is that of the settings until another is chosen at this workstation.
     choice = printing::read_printer_choice(printing::printer_file(session.program_folder, session.cash_point))

@@ -32,15 +32,18 @@ void show_front();
 class Till {
   public:
     // `restart` starts the program again and returns false if that failed; `back_up` copies the shop into the
-    // folders that it names; `show_window` shows a window.
+    // folders that it names; `show_window` shows a window. `train` runs a training and calls `ready` when its
+    // own windows come; without it the sign-in window offers none.
+    using Train = std::function<void(const std::function<void()>& ready)>;
     Till(common::Services services, KeyQueue& keys, ServerLink& server, std::function<bool()> restart,
-         std::function<void()> back_up, std::function<void(QWidget&)> show_window)
+         std::function<void()> back_up, std::function<void(QWidget&)> show_window, Train train = {})
         : services_(services),
           keys_(keys),
           server_(server),
           restart_(std::move(restart)),
           back_up_(std::move(back_up)),
-          show_window_(std::move(show_window)) {}
+          show_window_(std::move(show_window)),
+          train_(std::move(train)) {}
 
     // Returns when the cashier has left the program.
     void run(database::Connection& connection, signin::Session& session);
@@ -52,6 +55,7 @@ class Till {
     std::function<bool()> restart_;
     std::function<void()> back_up_;
     std::function<void(QWidget&)> show_window_;
+    Train train_;
 };
 
 }  // namespace ui

@@ -208,14 +208,14 @@ TEST(CopyingWindow, AppearsOnlyForALongCopyAndPassesItsErrorOn) {
         window.close();
         EXPECT_TRUE(window.isVisible());
     };
-    ui::CopyingWindow(show).run([](const std::function<void(int)>& tell) { tell(100); });
+    ui::CopyingWindow(show, "heading", "text").run([](const std::function<void(int)>& tell) { tell(100); });
     EXPECT_EQ(shown, 0);
     const auto slow = [](const std::function<void(int)>& tell) {
         tell(50);
         std::this_thread::sleep_for(std::chrono::seconds(1));
         throw std::runtime_error("no room");
     };
-    EXPECT_THROW(ui::CopyingWindow(show).run(slow), std::runtime_error);
+    EXPECT_THROW(ui::CopyingWindow(show, "heading", "text").run(slow), std::runtime_error);
     EXPECT_EQ(shown, 1);
 }
 

@@ -9,6 +9,7 @@
 #include "printing/pages/raster.h"
 #include "printing/pages/receipt_page.h"
 #include "printing/pages/report_page.h"
+#include "printing/pages/training_pages.h"
 #include "printing/qr.h"
 #include "printing/text_receipt.h"
 
@@ -44,6 +45,10 @@ TextForm text_form(const Workstation& workstation) {
         workstation.services.log.log_event(error.what(), log_code);
         return {default_codes(), {}};
     }
+}
+
+std::shared_ptr<const PageSet> marked(const Workstation& workstation, std::shared_ptr<const PageSet> pages) {
+    return workstation.is_training ? std::make_shared<TrainingPages>(std::move(pages)) : std::move(pages);
 }
 
 struct Outcome {
@@ -140,9 +145,9 @@ std::shared_ptr<const PageSet> SystemReceiptPrinter::pages(const Receipt& receip
     std::vector<LayoutRow> rows = table.write(layout_rows(receipt, form, settings));
     if (rows.empty()) return nullptr;  // and no code, which has a file
     const bool has_code = form == Form::full && settings.show_qr;
-    return receipt_pages(receipt, form, workstation_.choice.line_width, settings, std::move(rows),
-                         workstation_.program_folder,
-                         has_code ? electronic_code(receipt) : std::optional<QrCode>());
+    return marked(workstation_, receipt_pages(receipt, form, workstation_.choice.line_width, settings,
+                                              std::move(rows), workstation_.program_folder,
+                                              has_code ? electronic_code(receipt) : std::optional<QrCode>()));
 }
 
 std::optional<QrCode> SystemReceiptPrinter::electronic_code(const Receipt& receipt) {
@@ -187,9 +192,13 @@ bool SystemReceiptPrinter::failed(std::string_view message, std::string_view rea
     return false;
 }
 
+std::shared_ptr<const PageSet> SystemReportPrinter::pages_of(const Report& report) const {
+    return marked(workstation_, std::make_shared<ReportPage>(report));
+}
+
 bool SystemReportPrinter::print(const Report& report) {
     try {
-        return print(std::make_shared<ReportPage>(report), report.title);
+        return print(pages_of(report), report.title);
     } catch (const std::exception& error) {
         return not_printed(database::words_for(error), error.what());
     }
@@ -220,7 +229,7 @@ bool SystemReportPrinter::print_slip(const Report& report) {
 
 void SystemReportPrinter::preview(const Report& report) {
     try {
-        const auto made = std::make_shared<ReportPage>(report);
+        const auto made = pages_of(report);
         workstation_.show_pages(made, [&] { return print(made, report.title); });
     } catch (const std::exception& error) {
         not_printed(database::words_for(error), error.what());
@@ -228,7 +237,7 @@ void SystemReportPrinter::preview(const Report& report) {
 }
 
 bool SystemReportPrinter::save_pdf(const Report& report, const fs::path& file) {
-    return kept(file, [&] { return pages::save_pdf(ReportPage(report), file, progress(report.title)); });
+    return kept(file, [&] { return pages::save_pdf(*pages_of(report), file, progress(report.title)); });
 }
 
 bool SystemReportPrinter::save_csv(const Report& report, const fs::path& file) {

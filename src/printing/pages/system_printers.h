@@ -37,6 +37,7 @@ struct Workstation {
     // Shows how far the printing of what has the title has come, as long as the result is held. Long reports
     // are given all the time that they need only if this is set.
     std::function<Progress(const std::string& title)> show_progress = {};
+    bool is_training = false;  // every page is marked as one of a training
 };
 
 // The pages of a receipt with those rows; null without rows. A relative name of the logo is taken from the
@@ -89,6 +90,7 @@ class SystemReportPrinter final : public ReportPrinter {
     bool save_csv(const Report& report, const std::filesystem::path& file) override;
 
   private:
+    std::shared_ptr<const PageSet> pages_of(const Report& report) const;
     bool print(const std::shared_ptr<const PageSet>& made, const std::string& title);
     Progress progress(const std::string& title) const;
     // Writes a file; a failure is shown and logged, an end by the cashier is not.

@@ -257,8 +257,13 @@ QImage PrinterSheet::paper(const printing::PrinterChoice& choice) const {
     const printing::Receipt receipt =
         sales::receipt_of(last->invoice, last->payment, context_.session, last->shift, last->time);
     if (choice.prints_pictures()) {
-        pages::SystemReceiptPrinter printer(
-            {context_.connection, context_.services, choice, context_.session.program_folder, {}});
+        pages::SystemReceiptPrinter printer({context_.connection,
+                                             context_.services,
+                                             choice,
+                                             context_.session.program_folder,
+                                             {},
+                                             {},
+                                             context_.session.is_training});
         return pages::pictures(*printer.pages(receipt, printing::Form::full), screen_dots_per_mm).front();
     }
     const std::string bytes = printing::text_receipt(receipt, printing::Form::full, choice.line_width,

@@ -6,6 +6,7 @@
 #include "sales/sales_desk.h"
 #include "ui/help/open_help.h"
 #include "ui/widgets/fields.h"
+#include "ui/widgets/keypad.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -55,6 +56,16 @@ HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
     set_role(help, "headbutton");
     row->addWidget(help);
     connect(help, &QPushButton::clicked, this, &open_help);
+    auto* keypad = new QPushButton("⌨");
+    keypad->setObjectName("keypad_button");
+    keypad->setAccessibleName("لوحة الأرقام");
+    keypad->setToolTip(QString("لوحة الأرقام  ") + keypad_cap);
+    keypad->setProperty(key_property, keypad_cap);
+    keypad->setFocusPolicy(Qt::NoFocus);  // the focus stays in the field to be typed into
+    keypad->setFixedSize(px(least_target), px(least_target));
+    set_role(keypad, "headbutton");
+    row->addWidget(keypad);
+    connect(keypad, &QPushButton::clicked, this, &HeaderBar::keypad_clicked);
     clock_ = new Figure("clock", "clock");
     clock_->setAlignment(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
     row->addWidget(clock_);

@@ -28,6 +28,7 @@ class HeaderBar : public QWidget {
     QPushButton* menu_button() { return menu_; }
 
   signals:
+    void keypad_clicked();
     void shift_clicked();
 
   protected:

@@ -20,6 +20,7 @@
 #include "ui/sales/totals_panel.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
+#include "ui/widgets/sounds.h"
 #include "ui/widgets/text.h"
 
 namespace ui {
@@ -77,6 +78,7 @@ bool SalesWindow::enter(const sales::Entry& entry) {
         entered = desk_.lines().EnterItem(entry);
         entry_bar_->clear();
     });
+    if (entered) context_.sounds.play(Sound::taken);
     focus_entry();
     if (words) return enter_words(entry_bar_->field());
     // A general item has no quantity yet: the cashier goes on in its cells.

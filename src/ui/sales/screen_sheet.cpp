@@ -22,6 +22,9 @@ ScreenSheet::ScreenSheet(QWidget* host, const Context& context)
     set_card_width(620);
     add("screen_compact", "سطور م&تقاربة", "يظهر عدد أكبر من سطور البون على الشاشة",
         &ScreenChoice::compact_rows);
+    add("screen_keypad", "لوحة الأ&رقام مفتوحة دائما", "للعمل باللمس. وتفتح وتغلق كذلك بالمفتاح Ctrl K",
+        &ScreenChoice::keypad);
+    add("screen_sounds", "أ&صوات", "صوت عند إضافة الصنف، وعند الرفض، وعند السؤال", &ScreenChoice::sounds);
     foot_button(add_row(), "screen_back", "رجو&ع", 1, [this] { leave(0); });
 }
 

@@ -16,6 +16,7 @@
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/key_button.h"
+#include "ui/widgets/keypad.h"
 #include "ui/widgets/sheet.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
@@ -28,7 +29,7 @@ constexpr int longest_password = 100;  // as the column holds
 
 }  // namespace
 
-SignInWindow::SignInWindow(const Context& context)
+SignInWindow::SignInWindow(const Context& context, bool offers_training)
     : FrontWindow("Form62", "تسجيل الدخول", 440),
       context_(context),
       logic_(context.connection, context.session, context.services) {
@@ -60,7 +61,25 @@ SignInWindow::SignInWindow(const Context& context)
     auto* help = new KeyButton("help_button", help_cap, "المساعدة", KeyButton::Look::strip);
     help->setShortcut(QKeySequence::mnemonic("&م"));
     help->setAutoDefault(true);
-    column()->addWidget(help);
+    auto* others = new QHBoxLayout;
+    others->setSpacing(px(10));
+    others->addWidget(help, 1);
+    auto* keypad = new QPushButton("⌨");
+    keypad->setObjectName("keypad_button");
+    keypad->setAccessibleName("لوحة الأرقام");
+    keypad->setToolTip(QString("لوحة الأرقام  ") + keypad_cap);
+    keypad->setProperty(key_property, keypad_cap);
+    keypad->setFocusPolicy(Qt::NoFocus);
+    keypad->setMinimumSize(px(64), px(48));
+    connect(keypad, &QPushButton::clicked, this, [this] { context_.keypad.toggle(); });
+    others->addWidget(keypad);
+    column()->addLayout(others);
+    if (offers_training) {
+        foot_button(others, "training", "ت&دريب", 1, [this] {
+            wants_training_ = true;
+            leave(true);
+        });
+    }
     for (QLabel** line : {&backup_, &backup_failed_}) {
         *line = label({}, "side");
         (*line)->setWordWrap(true);

@@ -16,9 +16,12 @@ namespace ui {
 class SignInWindow : public FrontWindow {
     Q_OBJECT
   public:
-    explicit SignInWindow(const Context& context);
+    // With a button for a training if it is to offer one.
+    SignInWindow(const Context& context, bool offers_training);
     // Shows the window until somebody has signed in. Returns false if the program must end instead.
     bool run();
+    // Whether the window was left for a training instead.
+    bool wants_training() const { return wants_training_; }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -33,6 +36,7 @@ class SignInWindow : public FrontWindow {
     signin::SignIn logic_;
     QComboBox* user_;
     QLineEdit* password_;
+    bool wants_training_ = false;
     QLabel* keyboard_;
     QLabel* pause_;
     KeyboardState typed_with_;

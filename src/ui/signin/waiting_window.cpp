@@ -95,12 +95,10 @@ void WaitingWindow::try_once() {
     });
 }
 
-CopyingWindow::CopyingWindow(std::function<void(QWidget&)> show_window)
-    : FrontWindow("copying", "نسخة احتياطية قبل التحديث", 520), show_window_(std::move(show_window)) {
-    column()->addWidget(
-        paragraph("تحفظ الآن نسخة من بيانات المتجر قبل تحديثها إلى الإصدار الجديد. لا تغلق الجهاز، ويكمل "
-                  "البرنامج وحده عندما تنتهي.",
-                  "said"));
+CopyingWindow::CopyingWindow(std::function<void(QWidget&)> show_window, const QString& heading,
+                             const QString& text)
+    : FrontWindow("copying", heading, 520), show_window_(std::move(show_window)) {
+    column()->addWidget(paragraph(text, "said"));
     bar_ = new QProgressBar;
     bar_->setObjectName("copying_done");
     bar_->setRange(0, 100);

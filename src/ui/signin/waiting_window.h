@@ -36,7 +36,7 @@ class WaitingWindow : public FrontWindow {
 // It cannot be left before the copy is made.
 class CopyingWindow : public FrontWindow {
   public:
-    explicit CopyingWindow(std::function<void(QWidget&)> show_window);
+    CopyingWindow(std::function<void(QWidget&)> show_window, const QString& heading, const QString& text);
 
     // Runs `copying` in a thread of its own and shows the hundredths that it tells; the window appears if it
     // takes longer than a moment. Throws what `copying` throws.

@@ -26,6 +26,7 @@ inline constexpr auto current = "#cfe3f5";  // the current row
 inline constexpr auto save = "#1a7d47";
 inline constexpr auto alarm = "#b3261e";
 inline constexpr auto warning = "#a86200";
+inline constexpr auto training = "#ffb300";  // the frame of a training
 
 // From a colour written 0xBBGGRR, as the logic gives them.
 inline QColor from_blue_first(std::uint32_t colour) {

@@ -21,9 +21,11 @@ struct Session;
 
 namespace ui {
 
+class Keypad;
 class KeyQueue;
 struct ScreenChoice;
 class ServerLink;
+class Sounds;
 
 struct Context {
     database::Connection& connection;
@@ -33,6 +35,8 @@ struct Context {
     printing::ReportPrinter& reports;
     printing::PrinterChoice& printer_choice;
     ScreenChoice& screen_choice;
+    Keypad& keypad;
+    Sounds& sounds;
     KeyQueue& keys;
     ServerLink& server;
     // Starts the program again with its cash-point number. Returns false if that failed; then this

@@ -59,7 +59,7 @@ QPixmap picture_of(common::Icon icon, double ratio) {
 }  // namespace
 
 MessageBox::MessageBox(QWidget* host, const QString& text, common::Icon icon, const common::Choices* question)
-    : Sheet(host), text_(text), is_question_(question != nullptr) {
+    : Sheet(host), text_(text), is_question_(question != nullptr), icon_(icon) {
     setObjectName("message_box");
     setProperty(keys_property, keys_held);
     set_card_width(520);

@@ -23,6 +23,8 @@ class MessageBox : public Sheet {
 
     QString text() const { return text_; }
     bool is_question() const { return is_question_; }
+    // Whether it only tells what was done.
+    bool is_news() const { return icon_ == common::Icon::information; }
 
   protected:
     void take_focus() override;
@@ -34,6 +36,7 @@ class MessageBox : public Sheet {
     QString text_;
     bool is_question_;
     QHBoxLayout* answers_ = nullptr;
+    common::Icon icon_;
     QPushButton* marked_ = nullptr;
 };
 

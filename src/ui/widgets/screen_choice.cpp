@@ -13,7 +13,9 @@ struct Kept {
     const char* value;
     bool ScreenChoice::*member;
 };
-constexpr Kept kept[] = {{"rows", "compact", &ScreenChoice::compact_rows}};
+constexpr Kept kept[] = {{"rows", "compact", &ScreenChoice::compact_rows},
+                         {"keypad", "on", &ScreenChoice::keypad},
+                         {"sounds", "on", &ScreenChoice::sounds}};
 
 }  // namespace
 

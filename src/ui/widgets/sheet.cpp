@@ -136,11 +136,11 @@ void Sheet::tell(QWidget* window, const QString& text) {
 }
 
 void Sheet::cover() {
-    QRect area = parentWidget()->rect();
+    QRect area = parentWidget()->contentsRect();
     if (QLabel* notice = notice_over(window())) {
-        notice->setGeometry(0, 0, area.width(), notice->heightForWidth(area.width()));
+        notice->setGeometry(area.left(), area.top(), area.width(), notice->heightForWidth(area.width()));
         notice->raise();
-        area.setTop(notice->height());
+        area.setTop(area.top() + notice->height());
     }
     setGeometry(area);
 }

@@ -164,6 +164,11 @@ QMenu::item { padding: 6px 20px; border-radius: 6px; }
 QMenu::item:selected { background: $current; }
 
 QWidget[role="card"] { background: $paper; border-radius: 12px; }
+QFrame[role="keypad"] { background: $night; border: 2px solid $paper; border-radius: 12px; }
+QPushButton[role="padkey"] { font-size: 22px; font-weight: 700; padding: 0; }
+QPushButton[role="padcontrol"] { font-size: 18px; padding: 0; background: $cap; }
+QPushButton[role="padenter"] { font-size: 16px; font-weight: 700; padding: 0; background: $save; border-color: $save; color: $paper; }
+QPushButton[role="padkey"]:pressed, QPushButton[role="padcontrol"]:pressed { background: $current; }
 QFrame[role="rule"] { background: $line; border: none; max-height: 1px; min-height: 1px; }
 QToolTip { background: $net; color: $paper; border: none; padding: 4px; }
 )";

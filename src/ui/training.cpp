@@ -1,0 +1,58 @@
+#include "ui/training.h"
+
+#include <QSocketNotifier>
+#include <memory>
+
+#include "startup/reasons.h"
+#include "startup/shop_files.h"
+#include "startup/training.h"
+#include "ui/signin/waiting_window.h"
+#include "ui/till.h"
+#include "ui/widgets/server_link.h"
+#include "ui/widgets/training_frame.h"
+
+namespace ui {
+
+bool Training::run(std::int64_t cash_point, const std::function<void()>& ready) {
+    const startup::TrainingShop shop(shop_, cash_point);
+    try {
+        CopyingWindow(show_window_, "نسخة التدريب",
+                      "تجهز الآن نسخة من بيانات المتجر للتدريب عليها اليوم. بيانات المتجر نفسها لا تتغير.")
+            .run([&](const std::function<void(int)>& tell) { shop.prepare(services_.clock.now(), tell); });
+    } catch (const startup::StartUpError& error) {
+        services_.log.log_event(error.what(), startup::failure_log_code);
+        services_.prompts.message(error.reason(), common::Icon::exclamation);
+        return false;
+    }
+    ready();
+    const TrainingFrame frame;
+    startup::ActivityLog log(shop.folder(), services_.clock);
+    startup::TrainingDevices devices(services_.devices, shop.folder());
+    const common::Services services{services_.prompts, services_.clock, devices, log};
+    // F11 begins it again.
+    while (run_till(shop.environment(), services)) {
+    }
+    return true;
+}
+
+// Returns true if the cashier started the program again.
+bool Training::run_till(const startup::Environment& environment, const common::Services& services) {
+    ServerLink link(keys_, services.clock);  // to no server
+    startup::Environment machine = environment;
+    std::unique_ptr<startup::StartUp> start_up;
+    std::unique_ptr<QSocketNotifier> second_start;
+    machine.listen = [&](int descriptor) {
+        second_start = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+        QObject::connect(second_start.get(), &QSocketNotifier::activated,
+                         [&] { start_up->answer_second_start(show_front); });
+    };
+    start_up = std::make_unique<startup::StartUp>(machine, services);
+    bool again = false;
+    Till till(
+        services, keys_, link, [&] { return again = true; }, [] {}, show_window_);
+    start_up->run(
+        [&](database::Connection& connection, signin::Session& session) { till.run(connection, session); });
+    return again;
+}
+
+}  // namespace ui

@@ -1,0 +1,42 @@
+// The keypad: keys on the screen for whatever field is in use, so that a till can be worked by touch alone.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+class QWidget;
+
+namespace ui {
+
+struct ScreenChoice;
+class Pad;
+
+// Opens and closes the keypad by its key, its buttons and the finger that taps a field. The pad follows the
+// focus from window to window and hides while nothing can be typed; it takes no focus itself, and its keys go
+// the way of the keyboard's.
+class Keypad : public QObject {
+    Q_OBJECT
+  public:
+    // Begins open if the workstation chose so.
+    explicit Keypad(const ScreenChoice& choice);
+    ~Keypad() override;
+
+    void toggle() { open(!is_open_); }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void open(bool wanted);
+    void follow();
+
+    const ScreenChoice& choice_;
+    bool chosen_;  // what the choice was when it was looked at last
+    bool is_open_;
+    QPointer<Pad> pad_;
+};
+
+// The key as screens show it.
+inline constexpr auto keypad_cap = "Ctrl K";
+
+}  // namespace ui

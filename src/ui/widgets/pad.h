@@ -1,0 +1,34 @@
+// The panel of the keypad's keys: figures, Arabic letters, Latin letters.
+#pragma once
+
+#include <QFrame>
+#include <functional>
+
+class QGridLayout;
+
+namespace ui {
+
+class Pad : public QFrame {
+    Q_OBJECT
+  public:
+    // `close` is called by the key that closes it.
+    Pad(QWidget* window, std::function<void()> close);
+
+    // Moves to where the pad covers nothing of the field and as little as can be of what can be pressed.
+    // Stays where it is if that will do for the field, unless another screen came to the front.
+    void make_way_for(const QWidget* field);
+
+  private:
+    enum class Page { figures, arabic, latin };
+    void show_page(Page page);
+    void add_key(QGridLayout* grid, const QString& key, int row, int column);
+    void press(const QString& key);
+
+    std::function<void()> close_;
+    bool capital_ = false;
+    Page page_ = Page::figures;
+    QWidget* keys_ = nullptr;
+    const QWidget* front_ = nullptr;  // only compared
+};
+
+}  // namespace ui
