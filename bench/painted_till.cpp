@@ -15,9 +15,11 @@
 #include "ui/screens.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/key_queue.h"
+#include "ui/widgets/keypad.h"
 #include "ui/widgets/screen_choice.h"
 #include "ui/widgets/server_link.h"
 #include "ui/widgets/sheet.h"
+#include "ui/widgets/sounds.h"
 #include "ui/widgets/style.h"
 
 namespace bench {
@@ -70,6 +72,8 @@ struct PaintedTill::Parts {
                   reports,
                   choice,
                   screen_choice,
+                  keypad,
+                  sounds,
                   keys,
                   server,
                   {},
@@ -90,6 +94,8 @@ struct PaintedTill::Parts {
     NoReports reports;
     printing::PrinterChoice choice;
     ui::ScreenChoice screen_choice;
+    ui::Keypad keypad{screen_choice};
+    ui::Sounds sounds{screen_choice};
     ui::KeyQueue keys;
     ui::ServerLink server;
     ui::Context context;

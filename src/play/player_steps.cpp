@@ -50,7 +50,9 @@ QWidget* usable(const std::string& name, Progress& why_not) {
     }
     const ui::Sheet* top = ui::Sheet::top_of(widget->window());
     const QWidget* waiting = find_widget("server_waiting");
-    const bool on_top = waiting != nullptr && waiting->isAncestorOf(widget);
+    const QWidget* keypad = find_widget("keypad");
+    const bool on_top = (waiting != nullptr && waiting->isAncestorOf(widget)) ||
+                        (keypad != nullptr && keypad->isAncestorOf(widget));
     if (top != nullptr && !top->isAncestorOf(widget) && !on_top) {
         why_not = Progress::wait(quoted + " lies under " + top->objectName().toStdString());
         return nullptr;

@@ -21,6 +21,9 @@ namespace {
 // Wherever the field is, and on every page, the pad leaves it free and within the window; its keys are at
 // least 56 pixels.
 TEST(Keypad, NeverCoversTheFieldThatItTypesInto) {
+    QFont font;
+    font.setPixelSize(16);
+    QApplication::setFont(font);
     QWidget window;
     window.resize(1024, 768);
     auto* field = new QLineEdit(&window);

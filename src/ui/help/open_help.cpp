@@ -42,6 +42,7 @@ const std::vector<std::pair<QString, QString>>& help_places() {
         {"receipts_screen", "receipts"},
         {"offers_screen", "offers"},
         {"screen_sheet", "screen-choice"},
+        {"keypad", "keypad"},
         {"printer_screen", "printer"},
         {"receipt_designer", "receipt-design"},
         {"logo_sheet", "receipt-design"},

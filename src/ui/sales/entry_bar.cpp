@@ -16,6 +16,7 @@
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_button.h"
 #include "ui/widgets/key_queue.h"
+#include "ui/widgets/keypad.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -65,6 +66,16 @@ EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
     auto* tiles = new KeyButton("tiles_open", key_cap(key::tiles), "أصناف سريعة", KeyButton::Look::tool);
     for (KeyButton* button : {general, search, tiles})
         row->addWidget(button);
+    auto* keypad = new QPushButton("⌨");
+    keypad->setObjectName("keypad_button");
+    keypad->setAccessibleName("لوحة الأرقام");
+    keypad->setToolTip(QString("لوحة الأرقام  ") + keypad_cap);
+    keypad->setProperty(key_property, keypad_cap);
+    keypad->setFocusPolicy(Qt::NoFocus);  // the focus stays in the field to be typed into
+    keypad->setFixedSize(px(54), px(54));
+    set_role(keypad, "tool");
+    row->addWidget(keypad);
+    connect(keypad, &QPushButton::clicked, this, &EntryBar::keypad_clicked);
 
     recalled_ = text_field("entry_for_recalled");
     set_hint(recalled_, "إضافة صنف إلى الفاتورة المستدعاة");

@@ -32,6 +32,7 @@ class EntryBar : public QWidget {
     void general_item_clicked();
     void search_clicked();
     void tiles_clicked();
+    void keypad_clicked();
     // The keys Up and Down.
     void down();
     // "+" and "/" alone in the field.

@@ -6,7 +6,6 @@
 #include "sales/sales_desk.h"
 #include "ui/help/open_help.h"
 #include "ui/widgets/fields.h"
-#include "ui/widgets/keypad.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -56,16 +55,6 @@ HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
     set_role(help, "headbutton");
     row->addWidget(help);
     connect(help, &QPushButton::clicked, this, &open_help);
-    auto* keypad = new QPushButton("⌨");
-    keypad->setObjectName("keypad_button");
-    keypad->setAccessibleName("لوحة الأرقام");
-    keypad->setToolTip(QString("لوحة الأرقام  ") + keypad_cap);
-    keypad->setProperty(key_property, keypad_cap);
-    keypad->setFocusPolicy(Qt::NoFocus);  // the focus stays in the field to be typed into
-    keypad->setFixedSize(px(least_target), px(least_target));
-    set_role(keypad, "headbutton");
-    row->addWidget(keypad);
-    connect(keypad, &QPushButton::clicked, this, &HeaderBar::keypad_clicked);
     clock_ = new Figure("clock", "clock");
     clock_->setAlignment(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
     row->addWidget(clock_);
@@ -79,6 +68,7 @@ void HeaderBar::show_state(const sales::SalesDesk& desk, const signin::Session& 
     user_->setText("المستخدم: " + qt(session.user_name));
     const auto shift = desk.shift_number();
     shift_->setText(shift == 0 ? QString("بدون وردية") : "وردية رقم " + QString::number(shift));
+    fit_news();
 }
 
 void HeaderBar::show_clock(const std::string& text) {
@@ -89,21 +79,25 @@ void HeaderBar::show_clock(const std::string& text) {
 
 void HeaderBar::next_news(const std::vector<std::string>& news) {
     if (news.empty()) return;
-    const QString line = qt(news[news_at_++ % news.size()]);
+    news_->setToolTip(qt(news[news_at_++ % news.size()]));
+    fit_news();
+}
+
+// Other texts of the bar take and leave room.
+void HeaderBar::fit_news() {
+    layout()->activate();
     // In less space the news would be unreadable; the tool tip has it.
     constexpr double least = 140;
-    news_->setToolTip(line);
-    if (news_->width() < px(least)) {
-        news_->clear();
-        return;
-    }
-    news_->setText(news_->fontMetrics().elidedText(line, Qt::ElideRight, news_->width()));
+    const bool fits = news_->width() >= px(least);
+    news_->setText(fits ? news_->fontMetrics().elidedText(news_->toolTip(), Qt::ElideRight, news_->width())
+                        : QString());
 }
 
 void HeaderBar::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     const bool narrow = width() < px(1200);
     layout()->setSpacing(px(narrow ? 12 : 28));
+    fit_news();
 }
 
 }  // namespace ui

@@ -28,13 +28,13 @@ class HeaderBar : public QWidget {
     QPushButton* menu_button() { return menu_; }
 
   signals:
-    void keypad_clicked();
     void shift_clicked();
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    void fit_news();
     QLabel* shop_;
     QLabel* store_;
     QLabel* drawer_;

@@ -171,7 +171,7 @@ void SalesWindow::build_menu() {
 }
 
 void SalesWindow::connect_parts() {
-    connect(header_, &HeaderBar::keypad_clicked, this, [this] { context_.keypad.toggle(); });
+    connect(entry_bar_, &EntryBar::keypad_clicked, this, [this] { context_.keypad.toggle(); });
     connect(header_, &HeaderBar::shift_clicked, this, &SalesWindow::show_shifts);
     connect(kind_bar_, &KindBar::kind_chosen, this, &SalesWindow::switch_kind);
     connect(kind_bar_, &KindBar::price_level_chosen, this, &SalesWindow::choose_price_level);

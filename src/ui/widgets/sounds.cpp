@@ -56,6 +56,9 @@ std::vector<std::int16_t> samples_of(const std::vector<Tone>& tones) {
     return samples;
 }
 
+// Takes the library's complaints about a machine without sound.
+void say_nothing(const char*, int, const char*, int, const char*, ...) {}
+
 // The system's sound library, which a till need not have.
 class SoundLibrary {
   public:
@@ -68,7 +71,7 @@ class SoundLibrary {
         find(close_, "snd_pcm_close");
         void (*be_quiet)(void (*)(const char*, int, const char*, int, const char*, ...)) = nullptr;
         find(be_quiet, "snd_lib_error_set_handler");
-        if (be_quiet != nullptr) be_quiet([](const char*, int, const char*, int, const char*, ...) {});
+        if (be_quiet != nullptr) be_quiet(say_nothing);
     }
 
     // Returns when the samples have sounded, or at once without a sound card.

@@ -47,7 +47,7 @@ class Frame : public QWidget {
         for (int x = -height(); x < width() + height(); x += px(stripe))
             painter.drawLine(x, height(), x + height(), 0);
         QFont letters = font();
-        letters.setPixelSize(px(15));
+        letters.setPixelSize(px(14));
         letters.setBold(true);
         painter.setFont(letters);
         const int wide = painter.fontMetrics().horizontalAdvance(training_text) + px(60);
