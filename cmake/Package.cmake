@@ -57,7 +57,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # What no program is linked with: the user, the server's driver, the fonts of screen and paper.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "adduser, fonts-dejavu-core, fonts-noto-core, tdsodbc")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "cups, x11-xserver-utils")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "cups, libasound2, x11-xserver-utils")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "lightdm, xserver-xorg")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 file(WRITE "${CMAKE_BINARY_DIR}/debian/conffiles" "/etc/tallvex/till.conf\n/etc/xdg/autostart/tallvex-till.desktop\n")

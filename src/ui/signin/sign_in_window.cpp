@@ -75,7 +75,7 @@ SignInWindow::SignInWindow(const Context& context, bool offers_training)
     others->addWidget(keypad);
     column()->addLayout(others);
     if (offers_training) {
-        foot_button(others, "training", "ت&دريب", 1, [this] {
+        foot_button(others, "training", "تدري&ب", 1, [this] {
             wants_training_ = true;
             leave(true);
         });
