@@ -1,20 +1,14 @@
 #include "database/journal.h"
 
-#include <random>
 #include <utility>
 
+#include "database/next_number.h"
 #include "database/till_tables.h"
 #include "database/transaction.h"
 
 namespace database {
 
 namespace {
-
-// Drawn, so that tills need not agree on a number. Whole in a double and on the safe side of bigint.
-std::int64_t new_id() {
-    static thread_local std::random_device source;  // opening it takes long
-    return std::uniform_int_distribution<std::int64_t>(1, std::int64_t{1} << 52)(source);
-}
 
 std::vector<JournalEntry> entries(Connection& connection, const Sql& statement) {
     std::vector<JournalEntry> found;
@@ -48,7 +42,7 @@ bool is_unfinished(Connection& connection, std::int64_t id) {
 
 void Journal::begin(const JournalEntry& entry) {
     leave();
-    id_ = new_id();
+    id_ = drawn_id();
     try {
         connection_.execute(
             "insert into till_save (id,stcode,cash_no,kind,title,begun,content) values (?,?,?,?,?,?,?)",

@@ -111,7 +111,7 @@ SaveOutcome Checkout::SaveInvoice() {
         // Midnight may have passed while the money was counted. Date and time of an invoice are of the same
         // moment: the time of one day under the date of another would count a day too early.
         take_day(server_date());
-        const SaveOutcome outcome = saving_.save(invoice_, taken);
+        const SaveOutcome outcome = saving_.save(invoice_, taken, state_.draft.mark());
         if (outcome == SaveOutcome::refused) return outcome;
         // From here on the invoice belongs to the database and must not be saved a second time.
         state_.last_receipt = LastReceipt{invoice_, taken, begun.shift, saving_.time()};
@@ -169,8 +169,9 @@ bool Checkout::CancelRecord() {
 
 bool Checkout::cancel(std::string_view name, std::string_view question) {
     return look_up(name, false, [&] {
-        if (!services_.prompts.question(question)) return false;
+        if (!services_.prompts.question(giving_up(question))) return false;
         note_cancelled(session_, sale_);
+        give_up();
         start_next_invoice();
         return true;
     });

@@ -77,6 +77,8 @@ struct Granted {
     double quantity = std::numeric_limits<double>::infinity();  // at most, in the line's unit
     double price = 0;
     double discount = 0;  // for that quantity
+
+    bool operator==(const Granted&) const = default;
 };
 
 struct Line {
@@ -133,6 +135,8 @@ struct Line {
     // The 25 cells as the grid shows and offers store them, and back. Non-numbers count as 0.
     std::array<std::string, column::count> cells(int number) const;
     static Line from_cells(const std::array<std::string, column::count>& cells);
+
+    bool operator==(const Line&) const = default;
 };
 
 // The sale that a return was started from. Of a return that another program wrote, only its number is known.

@@ -142,7 +142,9 @@ void InvoiceRows::try_to_write(const Commands& at_end) {
         do_planned(SaveStep::craftsman_lines);
         journal_.once(step_number(SaveStep::reservations), [this] { return take_off_reservations(); });
     }
-    do_planned(SaveStep::reservations, [&] { journal_.end(planned_, at_end); });
+    Commands ending = leaving_the_screen(save_.draft);
+    ending.insert(ending.end(), at_end.begin(), at_end.end());
+    do_planned(SaveStep::reservations, [&] { journal_.end(planned_, ending); });
 }
 
 bool InvoiceRows::is_to_do(SaveStep step, bool applies) const {

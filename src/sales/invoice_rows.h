@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "database/journal.h"
+#include "sales/draft.h"
 #include "sales/invoice_text.h"
 #include "sales/stock_movement.h"
 

@@ -1,5 +1,6 @@
 #include "sales/invoice_text.h"
 
+#include <cmath>
 #include <iterator>
 
 #include "audit/person_json.h"
@@ -17,27 +18,78 @@ TALLVEX_JSON(InvoiceIdentity, key, time)
 TALLVEX_JSON(OriginalSale, number, identity)
 TALLVEX_JSON(CardPayment, bank_code, holder, reference)
 TALLVEX_JSON(Approval, action, approver, value, most)
+
+// JSON has no infinite number.
+void to_json(nlohmann::json& to, const Granted& from) {
+    to = {{"price", from.price}, {"discount", from.discount}};
+    if (std::isfinite(from.quantity)) to["quantity"] = from.quantity;
+}
+void from_json(const nlohmann::json& from, Granted& to) {
+    to.quantity = from.value("quantity", Granted().quantity);
+    to.price = from.at("price").get<double>();
+    to.discount = from.at("discount").get<double>();
+}
+
 TALLVEX_JSON(Line, item_code, name, group, quantity, price, discount, factor, unit_code, unit_name,
              salver_code, unit_cost, balance, stock_kept, clearance, below_stock, marked, source_kind,
-             source_store, expiry, returnable, sold_quantity, sold_discount, approvals)
+             source_store, expiry, returnable, sold_quantity, sold_discount, granted,
+             approvals)
 TALLVEX_JSON(Invoice, kind, payment, price_level, number, date, store, customer, customer_name, walk_in,
              tips_receiver, card, permit_opened, permit_number, worker, worker_name, note, suppress_receipt,
-             original, lines, approvals, discount_percent)
+             original, lines, approvals, discount_percent, granted_percent)
 TALLVEX_JSON(PaymentTaken, paid, change)
-TALLVEX_JSON(InvoiceToSave, invoice, payment, moment, shift, user, user_name, cash_point, claim)
+TALLVEX_JSON(DraftMark, file, serial, held)
+TALLVEX_JSON(InvoiceToSave, invoice, payment, moment, shift, user, user_name, cash_point, claim, draft)
+TALLVEX_JSON(RecalledInvoice, invoice, identity, shift)
+TALLVEX_JSON(KeptInvoice, invoice, recalled, edited, date_chosen, offer, user, user_name, begun)
+TALLVEX_JSON(KeptChange, mark, head, recalled, lines, line_count)
+
+namespace {
+
+// Leaves out what a line has like a new one, because every save and every change writes such texts: reading
+// puts it back.
+void leave_out_plain_fields(nlohmann::json& line) {
+    static const nlohmann::json plain = Line();
+    for (auto field = line.begin(); field != line.end();)
+        field = *field == plain[field.key()] ? line.erase(field) : std::next(field);
+}
+
+}  // namespace
 
 std::string text_of(const InvoiceToSave& save) {
-    // What a line has like a new one is left out, because every save writes the text: reading puts it back.
-    static const nlohmann::json plain = Line();
     nlohmann::json content = save;
-    for (nlohmann::json& line : content["invoice"]["lines"])
-        for (auto field = line.begin(); field != line.end();)
-            field = *field == plain[field.key()] ? line.erase(field) : std::next(field);
+    content["invoice"].erase("granted_percent");
+    for (nlohmann::json& line : content["invoice"]["lines"]) {
+        line.erase("granted");
+        leave_out_plain_fields(line);
+    }
     return common::json_text(content);
 }
 
 InvoiceToSave read_invoice_to_save(std::string_view text) {
     return common::from_json_text<InvoiceToSave>(text);
+}
+
+std::string text_of(const KeptInvoice& kept) {
+    nlohmann::json content = kept;
+    for (nlohmann::json& line : content["invoice"]["lines"])
+        leave_out_plain_fields(line);
+    return common::json_text(content);
+}
+
+KeptInvoice read_kept_invoice(std::string_view text) {
+    return common::from_json_text<KeptInvoice>(text);
+}
+
+std::string text_of(const KeptChange& change) {
+    nlohmann::json content = change;
+    for (nlohmann::json& placed : content["lines"])
+        leave_out_plain_fields(placed.back());
+    return common::json_text(content);
+}
+
+KeptChange read_kept_change(std::string_view text) {
+    return common::from_json_text<KeptChange>(text);
 }
 
 }  // namespace sales

@@ -1,15 +1,28 @@
-// An invoice as a text (JSON) that holds all of it, to be kept in the database and read back.
+// Invoices as texts (JSON) that hold all of them, to be kept and read back.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "common/date_time.h"
 #include "sales/invoice.h"
 #include "sales/payment.h"
+#include "sales/recall.h"
 
 namespace sales {
+
+// Which draft (draft.h) an invoice is, and which held invoice (held_invoices.h) it was before; 0 for none.
+struct DraftMark {
+    std::int64_t file = 0;
+    std::int64_t serial = 0;
+    std::int64_t held = 0;
+
+    bool operator==(const DraftMark&) const = default;
+};
 
 // An invoice with what else the rows and the receipt of its save are made of.
 struct InvoiceToSave {
@@ -21,10 +34,37 @@ struct InvoiceToSave {
     std::string user_name;
     std::int64_t cash_point = 0;
     std::int64_t claim = 0;  // of its number and goods, as long as it is not saved
+    DraftMark draft;
 };
 
+// What the lines and the discount were granted at is left out: it was judged before the save began.
 std::string text_of(const InvoiceToSave& save);
-// Throws std::exception for any other text.
+// These throw std::exception for any other text.
 InvoiceToSave read_invoice_to_save(std::string_view text);
+
+// An invoice that is not saved yet, with what else of the sale belongs to it.
+struct KeptInvoice {
+    Invoice invoice;
+    std::optional<RecalledInvoice> recalled;
+    bool edited = false;
+    bool date_chosen = false;
+    std::int64_t offer = 0;
+    std::int64_t user = 0;  // who rang it up
+    std::string user_name;
+    common::Moment begun;
+};
+std::string text_of(const KeptInvoice& kept);
+KeptInvoice read_kept_invoice(std::string_view text);
+
+// What a kept invoice has changed since the last text about it.
+struct KeptChange {
+    DraftMark mark;
+    std::optional<std::string> head;  // the text of the invoice without lines and receipt, if that changed
+    std::optional<RecalledInvoice> recalled;          // if it is another receipt than before
+    std::vector<std::pair<std::size_t, Line>> lines;  // that changed, with their places
+    std::size_t line_count = 0;
+};
+std::string text_of(const KeptChange& change);
+KeptChange read_kept_change(std::string_view text);
 
 }  // namespace sales

@@ -134,8 +134,55 @@ inline constexpr std::string_view no_source_line =
 // Cancel the receipt? / Cancel this record?
 inline constexpr std::string_view cancel_receipt = "هل تريد الغاء البون ؟";
 inline constexpr std::string_view cancel_record = "هل تريد إلغاء هذا السجل ؟";
+// What becomes of it, below those questions: what was saved of it stays, and will be asked about at the next
+// save. / The saved receipt stays as it is. / There are no items on the screen. / They go from the screen and
+// none of them is recorded. / The same of a held receipt that was resumed: it is no longer held either.
+inline constexpr std::string_view partly_saved_is_kept =
+    "ما حفظ منه يبقى كما هو، ويسأل عنه البرنامج عند الحفظ التالي";
+inline constexpr std::string_view saved_receipt_stays = "البون المحفوظ يبقى كما هو، وتبدأ بونا جديدا";
+inline constexpr std::string_view nothing_on_screen = "لا توجد أصناف على الشاشة";
+inline constexpr std::string_view lines_are_lost = "تمحى من الشاشة ولا يسجل منها شيء";
+inline constexpr std::string_view held_is_removed = "تمحى من الشاشة ومن المعلقة ولا يسجل منها شيء";
+// "Lines: …" "· Net: …"
+inline constexpr std::string_view line_count = "عدد السطور ";
+inline constexpr std::string_view net_of = " · الصافي ";
 // Exit?
 inline constexpr std::string_view exit = "هل تريد الخروج ؟";
+// Before it, of an invoice in work: "A receipt that is not saved is on the screen:" … it is held, and every
+// till of the store finds it among the held ones / it stays on this till and is offered at the next start /
+// it is lost.
+inline constexpr std::string_view not_saved_yet = "على الشاشة بون لم يحفظ\n";
+inline constexpr std::string_view held_at_leaving = "\nعند الخروج يعلق وتجده في البونات المعلقة\n";
+inline constexpr std::string_view kept_at_leaving = "\nيبقى على هذا الجهاز ويعرض عليك عند التشغيل التالي\n";
+inline constexpr std::string_view lost_at_leaving = "\nإذا خرجت الآن يفقد\n";
+
+// --- held invoices -----------------------------------------------------------------------------------
+// There are no items to hold. Held receipts: Shift F3.
+inline constexpr std::string_view nothing_to_hold =
+    "لا توجد أصناف على الشاشة لتعليقها\nالبونات المعلقة بالمفتاحين Shift F3";
+// This receipt is saved already. It is found among today's receipts.
+inline constexpr std::string_view saved_is_not_held = "هذا البون محفوظ من قبل ولا يعلق، تجده في بونات اليوم";
+// The shop's database takes no held receipts: tell the person in charge.
+inline constexpr std::string_view cannot_hold = "قاعدة البيانات لا تقبل تعليق البونات، أبلغ المسئول";
+// After what is on the screen: it is not saved. Hold it and resume the chosen one?
+inline constexpr std::string_view hold_first =
+    "\nهذا البون على الشاشة ولم يحفظ. هل تريد تعليقه واسترجاع البون المختار ؟";
+// Remove this held receipt for good?
+inline constexpr std::string_view discard_held = "هل تريد حذف هذا البون المعلق نهائيا ؟\n";
+// In the till's journal: "from the held ones: …".
+inline constexpr std::string_view of_held = "من المعلقة: ";
+// This receipt is on your screen now / is open now at … / is no longer held: it was saved or removed.
+inline constexpr std::string_view held_is_here = "هذا البون على شاشتك الآن";
+inline constexpr std::string_view held_is_elsewhere = "هذا البون مفتوح الآن على : ";
+inline constexpr std::string_view held_is_gone = "هذا البون لم يعد معلقا، تم حفظه أو حذفه على جهاز آخر";
+// When the program stopped, a receipt that was not saved was on the screen: … / rung up by … / resume it or
+// hold it? / resume, hold / it is on the screen again.
+inline constexpr std::string_view draft_found = "توقف البرنامج وعلى الشاشة بون لم يحفظ\n";
+inline constexpr std::string_view draft_of_user = "\nسجله ";
+inline constexpr std::string_view restore_or_hold = "\nهل تريد استرجاعه الآن أم تعليقه ؟";
+inline constexpr std::string_view restore = "استرجاع";
+inline constexpr std::string_view put_aside = "تعليق";
+inline constexpr std::string_view draft_restored = "\nعاد البون إلى الشاشة";
 
 // --- stock display and item info ---------------------------------------------------------------------
 // Quantity in store: … / zero.

@@ -164,6 +164,7 @@ std::int64_t SaleOffers::SaveOffer() {
             accounts::store_walk_in_customer(connection_, *invoice_.walk_in);
         const std::int64_t number =
             stock::save_offer(connection_, offer_header(invoice_, session_.user_code), offer_lines(invoice_));
+        give_up();
         start_next_invoice();
         return number;
     });

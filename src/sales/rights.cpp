@@ -213,4 +213,21 @@ bool authorise_invoice(database::Connection& connection, const signin::Session& 
     return rights.may_exceed_ceiling();
 }
 
+void grant_to_others(const signin::Session& session, Invoice& invoice) {
+    const bool may_set_prices = signin::allows(session, Action::edit_price);
+    const bool may_discount = signin::allows(session, Action::edit_discount);
+    bool all_granted = true;
+    for (Line& line : invoice.lines) {
+        if (line.is_general()) continue;
+        const bool price = has_granted_price(line);
+        const bool discount = has_granted_discount(line);
+        const bool may = (price || may_set_prices) && (discount || may_discount);
+        if (may && !(price && discount)) line.grant_as_it_is();
+        all_granted = all_granted && may;
+    }
+    if (all_granted && signin::allows(session, Action::discount_above_ceiling) &&
+        exceeds_ceiling(invoice.discount_percent, 100, session.settings.max_dis))
+        invoice.grant_as_it_is();
+}
+
 }  // namespace sales

@@ -21,4 +21,8 @@ bool authorise_invoice(database::Connection& connection, const signin::Session& 
 bool has_granted_discount(const Line& line);
 bool has_granted_discount(const Invoice& invoice);
 
+// Grants the prices and discounts of an invoice that is put aside, as far as the signed-in user may give
+// them, to whoever goes on with it.
+void grant_to_others(const signin::Session& session, Invoice& invoice);
+
 }  // namespace sales

@@ -2,6 +2,7 @@
 
 #include "common/numbers.h"
 #include "database/error.h"
+#include "sales/events.h"
 #include "sales/invoice_key.h"
 #include "sales/items.h"
 #include "sales/messages.h"
@@ -18,6 +19,11 @@ constexpr std::string_view log_code = "31";
 
 std::string_view why_frozen(const PartlySaved& partly) {
     return partly.journal_id != 0 ? message::partly_can_be_settled : message::partly_stays;
+}
+
+std::string summary_of(const Invoice& invoice) {
+    return std::string(message::line_count) + std::to_string(invoice.lines.size()) +
+           std::string(message::net_of) + invoice.net().text();
 }
 
 void DeskPart::report(std::string_view name, const std::exception& error) {
@@ -110,6 +116,7 @@ Sale DeskPart::empty_sale() const {
 
 void DeskPart::start_next_invoice() {
     sale_ = empty_sale();
+    state_.draft.clear();
     const Sale empty = sale_;
     try {
         database::Reads reads;
@@ -131,8 +138,49 @@ bool DeskPart::frozen() {
 
 bool DeskPart::may_replace_invoice() {
     if (frozen()) return false;
-    return invoice_.lines.empty() || sale_.is_only_looked_at() ||
-           services_.prompts.question(message::cancel_receipt);
+    if (sale_.is_in_work() && !services_.prompts.question(giving_up(message::cancel_receipt))) return false;
+    note_cancelled(session_, sale_);
+    give_up();
+    return true;
+}
+
+std::string DeskPart::giving_up(std::string_view question) const {
+    const auto with = [question](std::string_view what) {
+        return std::string(question) + "\n" + std::string(what);
+    };
+    if (sale_.partly_saved) return with(message::partly_saved_is_kept);
+    if (sale_.is_only_looked_at()) return with(message::saved_receipt_stays);
+    if (invoice_.lines.empty()) return with(message::nothing_on_screen);
+    return with(
+        summary_of(invoice_) + "\n" +
+        std::string(state_.draft.mark().held != 0 ? message::held_is_removed : message::lines_are_lost));
+}
+
+void DeskPart::give_up() {
+    if (const std::int64_t held = state_.draft.mark().held; held != 0) {
+        connection_.execute(database::Sql("delete from till_held where id = ") + held);
+        connection_.make_durable();
+    }
+    state_.draft.clear();
+}
+
+void DeskPart::keep_draft() noexcept {
+    try {
+        Draft& draft = state_.draft;
+        if (sale_.partly_saved || draft.left()) return;
+        // A held invoice whose lines were all deleted may yet get others.
+        if (sale_.is_in_work() || draft.mark().held != 0)
+            draft.keep(kept_invoice());
+        else
+            draft.clear();
+    } catch (const std::exception& error) {
+        services_.log.log_event(database::log_line("keep the draft", error), log_code);
+    }
+}
+
+KeptInvoice DeskPart::kept_invoice() const {
+    return {invoice_,    sale_.recalled,     sale_.edited,       sale_.date_chosen,
+            sale_.offer, session_.user_code, session_.user_name, services_.clock.now()};
 }
 
 bool DeskPart::lines_complete() {

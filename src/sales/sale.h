@@ -15,6 +15,7 @@
 #include "database/connection.h"
 #include "database/reads.h"
 #include "printing/receipt_printer.h"
+#include "sales/draft.h"
 #include "sales/invoice.h"
 #include "sales/items.h"
 #include "sales/lists.h"
@@ -67,10 +68,15 @@ struct Sale {
     }
     // A saved receipt that makes way for the next customer without a question.
     bool is_only_looked_at() const { return shows_saved_receipt() && !edited; }
+    // An invoice that would be lost with the screen.
+    bool is_in_work() const { return !invoice.lines.empty() && !is_only_looked_at() && !partly_saved; }
 };
 
 // What the cashier is told who changes an invoice that was saved in part.
 std::string_view why_frozen(const PartlySaved& partly);
+
+// An invoice in a line for the cashier: "عدد السطور 3 · الصافي 112.50".
+std::string summary_of(const Invoice& invoice);
 
 // The last receipt saved here, for the cashier who still counts the change, and for printing it again.
 struct LastReceipt {
@@ -102,6 +108,8 @@ struct DeskState {
     std::optional<std::int64_t> sale_period;  // whose prices `tmp_price` holds, as far as this till knows
     bool may_have_unfinished = true;          // saves that stopped part-way stand in the journal
     std::vector<cash::ShiftReport> shift_reports;  // of shift changes that were finished here, to be printed
+    Draft draft;                                   // of the invoice
+    bool may_hold = false;                         // the shop has a table of held invoices
     bool busy = false;                             // an action runs, perhaps waiting for an answer
 };
 
@@ -125,6 +133,7 @@ class DeskPart {
         try {
             Answer answer = action();
             state_.busy = false;
+            keep_draft();
             return answer;
         } catch (const std::exception& error) {
             state_.busy = false;
@@ -154,6 +163,9 @@ class DeskPart {
         if (permit.approver)
             approve(invoice.approvals, {signin::Action::return_kind, *permit.approver, 0, {}});
     }
+    // Keeps the invoice as it now is, or forgets one that is no longer in work. Never throws.
+    void keep_draft() noexcept;
+    KeptInvoice kept_invoice() const;
 
     // The server's day; the workstation's own for an embedded shop.
     common::Date server_date();
@@ -185,6 +197,10 @@ class DeskPart {
     // Leaves an empty invoice with the next number and the default options. It always leaves an empty one,
     // even if the database fails: no data of the finished invoice may reach the next customer.
     void start_next_invoice();
+    // A question that gives the invoice up, with what becomes of it below.
+    std::string giving_up(std::string_view question) const;
+    // The invoice is given up: it is no longer a draft, nor held if it was resumed.
+    void give_up();
     // Returns true, after saying so, if the invoice was saved in part and may not be changed.
     bool frozen();
     // Asks before an invoice in work is replaced by another.

@@ -36,8 +36,12 @@ bool SalesDesk::Open() {
         sale_.chosen_store = session_.store_code;
         sale_ = empty_sale();
         last_tick_day_ = services_.clock.now().date;
+        const auto& folder = session_.program_folder;
+        state_.draft.open(folder.empty() ? folder : draft_file(folder, session_.shop, session_.cash_point));
         database::Reads reads;
         Today today;
+        state_.draft.ask(reads);
+        held_.ask(reads);
         ask_lists(reads, state_.lists);
         ask_invoice_number(reads);
         ask_today(reads, today);
@@ -68,6 +72,8 @@ void SalesDesk::tick() {
     const bool may_change = !state_.busy && !sale_.shows_saved_receipt() && !sale_.partly_saved;
     if (now.date != last_tick_day_ && may_change) take_day(now.date);
     last_tick_day_ = now.date;
+    // What was typed into a field without an action.
+    if (!state_.busy) keep_draft();
 }
 
 void SalesDesk::reload() {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "sales/entry.h"
+#include "sales/held_invoices.h"
 #include "sales/items.h"
 #include "sales/matches.h"
 #include "sales/offers.h"
@@ -241,6 +242,7 @@ class SalesDesk : DeskStateHolder, DeskPart {
     SavedReceipts& receipts() { return receipts_; }
     SaleOffers& offers() { return offers_; }
     SaleTiles& tiles() { return tiles_; }
+    HeldInvoices& held() { return held_; }
 
   private:
     SaleHeader header_{state_};
@@ -249,6 +251,7 @@ class SalesDesk : DeskStateHolder, DeskPart {
     SavedReceipts receipts_{state_};
     SaleOffers offers_{state_};
     SaleTiles tiles_{state_};
+    HeldInvoices held_{state_};
 
     std::vector<std::string> news_;
     std::vector<ShiftRow> shifts_;

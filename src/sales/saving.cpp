@@ -42,7 +42,7 @@ class RunningMark {
 
 }  // namespace
 
-SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
+SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment, const DraftMark& draft) {
     if (is_running_) return SaveOutcome::refused;
     const RunningMark mark(is_running_);
     left_ = {};
@@ -63,9 +63,15 @@ SaveOutcome Saving::save(Invoice& invoice, const PaymentTaken& payment) {
         invoice.number = claims_.number();
         log_begin(invoice);
         if (invoice.has_walk_in()) accounts::store_walk_in_customer(connection_, *invoice.walk_in);
-        InvoiceToSave save{
-            invoice,     payment, moment, *shift, session_.user_code, session_.user_name, session_.cash_point,
-            claims_.id()};
+        InvoiceToSave save{invoice,
+                           payment,
+                           moment,
+                           *shift,
+                           session_.user_code,
+                           session_.user_name,
+                           session_.cash_point,
+                           claims_.id(),
+                           draft};
         print(save, *settings);
         invoice.number = save.invoice.number;
         write(save);

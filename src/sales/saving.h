@@ -82,8 +82,9 @@ class Saving {
 
     // Saves the invoice under the next number of its series, which is left in `invoice`, and shows the
     // message if there is one. After an error the cashier chooses whether to finish or undo what was begun.
-    // After `saved` everything is durable, so the drawer may open.
-    SaveOutcome save(Invoice& invoice, const PaymentTaken& payment);
+    // After `saved` everything is durable, so the drawer may open. The last step notes that the draft is
+    // past.
+    SaveOutcome save(Invoice& invoice, const PaymentTaken& payment, const DraftMark& draft = {});
     // The time that the last invoice was saved with.
     const common::TimeOfDay& time() const { return time_; }
     // How far the last save came, if it stopped part-way.

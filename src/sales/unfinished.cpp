@@ -81,13 +81,28 @@ JournalEntry entry_of(const InvoiceToSave& save, std::int64_t till_store) {
             text_of(save)};
 }
 
-std::optional<Invoice> invoice_of(const JournalEntry& entry) {
+namespace {
+
+std::optional<InvoiceToSave> save_of(const JournalEntry& entry) {
     if (entry.kind != invoice_kind) return std::nullopt;
     try {
-        return read_invoice_to_save(entry.content).invoice;
+        return read_invoice_to_save(entry.content);
     } catch (const std::exception&) {
         return std::nullopt;
     }
+}
+
+}  // namespace
+
+std::optional<Invoice> invoice_of(const JournalEntry& entry) {
+    auto save = save_of(entry);
+    if (!save) return std::nullopt;
+    return std::move(save->invoice);
+}
+
+DraftMark draft_of(const JournalEntry& entry) {
+    const auto save = save_of(entry);
+    return save ? save->draft : DraftMark();
 }
 
 void note_receipt(Journal& journal) {

@@ -20,6 +20,8 @@ namespace sales {
 database::JournalEntry entry_of(const InvoiceToSave& save, std::int64_t till_store);
 // The invoice of an entry; nothing if it is of another kind or cannot be read.
 std::optional<Invoice> invoice_of(const database::JournalEntry& entry);
+// The draft that the invoice of an entry was; none for another kind.
+DraftMark draft_of(const database::JournalEntry& entry);
 // Notes in the journal, together with the first step, that the printing of the receipt has ended. After a
 // crash between the two nobody knows whether it came out.
 void note_receipt(database::Journal& journal);

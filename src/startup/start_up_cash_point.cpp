@@ -12,12 +12,12 @@ using common::Icon;
 std::optional<CashPointLock::Holder> StartUp::take_cash_point() {
     std::error_code ignored;
     const auto& folder = environment_.working_folder;
-    const std::string shop =
-        source_.is_embedded()
-            ? std::filesystem::weakly_canonical(shop_file(record_, folder), ignored).string()
-            : std::filesystem::weakly_canonical(folder, ignored).string() + '\n' + source_.data_source +
-                  '\n' + record_.database;
-    lock_.emplace(shop, session_.cash_point);
+    const std::string file = std::filesystem::weakly_canonical(shop_file(record_, folder), ignored).string();
+    // The server's address may change, its name stays.
+    session_.shop = source_.is_embedded() ? file : record_.server + '\n' + record_.database;
+    const std::string place = std::filesystem::weakly_canonical(folder, ignored).string();
+    lock_.emplace(source_.is_embedded() ? file : place + '\n' + source_.data_source + '\n' + record_.database,
+                  session_.cash_point);
     auto holder = lock_->take();
     if (!holder) {
         if (environment_.listen && lock_->descriptor() >= 0) environment_.listen(lock_->descriptor());

@@ -146,7 +146,7 @@ TEST(OffersOnScreen, WhatCannotBeKeptOrLoadedIsSaidAndChangesNothing) {
     // An invoice in work is replaced only after a question.
     ASSERT_TRUE(counter.enter("410"));
     EXPECT_FALSE(desk.offers().LoadOffer(1));
-    EXPECT_THAT(counter.asked(), ElementsAre(std::string(message::cancel_receipt)));
+    EXPECT_THAT(counter.asked(), ElementsAre(testing::StartsWith(message::cancel_receipt)));
     EXPECT_EQ(desk.invoice().lines[0].item_code, 410);
     EXPECT_FALSE(desk.receipts().recall("1"));
     counter.said();

@@ -87,6 +87,13 @@ constexpr Fragment till_tables[] = {
     "create table till_badge (user_code int not null primary key, salt nvarchar(40) null, hash nvarchar(64) "
     "null, "
     "given datetime null)",
+    // sales/draft.h
+    "create table till_draft (id bigint not null primary key, past bigint null)",
+    // sales/held_invoices.h
+    "create table till_held (id bigint not null primary key, stcode int null, cash_no int null, "
+    "user_name nvarchar(100) null, moment datetime null, customer nvarchar(100) null, net float null, "
+    "line_count int null, content nvarchar(max) null, taken bigint null, taken_cash int null, "
+    "taken_user nvarchar(100) null)",
 };
 
 }  // namespace

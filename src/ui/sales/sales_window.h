@@ -100,6 +100,8 @@ class SalesWindow : public QWidget {
     void settle_unfinished();
     void print_shift_reports();
     void cancel(std::string_view name, bool (sales::Checkout::*action)());
+    void hold();
+    void show_held();
     void recall(const QString& number);
     void reprint();
     void start_return();

@@ -3,11 +3,11 @@
 #include <QComboBox>
 #include <QLineEdit>
 
-#include "sales/messages.h"
 #include "ui/cash/shift_screens.h"
 #include "ui/printing/printing_line.h"
 #include "ui/printing/reports.h"
 #include "ui/sales/entry_bar.h"
+#include "ui/sales/held_sheet.h"
 #include "ui/sales/kind_bar.h"
 #include "ui/sales/line_view.h"
 #include "ui/sales/matches.h"
@@ -215,11 +215,29 @@ void SalesWindow::take_cash(int button) {
 
 void SalesWindow::settle_unfinished() {
     act_and_return("SettleUnfinished", [&] { desk_.checkout().settle_unfinished(); });
+    act_and_return("OfferDraft", [&] { desk_.held().offer_draft(); });
 }
 
 void SalesWindow::cancel(std::string_view name, bool (sales::Checkout::*action)()) {
     act_and_return(name, [&] {
         if ((desk_.checkout().*action)()) entry_bar_->clear();
+    });
+}
+
+void SalesWindow::hold() {
+    const QString what = qt(sales::summary_of(desk_.invoice()));
+    bool is_held = false;
+    act("Hold", [&] {
+        is_held = desk_.held().hold();
+        if (is_held) entry_bar_->clear();
+    });
+    if (is_held) notice("تم تعليق البون · " + what + " · لاسترجاعه Shift F3");
+    focus_entry();
+}
+
+void SalesWindow::show_held() {
+    act_and_return("Held", [&] {
+        if (HeldSheet(this, desk_, context_).run() == 1) entry_bar_->clear();
     });
 }
 
@@ -359,12 +377,8 @@ void SalesWindow::escape() {
 }
 
 void SalesWindow::restart() {
-    // One key alone must not throw away an invoice.
-    if (!desk_.invoice().lines.empty() &&
-        !context_.services.prompts.question(sales::message::exit, common::Icon::critical)) {
-        focus_entry();
-        return;
-    }
+    // One key alone must not end the work on an invoice.
+    if (!desk_.held().may_leave(true)) return focus_entry();
     if (!printing_->finish()) return focus_entry();
     if (!context_.restart || !context_.restart()) {
         context_.services.prompts.message(no_restart, common::Icon::critical);
@@ -375,11 +389,9 @@ void SalesWindow::restart() {
 }
 
 void SalesWindow::leave() {
-    if (!context_.services.prompts.question(sales::message::exit, common::Icon::critical)) {
-        focus_entry();
-        return;
-    }
+    if (!desk_.held().may_leave(false)) return focus_entry();
     if (!printing_->finish()) return focus_entry();
+    desk_.held().put_aside_at_leaving();
     leaving_ = true;
     emit finished(false);
 }

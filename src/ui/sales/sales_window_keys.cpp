@@ -26,6 +26,8 @@ const std::vector<Command>& SalesWindow::commands() {
          [](SalesWindow& w) { w.cancel("CancelRecord", &sales::Checkout::CancelRecord); }},
         {"f3", "إلغاء البون", Qt::Key_F3, strip,
          [](SalesWindow& w) { w.cancel("CancelInvoice", &sales::Checkout::CancelInvoice); }},
+        {"hold", "تعليق", Qt::SHIFT | Qt::Key_F2, strip, [](SalesWindow& w) { w.hold(); }, finish},
+        {"held", "المعلقة", Qt::SHIFT | Qt::Key_F3, strip, [](SalesWindow& w) { w.show_held(); }, keep},
         {"kind", "بيع أو مرتجع", key::kind, none,
          [](SalesWindow& w) { w.act_and_return("SwitchKind", [&] { w.desk_.header().toggle_kind(); }); }},
         {"payment", "نقدي أو آجل", key::payment, none, [](SalesWindow& w) { w.toggle_payment(); }},

@@ -1,0 +1,339 @@
+#include "sales/held_invoices.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "common/text.h"
+#include "database/choices.h"
+#include "database/next_number.h"
+#include "database/till_tables.h"
+#include "database/transaction.h"
+#include "sales/events.h"
+#include "sales/messages.h"
+#include "sales/rights.h"
+#include "sales/unfinished.h"
+
+namespace sales {
+
+using database::Command;
+using database::Result;
+using database::Row;
+using database::Sql;
+
+namespace {
+
+constexpr std::string_view log_code = "31";
+
+std::string customer_of(const Invoice& invoice) {
+    if (invoice.payment == PaymentOption::account) return invoice.customer_name;
+    return invoice.walk_in ? invoice.walk_in->name : std::string();
+}
+
+HeldInvoice held_in(const Row& row) {
+    return {row.integer("id"),         row.moment("moment"),
+            row.text("customer"),      common::Amount(row.number("net")),
+            row.integer("line_count"), row.integer("cash_no"),
+            row.text("user_name"),     row.integer("taken"),
+            row.integer("taken_cash"), row.text("taken_user"),
+            row.text("content")};
+}
+
+std::vector<HeldInvoice> held_in(const Result& rows) {
+    std::vector<HeldInvoice> held;
+    for (const Row& row : rows)
+        held.push_back(held_in(row));
+    return held;
+}
+
+Sql held_of_store(std::int64_t store) {
+    return Sql("select * from till_held where stcode = ") + store;
+}
+
+}  // namespace
+
+std::vector<HeldInvoice> held_by_drawer(database::Connection& connection, std::int64_t store,
+                                        std::int64_t drawer) {
+    std::vector<HeldInvoice> held;
+    database::unless_table_is_missing([&] {
+        held = held_in(connection.query(held_of_store(store) + " and cash_no = " + drawer +
+                                        " and taken is null order by moment desc, id"));
+    });
+    return held;
+}
+
+std::vector<HeldInvoice> HeldInvoices::list() {
+    return look_up("list the held invoices", std::vector<HeldInvoice>(), [&] {
+        std::vector<HeldInvoice> held;
+        database::Reads reads;
+        reads.add_optional(held_of_store(session_.store_code) + " order by moment desc, id",
+                           [&](const Result& rows) { held = held_in(rows); });
+        database::ask_drawers(reads, session_.store_code, drawers_);
+        reads.run(connection_);
+        return held;
+    });
+}
+
+std::string HeldInvoices::drawer_name(std::int64_t drawer) const {
+    const std::string name = common::name_of(drawers_, drawer);
+    return name.empty() ? std::to_string(drawer) : name;
+}
+
+bool HeldInvoices::hold() {
+    return change("hold the invoice", false, [&] {
+        if (frozen()) return false;
+        const auto refuse = [this](std::string_view why) {
+            services_.prompts.message(why, common::Icon::exclamation);
+            return false;
+        };
+        if (invoice_.lines.empty()) return refuse(message::nothing_to_hold);
+        if (sale_.is_only_looked_at()) return refuse(message::saved_is_not_held);
+        if (!state_.may_hold) return refuse(message::cannot_hold);
+        put_aside(kept_invoice());
+        start_next_invoice();
+        return true;
+    });
+}
+
+// A held invoice that was resumed goes back to its row.
+void HeldInvoices::put_aside(KeptInvoice kept) {
+    if (kept.user == session_.user_code) grant_to_others(session_, kept.invoice);
+    DraftMark mark = state_.draft.mark();
+    const std::int64_t resumed = std::exchange(mark.held, 0);  // stays held
+    const std::int64_t id = resumed != 0 ? resumed : database::drawn_id();
+    const Invoice& invoice = kept.invoice;
+    std::vector<database::Value> values = {session_.store_code,
+                                           session_.cash_point,
+                                           common::left(kept.user_name, 100),
+                                           services_.clock.now(),
+                                           common::left(customer_of(invoice), 100),
+                                           invoice.net().value(),
+                                           static_cast<std::int64_t>(invoice.lines.size()),
+                                           text_of(kept),
+                                           id};
+    std::vector<Command> commands = {Sql("begin transaction")};
+    if (resumed == 0) {
+        commands.push_back(Command(
+            "insert into till_held (stcode,cash_no,user_name,moment,customer,net,line_count,content,id) "
+            "values (?,?,?,?,?,?,?,?,?)",
+            std::move(values)));
+    } else {
+        values.emplace_back(mark.file);
+        commands.push_back(
+            Command("update till_held set stcode = ?, cash_no = ?, user_name = ?, moment = ?, customer = ?, "
+                    "net = ?, line_count = ?, content = ?, taken = null, taken_cash = null, "
+                    "taken_user = null where id = ? and taken = ?",
+                    std::move(values))
+                .that_must_change());
+    }
+    for (Command& command : leaving_the_screen(mark))
+        commands.push_back(std::move(command));
+    commands.emplace_back(Sql("commit transaction"));
+    try {
+        connection_.run_all(commands);
+    } catch (const database::Error& error) {
+        if (database::may_have_run(error)) retake(id);
+        throw;
+    }
+    connection_.make_durable();
+    state_.draft.clear();
+    session_.note(event_of(audit::Kind::invoice_held, invoice));
+}
+
+// The answer to holding was lost. The invoice stays on the screen, so if its row is there it is taken back.
+void HeldInvoices::retake(std::int64_t id) noexcept {
+    try {
+        state_.draft.renew();
+        const auto changed = connection_.execute(
+            "update till_held set taken = ?, taken_cash = ?, taken_user = ? where id = ? and taken is null",
+            {state_.draft.mark().file, session_.cash_point, session_.user_name, id});
+        if (changed != 0) state_.draft.resume(id);
+    } catch (const std::exception& error) {
+        services_.log.log_event(database::log_line("take the held invoice back", error), log_code);
+    }
+}
+
+bool HeldInvoices::resume(const HeldInvoice& held) {
+    return change("resume an invoice", false, [&] {
+        if (frozen()) return false;
+        if (held.id == state_.draft.mark().held) {
+            services_.prompts.message(message::held_is_here);
+            return false;
+        }
+        KeptInvoice kept = read_kept_invoice(held.content);
+        if (kept.invoice.is_return() && !authorise(signin::Action::return_kind)) return false;
+        const bool holds_first = sale_.is_in_work();
+        if (holds_first &&
+            !services_.prompts.question(summary_of(invoice_) + std::string(message::hold_first)))
+            return false;
+        const std::int64_t mark = state_.draft.mark().file;
+        bool is_taken = false;
+        database::in_transaction(connection_, [&] {
+            is_taken = connection_.execute(
+                           "update till_held set taken = ?, taken_cash = ?, taken_user = ? "
+                           "where id = ? and (taken is null or taken = ?)",
+                           {mark, session_.cash_point, session_.user_name, held.id, mark}) != 0;
+            // What another till held again since it was listed.
+            if (is_taken)
+                kept = read_kept_invoice(database::text_of(
+                    connection_.scalar(Sql("select content from till_held where id = ") + held.id)));
+        });
+        if (!is_taken) return show_who_has(held.id);
+        if (holds_first)
+            put_aside(kept_invoice());
+        else
+            give_up();
+        connection_.make_durable();
+        show(std::move(kept));
+        state_.draft.resume(held.id);
+        session_.note(event_of(audit::Kind::invoice_resumed, invoice_));
+        return true;
+    });
+}
+
+bool HeldInvoices::show_who_has(std::int64_t id) {
+    const Result rows = connection_.query(Sql("select * from till_held where id = ") + id);
+    if (rows.empty()) {
+        services_.prompts.message(message::held_is_gone, common::Icon::exclamation);
+        return false;
+    }
+    const HeldInvoice held = held_in(rows.front());
+    services_.prompts.message(
+        std::string(message::held_is_elsewhere) + drawer_name(held.taken_drawer) + " · " + held.taken_user,
+        common::Icon::exclamation);
+    return false;
+}
+
+bool HeldInvoices::discard(const HeldInvoice& held) {
+    return look_up("discard a held invoice", false, [&] {
+        const std::string what = common::twelve_hour_text(held.moment.time) +
+                                 (held.customer.empty() ? "" : " · " + held.customer) + " · " +
+                                 std::string(message::line_count) + std::to_string(held.line_count) +
+                                 std::string(message::net_of) + held.net.text();
+        if (held.id == state_.draft.mark().held) {
+            services_.prompts.message(message::held_is_here);
+            return false;
+        }
+        if (!services_.prompts.question(std::string(message::discard_held) + what, common::Icon::exclamation))
+            return false;
+        if (connection_.execute(Sql("delete from till_held where id = ") + held.id + " and taken is null") ==
+            0)
+            return show_who_has(held.id);
+        connection_.make_durable();
+        session_.note({.kind = audit::Kind::invoice_cancelled,
+                       .what = std::string(message::of_held) + what,
+                       .amount = held.net});
+        return true;
+    });
+}
+
+// A line's goods and prices stay as they were; the day and the number are those of now.
+void HeldInvoices::show(KeptInvoice kept) {
+    const bool has_day = kept.date_chosen;
+    if (!has_day) kept.invoice.date = server_date();
+    sale_ = empty_sale();
+    invoice_ = std::move(kept.invoice);
+    sale_.recalled = std::move(kept.recalled);
+    sale_.edited = kept.edited;
+    sale_.date_chosen = has_day;
+    sale_.offer = kept.offer;
+    sale_.chosen_customer = invoice_.customer;
+    if (!sale_.shows_saved_receipt()) NextInvoiceNumber();
+    show_line(invoice_.lines.empty() ? std::nullopt : std::optional(invoice_.lines.size() - 1));
+}
+
+void HeldInvoices::ask(database::Reads& reads) {
+    reads.add_optional(Sql("select top 1 id from till_held where stcode = ") + session_.store_code +
+                           " and taken_cash = " + session_.cash_point,
+                       [this](const Result& rows) {
+                           state_.may_hold = true;
+                           has_taken_ = !rows.empty();
+                       });
+}
+
+void HeldInvoices::offer_draft() {
+    Draft& draft = state_.draft;
+    if (!draft.left() && !has_taken_) return;
+    change("offer the draft", false, [&] {
+        std::int64_t past = 0;
+        const bool is_offered = draft.left() && is_to_offer(*draft.left(), past);
+        give_back_others(is_offered ? draft.left()->mark.held : 0);
+        if (!is_offered) {
+            if (draft.left()) draft.clear(past);
+            return false;
+        }
+        const Draft::Left left = *draft.left();
+        const bool others = left.invoice.user != session_.user_code;
+        const std::string what = std::string(message::draft_found) + summary_of(left.invoice.invoice) +
+                                 (others ? std::string(message::draft_of_user) + left.invoice.user_name : "");
+        services_.log.log_event("draft of " + left.invoice.user_name + " found, lines " +
+                                    std::to_string(left.invoice.invoice.lines.size()),
+                                log_code);
+        bool restores = true;
+        if (state_.may_hold) {
+            const std::string question = what + std::string(message::restore_or_hold);
+            restores = !sale_.is_in_work() &&
+                       services_.prompts.choose(question, {message::restore, message::put_aside},
+                                                common::Icon::question) == common::Answer::yes;
+        } else {
+            services_.prompts.message(what + std::string(message::draft_restored), common::Icon::information);
+        }
+        if (restores) {
+            show(left.invoice);
+            draft.take_left();
+        } else {
+            put_aside(left.invoice);
+        }
+        return true;
+    });
+}
+
+// A draft of a save that stands unfinished in the journal is asked about there.
+bool HeldInvoices::is_to_offer(const Draft::Left& left, std::int64_t& past) {
+    std::int64_t taken = 0;
+    database::Reads reads;
+    reads.add_optional(Sql("select past from till_draft where id = ") + left.mark.file,
+                       [&](const Result& rows) { past = database::integer_of(database::first_cell(rows)); });
+    if (left.mark.held != 0)
+        reads.add_optional(
+            Sql("select taken from till_held where id = ") + left.mark.held,
+            [&](const Result& rows) { taken = database::integer_of(database::first_cell(rows)); });
+    reads.run(connection_);
+    if (left.mark.serial != 0 && left.mark.serial <= past) return false;
+    if (left.mark.held != 0 && taken != left.mark.file) return false;
+    if (!state_.may_have_unfinished) return true;
+    return std::ranges::none_of(
+        database::unfinished_saves(connection_, session_.store_code, session_.cash_point),
+        [&](const database::JournalEntry& entry) { return draft_of(entry) == left.mark; });
+}
+
+void HeldInvoices::give_back_others(std::int64_t kept) {
+    if (!std::exchange(has_taken_, false)) return;
+    connection_.execute(Sql("update till_held set taken = null, taken_cash = null, taken_user = null "
+                            "where stcode = ") +
+                        session_.store_code + " and taken_cash = " + session_.cash_point + " and id <> " +
+                        kept);
+    connection_.make_durable();
+}
+
+bool HeldInvoices::may_leave(bool restarts) {
+    if (!sale_.is_in_work())
+        return (restarts && !sale_.partly_saved) ||
+               services_.prompts.question(message::exit, common::Icon::critical);
+    std::string_view what = message::lost_at_leaving;
+    if (state_.draft.is_open()) what = message::kept_at_leaving;
+    if (state_.may_hold && !restarts) what = message::held_at_leaving;
+    return services_.prompts.question(std::string(message::not_saved_yet) + summary_of(invoice_) +
+                                          std::string(what) + std::string(message::exit),
+                                      common::Icon::critical);
+}
+
+void HeldInvoices::put_aside_at_leaving() {
+    if (!sale_.is_in_work() || !state_.may_hold) return;
+    try {
+        put_aside(kept_invoice());
+    } catch (const std::exception& error) {
+        services_.log.log_event(database::log_line("hold the invoice at leaving", error), log_code);
+    }
+}
+
+}  // namespace sales

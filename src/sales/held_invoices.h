@@ -1,0 +1,81 @@
+// Invoices that are put aside until their customer comes back: rows of the table till_held. They take no
+// number and no goods, and every till of the store sees them.
+//
+// The till that resumes one marks its row with the mark of its draft. The row stays until the invoice is
+// saved, cancelled or held again, so a power cut loses no more of it than what was changed since.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "database/connection.h"
+#include "sales/sale.h"
+
+namespace sales {
+
+// A row of the list.
+struct HeldInvoice {
+    std::int64_t id = 0;
+    common::Moment moment;  // when it was put aside
+    std::string customer;
+    common::Amount net;
+    std::int64_t line_count = 0;
+    std::int64_t drawer = 0;  // of the till that put it aside
+    std::string user_name;
+    std::int64_t taken = 0;  // the mark of the draft that has it now; 0 for none
+    std::int64_t taken_drawer = 0;
+    std::string taken_user;
+    std::string content;  // the invoice as a text
+};
+
+// What a drawer's till has put aside and nobody has resumed, newest first. Empty in a shop without the table.
+std::vector<HeldInvoice> held_by_drawer(database::Connection& connection, std::int64_t store,
+                                        std::int64_t drawer);
+
+// Holding and resuming at the sales desk.
+class HeldInvoices : DeskPart {
+  public:
+    explicit HeldInvoices(DeskState& state) : DeskPart(state) {}
+
+    // Those of the till's store, newest first, also those that another till has resumed.
+    std::vector<HeldInvoice> list();
+    // What the list calls a drawer of the store.
+    std::string drawer_name(std::int64_t drawer) const;
+
+    // The held invoice that is on the screen, after it was resumed; 0 for none.
+    std::int64_t id_on_screen() const { return state_.draft.mark().held; }
+
+    // Puts the invoice on the screen aside and leaves a new one. Returns false after showing why not.
+    bool hold();
+    // Brings a held invoice to the screen, as a new one of today with the prices that it was held at. An
+    // invoice in work is put aside first, if the cashier agrees.
+    bool resume(const HeldInvoice& held);
+    // Removes a held invoice for good, after asking.
+    bool discard(const HeldInvoice& held);
+
+    // For the first reads of a run.
+    void ask(database::Reads& reads);
+    // After a crash: offers the invoice that was on the screen, and gives back those that were resumed here
+    // and are not.
+    void offer_draft();
+
+    // Asks whether to leave the program, or to start it again, and says what becomes of an invoice in work.
+    bool may_leave(bool restarts);
+    // Puts an invoice in work aside, so that every till sees it. If that fails it stays in the draft, to be
+    // offered at the next start.
+    void put_aside_at_leaving();
+
+  private:
+    void put_aside(KeptInvoice kept);
+    void retake(std::int64_t id) noexcept;
+    bool show_who_has(std::int64_t id);
+    bool is_to_offer(const Draft::Left& left, std::int64_t& past);
+    void give_back_others(std::int64_t kept);
+    void show(KeptInvoice kept);
+
+    bool has_taken_ = false;  // rows that this cash point resumed in an earlier run
+    std::vector<common::Choice> drawers_;
+};
+
+}  // namespace sales
