@@ -297,8 +297,9 @@ std::optional<Refusal> ShiftStart::start() {
     return refused;
 }
 
-bool ShiftChange::confirm_close() const {
-    return services_.prompts.question(message::close_question, common::Icon::question);
+bool ShiftChange::confirm_close(std::string_view also) const {
+    return services_.prompts.question(std::string(message::close_question) + std::string(also),
+                                      common::Icon::question);
 }
 
 std::optional<Refusal> ShiftChange::close_current() {

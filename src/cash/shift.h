@@ -135,8 +135,8 @@ class ShiftChange : public ShiftStart {
     ShiftChange(database::Connection& connection, const signin::Session& session, common::Services services)
         : ShiftStart(connection, session, services, CalcCopy::shift_close) {}
 
-    // Asks whether the current shift is to be closed.
-    bool confirm_close() const;
+    // Asks whether the current shift is to be closed. `also` is what the cashier is to know before he does.
+    bool confirm_close(std::string_view also = {}) const;
     // Closes the open shift now without starting another, whatever worker, date and time the entry names.
     // Writes nothing if it is refused.
     std::optional<common::Refusal> close_current();

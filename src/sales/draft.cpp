@@ -112,7 +112,7 @@ void Draft::read(std::string_view text) {
         // A text of a later version, or of none.
     }
     if (left_)
-        mark_ = {left_->mark.file, 0, left_->mark.held};
+        mark_.file = left_->mark.file;
     else
         former_ = found.mark.file;
 }
@@ -139,7 +139,8 @@ void Draft::ask(database::Reads& reads) {
     reads.add_optional(Sql("insert into till_draft (id, past) select ") + mark_.file +
                            ", 0 where not exists (select id from till_draft where id = " + mark_.file + ")",
                        [this](const database::Result&) {
-                           mark_.serial = std::max<std::int64_t>(left_ ? left_->mark.serial : 0, 1);
+                           is_noted_ = true;
+                           if (!left_) mark_.serial = 1;
                        });
 }
 
@@ -173,12 +174,23 @@ void Draft::keep(KeptInvoice invoice) {
     if (!is_written) empty();  // behind half a record nothing would be read: next time it is written whole
 }
 
+void Draft::take_left() {
+    mark_.held = left_->mark.held;
+    if (is_noted_) mark_.serial = std::max<std::int64_t>(left_->mark.serial, 1);
+    left_.reset();
+}
+
 void Draft::clear(std::int64_t past) {
     const bool is_kept = written_ || left_;
+    if (left_) past = std::max(past, left_->mark.serial);
     left_.reset();
     mark_.held = 0;
-    if (mark_.serial != 0) mark_.serial = std::max(mark_.serial, past) + 1;
+    if (is_noted_) mark_.serial = std::max(mark_.serial, past) + 1;
     if (is_open() && is_kept) empty();
+}
+
+void Draft::renew() {
+    if (is_noted_) mark_.serial += 1;
 }
 
 void Draft::empty() {

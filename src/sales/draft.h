@@ -43,22 +43,22 @@ class Draft {
     // Adds what makes the file's row in till_draft; for the first reads of a run.
     void ask(database::Reads& reads);
 
-    // What is left comes first: until take_left() or clear() nothing is written.
+    // What is left comes first: until take_left() or clear() nothing is kept.
     const std::optional<Left>& left() const { return left_; }
     // The screen now shows what was left, and the file goes on with it.
-    void take_left() { left_.reset(); }
+    void take_left();
 
     // Appends what has changed since the last call.
     void keep(KeptInvoice invoice);
     // The invoice is no longer in work. `past` is the serial that till_draft holds, if it was read.
     void clear(std::int64_t past = 0);
 
-    // The invoice in work.
+    // The invoice in work; without a serial if nobody will ask for it.
     const DraftMark& mark() const { return mark_; }
     // It is a held invoice that was resumed.
     void resume(std::int64_t held) { mark_.held = held; }
     // It stays in work although till_draft may have been told otherwise.
-    void renew() { mark_.serial += 1; }
+    void renew();
 
   private:
     void read(std::string_view text);
@@ -69,6 +69,7 @@ class Draft {
     std::optional<common::Descriptor> file_;
     std::size_t heading_size_ = 0;  // of the record that begins the file
     DraftMark mark_;
+    bool is_noted_ = false;    // till_draft has a row of the file
     std::int64_t former_ = 0;  // the mark of an earlier run's file, which left nothing
     std::optional<Left> left_;
 

@@ -45,6 +45,13 @@ std::vector<HeldInvoice> held_in(const Result& rows) {
     return held;
 }
 
+// "10:42 AM · منى · عدد السطور 2 · الصافي 70.75"
+std::string in_words(const HeldInvoice& held) {
+    return common::twelve_hour_text(held.moment.time) + (held.customer.empty() ? "" : " · " + held.customer) +
+           " · " + std::string(message::line_count) + std::to_string(held.line_count) +
+           std::string(message::net_of) + held.net.text();
+}
+
 Sql held_of_store(std::int64_t store) {
     return Sql("select * from till_held where stcode = ") + store;
 }
@@ -59,6 +66,17 @@ std::vector<HeldInvoice> held_by_drawer(database::Connection& connection, std::i
                                         " and taken is null order by moment desc, id"));
     });
     return held;
+}
+
+std::string held_words(database::Connection& connection, const signin::Session& session) {
+    constexpr std::size_t most = 5;
+    const auto all = held_by_drawer(connection, session.store_code, session.cash_point);
+    if (all.empty()) return {};
+    std::string words = std::string(message::still_held) + std::to_string(all.size());
+    for (std::size_t at = 0; at < std::min(most, all.size()); ++at)
+        words += "\n" + in_words(all[at]);
+    if (all.size() > most) words += "\n…";
+    return words;
 }
 
 std::vector<HeldInvoice> HeldInvoices::list() {
@@ -88,16 +106,15 @@ bool HeldInvoices::hold() {
         if (invoice_.lines.empty()) return refuse(message::nothing_to_hold);
         if (sale_.is_only_looked_at()) return refuse(message::saved_is_not_held);
         if (!state_.may_hold) return refuse(message::cannot_hold);
-        put_aside(kept_invoice());
+        put_aside(kept_invoice(), state_.draft.mark());
         start_next_invoice();
         return true;
     });
 }
 
 // A held invoice that was resumed goes back to its row.
-void HeldInvoices::put_aside(KeptInvoice kept) {
+void HeldInvoices::put_aside(KeptInvoice kept, DraftMark mark) {
     if (kept.user == session_.user_code) grant_to_others(session_, kept.invoice);
-    DraftMark mark = state_.draft.mark();
     const std::int64_t resumed = std::exchange(mark.held, 0);  // stays held
     const std::int64_t id = resumed != 0 ? resumed : database::drawn_id();
     const Invoice& invoice = kept.invoice;
@@ -128,18 +145,21 @@ void HeldInvoices::put_aside(KeptInvoice kept) {
     for (Command& command : leaving_the_screen(mark))
         commands.push_back(std::move(command));
     commands.emplace_back(Sql("commit transaction"));
+    bool may_be_held = false;
     try {
         connection_.run_all(commands);
+        may_be_held = true;
+        connection_.make_durable();
     } catch (const database::Error& error) {
-        if (database::may_have_run(error)) retake(id);
+        if (may_be_held || database::may_have_run(error)) retake(id);
         throw;
     }
-    connection_.make_durable();
     state_.draft.clear();
     session_.note(event_of(audit::Kind::invoice_held, invoice));
 }
 
-// The answer to holding was lost. The invoice stays on the screen, so if its row is there it is taken back.
+// Holding failed, or its answer was lost. The invoice stays on the screen, so if its row is there it is taken
+// back.
 void HeldInvoices::retake(std::int64_t id) noexcept {
     try {
         state_.draft.renew();
@@ -178,12 +198,14 @@ bool HeldInvoices::resume(const HeldInvoice& held) {
                     connection_.scalar(Sql("select content from till_held where id = ") + held.id)));
         });
         if (!is_taken) return show_who_has(held.id);
+        connection_.make_durable();
+        // What may fail comes first: afterwards the screen must not go back to what was put aside.
+        KeptInvoice former = kept_invoice();
+        show(std::move(kept));
         if (holds_first)
-            put_aside(kept_invoice());
+            put_aside(std::move(former), state_.draft.mark());
         else
             give_up();
-        connection_.make_durable();
-        show(std::move(kept));
         state_.draft.resume(held.id);
         session_.note(event_of(audit::Kind::invoice_resumed, invoice_));
         return true;
@@ -205,10 +227,7 @@ bool HeldInvoices::show_who_has(std::int64_t id) {
 
 bool HeldInvoices::discard(const HeldInvoice& held) {
     return look_up("discard a held invoice", false, [&] {
-        const std::string what = common::twelve_hour_text(held.moment.time) +
-                                 (held.customer.empty() ? "" : " · " + held.customer) + " · " +
-                                 std::string(message::line_count) + std::to_string(held.line_count) +
-                                 std::string(message::net_of) + held.net.text();
+        const std::string what = in_words(held);
         if (held.id == state_.draft.mark().held) {
             services_.prompts.message(message::held_is_here);
             return false;
@@ -241,80 +260,6 @@ void HeldInvoices::show(KeptInvoice kept) {
     show_line(invoice_.lines.empty() ? std::nullopt : std::optional(invoice_.lines.size() - 1));
 }
 
-void HeldInvoices::ask(database::Reads& reads) {
-    reads.add_optional(Sql("select top 1 id from till_held where stcode = ") + session_.store_code +
-                           " and taken_cash = " + session_.cash_point,
-                       [this](const Result& rows) {
-                           state_.may_hold = true;
-                           has_taken_ = !rows.empty();
-                       });
-}
-
-void HeldInvoices::offer_draft() {
-    Draft& draft = state_.draft;
-    if (!draft.left() && !has_taken_) return;
-    change("offer the draft", false, [&] {
-        std::int64_t past = 0;
-        const bool is_offered = draft.left() && is_to_offer(*draft.left(), past);
-        give_back_others(is_offered ? draft.left()->mark.held : 0);
-        if (!is_offered) {
-            if (draft.left()) draft.clear(past);
-            return false;
-        }
-        const Draft::Left left = *draft.left();
-        const bool others = left.invoice.user != session_.user_code;
-        const std::string what = std::string(message::draft_found) + summary_of(left.invoice.invoice) +
-                                 (others ? std::string(message::draft_of_user) + left.invoice.user_name : "");
-        services_.log.log_event("draft of " + left.invoice.user_name + " found, lines " +
-                                    std::to_string(left.invoice.invoice.lines.size()),
-                                log_code);
-        bool restores = true;
-        if (state_.may_hold) {
-            const std::string question = what + std::string(message::restore_or_hold);
-            restores = !sale_.is_in_work() &&
-                       services_.prompts.choose(question, {message::restore, message::put_aside},
-                                                common::Icon::question) == common::Answer::yes;
-        } else {
-            services_.prompts.message(what + std::string(message::draft_restored), common::Icon::information);
-        }
-        if (restores) {
-            show(left.invoice);
-            draft.take_left();
-        } else {
-            put_aside(left.invoice);
-        }
-        return true;
-    });
-}
-
-// A draft of a save that stands unfinished in the journal is asked about there.
-bool HeldInvoices::is_to_offer(const Draft::Left& left, std::int64_t& past) {
-    std::int64_t taken = 0;
-    database::Reads reads;
-    reads.add_optional(Sql("select past from till_draft where id = ") + left.mark.file,
-                       [&](const Result& rows) { past = database::integer_of(database::first_cell(rows)); });
-    if (left.mark.held != 0)
-        reads.add_optional(
-            Sql("select taken from till_held where id = ") + left.mark.held,
-            [&](const Result& rows) { taken = database::integer_of(database::first_cell(rows)); });
-    reads.run(connection_);
-    if (left.mark.serial != 0 && left.mark.serial <= past) return false;
-    if (left.mark.held != 0 && taken != left.mark.file) return false;
-    if (!state_.may_have_unfinished) return true;
-    return std::ranges::none_of(
-        database::unfinished_saves(connection_, session_.store_code, session_.cash_point),
-        [&](const database::JournalEntry& entry) { return draft_of(entry) == left.mark; });
-}
-
-void HeldInvoices::give_back_others(std::int64_t kept) {
-    if (!std::exchange(has_taken_, false)) return;
-    connection_.execute(Sql("update till_held set taken = null, taken_cash = null, taken_user = null "
-                            "where stcode = ") +
-                        session_.store_code + " and taken_cash = " + session_.cash_point + " and id <> " +
-                        kept);
-    connection_.make_durable();
-}
-
 bool HeldInvoices::may_leave(bool restarts) {
     if (!sale_.is_in_work())
         return (restarts && !sale_.partly_saved) ||
@@ -330,7 +275,8 @@ bool HeldInvoices::may_leave(bool restarts) {
 void HeldInvoices::put_aside_at_leaving() {
     if (!sale_.is_in_work() || !state_.may_hold) return;
     try {
-        put_aside(kept_invoice());
+        put_aside(kept_invoice(), state_.draft.mark());
+        sale_ = empty_sale();
     } catch (const std::exception& error) {
         services_.log.log_event(database::log_line("hold the invoice at leaving", error), log_code);
     }

@@ -32,6 +32,9 @@ struct HeldInvoice {
 // What a drawer's till has put aside and nobody has resumed, newest first. Empty in a shop without the table.
 std::vector<HeldInvoice> held_by_drawer(database::Connection& connection, std::int64_t store,
                                         std::int64_t drawer);
+// The same for a cashier who closes the shift, the first few of them by name; it begins with a new line.
+// Empty if there are none.
+std::string held_words(database::Connection& connection, const signin::Session& session);
 
 // Holding and resuming at the sales desk.
 class HeldInvoices : DeskPart {
@@ -67,12 +70,16 @@ class HeldInvoices : DeskPart {
     void put_aside_at_leaving();
 
   private:
-    void put_aside(KeptInvoice kept);
+    void put_aside(KeptInvoice kept, DraftMark mark);
     void retake(std::int64_t id) noexcept;
     bool show_who_has(std::int64_t id);
-    bool is_to_offer(const Draft::Left& left, std::int64_t& past);
-    void give_back_others(std::int64_t kept);
     void show(KeptInvoice kept);
+    // draft_recovery.cpp
+    bool is_in_work(const DraftMark& mark, std::int64_t& past);
+    void give_back_others(std::int64_t kept);
+    std::optional<database::JournalEntry> unfinished_save_of(const DraftMark& mark);
+    void show_partly_saved(KeptInvoice kept, const database::JournalEntry& save);
+    bool wants_back(const KeptInvoice& kept);
 
     bool has_taken_ = false;  // rows that this cash point resumed in an earlier run
     std::vector<common::Choice> drawers_;

@@ -169,6 +169,8 @@ inline constexpr std::string_view hold_first =
     "\nهذا البون على الشاشة ولم يحفظ. هل تريد تعليقه واسترجاع البون المختار ؟";
 // Remove this held receipt for good?
 inline constexpr std::string_view discard_held = "هل تريد حذف هذا البون المعلق نهائيا ؟\n";
+// When a shift is closed: this drawer's held receipts stay held: … (how many, then each).
+inline constexpr std::string_view still_held = "\nبونات معلقة لهذا الدرج تبقى معلقة : ";
 // In the till's journal: "from the held ones: …".
 inline constexpr std::string_view of_held = "من المعلقة: ";
 // This receipt is on your screen now / is open now at … / is no longer held: it was saved or removed.

@@ -9,7 +9,9 @@
 #include <QVBoxLayout>
 
 #include "cash/messages.h"
+#include "common/text.h"
 #include "printing/report_printer.h"
+#include "sales/held_invoices.h"
 #include "sales/lists.h"
 #include "sales/sales_desk.h"
 #include "ui/cash/cash_panel.h"
@@ -29,6 +31,12 @@ namespace {
 // Prints the report of the shift that the last action closed, if the settings want it printed.
 void print_report_of(const cash::ShiftStart& logic, const Context& context) {
     if (logic.report()) print_shift_report(*logic.report(), context);
+}
+
+// What the drawer's till still holds when a start closes the shift before; it may be resumed in the new one.
+void tell_of_held(const Context& context) {
+    const std::string held = sales::held_words(context.connection, context.session);
+    if (!held.empty()) context.services.prompts.message(common::trim(held), common::Icon::information);
 }
 
 QPushButton* shift_button(QHBoxLayout* row, const char* name, const QString& caption, int share,
@@ -110,8 +118,10 @@ void ShiftForm::show_number(const cash::ShiftStart& logic) {
 }
 
 bool ShiftForm::start(cash::ShiftStart& logic, const Context& context) {
+    const bool closes = logic.is_in_shift();
     const bool started = form_.save(context.services, "StartShift", logic.entry, [&] {
         auto refusal = logic.start();
+        if (closes && !refusal) tell_of_held(context);
         print_report_of(logic, context);
         return refusal;
     });
@@ -128,7 +138,7 @@ bool ShiftForm::close_current(cash::ShiftChange& logic, const Context& context) 
     std::optional<common::Refusal> refusal;
     bool closed = false;
     guarded(context.services, "CloseShift", [&] {
-        if (!logic.confirm_close()) return;
+        if (!logic.confirm_close(sales::held_words(context.connection, context.session))) return;
         refusal = logic.close_current();
         closed = !refusal;
         print_report_of(logic, context);
