@@ -12,7 +12,8 @@ namespace ui {
 class SalesWindow;
 
 struct Command {
-    enum class Place { none, strip, strip_end, menu };
+    // `strip_or_foot`: on the strip if it takes no further row there, else below the line grid.
+    enum class Place { none, strip, strip_or_foot, strip_end, menu };
     // What happens to a cell or discount that is being typed into: `commit` enters it first, and the command
     // does not run if it is refused; `finish` enters what stands in the entry field too; `keep` leaves it
     // alone; `pass` lets the field have the key.

@@ -120,16 +120,20 @@ QWidget* SalesWindow::build_foot() {
     counts_ = label({}, "foot", "counts");
     foot->addWidget(stock_, 1);
     foot->addWidget(counts_);
-    for (const Command& screen : screens_) {
-        if (screen.button.isEmpty()) continue;
-        auto* button =
-            new KeyButton("key_" + screen.name, key_cap(screen.key), screen.button, KeyButton::Look::strip);
-        button->setToolTip(QString(screen.caption).remove('&'));
+    const auto add = [&](const Command& command, const QString& name, const QString& caption) {
+        auto* button = new KeyButton(name, key_cap(command.key), caption, KeyButton::Look::strip);
+        button->setToolTip(QString(command.caption).remove('&'));
         button->setFocusPolicy(Qt::ClickFocus);
         button->setFixedHeight(px(least_target));
-        connect(button, &QPushButton::clicked, this, [this, &screen] { perform(screen); });
+        connect(button, &QPushButton::clicked, this, [this, &command] { perform(command); });
         foot->addWidget(button);
-    }
+        return button;
+    };
+    for (const Command& command : commands())
+        if (command.place == Command::Place::strip_or_foot)
+            foot_keys_.push_back(add(command, "foot_" + command.name, command.caption));
+    for (const Command& screen : screens_)
+        if (!screen.button.isEmpty()) add(screen, "key_" + screen.name, screen.button);
     return box;
 }
 
@@ -137,11 +141,17 @@ void SalesWindow::build_strip() {
     const auto add = [this](const std::vector<Command>& commands, Command::Place place) {
         for (const Command& command : commands) {
             if (command.place != place) continue;
-            strip_->add(command.name, key_cap(command.key), QString(command.caption).remove('&'),
-                        [this, &command] { perform(command); });
+            strip_->add(
+                command.name, key_cap(command.key), QString(command.caption).remove('&'),
+                [this, &command] { perform(command); }, place == Command::Place::strip_or_foot);
         }
     };
+    strip_->tell_of_spare([this](bool shown) {
+        for (QWidget* button : foot_keys_)
+            button->setVisible(!shown);
+    });
     add(commands(), Command::Place::strip);
+    add(commands(), Command::Place::strip_or_foot);
     add(screens_, Command::Place::strip);
     add(commands(), Command::Place::strip_end);
 }

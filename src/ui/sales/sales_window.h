@@ -149,6 +149,7 @@ class SalesWindow : public QWidget {
     QLabel* counts_ = nullptr;
     TotalsPanel* totals_;
     KeyStrip* strip_;
+    std::vector<QWidget*> foot_keys_;  // shown while the strip has no room for them
     QTimer seconds_;
     QTimer news_;
     bool acting_ = false;

@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <QStyleOptionButton>
 #include <QStylePainter>
+#include <algorithm>
+#include <iterator>
 
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
@@ -141,12 +143,13 @@ KeyStrip::KeyStrip(QWidget* parent) : QWidget(parent) {
 }
 
 void KeyStrip::add(const QString& name, const QString& key, const QString& caption,
-                   std::function<void()> action) {
+                   std::function<void()> action, bool is_spare) {
     auto* button = new KeyButton("key_" + name, key, caption, KeyButton::Look::strip, this);
     // The keys themselves reach these actions, so Tab skips the buttons.
     button->setFocusPolicy(Qt::ClickFocus);
     connect(button, &QPushButton::clicked, this, [run = std::move(action)] { run(); });
     keys_.push_back(button);
+    if (is_spare) spare_.push_back(button);
     arrange();
 }
 
@@ -156,30 +159,43 @@ void KeyStrip::resizeEvent(QResizeEvent* event) {
 }
 
 // Divides the keys evenly among the rows; the last row may be shorter.
-std::vector<std::vector<KeyButton*>> KeyStrip::even_rows(std::size_t count) const {
-    std::vector<std::vector<KeyButton*>> rows(count);
-    const std::size_t each = (keys_.size() + count - 1) / count;
-    for (std::size_t at = 0; at < keys_.size(); ++at)
-        rows[at / each].push_back(keys_[at]);
+std::vector<KeyStrip::Row> KeyStrip::even_rows(const Row& keys, std::size_t count) {
+    std::vector<Row> rows(count);
+    const std::size_t each = (keys.size() + count - 1) / count;
+    for (std::size_t at = 0; at < keys.size(); ++at)
+        rows[at / each].push_back(keys[at]);
+    return rows;
+}
+
+std::vector<KeyStrip::Row> KeyStrip::rows_of(const Row& keys) const {
+    std::vector<Row> rows(1);
+    int used = 0;
+    for (KeyButton* key : keys) {
+        const int wide = key->sizeHint().width();
+        if (!rows.back().empty() && used + wide > width() - 2 * px(12)) {
+            rows.emplace_back();
+            used = 0;
+        }
+        rows.back().push_back(key);
+        used += wide + px(6);
+    }
     return rows;
 }
 
 void KeyStrip::arrange() {
     const int side = px(12);
     const int gap = px(6);
-    std::vector<std::vector<KeyButton*>> rows(1);
-    int used = 0;
-    for (KeyButton* key : keys_) {
-        const int wide = key->sizeHint().width();
-        if (!rows.back().empty() && used + wide > width() - 2 * side) {
-            rows.emplace_back();
-            used = 0;
-        }
-        rows.back().push_back(key);
-        used += wide + gap;
-    }
+    Row needed;
+    std::ranges::copy_if(keys_, std::back_inserter(needed),
+                         [this](KeyButton* key) { return std::ranges::find(spare_, key) == spare_.end(); });
+    std::vector<Row> rows = rows_of(keys_);
+    const bool shows_spare = rows.size() == rows_of(needed).size();
+    if (!shows_spare) rows = rows_of(needed);
+    for (KeyButton* key : spare_)
+        key->setVisible(shows_spare);
+    if (told_) told_(shows_spare);
     const bool single = rows.size() == 1;
-    if (!single) rows = even_rows(rows.size());
+    if (!single) rows = even_rows(shows_spare ? keys_ : needed, rows.size());
     const int tall = px(single ? 48 : least_target);
     int top = px(8);
     for (const auto& row : rows) {

@@ -46,7 +46,11 @@ class KeyStrip : public QWidget {
   public:
     explicit KeyStrip(QWidget* parent = nullptr);
     // Adds a button at the left end. Its object name is "key_" and `name` ("key_shift_f9").
-    void add(const QString& name, const QString& key, const QString& caption, std::function<void()> action);
+    // A spare one is shown only if it takes no further row.
+    void add(const QString& name, const QString& key, const QString& caption, std::function<void()> action,
+             bool is_spare = false);
+    // Told whether the spare ones are shown.
+    void tell_of_spare(std::function<void(bool)> told) { told_ = std::move(told); }
 
   protected:
     // Uses one row if the screen is wide enough, otherwise two or more.
@@ -54,8 +58,13 @@ class KeyStrip : public QWidget {
 
   private:
     void arrange();
-    std::vector<std::vector<KeyButton*>> even_rows(std::size_t count) const;
-    std::vector<KeyButton*> keys_;
+    using Row = std::vector<KeyButton*>;
+    // The keys one after the other in as many rows as they need.
+    std::vector<Row> rows_of(const Row& keys) const;
+    static std::vector<Row> even_rows(const Row& keys, std::size_t count);
+    Row keys_;
+    Row spare_;  // of them
+    std::function<void(bool)> told_;
 };
 
 }  // namespace ui
