@@ -180,7 +180,11 @@ bool HeldInvoices::resume(const HeldInvoice& held) {
             return false;
         }
         KeptInvoice kept = read_kept_invoice(held.content);
-        if (kept.invoice.is_return() && !authorise(signin::Action::return_kind)) return false;
+        std::optional<signin::Permit> permit;
+        if (kept.invoice.is_return()) {
+            permit = authorise(signin::Action::return_kind);
+            if (!*permit) return false;
+        }
         const bool holds_first = sale_.is_in_work();
         if (holds_first &&
             !services_.prompts.question(summary_of(invoice_) + std::string(message::hold_first)))
@@ -201,6 +205,7 @@ bool HeldInvoices::resume(const HeldInvoice& held) {
         connection_.make_durable();
         // What may fail comes first: afterwards the screen must not go back to what was put aside.
         KeptInvoice former = kept_invoice();
+        if (permit) permit_return(*permit, kept.invoice);
         show(std::move(kept));
         if (holds_first)
             put_aside(std::move(former), state_.draft.mark());

@@ -32,8 +32,7 @@ void from_json(const nlohmann::json& from, Granted& to) {
 
 TALLVEX_JSON(Line, item_code, name, group, quantity, price, discount, factor, unit_code, unit_name,
              salver_code, unit_cost, balance, stock_kept, clearance, below_stock, marked, source_kind,
-             source_store, expiry, returnable, sold_quantity, sold_discount, granted,
-             approvals)
+             source_store, expiry, returnable, sold_quantity, sold_discount, granted, approvals)
 TALLVEX_JSON(Invoice, kind, payment, price_level, number, date, store, customer, customer_name, walk_in,
              tips_receiver, card, permit_opened, permit_number, worker, worker_name, note, suppress_receipt,
              original, lines, approvals, discount_percent, granted_percent)

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 
+#include "sales/messages.h"
 #include "ui/cash/shift_screens.h"
 #include "ui/printing/printing_line.h"
 #include "ui/printing/reports.h"
