@@ -224,6 +224,8 @@ class SalesDesk : DeskStateHolder, DeskPart {
     const Lists& lists() const { return state_.lists; }
     // Whether the invoice is a sale whose cash is counted, so that an amount can be taken by one key.
     bool takes_cash() const { return moves_cash(invoice_.payment) && !invoice_.is_return(); }
+    // Whether it is a return whose net is paid out.
+    bool pays_cash_out() const { return moves_cash(invoice_.payment) && invoice_.is_return(); }
     // Of the customer's screen, if the shop has set one.
     const std::optional<std::string>& screen_greeting() const { return state_.screen_greeting; }
     // Of the currency.

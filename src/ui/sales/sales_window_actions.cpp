@@ -202,7 +202,8 @@ void SalesWindow::take_cash(int button) {
     // As the cashier sees it, before what is typed but not entered yet changes the net.
     const auto seen = totals_->cash_amount(button);
     if (!finish_editing() || !finish_entry()) return;
-    if (!desk_.takes_cash()) {
+    const bool pays_out = button == QuickCash::exact && desk_.pays_cash_out();
+    if (!desk_.takes_cash() && !pays_out) {
         context_.services.prompts.message(sales::message::cash_sales_only, common::Icon::exclamation);
         focus_entry();
         return;
