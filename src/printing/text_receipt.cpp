@@ -94,7 +94,7 @@ class TextReceipt {
         page_.control_line(control::double_width_on);
         if (is_wide) {
             for (const std::string& line : name)
-                double_width(line, name.size() == 1);
+                double_width(line);
         }
         page_.control_line(control::double_width_off);
         page_.control(control::shift_off);
@@ -113,11 +113,11 @@ class TextReceipt {
             right_aligned(arabic(label::number) + " : " + std::to_string(receipt_.number), page_.columns()));
     }
 
-    // Two spaces fewer before the name than after it; before a part of a name, as few as keep it on the line.
-    void double_width(std::string_view name, bool is_whole) {
+    // Two spaces fewer before the name than after it, or as few as keep a long name on the wide line.
+    void double_width(std::string_view name) {
         const std::size_t length = common::length(name);
         const std::size_t margin = blanks(page_.width() - static_cast<int>(length), 4);
-        const std::size_t before = is_whole ? margin - 2 : std::min(margin - 2, page_.columns() / 2 - length);
+        const std::size_t before = std::min(margin - 2, page_.columns() / 2 - length);
         page_.line(spaces(before) + name_text(name, codes_) + spaces(margin));
     }
 

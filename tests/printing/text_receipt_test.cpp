@@ -88,6 +88,7 @@ TEST(TextReceipt, BreaksALongShopNameBetweenItsWords) {
         int width;
         std::vector<std::string> lines;
     } cases[] = {
+        {"صيدلية الدكتور أحمد علي", 48, {"صيدلية الدكتور أحمد علي"}},
         {"صيدلية الدكتور أحمد علي", 40, {"صيدلية الدكتور أحمد", "علي"}},
         {"شركة النور والبركة للتجارة والتوزيع", 48, {"شركة النور والبركة", "للتجارة والتوزيع"}},
         {"شركة Al Noor Trading للتجارة والتوزيع", 40, {"شركة Al Noor Trading", "للتجارة والتوزيع"}},
@@ -105,13 +106,18 @@ TEST(TextReceipt, BreaksALongShopNameBetweenItsWords) {
     }
 }
 
-// (48 - 24) / 4 blanks behind a name that is as long as a wide line, and two fewer before it.
-TEST(TextReceipt, CentresAShopNameAsLongAsALine) {
-    Receipt receipt = test::sale();
-    receipt.store_name = "Al Waha Family Groceries";
-    EXPECT_NE(text_receipt(receipt, Form::full, 48, default_codes())
-                  .find("\r\n    Al Waha Family Groceries      \r\n"),
-              std::string::npos);
+// (48 - L) / 4 blanks behind the name and two fewer before it, unless they would push it off its line of 24.
+TEST(TextReceipt, CentresAShopNameAsFarAsItStaysOnItsLine) {
+    for (const char* line : {"     Al Waha Family Mart       ",    // 19 letters: 7 behind, 5 before
+                             "    Al Waha Family Marts       ",    // 20: 7 behind, 4 left of 5
+                             "Al Waha Family Groceries      "}) {  // 24: 6 behind, none left of 4
+        Receipt receipt = test::sale();
+        receipt.store_name = common::trim(line);
+        EXPECT_NE(
+            text_receipt(receipt, Form::full, 48, default_codes()).find("\r\n" + std::string(line) + "\r\n"),
+            std::string::npos)
+            << line;
+    }
 }
 
 TEST(TextReceipt, NamesTheUnitBelowTheLineWhereTheShopWantsIt) {
