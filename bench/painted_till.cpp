@@ -176,10 +176,12 @@ double PaintedTill::match_and_paint(const std::string& words) {
         QKeyEvent letter(QEvent::KeyPress, 0, Qt::NoModifier, typed.right(1));
         letter.setTimestamp(typed_at_ += 1000);  // by hand
         QApplication::sendEvent(parts_->entry, &letter);
+        // The clock of the window ends each wait within a second.
         for (int i = 0; i < 1000 && !list->isVisible(); ++i)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         paint();
     });
+    if (!list->isVisible()) throw std::runtime_error("the matches did not open");
     watch.expect_painted();
     parts_->entry->setText({});
     return taken;

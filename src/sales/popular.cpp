@@ -48,17 +48,17 @@ void Popular::add(const std::vector<SoldItem>& sold, int days) {
 }
 
 void Popular::rank() {
-    ranked_.clear();
+    std::vector<std::pair<std::int64_t, std::int64_t>> all;  // less comes first
+    all.reserve(items_.size());
     for (const auto& [code, item] : items_)
-        ranked_.push_back(code);
-    std::sort(ranked_.begin(), ranked_.end(), [this](std::int64_t one, std::int64_t other) {
-        const std::int64_t more = items_.at(one).times - items_.at(other).times;
-        return more != 0 ? more > 0 : one < other;
-    });
-    if (!is_complete() || ranked_.size() <= most_kept) return;
-    for (std::size_t i = most_kept; i < ranked_.size(); ++i)
-        items_.erase(ranked_[i]);
-    ranked_.resize(most_kept);
+        all.emplace_back(-item.times, code);
+    const std::size_t kept = std::min(all.size(), most_kept);
+    std::partial_sort(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(kept), all.end());
+    ranked_.clear();
+    for (std::size_t i = 0; i < kept; ++i)
+        ranked_.push_back(all[i].second);
+    for (std::size_t i = kept; is_complete() && i < all.size(); ++i)
+        items_.erase(all[i].second);
 }
 
 Popular::Found Popular::matching(const std::vector<std::string>& words, std::size_t limit) const {

@@ -1,6 +1,7 @@
 #include "ui/sales/matches.h"
 
 #include <QElapsedTimer>
+#include <QFocusEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -328,7 +329,9 @@ bool Matches::take_key(const QKeyEvent& key) {
 
 bool Matches::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize && watched == parentWidget() && isVisible()) shut();
-    if (event->type() == QEvent::FocusOut && watched == field_) {
+    // Another window of the till may come to the front meanwhile.
+    if (event->type() == QEvent::FocusOut && watched == field_ &&
+        static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason) {
         shut();
         field_ = nullptr;
     }
