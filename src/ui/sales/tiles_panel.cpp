@@ -25,7 +25,7 @@ namespace ui {
 namespace {
 
 constexpr double tile_width = 128;
-constexpr double tile_height = 76;
+constexpr double tile_height = 88;
 constexpr double between = 6;
 constexpr double tab_height = 44;
 
