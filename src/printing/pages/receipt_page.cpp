@@ -168,8 +168,8 @@ double ReceiptPage::details(const Canvas& canvas, double y) const {
     const QString kind = qstring(receipt_.kind);
     const QString number = qstring(receipt_.number.first) + "  " + qstring(receipt_.number.second);
     const double needed = canvas.text_width(kind, style) + canvas.text_width(number, style) + 4;
-    if (needed > inner) style.points *= std::max(0.6, inner / needed);
-    const double number_width = std::min(inner * 0.6, canvas.text_width(number, style) + 1);
+    style.points *= std::min(1.0, inner / needed);
+    const double number_width = canvas.text_width(number, style) + 1;
     const double height = canvas.text_height(inner, "فا", style) + 1.6;
     canvas.fill({left_, y, width_, height}, Qt::black, 1);
     canvas.line(left_ + 2 + number_width, y + 0.8, inner - number_width, kind, style);
@@ -255,29 +255,35 @@ double ReceiptPage::table(const Canvas& canvas, double y) const {
 }
 
 double ReceiptPage::totals(const Canvas& canvas, double y) const {
-    // Amounts are under the column of the lines' totals, aligned to the right.
+    // Amounts are under the column of the lines' totals, aligned to the right. All but the net's are of one
+    // size, which lets the longest fit, and so are their labels.
+    const double most = width_ * 0.6;
+    TextStyle plain = letters(receipt_, 1.15);
+    TextStyle net = letters(receipt_, net_letters, true);
     double amount_width = 0;
-    const auto style_of = [this](std::size_t i) {
-        return letters(receipt_, i == receipt_.net ? net_letters : 1.15, i == receipt_.net);
-    };
-    for (std::size_t i = 0; i < receipt_.totals.size(); ++i)
-        amount_width =
-            std::max(amount_width, canvas.text_width(qstring(receipt_.totals[i].second), style_of(i)));
-    amount_width = std::min(amount_width + 0.5, width_ * 0.6);
+    for (TextStyle* style : {&plain, &net}) {
+        double widest = 0;
+        for (std::size_t i = 0; i < receipt_.totals.size(); ++i) {
+            if ((i == receipt_.net) == (style == &net))
+                widest = std::max(widest, canvas.text_width(qstring(receipt_.totals[i].second), *style));
+        }
+        widest += slack;
+        style->points *= std::min(1.0, most / widest * 0.98);
+        amount_width = std::max(amount_width, std::min(widest, most));
+    }
     constexpr double inset = 1.5;
     const double label_left = left_ + inset + amount_width + 1;
     const double label_width = left_ + width_ - inset - label_left;
-    // All labels but the net's are of one size, which lets the longest fit.
     double widest_label = label_width;
     for (std::size_t i = 0; i < receipt_.totals.size(); ++i) {
         if (i != receipt_.net)
             widest_label =
-                std::max(widest_label, canvas.text_width(qstring(receipt_.totals[i].first), style_of(i)));
+                std::max(widest_label, canvas.text_width(qstring(receipt_.totals[i].first), plain));
     }
     for (std::size_t i = 0; i < receipt_.totals.size(); ++i) {
         const auto& [label, amount] = receipt_.totals[i];
-        const TextStyle style = style_of(i);
         const bool is_net = i == receipt_.net;
+        const TextStyle& style = is_net ? net : plain;
         if (is_net) y += 0.8;
         const double height = canvas.text_height(width_, qstring(amount), style);
         if (is_net) canvas.frame({left_, y, width_, height + 1.2}, 0.35, Qt::black, 1);
