@@ -42,6 +42,11 @@ inline constexpr std::string_view file_failed = "تعذر حفظ الملف : ";
 
 // A letter size of the receipt: from 4 to 24.
 inline constexpr std::string_view wrong_font_size = "حجم الخط من 4 إلى 24";
+// The shop's database has no place yet for units, codes and the QR code: the till must be started once by one
+// who may create tables.
+inline constexpr std::string_view no_place_for_switches =
+    "اختيارات الوحدة والباركود ورمز QR لا مكان لها بعد في قاعدة البيانات. يلزم تشغيل البرنامج مرة بصلاحية "
+    "إنشاء الجداول";
 // The file is not a picture that can be read: ...
 inline constexpr std::string_view not_a_picture = "الملف ليس صورة يمكن قراءتها : ";
 

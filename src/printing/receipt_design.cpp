@@ -8,6 +8,7 @@
 #include "database/form.h"
 #include "database/recordset.h"
 #include "database/till_settings.h"
+#include "database/till_tables.h"
 #include "database/transaction.h"
 #include "printing/layouts.h"
 #include "printing/messages.h"
@@ -189,13 +190,18 @@ std::optional<Refusal> ReceiptDesigner::save() {
     ReceiptDesign wanted = design;
     const fs::path chosen = wanted.logo;
     if (chosen.is_absolute()) wanted.logo = kept_logo;
-    // The picture comes last: a statement that fails leaves the logo that was.
-    database::in_transaction(connection_, [&] {
-        write(wanted);
-        if (chosen.is_absolute())
-            common::replace_file(session_.program_folder / kept_logo, common::read_file(chosen, largest_logo),
-                                 common::shop_file_mode);
-    });
+    try {
+        // The picture comes last: a statement that fails leaves the logo that was.
+        database::in_transaction(connection_, [&] {
+            write(wanted);
+            if (chosen.is_absolute())
+                common::replace_file(session_.program_folder / kept_logo,
+                                     common::read_file(chosen, largest_logo), common::shop_file_mode);
+        });
+    } catch (const database::Error& error) {
+        if (error.sqlstate() != database::no_such_table) throw;
+        return Refusal("", message::no_place_for_switches);
+    }
     connection_.make_durable();
     const signin::Settings now = signin::read_settings(connection_);
     session_.settings.aname = now.aname;

@@ -8,6 +8,7 @@
 
 #include "common/files.h"
 #include "printing/code_128.h"
+#include "printing/messages.h"
 #include "printing/pages/logo.h"
 #include "printing/pages/paper_picture.h"
 #include "printing/pages/system_printers.h"
@@ -78,7 +79,9 @@ TEST_F(ReceiptDesign, ChangesNothingIfItIsRefusedOrFails) {
     shop.sql("drop table till_setting");
     designer.design.store_name = "اسم آخر";
     designer.design.qr = false;
-    EXPECT_THROW(designer.save(), database::Error);
+    const auto refusal = designer.save();
+    ASSERT_TRUE(refusal) << "there is no place for the switch";
+    EXPECT_EQ(refusal->text, printing::message::no_place_for_switches);
     EXPECT_EQ(basic("aname"), name) << "all of it or nothing";
     designer.design.qr = true;
     EXPECT_EQ(designer.save(), std::nullopt) << "a shop without the table keeps the rest";
