@@ -45,11 +45,11 @@ std::vector<HeldInvoice> held_in(const Result& rows) {
     return held;
 }
 
-// "10:42 AM · منى · عدد السطور 2 · الصافي 70.75"
+// "10:42 AM · منى · عدد السطور 2 · الصافي 70.75"; the time reads from left to right.
 std::string in_words(const HeldInvoice& held) {
-    return common::twelve_hour_text(held.moment.time) + (held.customer.empty() ? "" : " · " + held.customer) +
-           " · " + std::string(message::line_count) + std::to_string(held.line_count) +
-           std::string(message::net_of) + held.net.text();
+    return "\u200e" + common::twelve_hour_text(held.moment.time) +
+           (held.customer.empty() ? "" : " · " + held.customer) + " · " + std::string(message::line_count) +
+           std::to_string(held.line_count) + std::string(message::net_of) + held.net.text();
 }
 
 Sql held_of_store(std::int64_t store) {
@@ -266,22 +266,27 @@ void HeldInvoices::show(KeptInvoice kept) {
 }
 
 bool HeldInvoices::may_leave(bool restarts) {
+    const std::string_view question = restarts ? message::restart : message::exit;
     if (!sale_.is_in_work())
         return (restarts && !sale_.partly_saved) ||
-               services_.prompts.question(message::exit, common::Icon::critical);
+               services_.prompts.question(question, common::Icon::critical);
     std::string_view what = message::lost_at_leaving;
     if (state_.draft.is_open()) what = message::kept_at_leaving;
     if (state_.may_hold && !restarts) what = message::held_at_leaving;
     return services_.prompts.question(std::string(message::not_saved_yet) + summary_of(invoice_) +
-                                          std::string(what) + std::string(message::exit),
+                                          std::string(what) + std::string(question),
                                       common::Icon::critical);
 }
 
-void HeldInvoices::put_aside_at_leaving() {
-    if (!sale_.is_in_work() || !state_.may_hold) return;
+void HeldInvoices::leave(bool restarts) {
+    if (sale_.partly_saved) return;
     try {
-        put_aside(kept_invoice(), state_.draft.mark());
-        sale_ = empty_sale();
+        if (invoice_.lines.empty() && state_.draft.mark().held != 0) {
+            give_up();
+        } else if (sale_.is_in_work() && state_.may_hold && !restarts) {
+            put_aside(kept_invoice(), state_.draft.mark());
+            sale_ = empty_sale();
+        }
     } catch (const std::exception& error) {
         services_.log.log_event(database::log_line("hold the invoice at leaving", error), log_code);
     }

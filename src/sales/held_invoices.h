@@ -65,9 +65,9 @@ class HeldInvoices : DeskPart {
 
     // Asks whether to leave the program, or to start it again, and says what becomes of an invoice in work.
     bool may_leave(bool restarts);
-    // Puts an invoice in work aside, so that every till sees it. If that fails it stays in the draft, to be
-    // offered at the next start.
-    void put_aside_at_leaving();
+    // Puts an invoice in work aside, so that every till sees it; before a restart, or if that fails, it stays
+    // in the draft, to be offered at the next start. A held one whose lines were all deleted is given up.
+    void leave(bool restarts);
 
   private:
     void put_aside(KeptInvoice kept, DraftMark mark);

@@ -142,18 +142,19 @@ inline constexpr std::string_view partly_saved_is_kept =
 inline constexpr std::string_view saved_receipt_stays = "البون المحفوظ يبقى كما هو، وتبدأ بونا جديدا";
 inline constexpr std::string_view nothing_on_screen = "لا توجد أصناف على الشاشة";
 inline constexpr std::string_view lines_are_lost = "تمحى من الشاشة ولا يسجل منها شيء";
-inline constexpr std::string_view held_is_removed = "تمحى من الشاشة ومن المعلقة ولا يسجل منها شيء";
+inline constexpr std::string_view held_is_removed = "تمحى من الشاشة ومن المعلقة ولا يسجل شيء";
 // "Lines: …" "· Net: …"
 inline constexpr std::string_view line_count = "عدد السطور ";
 inline constexpr std::string_view net_of = " · الصافي ";
-// Exit?
+// Exit? / Start the program again?
 inline constexpr std::string_view exit = "هل تريد الخروج ؟";
+inline constexpr std::string_view restart = "هل تريد إعادة تشغيل البرنامج ؟";
 // Before it, of an invoice in work: "A receipt that is not saved is on the screen:" … it is held, and every
 // till of the store finds it among the held ones / it stays on this till and is offered at the next start /
 // it is lost.
 inline constexpr std::string_view not_saved_yet = "على الشاشة بون لم يحفظ\n";
 inline constexpr std::string_view held_at_leaving = "\nعند الخروج يعلق وتجده في البونات المعلقة\n";
-inline constexpr std::string_view kept_at_leaving = "\nيبقى على هذا الجهاز ويعرض عليك عند التشغيل التالي\n";
+inline constexpr std::string_view kept_at_leaving = "\nيبقى على الجهاز ويعرض عليك عند التشغيل\n";
 inline constexpr std::string_view lost_at_leaving = "\nإذا خرجت الآن يفقد\n";
 
 // --- held invoices -----------------------------------------------------------------------------------

@@ -382,6 +382,7 @@ void SalesWindow::restart() {
     // One key alone must not end the work on an invoice.
     if (!desk_.held().may_leave(true)) return focus_entry();
     if (!printing_->finish()) return focus_entry();
+    desk_.held().leave(true);
     if (!context_.restart || !context_.restart()) {
         context_.services.prompts.message(no_restart, common::Icon::critical);
         return;
@@ -393,7 +394,7 @@ void SalesWindow::restart() {
 void SalesWindow::leave() {
     if (!desk_.held().may_leave(false)) return focus_entry();
     if (!printing_->finish()) return focus_entry();
-    desk_.held().put_aside_at_leaving();
+    desk_.held().leave(false);
     leaving_ = true;
     emit finished(false);
 }
