@@ -296,7 +296,7 @@ void SalesWindow::repaint_all() {
     double pieces = 0;
     for (const sales::Line& line : desk_.invoice().lines)
         pieces += line.quantity;
-    counts_->setText("عدد السطور " + QString::number(desk_.invoice().lines.size()) + " · عدد القطع " +
+    counts_->setText("السطور " + QString::number(desk_.invoice().lines.size()) + " · القطع " +
                      qt(common::format_quantity(pieces)));
     totals_->show_state(desk_);
     change_->show_state(desk_);
