@@ -196,9 +196,13 @@ double ReceiptPage::details(const Canvas& canvas, double y) const {
             y += canvas.text(left_, y, width_, label, plain);
             row_height = canvas.text(left_, y, width_, qstring(value), plain);
         } else {
-            canvas.text(right - label_width, y, label_width, label, plain);
+            row_height = canvas.text(right - label_width, y, label_width, label, plain);
+            // Dates and times are written smaller sooner than on two lines.
+            const double left = right - label_width - value_width;
+            const bool is_line = canvas.text_width(qstring(value), plain) < 1.5 * value_width;
             row_height =
-                canvas.text(right - label_width - value_width, y, value_width, qstring(value), plain);
+                std::max(row_height, is_line ? canvas.line(left, y, value_width, qstring(value), plain)
+                                             : canvas.text(left, y, value_width, qstring(value), plain));
         }
         if (at_left || is_long) y += row_height;
         at_left = !at_left && !is_long;
