@@ -40,6 +40,7 @@ class PaintWatch final : public QObject {
     explicit PaintWatch(QAbstractScrollArea* list) : list_(list->viewport()) {
         list_->installEventFilter(this);
     }
+    bool is_painted() const { return painted_; }
     void expect_painted() const {
         if (!painted_) throw std::runtime_error("the list was not painted");
     }
@@ -179,7 +180,10 @@ double PaintedTill::match_and_paint(const std::string& words) {
         // The clock of the window ends each wait within a second.
         for (int i = 0; i < 1000 && !list->isVisible(); ++i)
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        paint();
+        for (int i = 0; i < 10 && !watch.is_painted(); ++i) {
+            QCoreApplication::processEvents();
+            paint();
+        }
     });
     if (!list->isVisible()) throw std::runtime_error("the matches did not open");
     watch.expect_painted();

@@ -40,7 +40,7 @@ class Till:
 
     def edit(self, item, heading, value):
         """Types a value into the cell of an item's line."""
-        to_the_left = {"كمية": 3, "سعر": 4, "خصم ق": 5, "خصم %": 6}[heading]
+        to_the_left = {"كمية": 4, "سعر": 5, "خصم ق": 6, "خصم %": 7}[heading]
         self.step(f"choose {item} in lines", *["press Left"] * to_the_left, "press Enter",
                   f"type {plain(value)} into cell_edit", "press Enter", "expect hidden cell_edit")
 

@@ -32,6 +32,7 @@ const std::vector<std::pair<QString, QString>>& help_places() {
         {"tips_receiver", "tips"},
         {"Form34", "payment"},
         {"search_panel", "search"},
+        {"held_screen", "hold"},
         {"tiles_panel", "tiles"},
         {"tile_sheet", "tiles"},
         {"tile_page_sheet", "tiles"},
