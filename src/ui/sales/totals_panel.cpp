@@ -107,6 +107,8 @@ QLayout* TotalsPanel::build_payments() {
 
 void TotalsPanel::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    // The frame of a training takes room on the smallest screens.
+    layout()->setSpacing(height() < px(500) ? px(3) : px(8));
     layout()->activate();
     show_fitted(net_, net_text_, net_size);
 }
