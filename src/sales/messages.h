@@ -100,6 +100,9 @@ inline constexpr std::string_view enter_price_of = "ادخل سعر الصنف "
 // --- tiles -------------------------------------------------------------------------------------------
 // Write a name for the page.
 inline constexpr std::string_view name_tile_page = "اكتب اسم الصفحة";
+// Another till has changed this page. Look at it as it is now, and change it again.
+inline constexpr std::string_view tile_page_changed =
+    "غير جهاز آخر هذه الصفحة .. راجعها كما هي الآن ثم أعد التعديل";
 
 // --- recalled receipts ------------------------------------------------------------------------------
 // The receipt does not exist.

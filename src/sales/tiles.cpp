@@ -22,7 +22,9 @@ std::vector<TilePage> pages_in(const Result& rows) {
     std::vector<TilePage> pages;
     for (const Row& row : rows) {
         const std::int64_t number = row.integer("page");
-        if (pages.empty() || pages.back().number != number) pages.push_back({number, {}, {}});
+        if (pages.empty() || pages.back().number != number) pages.push_back({number, {}, {}, {}});
+        for (const char* column : {"place", "name", "icode", "scode", "colour"})
+            pages.back().rows += row.text(column) + '\n';
         if (row.integer("place") == 0)
             pages.back().name = row.text("name");
         else
@@ -40,6 +42,14 @@ void complete(Tile& tile, const Row& card, int price_level) {
     tile.name = item.name;
     const auto price = entry_price(item, price_level);
     if (!item_refusal(item, false) && price && *price > 0) tile.price = price;
+}
+
+// Of a page that is not stored yet, nothing can have changed.
+bool has_changed(database::Connection& connection, const TilePage& page) {
+    if (page.number == 0) return false;
+    const auto now = pages_in(
+        connection.query(Sql("select * from till_tile where page = ") + page.number + " order by place"));
+    return now.empty() || now.front().rows != page.rows;
 }
 
 std::vector<database::Command> rows_of(const TilePage& page) {
@@ -92,11 +102,18 @@ bool SaleTiles::store(TilePage& page) {
             return false;
         }
         const std::int64_t known = page.number;
+        bool changed = false;
         database::in_transaction(connection_, [&] {
+            changed = has_changed(connection_, page);
+            if (changed) return;
             page.number =
                 known != 0 ? known : database::next_number(connection_, "select max(page) from till_tile");
             connection_.run_all(rows_of(page));
         });
+        if (changed) {
+            services_.prompts.message(message::tile_page_changed, common::Icon::exclamation);
+            return false;
+        }
         connection_.make_durable();
         return true;
     });

@@ -27,6 +27,7 @@ struct TilePage {
     std::int64_t number = 0;  // 0 for a page that is not stored yet
     std::string name;
     std::vector<Tile> tiles;
+    std::string rows;  // as they were read, by which another till's change is noticed
 };
 
 inline constexpr std::size_t most_tile_pages = 12;
@@ -39,14 +40,18 @@ class SaleTiles : DeskPart {
 
     // All pages in their order, at the prices of the invoice. Tiles of deleted items are left out.
     std::vector<TilePage> pages();
-    // Whether the user may change pages; says so if not.
-    bool may_edit() { return authorise(signin::Action::edit_price); }
+    // Whether the user may change pages; says so if not. A supervisor allows it until end_editing().
+    bool may_edit() { return allowed_ = allowed_ || authorise(signin::Action::edit_price); }
+    void end_editing() { allowed_ = false; }
     // Stores a page as it is now, a new one under the next number. Returns false after showing why it was
-    // not stored.
+    // not stored, as when another till has changed it since it was read.
     bool store(TilePage& page);
     bool remove(const TilePage& page);
     // The tile of an item that was chosen or scanned in the search; nothing, after saying so, without one.
     std::optional<Tile> tile_of(const Entry& entry);
+
+  private:
+    bool allowed_ = false;
 };
 
 }  // namespace sales

@@ -73,22 +73,27 @@ class TileButton : public GridButton {
         QFont small = font();
         small.setPixelSize(px(14));
         painter.setFont(small);
-        const QRect inside = rect().adjusted(px(7), px(5), -px(7), -px(5));
-        const int line = QFontMetrics(small).lineSpacing();
-        painter.drawText(QRect(inside.left(), inside.top(), inside.width(), inside.height() - line),
-                         Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignTop | Qt::TextWordWrap,
-                         two_lines(small));
+        const QRect inside = rect().adjusted(px(7), px(4), -px(7), -px(4));
+        QRect line(inside.left(), inside.top(), inside.width(), inside.height() / 3);
+        for (const QString& text : two_lines(QFontMetrics(small), inside.width())) {
+            painter.drawText(line, Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter, text);
+            line.translate(0, line.height());
+        }
         small.setBold(true);
         painter.setFont(small);
-        painter.drawText(inside, Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignBottom, price_);
+        painter.drawText(line, Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter, price_);
     }
 
   private:
-    // A longer name ends with dots.
-    QString two_lines(const QFont& font) const {
-        const QFontMetrics metrics(font);
-        const int room = 2 * (width() - px(20));
-        return metrics.elidedText(accessibleName(), Qt::ElideRight, room - px(24));
+    // The first words that fit, and below them the others; a longer name ends with dots.
+    QStringList two_lines(const QFontMetrics& metrics, int room) const {
+        QStringList rest = accessibleName().split(' ', Qt::SkipEmptyParts);
+        QString first;
+        while (!rest.isEmpty() && metrics.horizontalAdvance(first + rest.front()) <= room)
+            first += rest.takeFirst() + ' ';
+        if (first.isEmpty() && !rest.isEmpty()) first = rest.takeFirst();
+        return {metrics.elidedText(first.trimmed(), Qt::ElideRight, room),
+                metrics.elidedText(rest.join(' '), Qt::ElideRight, room)};
     }
 
     const char* colour_;
@@ -135,11 +140,10 @@ TilesPanel::TilesPanel(sales::SalesDesk& desk, const Context& context, QWidget* 
 void TilesPanel::toggle() {
     const QWidget* focus = focusWidget();
     if (isVisible() && focus != nullptr && focus->hasFocus()) {
-        hide();
-        emit left();
+        close_tiles();
         return;
     }
-    editing_ = false;
+    end_editing();
     read();
     show();
     show_pages();
@@ -177,10 +181,7 @@ void TilesPanel::show_pages() {
     tabs_->addStretch(1);
     connect(tab("tiles_edit", editing_ ? "انتهى التعديل" : "تعديل"), &QPushButton::clicked, this,
             [this] { set_editing(!editing_); });
-    connect(tab("tiles_close", "إغلاق"), &QPushButton::clicked, this, [this] {
-        hide();
-        emit left();
-    });
+    connect(tab("tiles_close", "إغلاق"), &QPushButton::clicked, this, &TilesPanel::close_tiles);
     show_tiles();
 }
 
@@ -246,10 +247,23 @@ void TilesPanel::choose_page(std::size_t page) {
 
 void TilesPanel::set_editing(bool editing) {
     if (editing && !desk_.tiles().may_edit()) return;
+    if (!editing) end_editing();
     editing_ = editing;
     read();
     show_pages();
     if (!editing) emit left();
+}
+
+// What a supervisor allowed ends with it.
+void TilesPanel::end_editing() {
+    editing_ = false;
+    desk_.tiles().end_editing();
+}
+
+void TilesPanel::close_tiles() {
+    end_editing();
+    hide();
+    emit left();
 }
 
 void TilesPanel::press_tile(std::size_t at) {
@@ -259,8 +273,9 @@ void TilesPanel::press_tile(std::size_t at) {
 }
 
 void TilesPanel::store(sales::TilePage changed) {
-    if (desk_.tiles().store(changed)) {
-        read();
+    const bool is_stored = desk_.tiles().store(changed);
+    read();
+    if (is_stored) {
         const auto stored = std::find_if(pages_.begin(), pages_.end(), [&](const sales::TilePage& one) {
             return one.number == changed.number;
         });

@@ -43,6 +43,8 @@ class TilesPanel : public QFrame {
     void show_tiles();
     QPushButton* tab(const QString& name, const QString& caption);
     void set_editing(bool editing);
+    void end_editing();
+    void close_tiles();
     void choose_page(std::size_t page);
     void press_tile(std::size_t at);
     void add_tile();
