@@ -28,8 +28,8 @@ void CustomerLines::show_lines(const sales::Invoice& invoice) {
     lines_.clear();
     for (const sales::Line& line : invoice.lines) {
         lines_.push_back({qt(line.name),
-                          "\u200e" + qt(common::format_quantity(line.quantity)) + " × " +
-                              qt(common::format_amount(line.price)),
+                          qt(line.unit_name) + " \u200e" + qt(common::format_quantity(line.quantity)) +
+                              " × " + qt(common::format_amount(line.price)),
                           "\u200e" + qt(line.total().text())});
     }
     // For who reads the screen instead of seeing it, and for plays.
@@ -69,7 +69,7 @@ void CustomerLines::draw(QPainter& painter, const QRect& place, const Line& line
     const QRect names = place.adjusted(total + px(18), 0, 0, 0);
     const QRect upper = names.adjusted(0, px(4), 0, -names.height() * 2 / 5);
     painter.drawText(upper, Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter,
-                     QFontMetrics(strong).elidedText(line.name, Qt::ElideLeft, names.width()));
+                     QFontMetrics(strong).elidedText(line.name, Qt::ElideRight, names.width()));
     painter.setFont(detail);
     painter.setPen(QColor(colour::quiet));
     painter.drawText(names.adjusted(0, names.height() * 3 / 5 - px(2), 0, -px(4)),

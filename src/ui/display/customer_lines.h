@@ -22,7 +22,7 @@ class CustomerLines : public QWidget {
   private:
     struct Line {
         QString name;
-        QString quantity;  // with its price
+        QString quantity;  // with its unit and price
         QString total;
     };
     void draw(QPainter& painter, const QRect& place, const Line& line) const;

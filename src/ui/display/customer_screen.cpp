@@ -53,10 +53,10 @@ CustomerScreen::CustomerScreen(const sales::SalesDesk& desk, const signin::Sessi
         has_parted_ = true;
         mirror();
     });
-    connect(qGuiApp, &QGuiApplication::screenAdded, this, &CustomerScreen::show_on);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, &CustomerScreen::follow);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &CustomerScreen::leave);
     for (QScreen* monitor : QGuiApplication::screens())
-        show_on(monitor);
+        follow(monitor);
 }
 
 QWidget* CustomerScreen::build_idle(const signin::Session& session) {
@@ -123,6 +123,7 @@ QWidget* CustomerScreen::build_sale() {
     paying->setSpacing(px(14));
     paid_ = add_figure(paying, "customer_paid", "المدفوع", false);
     change_ = add_figure(paying, "customer_change", "الباقي", false);
+    returned_ = add_figure(paying, "customer_returned", "يرد لكم", false);
     QSizePolicy policy = payment_->sizePolicy();
     policy.setRetainSizeWhenHidden(true);  // the net stays where it is
     payment_->setSizePolicy(policy);
@@ -130,6 +131,16 @@ QWidget* CustomerScreen::build_sale() {
     column->addStretch(1);
     row->addWidget(figures, 3);
     return page;
+}
+
+// A monitor often comes as a mirror of the first one and is moved beside it afterwards.
+void CustomerScreen::follow(QScreen* monitor) {
+    connect(monitor, &QScreen::geometryChanged, this, [this] {
+        if (monitor_ != nullptr) leave(monitor_);
+        for (QScreen* any : QGuiApplication::screens())
+            show_on(any);
+    });
+    show_on(monitor);
 }
 
 void CustomerScreen::show_on(QScreen* monitor) {
@@ -161,12 +172,17 @@ bool CustomerScreen::shows_last() const {
     return last && sales::moves_cash(last->invoice.payment) && !has_parted_;
 }
 
-void CustomerScreen::show_amounts(const QString& net, const QString& paid, const QString& change) {
-    show_fitted(net_, net, net_size);
-    payment_->setVisible(!paid.isEmpty());
-    if (paid.isEmpty()) return;
-    show_fitted(paid_, paid, figure_size);
-    show_fitted(change_, change, figure_size);
+void CustomerScreen::show_amounts(const sales::Invoice& invoice,
+                                  const std::optional<sales::PaymentTaken>& taken) {
+    show_fitted(net_, qt(invoice.net().text()), net_size);
+    for (const QLabel* figure : {paid_, change_})
+        figure->parentWidget()->setVisible(!invoice.is_return());
+    returned_->parentWidget()->setVisible(invoice.is_return());
+    payment_->setVisible(taken.has_value());
+    if (!taken) return;
+    for (QLabel* figure : {paid_, returned_})
+        show_fitted(figure, qt(taken->paid.text()), figure_size);
+    show_fitted(change_, qt(taken->change.text()), figure_size);
 }
 
 void CustomerScreen::mirror() {
@@ -179,16 +195,15 @@ void CustomerScreen::mirror() {
         const sales::Payment* payment = begun ? begun->payment.get() : nullptr;
         pages_->setCurrentIndex(1);
         lines_->show_lines(invoice);
-        show_amounts(qt(invoice.net().text()), payment ? qt(payment->paid().text()) : QString(),
-                     payment ? qt(payment->change().text()) : QString());
+        show_amounts(invoice, payment ? std::optional(sales::PaymentTaken{payment->paid(), payment->change()})
+                                      : std::nullopt);
         return;
     }
     const bool parting = shows_last();
     if (parting) {
         const sales::LastReceipt& last = *desk_.last_receipt();
         lines_->show_lines(last.invoice);
-        show_amounts(qt(last.invoice.net().text()), qt(last.payment.paid.text()),
-                     qt(last.payment.change.text()));
+        show_amounts(last.invoice, last.payment);
         if (!parting_.isActive()) parting_.start();
     }
     pages_->setCurrentIndex(parting ? 1 : 0);

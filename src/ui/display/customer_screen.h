@@ -4,6 +4,7 @@
 
 #include <QTimer>
 #include <QWidget>
+#include <optional>
 
 class QLabel;
 class QScreen;
@@ -11,7 +12,8 @@ class QStackedLayout;
 
 namespace sales {
 class SalesDesk;
-struct LastReceipt;
+struct Invoice;
+struct PaymentTaken;
 }  // namespace sales
 namespace signin {
 struct Session;
@@ -36,9 +38,11 @@ class CustomerScreen : public QWidget {
     QWidget* build_idle(const signin::Session& session);
     QWidget* build_sale();
     QLabel* add_figure(class QVBoxLayout* column, const char* name, const QString& caption, bool large);
+    void follow(QScreen* monitor);
     void show_on(QScreen* monitor);
     void leave(const QScreen* monitor);
-    void show_amounts(const QString& net, const QString& paid, const QString& change);
+    // Without what was taken, the net alone. A return shows what the customer gets back.
+    void show_amounts(const sales::Invoice& invoice, const std::optional<sales::PaymentTaken>& taken);
     // The page of the sale that was saved last, until a while has passed.
     bool shows_last() const;
 
@@ -50,6 +54,7 @@ class CustomerScreen : public QWidget {
     QLabel* net_ = nullptr;
     QLabel* paid_ = nullptr;
     QLabel* change_ = nullptr;
+    QLabel* returned_ = nullptr;
     QWidget* payment_ = nullptr;
     // How long the change of a saved sale stays before the greeting comes back.
     QTimer parting_;
