@@ -41,6 +41,10 @@ inline void use_approval(Approvals& approvals, signin::Action action, double val
     found->value = value;
     found->most = most;
 }
+// Ends the approvals that nothing was done by.
+inline void drop_unused(Approvals& approvals) {
+    std::erase_if(approvals, [](const Approval& approval) { return !approval.value; });
+}
 inline std::optional<audit::Person> approver_of(const Approvals& approvals, signin::Action action) {
     const Approval* approval = approval_of(approvals, action);
     return approval == nullptr ? std::nullopt : std::optional(approval->approver);

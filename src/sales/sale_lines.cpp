@@ -92,6 +92,10 @@ bool SaleLines::begin_edit(std::size_t row, int column) {
     });
 }
 
+void SaleLines::cancel_edit(std::size_t row) {
+    if (row < invoice_.lines.size()) drop_unused(invoice_.lines[row].approvals);
+}
+
 bool SaleLines::commit_edit(std::size_t row, int column, std::string_view text) {
     return change("edit a line", false, [&] {
         if (row >= invoice_.lines.size() || frozen()) return false;

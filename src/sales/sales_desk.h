@@ -82,6 +82,8 @@ class SaleLines : DeskPart {
     bool begin_edit(std::size_t row, int column);
     // Commits a cell of columns 4 to 7. Returns false after showing why the value was refused.
     bool commit_edit(std::size_t row, int column, std::string_view text);
+    // Leaves a cell as it was; what a supervisor allowed in it is over.
+    void cancel_edit(std::size_t row);
     // The line that was entered last, whose quantity the pop-up field and "6+" set; none on an empty grid.
     std::optional<std::size_t> last_line() const;
     bool quick_quantity(std::string_view text);

@@ -412,7 +412,7 @@ bool LineView::eventFilter(QObject* watched, QEvent* event) {
             switch (static_cast<QKeyEvent*>(event)->key()) {
                 case Qt::Key_Escape:
                     close_cell();
-                    emit edit_cancelled();
+                    emit edit_cancelled(edited_row_);
                     return true;
                 case Qt::Key_Return:
                 case Qt::Key_Enter:

@@ -62,7 +62,7 @@ class LineView : public QTableView {
     void edit_wanted(int row, int source_column, const QString& first);
     // The value of a cell was entered, or its field lost the focus. The field is already closed.
     void committed(int row, int source_column, const QString& text, bool by_enter);
-    void edit_cancelled();
+    void edit_cancelled(int row);
     void delete_wanted(int row);
     // Enter or a double click on the unit of the current line.
     void next_unit_wanted();

@@ -218,7 +218,10 @@ void SalesWindow::connect_parts() {
     });
     connect(lines_, &LineView::edit_wanted, this, &SalesWindow::edit_cell);
     connect(lines_, &LineView::committed, this, &SalesWindow::commit_cell);
-    connect(lines_, &LineView::edit_cancelled, this, &SalesWindow::focus_entry);
+    connect(lines_, &LineView::edit_cancelled, this, [this](int row) {
+        desk_.lines().cancel_edit(static_cast<std::size_t>(row));
+        focus_entry();
+    });
     connect(lines_, &LineView::delete_wanted, this, &SalesWindow::delete_current_line);
     connect(lines_, &LineView::next_unit_wanted, this, &SalesWindow::next_unit);
     connect(lines_, &LineView::left, this, &SalesWindow::focus_entry);
