@@ -60,7 +60,7 @@ inline constexpr std::string_view override_need = "\nالمطلوب : ";
 inline constexpr std::string_view override_question =
     "\nالكمية بالمخزن لا تكفي ..\nهل تريد البيع بأقل من الرصيد ؟";
 // The goods that would be sold are past their date: item, date; sell them?
-inline constexpr std::string_view expired_on = "\nبالمخزن كمية منه انتهت صلاحيتها في ";
+inline constexpr std::string_view expired_on = "\nمنه كمية انتهت صلاحيتها في ";
 inline constexpr std::string_view expired_question = "\nراجع تاريخ العبوة .. هل تريد بيعه ؟";
 
 // --- editing -----------------------------------------------------------------------------------------

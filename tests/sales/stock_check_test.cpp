@@ -219,7 +219,7 @@ TEST(StockCheck, GoodsPastTheirDateAreAskedAboutBeforeTheyAreSold) {
             << "yes would be the default";
         counter.answer({true});
         ASSERT_TRUE(counter.enter("100"));
-        EXPECT_THAT(counter.asked(), ElementsAre("الصنف : أرز\nبالمخزن كمية منه انتهت صلاحيتها في 2027/01/01"
+        EXPECT_THAT(counter.asked(), ElementsAre("الصنف : أرز\nمنه كمية انتهت صلاحيتها في 2027/01/01"
                                                  "\nراجع تاريخ العبوة .. هل تريد بيعه ؟"));
         // Once an invoice: neither the next piece nor the save asks again.
         counter.answer({true});
