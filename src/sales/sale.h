@@ -84,6 +84,7 @@ struct LastReceipt {
     PaymentTaken payment;
     std::int64_t shift = 0;
     common::TimeOfDay time;  // of its save
+    bool is_over = false;    // the next invoice has had a line, so that its customer has gone
 };
 
 // What the parts of the sales desk work on.
@@ -133,6 +134,8 @@ class DeskPart {
         try {
             Answer answer = action();
             state_.busy = false;
+            if (state_.last_receipt && !invoice_.lines.empty() && !sale_.partly_saved)
+                state_.last_receipt->is_over = true;
             keep_draft();
             return answer;
         } catch (const std::exception& error) {

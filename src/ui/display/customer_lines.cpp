@@ -28,7 +28,7 @@ void CustomerLines::show_lines(const sales::Invoice& invoice) {
     lines_.clear();
     for (const sales::Line& line : invoice.lines) {
         lines_.push_back({qt(line.name),
-                          qt(line.unit_name) + " \u200e" + qt(common::format_quantity(line.quantity)) +
+                          "\u200f" + qt(common::format_quantity(line.quantity)) + " " + qt(line.unit_name) +
                               " × " + qt(common::format_amount(line.price)),
                           "\u200e" + qt(line.total().text())});
     }

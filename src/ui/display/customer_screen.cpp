@@ -169,7 +169,7 @@ void CustomerScreen::leave(const QScreen* monitor) {
 
 bool CustomerScreen::shows_last() const {
     const auto& last = desk_.last_receipt();
-    return last && sales::moves_cash(last->invoice.payment) && !has_parted_;
+    return last && !last->is_over && sales::moves_cash(last->invoice.payment) && !has_parted_;
 }
 
 void CustomerScreen::show_amounts(const sales::Invoice& invoice,

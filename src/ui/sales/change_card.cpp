@@ -40,7 +40,8 @@ ChangeCard::ChangeCard(QWidget* parent) : QFrame(parent) {
 
 void ChangeCard::show_state(const sales::SalesDesk& desk) {
     const auto& last = desk.last_receipt();
-    const bool shown = last && desk.invoice().lines.empty() && sales::moves_cash(last->invoice.payment);
+    const bool shown =
+        last && !last->is_over && desk.invoice().lines.empty() && sales::moves_cash(last->invoice.payment);
     if (shown) {
         const bool is_return = last->invoice.is_return();
         const common::Amount figure = is_return ? last->payment.paid : last->payment.change;
