@@ -180,17 +180,22 @@ void Draft::take_left() {
     left_.reset();
 }
 
-void Draft::clear(std::int64_t past) {
-    const bool is_kept = written_ || left_;
-    if (left_) past = std::max(past, left_->mark.serial);
+void Draft::forget_left(std::int64_t past) {
+    if (is_noted_) mark_.serial = std::max(left_->mark.serial, past);
     left_.reset();
+    clear();
+    if (is_open()) empty();
+}
+
+void Draft::clear() {
     mark_.held = 0;
-    if (is_noted_) mark_.serial = std::max(mark_.serial, past) + 1;
-    if (is_open() && is_kept) empty();
+    if (left_) return;
+    if (is_noted_) mark_.serial += 1;
+    if (is_open() && written_) empty();
 }
 
 void Draft::renew() {
-    if (is_noted_) mark_.serial += 1;
+    if (is_noted_ && !left_) mark_.serial += 1;
 }
 
 void Draft::empty() {

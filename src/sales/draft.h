@@ -43,15 +43,17 @@ class Draft {
     // Adds what makes the file's row in till_draft; for the first reads of a run.
     void ask(database::Reads& reads);
 
-    // What is left comes first: until take_left() or clear() nothing is kept.
+    // What is left comes first: until one of these is called nothing else is kept.
     const std::optional<Left>& left() const { return left_; }
     // The screen now shows what was left, and the file goes on with it.
     void take_left();
+    // What was left is no longer in work. `past` is the serial that till_draft holds.
+    void forget_left(std::int64_t past);
 
     // Appends what has changed since the last call.
     void keep(KeptInvoice invoice);
-    // The invoice is no longer in work. `past` is the serial that till_draft holds, if it was read.
-    void clear(std::int64_t past = 0);
+    // The invoice is no longer in work.
+    void clear();
 
     // The invoice in work; without a serial if nobody will ask for it.
     const DraftMark& mark() const { return mark_; }

@@ -25,7 +25,7 @@ void HeldInvoices::offer_draft() {
         const bool is_offered = draft.left() && is_in_work(draft.left()->mark, past);
         give_back_others(is_offered ? draft.left()->mark.held : 0);
         if (!is_offered) {
-            if (draft.left()) draft.clear(past);
+            if (draft.left()) draft.forget_left(past);
             return false;
         }
         const Draft::Left left = *draft.left();
@@ -40,6 +40,7 @@ void HeldInvoices::offer_draft() {
             draft.take_left();
         } else {
             put_aside(left.invoice, left.mark);
+            draft.forget_left(past);
         }
         return true;
     });

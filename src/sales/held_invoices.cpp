@@ -159,14 +159,14 @@ void HeldInvoices::put_aside(KeptInvoice kept, DraftMark mark) {
 }
 
 // Holding failed, or its answer was lost. The invoice stays on the screen, so if its row is there it is taken
-// back.
+// back. That of an earlier run, which is on no screen, is given back at the next start.
 void HeldInvoices::retake(std::int64_t id) noexcept {
     try {
         state_.draft.renew();
         const auto changed = connection_.execute(
             "update till_held set taken = ?, taken_cash = ?, taken_user = ? where id = ? and taken is null",
             {state_.draft.mark().file, session_.cash_point, session_.user_name, id});
-        if (changed != 0) state_.draft.resume(id);
+        if (changed != 0 && !state_.draft.left()) state_.draft.resume(id);
     } catch (const std::exception& error) {
         services_.log.log_event(database::log_line("take the held invoice back", error), log_code);
     }
