@@ -17,7 +17,7 @@ void NobodyThere::message(std::string_view text, common::Icon) {
 }
 
 common::Answer NobodyThere::choose(std::string_view text, const common::Choices&, common::Icon icon) {
-    if (text == sales::message::cancel_receipt) return common::Answer::yes;
+    if (text.starts_with(sales::message::cancel_receipt)) return common::Answer::yes;
     message(text, icon);
     return common::Answer::no;
 }

@@ -2,6 +2,7 @@
 #include "ui/sales/sales_window.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
