@@ -139,23 +139,23 @@ class InvoiceRights {
         if (!invoice_.is_return() || approval_of(invoice_.approvals, Action::return_kind) != nullptr)
             return true;
         return keep(ask(Action::return_kind, message::saving_a_return, nullptr), invoice_.approvals,
-                    {Action::return_kind, {}, 0, {}});
+                    Action::return_kind, 0);
     }
     // Which of the two rights was asked for depended on the stock then.
     bool may_sell_below_stock(Line& line) {
         return !line.below_stock || signin::allows(session_, Action::sell_reserved) ||
                is_approved_below_stock(line) ||
                keep(ask(Action::sell_below_stock, message::below_stock_of_item, &line), line.approvals,
-                    {Action::sell_below_stock, {}, line.quantity, {}});
+                    Action::sell_below_stock, line.quantity);
     }
     bool may_sell_at_price(Line& line) {
         return keep(ask(Action::edit_price, message::price_of_item, &line), line.approvals,
-                    {Action::edit_price, {}, line.price, line.quantity});
+                    Action::edit_price, line.price, line.quantity);
     }
     bool may_give_discount(Line& line) {
         return has_granted_discount(line) || has_approved_discount(line) ||
                keep(ask(Action::edit_discount, message::discount_of_item, &line), line.approvals,
-                    {Action::edit_discount, {}, line.discount, line.quantity});
+                    Action::edit_discount, line.discount, line.quantity);
     }
     bool may_exceed_ceiling() {
         if (!exceeds_ceiling(invoice_.discount_percent, 100, session_.settings.max_dis) ||
@@ -166,9 +166,8 @@ class InvoiceRights {
             std::string(message::invoice_discount_refused) + std::string(message::discount_of_other_goods),
             common::Icon::none,
             {.what = common::format_amount(invoice_.discount_percent) + "%", .amount = invoice_.discount()});
-        return keep(
-            permit, invoice_.approvals,
-            {Action::discount_above_ceiling, {}, invoice_.discount_percent, invoice_.total().value()});
+        return keep(permit, invoice_.approvals, Action::discount_above_ceiling, invoice_.discount_percent,
+                    invoice_.total().value());
     }
 
   private:
@@ -181,11 +180,9 @@ class InvoiceRights {
                                   .amount = line == nullptr ? invoice_.net() : line->total(),
                                   .item = line == nullptr ? std::nullopt : line->item_code});
     }
-    bool keep(const signin::Permit& permit, Approvals& approvals, Approval used) {
-        if (permit.approver) {
-            used.approver = *permit.approver;
-            approve(approvals, std::move(used));
-        }
+    bool keep(const signin::Permit& permit, Approvals& approvals, Action action, double value,
+              std::optional<double> most = {}) {
+        if (permit.approver) approve(approvals, {action, *permit.approver, value, most});
         return permit;
     }
 

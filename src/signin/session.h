@@ -64,7 +64,7 @@ struct Session {
     std::filesystem::path program_folder;
     std::filesystem::path working_folder;
     bool is_training = false;  // on a copy of the shop (startup/training.h)
-    std::string shop;  // its file, or its server and database: tells the shops of this machine apart
+    std::string shop;          // its file, or its server and database: tells the shops of this machine apart
 
     // From sign-in.
     std::int64_t user_code = 0;

@@ -244,7 +244,8 @@ void AccountStatementScreen::keep(ReportFile kind) {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.services, "KeepAccount", [&] {
         printing::Report named = paper_;
-        named.name += "-" + std::to_string(shown_customer_);
+        named.name += '-';
+        named.name += std::to_string(shown_customer_);
         if (const QString kept = keep_report(context_, named, kind); !kept.isEmpty()) note_->setText(kept);
     });
 }
