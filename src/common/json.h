@@ -6,12 +6,48 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <vector>
 
 #include "common/amount.h"
 #include "common/date_time.h"
 
-// In the structure's own namespace. A field that a text lacks keeps the structure's default.
-#define TALLVEX_JSON(Type, ...) NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE_WITH_DEFAULT(Type, __VA_ARGS__)
+// In the structure's own namespace. A field that a text lacks keeps the structure's default, so fields that have
+// it are left out: every save, and every change of an invoice, writes such texts.
+#define TALLVEX_JSON(Type, ...)                                                    \
+    inline void to_json(nlohmann::json& to, const Type& from) {                    \
+        static const Type plain{};                                                 \
+        to = nlohmann::json::object();                                             \
+        NLOHMANN_JSON_EXPAND(NLOHMANN_JSON_PASTE(TALLVEX_JSON_WRITE, __VA_ARGS__)) \
+    }                                                                              \
+    inline void from_json(const nlohmann::json& from, Type& to) {                  \
+        static const Type plain{};                                                 \
+        NLOHMANN_JSON_EXPAND(NLOHMANN_JSON_PASTE(TALLVEX_JSON_READ, __VA_ARGS__))  \
+    }
+#define TALLVEX_JSON_WRITE(field) \
+    if (!common::is_plain(from.field, plain.field)) to[#field] = from.field;
+#define TALLVEX_JSON_READ(field) to.field = from.value(#field, plain.field);
+
+namespace common {
+
+// Whether a field is as in a new structure. Structures within it are not compared.
+template <typename T>
+bool is_plain(const T& value, const T& plain) {
+    if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T> || std::is_same_v<T, std::string>)
+        return value == plain;
+    else
+        return false;
+}
+template <typename T>
+bool is_plain(const std::optional<T>& value, const std::optional<T>& plain) {
+    return !value && !plain;
+}
+template <typename T>
+bool is_plain(const std::vector<T>& value, const std::vector<T>& plain) {
+    return value.empty() && plain.empty();
+}
+
+}  // namespace common
 
 namespace nlohmann {
 

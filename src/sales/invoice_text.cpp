@@ -1,8 +1,5 @@
 #include "sales/invoice_text.h"
 
-#include <cmath>
-#include <iterator>
-
 #include "audit/person_json.h"
 
 namespace accounts {
@@ -18,18 +15,7 @@ TALLVEX_JSON(InvoiceIdentity, key, time)
 TALLVEX_JSON(OriginalSale, number, identity)
 TALLVEX_JSON(CardPayment, bank_code, holder, reference)
 TALLVEX_JSON(Approval, action, approver, value, most)
-
-// JSON has no infinite number.
-void to_json(nlohmann::json& to, const Granted& from) {
-    to = {{"price", from.price}, {"discount", from.discount}};
-    if (std::isfinite(from.quantity)) to["quantity"] = from.quantity;
-}
-void from_json(const nlohmann::json& from, Granted& to) {
-    to.quantity = from.value("quantity", Granted().quantity);
-    to.price = from.at("price").get<double>();
-    to.discount = from.at("discount").get<double>();
-}
-
+TALLVEX_JSON(Granted, quantity, price, discount)
 TALLVEX_JSON(Line, item_code, name, group, quantity, price, discount, factor, unit_code, unit_name,
              salver_code, unit_cost, balance, stock_kept, clearance, below_stock, marked, source_kind,
              source_store, expiry, returnable, sold_quantity, sold_discount, granted, approvals)
@@ -43,25 +29,11 @@ TALLVEX_JSON(RecalledInvoice, invoice, identity, shift)
 TALLVEX_JSON(KeptInvoice, invoice, recalled, edited, date_chosen, offer, user, user_name, begun)
 TALLVEX_JSON(KeptChange, mark, head, recalled, lines, line_count)
 
-namespace {
-
-// Leaves out what a line has like a new one, because every save and every change writes such texts: reading
-// puts it back.
-void leave_out_plain_fields(nlohmann::json& line) {
-    static const nlohmann::json plain = Line();
-    for (auto field = line.begin(); field != line.end();)
-        field = *field == plain[field.key()] ? line.erase(field) : std::next(field);
-}
-
-}  // namespace
-
 std::string text_of(const InvoiceToSave& save) {
     nlohmann::json content = save;
     content["invoice"].erase("granted_percent");
-    for (nlohmann::json& line : content["invoice"]["lines"]) {
+    for (nlohmann::json& line : content["invoice"]["lines"])
         line.erase("granted");
-        leave_out_plain_fields(line);
-    }
     return common::json_text(content);
 }
 
@@ -70,10 +42,7 @@ InvoiceToSave read_invoice_to_save(std::string_view text) {
 }
 
 std::string text_of(const KeptInvoice& kept) {
-    nlohmann::json content = kept;
-    for (nlohmann::json& line : content["invoice"]["lines"])
-        leave_out_plain_fields(line);
-    return common::json_text(content);
+    return common::json_text(kept);
 }
 
 KeptInvoice read_kept_invoice(std::string_view text) {
@@ -81,10 +50,7 @@ KeptInvoice read_kept_invoice(std::string_view text) {
 }
 
 std::string text_of(const KeptChange& change) {
-    nlohmann::json content = change;
-    for (nlohmann::json& placed : content["lines"])
-        leave_out_plain_fields(placed.back());
-    return common::json_text(content);
+    return common::json_text(change);
 }
 
 KeptChange read_kept_change(std::string_view text) {
