@@ -31,9 +31,7 @@ std::string price_column(int unit_level, int price_level) {
 }
 
 Sql item_statement(std::int64_t code) {
-    return Sql("SELECT items.*, IsNull(tmp_price.p_per,0) AS Expr1, tmp_price.s_price FROM items LEFT JOIN "
-               "tmp_price ON items.code = tmp_price.icode  where code = ") +
-           code;
+    return Sql("SELECT ") + item_cards + " where code = " + code;
 }
 
 Item item_of(const Row& row, int unit_level) {

@@ -53,6 +53,10 @@ database::Sql barcode_statement(std::string_view text);
 // What the text names by the rows of that statement; whether the shop has such an item is not known yet.
 Named named_by(const database::Result& barcodes, std::string_view text);
 
+// What makes an item of a row: "SELECT " before it and a condition behind it.
+inline constexpr database::Fragment item_cards =
+    "items.*, IsNull(tmp_price.p_per,0) AS Expr1, tmp_price.s_price FROM items LEFT JOIN tmp_price ON "
+    "items.code = tmp_price.icode ";
 // An item by its code in a unit level.
 database::Sql item_statement(std::int64_t code);
 std::optional<Item> item_of(const database::Result& cards, int unit_level);

@@ -53,11 +53,8 @@ class Matching {
     }
 
     void read(const Sql& condition, std::size_t limit) {
-        for (const Row& row : connection_.query(
-                 Sql("SELECT top ") + limit +
-                 " items.*, IsNull(tmp_price.p_per,0) AS Expr1, tmp_price.s_price FROM items LEFT JOIN "
-                 "tmp_price ON items.code = tmp_price.icode where isnull(items.stop,0) = 0 and " +
-                 condition))
+        for (const Row& row : connection_.query(Sql("SELECT top ") + limit + " " + item_cards +
+                                                "where isnull(items.stop,0) = 0 and " + condition))
             cards_.try_emplace(row.integer("code"), card_of(row));
     }
 

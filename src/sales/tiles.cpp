@@ -77,8 +77,7 @@ std::vector<TilePage> SaleTiles::pages() {
         reads.add_optional("select * from till_tile order by page, place",
                            [&](const Result& rows) { pages = pages_in(rows); });
         reads.add_optional(
-            "SELECT items.*, IsNull(tmp_price.p_per,0) AS Expr1, tmp_price.s_price FROM items LEFT JOIN "
-            "tmp_price ON items.code = tmp_price.icode where items.code in (select icode from till_tile)",
+            Sql("SELECT ") + item_cards + "where items.code in (select icode from till_tile)",
             [&](const Result& rows) {
                 for (const Row& row : rows)
                     cards.emplace(row.integer("code"), row);
