@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
-#include <random>
 #include <vector>
 
 #include "admin/checks.h"
@@ -11,6 +10,7 @@
 #include "admin/tool.h"
 #include "admin/users.h"
 #include "common/ports.h"
+#include "common/random.h"
 #include "database/recordset.h"
 #include "database/schema/schema.h"
 #include "database/till_settings.h"
@@ -24,15 +24,6 @@ using database::Recordset;
 using database::Sql;
 
 namespace {
-
-std::string random_password() {
-    std::random_device source;
-    std::uniform_int_distribution<int> digit('0', '9');
-    std::string password;
-    for (int i = 0; i < 6; ++i)
-        password += static_cast<char>(digit(source));
-    return password;
-}
 
 // Tables of the demo shop for every shop: the names of the units and the price classes.
 constexpr std::string_view common_tables[] = {"unit1", "cust_typ"};
@@ -142,7 +133,7 @@ void make_shop(const NewShop& asked, Tool& tool) {
     if (wanted.name.empty() && !wanted.demo) wanted.name = "متجري";
     if (wanted.administrator.empty()) wanted.administrator = "المدير";
     const bool is_given = !wanted.password.empty();
-    if (!is_given) wanted.password = random_password();
+    if (!is_given) wanted.password = common::random_digits(6);
     std::string who_signs_in;
     make_place(wanted.folder, wanted.place, tool, [&](Connection& connection) {
         refuse_ports(wanted);

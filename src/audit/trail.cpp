@@ -1,10 +1,10 @@
 #include "audit/trail.h"
 
 #include <algorithm>
-#include <random>
 #include <set>
 #include <utility>
 
+#include "common/random.h"
 #include "common/text.h"
 #include "database/till_tables.h"
 
@@ -16,11 +16,6 @@ namespace {
 constexpr std::size_t longest_what = 400;
 constexpr std::size_t longest_name = 100;
 constexpr std::size_t most_entries = 200;  // that are written together
-
-std::int64_t new_id() {
-    static thread_local std::random_device source;
-    return std::uniform_int_distribution<std::int64_t>(1, std::int64_t{1} << 52)(source);
-}
 
 std::string fitting(std::string_view text, std::size_t width) {
     return common::cut_to_column(common::printable(text), width);
@@ -84,7 +79,11 @@ void Trail::open(std::int64_t till, const Place& place, common::Clock& clock) {
 
 void Trail::note(const Event& event, const Person& user, std::int64_t store) {
     if (!is_open() || !has_table_) return;
-    Entry entry{new_id(), clock_->now(), store, fitting(user), std::string(name_of(event.kind).stored),
+    Entry entry{common::random_id(),
+                clock_->now(),
+                store,
+                fitting(user),
+                std::string(name_of(event.kind).stored),
                 event};
     entry.moment.time.millisecond = 0;
     entry.event.what = fitting(event.what, longest_what);

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "database/next_number.h"
+#include "common/random.h"
 #include "database/till_tables.h"
 #include "database/transaction.h"
 
@@ -42,7 +42,7 @@ bool is_unfinished(Connection& connection, std::int64_t id) {
 
 void Journal::begin(const JournalEntry& entry) {
     leave();
-    id_ = drawn_id();
+    id_ = common::random_id();
     try {
         connection_.execute(
             "insert into till_save (id,stcode,cash_no,kind,title,begun,content) values (?,?,?,?,?,?,?)",

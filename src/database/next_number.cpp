@@ -1,15 +1,8 @@
 #include "database/next_number.h"
 
-#include <random>
-
 #include "database/till_tables.h"
 
 namespace database {
-
-std::int64_t drawn_id() {
-    static thread_local std::random_device source;  // opening it takes long
-    return std::uniform_int_distribution<std::int64_t>(1, std::int64_t{1} << 52)(source);
-}
 
 // A till that adds a row whose key another transaction has just added waits until that one ends; nothing of
 // the row remains. The embedded engine lets one transaction write at a time anyway. Whether the table is

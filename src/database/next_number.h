@@ -1,4 +1,4 @@
-// Numbers of rows that no key protects: the highest plus one. And ids that are drawn by chance.
+// Numbers of rows that no key protects: the highest plus one.
 #pragma once
 
 #include <cstdint>
@@ -16,8 +16,5 @@ std::int64_t next_number(Connection& connection, Fragment highest);
 void hold_numbers(Connection& connection);
 // The statements that do so, to go first in a transaction that is sent as one.
 std::vector<Command> numbers_hold(Connection& connection);
-
-// An id that tills need not agree on. It is whole in a double and on the safe side of bigint.
-std::int64_t drawn_id();
 
 }  // namespace database

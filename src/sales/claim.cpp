@@ -6,10 +6,10 @@
 #include <chrono>
 #include <cstdlib>
 #include <locale>
-#include <random>
 #include <sstream>
 #include <thread>
 
+#include "common/random.h"
 #include "database/till_tables.h"
 
 namespace sales {
@@ -30,10 +30,7 @@ constexpr milliseconds pause(25);
 // More attempts than competing tills can use up.
 constexpr int most_attempts = 100;
 
-std::int64_t random_id() {
-    static thread_local std::random_device source;  // opening it takes long
-    return std::uniform_int_distribution<std::int64_t>(1, 0x7fffffff)(source);
-}
+constexpr std::int64_t highest_claim = 0x7fffffff;  // that its column holds
 
 // A clock that was set back makes a claim one of the future.
 bool is_fresh(const Row& claim) {
@@ -185,7 +182,7 @@ Claims::Look Claims::look_at_stock(const Invoice& invoice) {
 
 std::optional<Shortage> Claims::claim(const Invoice& invoice) {
     release();  // what a lost connection left of the last save
-    if (!has_claimed_) id_ = random_id();
+    if (!has_claimed_) id_ = common::random_number(highest_claim);
     is_missing_ = false;
     goods_ = goods_taken(invoice);
     Look look = draw_number(invoice);

@@ -9,7 +9,7 @@
 #include <system_error>
 #include <utility>
 
-#include "database/next_number.h"
+#include "common/random.h"
 
 namespace sales {
 
@@ -79,7 +79,7 @@ std::vector<database::Command> leaving_the_screen(const DraftMark& mark) {
 }
 
 void Draft::open(const std::filesystem::path& file) {
-    mark_ = {database::drawn_id(), 0, 0};
+    mark_ = {common::random_id(), 0, 0};
     if (file.empty()) return;
     std::error_code ignored;
     std::string text;

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/random.h"
 #include "common/text.h"
 #include "database/choices.h"
-#include "database/next_number.h"
 #include "database/till_tables.h"
 #include "database/transaction.h"
 #include "sales/events.h"
@@ -116,7 +116,7 @@ bool HeldInvoices::hold() {
 void HeldInvoices::put_aside(KeptInvoice kept, DraftMark mark) {
     if (kept.user == session_.user_code) grant_to_others(session_, kept.invoice);
     const std::int64_t resumed = std::exchange(mark.held, 0);  // stays held
-    const std::int64_t id = resumed != 0 ? resumed : database::drawn_id();
+    const std::int64_t id = resumed != 0 ? resumed : common::random_id();
     const Invoice& invoice = kept.invoice;
     std::vector<database::Value> values = {session_.store_code,
                                            session_.cash_point,

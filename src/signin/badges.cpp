@@ -1,9 +1,8 @@
 #include "signin/badges.h"
 
-#include <random>
-
 #include "audit/hash.h"
 #include "common/numbers.h"
+#include "common/random.h"
 #include "common/text.h"
 #include "database/till_tables.h"
 
@@ -12,14 +11,6 @@ namespace signin {
 namespace {
 
 using database::Sql;
-
-std::string random_digits(std::size_t count) {
-    std::random_device source;
-    std::string digits;
-    while (digits.size() < count)
-        digits += static_cast<char>('0' + std::uniform_int_distribution<int>(0, 9)(source));
-    return digits;
-}
 
 // Slow on purpose: short numbers could be tried through.
 std::string hash_of(const std::string& salt, std::string_view digits) {
@@ -40,14 +31,14 @@ std::optional<std::string> read_badge(std::string_view typed) {
 }
 
 std::string new_badge() {
-    return random_digits(16);
+    return common::random_digits(16);
 }
 
 bool give_badge(database::Connection& connection, common::Clock& clock, std::int64_t user,
                 std::string_view digits) {
     const auto owner = badge_owner(connection, digits);
     if (owner && *owner != user) return false;
-    const std::string salt = random_digits(16);
+    const std::string salt = common::random_digits(16);
     database::Transaction transaction(connection);
     connection.execute(Sql("delete from till_badge where user_code = ") + user);
     connection.execute("insert into till_badge (user_code, salt, hash, given) values (?, ?, ?, ?)",
