@@ -9,6 +9,7 @@
 #include <system_error>
 #include <utility>
 
+#include "audit/hash.h"
 #include "common/random.h"
 
 namespace sales {
@@ -19,22 +20,20 @@ namespace {
 
 constexpr std::size_t largest_file = 64U << 20U;
 
-// The FNV-1a hash, which is the same on every machine and in every version.
-std::uint64_t hash_of(std::string_view text) {
-    std::uint64_t hash = 0xcbf29ce484222325;
-    for (const char byte : text)
-        hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001b3;
-    return hash;
+constexpr std::size_t hash_digits = 16;
+
+std::string hash_of(std::string_view text) {
+    return audit::sha256(std::string(text)).substr(0, hash_digits);
 }
 
 // A record is a line: the hash of a text, a blank and the text.
 std::string record_of(std::string_view text) {
-    return fmt::format("{:016x} {}\n", hash_of(text), text);
+    return fmt::format("{} {}\n", hash_of(text), text);
 }
 
 // Takes the first record off; nothing if it is torn.
 std::optional<KeptChange> take_record(std::string_view& records) {
-    constexpr std::size_t prefix = 17;
+    constexpr std::size_t prefix = hash_digits + 1;
     const std::size_t end = records.find('\n');
     if (end == records.npos || end < prefix) return std::nullopt;
     const std::string_view text = records.substr(prefix, end - prefix);
@@ -66,7 +65,7 @@ bool apply(KeptChange& change, KeptInvoice& known) {
 
 std::filesystem::path draft_file(const std::filesystem::path& program_folder, std::string_view shop,
                                  std::int64_t cash_point) {
-    return program_folder / fmt::format("draft-{}-{:016x}.txt", cash_point, hash_of(shop));
+    return program_folder / fmt::format("draft-{}-{}.txt", cash_point, hash_of(shop));
 }
 
 std::vector<database::Command> leaving_the_screen(const DraftMark& mark) {
