@@ -59,10 +59,7 @@ AccountStatementScreen::AccountStatementScreen(QWidget* host, const Context& con
     body()->setSpacing(px(10));
     body()->addWidget(build_choices());
     body()->addWidget(build_sums());
-    QStringList headings;
-    for (const auto heading : accounts::statement_headings)
-        headings << qt(heading);
-    table_ = new ListTable("statement_rows", headings, description);
+    table_ = new ListTable("statement_rows", text_list(accounts::statement_headings), description);
     // The balance, and the rows that hold nothing else: brought forward, and closing.
     table_->set_look([this](int row, int column) {
         const bool dated = !table_->model()->index(row, 0).data().toString().isEmpty();
@@ -184,12 +181,8 @@ void AccountStatementScreen::repaint_statement() {
     const bool shown = !logic_.rows().empty();
     std::vector<QStringList> rows;
     rows.reserve(paper_.rows.size());
-    for (const auto& cells : paper_.rows) {
-        QStringList texts;
-        for (const std::string& cell : cells)
-            texts << (texts.size() < description && !cell.empty() ? "\u200e" + qt(cell) : qt(cell));
-        rows.push_back(std::move(texts));
-    }
+    for (const auto& cells : paper_.rows)
+        rows.push_back(text_list(cells, {0, 1, 2, balance}));
     table_->show_rows(std::move(rows));
     const common::Amount sums[] = {logic_.brought_forward(), logic_.debits(), logic_.credits(),
                                    logic_.closing()};

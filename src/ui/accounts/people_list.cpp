@@ -128,8 +128,8 @@ std::vector<Person> account_customers(const Context& context) {
     guarded(context.services, "AccountCustomers", [&] {
         for (const accounts::CustomerRow& row : accounts::list_customers(context.connection)) {
             people.push_back({row.code,
-                              {"\u200e" + QString::number(row.code), qt(row.name), "\u200e" + qt(row.phone),
-                               "\u200e" + qt(common::Amount(row.balance).text())}});
+                              {figure(row.code), qt(row.name), figure(row.phone),
+                               figure(common::Amount(row.balance).text())}});
         }
     });
     return people;
@@ -173,7 +173,7 @@ std::vector<Person> tips_receivers(const Context& context) {
     std::vector<Person> people;
     guarded(context.services, "TipsReceivers", [&] {
         for (const common::Choice& receiver : accounts::load_tips_receivers(context.connection))
-            people.push_back({receiver.code, {"\u200e" + QString::number(receiver.code), qt(receiver.name)}});
+            people.push_back({receiver.code, {figure(receiver.code), qt(receiver.name)}});
     });
     return people;
 }

@@ -21,7 +21,7 @@ class ListTable;
 
 struct Person {
     std::int64_t code = 0;
-    QStringList cells;  // under the headings; figures begin with "\u200e"
+    QStringList cells;  // under the headings; figures made by figure()
 };
 
 class PeopleList : public Sheet {

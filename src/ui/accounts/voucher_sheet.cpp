@@ -353,9 +353,9 @@ bool VoucherList::list() {
     std::vector<QStringList> rows;
     rows.reserve(vouchers_.size());
     for (const accounts::VoucherEntry& entry : vouchers_) {
-        rows.push_back({"\u200e" + qt(entry.key.number), "\u200e" + qt(common::date_text(entry.key.date)),
+        rows.push_back({figure(entry.key.number), figure(common::date_text(entry.key.date)),
                         qt(entry.party_name), qt(accounts::method_name(entry.method)),
-                        "\u200e" + qt(entry.key.amount.text())});
+                        figure(entry.key.amount.text())});
     }
     table_->say_when_empty("لا توجد إيصالات في هذه المدة · غير التاريخين ثم اضغط عرض");
     table_->show_rows(std::move(rows));

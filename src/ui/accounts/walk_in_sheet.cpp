@@ -88,8 +88,7 @@ void WalkInSheet::take_focus() {
 void WalkInSheet::show_results() {
     std::vector<QStringList> rows;
     for (const accounts::WalkInCustomer& found : logic_.results()) {
-        rows.push_back({qt(found.name), "\u200e" + qt(found.phone), "\u200e" + qt(found.mail),
-                        "\u200e" + QString::number(found.code)});
+        rows.push_back({qt(found.name), figure(found.phone), figure(found.mail), figure(found.code)});
     }
     results_->say_when_empty("لا يوجد عميل بهذه البيانات · أكمل بياناته لتسجيله عميلا جديدا");
     results_->show_rows(std::move(rows));

@@ -146,8 +146,8 @@ void CashPanel::show_state() {
     show_discounts();
     QString note = qt(count ? cash::message::day_counted : cash::message::day_not_counted);
     if (count && count->at) {
-        if (count->at->date != logic_.day()) note += " .. \u200e" + qt(common::date_text(count->at->date));
-        note += qt(cash::message::counted_at) + "\u200e" + qt(common::twelve_hour_text(count->at->time));
+        if (count->at->date != logic_.day()) note += " .. " + figure(common::date_text(count->at->date));
+        note += qt(cash::message::counted_at) + figure(common::twelve_hour_text(count->at->time));
     }
     note_->setText(note);
     show_difference();

@@ -32,7 +32,7 @@ CountSheet::CountSheet(QWidget* host, const Context& context, cash::HandOver& lo
     body()->addLayout(halves);
     causes_caption_ = label({}, "side", "count_causes_caption");
     body()->addWidget(causes_caption_);
-    causes_ = new ListTable("count_causes", {"السبب المحتمل", "رقم", "الوقت", "الطرف", "المبلغ"}, 0);
+    causes_ = new ListTable("count_causes", FigureRowsSheet::headings("السبب المحتمل"), 0);
     causes_->setFixedHeight(px(150));
     connect(causes_, &ListTable::row_taken, this, &CountSheet::open_cause);
     body()->addWidget(causes_);
@@ -174,9 +174,8 @@ void CountSheet::show_causes() {
     if (!differs) return;
     std::vector<QStringList> rows;
     for (const cash::Cause& cause : logic_.causes()) {
-        const cash::FigureRow& row = logic_.movements().rows(cause.figure).rows[cause.row];
-        rows.push_back({qt(cause.text), "\u200e" + qt(row.number), "\u200e" + qt(row.moment), qt(row.party),
-                        "\u200e" + qt(common::format_amount(row.amount))});
+        rows.push_back(
+            FigureRowsSheet::cells(cause.text, logic_.movements().rows(cause.figure).rows[cause.row]));
     }
     causes_->show_rows(std::move(rows));
 }

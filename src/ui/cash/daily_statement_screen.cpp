@@ -46,10 +46,7 @@ DailyStatementScreen::DailyStatementScreen(QWidget* host, const Context& context
     body()->addWidget(summary_);
     body()->addWidget(build_journal_bar());
     body()->addWidget(note_);
-    QStringList headings;
-    for (const auto heading : cash::journal_headings)
-        headings << qt(heading);
-    journal_ = new ListTable("journal", headings, 4);
+    journal_ = new ListTable("journal", text_list(cash::journal_headings), 4);
     // A long note must not take the room of other columns.
     journal_->horizontalHeader()->setSectionResizeMode(7, QHeaderView::Stretch);
     journal_->setMinimumHeight(px(84));  // one line below the headings
@@ -245,15 +242,8 @@ void DailyStatementScreen::show_figures() {
 void DailyStatementScreen::show_journal() {
     std::vector<QStringList> rows;
     rows.reserve(logic_.journal().size());
-    for (const cash::JournalRow& row : logic_.journal()) {
-        QStringList texts;
-        for (const std::string& cell : row.cells())
-            texts << qt(cell);
-        // Figures and moments stand left to right.
-        for (const int column : {0, 2, 5, 6})
-            texts[column].prepend("\u200e");
-        rows.push_back(std::move(texts));
-    }
+    for (const cash::JournalRow& row : logic_.journal())
+        rows.push_back(text_list(row.cells(), {0, 2, 5, 6}));
     journal_->say_when_empty(logic_.filter() == cash::JournalFilter::all
                                  ? "لا توجد فواتير في هذا اليوم · اختار يوما آخر أو خزينة أخرى"
                                  : "لا توجد فواتير من هذا النوع في هذا اليوم · اختر الكل");
@@ -325,19 +315,26 @@ void DailyStatementScreen::resizeEvent(QResizeEvent* event) {
     card()->setFixedSize(std::min(width() - px(24), px(1500)), std::min(height() - px(24), px(900)));
 }
 
+QStringList FigureRowsSheet::headings(const QString& what) {
+    return {what, "رقم", "الوقت", "الطرف", "المبلغ"};
+}
+
+QStringList FigureRowsSheet::cells(std::string_view what, const cash::FigureRow& row) {
+    return {qt(what), figure(row.number), figure(row.moment), qt(row.party),
+            figure(common::format_amount(row.amount))};
+}
+
 FigureRowsSheet::FigureRowsSheet(QWidget* host, const QString& caption, const cash::FigureRows& rows,
                                  int chosen)
     : Sheet(host, caption) {
     setObjectName("figure_rows");
     set_card_width(820);
-    table_ = new ListTable("figure_rows_table", {"البيان", "رقم", "الوقت", "الطرف", "المبلغ"}, 3);
+    table_ = new ListTable("figure_rows_table", headings("البيان"), 3);
     table_->setFixedHeight(px(420));
     std::vector<QStringList> texts;
     texts.reserve(rows.rows.size());
-    for (const cash::FigureRow& row : rows.rows) {
-        texts.push_back({qt(row.kind), qt(row.number), "\u200e" + qt(row.moment), qt(row.party),
-                         "\u200e" + qt(common::format_amount(row.amount))});
-    }
+    for (const cash::FigureRow& row : rows.rows)
+        texts.push_back(cells(row.kind, row));
     table_->say_when_empty("لا توجد حركات في هذا البند");
     table_->show_rows(std::move(texts));
     table_->choose_row(chosen);

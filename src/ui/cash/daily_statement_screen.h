@@ -85,6 +85,9 @@ class FigureRowsSheet : public Sheet {
   public:
     // `caption` is the figure's heading, `chosen` the row that the cursor is on.
     FigureRowsSheet(QWidget* host, const QString& caption, const cash::FigureRows& rows, int chosen = 0);
+    // What any list shows of such a row, below `what`.
+    static QStringList headings(const QString& what);
+    static QStringList cells(std::string_view what, const cash::FigureRow& row);
 
   protected:
     void take_focus() override;

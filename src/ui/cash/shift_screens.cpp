@@ -235,10 +235,7 @@ QWidget* ShiftSide::build_shifts() {
     connect(users_, &QComboBox::activated, this,
             [this] { guarded(context_.services, "Shifts", [this] { show_shifts(); }); });
     column->addWidget(captioned("المستخ&دم", users_));
-    QStringList headings;
-    for (const auto heading : sales::shift_headings)
-        headings << qt(heading);
-    shifts_ = new ListTable("shift_list", headings, 2);
+    shifts_ = new ListTable("shift_list", text_list(sales::shift_headings), 2);
     column->addWidget(shifts_, 1);
     auto* row = new QHBoxLayout;
     row->setSpacing(px(10));
@@ -259,8 +256,8 @@ void ShiftSide::show_shifts() {
     std::vector<QStringList> rows;
     for (auto shift = desk_.shifts().rbegin(); shift != desk_.shifts().rend(); ++shift) {
         if (!all && !sold.contains(shift->number)) continue;
-        rows.push_back({QString::number(shift->number), "\u200e" + qt(shift->start),
-                        shift->end.empty() ? QString("مفتوحة") : "\u200e" + qt(shift->end)});
+        rows.push_back({QString::number(shift->number), figure(shift->start),
+                        shift->end.empty() ? QString("مفتوحة") : figure(shift->end)});
     }
     shifts_->show_rows(std::move(rows));
 }

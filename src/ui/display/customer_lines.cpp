@@ -30,7 +30,7 @@ void CustomerLines::show_lines(const sales::Invoice& invoice) {
         lines_.push_back({qt(line.name),
                           "\u200f" + qt(common::format_quantity(line.quantity)) + " " + qt(line.unit_name) +
                               " × " + qt(common::format_amount(line.price)),
-                          "\u200e" + qt(line.total().text())});
+                          figure(line.total().text())});
     }
     // For who reads the screen instead of seeing it, and for plays.
     setAccessibleName(QString::number(lines_.size()));

@@ -13,6 +13,7 @@
 #include "ui/widgets/fields.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
 
 namespace ui {
 
@@ -146,7 +147,7 @@ void HelpScreen::search() {
     const bool nothing = words_->text().trimmed().isEmpty();
     count_->setText(nothing    ? QString()
                     : all == 0 ? QString("لا يوجد ما يطابق البحث")
-                               : "عدد النتائج \u200e" + QString::number(all));
+                               : "عدد النتائج " + figure(all));
     // Always from where the search began; otherwise each further letter would skip a match.
     if (all == 0) {
         page_->mark({}, match_);

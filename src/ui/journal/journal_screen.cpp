@@ -20,30 +20,15 @@ namespace ui {
 namespace {
 
 constexpr int what_column = 3;
-constexpr int figures_of_events[] = {0, 4, 5, 6, 8};
-constexpr int figures_of_totals[] = {2, 3};
+constexpr std::initializer_list<int> figures_of_events = {0, 4, 5, 6, 8};
+constexpr std::initializer_list<int> figures_of_totals = {2, 3};
 
-template <std::size_t count>
-QStringList headings_of(const std::array<std::string_view, count>& headings) {
-    QStringList texts;
-    for (const auto heading : headings)
-        texts << qt(heading);
-    return texts;
-}
-
-// Figures and moments stand left to right.
-template <typename Rows, std::size_t count>
-std::vector<QStringList> texts_of(const Rows& rows, const int (&figures)[count]) {
+template <typename Rows>
+std::vector<QStringList> texts_of(const Rows& rows, std::initializer_list<int> figures) {
     std::vector<QStringList> texts;
     texts.reserve(rows.size());
-    for (const auto& row : rows) {
-        QStringList cells;
-        for (const std::string& cell : row.cells())
-            cells << qt(cell);
-        for (const int column : figures)
-            cells[column].prepend("\u200e");
-        texts.push_back(std::move(cells));
-    }
+    for (const auto& row : rows)
+        texts.push_back(text_list(row.cells(), figures));
     return texts;
 }
 
@@ -55,9 +40,9 @@ JournalScreen::JournalScreen(QWidget* host, const Context& context)
     body()->setContentsMargins(px(22), px(14), px(22), px(16));
     body()->setSpacing(px(10));
     body()->addWidget(build_choices());
-    events_ = new ListTable("journal_events", headings_of(audit::event_headings), what_column);
+    events_ = new ListTable("journal_events", text_list(audit::event_headings), what_column);
     events_->say_when_empty("لا توجد أحداث في هذه المدة · اختر مدة أخرى أو الكل");
-    totals_ = new ListTable("journal_totals", headings_of(audit::total_headings), 1);
+    totals_ = new ListTable("journal_totals", text_list(audit::total_headings), 1);
     totals_->say_when_empty("لا توجد أحداث في هذه المدة · اختر مدة أخرى أو الكل");
     totals_->hide();
     for (ListTable* table : {events_, totals_}) {

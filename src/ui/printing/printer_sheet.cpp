@@ -29,6 +29,7 @@
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
+#include "ui/widgets/key_queue.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
@@ -52,7 +53,7 @@ QString state_of(common::PortFault fault) {
 
 QString port_name(const std::string& port) {
     const bool text_port = printing::PrinterChoice{port}.is_text_port();
-    return text_port ? "\u200e" + qt(port) : QString("طابعة النظام");
+    return text_port ? figure(port) : QString("طابعة النظام");
 }
 
 }  // namespace
@@ -147,7 +148,7 @@ void PrinterSheet::show_ports() {
     int in_use = 0;
     for (const printing::PortOffer& offer : offers_) {
         if (common::port_path(offer.port) == common::port_path(port)) in_use = static_cast<int>(rows.size());
-        const QString device = offer.device == offer.port ? QString() : "\u200e" + qt(offer.device);
+        const QString device = offer.device == offer.port ? QString() : figure(offer.device);
         rows.push_back({port_name(offer.port), device, state_of(offer.fault)});
     }
     for (ListTable* table : {wide_, narrow_})
@@ -312,7 +313,7 @@ void PaperSheet::take_focus() {
 }
 
 void PaperSheet::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (is_enter(event->key())) {
         leave(0);
         event->accept();
         return;

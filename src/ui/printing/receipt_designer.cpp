@@ -194,9 +194,9 @@ void ReceiptDesignerSheet::follow_changes() {
 void ReceiptDesignerSheet::show_logo() {
     const QString name = chosen_name_.isEmpty() ? qt(logic_.design.logo) : chosen_name_;
     if (logic_.misses_logo())
-        logo_->setText("\u200e" + name + "\u200f (ليس على هذا الجهاز)");
+        logo_->setText(figure(name) + "\u200f (ليس على هذا الجهاز)");
     else
-        logo_->setText(logic_.logo().empty() ? QString("بدون شعار") : "\u200e" + name);
+        logo_->setText(logic_.logo().empty() ? QString("بدون شعار") : figure(name));
 }
 
 std::optional<common::Refusal> ReceiptDesignerSheet::read() {

@@ -44,13 +44,13 @@ void ChangeCard::show_state(const sales::SalesDesk& desk) {
         last && !last->is_over && desk.invoice().lines.empty() && sales::moves_cash(last->invoice.payment);
     if (shown) {
         const bool is_return = last->invoice.is_return();
-        const common::Amount figure = is_return ? last->payment.paid : last->payment.change;
+        const common::Amount amount = is_return ? last->payment.paid : last->payment.change;
         caption_->setText(is_return ? "يرد للعميل" : "الباقي");
         receipt_->setText("بون رقم " + QString::number(last->invoice.number));
-        net_->setText("الصافي \u200e" + qt(last->invoice.net().text()));
-        paid_->setText("المدفوع \u200e" + qt(last->payment.paid.text()));
-        set_state(this, "short", figure < common::Amount());
-        show_fitted(figure_, qt(figure.text()), figure_size);
+        net_->setText("الصافي " + figure(last->invoice.net().text()));
+        paid_->setText("المدفوع " + figure(last->payment.paid.text()));
+        set_state(this, "short", amount < common::Amount());
+        show_fitted(figure_, qt(amount.text()), figure_size);
     }
     setVisible(shown);
 }

@@ -18,7 +18,7 @@ namespace {
 
 QString time_of(const common::Moment& moment, const common::Date& today) {
     const QString time = qt(common::twelve_hour_text(moment.time));
-    return "\u200e" + (moment.date == today ? time : qt(common::date_text(moment.date)) + " " + time);
+    return figure(moment.date == today ? time : qt(common::date_text(moment.date)) + " " + time);
 }
 
 }  // namespace
@@ -76,9 +76,9 @@ void HeldSheet::read() {
         } catch (const std::exception&) {
             // Resuming it will say that it cannot be read.
         }
-        rows.push_back({time_of(held.moment, today), qt(held.customer), kind, "\u200e" + qt(held.net.text()),
-                        "\u200e" + QString::number(held.line_count),
-                        qt(desk_.held().drawer_name(held.drawer)), qt(held.user_name)});
+        rows.push_back({time_of(held.moment, today), qt(held.customer), kind, figure(held.net.text()),
+                        figure(held.line_count), qt(desk_.held().drawer_name(held.drawer)),
+                        qt(held.user_name)});
     }
     table_->show_rows(std::move(rows));
     show_details();

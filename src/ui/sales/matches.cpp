@@ -78,19 +78,6 @@ class UnitCells : public QStyledItemDelegate {
     std::function<bool(int row, int unit)> is_chosen_;
 };
 
-QString figure(const std::string& text) {
-    return "\u200e" + qt(text);
-}
-
-bool is_printable(const QKeyEvent& key) {
-    return !key.text().isEmpty() && key.text().front().isPrint() &&
-           !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
-}
-
-bool is_enter(const QKeyEvent& key) {
-    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
-}
-
 }  // namespace
 
 Matches::Matches(QWidget* window, sales::SalesDesk& desk, const Context& context)
@@ -292,14 +279,14 @@ void Matches::note_time(const QKeyEvent& key) {
     const quint64 gap = key.timestamp() - last_key_;
     const bool close = gap <= KeyQueue::burst_ms;
     last_key_ = key.timestamp();
-    if (is_enter(key))
+    if (is_enter(key.key()))
         enter_ends_burst_ = close && burst_ >= KeyQueue::shortest_scan;
     else
         burst_ = close ? burst_ + 1 : 1;
 }
 
 bool Matches::take_key(const QKeyEvent& key) {
-    if (is_printable(key) || is_enter(key)) note_time(key);
+    if (is_printable(key.text(), key.modifiers()) || is_enter(key.key())) note_time(key);
     if (field_ == nullptr || (!isVisible() && !pause_.is_waiting())) return false;
     const int code = key.key();
     const bool next_unit = code == Qt::Key_U && key.modifiers() == Qt::ControlModifier;
@@ -319,7 +306,7 @@ bool Matches::take_key(const QKeyEvent& key) {
         choose_next_unit(1);
     } else if (has_chosen_ && (code == Qt::Key_Left || code == Qt::Key_Right)) {
         choose_next_unit(code == Qt::Key_Left ? 1 : -1);
-    } else if (has_chosen_ && is_enter(key)) {
+    } else if (has_chosen_ && is_enter(key.key())) {
         take(row, unit_);
     } else {
         return false;

@@ -8,14 +8,6 @@
 
 namespace ui {
 
-namespace {
-
-QString figure(const std::string& text) {
-    return "\u200e" + qt(text);
-}
-
-}  // namespace
-
 PaymentLines::PaymentLines(const sales::Invoice& invoice)
     : ListTable("payment_lines", {"اسم الصنف", "وحدة", "كمية", "اجمالي"}, 0) {
     std::vector<QStringList> rows;

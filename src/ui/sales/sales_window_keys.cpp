@@ -12,6 +12,7 @@
 #include "ui/sales/sales_window.h"
 #include "ui/sales/tiles_panel.h"
 #include "ui/sales/totals_panel.h"
+#include "ui/widgets/key_queue.h"
 #include "ui/widgets/sheet.h"
 
 namespace ui {
@@ -96,9 +97,7 @@ bool SalesWindow::eventFilter(QObject* watched, QEvent* event) {
 // into the entry field. Enter is not passed on, because a field takes it and lets it through.
 void SalesWindow::keyPressEvent(QKeyEvent* event) {
     QWidget* entry = entry_bar_->field();
-    const bool with_text = !event->text().isEmpty() && event->text().front().isPrint() &&
-                           !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
-    const bool typed = with_text || event->key() == Qt::Key_Backspace;
+    const bool typed = is_printable(event->text(), event->modifiers()) || event->key() == Qt::Key_Backspace;
     if (!typed || Sheet::top_of(this) != nullptr || entry->hasFocus()) {
         QWidget::keyPressEvent(event);
         return;

@@ -35,10 +35,6 @@ std::string chosen_filter(const QComboBox* list) {
     return at < 0 ? utf8(typed) : std::to_string(list->itemData(at).toLongLong());
 }
 
-QString figure(const std::string& text) {
-    return "\u200e" + qt(text);
-}
-
 QString price(double amount) {
     return figure(common::format_amount(amount));
 }
@@ -99,9 +95,7 @@ void SearchPanel::build_filters() {
 }
 
 void SearchPanel::build_table(bool narrow) {
-    QStringList headings;
-    for (const auto heading : sales::search_headings)
-        headings << qt(heading);
+    QStringList headings = text_list(sales::search_headings);
     headings << "عبوة"
              << "كرتونة";
     table_ = new ListTable("search_results", headings, 1);
@@ -171,7 +165,7 @@ void SearchPanel::search_now() {
                                                : qt(refusal));
     table_->show_rows(std::move(rows));
     show_units(table_->current_row());
-    count_->setText(filters.empty() ? QString() : "عدد الأصناف \u200e" + QString::number(found_.count));
+    count_->setText(filters.empty() ? QString() : "عدد الأصناف " + figure(found_.count));
 }
 
 const sales::FoundItem* SearchPanel::item_at(int row) const {

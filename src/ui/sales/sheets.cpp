@@ -43,10 +43,9 @@ ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesDesk& desk, const Contex
     std::vector<QStringList> texts;
     for (const sales::ReceiptRow& row : rows_) {
         (row.identity.key.is_sale() ? sold : returned) += row.net;
-        texts.push_back({"\u200e" + QString::number(row.identity.key.number),
-                         "\u200e" + qt(common::twelve_hour_text(row.identity.time)),
+        texts.push_back({figure(row.identity.key.number), figure(common::twelve_hour_text(row.identity.time)),
                          kind_text(row.identity.key), qt(sales::payment_caption(row.payment)),
-                         "\u200e" + qt(row.net.text())});
+                         figure(row.net.text())});
     }
     auto* sums = label(rows_.empty() ? QString("لم يحفظ هذا الدرج أي بون اليوم")
                                      : QString("عدد البونات %1 · مبيعات \u200e%2 · مرتجعات \u200e%3")

@@ -17,6 +17,7 @@
 #include "ui/sales/tile_sheets.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
+#include "ui/widgets/key_queue.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -55,7 +56,7 @@ class TileButton : public GridButton {
     TileButton(std::size_t at, const sales::Tile& tile, QWidget* panel)
         : GridButton({}, panel), colour_(tile_colour(tile.colour)) {
         setObjectName("tile_" + QString::number(at + 1));
-        if (tile.price) price_ = "\u200e" + qt(common::format_amount(*tile.price));
+        if (tile.price) price_ = figure(common::format_amount(*tile.price));
         if (tile.unit != 1) price_ = qt(sales::unit_name(tile.unit)) + "  " + price_;
         setEnabled(tile.price.has_value());
         setAccessibleName(qt(tile.name));
@@ -237,10 +238,8 @@ void TilesPanel::show_tiles() {
 
 void TilesPanel::choose_page(std::size_t page) {
     if (editing_ && page == page_) return edit_page(false);
-    const bool was_editing = editing_;
     read();
     page_ = std::min(page, pages_.empty() ? 0 : pages_.size() - 1);
-    editing_ = was_editing;
     show_pages();
     focus_tile(0);
 }
@@ -350,7 +349,7 @@ void TilesPanel::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Down) to = at < 0 ? 0 : at + columns_;
     if (event->key() == Qt::Key_Up && at >= columns_) to = at - columns_;
     auto* button = qobject_cast<QPushButton*>(focusWidget());
-    if (button != nullptr && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+    if (button != nullptr && is_enter(event->key())) {
         button->click();
     } else if (to >= 0 && to < static_cast<int>(tiles_.size()) && (at >= 0 || event->key() == Qt::Key_Down)) {
         focus_tile(to);

@@ -198,7 +198,7 @@ void TotalsPanel::show_state(const sales::SalesDesk& desk) {
     }
     if (const auto& last = desk.last_receipt()) {
         last_number_->setText("آخر بون " + QString::number(last->invoice.number));
-        last_change_->setText("الباقي \u200e" + qt(last->payment.change.text()));
+        last_change_->setText("الباقي " + figure(last->payment.change.text()));
     }
 }
 

@@ -45,8 +45,7 @@ LineSourceDialog::LineSourceDialog(QWidget* host, const Context& context, sales:
     title->setWordWrap(true);
     body()->addWidget(title);
     auto* needed = label(
-        QString("المطلوب \u200e%1 %2").arg(qt(common::format_quantity(item_.quantity)), qt(item_.unit_name)),
-        "side");
+        "المطلوب " + figure(common::format_quantity(item_.quantity)) + " " + qt(item_.unit_name), "side");
     needed->setObjectName("source_needed");
     body()->addWidget(needed);
 
@@ -111,10 +110,10 @@ void LineSourceDialog::show_stores(int unit) {
     }
     std::vector<QStringList> rows;
     for (const stock::StoreHolding& store : logic_.stores()) {
-        rows.push_back({"\u200e" + QString::number(store.store), qt(store.name),
+        rows.push_back({figure(store.store), qt(store.name),
                         store.store == desk_.invoice().store
                             ? QString("مخزن البيع")
-                            : "\u200e" + qt(common::format_quantity(store.quantity / factor))});
+                            : figure(common::format_quantity(store.quantity / factor))});
     }
     table_->show_rows(std::move(rows));
     table_->choose_row(cursor);

@@ -81,8 +81,7 @@ void OffersSheet::read() {
     guarded(context_.services, "ListOffers", [&] { offers_ = stock::list_offers(context_.connection); });
     std::vector<QStringList> rows;
     for (const stock::OfferRow& offer : offers_)
-        rows.push_back({"\u200e" + QString::number(offer.number), qt(offer.customer),
-                        "\u200e" + qt(common::date_text(offer.date))});
+        rows.push_back({figure(offer.number), qt(offer.customer), figure(common::date_text(offer.date))});
     table_->say_when_empty(offers_.empty() ? "لا توجد عروض أسعار · يحفظ البون كعرض سعر بالمفتاحين Ctrl S"
                                            : "لا يوجد عرض سعر بهذه البيانات");
     table_->show_rows(std::move(rows));

@@ -82,7 +82,7 @@ class ChoiceModel : public QAbstractTableModel {
         const common::Choice& choice = choices_[static_cast<std::size_t>(index.row())];
         if (role == Qt::UserRole) return QVariant::fromValue<qlonglong>(choice.code);
         if (role != Qt::DisplayRole && role != Qt::EditRole) return {};
-        return index.column() == code_column ? "\u200e" + QString::number(choice.code) : qt(choice.name);
+        return index.column() == code_column ? figure(choice.code) : qt(choice.name);
     }
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
         if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};

@@ -66,11 +66,6 @@ int on_other_layout(int key) {
 
 }  // namespace
 
-bool KeyQueue::Key::printable() const {
-    return !text.isEmpty() && text.front().isPrint() &&
-           !(modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
-}
-
 // Returns true for a key that makes a screen act without moving the focus first: a function key, a key with
 // Alt, a key with Ctrl unless it edits text.
 bool KeyQueue::Key::acts() const {

@@ -23,6 +23,15 @@ inline constexpr auto keys_held = "held";
 // later.
 inline constexpr auto keys_no_scans = "no scans";
 
+// Whether a key types a character.
+inline bool is_printable(const QString& text, Qt::KeyboardModifiers modifiers) {
+    return !text.isEmpty() && text.front().isPrint() &&
+           !(modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+}
+inline bool is_enter(int key) {
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 class KeyQueue : public QObject {
     Q_OBJECT
   public:
@@ -65,8 +74,8 @@ class KeyQueue : public QObject {
         QString text;
         bool repeated;
         quint64 time;
-        bool printable() const;
-        bool is_enter() const { return key == Qt::Key_Return || key == Qt::Key_Enter; }
+        bool printable() const { return is_printable(text, modifiers); }
+        bool is_enter() const { return ui::is_enter(key); }
         bool leads_to_button() const;
         bool acts() const;
     };

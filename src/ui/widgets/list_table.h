@@ -18,8 +18,7 @@ class ListTable : public QTableView {
   public:
     // Column `stretch` takes the width that the others leave.
     ListTable(const QString& name, const QStringList& headings, int stretch, QWidget* parent = nullptr);
-    // Replaces the rows and shows them all, the first one chosen. A cell that begins with "\u200e" is a
-    // figure.
+    // Replaces the rows and shows them all, the first one chosen. Cells made by `figure` are figures.
     void show_rows(std::vector<QStringList> rows);
     // Shows the rows that `fits` is true for, the first one chosen. Columns keep their widths.
     void narrow(const std::function<bool(int row)>& fits);

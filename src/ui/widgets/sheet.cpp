@@ -153,7 +153,7 @@ void Sheet::take_focus() {
 void Sheet::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) {
         escape();
-    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    } else if (is_enter(event->key())) {
         // A focused button presses itself. If the focus is on one here, Enter in a field has just moved it
         // there.
         if (qobject_cast<QPushButton*>(focusWidget()) == nullptr) enter();

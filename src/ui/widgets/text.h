@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -15,6 +17,29 @@ inline QString qt(std::string_view text) {
 }
 inline std::string utf8(const QString& text) {
     return text.toStdString();
+}
+
+// A figure, a code or a moment among Arabic words: its characters run left to right, so a minus stands left
+// of its number. In a ListTable such a cell is set as a figure. Nothing stays nothing.
+inline QString figure(const QString& text) {
+    return text.isEmpty() ? text : "\u200e" + text;
+}
+inline QString figure(const std::string& text) {
+    return figure(qt(text));
+}
+inline QString figure(qlonglong number) {
+    return figure(QString::number(number));
+}
+
+// The headings of a table, or the cells of one of its rows; those in the columns `figures` are figures.
+template <typename Texts>
+QStringList text_list(const Texts& texts, std::initializer_list<int> figures = {}) {
+    QStringList list;
+    for (const auto& text : texts)
+        list << qt(text);
+    for (const int column : figures)
+        list[column] = figure(list[column]);
+    return list;
 }
 
 namespace message {
