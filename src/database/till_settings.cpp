@@ -123,6 +123,10 @@ constexpr TillSetting settings[] = {
      "the notes and coins of the currency: those that the payment offers by one key, and those by which a "
      "drawer is counted. Tills notice a change at their next start",
      "up to 12 values, blanks between them: 200 100 50 20 10 5 1 0.50 0.25", read_values},
+    {setting::office_read_only,
+     "another program keeps the items, stock and lists of this shop: the office shows them and changes "
+     "nothing (unset: no)",
+     yes_or_no, read_yes_or_no},
 };
 
 }  // namespace

@@ -40,6 +40,8 @@ inline constexpr std::string_view screen_greeting = "screen_greeting";
 inline constexpr std::string_view blind_count = "blind_count";
 // The notes and coins that are paid with and counted.
 inline constexpr std::string_view denominations = "denominations";
+// "yes" if another program keeps the shop's tables, so that the office shows them and changes nothing.
+inline constexpr std::string_view office_read_only = "office_read_only";
 }  // namespace setting
 
 // What the shop keeper is told of a setting, and how its value is read.

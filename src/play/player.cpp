@@ -10,6 +10,7 @@
 #include "backup/automatic.h"
 #include "common/text.h"
 #include "database/sqlserver/open.h"
+#include "office/office.h"
 #include "play/screen_reader.h"
 #include "startup/connection_file.h"
 #include "startup/shop_files.h"
@@ -164,7 +165,7 @@ void Player::finish(int code) {
     QApplication::exit(code);
 }
 
-void Player::start_till() {
+void Player::start_program() {
     running_ = true;
     QTimer::singleShot(0, this, [this] {
         ui::ScreenPrompts prompts;
@@ -173,6 +174,7 @@ void Player::start_till() {
         ui::ServerLink link(keys_, clock_);
         startup::Environment environment;
         environment.command_line = cash_point_;
+        environment.is_office = in_office_;
         environment.program_folder = shop_.folder();
         environment.working_folder = shop_.folder();
         environment.open = [this, &link](const std::string& text, const std::filesystem::path& folder) {
@@ -187,10 +189,7 @@ void Player::start_till() {
             return made;
         };
         environment.get_ip = [](std::string_view) { return std::string("Not Found"); };
-        const auto show = [this](QWidget& window) {
-            window.resize(screen_);
-            window.show();
-        };
+        const auto show = [this](QWidget& window) { show_window(window); };
         environment.show_copying = [show](const startup::Environment::Copying& copying) {
             ui::show_copying(copying, show);
         };
@@ -198,28 +197,50 @@ void Player::start_till() {
                                              const std::function<bool()>& attempt) {
             return ui::wait_for_server(server, attempt, show);
         };
-        ui::Training training(environment, services, keys_, show);
-        const auto train = [&](const std::function<void()>& ready) {
-            PlayConnection* const of_shop = connection_;
-            training.run(startup::cash_point_of(cash_point_), ready);
-            connection_ = of_shop;
-        };
-        if (std::exchange(in_training_, false)) train([] {});
-        startup::StartUp start_up(environment, services);
-        ui::Till till(
-            services, keys_, link,
-            [this] {
-                start_again_ = true;
-                return true;
-            },
-            [this] { backup::back_up_to_folders(rows(), shop_.file(), clock_.now()); }, show, train);
-        start_up.run([&](database::Connection& connection, signin::Session& session) {
-            till.run(connection, session);
-        });
+        if (in_office_)
+            run_office(environment, services, link);
+        else
+            run_till(environment, services, link);
         connection_ = nullptr;
         running_ = false;
-        if (std::exchange(start_again_, false)) start_till();
+        if (std::exchange(start_again_, false)) start_program();
     });
+}
+
+void Player::show_window(QWidget& window) {
+    window.resize(screen_);
+    window.show();
+}
+
+void Player::back_up() {
+    backup::back_up_to_folders(rows(), shop_.file(), clock_.now());
+}
+
+void Player::run_till(const startup::Environment& environment, const common::Services& services,
+                      ui::ServerLink& link) {
+    const auto show = [this](QWidget& window) { show_window(window); };
+    ui::Training training(environment, services, keys_, show);
+    const auto train = [&](const std::function<void()>& ready) {
+        PlayConnection* const of_shop = connection_;
+        training.run(startup::cash_point_of(cash_point_), ready);
+        connection_ = of_shop;
+    };
+    if (std::exchange(in_training_, false)) train([] {});
+    startup::StartUp start_up(environment, services);
+    ui::Till till(
+        services, keys_, link, [this] { return start_again_ = true; }, [this] { back_up(); }, show, train);
+    start_up.run(
+        [&](database::Connection& connection, signin::Session& session) { till.run(connection, session); });
+}
+
+void Player::run_office(const startup::Environment& environment, const common::Services& services,
+                        ui::ServerLink& link) {
+    startup::StartUp(environment, services)
+        .run([&](database::Connection& connection, signin::Session& session) {
+            office::run(connection, session,
+                        {services, keys_, link, [] { return false; }, [this] { back_up(); },
+                         [this](QWidget& window) { show_window(window); }});
+        });
 }
 
 database::Connection& Player::rows() {

@@ -17,7 +17,12 @@
 #include "play/input_driver.h"
 #include "play/play_shop.h"
 #include "play/script.h"
+#include "startup/start_up.h"
 #include "ui/widgets/key_queue.h"
+
+namespace ui {
+class ServerLink;
+}
 
 namespace play {
 
@@ -55,7 +60,13 @@ class Player : public QObject {
     Progress take(const Step& step);
     void finish(int code);
     bool read_cash_point(const Step& step);
-    void start_till();
+    void start_program();
+    void show_window(QWidget& window);
+    void back_up();
+    void run_till(const startup::Environment& environment, const common::Services& services,
+                  ui::ServerLink& link);
+    void run_office(const startup::Environment& environment, const common::Services& services,
+                    ui::ServerLink& link);
     bool is_settled() const;
 
     // player_steps.cpp
@@ -142,6 +153,7 @@ class Player : public QObject {
     std::string cash_point_ = "1";  // the command line of the till
     std::string remembered_;        // fingerprints
     bool in_training_ = false;      // at the next start
+    bool in_office_ = false;        // the program is the office
     bool running_ = false;
     bool start_again_ = false;
     int code_ = 0;

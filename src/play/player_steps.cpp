@@ -19,6 +19,7 @@
 
 #include "common/date_time.h"
 #include "common/text.h"
+#include "office/office_window.h"
 #include "play/inspection.h"
 #include "play/player.h"
 #include "play/receipt_reading.h"
@@ -159,7 +160,7 @@ Progress Player::do_sql(const Step& step) {
     return Progress::ok();
 }
 
-// start | start as cash point N
+// start | start office | start as cash point N
 bool Player::read_cash_point(const Step& step) {
     const auto said = words(step.rest);
     if (said.empty()) return true;
@@ -171,8 +172,10 @@ bool Player::read_cash_point(const Step& step) {
 Progress Player::do_start(const Step& step) {
     if (running_) return Progress::wait("the program is still running");
     in_training_ = step.rest == "training";
-    if (!in_training_ && !read_cash_point(step)) return Progress::fail("it reads: start as cash point 2");
-    start_till();
+    in_office_ = step.rest == "office";
+    if (!in_training_ && !in_office_ && !read_cash_point(step))
+        return Progress::fail("it reads: start as cash point 2");
+    start_program();
     return Progress::ok();
 }
 
@@ -194,13 +197,17 @@ std::string Player::fingerprints() {
 }
 
 Progress Player::do_restart(const Step&) {
+    if (auto* office = qobject_cast<office::OfficeWindow*>(find_widget("office_window")); office != nullptr) {
+        emit office->finished();
+        return Progress::wait("the program is ending");
+    }
     auto* sales = qobject_cast<ui::SalesWindow*>(find_widget("Form31"));
     if (sales != nullptr) {
         emit sales->finished(false);
         return Progress::wait("the program is ending");
     }
     if (running_) return Progress::wait("the program is ending");
-    start_till();
+    start_program();
     return Progress::ok();
 }
 

@@ -18,6 +18,10 @@ inline constexpr std::string_view no_such_badge = "البطاقة غير معر�
 inline constexpr std::string_view no_supervisor = "لا يوجد مستخدم آخر له هذا الحق";
 inline constexpr std::string_view wrong_approval = "كلمة سر أو بطاقة غير صحيحة لموافقة ";
 inline constexpr std::string_view wrong_data = "بيانات غير صحيحة";  // the data are not correct
+// In the office: the user has none of its rights; another program keeps the shop's tables.
+inline constexpr std::string_view no_office_right = "هذا المستخدم ليس له حق في برنامج المكتب";
+inline constexpr std::string_view read_only =
+    "بيانات هذا المحل يسجلها برنامج آخر، وبرنامج المكتب هنا للعرض فقط";
 inline constexpr std::string_view wrong_old_password =
     "كلمة السر القديم غير صحيحة";  // old password not correct
 // The new password is too long.

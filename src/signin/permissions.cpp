@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/text.h"
+#include "signin/messages.h"
 
 namespace signin {
 
@@ -23,6 +24,13 @@ constexpr Permission permissions[] = {
     {Action::discount_above_ceiling, 301, "discount_above_ceiling",
      "give an invoice discount above the ceiling"},
     {Action::choose_port, 341, "choose_port", "choose and test the receipt printer, design the receipt"},
+    {Action::edit_goods, 351, "edit_goods", "office: change items, prices and barcodes"},
+    {Action::receive_goods, 356, "receive_goods", "office: take in goods and return them to suppliers"},
+    {Action::count_stock, 361, "count_stock", "office: take stock, write off goods"},
+    {Action::edit_lists, 366, "edit_lists", "office: change the shop's lists and settings"},
+    {Action::edit_users, 371, "edit_users", "office: change users and their rights"},
+    {Action::see_reports, 376, "see_reports", "office: see the reports"},
+    {Action::see_cost, 381, "see_cost", "office: see cost and profit"},
 };
 
 constexpr struct {
@@ -40,6 +48,13 @@ constexpr struct {
     {Action::sell_reserved, "بيع كمية محجوزة"},               // selling reserved goods
     {Action::discount_above_ceiling, "خصم أعلى من المسموح"},  // a discount above the ceiling
     {Action::choose_port, "اختيار طابعة البون"},              // choosing the receipt printer
+    {Action::edit_goods, "تعديل الأصناف والأسعار"},           // changing items and prices
+    {Action::receive_goods, "استلام بضاعة"},                  // goods in
+    {Action::count_stock, "جرد البضاعة"},                     // stock-taking
+    {Action::edit_lists, "قوائم المحل وإعداداته"},            // the shop's lists and settings
+    {Action::edit_users, "المستخدمون وصلاحياتهم"},            // users and their rights
+    {Action::see_reports, "التقارير"},                        // the reports
+    {Action::see_cost, "التكلفة والربح"},                     // cost and profit
 };
 
 }  // namespace
@@ -69,6 +84,12 @@ bool allows(const Session& session, Action action) {
     return allows(session.permissions, action);
 }
 
+bool allows_office(std::string_view held) {
+    return std::ranges::any_of(permissions, [&](const Permission& permission) {
+        return permission.action >= Action::edit_goods && has_permission(held, permission.position);
+    });
+}
+
 Permit authorise(const Session& session, common::Prompts& prompts, Action action, std::string_view refusal,
                  common::Icon icon, audit::Event about) {
     if (allows(session, action)) return {true};
@@ -80,6 +101,14 @@ Permit authorise(const Session& session, common::Prompts& prompts, Action action
     about.what = std::string(caption_of(action)) + (about.what.empty() ? "" : ": ") + about.what;
     session.note(about);
     return {about.approver.has_value(), about.approver};
+}
+
+Permit authorise_change(const Session& session, common::Prompts& prompts, Action action) {
+    if (session.is_read_only) {
+        prompts.message(message::read_only, common::Icon::information);
+        return {};
+    }
+    return authorise(session, prompts, action);
 }
 
 }  // namespace signin

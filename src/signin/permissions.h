@@ -23,6 +23,14 @@ enum class Action {
     sell_reserved,
     discount_above_ceiling,
     choose_port,
+    // In the office.
+    edit_goods,
+    receive_goods,
+    count_stock,
+    edit_lists,
+    edit_users,
+    see_reports,
+    see_cost,
 };
 
 // A position of the permission string. An action with several positions is allowed by any one of them; a
@@ -48,6 +56,8 @@ std::string permissions_of(const database::Row& user);
 // Returns true if the permission string, or the signed-in user, may perform the action.
 bool allows(std::string_view permissions, Action action);
 bool allows(const Session& session, Action action);
+// Returns true if the permission string lets its user into the office.
+bool allows_office(std::string_view permissions);
 
 // Whether an action may go on: by the user's own right, or because a supervisor allowed it this time.
 struct Permit {
@@ -63,5 +73,9 @@ struct Permit {
 Permit authorise(const Session& session, common::Prompts& prompts, Action action,
                  std::string_view refusal = denied, common::Icon icon = common::Icon::critical,
                  audit::Event about = {});
+
+// The same for an action that changes the shop in the office: refused in any case if another program keeps
+// the shop's tables (the setting `office_read_only`).
+Permit authorise_change(const Session& session, common::Prompts& prompts, Action action);
 
 }  // namespace signin

@@ -64,6 +64,7 @@ struct Session {
     std::filesystem::path program_folder;
     std::filesystem::path working_folder;
     bool is_training = false;  // on a copy of the shop (startup/training.h)
+    bool is_office = false;    // of the office, which has no drawer
     std::string shop;          // its file, or its server and database: tells the shops of this machine apart
 
     // From sign-in.
@@ -74,7 +75,8 @@ struct Session {
     std::string store_name;
     std::string drawer_name;
     Settings settings;
-    Attempts attempts;  // at signing in and at changing the password
+    Attempts attempts;          // at signing in and at changing the password
+    bool is_read_only = false;  // the office changes nothing, because another program keeps the tables
 
     // Shows a refusal, and returns the supervisor who allows the action all the same. Without it a refusal is
     // a message.

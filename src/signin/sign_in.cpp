@@ -7,6 +7,7 @@
 #include "database/error.h"
 #include "database/reads.h"
 #include "database/sql.h"
+#include "database/till_settings.h"
 #include "signin/messages.h"
 #include "signin/passwords.h"
 #include "signin/permissions.h"
@@ -63,6 +64,10 @@ SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view
                      {*code, password, user.text("pass"), message::wrong_password, sign_in_code,
                       message::wrong_password}))
         return SignInOutcome::stay_on_password;
+    if (session_.is_office && !allows_office(session_.permissions)) {
+        services_.prompts.message(message::no_office_right, Icon::critical);
+        return SignInOutcome::stay_on_list;
+    }
     session_.settings = read_settings(connection_);
     if (!load_workplace()) {
         services_.prompts.message(message::wrong_data, Icon::critical);
@@ -73,7 +78,7 @@ SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view
     return SignInOutcome::signed_in;
 }
 
-// The store that the settings name and the drawer that the command line names.
+// The store that the settings name, and at a till the drawer that the command line names.
 bool SignIn::load_workplace() {
     const std::int64_t store = session_.settings.st_d;
     std::optional<std::string> store_name, drawer_name;
@@ -84,8 +89,11 @@ bool SignIn::load_workplace() {
     };
     database::Reads reads;
     reads.add(Sql("select * from stocks where code = ") + store, into(store_name, "name"));
-    reads.add(Sql("select * from cash where stcode = ") + store + " and code = " + session_.cash_point,
-              into(drawer_name, "Name"));
+    if (session_.is_office)
+        database::ask_yes_or_no(reads, {{database::setting::office_read_only, &session_.is_read_only}});
+    else
+        reads.add(Sql("select * from cash where stcode = ") + store + " and code = " + session_.cash_point,
+                  into(drawer_name, "Name"));
     reads.run(connection_);
     if (!store_name) {
         services_.log.log_event("no store " + std::to_string(store) + " in stocks", sign_in_code);
@@ -93,6 +101,7 @@ bool SignIn::load_workplace() {
     }
     session_.store_code = store;
     session_.store_name = *store_name;
+    if (session_.is_office) return true;
     if (!drawer_name) {
         services_.log.log_event("no drawer " + std::to_string(session_.cash_point) + " of store " +
                                     std::to_string(store) + " in cash",

@@ -25,6 +25,9 @@ inline constexpr std::string_view program_older =
 // Cash point N … is open on this machine for another user; is open here and does not answer; is open on
 // another machine: close it there. If that machine was switched off, try again after three minutes.
 inline constexpr std::string_view cash_point = "نقطة البيع رقم ";
+// The office, in the place of the cash point; so many offices of a shop are open that none can be added.
+inline constexpr std::string_view office = "نافذة المكتب";
+inline constexpr std::string_view too_many_offices = "المكتب مفتوح على عشرة أجهزة، أغلق أحدها أولا:\n\u200E";
 inline constexpr std::string_view runs_as_user = " مفتوحة الآن على هذا الجهاز باسم المستخدم: ";
 inline constexpr std::string_view runs_silently =
     " مفتوحة الآن على هذا الجهاز ولا تستجيب. انتظر قليلا، فإن لم تظهر فأعد تشغيل الجهاز";

@@ -66,7 +66,8 @@ void StartUp::prepare_files() {
     session_.is_training = environment_.is_training;
     session_.program_folder = environment_.program_folder;
     session_.working_folder = environment_.working_folder;
-    session_.cash_point = cash_point_of(environment_.command_line);
+    session_.is_office = environment_.is_office;
+    session_.cash_point = environment_.is_office ? first_office : cash_point_of(environment_.command_line);
     ensure_logs_folder(environment_.program_folder);
     progress("start, cash point " + std::to_string(session_.cash_point));
     session_.version = read_version_file(environment_.program_folder);

@@ -29,7 +29,7 @@ struct Environment {
     std::function<std::string(std::string_view server)> get_ip;
     // Shows that a server does not answer, and calls `attempt` in another thread until it returns true.
     // Returns false if the cashier gave up. Without it the first attempt decides.
-    std::function<bool(const std::string& server, const std::function<bool()>& attempt)> wait_for_server;
+    std::function<bool(const std::string& server, const std::function<bool()>& attempt)> wait_for_server{};
     // Shows that the shop is copied before its update, if that takes more than a moment. Runs the copying,
     // which tells how many hundredths are done, in another thread, and throws what it throws.
     using Copying = std::function<void(const std::function<void(int)>& tell)>;
@@ -37,10 +37,16 @@ struct Environment {
     // Told once this till has its cash point. Another start of the same till makes the descriptor readable;
     // answer_second_start() is then to be called.
     std::function<void(int descriptor)> listen{};
+    bool is_office = false;  // the office, which is no till
 
     // This machine, with the cash point of its command line.
     static Environment here(const std::string& command_line);
 };
+
+// The office takes a number behind those of the cash points, which tells it apart wherever tills are told
+// apart. On a server, offices of other machines have the next ones.
+inline constexpr std::int64_t first_office = 10;
+inline constexpr std::int64_t last_office = 19;
 
 // The code of the log lines for what went wrong at the start.
 inline constexpr std::string_view failure_log_code = "223";
@@ -79,6 +85,9 @@ class StartUp {
     bool wait_for_server();
     void open();
     bool claim_cash_point();
+    bool claim_office();
+    void open_trail();
+    std::string place_of_this_machine() const;
     void leave_cash_point();
     void set_clock();
     bool check_version();

@@ -21,19 +21,25 @@ std::optional<CashPointLock::Holder> StartUp::take_cash_point() {
     auto holder = lock_->take();
     if (!holder) {
         if (environment_.listen && lock_->descriptor() >= 0) environment_.listen(lock_->descriptor());
-        session_.trail->open(session_.cash_point, {folder, record_.database}, services_.clock);
+        open_trail();
         return std::nullopt;
     }
     lock_.reset();
     const std::string number = std::to_string(session_.cash_point);
     progress("cash point " + number + " is running on this machine");
     if (holder->shown) return holder;
-    const std::string text = std::string(message::cash_point) + number;
+    const std::string text =
+        session_.is_office ? std::string(message::office) : std::string(message::cash_point) + number;
     services_.prompts.message(
         text + (holder->user.empty() ? std::string(message::runs_silently)
                                      : std::string(message::runs_as_user) + holder->user),
         Icon::critical);
     return holder;
+}
+
+void StartUp::open_trail() {
+    session_.trail->open(session_.cash_point, {environment_.working_folder, record_.database},
+                         services_.clock);
 }
 
 void StartUp::answer_second_start(const std::function<void()>& show) {
@@ -47,8 +53,8 @@ void StartUp::answer_second_start(const std::function<void()>& show) {
 // Tells the cashier if another machine runs this cash point. Tills of a shop in a file are on one machine.
 bool StartUp::claim_cash_point() {
     if (source_.is_embedded()) return true;
-    const std::string folder = environment_.working_folder.string();
-    claim_.emplace(session_.cash_point, common::left(session_.computer_name + " " + folder, 200));
+    if (session_.is_office) return claim_office();
+    claim_.emplace(session_.cash_point, place_of_this_machine());
     const auto other = claim_->claim(*connection_);
     if (!other) return true;
     claim_.reset();
@@ -59,6 +65,26 @@ bool StartUp::claim_cash_point() {
                                   std::string(message::free_after_three_minutes),
                               Icon::critical);
     return false;
+}
+
+// Takes the first number that no office of another machine has.
+bool StartUp::claim_office() {
+    std::optional<std::string> other;
+    for (std::int64_t number = first_office; number <= last_office; ++number) {
+        claim_.emplace(number, place_of_this_machine());
+        other = claim_->claim(*connection_);
+        if (other) continue;
+        session_.cash_point = number;
+        if (number != first_office) open_trail();
+        return true;
+    }
+    claim_.reset();
+    services_.prompts.message(std::string(message::too_many_offices) + *other, Icon::critical);
+    return false;
+}
+
+std::string StartUp::place_of_this_machine() const {
+    return common::left(session_.computer_name + " " + environment_.working_folder.string(), 200);
 }
 
 std::string StartUp::found_other_till(const std::string& place) {

@@ -3,12 +3,9 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QIcon>
 #include <QProcess>
-#include <QScreen>
 #include <QSocketNotifier>
 #include <QTimer>
-#include <QWidget>
 #include <cstdlib>
 #include <memory>
 #include <optional>
@@ -17,18 +14,17 @@
 #include "common/file_devices.h"
 #include "common/files.h"
 #include "common/text.h"
-#include "database/sqlserver/open.h"
 #include "startup/messages.h"
 #include "startup/shop_files.h"
 #include "startup/start_up.h"
 #include "startup/workstation.h"
+#include "ui/program.h"
 #include "ui/till.h"
 #include "ui/training.h"
 #include "ui/widgets/cash_point_renewal.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/message_box.h"
 #include "ui/widgets/server_link.h"
-#include "ui/widgets/style.h"
 
 namespace {
 
@@ -89,15 +85,6 @@ bool start_again(const startup::Environment& environment, std::int64_t cash_poin
                                    QString::fromStdString(environment.working_folder.string()));
 }
 
-// Lets tallvex-admin, which stands beside this program, copy the shop: a program of its own, so that neither
-// a slow stick nor the end of the till stops the other.
-void back_up(const startup::Environment& environment, common::Log& log) {
-    const QString tool = QCoreApplication::applicationDirPath() + "/tallvex-admin";
-    if (!QProcess::startDetached(tool, {"backup", "--automatic"},
-                                 QString::fromStdString(environment.working_folder.string())))
-        log.log_event("backup: " + tool.toStdString() + " cannot be started", "223");
-}
-
 // For measuring the start: with TALLVEX_END_AT=sign-in the program ends once the sign-in window was painted.
 class EndAtSignIn final : public QObject {
   public:
@@ -109,30 +96,8 @@ class EndAtSignIn final : public QObject {
     }
 };
 
-bool is_set(const char* variable) {
-    return !qEnvironmentVariableIsEmpty(variable);
-}
-// Returns true on a desktop.
-bool has_desktop() {
-    return is_set("DISPLAY") || is_set("WAYLAND_DISPLAY");
-}
-// Returns false if there is no display. Qt would then end the program with a core dump.
-bool has_screen() {
-    return has_desktop() || is_set("QT_QPA_PLATFORM");
-}
-
-void show_full_screen(QWidget& window) {
-    // Without a window manager, showMaximized() alone leaves a window at its smallest size.
-    window.setGeometry(window.screen()->availableGeometry());
-    window.showMaximized();
-}
-
 void set_up(QApplication& application) {
-    QApplication::setApplicationName("Tallvex");
-    QApplication::setDesktopFileName("tallvex");
-    QApplication::setWindowIcon(QIcon::fromTheme("tallvex"));
-    QApplication::setQuitOnLastWindowClosed(false);
-    ui::apply_style(application, application.primaryScreen()->availableSize());
+    ui::set_up(application, "tallvex");
     if (qEnvironmentVariable("TALLVEX_END_AT") == "sign-in")
         application.installEventFilter(new EndAtSignIn(&application));
 }
@@ -148,37 +113,19 @@ void show_wrong_arguments(int argc, char** argv) {
                                 common::Icon::critical);
 }
 
-// What takes time: connecting, copying, and every statement on a server.
-void keep_screen_alive(startup::Environment& environment, ui::ServerLink& server) {
-    environment.show_copying = [](const startup::Environment::Copying& copying) {
-        ui::show_copying(copying, show_full_screen);
-    };
-    environment.wait_for_server = [](const std::string& name, const std::function<bool()>& attempt) {
-        return ui::wait_for_server(name, attempt, show_full_screen);
-    };
-    environment.open = [&server](const std::string& text, const std::filesystem::path& folder) {
-        return server.attach(startup::open_connection(text, folder),
-                             [text] { return database::ping_server(text); });
-    };
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
     Arguments arguments;
     if (const auto code = handle_arguments(argc, argv, arguments)) {
-        if (*code == wrong_command_line && has_desktop() && isatty(STDERR_FILENO) == 0)
+        if (*code == wrong_command_line && ui::has_desktop() && isatty(STDERR_FILENO) == 0)
             show_wrong_arguments(argc, argv);
         return *code;
     }
-    if (!has_screen()) {
-        std::fputs("tallvex: there is no display to show the till on (DISPLAY is not set)\n", stderr);
-        return 1;
-    }
+    if (!ui::has_screen("tallvex")) return 1;
     common::keep_files_from_others();
     startup::Environment environment = startup::Environment::here(arguments.cash_point);
-    // An input method would take keys past the key queue. Neither layout of a till needs one.
-    if (!qEnvironmentVariableIsSet("QT_IM_MODULE")) qputenv("QT_IM_MODULE", "none");
+    ui::prepare_application();
     QApplication application(argc, argv);
     set_up(application);
 
@@ -189,8 +136,8 @@ int main(int argc, char** argv) {
     ui::KeyQueue keys;
     ui::ServerLink server(keys, clock);
 
-    keep_screen_alive(environment, server);
-    ui::Training training(environment, {prompts, clock, devices, log}, keys, show_full_screen);
+    ui::keep_screen_alive(environment, server);
+    ui::Training training(environment, {prompts, clock, devices, log}, keys, ui::show_full_screen);
     const std::int64_t cash_point = startup::cash_point_of(arguments.cash_point);
     if (arguments.training && !training.run(cash_point, [] {})) return 1;
     std::unique_ptr<startup::StartUp> start_up;
@@ -222,7 +169,7 @@ int main(int argc, char** argv) {
             }
             return started;
         },
-        [&] { back_up(environment, log); }, show_full_screen,
+        [&] { ui::back_up_beside(environment, log); }, ui::show_full_screen,
         [&](const std::function<void()>& ready) { training.run(cash_point, ready); });
     const bool reached = start_up->run(
         [&](database::Connection& connection, signin::Session& session) { till.run(connection, session); });

@@ -83,9 +83,11 @@ const Program& program() {
     return made;
 }
 
+const ui::Guide guides[] = {ui::Guide::cashier, ui::Guide::office};
+
 TEST(Guide, QuotesWhatTheScreensSay) {
-    const QString guide = ui::HelpGuide::carried_text();
-    ASSERT_FALSE(guide.isEmpty());
+    const QString guide =
+        ui::HelpGuide::carried_text(ui::Guide::cashier) + ui::HelpGuide::carried_text(ui::Guide::office);
     ASSERT_GT(program().texts.size(), 500U);
     static const QRegularExpression quoted(R"(\*\*(.+?)\*\*)",
                                            QRegularExpression::DotMatchesEverythingOption);
@@ -115,10 +117,11 @@ std::vector<std::pair<QString, QString>> keys_of_sales_window() {
 
 // Every key that the guide names is one of the sales window, one that a screen shows, or a common one.
 TEST(Guide, NamesKeysThatExist) {
-    const QString guide = ui::HelpGuide::carried_text();
+    const QString guide =
+        ui::HelpGuide::carried_text(ui::Guide::cashier) + ui::HelpGuide::carried_text(ui::Guide::office);
     static const QRegularExpression key(R"(`([^`]+)`)");
-    std::set<QString> known = {"Shift", "Alt",  "Tab",  "Up",      "Down",     "Left",
-                               "Right", "PgUp", "PgDn", "Ctrl+Up", "Ctrl+Down"};
+    std::set<QString> known = {"Shift", "Alt",   "Ctrl", "Tab",  "Up",      "Down",
+                               "Left",  "Right", "PgUp", "PgDn", "Ctrl+Up", "Ctrl+Down"};
     for (const auto& [named, caption] : keys_of_sales_window())
         EXPECT_TRUE(known.insert(named).second) << named.toStdString() << " has two meanings";
     for (auto at = key.globalMatch(guide); at.hasNext();) {
@@ -131,7 +134,7 @@ TEST(Guide, NamesKeysThatExist) {
 
 // Every key of the sales window is in the guide's table of keys, in a row that says what it does.
 TEST(Guide, ListsEveryKeyOfTheSalesWindow) {
-    const ui::HelpGuide guide(ui::HelpGuide::carried_text());
+    const ui::HelpGuide guide(ui::HelpGuide::carried_text(ui::Guide::cashier));
     const auto place = guide.find("keys");
     ASSERT_TRUE(place);
     const QString table = guide.chapters()[place->chapter].text;
@@ -148,7 +151,8 @@ TEST(Guide, ListsEveryKeyOfTheSalesWindow) {
 }
 
 TEST(Guide, HasEveryPictureAndNoOther) {
-    const QString guide = ui::HelpGuide::carried_text();
+    const QString guide =
+        ui::HelpGuide::carried_text(ui::Guide::cashier) + ui::HelpGuide::carried_text(ui::Guide::office);
     QString plays;
     for (const QString& play : files_in(root + "/tests/plays", "guide_*.play"))
         plays += read(play);
@@ -168,19 +172,23 @@ TEST(Guide, HasEveryPictureAndNoOther) {
 }
 
 TEST(Guide, LeadsToPlacesThatAreThere) {
-    const QString text = ui::HelpGuide::carried_text();
-    const ui::HelpGuide guide(text);
-    for (const auto& [object, anchor] : ui::help_places())
-        EXPECT_TRUE(guide.find(anchor)) << object.toStdString() << " asks for " << anchor.toStdString();
-    static const QRegularExpression link(R"(\]\(#([^)]+)\))");
-    for (auto at = link.globalMatch(text); at.hasNext();) {
-        const QString anchor = at.next().captured(1);
-        EXPECT_TRUE(guide.find(anchor)) << anchor.toStdString();
+    for (const ui::Guide which : guides) {
+        const QString text = ui::HelpGuide::carried_text(which);
+        const ui::HelpGuide guide(text);
+        ASSERT_FALSE(guide.chapters().empty());
+        for (const auto& [object, anchor] : ui::help_places(which))
+            EXPECT_TRUE(guide.find(anchor)) << object.toStdString() << " asks for " << anchor.toStdString();
+        static const QRegularExpression link(R"(\]\(#([^)]+)\))");
+        for (auto at = link.globalMatch(text); at.hasNext();) {
+            const QString anchor = at.next().captured(1);
+            EXPECT_TRUE(guide.find(anchor)) << anchor.toStdString();
+        }
+        // The table of contents lists the chapters.
+        for (const ui::HelpChapter& chapter : guide.chapters())
+            EXPECT_TRUE(
+                text.contains(". [" + chapter.title() + "](#" + chapter.sections.front().anchor + ")"))
+                << chapter.title().toStdString();
     }
-    // The table of contents lists the chapters.
-    for (const ui::HelpChapter& chapter : guide.chapters())
-        EXPECT_TRUE(text.contains(". [" + chapter.title() + "](#" + chapter.sections.front().anchor + ")"))
-            << chapter.title().toStdString();
 }
 
 // The help knows every screen by its object name.
@@ -189,8 +197,9 @@ TEST(Guide, KnowsEveryScreen) {
         R"re(\n    setObjectName\((?:[^"\n]*\? )?"(\w+)"(?: : "(\w+)")?\))re");
     static const QRegularExpression sheet(R"(: (?:Sheet|PeopleList)\(host)");
     std::set<QString> known;
-    for (const auto& [object, anchor] : ui::help_places())
-        known.insert(object);
+    for (const ui::Guide which : guides)
+        for (const auto& [object, anchor] : ui::help_places(which))
+            known.insert(object);
     int count = 0;
     for (const QString& file : files_in(root + "/src/ui", "*.cpp")) {
         const QString source = read(file);

@@ -79,9 +79,9 @@ void write_chapter(QTextDocument& document, const QString& text) {
     }
 }
 
-QString HelpGuide::carried_text() {
+QString HelpGuide::carried_text(Guide guide) {
     load_guide();
-    QFile file(QString(root) + "guide.ar.md");
+    QFile file(QString(root) + (guide == Guide::office ? "office.ar.md" : "guide.ar.md"));
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 

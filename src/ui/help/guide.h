@@ -1,4 +1,4 @@
-// The cashier's guide as the help shows it: its chapters, the places of its parts, and the search.
+// A guide as the help shows it: its chapters, the places of its parts, and the search.
 #pragma once
 
 #include <QString>
@@ -8,6 +8,9 @@
 class QTextDocument;
 
 namespace ui {
+
+// The guides that are compiled in: the cashier's and the owner's.
+enum class Guide { cashier, office };
 
 // A heading that a link can lead to.
 struct HelpSection {
@@ -41,8 +44,8 @@ class HelpGuide {
     // Reads the guide's Markdown: "## " begins a chapter, and a line `<a id="name"></a>` names the heading
     // after it. Skips the text before the first chapter, the chapter named "contents" and HTML tags.
     explicit HelpGuide(const QString& markdown);
-    // The Markdown of the guide that is compiled into the program.
-    static QString carried_text();
+    // The Markdown of a guide that is compiled into the program.
+    static QString carried_text(Guide guide);
     // The path to open a picture by, from its path in the guide.
     static QString picture(const QString& path);
 

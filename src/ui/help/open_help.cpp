@@ -11,7 +11,23 @@
 
 namespace ui {
 
-const std::vector<std::pair<QString, QString>>& help_places() {
+namespace {
+
+Guide program_guide = Guide::cashier;
+
+const std::vector<std::pair<QString, QString>>& office_places() {
+    static const std::vector<std::pair<QString, QString>> places = {
+        {"Form62", "sign-in"},       {"Form63", "password"},
+        {"office_window", "window"}, {"till_journal", "till-journal"},
+        {"approval", "approval"},
+    };
+    return places;
+}
+
+}  // namespace
+
+const std::vector<std::pair<QString, QString>>& help_places(Guide guide) {
+    if (guide == Guide::office) return office_places();
     static const std::vector<std::pair<QString, QString>> places = {
         {"Form62", "sign-in"},
         {"Form63", "password"},
@@ -81,8 +97,8 @@ const std::vector<std::pair<QString, QString>>& help_places() {
     return places;
 }
 
-QString help_place_of(const QWidget* widget) {
-    const auto& places = help_places();
+QString help_place_of(Guide guide, const QWidget* widget) {
+    const auto& places = help_places(guide);
     for (; widget != nullptr; widget = widget->parentWidget()) {
         const auto found = std::find_if(places.begin(), places.end(), [&](const auto& place) {
             return place.first == widget->objectName();
@@ -108,7 +124,7 @@ void open_help() {
     const int marked_from = field != nullptr ? field->selectionStart() : -1;
     const int marked = field != nullptr ? static_cast<int>(field->selectionLength()) : 0;
 
-    HelpScreen(window, help_place_of(on_front ? used : front)).run();
+    HelpScreen(window, program_guide, help_place_of(program_guide, on_front ? used : front)).run();
 
     if (field == nullptr || !field->hasFocus()) return;
     field->deselect();
@@ -116,7 +132,8 @@ void open_help() {
     if (marked_from >= 0) field->setSelection(marked_from, marked);
 }
 
-HelpKey::HelpKey(QObject* parent) : QObject(parent) {
+HelpKey::HelpKey(Guide guide) {
+    program_guide = guide;
     qApp->installEventFilter(this);
 }
 

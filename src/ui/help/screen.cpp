@@ -17,8 +17,8 @@
 
 namespace ui {
 
-HelpScreen::HelpScreen(QWidget* host, const QString& anchor)
-    : Sheet(host), guide_(HelpGuide::carried_text()), page_(new HelpPage), pause_([this] { search(); }) {
+HelpScreen::HelpScreen(QWidget* host, Guide guide, const QString& anchor)
+    : Sheet(host), guide_(HelpGuide::carried_text(guide)), page_(new HelpPage), pause_([this] { search(); }) {
     setObjectName("help");
     setMinimumSize(px(620), px(460));
     body()->setSpacing(px(10));

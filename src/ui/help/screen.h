@@ -1,4 +1,4 @@
-// The help: the cashier's guide, shown over the screen that it was opened from.
+// The help: a guide, shown over the screen that it was opened from.
 #pragma once
 
 #include "ui/help/guide.h"
@@ -18,7 +18,7 @@ class HelpScreen : public Sheet {
     Q_OBJECT
   public:
     // Opens at the part of the guide with this anchor, or at the beginning if there is none.
-    HelpScreen(QWidget* host, const QString& anchor);
+    HelpScreen(QWidget* host, Guide guide, const QString& anchor);
 
   protected:
     void take_focus() override;

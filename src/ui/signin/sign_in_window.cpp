@@ -30,7 +30,7 @@ constexpr int longest_password = 100;  // as the column holds
 }  // namespace
 
 SignInWindow::SignInWindow(const Context& context, bool offers_training)
-    : FrontWindow("Form62", "تسجيل الدخول", 440),
+    : FrontWindow("Form62", context.session.is_office ? "دخول المكتب" : "تسجيل الدخول", 440),
       context_(context),
       logic_(context.connection, context.session, context.services) {
     user_ = choice_list("user");
@@ -141,6 +141,7 @@ void SignInWindow::confirm() {
                 leave(false);
                 break;
             case signin::SignInOutcome::stay_on_list:
+                password_->clear();
                 user_->setFocus();
                 break;
             case signin::SignInOutcome::stay_on_password:

@@ -142,6 +142,13 @@ QFrame[role="change"][short="true"] QLabel[role="changefigure"] { color: $alarm;
 
 QWidget[role="keys"] { background: $strip; border-top: 1px solid #c8d1d9; }
 
+QWidget[role="entries"] { background: $strip; }
+QPushButton[role="entry"] { border: none; border-radius: 6px; background: transparent; padding: 6px 12px; text-align: left; }
+QPushButton[role="entry"]:hover { background: $cap; }
+QPushButton[role="entry"]:focus { border: 3px solid $focus; padding: 3px 9px; }
+QPushButton[role="entry"]:checked { background: $night; color: $paper; font-weight: 700; }
+QPushButton[role="entry"]:checked:focus { border: 3px solid $lit; }
+
 QPushButton[role="key"] { border: 1px solid #c8d1d9; border-radius: 6px; padding: 0; }
 QPushButton[role="tool"] { padding: 0; }
 QPushButton[role="pay"] { padding: 0; }

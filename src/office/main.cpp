@@ -1,0 +1,78 @@
+// The program: start-up, sign-in, the office window.
+#include <QApplication>
+#include <QSocketNotifier>
+#include <memory>
+#include <string_view>
+
+#include "common/clock.h"
+#include "common/file_devices.h"
+#include "common/files.h"
+#include "office/office.h"
+#include "startup/shop_files.h"
+#include "startup/start_up.h"
+#include "ui/program.h"
+#include "ui/till.h"
+#include "ui/widgets/cash_point_renewal.h"
+#include "ui/widgets/key_queue.h"
+#include "ui/widgets/message_box.h"
+#include "ui/widgets/server_link.h"
+
+namespace {
+
+constexpr const char* usage =
+    "The office of a shop: goods, prices, stock, lists, users and reports.\n"
+    "Usage: tallvex-office\n\n"
+    "  --help       Print this help message and exit\n"
+    "  --version    Print the version and exit\n";
+
+constexpr int wrong_command_line = 2;
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc > 1) {
+        const std::string_view word = argv[1];
+        if (argc == 2 && (word == "--help" || word == "-h")) return std::fputs(usage, stdout), 0;
+        if (argc == 2 && word == "--version") return std::puts(TALLVEX_VERSION), 0;
+        std::fprintf(stderr, "tallvex-office: it takes no words\n%s", usage);
+        return wrong_command_line;
+    }
+    if (!ui::has_screen("tallvex-office")) return 1;
+    common::keep_files_from_others();
+    startup::Environment environment = startup::Environment::here({});
+    environment.is_office = true;
+    ui::prepare_application();
+    QApplication application(argc, argv);
+    ui::set_up(application, "tallvex-office");
+
+    common::SystemClock clock;
+    startup::ActivityLog log(environment.program_folder, clock);
+    common::FileDevices devices(environment.working_folder.string());
+    ui::ScreenPrompts prompts;
+    ui::KeyQueue keys;
+    ui::ServerLink server(keys, clock);
+    const common::Services services{prompts, clock, devices, log};
+
+    ui::keep_screen_alive(environment, server);
+    std::unique_ptr<startup::StartUp> start_up;
+    std::unique_ptr<QSocketNotifier> second_start;
+    environment.listen = [&](int descriptor) {
+        second_start = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+        QObject::connect(second_start.get(), &QSocketNotifier::activated,
+                         [&] { start_up->answer_second_start(ui::show_front); });
+    };
+    start_up = std::make_unique<startup::StartUp>(environment, services);
+    const ui::CashPointRenewal renewal(
+        server, prompts, std::chrono::seconds(startup::RunningTill::seconds_between_claims),
+        [&]() -> ui::CashPointRenewal::Claim {
+            if (!start_up->claim()) return {};
+            return [claim = *start_up->claim()](database::Connection& shop) { return claim.claim(shop); };
+        },
+        [&](const std::string& place) { return start_up->found_other_till(place); });
+    const bool reached = start_up->run([&](database::Connection& connection, signin::Session& session) {
+        office::run(connection, session,
+                    {services, keys, server, [] { return false; },
+                     [&] { ui::back_up_beside(environment, log); }, ui::show_full_screen});
+    });
+    return reached ? 0 : 1;
+}
