@@ -48,8 +48,8 @@ around it shifts, cash statements, customers, vouchers, offers and transfers
 between stores. Right to left, keyboard first.
 .
 Several tills share one SQL Server; a shop without one keeps its data in a
-file. The package brings the till, the shop keeper's tool and the player of
-cashiers' stories, and names for the printer and the drawer.")
+file. The package brings the till, the owner's office, the shop keeper's tool
+and the player of cashiers' stories, and names for the printer and the drawer.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)

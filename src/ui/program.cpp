@@ -40,7 +40,7 @@ void prepare_application() {
 void set_up(QApplication& application, const char* name) {
     QApplication::setApplicationName("Tallvex");
     QApplication::setDesktopFileName(name);
-    QApplication::setWindowIcon(QIcon::fromTheme(name));
+    QApplication::setWindowIcon(QIcon::fromTheme("tallvex"));
     QApplication::setQuitOnLastWindowClosed(false);
     apply_style(application, application.primaryScreen()->availableSize());
 }

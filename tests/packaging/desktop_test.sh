@@ -4,14 +4,17 @@
 
 installed session/xsession.desktop.in TALLVEX_PROGRAMS_PATH=/usr/libexec/tallvex
 installed session/autostart.desktop.in TALLVEX_PROGRAMS_PATH=/usr/libexec/tallvex
-cp "$packaging/desktop/tallvex.desktop" "$here"
-for entry in tallvex xsession autostart; do
+cp "$packaging/desktop/tallvex.desktop" "$packaging/desktop/tallvex-office.desktop" "$here"
+for entry in tallvex tallvex-office xsession autostart; do
     said=$(desktop-file-validate "$here/$entry.desktop" 2>&1) || fail "$entry: $said"
     grep -q '^Name\[ar\]=.*[ابتن]' "$here/$entry.desktop" || fail "$entry: no Arabic name"
     grep -q '^Comment\[ar\]=.*[ابتن]' "$here/$entry.desktop" || fail "$entry: no Arabic comment"
 done
-same "the icon's name" "$(sed -n 's/^Icon=//p' "$here/tallvex.desktop")" tallvex
-grep -q 'setDesktopFileName("tallvex")' "$packaging/../src/ui/main.cpp" || fail "the window has another name"
+for program in "tallvex ui" "tallvex-office office"; do
+    read -r name folder <<<"$program"
+    same "the icon's name" "$(sed -n 's/^Icon=//p' "$here/$name.desktop")" tallvex
+    grep -q "set_up(application, \"$name\")" "$packaging/../src/$folder/main.cpp" || fail "$name: the window has another name"
+done
 
 # The devices of the settings are those that the rules name; every jump has its label.
 rules=$packaging/udev/70-tallvex.rules

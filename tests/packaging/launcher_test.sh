@@ -4,6 +4,7 @@
 
 installed launcher/tallvex.in "TALLVEX_PROGRAMS_PATH=$here/libexec" "TALLVEX_CONF_PATH=$here/till.conf"
 ln -s tallvex "$here/tallvex-admin"
+ln -s tallvex "$here/tallvex-office"
 mkdir "$here/libexec" "$here/shop" "$here/other" "$here/elsewhere" "$here/a shop"
 touch "$here/other/DataCon24.STK"
 cat >"$here/libexec/tallvex" <<'END'
@@ -11,6 +12,7 @@ cat >"$here/libexec/tallvex" <<'END'
 echo "$PWD|${TALLVEX_HOME-}|$*|${TALLVEX_LPT1-}|${TALLVEX_COM3-}|${QT_SCALE_FACTOR-}|$(umask)"
 END
 sed 's/TALLVEX_HOME-/TALLVEX_SHOP-/' "$here/libexec/tallvex" >"$here/libexec/tallvex-admin"
+cp "$here/libexec/tallvex" "$here/libexec/tallvex-office"
 chmod +x "$here/libexec/"*
 unset TALLVEX_HOME TALLVEX_LPT1 TALLVEX_COM3 QT_SCALE_FACTOR
 
@@ -23,6 +25,7 @@ settings="/dev/till/printer|/dev/till/drawer|1.25|0007"
 same "the shop of the settings" "$here/shop|$here/shop|4|$settings" "$(started elsewhere "$here/tallvex")"
 same "a cash point of its own" "$here/shop|$here/shop|7|$settings" "$(started elsewhere "$here/tallvex" 7)"
 same "nothing to complain of" "" "$(cat "$here/said")"
+same "the office has no cash point" "$here/shop|$here/shop||$settings" "$(started elsewhere "$here/tallvex-office")"
 same "started in a shop" "$here/other|$here/other|4|$settings" "$(started other "$here/tallvex")"
 same "a home that is given" "$here/elsewhere|$here/home|4|$settings" \
     "$(TALLVEX_HOME=$here/home started elsewhere "$here/tallvex")"
