@@ -7,6 +7,7 @@
 #include "admin/shop.h"
 #include "admin/tool.h"
 #include "database/sqlserver/encryption.h"
+#include "shop/opening_stock.h"
 #include "startup/shop_files.h"
 
 namespace admin {
@@ -34,7 +35,7 @@ std::string_view word_of(Verdict verdict) {
 
 void accept_stock(Tool& tool) {
     const auto connection = open_shop(tool);
-    remember_opening_stock(*connection, tool.clock.now());
+    shop::remember_opening_stock(*connection, tool.clock.now());
     connection->make_durable();
     tool.out << "the present stock is what later checks start from\n";
 }

@@ -141,14 +141,6 @@ class StockCheck {
 
 }  // namespace
 
-void remember_opening_stock(Connection& connection, const common::Moment& moment) {
-    connection.execute("delete from stk_f_q where B_no = 'opening'");
-    connection.execute(
-        Sql("insert into stk_f_q (icode,stcode,quan,edate,[date],f_q,B_no) select icode,stcode,quan,"
-            "isnull(edate,'3000/01/01'),") +
-        quoted(moment) + ",1,'opening' from stk");
-}
-
 Findings check_stock(Connection& connection) {
     return StockCheck(connection).run();
 }

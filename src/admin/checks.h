@@ -70,11 +70,6 @@ Findings check_log(database::Connection& connection, const std::filesystem::path
 // The log line by which the shop keeper says that everything before it was corrected by hand.
 inline constexpr std::string_view mended_line = "stopped saves mended by hand";
 
-// Saves the present stock of every store as the opening stock of this moment and deletes the former one (rows
-// of stk_f_q whose B_no is "opening"). Sales leave no row of their own for what they take from stk, so only
-// this shows later whether a save that was cut off had moved its stock.
-void remember_opening_stock(database::Connection& connection, const common::Moment& moment);
-
 // Compares the stock of each item and store with its opening stock, invoice lines and transfers since. An
 // item that other tables have moved too (purchases, corrections, damaged goods) gives only a note.
 Findings check_stock(database::Connection& connection);

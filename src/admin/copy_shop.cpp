@@ -32,14 +32,17 @@ struct Options {
 void run(const Options& options, Tool& tool) {
     const auto source = open_shop(tool);
     backup::CopiedShop outcome;
-    make_place(tool.folder / options.folder, options.place, tool, [&](database::Connection& target) {
+    const std::filesystem::path folder = tool.folder / options.folder;
+    const auto fill = [&](database::Connection& target) {
         outcome = copy_shop(*source, target, tool);
         if (outcome.differences.empty()) return;
         std::string text = "the copy is not complete; close the tills and copy again";
         for (const std::string& difference : outcome.differences)
             text += "\n  " + difference;
         throw Refused(text);
-    });
+    };
+    shop::make_place(folder, options.place, fill, keeping_password(folder, tool));
+    say_where(folder, tool);
     tool.out << outcome.tables << " tables with " << outcome.rows << " rows copied; every count agrees\n";
 }
 

@@ -5,12 +5,12 @@
 #include <filesystem>
 #include <istream>
 #include <ostream>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "common/clock.h"
+#include "shop/refused.h"
 
 namespace CLI {
 class App;
@@ -34,11 +34,8 @@ struct Tool {
     std::filesystem::path shop = folder;  // holds the shop's connection file
 };
 
-// Ends a command with the exit code `refused`. The text says what is wrong and what to do.
-class Refused : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
+// Ends a command with the exit code `refused`.
+using shop::Refused;
 
 // Adds a command with its options to the program. The command line then decides whether it runs.
 using AddCommand = void (*)(CLI::App& program, Tool& tool);

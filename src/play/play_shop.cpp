@@ -2,13 +2,12 @@
 
 #include <stdlib.h>
 
-#include <sstream>
 #include <stdexcept>
 
-#include "admin/new_shop.h"
 #include "backup/copy_shop.h"
 #include "database/embedded/open.h"
 #include "play/environment.h"
+#include "shop/new_shop.h"
 #include "startup/shop_files.h"
 
 namespace play {
@@ -36,20 +35,16 @@ void PlayShop::set_up(const std::string& kind) {
     if (kind != "demo" && kind != "empty") throw std::runtime_error("a shop is \"demo\" or \"empty\"");
     const fs::path master = root_ / kind;
     if (!fs::exists(master)) {
-        std::ostringstream said;
-        std::istringstream nothing;
-        PlayClock clock;  // the demo rows are dated by it
-        admin::Tool tool{said, said, nothing, root_, clock};
-        admin::NewShop wanted;
+        shop::NewShop wanted;
         wanted.folder = master;
         wanted.place = {"embedded", shop_file};
         wanted.administrator = "admin";
         wanted.password = "1";
         wanted.demo = kind == "demo";
         try {
-            admin::make_shop(wanted, tool);
+            shop::make_shop(wanted, PlayClock().now());  // the demo rows are dated by it
         } catch (const std::exception& error) {
-            throw std::runtime_error(std::string("the shop cannot be made: ") + error.what() + said.str());
+            throw std::runtime_error(std::string("the shop cannot be made: ") + error.what());
         }
     }
     fs::remove_all(folder());

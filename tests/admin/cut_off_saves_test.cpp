@@ -8,6 +8,7 @@
 #include "accounts/voucher.h"
 #include "admin/checks.h"
 #include "sales/till.h"
+#include "shop/opening_stock.h"
 #include "support/faulty_connection.h"
 
 namespace {
@@ -88,7 +89,7 @@ TEST_P(CutOff, IsFoundAtAnyStatement) {
         ASSERT_LT(n, 200);
         Till till;
         till.connection().execute("update custdata set copen = cacc");
-        admin::remember_opening_stock(till.connection(), {{2026, 11, 21}, {8, 0, 0, 0}});
+        shop::remember_opening_stock(till.connection(), {{2026, 11, 21}, {8, 0, 0, 0}});
         for (const char* item : {"100", "200"})
             till.shop.sql("insert into reservd (icode,ccode,quan1,quan) select " + std::string(item) +
                           ",7,9,9");

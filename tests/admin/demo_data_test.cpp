@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "admin/barcodes.h"
-#include "admin/rows.h"
 #include "admin/workbench.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "shop/rows.h"
 
 namespace {
 
@@ -160,13 +160,13 @@ TEST_F(DemoData, NamesFitTheReceiptAndAreArabic) {
 
 TEST(DemoMarks, BecomeDaysAndPermissions) {
     const common::Date today{2026, 12, 30};
-    EXPECT_EQ(admin::put_in_marks("{today}", today), "2026/12/30");
-    EXPECT_EQ(admin::put_in_marks("{today+5}", today), "2027/01/04");
-    EXPECT_EQ(admin::put_in_marks("{today-30}", today), "2026/11/30");
-    EXPECT_EQ(admin::put_in_marks("{allow:all}", today), std::string(400, '1'));
-    EXPECT_EQ(admin::put_in_marks("a {today}", today), "a {today}");
+    EXPECT_EQ(shop::put_in_marks("{today}", today), "2026/12/30");
+    EXPECT_EQ(shop::put_in_marks("{today+5}", today), "2027/01/04");
+    EXPECT_EQ(shop::put_in_marks("{today-30}", today), "2026/11/30");
+    EXPECT_EQ(shop::put_in_marks("{allow:all}", today), std::string(400, '1'));
+    EXPECT_EQ(shop::put_in_marks("a {today}", today), "a {today}");
     for (const char* bad : {"{}", "{tomorrow}", "{today+x}"}) {
-        EXPECT_THROW(admin::put_in_marks(bad, today), std::invalid_argument) << bad;
+        EXPECT_THROW(shop::put_in_marks(bad, today), std::invalid_argument) << bad;
     }
 }
 
@@ -175,9 +175,9 @@ TEST(DemoRows, CellsMustFitTheirColumns) {
     bench.make_shop();
     const auto shop = bench.open();
     for (const char* csv : {"code,name\nx,a\n", "code,colour\n1,a\n", "code,name\n1\n"}) {
-        EXPECT_ANY_THROW(admin::load_rows(*shop, {"makers", csv}, {2026, 11, 21})) << csv;
+        EXPECT_ANY_THROW(shop::load_rows(*shop, {"makers", csv}, {2026, 11, 21})) << csv;
     }
-    EXPECT_EQ(admin::load_rows(*shop, {"makers", "code,name\n7,'a''b\n8,\n"}, {2026, 11, 21}), 2);
+    EXPECT_EQ(shop::load_rows(*shop, {"makers", "code,name\n7,'a''b\n8,\n"}, {2026, 11, 21}), 2);
     EXPECT_EQ(bench.cell("select [name] from makers where code = 7"), "'a''b");
     EXPECT_EQ(bench.cell("select count(*) from makers where [name] is null"), "1");
 }

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "admin/shop.h"
-#include "admin/users.h"
 #include "admin/workbench.h"
 #include "database/embedded/open.h"
+#include "shop/users.h"
 #include "signin/sign_in.h"
 #include "startup/connection_file.h"
 #include "startup/start_up.h"
@@ -70,7 +70,7 @@ TEST(Opening, TheDemoShopSignsEveryUserInAtBothDrawers) {
             start(bench.folder(), cash_point, user.code, user.password, day);
             EXPECT_EQ(day.outcome, SignInOutcome::signed_in)
                 << user.code << ": " << day.services.prompts.last();
-            EXPECT_EQ(day.session.permissions, admin::permission_string(user.list)) << user.code;
+            EXPECT_EQ(day.session.permissions, shop::permission_string(user.list)) << user.code;
             EXPECT_NE(day.session.drawer_name, "") << cash_point;
         }
         Day refused;

@@ -1,4 +1,4 @@
-#include "admin/users.h"
+#include "shop/users.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 
 namespace {
 
-using admin::permission_string;
+using shop::permission_string;
 using test::Workbench;
 using testing::HasSubstr;
 
@@ -87,7 +87,7 @@ TEST_F(Users, RefusedLinesChangeNothing) {
 
 std::string allowed(std::string_view permissions) {
     std::string names;
-    for (const std::string_view name : admin::allowed_actions(permissions)) {
+    for (const std::string_view name : shop::allowed_actions(permissions)) {
         names += (names.empty() ? "" : " ") + std::string(name);
     }
     return names;
@@ -111,7 +111,7 @@ TEST(PermissionString, ReadsLists) {
     };
     for (const auto& c : cases) {
         const std::string permissions = permission_string(c.list, before);
-        EXPECT_EQ(permissions.size(), admin::permission_places) << c.list;
+        EXPECT_EQ(permissions.size(), shop::permission_places) << c.list;
         EXPECT_EQ(allowed(permissions), c.allowed) << c.list;
     }
     EXPECT_EQ(permission_string("all"), std::string(400, '1'));
@@ -127,7 +127,7 @@ TEST(PermissionString, AcceptsShortAndOverlongStrings) {
 
 TEST(PermissionString, RefusesUnknownWords) {
     for (const std::string_view list : {"sell", "reprint+", "0", "401", "reprint,item_info", "+"}) {
-        EXPECT_THROW(permission_string(list), admin::UnknownAction) << list;
+        EXPECT_THROW(permission_string(list), shop::UnknownAction) << list;
     }
 }
 

@@ -15,6 +15,7 @@
 #include "admin/checks.h"
 #include "sales/messages.h"
 #include "sales/till.h"
+#include "shop/opening_stock.h"
 #include "support/child.h"
 
 namespace {
@@ -176,7 +177,7 @@ TEST_P(SeveralTills, OnOneShopLoseNothing) {
     till.shop.sql("insert into stk (icode,stcode,edate,quan) select " + std::to_string(scarce_item) +
                   ",1,'3000/01/01'," + std::to_string(scarce));
     till.shop.sql("update custdata set copen = cacc");
-    admin::remember_opening_stock(till.connection(), {{2026, 11, 21}, {8, 0, 0, 0}});
+    shop::remember_opening_stock(till.connection(), {{2026, 11, 21}, {8, 0, 0, 0}});
     const double rice = till.shop.number("select sum(quan) from stk where icode = 100");
     const double oil = till.shop.number("select sum(quan) from stk where icode = 200");
 

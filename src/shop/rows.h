@@ -12,7 +12,7 @@
 #include "common/date_time.h"
 #include "database/connection.h"
 
-namespace admin {
+namespace shop {
 
 struct EmbeddedTable {
     std::string_view table;  // the table's name
@@ -36,4 +36,4 @@ std::int64_t load_rows(database::Connection& connection, const EmbeddedTable& ro
 // A cell with its mark replaced, for the tests of the data.
 std::string put_in_marks(const std::string& cell, const common::Date& today);
 
-}  // namespace admin
+}  // namespace shop

@@ -1,5 +1,5 @@
 // tallvex-admin users: the users of the shop, their passwords and permissions.
-#include "admin/users.h"
+#include "shop/users.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -7,138 +7,12 @@
 
 #include "admin/shop.h"
 #include "admin/tool.h"
-#include "common/numbers.h"
-#include "common/text.h"
-#include "database/choices.h"
-#include "database/recordset.h"
 #include "signin/badges.h"
 #include "signin/permissions.h"
 
 namespace admin {
 
-using database::Connection;
-using database::quoted;
-using database::Recordset;
-using database::Sql;
-
-namespace {
-
-void put(std::string& permissions, int position, char mark) {
-    permissions.at(static_cast<std::size_t>(position) - 1) = mark;
-}
-
-void apply(std::string& permissions, std::string_view word, char mark) {
-    if (word == "all") {
-        permissions.assign(permission_places, mark);
-        return;
-    }
-    if (word == "none") {
-        permissions.assign(permission_places, '0');
-        return;
-    }
-    bool found = false;
-    for (const signin::Permission& action : signin::guarded_actions()) {
-        if (word != "named" && word != action.name) continue;
-        put(permissions, action.position, mark);
-        found = true;
-    }
-    if (found) return;
-    const auto place = common::parse_integer(word);
-    if (!place || *place < 1 || *place > static_cast<long long>(permission_places)) {
-        throw UnknownAction("\"" + std::string(word) +
-                            "\" is neither a guarded action nor a place from 1 to " +
-                            std::to_string(permission_places));
-    }
-    put(permissions, static_cast<int>(*place), mark);
-}
-
-}  // namespace
-
-std::string permission_string(std::string_view list, std::string_view before) {
-    list = common::trim(list);
-    std::string permissions(permission_places, '0');
-    if (list.starts_with('+') || list.starts_with('-')) {
-        permissions.replace(0, std::min(before.size(), permission_places),
-                            before.substr(0, permission_places));
-    }
-    char mark = '1';
-    while (!list.empty()) {
-        if (list.front() == '+' || list.front() == '-') {
-            mark = list.front() == '+' ? '1' : '0';
-            list.remove_prefix(1);
-        }
-        const std::size_t end = std::min(list.find_first_of("+-"), list.size());
-        apply(permissions, common::trim(list.substr(0, end)), mark);
-        list.remove_prefix(end);
-    }
-    return permissions;
-}
-
-std::vector<std::string_view> allowed_actions(std::string_view permissions) {
-    std::vector<std::string_view> names;
-    for (const signin::Permission& action : signin::guarded_actions())
-        if (signin::has_permission(permissions, action.position)) names.push_back(action.name);
-    return names;
-}
-
-namespace {
-
-std::string checked_password(Connection& connection, std::string_view password) {
-    const std::string_view kept = common::trim(password);
-    if (!database::TextLimits(connection, "users").fits("pass", kept))
-        throw Refused("the password is too long");
-    return std::string(kept);
-}
-
-}  // namespace
-
-User find_user(Connection& connection, std::string_view who) {
-    const auto code = common::parse_integer(who);
-    const auto rows =
-        code ? connection.query(Sql("select * from users where code = ") + *code)
-             : connection.query(Sql("select * from users where [name] = ") + quoted(common::trim(who)));
-    if (rows.empty())
-        throw Refused("there is no user \"" + std::string(who) + "\"; see: tallvex-admin users list");
-    if (rows.size() > 1) {
-        throw Refused("several users are called \"" + std::string(who) + "\"; give the code instead");
-    }
-    return {rows.front().integer("code"), rows.front().text("name"), rows.front().text("perm")};
-}
-
-std::int64_t add_user(Connection& connection, std::string_view name, std::string_view password,
-                      std::string_view permissions) {
-    const std::string_view kept = common::trim(name);
-    if (kept.empty()) throw Refused("a user needs a name");
-    require_plain_name(kept);
-    if (!database::TextLimits(connection, "users").fits("name", kept)) throw Refused("the name is too long");
-    if (common::parse_integer(kept)) throw Refused("a name that is a number would be taken for a code");
-    if (!connection.query(Sql("select code from users where [name] = ") + quoted(kept)).empty()) {
-        throw Refused("there is a user \"" + std::string(kept) + "\" already");
-    }
-    const std::string pass = checked_password(connection, password);
-    const std::int64_t code = database::integer_of(connection.scalar("select max(code) from users")) + 1;
-    Recordset users(connection, "select * from users");
-    users.add();
-    users.set("code", code);
-    users.set("name", kept);
-    users.set("pass", pass);
-    users.set("perm", permissions);
-    users.update();
-    connection.make_durable();
-    return code;
-}
-
-void set_password(Connection& connection, std::int64_t code, std::string_view password) {
-    const std::string pass = checked_password(connection, password);
-    connection.execute("update users set pass = ? where code = ?",
-                       {database::Value(pass), database::Value(code)});
-    connection.make_durable();
-}
-
-void set_permissions(Connection& connection, std::int64_t code, std::string_view permissions) {
-    connection.execute(Sql("update users set perm = ") + quoted(permissions) + " where code = " + code);
-    connection.make_durable();
-}
+using shop::User, shop::find_user, shop::allowed_actions, shop::permission_places, shop::permission_string;
 
 namespace {
 
@@ -172,7 +46,7 @@ std::string wanted_permissions(const Options& options, std::string_view before) 
         if (!options.allow.empty()) permissions = permission_string(marked(options.allow, '+'), permissions);
         if (!options.deny.empty()) permissions = permission_string(marked(options.deny, '-'), permissions);
         return permissions;
-    } catch (const UnknownAction& error) {
+    } catch (const shop::UnknownAction& error) {
         throw Refused(std::string(error.what()) + "; see: tallvex-admin users actions");
     }
 }
@@ -218,7 +92,7 @@ void run_add(const Options& options, Tool& tool) {
     const auto connection = open_shop(tool);
     const std::string permissions = wanted_permissions(options, std::string(permission_places, '0'));
     const std::int64_t code =
-        add_user(*connection, options.who, password_of(options, options.who, tool), permissions);
+        shop::add_user(*connection, options.who, password_of(options, options.who, tool), permissions);
     tool.out << "user " << code << " (" << options.who << ") may: " << joined(allowed_actions(permissions))
              << '\n';
 }
@@ -226,7 +100,7 @@ void run_add(const Options& options, Tool& tool) {
 void run_password(const Options& options, Tool& tool) {
     const auto connection = open_shop(tool);
     const User user = find_user(*connection, options.who);
-    set_password(*connection, user.code, password_of(options, user.name, tool));
+    shop::set_password(*connection, user.code, password_of(options, user.name, tool));
     tool.out << "user " << user.code << " (" << user.name << ") has "
              << (options.no_password ? "no password any more\n" : "a new password\n");
 }
@@ -235,7 +109,7 @@ void run_permissions(const Options& options, Tool& tool) {
     const auto connection = open_shop(tool);
     const User user = find_user(*connection, options.who);
     const std::string permissions = wanted_permissions(options, user.permissions);
-    if (permissions != user.permissions) set_permissions(*connection, user.code, permissions);
+    if (permissions != user.permissions) shop::set_permissions(*connection, user.code, permissions);
     tool.out << "user " << user.code << " (" << user.name << ") may: " << joined(allowed_actions(permissions))
              << '\n';
 }

@@ -1,14 +1,14 @@
-#include "admin/rows.h"
+#include "shop/rows.h"
 
 #include <stdexcept>
 
-#include "admin/users.h"
 #include "common/csv.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "database/recordset.h"
+#include "shop/users.h"
 
-namespace admin {
+namespace shop {
 
 using database::Value;
 
@@ -95,4 +95,4 @@ std::int64_t load_rows(database::Connection& connection, const EmbeddedTable& ro
     return count;
 }
 
-}  // namespace admin
+}  // namespace shop

@@ -2,12 +2,14 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <vector>
 
-#include "admin/shop.h"
-#include "admin/tool.h"
+#include "common/date_time.h"
+#include "shop/place.h"
 
-namespace admin {
+namespace shop {
 
 struct NewShop {
     std::filesystem::path folder;  // for the files; created if missing
@@ -21,7 +23,14 @@ struct NewShop {
     bool demo = false;          // the demo grocery's rows instead of an empty shop
 };
 
-// Creates the shop as make_place does and prints on tool.out who may sign in.
-void make_shop(const NewShop& wanted, Tool& tool);
+// Who may sign in to a new shop.
+struct Person {
+    std::string name;
+    std::string password;
+};
 
-}  // namespace admin
+// Creates the shop as make_place does and returns its users. The demo's rows are dated by `now`.
+std::vector<Person> make_shop(const NewShop& wanted, const common::Moment& now,
+                              const std::function<std::filesystem::path()>& keep_password = {});
+
+}  // namespace shop

@@ -10,7 +10,7 @@
 
 #include "database/connection.h"
 
-namespace admin {
+namespace shop {
 
 struct User {
     std::int64_t code = 0;
@@ -30,6 +30,10 @@ void set_password(database::Connection& connection, std::int64_t code, std::stri
 
 void set_permissions(database::Connection& connection, std::int64_t code, std::string_view permissions);
 
+// Refused if a name of a user or a shop has a control character, or a mark that turns the direction of what
+// follows: it could be taken for another name.
+void require_plain_name(std::string_view name);
+
 // The length of a permission string.
 inline constexpr std::size_t permission_places = 400;
 
@@ -47,4 +51,4 @@ std::string permission_string(std::string_view list, std::string_view before = {
 // The names of the actions a permission string allows, in the order of signin::guarded_actions().
 std::vector<std::string_view> allowed_actions(std::string_view permissions);
 
-}  // namespace admin
+}  // namespace shop
