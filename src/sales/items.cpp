@@ -148,21 +148,23 @@ bool is_clearance(const Item& item) {
     return item.period_percent > 0;
 }
 
+std::optional<std::string_view> factor_refusal(const Item& item) {
+    // A factor of 0 or below counts as missing.
+    if (item.factor > 0) return std::nullopt;
+    switch (item.unit_level) {
+        case 2:
+            return message::set_packs;
+        case 3:
+            return message::set_cartons;
+        default:
+            return message::set_units;
+    }
+}
+
 std::optional<std::string_view> item_refusal(const Item& item, bool is_return) {
     if (item.stopped) return message::stopped;
     if (is_return && item.sale_only) return message::sale_only;
-    // A factor of 0 or below counts as missing.
-    if (!(item.factor > 0)) {
-        switch (item.unit_level) {
-            case 2:
-                return message::set_packs;
-            case 3:
-                return message::set_cartons;
-            default:
-                return message::set_units;
-        }
-    }
-    return std::nullopt;
+    return factor_refusal(item);
 }
 
 std::optional<ItemInfo> load_item_info(Connection& connection, std::int64_t code) {

@@ -102,6 +102,9 @@ std::optional<double> entry_price(const Item& item, int price_level);
 // discount.
 bool is_clearance(const Item& item);
 
+// The message if the card does not say how many base units the item's unit holds.
+std::optional<std::string_view> factor_refusal(const Item& item);
+
 // The message of the first check that fails; nothing if the item may be entered.
 std::optional<std::string_view> item_refusal(const Item& item, bool is_return);
 

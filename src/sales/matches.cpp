@@ -53,8 +53,9 @@ class Matching {
     }
 
     void read(const Sql& condition, std::size_t limit) {
-        for (const Row& row : connection_.query(Sql("SELECT top ") + limit + " " + item_cards +
-                                                "where isnull(items.stop,0) = 0 and " + condition))
+        Sql statement = Sql("SELECT top ") + limit + " " + item_cards + "where ";
+        if (!query_.stopped_too) statement += "isnull(items.stop,0) = 0 and ";
+        for (const Row& row : connection_.query(statement + condition))
             cards_.try_emplace(row.integer("code"), card_of(row));
     }
 

@@ -32,12 +32,26 @@ struct MatchQuery {
     std::string typed;
     int price_level = 0;
     std::int64_t store = 0;
-    Popular::Found popular;  // in the names that this till sells
+    Popular::Found popular = {};  // in the names that this till sells
+    bool stopped_too = false;
 };
 
 // At most `most_matches` items whose names hold all words that were typed, in any order, without those that
-// are stopped. First come the names in which each of them begins a word; of these and of the others first
-// what this till sells most, then the names that begin with what was typed.
+// are stopped unless the query wants them too. First come the names in which each of them begins a word; of
+// these and of the others first what this till sells most, then the names that begin with what was typed.
 std::vector<Match> match_items(database::Connection& connection, const MatchQuery& query);
+
+struct Entry;
+
+// Where a list that follows the typing has its matches from.
+class MatchSource {
+  public:
+    virtual ~MatchSource() = default;
+    // The query for what stands in an entry field, and its answer; no words for what is no search.
+    virtual MatchQuery match_query(const Entry& entry) const = 0;
+    virtual std::vector<Match> match(const MatchQuery& query) = 0;
+    // What a till sells most, which whoever has the time reads; null if it does not count.
+    virtual Popular* popular() = 0;
+};
 
 }  // namespace sales

@@ -64,7 +64,7 @@ struct SourceItem {
 
 // The lines of the invoice being rung up: entering, editing and deleting them, and looking items up. Rows are
 // counted from 0; the grid shows row 0 as number 1.
-class SaleLines : DeskPart {
+class SaleLines : DeskPart, public MatchSource {
   public:
     explicit SaleLines(DeskState& state) : DeskPart(state) {}
 
@@ -104,11 +104,9 @@ class SaleLines : DeskPart {
     std::optional<std::size_t> escape_to_quantity() const;
 
     FoundItems search(const SearchFilters& filters);
-    // The query for what stands in an entry field, and its answer; no words for what is no search.
-    MatchQuery match_query(const Entry& entry) const;
-    std::vector<Match> match(const MatchQuery& query);
-    // What this till sells most, which whoever has the time reads.
-    Popular& popular() { return state_.popular; }
+    MatchQuery match_query(const Entry& entry) const override;
+    std::vector<Match> match(const MatchQuery& query) override;
+    Popular* popular() override { return &state_.popular; }
     std::optional<ItemInfo> item_info(std::int64_t code);
 
   private:

@@ -2,10 +2,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "admin/barcodes.h"
 #include "admin/workbench.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "goods/barcodes.h"
 #include "shop/rows.h"
 
 namespace {
@@ -137,7 +137,7 @@ TEST_F(DemoData, ManyItemsHaveSeveralBatches) {
 
 TEST_F(DemoData, EveryBarcodeHasACorrectCheckDigitAndIsNotAScaleLabel) {
     for (const auto& row : shop->query("select bar from barcode")) {
-        EXPECT_TRUE(admin::is_true_ean13(row.text("bar"))) << row.text("bar");
+        EXPECT_TRUE(goods::is_true_ean(row.text("bar"))) << row.text("bar");
         EXPECT_FALSE(row.text("bar").starts_with("2")) << row.text("bar");
     }
 }

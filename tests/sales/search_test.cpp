@@ -221,8 +221,8 @@ TEST(Matches, BeginningsOfWordsComeFirstAndThenWhatSellsMost) {
         counter.shop.sql(std::string("insert into items (code,name,num1,price12) select ") + item + ",1,5");
     auto& desk = counter.open();
     EXPECT_THAT(matching(counter, "بيض"), ElementsAre(502, 504, 501, 503)) << "by their names";
-    desk.lines().popular().add({{503, "لبن بالبيض", 9}, {501, "جبنة بيضاء", 5}}, 1);
-    desk.lines().popular().add({{504, "البيض المسلوق", 4}, {501, "جبنة بيضاء", 1}}, 1);
+    desk.lines().popular()->add({{503, "لبن بالبيض", 9}, {501, "جبنة بيضاء", 5}}, 1);
+    desk.lines().popular()->add({{504, "البيض المسلوق", 4}, {501, "جبنة بيضاء", 1}}, 1);
     EXPECT_THAT(matching(counter, "بيض"), ElementsAre(501, 504, 502, 503));
     EXPECT_THAT(matching(counter, "بيض جبنه"), ElementsAre(501));
     counter.shop.sql("update items set stop = 1 where code = 501");

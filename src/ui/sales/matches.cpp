@@ -14,8 +14,6 @@
 #include "common/messages.h"
 #include "common/numbers.h"
 #include "sales/items.h"
-#include "sales/sales_desk.h"
-#include "ui/sales/commands.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_button.h"
@@ -80,8 +78,8 @@ class UnitCells : public QStyledItemDelegate {
 
 }  // namespace
 
-Matches::Matches(QWidget* window, sales::SalesDesk& desk, const Context& context)
-    : QFrame(window), desk_(desk), context_(context), pause_([this] { answer(); }) {
+Matches::Matches(QWidget* over, sales::MatchSource& source, const Context& context, const QString& more_keys)
+    : QFrame(over), source_(source), context_(context), more_keys_(more_keys), pause_([this] { answer(); }) {
     setObjectName("matches_panel");
     set_role(this, "matches");
     setFocusPolicy(Qt::NoFocus);
@@ -116,8 +114,8 @@ Matches::Matches(QWidget* window, sales::SalesDesk& desk, const Context& context
     });
     connect(&popular_, &QTimer::timeout, this, &Matches::read_popular);
     popular_.setSingleShot(true);
-    popular_.start(popular_after_ms);
-    window->installEventFilter(this);
+    if (source_.popular() != nullptr) popular_.start(popular_after_ms);
+    over->installEventFilter(this);
 }
 
 void Matches::follow(QLineEdit* field) {
@@ -134,7 +132,7 @@ sales::Entry Matches::typed_entry() const {
 
 void Matches::edited(QLineEdit* field) {
     field_ = field;
-    if (desk_.lines().match_query(typed_entry()).typed.empty()) return shut();
+    if (source_.match_query(typed_entry()).typed.empty()) return shut();
     pause_.begin(burst_ > 1 ? SearchPause::burst_ms : SearchPause::quick_ms);
 }
 
@@ -147,7 +145,7 @@ void Matches::answer() {
         popular_.stop();
         read_popular();
     }
-    const sales::MatchQuery query = desk_.lines().match_query(typed_entry());
+    const sales::MatchQuery query = source_.match_query(typed_entry());
     if (query.typed.empty() || query.typed == answered_) return;
     is_asking_ = true;
     const auto found = std::make_shared<std::vector<sales::Match>>();
@@ -168,15 +166,16 @@ void Matches::answer() {
 
 void Matches::answer_now() {
     pause_.cancel();
-    if (!desk_.lines().popular().is_complete() && context_.connection.is_embedded()) {
+    const sales::Popular* popular = source_.popular();
+    if (popular != nullptr && !popular->is_complete() && context_.connection.is_embedded()) {
         QElapsedTimer spent;
         spent.start();
-        while (!desk_.lines().popular().is_complete() && spent.elapsed() < first_popular_ms)
+        while (!popular->is_complete() && spent.elapsed() < first_popular_ms)
             read_popular_days(1);
     }
-    const sales::MatchQuery query = desk_.lines().match_query(typed_entry());
+    const sales::MatchQuery query = source_.match_query(typed_entry());
     if (query.typed.empty()) return shut();
-    show_matches(query.typed, desk_.lines().match(query));
+    show_matches(query.typed, source_.match(query));
 }
 
 void Matches::show_matches(const std::string& typed, std::vector<sales::Match> found) {
@@ -191,8 +190,8 @@ void Matches::show_matches(const std::string& typed, std::vector<sales::Match> f
             row << (price ? figure(common::format_amount(*price)) : QString());
         rows.push_back(row << (match.stock ? figure(common::format_quantity(*match.stock)) : QString()));
     }
-    const QString keys = QString("\u200fEnter إدخال · Down اختيار صنف · %1 اختيار الوحدة · %2 بحث بالتفصيل")
-                             .arg(next_unit_cap, key_cap(key::search));
+    const QString keys =
+        QString("\u200fEnter إدخال · Down اختيار صنف · %1 اختيار الوحدة").arg(next_unit_cap) + more_keys_;
     hint_->setText(found_.empty()                        ? "Esc مسح ما كتب"
                    : found_.size() < sales::most_matches ? keys
                                                          : "اكتب حرفا آخر لباقي الأصناف · " + keys);
@@ -206,10 +205,10 @@ void Matches::show_matches(const std::string& typed, std::vector<sales::Match> f
 // Below the field, as wide as the bar that it stands in.
 void Matches::place() {
     const QWidget* bar = field_->parentWidget();
-    const QPoint left = bar->mapTo(window(), QPoint(0, 0));
-    const int top = field_->mapTo(window(), QPoint(0, field_->height())).y() + px(4);
+    const QPoint left = bar->mapTo(parentWidget(), QPoint(0, 0));
+    const int top = field_->mapTo(parentWidget(), QPoint(0, field_->height())).y() + px(4);
     const int other = px(heading_height) + hint_->sizeHint().height() + 2 * px(3) + 2;
-    const int fits = (window()->height() - top - other - px(below_list)) / px(row_height);
+    const int fits = (parentWidget()->height() - top - other - px(below_list)) / px(row_height);
     const int rows = std::clamp(static_cast<int>(found_.size()), 2, std::max(2, std::min(fits, most_rows)));
     setGeometry(left.x(), top, bar->width(), rows * px(row_height) + other);
 }
@@ -328,12 +327,12 @@ bool Matches::eventFilter(QObject* watched, QEvent* event) {
 void Matches::read_popular() {
     if (!context_.connection.is_embedded()) return read_popular_days(sales::Popular::days_counted);
     read_popular_days(1);
-    if (!desk_.lines().popular().is_complete()) popular_.start(between_days_ms);
+    if (!source_.popular()->is_complete()) popular_.start(between_days_ms);
 }
 
 // A file is read day by day, each within a few milliseconds, and a server once.
 void Matches::read_popular_days(int days) {
-    sales::Popular& popular = desk_.lines().popular();
+    sales::Popular& popular = *source_.popular();
     if (popular.is_complete()) return;
     const sales::Days wanted = popular.next(context_.services.clock.now().date, days);
     const auto read = [store = context_.session.store_code, cash_point = context_.session.cash_point,
@@ -352,7 +351,7 @@ void Matches::read_popular_days(int days) {
     context_.server.run_later([sold, read](database::Connection& shop) { *sold = read(shop); },
                               [self = QPointer(this), sold, days] {
                                   if (self == nullptr) return;
-                                  self->desk_.lines().popular().add(*sold, days);
+                                  self->source_.popular()->add(*sold, days);
                                   self->answered_.clear();
                                   if (!self->has_chosen_) self->answer();
                               });

@@ -17,10 +17,6 @@ class QKeyEvent;
 class QLabel;
 class QLineEdit;
 
-namespace sales {
-class SalesDesk;
-}
-
 namespace ui {
 
 class ListTable;
@@ -28,7 +24,8 @@ class ListTable;
 class Matches : public QFrame {
     Q_OBJECT
   public:
-    Matches(QWidget* window, sales::SalesDesk& desk, const Context& context);
+    // Lies over `over`, a window, page or sheet. `more_keys` are told behind those of the list.
+    Matches(QWidget* over, sales::MatchSource& source, const Context& context, const QString& more_keys = {});
 
     void follow(QLineEdit* field);
     // Sees each key of a followed field first. Returns true if the list took it: arrows, Enter on a row that
@@ -62,8 +59,9 @@ class Matches : public QFrame {
     void read_popular();
     void read_popular_days(int days);
 
-    sales::SalesDesk& desk_;
-    const Context& context_;
+    sales::MatchSource& source_;
+    Context context_;
+    QString more_keys_;
     ListTable* table_;
     QLabel* hint_;
     QPointer<QLineEdit> field_;  // the one that is typed into; null once it has lost the focus

@@ -70,7 +70,8 @@ SalesWindow::SalesWindow(Context context, const std::vector<Command>& screens)
     column->addLayout(middle, 1);
     column->addWidget(strip_);
 
-    matches_ = new Matches(this, desk_, context_);
+    // "Detailed search".
+    matches_ = new Matches(this, desk_.lines(), context_, " · " + key_cap(key::search) + " بحث بالتفصيل");
     build_strip();
     build_menu();
     connect_parts();

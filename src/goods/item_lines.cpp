@@ -1,15 +1,15 @@
-#include "admin/item_lines.h"
+#include "goods/item_lines.h"
 
 #include <algorithm>
 #include <limits>
 
-#include "admin/barcodes.h"
 #include "common/csv.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "common/typed.h"
+#include "goods/barcodes.h"
 
-namespace admin {
+namespace goods {
 
 namespace {
 
@@ -27,6 +27,32 @@ struct BadLine {
 
 std::string comparable(std::string_view barcode) {
     return common::lower_ascii(common::trim_right(barcode));
+}
+
+// Why a line with this barcode is not imported; empty if it is. Of eight digits shops also have numbers of
+// their own.
+std::string fault_of(const std::string& barcode) {
+    const std::string named = "barcode \"" + barcode + "\"";
+    switch (barcode_fault(barcode)) {
+        case BarcodeFault::empty:
+            return "a barcode is empty; write one \"|\" between two barcodes";
+        case BarcodeFault::blank:
+            return named + " has a blank in it, which no scanner sends; write \"|\" between several barcodes";
+        case BarcodeFault::apostrophe:
+            return named +
+                   " has an apostrophe in it, which the spreadsheet may have put before it to mark a text";
+        case BarcodeFault::rounded:
+            return named +
+                   " was rounded by the spreadsheet; set that column's cells to text and enter it again";
+        case BarcodeFault::receipt:
+            return named + " would be read as the barcode of a receipt";
+        case BarcodeFault::scale_label:
+            return named + " would be read as a label of the scale";
+        case BarcodeFault::check_digit:
+            return barcode.size() == 8 ? std::string() : named + " has a wrong check digit";
+        default:
+            return {};
+    }
 }
 
 class Reader {
@@ -297,7 +323,7 @@ class Reader {
     }
 
     void judge(const std::string& barcode) const {
-        if (auto fault = barcode_fault(barcode); !fault.empty()) throw BadLine{std::move(fault)};
+        if (auto fault = fault_of(barcode); !fault.empty()) throw BadLine{std::move(fault)};
         if (!known_.barcode.fits("bar", barcode)) throw BadLine{"a barcode is too long"};
         if (known_.barcodes.contains(comparable(barcode))) {
             throw BadLine{"barcode " + barcode + " belongs to another item of the shop"};
@@ -331,4 +357,4 @@ ItemFile read_items(std::string_view csv, const KnownGoods& known,
     return Reader(csv, known, reached).read();
 }
 
-}  // namespace admin
+}  // namespace goods

@@ -14,7 +14,7 @@
 #include "common/date_time.h"
 #include "database/choices.h"
 
-namespace admin {
+namespace goods {
 
 struct ItemLine {
     std::size_t line = 0;  // of the file
@@ -71,4 +71,4 @@ const std::vector<ItemColumn>& item_columns();
 ItemFile read_items(std::string_view csv, const KnownGoods& known,
                     const std::function<void(std::size_t)>& reached = {});
 
-}  // namespace admin
+}  // namespace goods

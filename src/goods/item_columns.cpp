@@ -1,7 +1,7 @@
 // The columns of an items file.
-#include "admin/item_lines.h"
+#include "goods/item_lines.h"
 
-namespace admin {
+namespace goods {
 
 const std::vector<ItemColumn>& item_columns() {
     static const std::vector<ItemColumn> columns = {
@@ -39,4 +39,4 @@ const std::vector<ItemColumn>& item_columns() {
     return columns;
 }
 
-}  // namespace admin
+}  // namespace goods

@@ -1,18 +1,12 @@
-#include "admin/item_import.h"
+#include "goods/item_import.h"
 
-#include <CLI/CLI.hpp>
 #include <map>
-#include <memory>
 #include <string>
 
-#include "admin/shop.h"
-#include "admin/tool.h"
-#include "common/code_page.h"
-#include "common/files.h"
 #include "common/text.h"
 #include "database/bulk_insert.h"
 
-namespace admin {
+namespace goods {
 
 using database::BulkInsert;
 using database::BulkRows;
@@ -149,11 +143,9 @@ class Writer {
 };
 
 // Writes all lines or, after an error, none.
-void write(Connection& connection, const ItemFile& file, BulkRows at_once, Tool& tool,
-           ImportOutcome& outcome) {
-    Progress progress(tool, "writing", file.lines.size());
+void write(Connection& connection, const ItemFile& file, BulkRows at_once, common::Moment now,
+           const ImportProgress& progress, ImportOutcome& outcome) {
     database::Transaction transaction(connection);
-    common::Moment now = tool.clock.now();
     now.time.millisecond = 0;  // moments in statements are whole seconds
     Writer writer(connection, now, at_once);
     for (const ItemLine& item : file.lines) {
@@ -164,7 +156,7 @@ void write(Connection& connection, const ItemFile& file, BulkRows at_once, Tool&
                 outcome.problems.push_back({item.line, std::string("the database says: ") + error.what()});
             throw;
         }
-        progress.step();
+        if (progress) progress(ImportStage::writing, outcome.items, file.lines.size());
     }
     writer.finish();
     transaction.commit();
@@ -172,16 +164,17 @@ void write(Connection& connection, const ItemFile& file, BulkRows at_once, Tool&
 }
 
 // Writes all lines, or finds the one that the database refuses.
-void write(Connection& connection, const ItemFile& file, Tool& tool, ImportOutcome& outcome) {
+void write(Connection& connection, const ItemFile& file, const common::Moment& now,
+           const ImportProgress& progress, ImportOutcome& outcome) {
     try {
-        write(connection, file, BulkRows::many, tool, outcome);
+        write(connection, file, BulkRows::many, now, progress, outcome);
         return;
     } catch (const database::Error& error) {
         if (error.kind() != database::Error::Kind::other) throw;
     }
     outcome.items = outcome.barcodes = outcome.batches = 0;
     try {
-        write(connection, file, BulkRows::one, tool, outcome);
+        write(connection, file, BulkRows::one, now, progress, outcome);
     } catch (const database::Error&) {
         if (outcome.problems.empty()) throw;
     }
@@ -189,83 +182,17 @@ void write(Connection& connection, const ItemFile& file, Tool& tool, ImportOutco
 
 }  // namespace
 
-ImportOutcome import_items(Connection& connection, std::string_view csv, Tool& tool) {
+ImportOutcome import_items(Connection& connection, std::string_view csv, const common::Moment& now,
+                           const ImportProgress& progress) {
     ImportOutcome outcome;
-    ItemFile file;
-    {
-        Progress progress(tool, "reading", csv.size());
-        file = read_items(csv, known_goods(connection), [&](std::size_t bytes) { progress.reach(bytes); });
-    }
+    ItemFile file = read_items(csv, known_goods(connection), [&](std::size_t bytes) {
+        if (progress) progress(ImportStage::reading, bytes, csv.size());
+    });
     outcome.problems = std::move(file.problems);
     outcome.notes = std::move(file.notes);
     if (!outcome.problems.empty()) return outcome;
-    write(connection, file, tool, outcome);
+    write(connection, file, now, progress, outcome);
     return outcome;
 }
 
-namespace {
-
-constexpr std::size_t largest_file = 1U << 30U;
-
-struct Options {
-    std::string file;
-    bool columns = false;
-    bool code_page_1256 = false;
-};
-
-void list_columns(Tool& tool) {
-    for (const ItemColumn& column : item_columns()) {
-        tool.out << column.name << std::string(16 - column.name.size(), ' ') << column.meaning << '\n';
-    }
-}
-
-// Says what is wrong with lines and what should be looked at, line by line.
-void report(const ImportOutcome& outcome, const Options& options, Tool& tool) {
-    std::multimap<std::size_t, std::string> said;
-    for (const LineProblem& problem : outcome.problems)
-        said.emplace(problem.line, problem.reason);
-    for (const LineProblem& note : outcome.notes)
-        said.emplace(note.line, "note: " + note.reason);
-    for (const auto& [line, text] : said)
-        tool.err << options.file << ':' << line << ": " << text << '\n';
-}
-
-void run(const Options& options, Tool& tool) {
-    std::string csv = common::read_file(tool.folder / options.file, largest_file);
-    if (options.code_page_1256) csv = common::from_code_page_1256(csv);
-    const auto connection = open_shop(tool);
-    const ImportOutcome outcome = import_items(*connection, csv, tool);
-    report(outcome, options, tool);
-    if (!outcome.problems.empty()) {
-        const std::size_t count = outcome.problems.size();
-        throw Refused("nothing was imported; mend the " +
-                      (count == 1 ? std::string("line") : std::to_string(count) + " lines") +
-                      " named above and import the file again");
-    }
-    tool.out << outcome.items << " items, " << outcome.barcodes << " barcodes and " << outcome.batches
-             << " rows of stock imported\n";
-}
-
-}  // namespace
-
-void add_import_items(CLI::App& program, Tool& tool) {
-    const auto options = std::make_shared<Options>();
-    CLI::App* command = program.add_subcommand(
-        "import-items",
-        "Adds the items of a CSV file (UTF-8) with prices, barcodes and opening stock, or none of them");
-    command->add_option("file", options->file, "The CSV file; its first line names the columns");
-    command->add_flag("--columns", options->columns, "List the columns such a file may have");
-    command->add_flag("--code-page-1256", options->code_page_1256,
-                      "The file is in the code page of an Arabic Windows instead of UTF-8");
-    command->callback([options, &tool] {
-        if (options->columns) {
-            list_columns(tool);
-        } else if (options->file.empty()) {
-            throw CLI::RequiredError("file");
-        } else {
-            run(*options, tool);
-        }
-    });
-}
-
-}  // namespace admin
+}  // namespace goods

@@ -1,0 +1,96 @@
+#include <CLI/CLI.hpp>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "admin/shop.h"
+#include "admin/tool.h"
+#include "common/code_page.h"
+#include "common/files.h"
+#include "goods/item_import.h"
+
+namespace admin {
+
+namespace {
+
+constexpr std::size_t largest_file = 1U << 30U;
+
+struct Options {
+    std::string file;
+    bool columns = false;
+    bool code_page_1256 = false;
+};
+
+void list_columns(Tool& tool) {
+    for (const goods::ItemColumn& column : goods::item_columns()) {
+        tool.out << column.name << std::string(16 - column.name.size(), ' ') << column.meaning << '\n';
+    }
+}
+
+// Says what is wrong with lines and what should be looked at, line by line.
+void report(const goods::ImportOutcome& outcome, const Options& options, Tool& tool) {
+    std::multimap<std::size_t, std::string> said;
+    for (const goods::LineProblem& problem : outcome.problems)
+        said.emplace(problem.line, problem.reason);
+    for (const goods::LineProblem& note : outcome.notes)
+        said.emplace(note.line, "note: " + note.reason);
+    for (const auto& [line, text] : said)
+        tool.err << options.file << ':' << line << ": " << text << '\n';
+}
+
+goods::ImportOutcome import_with_progress(database::Connection& connection, std::string_view csv,
+                                          Tool& tool) {
+    std::optional<Progress> shown;
+    std::optional<goods::ImportStage> shown_stage;
+    return goods::import_items(
+        connection, csv, tool.clock.now(),
+        [&](goods::ImportStage stage, std::size_t done, std::size_t total) {
+            if (stage != shown_stage) {
+                shown_stage = stage;
+                shown.reset();  // the bar of the stage before is erased first
+                shown.emplace(tool, stage == goods::ImportStage::reading ? "reading" : "writing", total);
+            }
+            shown->reach(done);
+        });
+}
+
+void run(const Options& options, Tool& tool) {
+    std::string csv = common::read_file(tool.folder / options.file, largest_file);
+    if (options.code_page_1256) csv = common::from_code_page_1256(csv);
+    const auto connection = open_shop(tool);
+    const goods::ImportOutcome outcome = import_with_progress(*connection, csv, tool);
+    report(outcome, options, tool);
+    if (!outcome.problems.empty()) {
+        const std::size_t count = outcome.problems.size();
+        throw Refused("nothing was imported; mend the " +
+                      (count == 1 ? std::string("line") : std::to_string(count) + " lines") +
+                      " named above and import the file again");
+    }
+    tool.out << outcome.items << " items, " << outcome.barcodes << " barcodes and " << outcome.batches
+             << " rows of stock imported\n";
+}
+
+}  // namespace
+
+void add_import_items(CLI::App& program, Tool& tool) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand(
+        "import-items",
+        "Adds the items of a CSV file (UTF-8) with prices, barcodes and opening stock, or none of them");
+    command->add_option("file", options->file, "The CSV file; its first line names the columns");
+    command->add_flag("--columns", options->columns, "List the columns such a file may have");
+    command->add_flag("--code-page-1256", options->code_page_1256,
+                      "The file is in the code page of an Arabic Windows instead of UTF-8");
+    command->callback([options, &tool] {
+        if (options->columns) {
+            list_columns(tool);
+        } else if (options->file.empty()) {
+            throw CLI::RequiredError("file");
+        } else {
+            run(*options, tool);
+        }
+    });
+}
+
+}  // namespace admin

@@ -1,0 +1,54 @@
+// The field of the office in which an item is named: by a scan, by its code, or by words with the matches
+// below them, as the till's entry field does.
+#pragma once
+
+#include <QLineEdit>
+
+#include "goods/pick.h"
+#include "sales/matches.h"
+#include "ui/widgets/context.h"
+
+namespace ui {
+
+class Matches;
+
+class ItemField : public QLineEdit {
+    Q_OBJECT
+  public:
+    // The matches lie over `over`, the page or sheet that the field stands on, as wide as what holds the
+    // field.
+    ItemField(const QString& name, const Context& context, QWidget* over);
+
+    // The store whose stock the matches show; at first that of the session.
+    void set_store(std::int64_t store);
+
+  signals:
+    // Enter, a scan, or a match that was chosen. The field is empty then.
+    void picked(const goods::Pick& pick);
+    // Down in a field without matches: the list below is meant.
+    void left_downwards();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+  private:
+    class Source : public sales::MatchSource {
+      public:
+        explicit Source(const Context& context);
+        sales::MatchQuery match_query(const sales::Entry& entry) const override;
+        std::vector<sales::Match> match(const sales::MatchQuery& query) override;
+        sales::Popular* popular() override { return nullptr; }
+        std::int64_t store;
+
+      private:
+        Context context_;
+    };
+    void enter(const sales::Entry& entry);
+
+    Context context_;
+    Source source_;
+    Matches* matches_;
+};
+
+}  // namespace ui
