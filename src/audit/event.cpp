@@ -24,6 +24,8 @@ constexpr std::array names = {
     KindName{Kind::return_saved, "return_saved", "مرتجع"},                   // a return
     KindName{Kind::count, "count", "جرد خزينة"},                             // a count of a drawer
     KindName{Kind::shift_changed, "shift_changed", "تغيير وردية"},           // a shift started or closed
+    KindName{Kind::item_changed, "item_changed", "تغيير بيانات صنف"},        // an item's card was changed
+    KindName{Kind::prices_changed, "prices_changed", "تعديل أسعار أصناف"},   // prices of items were changed
 };
 
 }  // namespace

@@ -28,6 +28,9 @@ enum class Kind {
     return_saved,
     count,
     shift_changed,
+    // In the office.
+    item_changed,
+    prices_changed,
 };
 
 // A kind as it is stored, and as the list calls it.

@@ -94,6 +94,12 @@ constexpr Fragment till_tables[] = {
     "user_name nvarchar(100) null, moment datetime null, customer nvarchar(100) null, net float null, "
     "line_count int null, content nvarchar(max) null, taken bigint null, taken_cash int null, "
     "taken_user nvarchar(100) null)",
+    // goods/prices.h
+    "create table till_price (icode int not null, num bigint not null, unit int not null, level int not "
+    "null, "
+    "old_price float null, new_price float null, moment datetime null, user_code int null, user_name "
+    "nvarchar(100) null, why nvarchar(50) null, primary key (icode, num))",
+    "create index till_price_moment on till_price (moment)",
 };
 
 }  // namespace

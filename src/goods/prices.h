@@ -1,0 +1,66 @@
+// The prices of items: the one way in which the office changes them, and the history of their changes.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/date_time.h"
+#include "database/connection.h"
+#include "sales/items.h"
+#include "signin/session.h"
+
+namespace goods {
+
+inline constexpr int units = 3;         // unit, pack, carton
+inline constexpr int price_levels = 5;  // 1 is the cost, 2 to 5 are selling prices (sales/items.h)
+
+// A price on an item's card, in a unit and at a level.
+struct NewPrice {
+    std::int64_t item = 0;
+    int unit_level = 1;
+    int price_level = sales::retail_level;
+    double price = 0;
+};
+
+struct ChangedPrice {
+    NewPrice price;
+    std::optional<double> from;  // nothing if the card had none
+};
+
+// What the history says changed a price.
+namespace why {
+inline constexpr std::string_view card = "كارت الصنف";      // the item's card
+inline constexpr std::string_view several = "تعديل أسعار";  // several items at once
+inline constexpr std::string_view receipt = "بضاعة واردة";  // goods in
+inline constexpr std::string_view import = "استيراد ملف";   // an imported file
+}  // namespace why
+
+// Two prices that are written alike.
+bool same_price(double one, double other);
+
+// Writes prices on the cards of items that the shop has, and each change into the history, in the
+// transaction of the caller. A price that the card has already is left. Returns what changed, with what was
+// there before. Throws Error 40001 if somebody changed a price meanwhile: the transaction begins again then
+// (database/transaction.h).
+std::vector<ChangedPrice> change_prices(database::Connection& connection, const signin::Session& session,
+                                        const common::Moment& now, const std::vector<NewPrice>& prices,
+                                        std::string_view why);
+
+// The cost of an item in all units that it has, from the cost of its unit: that of pack and carton is the
+// unit's times the units in it, unless the card (a row of items) sets it apart.
+std::vector<NewPrice> costs_of_units(const database::Row& card, double cost_of_unit);
+
+struct PriceHistoryRow {
+    NewPrice price;
+    std::optional<double> from;
+    common::Moment moment;
+    std::string user;
+    std::string why;
+};
+// The changes of an item's prices, the latest first; empty if the shop keeps no history.
+std::vector<PriceHistoryRow> price_history(database::Connection& connection, std::int64_t item);
+
+}  // namespace goods
