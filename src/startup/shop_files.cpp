@@ -225,10 +225,11 @@ void ActivityLog::log_event(std::string_view message, std::string_view code) {
     const std::string line =
         fmt::format("{}{}{}{}{} {:02}:{:02}\n", on_one_line(message), between, on_one_line(code), between,
                     common::date_text(now.date), now.time.hour, now.time.minute);
+    if (!file_.empty() && common::append_to_file(file_, line)) return;
     const auto folder = find_file(folder_, logs_folder_name);
     if (!folder) return;
-    const auto file = find_file(*folder, log_file_name).value_or(*folder / log_file_name);
-    common::append_to_file(file, line);
+    file_ = file_in(*folder, log_file_name);
+    common::append_to_file(file_, line);
 }
 
 }  // namespace startup

@@ -78,6 +78,7 @@ class ActivityLog final : public common::Log {
 
   private:
     std::filesystem::path folder_;
+    std::filesystem::path file_;  // of the last line, looked for again when it is gone
     common::Clock& clock_;
 };
 

@@ -182,6 +182,15 @@ TEST_F(ShopFilesTest, AppendsLogLines) {
               "بدء التشغيل  ----  222  ----  2026/11/21 10:42\n"
               "two  lines  ----  x y  ----  2026/01/02 03:04\n");
     EXPECT_FALSE(fs::exists(folder / "Logs"));
+
+    // A log that was taken away begins anew.
+    fs::remove(folder / "logs" / "hm_log.qzv");
+    log.log_event("again", "1");
+    EXPECT_EQ(read_file(folder / "logs" / "hm_log.qzv"), "again  ----  1  ----  2026/01/02 03:04\n");
+    fs::rename(folder / "logs", folder / "LOGS");
+    log.log_event("more", "1");
+    EXPECT_TRUE(
+        read_file(folder / "LOGS" / "hm_log.qzv").ends_with("more  ----  1  ----  2026/01/02 03:04\n"));
 }
 
 TEST_F(ShopFilesTest, ALogThatCannotBeWrittenStopsNothing) {
