@@ -85,11 +85,21 @@ TEST(Typed, TimesStandAlone) {
 }
 
 TEST(Amounts, RoundOnceAndAddExactly) {
-    EXPECT_EQ(Amount(2.675).text(), "2.68");
-    EXPECT_EQ(Amount(-1.005).text(), "-1.01");
-    EXPECT_EQ(Amount(-0.004).text(), "0.00");
-    EXPECT_EQ(Amount(-0.05).text(), "-0.05");
-    EXPECT_EQ(Amount(0.0 / 1.0).text(), "0.00");
+    // To seven decimals first, which takes the error of binary fractions away, and then to two.
+    for (const auto& [computed, text] :
+         std::initializer_list<std::pair<double, const char*>>{{2.675, "2.68"},
+                                                               {-1.005, "-1.01"},
+                                                               {0.7 * 1.15, "0.81"},
+                                                               {-0.004, "0.00"},
+                                                               {-0.05, "-0.05"},
+                                                               {-0.0, "0.00"},
+                                                               {0.00499994, "0.00"},
+                                                               {0.00499995, "0.01"},
+                                                               {0.00499996, "0.01"},
+                                                               {999'999.995, "1000000.00"},
+                                                               {-999'999.9949999, "-999999.99"},
+                                                               {1'234'567.005, "1234567.01"}})
+        EXPECT_EQ(Amount(computed).text(), text) << computed;
     Amount sum;
     for (int i = 0; i < 1000; ++i)
         sum += Amount(0.1);
