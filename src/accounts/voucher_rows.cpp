@@ -4,6 +4,21 @@
 #include "database/next_number.h"
 #include "database/recordset.h"
 
+namespace database {
+
+static void write_json(common::JsonWriter& to, const Value& from) {
+    std::visit(
+        [&to](const auto& cell) {
+            if constexpr (std::is_same_v<std::decay_t<decltype(cell)>, Null>)
+                to.value(std::nullopt);
+            else
+                to.value(cell);
+        },
+        from);
+}
+
+}  // namespace database
+
 namespace accounts {
 
 using database::Recordset;
@@ -11,17 +26,6 @@ using database::Sql;
 using database::Value;
 
 namespace {
-
-nlohmann::json json_of(const Value& value) {
-    return std::visit(
-        [](const auto& cell) {
-            if constexpr (std::is_same_v<std::decay_t<decltype(cell)>, database::Null>)
-                return nlohmann::json();
-            else
-                return nlohmann::json(cell);
-        },
-        value);
-}
 
 Value value_of(const nlohmann::json& cell) {
     if (cell.is_number_integer()) return cell.get<std::int64_t>();
@@ -78,16 +82,16 @@ std::string VoucherRows::add_row() {
 std::string VoucherRows::rewrite_row() {
     const auto found = find_voucher(connection_, save_.record.kind, *save_.former);
     if (!found) throw database::Error("02000", "the voucher is gone", "vencuspay");
-    nlohmann::json cells = nlohmann::json::object();
+    std::map<std::string, Value> cells;
     const auto columns = connection_.description("vencuspay")->columns;
     for (const std::string& column : columns)
-        cells[column] = json_of(found->row.value(column));
+        cells[column] = found->row.value(column);
     Recordset row(connection_, found->statement);
     move_to(row, *save_.former);
     set_columns(row, save_.record, method_of(found->row));
     row.set("pay_id", save_.id);
     row.update();
-    return cells.dump();
+    return common::json_text(cells);
 }
 
 void VoucherRows::restore_row(const std::string& noted) {

@@ -16,11 +16,6 @@ using database::Value;
 
 constexpr int rows_at_once = 5'000;
 
-template <typename T>
-nlohmann::json or_null(const std::optional<T>& value) {
-    return value ? nlohmann::json(*value) : nlohmann::json();
-}
-
 Value value_of(const std::optional<std::int64_t>& number) {
     return number ? Value(*number) : Value(database::Null());
 }
@@ -70,24 +65,12 @@ class Chain {
 End after(const End& end, std::int64_t till, const Entry& entry) {
     const Event& event = entry.event;
     const auto& approver = event.approver;
-    const nlohmann::json content = {
-        end.hash,
-        till,
-        end.number + 1,
-        entry.id,
-        common::moment_text(entry.moment),
-        entry.store,
-        entry.user.code,
-        entry.user.name,
-        entry.kind,
-        event.what,
-        event.amount ? nlohmann::json(event.amount->hundredths()) : nlohmann::json(),
-        or_null(event.item),
-        or_null(event.invoice),
-        approver ? nlohmann::json(approver->code) : nlohmann::json(),
-        approver ? approver->name : std::string(),
-    };
-    return {end.number + 1, sha256(common::json_text(content))};
+    common::JsonWriter content;
+    content.list(end.hash, till, end.number + 1, entry.id, common::moment_text(entry.moment), entry.store,
+                 entry.user.code, entry.user.name, entry.kind, event.what, event.amount, event.item,
+                 event.invoice, approver ? std::optional(approver->code) : std::nullopt,
+                 approver ? approver->name : std::string());
+    return {end.number + 1, sha256(content.text())};
 }
 
 database::Command insertion(const End& end, std::int64_t till, const Entry& entry) {

@@ -32,11 +32,11 @@ std::string text_of(const fs::path& file) {
 }
 
 std::string entry_line(const Entry& entry) {
-    return common::json_text(nlohmann::json{{"entry", entry}}) + "\n";
+    return "{\"entry\":" + common::json_text(entry) + "}\n";
 }
 
 std::string end_line(const End& end, std::int64_t last) {
-    return common::json_text(nlohmann::json{{"end", end}, {"last", last}}) + "\n";
+    return "{\"end\":" + common::json_text(end) + ",\"last\":" + std::to_string(last) + "}\n";
 }
 
 void take_line(Kept& kept, std::string_view line) {

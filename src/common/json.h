@@ -1,81 +1,150 @@
-// Values as JSON (the library nlohmann-json), for texts that a later version of the program may read. The
-// fields of a structure are listed once, with TALLVEX_JSON, and are written and read by that list.
+// Values as JSON, for texts that a later version of the program may read. The fields of a structure are
+// listed once, with TALLVEX_JSON, and are written and read by that list. Texts are read with the library
+// nlohmann-json; they are written here, without its tree of values, because every save and every change of an
+// invoice does so.
 #pragma once
 
+#include <concepts>
+#include <cstdint>
+#include <initializer_list>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "common/amount.h"
 #include "common/date_time.h"
 
-// In the structure's own namespace. A field that a text lacks keeps the structure's default, so fields that have
-// it are left out: every save, and every change of an invoice, writes such texts.
+// In the structure's own namespace. A field that a text lacks keeps the structure's default, so fields that
+// have it are left out.
 #define TALLVEX_JSON(Type, ...)                                                    \
-    inline void to_json(nlohmann::json& to, const Type& from) {                    \
+    inline void write_json(common::JsonWriter& to, const Type& from) {             \
         static const Type plain{};                                                 \
-        to = nlohmann::json::object();                                             \
+        to.begin_object();                                                         \
         NLOHMANN_JSON_EXPAND(NLOHMANN_JSON_PASTE(TALLVEX_JSON_WRITE, __VA_ARGS__)) \
+        to.end_object();                                                           \
     }                                                                              \
     inline void from_json(const nlohmann::json& from, Type& to) {                  \
         static const Type plain{};                                                 \
         NLOHMANN_JSON_EXPAND(NLOHMANN_JSON_PASTE(TALLVEX_JSON_READ, __VA_ARGS__))  \
     }
-#define TALLVEX_JSON_WRITE(field) \
-    if (!common::is_plain(from.field, plain.field)) to[#field] = from.field;
-#define TALLVEX_JSON_READ(field) to.field = from.value(#field, plain.field);
+#define TALLVEX_JSON_WRITE(name) to.field(#name, from.name, plain.name);
+#define TALLVEX_JSON_READ(name) to.name = from.value(#name, plain.name);
 
 namespace common {
 
-// Whether a field is as in a new structure. Structures within it are not compared.
-template <typename T>
-bool is_plain(const T& value, const T& plain) {
-    if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T> || std::is_same_v<T, std::string>)
-        return value == plain;
-    else
-        return false;
-}
-template <typename T>
-bool is_plain(const std::optional<T>& value, const std::optional<T>& plain) {
-    return !value && !plain;
-}
-template <typename T>
-bool is_plain(const std::vector<T>& value, const std::vector<T>& plain) {
-    return value.empty() && plain.empty();
-}
+// Appends one value after the other to a text. Bytes that are no UTF-8 become replacement characters, numbers
+// that are not finite become null.
+class JsonWriter {
+  public:
+    // Fields of these names are left out of all structures.
+    explicit JsonWriter(std::initializer_list<std::string_view> left_out = {}) : left_out_(left_out) {}
+    const std::string& text() const { return text_; }
 
-}  // namespace common
-
-namespace nlohmann {
-
-// Nothing is null.
-template <typename T>
-struct adl_serializer<std::optional<T>> {
-    static void to_json(json& to, const std::optional<T>& from) {
+    void value(std::string_view text);
+    void value(const std::string& text) { value(std::string_view(text)); }
+    void value(const char* text) { value(std::string_view(text)); }
+    void value(double number);
+    void value(bool is_true) { text_ += is_true ? "true" : "false"; }
+    void value(std::nullopt_t) { text_ += "null"; }
+    template <std::integral T>
+    void value(T number) {
+        text_ += std::to_string(number);
+    }
+    template <typename T>
+    requires std::is_enum_v<T>
+    void value(T choice) { value(static_cast<std::int64_t>(choice)); }
+    template <typename T>
+    void value(const std::optional<T>& from) {
         if (from)
-            to = *from;
+            value(*from);
         else
-            to = nullptr;
+            value(std::nullopt);
     }
-    static void from_json(const json& from, std::optional<T>& to) {
-        if (from.is_null())
-            to.reset();
+    template <typename T>
+    void value(const std::vector<T>& from) {
+        begin('[');
+        for (const T& one : from)
+            element(one);
+        end(']');
+    }
+    template <typename A, typename B>
+    void value(const std::pair<A, B>& from) {
+        list(from.first, from.second);
+    }
+    template <typename T>
+    void value(const std::map<std::string, T>& from) {
+        begin_object();
+        for (const auto& [name, one] : from) {
+            element(name);
+            text_ += ':';
+            value(one);
+        }
+        end_object();
+    }
+    // A structure with TALLVEX_JSON, or another type with a write_json of its own.
+    template <typename T>
+    requires requires(JsonWriter& to, const T& from) { write_json(to, from); }
+    void value(const T& from) { write_json(*this, from); }
+
+    template <typename... T>
+    void list(const T&... all) {
+        begin('[');
+        (element(all), ...);
+        end(']');
+    }
+    void begin_object() { begin('{'); }
+    void end_object() { end('}'); }
+    // A field of a structure, unless it is as in a new one.
+    template <typename T>
+    void field(std::string_view name, const T& from, const T& plain) {
+        if (is_plain(from, plain) || is_left_out(name)) return;
+        name_field(name);
+        value(from);
+    }
+
+  private:
+    // Structures within a structure are not compared.
+    template <typename T>
+    static bool is_plain(const T& from, const T& plain) {
+        if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T> || std::is_same_v<T, std::string>)
+            return from == plain;
         else
-            to = from.get<T>();
+            return false;
     }
+    template <typename T>
+    static bool is_plain(const std::optional<T>& from, const std::optional<T>& plain) {
+        return !from && !plain;
+    }
+    template <typename T>
+    static bool is_plain(const std::vector<T>& from, const std::vector<T>& plain) {
+        return from.empty() && plain.empty();
+    }
+    bool is_left_out(std::string_view name) const;
+    void begin(char bracket);
+    void end(char bracket);
+    void separate();
+    void name_field(std::string_view name);
+    template <typename T>
+    void element(const T& from) {
+        separate();
+        value(from);
+    }
+
+    std::vector<std::string_view> left_out_;
+    std::string text_;
+    bool is_first_ = true;  // in the innermost object or list
 };
 
-}  // namespace nlohmann
-
-namespace common {
-
-// A value as a text. Bytes that are no UTF-8 become replacement characters.
 template <typename T>
 std::string json_text(const T& value) {
-    return nlohmann::json(value).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    JsonWriter writer;
+    writer.value(value);
+    return writer.text();
 }
 // Throws std::exception for a text that holds no such value.
 template <typename T>
@@ -87,11 +156,26 @@ TALLVEX_JSON(Date, year, month, day)
 TALLVEX_JSON(TimeOfDay, hour, minute, second, millisecond)
 TALLVEX_JSON(Moment, date, time)
 
-inline void to_json(nlohmann::json& to, Amount from) {
-    to = from.hundredths();
+inline void write_json(JsonWriter& to, Amount from) {
+    to.value(from.hundredths());
 }
 inline void from_json(const nlohmann::json& from, Amount& to) {
     to = Amount::of_hundredths(from.get<std::int64_t>());
 }
 
 }  // namespace common
+
+namespace nlohmann {
+
+// Nothing is null.
+template <typename T>
+struct adl_serializer<std::optional<T>> {
+    static void from_json(const json& from, std::optional<T>& to) {
+        if (from.is_null())
+            to.reset();
+        else
+            to = from.get<T>();
+    }
+};
+
+}  // namespace nlohmann

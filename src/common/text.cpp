@@ -10,29 +10,6 @@ bool is_continuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-// Reads the character at `at` and moves `at` past it, or past one byte if the bytes are malformed.
-char32_t next_character(std::string_view text, std::size_t& at) {
-    const auto lead = static_cast<unsigned char>(text[at++]);
-    if (lead < 0x80) return lead;
-    const int more = lead >= 0xF0 && lead <= 0xF4   ? 3
-                     : lead >= 0xE0 && lead <= 0xEF ? 2
-                     : lead >= 0xC2 && lead <= 0xDF ? 1
-                                                    : 0;
-    if (more == 0) return replacement;
-    char32_t character = lead & (0x3FU >> more);
-    std::size_t end = at;
-    for (int i = 0; i < more; ++i, ++end) {
-        if (end >= text.size() || !is_continuation(text[end])) return replacement;
-        character = (character << 6U) | (static_cast<unsigned char>(text[end]) & 0x3FU);
-    }
-    const char32_t least = more == 3 ? 0x10000 : more == 2 ? 0x800 : 0x80;
-    if (character < least || character > 0x10FFFF || (character >= 0xD800 && character <= 0xDFFF)) {
-        return replacement;
-    }
-    at = end;
-    return character;
-}
-
 void append(std::string& out, char32_t c) {
     const auto byte = [&out](char32_t value) { out += static_cast<char>(static_cast<unsigned char>(value)); };
     if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) c = replacement;
@@ -127,6 +104,28 @@ std::string printable(std::string_view text) {
     std::u32string kept = code_points(text);
     std::erase_if(kept, is_hidden);
     return utf8(kept);
+}
+
+char32_t next_character(std::string_view text, std::size_t& at) {
+    const auto lead = static_cast<unsigned char>(text[at++]);
+    if (lead < 0x80) return lead;
+    const int more = lead >= 0xF0 && lead <= 0xF4   ? 3
+                     : lead >= 0xE0 && lead <= 0xEF ? 2
+                     : lead >= 0xC2 && lead <= 0xDF ? 1
+                                                    : 0;
+    if (more == 0) return replacement;
+    char32_t character = lead & (0x3FU >> more);
+    std::size_t end = at;
+    for (int i = 0; i < more; ++i, ++end) {
+        if (end >= text.size() || !is_continuation(text[end])) return replacement;
+        character = (character << 6U) | (static_cast<unsigned char>(text[end]) & 0x3FU);
+    }
+    const char32_t least = more == 3 ? 0x10000 : more == 2 ? 0x800 : 0x80;
+    if (character < least || character > 0x10FFFF || (character >= 0xD800 && character <= 0xDFFF)) {
+        return replacement;
+    }
+    at = end;
+    return character;
 }
 
 std::u32string code_points(std::string_view text) {

@@ -28,6 +28,8 @@ std::string printable(std::string_view text);
 std::u32string code_points(std::string_view text);
 std::string utf8(std::u32string_view text);
 std::string utf8(char32_t character);
+// Reads the character at `at` and moves `at` past it, or past one byte if the bytes are malformed.
+char32_t next_character(std::string_view text, std::size_t& at);
 
 // Compares without regard to the case of ASCII letters. Inline, because looking up a column calls it for
 // every column before it.

@@ -30,11 +30,9 @@ TALLVEX_JSON(KeptInvoice, invoice, recalled, edited, date_chosen, offer, user, u
 TALLVEX_JSON(KeptChange, mark, head, recalled, lines, line_count)
 
 std::string text_of(const InvoiceToSave& save) {
-    nlohmann::json content = save;
-    content["invoice"].erase("granted_percent");
-    for (nlohmann::json& line : content["invoice"]["lines"])
-        line.erase("granted");
-    return common::json_text(content);
+    common::JsonWriter content({"granted", "granted_percent"});
+    content.value(save);
+    return content.text();
 }
 
 InvoiceToSave read_invoice_to_save(std::string_view text) {
