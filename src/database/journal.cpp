@@ -1,5 +1,7 @@
 #include "database/journal.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "common/random.h"
@@ -81,22 +83,22 @@ void Journal::once(int step, const std::function<std::string()>& write) {
     count_as_done(step, noted);
 }
 
-void Journal::run(const std::vector<PlannedStep>& steps, const std::vector<Command>* ending) {
+void Journal::run(std::vector<PlannedStep>& steps, std::vector<Command>* ending) {
     std::vector<Command> commands;
-    const auto add_transaction = [&](const std::vector<Command>& first, const std::vector<Command>& then) {
+    const auto add_transaction = [&](std::vector<Command> first, std::vector<Command> then) {
         if (first.empty() && then.empty()) return;
         commands.emplace_back(Sql("begin transaction"));
-        commands.insert(commands.end(), first.begin(), first.end());
-        commands.insert(commands.end(), then.begin(), then.end());
+        std::ranges::move(first, std::back_inserter(commands));
+        std::ranges::move(then, std::back_inserter(commands));
         commands.emplace_back(Sql("commit transaction"));
     };
     std::vector<std::pair<const PlannedStep*, std::size_t>> ends;  // of the steps in the batch
-    for (const PlannedStep& step : steps) {
+    for (PlannedStep& step : steps) {
         if (has_done(step.number)) continue;
-        add_transaction(step.commands, notes(step.number, step.noted, ends.empty()));
+        add_transaction(std::move(step.commands), notes(step.number, step.noted, ends.empty()));
         ends.emplace_back(&step, commands.size());
     }
-    if (ending != nullptr) add_transaction(removal(), *ending);
+    if (ending != nullptr) add_transaction(removal(), std::move(*ending));
     const auto count_done = [&](std::size_t done) {
         for (const auto& [step, end] : ends)
             if (end <= done) count_as_done(step->number, step->noted);
@@ -117,9 +119,10 @@ std::vector<Command> Journal::notes(int step, const std::string& noted, bool is_
     std::vector<Command> commands;
     if (!is_recorded()) return commands;
     const auto add = [&](int number, const std::string& text) {
-        commands.push_back(Command(Sql("insert into till_step (save_id,step,noted) select id, ") + number +
-                                   ", " + quoted(text) + " from till_save where id = " + id_)
-                               .that_must_change());
+        commands.push_back(
+            Command("insert into till_step (save_id,step,noted) select id, ?, ? from till_save where id = ?",
+                    {std::int64_t{number}, text, id_})
+                .that_must_change());
     };
     if (is_next)
         for (const int waiting : noted_with_next_)

@@ -62,10 +62,10 @@ class Journal {
     // Does a step, unless it is done already. `write` returns what only the moment of writing knows and
     // taking the step back needs. It runs again from its beginning if another till was in the way.
     void once(int step, const std::function<std::string()>& write);
-    // Does planned steps in their order, on a server in one journey. After an error has_done() tells the
-    // steps that are done, unless the answer was lost. Nothing is tried again: what changed must be planned
-    // anew.
-    void run(const std::vector<PlannedStep>& steps) { run(steps, nullptr); }
+    // Does planned steps in their order, on a server in one journey, and takes their commands. After an error
+    // has_done() tells the steps that are done, unless the answer was lost. Nothing is tried again: what
+    // changed must be planned anew.
+    void run(std::vector<PlannedStep>& steps) { run(steps, nullptr); }
     // Notes a step that wrote nothing as done, together with the next step.
     void note_with_next(int step) { noted_with_next_.push_back(step); }
     // Takes all steps back, the last one first, and removes the save, in one transaction: another program
@@ -74,12 +74,14 @@ class Journal {
     // Changes what is recorded of the save, none of whose steps went by it yet.
     void rewrite(const JournalEntry& entry);
     // Does the last steps, removes the finished save and, together with it, runs what belongs to its end.
-    void end(const std::vector<PlannedStep>& steps = {}, const std::vector<Command>& with_it = {}) {
-        run(steps, &with_it);
+    void end(std::vector<PlannedStep>& steps, std::vector<Command> with_it) { run(steps, &with_it); }
+    void end() {
+        std::vector<PlannedStep> none;
+        end(none, {});
     }
 
   private:
-    void run(const std::vector<PlannedStep>& steps, const std::vector<Command>* ending);
+    void run(std::vector<PlannedStep>& steps, std::vector<Command>* ending);
     void read_steps();
     void throw_if_gone(const Error& error);
     std::vector<Command> removal() const;

@@ -144,7 +144,7 @@ void InvoiceRows::try_to_write(const Commands& at_end) {
     }
     Commands ending = leaving_the_screen(save_.draft);
     ending.insert(ending.end(), at_end.begin(), at_end.end());
-    do_planned(SaveStep::reservations, [&] { journal_.end(planned_, ending); });
+    do_planned(SaveStep::reservations, [&] { journal_.end(planned_, std::move(ending)); });
 }
 
 bool InvoiceRows::is_to_do(SaveStep step, bool applies) const {
