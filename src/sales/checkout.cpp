@@ -98,7 +98,8 @@ void Checkout::cancel_payment() {
 SaveOutcome Checkout::SaveInvoice() {
     if (state_.busy || !sale_.begun_save) return SaveOutcome::refused;
     const BegunSave begun = *std::exchange(sale_.begun_save, std::nullopt);
-    return change("save", SaveOutcome::refused, [&] {
+    // Nothing is put back after an error: what was saved must not be saved a second time.
+    return look_up("save", SaveOutcome::refused, [&] {
         PaymentTaken taken;
         if (begun.payment) {
             const PaymentConfirmed confirmed = begun.payment->confirm();
@@ -113,7 +114,6 @@ SaveOutcome Checkout::SaveInvoice() {
         take_day(server_date());
         const SaveOutcome outcome = saving_.save(invoice_, taken, state_.draft.mark());
         if (outcome == SaveOutcome::refused) return outcome;
-        // From here on the invoice belongs to the database and must not be saved a second time.
         state_.last_receipt = LastReceipt{invoice_, taken, begun.shift, saving_.time()};
         if (outcome == SaveOutcome::partly_saved) {
             // It stays on the screen, so that the cashier and the manager see what it held.
