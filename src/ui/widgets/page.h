@@ -6,7 +6,6 @@
 namespace ui {
 
 class Page : public QWidget {
-    Q_OBJECT
   public:
     explicit Page(const char* name) { setObjectName(name); }
 
