@@ -355,19 +355,24 @@ Progress Player::do_picture(const Step& step) {
 Progress Player::do_look(const Step& step) {
     if (std::chrono::steady_clock::now() - since_ < painting_time) return Progress::wait("");
     auto shot = read_screenshot(step);
-    if (!shot) return Progress::fail("it reads: look NAME = CAPTION");
+    if (!shot) return Progress::fail("it reads: look NAME = CAPTION, or look NAME of WINDOW = CAPTION");
+    QWidget* other = shot->window.empty() ? nullptr : find_widget(ui::qt(shot->window));
+    if (!shot->window.empty() && other == nullptr)
+        return Progress::wait("no \"" + shot->window + "\" on the screen");
     // The clock on the screen may be a second behind that of the play.
     if (auto* sales = qobject_cast<ui::SalesWindow*>(find_widget("Form31"))) sales->tick();
-    shot->screen = front_screen();
+    shot->screen = other != nullptr ? class_of(*other) : front_screen();
     if (shot->screen.empty()) return Progress::wait("there is no window");
     std::filesystem::create_directories(settings_.pictures);
     const auto file = settings_.pictures / picture_name(shot->name, screen_);
-    if (!save_png(picture_of_screen(screen_), file, screenshot_colours))
+    const QImage picture = other != nullptr ? other->grab().toImage() : picture_of_screen(screen_);
+    if (!save_png(picture, file, screenshot_colours))
         return Progress::fail(file.string() + " cannot be written");
     if (!settings_.screenshots.empty()) {
         std::ofstream(settings_.screenshots, std::ios::app)
             << shot->name << '\t' << shot->screen << '\t' << shot->caption << '\n';
     }
+    if (other != nullptr) return Progress::ok();  // nothing on it can be operated
     for (const std::string& fault : faults_of_screen(input_)) {
         std::fprintf(stderr, "%s:%d: %s: %s\n", script_.file.c_str(), step.line, shot->screen.c_str(),
                      fault.c_str());

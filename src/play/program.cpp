@@ -135,7 +135,7 @@ Section section_of(const std::filesystem::path& file, const std::filesystem::pat
     for (std::string name, screen, caption; std::getline(stream, name, '\t') &&
                                             std::getline(stream, screen, '\t') &&
                                             std::getline(stream, caption);)
-        section.screenshots.push_back({name, caption, screen});
+        section.screenshots.push_back({name, caption, {}, screen});
     return section;
 }
 

@@ -62,19 +62,23 @@ const std::vector<QSize>& page_sizes() {
 std::optional<Screenshot> read_screenshot(const Step& step) {
     const Halves said = split_at(step.rest, "=");
     if (!said.found || said.before.empty() || said.after.empty()) return std::nullopt;
-    return Screenshot{said.before, said.after, {}};
+    const Halves what = split_at(said.before, "of");
+    return Screenshot{what.before, said.after, what.after, {}};
+}
+
+std::string class_of(const QWidget& screen) {
+    int status = 0;
+    const std::unique_ptr<char, decltype(&std::free)> readable(
+        abi::__cxa_demangle(typeid(screen).name(), nullptr, nullptr, &status), &std::free);
+    const std::string name = readable == nullptr ? typeid(screen).name() : readable.get();
+    return name.substr(name.rfind(':') + 1);
 }
 
 std::string front_screen() {
     const QWidget* window = front_window();
     if (window == nullptr) return {};
     const QWidget* front = ui::Sheet::top_of(window);
-    if (front == nullptr) front = window;
-    int status = 0;
-    const std::unique_ptr<char, decltype(&std::free)> readable(
-        abi::__cxa_demangle(typeid(*front).name(), nullptr, nullptr, &status), &std::free);
-    const std::string name = readable == nullptr ? typeid(*front).name() : readable.get();
-    return name.substr(name.rfind(':') + 1);
+    return class_of(front == nullptr ? *window : *front);
 }
 
 QImage picture_of_screen(const QSize& screen) {

@@ -19,13 +19,16 @@ const std::vector<QSize>& page_sizes();
 struct Screenshot {
     std::string name;
     std::string caption;
-    std::string screen;  // the class of the screen, sheet or box in front
+    std::string window;  // the object name of a window that is not the cashier's; empty for his screen
+    std::string screen;  // the class of the screen, sheet or box that is shown
 };
 
-// Reads name and caption from a "look" step. Returns nothing if the step is not of that form.
+// Reads what is to be shown from a "look" step. Returns nothing if the step is not of that form.
 std::optional<Screenshot> read_screenshot(const Step& step);
 
-// The class of the screen, sheet or box in front; empty if there is none.
+// The class of a screen, sheet or box without its namespace.
+std::string class_of(const QWidget& screen);
+// That of the one in front; empty if there is none.
 std::string front_screen();
 
 // The whole screen as the cashier sees it: the active window and the menus or lists open above it. A window
