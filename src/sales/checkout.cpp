@@ -44,7 +44,7 @@ BeginSave Checkout::begin_save() {
     sale_.begun_save.reset();
     refused_field_ = {};
     return change("begin to save", BeginSave::refused, [&] {
-        if (settle_all() || frozen()) return BeginSave::refused;
+        if (settle_all() || frozen() || is_taken_over()) return BeginSave::refused;
         const bool saves_anew = sale_.shows_saved_receipt();
         if (saves_anew && !services_.prompts.question(message::save_as_new)) return BeginSave::refused;
         if (!lines_complete()) return BeginSave::refused;
@@ -100,6 +100,7 @@ SaveOutcome Checkout::SaveInvoice() {
     const BegunSave begun = *std::exchange(sale_.begun_save, std::nullopt);
     // Nothing is put back after an error: what was saved must not be saved a second time.
     return look_up("save", SaveOutcome::refused, [&] {
+        if (is_taken_over()) return SaveOutcome::refused;  // while the money was counted
         PaymentTaken taken;
         if (begun.payment) {
             const PaymentConfirmed confirmed = begun.payment->confirm();

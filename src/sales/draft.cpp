@@ -73,7 +73,9 @@ std::vector<database::Command> leaving_the_screen(const DraftMark& mark) {
     if (mark.serial != 0)
         commands.emplace_back(Sql("update till_draft set past = ") + mark.serial +
                               " where id = " + mark.file + " and past < " + mark.serial);
-    if (mark.held != 0) commands.emplace_back(Sql("delete from till_held where id = ") + mark.held);
+    if (mark.held != 0)
+        commands.emplace_back(Sql("delete from till_held where id = ") + mark.held +
+                              " and taken = " + mark.file);
     return commands;
 }
 

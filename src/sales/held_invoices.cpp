@@ -106,6 +106,7 @@ bool HeldInvoices::hold() {
         if (invoice_.lines.empty()) return refuse(message::nothing_to_hold);
         if (sale_.is_only_looked_at()) return refuse(message::saved_is_not_held);
         if (!state_.may_hold) return refuse(message::cannot_hold);
+        if (is_taken_over()) return false;
         put_aside(kept_invoice(), state_.draft.mark());
         start_next_invoice();
         return true;
@@ -189,20 +190,17 @@ bool HeldInvoices::resume(const HeldInvoice& held) {
         if (holds_first &&
             !services_.prompts.question(summary_of(invoice_) + std::string(message::hold_first)))
             return false;
-        const std::int64_t mark = state_.draft.mark().file;
-        bool is_taken = false;
-        database::in_transaction(connection_, [&] {
-            is_taken = connection_.execute(
-                           "update till_held set taken = ?, taken_cash = ?, taken_user = ? "
-                           "where id = ? and (taken is null or taken = ?)",
-                           {mark, session_.cash_point, session_.user_name, held.id, mark}) != 0;
-            // What another till held again since it was listed.
-            if (is_taken)
-                kept = read_kept_invoice(database::text_of(
-                    connection_.scalar(Sql("select content from till_held where id = ") + held.id)));
-        });
-        if (!is_taken) return show_who_has(held.id);
+        std::optional<HeldInvoice> taken = take(held.id, state_.draft.mark().file);
+        std::string former_place;
+        if (!taken) {
+            const auto elsewhere = open_elsewhere(held.id);
+            if (!elsewhere || !takes_over(*elsewhere)) return false;
+            taken = take(held.id, elsewhere->taken);
+            if (!taken) return show_who_has(held.id);
+            former_place = place_of(*elsewhere);
+        }
         connection_.make_durable();
+        kept = read_kept_invoice(taken->content);  // another till may have held it again since it was listed
         // What may fail comes first: afterwards the screen must not go back to what was put aside.
         KeptInvoice former = kept_invoice();
         if (permit) permit_return(*permit, kept.invoice);
@@ -212,22 +210,69 @@ bool HeldInvoices::resume(const HeldInvoice& held) {
         else
             give_up();
         state_.draft.resume(held.id);
-        session_.note(event_of(audit::Kind::invoice_resumed, invoice_));
+        audit::Event event = event_of(audit::Kind::invoice_resumed, invoice_);
+        if (!former_place.empty()) event.what += std::string(message::was_open_at) + former_place;
+        session_.note(event);
         return true;
     });
 }
 
-bool HeldInvoices::show_who_has(std::int64_t id) {
+// Marks the row as open here, if nobody has it or the draft with the mark `former`.
+std::optional<HeldInvoice> HeldInvoices::take(std::int64_t id, std::int64_t former) {
+    std::optional<HeldInvoice> taken;
+    database::in_transaction(connection_, [&] {
+        const auto changed = connection_.execute(
+            "update till_held set taken = ?, taken_cash = ?, taken_user = ? "
+            "where id = ? and (taken is null or taken = ?)",
+            {state_.draft.mark().file, session_.cash_point, session_.user_name, id, former});
+        if (changed != 0)
+            taken = held_in(connection_.query(Sql("select * from till_held where id = ") + id).front());
+    });
+    return taken;
+}
+
+std::optional<HeldInvoice> HeldInvoices::open_elsewhere(std::int64_t id) {
     const Result rows = connection_.query(Sql("select * from till_held where id = ") + id);
-    if (rows.empty()) {
-        services_.prompts.message(message::held_is_gone, common::Icon::exclamation);
+    if (!rows.empty()) return held_in(rows.front());
+    services_.prompts.message(message::held_is_gone, common::Icon::exclamation);
+    return std::nullopt;
+}
+
+// The drawer and its user, and since when: a till has one held invoice open at a time, the last that it
+// resumed.
+std::string HeldInvoices::place_of(const HeldInvoice& held) {
+    std::string place = drawer_name(held.taken_drawer) + " · " + held.taken_user;
+    database::unless_table_is_missing([&] {
+        const Result rows = connection_.query(
+            Sql("select max(moment) as since from till_journal where cash_no = ") + held.taken_drawer +
+            " and kind = " + database::quoted(audit::name_of(audit::Kind::invoice_resumed).stored));
+        if (rows.empty() || rows.front().null("since")) return;
+        const common::Moment since = rows.front().moment("since");
+        place += std::string(message::since) + common::date_text(since.date) + " " +
+                 common::twelve_hour_text(since.time);
+    });
+    return place;
+}
+
+bool HeldInvoices::show_who_has(std::int64_t id) {
+    if (const auto held = open_elsewhere(id))
+        services_.prompts.message(std::string(message::held_is_elsewhere) + place_of(*held),
+                                  common::Icon::exclamation);
+    return false;
+}
+
+// The other till may be gone for good. If its save of the invoice was cut off, part of it is in the books.
+bool HeldInvoices::takes_over(const HeldInvoice& held) {
+    for (const database::JournalEntry& entry :
+         database::unfinished_saves(connection_, session_.store_code, held.taken_drawer)) {
+        if (draft_of(entry).held != held.id) continue;
+        services_.prompts.message(std::string(message::held_is_partly_saved) + place_of(held),
+                                  common::Icon::exclamation);
         return false;
     }
-    const HeldInvoice held = held_in(rows.front());
-    services_.prompts.message(
-        std::string(message::held_is_elsewhere) + drawer_name(held.taken_drawer) + " · " + held.taken_user,
-        common::Icon::exclamation);
-    return false;
+    return services_.prompts.question(
+        std::string(message::held_is_elsewhere) + place_of(held) + std::string(message::take_over),
+        common::Icon::critical);
 }
 
 bool HeldInvoices::discard(const HeldInvoice& held) {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -52,7 +53,8 @@ class HeldInvoices : DeskPart {
     // Puts the invoice on the screen aside and leaves a new one. Returns false after showing why not.
     bool hold();
     // Brings a held invoice to the screen, as a new one of today with the prices that it was held at. An
-    // invoice in work is put aside first, if the cashier agrees.
+    // invoice in work is put aside first, if the cashier agrees. One that another till has resumed can be
+    // taken over, as it was held: that till may be gone for good.
     bool resume(const HeldInvoice& held);
     // Removes a held invoice for good, after asking.
     bool discard(const HeldInvoice& held);
@@ -72,7 +74,11 @@ class HeldInvoices : DeskPart {
   private:
     void put_aside(KeptInvoice kept, DraftMark mark);
     void retake(std::int64_t id) noexcept;
+    std::optional<HeldInvoice> take(std::int64_t id, std::int64_t former);
+    std::optional<HeldInvoice> open_elsewhere(std::int64_t id);
+    std::string place_of(const HeldInvoice& held);
     bool show_who_has(std::int64_t id);
+    bool takes_over(const HeldInvoice& held);
     void show(KeptInvoice kept);
     // draft_recovery.cpp
     bool is_in_work(const DraftMark& mark, std::int64_t& past);

@@ -180,10 +180,23 @@ inline constexpr std::string_view of_held = "من المعلقة: ";
 // This receipt is on your screen now / is open now at … / is no longer held: it was saved or removed.
 inline constexpr std::string_view held_is_here = "هذا البون على شاشتك الآن";
 inline constexpr std::string_view held_is_elsewhere = "هذا البون مفتوح الآن على : ";
+// After the till and its user: since … / if that till is out of order it is resumed here as it was held; what
+// was changed there does not come with it. Resume it here?
+inline constexpr std::string_view since = "\nمنذ \u200e";
+inline constexpr std::string_view take_over =
+    "\u200f\nإذا كان ذلك الجهاز معطلا تسترجعه هنا كما علق، وما تغير فيه هناك لا ينتقل معه\n"
+    "هل تريد استرجاعه هنا ؟";
+// Its save is not finished at … / in the till's journal: "was open at …".
+inline constexpr std::string_view held_is_partly_saved =
+    "هذا البون حفظ جزء منه، ويكمل حفظه أو يتراجع عنه الجهاز الذي بدأه : ";
+inline constexpr std::string_view was_open_at = "، كان مفتوحا على: ";
+// … has resumed this receipt on another till: it is not saved here. F3 begins a new one.
+inline constexpr std::string_view held_was_taken_over = "استرجع هذا البون على جهاز آخر : ";
+inline constexpr std::string_view leave_it_there = "\nلا يحفظ هنا. اضغط F3 لتبدأ بونا جديدا";
 inline constexpr std::string_view held_is_gone = "هذا البون لم يعد معلقا، تم حفظه أو حذفه على جهاز آخر";
-// When the program stopped, a receipt that was not saved was on the screen: … / rung up by … / resume it or
+// A receipt that was not saved was on the screen when the program ended: … / rung up by … / resume it or
 // hold it? / resume, hold / it is on the screen again.
-inline constexpr std::string_view draft_found = "توقف البرنامج وعلى الشاشة بون لم يحفظ\n";
+inline constexpr std::string_view draft_found = "كان على الشاشة بون لم يحفظ\n";
 inline constexpr std::string_view draft_of_user = "\nسجله ";
 inline constexpr std::string_view restore_or_hold = "\nهل تريد استرجاعه الآن أم تعليقه ؟";
 inline constexpr std::string_view restore = "استرجاع";

@@ -136,6 +136,19 @@ bool DeskPart::frozen() {
     return true;
 }
 
+bool DeskPart::is_taken_over() {
+    const DraftMark& mark = state_.draft.mark();
+    if (mark.held == 0) return false;
+    const database::Result rows =
+        connection_.query(database::Sql("select taken, taken_user from till_held where id = ") + mark.held);
+    if (!rows.empty() && rows.front().integer("taken") == mark.file) return false;
+    services_.prompts.message(std::string(message::held_was_taken_over) +
+                                  (rows.empty() ? std::string() : rows.front().text("taken_user")) +
+                                  std::string(message::leave_it_there),
+                              common::Icon::critical);
+    return true;
+}
+
 bool DeskPart::may_replace_invoice() {
     if (frozen()) return false;
     if (sale_.is_in_work() && !services_.prompts.question(giving_up(message::cancel_receipt))) return false;
@@ -158,7 +171,8 @@ std::string DeskPart::giving_up(std::string_view question) const {
 
 void DeskPart::give_up() {
     if (const std::int64_t held = state_.draft.mark().held; held != 0) {
-        connection_.execute(database::Sql("delete from till_held where id = ") + held);
+        connection_.execute(database::Sql("delete from till_held where id = ") + held +
+                            " and taken = " + state_.draft.mark().file);
         connection_.make_durable();
     }
     state_.draft.clear();

@@ -166,6 +166,8 @@ class DeskPart {
         if (permit.approver)
             approve(invoice.approvals, {signin::Action::return_kind, *permit.approver, 0, {}});
     }
+    // Returns true if the invoice is a held one that another till has taken over, after showing that.
+    bool is_taken_over();
     // Keeps the invoice as it now is, or forgets one that is no longer in work. Never throws.
     void keep_draft() noexcept;
     KeptInvoice kept_invoice() const;

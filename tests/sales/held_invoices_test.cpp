@@ -6,6 +6,7 @@
 #include "sales/counter.h"
 #include "sales/messages.h"
 #include "sales/rights.h"
+#include "sales/unfinished.h"
 
 namespace {
 
@@ -128,13 +129,13 @@ TEST(Held, IsOnOneScreenAtATime) {
     other.open();
     const HeldInvoice listed = other.desk.held().list().at(0);
     ASSERT_TRUE(desk.held().resume(desk.held().list().at(0)));
-    for (const bool removes : {false, true}) {
-        other.services.prompts.answers = {true};
-        EXPECT_FALSE(removes ? other.desk.held().discard(listed) : other.desk.held().resume(listed));
-        EXPECT_EQ(other.services.prompts.last(),
-                  std::string(sales::message::held_is_elsewhere) + "درج 1 · مدير")
-            << other.services.prompts.last();
-    }
+    const std::string elsewhere = std::string(sales::message::held_is_elsewhere) + "درج 1 · مدير";
+    other.services.prompts.answers = {false};
+    EXPECT_FALSE(other.desk.held().resume(listed));
+    EXPECT_EQ(other.services.prompts.questions.back(), elsewhere + std::string(sales::message::take_over));
+    other.services.prompts.answers = {true};
+    EXPECT_FALSE(other.desk.held().discard(listed));
+    EXPECT_EQ(other.services.prompts.last(), elsewhere);
     EXPECT_TRUE(sales::held_by_drawer(till.connection(), 1, 1).empty());
 
     // Held again it is one row, with what was added.
@@ -163,6 +164,44 @@ TEST(Held, IsOnOneScreenAtATime) {
     till.answer({true});
     EXPECT_TRUE(desk.checkout().CancelRecord());
     EXPECT_EQ(till.shop.number("select count(*) from till_held"), 0);
+}
+
+// The till that has it may be gone for good. Whichever of the two comes back, only one saves it.
+TEST(Held, IsTakenOverFromAnotherTill) {
+    Counter till;
+    sales::SalesDesk& desk = till.open();
+    till.enter("100");
+    ASSERT_TRUE(desk.held().hold());
+    OtherTill other(till.connection(), 2);
+    till.shop.sql(
+        "insert into shift (stcode,cash_no,scode,s_date,man_) select 1,2,15,'2026/11/21 08:00:00',1");
+    other.open();
+    const HeldInvoice listed = desk.held().list().at(0);
+    ASSERT_TRUE(desk.held().resume(listed));
+    till.enter("200");  // does not come along
+    // Part of it is in the books: who began that save ends it.
+    sales::InvoiceToSave begun;
+    begun.invoice = desk.invoice();
+    begun.moment = listed.moment;
+    begun.cash_point = 1;
+    begun.draft = {1, 1, listed.id};
+    database::Journal(till.connection()).begin(sales::entry_of(begun, 1));
+    EXPECT_FALSE(other.desk.held().resume(listed));
+    EXPECT_TRUE(other.services.prompts.last().starts_with(sales::message::held_is_partly_saved));
+    till.shop.sql("delete from till_save");
+
+    other.services.prompts.answers = {true};
+    ASSERT_TRUE(other.desk.held().resume(listed)) << other.services.prompts.last();
+    EXPECT_EQ(other.desk.invoice().lines.size(), 1u);
+    EXPECT_FALSE(till.sell());
+    EXPECT_TRUE(till.said().back().starts_with(sales::message::held_was_taken_over)) << till.said().back();
+    EXPECT_FALSE(desk.held().hold());
+    till.answer({true});
+    ASSERT_TRUE(desk.checkout().CancelInvoice());
+    EXPECT_EQ(till.shop.number("select count(*) from till_held"), 1);
+    EXPECT_TRUE(other.sell()) << other.services.prompts.last();
+    EXPECT_EQ(till.shop.number("select count(*) from till_held"), 0);
+    EXPECT_EQ(saved(till), 1);
 }
 
 // A draft of every kind of content, as the next start finds it.
