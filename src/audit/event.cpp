@@ -12,6 +12,7 @@ constexpr std::array names = {
     KindName{Kind::sign_in_refused, "sign_in_refused", "دخول مرفوض"},        // a refused sign-in
     KindName{Kind::line_deleted, "line_deleted", "حذف صنف"},                 // a deleted line
     KindName{Kind::quantity_lowered, "quantity_lowered", "تقليل كمية"},      // a lowered quantity
+    KindName{Kind::unit_changed, "unit_changed", "تغيير وحدة"},              // a cheaper unit
     KindName{Kind::invoice_cancelled, "invoice_cancelled", "إلغاء فاتورة"},  // a cancelled invoice
     KindName{Kind::invoice_held, "invoice_held", "تعليق فاتورة"},            // an invoice put aside
     KindName{Kind::invoice_resumed, "invoice_resumed", "استئناف فاتورة"},    // and taken up again

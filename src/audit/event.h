@@ -16,6 +16,7 @@ enum class Kind {
     sign_in_refused,
     line_deleted,
     quantity_lowered,
+    unit_changed,
     invoice_cancelled,
     invoice_held,
     invoice_resumed,

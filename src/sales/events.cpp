@@ -75,6 +75,13 @@ void note_quantity(const signin::Session& session, const Sale& sale, const Line&
                          (former - line.quantity) * line.price));
 }
 
+void note_unit(const signin::Session& session, const Sale& sale, const Line& line, const Line& former) {
+    if (line.total() >= former.total()) return;
+    note_line(session, sale,
+              line_event(Kind::unit_changed, line, from_to(former.unit_name, line.unit_name),
+                         (former.total() - line.total()).value()));
+}
+
 void note_cancelled(const signin::Session& session, const Sale& sale) {
     if (sale.invoice.lines.empty() || sale.is_only_looked_at()) return;
     note_line(session, sale, event_of(Kind::invoice_cancelled, sale.invoice));

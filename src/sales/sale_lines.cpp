@@ -128,12 +128,14 @@ bool SaleLines::next_unit() {
             services_.prompts.message(message::no_line);
             return false;
         }
-        const bool changed =
-            LineEditing(connection_, session_, services_.prompts).next_unit(invoice_, *sale_.current_row);
-        sale_.edited = sale_.edited || changed;
+        const Line former = invoice_.lines[*sale_.current_row];
+        if (!LineEditing(connection_, session_, services_.prompts).next_unit(invoice_, *sale_.current_row))
+            return false;
+        sale_.edited = true;
         RecalcTotals();
-        if (changed) show_net_on_display();
-        return changed;
+        note_unit(session_, sale_, invoice_.lines[*sale_.current_row], former);
+        show_net_on_display();
+        return true;
     });
 }
 
