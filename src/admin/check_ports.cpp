@@ -5,6 +5,7 @@
 
 #include "admin/checks.h"
 #include "admin/qt_program.h"
+#include "common/named_values.h"
 #include "common/ports.h"
 #include "common/text.h"
 #include "printing/receipt.h"
@@ -77,7 +78,7 @@ Findings check_ports(database::Connection& connection, const fs::path& folder) {
         findings.push_back(port_finding("printer", printer, folder, "lp", Verdict::wrong));
     }
     for (std::int64_t cash_point = 0; cash_point <= 9; ++cash_point) {
-        const auto chosen = printing::read_printer_choice(printing::printer_file(folder, cash_point));
+        const auto chosen = printing::read_printer_choice(common::printer_file(folder, cash_point));
         if (chosen && chosen->is_text_port())
             findings.push_back(port_finding("printer of cash point " + std::to_string(cash_point),
                                             chosen->receipt_port, folder, "lp", Verdict::wrong));

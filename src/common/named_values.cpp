@@ -9,6 +9,14 @@
 
 namespace common {
 
+std::filesystem::path printer_file(const std::filesystem::path& program_folder, std::int64_t cash_point) {
+    return program_folder / ("printer-" + std::to_string(cash_point) + ".txt");
+}
+
+std::filesystem::path screen_file(const std::filesystem::path& program_folder, std::int64_t cash_point) {
+    return program_folder / ("screen-" + std::to_string(cash_point) + ".txt");
+}
+
 NamedValues read_named_values(const std::filesystem::path& file) {
     std::string bytes;
     try {

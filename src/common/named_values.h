@@ -1,11 +1,16 @@
 // Small files of "name = value" lines, which a workstation keeps beside the program.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <string>
 
 namespace common {
+
+// "printer-1.txt" and "screen-1.txt" of cash point 1, in the program's folder.
+std::filesystem::path printer_file(const std::filesystem::path& program_folder, std::int64_t cash_point);
+std::filesystem::path screen_file(const std::filesystem::path& program_folder, std::int64_t cash_point);
 
 using NamedValues = std::map<std::string, std::string, std::less<>>;
 

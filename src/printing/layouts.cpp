@@ -268,9 +268,9 @@ Report invoice_report(const Receipt& receipt, Form form, const ReceiptSettings& 
     return report;
 }
 
-std::filesystem::path logo_file(const Receipt& receipt, const std::filesystem::path& program_folder) {
-    if (receipt.logo.empty()) return {};
-    const std::filesystem::path file = program_folder / receipt.logo;
+std::filesystem::path logo_file(std::string_view logo, const std::filesystem::path& program_folder) {
+    if (logo.empty()) return {};
+    const std::filesystem::path file = program_folder / logo;
     std::error_code ignored;
     return std::filesystem::is_regular_file(file, ignored) ? file : std::filesystem::path();
 }

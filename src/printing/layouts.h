@@ -86,6 +86,6 @@ Report invoice_report(const Receipt& receipt, Form form, const ReceiptSettings& 
 std::string invoice_kind(const Receipt& receipt);
 
 // The logo's file; a relative name is taken from the program folder. Empty if there is no such file.
-std::filesystem::path logo_file(const Receipt& receipt, const std::filesystem::path& program_folder);
+std::filesystem::path logo_file(std::string_view logo, const std::filesystem::path& program_folder);
 
 }  // namespace printing

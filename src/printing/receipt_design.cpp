@@ -173,7 +173,7 @@ void ReceiptDesigner::remove_logo() {
 }
 
 fs::path ReceiptDesigner::logo() const {
-    return logo_file(design.applied_to({}), session_.program_folder);
+    return logo_file(design.applied_to({}).logo, session_.program_folder);
 }
 
 bool ReceiptDesigner::misses_logo() const {

@@ -15,10 +15,6 @@ constexpr std::pair<ReceiptPicture, std::string_view> picture_names[] = {
 
 }  // namespace
 
-fs::path printer_file(const fs::path& program_folder, std::int64_t cash_point) {
-    return program_folder / ("printer-" + std::to_string(cash_point) + ".txt");
-}
-
 std::optional<PrinterChoice> read_printer_choice(const fs::path& file) {
     const auto values = common::read_named_values(file);
     const auto port = values.find("port");

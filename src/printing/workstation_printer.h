@@ -9,11 +9,8 @@
 
 namespace printing {
 
-// "printer-1.txt" of cash point 1, in the program's folder. Its lines are "port = lpt1", "width = 48", and
-// "picture = raster" or "picture = bit image" where receipts go to the port as pictures.
-std::filesystem::path printer_file(const std::filesystem::path& program_folder, std::int64_t cash_point);
-
-// The choice that was kept; nothing if there is none or the file does not hold one.
+// The choice that a common::printer_file keeps; nothing if it holds none. Its lines are "port = lpt1",
+// "width = 48", and "picture = raster" or "picture = bit image" where receipts go to the port as pictures.
 std::optional<PrinterChoice> read_printer_choice(const std::filesystem::path& file);
 
 // Throws std::system_error if the file cannot be written; the one before then stays.

@@ -55,6 +55,10 @@ struct Refused {
     common::Icon icon{};
 };
 
+// "training": what papers of a training say, and what the name of its shop begins with.
+inline constexpr std::string_view training_word = "تدريب";
+inline constexpr std::string_view training_prefix = "تدريب - ";
+
 struct Session {
     // From start-up.
     std::int64_t cash_point = 0;  // this workstation's drawer

@@ -4,6 +4,7 @@
 
 #include "backup/backup.h"
 #include "backup/copy_shop.h"
+#include "common/named_values.h"
 #include "common/ports.h"
 #include "common/text.h"
 #include "database/embedded/open.h"
@@ -40,7 +41,7 @@ void remove_copies(const fs::path& folder, const std::string& but) {
 void mark_as_training(const fs::path& file) {
     const auto copy = database::open_embedded(file);
     database::run_upgrade_list(*copy);
-    const std::string name = std::string(training_word) + " - " +
+    const std::string name = std::string(signin::training_prefix) +
                              common::printable(database::text_of(copy->scalar("select aname from basic")));
     copy->execute(database::Sql("update basic set aname = ") +
                   database::quoted(common::cut_to_column(name, longest_name)));
@@ -101,16 +102,16 @@ void TrainingShop::copy(const fs::path& target, const std::function<void(int)>& 
 
 // The files beside a program, the printer and the screen of this workstation among them.
 void TrainingShop::set_up_files(const ConnectionRecord& place) const {
-    const std::string number = std::to_string(cash_point_);
     write_version_file(folder_, read_version_file(shop_.program_folder));
     write_credit_file(folder_, read_credit_file(shop_.working_folder));
     ensure_logs_folder(folder_);
     const auto copy = database::open_embedded(shop_file(place, folder_));
     std::string logo(common::trim(signin::read_settings(*copy).logo));
-    for (const std::string& name : {"printer-" + number + ".txt", "screen-" + number + ".txt", logo}) {
-        const fs::path file = shop_.program_folder / name;
+    for (const fs::path& file :
+         {common::printer_file(shop_.program_folder, cash_point_),
+          common::screen_file(shop_.program_folder, cash_point_), shop_.program_folder / logo}) {
         if (fs::is_regular_file(file))
-            fs::copy_file(file, folder_ / fs::path(name).filename(), fs::copy_options::overwrite_existing);
+            fs::copy_file(file, folder_ / file.filename(), fs::copy_options::overwrite_existing);
     }
     write_connection_file(folder_, place);
 }

@@ -12,9 +12,6 @@
 
 namespace startup {
 
-// "training": what screens and papers of a training say.
-inline constexpr std::string_view training_word = "تدريب";
-
 // The training shop of a cash point: a folder "training-1" beside the program, with an embedded copy of the
 // shop, whichever engine that is on, and files of its own.
 class TrainingShop {

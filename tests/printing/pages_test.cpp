@@ -177,7 +177,7 @@ TEST(ReceiptPage, Takes500LinesAndALogoThatIsNoPicture) {
     receipt.logo = "logo.jpg";
     auto made = layout(receipt, Form::full, 48);
     const double without = ReceiptPage(made).size().height();
-    made.logo = printing::logo_file(receipt, folder.path());
+    made.logo = printing::logo_file(receipt.logo, folder.path());
     EXPECT_FALSE(made.logo.empty());
     const ReceiptPage page(made);
     EXPECT_EQ(page.size().height(), without);
@@ -185,7 +185,7 @@ TEST(ReceiptPage, Takes500LinesAndALogoThatIsNoPicture) {
     EXPECT_NO_THROW(save_pdf(page, folder.path() / "long.pdf"));
     EXPECT_LE(pictures(page, 30)[0].height(), 32000);
     receipt.logo = "none.jpg";
-    EXPECT_TRUE(printing::logo_file(receipt, folder.path()).empty());
+    EXPECT_TRUE(printing::logo_file(receipt.logo, folder.path()).empty());
 }
 
 // What zbar reads from a picture.

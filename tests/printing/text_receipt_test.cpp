@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "common/files.h"
+#include "common/named_values.h"
 #include "common/text.h"
 #include "decoder.h"
 #include "printing/pages/paper_picture.h"
@@ -238,14 +239,14 @@ TEST(PortsOffered, TellWhatIsReachableNow) {
 
 TEST(PrinterChoice, IsKeptForItsCashPoint) {
     const test::TemporaryFolder folder;
-    const auto file = printing::printer_file(folder.path(), 2);
+    const auto file = common::printer_file(folder.path(), 2);
     EXPECT_FALSE(printing::read_printer_choice(file));
     printing::keep_printer_choice(file, {"/dev/till/printer", 40});
     const auto kept = printing::read_printer_choice(file);
     ASSERT_TRUE(kept);
     EXPECT_EQ(kept->receipt_port, "/dev/till/printer");
     EXPECT_EQ(kept->line_width, 40);
-    EXPECT_FALSE(printing::read_printer_choice(printing::printer_file(folder.path(), 1)));
+    EXPECT_FALSE(printing::read_printer_choice(common::printer_file(folder.path(), 1)));
     for (const char* spoilt :
          {"", "port = lpt1\n", "port = lpt1\nwidth = 400\n", "port =\nwidth = 48\n", "\xff\0"}) {
         std::ofstream(file, std::ios::trunc) << spoilt;

@@ -90,7 +90,7 @@ std::shared_ptr<const PageSet> receipt_pages(const Receipt& receipt, Form form, 
                                              const ReceiptSettings& settings, std::vector<LayoutRow> rows,
                                              const fs::path& program_folder, std::optional<QrCode> qr) {
     if (rows.empty()) return nullptr;
-    const fs::path logo = logo_file(receipt, program_folder);
+    const fs::path logo = logo_file(receipt.logo, program_folder);
     if (is_full_page(form))
         return std::make_shared<ReportPage>(invoice_report(receipt, form, settings, rows, logo));
     LayoutReceipt layout = layout_receipt(receipt, form, line_width, settings, std::move(rows));
@@ -214,12 +214,14 @@ bool SystemReportPrinter::print_slip(const Report& report) {
     const auto& [port, width, picture] = workstation_.choice;
     if (!workstation_.choice.is_text_port()) return print(report);
     try {
-        const std::string bytes =
-            workstation_.choice.prints_pictures()
-                ? raster(
-                      ReceiptPage(slip_layout(report, width, read_receipt_settings(workstation_.connection))),
-                      roll_of(width), picture)
-                : text_report(report, width, text_form(workstation_).codes);
+        std::string bytes;
+        if (workstation_.choice.prints_pictures()) {
+            const ReceiptSettings settings = read_receipt_settings(workstation_.connection);
+            const auto slip = std::make_shared<ReceiptPage>(slip_layout(report, width, settings));
+            bytes = raster(*marked(workstation_, slip), roll_of(width), picture);
+        } else {
+            bytes = text_report(report, width, text_form(workstation_).codes);
+        }
         const common::PortFault fault = workstation_.services.devices.write_port(port, bytes, report.title);
         return fault == common::PortFault::none || not_printed(message::port_words(fault, port), port);
     } catch (const std::exception& error) {

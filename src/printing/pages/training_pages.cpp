@@ -3,6 +3,8 @@
 #include <QPainterPath>
 #include <algorithm>
 
+#include "signin/session.h"
+
 namespace printing::pages {
 
 namespace {
@@ -17,7 +19,7 @@ QPainterPath word() {
     font.setPixelSize(static_cast<int>(letters));
     font.setBold(true);
     QPainterPath path;
-    path.addText(0, 0, font, "تدريب");
+    path.addText(0, 0, font, QString::fromUtf8(signin::training_word));
     path.translate(-path.boundingRect().center());
     return path;
 }

@@ -9,6 +9,7 @@
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
+#include "printing/layouts.h"
 #include "sales/sales_desk.h"
 #include "signin/session.h"
 #include "ui/display/customer_lines.h"
@@ -66,7 +67,7 @@ QWidget* CustomerScreen::build_idle(const signin::Session& session) {
     column->setContentsMargins(px(40), px(40), px(40), px(40));
     column->setSpacing(px(24));
     column->addStretch(1);
-    QImageReader reader(qt((session.program_folder / session.settings.logo).string()));
+    QImageReader reader(qt(printing::logo_file(session.settings.logo, session.program_folder).string()));
     reader.setDecideFormatFromContent(true);
     if (const QPixmap logo = QPixmap::fromImageReader(&reader); !logo.isNull()) {
         auto* picture = new QLabel;

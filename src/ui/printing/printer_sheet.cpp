@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <system_error>
 
+#include "common/named_values.h"
 #include "common/ports.h"
 #include "common/text.h"
 #include "database/error.h"
@@ -59,7 +60,7 @@ QString port_name(const std::string& port) {
 }  // namespace
 
 void keep_printer(const Context& context) {
-    const auto file = printing::printer_file(context.session.program_folder, context.session.cash_point);
+    const auto file = common::printer_file(context.session.program_folder, context.session.cash_point);
     try {
         printing::keep_printer_choice(file, context.printer_choice);
     } catch (const std::system_error& error) {

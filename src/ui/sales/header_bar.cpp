@@ -63,8 +63,8 @@ HeaderBar::HeaderBar(QWidget* parent) : QWidget(parent) {
 void HeaderBar::show_state(const sales::SalesDesk& desk, const signin::Session& session) {
     std::string shop = session.settings.aname;
     // The frame says already that this is a training.
-    if (const auto dash = shop.find(" - "); session.is_training && dash != std::string::npos)
-        shop.erase(0, dash + 3);
+    if (session.is_training && shop.starts_with(signin::training_prefix))
+        shop.erase(0, signin::training_prefix.size());
     shop_->setText(qt(shop));
     const std::string store = common::name_of(desk.lists().stores, desk.invoice().store);
     store_->setText("المخزن: " + qt(store.empty() ? session.store_name : store));

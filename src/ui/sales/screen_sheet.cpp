@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 #include <system_error>
 
+#include "common/named_values.h"
 #include "database/error.h"
 #include "printing/messages.h"
 #include "signin/session.h"
@@ -44,7 +45,7 @@ void ScreenSheet::add(const char* name, const QString& caption, const QString& m
 
 // A choice that cannot be kept holds until the program ends.
 void ScreenSheet::keep() {
-    const auto file = screen_file(context_.session.program_folder, context_.session.cash_point);
+    const auto file = common::screen_file(context_.session.program_folder, context_.session.cash_point);
     try {
         keep_screen_choice(file, context_.screen_choice);
     } catch (const std::system_error& error) {

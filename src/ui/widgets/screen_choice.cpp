@@ -19,10 +19,6 @@ constexpr Kept kept[] = {{"rows", "compact", &ScreenChoice::compact_rows},
 
 }  // namespace
 
-std::filesystem::path screen_file(const std::filesystem::path& program_folder, std::int64_t cash_point) {
-    return program_folder / ("screen-" + std::to_string(cash_point) + ".txt");
-}
-
 ScreenChoice read_screen_choice(const std::filesystem::path& file) {
     const common::NamedValues values = common::read_named_values(file);
     ScreenChoice choice;

@@ -12,11 +12,8 @@ struct ScreenChoice {
     bool sounds = false;
 };
 
-// "screen-1.txt" of cash point 1, in the program's folder. It holds "rows = compact", "keypad = on" and
-// "sounds = on", as far as they are chosen.
-std::filesystem::path screen_file(const std::filesystem::path& program_folder, std::int64_t cash_point);
-
-// The choice that was kept; what the file does not name is off.
+// The choice that a common::screen_file keeps: "rows = compact", "keypad = on" and "sounds = on". What it
+// does not name is off.
 ScreenChoice read_screen_choice(const std::filesystem::path& file);
 
 // Throws std::system_error if the file cannot be written; the one before then stays.
