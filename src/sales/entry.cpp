@@ -63,8 +63,8 @@ bool is_craftsman_code(std::string_view text) {
 constexpr std::string_view number_characters = "0123456789.";
 
 // What is entered behind "6*".
-Entry with_quantity(std::string_view number, std::string_view rest) {
-    Entry entry = read_entry(rest);
+Entry with_quantity(std::string_view number, std::string_view rest, bool scanned) {
+    Entry entry = read_entry(rest, scanned);
     const bool may_have_one = entry.form == EntryForm::empty || entry.form == EntryForm::code ||
                               entry.form == EntryForm::craftsman || entry.form == EntryForm::scale_label;
     if (entry.form == EntryForm::empty) entry.form = EntryForm::quantity;
@@ -97,7 +97,7 @@ std::string normalize_scan(std::string_view text) {
     return common::on_latin_layout(common::western_digits(visible(text)));
 }
 
-Entry read_entry(std::string_view text) {
+Entry read_entry(std::string_view text, bool scanned) {
     Entry entry;
     // Refused before any work: a pasted book must not hold up the till.
     if (text.size() > 4 * longest_code + 64) {
@@ -109,8 +109,8 @@ Entry read_entry(std::string_view text) {
     const auto number = entry.text.find_first_not_of(number_characters);
     if (number != 0 && number != entry.text.npos) {
         if (entry.text[number] == '*')
-            return with_quantity(entry.text.substr(0, number), text.substr(text.find('*') + 1));
-        if (entry.text.substr(number) == "+") {
+            return with_quantity(entry.text.substr(0, number), text.substr(text.find('*') + 1), scanned);
+        if (entry.text.substr(number) == "+" && !scanned) {
             entry.form = EntryForm::quantity_of_last;
             entry.text.resize(number);
             return entry;
@@ -135,7 +135,7 @@ Entry read_entry(std::string_view text) {
     } else {
         entry.form = EntryForm::code;
         if (const std::string typed = visible(text); reads_like_words(typed)) entry.name = typed;
-        read_discount(entry);
+        if (!scanned) read_discount(entry);
     }
     return entry;
 }

@@ -54,8 +54,9 @@ struct Entry {
     }
 };
 
-// The one interpretation of an entry. Whoever needs to know what was entered asks its result.
-Entry read_entry(std::string_view text);
+// The one interpretation of an entry. Whoever needs to know what was entered asks its result. What a scanner
+// sent is a code, whatever sign it ends with.
+Entry read_entry(std::string_view text, bool scanned = false);
 // The entry of an item that was chosen from a list. No barcode can be mistaken for it.
 Entry chosen_item(std::int64_t code, int unit_level);
 // Returns true if the entry is words to search for: it reads like words and is no barcode.

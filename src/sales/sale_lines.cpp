@@ -223,8 +223,7 @@ FoundItems SaleLines::search(const SearchFilters& filters) {
 }
 
 MatchQuery SaleLines::match_query(const Entry& entry) const {
-    MatchQuery query{
-        entry.form == EntryForm::code ? entry.name : "", invoice_.price_level, invoice_.store};
+    MatchQuery query{entry.form == EntryForm::code ? entry.name : "", invoice_.price_level, invoice_.store};
     query.popular = state_.popular.matching(common::search_words(query.typed), most_matches);
     return query;
 }

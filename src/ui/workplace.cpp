@@ -1,6 +1,7 @@
 #include "ui/workplace.h"
 
 #include "backup/automatic.h"
+#include "common/named_values.h"
 #include "database/error.h"
 #include "printing/workstation_printer.h"
 #include "signin/session.h"
@@ -26,7 +27,7 @@ void back_up(database::Connection& connection, common::Log& log, const std::func
 }  // namespace
 
 Workplace::Workplace(database::Connection& connection, signin::Session& session, const Program& program)
-    : screen_(read_screen_choice(screen_file(session.program_folder, session.cash_point))),
+    : screen_(read_screen_choice(common::screen_file(session.program_folder, session.cash_point))),
       workstation_{connection,   program.services, printer_,           session.program_folder,
                    show_preview, show_progress,    session.is_training},
       receipts_(workstation_),
@@ -60,9 +61,8 @@ Workplace::~Workplace() {
 
 void Workplace::read_printer() {
     const auto& session = context_.session;
-    printer_ =
-        printing::read_printer_choice(printing::printer_file(session.program_folder, session.cash_point))
-            .value_or(printing::PrinterChoice{session.settings.print});
+    printer_ = printing::read_printer_choice(common::printer_file(session.program_folder, session.cash_point))
+                   .value_or(printing::PrinterChoice{session.settings.print});
 }
 
 }  // namespace ui

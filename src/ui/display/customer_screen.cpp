@@ -67,14 +67,16 @@ QWidget* CustomerScreen::build_idle(const signin::Session& session) {
     column->setContentsMargins(px(40), px(40), px(40), px(40));
     column->setSpacing(px(24));
     column->addStretch(1);
-    QImageReader reader(qt(printing::logo_file(session.settings.logo, session.program_folder).string()));
-    reader.setDecideFormatFromContent(true);
-    if (const QPixmap logo = QPixmap::fromImageReader(&reader); !logo.isNull()) {
-        auto* picture = new QLabel;
-        picture->setObjectName("customer_logo");
-        picture->setPixmap(logo.scaledToHeight(px(logo_height), Qt::SmoothTransformation));
-        picture->setAlignment(Qt::AlignCenter);
-        column->addWidget(picture);
+    if (const auto file = printing::logo_file(session.settings.logo, session.program_folder); !file.empty()) {
+        QImageReader reader(qt(file.string()));
+        reader.setDecideFormatFromContent(true);
+        if (const QPixmap logo = QPixmap::fromImageReader(&reader); !logo.isNull()) {
+            auto* picture = new QLabel;
+            picture->setObjectName("customer_logo");
+            picture->setPixmap(logo.scaledToHeight(px(logo_height), Qt::SmoothTransformation));
+            picture->setAlignment(Qt::AlignCenter);
+            column->addWidget(picture);
+        }
     }
     auto* shop = label(qt(session.settings.aname), "kind", "customer_shop");
     auto* greeting = label(desk_.screen_greeting() ? qt(*desk_.screen_greeting()) : QString("أهلا وسهلا بكم"),

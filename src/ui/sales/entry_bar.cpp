@@ -64,7 +64,8 @@ EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
     auto* general = new KeyButton("general_item", "*", "صنف عام", KeyButton::Look::tool);
     auto* search = new KeyButton("search", key_cap(key::search), "بحث", KeyButton::Look::tool);
     auto* tiles = new KeyButton("tiles_open", key_cap(key::tiles), "أصناف سريعة", KeyButton::Look::tool);
-    for (KeyButton* button : {general, search, tiles})
+    tools_ = {general, search, tiles};
+    for (KeyButton* button : tools_)
         row->addWidget(button);
     auto* keypad = new QPushButton("⌨");
     keypad->setObjectName("keypad_button");
@@ -115,6 +116,13 @@ void EntryBar::clear() {
     // Not QLineEdit::clear(), which would keep everything typed on that day for undo.
     field_->setText({});
     recalled_->setText({});
+}
+
+// A narrow screen leaves the width of the keys to the field.
+void EntryBar::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    for (KeyButton* button : tools_)
+        button->set_key_below(width() < px(900));
 }
 
 bool EntryBar::eventFilter(QObject* watched, QEvent* event) {

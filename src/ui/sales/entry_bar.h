@@ -3,6 +3,7 @@
 
 #include <QTimer>
 #include <QWidget>
+#include <array>
 
 #include "ui/widgets/banner.h"
 
@@ -14,6 +15,8 @@ class SalesDesk;
 }
 
 namespace ui {
+
+class KeyButton;
 
 // The item-code field and the buttons beside it; on a recalled receipt a second entry field below them.
 class EntryBar : public QWidget {
@@ -43,12 +46,14 @@ class EntryBar : public QWidget {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void take_sign();
 
     QLineEdit* field_;
     QLineEdit* recalled_;
+    std::array<KeyButton*, 3> tools_{};
     QTimer sign_;  // since a sign was typed that acts without Enter
 };
 

@@ -133,7 +133,7 @@ sales::Entry Matches::typed_entry() const {
 void Matches::edited(QLineEdit* field) {
     field_ = field;
     if (source_.match_query(typed_entry()).typed.empty()) return shut();
-    pause_.begin(burst_ > 1 ? SearchPause::burst_ms : SearchPause::quick_ms);
+    pause_.begin(context_.keys.burst() > 1 ? SearchPause::burst_ms : SearchPause::quick_ms);
 }
 
 // On a server the letters go on meanwhile; what was asked for others is dropped when it comes.
@@ -261,7 +261,7 @@ std::optional<sales::Entry> Matches::first_for(QLineEdit* field) {
         context_.services.prompts.message(common::message::wrong_code);
         return std::nullopt;
     }
-    if (enter_ends_burst_) {
+    if (context_.keys.is_scan()) {
         field->selectAll();  // the next scan replaces it
         return std::nullopt;
     }
@@ -274,18 +274,7 @@ void Matches::show_for(QLineEdit* field) {
     answer_now();
 }
 
-void Matches::note_time(const QKeyEvent& key) {
-    const quint64 gap = key.timestamp() - last_key_;
-    const bool close = gap <= KeyQueue::burst_ms;
-    last_key_ = key.timestamp();
-    if (is_enter(key.key()))
-        enter_ends_burst_ = close && burst_ >= KeyQueue::shortest_scan;
-    else
-        burst_ = close ? burst_ + 1 : 1;
-}
-
 bool Matches::take_key(const QKeyEvent& key) {
-    if (is_printable(key.text(), key.modifiers()) || is_enter(key.key())) note_time(key);
     if (field_ == nullptr || (!isVisible() && !pause_.is_waiting())) return false;
     const int code = key.key();
     const bool next_unit = code == Qt::Key_U && key.modifiers() == Qt::ControlModifier;

@@ -55,7 +55,6 @@ class Matches : public QFrame {
     void take(int row, int unit);
     sales::Entry entry_of(const sales::Match& match, int unit) const;
     sales::Entry typed_entry() const;
-    void note_time(const QKeyEvent& key);
     void read_popular();
     void read_popular_days(int days);
 
@@ -72,10 +71,6 @@ class Matches : public QFrame {
     int unit_ = 1;          // of the chosen row
     bool has_chosen_ = false;
     bool is_asking_ = false;  // a server
-    // By the times of the keys: how many came in the burst that the last one ends.
-    quint64 last_key_ = 0;
-    std::size_t burst_ = 0;
-    bool enter_ends_burst_ = false;
 };
 
 }  // namespace ui

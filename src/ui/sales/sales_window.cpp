@@ -190,8 +190,9 @@ void SalesWindow::connect_parts() {
     connect(kind_bar_, &KindBar::recall_wanted, this, &SalesWindow::recall);
     connect(banner_, &InvoiceBanner::reprint_clicked, this, &SalesWindow::reprint);
     connect(banner_, &InvoiceBanner::return_clicked, this, &SalesWindow::start_return);
-    connect(entry_bar_, &EntryBar::entered, this, &SalesWindow::enter_item);
-    connect(entry_bar_, &EntryBar::general_item_clicked, this, [this] { enter_item("*"); });
+    connect(entry_bar_, &EntryBar::entered, this,
+            [this](const QString& text) { enter(sales::read_entry(utf8(text), context_.keys.is_scan())); });
+    connect(entry_bar_, &EntryBar::general_item_clicked, this, [this] { enter(sales::read_entry("*")); });
     connect(entry_bar_, &EntryBar::search_clicked, this, [this] { search(); });
     connect(entry_bar_, &EntryBar::tiles_clicked, tiles_, &TilesPanel::toggle);
     connect(tiles_, &TilesPanel::taken, this, [this](sales::Entry entry) {
@@ -207,8 +208,9 @@ void SalesWindow::connect_parts() {
         next_unit();
         focus_entry();
     });
-    connect(entry_bar_, &EntryBar::entered_for_recalled, this,
-            qOverload<const QString&>(&SalesWindow::enter_for_recalled));
+    connect(entry_bar_, &EntryBar::entered_for_recalled, this, [this](const QString& text) {
+        enter_for_recalled(sales::read_entry(utf8(text), context_.keys.is_scan()));
+    });
     for (QLineEdit* field : {entry_bar_->field(), entry_bar_->recalled_field()})
         matches_->follow(field);
     connect(matches_, &Matches::taken, this, &SalesWindow::enter_found);
@@ -293,6 +295,7 @@ void SalesWindow::repaint_all() {
     banner_->show_state(desk_);
     entry_bar_->show_recalled(desk_.sale().recalled.has_value());
     party_bar_->show_state(desk_);
+    tiles_->fit();
     lines_->set_compact(context_.screen_choice.compact_rows);
     lines_->set_background(colour::from_blue_first(sales::grid_colour(desk_.invoice().kind)));
     model_->refresh();

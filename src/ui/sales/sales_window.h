@@ -82,9 +82,7 @@ class SalesWindow : public QWidget {
     // The same, then moves the focus to the item-code field.
     void act_and_return(std::string_view name, const std::function<void()>& action);
     // These return true if a line was added or raised.
-    bool enter_item(const QString& text);
     bool enter(const sales::Entry& entry);
-    bool enter_for_recalled(const QString& text);
     bool enter_for_recalled(const sales::Entry& entry);
     // Enters the text of the entry fields. Returns false if the cashier must deal with it first.
     bool finish_entry();

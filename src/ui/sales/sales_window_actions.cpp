@@ -56,10 +56,6 @@ void SalesWindow::act_and_return(std::string_view name, const std::function<void
     focus_entry();
 }
 
-bool SalesWindow::enter_item(const QString& text) {
-    return enter(sales::read_entry(utf8(text)));
-}
-
 bool SalesWindow::enter(const sales::Entry& entry) {
     bool entered = false;
     bool words = false;
@@ -86,10 +82,6 @@ bool SalesWindow::enter(const sales::Entry& entry) {
     if (entered && entry.form == sales::EntryForm::general && desk_.sale().current_row)
         lines_->open_cell(static_cast<int>(*desk_.sale().current_row), sales::column::quantity, "1");
     return entered;
-}
-
-bool SalesWindow::enter_for_recalled(const QString& text) {
-    return enter_for_recalled(sales::read_entry(utf8(text)));
 }
 
 bool SalesWindow::enter_for_recalled(const sales::Entry& entry) {
@@ -125,8 +117,8 @@ bool SalesWindow::finish_entry() {
     }
     const QString typed = entry_bar_->field()->text().trimmed();
     const QString typed_for_recalled = entry_bar_->recalled_field()->text().trimmed();
-    if (!typed.isEmpty() && (!enter_item(typed) || lines_->is_editing())) return false;
-    return typed_for_recalled.isEmpty() || enter_for_recalled(typed_for_recalled);
+    if (!typed.isEmpty() && (!enter(sales::read_entry(utf8(typed))) || lines_->is_editing())) return false;
+    return typed_for_recalled.isEmpty() || enter_for_recalled(sales::read_entry(utf8(typed_for_recalled)));
 }
 
 void SalesWindow::edit_cell(int row, int column, const QString& first) {

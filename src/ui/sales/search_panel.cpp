@@ -56,6 +56,9 @@ SearchPanel::SearchPanel(QWidget* host, sales::SalesDesk& desk, const QString& n
     build_table(width < 1100);
 
     build_units();
+    QHBoxLayout* foot = add_row();
+    set_role(foot_button(foot, "search_take", "ا&ختيار  Enter", 2, [this] { enter(); }), "main");
+    foot_button(foot, "search_back", "ر&جوع", 1, [this] { leave(0); });
 
     connect(table_, &ListTable::row_chosen, this, &SearchPanel::show_units);
 

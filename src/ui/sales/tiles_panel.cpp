@@ -210,8 +210,9 @@ void TilesPanel::show_tiles() {
         place(add);
     }
     if (tiles_.empty()) {
-        auto* empty = label(pages_.empty() ? "لا توجد صفحات أصناف. اضغط تعديل ثم + صفحة"
-                                           : "الصفحة فارغة. اضغط تعديل ثم + صنف",
+        auto* empty = label(editing_ ? "اضغط + صفحة واكتب اسمها"
+                            : pages_.empty() ? "لا توجد صفحات أصناف. اضغط تعديل ثم + صفحة"
+                                             : "الصفحة فارغة. اضغط تعديل ثم + صنف",
                             "side", "tiles_empty");
         grid->addWidget(empty, 0, 0, 1, columns_, Qt::AlignCenter);
     }
@@ -225,15 +226,19 @@ void TilesPanel::show_tiles() {
         setTabOrder(before, stop);
         before = stop;
     }
-    // At most two rows of tiles on a small screen, and three on a large one: the lines need the rest.
-    const int needed = std::max(1, (static_cast<int>(tiles_.size()) + columns_ - 1) / columns_);
-    const int rows = std::min(needed, window()->height() < px(900) ? 2 : 3);
-    setFixedHeight(px(tab_height) + rows * px(tile_height + between) + px(20));
+    fit();
     for (int i = 0; i < std::max(columns_, grid->columnCount()); ++i)
         grid->setColumnStretch(i, i < columns_ ? 1 : 0);
     for (int i = 0; i < grid->rowCount(); ++i)
         grid->setRowStretch(i, 0);
     grid->setRowStretch(static_cast<int>(tiles_.size()) / columns_ + 1, 1);
+}
+
+// The lines need the rest of the screen, and a recalled receipt has a bar and a field of its own above them.
+void TilesPanel::fit() {
+    const int most = window()->height() >= px(900) ? 3 : desk_.sale().recalled ? 1 : 2;
+    const int needed = std::max(1, (static_cast<int>(tiles_.size()) + columns_ - 1) / columns_);
+    setFixedHeight(px(tab_height) + std::min(needed, most) * px(tile_height + between) + px(20));
 }
 
 void TilesPanel::choose_page(std::size_t page) {
@@ -250,7 +255,9 @@ void TilesPanel::set_editing(bool editing) {
     editing_ = editing;
     read();
     show_pages();
-    if (!editing) emit left();
+    if (!editing) return emit left();
+    if (auto* first = findChild<QPushButton*>(pages_.empty() ? "tile_page_add" : "tile_add"))
+        first->setFocus();
 }
 
 // What a supervisor allowed ends with it.

@@ -27,6 +27,8 @@ class TilesPanel : public QFrame {
     void toggle();
     // Shows the prices of another price level.
     void refresh();
+    // Takes the height that the invoice on the screen leaves.
+    void fit();
 
   signals:
     void taken(const sales::Entry& entry);

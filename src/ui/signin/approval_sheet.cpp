@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "signin/badges.h"
 #include "signin/messages.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
@@ -23,17 +24,35 @@ namespace {
 constexpr int longest_password = 100;  // as the column holds
 constexpr int offer_taken = 3;         // of MessageBox::run()
 
+// The scan if it is somebody's badge, else nothing.
+std::string badge_in(const Context& context, const std::string& scan) {
+    const auto digits = signin::read_badge(scan);
+    return digits && signin::badge_owner(context.connection, *digits) ? *digits : std::string();
+}
+
 }  // namespace
 
 std::optional<audit::Person> ask_supervisor(const Context& context, const signin::Refused& refused) {
     MessageBox box(window_in_use(), qt(refused.text), refused.icon);
     box.offer("موافقة الم&شرف");  // a supervisor's approval
+    // A badge that is scanned here answers at once. Left to wait, it would go to the entry field.
+    std::string badge;
+    QObject::connect(
+        &context.keys, &KeyQueue::scan_waiting, &box,
+        [&] {
+            guarded(context.services, "Approve",
+                    [&] { badge = badge_in(context, utf8(context.keys.scan_behind_box())); });
+            if (badge.empty()) return;
+            context.keys.drop_scan_behind_box();
+            box.leave(offer_taken);
+        },
+        Qt::QueuedConnection);
     if (box.run() != offer_taken) return std::nullopt;
     std::optional<audit::Person> approver;
     guarded(context.services, "Approve", [&] {
         ApprovalSheet sheet(window_in_use(), context, refused.action);
         if (!sheet.open()) return;
-        sheet.run();
+        if (badge.empty() || !sheet.take_badge(badge)) sheet.run();
         approver = sheet.approver();
     });
     return approver;
@@ -66,7 +85,7 @@ ApprovalSheet::ApprovalSheet(QWidget* host, const Context& context, signin::Acti
 
     fill_choices(user_, logic_.users(), {});
     if (!logic_.users().empty()) user_->setCurrentIndex(0);
-    connect(user_->lineEdit(), &QLineEdit::returnPressed, password_, qOverload<>(&QWidget::setFocus));
+    lead_on(user_, password_);
     connect(password_, &QLineEdit::returnPressed, this, &ApprovalSheet::confirm);
     auto* watch = new QTimer(this);
     const auto show_pause = [this] {
@@ -82,6 +101,11 @@ bool ApprovalSheet::open() {
     if (!logic_.users().empty()) return true;
     context_.services.prompts.message(signin::message::no_supervisor, common::Icon::exclamation);
     return false;
+}
+
+bool ApprovalSheet::take_badge(const std::string& badge) {
+    approver_ = logic_.confirm({}, badge);
+    return approver_.has_value();
 }
 
 void ApprovalSheet::take_focus() {

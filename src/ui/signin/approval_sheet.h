@@ -21,6 +21,8 @@ class ApprovalSheet : public Sheet {
     ApprovalSheet(QWidget* host, const Context& context, signin::Action action);
     // Returns false after a message if nobody else may allow the action.
     bool open();
+    // Returns false after showing why the badge allows nothing.
+    bool take_badge(const std::string& badge);
     const std::optional<audit::Person>& approver() const { return approver_; }
 
   protected:

@@ -89,7 +89,7 @@ SignInWindow::SignInWindow(const Context& context, bool offers_training)
     backup_failed_->setObjectName("backup_failed");
 
     fill();
-    connect(user_->lineEdit(), &QLineEdit::returnPressed, password_, qOverload<>(&QWidget::setFocus));
+    lead_on(user_, password_);
     connect(password_, &QLineEdit::returnPressed, this, &SignInWindow::confirm);
     qApp->installEventFilter(this);
     auto* watch = new QTimer(this);

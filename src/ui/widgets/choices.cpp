@@ -10,8 +10,11 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 #include <QTableView>
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 #include "common/numbers.h"
 #include "ui/widgets/colours.h"
@@ -109,9 +112,24 @@ QComboBox* choice_list(const QString& name, QWidget* parent) {
     list->setMaxVisibleItems(12);
     list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     list->setMinimumContentsLength(10);
+    list->setItemDelegate(new QStyledItemDelegate(list));  // the default one knows no padding
     list->completer()->setCompletionMode(QCompleter::InlineCompletion);
     list->completer()->setCaseSensitivity(Qt::CaseInsensitive);
     return list;
+}
+
+void lead_on(QComboBox* list, QWidget* next) {
+    const auto focus_next = [next] { next->setFocus(); };
+    QObject::connect(list->lineEdit(), &QLineEdit::returnPressed, next, focus_next);
+    // An arrow key chooses an entry as well, but the focus must stay for the next arrow.
+    const auto picked = std::make_shared<bool>(false);
+    QObject::connect(list->view(), &QAbstractItemView::pressed, next, [picked] { *picked = true; });
+    QObject::connect(
+        list, &QComboBox::activated, next,
+        [picked, focus_next] {
+            if (std::exchange(*picked, false)) focus_next();
+        },
+        Qt::QueuedConnection);  // the list takes the focus back as it closes
 }
 
 namespace {

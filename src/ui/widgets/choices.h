@@ -15,6 +15,8 @@ namespace ui {
 
 // A list to choose from by typing part of a name; the codes are the items' data.
 QComboBox* choice_list(const QString& name, QWidget* parent = nullptr);
+// Enter in the list, and an entry that is picked with the mouse, lead on to the next field.
+void lead_on(QComboBox* list, QWidget* next);
 // Shows the codes beside the names, under headings, and lets a code be typed in place of the name.
 void show_codes(QComboBox* list, const QString& code_heading, const QString& name_heading);
 // Replaces the entries without a signal and shows the one of `chosen`, or none.

@@ -46,7 +46,7 @@ QString key_cap(QKeyCombination key) {
 
 KeyButton::KeyButton(const QString& name, const QString& key, const QString& caption, Look look,
                      QWidget* parent)
-    : QPushButton(parent), key_(key), caption_(caption), look_(look) {
+    : QPushButton(parent), key_(key), caption_(caption), look_(look), key_below_(look == Look::pay) {
     setObjectName(name);
     setAccessibleName(caption);
     if (!key.isEmpty()) setProperty(key_property, key);
@@ -63,6 +63,13 @@ void KeyButton::set_caption(const QString& caption) {
     update();
 }
 
+void KeyButton::set_key_below(bool below) {
+    if (below == key_below_) return;
+    key_below_ = below;
+    updateGeometry();
+    update();
+}
+
 QFont KeyButton::font_of(bool cap) const {
     QFont made = font();
     made.setPixelSize(px(cap ? measures(look_).cap : measures(look_).caption));
@@ -75,7 +82,7 @@ QSize KeyButton::sizeHint() const {
     const int caption = QFontMetrics(font_of(false)).horizontalAdvance(caption_);
     const int cap =
         key_.isEmpty() ? 0 : QFontMetrics(font_of(true)).horizontalAdvance(key_) + px(2 * m.cap_side);
-    if (look_ == Look::pay) return {std::max(caption, cap) + px(2 * m.side), px(m.height)};
+    if (key_below_) return {std::max(caption, cap) + px(2 * m.side), px(m.height)};
     return {caption + cap + (cap == 0 ? 0 : px(m.between)) + px(2 * m.side), px(m.height)};
 }
 
@@ -92,7 +99,7 @@ void KeyButton::paintEvent(QPaintEvent*) {
     const QColor ink = !isEnabled() ? colour::off : lit ? colour::paper : colour::ink;
     const QFont caption_font = font_of(false);
     const QFont cap_font = font_of(true);
-    if (look_ == Look::pay) {
+    if (key_below_) {
         const QRect upper(0, 0, width(), height() * 2 / 3);
         painter.setPen(ink);
         painter.setFont(caption_font);

@@ -20,6 +20,8 @@ class KeyButton : public QPushButton {
               QWidget* parent = nullptr);
 
     void set_caption(const QString& caption);
+    // Below the caption the key takes no width.
+    void set_key_below(bool below);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -32,6 +34,7 @@ class KeyButton : public QPushButton {
     QString key_;
     QString caption_;
     Look look_;
+    bool key_below_;
 };
 
 // The two large buttons at the foot of a sheet, for Enter and Esc.

@@ -132,9 +132,12 @@ bool KeyQueue::eventFilter(QObject* watched, QEvent* event) {
     return true;
 }
 
-void KeyQueue::take(const Key& key) {
+void KeyQueue::take(Key key) {
     const quint64 gap = key.time >= last_ ? key.time - last_ : answer_gap_ms;
     last_ = key.time;
+    if (gap > burst_ms) burst_ = 0;
+    if (key.printable()) ++burst_;
+    key.burst = key.is_enter() ? std::exchange(burst_, 0) : burst_;
     const bool led_to_button = std::exchange(led_to_button_, key.leads_to_button());
     if (on_hold_) {
         held_.push_back(key);
@@ -180,6 +183,7 @@ bool KeyQueue::collect_behind_box(const Key& key) {
     held_.push_back(key);
     pending_.clear();
     behind_box_ = false;
+    emit scan_waiting();
     return true;
 }
 
@@ -209,6 +213,25 @@ std::size_t KeyQueue::waiting_scans() const {
 void KeyQueue::drop_waiting_scans() {
     scans_.clear();
     held_.clear();
+}
+
+// Where the scan begins that the last waiting key ends.
+std::deque<KeyQueue::Key>::const_iterator KeyQueue::last_scan() const {
+    if (held_.empty() || !held_.back().is_enter()) return held_.end();
+    const auto before =
+        std::find_if(held_.rbegin() + 1, held_.rend(), [](const Key& key) { return !key.printable(); });
+    return before.base();
+}
+
+QString KeyQueue::scan_behind_box() const {
+    QString text;
+    for (auto key = last_scan(); key != held_.end(); ++key)
+        text += key->printable() ? key->text : QString();
+    return text;
+}
+
+void KeyQueue::drop_scan_behind_box() {
+    held_.erase(last_scan(), held_.end());
 }
 
 void KeyQueue::hold(bool held) {
@@ -310,6 +333,7 @@ void KeyQueue::deliver(const Key& key) {
     }
     QKeyEvent press(QEvent::KeyPress, key.key, key.modifiers, text, key.repeated);
     press.setTimestamp(key.time);
+    delivered_ = {key.is_enter(), key.burst};
     delivering_ = true;  // for this press only: an action that opens a box runs a loop of its own inside
     QCoreApplication::sendEvent(window, &press);
     delivering_ = false;

@@ -46,9 +46,18 @@ class KeyQueue : public QObject {
     // Returns true while characters wait until it is clear whether they are a scan or typing.
     bool is_undecided() const { return !pending_.empty(); }
 
+    // How many characters came as closely as a scanner sends them, up to the key that the screen got last;
+    // of an Enter, those it ends.
+    std::size_t burst() const { return delivered_.burst; }
+    // Returns true if that key is the Enter of a scan.
+    bool is_scan() const { return delivered_.is_enter && delivered_.burst >= shortest_scan; }
+
     // The scans that wait for the field in use, or for a box, to be left.
     std::size_t waiting_scans() const;
     void drop_waiting_scans();
+    // The last scan that came while a box was open, which it is waiting for; empty if there is none.
+    QString scan_behind_box() const;
+    void drop_scan_behind_box();
 
     // A scanner sends its characters and the Enter behind them closer together than this. Nobody presses
     // four keys in a row that fast.
@@ -60,8 +69,8 @@ class KeyQueue : public QObject {
     static constexpr quint64 after_typing_ms = 1000;
 
   signals:
-    // A scan came while the focus was in an amount field. It is entered as soon as the focus leaves that
-    // field.
+    // A scan came while the focus was in an amount field or in a box. It is entered as soon as the focus
+    // leaves that.
     void scan_waiting();
 
   protected:
@@ -74,13 +83,15 @@ class KeyQueue : public QObject {
         QString text;
         bool repeated;
         quint64 time;
+        std::size_t burst = 0;
         bool printable() const { return is_printable(text, modifiers); }
         bool is_enter() const { return ui::is_enter(key); }
         bool leads_to_button() const;
         bool acts() const;
     };
 
-    void take(const Key& key);
+    void take(Key key);
+    std::deque<Key>::const_iterator last_scan() const;
     void take_at_box(const Key& key, quint64 gap, bool led_to_button);
     bool collect_behind_box(const Key& key);
     void keep_scans_alone();
@@ -101,6 +112,11 @@ class KeyQueue : public QObject {
     bool behind_box_ = false;   // the pending keys came while a box was open
     QTimer pending_timer_;
     quint64 last_ = 0;
+    std::size_t burst_ = 0;
+    struct {
+        bool is_enter = false;
+        std::size_t burst = 0;
+    } delivered_;
     bool led_to_button_ = false;  // the last key was an arrow or Tab
     bool typed_at_box_ = false;   // characters without the Enter that ends them
     bool delivering_ = false;

@@ -70,7 +70,7 @@ void Keypad::follow() {
         pad_ = nullptr;
     }
     if (pad_ == nullptr) pad_ = new Pad(field->window(), [this] { open(false); });
-    pad_->show();
+    if (!pad_->isVisible()) pad_->begin();
     pad_->make_way_for(field);
 }
 

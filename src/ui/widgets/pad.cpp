@@ -1,6 +1,7 @@
 #include "ui/widgets/pad.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
 #include <QGridLayout>
@@ -65,6 +66,16 @@ const std::vector<QStringList>& rows_of_latin() {
 
 QRect place_in_window(const QWidget* widget) {
     return {widget->mapTo(widget->window(), QPoint()), widget->size()};
+}
+
+// Of a grid, the row whose cell would be opened.
+QRect place_of_typing(const QWidget* field) {
+    const auto* grid = qobject_cast<const QAbstractItemView*>(field);
+    if (grid == nullptr) return place_in_window(field);
+    QRect row = grid->visualRect(grid->currentIndex());
+    row.setLeft(0);
+    row.setRight(grid->viewport()->width());
+    return {grid->viewport()->mapTo(grid->window(), row.topLeft()), row.size()};
 }
 
 qint64 common_area(const QRect& one, const QRect& other) {
@@ -142,17 +153,28 @@ void Pad::press(const QString& key) {
         QKeyEvent up(QEvent::KeyRelease, code, Qt::NoModifier, text);
         QCoreApplication::sendEvent(keyboard, &up);
     };
-    if (const auto named = named_keys().find(key); named != named_keys().end())
-        return send(named->second, {});
+    if (const auto named = named_keys().find(key); named != named_keys().end()) {
+        send(named->second, {});
+        // An arrow may have led to a row behind the pad.
+        const QWidget* field = QApplication::focusWidget();
+        if (qobject_cast<const QAbstractItemView*>(field) != nullptr) make_way_for(field);
+        return;
+    }
     for (const QChar letter : key == blank ? QString(" ") : key)
         send(letter.toUpper().unicode(), letter);
+}
+
+void Pad::begin() {
+    if (page_ != Page::figures) show_page(Page::figures);
+    front_ = nullptr;
+    show();
 }
 
 void Pad::make_way_for(const QWidget* field) {
     const QWidget* top = Sheet::top_of(parentWidget());
     if (top == nullptr) top = parentWidget();
     if (qobject_cast<const QComboBox*>(field->parentWidget()) != nullptr) field = field->parentWidget();
-    const QRect typed_into = place_in_window(field);
+    const QRect typed_into = place_of_typing(field);
     raise();
     if (top == front_ && !geometry().intersects(typed_into)) return;
     front_ = top;

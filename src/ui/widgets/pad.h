@@ -14,6 +14,8 @@ class Pad : public QFrame {
     // `close` is called by the key that closes it.
     Pad(QWidget* window, std::function<void()> close);
 
+    // Shows it anew, with the figures.
+    void begin();
     // Moves to where the pad covers nothing of the field and as little as can be of what can be pressed.
     // Stays where it is if that will do for the field, unless another screen came to the front.
     void make_way_for(const QWidget* field);
