@@ -182,7 +182,7 @@ inline constexpr std::string_view held_is_here = "هذا البون على شا�
 inline constexpr std::string_view held_is_elsewhere = "هذا البون مفتوح الآن على : ";
 // After the till and its user: since … / if that till is out of order it is resumed here as it was held; what
 // was changed there does not come with it. Resume it here?
-inline constexpr std::string_view since = "\nمنذ \u200e";
+inline constexpr std::string_view since = " منذ \u200e";
 inline constexpr std::string_view take_over =
     "\u200f\nإذا كان ذلك الجهاز معطلا تسترجعه هنا كما علق، وما تغير فيه هناك لا ينتقل معه\n"
     "هل تريد استرجاعه هنا ؟";
