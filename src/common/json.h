@@ -86,6 +86,11 @@ class JsonWriter {
         }
         end_object();
     }
+    // A tree of values of the library.
+    template <std::same_as<nlohmann::json> T>
+    void value(const T& tree) {
+        text_ += tree.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    }
     // A structure with TALLVEX_JSON, or another type with a write_json of its own.
     template <typename T>
     requires requires(JsonWriter& to, const T& from) { write_json(to, from); }
