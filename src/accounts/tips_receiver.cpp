@@ -15,12 +15,11 @@ using database::Sql;
 
 namespace {
 
-using Fields = TipsReceiverFields;
-
-constexpr common::FormField<Fields> receiver_fields[] = {
+constexpr common::FormField<TipsReceiverFields> receiver_fields[] = {
     // code, name
-    {&Fields::code, {"receiver_code", "&كود", FieldKind::code, {0, 0}}},
-    {&Fields::name, {"receiver_name", "ال&اسم", FieldKind::text, {1, 0}, "cname", message::enter_name}},
+    {&TipsReceiverFields::code, {"receiver_code", "&كود", FieldKind::code, {0, 0}}},
+    {&TipsReceiverFields::name,
+     {"receiver_name", "ال&اسم", FieldKind::text, {1, 0}, "cname", message::enter_name}},
 };
 
 }  // namespace

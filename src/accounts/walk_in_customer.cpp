@@ -20,15 +20,14 @@ using database::Sql;
 
 namespace {
 
-using Fields = WalkInFields;
-
-constexpr common::FormField<Fields> walk_in_fields[] = {
+constexpr common::FormField<WalkInFields> walk_in_fields[] = {
     // code, name
-    {&Fields::code, {"walk_in_code", "&كود", FieldKind::code, {0, 0}, "", "", message::wrong_code}},
-    {&Fields::name, {"walk_in_name", "ال&اسم", FieldKind::text, {0, 1}, "zname", message::enter_customer}},
+    {&WalkInFields::code, {"walk_in_code", "&كود", FieldKind::code, {0, 0}, "", "", message::wrong_code}},
+    {&WalkInFields::name,
+     {"walk_in_name", "ال&اسم", FieldKind::text, {0, 1}, "zname", message::enter_customer}},
     // telephone, e-mail
-    {&Fields::phone, {"walk_in_phone", "ال&تليفون", FieldKind::digits, {1, 0}, "zphone"}},
-    {&Fields::mail, {"walk_in_mail", "البري&د الإلكتروني", FieldKind::digits, {1, 1}, "zmail"}},
+    {&WalkInFields::phone, {"walk_in_phone", "ال&تليفون", FieldKind::digits, {1, 0}, "zphone"}},
+    {&WalkInFields::mail, {"walk_in_mail", "البري&د الإلكتروني", FieldKind::digits, {1, 1}, "zmail"}},
 };
 
 WalkInCustomer walk_in_of(const database::Row& row) {

@@ -13,7 +13,6 @@ namespace backup {
 using database::BulkRows;
 using database::ColumnsByTable;
 using database::Connection;
-using database::Error;
 using database::Sql;
 
 namespace {
@@ -83,8 +82,8 @@ class TableCopy {
         if (rows == 0) return;
         try {
             copy(rows, BulkRows::many, each_row);
-        } catch (const Error& error) {
-            if (error.kind() != Error::Kind::other) throw;
+        } catch (const database::Error& error) {
+            if (error.kind() != database::Error::Kind::other) throw;
             copy(rows, BulkRows::one, [] {});
         }
     }
@@ -100,8 +99,8 @@ class TableCopy {
                 ++number;
                 try {
                     target->add(row.cells());
-                } catch (const Error& error) {
-                    if (at_once == BulkRows::many || error.kind() != Error::Kind::other) throw;
+                } catch (const database::Error& error) {
+                    if (at_once == BulkRows::many || error.kind() != database::Error::Kind::other) throw;
                     throw CopyFailed("row " + std::to_string(number) + " of the table " + table_ +
                                      " is refused there: " + error.what());
                 }

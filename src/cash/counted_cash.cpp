@@ -11,7 +11,7 @@ namespace cash {
 
 namespace {
 
-constexpr std::string_view counted_field = "cash_counted";
+constexpr std::string_view drawer_counted_field = "cash_counted";
 constexpr std::string_view log_code = "count";
 
 using database::quoted;
@@ -107,7 +107,7 @@ void CountedCash::log_count(common::Amount amount) const {
 
 std::optional<common::Refusal> CountedCash::confirm() {
     const auto refuse = [](std::string_view text) {
-        return common::Refusal{counted_field, std::string(text)};
+        return common::Refusal{drawer_counted_field, std::string(text)};
     };
     const auto amount = common::read_amount(counted);
     if (!amount.is_good()) return refuse(amount.refusal);

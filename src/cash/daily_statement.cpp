@@ -75,8 +75,6 @@ Sql journal_statement(std::int64_t store, const common::Date& day, JournalFilter
     return statement;
 }
 
-constexpr int tips_payment = 2;
-
 }  // namespace
 
 std::vector<JournalRow> load_journal(database::Connection& connection, std::int64_t store,

@@ -10,7 +10,6 @@ using database::Sql;
 namespace {
 
 constexpr int vendor_party = 1;  // vencuspay.ztype
-constexpr int tips_payment = 2;  // sales.stype
 constexpr std::string_view walk_ins = "walk-in customer";
 
 }  // namespace

@@ -11,6 +11,8 @@
 
 namespace cash {
 
+inline constexpr int tips_payment = 2;  // sales.stype
+
 // Each name is read once.
 class Parties {
   public:

@@ -42,7 +42,7 @@ namespace {
 // Object names of the fields that a refusal may name.
 constexpr char worker_field[] = "shift_worker";
 constexpr char time_field[] = "shift_time";
-constexpr char counted_field[] = "shift_counted";
+constexpr char entry_counted_field[] = "shift_counted";
 constexpr char leave_field[] = "shift_leave";
 
 constexpr FormField<ShiftEntry> shift_fields[] = {
@@ -53,7 +53,7 @@ constexpr FormField<ShiftEntry> shift_fields[] = {
     {&ShiftEntry::date, {"shift_date", "ال&تاريخ", FieldKind::date, {1, 0}}},
     {&ShiftEntry::time, {time_field, "ال&وقت", FieldKind::digits, {1, 1}}},
     // counted cash, cash that stays in the drawer
-    {&ShiftEntry::counted, {counted_field, message::counted_cash_field, FieldKind::amount, {2, 0}}},
+    {&ShiftEntry::counted, {entry_counted_field, message::counted_cash_field, FieldKind::amount, {2, 0}}},
     {&ShiftEntry::leave, {leave_field, "يترك بال&درج", FieldKind::amount, {2, 1}}},
 };
 
@@ -143,7 +143,7 @@ std::optional<Refusal> ShiftStart::check_drawer() const {
 
 std::optional<Refusal> ShiftStart::read_amounts(Amounts& amounts) const {
     const auto counted = common::read_amount(entry.counted);
-    if (!counted.is_good()) return refuse(counted_field, counted.refusal);
+    if (!counted.is_good()) return refuse(entry_counted_field, counted.refusal);
     const auto leave = common::read_amount(entry.leave);
     if (!leave.is_good()) return refuse(leave_field, leave.refusal);
     if (!common::trim(entry.counted).empty()) amounts.counted = counted.value;
@@ -162,7 +162,7 @@ std::optional<Refusal> ShiftStart::read_moment(common::Moment& at) const {
 
 std::optional<Refusal> ShiftStart::check_close(const common::Moment& at, const Amounts& amounts) const {
     if (must_count_ && amounts.counted.value_or(common::Amount()).is_zero())
-        return refuse(counted_field, message::counted_needed);
+        return refuse(entry_counted_field, message::counted_needed);
     // The clock was set back, or the shift was started with a wrong moment.
     if (at < last_->start) return too_early(message::before_last_start, last_->start);
     return std::nullopt;

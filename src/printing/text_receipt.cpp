@@ -20,7 +20,7 @@ constexpr std::size_t amount_field = 10;  // of a totals line
 constexpr std::size_t moment_gap = 14;    // between the time and the date
 constexpr std::size_t heading_gap = 7;    // between the price's and the name's heading
 
-namespace label {
+namespace word {
 constexpr std::string_view time = "الوقت";
 constexpr std::string_view date = "التاريخ";
 constexpr std::string_view number = "بون رقم";  // receipt number
@@ -38,7 +38,7 @@ constexpr std::array closing = {
     std::string_view("برجاء الاحتفاظ بالبون"),    // please keep the receipt
     std::string_view("شكرا و دائما في خدمتكم")};  // thank you, always at your service
 constexpr std::string_view see_you = "Visit us again soon...";
-}  // namespace label
+}  // namespace word
 
 // Breaks a text that is too long for a line into lines between its words; a word that is longer than a line
 // has a line of its own.
@@ -105,12 +105,12 @@ class TextReceipt {
             const std::string telephone = telephone_line(name_text(receipt_.telephone, codes_));
             page_.centred(telephone, telephone.size());
         }
-        page_.line(right_aligned(arabic(label::time) + ":" + common::twelve_hour_text(receipt_.time) +
-                                     spaces(moment_gap) + arabic(label::date) + ":" +
+        page_.line(right_aligned(arabic(word::time) + ":" + common::twelve_hour_text(receipt_.time) +
+                                     spaces(moment_gap) + arabic(word::date) + ":" +
                                      common::date_text(receipt_.date),
                                  page_.columns()));
         page_.line(
-            right_aligned(arabic(label::number) + " : " + std::to_string(receipt_.number), page_.columns()));
+            right_aligned(arabic(word::number) + " : " + std::to_string(receipt_.number), page_.columns()));
     }
 
     // Two spaces fewer before the name than after it, or as few as keep a long name on the wide line.
@@ -123,8 +123,8 @@ class TextReceipt {
 
     void items() {
         page_.rule();
-        page_.line(arabic(label::line_total) + spaces(2) + arabic(label::quantity) + spaces(2) +
-                   arabic(label::price) + spaces(heading_gap) + arabic(label::item));
+        page_.line(arabic(word::line_total) + spaces(2) + arabic(word::quantity) + spaces(2) +
+                   arabic(word::price) + spaces(heading_gap) + arabic(word::item));
         page_.rule();
         const std::size_t name_field = page_.columns() - before_name;
         for (const ReceiptLine& line : receipt_.lines) {
@@ -136,19 +136,19 @@ class TextReceipt {
             }
             page_.line(printed + right_aligned(name_text(line.item_name, codes_), name_field));
             if (settings_.text_unit && !line.unit_name.empty())
-                page_.line(right_aligned(name_text(line.unit_name, codes_) + " : " + arabic(label::unit),
+                page_.line(right_aligned(name_text(line.unit_name, codes_) + " : " + arabic(word::unit),
                                          page_.columns()));
         }
     }
 
     void totals() {
         page_.rule();
-        total(label::total, receipt_.total);
-        total(label::discount, receipt_.discount);
-        total(label::net, receipt_.net);
+        total(word::total, receipt_.total);
+        total(word::discount, receipt_.discount);
+        total(word::net, receipt_.net);
         if (form_ != Form::reprint) {
-            total(label::paid, receipt_.paid);
-            total(label::remaining, receipt_.remaining);
+            total(word::paid, receipt_.paid);
+            total(word::remaining, receipt_.remaining);
         }
         page_.rule();
     }
@@ -164,9 +164,9 @@ class TextReceipt {
     }
 
     void footer() {
-        for (const std::string_view text : label::closing)
+        for (const std::string_view text : word::closing)
             page_.centred(arabic(text), common::length(text));
-        page_.centred(label::see_you, label::see_you.size());
+        page_.centred(word::see_you, word::see_you.size());
         if (settings_.text_barcode && form_ != Form::no_telephone)
             page_.control(barcode_command(receipt_.code));
         page_.end();

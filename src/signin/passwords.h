@@ -11,6 +11,8 @@
 
 namespace signin {
 
+inline constexpr int longest_password = 100;  // that its column holds
+
 // Returns true if the passwords are equal except for blanks at both ends and for the script of their digits,
 // which depends on the keyboard. The case of letters counts.
 bool same_password(std::string_view a, std::string_view b);

@@ -16,9 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Kind = Error::Kind;
-
-[[noreturn]] void refuse(const fs::path& file, const std::string& why, Kind kind) {
+[[noreturn]] void refuse(const fs::path& file, const std::string& why, Error::Kind kind) {
     throw Error("08001", "The shop file \"" + file.string() + "\" " + why + ".", "", kind);
 }
 
@@ -29,27 +27,27 @@ bool check_file(const fs::path& file, bool create) {
     const fs::file_status status = fs::status(file, error);
     if (!fs::exists(status)) {
         if (status.type() != fs::file_type::not_found)
-            refuse(file, "cannot be reached: " + error.message(), Kind::connection_lost);
-        if (!create) refuse(file, "does not exist", Kind::file_missing);
+            refuse(file, "cannot be reached: " + error.message(), Error::Kind::connection_lost);
+        if (!create) refuse(file, "does not exist", Error::Kind::file_missing);
         const fs::path folder = file.parent_path().empty() ? "." : file.parent_path();
         if (!fs::is_directory(folder, error))
-            refuse(file, "cannot be made: its folder does not exist", Kind::file_missing);
+            refuse(file, "cannot be made: its folder does not exist", Error::Kind::file_missing);
         if (::access(folder.c_str(), W_OK) != 0)
-            refuse(file, "cannot be made: its folder is read-only", Kind::read_only);
+            refuse(file, "cannot be made: its folder is read-only", Error::Kind::read_only);
         return true;
     }
-    if (fs::is_directory(status)) refuse(file, "is a folder", Kind::file_is_folder);
-    if (!fs::is_regular_file(status)) refuse(file, "is no file", Kind::file_damaged);
-    if (::access(file.c_str(), R_OK) != 0) refuse(file, "cannot be read", Kind::file_unreadable);
+    if (fs::is_directory(status)) refuse(file, "is a folder", Error::Kind::file_is_folder);
+    if (!fs::is_regular_file(status)) refuse(file, "is no file", Error::Kind::file_damaged);
+    if (::access(file.c_str(), R_OK) != 0) refuse(file, "cannot be read", Error::Kind::file_unreadable);
     if (fs::file_size(file, error) == 0) {
-        if (!create) refuse(file, "is empty and no shop", Kind::file_damaged);
+        if (!create) refuse(file, "is empty and no shop", Error::Kind::file_damaged);
         return true;
     }
-    if (::access(file.c_str(), W_OK) != 0) refuse(file, "is read-only", Kind::read_only);
+    if (::access(file.c_str(), W_OK) != 0) refuse(file, "is read-only", Error::Kind::read_only);
     // The engine writes its log beside the file.
     const fs::path folder = file.parent_path().empty() ? "." : file.parent_path();
     if (::access(folder.c_str(), W_OK) != 0)
-        refuse(file, "is in a folder that is read-only", Kind::read_only);
+        refuse(file, "is in a folder that is read-only", Error::Kind::read_only);
     return false;
 }
 
@@ -70,7 +68,7 @@ void EmbeddedConnection::open(const fs::path& file, bool create) {
     const int code = sqlite3_open_v2(file.c_str(), &raw, flags, nullptr);
     engine_.reset(raw);
     if (code != SQLITE_OK)
-        refuse(file, std::string("cannot be opened: ") + sqlite3_errstr(code), Kind::connection_lost);
+        refuse(file, std::string("cannot be opened: ") + sqlite3_errstr(code), Error::Kind::connection_lost);
     try {
         prepare_engine(fresh);
     } catch (const Error& error) {
@@ -89,13 +87,13 @@ void EmbeddedConnection::prepare_engine(bool fresh) {
     sqlite3_db_config(engine, SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
     register_functions(engine);
     if (sqlite3_db_readonly(engine, "main") == 1)
-        throw Error("08001", "it is read-only", "", Kind::read_only);
+        throw Error("08001", "it is read-only", "", Error::Kind::read_only);
     if (!fresh) {
         // This detects damaged files and files of other programs.
         const std::int64_t mark = number(engine, "PRAGMA application_id");
         const std::int64_t tables = number(engine, "SELECT count(*) FROM sqlite_schema");
         if (mark != shop_mark && tables > 0)
-            throw Error("08001", "it belongs to another program", "", Kind::file_damaged);
+            throw Error("08001", "it belongs to another program", "", Error::Kind::file_damaged);
     }
     // 3 MB of pages are enough for a till: a larger cache was no faster at sales, searches and sums over a
     // million invoices, and only filled up over the day.

@@ -14,10 +14,6 @@ namespace {
 
 using Kind = Expression::Kind;
 
-TypedSql typed(std::string sql, Type::Kind kind) {
-    return {std::move(sql), of_kind(kind), false, false};
-}
-
 TypedSql condition_of(std::string sql) {
     TypedSql made = typed(std::move(sql), Type::Kind::integer);
     made.condition = true;

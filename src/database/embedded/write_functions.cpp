@@ -9,11 +9,7 @@ namespace database::embedded {
 
 namespace {
 
-using Kind = Type::Kind;
-
-TypedSql typed(std::string sql, Kind kind) {
-    return {std::move(sql), of_kind(kind), false, false};
-}
+using ValueKind = Type::Kind;
 
 TypedSql argument(Writer& w, const Expression& e, std::size_t i) {
     return w.value(*e.parts[i]);
@@ -50,13 +46,14 @@ std::string arguments(Writer& w, const Expression& e, std::string_view form) {
 struct Fixed {
     std::string_view name;
     std::string_view form;
-    Kind result;
+    ValueKind result;
 };
 constexpr Fixed fixed[] = {
-    {"len", "t", Kind::integer},         {"upper", "t", Kind::text},     {"lower", "t", Kind::text},
-    {"left", "ti", Kind::text},          {"right", "ti", Kind::text},    {"substring", "tii", Kind::text},
-    {"charindex", "tti", Kind::integer}, {"replace", "ttt", Kind::text}, {"stuff", "tiit", Kind::text},
-    {"isnumeric", ".", Kind::integer},
+    {"len", "t", ValueKind::integer},         {"upper", "t", ValueKind::text},
+    {"lower", "t", ValueKind::text},          {"left", "ti", ValueKind::text},
+    {"right", "ti", ValueKind::text},         {"substring", "tii", ValueKind::text},
+    {"charindex", "tti", ValueKind::integer}, {"replace", "ttt", ValueKind::text},
+    {"stuff", "tiit", ValueKind::text},       {"isnumeric", ".", ValueKind::integer},
 };
 
 TypedSql by_form(Writer& w, const Expression& e) {
@@ -66,11 +63,11 @@ TypedSql by_form(Writer& w, const Expression& e) {
 }
 
 TypedSql trimmed(Writer& w, const Expression& e) {
-    return typed(e.name + "(" + arguments(w, e, "t") + ")", Kind::text);
+    return typed(e.name + "(" + arguments(w, e, "t") + ")", ValueKind::text);
 }
 
 TypedSql getdate(Writer&, const Expression&) {
-    return typed("ts_getdate()", Kind::datetime);
+    return typed("ts_getdate()", ValueKind::datetime);
 }
 
 // The result has the type of the first, and the second is converted to it.
@@ -101,9 +98,9 @@ TypedSql coalesce(Writer& w, const Expression& e) {
 }
 
 TypedSql count(Writer& w, const Expression& e) {
-    if (e.parts[0]->kind == Expression::Kind::all) return typed("count(*)", Kind::integer);
+    if (e.parts[0]->kind == Expression::Kind::all) return typed("count(*)", ValueKind::integer);
     return typed("count(" + std::string(e.distinct ? "DISTINCT " : "") + w.collated(argument(w, e, 0)) + ")",
-                 Kind::integer);
+                 ValueKind::integer);
 }
 
 TypedSql total(Writer& w, const Expression& e) {
@@ -111,10 +108,10 @@ TypedSql total(Writer& w, const Expression& e) {
     if (what.type.is_text() || what.type.is_datetime()) w.fail("'" + e.name + "' takes numbers only.");
     const std::string inside = (e.distinct ? "DISTINCT " : "") + what.sql;
     if (e.name == "sum") {
-        return typed("sum(" + inside + ")", what.type.is_whole() ? Kind::integer : what.type.kind);
+        return typed("sum(" + inside + ")", what.type.is_whole() ? ValueKind::integer : what.type.kind);
     }
-    if (what.type.is_whole()) return typed("CAST(avg(" + inside + ") AS INTEGER)", Kind::integer);
-    return typed("avg(" + inside + ")", Kind::real);
+    if (what.type.is_whole()) return typed("CAST(avg(" + inside + ") AS INTEGER)", ValueKind::integer);
+    return typed("avg(" + inside + ")", ValueKind::real);
 }
 
 TypedSql extreme(Writer& w, const Expression& e) {
@@ -147,24 +144,25 @@ std::string part_name(Writer& w, const Expression& e) {
 
 TypedSql datepart(Writer& w, const Expression& e) {
     return typed("ts_datepart(" + part_name(w, e) + ", " + w.to_moment(argument(w, e, 1)).sql + ")",
-                 Kind::integer);
+                 ValueKind::integer);
 }
 
 TypedSql dateadd(Writer& w, const Expression& e) {
     return typed("ts_dateadd(" + part_name(w, e) + ", " + w.to_whole(argument(w, e, 1)).sql + ", " +
                      w.to_moment(argument(w, e, 2)).sql + ")",
-                 Kind::datetime);
+                 ValueKind::datetime);
 }
 
 TypedSql datediff(Writer& w, const Expression& e) {
     return typed("ts_datediff(" + part_name(w, e) + ", " + w.to_moment(argument(w, e, 1)).sql + ", " +
                      w.to_moment(argument(w, e, 2)).sql + ")",
-                 Kind::integer);
+                 ValueKind::integer);
 }
 
 // year, month, day
 TypedSql part_of_date(Writer& w, const Expression& e) {
-    return typed("ts_datepart('" + e.name + "', " + w.to_moment(argument(w, e, 0)).sql + ")", Kind::integer);
+    return typed("ts_datepart('" + e.name + "', " + w.to_moment(argument(w, e, 0)).sql + ")",
+                 ValueKind::integer);
 }
 
 // What the program says, and what is useful at a command line besides. All are functions of SQL Server 2008

@@ -29,6 +29,9 @@ struct TypedSql {
     bool condition = false;  // true or false, which is not a value in Transact-SQL
     std::string day = {};    // of a moment made from a day's column and a time's: the day's column
 };
+inline TypedSql typed(std::string sql, Type::Kind kind) {
+    return {std::move(sql), of_kind(kind), false, false};
+}
 
 // A whole statement in the engine's language.
 struct Translation {

@@ -35,9 +35,9 @@ constexpr unsigned char wide_on = 0x0E;   // alone, or after an escape
 constexpr unsigned char wide_off = 0x14;  // likewise
 
 // Follows the print head over the paper.
-class Paper {
+class PrintedPaper {
   public:
-    Paper(std::string_view bytes, int width) : bytes_(bytes), width_(width) {}
+    PrintedPaper(std::string_view bytes, int width) : bytes_(bytes), width_(width) {}
 
     std::vector<PaperLine> lines() {
         while (at_ < bytes_.size())
@@ -138,7 +138,7 @@ void draw_character(QPainter& painter, const PaperCharacter& character, int x, i
 }  // namespace
 
 std::vector<PaperLine> paper_lines(std::string_view bytes, int width) {
-    return Paper(bytes, width).lines();
+    return PrintedPaper(bytes, width).lines();
 }
 
 QImage paper_picture(std::string_view bytes, int width) {

@@ -48,7 +48,7 @@ struct Columns {
 constexpr const char* name_heading = "اسم الصنف";
 constexpr const char* code_heading = "كود";
 
-TextStyle letters(const LayoutReceipt& receipt, double scale = 1, bool bold = false) {
+TextStyle letters_of(const LayoutReceipt& receipt, double scale = 1, bool bold = false) {
     return {receipt.settings.font_size * scale, bold, Side::right, Qt::black};
 }
 
@@ -64,9 +64,9 @@ std::vector<Figures> figures_of(const LayoutReceipt& receipt) {
 
 double widest(const Canvas& canvas, const LayoutReceipt& receipt, const char* heading,
               std::string LayoutRow::*text) {
-    double width = canvas.text_width(heading, letters(receipt, 1, true));
+    double width = canvas.text_width(heading, letters_of(receipt, 1, true));
     for (const LayoutRow& row : receipt.rows)
-        width = std::max(width, canvas.text_width(qstring(row.*text), letters(receipt)));
+        width = std::max(width, canvas.text_width(qstring(row.*text), letters_of(receipt)));
     return width;
 }
 
@@ -146,14 +146,14 @@ double ReceiptPage::header(const Canvas& canvas, double y) const {
         y += height + 1.5;
     }
     const auto centred = [&](const std::string& text, double scale, bool bold) {
-        TextStyle style = letters(receipt_, scale, bold);
+        TextStyle style = letters_of(receipt_, scale, bold);
         style.side = Side::centre;
         y += canvas.text(left_, y, width_, qstring(text), style);
     };
     centred(receipt_.store_name, store_name_letters, true);
     centred(receipt_.second_store_name, second_name_letters, false);
     if (!receipt_.telephone.empty()) {
-        TextStyle style = letters(receipt_, 1.1);
+        TextStyle style = letters_of(receipt_, 1.1);
         style.side = Side::centre;
         y += canvas.line(left_, y, width_, qstring(receipt_.telephone), style);
     }
@@ -162,7 +162,7 @@ double ReceiptPage::header(const Canvas& canvas, double y) const {
 
 double ReceiptPage::details(const Canvas& canvas, double y) const {
     // The kind and the number in white on black, because the cashier looks for them first.
-    TextStyle style = letters(receipt_, kind_letters, true);
+    TextStyle style = letters_of(receipt_, kind_letters, true);
     style.colour = Qt::white;
     const double inner = width_ - 4;
     const QString kind = qstring(receipt_.kind);
@@ -178,7 +178,7 @@ double ReceiptPage::details(const Canvas& canvas, double y) const {
     y += height + 1.2;
 
     // Two in a row; one that is too long for half a row has a row of its own.
-    const TextStyle plain = letters(receipt_);
+    const TextStyle plain = letters_of(receipt_);
     const double half = width_ / 2 - 1;
     bool at_left = false;
     double row_height = 0;
@@ -214,8 +214,8 @@ double ReceiptPage::details(const Canvas& canvas, double y) const {
 double ReceiptPage::table(const Canvas& canvas, double y) const {
     if (receipt_.rows.empty()) return y;
     const Columns columns = columns_of(canvas, receipt_, left_, width_);
-    const TextStyle bold = letters(receipt_, 1, true);
-    const TextStyle plain = letters(receipt_);
+    const TextStyle bold = letters_of(receipt_, 1, true);
+    const TextStyle plain = letters_of(receipt_);
     const auto figures = [&](double at, const auto& text_of, TextStyle style) {
         double height = 0;
         style.points *= columns.scale;
@@ -262,8 +262,8 @@ double ReceiptPage::totals(const Canvas& canvas, double y) const {
     // Amounts are under the column of the lines' totals, aligned to the right. All but the net's are of one
     // size, which lets the longest fit, and so are their labels.
     const double most = width_ * 0.6;
-    TextStyle plain = letters(receipt_, 1.15);
-    TextStyle net = letters(receipt_, net_letters, true);
+    TextStyle plain = letters_of(receipt_, 1.15);
+    TextStyle net = letters_of(receipt_, net_letters, true);
     double amount_width = 0;
     for (TextStyle* style : {&plain, &net}) {
         double widest = 0;
@@ -319,7 +319,7 @@ double ReceiptPage::barcode(const Canvas& canvas, double y) const {
 
 double ReceiptPage::footer(const Canvas& canvas, double y) const {
     const auto centred = [&](const std::string& text, double scale, bool bold) {
-        TextStyle style = letters(receipt_, scale, bold);
+        TextStyle style = letters_of(receipt_, scale, bold);
         style.side = Side::centre;
         y += canvas.text(left_, y, width_, qstring(text), style);
     };

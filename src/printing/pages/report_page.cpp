@@ -98,7 +98,7 @@ namespace {
 constexpr QSizeF a4(210, 297);
 constexpr QSizeF a5(148, 210);
 constexpr double foot_height = 9;
-constexpr double logo_height = 20;
+constexpr double heading_logo_height = 20;
 constexpr double table_points = 9;
 
 QSizeF paper(const Report& report) {
@@ -180,7 +180,7 @@ void ReportPage::draw(QPainter& painter, double dots_per_mm, int page) const {
 double ReportPage::letterhead(const Canvas& canvas, double y) const {
     double text_width = width();
     if (!logo_.isNull()) {
-        const double logo_width = std::min(width() / 3, logo_height * logo_.width() / logo_.height());
+        const double logo_width = std::min(width() / 3, heading_logo_height * logo_.width() / logo_.height());
         const double height = logo_width * logo_.height() / logo_.width();
         canvas.picture({margin, y, logo_width, height}, logo_);
         text_width -= logo_width + 5;
@@ -194,7 +194,7 @@ double ReportPage::letterhead(const Canvas& canvas, double y) const {
     put(report_.store_name, 17, true, colour::ink);
     put(report_.second_store_name, 11, false, colour::label);
     put(report_.telephone, 9, false, colour::label);
-    y = std::max(text_bottom, logo_.isNull() ? y : y + logo_height) + 2.5;
+    y = std::max(text_bottom, logo_.isNull() ? y : y + heading_logo_height) + 2.5;
     canvas.rule(margin, right(), y, 0.8, colour::ink);
     y += 4;
     y += canvas.text(margin, y, width(), qstring(report_.title), {15, true, Side::centre, colour::ink});

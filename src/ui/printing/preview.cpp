@@ -25,7 +25,7 @@ using printing::pages::PageSet;
 constexpr double smallest_zoom = 0.25;
 constexpr double largest_zoom = 4;
 constexpr double zoom_step = 1.25;
-constexpr double screen_dots_per_mm = 96 / 25.4;
+constexpr double shown_dots_per_mm = 96 / 25.4;
 constexpr int gap = 16;  // around and between the pages
 constexpr int arrow_step = 60;
 
@@ -116,7 +116,7 @@ void PreviewDialog::build_bar() {
 
 void PreviewDialog::show_zoom(double zoom) {
     zoom_ = std::clamp(zoom, smallest_zoom, largest_zoom);
-    static_cast<PaperView*>(paper_)->set_scale(zoom_ * screen_dots_per_mm);
+    static_cast<PaperView*>(paper_)->set_scale(zoom_ * shown_dots_per_mm);
     zoom_label_->setText(QString("%1%").arg(std::lround(zoom_ * 100)));
 }
 
@@ -128,7 +128,7 @@ void PreviewDialog::set_zoom(double zoom) {
 void PreviewDialog::fit_width() {
     fits_ = true;
     const double room = view_->viewport()->width() - 2 * gap - 1;
-    show_zoom(std::min(2.0, room / (pages_->size().width() * screen_dots_per_mm)));
+    show_zoom(std::min(2.0, room / (pages_->size().width() * shown_dots_per_mm)));
 }
 
 void PreviewDialog::print() {

@@ -9,6 +9,7 @@
 
 #include "signin/badges.h"
 #include "signin/messages.h"
+#include "signin/passwords.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
@@ -21,8 +22,7 @@ namespace ui {
 
 namespace {
 
-constexpr int longest_password = 100;  // as the column holds
-constexpr int offer_taken = 3;         // of MessageBox::run()
+constexpr int offer_taken = 3;  // of MessageBox::run()
 
 // The scan if it is somebody's badge, else nothing.
 std::string badge_in(const Context& context, const std::string& scan) {
@@ -72,7 +72,7 @@ ApprovalSheet::ApprovalSheet(QWidget* host, const Context& context, signin::Acti
     body()->addWidget(captioned("الم&شرف", user_));
     password_ = text_field("approval_password");
     password_->setEchoMode(QLineEdit::Password);
-    password_->setMaxLength(longest_password);
+    password_->setMaxLength(signin::longest_password);
     password_->setProperty(keys_property, QString(""));                      // a badge is scanned here
     body()->addWidget(captioned("&كلمة السر، أو امسح البطاقة", password_));  // password, or scan the badge
     pause_ = label({}, "warning");

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "backup/automatic.h"
+#include "signin/passwords.h"
 #include "signin/sign_in.h"
 #include "ui/help/open_help.h"
 #include "ui/widgets/choices.h"
@@ -23,12 +24,6 @@
 
 namespace ui {
 
-namespace {
-
-constexpr int longest_password = 100;  // as the column holds
-
-}  // namespace
-
 SignInWindow::SignInWindow(const Context& context, bool offers_training)
     : FrontWindow("Form62", context.session.is_office ? "دخول المكتب" : "تسجيل الدخول", 440),
       context_(context),
@@ -39,7 +34,7 @@ SignInWindow::SignInWindow(const Context& context, bool offers_training)
     password_ = text_field("password");
     password_->setEchoMode(QLineEdit::Password);
     password_->setMinimumHeight(px(48));
-    password_->setMaxLength(longest_password);
+    password_->setMaxLength(signin::longest_password);
     column()->addWidget(captioned("&كلمة السر", password_));
     keyboard_ = label({}, "side");
     keyboard_->setObjectName("keyboard_layout");
@@ -167,7 +162,7 @@ PasswordSheet::PasswordSheet(QWidget* host, const Context& context)
     const auto field = [this](const char* name, const QString& caption) {
         QLineEdit* made = text_field(name);
         made->setEchoMode(QLineEdit::Password);
-        made->setMaxLength(longest_password);
+        made->setMaxLength(signin::longest_password);
         body()->addWidget(captioned(caption, made));
         return made;
     };
