@@ -219,8 +219,14 @@ void Recordset::update() {
 }
 
 Command Recordset::take_update() {
+    // A new row is not kept before the others were read, and gives its values away.
+    std::vector<Value> values;
+    const bool is_kept = !adding_ || loaded_;
+    if (!is_kept) values.swap(values_);
     Command command = adding_ ? insert_command() : update_command();
+    if (!is_kept) command.values_ = std::move(values);
     count_as_written();
+    values_.reserve(inserted_.size());
     return command;
 }
 

@@ -139,6 +139,8 @@ void EmbeddedConnection::add_pinned(std::string& key, const std::set<std::size_t
 }
 
 EmbeddedConnection::Prepared* EmbeddedConnection::find(const std::string& key) {
+    // The rows of a document are written by one statement after the other.
+    if (!prepared_.empty() && prepared_.front().key == key) return &prepared_.front();
     const auto found = by_key_.find(key);
     if (found == by_key_.end()) return nullptr;
     prepared_.splice(prepared_.begin(), prepared_, found->second);
