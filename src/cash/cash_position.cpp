@@ -286,8 +286,10 @@ std::vector<DrawerPosition> calc_cash(database::Connection& connection, const si
     bool may_empty_others = true;
     if (!others.empty()) {
         connection.make_durable();  // the shift has begun, whatever the answer and however long it takes
-        may_empty_others = services.prompts.question(std::string(message::others_emptied) + others +
-                                                     std::string(message::others_question));
+        // No unless it is meant: a colleague may still work on one of them.
+        may_empty_others = services.prompts.question(
+            std::string(message::others_emptied) + others + std::string(message::others_question),
+            common::Icon::exclamation);
         amounts = removable(connection, main, removals);
     }
     for (std::size_t i = 0; i < removals.size(); ++i) {

@@ -80,6 +80,7 @@ SalesWindow::SalesWindow(Context context, const std::vector<Command>& screens)
 }
 
 SalesWindow::~SalesWindow() {
+    tiles_->disconnect(this);  // it hides with the window
     qApp->removeEventFilter(this);
 }
 
@@ -201,6 +202,7 @@ void SalesWindow::connect_parts() {
         enter(entry);
     });
     connect(tiles_, &TilesPanel::left, this, &SalesWindow::focus_entry);
+    connect(tiles_, &TilesPanel::toggled, this, &SalesWindow::repaint_all);
     connect(entry_bar_, &EntryBar::down, this, &SalesWindow::go_to_grid);
     connect(entry_bar_, &EntryBar::quick_quantity_wanted, this, &SalesWindow::quick_quantity);
     connect(entry_bar_, &EntryBar::delete_wanted, this, &SalesWindow::delete_current_line);
@@ -293,7 +295,9 @@ void SalesWindow::repaint_all() {
     header_->show_state(desk_, context_.session);
     kind_bar_->show_state(desk_);
     banner_->show_state(desk_);
-    entry_bar_->show_recalled(desk_.sale().recalled.has_value());
+    // Between its bar and the tiles a recalled receipt would show no line; the tiles go into the upper field.
+    const bool has_room = !tiles_->is_cramped() || !entry_bar_->recalled_field()->text().isEmpty();
+    entry_bar_->show_recalled(desk_.sale().recalled && has_room);
     party_bar_->show_state(desk_);
     tiles_->fit();
     lines_->set_compact(context_.screen_choice.compact_rows);

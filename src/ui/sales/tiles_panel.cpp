@@ -234,9 +234,13 @@ void TilesPanel::show_tiles() {
     grid->setRowStretch(static_cast<int>(tiles_.size()) / columns_ + 1, 1);
 }
 
-// The lines need the rest of the screen, and a recalled receipt has a bar and a field of its own above them.
+bool TilesPanel::is_cramped() const {
+    return isVisible() && window()->height() < px(900);
+}
+
+// The lines need the rest of the screen, and a recalled receipt has a bar of its own above them.
 void TilesPanel::fit() {
-    const int most = window()->height() >= px(900) ? 3 : desk_.sale().recalled ? 1 : 2;
+    const int most = !is_cramped() ? 3 : desk_.sale().recalled ? 1 : 2;
     const int needed = std::max(1, (static_cast<int>(tiles_.size()) + columns_ - 1) / columns_);
     setFixedHeight(px(tab_height) + std::min(needed, most) * px(tile_height + between) + px(20));
 }

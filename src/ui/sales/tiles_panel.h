@@ -29,14 +29,20 @@ class TilesPanel : public QFrame {
     void refresh();
     // Takes the height that the invoice on the screen leaves.
     void fit();
+    // Returns true if the panel leaves little of a small screen.
+    bool is_cramped() const;
 
   signals:
+    // The panel has come or gone.
+    void toggled();
     void taken(const sales::Entry& entry);
     // The panel was closed, or a page was changed: the focus belongs to the entry field.
     void left();
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent*) override { emit toggled(); }
+    void hideEvent(QHideEvent*) override { emit toggled(); }
     void resizeEvent(QResizeEvent* event) override;
 
   private:
