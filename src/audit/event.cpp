@@ -27,6 +27,14 @@ constexpr std::array names = {
     KindName{Kind::shift_changed, "shift_changed", "تغيير وردية"},           // a shift started or closed
     KindName{Kind::item_changed, "item_changed", "تغيير بيانات صنف"},        // an item's card was changed
     KindName{Kind::prices_changed, "prices_changed", "تعديل أسعار أصناف"},   // prices of items were changed
+    KindName{Kind::goods_received, "goods_received", "بضاعة واردة"},         // goods taken in
+    KindName{Kind::goods_returned, "goods_returned", "مرتجع لمورد"},         // goods returned to a supplier
+    KindName{Kind::stock_counted, "stock_counted", "ترحيل جرد"},             // a booked stock-taking
+    KindName{Kind::goods_written_off, "goods_written_off", "إعدام بضاعة"},   // damaged, expired goods
+    KindName{Kind::list_changed, "list_changed", "تعديل قائمة"},             // a changed list of the shop
+    KindName{Kind::user_changed, "user_changed", "تعديل مستخدم"},            // a changed user
+    KindName{Kind::setting_changed, "setting_changed", "تعديل إعداد"},       // a changed setting
+    KindName{Kind::day_closed, "day_closed", "إقفال يوم"},                   // a day was closed
 };
 
 }  // namespace

@@ -32,6 +32,14 @@ enum class Kind {
     // In the office.
     item_changed,
     prices_changed,
+    goods_received,
+    goods_returned,
+    stock_counted,
+    goods_written_off,
+    list_changed,
+    user_changed,
+    setting_changed,
+    day_closed,
 };
 
 // A kind as it is stored, and as the list calls it.
