@@ -30,6 +30,8 @@ class NoReports final : public printing::ReportPrinter {
   public:
     bool print(const printing::Report&) override { return true; }
     void preview(const printing::Report&) override {}
+    bool print_labels(const printing::LabelJob&) override { return false; }
+    void preview_labels(const printing::LabelJob&) override {}
     bool save_pdf(const printing::Report&, const std::filesystem::path&) override { return true; }
     bool save_csv(const printing::Report&, const std::filesystem::path&) override { return true; }
 };

@@ -1,8 +1,10 @@
 #include <CLI/CLI.hpp>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "admin/shop.h"
 #include "admin/tool.h"
@@ -20,6 +22,7 @@ struct Options {
     std::string file;
     bool columns = false;
     bool code_page_1256 = false;
+    bool update = false;
 };
 
 void list_columns(Tool& tool) {
@@ -29,38 +32,53 @@ void list_columns(Tool& tool) {
 }
 
 // Says what is wrong with lines and what should be looked at, line by line.
-void report(const goods::ImportOutcome& outcome, const Options& options, Tool& tool) {
+void report(const std::vector<goods::LineProblem>& problems, const std::vector<goods::LineProblem>& notes,
+            const Options& options, Tool& tool) {
     std::multimap<std::size_t, std::string> said;
-    for (const goods::LineProblem& problem : outcome.problems)
-        said.emplace(problem.line, problem.reason);
-    for (const goods::LineProblem& note : outcome.notes)
-        said.emplace(note.line, "note: " + note.reason);
+    for (const goods::LineProblem& problem : problems)
+        said.emplace(problem.line, problem.reason.english);
+    for (const goods::LineProblem& note : notes)
+        said.emplace(note.line, "note: " + note.reason.english);
     for (const auto& [line, text] : said)
         tool.err << options.file << ':' << line << ": " << text << '\n';
 }
 
-goods::ImportOutcome import_with_progress(database::Connection& connection, std::string_view csv,
-                                          Tool& tool) {
-    std::optional<Progress> shown;
-    std::optional<goods::ImportStage> shown_stage;
-    return goods::import_items(
-        connection, csv, tool.clock.now(),
-        [&](goods::ImportStage stage, std::size_t done, std::size_t total) {
-            if (stage != shown_stage) {
-                shown_stage = stage;
-                shown.reset();  // the bar of the stage before is erased first
-                shown.emplace(tool, stage == goods::ImportStage::reading ? "reading" : "writing", total);
-            }
-            shown->reach(done);
-        });
+// A bar for each stage in turn.
+class StageBar {
+  public:
+    explicit StageBar(Tool& tool) : tool_(tool) {}
+    void operator()(goods::ImportStage stage, std::size_t done, std::size_t total) {
+        if (stage != stage_) {
+            stage_ = stage;
+            shown_.reset();  // the bar of the stage before is erased first
+            shown_.emplace(tool_, stage == goods::ImportStage::reading ? "reading" : "writing", total);
+        }
+        shown_->reach(done);
+    }
+
+  private:
+    Tool& tool_;
+    std::optional<goods::ImportStage> stage_;
+    std::optional<Progress> shown_;
+};
+
+goods::ImportOutcome import(const std::string& csv, const Options& options, Tool& tool) {
+    const auto connection = open_shop(tool);
+    StageBar bar(tool);
+    const goods::ImportProgress progress = std::ref(bar);
+    const goods::ImportPlan plan = goods::plan_import(*connection, csv, options.update, progress);
+    signin::Session session;
+    session.user_name = "tallvex-admin";
+    goods::ImportOutcome outcome =
+        goods::write_import(*connection, session, plan, tool.clock.now(), progress);
+    report(outcome.problems, plan.notes, options, tool);
+    return outcome;
 }
 
 void run(const Options& options, Tool& tool) {
     std::string csv = common::read_file(tool.folder / options.file, largest_file);
     if (options.code_page_1256) csv = common::from_code_page_1256(csv);
-    const auto connection = open_shop(tool);
-    const goods::ImportOutcome outcome = import_with_progress(*connection, csv, tool);
-    report(outcome, options, tool);
+    const goods::ImportOutcome outcome = import(csv, options, tool);
     if (!outcome.problems.empty()) {
         const std::size_t count = outcome.problems.size();
         throw Refused("nothing was imported; mend the " +
@@ -68,7 +86,9 @@ void run(const Options& options, Tool& tool) {
                       " named above and import the file again");
     }
     tool.out << outcome.items << " items, " << outcome.barcodes << " barcodes and " << outcome.batches
-             << " rows of stock imported\n";
+             << " rows of stock imported";
+    if (options.update) tool.out << ", " << outcome.changed << " items changed";
+    tool.out << '\n';
 }
 
 }  // namespace
@@ -82,6 +102,8 @@ void add_import_items(CLI::App& program, Tool& tool) {
     command->add_flag("--columns", options->columns, "List the columns such a file may have");
     command->add_flag("--code-page-1256", options->code_page_1256,
                       "The file is in the code page of an Arabic Windows instead of UTF-8");
+    command->add_flag("--update", options->update,
+                      "Change the items that the shop has already; what a line leaves empty stays as it is");
     command->callback([options, &tool] {
         if (options->columns) {
             list_columns(tool);

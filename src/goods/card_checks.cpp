@@ -142,6 +142,36 @@ std::optional<Refusal> ItemCard::check_prices(Checked& checked) {
     return std::nullopt;
 }
 
+// Pack and carton follow the unit, and the levels behind retail follow retail, if they were what those make.
+bool ItemCard::follow(int unit_level, int price_level, std::string_view before) {
+    const auto unit = static_cast<std::size_t>(unit_level) - 1;
+    const auto level = static_cast<std::size_t>(price_level) - 1;
+    const auto old_price = common::read_amount(before);
+    const auto new_price = common::read_amount(card.prices[unit][level]);
+    if (!old_price.is_good() || !new_price.is_good() || old_price.value.is_zero() ||
+        new_price.value.is_zero() || old_price.value == new_price.value)
+        return false;
+    bool has_followed = false;
+    const auto move = [&](std::size_t to_unit, std::size_t to_level, double factor) {
+        std::string& text = card.prices[to_unit][to_level];
+        const auto price = common::read_amount(text);
+        if (text.empty() || !price.is_good() ||
+            price.value != common::Amount(old_price.value.value() * factor))
+            return;
+        const std::string former =
+            std::exchange(text, common::Amount(new_price.value.value() * factor).text());
+        has_followed = true;
+        if (to_unit == 0) follow(1, static_cast<int>(to_level) + 1, former);
+    };
+    const std::string factors[units] = {"1", card.pack, card.carton};
+    for (std::size_t other = 1; unit_level == 1 && other < units; ++other)
+        if (const double factor = common::numeric_value(factors[other]); factor > 0)
+            move(other, level, factor);
+    for (std::size_t other = level + 1; price_level == sales::retail_level && other < price_levels; ++other)
+        move(unit, other, 1);
+    return has_followed;
+}
+
 // Asks about selling prices below the cost, once they or the cost were edited.
 bool ItemCard::may_be_below_cost(const Checked& checked) {
     if (!shows_cost_ || (!is_new_ && card.prices == shown_.prices)) return true;

@@ -70,6 +70,9 @@ class ItemCard {
     // Deletes the item. Refused if anything else in the shop refers to it.
     std::optional<common::Refusal> remove();
 
+    // A price was edited: those that were worked out from it follow. Returns true if one did.
+    bool follow(int unit_level, int price_level, std::string_view before);
+
     // Adds a barcode as it was typed or scanned; returns false after showing why not.
     bool add_barcode(std::string_view typed, int unit_level);
     // Adds a free barcode of the shop's own; returns false after saying that there is none.

@@ -5,6 +5,8 @@
 
 #include "common/text.h"
 #include "database/bulk_insert.h"
+#include "database/next_number.h"
+#include "goods/import_writing.h"
 
 namespace goods {
 
@@ -13,31 +15,11 @@ using database::BulkRows;
 using database::Connection;
 using database::Null;
 using database::Sql;
-using database::TextLimits;
 using database::Value;
 
 namespace {
 
-KnownGoods known_goods(Connection& connection) {
-    KnownGoods known{{},
-                     {},
-                     {},
-                     {},
-                     TextLimits(connection, "items"),
-                     TextLimits(connection, "makers"),
-                     TextLimits(connection, "item_types"),
-                     TextLimits(connection, "barcode")};
-    for (const auto& row : connection.query("select code,[name] from items")) {
-        known.codes.insert(row.integer("code"));
-        known.names.emplace(common::lower_ascii(common::trim(row.text("name"))), row.integer("code"));
-    }
-    for (const auto& row : connection.query("select bar from barcode")) {
-        known.barcodes.insert(common::lower_ascii(common::trim_right(row.text("bar"))));
-    }
-    for (const auto& row : connection.query("select code from stocks"))
-        known.stores.insert(row.integer("code"));
-    return known;
-}
+constexpr std::size_t updates_at_once = 200;
 
 // The codes of makers or groups by name. A new name gets the next code and a row.
 class Names {
@@ -71,7 +53,8 @@ Value or_null(const std::optional<double>& number) {
 class Writer {
   public:
     Writer(Connection& connection, const common::Moment& now, BulkRows at_once)
-        : now_(now),
+        : connection_(connection),
+          now_(now),
           makers_(connection, connection.query("select code,[name] from makers"),
                   Sql("insert into makers (code,[name])"), at_once),
           groups_(connection, connection.query("select code,[name] from item_types"),
@@ -85,17 +68,15 @@ class Writer {
           stock_(connection, Sql("insert into stk (icode,stcode,quan,edate)"), 4, at_once),
           opening_(connection, Sql("insert into stk_f_q (icode,stcode,quan,edate,[date],f_q,B_no)"), 7,
                    at_once),
-          store_(database::integer_of(connection.scalar("select st_d from basic"))) {}
+          store_(database::integer_of(connection.scalar("select st_d from basic"))),
+          updates_at_once_(at_once == BulkRows::one ? 1 : updates_at_once) {}
 
-    void write(const ItemLine& item, ImportOutcome& outcome) {
+    void add(const ItemLine& item, ImportOutcome& outcome) {
         write_item(item);
         ++outcome.items;
-        for (std::size_t unit = 0; unit < item.barcodes.size(); ++unit) {
-            for (const std::string& barcode : item.barcodes[unit]) {
-                barcodes_.add({Value(barcode), Value(item.code), Value(static_cast<std::int64_t>(unit) + 1)});
-                ++outcome.barcodes;
-            }
-        }
+        for (std::size_t unit = 0; unit < item.barcodes.size(); ++unit)
+            for (const std::string& barcode : item.barcodes[unit])
+                add_barcode({barcode, static_cast<int>(unit) + 1}, item.code, outcome);
         if (!item.stock) return;
         const std::vector<Value> batch = {Value(item.code), Value(item.store.value_or(store_)),
                                           Value(*item.stock), Value(common::Moment{item.expiry, {}})};
@@ -105,7 +86,32 @@ class Writer {
         ++outcome.batches;
     }
 
+    // All but the prices.
+    void change(const ItemLine& item, const CardNow& card, ImportOutcome& outcome) {
+        Sql set("update items set code = code");
+        std::vector<Value> values;
+        const auto column = [&](std::string_view name, database::Fragment assignment, Value value) {
+            if (!item.has(name)) return;
+            set += assignment;
+            values.push_back(std::move(value));
+        };
+        column("name", ", [name] = ?", Value(item.name));
+        column("maker", ", fact = ?", makers_.code_of(item.maker));
+        column("group", ", itype = ?", groups_.code_of(item.group));
+        column("description", ", [desc] = ?", Value(item.description));
+        column("minimum", ", mquan = ?", or_null(item.minimum));
+        column("service", ", sale_only = ?", Value(std::int64_t{item.service ? 1 : 0}));
+        column("pack", ", num2 = ?", or_null(item.pack));
+        column("carton", ", num3 = ?", or_null(item.carton));
+        if (!values.empty()) updates_.emplace_back(set + " where code = " + item.code, std::move(values));
+        if (updates_.size() >= updates_at_once_) finish_updates();
+        for (const CardBarcode& barcode : new_barcodes(item, card))
+            add_barcode(barcode, item.code, outcome);
+        ++outcome.changed;
+    }
+
     void finish() {
+        finish_updates();
         makers_.finish();
         groups_.finish();
         for (BulkInsert* table : {&items_, &barcodes_, &stock_, &opening_})
@@ -113,6 +119,14 @@ class Writer {
     }
 
   private:
+    void add_barcode(const CardBarcode& barcode, std::int64_t item, ImportOutcome& outcome) {
+        barcodes_.add({Value(barcode.text), Value(item), Value(std::int64_t{barcode.unit_level})});
+        ++outcome.barcodes;
+    }
+    void finish_updates() {
+        if (!updates_.empty()) connection_.run_all(updates_);
+        updates_.clear();
+    }
     void write_item(const ItemLine& item) {
         std::vector<Value> cells = {Value(item.code),
                                     Value(item.name),
@@ -132,6 +146,7 @@ class Writer {
         items_.add(std::move(cells));
     }
 
+    Connection& connection_;
     common::Moment now_;
     Names makers_;
     Names groups_;
@@ -139,60 +154,100 @@ class Writer {
     BulkInsert barcodes_;
     BulkInsert stock_;
     BulkInsert opening_;
+    std::vector<database::Command> updates_;
     std::int64_t store_;
+    std::size_t updates_at_once_;
 };
 
-// Writes all lines or, after an error, none.
-void write(Connection& connection, const ItemFile& file, BulkRows at_once, common::Moment now,
-           const ImportProgress& progress, ImportOutcome& outcome) {
-    database::Transaction transaction(connection);
-    now.time.millisecond = 0;  // moments in statements are whole seconds
-    Writer writer(connection, now, at_once);
-    for (const ItemLine& item : file.lines) {
-        try {
-            writer.write(item, outcome);
-        } catch (const database::Error& error) {
-            if (at_once == BulkRows::one && error.kind() == database::Error::Kind::other)
-                outcome.problems.push_back({item.line, std::string("the database says: ") + error.what()});
-            throw;
-        }
-        if (progress) progress(ImportStage::writing, outcome.items, file.lines.size());
-    }
-    writer.finish();
-    transaction.commit();
-    connection.make_durable();
-}
+// Ends the transaction with the problem of a line.
+struct Stopped {
+    LineProblem problem;
+};
 
-// Writes all lines, or finds the one that the database refuses.
-void write(Connection& connection, const ItemFile& file, const common::Moment& now,
-           const ImportProgress& progress, ImportOutcome& outcome) {
-    try {
-        write(connection, file, BulkRows::many, now, progress, outcome);
-        return;
-    } catch (const database::Error& error) {
-        if (error.kind() != database::Error::Kind::other) throw;
+class Import {
+  public:
+    Import(Connection& connection, const signin::Session& session, const ImportPlan& plan,
+           const common::Moment& now, const ImportProgress& progress)
+        : connection_(connection), session_(session), plan_(plan), now_(now), progress_(progress) {
+        now_.time.millisecond = 0;  // moments in statements are whole seconds
     }
-    outcome.items = outcome.barcodes = outcome.batches = 0;
-    try {
-        write(connection, file, BulkRows::one, now, progress, outcome);
-    } catch (const database::Error&) {
-        if (outcome.problems.empty()) throw;
+
+    // Writes all lines or, after an error, none.
+    void write(BulkRows at_once, ImportOutcome& outcome) {
+        database::Transaction transaction(connection_);
+        database::hold_numbers(connection_);
+        const auto cards = cards_to_change();
+        Writer writer(connection_, now_, at_once);
+        std::vector<NewPrice> prices;
+        std::size_t done = 0;
+        for (const PlannedLine& line : plan_.lines) {
+            try {
+                if (!line.item.is_update) {
+                    writer.add(line.item, outcome);
+                } else if (line.changes_anything()) {
+                    writer.change(line.item, cards.at(line.item.code), outcome);
+                    const auto of_line = prices_of(line.item);
+                    prices.insert(prices.end(), of_line.begin(), of_line.end());
+                }
+            } catch (const database::Error& error) {
+                if (at_once == BulkRows::one && error.kind() == database::Error::Kind::other)
+                    throw Stopped{{line.item.line,
+                                   {std::string("the database says: ") + error.what(),
+                                    std::string("رفضت قاعدة البيانات السطر: ") + error.what()}}};
+                throw;
+            }
+            if (progress_) progress_(ImportStage::writing, ++done, plan_.lines.size());
+        }
+        writer.finish();
+        change_prices(connection_, session_, now_, prices, why::import);
+        transaction.commit();
+        connection_.make_durable();
     }
-}
+
+  private:
+    // The cards of the plan, as they must still be.
+    std::map<std::int64_t, CardNow> cards_to_change() {
+        std::set<std::int64_t> codes;
+        for (const PlannedLine& line : plan_.lines)
+            if (line.item.is_update && line.changes_anything()) codes.insert(line.item.code);
+        auto cards = cards_now(connection_, codes);
+        for (const PlannedLine& line : plan_.lines) {
+            if (!line.item.is_update || !line.changes_anything()) continue;
+            const auto card = cards.find(line.item.code);
+            if (card == cards.end() || difference_text(line.item, card->second) != line.changes)
+                throw Stopped{{line.item.line,
+                               {"the item was changed meanwhile; import the file again",
+                                "غير مستخدم آخر هذا الصنف، اقرأ الملف مرة أخرى"}}};
+        }
+        return cards;
+    }
+
+    Connection& connection_;
+    const signin::Session& session_;
+    const ImportPlan& plan_;
+    common::Moment now_;
+    const ImportProgress& progress_;
+};
 
 }  // namespace
 
-ImportOutcome import_items(Connection& connection, std::string_view csv, const common::Moment& now,
-                           const ImportProgress& progress) {
-    ImportOutcome outcome;
-    ItemFile file = read_items(csv, known_goods(connection), [&](std::size_t bytes) {
-        if (progress) progress(ImportStage::reading, bytes, csv.size());
-    });
-    outcome.problems = std::move(file.problems);
-    outcome.notes = std::move(file.notes);
-    if (!outcome.problems.empty()) return outcome;
-    write(connection, file, now, progress, outcome);
-    return outcome;
+ImportOutcome write_import(Connection& connection, const signin::Session& session, const ImportPlan& plan,
+                           const common::Moment& now, const ImportProgress& progress) {
+    if (!plan.problems.empty()) return {0, 0, 0, 0, plan.problems};
+    Import import(connection, session, plan, now, progress);
+    for (const BulkRows at_once : {BulkRows::many, BulkRows::one}) {
+        ImportOutcome outcome;
+        try {
+            import.write(at_once, outcome);
+            return outcome;
+        } catch (const Stopped& stopped) {
+            return {0, 0, 0, 0, {stopped.problem}};
+        } catch (const database::Error& error) {
+            // Row by row, the line is found that the database refuses.
+            if (at_once == BulkRows::one || error.kind() != database::Error::Kind::other) throw;
+        }
+    }
+    return {};
 }
 
 }  // namespace goods

@@ -22,37 +22,47 @@ constexpr std::string_view barcode_header[3] = {"barcode", "pack_barcode", "cart
 
 // Thrown for a line that cannot be used; reading goes on with the next line.
 struct BadLine {
-    std::string reason;
+    Words reason;
 };
 
 std::string comparable(std::string_view barcode) {
     return common::lower_ascii(common::trim_right(barcode));
 }
 
-// Why a line with this barcode is not imported; empty if it is. Of eight digits shops also have numbers of
-// their own.
-std::string fault_of(const std::string& barcode) {
+// A barcode that cannot be imported; nothing if it can. Of eight digits shops also have numbers of their own.
+std::optional<Words> fault_of(const std::string& barcode) {
+    const BarcodeFault fault = barcode_fault(barcode);
     const std::string named = "barcode \"" + barcode + "\"";
-    switch (barcode_fault(barcode)) {
+    const auto words = [&](std::string english) {
+        return Words{std::move(english), barcode + " : " + std::string(words_for(fault))};
+    };
+    switch (fault) {
+        case BarcodeFault::none:
+            return std::nullopt;
         case BarcodeFault::empty:
-            return "a barcode is empty; write one \"|\" between two barcodes";
+            return Words{"a barcode is empty; write one \"|\" between two barcodes",
+                         "باركود خال، اكتب | واحدة بين كل اثنين"};
         case BarcodeFault::blank:
-            return named + " has a blank in it, which no scanner sends; write \"|\" between several barcodes";
+            return words(named +
+                         " has a blank in it, which no scanner sends; write \"|\" between several "
+                         "barcodes");
         case BarcodeFault::apostrophe:
-            return named +
-                   " has an apostrophe in it, which the spreadsheet may have put before it to mark a text";
+            return words(named +
+                         " has an apostrophe in it, which the spreadsheet may have put before it to "
+                         "mark a text");
         case BarcodeFault::rounded:
-            return named +
-                   " was rounded by the spreadsheet; set that column's cells to text and enter it again";
+            return words(named +
+                         " was rounded by the spreadsheet; set that column's cells to text and enter "
+                         "it again");
         case BarcodeFault::receipt:
-            return named + " would be read as the barcode of a receipt";
+            return words(named + " would be read as the barcode of a receipt");
         case BarcodeFault::scale_label:
-            return named + " would be read as a label of the scale";
+            return words(named + " would be read as a label of the scale");
         case BarcodeFault::check_digit:
-            return barcode.size() == 8 ? std::string() : named + " has a wrong check digit";
-        default:
-            return {};
+            break;
     }
+    if (barcode.size() == 8) return std::nullopt;
+    return Words{named + " has a wrong check digit", barcode + " : رقم المراجعة في آخر الباركود غير صحيح"};
 }
 
 class Reader {
@@ -67,7 +77,8 @@ class Reader {
     ItemFile read() {
         try {
             if (text_.starts_with("\xFF\xFE") || text_.starts_with("\xFE\xFF")) {
-                problem(1, "the file is UTF-16; save it as CSV UTF-8");
+                problem(1,
+                        {"the file is UTF-16; save it as CSV UTF-8", "الملف بترميز UTF-16، احفظه CSV UTF-8"});
                 return std::move(file_);
             }
             if (!read_header()) return std::move(file_);
@@ -78,32 +89,39 @@ class Reader {
                 if (reached_) reached_(csv_.position());
             }
             if (file_.lines.empty() && file_.problems.empty())
-                problem(1, "there is no item below the first line");
+                problem(1, {"there is no item below the first line", "لا توجد أصناف تحت السطر الأول"});
         } catch (const common::CsvError& error) {
-            problem(error.line(), error.reason());
+            problem(error.line(), {error.reason(), "علامات الاقتباس في السطر غير مكتملة"});
         }
         return std::move(file_);
     }
 
   private:
-    void problem(std::size_t line, std::string reason) {
-        file_.problems.push_back({line, std::move(reason)});
-    }
+    void problem(std::size_t line, Words reason) { file_.problems.push_back({line, std::move(reason)}); }
 
     // Notes what the owner should look at although the line can be imported.
     void note(const ItemLine& item) {
-        const auto add = [this](std::string text) { file_.notes.push_back({csv_.line(), std::move(text)}); };
-        for (const std::string& text : cleaned_)
+        const auto add = [this](Words text) { file_.notes.push_back({csv_.line(), std::move(text)}); };
+        for (const Words& text : cleaned_)
             add(text);
-        const auto [known, is_new] = names_.emplace(common::lower_ascii(item.name), item.code);
-        if (!is_new) add("name is also that of item " + std::to_string(known->second));
+        if (item.is_update && item.stock)
+            add({"stock is not changed by an import, but by goods in and counts",
+                 "رصيد الصنف المسجل لا يتغير بالاستيراد، بل بالبضاعة الواردة والجرد"});
+        if (!item.name.empty()) {
+            const auto [known, is_new] = names_.emplace(common::lower_ascii(item.name), item.code);
+            if (!is_new && known->second != item.code)
+                add({"name is also that of item " + std::to_string(known->second),
+                     "الاسم هو أيضا اسم الصنف " + std::to_string(known->second)});
+        }
         for (std::size_t unit = 0; unit < 3; ++unit) {
             if (!has_unit(item, unit)) continue;
             const auto& prices = item.prices[unit];
             for (std::size_t level = 1; level < prices.size(); ++level) {
-                if (prices[level] >= prices[0]) continue;
-                add(std::string(prices_header[unit][level]) + " " + common::shortest_text(prices[level]) +
-                    " is below the cost " + common::shortest_text(prices[0]));
+                if (prices[level] >= prices[0] || prices[level] == 0) continue;
+                const std::string price =
+                    std::string(prices_header[unit][level]) + " " + common::shortest_text(prices[level]);
+                const std::string cost = common::shortest_text(prices[0]);
+                add({price + " is below the cost " + cost, price + " أقل من التكلفة " + cost});
                 break;  // one is enough to have the line looked at
             }
         }
@@ -115,23 +133,26 @@ class Reader {
 
     bool read_header() {
         if (!csv_.next(header_)) {
-            problem(1, "the file is empty");
+            problem(1, {"the file is empty", "الملف خال"});
             return false;
         }
         for (std::string& name : header_) {
             name = common::lower_ascii(common::trim(name));
             const bool known = std::any_of(item_columns().begin(), item_columns().end(),
                                            [&](const ItemColumn& column) { return column.name == name; });
-            if (!known) problem(1, "\"" + name + "\" is no column of an items file (see --columns)");
+            if (!known)
+                problem(1, {"\"" + name + "\" is no column of an items file (see --columns)",
+                            "\"" + name + "\" ليس من أعمدة ملف الأصناف"});
             if (std::count(header_.begin(), header_.end(), name) > 1) {
-                problem(1, "the column \"" + name + "\" is there twice");
+                problem(1, {"the column \"" + name + "\" is there twice", "العمود " + name + " مكرر"});
                 return false;
             }
         }
         for (const std::string_view needed : {"code", "name", "price12"}) {
-            if (std::find(header_.begin(), header_.end(), needed) == header_.end()) {
-                problem(1, "the column \"" + std::string(needed) + "\" is missing");
-            }
+            if (known_.may_update && needed != "code") continue;
+            if (std::find(header_.begin(), header_.end(), needed) == header_.end())
+                problem(1, {"the column \"" + std::string(needed) + "\" is missing",
+                            "العمود " + std::string(needed) + " غير موجود"});
         }
         return file_.problems.empty();
     }
@@ -145,8 +166,10 @@ class Reader {
         cleaned_.clear();
         try {
             if (cells_.size() != header_.size()) {
-                throw BadLine{"has " + std::to_string(cells_.size()) + " cells, the first line has " +
-                              std::to_string(header_.size())};
+                const std::string cells = std::to_string(cells_.size());
+                const std::string columns = std::to_string(header_.size());
+                throw BadLine{{"has " + cells + " cells, the first line has " + columns,
+                               "السطر به " + cells + " خلايا، والسطر الأول به " + columns}};
             }
             file_.lines.push_back(read_item());
             file_.lines.back().line = csv_.line();
@@ -169,21 +192,28 @@ class Reader {
     std::string text(std::string_view column, const database::TextLimits& table, std::string_view target) {
         std::string found(cell(column));
         if (common::utf8(common::code_points(found)) != found) {
-            throw BadLine{std::string(column) +
-                          " is not UTF-8 text; save the file as CSV UTF-8, or give --code-page-1256 if it "
-                          "comes from an Arabic Windows"};
+            throw BadLine{
+                {std::string(column) +
+                     " is not UTF-8 text; save the file as CSV UTF-8, or give --code-page-1256 if it "
+                     "comes from an Arabic Windows",
+                 std::string(column) + " ليس بترميز UTF-8، احفظ الملف CSV UTF-8"}};
         }
         for (char& c : found) {
             // A receipt has one line for it, and its printer would take the other control characters for
             // commands.
             if (c == '\n' || c == '\r' || c == '\t') c = ' ';
             if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
-                throw BadLine{std::string(column) + " has a control character in it"};
+                throw BadLine{{std::string(column) + " has a control character in it",
+                               std::string(column) + " به رموز لا تطبع"}};
         }
-        if (!table.fits(target, found)) throw BadLine{std::string(column) + " is too long"};
+        if (!table.fits(target, found))
+            throw BadLine{
+                {std::string(column) + " is too long", std::string(column) + " أطول من المسموح به"}};
         if (!found.empty() && found != whole_cell(column)) {
-            cleaned_.push_back(std::string(column) + " becomes \"" + found +
-                               "\", on one line and without the blanks around it");
+            cleaned_.push_back(
+                {std::string(column) + " becomes \"" + found +
+                     "\", on one line and without the blanks around it",
+                 std::string(column) + " يصبح \"" + found + "\" في سطر واحد وبلا مسافات حوله"});
         }
         return found;
     }
@@ -194,31 +224,37 @@ class Reader {
         const std::string named = std::string(column) + " \"" + std::string(found) + "\"";
         switch (common::number_fault(found)) {
             case common::NumberFault::comma:
-                throw BadLine{named +
-                              " has a comma in it; write the decimals after a point, and no separators"};
+                throw BadLine{
+                    {named + " has a comma in it; write the decimals after a point, and no separators",
+                     named + " به فاصلة، اكتب الكسر بعد نقطة وبدون فواصل"}};
             case common::NumberFault::minus:
-                throw BadLine{named + " is below 0"};
+                throw BadLine{{named + " is below 0", named + " أقل من صفر"}};
             case common::NumberFault::no_number:
-                throw BadLine{named + " is no number"};
+                throw BadLine{{named + " is no number", named + " ليس رقما"}};
             case common::NumberFault::none:
                 break;
         }
         const double value = common::numeric_value(found);
-        if (value > highest_amount) throw BadLine{named + " is too large"};
+        if (value > highest_amount) throw BadLine{{named + " is too large", named + " أكبر من المسموح به"}};
         return value;
     }
 
     std::optional<double> factor(std::string_view column) const {
         const auto value = number(column);
-        if (value && *value <= 0) throw BadLine{std::string(column) + " must be more than 0"};
+        if (value && *value <= 0)
+            throw BadLine{{std::string(column) + " must be more than 0",
+                           std::string(column) + " يجب أن يكون أكبر من صفر"}};
         return value;
     }
 
     ItemLine read_item() {
         ItemLine item;
         item.code = read_code();
+        item.is_update = known_.codes.contains(item.code);
+        for (std::size_t column = 0; column < item_columns().size(); ++column)
+            if (!cell(item_columns()[column].name).empty()) item.given |= std::uint64_t{1} << column;
         item.name = text("name", known_.items, "name");
-        if (item.name.empty()) throw BadLine{"name is empty"};
+        if (item.name.empty() && !item.is_update) throw BadLine{{"name is empty", "الاسم خال"}};
         item.maker = text("maker", known_.makers, "name");
         item.group = text("group", known_.groups, "name");
         item.description = text("description", known_.items, "desc");
@@ -243,14 +279,19 @@ class Reader {
         const std::string found(cell("code"));
         const auto code = common::read_code(found);
         if (!code) {
-            throw BadLine{"code \"" + found + "\" is no whole number from 1 to " +
-                          std::to_string(highest_code)};
+            throw BadLine{
+                {"code \"" + found + "\" is no whole number from 1 to " + std::to_string(highest_code),
+                 "الكود \"" + found + "\" ليس رقما صحيحا من 1 إلى " + std::to_string(highest_code)}};
         }
-        if (known_.codes.contains(*code))
-            throw BadLine{"the shop has an item " + std::to_string(*code) + " already"};
-        if (codes_.contains(*code)) throw BadLine{"code " + std::to_string(*code) + " is in the file twice"};
-        if (barcodes_.contains(std::to_string(*code)))
-            throw BadLine{"code " + std::to_string(*code) + " is also a barcode of another line"};
+        const std::string text = std::to_string(*code);
+        if (known_.codes.contains(*code) && !known_.may_update)
+            throw BadLine{
+                {"the shop has an item " + text + " already", "الكود " + text + " مسجل لصنف في المحل"}};
+        if (codes_.contains(*code))
+            throw BadLine{{"code " + text + " is in the file twice", "الكود " + text + " مكرر في الملف"}};
+        if (barcodes_.contains(text))
+            throw BadLine{{"code " + text + " is also a barcode of another line",
+                           "الكود " + text + " هو أيضا باركود في سطر آخر"}};
         return *code;
     }
 
@@ -258,7 +299,7 @@ class Reader {
         const std::string_view found = cell("service");
         if (found.empty() || found == "0") return false;
         if (found == "1") return true;
-        throw BadLine{"service is neither 0 nor 1"};
+        throw BadLine{{"service is neither 0 nor 1", "العمود service يقبل 0 أو 1 فقط"}};
     }
 
     void read_prices(ItemLine& item) const {
@@ -266,16 +307,24 @@ class Reader {
         for (std::size_t unit = 0; unit < 3; ++unit) {
             for (std::size_t level = 0; level < 5; ++level) {
                 const auto price = number(prices_header[unit][level]);
-                if (unit == 0 && level == 1 && !price) throw BadLine{"price12 (the retail price) is empty"};
+                if (unit == 0 && level == 1 && !price && !item.is_update)
+                    throw BadLine{{"price12 (the retail price) is empty", "price12 (سعر القطاعي) خال"}};
                 // A cost may be 0, but nothing is sold for nothing.
-                if (level > 0 && price && *price == 0 && has_unit(item, unit)) {
-                    throw BadLine{std::string(prices_header[unit][level]) +
-                                  " is 0, so the till would give the item away"};
+                const bool is_sold = item.is_update || has_unit(item, unit);
+                if (level > 0 && price && *price == 0 && is_sold) {
+                    throw BadLine{
+                        {std::string(prices_header[unit][level]) +
+                             " is 0, so the till would give the item away",
+                         std::string(prices_header[unit][level]) + " صفر، والكاشير سيبيع الصنف بلا مقابل"}};
+                }
+                if (item.is_update) {
+                    item.prices[unit][level] = price.value_or(0);
+                    continue;
                 }
                 const double of_unit = unit == 0 ? 0 : item.prices[0][level] * factors[unit];
                 item.prices[unit][level] = price.value_or(of_unit);
             }
-            if (unit != 0) continue;
+            if (unit != 0 || item.is_update) continue;
             for (std::size_t level = 2; level < 5; ++level) {
                 if (!number(prices_header[0][level])) item.prices[0][level] = item.prices[0][1];
             }
@@ -284,19 +333,23 @@ class Reader {
 
     void read_stock(ItemLine& item) const {
         item.stock = number("stock");
-        if (item.stock && item.service) throw BadLine{"a service has no stock"};
+        if (item.stock && item.service)
+            throw BadLine{{"a service has no stock", "ما يباع بدون كميات ليس له رصيد"}};
         if (const std::string found(cell("store")); !found.empty()) {
             item.store = common::parse_integer(found);
             if (!item.store || !known_.stores.contains(*item.store)) {
-                throw BadLine{"the shop has no store \"" + found + "\""};
+                throw BadLine{
+                    {"the shop has no store \"" + found + "\"", "لا يوجد مخزن رقمه \"" + found + "\""}};
             }
         }
         if (const std::string found(cell("expiry")); !found.empty()) {
             const auto date = common::read_date(found);
             if (!date) {
-                throw BadLine{"expiry \"" + found +
-                              "\" is no date (year/month/day, or day/month/year with four digits of the "
-                              "year)"};
+                throw BadLine{
+                    {"expiry \"" + found +
+                         "\" is no date (year/month/day, or day/month/year with four digits of the "
+                         "year)",
+                     "expiry \"" + found + "\" ليس تاريخا (سنة/شهر/يوم، أو يوم/شهر/سنة بأربعة أرقام)"}};
             }
             item.expiry = *date;
         }
@@ -311,29 +364,37 @@ class Reader {
             const std::string barcode =
                 common::western_digits(all.substr(from, end - from));  // as scanners send them
             from = end + 1;
-            judge(barcode);
+            judge(barcode, item.code);
             for (const auto& others : item.barcodes) {
                 if (std::find(others.begin(), others.end(), barcode) != others.end()) {
-                    throw BadLine{"barcode " + barcode + " is there twice"};
+                    throw BadLine{
+                        {"barcode " + barcode + " is there twice", "الباركود " + barcode + " مكرر"}};
                 }
             }
-            if (!has_unit(item, unit)) throw BadLine{"a barcode for a unit without its number of base units"};
+            if (!has_unit(item, unit) && !item.is_update)
+                throw BadLine{{"a barcode for a unit without its number of base units",
+                               "باركود لعبوة أو كرتونة بدون عدد وحداتها"}};
             item.barcodes[unit].push_back(barcode);
         }
     }
 
-    void judge(const std::string& barcode) const {
-        if (auto fault = fault_of(barcode); !fault.empty()) throw BadLine{std::move(fault)};
-        if (!known_.barcode.fits("bar", barcode)) throw BadLine{"a barcode is too long"};
-        if (known_.barcodes.contains(comparable(barcode))) {
-            throw BadLine{"barcode " + barcode + " belongs to another item of the shop"};
+    void judge(const std::string& barcode, std::int64_t item) const {
+        if (auto fault = fault_of(barcode)) throw BadLine{std::move(*fault)};
+        if (!known_.barcode.fits("bar", barcode))
+            throw BadLine{{"a barcode is too long", "باركود أطول من المسموح به"}};
+        const auto known = known_.barcodes.find(comparable(barcode));
+        if (known != known_.barcodes.end() && !(known_.may_update && known->second == item)) {
+            throw BadLine{{"barcode " + barcode + " belongs to another item of the shop",
+                           "الباركود " + barcode + " مسجل لصنف آخر " + std::to_string(known->second)}};
         }
         if (barcodes_.contains(comparable(barcode)))
-            throw BadLine{"barcode " + barcode + " is in the file twice"};
+            throw BadLine{
+                {"barcode " + barcode + " is in the file twice", "الباركود " + barcode + " مكرر في الملف"}};
         // A scan looks for a barcode first, so that this one would hide the item with that code.
         const auto as_code = common::all_digits(barcode) ? common::parse_integer(barcode) : std::nullopt;
-        if (as_code && (known_.codes.contains(*as_code) || codes_.contains(*as_code))) {
-            throw BadLine{"barcode " + barcode + " is also the code of an item"};
+        if (as_code && as_code != item && (known_.codes.contains(*as_code) || codes_.contains(*as_code))) {
+            throw BadLine{{"barcode " + barcode + " is also the code of an item",
+                           "الباركود " + barcode + " هو أيضا كود صنف"}};
         }
     }
 
@@ -343,7 +404,7 @@ class Reader {
     const std::function<void(std::size_t)>& reached_;
     std::vector<std::string> header_;
     std::vector<std::string> cells_;
-    std::vector<std::string> cleaned_;  // how the line's texts were changed when they were read
+    std::vector<Words> cleaned_;  // how the line's texts were changed when they were read
     std::unordered_set<std::int64_t> codes_;
     std::unordered_set<std::string> barcodes_;
     std::unordered_map<std::string, std::int64_t> names_;  // in lower case, of the shop and of the file
@@ -351,6 +412,12 @@ class Reader {
 };
 
 }  // namespace
+
+bool ItemLine::has(std::string_view column) const {
+    for (std::size_t at = 0; at < item_columns().size(); ++at)
+        if (item_columns()[at].name == column) return (given >> at & 1) != 0;
+    return false;
+}
 
 ItemFile read_items(std::string_view csv, const KnownGoods& known,
                     const std::function<void(std::size_t)>& reached) {

@@ -17,7 +17,11 @@
 namespace goods {
 
 struct ItemLine {
-    std::size_t line = 0;  // of the file
+    std::size_t line = 0;     // of the file
+    bool is_update = false;   // of an item that the shop has; what is not given stays as it is
+    std::uint64_t given = 0;  // a bit for each column of item_columns() that has something in this line
+    bool has(std::string_view column) const;
+
     std::int64_t code = 0;
     std::string name;
     std::string maker;  // may be empty
@@ -34,15 +38,23 @@ struct ItemLine {
     common::Date expiry = common::no_expiry;
 };
 
+// Told to who reads a log and to who reads the screen.
+struct Words {
+    std::string english;
+    std::string arabic;
+};
+
 struct LineProblem {
     std::size_t line = 0;
-    std::string reason;
+    Words reason;
 };
 
 // What the shop has already and a file may not repeat.
 struct KnownGoods {
+    bool may_update = false;  // a line with the code of an item of the shop changes it, else it is refused
     std::unordered_set<std::int64_t> codes;
-    std::unordered_set<std::string> barcodes;             // in lower case, without trailing blanks
+    // The items of barcodes in lower case, without trailing blanks.
+    std::unordered_map<std::string, std::int64_t> barcodes;
     std::unordered_map<std::string, std::int64_t> names;  // in lower case; the code of an item of that name
     std::unordered_set<std::int64_t> stores;
     database::TextLimits items;  // what the columns of these tables hold
@@ -62,7 +74,8 @@ struct ItemColumn {
     std::string_view name;
     std::string_view meaning;
 };
-// The columns that an items file may have, in the order of the help; "code", "name" and "price12" are needed.
+// The columns that an items file may have, in the order of the help; "code" is needed, for new items also
+// "name" and "price12".
 const std::vector<ItemColumn>& item_columns();
 
 // Reads a whole file. Its first line names the columns in any order; cells are separated by comma, semicolon

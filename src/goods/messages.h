@@ -56,4 +56,22 @@ inline constexpr std::string_view no_free_barcode = "لا يوجد باركود 
 inline constexpr std::string_view referred_to = "لا يمكن حذف الصنف لأنه مسجل في : ";
 inline constexpr std::string_view stop_instead = "\nيمكن إيقاف تداوله بدلا من حذفه";
 
+// --- prices of several items -------------------------------------------------------------------------
+inline constexpr std::string_view wrong_percent = "النسبة رقم أكبر من صفر وحتى 1000، وللتخفيض أقل من 100";
+inline constexpr std::string_view choose_step = "اختر التقريب";  // choose the rounding
+inline constexpr std::string_view choose_prices =
+    "اختر الوحدات والأسعار التي تتغير";                                     // choose units and levels
+inline constexpr std::string_view nothing_changes = "لا توجد أسعار تتغير";  // no price would change
+// So many of the new prices are below the cost.
+inline constexpr std::string_view some_below_cost = "أسعار جديدة أقل من التكلفة، عددها ";
+// Another user changed the price of …; nothing was saved.
+inline constexpr std::string_view price_changed_meanwhile = "غير مستخدم آخر سعر ";
+inline constexpr std::string_view work_out_again = "لم يحفظ شيء. اعرض التغييرات مرة أخرى";
+
+// --- import ------------------------------------------------------------------------------------------
+inline constexpr std::string_view choose_file = "اختر ملف الأصناف";        // choose the items file
+inline constexpr std::string_view file_not_read = "تعذرت قراءة الملف : ";  // the file cannot be read
+// Nothing was imported; the line at fault is at the top.
+inline constexpr std::string_view nothing_imported = "لم يستورد شيء. السطر المرفوض في أول القائمة";
+
 }  // namespace goods::message

@@ -1,5 +1,6 @@
 #include "office/pages.h"
 
+#include "ui/goods/goods_page.h"
 #include "ui/journal/journal_screen.h"
 
 namespace office {
@@ -11,11 +12,17 @@ void run_journal(QWidget* window, const ui::Context& context) {
     if (screen.open()) screen.run();
 }
 
+template <typename Made>
+ui::Page* make_page(const ui::Context& context) {
+    return new Made(context);
+}
+
 }  // namespace
 
 const std::vector<Entry>& entries() {
     using signin::Action;
     static const std::vector<Entry> table = {
+        {"goods", "الأ&صناف", Action::edit_goods, make_page<ui::GoodsPage>},
         {"journal", "سجل الأحدا&ث", Action::daily_statement, nullptr, run_journal},
     };
     return table;

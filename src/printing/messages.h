@@ -16,6 +16,7 @@ inline constexpr std::string_view test_title = "صفحة التجربة";
 // What was not done: the receipt, the report, the test page was not printed, the drawer did not open.
 inline constexpr std::string_view receipt_failed = "لم يطبع البون : ";
 inline constexpr std::string_view report_failed = "لم يطبع التقرير : ";
+inline constexpr std::string_view labels_title = "ملصقات";  // labels
 inline constexpr std::string_view test_failed = "لم تطبع صفحة التجربة : ";
 inline constexpr std::string_view drawer_failed = "لم يفتح الدرج : ";
 // The printer does not answer.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "common/date_time.h"
+#include "printing/labels.h"
 #include "printing/report.h"
 
 namespace printing {
@@ -29,6 +30,9 @@ class ReportPrinter {
     virtual std::vector<std::filesystem::path> take_kept() { return {}; }
     // Shows the pages on the screen, from where they can be printed.
     virtual void preview(const Report& report) = 0;
+    // Prints labels on the system's printer, or shows them first.
+    virtual bool print_labels(const LabelJob& labels) = 0;
+    virtual void preview_labels(const LabelJob& labels) = 0;
     virtual bool save_pdf(const Report& report, const std::filesystem::path& file) = 0;
     virtual bool save_csv(const Report& report, const std::filesystem::path& file) = 0;
 };

@@ -6,6 +6,7 @@
 #include "common/ports.h"
 #include "database/error.h"
 #include "printing/messages.h"
+#include "printing/pages/label_page.h"
 #include "printing/pages/raster.h"
 #include "printing/pages/receipt_page.h"
 #include "printing/pages/report_page.h"
@@ -233,6 +234,24 @@ void SystemReportPrinter::preview(const Report& report) {
     try {
         const auto made = pages_of(report);
         workstation_.show_pages(made, [&] { return print(made, report.title); });
+    } catch (const std::exception& error) {
+        not_printed(database::words_for(error), error.what());
+    }
+}
+
+bool SystemReportPrinter::print_labels(const LabelJob& labels) {
+    try {
+        return print(marked(workstation_, std::make_shared<LabelPages>(labels)),
+                     std::string(message::labels_title));
+    } catch (const std::exception& error) {
+        return not_printed(database::words_for(error), error.what());
+    }
+}
+
+void SystemReportPrinter::preview_labels(const LabelJob& labels) {
+    try {
+        const auto made = marked(workstation_, std::make_shared<LabelPages>(labels));
+        workstation_.show_pages(made, [&] { return print(made, std::string(message::labels_title)); });
     } catch (const std::exception& error) {
         not_printed(database::words_for(error), error.what());
     }

@@ -86,6 +86,8 @@ class SystemReportPrinter final : public ReportPrinter {
     bool print_slip(const Report& report) override;
     std::vector<std::filesystem::path> take_kept() override { return std::exchange(kept_, {}); }
     void preview(const Report& report) override;
+    bool print_labels(const LabelJob& labels) override;
+    void preview_labels(const LabelJob& labels) override;
     bool save_pdf(const Report& report, const std::filesystem::path& file) override;
     bool save_csv(const Report& report, const std::filesystem::path& file) override;
 

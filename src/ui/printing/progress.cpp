@@ -22,7 +22,8 @@ constexpr int moment_ms = 400;  // work that ends sooner shows no bar
 
 class ProgressSheet final : public Sheet {
   public:
-    explicit ProgressSheet(const QString& title) : Sheet(window_in_use(), title) {
+    ProgressSheet(const QString& title, const ProgressWords& words)
+        : Sheet(window_in_use(), title), words_(words) {
         setObjectName("progress");
         set_card_width(520);
         setFocusPolicy(Qt::StrongFocus);
@@ -45,9 +46,7 @@ class ProgressSheet final : public Sheet {
         if (!isVisible()) open();
         bar_->setRange(0, total);
         bar_->setValue(done);
-        // "Page … of …", "Handing over to the printer"
-        state_->setText(done < total ? QString("صفحة %1 من %2").arg(done + 1).arg(total)
-                                     : QString("جار التسليم إلى الطابعة"));
+        state_->setText(done < total ? QString(words_.state).arg(done + 1).arg(total) : QString(words_.end));
         QCoreApplication::processEvents();
         return !is_cancelled_;
     }
@@ -58,6 +57,7 @@ class ProgressSheet final : public Sheet {
     void escape() override { is_cancelled_ = true; }
 
   private:
+    ProgressWords words_;
     QElapsedTimer started_;
     QLabel* state_;
     QProgressBar* bar_;
@@ -66,8 +66,8 @@ class ProgressSheet final : public Sheet {
 
 }  // namespace
 
-printing::pages::Progress show_progress(const std::string& title) {
-    return [sheet = std::make_shared<ProgressSheet>(qt(title))](int done, int total) {
+printing::pages::Progress show_progress(const std::string& title, const ProgressWords& words) {
+    return [sheet = std::make_shared<ProgressSheet>(qt(title), words)](int done, int total) {
         return sheet->show_state(done, total);
     };
 }

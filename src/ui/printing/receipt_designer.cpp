@@ -16,7 +16,7 @@
 #include "sales/invoice_receipt.h"
 #include "sales/sales_desk.h"
 #include "signin/permissions.h"
-#include "ui/printing/logo_sheet.h"
+#include "ui/printing/file_sheet.h"
 #include "ui/printing/printer_sheet.h"
 #include "ui/printing/receipt_paper.h"
 #include "ui/widgets/guard.h"
@@ -220,9 +220,9 @@ void ReceiptDesignerSheet::redraw() {
 
 void ReceiptDesignerSheet::choose_logo() {
     if (Sheet::top_of(window()) != this) return;
-    LogoSheet(this, context_.services.prompts, context_.session.program_folder, [this](const fs::path& file) {
-        return take_logo(file);
-    }).run();
+    FileSheet(this, picture_choice(), context_.services.prompts, context_.session.program_folder,
+              [this](const fs::path& file) { return take_logo(file); })
+        .run();
 }
 
 // The picture is kept beside until the design is saved.

@@ -1,4 +1,4 @@
-#include "ui/printing/logo_sheet.h"
+#include "ui/printing/file_sheet.h"
 
 #include <QDir>
 #include <QImageReader>
@@ -46,25 +46,36 @@ QStringList picture_names() {
 
 }  // namespace
 
-LogoSheet::LogoSheet(QWidget* host, common::Prompts& prompts, const fs::path& folder, Take take)
-    : Sheet(host, "صورة الشعار"), prompts_(prompts), take_(std::move(take)) {
-    setObjectName("logo_sheet");
+FileChoice picture_choice() {
+    return {"logo", "صورة الشعار", picture_names(), "صورة", "لا توجد صور في هذا المجلد"};
+}
+
+FileChoice csv_choice() {
+    return {"csv", "ملف الأصناف", {"*.csv", "*.txt"}, "ملف", "لا توجد ملفات CSV في هذا المجلد"};
+}
+
+FileSheet::FileSheet(QWidget* host, FileChoice choice, common::Prompts& prompts, const fs::path& folder,
+                     Take take)
+    : Sheet(host, choice.title), choice_(std::move(choice)), prompts_(prompts), take_(std::move(take)) {
+    setObjectName(choice_.name + "_sheet");
     set_card_width(720);
-    path_ = digits_field("logo_path", 4000);
+    path_ = digits_field(qPrintable(choice_.name + "_path"), 4000);
     body()->addWidget(captioned("المجلد أو الملف", path_));
-    list_ = new ListTable("logo_files", {"الاسم", "النوع"}, 0);
+    list_ = new ListTable(choice_.name + "_files", {"الاسم", "النوع"}, 0);
     list_->setMinimumHeight(px(320));
-    list_->say_when_empty("لا توجد صور في هذا المجلد");
+    list_->say_when_empty(choice_.when_empty);
     body()->addWidget(list_, 1);
     QHBoxLayout* row = add_row();
-    set_role(foot_button(row, "logo_choose", "اخت&يار  Enter", 2, [this] { choose(); }), "main");
-    foot_button(row, "logo_back", "ر&جوع", 1, [this] { leave(0); });
+    set_role(
+        foot_button(row, qPrintable(choice_.name + "_choose"), "اخت&يار  Enter", 2, [this] { choose(); }),
+        "main");
+    foot_button(row, qPrintable(choice_.name + "_back"), "ر&جوع", 1, [this] { leave(0); });
     connect(list_, &ListTable::row_taken, this, [this] { choose(); });
     connect(path_, &QLineEdit::returnPressed, this, [this] { open(path_of(path_->text().trimmed())); });
     show_folder(folder);
 }
 
-void LogoSheet::show_folder(const fs::path& folder) {
+void FileSheet::show_folder(const fs::path& folder) {
     folder_ = folder.lexically_normal();
     path_->setText(qt(folder_.string()));
     places_.clear();
@@ -78,13 +89,13 @@ void LogoSheet::show_folder(const fs::path& folder) {
     for (const QFileInfo& stick : sticks())
         add(path_of(stick.filePath()), stick.fileName(), "قرص خارجي");
     for (const QFileInfo& entry : dir.entryInfoList(
-             picture_names(), QDir::AllDirs | QDir::Files | QDir::Readable | QDir::NoDotAndDotDot,
+             choice_.patterns, QDir::AllDirs | QDir::Files | QDir::Readable | QDir::NoDotAndDotDot,
              QDir::DirsFirst | QDir::Name | QDir::IgnoreCase))
-        add(path_of(entry.filePath()), entry.fileName(), entry.isDir() ? "مجلد" : "صورة");
+        add(path_of(entry.filePath()), entry.fileName(), entry.isDir() ? "مجلد" : choice_.kind);
     list_->show_rows(std::move(rows));
 }
 
-void LogoSheet::open(const fs::path& place) {
+void FileSheet::open(const fs::path& place) {
     const QFileInfo info(qt((folder_ / place).string()));
     if (info.isDir()) {
         show_folder(path_of(info.absoluteFilePath()));
@@ -96,18 +107,18 @@ void LogoSheet::open(const fs::path& place) {
     }
 }
 
-void LogoSheet::choose() {
+void FileSheet::choose() {
     if (Sheet::top_of(window()) != this) return;
     const int row = list_->current_row();
     if (row >= 0 && static_cast<std::size_t>(row) < places_.size())
         open(places_[static_cast<std::size_t>(row)]);
 }
 
-void LogoSheet::take_focus() {
+void FileSheet::take_focus() {
     list_->setFocus();
 }
 
-void LogoSheet::keyPressEvent(QKeyEvent* event) {
+void FileSheet::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Backspace && folder_.has_relative_path()) {
         event->accept();
         open(folder_ / "..");

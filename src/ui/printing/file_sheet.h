@@ -1,4 +1,4 @@
-// Chooses a picture file, from a stick too.
+// Chooses a file, from a stick too.
 #pragma once
 
 #include <filesystem>
@@ -14,13 +14,27 @@ namespace ui {
 
 class ListTable;
 
-// The folders and pictures of a folder; its path can be typed. Closes with 1 when `take` accepts a file; it
+// What kind of file is chosen.
+struct FileChoice {
+    QString name;  // the object names of the sheet's parts begin with it
+    QString title;
+    QStringList patterns;  // "*.csv"
+    QString kind;          // what such a file is called
+    QString when_empty;
+};
+// Pictures, for a logo.
+FileChoice picture_choice();
+// Tables of comma-separated values.
+FileChoice csv_choice();
+
+// The folders and such files of a folder; its path can be typed. Closes with 1 when `take` accepts a file; it
 // says why it does not.
-class LogoSheet : public Sheet {
+class FileSheet : public Sheet {
     Q_OBJECT
   public:
     using Take = std::function<bool(const std::filesystem::path& file)>;
-    LogoSheet(QWidget* host, common::Prompts& prompts, const std::filesystem::path& folder, Take take);
+    FileSheet(QWidget* host, FileChoice choice, common::Prompts& prompts, const std::filesystem::path& folder,
+              Take take);
 
   protected:
     void take_focus() override;
@@ -31,6 +45,7 @@ class LogoSheet : public Sheet {
     void open(const std::filesystem::path& place);
     void choose();
 
+    FileChoice choice_;
     common::Prompts& prompts_;
     Take take_;
     std::filesystem::path folder_;

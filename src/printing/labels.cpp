@@ -1,0 +1,40 @@
+#include "printing/labels.h"
+
+#include <numeric>
+
+namespace printing {
+
+namespace {
+
+constexpr LabelPaper roll(std::string_view caption, double width, double height) {
+    return {caption, width, height, 1, 1, 0, 0, width, height};
+}
+
+constexpr LabelPaper papers[] = {
+    roll("رول 50 × 25 مم", 50, 25),
+    roll("رول 40 × 30 مم", 40, 30),
+    roll("رول 38 × 25 مم", 38, 25),
+    roll("رول 58 × 40 مم", 58, 40),
+    {"ورق A4 · 24 ملصقا (70 × 37 مم)", 210, 297, 3, 8, 0, 0.5, 70, 37},
+    {"ورق A4 · 40 ملصقا (52.5 × 29.7 مم)", 210, 297, 4, 10, 0, 0, 52.5, 29.7},
+    {"ورق A4 · 65 ملصقا (38 × 21 مم)", 210, 297, 5, 13, 10, 12, 38, 21},
+};
+
+}  // namespace
+
+std::span<const LabelPaper> label_papers() {
+    return papers;
+}
+
+int LabelJob::count() const {
+    return std::accumulate(labels.begin(), labels.end(), 0,
+                           [](int sum, const Label& label) { return sum + label.copies; });
+}
+
+int LabelJob::pages() const {
+    const int places = paper.columns * paper.rows;
+    const int taken = count() + (paper.is_sheet() ? used : 0);
+    return count() == 0 ? 0 : (taken + places - 1) / places;
+}
+
+}  // namespace printing
