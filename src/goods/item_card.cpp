@@ -34,15 +34,15 @@ constexpr FormField<Card> fields[] = {
       "code",
       message::enter_code,
       common::message::wrong_code}},
-    {&Card::name, {"item_name", "ا&سم الصنف", FieldKind::text, {0, 1, 3}, "name", message::enter_name}},
-    {&Card::description, {"item_description", "ال&وصف", FieldKind::text, {1, 2, 2}, "desc"}},
+    {&Card::name, {"item_name", "ا&سم الصنف", FieldKind::text, {0, 1, 5}, "name", message::enter_name}},
+    {&Card::description, {"item_description", "ال&وصف", FieldKind::text, {1, 4, 2}, "desc"}},
     // units in a pack, in a carton; smallest stock wanted
-    {&Card::pack, {"item_pack", "وحدات الع&بوة", FieldKind::digits, {2, 0}}},
+    {&Card::pack, {"item_pack", "وحدات ال&عبوة", FieldKind::digits, {2, 0}}},
     {&Card::carton, {"item_carton", "وحدات الكر&تونة", FieldKind::digits, {2, 1}}},
-    {&Card::minimum, {"item_minimum", "ال&حد الأدنى", FieldKind::digits, {2, 2}}},
+    {&Card::minimum, {"item_minimum", "الحد الأدن&ى", FieldKind::digits, {2, 2}}},
     // sold without stock; not sold any more
-    {&Card::is_service, {"item_service", "يباع بدون كميات", FieldKind::check, {2, 3}, "sale_only"}},
-    {&Card::is_stopped, {"item_stopped", "موقوف لا يباع", FieldKind::check, {3, 3}, "stop"}},
+    {&Card::is_service, {"item_service", "يباع بدون كميات", FieldKind::check, {2, 3, 2}, "sale_only"}},
+    {&Card::is_stopped, {"item_stopped", "موقوف لا يباع", FieldKind::check, {2, 5}, "stop"}},
 };
 
 constexpr std::string_view price_fields[units][price_levels] = {

@@ -28,8 +28,10 @@ void back_up(database::Connection& connection, common::Log& log, const std::func
 
 Workplace::Workplace(database::Connection& connection, signin::Session& session, const Program& program)
     : screen_(read_screen_choice(common::screen_file(session.program_folder, session.cash_point))),
-      workstation_{connection,   program.services, printer_,           session.program_folder,
-                   show_preview, show_progress,    session.is_training},
+      workstation_{connection,         program.services,
+                   printer_,           session.program_folder,
+                   show_preview,       [](const std::string& title) { return show_progress(title); },
+                   session.is_training},
       receipts_(workstation_),
       reports_(workstation_),
       keypad_(screen_),

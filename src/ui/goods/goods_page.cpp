@@ -12,6 +12,7 @@
 #include "common/numbers.h"
 #include "database/choices.h"
 #include "goods/labels.h"
+#include "printing/report_printer.h"
 #include "signin/permissions.h"
 #include "signin/session.h"
 #include "ui/goods/import_sheet.h"
@@ -109,11 +110,11 @@ QWidget* GoodsPage::build_foot() {
     auto* row = new QHBoxLayout;
     row->setSpacing(px(8));
     set_role(foot_button(row, "goods_open", "فتح ال&كارت", 2, [this] { open_card(); }), "main");
-    foot_button(row, "goods_new", "&جديد", 1, [this] { new_item(); });
+    foot_button(row, "goods_new", "جدي&د", 1, [this] { new_item(); });
     foot_button(row, "goods_copy", "نس&خة", 1, [this] { copy_item(); });
     foot_button(row, "goods_prices", "تعديل أ&سعار", 2, [this] { change_prices(); });
-    foot_button(row, "goods_labels", "&ملصقات", 1, [this] { print_labels(); });
-    foot_button(row, "goods_import", "ا&ستيراد", 1, [this] { import_items(); });
+    foot_button(row, "goods_labels", "ملصق&ات", 1, [this] { print_labels(); });
+    foot_button(row, "goods_import", "اس&تيراد", 1, [this] { import_items(); });
     foot_button(row, "goods_print", "&طباعة", 1, [this] { print(); });
     foot_button(row, "goods_csv", "ملف &CSV", 1, [this] { keep_csv(); });
     column->addLayout(row);
@@ -228,8 +229,14 @@ void GoodsPage::open_card() {
     items_->setFocus();
 }
 
+// Asked before anything is typed that would be refused.
+bool GoodsPage::may_change() const {
+    return signin::authorise_change(context_.session, context_.services.prompts, signin::Action::edit_goods);
+}
+
 void GoodsPage::new_item() {
     guarded(context_.services, "NewItem", [&] {
+        if (!may_change()) return;
         ItemSheet sheet(window(), context_);
         sheet.open_new();
         if (sheet.run() == 1) refresh();
@@ -240,6 +247,7 @@ void GoodsPage::copy_item() {
     const auto code = chosen_item();
     if (!code) return search_->setFocus();
     guarded(context_.services, "CopyItem", [&] {
+        if (!may_change()) return;
         ItemSheet sheet(window(), context_);
         if (!sheet.open(*code)) return;
         sheet.copy_as_new();
@@ -249,6 +257,7 @@ void GoodsPage::copy_item() {
 
 void GoodsPage::change_prices() {
     guarded(context_.services, "ChangePrices", [&] {
+        if (!may_change()) return;
         goods::ItemFilter filter = filter_;
         filter.marked = marked_;
         PriceSheet sheet(window(), context_, filter, marked_.empty() ? list_.count : marked_.size());
@@ -270,8 +279,11 @@ void GoodsPage::print_labels() {
 }
 
 void GoodsPage::import_items() {
-    ImportSheet sheet(window(), context_);
-    if (sheet.run() == 1) refresh();
+    guarded(context_.services, "ImportSheet", [&] {
+        if (!may_change()) return;
+        ImportSheet sheet(window(), context_);
+        if (sheet.run() == 1) refresh();
+    });
 }
 
 printing::Report GoodsPage::paper() {

@@ -40,6 +40,7 @@ class GoodsPage : public Page {
     void clear_marks();
     void leave_search();
 
+    bool may_change() const;
     void open_card();
     void new_item();
     void copy_item();

@@ -17,9 +17,18 @@ Guide program_guide = Guide::cashier;
 
 const std::vector<std::pair<QString, QString>>& office_places() {
     static const std::vector<std::pair<QString, QString>> places = {
-        {"Form62", "sign-in"},       {"Form63", "password"},
-        {"office_window", "window"}, {"till_journal", "till-journal"},
+        {"Form62", "sign-in"},
+        {"Form63", "password"},
+        {"office_window", "window"},
+        {"till_journal", "till-journal"},
         {"approval", "approval"},
+        {"goods_page", "goods"},
+        {"item_sheet", "item-card"},
+        {"item_barcode", "item-barcodes"},
+        {"price_history_sheet", "item-card"},
+        {"label_sheet", "labels"},
+        {"price_sheet", "several-prices"},
+        {"import_sheet", "import"},
     };
     return places;
 }
