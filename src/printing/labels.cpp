@@ -6,18 +6,18 @@ namespace printing {
 
 namespace {
 
-constexpr LabelPaper roll(std::string_view caption, double width, double height) {
-    return {caption, width, height, 1, 1, 0, 0, width, height};
+constexpr LabelPaper roll(std::string_view name, std::string_view caption, double width, double height) {
+    return {name, caption, width, height, 1, 1, 0, 0, width, height};
 }
 
 constexpr LabelPaper papers[] = {
-    roll("رول 50 × 25 مم", 50, 25),
-    roll("رول 40 × 30 مم", 40, 30),
-    roll("رول 38 × 25 مم", 38, 25),
-    roll("رول 58 × 40 مم", 58, 40),
-    {"ورق A4 · 24 ملصقا (70 × 37 مم)", 210, 297, 3, 8, 0, 0.5, 70, 37},
-    {"ورق A4 · 40 ملصقا (52.5 × 29.7 مم)", 210, 297, 4, 10, 0, 0, 52.5, 29.7},
-    {"ورق A4 · 65 ملصقا (38 × 21 مم)", 210, 297, 5, 13, 10, 12, 38, 21},
+    roll("roll-50x25", "رول 50 × 25 مم", 50, 25),
+    roll("roll-40x30", "رول 40 × 30 مم", 40, 30),
+    roll("roll-38x25", "رول 38 × 25 مم", 38, 25),
+    roll("roll-58x40", "رول 58 × 40 مم", 58, 40),
+    {"a4-24", "ورق A4 · 24 ملصقا (70 × 37 مم)", 210, 297, 3, 8, 0, 0.5, 70, 37},
+    {"a4-40", "ورق A4 · 40 ملصقا (52.5 × 29.7 مم)", 210, 297, 4, 10, 0, 0, 52.5, 29.7},
+    {"a4-65", "ورق A4 · 65 ملصقا (38 × 21 مم)", 210, 297, 5, 13, 10, 12, 38, 21},
 };
 
 }  // namespace

@@ -20,6 +20,7 @@ struct Label {
 
 // Measures in millimetres. A roll has one label a page, a sheet several, from the right and from the top.
 struct LabelPaper {
+    std::string_view name;  // as a workstation keeps it
     std::string_view caption;
     double page_width = 0;
     double page_height = 0;

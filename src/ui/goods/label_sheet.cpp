@@ -6,9 +6,13 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <filesystem>
+#include <system_error>
 
+#include "common/named_values.h"
 #include "common/numbers.h"
 #include "printing/report_printer.h"
+#include "signin/session.h"
 #include "ui/printing/reports.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
@@ -24,6 +28,33 @@ constexpr std::string_view wrong_copies = "عدد الملصقات رقم صحي
 constexpr std::string_view wrong_used = "الملصقات المستعملة رقم صحيح أقل من عدد ملصقات الورقة";
 constexpr std::string_view no_labels = "لا توجد ملصقات للطباعة";  // nothing to print
 
+// The paper that the workstation's printer holds, in a file beside the program: "paper = roll-50x25".
+std::filesystem::path paper_file(const Context& context) {
+    return context.session.program_folder / "labels.txt";
+}
+constexpr auto paper_key = "paper";
+
+// The place of the kept paper, from 1; the first if none is kept.
+std::int64_t kept_paper(const Context& context) {
+    const common::NamedValues values = common::read_named_values(paper_file(context));
+    const auto kept = values.find(paper_key);
+    std::int64_t at = 1;
+    for (const printing::LabelPaper& paper : printing::label_papers()) {
+        if (kept != values.end() && kept->second == paper.name) return at;
+        ++at;
+    }
+    return 1;
+}
+
+// A choice that cannot be kept is made again the next time.
+void keep_paper(const Context& context, const printing::LabelPaper& paper) {
+    try {
+        common::keep_named_values(paper_file(context), {{paper_key, std::string(paper.name)}});
+    } catch (const std::system_error& error) {
+        context.services.log.log_event(error.what(), "labels");
+    }
+}
+
 }  // namespace
 
 LabelSheet::LabelSheet(QWidget* host, const Context& context, std::vector<printing::Label> labels)
@@ -36,12 +67,16 @@ LabelSheet::LabelSheet(QWidget* host, const Context& context, std::vector<printi
     std::vector<common::Choice> papers;
     for (const printing::LabelPaper& paper : printing::label_papers())
         papers.push_back({static_cast<std::int64_t>(papers.size()) + 1, std::string(paper.caption)});
-    fill_choices(paper_, papers, 1);
+    fill_choices(paper_, papers, kept_paper(context_));
     fields->addWidget(captioned("ال&ورق", paper_), 3);
     used_ = new NumberField("label_used");
     used_->setText("0");
     used_box_ = captioned("مستعمل من &أول ورقة", used_);
-    used_box_->hide();
+    const auto show_used = [this] {
+        const auto at = static_cast<std::size_t>(choice_of(paper_).value_or(1)) - 1;
+        used_box_->setVisible(printing::label_papers()[at].is_sheet());
+    };
+    show_used();
     fields->addWidget(used_box_, 1);
     body()->addLayout(fields);
     list_ = new ListTable("label_list", {"الصنف", "الوحدة", "السعر", "الباركود", "العدد"}, 0);
@@ -65,9 +100,7 @@ LabelSheet::LabelSheet(QWidget* host, const Context& context, std::vector<printi
     set_role(foot_button(row, "label_print", "&طباعة", 2, [this] { print(); }), "main");
     foot_button(row, "label_preview", "معاي&نة", 1, [this] { preview(); });
     foot_button(row, "label_back", "&رجوع", 1, [this] { leave(0); });
-    connect(paper_, &QComboBox::currentIndexChanged, this, [this](int at) {
-        used_box_->setVisible(at >= 0 && printing::label_papers()[static_cast<std::size_t>(at)].is_sheet());
-    });
+    connect(paper_, &QComboBox::currentIndexChanged, this, show_used);
     connect(copies_, &QLineEdit::returnPressed, this, [this] { take_copies(false); });
     connect(list_, &ListTable::row_chosen, this, [this](int at) {
         if (at >= 0) copies_->setText(QString::number(labels_[static_cast<std::size_t>(at)].copies));
@@ -122,7 +155,10 @@ std::optional<printing::LabelJob> LabelSheet::job() {
         }
         job.used = static_cast<int>(*used);
     }
-    if (job.count() > 0) return job;
+    if (job.count() > 0) {
+        keep_paper(context_, job.paper);
+        return job;
+    }
     context_.services.prompts.message(no_labels, common::Icon::exclamation);
     return std::nullopt;
 }

@@ -9,6 +9,8 @@
 
 #include "common/numbers.h"
 #include "goods/item_card.h"
+#include "goods/labels.h"
+#include "ui/goods/label_sheet.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
@@ -21,6 +23,11 @@ namespace {
 
 // Nobody reads more rows before agreeing; the sums count all.
 constexpr std::size_t most_shown = 5000;
+// Saved. Print shelf labels with the new retail prices?
+constexpr std::string_view ask_labels =
+    "تم حفظ الأسعار. هل تطبع ملصقات جديدة للأصناف التي تغير سعرها قطاعي ؟";
+// Nobody prints more at one go.
+constexpr std::size_t most_labels = 1000;
 constexpr int new_price_column = 4;
 constexpr int warning_column = 6;
 
@@ -170,9 +177,18 @@ void PriceSheet::repaint_rows() {
 void PriceSheet::apply() {
     if (Sheet::top_of(window()) != this) return;
     std::optional<common::Refusal> refusal;
+    goods::ItemFilter changed;
+    for (const goods::PlannedPrice& change : logic_.changes())
+        if (change.price.price_level == sales::retail_level) changed.marked.insert(change.price.item);
     const bool ended = guarded(context_.services, "ApplyPrices", [&] { refusal = logic_.apply(); });
     if (refusal) return refuse(*refusal);
-    if (ended) leave(1);
+    if (!ended) return;
+    guarded(context_.services, "Labels", [&] {
+        if (changed.marked.empty() || changed.marked.size() > most_labels) return;
+        if (!context_.services.prompts.question(ask_labels)) return;
+        LabelSheet(this, context_, goods::labels_of(context_.connection, changed)).run();
+    });
+    leave(1);
 }
 
 // An empty text was said already.
