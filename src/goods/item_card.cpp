@@ -255,7 +255,9 @@ std::optional<Refusal> ItemCard::take_over_changes() {
 }
 
 void ItemCard::note() const {
-    if (is_new_ || card != shown_)
+    CardFields without_prices = card;
+    without_prices.prices = shown_.prices;
+    if (is_new_ || without_prices != shown_)
         session_.note({.kind = audit::Kind::item_changed,
                        .what = (is_new_ ? "صنف جديد: " : "") + card.name,
                        .item = code_});

@@ -127,7 +127,7 @@ TEST_F(ItemCards, PricesFollowTheOneTheyWereWorkedOutFrom) {
     EXPECT_THAT(item.card.prices[2], testing::ElementsAre("96.00", "115.00", "110.00", "132.00", "132.00"));
 }
 
-// 6221031001234 is tea's. 2 + 1×3 + 5×3 + 1×3 = 23, so that the shop's own barcode of 501 ends in 7.
+// 6221031001239 is tea's. 2 + 1×3 + 5×3 + 1×3 = 23, so that the shop's own barcode of 501 ends in 7.
 TEST_F(ItemCards, BarcodesAreReadAndDrawn) {
     EXPECT_EQ(goods::own_barcodes(501, 1).front(), "2100000005017");
     EXPECT_TRUE(goods::is_true_ean("96385074"));
@@ -136,7 +136,7 @@ TEST_F(ItemCards, BarcodesAreReadAndDrawn) {
     const struct {
         const char* typed;
         const char* said;
-    } refused[] = {{"6221031001234", "مسجل للصنف : شاي (501)"},
+    } refused[] = {{"6221031001239", "مسجل للصنف : شاي (501)"},
                    {"501", "كود الصنف : شاي (501)"},
                    {"2000501012345", "ملصق الميزان"},
                    {"12 34", "مسافة"},

@@ -27,7 +27,7 @@ class StockedShop {
               "insert into items (code,name,num1,price11,price12,price13,price14,price15) select "
               "502,N'أرز',1,7,7.35,7.35,7.35,7.35",
               "insert into items (code,name,num1,price11,price12,sale_only) select 503,N'توصيل',1,0,20,1",
-              "insert into barcode (bar,code,scode) select '6221031001234',501,1",
+              "insert into barcode (bar,code,scode) select '6221031001239',501,1",
               "insert into stk (icode,stcode,quan,edate) select 502,1,3,'3000/01/01'"})
             shop.sql(statement);
     }

@@ -204,10 +204,12 @@ bool GoodsPage::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) return Page::eventFilter(watched, event);
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (watched == search_ && (is_enter(key) || key == Qt::Key_Down)) {
-        if (is_enter(key))
+        if (is_enter(key)) {
             leave_search();
-        else
-            pause_.end(), items_->setFocus();
+        } else {
+            pause_.end();
+            items_->setFocus();
+        }
         return true;
     }
     if (watched == items_ && key == Qt::Key_Space) {

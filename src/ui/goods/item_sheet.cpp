@@ -70,10 +70,10 @@ void ItemSheet::build_form() {
     maker_ = grid.add("ال&شركة", choice_list(QString::fromUtf8(goods::maker_field.data())), 1, 2, 2);
     for (QComboBox* list : {group_, maker_})
         list->setFixedHeight(px(row_height));
+    body()->addLayout(grid.layout());
     setTabOrder(form_.field("item_name"), group_);
     setTabOrder(group_, maker_);
     setTabOrder(maker_, form_.field("item_description"));
-    body()->addLayout(grid.layout());
 }
 
 QWidget* ItemSheet::build_prices() {
