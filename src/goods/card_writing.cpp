@@ -7,6 +7,7 @@
 #include "database/recordset.h"
 #include "database/till_tables.h"
 #include "database/transaction.h"
+#include "goods/cells.h"
 #include "goods/item_card.h"
 #include "goods/messages.h"
 #include "signin/permissions.h"
@@ -20,10 +21,6 @@ using database::Sql;
 using database::Value;
 
 namespace {
-
-Value or_null(const std::optional<double>& number) {
-    return number ? Value(*number) : Value(Null{});
-}
 
 // Tables that hold an item, and what their rows are to the owner. Rows without a quantity do not count.
 struct Reference {

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "common/text.h"
+#include "goods/cells.h"
 #include "goods/import_writing.h"
 #include "sales/items.h"
 
@@ -11,11 +12,6 @@ using database::Row;
 using database::Sql;
 
 namespace {
-
-std::optional<double> number_or_none(const Row& row, std::string_view column) {
-    if (row.null(column)) return std::nullopt;
-    return row.number(column);
-}
 
 std::optional<double> factor(const Row& row, std::string_view column) {
     return row.number(column) > 0 ? std::optional(row.number(column)) : std::nullopt;

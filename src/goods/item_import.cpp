@@ -6,6 +6,7 @@
 #include "common/text.h"
 #include "database/bulk_insert.h"
 #include "database/next_number.h"
+#include "goods/cells.h"
 #include "goods/import_writing.h"
 
 namespace goods {
@@ -45,10 +46,6 @@ class Names {
     std::map<std::string, std::int64_t> codes_;
     std::int64_t last_ = 0;
 };
-
-Value or_null(const std::optional<double>& number) {
-    return number ? Value(*number) : Value(Null{});
-}
 
 class Writer {
   public:

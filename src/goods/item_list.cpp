@@ -6,6 +6,7 @@
 #include "common/text.h"
 #include "database/name_search.h"
 #include "database/reads.h"
+#include "goods/cells.h"
 #include "sales/entry.h"
 #include "sales/items.h"
 
@@ -16,11 +17,6 @@ using database::Row;
 using database::Sql;
 
 namespace {
-
-std::optional<double> number_or_none(const Row& row, std::string_view column) {
-    if (row.null(column)) return std::nullopt;
-    return row.number(column);
-}
 
 Sql in_codes(database::Fragment column, const std::set<std::int64_t>& codes) {
     Sql statement(column);

@@ -7,6 +7,7 @@
 
 #include "database/bulk_insert.h"
 #include "database/till_tables.h"
+#include "goods/cells.h"
 
 namespace goods {
 
@@ -30,11 +31,6 @@ constexpr database::Fragment columns[units][price_levels] = {
 
 database::Fragment column_of(const NewPrice& price) {
     return columns[price.unit_level - 1][price.price_level - 1];
-}
-
-std::optional<double> number_or_none(const Row& row, std::string_view column) {
-    if (row.null(column)) return std::nullopt;
-    return row.number(column);
 }
 
 // The rows of a statement for the items of prices, some at a time: `head` before the codes, `tail` behind.
