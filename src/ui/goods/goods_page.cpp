@@ -135,6 +135,10 @@ void GoodsPage::fill_lists() {
 
 void GoodsPage::open() {
     fill_lists();
+    read_items();
+}
+
+void GoodsPage::read_items() {
     filter_ = {utf8(search_->text()), choice_of(group_).value_or(0), choice_of(maker_).value_or(0), {}};
     const auto chosen = chosen_item();
     list_ = goods::list_items(context_.connection, filter_);
@@ -148,7 +152,7 @@ void GoodsPage::take_focus() {
 
 void GoodsPage::refresh() {
     pause_.cancel();
-    guarded(context_.services, "ListItems", [&] { open(); });
+    guarded(context_.services, "ListItems", [&] { read_items(); });
 }
 
 std::optional<std::int64_t> GoodsPage::chosen_item() const {
@@ -226,7 +230,7 @@ void GoodsPage::open_card() {
     if (!code) return search_->setFocus();
     guarded(context_.services, "ItemCard", [&] {
         ItemSheet sheet(window(), context_);
-        if (sheet.open(*code) && sheet.run() == 1) refresh();
+        if (sheet.open(*code) && sheet.run() == 1) open();
     });
     items_->setFocus();
 }
@@ -241,7 +245,7 @@ void GoodsPage::new_item() {
         if (!may_change()) return;
         ItemSheet sheet(window(), context_);
         sheet.open_new();
-        if (sheet.run() == 1) refresh();
+        if (sheet.run() == 1) open();
     });
 }
 
@@ -253,7 +257,7 @@ void GoodsPage::copy_item() {
         ItemSheet sheet(window(), context_);
         if (!sheet.open(*code)) return;
         sheet.copy_as_new();
-        if (sheet.run() == 1) refresh();
+        if (sheet.run() == 1) open();
     });
 }
 
@@ -284,7 +288,7 @@ void GoodsPage::import_items() {
     guarded(context_.services, "ImportSheet", [&] {
         if (!may_change()) return;
         ImportSheet sheet(window(), context_);
-        if (sheet.run() == 1) refresh();
+        if (sheet.run() == 1) open();
     });
 }
 
