@@ -12,10 +12,10 @@
 namespace goods {
 
 struct ItemFilter {
-    std::string typed;              // words of the name, a code or a barcode
-    std::int64_t group = 0;         // 0 for all
-    std::int64_t maker = 0;         // 0 for all
-    std::set<std::int64_t> marked;  // if there are any, these items alone
+    std::string typed = {};              // words of the name, a code or a barcode
+    std::int64_t group = 0;              // 0 for all
+    std::int64_t maker = 0;              // 0 for all
+    std::set<std::int64_t> marked = {};  // if there are any, these items alone
 };
 
 // Which items a filter lets through, to stand behind "where".
