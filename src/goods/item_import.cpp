@@ -20,7 +20,7 @@ using database::Value;
 
 namespace {
 
-constexpr std::size_t updates_at_once = 200;
+constexpr std::size_t cards_at_once = 200;
 
 // The codes of makers or groups by name. A new name gets the next code and a row.
 class Names {
@@ -66,7 +66,7 @@ class Writer {
           opening_(connection, Sql("insert into stk_f_q (icode,stcode,quan,edate,[date],f_q,B_no)"), 7,
                    at_once),
           store_(database::integer_of(connection.scalar("select st_d from basic"))),
-          updates_at_once_(at_once == BulkRows::one ? 1 : updates_at_once) {}
+          updates_at_once_(at_once == BulkRows::one ? 1 : cards_at_once) {}
 
     void add(const ItemLine& item, ImportOutcome& outcome) {
         write_item(item);

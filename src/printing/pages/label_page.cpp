@@ -8,9 +8,9 @@ namespace printing::pages {
 
 namespace {
 
-constexpr double padding = 1.5;
+constexpr double label_padding = 1.5;
 constexpr double points_per_mm = 72 / 25.4;
-constexpr double line_height = 1.5;  // of a line of Arabic letters, against their size
+constexpr double label_line = 1.5;  // of a line of Arabic letters, against their size
 
 }  // namespace
 
@@ -33,14 +33,15 @@ void LabelPages::draw(QPainter& painter, double dots_per_mm, int page) const {
         const auto column = static_cast<double>(place % static_cast<std::size_t>(paper.columns));
         const QRectF area(paper.page_width - paper.left - (column + 1) * paper.width,
                           paper.top + row * paper.height, paper.width, paper.height);
-        draw_label(canvas, area.adjusted(padding, padding, -padding, -padding), *places_[at]);
+        draw_label(canvas, area.adjusted(label_padding, label_padding, -label_padding, -label_padding),
+                   *places_[at]);
     }
     painter.restore();
 }
 
 // From the top: the shop, the name, the price, the bars and what they say. Heights are shares of the label's.
 void LabelPages::draw_label(const Canvas& canvas, const QRectF& area, const Label& label) const {
-    const auto points = [&](double share) { return area.height() * share / line_height * points_per_mm; };
+    const auto points = [&](double share) { return area.height() * share / label_line * points_per_mm; };
     double y = area.top();
     const auto line = [&](const std::string& text, double share, bool bold) {
         if (!text.empty())

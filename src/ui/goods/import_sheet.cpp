@@ -26,7 +26,7 @@ namespace {
 
 constexpr std::size_t largest_file = 200U << 20U;
 // Nobody reads more rows; the sums count all.
-constexpr std::size_t most_shown = 5000;
+constexpr std::size_t most_lines_shown = 5000;
 constexpr std::size_t lines_between_looks = 256;
 
 // The user ended the work; nothing was written.
@@ -138,7 +138,7 @@ void ImportSheet::read_file() {
 void ImportSheet::repaint_rows() {
     std::vector<QStringList> rows;
     const auto add = [&](std::size_t line, const QString& code, const QString& name, const QString& what) {
-        if (rows.size() < most_shown)
+        if (rows.size() < most_lines_shown)
             rows.push_back({figure(static_cast<qlonglong>(line)), code, name, what});
     };
     for (const goods::LineProblem& problem : plan_.problems)
