@@ -2,7 +2,10 @@
 # others, so that a wrong include does not compile.
 
 add_library(tallvex_flags INTERFACE)
-target_compile_options(tallvex_flags INTERFACE -fpch-preprocess -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+if(NOT TALLVEX_UNITY)  # a name of another file of the batch is not hidden
+    set(shadowed -Wshadow)
+endif()
+target_compile_options(tallvex_flags INTERFACE -fpch-preprocess -Wall -Wextra -Wpedantic ${shadowed} -Wconversion)
 # GCC 12 warns of overlapping copies in "text" + std::string where there are none (its bug 105651), at -O2 only.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     target_compile_options(tallvex_flags INTERFACE -Wno-restrict)
@@ -19,6 +22,9 @@ if(TALLVEX_SANITIZE)
                                                    -fno-omit-frame-pointer -Wno-maybe-uninitialized)
     target_link_options(tallvex_flags INTERFACE -fsanitize=address,undefined)
 endif()
+
+# Libraries whose files do not name two things of their own alike, and so may be compiled together.
+set(unity_libraries "^(common|database.*|backup|audit|signin|printing.*|cash|accounts|stock|sales|startup|play|ui|ui_(widgets|help|printing|journal|signin|cash|accounts|sales|display|stock))$")
 
 # tallvex_library([DEPENDS library...]): the library of the folder it is called in, all its sources but
 # main.cpp. The library is named after its folder, with "_" for "/": src/ui/sales is ui_sales. Its headers are
@@ -41,6 +47,9 @@ function(tallvex_library)
     add_library(${name} ${sources})
     target_include_directories(${name} PUBLIC "${include}")
     target_link_libraries(${name} PUBLIC ${LIBRARY_DEPENDS} PRIVATE tallvex_flags)
+    if(TALLVEX_UNITY AND name MATCHES "${unity_libraries}")
+        set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
+    endif()
     # Reading the standard library's headers takes longer than compiling what most files hold. (The libraries of Qt
     # have other flags and precompile its headers; `common` makes these.)
     if(TALLVEX_SHARED_HEADERS AND NOT name MATCHES "^(common|admin|audit|play|printing_pages|ui|ui_.*)$")
