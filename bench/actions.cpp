@@ -22,6 +22,7 @@
 #include "cash/cash_position.h"
 #include "cash/daily_statement.h"
 #include "database/schema/schema.h"
+#include "reports/report.h"
 
 namespace bench {
 
@@ -267,6 +268,24 @@ std::vector<Action> actions(const Wanted& wanted) {
          },
          [](Scene& s) { return timed([&s] { s.statement_by_hand = s.hand_cash.statement(last_day); }); },
          same_statement});
+    // The items of the year before the last day, and of its month; by day they are read from fewer rows.
+    for (const auto& [name, kind, first, budget] :
+         {std::tuple("report of a month, sales by item", reports::KindId::sales_by_item,
+                     common::Date{2026, 10, 22}, 1000.0),
+          std::tuple("report of a month, profit by day", reports::KindId::profit_by_day,
+                     common::Date{2026, 10, 22}, 1000.0),
+          std::tuple("report of a year, sales by day", reports::KindId::sales_by_day,
+                     common::Date{2025, 11, 22}, 3000.0),
+          std::tuple("report of a year, sales by item", reports::KindId::sales_by_item,
+                     common::Date{2025, 11, 22}, 3000.0)}) {
+        const reports::Request request{kind, {first, last_day, 0}, closing, true};
+        list.push_back({name, budget, 5, [request](Scene& s) {
+                            return timed([&s, request] {
+                                if (reports::table_of(s.till.connection(), request).rows.empty())
+                                    throw std::runtime_error("the report is empty");
+                            });
+                        }});
+    }
     list.push_back({.name = "save of a 20-line invoice, durable, without the printer",
                     .budget_ms = 50,
                     .rounds = 300,

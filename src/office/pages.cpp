@@ -2,6 +2,8 @@
 
 #include "ui/goods/goods_page.h"
 #include "ui/journal/journal_screen.h"
+#include "ui/reports/report_page.h"
+#include "ui/reports/today_page.h"
 
 namespace office {
 
@@ -22,7 +24,9 @@ ui::Page* make_page(const ui::Context& context) {
 const std::vector<Entry>& entries() {
     using signin::Action;
     static const std::vector<Entry> table = {
+        {"today", "ال&يوم", Action::see_reports, make_page<ui::TodayPage>},
         {"goods", "الأ&صناف", Action::edit_goods, make_page<ui::GoodsPage>},
+        {"reports", "ا&لتقارير", Action::see_reports, make_page<ui::ReportPage>},
         {"journal", "سجل الأحدا&ث", Action::daily_statement, nullptr, run_journal},
     };
     return table;

@@ -24,13 +24,13 @@ Series series_of(const InvoiceKey& key) {
 Sql condition_of(Series series, std::int64_t store) {
     switch (series) {
         case Series::account_sales:
-            return Sql("(ctype = 0 or ctype = 1)  and vcode <> -1 ");
+            return Sql(counts_as_sale) + "  and vcode <> -1 ";
         case Series::cash_sales:
-            return Sql("(ctype = 0 or ctype = 1) and vcode = -1");
+            return Sql(counts_as_sale) + " and vcode = -1";
         case Series::returns:
             break;
     }
-    return Sql("(ctype = 2 or ctype = 3) and stcode =") + store;
+    return Sql(counts_as_return) + " and stcode =" + store;
 }
 
 Sql last_number(const Invoice& invoice) {

@@ -19,6 +19,11 @@ enum class PaymentOption;
 
 inline constexpr std::int64_t walk_in_customer = -1;  // sales.vcode of a cash customer
 
+// How a row of `sales` or `saledata` counts, as conditions of a statement. A kind that is neither counts as
+// nothing.
+inline constexpr database::Fragment counts_as_sale = "(ctype = 0 or ctype = 1)";
+inline constexpr database::Fragment counts_as_return = "(ctype = 2 or ctype = 3)";
+
 // Sales have one series for cash and one for account customers, both across all stores; returns and the third
 // kind have one series per store.
 enum class Series { cash_sales, account_sales, returns };

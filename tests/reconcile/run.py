@@ -6,6 +6,7 @@
 The play stays in the folder. A failure says which figure was expected, what was seen, after which movement, and the seed.
 """
 import argparse
+import csv
 import re
 import subprocess
 import sys
@@ -16,6 +17,7 @@ import shop
 from money import text
 from random_account import RandomAccount
 from random_day import RandomDay
+from random_month import RandomMonth
 
 
 class Mismatch(Exception):
@@ -77,6 +79,20 @@ def compare_reports(reports, folder):
         expect(f"{file}, figures", list(map(text, figures)), list(map(text, amounts[len(rows) :])))
 
 
+def compare_office(expected, folder):
+    """The reports of the office, as they were kept in files: every row, and the order of those by size."""
+    for report, rows in expected.items():
+        (file,) = folder.glob(f"{report}-*.csv")
+        records = list(csv.reader(file.read_text(encoding="utf-8-sig").splitlines()))
+        width = len(next(iter(rows.values()))) + 1
+        table = [record for record in records if len(record) == width][1:]
+        got = {record[0]: record[1:] for record in table}
+        expect(f"{report}, how many rows", len(table), len(got))
+        for label, figures in rows.items():
+            expect(f"{report}, {label}", figures, got.get(label))
+        expect(f"{report}, rows", sorted({*rows, "الإجمالي"}), sorted({*got, "الإجمالي"}))
+
+
 def compare_check(program, folder):
     """The shop is in order. Its printer and its drawer are only files of the play, and nobody backs it up."""
     expected = ("ok ", "note   printer", "note   drawer port", "note   backups")
@@ -88,16 +104,19 @@ def compare_check(program, folder):
 
 def main():
     words = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    words.add_argument("what", choices=["day", "account"])
+    words.add_argument("what", choices=["day", "account", "month"])
     words.add_argument("--seed", type=int, required=True)
     words.add_argument("--play", type=Path, required=True)
     words.add_argument("--admin", type=Path, required=True)
     words.add_argument("--folder", type=Path, required=True)
     asked = words.parse_args()
     asked.folder.mkdir(parents=True, exist_ok=True)
-    story = (RandomDay if asked.what == "day" else RandomAccount)(asked.seed)
+    story = {"day": RandomDay, "account": RandomAccount, "month": RandomMonth}[asked.what](asked.seed)
     try:
         kept = play(asked.play.resolve(), story.write(), asked.folder)
+        if asked.what == "month":
+            compare_office(story.expected(), kept / "Receipts")
+            return
         compare_receipts(story.printed, kept / "ports" / "lpt1")
         compare_reports(story.reports, kept / "Receipts")
         compare_check(asked.admin.resolve(), kept)

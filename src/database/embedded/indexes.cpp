@@ -12,7 +12,8 @@ namespace database::embedded {
 namespace {
 
 // An index that the engine creates for statements that read whole tables at every start, for the next number
-// of the account invoices and for the discounts of a drawer, whose conditions need a filtered index. A server
+// of the account invoices and for the discounts of a drawer, whose conditions need a filtered index, and for
+// the reports of a period. A server
 // would refuse rows for such an index from programs with other settings, so it is not part of the schema.
 struct OwnIndex {
     std::string table;
@@ -41,6 +42,9 @@ const std::vector<OwnIndex>& own_indexes() {
         {"sales",
          {"stcode", "ptype", "vcode", "ctype", "stype", "date", "time_", "safe", "pdis"},
          " WHERE \"pdis\" <> 0"},
+        // The reports of a period read these alone.
+        {"sales", {"date", "stcode", "ctype", "vcode", "stype", "user", "time_", "ptot", "pdis", "pnum"}},
+        {"saledata", {"date", "stcode", "ctype", "icode", "quan1", "quan", "price", "disc"}},
     };
     return indexes;
 }

@@ -29,6 +29,11 @@ const std::vector<std::pair<QString, QString>>& office_places() {
         {"label_sheet", "labels"},
         {"price_sheet", "several-prices"},
         {"import_sheet", "import"},
+        {"today_page", "today"},
+        {"close_days", "close-days"},
+        {"report_page", "reports"},
+        {"report_rows", "report-rows"},
+        {"document_lines", "report-rows"},
     };
     return places;
 }

@@ -1,0 +1,26 @@
+// The cash of all drawers at this moment, by the same sums as the till's.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "common/amount.h"
+#include "common/date_time.h"
+#include "database/connection.h"
+
+namespace reports {
+
+struct DrawerCash {
+    std::int64_t store = 0;
+    std::int64_t drawer = 0;
+    std::string name;            // of the drawer, with its store's if there are several
+    common::Amount cash;         // by the books
+    common::Amount cards;        // of the day, less card returns
+    common::Amount uncollected;  // telephone orders of the day that have not been paid
+};
+// Store 0 is every store.
+std::vector<DrawerCash> cash_of_drawers(database::Connection& connection, std::int64_t store,
+                                        const common::Moment& now);
+
+}  // namespace reports

@@ -1,0 +1,182 @@
+#include "ui/reports/report_page.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "printing/report_printer.h"
+#include "ui/printing/progress.h"
+#include "ui/reports/chart.h"
+#include "ui/reports/rows_sheet.h"
+#include "ui/widgets/list_table.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
+
+namespace ui {
+
+namespace {
+
+// The label of a row and its figures; a text among them is none.
+QStringList cells_of(const std::vector<std::string>& texts, const reports::Table& table) {
+    QStringList cells = text_list(texts);
+    for (int i = 1; i < cells.size(); ++i)
+        if (table.columns[static_cast<std::size_t>(i - 1)].format != reports::Format::text)
+            cells[i] = figure(cells[i]);
+    return cells;
+}
+
+}  // namespace
+
+ReportPage::ReportPage(const Context& context)
+    : Page("report_page"),
+      context_(context),
+      logic_(context.connection, context.session, context.services.clock) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(px(8));
+    column->addWidget(build_choices());
+    title_ = label({}, "total", "report_title");
+    column->addWidget(title_);
+    chart_ = new Chart("report_chart");
+    connect(chart_, &Chart::row_taken, this, &ReportPage::open_row);
+    column->addWidget(chart_);
+    table_place_ = new QVBoxLayout;
+    column->addLayout(table_place_, 1);
+    column->addWidget(build_foot());
+}
+
+QWidget* ReportPage::build_choices() {
+    auto* bar = new QWidget;
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(px(10));
+    FieldGrid grid(6, 0);
+    grid.layout()->setHorizontalSpacing(px(8));
+    form_.add(reports::desk_form(), grid);
+    row->addLayout(grid.layout(), 1);
+    auto* show = new QPushButton("عر&ض");
+    show->setObjectName("report_show");
+    show->setFixedHeight(px(field_height));
+    show->setAutoDefault(true);
+    set_role(show, "main");
+    connect(show, &QPushButton::clicked, this, &ReportPage::show_report);
+    row->addWidget(show, 0, Qt::AlignBottom);
+    form_.lead_on(reports::desk_form(), show);
+    connect(form_.list("report_preset"), &QComboBox::activated, this, &ReportPage::take_preset);
+    connect(form_.list("report_kind"), &QComboBox::activated, this, &ReportPage::show_report);
+    return bar;
+}
+
+QWidget* ReportPage::build_foot() {
+    auto* bar = new QWidget;
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(px(10));
+    note_ = label({}, "side", "report_note");
+    row->addWidget(note_, 1);
+    const auto button = [&](const char* name, const QString& caption, std::function<void()> action) {
+        QPushButton* made = foot_button(row, name, caption, 0, std::move(action));
+        made->setMinimumHeight(px(least_target));
+        return made;
+    };
+    button("report_open", "التف&اصيل", [this] {
+        if (table_ != nullptr) open_row(table_->current_row() - 1);
+    });
+    set_role(button("report_print", "&طباعة",
+                    [this] {
+                        guarded(context_.services, "PrintReport", [&] {
+                            if (context_.reports.print(logic_.paper()))
+                                note_->setText(printed_text(context_));
+                        });
+                    }),
+             "main");
+    button("report_preview", "معاين&ة", [this] {
+        guarded(context_.services, "PreviewReport", [&] {
+            context_.reports.preview(logic_.paper());
+            if (const QString kept = kept_text(context_); !kept.isEmpty()) note_->setText(kept);
+        });
+    });
+    button("report_pdf", "&PDF", [this] { keep(ReportFile::pdf); });
+    button("report_csv", "&CSV", [this] { keep(ReportFile::csv); });
+    return bar;
+}
+
+void ReportPage::open() {
+    logic_.open();
+    fill_choices(form_.list("report_kind"), logic_.kinds(), logic_.fields.kind);
+    fill_choices(form_.list("report_preset"), logic_.presets(), logic_.fields.preset);
+    fill_choices(form_.list("report_store"), logic_.stores(), logic_.fields.store);
+    form_.show(logic_.fields);
+    show_report();
+}
+
+void ReportPage::take_preset() {
+    if (!form_.accept(form_.read(logic_.fields), context_.services.prompts)) return;
+    logic_.take_preset();
+    form_.show(logic_.fields);
+    show_report();
+}
+
+void ReportPage::show_report() {
+    if (Sheet::top_of(window()) != nullptr) return;
+    if (!form_.save(context_.services, "Report", logic_.fields, [this] { return logic_.choose(); })) return;
+    form_.show(logic_.fields);
+    guarded(context_.services, "Report", [&] {
+        // "The report is being made", "month … of …"
+        const auto progress = show_progress("جار إعداد التقرير", {"شهر %1 من %2", ""});
+        if (logic_.make(progress)) repaint_table();
+    });
+}
+
+void ReportPage::repaint_table() {
+    const reports::Table& table = logic_.table();
+    title_->setText(qt(logic_.kind().caption) + "  ·  \u200f" + qt(logic_.period_text()));
+    note_->clear();
+    chart_->show_table(table);
+    auto* made = new ListTable("report_table", text_list(table.headings()), 0);
+    made->say_when_empty("لا توجد بيانات في هذه المدة · اختر مدة أخرى");
+    made->verticalHeader()->setDefaultSectionSize(px(least_target));
+    std::vector<QStringList> rows;
+    if (!table.rows.empty()) rows.push_back(cells_of(table.total_cells(), table));
+    for (const reports::TableRow& row : table.rows)
+        rows.push_back(cells_of(table.cells(row), table));
+    made->set_look([](int row, int) { return row == 0 ? CellLook::strong : CellLook::plain; });
+    made->show_rows(std::move(rows));
+    if (!table.rows.empty()) made->choose_row(1);
+    connect(made, &ListTable::row_taken, this, [this](int row) { open_row(row - 1); });
+    connect(made, &ListTable::left_upwards, form_.field("report_kind"), qOverload<>(&QWidget::setFocus));
+    const bool had_focus = table_ != nullptr && table_->hasFocus();
+    delete table_;
+    table_ = made;
+    table_place_->addWidget(table_);
+    setTabOrder(form_.field("report_store"), findChild<QPushButton*>("report_show"));
+    setTabOrder(findChild<QPushButton*>("report_show"), table_);
+    setTabOrder(table_, findChild<QPushButton*>("report_open"));
+    if (had_focus) table_->setFocus();
+}
+
+void ReportPage::open_row(int row) {
+    if (row < 0 || row >= static_cast<int>(logic_.table().rows.size()) || Sheet::top_of(window()) != nullptr)
+        return;
+    guarded(context_.services, "RowsBehind",
+            [&] { RowsSheet(window(), context_, logic_.rows_behind(static_cast<std::size_t>(row))).run(); });
+}
+
+void ReportPage::keep(ReportFile kind) {
+    guarded(context_.services, "KeepReport", [&] {
+        if (const QString kept = keep_report(context_, logic_.paper(), kind); !kept.isEmpty())
+            note_->setText(kept);
+    });
+}
+
+void ReportPage::take_focus() {
+    if (table_ != nullptr && table_->shown_count() > 0)
+        table_->setFocus();
+    else
+        form_.field("report_kind")->setFocus();
+}
+
+}  // namespace ui
