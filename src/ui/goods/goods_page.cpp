@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -33,6 +34,9 @@ namespace {
 
 constexpr int mark_column = 0;
 constexpr int name_column = 2;
+constexpr int group_column = 3;
+// A narrower list leaves the group out, which the filter above it tells, so that names are seen whole.
+constexpr double width_with_group = 900;
 constexpr auto mark = "✓";
 
 QStringList headings(bool shows_cost) {
@@ -62,6 +66,7 @@ GoodsPage::GoodsPage(const Context& context)
     column->setSpacing(px(10));
     column->addWidget(build_filter());
     items_ = new ListTable("goods_items", headings(shows_cost_), name_column);
+    items_->horizontalHeader()->setMinimumSectionSize(px(34));  // the marks
     items_->say_when_empty("لا يوجد صنف يطابق البحث · اكتب جزءا أقصر من الاسم، أو أضف صنفا جديدا");
     items_->set_look([this](int row, int cell) {
         const goods::ListedItem& item = list_.items[static_cast<std::size_t>(row)];
@@ -202,6 +207,11 @@ void GoodsPage::leave_search() {
     refresh();
     if (is_code && list_.items.size() == 1) return open_card();
     if (!list_.items.empty()) items_->setFocus();
+}
+
+void GoodsPage::resizeEvent(QResizeEvent* event) {
+    Page::resizeEvent(event);
+    items_->setColumnHidden(group_column, width() < px(width_with_group));
 }
 
 bool GoodsPage::eventFilter(QObject* watched, QEvent* event) {

@@ -27,6 +27,7 @@ class GoodsPage : public Page {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     QWidget* build_filter();

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <filesystem>
 
 #include "common/code_page.h"
@@ -37,7 +38,6 @@ struct Ended {};
 ImportSheet::ImportSheet(QWidget* host, const Context& context)
     : Sheet(host, "استيراد أصناف من ملف CSV"), context_(context) {
     setObjectName("import_sheet");
-    set_card_width(1180);
     body()->setSpacing(px(10));
     auto* first = new QHBoxLayout;
     first->setSpacing(px(10));
@@ -191,6 +191,11 @@ void ImportSheet::apply() {
                                           "، أصناف تغيرت " + std::to_string(outcome.changed),
                                       common::Icon::information);
     leave(1);
+}
+
+void ImportSheet::resizeEvent(QResizeEvent* event) {
+    Sheet::resizeEvent(event);
+    card()->setFixedWidth(std::min(width() - px(24), px(1180)));
 }
 
 void ImportSheet::take_focus() {

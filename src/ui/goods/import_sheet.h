@@ -22,6 +22,7 @@ class ImportSheet : public Sheet {
 
   protected:
     void take_focus() override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void choose_file();

@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "common/amount.h"
 #include "common/numbers.h"
@@ -48,7 +49,6 @@ ItemSheet::ItemSheet(QWidget* host, const Context& context)
       context_(context),
       logic_(context.connection, context.session, context.services.prompts, context.services.clock) {
     setObjectName("item_sheet");
-    set_card_width(1180);
     body()->setContentsMargins(px(24), px(12), px(24), px(14));
     body()->setSpacing(px(10));
     title_ = label({}, "title", "item_title");
@@ -318,6 +318,11 @@ void ItemSheet::refuse(const common::Refusal& refusal) {
     if (field == nullptr) return;
     field->setFocus();
     if (auto* line = qobject_cast<QLineEdit*>(field)) line->selectAll();
+}
+
+void ItemSheet::resizeEvent(QResizeEvent* event) {
+    Sheet::resizeEvent(event);
+    card()->setFixedWidth(std::min(width() - px(24), px(1180)));
 }
 
 void ItemSheet::take_focus() {

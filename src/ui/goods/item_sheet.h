@@ -31,6 +31,7 @@ class ItemSheet : public Sheet {
 
   protected:
     void take_focus() override;
+    void resizeEvent(QResizeEvent* event) override;
     void escape() override;
 
   private:

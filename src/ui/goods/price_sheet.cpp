@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "common/numbers.h"
 #include "goods/item_card.h"
@@ -39,7 +40,6 @@ PriceSheet::PriceSheet(QWidget* host, const Context& context, const goods::ItemF
       context_(context),
       logic_(context.connection, context.session, context.services.prompts, context.services.clock) {
     setObjectName("price_sheet");
-    set_card_width(1180);
     body()->setContentsMargins(px(24), px(12), px(24), px(14));
     body()->setSpacing(px(10));
     logic_.filter = filter;
@@ -197,6 +197,11 @@ void PriceSheet::refuse(const common::Refusal& refusal) {
     if (refusal.field != goods::percent_field) return;
     percent_->setFocus();
     percent_->selectAll();
+}
+
+void PriceSheet::resizeEvent(QResizeEvent* event) {
+    Sheet::resizeEvent(event);
+    card()->setFixedWidth(std::min(width() - px(24), px(1180)));
 }
 
 void PriceSheet::take_focus() {

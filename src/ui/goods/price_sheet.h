@@ -25,6 +25,7 @@ class PriceSheet : public Sheet {
 
   protected:
     void take_focus() override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void build_choices();
