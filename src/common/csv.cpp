@@ -83,6 +83,7 @@ bool looks_like_formula(std::string_view cell) {
     if (cell.empty()) return false;
     const char first = cell.front();
     if (first == '=' || first == '@' || first == '\t' || first == '\r') return true;
+    if (cell.back() == '%') cell.remove_suffix(1);  // a percent is a number as well
     return (first == '-' || first == '+') && !parse_number(cell);
 }
 

@@ -246,6 +246,8 @@ Behind changes(Connection& connection, std::int64_t key) {
     std::map<std::string, std::string> now;
     for (DayFigure& figure : day_figures(connection, store, day))
         now.emplace(std::move(figure.name), std::move(figure.value));
+    behind.rows.push_back(
+        {{"وقت الإقفال", "", "", common::moment_text(closed->closed) + " · " + closed->user, ""}});
     for (const DayFigure& figure : closed->figures) {
         const std::string value = now[figure.name];
         behind.rows.push_back({{figure.name, "", value == figure.value ? "" : caption_of(RowChange::altered),

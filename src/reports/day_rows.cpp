@@ -111,11 +111,14 @@ std::vector<std::string> cells_of(const std::string& list) {
     return cells;
 }
 
-std::string shown(const DayTable& table, const DayRow& row) {
+// What a row says beside another of its key, with captions: only what differs; all without another.
+std::string shown(const DayTable& table, const DayRow& row, const DayRow* other) {
     const std::vector<std::string> cells = cells_of(row.content);
+    const std::vector<std::string> others =
+        other != nullptr ? cells_of(other->content) : std::vector<std::string>();
     std::string text;
     for (std::size_t i = 0; i < cells.size() && i < table.captions.size(); ++i) {
-        if (cells[i].empty() || table.captions[i].empty()) continue;
+        if (cells[i].empty() || (i < others.size() && others[i] == cells[i])) continue;
         text += (text.empty() ? "" : "، ") + std::string(table.captions[i]) + " " + cells[i];
     }
     return text;
@@ -176,8 +179,8 @@ std::vector<ChangedRow> changes_between(const std::vector<DayRow>& before, const
                            : fresh == nullptr ? RowChange::removed
                                               : RowChange::altered,
                            std::string(table.kind), cells_of(row.key).front(),
-                           old == nullptr ? std::string() : shown(table, *old),
-                           fresh == nullptr ? std::string() : shown(table, *fresh)});
+                           old == nullptr ? std::string() : shown(table, *old, fresh),
+                           fresh == nullptr ? std::string() : shown(table, *fresh, old)});
     };
     const auto place = [](const DayRow& row) { return std::tie(row.table, row.key); };
     std::size_t old = 0;

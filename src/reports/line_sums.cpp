@@ -16,8 +16,9 @@ using database::Sql;
 
 namespace {
 
-// A line is worth what the till showed: rounded by itself.
-constexpr Fragment value_of_line = "round(isnull(quan,0) * isnull(price,0) - isnull(disc,0),2)";
+// A line is worth what the till showed: rounded by itself, after the error of binary fractions is removed as
+// common::Amount removes it.
+constexpr Fragment value_of_line = "round(round(isnull(quan,0) * isnull(price,0) - isnull(disc,0),7),2)";
 constexpr Fragment item_of_line = "isnull(icode,-1)";
 
 Sql moved_quantity() {

@@ -133,7 +133,7 @@ Table table_of_closed_days(Connection& connection, const Request& request) {
         table.rows.push_back({key_in_store(closed.store, common::days_from_epoch(closed.day)),
                               day_label(closed.day) + " · " + common::name_of(stores, closed.store),
                               {closed.net.value(), now, static_cast<double>(changes.size())},
-                              closed.user + " · " + common::moment_text(closed.closed)});
+                              closed.user});
     }
     table.add_up();
     return table;

@@ -58,6 +58,9 @@ class OfLines : public Maker {
         Table table = request_.kind == KindId::sales_by_group || request_.kind == KindId::profit_by_group
                           ? by_group()
                           : by_item();
+        table.columns = tells_profit_ ? columns_of_profit : columns_of_lines;
+        table.charted = tells_profit_ ? profit_column : net_of_lines;
+        table.sort_by_figure();
         SalesSums headers;
         for (const auto& [day, sums] : by_day_)
             headers += sums;
@@ -68,10 +71,7 @@ class OfLines : public Maker {
             add_row(table, difference_key, std::string(difference_label), rest);
             all += rest;
         }
-        table.columns = tells_profit_ ? columns_of_profit : columns_of_lines;
-        table.charted = tells_profit_ ? profit_column : net_of_lines;
         table.totals = figures_of(all);
-        table.sort_by_figure();
         return table;
     }
 

@@ -58,6 +58,8 @@ Chart::Chart(const QString& name) : view_(new QChartView) {
 }
 
 void Chart::show_table(const reports::Table& table) {
+    setVisible(!table.rows.empty());
+    if (table.rows.empty()) return;
     auto* chart = new QChart;
     chart->setMargins({px(4), px(2), px(4), px(2)});
     chart->setBackgroundRoundness(px(8));
@@ -89,13 +91,15 @@ void Chart::show_table(const reports::Table& table) {
     style_axis(up);
     chart->addAxis(up, Qt::AlignRight);
     series->attachAxis(up);
-    up->applyNiceNumbers();
+    if (up->max() > up->min())
+        up->applyNiceNumbers();
+    else
+        up->setRange(0, 1);  // nothing but zeros
     connect(set, &QBarSet::clicked, this,
             [this, count](int at) { emit row_taken(static_cast<int>(count) - 1 - at); });
     QChart* former = view_->chart();
     view_->setChart(chart);
     delete former;
-    setVisible(count > 0);
 }
 
 }  // namespace ui

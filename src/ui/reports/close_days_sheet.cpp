@@ -31,7 +31,7 @@ CloseDaysSheet::CloseDaysSheet(QWidget* host, const Context& context)
     setObjectName("close_days");
     set_card_width(720);
     // day, store, net
-    list_ = new ListTable("close_days_list", {"اليوم", "الفرع", "صافي المبيعات"}, 1);
+    list_ = new ListTable("close_days_list", {"اليوم", "الفرع", "صافي المبيعات"}, 0);
     list_->say_when_empty("كل الأيام مقفلة");  // all days are closed
     list_->setMinimumHeight(px(360));
     connect(list_, &ListTable::row_taken, this, &CloseDaysSheet::close);

@@ -87,15 +87,15 @@ QWidget* TodayPage::build_tables() {
     auto* row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(px(8));
-    const auto add = [&](const char* name, const QStringList& headings, const QString& empty) {
+    const auto add = [&](const char* name, const QStringList& headings, const QString& empty, int share) {
         auto* table = new ListTable(name, headings, 0);
         table->say_when_empty(empty);
-        row->addWidget(table, 1);
+        row->addWidget(table, share);
         return table;
     };
-    payments_ = add("today_payments", {"الدفع", "الصافي"}, "لا مبيعات بعد");
-    cashiers_ = add("today_cashiers", {"الكاشير", "الصافي"}, "لا مبيعات بعد");
-    drawers_ = add("today_drawers", {"الخزينة", "النقدية الآن"}, "لا توجد خزائن");
+    payments_ = add("today_payments", {"الدفع", "الصافي"}, "لا مبيعات بعد", 2);
+    cashiers_ = add("today_cashiers", {"الكاشير", "الصافي"}, "لا مبيعات بعد", 2);
+    drawers_ = add("today_drawers", {"الخزينة", "النقدية الآن"}, "لا توجد خزائن", 3);
     return bar;
 }
 
