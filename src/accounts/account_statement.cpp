@@ -1,8 +1,7 @@
 #include "accounts/account_statement.h"
 
-#include <cmath>
-
 #include "accounts/messages.h"
+#include "accounts/millionths.h"
 #include "accounts/voucher_records.h"
 #include "common/numbers.h"
 #include "database/choices.h"
@@ -21,19 +20,6 @@ const std::array<std::string_view, 6> statement_headings{"التاريخ", "دا
                                                          "الرصيد",  "البيــــان", "ملاحظــــــات"};
 
 namespace {
-
-// Amounts are added in millionths: whole numbers, which add up the same in any order, and are finer than any
-// amount that other programs write. They are rounded when they are shown.
-using Millionths = std::int64_t;
-constexpr double millionths_in_one = 1e6;
-
-Millionths millionths(double amount) {
-    return std::llround(amount * millionths_in_one);
-}
-
-Amount shown(Millionths amount) {
-    return Amount(static_cast<double>(amount) / millionths_in_one);
-}
 
 // One source with its two sums, am1 and am2.
 struct Source {

@@ -53,6 +53,11 @@ inline constexpr std::string_view balance_on = "الرصيد في ";           /
 inline constexpr std::string_view arrears_of = "توجد متأخرات بمبلغ ";  // there are arrears of
 inline constexpr std::string_view no_arrears = "لا توجد متأخرات";      // no arrears
 inline constexpr std::string_view discount = "خصم";                    // discount
+// Of a vendor: goods taken in, invoice …; goods returned, number …; the vendor's own invoice …; number ….
+inline constexpr std::string_view supply_number = "توريد رقم ";
+inline constexpr std::string_view vendor_return_number = "مرتجع للمورد رقم ";
+inline constexpr std::string_view vendor_invoice_number = "فاتورة المورد ";
+inline constexpr std::string_view numbered = " رقم ";
 inline constexpr std::string_view end_before_start =
     "نهاية المدة قبل بدايتها";  // the end lies before the start
 

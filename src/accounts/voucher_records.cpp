@@ -231,21 +231,17 @@ void set_columns(Recordset& row, const VoucherRecord& record, std::optional<Meth
         row.set(column, Null{});
 }
 
-namespace {
-
-std::string printed_title(VoucherKind kind, Method method) {
+std::string voucher_title(VoucherKind kind, Method method) {
     if (method == Method::discount_notice || method == Method::addition_notice) return method_name(method);
     if (method == Method::cheque) return kind == VoucherKind::receipt ? "ايصال استلام شيك" : "ايصال دفع شيك";
     return kind == VoucherKind::receipt ? "ايصال استلام نقدية" : "ايصال دفع نقدية";
 }
 
-}  // namespace
-
 PrintedVoucher printed_voucher(const VoucherRecord& record, const std::string& party_name,
                                common::Amount balance) {
     const VoucherKey key = record.key();
     PrintedVoucher paper;
-    paper.title = printed_title(record.kind, record.method);
+    paper.title = voucher_title(record.kind, record.method);
     paper.number = key.number;
     paper.date = key.date;
     paper.party = party_name;

@@ -39,6 +39,8 @@ inline constexpr database::Fragment effect_on_customer =
     "else 0 - quan end";
 
 std::string method_name(Method method);
+// What a voucher is called on paper: "cash receipt".
+std::string voucher_title(VoucherKind kind, Method method);
 Method method_of(const database::Row& voucher);
 
 // Identifies a stored voucher.

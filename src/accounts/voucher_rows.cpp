@@ -37,6 +37,14 @@ Value value_of(const nlohmann::json& cell) {
 
 }  // namespace
 
+void insert_voucher(database::Connection& connection, const VoucherRecord& record, std::int64_t id) {
+    Recordset row(connection, "select * from vencuspay");
+    row.add();
+    set_columns(row, record, std::nullopt);
+    row.set("pay_id", id);
+    row.update();
+}
+
 void VoucherRows::write() {
     journal_.once(static_cast<int>(VoucherStep::voucher),
                   [this] { return save_.former ? rewrite_row() : add_row(); });
@@ -70,11 +78,7 @@ std::string VoucherRows::add_row() {
     const Sql same_number = Sql("select count(*) from vencuspay where pay_id = ") + save_.id;
     id_ =
         database::integer_of(connection_.scalar(same_number)) == 0 ? save_.id : next_voucher_id(connection_);
-    Recordset row(connection_, "select * from vencuspay");
-    row.add();
-    set_columns(row, save_.record, std::nullopt);
-    row.set("pay_id", id_);
-    row.update();
+    insert_voucher(connection_, save_.record, id_);
     return std::to_string(id_);
 }
 

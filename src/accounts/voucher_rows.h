@@ -8,6 +8,9 @@
 
 namespace accounts {
 
+// Writes the row of a new voucher under an internal number.
+void insert_voucher(database::Connection& connection, const VoucherRecord& record, std::int64_t id);
+
 class VoucherRows {
   public:
     VoucherRows(database::Connection& connection, database::Journal& journal, const VoucherToSave& save)

@@ -3,6 +3,7 @@
 #include <map>
 #include <set>
 
+#include "accounts/vendor_account.h"
 #include "accounts/voucher_saving.h"
 #include "admin/checks.h"
 #include "common/numbers.h"
@@ -30,6 +31,9 @@ class BalanceCheck {
     Findings run() {
         for (const auto& row : connection_.query("select distinct vcode from purchase"))
             suppliers_.insert(row.integer("vcode"));
+        for (const auto& row :
+             connection_.query("select distinct vcode from purchase where isnull(op_n,0) = 0"))
+            suppliers_elsewhere_.insert(row.integer("vcode"));
         unfinished();
         customers();
         vendors();
@@ -84,30 +88,33 @@ class BalanceCheck {
         }
     }
 
-    // Purchases are entered elsewhere: the balance of a vendor who has any cannot be added up here.
+    // Purchases that another program entered may count otherwise there.
     void vendors() {
         const Sums vouchers =
             sums(connection_.query(Sql("select vcode,0 - sum(") + accounts::effect_on_customer +
                                    ") as total from vencuspay where ztype = 1 group by "
                                    "vcode"));
+        const Sums purchases =
+            sums(connection_.query(Sql("select vcode,sum(") + accounts::effect_of_purchase +
+                                   ") as total from purchase group by vcode"));
         for (const auto& row :
              connection_.query("select vcode,vname,vopen,vacc from vendata order by vcode")) {
             const std::int64_t code = row.integer("vcode");
-            const double expected = row.number("vopen") + of(vouchers, code);
-            if (suppliers_.contains(code) || waiting_vendors_.contains(code) ||
-                !differ(expected, row.number("vacc")))
-                continue;
-            add(Verdict::wrong, "vendor " + std::to_string(code) + " (" + row.text("vname") + ") is owed " +
-                                    common::format_amount(row.number("vacc")) +
-                                    ", but opening balance and vouchers add up to " +
-                                    common::format_amount(expected) +
-                                    "; compare them with the vendor's papers, write what is missing, then "
-                                    "set vacc");
+            const double expected = row.number("vopen") + of(purchases, code) + of(vouchers, code);
+            if (waiting_vendors_.contains(code) || !differ(expected, row.number("vacc"))) continue;
+            add(suppliers_elsewhere_.contains(code) ? Verdict::note : Verdict::wrong,
+                "vendor " + std::to_string(code) + " (" + row.text("vname") + ") is owed " +
+                    common::format_amount(row.number("vacc")) +
+                    ", but opening balance, goods in and vouchers add up to " +
+                    common::format_amount(expected) +
+                    "; compare them with the vendor's papers, write what is missing, then "
+                    "set vacc");
         }
     }
 
     Connection& connection_;
     std::set<std::int64_t> suppliers_;
+    std::set<std::int64_t> suppliers_elsewhere_;  // with purchases that another program entered
     std::set<std::int64_t> waiting_customers_;
     std::set<std::int64_t> waiting_vendors_;
     Findings findings_;

@@ -2,6 +2,8 @@
 
 #include "ui/goods/goods_page.h"
 #include "ui/journal/journal_screen.h"
+#include "ui/purchases/receipts_page.h"
+#include "ui/purchases/suppliers_page.h"
 #include "ui/reports/report_page.h"
 #include "ui/reports/today_page.h"
 
@@ -26,6 +28,8 @@ const std::vector<Entry>& entries() {
     static const std::vector<Entry> table = {
         {"today", "ال&يوم", Action::see_reports, make_page<ui::TodayPage>},
         {"goods", "الأ&صناف", Action::edit_goods, make_page<ui::GoodsPage>},
+        {"intake", "بضاعة &واردة", Action::receive_goods, make_page<ui::ReceiptsPage>},
+        {"suppliers", "المو&ردون", Action::receive_goods, make_page<ui::SuppliersPage>},
         {"reports", "ا&لتقارير", Action::see_reports, make_page<ui::ReportPage>},
         {"journal", "سجل الأحدا&ث", Action::daily_statement, nullptr, run_journal},
     };

@@ -65,7 +65,12 @@ bool apply(KeptChange& change, KeptInvoice& known) {
 
 std::filesystem::path draft_file(const std::filesystem::path& program_folder, std::string_view shop,
                                  std::int64_t cash_point) {
-    return program_folder / fmt::format("draft-{}-{}.txt", cash_point, hash_of(shop));
+    return draft_file(program_folder, "draft", shop, cash_point);
+}
+
+std::filesystem::path draft_file(const std::filesystem::path& program_folder, std::string_view name,
+                                 std::string_view shop, std::int64_t cash_point) {
+    return program_folder / fmt::format("{}-{}-{}.txt", name, cash_point, hash_of(shop));
 }
 
 std::vector<database::Command> leaving_the_screen(const DraftMark& mark) {

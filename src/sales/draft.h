@@ -23,6 +23,9 @@ namespace sales {
 // "draft-1-0123456789abcdef.txt" of cash point 1, in the program's folder; the digits tell shops apart.
 std::filesystem::path draft_file(const std::filesystem::path& program_folder, std::string_view shop,
                                  std::int64_t cash_point);
+// The same for a draft of another name, "receipt-…".
+std::filesystem::path draft_file(const std::filesystem::path& program_folder, std::string_view name,
+                                 std::string_view shop, std::int64_t cash_point);
 
 // The statements that note that an invoice has left the screen for good, to run with the last step of its
 // save: it is no draft and no longer held.

@@ -59,8 +59,16 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
         case Qt::TextAlignmentRole:
             return QVariant::fromValue(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
         case Qt::ForegroundRole:
-            if (look_ && look_(row, index.column()) == CellLook::dimmed) return QColor(colour::off);
-            return {};
+            switch (look_ ? look_(row, index.column()) : CellLook::plain) {
+                case CellLook::dimmed:
+                    return QColor(colour::off);
+                case CellLook::alarm:
+                    return QColor(colour::alarm);
+                case CellLook::good:
+                    return QColor(colour::save);
+                default:
+                    return {};
+            }
         case Qt::FontRole:
             if (look_ && look_(row, index.column()) == CellLook::strong) {
                 QFont font;

@@ -10,7 +10,8 @@ namespace ui {
 
 class ListModel;
 
-enum class CellLook { plain, strong, dimmed };
+// An alarming cell is red, a good one green.
+enum class CellLook { plain, strong, dimmed, alarm, good };
 
 // A row keeps the number that it was given with, whichever rows are shown.
 class ListTable : public QTableView {
