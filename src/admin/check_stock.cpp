@@ -1,4 +1,4 @@
-// The check of the stock against opening stock, invoice lines and transfers.
+// The check of the stock against opening stock, invoice lines, transfers, corrections and write-offs.
 #include <cmath>
 #include <map>
 #include <set>
@@ -81,14 +81,23 @@ class StockCheck {
             move({row.integer("icode"), row.integer("stcode")}, -row.number("total"));
             move({row.integer("icode"), row.integer("stcode1")}, row.number("total"));
         }
+        // Rows without a time of day are of programs that store the day alone.
+        const Sql dated_since =
+            Sql(" where [date] >= ") + quoted(moment) + " or [date] = " + quoted(moment.date);
+        for (const auto& rows :
+             {connection_.query(Sql("select icode,stcode,sum(quan) as total from modify") + dated_since +
+                                " group by icode,stcode"),
+              connection_.query(Sql("select icode,stcode,0 - sum(quan) as total from bad_data") +
+                                dated_since + " group by icode,stcode")}) {
+            for (const auto& row : rows)
+                move(place(row), row.number("total"));
+        }
         stocks_.merge(opened);
     }
 
     void find_moved_elsewhere() {
         for (const auto& rows : {connection_.query("select distinct icode from purdata"),
-                                 connection_.query("select distinct icode from bad_data"),
-                                 connection_.query("select distinct icode from frm_to"),
-                                 connection_.query("select distinct icode from modify")}) {
+                                 connection_.query("select distinct icode from frm_to")}) {
             for (const auto& row : rows)
                 moved_elsewhere_.insert(row.integer("icode"));
         }
@@ -106,8 +115,8 @@ class StockCheck {
             {moved_elsewhere_.contains(item) ? Verdict::note : Verdict::wrong, "stock",
              "item " + std::to_string(item) + " (" + name_of(item) + ") in store " + std::to_string(store) +
                  ": " + common::format_quantity(stock.present) +
-                 " pieces, but opening stock, sales and transfers make " + common::format_quantity(expected) +
-                 suspects(item, store, difference) +
+                 " pieces, but opening stock, sales, transfers and corrections make " +
+                 common::format_quantity(expected) + suspects(item, store, difference) +
                  "; correct stk, or accept it as counted: tallvex-admin check --accept-stock"});
     }
 

@@ -70,8 +70,8 @@ Findings check_log(database::Connection& connection, const std::filesystem::path
 // The log line by which the shop keeper says that everything before it was corrected by hand.
 inline constexpr std::string_view mended_line = "stopped saves mended by hand";
 
-// Compares the stock of each item and store with its opening stock, invoice lines and transfers since. An
-// item that other tables have moved too (purchases, corrections, damaged goods) gives only a note.
+// Compares the stock of each item and store with its opening stock, invoice lines, transfers, corrections and
+// write-offs since. An item that other tables have moved too (purchases, production) gives only a note.
 Findings check_stock(database::Connection& connection);
 
 }  // namespace admin

@@ -21,7 +21,7 @@ void hold_numbers(Connection& connection) {
     connection.run_all(numbers_hold(connection));
 }
 
-std::int64_t next_number(Connection& connection, Fragment highest) {
+std::int64_t next_number(Connection& connection, const Sql& highest) {
     hold_numbers(connection);
     return integer_of(connection.scalar(highest)) + 1;
 }

@@ -10,7 +10,10 @@ namespace database {
 
 // Draws a number by a statement that finds the highest one. To be called in the transaction that also writes
 // the row: another till that draws a number waits until it has ended, so that no two get the same.
-std::int64_t next_number(Connection& connection, Fragment highest);
+std::int64_t next_number(Connection& connection, const Sql& highest);
+inline std::int64_t next_number(Connection& connection, Fragment highest) {
+    return next_number(connection, Sql(highest));
+}
 
 // Keeps other tills from drawing a number until this transaction ends.
 void hold_numbers(Connection& connection);

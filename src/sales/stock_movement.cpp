@@ -61,15 +61,22 @@ double StockBatches::held(std::int64_t item) {
     return sum;
 }
 
-void StockBatches::take(std::int64_t item, double quantity, StockPlan& plan) {
+void StockBatches::take(std::int64_t item, double quantity, StockPlan& plan,
+                        const std::optional<Date>& first) {
     double left = quantity;
-    for (Batch& batch : batches_of(item)) {
-        if (left <= 0) return;
-        if (batch.quantity <= 0) continue;
+    const auto take_from = [&](Batch& batch) {
         const double taken = std::min(batch.quantity, left);
+        if (taken <= 0) return;
         change(item, batch, -taken, plan);
         left = without_residue(left - taken);
+    };
+    auto& batches = batches_of(item);
+    if (first) {
+        const auto found = std::ranges::find(batches, first, &Batch::expiry);
+        if (found != batches.end()) take_from(*found);
     }
+    for (Batch& batch : batches)
+        take_from(batch);
     if (left > 0) add(item, -left, common::no_expiry, plan);
 }
 

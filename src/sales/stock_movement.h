@@ -44,9 +44,11 @@ class StockBatches {
     std::optional<common::Date> oldest(std::int64_t item);
     // What the batches of an item hold together, in base units.
     double held(std::int64_t item);
-    // Takes a quantity (base units), oldest expiry first. A batch is never driven below 0 while another has
-    // stock. What no batch covers is taken from the batch without expiry, which is added if it is missing.
-    void take(std::int64_t item, double quantity, StockPlan& plan);
+    // Takes a quantity (base units), oldest expiry first, or from the batch of a given date before all
+    // others. A batch is never driven below 0 while another has stock. What no batch covers is taken from the
+    // batch without expiry, which is added if it is missing.
+    void take(std::int64_t item, double quantity, StockPlan& plan,
+              const std::optional<common::Date>& first = {});
     // Puts a quantity (base units) back: into the batch of the given expiry date, which is added if it is
     // missing; without a date into the newest batch, or into the batch without expiry if the store holds
     // none.

@@ -267,7 +267,13 @@ TEST_F(StockMoves, AgreeWithSalesReturnsAndTransfers) {
     sell(3, 0, 1, 4, false, "10:00:00");  // before the stock was counted
     bench.sql("insert into transdata (tnum,tdate,icode,quan,stcode,stcode1) values (1,'2026/11/21',1,3,1,2)");
     bench.sql("update stk set quan = quan - 3 where icode = 1");
+    bench.sql("insert into modify (icode,stcode,[date],quan) values (1,1,'2026/11/21 12:00:00',-2)");
+    bench.sql("insert into bad_data (icode,stcode,[date],quan) values (1,1,'2026/11/21',1)");
+    bench.sql("insert into bad_data (icode,stcode,[date],quan) values (1,1,'2026/11/21 10:00:00',1)");
+    bench.sql("update stk set quan = quan - 3 where icode = 1");
     EXPECT_EQ(wrong(), "");
+    bench.sql("insert into modify (icode,stcode,[date],quan) values (2,1,'2026/11/21 12:00:00',5)");
+    EXPECT_THAT(wrong(), HasSubstr("item 2 (ب) in store 1: -2.000 pieces"));
 }
 
 TEST_F(StockMoves, NameTheInvoiceThatDidNotMoveIt) {
@@ -275,12 +281,16 @@ TEST_F(StockMoves, NameTheInvoiceThatDidNotMoveIt) {
     sell(2, 0, 1, 3, true);
     sell(3, 2, 2, 1, false);
     const std::string said = wrong();
-    EXPECT_THAT(said,
-                HasSubstr("item 1 (أ) in store 1: 7.000 pieces, but opening stock, sales and transfers make "
-                          "5.000; most likely sale 1 of 2026/11/21 did not move it"));
-    EXPECT_THAT(said,
-                HasSubstr("item 2 (ب) in store 1: 10.000 pieces, but opening stock, sales and transfers make "
-                          "11.000; most likely return 3"));
+    EXPECT_THAT(
+        said,
+        HasSubstr(
+            "item 1 (أ) in store 1: 7.000 pieces, but opening stock, sales, transfers and corrections make "
+            "5.000; most likely sale 1 of 2026/11/21 did not move it"));
+    EXPECT_THAT(
+        said,
+        HasSubstr(
+            "item 2 (ب) in store 1: 10.000 pieces, but opening stock, sales, transfers and corrections make "
+            "11.000; most likely return 3"));
     ASSERT_EQ(bench.run({"check", "--accept-stock"}).code, 0);
     bench.sql("update saledata set time_ = '09:00:00'");
     EXPECT_EQ(wrong(), "");

@@ -104,6 +104,15 @@ constexpr Fragment till_tables[] = {
     "create table till_day (stcode int not null, [day] datetime not null, closed datetime null, user_code int "
     "null, user_name nvarchar(100) null, figures nvarchar(max) null, content nvarchar(max) null, "
     "primary key (stcode, [day]))",
+    // counting/counts.h
+    "create table till_count (num int not null primary key, stcode int null, scope int null, itype int null, "
+    "by_date int null, title nvarchar(100) null, opened datetime null, opened_by int null, closed datetime "
+    "null, closed_by int null, booked int null)",
+    "create table till_count_line (cnum int not null, num int not null, icode int null, edate datetime null, "
+    "quan float null, scode int null, stock float null, cost float null, kind int null, moment datetime "
+    "null, "
+    "user_code int null, computer nvarchar(50) null, removed int null, primary key (cnum, num))",
+    "create index till_count_line_item on till_count_line (icode, cnum)",
 };
 
 }  // namespace
