@@ -1,6 +1,11 @@
 // What a count found: for each item, or each batch of it, what was counted against what the books held then.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "common/amount.h"
 #include "counting/count_lines.h"
 

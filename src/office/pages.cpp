@@ -1,5 +1,7 @@
 #include "office/pages.h"
 
+#include "ui/counting/counting_page.h"
+#include "ui/counting/needs_page.h"
 #include "ui/goods/goods_page.h"
 #include "ui/journal/journal_screen.h"
 #include "ui/purchases/receipts_page.h"
@@ -30,6 +32,8 @@ const std::vector<Entry>& entries() {
         {"goods", "الأ&صناف", Action::edit_goods, make_page<ui::GoodsPage>},
         {"intake", "بضاعة &واردة", Action::receive_goods, make_page<ui::ReceiptsPage>},
         {"suppliers", "المو&ردون", Action::receive_goods, make_page<ui::SuppliersPage>},
+        {"counting", "ال&جرد", Action::count_stock, make_page<ui::CountingPage>},
+        {"needs", "النواقص والصلاحي&ة", Action::count_stock, make_page<ui::NeedsPage>},
         {"reports", "ا&لتقارير", Action::see_reports, make_page<ui::ReportPage>},
         {"journal", "سجل الأحدا&ث", Action::daily_statement, nullptr, run_journal},
     };

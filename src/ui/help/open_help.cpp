@@ -43,6 +43,12 @@ const std::vector<std::pair<QString, QString>>& office_places() {
         {"report_page", "reports"},
         {"report_rows", "report-rows"},
         {"document_lines", "report-rows"},
+        {"counting_page", "counting"},
+        {"new_count", "counting-new"},
+        {"stock_count", "counting-lines"},
+        {"write_off", "write-off"},
+        {"write_offs", "write-off"},
+        {"needs_page", "needs"},
     };
     return places;
 }
