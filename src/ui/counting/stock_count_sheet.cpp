@@ -88,7 +88,6 @@ QWidget* StockCountSheet::build_entry() {
     expiry_ = moment_field("count_expiry");
     auto* dated = captioned("صالح &حتى", expiry_);
     dated->setFixedWidth(px(130));
-    dated->setVisible(count_.by_date);
     row->addWidget(dated);
     quantity_ = new AmountField("count_quantity");
     auto* counted = captioned("ال&كمية", quantity_);
@@ -99,11 +98,14 @@ QWidget* StockCountSheet::build_entry() {
     each_ = new QCheckBox("كل &مسحة واحد");
     each_->setObjectName("count_each");
     each_->setChecked(!count_.by_date);
-    each_->setVisible(!count_.by_date);
     again_ = new QCheckBox("&إعادة عد");
     again_->setObjectName("count_again");
     again_->setToolTip("ما يعد الآن يحل محل كل ما عد من هذا الصنف قبله");
     ways->addWidget(each_);
+    if (count_.by_date)
+        each_->hide();
+    else
+        dated->hide();
     ways->addWidget(again_);
     row->addLayout(ways);
     connect(item_, &ItemField::picked, this, &StockCountSheet::take_item);
