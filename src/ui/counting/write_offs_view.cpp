@@ -23,9 +23,9 @@ struct Column {
     bool is_figure;
 };
 constexpr Column columns[] = {
-    {"محضر", 0.8, true},   {"التاريخ", 1.6, true}, {"المخزن", 1.4, false},  {"كود", 0.8, true},
-    {"الصنف", 3, false},   {"الكمية", 0.9, true},  {"صالح حتى", 1.2, true}, {"السبب", 2, false},
-    {"القيمة", 1.1, true},  // the last, and only for who may see costs
+    {"محضر", 0.8, true},   {"التاريخ", 1.2, true},  {"المخزن", 1.4, false}, {"الصنف", 3, false},
+    {"الكمية", 0.9, true}, {"صالح حتى", 1.2, true}, {"السبب", 2, false},    {"القيمة", 1.1, true},
+    // the last only for who may see costs
 };
 
 // "Write a counter entry to this report? Its goods come back into the stock."
@@ -52,7 +52,7 @@ WriteOffsView::WriteOffsView(const Context& context)
     period->addWidget(show, 0, Qt::AlignBottom);
     period->addStretch(1);
     column->addLayout(period);
-    table_ = new ListTable("write_offs_rows", headings(), 4);
+    table_ = new ListTable("write_offs_rows", headings(), 3);
     table_->say_when_empty("لا توجد محاضر تالف في هذه المدة");
     connect(table_, &ListTable::left_upwards, start_, qOverload<>(&QWidget::setFocus));
     column->addWidget(table_, 1);
