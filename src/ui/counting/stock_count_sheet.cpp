@@ -109,6 +109,9 @@ QWidget* StockCountSheet::build_entry() {
     ways->addWidget(again_);
     row->addLayout(ways);
     connect(item_, &ItemField::picked, this, &StockCountSheet::take_item);
+    // So that the next scan finds its field.
+    for (QCheckBox* box : {each_, again_})
+        connect(box, &QCheckBox::clicked, this, [this] { take_focus(); });
     connect(item_, &ItemField::left_downwards, this, [this] { tables_[view_->value()]->setFocus(); });
     connect(quantity_, &QLineEdit::returnPressed, this, &StockCountSheet::add_picked);
     connect(expiry_, &QLineEdit::returnPressed, quantity_, qOverload<>(&QWidget::setFocus));
@@ -369,7 +372,9 @@ printing::Report StockCountSheet::paper() const {
 }
 
 void StockCountSheet::take_focus() {
-    if (count_.is_open())
+    if (picked_)
+        quantity_->setFocus();
+    else if (count_.is_open())
         item_->setFocus();
     else
         tables_[view_->value()]->setFocus();
