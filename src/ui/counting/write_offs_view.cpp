@@ -42,7 +42,7 @@ WriteOffsView::WriteOffsView(const Context& context)
     auto* period = new QHBoxLayout;
     period->setSpacing(px(10));
     period->addWidget(captioned("من &تاريخ", start_ = moment_field("write_offs_start")));
-    period->addWidget(captioned("إ&لى تاريخ", end_ = moment_field("write_offs_end")));
+    period->addWidget(captioned("إلى تاري&خ", end_ = moment_field("write_offs_end")));
     auto* show = new QPushButton("عر&ض");
     show->setObjectName("write_offs_show");
     show->setFixedHeight(px(field_height));
