@@ -200,7 +200,9 @@ ProposalSheet::ProposalSheet(QWidget* host, const Context& context) : Sheet(host
     body()->addWidget(label("مقترح الطلبات", "title"));
     view_ = new ProposalView(context);
     body()->addWidget(view_, 1);
-    foot_button(add_row(), "order_proposal_back", "&رجوع", 0, [this] { leave(0); });
+    QHBoxLayout* row = add_row();
+    row->addStretch(1);
+    foot_button(row, "order_proposal_back", "&رجوع", 0, [this] { leave(0); });
 }
 
 void ProposalSheet::resizeEvent(QResizeEvent* event) {
