@@ -12,10 +12,10 @@
 #include "admin/tool.h"
 #include "database/connection.h"
 #include "shop/place.h"
+#include "startup/shop_files.h"
 
 namespace admin {
 
-using shop::home_of;
 using shop::is_embedded;
 using shop::new_place;
 using shop::open_place;
@@ -24,6 +24,7 @@ using shop::Place;
 using shop::shop_version;
 using shop::write_place;
 using shop::write_shop_files;
+using startup::home_of;
 
 // What is encrypted on the way to a server: "login: …".
 std::string encryption_words(const Place& place);

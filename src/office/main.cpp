@@ -27,6 +27,19 @@ constexpr const char* usage =
 
 constexpr int wrong_command_line = 2;
 
+// Where there is no shop, makes one; returns false if the user did not want to.
+bool is_shop_there(common::Clock& clock) {
+    if (startup::has_connection_file(startup::shop_folder())) return true;
+    const std::filesystem::path folder = startup::new_shop_folder();
+    startup::ActivityLog log(folder, clock);
+    common::FileDevices devices(folder.string());
+    ui::ScreenPrompts prompts;
+    const ui::KeyQueue keys;
+    if (!office::first_start(folder, {prompts, clock, devices, log}, ui::show_full_screen)) return false;
+    // The folder that was made is the shop's from now on, wherever the program was started.
+    return startup::has_connection_file(startup::shop_folder());
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -39,13 +52,14 @@ int main(int argc, char** argv) {
     }
     if (!ui::has_screen("tallvex-office")) return 1;
     common::keep_files_from_others();
-    startup::Environment environment = startup::Environment::here({});
-    environment.is_office = true;
     ui::prepare_application();
     QApplication application(argc, argv);
     ui::set_up(application, "tallvex-office");
 
     common::SystemClock clock;
+    if (!is_shop_there(clock)) return 1;
+    startup::Environment environment = startup::Environment::here({});
+    environment.is_office = true;
     startup::ActivityLog log(environment.program_folder, clock);
     common::FileDevices devices(environment.working_folder.string());
     ui::ScreenPrompts prompts;

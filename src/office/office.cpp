@@ -6,9 +6,16 @@
 #include "office/office_window.h"
 #include "ui/help/open_help.h"
 #include "ui/journal/trail_writer.h"
+#include "ui/shop/first_start_window.h"
 #include "ui/signin/sign_in_window.h"
 
 namespace office {
+
+bool first_start(const std::filesystem::path& folder, const common::Services& services,
+                 const std::function<void(QWidget&)>& show_window) {
+    const ui::HelpKey help(ui::Guide::office);
+    return ui::FirstStartWindow(folder, services, show_window).run();
+}
 
 void run(database::Connection& connection, signin::Session& session, const ui::Workplace::Program& program) {
     ui::Workplace workplace(connection, session, program);

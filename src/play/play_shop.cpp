@@ -32,7 +32,13 @@ PlayShop::~PlayShop() {
 }
 
 void PlayShop::set_up(const std::string& kind) {
-    if (kind != "demo" && kind != "empty") throw std::runtime_error("a shop is \"demo\" or \"empty\"");
+    if (kind == "none") {
+        fs::remove_all(folder());
+        fs::create_directories(folder() / "ports");
+        return;
+    }
+    if (kind != "demo" && kind != "empty")
+        throw std::runtime_error("a shop is \"demo\", \"empty\" or \"none\"");
     const fs::path master = root_ / kind;
     if (!fs::exists(master)) {
         shop::NewShop wanted;

@@ -235,6 +235,10 @@ void Player::run_till(const startup::Environment& environment, const common::Ser
 
 void Player::run_office(const startup::Environment& environment, const common::Services& services,
                         ui::ServerLink& link) {
+    const auto show = [this](QWidget& window) { show_window(window); };
+    if (!startup::has_connection_file(environment.working_folder) &&
+        !office::first_start(environment.working_folder, services, show))
+        return;
     startup::StartUp(environment, services)
         .run([&](database::Connection& connection, signin::Session& session) {
             office::run(connection, session,

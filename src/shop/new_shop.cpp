@@ -50,7 +50,7 @@ class Filler {
             load("stocks");
         } else {
             add_row(connection_, "select * from stocks",
-                    {{"code", std::int64_t{1}}, {"name", std::string("الفرع الرئيسي")}});
+                    {{"code", std::int64_t{1}}, {"name", wanted_.store}});
         }
         database::run_upgrade_list(connection_);
         database::set_till_setting(connection_, database::setting::net_from, "1900/01/01");
@@ -79,6 +79,7 @@ class Filler {
         const std::int64_t one = 1;
         add_row(connection_, "select * from basic",
                 {{"aname", wanted_.name},
+                 {"ename", wanted_.second_name},
                  {"tel", wanted_.telephone},
                  {"max_dis", 10.0},
                  {"st_d", one},
@@ -86,15 +87,26 @@ class Filler {
                  {"mcash", one},
                  {"main_p", std::int64_t{0}},
                  {"logo", string("logo.jpg")}});
-        add_row(
-            connection_, "select * from cash",
-            {{"code", one}, {"name", string("درج 1")}, {"stcode", one}, {"copen", 0.0}, {"salary1", 0.0}});
+        std::int64_t code = 0;
+        for (const NewDrawer& drawer : wanted_.drawers)
+            add_row(connection_, "select * from cash",
+                    {{"code", ++code},
+                     {"name", drawer.name},
+                     {"stcode", one},
+                     {"copen", drawer.opening.value()},
+                     {"salary1", 0.0}});
         add_row(connection_, "select * from worker", {{"work_code", one}, {"work_name", string("بائع")}});
+        add_user({wanted_.administrator, wanted_.password}, one, "all");
+        for (std::size_t i = 0; i < wanted_.cashiers.size(); ++i)
+            add_user(wanted_.cashiers[i], static_cast<std::int64_t>(i) + 2, cashier_actions);
+    }
+
+    void add_user(const Person& person, std::int64_t code, std::string_view actions) {
         add_row(connection_, "select * from users",
-                {{"code", one},
-                 {"name", wanted_.administrator},
-                 {"pass", wanted_.password},
-                 {"perm", permission_string("all")}});
+                {{"code", code},
+                 {"name", person.name},
+                 {"pass", person.password},
+                 {"perm", permission_string(actions)}});
     }
 
     void demo() {
@@ -110,17 +122,14 @@ class Filler {
     common::Moment now_;
 };
 
-// A shop must not begin with a port that its tills refuse.
-void refuse_ports(const NewShop& wanted) {
-    for (const std::string& port : {wanted.printer_port, wanted.drawer_port}) {
-        if (printing::PrinterChoice{port}.is_text_port() &&
-            common::is_never_a_port(common::port_fault(port, wanted.folder)))
-            throw Refused(port + " is no device and no receipt file (a new one ends in .txt, .prn or .bin)",
-                          std::string(message::no_port) + port);
-    }
-}
-
 }  // namespace
+
+void refuse_port(const std::string& port, const fs::path& folder) {
+    if (printing::PrinterChoice{port}.is_text_port() &&
+        common::is_never_a_port(common::port_fault(port, folder)))
+        throw Refused(port + " is no device and no receipt file (a new one ends in .txt, .prn or .bin)",
+                      std::string(message::no_port) + port);
+}
 
 std::vector<Person> make_shop(const NewShop& asked, const common::Moment& now,
                               const std::function<fs::path()>& keep_password) {
@@ -132,8 +141,10 @@ std::vector<Person> make_shop(const NewShop& asked, const common::Moment& now,
     if (wanted.password.empty()) wanted.password = common::random_digits(6);
     std::vector<Person> users;
     const auto fill = [&](Connection& connection) {
-        refuse_ports(wanted);
+        for (const std::string& port : {wanted.printer_port, wanted.drawer_port})
+            refuse_port(port, wanted.folder);
         Filler(connection, wanted, now).run();
+        if (wanted.add) wanted.add(connection);
         for (const auto& row : connection.query("select [name],pass from users order by code"))
             users.push_back({row.text("name"), row.text("pass")});
     };

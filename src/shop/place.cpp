@@ -6,7 +6,6 @@
 #include "database/schema/schema.h"
 #include "shop/messages.h"
 #include "startup/shop_files.h"
-#include "startup/workstation.h"
 
 namespace shop {
 
@@ -32,18 +31,13 @@ fs::path write_place(const fs::path& folder, const Place& place) {
 }
 
 std::unique_ptr<database::Connection> open_place(const fs::path& folder, const Place& place) {
-    auto connection = or_refuse([&] { return startup::open_shop(place, home_of(folder), folder); });
+    auto connection = or_refuse([&] { return startup::open_shop(place, startup::home_of(folder), folder); });
     connection->execute("set dateformat ymd");
     return connection;
 }
 
 std::string shop_version() {
     return TALLVEX_VERSION;
-}
-
-fs::path home_of(const fs::path& folder) {
-    if (!startup::named_home() && startup::find_file(folder, startup::version_file_name)) return folder;
-    return startup::program_folder();
 }
 
 std::vector<fs::path> write_shop_files(const fs::path& folder) {

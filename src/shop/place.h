@@ -40,10 +40,6 @@ std::unique_ptr<database::Connection> open_place(const std::filesystem::path& fo
 // The version string for new shops: this build's.
 std::string shop_version();
 
-// The program folder of the shop in a folder, with version file, log and password file: TALLVEX_HOME if it is
-// set, else the shop's folder if it has a version file, else the executable's folder.
-std::filesystem::path home_of(const std::filesystem::path& folder);
-
 // Writes the version file and an empty credit file into a folder if they are missing; returns the paths of
 // those it wrote.
 std::vector<std::filesystem::path> write_shop_files(const std::filesystem::path& folder);

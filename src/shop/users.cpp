@@ -84,6 +84,14 @@ void require_plain_name(std::string_view name) {
             std::string(message::name_not_plain));
 }
 
+void require_user_name(std::string_view name) {
+    if (common::trim(name).empty()) throw Refused("a user needs a name", std::string(message::no_name));
+    require_plain_name(name);
+    if (common::parse_integer(common::trim(name)))
+        throw Refused("a name that is a number would be taken for a code",
+                      std::string(message::name_is_number));
+}
+
 namespace {
 
 std::string checked_password(Connection& connection, std::string_view password) {
@@ -111,13 +119,9 @@ User find_user(Connection& connection, std::string_view who) {
 std::int64_t add_user(Connection& connection, std::string_view name, std::string_view password,
                       std::string_view permissions) {
     const std::string_view kept = common::trim(name);
-    if (kept.empty()) throw Refused("a user needs a name", std::string(message::no_name));
-    require_plain_name(kept);
+    require_user_name(kept);
     if (!database::TextLimits(connection, "users").fits("name", kept))
         throw Refused("the name is too long", std::string(message::name_too_long));
-    if (common::parse_integer(kept))
-        throw Refused("a name that is a number would be taken for a code",
-                      std::string(message::name_is_number));
     if (!connection.query(Sql("select code from users where [name] = ") + quoted(kept)).empty()) {
         throw Refused("there is a user \"" + std::string(kept) + "\" already",
                       std::string(message::name_taken) + std::string(kept));

@@ -34,6 +34,9 @@ void set_permissions(database::Connection& connection, std::int64_t code, std::s
 // follows: it could be taken for another name.
 void require_plain_name(std::string_view name);
 
+// The same of a user's name, or if there is none or it is a number, which would be taken for a code.
+void require_user_name(std::string_view name);
+
 // The length of a permission string.
 inline constexpr std::size_t permission_places = 400;
 

@@ -88,10 +88,10 @@ inline constexpr std::string_view no_training_copy =
 // Anything else: the support engineer finds the cause in the log.
 inline constexpr std::string_view see_log = "حدث خطأ أثناء بدء البرنامج، وسببه مسجل في ملف السجل";
 
-// There is no shop on this machine yet; followed by the folder where it was looked for, on a line of its own.
-// The left-to-right mark keeps the parts of the path in order.
+// There is no shop on this machine yet: open the office to make it. Followed by the folder where it was
+// looked for, on a line of its own. The left-to-right mark keeps the parts of the path in order.
 inline constexpr std::string_view no_shop_folder =
-    "لا يوجد متجر على هذا الجهاز بعد، أنشئه بالأمر tallvex-admin new-shop في المجلد:\n\u200E";
+    "لا يوجد متجر على هذا الجهاز بعد، افتح برنامج المكتب لإنشائه في المجلد:\n\u200E";
 // This user may not enter the shop's folder; followed by it.
 inline constexpr std::string_view shop_folder_closed = "غير مسموح لهذا المستخدم بفتح مجلد المتجر:\n\u200E";
 

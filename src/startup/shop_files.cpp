@@ -99,6 +99,16 @@ fs::path shop_folder() {
     return configured && has_connection_file(*configured) ? *configured : working;
 }
 
+fs::path new_shop_folder() {
+    for (const char* variable : {"TALLVEX_HOME", "TALLVEX_SHOP"})
+        if (auto folder = named_folder(variable)) return *folder;
+    return shop_folder();
+}
+
+fs::path home_of(const fs::path& folder) {
+    return !named_home() && find_file(folder, version_file_name) ? folder : program_folder();
+}
+
 bool has_connection_file(const fs::path& folder) {
     return find_file(folder, connection_file_name).has_value();
 }

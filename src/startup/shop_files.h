@@ -34,6 +34,14 @@ std::optional<std::filesystem::path> find_file(const std::filesystem::path& fold
 // TALLVEX_HOME or the working directory.
 std::filesystem::path shop_folder();
 
+// Where a shop is made if there is none: the folder of TALLVEX_HOME or TALLVEX_SHOP, else the working
+// directory.
+std::filesystem::path new_shop_folder();
+
+// The program folder of the shop in a folder, with version file, log and password file: TALLVEX_HOME if it is
+// set, else the shop's folder if it has a version file, else the executable's folder.
+std::filesystem::path home_of(const std::filesystem::path& folder);
+
 // The connection file of the working directory.
 bool has_connection_file(const std::filesystem::path& folder);
 ConnectionRecord read_connection_file(const std::filesystem::path& folder);

@@ -20,8 +20,8 @@ constexpr std::string_view progress_code = "222";
 Environment Environment::here(const std::string& command_line) {
     Environment environment;
     environment.command_line = command_line;
-    environment.program_folder = startup::program_folder();
     environment.working_folder = shop_folder();
+    environment.program_folder = home_of(environment.working_folder);
     return environment;
 }
 
@@ -68,6 +68,10 @@ void StartUp::prepare_files() {
     session_.working_folder = environment_.working_folder;
     session_.is_office = environment_.is_office;
     session_.cash_point = environment_.is_office ? first_office : cash_point_of(environment_.command_line);
+    const std::filesystem::path& folder = environment_.working_folder;
+    if (!has_connection_file(folder) && !find_file(environment_.program_folder, version_file_name))
+        throw StartUpError(folder.string() + ": there is no shop",
+                           std::string(message::no_shop_folder) + folder.string());
     ensure_logs_folder(environment_.program_folder);
     progress("start, cash point " + std::to_string(session_.cash_point));
     session_.version = read_version_file(environment_.program_folder);
