@@ -49,8 +49,11 @@ struct TillSetting {
     std::string_view name;
     std::string_view meaning;
     std::string_view form;
+    std::string_view caption;    // in Arabic, for the office
+    std::string_view explained;  // what it does and how it is written
     // The value as it is stored; nothing if the text is not one.
     std::optional<std::string> (*read)(std::string_view typed);
+    bool is_yes_or_no() const;
 };
 std::span<const TillSetting> till_settings();
 

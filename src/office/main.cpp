@@ -8,6 +8,7 @@
 #include "common/file_devices.h"
 #include "common/files.h"
 #include "office/office.h"
+#include "shop/place.h"
 #include "startup/shop_files.h"
 #include "startup/start_up.h"
 #include "ui/program.h"
@@ -29,15 +30,17 @@ constexpr int wrong_command_line = 2;
 
 // Where there is no shop, makes one; returns false if the user did not want to.
 bool is_shop_there(common::Clock& clock) {
-    if (startup::has_connection_file(startup::shop_folder())) return true;
-    const std::filesystem::path folder = startup::new_shop_folder();
+    const std::filesystem::path found = startup::shop_folder();
+    if (shop::has_shop(found)) return true;
+    const std::filesystem::path folder =
+        startup::has_connection_file(found) ? found : startup::new_shop_folder();
     startup::ActivityLog log(folder, clock);
     common::FileDevices devices(folder.string());
     ui::ScreenPrompts prompts;
     const ui::KeyQueue keys;
     if (!office::first_start(folder, {prompts, clock, devices, log}, ui::show_full_screen)) return false;
     // The folder that was made is the shop's from now on, wherever the program was started.
-    return startup::has_connection_file(startup::shop_folder());
+    return shop::has_shop(startup::shop_folder());
 }
 
 }  // namespace

@@ -8,6 +8,9 @@
 #include "ui/purchases/suppliers_page.h"
 #include "ui/reports/report_page.h"
 #include "ui/reports/today_page.h"
+#include "ui/shop/lists_page.h"
+#include "ui/shop/settings_page.h"
+#include "ui/shop/users_page.h"
 
 namespace office {
 
@@ -35,6 +38,9 @@ const std::vector<Entry>& entries() {
         {"counting", "ال&جرد", Action::count_stock, make_page<ui::CountingPage>},
         {"needs", "النواقص والصلاحي&ة", Action::count_stock, make_page<ui::NeedsPage>},
         {"reports", "ا&لتقارير", Action::see_reports, make_page<ui::ReportPage>},
+        {"lists", "القوا&ئم", Action::edit_lists, make_page<ui::ListsPage>},
+        {"users", "ال&مستخدمون", Action::edit_users, make_page<ui::UsersPage>},
+        {"settings", "الإ&عدادات", Action::edit_lists, make_page<ui::SettingsPage>},
         {"journal", "سجل الأحدا&ث", Action::daily_statement, nullptr, run_journal},
     };
     return table;

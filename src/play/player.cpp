@@ -12,6 +12,7 @@
 #include "database/sqlserver/open.h"
 #include "office/office.h"
 #include "play/screen_reader.h"
+#include "shop/place.h"
 #include "startup/connection_file.h"
 #include "startup/shop_files.h"
 #include "startup/start_up.h"
@@ -236,7 +237,7 @@ void Player::run_till(const startup::Environment& environment, const common::Ser
 void Player::run_office(const startup::Environment& environment, const common::Services& services,
                         ui::ServerLink& link) {
     const auto show = [this](QWidget& window) { show_window(window); };
-    if (!startup::has_connection_file(environment.working_folder) &&
+    if (!shop::has_shop(environment.working_folder) &&
         !office::first_start(environment.working_folder, services, show))
         return;
     startup::StartUp(environment, services)

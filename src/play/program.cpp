@@ -75,10 +75,11 @@ std::size_t steps_done(const PlayShop& shop) {
     return done;
 }
 
-// A step that damages the shop's file; a shop on a server has none.
+// A step that damages the shop's file, or begins without a shop; a shop on a server has none.
 const Step* step_on_shop_file(const Script& script) {
     const auto found = std::find_if(script.steps.begin(), script.steps.end(), [](const Step& step) {
-        return step.verb == "file" && step.rest.starts_with("shop.db");
+        return (step.verb == "file" && step.rest.starts_with("shop.db")) ||
+               (step.verb == "shop" && step.rest == "none");
     });
     return found == script.steps.end() ? nullptr : &*found;
 }

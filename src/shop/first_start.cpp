@@ -1,13 +1,20 @@
 #include "shop/first_start.h"
 
 #include <fmt/format.h>
+#include <stdlib.h>
+
+#include <algorithm>
+#include <system_error>
 
 #include "common/denominations.h"
+#include "common/files.h"
+#include "common/named_values.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "common/typed.h"
 #include "database/form.h"
 #include "database/till_settings.h"
+#include "goods/item_import.h"
 #include "printing/workstation_printer.h"
 #include "shop/messages.h"
 #include "shop/refused.h"
@@ -242,6 +249,65 @@ std::string FirstStart::port_of_drawer() const {
     return trimmed(fields.drawer_port);
 }
 
+namespace {
+
+// Imports the items; throws Refused with the lines at fault.
+std::size_t import(database::Connection& connection, const std::string& csv, const common::Moment& now) {
+    constexpr std::size_t most_shown = 6;
+    const goods::ImportPlan plan = goods::plan_import(connection, csv, false);
+    goods::ImportOutcome outcome;
+    outcome.problems = plan.problems;
+    if (outcome.problems.empty()) outcome = goods::write_import(connection, signin::Session(), plan, now);
+    if (outcome.problems.empty()) return outcome.items;
+    std::string text(message::items_refused);
+    for (std::size_t i = 0; i < std::min(most_shown, outcome.problems.size()); ++i)
+        text += fmt::format("\n{}: {}", outcome.problems[i].line, outcome.problems[i].reason.arabic);
+    if (outcome.problems.size() > most_shown)
+        text += fmt::format("\n{}{}", message::and_more, outcome.problems.size() - most_shown);
+    throw Refused(text, text);
+}
+
+class ScratchFolder {
+  public:
+    ScratchFolder() {
+        std::string name = (fs::temp_directory_path() / "tallvex-new-XXXXXX").string();
+        if (mkdtemp(name.data()) != nullptr) path_ = name;
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+    ~ScratchFolder() {
+        std::error_code ignored;
+        if (!path_.empty()) fs::remove_all(path_, ignored);
+    }
+    fs::path shop() const { return path_ / "shop"; }
+
+  private:
+    fs::path path_;
+};
+
+}  // namespace
+
+std::optional<Refusal> FirstStart::read_items(const common::Moment& now) {
+    constexpr std::string_view field = "first_items_file";
+    items_.clear();
+    item_count_ = 0;
+    const std::string file = trimmed(fields.items_file);
+    if (file.empty()) return std::nullopt;
+    std::string csv;
+    try {
+        csv = common::read_file(file);
+    } catch (const std::system_error&) {
+        return Refusal(field, std::string(message::no_such_file) + file);
+    }
+    const ScratchFolder scratch;
+    NewShop trial;
+    trial.folder = scratch.shop();
+    trial.add = [&](database::Connection& connection) { item_count_ = import(connection, csv, now); };
+    auto refusal = refusal_of(field, [&] { make_shop(trial, now); });
+    if (!refusal) items_ = std::move(csv);
+    return refusal;
+}
+
 std::vector<std::pair<std::string, std::string>> FirstStart::summary() const {
     std::string places;
     for (const NewDrawer& drawer : drawers())
@@ -255,10 +321,11 @@ std::vector<std::pair<std::string, std::string>> FirstStart::summary() const {
             {"الأدراج", places},
             {"الطابعة", on_port ? printer.receipt_port : "طابعة النظام"},
             {"المستخدمون", people},
+            {"الأصناف", item_count_ == 0 ? "لا توجد بعد" : std::to_string(item_count_)},
             {"المجلد", folder_.string()}};
 }
 
-void FirstStart::make(const common::Moment& now, const std::function<void(database::Connection&)>& add) {
+void FirstStart::make(const common::Moment& now) {
     NewShop wanted;
     wanted.folder = folder_;
     wanted.name = trimmed(fields.name);
@@ -276,8 +343,8 @@ void FirstStart::make(const common::Moment& now, const std::function<void(databa
         if (values && *values != common::default_denominations())
             database::set_till_setting(connection, database::setting::denominations,
                                        common::denominations_text(*values));
-        if (add) add(connection);
-        printing::keep_printer_choice(printing::printer_file(folder_, 1), printer);
+        if (!items_.empty()) import(connection, items_, now);
+        printing::keep_printer_choice(common::printer_file(folder_, 1), printer);
     };
     make_shop(wanted, now);
 }

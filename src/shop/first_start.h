@@ -59,10 +59,12 @@ class FirstStart {
     const std::filesystem::path& folder() const { return folder_; }
     // Refuses what a step lacks, or what cannot be.
     std::optional<common::Refusal> check(FirstStep step) const;
+    // Reads the items file and tries it on a shop that is thrown away. Refused with the lines at fault.
+    std::optional<common::Refusal> read_items(const common::Moment& now);
     // What the shop will be, as captions and values.
     std::vector<std::pair<std::string, std::string>> summary() const;
-    // Makes the shop; all of it or nothing. `add` writes what else it begins with. Throws Refused.
-    void make(const common::Moment& now, const std::function<void(database::Connection&)>& add = {});
+    // Makes the shop; all of it or nothing. Throws Refused.
+    void make(const common::Moment& now);
 
   private:
     std::optional<common::Refusal> check_drawers() const;
@@ -72,6 +74,8 @@ class FirstStart {
     std::string port_of_drawer() const;
 
     std::filesystem::path folder_;
+    std::string items_;  // the file's text
+    std::size_t item_count_ = 0;
 };
 
 }  // namespace shop

@@ -49,7 +49,8 @@ void ListEditor::open(const ListDescription& list) {
     parents_.clear();
     if (list.parent.empty()) return;
     const ListDescription& parent = list_named(list.parent);
-    parents_ = database::choices(connection_.query(Sql(parent.all)), parent.key, parent.fields.front().column);
+    parents_ =
+        database::choices(connection_.query(Sql(parent.all)), parent.key, parent.fields.front().column);
 }
 
 ListRow ListEditor::row_of(const database::Row& row) const {
@@ -95,7 +96,7 @@ std::optional<Refusal> ListEditor::check(const ListRow& row) const {
     }
     std::vector<ListRow> others;
     std::ranges::copy_if(rows_, std::back_inserter(others), [&](const ListRow& other) {
-        return other.code != row.code || (list_->and_parent && other.parent != row.parent);
+        return other.code != row.code || (list_->is_counted_in_parent() && other.parent != row.parent);
     });
     for (const ListRow& other : others)
         if (other.parent == row.parent && common::equal_ignoring_case(trimmed_name(other), trimmed_name(row)))
@@ -106,8 +107,7 @@ std::optional<Refusal> ListEditor::check(const ListRow& row) const {
 std::optional<Refusal> ListEditor::save(ListRow& row, const ListRow& read) {
     for (FieldValue& value : row.values)
         if (auto* text = std::get_if<std::string>(&value)) *text = std::string(common::trim(*text));
-    if (!list_->parent.empty())
-        row.parent = std::get<std::optional<std::int64_t>>(row.values[1]).value_or(0);
+    if (!list_->parent.empty()) row.parent = std::get<std::optional<std::int64_t>>(row.values[1]).value_or(0);
     if (auto refusal = check(row)) return refusal;
     if (!signin::authorise_change(session_, services_.prompts, signin::Action::edit_lists))
         return Refusal({}, {});
@@ -127,7 +127,7 @@ std::optional<Refusal> ListEditor::write(ListRow& row, const ListRow& read) {
     database::hold_numbers(connection_);
     if (read.code == 0) {
         Sql highest(list_->highest);
-        if (list_->where_parent) highest = highest + *list_->where_parent + row.parent;
+        if (list_->is_counted_in_parent()) highest = highest + list_->where_parent + row.parent;
         row.code = database::integer_of(connection_.scalar(highest)) + 1;
     } else if (auto refusal = changed_since(read)) {
         return refusal;
@@ -162,7 +162,6 @@ std::optional<Refusal> ListEditor::changed_since(const ListRow& read) {
 }
 
 std::optional<Refusal> ListEditor::erase(const ListRow& row) {
-    if (list_->is_fixed) return Refusal({}, message::rows_are_fixed);
     if (!signin::authorise_change(session_, services_.prompts, signin::Action::edit_lists))
         return Refusal({}, {});
     std::optional<Refusal> refusal;
@@ -184,7 +183,7 @@ std::optional<Refusal> ListEditor::erase(const ListRow& row) {
 
 Sql ListEditor::narrowed(database::Fragment statement, const ListRow& row) const {
     Sql sql = Sql(statement) + row.code;
-    if (list_->and_parent) sql = sql + *list_->and_parent + row.parent;
+    if (list_->is_counted_in_parent()) sql = sql + list_->and_parent + row.parent;
     return sql;
 }
 
@@ -192,7 +191,7 @@ std::string ListEditor::uses(const ListRow& row) {
     std::vector<std::string_view> places;
     for (const Reference& reference : list_->references) {
         Sql find = Sql(reference.find) + row.code;
-        if (reference.and_parent) find = find + *reference.and_parent + row.parent;
+        if (!reference.and_parent.text().empty()) find = find + reference.and_parent + row.parent;
         const bool is_used = !connection_.query(find).empty();
         if (is_used && std::ranges::find(places, reference.words) == places.end())
             places.push_back(reference.words);

@@ -23,7 +23,7 @@ namespace shop {
 struct Reference {
     std::string_view words;
     database::Fragment find;
-    std::optional<database::Fragment> and_parent = {};
+    database::Fragment and_parent = "";
 };
 
 // A row as the editor holds it: its code, that of its parent (0 without one) and the values of the fields.
@@ -39,20 +39,20 @@ struct ListDescription {
     std::string_view caption;  // "banks"
     std::string_view one;      // "a bank"
     std::string_view table;
-    std::string_view key;                        // the column of the code
-    database::Fragment all;                      // every row, in the order shown
-    database::Fragment row;                      // one row; the code follows
-    database::Fragment highest;                  // the highest code
-    database::Fragment erase;                    // deletes a row; the code follows
+    std::string_view key;                              // the column of the code
+    database::Fragment all;                            // every row, in the order shown
+    database::Fragment row;                            // one row; the code follows
+    database::Fragment highest;                        // the highest code
+    database::Fragment erase;                          // deletes a row; the code follows
     std::span<const common::FieldDescription> fields;  // the name first
     std::span<const Reference> references;
     // The list that a row belongs to, and its column here, which is the second field.
     std::string_view parent = {};
     std::string_view parent_column = {};
     // Set if codes are counted within the parent: what names the parent in `row`, `highest` and `erase`.
-    std::optional<database::Fragment> and_parent = {};
-    std::optional<database::Fragment> where_parent = {};
-    bool is_fixed = false;  // its rows are renamed, never added or deleted
+    database::Fragment and_parent = "";
+    database::Fragment where_parent = "";
+    bool is_counted_in_parent() const { return !and_parent.text().empty(); }
     // What else is checked of a row among the others.
     std::optional<common::Refusal> (*check)(const ListRow& row, const std::vector<ListRow>& others) = nullptr;
     // What is done in the same transaction once a row was added.

@@ -30,7 +30,39 @@ inline constexpr std::string_view no_drawer = "اكتب اسم الدرج الأ
 inline constexpr std::string_view drawer_left_out = "تركت درجا قبل هذا بدون اسم، والأدراج ترقم بالترتيب";
 inline constexpr std::string_view cash_without_drawer = "كتبت نقدية لدرج بدون اسم";
 inline constexpr std::string_view below_zero = "لا تقبل قيمة أقل من صفر";
+// The items file: there is none of this name; lines that are refused; and so many more.
+inline constexpr std::string_view no_such_file = "لا يوجد ملف بهذا الاسم:\n\u200E";
+inline constexpr std::string_view items_refused =
+    "في الملف سطور لا تقبل، ولم يحفظ منه شيء. صححها ثم أعد المحاولة:";
+inline constexpr std::string_view and_more = "وسطور أخرى: ";
 inline constexpr std::string_view no_denominations =
     "اكتب قيم النقود وبينها مسافات، مثل: 200 100 50 20 10 5 1 0.50 0.25";
+
+// Lists: the row was deleted, or changed (followed by what it is now, field by field), at another office; it
+// is in use (followed by where); a period ends before it begins, or overlaps another one.
+inline constexpr std::string_view row_is_gone = "حذف هذا السطر من جهاز آخر، ولم يحفظ تعديلك";
+inline constexpr std::string_view row_was_changed =
+    "عدل هذا السطر من جهاز آخر منذ عرضه، ولم يحفظ تعديلك. هو الآن:";
+inline constexpr std::string_view row_is_used = "لا يمكن حذفه لأنه مستعمل في: ";
+inline constexpr std::string_view ends_before_it_begins = "نهاية الفترة قبل بدايتها";
+inline constexpr std::string_view overlaps = "تتداخل هذه الفترة مع فترة أخرى: ";
+
+// A period's price: the item has no retail price; the price is not below the card's; no percent.
+inline constexpr std::string_view no_card_price = "ليس لهذا الصنف سعر قطاعي، اكتبه في بطاقة الصنف أولا";
+inline constexpr std::string_view price_not_lower = "سعر الفترة يكون أقل من سعر الصنف وأكبر من صفر";
+inline constexpr std::string_view wrong_percent = "اكتب نسبة الخصم: أكبر من صفر وأقل من 100";
+
+// Users: nobody else could change users any more; it is the user's own right.
+inline constexpr std::string_view last_of_users = "لا يمكن ذلك: لن يبقى أحد له حق تعديل المستخدمين";
+inline constexpr std::string_view own_right = "لا يمكنك أن توقف نفسك أو تسحب حقك في تعديل المستخدمين";
+// Badges: what was scanned is none; it is somebody else's.
+inline constexpr std::string_view no_badge = "رقم البطاقة من 8 إلى 40 رقما بدون حروف";
+inline constexpr std::string_view badge_taken = "هذه البطاقة لمستخدم آخر";
+// Settings: the text is no value (followed by what the setting is); there must be one; the store has no
+// drawer, so nobody could sign in at a till.
+inline constexpr std::string_view wrong_setting = "القيمة غير صحيحة. ";
+inline constexpr std::string_view setting_missing = "هذا الإعداد لا يترك فارغا";
+inline constexpr std::string_view store_without_drawer =
+    "ليس لهذا الفرع أدراج، فلن يدخل أحد من أجهزة الكاشير. أضف له درجا أولا";
 
 }  // namespace shop::message

@@ -148,6 +148,19 @@ void make_on_server(const fs::path& folder, const Place& place, const Fill& fill
 
 }  // namespace
 
+bool was_cut_off(const fs::path& folder, const Place& place) {
+    return is_embedded(place) && fs::exists(unfinished(folder, place));
+}
+
+bool has_shop(const fs::path& folder) {
+    if (!startup::has_connection_file(folder)) return false;
+    try {
+        return !was_cut_off(folder, startup::read_connection_file(folder));
+    } catch (const startup::StartUpError&) {
+        return true;  // start-up says what is wrong with the file
+    }
+}
+
 void make_place(const fs::path& folder, const Place& place, const Fill& fill,
                 const std::function<fs::path()>& keep_password) {
     std::error_code failed;
@@ -157,8 +170,7 @@ void make_place(const fs::path& folder, const Place& place, const Fill& fill,
             "the folder " + folder.string() + " cannot be made" + (failed ? ": " + failed.message() : ""),
             std::string(message::folder_not_made) + folder.string());
     }
-    const bool was_cut_off = is_embedded(place) && fs::exists(unfinished(folder, place));
-    if (startup::has_connection_file(folder) && !was_cut_off)
+    if (startup::has_connection_file(folder) && !was_cut_off(folder, place))
         throw Refused("the folder " + folder.string() + " belongs to a shop already",
                       std::string(message::shop_there) + folder.string());
     if (is_embedded(place) && fs::exists(startup::shop_file(place, folder))) {

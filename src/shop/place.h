@@ -44,6 +44,11 @@ std::string shop_version();
 // those it wrote.
 std::vector<std::filesystem::path> write_shop_files(const std::filesystem::path& folder);
 
+// Whether the making of an embedded shop was cut off in this folder; it can be made again.
+bool was_cut_off(const std::filesystem::path& folder, const Place& place);
+// Whether a program can be started on the folder.
+bool has_shop(const std::filesystem::path& folder);
+
 // Creates the folder, the files and an empty database, which `fill` gives its schema and rows. Refused, and
 // nothing is left, if there is a shop already or the folder cannot be written. An embedded shop gets its name
 // when it is complete. On a server a failure leaves what was written; the message then says what to do.

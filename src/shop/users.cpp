@@ -5,7 +5,9 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "database/choices.h"
+#include "database/next_number.h"
 #include "database/recordset.h"
+#include "database/transaction.h"
 #include "shop/messages.h"
 #include "shop/refused.h"
 #include "signin/permissions.h"
@@ -70,6 +72,14 @@ std::string permission_string(std::string_view list, std::string_view before) {
     return permissions;
 }
 
+std::string with_right(std::string_view permissions, signin::Action right, bool allowed) {
+    std::string changed(permissions.substr(0, permission_places));
+    changed.resize(permission_places, '0');
+    for (const signin::Permission& action : signin::guarded_actions())
+        if (action.action == right) put(changed, action.position, allowed ? '1' : '0');
+    return changed;
+}
+
 std::vector<std::string_view> allowed_actions(std::string_view permissions) {
     std::vector<std::string_view> names;
     for (const signin::Permission& action : signin::guarded_actions())
@@ -92,7 +102,16 @@ void require_user_name(std::string_view name) {
                       std::string(message::name_is_number));
 }
 
-namespace {
+void require_free_name(Connection& connection, std::string_view name, std::int64_t own) {
+    require_user_name(name);
+    if (!database::TextLimits(connection, "users").fits("name", name))
+        throw Refused("the name is too long", std::string(message::name_too_long));
+    if (!connection
+             .query(Sql("select code from users where [name] = ") + quoted(name) + " and code <> " + own)
+             .empty())
+        throw Refused("there is a user \"" + std::string(name) + "\" already",
+                      std::string(message::name_taken) + std::string(name));
+}
 
 std::string checked_password(Connection& connection, std::string_view password) {
     const std::string_view kept = common::trim(password);
@@ -100,8 +119,6 @@ std::string checked_password(Connection& connection, std::string_view password) 
         throw Refused("the password is too long", std::string(message::password_too_long));
     return std::string(kept);
 }
-
-}  // namespace
 
 User find_user(Connection& connection, std::string_view who) {
     const auto code = common::parse_integer(who);
@@ -116,18 +133,12 @@ User find_user(Connection& connection, std::string_view who) {
     return {rows.front().integer("code"), rows.front().text("name"), rows.front().text("perm")};
 }
 
-std::int64_t add_user(Connection& connection, std::string_view name, std::string_view password,
-                      std::string_view permissions) {
+std::int64_t insert_user(Connection& connection, std::string_view name, std::string_view password,
+                         std::string_view permissions) {
     const std::string_view kept = common::trim(name);
-    require_user_name(kept);
-    if (!database::TextLimits(connection, "users").fits("name", kept))
-        throw Refused("the name is too long", std::string(message::name_too_long));
-    if (!connection.query(Sql("select code from users where [name] = ") + quoted(kept)).empty()) {
-        throw Refused("there is a user \"" + std::string(kept) + "\" already",
-                      std::string(message::name_taken) + std::string(kept));
-    }
+    require_free_name(connection, kept);
     const std::string pass = checked_password(connection, password);
-    const std::int64_t code = database::integer_of(connection.scalar("select max(code) from users")) + 1;
+    const std::int64_t code = database::next_number(connection, "select max(code) from users");
     Recordset users(connection, "select * from users");
     users.add();
     users.set("code", code);
@@ -135,6 +146,14 @@ std::int64_t add_user(Connection& connection, std::string_view name, std::string
     users.set("pass", pass);
     users.set("perm", permissions);
     users.update();
+    return code;
+}
+
+std::int64_t add_user(Connection& connection, std::string_view name, std::string_view password,
+                      std::string_view permissions) {
+    std::int64_t code = 0;
+    database::in_transaction(connection,
+                             [&] { code = insert_user(connection, name, password, permissions); });
     connection.make_durable();
     return code;
 }

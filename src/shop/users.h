@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "database/connection.h"
+#include "signin/permissions.h"
 
 namespace shop {
 
@@ -25,6 +26,15 @@ User find_user(database::Connection& connection, std::string_view who);
 std::int64_t add_user(database::Connection& connection, std::string_view name, std::string_view password,
                       std::string_view permissions);
 
+// The same within a transaction of the caller's.
+std::int64_t insert_user(database::Connection& connection, std::string_view name, std::string_view password,
+                         std::string_view permissions);
+
+// Refused if a user other than `own` has the name, or no user may have it.
+void require_free_name(database::Connection& connection, std::string_view name, std::int64_t own = 0);
+// A password as it is stored, without blanks at both ends. Refused if it is too long.
+std::string checked_password(database::Connection& connection, std::string_view password);
+
 // Drops blanks at both ends, which sign-in ignores. Refused if the password is longer than its column.
 void set_password(database::Connection& connection, std::int64_t code, std::string_view password);
 
@@ -39,6 +49,9 @@ void require_user_name(std::string_view name);
 
 // The length of a permission string.
 inline constexpr std::size_t permission_places = 400;
+
+// The permission string with an action allowed or not, at all of its positions.
+std::string with_right(std::string_view permissions, signin::Action right, bool allowed);
 
 class UnknownAction : public std::invalid_argument {
   public:

@@ -17,6 +17,8 @@ inline constexpr std::string_view badge_without_right = "صاحب هذه الب�
 inline constexpr std::string_view no_such_badge = "البطاقة غير معروفة، اختر المشرف واكتب كلمة السر";
 inline constexpr std::string_view no_supervisor = "لا يوجد مستخدم آخر له هذا الحق";
 inline constexpr std::string_view wrong_approval = "كلمة سر أو بطاقة غير صحيحة لموافقة ";
+// The user is blocked.
+inline constexpr std::string_view blocked = "هذا المستخدم موقوف عن العمل، راجع المدير";
 inline constexpr std::string_view wrong_data = "بيانات غير صحيحة";  // the data are not correct
 // In the office: the user has none of its rights; another program keeps the shop's tables.
 inline constexpr std::string_view no_office_right = "هذا المستخدم ليس له حق في برنامج المكتب";

@@ -8,6 +8,7 @@
 #include "database/reads.h"
 #include "database/sql.h"
 #include "database/till_settings.h"
+#include "signin/blocked.h"
 #include "signin/messages.h"
 #include "signin/passwords.h"
 #include "signin/permissions.h"
@@ -37,9 +38,15 @@ std::string stored_password(database::Connection& connection, std::int64_t user)
 
 SignIn::SignIn(database::Connection& connection, Session& session, common::Services services)
     : connection_(connection), session_(session), services_(services) {
-    for (const auto& row : connection_.query("select * from [users]")) {
-        users_.push_back({row.integer("code"), common::printable(row.text("name"))});
-    }
+    BlockedUsers blocked;
+    database::Reads reads;
+    ask_blocked(reads, blocked);
+    reads.add("select * from [users]", [&](const database::Result& rows) {
+        for (const auto& row : rows)
+            if (!blocked.contains(row.integer("code")))
+                users_.push_back({row.integer("code"), common::printable(row.text("name"))});
+    });
+    reads.run(connection_);
 }
 
 std::string SignIn::pause_text(std::optional<std::int64_t> code) const {
@@ -51,12 +58,19 @@ SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view
         services_.prompts.message(message::enter_user, Icon::exclamation);
         return SignInOutcome::stay_on_list;
     }
-    const auto found = connection_.query(Sql("select * from [users] where code = ") + *code);
-    if (found.empty()) {
+    std::optional<database::Row> found;
+    BlockedUsers blocked;
+    database::Reads reads;
+    reads.add(Sql("select * from [users] where code = ") + *code, [&found](const database::Result& rows) {
+        if (!rows.empty()) found = rows.front();
+    });
+    ask_blocked(reads, blocked);
+    reads.run(connection_);
+    if (!found) {
         services_.prompts.message(message::no_such_user, Icon::exclamation);
         return SignInOutcome::stay_on_list;
     }
-    const database::Row& user = found.front();
+    const database::Row& user = *found;
     session_.permissions = permissions_of(user);
     session_.user_code = user.integer("code");
     session_.user_name = common::printable(user.text("Name"));
@@ -64,6 +78,10 @@ SignInOutcome SignIn::confirm(std::optional<std::int64_t> code, std::string_view
                      {*code, password, user.text("pass"), message::wrong_password, sign_in_code,
                       message::wrong_password}))
         return SignInOutcome::stay_on_password;
+    if (blocked.contains(*code)) {
+        services_.prompts.message(message::blocked, Icon::critical);
+        return SignInOutcome::stay_on_list;
+    }
     if (session_.is_office && !allows_office(session_.permissions)) {
         services_.prompts.message(message::no_office_right, Icon::critical);
         return SignInOutcome::stay_on_list;

@@ -1,8 +1,10 @@
 #include "signin/supervisors.h"
 
 #include "common/text.h"
+#include "database/reads.h"
 #include "database/sql.h"
 #include "signin/badges.h"
+#include "signin/blocked.h"
 #include "signin/messages.h"
 #include "signin/passwords.h"
 
@@ -14,9 +16,15 @@ using database::Sql;
 Supervisors::Supervisors(database::Connection& connection, Session& session, common::Services services,
                          Action action)
     : connection_(connection), session_(session), services_(services) {
-    for (const auto& user : connection_.query("select * from [users] order by code"))
-        if (allows(permissions_of(user), action))
-            users_.push_back({user.integer("code"), common::printable(user.text("name"))});
+    BlockedUsers blocked;
+    database::Reads reads;
+    ask_blocked(reads, blocked);
+    reads.add("select * from [users] order by code", [&](const database::Result& rows) {
+        for (const auto& user : rows)
+            if (!blocked.contains(user.integer("code")) && allows(permissions_of(user), action))
+                users_.push_back({user.integer("code"), common::printable(user.text("name"))});
+    });
+    reads.run(connection_);
 }
 
 std::string Supervisors::pause_text(std::optional<std::int64_t> chosen) const {

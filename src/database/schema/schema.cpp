@@ -87,6 +87,8 @@ constexpr Fragment till_tables[] = {
     "create table till_badge (user_code int not null primary key, salt nvarchar(40) null, hash nvarchar(64) "
     "null, "
     "given datetime null)",
+    // signin/blocked.h
+    "create table till_blocked (user_code int not null primary key, moment datetime null)",
     // sales/draft.h
     "create table till_draft (id bigint not null primary key, past bigint null)",
     // sales/held_invoices.h

@@ -49,6 +49,13 @@ const std::vector<std::pair<QString, QString>>& office_places() {
         {"write_off", "write-off"},
         {"write_offs", "write-off"},
         {"needs_page", "needs"},
+        {"first_start", "first-start"},
+        {"lists_page", "lists"},
+        {"period_prices", "period-prices"},
+        {"users_page", "users"},
+        {"user_password_sheet", "users"},
+        {"user_badge_sheet", "users"},
+        {"settings_page", "settings"},
     };
     return places;
 }

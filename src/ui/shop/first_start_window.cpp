@@ -15,7 +15,6 @@
 #include "shop/refused.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/guard.h"
-#include "ui/widgets/key_queue.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/sheet.h"
 #include "ui/widgets/style.h"
@@ -115,6 +114,7 @@ void FirstStartWindow::build_printers(QWidget* page) {
     ports_->show_rows(std::move(rows));
     ports_->setMinimumHeight(px(220));
     column->addWidget(ports_, 1);
+    connect(ports_, &ListTable::row_taken, this, [this] { next(); });
     auto* row = new QHBoxLayout;
     row->setSpacing(px(10));
     row->addWidget(label("عرض الورق", "side"));
@@ -221,13 +221,18 @@ bool FirstStartWindow::read_step() {
     return form.accept(logic_.check(step), services_.prompts);
 }
 
+bool FirstStartWindow::read_items() {
+    if (shop::first_steps[at_] != FirstStep::items) return true;
+    return forms_[at_].accept(logic_.read_items(services_.clock.now()), services_.prompts);
+}
+
 void FirstStartWindow::next() {
     if (Sheet::top_of(this) != nullptr) return;
     if (is_made()) return leave(true);
     guarded(services_, "FirstStart", [&] {
         if (shop::first_steps[at_] == FirstStep::summary)
             make();
-        else if (read_step())
+        else if (read_step() && read_items())
             show_step(at_ + 1);
     });
 }
@@ -282,11 +287,6 @@ void FirstStartWindow::keyPressEvent(QKeyEvent* event) {
             back();
         else
             give_up();
-        return;
-    }
-    if (is_enter(event->key())) {
-        event->accept();
-        next();
         return;
     }
     FrontWindow::keyPressEvent(event);

@@ -45,6 +45,8 @@ class FirstStartWindow : public FrontWindow {
     void make();
     // Takes the fields of the step over; says why not.
     bool read_step();
+    // At the step of the items, tries the file.
+    bool read_items();
     printing::PrinterChoice marked_printer() const;
     void test_printer();
     bool is_made() const { return at_ >= shop::first_steps.size(); }
