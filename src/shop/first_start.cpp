@@ -51,7 +51,7 @@ common::FieldDescription digits(const char* name, const char* caption, common::F
 const Field shop_fields[] = {
     {&Fields::name, text("first_name", "ا&سم المحل", {0, 0, 2}, message::no_shop_name)},
     {&Fields::second_name, text("first_second_name", "ال&عنوان، أو سطر ثان تحت الاسم", {1, 0, 2})},
-    {&Fields::telephone, digits("first_telephone", "ال&تليفون", {2, 0, 1})},
+    {&Fields::telephone, digits("first_telephone", "التليف&ون", {2, 0, 1})},
 };
 
 const Field drawer_fields[] = {
@@ -62,9 +62,7 @@ const Field drawer_fields[] = {
     {&Fields::opening_2, amount("first_opening_2", "النقدية فيه الآن", {2, 1})},
     {&Fields::drawer_3, text("first_drawer_3", "درج نقطة البيع &3", {3, 0})},
     {&Fields::opening_3, amount("first_opening_3", "النقدية فيه الآن", {3, 1})},
-    {&Fields::drawer_4, text("first_drawer_4", "درج نقطة البيع &4", {4, 0})},
-    {&Fields::opening_4, amount("first_opening_4", "النقدية فيه الآن", {4, 1})},
-    {&Fields::denominations, digits("first_denominations", "&فئات النقود الورقية والمعدنية", {5, 0, 2})},
+    {&Fields::denominations, digits("first_denominations", "فئات ال&نقود الورقية والمعدنية", {4, 0, 2})},
 };
 
 const Field printer_fields[] = {
@@ -74,7 +72,7 @@ const Field printer_fields[] = {
 const Field user_fields[] = {
     {&Fields::owner, text("first_owner", "اسم &صاحب المحل", {0, 0}, message::no_name)},
     {&Fields::owner_password, text("first_owner_password", "كلمة ال&سر", {0, 1}, message::no_password)},
-    {&Fields::owner_again, text("first_owner_again", "كلمة السر مرة أ&خرى", {0, 2})},
+    {&Fields::owner_again, text("first_owner_again", "كلمة السر &مرة أخرى", {0, 2})},
     {&Fields::cashier_1, text("first_cashier_1", "الكاشير &1", {1, 0})},
     {&Fields::password_1, text("first_password_1", "كلمة سره", {1, 1})},
     {&Fields::cashier_2, text("first_cashier_2", "الكاشير &2", {2, 0})},
@@ -96,7 +94,6 @@ constexpr DrawerMembers drawer_members[] = {
     {&Fields::drawer_1, &Fields::opening_1, "first_drawer_1"},
     {&Fields::drawer_2, &Fields::opening_2, "first_drawer_2"},
     {&Fields::drawer_3, &Fields::opening_3, "first_drawer_3"},
-    {&Fields::drawer_4, &Fields::opening_4, "first_drawer_4"},
 };
 
 struct UserMembers {

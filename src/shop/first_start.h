@@ -24,8 +24,8 @@ struct FirstStartFields {
     std::string telephone;
 
     std::string store = "الفرع الرئيسي";
-    std::string drawer_1 = "درج 1", drawer_2, drawer_3, drawer_4;  // one without a name does not exist
-    std::string opening_1 = "0.00", opening_2 = "0.00", opening_3 = "0.00", opening_4 = "0.00";
+    std::string drawer_1 = "درج 1", drawer_2, drawer_3;  // one without a name does not exist
+    std::string opening_1 = "0.00", opening_2 = "0.00", opening_3 = "0.00";
 
     std::string denominations;
     std::string drawer_port;  // empty: no drawer that opens by itself

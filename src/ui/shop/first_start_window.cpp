@@ -65,7 +65,7 @@ FirstStartWindow::FirstStartWindow(const std::filesystem::path& folder, const co
     foot->setSpacing(px(10));
     next_ = foot_button(foot, "first_next", next_caption, 2, [this] { next(); });
     set_role(next_, "main");
-    back_ = foot_button(foot, "first_back", "ال&سابق", 1, [this] { back(); });
+    back_ = foot_button(foot, "first_back", "السا&بق", 1, [this] { back(); });
     auto* leave_button = foot_button(foot, "first_leave", "&خروج", 1, [this] { give_up(); });
     for (QPushButton* button : {next_, back_, leave_button})
         button->setMinimumHeight(px(50));

@@ -140,6 +140,12 @@ void ListsPage::show_list() {
     show_rows(0, 0);
     setTabOrder(lists_, search_);
     setTabOrder(search_, rows_);
+    QWidget* former = rows_;
+    for (const common::FieldDescription& field : list.fields) {
+        setTabOrder(former, form_->field(field.name));
+        former = form_->field(field.name);
+    }
+    setTabOrder(former, add_);
 }
 
 void ListsPage::build_form() {

@@ -61,6 +61,7 @@ UsersPage::UsersPage(const Context& context)
     users_->set_look([this](int row, int) {
         return logic_.rows()[static_cast<std::size_t>(row)].blocked ? CellLook::dimmed : CellLook::plain;
     });
+    users_->setMinimumHeight(px(136));
     column->addWidget(users_, 1);
     name_ = text_field("user_name");
     column->addWidget(captioned("الا&سم", name_));
