@@ -37,7 +37,7 @@ constexpr std::string_view ask_book = "ترحيل فروق هذا الجرد إ�
 constexpr std::string_view ask_give_up = "إلغاء هذا الجرد؟ لن يغير ما عد شيئا في الأرصدة.";
 // "Goods that nobody counted: … What is their stock?"
 constexpr std::string_view not_counted = "أصناف لها رصيد ولم تعد: ";
-constexpr common::Choices missing_choices = {"تصبح صفرا", "تبقى كما هي"};  // becomes 0, stays
+constexpr common::Choices missing_choices = {"صفر", "كما هو"};  // 0, as it is
 // "Of … items goods moved between their lines: count them again, or book as it is."
 constexpr auto moved = "تحرك رصيدها بين سطور عدها: ";
 
@@ -79,7 +79,7 @@ QWidget* StockCountSheet::build_entry() {
     auto* row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(px(10));
-    item_ = new ItemField("count_item", context_, card());
+    item_ = new ItemField("count_item", context_, this);
     item_->set_store(count_.store);
     row->addWidget(captioned("ال&صنف", item_), 3);
     picked_name_ = label({}, "figure", "count_picked");
