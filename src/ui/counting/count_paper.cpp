@@ -29,7 +29,7 @@ const Column columns[] = {
     {"الدفتر", 0.9, true, false, false, [](const Difference& one) { return quantity_text(one.stock); }},
     {"الفرق", 0.9, true, false, true, [](const Difference& one) { return quantity_text(one.surplus()); }},
     {"القيمة", 1.1, true, true, false, [](const Difference& one) { return one.value().text(); }},
-    {"تحرك أثناء العد", 1.1, true, false, true, moved_text},
+    {"تحرك", 1.1, true, false, true, moved_text},
     {"وقت العد", 1.5, true, false, true, [](const Difference& one) { return minute_text(one.moment); }},
     {"المستخدم", 1.2, false, false, true, [](const Difference& one) { return one.user; }},
 };
