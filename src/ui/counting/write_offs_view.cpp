@@ -127,9 +127,8 @@ void WriteOffsView::reverse() {
 
 std::vector<std::string> WriteOffsView::cells_of(const counting::WriteOffRow& row) const {
     std::vector<std::string> cells = {
-        std::to_string(row.number),    minute_text(row.moment), row.store_name,
-        std::to_string(row.line.item), row.line.name,           quantity_text(row.line.quantity),
-        expiry_text(row.line.expiry),  row.line.reason};
+        std::to_string(row.number),       common::date_text(row.moment.date), row.store_name, row.line.name,
+        quantity_text(row.line.quantity), expiry_text(row.line.expiry),       row.line.reason};
     if (sees_cost_) cells.push_back(row.line.value().text());
     return cells;
 }
