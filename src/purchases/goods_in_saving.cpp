@@ -5,6 +5,7 @@
 #include "database/choices.h"
 #include "purchases/goods_in.h"
 #include "purchases/messages.h"
+#include "reports/frozen_day.h"
 #include "signin/permissions.h"
 
 namespace purchases {
@@ -62,6 +63,9 @@ bool GoodsIn::confirm() {
         if (retail_of(at) > 0 && retail_of(at) <= cost_of(at)) below_cost.push_back(line.name);
         if (line.batch() <= receipt_.date) expired.push_back(line.name);
     }
+    if (reports::is_frozen(connection_, receipt_.store, receipt_.date) &&
+        !services_.prompts.question(message::ask_closed_day, common::Icon::exclamation))
+        return false;
     if (!confirm_invoice() || !confirm_names(free, message::free_goods, message::ask_free_goods))
         return false;
     return receipt_.is_return() ||

@@ -1,5 +1,7 @@
 #include "purchases/receipt.h"
 
+#include "reports/discount_share.h"
+
 namespace purchases {
 
 using common::Amount;
@@ -11,17 +13,13 @@ Amount Receipt::total() const {
     return sum;
 }
 
-// By the value of the lines; the last one takes what the roundings leave.
 std::vector<Amount> Receipt::costs() const {
-    const Amount all = total();
-    Amount left = tax - discount;
-    const double share = all.is_zero() ? 0 : left.value() / all.value();
     std::vector<Amount> costs;
-    for (const Line& line : lines) {
-        const Amount part = costs.size() + 1 == lines.size() ? left : Amount(line.value().value() * share);
-        costs.push_back(line.value() + part);
-        left -= part;
-    }
+    for (const Line& line : lines)
+        costs.push_back(line.value());
+    const std::vector<Amount> shares = reports::shares_of(tax - discount, costs);
+    for (std::size_t at = 0; at < costs.size(); ++at)
+        costs[at] += shares[at];
     return costs;
 }
 

@@ -221,6 +221,12 @@ TEST(GoodsInDesk, RefusesWhatIsTypedWrongAndAsksAboutTheUnusual) {
     EXPECT_TRUE(desk.save());
     EXPECT_EQ(buyer.services.prompts.questions.back().find("7' or 1=1"),
               std::string(message::same_invoice_before).size());
+    // A closed day.
+    buyer.shop.sql("insert into till_day (stcode,[day]) select 1,'2026/11/21'");
+    desk.head.invoice.clear();
+    EXPECT_TRUE(desk.save());
+    EXPECT_EQ(buyer.services.prompts.questions.back(), message::ask_closed_day);
+    buyer.shop.sql("delete from till_day");
     desk.begin(PurchaseKind::vendor_return);
     desk.head.supplier = 3;
     buyer.add(desk, 200, 1, 2);

@@ -14,7 +14,7 @@
 #include "common/numbers.h"
 #include "sales/items.h"
 #include "signin/permissions.h"
-#include "ui/printing/output_buttons.h"
+#include "ui/printing/report_foot.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
@@ -105,8 +105,8 @@ QWidget* ProposalView::build_foot() {
     connect(quantity_, &QLineEdit::returnPressed, this, [this] { set_quantity(); });
     note_ = label({}, "side", "proposal_note");
     row->addWidget(note_, 1);
-    new OutputButtons(
-        this, row, "proposal", context_, [this] { return paper(); }, note_);
+    add_report_buttons(
+        row, "proposal", context_, [this] { return paper(); }, note_);
     return bar;
 }
 

@@ -10,7 +10,7 @@
 #include "accounts/messages.h"
 #include "accounts/parties.h"
 #include "signin/permissions.h"
-#include "ui/printing/output_buttons.h"
+#include "ui/printing/report_foot.h"
 #include "ui/purchases/papers.h"
 #include "ui/purchases/saved_receipt_sheet.h"
 #include "ui/widgets/list_table.h"
@@ -80,9 +80,8 @@ QWidget* ReceiptsPage::build_foot() {
     button("receipts_return", "إرجاع &بضاعة", [this] { begin(PurchaseKind::vendor_return); });
     button("receipts_open", "&فتح", [this] { show_document(); });
     row->addStretch(1);
-    new OutputButtons(
-        this, row, "receipts", context_, [this] { return paper_of(rows_, period_, context_.session); },
-        note_);
+    add_report_buttons(
+        row, "receipts", context_, [this] { return paper_of(rows_, period_, context_.session); }, note_);
     return bar;
 }
 

@@ -14,7 +14,7 @@
 #include "purchases/messages.h"
 #include "signin/permissions.h"
 #include "ui/goods/label_sheet.h"
-#include "ui/printing/output_buttons.h"
+#include "ui/printing/report_foot.h"
 #include "ui/purchases/papers.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/style.h"
@@ -81,8 +81,8 @@ void SavedReceiptSheet::build_foot() {
     body()->addLayout(sums);
     auto* row = new QHBoxLayout;
     row->setSpacing(px(10));
-    new OutputButtons(
-        this, row, "saved_receipt", context_, [this] { return paper(); }, note_);
+    add_report_buttons(
+        row, "saved_receipt", context_, [this] { return paper(); }, note_);
     row->addStretch(1);
     if (receipt_.kind == PurchaseKind::supply) {
         foot_button(row, "saved_receipt_labels", "م&لصقات", 0, [this] {

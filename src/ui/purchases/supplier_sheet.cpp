@@ -10,7 +10,7 @@
 
 #include "accounts/messages.h"
 #include "signin/permissions.h"
-#include "ui/printing/output_buttons.h"
+#include "ui/printing/report_foot.h"
 #include "ui/purchases/papers.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/style.h"
@@ -100,8 +100,8 @@ SupplierStatementSheet::SupplierStatementSheet(QWidget* host, const Context& con
     foot->setSpacing(px(10));
     note_ = label({}, "side", "supplier_note_line");
     foot->addWidget(note_, 1);
-    new OutputButtons(
-        this, foot, "supplier_statement", context_,
+    add_report_buttons(
+        foot, "supplier_statement", context_,
         [this] { return paper_of(statement_, name_, start_, end_, context_.session); }, note_);
     foot_button(foot, "supplier_statement_back", "&رجوع", 0, [this] {
         leave(0);

@@ -8,7 +8,7 @@
 
 #include "common/numbers.h"
 #include "common/search.h"
-#include "ui/printing/output_buttons.h"
+#include "ui/printing/report_foot.h"
 #include "ui/purchases/proposal_view.h"
 #include "ui/purchases/supplier_sheet.h"
 #include "ui/widgets/fields.h"
@@ -72,8 +72,8 @@ SuppliersPage::SuppliersPage(const Context& context)
     button("suppliers_new", "إ&ضافة مورد", &SuppliersPage::add);
     button("suppliers_orders", "الطلبا&ت", &SuppliersPage::propose_orders);
     row->addStretch(1);
-    new OutputButtons(
-        this, row, "suppliers", context_, [this] { return paper_of(suppliers_, context_.session); }, note_);
+    add_report_buttons(
+        row, "suppliers", context_, [this] { return paper_of(suppliers_, context_.session); }, note_);
     column->addLayout(row);
     connect(search_, &QLineEdit::textChanged, this, [this] { pause_.begin(); });
     connect(search_, &QLineEdit::returnPressed, this, [this] {
