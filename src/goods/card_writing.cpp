@@ -74,6 +74,7 @@ void ItemCard::write_row(const Checked& checked) {
     database::Recordset row(connection_, Sql("select * from items where code = ") + code_);
     if (is_new_) {
         row.add();
+        row.set("code", code_);
         row.set("num1", 1);
         for (int unit = 1; unit <= units; ++unit)
             for (int level = 1; level <= price_levels; ++level)

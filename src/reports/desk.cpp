@@ -16,7 +16,7 @@ constexpr std::string_view all_stores = "كل الفروع";
 
 constexpr common::FormField<DeskFields> fields_of_desk[] = {
     // report, period, from date, to date, store
-    {&DeskFields::kind, {"report_kind", "&نوع التقرير", FieldKind::choice, {0, 0, 2}}},
+    {&DeskFields::kind, {"report_kind", "نوع الت&قرير", FieldKind::choice, {0, 0, 2}}},
     {&DeskFields::preset, {"report_preset", "الم&دة", FieldKind::choice, {0, 2}}},
     {&DeskFields::start, {"report_start", "من &تاريخ", FieldKind::date, {0, 3}}},
     {&DeskFields::end, {"report_end", "إلى تاري&خ", FieldKind::date, {0, 4}}},

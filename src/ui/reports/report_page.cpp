@@ -93,7 +93,7 @@ QWidget* ReportPage::build_foot() {
                         });
                     }),
              "main");
-    button("report_preview", "معاين&ة", [this] {
+    button("report_preview", "معاي&نة", [this] {
         guarded(context_.services, "PreviewReport", [&] {
             context_.reports.preview(logic_.paper());
             if (const QString kept = kept_text(context_); !kept.isEmpty()) note_->setText(kept);

@@ -145,7 +145,10 @@ void ListsPage::show_list() {
         setTabOrder(former, form_->field(field.name));
         former = form_->field(field.name);
     }
-    setTabOrder(former, add_);
+    for (QWidget* button : {add_, save_, erase_, prices_}) {
+        setTabOrder(former, button);
+        former = button;
+    }
 }
 
 void ListsPage::build_form() {
