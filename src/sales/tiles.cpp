@@ -76,12 +76,11 @@ std::vector<TilePage> SaleTiles::pages() {
         database::Reads reads;
         reads.add_optional("select * from till_tile order by page, place",
                            [&](const Result& rows) { pages = pages_in(rows); });
-        reads.add_optional(
-            Sql("SELECT ") + item_cards + "where items.code in (select icode from till_tile)",
-            [&](const Result& rows) {
-                for (const Row& row : rows)
-                    cards.emplace(row.integer("code"), row);
-            });
+        reads.add_optional(Sql("SELECT ") + item_cards + "where items.code in (select icode from till_tile)",
+                           [&](const Result& rows) {
+                               for (const Row& row : rows)
+                                   cards.emplace(row.integer("code"), row);
+                           });
         reads.run(connection_);
         for (TilePage& page : pages) {
             std::erase_if(page.tiles, [&](const Tile& tile) { return !cards.contains(tile.item); });

@@ -103,7 +103,8 @@ constexpr Fragment till_tables[] = {
     "nvarchar(100) null, why nvarchar(50) null, primary key (icode, num))",
     "create index till_price_moment on till_price (moment)",
     // reports/frozen_day.h
-    "create table till_day (stcode int not null, [day] datetime not null, closed datetime null, user_code int "
+    "create table till_day (stcode int not null, [day] datetime not null, closed datetime null, user_code "
+    "int "
     "null, user_name nvarchar(100) null, figures nvarchar(max) null, content nvarchar(max) null, "
     "primary key (stcode, [day]))",
     // counting/counts.h
