@@ -63,7 +63,11 @@ TEST(Opening, TheDemoShopSignsEveryUserInAtBothDrawers) {
         std::int64_t code;
         const char* password;
         std::string_view list;
-    } users[] = {{1, "111", "reprint+item_info"}, {2, "222", "named-open_drawer"}, {3, "333", "all"}};
+    } users[] = {{1, "111", "reprint+item_info"},
+                 {2, "222",
+                  "named-open_drawer-edit_goods-receive_goods-count_stock-edit_lists-edit_users-see_reports-"
+                  "see_cost"},
+                 {3, "333", "all"}};
     for (const auto& user : users) {
         for (const char* cash_point : {"1", "2"}) {
             Day day;
