@@ -5,7 +5,6 @@
 
 #include "signin/session.h"
 #include "ui/sales/matches.h"
-#include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/text.h"

@@ -2,17 +2,16 @@
 // below them, as the till's entry field does.
 #pragma once
 
-#include <QLineEdit>
-
 #include "goods/pick.h"
 #include "sales/matches.h"
 #include "ui/widgets/context.h"
+#include "ui/widgets/fields.h"
 
 namespace ui {
 
 class Matches;
 
-class ItemField : public QLineEdit {
+class ItemField : public HintedField {
     Q_OBJECT
   public:
     // The matches lie over `over`, the page or sheet that the field stands on, as wide as what holds the

@@ -27,24 +27,17 @@ namespace {
 
 constexpr auto hint_property = "hint";
 
-// A field for text or a moment that paints its own hint.
-class PlainField : public QLineEdit {
-  public:
-    using QLineEdit::QLineEdit;
-
-  protected:
-    void paintEvent(QPaintEvent* event) override {
-        QLineEdit::paintEvent(event);
-        const QString hint = property(hint_property).toString();
-        if (!text().isEmpty() || hint.isEmpty()) return;
-        QPainter painter(this);
-        painter.setPen(QColor(colour::hint));
-        painter.drawText(rect().adjusted(px(14), 0, -px(18), 0),
-                         Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter, hint);
-    }
-};
-
 }  // namespace
+
+void HintedField::paintEvent(QPaintEvent* event) {
+    QLineEdit::paintEvent(event);
+    const QString hint = property(hint_property).toString();
+    if (!text().isEmpty() || hint.isEmpty()) return;
+    QPainter painter(this);
+    painter.setPen(QColor(colour::hint));
+    painter.drawText(rect().adjusted(px(14), 0, -px(18), 0),
+                     Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter, hint);
+}
 
 void set_hint(QLineEdit* field, const QString& text) {
     field->setProperty(hint_property, text);
@@ -153,14 +146,14 @@ void begin_right(QLineEdit* field) {
 }
 
 QLineEdit* text_field(const QString& name, QWidget* parent) {
-    auto* field = new PlainField(parent);
+    auto* field = new HintedField(parent);
     field->setObjectName(name);
     begin_right(field);
     return field;
 }
 
 QLineEdit* moment_field(const QString& name, QWidget* parent) {
-    auto* field = new PlainField(parent);
+    auto* field = new HintedField(parent);
     field->setObjectName(name);
     field->setLayoutDirection(Qt::LeftToRight);
     field->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);

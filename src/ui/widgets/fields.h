@@ -31,6 +31,15 @@ inline constexpr auto empty_property = "when_empty";
 // Dynamic property of a table whose rows the workstation chose lower than a finger needs.
 inline constexpr auto compact_property = "compact";
 
+// A field for text or a moment that paints its own hint (set_hint).
+class HintedField : public QLineEdit {
+  public:
+    using QLineEdit::QLineEdit;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
 // Focus, also by a click, selects everything in the field, so that typing replaces it.
 class SelectingField : public QLineEdit {
   public:
@@ -89,7 +98,7 @@ QLineEdit* text_field(const QString& name, QWidget* parent = nullptr);
 QLineEdit* moment_field(const QString& name, QWidget* parent = nullptr);
 // A field for a number that is read from the left, such as a telephone number.
 QLineEdit* digits_field(const char* name, int longest = 300);
-// The hint in an empty field; unlike a placeholder it is dark enough to be read.
+// The hint in an empty field that paints one; unlike a placeholder it is dark enough to be read.
 void set_hint(QLineEdit* field, const QString& text);
 // Right-aligns an existing field even while it is empty.
 void begin_right(QLineEdit* field);
