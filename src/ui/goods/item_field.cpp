@@ -32,6 +32,7 @@ std::vector<sales::Match> ItemField::Source::match(const sales::MatchQuery& quer
 ItemField::ItemField(const QString& name, const Context& context, QWidget* over)
     : context_(context), source_(context), matches_(new Matches(over, source_, context)) {
     setObjectName(name);
+    setProperty(keys_property, QString(""));  // an item is scanned here, also on a sheet
     begin_right(this);
     set_hint(this, "باركود أو كود أو جزء من اسم الصنف");
     matches_->follow(this);

@@ -126,7 +126,6 @@ void GoodsInSheet::build_entry() {
     connect(table_, &ListTable::row_taken, this, [this] { line_.field("line_quantity")->setFocus(); });
     item_->installEventFilter(this);
     // Scans belong to the field of items, wherever the focus is; what was typed is taken over first.
-    item_->setProperty(keys_property, "scans");
     connect(&context_.keys, &KeyQueue::scan_waiting, this, [this] {
         if (Sheet::top_of(window()) == this && take_line()) item_->setFocus();
     });
