@@ -13,6 +13,11 @@ using database::quoted;
 using database::Row;
 using database::Sql;
 
+Sql effect_of_purchase() {
+    return Sql("case when ctype = 1 then ") + net_of_purchase + " when ctype = 3 then 0 - (" +
+           net_of_purchase + ") else 0 end";
+}
+
 namespace {
 
 struct Movement {
@@ -74,9 +79,9 @@ VendorStatement vendor_statement(database::Connection& connection, std::int64_t 
     std::vector<Movement> movements;
     database::Reads reads;
     reads.add(Sql("select vopen from vendata") + of_vendor, add);
-    reads.add(Sql("select sum(") + effect_of_purchase + ") from purchase" + of_vendor + before, add);
+    reads.add(Sql("select sum(") + effect_of_purchase() + ") from purchase" + of_vendor + before, add);
     reads.add(Sql("select sum(") + effect_on_customer + ")" + vouchers + before, subtract);
-    reads.add(Sql("select [date],ctype,pnum,perm_no,") + effect_of_purchase + " as effect from purchase" +
+    reads.add(Sql("select [date],ctype,pnum,perm_no,") + effect_of_purchase() + " as effect from purchase" +
                   of_vendor + " and (ctype = 1 or ctype = 3)" + within,
               [&](const database::Result& rows) {
                   for (const Row& row : rows)

@@ -13,10 +13,10 @@ namespace accounts {
 // purchase.ctype: goods taken in, and goods returned to the vendor.
 enum class PurchaseKind { supply = 1, vendor_return = 3 };
 
-// What a row of `purchase` adds to what its vendor is owed: its net, total less discount plus tax.
-inline constexpr database::Fragment effect_of_purchase =
-    "case when ctype = 1 then isnull(ptot,0) - isnull(pdis,0) + isnull(ptax,0) when ctype = 3 then "
-    "isnull(pdis,0) - isnull(ptot,0) - isnull(ptax,0) else 0 end";
+// The net of a row of `purchase`: total less discount plus tax.
+inline constexpr database::Fragment net_of_purchase = "isnull(ptot,0) - isnull(pdis,0) + isnull(ptax,0)";
+// What such a row adds to what its vendor is owed.
+database::Sql effect_of_purchase();
 
 // Movements between two days with the running balance. Credits raise what the vendor is owed.
 struct VendorStatement {

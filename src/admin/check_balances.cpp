@@ -95,7 +95,7 @@ class BalanceCheck {
                                    ") as total from vencuspay where ztype = 1 group by "
                                    "vcode"));
         const Sums purchases =
-            sums(connection_.query(Sql("select vcode,sum(") + accounts::effect_of_purchase +
+            sums(connection_.query(Sql("select vcode,sum(") + accounts::effect_of_purchase() +
                                    ") as total from purchase group by vcode"));
         for (const auto& row :
              connection_.query("select vcode,vname,vopen,vacc from vendata order by vcode")) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "accounts/vendor_account.h"
 #include "common/text.h"
 #include "common/typed.h"
 #include "sales/items.h"
@@ -73,11 +74,12 @@ std::vector<SavedRow> list_receipts(database::Connection& connection, const Peri
         back[{row.integer("inv_ser"), row.integer("stcode")}] = row.number("quantity");
     Sql statement =
         Sql("select purchase.ctype,purchase.pnum,purchase.[date],purchase.vcode,vname,perm_no,"
-            "purchase.stcode,isnull(ptot,0) - isnull(pdis,0) + isnull(ptax,0) as net,"
-            "(select sum(quan1) from purdata where purdata.pnum = purchase.pnum and purdata.ctype = "
-            "purchase.ctype and purdata.stcode = purchase.stcode) as goods "
-            "from purchase left join vendata on vendata.vcode = purchase.vcode "
-            "where (purchase.ctype = 1 or purchase.ctype = 3) and purchase.[date] >= ") +
+            "purchase.stcode,") +
+        accounts::net_of_purchase +
+        " as net,(select sum(quan1) from purdata where purdata.pnum = purchase.pnum and purdata.ctype = "
+        "purchase.ctype and purdata.stcode = purchase.stcode) as goods "
+        "from purchase left join vendata on vendata.vcode = purchase.vcode "
+        "where (purchase.ctype = 1 or purchase.ctype = 3) and purchase.[date] >= " +
         quoted(period.from) + " and purchase.[date] <= " + quoted(period.to);
     if (period.supplier.value_or(0) != 0) statement += Sql(" and purchase.vcode = ") + *period.supplier;
     std::vector<SavedRow> rows;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "accounts/vendor_account.h"
 #include "accounts/voucher_records.h"
 #include "sales/invoice_key.h"
 
@@ -21,10 +22,9 @@ constexpr long days_of_an_age = 30;
 // The documents that raise what a party owes, or is owed: party, date, what it is, number, amount.
 Sql debts(PartyKind kind, const Sql& condition) {
     if (kind == PartyKind::vendor) {
-        return Sql("select vcode as party, [date] as day, 1 as what, convert(nvarchar(50),pnum) as number, "
-                   "isnull(ptot,0) - isnull(pdis,0) + isnull(ptax,0) as amount from purchase where ctype = "
-                   "1") +
-               condition +
+        return Sql("select vcode as party, [date] as day, 1 as what, convert(nvarchar(50),pnum) as "
+                   "number, ") +
+               accounts::net_of_purchase + " as amount from purchase where ctype = 1" + condition +
                " union all select vcode as party, [date] as day, 2 as what, chkno as number, 0 - (" +
                accounts::effect_on_customer + ") as amount from vencuspay where ztype = 1 and (" +
                accounts::effect_on_customer + ") < 0" + condition;

@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "accounts/vendor_account.h"
 #include "cash/figures.h"
 #include "common/numbers.h"
 #include "reports/ageing.h"
@@ -134,11 +135,12 @@ Behind supplies(Connection& connection, const Request& request, std::int64_t ven
     behind.name_column = 2;
     double net = 0;
     for (const Row& row : connection.query(
-             Sql("select pnum, ctype, vcode, stcode, [date], ptot, pdis, ptax from purchase where vcode = ") +
-             vendor + " and (ctype = 1 or ctype = 3) and " + in_period("[date]", "stcode", request.period) +
+             Sql("select pnum, ctype, vcode, stcode, [date], ptot, pdis, ptax, ") +
+             accounts::net_of_purchase + " as net from purchase where vcode = " + vendor +
+             " and (ctype = 1 or ctype = 3) and " + in_period("[date]", "stcode", request.period) +
              " order by [date] desc, pnum desc")) {
         const double sign = row.integer("ctype") == 1 ? 1 : -1;
-        const double value = sign * (row.number("ptot") - row.number("pdis") + row.number("ptax"));
+        const double value = sign * row.number("net");
         behind.rows.push_back(
             {{common::date_text(row.moment("date").date), row.text("pnum"),
               sign > 0 ? "بضاعة واردة" : "مرتجع للمورد", Amount(sign * row.number("ptot")).text(),

@@ -1,6 +1,7 @@
 // Reports of suppliers, of the ages of debts, of stock and cash, and of closed days.
 #include <map>
 
+#include "accounts/vendor_account.h"
 #include "database/choices.h"
 #include "reports/ageing.h"
 #include "reports/frozen_day.h"
@@ -23,17 +24,18 @@ Table table_of_suppliers(Connection& connection, const Request& request) {
     table.columns = {
         {"عدد الفواتير", Format::count}, {"الوارد"}, {"الخصم"}, {"الضريبة"}, {"المرتجع"}, {"الصافي"}};
     table.charted = 5;
-    for (
-        const Row& row : connection.query(
-            Sql("select purchase.vcode, max(vendata.vname) as vname, sum(case when purchase.ctype = 1 then 1 "
-                "else 0 end) as n, sum(case when purchase.ctype = 1 then isnull(ptot,0) else 0 end) as "
-                "supplied, sum(case when purchase.ctype = 1 then isnull(pdis,0) else 0 end) as discount, "
-                "sum(case when purchase.ctype = 1 then isnull(ptax,0) else 0 end) as tax, "
-                "sum(case when purchase.ctype = 3 then isnull(ptot,0) - isnull(pdis,0) + isnull(ptax,0) else "
-                "0 end) as back "
-                "from purchase left outer join vendata on purchase.vcode = vendata.vcode where ") +
-            in_period("purchase.[date]", "purchase.stcode", request.period) +
-            " and (purchase.ctype = 1 or purchase.ctype = 3) group by purchase.vcode")) {
+    for (const Row& row : connection.query(
+             Sql("select purchase.vcode, max(vendata.vname) as vname, sum(case when purchase.ctype = 1 then "
+                 "1 "
+                 "else 0 end) as n, sum(case when purchase.ctype = 1 then isnull(ptot,0) else 0 end) as "
+                 "supplied, sum(case when purchase.ctype = 1 then isnull(pdis,0) else 0 end) as discount, "
+                 "sum(case when purchase.ctype = 1 then isnull(ptax,0) else 0 end) as tax, "
+                 "sum(case when purchase.ctype = 3 then ") +
+             accounts::net_of_purchase +
+             " else 0 end) as back from purchase left outer join vendata on purchase.vcode = vendata.vcode "
+             "where " +
+             in_period("purchase.[date]", "purchase.stcode", request.period) +
+             " and (purchase.ctype = 1 or purchase.ctype = 3) group by purchase.vcode")) {
         const double net =
             row.number("supplied") - row.number("discount") + row.number("tax") - row.number("back");
         table.rows.push_back({row.integer("vcode"),
