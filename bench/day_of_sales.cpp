@@ -163,15 +163,14 @@ int sell_all_day(const std::filesystem::path& home, const Sizes& sizes, int sale
     startup::StartUp start_up(environment, services);
     ui::KeyQueue keys;
     ui::ServerLink server(keys, nobody);
-    ui::Till till(
-        services, keys, server, [] { return false; }, [] {},
-        [](QWidget& window) {
-            window.resize(1366, 768);
-            window.show();
-        });
     const Cashier cashier(sizes, sales, step);
-    start_up.run(
-        [&](database::Connection& connection, signin::Session& session) { till.run(connection, session); });
+    const auto show = [](QWidget& window) {
+        window.resize(1366, 768);
+        window.show();
+    };
+    start_up.run([&](database::Connection& connection, signin::Session& session) {
+        ui::run_till(connection, session, {services, keys, server, [] { return false; }, [] {}, show});
+    });
     std::fprintf(stderr, "the till ended before the day did\n");
     return EXIT_FAILURE;
 }

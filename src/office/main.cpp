@@ -1,7 +1,5 @@
 // The program: start-up, sign-in, the office window.
 #include <QApplication>
-#include <QSocketNotifier>
-#include <memory>
 #include <string_view>
 
 #include "common/clock.h"
@@ -13,7 +11,6 @@
 #include "startup/start_up.h"
 #include "ui/program.h"
 #include "ui/till.h"
-#include "ui/widgets/cash_point_renewal.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/message_box.h"
 #include "ui/widgets/server_link.h"
@@ -71,22 +68,8 @@ int main(int argc, char** argv) {
     const common::Services services{prompts, clock, devices, log};
 
     ui::keep_screen_alive(environment, server);
-    std::unique_ptr<startup::StartUp> start_up;
-    std::unique_ptr<QSocketNotifier> second_start;
-    environment.listen = [&](int descriptor) {
-        second_start = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
-        QObject::connect(second_start.get(), &QSocketNotifier::activated,
-                         [&] { start_up->answer_second_start(ui::show_front); });
-    };
-    start_up = std::make_unique<startup::StartUp>(environment, services);
-    const ui::CashPointRenewal renewal(
-        server, prompts, std::chrono::seconds(startup::RunningTill::seconds_between_claims),
-        [&]() -> ui::CashPointRenewal::Claim {
-            if (!start_up->claim()) return {};
-            return [claim = *start_up->claim()](database::Connection& shop) { return claim.claim(shop); };
-        },
-        [&](const std::string& place) { return start_up->found_other_till(place); });
-    const bool reached = start_up->run([&](database::Connection& connection, signin::Session& session) {
+    ui::ProgramRun program(environment, services, server);
+    const bool reached = program.run([&](database::Connection& connection, signin::Session& session) {
         office::run(connection, session,
                     {services, keys, server, [] { return false; },
                      [&] { ui::back_up_beside(environment, log); }, ui::show_full_screen});

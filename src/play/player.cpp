@@ -228,10 +228,12 @@ void Player::run_till(const startup::Environment& environment, const common::Ser
     };
     if (std::exchange(in_training_, false)) train([] {});
     startup::StartUp start_up(environment, services);
-    ui::Till till(
-        services, keys_, link, [this] { return start_again_ = true; }, [this] { back_up(); }, show, train);
-    start_up.run(
-        [&](database::Connection& connection, signin::Session& session) { till.run(connection, session); });
+    start_up.run([&](database::Connection& connection, signin::Session& session) {
+        ui::run_till(
+            connection, session,
+            {services, keys_, link, [this] { return start_again_ = true; }, [this] { back_up(); }, show},
+            train);
+    });
 }
 
 void Player::run_office(const startup::Environment& environment, const common::Services& services,

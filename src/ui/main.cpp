@@ -4,10 +4,8 @@
 #include <QApplication>
 #include <QEvent>
 #include <QProcess>
-#include <QSocketNotifier>
 #include <QTimer>
 #include <cstdlib>
-#include <memory>
 #include <optional>
 
 #include "common/clock.h"
@@ -21,7 +19,6 @@
 #include "ui/program.h"
 #include "ui/till.h"
 #include "ui/training.h"
-#include "ui/widgets/cash_point_renewal.h"
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/message_box.h"
 #include "ui/widgets/server_link.h"
@@ -135,44 +132,26 @@ int main(int argc, char** argv) {
     ui::ScreenPrompts prompts;
     ui::KeyQueue keys;
     ui::ServerLink server(keys, clock);
+    const common::Services services{prompts, clock, devices, log};
 
     ui::keep_screen_alive(environment, server);
-    ui::Training training(environment, {prompts, clock, devices, log}, keys, ui::show_full_screen);
+    ui::Training training(environment, services, keys, ui::show_full_screen);
     const std::int64_t cash_point = startup::cash_point_of(arguments.cash_point);
     if (arguments.training && !training.run(cash_point, [] {})) return 1;
-    std::unique_ptr<startup::StartUp> start_up;
-    std::unique_ptr<QSocketNotifier> second_start;
-    environment.listen = [&](int descriptor) {
-        second_start = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
-        QObject::connect(second_start.get(), &QSocketNotifier::activated,
-                         [&] { start_up->answer_second_start(ui::show_front); });
-    };
-    start_up =
-        std::make_unique<startup::StartUp>(environment, common::Services{prompts, clock, devices, log});
-    const ui::CashPointRenewal renewal(
-        server, prompts, std::chrono::seconds(startup::RunningTill::seconds_between_claims),
-        [&]() -> ui::CashPointRenewal::Claim {
-            if (!start_up->claim()) return {};
-            return [claim = *start_up->claim()](database::Connection& shop) { return claim.claim(shop); };
-        },
-        [&](const std::string& place) { return start_up->found_other_till(place); });
-
+    ui::ProgramRun program(environment, services, server);
     bool again = false;
-    ui::Till till(
-        {prompts, clock, devices, log}, keys, server,
-        [&] {
-            again = is_supervised();
-            const bool started = again || start_again(environment, start_up->session().cash_point);
-            if (started) {
-                second_start.reset();
-                start_up->hand_over();
-            }
-            return started;
-        },
-        [&] { ui::back_up_beside(environment, log); }, ui::show_full_screen,
-        [&](const std::function<void()>& ready) { training.run(cash_point, ready); });
-    const bool reached = start_up->run(
-        [&](database::Connection& connection, signin::Session& session) { till.run(connection, session); });
+    const auto restart = [&] {
+        again = is_supervised();
+        const bool started = again || start_again(environment, program.cash_point());
+        if (started) program.hand_over();
+        return started;
+    };
+    const bool reached = program.run([&](database::Connection& connection, signin::Session& session) {
+        ui::run_till(connection, session,
+                     {services, keys, server, restart, [&] { ui::back_up_beside(environment, log); },
+                      ui::show_full_screen},
+                     [&](const std::function<void()>& ready) { training.run(cash_point, ready); });
+    });
     if (again) return restart_exit_code;
     return reached ? 0 : 1;
 }

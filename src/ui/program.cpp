@@ -72,4 +72,28 @@ void back_up_beside(const startup::Environment& environment, common::Log& log) {
                       std::string(startup::failure_log_code));
 }
 
+ProgramRun::ProgramRun(startup::Environment environment, const common::Services& services, ServerLink& server)
+    : start_up_(listening(std::move(environment)), services),
+      renewal_(
+          server, services.prompts, std::chrono::seconds(startup::RunningTill::seconds_between_claims),
+          [this]() -> CashPointRenewal::Claim {
+              if (!start_up_.claim()) return {};
+              return [claim = *start_up_.claim()](database::Connection& shop) { return claim.claim(shop); };
+          },
+          [this](const std::string& place) { return start_up_.found_other_till(place); }) {}
+
+startup::Environment ProgramRun::listening(startup::Environment environment) {
+    environment.listen = [this](int descriptor) {
+        second_start_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+        QObject::connect(second_start_.get(), &QSocketNotifier::activated,
+                         [this] { start_up_.answer_second_start(show_front); });
+    };
+    return environment;
+}
+
+void ProgramRun::hand_over() {
+    second_start_.reset();
+    start_up_.hand_over();
+}
+
 }  // namespace ui

@@ -1,11 +1,12 @@
 // What the programs with windows, the till and the office, do before their own windows come.
 #pragma once
 
-#include <functional>
-#include <string>
+#include <QSocketNotifier>
+#include <memory>
 
 #include "common/services.h"
 #include "startup/start_up.h"
+#include "ui/widgets/cash_point_renewal.h"
 
 class QApplication;
 class QWidget;
@@ -33,5 +34,24 @@ void keep_screen_alive(startup::Environment& environment, ServerLink& server);
 // Lets tallvex-admin, which stands beside this program, copy the shop: a program of its own, so that neither
 // a slow stick nor the end of this one stops the other.
 void back_up_beside(const startup::Environment& environment, common::Log& log);
+
+// The run of a program from start-up to its end: a second start brings it to the front, and on a server its
+// cash point is renewed.
+class ProgramRun {
+  public:
+    ProgramRun(startup::Environment environment, const common::Services& services, ServerLink& server);
+    // See startup::StartUp::run.
+    bool run(const startup::StartUp::ShowSignIn& show_sign_in) { return start_up_.run(show_sign_in); }
+    std::int64_t cash_point() { return start_up_.session().cash_point; }
+    // Leaves the cash point to the program that was started in place of this one.
+    void hand_over();
+
+  private:
+    startup::Environment listening(startup::Environment environment);
+
+    startup::StartUp start_up_;
+    std::unique_ptr<QSocketNotifier> second_start_;
+    CashPointRenewal renewal_;
+};
 
 }  // namespace ui

@@ -12,7 +12,6 @@
 #include "ui/signin/sign_in_window.h"
 #include "ui/signin/waiting_window.h"
 #include "ui/widgets/text.h"
-#include "ui/workplace.h"
 
 namespace ui {
 
@@ -38,22 +37,23 @@ void show_front() {
     }
 }
 
-void Till::run(database::Connection& connection, signin::Session& session) {
-    Workplace workplace(connection, session, {services_, keys_, server_, restart_, back_up_, show_window_});
+void run_till(database::Connection& connection, signin::Session& session, const Workplace::Program& program,
+              const Train& train) {
+    Workplace workplace(connection, session, program);
     const Context& context = workplace.context();
 
     const HelpKey help(Guide::cashier);
-    TrailWriter journal(connection, session, server_, services_.log);
+    TrailWriter journal(connection, session, program.server, program.services.log);
     std::unique_ptr<SignInWindow> sign_in;
     for (;;) {
-        sign_in = std::make_unique<SignInWindow>(context, train_ != nullptr);
+        sign_in = std::make_unique<SignInWindow>(context, train != nullptr);
         if (!sign_in->run()) {
             journal.write();
             return;
         }
         if (!sign_in->wants_training()) break;
         // Its window stays until the training has its own.
-        train_([&] { sign_in.reset(); });
+        train([&] { sign_in.reset(); });
     }
     workplace.read_printer();
 
@@ -66,7 +66,7 @@ void Till::run(database::Connection& connection, signin::Session& session) {
     });
     // The sign-in window stays until the sales window is shown, so that the desktop does not appear in
     // between.
-    show_window_(sales);
+    program.show_window(sales);
     sign_in.reset();
     sales.activateWindow();
     if (!sales.open()) return;

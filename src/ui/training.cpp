@@ -1,11 +1,9 @@
 #include "ui/training.h"
 
-#include <QSocketNotifier>
-#include <memory>
-
 #include "startup/reasons.h"
 #include "startup/shop_files.h"
 #include "startup/training.h"
+#include "ui/program.h"
 #include "ui/signin/waiting_window.h"
 #include "ui/till.h"
 #include "ui/widgets/server_link.h"
@@ -30,28 +28,20 @@ bool Training::run(std::int64_t cash_point, const std::function<void()>& ready) 
     startup::TrainingDevices devices(services_.devices, shop.folder());
     const common::Services services{services_.prompts, services_.clock, devices, log};
     // F11 begins it again.
-    while (run_till(shop.environment(), services)) {
+    while (run_once(shop.environment(), services)) {
     }
     return true;
 }
 
 // Returns true if the cashier started the program again.
-bool Training::run_till(const startup::Environment& environment, const common::Services& services) {
+bool Training::run_once(const startup::Environment& environment, const common::Services& services) {
     ServerLink link(keys_, services.clock);  // to no server
-    startup::Environment machine = environment;
-    std::unique_ptr<startup::StartUp> start_up;
-    std::unique_ptr<QSocketNotifier> second_start;
-    machine.listen = [&](int descriptor) {
-        second_start = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
-        QObject::connect(second_start.get(), &QSocketNotifier::activated,
-                         [&] { start_up->answer_second_start(show_front); });
-    };
-    start_up = std::make_unique<startup::StartUp>(machine, services);
+    ProgramRun program(environment, services, link);
     bool again = false;
-    Till till(
-        services, keys_, link, [&] { return again = true; }, [] {}, show_window_);
-    start_up->run(
-        [&](database::Connection& connection, signin::Session& session) { till.run(connection, session); });
+    program.run([&](database::Connection& connection, signin::Session& session) {
+        run_till(connection, session,
+                 {services, keys_, link, [&] { return again = true; }, [] {}, show_window_});
+    });
     return again;
 }
 

@@ -24,7 +24,7 @@ class Training {
     bool run(std::int64_t cash_point, const std::function<void()>& ready);
 
   private:
-    bool run_till(const startup::Environment& environment, const common::Services& services);
+    bool run_once(const startup::Environment& environment, const common::Services& services);
 
     startup::Environment shop_;
     common::Services services_;
