@@ -77,15 +77,21 @@ void add_backup(CLI::App& program, Tool& tool) {
     const auto file = std::make_shared<std::string>();
     const auto automatic = std::make_shared<bool>(false);
     CLI::App* command = program.add_subcommand(
-        "backup", "Copies the embedded shop to a file, while tills work, and checks the copy");
+        "backup", tool.help("Copies the embedded shop to a file, while tills work, and checks the copy",
+                            "ينسخ المحل المحفوظ في ملف والأجهزة تعمل، ويراجع النسخة"));
     auto* named = command->add_option(
         "file", *file,
-        "The file to write, or the folder for shop-DATE-TIME.backup; without it that file in "
-        "the working directory");
+        tool.help("The file to write, or the folder for shop-DATE-TIME.backup; without it that file in "
+                  "the working directory",
+                  "الملف الذي تكتب فيه النسخة، أو المجلد الذي تحفظ فيه باسم shop-DATE-TIME.backup، وإن لم "
+                  "تكتبه ففي المجلد الحالي"));
     command
-        ->add_flag("--automatic", *automatic,
-                   "Copy into the folders of the setting backup_to and thin out the copies there, as the "
-                   "till does at each shift close and when it is left")
+        ->add_flag(
+            "--automatic", *automatic,
+            tool.help("Copy into the folders of the setting backup_to and thin out the copies there, as the "
+                      "till does at each shift close and when it is left",
+                      "ينسخ في مجلدات الإعداد backup_to ويحذف الزائد من النسخ القديمة، كما يفعل الكاشير عند "
+                      "إغلاق الوردية وعند الخروج"))
         ->excludes(named);
     command->callback([file, automatic, &tool] {
         if (*automatic) return back_up_to_folders(tool);
@@ -99,8 +105,9 @@ void add_backup(CLI::App& program, Tool& tool) {
 void add_restore(CLI::App& program, Tool& tool) {
     const auto file = std::make_shared<std::string>();
     CLI::App* command = program.add_subcommand(
-        "restore", "Puts a backup in the embedded shop's place; what was there is backed up first");
-    command->add_option("file", *file, "The backup")->required();
+        "restore", tool.help("Puts a backup in the embedded shop's place; what was there is backed up first",
+                             "يضع نسخة احتياطية مكان المحل المحفوظ في ملف، بعد نسخ الموجود أولا"));
+    command->add_option("file", *file, tool.help("The backup", "النسخة الاحتياطية"))->required();
     command->callback([file, &tool] {
         const fs::path shop = embedded_file(tool);
         const fs::path safety = free_name(tool.folder / backup::name_at("before-restore-", tool.clock.now()));

@@ -209,18 +209,27 @@ Findings check_disk(std::uintmax_t free_bytes) {
 void add_check(CLI::App& program, Tool& tool) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand(
-        "check", "Looks over connection, schema, settings, store, drawer, ports, saved invoices and stock");
-    command->add_option("--days", options->days, "How many days back invoices and log are looked at")
+        "check",
+        tool.help("Looks over connection, schema, settings, store, drawer, ports, saved invoices and stock",
+                  "يراجع الاتصال والجداول والإعدادات والمخزن والدرج والمنافذ والبونات المحفوظة والأرصدة"));
+    command
+        ->add_option("--days", options->days,
+                     tool.help("How many days back invoices and log are looked at",
+                               "عدد الأيام الماضية التي تراجع بوناتها وسجلها"))
         ->check(CLI::Range(0, 100000))
         ->capture_default_str();
-    command->add_flag("--accept-stock", options->accept_stock,
-                      "Instead of checking, take the present stock as counted: later checks start from it");
+    command->add_flag(
+        "--accept-stock", options->accept_stock,
+        tool.help("Instead of checking, take the present stock as counted: later checks start from it",
+                  "لا يراجع، بل يعتمد الأرصدة الحالية كأنها جردت، وتبدأ المراجعات التالية منها"));
     command->add_flag(
         "--mended", options->mended,
-        "Instead of checking, note in the log that what stopped saves lacked was written by hand");
+        tool.help("Instead of checking, note in the log that what stopped saves lacked was written by hand",
+                  "لا يراجع، بل يكتب في السجل أن ما نقص من عمليات الحفظ التي توقفت قد أكمل باليد"));
     command->add_flag(
         "--add-codes", options->add_codes,
-        "Instead of checking, add the printer's codes of Latin letters and signs in Arabic names");
+        tool.help("Instead of checking, add the printer's codes of Latin letters and signs in Arabic names",
+                  "لا يراجع، بل يضيف رموز الطابعة للحروف اللاتينية والعلامات داخل الأسماء العربية"));
     command->callback([options, &tool] {
         if (options->accept_stock) accept_stock(tool);
         if (options->mended) note_mended(tool);

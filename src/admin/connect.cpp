@@ -59,25 +59,36 @@ void run(const Options& options, bool with_encryption, Tool& tool) {
 
 void add_connect(CLI::App& program, Tool& tool) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command =
-        program.add_subcommand("connect", "Writes the connection file of the working directory, or shows it");
-    auto* show = command->add_flag("--show", options->show, "Print what the connection file says, in clear");
+    CLI::App* command = program.add_subcommand(
+        "connect", tool.help("Writes the connection file of the working directory, or shows it",
+                             "يكتب ملف الاتصال في المجلد الحالي، أو يعرضه"));
+    auto* show = command->add_flag(
+        "--show", options->show,
+        tool.help("Print what the connection file says, in clear", "يعرض ما في ملف الاتصال مقروءا"));
     command
         ->add_option("--server", options->place.server,
-                     "Server machine, \"machine\\instance\", or \"embedded\" for a shop in a file")
-        ->excludes(show);
-    command->add_option("--database", options->place.database, "Database, or the file of an embedded shop")
+                     tool.help("Server machine, \"machine\\instance\", or \"embedded\" for a shop in a file",
+                               "جهاز الخادم، أو machine\\instance، أو embedded لمحل محفوظ في ملف"))
         ->excludes(show);
     command
-        ->add_option("--address", options->place.address,
-                     "Network address of the server, used instead of its name; \"Not Found\" for none")
+        ->add_option("--database", options->place.database,
+                     tool.help("Database, or the file of an embedded shop",
+                               "قاعدة البيانات، أو ملف المحل المحفوظ في ملف"))
+        ->excludes(show);
+    command
+        ->add_option(
+            "--address", options->place.address,
+            tool.help("Network address of the server, used instead of its name; \"Not Found\" for none",
+                      "عنوان الخادم على الشبكة، ويستخدم بدلا من اسمه، أو Not Found إذا لم يكن له عنوان"))
         ->capture_default_str()
         ->excludes(show);
-    auto* encryption = add_encryption_option(*command, options->place)->excludes(show);
+    auto* encryption = add_encryption_option(*command, options->place, tool)->excludes(show);
     command->add_flag(
         "--keep-password", options->keep_password,
-        "Ask for the password of the login sa, or read it from the standard input, and keep it in "
-        "sa.pwd, which this user alone may read");
+        tool.help("Ask for the password of the login sa, or read it from the standard input, and keep it in "
+                  "sa.pwd, which this user alone may read",
+                  "يطلب كلمة سر الحساب sa، أو يقرؤها من الدخل القياسي، ويحفظها في sa.pwd الذي لا يقرؤه غير "
+                  "هذا المستخدم"));
     command->callback([options, encryption, &tool] { run(*options, encryption->count() > 0, tool); });
 }
 

@@ -51,10 +51,17 @@ void run(const Options& options, Tool& tool) {
 void add_copy_shop(CLI::App& program, Tool& tool) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand(
-        "copy-shop", "Copies the shop of the working directory into a new one, in a file or on a server");
-    command->add_option("folder", options->folder, "The folder of the new shop's files; created if missing")
+        "copy-shop",
+        tool.help("Copies the shop of the working directory into a new one, in a file or on a server",
+                  "ينسخ محل المجلد الحالي إلى محل جديد، في ملف أو على خادم"));
+    command
+        ->add_option("folder", options->folder,
+                     tool.help("The folder of the new shop's files; created if missing",
+                               "مجلد ملفات المحل الجديد، وينشأ إن لم يوجد"))
         ->required();
-    add_place_options(*command, options->place, "Copy into a database of this server instead of a file");
+    add_place_options(*command, options->place, tool,
+                      tool.help("Copy into a database of this server instead of a file",
+                                "النسخ إلى قاعدة بيانات على هذا الخادم بدلا من ملف"));
     command->callback([options, &tool] { run(*options, tool); });
 }
 

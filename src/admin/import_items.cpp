@@ -97,13 +97,22 @@ void add_import_items(CLI::App& program, Tool& tool) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand(
         "import-items",
-        "Adds the items of a CSV file (UTF-8) with prices, barcodes and opening stock, or none of them");
-    command->add_option("file", options->file, "The CSV file; its first line names the columns");
-    command->add_flag("--columns", options->columns, "List the columns such a file may have");
+        tool.help(
+            "Adds the items of a CSV file (UTF-8) with prices, barcodes and opening stock, or none of them",
+            "يضيف أصناف ملف CSV بأسعارها وباركوداتها ورصيدها الافتتاحي، كلها أو لا شيء منها"));
+    command->add_option(
+        "file", options->file,
+        tool.help("The CSV file; its first line names the columns", "ملف CSV، وسطره الأول أسماء الأعمدة"));
+    command->add_flag(
+        "--columns", options->columns,
+        tool.help("List the columns such a file may have", "يعرض الأعمدة التي يمكن أن تكون في الملف"));
     command->add_flag("--code-page-1256", options->code_page_1256,
-                      "The file is in the code page of an Arabic Windows instead of UTF-8");
-    command->add_flag("--update", options->update,
-                      "Change the items that the shop has already; what a line leaves empty stays as it is");
+                      tool.help("The file is in the code page of an Arabic Windows instead of UTF-8",
+                                "الملف بترميز Windows العربي 1256 بدلا من UTF-8"));
+    command->add_flag(
+        "--update", options->update,
+        tool.help("Change the items that the shop has already; what a line leaves empty stays as it is",
+                  "يعدل الأصناف المسجلة من قبل، وما يتركه السطر خاليا يبقى كما هو"));
     command->callback([options, &tool] {
         if (options->columns) {
             list_columns(tool);

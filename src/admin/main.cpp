@@ -1,6 +1,7 @@
 // tallvex-admin: sets up shops and maintains them. Every command is an entry of the list below.
 #include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -28,6 +29,7 @@ int main(int argc, char** argv) {
                      gone ? "." : working,
                      clock,
                      isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr,
-                     startup::shop_folder()};
+                     startup::shop_folder(),
+                     admin::asks_for_arabic([](const char* name) { return std::getenv(name); })};
     return admin::run_tool(commands, std::vector<std::string>(argv + 1, argv + argc), tool);
 }

@@ -94,10 +94,12 @@ Findings check_till_settings(Connection& connection, const Period& period) {
 
 void add_settings(CLI::App& program, Tool& tool) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command =
-        program.add_subcommand("settings", "Shows the settings of the tills and what each does, or sets one");
-    auto* name = command->add_option("name", options->name, "The setting to set");
-    command->add_option("value", options->value, "Its new value")->needs(name);
+    CLI::App* command = program.add_subcommand(
+        "settings", tool.help("Shows the settings of the tills and what each does, or sets one",
+                              "يعرض إعدادات الأجهزة وما يفعله كل منها، أو يغير واحدا منها"));
+    auto* name =
+        command->add_option("name", options->name, tool.help("The setting to set", "الإعداد الذي يتغير"));
+    command->add_option("value", options->value, tool.help("Its new value", "قيمته الجديدة"))->needs(name);
     command->callback([options, &tool] {
         if (!options->name.empty() && options->value.empty()) throw CLI::RequiredError("value");
         const auto connection = open_shop(tool);

@@ -77,24 +77,32 @@ void say_where(const fs::path& folder, Tool& tool) {
     tool.out << "The shop is in " << folder.lexically_normal().string() << ".\n";
 }
 
-CLI::Option* add_encryption_option(CLI::App& command, Place& place) {
+CLI::Option* add_encryption_option(CLI::App& command, Place& place, const Tool& tool) {
     using namespace database::encryption;
     const auto set = [&place](const std::string& word) { place.encryption = word == log_in ? "" : word; };
     return command
         .add_option_function<std::string>(
             "--encryption", set,
-            "login: the password of sa goes to a server encrypted or not at all "
-            "(the default); require: everything is encrypted; off: the password "
-            "may go unencrypted")
+            tool.help("login: the password of sa goes to a server encrypted or not at all "
+                      "(the default); require: everything is encrypted; off: the password "
+                      "may go unencrypted",
+                      "المعتاد login: ترسل كلمة سر sa مشفرة أو لا ترسل، ومع require يشفر كل شيء، ومع off قد "
+                      "ترسل كلمة السر بلا تشفير"))
         ->check(CLI::IsMember({std::string(log_in), std::string(everything), std::string(off)}));
 }
 
-void add_place_options(CLI::App& command, Place& place, const std::string& with_server) {
+void add_place_options(CLI::App& command, Place& place, const Tool& tool, const std::string& with_server) {
     command.add_option("--server", place.server, with_server);
-    command.add_option("--database", place.database, "An empty database of the server, or the file's name")
+    command
+        .add_option("--database", place.database,
+                    tool.help("An empty database of the server, or the file's name",
+                              "قاعدة بيانات خالية على الخادم، أو اسم الملف"))
         ->capture_default_str();
-    command.add_option("--address", place.address, "Network address of the server")->capture_default_str();
-    add_encryption_option(command, place);
+    command
+        .add_option("--address", place.address,
+                    tool.help("Network address of the server", "عنوان الخادم على الشبكة"))
+        ->capture_default_str();
+    add_encryption_option(command, place, tool);
 }
 
 }  // namespace admin

@@ -54,9 +54,9 @@ void say_where(const std::filesystem::path& folder, Tool& tool);
 
 // Adds the options --server, --database, --address and --encryption. `with_server` is the help text of
 // --server.
-void add_place_options(CLI::App& command, Place& place, const std::string& with_server);
+void add_place_options(CLI::App& command, Place& place, const Tool& tool, const std::string& with_server);
 
 // Adds the option --encryption alone.
-CLI::Option* add_encryption_option(CLI::App& command, Place& place);
+CLI::Option* add_encryption_option(CLI::App& command, Place& place, const Tool& tool);
 
 }  // namespace admin

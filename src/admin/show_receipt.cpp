@@ -45,12 +45,19 @@ void run(const Options& options, Tool& tool) {
 void add_show_receipt(CLI::App& program, Tool& tool) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand(
-        "show-receipt", "Draws a text receipt as its paper would look, as a PNG picture");
-    command->add_option("file", options->file, "The bytes that were sent to the printer")->required();
-    command->add_option("--output", options->output, "The picture to write; without it FILE.png");
+        "show-receipt", tool.help("Draws a text receipt as its paper would look, as a PNG picture",
+                                  "يرسم بونا نصيا كما يظهر على الورق، في صورة PNG"));
+    command
+        ->add_option("file", options->file,
+                     tool.help("The bytes that were sent to the printer", "ملف ما أرسل إلى الطابعة"))
+        ->required();
+    command->add_option(
+        "--output", options->output,
+        tool.help("The picture to write; without it FILE.png", "الصورة التي تكتب، وبدونه FILE.png"));
     command
         ->add_option("--width", options->width,
-                     "Characters in a line; without it the width is read off the receipt")
+                     tool.help("Characters in a line; without it the width is read off the receipt",
+                               "عدد حروف السطر، وبدونه يعرف العرض من البون"))
         ->check(CLI::Range(20, 80));
     command->callback([options, &tool] { run(*options, tool); });
 }

@@ -185,13 +185,17 @@ void run(const Options& options, Tool& tool) {
 
 void add_sql(CLI::App& program, Tool& tool) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command =
-        program.add_subcommand("sql", "Runs a Transact-SQL statement on the shop and prints its rows");
-    command->add_option("statement", options->statement, "The statement")->required();
-    command->add_flag("--csv", options->csv, "Rows as CSV (RFC 4180, UTF-8, nulls empty) instead of a table");
+    CLI::App* command = program.add_subcommand(
+        "sql", tool.help("Runs a Transact-SQL statement on the shop and prints its rows",
+                         "ينفذ جملة Transact-SQL على المحل ويعرض سطورها"));
+    command->add_option("statement", options->statement, tool.help("The statement", "الجملة"))->required();
+    command->add_flag("--csv", options->csv,
+                      tool.help("Rows as CSV (RFC 4180, UTF-8, nulls empty) instead of a table",
+                                "السطور بصيغة CSV بدلا من جدول، والخالي منها بلا قيمة"));
     command->add_flag(
         "--yes", options->yes,
-        "Do not ask before a statement that drops something, or deletes or updates without where");
+        tool.help("Do not ask before a statement that drops something, or deletes or updates without where",
+                  "لا يسأل قبل جملة drop، ولا قبل delete أو update بدون where"));
     command->callback([options, &tool] { run(*options, tool); });
 }
 

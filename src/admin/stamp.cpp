@@ -32,7 +32,9 @@ void stamp(Tool& tool) {
 void add_stamp(CLI::App& program, Tool& tool) {
     CLI::App* command = program.add_subcommand(
         "stamp",
-        "Stamps the version of this till's version file in the shop; tills of another refuse to start");
+        tool.help(
+            "Stamps the version of this till's version file in the shop; tills of another refuse to start",
+            "يسجل إصدار هذا الجهاز في المحل، والأجهزة التي إصدارها غيره لا تبدأ"));
     command->callback([&tool] { stamp(tool); });
 }
 

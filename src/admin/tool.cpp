@@ -5,19 +5,17 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <csignal>
+#include <cstring>
+#include <memory>
 #include <streambuf>
 
+#include "admin/arabic_help.h"
 #include "common/text.h"
 #include "database/error.h"
 
 namespace admin {
 
 namespace {
-
-constexpr const char* footer =
-    "Exit codes: 0 done, 1 refused or failed (nothing half-done is left), 2 wrong command line.\n"
-    "Commands work on the shop in the folder that TALLVEX_HOME names, else in the working directory,\n"
-    "else, without TALLVEX_HOME, on the shop of till.conf.";
 
 // Hides what is typed at a terminal.
 class HiddenTyping {
@@ -95,6 +93,27 @@ class PrintableBuffer final : public std::streambuf {
     std::string held_;  // a line, so that no character is cut
 };
 
+// Before the commands are added, which take over their program's help.
+void set_up_help(CLI::App& program, const Tool& tool) {
+    if (tool.arabic) {
+        program.formatter(std::make_shared<ArabicHelp>());
+        program.group("الأوامر");
+    }
+    program.description(
+        tool.help("Sets up and looks after a Tallvex shop.", "ينشئ محلات تالفكس ويعتني بها."));
+    program.set_version_flag(
+        "--version", TALLVEX_VERSION,
+        tool.help("Display program version information and exit", "يعرض إصدار البرنامج"));
+    program.set_help_flag("-h,--help", tool.help("Print this help message and exit", "يعرض هذه المساعدة"));
+    program.footer(tool.help(
+        "Exit codes: 0 done, 1 refused or failed (nothing half-done is left), 2 wrong command line.\n"
+        "Commands work on the shop in the folder that TALLVEX_HOME names, else in the working directory,\n"
+        "else, without TALLVEX_HOME, on the shop of till.conf.",
+        "رموز الانتهاء: 0 تم، 1 رفض أو فشل (ولا يبقى شيء ناقصا)، 2 سطر الأمر خطأ.\n"
+        "تعمل الأوامر على المحل الذي في مجلد TALLVEX_HOME، وإلا فالذي في المجلد الحالي،\n"
+        "وإلا فمحل الملف till.conf إذا لم يكن TALLVEX_HOME مكتوبا."));
+}
+
 }  // namespace
 
 int run_tool(const std::vector<AddCommand>& commands, const std::vector<std::string>& arguments,
@@ -103,15 +122,12 @@ int run_tool(const std::vector<AddCommand>& commands, const std::vector<std::str
     PrintableBuffer err_buffer(given.err);
     std::ostream out(&out_buffer);
     std::ostream err(&err_buffer);
-    Tool tool{out, err, given.in, given.folder, given.clock, given.terminal, given.shop};
-    CLI::App program("Sets up and looks after a Tallvex shop.", "tallvex-admin");
-    program.set_version_flag("--version", TALLVEX_VERSION);
+    Tool tool{out, err, given.in, given.folder, given.clock, given.terminal, given.shop, given.arabic};
+    CLI::App program("", "tallvex-admin");
+    set_up_help(program, tool);
     program.require_subcommand(1);
-    program.footer(footer);
     for (const AddCommand add : commands)
         add(program, tool);
-    for (CLI::App* command : program.get_subcommands({}))
-        command->footer(footer);
     try {
         // For an unknown command the parser would only say that a command is missing.
         if (!arguments.empty() && !arguments.front().starts_with('-') &&
@@ -124,7 +140,8 @@ int run_tool(const std::vector<AddCommand>& commands, const std::vector<std::str
         program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         return done;
     } catch (const CLI::ParseError& error) {
-        return program.exit(error, tool.out, tool.err) == 0 ? done : usage;
+        // The help holds nothing of a shop, and its marks of direction are meant.
+        return program.exit(error, given.out, tool.err) == 0 ? done : usage;
     } catch (const Refused& error) {
         tool.err << "tallvex-admin: " << error.what() << '\n';
     } catch (const database::Error& error) {
@@ -167,6 +184,16 @@ std::string ask_password(Tool& tool, std::string_view whose, std::string_view ot
     if (typed && read_hidden(tool, whose, "The same again: ") != password)
         throw Refused("the two passwords differ; nothing was changed");
     return password;
+}
+
+bool asks_for_arabic(const std::function<const char*(const char*)>& variable) {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const char* value = variable(name);
+        if (value == nullptr || *value == '\0') continue;
+        const std::string_view language(value, std::strcspn(value, "_.@"));
+        return language == "ar";
+    }
+    return false;
 }
 
 }  // namespace admin

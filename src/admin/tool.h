@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <istream>
 #include <ostream>
 #include <string>
@@ -32,6 +33,12 @@ struct Tool {
     common::Clock& clock;
     std::ostream* terminal = nullptr;     // where long work shows its progress; none if err is no terminal
     std::filesystem::path shop = folder;  // holds the shop's connection file
+    bool arabic = false;                  // the language of the help
+
+    // A text of the help. What the commands report is in English always.
+    std::string help(std::string_view english, std::string_view in_arabic) const {
+        return std::string(arabic ? in_arabic : english);
+    }
 };
 
 // Ends a command with the exit code `refused`.
@@ -57,6 +64,10 @@ void add_stamp(CLI::App& program, Tool& tool);
 // Reads the command line (without the program's name) and runs its command. Returns the exit code; errors go
 // to tool.err.
 int run_tool(const std::vector<AddCommand>& commands, const std::vector<std::string>& arguments, Tool& tool);
+
+// Returns true if a user's environment asks for Arabic: the first of LC_ALL, LC_MESSAGES and LANG that is set
+// decides. `variable` gives a variable's value, or null.
+bool asks_for_arabic(const std::function<const char*(const char*)>& variable);
 
 // A progress bar on tool.terminal, redrawn when its percentage changes and erased at the end. Shows nothing
 // without a terminal, so that logs stay clean.

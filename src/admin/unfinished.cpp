@@ -87,10 +87,16 @@ void add_unfinished(CLI::App& program, Tool& tool) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand(
         "unfinished",
-        "Lists the saves that a till was cut off in; finishes or undoes one for a till that is gone");
-    CLI::Option* finish =
-        command->add_option("--finish", options->finish, "Writes what is missing of the save of this number");
-    command->add_option("--undo", options->undo, "Takes back what was written of the save of this number")
+        tool.help(
+            "Lists the saves that a till was cut off in; finishes or undoes one for a till that is gone",
+            "يعرض عمليات الحفظ التي انقطعت، ويكمل إحداها أو يتراجع عنها إذا لم يعد جهازها موجودا"));
+    CLI::Option* finish = command->add_option("--finish", options->finish,
+                                              tool.help("Writes what is missing of the save of this number",
+                                                        "يكتب ما نقص من عملية الحفظ بهذا الرقم"));
+    command
+        ->add_option("--undo", options->undo,
+                     tool.help("Takes back what was written of the save of this number",
+                               "يلغي ما كتب من عملية الحفظ بهذا الرقم"))
         ->excludes(finish);
     command->callback([options, &tool] { settle(*options, tool); });
 }

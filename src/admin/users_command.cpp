@@ -75,17 +75,23 @@ void list_actions(Tool& tool) {
     }
 }
 
-void add_permission_options(CLI::App& command, Options& options) {
-    command.add_option("--set", options.set,
-                       "Allow exactly these actions, commas between; \"all\", \"named\", \"none\"");
-    command.add_option("--allow", options.allow, "Allow these actions too");
-    command.add_option("--deny", options.deny, "Forbid these actions");
+void add_permission_options(CLI::App& command, Options& options, const Tool& tool) {
+    command.add_option(
+        "--set", options.set,
+        tool.help(
+            "Allow exactly these actions, commas between; \"all\", \"named\", \"none\"",
+            "يسمح بهذه الأعمال وحدها وبينها فاصلة (,)، أو all للكل، أو named لما له اسم، أو none بلا شيء"));
+    command.add_option("--allow", options.allow,
+                       tool.help("Allow these actions too", "يسمح بهذه الأعمال أيضا"));
+    command.add_option("--deny", options.deny, tool.help("Forbid these actions", "يمنع هذه الأعمال"));
 }
 
-void add_password_option(CLI::App& command, Options& options) {
+void add_password_option(CLI::App& command, Options& options, const Tool& tool) {
     command.add_flag(
         "--no-password", options.no_password,
-        "Let the user sign in without one; otherwise it is asked for, or read from the standard input");
+        tool.help(
+            "Let the user sign in without one; otherwise it is asked for, or read from the standard input",
+            "يدخل المستخدم بلا كلمة سر، وبدونه تطلب منك، أو تقرأ من الدخل القياسي"));
 }
 
 void run_add(const Options& options, Tool& tool) {
@@ -141,38 +147,50 @@ void run_badge(const Options& options, Tool& tool) {
 
 void add_users(CLI::App& program, Tool& tool) {
     CLI::App* users =
-        program.add_subcommand("users", "Lists users, adds them, sets passwords and permissions");
+        program.add_subcommand("users", tool.help("Lists users, adds them, sets passwords and permissions",
+                                                  "يعرض المستخدمين، ويضيفهم، ويغير كلمات السر والصلاحيات"));
     users->require_subcommand(1);
 
-    users->add_subcommand("list", "Lists the users and what each may do")->callback([&tool] { list(tool); });
+    users
+        ->add_subcommand(
+            "list", tool.help("Lists the users and what each may do", "يعرض المستخدمين وما يسمح به لكل منهم"))
+        ->callback([&tool] { list(tool); });
     users
         ->add_subcommand("actions",
-                         "Lists the guarded actions: name, place in the permission string, meaning")
+                         tool.help("Lists the guarded actions: name, place in the permission string, meaning",
+                                   "يعرض الأعمال التي تحتاج صلاحية: الاسم والرقم والمعنى"))
         ->callback([&tool] { list_actions(tool); });
 
     const auto options = std::make_shared<Options>();
-    CLI::App* add = users->add_subcommand("add", "Adds a user");
-    add->add_option("name", options->who, "The name on the sign-in list")->required();
-    add_password_option(*add, *options);
-    add_permission_options(*add, *options);
+    CLI::App* add = users->add_subcommand("add", tool.help("Adds a user", "يضيف مستخدما"));
+    add->add_option("name", options->who, tool.help("The name on the sign-in list", "الاسم في قائمة الدخول"))
+        ->required();
+    add_password_option(*add, *options, tool);
+    add_permission_options(*add, *options, tool);
     add->callback([options, &tool] { run_add(*options, tool); });
 
-    CLI::App* password = users->add_subcommand("password", "Sets a user's password");
-    password->add_option("user", options->who, "Code or name")->required();
-    add_password_option(*password, *options);
+    CLI::App* password =
+        users->add_subcommand("password", tool.help("Sets a user's password", "يغير كلمة سر مستخدم"));
+    password->add_option("user", options->who, tool.help("Code or name", "الكود أو الاسم"))->required();
+    add_password_option(*password, *options, tool);
     password->callback([options, &tool] { run_password(*options, tool); });
 
-    CLI::App* permissions = users->add_subcommand("permissions", "Shows or changes what a user may do");
-    permissions->add_option("user", options->who, "Code or name")->required();
-    add_permission_options(*permissions, *options);
+    CLI::App* permissions = users->add_subcommand(
+        "permissions", tool.help("Shows or changes what a user may do", "يعرض صلاحيات مستخدم أو يغيرها"));
+    permissions->add_option("user", options->who, tool.help("Code or name", "الكود أو الاسم"))->required();
+    add_permission_options(*permissions, *options, tool);
     permissions->callback([options, &tool] { run_permissions(*options, tool); });
 
     CLI::App* badge =
-        users->add_subcommand("badge", "Gives a user a badge to approve with, or takes it away");
-    badge->add_option("user", options->who, "Code or name")->required();
-    CLI::Option* draw = badge->add_flag(
-        "--new", options->draw, "Draw a number and write it out, to be printed on a card as a barcode");
-    badge->add_flag("--take", options->take, "Take the badge away")->excludes(draw);
+        users->add_subcommand("badge", tool.help("Gives a user a badge to approve with, or takes it away",
+                                                 "يعطي المستخدم بطاقة يوافق بها، أو يسحبها"));
+    badge->add_option("user", options->who, tool.help("Code or name", "الكود أو الاسم"))->required();
+    CLI::Option* draw =
+        badge->add_flag("--new", options->draw,
+                        tool.help("Draw a number and write it out, to be printed on a card as a barcode",
+                                  "يختار رقما ويكتبه، ليطبع باركودا على بطاقة"));
+    badge->add_flag("--take", options->take, tool.help("Take the badge away", "يسحب البطاقة"))
+        ->excludes(draw);
     badge->callback([options, &tool] { run_badge(*options, tool); });
 }
 

@@ -1,6 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+
 #include "admin/workbench.h"
 
 namespace {
@@ -8,27 +13,72 @@ namespace {
 using test::Workbench;
 using testing::HasSubstr;
 
-TEST(CommandLine, EveryCommandHelps) {
-    Workbench bench;
-    const std::vector<std::vector<std::string>> commands = {{},
-                                                            {"new-shop"},
-                                                            {"connect"},
-                                                            {"sql"},
-                                                            {"users"},
-                                                            {"users", "add"},
-                                                            {"users", "permissions"},
-                                                            {"check"},
-                                                            {"import-items"},
-                                                            {"backup"},
-                                                            {"restore"},
-                                                            {"copy-shop"},
-                                                            {"show-receipt"}};
-    for (auto command : commands) {
-        command.emplace_back("--help");
-        const auto run = bench.run(command);
-        EXPECT_EQ(run.code, 0) << command.front();
-        EXPECT_THAT(run.out, HasSubstr("Usage:")) << command.front();
-        EXPECT_EQ(run.err, "") << command.front();
+// The commands below a line, and the options, as the help names them at the beginning of its lines.
+std::set<std::string> named_in(const std::string& help) {
+    static const std::regex name("\n  (-h,--[a-z]+|--[a-z0-9-]+|[a-z-]+)");
+    std::set<std::string> names;
+    for (std::sregex_iterator at(help.begin(), help.end(), name); at != std::sregex_iterator(); ++at)
+        names.insert((*at)[1]);
+    names.erase("tallvex-admin");  // the usage
+    return names;
+}
+
+// The help of a command and of those below it, in both languages. Each name has its meaning in Arabic below
+// it.
+void expect_help(const std::vector<std::string>& command) {
+    auto line = command;
+    line.emplace_back("--help");
+    const auto english = Workbench::run_in(".", line);
+    const auto arabic = Workbench::run_in(".", line, {}, true);
+    SCOPED_TRACE(testing::PrintToString(line));
+    EXPECT_EQ(english.code + arabic.code, 0);
+    EXPECT_EQ(english.err + arabic.err, "");
+    EXPECT_THAT(english.out, HasSubstr("Usage:"));
+    EXPECT_THAT(arabic.out, HasSubstr("الاستعمال:\n  tallvex-admin"));
+    EXPECT_EQ(named_in(english.out), named_in(arabic.out));
+    // Every line is a name, a meaning in Arabic, or a heading.
+    std::istringstream lines(arabic.out);
+    for (std::string text; std::getline(lines, text);) {
+        const bool names = std::regex_search(text, std::regex("^  [a-z-]"));
+        EXPECT_TRUE(text.empty() || names || text.find("\xD8") != std::string::npos) << text;
+    }
+    for (const std::string& name : named_in(english.out)) {
+        if (name.starts_with('-') || english.out.find("Subcommands:") == std::string::npos) continue;
+        auto below = command;
+        below.push_back(name);
+        expect_help(below);
+    }
+}
+
+TEST(CommandLine, EveryCommandHelpsInBothLanguages) {
+    expect_help({});
+    const auto connect = Workbench::run_in(".", {"connect", "--help"}, {}, true).out;
+    EXPECT_THAT(connect, HasSubstr("  --show لا يكتب مع: --"));
+    EXPECT_THAT(connect, HasSubstr("\n      \u2067يعرض ما في ملف الاتصال مقروءا\u2069\n"));
+    EXPECT_THAT(connect, HasSubstr("أو \u2066machine\\instance\u2069، أو \u2066embedded\u2069 لمحل"));
+    // Nothing but the help is in Arabic, and nothing else may carry marks of direction.
+    const auto refused = Workbench::run_in(".", {"sql", "select '\u2067'"}, {}, true);
+    EXPECT_THAT(refused.err, HasSubstr("no connection file"));
+}
+
+TEST(CommandLine, TheEnvironmentChoosesTheLanguage) {
+    using Variables = std::map<std::string, std::string>;
+    const std::pair<Variables, bool> cases[] = {
+        {{}, false},
+        {{{"LANG", "ar_EG.UTF-8"}}, true},
+        {{{"LANG", "ar"}}, true},
+        {{{"LANG", "arn_CL.UTF-8"}}, false},
+        {{{"LANG", "en_US.UTF-8"}, {"LC_MESSAGES", "ar_SA"}}, true},
+        {{{"LANG", "ar_EG.UTF-8"}, {"LC_MESSAGES", "C"}}, false},
+        {{{"LANG", "ar_EG.UTF-8"}, {"LC_ALL", "C.UTF-8"}}, false},
+        {{{"LANG", "ar_EG.UTF-8"}, {"LC_ALL", ""}}, true},
+    };
+    for (const auto& [variables, arabic] : cases) {
+        const auto variable = [&variables](const char* name) {
+            const auto found = variables.find(name);
+            return found == variables.end() ? nullptr : found->second.c_str();
+        };
+        EXPECT_EQ(admin::asks_for_arabic(variable), arabic) << testing::PrintToString(variables);
     }
 }
 

@@ -36,13 +36,13 @@ class Workbench {
     }
 
     static Run run_in(const std::filesystem::path& folder, const std::vector<std::string>& arguments,
-                      const std::string& input = {}) {
+                      const std::string& input = {}, bool arabic = false) {
         std::ostringstream out;
         std::ostringstream err;
         std::istringstream in(input);
         FixedClock clock;
         clock.moment.time.millisecond = 337;
-        admin::Tool tool{out, err, in, folder, clock};
+        admin::Tool tool{out, err, in, folder, clock, nullptr, folder, arabic};
         const int code = admin::run_tool(
             {admin::add_new_shop, admin::add_connect, admin::add_sql, admin::add_users, admin::add_check,
              admin::add_unfinished, admin::add_import_items, admin::add_backup, admin::add_restore,

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The manual pages: well written, and with every command and option that the programs' own help names, and no other.
 . "$(dirname "$0")/expect.sh"
-export QT_QPA_PLATFORM=offscreen
+export QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
 
 for page in "$packaging"/man/*; do
     said=$(mandoc -T lint -W warning "$page") || fail "$page: $said"
