@@ -23,8 +23,12 @@ install(FILES "${icon}" DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scala
 set(zipped "${CMAKE_BINARY_DIR}/zipped")
 file(MAKE_DIRECTORY "${zipped}")
 file(GLOB pages CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/packaging/man/*.[15]")
+set(changes "${PROJECT_SOURCE_DIR}/docs/changes.md")
+set(make_changelog "${PROJECT_SOURCE_DIR}/packaging/debian/make-changelog")
+add_custom_command(OUTPUT "${zipped}/changelog" DEPENDS "${changes}" "${make_changelog}" VERBATIM
+                   COMMAND "${make_changelog}" "${changes}" > "${zipped}/changelog")
 set(archives "")
-foreach(file IN LISTS pages ITEMS "${PROJECT_SOURCE_DIR}/packaging/debian/changelog")
+foreach(file IN LISTS pages ITEMS "${zipped}/changelog")
     cmake_path(GET file FILENAME name)
     add_custom_command(OUTPUT "${zipped}/${name}.gz" DEPENDS "${file}" VERBATIM
                        COMMAND "${GZIP}" -9nc "${file}" > "${zipped}/${name}.gz")
@@ -40,7 +44,7 @@ install(FILES "${zipped}/changelog.gz" "${PROJECT_SOURCE_DIR}/packaging/debian/c
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tallvex)
 set(CPACK_PACKAGE_CONTACT "Tallvex maintainers <maintainers@tallvex.example>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "cashier's workstation of a retail shop, in Arabic")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "till and office of a retail shop, in Arabic")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "Tallvex is the till of a shop: sign in, ring up items by code, barcode, scale
 label or name, take cash, card or account, print the receipt, open the drawer;

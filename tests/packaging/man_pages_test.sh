@@ -23,7 +23,7 @@ all_help() {
     done
 }
 
-for program in tallvex tallvex-admin tallvex-play; do
+for program in tallvex tallvex-office tallvex-admin tallvex-play; do
     page=$packaging/man/$program.1
     help=$(all_help "$bin/$program")
     words=$(words_of "$page")

@@ -20,7 +20,8 @@ echo "SHOP=$here/shops/shop" >"$here/till.conf"
 upgrade() {  # upgrade OWNER
     echo "$1" >"$here/owner"
     : >"$here/acted"
-    PATH=$here/stubs:$PATH sh "$here/postinst" configure 1.0.0 2>"$here/said" || fail "it failed: $(cat "$here/said")"
+    env LC_ALL="${language:-C}" PATH="$here/stubs:$PATH" sh "$here/postinst" configure 1.0.0 \
+        >"$here/told" 2>"$here/said" || fail "it failed: $(cat "$here/said")"
 }
 file=$here/shops/shop/Merlo-Ver.TXT
 renewed=$(printf '%-50s' 9.9.9)
@@ -29,6 +30,7 @@ printf '%-50s' 1.0.0 >"$file"
 chmod 640 "$file"
 upgrade sami
 same "the version file" "$renewed|640" "$(cat "$file")|$(/usr/bin/stat -c %a "$file")"
+grep -q "from version 1.0.0 to 9.9.9" "$here/told" || fail "the upgrade is not told of: $(cat "$here/told")"
 same "as the folder's owner" sami "$(cat "$here/acted")"
 same "nothing else in the folder" 1 "$(find "$here/shops/shop" -type f | wc -l)"
 
@@ -47,8 +49,10 @@ rm "$file" && printf '%-50s' 1.0.0 >"$file"
 upgrade sami
 same "a folder behind a link" "" "$(cat "$here/acted")"
 echo "SHOP=$here/nowhere" >"$here/till.conf"
+language=ar_EG.UTF-8
 upgrade sami
 same "no shop at all" "|" "$(cat "$here/acted")|$(cat "$here/said")"
+grep -q "من الإصدار 1.0.0 إلى 9.9.9" "$here/told" || fail "not in Arabic: $(cat "$here/told")"
 
 # The user's home is not the shops' folder.
 for script in postinst.in postrm; do
