@@ -81,7 +81,7 @@ Behind invoices_of(Connection& connection, SalesKey key, const Request& request,
     // The same sums again, for this key: their net is the figure.
     Period period = request.period;
     if (key == SalesKey::day) period.first = period.last = common::date_from_epoch(static_cast<long>(value));
-    for (const Period& part : months_of(period))
+    for (const Period& part : quarters_of(period))
         add_sales(connection, key, part, sums);
     return invoices(connection, condition_of(key, value, request.period), sums[value]);
 }

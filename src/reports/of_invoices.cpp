@@ -72,7 +72,7 @@ class OfInvoices : public Maker {
         : connection_(connection),
           request_(request),
           key_(key_of(request.kind)),
-          parts_(months_of(request.period)) {}
+          parts_(quarters_of(request.period)) {}
 
     int steps() const override { return static_cast<int>(parts_.size()); }
     void step(int number) override {

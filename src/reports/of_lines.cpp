@@ -34,7 +34,7 @@ class OfLines : public Maker {
     OfLines(database::Connection& connection, const Request& request)
         : connection_(connection),
           request_(request),
-          parts_(months_of(request.period)),
+          parts_(quarters_of(request.period)),
           tells_profit_(kind_of(request.kind).tells_cost) {
         if (tells_profit_) costs_.emplace(connection, common::Moment{request.period.first, {}});
     }

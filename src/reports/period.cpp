@@ -61,13 +61,21 @@ Period period_of(Preset preset, const Date& today, const Period& chosen) {
     return chosen;
 }
 
-std::vector<Period> months_of(const Period& period) {
-    std::vector<Period> months;
-    for (Date first = period.first; first <= period.last; first = first_of_next_month(first)) {
-        const Date last = std::min(period.last, common::add_days(first_of_next_month(first), -1));
-        months.push_back({first, last, period.store});
+Period month_of(const Period& period, const Date& first) {
+    return {std::max(period.first, first),
+            std::min(period.last, common::add_days(first_of_next_month(first), -1)), period.store};
+}
+
+std::vector<Period> quarters_of(const Period& period) {
+    std::vector<Period> quarters;
+    for (Date first = period.first; first <= period.last;) {
+        Date next = first_of_next_month(first);
+        while (next.month % 3 != 1)
+            next = first_of_next_month(next);
+        quarters.push_back({first, std::min(period.last, common::add_days(next, -1)), period.store});
+        first = next;
     }
-    return months;
+    return quarters;
 }
 
 Sql in_period(database::Fragment date_column, database::Fragment store_column, const Period& period) {

@@ -97,9 +97,7 @@ Sql condition_of(SalesKey key, std::int64_t value, const Period& period) {
     Period days = period;
     if (key == SalesKey::day) days.first = days.last = common::date_from_epoch(static_cast<long>(value));
     if (key == SalesKey::month) {
-        const Date first{static_cast<int>(value / 12), static_cast<int>(value % 12) + 1, 1};
-        for (const Period& month : months_of(period))
-            if (month.first.year == first.year && month.first.month == first.month) days = month;
+        days = month_of(period, {static_cast<int>(value / 12), static_cast<int>(value % 12) + 1, 1});
     }
     Sql condition = in_period("[date]", "stcode", days);
     switch (key) {
