@@ -1,4 +1,5 @@
-// The check of the stock against opening stock, invoice lines, transfers, corrections and write-offs.
+// The check of the stock against opening stock, invoice lines, goods in, transfers, corrections and
+// write-offs.
 #include <cmath>
 #include <map>
 #include <set>
@@ -23,6 +24,9 @@ struct Stock {
     double opening = 0;
     double moved = 0;
     double present = 0;
+    // Goods in that bear the date of the opening or an earlier one. They bear the date of the supplier's
+    // invoice, so they may have been entered before the opening or after it.
+    double undated = 0;
 };
 using Place = std::pair<std::int64_t, std::int64_t>;  // item, store
 
@@ -92,12 +96,31 @@ class StockCheck {
             for (const auto& row : rows)
                 move(place(row), row.number("total"));
         }
+        add_goods_in(moment, opened);
         stocks_.merge(opened);
     }
 
+    void add_goods_in(const common::Moment& moment, std::map<Place, Stock>& opened) {
+        const Sql later = Sql("[date] > ") + quoted(moment.date);
+        for (const auto& row : connection_.query(
+                 Sql("select icode,stcode,sum(case when ") + later + " and ctype = 1 then quan1 when " +
+                 later +
+                 " then 0 - quan1 else 0 end) as later,sum(case when ctype = 1 then quan1 else 0 - quan1 "
+                 "end) as total from purdata where ctype = 1 or ctype = 3 group by icode,stcode")) {
+            const auto found = opened.find(place(row));
+            if (found == opened.end()) continue;
+            found->second.moved += row.number("later");
+            found->second.undated += row.number("total") - row.number("later");
+        }
+    }
+
+    // What other programs took in may count otherwise there.
     void find_moved_elsewhere() {
-        for (const auto& rows : {connection_.query("select distinct icode from purdata"),
-                                 connection_.query("select distinct icode from frm_to")}) {
+        for (const auto& rows :
+             {connection_.query("select distinct purdata.icode from purdata left join purchase on "
+                                "purdata.pnum = purchase.pnum and purdata.ctype = purchase.ctype and "
+                                "purdata.stcode = purchase.stcode where isnull(purchase.op_n,0) = 0"),
+              connection_.query("select distinct icode from frm_to")}) {
             for (const auto& row : rows)
                 moved_elsewhere_.insert(row.integer("icode"));
         }
@@ -110,12 +133,16 @@ class StockCheck {
         const auto& [item, store] = where;
         const double expected = stock.opening + stock.moved;
         const double difference = stock.present - expected;
-        if (services_.contains(item) || std::abs(difference) <= tolerance + std::abs(expected) * 1e-6) return;
+        const auto explains = [&](double sum) {
+            return std::abs(stock.present - sum) <= tolerance + std::abs(sum) * 1e-6;
+        };
+        if (services_.contains(item) || explains(expected) || explains(expected + stock.undated)) return;
+        const bool is_unsure = moved_elsewhere_.contains(item) || stock.undated != 0;
         findings_.push_back(
-            {moved_elsewhere_.contains(item) ? Verdict::note : Verdict::wrong, "stock",
+            {is_unsure ? Verdict::note : Verdict::wrong, "stock",
              "item " + std::to_string(item) + " (" + name_of(item) + ") in store " + std::to_string(store) +
                  ": " + common::format_quantity(stock.present) +
-                 " pieces, but opening stock, sales, transfers and corrections make " +
+                 " pieces, but opening stock, sales, goods in, transfers and corrections make " +
                  common::format_quantity(expected) + suspects(item, store, difference) +
                  "; correct stk, or accept it as counted: tallvex-admin check --accept-stock"});
     }

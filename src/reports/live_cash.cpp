@@ -2,16 +2,17 @@
 
 #include "cash/cash_position.h"
 #include "database/choices.h"
-#include "database/till_settings.h"
+#include "reports/sales_sums.h"
+#include "sales/invoice.h"
 
 namespace reports {
+
+using database::Sql;
 
 std::vector<DrawerCash> cash_of_drawers(database::Connection& connection, std::int64_t store,
                                         const common::Moment& now) {
     std::vector<DrawerCash> drawers;
-    const auto net_from = database::net_from(connection);
     const auto stores = database::load_stores(connection);
-    const cash::Window today{common::moment_text({now.date, {}}), common::moment_text(now), net_from};
     for (const common::Choice& place : stores) {
         if (store != 0 && place.code != store) continue;
         for (const common::Choice& choice : database::load_drawers(connection, place.code)) {
@@ -22,11 +23,13 @@ std::vector<DrawerCash> cash_of_drawers(database::Connection& connection, std::i
                            cash::position_at(connection, drawer, common::next_second(now)),
                            {},
                            {}};
-            for (const cash::Sum& sum : cash::read_sums(connection, cash::shift_period, drawer, today)) {
-                if (sum.term->movement == cash::Movement::card_sales) one.cards += sum.amount;
-                if (sum.term->movement == cash::Movement::card_returns) one.cards -= sum.amount;
-                if (sum.term->movement == cash::Movement::uncollected) one.uncollected += sum.amount;
-            }
+            const Period today{now.date, now.date, place.code};
+            const Sql of_drawer = Sql(" and ptype = ") + choice.code + " and ";
+            const auto card = static_cast<std::int64_t>(sales::PaymentOption::card);
+            one.cards = common::Amount(
+                sales_of(connection, today, of_drawer + condition_of(SalesKey::payment, card, today)).net());
+            one.uncollected = common::Amount(
+                sales_of(connection, today, of_drawer + "vcode = -1 and stype = 4 and safe = 0").net());
             drawers.push_back(std::move(one));
         }
     }

@@ -1,4 +1,4 @@
-// The cash of all drawers at this moment, by the same sums as the till's.
+// The money of all drawers at this moment: cash by the same sums as the till's.
 #pragma once
 
 #include <cstdint>
@@ -16,8 +16,8 @@ struct DrawerCash {
     std::int64_t drawer = 0;
     std::string name;            // of the drawer, with its store's if there are several
     common::Amount cash;         // by the books
-    common::Amount cards;        // of the day, less card returns
-    common::Amount uncollected;  // telephone orders of the day that have not been paid
+    common::Amount cards;        // what was paid by card today, less card returns
+    common::Amount uncollected;  // telephone orders of today that have not been paid
 };
 // Store 0 is every store.
 std::vector<DrawerCash> cash_of_drawers(database::Connection& connection, std::int64_t store,

@@ -157,6 +157,7 @@ void ListsPage::build_form() {
     fields_ = new QWidget;
     FieldGrid grid(fields_in_a_row, 6);
     form_ = std::make_unique<RecordForm>();
+    read_ = {};  // the new form shows no row yet, not even the one that was chosen
     form_->add(logic_.list().fields, grid);
     form_->set_row_height(least_target);
     if (!logic_.list().parent.empty()) fill_choices(form_->list("list_parent"), logic_.parents(), {});
