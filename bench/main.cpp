@@ -102,6 +102,7 @@ int measure(const Options& options) {
     if (all || options.requests_alone) {
         report.requests =
             bench::measure_requests(data_folder(options), std::max(1, static_cast<int>(10 * options.rounds)));
+        report.loads = bench::measure_loads(std::max(1, static_cast<int>(3 * options.rounds)));
     }
     if (!options.lists_alone && !options.requests_alone) measure_shops(report, options);
     std::fputs(("\n" + report.table()).c_str(), stdout);

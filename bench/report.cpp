@@ -95,6 +95,24 @@ std::vector<Line> lines_of_requests(const Report& report) {
     return lines;
 }
 
+std::vector<Line> lines_of_loads(const Report& report) {
+    Line heading = {"load", "first edition", "to reach"};
+    if (!report.loads.empty())
+        for (const auto& [latency_ms, samples] : report.loads.front().times)
+            heading.push_back(fmt::format("{} ms late", latency_ms));
+    heading.emplace_back("verdict");
+    std::vector<Line> lines = {heading};
+    for (const LoadTiming& row : report.loads) {
+        Line line = {row.name, fmt::format("{:.1f} s", row.first_edition_s),
+                     fmt::format("{:.1f} s", row.budget_s)};
+        for (const auto& [latency_ms, samples] : row.times)
+            line.push_back(fmt::format("{:.2f} s", median(samples) / 1000));
+        line.emplace_back(row.met() ? "met" : "MISSED");
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
 // Counts letters, not bytes.
 std::size_t width_of(const std::string& text) {
     return static_cast<std::size_t>(
@@ -158,6 +176,8 @@ std::vector<std::string> Report::missed() const {
     std::vector<std::string> names;
     for (const RequestTiming& row : requests)
         if (!row.met()) names.push_back("the requests of " + row.name);
+    for (const LoadTiming& row : loads)
+        if (!row.met()) names.push_back(row.name);
     if (!judged) return names;
     for (const Timing& row : timings)
         if (!row.met()) names.push_back(row.name);
@@ -172,6 +192,7 @@ std::string Report::table() const {
     std::string text = laid_out(lines_of(*this), "", "  ", "", false);
     if (!lists.empty()) text += "\n" + laid_out(lines_of_lists(*this), "", "  ", "", false);
     if (!requests.empty()) text += "\n" + laid_out(lines_of_requests(*this), "", "  ", "", false);
+    if (!loads.empty()) text += "\n" + laid_out(lines_of_loads(*this), "", "  ", "", false);
     return text;
 }
 
@@ -200,6 +221,8 @@ std::string Report::document() const {
         "\n## Requests to a server\n\nEach request costs the cashier the latency of the network. On the test "
         "server, whose answers are held back by 0, 1 and 5 ms.\n\n";
     text += laid_out(lines_of_requests(*this), "| ", " | ", " |", true);
+    text += "\nMany rows at once, judged at 1 ms.\n\n";
+    text += laid_out(lines_of_loads(*this), "| ", " | ", " |", true);
 
     text +=
         "\n## Memory\n\nResident memory of one till that sells by key on the real screens, off screen.\n\n";

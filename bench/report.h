@@ -57,6 +57,7 @@ struct Report {
     std::vector<Reading> readings;
     std::vector<ListTiming> lists;
     std::vector<RequestTiming> requests;  // judged on every data set
+    std::vector<LoadTiming> loads;        // the same
     // Resident memory in MB by the number of sales.
     std::vector<std::pair<int, double>> memory;
     // The machine and the contents of the shops, one line each.

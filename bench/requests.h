@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "bench/measure.h"
@@ -25,8 +26,21 @@ struct RequestTiming {
     bool met() const { return requests <= budget; }
 };
 
+// Many rows at once, by tallvex-admin's own functions.
+struct LoadTiming {
+    std::string name;
+    double first_edition_s = 0;                       // on a server near by
+    double budget_s = 0;                              // at `judged_ms` of latency
+    std::vector<std::pair<int, Samples>> times = {};  // latency in ms, milliseconds
+    static constexpr int judged_ms = 1;
+    bool met() const;
+};
+
 // Works through the actions of a morning on a test server with a small shop, again and again at each latency.
 // `folder` is for the shops.
 std::vector<RequestTiming> measure_requests(const std::filesystem::path& folder, int rounds);
+
+// Imports 1,000 lines of items and copies the demo shop, again and again at each latency.
+std::vector<LoadTiming> measure_loads(int rounds);
 
 }  // namespace bench
