@@ -8,6 +8,7 @@
 #include "database/embedded/open.h"
 #include "play/environment.h"
 #include "shop/new_shop.h"
+#include "shop/place.h"
 #include "startup/shop_files.h"
 
 namespace play {
@@ -17,6 +18,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* shop_file = "shop.db";
+constexpr std::string_view copied_from = "from ";
 
 }  // namespace
 
@@ -37,8 +39,12 @@ void PlayShop::set_up(const std::string& kind) {
         fs::create_directories(folder() / "ports");
         return;
     }
+    if (kind.starts_with(copied_from)) {
+        copy_from(kind.substr(copied_from.size()));
+        return;
+    }
     if (kind != "demo" && kind != "empty")
-        throw std::runtime_error("a shop is \"demo\", \"empty\" or \"none\"");
+        throw std::runtime_error("a shop is \"demo\", \"empty\", \"none\" or \"from FOLDER\"");
     const fs::path master = root_ / kind;
     if (!fs::exists(master)) {
         shop::NewShop wanted;
@@ -57,6 +63,16 @@ void PlayShop::set_up(const std::string& kind) {
     fs::copy(master, folder(), fs::copy_options::recursive);
     fs::create_directory(folder() / "ports");
     if (server_) move_to_server();
+}
+
+// A shop whose database is elsewhere is refused: the play would write to it.
+void PlayShop::copy_from(const fs::path& source) {
+    const auto place = startup::read_connection_file(source);
+    if (!shop::is_embedded(place) || place.database != shop_file)
+        throw std::runtime_error("the shop in " + source.string() + " has no " + shop_file + " of its own");
+    fs::remove_all(folder());
+    fs::copy(source, folder(), fs::copy_options::recursive);
+    fs::create_directory(folder() / "ports");
 }
 
 void PlayShop::move_to_server() {

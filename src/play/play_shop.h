@@ -29,7 +29,8 @@ class PlayShop {
     PlayShop(const PlayShop&) = delete;
     PlayShop& operator=(const PlayShop&) = delete;
 
-    // Replaces the shop by a new one ("demo" or "empty"). Each kind is made once per run and copied. Throws
+    // Replaces the shop by a new one ("demo" or "empty"), by none, or by a copy of the shop in a file that a
+    // folder holds ("from FOLDER"). Each kind of new shop is made once per run and copied. Throws
     // std::runtime_error.
     void set_up(const std::string& kind);
     // The shop's folder: database, files beside the program, ports.
@@ -41,6 +42,7 @@ class PlayShop {
     std::filesystem::path progress_file() const { return root_ / "progress"; }
 
   private:
+    void copy_from(const std::filesystem::path& source);
     void move_to_server();
 
     std::filesystem::path root_;

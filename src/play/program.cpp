@@ -79,7 +79,7 @@ std::size_t steps_done(const PlayShop& shop) {
 const Step* step_on_shop_file(const Script& script) {
     const auto found = std::find_if(script.steps.begin(), script.steps.end(), [](const Step& step) {
         return (step.verb == "file" && step.rest.starts_with("shop.db")) ||
-               (step.verb == "shop" && step.rest == "none");
+               (step.verb == "shop" && (step.rest == "none" || step.rest.starts_with("from ")));
     });
     return found == script.steps.end() ? nullptr : &*found;
 }

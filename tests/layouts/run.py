@@ -1,17 +1,8 @@
-"""Real key events under Xvfb: the keys of the till do the same under every keyboard layout.
+"""Real key events under Xvfb: the keys of the till do the same under every keyboard layout."""
+import argparse, os, pathlib, shutil, subprocess, sys
 
-A key is named for what it types on a US keyboard; the X server makes of it what the layout in use says.
-"""
-import argparse, ctypes, os, pathlib, shutil, subprocess, sys, time
-
-X, TEST = ctypes.CDLL("libX11.so.6"), ctypes.CDLL("libXtst.so.6")
-X.XOpenDisplay.restype = ctypes.c_void_p
-X.XSync.argtypes = [ctypes.c_void_p, ctypes.c_int]
-TEST.XTestFakeKeyEvent.argtypes = [ctypes.c_void_p, ctypes.c_uint, ctypes.c_int, ctypes.c_ulong]
-
-CODES = {"Enter": 36, "Esc": 9, "Down": 116, "Ctrl": 37, "Alt": 64, "F1": 67}
-for first, keys in ((10, "1234567890"), (24, "qwertyuiop["), (38, "asdfghjkl;"), (52, "zxcvbnm")):
-    CODES.update({key: first + place for place, key in enumerate(keys)})
+sys.path.append(str(pathlib.Path(__file__).parents[1] / "support"))
+from x_screen import Screen, wait_for
 
 # Wholesale by Ctrl+2, the search by Ctrl+F, its code field by the key of ك, and the item that was found.
 FIRST_SALE = "Ctrl+2 Ctrl+f Alt+; 1 1 0 1 Enter F1 Enter"
@@ -25,20 +16,16 @@ class Till:
         self.shop, self.bin = folder / "shop", bin
         self.admin("new-shop", str(self.shop), "--demo", inside=folder)
         self.sql("insert into shift (scode, stcode, cash_no, s_date, man_) values (1, 1, 1, '2026/11/21', 1)")
-        read, write = os.pipe()
-        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-noreset", "-screen", "0", "1366x768x24"],
-                                       pass_fds=[write], stderr=subprocess.DEVNULL)
-        os.environ["DISPLAY"] = ":" + os.read(read, 9).decode().strip()
+        self.screen = Screen()
         subprocess.run(["setxkbmap", *layout.split()], check=True)
-        self.display = X.XOpenDisplay(None)
         environment = {**os.environ, "TALLVEX_HOME": str(self.shop), "XDG_RUNTIME_DIR": str(folder)}
         environment.pop("QT_QPA_PLATFORM", None)
         self.till = subprocess.Popen([bin / "tallvex", "1"], cwd=self.shop, env=environment, stderr=subprocess.DEVNULL)
 
     def close(self):
-        for process in (self.till, self.server):
-            process.terminate()
-            process.wait()
+        self.till.terminate()
+        self.till.wait()
+        self.screen.close()
 
     def admin(self, *arguments, inside=None):
         done = subprocess.run([self.bin / "tallvex-admin", *arguments], cwd=inside or self.shop, check=True,
@@ -48,24 +35,9 @@ class Till:
     def sql(self, statement):
         return self.admin("sql", "--csv", "--yes", statement).replace("\r", "").split("\n")[1:]
 
-    def wait_for(self, what, is_there):
-        for _ in range(100):
-            if is_there():
-                return time.sleep(0.5)
-            time.sleep(0.1)
-        raise SystemExit(f"{what} did not come")
-
     def log_says(self, text):
         log = self.shop / "Logs/hm_log.qzv"
         return log.exists() and text in log.read_text(errors="replace")
-
-    def press(self, keys):
-        for key in keys.split():
-            codes = [CODES[part] for part in key.split("+")]
-            for code, down in [(code, 1) for code in codes] + [(code, 0) for code in reversed(codes)]:
-                TEST.XTestFakeKeyEvent(self.display, code, down, 0)
-            X.XSync(self.display, 0)
-            time.sleep(0.3)
 
 
 def main():
@@ -78,11 +50,11 @@ def main():
     given.folder.mkdir(parents=True, mode=0o700)
     till = Till(given.folder.resolve(), given.bin.resolve(), given.layout)
     try:
-        till.wait_for("the sign-in", lambda: till.log_says("sign-in"))
-        till.press("Down Enter 1 1 1 Enter")
-        till.wait_for("the sales window", lambda: till.log_says("signed in"))
+        wait_for("the sign-in", lambda: till.log_says("sign-in"))
+        till.screen.press("Down Enter 1 1 1 Enter")
+        wait_for("the sales window", lambda: till.log_says("signed in"))
         for sale, total in ((FIRST_SALE, "38.75"), (SECOND_SALE, "22.5")):
-            till.press(sale)
+            till.screen.press(sale)
             saved = till.sql("select ptot from sales order by pnum desc")
             if saved[0] != total:
                 sys.exit(f"after {sale}: saved {saved}, expected {total} first")
