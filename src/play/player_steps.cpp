@@ -443,8 +443,10 @@ Progress Player::do_file(const Step& step) {
     } else if (what == "folder") {
         std::filesystem::remove_all(file);
         std::filesystem::create_directory(file);
+    } else if (what == "is" && said.size() == 3) {
+        std::filesystem::copy_file(script_.file.parent_path() / said[2], file);
     } else {
-        return Progress::fail("it reads: file NAME removed|shortened BYTES|spoilt|folder");
+        return Progress::fail("it reads: file NAME removed|shortened BYTES|spoilt|folder|is FILE");
     }
     return Progress::ok();
 }

@@ -5,7 +5,6 @@
 
 #include "goods/barcodes.h"
 #include "stocked_shop.h"
-#include "support/faulty_connection.h"
 
 namespace {
 
@@ -172,35 +171,6 @@ TEST_F(ItemCards, AreDeletedOnlyIfNothingRefersToThem) {
     ASSERT_FALSE(item.remove());
     EXPECT_EQ(shop.number("select count(*) from items"), 2);
     EXPECT_EQ(shop.number("select count(*) from barcode"), 0);
-}
-
-// Whichever statement of a save fails, nothing of it is in the shop.
-TEST_F(ItemCards, AreSavedWholeOrNotAtAll) {
-    test::FaultyConnection faulty(shop.connection());
-    for (int statement = 1;; ++statement) {
-        goods::ItemCard item(faulty, session, services.prompts, services.clock);
-        ASSERT_FALSE(item.open(501));
-        item.card.name = "شاي ناعم";
-        item.card.group = "مشروبات";
-        item.card.prices[0][1] = "11";
-        item.card.barcodes = {{"555", 1}};
-        services.prompts.answers = {true};
-        faulty.fail_at(statement, test::FaultyConnection::Fault::passing);
-        try {
-            item.save();
-        } catch (const database::Error&) {
-        }
-        faulty.stop_failing();
-        const bool is_written = shop.cell("select name from items where code = 501") == "شاي ناعم";
-        EXPECT_EQ(is_written, shop.number("select price12 from items where code = 501") == 11) << statement;
-        EXPECT_EQ(is_written, shop.number("select count(*) from barcode where bar = '555'") == 1)
-            << statement;
-        EXPECT_EQ(is_written, shop.number("select count(*) from item_types where name = N'مشروبات'") == 1);
-        EXPECT_EQ(is_written, shop.number("select count(*) from till_price") == 1) << statement;
-        if (!is_written) continue;
-        EXPECT_GT(statement, 12);
-        break;
-    }
 }
 
 }  // namespace

@@ -28,6 +28,11 @@ def net_of(purchase):
     return purchase.total - purchase.discount + purchase.tax
 
 
+def percent(part, whole):
+    """With one decimal, and no minus before zero."""
+    return f"{rounded(part * 100 / whole, 1) or ZERO:.1f}%" if whole else ""
+
+
 def shares_of(amount, values):
     """An amount on values by their share of the sum: rounded each, the last takes the rest."""
     whole, left = sum(values, ZERO), amount
@@ -113,9 +118,8 @@ class OfficeBooks:
     @staticmethod
     def discount_row(sums):
         count, sold, discounts, returned, returns = sums
-        percent = lambda part: f"{rounded(part * 100 / sold, 1)}%" if sold else ""
-        return [str(count), text(sold), text(discounts), percent(discounts), str(returns), text(returned),
-                percent(returned)]
+        return [str(count), text(sold), text(discounts), percent(discounts, sold), str(returns), text(returned),
+                percent(returned, sold)]
 
     def of_lines(self, key):
         """Pieces, sales, shares of discounts, returns, cost."""
@@ -140,8 +144,7 @@ class OfficeBooks:
 
     @staticmethod
     def profit_row(net, cost):
-        percent = f"{rounded((net - cost) * 100 / net, 1)}%" if net else ""
-        return [text(net), text(cost), text(net - cost), percent]
+        return [text(net), text(cost), text(net - cost), percent(net - cost, net)]
 
     def ages(self, debts, balance):
         """What is still owed by age: the newest debts are the unpaid ones."""
