@@ -24,9 +24,6 @@ if(TALLVEX_SANITIZE)
     target_link_options(tallvex_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
-# Libraries whose files do not name two things of their own alike, and so may be compiled together.
-set(unity_libraries "^(common|database.*|backup|audit|signin|printing.*|cash|accounts|stock|sales|startup|play|ui|ui_(widgets|help|printing|journal|signin|cash|accounts|sales|display|stock))$")
-
 # tallvex_library([DEPENDS library...]): the library of the folder it is called in, all its sources but
 # main.cpp. The library is named after its folder, with "_" for "/": src/ui/sales is ui_sales. Its headers are
 # included by their path below src/, through links in the build tree that only this library and those that link it
@@ -48,7 +45,7 @@ function(tallvex_library)
     add_library(${name} ${sources})
     target_include_directories(${name} PUBLIC "${include}")
     target_link_libraries(${name} PUBLIC ${LIBRARY_DEPENDS} PRIVATE tallvex_flags)
-    if(TALLVEX_UNITY AND name MATCHES "${unity_libraries}")
+    if(TALLVEX_UNITY)
         set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
     endif()
     # Reading the standard library's headers takes longer than compiling what most files hold. (The libraries of Qt

@@ -24,12 +24,12 @@ backup::CopiedShop copy_shop(database::Connection& source, database::Connection&
     }
 }
 
-struct Options {
+struct CopyOptions {
     std::string folder;
     Place place = new_place;
 };
 
-void run(const Options& options, Tool& tool) {
+void run(const CopyOptions& options, Tool& tool) {
     const auto source = open_shop(tool);
     backup::CopiedShop outcome;
     const std::filesystem::path folder = tool.folder / options.folder;
@@ -49,7 +49,7 @@ void run(const Options& options, Tool& tool) {
 }  // namespace
 
 void add_copy_shop(CLI::App& program, Tool& tool) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<CopyOptions>();
     CLI::App* command = program.add_subcommand(
         "copy-shop",
         tool.help("Copies the shop of the working directory into a new one, in a file or on a server",

@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::size_t largest_file = 1U << 30U;
 
-struct Options {
+struct ImportOptions {
     std::string file;
     bool columns = false;
     bool code_page_1256 = false;
@@ -33,7 +33,7 @@ void list_columns(Tool& tool) {
 
 // Says what is wrong with lines and what should be looked at, line by line.
 void report(const std::vector<goods::LineProblem>& problems, const std::vector<goods::LineProblem>& notes,
-            const Options& options, Tool& tool) {
+            const ImportOptions& options, Tool& tool) {
     std::multimap<std::size_t, std::string> said;
     for (const goods::LineProblem& problem : problems)
         said.emplace(problem.line, problem.reason.english);
@@ -62,7 +62,7 @@ class StageBar {
     std::optional<Progress> shown_;
 };
 
-goods::ImportOutcome import(const std::string& csv, const Options& options, Tool& tool) {
+goods::ImportOutcome import(const std::string& csv, const ImportOptions& options, Tool& tool) {
     const auto connection = open_shop(tool);
     StageBar bar(tool);
     const goods::ImportProgress progress = std::ref(bar);
@@ -75,7 +75,7 @@ goods::ImportOutcome import(const std::string& csv, const Options& options, Tool
     return outcome;
 }
 
-void run(const Options& options, Tool& tool) {
+void run(const ImportOptions& options, Tool& tool) {
     std::string csv = common::read_file(tool.folder / options.file, largest_file);
     if (options.code_page_1256) csv = common::from_code_page_1256(csv);
     const goods::ImportOutcome outcome = import(csv, options, tool);
@@ -94,7 +94,7 @@ void run(const Options& options, Tool& tool) {
 }  // namespace
 
 void add_import_items(CLI::App& program, Tool& tool) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ImportOptions>();
     CLI::App* command = program.add_subcommand(
         "import-items",
         tool.help(

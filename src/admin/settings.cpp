@@ -18,7 +18,7 @@ using database::TillSetting;
 
 namespace {
 
-struct Options {
+struct SettingsOptions {
     std::string name;
     std::string value;
 };
@@ -36,7 +36,7 @@ void list_settings(Connection& connection, Tool& tool) {
     }
 }
 
-void set(Connection& connection, const Options& options, Tool& tool) {
+void set(Connection& connection, const SettingsOptions& options, Tool& tool) {
     const auto settings = database::till_settings();
     const auto setting = std::find_if(settings.begin(), settings.end(),
                                       [&](const TillSetting& known) { return known.name == options.name; });
@@ -93,7 +93,7 @@ Findings check_till_settings(Connection& connection, const Period& period) {
 }
 
 void add_settings(CLI::App& program, Tool& tool) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<SettingsOptions>();
     CLI::App* command = program.add_subcommand(
         "settings", tool.help("Shows the settings of the tills and what each does, or sets one",
                               "يعرض إعدادات الأجهزة وما يفعله كل منها، أو يغير واحدا منها"));

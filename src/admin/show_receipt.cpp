@@ -14,22 +14,22 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Options {
+struct ReceiptOptions {
     std::string file;
     std::string output;
     int width = 0;
 };
 
 // Far longer than any receipt; a larger file was named by mistake.
-constexpr std::size_t largest_file = 4 * 1024 * 1024;
+constexpr std::size_t longest_receipt = 4 * 1024 * 1024;
 
 std::string bytes_of(const fs::path& file) {
-    const std::string bytes = common::read_file(file, largest_file);
+    const std::string bytes = common::read_file(file, longest_receipt);
     if (bytes.empty()) throw Refused(file.string() + ": nothing was printed in it");
     return bytes;
 }
 
-void run(const Options& options, Tool& tool) {
+void run(const ReceiptOptions& options, Tool& tool) {
     const std::string bytes = bytes_of(tool.folder / options.file);
     const fs::path target = tool.folder / (options.output.empty() ? options.file + ".png" : options.output);
     const QtProgram program;
@@ -43,7 +43,7 @@ void run(const Options& options, Tool& tool) {
 }  // namespace
 
 void add_show_receipt(CLI::App& program, Tool& tool) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ReceiptOptions>();
     CLI::App* command = program.add_subcommand(
         "show-receipt", tool.help("Draws a text receipt as its paper would look, as a PNG picture",
                                   "يرسم بونا نصيا كما يظهر على الورق، في صورة PNG"));

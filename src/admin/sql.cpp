@@ -117,7 +117,7 @@ std::string csv_table(const database::Result& result) {
 
 namespace {
 
-struct Options {
+struct SqlOptions {
     std::string statement;
     bool csv = false;
     bool yes = false;
@@ -131,7 +131,7 @@ std::string joined(const std::vector<std::string>& texts, const char* between) {
 }
 
 // Asks before a statement whose harm nobody could take back row by row.
-void confirm(const StatementEffect& effect, const Options& options, Tool& tool) {
+void confirm(const StatementEffect& effect, const SqlOptions& options, Tool& tool) {
     if (effect.dangers.empty() || options.yes) return;
     const std::string what = "this statement " + joined(effect.dangers, ", and ");
     if (tool.terminal == nullptr || isatty(STDIN_FILENO) == 0)
@@ -158,7 +158,7 @@ void keep_copy_of_today(Tool& tool) {
     tool.err << "the shop as it was is kept in " << copy.string() << '\n';
 }
 
-void run(const Options& options, Tool& tool) {
+void run(const SqlOptions& options, Tool& tool) {
     const auto connection = open_shop(tool);
     const StatementEffect effect = effect_of(options.statement);
     confirm(effect, options, tool);
@@ -184,7 +184,7 @@ void run(const Options& options, Tool& tool) {
 }  // namespace
 
 void add_sql(CLI::App& program, Tool& tool) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<SqlOptions>();
     CLI::App* command = program.add_subcommand(
         "sql", tool.help("Runs a Transact-SQL statement on the shop and prints its rows",
                          "ينفذ جملة Transact-SQL على المحل ويعرض سطورها"));

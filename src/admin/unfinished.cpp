@@ -16,7 +16,7 @@ using database::JournalEntry;
 
 namespace {
 
-struct Options {
+struct UnfinishedOptions {
     std::int64_t finish = 0;
     std::int64_t undo = 0;
 };
@@ -39,7 +39,7 @@ JournalEntry find(const std::vector<JournalEntry>& entries, std::int64_t id) {
     throw Refused("there is no unfinished save " + std::to_string(id));
 }
 
-void settle(const Options& options, Tool& tool) {
+void settle(const UnfinishedOptions& options, Tool& tool) {
     const auto connection = open_shop(tool);
     const auto entries = database::unfinished_saves(*connection);
     const std::int64_t id = options.finish != 0 ? options.finish : options.undo;
@@ -84,7 +84,7 @@ Findings check_unfinished(database::Connection& connection, const common::Moment
 }
 
 void add_unfinished(CLI::App& program, Tool& tool) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<UnfinishedOptions>();
     CLI::App* command = program.add_subcommand(
         "unfinished",
         tool.help(

@@ -40,7 +40,7 @@ constexpr FieldDescription note_field(std::string_view column, common::FieldPlac
 
 constexpr FieldDescription names[] = {name_field("name", 2)};
 
-constexpr FieldDescription drawer_fields[] = {
+constexpr FieldDescription fields_of_drawers[] = {
     name_field("name"),
     parent_field("ال&فرع", "stcode", "اختر الفرع"),
     {.name = "list_opening",
@@ -191,7 +191,7 @@ const ListDescription descriptions[] = {
      .row = "select * from cash where code = ",
      .highest = "select max(code) from cash",
      .erase = "delete from cash where code = ",
-     .fields = drawer_fields,
+     .fields = fields_of_drawers,
      .references = drawer_references,
      .parent = "stores",
      .parent_column = "stcode",

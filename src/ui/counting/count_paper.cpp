@@ -8,7 +8,7 @@ namespace {
 
 using counting::Difference;
 
-struct Column {
+struct PaperColumn {
     const char* heading;
     double share;
     bool is_figure;
@@ -21,7 +21,7 @@ std::string moved_text(const Difference& one) {
     return one.moved_meanwhile == 0 ? "" : quantity_text(one.moved_meanwhile);
 }
 
-const Column columns[] = {
+const PaperColumn columns[] = {
     {"كود", 0.8, true, false, false, [](const Difference& one) { return std::to_string(one.item); }},
     {"الصنف", 3, false, false, false, [](const Difference& one) { return one.name; }},
     {"صالح حتى", 1.1, true, false, false, [](const Difference& one) { return expiry_text(one.expiry); }},
@@ -36,7 +36,7 @@ const Column columns[] = {
 
 template <typename Take>
 void for_each_column(bool sees_cost, bool is_missing, const Take& take) {
-    for (const Column& column : columns)
+    for (const PaperColumn& column : columns)
         if ((sees_cost || !column.is_cost) && (!is_missing || !column.of_counted_only)) take(column);
 }
 
@@ -44,13 +44,13 @@ void for_each_column(bool sees_cost, bool is_missing, const Take& take) {
 
 QStringList counting_headings(bool sees_cost, bool is_missing) {
     QStringList headings;
-    for_each_column(sees_cost, is_missing, [&](const Column& column) { headings << column.heading; });
+    for_each_column(sees_cost, is_missing, [&](const PaperColumn& column) { headings << column.heading; });
     return headings;
 }
 
 QStringList counting_cells(const Difference& difference, bool sees_cost, bool is_missing) {
     QStringList cells;
-    for_each_column(sees_cost, is_missing, [&](const Column& column) {
+    for_each_column(sees_cost, is_missing, [&](const PaperColumn& column) {
         const std::string text = column.text(difference);
         cells << (column.is_figure ? figure(text) : qt(text));
     });
@@ -78,14 +78,14 @@ printing::Report count_paper(const signin::Session& session, const counting::Cou
                                       (count.is_open() ? "" : " " + minute_text(count.closed))}};
     if (!count.title.empty()) report.captions.emplace_back("بيان", count.title);
     report.orientation = printing::Orientation::landscape;
-    for_each_column(sees_cost, is_missing, [&](const Column& column) {
+    for_each_column(sees_cost, is_missing, [&](const PaperColumn& column) {
         report.columns.push_back(
             {column.heading, column.is_figure ? printing::Align::end : printing::Align::start, column.share});
     });
     for (const Difference& one : found) {
         std::vector<std::string> cells;
         for_each_column(sees_cost, is_missing,
-                        [&](const Column& column) { cells.push_back(column.text(one)); });
+                        [&](const PaperColumn& column) { cells.push_back(column.text(one)); });
         report.rows.push_back(std::move(cells));
     }
     const counting::Totals totals = counting::totals_of(found);

@@ -10,6 +10,7 @@
 #include "common/typed.h"
 #include "database/choices.h"
 #include "signin/permissions.h"
+#include "ui/counting/columns.h"
 #include "ui/counting/texts.h"
 #include "ui/printing/report_foot.h"
 #include "ui/widgets/choices.h"
@@ -22,11 +23,6 @@ namespace ui {
 
 namespace {
 
-struct Column {
-    const char* heading;
-    double share;
-    bool is_figure;
-};
 constexpr Column low_columns[] = {{"كود", 0.8, true},  {"الصنف", 3, false},   {"المجموعة", 1.6, false},
                                   {"الرصيد", 1, true}, {"حد الطلب", 1, true}, {"ينقص", 1, true}};
 constexpr Column expiring_columns[] = {
@@ -43,25 +39,6 @@ std::span<const Column> columns_of(int view, bool sees_cost) {
     if (view == 0) return low_columns;
     const std::span<const Column> all(expiring_columns);
     return sees_cost ? all : all.first(all.size() - 1);
-}
-
-QStringList headings_of(std::span<const Column> columns) {
-    QStringList texts;
-    for (const Column& column : columns)
-        texts << column.heading;
-    return texts;
-}
-
-std::vector<QStringList> cells_of(const std::vector<std::vector<std::string>>& rows,
-                                  std::span<const Column> columns) {
-    std::vector<QStringList> list;
-    for (const auto& row : rows) {
-        QStringList cells;
-        for (std::size_t i = 0; i < row.size(); ++i)
-            cells << (columns[i].is_figure ? figure(row[i]) : qt(row[i]));
-        list.push_back(std::move(cells));
-    }
-    return list;
 }
 
 }  // namespace
@@ -197,9 +174,7 @@ printing::Report NeedsPage::paper() const {
     report.title = is_low ? "أصناف رصيدها أقل من حد الطلب" : "بضاعة منتهية أو قريبة الانتهاء";
     report.captions = {{"المخزن", common::name_of(stores_, store().value_or(all_stores))},
                        {"في", common::date_text(context_.services.clock.now().date)}};
-    for (const Column& column : columns_of(view_->value(), sees_cost_))
-        report.columns.push_back(
-            {column.heading, column.is_figure ? printing::Align::end : printing::Align::start, column.share});
+    add_columns(report, columns_of(view_->value(), sees_cost_));
     report.rows = rows_;
     report.totals = {{"عدد السطور", std::to_string(rows_.size())}};
     if (!is_low && sees_cost_) report.totals.emplace_back("القيمة", value_.text());

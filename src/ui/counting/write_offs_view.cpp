@@ -17,12 +17,7 @@ namespace ui {
 
 namespace {
 
-struct Column {
-    const char* heading;
-    double share;
-    bool is_figure;
-};
-constexpr Column columns[] = {
+constexpr Column all_columns[] = {
     {"محضر", 0.8, true},   {"التاريخ", 1.2, true},  {"المخزن", 1.4, false}, {"الصنف", 3, false},
     {"الكمية", 0.9, true}, {"صالح حتى", 1.2, true}, {"السبب", 2, false},    {"القيمة", 1.1, true},
     // the last only for who may see costs
@@ -52,7 +47,7 @@ WriteOffsView::WriteOffsView(const Context& context)
     period->addWidget(show, 0, Qt::AlignBottom);
     period->addStretch(1);
     column->addLayout(period);
-    table_ = new ListTable("write_offs_rows", headings(), 3);
+    table_ = new ListTable("write_offs_rows", headings_of(columns()), 3);
     table_->say_when_empty("لا توجد محاضر تالف في هذه المدة");
     connect(table_, &ListTable::left_upwards, start_, qOverload<>(&QWidget::setFocus));
     column->addWidget(table_, 1);
@@ -64,12 +59,9 @@ WriteOffsView::WriteOffsView(const Context& context)
     column->addLayout(foot);
 }
 
-QStringList WriteOffsView::headings() const {
-    QStringList texts;
-    for (const Column& column : columns)
-        texts << column.heading;
-    if (!sees_cost_) texts.removeLast();
-    return texts;
+std::span<const Column> WriteOffsView::columns() const {
+    const std::span<const Column> all(all_columns);
+    return sees_cost_ ? all : all.first(all.size() - 1);
 }
 
 void WriteOffsView::open() {
@@ -81,15 +73,7 @@ void WriteOffsView::open() {
         is_open_ = true;
     }
     rows_ = counting::read_write_offs(context_.connection, from_, to_);
-    std::vector<QStringList> rows;
-    for (const auto& row : rows_) {
-        QStringList cells;
-        const auto texts = cells_of(row);
-        for (std::size_t i = 0; i < texts.size(); ++i)
-            cells << (columns[i].is_figure ? figure(texts[i]) : qt(texts[i]));
-        rows.push_back(cells);
-    }
-    table_->show_rows(std::move(rows));
+    table_->show_rows(cells_of(texts_of_rows(), columns()));
     reverse_->setEnabled(!rows_.empty());
     QString said = "عدد السطور " + figure(static_cast<qlonglong>(rows_.size()));
     if (sees_cost_) said += " · القيمة " + figure(counting::value_of(rows_).text());
@@ -125,7 +109,14 @@ void WriteOffsView::reverse() {
     });
 }
 
-std::vector<std::string> WriteOffsView::cells_of(const counting::WriteOffRow& row) const {
+std::vector<std::vector<std::string>> WriteOffsView::texts_of_rows() const {
+    std::vector<std::vector<std::string>> rows;
+    for (const counting::WriteOffRow& row : rows_)
+        rows.push_back(texts_of(row));
+    return rows;
+}
+
+std::vector<std::string> WriteOffsView::texts_of(const counting::WriteOffRow& row) const {
     std::vector<std::string> cells = {
         std::to_string(row.number),       common::date_text(row.moment.date), row.store_name, row.line.name,
         quantity_text(row.line.quantity), expiry_text(row.line.expiry),       row.line.reason};
@@ -138,13 +129,8 @@ printing::Report WriteOffsView::paper() const {
     report.title = "محاضر التالف والمنتهي";
     report.orientation = printing::Orientation::landscape;
     report.captions = {{"من تاريخ", common::date_text(from_)}, {"إلى تاريخ", common::date_text(to_)}};
-    const auto shown = static_cast<std::size_t>(headings().size());
-    for (std::size_t i = 0; i < shown; ++i)
-        report.columns.push_back({columns[i].heading,
-                                  columns[i].is_figure ? printing::Align::end : printing::Align::start,
-                                  columns[i].share});
-    for (const auto& row : rows_)
-        report.rows.push_back(cells_of(row));
+    add_columns(report, columns());
+    report.rows = texts_of_rows();
     report.totals = {{"عدد السطور", std::to_string(rows_.size())}};
     if (sees_cost_) report.totals.emplace_back("القيمة", counting::value_of(rows_).text());
     report.signatures = {"أمين المخزن", "يعتمد"};

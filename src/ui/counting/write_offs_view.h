@@ -5,6 +5,7 @@
 
 #include "counting/write_off.h"
 #include "printing/report.h"
+#include "ui/counting/columns.h"
 #include "ui/widgets/context.h"
 
 class QLabel;
@@ -26,8 +27,10 @@ class WriteOffsView : public QWidget {
   private:
     void show_period();
     void reverse();
-    QStringList headings() const;
-    std::vector<std::string> cells_of(const counting::WriteOffRow& row) const;
+    // Without the last column for who may not see costs.
+    std::span<const Column> columns() const;
+    std::vector<std::string> texts_of(const counting::WriteOffRow& row) const;
+    std::vector<std::vector<std::string>> texts_of_rows() const;
     printing::Report paper() const;
 
     Context context_;

@@ -18,8 +18,6 @@ namespace ui {
 
 namespace {
 
-// "Leave what you typed without saving it?"
-constexpr std::string_view ask_drop = "لم تحفظ ما كتبته. هل تتركه؟";
 // "Delete …?"
 constexpr std::string_view ask_erase = "حذف ";
 

@@ -2,11 +2,15 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "ui/widgets/form.h"
 
 namespace ui {
+
+// "Leave what you typed without saving it?"
+inline constexpr std::string_view ask_drop = "لم تحفظ ما كتبته. هل تتركه؟";
 
 class RecordForm : public FormFields {
   public:

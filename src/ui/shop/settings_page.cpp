@@ -8,6 +8,7 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "ui/shop/record_form.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
@@ -20,8 +21,6 @@ namespace ui {
 
 namespace {
 
-// "Leave what you typed without saving it?"
-constexpr std::string_view ask_drop = "لم تحفظ ما كتبته. هل تتركه؟";
 constexpr auto not_set = "غير محدد";
 
 // Figures and names of ports run from the left.

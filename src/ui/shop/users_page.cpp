@@ -24,7 +24,7 @@ namespace ui {
 namespace {
 
 // "Leave what you changed without saving it?"
-constexpr std::string_view ask_drop = "لم تحفظ ما غيرته. هل تتركه؟";
+constexpr std::string_view ask_drop_changes = "لم تحفظ ما غيرته. هل تتركه؟";
 // "Block …? He keeps his name on what he did and can no longer sign in."
 constexpr std::string_view ask_block =
     "إيقاف المستخدم؟ لن يستطيع الدخول ولا الموافقة، ويبقى اسمه على ما عمله";
@@ -124,7 +124,7 @@ shop::UserRow UsersPage::typed() const {
 bool UsersPage::may_leave() {
     const shop::UserRow now = typed();
     return (now.name == read_.name && now.permissions == read_.permissions) ||
-           context_.services.prompts.question(ask_drop);
+           context_.services.prompts.question(ask_drop_changes);
 }
 
 void UsersPage::show_users(std::int64_t code) {
