@@ -13,6 +13,9 @@ Findings check_journal(database::Connection& connection, const audit::Place& pla
         std::string text;
         if (found.missing == 0)
             text = row + " (" + moment + ") was changed, or one before it was put in";
+        else if (found.is_end && found.missing == found.number - 1)
+            text = "all " + std::to_string(found.missing) + " rows of till " + std::to_string(found.till) +
+                   " are missing, as after restoring a backup from before them";
         else if (found.is_end)
             text = "the last " + std::to_string(found.missing) + " rows of till " +
                    std::to_string(found.till) + " are missing; what is there ends at " + moment;

@@ -3,6 +3,7 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "database/schema/schema.h"
+#include "startup/shop_version.h"
 
 namespace admin {
 
@@ -58,6 +59,19 @@ class SettingsCheck {
 
     std::int64_t count(const Sql& statement) { return database::integer_of(connection_.scalar(statement)); }
 
+    void stamp(const std::string& stamped, const std::string& own) {
+        if (own.empty() || stamped == own) return;
+        const std::string differs =
+            "the shop was last used by version \"" + stamped + "\", this one is \"" + own + "\"; ";
+        if (startup::is_older(stamped, own)) {
+            add(Verdict::note, "settings",
+                differs + "the next start of a till updates it, on a server that of the server's own till");
+        } else {
+            add(Verdict::wrong, "settings",
+                differs + "install the same version on every till, starting with the server's");
+        }
+    }
+
     void settings(const database::Row& basic) {
         const std::size_t before = findings_.size();
         const double ceiling = basic.number("max_dis");
@@ -66,13 +80,7 @@ class SettingsCheck {
                 "the discount ceiling max_dis is " + common::shortest_text(ceiling) +
                     "; set a percentage from 0 to 100");
         }
-        const std::string stamped(common::trim(basic.text("cr_v")));
-        if (!version_.empty() && stamped != common::trim(version_)) {
-            add(Verdict::wrong, "settings",
-                "the shop was last used by version \"" + stamped + "\", this one is \"" +
-                    std::string(common::trim(version_)) +
-                    "\"; install the same version on every till, starting with the server's");
-        }
+        stamp(std::string(common::trim(basic.text("cr_v"))), std::string(common::trim(version_)));
         if (common::trim(basic.text("aname")).empty()) {
             add(Verdict::note, "settings", "the shop has no name (aname); receipts begin with a blank line");
         }

@@ -12,6 +12,7 @@
 #include "backup/contents.h"
 #include "common/files.h"
 #include "database/embedded/functions.h"
+#include "database/embedded/name_index.h"
 #include "database/embedded/open.h"
 #include "database/schema/schema.h"
 
@@ -160,6 +161,12 @@ Copy back_up(const fs::path& shop, const fs::path& target, const Progress& progr
         const File source = open_file(shop, SQLITE_OPEN_READONLY);
         const File made = open_target(copy.path());
         copy_pages(source.get(), made.get(), "backup", progress);
+        // Whoever goes back to an earlier version restores the copy with that one.
+        try {
+            database::embedded::drop_name_indexes(made.get());
+        } catch (const database::Error& error) {
+            throw Error(std::string("the copy failed: ") + error.what());
+        }
         // A single file, without the log that a shop in use has beside it.
         sqlite3_exec(made.get(), "pragma journal_mode = delete", nullptr, nullptr, nullptr);
     }

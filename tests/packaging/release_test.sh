@@ -10,11 +10,6 @@ same "lines too long for Debian" 0 "$(grep -v '^ --' <<<"$log" | grep -c '.\{81\
 entries=$(grep -c '^## ' "$root/docs/changes.md")
 same "entries" "$entries" "$(grep -c '^tallvex (' <<<"$log")"
 same "entries in Arabic" "$entries" "$(grep -c '^### بالعربية$' "$root/docs/changes.md")"
-for page in $(grep -l 'tallvex_[0-9.]*_amd64\.deb' "$root"/docs/*.md); do
-    same "the package in $(basename "$page")" "tallvex_${version}_amd64.deb" \
-        "$(grep -o 'tallvex_[0-9.]*_amd64\.deb' "$page" | sort -u)"
-done
-
 # A tree of its own, whose check leaves a package and notes how it was called.
 mkdir -p "$here/tree/docs" && cd "$here/tree" || exit 1
 cp -r "$root/packaging" "$root/CMakeLists.txt" . && cp "$root/docs/changes.md" docs

@@ -51,6 +51,12 @@ const std::vector<OwnIndex>& own_indexes() {
 
 }  // namespace
 
+void drop_name_indexes(sqlite3* engine) {
+    for (const OwnIndex& own : own_indexes()) {
+        if (own.folded) execute(engine, "DROP INDEX IF EXISTS " + quoted_name(own.name()));
+    }
+}
+
 std::string name_list(const std::vector<std::string>& names) {
     std::string list;
     for (const std::string& name : names)

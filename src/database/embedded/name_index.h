@@ -14,6 +14,10 @@ namespace database::embedded {
 // that changes, this name must, so that shops make the index anew.
 std::string name_index(const std::string& table);
 
+// Takes the indexes of folded names out of a file that an earlier version is to read, which does not know
+// their function. Who opens the file next makes them anew.
+void drop_name_indexes(sqlite3* engine);
+
 // Returns the column if the expression is searched_text() of one, else null.
 const Expression* searched_column(Writer& writer, const Expression& expression);
 
