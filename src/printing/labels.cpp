@@ -2,6 +2,8 @@
 
 #include <numeric>
 
+#include "printing/receipt.h"
+
 namespace printing {
 
 namespace {
@@ -10,11 +12,20 @@ constexpr LabelPaper roll(std::string_view name, std::string_view caption, doubl
     return {name, caption, width, height, 1, 1, 0, 0, width, height};
 }
 
+// As wide as its print head prints.
+constexpr LabelPaper receipts(std::string_view name, std::string_view caption, const RollWidth& roll) {
+    constexpr double height = 30;
+    return {name, caption,      roll.paper, height, 1, 1, (roll.paper - roll.printed) / 2,
+            0,    roll.printed, height,     true};
+}
+
 constexpr LabelPaper papers[] = {
     roll("roll-50x25", "رول 50 × 25 مم", 50, 25),
     roll("roll-40x30", "رول 40 × 30 مم", 40, 30),
     roll("roll-38x25", "رول 38 × 25 مم", 38, 25),
     roll("roll-58x40", "رول 58 × 40 مم", 58, 40),
+    receipts("receipts-80", "بكرة البون 80 مم", wide_roll),
+    receipts("receipts-58", "بكرة البون 58 مم", narrow_roll),
     {"a4-24", "ورق A4 · 24 ملصقا (70 × 37 مم)", 210, 297, 3, 8, 0, 0.5, 70, 37},
     {"a4-40", "ورق A4 · 40 ملصقا (52.5 × 29.7 مم)", 210, 297, 4, 10, 0, 0, 52.5, 29.7},
     {"a4-65", "ورق A4 · 65 ملصقا (38 × 21 مم)", 210, 297, 5, 13, 10, 12, 38, 21},

@@ -30,6 +30,8 @@ struct LabelPaper {
     double top = 0;
     double width = 0;  // of a label
     double height = 0;
+    // The workstation's receipt printer prints it, if there is one at a port, and cuts behind each label.
+    bool is_of_receipts = false;
     bool is_sheet() const { return columns * rows > 1; }
 };
 std::span<const LabelPaper> label_papers();

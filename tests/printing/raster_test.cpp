@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "printing/code_128.h"
+#include "printing/pages/label_page.h"
 #include "printing/pages/receipt_page.h"
 #include "sample.h"
 #include "support/shop.h"
@@ -174,6 +175,27 @@ TEST(Raster, BurnsThePageDotByDot) {
             EXPECT_NE(codes.find("https://inv.example/متجر-77/777"), std::string::npos) << codes;
             EXPECT_NE(codes.find("-1108485729271284\n"), std::string::npos) << codes;
         }
+    }
+}
+
+// Each label of a roll of receipts is a page of its own, as wide as the print head.
+TEST(Raster, PrintsLabels) {
+    NEEDS_TOOL("zbarimg");
+    const test::TemporaryFolder folder;
+    for (const printing::LabelPaper& paper : printing::label_papers()) {
+        if (!paper.is_of_receipts) continue;
+        const printing::pages::LabelPages labels({paper,
+                                                  0,
+                                                  {{"بقالة", "شاي", "", "10.00", "6229413700121"},
+                                                   {"بقالة", "سكر", "", "31.00", "6229413700213"}}});
+        const printing::RollWidth& roll = printing::roll_of(paper.page_width == 58 ? 40 : 48);
+        RollPrinter printer(static_cast<int>(roll.printed * 8));
+        printer.print(raster(labels, roll, ReceiptPicture::raster, 1));
+        EXPECT_TRUE(printer.was_cut());
+        const fs::path file = folder.path() / "label.png";
+        ASSERT_TRUE(printer.picture().save(QString::fromStdString(file.string())));
+        EXPECT_EQ(test::output_of("zbarimg --raw -q '" + file.string() + "'"), "6229413700213\n")
+            << paper.name;
     }
 }
 

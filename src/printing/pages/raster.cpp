@@ -26,12 +26,12 @@ std::string two_bytes(int number) {
 }
 
 // Rows of the page from `top` on, within what the print head reaches.
-QImage slice_of(const PageSet& page, const RollWidth& roll, int top, int rows) {
+QImage slice_of(const PageSet& pages, int page, const RollWidth& roll, int top, int rows) {
     QImage slice(static_cast<int>(std::lround(roll.printed * dots_per_mm)), rows, print_head_format);
     slice.fill(Qt::white);
     QPainter painter(&slice);
     painter.translate(-(roll.paper - roll.printed) / 2 * dots_per_mm, -top);
-    page.draw(painter, dots_per_mm, 0);
+    pages.draw(painter, dots_per_mm, page);
     return slice;
 }
 
@@ -73,13 +73,13 @@ std::string bit_image_stripe(const QImage& slice, int top) {
 
 }  // namespace
 
-std::string raster(const PageSet& page, const RollWidth& roll, ReceiptPicture command) {
+std::string raster(const PageSet& pages, const RollWidth& roll, ReceiptPicture command, int page) {
     const bool in_stripes = command == ReceiptPicture::bit_image;
     std::string bytes(common::printer_reset);
     if (in_stripes) bytes += line_spacing_of_stripes;
-    const int rows = static_cast<int>(std::ceil(page.size().height() * dots_per_mm));
+    const int rows = static_cast<int>(std::ceil(pages.size().height() * dots_per_mm));
     for (int top = 0; top < rows; top += slice_rows) {
-        const QImage slice = slice_of(page, roll, top, std::min(slice_rows, rows - top));
+        const QImage slice = slice_of(pages, page, roll, top, std::min(slice_rows, rows - top));
         const int band = in_stripes ? stripe : largest_band / ((slice.width() + 7) / 8) / stripe * stripe;
         for (int y = 0; y < slice.height(); y += band) {
             bytes += in_stripes ? bit_image_stripe(slice, y)

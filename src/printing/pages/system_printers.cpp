@@ -239,8 +239,25 @@ void SystemReportPrinter::preview(const Report& report) {
     }
 }
 
+// Each label ends with a cut.
+bool SystemReportPrinter::print_on_receipts(const LabelJob& labels) {
+    const PrinterChoice& choice = workstation_.choice;
+    const auto made = marked(workstation_, std::make_shared<LabelPages>(labels));
+    const RollWidth& roll = labels.paper.page_width == narrow_roll.paper ? narrow_roll : wide_roll;
+    std::string bytes;
+    for (int page = 0; page < made->count(); ++page)
+        bytes +=
+            raster(*made, roll, choice.prints_pictures() ? choice.picture : ReceiptPicture::raster, page);
+    const common::PortFault fault =
+        workstation_.services.devices.write_port(choice.receipt_port, bytes, message::labels_title);
+    return fault == common::PortFault::none ||
+           not_printed(message::port_words(fault, choice.receipt_port), choice.receipt_port);
+}
+
 bool SystemReportPrinter::print_labels(const LabelJob& labels) {
     try {
+        if (labels.paper.is_of_receipts && workstation_.choice.is_text_port())
+            return print_on_receipts(labels);
         return print(marked(workstation_, std::make_shared<LabelPages>(labels)),
                      std::string(message::labels_title));
     } catch (const std::exception& error) {
@@ -251,7 +268,7 @@ bool SystemReportPrinter::print_labels(const LabelJob& labels) {
 void SystemReportPrinter::preview_labels(const LabelJob& labels) {
     try {
         const auto made = marked(workstation_, std::make_shared<LabelPages>(labels));
-        workstation_.show_pages(made, [&] { return print(made, std::string(message::labels_title)); });
+        workstation_.show_pages(made, [&] { return print_labels(labels); });
     } catch (const std::exception& error) {
         not_printed(database::words_for(error), error.what());
     }

@@ -94,6 +94,7 @@ class SystemReportPrinter final : public ReportPrinter {
   private:
     std::shared_ptr<const PageSet> pages_of(const Report& report) const;
     bool print(const std::shared_ptr<const PageSet>& made, const std::string& title);
+    bool print_on_receipts(const LabelJob& labels);
     Progress progress(const std::string& title) const;
     // Writes a file; a failure is shown and logged, an end by the cashier is not.
     bool kept(const std::filesystem::path& file, const std::function<bool()>& write);
