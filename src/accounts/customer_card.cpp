@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "accounts/messages.h"
+#include "accounts/parties.h"
 #include "common/numbers.h"
 #include "common/search.h"
 #include "common/text.h"
@@ -127,9 +128,16 @@ std::optional<Refusal> AccountCustomer::open(CardMode mode, std::int64_t code) {
     load_lists();
     if (mode != CardMode::add) return show(code);
     card = {};
+    const std::int64_t free = next_party_code(connection_);
+    if (free <= highest_code().value_or(free)) card.number = std::to_string(free);
     balance_ = 0;
     load_places(1);
     return std::nullopt;
+}
+
+// A quotation for a customer of a higher number could not be stored.
+std::optional<std::int64_t> AccountCustomer::highest_code() const {
+    return database::highest_whole_number(connection_, "offer", "vcode");
 }
 
 std::optional<Refusal> AccountCustomer::show(std::int64_t code) {
@@ -196,8 +204,7 @@ std::optional<Refusal> AccountCustomer::check() const {
     auto refused = database::check(customer_form(), card, limits);
     if (!refused && card.has_guarantor) refused = database::check(guarantor_form(), card, limits);
     if (refused || mode_ != CardMode::add) return refused;
-    // A quotation for a customer of a higher number could not be stored.
-    const auto highest = database::highest_whole_number(connection_, "offer", "vcode");
+    const auto highest = highest_code();
     if (highest && common::read_code(card.number) > highest)
         refused = Refusal("customer_number", std::string(message::code_too_high) + std::to_string(*highest));
     return refused;

@@ -52,7 +52,8 @@ class AccountCustomer {
   public:
     explicit AccountCustomer(database::Connection& connection) : connection_(connection) {}
 
-    // Reads the lists and, except for a new customer, the card. Refused if there is no such customer.
+    // Reads the lists and the card; a new customer's has a free number that can be typed over. Refused if
+    // there is no such customer.
     std::optional<common::Refusal> open(CardMode mode, std::int64_t code = 0);
     // Shows another customer's card in the same mode.
     std::optional<common::Refusal> show(std::int64_t code);
@@ -87,6 +88,7 @@ class AccountCustomer {
     std::vector<common::Choice> find_classes(std::string_view wanted);
     void load_places(std::size_t level);
     std::optional<common::Refusal> check() const;
+    std::optional<std::int64_t> highest_code() const;
     database::Connection& connection_;
     CardMode mode_ = CardMode::add;
     double balance_ = 0;

@@ -1,6 +1,9 @@
 #include "accounts/parties.h"
 
+#include <algorithm>
+
 #include "database/choices.h"
+#include "database/reads.h"
 #include "database/recordset.h"
 
 namespace accounts {
@@ -34,6 +37,20 @@ std::vector<common::Choice> load_parties(database::Connection& connection, Party
             ? Sql("select ccode as x1,cname as x2 from custdata where isnull(ctype,0) = 0 order by ccode")
             : Sql("select ccode as x1,cname as x2 from custdata where ctype = 1 order by ccode");
     return database::choices(connection.query(statement), "x1", "x2");
+}
+
+std::int64_t next_party_code(database::Connection& connection) {
+    std::int64_t highest = 0;
+    database::Reads reads;
+    const auto look = [&](database::Fragment statement) {
+        reads.add(statement, [&](const database::Result& result) {
+            highest = std::max(highest, database::integer_of(database::first_cell(result)));
+        });
+    };
+    look("select max(ccode) from custdata");
+    look("select max(vcode) from vendata");
+    reads.run(connection);
+    return highest + 1;
 }
 
 common::Amount move_balance(database::Connection& connection, PartyKind kind, std::int64_t code, double by) {

@@ -25,6 +25,10 @@ std::optional<Party> find_party(database::Connection& connection, PartyKind kind
 
 std::vector<common::Choice> load_parties(database::Connection& connection, PartyKind kind);
 
+// A code for a new party: above those of all customers and vendors, because the statement of a customer
+// counts the purchases of his code.
+std::int64_t next_party_code(database::Connection& connection);
+
 // Adds to a party's balance and returns the new one. Neither is rounded before it is shown, for rows of other
 // programs may hold more than two decimals. Throws Error 40001 if another till changes the row at the same
 // moment, and Error 02000 if there is none.

@@ -24,6 +24,9 @@ struct LowItem {
 // Items that are no longer sold and services do not count.
 std::vector<LowItem> read_low_stock(database::Connection& connection, std::optional<std::int64_t> store = {});
 
+// So many days ahead an owner looks for goods that expire, unless he says otherwise.
+inline constexpr int days_ahead = 30;
+
 struct ExpiringBatch {
     std::int64_t item = 0;
     std::string name;
@@ -39,5 +42,12 @@ struct ExpiringBatch {
 // The batches with stock whose date is past or comes by `until`, the oldest first.
 std::vector<ExpiringBatch> read_expiring(database::Connection& connection, const common::Date& until,
                                          std::optional<std::int64_t> store = {});
+
+// How many rows both lists have.
+struct NeedCounts {
+    std::size_t low_items = 0;
+    std::size_t expiring_batches = 0;
+};
+NeedCounts count_needs(database::Connection& connection, const common::Date& today);
 
 }  // namespace counting

@@ -9,6 +9,7 @@
 #include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "signin/session.h"
 #include "ui/help/open_help.h"
@@ -94,7 +95,10 @@ QWidget* OfficeWindow::build_entries() {
     column->setContentsMargins(px(8), px(10), px(8), px(10));
     column->setSpacing(px(4));
     for (const Entry& entry : entries()) {
-        if (signin::allows(context_.session, entry.right)) add_entry(entry, *column);
+        const auto is_allowed = [this](signin::Action right) {
+            return signin::allows(context_.session, right);
+        };
+        if (std::ranges::any_of(entry.rights, is_allowed)) add_entry(entry, *column);
     }
     column->addStretch(1);
     const auto foot = [&](const char* name, const char* cap, const QString& caption, auto action) {
@@ -142,10 +146,11 @@ void OfficeWindow::open_entry(Place& place) {
     mark_current();
 }
 
-void OfficeWindow::show_page(Place& place) {
-    ui::guarded(context_.services, "OpenPage", [&] {
+bool OfficeWindow::show_page(Place& place) {
+    const bool shown = ui::guarded(context_.services, "OpenPage", [&] {
         if (place.page == nullptr) {
             place.page = place.entry->make(context_);
+            place.page->set_links(*this);
             stack_->addWidget(place.page);
         }
         place.page->open();
@@ -154,6 +159,19 @@ void OfficeWindow::show_page(Place& place) {
         place.page->take_focus();
     });
     mark_current();
+    return shown;
+}
+
+std::size_t OfficeWindow::place_of(ui::PageList list) const {
+    const auto found = std::ranges::find_if(
+        places_, [list](const Place& place) { return std::ranges::count(place.entry->lists, list) > 0; });
+    return static_cast<std::size_t>(found - places_.begin());
+}
+
+void OfficeWindow::open(ui::PageList list) {
+    if (!has(list) || !may_leave_page()) return;
+    Place& place = places_[place_of(list)];
+    if (show_page(place)) ui::guarded(context_.services, "OpenList", [&] { place.page->show_list(list); });
 }
 
 void OfficeWindow::mark_current() {

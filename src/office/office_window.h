@@ -14,7 +14,7 @@ class QVBoxLayout;
 
 namespace office {
 
-class OfficeWindow : public QWidget {
+class OfficeWindow : public QWidget, private ui::PageLinks {
     Q_OBJECT
   public:
     explicit OfficeWindow(const ui::Context& context);
@@ -39,7 +39,11 @@ class OfficeWindow : public QWidget {
     QWidget* build_entries();
     void add_entry(const Entry& entry, QVBoxLayout& column);
     void open_entry(Place& place);
-    void show_page(Place& place);
+    bool show_page(Place& place);
+    bool has(ui::PageList list) const override { return place_of(list) < places_.size(); }
+    void open(ui::PageList list) override;
+    // The number of places if the user has none with the list.
+    std::size_t place_of(ui::PageList list) const;
     void mark_current();
     void leave();
     bool may_leave_page();

@@ -31,17 +31,22 @@ ui::Page* make_page(const ui::Context& context) {
 const std::vector<Entry>& entries() {
     using signin::Action;
     static const std::vector<Entry> table = {
-        {"today", "ال&يوم", Action::see_reports, make_page<ui::TodayPage>},
-        {"goods", "الأ&صناف", Action::edit_goods, make_page<ui::GoodsPage>},
-        {"intake", "بضاعة &واردة", Action::receive_goods, make_page<ui::ReceiptsPage>},
-        {"suppliers", "المو&ردون", Action::receive_goods, make_page<ui::SuppliersPage>},
-        {"counting", "ال&جرد", Action::count_stock, make_page<ui::CountingPage>},
-        {"needs", "النواقص والصلاحي&ة", Action::count_stock, make_page<ui::NeedsPage>},
-        {"reports", "ا&لتقارير", Action::see_reports, make_page<ui::ReportPage>},
-        {"lists", "القوا&ئم", Action::edit_lists, make_page<ui::ListsPage>},
-        {"users", "ال&مستخدمون", Action::edit_users, make_page<ui::UsersPage>},
-        {"settings", "الإ&عدادات", Action::edit_lists, make_page<ui::SettingsPage>},
-        {"journal", "سجل الأحدا&ث", Action::daily_statement, nullptr, run_journal},
+        {"today", "ال&يوم", {Action::see_reports}, make_page<ui::TodayPage>},
+        {"goods", "الأ&صناف", {Action::edit_goods}, make_page<ui::GoodsPage>},
+        {"intake", "بضاعة &واردة", {Action::receive_goods}, make_page<ui::ReceiptsPage>},
+        {"suppliers", "المو&ردون", {Action::receive_goods}, make_page<ui::SuppliersPage>},
+        {"counting", "ال&جرد", {Action::count_stock}, make_page<ui::CountingPage>},
+        {"needs",
+         "النواقص والصلاحي&ة",
+         {Action::count_stock, Action::receive_goods},
+         make_page<ui::NeedsPage>,
+         nullptr,
+         {ui::PageList::low_stock, ui::PageList::expiring_goods}},
+        {"reports", "ا&لتقارير", {Action::see_reports}, make_page<ui::ReportPage>},
+        {"lists", "القوا&ئم", {Action::edit_lists}, make_page<ui::ListsPage>},
+        {"users", "ال&مستخدمون", {Action::edit_users}, make_page<ui::UsersPage>},
+        {"settings", "الإ&عدادات", {Action::edit_lists}, make_page<ui::SettingsPage>},
+        {"journal", "سجل الأحدا&ث", {Action::daily_statement}, nullptr, run_journal},
     };
     return table;
 }

@@ -15,12 +15,13 @@ struct Context;
 namespace office {
 
 struct Entry {
-    QString name;     // part of the object name of its button: "office_goods"
-    QString caption;  // with "&" before the mnemonic
-    signin::Action right;
+    QString name;                        // part of the object name of its button: "office_goods"
+    QString caption;                     // with "&" before the mnemonic
+    std::vector<signin::Action> rights;  // any of them will do
     // Makes the page; null for an entry that opens a sheet over the window instead.
     ui::Page* (*make)(const ui::Context& context);
     void (*run)(QWidget* window, const ui::Context& context) = nullptr;
+    std::vector<ui::PageList> lists = {};  // that other pages lead to
 };
 
 // In the order of the working day: the first that the user may use is in front after sign-in.

@@ -40,7 +40,7 @@ constexpr common::FormField<FootFields> foot_fields[] = {
     // discount on the whole, tax, paid in cash from, note
     {&FootFields::discount, {"receipt_discount", "خصم ال&فاتورة", FieldKind::amount, {0, 0}}},
     {&FootFields::tax, {"receipt_tax", "ال&ضريبة", FieldKind::amount, {0, 1}}},
-    {&FootFields::drawer, {"receipt_drawer", "تدفع &نقدا من خزينة", FieldKind::choice, {0, 2}}},
+    {&FootFields::drawer, {"receipt_drawer", "تسدد &نقدا · الخزينة", FieldKind::choice, {0, 2}}},
     {&FootFields::note, {"receipt_note", "م&لاحظات", FieldKind::text, {0, 3}, "notes"}},
 };
 

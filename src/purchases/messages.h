@@ -29,7 +29,6 @@ inline constexpr std::string_view most_returnable = "أقصى كمية يمكن 
 // "Of the item … the store holds only … of this batch".
 inline constexpr std::string_view batch_holds_before = "الموجود بالمخزن من هذه الدفعة لصنف ";
 inline constexpr std::string_view batch_holds_between = " هو ";
-// No drawer can pay for a return.
 inline constexpr std::string_view no_such_receipt = "الفاتورة غير موجودة";  // there is no such document
 // Everything on it has been returned or taken back.
 inline constexpr std::string_view nothing_left = "رجع كل ما في هذه الفاتورة من قبل";
@@ -72,11 +71,17 @@ inline constexpr std::string_view code_of_customer = "الكود لعميل آج
 inline constexpr std::string_view changed_meanwhile =
     "تم تعديل البيانات من مكتب آخر ولم يتم الحفظ. افتح الكارت من جديد. ما تغير:";
 
+// To choose from: all suppliers, all stores.
+inline constexpr std::string_view all_suppliers = "كل الموردين";
+inline constexpr std::string_view all_stores = "كل المخازن";
+
 // The proposal of orders.
 inline constexpr std::string_view wrong_weeks = "عدد الأسابيع من 1 إلى 52";  // weeks from 1 to 52
 
-// Notes that are written on documents and vouchers: counter entry of receipt …; payment of receipt ….
+// Notes that are written on documents and vouchers: counter entry of receipt …; payment of receipt …; refund
+// for return ….
 inline constexpr std::string_view counter_note = "عكس التوريد رقم ";
 inline constexpr std::string_view payment_note = "سداد التوريد رقم ";
+inline constexpr std::string_view refund_note = "قيمة المرتجع رقم ";
 
 }  // namespace purchases::message

@@ -5,12 +5,12 @@
 #include <tuple>
 #include <unordered_map>
 
-#include "accounts/parties.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "common/typed.h"
 #include "database/choices.h"
 #include "purchases/messages.h"
+#include "purchases/suppliers.h"
 #include "sales/items.h"
 #include "sales/line_editing.h"
 
@@ -49,7 +49,10 @@ common::FormTable<ProposalFields> proposal_form() {
 
 void Proposal::open() {
     stores_ = database::load_stores(connection_);
-    suppliers_ = accounts::load_parties(connection_, accounts::PartyKind::vendor);
+    stores_.insert(stores_.begin(), {0, std::string(message::all_stores)});
+    suppliers_ = suppliers_to_choose(connection_);
+    if (!fields.store) fields.store = 0;
+    if (!fields.supplier) fields.supplier = 0;
     lines_.clear();
 }
 

@@ -53,6 +53,7 @@ class Proposal {
     ProposalFields fields;
 
     const std::vector<ProposedLine>& lines() const { return lines_; }
+    // All of them (0) first.
     const std::vector<common::Choice>& stores() const { return stores_; }
     const std::vector<common::Choice>& suppliers() const { return suppliers_; }
 

@@ -58,7 +58,7 @@ struct Receipt {
     common::Amount discount;  // of the whole
     common::Amount tax;
     std::string note;
-    std::optional<std::int64_t> drawer;  // pays the net at once
+    std::optional<std::int64_t> drawer;  // pays the net at once, or takes the net of a return
     std::int64_t source = 0;             // on a return: the number of the receipt that it was started from
     std::int64_t corrects = 0;           // the number of a receipt that is taken back when this one is saved
 

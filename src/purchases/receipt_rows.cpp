@@ -185,14 +185,16 @@ void ReceiptRows::write_costs() {
 void ReceiptRows::pay(const Receipt& receipt, std::int64_t number) {
     using namespace accounts;
     const Amount net = receipt.net();
-    VoucherRecord record{VoucherKind::payment, PartyKind::vendor, Method::cash, {}, now_};
-    record.fields.number = propose_number(connection_, VoucherKind::payment);
+    const VoucherKind kind = receipt.is_return() ? VoucherKind::receipt : VoucherKind::payment;
+    VoucherRecord record{kind, PartyKind::vendor, Method::cash, {}, now_};
+    record.fields.number = propose_number(connection_, kind);
     record.fields.date = receipt.date;
     record.fields.party = receipt.supplier;
     record.fields.amount = record.fields.second_amount = net.text();
     record.fields.store = receipt.store;
     record.fields.drawer = receipt.drawer;
-    record.fields.note = std::string(message::payment_note) + std::to_string(number);
+    record.fields.note = std::string(receipt.is_return() ? message::refund_note : message::payment_note) +
+                         std::to_string(number);
     insert_voucher(connection_, record, next_voucher_id(connection_));
     move_balance(connection_, PartyKind::vendor, *receipt.supplier,
                  effect_on_balance(record.kind, record.party_kind, record.method, net.value()));

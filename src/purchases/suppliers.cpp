@@ -1,7 +1,6 @@
 #include "purchases/suppliers.h"
 
-#include <algorithm>
-
+#include "accounts/parties.h"
 #include "common/messages.h"
 #include "common/text.h"
 #include "common/typed.h"
@@ -66,6 +65,12 @@ common::FormTable<SupplierCard> supplier_form() {
     return supplier_fields;
 }
 
+std::vector<common::Choice> suppliers_to_choose(database::Connection& connection) {
+    auto choices = accounts::load_parties(connection, accounts::PartyKind::vendor);
+    choices.insert(choices.begin(), {0, std::string(message::all_suppliers)});
+    return choices;
+}
+
 std::vector<SupplierRow> list_suppliers(database::Connection& connection) {
     std::vector<SupplierRow> rows;
     for (const auto& row : connection.query("select vcode,vname,vphone,vacc from vendata order by vcode"))
@@ -81,11 +86,7 @@ std::string_view Supplier::title() const {
 void Supplier::open_new() {
     editing_.reset();
     seen_ = card = {};
-    const auto highest = [&](database::Fragment statement) {
-        return database::integer_of(connection_.scalar(statement));
-    };
-    card.number = std::to_string(
-        std::max(highest("select max(vcode) from vendata"), highest("select max(ccode) from custdata")) + 1);
+    card.number = std::to_string(accounts::next_party_code(connection_));
 }
 
 std::optional<Refusal> Supplier::open_edit(std::int64_t code) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "common/amount.h"
+#include "common/choice.h"
 #include "common/form.h"
 #include "common/refusal.h"
 #include "database/connection.h"
@@ -20,6 +21,8 @@ struct SupplierRow {
     std::string phone;
     common::Amount balance;  // what he is owed
 };
+// All of them (0) first.
+std::vector<common::Choice> suppliers_to_choose(database::Connection& connection);
 std::vector<SupplierRow> list_suppliers(database::Connection& connection);
 
 struct SupplierCard {

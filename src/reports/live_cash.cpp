@@ -9,6 +9,12 @@ namespace reports {
 
 using database::Sql;
 
+TableRow row_of(const DrawerCash& drawer) {
+    return {key_in_store(drawer.store, drawer.drawer),
+            drawer.name,
+            {drawer.cash.value(), drawer.cards.value(), drawer.uncollected.value()}};
+}
+
 std::vector<DrawerCash> cash_of_drawers(database::Connection& connection, std::int64_t store,
                                         const common::Moment& now) {
     std::vector<DrawerCash> drawers;

@@ -8,6 +8,7 @@
 #include "common/amount.h"
 #include "common/date_time.h"
 #include "database/connection.h"
+#include "reports/table.h"
 
 namespace reports {
 
@@ -19,6 +20,8 @@ struct DrawerCash {
     common::Amount cards;        // what was paid by card today, less card returns
     common::Amount uncollected;  // telephone orders of today that have not been paid
 };
+// The row of the report: what the movements behind it are found by, and its figures.
+TableRow row_of(const DrawerCash& drawer);
 // Store 0 is every store.
 std::vector<DrawerCash> cash_of_drawers(database::Connection& connection, std::int64_t store,
                                         const common::Moment& now);

@@ -111,9 +111,7 @@ Table table_of_cash(Connection& connection, const Request& request) {
     // cash by the books, paid by card today, not collected today
     table.columns = {{"النقدية الآن"}, {"بالبطاقات اليوم"}, {"تليفون لم يحصل"}};
     for (const DrawerCash& drawer : cash_of_drawers(connection, request.period.store, request.now))
-        table.rows.push_back({key_in_store(drawer.store, drawer.drawer),
-                              drawer.name,
-                              {drawer.cash.value(), drawer.cards.value(), drawer.uncollected.value()}});
+        table.rows.push_back(row_of(drawer));
     table.add_up();
     return table;
 }

@@ -24,6 +24,10 @@ std::vector<DayToClose> days_to_close(database::Connection& connection, const Da
     return days;
 }
 
+Request request_of_today(KindId kind, const common::Moment& now) {
+    return {kind, {now.date, now.date, 0}, now, false};
+}
+
 Today read_today(database::Connection& connection, const common::Moment& now) {
     Today today;
     const auto until_now = [&](long days_ago) {
@@ -31,11 +35,10 @@ Today read_today(database::Connection& connection, const common::Moment& now) {
         return sales_of(connection, {day, day, 0},
                         database::Sql(" and isnull(time_,'00:00:00') <= ") + database::quoted(now.time));
     };
-    const Period period{now.date, now.date, 0};
-    today.sales = sales_of(connection, period);
+    today.sales = sales_of(connection, {now.date, now.date, 0});
     today.yesterday = until_now(1);
     today.same_weekday = until_now(7);
-    const auto table = [&](KindId kind) { return table_of(connection, {kind, period, now, false}); };
+    const auto table = [&](KindId kind) { return table_of(connection, request_of_today(kind, now)); };
     today.by_hour = table(KindId::sales_by_hour);
     today.by_cashier = table(KindId::sales_by_cashier);
     today.by_payment = table(KindId::sales_by_payment);

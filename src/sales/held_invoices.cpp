@@ -52,6 +52,13 @@ std::string in_words(const HeldInvoice& held) {
            std::to_string(held.line_count) + std::string(message::net_of) + held.net.text();
 }
 
+void add_goods(const Invoice& invoice, std::int64_t store, std::map<std::int64_t, double>& held) {
+    if (invoice.is_return()) return;
+    for (const Line& line : invoice.lines)
+        if (line.moves_stock() && invoice.source_of(line) == store)
+            held[*line.item_code] += line.base_quantity();
+}
+
 Sql held_of_store(std::int64_t store) {
     return Sql("select * from till_held where stcode = ") + store;
 }
@@ -77,6 +84,20 @@ std::string held_words(database::Connection& connection, const signin::Session& 
         words += "\n" + in_words(all[at]);
     if (all.size() > most) words += "\n…";
     return words;
+}
+
+std::map<std::int64_t, double> goods_held(database::Connection& connection, std::int64_t store) {
+    std::map<std::int64_t, double> held;
+    database::unless_table_is_missing([&] {
+        for (const Row& row : connection.query("select content from till_held")) {
+            try {
+                add_goods(read_kept_invoice(row.text("content")).invoice, store, held);
+            } catch (const std::exception&) {
+                // The text of another version: whoever resumes it is told.
+            }
+        }
+    });
+    return held;
 }
 
 std::vector<HeldInvoice> HeldInvoices::list() {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,6 +37,10 @@ std::vector<HeldInvoice> held_by_drawer(database::Connection& connection, std::i
 // The same for a cashier who closes the shift, the first few of them by name; it begins with a new line.
 // Empty if there are none.
 std::string held_words(database::Connection& connection, const signin::Session& session);
+
+// What the sales among them hold of a store's goods: base units by item. They left the shelf and are in
+// stock.
+std::map<std::int64_t, double> goods_held(database::Connection& connection, std::int64_t store);
 
 // Holding and resuming at the sales desk.
 class HeldInvoices : DeskPart {

@@ -249,9 +249,9 @@ std::string FirstStart::port_of_drawer() const {
 namespace {
 
 // Imports the items; throws Refused with the lines at fault.
-std::size_t import(database::Connection& connection, const std::string& csv, const common::Moment& now) {
+std::size_t import(database::Connection& connection, const goods::ImportPlan& plan,
+                   const common::Moment& now) {
     constexpr std::size_t most_shown = 6;
-    const goods::ImportPlan plan = goods::plan_import(connection, csv, false);
     goods::ImportOutcome outcome;
     outcome.problems = plan.problems;
     if (outcome.problems.empty()) outcome = goods::write_import(connection, signin::Session(), plan, now);
@@ -287,19 +287,23 @@ class ScratchFolder {
 std::optional<Refusal> FirstStart::read_items(const common::Moment& now) {
     constexpr std::string_view field = "first_items_file";
     items_.clear();
+    items_plan_ = {};
     item_count_ = 0;
     const std::string file = trimmed(fields.items_file);
     if (file.empty()) return std::nullopt;
     std::string csv;
     try {
-        csv = common::read_file(file);
+        csv = common::read_file(folder_ / file);
     } catch (const std::system_error&) {
         return Refusal(field, std::string(message::no_such_file) + file);
     }
     const ScratchFolder scratch;
     NewShop trial;
     trial.folder = scratch.shop();
-    trial.add = [&](database::Connection& connection) { item_count_ = import(connection, csv, now); };
+    trial.add = [&](database::Connection& connection) {
+        items_plan_ = goods::plan_import(connection, csv, false);
+        item_count_ = import(connection, items_plan_, now);
+    };
     auto refusal = refusal_of(field, [&] { make_shop(trial, now); });
     if (!refusal) items_ = std::move(csv);
     return refusal;
@@ -340,7 +344,7 @@ void FirstStart::make(const common::Moment& now) {
         if (values && *values != common::default_denominations())
             database::set_till_setting(connection, database::setting::denominations,
                                        common::denominations_text(*values));
-        if (!items_.empty()) import(connection, items_, now);
+        if (!items_.empty()) import(connection, goods::plan_import(connection, items_, false), now);
         printing::keep_printer_choice(common::printer_file(folder_, 1), printer);
     };
     make_shop(wanted, now);

@@ -13,6 +13,7 @@
 #include "common/date_time.h"
 #include "common/form.h"
 #include "common/refusal.h"
+#include "goods/item_import.h"
 #include "printing/receipt.h"
 #include "shop/new_shop.h"
 
@@ -61,6 +62,8 @@ class FirstStart {
     std::optional<common::Refusal> check(FirstStep step) const;
     // Reads the items file and tries it on a shop that is thrown away. Refused with the lines at fault.
     std::optional<common::Refusal> read_items(const common::Moment& now);
+    // What the file that was read would add, and the lines at fault.
+    const goods::ImportPlan& items_plan() const { return items_plan_; }
     // What the shop will be, as captions and values.
     std::vector<std::pair<std::string, std::string>> summary() const;
     // Makes the shop; all of it or nothing. Throws Refused.
@@ -75,6 +78,7 @@ class FirstStart {
 
     std::filesystem::path folder_;
     std::string items_;  // the file's text
+    goods::ImportPlan items_plan_;
     std::size_t item_count_ = 0;
 };
 

@@ -9,6 +9,7 @@
 #include "database/bulk_insert.h"
 #include "database/embedded/open.h"
 #include "database/next_number.h"
+#include "database/reads.h"
 #include "database/recordset.h"
 #include "database/sqlserver/odbc_catalogue.h"
 #include "database/sqlserver/open.h"
@@ -218,14 +219,46 @@ void try_batches(Connection& connection) {
     }
 }
 
+// Reads of tables that the shop lacks, wherever they stand among others.
+void try_missing_tables(Connection& connection) {
+    using database::Sql;
+    connection.execute("create table one (code int)");
+    connection.execute("insert into one values (7)");
+    // "o" reads the table that is there, "m" one that is not.
+    for (const std::string_view order : {"mo", "om", "mmo", "omo", "omom", "mm"}) {
+        database::Reads reads;
+        std::string took;
+        for (const char which : order) {
+            const auto take = [&took, which](const database::Result& rows) {
+                took += which + rows.front().text("code");
+            };
+            if (which == 'o')
+                reads.add("select code from one", take);
+            else
+                reads.add_optional("select code from till_missing", take);
+        }
+        reads.run(connection);
+        EXPECT_EQ(took, std::count(order.begin(), order.end(), 'o') == 2   ? "o7o7"
+                        : std::count(order.begin(), order.end(), 'o') == 1 ? "o7"
+                                                                           : "")
+            << order;
+    }
+    database::Reads needed;
+    needed.add("select code from one", [](const database::Result&) {});
+    needed.add("select code from till_missing", [](const database::Result&) {});
+    EXPECT_THROW(needed.run(connection), Error);
+}
+
 TEST_F(Bridge, ABatchKeepsItsPromises) {
     const auto connection = open();
     try_batches(*connection);
     // Not as a decimal number, which a server may round on its way to a float column.
     connection->run_all({{"update stk set quan = ? where code = 1", {0.1 + 0.2}}});
     EXPECT_THAT(bridge.received().back().text, HasSubstr("quan = 3.0000000000000004e-01 "));
+    try_missing_tables(*connection);
     const auto shop = database::open_embedded(folder.path() / "own.db", true);
     try_batches(*shop);
+    try_missing_tables(*shop);
     // A batch whose answer is lost has its first statements behind it, and connects anew.
     for (const auto failure : {TdsBridge::Failure::cut, TdsBridge::Failure::run_and_cut}) {
         bridge.fail_next("set quan = 8", failure);

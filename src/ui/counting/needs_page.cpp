@@ -13,6 +13,7 @@
 #include "ui/counting/columns.h"
 #include "ui/counting/texts.h"
 #include "ui/printing/report_foot.h"
+#include "ui/purchases/proposal_view.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
@@ -53,13 +54,15 @@ NeedsPage::NeedsPage(const Context& context)
     auto* head = new QHBoxLayout;
     head->addWidget(label("النواقص والصلاحية", "title"));
     head->addStretch(1);
-    view_ = new Segments("needs_view", {{low, "النواقص"}, {expiring, "الصلاحية"}});
+    view_ = new Segments("needs_view", {{low, "النواقص"}, {expiring, "الصلاحية"}, {orders, "الطلبات"}});
     view_->set_height(least_target);
     view_->show_chosen(low);
     connect(view_, &Segments::chosen, this, [this](int view) { show_view(view); });
     head->addWidget(view_);
     column->addLayout(head);
-    column->addWidget(build_lists(), 1);
+    column->addWidget(lists_ = build_lists(), 1);
+    column->addWidget(orders_ = new ProposalView(context), 1);
+    orders_->hide();
 }
 
 QWidget* NeedsPage::build_lists() {
@@ -71,7 +74,7 @@ QWidget* NeedsPage::build_lists() {
     choices->setSpacing(px(10));
     choices->addWidget(captioned("الم&خزن", store_ = choice_list("needs_store")), 1);
     days_ = new AmountField("needs_days");
-    days_->setText("30");
+    days_->setText(QString::number(counting::days_ahead));
     choices->addWidget(days_part_ = captioned("تنت&هي خلال أيام", days_));
     days_part_->hide();
     auto* show = new QPushButton("عر&ض");
@@ -110,7 +113,15 @@ void NeedsPage::open() {
     stores_ = database::load_stores(context_.connection);
     stores_.insert(stores_.begin(), {all_stores, "كل المخازن"});
     fill_choices(store_, stores_, chosen ? chosen : std::optional(all_stores));
-    refresh();
+    show_chosen();
+}
+
+void NeedsPage::show_list(PageList list) {
+    view_->show_chosen(list == PageList::low_stock ? low : expiring);
+    fill_choices(store_, stores_, all_stores);
+    days_->setText(QString::number(counting::days_ahead));
+    show_chosen();
+    take_focus();
 }
 
 std::optional<std::int64_t> NeedsPage::store() const {
@@ -121,7 +132,17 @@ std::optional<std::int64_t> NeedsPage::store() const {
 void NeedsPage::show_view(int view) {
     if (!all_known({store_}, context_.services.prompts)) return;
     view_->show_chosen(view);
-    if (guarded(context_.services, "Needs", [this] { refresh(); })) take_focus();
+    if (guarded(context_.services, "Needs", [this] { show_chosen(); })) take_focus();
+}
+
+void NeedsPage::show_chosen() {
+    const bool are_orders = view_->value() == orders;
+    lists_->setHidden(are_orders);
+    orders_->setVisible(are_orders);
+    if (are_orders)
+        orders_->open();
+    else
+        refresh();
 }
 
 void NeedsPage::refresh() {
@@ -182,6 +203,7 @@ printing::Report NeedsPage::paper() const {
 }
 
 void NeedsPage::take_focus() {
+    if (view_->value() == orders) return orders_->take_focus();
     ListTable* table = tables_[view_->value()];
     if (table->shown_count() > 0)
         table->setFocus();

@@ -1,4 +1,4 @@
-// What the shop runs short of, and what is out of date or soon will be.
+// What the shop runs short of, what is out of date or soon will be, and what to order.
 #pragma once
 
 #include "common/choice.h"
@@ -10,11 +10,11 @@
 class QComboBox;
 class QLabel;
 class QLineEdit;
-class QStackedWidget;
 
 namespace ui {
 
 class ListTable;
+class ProposalView;
 class Segments;
 
 class NeedsPage : public Page {
@@ -24,11 +24,13 @@ class NeedsPage : public Page {
 
     void open() override;
     void take_focus() override;
+    void show_list(PageList list) override;
 
   private:
-    enum View { low, expiring };
+    enum View { low, expiring, orders };
     QWidget* build_lists();
     void show_view(int view);
+    void show_chosen();
     void refresh();
     void show_low();
     void show_expiring();
@@ -41,6 +43,8 @@ class NeedsPage : public Page {
     std::vector<std::vector<std::string>> rows_;  // of the list that is shown
     common::Amount value_;                        // of the expiring goods
     Segments* view_;
+    QWidget* lists_;
+    ProposalView* orders_;
     QComboBox* store_;
     QWidget* days_part_;
     QLineEdit* days_;

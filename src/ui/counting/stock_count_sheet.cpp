@@ -6,10 +6,12 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <set>
 
 #include "common/typed.h"
 #include "counting/booking.h"
 #include "counting/write_off.h"
+#include "sales/held_invoices.h"
 #include "sales/items.h"
 #include "signin/permissions.h"
 #include "ui/counting/count_paper.h"
@@ -350,6 +352,23 @@ void StockCountSheet::show_differences(const std::vector<counting::Difference>& 
         rows.push_back(counting_cells(one, sees_cost_, is_missing));
     tables_[is_missing ? missing : differences]->show_rows(std::move(rows));
     totals_->setText(totals_text(found_, sees_cost_));
+    note_->setText(count_.is_open() ? held_text() : QString());
+}
+
+// Goods of the list that stand in held invoices: they are gone from the shelf and not from the books.
+QString StockCountSheet::held_text() const {
+    constexpr int most_named = 4;
+    const auto held = sales::goods_held(context_.connection, count_.store);
+    QStringList names;
+    std::set<std::int64_t> seen;
+    for (const auto& one : found_) {
+        const auto at = held.find(one.item);
+        if (at == held.end() || !seen.insert(one.item).second) continue;
+        names << qt(one.name) + " " + figure(quantity_text(at->second));
+    }
+    if (names.isEmpty()) return {};
+    const bool has_more = names.size() > most_named;
+    return "في فواتير معلقة: " + names.mid(0, most_named).join("، ") + (has_more ? "، …" : "");
 }
 
 void StockCountSheet::show_state() {
@@ -359,6 +378,7 @@ void StockCountSheet::show_state() {
     remove_->setEnabled(!lines_.empty());
     give_up_->setVisible(is_open);
     book_->setVisible(is_open);
+    if (view_->value() == lines) note_->clear();
     if (!is_open)
         note_->setText(qt(counting::name_of(count_.state)) + " " + figure(minute_text(count_.closed)) +
                        " · " + qt(count_.closed_by));

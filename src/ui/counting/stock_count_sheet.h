@@ -51,6 +51,7 @@ class StockCountSheet : public Sheet {
     void refresh();
     void show_lines();
     void show_differences(const std::vector<counting::Difference>& found, bool is_missing);
+    QString held_text() const;
     void show_state();
     printing::Report paper() const;
 

@@ -13,6 +13,7 @@
 #include "common/files.h"
 #include "goods/messages.h"
 #include "signin/permissions.h"
+#include "ui/goods/import_rows.h"
 #include "ui/printing/file_sheet.h"
 #include "ui/printing/progress.h"
 #include "ui/widgets/fields.h"
@@ -26,8 +27,6 @@ namespace ui {
 namespace {
 
 constexpr std::size_t largest_file = 200U << 20U;
-// Nobody reads more rows; the sums count all.
-constexpr std::size_t most_lines_shown = 5000;
 constexpr std::size_t lines_between_looks = 256;
 
 // The user ended the work; nothing was written.
@@ -65,7 +64,7 @@ ImportSheet::ImportSheet(QWidget* host, const Context& context)
     }
     second->addStretch(1);
     body()->addLayout(second);
-    lines_ = new ListTable("import_lines", {"السطر", "كود", "الاسم", "ماذا سيحدث"}, 3);
+    lines_ = new ListTable("import_lines", import_headings(), import_stretched);
     lines_->setMinimumHeight(px(320));
     body()->addWidget(lines_, 1);
     said_ = label({}, "side", "import_said");
@@ -136,28 +135,9 @@ void ImportSheet::read_file() {
 }
 
 void ImportSheet::repaint_rows() {
-    std::vector<QStringList> rows;
-    const auto add = [&](std::size_t line, const QString& code, const QString& name, const QString& what) {
-        if (rows.size() < most_lines_shown)
-            rows.push_back({figure(static_cast<qlonglong>(line)), code, name, what});
-    };
-    for (const goods::LineProblem& problem : plan_.problems)
-        add(problem.line, {}, {}, "مرفوض : " + qt(problem.reason.arabic));
-    for (const goods::LineProblem& note : plan_.notes)
-        add(note.line, {}, {}, "ملاحظة : " + qt(note.reason.arabic));
-    for (const goods::PlannedLine& line : plan_.lines)
-        if (line.changes_anything())
-            add(line.item.line, figure(line.item.code), qt(line.name),
-                line.item.is_update ? qt(line.changes) : "صنف جديد");
     lines_->say_when_empty("لا يوجد ما يتغير: الأصناف مسجلة كما في الملف");
-    lines_->show_rows(std::move(rows));
-    QString said =
-        "أصناف جديدة " + QString::number(plan_.added) + "، أصناف تتغير " + QString::number(plan_.changed);
-    if (!plan_.notes.empty()) said += "، ملاحظات " + QString::number(plan_.notes.size());
-    if (!plan_.problems.empty())
-        said += "، سطور مرفوضة " + QString::number(plan_.problems.size()) +
-                " · أصلحها في الملف ثم اقرأه مرة أخرى";
-    said_->setText(said);
+    lines_->show_rows(import_rows(plan_));
+    said_->setText(import_text(plan_));
     apply_->setEnabled(plan_.problems.empty() && plan_.added + plan_.changed > 0);
 }
 

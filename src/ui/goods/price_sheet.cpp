@@ -12,6 +12,7 @@
 #include "goods/item_card.h"
 #include "goods/labels.h"
 #include "ui/goods/label_sheet.h"
+#include "ui/printing/report_foot.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
@@ -29,8 +30,22 @@ constexpr std::string_view ask_labels =
     "تم حفظ الأسعار. هل تطبع ملصقات جديدة للأصناف التي تغير سعرها قطاعي ؟";
 // Nobody prints more at one go.
 constexpr std::size_t most_labels = 1000;
+// Item, name, which price, from, to, difference, warning.
+constexpr std::array<const char*, 7> change_headings = {"كود", "الاسم", "السعر", "من",
+                                                        "إلى", "الفرق", "تنبيه"};
 constexpr int new_price_column = 4;
 constexpr int warning_column = 6;
+
+std::array<std::string, 7> cells_of(const goods::PlannedPrice& change) {
+    return {std::to_string(change.price.item),
+            change.name,
+            std::string(goods::level_name(change.price.price_level)) + " " +
+                std::string(sales::unit_name(change.price.unit_level)),
+            common::format_amount(change.from),
+            common::format_amount(change.price.price),
+            common::format_amount(change.price.price - change.from),
+            change.is_below_cost ? "أقل من التكلفة" : ""};
+}
 
 }  // namespace
 
@@ -44,7 +59,7 @@ PriceSheet::PriceSheet(QWidget* host, const Context& context, const goods::ItemF
     body()->setSpacing(px(10));
     logic_.filter = filter;
     build_choices();
-    changes_ = new ListTable("prices_changes", {"كود", "الاسم", "السعر", "من", "إلى", "الفرق", "تنبيه"}, 1);
+    changes_ = new ListTable("prices_changes", text_list(change_headings), 1);
     changes_->setMinimumHeight(px(280));
     changes_->say_when_empty("اختر التغيير ثم اعرض ما سيتغير قبل حفظه");
     changes_->set_look([this](int row, int column) {
@@ -60,6 +75,8 @@ PriceSheet::PriceSheet(QWidget* host, const Context& context, const goods::ItemF
     apply_ = foot_button(row, "prices_apply", "&حفظ الأسعار", 2, [this] { apply(); });
     for (QPushButton* button : {show_, apply_})
         set_role(button, "main");
+    add_report_buttons(
+        row, "prices", context_, [this] { return paper(); }, said_);
     foot_button(row, "prices_back", "&رجوع", 1, [this] { leave(0); });
     forget_changes();
 }
@@ -155,13 +172,7 @@ void PriceSheet::repaint_rows() {
     std::vector<QStringList> rows;
     for (const goods::PlannedPrice& change : logic_.changes()) {
         if (rows.size() == most_shown) break;
-        rows.push_back({figure(change.price.item), qt(change.name),
-                        qt(goods::level_name(change.price.price_level)) + " " +
-                            qt(sales::unit_name(change.price.unit_level)),
-                        figure(common::format_amount(change.from)),
-                        figure(common::format_amount(change.price.price)),
-                        figure(common::format_amount(change.price.price - change.from)),
-                        change.is_below_cost ? "أقل من التكلفة" : ""});
+        rows.push_back(text_list(cells_of(change), {0, 3, 4, 5}));
     }
     changes_->say_when_empty("لا توجد أسعار تتغير");
     changes_->show_rows(std::move(rows));
@@ -172,6 +183,24 @@ void PriceSheet::repaint_rows() {
     if (logic_.left_out() > 0) said += "، تبقى كما هي " + QString::number(logic_.left_out());
     said_->setText(said);
     apply_->setEnabled(!logic_.changes().empty());
+}
+
+printing::Report PriceSheet::paper() const {
+    using printing::Align;
+    printing::Report report = printing::headed("price-changes", context_.session);
+    report.title = "تغييرات الأسعار قبل حفظها";
+    constexpr double shares[] = {0.9, 3, 1.6, 1, 1, 1, 1.3};
+    for (std::size_t column = 0; column < change_headings.size(); ++column)
+        report.columns.push_back(
+            {change_headings[column],
+             column == 0 || (column >= 3 && column < warning_column) ? Align::end : Align::start,
+             shares[column]});
+    for (const goods::PlannedPrice& change : logic_.changes()) {
+        const auto cells = cells_of(change);
+        report.rows.emplace_back(cells.begin(), cells.end());
+    }
+    report.totals = {{"أسعار تتغير", std::to_string(report.rows.size())}};
+    return report;
 }
 
 void PriceSheet::apply() {

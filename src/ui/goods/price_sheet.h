@@ -4,6 +4,7 @@
 #include <array>
 
 #include "goods/price_plan.h"
+#include "printing/report.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/sheet.h"
 
@@ -34,6 +35,8 @@ class PriceSheet : public Sheet {
     // What was worked out no longer fits the fields.
     void forget_changes();
     void repaint_rows();
+    // The changes as they were worked out.
+    printing::Report paper() const;
     void apply();
     void refuse(const common::Refusal& refusal);
 

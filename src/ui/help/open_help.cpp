@@ -29,6 +29,7 @@ const std::vector<std::pair<QString, QString>>& office_places() {
         {"label_sheet", "labels"},
         {"price_sheet", "several-prices"},
         {"import_sheet", "import"},
+        {"csv_sheet", "import"},
         // Goods in.
         {"receipts_page", "goods-in"},
         {"goods_in", "goods-in-new"},
@@ -36,7 +37,6 @@ const std::vector<std::pair<QString, QString>>& office_places() {
         {"suppliers_page", "suppliers"},
         {"supplier_card", "suppliers"},
         {"supplier_statement", "supplier-statement"},
-        {"order_proposal", "order-proposal"},
         {"proposal_view", "order-proposal"},
         {"today_page", "today"},
         {"close_days", "close-days"},

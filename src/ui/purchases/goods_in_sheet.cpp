@@ -232,8 +232,7 @@ void GoodsInSheet::show_document() {
     new_supplier_->setVisible(!has_former);
     fill_optional_choices(foot_.list("receipt_drawer"), logic_.drawers(), receipt.drawer.value_or(0));
     foot_.show(logic_.foot);
-    // Only what is taken in is paid from a drawer or changes prices.
-    foot_.field("receipt_drawer")->setEnabled(!receipt.is_return());
+    // A return changes no prices.
     line_.field("line_retail")->setEnabled(sets_prices_ && !receipt.is_return());
     margin_->setVisible(sets_prices_ && !receipt.is_return());
     batch_->setVisible(receipt.source == 0);

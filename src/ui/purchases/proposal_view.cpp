@@ -112,9 +112,8 @@ QWidget* ProposalView::build_foot() {
 
 void ProposalView::open() {
     logic_.open();
-    fill_optional_choices(form_.list("proposal_store"), logic_.stores(), logic_.fields.store.value_or(0));
-    fill_optional_choices(form_.list("proposal_supplier"), logic_.suppliers(),
-                          logic_.fields.supplier.value_or(0));
+    fill_choices(form_.list("proposal_store"), logic_.stores(), logic_.fields.store);
+    fill_choices(form_.list("proposal_supplier"), logic_.suppliers(), logic_.fields.supplier);
     form_.show(logic_.fields);
     logic_.show();
     repaint_lines(0);
@@ -191,23 +190,6 @@ void ProposalView::take_focus() {
         table_->setFocus();
     else
         form_.field("proposal_weeks")->setFocus();
-}
-
-ProposalSheet::ProposalSheet(QWidget* host, const Context& context) : Sheet(host) {
-    setObjectName("order_proposal");
-    body()->setContentsMargins(px(22), px(14), px(22), px(16));
-    body()->setSpacing(px(10));
-    body()->addWidget(label("مقترح الطلبات", "title"));
-    view_ = new ProposalView(context);
-    body()->addWidget(view_, 1);
-    QHBoxLayout* row = add_row();
-    row->addStretch(1);
-    foot_button(row, "order_proposal_back", "&رجوع", 0, [this] { leave(0); });
-}
-
-void ProposalSheet::resizeEvent(QResizeEvent* event) {
-    Sheet::resizeEvent(event);
-    card()->setFixedSize(std::min(width() - px(24), px(1300)), std::min(height() - px(24), px(860)));
 }
 
 }  // namespace ui

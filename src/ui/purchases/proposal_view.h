@@ -5,7 +5,6 @@
 #include "purchases/proposal.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/form.h"
-#include "ui/widgets/sheet.h"
 
 class QLabel;
 class QLineEdit;
@@ -39,21 +38,6 @@ class ProposalView : public QWidget {
     QLineEdit* quantity_;
     QLabel* chosen_;
     QLabel* note_;
-};
-
-// The same over a page.
-class ProposalSheet : public Sheet {
-  public:
-    ProposalSheet(QWidget* host, const Context& context);
-    // May throw.
-    void open() { view_->open(); }
-
-  protected:
-    void take_focus() override { view_->take_focus(); }
-    void resizeEvent(QResizeEvent* event) override;
-
-  private:
-    ProposalView* view_;
 };
 
 }  // namespace ui

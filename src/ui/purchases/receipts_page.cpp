@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 
 #include "accounts/messages.h"
-#include "accounts/parties.h"
+#include "purchases/suppliers.h"
 #include "signin/permissions.h"
 #include "ui/printing/report_foot.h"
 #include "ui/purchases/papers.h"
@@ -86,8 +86,9 @@ QWidget* ReceiptsPage::build_foot() {
 }
 
 void ReceiptsPage::open() {
-    auto suppliers = accounts::load_parties(context_.connection, accounts::PartyKind::vendor);
-    fill_optional_choices(form_.list("receipts_supplier"), suppliers, period_.supplier.value_or(0));
+    if (!period_.supplier) period_.supplier = 0;
+    fill_choices(form_.list("receipts_supplier"), purchases::suppliers_to_choose(context_.connection),
+                 period_.supplier);
     // A period up to today goes on to the next day.
     const common::Date today = context_.services.clock.now().date;
     if (period_.to == today_) period_.to = today;

@@ -9,7 +9,6 @@
 #include "common/numbers.h"
 #include "common/search.h"
 #include "ui/printing/report_foot.h"
-#include "ui/purchases/proposal_view.h"
 #include "ui/purchases/supplier_sheet.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
@@ -70,7 +69,6 @@ SuppliersPage::SuppliersPage(const Context& context)
     set_role(button("suppliers_statement", "كشف &حساب", &SuppliersPage::show_statement), "main");
     button("suppliers_edit", "تع&ديل", &SuppliersPage::edit);
     button("suppliers_new", "إ&ضافة مورد", &SuppliersPage::add);
-    button("suppliers_orders", "الطلبا&ت", &SuppliersPage::propose_orders);
     row->addStretch(1);
     add_report_buttons(
         row, "suppliers", context_, [this] { return paper_of(suppliers_, context_.session); }, note_);
@@ -138,11 +136,6 @@ void SuppliersPage::show_statement() {
     if (supplier == nullptr) return;
     SupplierStatementSheet sheet(this, context_, supplier->code, supplier->name);
     if (sheet.open()) sheet.run();
-}
-
-void SuppliersPage::propose_orders() {
-    ProposalSheet sheet(this, context_);
-    if (guarded(context_.services, "ProposeOrders", [&] { sheet.open(); })) sheet.run();
 }
 
 void SuppliersPage::take_focus() {

@@ -27,7 +27,6 @@ class SuppliersPage : public Page {
     void add();
     void edit();
     void show_statement();
-    void propose_orders();
 
     Context context_;
     std::vector<purchases::SupplierRow> suppliers_;

@@ -135,7 +135,7 @@ void ReportPage::repaint_table() {
     const reports::Table& table = logic_.table();
     title_->setText(qt(logic_.kind().caption) + "  ·  \u200f" + qt(logic_.period_text()));
     note_->clear();
-    chart_->show_table(table);
+    chart_->show_table(table, table.rows.empty() ? QString() : qt(table.columns[table.charted].heading));
     auto* made = new ListTable("report_table", text_list(table.headings()), 0);
     made->say_when_empty("لا توجد بيانات في هذه المدة · اختر مدة أخرى");
     made->verticalHeader()->setDefaultSectionSize(px(least_target));
@@ -153,7 +153,8 @@ void ReportPage::repaint_table() {
     table_ = made;
     table_place_->addWidget(table_);
     setTabOrder(form_.field("report_store"), findChild<QPushButton*>("report_show"));
-    setTabOrder(findChild<QPushButton*>("report_show"), table_);
+    setTabOrder(findChild<QPushButton*>("report_show"), chart_);
+    setTabOrder(chart_, table_);
     setTabOrder(table_, findChild<QPushButton*>("report_open"));
     if (had_focus) table_->setFocus();
 }

@@ -8,6 +8,7 @@
 
 #include "ui/reports/chart.h"
 #include "ui/reports/close_days_sheet.h"
+#include "ui/reports/rows_sheet.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
@@ -54,11 +55,15 @@ TodayPage::TodayPage(const Context& context) : Page("today_page"), context_(cont
     yesterday_ = add_card(cards, 2, "today_yesterday", "أمس حتى هذه الساعة");
     last_week_ = add_card(cards, 3, "today_last_week", "نفس اليوم من الأسبوع الماضي");
     column->addLayout(cards);
-    column->addWidget(label("صافي المبيعات بالساعة", "caption"));
     chart_ = new Chart("today_chart");
+    chart_->say_when_empty("لا مبيعات اليوم بعد");
     column->addWidget(chart_);
     column->addWidget(build_tables(), 1);
+    column->addWidget(build_waits());
     column->addWidget(build_foot());
+    connect(chart_, &Chart::row_taken, this, [this](int row) {
+        open_rows(reports::KindId::sales_by_hour, today_.by_hour.rows.at(static_cast<std::size_t>(row)));
+    });
     connect(&timer_, &QTimer::timeout, this, [this] {
         // Nothing is read under somebody's hands, and nothing for a page that nobody sees.
         if (isVisible() && Sheet::top_of(window()) == nullptr)
@@ -87,15 +92,50 @@ QWidget* TodayPage::build_tables() {
     auto* row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(px(8));
-    const auto add = [&](const char* name, const QStringList& headings, const QString& empty, int share) {
+    const auto add = [&](const char* name, const QStringList& headings, const QString& empty, int share,
+                         reports::KindId kind, auto row_of) {
         auto* table = new ListTable(name, headings, 0);
         table->say_when_empty(empty);
         row->addWidget(table, share);
+        connect(table, &ListTable::row_taken, this,
+                [=, this](int at) { open_rows(kind, row_of(static_cast<std::size_t>(at))); });
         return table;
     };
-    payments_ = add("today_payments", {"الدفع", "الصافي"}, "لا مبيعات بعد", 2);
-    cashiers_ = add("today_cashiers", {"الكاشير", "الصافي"}, "لا مبيعات بعد", 2);
-    drawers_ = add("today_drawers", {"الخزينة", "النقدية الآن"}, "لا توجد خزائن", 3);
+    payments_ =
+        add("today_payments", {"الدفع", "الصافي"}, "لا مبيعات بعد", 2, reports::KindId::sales_by_payment,
+            [this](std::size_t at) { return today_.by_payment.rows.at(at); });
+    cashiers_ =
+        add("today_cashiers", {"الكاشير", "الصافي"}, "لا مبيعات بعد", 2, reports::KindId::sales_by_cashier,
+            [this](std::size_t at) { return today_.by_cashier.rows.at(at); });
+    drawers_ = add("today_drawers", {"الخزينة", "النقدية الآن"}, "لا توجد خزائن", 3, reports::KindId::cash,
+                   [this](std::size_t at) { return reports::row_of(today_.drawers.at(at)); });
+    return bar;
+}
+
+void TodayPage::open_rows(reports::KindId kind, const reports::TableRow& row) {
+    if (Sheet::top_of(window()) != nullptr) return;
+    guarded(context_.services, "RowsBehind", [&] {
+        const auto request = reports::request_of_today(kind, context_.services.clock.now());
+        RowsSheet(window(), context_, reports::rows_behind(context_.connection, request, row)).run();
+    });
+}
+
+QWidget* TodayPage::build_waits() {
+    auto* bar = new QWidget;
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(px(10));
+    state_ = label({}, "side", "today_state");
+    state_->setWordWrap(true);
+    row->addWidget(state_, 1);
+    const auto button = [&](const char* name, PageList list) {
+        QPushButton* made = foot_button(row, name, {}, 0, [this, list] { links_->open(list); });
+        made->setMinimumHeight(px(least_target));
+        made->hide();
+        return made;
+    };
+    low_stock_ = button("today_low_stock", PageList::low_stock);
+    expiring_ = button("today_expiring", PageList::expiring_goods);
     return bar;
 }
 
@@ -104,11 +144,8 @@ QWidget* TodayPage::build_foot() {
     auto* row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(px(10));
-    state_ = label({}, "side", "today_state");
-    state_->setWordWrap(true);
-    row->addWidget(state_, 1);
     read_at_ = label({}, "caption", "today_read_at");
-    row->addWidget(read_at_);
+    row->addWidget(read_at_, 1);
     const auto button = [&](const char* name, const QString& caption, std::function<void()> action) {
         QPushButton* made = foot_button(row, name, caption, 0, std::move(action));
         made->setMinimumHeight(px(least_target));
@@ -122,56 +159,77 @@ QWidget* TodayPage::build_foot() {
     return bar;
 }
 
+void TodayPage::set_links(PageLinks& links) {
+    links_ = &links;
+}
+
 void TodayPage::open() {
-    changed_days_ = reports::count_changed_days(context_.connection, context_.services.clock.now().date);
+    const common::Date today = context_.services.clock.now().date;
+    changed_days_ = reports::count_changed_days(context_.connection, today);
+    needs_ = counting::count_needs(context_.connection, today);
+    show_needs();
     show_today();
 }
 
 void TodayPage::show_today() {
-    show_figures(reports::read_today(context_.connection, context_.services.clock.now()));
+    today_ = reports::read_today(context_.connection, context_.services.clock.now());
+    show_figures();
 }
 
 void TodayPage::refresh() {
     guarded(context_.services, "Today", [this] { open(); });
 }
 
-void TodayPage::show_figures(const reports::Today& today) {
-    const double net = today.sales.net();
+void TodayPage::show_figures() {
+    const double net = today_.sales.net();
     net_.figure->setText(amount(net));
-    net_.below->setText("مرتجعات " + amount(today.sales.returned));
-    count_.figure->setText(figure(qlonglong(today.sales.sales)));
-    const QString average = amount(today.sales.average());
+    net_.below->setText("مرتجعات " + amount(today_.sales.returned));
+    count_.figure->setText(figure(qlonglong(today_.sales.sales)));
+    const QString average = amount(today_.sales.average());
     count_.below->setText(average.isEmpty() ? QString() : "متوسط البون " + average);
-    yesterday_.figure->setText(amount(today.yesterday.net()));
-    yesterday_.below->setText(compared(net, today.yesterday.net()));
-    last_week_.figure->setText(amount(today.same_weekday.net()));
-    last_week_.below->setText(compared(net, today.same_weekday.net()));
-    chart_->show_table(today.by_hour);
+    yesterday_.figure->setText(amount(today_.yesterday.net()));
+    yesterday_.below->setText(compared(net, today_.yesterday.net()));
+    last_week_.figure->setText(amount(today_.same_weekday.net()));
+    last_week_.below->setText(compared(net, today_.same_weekday.net()));
+    chart_->show_table(today_.by_hour, "صافي المبيعات بالساعة");
     const auto keep_place = [](ListTable* table, std::vector<QStringList> rows) {
         const int row = table->current_row();
         table->show_rows(std::move(rows));
         if (row > 0 && row < table->shown_count()) table->choose_row(row);
     };
-    keep_place(payments_, nets_of(today.by_payment));
-    keep_place(cashiers_, nets_of(today.by_cashier));
+    keep_place(payments_, nets_of(today_.by_payment));
+    keep_place(cashiers_, nets_of(today_.by_cashier));
     std::vector<QStringList> drawers;
-    for (const reports::DrawerCash& drawer : today.drawers)
+    for (const reports::DrawerCash& drawer : today_.drawers)
         drawers.push_back({qt(drawer.name), figure(drawer.cash.text())});
     keep_place(drawers_, std::move(drawers));
-    show_state(today);
+    show_state();
 }
 
-void TodayPage::show_state(const reports::Today& today) {
+void TodayPage::show_state() {
     QStringList waits;
     const auto add = [&](std::size_t count, const QString& text) {
         if (count > 0) waits << text + figure(qlonglong(count));
     };
-    add(today.days_to_close, "أيام لم تقفل: ");            // days that are not closed
-    add(changed_days_, "أيام تغيرت بعد الإقفال: ");        // closed days that have changed
-    add(today.unfinished_saves, "عمليات حفظ لم تكتمل: ");  // unfinished saves
-    state_->setText(waits.isEmpty() ? "لا شيء ينتظرك" : waits.join("  ·  \u200f"));  // nothing waits
+    add(today_.days_to_close, "أيام لم تقفل: ");            // days that are not closed
+    add(changed_days_, "أيام تغيرت بعد الإقفال: ");         // closed days that have changed
+    add(today_.unfinished_saves, "عمليات حفظ لم تكتمل: ");  // unfinished saves
+    const bool has_needs = !low_stock_->isHidden() || !expiring_->isHidden();
+    state_->setText(!waits.isEmpty() ? waits.join("  ·  \u200f")
+                    : has_needs      ? QString()
+                                     : "لا شيء ينتظرك");  // nothing waits
     read_at_->setText("آخر قراءة " +
                       figure(common::time_text(context_.services.clock.now().time).substr(0, 5)));
+}
+
+void TodayPage::show_needs() {
+    const auto show = [this](QPushButton* button, PageList list, const QString& text, std::size_t count) {
+        button->setText(text + figure(qlonglong(count)));
+        button->setVisible(count > 0 && links_ != nullptr && links_->has(list));
+    };
+    show(low_stock_, PageList::low_stock, "أصناف &ناقصة: ", needs_.low_items);  // items below their minimum
+    // Batches that are past their date or nearly so.
+    show(expiring_, PageList::expiring_goods, "منتهية أو ت&قارب الانتهاء: ", needs_.expiring_batches);
 }
 
 void TodayPage::take_focus() {

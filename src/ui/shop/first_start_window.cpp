@@ -1,5 +1,6 @@
 #include "ui/shop/first_start_window.h"
 
+#include <QDir>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -13,6 +14,8 @@
 #include "printing/printer_text.h"
 #include "printing/text_receipt.h"
 #include "shop/refused.h"
+#include "ui/goods/import_rows.h"
+#include "ui/printing/file_sheet.h"
 #include "ui/widgets/choices.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
@@ -93,7 +96,10 @@ QWidget* FirstStartWindow::build_form(FirstStep step) {
             std::string_view(field.description.name).find("owner_") != std::string_view::npos)
             line->setEchoMode(QLineEdit::Password);
     column->addLayout(grid.layout());
-    column->addStretch(1);
+    if (step == FirstStep::items)
+        build_items(page);
+    else
+        column->addStretch(1);
     form.lead_on(shop::form_of(step), next_);
     form.show(logic_.fields);
     return page;
@@ -129,6 +135,37 @@ void FirstStartWindow::build_printers(QWidget* page) {
         test_printer();
     })->setMinimumHeight(px(least_target));
     column->addLayout(row);
+}
+
+void FirstStartWindow::build_items(QWidget* page) {
+    auto* column = static_cast<QVBoxLayout*>(page->layout());
+    auto* row = new QHBoxLayout;
+    row->setSpacing(px(10));
+    foot_button(row, "first_items_choose", "ا&ختيار ملف", 0, [this] { choose_items(); });
+    foot_button(row, "first_items_read", "&قراءة الملف", 0, [this] {
+        if (Sheet::top_of(this) == nullptr)
+            guarded(services_, "ReadItemsFile", [this] { read_step() && read_items(); });
+    });
+    items_said_ = label({}, "side", "first_items_said");
+    row->addWidget(items_said_, 1);
+    column->addLayout(row);
+    items_ = new ListTable("first_items", import_headings(), import_stretched);
+    items_->say_when_empty("اختر ملفا ثم اقرأه: يعرض هنا ما سيضاف وما يرفض قبل إنشاء المحل");
+    column->addWidget(items_, 1);
+}
+
+void FirstStartWindow::choose_items() {
+    if (Sheet::top_of(this) != nullptr) return;
+    QLineEdit* path = forms_[at_].line("first_items_file");
+    const QFileInfo typed(path->text().trimmed());
+    const QString folder = typed.isAbsolute() ? typed.absolutePath() : QDir::homePath();
+    FileSheet sheet(this, csv_choice(), services_.prompts, utf8(folder),
+                    [path](const std::filesystem::path& file) {
+                        path->setText(qt(file.string()));
+                        return true;
+                    });
+    if (sheet.run() != 1) return;
+    guarded(services_, "ReadItemsFile", [this] { read_step() && read_items(); });
 }
 
 QWidget* FirstStartWindow::build_summary() {
@@ -223,7 +260,11 @@ bool FirstStartWindow::read_step() {
 
 bool FirstStartWindow::read_items() {
     if (shop::first_steps[at_] != FirstStep::items) return true;
-    return forms_[at_].accept(logic_.read_items(services_.clock.now()), services_.prompts);
+    const auto refusal = logic_.read_items(services_.clock.now());
+    const goods::ImportPlan& plan = logic_.items_plan();
+    items_->show_rows(import_rows(plan));
+    items_said_->setText(logic_.fields.items_file.empty() ? QString() : import_text(plan));
+    return forms_[at_].accept(refusal, services_.prompts);
 }
 
 void FirstStartWindow::next() {

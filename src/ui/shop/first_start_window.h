@@ -35,6 +35,7 @@ class FirstStartWindow : public FrontWindow {
   private:
     QWidget* build_form(shop::FirstStep step);
     void build_printers(QWidget* page);
+    void build_items(QWidget* page);
     QWidget* build_summary();
     QWidget* build_end();
     void show_step(std::size_t at);
@@ -45,8 +46,9 @@ class FirstStartWindow : public FrontWindow {
     void make();
     // Takes the fields of the step over; says why not.
     bool read_step();
-    // At the step of the items, tries the file.
+    // At the step of the items, tries the file and shows what it adds and what is refused.
     bool read_items();
+    void choose_items();
     printing::PrinterChoice marked_printer() const;
     void test_printer();
     bool is_made() const { return at_ >= shop::first_steps.size(); }
@@ -63,6 +65,8 @@ class FirstStartWindow : public FrontWindow {
     QStackedWidget* steps_;
     ListTable* ports_;
     Segments* paper_;
+    ListTable* items_;
+    QLabel* items_said_;
     QGridLayout* summary_;
     QPushButton* next_;
     QPushButton* back_;

@@ -5,6 +5,18 @@
 
 namespace ui {
 
+// Lists that other pages lead to.
+enum class PageList { low_stock, expiring_goods };
+
+// What brings such a list to the front.
+class PageLinks {
+  public:
+    virtual ~PageLinks() = default;
+    // Whether the user may see the list.
+    virtual bool has(PageList list) const = 0;
+    virtual void open(PageList list) = 0;
+};
+
 class Page : public QWidget {
   public:
     explicit Page(const char* name) { setObjectName(name); }
@@ -16,6 +28,10 @@ class Page : public QWidget {
     virtual bool may_leave() { return true; }
     // Moves the focus to where the work on the page begins.
     virtual void take_focus() = 0;
+    // Shows one of its lists. May throw.
+    virtual void show_list(PageList) {}
+    // Called once, before the page is opened first.
+    virtual void set_links(PageLinks&) {}
 };
 
 }  // namespace ui
