@@ -21,8 +21,8 @@ class Costs {
     double of(std::int64_t item, const common::Moment& at) const;
     // The cost on the card today.
     double today(std::int64_t item) const;
-    // Whether the cost of an item changed since then: if not, that of today holds for the whole time.
-    bool has_changed(std::int64_t item) const { return changes_.contains(item); }
+    // Whether the cost of any item changed since then: if not, that of today holds for the whole time.
+    bool have_changed() const { return !changes_.empty(); }
 
   private:
     struct Change {

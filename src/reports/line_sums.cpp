@@ -98,14 +98,13 @@ void add_lines(database::Connection& connection, const Period& period, SumsByIte
 
 void add_costs(database::Connection& connection, CostKey key, const Period& period, const goods::Costs& costs,
                CostByKey& by_key) {
-    const auto key_of = [key](const Row& row) {
-        return key == CostKey::item ? row.integer("icode") : common::days_from_epoch(row.moment("date").date);
-    };
-    const Fragment columns = key == CostKey::item ? Fragment("icode") : Fragment("[date], icode");
-    for (const Row& row : connection.query(
-             Sql("select ") + columns + ", sum(" + moved_quantity() + ") as quantity from saledata where " +
-             in_period("[date]", "stcode", period) + " and icode is not null group by " + columns))
-        by_key[key_of(row)] += row.number("quantity") * costs.today(row.integer("icode"));
+    if (key == CostKey::day)
+        for (const Row& row : connection.query(
+                 Sql("select [date], icode, sum(") + moved_quantity() + ") as quantity from saledata where " +
+                 in_period("[date]", "stcode", period) + " and icode is not null group by [date], icode"))
+            by_key[common::days_from_epoch(row.moment("date").date)] +=
+                row.number("quantity") * costs.today(row.integer("icode"));
+    if (!costs.have_changed()) return;
     // Of items whose cost has changed since, each line by its own moment.
     database::unless_table_is_missing([&] {
         for (const Row& row : connection.query(
@@ -115,7 +114,8 @@ void add_costs(database::Connection& connection, CostKey key, const Period& peri
                  database::quoted(period.first) + ")")) {
             const std::int64_t item = row.integer("icode");
             const common::Moment at{row.moment("date").date, row.moment("time_").time};
-            by_key[key_of(row)] += row.number("quantity") * (costs.of(item, at) - costs.today(item));
+            by_key[key == CostKey::item ? item : common::days_from_epoch(at.date)] +=
+                row.number("quantity") * (costs.of(item, at) - costs.today(item));
         }
     });
 }

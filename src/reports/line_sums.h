@@ -31,7 +31,8 @@ using SumsByItem = std::unordered_map<std::int64_t, LineSums>;
 void add_lines(database::Connection& connection, const Period& period, SumsByItem& sums);
 
 // Adds what the goods cost that left the shop in a period, less those that came back: at the moment of each
-// sale, and of a return at the moment of the return. By item, or by day (days since 1970/01/01).
+// sale, and of a return at the moment of the return. By day (days since 1970/01/01); by item only by how much
+// it differs from today's cost of LineSums::quantity, because add_lines() has read all lines already.
 enum class CostKey { item, day };
 using CostByKey = std::unordered_map<std::int64_t, double>;
 void add_costs(database::Connection& connection, CostKey key, const Period& period, const goods::Costs& costs,

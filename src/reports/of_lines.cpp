@@ -50,8 +50,9 @@ class OfLines : public Maker {
     }
     Table table() override {
         if (request_.kind == KindId::profit_by_day) return profit_by_day();
-        for (const auto& [item, cost] : cost_)
-            by_item_[item].cost += cost;
+        if (tells_profit_)
+            for (auto& [item, sums] : by_item_)
+                sums.cost = sums.quantity * costs_->today(item) + cost_[item];
         LineSums all;
         for (const auto& [item, sums] : by_item_)
             all += sums;

@@ -125,8 +125,8 @@ void ReportPage::show_report() {
     if (!form_.save(context_.services, "Report", logic_.fields, [this] { return logic_.choose(); })) return;
     form_.show(logic_.fields);
     guarded(context_.services, "Report", [&] {
-        // "The report is being made", "month … of …"
-        const auto progress = show_progress("جار إعداد التقرير", {"شهر %1 من %2", ""});
+        // "The report is being made", "part … of …"
+        const auto progress = show_progress("جار إعداد التقرير", {"جزء %1 من %2", ""});
         if (logic_.make(progress)) repaint_table();
     });
 }
