@@ -27,7 +27,7 @@ inline constexpr std::string_view no_such_receiver = "البيان غير موج
 // Vouchers.
 inline constexpr std::string_view enter_number = "ادخل الرقم";    // enter the number
 inline constexpr std::string_view enter_bank = "ادخل اسم البنك";  // enter the bank's name
-inline constexpr std::string_view choose_party = "اختار الاسم";   // choose the party
+inline constexpr std::string_view choose_party = "اختر الاسم";    // choose the party
 inline constexpr std::string_view no_such_party =
     "الاسم المختار غير موجود";  // the chosen party does not exist
 // Sorry, a voucher with the same number was added before.
@@ -40,7 +40,7 @@ inline constexpr std::string_view voucher_changed = "تم تعديل الإيص�
 // whether to complete it." or, without a journal, "Do not save it again; tell the manager."
 inline constexpr std::string_view voucher_number = "الإيصال رقم ";
 inline constexpr std::string_view voucher_partly_saved = " تم حفظ جزء منه فقط. آخر خطوة تمت: ";
-inline constexpr std::string_view voucher_asked_again = "\nستسأل عن إكماله عند حفظ الإيصال التالي";
+inline constexpr std::string_view voucher_asked_again = "\nسيسألك البرنامج عن إكماله عند حفظ الإيصال التالي";
 inline constexpr std::string_view voucher_partly_advice = "\nلا تحفظه مرة أخرى وأبلغ المدير";
 // Saving was undone: nothing of the voucher is written.
 inline constexpr std::string_view voucher_undone = "تم التراجع عن الحفظ، ولم يسجل من الإيصال شيء";

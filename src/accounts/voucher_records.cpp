@@ -233,8 +233,8 @@ void set_columns(Recordset& row, const VoucherRecord& record, std::optional<Meth
 
 std::string voucher_title(VoucherKind kind, Method method) {
     if (method == Method::discount_notice || method == Method::addition_notice) return method_name(method);
-    if (method == Method::cheque) return kind == VoucherKind::receipt ? "ايصال استلام شيك" : "ايصال دفع شيك";
-    return kind == VoucherKind::receipt ? "ايصال استلام نقدية" : "ايصال دفع نقدية";
+    if (method == Method::cheque) return kind == VoucherKind::receipt ? "إيصال استلام شيك" : "إيصال دفع شيك";
+    return kind == VoucherKind::receipt ? "إيصال استلام نقدية" : "إيصال دفع نقدية";
 }
 
 PrintedVoucher printed_voucher(const VoucherRecord& record, const std::string& party_name,
@@ -262,9 +262,9 @@ std::string method_name(Method method) {
         case Method::cheque:
             return "شيك";
         case Method::discount_notice:
-            return "اشعار خصم";
+            return "إشعار خصم";
         default:
-            return "اشعار اضافة";
+            return "إشعار إضافة";
     }
 }
 

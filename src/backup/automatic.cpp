@@ -6,6 +6,7 @@
 
 #include "common/text.h"
 #include "common/typed.h"
+#include "common/wording.h"
 #include "database/till_settings.h"
 
 namespace backup {
@@ -132,11 +133,10 @@ std::string age_words(const State& state, const common::Date& today) {
         const long days = common::days_from_epoch(today) - common::days_from_epoch(state.made->date);
         const std::string moment = common::moment_text(*state.made);
         const std::string time = moment.substr(moment.find(' ') + 1, 5);
-        const std::string when = days <= 0    ? "اليوم " + time
-                                 : days == 1  ? "أمس " + time
-                                 : days == 2  ? "منذ يومين"
-                                 : days <= 10 ? "منذ " + std::to_string(days) + " أيام"
-                                              : "منذ " + std::to_string(days) + " يوما";
+        const std::string when = days <= 0 ? "اليوم " + time
+                                 : days == 1
+                                     ? "أمس " + time
+                                     : "منذ " + common::counted(days, {"يوم", "يومين", "أيام", "يوما"});
         words = "آخر نسخة احتياطية: " + when;
     }
     return words;

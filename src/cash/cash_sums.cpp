@@ -22,7 +22,7 @@ constexpr std::array terms{
     Term{Movement::uncollected, -1, "تليفون لم يحصل", "xs", "ptot"},
     Term{Movement::returns, -1, "مرتجع نقدي", "xs", "ptot"},
     Term{Movement::returned_coupons, +1, "مرتجع بونات", "xs", "disboun"},
-    Term{Movement::discounts, -1, "خصومات الفواتير", "xs", "pdis"},
+    Term{Movement::discounts, -1, "خصومات البونات", "xs", "pdis"},
     Term{Movement::returned_discounts, +1, "خصومات المرتجع", "xs", "pdis"},
     Term{Movement::account_sales, 0, "مبيعات آجلة", "xs", "ptot"},
     Term{Movement::account_returns, 0, "مرتجعات آجلة", "xs", "ptot"},

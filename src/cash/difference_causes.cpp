@@ -38,7 +38,7 @@ constexpr Rule rules[] = {
 };
 // The discount of one receipt; the discounts of all of them, which the expected cash contains.
 constexpr std::string_view one_discount = "خصم على بون بنفس القيمة";
-constexpr std::string_view all_discounts = "خصومات الفواتير، غير مطروحة من الرصيد الدفتري";
+constexpr std::string_view all_discounts = "خصومات البونات، غير مطروحة من الرصيد الدفتري";
 
 // Returns true if the cash of a movement is the amount. An invoice moves its net, and some shops expect its
 // total.

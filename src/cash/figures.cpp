@@ -281,8 +281,8 @@ FigureRows rows_between(database::Connection& connection, const Drawer& drawer, 
 }
 
 // The number of invoices and the sum of all sales have names of their own.
-const std::array<std::string_view, summary_count> summary_headings{"عدد الفواتير",
-                                                                   "اجمالي المبيعات",
+const std::array<std::string_view, summary_count> summary_headings{"عدد البونات",
+                                                                   "إجمالي المبيعات",
                                                                    heading(Figure::account_sales),
                                                                    heading(Figure::card_sales),
                                                                    heading(Figure::cash_sales),

@@ -20,26 +20,26 @@ inline constexpr std::string_view nothing_moved = " -- صفر أو أقل لم �
 // Enter a whole number of pieces.
 inline constexpr std::string_view wrong_pieces = "اكتب عدد القطع رقما صحيحا";
 // The time of the shift change is not a valid time.
-inline constexpr std::string_view no_time = "وقت الورديه غير صحيح";
+inline constexpr std::string_view no_time = "وقت الوردية غير صحيح";
 // The time of the shift change lies in the future: check the clock.
-inline constexpr std::string_view in_the_future = "وقت الورديه بعد الوقت الحالي .. راجع التاريخ والساعه";
+inline constexpr std::string_view in_the_future = "وقت الوردية بعد الوقت الحالي .. راجع التاريخ والساعة";
 // The time lies before the start of the last shift: check the clock.
 inline constexpr std::string_view before_last_start =
-    "الوقت قبل بداية الورديه السابقه .. راجع التاريخ والساعه";
+    "الوقت قبل بداية الوردية السابقة .. راجع التاريخ والساعة";
 // The time lies before the end of the last shift: check the clock.
-inline constexpr std::string_view before_last_end = "الوقت قبل نهاية الورديه السابقه .. راجع التاريخ والساعه";
+inline constexpr std::string_view before_last_end = "الوقت قبل نهاية الوردية السابقة .. راجع التاريخ والساعة";
 // Ends both messages: not possible before that moment.
 inline constexpr std::string_view not_before = "\nغير ممكن قبل : ";
 // Another workstation has started this shift already; its row was kept.
 inline constexpr std::string_view started_elsewhere =
-    "تم بدء هذه الورديه من جهاز آخر .. لم يتم تسجيل ورديه جديده";
+    "تم بدء هذه الوردية من جهاز آخر .. لم يتم تسجيل وردية جديدة";
 
 // The change of the shift was undone: the shift is as it was.
-inline constexpr std::string_view change_undone = "تم التراجع، والورديه كما كانت";
+inline constexpr std::string_view change_undone = "تم التراجع، والوردية كما كانت";
 // An earlier change of the shift is not finished. / It is settled now: look at the shift, then go on.
 inline constexpr std::string_view change_unfinished =
-    "تغيير الورديه لم يكتمل بعد. أعد المحاولة لتسأل عنه مرة أخرى";
-inline constexpr std::string_view look_at_shift = "انتهى أمر التغيير السابق. راجع الورديه ثم أكمل";
+    "تغيير الوردية لم يكتمل بعد. أعد المحاولة ليسألك البرنامج عنه";
+inline constexpr std::string_view look_at_shift = "انتهى أمر التغيير السابق. راجع الوردية ثم أكمل";
 
 // Before a shift start empties other drawers: the cash of these drawers will be transferred to the main
 // drawer; its shift is open, after such a drawer; do you want to transfer it?
@@ -56,10 +56,10 @@ inline constexpr std::string_view day_report_title = "تقرير الكاشير 
 
 // Invoice discounts of the shift / of the day that are not taken off the expected cash, so a right count is
 // short by them; and those that are taken off.
-inline constexpr std::string_view shift_discounts = "خصومات الفواتير في الوردية";
-inline constexpr std::string_view day_discounts = "خصومات الفواتير في اليوم";
-inline constexpr std::string_view shift_discounts_taken_off = "خصومات الفواتير في الوردية (مطروحة)";
-inline constexpr std::string_view day_discounts_taken_off = "خصومات الفواتير في اليوم (مطروحة)";
+inline constexpr std::string_view shift_discounts = "خصومات البونات في الوردية";
+inline constexpr std::string_view day_discounts = "خصومات البونات في اليوم";
+inline constexpr std::string_view shift_discounts_taken_off = "خصومات البونات في الوردية (مطروحة)";
+inline constexpr std::string_view day_discounts_taken_off = "خصومات البونات في اليوم (مطروحة)";
 
 // Actual balance, expected balance, difference.
 inline constexpr std::string_view counted_cash = "الرصيد الفعلي";
@@ -85,7 +85,7 @@ inline constexpr std::string_view day_counted = "تم جرد الخزينة في
 inline constexpr std::string_view day_not_counted = "لم يتم جرد الخزينة في هذا اليوم";
 inline constexpr std::string_view counted_at = " .. الساعة ";
 inline constexpr std::string_view moved_since_count = "حركة بعد الجرد";  // movements after the count
-inline constexpr std::string_view enter_counted = "ادخل الرصيد الفعلي";
+inline constexpr std::string_view enter_counted = "أدخل الرصيد الفعلي";
 inline constexpr std::string_view future_day = "لا يمكن جرد الخزينة ليوم لم يأت بعد";
 // The expected balance has changed since the screen was shown: look at the difference and record again.
 inline constexpr std::string_view expected_changed =

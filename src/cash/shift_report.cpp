@@ -19,9 +19,9 @@ std::string ShiftReport::title() const {
 
 std::vector<std::pair<std::string, std::string>> ShiftReport::captions() const {
     return {{"الموظف", worker},
-            {"رقم الورديه", std::to_string(number)},
-            {"بداية الورديه", common::moment_text(start)},
-            {"نهاية الورديه", common::moment_text(end)},
+            {"رقم الوردية", std::to_string(number)},
+            {"بداية الوردية", common::moment_text(start)},
+            {"نهاية الوردية", common::moment_text(end)},
             {std::string(message::drawer), drawer},
             {"الفرع", store}};
 }

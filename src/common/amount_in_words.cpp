@@ -5,6 +5,8 @@
 #include <limits>
 #include <string_view>
 
+#include "common/wording.h"
+
 namespace common {
 
 namespace {
@@ -72,14 +74,14 @@ constexpr Words whole_tens = {"",      "",     "عشرون", "ثلاثون", "أ
 constexpr Words whole_hundreds = {"",        "مائة",   "مائتان",  "ثلاثمائة", "أربعمائة",
                                   "خمسمائة", "ستمائة", "سبعمائة", "ثمانمائة", "تسعمائة"};
 
-// A thousand and its powers: one, two, three to ten of them, and from eleven on.
+// A thousand and its powers.
 struct Power {
     long long value;
-    std::string_view one, two, few, many;
+    Noun noun;
 };
-constexpr Power powers[] = {{1'000'000'000, "مليار", "ملياران", "مليارات", "مليارا"},
-                            {1'000'000, "مليون", "مليونان", "ملايين", "مليونا"},
-                            {1'000, "ألف", "ألفان", "آلاف", "ألفا"}};
+constexpr Power powers[] = {{1'000'000'000, {"مليار", "ملياران", "مليارات", "مليارا"}},
+                            {1'000'000, {"مليون", "مليونان", "ملايين", "مليونا"}},
+                            {1'000, {"ألف", "ألفان", "آلاف", "ألفا"}}};
 
 void join(std::string& text, std::string_view words) {
     if (!text.empty()) text += " و";
@@ -99,26 +101,18 @@ std::string spell_group(int number) {
     return text;
 }
 
-std::string spell_power(int count, const Power& power) {
+std::string spell_power(int count, const Noun& power) {
     if (count == 1) return std::string(power.one);
     if (count == 2) return std::string(power.two);
-    std::string text = spell_group(count);
-    const int rest = count % 100;
-    if (rest == 0) {
-        if (count == 200) text = "مائتا";  // the dual loses its ending before its noun
-        return text + ' ' + std::string(power.one);
-    }
-    return text + ' ' +
-           std::string(rest >= 3 && rest <= 10 ? power.few
-                       : rest >= 11            ? power.many
-                                               : power.one);
+    // The dual loses its ending before its noun.
+    return (count == 200 ? "مائتا" : spell_group(count)) + ' ' + std::string(form_after(count, power));
 }
 
 std::string spell(long long number) {
     std::string text;
     for (const Power& power : powers) {
         const auto count = static_cast<int>(number / power.value);
-        if (count > 0) join(text, spell_power(count, power));
+        if (count > 0) join(text, spell_power(count, power.noun));
         number %= power.value;
     }
     if (number > 0) join(text, spell_group(static_cast<int>(number)));

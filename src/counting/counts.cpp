@@ -16,8 +16,8 @@ using database::Sql;
 
 namespace {
 
-constexpr std::string_view everything = "كل الأصناف";     // all items
-constexpr std::string_view only_scanned = "ما يمسح فقط";  // only what is scanned
+constexpr std::string_view everything = "كل الأصناف";                // all items
+constexpr std::string_view only_scanned = "ما يمرر على الماسح فقط";  // only what is scanned
 
 constexpr common::FormField<NewCount> new_count_fields[] = {
     {&NewCount::store,

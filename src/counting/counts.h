@@ -44,7 +44,7 @@ struct Count {
     std::string closed_by;
 
     bool is_open() const { return state == State::open; }
-    // "كل الأصناف", the group's name, "ما يمسح فقط".
+    // "كل الأصناف", the group's name, "ما يمرر على الماسح فقط".
     std::string scope_name() const;
 };
 

@@ -81,17 +81,17 @@ inline constexpr std::string_view timed_out = "لم ترد قاعدة البيا
 // "The disk is full. Nothing more can be saved until there is room on it."
 inline constexpr std::string_view disk_full = "القرص ممتلئ. لا يمكن الحفظ قبل توفير مساحة عليه";
 // "The database may only be read. Tell the person in charge."
-inline constexpr std::string_view read_only = "قاعدة البيانات للقراءة فقط. أبلغ المسئول";
+inline constexpr std::string_view read_only = "قاعدة البيانات للقراءة فقط. أبلغ المدير";
 // "The database is damaged. Stop working and tell the person in charge."
-inline constexpr std::string_view damaged = "قاعدة البيانات تالفة. أوقف العمل وأبلغ المسئول";
+inline constexpr std::string_view damaged = "قاعدة البيانات تالفة. أوقف العمل وأبلغ المدير";
 // "The server refused the till's log-in. Tell the person in charge."
-inline constexpr std::string_view login_refused = "الخادم رفض دخول هذا الجهاز. أبلغ المسئول";
+inline constexpr std::string_view login_refused = "الخادم رفض دخول هذا الجهاز. أبلغ المدير";
 // "The database is busy at another till. Try again."
 inline constexpr std::string_view busy = "قاعدة البيانات مشغولة من جهاز آخر. حاول مرة أخرى";
 // "Another till changed the same record meanwhile. Try again."
 inline constexpr std::string_view changed_meanwhile = "تم تعديل نفس السجل من جهاز آخر. حاول مرة أخرى";
 // "A file or folder may not be written. Tell the person in charge."
-inline constexpr std::string_view may_not_write = "غير مسموح بالكتابة في الملف أو المجلد. أبلغ المسئول";
+inline constexpr std::string_view may_not_write = "غير مسموح بالكتابة في الملف أو المجلد. أبلغ المدير";
 // The reason is in the activity log.
 inline constexpr std::string_view see_log = "السبب مسجل في سجل البرنامج";
 

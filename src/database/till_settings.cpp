@@ -82,7 +82,7 @@ constexpr TillSetting settings[] = {
      "from this day on a drawer is to hold the net of its cash invoices: their discounts are taken off the "
      "expected cash. Leave it unset where another program adds up the cash of this shop without them",
      "a day, yyyy/mm/dd", "الدرج بالصافي ابتداء من",
-     "من هذا اليوم يحسب للدرج صافي الفواتير النقدية بعد خصمها. اتركه بدون قيمة إذا كان برنامج آخر يجمع نقدية "
+     "من هذا اليوم يحسب للدرج صافي البونات النقدية بعد خصمها. اتركه بدون قيمة إذا كان برنامج آخر يجمع نقدية "
      "هذا المحل. يكتب كتاريخ: 2026/11/21",
      read_day},
     {setting::backup_to,
@@ -95,12 +95,12 @@ constexpr TillSetting settings[] = {
     {setting::printer_barcode,
      "text receipts carry their key as a barcode, which the roll printer draws by its own command (GS k, "
      "Code 128); scanned at the till it brings the sale back",
-     yes_or_no, "باركود البون في الطباعة النصية",
-     "يطبع رقم البون كباركود يقرؤه الكاشير لاسترجاع الفاتورة. للطابعات التي ترسمه بنفسها", read_yes_or_no},
+     yes_or_no, "باركود البون في البون النصي",
+     "يطبع رقم البون كباركود يقرؤه الكاشير لاسترجاع البون. للطابعات التي ترسمه بنفسها", read_yes_or_no},
     {setting::text_unit, "text receipts name the unit of each line in a line below it (unset: no)", yes_or_no,
      "اسم الوحدة في البون النصي", "يطبع تحت كل صنف اسم وحدته", read_yes_or_no},
     {setting::receipt_unit, "receipts on pages and pictures show the unit of each line (unset: yes)",
-     yes_or_no, "عمود الوحدة في بون الصفحات والصور", "يظهر عمود الوحدة في البون المرسوم", read_yes_or_no},
+     yes_or_no, "عمود الوحدة في البون المرسوم", "يظهر عمود الوحدة في البون المرسوم", read_yes_or_no},
     {setting::receipt_qr,
      "receipts on pages and pictures carry the QR code of electronic invoicing, in shops that have it "
      "(unset: "
@@ -109,26 +109,27 @@ constexpr TillSetting settings[] = {
      "يظهر الرمز في البون المرسوم إذا كان المحل مسجلا في منظومة الفاتورة الإلكترونية", read_yes_or_no},
     {setting::receipt_barcode,
      "receipts on pages and pictures carry their key as a barcode, which brings the sale back (unset: yes)",
-     yes_or_no, "باركود البون في الصفحات والصور", "يطبع رقم البون كباركود يقرؤه الكاشير لاسترجاع الفاتورة",
+     yes_or_no, "باركود البون في البون المرسوم", "يطبع رقم البون كباركود يقرؤه الكاشير لاسترجاع البون",
      read_yes_or_no},
     {setting::raise_equal_codes,
      "an item that is scanned again, in the same unit, raises its line at once instead of asking (unset: "
      "no). "
      "A scale's label asks all the same. Tills notice a change at the next sign-in",
      yes_or_no, "تكرار الصنف يزيد كميته",
-     "إذا مسح الصنف مرة أخرى بنفس الوحدة زادت كمية سطره بدون سؤال. يعمل بعد دخول المستخدم من جديد",
+     "إذا مرر الصنف مرة أخرى بنفس الوحدة زادت كمية سطره بدون سؤال. يعمل بعد دخول المستخدم من جديد",
      read_yes_or_no},
     {setting::display_greeting,
      "what the customer display shows between two sales. Tills notice a change at their next start",
      "up to 40 Latin letters, digits and signs, of which the display shows 20 on each of its lines",
      "عبارة شاشة العميل الصغيرة",
-     "ما تعرضه الشاشة الصغيرة بين فاتورتين: حتى 40 حرفا لاتينيا أو رقما. يعمل بعد إعادة تشغيل الكاشير",
+     "ما تعرضه الشاشة الصغيرة بين بون وآخر: حتى 40 حرفا لاتينيا أو رقما. يعمل بعد إعادة تشغيل برنامج الكاشير",
      read_display_text},
     {setting::screen_greeting,
      "what the customer's screen, on a second monitor, shows between two sales. Tills notice a change at "
      "their next start",
      "a line of up to 60 letters", "عبارة شاشة العميل الكبيرة",
-     "ما تعرضه الشاشة الثانية بين فاتورتين: سطر حتى 60 حرفا. يعمل بعد إعادة تشغيل الكاشير", read_greeting},
+     "ما تعرضه الشاشة الثانية بين بون وآخر: سطر حتى 60 حرفا. يعمل بعد إعادة تشغيل برنامج الكاشير",
+     read_greeting},
     {setting::blind_count,
      "drawers are counted without knowing: the expected cash is shown only once the count was compared with "
      "it or recorded (unset: no)",

@@ -17,7 +17,7 @@ constexpr std::string_view without_paper = " دون طباعة";
 constexpr std::string_view undo_does = "\nتراجع: يمحى ما سجل منه كأنه لم يحفظ";
 constexpr std::string_view paper_is_void = "، والبون المطبوع لاغ";
 // "It could not be done now. You are asked again at the next save."
-constexpr std::string_view left_open = "تعذر ذلك الآن. ستسأل عنه مرة أخرى عند الحفظ التالي";
+constexpr std::string_view left_open = "تعذر ذلك الآن. سيسألك البرنامج عنه مرة أخرى عند الحفظ التالي";
 // "Nothing of it is saved any more. Its printed receipt is void: tear it up."
 constexpr std::string_view tear_up = "\nلم يعد منه شيء محفوظا. البون المطبوع لاغ، مزقه";
 

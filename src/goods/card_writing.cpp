@@ -29,9 +29,9 @@ struct Reference {
 };
 constexpr Reference references[] = {
     {"stk where isnull(quan,0) <> 0 and icode = ", "رصيد بالمخازن"},
-    {"stk_f_q where isnull(quan,0) <> 0 and icode = ", "أرصدة أول المدة"},
-    {"saledata where icode = ", "فواتير البيع"},
-    {"purdata where icode = ", "فواتير الشراء"},
+    {"stk_f_q where isnull(quan,0) <> 0 and icode = ", "الأرصدة الافتتاحية"},
+    {"saledata where icode = ", "البونات"},
+    {"purdata where icode = ", "فواتير الموردين"},
     {"transdata where icode = ", "تحويلات المخازن"},
     {"reservd where icode = ", "الحجوزات"},
     {"salver where icode = ", "أعمال الصنايعية"},

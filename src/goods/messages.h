@@ -7,8 +7,8 @@ namespace goods::message {
 
 // --- the card ----------------------------------------------------------------------------------------
 inline constexpr std::string_view no_such_item = "الصنف غير موجود، ربما حذفه مستخدم آخر";
-inline constexpr std::string_view enter_code = "ادخل كود الصنف";
-inline constexpr std::string_view enter_name = "ادخل اسم الصنف";
+inline constexpr std::string_view enter_code = "أدخل كود الصنف";
+inline constexpr std::string_view enter_name = "أدخل اسم الصنف";
 // The code belongs to the item …
 inline constexpr std::string_view code_taken = "الكود مسجل للصنف : ";
 // The code is also a barcode of …
@@ -17,12 +17,12 @@ inline constexpr std::string_view wrong_factor = "عدد الوحدات رقم �
 inline constexpr std::string_view wrong_minimum = "الحد الأدنى رقم صفر أو أكثر";
 inline constexpr std::string_view control_character = "النص به رموز لا تطبع";  // characters that do not print
 // Enter the unit's retail price; it must be above 0 / a selling price of 0 would give the item away.
-inline constexpr std::string_view enter_price = "ادخل سعر بيع الوحدة قطاعي";
+inline constexpr std::string_view enter_price = "أدخل سعر بيع الوحدة قطاعي";
 inline constexpr std::string_view price_is_zero = "سعر البيع صفر، والكاشير سيبيع الصنف بلا مقابل";
 inline constexpr std::string_view wrong_cost = "التكلفة رقم صفر أو أكثر";
 inline constexpr std::string_view price_too_large = "السعر أكبر من المسموح به";
 // The unit has barcodes, so its number of base units must be given.
-inline constexpr std::string_view factor_needed = "لهذه الوحدة باركود، ادخل عدد الوحدات بها";
+inline constexpr std::string_view factor_needed = "لهذه الوحدة باركود، أدخل عدد الوحدات بها";
 // Prices below the cost: … Save all the same?
 inline constexpr std::string_view below_cost = "أسعار أقل من التكلفة :";
 inline constexpr std::string_view save_all_the_same = "هل تحفظ كما هي ؟";
@@ -34,9 +34,9 @@ inline constexpr std::string_view changed_meanwhile = "غير مستخدم آخ�
 inline constexpr std::string_view look_again = "لم يحفظ شيء. راجع الكارت ثم احفظ مرة أخرى";
 
 // --- barcodes ----------------------------------------------------------------------------------------
-inline constexpr std::string_view enter_barcode = "ادخل الباركود";
+inline constexpr std::string_view enter_barcode = "أدخل الباركود";
 inline constexpr std::string_view barcode_too_long = "الباركود أطول من المسموح به";
-inline constexpr std::string_view barcode_has_blank = "الباركود به مسافة، ولا يرسلها قارئ";
+inline constexpr std::string_view barcode_has_blank = "الباركود به مسافة، ولا يرسلها الماسح";
 inline constexpr std::string_view barcode_has_apostrophe = "الباركود به علامة اقتباس";
 inline constexpr std::string_view barcode_was_rounded = "الباركود قربه برنامج الجداول، اكتبه من العبوة";
 inline constexpr std::string_view barcode_of_receipt = "الباركود يقرؤه الكاشير رقم بون";

@@ -284,6 +284,7 @@ std::vector<std::string> faults_of_screen(InputDriver& input) {
     inspect_room(front, faults);
     inspect_mnemonics(front, faults);
     inspect_contrast(front, faults);
+    inspect_minus(front, faults);
     inspect_focus(front, input, faults);
     return faults;
 }

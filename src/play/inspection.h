@@ -25,4 +25,9 @@ std::string name_of(const QWidget* widget);
 // to bottom, that the focus is always visible, and that it comes back to where it began.
 void inspect_focus(QWidget* front, InputDriver& input, std::vector<std::string>& faults);
 
+// Whether every minus in the text is drawn left of its number.
+bool minus_stands_left(const QString& text, Qt::LayoutDirection direction);
+// Checks it for the labels and tables in sight.
+void inspect_minus(const QWidget* front, std::vector<std::string>& faults);
+
 }  // namespace play

@@ -253,7 +253,7 @@ Report invoice_report(const Receipt& receipt, Form form, const ReceiptSettings& 
     if (!receipt.salesman.empty()) report.captions.emplace_back("البائع", receipt.salesman);
     if (cash) {
         report.captions.emplace_back("اسم المستخدم", receipt.user_name);
-        report.captions.emplace_back("رقم الورديه", std::to_string(receipt.shift_number));
+        report.captions.emplace_back("رقم الوردية", std::to_string(receipt.shift_number));
     }
     add_table(report, rows, settings, !cash && settings.show_unit);
     Totals totals = totals_of(receipt, cash);

@@ -5,7 +5,7 @@
 
 namespace purchases::message {
 
-inline constexpr std::string_view choose_supplier = "اختار المورد";        // choose the supplier
+inline constexpr std::string_view choose_supplier = "اختر المورد";         // choose the supplier
 inline constexpr std::string_view no_such_supplier = "المورد غير موجود";   // there is no such supplier
 inline constexpr std::string_view no_lines = "لا توجد أصناف في الفاتورة";  // there are no items in it
 inline constexpr std::string_view no_such_item = "الصنف غير موجود";        // there is no such item

@@ -26,7 +26,7 @@ constexpr common::FormField<Card> supplier_fields[] = {
     {&Card::name, {"supplier_name", "ال&اسم", FieldKind::text, {0, 1, 2}, "vname", message::enter_name}},
     {&Card::phone, {"supplier_phone", "ال&تليفون", FieldKind::digits, {1, 0}, "vphone"}},
     {&Card::address, {"supplier_address", "ال&عنوان", FieldKind::text, {1, 1, 2}, "vaddress"}},
-    {&Card::opening, {"supplier_opening", "ر&صيد أول المدة", FieldKind::amount, {2, 0}, "vopen"}},
+    {&Card::opening, {"supplier_opening", "الر&صيد الافتتاحي", FieldKind::amount, {2, 0}, "vopen"}},
     {&Card::owes_us, {"supplier_owes_us", "الرصيد &لنا عنده", FieldKind::check, {2, 1}}},
     {&Card::note, {"supplier_note", "ملا&حظات", FieldKind::text, {3, 0, 3}, "note"}},
 };

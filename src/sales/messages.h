@@ -17,7 +17,7 @@ inline constexpr std::string_view add_customers = "يجب اضافة عملاء"
 inline constexpr std::string_view add_tips_customers = "يجب اضافة عملاء اكراميات";
 inline constexpr std::string_view select_invoice_first = "يجب تحديد الفاتوره اولا";
 // The barcode is registered for more than one item; enter the item's code.
-inline constexpr std::string_view shared_barcode = "الباركود مسجل لأكثر من صنف، ادخل كود الصنف";
+inline constexpr std::string_view shared_barcode = "الباركود مسجل لأكثر من صنف، أدخل كود الصنف";
 // The product code is wrong, or the product was sold already / was not sold.
 inline constexpr std::string_view product_sold = "كود المنتج غير صحيح أو تم بيع هذا المنتج";
 inline constexpr std::string_view product_not_sold = "كود المنتج غير صحيح أو لم تم بيع هذا المنتج";
@@ -35,7 +35,7 @@ inline constexpr std::string_view label_has_quantity =
 // The invoice has no line whose quantity or unit could change.
 inline constexpr std::string_view no_line = "لا يوجد سطر في البون";
 // Prices must be set in the item card.
-inline constexpr std::string_view set_prices = "يجب ضبط بيانات الاسعار بكارت الصنف ";
+inline constexpr std::string_view set_prices = "يجب ضبط بيانات الأسعار بكارت الصنف ";
 // This item was entered before; increase its quantity?
 inline constexpr std::string_view entered_before = "تم ادخال هذا الصنف من قبل هل تريد زيادة الكمية";
 // The name of a general (unlisted) item.
@@ -94,8 +94,8 @@ inline constexpr std::string_view fixed_unit = "لا تتغير وحدة هذا 
 // The item's card has no other unit with a price.
 inline constexpr std::string_view one_unit = "ليس للصنف وحدة أخرى لها سعر بكارت الصنف";
 // Enter the quantity / the price of item … before saving.
-inline constexpr std::string_view enter_quantity_of = "ادخل كمية الصنف ";
-inline constexpr std::string_view enter_price_of = "ادخل سعر الصنف ";
+inline constexpr std::string_view enter_quantity_of = "أدخل كمية الصنف ";
+inline constexpr std::string_view enter_price_of = "أدخل سعر الصنف ";
 
 // --- tiles -------------------------------------------------------------------------------------------
 // Write a name for the page.
@@ -112,9 +112,9 @@ inline constexpr std::string_view wrong_receipt_number = "رقم البون غي
 // This receipt was saved before; save it again as a new receipt?
 inline constexpr std::string_view save_as_new = "هذا البون محفوظ من قبل .. هل تريد حفظه كبون جديد ؟";
 // Nothing is left of this receipt to return.
-inline constexpr std::string_view nothing_to_return = "تم ارتجاع كل أصناف هذا البون من قبل";
+inline constexpr std::string_view nothing_to_return = "تم إرجاع كل أصناف هذا البون من قبل";
 // There is no receipt to print again.
-inline constexpr std::string_view nothing_to_reprint = "لا يوجد بون لاعادة طباعته";
+inline constexpr std::string_view nothing_to_reprint = "لا يوجد بون لإعادة طباعته";
 
 // --- offers ------------------------------------------------------------------------------------------
 // There are no lines to keep as an offer.
@@ -167,7 +167,7 @@ inline constexpr std::string_view nothing_to_hold =
 // This receipt is saved already. It is found among today's receipts.
 inline constexpr std::string_view saved_is_not_held = "هذا البون محفوظ من قبل ولا يعلق، تجده في بونات اليوم";
 // The shop's database takes no held receipts: tell the person in charge.
-inline constexpr std::string_view cannot_hold = "قاعدة البيانات لا تقبل تعليق البونات، أبلغ المسئول";
+inline constexpr std::string_view cannot_hold = "قاعدة البيانات لا تقبل تعليق البونات، أبلغ المدير";
 // After what is on the screen: it is not saved. Hold it and resume the chosen one?
 inline constexpr std::string_view hold_first =
     "\nهذا البون على الشاشة ولم يحفظ. هل تريد تعليقه واسترجاع البون المختار ؟";
@@ -218,7 +218,7 @@ inline constexpr std::string_view expected_profit = "ربح متوقع ==> ";
 inline constexpr std::string_view paid_out = "مرتجع: ادفع هذا المبلغ للعميل";
 // This receipt was paid by card; pay this amount to the customer in cash.
 inline constexpr std::string_view card_paid_out =
-    "هذا البون مدفوع ببطاقة إئتمان: ادفع هذا المبلغ للعميل نقدا من الدرج";
+    "هذا البون مدفوع ببطاقة ائتمان: ادفع هذا المبلغ للعميل نقدا من الدرج";
 
 // Less was paid than the net: the amount still owed; save the receipt?
 inline constexpr std::string_view underpaid = "المدفوع أقل من الصافي\nالباقي على العميل \u200e";
@@ -246,12 +246,12 @@ inline constexpr std::string_view enter_permit = "أدخل بيانات الاذ
 // This receipt number was already entered for the same customer.
 inline constexpr std::string_view number_used = "سبق ادخال نفس رقم الايصال لنفس العميل";
 // Choose the customer / the account customer no longer exists.
-inline constexpr std::string_view choose_customer = "اختار العميل";
+inline constexpr std::string_view choose_customer = "اختر العميل";
 // Choose the tips customer / the tips customer, the bank no longer exists / choose the bank / enter the
 // card's reference.
-inline constexpr std::string_view choose_tips = "اختار عميل الاكراميات";
-inline constexpr std::string_view tips_gone = "عميل الاكراميات غير موجود";
-inline constexpr std::string_view choose_bank = "اختار البنك";
+inline constexpr std::string_view choose_tips = "اختر عميل الإكراميات";
+inline constexpr std::string_view tips_gone = "عميل الإكراميات غير موجود";
+inline constexpr std::string_view choose_bank = "اختر البنك";
 inline constexpr std::string_view enter_reference = "أدخل الرقم المرجعي لبطاقة الائتمان";
 // "…: the text is too long", after the name of the field.
 inline constexpr std::string_view too_long = ": النص أطول من المسموح";
@@ -281,7 +281,7 @@ inline constexpr std::string_view number_taken =
 // stock is now below zero; tell the person in charge."
 inline constexpr std::string_view sold_elsewhere = "تم حفظ البون، لكن رصيد الصنف ";
 inline constexpr std::string_view sold_elsewhere_advice =
-    " نفد أثناء الطباعة لأن جهازا آخر باعه.\nالرصيد الآن أقل من الصفر، أبلغ المسئول";
+    " نفد أثناء الطباعة لأن جهازا آخر باعه.\nالرصيد الآن أقل من الصفر، أبلغ المدير";
 
 // Did the receipt come out of the printer?
 inline constexpr std::string_view receipt_came = "هل خرج البون من الطابعة ؟";

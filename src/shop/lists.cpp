@@ -100,7 +100,7 @@ constexpr FieldDescription news_fields[] = {{.name = "list_name",
                                              .missing = "اكتب السطر"}};
 
 constexpr Reference store_references[] = {
-    {"الفواتير", "select top 1 stcode from sales where stcode = "},
+    {"البونات", "select top 1 stcode from sales where stcode = "},
     {"أرصدة الأصناف", "select top 1 stcode from stk where quan <> 0 and stcode = "},
     {"الأدراج", "select top 1 stcode from cash where stcode = "},
     {"الورديات", "select top 1 stcode from shift where stcode = "},
@@ -111,7 +111,7 @@ constexpr Reference store_references[] = {
     {"إعدادات المحل", "select top 1 mst from basic where mst = "},
 };
 constexpr Reference drawer_references[] = {
-    {"الفواتير", "select top 1 ptype from sales where ptype = ", " and stcode = "},
+    {"البونات", "select top 1 ptype from sales where ptype = ", " and stcode = "},
     {"الورديات", "select top 1 cash_no from shift where cash_no = ", " and stcode = "},
     {"المصروفات", "select top 1 cash_n from dailyexp where cash_n = ", " and stcode = "},
     {"الإيصالات", "select top 1 cash_n from vencuspay where cash_n = ", " and stcode = "},
@@ -120,11 +120,11 @@ constexpr Reference drawer_references[] = {
 };
 constexpr Reference worker_references[] = {
     {"الورديات", "select top 1 man_ from shift where man_ = "},
-    {"الفواتير", "select top 1 wcode from saledata where wcode = "},
+    {"البونات", "select top 1 wcode from saledata where wcode = "},
     {"أعمال الصنايعية", "select top 1 wcode from salver where wcode = "},
 };
 constexpr Reference bank_references[] = {
-    {"الفواتير", "select top 1 bcode from sales where bcode = "},
+    {"البونات", "select top 1 bcode from sales where bcode = "},
     {"حركات البنوك", "select top 1 bcode from btran where bcode = "},
     {"الإيصالات", "select top 1 bcode from vencuspay where bcode = "},
 };
@@ -141,8 +141,8 @@ constexpr Reference class_references[] = {
 constexpr Reference period_references[] = {
     {"أسعار أصناف في الفترة", "select top 1 sale_prd from sale_price where sale_prd = "}};
 constexpr Reference receiver_references[] = {
-    {"فواتير الأكراميات", "select top 1 link from sales where stype = 2 and link = "},
-    {"الأكراميات المصروفة", "select top 1 ccode from boun where ccode = "},
+    {"بونات الإكراميات", "select top 1 link from sales where stype = 2 and link = "},
+    {"الإكراميات المصروفة", "select top 1 ccode from boun where ccode = "},
 };
 constexpr Reference representative_references[] = {
     {"العملاء", "select top 1 link from custdata where link = "},
@@ -291,8 +291,8 @@ const ListDescription descriptions[] = {
      .references = period_references,
      .check = check_period},
     {.name = "receivers",
-     .caption = "عملاء الأكراميات",
-     .one = "عميل أكراميات",
+     .caption = "عملاء الإكراميات",
+     .one = "عميل إكراميات",
      .table = "boundata",
      .key = "ccode",
      .all = "select * from boundata order by ccode",

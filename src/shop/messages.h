@@ -7,9 +7,9 @@ namespace shop::message {
 
 // The folder cannot be made; there is a shop there already. Each is followed by the path.
 inline constexpr std::string_view folder_not_made = "لا يمكن إنشاء المجلد، اختر مجلدا آخر:\n\u200E";
-inline constexpr std::string_view shop_there = "يوجد متجر هنا من قبل:\n\u200E";
+inline constexpr std::string_view shop_there = "يوجد محل هنا من قبل:\n\u200E";
 // No device and no receipt file; followed by what was given.
-inline constexpr std::string_view no_port = "هذا ليس منفذ طابعة ولا ملف إيصالات:\n\u200E";
+inline constexpr std::string_view no_port = "هذا ليس منفذ طابعة ولا ملف بونات:\n\u200E";
 
 // A user needs a name; it is too long; it is a number; somebody has it (followed by it); it has hidden marks.
 inline constexpr std::string_view no_name = "اكتب الاسم";
@@ -48,13 +48,13 @@ inline constexpr std::string_view ends_before_it_begins = "نهاية الفتر
 inline constexpr std::string_view overlaps = "تتداخل هذه الفترة مع فترة أخرى: ";
 
 // A period's price: the item has no retail price; the price is not below the card's; no percent.
-inline constexpr std::string_view no_card_price = "ليس لهذا الصنف سعر قطاعي، اكتبه في بطاقة الصنف أولا";
+inline constexpr std::string_view no_card_price = "ليس لهذا الصنف سعر قطاعي، اكتبه في كارت الصنف أولا";
 inline constexpr std::string_view price_not_lower = "سعر الفترة يكون أقل من سعر الصنف وأكبر من صفر";
 inline constexpr std::string_view wrong_percent = "اكتب نسبة الخصم: أكبر من صفر وأقل من 100";
 
 // Users: nobody else could change users any more; it is the user's own right.
-inline constexpr std::string_view last_of_users = "لا يمكن ذلك: لن يبقى أحد له حق تعديل المستخدمين";
-inline constexpr std::string_view own_right = "لا يمكنك أن توقف نفسك أو تسحب حقك في تعديل المستخدمين";
+inline constexpr std::string_view last_of_users = "لا يمكن ذلك: لن يبقى أحد له صلاحية تعديل المستخدمين";
+inline constexpr std::string_view own_right = "لا يمكنك أن توقف نفسك أو تسحب صلاحيتك لتعديل المستخدمين";
 // Badges: what was scanned is none; it is somebody else's.
 inline constexpr std::string_view no_badge = "رقم البطاقة من 8 إلى 40 رقما بدون حروف";
 inline constexpr std::string_view badge_taken = "هذه البطاقة لمستخدم آخر";

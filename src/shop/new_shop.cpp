@@ -136,7 +136,7 @@ std::vector<Person> make_shop(const NewShop& asked, const common::Moment& now,
     NewShop wanted = asked;
     for (const std::string& text : {wanted.name, wanted.telephone, wanted.administrator})
         require_plain_name(text);
-    if (wanted.name.empty() && !wanted.demo) wanted.name = "متجري";
+    if (wanted.name.empty() && !wanted.demo) wanted.name = "المحل";
     if (wanted.administrator.empty()) wanted.administrator = "المدير";
     if (wanted.password.empty()) wanted.password = common::random_digits(6);
     std::vector<Person> users;

@@ -13,15 +13,15 @@ inline constexpr std::string_view wait_before = "محاولات خاطئة كث�
 inline constexpr std::string_view wait_after = " ثم حاول مرة أخرى";
 // Approvals: the badge belongs to nobody with this right; the badge is not known; no other user has this
 // right; in the journal, "wrong password for the approval of …".
-inline constexpr std::string_view badge_without_right = "صاحب هذه البطاقة ليس له هذا الحق";
+inline constexpr std::string_view badge_without_right = "صاحب هذه البطاقة ليست له هذه الصلاحية";
 inline constexpr std::string_view no_such_badge = "البطاقة غير معروفة، اختر المشرف واكتب كلمة السر";
-inline constexpr std::string_view no_supervisor = "لا يوجد مستخدم آخر له هذا الحق";
+inline constexpr std::string_view no_supervisor = "لا يوجد مستخدم آخر له هذه الصلاحية";
 inline constexpr std::string_view wrong_approval = "كلمة سر أو بطاقة غير صحيحة لموافقة ";
 // The user is blocked.
 inline constexpr std::string_view blocked = "هذا المستخدم موقوف عن العمل، راجع المدير";
 inline constexpr std::string_view wrong_data = "بيانات غير صحيحة";  // the data are not correct
 // In the office: the user has none of its rights; another program keeps the shop's tables.
-inline constexpr std::string_view no_office_right = "هذا المستخدم ليس له حق في برنامج المكتب";
+inline constexpr std::string_view no_office_right = "هذا المستخدم ليست له صلاحية في برنامج المكتب";
 inline constexpr std::string_view read_only =
     "بيانات هذا المحل يسجلها برنامج آخر، وبرنامج المكتب هنا للعرض فقط";
 inline constexpr std::string_view wrong_old_password =

@@ -19,8 +19,8 @@ inline constexpr std::string_view version_differs =
 // This program is older than the shop: install the newer version, or go back to the shop's copy from before
 // the update. Followed by this program's version.
 inline constexpr std::string_view program_older =
-    "هذا البرنامج أقدم من بيانات المتجر. ثبت الاصدار الأحدث، أو استرجع نسخة المتجر التي حفظت قبل التحديث "
-    "(tallvex-admin restore). اصدار هذا البرنامج: ";
+    "هذا البرنامج أقدم من بيانات المحل. ثبت الإصدار الأحدث، أو استرجع نسخة المحل التي حفظت قبل التحديث "
+    "(tallvex-admin restore). إصدار هذا البرنامج: ";
 
 // Cash point N … is open on this machine for another user; is open here and does not answer; is open on
 // another machine: close it there. If that machine was switched off, try again after three minutes.
@@ -51,7 +51,7 @@ inline constexpr std::string_view address_renewed =
 inline constexpr std::string_view wrong_password = "رفض الخادم كلمة سر الاتصال بقاعدة البيانات";
 // The server does not encrypt the password, so it was not sent. Tell the person in charge.
 inline constexpr std::string_view not_encrypted =
-    "الخادم لا يشفر كلمة سر الاتصال، فلم ترسل إليه. أبلغ المسئول";
+    "الخادم لا يشفر كلمة سر الاتصال، فلم ترسل إليه. أبلغ المدير";
 // The server has no database of this name.
 inline constexpr std::string_view database_missing = "قاعدة البيانات غير موجودة على الخادم: ";
 // The shop's file: missing, a folder, read-only, locked, corrupt, on a full disk.
@@ -67,23 +67,23 @@ inline constexpr std::string_view disk_full = "القرص ممتلئ، أفرغ 
 inline constexpr std::string_view no_driver = "برنامج الاتصال بالخادم (tdsodbc) غير مثبت على هذا الجهاز";
 inline constexpr std::string_view connection_lost = "انقطع الاتصال بقاعدة البيانات";
 // The settings row is missing.
-inline constexpr std::string_view settings_missing = "بيانات الاعدادات غير موجودة في قاعدة البيانات";
+inline constexpr std::string_view settings_missing = "بيانات الإعدادات غير موجودة في قاعدة البيانات";
 // The database on the server is incomplete, so some screens may not work; the program cannot run on it. Tell
 // the person in charge. Followed by what is missing, line by line, and by the number of what is not listed.
 inline constexpr std::string_view schema_incomplete =
-    "قاعدة البيانات على الخادم ناقصة، وقد لا تعمل بعض الشاشات. أبلغ المسئول. ينقصها:";
+    "قاعدة البيانات على الخادم ناقصة، وقد لا تعمل بعض الشاشات. أبلغ المدير. ينقصها:";
 inline constexpr std::string_view schema_unusable =
-    "لا يمكن تشغيل البرنامج لأن قاعدة البيانات على الخادم ناقصة. أبلغ المسئول. ينقصها:";
+    "لا يمكن تشغيل البرنامج لأن قاعدة البيانات على الخادم ناقصة. أبلغ المدير. ينقصها:";
 inline constexpr std::string_view and_others = "وغير ذلك: ";
 // No copy of the shop could be made before the update, so it was not updated. Make room on the disk, then
 // start the program again.
 inline constexpr std::string_view no_copy_before_update =
-    "لم يبدأ تحديث بيانات المتجر لأن نسخة منها قبل التحديث لم تحفظ. تأكد من وجود مساحة كافية على القرص ثم "
+    "لم يبدأ تحديث بيانات المحل لأن نسخة منها قبل التحديث لم تحفظ. تأكد من وجود مساحة كافية على القرص ثم "
     "أعد "
     "تشغيل البرنامج";
 // The day's copy for training could not be made: make room on the disk, or see the log.
 inline constexpr std::string_view no_training_copy =
-    "لم يتم تجهيز نسخة التدريب، ولم يتغير شيء في بيانات المتجر. تأكد من وجود مساحة كافية على القرص، "
+    "لم يتم تجهيز نسخة التدريب، ولم يتغير شيء في بيانات المحل. تأكد من وجود مساحة كافية على القرص، "
     "والسبب مسجل في ملف السجل";
 // Anything else: the support engineer finds the cause in the log.
 inline constexpr std::string_view see_log = "حدث خطأ أثناء بدء البرنامج، وسببه مسجل في ملف السجل";
@@ -91,9 +91,9 @@ inline constexpr std::string_view see_log = "حدث خطأ أثناء بدء ا�
 // There is no shop on this machine yet: open the office to make it. Followed by the folder where it was
 // looked for, on a line of its own. The left-to-right mark keeps the parts of the path in order.
 inline constexpr std::string_view no_shop_folder =
-    "لا يوجد متجر على هذا الجهاز بعد، افتح برنامج المكتب لإنشائه في المجلد:\n\u200E";
+    "لا يوجد محل على هذا الجهاز بعد، افتح برنامج المكتب لإنشائه في المجلد:\n\u200E";
 // This user may not enter the shop's folder; followed by it.
-inline constexpr std::string_view shop_folder_closed = "غير مسموح لهذا المستخدم بفتح مجلد المتجر:\n\u200E";
+inline constexpr std::string_view shop_folder_closed = "غير مسموح لهذا المستخدم بفتح مجلد المحل:\n\u200E";
 
 // Files beside the program. Each is followed by the file's name.
 inline constexpr std::string_view file_missing = "الملف غير موجود: ";
@@ -102,7 +102,7 @@ inline constexpr std::string_view file_unwritable = "لا يمكن كتابة ا
 inline constexpr std::string_view connection_file_short = "ملف الاتصال بقاعدة البيانات ناقص: ";
 // Blank, or its names cannot be read.
 inline constexpr std::string_view connection_file_damaged = "ملف الاتصال بقاعدة البيانات فارغ أو تالف: ";
-inline constexpr std::string_view version_file_length = "ملف اصدار البرنامج طوله غير صحيح: ";
+inline constexpr std::string_view version_file_length = "ملف إصدار البرنامج طوله غير صحيح: ";
 inline constexpr std::string_view text_too_long = "النص أطول من المكان المخصص له: ";
 inline constexpr std::string_view text_not_arabic_page = "النص به حروف لا يمكن حفظها في الملف: ";
 // No password of the database login is given.

@@ -93,7 +93,7 @@ const std::vector<Command>& screen_commands() {
         {"direct_receipt", "&قبض مباشر من عميل", Qt::Key_unknown, menu, run_on_invoice<DirectReceiptSheet>},
         {"customers", "عم&لاء الآجل", Qt::Key_unknown, menu, run_screen<AccountCustomersList>},
         {"account_statement", "كشف حساب عم&يل", Qt::Key_unknown, menu, run_opened<AccountStatementScreen>},
-        {"tips_receivers", "عملاء الأك&راميات", Qt::Key_unknown, menu, run_screen<TipsReceiversList>},
+        {"tips_receivers", "عملاء الإك&راميات", Qt::Key_unknown, menu, run_screen<TipsReceiversList>},
         {"cash_count", "&جرد الخزينة", Qt::Key_unknown, menu, run_opened<CashCountSheet>},
         {"receipts", "بونات &اليوم", Qt::CTRL | Qt::Key_B, menu,
          [](SalesWindow& window) { ReceiptsSheet(&window, window.desk(), window.context()).run(); }, commit,

@@ -23,7 +23,7 @@ bool wait_for_server(const std::string& server, const std::function<bool()>& att
 void show_copying(const std::function<void(const std::function<void(int)>& tell)>& copying,
                   const std::function<void(QWidget&)>& show_window) {
     CopyingWindow(show_window, "نسخة احتياطية قبل التحديث",
-                  "تحفظ الآن نسخة من بيانات المتجر قبل تحديثها إلى الإصدار الجديد. لا تغلق الجهاز، ويكمل "
+                  "تحفظ الآن نسخة من بيانات المحل قبل تحديثها إلى الإصدار الجديد. لا تغلق الجهاز، ويكمل "
                   "البرنامج وحده عندما تنتهي.")
         .run(copying);
 }

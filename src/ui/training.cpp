@@ -15,7 +15,7 @@ bool Training::run(std::int64_t cash_point, const std::function<void()>& ready) 
     const startup::TrainingShop shop(shop_, cash_point);
     try {
         CopyingWindow(show_window_, "نسخة التدريب",
-                      "تجهز الآن نسخة من بيانات المتجر للتدريب عليها اليوم. بيانات المتجر نفسها لا تتغير.")
+                      "تجهز الآن نسخة من بيانات المحل للتدريب عليها اليوم. بيانات المحل نفسها لا تتغير.")
             .run([&](const std::function<void(int)>& tell) { shop.prepare(services_.clock.now(), tell); });
     } catch (const startup::StartUpError& error) {
         services_.log.log_event(error.what(), startup::failure_log_code);

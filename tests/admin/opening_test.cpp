@@ -47,7 +47,7 @@ TEST(Opening, ABareShopSignsItsAdministratorIn) {
     ASSERT_TRUE(day.reached) << testing::PrintToString(day.services.prompts.messages);
     EXPECT_EQ(day.outcome, SignInOutcome::signed_in) << day.services.prompts.last();
     EXPECT_EQ(day.session.version, admin::shop_version());
-    EXPECT_EQ(day.session.settings.aname, "متجري");
+    EXPECT_EQ(day.session.settings.aname, "المحل");
     EXPECT_EQ(day.session.store_code, 1);
     EXPECT_TRUE(day.session.has_permission(400));
     EXPECT_THAT(day.services.prompts.messages, testing::IsEmpty());

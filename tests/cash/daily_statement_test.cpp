@@ -294,12 +294,12 @@ TEST_F(Statement, DiscountsAreFiguresOfTheirOwn) {
 
     const FigureRows rows = statement.rows_behind(Figure::discounts);
     ASSERT_EQ(rows.rows.size(), 3U);
-    EXPECT_EQ(rows.rows[0].kind + " " + rows.rows[0].number, "خصومات الفواتير 1");
+    EXPECT_EQ(rows.rows[0].kind + " " + rows.rows[0].number, "خصومات البونات 1");
     EXPECT_EQ(statement.rows_behind(Figure::net_cash).sum.text(), "117.00");
 
     const DayReport report = statement.print_report();
     ASSERT_EQ(report.totals.size(), 8U);
-    EXPECT_EQ(report.totals[0], (std::pair<std::string, std::string>{"خصومات الفواتير", "6.00"}));
+    EXPECT_EQ(report.totals[0], (std::pair<std::string, std::string>{"خصومات البونات", "6.00"}));
     EXPECT_EQ(report.totals[1], (std::pair<std::string, std::string>{"خصومات المرتجع", "4.00"}));
     EXPECT_EQ(report.totals[2].second, "117.00");
 

@@ -5,6 +5,18 @@
 
 namespace {
 
+TEST(Counted, NounsTakeTheFormOfTheirNumber) {
+    constexpr common::Noun item = {"صنف", "صنفان", "أصناف", "صنفا"};
+    const std::pair<long long, std::string> cases[] = {
+        {0, "0 صنف"},     {1, "صنف واحد"},    {2, "صنفان"},        {3, "3 أصناف"},
+        {10, "10 أصناف"}, {11, "11 صنفا"},    {99, "99 صنفا"},     {100, "100 صنف"},
+        {102, "102 صنف"}, {103, "103 أصناف"}, {1211, "1211 صنفا"},
+    };
+    for (const auto& [count, words] : cases)
+        EXPECT_EQ(common::counted(count, item), words);
+    EXPECT_EQ(common::counted(1, {"قطعة", "قطعتان", "قطع", "قطعة"}), "قطعة واحدة");
+}
+
 using common::amount_in_words;
 using common::number_in_words;
 

@@ -47,11 +47,11 @@ TEST_F(ItemCards, RefuseWhatTheTillCouldNotSell) {
         void (*spoil)(goods::CardFields&);
         const char* refusal;
     } cases[] = {
-        {[](goods::CardFields& c) { c.name = " "; }, "item_name: ادخل اسم الصنف"},
+        {[](goods::CardFields& c) { c.name = " "; }, "item_name: أدخل اسم الصنف"},
         {[](goods::CardFields& c) { c.name = std::string(101, 'x'); }, "item_name: النص أطول"},
         {[](goods::CardFields& c) { c.code = "502"; }, "item_code: الكود مسجل للصنف : أرز (502)"},
         {[](goods::CardFields& c) { c.code = "3000000000"; }, "item_code: الكود غير صحيح"},
-        {[](goods::CardFields& c) { c.prices[0][1] = ""; }, "item_price_12: ادخل سعر"},
+        {[](goods::CardFields& c) { c.prices[0][1] = ""; }, "item_price_12: أدخل سعر"},
         {[](goods::CardFields& c) { c.prices[0][1] = "0"; }, "item_price_12: سعر البيع صفر"},
         {[](goods::CardFields& c) { c.prices[0][1] = "-3"; }, "item_price_12: لا تكتب علامة السالب"},
         {[](goods::CardFields& c) { c.prices[0][2] = "3,5"; }, "item_price_13: اكتب الرقم بدون فواصل"},
@@ -139,7 +139,7 @@ TEST_F(ItemCards, BarcodesAreReadAndDrawn) {
                    {"501", "كود الصنف : شاي (501)"},
                    {"2000501012345", "ملصق الميزان"},
                    {"12 34", "مسافة"},
-                   {"", "ادخل الباركود"},
+                   {"", "أدخل الباركود"},
                    {"6,22E+12", "برنامج الجداول"}};
     for (const auto& [typed, said] : refused) {
         EXPECT_FALSE(item.add_barcode(typed, 1)) << typed;

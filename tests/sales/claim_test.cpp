@@ -184,7 +184,7 @@ TEST(Claims, ATillThatKnowsNoneIsMetAfterPrinting) {
                     testing::ElementsAre("البون رقم 1 استخدم جهاز آخر رقمه.\nالبون المطبوع لاغ: مزقه. "
                                          "سيطبع مرة أخرى برقم جديد",
                                          "تم حفظ البون، لكن رصيد الصنف زيت نفد أثناء الطباعة لأن جهازا آخر "
-                                         "باعه.\nالرصيد الآن أقل من الصفر، أبلغ المسئول"));
+                                         "باعه.\nالرصيد الآن أقل من الصفر، أبلغ المدير"));
         EXPECT_EQ(till.shop.number("select sum(quan) from stk where icode = 200"), -1);
     }
 }

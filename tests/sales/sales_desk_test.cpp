@@ -148,10 +148,10 @@ TEST(SalesDesk, RefusesToBeginWhatCannotBeSaved) {
     EXPECT_THAT(counter.said(), ElementsAre(std::string(sales::message::empty_invoice)));
     ASSERT_TRUE(counter.enter("*"));
     EXPECT_EQ(desk.checkout().begin_save(), BeginSave::refused);
-    EXPECT_THAT(counter.said(), ElementsAre("ادخل كمية الصنف صنف عام"));
+    EXPECT_THAT(counter.said(), ElementsAre("أدخل كمية الصنف صنف عام"));
     ASSERT_TRUE(desk.lines().quick_quantity("1"));
     EXPECT_EQ(desk.checkout().begin_save(), BeginSave::refused);
-    EXPECT_THAT(counter.said(), ElementsAre("ادخل سعر الصنف صنف عام"));
+    EXPECT_THAT(counter.said(), ElementsAre("أدخل سعر الصنف صنف عام"));
     ASSERT_TRUE(desk.lines().commit_edit(0, column::price, "5"));
     ASSERT_EQ(desk.checkout().begin_save(), BeginSave::ask_payment);
     counter.shop.sql("update shift set e_date = '2026/11/21 10:00:00'");

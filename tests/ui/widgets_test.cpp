@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMap>
 #include <QMouseEvent>
@@ -14,11 +15,13 @@
 #include <thread>
 
 #include "database/error.h"
+#include "play/inspection.h"
 #include "support/services.h"
 #include "ui/signin/waiting_window.h"
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
+#include "ui/widgets/list_model.h"
 #include "ui/widgets/message_box.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
@@ -183,6 +186,31 @@ TEST(Guard, OutlivesErrorsOfOtherKinds) {
     }
     EXPECT_TRUE(ui::guarded(services.all(), "Action", [] {}));
     EXPECT_EQ(services.prompts.messages.size(), 3U);
+}
+
+// Sentences with negative figures, as boxes, labels and lists set them.
+TEST(Sentence, HasEveryMinusLeftOfItsNumber) {
+    const QStringList texts = {
+        "الفرق -1234.50",
+        "تم بدء وردية جديدة .. رصيد الخزينه -- درج 1 : -12.00 -- صفر أو أقل لم يتم تحويل النقديه منها",
+        "الصنف : شاي\nالرصيد : -3\nالمطلوب : 2",
+        "سعر الصنف (-5.25) أقل من التكلفة",
+        "زيادة 5.00 · عجز -7.50 · الصافي -2.50",
+        "وردية 2026/11/21 · الفرق -3%",
+        "-0.75",
+    };
+    for (const QString& text : texts) {
+        EXPECT_FALSE(play::minus_stands_left(text, Qt::RightToLeft)) << text.toStdString();
+        EXPECT_TRUE(play::minus_stands_left(ui::sentence(text), Qt::RightToLeft)) << text.toStdString();
+        const ui::MessageBox box(nullptr, text, common::Icon::none);
+        EXPECT_TRUE(play::minus_stands_left(box.findChild<QLabel*>("message_text")->text(), Qt::RightToLeft))
+            << text.toStdString();
+        ui::ListModel list({"البيان"});
+        list.replace({{text}});
+        EXPECT_TRUE(play::minus_stands_left(list.index(0, 0).data().toString(), Qt::RightToLeft));
+    }
+    const QString untouched = "من 2026-11-20 إلى 2026-11-21، ملف a-1.csv، 10-3، COM-1 -";
+    EXPECT_EQ(ui::sentence(untouched), untouched);
 }
 
 TEST(Sheet, LeavesTheFocusBelowEvenIfNothingHadIt) {

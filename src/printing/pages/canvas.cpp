@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "common/wording.h"
+
 namespace printing::pages {
 
 namespace {
@@ -86,7 +88,7 @@ QFont Canvas::font(const TextStyle& style) const {
 
 Canvas::Laid Canvas::lay_out(double x, double y, double width, const QString& text, const TextStyle& style,
                              Draw draw) const {
-    QString flowing = text;
+    QString flowing = text.contains('-') ? qstring(common::with_minus_at_left(text.toStdString())) : text;
     flowing.replace('\n', QChar::LineSeparator);
     QTextOption option;
     option.setTextDirection(reads_from_right(text) ? Qt::RightToLeft : Qt::LeftToRight);

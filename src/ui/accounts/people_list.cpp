@@ -181,7 +181,7 @@ std::vector<Person> tips_receivers(const Context& context) {
 }  // namespace
 
 TipsReceiversList::TipsReceiversList(QWidget* host, const Context& context)
-    : PeopleList(host, "receivers", "عملاء الأكراميات", {"كود", "الاسم"}, 1,
+    : PeopleList(host, "receivers", "عملاء الإكراميات", {"كود", "الاسم"}, 1,
                  [context] { return tips_receivers(context); }) {
     setObjectName("tips_receivers");
     set_card_width(560);

@@ -246,9 +246,9 @@ void VoucherSheet::save() {
     }
     // The voucher is shown as it was saved, and is edited from here on.
     show_voucher();
-    said_->setText(
-        QString("تم الحفظ · الرصيد قبل \u200e%1 · بعد \u200e%2")
-            .arg(qt(logic_.printed()->balance_before.text()), qt(logic_.printed()->balance_after.text())));
+    said_->setText(QString("تم الحفظ · الرصيد قبل %1 · بعد %2")
+                       .arg(figure(logic_.printed()->balance_before.text()),
+                            figure(logic_.printed()->balance_after.text())));
     (print_->isVisible() ? print_ : page_)->setFocus();
 }
 

@@ -245,9 +245,9 @@ void DailyStatementScreen::show_journal() {
     for (const cash::JournalRow& row : logic_.journal())
         rows.push_back(text_list(row.cells(), {0, 2, 5, 6}));
     journal_->say_when_empty(logic_.filter() == cash::JournalFilter::all
-                                 ? "لا توجد فواتير في هذا اليوم · اختار يوما آخر أو خزينة أخرى"
-                                 : "لا توجد فواتير من هذا النوع في هذا اليوم · اختر الكل");
-    count_->setText("عدد الفواتير " + QString::number(rows.size()));
+                                 ? "لا توجد بونات في هذا اليوم · اختر يوما آخر أو خزينة أخرى"
+                                 : "لا توجد بونات من هذا النوع في هذا اليوم · اختر الكل");
+    count_->setText("عدد البونات " + QString::number(rows.size()));
     journal_->show_rows(std::move(rows));
     show_row_note(journal_->current_row());
 }

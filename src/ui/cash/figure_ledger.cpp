@@ -300,7 +300,7 @@ std::vector<LedgerColumn> statement_ledger(bool with_discounts) {
     sales.push_back(figure(Figure::net_cash, "figure_net_cash", "=", Kind::total));
     return {
         {{"المبيعات النقدية", std::move(sales)}},
-        {{"الايداعات",
+        {{"الإيداعات",
           {figure(Figure::net_cash, "", "+", Kind::carried), figure(Figure::receipts, "figure_receipts", "+"),
            figure(Figure::transfers_in, "figure_transfers_in", "+"),
            figure(Figure::from_bank, "figure_from_bank", "+"),

@@ -97,7 +97,7 @@ bool ShiftForm::open(cash::ShiftStart& logic, const Context& context) {
     // Shown only where it matters: a right count is this much short of the expected cash.
     const common::Amount beside = logic.discounts().beside;
     discounts_->setVisible(!beside.is_zero());
-    discounts_->setText(qt(cash::message::shift_discounts) + " : " + qt(beside.text()));
+    discounts_->setText(qt(cash::message::shift_discounts) + " : " + figure(beside.text()));
     return true;
 }
 
@@ -180,12 +180,12 @@ ShiftScreen::ShiftScreen(QWidget* host, const Context& context)
 QString ShiftScreen::closing() const {
     const auto& report = logic_.report();
     if (!report) return {};
-    const QString closed = QString("أغلقت الوردية %1 · الرصيد الدفتري \u200e%2\u200f · ")
+    const QString closed = QString("أغلقت الوردية %1 · الرصيد الدفتري %2 · ")
                                .arg(report->number)
-                               .arg(qt(report->expected.text()));
+                               .arg(figure(report->expected.text()));
     if (!report->counted) return closed + qt(cash::message::not_counted);
-    return closed + QString("الفعلي \u200e%1\u200f · الفرق \u200e%2")
-                        .arg(qt(report->counted->text()), qt(report->difference()->text()));
+    return closed + QString("الفعلي %1 · الفرق %2")
+                        .arg(figure(report->counted->text()), figure(report->difference()->text()));
 }
 
 ShiftStartScreen::ShiftStartScreen(QWidget* host, const Context& context)

@@ -24,8 +24,8 @@ namespace ui {
 
 namespace {
 
-constexpr Column low_columns[] = {{"كود", 0.8, true},  {"الصنف", 3, false},   {"المجموعة", 1.6, false},
-                                  {"الرصيد", 1, true}, {"حد الطلب", 1, true}, {"ينقص", 1, true}};
+constexpr Column low_columns[] = {{"كود", 0.8, true},  {"الصنف", 3, false},      {"المجموعة", 1.6, false},
+                                  {"الرصيد", 1, true}, {"الحد الأدنى", 1, true}, {"ينقص", 1, true}};
 constexpr Column expiring_columns[] = {
     {"صالح حتى", 1.2, true}, {"باق", 0.9, true},  {"كود", 0.8, true},    {"الصنف", 3, false},
     {"المخزن", 1.4, false},  {"الكمية", 1, true}, {"القيمة", 1.1, true},  // the last, only with cost
@@ -88,7 +88,7 @@ QWidget* NeedsPage::build_lists() {
     choices->addStretch(1);
     column->addLayout(choices);
     tables_[low] = new ListTable("needs_low", headings_of(columns_of(low, sees_cost_)), 1);
-    tables_[low]->say_when_empty("لا يوجد صنف رصيده أقل من حد الطلب");
+    tables_[low]->say_when_empty("لا يوجد صنف رصيده أقل من الحد الأدنى");
     tables_[expiring] = new ListTable("needs_expiring", headings_of(columns_of(expiring, sees_cost_)), 3);
     tables_[expiring]->say_when_empty("لا توجد بضاعة منتهية أو تنتهي في هذه المدة");
     for (ListTable* table : tables_) {
@@ -192,7 +192,7 @@ void NeedsPage::show_expiring() {
 printing::Report NeedsPage::paper() const {
     const bool is_low = view_->value() == low;
     printing::Report report = printing::headed(is_low ? "low-stock" : "expiring", context_.session);
-    report.title = is_low ? "أصناف رصيدها أقل من حد الطلب" : "بضاعة منتهية أو قريبة الانتهاء";
+    report.title = is_low ? "أصناف رصيدها أقل من الحد الأدنى" : "بضاعة منتهية أو قريبة الانتهاء";
     report.captions = {{"المخزن", common::name_of(stores_, store().value_or(all_stores))},
                        {"في", common::date_text(context_.services.clock.now().date)}};
     add_columns(report, columns_of(view_->value(), sees_cost_));

@@ -97,7 +97,7 @@ QWidget* StockCountSheet::build_entry() {
     row->addWidget(counted);
     auto* ways = new QVBoxLayout;
     ways->setSpacing(0);
-    each_ = new QCheckBox("كل &مسحة واحد");
+    each_ = new QCheckBox("قطعة في كل &مرة");
     each_->setObjectName("count_each");
     each_->setChecked(!count_.by_date);
     again_ = new QCheckBox("&إعادة عد");
@@ -128,7 +128,7 @@ void StockCountSheet::build_tables() {
     tables_[lines] = new ListTable(
         "count_lines",
         {"الوقت", "كود", "الصنف", "صالح حتى", "الكمية", "الوحدة", "المستخدم", "الجهاز", "نوع السطر"}, 2);
-    tables_[lines]->say_when_empty("لم يعد شيء بعد · امسح أول صنف");
+    tables_[lines]->say_when_empty("لم يعد شيء بعد · مرر أول صنف");
     QStringList headings = counting_headings(sees_cost_, false);
     tables_[differences] = new ListTable("count_differences", headings, 1);
     tables_[differences]->say_when_empty("لم يعد شيء بعد");
@@ -263,7 +263,7 @@ std::optional<bool> StockCountSheet::ask_missing() {
     if (left.empty()) return false;
     std::string text = std::string(not_counted) + std::to_string(left.size());
     for (std::size_t i = 0; i < std::min<std::size_t>(left.size(), 5); ++i)
-        text += "\n" + left[i].name + " \u200e" + quantity_text(left[i].stock);
+        text += "\n" + left[i].name + " " + quantity_text(left[i].stock);
     if (left.size() > 5) text += "\n…";
     const auto answer = context_.services.prompts.choose(text, missing_choices, common::Icon::exclamation);
     if (answer == common::Answer::closed) return std::nullopt;

@@ -40,7 +40,7 @@ WriteOffView::WriteOffView(const Context& context)
     QStringList headings = {"كود", "الصنف", "الكمية", "صالح حتى", "السبب"};
     if (sees_cost_) headings << "القيمة";
     table_ = new ListTable("write_off_lines", headings, 1);
-    table_->say_when_empty("امسح الأصناف التالفة أو المنتهية لتخصم من الرصيد");
+    table_->say_when_empty("مرر الأصناف التالفة أو المنتهية لتخصم من الرصيد");
     connect(table_, &ListTable::left_upwards, this, [this] { item_->setFocus(); });
     column->addWidget(table_, 1);
     auto* foot = new QHBoxLayout;
@@ -61,7 +61,7 @@ QWidget* WriteOffView::build_entry() {
     first->setSpacing(px(10));
     first->addWidget(captioned("الم&خزن", store_ = choice_list("write_off_store")), 1);
     item_ = new ItemField("write_off_item", context_, this);
-    first->addWidget(captioned("امسح الص&نف", item_), 2);
+    first->addWidget(captioned("مرر الص&نف", item_), 2);
     rows->addLayout(first);
     picked_name_ = label({}, "figure", "write_off_picked");
     rows->addWidget(picked_name_);
@@ -189,7 +189,7 @@ void WriteOffView::save() {
         }
         lines_.clear();
         show_lines();
-        note_->setText("حفظ محضر التالف رقم " + figure(std::get<std::int64_t>(saved)));
+        note_->setText("تم حفظ محضر التالف رقم " + figure(std::get<std::int64_t>(saved)));
         item_->setFocus();
     });
 }

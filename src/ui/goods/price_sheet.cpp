@@ -51,7 +51,8 @@ std::array<std::string, 7> cells_of(const goods::PlannedPrice& change) {
 
 PriceSheet::PriceSheet(QWidget* host, const Context& context, const goods::ItemFilter& filter,
                        std::size_t items)
-    : Sheet(host, "تعديل أسعار " + figure(static_cast<qlonglong>(items)) + " صنف"),
+    : Sheet(host, "تعديل أسعار " +
+                      qt(common::counted(static_cast<long long>(items), {"صنف", "صنفين", "أصناف", "صنفا"}))),
       context_(context),
       logic_(context.connection, context.session, context.services.prompts, context.services.clock) {
     setObjectName("price_sheet");

@@ -59,7 +59,7 @@ printing::Report report_of(const cash::DayReport& day, const signin::Session& se
     report.title = day.title;
     report.captions = {{"المخزن", day.store},
                        {std::string(cash::message::drawer), day.drawer},
-                       {"الفواتير", day.filter},
+                       {"البونات", day.filter},
                        {"المستخدم", session.user_name}};
     // Number, kind, value, customer or vendor, salesman, drawer.
     const printing::ReportColumn shapes[] = {

@@ -104,7 +104,7 @@ void GoodsInSheet::build_entry() {
                            {"الصنف", "الوحدة", "الكمية", "التكلفة", "الخصم", "القيمة", "الصلاحية",
                             "فرق التكلفة", "سعر البيع", "الربح"},
                            0);
-    table_->say_when_empty("امسح باركود أول صنف أو اكتب جزءا من اسمه");
+    table_->say_when_empty("مرر باركود أول صنف أو اكتب جزءا من اسمه");
     for (const int column : {line_change, line_profit})
         table_->setColumnHidden(column, !shows_cost_);
     table_->set_look([this](int at, int column) {

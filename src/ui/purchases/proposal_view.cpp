@@ -12,6 +12,7 @@
 
 #include "common/amount.h"
 #include "common/numbers.h"
+#include "common/typed.h"
 #include "sales/items.h"
 #include "signin/permissions.h"
 #include "ui/printing/report_foot.h"
@@ -24,8 +25,8 @@ namespace ui {
 namespace {
 
 // Supplier, item, sold, stock, minimum, to order, unit, value at cost.
-constexpr std::array<std::string_view, 8> proposal_headings{"المورد",   "الصنف",   "المباع", "الرصيد",
-                                                            "حد الطلب", "المطلوب", "الوحدة", "القيمة"};
+constexpr std::array<std::string_view, 8> proposal_headings{"المورد",      "الصنف",   "المباع", "الرصيد",
+                                                            "الحد الأدنى", "المطلوب", "الوحدة", "القيمة"};
 constexpr int order_column = 5;
 constexpr int value_column = 7;
 constexpr auto no_supplier = "بدون مورد";
@@ -58,7 +59,7 @@ ProposalView::ProposalView(const Context& context)
     column->addWidget(build_choices());
     table_ = new ListTable("proposal_lines", text_list(proposal_headings), 1);
     table_->setColumnHidden(value_column, !shows_cost_);
-    table_->say_when_empty("لا يوجد ما يطلب الآن · الرصيد يكفي مبيعات هذه المدة وحد الطلب");
+    table_->say_when_empty("لا يوجد ما يطلب الآن · الرصيد يكفي مبيعات هذه المدة والحد الأدنى");
     table_->set_look([this](int row, int cell) {
         const auto& line = logic_.lines()[static_cast<std::size_t>(row)];
         if (line.quantity == 0) return CellLook::dimmed;
@@ -165,7 +166,8 @@ printing::Report ProposalView::paper() const {
     using printing::Align;
     printing::Report report = printing::headed("order", context_.session);
     report.title = "مقترح الطلبات";
-    report.captions = {{"مبيعات آخر", logic_.fields.weeks + " أسابيع"},
+    report.captions = {{"مبيعات آخر", common::counted(common::read_code(logic_.fields.weeks).value_or(0),
+                                                      {"أسبوع", "أسبوعين", "أسابيع", "أسبوعا"})},
                        {"المخزن", common::name_of(logic_.stores(), logic_.fields.store.value_or(0))},
                        {"المورد", common::name_of(logic_.suppliers(), logic_.fields.supplier.value_or(0))}};
     constexpr double shares[] = {2, 3, 1, 1, 1, 1, 0.9, 1.2};

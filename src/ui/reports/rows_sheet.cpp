@@ -46,9 +46,10 @@ RowsSheet::RowsSheet(QWidget* host, const Context& context, reports::Behind behi
     auto* row = add_row();
     auto* sum = label(qt(behind_.sum), "total", qPrintable(prefix + "_sum"));
     row->addWidget(sum);
-    note_ = label(
-        behind_.is_cut ? "يعرض أحدث " + QString::number(reports::Behind::most_rows) + " سطر" : QString(),
-        "side", qPrintable(prefix + "_note"));
+    note_ = label(behind_.is_cut ? "يعرض أحدث " + qt(common::counted(reports::Behind::most_rows,
+                                                                     {"سطر", "سطرين", "سطور", "سطرا"}))
+                                 : QString(),
+                  "side", qPrintable(prefix + "_note"));
     row->addWidget(note_, 1);
     const auto button = [&](const char* of, const QString& caption, std::function<void()> action) {
         return foot_button(row, qPrintable(prefix + of), caption, 0, std::move(action));

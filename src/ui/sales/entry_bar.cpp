@@ -79,7 +79,7 @@ EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
     connect(keypad, &QPushButton::clicked, this, &EntryBar::keypad_clicked);
 
     recalled_ = text_field("entry_for_recalled");
-    set_hint(recalled_, "إضافة صنف إلى الفاتورة المستدعاة");
+    set_hint(recalled_, "إضافة صنف إلى البون المستدعى");
     recalled_->hide();
     column->addWidget(recalled_);
 
@@ -143,7 +143,7 @@ bool EntryBar::eventFilter(QObject* watched, QEvent* event) {
 InvoiceBanner::InvoiceBanner(QWidget* parent)
     : Banner("invoice_banner", "invoice_state", parent),
       reprint_(add_button("reprint", "إعادة ال&طباعة")),
-      return_(add_button("return_of_sale", "ا&رتجاع من هذا البون")) {
+      return_(add_button("return_of_sale", "م&رتجع من هذا البون")) {
     connect(reprint_, &QPushButton::clicked, this, &InvoiceBanner::reprint_clicked);
     connect(return_, &QPushButton::clicked, this, &InvoiceBanner::return_clicked);
 }
@@ -163,10 +163,10 @@ void InvoiceBanner::show_state(const sales::SalesDesk& desk) {
                    .arg(qt(sales::name_of(partly->finished)));
     } else if (saved) {
         set_colours("#e3effa", colour::focus);
-        text = QString("بون محفوظ رقم %1 · \u200e%2 %3\u200e · وردية %4")
+        text = QString("بون محفوظ رقم %1 · %2 · وردية %3")
                    .arg(recalled->invoice.number)
-                   .arg(qt(common::date_text(recalled->identity.key.date)),
-                        qt(common::twelve_hour_text(recalled->identity.time)))
+                   .arg(figure(common::date_text(recalled->identity.key.date) + " " +
+                               common::twelve_hour_text(recalled->identity.time)))
                    .arg(recalled->shift);
     } else if (recalled) {
         set_colours("#e7f3ec", colour::return_bar);

@@ -59,7 +59,7 @@ PartyBar::PartyBar(QWidget* parent) : QWidget(parent) {
     pages_->addWidget(account);
     pages_->addWidget(new QWidget);  // cash has no fields
     pages_->addWidget(page({{"البنك", bank_}, {"صاحب البطاقة", holder_}, {"رقم مرجعي", reference_}}));
-    pages_->addWidget(page({{"عميل الأكراميات", receiver_}}));
+    pages_->addWidget(page({{"عميل الإكراميات", receiver_}}));
     connect_fields();
 }
 

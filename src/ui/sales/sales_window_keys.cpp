@@ -42,8 +42,7 @@ const std::vector<Command>& SalesWindow::commands() {
          keep},
         {"cash_note_3", "نقدي بالورق المعروض", key::cash[3], none, [](SalesWindow& w) { w.take_cash(3); },
          keep},
-        {"discount", "خصم الفاتورة", key::discount, none,
-         [](SalesWindow& w) { w.totals_->focus_discount(); }},
+        {"discount", "خصم البون", key::discount, none, [](SalesWindow& w) { w.totals_->focus_discount(); }},
         {"shift_f1", "فتح الدرج", Qt::SHIFT | Qt::Key_F1, strip_end,
          [](SalesWindow& w) {
              w.act_and_return("OpenDrawer", [&] { w.desk_.checkout().open_drawer_by_key(); });

@@ -47,16 +47,16 @@ ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesDesk& desk, const Contex
                          kind_text(row.identity.key), qt(sales::payment_caption(row.payment)),
                          figure(row.net.text())});
     }
-    auto* sums = label(rows_.empty() ? QString("لم يحفظ هذا الدرج أي بون اليوم")
-                                     : QString("عدد البونات %1 · مبيعات \u200e%2 · مرتجعات \u200e%3")
+    auto* sums = label(rows_.empty() ? QString("لم يحفظ أي بون على هذا الدرج اليوم")
+                                     : QString("عدد البونات %1 · مبيعات %2 · مرتجعات %3")
                                            .arg(rows_.size())
-                                           .arg(qt(sold.text()), qt(returned.text())),
+                                           .arg(figure(sold.text()), figure(returned.text())),
                        "side");
     sums->setObjectName("receipts_sums");
     body()->addWidget(sums);
     table_ = new ListTable("receipts", {"رقم البون", "الوقت", "النوع", "الدفع", "الصافي"}, 2);
     table_->setMinimumHeight(px(380));
-    table_->say_when_empty("لم يحفظ هذا الدرج أي بون اليوم");
+    table_->say_when_empty("لم يحفظ أي بون على هذا الدرج اليوم");
     table_->show_rows(std::move(texts));
     body()->addWidget(table_, 1);
     said_ = label({}, "side", "receipts_said");
@@ -67,7 +67,7 @@ ReceiptsSheet::ReceiptsSheet(QWidget* host, sales::SalesDesk& desk, const Contex
     set_role(foot_button(buttons, "receipt_show", "&عرض البون  Enter", 1, [this] { show_receipt(); }),
              "main");
     foot_button(buttons, "receipt_reprint", "إعادة ال&طباعة", 1, [this] { reprint(); });
-    foot_button(buttons, "receipt_return", "ا&رتجاع من هذا البون", 1, [this] { start_return(); });
+    foot_button(buttons, "receipt_return", "م&رتجع من هذا البون", 1, [this] { start_return(); });
     foot_button(buttons, "receipt_back", "ر&جوع", 1, [this] { leave(0); });
     connect(table_, &ListTable::row_taken, this, [this] { show_receipt(); });
 }
@@ -247,7 +247,7 @@ InvoiceDataSheet::InvoiceDataSheet(QWidget* host, const Context& context, sales:
     note_->setMaxLength(100);
     note_->setText(qt(invoice.note));
     body()->addWidget(captioned("ملا&حظات", note_));
-    no_receipt_ = new QCheckBox("بدون &طباعة إيصال لهذا البون");
+    no_receipt_ = new QCheckBox("بدون &طباعة هذا البون");
     no_receipt_->setObjectName("data_no_receipt");
     no_receipt_->setChecked(invoice.suppress_receipt);
     body()->addWidget(no_receipt_);

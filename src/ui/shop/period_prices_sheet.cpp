@@ -22,7 +22,7 @@ PeriodPricesSheet::PeriodPricesSheet(QWidget* host, const Context& context, std:
     setObjectName("period_prices");
     set_card_width(760);
     field_ = new ItemField("period_item", context, this);
-    body()->addWidget(captioned("ال&صنف: امسحه أو اكتب كوده أو اسمه", field_));
+    body()->addWidget(captioned("ال&صنف: مرره أو اكتب كوده أو اسمه", field_));
     QHBoxLayout* row = add_row();
     name_ = label("اختر صنفا", "plain", "period_item_name");
     row->addWidget(name_, 1, Qt::AlignBottom);

@@ -265,7 +265,7 @@ BadgeSheet::BadgeSheet(QWidget* host, const Context& context, const shop::UserRo
     setObjectName("user_badge_sheet");
     set_card_width(560);
     QLabel* text = label(
-        "صاحب البطاقة يوافق بها عند الكاشير بدلا من كلمة سره. امسح البطاقة، أو اطلب رقما جديدا "
+        "صاحب البطاقة يوافق بها عند الكاشير بدلا من كلمة سره. مرر البطاقة، أو اطلب رقما جديدا "
         "واطبعه.",
         "side");
     text->setWordWrap(true);

@@ -73,8 +73,8 @@ ApprovalSheet::ApprovalSheet(QWidget* host, const Context& context, signin::Acti
     password_ = text_field("approval_password");
     password_->setEchoMode(QLineEdit::Password);
     password_->setMaxLength(signin::longest_password);
-    password_->setProperty(keys_property, QString(""));                      // a badge is scanned here
-    body()->addWidget(captioned("&كلمة السر، أو امسح البطاقة", password_));  // password, or scan the badge
+    password_->setProperty(keys_property, QString(""));                     // a badge is scanned here
+    body()->addWidget(captioned("&كلمة السر، أو مرر البطاقة", password_));  // password, or scan the badge
     pause_ = label({}, "warning");
     pause_->setObjectName("approval_pause");
     pause_->setWordWrap(true);

@@ -102,7 +102,7 @@ void show_fitted(QLabel* figure, const QString& text, double largest) {
 }
 
 QLabel* label(const QString& text, const char* role, const char* name) {
-    auto* made = new QLabel(text);
+    auto* made = new QLabel(sentence(text));
     made->setObjectName(name);
     made->setTextFormat(Qt::PlainText);
     made->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);

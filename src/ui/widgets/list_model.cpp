@@ -7,6 +7,7 @@
 
 #include "ui/widgets/colours.h"
 #include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
 
 namespace ui {
 
@@ -55,7 +56,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     if (row < 0) return {};
     switch (role) {
         case Qt::DisplayRole:
-            return rows_[static_cast<std::size_t>(row)].value(index.column());
+            return sentence(rows_[static_cast<std::size_t>(row)].value(index.column()));
         case Qt::TextAlignmentRole:
             return QVariant::fromValue(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
         case Qt::ForegroundRole:

@@ -74,7 +74,7 @@ MessageBox::MessageBox(QWidget* host, const QString& text, common::Icon icon, co
         row->addWidget(shown, 0, Qt::AlignTop);
     }
     // A file name must not be broken at its hyphens. A path is still broken after its slashes.
-    auto* said = new QLabel(text.trimmed().replace("-", QString(word_joiner) + '-' + word_joiner));
+    auto* said = new QLabel(sentence(text.trimmed()).replace("-", QString(word_joiner) + '-' + word_joiner));
     said->setObjectName("message_text");
     said->setTextFormat(Qt::PlainText);
     said->setWordWrap(true);

@@ -128,7 +128,7 @@ void Sheet::tell(QWidget* window, const QString& text) {
         set_role(notice, "lost");
         notice->show();
     }
-    notice->setText(text);
+    notice->setText(sentence(text));
     for (QObject* child : window->children()) {
         auto* sheet = qobject_cast<Sheet*>(child);
         if (sheet != nullptr && sheet->isVisible()) sheet->cover();

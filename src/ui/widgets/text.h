@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "common/messages.h"
+#include "common/wording.h"
 
 namespace ui {
 
@@ -29,6 +30,12 @@ inline QString figure(const std::string& text) {
 }
 inline QString figure(qlonglong number) {
     return figure(QString::number(number));
+}
+
+// A sentence with figures in it. `label`, boxes and the cells of a ListTable set their texts so by
+// themselves.
+inline QString sentence(const QString& text) {
+    return text.contains('-') ? qt(common::with_minus_at_left(utf8(text))) : text;
 }
 
 // The headings of a table, or the cells of one of its rows; those in the columns `figures` are figures.

@@ -14,7 +14,7 @@ namespace {
 
 constexpr auto frame_name = "training_frame";
 // "Training: nothing here is entered in the shop's data."
-constexpr auto training_text = "تدريب · لا يسجل شيء هنا في بيانات المتجر";
+constexpr auto training_text = "تدريب · لا يسجل شيء هنا في بيانات المحل";
 constexpr double band = 24;  // above the screen, with the text
 constexpr double edge = 6;   // on its other sides
 constexpr double stripe = 16;
