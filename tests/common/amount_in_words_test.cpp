@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "common/wording.h"
+
 namespace {
 
 TEST(Counted, NounsTakeTheFormOfTheirNumber) {

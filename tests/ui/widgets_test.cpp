@@ -205,8 +205,8 @@ TEST(Sentence, HasEveryMinusLeftOfItsNumber) {
         const ui::MessageBox box(nullptr, text, common::Icon::none);
         EXPECT_TRUE(play::minus_stands_left(box.findChild<QLabel*>("message_text")->text(), Qt::RightToLeft))
             << text.toStdString();
-        ui::ListModel list({"البيان"});
-        list.replace({{text}});
+        ui::ListModel list({"البيان"}, nullptr);
+        list.replace({QStringList{text}});
         EXPECT_TRUE(play::minus_stands_left(list.index(0, 0).data().toString(), Qt::RightToLeft));
     }
     const QString untouched = "من 2026-11-20 إلى 2026-11-21، ملف a-1.csv، 10-3، COM-1 -";
