@@ -1,6 +1,7 @@
 #include "goods/barcodes.h"
 
 #include "common/numbers.h"
+#include "common/text.h"
 #include "goods/messages.h"
 #include "sales/invoice_key.h"
 
@@ -53,6 +54,10 @@ std::string_view words_for(BarcodeFault fault) {
         default:
             return {};
     }
+}
+
+std::string comparable_barcode(std::string_view barcode) {
+    return common::lower_ascii(common::trim_right(barcode));
 }
 
 bool is_true_ean(std::string_view digits) {

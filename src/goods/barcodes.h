@@ -23,6 +23,9 @@ BarcodeFault barcode_fault(std::string_view barcode);
 // The same for people; of a wrong check digit it is a question.
 std::string_view words_for(BarcodeFault fault);
 
+// Two barcodes are the same if this is: the database does not tell case and blanks at the end apart.
+std::string comparable_barcode(std::string_view barcode);
+
 // Returns true if the last of 8 or 13 digits is the check digit of those before it.
 bool is_true_ean(std::string_view digits);
 

@@ -1,6 +1,7 @@
 // Imports of items: what a file would do.
 #include "common/numbers.h"
 #include "common/text.h"
+#include "goods/barcodes.h"
 #include "goods/import_writing.h"
 #include "goods/item_card.h"
 #include "goods/item_import.h"
@@ -28,7 +29,7 @@ KnownGoods known_goods(Connection& connection, bool may_update) {
         known.names.emplace(common::lower_ascii(common::trim(row.text("name"))), row.integer("code"));
     }
     for (const auto& row : connection.query("select bar,code from barcode"))
-        known.barcodes.emplace(common::lower_ascii(common::trim_right(row.text("bar"))), row.integer("code"));
+        known.barcodes.emplace(comparable_barcode(row.text("bar")), row.integer("code"));
     for (const auto& row : connection.query("select code from stocks"))
         known.stores.insert(row.integer("code"));
     return known;

@@ -2,10 +2,11 @@
 
 #include <map>
 #include <string>
+#include <unordered_map>
 
-#include "common/text.h"
 #include "database/bulk_insert.h"
-#include "database/next_number.h"
+#include "database/transaction.h"
+#include "goods/barcodes.h"
 #include "goods/cells.h"
 #include "goods/import_writing.h"
 
@@ -169,10 +170,10 @@ class Import {
         now_.time.millisecond = 0;  // moments in statements are whole seconds
     }
 
-    // Writes all lines or, after an error, none.
+    // Writes all lines or, after an error, none. Codes have keys, so tills may draw numbers meanwhile: if
+    // another office takes the code of a new maker or group, the second try draws another one.
     void write(BulkRows at_once, ImportOutcome& outcome) {
         database::Transaction transaction(connection_);
-        database::hold_numbers(connection_);
         const auto cards = cards_to_change();
         Writer writer(connection_, now_, at_once);
         std::vector<NewPrice> prices;
@@ -196,12 +197,31 @@ class Import {
             if (progress_) progress_(ImportStage::writing, ++done, plan_.lines.size());
         }
         writer.finish();
+        check_barcodes();
         change_prices(connection_, session_, now_, prices, why::import);
         transaction.commit();
         connection_.make_durable();
     }
 
   private:
+    // Barcodes have no key: another office may have given one to an item since the plan was made.
+    void check_barcodes() const {
+        std::unordered_map<std::string, const ItemLine*> lines;
+        for (const PlannedLine& line : plan_.lines)
+            for (const auto& of_unit : line.item.barcodes)
+                for (const std::string& barcode : of_unit)
+                    lines.emplace(comparable_barcode(barcode), &line.item);
+        if (lines.empty()) return;
+        for (const auto& row : connection_.query("select bar,code from barcode")) {
+            const auto found = lines.find(comparable_barcode(row.text("bar")));
+            if (found == lines.end() || found->second->code == row.integer("code")) continue;
+            const std::string item = row.text("code");
+            throw Stopped{
+                {found->second->line,
+                 {"barcode " + found->first + " was given to item " + item + " meanwhile",
+                  "الباركود " + found->first + " أصبح لصنف آخر " + item + "، اقرأ الملف مرة أخرى"}}};
+        }
+    }
     // The cards of the plan, as they must still be.
     std::map<std::int64_t, CardNow> cards_to_change() {
         std::set<std::int64_t> codes;

@@ -25,10 +25,6 @@ struct BadLine {
     Words reason;
 };
 
-std::string comparable(std::string_view barcode) {
-    return common::lower_ascii(common::trim_right(barcode));
-}
-
 // A barcode that cannot be imported; nothing if it can. Of eight digits shops also have numbers of their own.
 std::optional<Words> fault_of(const std::string& barcode) {
     const BarcodeFault fault = barcode_fault(barcode);
@@ -270,7 +266,7 @@ class Reader {
         codes_.insert(item.code);
         for (const auto& barcodes : item.barcodes) {
             for (const std::string& barcode : barcodes)
-                barcodes_.insert(comparable(barcode));
+                barcodes_.insert(comparable_barcode(barcode));
         }
         return item;
     }
@@ -382,12 +378,12 @@ class Reader {
         if (auto fault = fault_of(barcode)) throw BadLine{std::move(*fault)};
         if (!known_.barcode.fits("bar", barcode))
             throw BadLine{{"a barcode is too long", "باركود أطول من المسموح به"}};
-        const auto known = known_.barcodes.find(comparable(barcode));
+        const auto known = known_.barcodes.find(comparable_barcode(barcode));
         if (known != known_.barcodes.end() && !(known_.may_update && known->second == item)) {
             throw BadLine{{"barcode " + barcode + " belongs to another item of the shop",
                            "الباركود " + barcode + " مسجل لصنف آخر " + std::to_string(known->second)}};
         }
-        if (barcodes_.contains(comparable(barcode)))
+        if (barcodes_.contains(comparable_barcode(barcode)))
             throw BadLine{
                 {"barcode " + barcode + " is in the file twice", "الباركود " + barcode + " مكرر في الملف"}};
         // A scan looks for a barcode first, so that this one would hide the item with that code.

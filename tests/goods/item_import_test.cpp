@@ -77,14 +77,21 @@ TEST_F(ItemImport, RefusesTheWholeFileForALineThatCannotBe) {
     }
 }
 
-// Between the preview and the import another office changes an item.
+// Between the preview and the import another office changes an item, or takes a barcode or a code.
 TEST_F(ItemImport, WritesOnlyWhatWasShown) {
-    const goods::ImportPlan planned = plan("code,price12\n501,12\n502,8\n");
-    shop.sql("update items set price12 = 7.8 where code = 502");
-    const goods::ImportOutcome outcome = write(planned);
-    ASSERT_EQ(outcome.problems.size(), 1U);
-    EXPECT_EQ(outcome.problems.front().line, 3U);
-    EXPECT_EQ(prices(501), "8 10 9.5 96 115");
+    for (const char* meanwhile : {"update items set price12 = 7.8 where code = 502",
+                                  "insert into barcode (bar,code,scode) select 'AB8',503,1",
+                                  "insert into items (code,[name]) select 900,N'أول'"}) {
+        shop.sql("update items set price12 = 7.35 where code = 502");
+        const goods::ImportPlan planned =
+            plan("code,name,price12,barcode\n501,,12,\n502,,8,ab8\n900,جديد,3,\n");
+        shop.sql(meanwhile);
+        const goods::ImportOutcome outcome = write(planned);
+        ASSERT_EQ(outcome.problems.size(), 1U) << meanwhile;
+        EXPECT_EQ(outcome.problems.front().line, std::string(meanwhile).find("900") < 99 ? 4U : 3U);
+        EXPECT_EQ(prices(501), "8 10 9.5 96 115");
+        shop.sql("delete from barcode where bar = 'AB8'");
+    }
 }
 
 }  // namespace
