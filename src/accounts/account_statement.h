@@ -46,9 +46,9 @@ class AccountStatement {
     // Reads the customers; the period is from the first of this month to today.
     void open();
 
-    // Gathers the movements in the scratch table tmp_acc, which all workstations share, and lists them
-    // between the balance brought forward and the closing balance. Two workstations that do so at one moment
-    // overwrite each other's rows.
+    // Gathers the movements in the scratch table tmp_acc and lists them between the balance brought forward
+    // and the closing balance. All workstations share the table: two that do so at the same time overwrite
+    // each other's rows.
     std::optional<common::Refusal> show();
 
     // Says whether the customer owes anything that is due up to and including the end date.

@@ -19,8 +19,8 @@ struct DirectReceipt {
     PrintedVoucher paper;  // only if it is saved
 };
 // Writes a cash receipt of the amount into the workstation's drawer, dated `date`, and lowers what the
-// customer owes by it. Throws if nothing was written: std::invalid_argument if the customer has no row or the
-// amount is not above 0, which check_direct_receipt refuses.
+// customer owes by it. If it throws, nothing was written. Throws std::invalid_argument if the customer has no
+// row or the amount is not above 0; check_direct_receipt() refuses both.
 DirectReceipt write_direct_receipt(database::Connection& connection, const signin::Session& session,
                                    const common::Services& services, std::int64_t customer,
                                    const common::Date& date, common::Amount amount);

@@ -1,5 +1,6 @@
-// Sums of statements of account. Amounts are added in millionths: whole numbers, which add up the same in any
-// order, and are finer than any amount that other programs write. They are rounded when they are shown.
+// Sums of statements of account. Amounts are added in millionths. As whole numbers they add up the same in
+// any order, and they are finer than any amount that other programs write. They are rounded only when they
+// are shown.
 #pragma once
 
 #include <cmath>

@@ -29,9 +29,9 @@ std::vector<common::Choice> load_parties(database::Connection& connection, Party
 // counts the purchases of his code.
 std::int64_t next_party_code(database::Connection& connection);
 
-// Adds to a party's balance and returns the new one. Neither is rounded before it is shown, for rows of other
-// programs may hold more than two decimals. Throws Error 40001 if another till changes the row at the same
-// moment, and Error 02000 if there is none.
+// Adds to a party's balance and returns the new one. Both keep all their decimals until they are shown,
+// because rows of other programs may have more than two. Throws Error 40001 if another till changes the row
+// at the same moment, and Error 02000 if there is no row.
 common::Amount move_balance(database::Connection& connection, PartyKind kind, std::int64_t code, double by);
 
 struct CustomerRow {

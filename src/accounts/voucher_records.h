@@ -50,7 +50,7 @@ struct VoucherKey {
     common::Date date;
     common::Amount amount;
     std::string number;
-    // The internal number, pay_id, which tells apart what is alike in all this; 0 if the voucher has none.
+    // The internal number, pay_id. It tells apart vouchers that are otherwise alike; 0 if there is none.
     std::int64_t id = 0;
 };
 VoucherKey key_of(const database::Row& voucher);
@@ -82,9 +82,9 @@ std::vector<VoucherEntry> list_vouchers(database::Connection& connection, Vouche
                                         const VoucherPeriod& period);
 
 // The highest number of the kind's vouchers plus 1, or the first free one from there on. Numbers such as
-// "A12" count as 0; those of cheques do not raise the highest.
+// "A12" count as 0, and cheque numbers do not raise the highest.
 std::string propose_number(database::Connection& connection, VoucherKind kind);
-// The same for the direct receipts of a customer, which have a series of their own for each.
+// The same for direct receipts; each customer has a series of his own.
 std::string propose_direct_number(database::Connection& connection, std::int64_t customer);
 // The highest internal number plus 1.
 std::int64_t next_voucher_id(database::Connection& connection);

@@ -21,7 +21,7 @@ class VoucherRows {
     // Takes back what is written, and removes the save from the journal.
     void undo();
     VoucherStep finished() const { return finished_; }
-    // The voucher's internal number after write(): another one if another till took that of the save.
+    // The voucher's internal number after write(). It differs from the planned one if another till took that.
     std::int64_t id() const { return id_; }
     // The party's after write().
     common::Amount balance() const { return balance_; }

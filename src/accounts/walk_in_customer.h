@@ -1,5 +1,5 @@
-// The walk-in customers of invoices, and the logic of the screen Cust_cash, which finds one or takes in a new
-// one. The screen writes nothing; the row is stored when the invoice is saved.
+// The walk-in customers of invoices, and the logic of the screen Cust_cash, where one is found or entered.
+// The screen writes nothing; the row is stored when the invoice is saved.
 #pragma once
 
 #include <optional>

@@ -51,7 +51,7 @@ Findings check_ports(database::Connection& connection, const std::filesystem::pa
 // payment without its bank row.
 Findings check_invoices(database::Connection& connection, const Period& period);
 // Finds vouchers that did not move the balance of their party, account customers whose balance differs from
-// the sum of their invoices and vouchers, and vendors whose balance differs from that of their vouchers.
+// the sum of their invoices and vouchers, and vendors whose balance differs from the sum of their vouchers.
 Findings check_balances(database::Connection& connection);
 // Whether two sums of money differ. Some shops keep sums in columns of single precision. A line's value was
 // rounded before it was added, or another program added it unrounded.

@@ -37,7 +37,7 @@ std::unique_ptr<database::Connection> open_shop(const Tool& tool);
 // The text of the version file.
 std::string read_version(const std::filesystem::path& folder);
 
-// The activity log, which need not exist.
+// The activity log; it may not exist yet.
 std::filesystem::path log_file(const std::filesystem::path& folder);
 
 // The password of the login sa, with which the tills open a server's database.

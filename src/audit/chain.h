@@ -28,8 +28,8 @@ struct Break {
     common::Moment moment;     // of the row, or of the last one that is there
     bool is_end = false;       // the last rows are missing
 };
-// Reads every row and calls `found` for the first break of each till. `place` is that of a till, whose file
-// knows the end of its chain. Returns the number of rows.
+// Reads every row and calls `found` for the first break of each till. `place` belongs to a till; its file
+// knows where its chain ends. Returns the number of rows.
 std::int64_t verify(database::Connection& connection, const Place& place,
                     const std::function<void(const Break&)>& found);
 

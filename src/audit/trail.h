@@ -45,7 +45,7 @@ class Trail {
     void note(const Event& event, const Person& user, std::int64_t store);
 
     bool has_pending() const { return !pending_.empty(); }
-    // What is to be written next; finish() tells the trail how far it came, whether or not it failed.
+    // What to write next. Afterwards finish() tells the trail how far it came, whether or not it failed.
     Batch batch() const;
     void finish(const Batch& batch);
     // Writes what is pending at once.

@@ -12,7 +12,7 @@
 
 namespace audit {
 
-// The files of the tills of a shop, whose database has the name, in the folder of a till.
+// The journal files of a shop's tills in a till's folder, told apart by the name of the database.
 struct Place {
     std::filesystem::path folder;
     std::string database;  // its name, or that of its file

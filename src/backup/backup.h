@@ -18,7 +18,7 @@ class Error : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// Told after every few megabytes how many of how many pages are copied.
+// Called after every few megabytes with the number of pages copied and of all pages.
 using Progress = std::function<void(const std::string& label, std::size_t done, std::size_t total)>;
 
 struct Copy {
@@ -42,7 +42,7 @@ Copy put_back(const std::filesystem::path& backup, const std::filesystem::path& 
 // Deletes all but the newest of a folder's copies whose names begin with `prefix` and go on with their time.
 void keep_newest(const std::filesystem::path& folder, std::string_view prefix, std::size_t how_many);
 
-// The rows of sales in a file. Throws Error, which names the file, if it is empty, damaged or not a shop.
+// How many sales a file holds. Throws Error with the file's name if the file is empty, damaged or not a shop.
 std::int64_t check_copy(const std::filesystem::path& file);
 
 }  // namespace backup

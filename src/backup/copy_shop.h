@@ -23,7 +23,7 @@ class CopyFailed : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// Told after each row.
+// Called after each row.
 using CopyProgress = std::function<void(std::int64_t done, std::int64_t total)>;
 
 // Copies a shop into `target`, an empty database on either engine. Creates this version's schema, adds tables

@@ -47,7 +47,7 @@ struct CashTransfer {
     std::int64_t user = 0;
     common::Moment at;
 };
-// Inserts it under the next number, which is returned.
+// Inserts it under the next number and returns that number.
 std::int64_t write_transfer(database::Connection& connection, const CashTransfer& transfer);
 void remove_transfer(database::Connection& connection, std::int64_t number, const CashTransfer& transfer);
 
@@ -91,7 +91,7 @@ class CashPosition {
 common::Amount position_at(database::Connection& connection, const Drawer& drawer,
                            const common::Moment& until);
 
-// Which shift screen's copy of calc_cash: that of shift2s or that of shiftc.
+// Which shift screen's copy of calc_cash: the one of shift2s or the one of shiftc.
 enum class CalcCopy { shift_close, shift_start };
 
 // What a copy counts in a drawer strictly before `until`.

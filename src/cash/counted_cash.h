@@ -32,9 +32,9 @@ class CountedCash {
     void refresh();
 
     // Records the counted cash: its difference to the expected cash becomes the day's one surplus or shortage
-    // of the drawer, in place of an earlier one, and the panel shows it. Writes nothing if it is refused; so
-    // it is if the expected cash has changed since the panel showed it, which then shows what it is now. The
-    // log tells who counted a drawer that is not the workstation's.
+    // of the drawer, in place of an earlier one, and the panel shows it. If it is refused, nothing is
+    // written. It is refused if the expected cash has changed since the panel showed it; the panel then shows
+    // the new figure. The log tells who counted a drawer that is not the workstation's.
     std::optional<common::Refusal> confirm();
 
     std::string counted = "0.00";

@@ -103,7 +103,7 @@ class DailyStatement {
     std::int64_t drawer() const { return drawer_; }
     JournalFilter filter() const { return filter_; }
 
-    // Whether the shop counts drawers without the invoice discounts, which are figures of their own then.
+    // Whether the shop counts drawers without the invoice discounts. They are then figures of their own.
     bool has_discounts() const;
 
     const Figures& figures() const { return figures_; }

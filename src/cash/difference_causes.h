@@ -1,5 +1,4 @@
-// What may explain that a drawer holds more or less than it should: movements of its shift whose amounts are
-// those of the difference.
+// What may explain a difference in a drawer: movements of its shift with the same amount, or half of it.
 #pragma once
 
 #include <map>

@@ -12,8 +12,8 @@
 
 namespace cash {
 
-// The 25 columns of the statement, in order, and behind them the discounts on whole cash invoices, which the
-// net leaves out from the day net_from on. They are 0 in a shop without that day.
+// The 25 columns of the statement in order, followed by the discounts on whole cash invoices. From the day
+// net_from on the net leaves these out; in a shop without that day they are 0.
 enum class Figure {
     account_sales,
     account_returns,

@@ -69,7 +69,7 @@ inline constexpr std::string_view difference = "الفرق";
 inline constexpr std::string_view not_counted = "لم يجرد";  // not counted
 inline constexpr std::string_view no_figure = "—";
 
-// Daily statement: movements on unknown drawers, "in number" the count, which no figure holds.
+// Daily statement: how many movements are on unknown drawers and so in no figure.
 inline constexpr std::string_view stray_movements =
     "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها ";
 inline constexpr std::string_view all = "الكل";  // all

@@ -32,8 +32,8 @@ struct Shift {
 };
 
 // The drawer's last shift by its number; nothing before the first one. If two workstations have written rows
-// of the same number, the shift is open as long as one of them is. Asked for with other reads, by the result
-// of a statement, which reads one row, however many shifts there have been.
+// of the same number, the shift is open as long as one of them is. Meant to be asked for with other reads.
+// The statement reads one row, however many shifts there have been.
 database::Sql last_shift_statement(std::int64_t store, std::int64_t drawer);
 std::optional<Shift> last_shift_in(const database::Result& rows);
 std::optional<Shift> current_shift(database::Connection& connection, std::int64_t store, std::int64_t drawer);
@@ -135,7 +135,7 @@ class ShiftChange : public ShiftStart {
     ShiftChange(database::Connection& connection, const signin::Session& session, common::Services services)
         : ShiftStart(connection, session, services, CalcCopy::shift_close) {}
 
-    // Asks whether the current shift is to be closed. `also` is what the cashier is to know before he does.
+    // Asks whether to close the current shift. `also` is what the cashier should know before he answers.
     bool confirm_close(std::string_view also = {}) const;
     // Closes the open shift now without starting another, whatever worker, date and time the entry names.
     // Writes nothing if it is refused.

@@ -36,7 +36,7 @@ struct ShiftToSave {
 database::JournalEntry entry_of(const ShiftToSave& save, const common::Moment& begun);
 extern const database::Resumption shift_resumption;
 
-// The report that is to be printed once the shift change of an entry is finished; nothing if none is.
+// The report to print once the shift change of an entry is finished; nothing if there is none.
 std::optional<ShiftReport> report_to_print(const database::JournalEntry& entry);
 
 // How the activity log names a shift change; the name ends with ")".
@@ -48,9 +48,9 @@ class ShiftRows {
         : connection_(connection), journal_(journal), save_(save) {}
 
     // Does the steps that the journal does not know as done. Returns false if another workstation with this
-    // drawer's number wrote the same shift at this moment: then the own row is deleted again, because one
-    // drawer has one responsible worker. If both delete theirs, neither has started and one of them starts
-    // again. Rows that are equal in everything are the same shift and remain.
+    // drawer's number wrote the same shift at the same moment. This one then deletes its row again, because
+    // one worker is responsible for a drawer. If both delete theirs, neither shift has started, and one of
+    // the two starts again. Rows that are equal in everything are the same shift and stay.
     bool write();
     // Takes back what is written, and removes the save from the journal.
     void undo();

@@ -13,7 +13,7 @@ namespace common {
 // The values of the notes and coins, the largest first, each once.
 using Denominations = std::vector<Amount>;
 
-// Those of the pound, whose name and parts amount_in_words.h writes.
+// Those of the pound; amount_in_words.h has its name and its parts.
 const Denominations& default_denominations();
 
 // Reads values with blanks between them in any order. Returns nothing if one is no amount above 0, or if
@@ -24,8 +24,9 @@ std::string denominations_text(const Denominations& denominations);
 // A value as a note shows it: "200", "0.25".
 std::string denomination_text(Amount denomination);
 
-// What a customer is likely to hand over for an amount beside the amount itself: a larger note, or a sum of
-// notes that lacks none of them. Those of the fewest pieces, at most `most`, the smallest first.
+// What a customer is likely to hand over for an amount, besides the amount itself: a larger note, or a sum of
+// notes none of which could be left out. Returns at most `most` sums, those of the fewest pieces, the
+// smallest first.
 std::vector<Amount> likely_payments(Amount net, const Denominations& denominations, std::size_t most = 3);
 
 }  // namespace common

@@ -15,8 +15,8 @@
 
 namespace common {
 
-// Writes to each port in order, one thing after the other. What a port does not take at once goes out in a
-// thread, one for all ports.
+// Writes to each port in order. What a port does not take at once is sent by a thread; one thread serves all
+// ports.
 class FileDevices final : public Devices {
   public:
     // Relative paths start from this folder.

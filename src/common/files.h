@@ -29,14 +29,14 @@ class Descriptor {
 // time is up.
 bool write_all(int descriptor, std::string_view bytes, std::chrono::steady_clock::time_point deadline);
 
-// The bytes of a file. Throws std::system_error, whose text names the file, if it is missing, not a regular
-// file, unreadable or larger than the limit.
+// The bytes of a file. Throws std::system_error if the file is missing, not a regular file, unreadable or
+// larger than the limit; the text of the error names the file.
 inline constexpr std::size_t small_file = 1U << 20U;
 std::string read_file(const std::filesystem::path& file, std::size_t limit = small_file);
 
-// Writes and syncs a new file, then renames it over the old one: a crash leaves the
-// old bytes or the new ones. A symbolic link stays and what it leads to is replaced. Throws
-// std::system_error, whose text names the file; the old file is then unchanged.
+// Writes and syncs a new file, then renames it over the old one: a crash leaves the old bytes or the new
+// ones. A symbolic link stays, and its target is replaced. Throws std::system_error with the file's name; the
+// old file is then unchanged.
 void replace_file(const std::filesystem::path& file, std::string_view bytes, unsigned mode = 0644);
 
 // Appends to a regular file in one piece, creating it if it is missing. Returns false if that fails.

@@ -1,7 +1,7 @@
 // Values as JSON, for texts that a later version of the program may read. The fields of a structure are
 // listed once, with TALLVEX_JSON, and are written and read by that list. Texts are read with the library
-// nlohmann-json; they are written here, without its tree of values, because every save and every change of an
-// invoice does so.
+// nlohmann-json. They are written here without its tree of values, because every save and every change of an
+// invoice writes one.
 #pragma once
 
 #include <concepts>

@@ -1,5 +1,5 @@
-// Where the characters of the Arabic (101) keyboard layout stand: for scanners that type under it, and for
-// keys with Ctrl and Alt, which mean a place on the keyboard and not a letter.
+// Where the characters of the Arabic (101) keyboard layout are. Scanners may type under this layout, and keys
+// with Ctrl and Alt mean a place on the keyboard, not a letter.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-// Small files of "name = value" lines, which a workstation keeps beside the program.
+// Small files of "name = value" lines that a workstation keeps beside the program.
 #pragma once
 
 #include <cstdint>

@@ -17,14 +17,14 @@ class PortTransfer {
     PortTransfer(Descriptor port, std::string bytes);
 
     enum class State { under_way, done, failed };
-    // Writes what the port takes now and never waits. It is done when the device has taken every byte, not
-    // when the system has.
+    // Writes what the port takes now and never waits. It is done only when the device itself has taken every
+    // byte.
     State advance();
     // Why it failed.
     PortFault fault() const { return fault_; }
     // Drops the bytes that the device has not taken yet, so that they are not printed later.
     void abandon();
-    // Whether closing the port may take seconds, as that of a serial line whose device has stopped does.
+    // Whether closing the port may take seconds, as it does for a serial line whose device has stopped.
     bool is_slow_to_close() const;
 
   private:

@@ -23,12 +23,12 @@ const std::vector<std::string>& known_ports();
 inline constexpr std::string_view printer_reset = "\x1B@";
 inline constexpr std::string_view drawer_bell = "\x07";
 
-// Says what may be written as a port, for all who write, choose or check one: a character device, a named
-// pipe, or a receipt file, to which receipts are appended. A file counts as a receipt file if it begins as
-// receipts do, and if this program does not have it open: its own database must not be opened even to look,
-// because closing it would drop the locks of SQLite. A new file in `folder`, the shop's, needs a name that
-// ends in ".txt", ".prn" or ".bin". Names of the DOS kind that stand for no device ("com10", "prn", a path
-// with "\\") are never files. Relative paths start from `folder`. Writes nothing.
+// Decides what may be written to as a port, for everything that writes to, chooses or checks one: a character
+// device, a named pipe, or a receipt file, to which receipts are appended. A file is a receipt file if it
+// begins as receipts do and this program does not have it open. Its own database must not be opened even to
+// look: closing it would drop the locks of SQLite. A new file in `folder`, the shop's, needs a name that ends
+// in ".txt", ".prn" or ".bin". Names of the DOS kind that stand for no device ("com10", "prn", a path with
+// "\\") are never files. Relative paths start from `folder`. Writes nothing.
 PortFault port_fault(std::string_view port, const std::filesystem::path& folder);
 
 // What stands behind a port, whatever name leads to it; and whether two ports lead to the same.

@@ -7,7 +7,7 @@ namespace common {
 
 enum class Icon { none, information, question, exclamation, critical };
 
-// The answer to a box with two buttons, which may also be closed without one.
+// The answer to a box with two buttons. The box may also be closed without an answer.
 enum class Answer { yes, no, closed };
 
 // The captions of such a box's buttons. Enter presses the first one, or the second if the icon warns.

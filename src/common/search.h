@@ -1,6 +1,6 @@
-// What people type when they search, and what is written: different letters that nobody tells apart. Alike
-// are the alefs, ta marbuta and ha, ya and alef maqsura, the digits of all scripts, capitals and small
-// letters; tashkeel and tatweel count for nothing. (Conditions of statements: database/name_search.h.)
+// Which letters a search treats as alike, because people do not tell them apart when they type: the alefs, ta
+// marbuta and ha, ya and alef maqsura, the digits of all scripts, capitals and small letters. Tashkeel and
+// tatweel are ignored. (Conditions of statements: database/name_search.h.)
 #pragma once
 
 #include <string>

@@ -22,7 +22,7 @@ enum class PortFault {
     silent,  // nobody reads, or not in time
 };
 
-// Whether nothing will ever be written to the port, whatever is switched on or plugged in.
+// Whether the port can never be written to, no matter what is switched on or plugged in.
 constexpr bool is_never_a_port(PortFault fault) {
     return fault == PortFault::not_a_port || fault == PortFault::shared_printer ||
            fault == PortFault::unknown_name;
@@ -35,7 +35,7 @@ struct PortDocument {
     PortFault fault = PortFault::none;
 };
 
-// What has gone to the ports and is not out yet, and what they have not taken, the oldest first.
+// Documents on their way to the ports, and documents that the ports have not taken, the oldest first.
 struct PortReport {
     std::vector<PortDocument> under_way;
     std::vector<PortDocument> failed;
@@ -45,9 +45,9 @@ struct PortReport {
 class Devices {
   public:
     virtual ~Devices() = default;
-    // Writes bytes to a port (ports.h has the names), behind what was written to it before, and does not wait
-    // for a slow one. A fault is one that is known at once. Of one that comes later the report tells if the
-    // bytes are a document with a title; without one they are dropped. Never throws.
+    // Writes bytes to a port (names: ports.h) after what was written to it before, and does not wait for a
+    // slow one. Returns a fault that is known at once. A later one is in the report if the bytes are a
+    // document with a title; otherwise they are dropped. Never throws.
     virtual PortFault write_port(std::string_view port, std::string_view bytes,
                                  std::string_view document = {}) = 0;
     // Replaces a file of the working folder, such as "xx.txt". Returns false if it cannot be written.

@@ -15,7 +15,7 @@ class Reads {
 
     void add(Sql statement, Take take) { entries_.push_back({std::move(statement), std::move(take), false}); }
     void add(Fragment statement, Take take) { add(Sql(statement), std::move(take)); }
-    // The same for a table that the shop may lack; nothing is taken then.
+    // The same for a table that the shop may not have; nothing is taken then.
     void add_optional(Sql statement, Take take) {
         entries_.push_back({std::move(statement), std::move(take), true});
     }

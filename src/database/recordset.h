@@ -13,9 +13,9 @@ namespace database {
 
 // Opened on "select * from table [where …] [order by …]" of one table. The rows are read when the first one
 // is needed, so that opening a set only to add rows costs nothing. update() writes the changes of one row as
-// one statement with parameters, which finds the row by all of its former values (and its row number on the
-// embedded engine). If another till changed or deleted the row meanwhile, it throws Error 40001 and writes
-// nothing.
+// one statement with parameters. It finds the row by all of its former values, and on the embedded engine
+// also by its row number. If another till changed or deleted the row meanwhile, it throws Error 40001 and
+// writes nothing.
 class Recordset {
   public:
     Recordset(Connection& connection, const Sql& statement);
@@ -57,7 +57,7 @@ class Recordset {
     }
     // Writes what was set. Without changes it does nothing.
     void update();
-    // The statement by which update() would write, for a batch; from then on the row counts as written.
+    // The statement that update() would run, for a batch. From then on the row counts as written.
     Command take_update();
     // Drops what was set and not updated.
     void cancel();

@@ -44,7 +44,7 @@ inline constexpr std::string_view denominations = "denominations";
 inline constexpr std::string_view office_read_only = "office_read_only";
 }  // namespace setting
 
-// What the shop keeper is told of a setting, and how its value is read.
+// A setting as the shop keeper sees it, and how its value is read.
 struct TillSetting {
     std::string_view name;
     std::string_view meaning;

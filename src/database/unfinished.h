@@ -17,7 +17,7 @@ struct Resumption {
     std::string_view kind;
     // How the activity log names the document.
     std::string (*log_name)(const JournalEntry& entry);
-    // Changes the entry if the document has to be written otherwise than it was recorded.
+    // Changes the entry if the document has to be written differently from what was recorded.
     void (*finish)(Connection& connection, JournalEntry& entry);
     void (*undo)(Connection& connection, const JournalEntry& entry);
 };

@@ -30,8 +30,8 @@ std::string comparable_barcode(std::string_view barcode);
 bool is_true_ean(std::string_view digits);
 
 // The EAN-13 barcodes that the shop may print for an item's unit, the first to be used first. They begin with
-// 21 to 29, which are free for a shop's own use and which no label of the scale has. Every item and unit has
-// its own, so that two offices never draw the same.
+// 21 to 29: these are free for a shop's own use, and no label of the scale has them. Every item and unit has
+// a barcode of its own, so that two offices never draw the same one.
 std::vector<std::string> own_barcodes(std::int64_t item, int unit_level);
 
 }  // namespace goods

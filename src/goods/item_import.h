@@ -13,8 +13,8 @@
 
 namespace goods {
 
-// Told how far an import is: bytes read, then lines written, which begin again if they are written one by
-// one.
+// Reports how far an import is: bytes read, then lines written. The lines start again if they have to be
+// written one by one.
 enum class ImportStage { reading, writing };
 using ImportProgress = std::function<void(ImportStage stage, std::size_t done, std::size_t total)>;
 

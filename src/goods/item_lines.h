@@ -38,7 +38,7 @@ struct ItemLine {
     common::Date expiry = common::no_expiry;
 };
 
-// Told to who reads a log and to who reads the screen.
+// One text for the log, one for the screen.
 struct Words {
     std::string english;
     std::string arabic;

@@ -11,8 +11,8 @@
 
 namespace goods {
 
-// One label for each item, of its base unit, in the order of the names. An item without a barcode has its
-// code there, which the till reads as well.
+// One label for each item, of its base unit, in the order of the names. An item without a barcode shows its
+// code there; the till reads that too.
 std::vector<printing::Label> labels_of(database::Connection& connection, const ItemFilter& filter);
 
 // One label of an item, in the unit of the barcode; none if the shop does not have the item.

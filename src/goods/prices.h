@@ -49,8 +49,8 @@ std::vector<ChangedPrice> change_prices(database::Connection& connection, const 
                                         const common::Moment& now, const std::vector<NewPrice>& prices,
                                         std::string_view why);
 
-// The cost of an item in all units that it has, from the cost of its unit: that of pack and carton is the
-// unit's times the units in it, unless the card (a row of items) sets it apart.
+// The cost of an item in all its units, from the cost of one unit. A pack or carton costs as much as the
+// units in it, unless the card (a row of items) gives it a cost of its own.
 std::vector<NewPrice> costs_of_units(const database::Row& card, double cost_of_unit);
 
 struct PriceHistoryRow {

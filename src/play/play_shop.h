@@ -38,7 +38,7 @@ class PlayShop {
     std::filesystem::path folder() const { return root_ / "shop"; }
     // Opens the shop's database as a second program beside the till.
     std::unique_ptr<database::Connection> open() const;
-    // The file with the number of steps done, which outlives the process that a play kills.
+    // The file with the number of steps done. It outlives a process that the play kills.
     std::filesystem::path progress_file() const { return root_ / "progress"; }
 
   private:

@@ -1,4 +1,4 @@
-// The page docs/screens.md, which shows every screen at several sizes, and the pictures on it.
+// The page docs/screens.md with pictures of every screen at several sizes.
 #pragma once
 
 #include <QImage>
@@ -23,16 +23,16 @@ struct Screenshot {
     std::string screen;  // the class of the screen, sheet or box that is shown
 };
 
-// Reads what is to be shown from a "look" step. Returns nothing if the step is not of that form.
+// Reads a "look" step. Returns nothing for any other step.
 std::optional<Screenshot> read_screenshot(const Step& step);
 
 // The class of a screen, sheet or box without its namespace.
 std::string class_of(const QWidget& screen);
-// That of the one in front; empty if there is none.
+// The class of the one in front; empty if there is none.
 std::string front_screen();
 
 // The whole screen as the cashier sees it: the active window and the menus or lists open above it. A window
-// that is smaller than the screen is in its middle.
+// smaller than the screen stands in its middle.
 QImage picture_of_screen(const QSize& screen);
 
 // The place of an object in that picture with a small margin; for a window all of it. Empty if there is no
@@ -52,7 +52,7 @@ struct Section {
     std::vector<Screenshot> screenshots;
 };
 
-// Writes the page, which expects its pictures in "pictures/screens" and the plays in "screens" beside it.
+// Writes the page. Its pictures belong in "pictures/screens" beside it, the plays in "screens".
 void write_screens_page(const std::filesystem::path& file, const std::vector<Section>& sections);
 
 }  // namespace play

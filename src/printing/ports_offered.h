@@ -18,8 +18,8 @@ struct PortOffer {
 };
 
 // Lists "win" (the system's printer), the DOS-style ports, then the printer devices of this workstation that
-// no such name covers, and the port in use if it is not among them. `folder` is the shop's, `devices` that of
-// the device nodes.
+// no such name covers, and the port in use if it is not among them. `folder` is the shop's folder, `devices`
+// the folder of the device nodes.
 std::vector<PortOffer> ports_offered(const PrinterChoice& in_use, const std::filesystem::path& folder,
                                      const std::filesystem::path& devices = "/dev");
 

@@ -1,5 +1,5 @@
-// Text for roll printers, which print left to right and do not join Arabic letters: the table `codes`, which
-// says what a printer is sent for each character of code page 1256, and the conversion by it.
+// Text for roll printers. They print from left to right and do not join Arabic letters. The table `codes`
+// says what a printer is sent for each character of code page 1256.
 #pragma once
 
 #include <map>
@@ -29,8 +29,8 @@ class PrinterCodes {
     static PrinterCodes load(database::Connection& connection);
     // The same with other reads.
     static void ask(database::Reads& reads, PrinterCodes& codes);
-    // Reads rows "wc,pc,pc1" under a heading, as in data/codes_864.csv. Throws std::invalid_argument, which
-    // names the line, for anything else.
+    // Reads rows "wc,pc,pc1" under a heading, as in data/codes_864.csv. Throws std::invalid_argument with the
+    // number of the line for anything else.
     static PrinterCodes from_csv(std::string_view csv);
 
     // Finds the row of a character's code in page 1256, or of lam_alef().

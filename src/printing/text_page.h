@@ -39,7 +39,7 @@ class TextPage {
     void end();
     // A line of text, cut to the width.
     void line(std::string_view bytes);
-    // A line with (width − length) / 2 spaces on each side; `length` is that of the text before its
+    // A line with (width − length) / 2 spaces on each side. `length` is the length of the text before its
     // conversion.
     void centred(std::string_view bytes, std::size_t length);
     void rule();

@@ -20,7 +20,7 @@ std::string text_receipt(const Receipt& receipt, Form form, int width, const Pri
 // A page that shows a printer's line width (a ruler), its Arabic letters in both forms, and double width.
 std::string test_print(int width, const PrinterCodes& codes);
 
-// The line width of a text receipt, read off its rules; that of a wide roll if it has none.
+// The line width of a text receipt, read off its rules; without rules, the width of a wide roll.
 int width_of(std::string_view bytes);
 
 // Sets title, captions, totals, words and signature lines like a text receipt, in lines of at most `width`

@@ -29,8 +29,8 @@ struct Line {
     double former_price = 0;  // its cost
     double retail = 0;
 
-    // A new retail price of that unit; or by how many percent of the cost all units of the item are to be
-    // sold above it, rounded to a multiple of `step`.
+    // A new retail price of that unit; or a margin in percent of the cost for all units of the item, rounded
+    // to a multiple of `step`.
     std::optional<double> new_retail;
     std::optional<double> margin;
     int step = 0;  // in hundredths

@@ -1,5 +1,5 @@
-// The rows of documents of goods in, and what they change: stock, costs, prices, balances. Everything is
-// called in one transaction, which a failure rolls back whole.
+// The rows of documents of goods in, and what they change: stock, costs, prices, balances. All of it is
+// called within one transaction, so that a failure leaves nothing behind.
 #pragma once
 
 #include <map>
@@ -19,8 +19,8 @@ class ReceiptRows {
     // Other offices wait until the transaction ends.
     ReceiptRows(database::Connection& connection, const signin::Session& session, const common::Moment& now);
 
-    // Whether the batches must hold what a return takes. Those of a receipt that is corrected may have been
-    // sold since; the corrected one covers them.
+    // Whether the batches must hold what a return takes. When a receipt is corrected, its goods may have been
+    // sold meanwhile; the corrected receipt covers them.
     enum class Batches { must_hold, may_lack };
     // Writes header, lines and stock, and moves the supplier's balance. Returns the number. Throws Refused if
     // a batch lacks goods.

@@ -1,4 +1,4 @@
-// Documents of goods in that are saved: listed, read again, and what of one may still go back.
+// Saved documents of goods in: their list, one of them read again, and what of it may still go back.
 #pragma once
 
 #include "common/form.h"

@@ -20,7 +20,7 @@ struct Column {
     Format format = Format::amount;
 };
 
-// The key of a row that is told by its store and something in it, a drawer or a day, and back.
+// The key of a row of a store and something in it, a drawer or a day; and back.
 constexpr std::int64_t key_in_store(std::int64_t store, std::int64_t what) {
     return store * 1'000'000 + what;
 }

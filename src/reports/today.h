@@ -1,5 +1,5 @@
-// What an owner looks at first: the sales of today beside those of other days up to the same hour, who sold
-// and how it was paid, the cash of the drawers, and what waits to be done.
+// What an owner looks at first: today's sales beside those of other days up to the same hour, who sold, how
+// it was paid, the cash in the drawers, and what has to be done.
 #pragma once
 
 #include <string>

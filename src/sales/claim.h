@@ -1,4 +1,4 @@
-// What a save claims before its receipt is printed, so that two tills neither print one number nor sell the
+// What a save claims before its receipt is printed, so that no two tills print the same number or sell the
 // same last piece: a row of the table till_claim with its number and its goods. Other tills count a claim
 // until it is released, when the rows are written, or until it is a minute old, because its till may be dead.
 //
@@ -38,7 +38,7 @@ class Claims {
     std::optional<Shortage> claim(const Invoice& invoice);
     std::int64_t number() const { return number_; }
     std::int64_t id() const { return id_; }
-    // Claims another number in place of one that was taken, which is left in `invoice`.
+    // Claims another number in place of one that was taken and leaves it in `invoice`.
     void claim_number(Invoice& invoice);
     // Returns true if the number was saved or claimed elsewhere since: by a till that knows no claims, or
     // while the claim here grew too old.

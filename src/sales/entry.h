@@ -18,8 +18,8 @@
 
 namespace sales {
 
-// The text as a scanner on a Latin layout would have sent it: with Western digits, with the Latin letters of
-// the keys for those of the Arabic keyboard layout, and without direction marks, control characters and
+// The text as a scanner on a Latin layout would have sent it: with Western digits, Latin letters in place of
+// those that the same keys type on the Arabic layout, and without direction marks, control characters and
 // surrounding blanks.
 std::string normalize_scan(std::string_view text);
 
@@ -87,9 +87,9 @@ class ItemEntry {
     // Adds the reads of what the entry names; whoever calls runs them before finish(). Returns false after
     // showing why the entry is refused without them.
     bool ask(database::Reads& reads);
-    // The goods come from another store if `supplier` is not 0: its stock decides. Asks if the item is on the
-    // invoice already, unless the shop has chosen that equal codes raise their line at once. Returns nothing
-    // if the entry was refused, which has been shown, or if that question was closed.
+    // If `supplier` is not 0, the goods come from that store and its stock decides. Asks if the item is on
+    // the invoice already, unless the shop lets equal codes raise their line at once. Returns nothing if the
+    // entry was refused, after showing why, or if the question was closed.
     std::optional<EnteredLine> finish(std::int64_t supplier);
 
   private:

@@ -26,8 +26,8 @@ enum class SaveStep {
     craftsman_lines = 80,
     reservations = 90,
 };
-// The number of a step in the journal. Each line supplied from another store is a step of its own and counts
-// on from that of the transfers.
+// The number of a step in the journal. Each line supplied from another store is a step of its own, numbered
+// from the step of the transfers on.
 int step_number(SaveStep step);
 SaveStep step_of_number(int number);
 // The step's name in Arabic, for the cashier and the log.

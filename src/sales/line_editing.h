@@ -20,9 +20,9 @@ bool is_valid_quantity(double quantity);
 // A computed quantity without the error that binary sums add to its three decimals. A quantity that really
 // has more decimals stays as it is.
 double without_noise(double quantity);
-// Above 0, within bounds, and with no more than four decimals, which is finer than any price list.
+// Above 0, within bounds, and with at most four decimals; no price list is finer.
 bool is_valid_price(double price);
-// The same for a discount value or percent, which may be 0.
+// The same for a discount value or percent; it may also be 0.
 bool is_valid_discount(double discount);
 
 // Returns true if a discount is more than `max_dis` percent of an amount. The percentage is compared in

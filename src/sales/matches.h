@@ -50,7 +50,7 @@ class MatchSource {
     // The query for what stands in an entry field, and its answer; no words for what is no search.
     virtual MatchQuery match_query(const Entry& entry) const = 0;
     virtual std::vector<Match> match(const MatchQuery& query) = 0;
-    // What a till sells most, which whoever has the time reads; null if it does not count.
+    // What the till sells most; null if it does not keep count. It is read whenever there is time.
     virtual Popular* popular() = 0;
 };
 

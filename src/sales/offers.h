@@ -14,8 +14,8 @@
 
 namespace sales {
 
-// The lines of an invoice that came from an offer, looked at before it is sold. An item that was repriced
-// since keeps the offer's price, which is what an offer is for.
+// Checks the lines that came from an offer before their invoice is sold. An item that was repriced since then
+// keeps the offer's price: that is what an offer is for.
 class OfferLines {
   public:
     // Adds the reads; the object must still be there when they run.

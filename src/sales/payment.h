@@ -48,9 +48,9 @@ struct PaymentConfirmed {
 
 class Payment {
   public:
-    // Opens for a net amount, which is proposed as paid; the display shows it with no change. `workers` is
-    // the salesman list, `chosen` the one already on the invoice. The note tells the cashier if the money
-    // goes out of the drawer; a sale has none. The greeting is what the display shows at the end.
+    // Opens for a net amount and proposes it as paid; the display shows it with no change. `workers` is the
+    // salesman list, `chosen` the one already on the invoice. The note tells the cashier if the money goes
+    // out of the drawer; a sale has none. The greeting is what the display shows at the end.
     Payment(common::Devices& devices, common::Amount net, std::vector<common::Choice> workers,
             std::int64_t chosen = 0, std::string_view note = {}, std::string_view greeting = welcome_text);
 
@@ -64,7 +64,7 @@ class Payment {
     // The paid field changed. Non-numbers count as 0. A number that is not an amount of money is refused, and
     // the paid amount stays as it was.
     void type_paid(std::string_view text);
-    // Why the typed text is no amount, for the cashier; empty if the payment can be confirmed.
+    // Why the typed text is not an amount, in the cashier's words; empty if the payment can be confirmed.
     std::string_view refusal() const { return refusal_; }
     // The same for an amount that was chosen.
     void pay(common::Amount amount);

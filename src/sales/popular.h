@@ -1,5 +1,5 @@
-// What this till sold most in the last weeks, which is what a search shows first. It is read once, beside the
-// cashier's work, and kept in memory.
+// What this till sold most in the last weeks; a search shows it first. It is read once, while the cashier
+// works, and kept in memory.
 #pragma once
 
 #include <cstdint>
@@ -30,7 +30,7 @@ class Popular {
     static constexpr int days_counted = 28;
 
     bool is_complete() const { return days_ >= days_counted; }
-    // The next so many days to be read, going back from `today`.
+    // The next days to read, at most `days`, going back from `today`.
     Days next(const common::Date& today, int days) const;
     // Adds what was sold on those days.
     void add(const std::vector<SoldItem>& sold, int days);

@@ -1,5 +1,5 @@
-// Which sale a return was started from. `sales.inv_o` holds the number alone, which two sales may share; the
-// table till_return, which is the tills' own, names both invoices whole.
+// Which sale a return was started from. `sales.inv_o` holds only the number, and two sales may share one. The
+// tills' own table till_return names both invoices in full.
 #pragma once
 
 #include <optional>

@@ -17,7 +17,7 @@ bool authorise_invoice(database::Connection& connection, const signin::Session& 
                        common::Prompts& prompts, Invoice& invoice);
 
 // Returns true if a line holds no more discount than was granted for its quantity, and an invoice no more
-// than the receipt or offer that it comes from, for the lines as they were.
+// than the receipt or offer it comes from granted for those lines.
 bool has_granted_discount(const Line& line);
 bool has_granted_discount(const Invoice& invoice);
 

@@ -72,7 +72,7 @@ struct Sale {
     bool is_in_work() const { return !invoice.lines.empty() && !is_only_looked_at() && !partly_saved; }
 };
 
-// What the cashier is told who changes an invoice that was saved in part.
+// The message for a change to an invoice that was saved in part.
 std::string_view why_frozen(const PartlySaved& partly);
 
 // An invoice in a line for the cashier: "عدد السطور 3 · الصافي 112.50".
@@ -144,7 +144,7 @@ class DeskPart {
             return otherwise;
         }
     }
-    // The same for an action that changes the sale, which after an error is as it was before.
+    // The same for an action that changes the sale. After an error the sale is as it was before.
     template <typename Answer, typename Action>
     Answer change(std::string_view name, Answer otherwise, Action action) {
         return look_up(name, otherwise, [&] {

@@ -1,4 +1,4 @@
-// The sale period of a day, and the table `tmp_price`, which holds its prices for all tills.
+// The sale period of a day, and its prices for all tills in the table `tmp_price`.
 #pragma once
 
 #include <cstdint>

@@ -70,7 +70,7 @@ class SaleLines : DeskPart, public MatchSource {
 
     // Enter in the item-code field; "6+" sets the last line's quantity, "5%" and "5-" the invoice discount. A
     // `supplier` is another store that the goods come from; the selling store need not hold them. Returns
-    // true if a line was added or raised, which is then the current row, or a discount was granted.
+    // true if a discount was granted or a line was added or raised; that line is then the current row.
     bool EnterItem(const Entry& entry, std::int64_t supplier = 0);
     // Returns true if the entry is words to search for instead of a code.
     bool is_search(const Entry& entry);
@@ -84,7 +84,7 @@ class SaleLines : DeskPart, public MatchSource {
     bool commit_edit(std::size_t row, int column, std::string_view text);
     // Leaves a cell as it was; what a supervisor allowed in it is over.
     void cancel_edit(std::size_t row);
-    // The line that was entered last, whose quantity the pop-up field and "6+" set; none on an empty grid.
+    // The line that was entered last; none on an empty grid. The pop-up field and "6+" set its quantity.
     std::optional<std::size_t> last_line() const;
     bool quick_quantity(std::string_view text);
     // Turns the current line from unit to pack to carton.
@@ -216,7 +216,7 @@ class SalesDesk : DeskStateHolder, DeskPart {
     bool Open();
     // Every second. At midnight the invoice gets the new day.
     void tick();
-    // Reads customers, receivers and shifts again, which another screen may have changed.
+    // Reads customers, receivers and shifts again, because another screen may have changed them.
     void reload();
 
     const Sale& sale() const { return sale_; }

@@ -80,7 +80,7 @@ class Saving {
           printer_(printer),
           claims_(connection) {}
 
-    // Saves the invoice under the next number of its series, which is left in `invoice`, and shows the
+    // Saves the invoice under the next number of its series and leaves the number in `invoice`. Shows the
     // message if there is one. After an error the cashier chooses whether to finish or undo what was begun.
     // After `saved` everything is durable, so the drawer may open. The last step notes that the draft is
     // past.

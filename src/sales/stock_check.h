@@ -39,8 +39,8 @@ class ItemStock {
     std::map<std::int64_t, database::Value> sums_;
     double reserved_ = 0;
 };
-// The stores whose stock decides about a line of the item: that of the invoice, that which supplies the line,
-// and those which supply the item's other lines.
+// The stores whose stock decides about a line of the item: the store of the invoice, the one that supplies
+// the line, and those that supply the item's other lines.
 std::set<std::int64_t> stores_asked(const Invoice& invoice, std::int64_t item, std::int64_t supplier);
 
 // What the lines of an invoice take of an item from a store, in base units; `except` leaves out one line.
@@ -82,8 +82,8 @@ enum class StockAnswer {
     refused,
 };
 
-// Each check takes a line, which need not be on the invoice yet, and the quantity that it is to hold, in its
-// unit. It counts what the other lines of the invoice take as well.
+// Each check takes a line and the quantity that it is to hold, in its unit. The line need not be on the
+// invoice yet. What the other lines of the invoice take counts too.
 class StockCheck {
   public:
     StockCheck(const signin::Session& session, common::Prompts& prompts)

@@ -22,7 +22,7 @@ struct StockChange {
 };
 using StockChanges = std::vector<StockChange>;
 
-// What is to be done to a store's batches.
+// What to do to a store's batches.
 struct StockPlan {
     StockChanges changes;
     std::vector<database::Command> commands;
@@ -46,12 +46,12 @@ class StockBatches {
     double held(std::int64_t item);
     // Takes a quantity (base units), oldest expiry first, or from the batch of a given date before all
     // others. A batch is never driven below 0 while another has stock. What no batch covers is taken from the
-    // batch without expiry, which is added if it is missing.
+    // batch without expiry; that batch is added if it is missing.
     void take(std::int64_t item, double quantity, StockPlan& plan,
               const std::optional<common::Date>& first = {});
-    // Puts a quantity (base units) back: into the batch of the given expiry date, which is added if it is
-    // missing; without a date into the newest batch, or into the batch without expiry if the store holds
-    // none.
+    // Puts a quantity (base units) back into the batch of the given expiry date, and adds that batch if it is
+    // missing. Without a date it goes into the newest batch, or into the batch without expiry if the store
+    // holds none.
     void put(std::int64_t item, double quantity, const std::optional<common::Date>& expiry, StockPlan& plan);
     // Adds to the batch of an expiry date or of none; a negative quantity takes from it.
     void add(std::int64_t item, double quantity, const std::optional<common::Date>& expiry, StockPlan& plan);

@@ -43,8 +43,8 @@ class UnfinishedSaves {
     };
     // All of them, the oldest first.
     std::vector<Outcome> settle_all();
-    // One save, whose entry gets another number if its own was taken. `cause` is the error that has just
-    // stopped it, or null.
+    // Settles one save. Its entry gets another number if its own was taken. `cause` is the error that has
+    // just stopped it, or null.
     database::Settled settle(database::JournalEntry& entry, database::Paper paper,
                              const std::exception* cause);
 

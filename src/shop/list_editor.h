@@ -19,7 +19,7 @@ class ListEditor {
     ListEditor(database::Connection& connection, const signin::Session& session, common::Services services)
         : connection_(connection), session_(session), services_(services) {}
 
-    // Reads the rows of a list, those of its parent too.
+    // Reads the rows of a list and of its parent.
     void open(const ListDescription& list);
     const ListDescription& list() const { return *list_; }
     const std::vector<ListRow>& rows() const { return rows_; }

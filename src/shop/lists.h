@@ -46,7 +46,7 @@ struct ListDescription {
     database::Fragment erase;                          // deletes a row; the code follows
     std::span<const common::FieldDescription> fields;  // the name first
     std::span<const Reference> references;
-    // The list that a row belongs to, and its column here, which is the second field.
+    // The list that a row belongs to; its column here is the second field.
     std::string_view parent = {};
     std::string_view parent_column = {};
     // Set if codes are counted within the parent: what names the parent in `row`, `highest` and `erase`.

@@ -49,7 +49,7 @@ bool was_cut_off(const std::filesystem::path& folder, const Place& place);
 // Whether a program can be started on the folder.
 bool has_shop(const std::filesystem::path& folder);
 
-// Creates the folder, the files and an empty database, which `fill` gives its schema and rows. Refused, and
+// Creates the folder, the files and an empty database; `fill` gives it its schema and rows. Refused, and
 // nothing is left, if there is a shop already or the folder cannot be written. An embedded shop gets its name
 // when it is complete. On a server a failure leaves what was written; the message then says what to do.
 // `keep_password` writes the password of a server's login, if none is kept, and returns its file.

@@ -21,7 +21,7 @@ struct EmbeddedTable {
 
 // The demo shop's rows, one text for each table.
 const std::vector<EmbeddedTable>& demo_tables();
-// The roll printer's codes of Arabic characters, which every new shop gets.
+// The roll printer's codes of Arabic characters; every new shop gets them.
 const std::vector<EmbeddedTable>& printer_code_tables();
 
 // The index of a column by its name in any case.

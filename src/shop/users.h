@@ -35,7 +35,7 @@ void require_free_name(database::Connection& connection, std::string_view name, 
 // A password as it is stored, without blanks at both ends. Refused if it is too long.
 std::string checked_password(database::Connection& connection, std::string_view password);
 
-// Drops blanks at both ends, which sign-in ignores. Refused if the password is longer than its column.
+// Drops blanks at both ends, because sign-in ignores them. Refused if the password is longer than its column.
 void set_password(database::Connection& connection, std::int64_t code, std::string_view password);
 
 void set_permissions(database::Connection& connection, std::int64_t code, std::string_view permissions);
@@ -44,7 +44,7 @@ void set_permissions(database::Connection& connection, std::int64_t code, std::s
 // follows: it could be taken for another name.
 void require_plain_name(std::string_view name);
 
-// The same of a user's name, or if there is none or it is a number, which would be taken for a code.
+// The same for a user's name. Also refused if it is empty, or a number: that would be taken for a code.
 void require_user_name(std::string_view name);
 
 // The length of a permission string.

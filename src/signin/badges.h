@@ -18,7 +18,7 @@ inline constexpr std::size_t longest_badge = 40;
 // The digits of a badge that was scanned or typed; nothing if it is none. Letters would depend on the
 // keyboard's layout.
 std::optional<std::string> read_badge(std::string_view typed);
-// A number for a new card, which nobody can guess.
+// A number for a new card that nobody can guess.
 std::string new_badge();
 
 // Gives a user a badge in place of the one he had. Returns false if it is somebody else's.

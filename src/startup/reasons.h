@@ -9,8 +9,8 @@
 
 namespace startup {
 
-// A failure at the files or the machine: what() is the cause in English for the log, reason() what the
-// cashier is told.
+// A failure of the files or the machine: what() is the cause in English for the log, reason() the text for
+// the cashier.
 class StartUpError : public std::runtime_error {
   public:
     StartUpError(const std::string& cause, std::string reason)

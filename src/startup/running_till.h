@@ -1,5 +1,5 @@
-// Which machine runs which cash point of a shop on a server: a row of till_running for each, whose moment its
-// till renews.
+// Which machine runs which cash point of a shop on a server. Each has a row of till_running with a moment
+// that its till renews.
 #pragma once
 
 #include <cstdint>
@@ -12,12 +12,13 @@ namespace startup {
 
 class RunningTill {
   public:
-    // A till that was switched off without leaving keeps its cash point so long, but not on its own place.
+    // A till that was switched off without leaving keeps its cash point for this long, except against a start
+    // in its own place.
     static constexpr int seconds_until_free = 180;
     // Its till renews the claim this often.
     static constexpr int seconds_between_claims = 60;
 
-    // `place` is machine and folder, as other tills are told.
+    // `place` is machine and folder, as shown to other tills.
     RunningTill(std::int64_t cash_point, std::string place)
         : cash_point_(cash_point), place_(std::move(place)) {}
 

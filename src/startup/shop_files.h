@@ -28,10 +28,10 @@ inline constexpr std::size_t version_record_length = 50;
 // The entry of a folder with this name, spelt exactly so or else in another case.
 std::optional<std::filesystem::path> find_file(const std::filesystem::path& folder, std::string_view name);
 
-// The shop's folder, with its connection file: the one that TALLVEX_HOME names, else the working directory,
-// else, if TALLVEX_HOME is not set, the one that TALLVEX_SHOP names, which the launcher takes from this
-// machine's settings. The first that holds a connection file counts. If none does, it is the folder of
-// TALLVEX_HOME or the working directory.
+// The shop's folder: the first of these that holds a connection file. TALLVEX_HOME names one; then comes the
+// working directory; and if TALLVEX_HOME is not set, the folder that TALLVEX_SHOP names (the launcher takes
+// it from this machine's settings). If none holds such a file, the folder of TALLVEX_HOME or the working
+// directory.
 std::filesystem::path shop_folder();
 
 // Where a shop is made if there is none: the folder of TALLVEX_HOME or TALLVEX_SHOP, else the working

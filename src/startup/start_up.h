@@ -30,12 +30,12 @@ struct Environment {
     // Shows that a server does not answer, and calls `attempt` in another thread until it returns true.
     // Returns false if the cashier gave up. Without it the first attempt decides.
     std::function<bool(const std::string& server, const std::function<bool()>& attempt)> wait_for_server{};
-    // Shows that the shop is copied before its update, if that takes more than a moment. Runs the copying,
-    // which tells how many hundredths are done, in another thread, and throws what it throws.
+    // Shows that the shop is copied before its update, if that takes more than a moment. Runs the copying in
+    // another thread and throws what it throws. The copying reports how many hundredths are done.
     using Copying = std::function<void(const std::function<void(int)>& tell)>;
     std::function<void(const Copying& copying)> show_copying{};
-    // Told once this till has its cash point. Another start of the same till makes the descriptor readable;
-    // answer_second_start() is then to be called.
+    // Called once this till has its cash point. Another start of the same till makes the descriptor readable;
+    // then answer_second_start() must be called.
     std::function<void(int descriptor)> listen{};
     bool is_office = false;  // the office, which is no till
 
@@ -43,8 +43,8 @@ struct Environment {
     static Environment here(const std::string& command_line);
 };
 
-// The office takes a number behind those of the cash points, which tells it apart wherever tills are told
-// apart. On a server, offices of other machines have the next ones.
+// The office takes a number after those of the cash points, so that it is told apart wherever tills are. On a
+// server the offices of other machines take the next ones.
 inline constexpr std::int64_t first_office = 10;
 inline constexpr std::int64_t last_office = 19;
 
@@ -66,8 +66,8 @@ class StartUp {
 
     // Brings this till to the front for those who start it once more.
     void answer_second_start(const std::function<void()>& show);
-    // Keeps the cash point of a shop on a server for this machine, and is to be renewed every
-    // RunningTill::seconds_between_claims, in any thread; none for a shop in a file.
+    // Keeps the cash point of a shop on a server for this machine. It must be renewed every
+    // RunningTill::seconds_between_claims, in any thread. None for a shop in a file.
     const std::optional<RunningTill>& claim() const { return claim_; }
     // To be told of another place where the renewed claim found this cash point. Returns what the cashier is
     // asked: whether to leave the program.

@@ -12,8 +12,8 @@
 
 namespace startup {
 
-// The training shop of a cash point: a folder "training-1" beside the program, with an embedded copy of the
-// shop, whichever engine that is on, and files of its own.
+// The training shop of a cash point: a folder "training-1" beside the program with files of its own and an
+// embedded copy of the shop, whichever engine the shop is on.
 class TrainingShop {
   public:
     // `shop` is what a start of the shop takes from the machine.

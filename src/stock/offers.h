@@ -53,8 +53,8 @@ struct OfferRow {
 // All offers, the newest number first.
 std::vector<OfferRow> list_offers(database::Connection& connection);
 
-// Which offers are sought: those of this number, of this date, and with these words (common::search_words) in
-// the customer's. What is empty does not filter.
+// Which offers to look for: by number, by date, and by words (common::search_words) in the customer's name.
+// An empty field does not filter.
 struct OfferFilter {
     std::optional<std::int64_t> number;
     std::vector<std::string> customer;

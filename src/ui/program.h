@@ -31,8 +31,8 @@ void show_full_screen(QWidget& window);
 // What takes time: connecting, copying, and every statement on a server.
 void keep_screen_alive(startup::Environment& environment, ServerLink& server);
 
-// Lets tallvex-admin, which stands beside this program, copy the shop: a program of its own, so that neither
-// a slow stick nor the end of this one stops the other.
+// Lets tallvex-admin copy the shop. It is a program of its own beside this one, so that neither a slow stick
+// nor the end of one program stops the other.
 void back_up_beside(const startup::Environment& environment, common::Log& log);
 
 // The run of a program from start-up to its end: a second start brings it to the front, and on a server its

@@ -1,5 +1,5 @@
-// The search for names on the embedded engine: an index of folded names in the shop's file, and how the
-// condition of database/name_search.h is told apart and answered from it.
+// The search for names on the embedded engine: an index of folded names in the shop's file. The condition of
+// database/name_search.h is recognised and answered from it.
 #pragma once
 
 #include <sqlite3.h>

@@ -24,8 +24,8 @@ void run_upgrade_list(Connection& connection);
 // Tables and columns of a shop with their types, without the scratch tables that the list makes anew.
 std::string schema_text(Connection& connection);
 
-// Tables with their columns, all in lower case; of those that are there, and on a server of others too, which
-// it tells in one journey.
+// Those of the tables that exist, with their columns, all in lower case. A server adds its other tables,
+// because it answers in one journey.
 using ColumnsByTable = std::map<std::string, std::set<std::string>>;
 ColumnsByTable columns_by_table(Connection& connection, const std::vector<std::string>& tables);
 

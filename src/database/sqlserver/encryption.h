@@ -1,4 +1,4 @@
-// What of a connection to a server is encrypted.
+// How much of a connection to a server is encrypted.
 #pragma once
 
 #include <chrono>

@@ -52,7 +52,7 @@ class OdbcWatch {
     // Sets the socket to shut down if a wait lasts too long.
     void look_after(std::optional<SocketsBefore::Found> socket);
 
-    // A wait for at most so long; it ends with the object.
+    // A wait with a limit. It ends with the object.
     class Wait {
       public:
         Wait(OdbcWatch& watch, std::chrono::milliseconds most) : watch_(watch) { watch_.begin(most); }
@@ -115,7 +115,7 @@ class OdbcConnection final : public Connection, public Stoppable {
   private:
     void connect();
     void disconnect();
-    // Runs `work` for at most so long and turns its failure into an Error about the statement.
+    // Runs `work` within a limit of time and turns its failure into an Error about the statement.
     template <typename Work>
     auto guarded(std::string_view statement, std::chrono::milliseconds most, Work work);
 

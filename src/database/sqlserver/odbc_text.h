@@ -19,8 +19,9 @@ std::string from_wide(const SQLWCHAR* text, std::size_t length);
 
 // A statement as a server needs it. N stands before every literal that holds more than ASCII: a server whose
 // collation is not Arabic would read the characters of a plain '…' as question marks. A moment's "?" becomes
-// convert(datetime,?): the driver sends moments as datetime2, which a datetime with thousandths never equals
-// on newer servers. Zero characters are left out: the driver would end the statement at the first.
+// convert(datetime,?): the driver sends moments as datetime2, and on newer servers a datetime with
+// thousandths never equals one. Zero characters are left out: the driver would end the statement at the
+// first.
 std::string server_text(std::string_view statement, const std::vector<Value>& values = {});
 
 // The end of the text or name in quotes that begins at `at`. Doubled closing marks do not end it.
@@ -45,7 +46,7 @@ struct Diagnostic {
     int native = 0;    // the server's number, or one of FreeTDS's own
     std::string text;  // without the "[unixODBC][FreeTDS]" in front
 
-    // Returns true for a notice ("01…"), which a success can have as well.
+    // Returns true for a notice ("01…"); a success can have one too.
     bool is_notice() const { return sqlstate.starts_with("01"); }
     // Returns true for an error of the server itself; those of FreeTDS begin at 20000.
     bool is_from_server() const { return native > 0 && (native < 20000 || native >= 21000); }

@@ -29,8 +29,8 @@ Tokens tokenize(std::string_view statement, const std::vector<Value>& parameters
 
 // A statement without its values: the key to find one that is prepared already.
 struct Shape {
-    // The statement with a mark of its kind in the place of each value: statements of one shape have the same
-    // tokens but for their values.
+    // The statement with each value replaced by a mark of its kind. Statements of the same shape differ only
+    // in their values.
     std::string text;
     // The same as those of tokenize().
     std::vector<Value> values;

@@ -25,8 +25,8 @@ struct TextStyle {
     QColor colour = Qt::black;
 };
 
-// Pages are drawn on images of this format for a print head, which burns a dot or leaves it: pictures become
-// patterns of dots, whose number makes their greys.
+// The format of the images on which pages are drawn for a print head. It burns a dot or leaves it, so greys
+// become patterns of dots.
 inline constexpr QImage::Format print_head_format = QImage::Format_Grayscale8;
 
 // Without a painter it only measures. Texts wrap within their width, between words: where a word would not
@@ -73,7 +73,7 @@ class Canvas {
     QFont base_;
 };
 
-// Returns the family if the system has it, followed by the program's own, which have the letters it lacks.
+// Returns the family if the system has it, followed by the program's own families for the letters it lacks.
 QStringList font_families(const QString& wanted);
 
 }  // namespace printing::pages

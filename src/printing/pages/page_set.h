@@ -27,7 +27,8 @@ class PageSet {
 // Draws each page as a picture on white. A page that is too long for a picture is drawn smaller.
 std::vector<QImage> pictures(const PageSet& pages, double dots_per_mm);
 
-// Told in the calling thread how many pages of how many are drawn; false ends the work.
+// Called in the calling thread with the number of pages drawn and of all pages; returning false ends the
+// work.
 using Progress = std::function<bool(int done, int total)>;
 
 // Writes the pages into one PDF file and makes its folder if it is missing. Returns false, and leaves no

@@ -70,7 +70,8 @@ class SystemReceiptPrinter final : public ReceiptPrinter {
     bool print_pages(const Receipt& receipt, Form form);
     bool send(const std::shared_ptr<const PageSet>& pages);
     bool send_to_port(const std::string& bytes, const Receipt& receipt);
-    // The code of electronic invoicing, whose picture is also kept as "qr.bmp"; nothing without either.
+    // The code of electronic invoicing; its picture is also kept as "qr.bmp". Returns nothing if one of the
+    // two cannot be made.
     std::optional<QrCode> electronic_code(const Receipt& receipt);
     bool failed(std::string_view message, std::string_view reason);
 

@@ -22,8 +22,8 @@ class WalkInSheet : public Sheet {
     Q_OBJECT
   public:
     WalkInSheet(QWidget* host, const Context& context, sales::SalesDesk& desk);
-    // Proposes the next code, or shows the customer that the invoice has already. Returns false after a
-    // message for an account invoice, which has its own customer.
+    // Proposes the next code, or shows the customer that the invoice has already. Refuses an account invoice
+    // with a message and returns false, because that has its own customer.
     bool open();
 
   protected:

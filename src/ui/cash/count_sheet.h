@@ -16,7 +16,7 @@ namespace ui {
 class AmountField;
 class ListTable;
 
-// run() returns 1 if the count is to be taken over.
+// run() returns 1 if the cashier accepts the count.
 class CountSheet : public Sheet {
     Q_OBJECT
   public:

@@ -67,7 +67,7 @@ class FigureLedger : public QWidget {
     void show_figure(int id, const QString& text);
     // Called after the figures of all cells were shown.
     void align_figures();
-    // Puts the focus on the figure that had it last, at first on that of the id.
+    // Puts the focus on the figure that had it last; at first on the one with this id.
     void take_focus(int id);
 
   signals:

@@ -1,4 +1,5 @@
-// Changes the prices of several items at once: what is to change, then every change before it is made.
+// Changes the prices of several items at once: first what to change, then a list of every change before it is
+// made.
 #pragma once
 
 #include <array>

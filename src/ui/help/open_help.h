@@ -1,5 +1,4 @@
-// How the help is opened: its key, which is the same on every screen, and which part of the guide belongs to
-// which screen.
+// How the help is opened: its key is the same on every screen, and each screen has its part of the guide.
 #pragma once
 
 #include <QObject>
@@ -22,7 +21,7 @@ const std::vector<std::pair<QString, QString>>& help_places(Guide guide);
 QString help_place_of(Guide guide, const QWidget* widget);
 
 // Opens the help at the part of the program's guide that belongs to the screen in front. Returns when the
-// help was left, with the cursor where it was. Does nothing over a box, which must be answered first.
+// help is left, with the cursor where it was. Does nothing over a box, because that must be answered first.
 void open_help();
 
 // Opens the help by its key as long as the object lives; the guide is the program's from now on.

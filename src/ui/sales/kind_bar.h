@@ -22,7 +22,7 @@ class KindBar : public QWidget {
   public:
     explicit KindBar(QWidget* parent = nullptr);
     void show_state(const sales::SalesDesk& desk);
-    // Moves the focus to the receipt number, for another one to be typed and recalled.
+    // Moves the focus to the receipt number, so that another one can be typed and recalled.
     void focus_number();
 
   signals:

@@ -24,15 +24,15 @@ class ListTable;
 class Matches : public QFrame {
     Q_OBJECT
   public:
-    // Lies over `over`, a window, page or sheet. `more_keys` are told behind those of the list.
+    // Lies over `over`, a window, page or sheet. `more_keys` are shown after the keys of the list.
     Matches(QWidget* over, sales::MatchSource& source, const Context& context, const QString& more_keys = {});
 
     void follow(QLineEdit* field);
     // Sees each key of a followed field first. Returns true if the list took it: arrows, Enter on a row that
     // was chosen with them, and the key for the next unit.
     bool take_key(const QKeyEvent& key);
-    // What Enter on the words in a field enters: the first match. Nothing if there is none, which has been
-    // said, or if a scanner sent the words: then the list shows what could be meant.
+    // What Enter on the words in a field enters: the first match. Returns nothing after saying that there is
+    // none, or if a scanner sent the words; the list then shows what could be meant.
     std::optional<sales::Entry> first_for(QLineEdit* field);
     // Shows the matches of the words in a field, or that there are none. For keys that the words hold up.
     void show_for(QLineEdit* field);

@@ -26,8 +26,8 @@ class WaitingScans : public QLabel {
     Q_OBJECT
   public:
     WaitingScans(KeyQueue& keys, QWidget* parent);
-    // On the way back to the invoice: asks whether they are to be added to it, and drops them if not. Returns
-    // false if the dialog is to stay.
+    // On the way back to the invoice: asks whether to add them to it, and drops them if not. Returns false if
+    // the dialog should stay open.
     bool may_leave(common::Prompts& prompts);
 
   private:

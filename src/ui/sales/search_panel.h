@@ -1,4 +1,4 @@
-// The item search: filters above, and below them the matches, which follow the typing.
+// The item search: filters above, and below them the matches, updated with each letter.
 #pragma once
 
 #include <vector>

@@ -41,7 +41,7 @@ class ReceiptsSheet : public Sheet {
     void take_focus() override;
 
   private:
-    // The row of the cursor; null if there is none or a box is open.
+    // The chosen row; null if there is none or a box is open.
     const sales::ReceiptRow* chosen();
     void show_receipt();
     void reprint();

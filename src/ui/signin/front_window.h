@@ -18,7 +18,7 @@ class FrontWindow : public QWidget {
     // Waits until the window is left. Returns false if the cashier left it by Esc or closed it.
     bool wait();
     bool is_waiting() const { return loop_ != nullptr; }
-    // Ends the wait, which returns `outcome`.
+    // Ends the wait with this outcome.
     void leave(bool outcome);
 
     void keyPressEvent(QKeyEvent* event) override;

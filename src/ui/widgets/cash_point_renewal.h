@@ -25,8 +25,8 @@ class CashPointRenewal : public QObject {
     // Renews the claim in another thread. Returns the place of the till that has the cash point, if it is
     // not this one. Empty as long as there is nothing to renew.
     using Claim = std::function<std::optional<std::string>(database::Connection&)>;
-    // Asks for the claim at each renewal. `found` is told of another till's place and returns the question,
-    // whose Yes leaves the program.
+    // Renews the claim. If another till has it, `found` is given that till's place and returns a question;
+    // Yes leaves the program.
     CashPointRenewal(ServerLink& server, common::Prompts& prompts, std::chrono::milliseconds every,
                      std::function<Claim()> claim, std::function<std::string(const std::string&)> found);
 

@@ -22,12 +22,12 @@ void show_codes(QComboBox* list, const QString& code_heading, const QString& nam
 // Replaces the entries without a signal and shows the one of `chosen`, or none.
 void fill_choices(QComboBox* list, const std::vector<common::Choice>& choices,
                   std::optional<std::int64_t> chosen);
-// The same with an empty entry of code 0 first, which is shown if `chosen` is not in the list.
+// The same with an empty entry of code 0 first. It is shown if `chosen` is not in the list.
 void fill_optional_choices(QComboBox* list, const std::vector<common::Choice>& choices, std::int64_t chosen);
 // Shows the entry of a code without a signal; none if the list does not have it.
 void show_choice(QComboBox* list, std::optional<std::int64_t> code);
-// The chosen code, which may be 0, or nothing if no entry is chosen. A name typed in full counts as chosen,
-// and a code if the list shows codes.
+// The chosen code; it may be 0. Nothing if no entry is chosen. A name typed in full counts as chosen, and a
+// code if the list shows codes.
 std::optional<std::int64_t> choice_of(const QComboBox* list);
 // Returns true if a name was typed that is not in the list.
 bool is_unknown(const QComboBox* list);

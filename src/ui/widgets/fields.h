@@ -89,7 +89,7 @@ void show_fitted(QLabel* figure, const QString& text, double largest);
 QLabel* label(const QString& text, const char* role, const char* name = "");
 // A thin line across a card.
 QFrame* rule();
-// A caption above a field, which gets the common height; the caption's mnemonic leads to the field.
+// A caption above a field. The field gets the common height, and the caption's mnemonic leads to it.
 QWidget* captioned(const QString& caption, QWidget* field, QWidget* parent = nullptr);
 
 // A field for text, right-aligned even while it is empty.
@@ -138,7 +138,7 @@ void enter_leads_on(std::initializer_list<QWidget*> fields);
 // it.
 void set_fixed(QWidget* field, bool fixed);
 
-// A button at the foot of a sheet, which Enter presses too while it has the focus.
+// A button at the foot of a sheet. Enter presses it too while it has the focus.
 QPushButton* foot_button(QHBoxLayout* row, const char* name, const QString& caption, int share,
                          std::function<void()> action);
 

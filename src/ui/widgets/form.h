@@ -66,7 +66,7 @@ class FormFields {
 template <typename Values>
 class Form : public FormFields {
   public:
-    // Builds the fields of a table in its order, which is also the order of Tab.
+    // Builds the fields of a table in its order; Tab follows the same order.
     void add(common::FormTable<Values> table, FieldGrid& grid) {
         for (const auto& field : table) {
             build(field.description, grid);
@@ -105,9 +105,9 @@ class Form : public FormFields {
         return std::nullopt;
     }
 
-    // Reads the fields and saves them by `save`, which returns a refusal or nothing, in the guard of actions.
-    // Returns true if they were saved. After a refusal shows what `save` corrected, says why, and moves the
-    // focus to the field at fault.
+    // Reads the fields and calls `save` in the guard of actions; `save` returns a refusal or nothing. Returns
+    // true if they were saved. A refusal shows what `save` corrected, says why, and moves the focus to the
+    // field at fault.
     template <typename Save>
     bool save(const common::Services& services, std::string_view action, Values& values, Save save) {
         std::optional<common::Refusal> refusal;

@@ -55,7 +55,7 @@ class KeyQueue : public QObject {
     // The scans that wait for the field in use, or for a box, to be left.
     std::size_t waiting_scans() const;
     void drop_waiting_scans();
-    // The last scan that came while a box was open, which it is waiting for; empty if there is none.
+    // The last scan that waits for an open box to be answered; empty if there is none.
     QString scan_behind_box() const;
     void drop_scan_behind_box();
 

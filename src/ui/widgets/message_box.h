@@ -18,7 +18,7 @@ class MessageBox : public Sheet {
     MessageBox(QWidget* host, const QString& text, common::Icon icon,
                const common::Choices* question = nullptr);
 
-    // Adds a button to a message, which run() returns 3 for; "&" stands before its mnemonic.
+    // Adds a button to a message; run() returns 3 for it. "&" stands before its mnemonic.
     void offer(const QString& caption);
 
     QString text() const { return text_; }

@@ -61,7 +61,7 @@ class Sheet : public QWidget {
     int result_ = 0;
 };
 
-// The window that the cashier works in, which boxes open over; null before the first one is shown.
+// The window that the cashier works in and over which boxes open; null before the first one is shown.
 QWidget* window_in_use();
 
 }  // namespace ui

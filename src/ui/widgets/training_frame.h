@@ -1,4 +1,4 @@
-// The frame of a training: a striped border and the word around every window, which no screen covers.
+// The frame of a training: a striped border with the word around every window. No screen covers it.
 #pragma once
 
 #include <QObject>

@@ -5,9 +5,8 @@ class QTableView;
 
 namespace ui {
 
-// Gives the rows the height, of at least `row` pixels, with which whole ones fill the table. The pixels that
-// are left over go to the headings, which get at least `headings`. To be called whenever the table's size has
-// changed.
+// Gives the rows the height, at least `row` pixels, at which the table holds whole rows only. The pixels left
+// over go to the headings, at least `headings` of them. Must be called whenever the table's size has changed.
 void show_whole_rows(QTableView* table, int row, int headings);
 
 }  // namespace ui
