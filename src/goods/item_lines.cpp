@@ -20,6 +20,9 @@ constexpr std::string_view prices_header[3][5] = {{"price11", "price12", "price1
                                                   {"price31", "price32", "price33", "price34", "price35"}};
 constexpr std::string_view barcode_header[3] = {"barcode", "pack_barcode", "carton_barcode"};
 
+// Behind a Latin text that ends with a quotation mark, so that the mark stays with it among Arabic words.
+constexpr const char* left_to_right = "\u200E";
+
 // Thrown for a line that cannot be used; reading goes on with the next line.
 struct BadLine {
     Words reason;
@@ -218,20 +221,22 @@ class Reader {
         const std::string_view found = cell(column);
         if (found.empty()) return std::nullopt;
         const std::string named = std::string(column) + " \"" + std::string(found) + "\"";
+        const std::string in_arabic = named + left_to_right;
         switch (common::number_fault(found)) {
             case common::NumberFault::comma:
                 throw BadLine{
                     {named + " has a comma in it; write the decimals after a point, and no separators",
-                     named + " به فاصلة، اكتب الكسر بعد نقطة وبدون فواصل"}};
+                     in_arabic + " به فاصلة، اكتب الكسر بعد نقطة وبدون فواصل"}};
             case common::NumberFault::minus:
-                throw BadLine{{named + " is below 0", named + " أقل من صفر"}};
+                throw BadLine{{named + " is below 0", in_arabic + " أقل من صفر"}};
             case common::NumberFault::no_number:
-                throw BadLine{{named + " is no number", named + " ليس رقما"}};
+                throw BadLine{{named + " is no number", in_arabic + " ليس رقما"}};
             case common::NumberFault::none:
                 break;
         }
         const double value = common::numeric_value(found);
-        if (value > highest_amount) throw BadLine{{named + " is too large", named + " أكبر من المسموح به"}};
+        if (value > highest_amount)
+            throw BadLine{{named + " is too large", in_arabic + " أكبر من المسموح به"}};
         return value;
     }
 
@@ -341,11 +346,11 @@ class Reader {
         if (const std::string found(cell("expiry")); !found.empty()) {
             const auto date = common::read_date(found);
             if (!date) {
-                throw BadLine{
-                    {"expiry \"" + found +
-                         "\" is no date (year/month/day, or day/month/year with four digits of the "
-                         "year)",
-                     "expiry \"" + found + "\" ليس تاريخا (سنة/شهر/يوم، أو يوم/شهر/سنة بأربعة أرقام)"}};
+                throw BadLine{{"expiry \"" + found +
+                                   "\" is no date (year/month/day, or day/month/year with four digits of the "
+                                   "year)",
+                               "expiry \"" + found + "\"" + left_to_right +
+                                   " ليس تاريخا (سنة/شهر/يوم، أو يوم/شهر/سنة بأربعة أرقام)"}};
             }
             item.expiry = *date;
         }
