@@ -62,7 +62,7 @@ FirstStartWindow::FirstStartWindow(const std::filesystem::path& folder, const co
     column()->addWidget(explanation_);
     column()->addWidget(rule());
     steps_ = new QStackedWidget;
-    steps_->setMinimumHeight(px(440));
+    steps_->setMinimumHeight(px(424));
     column()->addWidget(steps_);
     auto* foot = new QHBoxLayout;
     foot->setSpacing(px(10));

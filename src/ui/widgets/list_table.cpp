@@ -145,14 +145,16 @@ void ListTable::measure_columns() {
     set_widths();
 }
 
-// Where the columns do not fit, a long text does not take the room of others.
+// Where the columns do not fit, a long text gives way to others, but not by more than is missing.
 void ListTable::set_widths() {
     const int width = viewport()->width();
     const int all = std::accumulate(wanted_widths_.begin(), wanted_widths_.end(), px(stretched_width));
-    const int most = all > width ? width / 3 : width;
+    const int missing = std::max(all - width, 0);
     for (int column = 0; column < static_cast<int>(wanted_widths_.size()); ++column) {
         const int wanted = wanted_widths_[static_cast<std::size_t>(column)];
-        if (wanted > 0) horizontalHeader()->resizeSection(column, std::min(wanted, most));
+        if (wanted > 0)
+            horizontalHeader()->resizeSection(column,
+                                              std::max(std::min(wanted, width / 3), wanted - missing));
     }
 }
 
