@@ -141,7 +141,7 @@ void FirstStartWindow::build_items(QWidget* page) {
     auto* column = static_cast<QVBoxLayout*>(page->layout());
     auto* row = new QHBoxLayout;
     row->setSpacing(px(10));
-    foot_button(row, "first_items_choose", "ا&ختيار ملف", 0, [this] { choose_items(); });
+    foot_button(row, "first_items_choose", "اخت&يار ملف", 0, [this] { choose_items(); });
     foot_button(row, "first_items_read", "&قراءة الملف", 0, [this] {
         if (Sheet::top_of(this) == nullptr)
             guarded(services_, "ReadItemsFile", [this] { read_step() && read_items(); });
