@@ -102,7 +102,7 @@ class FocusRound {
     // edited, where Tab ends the editing.
     bool begins_here() {
         if (begin_ == nullptr || (front_ != begin_ && !front_->isAncestorOf(begin_))) {
-            faults_.push_back("the focus is nowhere on it");
+            faults_.emplace_back("the focus is nowhere on it");
             return false;
         }
         for (QWidget* at = begin_->parentWidget(); at != nullptr; at = at->parentWidget()) {
