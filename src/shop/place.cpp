@@ -64,9 +64,9 @@ class MadeFiles {
     MadeFiles(const MadeFiles&) = delete;
     MadeFiles& operator=(const MadeFiles&) = delete;
     ~MadeFiles() {
-        std::error_code ignored;
-        for (const fs::path& file : files_)
-            fs::remove(file, ignored);
+        std::error_code ignored;  // a folder that holds something else stays
+        for (auto file = files_.rbegin(); file != files_.rend(); ++file)
+            fs::remove(*file, ignored);
     }
     void add(const fs::path& file) { files_.push_back(file); }
     void keep() { files_.clear(); }
@@ -163,8 +163,9 @@ bool has_shop(const fs::path& folder) {
 
 void make_place(const fs::path& folder, const Place& place, const Fill& fill,
                 const std::function<fs::path()>& keep_password) {
+    MadeFiles made;
     std::error_code failed;
-    fs::create_directories(folder, failed);
+    if (fs::create_directories(folder, failed)) made.add(folder);
     if (!fs::is_directory(folder)) {
         throw Refused(
             "the folder " + folder.string() + " cannot be made" + (failed ? ": " + failed.message() : ""),
@@ -177,7 +178,6 @@ void make_place(const fs::path& folder, const Place& place, const Fill& fill,
         const std::string file = startup::shop_file(place, folder).string();
         throw Refused("there is a shop already: " + file, std::string(message::shop_there) + file);
     }
-    MadeFiles made;
     if (is_embedded(place)) {
         make_embedded(folder, place, fill, made);
     } else {
