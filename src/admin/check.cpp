@@ -118,7 +118,8 @@ class Check {
 
     std::unique_ptr<database::Connection> connect() {
         const Place place = read_place(tool_.shop);
-        const std::string where = place.server + ", " + place.database;
+        const std::string where =
+            place.server + ", " + place.database + ", in the folder " + tool_.shop.string();
         const auto refuse = [&](std::string_view said, std::string_view advice) {
             if (said.ends_with('.')) said.remove_suffix(1);
             say({{Verdict::wrong, "connection",

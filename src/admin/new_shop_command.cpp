@@ -76,8 +76,8 @@ void add_new_shop(CLI::App& program, Tool& tool) {
         ->excludes(demo);
     command->callback([wanted, folder, ask, &tool] {
         if (*ask)
-            wanted->password =
-                ask_password(tool, "the administrator", "leave --ask-password out for a random one");
+            wanted->password = ask_secret(tool, "password of the administrator",
+                                          "leave --ask-password out for a random one");
         wanted->folder = tool.folder / *folder;
         make_shop(*wanted, tool);
     });

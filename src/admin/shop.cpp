@@ -52,7 +52,7 @@ fs::path log_file(const fs::path& folder) {
 }
 
 std::string ask_login_password(Tool& tool) {
-    return ask_password(tool, "the login sa", "no server takes an empty one");
+    return ask_secret(tool, "password of the login sa", "no server takes an empty one");
 }
 
 std::string keep_login_password(const fs::path& folder, const std::string& password) {

@@ -44,16 +44,16 @@ class HiddenTyping {
     bool active_;
 };
 
-std::string read_line(Tool& tool, std::string_view whose) {
+std::string read_line(Tool& tool, const std::string& what) {
     std::string line;
-    if (!std::getline(tool.in, line)) throw Refused("no password of " + std::string(whose) + " was given");
+    if (!std::getline(tool.in, line)) throw Refused("no " + what + " was given");
     return std::string(common::trim(line));
 }
 
-std::string read_hidden(Tool& tool, std::string_view whose, const std::string& prompt) {
+std::string read_hidden(Tool& tool, const std::string& what, const std::string& prompt) {
     tool.err << prompt << std::flush;
     const HiddenTyping hidden;
-    const std::string line = read_line(tool, whose);
+    const std::string line = read_line(tool, what);
     tool.err << '\n';
     return line;
 }
@@ -176,14 +176,13 @@ void Progress::reach(std::size_t amount) {
                     << "%\x1b[K" << std::flush;
 }
 
-std::string ask_password(Tool& tool, std::string_view whose, std::string_view otherwise) {
+std::string ask_secret(Tool& tool, const std::string& what, std::string_view otherwise) {
     const bool typed = tool.terminal != nullptr && isatty(STDIN_FILENO) != 0;
-    const std::string password =
-        typed ? read_hidden(tool, whose, "Password of " + std::string(whose) + ": ") : read_line(tool, whose);
-    if (password.empty()) throw Refused("the password is empty; " + std::string(otherwise));
-    if (typed && read_hidden(tool, whose, "The same again: ") != password)
-        throw Refused("the two passwords differ; nothing was changed");
-    return password;
+    std::string secret = typed ? read_hidden(tool, what, "The " + what + ": ") : read_line(tool, what);
+    if (secret.empty()) throw Refused("the " + what + " is empty; " + std::string(otherwise));
+    if (typed && read_hidden(tool, what, "The same again: ") != secret)
+        throw Refused("the two are not the same; nothing was changed");
+    return secret;
 }
 
 bool asks_for_arabic(const std::function<const char*(const char*)>& variable) {

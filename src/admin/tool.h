@@ -89,10 +89,10 @@ class Progress {
     int percent_ = -1;
 };
 
-// Asks for a password twice at a terminal, without showing it; otherwise reads the first line of the standard
-// input. Never from the command line, because every user of the machine can read that. Blanks at both ends
-// are dropped. Refused if there is none, if it is empty or if the two differ. `otherwise` says what to do
-// instead of giving an empty one.
-std::string ask_password(Tool& tool, std::string_view whose, std::string_view otherwise);
+// Asks for a password or badge twice at a terminal, without showing it; otherwise reads the first line of the
+// standard input. Never from the command line, because every user of the machine can read that. Blanks at
+// both ends are dropped. Refused if there is none, if it is empty or if the two differ. `otherwise` says what
+// to do instead of giving an empty one.
+std::string ask_secret(Tool& tool, const std::string& what, std::string_view otherwise);
 
 }  // namespace admin

@@ -36,7 +36,8 @@ std::string describe(const JournalEntry& entry) {
 JournalEntry find(const std::vector<JournalEntry>& entries, std::int64_t id) {
     for (const JournalEntry& entry : entries)
         if (entry.id == id) return entry;
-    throw Refused("there is no unfinished save " + std::to_string(id));
+    throw Refused("there is no unfinished save " + std::to_string(id) +
+                  "; the number is the first of its line in: tallvex-admin unfinished");
 }
 
 void settle(const UnfinishedOptions& options, Tool& tool) {

@@ -28,7 +28,7 @@ struct Options {
 
 std::string password_of(const Options& options, std::string_view whose, Tool& tool) {
     if (options.no_password) return {};
-    return ask_password(tool, whose, "give --no-password if that is meant");
+    return ask_secret(tool, "password of " + std::string(whose), "give --no-password if that is meant");
 }
 
 // An option's "a,b" as a list for permission_string, with the mark before each name.
@@ -131,8 +131,7 @@ void run_badge(const Options& options, Tool& tool) {
         return;
     }
     std::string typed;
-    if (!options.draw)
-        typed = ask_password(tool, "the badge of " + user.name, "scan the badge, or give --new or --take");
+    if (!options.draw) typed = ask_secret(tool, "badge of " + user.name, "scan it, or give --new or --take");
     const auto digits = options.draw ? std::optional(signin::new_badge()) : signin::read_badge(typed);
     if (!digits)
         throw Refused("a badge has " + std::to_string(signin::shortest_badge) + " to " +

@@ -42,7 +42,7 @@ std::string read_whole(const fs::path& file) {
     }
 }
 
-void replace_whole(const fs::path& file, std::string_view bytes, unsigned mode = 0644) {
+void replace_whole(const fs::path& file, std::string_view bytes, unsigned mode = 0660) {
     try {
         common::replace_file(file, bytes, mode);
     } catch (const std::system_error& error) {

@@ -77,7 +77,9 @@ TEST(Check, NamesWhatIsWrongWithTheShop) {
 TEST(Check, AddsThePrintersCodesOfLatinLetters) {
     Workbench bench;
     bench.make_shop(false);
-    EXPECT_THAT(bench.run({"check"}).out, HasSubstr("ok     printer codes: "));
+    EXPECT_THAT(bench.run({"check"}).out,
+                testing::AllOf(HasSubstr("ok     printer codes: "),
+                               HasSubstr("shop.db, in the folder " + bench.folder().string())));
     // As shops of earlier versions have them, with a code of the shopkeeper's own.
     bench.sql("delete from codes where wc >= 33 and wc <= 126 and wc <> 65");
     bench.sql("update codes set pc = 66, pc1 = 66 where wc = 65");

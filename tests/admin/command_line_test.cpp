@@ -188,8 +188,10 @@ TEST(Connect, MakesAFolderThatATillCanStartIn) {
         bench.run({"connect", "--server", "127.0.0.1", "--database", "shop", "--keep-password"}, "p;w=d\n");
     ASSERT_EQ(run.code, 0) << run.err;
     EXPECT_THAT(run.out, testing::Not(HasSubstr("p;w=d")));
-    for (const char* name : {"datacon24.stk", "merlo-ver.txt", "Data.dat"})
-        EXPECT_TRUE(std::filesystem::exists(bench.file(name))) << name;
+    for (const char* name : {"datacon24.stk", "merlo-ver.txt", "Data.dat"}) {
+        EXPECT_EQ(std::filesystem::status(bench.file(name)).permissions(), std::filesystem::perms(0660))
+            << name;
+    }
     EXPECT_EQ(std::filesystem::status(bench.file("sa.pwd")).permissions(),
               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
     const auto refused = bench.run({"connect", "--keep-password"}, "");
