@@ -183,7 +183,9 @@ void CountSheet::show_causes() {
 void CountSheet::compare() {
     if (Sheet::top_of(window()) != this) return;
     if (QLineEdit* wrong = read()) {
-        context_.services.prompts.message(cash::message::wrong_pieces, common::Icon::critical);
+        const auto refusal = common::read_amount(utf8(other_->text())).refusal;
+        context_.services.prompts.message(wrong == other_ ? refusal : cash::message::wrong_pieces,
+                                          common::Icon::critical);
         wrong->setFocus();
         wrong->selectAll();
         return;

@@ -1,4 +1,5 @@
 // The sales window: its keys.
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -93,9 +94,16 @@ bool SalesWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 // A key that nothing else took: the focus is on a button, or nowhere. What is typed or scanned then belongs
-// into the entry field. Enter is not passed on, because a field takes it and lets it through.
+// into the entry field. Enter presses the button, as on the sheets; it is not passed on, because a field
+// takes it and lets it through.
 void SalesWindow::keyPressEvent(QKeyEvent* event) {
     QWidget* entry = entry_bar_->field();
+    auto* button = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
+    if (is_enter(event->key()) && button != nullptr && button->window() == this &&
+        Sheet::top_of(this) == nullptr && !event->isAutoRepeat()) {
+        button->click();
+        return;
+    }
     const bool typed = is_printable(event->text(), event->modifiers()) || event->key() == Qt::Key_Backspace;
     if (!typed || Sheet::top_of(this) != nullptr || entry->hasFocus()) {
         QWidget::keyPressEvent(event);

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/keyboard_layout.h"
 #include "common/messages.h"
 #include "common/typed.h"
 #include "ui/widgets/choices.h"
@@ -75,6 +76,12 @@ void AmountField::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) {
         emit escaped();
         event->ignore();
+        return;
+    }
+    // Under the Arabic layout the key of the point types a letter.
+    if (common::on_latin_layout(utf8(event->text())) == ".") {
+        QKeyEvent point(QEvent::KeyPress, Qt::Key_Period, event->modifiers(), ".");
+        NumberField::keyPressEvent(&point);
         return;
     }
     NumberField::keyPressEvent(event);

@@ -324,7 +324,7 @@ void KeyQueue::deliver(const Key& key) {
         take_typed(QApplication::focusWidget());
         if (boxes_shown_ != boxes) return;  // refused: the key must not act on what was there before
     }
-    typing_ = key.printable();
+    typing_ = key.printable() && !presses_button(key.key);
     if (is_mnemonic(key)) return;
     QString text = key.text;
     // The menu goes by what the key types, and its letters are Arabic.
