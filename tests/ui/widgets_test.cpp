@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QMap>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QTimer>
 #include <new>
@@ -225,6 +226,16 @@ TEST(Sheet, LeavesTheFocusBelowEvenIfNothingHadIt) {
     QTimer::singleShot(0, [&] { box.leave(1); });
     EXPECT_EQ(box.run(), 1);
     EXPECT_EQ(QApplication::focusWidget(), &window);
+}
+
+// The caption of the marked button is bold; it was cut at both ends.
+TEST(MessageBox, HasRoomForEveryCaptionInBold) {
+    ui::MessageBox box(nullptr, "?", common::Icon::none);
+    box.offer("موافقة المشرف على هذا العمل");
+    const auto* offer = box.findChild<QPushButton*>("message_offer");
+    QFont bold = offer->font();
+    bold.setBold(true);
+    EXPECT_GE(offer->minimumWidth(), QFontMetrics(bold).horizontalAdvance(offer->text()) + 2 * ui::px(16));
 }
 
 // A large shop is copied before its update; the window cannot be left before that.

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
@@ -106,7 +107,11 @@ QPushButton* MessageBox::button(const QString& caption, const char* name, int re
     // The button that Enter presses is drawn filled.
     set_role(made, "answer");
     made->setAutoDefault(true);
-    made->setMinimumSize(px(130), px(48));
+    // Its caption is bold while it is the marked one.
+    made->ensurePolished();
+    QFont bold = made->font();
+    bold.setBold(true);
+    made->setMinimumSize(std::max(px(130), QFontMetrics(bold).horizontalAdvance(caption) + px(34)), px(48));
     connect(made, &QPushButton::clicked, this, [this, result] { leave(result); });
     answers_->addWidget(made);
     return made;
