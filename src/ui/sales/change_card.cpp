@@ -5,6 +5,7 @@
 
 #include "sales/sales_desk.h"
 #include "ui/widgets/fields.h"
+#include "ui/widgets/pad.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
 
@@ -19,6 +20,7 @@ constexpr double figure_size = 56;  // as in the style sheet
 ChangeCard::ChangeCard(QWidget* parent) : QFrame(parent) {
     setObjectName("change_card");
     set_role(this, "change");
+    setProperty(read_property, true);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(px(18), px(8), px(18), px(8));
     row->setSpacing(px(18));

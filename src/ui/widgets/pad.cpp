@@ -176,14 +176,18 @@ void Pad::make_way_for(const QWidget* field) {
     if (qobject_cast<const QComboBox*>(field->parentWidget()) != nullptr) field = field->parentWidget();
     const QRect typed_into = place_of_typing(field);
     raise();
-    if (top == front_ && !geometry().intersects(typed_into)) return;
-    front_ = top;
     std::vector<QRect> pressed;
+    std::vector<QRect> read;
     for (const auto* widget : top->findChildren<QWidget*>()) {
         const bool acts = qobject_cast<const QAbstractButton*>(widget) != nullptr ||
                           qobject_cast<const QLineEdit*>(widget) != nullptr;
-        if (acts && widget->isVisible() && !isAncestorOf(widget)) pressed.push_back(place_in_window(widget));
+        if (!widget->isVisible() || isAncestorOf(widget)) continue;
+        if (acts) pressed.push_back(place_in_window(widget));
+        if (widget->property(read_property).toBool()) read.push_back(place_in_window(widget));
     }
+    const auto is_covered = [this](const QRect& one) { return geometry().intersects(one); };
+    if (top == front_ && !is_covered(typed_into) && std::ranges::none_of(read, is_covered)) return;
+    front_ = top;
     constexpr int steps = 16;
     const QRect room = parentWidget()->contentsRect();
     const QSize spare = room.size() - size();
@@ -194,8 +198,11 @@ void Pad::make_way_for(const QWidget* field) {
             const QRect here(
                 room.topLeft() + QPoint(spare.width() * along / steps, spare.height() * down / steps),
                 size());
-            constexpr qint64 never = 1000;
+            constexpr qint64 never = 1'000'000;
+            constexpr qint64 hardly = 100;
             qint64 cost = never * common_area(here, typed_into);
+            for (const QRect& one : read)
+                cost += hardly * common_area(here, one);
             for (const QRect& one : pressed)
                 cost += common_area(here, one);
             if (cost >= least) continue;

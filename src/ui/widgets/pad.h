@@ -8,6 +8,9 @@ class QGridLayout;
 
 namespace ui {
 
+// On a widget to be read from afar, as the change: a pad covers it only if the field leaves no other place.
+inline constexpr auto read_property = "read";
+
 class Pad : public QFrame {
     Q_OBJECT
   public:
@@ -16,8 +19,8 @@ class Pad : public QFrame {
 
     // Shows it anew, with the figures.
     void begin();
-    // Moves to where the pad covers nothing of the field and as little as can be of what can be pressed.
-    // Stays where it is if that will do for the field, unless another screen came to the front.
+    // Moves to where the pad covers nothing of the field and as little as can be of what is to be read, then
+    // of what can be pressed. Stays where it is if that will do, unless another screen came to the front.
     void make_way_for(const QWidget* field);
 
   private:
