@@ -97,8 +97,11 @@ class SettingsCheck {
         } else {
             add(Verdict::good, "store", std::to_string(store));
         }
-        const std::int64_t drawers = count(Sql("select count(*) from cash where stcode = ") + store);
-        if (drawers == 0) {
+        std::string drawers;
+        for (const auto& row :
+             connection_.query(Sql("select code from cash where stcode = ") + store + " order by code"))
+            drawers += (drawers.empty() ? "" : ", ") + std::to_string(row.integer("code"));
+        if (drawers.empty()) {
             add(Verdict::wrong, "drawer",
                 "store " + std::to_string(store) +
                     " has no drawer; add a row to the table cash, or nobody can sign in");
@@ -113,7 +116,9 @@ class SettingsCheck {
                     ") does not exist; cash of closed shifts would be moved to nowhere");
         }
         if (findings_.size() == before + 1) {
-            add(Verdict::good, "drawer", std::to_string(drawers) + " in store " + std::to_string(store));
+            add(Verdict::good, "drawer",
+                drawers + " in store " + std::to_string(store) +
+                    "; a till needs one of these as its cash point");
         }
     }
 

@@ -43,6 +43,8 @@ TEST(Check, NamesWhatIsWrongWithTheShop) {
     } cases[] = {
         {"update basic set st_d = 9", "store (st_d) is 9"},
         {"delete from cash", "no drawer"},
+        {"insert into cash (code,[name],stcode,copen,salary1) values (2,'x',1,0,0)",
+         "ok     drawer: 1, 2 in store 1; ", 0},
         {"update basic set mcash = 7", "main drawer (mst 1, mcash 7)"},
         {"update basic set max_dis = 110", "max_dis is 110"},
         {"update basic set cr_v = 'older'", "last used by version \"older\""},
