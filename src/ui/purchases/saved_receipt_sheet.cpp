@@ -5,11 +5,11 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <set>
 #include <tuple>
 
 #include "accounts/parties.h"
 #include "database/choices.h"
+#include "goods/item_list.h"
 #include "goods/labels.h"
 #include "purchases/messages.h"
 #include "signin/permissions.h"
@@ -107,14 +107,10 @@ printing::Report SavedReceiptSheet::paper() const {
 
 void SavedReceiptSheet::print_labels() {
     guarded(context_.services, "Labels", [&] {
-        std::vector<printing::Label> labels;
-        std::set<std::int64_t> items;
-        for (const purchases::Line& line : receipt_.lines) {
-            if (!items.insert(line.item).second) continue;
-            for (printing::Label& made : goods::label_of(context_.connection, line.item, std::nullopt))
-                labels.push_back(std::move(made));
-        }
-        LabelSheet(this, context_, std::move(labels)).run();
+        goods::ItemFilter items;
+        for (const purchases::Line& line : receipt_.lines)
+            items.marked.insert(line.item);
+        LabelSheet(this, context_, goods::labels_of(context_.connection, items)).run();
     });
 }
 
