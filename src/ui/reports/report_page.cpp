@@ -56,6 +56,8 @@ QWidget* ReportPage::build_choices() {
     FieldGrid grid(6, 0);
     grid.layout()->setHorizontalSpacing(px(8));
     form_.add(reports::desk_form(), grid);
+    form_.list("report_kind")->setMinimumContentsLength(16);  // the longest name of a report
+    form_.list("report_store")->setMinimumContentsLength(7);
     row->addLayout(grid.layout(), 1);
     auto* show = new QPushButton("عر&ض");
     show->setObjectName("report_show");
@@ -76,6 +78,7 @@ QWidget* ReportPage::build_foot() {
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(px(10));
     note_ = label({}, "side", "report_note");
+    note_->setWordWrap(true);  // the name of a saved file is long
     row->addWidget(note_, 1);
     const auto button = [&](const char* name, const QString& caption, std::function<void()> action) {
         QPushButton* made = foot_button(row, name, caption, 0, std::move(action));

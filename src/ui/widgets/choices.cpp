@@ -30,6 +30,13 @@ class ChoiceList : public QComboBox {
   public:
     using QComboBox::QComboBox;
 
+    // A short list shows its names whole, also below a narrow field.
+    void showPopup() override {
+        constexpr int short_list = 100;  // measuring a long one takes time
+        if (count() <= short_list) view()->setMinimumWidth(view()->sizeHintForColumn(0) + px(24));
+        QComboBox::showPopup();
+    }
+
   protected:
     // Typing replaces the name that is shown.
     void focusInEvent(QFocusEvent* event) override {
