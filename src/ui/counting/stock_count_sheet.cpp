@@ -37,8 +37,9 @@ constexpr int most_lines = 200;
 constexpr std::string_view ask_book = "ترحيل فروق هذا الجرد إلى أرصدة المخزن؟ الجرد المرحل لا يتغير.";
 // "Give this stock-taking up? What was counted changes nothing then."
 constexpr std::string_view ask_give_up = "إلغاء هذا الجرد؟ لن يغير ما عد شيئا في الأرصدة.";
-// "Goods that nobody counted: … What is their stock?"
+// "Goods that nobody counted: … Does their stock become zero, or stay as it is?"
 constexpr std::string_view not_counted = "أصناف لها رصيد ولم تعد: ";
+constexpr std::string_view ask_not_counted = "\nهل يصبح رصيدها صفرا أم يبقى كما هو؟";
 constexpr common::Choices missing_choices = {"صفر", "كما هو"};  // 0, as it is
 // "Of … items goods moved between their lines: count them again, or book as it is."
 constexpr auto moved = "تحرك رصيدها بين سطور عدها: ";
@@ -265,6 +266,7 @@ std::optional<bool> StockCountSheet::ask_missing() {
     for (std::size_t i = 0; i < std::min<std::size_t>(left.size(), 5); ++i)
         text += "\n" + left[i].name + " " + quantity_text(left[i].stock);
     if (left.size() > 5) text += "\n…";
+    text += ask_not_counted;
     const auto answer = context_.services.prompts.choose(text, missing_choices, common::Icon::exclamation);
     if (answer == common::Answer::closed) return std::nullopt;
     return answer == common::Answer::yes;

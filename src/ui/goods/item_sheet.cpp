@@ -99,7 +99,7 @@ QWidget* ItemSheet::build_prices() {
             connect(field, &QLineEdit::editingFinished, this, [this, unit, level] { follow(unit, level); });
         }
     }
-    auto* hint = label("السعر الخالي يحسب من سعر الوحدة قطاعي عند الحفظ", "side", "item_prices_hint");
+    auto* hint = label("السعر الخالي يحسب من سعر القطاعي عند الحفظ", "side", "item_prices_hint");
     hint->setWordWrap(true);
     grid->addWidget(hint, goods::units + 1, 0, 1, goods::price_levels + 1);
     grid->setRowStretch(goods::units + 2, 1);

@@ -27,7 +27,7 @@ namespace {
 constexpr std::size_t most_shown = 5000;
 // Saved. Print shelf labels with the new retail prices?
 constexpr std::string_view ask_labels =
-    "تم حفظ الأسعار. هل تطبع ملصقات جديدة للأصناف التي تغير سعرها قطاعي ؟";
+    "تم حفظ الأسعار. هل تطبع ملصقات جديدة للأصناف التي تغير سعر القطاعي لها؟";
 // Nobody prints more at one go.
 constexpr std::size_t most_labels = 1000;
 // Item, name, which price, from, to, difference, warning.

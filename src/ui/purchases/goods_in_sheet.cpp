@@ -155,7 +155,7 @@ QWidget* GoodsInSheet::build_margin() {
     row->setSpacing(px(8));
     percent_ = new AmountField("margin_percent");
     percent_->setFixedSize(px(80), px(least_target));
-    auto* caption = label("&هامش الربح %", "side");
+    auto* caption = label("&هامش على التكلفة %", "side");
     caption->setBuddy(percent_);
     row->addWidget(caption);
     row->addWidget(percent_);
