@@ -27,7 +27,8 @@ struct ImportOptions {
 
 void list_columns(Tool& tool) {
     for (const goods::ItemColumn& column : goods::item_columns()) {
-        tool.out << column.name << std::string(16 - column.name.size(), ' ') << column.meaning << '\n';
+        tool.out << column.name << std::string(16 - column.name.size(), ' ') << column.meaning << " ("
+                 << column.arabic << ")\n";
     }
 }
 

@@ -69,4 +69,11 @@ std::string from_code_page_1256(std::string_view bytes) {
     return utf8(out);
 }
 
+std::string from_utf8_or_1256(std::string_view bytes) {
+    constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+    if (bytes.starts_with(byte_order_mark)) bytes.remove_prefix(byte_order_mark.size());
+    const bool is_utf8 = utf8(code_points(bytes)) == bytes;
+    return is_utf8 ? std::string(bytes) : from_code_page_1256(bytes);
+}
+
 }  // namespace common

@@ -64,6 +64,13 @@ std::optional<Words> fault_of(const std::string& barcode) {
     return Words{named + " has a wrong check digit", barcode + " : رقم المراجعة في آخر الباركود غير صحيح"};
 }
 
+// A heading says الكود or كود.
+std::string_view without_article(std::string_view heading) {
+    constexpr std::string_view article = "ال";
+    if (heading.starts_with(article)) heading.remove_prefix(article.size());
+    return heading;
+}
+
 class Reader {
   public:
     Reader(std::string_view csv, const KnownGoods& known, const std::function<void(std::size_t)>& reached)
@@ -137,11 +144,15 @@ class Reader {
         }
         for (std::string& name : header_) {
             name = common::lower_ascii(common::trim(name));
-            const bool known = std::any_of(item_columns().begin(), item_columns().end(),
-                                           [&](const ItemColumn& column) { return column.name == name; });
-            if (!known)
+            const auto known =
+                std::find_if(item_columns().begin(), item_columns().end(), [&](const ItemColumn& column) {
+                    return column.name == name || without_article(column.arabic) == without_article(name);
+                });
+            if (known != item_columns().end())
+                name = known->name;
+            else
                 problem(1, {"\"" + name + "\" is no column of an items file (see --columns)",
-                            "\"" + name + "\" ليس من أعمدة ملف الأصناف"});
+                            "\"" + name + "\" ليس من أعمدة ملف الأصناف، مثل كود والاسم وقطاعي"});
             if (std::count(header_.begin(), header_.end(), name) > 1) {
                 problem(1, {"the column \"" + name + "\" is there twice", "العمود " + name + " مكرر"});
                 return false;

@@ -73,14 +73,16 @@ struct ItemFile {
 struct ItemColumn {
     std::string_view name;
     std::string_view meaning;
+    std::string_view arabic;  // another name for it, as the office's lists head it
 };
 // The columns that an items file may have, in the order of the help; "code" is needed, for new items also
 // "name" and "price12".
 const std::vector<ItemColumn>& item_columns();
 
-// Reads a whole file. Its first line names the columns in any order; cells are separated by comma, semicolon
-// or tab. A missing price of level 3 to 5 is the retail price (level 2); a missing price of the pack or the
-// carton is the unit's price times the units in it. Reports the number of bytes read to `reached`.
+// Reads a whole file. Its first line names the columns in any order, each by either of its names (with or
+// without ال); cells are separated by comma, semicolon or tab. A missing price of level 3 to 5 is the retail
+// price (level 2); a missing price of the pack or the carton is the unit's price times the units in it.
+// Reports the number of bytes read to `reached`.
 ItemFile read_items(std::string_view csv, const KnownGoods& known,
                     const std::function<void(std::size_t)>& reached = {});
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "common/code_page.h"
 #include "common/denominations.h"
 #include "common/files.h"
 #include "common/named_values.h"
@@ -294,6 +295,8 @@ std::optional<Refusal> FirstStart::read_items(const common::Moment& now) {
     std::string csv;
     try {
         csv = common::read_file(folder_ / file);
+        // A UTF-16 file is left to the import, which says how to save it.
+        if (!csv.starts_with("\xFF\xFE")) csv = common::from_utf8_or_1256(csv);
     } catch (const std::system_error&) {
         return Refusal(field, std::string(message::no_such_file) + file);
     }

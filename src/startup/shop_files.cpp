@@ -56,14 +56,6 @@ std::string_view first_line(std::string_view text) {
     return line;
 }
 
-// The text of a file that a program on another system may have written.
-std::string decoded(std::string_view bytes) {
-    constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
-    if (bytes.starts_with(byte_order_mark)) bytes.remove_prefix(byte_order_mark.size());
-    const bool is_utf8 = common::utf8(common::code_points(bytes)) == bytes;
-    return is_utf8 ? std::string(bytes) : common::from_code_page_1256(bytes);
-}
-
 std::string padded(std::string_view text, std::size_t width) {
     std::string bytes = common::to_code_page_1256(text);
     bytes.resize(width, ' ');
@@ -132,7 +124,7 @@ void write_server_address(const fs::path& folder, std::string_view address) {
 
 std::string read_version_file(const fs::path& folder) {
     const fs::path file = file_in(folder, version_file_name);
-    const std::string text = decoded(read_whole(file));
+    const std::string text = common::from_utf8_or_1256(read_whole(file));
     const std::string version(common::trim(first_line(text)));
     const std::size_t length = common::code_points(version).size();
     if (length == 0 || length > version_record_length) {
@@ -156,7 +148,7 @@ CreditLines read_credit_file(const fs::path& folder) {
     CreditLines lines;
     const auto file = find_file(folder, credit_file_name);
     if (!file) return lines;
-    const std::string text = decoded(read_whole(*file));
+    const std::string text = common::from_utf8_or_1256(read_whole(*file));
     std::string_view rest = text;
     for (std::string& line : lines) {
         line = first_line(rest);

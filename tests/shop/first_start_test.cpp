@@ -6,6 +6,7 @@
 
 #include <fstream>
 
+#include "common/code_page.h"
 #include "shop/place.h"
 #include "shop/refused.h"
 #include "startup/shop_files.h"
@@ -47,7 +48,9 @@ TEST_F(Start, ItemsOfAFileComeWithTheShop) {
     EXPECT_THAT(refusal->text, HasSubstr("\n2: "));
     EXPECT_FALSE(fs::exists(folder));
 
-    write_items("code;name;price12;stock\n1;شاي العروسة;10.50;5\n2;سكر 'أبيض';31;7.5\n");
+    // As a spreadsheet of an Arabic Windows saves it, with the headings of an owner.
+    write_items(
+        common::to_code_page_1256("الكود;الاسم;قطاعي;رصيد\n1;شاي العروسة;10.50;5\n2;سكر 'أبيض';31;7.5\n"));
     ASSERT_FALSE(start.read_items(now));
     start.make(now);
     EXPECT_TRUE(shop::has_shop(folder));

@@ -62,7 +62,7 @@ FirstStartWindow::FirstStartWindow(const std::filesystem::path& folder, const co
     column()->addWidget(explanation_);
     column()->addWidget(rule());
     steps_ = new QStackedWidget;
-    steps_->setMinimumHeight(px(424));
+    steps_->setMinimumHeight(px(404));
     column()->addWidget(steps_);
     auto* foot = new QHBoxLayout;
     foot->setSpacing(px(10));
@@ -150,7 +150,7 @@ void FirstStartWindow::build_items(QWidget* page) {
     row->addWidget(items_said_, 1);
     column->addLayout(row);
     items_ = new ListTable("first_items", import_headings(), import_stretched);
-    items_->say_when_empty("اختر ملفا ثم اقرأه: يعرض هنا ما سيضاف وما يرفض قبل إنشاء المحل");
+    items_->say_when_empty("اختر ملفا ثم اقرأه. أول سطر فيه أسماء الأعمدة، مثل كود والاسم وقطاعي");
     column->addWidget(items_, 1);
 }
 
@@ -187,10 +187,10 @@ QWidget* FirstStartWindow::build_end() {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(px(14));
     // The till sells at once; sign in here as the owner; add items, prices, suppliers; rights; copies.
-    for (const char* line : {"١ · الكاشير جاهز للبيع: افتح برنامج الكاشير واختر اسم الكاشير وافتح الوردية.",
-                             "٢ · ادخل المكتب باسم صاحب المحل لإضافة الأصناف والموردين وتعديل الأسعار.",
-                             "٣ · من صفحة المستخدمين حدد ما يسمح به لكل كاشير.",
-                             "٤ · من صفحة الإعدادات حدد مجلدا على قرص آخر تحفظ فيه نسخة من المحل كل يوم."}) {
+    for (const char* line : {"1 · الكاشير جاهز للبيع: افتح برنامج الكاشير واختر اسم الكاشير وافتح الوردية.",
+                             "2 · ادخل المكتب باسم صاحب المحل لإضافة الأصناف والموردين وتعديل الأسعار.",
+                             "3 · من صفحة المستخدمين حدد ما يسمح به لكل كاشير.",
+                             "4 · من صفحة الإعدادات حدد مجلدا على قرص آخر تحفظ فيه نسخة من المحل كل يوم."}) {
         QLabel* text = label(line, "plain");
         text->setWordWrap(true);
         column->addWidget(text);
