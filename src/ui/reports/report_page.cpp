@@ -56,8 +56,9 @@ QWidget* ReportPage::build_choices() {
     FieldGrid grid(6, 0);
     grid.layout()->setHorizontalSpacing(px(8));
     form_.add(reports::desk_form(), grid);
-    form_.list("report_kind")->setMinimumContentsLength(16);  // the longest name of a report
-    form_.list("report_store")->setMinimumContentsLength(7);
+    // The name of a report stands whole, also on a screen 1024 wide.
+    form_.list("report_kind")->setMinimumWidth(px(210));
+    form_.list("report_store")->setMinimumWidth(px(115));
     row->addLayout(grid.layout(), 1);
     auto* show = new QPushButton("عر&ض");
     show->setObjectName("report_show");

@@ -85,6 +85,8 @@ SignInWindow::SignInWindow(const Context& context, bool offers_training)
 
     fill();
     lead_on(user_, password_);
+    // A password that was typed for one user is not sent for another.
+    connect(user_, &QComboBox::currentIndexChanged, password_, &QLineEdit::clear);
     connect(password_, &QLineEdit::returnPressed, this, &SignInWindow::confirm);
     qApp->installEventFilter(this);
     auto* watch = new QTimer(this);
