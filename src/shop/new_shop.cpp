@@ -97,8 +97,12 @@ class Filler {
                      {"salary1", 0.0}});
         add_row(connection_, "select * from worker", {{"work_code", one}, {"work_name", string("بائع")}});
         add_user({wanted_.administrator, wanted_.password}, one, "all");
-        for (std::size_t i = 0; i < wanted_.cashiers.size(); ++i)
-            add_user(wanted_.cashiers[i], static_cast<std::int64_t>(i) + 2, cashier_actions);
+        // A cashier also stands among the workers, who open shifts.
+        std::int64_t next = 2;
+        for (const Person& cashier : wanted_.cashiers) {
+            add_row(connection_, "select * from worker", {{"work_code", next}, {"work_name", cashier.name}});
+            add_user(cashier, next++, cashier_actions);
+        }
     }
 
     void add_user(const Person& person, std::int64_t code, std::string_view actions) {
