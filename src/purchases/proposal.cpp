@@ -11,6 +11,7 @@
 #include "database/choices.h"
 #include "purchases/messages.h"
 #include "purchases/suppliers.h"
+#include "reports/line_sums.h"
 #include "sales/items.h"
 #include "sales/line_editing.h"
 
@@ -18,7 +19,6 @@ namespace purchases {
 
 using common::FieldKind;
 using common::Refusal;
-using database::quoted;
 using database::Row;
 using database::Sql;
 
@@ -76,21 +76,17 @@ std::optional<Refusal> Proposal::show() {
     for (const Row& row :
          connection_.query(Sql("select icode,sum(quan) as held from stk") + in_store + " group by icode"))
         stock[row.integer("icode")] = row.number("held");
-    std::unordered_map<std::int64_t, double> sold;
-    Sql moved =
-        Sql("select icode,sum(case when ctype = 0 or ctype = 1 then quan1 else 0 - quan1 end) as quantity "
-            "from saledata where [date] > ") +
-        quoted(common::add_days(today, -*weeks * days_in_week)) + " and [date] <= " + quoted(today);
-    if (store != 0) moved += Sql(" and stcode = ") + store;
-    for (const Row& row : connection_.query(moved + " group by icode"))
-        sold[row.integer("icode")] = row.number("quantity");
+    const auto sold = reports::moved_quantities(
+        connection_, {common::add_days(today, 1 - *weeks * days_in_week), today, store});
 
     lines_.clear();
     for (const Row& item : connection_.query("select * from items where isnull(stop,0) = 0 and "
                                              "isnull(sale_only,0) = 0")) {
         const std::int64_t code = item.integer("code");
         const auto source = sources.find(code);
-        add_line(item, sold[code], stock[code], source == sources.end() ? nullptr : &source->second);
+        const auto moved = sold.find(code);
+        add_line(item, moved == sold.end() ? 0 : moved->second, stock[code],
+                 source == sources.end() ? nullptr : &source->second);
     }
     std::ranges::sort(lines_, {}, [](const ProposedLine& line) {
         return std::tuple(line.supplier == 0, line.supplier_name, line.name, line.item);

@@ -96,6 +96,16 @@ void add_lines(database::Connection& connection, const Period& period, SumsByIte
     spread_discounts(connection, period, sums);
 }
 
+std::unordered_map<std::int64_t, double> moved_quantities(database::Connection& connection,
+                                                          const Period& period) {
+    std::unordered_map<std::int64_t, double> moved;
+    for (const Row& row : connection.query(
+             Sql("select icode, sum(") + moved_quantity() + ") as quantity from saledata where " +
+             in_period("[date]", "stcode", period) + " and icode is not null group by icode"))
+        moved[row.integer("icode")] = row.number("quantity");
+    return moved;
+}
+
 void add_costs(database::Connection& connection, CostKey key, const Period& period, const goods::Costs& costs,
                CostByKey& by_key) {
     if (key == CostKey::day)
