@@ -2,10 +2,7 @@
 # others, so that a wrong include does not compile.
 
 add_library(tallvex_flags INTERFACE)
-if(NOT TALLVEX_UNITY)  # a name of another file of the batch is not hidden
-    set(shadowed -Wshadow)
-endif()
-target_compile_options(tallvex_flags INTERFACE -fpch-preprocess -Wall -Wextra -Wpedantic ${shadowed} -Wconversion)
+target_compile_options(tallvex_flags INTERFACE -fpch-preprocess -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 # GCC 12 warns of overlapping copies in "text" + std::string where there are none (its bug 105651), at -O2 only. In
 # some builds it shows the same bug as other warnings, and takes the text of a std::variant for uninitialised.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
@@ -45,9 +42,6 @@ function(tallvex_library)
     add_library(${name} ${sources})
     target_include_directories(${name} PUBLIC "${include}")
     target_link_libraries(${name} PUBLIC ${LIBRARY_DEPENDS} PRIVATE tallvex_flags)
-    if(TALLVEX_UNITY)
-        set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
-    endif()
     # Reading the standard library's headers takes longer than compiling what most files hold. (The libraries of Qt
     # have other flags and precompile its headers; `common` makes these.)
     if(TALLVEX_SHARED_HEADERS AND NOT name MATCHES "^(common|admin|audit|play|printing_pages|ui|ui_.*)$")

@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view ending = ".backup";
+constexpr std::string_view copy_ending = ".backup";
 // Notes in till_setting, beside the settings.
 constexpr std::string_view made_note = "backup_made";
 constexpr std::string_view failed_note = "backup_failed";
@@ -24,8 +24,8 @@ constexpr std::size_t longest_note = 200;
 // The day in a copy's name.
 std::optional<common::Date> day_of(std::string_view name, std::string_view prefix) {
     constexpr std::string_view form = "20261121-104200";
-    if (!name.starts_with(prefix) || !name.ends_with(ending) ||
-        name.size() != prefix.size() + form.size() + ending.size())
+    if (!name.starts_with(prefix) || !name.ends_with(copy_ending) ||
+        name.size() != prefix.size() + form.size() + copy_ending.size())
         return std::nullopt;
     const std::string digits(name.substr(prefix.size(), 8));
     return common::read_date(digits.substr(0, 4) + "/" + digits.substr(4, 2) + "/" + digits.substr(6, 2));
@@ -39,7 +39,8 @@ void thin_out(const fs::path& folder) {
         const std::string name = entry->path().filename();
         // A copy that was cut off, and is not one that another till is making now.
         constexpr auto long_ago = std::chrono::hours(6);
-        if (name.starts_with(automatic_prefix) && name.find(std::string(ending) + ".making") != name.npos &&
+        if (name.starts_with(automatic_prefix) &&
+            name.find(std::string(copy_ending) + ".making") != name.npos &&
             fs::last_write_time(entry->path(), ignored) < fs::file_time_type::clock::now() - long_ago) {
             fs::remove(entry->path(), ignored);
         } else {
@@ -57,7 +58,7 @@ std::string name_at(std::string_view prefix, const common::Moment& moment) {
     std::erase(text, '/');
     std::erase(text, ':');
     std::replace(text.begin(), text.end(), ' ', '-');
-    return std::string(prefix) + text + std::string(ending);
+    return std::string(prefix) + text + std::string(copy_ending);
 }
 
 std::vector<std::string> superfluous(std::vector<std::string> names, std::string_view prefix) {

@@ -10,8 +10,8 @@ namespace common {
 
 namespace {
 
-constexpr int exact_decimals = 7;  // of a quantity with three times a price with four
-constexpr double scale = 1e7;      // the same
+constexpr int exact_decimals = 7;    // of a quantity with three times a price with four
+constexpr double exact_scale = 1e7;  // the same
 
 // The hundredths of a number that is small enough to be scaled without an error that matters; nothing if its
 // seventh decimal is in doubt all the same.
@@ -19,7 +19,7 @@ std::optional<std::int64_t> hundredths_of(double computed) {
     constexpr double small = 1e6;
     constexpr double doubt = 0.01;
     constexpr std::int64_t of_a_hundredth = 100'000;
-    const double scaled = std::abs(computed) * scale;
+    const double scaled = std::abs(computed) * exact_scale;
     const double whole = std::floor(scaled);
     if (!(std::abs(computed) < small) || std::abs(scaled - whole - 0.5) < doubt) return std::nullopt;
     const std::int64_t rounded = static_cast<std::int64_t>(whole) + (scaled - whole > 0.5 ? 1 : 0);

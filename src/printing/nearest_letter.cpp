@@ -13,7 +13,7 @@ struct Nearest {
 };
 
 // In the order of the characters' codes.
-constexpr std::array nearest = {
+constexpr std::array letters_shown = {
     Nearest{U'À', U"A"},       Nearest{U'Â', U"A"},       Nearest{U'Ä', U"A"},
     Nearest{U'Ç', U"C"},       Nearest{U'È', U"E"},       Nearest{U'É', U"E"},
     Nearest{U'Ê', U"E"},       Nearest{U'Ë', U"E"},       Nearest{U'Î', U"I"},
@@ -37,16 +37,17 @@ constexpr std::array nearest = {
     Nearest{U'\uFEF7', U"لأ"}, Nearest{U'\uFEF8', U"لأ"}, Nearest{U'\uFEF9', U"لإ"},
     Nearest{U'\uFEFA', U"لإ"}, Nearest{U'\uFEFB', U"لا"}, Nearest{U'\uFEFC', U"لا"},
 };
-static_assert(std::is_sorted(nearest.begin(), nearest.end(),
+static_assert(std::is_sorted(letters_shown.begin(), letters_shown.end(),
                              [](const Nearest& a, const Nearest& b) { return a.character < b.character; }));
 
 }  // namespace
 
 std::u32string_view nearest_letters(char32_t character) {
     const auto found =
-        std::lower_bound(nearest.begin(), nearest.end(), character,
+        std::lower_bound(letters_shown.begin(), letters_shown.end(), character,
                          [](const Nearest& entry, char32_t wanted) { return entry.character < wanted; });
-    return found != nearest.end() && found->character == character ? found->letters : std::u32string_view();
+    return found != letters_shown.end() && found->character == character ? found->letters
+                                                                         : std::u32string_view();
 }
 
 }  // namespace printing

@@ -38,7 +38,7 @@ constexpr FieldDescription note_field(std::string_view column, common::FieldPlac
     return {.name = "list_note", .caption = "مل&احظات", .place = place, .column = column};
 }
 
-constexpr FieldDescription names[] = {name_field("name", 2)};
+constexpr FieldDescription only_a_name[] = {name_field("name", 2)};
 
 constexpr FieldDescription fields_of_drawers[] = {
     name_field("name"),
@@ -179,7 +179,7 @@ const ListDescription descriptions[] = {
      .row = "select * from stocks where code = ",
      .highest = "select max(code) from stocks",
      .erase = "delete from stocks where code = ",
-     .fields = names,
+     .fields = only_a_name,
      .references = store_references,
      .added = database::add_store_columns},
     {.name = "drawers",
@@ -228,7 +228,7 @@ const ListDescription descriptions[] = {
      .row = "select * from mainx where code = ",
      .highest = "select max(code) from mainx",
      .erase = "delete from mainx where code = ",
-     .fields = names,
+     .fields = only_a_name,
      .references = heading_references},
     {.name = "sub_headings",
      .caption = "المصروفات الفرعية",
@@ -254,7 +254,7 @@ const ListDescription descriptions[] = {
      .row = "select * from item_types where code = ",
      .highest = "select max(code) from item_types",
      .erase = "delete from item_types where code = ",
-     .fields = names,
+     .fields = only_a_name,
      .references = group_references},
     {.name = "makers",
      .caption = "الشركات المنتجة",
@@ -265,7 +265,7 @@ const ListDescription descriptions[] = {
      .row = "select * from makers where code = ",
      .highest = "select max(code) from makers",
      .erase = "delete from makers where code = ",
-     .fields = names,
+     .fields = only_a_name,
      .references = maker_references},
     {.name = "classes",
      .caption = "فئات السعر",
@@ -276,7 +276,7 @@ const ListDescription descriptions[] = {
      .row = "select * from cust_typ where code = ",
      .highest = "select max(code) from cust_typ",
      .erase = "delete from cust_typ where code = ",
-     .fields = names,
+     .fields = only_a_name,
      .references = class_references},
     {.name = "periods",
      .caption = "فترات العروض",

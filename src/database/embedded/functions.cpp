@@ -186,7 +186,7 @@ void like(const Call& call) {
     call.give(std::int64_t{is_like(lower_text(call.text(0)), kept_argument<Pattern>(call, 1).lower)});
 }
 
-constexpr Function texts[] = {
+constexpr Function text_functions[] = {
     {"ts_len", 1, length},          {"ts_upper", 1, upper},         {"ts_lower", 1, lower},
     {"ts_left", 2, left},           {"ts_right", 2, right},         {"ts_substring", 3, substring},
     {"ts_charindex", 2, charindex}, {"ts_charindex", 3, charindex}, {"ts_replace", 3, replace},
@@ -290,7 +290,7 @@ void numeric(const Call& call) {
     call.give(std::int64_t{is_numeric(call.text(0))});
 }
 
-constexpr Function numbers[] = {
+constexpr Function numeric_functions[] = {
     {"ts_round", 2, round_number}, {"ts_round", 3, round_number}, {"ts_div", 2, divide},
     {"ts_mod", 2, modulo},         {"ts_isnumeric", 1, numeric},
 };
@@ -304,8 +304,8 @@ void register_functions(sqlite3* engine) {
     }
     register_conversions(engine);
     register_name_search(engine);
-    register_all(engine, texts, std::size(texts));
-    register_all(engine, numbers, std::size(numbers));
+    register_all(engine, text_functions, std::size(text_functions));
+    register_all(engine, numeric_functions, std::size(numeric_functions));
 }
 
 }  // namespace database::embedded

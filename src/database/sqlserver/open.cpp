@@ -116,10 +116,9 @@ struct FoundServer {
 
 // Throws Error 08001 if the server's address is not found within the time.
 FoundServer find_server(const std::string& connection_string, std::chrono::milliseconds within) {
-    using Clock = std::chrono::steady_clock;
-    const auto end = Clock::now() + within;
+    const auto end = std::chrono::steady_clock::now() + within;
     const auto left = [end] {
-        return std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
+        return std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
     };
     const DataSource source = parse_data_source(connection_part(connection_string, "Data Source"));
     FoundServer server{source.host, source.port.value_or(default_port), nullptr};

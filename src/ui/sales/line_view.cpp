@@ -118,9 +118,9 @@ qsizetype fitting(const QString& text, const QFontMetrics& metrics, int width) {
     return taken < 0 ? text.size() : taken;
 }
 
-constexpr double smallest = 9;  // pixels of the 1366×768 screen
-constexpr double before = 4;    // blank beside a figure
-constexpr double behind = 10;
+constexpr double smallest = 9;      // pixels of the 1366×768 screen
+constexpr double blank_before = 4;  // beside a figure
+constexpr double blank_behind = 10;
 
 QFont fitted(QFont font, const QString& text, int width) {
     while (font.pixelSize() > px(smallest) && QFontMetrics(font).horizontalAdvance(text) > width)
@@ -161,8 +161,9 @@ class LineDelegate : public QStyledItemDelegate {
 QSize LineDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
     QFont font = option.font;
     font.setPixelSize(px(smallest));
-    return {QFontMetrics(font).horizontalAdvance(index.data().toString()) + px(before) + px(behind),
-            option.fontMetrics.height()};
+    return {
+        QFontMetrics(font).horizontalAdvance(index.data().toString()) + px(blank_before) + px(blank_behind),
+        option.fontMetrics.height()};
 }
 
 void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -180,7 +181,7 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                       background_.darker(108));
     const int column = LineModel::source_column(index.column());
     const QString text = index.data(Qt::DisplayRole).toString();
-    const QRect place = option.rect.adjusted(px(before), 0, -px(behind), 0);
+    const QRect place = option.rect.adjusted(px(blank_before), 0, -px(blank_behind), 0);
     const int right = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter;
     const bool narrow = view != nullptr && view->width() < px(880);
     const bool compact = view != nullptr && view->property(compact_property).toBool();
