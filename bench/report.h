@@ -56,8 +56,8 @@ struct Report {
     std::vector<Timing> timings;
     std::vector<Reading> readings;
     std::vector<ListTiming> lists;
-    std::vector<RequestTiming> requests;  // judged on every data set
-    std::vector<LoadTiming> loads;        // the same
+    std::vector<RequestTiming> requests;  // counts, so judged on every data set
+    std::vector<LoadTiming> loads;
     // Resident memory in MB by the number of sales.
     std::vector<std::pair<int, double>> memory;
     // The machine and the contents of the shops, one line each.
