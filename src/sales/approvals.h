@@ -1,5 +1,5 @@
-// What a supervisor allowed on a line or an invoice beyond the cashier's rights. It holds for what was done
-// by it and for nothing more, until the invoice is saved or given up.
+// What a supervisor allowed on a line or an invoice beyond the cashier's rights. An approval covers only what
+// was done with it, until the invoice is saved or given up.
 #pragma once
 
 #include <algorithm>
@@ -14,26 +14,26 @@ namespace sales {
 struct Approval {
     signin::Action action{};
     audit::Person approver;
-    // What was done by it: the price, the discount, the quantity below stock, the percent of an invoice's
-    // discount; nothing as long as nothing was.
+    // What it was used for: the price, the discount, the quantity below stock, or the percent of an invoice's
+    // discount. Nothing until it is used.
     std::optional<double> value = {};
-    std::optional<double> most = {};  // for this quantity at most, or total of the invoice; none for any
+    std::optional<double> most = {};  // up to this quantity or invoice total; none for no limit
 
     bool operator==(const Approval&) const = default;
 };
 using Approvals = std::vector<Approval>;
 
-// The approval of an action; null without one.
+// The approval of an action; null if there is none.
 inline const Approval* approval_of(const Approvals& approvals, signin::Action action) {
     const auto found = std::ranges::find(approvals, action, &Approval::action);
     return found == approvals.end() ? nullptr : &*found;
 }
-// Puts an approval in the place of an earlier one of the same action.
+// Adds an approval in place of an earlier one for the same action.
 inline void approve(Approvals& approvals, Approval approval) {
     std::erase_if(approvals, [&](const Approval& old) { return old.action == approval.action; });
     approvals.push_back(std::move(approval));
 }
-// Keeps what was done by an approval, if there is one that nothing was done by yet.
+// Records what an approval was used for, if there is one that is unused.
 inline void use_approval(Approvals& approvals, signin::Action action, double value,
                          std::optional<double> most) {
     const auto found = std::ranges::find(approvals, action, &Approval::action);
@@ -41,7 +41,7 @@ inline void use_approval(Approvals& approvals, signin::Action action, double val
     found->value = value;
     found->most = most;
 }
-// Ends the approvals that nothing was done by.
+// Drops the approvals that were not used.
 inline void drop_unused(Approvals& approvals) {
     std::erase_if(approvals, [](const Approval& approval) { return !approval.value; });
 }

@@ -16,7 +16,8 @@ namespace sales {
 
 namespace {
 
-// True of the lines that an offer or a saved receipt brought; entering a line checks it.
+// Returns true for lines that come from an offer or a saved receipt. Entered lines were checked when they
+// were entered.
 bool lacks_date_check(const Line& line) {
     return line.moves_stock() && !line.dates_checked;
 }
@@ -110,8 +111,8 @@ SaveOutcome Checkout::SaveInvoice() {
         } else if (invoice_.payment == PaymentOption::card) {
             taken.paid = invoice_.net();
         }
-        // Midnight may have passed while the money was counted. Date and time of an invoice are of the same
-        // moment: the time of one day under the date of another would count a day too early.
+        // Midnight may have passed while the money was counted. Date and time of an invoice come from the
+        // same moment; a time after midnight under the old date would count a day too early.
         take_day(server_date());
         const SaveOutcome outcome = saving_.save(invoice_, taken, state_.draft.mark());
         if (outcome == SaveOutcome::refused) return outcome;
@@ -153,7 +154,7 @@ bool Checkout::settle_all() {
         sale_.partly_saved.reset();
         if (settled == database::Settled::finished) after_save();
     }
-    // Settled by another program, and only its user knows how.
+    // Another program has settled the save, and only its user knows how.
     if (sale_.partly_saved && !screen_is_left) sale_.partly_saved->journal_id = 0;
     state_.may_have_unfinished = any_left;
     if (any && !sale_.shows_saved_receipt()) NextInvoiceNumber();
@@ -190,7 +191,7 @@ bool Checkout::open_drawer_by_key() {
     return true;
 }
 
-// Many shops have no drawer at the port, and so a missing one is no news. A port that must never be written
+// Many shops have no drawer at the port, so a missing one is not reported. A port that must never be written
 // to is.
 void Checkout::open_drawer_on(std::string_view port) {
     const common::PortFault fault =

@@ -32,7 +32,7 @@ constexpr int most_attempts = 100;
 
 constexpr std::int64_t highest_claim = 0x7fffffff;  // that its column holds
 
-// A clock that was set back makes a claim one of the future.
+// After a clock was set back, a claim may lie in the future.
 bool is_fresh(const Row& claim) {
     return std::abs(claim.integer("age")) <= oldest_claim;
 }
@@ -70,8 +70,8 @@ constexpr database::Fragment all_claims =
 
 }  // namespace
 
-// Runs commands in one journey. A till that may not create the table works without it: `commands` is asked
-// again then.
+// Runs commands in one round trip. A till that may not create the table works without it; `commands` is then
+// called again.
 template <typename Commands>
 Claims::Outcomes Claims::run(const Commands& commands) {
     try {
@@ -126,7 +126,7 @@ std::pair<Claims::Others, database::Result> Claims::read_with_claims(const Sql& 
     return {is_missing_ ? Others() : others_in(seen.front().result, invoice), std::move(seen.back().result)};
 }
 
-// Claims number_ and looks at what there is then. Returns false if another till was first.
+// Writes a claim on number_, then reads what else is there. Returns false if another till was first.
 bool Claims::write_and_look(const Invoice& invoice, Look& look) {
     try {
         const Outcomes seen = run([&] {
@@ -212,7 +212,7 @@ bool Claims::number_taken(const Invoice& invoice) {
                       " and pnum = " + invoice.number;
     const Outcomes seen = run([&] {
         if (is_missing_) return std::vector<database::Command>{saved};
-        // Of another till, if the claim here grew too old.
+        // Another till may have claimed the number if the claim here grew too old.
         return std::vector<database::Command>{
             saved + " union all select pnum from till_claim where series = " + number_of_series(invoice) +
             " and stcode = " + store_of_series(invoice) + " and pnum = " + invoice.number + " and claim <> " +

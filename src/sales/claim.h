@@ -43,7 +43,7 @@ class Claims {
     // Returns true if the number was saved or claimed elsewhere since: by a till that knows no claims, or
     // while the claim here grew too old.
     bool number_taken(const Invoice& invoice);
-    // Gives everything back. What an error leaves is given back by the next save.
+    // Gives everything back. If an error prevents that, the next save does it.
     void release() noexcept;
     // The statements that give everything back, to run with others; afterwards comes forget().
     std::vector<database::Command> removal() const;
@@ -64,7 +64,7 @@ class Claims {
     template <typename Commands>
     Outcomes run(const Commands& commands);
     Others others_in(const database::Result& claims, const Invoice& invoice);
-    // The claims of others and, in the same journey after them, what a statement gives.
+    // The claims of others and, read after them in the same round trip, the result of a statement.
     std::pair<Others, database::Result> read_with_claims(const database::Sql& statement,
                                                          const Invoice& invoice);
     bool write_and_look(const Invoice& invoice, Look& look);

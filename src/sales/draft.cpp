@@ -115,7 +115,7 @@ void Draft::read(std::string_view text) {
             if (!found.invoice.invoice.lines.empty()) left_ = found;
         }
     } catch (const std::exception&) {
-        // A text of a later version, or of none.
+        // A text of a later version, or damaged.
     }
     if (left_)
         mark_.file = left_->mark.file;
@@ -123,8 +123,8 @@ void Draft::read(std::string_view text) {
         former_ = found.mark.file;
 }
 
-// The file is synced once before the row of its former mark goes: until then a power cut could bring back
-// what it held.
+// The file is synced once before the row of its former mark goes: until then a power cut could bring back its
+// old content.
 void Draft::begin_file() {
     KeptChange heading;
     heading.mark = {mark_.file, 0, 0};
@@ -136,7 +136,7 @@ void Draft::begin_file() {
     }
 }
 
-// The row says which invoice of the file has left the screen; a shop without the table does not know.
+// The row says which invoice of the file has left the screen; a shop without the table keeps no such row.
 void Draft::ask(database::Reads& reads) {
     if (!is_open()) return;
     if (former_ != 0)
@@ -162,7 +162,7 @@ void Draft::keep(KeptInvoice invoice) {
     std::optional<RecalledInvoice> receipt = std::exchange(invoice.recalled, std::nullopt);
     std::optional<InvoiceIdentity> identity;
     if (receipt) identity = receipt->identity;
-    // A record only ever adds a receipt.
+    // A record can add a receipt, but not remove one.
     if (written_ && written_->receipt && !identity) empty();
     if (written_) invoice.begun = written_->begun;
     Written now{mark_, text_of(invoice), identity, std::move(lines), invoice.begun};
@@ -177,7 +177,7 @@ void Draft::keep(KeptInvoice invoice) {
     if (is_same) return;
     const bool is_written = append(change);
     written_ = std::move(now);
-    if (!is_written) empty();  // behind half a record nothing would be read: next time it is written whole
+    if (!is_written) empty();  // nothing is read behind half a record; start anew next time
 }
 
 void Draft::take_left() {

@@ -60,9 +60,9 @@ class Draft {
 
     // The invoice in work; without a serial if nobody will ask for it.
     const DraftMark& mark() const { return mark_; }
-    // It is a held invoice that was resumed.
+    // The invoice in work is a held one that was resumed.
     void resume(std::int64_t held) { mark_.held = held; }
-    // It stays in work although till_draft may have been told otherwise.
+    // Keeps the invoice in work although till_draft may say that it has left the screen.
     void renew();
 
   private:

@@ -60,7 +60,7 @@ bool HeldInvoices::is_in_work(const DraftMark& mark, std::int64_t& past) {
     return (mark.serial == 0 || mark.serial > past) && (mark.held == 0 || mark.file == taken);
 }
 
-// Gives back what this cash point resumed in an earlier run, but one.
+// Gives back the held invoices that this cash point resumed in an earlier run, except `kept`.
 void HeldInvoices::give_back_others(std::int64_t kept) {
     if (!std::exchange(has_taken_, false)) return;
     connection_.execute(Sql("update till_held set taken = null, taken_cash = null, taken_user = null "
@@ -78,7 +78,7 @@ std::optional<database::JournalEntry> HeldInvoices::unfinished_save_of(const Dra
     return std::nullopt;
 }
 
-// The cashier has not said yet what is to become of the save: it stands on the screen as before the crash.
+// The cashier has not decided yet what becomes of the save, so the invoice is shown as before the crash.
 void HeldInvoices::show_partly_saved(KeptInvoice kept, const database::JournalEntry& save) {
     database::Journal journal(connection_);
     journal.resume(save.id);
@@ -87,8 +87,8 @@ void HeldInvoices::show_partly_saved(KeptInvoice kept, const database::JournalEn
     sale_.partly_saved = PartlySaved{step_of_number(journal.last_step()), save.id};
 }
 
-// The other answer is to hold it. Nobody is asked who cannot, or whose next customer is on the screen
-// already.
+// The other answer is to hold it. There is no question if the shop cannot hold invoices, or if the next
+// customer is on the screen already.
 bool HeldInvoices::wants_back(const KeptInvoice& kept) {
     std::string what = std::string(message::draft_found) + summary_of(kept.invoice);
     if (kept.user != session_.user_code) what += std::string(message::draft_of_user) + kept.user_name;

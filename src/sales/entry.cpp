@@ -62,7 +62,7 @@ bool is_craftsman_code(std::string_view text) {
 
 constexpr std::string_view number_characters = "0123456789.";
 
-// What is entered behind "6*".
+// The entry after "6*".
 Entry with_quantity(std::string_view number, std::string_view rest, bool scanned) {
     Entry entry = read_entry(rest, scanned);
     const bool may_have_one = entry.form == EntryForm::empty || entry.form == EntryForm::code ||
@@ -162,9 +162,9 @@ bool is_on(const Invoice& invoice, std::int64_t item) {
                        [&](const Line& line) { return line.item_code == item; });
 }
 
-// The line that more of the goods entered goes to: of the same unit, because each unit has a price of its
-// own, and of the same work line. Goods of the selling store go to a line that another store supplies only if
-// there is no other.
+// The line to which more of the same goods is added. It has the same unit, because each unit has its own
+// price, and the same work line. A line supplied by another store is taken for goods of the selling store
+// only if there is no other.
 Line* line_to_raise(Invoice& invoice, const Line& entered) {
     Line* found = nullptr;
     for (Line& line : invoice.lines) {
@@ -207,7 +207,7 @@ bool ItemEntry::ask(database::Reads& reads) {
         return refused(common::message::wrong_code);
     if (entry_.form == EntryForm::scale_label && entry_.quantity_typed)
         return refused(message::label_has_quantity);
-    // Without this right the line can be neither given a price nor saved.
+    // Without this right the line could be neither priced nor saved.
     if (entry_.form == EntryForm::general) {
         const auto permit = signin::authorise(session_, prompts_, signin::Action::edit_price, signin::denied,
                                               common::Icon::critical, {.what = entry_.name});
@@ -312,7 +312,7 @@ std::optional<std::size_t> ItemEntry::enter_found(const Item& item, std::int64_t
     if (!check_.dates_allow(invoice_, line, dates_)) return std::nullopt;
     if (is_on(invoice_, item.code)) {
         Line* known = line_to_raise(invoice_, line);
-        // Of a scale's label, the same bag may have been scanned twice.
+        // With a scale label, the same bag may have been scanned twice.
         const bool at_once = raise_equal_ && known != nullptr && entry_.form != EntryForm::scale_label;
         const common::Answer answer = at_once ? common::Answer::yes : prompts_.ask(message::entered_before);
         if (answer == common::Answer::closed) return std::nullopt;

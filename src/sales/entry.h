@@ -40,11 +40,11 @@ enum class EntryForm {
 
 struct Entry {
     EntryForm form = EntryForm::empty;
-    // Normalised; of a scale label the item code, of a quantity or a discount its number.
+    // Normalised. For a scale label it is the item code, for a quantity or discount the number.
     std::string text;
-    // As typed: of an unlisted item what follows the "*", of a code that reads like words the whole text.
+    // As typed: for an unlisted item what follows the "*", for a code that reads like words the whole text.
     std::string name;
-    double quantity = 1;  // of a scale label its weight in units, else what stands before "*", or 1
+    double quantity = 1;  // the weight on a scale label, else the number before "*", or 1
     bool quantity_typed = false;
     std::int64_t number = 0;  // of a craftsman line or of a chosen item
     int unit_level = 1;       // of a chosen item
@@ -69,8 +69,8 @@ struct EnteredLine {
     StockShown stock;
 };
 
-// `EnterItem`: one entry becomes a new line, or more of a line that is there. It asks a server twice: what
-// the entry names, and what the shop has of that.
+// `EnterItem`: one entry becomes a new line, or more of a line that is there. It asks a server twice: for
+// what the entry names, and for its stock.
 class ItemEntry {
   public:
     ItemEntry(database::Connection& connection, const signin::Session& session, common::Prompts& prompts,

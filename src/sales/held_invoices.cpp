@@ -180,8 +180,8 @@ void HeldInvoices::put_aside(KeptInvoice kept, DraftMark mark) {
     session_.note(event_of(audit::Kind::invoice_held, invoice));
 }
 
-// Holding failed, or its answer was lost. The invoice stays on the screen, so if its row is there it is taken
-// back. That of an earlier run, which is on no screen, is given back at the next start.
+// Holding failed, or its answer was lost. The invoice stays on the screen, so its row is taken back if there
+// is one. A row from an earlier run is on no screen; the next start gives it back.
 void HeldInvoices::retake(std::int64_t id) noexcept {
     try {
         state_.draft.renew();
@@ -238,7 +238,7 @@ bool HeldInvoices::resume(const HeldInvoice& held) {
     });
 }
 
-// Marks the row as open here, if nobody has it or the draft with the mark `former`.
+// Marks the row as open here, if nobody has it or only the draft with the mark `former`.
 std::optional<HeldInvoice> HeldInvoices::take(std::int64_t id, std::int64_t former) {
     std::optional<HeldInvoice> taken;
     database::in_transaction(connection_, [&] {
@@ -259,8 +259,7 @@ std::optional<HeldInvoice> HeldInvoices::open_elsewhere(std::int64_t id) {
     return std::nullopt;
 }
 
-// The drawer and its user, and since when: a till has one held invoice open at a time, the last that it
-// resumed.
+// The drawer, its user and since when. A till has one held invoice open at a time, the one it resumed last.
 std::string HeldInvoices::place_of(const HeldInvoice& held) {
     std::string place = drawer_name(held.taken_drawer) + " · " + held.taken_user;
     database::unless_table_is_missing([&] {

@@ -34,12 +34,12 @@ struct HeldInvoice {
 // What a drawer's till has put aside and nobody has resumed, newest first. Empty in a shop without the table.
 std::vector<HeldInvoice> held_by_drawer(database::Connection& connection, std::int64_t store,
                                         std::int64_t drawer);
-// The same for a cashier who closes the shift, the first few of them by name; it begins with a new line.
-// Empty if there are none.
+// The same as a text for a cashier who closes the shift; it describes the first few of them. It begins with a
+// new line, and is empty if there are none.
 std::string held_words(database::Connection& connection, const signin::Session& session);
 
-// What the sales among them hold of a store's goods: base units by item. They left the shelf and are in
-// stock.
+// The goods of a store that held sales contain, in base units by item. They have left the shelf but still
+// count as stock.
 std::map<std::int64_t, double> goods_held(database::Connection& connection, std::int64_t store);
 
 // Holding and resuming at the sales desk.
@@ -47,7 +47,7 @@ class HeldInvoices : DeskPart {
   public:
     explicit HeldInvoices(DeskState& state) : DeskPart(state) {}
 
-    // Those of the till's store, newest first, also those that another till has resumed.
+    // The held invoices of the till's store, newest first, including those that another till has resumed.
     std::vector<HeldInvoice> list();
     // What the list calls a drawer of the store.
     std::string drawer_name(std::int64_t drawer) const;
@@ -55,7 +55,7 @@ class HeldInvoices : DeskPart {
     // The held invoice that is on the screen, after it was resumed; 0 for none.
     std::int64_t id_on_screen() const { return state_.draft.mark().held; }
 
-    // Puts the invoice on the screen aside and leaves a new one. Returns false after showing why not.
+    // Puts the invoice on the screen aside and begins a new one. Returns false after showing why not.
     bool hold();
     // Brings a held invoice to the screen, as a new one of today with the prices that it was held at. An
     // invoice in work is put aside first, if the cashier agrees. One that another till has resumed can be
@@ -64,7 +64,7 @@ class HeldInvoices : DeskPart {
     // Removes a held invoice for good, after asking.
     bool discard(const HeldInvoice& held);
 
-    // For the first reads of a run.
+    // Adds what the first reads of a run need.
     void ask(database::Reads& reads);
     // After a crash: offers the invoice that was on the screen, and gives back those that were resumed here
     // and are not.

@@ -18,8 +18,8 @@ std::optional<double> optional_value(const std::string& cell) {
     return common::parse_number(cell);
 }
 
-// The cells show price and discount with two decimals. What they lost goes back to where it came from, so
-// that the line is worth what its total says. A total that the cells do not explain is left alone.
+// The cells show price and discount with two decimals. Restores the decimals that were lost, so that the line
+// adds up to its total. A total that rounding does not explain is left alone.
 void restore_total(Line& line, common::Amount total) {
     constexpr double lost = 0.005;  // at most, of a figure with two decimals
     constexpr double margin = 1e-9;
@@ -112,8 +112,8 @@ void Line::set_quantity(double new_quantity) {
     quantity = new_quantity;
     if (!returnable || sold_quantity <= 0 || sold_discount == 0) return;
     discount = sold_discount * (quantity / sold_quantity);
-    // Shares that are rounded one by one would not add up, so each return is worth what the goods returned so
-    // far are worth with it, less what they were worth before it.
+    // Shares rounded one by one would not add up. So a return is worth the value of all goods returned so far
+    // including it, less their value before it.
     const double price_paid = price - sold_discount / sold_quantity;
     const double before = sold_quantity - *returnable;
     const common::Amount due =
@@ -123,7 +123,7 @@ void Line::set_quantity(double new_quantity) {
 
 void Invoice::sell_from(std::int64_t new_store) {
     for (Line& line : lines) {
-        // Confirmed for the stock of the former store.
+        // These were confirmed for the stock of the former store.
         if (new_store != store) line.below_stock = line.dates_checked = false;
         if (line.is_supplied() && line.source_store == new_store)
             line.source_kind = SourceKind::selling_store;

@@ -62,7 +62,7 @@ inline constexpr int count = 25;
 inline bool is_same_price(double one, double other) {
     return std::abs(one - other) < 1e-6;
 }
-// How far two discounts may differ that are each rounded to piastres.
+// How far two discounts may differ if each is rounded to piastres.
 inline constexpr double two_roundings = 0.015;
 
 enum class SourceKind { selling_store = 1, other_store = 3 };
@@ -139,7 +139,7 @@ struct Line {
     bool operator==(const Line&) const = default;
 };
 
-// The sale that a return was started from. Of a return that another program wrote, only its number is known.
+// The sale that a return was started from. If another program wrote the return, only the number is known.
 struct OriginalSale {
     std::int64_t number = 0;
     std::optional<InvoiceIdentity> identity;
@@ -201,7 +201,7 @@ struct Invoice {
     common::Amount discount() const { return common::Amount(total().value() * discount_percent / 100); }
     common::Amount net() const { return total() - discount(); }
     common::Amount cost() const;  // Σ line costs
-    // Keeps an invoice discount that is known as a value.
+    // Sets an invoice discount that is known as a value.
     void set_discount(double value);
     // Grants what the invoice holds now, as on a receipt or offer that was brought back.
     void grant_as_it_is();

@@ -30,10 +30,10 @@ enum class Series { cash_sales, account_sales, returns };
 Series series_of(KindOption kind, PaymentOption payment);
 struct InvoiceKey;
 Series series_of(const InvoiceKey& key);
-// The condition that selects the invoices of a series; of returns, those of the store.
+// The condition that selects the invoices of a series; for returns, only those of the store.
 database::Sql condition_of(Series series, std::int64_t store);
 
-// The highest number of the invoice's series: the statement, and the number after what it gives.
+// The statement for the highest number of the invoice's series, and the number after its result.
 database::Sql last_number(const Invoice& invoice);
 std::int64_t next_invoice_number(const database::Result& last);
 
@@ -49,7 +49,7 @@ struct InvoiceKey {
     bool is_sale() const { return ctype == 0 || ctype == 1; }
 };
 InvoiceKey key_of(const Invoice& invoice);
-// Of a row with the columns pnum, ctype, vcode, stcode and date.
+// The key in a row with the columns pnum, ctype, vcode, stcode and date.
 InvoiceKey key_of(const database::Row& row);
 // " where pnum = ..." with every column of the key.
 database::Sql where(const InvoiceKey& key);
@@ -62,7 +62,7 @@ struct InvoiceIdentity {
 
     auto operator<=>(const InvoiceIdentity&) const = default;
 };
-// Of a row that has the column time_ as well.
+// The identity in a row that has the column time_ as well.
 InvoiceIdentity identity_of(const database::Row& row);
 
 // The values of pnum, ctype, vcode, stcode, [date] and time_, for a statement with "?" in their places.
@@ -76,7 +76,7 @@ struct ReceiptCode {
     common::Moment moment;   // the invoice's date and the time of its save, in whole seconds
     std::int64_t number = 0;
 };
-// Empty for an invoice that no code can name, as one dated before the year 2000.
+// Empty for an invoice that no code can name, such as one dated before the year 2000.
 std::string receipt_code(const InvoiceIdentity& identity);
 std::optional<ReceiptCode> read_receipt_code(std::string_view scanned);
 // Whether the code is that of the invoice. A server may have rounded its time of saving to the next second.

@@ -19,7 +19,7 @@ printing::Receipt receipt_of(const Invoice& invoice, const PaymentTaken& payment
 // Reads what print_receipts() needs: the row of `basic`, with an account customer's balance after the
 // invoice.
 database::Sql receipt_settings(const Invoice& invoice, bool is_saved);
-// Prints the receipts that the shop wants of an invoice being saved.
+// Prints the receipts that the shop wants for an invoice being saved.
 void print_receipts(const database::Result& settings, const signin::Session& session,
                     printing::ReceiptPrinter& printer, const InvoiceToSave& save);
 

@@ -336,7 +336,7 @@ InvoiceRows::Commands InvoiceRows::lines() {
         if (line.expiry) {
             rows.set("edate", *line.expiry);
         } else if (takes_from_stock(invoice_, line)) {
-            // The batch that the first piece comes from, for a return to go back to.
+            // The batch that the first piece comes from; a return goes back to it.
             if (const auto oldest = batches_.oldest(*line.item_code)) rows.set("edate", *oldest);
         }
         rows.set("time_", database::Value(common::on_day_zero(save_.moment.time)));
@@ -364,7 +364,7 @@ void InvoiceRows::plan_stock() {
     StockPlan movement = stock_movement();
     if (!movement.adds_batch())
         return plan(SaveStep::stock, std::move(movement.commands), common::json_text(movement.changes));
-    // Looked at again where no other till adds the batch meanwhile.
+    // Plan again while no other till can add the batch.
     do_planned(SaveStep::transfers);
     journal_.once(step_number(SaveStep::stock), [this] {
         database::hold_numbers(connection_);

@@ -40,7 +40,7 @@ class InvoiceRows {
     // The first line of a sale whose goods are no longer there; null if all are.
     const Line* first_short_line();
     // Writes the rows of every step that the journal does not know as done, and removes the save from the
-    // journal together with `at_end`. On a server most saves are one journey.
+    // journal together with `at_end`. On a server most saves are one round trip.
     void write(const std::vector<database::Command>& at_end);
     // Takes back what is written, and removes the save from the journal.
     void undo();
@@ -55,7 +55,7 @@ class InvoiceRows {
     void try_to_write(const Commands& at_end);
     // Plans the commands of a step, to be done with those planned before.
     void plan(SaveStep step, Commands commands, std::string noted = {});
-    // Does what is planned, the last of it up to `last`.
+    // Carries out the planned steps, of which `last` is the last one.
     template <typename Run>
     void do_planned(SaveStep last, const Run& run);
     void do_planned(SaveStep last);

@@ -24,7 +24,7 @@ struct DraftMark {
     bool operator==(const DraftMark&) const = default;
 };
 
-// An invoice with what else the rows and the receipt of its save are made of.
+// An invoice with everything else that its rows and its receipt are made from.
 struct InvoiceToSave {
     Invoice invoice;
     PaymentTaken payment;
@@ -37,12 +37,13 @@ struct InvoiceToSave {
     DraftMark draft;
 };
 
-// What the lines and the discount were granted at is left out: it was judged before the save began.
+// Leaves out what was granted for the lines and the discount, because rights are checked before a save
+// begins.
 std::string text_of(const InvoiceToSave& save);
 // These throw std::exception for any other text.
 InvoiceToSave read_invoice_to_save(std::string_view text);
 
-// An invoice that is not saved yet, with what else of the sale belongs to it.
+// An invoice that is not saved yet, with what belongs to its sale.
 struct KeptInvoice {
     Invoice invoice;
     std::optional<RecalledInvoice> recalled;
@@ -56,7 +57,7 @@ struct KeptInvoice {
 std::string text_of(const KeptInvoice& kept);
 KeptInvoice read_kept_invoice(std::string_view text);
 
-// What a kept invoice has changed since the last text about it.
+// What has changed in a kept invoice since its last text.
 struct KeptChange {
     DraftMark mark;
     std::optional<std::string> head;  // the text of the invoice without lines and receipt, if that changed

@@ -50,14 +50,14 @@ struct Named {
     int unit_level = 1;
 };
 database::Sql barcode_statement(std::string_view text);
-// What the text names by the rows of that statement; whether the shop has such an item is not known yet.
+// What the text names according to the rows of that statement. The shop need not have such an item.
 Named named_by(const database::Result& barcodes, std::string_view text);
 
-// What makes an item of a row: "SELECT " before it and a condition behind it.
+// The columns and tables that an item is read from, to stand between "SELECT " and a condition.
 inline constexpr database::Fragment item_cards =
     "items.*, IsNull(tmp_price.p_per,0) AS Expr1, tmp_price.s_price FROM items LEFT JOIN tmp_price ON "
     "items.code = tmp_price.icode ";
-// An item by its code in a unit level.
+// The statement that reads an item by its code.
 database::Sql item_statement(std::int64_t code);
 std::optional<Item> item_of(const database::Result& cards, int unit_level);
 Item item_of(const database::Row& card, int unit_level);
@@ -129,7 +129,7 @@ struct StockShown {
     std::vector<std::string> expiries;
 };
 database::Sql expiries_statement(std::int64_t item);
-// By the sum of the store's stock, null without a row, and the rows of that statement.
+// From the sum of the store's stock (null without a row) and the rows of that statement.
 StockShown stock_shown(const database::Value& sum, const database::Result& expiries);
 StockShown load_stock_shown(database::Connection& connection, std::int64_t item, std::int64_t store);
 

@@ -44,9 +44,9 @@ class LineEditing {
     // number, leaves the line as it was.
     bool commit(Invoice& invoice, std::size_t row, int column, std::string_view text);
 
-    // Turns a line into the next unit of its item that the card gives base units and a price for: unit, pack,
-    // carton, unit. It keeps its quantity and its discount, and has the price of that unit as if it had been
-    // entered so. Of a unit that the stock does not allow it goes on to a smaller one. Returns false after
+    // Turns a line to the next unit of its item: unit, pack, carton, unit. Skips units without base units or
+    // a price on the card. The line keeps its quantity and discount and takes the price of the unit, as if it
+    // had been entered so. If the stock does not allow a unit, a smaller one is tried. Returns false after
     // showing why the line stays.
     bool next_unit(Invoice& invoice, std::size_t row);
 
@@ -66,9 +66,9 @@ class LineEditing {
     StockCheck check_;
 };
 
-// The discount on the whole invoice. Both keep the percent, not rounded, so that the value shown is the value
-// typed and follows the lines afterwards. Return false after showing why it was refused; the invoice then has
-// no discount.
+// The discount on the whole invoice. Both keep the percent unrounded, so that the value typed is the value
+// shown, and it follows the lines afterwards. They return false after showing why it was refused; the invoice
+// then has no discount.
 bool commit_discount_value(Invoice& invoice, const signin::Session& session, common::Prompts& prompts,
                            std::string_view text);
 bool commit_discount_percent(Invoice& invoice, const signin::Session& session, common::Prompts& prompts,

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int unit_levels = 3;
 
-// The item in each unit that it is sold in at a price level, in the order of the key, beginning behind the
+// The item in each unit that it is sold in at a price level, in the order of the key, starting after the
 // line's own.
 std::vector<Item> other_units(const database::Result& cards, const Line& line, int price_level) {
     std::vector<Item> units;

@@ -25,7 +25,7 @@ class Matching {
     std::vector<Match> run() {
         if (words_.empty()) return {};
         read_popular();
-        // Reading stops early: of a letter, a shop has thousands of names.
+        // Reading stops early, because a single letter matches thousands of names.
         if (query_.popular.beginning < most_matches)
             read(database::begins_with_typed("items.name", query_.typed), most_matches);
         if (cards_.size() < most_matches)
@@ -39,8 +39,8 @@ class Matching {
     struct Card {
         Match match;
         bool keeps_stock = false;
-        // Less comes first: whether a word stands inside another, the place among what sells most, whether
-        // the name begins otherwise.
+        // Lower ranks come first: whether a typed word does not begin a word of the name, the place among
+        // what sells most, whether the name begins with something else.
         std::tuple<bool, std::size_t, bool> rank;
     };
 

@@ -37,20 +37,21 @@ struct MatchQuery {
 };
 
 // At most `most_matches` items whose names hold all words that were typed, in any order, without those that
-// are stopped unless the query wants them too. First come the names in which each of them begins a word; of
-// these and of the others first what this till sells most, then the names that begin with what was typed.
+// are stopped unless the query wants them too. Names in which each of them begins a word come first. Within
+// both groups, what this till sells most comes first, then names that begin with what was typed.
 std::vector<Match> match_items(database::Connection& connection, const MatchQuery& query);
 
 struct Entry;
 
-// Where a list that follows the typing has its matches from.
+// Supplies the matches for a list that follows the typing.
 class MatchSource {
   public:
     virtual ~MatchSource() = default;
-    // The query for what stands in an entry field, and its answer; no words for what is no search.
+    // The query for the text of an entry field, and its answer. The query has no words if the text is not a
+    // search.
     virtual MatchQuery match_query(const Entry& entry) const = 0;
     virtual std::vector<Match> match(const MatchQuery& query) = 0;
-    // What the till sells most; null if it does not keep count. It is read whenever there is time.
+    // What the till sells most; null if it is not counted. It is read in idle time.
     virtual Popular* popular() = 0;
 };
 

@@ -139,7 +139,7 @@ inline constexpr std::string_view cancel_receipt = "هل تريد الغاء ا�
 inline constexpr std::string_view cancel_record = "هل تريد إلغاء هذا السجل ؟";
 // What becomes of it, below those questions: what was saved of it stays, and will be asked about at the next
 // save. / The saved receipt stays as it is. / There are no items on the screen. / They go from the screen and
-// none of them is recorded. / The same of a held receipt that was resumed: it is no longer held either.
+// none of them is recorded. / The same for a held receipt that was resumed: it is no longer held either.
 inline constexpr std::string_view partly_saved_is_kept =
     "ما حفظ منه يبقى كما هو، ويسأل عنه البرنامج عند الحفظ التالي";
 inline constexpr std::string_view saved_receipt_stays = "البون المحفوظ يبقى كما هو، وتبدأ بونا جديدا";
@@ -264,7 +264,7 @@ inline constexpr std::string_view name_field = "اسم الصنف";
 inline constexpr std::string_view returned_too_much = "الكمية المرتجعة أكبر من المباعة للصنف ";
 // The invoice could not be saved; nothing was written.
 inline constexpr std::string_view not_saved = "لم يتم حفظ البون ولم يسجل منه شيء";
-// The same of one whose receipt was printed: it is void, tear it up.
+// The same if its receipt was printed: it is void, tear it up.
 inline constexpr std::string_view not_saved_paper_void =
     "لم يتم حفظ البون ولم يسجل منه شيء. البون المطبوع لاغ، مزقه";
 // "Invoice number …" "was saved in part only. The last step finished:" … "Do not save it again; tell the

@@ -61,14 +61,14 @@ class Payment {
     const std::vector<common::Choice>& workers() const { return workers_; }
     std::int64_t worker() const { return worker_; }
 
-    // The paid field changed. Non-numbers count as 0. A number that is not an amount of money is refused, and
-    // the paid amount stays as it was.
+    // The paid field changed. Non-numbers count as 0. A number that is not an amount of money is refused and
+    // leaves the paid amount as it was.
     void type_paid(std::string_view text);
     // Why the typed text is not an amount, in the cashier's words; empty if the payment can be confirmed.
     std::string_view refusal() const { return refusal_; }
     // The same for an amount that was chosen.
     void pay(common::Amount amount);
-    // Asks before less than the net is taken. Returns true if the payment can be confirmed.
+    // Asks before less than the net is accepted. Returns true if the payment can be confirmed.
     bool agreed(common::Prompts& prompts) const;
     void choose_worker(std::int64_t code);
 

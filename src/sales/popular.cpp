@@ -11,7 +11,7 @@ using database::Sql;
 
 namespace {
 
-// More would cost memory, and nobody looks for what is sold once a month by its rank.
+// More would cost memory, and the rank of an item that is sold once a month helps nobody.
 constexpr std::size_t most_kept = 5000;
 
 }  // namespace

@@ -21,7 +21,7 @@ struct SoldItem {
 struct Days {
     common::Date first, last;
 };
-// The items that a till sold on these days, the most frequent ones of them.
+// The items that a till sold most often on these days.
 std::vector<SoldItem> read_sold(database::Connection& connection, std::int64_t store, std::int64_t cash_point,
                                 const Days& days);
 

@@ -32,7 +32,7 @@ Line line_of(Connection& connection, const Row& row, const Lists& lists) {
     if (item.empty()) return line;  // deleted since: shown as it was sold, without stock
     line.group = group_name(lists, item.front().integer("itype"));
     line.stock_kept = item.front().integer("sale_only") == 0;
-    // Other programs may have written other codes here than unit levels.
+    // Other programs may have written codes here that are not unit levels.
     line.unit_cost = item.front().number(price_column(unit_level_of(line.unit_code), cost_level));
     return line;
 }

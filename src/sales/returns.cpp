@@ -18,7 +18,7 @@ using database::Sql;
 
 namespace {
 
-// A rest of a returned quantity below this is a rounding error, not goods.
+// A remainder below this is a rounding error, not goods.
 constexpr double nothing_left = 1e-6;
 
 // An article of an invoice: an item, or a general item by its typed name.
@@ -86,8 +86,8 @@ std::vector<Row> sold_rows(Connection& connection, const OriginalSale& sale, std
     return line_rows(connection, *sale.identity);
 }
 
-// The part of an invoice discount that falls on each line, in whole piastres; the rest that rounding leaves
-// is on the largest line.
+// The part of an invoice discount that falls on each line, in whole piastres; the largest line takes what
+// rounding leaves.
 std::vector<Amount> shares(const Invoice& sale, Amount discount) {
     const double whole = sale.total().value();
     std::vector<Amount> parts;
@@ -114,8 +114,8 @@ bool is_part_of(const SavedLine& returned, const Line& sold) {
            std::abs(returned.discount - share) < two_roundings;
 }
 
-// What earlier returns took from each line, in base units: from the line that the goods were sold on, and
-// what fits none of them (a pack of a carton, another price) from the top.
+// What earlier returns took from each line, in base units. Goods count against the line they were sold on;
+// those that fit none (a pack out of a carton, another price) count from the top.
 std::vector<double> taken_from(const std::vector<Line>& sale, std::vector<SavedLine> returned) {
     std::vector<double> taken(sale.size());
     for (const bool to_its_line : {true, false}) {
@@ -132,8 +132,8 @@ std::vector<double> taken_from(const std::vector<Line>& sale, std::vector<SavedL
     return taken;
 }
 
-// The percent that leaves, with what earlier returns took, the sale's discount on the goods that may come
-// back.
+// The discount percent of the goods left to return: with what earlier returns took, it adds up to the sale's
+// discount on all goods that may come back.
 double discount_left(const Invoice& sale, const Invoice& back, double returned) {
     const double rest = back.total().value();
     const double whole = sale.total().value();

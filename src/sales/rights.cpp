@@ -25,7 +25,7 @@ bool has_granted_price(const Line& line) {
            is_same_price(line.price, line.granted->price);
 }
 
-// The prices of the cards and work lines of an invoice's lines, where they decide, read together.
+// The prices on the cards and work lines of an invoice's items, read together where they decide.
 class CardPrices {
   public:
     // For the lines that have no granted price.
@@ -77,7 +77,7 @@ bool is_as_granted(const Line& line) {
 
 namespace {
 
-// What of a discount that was allowed for a quantity is left for this one; for a larger one no more.
+// The part of a discount allowed for one quantity that holds for this one. A larger quantity gets no more.
 double share_of(double discount, double quantity, double allowed_for) {
     return discount * std::min(1.0, quantity / allowed_for);
 }
@@ -141,7 +141,7 @@ class InvoiceRights {
         return keep(ask(Action::return_kind, message::saving_a_return, nullptr), invoice_.approvals,
                     Action::return_kind, 0);
     }
-    // Which of the two rights was asked for depended on the stock then.
+    // Which of the two rights is asked for depended on the stock at that time.
     bool may_sell_below_stock(Line& line) {
         return !line.below_stock || signin::allows(session_, Action::sell_reserved) ||
                is_approved_below_stock(line) ||

@@ -10,9 +10,10 @@ namespace sales {
 
 // Returns true if the signed-in user may save or offer the invoice as it is, else false after showing why. No
 // right is needed for an item's price on its card or at its entry, for a discount on the invoice up to the
-// ceiling, and for what a receipt or offer that was brought back held, as long as it holds that for no more
-// goods. Returns, other prices, other discounts and sales below stock need their right however they came onto
-// the invoice. What a supervisor allowed on it counts as far as it went; what he allows now is kept there.
+// ceiling, and for what a receipt or offer that was brought back held, as long as the goods are no more than
+// they were. Returns, other prices, other discounts and sales below stock need their right however they came
+// onto the invoice. A supervisor's earlier approvals count as far as they went; new ones are kept on the
+// invoice.
 bool authorise_invoice(database::Connection& connection, const signin::Session& session,
                        common::Prompts& prompts, Invoice& invoice);
 
@@ -21,8 +22,8 @@ bool authorise_invoice(database::Connection& connection, const signin::Session& 
 bool has_granted_discount(const Line& line);
 bool has_granted_discount(const Invoice& invoice);
 
-// Grants the prices and discounts of an invoice that is put aside, as far as the signed-in user may give
-// them, to whoever goes on with it.
+// Grants the prices and discounts of an invoice that is put aside to whoever goes on with it, as far as the
+// signed-in user may give them.
 void grant_to_others(const signin::Session& session, Invoice& invoice);
 
 }  // namespace sales

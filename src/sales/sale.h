@@ -175,8 +175,8 @@ class DeskPart {
     // The server's day; the workstation's own for an embedded shop.
     common::Date server_date();
     void ask_day(database::Reads& reads, common::Date& day);
-    // The same with the sale period that covers it. The period is asked for by the workstation's day, and
-    // checked_period() asks again if the server's turns out to be another.
+    // The server's day and the sale period that covers it. The period is read for the workstation's day
+    // first; checked_period() reads it again if the server's day differs.
     struct Today {
         common::Date assumed, day;
         std::optional<std::int64_t> period;
@@ -199,19 +199,19 @@ class DeskPart {
     void ask_default_level(database::Reads& reads);
     // An empty sale of the store and price level of this one.
     Sale empty_sale() const;
-    // Leaves an empty invoice with the next number and the default options. It always leaves an empty one,
-    // even if the database fails: no data of the finished invoice may reach the next customer.
+    // Begins an empty invoice with the next number and the default options. It is empty even if the database
+    // fails: no data of the finished invoice may reach the next customer.
     void start_next_invoice();
-    // A question that gives the invoice up, with what becomes of it below.
+    // The question before the invoice is given up, with what becomes of it on the lines below.
     std::string giving_up(std::string_view question) const;
-    // The invoice is given up: it is no longer a draft, nor held if it was resumed.
+    // Gives the invoice up: it is no longer a draft, nor held if it was resumed.
     void give_up();
     // Returns true, after saying so, if the invoice was saved in part and may not be changed.
     bool frozen();
     // Asks before an invoice in work is replaced by another.
     bool may_replace_invoice();
-    // A general item may still wait for its quantity or price. Returns false after naming the first such line
-    // and going to it.
+    // Returns false if a general item still lacks its quantity or price, after naming the first such line and
+    // moving to it.
     bool lines_complete();
 
     DeskState& state_;

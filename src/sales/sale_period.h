@@ -15,7 +15,8 @@ std::optional<std::int64_t> sale_period_in(const database::Result& periods);
 
 // Returns true if `tmp_price` holds the prices of the period, or nothing without one.
 bool holds_period_prices(database::Connection& connection, std::optional<std::int64_t> period);
-// Makes it so. No other till sees the table without prices in between, and a cut leaves it as it was.
+// Fills it with them. No other till sees the table without prices in between, and an interruption leaves it
+// as it was.
 void fill_period_prices(database::Connection& connection, std::optional<std::int64_t> period);
 
 }  // namespace sales

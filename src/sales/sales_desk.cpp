@@ -72,7 +72,7 @@ void SalesDesk::tick() {
     const bool may_change = !state_.busy && !sale_.shows_saved_receipt() && !sale_.partly_saved;
     if (now.date != last_tick_day_ && may_change) take_day(now.date);
     last_tick_day_ = now.date;
-    // What was typed into a field without an action.
+    // Keeps what was typed into a field without running an action.
     if (!state_.busy) keep_draft();
 }
 

@@ -23,7 +23,7 @@ class SaleHeader : DeskPart {
     // Goods that another store was to supply need no transfer if that store now sells them. Draws the number
     // again. Returns false after showing why the store stays.
     bool choose_store(std::int64_t code);
-    // The invoice keeps this day; without it, it is of the day on which it is saved.
+    // The invoice keeps this day; otherwise it gets the day on which it is saved.
     bool choose_date(const common::Date& date);
     // These return false, with nothing changed, if the code is not in the list or the invoice is partly
     // saved.
@@ -51,7 +51,7 @@ class SaleHeader : DeskPart {
     void apply_payment(PaymentOption payment);
 };
 
-// An item for which a store is chosen that supplies it.
+// An item for which the store that supplies it is chosen.
 struct SourceItem {
     std::int64_t code = 0;
     std::string name;
@@ -147,7 +147,7 @@ class Checkout : DeskPart {
     // first: a second press without begin_save does nothing and returns `refused`.
     SaveOutcome SaveInvoice();
 
-    // Both ask, then leave a new invoice with the default options. Nothing is written.
+    // Both ask, then begin a new invoice with the default options. Nothing is written.
     bool CancelInvoice();  // the receipt, F3
     bool CancelRecord();   // the record, F2
 
@@ -180,7 +180,7 @@ class SavedReceipts : DeskPart {
     bool recall(const ReceiptRow& receipt);
     // Turns the recalled sale into the return of what is left of it (permission of the return kind).
     bool start_return();
-    // The same for a receipt of the list. Returns false if the sale stayed as it was, as without the
+    // The same for a receipt of the list. Returns false if the sale stayed as it was, for example without the
     // permission.
     bool start_return(const ReceiptRow& receipt);
     // Prints the recalled receipt again, or else the last one saved here (permission 221).

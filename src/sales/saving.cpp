@@ -20,7 +20,7 @@ std::string in_log(const Invoice& invoice) {
 }
 
 // The last step that the journal knows as done of a save whose answer was lost; nothing if the save is not in
-// the journal any more, because it came to its end.
+// the journal any more, because it was completed.
 std::optional<SaveStep> last_step_of(database::Connection& connection, std::int64_t id) {
     if (!database::is_unfinished(connection, id)) return std::nullopt;
     database::Journal journal(connection);
@@ -98,7 +98,7 @@ void Saving::print(InvoiceToSave& save, const database::Result& settings) {
         record(save);
         print_receipts(settings, session_, printer_, save);
     }
-    // What is still on its way may yet fail.
+    // A receipt that is still printing may yet fail.
     if (!printer_.is_printing()) note_receipt(journal_);
 }
 

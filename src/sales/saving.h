@@ -33,10 +33,10 @@ struct PartlySaved {
     std::int64_t journal_id = 0;         // by which it can be finished or undone; 0 if it cannot
 };
 
-// The checks before an invoice is saved. What they read of an ordinary sale is asked for together.
+// The checks before an invoice is saved. For an ordinary sale everything they read is asked for together.
 class SavingChecks {
   public:
-    // With `claims` number and goods are claimed if all pass, else the checks only read.
+    // With `claims`, number and goods are claimed if all checks pass; without, the checks only read.
     SavingChecks(database::Connection& connection, const signin::Session& session, common::Prompts& prompts,
                  Invoice& invoice, Claims* claims = nullptr)
         : connection_(connection), session_(session), prompts_(prompts), invoice_(invoice), claims_(claims) {}
@@ -82,8 +82,8 @@ class Saving {
 
     // Saves the invoice under the next number of its series and leaves the number in `invoice`. Shows the
     // message if there is one. After an error the cashier chooses whether to finish or undo what was begun.
-    // After `saved` everything is durable, so the drawer may open. The last step notes that the draft is
-    // past.
+    // After `saved` everything is durable, so the drawer may open. The last step notes that the draft is no
+    // longer in work.
     SaveOutcome save(Invoice& invoice, const PaymentTaken& payment, const DraftMark& draft = {});
     // The time that the last invoice was saved with.
     const common::TimeOfDay& time() const { return time_; }

@@ -34,7 +34,7 @@ class Having {
     std::optional<Sql> clause_;
 };
 
-// The item that the code filter means: a barcode's, else the one of this number.
+// The item that the code filter means: the one with this barcode, else the one with this code.
 struct CodeFilter {
     std::int64_t item = 0;
     bool scanned = false;  // by a barcode or a scale label

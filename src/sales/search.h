@@ -47,7 +47,8 @@ struct FoundItem {
     Entry entry(int unit) const;
 };
 
-// Why no item can match: a price or a code that is no number, in words for the cashier; empty if none.
+// Why no item can match, in words for the cashier: a price or code is not a number. Empty if there is no such
+// reason.
 std::string_view search_refusal(const SearchFilters& filters);
 
 struct FoundItems {

@@ -47,15 +47,15 @@ std::set<std::int64_t> stores_asked(const Invoice& invoice, std::int64_t item, s
 double held_by_lines(const Invoice& invoice, std::int64_t item, std::int64_t store,
                      const Line* except = nullptr);
 
-// Returns true unless another store supplies the line and holds (base units) too little for this quantity of
-// it and for what the other lines take from there.
+// Returns false if another store supplies the line and what it holds (base units) does not cover this
+// quantity and what the other lines take from there.
 bool supplier_suffices(const Invoice& invoice, const Line& line, double quantity, double held);
 
 // Base units by item and store.
 using Goods = std::map<std::pair<std::int64_t, std::int64_t>, double>;
 // What an invoice takes from stock, from the stores that supply its lines; nothing if it is a return.
 Goods goods_taken(const Invoice& invoice);
-// What the stores hold of the items of `goods`: the statement, and what it gives.
+// The statement for what the stores hold of the items of `goods`, and its result.
 database::Sql levels_statement(const Goods& goods);
 Goods stock_levels(const database::Result& levels);
 // `levels` less `goods`.
@@ -65,8 +65,8 @@ class BatchDates {
   public:
     // Adds the read. The object must still be there when it runs.
     void ask(database::Reads& reads, const Goods& goods);
-    // The date that the goods which the line takes first are past on its invoice's day; nothing if they are
-    // not, or if a return brings them.
+    // The expiry date of the goods that the line takes first, if it has passed on the invoice's day. Nothing
+    // for goods that a return brings back.
     std::optional<common::Date> expired(const Invoice& invoice, const Line& line) const;
 
   private:
@@ -90,7 +90,7 @@ class StockCheck {
         : session_(session), prompts_(prompts) {}
 
     // The limits of the line itself: what may still be returned of its receipt, what is left of its
-    // craftsman's `work` line, and what the store holds that supplies it. Returns false after showing why.
+    // craftsman's `work` line, and what the store that supplies it holds. Returns false after showing why.
     bool line_allows(const Invoice& invoice, const Line& line, double quantity, const ItemStock& stock,
                      const std::optional<CraftsmanLine>& work);
 
@@ -100,8 +100,8 @@ class StockCheck {
     StockAnswer selling_store_allows(const Invoice& invoice, const Line& line, double quantity,
                                      const ItemStock& stock, std::string_view refusal);
 
-    // Asks before goods are sold that are past their date, once for an item of an invoice. Notes on the line
-    // that it was asked.
+    // Asks before goods are sold past their date, once for each item of an invoice, and notes on the line
+    // that it asked.
     bool dates_allow(const Invoice& invoice, Line& line, const BatchDates& dates);
 
     // Puts a supervisor's approval of the last sale below stock into a line that then holds this quantity.

@@ -44,7 +44,7 @@ void complete(Tile& tile, const Row& card, int price_level) {
     if (!item_refusal(item, false) && price && *price > 0) tile.price = price;
 }
 
-// Of a page that is not stored yet, nothing can have changed.
+// A page that is not stored yet cannot have changed.
 bool has_changed(database::Connection& connection, const TilePage& page) {
     if (page.number == 0) return false;
     const auto now = pages_in(

@@ -30,13 +30,12 @@ bool has_header(Connection& connection, const InvoiceToSave& save) {
                                [&](const database::Row& row) { return identity_of(row) == identity; });
 }
 
-// Another till may have taken the number since, as long as the header was not there: then the invoice gets a
-// new one.
+// Until the header was written, another till may have taken the number. The invoice then gets a new one.
 void finish_invoice(Connection& connection, JournalEntry& entry) {
     Journal journal(connection);
     journal.resume(entry.id);
     InvoiceToSave save = read_invoice_to_save(entry.content);
-    // Only the answer to its end was lost.
+    // The save was complete; only the answer was lost.
     if (!database::is_unfinished(connection, entry.id) && has_header(connection, save)) return;
     Claims claims(connection, save.claim);
     if (!journal.has_done(step_number(SaveStep::header)) && claims.number_taken(save.invoice)) {

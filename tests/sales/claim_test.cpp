@@ -1,5 +1,5 @@
-// Number and goods that a save claims before it prints: what other tills make of the claim, and what becomes
-// of claims that nobody gives back.
+// Number and goods that a save claims before it prints: how other tills respect the claim, and what becomes
+// of claims that nobody releases.
 #include "sales/claim.h"
 
 #include <functional>
@@ -35,8 +35,8 @@ class OtherTill : public test::Desk {
     std::unique_ptr<database::Connection> connection_;
 };
 
-// While the paper of one till is in the printer, however long, the other takes the next number, and not the
-// goods that lie on that paper.
+// While one till's receipt is being printed, however long that takes, the other gets the next number and
+// cannot take the goods on that receipt.
 TEST(Claims, HoldWhileAReceiptPrints) {
     Till till;
     OtherTill other(till);
@@ -57,8 +57,8 @@ TEST(Claims, HoldWhileAReceiptPrints) {
     EXPECT_EQ(other.printer.printed.size(), 1u) << "a paper without its invoice";
 }
 
-// A whole save of another till before each statement of a save: one of the two gets the last piece, and no
-// number comes twice.
+// Another till saves completely before each statement of a save: one of the two gets the last piece, and no
+// number is used twice.
 TEST(Claims, OneOfTwoTillsGetsTheLastPieceWhereverTheyMeet) {
     for (const bool last_piece : {true, false}) {
         bool reached = true;
@@ -116,7 +116,7 @@ TEST(Claims, OfADeadTillCountForAMinute) {
     }
 }
 
-// What a lost connection leaves does not stand in the till's own way.
+// A claim left by a lost connection does not block the till itself.
 TEST(Claims, AreTakenBackByTheNextSave) {
     Till till;
     test::FaultyConnection faulty(till.connection());
@@ -132,8 +132,8 @@ TEST(Claims, AreTakenBackByTheNextSave) {
     EXPECT_EQ(invoice.number, 1);
 }
 
-// While the question of a save that stopped stands, its number is not given away, unless it stands so long
-// that the claim grows old: then the save gets another number when it is finished, and a new paper.
+// While the cashier is asked about a stopped save, its number is reserved. If he waits until the claim is too
+// old, the finished save gets another number and a new receipt.
 TEST(Claims, OfASaveThatStoppedLastUntilItIsFinished) {
     for (const bool is_old : {false, true}) {
         SCOPED_TRACE(is_old);

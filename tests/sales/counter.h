@@ -70,7 +70,7 @@ struct Counter : Till {
         return desk.checkout().begin_save() == sales::BeginSave::ask_payment &&
                desk.checkout().SaveInvoice() == sales::SaveOutcome::saved;
     }
-    // Leaves a new invoice.
+    // Begins a new invoice.
     void start_anew() {
         answer({true});
         desk.checkout().CancelRecord();

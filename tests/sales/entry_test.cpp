@@ -79,7 +79,7 @@ TEST(Scan, ReadsEveryForm) {
         {"7جدكطوزظذ", EntryForm::code, "7[];',./`", 1, 0},
         {"12'; drop table items --", EntryForm::code, "12'; drop table items --", 1, 0,
          "12'; drop table items --"},
-        // A quantity before "*", for what follows it; before "+", for the line before.
+        // A quantity before "*" is for what follows, before "+" for the last line.
         {"6*123", EntryForm::code, "123", 6, 0},
         {" ٢٫٥*حليب", EntryForm::code, "pgdf", 2.5, 0, "حليب"},
         {"3*w12", EntryForm::craftsman, "w12", 3, 12},
@@ -377,8 +377,7 @@ TEST(ItemEntry, SalePeriodsBeginAndEndWhileATillIsOn) {
     EXPECT_EQ(price_now(), 6);
 }
 
-// All tills share the price list. It is filled only if it is not right already, and whatever stops the
-// filling leaves what was there.
+// All tills share the price list. It is filled only if it is wrong, and an interruption leaves it as it was.
 TEST(ItemEntry, ThePriceListIsFilledInOneTransactionAndOnlyIfItIsWrong) {
     Counter counter;
     counter.shop.sql("insert into sal_prd (sale_no,sale_from,sale_to) select 1,'2026/11/21','2026/11/21'");

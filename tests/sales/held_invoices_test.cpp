@@ -89,7 +89,7 @@ TEST(Held, IsRefusedWithAReason) {
     EXPECT_FALSE(desk.held().hold());
     EXPECT_EQ(till.said().back(), sales::message::saved_is_not_held);
 
-    // A return needs the right to return, also of the one who resumes it.
+    // Whoever resumes a return also needs the right to make returns.
     ASSERT_TRUE(desk.receipts().start_return());
     ASSERT_TRUE(desk.held().hold());
     const HeldInvoice held = desk.held().list().at(0);
@@ -179,7 +179,7 @@ TEST(Held, IsTakenOverFromAnotherTill) {
     const HeldInvoice listed = desk.held().list().at(0);
     ASSERT_TRUE(desk.held().resume(listed));
     till.enter("200");  // does not come along
-    // Part of it is in the books: who began that save ends it.
+    // Part of it is in the books: only the till that began the save can end it.
     sales::InvoiceToSave begun;
     begun.invoice = desk.invoice();
     begun.moment = listed.moment;

@@ -121,7 +121,7 @@ TEST(Kinds, SwitchingAnEmptyScreen) {
         EXPECT_EQ(sales::payment_enabled(PaymentOption::card, desk.invoice().kind), sale);
         EXPECT_EQ(desk.header().SwitchPayment(PaymentOption::card), sale);
         EXPECT_EQ(desk.header().SwitchPayment(PaymentOption::tips), sale);
-        // F5 and F4 lead back to a cash sale from everything but cash and the sale itself.
+        // F5 and F4 lead back to cash and to a sale from every other payment and kind.
         desk.header().SwitchPayment(sale ? PaymentOption::tips : PaymentOption::account);
         desk.header().toggle_payment();
         EXPECT_EQ(desk.invoice().payment, PaymentOption::cash);
@@ -231,7 +231,7 @@ TEST(Totals, DiscountFollowsThePercent) {
     EXPECT_FALSE(desk.sale().current_row.has_value());
 }
 
-// Every figure is rounded when it comes to be, so that lines, discount and net add up as they are shown.
+// Every figure is rounded when it is computed, so that lines, discount and net add up as shown.
 TEST(Totals, WeighedLinesAndDiscountsAddUpToThePiastre) {
     struct Case {
         std::vector<std::array<const char*, 2>> lines;  // quantity, price

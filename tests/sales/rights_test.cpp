@@ -1,4 +1,5 @@
-// Every guarded effect by every road: refused without its right, allowed by that right alone.
+// Every guarded effect, in every way it can be reached: refused without its right, allowed by that right
+// alone.
 #include <functional>
 
 #include "sales/counter.h"

@@ -236,7 +236,7 @@ TEST(SalesDesk, ARecalledReceiptIsLookedAtReprintedAndReturned) {
     EXPECT_EQ(desk.invoice().kind, KindOption::return_);
     EXPECT_FALSE(desk.lines().commit_edit(0, column::quantity, "4")) << "only three were sold";
     EXPECT_THAT(counter.said(), ElementsAre(std::string(message::quantity_not_allowed)));
-    // What was set to one is scanned back to the three that were sold, and no further.
+    // A quantity that was set to one can be scanned back to the three that were sold, but no further.
     ASSERT_TRUE(desk.lines().commit_edit(0, column::quantity, "1"));
     for (const char* quantity : {"2.000", "3.000", "3.000"}) {
         counter.answer({true});

@@ -266,7 +266,7 @@ TEST(Saving, AReturnBelongsToItsSaleAndNotToTheNumber) {
     EXPECT_EQ(left_of(0), 0);
 }
 
-// What a drawer took for a sale goes out again when all of it comes back, in one return or in several.
+// When all goods of a sale come back, in one return or in several, the drawer pays out exactly what it took.
 TEST(Saving, RefundsMirrorTheirSalesToThePiastre) {
     struct Case {
         const char* name;
@@ -661,7 +661,7 @@ TEST(Saving, SettingsChooseTheReceipts) {
     }
 }
 
-// A server that carries the end of a save out and is lost before it answers; or for a while longer.
+// A server that carries out the end of a save and is lost before it answers, or for longer.
 class LosingTheAnswer final : public test::FaultyConnection {
   public:
     LosingTheAnswer(database::Connection& inner, int more) : FaultyConnection(inner), more_(more) {}
