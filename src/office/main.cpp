@@ -25,7 +25,7 @@ constexpr const char* usage =
 
 constexpr int wrong_command_line = 2;
 
-// Where there is no shop, makes one; returns false if the user did not want to.
+// Makes a shop if there is none; returns false if the user did not want one.
 bool is_shop_there(common::Clock& clock) {
     const std::filesystem::path found = startup::shop_folder();
     if (shop::has_shop(found)) return true;
@@ -36,7 +36,7 @@ bool is_shop_there(common::Clock& clock) {
     ui::ScreenPrompts prompts;
     const ui::KeyQueue keys;
     if (!office::first_start(folder, {prompts, clock, devices, log}, ui::show_full_screen)) return false;
-    // The folder that was made is the shop's from now on, wherever the program was started.
+    // The new folder is the shop's from now on, wherever the program was started.
     return shop::has_shop(startup::shop_folder());
 }
 

@@ -8,8 +8,7 @@
 
 namespace office {
 
-// Makes a shop where there is none, in the folder for it. Returns false if the user left before there was
-// one.
+// Makes a shop in its folder where there is none. Returns false if the user left before there was one.
 bool first_start(const std::filesystem::path& folder, const common::Services& services,
                  const std::function<void(QWidget&)>& show_window);
 

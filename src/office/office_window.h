@@ -18,7 +18,7 @@ class OfficeWindow : public QWidget, private ui::PageLinks {
     Q_OBJECT
   public:
     explicit OfficeWindow(const ui::Context& context);
-    // Brings the first page to the front that the user may use.
+    // Brings the first page that the user may use to the front.
     void open();
 
   signals:
@@ -42,7 +42,7 @@ class OfficeWindow : public QWidget, private ui::PageLinks {
     bool show_page(Place& place);
     bool has(ui::PageList list) const override { return place_of(list) < places_.size(); }
     void open(ui::PageList list) override;
-    // The number of places if the user has none with the list.
+    // The number of places if the user has no page with the list.
     std::size_t place_of(ui::PageList list) const;
     void mark_current();
     void leave();

@@ -1,4 +1,4 @@
-// What the office window offers: one row says what an entry is called, who may use it and what it opens.
+// The entries of the office window: each row says what an entry is called, who may use it and what it opens.
 #pragma once
 
 #include <QString>

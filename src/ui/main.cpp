@@ -40,9 +40,9 @@ struct Arguments {
     std::string cash_point;
 };
 
-// Handles --help and --version, which need neither a screen nor a shop, and refuses everything that is not a
-// cash point: a till that sold on another drawer than the one meant would go unnoticed. Returns the exit
-// code, or nothing if the till is to start.
+// Handles --help and --version, which need neither a screen nor a shop, and refuses any other argument that
+// is not a cash point, because nobody would notice a till selling on the wrong drawer. Returns the exit code,
+// or nothing if the till is to start.
 std::optional<int> handle_arguments(int argc, const char* const* argv, Arguments& arguments) {
     if (argc > 1 && std::string_view(argv[1]) == "--training") {
         arguments.training = true;
@@ -99,7 +99,7 @@ void set_up(QApplication& application) {
         application.installEventFilter(new EndAtSignIn(&application));
 }
 
-// Says in a box that the command line is wrong: who started the till from an icon sees no other output.
+// Shows in a box that the command line is wrong: whoever started the till from an icon sees no other output.
 void show_wrong_arguments(int argc, char** argv) {
     std::string words;
     for (int i = 1; i < argc; ++i)

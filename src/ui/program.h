@@ -1,4 +1,4 @@
-// What the programs with windows, the till and the office, do before their own windows come.
+// What the till and the office do before they show their own windows.
 #pragma once
 
 #include <QSocketNotifier>
@@ -28,15 +28,15 @@ void set_up(QApplication& application, const char* name);
 
 void show_full_screen(QWidget& window);
 
-// What takes time: connecting, copying, and every statement on a server.
+// Keeps the screen alive during what takes time: connecting, copying, and every statement on a server.
 void keep_screen_alive(startup::Environment& environment, ServerLink& server);
 
-// Lets tallvex-admin copy the shop. It is a program of its own beside this one, so that neither a slow stick
-// nor the end of one program stops the other.
+// Runs tallvex-admin to copy the shop, as a separate process, so that neither a slow stick nor the end of one
+// program holds up the other.
 void back_up_beside(const startup::Environment& environment, common::Log& log);
 
-// The run of a program from start-up to its end: a second start brings it to the front, and on a server its
-// cash point is renewed.
+// A program from start-up to its end. Starting it a second time brings it to the front; on a server its cash
+// point is renewed.
 class ProgramRun {
   public:
     ProgramRun(startup::Environment environment, const common::Services& services, ServerLink& server);

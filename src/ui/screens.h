@@ -7,7 +7,7 @@
 
 namespace ui {
 
-// A new screen needs one more row here, and then has its key and its place on the strip or in the menu.
+// One row for each screen gives it its key and its place on the strip or in the menu.
 const std::vector<Command>& screen_commands();
 
 }  // namespace ui

@@ -11,7 +11,7 @@ namespace ui {
 // The waiting window; see startup::Environment::wait_for_server.
 bool wait_for_server(const std::string& server, const std::function<bool()>& attempt,
                      const std::function<void(QWidget&)>& show_window);
-// The window that shows a copying; see startup::Environment::show_copying.
+// The window shown while the shop is copied; see startup::Environment::show_copying.
 void show_copying(const std::function<void(const std::function<void(int)>& tell)>& copying,
                   const std::function<void(QWidget&)>& show_window);
 // Brings the window in use to the front.

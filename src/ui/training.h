@@ -14,7 +14,7 @@ class KeyQueue;
 
 class Training {
   public:
-    // `shop` is what a start of the shop takes from the machine.
+    // `shop` is the environment in which the shop itself was started.
     Training(startup::Environment shop, common::Services services, KeyQueue& keys,
              std::function<void(QWidget&)> show_window)
         : shop_(std::move(shop)), services_(services), keys_(keys), show_window_(std::move(show_window)) {}

@@ -28,7 +28,7 @@ class Workplace {
     Workplace& operator=(const Workplace&) = delete;
 
     const Context& context() const { return context_; }
-    // The receipt port is that of the settings until another is chosen at this workstation. To be called
+    // Reads the receipt printer: the port of the settings unless this workstation has chosen another. Call
     // after sign-in.
     void read_printer();
 

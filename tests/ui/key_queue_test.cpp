@@ -96,8 +96,8 @@ TEST_F(Keys, OnlyAnEnterThatComesAloneAnswersABox) {
     EXPECT_EQ(entered_, QStringList{"9"});
 }
 
-// What is typed for an action that ends in a box goes no further than a scan behind it, of which a part may
-// not have come yet.
+// Keys typed for an action that ends in a box are dropped, but a scan after them is kept, even if only a part
+// of it has arrived.
 TEST_F(Keys, OfKeysThatWaitedForAnActionABoxKeepsTheScans) {
     focus(entry_);
     queue_.hold(true);

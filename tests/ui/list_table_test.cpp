@@ -48,8 +48,8 @@ class LongList : public testing::Test {
     ui::ListTable list{"list", {"رقم", "البيان", "القيمة", "الدفع"}, 1};
 };
 
-// The times are processor time with room for a slow machine; a list that makes or measures something for
-// every cell takes seconds.
+// The limits are processor time and leave room for a slow machine; a list that builds or measures something
+// for every cell takes seconds.
 TEST_F(LongList, OfTwentyThousandRowsOpensAndIsLeafedThroughWithoutStutter) {
     auto rows = rows_of(20000);
     EXPECT_LT(seconds([&] {

@@ -1,4 +1,4 @@
-// What a till does by itself: it renews its cash point in the background, and notices a server that is gone.
+// Background work of a till: it renews its cash point and notices a server that is gone.
 #include "ui/widgets/server_link.h"
 
 #include <gtest/gtest.h>
@@ -51,7 +51,7 @@ TEST_F(ServerLink, AnIdleTillNoticesThatTheServerIsGoneAndBack) {
     renew();
     EXPECT_TRUE(comes_true([&] { return renewed == 1; }));
 
-    // Any other error is none of the network's.
+    // Any other error does not concern the network.
     link.run_later([](database::Connection& shop) { shop.query("select x from nowhere"); },
                    [&] { ++renewed; });
     renew();

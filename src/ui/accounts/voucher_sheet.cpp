@@ -236,7 +236,7 @@ void VoucherSheet::choose_party() {
 void VoucherSheet::save() {
     if (Sheet::top_of(window()) != this) return;
     said_->clear();
-    // A party typed in full and left by a click on the button has not been taken yet.
+    // A party whose name was typed in full is not chosen yet when a click on the button leaves the field.
     if (!logic_.is_editing()) choose_party();
     const bool was_editing = logic_.is_editing();
     if (!form_.save(context_.services, "SaveVoucher", logic_.fields, [this] { return logic_.save(); })) {

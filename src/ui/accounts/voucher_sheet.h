@@ -42,7 +42,7 @@ class VoucherSheet : public Sheet {
     void show_parties();
     void show_party();
     void show_method();
-    // Shows what can be read as an amount in the form of one; the rest is refused when the voucher is saved.
+    // Formats a text that can be read as an amount; other texts are refused when the voucher is saved.
     void show_as_amount(QLineEdit* field);
     void choose_party();
     void save();

@@ -72,7 +72,7 @@ bool WalkInSheet::open() {
     without_->setEnabled(chosen.has_value());
     if (chosen) {
         logic_.fields.code = std::to_string(chosen->code);
-        // A stored customer is loaded first, so that what was corrected on this invoice stays a correction.
+        // Load a stored customer first, so that corrections made on this invoice remain corrections.
         if (!chosen->is_new) logic_.enter_code();
         logic_.fields = {std::to_string(chosen->code), chosen->name, chosen->phone, chosen->mail};
     }

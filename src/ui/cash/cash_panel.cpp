@@ -153,7 +153,7 @@ void CashPanel::show_state() {
     show_difference();
 }
 
-// Those of a day are all taken off, or none is.
+// The discounts of a day are either all deducted or not at all.
 void CashPanel::show_discounts() {
     const cash::InvoiceDiscounts& discounts = logic_.discounts();
     const bool beside = !discounts.taken_off || !discounts.beside.is_zero();

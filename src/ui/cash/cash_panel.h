@@ -1,5 +1,4 @@
-// The cash panel: a drawer's expected cash on a day, and the counted cash that makes a surplus or a shortage
-// of it.
+// The cash panel: a drawer's expected cash on a day, and the counted cash that shows a surplus or a shortage.
 #pragma once
 
 #include "cash/counted_cash.h"

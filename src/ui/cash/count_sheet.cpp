@@ -140,7 +140,7 @@ QLineEdit* CountSheet::read() {
     return wrong;
 }
 
-// Without a number somewhere there is no total.
+// There is no total while a field holds no number.
 void CountSheet::show_state() {
     const bool readable = read() == nullptr;
     const QString none = qt(cash::message::no_figure);

@@ -93,7 +93,7 @@ QWidget* DailyStatementScreen::build_choices() {
     view_->set_height(field_height);
     row->addWidget(view_, 0, Qt::AlignBottom);
 
-    // Chosen by key or mouse, or a name typed in full.
+    // The store was chosen by key or mouse, or its name was typed in full.
     connect(store_, &QComboBox::activated, this, &DailyStatementScreen::choose_store);
     connect(drawer_, &QComboBox::activated, this, &DailyStatementScreen::choose_drawer);
     connect(store_->lineEdit(), &QLineEdit::returnPressed, drawer_, qOverload<>(&QWidget::setFocus));
@@ -211,7 +211,7 @@ bool DailyStatementScreen::choose_date() {
     if (!all_known({store_, drawer_}, context_.services.prompts)) return false;
     const auto typed = common::read_date(utf8(date_->text()));
     if (!typed) {
-        // Restored first: the message takes the focus out of the field, which would be read again.
+        // Restore the date first: the message takes the focus from the field, so that it would be read again.
         date_->setText(qt(common::date_text(logic_.date)));
         context_.services.prompts.message(common::message::wrong_date, common::Icon::critical);
         date_->setFocus();

@@ -82,7 +82,7 @@ void ExpenseScreen::choose_main_heading() {
 
 void ExpenseScreen::save() {
     if (Sheet::top_of(window()) != this) return;
-    // A name typed in full and left by a click on this button has not been chosen yet.
+    // A store whose name was typed in full is not chosen yet when a click on this button leaves the field.
     choose_store();
     choose_main_heading();
     const bool saved =

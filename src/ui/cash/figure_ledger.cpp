@@ -189,8 +189,8 @@ void FigureLedger::align_figures() {
         align_column(column);
 }
 
-// Where a column's widest caption has no room beside its widest figure, the captions of the whole column
-// become smaller, then its figures.
+// If a column's widest caption does not fit beside its widest figure, all captions of the column become
+// smaller, then its figures.
 void FigureLedger::align_column(const std::vector<Placed>& column) {
     constexpr std::pair<int, int> sizes[] = {{14, 16}, {13, 16}, {12, 15}, {12, 14}, {11, 13}};
     for (const auto& [caption, figure] : sizes) {
@@ -224,7 +224,7 @@ void FigureLedger::take_focus(int id) {
     if (wanted != nullptr) wanted->setFocus(Qt::OtherFocusReason);
 }
 
-// Tab comes to one figure of the ledger and goes on from there; the arrows do the rest.
+// Tab stops at one figure of the ledger only; the arrows move between figures.
 void FigureLedger::make_current(FigureCell* cell) {
     if (current_ != nullptr) current_->setFocusPolicy(Qt::ClickFocus);
     current_ = cell;

@@ -15,8 +15,8 @@ class FigureCell : public QAbstractButton {
     enum class Kind { plain, carried, total };
     FigureCell(const QString& name, const QString& sign, const QString& caption, Kind kind);
     void show_figure(const QString& text);
-    // The sizes of its texts, and the room kept for the figure at the left end, so that the decimals of a
-    // column line up.
+    // Sets the sizes of its texts, and the room kept for the figure at the left end, so that the decimals of
+    // a column line up.
     void set_measures(int caption_pixels, int figure_pixels, int figure_width);
     int figure_width(int figure_pixels) const;
     int caption_width(int caption_pixels) const;

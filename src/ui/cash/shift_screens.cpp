@@ -33,7 +33,8 @@ void print_report_of(const cash::ShiftStart& logic, const Context& context) {
     if (logic.report()) print_shift_report(*logic.report(), context);
 }
 
-// What the drawer's till still holds when a start closes the shift before; it may be resumed in the new one.
+// Names the invoices that the drawer's till still holds when a start closes the shift before; they may be
+// resumed in the new one.
 void tell_of_held(const Context& context) {
     const std::string held = sales::held_words(context.connection, context.session);
     if (!held.empty()) context.services.prompts.message(common::trim(held), common::Icon::information);
@@ -94,7 +95,7 @@ bool ShiftForm::open(cash::ShiftStart& logic, const Context& context) {
                    .arg(qt(logic.last_worker()), last->is_open() ? "مفتوحة" : "مغلقة");
     }
     state_->setText(text);
-    // Shown only where it matters: a right count is this much short of the expected cash.
+    // Shown only where it matters: a correct count falls short of the expected cash by this much.
     const common::Amount beside = logic.discounts().beside;
     discounts_->setVisible(!beside.is_zero());
     discounts_->setText(qt(cash::message::shift_discounts) + " : " + figure(beside.text()));
@@ -130,8 +131,8 @@ bool ShiftForm::start(cash::ShiftStart& logic, const Context& context) {
     return started;
 }
 
-// Closes at this moment, so the date and time in the fields are not read: a wrong date is no reason to keep a
-// shift open.
+// Closes the shift now and does not read the date and time in the fields: a wrong date must not keep a shift
+// open.
 bool ShiftForm::close_current(cash::ShiftChange& logic, const Context& context) {
     logic.entry.counted = utf8(form_.line("shift_counted")->text());
     logic.entry.leave = utf8(form_.line("shift_leave")->text());
@@ -245,7 +246,7 @@ QWidget* ShiftSide::build_shifts() {
     return half;
 }
 
-// A user's shifts are those he sold in: the shift itself records the worker, not the user.
+// A user's shifts are those in which he sold; a shift itself records the worker, not the user.
 void ShiftSide::show_shifts() {
     const auto user = choice_of(users_);
     const bool all = !user || *user == sales::all_users;

@@ -30,7 +30,7 @@ class ShiftForm : public QWidget {
     // true if that was done; after a refusal the focus is on the field at fault.
     bool start(cash::ShiftStart& logic, const Context& context);
     bool close_current(cash::ShiftChange& logic, const Context& context);
-    // Counts the drawer by notes and coins, and takes the sum over.
+    // Counts the drawer by notes and coins and takes over the sum.
     void count(cash::ShiftStart& logic, const Context& context);
     // Where Enter in the last field leads to.
     void lead_to(QWidget* last);

@@ -1,4 +1,4 @@
-// What the shop runs short of, what is out of date or soon will be, and what to order.
+// What the shop is running out of, what has expired or soon will, and what to order.
 #pragma once
 
 #include "common/choice.h"

@@ -1,4 +1,4 @@
-// What a new count is of.
+// Asks which goods a new count covers.
 #pragma once
 
 #include "counting/counts.h"

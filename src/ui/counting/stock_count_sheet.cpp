@@ -112,7 +112,7 @@ QWidget* StockCountSheet::build_entry() {
     ways->addWidget(again_);
     row->addLayout(ways);
     connect(item_, &ItemField::picked, this, &StockCountSheet::take_item);
-    // So that the next scan finds its field.
+    // Return the focus to the field, for the next scan.
     for (QCheckBox* box : {each_, again_})
         connect(box, &QCheckBox::clicked, this, [this] { take_focus(); });
     connect(item_, &ItemField::left_downwards, this, [this] { tables_[view_->value()]->setFocus(); });
@@ -318,7 +318,7 @@ void StockCountSheet::show_view(int view) {
     if (guarded(context_.services, "ShowCount", [this] { refresh(); })) take_focus();
 }
 
-// Others count and book meanwhile, so the count itself is read again too.
+// Others may count and book meanwhile, so the count itself is read again too.
 void StockCountSheet::refresh() {
     if (auto read = counting::read_count(context_.connection, count_.number)) count_ = *read;
     const int view = view_->value();
@@ -357,7 +357,7 @@ void StockCountSheet::show_differences(const std::vector<counting::Difference>& 
     note_->setText(count_.is_open() ? held_text() : QString());
 }
 
-// Goods of the list that stand in held invoices: they are gone from the shelf and not from the books.
+// Goods of the list that are on held invoices: they have left the shelf but not the books.
 QString StockCountSheet::held_text() const {
     constexpr int most_named = 4;
     const auto held = sales::goods_held(context_.connection, count_.store);

@@ -43,7 +43,7 @@ class StockCountSheet : public Sheet {
     void forget_picked();
     void remove_line();
     void book();
-    // Nothing if the user goes back; else whether goods that nobody counted are booked away.
+    // Asks whether the stock of goods that nobody counted becomes zero; nothing if the user goes back.
     std::optional<bool> ask_missing();
     bool confirm_booking(bool missing_are_gone);
     void give_up();

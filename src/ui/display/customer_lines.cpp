@@ -32,7 +32,7 @@ void CustomerLines::show_lines(const sales::Invoice& invoice) {
                               " × " + qt(common::format_amount(line.price)),
                           figure(line.total().text())});
     }
-    // For who reads the screen instead of seeing it, and for plays.
+    // For screen readers and for plays.
     setAccessibleName(QString::number(lines_.size()));
     setAccessibleDescription(lines_.empty() ? QString() : lines_.back().name + " " + lines_.back().total);
     update();

@@ -35,7 +35,7 @@ namespace {
 constexpr int mark_column = 0;
 constexpr int name_column = 2;
 constexpr int group_column = 3;
-// A narrower list leaves the group out, which the filter above it tells, so that names are seen whole.
+// A narrower list leaves out the group, so that names are seen whole; the filter above the list shows it.
 constexpr double width_with_group = 900;
 constexpr auto mark = "✓";
 
@@ -245,7 +245,7 @@ void GoodsPage::open_card() {
     items_->setFocus();
 }
 
-// Asked before anything is typed that would be refused.
+// Asked first, so that nobody types what would be refused.
 bool GoodsPage::may_change() const {
     return signin::authorise_change(context_.session, context_.services.prompts, signin::Action::edit_goods);
 }

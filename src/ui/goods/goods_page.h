@@ -35,7 +35,7 @@ class GoodsPage : public Page {
     void fill_lists();
     // Reads the items again; the item that was chosen stays chosen if it is still there.
     void read_items();
-    // The same in the guard, for what was typed or chosen.
+    // The same in the guard of actions, after something was typed or chosen.
     void refresh();
     void repaint_rows(std::optional<std::int64_t> chosen);
     std::optional<std::int64_t> chosen_item() const;

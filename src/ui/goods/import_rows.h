@@ -11,7 +11,8 @@ namespace ui {
 // Line of the file, code, name, what will happen.
 QStringList import_headings();
 inline constexpr int import_stretched = 3;
-// Lines that are refused, then what should be looked at, then what is added or changed; the first thousands.
+// First refused lines, then lines to be looked at, then what is added or changed. Only the first thousands of
+// rows.
 std::vector<QStringList> import_rows(const goods::ImportPlan& plan);
 QString import_text(const goods::ImportPlan& plan);
 

@@ -14,17 +14,17 @@ class Matches;
 class ItemField : public HintedField {
     Q_OBJECT
   public:
-    // The matches lie over `over`, the page or sheet that the field stands on, as wide as what holds the
-    // field.
+    // The matches are shown over `over`, the page or sheet that the field stands on, as wide as the widget
+    // that holds the field.
     ItemField(const QString& name, const Context& context, QWidget* over);
 
     // The store whose stock the matches show; at first that of the session.
     void set_store(std::int64_t store);
 
   signals:
-    // Enter, a scan, or a match that was chosen. The field is empty then.
+    // An item was entered, scanned, or chosen from the matches. The field is empty by then.
     void picked(const goods::Pick& pick);
-    // Down in a field without matches: the list below is meant.
+    // Down was pressed in a field without matches: the list below is meant.
     void left_downwards();
 
   protected:

@@ -251,7 +251,7 @@ void ItemSheet::remove_barcode() {
     show_barcodes();
 }
 
-// Of the item as it is saved, so that no label tells a price that the till does not know.
+// Prints the item as it is saved, so that no label shows a price that the till does not know.
 void ItemSheet::print_label() {
     if (Sheet::top_of(window()) != this) return;
     guarded(context_.services, "Label", [&] {
@@ -310,7 +310,7 @@ void ItemSheet::remove() {
     if (is_gone) leave(1);
 }
 
-// An empty text was said already.
+// A refusal without text has been shown already.
 void ItemSheet::refuse(const common::Refusal& refusal) {
     if (!refusal.text.empty()) context_.services.prompts.message(refusal.text, common::Icon::critical);
     if (refusal.field.empty()) return;

@@ -42,7 +42,7 @@ class ItemSheet : public Sheet {
     void show_card();
     void show_barcodes();
     void read_card();
-    // The prices that were worked out from one that is edited follow it.
+    // The prices computed from the edited one follow it.
     void follow(int unit_level, int price_level);
     void add_barcode();
     void draw_barcode();

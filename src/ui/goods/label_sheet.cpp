@@ -46,7 +46,7 @@ std::int64_t kept_paper(const Context& context) {
     return 1;
 }
 
-// A choice that cannot be kept is made again the next time.
+// If the choice cannot be kept, the user makes it again next time.
 void keep_paper(const Context& context, const printing::LabelPaper& paper) {
     try {
         common::keep_named_values(paper_file(context), {{paper_key, std::string(paper.name)}});

@@ -28,7 +28,7 @@ constexpr std::size_t most_shown = 5000;
 // Saved. Print shelf labels with the new retail prices?
 constexpr std::string_view ask_labels =
     "تم حفظ الأسعار. هل تطبع ملصقات جديدة للأصناف التي تغير سعر القطاعي لها؟";
-// Nobody prints more at one go.
+// Nobody prints more in one go.
 constexpr std::size_t most_labels = 1000;
 // Item, name, which price, from, to, difference, warning.
 constexpr std::array<const char*, 7> change_headings = {"كود", "الاسم", "السعر", "من",
@@ -221,7 +221,7 @@ void PriceSheet::apply() {
     leave(1);
 }
 
-// An empty text was said already.
+// A refusal without text has been shown already.
 void PriceSheet::refuse(const common::Refusal& refusal) {
     if (!refusal.text.empty()) context_.services.prompts.message(refusal.text, common::Icon::critical);
     if (refusal.field != goods::percent_field) return;

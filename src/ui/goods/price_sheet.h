@@ -33,10 +33,10 @@ class PriceSheet : public Sheet {
     void build_choices();
     void read_choice();
     void show_changes();
-    // What was worked out no longer fits the fields.
+    // Drops the computed changes, because they no longer match the fields.
     void forget_changes();
     void repaint_rows();
-    // The changes as they were worked out.
+    // The computed changes as a page.
     printing::Report paper() const;
     void apply();
     void refuse(const common::Refusal& refusal);

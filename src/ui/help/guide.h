@@ -46,7 +46,7 @@ class HelpGuide {
     explicit HelpGuide(const QString& markdown);
     // The Markdown of a guide that is compiled into the program.
     static QString carried_text(Guide guide);
-    // The path to open a picture by, from its path in the guide.
+    // The path at which to open a picture, from its path in the guide.
     static QString picture(const QString& path);
 
     const std::vector<HelpChapter>& chapters() const { return chapters_; }

@@ -148,7 +148,7 @@ void HelpScreen::search() {
     count_->setText(nothing    ? QString()
                     : all == 0 ? QString("لا يوجد ما يطابق البحث")
                                : "عدد النتائج " + figure(all));
-    // Always from where the search began; otherwise each further letter would skip a match.
+    // Always search from where the search began; otherwise each further letter would skip a match.
     if (all == 0) {
         page_->mark({}, match_);
     } else {

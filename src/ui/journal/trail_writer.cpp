@@ -13,7 +13,7 @@ namespace ui {
 namespace {
 
 constexpr std::chrono::seconds between_looks{1};
-// Nothing but the till's own file waits for it.
+// Waiting costs nothing: the events are in the till's own file.
 constexpr std::chrono::minutes between_looks_on_server{1};
 constexpr std::chrono::minutes after_failure{1};
 constexpr std::string_view journal_code = "224";  // in the log
@@ -71,7 +71,7 @@ void TrailWriter::write_later() {
         });
 }
 
-// A server that is away is told of by what the cashier does next.
+// If the server is away, the cashier's next action will tell him.
 void TrailWriter::failed(const std::exception& error) {
     log_.log_event(database::log_line("WriteJournal", error), journal_code);
     timer_.start(after_failure);

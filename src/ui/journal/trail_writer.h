@@ -1,6 +1,6 @@
-// Writes the events of the till's journal while the till lives: between the cashier's actions, of a
-// shop in a file a second after they were noted, on a server once a minute in another thread, as it renews
-// its cash point. Nobody waits for it.
+// Writes the events of the till's journal to the shop between the cashier's actions: to a file one second
+// after they were noted, to a server once a minute in another thread, as the cash point is renewed. Nobody
+// waits for it.
 #pragma once
 
 #include <QObject>
@@ -20,8 +20,8 @@ class TrailWriter : public QObject {
     TrailWriter(database::Connection& connection, const signin::Session& session, ServerLink& server,
                 common::Log& log);
 
-    // Writes at once what is pending, as before it is read. Returns false if the database failed: the events
-    // then stay in the till's file.
+    // Writes at once what is pending, for example before the journal is read. Returns false if the database
+    // failed: the events then stay in the till's file.
     bool write();
 
   private:

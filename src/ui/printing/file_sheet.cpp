@@ -26,7 +26,7 @@ fs::path path_of(const QString& text) {
     return utf8(text);
 }
 
-// Sticks and disks that the system has put in, by its usual places.
+// Sticks and disks that are mounted in the system's usual places.
 QFileInfoList sticks() {
     QFileInfoList found;
     for (const char* place : {"/media", "/run/media"}) {

@@ -27,8 +27,8 @@ FileChoice picture_choice();
 // Tables of comma-separated values.
 FileChoice csv_choice();
 
-// The folders and such files of a folder; its path can be typed. Closes with 1 when `take` accepts a file; it
-// says why it does not.
+// Shows the folders and the files of that kind in a folder; its path can also be typed. Closes with 1 when
+// `take` accepts a file; `take` itself says why it refuses one.
 class FileSheet : public Sheet {
     Q_OBJECT
   public:

@@ -94,7 +94,7 @@ PreviewDialog::PreviewDialog(QWidget* host, std::shared_ptr<const PageSet> pages
 
 void PreviewDialog::build_bar() {
     auto* bar = add_row();
-    // The preview itself has the focus and handles the keys, which the captions name.
+    // The preview itself has the focus and handles the keys; the captions only name them.
     const auto add = [&](const char* name, const QString& caption, const char* key, auto action) {
         QPushButton* made = foot_button(bar, name, caption + "  " + key, 0, action);
         made->setFocusPolicy(Qt::NoFocus);

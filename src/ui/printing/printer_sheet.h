@@ -23,7 +23,8 @@ namespace ui {
 class ListTable;
 class Segments;
 
-// Keeps the workstation's choice. One that cannot be kept is said, and holds until the program ends.
+// Keeps the workstation's choice. If it cannot be kept, says so; the choice then holds until the program
+// ends.
 void keep_printer(const Context& context);
 
 // Two lists of the same ports, the first for wide rolls, the second for narrow ones. The choice is kept in a
@@ -44,7 +45,7 @@ class PrinterSheet : public Sheet {
     // The choice under the cursor of the list in use.
     printing::PrinterChoice marked() const;
     void choose();
-    // These say why not.
+    // These say why they return false.
     bool may_choose();
     bool is_refused(const printing::PrinterChoice& choice);
     bool opens_drawer(const printing::PrinterChoice& choice);

@@ -45,7 +45,7 @@ QString failure_text(const PortReport& report) {
            qt(printing::message::port_words(last.fault, last.port));
 }
 
-// The screen at the end of the program, until nothing is on its way any more.
+// The screen shown at the end of the program until everything is printed.
 class PrintingWait : public Sheet {
   public:
     PrintingWait(QWidget* host, const common::Devices& devices) : Sheet(host, "تجري الطباعة") {
@@ -126,7 +126,7 @@ void PrintingLine::print_again() {
     emit answered();
 }
 
-// What is being printed meanwhile goes on.
+// What is being printed goes on.
 void PrintingLine::forget() {
     log_dropped(services_.devices.port_report().failed);
     services_.devices.forget_failed();

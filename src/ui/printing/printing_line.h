@@ -1,4 +1,4 @@
-// What is still being printed on slow ports, and what they did not take.
+// What is still being printed on slow ports, and what could not be printed.
 #pragma once
 
 #include <QTimer>
@@ -10,8 +10,8 @@ class QPushButton;
 
 namespace ui {
 
-// A line of the sales window, shown as long as there is something to say. What a port did not take is kept in
-// memory and offered to be printed again, now or not at all; selling goes on meanwhile.
+// A line of the sales window, shown as long as there is something to say. What could not be printed is kept
+// in memory; the cashier can print it again or drop it. Selling goes on meanwhile.
 class PrintingLine : public Banner {
     Q_OBJECT
   public:
@@ -21,7 +21,7 @@ class PrintingLine : public Banner {
     // Sets a text that is shown while nothing is printed, until the next one.
     void say(const QString& text) { said_ = text; }
     // Waits before the program ends until everything is printed. Returns false if the cashier would rather go
-    // on working. What he does not want printed is dropped, and the log names it.
+    // on working. What he does not want printed is dropped and logged.
     bool finish();
 
   signals:

@@ -1,4 +1,4 @@
-// How far long work has come: a print, an import.
+// Shows the progress of long work such as a print or an import.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 namespace ui {
 
 // Shows a bar over the window in use once the work has taken a moment; Esc or its button ends the work. The
-// bar goes when the last copy of what this returns is gone.
+// bar disappears with the last copy of what this returns.
 struct ProgressWords {
     const char* state = "صفحة %1 من %2";          // page … of …
     const char* end = "جار التسليم إلى الطابعة";  // handing over to the printer

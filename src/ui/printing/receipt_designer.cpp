@@ -133,7 +133,7 @@ void ReceiptDesignerSheet::build_switches(QVBoxLayout* column) {
         row->addLayout(grid.layout(), 1);
         column->addLayout(row);
     };
-    // What drawn receipts show, text receipts, and what is printed at a save.
+    // Groups of fields: drawn receipts, text receipts, and what is printed at a save.
     add("البون المرسوم", printing::page_form());
     add("البون النصي", printing::text_form());
     add("عند الحفظ", printing::save_form());
@@ -203,7 +203,7 @@ std::optional<common::Refusal> ReceiptDesignerSheet::read() {
     if (auto refusal = form_.read(logic_.design)) return refusal;
     const auto chosen = choice_of(form_.list("design_font"));
     if (!chosen) return common::Refusal("design_font", common::message::not_in_list);
-    // The default stays one until another font is chosen.
+    // The default font stays the default until another one is chosen.
     const std::string& font = fonts_.at(static_cast<std::size_t>(*chosen));
     if (font != logic_.design.settings().font) logic_.design.font = font;
     return std::nullopt;
@@ -212,7 +212,7 @@ std::optional<common::Refusal> ReceiptDesignerSheet::read() {
 void ReceiptDesignerSheet::redraw() {
     if (!isVisible()) return;
     guarded(context_.services, "DrawReceipt", [&] {
-        // A value that is still being typed shows the receipt as it was.
+        // While a value is still being typed, the picture stays as it was.
         if (read()) return;
         paper_->draw(logic_.design, width_->value());
     });
@@ -225,7 +225,7 @@ void ReceiptDesignerSheet::choose_logo() {
         .run();
 }
 
-// The picture is kept beside until the design is saved.
+// Keeps the picture in a temporary file until the design is saved.
 bool ReceiptDesignerSheet::take_logo(const fs::path& file) {
     const auto picture = pages::logo_picture(file);
     auto chosen = std::make_unique<QTemporaryFile>();

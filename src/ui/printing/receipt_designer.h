@@ -1,4 +1,4 @@
-// The screen on which a shop designs its receipt, with a picture of it that follows every change.
+// The screen on which a shop designs its receipt, beside a picture that follows every change.
 #pragma once
 
 #include <QTemporaryFile>
@@ -42,7 +42,7 @@ class ReceiptDesignerSheet : public Sheet {
     void follow_changes();
     void fill_fonts();
     void show_logo();
-    // The typed values. Returns why they are none, and then leaves the design as it is.
+    // Takes the typed values into the design. If one is invalid, returns why and leaves the design as it is.
     std::optional<common::Refusal> read();
     void redraw();
     void choose_logo();

@@ -27,12 +27,12 @@ QString printed_text(const Context& context);
 // Returns in which files receipts and reports were kept since the last call; empty if all are on paper.
 QString kept_text(const Context& context);
 
-// Saves a report in the folder `Receipts` beside the program, as all paper goes there on a workstation
-// without a printer. Returns what to show about it; empty if that failed.
+// Saves a report in the folder `Receipts` beside the program, where all paper goes on a workstation without a
+// printer. Returns what to show about it; empty if that failed.
 enum class ReportFile { csv, pdf };
 QString keep_report(const Context& context, const printing::Report& report, ReportFile kind);
 
-// Shows where a report that was printed from a list was kept, in a message. Shows nothing if it is on paper.
+// Shows in a message where a report printed from a list was kept; nothing if it is on paper.
 void say_where_kept(const Context& context);
 
 }  // namespace ui

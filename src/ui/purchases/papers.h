@@ -17,11 +17,11 @@ std::string_view name_of(purchases::PurchaseKind kind);
 // A document as it is saved.
 printing::Report paper_of(const purchases::Receipt& receipt, std::int64_t number, const std::string& supplier,
                           const std::string& store, const signin::Session& session);
-// Its lines as a table shows them.
+// The headings of its lines in a table.
 extern const std::array<std::string_view, 7> receipt_headings;
 std::array<std::string, 7> cells_of(const purchases::Line& line);
 
-// The documents of a period.
+// The headings of a list of documents.
 extern const std::array<std::string_view, 7> receipts_headings;
 std::array<std::string, 7> cells_of(const purchases::SavedRow& row);
 printing::Report paper_of(const std::vector<purchases::SavedRow>& rows, const purchases::Period& period,

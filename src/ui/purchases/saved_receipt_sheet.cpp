@@ -135,7 +135,7 @@ void begin_goods_in(QWidget* host, const Context& context, purchases::Receipt re
 
 namespace {
 
-// What follows a document, ready to be completed and saved; nothing if there is nothing left of it.
+// The document that follows another one, ready to be completed and saved; nothing if nothing of it is left.
 std::optional<purchases::Receipt> next_of(const Context& context, const purchases::Receipt& saved,
                                           std::int64_t number, int next) {
     purchases::Receipt back = purchases::return_of(context.connection, saved, number);

@@ -35,11 +35,11 @@ class SavedReceiptSheet : public Sheet {
     QLabel* note_;
 };
 
-// Shows a document; returns or corrections that are begun there are run as well.
+// Shows a document, and runs the returns or corrections that are begun there.
 void show_saved_receipt(QWidget* host, const Context& context, purchases::PurchaseKind kind,
                         std::int64_t number);
-// Runs the sheet on a document that is begun, and shows what it saved. A document that was left unsaved comes
-// first, if the user goes on with it.
+// Runs the sheet on a new document, and shows what was saved. A document that was left unsaved comes first,
+// if the user goes on with it.
 void begin_goods_in(QWidget* host, const Context& context, purchases::Receipt receipt);
 
 }  // namespace ui

@@ -34,7 +34,7 @@ QFont small_font() {
     return font;
 }
 
-// What stands below a column; axes need texts that differ.
+// The mark below a column; the axis needs each mark to differ.
 QString mark_of(const reports::TableRow& row, std::size_t at, bool is_marked, std::size_t columns) {
     const QString distinct(static_cast<int>(at), QChar(0x200b));
     if (!is_marked) return distinct;

@@ -13,7 +13,7 @@ class QLabel;
 
 namespace ui {
 
-// Its focus stands on one column: arrows move it, Enter takes it.
+// One column has the focus: arrows move it, Enter takes the column.
 class Chart : public QWidget {
     Q_OBJECT
   public:

@@ -19,7 +19,7 @@ namespace ui {
 
 namespace {
 
-// The label of a row and its figures; a text among them is none.
+// The label of a row and its figures. Texts among them are not set as figures.
 QStringList cells_of(const std::vector<std::string>& texts, const reports::Table& table) {
     QStringList cells = text_list(texts);
     for (int i = 1; i < cells.size(); ++i)
@@ -56,7 +56,7 @@ QWidget* ReportPage::build_choices() {
     FieldGrid grid(6, 0);
     grid.layout()->setHorizontalSpacing(px(8));
     form_.add(reports::desk_form(), grid);
-    // The name of a report stands whole, also on a screen 1024 wide.
+    // The name of a report is seen whole, also on a screen 1024 wide.
     form_.list("report_kind")->setMinimumWidth(px(210));
     form_.list("report_store")->setMinimumWidth(px(115));
     row->addLayout(grid.layout(), 1);

@@ -34,7 +34,7 @@ QString compared(double today, double other) {
            figure(reports::text_of(std::abs(change), reports::Format::percent));
 }
 
-// What each of a report's rows comes to.
+// The net of each row of a report.
 std::vector<QStringList> nets_of(const reports::Table& table) {
     std::vector<QStringList> rows;
     for (const reports::TableRow& row : table.rows)
@@ -65,7 +65,7 @@ TodayPage::TodayPage(const Context& context) : Page("today_page"), context_(cont
         open_rows(reports::KindId::sales_by_hour, today_.by_hour.rows.at(static_cast<std::size_t>(row)));
     });
     connect(&timer_, &QTimer::timeout, this, [this] {
-        // Nothing is read under somebody's hands, and nothing for a page that nobody sees.
+        // Does not read while somebody works on a sheet, nor for a page that nobody sees.
         if (isVisible() && Sheet::top_of(window()) == nullptr)
             guarded(context_.services, "Today", [this] { show_today(); });
     });

@@ -12,11 +12,11 @@ namespace ui {
 class SalesWindow;
 
 struct Command {
-    // `strip_or_foot`: on the strip if it takes no further row there, else below the line grid.
+    // `strip_or_foot`: on the strip if that needs no further row, else below the line grid.
     enum class Place { none, strip, strip_or_foot, strip_end, menu };
-    // What happens to a cell or discount that is being typed into: `commit` enters it first, and the command
-    // does not run if it is refused; `finish` enters what stands in the entry field too; `keep` leaves it
-    // alone; `pass` lets the field have the key.
+    // What a command does first with a cell or discount that is being typed: `commit` enters it, and does not
+    // run if it is refused; `finish` also enters the text of the entry field; `keep` leaves it alone; `pass`
+    // gives the key to the field.
     enum class Typing { finish, commit, keep, pass };
 
     QString name;         // part of the object names: "key_f8" on the strip, "menu_password" in the menu
@@ -35,7 +35,7 @@ inline constexpr QKeyCombination kind = Qt::Key_F4;
 inline constexpr QKeyCombination payment = Qt::Key_F5;
 inline constexpr QKeyCombination card = Qt::Key_F6;
 inline constexpr QKeyCombination tips = Qt::Key_F7;
-// A cash sale at one press: the net, and the larger amounts that are offered for it.
+// Keys that take a cash sale at one press: the net, and the larger amounts offered for it.
 inline constexpr std::array<QKeyCombination, 4> cash = {Qt::SHIFT | Qt::Key_F5, Qt::SHIFT | Qt::Key_F6,
                                                         Qt::SHIFT | Qt::Key_F7, Qt::SHIFT | Qt::Key_F8};
 inline constexpr QKeyCombination discount = Qt::CTRL | Qt::Key_P;

@@ -83,7 +83,7 @@ EntryBar::EntryBar(QWidget* parent) : QWidget(parent) {
     recalled_->hide();
     column->addWidget(recalled_);
 
-    // A sign acts at once, unless more follows as closely as a scanner sends it: codes hold signs too.
+    // A sign acts at once unless more follows as fast as a scanner sends it, because codes may contain signs.
     sign_.setSingleShot(true);
     sign_.setInterval(static_cast<int>(KeyQueue::burst_ms) + 5);
     connect(&sign_, &QTimer::timeout, this, &EntryBar::take_sign);
@@ -118,7 +118,7 @@ void EntryBar::clear() {
     recalled_->setText({});
 }
 
-// A narrow screen leaves the width of the keys to the field.
+// On a narrow screen the field gets the width of the keys.
 void EntryBar::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     for (KeyButton* button : tools_)

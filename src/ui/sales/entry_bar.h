@@ -36,12 +36,12 @@ class EntryBar : public QWidget {
     void search_clicked();
     void tiles_clicked();
     void keypad_clicked();
-    // The keys Up and Down.
+    // Up and Down were pressed.
     void down();
-    // "+" and "/" alone in the field.
+    // "+" or "/" was typed alone in the field.
     void quick_quantity_wanted();
     void next_unit_wanted();
-    // Delete in the empty field.
+    // Delete was pressed in the empty field.
     void delete_wanted();
 
   protected:

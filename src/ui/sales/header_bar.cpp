@@ -87,7 +87,7 @@ void HeaderBar::next_news(const std::vector<std::string>& news) {
     fit_news();
 }
 
-// Other texts of the bar take and leave room.
+// The news gets the room that the other texts of the bar leave.
 void HeaderBar::fit_news() {
     layout()->activate();
     // In less space the news would be unreadable; the tool tip has it.

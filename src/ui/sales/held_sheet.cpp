@@ -74,7 +74,7 @@ void HeldSheet::read() {
             kept = sales::read_kept_invoice(held.content);
             kind = qt(sales::kind_caption(kept->invoice.kind, kept->invoice.payment));
         } catch (const std::exception&) {
-            // Resuming it will say that it cannot be read.
+            // Resuming it says that it cannot be read.
         }
         rows.push_back({time_of(held.moment, today), qt(held.customer), kind, figure(held.net.text()),
                         figure(held.line_count), qt(desk_.held().drawer_name(held.drawer)),

@@ -30,7 +30,7 @@ class HeldSheet : public Sheet {
 
   private:
     void read();
-    // What cannot be seen in the row of the cursor: its goods, and who has it on his screen.
+    // Shows what the row of the cursor does not: its goods, and who has it on his screen.
     void show_details();
     QString details(std::size_t row) const;
     // The row of the cursor; null if there is none or a box is open.

@@ -116,8 +116,8 @@ void KindBar::focus_number() {
 
 bool KindBar::eventFilter(QObject* watched, QEvent* event) {
     if (watched == number_ && event->type() == QEvent::FocusOut) {
-        // A number that was left without Enter is replaced by the invoice's own, unless only a box took the
-        // focus.
+        // A number typed without Enter is replaced by the invoice's own when the focus leaves, unless only a
+        // box took it.
         QMetaObject::invokeMethod(
             this,
             [this] {

@@ -269,7 +269,7 @@ void LineView::set_compact(bool compact) {
     if (currentIndex().isValid()) scrollTo(currentIndex());
 }
 
-// Compact rows are so low that 15 of them are seen beside a plain sale.
+// Compact rows are low enough for 15 of them on a plain sale.
 void LineView::set_heights() {
     const bool compact = property(compact_property).toBool();
     show_whole_rows(this, px(compact ? 26 : 53), px(compact ? 28 : 45));
@@ -363,7 +363,8 @@ void LineView::keyPressEvent(QKeyEvent* event) {
         default:
             break;
     }
-    // A minus or a comma is refused with the number behind it; without it the number would be another one.
+    // A minus or comma stays with the number behind it, which is then refused; without it the number would be
+    // a different one.
     if (!text.isEmpty() && (text.front().isDigit() || QStringLiteral(".٫-,،٬").contains(text))) {
         want_edit(text);
         return;

@@ -44,7 +44,7 @@ class LineView : public QTableView {
     explicit LineView(LineModel* model, QWidget* parent = nullptr);
 
     void set_background(const QColor& colour);
-    // Lower rows, so that more of them are seen; lower than a finger needs.
+    // Makes the rows lower, so that more of them are seen; they are then lower than a finger needs.
     void set_compact(bool compact);
     // Moves the cursor to a line without a signal.
     void show_current(int row);

@@ -31,10 +31,10 @@ constexpr double row_height = 46;
 constexpr double heading_height = 36;
 constexpr double below_list = 120;  // the lines at the foot of the window stay in sight
 constexpr int most_rows = 8;
-// What this till sells most is read once the cashier has signed in and begun, or when a search needs it.
+// What this till sells most is read some time after sign-in, or when a search needs it.
 constexpr int popular_after_ms = 10'000;
 constexpr int between_days_ms = 50;
-// What the first search may spend on it before it answers.
+// The time that the first search may spend on it before it answers.
 constexpr int first_popular_ms = 10;
 
 constexpr auto next_unit_cap = "Ctrl U";
@@ -136,7 +136,7 @@ void Matches::edited(QLineEdit* field) {
     pause_.begin(context_.keys.burst() > 1 ? SearchPause::burst_ms : SearchPause::quick_ms);
 }
 
-// On a server the letters go on meanwhile; what was asked for others is dropped when it comes.
+// On a server, typing goes on meanwhile; answers for earlier letters are dropped when they come.
 void Matches::answer() {
     if (field_ == nullptr) return;
     if (context_.connection.is_embedded()) return answer_now();

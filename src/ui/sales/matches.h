@@ -1,5 +1,5 @@
 // The items that match the letters in an entry field: a list below the field that follows the typing. The
-// focus stays in the field, and a code or a scan is not looked at.
+// focus stays in the field; codes and scans are ignored.
 #pragma once
 
 #include <QFrame>
@@ -24,17 +24,18 @@ class ListTable;
 class Matches : public QFrame {
     Q_OBJECT
   public:
-    // Lies over `over`, a window, page or sheet. `more_keys` are shown after the keys of the list.
+    // Shown over `over`, a window, page or sheet. `more_keys` are shown after the keys of the list.
     Matches(QWidget* over, sales::MatchSource& source, const Context& context, const QString& more_keys = {});
 
     void follow(QLineEdit* field);
     // Sees each key of a followed field first. Returns true if the list took it: arrows, Enter on a row that
     // was chosen with them, and the key for the next unit.
     bool take_key(const QKeyEvent& key);
-    // What Enter on the words in a field enters: the first match. Returns nothing after saying that there is
-    // none, or if a scanner sent the words; the list then shows what could be meant.
+    // The entry for Enter on the words in a field: the first match. Returns nothing after saying that there
+    // is none, or if a scanner sent the words; the list then shows possible items.
     std::optional<sales::Entry> first_for(QLineEdit* field);
-    // Shows the matches of the words in a field, or that there are none. For keys that the words hold up.
+    // Shows the matches of the words in a field, or that there are none, when the words keep a key from
+    // acting.
     void show_for(QLineEdit* field);
 
   signals:

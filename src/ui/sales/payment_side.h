@@ -14,7 +14,7 @@ namespace ui {
 
 class KeyQueue;
 
-// The lines of the invoice with their units, the last one in sight.
+// The lines of the invoice with their units, scrolled to the last one.
 class PaymentLines : public ListTable {
     Q_OBJECT
   public:

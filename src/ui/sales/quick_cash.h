@@ -22,7 +22,7 @@ class QuickCash : public QWidget {
     explicit QuickCash(const QString& name, QWidget* parent = nullptr);
     // Offers the net and the likely payments above it.
     void offer(common::Amount net, const common::Denominations& denominations);
-    // What a button takes; nothing if it offers nothing now.
+    // The amount that a button takes; nothing if it offers none now.
     std::optional<common::Amount> amount(int button) const;
     // The button whose key this is.
     static std::optional<int> button_of(QKeyCombination key);

@@ -286,7 +286,7 @@ bool SalesWindow::open() {
     seconds_.start(1000);
     news_.start(news_seconds * 1000);
     QTimer::singleShot(0, this, [this] { header_->next_news(desk_.news()); });
-    // Once the window is there to ask over.
+    // Later, when the window is there to show the question over.
     QTimer::singleShot(0, this, &SalesWindow::settle_unfinished);
     return true;
 }
@@ -295,7 +295,8 @@ void SalesWindow::repaint_all() {
     header_->show_state(desk_, context_.session);
     kind_bar_->show_state(desk_);
     banner_->show_state(desk_);
-    // Between its bar and the tiles a recalled receipt would show no line; the tiles go into the upper field.
+    // With the tiles open on a small screen, the second entry field of a recalled receipt would leave no room
+    // for lines. It is then hidden unless it holds a text; tiles go into the upper field.
     const bool has_room = !tiles_->is_cramped() || !entry_bar_->recalled_field()->text().isEmpty();
     entry_bar_->show_recalled(desk_.sale().recalled && has_room);
     party_bar_->show_state(desk_);

@@ -45,7 +45,7 @@ void SalesWindow::act(std::string_view name, const std::function<void()>& action
     repaint_all();
 }
 
-// Of shift changes that an earlier run of the till left to be finished.
+// Prints the reports of shift changes that an earlier run of the till left unfinished.
 void SalesWindow::print_shift_reports() {
     for (const cash::ShiftReport& report : desk_.checkout().take_shift_reports())
         print_shift_report(report, context_);
@@ -59,7 +59,7 @@ void SalesWindow::act_and_return(std::string_view name, const std::function<void
 bool SalesWindow::enter(const sales::Entry& entry) {
     bool entered = false;
     bool words = false;
-    // Its code is still to come, typed or scanned behind it.
+    // The code is still to come, typed or scanned after it.
     if (entry.form == sales::EntryForm::quantity) return false;
     if (entry.form == sales::EntryForm::receipt) {
         act("Recall", [&] {
@@ -67,7 +67,7 @@ bool SalesWindow::enter(const sales::Entry& entry) {
             entry_bar_->clear();
         });
         focus_entry();
-        return false;  // a key that saves was meant for the invoice before
+        return false;  // a key that saves was meant for the former invoice
     }
     act("EnterItem", [&] {
         words = desk_.lines().is_search(entry);
@@ -106,7 +106,7 @@ bool SalesWindow::enter_found(const QLineEdit* field, const sales::Entry& entry)
     return field == entry_bar_->field() ? enter(entry) : enter_for_recalled(entry);
 }
 
-// Words are shown with their matches: the key was not meant for the first of them.
+// For words only the matches are shown: the key was not meant to enter the first of them.
 bool SalesWindow::finish_entry() {
     for (QLineEdit* field : {entry_bar_->field(), entry_bar_->recalled_field()}) {
         bool words = false;
@@ -191,7 +191,7 @@ void SalesWindow::save_with_dialog() {
 
 void SalesWindow::take_cash(int button) {
     if (Sheet::top_of(this) != nullptr) return;
-    // As the cashier sees it, before what is typed but not entered yet changes the net.
+    // The amount as the cashier sees it, before text that is not entered yet changes the net.
     const auto seen = totals_->cash_amount(button);
     if (!finish_editing() || !finish_entry()) return;
     const bool pays_out = button == QuickCash::exact && desk_.pays_cash_out();
@@ -353,7 +353,7 @@ void SalesWindow::open_screen(const Command& screen) {
 }
 
 void SalesWindow::run_screen(const std::function<void()>& screen) {
-    // What was cut off belongs to the shift that a screen may close, and to the figures that it may show.
+    // Interrupted saves belong to the shift that a screen may close and to the figures that it may show.
     desk_.checkout().settle_unfinished();
     const std::int64_t shift = desk_.shift_number();
     screen();

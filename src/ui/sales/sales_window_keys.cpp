@@ -93,9 +93,9 @@ bool SalesWindow::eventFilter(QObject* watched, QEvent* event) {
     return press(QKeyCombination(modifiers, static_cast<Qt::Key>(pressed->key())));
 }
 
-// A key that nothing else took: the focus is on a button, or nowhere. What is typed or scanned then belongs
-// into the entry field. Enter presses the button, as on the sheets; it is not passed on, because a field
-// takes it and lets it through.
+// Handles keys that nothing else took, because the focus is on a button or nowhere. What is typed or scanned
+// then goes to the entry field. Enter presses the button, as on the sheets; it is not passed on, because a
+// field would take it and let it through.
 void SalesWindow::keyPressEvent(QKeyEvent* event) {
     QWidget* entry = entry_bar_->field();
     auto* button = qobject_cast<QAbstractButton*>(QApplication::focusWidget());

@@ -43,7 +43,7 @@ void ScreenSheet::add(const char* name, const QString& caption, const QString& m
     body()->addWidget(label(meaning, "side"));
 }
 
-// A choice that cannot be kept holds until the program ends.
+// If the choice cannot be kept, it holds until the program ends.
 void ScreenSheet::keep() {
     const auto file = common::screen_file(context_.session.program_folder, context_.session.cash_point);
     try {

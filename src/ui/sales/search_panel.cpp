@@ -209,9 +209,9 @@ void SearchPanel::take(int row) {
 }
 
 void SearchPanel::enter() {
-    // From a filter Enter takes the first match of what is typed now, not of what was listed before.
+    // In a filter, Enter takes the first match of what is typed now, not of the list shown before.
     pause_.end();
-    // A number in the name field was scanned: it is a barcode.
+    // A long number in the name field was scanned: it is a barcode.
     if (found_.items.empty() && name_->hasFocus() && name_->text().size() >= 4 && is_number(name_->text())) {
         number_->setText(name_->text().trimmed());
         name_->clear();

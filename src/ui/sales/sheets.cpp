@@ -148,7 +148,7 @@ PaymentDialog::PaymentDialog(QWidget* host, const Context& context, sales::Payme
     set_role(paid_, "large");
     paid_->setText(qt(payment.paid().text()));
     fields->addWidget(captioned("المدفوع", paid_));
-    // What is paid out on a return is the net.
+    // A return pays out the net, so it needs no other amounts.
     quick_cash_ = new QuickCash("pay");
     fields->addWidget(quick_cash_);
     quick_cash_->offer(payment.net(), denominations);
@@ -220,7 +220,7 @@ void PaymentDialog::take_cash(int button) {
 }
 
 void PaymentDialog::show_change() {
-    // An unreadable amount has no change.
+    // There is no change for an unreadable amount.
     const bool readable = payment_.refusal().empty();
     change_->setText(readable ? qt(payment_.change().text()) : QString("—"));
     set_state(change_box_, "short", readable && payment_.change() < common::Amount());

@@ -238,7 +238,7 @@ bool TilesPanel::is_cramped() const {
     return isVisible() && window()->height() < px(900);
 }
 
-// The lines need the rest of the screen, and a recalled receipt has a bar of its own above them.
+// The lines need the rest of the screen, and a recalled receipt also needs its bar above them.
 void TilesPanel::fit() {
     const int most = !is_cramped() ? 3 : desk_.sale().recalled ? 1 : 2;
     const int needed = std::max(1, (static_cast<int>(tiles_.size()) + columns_ - 1) / columns_);
@@ -264,7 +264,7 @@ void TilesPanel::set_editing(bool editing) {
         first->setFocus();
 }
 
-// What a supervisor allowed ends with it.
+// Also ends what a supervisor allowed.
 void TilesPanel::end_editing() {
     editing_ = false;
     desk_.tiles().end_editing();

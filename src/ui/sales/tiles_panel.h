@@ -1,5 +1,5 @@
-// The shop's pages of tiles, below the lines of the invoice: one tap rings an item up. Who has the right to
-// changes pages and tiles here too.
+// The shop's pages of tiles, below the lines of the invoice: one tap rings an item up. Users with the right
+// to do so also change pages and tiles here.
 #pragma once
 
 #include <QFrame>

@@ -47,7 +47,7 @@ TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
 
     column->addWidget(build_net());
     quick_cash_ = new QuickCash("cash");
-    // Keeps its room, so that nothing jumps below it.
+    // Keeps its room while hidden, so that nothing below it jumps.
     QSizePolicy policy = quick_cash_->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     quick_cash_->setSizePolicy(policy);
@@ -107,7 +107,7 @@ QLayout* TotalsPanel::build_payments() {
 
 void TotalsPanel::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    // The frame of a training takes room on the smallest screens.
+    // On the smallest screens, the frame of a training takes some of the room.
     layout()->setSpacing(height() < px(500) ? px(3) : px(8));
     layout()->activate();
     show_fitted(net_, net_text_, net_size);
@@ -169,7 +169,7 @@ bool TotalsPanel::eventFilter(QObject* watched, QEvent* event) {
             QMetaObject::invokeMethod(
                 this,
                 [this, field] {
-                    // Under a sheet the value only waits: the focus comes back to the field.
+                    // Under a sheet the value only waits, because the focus comes back to the field.
                     if (field->isModified() && Sheet::top_of(window()) == nullptr) commit(field);
                 },
                 Qt::QueuedConnection);

@@ -186,7 +186,7 @@ QWidget* FirstStartWindow::build_end() {
     auto* column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(px(14));
-    // The till sells at once; sign in here as the owner; add items, prices, suppliers; rights; copies.
+    // The till can sell now; sign in here as the owner; add items, prices, suppliers; rights; copies.
     for (const char* line : {"1 · الكاشير جاهز للبيع: افتح برنامج الكاشير واختر اسم الكاشير وافتح الوردية.",
                              "2 · ادخل المكتب باسم صاحب المحل لإضافة الأصناف والموردين وتعديل الأسعار.",
                              "3 · من صفحة المستخدمين حدد ما يسمح به لكل كاشير.",

@@ -44,7 +44,7 @@ class FirstStartWindow : public FrontWindow {
     void back();
     void give_up();
     void make();
-    // Takes the fields of the step over; says why not.
+    // Takes over the fields of the step; returns false after showing why not.
     bool read_step();
     // At the step of the items, tries the file and shows what it adds and what is refused.
     bool read_items();

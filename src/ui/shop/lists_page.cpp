@@ -180,7 +180,7 @@ void ListsPage::show_rows(std::int64_t code, std::int64_t parent) {
 void ListsPage::show_row(const shop::ListRow& row) {
     read_ = row;
     form_->show(row.values);
-    // What is part of the key stays as it is.
+    // The parts of the key cannot be changed.
     if (logic_.list().is_counted_in_parent()) set_fixed(form_->field("list_parent"), row.code != 0);
     save_->setText(row.code == 0 ? "&حفظ الجديد" : "&حفظ");
 }

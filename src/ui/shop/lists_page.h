@@ -28,7 +28,7 @@ class ListsPage : public Page {
 
   private:
     QWidget* build_rows();
-    // Shows another list, unless what was typed is to stay.
+    // Shows another list, unless the user wants to keep what was typed.
     void choose_list(int at);
     void show_list();
     void show_rows(std::int64_t code, std::int64_t parent);

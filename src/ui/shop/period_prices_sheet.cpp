@@ -90,7 +90,7 @@ void PeriodPricesSheet::save() {
     if (Sheet::top_of(window()) != this) return;
     if (!item_) return field_->setFocus();
     guarded(context_.services, "PeriodPrice", [&] {
-        // A retail price is that of the unit, whatever the scan named.
+        // The retail price is that of the unit, whichever unit the scan named.
         const auto item = sales::load_item(context_.connection, item_->code, 1);
         if (!item ||
             !accept(logic_.set(*item, utf8(percent_->text().trimmed()), utf8(price_->text().trimmed()))))

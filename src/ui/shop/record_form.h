@@ -25,8 +25,8 @@ class RecordForm : public FormFields {
         for (std::size_t i = 0; i < names_.size(); ++i)
             show_value(names_[i], values[i]);
     }
-    // Takes the typed values over; refuses an invalid date and a name that is not in its list, and then
-    // leaves all values as they were.
+    // Takes over the typed values. Refuses an invalid date or a name that is not in its list; all values then
+    // stay as they were.
     std::optional<common::Refusal> read(std::vector<common::FieldValue>& values) const {
         std::vector<common::FieldValue> typed;
         for (const std::string_view name : names_) {

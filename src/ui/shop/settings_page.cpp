@@ -23,7 +23,7 @@ namespace {
 
 constexpr auto not_set = "غير محدد";
 
-// Figures and names of ports run from the left.
+// Figures and port names are written from left to right.
 bool runs_left(const QString& text) {
     return !text.isEmpty() && text.at(0).unicode() < 0x100;
 }
@@ -90,7 +90,7 @@ void SettingsPage::show_values(int at) {
     for (const shop::SettingValue& value : logic_.values()) {
         QString text = value.shown.empty() ? QString(not_set) : qt(value.shown);
         if (runs_left(text)) text = figure(text);
-        // The group is named once, beside its first setting.
+        // The group is shown once, beside its first setting.
         rows.push_back({value.setting.group == group ? QString() : qt(value.setting.group),
                         qt(value.setting.caption), text});
         group = value.setting.group;

@@ -1,4 +1,4 @@
-// The page of the users: who there is, what each may do, and what is changed about one.
+// The page of the users: who they are, what each may do, and how one is changed.
 #pragma once
 
 #include <utility>

@@ -35,7 +35,7 @@ std::string badge_in(const Context& context, const std::string& scan) {
 std::optional<audit::Person> ask_supervisor(const Context& context, const signin::Refused& refused) {
     MessageBox box(window_in_use(), qt(refused.text), refused.icon);
     box.offer("موافقة الم&شرف");  // a supervisor's approval
-    // A badge that is scanned here answers at once. Left to wait, it would go to the entry field.
+    // A badge that is scanned here answers at once; if it waited, it would go to the entry field.
     std::string badge;
     QObject::connect(
         &context.keys, &KeyQueue::scan_waiting, &box,

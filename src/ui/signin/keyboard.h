@@ -1,4 +1,4 @@
-// What the keyboard types, for those who cannot see what they type.
+// The keyboard's layout and Caps Lock, shown to users who cannot see what they type.
 #pragma once
 
 #include <QString>
@@ -17,7 +17,7 @@ struct KeyboardState {
     QString text() const;
 };
 
-// What the X server says; nothing on another platform.
+// The state according to the X server; nothing on another platform.
 std::optional<KeyboardState> keyboard_now();
 
 }  // namespace ui

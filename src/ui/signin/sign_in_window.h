@@ -16,7 +16,7 @@ namespace ui {
 class SignInWindow : public FrontWindow {
     Q_OBJECT
   public:
-    // With a button for a training if it is to offer one.
+    // Has a button for a training if it offers one.
     SignInWindow(const Context& context, bool offers_training);
     // Shows the window until somebody has signed in. Returns false if the program must end instead.
     bool run();
@@ -40,8 +40,8 @@ class SignInWindow : public FrontWindow {
     QLabel* keyboard_;
     QLabel* pause_;
     KeyboardState typed_with_;
-    QLabel* backup_;         // when the shop was copied last
-    QLabel* backup_failed_;  // where it could not be
+    QLabel* backup_;         // when the shop was last copied
+    QLabel* backup_failed_;  // where it could not be copied to
 };
 
 // Changes the password of the signed-in user.

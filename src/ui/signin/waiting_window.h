@@ -1,5 +1,5 @@
-// The windows that are shown while a start takes its time: the shop's server does not answer, or a large shop
-// is copied before its update.
+// The windows shown while a start takes long: the shop's server does not answer, or a large shop is copied
+// before its update.
 #pragma once
 
 #include <QString>
@@ -38,8 +38,8 @@ class CopyingWindow : public FrontWindow {
   public:
     CopyingWindow(std::function<void(QWidget&)> show_window, const QString& heading, const QString& text);
 
-    // Runs `copying` in a thread of its own and shows the hundredths that it tells; the window appears if it
-    // takes longer than a moment. Throws what `copying` throws.
+    // Runs `copying` in a thread of its own and shows the percentage that it reports; the window appears if
+    // it takes longer than a moment. Throws what `copying` throws.
     void run(const std::function<void(const std::function<void(int)>& tell)>& copying);
 
   protected:

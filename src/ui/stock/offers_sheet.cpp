@@ -101,8 +101,7 @@ std::int64_t OffersSheet::chosen() const {
     return row >= 0 ? offers_[static_cast<std::size_t>(row)].number : 0;
 }
 
-// A filter that is not what its field asks for has filtered nothing: the chosen row is not the one that was
-// meant.
+// An invalid filter has filtered nothing, so the chosen row is not the one that was meant.
 bool OffersSheet::filters_are_good() {
     pause_.end();
     if (!date_->text().trimmed().isEmpty() && !date_in(date_, context_.services.prompts)) return false;

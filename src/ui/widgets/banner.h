@@ -1,4 +1,4 @@
-// A line across the sales window that tells of something and offers what to do about it.
+// A line across the sales window that reports something and offers what to do about it.
 #pragma once
 
 #include <QFrame>

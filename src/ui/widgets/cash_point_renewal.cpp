@@ -26,7 +26,7 @@ CashPointRenewal::CashPointRenewal(ServerLink& server, common::Prompts& prompts,
     renewals_.start(every);
 }
 
-// The cashier waits for it no more than for a printer.
+// The cashier never waits for it.
 void CashPointRenewal::renew() {
     const Claim claim = claim_();
     if (!claim) return;
@@ -44,8 +44,8 @@ void CashPointRenewal::renewed(const std::optional<std::string>& other) {
     asking_.start();
 }
 
-// Between two actions: this timer does not run while one waits for the server, and a box or sheet belongs to
-// one.
+// Asks only between two actions: this timer does not run while one waits for the server, and an open box or
+// sheet belongs to one.
 void CashPointRenewal::ask() {
     QWidget* window = window_in_use();
     if (window == nullptr || Sheet::top_of(window) != nullptr) return;

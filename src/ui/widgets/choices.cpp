@@ -49,7 +49,7 @@ class ChoiceList : public QComboBox {
     void paintEvent(QPaintEvent* event) override {
         QComboBox::paintEvent(event);
         if (property("fixed").toBool()) return;  // nothing to choose
-        // The arrow: a style sheet could only draw it from a picture file.
+        // Draws the arrow, because a style sheet could only take it from a picture file.
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(
@@ -166,7 +166,7 @@ void show_codes(QComboBox* list, const QString& code_heading, const QString& nam
     header->moveSection(code_column, 0);
     header->resizeSection(code_column, px(90));
     header->setSectionResizeMode(name_column, QHeaderView::Stretch);
-    // A typed code gives way to its name.
+    // A typed code is replaced by its name.
     QObject::connect(list->lineEdit(), &QLineEdit::editingFinished, list, [list] {
         if (entry_of_typed_code(list) >= 0) show_choice(list, choice_of(list));
     });

@@ -231,7 +231,7 @@ void set_fixed(QWidget* field, bool fixed) {
     auto* list = qobject_cast<QComboBox*>(field);
     if (list != nullptr) line = list->lineEdit();
     if (line != nullptr) line->setReadOnly(fixed);
-    // Of a row of options only the options themselves take the focus.
+    // In a row of options only the options themselves take the focus.
     const auto options = field->findChildren<QAbstractButton*>();
     if (line != nullptr || options.isEmpty())
         field->setFocusPolicy(fixed ? Qt::NoFocus : line != nullptr ? Qt::WheelFocus : Qt::StrongFocus);

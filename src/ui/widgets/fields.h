@@ -21,7 +21,7 @@ namespace ui {
 // The height of a field in pixels of the 1366×768 screen; a button on the same line is as high.
 inline constexpr double field_height = 46;
 
-// What a finger needs: the least width and height of everything that can be pressed.
+// The least width and height of everything that can be pressed by a finger.
 inline constexpr double least_target = 44;
 
 // Dynamic property of a button that Tab passes by: the key that does the same.
@@ -59,9 +59,8 @@ class NumberField : public SelectingField {
     explicit NumberField(const QString& name, QWidget* parent = nullptr);
 };
 
-// A number field for an amount or quantity. It keeps whatever is typed or pasted, because a number from which
-// a comma, a minus or a letter was dropped would be another one: what reads the field refuses it with a
-// reason.
+// A number field for an amount or quantity. It keeps whatever is typed or pasted, because dropping a comma, a
+// minus or a letter would make it another number; whoever reads the field refuses it with a reason.
 class AmountField : public NumberField {
     Q_OBJECT
   public:
@@ -127,8 +126,8 @@ std::optional<common::Date> date_in(QLineEdit* field, common::Prompts& prompts);
 // list whose name is unknown.
 bool all_known(std::initializer_list<QComboBox*> lists, common::Prompts& prompts);
 
-// Takes what was typed into a field over, as leaving the field would: a name becomes the chosen entry, a date
-// the one that is shown.
+// Takes over what was typed into a field, as leaving the field would: a name becomes the chosen entry, a date
+// takes effect.
 void take_typed(QWidget* field);
 
 // Enter in each of the fields moves the focus to the next one.

@@ -134,7 +134,7 @@ void FormFields::refuse(const common::Refusal& refusal, common::Prompts& prompts
     if (refusal.field.empty()) return;
     const Built& refused = built(refusal.field);
     refused.widget->setFocus();
-    // An invalid number, date or name is to be typed again.
+    // An invalid number, date or name must be typed again.
     const FieldKind kind = refused.description.kind;
     if (kind == FieldKind::choice) list(refusal.field)->lineEdit()->selectAll();
     if (kind == FieldKind::date || kind == FieldKind::code || kind == FieldKind::amount)

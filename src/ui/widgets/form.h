@@ -20,7 +20,7 @@ namespace ui {
 
 class Segments;
 
-// What a form does with its fields whatever struct holds their values.
+// The part of a form that does not depend on the struct of its values.
 class FormFields {
   public:
     // The field of an object name; throws std::logic_error if the form has none of that name.
@@ -89,8 +89,8 @@ class Form : public FormFields {
             show_value(field.description.name, value_of(field, values));
     }
 
-    // Takes the typed values over. Refuses an invalid date and a name that is not in its list, and then
-    // leaves all values as they were, unless the field is hidden: then it keeps its value.
+    // Takes over the typed values. Refuses an invalid date or a name that is not in its list; all values then
+    // stay as they were. A hidden field keeps its value.
     std::optional<common::Refusal> read(Values& values) const {
         Values typed = values;
         for (const auto& field : table_) {

@@ -48,11 +48,11 @@ ConfirmButtons confirm_buttons(QHBoxLayout* row, const QString& name, const QStr
 class KeyStrip : public QWidget {
   public:
     explicit KeyStrip(QWidget* parent = nullptr);
-    // Adds a button at the left end. Its object name is "key_" and `name` ("key_shift_f9").
-    // A spare one is shown only if it takes no further row.
+    // Adds a button at the left end. Its object name is "key_" and `name` ("key_shift_f9"). A spare button is
+    // shown only if that needs no further row.
     void add(const QString& name, const QString& key, const QString& caption, std::function<void()> action,
              bool is_spare = false);
-    // Told whether the spare ones are shown.
+    // Calls `told` with whether the spare buttons are shown.
     void tell_of_spare(std::function<void(bool)> told) { told_ = std::move(told); }
 
   protected:

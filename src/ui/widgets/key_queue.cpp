@@ -40,7 +40,8 @@ bool field_takes_no_scans() {
     return key_mode_of(QApplication::focusWidget()) == keys_no_scans;
 }
 
-// A button takes no characters. Held back, the press would come behind its own release and do nothing.
+// A button takes no characters. If the press were held back, it would arrive after its own release and do
+// nothing.
 bool presses_button(int key) {
     return key == Qt::Key_Space && qobject_cast<QAbstractButton*>(QApplication::focusWidget()) != nullptr;
 }
@@ -94,7 +95,7 @@ KeyQueue::KeyQueue(QObject* parent) : QObject(parent) {
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
         if (key_mode_of(now) == keys_held && key_mode_of(before) != keys_held) {
             ++boxes_shown_;
-            // A digit that a cell refuses with a box begins a number; the Enter behind it is not an answer.
+            // A digit that a cell refuses with a box begins a number; the Enter after it is not an answer.
             typed_at_box_ = typing_;
         }
         QMetaObject::invokeMethod(this, &KeyQueue::deliver_waiting, Qt::QueuedConnection);
@@ -103,7 +104,8 @@ KeyQueue::KeyQueue(QObject* parent) : QObject(parent) {
 
 bool KeyQueue::eventFilter(QObject* watched, QEvent* event) {
     if (!watched->isWindowType()) return false;
-    // The platform offers a key to the mnemonics before it sends it. They get it in its turn, from deliver().
+    // The platform offers a key to the mnemonics before it sends it. Here deliver() does that when the key's
+    // turn comes.
     if (event->type() == QEvent::ShortcutOverride) {
         event->accept();
         return true;
@@ -215,7 +217,7 @@ void KeyQueue::drop_waiting_scans() {
     held_.clear();
 }
 
-// Where the scan begins that the last waiting key ends.
+// The beginning of the scan that ends with the last waiting key.
 std::deque<KeyQueue::Key>::const_iterator KeyQueue::last_scan() const {
     if (held_.empty() || !held_.back().is_enter()) return held_.end();
     const auto before =
@@ -285,8 +287,8 @@ void KeyQueue::deliver_pending() {
     }
 }
 
-// Keys that waited for an action were typed for what it was to do. It ended in a box instead, so only the
-// scans among them wait on.
+// Keys that waited for an action were typed for its outcome. It ended in a box instead, so only the scans
+// among them keep waiting.
 void KeyQueue::keep_scans_alone() {
     std::deque<Key> keys = std::exchange(held_, {});
     keys.insert(keys.end(), pending_.begin(), pending_.end());
@@ -327,7 +329,7 @@ void KeyQueue::deliver(const Key& key) {
     typing_ = key.printable() && !presses_button(key.key);
     if (is_mnemonic(key)) return;
     QString text = key.text;
-    // The menu goes by what the key types, and its letters are Arabic.
+    // The menu goes by the character that the key types, and its letters are Arabic.
     if (qobject_cast<QMenu*>(QApplication::activePopupWidget()) != nullptr && key.key < 0x80 && typing_) {
         if (const int letter = on_other_layout(key.key)) text = QChar(static_cast<char16_t>(letter));
     }

@@ -17,7 +17,7 @@ namespace ui {
 // Dynamic property that says how a widget, or the sheet around it, takes keys; its values follow.
 inline constexpr auto keys_property = "takes_keys";
 // For a message box: scans wait until it is gone, what is typed by hand is dropped with a sound, and only an
-// Enter or Esc that ends neither answers it.
+// Enter or Esc that belongs to neither answers it.
 inline constexpr auto keys_held = "held";
 // For an amount field: a burst of characters that ends with Enter is a scan and goes to the entry field
 // later.
@@ -46,8 +46,8 @@ class KeyQueue : public QObject {
     // Returns true while characters wait until it is clear whether they are a scan or typing.
     bool is_undecided() const { return !pending_.empty(); }
 
-    // How many characters came as closely as a scanner sends them, up to the key that the screen got last;
-    // of an Enter, those it ends.
+    // How many characters came as fast as a scanner sends them, up to the key that the screen got last. For
+    // an Enter, the characters before it.
     std::size_t burst() const { return delivered_.burst; }
     // Returns true if that key is the Enter of a scan.
     bool is_scan() const { return delivered_.is_enter && delivered_.burst >= shortest_scan; }

@@ -12,8 +12,8 @@ struct ScreenChoice;
 class Pad;
 
 // Opens and closes the keypad by its key, its buttons and the finger that taps a field. The pad follows the
-// focus from window to window and hides while nothing can be typed; it takes no focus itself, and its keys go
-// the way of the keyboard's.
+// focus from window to window and hides while nothing can be typed; it never takes the focus, and its keys
+// are handled like those of the keyboard.
 class Keypad : public QObject {
     Q_OBJECT
   public:
@@ -31,7 +31,7 @@ class Keypad : public QObject {
     void follow();
 
     const ScreenChoice& choice_;
-    bool chosen_;  // what the choice was when it was looked at last
+    bool chosen_;  // the choice when it was last read
     bool is_open_;
     QPointer<Pad> pad_;
 };

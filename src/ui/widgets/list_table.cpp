@@ -17,11 +17,11 @@ namespace ui {
 
 namespace {
 
-// What the column that takes the rest needs at least, at 96 dots an inch.
+// The least width of the stretched column, at 96 dots an inch.
 constexpr int stretched_width = 100;
 
-// Says which texts of a column are likely to be the widest, from the widths of their letters alone: laying
-// out every text would take most of the time in which a list opens.
+// Guesses the widest texts of a column from the widths of their letters. Laying out every text would take
+// most of the time that a list needs to open.
 class WidestTexts {
   public:
     explicit WidestTexts(const QFontMetrics& metrics) : metrics_(metrics), widths_(0x10000, -1) {}
@@ -145,7 +145,7 @@ void ListTable::measure_columns() {
     set_widths();
 }
 
-// Where the columns do not fit, a long text gives way to others, but not by more than is missing.
+// If the columns do not fit, those wider than a third of the table give up what is missing, and no more.
 void ListTable::set_widths() {
     const int width = viewport()->width();
     const int all = std::accumulate(wanted_widths_.begin(), wanted_widths_.end(), px(stretched_width));

@@ -13,7 +13,7 @@ class ListModel;
 // An alarming cell is red, a good one green.
 enum class CellLook { plain, strong, dimmed, alarm, good };
 
-// A row keeps the number that it was given with, whichever rows are shown.
+// A row keeps its number from show_rows(), whichever rows are shown.
 class ListTable : public QTableView {
     Q_OBJECT
   public:
@@ -29,7 +29,7 @@ class ListTable : public QTableView {
     void choose_row(int row);
     // How cells look; they are plain unless this says otherwise.
     void set_look(std::function<CellLook(int row, int column)> look);
-    // The text shown in the middle of the table while no row is.
+    // The text shown in the middle of the table while it shows no rows.
     void say_when_empty(const QString& text);
 
   signals:

@@ -23,7 +23,7 @@ class MessageBox : public Sheet {
 
     QString text() const { return text_; }
     bool is_question() const { return is_question_; }
-    // Whether it only tells what was done.
+    // Returns true if the box only reports what was done.
     bool is_news() const { return icon_ == common::Icon::information; }
 
   protected:

@@ -68,7 +68,7 @@ QRect place_in_window(const QWidget* widget) {
     return {widget->mapTo(widget->window(), QPoint()), widget->size()};
 }
 
-// Of a grid, the row whose cell would be opened.
+// Where typing goes; in a grid, the row whose cell would be opened.
 QRect place_of_typing(const QWidget* field) {
     const auto* grid = qobject_cast<const QAbstractItemView*>(field);
     if (grid == nullptr) return place_in_window(field);
@@ -145,7 +145,7 @@ void Pad::press(const QString& key) {
         if (const QWidget* field = QApplication::focusWidget()) make_way_for(field);
         return;
     }
-    // As a keyboard would send them, so that they wait, scan and answer by the same rules.
+    // Sends the keys as a keyboard would, so that the same rules hold for waiting, scanning and answering.
     QWindow* keyboard = window()->windowHandle();
     const auto send = [keyboard](int code, const QString& text) {
         QKeyEvent down(QEvent::KeyPress, code, Qt::NoModifier, text);

@@ -8,7 +8,8 @@ class QGridLayout;
 
 namespace ui {
 
-// On a widget to be read from afar, as the change: a pad covers it only if the field leaves no other place.
+// Property of a widget that is read from afar, such as the change. The pad covers it only if there is no
+// other place.
 inline constexpr auto read_property = "read";
 
 class Pad : public QFrame {
@@ -19,8 +20,9 @@ class Pad : public QFrame {
 
     // Shows it anew, with the figures.
     void begin();
-    // Moves to where the pad covers nothing of the field and as little as can be of what is to be read, then
-    // of what can be pressed. Stays where it is if that will do, unless another screen came to the front.
+    // Moves the pad to where it does not cover the field and covers as little as possible of what is to be
+    // read, then of what can be pressed. Leaves it in a place that is good enough, unless another screen came
+    // to the front.
     void make_way_for(const QWidget* field);
 
   private:

@@ -8,7 +8,7 @@ namespace ui {
 // Lists that other pages lead to.
 enum class PageList { low_stock, expiring_goods };
 
-// What brings such a list to the front.
+// Brings such a list to the front.
 class PageLinks {
   public:
     virtual ~PageLinks() = default;
@@ -21,8 +21,8 @@ class Page : public QWidget {
   public:
     explicit Page(const char* name) { setObjectName(name); }
 
-    // Called each time the page comes to the front: it reads what it shows, for others change it meanwhile.
-    // May throw.
+    // Called each time the page comes to the front. Reads what it shows again, because others change it
+    // meanwhile. May throw.
     virtual void open() = 0;
     // Returns false if the page is to stay in front, after asking whether what was typed may be lost.
     virtual bool may_leave() { return true; }

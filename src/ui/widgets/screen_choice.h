@@ -12,8 +12,8 @@ struct ScreenChoice {
     bool sounds = false;
 };
 
-// The choice that a common::screen_file keeps: "rows = compact", "keypad = on" and "sounds = on". What it
-// does not name is off.
+// Reads the choice from a common::screen_file: "rows = compact", "keypad = on" and "sounds = on". Whatever
+// the file does not name is off.
 ScreenChoice read_screen_choice(const std::filesystem::path& file);
 
 // Throws std::system_error if the file cannot be written; the one before then stays.

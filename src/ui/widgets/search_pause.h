@@ -1,6 +1,6 @@
-// When a search that follows the typing is answered: once the typing pauses, so that no letter waits for it.
-// A search that answers within milliseconds need not wait for a pause, but a scanner's burst is over before
-// it answers.
+// Decides when a search that follows the typing is answered: once the typing pauses, so that no letter waits
+// for it. A search that takes milliseconds needs only a pause that is longer than the gaps in a scanner's
+// burst.
 #pragma once
 
 #include <QTimer>

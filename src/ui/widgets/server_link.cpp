@@ -40,7 +40,7 @@ void ServerLink::run_later(std::function<void(database::Connection&)> work, std:
                 QMetaObject::invokeMethod(this, done, Qt::QueuedConnection);
             } catch (const std::exception& error) {
                 QMetaObject::invokeMethod(this, failed, Qt::QueuedConnection);
-                // Any other error is told by what the cashier does next.
+                // Any other error shows up at the cashier's next action.
                 if (database::may_have_run(error))
                     QMetaObject::invokeMethod(this, &ServerLink::statement_failed, Qt::QueuedConnection);
             }

@@ -1,5 +1,5 @@
 // Whether the shop's server can be reached. After a failed statement the server is asked in the background
-// until it answers, and the line on the sales window says so. A till that does nothing asks nothing.
+// until it answers, and the line on the sales window says so. An idle till asks nothing.
 #pragma once
 
 #include <QObject>
@@ -24,8 +24,8 @@ class ServerLink : public QObject {
 
     ServerLink(KeyQueue& keys, common::Clock& clock);
 
-    // Returns the connection to use in place of an opened one to a server: its statements no longer hold up
-    // the screen. A shop in a file is returned as it is.
+    // Wraps an opened connection to a server so that its statements no longer hold up the screen. The
+    // connection to a shop in a file is returned as it is.
     std::unique_ptr<database::Connection> attach(std::unique_ptr<database::Connection> opened, Ping ping);
 
     // Runs `work` on the connection in another thread while the screen goes on, and calls `done` afterwards,

@@ -18,7 +18,7 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr milliseconds silent_time{1000};
-// The rest of an action whose panel is shown: quick statements need no event loop.
+// The patience for further statements of an action whose panel is shown: quick ones need no event loop.
 constexpr milliseconds least_patience{20};
 // An Esc pressed before the panel can have been read was meant for the screen.
 constexpr milliseconds reading_time{300};

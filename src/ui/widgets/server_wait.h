@@ -27,7 +27,7 @@ class ServerWait : public QObject, public database::Wait {
     explicit ServerWait(KeyQueue& keys);
     ~ServerWait() override;
 
-    // An action may stand still for a second in all, however many statements it has.
+    // An action may hold up the screen for a second in total, however many statements it has.
     std::chrono::milliseconds patience() override;
     bool wait(const std::function<bool()>& ended) override;
     void wake() override;

@@ -43,7 +43,7 @@ Sheet::Sheet(QWidget* host, const QString& title)
         body_->addWidget(heading);
     }
     setWindowTitle(qt(message::title));
-    // A scan is for the screen below, and is entered there once the sheet is gone.
+    // A scan belongs to the screen below and is entered there once the sheet is gone.
     setProperty(keys_property, keys_no_scans);
 }
 

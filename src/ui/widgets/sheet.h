@@ -29,7 +29,7 @@ class Sheet : public QWidget {
     static void tell(QWidget* window, const QString& text);
 
   protected:
-    // The two parts of run(), for a sheet over work that goes on.
+    // The two parts of run(), for a sheet shown while work goes on.
     void open();
     void shut();
     QVBoxLayout* body() { return body_; }

@@ -56,7 +56,7 @@ std::vector<std::int16_t> samples_of(const std::vector<Tone>& tones) {
     return samples;
 }
 
-// Takes the library's complaints about a machine without sound.
+// Drops the library's complaints about a machine without sound.
 void say_nothing(const char*, int, const char*, int, const char*, ...) {}
 
 // The system's sound library, which a till need not have.
@@ -141,7 +141,7 @@ void Sounds::play(Sound sound) {
     if (!choice_.sounds) return;
     if (shared_ == nullptr) {
         shared_ = std::make_shared<Shared>();
-        // Not waited for at the end: a sound card may hang.
+        // The thread is not joined at the end, because a sound card may hang.
         std::thread([shared = shared_] { shared->work(); }).detach();
     }
     const std::lock_guard lock(shared_->mutex);

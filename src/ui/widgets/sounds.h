@@ -11,9 +11,9 @@ struct ScreenChoice;
 
 enum class Sound { taken, refused, question };
 
-// Plays them if the workstation chose so; boxes by itself. A thread of its own makes the tones and waits for
-// the sound card, so that no key waits for it; of sounds that come faster than it plays, the last one counts.
-// A machine without sound stays silent.
+// Plays them if the workstation chose so. It notices boxes by itself. A thread of its own makes the tones and
+// waits for the sound card, so that no key waits for it; if sounds come faster than it plays them, only the
+// last one is played. A machine without sound stays silent.
 class Sounds : public QObject {
     Q_OBJECT
   public:

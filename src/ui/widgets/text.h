@@ -21,7 +21,7 @@ inline std::string utf8(const QString& text) {
 }
 
 // A figure, a code or a moment among Arabic words: its characters run left to right, so a minus stands left
-// of its number. In a ListTable such a cell is set as a figure. Nothing stays nothing.
+// of its number. In a ListTable such a cell is set as a figure. An empty text stays empty.
 inline QString figure(const QString& text) {
     return text.isEmpty() ? text : "\u200e" + text;
 }
@@ -32,8 +32,7 @@ inline QString figure(qlonglong number) {
     return figure(QString::number(number));
 }
 
-// A sentence with figures in it. `label`, boxes and the cells of a ListTable set their texts so by
-// themselves.
+// A sentence with figures in it. `label`, boxes and the cells of a ListTable do this by themselves.
 inline QString sentence(const QString& text) {
     return text.contains('-') ? qt(common::with_minus_at_left(utf8(text))) : text;
 }
