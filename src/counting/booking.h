@@ -5,10 +5,10 @@
 
 namespace counting {
 
-// Writes the differences to stk and to `modify`, and closes the count, all in one transaction. Each is the
-// difference of its moment, so what was sold since stays sold. `missing_are_gone` also books the goods away
-// that nobody counted. A booked count cannot be changed. Returns why not, if it was refused; nothing is
-// changed then.
+// Writes the differences to stk and to `modify`, and closes the count, all in one transaction. Each
+// difference is that of the moment of counting, so sales since then are kept. `missing_are_gone` also books
+// away the goods that nobody counted. A booked count cannot be changed. Returns why not, if it was refused;
+// nothing is changed then.
 std::optional<common::Refusal> book_count(database::Connection& connection, const signin::Session& session,
                                           common::Clock& clock, const Count& count, bool missing_are_gone);
 

@@ -37,8 +37,8 @@ std::optional<Refusal> refusal_of(const Count& count, const std::optional<sales:
     return std::nullopt;
 }
 
-// Another open count of the store that holds the item. Booked one after the other, both would correct the
-// stock by the same difference.
+// Another open count of the store that contains the item. If both were booked, they would correct the stock
+// by the same difference twice.
 std::optional<std::int64_t> other_count(Connection& connection, const Count& count, std::int64_t item) {
     const auto rows = connection.query(
         Sql("select top 1 till_count.num from till_count_line inner join till_count on till_count_line.cnum "
@@ -57,7 +57,7 @@ struct NewLine {
     LineKind kind = LineKind::adds;
 };
 
-// Writes the line with the stock of its moment, unless the count has been closed.
+// Writes the line with the stock at that moment, unless the count has been closed.
 bool write_line(Connection& connection, const signin::Session& session, const common::Moment& moment,
                 const Count& count, const Counted& counted, const NewLine& line) {
     Sql stock = Sql("isnull((select sum(quan) from stk where icode = ") + counted.item +

@@ -45,8 +45,8 @@ struct CountLine {
     bool is_removed = false;
 };
 
-// Adds a line to an open count. The stock at its moment is read by the statement that writes it. Returns why
-// not, if it was refused.
+// Adds a line to an open count. The same statement reads the stock and writes the line. Returns why not, if
+// it was refused.
 std::optional<common::Refusal> add_line(database::Connection& connection, const signin::Session& session,
                                         common::Clock& clock, const Count& count, const Counted& counted);
 
@@ -54,7 +54,7 @@ std::optional<common::Refusal> add_line(database::Connection& connection, const 
 std::optional<common::Refusal> remove_line(database::Connection& connection, const signin::Session& session,
                                            const Count& count, std::int64_t line);
 
-// The lines of a count in their order; of the last ones only, if a number is given.
+// The lines of a count in their order; only the last ones if a number is given.
 std::vector<CountLine> read_lines(database::Connection& connection, const Count& count,
                                   std::optional<int> last = {});
 

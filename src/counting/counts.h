@@ -1,4 +1,4 @@
-// Stock-taking: the counts of a shop, each of a store and all its items, a group, or what is scanned.
+// Stock-taking: the counts of a shop. Each covers a store, and all its items, a group, or what is scanned.
 #pragma once
 
 #include <cstdint>
@@ -52,7 +52,7 @@ struct Count {
 std::vector<Count> read_counts(database::Connection& connection);
 std::optional<Count> read_count(database::Connection& connection, std::int64_t number);
 
-// What a new count is of: all items, what is scanned, or else the code of a group.
+// What a new count covers: all items, what is scanned, or else the code of a group.
 inline constexpr std::int64_t all_items = -1;
 inline constexpr std::int64_t what_is_scanned = -2;
 struct NewCount {

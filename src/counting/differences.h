@@ -18,8 +18,8 @@ struct Difference {
     double counted = 0;                  // base units
     double stock = 0;                    // what the books held at the moment of the last line
     double cost = 0;                     // of a base unit, then
-    // What the books moved between the first line that counts and the last one. The difference takes it for
-    // goods that left before their shelf was counted; a recount settles it.
+    // Movements in the books between the first counted line and the last. The difference assumes that these
+    // goods left before their shelf was counted; a recount settles it.
     double moved_meanwhile = 0;
     common::Moment moment;    // of the last line
     std::string user;         // of the last line

@@ -1,4 +1,4 @@
-// What a shop runs short of, and what will soon be past its date.
+// What a shop is running out of, and what will soon expire.
 #pragma once
 
 #include <cstdint>
@@ -24,7 +24,7 @@ struct LowItem {
 // Items that are no longer sold and services do not count.
 std::vector<LowItem> read_low_stock(database::Connection& connection, std::optional<std::int64_t> store = {});
 
-// So many days ahead an owner looks for goods that expire, unless he says otherwise.
+// How many days ahead expiring goods are listed unless the owner chooses otherwise.
 inline constexpr int days_ahead = 30;
 
 struct ExpiringBatch {

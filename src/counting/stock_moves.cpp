@@ -10,7 +10,7 @@ namespace counting {
 
 namespace {
 
-// So many are read and written together: few journeys, and little time for a till to change one of them.
+// This many are read and written together: few round trips, and little time for a till to change one of them.
 constexpr std::size_t moves_at_once = 200;
 
 void move_some(database::Connection& connection, std::int64_t store, std::span<const StockMove> moves) {

@@ -17,7 +17,7 @@ struct StockMove {
     double by = 0;  // base units; negative if they leave
 };
 
-// The date of a row's batch; goods may be without one in two ways.
+// The date of a row's batch. Goods without one have a null or common::no_expiry.
 inline common::Date expiry_of(const database::Row& batch) {
     return batch.null("edate") ? common::no_expiry : batch.moment("edate").date;
 }

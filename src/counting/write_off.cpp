@@ -161,7 +161,7 @@ std::variant<WriteOffLine, Refusal> write_off_line(Connection& connection, std::
         return Refusal("write_off_quantity", message::quantity_too_large);
     if (line.reason.empty() || line.reason.starts_with(reversal_of))
         return Refusal("write_off_reason", message::enter_reason);
-    // A counter entry puts its words before the reason.
+    // A counter entry puts its own words before the reason.
     const std::string longest =
         std::string(reversal_of) + "4000000000" + std::string(reversal_end) + line.reason;
     if (!database::TextLimits(connection, "bad_data").fits("note", longest))

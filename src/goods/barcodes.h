@@ -23,15 +23,15 @@ BarcodeFault barcode_fault(std::string_view barcode);
 // The same for people; of a wrong check digit it is a question.
 std::string_view words_for(BarcodeFault fault);
 
-// Two barcodes are the same if this is: the database does not tell case and blanks at the end apart.
+// Two barcodes are the same if these texts are: the database ignores case and trailing blanks.
 std::string comparable_barcode(std::string_view barcode);
 
 // Returns true if the last of 8 or 13 digits is the check digit of those before it.
 bool is_true_ean(std::string_view digits);
 
 // The EAN-13 barcodes that the shop may print for an item's unit, the first to be used first. They begin with
-// 21 to 29: these are free for a shop's own use, and no label of the scale has them. Every item and unit has
-// a barcode of its own, so that two offices never draw the same one.
+// 21 to 29: these are free for a shop's own use, and no label of the scale has them. Each item and unit has
+// barcodes of its own, so that two offices never draw the same one.
 std::vector<std::string> own_barcodes(std::int64_t item, int unit_level);
 
 }  // namespace goods

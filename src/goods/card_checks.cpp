@@ -23,7 +23,7 @@ namespace {
 
 constexpr double highest_number = 1e9;
 
-// A number above 0, or 0 too; nothing in a blank field.
+// What a number field holds that may be left blank.
 struct TypedOptional {
     std::optional<double> value;
     std::string_view refusal;
@@ -36,7 +36,7 @@ TypedOptional read_optional(std::string_view text, std::string_view wrong) {
     return {number.value, {}};
 }
 
-// A text for a line on the screen and on receipts.
+// A text that fits on one line of the screen and of receipts.
 std::string one_line(std::string_view text) {
     std::string line(common::trim(text));
     std::ranges::replace_if(
@@ -110,7 +110,8 @@ std::optional<Refusal> ItemCard::check_units(Checked& checked) {
     return std::nullopt;
 }
 
-// An empty price is that of the unit times the units, and of the levels behind retail that of retail.
+// An empty price of a pack or carton is the unit's price times its units; an empty price of a level behind
+// retail is the retail price.
 std::optional<Refusal> ItemCard::check_prices(Checked& checked) {
     const double factors[units] = {1, checked.pack.value_or(0), checked.carton.value_or(0)};
     for (int unit = 1; unit <= units; ++unit) {
@@ -142,7 +143,8 @@ std::optional<Refusal> ItemCard::check_prices(Checked& checked) {
     return std::nullopt;
 }
 
-// Pack and carton follow the unit, and the levels behind retail follow retail, if they were what those make.
+// Prices of pack and carton follow that of the unit, and the levels behind retail follow retail, as long as
+// they were still the computed ones.
 bool ItemCard::follow(int unit_level, int price_level, std::string_view before) {
     const auto unit = static_cast<std::size_t>(unit_level) - 1;
     const auto level = static_cast<std::size_t>(price_level) - 1;
@@ -172,7 +174,7 @@ bool ItemCard::follow(int unit_level, int price_level, std::string_view before) 
     return has_followed;
 }
 
-// Asks about selling prices below the cost, once they or the cost were edited.
+// Asks about selling prices below the cost if they or the cost were edited.
 bool ItemCard::may_be_below_cost(const Checked& checked) {
     if (!shows_cost_ || (!is_new_ && card.prices == shown_.prices)) return true;
     std::string below;

@@ -22,7 +22,8 @@ using database::Value;
 
 namespace {
 
-// Tables that hold an item, and what their rows are to the owner. Rows without a quantity do not count.
+// Tables whose rows refer to an item, and what the owner calls such rows. Rows without a quantity do not
+// count.
 struct Reference {
     database::Fragment rows;
     std::string_view words;

@@ -1,5 +1,5 @@
-// What a base unit of an item cost the shop at a moment: today's cost on the card, and the history of its
-// changes read backwards.
+// What a base unit of an item cost the shop at a moment: today's cost on the card, followed back through the
+// history of its changes.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +21,8 @@ class Costs {
     double of(std::int64_t item, const common::Moment& at) const;
     // The cost on the card today.
     double today(std::int64_t item) const;
-    // Whether the cost of any item changed since then: if not, that of today holds for the whole time.
+    // Returns true if the cost of any item changed since then. If none did, today's cost holds for the whole
+    // time.
     bool have_changed() const { return !changes_.empty(); }
 
   private:

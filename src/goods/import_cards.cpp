@@ -38,7 +38,7 @@ constexpr std::string_view barcode_columns[units] = {"barcode", "pack_barcode", 
 
 }  // namespace
 
-// Few items are asked for by their codes; of many all are read, which is one statement.
+// A few items are read by their codes. For many, one statement reads all items of the shop.
 std::map<std::int64_t, CardNow> cards_now(database::Connection& connection,
                                           const std::set<std::int64_t>& codes) {
     std::map<std::int64_t, CardNow> cards;

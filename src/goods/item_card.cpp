@@ -54,7 +54,7 @@ std::string number_text(const Row& row, std::string_view column) {
     return row.number(column) == 0 ? std::string() : common::shortest_text(row.number(column));
 }
 
-// Money with two decimals; a cost that was divided among goods may need more.
+// Prices have two decimals; a cost that was divided among goods may need more.
 std::string price_text(const Row& row, int unit_level, int price_level) {
     const std::string column = sales::price_column(unit_level, price_level);
     const double price = row.number(column);

@@ -36,7 +36,8 @@ struct CardFields {
     std::string minimum;
     bool is_service = false;  // sold without stock
     bool is_stopped = false;
-    // By unit and level, as typed. An empty price of a unit that the item has is worked out when it is saved.
+    // By unit and level, as typed. An empty price of a unit that the item has is computed when the card is
+    // saved.
     std::array<std::array<std::string, price_levels>, units> prices;
     std::vector<CardBarcode> barcodes;
 
@@ -70,7 +71,7 @@ class ItemCard {
     // Deletes the item. Refused if anything else in the shop refers to it.
     std::optional<common::Refusal> remove();
 
-    // A price was edited: those that were worked out from it follow. Returns true if one did.
+    // Call after a price was edited: the prices computed from it follow. Returns true if one changed.
     bool follow(int unit_level, int price_level, std::string_view before);
 
     // Adds a barcode as it was typed or scanned; returns false after showing why not.

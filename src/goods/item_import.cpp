@@ -171,7 +171,7 @@ class Import {
     }
 
     // Writes all lines or, after an error, none. Codes have keys, so tills may draw numbers meanwhile: if
-    // another office takes the code of a new maker or group, the second try draws another one.
+    // another office takes the code of a new maker or group, the next attempt draws another one.
     void write(BulkRows at_once, ImportOutcome& outcome) {
         database::Transaction transaction(connection_);
         const auto cards = cards_to_change();
@@ -222,7 +222,7 @@ class Import {
                   "الباركود " + found->first + " أصبح لصنف آخر " + item + "، اقرأ الملف مرة أخرى"}}};
         }
     }
-    // The cards of the plan, as they must still be.
+    // The cards that the plan changes. They must still be as they were when the plan was made.
     std::map<std::int64_t, CardNow> cards_to_change() {
         std::set<std::int64_t> codes;
         for (const PlannedLine& line : plan_.lines)
@@ -260,7 +260,7 @@ ImportOutcome write_import(Connection& connection, const signin::Session& sessio
         } catch (const Stopped& stopped) {
             return {0, 0, 0, 0, {stopped.problem}};
         } catch (const database::Error& error) {
-            // Row by row, the line is found that the database refuses.
+            // Row by row finds the line that the database refuses.
             if (at_once == BulkRows::one || error.kind() != database::Error::Kind::other) throw;
         }
     }

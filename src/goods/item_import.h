@@ -13,7 +13,7 @@
 
 namespace goods {
 
-// Reports how far an import is: bytes read, then lines written. The lines start again if they have to be
+// Reports the progress of an import: bytes read, then lines written. The lines start again if they have to be
 // written one by one.
 enum class ImportStage { reading, writing };
 using ImportProgress = std::function<void(ImportStage stage, std::size_t done, std::size_t total)>;

@@ -20,7 +20,7 @@ constexpr std::string_view prices_header[3][5] = {{"price11", "price12", "price1
                                                   {"price31", "price32", "price33", "price34", "price35"}};
 constexpr std::string_view barcode_header[3] = {"barcode", "pack_barcode", "carton_barcode"};
 
-// Behind a Latin text that ends with a quotation mark, so that the mark stays with it among Arabic words.
+// Follows a Latin text that ends with a quotation mark, so that the mark stays beside it among Arabic words.
 constexpr const char* left_to_right = "\u200E";
 
 // Thrown for a line that cannot be used; reading goes on with the next line.
@@ -28,7 +28,7 @@ struct BadLine {
     Words reason;
 };
 
-// A barcode that cannot be imported; nothing if it can. Of eight digits shops also have numbers of their own.
+// A barcode that cannot be imported; nothing if it can. Shops also use eight-digit numbers of their own.
 std::optional<Words> fault_of(const std::string& barcode) {
     const BarcodeFault fault = barcode_fault(barcode);
     const std::string named = "barcode \"" + barcode + "\"";
@@ -64,7 +64,7 @@ std::optional<Words> fault_of(const std::string& barcode) {
     return Words{named + " has a wrong check digit", barcode + " : رقم المراجعة في آخر الباركود غير صحيح"};
 }
 
-// A heading says الكود or كود.
+// A heading may be الكود or كود.
 std::string_view without_article(std::string_view heading) {
     constexpr std::string_view article = "ال";
     if (heading.starts_with(article)) heading.remove_prefix(article.size());

@@ -49,7 +49,7 @@ struct LineProblem {
     Words reason;
 };
 
-// What the shop has already and a file may not repeat.
+// What the shop already has, so that a file may not repeat it.
 struct KnownGoods {
     bool may_update = false;  // a line with the code of an item of the shop changes it, else it is refused
     std::unordered_set<std::int64_t> codes;

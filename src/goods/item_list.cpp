@@ -26,7 +26,7 @@ Sql in_codes(database::Fragment column, const std::set<std::int64_t>& codes) {
     return statement + ")";
 }
 
-// A code or a barcode names its item; of digits that are also in names both are shown.
+// A code or a barcode selects its item. Digits that also occur in names select those items too.
 Sql typed_condition(Connection& connection, const std::string& typed) {
     const std::string code = sales::normalize_scan(typed);
     const database::Result barcodes = connection.query(sales::barcode_statement(code));

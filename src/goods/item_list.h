@@ -37,7 +37,7 @@ struct ItemList {
     std::size_t count = 0;  // of all that match
     std::vector<ListedItem> items;
 };
-// Nobody scrolls through more; a letter more shows what is looked for.
+// Nobody scrolls through more; typing another letter narrows the list.
 inline constexpr std::size_t longest_list = 1000;
 // The first `longest_list` of the items that match, in the order of their names.
 ItemList list_items(database::Connection& connection, const ItemFilter& filter);

@@ -13,7 +13,7 @@ sales::Lookup look_up(database::Connection& connection, const sales::Entry& entr
     return item ? sales::Lookup{sales::Found::item, *item} : sales::Lookup();
 }
 
-// A quantity behind which nothing stands, a discount, a receipt: nothing that names an item.
+// Returns false for a quantity alone, a discount or a receipt: they name no item.
 bool names_item(sales::EntryForm form) {
     using sales::EntryForm;
     return form == EntryForm::code || form == EntryForm::scale_label || form == EntryForm::chosen_item;

@@ -33,7 +33,8 @@ database::Fragment column_of(const NewPrice& price) {
     return columns[price.unit_level - 1][price.price_level - 1];
 }
 
-// The rows of a statement for the items of prices, some at a time: `head` before the codes, `tail` behind.
+// The rows of a statement for the items of prices, read in portions: `head` stands before the codes, `tail`
+// behind.
 std::vector<Row> rows_of_items(Connection& connection, const Sql& head, const std::set<std::int64_t>& codes,
                                const Sql& tail) {
     std::vector<Row> rows;
@@ -109,8 +110,8 @@ void write_cards(Connection& connection, const std::vector<ChangedPrice>& change
     }
 }
 
-// How many changes the history has of each item. Nobody else adds one meanwhile, since the items' cards have
-// been written.
+// How many changes the history has of each item. Nobody else can add one meanwhile, because the cards of the
+// items have been written in this transaction.
 std::map<std::int64_t, std::int64_t> history_lengths(Connection& connection,
                                                      const std::vector<ChangedPrice>& changed) {
     std::set<std::int64_t> codes;
@@ -124,8 +125,7 @@ std::map<std::int64_t, std::int64_t> history_lengths(Connection& connection,
     return lengths;
 }
 
-// Whether the table is there is asked of the catalogue, since a statement that fails might end the
-// transaction.
+// The catalogue says whether the table exists, because a failed statement might end the transaction.
 void write_history(Connection& connection, const signin::Session& session, const common::Moment& now,
                    const std::vector<ChangedPrice>& changed, std::string_view why) {
     database::unless_table_is_missing([&] {

@@ -38,12 +38,12 @@ inline constexpr std::string_view receipt = "بضاعة واردة";  // goods i
 inline constexpr std::string_view import = "استيراد ملف";   // an imported file
 }  // namespace why
 
-// Two prices that are written alike.
+// Returns true for two prices that are written alike.
 bool same_price(double one, double other);
 
-// Writes prices on the cards of items that the shop has, and each change into the history, in the
-// transaction of the caller. A price that the card has already is left. Returns what changed, with what was
-// there before. Throws Error 40001 if somebody changed a price meanwhile: the transaction begins again then
+// Writes prices on the cards of items that the shop has, and each change into the history, in the transaction
+// of the caller. A price that the card already has is left alone. Returns what changed, with what was there
+// before. Throws Error 40001 if somebody changed a price meanwhile; the transaction then begins again
 // (database/transaction.h).
 std::vector<ChangedPrice> change_prices(database::Connection& connection, const signin::Session& session,
                                         const common::Moment& now, const std::vector<NewPrice>& prices,

@@ -1,4 +1,4 @@
-// What a base unit of an item costs on the average of what is in stock.
+// The average cost of a base unit of an item, over what is in stock.
 #pragma once
 
 namespace purchases {
@@ -9,12 +9,12 @@ struct Valued {
     double cost = 0;
 };
 
-// After goods came in: the average by quantity and value. Where nothing of known cost was in stock, what the
-// new goods cost. `value` is what all of them cost together.
+// After goods came in: the average by quantity and value, or the cost of the new goods if nothing of known
+// cost was in stock. `value` is what all new goods cost together.
 Valued with_goods(const Valued& stock, double quantity, double value);
 
-// After goods left at the value that they came for: what remains keeps the rest of the value. The cost stays
-// where nothing remains, or where less than nothing would remain of the value.
+// After goods left at the value they came in at: what remains keeps the rest of the value. The cost is
+// unchanged if no goods remain, or if the rest of the value would be negative.
 Valued without_goods(const Valued& stock, double quantity, double value);
 
 }  // namespace purchases

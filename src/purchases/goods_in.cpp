@@ -87,7 +87,7 @@ std::optional<Receipt> GoodsIn::left_open() {
     try {
         left = common::from_json_text<Receipt>(common::read_file(file));
     } catch (const std::exception&) {
-        // A text of a later version, or of none.
+        // A text of a later version, or damaged.
     }
     const auto number = left ? number_of(connection_, *left) : std::nullopt;
     if (number)
@@ -110,7 +110,7 @@ void GoodsIn::begin(Receipt receipt) {
     if (receipt_.id == 0) receipt_.id = common::random_number(highest_id);
     if (receipt_.store == 0) receipt_.store = session_.store_code;
     if (receipt_.date == common::Date()) receipt_.date = services_.clock.now().date;
-    // What the cards say of lines that come from a saved document.
+    // Lines that come from a saved document lack what the cards say.
     for (Line& line : receipt_.lines) {
         if (line.former_price != 0 || line.retail != 0) continue;
         const auto item = sales::load_item(connection_, line.item, line.unit_level);
@@ -239,7 +239,7 @@ void GoodsIn::remove_line() {
     if (row >= receipt_.lines.size()) return;
     receipt_.lines.erase(receipt_.lines.begin() + static_cast<std::ptrdiff_t>(row));
     if (row > 0 && row >= receipt_.lines.size()) --row;
-    // A discount that is more than what is left goes with the line.
+    // A discount on the whole that exceeds what is left is removed with the line.
     if (receipt_.discount > receipt_.total()) foot.discount.clear();
     take_foot();
 }

@@ -39,7 +39,7 @@ struct LineFields {
     std::string quantity;
     std::optional<std::int64_t> unit;
     std::string price;     // of one unit
-    std::string total;     // of the line; where it is changed the price follows it
+    std::string total;     // of the line; if it is changed, the price follows
     std::string discount;  // "5%" or a value
     std::string expiry;
     std::string retail;  // the new price of the unit
@@ -51,7 +51,7 @@ class GoodsIn {
   public:
     GoodsIn(database::Connection& connection, const signin::Session& session, common::Services services);
 
-    // A document that was left unsaved, if the user wants to go on with it. What he does not want is dropped.
+    // A document that was left unsaved, if the user wants to go on with it; otherwise it is dropped.
     std::optional<Receipt> left_open();
     // Begins an empty document, or goes on with one. Reads the lists.
     void begin(PurchaseKind kind);
@@ -74,7 +74,7 @@ class GoodsIn {
     // Adds a line of the same goods for a batch of another expiry date.
     void add_batch();
     void remove_line();
-    // New retail prices by a margin over the cost, of the line or of all lines.
+    // Sets new retail prices by a margin over the cost, for the line or for all lines.
     std::optional<common::Refusal> set_margin(std::string_view percent, int step, bool all_lines);
     // What a unit of a line costs after all discounts and the tax.
     double cost_of(std::size_t line) const;

@@ -9,8 +9,8 @@ namespace purchases {
 // The price that is `margin` percent above a cost, rounded (goods/price_plan.h).
 double price_above(double cost, double margin, int step);
 
-// What a line asks for: the typed price of its unit, or prices above what a base unit costs, of its unit and
-// of the others that the card sells the item in.
+// The new prices that a line asks for: the price typed for its unit, or prices by a margin over the cost of a
+// base unit, for every unit that the card sells the item in.
 std::vector<goods::NewPrice> new_prices(const Line& line, double base_cost, const database::Row& card);
 
 }  // namespace purchases

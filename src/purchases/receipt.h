@@ -65,7 +65,7 @@ struct Receipt {
     bool is_return() const { return kind == PurchaseKind::vendor_return; }
     common::Amount total() const;
     common::Amount net() const { return total() - discount + tax; }
-    // What each line costs in all, with its share of discount and tax; together they are the net.
+    // What each line costs in total, with its share of discount and tax; together they are the net.
     std::vector<common::Amount> costs() const;
 };
 

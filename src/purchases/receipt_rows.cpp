@@ -165,7 +165,7 @@ void ReceiptRows::move_stock(const Receipt& receipt) {
     connection_.run_all(plan.commands);
 }
 
-// Of two prices for the same the later one counts.
+// Of two prices for the same unit and level, the later one counts.
 void ReceiptRows::add_price(const goods::NewPrice& price) {
     prices_[{price.item, price.unit_level, price.price_level}] = price.price;
 }

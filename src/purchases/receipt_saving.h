@@ -15,14 +15,14 @@ struct SavedReceipt {
     common::Amount balance;  // what the supplier is owed afterwards
 };
 
-// Why the shop as it is now does not take the document.
+// Why the document cannot be saved in the shop as it is now.
 class Refused : public std::runtime_error {
   public:
     explicit Refused(common::Refusal why) : std::runtime_error(why.text), refusal(std::move(why)) {}
     common::Refusal refusal;
 };
 
-// The number under which the document of that id was saved; nothing if it was not.
+// The number under which the document with this id was saved; nothing if it was not saved.
 std::optional<std::int64_t> number_of(database::Connection& connection, const Receipt& receipt);
 
 // Throws Refused, and Error; nothing is written then. A document that was saved before is not saved again.

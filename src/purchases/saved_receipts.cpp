@@ -26,7 +26,7 @@ constexpr common::FormField<Period> period_fields[] = {
     {&Period::supplier, {"receipts_supplier", "المور&د", FieldKind::choice, {0, 2, 2}}},
 };
 
-// Base units of each line of a receipt that went back.
+// How much of each line of a receipt went back, in base units.
 std::map<std::int64_t, double> gone_back(database::Connection& connection, std::int64_t number,
                                          std::int64_t store) {
     std::map<std::int64_t, double> by_line;

@@ -1,4 +1,4 @@
-// Saved documents of goods in: their list, one of them read again, and what of it may still go back.
+// Saved documents of goods in: their list, one of them read again, and the part of it that may still go back.
 #pragma once
 
 #include "common/form.h"

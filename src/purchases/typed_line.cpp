@@ -42,7 +42,8 @@ std::optional<Refusal> read_quantity(std::string_view typed, Line& line) {
     return std::nullopt;
 }
 
-// The total counts if it was changed, else the price. A percent is of what the line is worth before it.
+// The total counts if it was changed, else the price. A percent is taken of the line's value before the
+// discount.
 std::optional<Refusal> read_worth(const LineFields& typed, const LineFields& shown, Line& line) {
     const bool is_percent =
         common::trim(typed.discount).ends_with('%') || common::trim(typed.discount).ends_with(arabic_percent);
@@ -50,7 +51,7 @@ std::optional<Refusal> read_worth(const LineFields& typed, const LineFields& sho
     if (by_total) {
         const auto total = common::read_amount(typed.total);
         if (!total.is_good()) return Refusal("line_total", total.refusal);
-        // What stands in the discount field is known already in a total that was typed.
+        // A total that was typed already includes the discount.
         if (is_percent) return Refusal("line_total", message::percent_and_total);
         const auto discount = common::read_amount(typed.discount);
         if (!discount.is_good()) return Refusal("line_discount", discount.refusal);
@@ -65,7 +66,7 @@ std::optional<Refusal> read_worth(const LineFields& typed, const LineFields& sho
             return refused;
         line.discount = discount.value();
     }
-    // What read_amount() takes of a total holds for one that is computed.
+    // A computed total has the same limits as one that is typed.
     if (!common::read_amount(line.value().text()).is_good()) return Refusal("line_price", message::too_much);
     return std::nullopt;
 }

@@ -66,7 +66,7 @@ std::size_t age_of(long days) {
 }  // namespace
 
 std::vector<AgedParty> aged_parties(database::Connection& connection, PartyKind kind, const Date& today) {
-    // The sums of debts by age; those older than the last age need no sum, for they are what is left.
+    // The sums of debts by age. The oldest need no sum, because they are what is left of the balance.
     std::map<std::int64_t, std::array<double, age_count>> debts_of;
     const Date oldest = common::add_days(today, -days_of_an_age * static_cast<long>(age_count - 1));
     for (const Row& row : connection.query(debts(kind, Sql(" and [date] >= ") + quoted(oldest)))) {
@@ -102,7 +102,7 @@ std::vector<OpenDebt> open_debts(database::Connection& connection, PartyKind kin
         left -= debt.open;
         open.push_back(std::move(debt));
     }
-    // What no document explains: an opening balance.
+    // No document explains the rest: it is an opening balance.
     if (common::Amount(left) > common::Amount()) open.push_back({{}, "رصيد سابق", "", left, left, 0});
     return open;
 }

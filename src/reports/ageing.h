@@ -1,5 +1,5 @@
-// How old the debts are: of customers to the shop, and of the shop to its suppliers. What was paid is taken
-// off the oldest debt, whatever it was paid for; so what is still owed stands in the newest ones.
+// How old the debts are: of customers to the shop, and of the shop to its suppliers. Payments are taken off
+// the oldest debts, whatever they were made for, so what is still owed is in the newest ones.
 #pragma once
 
 #include <array>
@@ -23,7 +23,8 @@ struct AgedParty {
     std::array<double, age_count> by_age = {};  // adds up to the balance if that is above zero
 };
 
-// The customers who owe something or have something to their credit; of vendors likewise what they are owed.
+// The customers who owe something or have something to their credit; for vendors, those to whom the shop owes
+// something.
 std::vector<AgedParty> aged_parties(database::Connection& connection, accounts::PartyKind kind,
                                     const common::Date& today);
 
@@ -36,7 +37,7 @@ struct OpenDebt {
     double open = 0;
     long age = 0;  // in days
 };
-// The newest first; what is left of the balance behind them is an old balance, without a document.
+// The newest first. What they do not explain of the balance comes last, as an old balance without a document.
 std::vector<OpenDebt> open_debts(database::Connection& connection, accounts::PartyKind kind,
                                  std::int64_t party, const common::Date& today);
 

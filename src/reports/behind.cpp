@@ -39,7 +39,7 @@ std::map<std::int64_t, std::string> user_names(Connection& connection) {
     return names;
 }
 
-// Cuts what was read beyond the most rows.
+// Drops the rows beyond `most_rows`.
 void cut(Behind& behind) {
     behind.is_cut = behind.rows.size() > Behind::most_rows;
     if (behind.is_cut) behind.rows.resize(Behind::most_rows);
@@ -78,7 +78,7 @@ Behind invoices(Connection& connection, const Sql& condition, const SalesSums& s
 
 Behind invoices_of(Connection& connection, SalesKey key, const Request& request, std::int64_t value) {
     SalesByKey sums;
-    // The same sums again, for this key: their net is the figure.
+    // The same sums again for this key; their net is the figure.
     Period period = request.period;
     if (key == SalesKey::day) period.first = period.last = common::date_from_epoch(static_cast<long>(value));
     for (const Period& part : quarters_of(period))
@@ -113,7 +113,7 @@ Behind lines(Connection& connection, const Period& period, const Sql& condition,
     return behind;
 }
 
-// The lines of an item or group. The report's row tells the net, which the discounts on whole receipts lower.
+// The lines of an item or group. The report's row shows the net, after the discounts on whole receipts.
 Behind lines_of_items(Connection& connection, const Request& request, const TableRow& row) {
     Sql joined("");
     Sql condition("");

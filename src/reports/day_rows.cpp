@@ -111,7 +111,8 @@ std::vector<std::string> cells_of(const std::string& list) {
     return cells;
 }
 
-// What a row says beside another of its key, with captions: only what differs; all without another.
+// What a row says, with captions: only what differs from another row of the same key, or everything if there
+// is none.
 std::string shown(const DayTable& table, const DayRow& row, const DayRow* other) {
     const std::vector<std::string> cells = cells_of(row.content);
     const std::vector<std::string> others =

@@ -1,4 +1,4 @@
-// The logic of the page of reports: what is chosen, the report that it makes, and that as a paper.
+// The logic of the page of reports: what is chosen, the report made from it, and the report on paper.
 #pragma once
 
 #include <functional>
@@ -41,8 +41,8 @@ class Desk {
     const Request& request() const { return request_; }
     const Kind& kind() const { return kind_of(request_.kind); }
 
-    // Makes the report, step by step: `go_on` is asked before each one, and ends it by false; then the table
-    // that is shown stays. Returns true if it was made.
+    // Makes the report, step by step: `go_on` is called before each step and ends the work by returning
+    // false; the table shown then stays. Returns true if it was made.
     bool make(const std::function<bool(int done, int total)>& go_on);
     const Table& table() const { return table_; }
     Behind rows_behind(std::size_t row);

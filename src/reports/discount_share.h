@@ -8,7 +8,7 @@
 namespace reports {
 
 // In proportion to the lines' values, each share rounded to hundredths; the last line takes what is left, so
-// that the shares add up to the discount. Without any value it is the last line's alone.
+// that the shares add up to the discount. If no line has a value, the last one takes it all.
 std::vector<common::Amount> shares_of(common::Amount discount, const std::vector<common::Amount>& lines);
 
 }  // namespace reports

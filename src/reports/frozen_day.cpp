@@ -33,7 +33,7 @@ std::string amount_text(double amount) {
     return common::Amount(amount).text();
 }
 
-// Only the columns that a list needs, for the rows of a day may be long.
+// Only the columns that a list needs, because the stored rows of a day may be long.
 constexpr database::Fragment closed_columns =
     "select stcode, [day], closed, user_name, figures from till_day where ";
 

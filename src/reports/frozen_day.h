@@ -22,7 +22,7 @@ struct DayFigure {
     bool operator==(const DayFigure&) const = default;
 };
 
-// What a day of a store comes to: invoices, sales, discounts, returns and net, the net by payment, goods in,
+// The figures of a store's day: invoices, sales, discounts, returns and net, the net by payment, goods in,
 // and the cash of each drawer at its end.
 std::vector<DayFigure> day_figures(database::Connection& connection, std::int64_t store,
                                    const common::Date& day);
@@ -51,8 +51,8 @@ std::vector<common::Date> open_days(database::Connection& connection, std::int64
 std::vector<ChangedRow> changed_since_closing(database::Connection& connection, std::int64_t store,
                                               const common::Date& day);
 
-// Stores the figures of a day and which rows made them. Refused for a day to come, for today while a shift of
-// the store is open, while a save of the store's tills is unfinished, and for a closed day.
+// Stores the figures of a day and the rows that made them. Refused for a day to come, for today while a shift
+// of the store is open, while a save of the store's tills is unfinished, and for a closed day.
 std::optional<common::Refusal> close_day(database::Connection& connection, const signin::Session& session,
                                          common::Clock& clock, std::int64_t store, const common::Date& day);
 

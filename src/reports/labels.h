@@ -17,7 +17,8 @@ class Labels {
   public:
     Labels(database::Connection& connection, SalesKey key);
     std::string of(std::int64_t key) const;
-    // On the axis of a chart: the day of the month, the month, the hour; nothing where the label does.
+    // The mark on the axis of a chart: the day of the month, the month, the hour; empty where the label
+    // itself serves.
     std::string mark_of(std::int64_t key) const;
 
   private:

@@ -38,8 +38,8 @@ Sql discounted_lines(const Period& period) {
            "sales.time_, saledata.serial";
 }
 
-// Spreads the discount of one invoice over its lines. If two invoices share a key, each row of the join that
-// has the other's time is left out, as where a receipt is shown again.
+// Spreads the discount of one invoice over its lines. If two invoices share a key, rows of the join with the
+// other invoice's time are left out, as when a receipt is shown again.
 void spread(const std::vector<const Row*>& joined, SumsByItem& sums) {
     const auto is_own = [](const Row* row) {
         return row->moment("line_time").time == row->moment("time_").time;
@@ -115,7 +115,7 @@ void add_costs(database::Connection& connection, CostKey key, const Period& peri
             by_key[common::days_from_epoch(row.moment("date").date)] +=
                 row.number("quantity") * costs.today(row.integer("icode"));
     if (!costs.have_changed()) return;
-    // Of items whose cost has changed since, each line by its own moment.
+    // For items whose cost has changed since, each line by its own moment.
     database::unless_table_is_missing([&] {
         for (const Row& row : connection.query(
                  Sql("select icode, [date], time_, ") + moved_quantity() +

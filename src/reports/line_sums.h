@@ -30,13 +30,13 @@ using SumsByItem = std::unordered_map<std::int64_t, LineSums>;
 // Adds the lines of a period, without their cost.
 void add_lines(database::Connection& connection, const Period& period, SumsByItem& sums);
 
-// What left the shop of each item in a period, in base units, less what came back.
+// How much of each item left the shop in a period, in base units, less what came back.
 std::unordered_map<std::int64_t, double> moved_quantities(database::Connection& connection,
                                                           const Period& period);
 
-// Adds what the goods cost that left the shop in a period, less those that came back: at the moment of each
-// sale, and of a return at the moment of the return. By day (days since 1970/01/01); by item only by how much
-// it differs from today's cost of LineSums::quantity, because add_lines() has read all lines already.
+// Adds the cost of the goods that left the shop in a period, less those that came back. The cost is that of
+// the moment of the sale or of the return. By day (days since 1970/01/01) it is the whole cost; by item only
+// the difference from today's cost of LineSums::quantity, because add_lines() has read all lines already.
 enum class CostKey { item, day };
 using CostByKey = std::unordered_map<std::int64_t, double>;
 void add_costs(database::Connection& connection, CostKey key, const Period& period, const goods::Costs& costs,

@@ -20,7 +20,7 @@ struct DrawerCash {
     common::Amount cards;        // what was paid by card today, less card returns
     common::Amount uncollected;  // telephone orders of today that have not been paid
 };
-// The row of the report: what the movements behind it are found by, and its figures.
+// The row of the report: the key to the movements behind it, and its figures.
 TableRow row_of(const DrawerCash& drawer);
 // Store 0 is every store.
 std::vector<DrawerCash> cash_of_drawers(database::Connection& connection, std::int64_t store,

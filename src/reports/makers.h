@@ -16,11 +16,11 @@ class Maker {
     virtual Table table() = 0;
 };
 
-// Of the kinds that sum invoices, in steps of a month.
+// For the kinds that sum invoices, in steps of a calendar quarter.
 std::unique_ptr<Maker> make_of_invoices(database::Connection& connection, const Request& request);
-// Likewise of the kinds that sum lines.
+// Likewise for the kinds that sum lines.
 std::unique_ptr<Maker> make_of_lines(database::Connection& connection, const Request& request);
-// Of suppliers, ages of debts, stock, cash and closed days, in one step.
+// Reports of suppliers, ages of debts, stock, cash and closed days, made in one step.
 Table table_of_suppliers(database::Connection& connection, const Request& request);
 Table table_of_ages(database::Connection& connection, const Request& request);
 Table table_of_stock(database::Connection& connection, const Request& request);

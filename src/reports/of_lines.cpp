@@ -19,7 +19,7 @@ const std::vector<Column> columns_of_profit = {
     {"الصافي"}, {"التكلفة"}, {"الربح"}, {"نسبة الربح", Format::percent}};
 constexpr std::size_t profit_column = 2;
 
-// What the headers of the receipts come to beyond their lines, or less.
+// The difference between the headers of the receipts and their lines.
 constexpr std::int64_t difference_key = -2;
 constexpr std::string_view difference_label = "فرق بين البونات وسطورها";
 constexpr std::string_view general_item_label = "صنف عام";

@@ -26,10 +26,11 @@ std::span<const PresetName> presets();
 // The days of a preset; those given for `free`. A week begins on Saturday.
 Period period_of(Preset preset, const common::Date& today, const Period& chosen);
 
-// What of the period lies in the month that begins on `first`.
+// The part of the period that lies in the month that begins on `first`.
 Period month_of(const Period& period, const common::Date& first);
 
-// The period in parts of a calendar quarter, so that long work can be told of and ended between two of them.
+// The period in parts of a calendar quarter, so that long work can report progress and be ended between two
+// parts.
 std::vector<Period> quarters_of(const Period& period);
 
 // The condition that a row's day, in the column, lies in the period; and its store, in `stcode`.

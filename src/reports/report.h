@@ -1,4 +1,4 @@
-// The reports that there are, and how one is made: in steps, so that a long one can be watched and ended.
+// The kinds of reports, and how one is made: in steps, so that a long one can show its progress and be ended.
 #pragma once
 
 #include <functional>
@@ -45,7 +45,7 @@ struct Kind {
 std::span<const Kind> kinds();
 const Kind& kind_of(KindId id);
 
-// What a report is made of, and for whom.
+// What a report covers, and for whom it is made.
 struct Request {
     KindId kind = KindId::sales_by_day;
     Period period;
@@ -55,7 +55,7 @@ struct Request {
 
 class Maker;
 
-// One report on its way.
+// A report while it is being made.
 class Report {
   public:
     Report(database::Connection& connection, const Request& request);

@@ -1,4 +1,4 @@
-// What saved invoices come to, by any column that tells them apart.
+// Sums of saved invoices by any column that tells them apart.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace reports {
 
-// Unrounded, as all sums are until they are shown.
+// Not rounded, as all sums until they are shown.
 struct SalesSums {
     std::int64_t sales = 0;  // how many
     std::int64_t returns = 0;

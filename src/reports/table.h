@@ -10,9 +10,9 @@ namespace reports {
 enum class Format { count, amount, quantity, percent, text };
 // A figure as it is shown; "" for one that is not a number.
 std::string text_of(double figure, Format format);
-// A percent of something; not a number of nothing.
+// The percent; NaN if the whole is 0.
 double percent_of(double part, double whole);
-// The same of a quotient.
+// The quotient, likewise.
 double per(double part, double count);
 
 struct Column {
@@ -20,7 +20,7 @@ struct Column {
     Format format = Format::amount;
 };
 
-// The key of a row of a store and something in it, a drawer or a day; and back.
+// The key of a row for a store and something in it, a drawer or a day, and its parts again.
 constexpr std::int64_t key_in_store(std::int64_t store, std::int64_t what) {
     return store * 1'000'000 + what;
 }

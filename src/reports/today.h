@@ -33,9 +33,9 @@ struct Today {
     std::size_t days_to_close = 0;
 };
 Today read_today(database::Connection& connection, const common::Moment& now);
-// What its tables are made of.
+// The request that its tables are made from.
 Request request_of_today(KindId kind, const common::Moment& now);
-// How many closed days of the last week have rows that have changed. Reads every row of those days.
+// The number of closed days of the last week whose rows have changed. Reads every row of those days.
 std::size_t count_changed_days(database::Connection& connection, const common::Date& today);
 
 }  // namespace reports

@@ -198,7 +198,7 @@ TEST_F(Counting, RefusesWhatWouldSpoilACount) {
     const auto refused = counting::open_count(connection(), office.session, office.services.clock,
                                               {.store = 1, .what = {}, .title = "it's"});
     EXPECT_EQ(std::get<common::Refusal>(refused).field, "count_scope");
-    // A count that was given up changes nothing, and leaves its items to others.
+    // A count that was given up changes nothing, and its items can be counted elsewhere.
     EXPECT_EQ(counting::give_up_count(connection(), office.session, office.services.clock, first),
               std::nullopt);
     EXPECT_EQ(office.add(connection(), second, {.item = 100, .quantity = "0"}), "");

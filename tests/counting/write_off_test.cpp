@@ -1,4 +1,4 @@
-// Goods that leave the stock without a sale, and the lists of what runs short and out of date.
+// Goods that leave the stock without a sale, and the lists of low stock and of expiring goods.
 #include "counting/write_off.h"
 
 #include <gmock/gmock.h>
@@ -64,7 +64,7 @@ TEST_F(Goods, AreWrittenOffAndComeBackOnce) {
     const common::Date december{2026, 12, 20};
     EXPECT_EQ(add({.item = 100, .quantity = "5", .expiry = december, .reason = " كسر it's "}), "");
     EXPECT_EQ(add({.item = 100, .quantity = "3", .expiry = {}, .reason = "تالف"}), "");
-    // Of the batch is one left, of the item two.
+    // One is left of the batch, two of the item.
     const std::string not_so_many(message::not_so_many);
     EXPECT_EQ(add({.item = 100, .quantity = "1.5", .expiry = december, .reason = "تالف"}),
               not_so_many + "1\nلبن");

@@ -19,7 +19,7 @@ class ItemCards : public testing::Test, public test::StockedShop {
     }
 };
 
-// A pack of 6 at 2.50 is 15.00; the levels without a price take the retail price.
+// A pack of 6 at 2.50 costs 15.00; levels without a price take the retail price.
 TEST_F(ItemCards, ANewItemGetsThePricesThatWereLeftOut) {
     goods::ItemCard item = card();
     item.open_new();
@@ -75,7 +75,7 @@ TEST_F(ItemCards, RefuseWhatTheTillCouldNotSell) {
     EXPECT_EQ(shop.number("select count(*) from items"), 3);
 }
 
-// The second office is told what changed; its own edits stay, the rest is taken over, and it saves again.
+// The second office is told what changed. Its own edits stay, it takes over the rest, and it can save again.
 TEST_F(ItemCards, OfTwoOfficesTheSecondIsToldWhatChanged) {
     goods::ItemCard first = card();
     goods::ItemCard second = card();
@@ -115,14 +115,14 @@ TEST_F(ItemCards, AsksAboutPricesBelowTheCostAndHidesCosts) {
     EXPECT_EQ(prices(501), "8 10.25 9.5 96 115");
 }
 
-// The retail price of the unit moves what was worked out from it, and nothing else.
+// Changing the retail price of the unit changes the prices computed from it, and nothing else.
 TEST_F(ItemCards, PricesFollowTheOneTheyWereWorkedOutFrom) {
     goods::ItemCard item = card();
     ASSERT_FALSE(item.open(501));
     item.card.prices[0][1] = "11";
     EXPECT_TRUE(item.follow(1, 2, "10.00"));
     EXPECT_THAT(item.card.prices[0], testing::ElementsAre("8.00", "11", "9.50", "11.00", "11.00"));
-    // The carton's 115 is a price of its own; 120 is 12 times the former 10.
+    // The carton's 115 was set by hand; 120 is 12 times the former 10.
     EXPECT_THAT(item.card.prices[2], testing::ElementsAre("96.00", "115.00", "110.00", "132.00", "132.00"));
 }
 

@@ -20,8 +20,7 @@ class ItemImport : public testing::Test, public test::StockedShop {
     }
 };
 
-// A line changes what it gives and leaves the rest: here a name, a maker, prices, a barcode beside the old
-// one.
+// A line changes what it gives and leaves the rest: here a name, a maker, prices and a second barcode.
 TEST_F(ItemImport, ChangesWhatALineGives) {
     const goods::ImportPlan planned = plan(
         "code,name,maker,price12,price31,barcode,minimum\n"

@@ -23,7 +23,7 @@ class Prices : public testing::Test, public test::StockedShop {
     goods::PricePlan plan() { return {shop.connection(), session, services.prompts, services.clock}; }
 };
 
-// The history tells what each price was, and what a unit cost at any moment.
+// The history shows each former price, and the cost of a unit at any moment.
 TEST_F(Prices, ArePutIntoTheHistoryAndCostsAreReadFromIt) {
     change({{501, 1, 1, 9}, {501, 1, 2, 11}, {501, 1, 3, 9.5}, {502, 1, 2, 7.35}}, goods::why::receipt);
     services.clock.moment.date.day = 23;
@@ -57,7 +57,7 @@ TEST_F(Prices, ChangeWithoutTheTableOfTheHistory) {
     EXPECT_EQ(goods::Costs(shop.connection(), {}).of(501, {{2026, 11, 21}, {}}), 8);
 }
 
-// A carton of 12 at 8 costs 96 and follows; one that is set apart does not.
+// A carton of 12 at 8 costs 96 and follows the unit; one with a cost of its own does not.
 TEST_F(Prices, CostsOfCartonsFollowTheUnit) {
     const auto costs = [&] {
         std::string text;
@@ -126,7 +126,7 @@ TEST_F(Prices, BelowTheCostAreAskedAboutAndZeroIsLeftOut) {
     services.prompts.answers = {false};
     ASSERT_TRUE(several.apply());
     EXPECT_EQ(prices(501), "8 10 9.5 96 115");
-    several.choice.percent = "97";  // 0.30 and 0.2205 come to nothing
+    several.choice.percent = "97";  // 0.30 and 0.2205 round to 0
     ASSERT_FALSE(several.work_out());
     EXPECT_EQ(several.left_out(), 2U);
     EXPECT_TRUE(several.changes().empty());

@@ -1,4 +1,5 @@
-// What the office does to items in one transaction: a card, prices of several items, an imported file.
+// Changes of items that the office makes in one transaction: a card, prices of several items, an imported
+// file.
 #include <gtest/gtest.h>
 
 #include "goods/item_card.h"
@@ -79,7 +80,7 @@ TEST(OfficeWork, IsDoneWholeOrNotAtAll) {
                 after = office.figures();
             }
             EXPECT_EQ(after, done) << "statement " << statement;
-            // An import tries again by itself, line by line, when a statement fails.
+            // If a statement fails, an import tries again line by line.
             if (fault == Faulty::lost) {
                 EXPECT_GT(statement, least);
             }

@@ -237,8 +237,8 @@ TEST(GoodsInDesk, RefusesWhatIsTypedWrongAndAsksAboutTheUnusual) {
     EXPECT_TRUE(desk.save());
 }
 
-// The power fails at every statement in turn: nothing of the receipt is there, its draft is, and the next
-// save writes it once.
+// The power fails at every statement in turn: nothing of the receipt is written, its draft is kept, and the
+// next save writes it once.
 TEST(GoodsInDesk, IsWrittenWholeOrNotAtAll) {
     test::Buyer buyer;
     const auto figures = [&] {

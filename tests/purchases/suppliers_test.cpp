@@ -28,7 +28,7 @@ TEST(Suppliers, ACardMovesTheBalanceAndIsNeverOverwritten) {
     ASSERT_FALSE(supplier.save());
     EXPECT_EQ(buyer.owed(10), -12.5);
 
-    // Goods have come in since; then the opening balance is mended.
+    // After goods have come in, the opening balance is corrected.
     ASSERT_FALSE(supplier.open_edit(10));
     EXPECT_TRUE(supplier.card.owes_us);
     buyer.shop.sql("update vendata set vacc = 87.5 where vcode = 10");

@@ -129,7 +129,7 @@ TEST_F(Reports, TheOldestDebtIsPaidFirst) {
     ASSERT_EQ(debts.size(), 3u);
     EXPECT_EQ(debts[2].open, 20);
     EXPECT_EQ(debts[2].age, 31);
-    // Nothing of the 30 that he owed before is left; if he owed 300, 70 of it would be of no invoice.
+    // The 30 that he owed before are paid. If he owed 300, 70 of it would belong to no invoice.
     shop.sql("update custdata set cacc = 300 where ccode = 7");
     EXPECT_EQ(aged_parties(shop.connection(), accounts::PartyKind::customer, now.date)[0].by_age,
               (std::array<double, age_count>{150, 80, 0, 70}));
