@@ -7,8 +7,8 @@ namespace database {
 
 namespace {
 
-// A server's limits: rows after "values", and parameters, of which the call that carries the statement takes
-// two itself.
+// A server's limits: rows after "values", and parameters. The call that carries the statement takes two of
+// them.
 constexpr std::size_t most_rows = 1000;
 constexpr std::size_t most_parameters = 2100 - 2;
 
@@ -25,7 +25,7 @@ std::string statement_of(const std::string& head, std::size_t columns, std::size
 
 }  // namespace
 
-// The embedded engine has no journeys, and keeps the statement of a single row prepared.
+// The embedded engine has no round trips, and keeps the statement for a single row prepared.
 BulkInsert::BulkInsert(Connection& connection, const Sql& head, std::size_t columns, BulkRows rows)
     : connection_(connection),
       head_(head.text()),

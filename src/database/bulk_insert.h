@@ -1,4 +1,4 @@
-// Many rows for one table in few statements: on a server each statement is a journey.
+// Many rows for one table in few statements: on a server each statement is a round trip.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace database {
 
-// How many rows a statement may take. Row by row, the error tells which row it was.
+// How many rows a statement may take. With one, an error tells which row was refused.
 enum class BulkRows { many, one };
 
 class BulkInsert {

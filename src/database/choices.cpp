@@ -58,7 +58,7 @@ std::vector<common::Choice> load_workers(Connection& connection) {
 
 namespace {
 
-// As the database declares it; "" if the table has no such column.
+// The type as the database declares it; "" if the table has no such column.
 std::string_view type_of(const Connection::Table& table, std::string_view column) {
     for (std::size_t i = 0; i < table.columns.size() && i < table.types.size(); ++i) {
         if (common::equal_ignoring_case(table.columns[i], column)) return table.types[i];

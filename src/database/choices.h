@@ -18,7 +18,7 @@ std::vector<common::Choice> choices(const Result& rows, std::string_view code = 
 // Takes the choices of a result into a list.
 Reads::Take into(std::vector<common::Choice>& list, const char* code = "code", const char* name = "name");
 
-// Each list can be read by itself or asked for with other reads.
+// Each list can be read on its own or together with other reads.
 void ask_stores(Reads& reads, std::vector<common::Choice>& list);
 std::vector<common::Choice> load_stores(Connection& connection);
 // The drawers of a store, in the order of the table.

@@ -35,14 +35,14 @@ class Row {
     const Value& value(std::string_view column) const;
     bool has(std::string_view column) const { return columns_->find(column) >= 0; }
     bool null(std::string_view column) const { return is_null(value(column)); }
-    // Readings as in value.h: a null counts as 0, "" or 1900/01/01.
+    // These convert as in value.h: a null counts as 0, "" or 1900/01/01.
     double number(std::string_view column) const { return number_of(value(column)); }
     std::int64_t integer(std::string_view column) const { return integer_of(value(column)); }
     std::string text(std::string_view column) const { return text_of(value(column)); }
     common::Moment moment(std::string_view column) const { return moment_of(value(column)); }
 
     const std::vector<Value>& cells() const { return cells_; }
-    // The cells without a copy, of a row that is no longer needed.
+    // Moves the cells out of a row that is no longer needed.
     std::vector<Value> release() && { return std::move(cells_); }
 
   private:
@@ -61,7 +61,7 @@ class Result {
     bool empty() const { return rows_.empty(); }
     std::size_t size() const { return rows_.size(); }
     const Row& front() const { return rows_.front(); }
-    // The rows without a copy, of a result that is no longer needed.
+    // Moves the rows out of a result that is no longer needed.
     std::vector<Row> release() && { return std::move(rows_); }
     auto begin() const { return rows_.begin(); }
     auto end() const { return rows_.end(); }
@@ -138,7 +138,8 @@ class Connection {
     virtual std::shared_ptr<const Table> description(std::string_view table) {
         return std::make_shared<const Table>(describe(table));
     }
-    // Reads the descriptions of several tables in one journey. Throws Error 42S02 if one of them is missing.
+    // Reads the descriptions of several tables in one round trip. Throws Error 42S02 if one of them is
+    // missing.
     virtual void describe_all(const std::vector<std::string>& tables) {
         for (const std::string& table : tables)
             description(table);
@@ -154,16 +155,16 @@ class Connection {
     // query() or execute().
     virtual Outcome run(std::string_view statement, const std::vector<Value>& values) = 0;
 
-    // Runs statements in their order, on a server in one journey, and returns what each gave. Stops at the
-    // first that fails: throws BatchError, and a transaction that the batch began is rolled back if it is
-    // open. "begin transaction" and "commit transaction" may be among the statements.
+    // Runs statements in their order, on a server in one round trip, and returns the outcome of each. Stops
+    // at the first that fails: throws BatchError, after rolling back a transaction that the batch began and
+    // that is still open. "begin transaction" and "commit transaction" may be among the statements.
     virtual std::vector<Outcome> run_all(const std::vector<Command>& commands);
 
     // Error 40001 about a command that changed no row.
     static Error unchanged(const Command& command);
 
   protected:
-    // Rolls a transaction back that the first `done` commands began and did not end.
+    // Rolls back a transaction that the first `done` commands began and did not end.
     void roll_back_begun(const std::vector<Command>& commands, std::size_t done) noexcept;
 };
 
@@ -184,7 +185,7 @@ class Transaction {
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
 
-    // Together with the commands before it, in one journey.
+    // Commits together with the commands before it, in one round trip.
     void commit(std::vector<Command> commands = {}) {
         commands.push_back(Sql("commit transaction"));
         connection_.run_all(commands);

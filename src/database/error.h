@@ -35,7 +35,7 @@ class Error : public std::runtime_error {
           sqlstate_(std::move(sqlstate)),
           statement_(std::move(statement)),
           kind_(kind) {}
-    // For errors whose SQLSTATE says it all.
+    // For errors that the SQLSTATE describes completely.
     Error(std::string sqlstate, const std::string& text, std::string statement)
         : Error(sqlstate, text, std::move(statement), kind_of(sqlstate)) {}
 
@@ -67,7 +67,7 @@ class BatchError : public Error {
     std::size_t position_;
 };
 
-// The SQLSTATE of a row whose key is there already.
+// The SQLSTATE for a row whose key already exists.
 inline constexpr std::string_view key_violated = "23000";
 
 // Each text is a sentence with the cause and a sentence with what to do.
@@ -97,8 +97,8 @@ inline constexpr std::string_view see_log = "السبب مسجل في سجل ا�
 
 }  // namespace message
 
-// Returns true if the statement may have been carried out although its answer never came. One that found the
-// database busy was not.
+// Returns true if the statement may have run although its answer never came. A statement that found the
+// database busy did not run.
 bool may_have_run(const std::exception& error);
 
 // The line of the activity log for an action that failed.

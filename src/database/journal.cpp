@@ -145,7 +145,7 @@ std::vector<Command> Journal::removal() const {
             Sql("delete from till_step where save_id = ") + id_};
 }
 
-// A row of the journal that was not found need not be looked for again.
+// A missing row of the journal means that the save is gone; trying again is no use.
 void Journal::throw_if_gone(const Error& error) {
     if (!is_recorded() || error.kind() != Error::Kind::changed_meanwhile) return;
     if (!is_unfinished(connection_, id_)) throw_gone();
@@ -153,7 +153,7 @@ void Journal::throw_if_gone(const Error& error) {
 
 void Journal::undo(const std::function<void(int step, const std::string& noted)>& take_back) {
     in_transaction(connection_, [&] {
-        // First the save: from now on no other program goes on with it.
+        // Remove the save first, so that no other program goes on with it.
         if (connection_.execute(Sql("delete from till_save where id = ") + id_) == 0) throw_gone();
         read_steps();
         for (auto step = steps_.rbegin(); step != steps_.rend(); ++step)

@@ -1,7 +1,7 @@
-// The journal of saves: the documents that the tills of a shop are writing just now, and which steps of each
-// are done. A save that a crash or a lost server cut off can so be finished or undone later, even by another
-// program. The tables are till_save and till_step. A shop without them saves all the same, and nothing is
-// recorded.
+// The journal of saves: the documents that the tills of a shop are writing at the moment, and which steps of
+// each are done. So a save that a crash or a lost server cut off can be finished or undone later, even by
+// another program. The tables are till_save and till_step. A shop without them saves all the same, and
+// nothing is recorded.
 #pragma once
 
 #include <cstdint>
@@ -37,18 +37,18 @@ bool is_unfinished(Connection& connection, std::int64_t id);
 struct PlannedStep {
     int number = 0;
     std::vector<Command> commands;
-    std::string noted;  // what only this writing knows and taking the step back needs
+    std::string noted;  // known only while writing, and needed to take the step back
 };
 
-// One save on its way through its steps. A step is done in one transaction with the note that it is done, so
-// it is known of every step whether it is done, and no step is done twice. Between the steps there is no
-// transaction.
+// One save and its steps. A step and the note that it is done are written in one transaction, so it is always
+// known which steps are done, and none is done twice. There is no transaction around the steps.
 class Journal {
   public:
     explicit Journal(Connection& connection) : connection_(connection) {}
 
     // Records a new save, before its first row is written. `entry` needs no id. If it throws, nothing is
-    // recorded; unless the answer was lost and the server is away, when the cashier will be asked about it.
+    // recorded, except if the answer was lost and the server is away; the cashier is then asked about it
+    // later.
     void begin(const JournalEntry& entry);
     // Goes on with a save that was recorded before.
     void resume(std::int64_t id);
@@ -59,19 +59,19 @@ class Journal {
     // The highest step that is done; 0 if none is.
     int last_step() const { return steps_.empty() ? 0 : steps_.rbegin()->first; }
 
-    // Does a step, unless it is done already. `write` returns what only the moment of writing knows and
-    // taking the step back needs. It runs again from its beginning if another till was in the way.
+    // Does a step unless it is done already. `write` returns what is known only while writing and is needed
+    // to take the step back. It is called again if another till was in the way.
     void once(int step, const std::function<std::string()>& write);
-    // Does planned steps in their order, on a server in one journey, and takes their commands. After an error
-    // has_done() tells the steps that are done, unless the answer was lost. Nothing is tried again: what
-    // changed must be planned anew.
+    // Does planned steps in their order, on a server in one round trip, and takes their commands. After an
+    // error has_done() tells which steps are done, unless the answer was lost. Nothing is tried again,
+    // because what changed must be planned anew.
     void run(std::vector<PlannedStep>& steps) { run(steps, nullptr); }
     // Notes a step that wrote nothing as done, together with the next step.
     void note_with_next(int step) { noted_with_next_.push_back(step); }
     // Takes all steps back, the last one first, and removes the save, in one transaction: another program
     // either finds the whole save or nothing of it. `take_back` gets each step with what its write returned.
     void undo(const std::function<void(int step, const std::string& noted)>& take_back);
-    // Changes what is recorded of the save, none of whose steps went by it yet.
+    // Changes what is recorded of the save. No step may have used the former content.
     void rewrite(const JournalEntry& entry);
     // Does the last steps, removes the finished save and, together with it, runs what belongs to its end.
     void end(std::vector<PlannedStep>& steps, std::vector<Command> with_it) { run(steps, &with_it); }

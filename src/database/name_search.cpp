@@ -8,7 +8,7 @@ namespace database {
 namespace {
 
 // A binary collation, because the others do not find a mark that stands for itself. The few names with marks
-// are told apart first: removing marks takes a server long.
+// are picked out first, because removing marks is slow on a server.
 constexpr Fragment exactly = " collate Latin1_General_BIN2";
 constexpr Fragment removals[] = {",N'\u0640',N'')", ",N'\u064B',N'')", ",N'\u064C',N'')", ",N'\u064D',N'')",
                                  ",N'\u064E',N'')", ",N'\u064F',N'')", ",N'\u0650',N'')", ",N'\u0651',N'')",

@@ -5,8 +5,8 @@
 namespace database {
 
 // A till that adds a row whose key another transaction has just added waits until that one ends; nothing of
-// the row remains. The embedded engine lets one transaction write at a time anyway. Whether the table is
-// there is asked of the catalogue, since a statement that fails might end the transaction.
+// the row remains. The embedded engine lets one transaction write at a time anyway. The catalogue says
+// whether the table exists, because a failed statement might end the transaction.
 std::vector<Command> numbers_hold(Connection& connection) {
     std::vector<Command> commands;
     if (connection.is_embedded()) return commands;

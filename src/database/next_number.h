@@ -1,4 +1,4 @@
-// Numbers of rows that no key protects: the highest plus one.
+// Numbers for rows without a key to protect them: the highest plus one.
 #pragma once
 
 #include <cstdint>

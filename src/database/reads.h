@@ -1,4 +1,4 @@
-// Reads that an action needs together: one journey to a server.
+// Reads that an action needs together: one round trip to a server.
 #pragma once
 
 #include <functional>
@@ -8,7 +8,8 @@
 
 namespace database {
 
-// Statements that are sent together, each with what takes its result. They must not depend on each other.
+// Statements that are sent together, each with the function that takes its result. They must not depend on
+// each other.
 class Reads {
   public:
     using Take = std::function<void(const Result&)>;

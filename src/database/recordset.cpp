@@ -219,7 +219,7 @@ void Recordset::update() {
 }
 
 Command Recordset::take_update() {
-    // A new row is not kept before the others were read, and gives its values away.
+    // A new row is not kept until the others are read, so its values can be moved.
     std::vector<Value> values;
     const bool is_kept = !adding_ || loaded_;
     if (!is_kept) values.swap(values_);

@@ -49,8 +49,8 @@ inline Quoted quoted(std::string& text) {
 inline Quoted quoted(const char* text) {
     return quoted(std::string_view(text));
 }
-// A typed text for a pattern of `like`: "%", "_" and "[" stand for themselves, each letter for all that are
-// alike (common/search.h). Marks are left out. What searches names: database/name_search.h.
+// A typed text as a pattern of `like`: "%", "_" and "[" stand for themselves, each letter for all that are
+// alike (common/search.h). Marks are left out. For searches of names see database/name_search.h.
 std::string like_text(std::string_view typed);
 Quoted quoted(const common::Date& date);       // 'yyyy/mm/dd'
 Quoted quoted(const common::TimeOfDay& time);  // 'HH:mm:ss'
@@ -59,7 +59,7 @@ Quoted quoted(const common::Moment& moment);   // 'yyyy/mm/dd HH:mm:ss'
 // A statement: Sql("select * from stk where icode = ") + code + " and stcode = " + store.
 class Sql {
   public:
-    Sql(Fragment fragment) {                         // a lone fragment is a statement
+    Sql(Fragment fragment) {                         // a fragment alone is a statement
         text_.reserve(fragment.text().size() + 80);  // most are joined with a value or two
         text_ = fragment.text();
     }

@@ -81,8 +81,8 @@ void ThreadedConnection::submit(const std::shared_ptr<Task>& task) {
 }
 
 void ThreadedConnection::run_task(const std::shared_ptr<Task>& task, std::string_view what) {
-    // Whatever runs while a statement is waited for must not begin another: that one would come into the
-    // middle of an action.
+    // Whatever runs while a statement is waited for must not begin another, which would run in the middle of
+    // an action.
     if (is_asking_) throw std::logic_error("a statement is asked for while another is waited for");
     const auto patience = wait_.patience();
     submit(task);

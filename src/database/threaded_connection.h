@@ -1,5 +1,5 @@
-// A connection to a server whose statements run in a thread of their own, so that the thread that asks can
-// keep its screen alive while a server is silent.
+// A connection to a server whose statements run in a separate thread, so that the calling thread can keep its
+// screen alive while the server is silent.
 #pragma once
 
 #include <chrono>
@@ -16,7 +16,7 @@
 
 namespace database {
 
-// What the asking thread does until its statement has ended.
+// What the calling thread does until its statement has ended.
 class Wait {
   public:
     virtual ~Wait() = default;
@@ -39,8 +39,8 @@ class Stoppable {
     virtual void set_stop(std::stop_token stop) = 0;
 };
 
-// A statement that was given up is cut off and throws Error HYT00 at once: it may have run, but it does not
-// run later than the next statement. Only one thread may ask.
+// A statement that was given up is cut off and throws Error HYT00 at once. It may have run, but it never runs
+// after the next statement. Only one thread may use the connection.
 class ThreadedConnection final : public Connection {
   public:
     // `wait` must live as long as the connection.
@@ -69,8 +69,8 @@ class ThreadedConnection final : public Connection {
         bool is_waited_for = false;
         bool has_ended = false;
     };
-    // Runs `work` in the connection's thread and returns what it gave. `what` is named in the error if it is
-    // given up.
+    // Runs `work` in the connection's thread and returns its result. The error names `what` if it is given
+    // up.
     template <typename Answer>
     Answer ask(std::string_view what, std::function<Answer(Connection&)> work);
     void run_task(const std::shared_ptr<Task>& task, std::string_view what);

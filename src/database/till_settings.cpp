@@ -17,7 +17,7 @@ std::optional<std::string> read_day(std::string_view typed) {
 constexpr std::string_view no_folder = "none";
 constexpr std::size_t longest_value = 200;  // till_setting.value
 
-// The folders that a text names; nothing if one of them is no plain path.
+// The folders that a text names; nothing if one of them is not a plain path.
 std::optional<std::vector<std::filesystem::path>> folders_in(std::string_view text) {
     std::vector<std::filesystem::path> folders;
     while (!text.empty()) {

@@ -34,11 +34,11 @@ inline constexpr std::string_view receipt_barcode = "receipt_barcode";
 inline constexpr std::string_view raise_equal_codes = "raise_equal_codes";
 // What the customer display shows between two sales.
 inline constexpr std::string_view display_greeting = "display_greeting";
-// What a customer's screen greets with between two sales.
+// The greeting on a customer's screen between two sales.
 inline constexpr std::string_view screen_greeting = "screen_greeting";
 // "yes" if drawers are counted before the expected cash is shown.
 inline constexpr std::string_view blind_count = "blind_count";
-// The notes and coins that are paid with and counted.
+// The notes and coins in which customers pay and drawers are counted.
 inline constexpr std::string_view denominations = "denominations";
 // "yes" if another program keeps the shop's tables, so that the office shows them and changes nothing.
 inline constexpr std::string_view office_read_only = "office_read_only";
@@ -71,7 +71,8 @@ void ask_text(Reads& reads, std::string_view name, std::optional<std::string>& t
 // The setting `denominations`; those of the pound if it is not set.
 void ask_denominations(Reads& reads, common::Denominations& denominations);
 
-// Settings that are "yes" or "no", and where they are read to. One that is not set leaves its value as it is.
+// Settings that are "yes" or "no", and the variables that they are read into. One that is not set leaves its
+// value as it is.
 struct YesOrNo {
     std::string_view name;
     bool* value;

@@ -5,7 +5,7 @@
 
 namespace database {
 
-// Runs an action, again and again as long as another till changes the same rows meanwhile.
+// Runs an action, and repeats it as long as another till changes the same rows meanwhile.
 template <typename Action>
 void until_unchanged(const Action& action) {
     constexpr int most_attempts = 100;  // more than competing tills can use up
@@ -18,8 +18,8 @@ void until_unchanged(const Action& action) {
     }
 }
 
-// Runs an action in a transaction. After a rollback the action starts from nothing, so it must read what it
-// changes by itself.
+// Runs an action in a transaction. After a rollback the action starts afresh, so it must itself read what it
+// changes.
 template <typename Action>
 void in_transaction(Connection& connection, const Action& action) {
     until_unchanged([&] {

@@ -41,7 +41,7 @@ std::string log_name(const JournalEntry& entry, const Resumption* how) {
     try {
         if (how != nullptr) return how->log_name(entry);
     } catch (const std::exception&) {
-        // It says what it is all the same.
+        // The entry is described without its content.
     }
     return "a document of the kind " + entry.kind + " (" + entry.title + ")";
 }
@@ -64,7 +64,7 @@ void undo(Connection& connection, common::Log& log, const JournalEntry& entry, c
 
 Settled settle(Connection& connection, const common::Services& services, JournalEntry& entry,
                const Resumption& how, Paper paper, const std::exception* cause) {
-    // Whose receipt the customer holds is finished by a hasty Enter, any other undone.
+    // A hasty Enter finishes a save whose receipt the customer holds, and undoes any other.
     const common::Icon icon = paper == Paper::printed ? common::Icon::question : common::Icon::exclamation;
     const common::Answer answer =
         services.prompts.choose(question_about(entry, paper, cause), {finish_caption, undo_caption}, icon);

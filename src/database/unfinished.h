@@ -11,8 +11,8 @@
 
 namespace database {
 
-// How the saves of one kind of document are finished and undone. Both go by what the journal knows of the
-// steps, throw if they cannot be carried through, and can then be tried again.
+// How the saves of one kind of document are finished and undone. Both rely on the steps in the journal, throw
+// if they cannot be completed, and can then be tried again.
 struct Resumption {
     std::string_view kind;
     // How the activity log names the document.
@@ -36,7 +36,7 @@ std::string log_name(const JournalEntry& entry, const Resumption* how);
 void finish(Connection& connection, common::Log& log, JournalEntry& entry, const Resumption& how);
 void undo(Connection& connection, common::Log& log, const JournalEntry& entry, const Resumption& how);
 
-// What is known of the paper of a save.
+// What is known about the printed receipt of a save.
 enum class Paper { none, printed, unknown };
 
 // Asks the cashier whether to finish or undo a save and does it. `cause` is the error that has just stopped

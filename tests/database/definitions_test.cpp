@@ -151,7 +151,7 @@ TEST_F(Definitions, ViewsOfOneTableAreTheTable) {
            {"select u.* from [user] u", "2|two"},
            {"create view [user] as select 1 as a", "42S01"},
            {"drop table [user]", "42S02"}});
-    // The view shows columns that the table gets later, also to whoever opens the file next.
+    // The view shows columns that are added to the table later, also to the next program that opens the file.
     run("alter table users add perm nvarchar(10) null");
     run("update [user] set perm = '1'");
     EXPECT_EQ(shape("user"), "code int, pass nvarchar(20), perm nvarchar(10)");

@@ -1,4 +1,4 @@
-// The shop file: it is opened or refused with a reason, shared by several programs, and durable.
+// The shop file: opened or refused with a reason, shared by several programs, and durable.
 
 #include <fstream>
 #include <random>
@@ -249,7 +249,7 @@ TEST_F(ShopFile, SettledRowsAreInTheFileAndItsLog) {
 TEST_F(ShopFile, ASecondConnectionKeepsTheLocksOfTheFirst) {
     run("create table t (a int)");
     connection.reset();
-    // Other programs, each of which waits for its turn. They must not inherit a connection.
+    // Other programs, each waiting for its turn. They must not inherit a connection.
     const auto start_waiting = [](int(&turn)[2], const std::function<bool()>& body) {
         EXPECT_EQ(pipe(turn), 0);
         return test::start_child([&] {

@@ -74,7 +74,7 @@ TEST_F(Means, WhatAServerMeans) {
            {"select max(case when isnumeric(chkno)=1 then case when chkno = '.' then 0 else  cast(chkno as "
             "real) end else 0 end) as last_c from vencuspay where type <> 0 and ptype = 2",
             "12"},
-           // The same text compared as text, as the direct receipt numbers: '7' is above '12'.
+           // Direct receipt numbers are compared as texts: '7' is above '12'.
            {"select max(chkno) as last_ from vencuspay where ztype = 2 and isnumeric(chkno) = 1 and chkno <> "
             "'.'",
             "7"},

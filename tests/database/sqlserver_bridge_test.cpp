@@ -79,7 +79,7 @@ TEST_F(Bridge, ValuesComeBackAsTheyWent) {
     };
     for (const auto& row : rows)
         EXPECT_EQ(connection->execute("insert into kinds values (?,?,?,?,?,?,?,?,?,?,?,?,?)", row), 1);
-    // Texts as long as the reading buffer, one less and one more.
+    // Texts as long as the read buffer, one shorter and one longer.
     for (const std::size_t length : {2047U, 2048U, 2046U}) {
         const std::string text(length, 'a');
         connection->execute("update kinds set note = ? where code = 3", {Value(text)});
@@ -152,8 +152,8 @@ TEST_F(Bridge, CountsAndFailuresAreTheServers) {
     EXPECT_EQ(bridge.logins(), 1);
 }
 
-// What a batch promises, on both engines: the order, results and counts, the stop at the first failure, and
-// that a transaction which it began does not stay open.
+// What a batch promises on both engines: the order, results and counts, the stop at the first failure, and
+// that no transaction of its own stays open.
 void try_batches(Connection& connection) {
     using database::Sql;
     connection.execute(
@@ -259,7 +259,7 @@ TEST_F(Bridge, ABatchKeepsItsPromises) {
     const auto shop = database::open_embedded(folder.path() / "own.db", true);
     try_batches(*shop);
     try_missing_tables(*shop);
-    // A batch whose answer is lost has its first statements behind it, and connects anew.
+    // When the answer to a batch is lost, its first statements have run, and the next one connects anew.
     for (const auto failure : {TdsBridge::Failure::cut, TdsBridge::Failure::run_and_cut}) {
         bridge.fail_next("set quan = 8", failure);
         EXPECT_THAT(failure_of([&] {
@@ -315,7 +315,8 @@ TEST_F(Bridge, TillsTakeTurnsAtDrawingNumbers) {
 TEST_F(Bridge, WhoMayNotComeInIsTold) {
     EXPECT_THAT(failure_of([&] { open("wrong"); }), AllOf(HasSubstr("28000"), HasSubstr("'sa'")));
     EXPECT_THAT(failure_of([&] { open("secret", "nowhere"); }), HasSubstr("42000 Cannot open database"));
-    // A server whose numbers are its own: that the log-in opens another database tells.
+    // With a server that has its own error numbers, the cause shows because the log-in opens another
+    // database.
     bridge.know_less();
     try {
         open("secret", "nowhere");
@@ -342,7 +343,7 @@ TEST_F(Bridge, DescribesTables) {
     EXPECT_THAT(failure_of([&] { connection->describe("nowhere"); }), HasSubstr("42S02"));
 }
 
-// A description costs a request once, and several tables cost one together.
+// A description costs one request, once; several tables together also cost one.
 TEST_F(Bridge, KeepsDescriptionsUntilATableChanges) {
     const auto connection = open();
     connection->execute("create table one (code int, name varchar(20))");

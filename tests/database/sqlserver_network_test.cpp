@@ -1,4 +1,4 @@
-// The server's network: refused, silent, half-open, lost in mid-day; and what goes over the wire.
+// The server's network: refused, silent, half-open, lost in mid-day; and what is sent over it.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -99,7 +99,7 @@ TEST(ServerAddress, UnreachableServersSayTheSame) {
     }
 }
 
-// A log-in is not through before the session's settings are made.
+// A log-in is complete only when the session's settings are made.
 TEST(ServerAddress, SilenceAfterTheLogInEndsInItsTimeToo) {
     const TdsServer server([](const std::string&) { return ""; });
     Error error("", "", "");
@@ -112,7 +112,7 @@ TEST(ServerAddress, SilenceAfterTheLogInEndsInItsTimeToo) {
     EXPECT_LT(seconds, 3);
 }
 
-// A server speaks the language of its installation; the numbers tell what it means.
+// A server reports in the language of its installation; the error numbers give the meaning.
 TEST(ServerAddress, RefusedLoginsKeepTheServersWords) {
     const std::string wrong_password = tds::error(18456, 14, "فشل تسجيل الدخول.");
     const struct {
@@ -170,7 +170,7 @@ TEST(ServerConnection, ArabicLiteralsGoWide) {
     EXPECT_EQ(server.requests().back(), "update basic set aname = N'بقالة'");
 }
 
-// A server speaks the language of its installation: the numbers tell what it means.
+// A server reports in the language of its installation; the error numbers give the meaning.
 TEST(ServerConnection, KnowsErrorsByTheirNumbers) {
     const struct {
         int number;
@@ -221,7 +221,7 @@ TEST(ServerConnection, ALostOneNamesTheCause) {
                                  : tds::done(1);
     });
     OdbcConnection connection({driver_string(server.port()), "", 5, 2});
-    // The server's last words are its answer; that it hung up is seen by the next statement.
+    // The server's last message is its answer; the next statement notices that it hung up.
     EXPECT_STREQ(error_of([&] { connection.execute("wait"); }).what(), "the session was killed");
     const Error next = error_of([&] { connection.execute("update basic set st_d = 1"); });
     EXPECT_EQ(next.kind(), Error::Kind::connection_lost);
@@ -233,7 +233,7 @@ TEST(ServerConnection, SilenceEndsInTime) {
     TdsServer server([](const std::string& request) { return request == "wait" ? "" : tds::done(1); });
     OdbcConnection connection({driver_string(server.port()), "", 5, 2});
     Error error("", "", "");
-    // Once, and not once more for the answer to the driver's request to stop.
+    // The limit is waited for once, and not again for the answer to the driver's request to stop.
     const double seconds = seconds_of([&] { error = error_of([&] { connection.execute("wait"); }); });
     EXPECT_EQ(error.sqlstate(), "HYT00");
     EXPECT_GT(seconds, 1.9);

@@ -1,5 +1,5 @@
 // A server on the loopback that speaks just enough of the protocol to accept log-ins and to answer with rows,
-// errors or silence, or to hang up: for failures that a real server cannot be made to show in a test.
+// errors or silence, or to hang up. It simulates failures that a test cannot provoke on a real server.
 #pragma once
 
 #include <atomic>
@@ -16,7 +16,7 @@ namespace test {
 
 class TdsServer {
   public:
-    // What a request is answered with; no bytes is silence, and hang_up may stand at the end.
+    // The answer to a request: nothing for silence; it may end with hang_up.
     using Answer = std::function<std::string(const std::string& request)>;
     static constexpr const char* hang_up = "hang up";
     static constexpr const char* silence = "silence";

@@ -1,4 +1,4 @@
-// A server that stops answering: the asking thread is free to wait or to give up, and nothing comes later.
+// A server that stops answering: the calling thread can wait or give up, and nothing runs later.
 #include "database/threaded_connection.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ using database::ThreadedConnection;
 using test::TdsServer;
 namespace tds = test::tds;
 
-// Waits as long as `answer` says; what it finds out is counted.
+// Waits as long as `answer` says, and counts what it is told.
 struct TestWait final : database::Wait {
     std::chrono::milliseconds patience() override { return 100ms; }
     bool wait(const std::function<bool()>& ended) override {
@@ -79,7 +79,7 @@ TEST_F(Threaded, AStatementThatIsGivenUpEndsAtOnceAndRunsNoMore) {
     EXPECT_EQ(connection_.execute("update basic set st_d = 1"), 1);
     EXPECT_EQ(server_.logins(), 2) << "its answer must not be read as another's";
 
-    // One that waits behind other work is never sent.
+    // A statement that waits behind other work is never sent.
     pause_ = 800ms;
     connection_.run_later([](database::Connection& real) { real.execute("slow"); });
     EXPECT_EQ(sqlstate_of([&] { connection_.execute("never"); }), "HYT00");

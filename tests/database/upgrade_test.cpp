@@ -1,5 +1,4 @@
-// The upgrade list on shops that it has already brought up to date, and on ones that are not as they should
-// be.
+// The upgrade list on shops that are up to date already, and on irregular ones.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -13,7 +13,7 @@ inline constexpr const char* collation_name = "arabic_ci_as";
 std::u32string lower_text(std::string_view text);
 
 // Returns a number less than, equal to or greater than 0. Case and trailing blanks make no difference;
-// accents and marks do. The alefs (ا أ إ آ ٱ) sort together, yet differ.
+// accents and marks do. The alefs (ا أ إ آ ٱ) sort together but are not equal.
 int compare_texts(std::string_view a, std::string_view b);
 
 // LIKE with the server's wildcards: % _ [set] [^set].

@@ -139,7 +139,7 @@ void EmbeddedConnection::add_pinned(std::string& key, const std::set<std::size_t
 }
 
 EmbeddedConnection::Prepared* EmbeddedConnection::find(const std::string& key) {
-    // The rows of a document are written by one statement after the other.
+    // The rows of a document are written by the same statement again and again.
     if (!prepared_.empty() && prepared_.front().key == key) return &prepared_.front();
     const auto found = by_key_.find(key);
     if (found == by_key_.end()) return nullptr;

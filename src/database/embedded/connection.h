@@ -22,8 +22,8 @@
 
 namespace database::embedded {
 
-// Called before every statement; an exception stops the statement. Tests judge statements with it;
-// a shop has none.
+// Called before every statement; an exception stops the statement. Tests check statements with it; a shop has
+// none.
 class StatementObserver {
   public:
     virtual ~StatementObserver() = default;
@@ -104,7 +104,7 @@ class EmbeddedConnection final : public Connection {
     std::unordered_map<std::string, std::set<std::size_t>> pinned_of_key_;
     // Answers of description(), by the name asked for, until a table changes.
     std::map<std::string, std::shared_ptr<const Table>, std::less<>> described_;
-    // Memory that one statement after the other uses.
+    // Memory that is used again by each statement.
     std::string spare_key_;
     tsql::Shape spare_shape_;
     int log_file_ = -1;

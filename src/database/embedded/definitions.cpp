@@ -129,7 +129,7 @@ void Definitions::apply(const tsql::Drop& drop) {
         return execute(engine_, "DROP TRIGGER " + quoted_name(drop.name));
     const Table* table = catalog_.find(drop.name);
     const bool view = drop.what == tsql::Drop::What::view;
-    // Asked of the engine: the catalog does not know another program's view as one.
+    // Ask the engine, because the catalog does not recognise another program's view.
     const bool is_there =
         view && number(engine_, "SELECT count(*) FROM sqlite_schema WHERE type = 'view' AND name = " +
                                     quoted_text(drop.name)) > 0;

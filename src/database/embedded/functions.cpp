@@ -80,7 +80,7 @@ void upper(const Call& call) {
     if (call.null(0)) return call.give();
     std::u32string text = common::code_points(call.text(0));
     for (char32_t& c : text) {
-        // The upper-case letter is the one that this is the lower case of.
+        // Finds the upper-case letter by trying which letter has this one as its lower case.
         for (const char32_t distance : {0x20U, 0x50U, 1U}) {
             if (c >= distance && common::lower_case(c) == c && c - distance != c &&
                 common::lower_case(c - distance) == c) {

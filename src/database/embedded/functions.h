@@ -44,7 +44,7 @@ void register_all(sqlite3* engine, const Function* functions, std::size_t count)
 
 void register_conversions(sqlite3* engine);
 
-// An argument that is the same for all rows of a statement, as what `Made` makes of its text: made once.
+// An argument that is the same for all rows of a statement, converted to `Made` once.
 template <typename Made>
 const Made& kept_argument(const Call& call, int i) {
     auto* kept = static_cast<Made*>(sqlite3_get_auxdata(call.context, i));

@@ -68,7 +68,7 @@ class FoldedPattern {
         }
         return folded.ends_with(parts_.back());
     }
-    // With what all matches begin.
+    // The text with which all matches begin.
     std::string beginning() const { return plain_ ? parts_.front() : std::string(); }
 
   private:

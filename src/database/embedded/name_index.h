@@ -10,19 +10,19 @@
 
 namespace database::embedded {
 
-// The index of the folded names of a table, as the file names it. It holds what common::folded() gives: if
-// that changes, this name must, so that shops make the index anew.
+// The index of the folded names of a table, as the file names it. It holds results of common::folded(): if
+// that changes, this name must change too, so that shops make the index anew.
 std::string name_index(const std::string& table);
 
-// Takes the indexes of folded names out of a file that an earlier version is to read, which does not know
-// their function. Who opens the file next makes them anew.
+// Removes the indexes of folded names from a file for an earlier version, which does not know their function.
+// The next program that opens the file makes them anew.
 void drop_name_indexes(sqlite3* engine);
 
 // Returns the column if the expression is searched_text() of one, else null.
 const Expression* searched_column(Writer& writer, const Expression& expression);
 
-// ts_folded(text), ts_like_folded(folded, pattern), and the range of folded texts in which all that match a
-// pattern lie: ts_like_from(pattern) and, just behind it, ts_like_to(pattern).
+// ts_folded(text), ts_like_folded(folded, pattern), and the range of folded texts that contains all matches
+// of a pattern: from ts_like_from(pattern) up to, but not including, ts_like_to(pattern).
 void register_name_search(sqlite3* engine);
 
 }  // namespace database::embedded

@@ -322,7 +322,7 @@ TypedSql Writer::in(const Expression& e) {
         }
         return condition_of("(" + collated(what) + (e.negated ? " NOT IN (" : " IN (") + list + "))");
     }
-    // One type for the whole list, as the server has it.
+    // The whole list has one type, as on the server.
     std::vector<TypedSql> list;
     Type met = what.type;
     for (std::size_t i = 1; i < e.parts.size(); ++i) {
@@ -338,8 +338,8 @@ TypedSql Writer::in(const Expression& e) {
     return condition_of(sql + "))");
 }
 
-// Of the searches for names in a conjunction, those of one column are answered together: from its index if it
-// has one. Reading that in a query of its own keeps the engine from reading the whole table in another order.
+// The searches of one column in a conjunction are answered together, from its index if it has one. The index
+// is read in a query of its own, or the engine would read the whole table in another order.
 std::string Writer::name_searches(const Expression& column, const std::vector<const Expression*>& likes) {
     const ScopeSource* const source = source_with_name_index(column);
     const std::string name = source != nullptr ? quoted_name(column.name) : to_text(value(column)).sql;

@@ -165,8 +165,8 @@ TypedSql part_of_date(Writer& w, const Expression& e) {
                  ValueKind::integer);
 }
 
-// What the program says, and what is useful at a command line besides. All are functions of SQL Server 2008
-// R2, the oldest that a shop may have.
+// The functions that the program uses, and others that are useful at a command line. All are functions of SQL
+// Server 2008 R2, the oldest that a shop may have.
 constexpr FunctionRule rules[] = {
     {"abs", 1, 1, absolute},       {"avg", 1, 1, total},         {"charindex", 2, 3, by_form},
     {"coalesce", 2, 50, coalesce}, {"count", 1, 1, count},       {"dateadd", 3, 3, dateadd},

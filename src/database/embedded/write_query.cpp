@@ -268,8 +268,8 @@ std::string Writer::grouping(const Select& select, const std::vector<Column>&, s
     return sql;
 }
 
-// Columns of a table that need not be grouped by, because the groups begin with the table's key: to sort a
-// search's rows by twenty columns takes longer than to read them.
+// Columns that need not be in GROUP BY because the groups begin with their table's key. Sorting the rows of a
+// search by twenty columns takes longer than reading them.
 std::set<std::string> Writer::decided_by_key(const Select& select) {
     std::set<std::string> decided;
     for (const ScopeSource& source : scope_->sources) {
@@ -333,7 +333,7 @@ std::string Writer::ordering(const std::vector<Order>& order_by, const Select& s
             what = {std::to_string(*number), column.type, true, false};
             if (column.type.is_text()) what.sql += std::string(" COLLATE ") + collation_name;
         } else if (named == 1 || select.next) {
-            // A column of the result takes precedence over one of the tables.
+            // A column of the result takes precedence over a column of a table.
             const auto found = std::find_if(columns.begin(), columns.end(), of_name);
             if (named == 0) throw Error("42S22", "Invalid column name '" + e.name + "'.", "");
             what = {quoted_name(found->name), found->type, true, false};

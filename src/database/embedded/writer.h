@@ -21,7 +21,7 @@ using tsql::Order;
 using tsql::Source;
 using tsql::Update;
 
-// An expression in the engine's language, and what is known of it.
+// An expression in the engine's language, and what is known about it.
 struct TypedSql {
     std::string sql;
     Type type;
@@ -136,7 +136,7 @@ class Writer {
     bool inline_values_;
     Scope* scope_ = nullptr;
     int depth_ = 0;
-    int negations_ = 0;  // "not" around what is written; the search of an index knows no unknown
+    int negations_ = 0;  // "not" around what is written; an index search has no "unknown"
 };
 
 // A function of Transact-SQL: how many arguments it takes, and how it is written.

@@ -38,8 +38,8 @@ void ignoring_failure(Operation operation) {
     }
 }
 
-// Runs a statement of the list. Servers that do not know all of its words number their errors in ways of
-// their own, so the SQLSTATE decides.
+// Runs a statement of the list. Servers that do not know all of its words use error numbers of their own, so
+// the SQLSTATE decides.
 void run_entry(Connection& connection, std::string_view statement) {
     try {
         connection.run(statement, {});
@@ -130,7 +130,7 @@ void create_base_schema(Connection& connection) {
     for (std::string statement = next_statement(script); !statement.empty();
          statement = next_statement(script)) {
         if (statement.starts_with("create view")) {
-            // A server takes it as a text of its own alone.
+            // A server accepts it only as a batch of its own.
             create();
             connection.run(statement, {});
             continue;

@@ -25,7 +25,7 @@ void run_upgrade_list(Connection& connection);
 std::string schema_text(Connection& connection);
 
 // Those of the tables that exist, with their columns, all in lower case. A server adds its other tables,
-// because it answers in one journey.
+// because it answers in one round trip.
 using ColumnsByTable = std::map<std::string, std::set<std::string>>;
 ColumnsByTable columns_by_table(Connection& connection, const std::vector<std::string>& tables);
 
@@ -46,8 +46,8 @@ std::vector<Missing> missing_parts(Connection& connection);
 // The statements that make a new shop, in their order: base schema, upgrade list, tables of the tills.
 void for_each_definition(const std::function<void(std::string_view)>& take);
 
-// A failed entry of the list in the words of a server that knows less of the language: columns are added one
-// by one, and a column is altered without NULL. Empty if there are no other words.
+// A failed entry of the list, reworded for a server that knows less of the language: columns are added one by
+// one, and a column is altered without NULL. Empty if it cannot be reworded.
 std::vector<std::string> simpler_statements(std::string_view statement);
 
 // An entry of the list: a statement or a procedure.

@@ -105,7 +105,7 @@ std::optional<std::uint16_t> ask_instance_port(const std::string& host, const st
     constexpr char ask_for_instance = 0x04;
     const std::string question = ask_for_instance + instance + '\0';
     constexpr auto patience = std::chrono::milliseconds(1000);  // then the question may have been lost
-    bool refused = false;  // by every address: nobody listens there, and waiting is no use
+    bool refused = false;  // by every address: nobody listens there, so waiting is no use
     while (!refused && Clock::now() < deadline) {
         refused = true;
         for (const addrinfo* address = addresses.get(); address != nullptr; address = address->ai_next) {

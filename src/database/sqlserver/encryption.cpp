@@ -58,7 +58,7 @@ std::string answer_of(int socket, Clock::time_point end) {
     return {};
 }
 
-// The list of options gives for each its number, place and length; 0xFF ends it.
+// The list gives the number, place and length of each option; 0xFF ends it.
 std::optional<Wish> read_answer(std::string_view body) {
     constexpr unsigned char encryption_option = 1;
     for (std::size_t at = 0; at + 5 <= body.size() && static_cast<unsigned char>(body[at]) != 0xFF; at += 5) {

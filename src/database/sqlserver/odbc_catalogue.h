@@ -1,5 +1,5 @@
-// What a server's catalogue tells of tables. Its views answer at once; the procedures behind the driver's
-// calls take many times as long, and one call for the columns of each table and another for its key.
+// Tables as a server's catalogue describes them. Its views answer at once. The driver's own calls take many
+// times as long and are needed twice for each table: for its columns and for its key.
 #pragma once
 
 #include <map>
@@ -13,8 +13,8 @@ namespace database {
 
 using TablesByName = std::map<std::string, std::shared_ptr<const Connection::Table>, std::less<>>;
 
-// The statement that describes the tables, and the tables in what it gives, by their names in lower case; a
-// table that does not exist is not among them.
+// The statement that describes the tables, and the tables in its result by their names in lower case. A table
+// that does not exist is missing from it.
 Sql catalogue_statement(const std::vector<std::string>& tables);
 TablesByName tables_in(const Result& catalogue);
 

@@ -152,13 +152,13 @@ Error connect_error(const std::vector<Diagnostic>& all) {
         refusal = first_that(all, [](const Diagnostic& d) { return !d.is_notice() && d.is_from_server(); });
     if (refusal != nullptr) {
         const Error error = server_error(*refusal, "");
-        // A server that answers is not missing, whatever SQLSTATE the driver gives an error that it does not
-        // know.
+        // A server that answers is not missing, whatever SQLSTATE the driver reports for an error that it
+        // does not know.
         if (!error.is_connection_lost()) return error;
         return {"42000", error.what(), ""};
     }
-    // If the driver or its library is missing, the driver manager gives only notices; a driver always gives
-    // an error.
+    // If the driver or its library is missing, the driver manager reports only notices; a driver always
+    // reports an error.
     const auto* said = first_that(all, [](const Diagnostic& d) { return d.sqlstate.starts_with("IM"); });
     if (said == nullptr && !all.empty() &&
         std::all_of(all.begin(), all.end(), [](const Diagnostic& d) { return d.is_notice(); }))
@@ -167,7 +167,7 @@ Error connect_error(const std::vector<Diagnostic>& all) {
     return {"08001", server_unreachable, ""};
 }
 
-// All that was said when a connection broke: the server's own words come before the driver's.
+// Everything that was reported when a connection broke; the server's own messages come before the driver's.
 std::string causes_in(const std::vector<Diagnostic>& all) {
     std::string causes;
     for (const Diagnostic& one : all) {

@@ -41,7 +41,7 @@ class SocketsBefore {
 };
 
 // Ends a wait for a server that has gone silent. The driver's own time-out asks the server to stop and then
-// waits for its answer as long again; a socket that is shut ends either wait at once.
+// waits as long again for its answer. Shutting the socket ends both waits at once.
 class OdbcWatch {
   public:
     OdbcWatch() = default;
@@ -90,7 +90,7 @@ struct OdbcSettings {
     std::string opening_statement;  // run on every new connection; may be empty
     int login_seconds = 5;          // to the end of the opening statement
     int query_seconds = 30;
-    // Called before every connect to renew driver_string within the time, because the server may have moved.
+    // Called before every connect to renew driver_string within that time, because the server may have moved.
     // Throws Error 08001 if the server is not found.
     std::function<std::string(std::chrono::milliseconds within)> find = {};
 };

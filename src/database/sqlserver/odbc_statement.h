@@ -37,7 +37,7 @@ struct OdbcFailure {
 Connection::Outcome run_odbc_statement(SQLHDBC connection, std::string_view text,
                                        const std::vector<Value>& values, int seconds);
 
-// Runs a text of batch_text() and adds to `outcomes` what each of its statements gave, also before it throws.
+// Runs a text of batch_text() and adds the outcome of each statement to `outcomes`, also if it throws.
 void run_odbc_batch(SQLHDBC connection, std::string_view text, int seconds,
                     std::vector<Connection::Outcome>& outcomes);
 

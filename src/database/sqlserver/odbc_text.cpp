@@ -108,8 +108,8 @@ void add_statement(std::string& text, std::string_view statement, std::size_t va
     }
 }
 
-// With an exponent: without one a server reads a decimal number, and may round it on its way to a float
-// column. A row would then not be found by the number that it holds.
+// Writes an exponent. Without one a server reads a decimal number and may round it on its way to a float
+// column; a row would then not be found by the number it holds.
 void add_float(std::string& text, double number) {
     if (!std::isfinite(number))
         throw std::invalid_argument("a number that is not finite cannot enter a statement");
@@ -240,7 +240,7 @@ constexpr std::array meanings = {
     Meaning{18486, "28000"},
     Meaning{18487, "28000"},
     Meaning{18488, "28000"},
-    // Room: of the files, of the log, of a database that is limited in size, of the disk.
+    // No room: in the files, in the log, in a database of limited size, on the disk.
     Meaning{1101, "HY000", Kind::disk_full},
     Meaning{1105, "HY000", Kind::disk_full},
     Meaning{1827, "HY000", Kind::disk_full},

@@ -28,11 +28,11 @@ std::string server_text(std::string_view statement, const std::vector<Value>& va
 std::size_t end_of_quoted(std::string_view statement, std::size_t at);
 
 // Statements as one text: the server stops behind the first that fails, and says after each how many rows it
-// changed, in a result of one column. Values stand in the text, because a call with parameters must end the
-// transactions that it begins, and takes 2,100 at most.
+// changed, in a result of one column. Values are written into the text, because a call with parameters must
+// end the transactions that it begins, and takes at most 2,100 of them.
 std::string batch_text(const std::vector<Command>& commands);
-// The parts of such a text: it begins with the first; behind each statement stands the second, and behind one
-// that must change a row the third.
+// The parts of such a text. It begins with the first; the second follows each statement, or the third if the
+// statement must change a row.
 inline constexpr std::string_view batch_opening = "declare @till_error int, @till_rows int\n";
 inline constexpr std::string_view batch_mark =
     ";\nselect @till_error = @@error, @till_rows = @@rowcount\n"

@@ -48,7 +48,7 @@ void require_encryption(const addrinfo* addresses, bool all, std::chrono::millis
 }
 
 // A value of the driver's connection string; in braces, so that it may hold ";". The driver takes the first
-// "};" for its end and knows no way to write one.
+// "};" as its end and has no way to write one.
 std::string braced(std::string_view value) {
     if (value.find("};") != value.npos)
         throw Error("28000", "The password or the database name holds \"};\", which the driver cannot send.",
@@ -148,8 +148,8 @@ std::unique_ptr<Connection> open_database(const std::string& connection_string, 
         OdbcSettings{"", "set dateformat ymd", patience.login_seconds, patience.query_seconds, find});
 }
 
-// Servers other than SQL Server number their errors in ways of their own. If the same log-in opens the
-// server's own database, it is the shop's that is missing, or closed to it.
+// Servers other than SQL Server use error numbers of their own. If the same log-in opens the server's own
+// database, then the shop's database is missing or closed to it.
 bool opens_master(const std::string& connection_string, Patience patience) {
     try {
         open_database(connection_string + ";Initial Catalog=master", patience);

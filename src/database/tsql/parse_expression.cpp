@@ -138,7 +138,7 @@ ExpressionPtr Parser::sign() {
     if (accept_symbol("-")) return node_of(Kind::unary, "-", sign());
     if (accept_symbol("+")) return sign();
     auto made = primary();
-    if (accept_word("collate")) name("a collation");  // all texts compare alike, whatever it says
+    if (accept_word("collate")) name("a collation");  // every text compares the same way, whatever it says
     return made;
 }
 

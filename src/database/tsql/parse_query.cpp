@@ -207,7 +207,7 @@ Statement Parser::remove() {
     made.table = object_name();
     if (accept_word("from")) made.from = sources();
     // "a right join b" has the rows of "b left join a"; only the order of their columns differs, which a
-    // deletion does not show. The engine is twice as fast at the latter.
+    // deletion does not show. The engine is twice as fast with the latter.
     if (made.from.size() == 2 && made.from[1].join == "RIGHT JOIN") {
         std::swap(made.from[0], made.from[1]);
         std::swap(made.from[0].on, made.from[1].on);

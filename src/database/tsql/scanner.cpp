@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t most_tokens = 20'000;
 
 // What a character begins, looked up once per character of every statement. `name` and `digit` come first:
-// only these go on with a name.
+// only these can continue a name.
 enum class Class : unsigned char { name, digit, blank, point, quote, bracket, mark, symbol, stray };
 
 constexpr auto classes = [] {
