@@ -1,6 +1,7 @@
 // tallvex-admin settings: shows and sets the settings of the tills; what the check says about them.
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 
 #include "admin/checks.h"
@@ -36,6 +37,16 @@ void list_settings(Connection& connection, Tool& tool) {
     }
 }
 
+// A folder for backups may be a stick that comes later, so a missing one is a note and not a refusal.
+void note_missing_folders(Connection& connection, Tool& tool) {
+    std::error_code ignored;
+    for (const auto& folder : database::backup_folders(connection))
+        if (!std::filesystem::is_directory(folder, ignored))
+            tool.err
+                << "note: there is no folder " << folder.string()
+                << " now; it gets copies only while it is there: plug the stick in, or make the folder\n";
+}
+
 void set(Connection& connection, const SettingsOptions& options, Tool& tool) {
     const auto settings = database::till_settings();
     const auto setting = std::find_if(settings.begin(), settings.end(),
@@ -55,6 +66,7 @@ void set(Connection& connection, const SettingsOptions& options, Tool& tool) {
     }
     connection.make_durable();
     tool.out << setting->name << " = " << *value << ", was " << before << '\n';
+    if (setting->name == database::setting::backup_to) note_missing_folders(connection, tool);
 }
 
 }  // namespace

@@ -38,6 +38,11 @@ TEST(Settings, AreShownAndSetAfterChecking) {
         EXPECT_THAT(run.err, HasSubstr(c.said));
     }
     EXPECT_EQ(bench.cell("select value from till_setting where name = 'net_from'"), "2026/12/01");
+    // A stick that is not plugged in yet is a note.
+    const auto stick = bench.run({"settings", "backup_to", bench.folder().string() + "; /nowhere/stick"});
+    EXPECT_EQ(stick.code, 0);
+    EXPECT_THAT(stick.err, testing::StartsWith("note: there is no folder /nowhere/stick now;"));
+    EXPECT_THAT(bench.cell("select value from till_setting where name = 'backup_to'"), HasSubstr("/stick"));
     bench.sql("drop table till_setting");
     EXPECT_THAT(bench.run({"settings"}).out, HasSubstr("net_from = (not set)\n"));
     const auto none = bench.run({"settings", "net_from", "2026/12/01"});
