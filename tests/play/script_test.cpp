@@ -3,8 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
+#include <regex>
+#include <set>
 
+#include "common/files.h"
+#include "support/data_file.h"
 #include "support/shop.h"
 
 namespace {
@@ -44,6 +49,33 @@ TEST(Script, SplitsAtAWordAndNotWithinOne) {
         EXPECT_EQ(halves.found, found) << text;
     }
     EXPECT_EQ(play::words(" a  b c "), (std::vector<std::string>{"a", "b", "c"}));
+}
+
+// Whoever writes a play must find its language on the page.
+TEST(PlaysPage, HasEveryWordThatThePlaysUse) {
+    const std::filesystem::path root = test::tests_folder().parent_path();
+    const std::string page = common::read_file(root / "docs" / "plays.md");
+    const std::size_t begin = page.find("## The shop");
+    const std::string language = page.substr(begin, page.find("## Object names") - begin);
+    std::set<std::string> verbs;
+    std::set<std::string> known;
+    const std::regex code("`([^`\n]+)`");
+    for (std::sregex_iterator at(language.begin(), language.end(), code), end; at != end; ++at) {
+        const auto words = play::words((*at)[1].str());
+        verbs.insert(words.front());
+        known.insert(words.begin(), words.end());
+    }
+    const std::set<std::string> with_word = {"answer",   "disk",   "expect", "monitor",
+                                             "remember", "server", "shop",   "start"};
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(root / "tests" / "plays")) {
+        if (entry.path().extension() != ".play") continue;
+        for (const play::Step& step : play::read_script(entry.path()).steps) {
+            const auto words = play::words(step.rest);
+            const bool is_known = verbs.contains(step.verb) && (!with_word.contains(step.verb) ||
+                                                                words.empty() || known.contains(words[0]));
+            EXPECT_TRUE(is_known) << entry.path() << ":" << step.line << ": " << step.text;
+        }
+    }
 }
 
 }  // namespace
