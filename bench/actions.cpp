@@ -122,8 +122,8 @@ Runner ring_up_by_hand(Scene& s) {
     });
 }
 
-// Waits, so that the disk work of the save before is not measured as well. This happens before the items are
-// rung up: right before a save the waking up of the processor would be measured.
+// Waits, so that the disk work of the save before is not measured as well. It is done before the items are
+// rung up, because right before a save the processor's wake-up would be measured.
 void wait_for_disk() {
     std::this_thread::sleep_for(std::chrono::milliseconds(15));
 }

@@ -13,7 +13,7 @@ namespace bench {
 
 namespace {
 
-// Such a figure has three significant digits.
+// A figure with three significant digits.
 std::string figure_text(double value) {
     if (value >= 100) return fmt::format("{:.0f}", value);
     if (value >= 10) return fmt::format("{:.1f}", value);
@@ -279,7 +279,7 @@ The shops are kept in `build-release/bench-data`; each run measures on fresh cop
 
 namespace {
 
-// The value after "word:" in a file of the system; empty if there is none.
+// The value after "word:" in a system file; empty if there is none.
 std::string told(const char* file, const std::string& word, char mark) {
     std::ifstream stream(file);
     for (std::string line; std::getline(stream, line);) {

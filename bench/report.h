@@ -71,8 +71,8 @@ struct Report {
     std::string document() const;  // docs/performance.md
 };
 
-// Processor, cores, memory, system, compiler, SQLite and Qt, one line each. What the system does not tell is
-// left out.
+// Processor, cores, memory, system, compiler, SQLite and Qt, one line each. Leaves out what the system does
+// not report.
 std::vector<std::string> describe_machine();
 
 }  // namespace bench

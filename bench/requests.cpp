@@ -159,7 +159,7 @@ void measure_morning(const fs::path& shop, int latency_ms, std::vector<RequestTi
     for (auto& [action, statements] : done) {
         times_of(*action).by_hand.push_back(milliseconds([&, &said = statements] {
             for (const auto& statement : said)
-                // The till asks for tables that the shop may lack, too.
+                // The till also asks for tables that the shop may lack.
                 database::unless_table_is_missing(
                     [&] { server.connection->run(statement.text, statement.values); });
         }));

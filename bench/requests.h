@@ -1,4 +1,4 @@
-// What the till's actions ask of a server, and how long they take when every answer is late.
+// The requests of the till's actions to a server, and the time they take at a given latency.
 #pragma once
 
 #include <filesystem>

@@ -61,8 +61,8 @@ constexpr Fragment due_receipts_and_payments =
     "SELECT Sum(case when [type]=0 Or [type]=1 Or [type]=2 then [quan1] else 0 end ) AS am1, Sum(case when "
     "[type]=3 then [quan1] else 0 end ) AS am2 From vencuspay WHERE vencuspay.vcode=";
 
-// Whether the sums stop before the date or include it, and the amount of a voucher that they take: the whole
-// (quan) or what is due (quan1).
+// Whether the sums stop before the date or include it, and which amount of a voucher they add: the whole
+// (quan) or the part that is due (quan1).
 enum class SumsUpTo { before_date, and_on_date };
 enum class VoucherAmount { whole, due };
 
@@ -95,7 +95,7 @@ Millionths sum_account(database::Connection& connection, std::int64_t customer, 
     return total;
 }
 
-// What an insert takes from its table, and the conditions around customer and period.
+// What an insert selects from its table, and the conditions around customer and period.
 struct Gathering {
     Fragment insert;  // up to the customer
     Fragment from;    // up to the start

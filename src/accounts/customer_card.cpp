@@ -135,7 +135,7 @@ std::optional<Refusal> AccountCustomer::open(CardMode mode, std::int64_t code) {
     return std::nullopt;
 }
 
-// A quotation for a customer of a higher number could not be stored.
+// A quotation for a customer with a higher number could not be stored.
 std::optional<std::int64_t> AccountCustomer::highest_code() const {
     return database::highest_whole_number(connection_, "offer", "vcode");
 }
@@ -189,7 +189,7 @@ std::vector<common::Choice> AccountCustomer::find_classes(std::string_view wante
 std::optional<Refusal> AccountCustomer::search_classes(std::string_view text) {
     std::vector<common::Choice> found = find_classes(common::trim(text));
     if (found.empty()) return Refusal("customer_class_search", message::no_such_class);
-    // A single hit is chosen; of several the cashier chooses, and until then his class stays.
+    // A single match is chosen. Of several the cashier chooses one; until then the customer keeps his class.
     const std::optional<std::int64_t> chosen = card.price_class;
     if (found.size() == 1)
         card.price_class = found.front().code;
@@ -224,9 +224,9 @@ std::optional<Refusal> AccountCustomer::save() {
         return Refusal("", common::message::no_such_customer);
     }
 
-    // Both columns take the opening amount with its side. The running balance has just been read again, so
-    // it holds what other tills have sold the customer since the card was opened; an edit shifts it by the
-    // difference alone, unrounded as invoices move it.
+    // Both columns get the opening amount with its sign. The running balance has just been read again, so it
+    // includes what other tills have sold the customer since the card was opened. An edit moves it by the
+    // difference only, unrounded like the movements of invoices.
     const double amount = common::read_amount(card.opening).value.value();
     const double opening = card.is_credit ? -amount : amount;
     double account = opening;

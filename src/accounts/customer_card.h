@@ -62,13 +62,13 @@ class AccountCustomer {
     // The fields of the chained places, from the country down to the district.
     static constexpr std::array<std::string_view, 4> place_fields{"customer_country", "customer_governorate",
                                                                   "customer_centre", "customer_district"};
-    // Choosing a place empties those below it and reads their lists again. The place chosen already changes
-    // nothing.
+    // Choosing a place empties those below it and reads their lists again. Choosing the same place again
+    // changes nothing.
     void choose_place(std::size_t level, std::optional<std::int64_t> code);
     const std::vector<common::Choice>& places(std::size_t level) const { return places_[level]; }
-    // Filters the price classes by number or by a part of the name; a blank lists all. A single hit is
-    // chosen; among several the class chosen now stays in the list. Refused, and nothing changes, if none is
-    // found.
+    // Filters the price classes by number or by a part of the name; a blank lists all. A single match is
+    // chosen; among several, the class chosen before stays in the list. If none is found, it is refused and
+    // nothing changes.
     std::optional<common::Refusal> search_classes(std::string_view text);
 
     // Writes the card, or nothing if it is refused.

@@ -25,8 +25,8 @@ std::optional<Party> find_party(database::Connection& connection, PartyKind kind
 
 std::vector<common::Choice> load_parties(database::Connection& connection, PartyKind kind);
 
-// A code for a new party: above those of all customers and vendors, because the statement of a customer
-// counts the purchases of his code.
+// A code for a new party, above those of all customers and vendors: the statement of a customer counts
+// purchases under his code.
 std::int64_t next_party_code(database::Connection& connection);
 
 // Adds to a party's balance and returns the new one. Both keep all their decimals until they are shown,

@@ -22,7 +22,7 @@ namespace {
 
 struct Movement {
     common::Moment moment;
-    Millionths amount = 0;  // what it adds to what the vendor is owed
+    Millionths amount = 0;  // added to what the vendor is owed
     std::string description;
     std::string notes;
 };

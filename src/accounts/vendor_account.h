@@ -1,4 +1,4 @@
-// The account of a vendor: what goods and vouchers add to what he is owed, and his statement.
+// The account of a vendor: how goods and vouchers change what he is owed, and his statement.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@ enum class PurchaseKind { supply = 1, vendor_return = 3 };
 
 // The net of a row of `purchase`: total less discount plus tax.
 inline constexpr database::Fragment net_of_purchase = "isnull(ptot,0) - isnull(pdis,0) + isnull(ptax,0)";
-// What such a row adds to what its vendor is owed.
+// How much such a row adds to what its vendor is owed.
 database::Sql effect_of_purchase();
 
 // Movements between two days with the running balance. Credits raise what the vendor is owed.

@@ -54,7 +54,8 @@ std::optional<Refusal> Voucher::open_edit(const VoucherKey& key) {
     const database::Row& row = found->row;
     party_kind_ = key.party_kind;
     load_lists();
-    // Direct receipts are of any kind of customer, so the party may be missing from this kind's list.
+    // A direct receipt may be from any kind of customer, so the party may be missing from the list of this
+    // kind.
     if (!contains(parties_, key.party)) {
         if (const auto party = find_party(connection_, party_kind_, key.party))
             parties_.push_back({key.party, party->name});
@@ -114,7 +115,7 @@ double Voucher::party_balance() {
     return party ? party->balance : 0;
 }
 
-// The fields by themselves first, then the rows they name.
+// Checks the fields first, then the rows that they refer to.
 std::optional<Refusal> Voucher::check() {
     fields.note = common::left(fields.note, note_length);
     const database::TextLimits limits(connection_, "vencuspay");
@@ -168,7 +169,7 @@ std::optional<Refusal> Voucher::save() {
     return std::nullopt;
 }
 
-// Without them the next save compares nothing; this one is complete.
+// If this fails, the next save compares nothing; the voucher itself is saved.
 void Voucher::remember_cells() {
     try {
         if (const auto written = find_voucher(connection_, kind_, *opened_)) seen_ = written->row.cells();

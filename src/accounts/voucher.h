@@ -28,7 +28,7 @@ class Voucher {
     std::optional<common::Refusal> open_edit(const VoucherKey& key);
     std::string_view title() const;
 
-    // The party of an edited voucher stays. A customer brings his representative.
+    // An edited voucher keeps its party. Choosing a customer also chooses his representative.
     void choose_party_kind(PartyKind kind);  // reloads the parties; none is chosen
     void choose_party(std::optional<std::int64_t> party);
     void choose_store(std::optional<std::int64_t> store);  // reloads the drawers; none is chosen

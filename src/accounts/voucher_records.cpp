@@ -33,7 +33,7 @@ constexpr FieldOption party_kinds[] = {{static_cast<int>(PartyKind::customer), "
 constexpr FieldOption methods[] = {{static_cast<int>(Method::cash), "نقدي"},
                                    {static_cast<int>(Method::cheque), "شيك"}};
 
-// The columns of party and store are set by the statements below, for choosing one reloads lists.
+// The columns of party and store are set by the statements below, because choosing one reloads lists.
 constexpr FormField<Fields> voucher_fields[] = {
     // kind of party
     {{}, {"voucher_party_kind", "نوع الطرف", FieldKind::options, {0, 0}, "", "", "", 0, party_kinds}},
@@ -97,10 +97,10 @@ VoucherKey key_of(const database::Row& voucher) {
 
 namespace {
 
-// A whole number from 1 on: above this a double no longer holds every one.
+// Above this a double no longer holds every whole number.
 constexpr double most_countable = 9e15;
 
-// The first number from `number` on that no voucher selected by the condition has.
+// The first number from `number` on that no voucher selected by the condition uses.
 std::string first_free(database::Connection& connection, const Sql& condition, double number) {
     if (!(number >= 1 && number < most_countable)) number = 1;
     std::string text = common::shortest_text(number);
@@ -193,7 +193,8 @@ std::optional<FoundVoucher> find_voucher(database::Connection& connection, Vouch
         if (key.id == 0 || row.integer("pay_id") == key.id) return FoundVoucher{spelled, row};
     }
     if (key.id == 0) return std::nullopt;
-    // Another till may have changed its amount since, and other programs write amounts of more decimals.
+    // Find it by its number: another till may have changed the amount since, and other programs write more
+    // decimals.
     const Sql by_id = Sql("select * from vencuspay where pay_id = ") + key.id +
                       " and ptype = " + static_cast<int>(kind) + " and vcode = " + key.party +
                       " and ztype = " + static_cast<int>(key.party_kind);
@@ -225,7 +226,7 @@ void set_columns(Recordset& row, const VoucherRecord& record, std::optional<Meth
         for (const char* column : {"ctype", "chk"})
             row.set(column, is_cheque ? Value(std::int64_t{0}) : Value(Null{}));
     }
-    // The method of an edited voucher may have changed: the columns of the former one are emptied.
+    // The method of an edited voucher may have changed, so the columns of the former method are emptied.
     if (is_cheque) return;
     for (const char* column : {"tdate", "bcode", "chowner"})
         row.set(column, Null{});

@@ -1,5 +1,5 @@
-// Vouchers as the table vencuspay holds them and as they are printed: their codes, what finds one again, what
-// they do to the balance of their party.
+// Vouchers as the table vencuspay holds them and as they are printed: their codes, the key to find one again,
+// and their effect on the balance of their party.
 #pragma once
 
 #include <cstdint>
@@ -20,14 +20,14 @@ enum class VoucherKind { payment = 1, receipt = 2 };  // vencuspay.ptype
 // stay what they are when they are edited.
 enum class Method { cheque = 0, cash = 1, discount_notice = 2, addition_notice = 3 };
 
-// Whether a voucher raises the running balance of its party; otherwise it lowers it. A receipt lowers what a
-// customer owes and raises what a vendor is owed, a payment the other way round; an addition notice has the
-// opposite side of the other methods.
+// Returns true if a voucher raises the running balance of its party, false if it lowers it. A receipt lowers
+// what a customer owes and raises what a vendor is owed, a payment the other way round; an addition notice
+// has the opposite effect of the other methods.
 constexpr bool raises_balance(VoucherKind kind, PartyKind party_kind, Method method) {
     const bool raises_customer = (kind == VoucherKind::payment) != (method == Method::addition_notice);
     return raises_customer != (party_kind == PartyKind::vendor);
 }
-// What a voucher of that amount, an Amount or unrounded, adds to the running balance of its party.
+// How much a voucher adds to the running balance of its party. The amount is an Amount, or unrounded.
 template <typename Sum>
 Sum effect_on_balance(VoucherKind kind, PartyKind party_kind, Method method, Sum amount) {
     return raises_balance(kind, party_kind, method) ? amount : -amount;
@@ -43,21 +43,21 @@ std::string method_name(Method method);
 std::string voucher_title(VoucherKind kind, Method method);
 Method method_of(const database::Row& voucher);
 
-// Identifies a stored voucher.
+// What identifies a stored voucher.
 struct VoucherKey {
     PartyKind party_kind = PartyKind::customer;
     std::int64_t party = 0;
     common::Date date;
     common::Amount amount;
     std::string number;
-    // The internal number, pay_id. It tells apart vouchers that are otherwise alike; 0 if there is none.
+    // The internal number (pay_id) distinguishes vouchers that are otherwise equal; 0 if there is none.
     std::int64_t id = 0;
 };
 VoucherKey key_of(const database::Row& voucher);
 
 // Finds vouchers by everything in the key but the internal number.
 database::Sql find_statement(VoucherKind kind, const VoucherKey& key);
-// The row of a voucher, and a statement that selects it, perhaps among others.
+// The row of a voucher, and a statement that selects it, possibly with others.
 struct FoundVoucher {
     database::Sql statement;
     database::Row row;
@@ -88,8 +88,8 @@ std::string propose_number(database::Connection& connection, VoucherKind kind);
 std::string propose_direct_number(database::Connection& connection, std::int64_t customer);
 // The highest internal number plus 1.
 std::int64_t next_voucher_id(database::Connection& connection);
-// Whether the number was used before. Sees receipts of customers and payments to vendors only, as the shops'
-// numbering has always had it.
+// Returns true if the number was used before. Considers only receipts from customers and payments to vendors,
+// as the shops' numbering always has.
 bool is_duplicate(database::Connection& connection, VoucherKind kind, std::string_view number);
 
 inline constexpr std::size_t note_length = 50;

@@ -23,7 +23,7 @@ class VoucherRows {
     VoucherStep finished() const { return finished_; }
     // The voucher's internal number after write(). It differs from the planned one if another till took that.
     std::int64_t id() const { return id_; }
-    // The party's after write().
+    // The party's balance after write().
     common::Amount balance() const { return balance_; }
 
   private:

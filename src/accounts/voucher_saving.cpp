@@ -23,7 +23,8 @@ namespace {
 
 constexpr std::string_view journal_kind = "voucher";
 
-// What a voucher adds to its party's balance, unrounded: rows of other programs may hold more decimals.
+// How much a voucher adds to its party's balance, unrounded, because rows of other programs may hold more
+// decimals.
 double effect_of(const database::Row& voucher) {
     return effect_on_balance(static_cast<VoucherKind>(voucher.integer("ptype")),
                              static_cast<PartyKind>(voucher.integer("ztype")), method_of(voucher),

@@ -35,12 +35,12 @@ struct SavedVoucher {
 // What the cashier is told of a voucher that was not saved.
 common::Refusal why_not_saved(const SavedVoucher& voucher);
 
-// A save with all that its rows are made of.
+// A voucher with everything that its rows are made from.
 struct VoucherToSave {
     VoucherRecord record;
     std::int64_t id = 0;               // its internal number
     std::optional<VoucherKey> former;  // of an edited voucher: how its row is found
-    double moved = 0;                  // what that row adds to the balance of the party
+    double moved = 0;                  // added to the party's balance by that row
 
     VoucherKey key() const;
 };

@@ -41,8 +41,8 @@ bool is_same(const database::Row& row, const WalkInCustomer& customer) {
     return equal("zname", customer.name) && equal("zphone", customer.phone) && equal("zmail", customer.mail);
 }
 
-// Other tills may have given out the proposed code and those after it. If one of these rows is this customer
-// to the letter, an attempt whose answer was lost wrote it, and he is not added a second time.
+// Other tills may have given out the proposed code and those after it. If one of these rows equals this
+// customer exactly, it was written by an attempt whose answer was lost, and he is not added twice.
 void choose_code(database::Connection& connection, WalkInCustomer& customer) {
     std::int64_t last = 0;
     for (const database::Row& row :
@@ -147,7 +147,8 @@ std::optional<Refusal> CashCustomer::confirm() {
     if (!is_new) {
         const auto found = find_walk_in(connection_, *code);
         if (!found) return Refusal("walk_in_code", common::message::no_such_cash_customer);
-        // A code that was typed but not entered brings its own fields; loaded ones may have been corrected.
+        // Load the fields of a code that was typed without Enter. Fields that were loaded already may have
+        // been corrected, so they stay.
         if (loaded_ != *code) take(*found);
     }
     const database::TextLimits limits(connection_, "cust_cash");

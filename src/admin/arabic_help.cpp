@@ -18,7 +18,7 @@ bool is_latin(std::string_view word) {
                        [](unsigned char c) { return std::isalpha(c) != 0 && c < 0x80; });
 }
 
-// A line of Arabic text. Latin words one after the other keep their order and their signs: "--show", not
+// A line of Arabic text in which successive Latin words keep their order and their signs: "--show", not
 // "show--".
 std::string arabic_line(const std::string& text) {
     std::string line;
@@ -27,7 +27,7 @@ std::string arabic_line(const std::string& text) {
         line += (line.empty() || part.empty() ? "" : " ") + part;
     };
     const auto end_latin = [&] {
-        // A mark behind the words is one of the Arabic sentence.
+        // A mark after the words belongs to the Arabic sentence.
         const auto end = latin.find_last_not_of("،:,.") + 1;
         if (!latin.empty()) add(from_left_to_right + latin.substr(0, end) + end_of_part + latin.substr(end));
         latin.clear();

@@ -1,5 +1,5 @@
-// How the help stands in a terminal when it is in Arabic: commands and options at the beginning of their
-// lines, their meaning below them, from right to left.
+// Formats the Arabic help for a terminal: commands and options at the beginning of their lines, their meaning
+// below them, from right to left.
 #pragma once
 
 #include <CLI/CLI.hpp>

@@ -39,7 +39,7 @@ fs::path embedded_file(const Tool& tool) {
     return startup::shop_file(place, tool.shop);
 }
 
-// The name, or with a number before its ending if two restores happen in one second.
+// The name, with a number before its ending if two restores happen in one second.
 fs::path free_name(const fs::path& path) {
     fs::path name = path;
     for (int number = 2; fs::exists(name); ++number)

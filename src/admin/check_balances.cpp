@@ -1,5 +1,5 @@
 // The check of the balances of customers and vendors. A save moves the balance of an invoice before it writes
-// the header, and that of a voucher after its row, so that what stopped between the two shows here.
+// the header, and that of a voucher after its row, so a save that stopped between the two shows up here.
 #include <map>
 #include <set>
 
@@ -53,7 +53,8 @@ class BalanceCheck {
         return by_party;
     }
 
-    // What tills have not finished saving is told by check_unfinished(): the balances that it moves wait.
+    // Collects the parties of saves that tills have not finished: their balances are not judged, because
+    // check_unfinished() reports the saves.
     void unfinished() {
         for (const auto& entry : database::unfinished_saves(connection_)) {
             if (const auto invoice = sales::invoice_of(entry)) waiting_customers_.insert(invoice->customer);
@@ -88,7 +89,7 @@ class BalanceCheck {
         }
     }
 
-    // Purchases that another program entered may count otherwise there.
+    // Purchases that another program entered may be counted differently there.
     void vendors() {
         const Sums vouchers =
             sums(connection_.query(Sql("select vcode,0 - sum(") + accounts::effect_on_customer +

@@ -1,6 +1,6 @@
 // The checks of saved invoices. A save writes in steps, in this order: the account balance, the header, the
-// bank row of a card payment, the lines, the stock. What is missing shows where it stopped. A save that
-// stands in the journal is not told here, for check_unfinished() says how to finish it.
+// bank row of a card payment, the lines, the stock. What is missing shows where it stopped. Saves in the
+// journal are left to check_unfinished(), which says how to finish them.
 #include <cmath>
 #include <map>
 #include <set>
@@ -156,7 +156,7 @@ class InvoiceCheck {
         }
     }
 
-    // A craftsman's work line has left what was made less what was sold of it.
+    // What is left of a craftsman's work line is what was made less what was sold.
     void craftsman_lines() {
         std::map<std::int64_t, double> sold;
         for (const auto& row : connection_.query("select salvcode,sum(case when ctype = 0 or ctype = 1 then "

@@ -92,7 +92,7 @@ class LogCheck {
         if (name.starts_with(std::string(save_of) + std::string(accounts::voucher_log_name)))
             return take_voucher(name, what, line);
         if (what.starts_with(" begins")) {
-            // An earlier save of this name did not write its header, or its number would be used up.
+            // An earlier save of this name did not write its header, or its number would have been used.
             begun_[name] = line.moment;
             return;
         }

@@ -70,7 +70,7 @@ Finding check_system_printer() {
 Findings check_ports(database::Connection& connection, const fs::path& folder) {
     Findings findings;
     const auto rows = connection.query("select * from basic");
-    if (rows.empty()) return findings;  // said by the check of the settings
+    if (rows.empty()) return findings;  // reported by the check of the settings
     const std::string printer(common::trim(rows.front().text("print")));
     if (!printing::PrinterChoice{printer}.is_text_port()) {
         findings.push_back(check_system_printer());

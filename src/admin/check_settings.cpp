@@ -15,7 +15,7 @@ namespace {
 constexpr std::string_view add_or_restore =
     "start the till once, which adds what later versions need; where that does not help, restore a backup";
 
-// Of a table that only tills write. They work without it.
+// Advice for a table that only tills write; they work without it.
 constexpr std::string_view till_may_create =
     "a till whose login may create tables adds it at its next start; until then ";
 std::string_view without_table(std::string_view table) {

@@ -24,8 +24,8 @@ struct Stock {
     double opening = 0;
     double moved = 0;
     double present = 0;
-    // Goods in that bear the date of the opening or an earlier one. They bear the date of the supplier's
-    // invoice, so they may have been entered before the opening or after it.
+    // Goods in dated on the day of the opening or earlier. They have the date of the supplier's invoice, so
+    // they may have been entered before or after the opening.
     double undated = 0;
 };
 using Place = std::pair<std::int64_t, std::int64_t>;  // item, store
@@ -85,7 +85,7 @@ class StockCheck {
             move({row.integer("icode"), row.integer("stcode")}, -row.number("total"));
             move({row.integer("icode"), row.integer("stcode1")}, row.number("total"));
         }
-        // Rows without a time of day are of programs that store the day alone.
+        // Rows without a time of day come from programs that store only the day.
         const Sql dated_since =
             Sql(" where [date] >= ") + quoted(moment) + " or [date] = " + quoted(moment.date);
         for (const auto& rows :
@@ -114,7 +114,7 @@ class StockCheck {
         }
     }
 
-    // What other programs took in may count otherwise there.
+    // Goods that other programs took in may be counted differently there.
     void find_moved_elsewhere() {
         for (const auto& rows :
              {connection_.query("select distinct purdata.icode from purdata left join purchase on "

@@ -33,16 +33,16 @@ Findings check_schema(database::Connection& connection);
 Findings check_settings(database::Connection& connection, std::string_view version);
 // Checks the settings of the tills. Notes the discounts of cash sales that drawers contain without net_from.
 Findings check_till_settings(database::Connection& connection, const Period& period);
-// Tells how old the last automatic backup of an embedded shop is, and what keeps it from being one.
+// Tells how old the last automatic backup of an embedded shop is, and what prevents backups.
 Findings check_backups(database::Connection& connection, const std::filesystem::path& shop,
                        const common::Date& today);
-// Looks for what only a stranger puts into an embedded shop's file: triggers and views that are not the
-// program's, and texts longer than their column. Says who may use the file.
+// Looks for things that the program never puts into an embedded shop's file: other triggers and views, and
+// texts longer than their column. Says who may use the file.
 Findings check_files(database::Connection& connection, const std::filesystem::path& shop);
 Findings check_users(database::Connection& connection);
 // Finds Latin letters and signs that the shop's printer codes lack.
 Findings check_printer_codes(database::Connection& connection);
-// Adds the rows of those, as new shops have them. Returns how many.
+// Adds the missing rows as new shops have them. Returns how many.
 std::size_t add_printer_codes(database::Connection& connection);
 // Checks the ports of the receipt printer and the drawer on this machine.
 Findings check_ports(database::Connection& connection, const std::filesystem::path& folder);

@@ -40,7 +40,8 @@ void run(const Options& options, bool with_encryption, Tool& tool) {
     if (!named && !(unnamed && (options.keep_password || with_encryption))) {
         throw CLI::ValidationError("connect", "--server and --database are needed, or --show");
     }
-    // A new connection file is made where the shop keeper is, and never over that of till.conf.
+    // A new connection file is made in the shop keeper's working directory, never over the one that till.conf
+    // names.
     const auto folder = named ? startup::named_home().value_or(tool.folder) : tool.shop;
     Place place = named ? options.place : read_place(folder);  // refuses a folder without a shop
     place.encryption = named || with_encryption ? options.place.encryption : place.encryption;

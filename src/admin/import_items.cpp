@@ -32,7 +32,7 @@ void list_columns(Tool& tool) {
     }
 }
 
-// Says what is wrong with lines and what should be looked at, line by line.
+// Reports faulty lines and those to be looked at, line by line.
 void report(const std::vector<goods::LineProblem>& problems, const std::vector<goods::LineProblem>& notes,
             const ImportOptions& options, Tool& tool) {
     std::multimap<std::size_t, std::string> said;

@@ -42,7 +42,8 @@ std::filesystem::path log_file(const std::filesystem::path& folder);
 
 // The password of the login sa, with which the tills open a server's database.
 std::string ask_login_password(Tool& tool);
-// Writes it where a till of this folder looks for it, readable only by its owner; returns the file's path.
+// Writes the password where a till of this folder looks for it, readable only by its owner; returns the
+// file's path.
 std::string keep_login_password(const std::filesystem::path& folder, const std::string& password);
 // Returns true if a till of this folder finds a password, right or wrong.
 bool has_login_password(const std::filesystem::path& folder);

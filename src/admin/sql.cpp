@@ -130,7 +130,7 @@ std::string joined(const std::vector<std::string>& texts, const char* between) {
     return all;
 }
 
-// Asks before a statement whose harm nobody could take back row by row.
+// Asks before a statement whose damage could not be undone row by row.
 void confirm(const StatementEffect& effect, const SqlOptions& options, Tool& tool) {
     if (effect.dangers.empty() || options.yes) return;
     const std::string what = "this statement " + joined(effect.dangers, ", and ");

@@ -29,7 +29,7 @@ class Reading {
                 effect_.dangers.push_back("drops " + object_after(at_));
                 ++at_;
             } else {
-                // A select alone reads; what else there is defines tables or runs procedures.
+                // Only a select just reads; every other statement may define tables or run procedures.
                 if (is_begin(at_) && !word.empty() && word != "select" && word != "with")
                     effect_.changes = true;
                 if (word == "into") effect_.changes = true;

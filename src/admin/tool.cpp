@@ -62,8 +62,8 @@ std::string read_hidden(Tool& tool, const std::string& what, const std::string& 
 
 namespace {
 
-// Passes text on to a stream without what a name in the shop could do to a terminal: line ends stay, all
-// other control characters and marks of direction are left out.
+// Passes text on to a stream so that a name in the shop cannot disturb the terminal: all control characters
+// but line ends, and all direction marks, are left out.
 class PrintableBuffer final : public std::streambuf {
   public:
     explicit PrintableBuffer(std::ostream& to) : to_(to) {}
@@ -93,7 +93,7 @@ class PrintableBuffer final : public std::streambuf {
     std::string held_;  // a line, so that no character is cut
 };
 
-// Before the commands are added, which take over their program's help.
+// To be called before the commands are added, because they take over their program's help.
 void set_up_help(CLI::App& program, const Tool& tool) {
     if (tool.arabic) {
         program.formatter(std::make_shared<ArabicHelp>());
@@ -140,7 +140,7 @@ int run_tool(const std::vector<AddCommand>& commands, const std::vector<std::str
         program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         return done;
     } catch (const CLI::ParseError& error) {
-        // The help holds nothing of a shop, and its marks of direction are meant.
+        // The help contains nothing from a shop, and its direction marks are intended.
         return program.exit(error, given.out, tool.err) == 0 ? done : usage;
     } catch (const Refused& error) {
         tool.err << "tallvex-admin: " << error.what() << '\n';

@@ -11,12 +11,12 @@ namespace audit {
 
 // An event with its circumstances.
 struct Entry {
-    std::int64_t id = 0;  // drawn; tells a row that was written before
+    std::int64_t id = 0;  // drawn at random; shows that a row was written before
     common::Moment moment;
     std::int64_t store = 0;
     Person user;
     std::string kind;
-    Event event;  // without its kind, which a later version may know alone
+    Event event;  // without its kind, which may be one of a later version
 };
 
 // The last row of a till's chain; number 0 before the first.

@@ -1,4 +1,4 @@
-// What the till's journal tells of: an event, its kind, and what a kind is called.
+// What the till's journal records: an event, its kind, and the names of the kinds.
 #pragma once
 
 #include <cstdint>
@@ -42,7 +42,7 @@ enum class Kind {
     day_closed,
 };
 
-// A kind as it is stored, and as the list calls it.
+// The stored name of a kind, and its caption in the list.
 struct KindName {
     Kind kind;
     std::string_view stored;
@@ -53,7 +53,7 @@ const KindName& name_of(Kind kind);
 // The caption of a stored kind; one of a later version is shown as it is stored.
 std::string_view caption_of(std::string_view stored);
 
-// A user with the name that he had then.
+// A user with his name at that time.
 struct Person {
     std::int64_t code = 0;
     std::string name;
@@ -63,7 +63,7 @@ struct Person {
 struct Event {
     Kind kind{};
     std::string what = {};                      // for people; cut to 400 characters
-    std::optional<common::Amount> amount = {};  // what it is about, in money
+    std::optional<common::Amount> amount = {};  // the money involved
     std::optional<std::int64_t> item = {};      // items.code
     std::optional<std::int64_t> invoice = {};   // its number
     std::optional<Person> approver = {};        // who allowed it, if not the user

@@ -1,5 +1,5 @@
-// The till's journal as a shop keeper reads it: the events of a period, the newest first, and what they sum
-// up to by kind and user.
+// The till's journal as a shop keeper reads it: the events of a period, the newest first, and their totals by
+// kind and user.
 #pragma once
 
 #include <array>
@@ -62,7 +62,7 @@ class Review {
     const std::vector<common::Choice>& kinds() const { return kinds_; }
     const std::vector<ReviewRow>& rows() const { return rows_; }
     const std::vector<KindTotal>& totals() const { return totals_; }
-    // The events of the choice, shown or not.
+    // The number of chosen events, shown or not.
     std::int64_t count() const { return count_; }
 
   private:

@@ -34,7 +34,7 @@ void Batch::find_end(database::Connection& connection) {
                          " num, id, hash from till_journal where cash_no = " + till_ + " order by num desc");
     for (const database::Row& row : rows)
         written.insert(row.integer("id"));
-    // A lower end means that rows are missing in the table. The chain goes on behind them.
+    // A lower end means that rows are missing from the table. The chain then continues after them.
     if (!rows.empty() && rows.front().integer("num") > end_.number)
         end_ = {rows.front().integer("num"), rows.front().text("hash")};
     while (done_ < entries_.size() && written.contains(entries_[done_].id))
@@ -104,7 +104,7 @@ Batch Trail::batch() const {
 
 void Trail::finish(const Batch& batch) {
     has_table_ = batch.has_table_;
-    // What was written at once meanwhile may have come further.
+    // A write() meanwhile may have got further.
     if (batch.end_.number >= end_.number) {
         end_ = batch.end_;
         is_end_known_ = batch.is_end_known_;
@@ -126,7 +126,7 @@ void Trail::write(database::Connection& connection) {
             finish(next);
         } catch (const database::Error& error) {
             finish(next);
-            // Another thread wrote the rows meanwhile: the end of the chain is to be read again.
+            // Another thread wrote the rows meanwhile, so the end of the chain must be read again.
             if (error.sqlstate() != database::key_violated || std::exchange(is_behind, true)) throw;
         }
     }

@@ -1,5 +1,5 @@
 // The till's journal (table till_journal): what cashiers did that a shop keeper wants to see, in rows that
-// are only ever added. An event is noted in memory and in a file of the till, without a word to the database,
+// are only ever added. An event is noted in memory and in a file of the till, without asking the database,
 // and the rows are written together later. The table's rows of one till form a chain: each holds a hash of
 // itself and of the row before it (audit/chain.h). A shop without the table keeps no journal.
 #pragma once
@@ -18,8 +18,8 @@ namespace audit {
 // Events on their way to the table. It holds no part of the trail, so that another thread may write it.
 class Batch {
   public:
-    // Writes the rows behind those that are there. A row that was written before is not written again. What
-    // it did is known to Trail::finish(). Throws Error if the database failed.
+    // Appends its rows to the table; a row that was written before is not written again. Trail::finish()
+    // learns how far it got. Throws Error if the database failed.
     void write(database::Connection& connection);
 
   private:
@@ -45,7 +45,8 @@ class Trail {
     void note(const Event& event, const Person& user, std::int64_t store);
 
     bool has_pending() const { return !pending_.empty(); }
-    // What to write next. Afterwards finish() tells the trail how far it came, whether or not it failed.
+    // What to write next. finish() must be called afterwards, whether it failed or not, to tell the trail how
+    // far it got.
     Batch batch() const;
     void finish(const Batch& batch);
     // Writes what is pending at once.
@@ -56,7 +57,7 @@ class Trail {
     std::filesystem::path file_;
     common::Clock* clock_ = nullptr;
     End end_;
-    bool is_end_known_ = false;  // else it is read from the table before the next row is written
+    bool is_end_known_ = false;  // otherwise it is read from the table before the next row is written
     bool has_table_ = true;
     std::vector<Entry> pending_;
 };

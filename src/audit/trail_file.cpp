@@ -48,7 +48,7 @@ void take_line(Kept& kept, std::string_view line) {
         const auto last = std::ranges::find(kept.pending, read["last"].get<std::int64_t>(), &Entry::id);
         if (last != kept.pending.end()) kept.pending.erase(kept.pending.begin(), last + 1);
     } catch (const std::exception&) {
-        // Half a line, of a power cut.
+        // Half a line, left by a power cut.
     }
 }
 
@@ -98,7 +98,7 @@ void shorten(const fs::path& file, const Kept& kept) {
     try {
         common::replace_file(file, text, common::shop_file_mode);
     } catch (const std::system_error&) {
-        // The longer file tells the same, but for what is appended to half a line.
+        // The longer file has the same content, but nothing may be appended to half a line.
         common::append_to_file(file, "\n");
     }
 }

@@ -12,7 +12,7 @@
 
 namespace audit {
 
-// The journal files of a shop's tills in a till's folder, told apart by the name of the database.
+// The journal files of a shop's tills in a till's folder, distinguished by the name of the database.
 struct Place {
     std::filesystem::path folder;
     std::string database;  // its name, or that of its file
@@ -28,11 +28,11 @@ struct Kept {
 // Empty if the file cannot be read.
 Kept read_kept(const std::filesystem::path& file);
 
-// What cannot be written is lost with the program, no sooner.
+// An event that cannot be written stays in memory until the program ends.
 void keep_entry(const std::filesystem::path& file, const Entry& entry);
-// The entries up to `last` are in the table.
+// Notes that the entries up to `last` are in the table.
 void keep_end(const std::filesystem::path& file, const End& end, std::int64_t last);
-// Replaces the file by what it still has to tell, if it has grown long or ends in half a line.
+// Rewrites the file with only what is still needed, if it has grown long or ends in half a line.
 void shorten(const std::filesystem::path& file, const Kept& kept);
 
 }  // namespace audit

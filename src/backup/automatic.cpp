@@ -37,7 +37,7 @@ void thin_out(const fs::path& folder) {
     for (fs::directory_iterator entry(folder, ignored), end; !ignored && entry != end;
          entry.increment(ignored)) {
         const std::string name = entry->path().filename();
-        // A copy that was cut off, and is not one that another till is making now.
+        // An unfinished copy this old was cut off; a younger one may be in the making at another till.
         constexpr auto long_ago = std::chrono::hours(6);
         if (name.starts_with(automatic_prefix) &&
             name.find(std::string(copy_ending) + ".making") != name.npos &&
@@ -96,7 +96,7 @@ std::vector<std::string> superfluous(std::vector<std::string> names, std::string
 std::vector<Outcome> back_up_to_folders(database::Connection& connection, const fs::path& shop,
                                         const common::Moment& now, const Progress& progress) {
     const auto folders = database::backup_folders(connection);
-    if (folders.empty()) return {};  // and perhaps no table for the notes
+    if (folders.empty()) return {};  // there may be no table for the notes either
     std::vector<Outcome> outcomes;
     std::string failed;
     bool made = false;

@@ -17,19 +17,19 @@ namespace backup {
 std::string name_at(std::string_view prefix, const common::Moment& moment);
 inline constexpr std::string_view automatic_prefix = "shop-auto-";
 
-// Which of these copies, named by name_at(), are too many: kept are the newest of each of the last 7 days, 4
-// weeks and 12 months that have one. Other names are never too many.
+// The copies (named by name_at()) that can be deleted: kept are the newest of each of the last 7 days, 4
+// weeks and 12 months that have one. Other names are never returned.
 std::vector<std::string> superfluous(std::vector<std::string> names, std::string_view prefix);
 
-// What one folder got: the copy, or why there is none.
+// The outcome for one folder: the copy, or why there is none.
 struct Outcome {
     std::filesystem::path file;
     Copy copy;
     std::string failure;
 };
 
-// Copies the shop into each of its folders, thins out the older copies there and notes in the shop when it
-// was copied last and where it could not be.
+// Copies the shop into each of its folders, thins out the older copies there, and notes in the shop when it
+// was last copied and which folders failed.
 std::vector<Outcome> back_up_to_folders(database::Connection& connection, const std::filesystem::path& shop,
                                         const common::Moment& now, const Progress& progress = {});
 
@@ -40,7 +40,8 @@ struct State {
 // Nothing if the shop is on a server or names no folder.
 std::optional<State> state_of(database::Connection& connection);
 
-// The same for the cashier: how old the last copy is, and where there is none; empty if it is everywhere.
+// The state in words for the cashier: how old the last copy is, and which folders failed; the second is empty
+// if none did.
 std::string age_words(const State& state, const common::Date& today);
 std::string failure_words(const State& state);
 

@@ -155,13 +155,13 @@ Copy back_up(const fs::path& shop, const fs::path& target, const Progress& progr
     } else if (access(into.c_str(), W_OK) != 0) {
         throw Error("the folder " + into.string() + " may not be written by this user");
     }
-    // Two tills of a machine may make a copy of one name.
+    // Two tills of a machine may make a copy with the same name.
     const TemporaryShop copy(target.string() + ".making-" + std::to_string(getpid()));
     {
         const File source = open_file(shop, SQLITE_OPEN_READONLY);
         const File made = open_target(copy.path());
         copy_pages(source.get(), made.get(), "backup", progress);
-        // Whoever goes back to an earlier version restores the copy with that one.
+        // An earlier version must be able to restore the copy.
         try {
             database::embedded::drop_name_indexes(made.get());
         } catch (const database::Error& error) {

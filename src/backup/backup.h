@@ -12,7 +12,7 @@
 
 namespace backup {
 
-// Why a copy was not made or not put back, and what to do. Nothing is left half done.
+// Why a copy was not made or put back, and what to do. Nothing is left half done.
 class Error : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -42,7 +42,8 @@ Copy put_back(const std::filesystem::path& backup, const std::filesystem::path& 
 // Deletes all but the newest of a folder's copies whose names begin with `prefix` and go on with their time.
 void keep_newest(const std::filesystem::path& folder, std::string_view prefix, std::size_t how_many);
 
-// How many sales a file holds. Throws Error with the file's name if the file is empty, damaged or not a shop.
+// Checks a file and returns how many sales it holds. Throws Error with the file's name if the file is empty,
+// damaged or not a shop.
 std::int64_t check_copy(const std::filesystem::path& file);
 
 }  // namespace backup

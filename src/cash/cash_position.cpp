@@ -28,7 +28,7 @@ struct Removal {
     Amount position;
     Amount leave;
     std::string until;           // the moment of the position
-    std::optional<Amount> held;  // now, where `leave` is to stay whatever the drawer held at that moment
+    std::optional<Amount> held;  // the cash now, if `leave` must stay of that
 };
 
 // The main drawer of the main store, where cash is collected.
@@ -39,16 +39,17 @@ void ask_main_drawer(Reads& reads, std::optional<Drawer>& main) {
     });
 }
 
-// What has left a drawer at or after the moment of its position, which does not see those transfers: each is
-// stamped with the time of writing, and two shift changes would otherwise transfer the same cash twice.
+// The transfers out of a drawer at or after the moment of its position, which does not include them: a
+// transfer carries the time of its writing. Without them two shift changes would transfer the same cash
+// twice.
 void ask_moved_since(Reads& reads, const Removal& removal, Amount& moved) {
     ask_sums(reads, left_drawer, removal.drawer,
              {removal.until, common::moment_text({common::no_expiry, {}}), {}},
              [&moved](const std::vector<Sum>& sums) { moved = -total_of(sums); });
 }
 
-// What there is to transfer: nothing from the main drawer itself, from a position of zero or less, or if the
-// drawer holds no more than what stays in it.
+// The amount to transfer. Nothing from the main drawer itself, from a position of zero or less, or from a
+// drawer that holds no more than what stays in it.
 Amount removable(const std::optional<Drawer>& main, const Removal& removal, Amount moved) {
     if (!main || removal.drawer == *main || removal.position <= Amount()) return {};
     const Amount left = removal.position - moved;
@@ -77,8 +78,8 @@ std::optional<CashTransfer> transfer_of(const signin::Session& session, common::
         session.user_code, clock.now()};
 }
 
-// The moment up to which a copy counts. The copy of shiftc takes the shift that started last in any store and
-// drops the seconds.
+// The moment up to which a copy counts. The copy of shiftc takes the shift that started last in any store,
+// without the seconds.
 void ask_calc_moment(Reads& reads, std::int64_t store, CalcCopy copy, std::string& moment) {
     const auto take = [&moment, copy](const Result& shifts) {
         if (shifts.empty()) return;
@@ -275,7 +276,7 @@ std::vector<DrawerPosition> calc_cash(database::Connection& connection, const si
         }
         Removal removal{{own.store, drawer.drawer}, drawer.name, drawer.position, {}, moment, {}};
         if (removal.drawer == own && !leave.is_zero()) {
-            // The moment may be long past, as the newest shift is often that of another drawer.
+            // The moment may be long past, because the newest shift is often that of another drawer.
             removal.leave = leave;
             removal.held = held;
         }
@@ -286,7 +287,7 @@ std::vector<DrawerPosition> calc_cash(database::Connection& connection, const si
     bool may_empty_others = true;
     if (!others.empty()) {
         connection.make_durable();  // the shift has begun, whatever the answer and however long it takes
-        // No unless it is meant: a colleague may still work on one of them.
+        // The default is No, because a colleague may still work on one of them.
         may_empty_others = services.prompts.question(
             std::string(message::others_emptied) + others + std::string(message::others_question),
             common::Icon::exclamation);

@@ -17,9 +17,9 @@ namespace cash {
 
 // The discounts on a period's cash invoices, those on returns subtracted.
 struct InvoiceDiscounts {
-    // Those that the position does not contain any more; nothing in a shop without the day net_from.
+    // The discounts already taken off the position; nothing in a shop without the day net_from.
     std::optional<common::Amount> taken_off;
-    // Those that the position still contains, so that a right count is this much short of it.
+    // The discounts that the position still contains: a correct count falls short of it by this much.
     common::Amount beside;
 };
 
@@ -70,7 +70,7 @@ class CashPosition {
     // The transfer of what a drawer holds above zero, less `leave`, to the main drawer; nothing if there is
     // nothing to transfer. The main drawer itself is never emptied.
     std::optional<CashTransfer> transfer_from(std::int64_t drawer, common::Amount leave) const;
-    // Makes this transfer from one drawer, or from every drawer if `drawer` is 0.
+    // Makes this transfer from one drawer, or from all drawers if `drawer` is 0.
     void move(common::Amount leave, std::int64_t drawer);
 
     const std::vector<DrawerPosition>& drawers() const { return drawers_; }

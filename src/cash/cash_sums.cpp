@@ -325,7 +325,7 @@ class Filler {
     const Window& window_;
 };
 
-// A shop that counts drawers with the invoice discounts has no sum of them.
+// A shop that counts drawers with the invoice discounts does not sum them.
 bool applies(const SumStatement& statement, const Window& window) {
     return window.net_from || statement.text.text().find("{net_from}") == std::string_view::npos;
 }

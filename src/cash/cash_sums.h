@@ -80,7 +80,7 @@ struct Procedure {
 };
 extern const Procedure store_wide;           // the position: strictly before the end
 extern const Procedure shift_period;         // figures of a shift: after the start up to the end
-extern const Procedure discount_period;      // discounts as the position's: from the start on, before the end
+extern const Procedure discount_period;      // discounts like the position: from the start on, before the end
 extern const Procedure left_drawer;          // transfers out of a drawer: from the start on, before the end
 extern const Procedure calc_of_shift_close;  // calc_cash of shift2s: strictly before the end
 extern const Procedure calc_of_shift_start;  // calc_cash of shiftc: likewise
@@ -91,8 +91,8 @@ extern const Procedure statement_day;            // its own sums: after the star
 struct Window {
     std::string from;  // unused by procedures that count from the beginning
     std::string until;
-    // The day from which on a drawer's cash is counted without the invoice discounts (database::net_from);
-    // nothing in a shop that counts it with them.
+    // From this day on a drawer's cash is counted without the invoice discounts (database::net_from); nothing
+    // in a shop that counts it with them.
     std::optional<common::Date> net_from;
 };
 // Up to a moment, for the procedures that count from the beginning.
@@ -110,10 +110,10 @@ std::vector<Sum> read_sums(database::Connection& connection, const Procedure& pr
                            const Window& window);
 void ask_sums(database::Reads& reads, const Procedure& procedure, const Drawer& drawer, const Window& window,
               std::function<void(const std::vector<Sum>& sums)> take);
-// What they come to: the drawer's cash.
+// Their total: the drawer's cash.
 common::Amount total_of(const std::vector<Sum>& sums);
 
-// Whether the procedure sums a movement in this window.
+// Returns true if the procedure sums a movement in this window.
 bool is_summed(const Procedure& procedure, Movement movement, const Window& window);
 // Reads the rows that the sum of a movement counts, whole: the same statement with "*" in place of its sums.
 database::Sql rows_statement(const Procedure& procedure, Movement movement, const Drawer& drawer,

@@ -57,7 +57,7 @@ void CountedCash::choose_day(const common::Date& day) {
 }
 
 void CountedCash::refresh() {
-    // Strictly before the next midnight: the whole of the day, its last second included.
+    // Strictly before the next midnight, so the last second of the day is included.
     const common::Moment start{day_, {}};
     const common::Moment end{common::add_days(day_, 1), {}};
     CashPosition computed(connection_, session_, services_.clock);
@@ -77,8 +77,8 @@ void CountedCash::refresh() {
     expected_ = position_ - (count_ ? count_->difference : common::Amount());
 }
 
-// The row holds the difference and the time; what was counted is the position at that time, the difference
-// included. If it was recorded on a later day, or without a time, it counted the whole day.
+// The row holds the difference and the time; the counted cash is the position at that time, including the
+// difference. A count recorded on a later day, or without a time, covered the whole day.
 CountedCash::Count CountedCash::read_count(const database::Row& row) const {
     Count count;
     count.difference = common::Amount(row.number("aml"));
@@ -95,7 +95,7 @@ CountedCash::Count CountedCash::read_count(const database::Row& row) const {
     return count;
 }
 
-// A drawer's own cashier need not know of a count that somebody else recorded.
+// A drawer's own cashier may not know about a count that somebody else recorded, so it is logged.
 void CountedCash::log_count(common::Amount amount) const {
     if (store_ == session_.store_code && drawer_ == session_.cash_point) return;
     services_.log.log_event("count of drawer " + std::to_string(drawer_) + " of store " +
@@ -116,7 +116,7 @@ std::optional<common::Refusal> CountedCash::confirm() {
     if (!contains(database::load_drawers(connection_, store_), drawer_))
         return refuse(common::message::no_such_drawer);
 
-    // The cashier has agreed to the difference that he sees.
+    // The cashier has agreed to the difference that is on the screen.
     const common::Amount seen = expected_;
     refresh();
     if (expected_ != seen) return refuse(message::expected_changed);

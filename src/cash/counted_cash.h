@@ -1,5 +1,5 @@
-// The cash panel of the sales screen: a drawer's expected cash on a day, and the counted cash that makes a
-// surplus or a shortage of it.
+// The cash panel of the sales screen: a drawer's expected cash on a day, and the counted cash, from which a
+// surplus or a shortage follows.
 #pragma once
 
 #include <cstdint>
@@ -56,7 +56,7 @@ class CountedCash {
         std::optional<common::Moment> at;
     };
     const std::optional<Count>& count() const { return count_; }
-    // The shop has drawers counted without knowing, and this one is not counted yet on this day.
+    // Returns true if the shop counts drawers blindly and this one is not counted yet on this day.
     bool hides_expected() const { return is_blind_ && !count_; }
     // The cash position, with the surplus or shortage.
     common::Amount position() const { return position_; }

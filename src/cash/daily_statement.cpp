@@ -144,10 +144,10 @@ Sql count_of(const Source& source, const common::Date& day) {
            " <= " + quoted(common::Moment{day, {23, 59, 59, 0}}) + source.condition;
 }
 
-// The conditions under which a store's code is none of the shop's (there is at least one), as ranges between
-// their codes: an index of the movements by store then finds that there are none, without reading those of a
-// million invoices. No row meets two of them. An expression may not be nested deeper than the engines allow,
-// so each holds so many ranges.
+// Conditions for a store code that is none of the shop's (which has at least one store), as ranges between
+// their codes: an index of the movements by store can then answer without reading a million invoices. No row
+// meets two of them. Each holds a limited number of ranges, because the engines limit the nesting of
+// expressions.
 std::vector<Sql> unknown_stores(const Source& source, const std::vector<std::int64_t>& stores) {
     constexpr std::size_t most_ranges = 200;
     std::vector<Sql> conditions = {Sql(source.store) + " is null or " + source.store + " < " +

@@ -18,7 +18,7 @@
 
 namespace cash {
 
-// The journal: the invoices of a day, of which a filter leaves some out.
+// The journal lists the invoices of a day that pass a filter.
 enum class JournalFilter { all, cash_sales, account_sales, cash_returns, account_returns };
 extern const std::array<std::string_view, 5> journal_filters;  // their names, in order
 

@@ -1,4 +1,4 @@
-// What may explain a difference in a drawer: movements of its shift with the same amount, or half of it.
+// What may explain a difference in a drawer: movements of its shift with the same amount or half of it.
 #pragma once
 
 #include <map>

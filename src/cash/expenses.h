@@ -36,7 +36,7 @@ class Expenses {
 
     // Reads the lists; an expense of the workstation's store and drawer, today, "0.00".
     void open();
-    // Reads the store's drawers, none of which is chosen then. The store chosen already changes nothing.
+    // Reads the store's drawers; none of them is chosen. Choosing the same store again changes nothing.
     void choose_store(std::optional<std::int64_t> store);
     // Likewise the sub headings of a main heading.
     void choose_main_heading(std::optional<std::int64_t> heading);

@@ -42,7 +42,7 @@ constexpr SummedFigure summed_figures[] = {
     {Figure::returned_discounts, Movement::returned_discounts},
 };
 
-// The headings of the figures that are not a movement's sum, or not the whole of it.
+// The headings of figures that are not a movement's sum, or only a part of it.
 struct OwnHeading {
     Figure figure;
     std::string_view text;
@@ -67,7 +67,7 @@ std::array<std::string_view, figure_count> all_headings() {
     return headings;
 }
 
-// A figure that is made of others. One that is a part of another comes before it.
+// A figure that is made from others. A figure comes before those that contain it.
 struct MadeFigure {
     Figure figure;
     Figure part;

@@ -17,15 +17,16 @@ class HandOver {
     // Begins the count of the workstation's drawer in its open shift.
     void open(const Shift& shift);
     const common::Denominations& denominations() const { return denominations_; }
-    // What the drawer should hold; nothing before the comparison in a shop that counts without knowing.
+    // What the drawer should hold; nothing before the comparison in a shop that counts blindly.
     std::optional<common::Amount> expected() const;
 
     DrawerCount count;
 
-    // Computes the expected cash at this moment and what may explain the difference to the count. Where the
-    // count is made without knowing, the till's journal notes it, since it could be made again to fit.
+    // Computes the expected cash at this moment and what may explain the difference to the count. In a shop
+    // that counts blindly the till's journal notes the comparison, because the count could be repeated to
+    // fit.
     void compare();
-    // Counts again: what was compared is forgotten.
+    // Begins another count: the comparison is forgotten.
     void count_again() { compared_ = false; }
     bool is_compared() const { return compared_; }
     common::Amount difference() const { return count.total() - position_.position; }

@@ -19,7 +19,7 @@ using database::Result;
 using database::Sql;
 
 Sql last_shift_statement(std::int64_t store, std::int64_t drawer) {
-    // The end is null while a shift is open, and nulls come first.
+    // The end is null while a shift is open, and nulls sort first.
     return Sql("select top 1 * FROM shift  where stcode = ") + store + " and cash_no = " + drawer +
            "  Order By scode desc, e_date";
 }
@@ -61,8 +61,8 @@ Refusal refuse(std::string_view field, std::string_view text) {
     return {field, std::string(text)};
 }
 
-// Refuses a moment that is too early and names the first possible one. It is marked to be laid out left to
-// right, or its halves would change places in the Arabic line.
+// Refuses a moment that is too early and names the first possible one. The moment is marked as left to right,
+// or its halves would change places in the Arabic line.
 Refusal too_early(std::string_view text, const common::Moment& first) {
     return {time_field, std::string(text) + std::string(message::not_before) + "\u202a" +
                             common::moment_text(first) + "\u202c"};
@@ -225,7 +225,7 @@ std::optional<Refusal> ShiftStart::write(const ShiftToSave& save) {
     return refuse(worker_field, message::started_elsewhere);
 }
 
-// Told before the first row is written, so that no crash can part the two.
+// Notes the change before the first row is written, so that a crash cannot leave a change without its note.
 void ShiftStart::note(const ShiftToSave& save) const {
     using audit::Kind;
     if (save.closed) {

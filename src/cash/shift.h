@@ -60,9 +60,9 @@ class ShiftStart {
     // somebody decides to hand in is moved. Refused if the workstation's drawer does not exist.
     std::optional<common::Refusal> open();
 
-    // Starts a shift by the entry, closing the one before if it is open, and opens the form afresh. Writes
-    // nothing if it is refused, except when another workstation starts the same shift at this very moment:
-    // then only the one before is closed.
+    // Starts a shift according to the entry, closes the one before if it is open, and opens the form afresh.
+    // Writes nothing if it is refused, except if another workstation starts the same shift at that very
+    // moment: then only the one before is closed.
     std::optional<common::Refusal> start();
 
     ShiftEntry entry;
@@ -71,13 +71,13 @@ class ShiftStart {
     std::int64_t next_number() const { return next_number_; }
     const std::optional<Shift>& last_shift() const { return last_; }
     bool is_in_shift() const { return last_ && last_->is_open(); }
-    // Who has the last shift.
+    // The worker of the last shift.
     const std::string& last_worker() const { return last_worker_; }
     // Invoice discounts of the open shift; 0 between shifts.
     const InvoiceDiscounts& discounts() const { return discounts_; }
 
-    // The report of the shift that the last action closed, also one that it only finished to close, if the
-    // settings want it printed.
+    // The report of the shift that the last action closed, or finished closing, if the settings want it
+    // printed.
     const std::optional<ShiftReport>& report() const { return report_; }
 
   protected:
@@ -92,7 +92,7 @@ class ShiftStart {
         : connection_(connection), session_(session), services_(services), copy_(copy) {}
 
     Drawer own_drawer() const { return {session_.store_code, session_.cash_point}; }
-    // Reads the last shift with its worker, the next number, and the drawers that there are.
+    // Reads the last shift with its worker, the next number, and the existing drawers.
     void read_last_shift();
     void ask_last_shift(database::Reads& reads);
     void ask_worker(database::Reads& reads);

@@ -44,7 +44,7 @@ std::string log_name_of(const JournalEntry& entry) {
     return log_name(read_save(entry));
 }
 
-// The rows of one shift: usually one; more if workstations with the same number started it at the same
+// The rows of one shift: usually one, more if workstations with the same drawer started it at the same
 // moment.
 Sql rows_of(const Drawer& drawer, std::int64_t number) {
     return Sql(" from shift where stcode = ") + drawer.store + " and cash_no = " + drawer.code +

@@ -26,7 +26,7 @@ struct ShiftBegin {
     common::Moment at;
     std::int64_t worker = 0;
 };
-// Everything that the rows are made of.
+// Everything that the rows are made from.
 struct ShiftToSave {
     Drawer drawer;
     std::optional<ShiftEnd> closed;

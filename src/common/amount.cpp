@@ -13,8 +13,8 @@ namespace {
 constexpr int exact_decimals = 7;    // of a quantity with three times a price with four
 constexpr double exact_scale = 1e7;  // the same
 
-// The hundredths of a number that is small enough to be scaled without an error that matters; nothing if its
-// seventh decimal is in doubt all the same.
+// The hundredths of a number that can be scaled without a significant error; nothing if its seventh decimal
+// is in doubt.
 std::optional<std::int64_t> hundredths_of(double computed) {
     constexpr double small = 1e6;
     constexpr double doubt = 0.01;

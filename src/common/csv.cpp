@@ -83,7 +83,7 @@ bool looks_like_formula(std::string_view cell) {
     if (cell.empty()) return false;
     const char first = cell.front();
     if (first == '=' || first == '@' || first == '\t' || first == '\r') return true;
-    if (cell.back() == '%') cell.remove_suffix(1);  // a percent is a number as well
+    if (cell.back() == '%') cell.remove_suffix(1);  // a percentage is a number too
     return (first == '-' || first == '+') && !parse_number(cell);
 }
 

@@ -42,7 +42,7 @@ class Reader {
             ++n;
         return n;
     }
-    // Reads `count` digits as a number. There must be so many (see digits()).
+    // Reads `count` digits as a number. There must be at least that many (see digits()).
     int number(std::size_t count) {
         int value = 0;
         for (const char c : rest_.substr(0, count))

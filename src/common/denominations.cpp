@@ -11,16 +11,16 @@ namespace common {
 namespace {
 
 constexpr std::size_t most_denominations = 12;
-// More than these nobody counts out for an amount that a button shows.
+// Nobody counts out more pieces than these for an amount on a button.
 constexpr std::int64_t most_pieces = 20;
 
-// The pieces of a sum of notes that covers an amount, and the sum.
+// A sum of notes that covers an amount, and the number of its pieces.
 struct Handed {
     std::int64_t pieces = 0;
     Amount sum;
 };
 
-// Pays with the notes above the one at `last` as far as they go, and covers what is left with that one.
+// Pays with notes above the one at `last` as far as they fit, and covers the rest with that one.
 Handed hand_over(Amount net, const Denominations& denominations, std::size_t last) {
     Handed handed;
     std::int64_t left = net.hundredths();

@@ -1,4 +1,4 @@
-// The notes and coins of the currency, and the sums that a customer hands over of them.
+// The notes and coins of the currency, and the sums that a customer is likely to hand over.
 #pragma once
 
 #include <optional>
@@ -13,7 +13,7 @@ namespace common {
 // The values of the notes and coins, the largest first, each once.
 using Denominations = std::vector<Amount>;
 
-// Those of the pound; amount_in_words.h has its name and its parts.
+// The notes and coins of the pound; its name and parts are in amount_in_words.h.
 const Denominations& default_denominations();
 
 // Reads values with blanks between them in any order. Returns nothing if one is no amount above 0, or if

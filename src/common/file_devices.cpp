@@ -107,7 +107,7 @@ void FileDevices::advance(Line& line) {
     }
 }
 
-// What waits behind it would fail too. A drawer must not open later, when nobody expects it.
+// Documents waiting behind it would fail too. A drawer must not open later, when nobody expects it.
 void FileDevices::fail(Line& line, PortFault fault) {
     for (Job& job : line.jobs) {
         if (job.document.title.empty()) continue;

@@ -1,4 +1,4 @@
-// Files of the system, opened so that nothing blocks, read whole and replaced whole.
+// Files of the system, opened without blocking, read whole and replaced whole.
 #pragma once
 
 #include <chrono>
@@ -44,10 +44,10 @@ bool append_to_file(const std::filesystem::path& file, std::string_view bytes);
 
 // The mode of a file with a shop's data: its owner and group use it, nobody else reads it.
 inline constexpr unsigned shop_file_mode = 0660;
-// Gives files that this process makes from now on that mode, and folders the same, whatever the umask was.
+// From now on the files and folders that this process makes get that mode, whatever the umask was.
 void keep_files_from_others();
 
-// Waits until a file or folder is on the disk. Returns false if that fails.
+// Waits until a file or folder has reached the disk. Returns false if that fails.
 bool sync_file(const std::filesystem::path& file);
 
 }  // namespace common

@@ -66,8 +66,8 @@ struct FormField {
 template <typename Values>
 using FormTable = std::span<const FormField<Values>>;
 
-// The way in and out of a member. Not inlined, because GCC 12 then warns of text members that the struct
-// lacks.
+// Reading and setting a member. Not inlined, because GCC 12 would then warn about text members that the
+// struct lacks.
 //
 // The value of a field; std::monostate for a field without a member.
 template <typename Values>

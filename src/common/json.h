@@ -19,8 +19,8 @@
 #include "common/amount.h"
 #include "common/date_time.h"
 
-// In the structure's own namespace. A field that a text lacks keeps the structure's default, so fields that
-// have it are left out.
+// In the structure's own namespace. A field missing from a text keeps the structure's default, so fields with
+// their default are left out.
 #define TALLVEX_JSON(Type, ...)                                                    \
     inline void write_json(common::JsonWriter& to, const Type& from) {             \
         static const Type plain{};                                                 \
@@ -104,7 +104,7 @@ class JsonWriter {
     }
     void begin_object() { begin('{'); }
     void end_object() { end('}'); }
-    // A field of a structure, unless it is as in a new one.
+    // A field of a structure, unless it has its default value.
     template <typename T>
     void field(std::string_view name, const T& from, const T& plain) {
         if (is_plain(from, plain) || is_left_out(name)) return;
@@ -151,7 +151,7 @@ std::string json_text(const T& value) {
     writer.value(value);
     return writer.text();
 }
-// Throws std::exception for a text that holds no such value.
+// Throws std::exception if the text does not hold such a value.
 template <typename T>
 T from_json_text(std::string_view text) {
     return nlohmann::json::parse(text).get<T>();
@@ -172,7 +172,7 @@ inline void from_json(const nlohmann::json& from, Amount& to) {
 
 namespace nlohmann {
 
-// Nothing is null.
+// An empty optional is null.
 template <typename T>
 struct adl_serializer<std::optional<T>> {
     static void from_json(const json& from, std::optional<T>& to) {

@@ -14,7 +14,7 @@ std::filesystem::path screen_file(const std::filesystem::path& program_folder, s
 
 using NamedValues = std::map<std::string, std::string, std::less<>>;
 
-// The values of a file; none if it is missing or cannot be read. Lines that are no pair are passed over.
+// The values of a file; none if it is missing or cannot be read. Lines that are not pairs are skipped.
 NamedValues read_named_values(const std::filesystem::path& file);
 // Replaces the file. Throws std::system_error if it cannot be written; the one before then stays.
 void keep_named_values(const std::filesystem::path& file, const NamedValues& values);

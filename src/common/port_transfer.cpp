@@ -48,7 +48,7 @@ bool is_pipe(int descriptor) {
     return fstat(descriptor, &form) == 0 && S_ISFIFO(form.st_mode);
 }
 
-// What lies in a pipe is read back.
+// Reads back what is left in a pipe, so that nobody else gets it.
 void empty_pipe(int descriptor) {
     const std::string self = "/proc/self/fd/" + std::to_string(descriptor);
     const Descriptor reader(open(self.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
@@ -87,8 +87,8 @@ PortTransfer::State PortTransfer::fail(PortFault fault) {
     return State::failed;
 }
 
-// The bytes that are written but lie with the system. A USB printer does not say how many, only that it has
-// not taken the last ones; closing its port then would lose them.
+// The bytes that are written but still buffered by the system. A USB printer does not report how many, only
+// that it has not taken the last ones; closing its port would lose them.
 std::size_t PortTransfer::waiting() const {
     int count = 0;
     if (isatty(port_.get()) != 0) {

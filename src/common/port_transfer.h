@@ -9,7 +9,7 @@
 
 namespace common {
 
-// A port is slow as long as it takes bytes, and has failed when it takes none for this time.
+// A port that still takes bytes is slow; one that takes none for this long has failed.
 inline constexpr auto port_patience = std::chrono::seconds(3);
 
 class PortTransfer {

@@ -51,7 +51,8 @@ bool is_open_here(const struct stat& file) {
     return false;
 }
 
-// "com10", "lpt", "prn": a device under DOS, as a mistyped port is; not those in the table.
+// Returns true for DOS device names that are not in the table ("com10", "lpt", "prn"), for example a mistyped
+// port.
 bool is_dos_device(std::string_view name) {
     if (name.ends_with(':')) name.remove_suffix(1);
     const std::string plain = lower_ascii(name);
@@ -62,7 +63,7 @@ bool is_dos_device(std::string_view name) {
            plain.find_first_not_of("0123456789", 3) == plain.npos;
 }
 
-// A name of the DOS kind must not become a file of that name.
+// A DOS name must not become a file of that name.
 PortFault fault_of_name(std::string_view port) {
     const std::string_view name = trim(port);
     if (name.starts_with("\\\\")) return PortFault::shared_printer;
@@ -83,9 +84,9 @@ bool is_beside_database(const fs::path& path) {
     return ends_in(path, std::array<std::string_view, 3>{"-wal", "-shm", "-journal"});
 }
 
-// Whether receipts may make a file of this name, or fill an empty one. Under /dev a file in place of a
-// missing printer would swallow receipts, and so would one in the shop's folder that a mistyped port name
-// makes.
+// Decides whether receipts may create a file of this name or fill an empty one. Under /dev, a file in place
+// of a missing printer would swallow receipts; so would a file in the shop's folder that a mistyped port name
+// creates.
 PortFault fault_of_new_file(const fs::path& path, const fs::path& folder) {
     std::error_code failed;
     const fs::path parent = fs::weakly_canonical(path.has_parent_path() ? path.parent_path() : ".", failed);
@@ -107,7 +108,7 @@ bool is_device(const struct stat& form) {
     return major(form.st_rdev) != memory || minor(form.st_rdev) == null || minor(form.st_rdev) == full;
 }
 
-// Judges a path without opening it. `form` is what stands there; its mode is 0 if nothing does.
+// Judges a path without opening it. `form` describes what is there; its mode is 0 if there is nothing.
 PortFault fault_before_opening(const fs::path& path, const fs::path& folder, struct stat& form) {
     form = {};
     if (stat(path.c_str(), &form) != 0) {
@@ -147,7 +148,7 @@ PortFault fault_after_opening(const Descriptor& file, const struct stat& judged)
 
 constexpr int quietly = O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 
-// A new file is created only if nothing stands there, not even a link that leads nowhere.
+// A new file is created only if nothing is there, not even a dangling link.
 int open_as_port(const fs::path& path, const struct stat& judged) {
     if (judged.st_mode == 0) return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | quietly, shop_file_mode);
     return open(path.c_str(), (S_ISREG(judged.st_mode) ? O_RDWR | O_APPEND : O_WRONLY) | quietly);

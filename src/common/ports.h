@@ -31,7 +31,8 @@ inline constexpr std::string_view drawer_bell = "\x07";
 // "\\") are never files. Relative paths start from `folder`. Writes nothing.
 PortFault port_fault(std::string_view port, const std::filesystem::path& folder);
 
-// What stands behind a port, whatever name leads to it; and whether two ports lead to the same.
+// The file or device behind a port, by whatever name it is called; and whether two ports lead to the same
+// one.
 std::filesystem::path port_place(std::string_view port, const std::filesystem::path& folder);
 bool is_same_port(std::string_view one, std::string_view other, const std::filesystem::path& folder);
 
@@ -42,7 +43,7 @@ struct OpenedPort {
 };
 OpenedPort open_port(std::string_view port, const std::filesystem::path& folder);
 
-// What an error number of the system says of a port.
+// The fault of a port for an error number of the system.
 PortFault fault_of(int error);
 
 // Whether this program has a regular file open, its own database for example.

@@ -1,4 +1,4 @@
-// Numbers drawn by chance, from the system's own source.
+// Random numbers from the system's own source.
 #pragma once
 
 #include <cstddef>
@@ -7,10 +7,10 @@
 
 namespace common {
 
-// A number from 1 to `highest`, each as likely as any other.
+// A number from 1 to `highest`, all equally likely.
 std::int64_t random_number(std::int64_t highest);
 
-// An id that tills need not agree on. It is whole in a double and on the safe side of bigint.
+// An id that tills draw without asking each other. A double holds it exactly, and it fits a bigint.
 std::int64_t random_id();
 
 // A text of decimal digits.

@@ -1,5 +1,5 @@
-// Which letters a search treats as alike, because people do not tell them apart when they type: the alefs, ta
-// marbuta and ha, ya and alef maqsura, the digits of all scripts, capitals and small letters. Tashkeel and
+// Which letters a search treats as alike, because people do not distinguish them when they type: the alefs,
+// ta marbuta and ha, ya and alef maqsura, the digits of all scripts, capitals and small letters. Tashkeel and
 // tatweel are ignored. (Conditions of statements: database/name_search.h.)
 #pragma once
 
@@ -10,7 +10,7 @@
 namespace common {
 
 // A text with one letter for all that are alike, and without marks. The shop's file holds an index of such
-// texts: whoever changes what this gives must rename that index (database/embedded/indexes.cpp).
+// texts: whoever changes the result must rename that index (database/embedded/indexes.cpp).
 std::string folded(std::string_view text);
 
 // One character in lower case: Latin, Greek and Cyrillic letters; Arabic has no case.
@@ -29,7 +29,7 @@ bool is_mark(char32_t character);
 std::vector<std::string> search_words(std::string_view typed);
 // Whether a folded text contains every word, in any order.
 bool contains_words(std::string_view folded_text, const std::vector<std::string>& words);
-// Whether every word begins a word of a folded text; the article before it counts for nothing.
+// Whether every word begins a word of a folded text; an article before that word is ignored.
 bool begins_words(std::string_view folded_text, const std::vector<std::string>& words);
 
 }  // namespace common

@@ -1,4 +1,4 @@
-// What logic may use of the world outside the database.
+// The interfaces through which logic uses the world outside the database.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@
 
 namespace common {
 
-// Why a port took nothing, or not everything.
+// Why a port took none or only part of the bytes.
 enum class PortFault {
     none,
     missing,         // there is no such device or folder
@@ -35,7 +35,7 @@ struct PortDocument {
     PortFault fault = PortFault::none;
 };
 
-// Documents on their way to the ports, and documents that the ports have not taken, the oldest first.
+// Documents that are being sent to the ports, and documents that failed, the oldest first.
 struct PortReport {
     std::vector<PortDocument> under_way;
     std::vector<PortDocument> failed;
@@ -58,7 +58,7 @@ class Devices {
     virtual void send_again() {}
     // Drops the documents that failed.
     virtual void forget_failed() {}
-    // Drops them and those that are not out yet.
+    // Drops them and the documents that are still being sent.
     virtual void forget_unsent() {}
 };
 

@@ -20,9 +20,9 @@ std::string right(std::string_view text, std::size_t characters);
 std::size_t column_width(std::string_view text);
 std::string cut_to_column(std::string_view text, std::size_t width);
 
-// The text without control characters and without the marks that turn the direction of what follows: it can
-// neither move a terminal's cursor nor make one name look like another. Joiners stay, because Arabic needs
-// them.
+// The text without control characters and without marks that change the direction of what follows, so that it
+// can neither move a terminal's cursor nor make one name look like another. Joiners stay, because Arabic
+// needs them.
 std::string printable(std::string_view text);
 
 // Converts between UTF-8 and code points. Malformed bytes become U+FFFD.

@@ -25,8 +25,8 @@ struct TypedNumber {
     std::string_view refusal;  // why it was refused, for the cashier; empty if it is good
     bool is_good() const { return refusal.empty(); }
 };
-// A number of 0 or more: a quantity, a price, a discount. A comma and a minus are refused with a reason of
-// their own, anything else that is not a number with `wrong`.
+// A number of 0 or more: a quantity, a price, a discount. A comma or a minus is refused with its own reason,
+// anything else that is not a number with `wrong`.
 TypedNumber read_number(std::string_view text, std::string_view wrong);
 
 struct TypedAmount {

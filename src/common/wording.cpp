@@ -13,7 +13,7 @@ bool is_digit(char32_t character) {
     return character >= U'0' && character <= U'9';
 }
 
-// What a number may follow directly, marks of direction apart.
+// The characters that may directly precede a number, apart from direction marks.
 bool may_precede_number(char32_t character) {
     return character <= U' ' || std::u32string_view(U"([{:=،\u200F\u202A\u202B\u00A0").find(character) !=
                                     std::u32string_view::npos;

@@ -1,4 +1,4 @@
-// How numbers stand in Arabic sentences: the form of the noun behind a count, the place of a minus.
+// Numbers in Arabic sentences: the form of the noun after a count, and the place of a minus.
 #pragma once
 
 #include <string>

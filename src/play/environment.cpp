@@ -134,7 +134,7 @@ std::vector<database::Connection::Outcome> PlayConnection::run_all(
     return outcomes;
 }
 
-// The server's time is the play's.
+// The server's time is that of the play.
 database::Connection::Outcome PlayConnection::by_clock(std::string_view statement, Outcome outcome) {
     if (statement == "select getdate()") {
         auto columns = std::make_shared<const database::Columns>(std::vector<std::string>{""});

@@ -48,7 +48,8 @@ class PlayDevices final : public common::Devices {
     void empty(std::string_view port) const;
     // Makes writing to a port fail from now on, or work again.
     void set_missing(std::string_view port, bool missing) const;
-    // Makes a port with a DOS name a printer that takes so many bytes a second from now on; none if it is 0.
+    // From now on a port with a DOS name is a printer that takes so many bytes a second; with 0 it takes
+    // none.
     void set_speed(const std::string& port, int bytes_a_second);
 
   private:

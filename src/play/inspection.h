@@ -1,4 +1,4 @@
-// Inspects a screen: what is hard to read, and what cannot be reached with the keyboard.
+// Inspects a screen for what is hard to read and for what the keyboard cannot reach.
 #pragma once
 
 #include <QRect>

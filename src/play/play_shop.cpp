@@ -65,7 +65,7 @@ void PlayShop::set_up(const std::string& kind) {
     if (server_) move_to_server();
 }
 
-// A shop whose database is elsewhere is refused: the play would write to it.
+// Refuses a shop whose database is elsewhere, because the play would write to it.
 void PlayShop::copy_from(const fs::path& source) {
     const auto place = startup::read_connection_file(source);
     if (!shop::is_embedded(place) || place.database != shop_file)

@@ -179,7 +179,7 @@ void Player::start_program() {
         environment.program_folder = shop_.folder();
         environment.working_folder = shop_.folder();
         environment.open = [this, &link](const std::string& text, const std::filesystem::path& folder) {
-            // On a server the till waits less long than in a shop.
+            // On a server the till of a play does not wait as long as a real one.
             constexpr database::Patience patience_of_plays{2, 4};
             const bool on_server = settings_.server && text.find("Data Source=embedded") == text.npos;
             auto opened = on_server ? database::open_sqlserver(text, patience_of_plays)

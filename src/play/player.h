@@ -115,7 +115,7 @@ class Player : public QObject {
     struct Verb {
         Progress (Player::*action)(const Step&);
         bool while_box_is_open = false;  // others fail a play on a box that no step expects
-        bool counts_no_keys = false;     // it does what a cashier needs an uncounted number of keys for
+        bool counts_no_keys = false;     // a cashier would need an unknown number of keys for it
     };
     static const Verb* find_verb(const std::string& name);
     // The shop's database as a second program sees it.

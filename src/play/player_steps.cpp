@@ -35,8 +35,8 @@ namespace play {
 
 namespace {
 
-// There are many screenshots, so they are kept small. Pictures of a part of the screen keep pale backgrounds
-// apart.
+// There are many screenshots, so they are kept small. Pictures of a part of the screen keep more colours, to
+// distinguish pale backgrounds.
 constexpr int screenshot_colours = 24;
 constexpr int part_colours = 128;
 constexpr auto painting_time = std::chrono::milliseconds(120);
@@ -84,7 +84,7 @@ Progress choose_entry(QComboBox* list, const QString& value) {
     return Progress::ok();
 }
 
-// An invalid index if no cell holds the value.
+// The cell with the value; an invalid index if there is none.
 QModelIndex cell_with(const QTableView* table, const QString& value) {
     for (int row = 0; row < table->model()->rowCount(); ++row) {
         for (int column = 0; column < table->model()->columnCount(); ++column) {

@@ -36,7 +36,7 @@ std::array<QChar, 256> page_864() {
 // The bytes that follow the one that names a command.
 std::size_t bytes_after(unsigned char prefix, char command, std::string_view rest) {
     if (prefix == 0x1B) return command == 'T' ? 4 : command == 'd' || command == 'a' ? 1 : 0;
-    // A barcode tells the number of its own bytes.
+    // A barcode command states the number of its bytes.
     if (command == 'k' && rest.size() > 1) return 2 + static_cast<unsigned char>(rest[1]);
     return 1;
 }
@@ -72,8 +72,8 @@ QChar mirrored(QChar c) {
     return at < 0 ? c : brackets[at ^ 1];
 }
 
-// Digits, signs between two of them ("1/2", "10:42") and the minus, which a text read from the right has
-// after its figure. A colon beside a letter ends a caption.
+// Returns true for digits, signs between two digits ("1/2", "10:42") and a minus. In a text that was read
+// from the right the minus comes after its figure. A colon beside a letter ends a caption instead.
 bool runs_from_left(const QString& text, qsizetype at) {
     if (text[at].isDigit()) return true;
     if (at == 0 || !text[at - 1].isDigit()) return false;
@@ -92,8 +92,9 @@ QString with_numbers_turned(QString text) {
     return text;
 }
 
-// A stretch without Arabic letters of a line that was read from the right. The Latin words in it, with the
-// numbers and signs between them, run from left to right, each number by itself otherwise.
+// Puts a stretch without Arabic letters, taken from a line that was read from the right, into reading order:
+// Latin words run from left to right with the numbers and signs between them; other numbers are turned one by
+// one.
 QString turned(const QString& stretch) {
     if (std::none_of(stretch.begin(), stretch.end(), is_latin)) return with_numbers_turned(stretch);
     const auto is_word = [](QChar c) { return c.unicode() < 128 && c.isLetterOrNumber(); };
@@ -128,8 +129,9 @@ QString reading_order(QString line) {
     return read;
 }
 
-// Printed forms and ligatures as letters, hard blanks as blanks; letters that page 864 lacks as those that
-// stand for them, and without the marks that it has no room for.
+// A text in the form in which it can be compared with the paper: printed forms and ligatures become letters,
+// hard blanks become blanks, letters missing from page 864 become those printed in their place, and marks are
+// dropped.
 QString comparable(const QString& text) {
     static const QHash<char16_t, QChar> stands_for = {{u'إ', u'ا'}, {u'پ', u'ب'}, {u'چ', u'ج'}, {u'گ', u'ك'},
                                                       {u'ی', u'ي'}, {u'ک', u'ك'}, {u'ڤ', u'ف'}};

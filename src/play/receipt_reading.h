@@ -1,5 +1,5 @@
 // Reads text receipts from the bytes that were sent to the printer. It shares no code with the program's own
-// conversion, so that it sees that one's faults.
+// conversion, so that it can find faults there.
 #pragma once
 
 #include <string>

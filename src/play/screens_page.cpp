@@ -20,7 +20,7 @@ namespace play {
 
 namespace {
 
-// The colours that are used most; rare ones share a place with a similar colour.
+// The most frequent colours; a rare one shares its place with a similar colour.
 QVector<QRgb> palette_of(const QImage& picture, int most_colours) {
     std::unordered_map<QRgb, int> counted;
     for (int y = 0; y < picture.height(); ++y) {

@@ -1,4 +1,4 @@
-// Code 128, the barcode that a receipt carries its key in.
+// Code 128, the barcode that carries a receipt's key.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 namespace printing {
 
 // The barcode's modules from the left, true for dark ones, without the quiet zones. The text's characters go
-// in code set B, a tail of digits in set C, two to a symbol. Empty for a text with other characters than
+// in code set B, a tail of digits in set C, two to a symbol. Empty for a text with characters other than
 // printable ASCII.
 std::vector<bool> code_128(std::string_view text);
 

@@ -12,7 +12,7 @@ constexpr LabelPaper roll(std::string_view name, std::string_view caption, doubl
     return {name, caption, width, height, 1, 1, 0, 0, width, height};
 }
 
-// As wide as its print head prints.
+// A roll as wide as the print head.
 constexpr LabelPaper receipts(std::string_view name, std::string_view caption, const RollWidth& roll) {
     constexpr double height = 30;
     return {name, caption,      roll.paper, height, 1, 1, (roll.paper - roll.printed) / 2,

@@ -30,7 +30,7 @@ struct LabelPaper {
     double top = 0;
     double width = 0;  // of a label
     double height = 0;
-    // The workstation's receipt printer prints it, if there is one at a port, and cuts behind each label.
+    // Printed by the workstation's receipt printer, if it is at a port; the printer cuts after each label.
     bool is_of_receipts = false;
     bool is_sheet() const { return columns * rows > 1; }
 };
@@ -38,10 +38,10 @@ std::span<const LabelPaper> label_papers();
 
 struct LabelJob {
     LabelPaper paper;
-    int used = 0;  // labels that a sheet has lost already
+    int used = 0;  // labels already missing from the first sheet
     std::vector<Label> labels;
 
-    // How many labels come out, and how many pages they take.
+    // The number of labels, and of the pages that they take.
     int count() const;
     int pages() const;
 };

@@ -124,7 +124,7 @@ struct Totals {
     std::size_t net = 0;  // its place in the rows
 };
 
-// Without a discount there is one net, and no need to tell before from after.
+// Without a discount there is only one net.
 Totals totals_of(const Receipt& receipt, bool with_payment) {
     Totals totals;
     const auto add = [&totals](std::string_view name, common::Amount amount) {

@@ -35,7 +35,7 @@ class LayoutRows {
     LayoutRows(database::Connection& connection, std::optional<int> cash_point, std::string user)
         : connection_(connection), cash_point_(cash_point), user_(std::move(user)) {}
 
-    // Replaces the rows and returns them as they are stored, on a server in one journey. Rows of other
+    // Replaces the rows and returns them as they are stored, on a server in one round trip. Rows of other
     // workstations and users stay untouched.
     std::vector<LayoutRow> write(const std::vector<LayoutRow>& rows);
 

@@ -51,7 +51,7 @@ inline constexpr std::string_view no_place_for_switches =
 // The file is not a picture that can be read: ...
 inline constexpr std::string_view not_a_picture = "الملف ليس صورة يمكن قراءتها : ";
 
-// A message that ends in a name; paths and ports read from the left.
+// A message that ends with a name; paths and ports are written from left to right.
 inline std::string naming(std::string_view message, std::string_view name) {
     return std::string(message) + "\u200E" + std::string(name);
 }

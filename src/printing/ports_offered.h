@@ -12,7 +12,7 @@
 namespace printing {
 
 struct PortOffer {
-    std::string port;    // what becomes the receipt port: "win", "com1", "/dev/usb/lp0", a path
+    std::string port;    // the receipt port if it is chosen: "win", "com1", "/dev/usb/lp0", a path
     std::string device;  // the node or file behind it; empty for "win"
     common::PortFault fault = common::PortFault::missing;  // why it cannot be written to now
 };

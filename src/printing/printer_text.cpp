@@ -151,8 +151,8 @@ bool is_arabic(char32_t c) {
     return (c >= 0x0620 && c <= 0x06FF) || (c >= 0xFB50 && c <= 0xFDFF) || (c >= 0xFE70 && c <= 0xFEFC);
 }
 
-// The characters' codes in page 1256. Of a character that the printer has no code for, those of its nearest
-// letters; one that nothing stands for counts as a space.
+// The characters' codes in page 1256. A character without a code of the printer becomes its nearest letters,
+// or a space if it has none.
 std::vector<int> codes_of(std::string_view text, const PrinterCodes& printer) {
     std::vector<int> codes;
     for (const char32_t c : common::code_points(text)) {
@@ -224,8 +224,8 @@ class Conversion {
         return digits;
     }
 
-    // Returns where the Latin words that start here end, with the digits, blanks and signs between them. It
-    // is here if there are no Latin words or the shop has no rows for Latin letters.
+    // Returns the end of the Latin words that start here, with the digits, blanks and signs between them.
+    // That is this position if there are none, or if the shop has no rows for Latin letters.
     std::size_t end_of_latin() const {
         const auto is_latin = [this](int wc) { return is_latin_letter(wc) && codes_.find(wc); };
         if (!is_digit(letter(at_)) && !is_latin(letter(at_))) return at_;

@@ -1,5 +1,5 @@
 // Text for roll printers. They print from left to right and do not join Arabic letters. The table `codes`
-// says what a printer is sent for each character of code page 1256.
+// says which bytes are sent to a printer for each character of code page 1256.
 #pragma once
 
 #include <map>
@@ -27,7 +27,7 @@ class PrinterCodes {
     // rows that would send a control byte to the printer (codes below 32 or above 255); such a character
     // prints as a blank.
     static PrinterCodes load(database::Connection& connection);
-    // The same with other reads.
+    // The same, together with other reads.
     static void ask(database::Reads& reads, PrinterCodes& codes);
     // Reads rows "wc,pc,pc1" under a heading, as in data/codes_864.csv. Throws std::invalid_argument with the
     // number of the line for anything else.

@@ -26,7 +26,7 @@ namespace {
 
 // A chosen picture is kept under this name in the program folder.
 constexpr const char* kept_logo = "logo.png";
-// No file has this name: a shop without a name of a logo would have "logo.jpg".
+// Stands for no logo: without a name the shop would have "logo.jpg".
 constexpr const char* no_logo = "none";
 constexpr std::size_t largest_logo = 8U << 20U;
 
@@ -156,7 +156,7 @@ void ReceiptDesigner::open() {
         if (rows.empty()) return;
         for (const auto& table : tables)
             database::load(table, rows.front(), read);
-        // As the fields give them back, or they would count as changed.
+        // In the form in which the fields return them, or they would count as changed.
         for (auto text : {&Design::store_name, &Design::second_store_name, &Design::telephone, &Design::note})
             read.*text = common::trim(read.*text);
         read.font = rows.front().text(font_column);
@@ -191,7 +191,7 @@ std::optional<Refusal> ReceiptDesigner::save() {
     const fs::path chosen = wanted.logo;
     if (chosen.is_absolute()) wanted.logo = kept_logo;
     try {
-        // The picture comes last: a statement that fails leaves the logo that was.
+        // The picture is written last, so that a failed statement leaves the former logo.
         database::in_transaction(connection_, [&] {
             write(wanted);
             if (chosen.is_absolute())
@@ -212,7 +212,7 @@ std::optional<Refusal> ReceiptDesigner::save() {
     return std::nullopt;
 }
 
-// What was not changed here stays as another till may have set it meanwhile.
+// Writes only what was changed here, because another till may have changed the rest meanwhile.
 void ReceiptDesigner::write(const ReceiptDesign& wanted) {
     database::Recordset basic(connection_, "select * from basic ");
     if (basic.empty()) basic.add();

@@ -40,9 +40,9 @@ struct ReceiptDesign {
 
     // What is printed at a save.
     Form form() const { return cash_form ? Form::cash_page : Form::standard_page; }
-    // As the printers read them once they are saved.
+    // The settings as the printers will read them after a save.
     ReceiptSettings settings() const;
-    // A receipt with the shop's lines and logo of the design.
+    // The receipt with the shop's lines and logo as designed.
     Receipt applied_to(Receipt receipt) const;
 };
 
@@ -63,15 +63,15 @@ class ReceiptDesigner {
     // Reads the design in use. Throws database::Error.
     void open();
     bool is_changed() const { return design != stored_; }
-    // Writes what was changed, and nothing if it is refused. This till's next receipt has the shop's lines
-    // and logo, other tills' after their next sign-in; the rest counts from everybody's next receipt on.
+    // Writes what was changed, or nothing if it is refused. The shop's lines and logo are on this till's next
+    // receipt, and on other tills' after their next sign-in; everything else counts from the next receipt of
+    // every till.
     std::optional<common::Refusal> save();
 
-    // Without a logo; a shop without a file of the default name has none either.
     void remove_logo();
     // The file of the logo, if this machine has it.
     std::filesystem::path logo() const;
-    // Whether a picture was chosen at another machine that this one lacks.
+    // Returns true if a picture was chosen at another machine and is missing on this one.
     bool misses_logo() const;
 
     ReceiptDesign design;

@@ -30,9 +30,9 @@ class ReceiptPrinter {
     virtual std::vector<std::filesystem::path> take_kept() { return {}; }
     // Whether a receipt that print() returned true for is still on its way to a slow printer.
     virtual bool is_printing() const { return false; }
-    // Whether receipts go to a port, as text or as pictures of it. They are always printed.
+    // Returns true if receipts go to a port, as text or as pictures; they are then always printed.
     virtual bool prints_text() const = 0;
-    // What opens the drawer at a port.
+    // The bytes that open the drawer at a port.
     virtual std::string drawer_command(std::string_view) const { return std::string(common::drawer_bell); }
 };
 

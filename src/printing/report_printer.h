@@ -28,7 +28,7 @@ class ReportPrinter {
     virtual bool print_slip(const Report& report) { return print(report); }
     // The files that reports were kept in since the last call, because there is no printer.
     virtual std::vector<std::filesystem::path> take_kept() { return {}; }
-    // Shows the pages on the screen, from where they can be printed.
+    // Shows the pages on the screen, where they can also be printed.
     virtual void preview(const Report& report) = 0;
     // Prints labels on the system's printer, or shows them first.
     virtual bool print_labels(const LabelJob& labels) = 0;

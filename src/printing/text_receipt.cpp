@@ -113,7 +113,8 @@ class TextReceipt {
             right_aligned(arabic(word::number) + " : " + std::to_string(receipt_.number), page_.columns()));
     }
 
-    // Two spaces fewer before the name than after it, or as few as keep a long name on the wide line.
+    // Puts two spaces fewer before the name than after it, or fewer still to keep a long name on the wide
+    // line.
     void double_width(std::string_view name) {
         const std::size_t length = common::length(name);
         const std::size_t margin = blanks(page_.width() - static_cast<int>(length), 4);
@@ -154,7 +155,7 @@ class TextReceipt {
     }
 
     // The amount is right-aligned in its field of 10. A longer one runs into the margin before it, because a
-    // total without its first digits would be another total. The label fills the rest of the line.
+    // total without its first digits would be a different total. The label fills the rest of the line.
     void total(std::string_view name, common::Amount amount) {
         const std::size_t amount_end =
             blanks(page_.width() - static_cast<int>(amount_field), 2) + amount_field;

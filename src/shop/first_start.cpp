@@ -32,7 +32,7 @@ namespace {
 using Fields = FirstStartFields;
 using Field = common::FormField<Fields>;
 
-// As many characters as the columns hold.
+// The number of characters that the columns hold.
 constexpr int longest_name = 100;
 
 common::FieldDescription text(const char* name, const char* caption, common::FieldPlace place,
@@ -114,7 +114,7 @@ std::string trimmed(const std::string& text) {
     return std::string(common::trim(text));
 }
 
-// The refusal of a field whose text a check of the shop refuses.
+// Turns the failure of a check into the refusal of the field.
 template <typename Check>
 std::optional<Refusal> refusal_of(std::string_view field, Check check) {
     try {
@@ -192,7 +192,7 @@ std::optional<Refusal> FirstStart::check(FirstStep step) const {
     return std::nullopt;
 }
 
-// Drawers are numbered as they stand, so none may be left out between two.
+// Drawers are numbered in their order, so none may be left out between two.
 std::optional<Refusal> FirstStart::check_drawers() const {
     bool ended = false;
     for (const DrawerMembers& drawer : drawer_members) {

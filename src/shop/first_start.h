@@ -58,9 +58,9 @@ class FirstStart {
     printing::PrinterChoice printer;
 
     const std::filesystem::path& folder() const { return folder_; }
-    // Refuses what a step lacks, or what cannot be.
+    // Refuses a step in which something is missing or impossible.
     std::optional<common::Refusal> check(FirstStep step) const;
-    // Reads the items file and tries it on a shop that is thrown away. Refused with the lines at fault.
+    // Reads the items file and tries it on a temporary shop. Refused with the lines at fault.
     std::optional<common::Refusal> read_items(const common::Moment& now);
     // What the file that was read would add, and the lines at fault.
     const goods::ImportPlan& items_plan() const { return items_plan_; }

@@ -39,7 +39,7 @@ class ListEditor {
   private:
     std::optional<common::Refusal> check(const ListRow& row) const;
     std::optional<common::Refusal> write(ListRow& row, const ListRow& read);
-    // What another office made of the row since it was read; nothing if it is unchanged.
+    // The refusal if another office changed the row since it was read; nothing if it is unchanged.
     std::optional<common::Refusal> changed_since(const ListRow& read);
     ListRow row_of(const database::Row& row) const;
     database::Sql narrowed(database::Fragment statement, const ListRow& row) const;

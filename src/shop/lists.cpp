@@ -157,7 +157,7 @@ constexpr Reference city_references[] = {{"الأحياء", "select top 1 ccity 
                                          {"العملاء", "select top 1 city from custdata where city = "}};
 constexpr Reference district_references[] = {{"العملاء", "select top 1 dist from custdata where dist = "}};
 
-// A day must have one period: of two, nobody could say which prices count.
+// A day may have only one period, or it would be unclear which prices count.
 std::optional<Refusal> check_period(const ListRow& row, const std::vector<ListRow>& others) {
     const auto from = [](const ListRow& period) { return std::get<common::Date>(period.values[1]); };
     const auto to = [](const ListRow& period) { return std::get<common::Date>(period.values[2]); };

@@ -18,8 +18,8 @@ class Connection;
 
 namespace shop {
 
-// Where a row of a list may be in use. The statement lacks the code at its end; with a parent that is part of
-// the key, `and_parent` and the parent's code follow.
+// Where a row of a list may be in use. The code is appended to the statement; if the parent is part of the
+// key, `and_parent` and the parent's code follow.
 struct Reference {
     std::string_view words;
     database::Fragment find;
@@ -53,9 +53,9 @@ struct ListDescription {
     database::Fragment and_parent = "";
     database::Fragment where_parent = "";
     bool is_counted_in_parent() const { return !and_parent.text().empty(); }
-    // What else is checked of a row among the others.
+    // A further check of a row against the others.
     std::optional<common::Refusal> (*check)(const ListRow& row, const std::vector<ListRow>& others) = nullptr;
-    // What is done in the same transaction once a row was added.
+    // Called in the same transaction after a row was added.
     void (*added)(database::Connection& connection) = nullptr;
 };
 

@@ -97,7 +97,7 @@ class Filler {
                      {"salary1", 0.0}});
         add_row(connection_, "select * from worker", {{"work_code", one}, {"work_name", string("بائع")}});
         add_user({wanted_.administrator, wanted_.password}, one, "all");
-        // A cashier also stands among the workers, who open shifts.
+        // A cashier is also one of the workers, because workers open shifts.
         std::int64_t next = 2;
         for (const Person& cashier : wanted_.cashiers) {
             add_row(connection_, "select * from worker", {{"work_code", next}, {"work_name", cashier.name}});

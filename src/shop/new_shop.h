@@ -36,9 +36,9 @@ struct NewShop {
     std::string drawer_port = "com1";
     std::string administrator;          // the first user's name; empty: a neutral one
     std::string password;               // empty: six random digits
-    std::vector<Person> cashiers = {};  // who sell, and see no more than that takes
+    std::vector<Person> cashiers = {};  // may only do what selling needs
     bool demo = false;                  // the demo grocery's rows instead of an empty shop
-    // Writes what else the shop begins with.
+    // Writes further rows that the shop begins with.
     std::function<void(database::Connection&)> add = {};
 };
 

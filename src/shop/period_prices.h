@@ -1,5 +1,5 @@
-// The prices of a sale period: items with the percent that their price is lowered by, and the price that
-// comes of it.
+// The prices of a sale period: items, the percent by which their prices are lowered, and the resulting
+// prices.
 #pragma once
 
 #include <array>
@@ -38,9 +38,9 @@ class PeriodPrices {
     void open();
     const std::vector<PeriodPrice>& rows() const { return rows_; }
 
-    // Sets the percent of an item as it was typed, or the price, of which the percent is worked out; the
-    // other text is empty. Refused if it is no percent, or no price below the card's. A refusal without text
-    // was shown already.
+    // Sets the percent of an item as it was typed, or computes it from a typed price; the other text is
+    // empty. Refused if it is no percent, or no price below the card's. A refusal without text was shown
+    // already.
     std::optional<common::Refusal> set(const sales::Item& item, std::string_view percent,
                                        std::string_view price);
     std::optional<common::Refusal> remove(std::int64_t item);

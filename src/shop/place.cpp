@@ -86,7 +86,7 @@ void write_files(const fs::path& folder, const Place& place, MadeFiles& made) {
     made.add(write_place(folder, place));
 }
 
-// The database gets its name last. If the program is killed before, the command can be run again.
+// The database gets its name last. If the program is killed before that, the command can be run again.
 void make_embedded(const fs::path& folder, const Place& place, const Fill& fill, MadeFiles& made) {
     const fs::path file = startup::shop_file(place, folder);
     const fs::path making = unfinished(folder, place);

@@ -44,13 +44,13 @@ class SettingsEditor {
 
     void open();
     const std::vector<SettingValue>& values() const { return values_; }
-    // What a setting that is chosen offers; the code of what is stored, nothing if that is none of them.
+    // The choices of a setting, and the code of the stored one; nothing if it is not among them.
     std::vector<common::Choice> choices(const Setting& setting) const;
     std::optional<std::int64_t> chosen(const SettingValue& value) const;
 
     // Stores what was typed, or the code that was chosen; an empty text unsets a setting of the tills.
-    // Refused if it is no value, or if the setting was changed at another office since it was read. A refusal
-    // without text was shown already.
+    // Refused if it is not a valid value, or if another office changed the setting since it was read. A
+    // refusal without text has been shown already.
     std::optional<common::Refusal> save(const SettingValue& read, std::string_view typed);
 
   private:

@@ -40,8 +40,8 @@ class UserEditor {
     void open();
     const std::vector<UserRow>& rows() const { return rows_; }
 
-    // All of these are refused without the right (that refusal has no text: it was shown), if the user was
-    // changed at another office since he was read, and if nobody could change users any more.
+    // All of these are refused without the right (that refusal has no text, because it has been shown), if
+    // another office changed the user since he was read, and if nobody could change users any more.
     //
     // Saves name and rights, and a new user's password. `row` gets the code of a new user.
     std::optional<common::Refusal> save(UserRow& row, const UserRow& read, std::string_view password);

@@ -40,7 +40,7 @@ void set_password(database::Connection& connection, std::int64_t code, std::stri
 
 void set_permissions(database::Connection& connection, std::int64_t code, std::string_view permissions);
 
-// Refused if a name of a user or a shop has a control character, or a mark that turns the direction of what
+// Refuses a name of a user or a shop with a control character or a mark that changes the direction of what
 // follows: it could be taken for another name.
 void require_plain_name(std::string_view name);
 
@@ -59,9 +59,9 @@ class UnknownAction : public std::invalid_argument {
 };
 
 // The permission string of a list of action names, read from left to right: "+" or no sign before a name
-// allows it, "-" forbids it. "all" means every place, "named" every action of signin::guarded_actions(),
-// "none" nothing, a number that place. A list that begins with "+" or "-" changes `before`; any other starts
-// from nothing. Throws UnknownAction for any other word.
+// allows it, "-" forbids it. "all" means every position, "named" every action of signin::guarded_actions(),
+// "none" nothing, a number that position. A list that begins with "+" or "-" changes `before`; any other
+// starts from nothing. Throws UnknownAction for any other word.
 std::string permission_string(std::string_view list, std::string_view before = {});
 
 // The names of the actions a permission string allows, in the order of signin::guarded_actions().

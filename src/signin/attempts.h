@@ -1,5 +1,5 @@
-// Wrong passwords of each user, and the pause before the next one is compared. A program that is started anew
-// knows of none.
+// Wrong passwords of each user, and the pause before the next one is compared. A restart of the program
+// forgets them.
 #pragma once
 
 #include <chrono>
@@ -12,7 +12,7 @@ class Attempts {
   public:
     using Time = std::chrono::milliseconds;  // of common::Clock::running()
 
-    // How long the user's next password is not compared yet; 0 if it is.
+    // How long until the user's next password is compared; 0 if it is compared at once.
     Time pause(std::int64_t user, Time now) const;
     // The first wrong passwords in a row cost nothing. The pause after each further one is twice as long, up
     // to five minutes.

@@ -12,7 +12,7 @@ namespace {
 
 using database::Sql;
 
-// Slow on purpose: short numbers could be tried through.
+// Slow on purpose, because short numbers could be found by trying them all.
 std::string hash_of(const std::string& salt, std::string_view digits) {
     constexpr int rounds = 10'000;
     std::string hash = salt + std::string(digits);

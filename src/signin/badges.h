@@ -1,5 +1,5 @@
 // Badges: a number on a card that a supervisor scans in place of his password. The table till_badge holds a
-// salted hash of it, so that reading the table gives nobody a badge. A shop without the table knows none.
+// salted hash of it, so that nobody can read a badge from the table. A shop without the table has no badges.
 #pragma once
 
 #include <cstdint>
@@ -26,7 +26,7 @@ bool give_badge(database::Connection& connection, common::Clock& clock, std::int
                 std::string_view digits);
 // Returns false if the user had none.
 bool take_badge(database::Connection& connection, std::int64_t user);
-// Whose badge it is.
+// The user whose badge it is.
 std::optional<std::int64_t> badge_owner(database::Connection& connection, std::string_view digits);
 
 }  // namespace signin

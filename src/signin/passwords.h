@@ -17,7 +17,7 @@ inline constexpr int longest_password = 100;  // that its column holds
 // which depends on the keyboard. The case of letters counts.
 bool same_password(std::string_view a, std::string_view b);
 
-// What is said while a user's next password is not compared yet; empty if it is.
+// The text shown while a user must wait before his next password; empty if he need not.
 std::string pause_text(const Session& session, common::Clock& clock, std::int64_t user);
 
 // A password that somebody typed for a user.

@@ -44,7 +44,7 @@ struct Permission {
 
 std::span<const Permission> guarded_actions();
 
-// What the action is called in the journal and where it is approved.
+// The action's name in the journal and on the approval sheet.
 std::string_view caption_of(Action action);
 
 // What a user without the permission is told: "you are not authorised to use this item".
@@ -67,9 +67,9 @@ struct Permit {
 };
 
 // The permit of an action. Without the right, `refusal` is shown, a supervisor may allow the action, and the
-// till's journal is told of either. `about` says what the action was to do; its kind does not count. Every
-// effect that a permission guards calls it where it happens; a screen may call it earlier, so that nobody
-// types what will be refused.
+// till's journal records either. `about` says what the action was to do; its kind does not count. It is
+// called where the guarded effect happens; a screen may also call it earlier, so that nobody types what will
+// be refused.
 Permit authorise(const Session& session, common::Prompts& prompts, Action action,
                  std::string_view refusal = denied, common::Icon icon = common::Icon::critical,
                  audit::Event about = {});

@@ -82,13 +82,13 @@ struct Session {
     Attempts attempts;          // at signing in and at changing the password
     bool is_read_only = false;  // the office changes nothing, because another program keeps the tables
 
-    // Shows a refusal, and returns the supervisor who allows the action all the same. Without it a refusal is
-    // a message.
+    // Shows a refusal and returns the supervisor who allows the action after all. Without it a refusal is a
+    // message.
     std::function<std::optional<audit::Person>(const Refused&)> ask_supervisor;
 
     // The till's journal. Copies of a session share it.
     std::shared_ptr<audit::Trail> trail = std::make_shared<audit::Trail>();
-    // Notes an event of the signed-in user in it, without a word to the database.
+    // Notes an event of the signed-in user in the journal, without asking the database.
     void note(const audit::Event& event) const { trail->note(event, {user_code, user_name}, store_code); }
 
     bool has_permission(int position) const { return signin::has_permission(permissions, position); }

@@ -146,7 +146,8 @@ bool change_password(database::Connection& connection, Session& session, common:
         return false;
     }
     // A shop may have no [user] beside [users], so that the statement fails, or a [user] that is a table of
-    // its own, so that the statement changes nothing that sign-in reads. Reading again tells.
+    // its own, so that the statement changes nothing that sign-in reads. Reading the password again shows
+    // which.
     try {
         connection.execute(Sql("update [user] set pass = ") + quoted(new_password) +
                            " where code = " + session.user_code);

@@ -32,7 +32,7 @@ class SignIn {
 
     const std::vector<User>& users() const { return users_; }
 
-    // What to tell the chosen user while he has to wait before his next password; empty if he need not.
+    // The text for the chosen user while he must wait before his next password; empty if he need not.
     std::string pause_text(std::optional<std::int64_t> code) const;
     // Tries to sign in the chosen user, reads the settings and finds the till's store and drawer. The session
     // gets the user's code, name and permissions before the password is compared; the next attempt

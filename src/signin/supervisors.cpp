@@ -39,7 +39,7 @@ std::optional<audit::Person> Supervisors::person(std::int64_t code) const {
 std::optional<audit::Person> Supervisors::confirm(std::optional<std::int64_t> chosen,
                                                   std::string_view typed) {
     const std::int64_t user = chosen.value_or(0);
-    // Before a badge is looked for, or badges could be tried during the pause.
+    // Checked before a badge is looked up, or badges could be tried during the pause.
     if (pause_text(chosen).empty()) {
         if (const auto badge = read_badge(typed))
             if (const auto owner = badge_owner(connection_, *badge)) {

@@ -1,4 +1,4 @@
-// The users who may allow what the signed-in one may not do, and by what they are known: their password, or a
+// The users who may allow what the signed-in user may not do. They identify themselves with a password or a
 // badge.
 #pragma once
 
@@ -22,10 +22,10 @@ class Supervisors {
     Supervisors(database::Connection& connection, Session& session, common::Services services, Action action);
 
     const std::vector<common::Choice>& users() const { return users_; }
-    // What is said while the chosen user's next password is not compared yet; empty if it is.
+    // The text shown while the chosen user must wait before his next password; empty if he need not.
     std::string pause_text(std::optional<std::int64_t> chosen) const;
     // `typed` is the password of the chosen user, or a badge, whoever is chosen. Returns who allows the
-    // action, or nothing after showing why not. Somebody has to wait after wrong attempts as at signing in.
+    // action, or nothing after showing why not. After wrong attempts a user must wait as at sign-in.
     std::optional<audit::Person> confirm(std::optional<std::int64_t> chosen, std::string_view typed);
 
   private:

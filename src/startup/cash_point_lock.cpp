@@ -26,7 +26,7 @@ using std::chrono::steady_clock;
 constexpr std::string_view shown_answer = "shown";
 constexpr std::string_view user_answer = "user ";
 
-// An address that is no file: the system forgets it with its last socket.
+// An address that is not a file; the system forgets it when the last socket closes.
 struct Address {
     explicit Address(std::string_view name) {
         unix_address.sun_family = AF_UNIX;

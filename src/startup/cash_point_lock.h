@@ -25,8 +25,8 @@ class CashPointLock {
         bool shown = false;  // its window has come to the front
         std::string user;    // whose it is, if another user's; empty if it does not answer
     };
-    // Takes the lock and returns nothing, or asks its holder to show itself. A holder that is just ending is
-    // waited for. If the system has no such sockets, there is no lock.
+    // Takes the lock and returns nothing, or asks its holder to show itself and returns it. Waits for a
+    // holder that is just ending. If the system has no such sockets, there is no lock.
     std::optional<Holder> take(std::chrono::milliseconds patience = std::chrono::seconds(6));
     void release();
 

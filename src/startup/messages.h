@@ -85,7 +85,7 @@ inline constexpr std::string_view no_copy_before_update =
 inline constexpr std::string_view no_training_copy =
     "لم يتم تجهيز نسخة التدريب، ولم يتغير شيء في بيانات المحل. تأكد من وجود مساحة كافية على القرص، "
     "والسبب مسجل في ملف السجل";
-// Anything else: the support engineer finds the cause in the log.
+// Anything else; the cause is in the log for the support engineer.
 inline constexpr std::string_view see_log = "حدث خطأ أثناء بدء البرنامج، وسببه مسجل في ملف السجل";
 
 // There is no shop on this machine yet: open the office to make it. Followed by the folder where it was

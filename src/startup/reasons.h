@@ -21,7 +21,7 @@ class StartUpError : public std::runtime_error {
     std::string reason_;
 };
 
-// What the cashier is told of a database error. `database` is the catalog or the shop's file, as the
+// The text for the cashier about a database error. `database` is the catalog or the shop's file, as the
 // connection file names it.
 std::string reason_of(const database::Error& error, std::string_view database);
 

@@ -23,7 +23,7 @@ std::optional<std::string> RunningTill::claim(database::Connection& connection) 
             other = row.front().text("place");
             return;
         }
-        // The key lets one of two tills that start at once insert the row.
+        // If two tills start at once, the key lets only one of them insert the row.
         try {
             connection.execute(Sql("insert into till_running (cash_no, place, seen) select ") + cash_point_ +
                                ", " + quoted(place_) + ", getdate()");

@@ -12,8 +12,8 @@ namespace startup {
 
 class RunningTill {
   public:
-    // A till that was switched off without leaving keeps its cash point for this long, except against a start
-    // in its own place.
+    // A till that was switched off without leaving keeps its cash point for this long. Only a start in the
+    // same place gets it sooner.
     static constexpr int seconds_until_free = 180;
     // Its till renews the claim this often.
     static constexpr int seconds_between_claims = 60;
@@ -25,7 +25,7 @@ class RunningTill {
     // Claims the cash point, or renews the claim. Returns the place of the till that has it; nothing if this
     // one has it, or if the shop has no such table.
     std::optional<std::string> claim(database::Connection& connection) const;
-    // Gives the cash point free.
+    // Releases the cash point.
     void leave(database::Connection& connection) const;
 
   private:

@@ -70,7 +70,7 @@ std::optional<fs::path> find_file(const fs::path& folder, std::string_view name)
     std::optional<fs::path> found;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         const std::string other = entry->path().filename().string();
-        // Of several spellings the first by the alphabet, so that every start takes the same one.
+        // Of several spellings take the alphabetically first, so that every start takes the same one.
         if (common::equal_ignoring_case(other, name) && (!found || other < found->filename().string())) {
             found = entry->path();
         }
@@ -85,7 +85,7 @@ fs::path shop_folder() {
     const auto home = named_home();
     for (const fs::path& folder : {home.value_or(working), working})
         if (has_connection_file(folder)) return folder;
-    // Whoever named a folder and misspelt it must not get another shop.
+    // Whoever misspelt the name of a folder must not get another shop.
     if (home) return *home;
     const auto configured = named_folder("TALLVEX_SHOP");
     return configured && has_connection_file(*configured) ? *configured : working;

@@ -25,7 +25,7 @@ inline constexpr std::string_view log_file_name = "hm_log.qzv";
 inline constexpr std::string_view fatal_file_name = "prg_.err";
 inline constexpr std::size_t version_record_length = 50;
 
-// The entry of a folder with this name, spelt exactly so or else in another case.
+// The entry of a folder with this name, exactly as spelt or else in another case.
 std::optional<std::filesystem::path> find_file(const std::filesystem::path& folder, std::string_view name);
 
 // The shop's folder: the first of these that holds a connection file. TALLVEX_HOME names one; then comes the
@@ -86,7 +86,7 @@ class ActivityLog final : public common::Log {
 
   private:
     std::filesystem::path folder_;
-    std::filesystem::path file_;  // of the last line, looked for again when it is gone
+    std::filesystem::path file_;  // of the last line; looked up again if it is gone
     common::Clock& clock_;
 };
 

@@ -43,7 +43,7 @@ struct Environment {
     static Environment here(const std::string& command_line);
 };
 
-// The office takes a number after those of the cash points, so that it is told apart wherever tills are. On a
+// The office takes a number after those of the cash points, so that it can be told from every till. On a
 // server the offices of other machines take the next ones.
 inline constexpr std::int64_t first_office = 10;
 inline constexpr std::int64_t last_office = 19;
@@ -64,13 +64,13 @@ class StartUp {
     // returns false.
     bool run(const ShowSignIn& show_sign_in);
 
-    // Brings this till to the front for those who start it once more.
+    // Brings this till to the front when it is started once more.
     void answer_second_start(const std::function<void()>& show);
     // Keeps the cash point of a shop on a server for this machine. It must be renewed every
     // RunningTill::seconds_between_claims, in any thread. None for a shop in a file.
     const std::optional<RunningTill>& claim() const { return claim_; }
-    // To be told of another place where the renewed claim found this cash point. Returns what the cashier is
-    // asked: whether to leave the program.
+    // Logs that the renewed claim found this cash point at another place. Returns the question to the cashier
+    // whether to leave the program.
     std::string found_other_till(const std::string& place);
     // Leaves the cash point to the program that was started in place of this one.
     void hand_over();
@@ -107,7 +107,7 @@ class StartUp {
     DataSource source_;
     Stamp stamp_;
     bool stamps_ = false;        // this till's version becomes the shop's
-    std::string found_address_;  // what the network answered last
+    std::string found_address_;  // the last answer of the network
     std::unique_ptr<database::Connection> connection_;
     std::optional<CashPointLock> lock_;  // among the tills of this machine
     std::optional<RunningTill> claim_;   // among the machines of a server

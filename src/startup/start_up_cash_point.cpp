@@ -13,7 +13,7 @@ std::optional<CashPointLock::Holder> StartUp::take_cash_point() {
     std::error_code ignored;
     const auto& folder = environment_.working_folder;
     const std::string file = std::filesystem::weakly_canonical(shop_file(record_, folder), ignored).string();
-    // The server's address may change, its name stays.
+    // The server's address may change; its name does not.
     session_.shop = source_.is_embedded() ? file : record_.server + '\n' + record_.database;
     const std::string place = std::filesystem::weakly_canonical(folder, ignored).string();
     lock_.emplace(source_.is_embedded() ? file : place + '\n' + source_.data_source + '\n' + record_.database,
@@ -94,7 +94,7 @@ std::string StartUp::found_other_till(const std::string& place) {
            std::string(message::one_till_for_a_drawer);
 }
 
-// A server that is gone by then lets the claim run out.
+// If the server is gone by then, the claim runs out by itself.
 void StartUp::leave_cash_point() {
     if (!claim_) return;
     try {

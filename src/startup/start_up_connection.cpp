@@ -27,7 +27,7 @@ void StartUp::open() {
 // Only a server that does not answer is waited for; any other error ends the start at once.
 bool StartUp::wait_for_server() {
     std::exception_ptr other;
-    std::string silence;  // why the server was not reached at the first attempt
+    std::string silence;  // why the first attempt did not reach the server
     const auto attempt = [&] {
         try {
             open();

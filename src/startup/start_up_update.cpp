@@ -31,7 +31,8 @@ bool StartUp::check_version() {
     return false;
 }
 
-// Stamps the version and runs the upgrade list, in this order unless the list has to add the stamp's column.
+// Stamps the version, then runs the upgrade list; the other way round if the list has to add the stamp's
+// column.
 void StartUp::stamp_and_upgrade() {
     const auto stamp = [this] {
         write_stamp(*connection_, session_.version);
@@ -43,8 +44,8 @@ void StartUp::stamp_and_upgrade() {
     if (stamps_ && !stamp_.has_column) stamp();
 }
 
-// A shop in a file is updated in one transaction, so that a crash leaves it as it was, and copied before that
-// ends: until then a copy shows the shop before the update.
+// A shop in a file is updated in one transaction, so that a crash leaves it as it was, and is copied before
+// that transaction ends, when the copy still shows the shop before the update.
 void StartUp::update_shop() {
     if (source_.is_embedded()) {
         database::Transaction transaction(*connection_);

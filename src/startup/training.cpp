@@ -36,8 +36,8 @@ void remove_copies(const fs::path& folder, const std::string& but) {
     }
 }
 
-// Everything that shows or prints the shop's name says that it is a training. Saves that were cut off in the
-// shop are finished there, and the training makes no backups.
+// Marks the shop's name, so that whatever shows or prints it says that it is a training. Drops unfinished
+// saves, which are finished in the shop itself, and the folders for backups.
 void mark_as_training(const fs::path& file) {
     const auto copy = database::open_embedded(file);
     database::run_upgrade_list(*copy);
@@ -100,7 +100,7 @@ void TrainingShop::copy(const fs::path& target, const std::function<void(int)>& 
     });
 }
 
-// The files beside a program, the printer and the screen of this workstation among them.
+// Writes the files beside the program, including the printer and screen choices of this workstation.
 void TrainingShop::set_up_files(const ConnectionRecord& place) const {
     write_version_file(folder_, read_version_file(shop_.program_folder));
     write_credit_file(folder_, read_credit_file(shop_.working_folder));
@@ -126,10 +126,10 @@ Environment TrainingShop::environment() const {
     return made;
 }
 
-// A device keeps its name for the paper. Any other port is a file of the shop or of somebody else.
+// A device is used as it is. Any other port is a file, which belongs to the shop or to somebody else.
 common::PortFault TrainingDevices::write_port(std::string_view port, std::string_view bytes,
                                               std::string_view document) {
-    if (document.empty()) return common::PortFault::none;  // a drawer's or a display's
+    if (document.empty()) return common::PortFault::none;  // bytes for a drawer or a display
     const fs::path place = common::port_path(port);
     std::error_code ignored;
     const bool is_file =

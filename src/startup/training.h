@@ -1,4 +1,4 @@
-// Training: a copy of the shop on which a cashier practises for a day. Nothing of it reaches the shop.
+// Training: a copy of the shop on which a cashier practises for a day. Nothing from it reaches the shop.
 #pragma once
 
 #include <cstdint>
@@ -16,14 +16,14 @@ namespace startup {
 // embedded copy of the shop, whichever engine the shop is on.
 class TrainingShop {
   public:
-    // `shop` is what a start of the shop takes from the machine.
+    // `shop` is the environment in which the shop itself is started.
     TrainingShop(const Environment& shop, std::int64_t cash_point);
 
     const std::filesystem::path& folder() const { return folder_; }
-    // Makes the copy, or keeps the one that was made on the same day, and tells how many hundredths are done.
-    // The shop is only read. Throws StartUpError, and leaves the former copy.
+    // Makes the copy, or keeps one made on the same day, and reports the percentage done. Only reads the
+    // shop. Throws StartUpError and leaves the former copy.
     void prepare(const common::Moment& now, const std::function<void(int)>& tell) const;
-    // What a start of the training shop takes from the machine.
+    // The environment in which the training shop is started.
     Environment environment() const;
 
   private:

@@ -85,7 +85,7 @@ bool is_this_machine(std::string_view server, std::string_view computer_name) {
         return true;
     if (host.empty() || computer_name.empty()) return false;
     if (common::equal_ignoring_case(host, computer_name)) return true;
-    // One of the two may have its domain. The first part of an address is no name.
+    // One of the two may have its domain. The first part of an address is not a name.
     const auto has_domain = [](std::string_view name) { return name.find('.') != name.npos; };
     const auto without_domain = [](std::string_view name) { return name.substr(0, name.find('.')); };
     const bool is_address = host.find_first_not_of("0123456789.") == host.npos;

@@ -1,4 +1,4 @@
-// What start-up asks the machine for.
+// What start-up asks the machine.
 #pragma once
 
 #include <chrono>

@@ -21,7 +21,7 @@ constexpr std::string_view too_little = "الكمية بالمخزن لا تكف
 }  // namespace
 
 bool stock_suffices(double available, double needed) {
-    // Rounding keeps the order of two numbers, so it only ever lets more through.
+    // Rounding preserves the order of two numbers, so it can only let more through.
     return available >= needed || common::round_decimals(available, 3) >= common::round_decimals(needed, 3);
 }
 
@@ -40,7 +40,7 @@ LineSource::LineSource(database::Connection& connection, common::Prompts& prompt
         const std::int64_t store = row.integer("stcode");
         const auto known = std::find_if(stores_.begin(), stores_.end(),
                                         [&](const StoreHolding& holding) { return holding.store == store; });
-        // Stock of a store that was deleted is passed over.
+        // Stock of a deleted store is ignored.
         if (known != stores_.end()) known->quantity = row.number("qq");
     }
     const auto card = connection.query(Sql("select num1, NUM2, NUM3 from items where code = ") + item);

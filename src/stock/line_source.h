@@ -10,8 +10,8 @@
 
 namespace stock {
 
-// Returns true if the stock covers the need; equality suffices. Both in base units, compared to the three
-// decimals that quantities have, so that the error of single-precision columns and of sums decides nothing.
+// Returns true if the stock covers the need; equality suffices. Both in base units, compared at the three
+// decimals of quantities, so that errors of single-precision columns and of sums decide nothing.
 bool stock_suffices(double available, double needed);
 
 struct StoreHolding {

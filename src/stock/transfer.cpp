@@ -36,14 +36,14 @@ void record_batches(Connection& connection, Transfer& transfer, const TransferOr
         const double taken = std::min(held, left);
         record_batch(connection, transfer, order,
                      row.null("edate") ? common::no_expiry : row.moment("edate").date, taken);
-        // Rounded, so that the error of binary sums does not become a batch of its own.
+        // Rounded, so that the error of binary sums does not end up in a batch of its own.
         left = common::round_decimals(left - taken, quantity_decimals);
     }
     if (left > 0) record_batch(connection, transfer, order, common::no_expiry, left);
 }
 
-// Adds the batch of a store if it is missing. The source needs it as well: a quantity taken under the date
-// without expiry would otherwise be subtracted nowhere.
+// Adds the batch of a store if it is missing. The source needs it too, or a quantity taken under the date
+// without expiry would not be subtracted anywhere.
 void ensure_batch(Connection& connection, std::int64_t item, std::int64_t store, const Date& expiry) {
     const auto found = connection.query(Sql("select * from stk where icode = ") + item +
                                         " and stcode = " + store + " and edate = " + quoted(expiry));

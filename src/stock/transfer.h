@@ -34,7 +34,7 @@ struct Transfer {
 Transfer transfer_for_line(database::Connection& connection, const TransferOrder& order);
 
 // Takes such a transfer back: the goods return to the batches that they came from, and its rows go. The rows
-// of tmp_tran do not say any more from which: each start of a till writes over their dates.
+// of tmp_tran no longer say which, because each start of a till overwrites their dates.
 void undo_transfer(database::Connection& connection, const Transfer& transfer, const TransferOrder& order);
 
 }  // namespace stock

@@ -101,7 +101,7 @@ TEST_F(Statement, EverySourceHasItsSideAndItsWords) {
         EXPECT_EQ(statement.rows()[i].cells(), expected[i]);
     EXPECT_EQ(office.shop.cell("select f6 from tmp_acc where note1 like N'%مرتجع مورد%'"), "5");
 
-    // The balance brought forward takes each source with the same sides.
+    // The balance brought forward counts each source on the same side.
     AccountStatement later = of(7, {2026, 11, 14}, {2026, 11, 30});
     ASSERT_FALSE(later.show());
     EXPECT_EQ(later.brought_forward().text(), "466.00");
@@ -213,7 +213,7 @@ TEST_F(Statement, Refusals) {
     }
 }
 
-// A restaurant that buys every hour: its statement stands within a second of the processor's time.
+// A restaurant that buys every hour: its statement is ready within a second of processor time.
 TEST_F(Statement, TwentyThousandMovementsShowWithinASecond) {
     invoice(1, 0, "10.25", "2026/11/05");
     voucher(2, 1, "A1", "10", "2026/11/06");
@@ -256,7 +256,7 @@ class Books : public Statement {
     static std::string text(long hundredths) { return common::Amount::of_hundredths(hundredths).text(); }
     long& of_day(const common::Date& date) { return days[static_cast<std::size_t>(date.day)]; }
 
-    // As saving an invoice or a return writes it.
+    // Writes the rows that saving an invoice or a return writes.
     void sell_or_take_back(int number, long amount, const common::Date& date) {
         const bool back = pick(0, 2) == 0;
         const long discount = pick(0, 1) == 0 ? 0 : pick(0, static_cast<int>(amount));
@@ -343,8 +343,8 @@ class Books : public Statement {
     std::vector<Written> written;
 };
 
-// Whatever vouchers, edits, invoices and openings follow one another, the running balances are the sums of it
-// all, and the statement says the same of any period.
+// After any sequence of vouchers, edits, invoices and opening balances, the running balances are the sums of
+// them all, and the statement agrees for any period.
 TEST_F(Books, BalancesEqualIndependentSums) {
     for (unsigned round = 0; round < 25 && !HasFailure(); ++round) {
         SCOPED_TRACE(round);

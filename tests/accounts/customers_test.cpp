@@ -87,8 +87,8 @@ TEST_F(Customers, EachPlaceReloadsTheOnesBelow) {
     EXPECT_FALSE(screen.card.governorate || screen.card.centre || screen.card.district);
 }
 
-// The class of the card is "قطاعي", 1. What finds one class chooses it; otherwise the card's class stays, in
-// the list too.
+// The class of the card is "قطاعي", 1. A search that finds one class chooses it; otherwise the card's class
+// stays, and stays in the list.
 TEST_F(Customers, ClassesAreFoundByNumberOrName) {
     office.shop.sql("insert into cust_typ (code,name) select 4,N'عرض 25'");
     office.shop.sql("insert into cust_typ (code,name) select 5,N'[خاص] 50%_'");
@@ -243,7 +243,7 @@ TEST(TipsReceivers, RefusalsNameTheField) {
     EXPECT_EQ(screen.save().value().text, message::no_such_receiver);
 }
 
-// Each till proposes the code that it saw as the next, and the other one has taken it meanwhile.
+// Each till proposes the next code that it saw, which the other one has taken meanwhile.
 TEST(WalkInCustomers, TwoTillsGiveNoCodeTwice) {
     test::Office office;
     constexpr int each = 60;

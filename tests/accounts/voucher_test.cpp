@@ -95,7 +95,7 @@ TEST_F(Vouchers, ANumberThatAnotherTillTookIsDrawnAgain) {
     EXPECT_EQ(office.customer_balance(7), 250);
 }
 
-// What a voucher of 100 adds to the balance of its party, and what it adds if it is an addition notice.
+// What a voucher of 100 adds to the balance of its party, and what an addition notice adds.
 struct Side {
     VoucherKind kind;
     PartyKind party_kind;
@@ -179,7 +179,7 @@ TEST_F(Vouchers, EditingMovesTheDifferenceAndCanChangeTheMethod) {
               "70300");
     EXPECT_TRUE(row.null("cash_n"));
     EXPECT_EQ(row.text("chowner"), "سامي");
-    // Once more from the screen as it stands.
+    // Saved once more from the same screen.
     voucher.set_amount("90");
     ASSERT_FALSE(voucher.save());
     EXPECT_EQ(office.customer_balance(7), 160);
@@ -212,7 +212,7 @@ TEST_F(Vouchers, ADuplicateIsSeenAmongThePartiesOfTheScreenOnly) {
     EXPECT_EQ(again.save().value().text, "عفوا تم إضافة إيصال بنفس الرقم من قبل");
     EXPECT_EQ(again.fields.number, "");
     EXPECT_EQ(count(), 1);
-    // A receipt from a vendor whose code no customer has is not seen by the test.
+    // The check for duplicates does not see a receipt from a vendor whose code no customer has.
     for (int i = 0; i < 2; ++i) {
         Voucher vendor = opened(VoucherKind::receipt);
         vendor.choose_party_kind(PartyKind::vendor);
@@ -292,8 +292,8 @@ TEST_F(Vouchers, AnEditOfARowThatChangedMeanwhileIsSaid) {
         voucher.open_edit({PartyKind::customer, 7, {2026, 11, 21}, common::Amount(100), "' or 1=1 --"}));
 }
 
-// Whichever statement fails: a new receipt, and an edit of 100 to 80, are there wholly or not at all, as the
-// cashier chooses, at once or, if the server is away, at the next save.
+// Whichever statement fails, a new receipt and an edit of 100 to 80 are written completely or not at all, as
+// the cashier chooses: at once or, if the server is away, at the next save.
 TEST_F(Vouchers, ASaveThatBrokeOffIsFinishedOrUndone) {
     using Fault = test::FaultyConnection::Fault;
     for (const auto& [fault, finishes, edits] :

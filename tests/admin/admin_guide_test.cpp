@@ -81,7 +81,7 @@ TEST(AdminGuide, NamesCommandsAndOptionsOfTheProgram) {
     EXPECT_GT(lines, 50U);
 }
 
-// What stands between lines of three backticks.
+// The blocks between lines of three backticks.
 std::vector<std::string> commands_of(const std::string& guide) {
     std::vector<std::string> blocks;
     std::istringstream lines(guide);

@@ -79,7 +79,7 @@ TEST(Backup, GetsItsNameFromTheClockInAnExistingFolder) {
     const auto run = bench.run({"backup", "unplugged/shop.backup"});
     EXPECT_EQ(run.code, 1);
     EXPECT_THAT(run.err, HasSubstr("there is no folder"));
-    // Two restores in one second keep what each found.
+    // Two restores within one second each keep the shop that they replaced.
     for (const char* kept :
          {"before-restore-20261121-104200.backup", "before-restore-20261121-104200-2.backup"}) {
         ASSERT_EQ(bench.run({"restore", "stick/shop-20261121-104200.backup"}).code, 0);
@@ -312,7 +312,7 @@ TEST(Restore, NamesWhatAStrangerPutIntoTheFile) {
         EXPECT_THAT(check.out, HasSubstr(std::string("WRONG  files: ") + named));
     }
     EXPECT_THAT(check.out, HasSubstr("may be used by everybody on this machine: chmod o= shop.db"));
-    // What the advice says helps.
+    // Following the advice helps.
     fs::permissions(bench.file("shop.db"), fs::perms(0660));
     for (const char* statement : {"drop trigger [helper]", "drop trigger [own.orphans 9]", "drop view [spy]",
                                   "delete from makers where code = 1"})

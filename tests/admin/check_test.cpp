@@ -82,7 +82,7 @@ TEST(Check, AddsThePrintersCodesOfLatinLetters) {
     EXPECT_THAT(bench.run({"check"}).out,
                 testing::AllOf(HasSubstr("ok     printer codes: "),
                                HasSubstr("shop.db, in the folder " + bench.folder().string())));
-    // As shops of earlier versions have them, with a code of the shopkeeper's own.
+    // The codes of a shop of an earlier version, with one that the shop keeper added.
     bench.sql("delete from codes where wc >= 33 and wc <= 126 and wc <> 65");
     bench.sql("update codes set pc = 66, pc1 = 66 where wc = 65");
     EXPECT_THAT(bench.run({"check"}).out,
@@ -296,8 +296,7 @@ TEST_F(StockMoves, NameTheInvoiceThatDidNotMoveIt) {
     EXPECT_EQ(wrong(), "");
 }
 
-// Goods in bear the date of the supplier's invoice: the older ones may have come before the opening or after
-// it.
+// Goods in have the date of the supplier's invoice, so older ones may have come before or after the opening.
 TEST_F(StockMoves, AgreeWithGoodsIn) {
     bench.sql("insert into purchase (pnum,ctype,stcode,op_n) select 1,1,1,5 union all select 1,3,1,6");
     bench.sql(
@@ -373,7 +372,7 @@ TEST_F(Saves, TheLogTellsWhichSaveStoppedOrWasCutOff) {
            "save of invoice 9 (kind 0, customer -1, store 1) finished  ----  250  ----  2026/11/20 10:15"});
     EXPECT_THAT(bench.run({"check"}).out, HasSubstr("ok     log: "));
 
-    // Once it is mended by hand only later saves are reported.
+    // Once the stock is corrected by hand, only later saves are reported.
     write({begun,
            "save of invoice 9 (kind 0, customer -1, store 1) stopped, last finished step: x: y  ----  250  "
            "----  2026/11/20 10:15"});

@@ -56,7 +56,7 @@ TEST(CommandLine, EveryCommandHelpsInBothLanguages) {
     EXPECT_THAT(connect, HasSubstr("  --show لا يكتب مع: --"));
     EXPECT_THAT(connect, HasSubstr("\n      \u2067يعرض ما في ملف الاتصال مقروءا\u2069\n"));
     EXPECT_THAT(connect, HasSubstr("أو \u2066machine\\instance\u2069، أو \u2066embedded\u2069 لمحل"));
-    // Nothing but the help is in Arabic, and nothing else may carry marks of direction.
+    // Only the help is in Arabic, and nothing else may contain direction marks.
     const auto refused = Workbench::run_in(".", {"sql", "select '\u2067'"}, {}, true);
     EXPECT_THAT(refused.err, HasSubstr("no connection file"));
 }

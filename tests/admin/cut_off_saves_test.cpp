@@ -20,7 +20,7 @@ using sales::SaveOutcome;
 using test::FaultyConnection;
 using test::Till;
 
-// What the check finds wrong. The log of a killed till does not have the line of a stopped save.
+// What the check finds. The log of a killed till lacks the line of a stopped save.
 std::string wrong(Till& till, bool killed) {
     const test::TemporaryFolder folder;
     {
@@ -150,7 +150,7 @@ class CutOffVoucher : public testing::TestWithParam<Party> {
     }
 };
 
-// A voucher that stands in the journal is found, whatever is left of the log, until it is finished or undone.
+// A voucher in the journal is found until it is finished or undone, whatever is left of the log.
 TEST_P(CutOffVoucher, IsFoundAtAnyStatementUntilItIsSettled) {
     for (int n = 1;; ++n) {
         SCOPED_TRACE(testing::Message() << GetParam().balance << ", statement " << n);

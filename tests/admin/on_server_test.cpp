@@ -97,7 +97,7 @@ TEST_F(OnServer, AShopIsCreatedAndUsed) {
               "n\r\n1001\r\n");
 }
 
-// An open server that knows less of the language.
+// An open-source server that knows less of the language.
 TEST_F(OnServer, AServerThatKnowsLessHasTheWholeShop) {
     bridge.know_less();
     const auto run = bench.run(onto({"new-shop", "shop", "--demo"}), password());
@@ -138,7 +138,7 @@ TEST_F(OnServer, ThePasswordOfALogInIsNotSentInClear) {
             1);
     }
     EXPECT_EQ(bridge.logins(), 0);
-    // Alone it changes nothing else of the connection file.
+    // The option alone changes nothing else in the connection file.
     EXPECT_THAT(
         bench.run({"connect", "--encryption", "login"}).out,
         HasSubstr("server:   " + connect[3] + "\ndatabase: shop\naddress:  Not Found\nencryption: login: "));

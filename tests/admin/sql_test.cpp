@@ -146,7 +146,7 @@ TEST(Sql, KeepsTheShopBeforeTheFirstChangeOfADayAndAsks) {
     EXPECT_EQ(database::integer_of(database::open_embedded(copy)->scalar("select count(*) from users")), 1);
     EXPECT_TRUE(std::filesystem::exists(bench.file("before-sql-20261103.backup")));
     EXPECT_FALSE(std::filesystem::exists(bench.file("before-sql-20261102.backup")));
-    // What names hold reaches the output without orders to the terminal; CSV holds no formulas.
+    // Names reach the output without control characters for the terminal; CSV contains no formulas.
     bench.sql("insert into makers (code,[name]) values (1,'=1+1')");
     bench.sql("insert into makers (code,[name]) values (2,'a\x1b[2Jb\u202Ec')");
     bench.sql("insert into makers (code,[name]) values (-3,'-x')");

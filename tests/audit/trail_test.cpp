@@ -95,7 +95,7 @@ TEST_F(Trail, TheChainShowsWhatWasChangedOrRemoved) {
         EXPECT_EQ(breaks(), c.found) << c.change;
         if (c.back) shop.sql(c.back);
     }
-    // The till goes on by its own file, so that the gap at the end stays to be seen everywhere.
+    // The till continues from its own file, so the gap at the end stays visible everywhere.
     open();
     note("x");
     write();

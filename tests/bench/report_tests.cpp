@@ -49,7 +49,7 @@ TEST(Report, NamesWhatMissedItsBudgetAndStillShowsAll) {
     report.timings[1].name = "a slow action";
     report.readings = {{"memory", "MB", 120, 121}, {"growth", "MB", 1, -0.2}};
     report.memory = {{-1, 40}, {0, 60}, {500, 61.25}};
-    // The longest length alone is judged, by both of its figures.
+    // Only the longest length is judged, by both of its figures.
     report.lists = {{"quick", {{100, {500}, {500}}, {10'000, {150}, {50}}}},
                     {"slow to open", {{10'000, {151}, {1}}}},
                     {"slow to answer", {{10'000, {1}, {51}}}}};

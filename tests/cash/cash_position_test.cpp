@@ -123,7 +123,7 @@ TEST_F(Position, MovesEveryDrawerWhenNoneIsNamed) {
     EXPECT_EQ(drawers.transfers(), "17: 2/1 to 2/1 1.00\n18: 1/1 to 2/1 30.00\n19: 1/2 to 2/1 40.00\n");
 }
 
-// The position of last night is moved today: the books of a day that is past stay as they were.
+// Last night's position is transferred today, so the books of the past day stay as they were.
 TEST_F(Position, ATransferIsDatedWhenItIsMade) {
     drawers.invoice({.date = "2026/11/20", .time = "21:00:00", .ptot = "100"});
     for (int till = 0; till < 2; ++till) {

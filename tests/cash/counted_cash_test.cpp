@@ -49,7 +49,7 @@ TEST_F(Counting, EachDayStoreAndDrawerHasItsOwnRow) {
     panel.choose_store(2);
     EXPECT_EQ(panel.drawer(), 1);
     panel.confirm();
-    // Counted on the day after: all of that day, also what was sold later in it than it is now.
+    // Counted on the day after, the count covers that whole day, including sales at a later time than now.
     drawers.invoice({.store = 2, .date = "2026/11/20", .time = "18:00:00", .ptot = "100"});
     panel.choose_day({2026, 11, 20});
     panel.counted = "102";
@@ -61,7 +61,7 @@ TEST_F(Counting, EachDayStoreAndDrawerHasItsOwnRow) {
     panel.choose_day({2026, 11, 21});
     EXPECT_EQ(panel.expected().value(), 102);  // yesterday's surplus is in the drawer
     EXPECT_EQ(panel.position().value(), 107);
-    // The rows of other programs may have no time, and one of any date.
+    // The rows of other programs may have no time, or one with any date.
     drawers.shop.sql("update mor_les set time_ = null");
     EXPECT_EQ(opened().count()->counted.value(), 5);
     drawers.shop.sql("update mor_les set time_ = '1899/12/30 10:00:00'");

@@ -191,13 +191,13 @@ TEST_F(Statement, SaysWhenADrawerIsMissing) {
     drawers.cash_sale("10", "09:00:00", 77);
     ASSERT_TRUE(statement.show());
     EXPECT_EQ(drawers.services.prompts.last(), "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها 1");
-    // Out to a drawer that is none, and in from one.
+    // Out to an unknown drawer, and in from one.
     for (const char* ends : {"1,1,1,66", "1,66,1,1"})
         drawers.shop.sql("insert into cach_t (cfr,cash_nf,cto,cash_nt,cnum,cdate,caml) select " +
                          std::string(ends) + ",1,'2026/11/21',5");
     ASSERT_TRUE(statement.show());
     EXPECT_EQ(drawers.services.prompts.last(), "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها 3");
-    // A store that is none, one without a code, and a drawer of a store that is none: whatever is chosen.
+    // An unknown store, a row without a store, and an unknown drawer of a store: reported whatever is chosen.
     drawers.invoice({.store = 7, .ptot = "10"});
     drawers.shop.sql("update sales set stcode = null where stcode = 7");
     drawers.invoice({.store = 7, .ptot = "10"});
@@ -209,7 +209,7 @@ TEST_F(Statement, SaysWhenADrawerIsMissing) {
         EXPECT_EQ(drawers.services.prompts.last(),
                   "توجد حركات على خزائن غير معرفة لم تدخل في الكشف .. عددها 6");
     }
-    // Between the codes of many stores, of which only the even ones are there.
+    // A code between those of many stores, of which only the even ones exist.
     drawers.shop.sql("begin transaction");
     for (int store = 100; store < 2500; store += 2)
         drawers.shop.sql("insert into stocks (code) values (" + std::to_string(store) + ")");

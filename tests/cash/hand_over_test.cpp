@@ -65,7 +65,7 @@ TEST_F(HandOvers, WithoutKnowingTheExpectedCashIsSeenAfterTheCount) {
     }
 }
 
-// The pieces go into the report as long as the sum is theirs.
+// The pieces are in the report as long as the amount is their sum.
 TEST_F(HandOvers, ReportsWhatTheSumIsMadeOf) {
     drawers.shop.sql("update basic set prn_csh_rep = 1");
     for (const char* counted : {"25.00", "26.00"}) {

@@ -219,7 +219,7 @@ std::string text(common::Amount amount) {
 
 class RandomDays : public testing::Test {
   protected:
-    // Runs a check on many random shops; a failing one is named by its round, which repeats it.
+    // Runs a check on many random shops. A failure names its round, with which it can be repeated.
     template <typename Check>
     void each_shop(unsigned seed, const Check& check) {
         for (int round = 0; round < rounds && !HasFailure(); ++round) {
@@ -332,7 +332,7 @@ TEST_F(RandomDays, StatementAndItsRows) {
     });
 }
 
-// Whatever happens on one drawer, the others' figures stay as they were.
+// Nothing that happens on one drawer changes the figures of the others.
 TEST_F(RandomDays, DrawersAreIsolated) {
     const auto all_figures = [this](const Drawer& drawer) {
         std::string seen;

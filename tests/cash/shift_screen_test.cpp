@@ -181,7 +181,7 @@ TEST_F(Shifts, AShiftDoesNotBeginBeforeTheLastOneEnded) {
 
 // A night shift of two days, closed with exactly the cash that it took in, in shops that take the discounts
 // off the expected cash never, from the second day on, and always. Only those on plain cash invoices count: a
-// tips sale's discount is off already, a card's never was in.
+// tips sale's discount is deducted already, a card's was never in the drawer.
 TEST_F(Shifts, InvoiceDiscountsOfTheShift) {
     struct Case {
         const char* net_from;
@@ -326,7 +326,7 @@ TEST_F(Shifts, AShiftStartedElsewhereMeanwhileIsNotClosed) {
     EXPECT_EQ(shifts(), "1 10:42:00- worker 1\n");
 }
 
-// The other till's row comes in before each of the statements in turn: however it falls, one shift stands,
+// The other till's row is inserted before each of the statements in turn. In every case one shift remains,
 // and its cash is moved once.
 TEST_F(Shifts, TwoTillsStartingAtOneMomentLeaveOneShift) {
     bool ended = false;
@@ -349,7 +349,7 @@ TEST_F(Shifts, TwoTillsStartingAtOneMomentLeaveOneShift) {
         ended = !written;
         if (ended) break;
         const double shifts_left = two.shop.number("select count(*) from shift");
-        if (!refusal) continue;  // it came after the look around: the other till takes its own back
+        if (!refusal) continue;  // it came after the look around: the other till takes back its own
         ++withdrawn;
         EXPECT_EQ(shifts_left, 1) << n;
         EXPECT_EQ(text(refusal), message::started_elsewhere) << n;
@@ -359,8 +359,9 @@ TEST_F(Shifts, TwoTillsStartingAtOneMomentLeaveOneShift) {
     EXPECT_GT(withdrawn, 1);
 }
 
-// Whichever statement fails: finished, undone and done again, or lost and settled at the next attempt, the
-// cash is transferred once, and the count, which was right, is neither a surplus nor a shortage.
+// Whichever statement fails, and whether the change is finished, undone and repeated, or lost and settled at
+// the next attempt: the cash is transferred once, and the correct count gives neither a surplus nor a
+// shortage.
 TEST_F(Shifts, AChangeThatBrokeOffIsFinishedOrUndone) {
     using Fault = test::FaultyConnection::Fault;
     for (const auto& [fault, finishes] : {std::pair(Fault::passing, true), std::pair(Fault::passing, false),
@@ -390,7 +391,7 @@ TEST_F(Shifts, AChangeThatBrokeOffIsFinishedOrUndone) {
             }
             passed = !connection.has_failed();
             connection.stop_failing();
-            // The next attempt, and after a question about the first one another.
+            // The next attempt, and another one if it asked about the first.
             for (int attempt = 0; !complete && attempt < 3; ++attempt) {
                 broken.services.clock.moment.time.minute += 1;
                 ASSERT_FALSE(screen.open());

@@ -154,7 +154,7 @@ TEST(SpelledAmount, CountsInWordsUpToBillions) {
         EXPECT_EQ(common::spell_amount(amount), words) << amount;
 }
 
-// Where the receipts' words would leave a part of the amount out, the vouchers' name it.
+// Where the words of receipts would leave out a part of the amount, those of vouchers are used.
 TEST(InvoiceWords, NameEveryAmountWhole) {
     const struct {
         double amount;

@@ -191,7 +191,7 @@ TEST(Ports, AreTheSameThroughEveryName) {
     unsetenv("TALLVEX_COM3");
 }
 
-// On a disk that is full a message names it; what was there stays.
+// A full disk is named in a message, and what was in the file stays.
 TEST(Ports, AFullDiskIsNamed) {
     const test::TemporaryFolder folder;
     FileDevices devices(folder.path());
@@ -256,8 +256,8 @@ void wait_until_out(const FileDevices& devices) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
 }
 
-// A printer at 9,600 baud takes longer than 3 s for a receipt and is waited for; one that takes nothing is
-// given up, holds no other up, and prints nothing later.
+// A printer at 9,600 baud takes longer than 3 s for a receipt and is waited for. One that takes nothing is
+// given up; it delays no other and prints nothing later.
 TEST(Ports, ASlowPortIsWrittenToInTheBackground) {
     const test::TemporaryFolder folder;
     int readers[2];

@@ -85,7 +85,7 @@ TEST(Typed, TimesStandAlone) {
 }
 
 TEST(Amounts, RoundOnceAndAddExactly) {
-    // To seven decimals first, which takes the error of binary fractions away, and then to two.
+    // Rounded to seven decimals first, to remove the error of binary fractions, and then to two.
     for (const auto& [computed, text] :
          std::initializer_list<std::pair<double, const char*>>{{2.675, "2.68"},
                                                                {-1.005, "-1.01"},

@@ -1,5 +1,5 @@
 // Kills while invoices are rung up, held, resumed and saved, and two tills that want the same one: each
-// invoice is exactly once held, on the screen or saved.
+// invoice ends up exactly once, held, on the screen or saved.
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -93,7 +93,7 @@ TEST(HeldKilled, DISABLED_AtTheCounter) {
 
 struct Killed {
     std::string told;
-    bool ended = false;  // before it was to be killed
+    bool ended = false;  // before it could be killed
 };
 
 // Kills the child before its n-th statement, or after so many microseconds.
@@ -147,7 +147,7 @@ void expect_each_once(Till& till, const std::string& told, bool finishes, bool r
         if (held.taken == 0) count(sales::read_kept_invoice(held.content).invoice);
     }
     const auto expected = [&](char which, int found) {
-        // Of an invoice that was not complete, what was there may be kept.
+        // An incomplete invoice may be kept as far as it went.
         if (told.find(which) == std::string::npos)
             EXPECT_LE(found, 1) << which;
         else
@@ -180,7 +180,7 @@ TEST(HeldKilled, BeforeAnyStatementEachInvoiceIsThereOnce) {
     }
 }
 
-// A few kills, or with TALLVEX_LONG_FAULTS a thousand.
+// A few kills; with TALLVEX_LONG_FAULTS a thousand.
 TEST(HeldKilled, AtRandomMomentsEachInvoiceIsThereOnce) {
     constexpr unsigned seed = 20261122;
     constexpr useconds_t longest = 30000;

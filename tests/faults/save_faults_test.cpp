@@ -103,7 +103,7 @@ const Scenario scenarios[] = {
      }},
 };
 
-// What else is saved by steps.
+// The other documents that are saved in steps.
 void save_receipt(Desk& till, Connection& connection) {
     accounts::Voucher voucher(accounts::VoucherKind::receipt, connection, till.session, till.services.all());
     voucher.open_new();
@@ -124,7 +124,7 @@ void change_shift(Desk& till, Connection& connection) {
 constexpr struct {
     const char* name;
     void (*save)(Desk& till, Connection& connection);
-    bool (*is_whole)(const std::vector<double>& figures);  // else they are untouched
+    bool (*is_whole)(const std::vector<double>& figures);  // otherwise they are untouched
     bool has_report;
 } documents[] = {
     {"receipt voucher", save_receipt,
@@ -349,7 +349,7 @@ TEST(SaveKilled, DISABLED_InTheMiddle) {
     const std::string said =
         till.services.prompts.last() +
         (till.services.prompts.questions.empty() ? "" : till.services.prompts.questions.back());
-    // Without the words of the full disk the cashier would not know what to do.
+    // Without the message about the full disk the cashier would not know what to do.
     if (outcome != SaveOutcome::saved && said.find("القرص ممتلئ") == std::string::npos) _exit(125);
     _exit(static_cast<int>(outcome));
 }
@@ -469,7 +469,7 @@ TEST(SaveKilled, OfAVoucherOrAShiftIsFinishedOrUndone) {
     }
 }
 
-// One program undoes a save that another goes on with: nothing of it stays, and the other goes no further.
+// One program undoes a save that another continues: nothing of it stays, and the other stops.
 TEST(Journal, ASaveThatIsBeingWrittenIsUndoneWhole) {
     Till till;
     Connection& connection = till.connection();
@@ -526,7 +526,7 @@ void kill_while_saving(Till& till, std::size_t scenario, std::mt19937& random) {
     close(said);
 }
 
-// Kills at random moments of saves of all kinds: a few, or with TALLVEX_LONG_FAULTS a thousand.
+// Kills at random moments of saves of all kinds: a few, with TALLVEX_LONG_FAULTS a thousand.
 TEST(SaveKilled, AtRandomMomentsIsFinishedOrUndone) {
     constexpr unsigned seed = 20261121;
     const int kills = std::getenv("TALLVEX_LONG_FAULTS") != nullptr ? 1000 : 27;
@@ -552,7 +552,7 @@ TEST(SaveKilled, AtRandomMomentsIsFinishedOrUndone) {
         }
         ASSERT_FALSE(HasFailure());
     }
-    // Few kills may all miss, as a save takes a millisecond or two.
+    // A few kills may all miss, because a save takes only a millisecond or two.
     for (const auto& [kind, count] : unfinished) {
         std::printf("unfinished after a kill: %d, kind %zu\n", count, kind);
         if (kills == 1000) {

@@ -35,8 +35,8 @@ bool is_long() {
     return std::getenv("TALLVEX_LONG_FAULTS") != nullptr;
 }
 
-// The n-th receipt of a till. Of ten, five are cash sales, which ask for a piece of the scarce item as well,
-// two card sales, two account sales and one a return.
+// The n-th receipt of a till. Of ten, five are cash sales that also ask for a piece of the scarce item, two
+// are card sales, two account sales and one is a return.
 Invoice receipt(const Desk& till, int n) {
     Invoice invoice = till.invoice();
     invoice.lines = {Till::line(100, rice_each, 10), Till::line(200, oil_each, 25)};

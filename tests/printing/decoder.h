@@ -1,4 +1,4 @@
-// The C library's own reading of code page 864, as a second opinion on what was printed.
+// Decodes printed bytes with the C library's code page 864, independently of the program.
 #pragma once
 
 #include <string>

@@ -268,7 +268,7 @@ TEST(ReceiptPage, NeverBreaksAWordOfItsHeadings) {
             settings.show_item_code = true;
             const fs::path file = folder.path() / "paper.pdf";
             save_pdf(ReceiptPage(layout(receipt, Form::full, width, settings)), file);
-            // Lines as they stand: what was broken is not on any of them.
+            // The lines of the page: a broken text would not be on any of them.
             const std::string lines = test::output_of("pdftotext -raw '" + file.string() + "' -");
             for (const char* whole : {"Extraordinary", "Refrigeration", "1234567.89", "1234567.00"})
                 EXPECT_NE(lines.find(whole), std::string::npos) << whole << ", font " << font << "\n"
@@ -513,8 +513,8 @@ long memory_kb(const char* line) {
     return 0;
 }
 
-// A statement of a customer's 20,000 movements: seen and kept as a file in little memory, ended by the
-// cashier at any page.
+// A statement of 20,000 movements: previewed and saved as a file in little memory, and ended by the cashier
+// at any page.
 TEST(LongReport, TakesNoMoreMemoryThanItsText) {
     printing::Report report;
     report.name = "account";

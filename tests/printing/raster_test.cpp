@@ -21,7 +21,7 @@ using namespace printing::pages;
 using printing::Form;
 using printing::ReceiptPicture;
 
-// A roll printer that knows the picture commands alone: what it burns, and what it was told beside that.
+// A roll printer that knows only the picture commands: what it burns, and any other bytes it gets.
 class RollPrinter {
   public:
     explicit RollPrinter(int dots) : paper_(dots, 20000, QImage::Format_Grayscale8) {
@@ -294,7 +294,7 @@ QRect first_ink(const QImage& image) {
     return ink;
 }
 
-// The share of dots that one of two pictures has and the other has not, however they are moved a little.
+// The share of dots in which two pictures differ at the best small displacement.
 double difference(const QImage& one, const QImage& other) {
     const QRect first = first_ink(one).adjusted(-4, -4, 4, 4);
     const QRect second = first_ink(other);

@@ -108,7 +108,7 @@ TEST_F(ReceiptDesign, TakesAPictureAsLogoAndRefusesWhatIsNone) {
     EXPECT_EQ(logo.size(), QSize(1500, 250));
 }
 
-// What the designer draws at each key: 40 lines, in each of its forms.
+// The designer draws 40 lines at each key, in each of its forms.
 TEST_F(ReceiptDesign, IsDrawnBeforeTheNextKey) {
     using namespace printing;
     Receipt receipt = test::sale();

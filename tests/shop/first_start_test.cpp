@@ -48,7 +48,7 @@ TEST_F(Start, ItemsOfAFileComeWithTheShop) {
     EXPECT_THAT(refusal->text, HasSubstr("\n2: "));
     EXPECT_FALSE(fs::exists(folder));
 
-    // As a spreadsheet of an Arabic Windows saves it, with the headings of an owner.
+    // A file as a spreadsheet on an Arabic Windows saves it, with an owner's headings.
     write_items(
         common::to_code_page_1256("الكود;الاسم;قطاعي;رصيد\n1;شاي العروسة;10.50;5\n2;سكر 'أبيض';31;7.5\n"));
     ASSERT_FALSE(start.read_items(now));

@@ -35,7 +35,7 @@ TEST_F(Office, EveryListTakesRowsAndGivesThemBack) {
     for (const shop::ListDescription& list : shop::lists()) {
         SCOPED_TRACE(list.name);
         if (!list.parent.empty()) {
-            // What the row belongs to, so that each list has a row when its child comes.
+            // Adds a parent row first, so that the child list has one to belong to.
             editor.open(shop::list_named(list.parent));
             ASSERT_FALSE(editor.rows().empty());
         }

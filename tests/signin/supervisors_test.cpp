@@ -1,4 +1,4 @@
-// Supervisors: who may allow an action, and by what he is known.
+// Supervisors: who may allow an action, and how they identify themselves.
 #include "signin/supervisors.h"
 
 #include "signin/badges.h"

@@ -570,7 +570,7 @@ TEST_F(StartUpTest, ASilentServerIsWaitedFor) {
     EXPECT_EQ(asked, "SHOPSRV");
     EXPECT_EQ(sources, (std::vector<std::string>{"10.0.0.1", "10.0.0.9", "10.0.0.9"}));
     EXPECT_TRUE(services.prompts.messages.empty());
-    // Leaving needs no answers; any other failure is told as ever.
+    // Leaving needs no answers; any other failure is shown as usual.
     users = 0;
     patient = false;
     answers = 99;

@@ -16,7 +16,7 @@ class RememberedPrompts final : public common::Prompts {
         messages.emplace_back(text);
         last_icon = icon;
     }
-    // Answers with the next of `answers`, else No; if it `closes`, it closes the box instead.
+    // Answers with the next of `answers`, else No; closes the box instead if `closes` is set.
     common::Answer choose(std::string_view text, const common::Choices&, common::Icon icon) override {
         questions.emplace_back(text);
         last_icon = icon;

@@ -43,7 +43,7 @@ std::optional<TestServer> test_server();
 // database's name has no "test" in it, since it may be somebody's shop.
 std::unique_ptr<database::Connection> open_emptied(const TestServer& server);
 
-// What a test says on a server that works on shop files themselves.
+// What a test that works on shop files says when it runs on a server.
 inline constexpr const char* needs_shop_files = "skipped on a server: it works on shop files themselves";
 
 // Makes the shop that tests copy.

@@ -26,8 +26,8 @@ class StrictReader final : public database::embedded::StatementObserver {
     // Gives every shop file that is opened from now on a reader, or none.
     static void install(bool on = true);
 
-    // Throws Error with the server's SQLSTATE if a server would refuse the statement. What no engine runs
-    // is left to the engine to refuse.
+    // Throws Error with the server's SQLSTATE if a server would refuse the statement. Statements that no
+    // engine runs are left for the engine to refuse.
     void before(std::string_view statement, const std::vector<database::Value>& values,
                 const database::embedded::Catalog& catalog) override;
     bool rounds_reals() const override { return true; }

@@ -50,12 +50,12 @@ class TdsBridge {
     enum class Failure { none, cut, run_and_cut, silence };
     void fail_next(std::string text, Failure failure);
 
-    // From now on it knows as little as an open server does: no ADD of several columns, no ALTER COLUMN with
-    // NULL, no word right behind a number, and no number of its own is a SQL Server's.
+    // From now on it knows as little as an open-source server: no ADD of several columns, no ALTER COLUMN
+    // with NULL, no word directly after a number, and error numbers that are not SQL Server's.
     void know_less() { knows_less_ = true; }
     bool knows_less() const { return knows_less_; }
 
-    // Every answer is held back so long, as on a slow network.
+    // Delays every answer by this long, as on a slow network.
     void set_latency(std::chrono::milliseconds latency) { latency_ = latency; }
 
     // Statements and calls that arrived, in their order: the number of the connection and of the request that

@@ -98,7 +98,7 @@ std::vector<std::string> names_in(const std::filesystem::path& file, const char*
     sqlite3* engine = nullptr;
     const int opened = sqlite3_open_v2(file.c_str(), &engine, SQLITE_OPEN_READONLY, nullptr);
     const std::unique_ptr<sqlite3, int (*)(sqlite3*)> closing(engine, sqlite3_close);
-    sqlite3_busy_timeout(engine, 5000);  // a log being recovered or wound up locks every reader out
+    sqlite3_busy_timeout(engine, 5000);  // a log being recovered or closed locks every reader out
     sqlite3_stmt* statement = nullptr;
     if (opened != SQLITE_OK ||
         sqlite3_prepare_v2(engine,

@@ -130,7 +130,7 @@ double Canvas::lay_out_whole_words(double x, double y, double width, const QStri
     for (const QString& word : text.split(QRegularExpression("\\s+"), Qt::SkipEmptyParts))
         longest = std::max(longest, text_width(word, style));
     TextStyle fitting = style;
-    // A code without blanks may be longer than any paper: it breaks.
+    // A code without blanks may be longer than any paper; it is broken.
     if (longest * smallest_letters <= width) fitting.points *= std::min(1.0, width / longest * 0.98);
     return lay_out(x, y, width, text, fitting, draw ? Draw::always : Draw::never).height;
 }
@@ -162,8 +162,8 @@ double Canvas::text_height(double width, const QString& text, const TextStyle& s
 
 double Canvas::text_width(const QString& text, const TextStyle& style) const {
     if (!reads_from_right(text)) return QFontMetricsF(font(style)).horizontalAdvance(text) / units;
-    // The layout counts what Arabic letters reach over their advance; the font's own sum does not, and a text
-    // would then break in a column of its width.
+    // The layout includes how far Arabic letters reach beyond their advance. The font's own sum does not, so
+    // a text would break in a column of that width.
     return lay_out(0, 0, unbounded, text, style, Draw::never).width;
 }
 
@@ -173,7 +173,7 @@ void Canvas::rule(double left, double right, double y, double thickness, const Q
         fill(area, colour);
         return;
     }
-    // Whole dots: a thin rule between two rows of dots would burn neither.
+    // Align to whole dots: a thin rule between two rows of dots would burn neither.
     const QRectF device = painter_->combinedTransform().mapRect(scaled(area));
     painter_->save();
     painter_->resetTransform();

@@ -50,8 +50,8 @@ class Canvas {
     void fill(const QRectF& area, const QColor& colour, double radius = 0) const;
     void frame(const QRectF& area, double thickness, const QColor& colour, double radius = 0) const;
     void picture(const QRectF& area, const QImage& image) const;
-    // Draws the dark ones of so many modules, as large as the area lets them be in whole dots of the device,
-    // in its middle and unsmoothed. One row of modules is as high as the area; else modules are squares.
+    // Draws the dark modules of a code in the middle of the area, without smoothing and as large as whole
+    // dots of the device allow. A single row of modules is as high as the area; otherwise modules are square.
     void modules(const QRectF& area, int columns, int rows,
                  const std::function<bool(int column, int row)>& is_dark) const;
 
@@ -65,7 +65,7 @@ class Canvas {
     QFont font(const TextStyle& style) const;
     Laid lay_out(double x, double y, double width, const QString& text, const TextStyle& style,
                  Draw draw) const;
-    // Returns the height of the text in its style, or in one as much smaller as keeps its words whole.
+    // Returns the height of the text in its style, or in a smaller one if its words would break.
     double lay_out_whole_words(double x, double y, double width, const QString& text, const TextStyle& style,
                                bool draw) const;
 
@@ -73,7 +73,7 @@ class Canvas {
     QFont base_;
 };
 
-// Returns the family if the system has it, followed by the program's own families for the letters it lacks.
+// Returns the family if the system has it, followed by the program's own families for letters that it lacks.
 QStringList font_families(const QString& wanted);
 
 }  // namespace printing::pages

@@ -24,7 +24,7 @@ std::optional<std::string> logo_picture(const std::filesystem::path& file) {
     QImageReader reader(name);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
-    // A photograph of a camera is read smaller at once.
+    // A large photograph is already scaled down while it is read.
     const QSize size = reader.size();
     if (size.width() > 4 * largest.width() || size.height() > 4 * largest.height())
         reader.setScaledSize(size.scaled(4 * largest, Qt::KeepAspectRatio));

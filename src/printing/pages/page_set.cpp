@@ -72,7 +72,7 @@ Printed print_now(const PageSet& pages, Job& job) {
     printer.setDocName(pages.name());
     printer.setCreator("Tallvex");
     if (!printer.isValid()) return Printed::failed;
-    // Drawn in the printer's own dots, the modules of codes come out as whole ones.
+    // Draw in the printer's own dots, so that the modules of codes are whole dots.
     if (const auto resolutions = printer.supportedResolutions(); resolutions.size() == 1)
         printer.setResolution(resolutions.front());
     QPainter painter;

@@ -41,9 +41,8 @@ enum class Printed {
     failed,      // the printer refused, or nothing happened for 3 s
     cancelled    // `progress` ended it
 };
-// Prints on the system's default printer. A print system that does not answer has failed after 3 s. So has
-// one that does not take what is drawn, unless there is `progress`: a long report is handed over as long as
-// nobody ends it.
+// Prints on the system's default printer. Fails if the print system does not answer for 3 s, or does not take
+// what is drawn; with `progress`, a long report may take as long as nobody ends it.
 Printed print_on_system_printer(std::shared_ptr<const PageSet> pages, const Progress& progress = {});
 
 }  // namespace printing::pages

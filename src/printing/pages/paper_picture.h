@@ -14,9 +14,9 @@ struct PaperCharacter {
 };
 using PaperLine = std::vector<PaperCharacter>;
 
-// What a roll printer puts on its paper for the bytes it is sent: lines from the top, characters from the
-// left, letters in the form in which they are printed. A line longer than `width` columns continues in the
-// next one. Codes that are not in page 864 are blanks; unknown control bytes are skipped.
+// What a roll printer prints for the bytes it is sent: lines from the top, characters from the left, letters
+// in their printed forms. A line longer than `width` columns continues in the next one. Codes that are not in
+// page 864 are blanks; unknown control bytes are skipped.
 std::vector<PaperLine> paper_lines(std::string_view bytes, int width);
 
 // Draws the paper with lines of `width` characters (0: read off the receipt's rules).

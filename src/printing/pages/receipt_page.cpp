@@ -52,7 +52,7 @@ TextStyle letters_of(const LayoutReceipt& receipt, double scale = 1, bool bold =
     return {receipt.settings.font_size * scale, bold, Side::right, Qt::black};
 }
 
-// The form decides whether rows have units.
+// There is a column of units if any row has one.
 std::vector<Figures> figures_of(const LayoutReceipt& receipt) {
     std::vector<Figures> figures = {
         {"كمية", &LayoutRow::quantity}, {"سعر", &LayoutRow::price}, {"الاجمالي", &LayoutRow::total}};
@@ -70,8 +70,8 @@ double widest(const Canvas& canvas, const LayoutReceipt& receipt, const char* he
     return width;
 }
 
-// Figures get what they need. If they would need more than the whole width they are written smaller; a name
-// that they leave too little room for goes above them.
+// Figures get the width they need. If they need more than the whole width, they are written smaller; if they
+// leave too little room for the name, it goes above them.
 Columns columns_of(const Canvas& canvas, const LayoutReceipt& receipt, double left, double width) {
     Columns columns;
     columns.figures = figures_of(receipt);
@@ -98,7 +98,7 @@ Columns columns_of(const Canvas& canvas, const LayoutReceipt& receipt, double le
     if (columns.name_apart) {
         columns.name_left = left;
         columns.name_width = width - code_space;
-        // The figures' line is theirs alone: they spread over it.
+        // The figures have the line to themselves and spread over it.
         const double spread =
             (left + width - columns.figures.front().right) / static_cast<double>(columns.figures.size() - 1);
         double shift = 0;
@@ -197,7 +197,7 @@ double ReceiptPage::details(const Canvas& canvas, double y) const {
             row_height = canvas.text(left_, y, width_, qstring(value), plain);
         } else {
             row_height = canvas.text(right - label_width, y, label_width, label, plain);
-            // Dates and times are written smaller sooner than on two lines.
+            // Dates and times are written smaller rather than on two lines.
             const double left = right - label_width - value_width;
             const bool is_line = canvas.text_width(qstring(value), plain) < 1.5 * value_width;
             row_height =
@@ -259,8 +259,8 @@ double ReceiptPage::table(const Canvas& canvas, double y) const {
 }
 
 double ReceiptPage::totals(const Canvas& canvas, double y) const {
-    // Amounts are under the column of the lines' totals, aligned to the right. All but the net's are of one
-    // size, which lets the longest fit, and so are their labels.
+    // Amounts are under the column of the lines' totals, aligned to the right. All but the net have one size,
+    // in which the longest fits; so do their labels.
     const double most = width_ * 0.6;
     TextStyle plain = letters_of(receipt_, 1.15);
     TextStyle net = letters_of(receipt_, net_letters, true);

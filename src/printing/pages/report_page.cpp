@@ -146,7 +146,7 @@ void ReportPage::break_pages() {
     }
     sheet.last_row = rows;
     if (closing(canvas, y) > bottom() && rows > sheet.first_row) {
-        // The totals go to a page of their own together with the last row.
+        // The totals move to a new page together with the last row.
         if (sheet.last_row - sheet.first_row > 1) --sheet.last_row;
         pages_.push_back(sheet);
         sheet.first_row = sheet.last_row;

@@ -33,7 +33,7 @@ struct TextForm {
     ReceiptSettings settings;
 };
 
-// Printing needs no database: without it the built-in codes are used, which are those of most printers.
+// Printing does not depend on the database: without it the built-in codes are used, which suit most printers.
 TextForm text_form(const Workstation& workstation) {
     try {
         TextForm form;

@@ -34,8 +34,8 @@ struct Workstation {
     const PrinterChoice& choice;
     std::filesystem::path program_folder;
     ShowPages show_pages;
-    // Shows how far the printing of what has the title has come, as long as the result is held. Long reports
-    // are given all the time that they need only if this is set.
+    // Shows the progress of printing the document with this title as long as the result is held. Only with it
+    // may long reports take as long as they need.
     std::function<Progress(const std::string& title)> show_progress = {};
     bool is_training = false;  // every page is marked as one of a training
 };
@@ -55,7 +55,8 @@ class SystemReceiptPrinter final : public ReceiptPrinter {
     std::vector<std::filesystem::path> take_kept() override { return std::exchange(kept_, {}); }
     bool is_printing() const override;
     bool prints_text() const override { return workstation_.choice.is_text_port(); }
-    // Printers that receipts go to as pictures know no bell; a drawer at their port gets their own command.
+    // Printers that take receipts as pictures do not know the bell; a drawer at their port gets their own
+    // command.
     std::string drawer_command(std::string_view port) const override;
 
     // Returns the pages that print() would send to the system's printer, or null if the receipt has no lines.

@@ -26,7 +26,7 @@ QPainterPath word() {
 
 }  // namespace
 
-// An outline, so that what is below it stays readable. A long page has the word again and again.
+// Draws an outline, so that the page stays readable below it. On a long page the word is repeated.
 void TrainingPages::draw(QPainter& painter, double dots_per_mm, int page) const {
     pages_->draw(painter, dots_per_mm, page);
     static const QPainterPath path = word();
