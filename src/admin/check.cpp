@@ -211,7 +211,7 @@ void add_check(CLI::App& program, Tool& tool) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand(
         "check",
-        tool.help("Looks over connection, schema, settings, store, drawer, ports, saved invoices and stock",
+        tool.help("Checks connection, schema, settings, store, drawer, ports, saved invoices and stock",
                   "يراجع الاتصال والجداول والإعدادات والمخزن والدرج والمنافذ والبونات المحفوظة والأرصدة"));
     command
         ->add_option("--days", options->days,
@@ -225,8 +225,9 @@ void add_check(CLI::App& program, Tool& tool) {
                   "لا يراجع، بل يعتمد الأرصدة الحالية كأنها جردت، وتبدأ المراجعات التالية منها"));
     command->add_flag(
         "--mended", options->mended,
-        tool.help("Instead of checking, note in the log that what stopped saves lacked was written by hand",
-                  "لا يراجع، بل يكتب في السجل أن ما نقص من عمليات الحفظ التي توقفت قد أكمل باليد"));
+        tool.help(
+            "Instead of checking, note in the log that what was missing of stopped saves was written by hand",
+            "لا يراجع، بل يكتب في السجل أن ما نقص من عمليات الحفظ التي توقفت قد أكمل باليد"));
     command->add_flag(
         "--add-codes", options->add_codes,
         tool.help("Instead of checking, add the printer's codes of Latin letters and signs in Arabic names",

@@ -88,9 +88,8 @@ void add_unfinished(CLI::App& program, Tool& tool) {
     const auto options = std::make_shared<UnfinishedOptions>();
     CLI::App* command = program.add_subcommand(
         "unfinished",
-        tool.help(
-            "Lists the saves that a till was cut off in; finishes or undoes one for a till that is gone",
-            "يعرض عمليات الحفظ التي انقطعت، ويكمل إحداها أو يتراجع عنها إذا لم يعد جهازها موجودا"));
+        tool.help("Lists saves that were interrupted; finishes or undoes one for a till that is gone",
+                  "يعرض عمليات الحفظ التي انقطعت، ويكمل إحداها أو يتراجع عنها إذا لم يعد جهازها موجودا"));
     CLI::Option* finish = command->add_option("--finish", options->finish,
                                               tool.help("Writes what is missing of the save of this number",
                                                         "يكتب ما نقص من عملية الحفظ بهذا الرقم"));

@@ -11,7 +11,7 @@ version=$(sed -n 's/^project(tallvex VERSION \([0-9.]*\).*/\1/p' "$packaging/../
 printf '%-50s' "$version" >"$here/now/merlo-ver.txt"  # as the package does
 export QT_QPA_PLATFORM=offscreen
 
-# With any other text whoever has edited this file is asked by apt which one to keep.
+# If this file differed from that of 1.0.0, apt would ask everybody who has edited it which one to keep.
 same "till.conf as version 1.0.0 brought it" c2705a4bd9e671fb "$(sha256sum "$packaging/launcher/till.conf" | cut -c1-16)"
 
 played() {  # played NAME SHOP: plays the standard input on a copy of the shop, which is left in $here/NAME/shop
@@ -47,7 +47,7 @@ END
 same "the functions in the copy" "$(functions "$old/shop.db")" "$(functions "$copy")"
 
 # At cash point 1 the manager takes back what is left of a sale, sells an offer and reads an account: 480.50, a sale of
-# 22.50 + 102.50, 180.50 paid. At the other one sells the user whom the old version added; the drawer held
+# 22.50 + 102.50, 180.50 paid. At the other one the user added by the old version sells; the drawer held
 # 144.00 + 33.00 + 41.50.
 played goes_on "$here/started/shop" <<'END'
 clock 2026/11/23 09:00:00
@@ -89,7 +89,7 @@ click menu_cash_count
 expect text cash_expected = 260.00
 END
 
-# Nothing is wrong but what the package or this machine sees to, and a backup of the old version is as good as ever.
+# Only what the package or this machine provides is wrong, and a backup of the old version can still be restored.
 cd "$here/goes_on/shop" || exit 1
 "$bin/tallvex-admin" check >"$here/said" 2>&1
 ! grep '^WRONG' "$here/said" | grep -v '^WRONG  \(files\|printer\|drawer port\):' >&2 || fail "the shop is not whole"

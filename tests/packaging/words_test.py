@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""No text of the screens, guides and demo rows has a word that docs/words.ar.md lists as not written.
+"""No text of the screens, guides and demo rows has a word that docs/words.ar.md lists as one to avoid.
 
 words_kept.txt has the system's own texts, which stay to the letter. It may hold nothing that is not needed.
 """

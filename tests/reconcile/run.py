@@ -36,7 +36,7 @@ def play(program, steps, folder):
 
 
 def explained(output, steps):
-    """The program's words about a step that failed, after the movement that the step belongs to."""
+    """The program's report of a step that failed, after the movement that the step belongs to."""
     found = re.search(r"\.play:(\d+): ", output)
     if not found:
         return output
