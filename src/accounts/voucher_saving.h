@@ -32,7 +32,7 @@ struct SavedVoucher {
     VoucherStep finished = VoucherStep::none;
     common::Amount balance;  // the party's, if the voucher is saved
 };
-// What the cashier is told of a voucher that was not saved.
+// What the cashier is told when a voucher was not saved.
 common::Refusal why_not_saved(const SavedVoucher& voucher);
 
 // A voucher with everything that its rows are made from.

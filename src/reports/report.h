@@ -38,7 +38,7 @@ struct Kind {
     KindId id;
     std::string_view name;  // of the file in which it is kept
     std::string_view caption;
-    bool has_period;  // otherwise it tells of this moment
+    bool has_period;  // otherwise it is about this moment
     bool tells_cost;  // only for who may see what goods cost
 };
 // In the order of the list to choose from.
@@ -49,7 +49,7 @@ const Kind& kind_of(KindId id);
 struct Request {
     KindId kind = KindId::sales_by_day;
     Period period;
-    common::Moment now;       // for what is told of this moment
+    common::Moment now;       // for figures of this moment
     bool shows_cost = false;  // the user may see what goods cost
 };
 

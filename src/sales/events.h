@@ -1,4 +1,4 @@
-// What the till's journal is told of an invoice.
+// The events of an invoice for the till's journal.
 #pragma once
 
 #include "sales/sale.h"

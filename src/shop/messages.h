@@ -1,4 +1,4 @@
-// What the office tells of a shop that is made, and of its users and lists.
+// The office's messages about making a shop, and about its users and lists.
 #pragma once
 
 #include <string_view>

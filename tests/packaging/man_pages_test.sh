@@ -36,7 +36,7 @@ for program in tallvex tallvex-office tallvex-admin tallvex-play; do
         grep -qx -- "$command" <<<"$words" || fail "$program.1 does not tell of the command $command"
     done
     for option in $(grep -x -- '--[a-z][a-z0-9-]*' <<<"$words"); do
-        grep -qx -- "$option" <<<"$told" || fail "$program.1 tells of $option, which there is not"
+        grep -qx -- "$option" <<<"$told" || fail "$program.1 describes $option, which does not exist"
     done
 done
 

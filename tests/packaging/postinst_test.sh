@@ -32,14 +32,14 @@ echo rows >"$here/shops/shop/shop.db" && chmod 664 "$here/shops/shop/shop.db"
 upgrade sami
 same "a file that everybody could read" 660 "$(/usr/bin/stat -c %a "$here/shops/shop/shop.db")"
 same "the version file" "$renewed|640" "$(cat "$file")|$(/usr/bin/stat -c %a "$file")"
-grep -q "from version 1.0.0 to 9.9.9" "$here/told" || fail "the upgrade is not told of: $(cat "$here/told")"
+grep -q "from version 1.0.0 to 9.9.9" "$here/told" || fail "the upgrade is not mentioned: $(cat "$here/told")"
 same "as the folder's owner" sami "$(cat "$here/acted")"
 same "nothing else in the folder" 2 "$(find "$here/shops/shop" -type f | wc -l)"
 
 printf '%-50s' 1.0.0 >"$file"
 upgrade root
 same "never as root" "" "$(cat "$here/acted")"
-grep -q "belongs to root" "$here/said" || fail "root's folder is not told of: $(cat "$here/said")"
+grep -q "belongs to root" "$here/said" || fail "root's folder is not mentioned: $(cat "$here/said")"
 
 echo precious >"$here/elsewhere/merlo-ver.txt"
 ln -sf "$here/elsewhere/merlo-ver.txt" "$file"

@@ -147,7 +147,7 @@ std::vector<Type> types_of(Connection& shop, const Statement& statement, const R
 
 namespace {
 
-// What sys.columns tells of a type.
+// What sys.columns says about a type.
 struct Width {
     std::int64_t bytes, precision, scale;
 };

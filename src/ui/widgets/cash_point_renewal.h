@@ -39,7 +39,7 @@ class CashPointRenewal : public QObject {
     common::Prompts& prompts_;
     std::function<Claim()> claim_;
     std::function<std::string(const std::string&)> found_;
-    std::optional<std::string> other_;  // that the cashier is told of, once
+    std::optional<std::string> other_;  // the till that the cashier was told about
     std::string question_;
     QTimer renewals_;
     QTimer asking_;  // until the question can be asked
