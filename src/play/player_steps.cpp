@@ -104,21 +104,24 @@ Progress choose_row(QTableView* table, const QString& value) {
 }
 
 // Presses and releases the mouse on a cell.
+Progress click_at(QWidget* widget, QPoint place) {
+    QTimer::singleShot(0, widget, [at = QPointer(widget), place] {
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            if (at == nullptr) return;
+            QMouseEvent mouse(type, place, at->mapToGlobal(place), Qt::LeftButton,
+                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                              Qt::NoModifier);
+            QCoreApplication::sendEvent(at, &mouse);
+        }
+    });
+    return Progress::ok();
+}
+
 Progress click_cell(QTableView* table, const QString& value) {
     const QModelIndex cell = cell_with(table, value);
     if (!cell.isValid()) return Progress::wait("no cell holds it");
     table->scrollTo(cell);
-    QTimer::singleShot(0, table, [table, place = table->visualRect(cell).center()] {
-        const QPointer<QWidget> view = table->viewport();
-        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            if (view == nullptr) return;
-            QMouseEvent mouse(type, place, view->mapToGlobal(place), Qt::LeftButton,
-                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
-                              Qt::NoModifier);
-            QCoreApplication::sendEvent(view, &mouse);
-        }
-    });
-    return Progress::ok();
+    return click_at(table->viewport(), table->visualRect(cell).center());
 }
 
 void put_focus(QWidget* widget) {
@@ -295,8 +298,9 @@ Progress Player::do_click(const Step& step) {
     if (widget == nullptr) return problem;
     if (auto* table = qobject_cast<QTableView*>(widget); table != nullptr && said.found)
         return click_cell(table, ui::qt(said.before));
+    if (qobject_cast<QLineEdit*>(widget) != nullptr) return click_at(widget, widget->rect().center());
     auto* button = qobject_cast<QAbstractButton*>(widget);
-    return button != nullptr ? click_later(button) : Progress::fail("it is no button");
+    return button != nullptr ? click_later(button) : Progress::fail("it is no button or field");
 }
 
 Progress Player::do_answer(const Step& step) {

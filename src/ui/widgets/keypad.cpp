@@ -10,6 +10,7 @@
 #include "ui/widgets/key_queue.h"
 #include "ui/widgets/pad.h"
 #include "ui/widgets/screen_choice.h"
+#include "ui/widgets/sheet.h"
 
 namespace ui {
 
@@ -47,14 +48,22 @@ bool Keypad::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType()) {
         const auto* device = static_cast<QMouseEvent*>(event)->pointingDevice();
         const bool by_finger = device != nullptr && device->type() == QInputDevice::DeviceType::TouchScreen;
-        if (by_finger && is_typed_into(static_cast<QWidget*>(watched))) open(true);
+        const auto* widget = static_cast<QWidget*>(watched);
+        const bool comes_back = comes_back_ && Sheet::top_of(widget->window()) != nullptr;
+        if ((by_finger || comes_back) && is_typed_into(widget)) open(true);
     }
     return false;
 }
 
 void Keypad::open(bool wanted) {
     is_open_ = wanted;
+    comes_back_ = false;
     follow();
+}
+
+void Keypad::shut_by_its_key() {
+    open(false);
+    comes_back_ = true;
 }
 
 void Keypad::follow() {
@@ -69,7 +78,7 @@ void Keypad::follow() {
         pad_->deleteLater();  // its key may be what moved the focus
         pad_ = nullptr;
     }
-    if (pad_ == nullptr) pad_ = new Pad(field->window(), [this] { open(false); });
+    if (pad_ == nullptr) pad_ = new Pad(field->window(), [this] { shut_by_its_key(); });
     if (!pad_->isVisible()) pad_->begin();
     pad_->make_way_for(field);
 }

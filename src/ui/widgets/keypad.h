@@ -11,7 +11,8 @@ namespace ui {
 struct ScreenChoice;
 class Pad;
 
-// Opens and closes the keypad by its key, its buttons and the finger that taps a field. The pad follows the
+// Opens and closes the keypad by its key, its buttons and the finger that taps a field. On a sheet, where no
+// button opens it, a click into a field brings back one that was closed by its own key. The pad follows the
 // focus from window to window and hides while nothing can be typed; it never takes the focus, and its keys
 // are handled like those of the keyboard.
 class Keypad : public QObject {
@@ -28,11 +29,13 @@ class Keypad : public QObject {
 
   private:
     void open(bool wanted);
+    void shut_by_its_key();
     void follow();
 
     const ScreenChoice& choice_;
     bool chosen_;  // the choice when it was last read
     bool is_open_;
+    bool comes_back_ = false;  // was closed by its own key, so a cashier without a keyboard will need it
     QPointer<Pad> pad_;
 };
 
