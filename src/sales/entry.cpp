@@ -209,8 +209,9 @@ bool ItemEntry::ask(database::Reads& reads) {
         return refused(message::label_has_quantity);
     // Without this right the line could be neither priced nor saved.
     if (entry_.form == EntryForm::general) {
-        const auto permit = signin::authorise(session_, prompts_, signin::Action::edit_price, signin::denied,
-                                              common::Icon::critical, {.what = entry_.name});
+        const auto permit =
+            signin::authorise(session_, prompts_, signin::Action::edit_price, signin::denied,
+                              common::Icon::critical, {.what = std::string(message::general_item)});
         approver_ = permit.approver;
         return permit;
     }

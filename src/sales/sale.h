@@ -158,8 +158,9 @@ class DeskPart {
         });
     }
     void report(std::string_view name, const std::exception& error);
-    signin::Permit authorise(signin::Action action) {
-        return signin::authorise(session_, services_.prompts, action);
+    signin::Permit authorise(signin::Action action, audit::Event about = {}) {
+        return signin::authorise(session_, services_.prompts, action, signin::denied, common::Icon::critical,
+                                 std::move(about));
     }
     // Lets the invoice be a return; what a supervisor allowed is kept on it.
     static void permit_return(const signin::Permit& permit, Invoice& invoice) {

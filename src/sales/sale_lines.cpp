@@ -235,7 +235,9 @@ std::vector<Match> SaleLines::match(const MatchQuery& query) {
 std::optional<ItemInfo> SaleLines::item_info(std::int64_t code) {
     using Answer = std::optional<ItemInfo>;
     return look_up("item info", Answer(), [&]() -> Answer {
-        if (!authorise(signin::Action::item_info)) return std::nullopt;
+        const auto line = std::ranges::find(invoice_.lines, code, &Line::item_code);
+        const std::string name = line == invoice_.lines.end() ? std::string() : line->name;
+        if (!authorise(signin::Action::item_info, {.what = name, .item = code})) return std::nullopt;
         return load_item_info(connection_, code);
     });
 }

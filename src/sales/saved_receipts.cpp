@@ -12,6 +12,15 @@ namespace sales {
 
 using signin::Action;
 
+namespace {
+
+// For whoever may allow what is asked of a saved receipt.
+audit::Event about(std::int64_t number) {
+    return {.what = "بون رقم " + std::to_string(number), .invoice = number};  // receipt number …
+}
+
+}  // namespace
+
 std::vector<ReceiptRow> SavedReceipts::receipts_today() {
     return look_up("list the receipts", std::vector<ReceiptRow>(), [&] {
         return receipts_of_day(connection_, sale_.chosen_store, session_.cash_point, server_date());
@@ -62,7 +71,7 @@ bool SavedReceipts::return_recalled(std::optional<signin::Permit> permit) {
             services_.prompts.message(message::select_invoice_first);
             return false;
         }
-        if (!permit) permit = authorise(Action::return_kind);
+        if (!permit) permit = authorise(Action::return_kind, about(sale_.recalled->invoice.number));
         if (!*permit) return false;
         Invoice back = return_of(connection_, *sale_.recalled);
         if (back.lines.empty()) {
@@ -82,8 +91,9 @@ bool SavedReceipts::return_recalled(std::optional<signin::Permit> permit) {
 }
 
 bool SavedReceipts::start_return(const ReceiptRow& receipt) {
-    const auto permit =
-        look_up("start a return", signin::Permit(), [&] { return authorise(Action::return_kind); });
+    const auto permit = look_up("start a return", signin::Permit(), [&] {
+        return authorise(Action::return_kind, about(receipt.identity.key.number));
+    });
     if (!permit || !recall(receipt)) return false;
     return_recalled(permit);
     return true;
@@ -91,7 +101,7 @@ bool SavedReceipts::start_return(const ReceiptRow& receipt) {
 
 bool SavedReceipts::print_again(const Invoice& invoice, const PaymentTaken& payment, std::int64_t shift,
                                 const common::TimeOfDay& time) {
-    const auto permit = authorise(Action::reprint);
+    const auto permit = authorise(Action::reprint, about(invoice.number));
     if (!permit) return false;
     audit::Event event = event_of(audit::Kind::reprint, invoice);
     event.invoice = invoice.number;

@@ -41,7 +41,7 @@ class SaleTiles : DeskPart {
     // All pages in their order, at the prices of the invoice. Tiles of deleted items are left out.
     std::vector<TilePage> pages();
     // Whether the user may change pages; says so if not. A supervisor allows it until end_editing().
-    bool may_edit() { return allowed_ = allowed_ || authorise(signin::Action::edit_price); }
+    bool may_edit() { return allowed_ = allowed_ || authorise(signin::Action::edit_tiles); }
     void end_editing() { allowed_ = false; }
     // Stores a page as it is now, a new one under the next number. Returns false after showing why it was
     // not stored, as when another till has changed it since it was read.

@@ -43,6 +43,7 @@ constexpr struct {
     {Action::open_drawer, "فتح الدرج بدون بيع"},              // opening the drawer without a sale
     {Action::item_info, "أسعار الصنف وربحه"},                 // an item's prices and profit
     {Action::edit_price, "تعديل سعر"},                        // changing a price
+    {Action::edit_tiles, "تعديل الأصناف السريعة"},            // changing the pages of tiles
     {Action::daily_statement, "كشف الخزينة وسجل الأحداث"},    // the cash statement and the journal
     {Action::edit_discount, "خصم على صنف"},                   // a discount on an item
     {Action::sell_reserved, "بيع كمية محجوزة"},               // selling reserved goods
@@ -75,6 +76,7 @@ std::string permissions_of(const database::Row& user) {
 }
 
 bool allows(std::string_view held, Action action) {
+    if (action == Action::edit_tiles) action = Action::edit_price;
     return std::ranges::any_of(permissions, [&](const Permission& permission) {
         return permission.action == action && has_permission(held, permission.position);
     });
@@ -93,12 +95,12 @@ bool allows_office(std::string_view held) {
 Permit authorise(const Session& session, common::Prompts& prompts, Action action, std::string_view refusal,
                  common::Icon icon, audit::Event about) {
     if (allows(session, action)) return {true};
+    about.what = std::string(caption_of(action)) + (about.what.empty() ? "" : ": ") + about.what;
     if (session.ask_supervisor)
-        about.approver = session.ask_supervisor({action, refusal, icon});
+        about.approver = session.ask_supervisor({action, refusal, icon, about.what});
     else
         prompts.message(refusal, icon);
     about.kind = about.approver ? audit::Kind::approval : audit::Kind::refusal;
-    about.what = std::string(caption_of(action)) + (about.what.empty() ? "" : ": ") + about.what;
     session.note(about);
     return {about.approver.has_value(), about.approver};
 }

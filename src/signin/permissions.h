@@ -18,6 +18,7 @@ enum class Action {
     open_drawer,
     item_info,
     edit_price,
+    edit_tiles,  // by the permission of edit_price
     daily_statement,
     edit_discount,
     sell_reserved,
@@ -67,9 +68,9 @@ struct Permit {
 };
 
 // The permit of an action. Without the right, `refusal` is shown, a supervisor may allow the action, and the
-// till's journal records either. `about` says what the action was to do; its kind does not count. It is
-// called where the guarded effect happens; a screen may also call it earlier, so that nobody types what will
-// be refused.
+// till's journal records either. `about` tells the supervisor and the journal what the action was to do; its
+// kind does not count. It is called where the guarded effect happens; a screen may also call it earlier, so
+// that nobody types what will be refused.
 Permit authorise(const Session& session, common::Prompts& prompts, Action action,
                  std::string_view refusal = denied, common::Icon icon = common::Icon::critical,
                  audit::Event about = {});

@@ -53,6 +53,7 @@ struct Refused {
     Action action{};
     std::string_view text;
     common::Icon icon{};
+    std::string what;  // the action and what it is about, as the supervisor reads it
 };
 
 // "training": what papers of a training say, and what the name of its shop begins with.

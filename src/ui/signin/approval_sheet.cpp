@@ -50,7 +50,7 @@ std::optional<audit::Person> ask_supervisor(const Context& context, const signin
     if (box.run() != offer_taken) return std::nullopt;
     std::optional<audit::Person> approver;
     guarded(context.services, "Approve", [&] {
-        ApprovalSheet sheet(window_in_use(), context, refused.action);
+        ApprovalSheet sheet(window_in_use(), context, refused);
         if (!sheet.open()) return;
         if (badge.empty() || !sheet.take_badge(badge)) sheet.run();
         approver = sheet.approver();
@@ -58,13 +58,13 @@ std::optional<audit::Person> ask_supervisor(const Context& context, const signin
     return approver;
 }
 
-ApprovalSheet::ApprovalSheet(QWidget* host, const Context& context, signin::Action action)
+ApprovalSheet::ApprovalSheet(QWidget* host, const Context& context, const signin::Refused& refused)
     : Sheet(host, "موافقة المشرف"),
       context_(context),
-      logic_(context.connection, context.session, context.services, action) {
+      logic_(context.connection, context.session, context.services, refused.action) {
     setObjectName("approval");
     set_card_width(460);
-    auto* what = label(qt(signin::caption_of(action)), "said");
+    auto* what = label(sentence(qt(refused.what)), "said");
     what->setObjectName("approval_action");
     what->setWordWrap(true);
     body()->addWidget(what);

@@ -18,7 +18,7 @@ std::optional<audit::Person> ask_supervisor(const Context& context, const signin
 class ApprovalSheet : public Sheet {
     Q_OBJECT
   public:
-    ApprovalSheet(QWidget* host, const Context& context, signin::Action action);
+    ApprovalSheet(QWidget* host, const Context& context, const signin::Refused& refused);
     // Returns false after a message if nobody else may allow the action.
     bool open();
     // Returns false after showing why the badge allows nothing.
