@@ -128,6 +128,10 @@ inline constexpr std::string_view no_such_offer = "عرض السعر غير مو
 inline constexpr std::string_view item_of = "الصنف ";
 inline constexpr std::string_view item_deleted = " تم حذفه ولا يمكن بيعه";
 
+// Stand on a line of an item with a code. For the price of another item, type its name.
+inline constexpr std::string_view no_item_line =
+    "قف على سطر صنف له كود.\nولمعرفة سعر صنف ليس في البون اكتب اسمه في خانة الكود";
+
 // --- lines from another store ------------------------------------------------------------------------
 // Type the code of an item that is kept in stock, or choose its line, in a sale.
 inline constexpr std::string_view no_source_line =

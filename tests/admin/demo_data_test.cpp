@@ -74,6 +74,8 @@ TEST_F(DemoData, IsConsistent) {
         "select count(*) from reservd r left join items i on r.icode = i.code where i.code is null",
         "select count(*) from reservd r left join custdata c on r.ccode = c.ccode where c.ccode is null",
         "select count(*) from reservd d left join reservt t on d.rnum = t.rnum where t.rnum is null",
+        "select count(*) from till_tile t left join items i on t.icode = i.code where t.place > 0 and i.code "
+        "is null",
         "select count(*) from subx s left join mainx m on s.mcode = m.code where m.code is null",
         "select count(*) from cash c left join stocks s on c.stcode = s.code where s.code is null",
         // nothing has been sold yet, so every balance is the opening balance
@@ -116,6 +118,8 @@ TEST_F(DemoData, HasEnoughOfEverything) {
         {"select count(*) from custdata where isnull(ctype,0) = 0", 5, 50},
         {"select count(*) from custdata where ctype = 1", 1, 50},
         {"select count(*) from codes", 30, 256},
+        {"select count(*) from till_tile t join items i on t.icode = i.code where i.[desc] like '%بالكيلو%'",
+         20, 60},
     };
     for (const auto& a : amounts) {
         const double found = number(a.query);

@@ -20,6 +20,7 @@
 #include "support/services.h"
 #include "ui/signin/waiting_window.h"
 #include "ui/widgets/colours.h"
+#include "ui/widgets/column_menu.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_model.h"
@@ -236,6 +237,29 @@ TEST(MessageBox, HasRoomForEveryCaptionInBold) {
     QFont bold = offer->font();
     bold.setBold(true);
     EXPECT_GE(offer->minimumWidth(), QFontMetrics(bold).horizontalAdvance(offer->text()) + 2 * ui::px(16));
+}
+
+// The first column stands on the right, where its entry is painted and answers to the mouse.
+TEST(ColumnMenu, RunsFromRightToLeft) {
+    ui::ColumnMenu menu(nullptr);
+    menu.setLayoutDirection(Qt::RightToLeft);
+    menu.setStyleSheet("QMenu::item { padding: 20px; } QMenu::item:selected { background: #ff0000; }");
+    int taken = -1;
+    for (int at = 0; at < 40; ++at)
+        QObject::connect(menu.addAction("entry"), &QAction::triggered, [&taken, at] { taken = at; });
+    menu.popup({});
+    const QRect first = menu.actionGeometry(menu.actions().front());
+    const QRect last = menu.actionGeometry(menu.actions().back());
+    ASSERT_GT(last.left(), first.right()) << "one column";
+    const QPoint there(menu.width() - 1 - first.center().x(), first.center().y());
+    menu.setActiveAction(menu.actions().front());
+    EXPECT_EQ(menu.grab().toImage().pixelColor(there + QPoint(0, 15)), QColor(Qt::red));
+    for (const auto type : {QEvent::MouseMove, QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent mouse(type, there, menu.mapToGlobal(there), Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(&menu, &mouse);
+    }
+    EXPECT_EQ(taken, 0);
 }
 
 // A large shop is copied before its update; the window cannot be left before that.

@@ -17,6 +17,14 @@ constexpr double figure_size = 56;  // as in the style sheet
 
 }  // namespace
 
+Outcome outcome_of(const sales::LastReceipt& receipt) {
+    const sales::Invoice& invoice = receipt.invoice;
+    if (!sales::moves_cash(invoice.payment))
+        return {qt(sales::payment_caption(invoice.payment)), invoice.net()};
+    if (invoice.is_return()) return {"يرد للعميل", receipt.payment.paid};
+    return {"الباقي", receipt.payment.change};
+}
+
 ChangeCard::ChangeCard(QWidget* parent) : QFrame(parent) {
     setObjectName("change_card");
     set_role(this, "change");
@@ -45,9 +53,8 @@ void ChangeCard::show_state(const sales::SalesDesk& desk) {
     const bool shown =
         last && !last->is_over && desk.invoice().lines.empty() && sales::moves_cash(last->invoice.payment);
     if (shown) {
-        const bool is_return = last->invoice.is_return();
-        const common::Amount amount = is_return ? last->payment.paid : last->payment.change;
-        caption_->setText(is_return ? "يرد للعميل" : "الباقي");
+        const auto [caption, amount] = outcome_of(*last);
+        caption_->setText(caption);
         receipt_->setText("بون رقم " + QString::number(last->invoice.number));
         net_->setText("الصافي " + figure(last->invoice.net().text()));
         paid_->setText("المدفوع " + figure(last->payment.paid.text()));

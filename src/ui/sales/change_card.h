@@ -3,13 +3,24 @@
 
 #include <QFrame>
 
+#include "common/amount.h"
+
 class QLabel;
 
 namespace sales {
 class SalesDesk;
-}
+struct LastReceipt;
+}  // namespace sales
 
 namespace ui {
+
+// What the cashier still needs to know of a saved receipt: its change, the cash that goes back, or how its
+// net was paid.
+struct Outcome {
+    QString caption;
+    common::Amount amount;
+};
+Outcome outcome_of(const sales::LastReceipt& receipt);
 
 class ChangeCard : public QFrame {
     Q_OBJECT

@@ -239,6 +239,7 @@ LineView::LineView(LineModel* model, QWidget* parent) : QTableView(parent) {
     // Tab skips a grid without lines.
     const auto follow = [this] {
         setFocusPolicy(this->model()->rowCount() > 0 ? Qt::StrongFocus : Qt::ClickFocus);
+        set_heights();
     };
     connect(model, &QAbstractItemModel::rowsInserted, this, follow);
     connect(model, &QAbstractItemModel::rowsRemoved, this, follow);
@@ -254,7 +255,7 @@ void LineView::set_background(const QColor& background) {
 void LineView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     painter.fillRect(event->rect(), background_);
-    if (model()->rowCount() == 0) {
+    if (model()->rowCount() == 0 && viewport()->height() > painter.fontMetrics().height()) {
         painter.setPen(QColor(colour::quiet));
         painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, empty_text);
     }
@@ -272,7 +273,10 @@ void LineView::set_compact(bool compact) {
 // Compact rows are low enough for 15 of them on a plain sale.
 void LineView::set_heights() {
     const bool compact = property(compact_property).toBool();
-    show_whole_rows(this, px(compact ? 26 : 53), px(compact ? 28 : 45));
+    const int row = px(compact ? 26 : 53);
+    const int headings = px(compact ? 28 : 45);
+    setMinimumHeight(headings + std::min(model()->rowCount(), compact ? 2 : 1) * row);
+    show_whole_rows(this, row, headings);
 }
 
 void LineView::set_widths() {

@@ -6,7 +6,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QVBoxLayout>
@@ -24,6 +23,7 @@
 #include "ui/sales/tiles_panel.h"
 #include "ui/sales/totals_panel.h"
 #include "ui/widgets/colours.h"
+#include "ui/widgets/column_menu.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_button.h"
 #include "ui/widgets/key_queue.h"
@@ -106,6 +106,7 @@ QWidget* SalesWindow::build_main() {
     column->addWidget(frame, 1);
     tiles_ = new TilesPanel(desk_, context_, lines_);
     column->addWidget(tiles_);
+    main->installEventFilter(tiles_);
     printing_ = new PrintingLine(context_.services);
     column->addWidget(printing_);
     column->addWidget(build_foot());
@@ -160,7 +161,7 @@ void SalesWindow::build_strip() {
 }
 
 void SalesWindow::build_menu() {
-    auto* menu = new QMenu(header_->menu_button());
+    auto* menu = new ColumnMenu(header_->menu_button());
     menu->setObjectName("main_menu");
     const auto add = [menu](const QString& name, const QString& caption, const QString& cap, auto action) {
         QAction* entry = menu->addAction(cap.isEmpty() ? caption : caption + "\t" + cap);
@@ -299,18 +300,20 @@ void SalesWindow::repaint_all() {
     // for lines. It is then hidden unless it holds a text; tiles go into the upper field.
     const bool has_room = !tiles_->is_cramped() || !entry_bar_->recalled_field()->text().isEmpty();
     entry_bar_->show_recalled(desk_.sale().recalled && has_room);
+    tiles_->parentWidget()->layout()->setSpacing(px(tiles_->is_cramped() ? 6 : 10));
     party_bar_->show_state(desk_);
-    tiles_->fit();
     lines_->set_compact(context_.screen_choice.compact_rows);
     lines_->set_background(colour::from_blue_first(sales::grid_colour(desk_.invoice().kind)));
     model_->refresh();
     lines_->show_current(desk_.sale().current_row ? static_cast<int>(*desk_.sale().current_row) : -1);
-    show_stock();
     double pieces = 0;
     for (const sales::Line& line : desk_.invoice().lines)
         pieces += line.quantity;
     counts_->setText("السطور " + QString::number(desk_.invoice().lines.size()) + " · القطع " +
-                     qt(common::format_quantity(pieces)));
+                     qt(common::shortest_text(common::round_decimals(pieces, 3))));
+    counts_->setVisible(!desk_.invoice().lines.empty());
+    counts_->parentWidget()->layout()->activate();  // the stock takes what they leave
+    show_stock();
     totals_->show_state(desk_);
     change_->show_state(desk_);
     emit shown();

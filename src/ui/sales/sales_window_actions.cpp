@@ -298,9 +298,8 @@ void SalesWindow::search() {
 void SalesWindow::item_info() {
     act("ItemInfo", [&] {
         const auto row = desk_.sale().current_row;
-        if (!row) return;
-        const auto code = desk_.invoice().lines[*row].item_code;
-        if (!code) return;
+        const auto code = row ? desk_.invoice().lines[*row].item_code : std::nullopt;
+        if (!code) return context_.services.prompts.message(sales::message::no_item_line);
         const auto info = desk_.lines().item_info(*code);
         if (info) ItemInfoSheet(this, *info, &desk_.sale().stock).run();
     });

@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -27,14 +28,16 @@ namespace {
 
 constexpr double tile_width = 128;
 constexpr double tile_height = 88;
+constexpr double low_tile_height = 60;  // where not even one row of the others fits
 constexpr double between = 6;
+constexpr int most_rows = 3;
 constexpr double tab_height = 44;
 
 // Passes the arrows on to the panel, which knows the rows; the scroll area between would take them.
 class GridButton : public QPushButton {
   public:
     GridButton(const QString& caption, QWidget* panel) : QPushButton(caption), panel_(panel) {
-        setMinimumSize(px(tile_width), px(tile_height));
+        setMinimumWidth(px(tile_width));
     }
 
   protected:
@@ -44,6 +47,11 @@ class GridButton : public QPushButton {
             QCoreApplication::sendEvent(panel_, event);
         else
             QPushButton::keyPressEvent(event);
+    }
+    // The scroll area follows the focus only where it moves within.
+    void focusInEvent(QFocusEvent* event) override {
+        QPushButton::focusInEvent(event);
+        if (auto* scroll = panel_->findChild<QScrollArea*>()) scroll->ensureWidgetVisible(this, 0, 0);
     }
 
   private:
@@ -114,7 +122,12 @@ void remove_all(QLayout* layout) {
 }  // namespace
 
 TilesPanel::TilesPanel(sales::SalesDesk& desk, const Context& context, QWidget* before)
-    : desk_(desk), context_(context), before_(before), tabs_(new QHBoxLayout), area_(new QWidget) {
+    : desk_(desk),
+      context_(context),
+      before_(before),
+      tabs_(new QHBoxLayout),
+      scroll_(new QScrollArea),
+      area_(new QWidget) {
     setObjectName("tiles_panel");
     set_role(this, "grid");
     auto* column = new QVBoxLayout(this);
@@ -122,19 +135,18 @@ TilesPanel::TilesPanel(sales::SalesDesk& desk, const Context& context, QWidget* 
     column->setSpacing(px(6));
     tabs_->setSpacing(px(between));
     column->addLayout(tabs_);
-    auto* scroll = new QScrollArea;
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setWidgetResizable(true);
-    scroll->setWidget(area_);
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setFocusPolicy(Qt::NoFocus);
+    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll_->setWidgetResizable(true);
+    scroll_->setWidget(area_);
     area_->setObjectName("tiles");
     set_role(area_, "tiles");
-    set_role(scroll, "tiles");
+    set_role(scroll_, "tiles");
     auto* grid = new QGridLayout(area_);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(px(between));
-    column->addWidget(scroll, 1);
+    column->addWidget(scroll_, 1);
     hide();
 }
 
@@ -238,11 +250,29 @@ bool TilesPanel::is_cramped() const {
     return isVisible() && window()->height() < px(900);
 }
 
-// The lines need the rest of the screen, and a recalled receipt also needs its bar above them.
 void TilesPanel::fit() {
-    const int most = !is_cramped() ? 3 : desk_.sale().recalled ? 1 : 2;
-    const int needed = std::max(1, (static_cast<int>(tiles_.size()) + columns_ - 1) / columns_);
-    setFixedHeight(px(tab_height) + std::min(needed, most) * px(tile_height + between) + px(20));
+    QLayout* column = parentWidget()->layout();
+    const int width = parentWidget()->width();
+    const int others = (column->hasHeightForWidth() ? column->minimumHeightForWidth(width)
+                                                    : column->totalMinimumSize().height()) -
+                       (isVisible() ? minimumHeight() : 0);
+    const int tabs = px(tab_height) + px(20);
+    const int room = parentWidget()->height() - others - tabs;
+    const bool is_low = room < px(tile_height + between);
+    const int row = px((is_low ? low_tile_height : tile_height) + between);
+    for (QPushButton* tile : tiles_)
+        tile->setFixedHeight(row - px(between));
+    const int needed = (static_cast<int>(tiles_.size()) + columns_ - 1) / columns_;
+    const int height = tabs + std::clamp(needed, 1, std::clamp(room / row, 1, most_rows)) * row;
+    if (height == minimumHeight()) return;
+    setFixedHeight(height);
+    scroll_->verticalScrollBar()->setValue(0);
+}
+
+// Parts above the lines come and go, also by themselves.
+bool TilesPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (isVisible() && (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize)) fit();
+    return QFrame::eventFilter(watched, event);
 }
 
 void TilesPanel::choose_page(std::size_t page) {

@@ -10,6 +10,7 @@
 
 class QHBoxLayout;
 class QPushButton;
+class QScrollArea;
 
 namespace sales {
 class SalesDesk;
@@ -27,8 +28,6 @@ class TilesPanel : public QFrame {
     void toggle();
     // Shows the prices of another price level.
     void refresh();
-    // Takes the height that the invoice on the screen leaves.
-    void fit();
     // Returns true if the panel leaves little of a small screen.
     bool is_cramped() const;
 
@@ -40,12 +39,15 @@ class TilesPanel : public QFrame {
     void left();
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent*) override { emit toggled(); }
     void hideEvent(QHideEvent*) override { emit toggled(); }
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    // Takes the height that the lines and the parts around them leave.
+    void fit();
     void read();
     void show_pages();
     void show_tiles();
@@ -66,6 +68,7 @@ class TilesPanel : public QFrame {
     const Context& context_;
     QWidget* before_;
     QHBoxLayout* tabs_;
+    QScrollArea* scroll_;
     QWidget* area_;
     std::vector<QPushButton*> tiles_;
     int columns_ = 1;

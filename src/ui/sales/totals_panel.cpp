@@ -8,10 +8,12 @@
 
 #include "common/numbers.h"
 #include "sales/sales_desk.h"
+#include "ui/sales/change_card.h"
 #include "ui/sales/commands.h"
 #include "ui/sales/quick_cash.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/key_button.h"
+#include "ui/widgets/pad.h"
 #include "ui/widgets/sheet.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
@@ -73,6 +75,7 @@ TotalsPanel::TotalsPanel(QWidget* parent) : QWidget(parent) {
 QWidget* TotalsPanel::build_net() {
     auto* net = new QFrame;
     set_role(net, "net");
+    net->setProperty(read_property, true);
     auto* stack = new QVBoxLayout(net);
     stack->setContentsMargins(px(18), px(8), px(18), px(4));
     stack->setSpacing(0);
@@ -198,7 +201,8 @@ void TotalsPanel::show_state(const sales::SalesDesk& desk) {
     }
     if (const auto& last = desk.last_receipt()) {
         last_number_->setText("آخر بون " + QString::number(last->invoice.number));
-        last_change_->setText("الباقي " + figure(last->payment.change.text()));
+        const auto [caption, amount] = outcome_of(*last);
+        last_change_->setText(caption + " " + figure(amount.text()));
     }
 }
 

@@ -58,6 +58,7 @@ SignInWindow::SignInWindow(const Context& context, bool offers_training)
     help->setAutoDefault(true);
     auto* others = new QHBoxLayout;
     others->setSpacing(px(10));
+    help->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);  // as high as its neighbours
     others->addWidget(help, 1);
     auto* keypad = new QPushButton("⌨");
     keypad->setObjectName("keypad_button");

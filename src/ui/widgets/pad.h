@@ -8,7 +8,7 @@ class QGridLayout;
 
 namespace ui {
 
-// Property of a widget that is read from afar, such as the change. The pad covers it only if there is no
+// Property of a widget that is read from afar, such as net and change. The pad covers it only if there is no
 // other place.
 inline constexpr auto read_property = "read";
 
