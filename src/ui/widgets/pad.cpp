@@ -68,9 +68,10 @@ QRect place_in_window(const QWidget* widget) {
     return {widget->mapTo(widget->window(), QPoint()), widget->size()};
 }
 
-// Where typing goes; in a grid, the row whose cell would be opened.
+// Where typing goes; in a grid, the row whose cell is or would be opened.
 QRect place_of_typing(const QWidget* field) {
     const auto* grid = qobject_cast<const QAbstractItemView*>(field);
+    if (grid == nullptr) grid = qobject_cast<const QAbstractItemView*>(field->parentWidget()->parentWidget());
     if (grid == nullptr) return place_in_window(field);
     QRect row = grid->visualRect(grid->currentIndex());
     row.setLeft(0);
