@@ -48,6 +48,14 @@ TEST(Keypad, NeverCoversTheFieldThatItTypesInto) {
         for (const auto* key : pad.findChildren<QPushButton*>())
             EXPECT_GE(std::min(key->width(), key->height()), ui::px(56)) << key->objectName().toStdString();
     }
+    // Nor, for long, buttons that come to stand below it.
+    pad.begin();
+    pad.make_way_for(field);
+    QPushButton below(&window);
+    below.setGeometry(pad.geometry().adjusted(60, 60, -60, -60));
+    below.show();
+    pad.make_way_for(field);
+    EXPECT_FALSE(pad.geometry().intersects(below.geometry()));
 }
 
 // A sound card that is a file gets the tone: 1320 Hz for 0.06 s are 79 waves. Without one, or without the

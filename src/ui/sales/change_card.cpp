@@ -50,8 +50,8 @@ ChangeCard::ChangeCard(QWidget* parent) : QFrame(parent) {
 
 void ChangeCard::show_state(const sales::SalesDesk& desk) {
     const auto& last = desk.last_receipt();
-    const bool shown =
-        last && !last->is_over && desk.invoice().lines.empty() && sales::moves_cash(last->invoice.payment);
+    const bool shown = last && !last->is_over && last->shift == desk.shift_number() &&
+                       desk.invoice().lines.empty() && sales::moves_cash(last->invoice.payment);
     if (shown) {
         const auto [caption, amount] = outcome_of(*last);
         caption_->setText(caption);

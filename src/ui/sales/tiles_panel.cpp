@@ -28,7 +28,8 @@ namespace {
 
 constexpr double tile_width = 128;
 constexpr double tile_height = 88;
-constexpr double low_tile_height = 60;  // where not even one row of the others fits
+constexpr double small_screen_height = 72;  // with two rows of these, two lines are seen as well
+constexpr double low_height = 60;           // where not even one row of the others fits
 constexpr double between = 6;
 constexpr int most_rows = 3;
 constexpr double tab_height = 44;
@@ -258,8 +259,8 @@ void TilesPanel::fit() {
                        (isVisible() ? minimumHeight() : 0);
     const int tabs = px(tab_height) + px(20);
     const int room = parentWidget()->height() - others - tabs;
-    const bool is_low = room < px(tile_height + between);
-    const int row = px((is_low ? low_tile_height : tile_height) + between);
+    const double usual = is_cramped() ? small_screen_height : tile_height;
+    const int row = px((room < px(usual + between) ? low_height : usual) + between);
     for (QPushButton* tile : tiles_)
         tile->setFixedHeight(row - px(between));
     const int needed = (static_cast<int>(tiles_.size()) + columns_ - 1) / columns_;

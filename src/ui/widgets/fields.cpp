@@ -69,7 +69,9 @@ void SelectingField::focusInEvent(QFocusEvent* event) {
 void SelectingField::mouseReleaseEvent(QMouseEvent* event) {
     QLineEdit::mouseReleaseEvent(event);
     // The press has put the cursor into the old text: "10" typed there would turn 0.00 into 100.00.
-    if (std::exchange(clicked_into_, false)) selectAll();
+    // So would a further click before anything is typed.
+    const bool was_left_alone = !isModified() && !hasSelectedText();
+    if (std::exchange(clicked_into_, false) || was_left_alone) selectAll();
 }
 
 void AmountField::keyPressEvent(QKeyEvent* event) {

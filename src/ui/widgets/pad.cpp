@@ -23,6 +23,7 @@ namespace {
 
 constexpr double key_size = 56;
 constexpr double gap = 5;
+constexpr double some_buttons = 200;  // it is not moved for less than a row of so many pixels
 
 // Keys that do more than type their caption.
 const std::map<QString, Qt::Key>& named_keys() {
@@ -186,9 +187,16 @@ void Pad::make_way_for(const QWidget* field) {
         if (acts) pressed.push_back(place_in_window(widget));
         if (widget->property(read_property).toBool()) read.push_back(place_in_window(widget));
     }
-    const auto is_covered = [this](const QRect& one) { return geometry().intersects(one); };
-    if (top == front_ && !is_covered(typed_into) && std::ranges::none_of(read, is_covered)) return;
-    front_ = top;
+    const auto cost_of = [&](const QRect& here) {
+        constexpr qint64 never = 1'000'000;
+        constexpr qint64 hardly = 100;
+        qint64 cost = never * common_area(here, typed_into);
+        for (const QRect& one : read)
+            cost += hardly * common_area(here, one);
+        for (const QRect& one : pressed)
+            cost += common_area(here, one);
+        return cost;
+    };
     constexpr int steps = 16;
     const QRect room = parentWidget()->contentsRect();
     const QSize spare = room.size() - size();
@@ -199,18 +207,15 @@ void Pad::make_way_for(const QWidget* field) {
             const QRect here(
                 room.topLeft() + QPoint(spare.width() * along / steps, spare.height() * down / steps),
                 size());
-            constexpr qint64 never = 1'000'000;
-            constexpr qint64 hardly = 100;
-            qint64 cost = never * common_area(here, typed_into);
-            for (const QRect& one : read)
-                cost += hardly * common_area(here, one);
-            for (const QRect& one : pressed)
-                cost += common_area(here, one);
+            const qint64 cost = cost_of(here);
             if (cost >= least) continue;
             least = cost;
             best = here.topLeft();
         }
     }
+    const bool is_near_best = cost_of(geometry()) < least + qint64(px(some_buttons)) * px(key_size);
+    if (top == front_ && is_near_best) return;
+    front_ = top;
     move(best);
 }
 
