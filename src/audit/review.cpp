@@ -1,6 +1,7 @@
 #include "audit/review.h"
 
 #include "audit/chain.h"
+#include "common/cash_point.h"
 #include "database/choices.h"
 #include "database/reads.h"
 
@@ -58,7 +59,7 @@ std::array<std::string, 9> ReviewRow::cells() const {
             or_empty(event.item),
             or_empty(event.invoice),
             event.approver ? event.approver->name : std::string(),
-            std::to_string(till)};
+            common::cash_point_name(till)};
 }
 
 std::array<std::string, 4> KindTotal::cells() const {

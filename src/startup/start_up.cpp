@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "common/cash_point.h"
 #include "startup/messages.h"
 #include "startup/reasons.h"
 #include "startup/shop_files.h"
@@ -67,7 +68,8 @@ void StartUp::prepare_files() {
     session_.program_folder = environment_.program_folder;
     session_.working_folder = environment_.working_folder;
     session_.is_office = environment_.is_office;
-    session_.cash_point = environment_.is_office ? first_office : cash_point_of(environment_.command_line);
+    session_.cash_point =
+        environment_.is_office ? common::first_office : cash_point_of(environment_.command_line);
     const std::filesystem::path& folder = environment_.working_folder;
     if (!has_connection_file(folder) && !find_file(environment_.program_folder, version_file_name))
         throw StartUpError(folder.string() + ": there is no shop",

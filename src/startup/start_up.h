@@ -43,11 +43,6 @@ struct Environment {
     static Environment here(const std::string& command_line);
 };
 
-// The office takes a number after those of the cash points, so that it can be told from every till. On a
-// server the offices of other machines take the next ones.
-inline constexpr std::int64_t first_office = 10;
-inline constexpr std::int64_t last_office = 19;
-
 // The code of the log lines for what went wrong at the start.
 inline constexpr std::string_view failure_log_code = "223";
 

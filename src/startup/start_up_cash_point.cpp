@@ -1,4 +1,5 @@
 // How a start gets its cash point: from the tills of this machine, and from the machines of a server.
+#include "common/cash_point.h"
 #include "common/text.h"
 #include "startup/messages.h"
 #include "startup/start_up.h"
@@ -70,12 +71,12 @@ bool StartUp::claim_cash_point() {
 // Takes the first number that no office of another machine has.
 bool StartUp::claim_office() {
     std::optional<std::string> other;
-    for (std::int64_t number = first_office; number <= last_office; ++number) {
+    for (std::int64_t number = common::first_office; number <= common::last_office; ++number) {
         claim_.emplace(number, place_of_this_machine());
         other = claim_->claim(*connection_);
         if (other) continue;
         session_.cash_point = number;
-        if (number != first_office) open_trail();
+        if (number != common::first_office) open_trail();
         return true;
     }
     claim_.reset();
