@@ -7,8 +7,7 @@
 namespace common {
 
 // The office takes a number after those of the cash points, so that it can be told from every till. On a
-// server the offices of other machines take
-// the next ones.
+// server the offices of other machines take the next ones.
 inline constexpr std::int64_t first_office = 10;
 inline constexpr std::int64_t last_office = 19;
 

@@ -71,13 +71,22 @@ void PricePlan::plan(const Row& card, int unit_level, int price_level, double pe
     }
     const bool is_below = cost && rounded < *cost && !same_price(rounded, *cost);
     if (is_below) ++below_cost_;
-    changes_.push_back(
-        {{card.integer("code"), unit_level, price_level, rounded}, card.text("name"), from, is_below});
+    const NewPrice price{card.integer("code"), unit_level, price_level, rounded};
+    changes_.push_back({price, card.text("name"), from, is_below});
+    plan_lowered(card, price);
+}
+
+void PricePlan::plan_lowered(const Row& card, const NewPrice& retail) {
+    for (const ChangedPrice& lowered : lowered_with(retail, level_prices(card, retail.unit_level))) {
+        if (choice.price_levels.contains(lowered.price.price_level)) continue;
+        ++lowered_with_retail_;
+        changes_.push_back({lowered.price, card.text("name"), lowered.from.value_or(0), false, true});
+    }
 }
 
 void PricePlan::forget() {
     changes_.clear();
-    items_ = below_cost_ = left_out_ = 0;
+    items_ = below_cost_ = lowered_with_retail_ = left_out_ = 0;
 }
 
 std::optional<Refusal> PricePlan::work_out() {

@@ -38,6 +38,7 @@ struct PlannedPrice {
     std::string name;
     double from = 0;
     bool is_below_cost = false;
+    bool is_lowered_with_retail = false;  // although its level was not chosen
 };
 
 class PricePlan {
@@ -53,10 +54,12 @@ class PricePlan {
     std::optional<common::Refusal> work_out();
     void forget();
     const std::vector<PlannedPrice>& changes() const { return changes_; }
-    // How many items change, how many of the new prices are below the cost, and how many prices stay as they
-    // are because they would be 0, too large, or because the item has no cost.
+    // How many items change, how many of the new prices are below the cost, how many come down only so as not
+    // to be above retail, and how many prices stay as they are because they would be 0, too large, or because
+    // the item has no cost.
     std::size_t items() const { return items_; }
     std::size_t below_cost() const { return below_cost_; }
+    std::size_t lowered_with_retail() const { return lowered_with_retail_; }
     std::size_t left_out() const { return left_out_; }
 
     // Writes what was worked out, in one transaction, or nothing: also if one of the prices is not what it
@@ -65,6 +68,7 @@ class PricePlan {
 
   private:
     void plan(const database::Row& card, int unit_level, int price_level, double percent);
+    void plan_lowered(const database::Row& card, const NewPrice& retail);
     std::optional<double> cost_of(const database::Row& card, int unit_level) const;
 
     database::Connection& connection_;
@@ -74,6 +78,7 @@ class PricePlan {
     std::vector<PlannedPrice> changes_;
     std::size_t items_ = 0;
     std::size_t below_cost_ = 0;
+    std::size_t lowered_with_retail_ = 0;
     std::size_t left_out_ = 0;
 };
 

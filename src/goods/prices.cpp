@@ -159,6 +159,27 @@ std::vector<ChangedPrice> change_prices(Connection& connection, const signin::Se
     return changed;
 }
 
+LevelPrices level_prices(const Row& card, int unit_level) {
+    LevelPrices prices;
+    for (int level = 1; level <= price_levels; ++level)
+        prices[static_cast<std::size_t>(level) - 1] =
+            number_or_none(card, sales::price_column(unit_level, level));
+    return prices;
+}
+
+std::vector<ChangedPrice> lowered_with(const NewPrice& retail, const LevelPrices& now) {
+    std::vector<ChangedPrice> lowered;
+    if (retail.price_level != sales::retail_level) return lowered;
+    const double former = now[sales::retail_level - 1].value_or(0);
+    for (int level = sales::retail_level + 1; level <= price_levels; ++level) {
+        const auto& price = now[static_cast<std::size_t>(level) - 1];
+        const bool was_above = price && *price > former && !same_price(*price, former);
+        if (price && !was_above && *price > retail.price && !same_price(*price, retail.price))
+            lowered.push_back({{retail.item, retail.unit_level, level, retail.price}, price});
+    }
+    return lowered;
+}
+
 std::vector<NewPrice> costs_of_units(const Row& card, double cost_of_unit) {
     const std::int64_t item = card.integer("code");
     const double before = card.number("price11");

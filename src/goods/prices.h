@@ -1,6 +1,7 @@
 // The prices of items: the one way in which the office changes them, and the history of their changes.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -48,6 +49,14 @@ bool same_price(double one, double other);
 std::vector<ChangedPrice> change_prices(database::Connection& connection, const signin::Session& session,
                                         const common::Moment& now, const std::vector<NewPrice>& prices,
                                         std::string_view why);
+
+// The prices of a unit on a card, from level 1; nothing where the card has none.
+using LevelPrices = std::array<std::optional<double>, price_levels>;
+LevelPrices level_prices(const database::Row& card, int unit_level);
+
+// The other selling prices of the unit that come down to a new retail price: those that were not above the
+// old one and would be above the new one. Nobody pays more at wholesale than at retail.
+std::vector<ChangedPrice> lowered_with(const NewPrice& retail, const LevelPrices& now);
 
 // The cost of an item in all its units, from the cost of one unit. A pack or carton costs as much as the
 // units in it, unless the card (a row of items) gives it a cost of its own.

@@ -69,7 +69,7 @@ class GoodsIn {
     std::size_t row = 0;
     LineFields line_fields() const;
     std::optional<common::Refusal> set_line(const LineFields& typed);
-    // The units that the line's item comes in.
+    // The units that the line's item comes in; of goods that go back from a receipt the one they came in.
     std::vector<common::Choice> units();
     // Adds a line of the same goods for a batch of another expiry date.
     void add_batch();
@@ -99,6 +99,7 @@ class GoodsIn {
     bool confirm_names(const std::vector<std::string>& names, std::string_view before,
                        std::string_view after);
     bool confirm_invoice();
+    std::vector<std::string> items_lowered_with_retail();
     Line line_of(const sales::Item& item);
 
     database::Connection& connection_;

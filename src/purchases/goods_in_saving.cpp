@@ -3,8 +3,10 @@
 #include "common/messages.h"
 #include "common/typed.h"
 #include "database/choices.h"
+#include "database/reads.h"
 #include "purchases/goods_in.h"
 #include "purchases/messages.h"
+#include "purchases/new_prices.h"
 #include "reports/frozen_day.h"
 #include "signin/permissions.h"
 
@@ -70,7 +72,35 @@ bool GoodsIn::confirm() {
         return false;
     return receipt_.is_return() ||
            (confirm_names(below_cost, message::below_cost, message::ask_all_the_same) &&
+            confirm_names(items_lowered_with_retail(), message::lowered_with_retail,
+                          message::ask_all_the_same) &&
             confirm_names(expired, message::expired, message::ask_all_the_same));
+}
+
+// The items that have a price of its own below retail, such as wholesale, that the new retail price takes
+// along. One that was the retail price follows it without a word, as on the item's card.
+std::vector<std::string> GoodsIn::items_lowered_with_retail() {
+    const std::vector<common::Amount> costs = receipt_.costs();
+    std::vector<std::string> names;
+    database::Reads reads;
+    for (std::size_t at = 0; at < receipt_.lines.size(); ++at) {
+        const Line& line = receipt_.lines[at];
+        if (!line.new_retail && !line.margin) continue;
+        const double base_cost = costs[at].value() / line.base_quantity();
+        reads.add(sales::item_statement(line.item),
+                  [&line, &names, base_cost](const database::Result& cards) {
+                      if (cards.empty()) return;
+                      for (const goods::NewPrice& retail : new_prices(line, base_cost, cards.front())) {
+                          const auto now = goods::level_prices(cards.front(), retail.unit_level);
+                          const double former = now[sales::retail_level - 1].value_or(0);
+                          for (const auto& lowered : goods::lowered_with(retail, now))
+                              if (!goods::same_price(*lowered.from, former))
+                                  return names.push_back(line.name);
+                      }
+                  });
+    }
+    reads.run(connection_);
+    return names;
 }
 
 std::optional<Refusal> GoodsIn::save() {

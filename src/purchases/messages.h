@@ -5,8 +5,10 @@
 
 namespace purchases::message {
 
-inline constexpr std::string_view choose_supplier = "اختر المورد";         // choose the supplier
-inline constexpr std::string_view no_such_supplier = "المورد غير موجود";   // there is no such supplier
+inline constexpr std::string_view choose_supplier = "اختر المورد";        // choose the supplier
+inline constexpr std::string_view no_such_supplier = "المورد غير موجود";  // there is no such supplier
+// Behind a refused supplier: press "new supplier" for one that is not listed.
+inline constexpr std::string_view press_new_supplier = "\nإذا كان موردا جديدا فاضغط زر مورد جديد";
 inline constexpr std::string_view no_lines = "لا توجد أصناف في الفاتورة";  // there are no items in it
 inline constexpr std::string_view no_such_item = "الصنف غير موجود";        // there is no such item
 // The date lies in the future; the day is frozen.
@@ -40,10 +42,13 @@ inline constexpr std::string_view percent_and_total =
     "اكتب قيمة السطر مع خصم بالقيمة، أو تكلفة الوحدة مع خصم بالنسبة";
 
 // Questions before a save: items that cost nothing, are they free goods; items that are not sold above their
-// cost, items whose expiry date is past, save all the same.
+// cost, items whose wholesale or other price comes down with retail so as not to be above it, items whose
+// expiry date is past, save all the same.
 inline constexpr std::string_view free_goods = "تكلفة هذه الأصناف صفر:";
 inline constexpr std::string_view ask_free_goods = "هل هي بضاعة مجانية؟";
 inline constexpr std::string_view below_cost = "سعر البيع لا يزيد على التكلفة:";
+inline constexpr std::string_view lowered_with_retail =
+    "سعر الجملة أو سعر آخر ينخفض مع القطاعي الجديد حتى لا يزيد عليه:";
 inline constexpr std::string_view expired = "الصلاحية منتهية:";
 inline constexpr std::string_view ask_all_the_same = "هل تحفظ كما هو؟";
 // The day is closed; what is written into it will be shown as changed since. Save all the same?

@@ -177,7 +177,11 @@ void ReceiptRows::write_costs() {
     std::vector<goods::NewPrice> prices;
     for (const auto& [place, price] : prices_) {
         const auto& [item, unit_level, price_level] = place;
-        prices.push_back({item, unit_level, price_level, price});
+        const goods::NewPrice next{item, unit_level, price_level, price};
+        prices.push_back(next);
+        for (const auto& lowered :
+             goods::lowered_with(next, goods::level_prices(cards_.at(item), unit_level)))
+            prices.push_back(lowered.price);
     }
     goods::change_prices(connection_, session_, now_, prices, goods::why::receipt);
 }

@@ -133,8 +133,14 @@ TEST_F(Prices, BelowTheCostAreAskedAboutAndZeroIsLeftOut) {
 
     several.choice = {goods::PriceRule::margin, "15", 5, {1, 3}, {2}};
     ASSERT_FALSE(several.work_out());  // 8 + 15 % is 9.20, 96 + 15 % is 110.40, 7 + 15 % is 8.05
+    // Wholesale at 9.50 and two prices at 10.00 would be above 9.20; 110 is not, and 120 was above 115
+    // before.
+    EXPECT_EQ(several.lowered_with_retail(), 3U);
     ASSERT_FALSE(several.apply());
-    EXPECT_EQ(prices(501), "8 9.2 9.5 96 110.4");
+    EXPECT_EQ(prices(501), "8 9.2 9.2 96 110.4");
+    EXPECT_EQ(shop.cell("select cast(price14 as varchar) + ' ' + cast(price33 as varchar) + ' ' + "
+                        "cast(price34 as varchar) from items where code = 501"),
+              "9.2 110 120");
     EXPECT_EQ(shop.number("select price12 from items where code = 502"), 8.05);
 
     for (const char* wrong : {"", "0", "-5", "5,5", "abc", "1001"}) {

@@ -37,14 +37,15 @@ constexpr int new_price_column = 4;
 constexpr int warning_column = 6;
 
 std::array<std::string, 7> cells_of(const goods::PlannedPrice& change) {
-    return {std::to_string(change.price.item),
-            change.name,
+    return {std::to_string(change.price.item), change.name,
             std::string(goods::level_name(change.price.price_level)) + " " +
                 std::string(sales::unit_name(change.price.unit_level)),
-            common::format_amount(change.from),
-            common::format_amount(change.price.price),
+            common::format_amount(change.from), common::format_amount(change.price.price),
             common::format_amount(change.price.price - change.from),
-            change.is_below_cost ? "أقل من التكلفة" : ""};
+            // below the cost; comes down with retail
+            change.is_below_cost            ? "أقل من التكلفة"
+            : change.is_lowered_with_retail ? "ينخفض مع القطاعي"
+                                            : ""};
 }
 
 }  // namespace
@@ -181,6 +182,8 @@ void PriceSheet::repaint_rows() {
                    QString::number(logic_.changes().size());
     if (logic_.changes().size() > most_shown) said += "، يعرض أول " + QString::number(most_shown);
     if (logic_.below_cost() > 0) said += "، أقل من التكلفة " + QString::number(logic_.below_cost());
+    if (logic_.lowered_with_retail() > 0)
+        said += "، تنخفض مع القطاعي حتى لا تزيد عليه " + QString::number(logic_.lowered_with_retail());
     if (logic_.left_out() > 0) said += "، تبقى كما هي " + QString::number(logic_.left_out());
     said_->setText(said);
     apply_->setEnabled(!logic_.changes().empty());
