@@ -27,8 +27,10 @@ struct ImportOptions {
 
 void list_columns(Tool& tool) {
     for (const goods::ItemColumn& column : goods::item_columns()) {
-        tool.out << column.name << std::string(16 - column.name.size(), ' ') << column.meaning << " ("
-                 << column.arabic << ")\n";
+        tool.out << column.name << std::string(16 - column.name.size(), ' ') << column.meaning;
+        for (std::size_t at = 0; at < column.arabic.size(); ++at)
+            tool.out << (at == 0 ? " (" : "، ") << column.arabic[at];
+        tool.out << ")\n";
     }
 }
 
@@ -86,9 +88,12 @@ void run(const ImportOptions& options, Tool& tool) {
                       (count == 1 ? std::string("line") : std::to_string(count) + " lines") +
                       " named above and import the file again");
     }
-    tool.out << outcome.items << " items, " << outcome.barcodes << " barcodes and " << outcome.batches
-             << " rows of stock imported";
-    if (options.update) tool.out << ", " << outcome.changed << " items changed";
+    const auto counted = [](std::size_t count, std::string_view noun) {
+        return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
+    };
+    tool.out << counted(outcome.items, "item") << ", " << counted(outcome.barcodes, "barcode") << " and "
+             << outcome.batches << (outcome.batches == 1 ? " row" : " rows") << " of stock imported";
+    if (options.update) tool.out << ", " << counted(outcome.changed, "item") << " changed";
     tool.out << '\n';
 }
 

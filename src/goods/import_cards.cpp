@@ -28,9 +28,7 @@ CardNow card_of(const Row& row) {
     card.carton = factor(row, "num3");
     card.is_service = row.integer("sale_only") != 0;
     for (int unit = 1; unit <= units; ++unit)
-        for (int level = 1; level <= price_levels; ++level)
-            card.prices[static_cast<std::size_t>(unit) - 1][static_cast<std::size_t>(level) - 1] =
-                number_or_none(row, sales::price_column(unit, level));
+        card.prices[static_cast<std::size_t>(unit) - 1] = level_prices(row, unit);
     return card;
 }
 
@@ -68,14 +66,20 @@ std::map<std::int64_t, CardNow> cards_now(database::Connection& connection,
     return cards;
 }
 
-std::vector<NewPrice> prices_of(const ItemLine& line) {
+std::vector<NewPrice> prices_of(const ItemLine& line, const CardNow& card) {
     std::vector<NewPrice> prices;
-    for (int unit = 1; unit <= units; ++unit)
-        for (int level = 1; level <= price_levels; ++level)
-            if (line.has(sales::price_column(unit, level)))
-                prices.push_back(
-                    {line.code, unit, level,
-                     line.prices[static_cast<std::size_t>(unit) - 1][static_cast<std::size_t>(level) - 1]});
+    for (int unit = 1; unit <= units; ++unit) {
+        const auto at = static_cast<std::size_t>(unit) - 1;
+        for (int level = 1; level <= price_levels; ++level) {
+            if (!line.has(sales::price_column(unit, level))) continue;
+            const NewPrice price{line.code, unit, level,
+                                 line.prices[at][static_cast<std::size_t>(level) - 1]};
+            prices.push_back(price);
+            for (const ChangedPrice& lowered : lowered_with(price, card.prices[at]))
+                if (!line.has(sales::price_column(unit, lowered.price.price_level)))
+                    prices.push_back(lowered.price);
+        }
+    }
     return prices;
 }
 
@@ -96,7 +100,7 @@ std::optional<Words> unit_fault(const ItemLine& line, const CardNow& card) {
         if ((unit == 2 ? card.pack : card.carton) || (unit == 2 ? line.pack : line.carton)) continue;
         const bool has_barcode = line.has(barcode_columns[unit - 1]);
         const bool has_price = std::ranges::any_of(
-            prices_of(line), [&](const NewPrice& price) { return price.unit_level == unit; });
+            prices_of(line, card), [&](const NewPrice& price) { return price.unit_level == unit; });
         if (has_barcode || has_price)
             return Words{std::string(has_barcode ? "a barcode" : "a price") +
                              " for a unit without its number of base units",

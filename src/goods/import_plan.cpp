@@ -50,12 +50,13 @@ class Difference {
         compare("carton", "وحدات الكرتونة", card_.carton, line_.carton);
         if (line_.has("service") && line_.service != card_.is_service)
             add("يباع بدون كميات", card_.is_service ? "نعم" : "لا", line_.service ? "نعم" : "لا");
-        for (const NewPrice& price : prices_of(line_)) {
+        for (const NewPrice& price : prices_of(line_, card_)) {
             const auto from = card_.prices[static_cast<std::size_t>(price.unit_level) - 1]
                                           [static_cast<std::size_t>(price.price_level) - 1];
             if (from && same_price(*from, price.price)) continue;
+            const bool is_given = line_.has(sales::price_column(price.unit_level, price.price_level));
             add(std::string(level_name(price.price_level)) + " " +
-                    std::string(sales::unit_name(price.unit_level)),
+                    std::string(sales::unit_name(price.unit_level)) + (is_given ? "" : " (مع القطاعي)"),
                 from ? common::shortest_text(common::round_decimals(*from, 4)) : "",
                 common::shortest_text(price.price));
         }
@@ -98,6 +99,7 @@ ImportPlan plan_import(Connection& connection, std::string_view csv, bool may_up
     ImportPlan plan;
     plan.problems = std::move(file.problems);
     plan.notes = std::move(file.notes);
+    plan.has_unknown_headings = file.has_unknown_headings;
     std::set<std::int64_t> codes;
     for (const ItemLine& line : file.lines)
         if (line.is_update) codes.insert(line.code);
@@ -107,8 +109,9 @@ ImportPlan plan_import(Connection& connection, std::string_view csv, bool may_up
         planned.name = line.name;
         if (line.is_update) {
             const CardNow& card = cards.at(line.code);
-            if (auto fault = unit_fault(line, card)) plan.problems.push_back({line.line, std::move(*fault)});
             if (planned.name.empty()) planned.name = card.name;
+            if (auto fault = unit_fault(line, card))
+                plan.problems.push_back(problem_of(line, planned.name, std::move(*fault)));
             planned.changes = difference_text(line, card);
         }
         planned.item = std::move(line);

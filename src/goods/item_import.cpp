@@ -183,15 +183,16 @@ class Import {
                 if (!line.item.is_update) {
                     writer.add(line.item, outcome);
                 } else if (line.changes_anything()) {
-                    writer.change(line.item, cards.at(line.item.code), outcome);
-                    const auto of_line = prices_of(line.item);
+                    const CardNow& card = cards.at(line.item.code);
+                    writer.change(line.item, card, outcome);
+                    const auto of_line = prices_of(line.item, card);
                     prices.insert(prices.end(), of_line.begin(), of_line.end());
                 }
             } catch (const database::Error& error) {
                 if (at_once == BulkRows::one && error.kind() == database::Error::Kind::other)
-                    throw Stopped{{line.item.line,
-                                   {std::string("the database says: ") + error.what(),
-                                    std::string("رفضت قاعدة البيانات السطر: ") + error.what()}}};
+                    throw Stopped{problem_of(line.item, line.name,
+                                             {std::string("the database says: ") + error.what(),
+                                              std::string("رفضت قاعدة البيانات السطر: ") + error.what()})};
                 throw;
             }
             if (progress_) progress_(ImportStage::writing, ++done, plan_.lines.size());
@@ -206,20 +207,20 @@ class Import {
   private:
     // Barcodes have no key: another office may have given one to an item since the plan was made.
     void check_barcodes() const {
-        std::unordered_map<std::string, const ItemLine*> lines;
+        std::unordered_map<std::string, const PlannedLine*> lines;
         for (const PlannedLine& line : plan_.lines)
             for (const auto& of_unit : line.item.barcodes)
                 for (const std::string& barcode : of_unit)
-                    lines.emplace(comparable_barcode(barcode), &line.item);
+                    lines.emplace(comparable_barcode(barcode), &line);
         if (lines.empty()) return;
         for (const auto& row : connection_.query("select bar,code from barcode")) {
             const auto found = lines.find(comparable_barcode(row.text("bar")));
-            if (found == lines.end() || found->second->code == row.integer("code")) continue;
+            if (found == lines.end() || found->second->item.code == row.integer("code")) continue;
             const std::string item = row.text("code");
-            throw Stopped{
-                {found->second->line,
-                 {"barcode " + found->first + " was given to item " + item + " meanwhile",
-                  "الباركود " + found->first + " أصبح لصنف آخر " + item + "، اقرأ الملف مرة أخرى"}}};
+            throw Stopped{problem_of(
+                found->second->item, found->second->name,
+                {"barcode " + found->first + " was given to item " + item + " meanwhile",
+                 "الباركود " + found->first + " أصبح لصنف آخر " + item + "، اقرأ الملف مرة أخرى"})};
         }
     }
     // The cards that the plan changes. They must still be as they were when the plan was made.
@@ -232,9 +233,9 @@ class Import {
             if (!line.item.is_update || !line.changes_anything()) continue;
             const auto card = cards.find(line.item.code);
             if (card == cards.end() || difference_text(line.item, card->second) != line.changes)
-                throw Stopped{{line.item.line,
-                               {"the item was changed meanwhile; import the file again",
-                                "غير مستخدم آخر هذا الصنف، اقرأ الملف مرة أخرى"}}};
+                throw Stopped{problem_of(line.item, line.name,
+                                         {"the item was changed meanwhile; import the file again",
+                                          "غير مستخدم آخر هذا الصنف، اقرأ الملف مرة أخرى"})};
         }
         return cards;
     }

@@ -32,6 +32,7 @@ struct ImportPlan {
     std::vector<LineProblem> notes;     // to be looked at; they stop nothing
     std::size_t added = 0;
     std::size_t changed = 0;
+    bool has_unknown_headings = false;
 };
 // Reads a CSV text (item_lines.h) and says what importing it would do; writes nothing.
 ImportPlan plan_import(database::Connection& connection, std::string_view csv, bool may_update,

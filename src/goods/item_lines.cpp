@@ -5,6 +5,7 @@
 
 #include "common/csv.h"
 #include "common/numbers.h"
+#include "common/search.h"
 #include "common/text.h"
 #include "common/typed.h"
 #include "goods/barcodes.h"
@@ -64,11 +65,27 @@ std::optional<Words> fault_of(const std::string& barcode) {
     return Words{named + " has a wrong check digit", barcode + " : رقم المراجعة في آخر الباركود غير صحيح"};
 }
 
-// A heading may be الكود or كود.
-std::string_view without_article(std::string_view heading) {
+// A heading may be سعر البيع or سعر بيع, الكمية or كميه.
+std::string comparable_heading(std::string_view heading) {
     constexpr std::string_view article = "ال";
-    if (heading.starts_with(article)) heading.remove_prefix(article.size());
-    return heading;
+    std::string words;
+    for (const std::string& word : common::search_words(heading))
+        words += " " + (word.starts_with(article) ? word.substr(article.size()) : word);
+    return words;
+}
+
+const ItemColumn* column_of(std::string_view heading) {
+    const std::string wanted = comparable_heading(heading);
+    const auto is_called = [&](std::string_view name) { return comparable_heading(name) == wanted; };
+    for (const ItemColumn& column : item_columns())
+        if (is_called(column.name) || std::ranges::any_of(column.arabic, is_called)) return &column;
+    return nullptr;
+}
+
+// A cell as it is named to people.
+constexpr std::size_t most_of_a_cell = 100;
+std::string as_named(std::string_view cell) {
+    return common::left(common::printable(cell), most_of_a_cell);
 }
 
 class Reader {
@@ -104,10 +121,13 @@ class Reader {
 
   private:
     void problem(std::size_t line, Words reason) { file_.problems.push_back({line, std::move(reason)}); }
+    LineProblem of_this_line(Words reason) const {
+        return {csv_.line(), std::move(reason), as_named(cell("code")), as_named(cell("name"))};
+    }
 
     // Notes what the owner should look at although the line can be imported.
     void note(const ItemLine& item) {
-        const auto add = [this](Words text) { file_.notes.push_back({csv_.line(), std::move(text)}); };
+        const auto add = [this](Words text) { file_.notes.push_back(of_this_line(std::move(text))); };
         for (const Words& text : cleaned_)
             add(text);
         if (item.is_update && item.stock)
@@ -124,10 +144,11 @@ class Reader {
             const auto& prices = item.prices[unit];
             for (std::size_t level = 1; level < prices.size(); ++level) {
                 if (prices[level] >= prices[0] || prices[level] == 0) continue;
-                const std::string price =
-                    std::string(prices_header[unit][level]) + " " + common::shortest_text(prices[level]);
+                const std::string_view column = prices_header[unit][level];
+                const std::string price = " " + common::shortest_text(prices[level]);
                 const std::string cost = common::shortest_text(prices[0]);
-                add({price + " is below the cost " + cost, price + " أقل من التكلفة " + cost});
+                add({std::string(column) + price + " is below the cost " + cost,
+                     heading(column) + price + " أقل من التكلفة " + cost});
                 break;  // one is enough to have the line looked at
             }
         }
@@ -142,27 +163,34 @@ class Reader {
             problem(1, {"the file is empty", "الملف خال"});
             return false;
         }
+        headings_ = header_;
         for (std::string& name : header_) {
-            name = common::lower_ascii(common::trim(name));
-            const auto known =
-                std::find_if(item_columns().begin(), item_columns().end(), [&](const ItemColumn& column) {
-                    return column.name == name || without_article(column.arabic) == without_article(name);
-                });
-            if (known != item_columns().end())
+            const ItemColumn* known = column_of(name);
+            if (known != nullptr) {
                 name = known->name;
-            else
+            } else {
+                name = common::trim(name);
+                file_.has_unknown_headings = true;
                 problem(1, {"\"" + name + "\" is no column of an items file (see --columns)",
-                            "\"" + name + "\" ليس من أعمدة ملف الأصناف، مثل كود والاسم وقطاعي"});
+                            "\"" + name + "\" ليس من أعمدة ملف الأصناف"});
+            }
             if (std::count(header_.begin(), header_.end(), name) > 1) {
                 problem(1, {"the column \"" + name + "\" is there twice", "العمود " + name + " مكرر"});
                 return false;
             }
         }
+        if (file_.problems.size() == header_.size()) {
+            file_.problems.clear();
+            problem(1, {"the first line must hold the names of the columns, such as code,name,price12 (see "
+                        "--columns)",
+                        "السطر الأول لا بد أن يكون أسماء الأعمدة، مثل كود والاسم وقطاعي، والأصناف تحته"});
+            return false;
+        }
         for (const std::string_view needed : {"code", "name", "price12"}) {
             if (known_.may_update && needed != "code") continue;
             if (std::find(header_.begin(), header_.end(), needed) == header_.end())
                 problem(1, {"the column \"" + std::string(needed) + "\" is missing",
-                            "العمود " + std::string(needed) + " غير موجود"});
+                            "العمود " + std::string(column_of(needed)->arabic.front()) + " غير موجود"});
         }
         return file_.problems.empty();
     }
@@ -185,15 +213,19 @@ class Reader {
             file_.lines.back().line = csv_.line();
             note(file_.lines.back());
         } catch (const BadLine& bad) {
-            problem(csv_.line(), bad.reason);
+            file_.problems.push_back(of_this_line(bad.reason));
         }
     }
 
-    // The unchanged cell of a column; empty if the file does not have the column.
+    // The unchanged cell of a column; empty if the file does not have the column, or the line ends before it.
     std::string_view whole_cell(std::string_view column) const {
-        const auto found = std::find(header_.begin(), header_.end(), column);
-        if (found == header_.end()) return {};
-        return cells_[static_cast<std::size_t>(found - header_.begin())];
+        const auto at = static_cast<std::size_t>(std::ranges::find(header_, column) - header_.begin());
+        return at < header_.size() && at < cells_.size() ? std::string_view(cells_[at]) : std::string_view();
+    }
+    // What the file calls a column, for its keeper.
+    std::string heading(std::string_view column) const {
+        const auto at = static_cast<std::size_t>(std::ranges::find(header_, column) - header_.begin());
+        return std::string(at < headings_.size() ? common::trim(headings_[at]) : column);
     }
     // Without blanks at its ends.
     std::string_view cell(std::string_view column) const { return common::trim(whole_cell(column)); }
@@ -206,7 +238,7 @@ class Reader {
                 {std::string(column) +
                      " is not UTF-8 text; save the file as CSV UTF-8, or give --code-page-1256 if it "
                      "comes from an Arabic Windows",
-                 std::string(column) + " ليس بترميز UTF-8، احفظ الملف CSV UTF-8"}};
+                 heading(column) + " ليس بترميز UTF-8، احفظ الملف CSV UTF-8"}};
         }
         for (char& c : found) {
             // A receipt has one line for it, and its printer would take the other control characters for
@@ -214,16 +246,14 @@ class Reader {
             if (c == '\n' || c == '\r' || c == '\t') c = ' ';
             if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
                 throw BadLine{{std::string(column) + " has a control character in it",
-                               std::string(column) + " به رموز لا تطبع"}};
+                               heading(column) + " به رموز لا تطبع"}};
         }
         if (!table.fits(target, found))
-            throw BadLine{
-                {std::string(column) + " is too long", std::string(column) + " أطول من المسموح به"}};
+            throw BadLine{{std::string(column) + " is too long", heading(column) + " أطول من المسموح به"}};
         if (!found.empty() && found != whole_cell(column)) {
-            cleaned_.push_back(
-                {std::string(column) + " becomes \"" + found +
-                     "\", on one line and without the blanks around it",
-                 std::string(column) + " يصبح \"" + found + "\" في سطر واحد وبلا مسافات حوله"});
+            cleaned_.push_back({std::string(column) + " becomes \"" + found +
+                                    "\", on one line and without the blanks around it",
+                                heading(column) + " يصبح \"" + found + "\" في سطر واحد وبلا مسافات حوله"});
         }
         return found;
     }
@@ -232,7 +262,7 @@ class Reader {
         const std::string_view found = cell(column);
         if (found.empty()) return std::nullopt;
         const std::string named = std::string(column) + " \"" + std::string(found) + "\"";
-        const std::string in_arabic = named + left_to_right;
+        const std::string in_arabic = heading(column) + " \"" + std::string(found) + "\"" + left_to_right;
         switch (common::number_fault(found)) {
             case common::NumberFault::comma:
                 throw BadLine{
@@ -254,8 +284,8 @@ class Reader {
     std::optional<double> factor(std::string_view column) const {
         const auto value = number(column);
         if (value && *value <= 0)
-            throw BadLine{{std::string(column) + " must be more than 0",
-                           std::string(column) + " يجب أن يكون أكبر من صفر"}};
+            throw BadLine{
+                {std::string(column) + " must be more than 0", heading(column) + " يجب أن يكون أكبر من صفر"}};
         return value;
     }
 
@@ -311,7 +341,7 @@ class Reader {
         const std::string_view found = cell("service");
         if (found.empty() || found == "0") return false;
         if (found == "1") return true;
-        throw BadLine{{"service is neither 0 nor 1", "العمود service يقبل 0 أو 1 فقط"}};
+        throw BadLine{{"service is neither 0 nor 1", heading("service") + " يقبل 0 أو 1 فقط"}};
     }
 
     void read_prices(ItemLine& item) const {
@@ -320,14 +350,14 @@ class Reader {
             for (std::size_t level = 0; level < 5; ++level) {
                 const auto price = number(prices_header[unit][level]);
                 if (unit == 0 && level == 1 && !price && !item.is_update)
-                    throw BadLine{{"price12 (the retail price) is empty", "price12 (سعر القطاعي) خال"}};
+                    throw BadLine{{"price12 (the retail price) is empty", heading("price12") + " خال"}};
                 // A cost may be 0, but nothing is sold for nothing.
                 const bool is_sold = item.is_update || has_unit(item, unit);
                 if (level > 0 && price && *price == 0 && is_sold) {
                     throw BadLine{
                         {std::string(prices_header[unit][level]) +
                              " is 0, so the till would give the item away",
-                         std::string(prices_header[unit][level]) + " صفر، والكاشير سيبيع الصنف بلا مقابل"}};
+                         heading(prices_header[unit][level]) + " صفر، والكاشير سيبيع الصنف بلا مقابل"}};
                 }
                 if (item.is_update) {
                     item.prices[unit][level] = price.value_or(0);
@@ -360,7 +390,7 @@ class Reader {
                 throw BadLine{{"expiry \"" + found +
                                    "\" is no date (year/month/day, or day/month/year with four digits of the "
                                    "year)",
-                               "expiry \"" + found + "\"" + left_to_right +
+                               heading("expiry") + " \"" + found + "\"" + left_to_right +
                                    " ليس تاريخا (سنة/شهر/يوم، أو يوم/شهر/سنة بأربعة أرقام)"}};
             }
             item.expiry = *date;
@@ -414,7 +444,8 @@ class Reader {
     common::CsvReader csv_;
     const KnownGoods& known_;
     const std::function<void(std::size_t)>& reached_;
-    std::vector<std::string> header_;
+    std::vector<std::string> header_;    // names of item_columns()
+    std::vector<std::string> headings_;  // as the file has them
     std::vector<std::string> cells_;
     std::vector<Words> cleaned_;  // how the line's texts were changed when they were read
     std::unordered_set<std::int64_t> codes_;

@@ -47,6 +47,8 @@ struct Words {
 struct LineProblem {
     std::size_t line = 0;
     Words reason;
+    std::string code = {};  // of the item, as the line gives them
+    std::string name = {};
 };
 
 // What the shop already has, so that a file may not repeat it.
@@ -68,21 +70,23 @@ struct ItemFile {
     std::vector<LineProblem> problems;  // in the order of the lines
     // What is not refused but should be looked at: a price below the cost, a name that another item has.
     std::vector<LineProblem> notes;
+    bool has_unknown_headings = false;
 };
 
 struct ItemColumn {
     std::string_view name;
     std::string_view meaning;
-    std::string_view arabic;  // another name for it, as the office's lists head it
+    // Other names for it: first the one that heads it in the office's lists, then those that other lists use.
+    std::vector<std::string_view> arabic;
 };
 // The columns that an items file may have, in the order of the help; "code" is needed, for new items also
 // "name" and "price12".
 const std::vector<ItemColumn>& item_columns();
 
-// Reads a whole file. Its first line names the columns in any order, each by either of its names (with or
-// without ال); cells are separated by comma, semicolon or tab. A missing price of level 3 to 5 is the retail
-// price (level 2); a missing price of the pack or the carton is the unit's price times the units in it.
-// Reports the number of bytes read to `reached`.
+// Reads a whole file. Its first line names the columns in any order, each by one of its names (with or
+// without ال, its letters as a search takes them: common/search.h); cells are separated by comma, semicolon
+// or tab. A missing price of level 3 to 5 is the retail price (level 2); a missing price of the pack or the
+// carton is the unit's price times the units in it. Reports the number of bytes read to `reached`.
 ItemFile read_items(std::string_view csv, const KnownGoods& known,
                     const std::function<void(std::size_t)>& reached = {});
 

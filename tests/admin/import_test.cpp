@@ -172,6 +172,7 @@ TEST_F(Import, RefusesOtherFiles) {
         {"", "items.csv:1: the file is empty"},
         {"code,name\n1,a\n", "the column \"price12\" is missing"},
         {"code,name,price12,colour\n", "\"colour\" is no column"},
+        {"1,شاي,5\n2,بن,6\n", "items.csv:1: the first line must hold the names of the columns"},
         {"code,name,price12,name\n", "the column \"name\" is there twice"},
         {"code,name,price12\n1,\"a,2\n", "items.csv:2: a quoted cell is never closed"},
         {"code,name,price12\n", "there is no item below the first line"},
@@ -207,9 +208,10 @@ TEST_F(Import, ReadsFilesOfSpreadsheets) {
     EXPECT_EQ(bench.cell("select [name] from items where code = 1"), "لبن كامل");
     EXPECT_EQ(bench.cell("select edate from stk where icode = 1"), "2027/03/01 00:00:00");
     EXPECT_EQ(bench.cell("select code from barcode where bar = '622'"), "1");
-    bench.write("windows.csv", common::to_code_page_1256("code,name,price12\n2,جبنة,5\n"));
+    bench.write("windows.csv", common::to_code_page_1256("الكود,اسم الصنف,سعر بيع\n2,جبنة,5\n"));
     run = bench.run({"import-items", "windows.csv", "--code-page-1256"});
     ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(run.out, "1 item, 0 barcodes and 0 rows of stock imported\n");
     EXPECT_EQ(bench.cell("select [name] from items where code = 2"), "جبنة");
 }
 

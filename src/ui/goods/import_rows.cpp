@@ -22,9 +22,9 @@ std::vector<QStringList> import_rows(const goods::ImportPlan& plan) {
             rows.push_back({figure(static_cast<qlonglong>(line)), code, name, what});
     };
     for (const goods::LineProblem& problem : plan.problems)
-        add(problem.line, {}, {}, "مرفوض : " + qt(problem.reason.arabic));
+        add(problem.line, figure(problem.code), qt(problem.name), "مرفوض : " + qt(problem.reason.arabic));
     for (const goods::LineProblem& note : plan.notes)
-        add(note.line, {}, {}, "ملاحظة : " + qt(note.reason.arabic));
+        add(note.line, figure(note.code), qt(note.name), "ملاحظة : " + qt(note.reason.arabic));
     for (const goods::PlannedLine& line : plan.lines)
         if (line.changes_anything())
             add(line.item.line, figure(line.item.code), qt(line.name),
@@ -33,6 +33,12 @@ std::vector<QStringList> import_rows(const goods::ImportPlan& plan) {
 }
 
 QString import_text(const goods::ImportPlan& plan) {
+    if (plan.has_unknown_headings) {
+        QStringList known;
+        for (const goods::ItemColumn& column : goods::item_columns())
+            known << qt(column.arabic.front());
+        return "الأعمدة المعروفة : " + known.join("، ");
+    }
     QString said =
         "أصناف جديدة " + QString::number(plan.added) + "، أصناف تتغير " + QString::number(plan.changed);
     if (!plan.notes.empty()) said += "، ملاحظات " + QString::number(plan.notes.size());
