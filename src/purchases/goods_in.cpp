@@ -216,10 +216,12 @@ std::optional<Refusal> GoodsIn::add(const sales::Item& item, double quantity) {
 std::vector<common::Choice> GoodsIn::units() {
     std::vector<common::Choice> units;
     if (row >= receipt_.lines.size()) return units;
-    const auto cards = connection_.query(sales::item_statement(receipt_.lines[row].item));
+    const Line& line = receipt_.lines[row];
+    const auto cards = connection_.query(sales::item_statement(line.item));
     if (cards.empty()) return units;
     for (int unit = 1; unit <= 3; ++unit)
-        if (unit == 1 || sales::item_of(cards.front(), unit).factor > 0)
+        if (line.returnable ? unit == line.unit_level
+                            : unit == 1 || sales::item_of(cards.front(), unit).factor > 0)
             units.push_back({unit, std::string(sales::unit_name(unit))});
     return units;
 }

@@ -26,15 +26,33 @@ constexpr common::FormField<Period> period_fields[] = {
     {&Period::supplier, {"receipts_supplier", "المور&د", FieldKind::choice, {0, 2, 2}}},
 };
 
-// How much of each line of a receipt went back, in base units.
-std::map<std::int64_t, double> gone_back(database::Connection& connection, std::int64_t number,
-                                         std::int64_t store) {
-    std::map<std::int64_t, double> by_line;
+// What went back of a line in one return.
+struct Part {
+    double base_quantity = 0;
+    Amount value;
+};
+
+// By the line of the receipt.
+std::multimap<std::int64_t, Part> gone_back(database::Connection& connection, std::int64_t number,
+                                            std::int64_t store) {
+    std::multimap<std::int64_t, Part> by_line;
     for (const Row& row : connection.query(
-             Sql("select ser,sum(quan1) as quantity from purdata where ctype = 3 and inv_ser = ") + number +
-             " and stcode = " + store + " group by ser"))
-        by_line[row.integer("ser")] = row.number("quantity");
+             Sql("select ser,quan,quan1,price,disc from purdata where ctype = 3 and inv_ser = ") + number +
+             " and stcode = " + store + " order by pnum"))
+        by_line.emplace(
+            row.integer("ser"),
+            Part{row.number("quan1"), Amount(row.number("quan") * row.number("price") - row.number("disc"))});
     return by_line;
+}
+
+// Takes a part off the goods of a line and what they cost, so that all parts together come to the cost of the
+// line however each was rounded. A part for which another price was agreed takes what it had cost.
+void take_off(const Part& part, double& base_quantity, Amount& cost) {
+    if (!(base_quantity > 0)) return;
+    const Amount share(cost.value() * part.base_quantity / base_quantity);
+    const auto apart = (part.value - share).hundredths();
+    cost -= apart >= -1 && apart <= 1 ? part.value : share;
+    base_quantity -= part.base_quantity;
 }
 
 // The upgrade list empties purdata.edate at each start, so the note of a line holds the date of its batch.
@@ -134,11 +152,14 @@ Receipt return_of(database::Connection& connection, const Receipt& receipt, std:
     for (std::size_t at = 0; at < receipt.lines.size(); ++at) {
         Line line = receipt.lines[at];
         line.source = static_cast<std::int64_t>(at) + 1;
-        line.price = unit_cost(line, costs[at]);
-        line.discount = 0;
-        const auto found = gone.find(line.source);
-        const double left = line.base_quantity() - (found == gone.end() ? 0 : found->second);
+        double left = line.base_quantity();
+        Amount cost = costs[at];
+        const auto [first, last] = gone.equal_range(line.source);
+        for (auto part = first; part != last; ++part)
+            take_off(part->second, left, cost);
         line.quantity = sales::without_noise(left / line.factor);
+        line.price = unit_cost(line, cost);
+        line.discount = 0;
         line.returnable = line.quantity;
         if (line.quantity > 0) back.lines.push_back(std::move(line));
     }

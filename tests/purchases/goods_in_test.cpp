@@ -42,6 +42,7 @@ TEST(NewPrices, AreRoundedHalfUpToTheirStep) {
 
 TEST(GoodsInDesk, AReceiptMovesStockCostBalanceAndPrices) {
     test::Buyer buyer;
+    buyer.shop.sql("update items set price13 = 5, price14 = 6, price15 = 7 where code = 200");
     GoodsIn desk = buyer.receipt(buyer.shop.connection());
     buyer.add(desk, 200, 1, 0.5);  // the same goods again raise their line, and leave again
     desk.row = 1;
@@ -50,8 +51,13 @@ TEST(GoodsInDesk, AReceiptMovesStockCostBalanceAndPrices) {
     tea.quantity = "30";
     ASSERT_FALSE(desk.set_line(tea));
     ASSERT_FALSE(desk.set_margin("25", 25, false));
+    // Retail falls from 6.00 to 4.50, below wholesale.
+    EXPECT_TRUE(desk.save());
+    EXPECT_THAT(
+        buyer.services.prompts.questions,
+        testing::ElementsAre(testing::StartsWith(std::string(message::lowered_with_retail) + "\nشاي\n")));
+    buyer.services.prompts.answers = {true};
     ASSERT_FALSE(desk.save());
-    EXPECT_THAT(buyer.services.prompts.questions, testing::IsEmpty());
     ASSERT_TRUE(desk.saved());
     EXPECT_EQ(desk.saved()->number, 1);
     EXPECT_EQ(desk.saved()->balance.text(), "1224.00");  // 900 + 324
@@ -67,7 +73,10 @@ TEST(GoodsInDesk, AReceiptMovesStockCostBalanceAndPrices) {
     EXPECT_DOUBLE_EQ(buyer.shop.number("select price21 from items where code = 100"), 114.1224);
     EXPECT_DOUBLE_EQ(buyer.shop.number("select price12 from items where code = 100"), 12);
     EXPECT_DOUBLE_EQ(buyer.shop.number("select price11 from items where code = 200"), 3.6);
-    EXPECT_DOUBLE_EQ(buyer.shop.number("select price12 from items where code = 200"), 4.5);
+    EXPECT_EQ(buyer.shop.cell("select cast(price12 as varchar) + ' ' + cast(price13 as varchar) + ' ' + "
+                              "cast(price14 as varchar) + ' ' + cast(price15 as varchar) from items where "
+                              "code = 200"),
+              "4.5 4.5 4.5 7");
     EXPECT_DOUBLE_EQ(buyer.shop.number("select av_price from purdata where icode = 200"), 3.6);
     EXPECT_DOUBLE_EQ(buyer.shop.number("select quan1 from purdata where icode = 100"), 24);
 
@@ -86,6 +95,7 @@ TEST(GoodsInDesk, AReceiptMovesStockCostBalanceAndPrices) {
     GoodsIn back = buyer.desk();
     back.begin(return_of(buyer.shop.connection(), *former, 1));
     back.row = 0;
+    EXPECT_EQ(back.units().size(), 1U);  // two pieces are no two packs
     auto oil = back.line_fields();
     oil.quantity = "3";
     ASSERT_TRUE(back.set_line(oil));
@@ -235,6 +245,37 @@ TEST(GoodsInDesk, RefusesWhatIsTypedWrongAndAsksAboutTheUnusual) {
     EXPECT_EQ(buyer.stock(200), "1 2026/11/20;");
     buyer.session.is_read_only = true;
     EXPECT_TRUE(desk.save());
+}
+
+// Three for 10.00 go back one by one, and five of ten at another price than they cost.
+TEST(GoodsInDesk, PartsThatGoBackComeToWhatTheLineCost) {
+    test::Buyer buyer;
+    GoodsIn desk = buyer.desk();
+    desk.begin(PurchaseKind::supply);
+    desk.head.supplier = 4;
+    for (const auto& [item, quantity, total] : {std::tuple(200, 3, "10"), std::tuple(100, 10, "100")}) {
+        buyer.add(desk, item, 1, quantity);
+        auto line = desk.line_fields();
+        line.total = total;
+        ASSERT_FALSE(desk.set_line(line));
+    }
+    ASSERT_FALSE(desk.save());
+    const auto former = load_receipt(buyer.shop.connection(), PurchaseKind::supply, 1);
+    const auto give_back = [&](std::size_t at, double quantity, std::optional<double> price) {
+        Receipt back = return_of(buyer.shop.connection(), *former, 1);
+        back.lines = {back.lines[at]};
+        back.lines[0].quantity = quantity;
+        if (price) back.lines[0].price = *price;
+        back.date = {2026, 11, 21};
+        save(buyer.shop.connection(), buyer.session, back, buyer.services.clock.now());
+        return back.net().text();
+    };
+    EXPECT_EQ(give_back(1, 5, 8), "40.00");
+    EXPECT_EQ(give_back(0, 1, {}), "3.33");
+    EXPECT_EQ(give_back(0, 1, {}), "3.34");  // half of 6.67
+    EXPECT_EQ(give_back(0, 1, {}), "3.33");
+    EXPECT_EQ(give_back(0, 5, {}), "50.00");
+    EXPECT_EQ(buyer.owed(4), 10);
 }
 
 // The power fails at every statement in turn: nothing of the receipt is written, its draft is kept, and the
