@@ -18,6 +18,9 @@ using database::Sql;
 
 namespace {
 
+// Nobody scrolls through more; typing another letter narrows the list.
+constexpr int first_thousand = 1000;
+
 Sql in_codes(database::Fragment column, const std::set<std::int64_t>& codes) {
     Sql statement(column);
     statement += " in (-1";
@@ -45,14 +48,18 @@ Sql typed_condition(Connection& connection, const std::string& typed) {
     return Sql("(") + by_code + " or " + database::contains_typed_words("items.name", typed) + ")";
 }
 
-void read_stock(Connection& connection, ItemList& list) {
+// `condition` is that of the list. A longer one is not named code by code.
+void read_stock(Connection& connection, const Sql& condition, ItemList& list) {
     std::map<std::int64_t, double> stock;
     std::set<std::int64_t> codes;
     for (const ListedItem& item : list.items)
         if (item.stock) codes.insert(item.code);
     if (codes.empty()) return;
-    for (const Row& row : connection.query(Sql("select icode, sum(quan) as quan from stk where ") +
-                                           in_codes("icode", codes) + " group by icode"))
+    const Sql listed = codes.size() <= first_thousand
+                           ? in_codes("icode", codes)
+                           : Sql("icode in (select items.code from items where ") + condition + ")";
+    for (const Row& row : connection.query(Sql("select icode, sum(quan) as quan from stk where ") + listed +
+                                           " group by icode"))
         stock[row.integer("icode")] = row.number("quan");
     for (ListedItem& item : list.items)
         if (const auto held = stock.find(item.code); item.stock && held != stock.end())
@@ -71,7 +78,7 @@ Sql condition_of(Connection& connection, const ItemFilter& filter) {
     return condition;
 }
 
-ItemList list_items(Connection& connection, const ItemFilter& filter) {
+ItemList list_items(Connection& connection, const ItemFilter& filter, ListLength length) {
     ItemList list;
     const Sql condition = condition_of(connection, filter);
     database::Reads reads;
@@ -79,7 +86,7 @@ ItemList list_items(Connection& connection, const ItemFilter& filter) {
         list.count = static_cast<std::size_t>(rows.front().integer("n"));
     });
     reads.add(
-        Sql("select top ") + longest_list +
+        (length == ListLength::all ? Sql("select") : Sql("select top ") + first_thousand) +
             " items.code, items.[name], item_types.[name] as group_name, items.price12, items.price11, "
             "items.mquan, items.[stop], items.sale_only from items left join item_types on items.itype = "
             "item_types.code where " +
@@ -99,7 +106,7 @@ ItemList list_items(Connection& connection, const ItemFilter& filter) {
             }
         });
     reads.run(connection);
-    read_stock(connection, list);
+    read_stock(connection, condition, list);
     return list;
 }
 

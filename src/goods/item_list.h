@@ -37,9 +37,9 @@ struct ItemList {
     std::size_t count = 0;  // of all that match
     std::vector<ListedItem> items;
 };
-// Nobody scrolls through more; typing another letter narrows the list.
-inline constexpr std::size_t longest_list = 1000;
-// The first `longest_list` of the items that match, in the order of their names.
-ItemList list_items(database::Connection& connection, const ItemFilter& filter);
+// The first items that match, in the order of their names, or all of them for paper.
+enum class ListLength { first_thousand, all };
+ItemList list_items(database::Connection& connection, const ItemFilter& filter,
+                    ListLength length = ListLength::first_thousand);
 
 }  // namespace goods

@@ -42,6 +42,17 @@ TEST_F(ItemLists, FindWordsCodesAndBarcodes) {
     EXPECT_EQ(list.items[0].stock, 3);
     EXPECT_FALSE(list.items[1].stock);    // a service
     EXPECT_TRUE(list.items[2].is_low());  // none of at least 5
+
+    // The screen shows the first thousand, paper has all, each with its stock.
+    for (int code = 1001; code <= 2001; ++code)
+        shop.sql("insert into items (code,[name],num1,price12) select " + std::to_string(code) +
+                 ",N'صنف',1,5");
+    shop.sql("insert into stk (icode,stcode,quan,edate) select 2001,1,7,'3000/01/01'");
+    EXPECT_EQ(goods::list_items(shop.connection(), {"صنف"}).items.size(), 1000U);
+    const auto all = goods::list_items(shop.connection(), {"صنف"}, goods::ListLength::all);
+    ASSERT_EQ(all.items.size(), 1001U);
+    EXPECT_EQ(all.items.back().stock, 7);
+    EXPECT_EQ(all.items.front().stock, 0);
 }
 
 // The field of the office: a barcode names its unit, "6*" a quantity, a label of the scale a weight.

@@ -315,7 +315,8 @@ printing::Report GoodsPage::paper() {
     if (shows_cost_) report.columns.push_back({"التكلفة", Align::end, 1});
     report.columns.push_back({"الرصيد", Align::end, 1});
     report.columns.push_back({"الحد الأدنى", Align::end, 0.8});
-    for (const goods::ListedItem& item : list_.items) {
+    const goods::ItemList all = goods::list_items(context_.connection, filter_, goods::ListLength::all);
+    for (const goods::ListedItem& item : all.items) {
         const auto number = [](const std::optional<double>& value) {
             return value ? common::shortest_text(common::round_decimals(*value, 3)) : std::string();
         };
@@ -328,7 +329,7 @@ printing::Report GoodsPage::paper() {
         row.push_back(number(item.minimum));
         report.rows.push_back(std::move(row));
     }
-    report.totals = {{"عدد الأصناف", std::to_string(list_.items.size())}};
+    report.totals = {{"عدد الأصناف", std::to_string(all.items.size())}};
     return report;
 }
 
