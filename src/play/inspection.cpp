@@ -106,8 +106,8 @@ void inspect_table(const QTableView* table, std::vector<std::string>& faults) {
         if (table->isColumnHidden(column) || !header->isVisible()) continue;
         if (header->sectionSizeHint(column) > header->sectionSize(column) + 1)
             faults.push_back("the heading \"" +
-                             model->headerData(column, Qt::Horizontal).toString().toStdString() + "\" of " +
-                             name_of(table) + " is cut");
+                             model->headerData(column, Qt::Horizontal).toString().simplified().toStdString() +
+                             "\" of " + name_of(table) + " is cut");
         for (int row = 0; row < model->rowCount(); ++row) {
             const QModelIndex cell = model->index(row, column);
             const QRect seen = table->visualRect(cell);

@@ -73,7 +73,7 @@ QString text_of(const QWidget* widget) {
 Cell cell_of(const QTableView* table, int row, const QString& heading) {
     const QAbstractItemModel* model = table->model();
     for (int column = 0; column < model->columnCount(); ++column) {
-        if (model->headerData(column, Qt::Horizontal).toString() != heading) continue;
+        if (model->headerData(column, Qt::Horizontal).toString().replace('\n', ' ') != heading) continue;
         if (row < 1 || row > model->rowCount()) return {};
         return {true, without_marks(model->index(row - 1, column).data().toString()).trimmed()};
     }

@@ -92,18 +92,9 @@ QWidget* AccountStatementScreen::build_choices() {
     for (const char* date : {"statement_start", "statement_end"})
         form_.field(date)->setFixedWidth(px(130));
     row->addLayout(grid.layout(), 1);
-    const auto button = [&](const char* name, const QString& caption, const char* role, auto action) {
-        auto* made = new QPushButton(caption);
-        made->setObjectName(name);
-        made->setFixedHeight(px(field_height));
-        made->setAutoDefault(true);
-        if (role != nullptr) set_role(made, role);
-        connect(made, &QPushButton::clicked, this, action);
-        row->addWidget(made, 0, Qt::AlignBottom);
-        return made;
-    };
-    QPushButton* show = button("statement_show", "عر&ض", "main", [this] { show_statement(); });
-    button("statement_arrears", "المتأ&خرات", nullptr, [this] { check_arrears(); });
+    QPushButton* show = field_button(row, "statement_show", "عر&ض", [this] { show_statement(); });
+    set_role(show, "main");
+    field_button(row, "statement_arrears", "المتأ&خرات", [this] { check_arrears(); });
     form_.lead_on(accounts::statement_form(), show);
     return bar;
 }
@@ -205,7 +196,11 @@ void AccountStatementScreen::show_row_text(int row) {
     for (int column = description; column < table_->model()->columnCount() && row >= 0; ++column) {
         const QString text = table_->model()->index(row, column).data().toString();
         if (table_->fontMetrics().horizontalAdvance(text) > table_->columnWidth(column) - px(18))
-            texts << table_->model()->headerData(column, Qt::Horizontal).toString().remove(QChar(0x640)) +
+            texts << table_->model()
+                             ->headerData(column, Qt::Horizontal)
+                             .toString()
+                             .remove(QChar(0x640))
+                             .replace('\n', ' ') +
                          ": " + text;
     }
     row_text_->setText(texts.join("\n"));

@@ -102,12 +102,12 @@ QWidget* TodayPage::build_tables() {
         return table;
     };
     payments_ =
-        add("today_payments", {"الدفع", "الصافي"}, "لا مبيعات بعد", 2, reports::KindId::sales_by_payment,
+        add("today_payments", {"الدفع", "الصافي"}, "لا مبيعات بعد", 4, reports::KindId::sales_by_payment,
             [this](std::size_t at) { return today_.by_payment.rows.at(at); });
     cashiers_ =
-        add("today_cashiers", {"الكاشير", "الصافي"}, "لا مبيعات بعد", 2, reports::KindId::sales_by_cashier,
+        add("today_cashiers", {"الكاشير", "الصافي"}, "لا مبيعات بعد", 4, reports::KindId::sales_by_cashier,
             [this](std::size_t at) { return today_.by_cashier.rows.at(at); });
-    drawers_ = add("today_drawers", {"الخزينة", "النقدية الآن"}, "لا توجد خزائن", 3, reports::KindId::cash,
+    drawers_ = add("today_drawers", {"الخزينة", "النقدية الآن"}, "لا توجد خزائن", 5, reports::KindId::cash,
                    [this](std::size_t at) { return reports::row_of(today_.drawers.at(at)); });
     return bar;
 }

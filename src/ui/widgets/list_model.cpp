@@ -11,8 +11,24 @@
 
 namespace ui {
 
+namespace {
+
+// On two lines about equally long, if it has several words.
+QString broken(QString heading) {
+    qsizetype best = -1;
+    for (qsizetype at = heading.indexOf(' '); at >= 0; at = heading.indexOf(' ', at + 1))
+        if (best < 0 || std::abs(2 * at - heading.size()) < std::abs(2 * best - heading.size())) best = at;
+    if (best >= 0) heading[best] = '\n';
+    return heading;
+}
+
+}  // namespace
+
 ListModel::ListModel(QStringList headings, QObject* parent)
-    : QAbstractTableModel(parent), headings_(std::move(headings)) {}
+    : QAbstractTableModel(parent), headings_(std::move(headings)) {
+    for (const QString& heading : headings_)
+        broken_headings_ << broken(heading);
+}
 
 void ListModel::replace(std::vector<QStringList> rows) {
     beginResetModel();
@@ -85,7 +101,13 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-    return headings_.value(section);
+    return (headings_are_broken_ ? broken_headings_ : headings_).value(section);
+}
+
+void ListModel::break_headings(bool broken) {
+    if (headings_are_broken_ == broken) return;
+    headings_are_broken_ = broken;
+    emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
 }
 
 }  // namespace ui

@@ -18,6 +18,9 @@ class ListModel : public QAbstractTableModel {
     void narrow(const std::function<bool(int row)>& fits);
     void set_look(std::function<CellLook(int row, int column)> look);
 
+    // Headings of several words go on two lines, or on one again.
+    void break_headings(bool broken);
+
     // All rows, shown or not.
     const std::vector<QStringList>& rows() const { return rows_; }
     // The row that is shown at a place, and the place of a row; -1 if there is none.
@@ -31,6 +34,8 @@ class ListModel : public QAbstractTableModel {
 
   private:
     QStringList headings_;
+    QStringList broken_headings_;
+    bool headings_are_broken_ = false;
     std::vector<QStringList> rows_;
     std::vector<int> shown_;
     std::function<CellLook(int row, int column)> look_;

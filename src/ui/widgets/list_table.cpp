@@ -11,6 +11,7 @@
 #include "ui/widgets/fields.h"
 #include "ui/widgets/list_model.h"
 #include "ui/widgets/style.h"
+#include "ui/widgets/text.h"
 #include "ui/widgets/whole_rows.h"
 
 namespace ui {
@@ -19,6 +20,9 @@ namespace {
 
 // The least width of the stretched column, at 96 dots an inch.
 constexpr int stretched_width = 100;
+// The heights of headings on one line and on two.
+constexpr int one_heading = 34;
+constexpr int two_headings = 54;
 
 // Guesses the widest texts of a column from the widths of their letters. Laying out every text would take
 // most of the time that a list needs to open.
@@ -124,7 +128,6 @@ void ListTable::showEvent(QShowEvent* event) {
 
 void ListTable::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
-    show_whole_rows(this, px(least_target), px(34));
     set_widths();
 }
 
@@ -132,29 +135,45 @@ void ListTable::resizeEvent(QResizeEvent* event) {
 void ListTable::measure_columns() {
     const QHeaderView* header = horizontalHeader();
     WidestTexts texts(fontMetrics());
-    wanted_widths_.assign(static_cast<std::size_t>(model_->columnCount()), 0);
-    for (int column = 0; column < model_->columnCount(); ++column) {
-        if (header->sectionResizeMode(column) == QHeaderView::Stretch) continue;
-        int& width = wanted_widths_[static_cast<std::size_t>(column)];
-        width = std::max(header->sectionSizeHint(column), header->minimumSectionSize());
+    columns_.assign(static_cast<std::size_t>(model_->columnCount()), {});
+    const auto each_column = [&](auto measure) {
+        for (int column = 0; column < model_->columnCount(); ++column)
+            if (header->sectionResizeMode(column) != QHeaderView::Stretch)
+                measure(column, columns_[static_cast<std::size_t>(column)]);
+    };
+    const auto heading_of = [&](int column) {
+        return std::max(header->sectionSizeHint(column), header->minimumSectionSize());
+    };
+    model_->break_headings(true);
+    each_column([&](int column, Column& of) { of.broken_heading = heading_of(column); });
+    model_->break_headings(false);
+    each_column([&](int column, Column& of) {
+        of.heading = heading_of(column);
         for (const int row : texts.rows_of(model_->rows(), column)) {
             const int place = model_->place_of(row);
-            if (place >= 0) width = std::max(width, sizeHintForIndex(model_->index(place, column)).width());
+            if (place < 0) continue;
+            of.cells = std::max(of.cells, sizeHintForIndex(model_->index(place, column)).width());
+            of.is_of_figures |= is_figure(model_->rows()[static_cast<std::size_t>(row)].value(column));
         }
-    }
+    });
     set_widths();
 }
 
-// If the columns do not fit, those wider than a third of the table give up what is missing, and no more.
+// If the columns do not fit, headings go on two lines, and columns of texts wider than a third of the table
+// give up what is missing, and no more.
 void ListTable::set_widths() {
     const int width = viewport()->width();
-    const int all = std::accumulate(wanted_widths_.begin(), wanted_widths_.end(), px(stretched_width));
+    const int all = std::accumulate(columns_.begin(), columns_.end(), px(stretched_width),
+                                    [](int sum, const Column& column) { return sum + column.wanted(); });
     const int missing = std::max(all - width, 0);
-    for (int column = 0; column < static_cast<int>(wanted_widths_.size()); ++column) {
-        const int wanted = wanted_widths_[static_cast<std::size_t>(column)];
-        if (wanted > 0)
-            horizontalHeader()->resizeSection(column,
-                                              std::max(std::min(wanted, width / 3), wanted - missing));
+    model_->break_headings(missing > 0);
+    show_whole_rows(this, px(least_target), px(missing > 0 ? two_headings : one_heading));
+    for (int at = 0; at < static_cast<int>(columns_.size()); ++at) {
+        const Column& column = columns_[static_cast<std::size_t>(at)];
+        if (column.wanted() == 0) continue;
+        const int cells = column.is_of_figures ? column.cells : std::min(column.cells, width / 3);
+        const int least = std::max(column.broken_heading, cells);
+        horizontalHeader()->resizeSection(at, std::max(least, column.wanted() - missing));
     }
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QTableView>
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -19,7 +20,8 @@ class ListTable : public QTableView {
   public:
     // Column `stretch` takes the width that the others leave.
     ListTable(const QString& name, const QStringList& headings, int stretch, QWidget* parent = nullptr);
-    // Replaces the rows and shows them all, the first one chosen. Cells made by `figure` are figures.
+    // Replaces the rows and shows them all, the first one chosen. Cells made by `figure` are figures, and no
+    // width cuts their columns.
     void show_rows(std::vector<QStringList> rows);
     // Shows the rows that `fits` is true for, the first one chosen. Columns keep their widths.
     void narrow(const std::function<bool(int row)>& fits);
@@ -52,8 +54,16 @@ class ListTable : public QTableView {
     void measure_columns();
     void set_widths();
 
+    // What its parts need; nothing for the column that is stretched.
+    struct Column {
+        int heading = 0;
+        int broken_heading = 0;  // on two lines
+        int cells = 0;
+        bool is_of_figures = false;
+        int wanted() const { return std::max(heading, cells); }
+    };
     ListModel* model_;
-    std::vector<int> wanted_widths_;  // 0 for a column that is stretched
+    std::vector<Column> columns_;
 };
 
 }  // namespace ui

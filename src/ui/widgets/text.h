@@ -25,6 +25,9 @@ inline std::string utf8(const QString& text) {
 inline QString figure(const QString& text) {
     return text.isEmpty() ? text : "\u200e" + text;
 }
+inline bool is_figure(const QString& text) {
+    return text.startsWith(QChar(0x200e));
+}
 inline QString figure(const std::string& text) {
     return figure(qt(text));
 }
