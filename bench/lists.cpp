@@ -7,12 +7,14 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QTimer>
+#include <QVBoxLayout>
 #include <cstdio>
 #include <stdexcept>
 
 #include "bench/copies.h"
 #include "bench/list_shop.h"
 #include "bench/painted_till.h"
+#include "ui/goods/goods_page.h"
 #include "ui/sales/sales_window.h"
 #include "ui/screens.h"
 #include "ui/widgets/sheet.h"
@@ -28,7 +30,7 @@ using Clock = std::chrono::steady_clock;
 // their object names, and the field that searches it. Opening it begins with the last step.
 struct ListPlace {
     const char* table;
-    const char* command;
+    const char* command;  // none for the items of the office
     std::vector<const char*> steps = {};
     const char* search = nullptr;
     const char* letter = "9";
@@ -48,6 +50,7 @@ const std::vector<ListPlace>& places() {
         {"shift_list", "shifts"},
         {"journal", "f9"},
         {"figure_rows_table", "f9", {"figure_cash_sales"}},
+        {"goods_items", nullptr, {}, "goods_search", "ي"},
         {"source_stores", "line_source", {}, nullptr, "", 100},  // no shop has more stores
     };
     return all;
@@ -141,6 +144,40 @@ class Visit {
     std::string failure_;
 };
 
+// The office's list of items is on a page, which shows the first thousand and reads them at every letter.
+class GoodsVisit {
+  public:
+    explicit GoodsVisit(const ui::Context& context) : context_(context) {
+        window_.resize(1366, 768);
+        window_.show();
+    }
+
+    std::pair<double, double> go(const ListPlace& place) {
+        const auto begun = Clock::now();
+        QVBoxLayout around(&window_);
+        ui::GoodsPage page(context_);
+        around.addWidget(&page);
+        page.open();
+        page.show();
+        paint(window_);
+        const double opened = since(begun);
+        const auto* table = page.findChild<QAbstractItemView*>(place.table);
+        if (table->model()->rowCount() == 0) throw std::runtime_error("goods_items: no rows");
+        auto* field = page.findChild<QLineEdit*>(place.search);
+        const auto typed = Clock::now();
+        press(*field, 0, place.letter);
+        press(*field, Qt::Key_Down);
+        paint(window_);
+        const double answered = since(typed);
+        if (table->model()->rowCount() == 0) throw std::runtime_error("goods_items: the search left no rows");
+        return {opened, answered};
+    }
+
+  private:
+    ui::Context context_;
+    QWidget window_;
+};
+
 // A shop of one length and a till on it.
 class LongShop {
   public:
@@ -182,7 +219,10 @@ std::vector<ListTiming> measure_lists(const fs::path& folder, const std::vector<
             std::fprintf(stderr, "measuring %s, %d rows\n", timings[at].name.c_str(), length);
             ListTimes times{length, {}, {}};
             for (int round = -1; round < rounds; ++round) {
-                const auto [opened, answered] = Visit(shop.till(), places()[at], length).go();
+                const ListPlace& place = places()[at];
+                const auto [opened, answered] = place.command == nullptr
+                                                    ? GoodsVisit(shop.till().context()).go(place)
+                                                    : Visit(shop.till(), place, length).go();
                 if (round < 0) continue;
                 times.opening.push_back(opened);
                 times.key.push_back(answered);

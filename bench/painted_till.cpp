@@ -65,6 +65,12 @@ void press(QWidget& widget, int key, const QString& text, Qt::KeyboardModifiers 
     }
 }
 
+void paint(QWidget& window) {
+    QCoreApplication::sendPostedEvents();
+    QEvent frame(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(&window, &frame);
+}
+
 struct PaintedTill::Parts {
     explicit Parts(Till& till)
         : server(keys, till.services().clock),
@@ -114,10 +120,12 @@ ui::SalesWindow& PaintedTill::window() {
     return parts_->screen;
 }
 
+const ui::Context& PaintedTill::context() const {
+    return parts_->context;
+}
+
 void PaintedTill::paint() {
-    QCoreApplication::sendPostedEvents();
-    QEvent frame(QEvent::UpdateRequest);
-    QCoreApplication::sendEvent(&parts_->screen, &frame);
+    bench::paint(parts_->screen);
 }
 
 void PaintedTill::type_code() {

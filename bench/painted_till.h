@@ -10,12 +10,16 @@
 class QWidget;
 namespace ui {
 class SalesWindow;
-}
+struct Context;
+}  // namespace ui
 
 namespace bench {
 
 void press(QWidget& widget, int key, const QString& text = {},
            Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+
+// Lays out and paints all changes into the window's memory at once, without waiting for the next frame.
+void paint(QWidget& window);
 
 class PaintedTill {
   public:
@@ -35,7 +39,7 @@ class PaintedTill {
     double match_and_paint(const std::string& words);
 
     ui::SalesWindow& window();
-    // Lays out and paints all changes into the window's memory at once, without waiting for the next frame.
+    const ui::Context& context() const;
     void paint();
 
   private:
