@@ -77,14 +77,9 @@ QWidget* NeedsPage::build_lists() {
     days_->setText(QString::number(counting::days_ahead));
     choices->addWidget(days_part_ = captioned("تنت&هي خلال أيام", days_));
     days_part_->hide();
-    auto* show = new QPushButton("عر&ض");
-    show->setObjectName("needs_show");
-    show->setFixedHeight(px(field_height));
-    show->setAutoDefault(true);
-    connect(show, &QPushButton::clicked, this, [this] { show_view(view_->value()); });
+    QPushButton* show = field_button(choices, "needs_show", "عر&ض", [this] { show_view(view_->value()); });
     enter_leads_on({store_, show});
     connect(days_, &QLineEdit::returnPressed, this, [this] { show_view(view_->value()); });
-    choices->addWidget(show, 0, Qt::AlignBottom);
     choices->addStretch(1);
     column->addLayout(choices);
     tables_[low] = new ListTable("needs_low", headings_of(columns_of(low, sees_cost_)), 1);

@@ -75,13 +75,8 @@ QWidget* WriteOffView::build_entry() {
     reason_ = text_field("write_off_reason");
     reason_->setMaxLength(400);
     second->addWidget(captioned("السب&ب", reason_), 2);
-    add_ = new QPushButton("إ&ضافة  Enter");
-    add_->setObjectName("write_off_add");
-    add_->setFixedHeight(px(field_height));
-    add_->setAutoDefault(true);
-    second->addWidget(add_, 0, Qt::AlignBottom);
+    add_ = field_button(second, "write_off_add", "إ&ضافة  Enter", [this] { add(); });
     rows->addLayout(second);
-    connect(add_, &QPushButton::clicked, this, &WriteOffView::add);
     connect(store_, &QComboBox::currentIndexChanged, this, &WriteOffView::choose_store);
     connect(item_, &ItemField::picked, this, &WriteOffView::take_item);
     connect(item_, &ItemField::left_downwards, this, [this] { table_->setFocus(); });

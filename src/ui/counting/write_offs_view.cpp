@@ -38,13 +38,8 @@ WriteOffsView::WriteOffsView(const Context& context)
     period->setSpacing(px(10));
     period->addWidget(captioned("من &تاريخ", start_ = moment_field("write_offs_start")));
     period->addWidget(captioned("إلى تاري&خ", end_ = moment_field("write_offs_end")));
-    auto* show = new QPushButton("عر&ض");
-    show->setObjectName("write_offs_show");
-    show->setFixedHeight(px(field_height));
-    show->setAutoDefault(true);
-    connect(show, &QPushButton::clicked, this, &WriteOffsView::show_period);
+    QPushButton* show = field_button(period, "write_offs_show", "عر&ض", [this] { show_period(); });
     enter_leads_on({start_, end_, show});
-    period->addWidget(show, 0, Qt::AlignBottom);
     period->addStretch(1);
     column->addLayout(period);
     table_ = new ListTable("write_offs_rows", headings_of(columns()), 3);

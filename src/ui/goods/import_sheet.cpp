@@ -42,12 +42,8 @@ ImportSheet::ImportSheet(QWidget* host, const Context& context)
     first->setSpacing(px(10));
     path_ = digits_field("import_path", 4000);
     first->addWidget(captioned("&الملف", path_), 4);
-    QPushButton* choose = foot_button(first, "import_choose", "ا&ختيار ملف", 1, [this] { choose_file(); });
-    read_ = foot_button(first, "import_read", "&قراءة الملف", 1, [this] { read_file(); });
-    for (QPushButton* button : {choose, read_}) {
-        button->setFixedHeight(px(field_height));
-        first->setAlignment(button, Qt::AlignBottom);
-    }
+    field_button(first, "import_choose", "ا&ختيار ملف", [this] { choose_file(); });
+    read_ = field_button(first, "import_read", "&قراءة الملف", [this] { read_file(); });
     set_role(read_, "main");
     body()->addLayout(first);
     auto* second = new QHBoxLayout;
@@ -96,7 +92,7 @@ void ImportSheet::forget_plan() {
     lines_->say_when_empty("اختر ملفا ثم اقرأه: يعرض هنا ما سيتغير قبل الاستيراد");
     lines_->show_rows({});
     said_->setText(
-        "السطر الأول أسماء الأعمدة: code و name و price12، ويمكن maker و group و barcode و stock وغيرها");
+        "السطر الأول أسماء الأعمدة: كود والاسم وقطاعي، ويمكن الشركة والمجموعة والباركود والرصيد وغيرها");
     apply_->setEnabled(false);
 }
 

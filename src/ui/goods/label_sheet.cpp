@@ -87,12 +87,8 @@ LabelSheet::LabelSheet(QWidget* host, const Context& context, std::vector<printi
     copies->setSpacing(px(10));
     copies_ = new NumberField("label_copies");
     copies->addWidget(captioned("&عدد ملصقات الصنف المختار", copies_), 2);
-    for (QPushButton* button :
-         {foot_button(copies, "label_set", "لل&صنف", 1, [this] { take_copies(false); }),
-          foot_button(copies, "label_set_all", "لل&كل", 1, [this] { take_copies(true); })}) {
-        button->setFixedHeight(px(field_height));
-        copies->setAlignment(button, Qt::AlignBottom);
-    }
+    field_button(copies, "label_set", "لل&صنف", [this] { take_copies(false); });
+    field_button(copies, "label_set_all", "لل&كل", [this] { take_copies(true); });
     said_ = label({}, "side", "label_said");
     copies->addWidget(said_, 3, Qt::AlignBottom);
     body()->addLayout(copies);

@@ -7,10 +7,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "printing/report_printer.h"
 #include "signin/permissions.h"
 #include "signin/session.h"
-#include "ui/printing/reports.h"
+#include "ui/printing/report_foot.h"
 #include "ui/widgets/list_table.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/text.h"
@@ -20,7 +19,7 @@ namespace ui {
 namespace {
 
 constexpr int what_column = 3;
-constexpr std::initializer_list<int> figures_of_events = {0, 4, 5, 6, 8};
+constexpr std::initializer_list<int> figures_of_events = {0, 4, 5, 6};
 constexpr std::initializer_list<int> figures_of_totals = {2, 3};
 
 template <typename Rows>
@@ -70,13 +69,8 @@ QWidget* JournalScreen::build_choices() {
     grid.layout()->setHorizontalSpacing(px(12));
     form_.add(audit::review_form(), grid);
     row->addLayout(grid.layout(), 1);
-    auto* show = new QPushButton("عر&ض");
-    show->setObjectName("journal_show");
-    show->setFixedHeight(px(field_height));
-    show->setAutoDefault(true);
+    QPushButton* show = field_button(row, "journal_show", "عر&ض", [this] { show_events(); });
     set_role(show, "main");
-    connect(show, &QPushButton::clicked, this, [this] { show_events(); });
-    row->addWidget(show, 0, Qt::AlignBottom);
     form_.lead_on(audit::review_form(), show);
     return bar;
 }
@@ -93,15 +87,9 @@ QWidget* JournalScreen::build_foot() {
     note_ = label({}, "side");
     note_->setObjectName("till_journal_note");
     row->addWidget(note_, 1);
-    const auto button = [&](const char* name, const QString& caption, auto action) {
-        QPushButton* made = foot_button(row, name, caption, 0, [this, action] { (this->*action)(); });
-        made->setMinimumHeight(px(40));
-        return made;
-    };
-    set_role(button("journal_print", "&طباعة", &JournalScreen::print), "main");
-    button("journal_preview", "معاي&نة", &JournalScreen::preview);
-    button("journal_csv", "ملف &CSV", &JournalScreen::keep_csv);
-    foot_button(row, "journal_back", "&رجوع", 0, [this] { leave(0); })->setMinimumHeight(px(40));
+    add_report_buttons(
+        row, "journal", context_, [this] { return paper(); }, note_);
+    foot_button(row, "journal_back", "&رجوع", 0, [this] { leave(0); });
     connect(view_, &Segments::chosen, this, [this](int view) {
         view_->show_chosen(view);
         totals_shown_ = view == 1;
@@ -185,29 +173,6 @@ printing::Report JournalScreen::paper() const {
     add_rows(logic_.rows());
     report.totals = {{"عدد الأحداث", std::to_string(logic_.count())}};
     return report;
-}
-
-void JournalScreen::print() {
-    if (Sheet::top_of(window()) != this) return;
-    guarded(context_.services, "PrintJournal", [&] {
-        if (context_.reports.print(paper())) note_->setText(printed_text(context_));
-    });
-}
-
-void JournalScreen::preview() {
-    if (Sheet::top_of(window()) != this) return;
-    guarded(context_.services, "PreviewJournal", [&] {
-        context_.reports.preview(paper());
-        if (const QString kept = kept_text(context_); !kept.isEmpty()) note_->setText(kept);
-    });
-}
-
-void JournalScreen::keep_csv() {
-    if (Sheet::top_of(window()) != this) return;
-    guarded(context_.services, "KeepJournal", [&] {
-        if (const QString kept = keep_report(context_, paper(), ReportFile::csv); !kept.isEmpty())
-            note_->setText(kept);
-    });
 }
 
 void JournalScreen::take_focus() {

@@ -34,9 +34,6 @@ class JournalScreen : public Sheet {
     void show_row_text(int row);
     // What is on the screen, as a page.
     printing::Report paper() const;
-    void print();
-    void preview();
-    void keep_csv();
 
     Context context_;
     audit::Review logic_;

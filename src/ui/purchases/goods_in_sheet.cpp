@@ -66,12 +66,7 @@ void GoodsInSheet::build_head() {
     head_.add(purchases::head_form(), grid);
     show_codes(head_.list("receipt_supplier"), "كود", "المورد");
     row->addLayout(grid.layout(), 1);
-    new_supplier_ = new QPushButton("مورد &جديد");
-    new_supplier_->setObjectName("receipt_new_supplier");
-    new_supplier_->setFixedHeight(px(field_height));
-    new_supplier_->setAutoDefault(true);
-    connect(new_supplier_, &QPushButton::clicked, this, [this] { add_supplier(); });
-    row->addWidget(new_supplier_, 0, Qt::AlignBottom);
+    new_supplier_ = field_button(row, "receipt_new_supplier", "مورد &جديد", [this] { add_supplier(); });
     body()->addLayout(row);
     for (const char* field : {"receipt_invoice", "receipt_date"})
         connect(head_.line(field), &QLineEdit::editingFinished, this, [this] { take_head(); });
@@ -86,19 +81,17 @@ void GoodsInSheet::build_entry() {
     item_->setFixedHeight(px(field_height));
     row->addWidget(item_, 1);
     head_.lead_on(purchases::head_form(), item_);
-    batch_ = foot_button(row, "receipt_batch", "صلاحية أخر&ى", 0, [this] {
+    batch_ = field_button(row, "receipt_batch", "صلاحية أخر&ى", [this] {
         logic_.add_batch();
         repaint_lines();
         line_.field("line_quantity")->setFocus();
     });
-    QPushButton* remove = foot_button(row, "receipt_remove", "حذف السط&ر", 0, [this] {
+    field_button(row, "receipt_remove", "حذف السط&ر", [this] {
         guarded(context_.services, "RemoveLine", [&] { logic_.remove_line(); });
         repaint_lines();
         foot_.show(logic_.foot);
         item_->setFocus();
     });
-    for (QPushButton* button : {batch_, remove})
-        button->setFixedHeight(px(field_height));
     body()->addLayout(row);
     table_ = new ListTable("receipt_lines",
                            {"الصنف", "الوحدة", "الكمية", "التكلفة", "الخصم", "القيمة", "الصلاحية",
@@ -301,7 +294,10 @@ bool GoodsInSheet::accept(const std::optional<common::Refusal>& refusal) {
     const FormFields& form = has(purchases::head_form())   ? static_cast<const FormFields&>(head_)
                              : has(purchases::line_form()) ? static_cast<const FormFields&>(line_)
                                                            : static_cast<const FormFields&>(foot_);
-    form.refuse(*refusal, context_.services.prompts);
+    common::Refusal said = *refusal;
+    if (said.field == "receipt_supplier" && !new_supplier_->isHidden())
+        said.text += std::string(purchases::message::press_new_supplier);
+    form.refuse(said, context_.services.prompts);
     // Enter ends the editing of a field twice: as a key, and because the focus leaves it.
     just_refused_ = true;
     QTimer::singleShot(0, this, [this] { just_refused_ = false; });

@@ -81,13 +81,8 @@ QWidget* ProposalView::build_choices() {
     grid.layout()->setHorizontalSpacing(px(10));
     form_.add(purchases::proposal_form(), grid);
     row->addLayout(grid.layout(), 1);
-    auto* show = new QPushButton("عر&ض");
-    show->setObjectName("proposal_show");
-    show->setFixedHeight(px(field_height));
-    show->setAutoDefault(true);
+    QPushButton* show = field_button(row, "proposal_show", "عر&ض", [this] { show_proposal(); });
     set_role(show, "main");
-    connect(show, &QPushButton::clicked, this, [this] { show_proposal(); });
-    row->addWidget(show, 0, Qt::AlignBottom);
     form_.lead_on(purchases::proposal_form(), show);
     return bar;
 }

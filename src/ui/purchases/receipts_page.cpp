@@ -55,12 +55,7 @@ QWidget* ReceiptsPage::build_choices() {
     form_.add(purchases::period_form(), grid);
     show_codes(form_.list("receipts_supplier"), "كود", "المورد");
     row->addLayout(grid.layout(), 1);
-    auto* show = new QPushButton("عر&ض");
-    show->setObjectName("receipts_show");
-    show->setFixedHeight(px(field_height));
-    show->setAutoDefault(true);
-    connect(show, &QPushButton::clicked, this, [this] { show_receipts(); });
-    row->addWidget(show, 0, Qt::AlignBottom);
+    QPushButton* show = field_button(row, "receipts_show", "عر&ض", [this] { show_receipts(); });
     form_.lead_on(purchases::period_form(), show);
     column->addLayout(row);
     return bar;

@@ -79,15 +79,10 @@ SupplierStatementSheet::SupplierStatementSheet(QWidget* host, const Context& con
         field->setFixedWidth(px(130));
         row->addWidget(captioned(caption, field));
     }
-    auto* show = new QPushButton("عر&ض");
-    show->setObjectName("supplier_show");
-    show->setFixedHeight(px(field_height));
-    show->setAutoDefault(true);
-    set_role(show, "main");
-    connect(show, &QPushButton::clicked, this, [this] {
+    QPushButton* show = field_button(row, "supplier_show", "عر&ض", [this] {
         if (show_statement()) table_->setFocus();
     });
-    row->addWidget(show, 0, Qt::AlignBottom);
+    set_role(show, "main");
     enter_leads_on({from_, to_, show});
     body()->addLayout(row);
     table_ = new ListTable("supplier_rows", text_list(accounts::statement_headings), 4);

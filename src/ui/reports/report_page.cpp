@@ -7,8 +7,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "printing/report_printer.h"
 #include "ui/printing/progress.h"
+#include "ui/printing/report_foot.h"
+#include "ui/printing/reports.h"
 #include "ui/reports/chart.h"
 #include "ui/reports/rows_sheet.h"
 #include "ui/widgets/list_table.h"
@@ -56,17 +57,12 @@ QWidget* ReportPage::build_choices() {
     FieldGrid grid(6, 0);
     grid.layout()->setHorizontalSpacing(px(8));
     form_.add(reports::desk_form(), grid);
-    // The name of a report is seen whole, also on a screen 1024 wide.
-    form_.list("report_kind")->setMinimumWidth(px(210));
+    // The name of a report stands whole, also on a screen 1024 wide.
+    form_.list("report_kind")->setMinimumWidth(px(228));
     form_.list("report_store")->setMinimumWidth(px(115));
     row->addLayout(grid.layout(), 1);
-    auto* show = new QPushButton("عر&ض");
-    show->setObjectName("report_show");
-    show->setFixedHeight(px(field_height));
-    show->setAutoDefault(true);
+    QPushButton* show = field_button(row, "report_show", "عر&ض", [this] { show_report(); });
     set_role(show, "main");
-    connect(show, &QPushButton::clicked, this, &ReportPage::show_report);
-    row->addWidget(show, 0, Qt::AlignBottom);
     form_.lead_on(reports::desk_form(), show);
     connect(form_.list("report_preset"), &QComboBox::activated, this, &ReportPage::take_preset);
     connect(form_.list("report_kind"), &QComboBox::activated, this, &ReportPage::show_report);
@@ -89,22 +85,14 @@ QWidget* ReportPage::build_foot() {
     button("report_open", "التف&اصيل", [this] {
         if (table_ != nullptr) open_row(table_->current_row() - 1);
     });
-    set_role(button("report_print", "&طباعة",
-                    [this] {
-                        guarded(context_.services, "PrintReport", [&] {
-                            if (context_.reports.print(logic_.paper()))
-                                note_->setText(printed_text(context_));
-                        });
-                    }),
-             "main");
-    button("report_preview", "معاي&نة", [this] {
-        guarded(context_.services, "PreviewReport", [&] {
-            context_.reports.preview(logic_.paper());
-            if (const QString kept = kept_text(context_); !kept.isEmpty()) note_->setText(kept);
+    add_report_buttons(
+        row, "report", context_, [this] { return logic_.paper(); }, note_);
+    button("report_pdf", "ملف &PDF", [this] {
+        guarded(context_.services, "KeepReport", [&] {
+            const QString kept = keep_report(context_, logic_.paper(), ReportFile::pdf);
+            if (!kept.isEmpty()) note_->setText(kept);
         });
     });
-    button("report_pdf", "&PDF", [this] { keep(ReportFile::pdf); });
-    button("report_csv", "&CSV", [this] { keep(ReportFile::csv); });
     return bar;
 }
 
@@ -156,9 +144,11 @@ void ReportPage::repaint_table() {
     delete table_;
     table_ = made;
     table_place_->addWidget(table_);
-    setTabOrder(form_.field("report_store"), findChild<QPushButton*>("report_show"));
-    setTabOrder(findChild<QPushButton*>("report_show"), chart_);
-    setTabOrder(chart_, table_);
+    auto* show = findChild<QPushButton*>("report_show");
+    setTabOrder(form_.field("report_store"), show);
+    setTabOrder(show, chart_);
+    // A chart without columns takes no focus.
+    setTabOrder(chart_->focusPolicy() == Qt::NoFocus ? static_cast<QWidget*>(show) : chart_, table_);
     setTabOrder(table_, findChild<QPushButton*>("report_open"));
     if (had_focus) table_->setFocus();
 }
@@ -168,13 +158,6 @@ void ReportPage::open_row(int row) {
         return;
     guarded(context_.services, "RowsBehind",
             [&] { RowsSheet(window(), context_, logic_.rows_behind(static_cast<std::size_t>(row))).run(); });
-}
-
-void ReportPage::keep(ReportFile kind) {
-    guarded(context_.services, "KeepReport", [&] {
-        if (const QString kept = keep_report(context_, logic_.paper(), kind); !kept.isEmpty())
-            note_->setText(kept);
-    });
 }
 
 void ReportPage::take_focus() {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "reports/desk.h"
-#include "ui/printing/reports.h"
 #include "ui/widgets/context.h"
 #include "ui/widgets/form.h"
 #include "ui/widgets/page.h"
@@ -30,7 +29,6 @@ class ReportPage : public Page {
     void repaint_table();
     // The rows behind a row of the table.
     void open_row(int row);
-    void keep(ReportFile kind);
 
     Context context_;
     reports::Desk logic_;

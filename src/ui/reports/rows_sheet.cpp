@@ -6,9 +6,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "printing/report_printer.h"
 #include "reports/desk.h"
-#include "ui/printing/reports.h"
+#include "ui/printing/report_foot.h"
 #include "ui/widgets/fields.h"
 #include "ui/widgets/guard.h"
 #include "ui/widgets/list_table.h"
@@ -51,20 +50,9 @@ RowsSheet::RowsSheet(QWidget* host, const Context& context, reports::Behind behi
                                  : QString(),
                   "side", qPrintable(prefix + "_note"));
     row->addWidget(note_, 1);
-    const auto button = [&](const char* of, const QString& caption, std::function<void()> action) {
-        return foot_button(row, qPrintable(prefix + of), caption, 0, std::move(action));
-    };
-    const auto paper = [this] { return reports::paper_of(behind_, context_.session); };
-    button("_print", "&طباعة", [this, paper] {
-        guarded(context_.services, "PrintRows", [&] {
-            if (context_.reports.print(paper())) note_->setText(printed_text(context_));
-        });
-    });
-    button("_csv", "ملف &CSV", [this, paper] {
-        guarded(context_.services, "KeepRows",
-                [&] { note_->setText(keep_report(context_, paper(), ReportFile::csv)); });
-    });
-    button("_back", "ر&جوع", [this] { leave(0); });
+    add_report_buttons(
+        row, prefix, context_, [this] { return reports::paper_of(behind_, context_.session); }, note_);
+    foot_button(row, qPrintable(prefix + "_back"), "ر&جوع", 0, [this] { leave(0); });
 }
 
 void RowsSheet::open_document(int row) {

@@ -242,13 +242,30 @@ void set_fixed(QWidget* field, bool fixed) {
     set_state(field, "fixed", fixed);
 }
 
-QPushButton* foot_button(QHBoxLayout* row, const char* name, const QString& caption, int share,
-                         std::function<void()> action) {
+namespace {
+
+QPushButton* button(const char* name, const QString& caption, std::function<void()> action) {
     auto* made = new QPushButton(caption);
     made->setObjectName(name);
-    made->setMinimumHeight(px(48));
     made->setAutoDefault(true);
     QObject::connect(made, &QPushButton::clicked, made, [action = std::move(action)] { action(); });
+    return made;
+}
+
+}  // namespace
+
+QPushButton* field_button(QHBoxLayout* row, const char* name, const QString& caption,
+                          std::function<void()> action) {
+    QPushButton* made = button(name, caption, std::move(action));
+    made->setFixedHeight(px(field_height));
+    row->addWidget(made, 0, Qt::AlignBottom);
+    return made;
+}
+
+QPushButton* foot_button(QHBoxLayout* row, const char* name, const QString& caption, int share,
+                         std::function<void()> action) {
+    QPushButton* made = button(name, caption, std::move(action));
+    made->setMinimumHeight(px(48));
     row->addWidget(made, share);
     return made;
 }

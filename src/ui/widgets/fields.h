@@ -137,6 +137,10 @@ void enter_leads_on(std::initializer_list<QWidget*> fields);
 // it.
 void set_fixed(QWidget* field, bool fixed);
 
+// A button behind fields on their line, as high as they are. Enter presses it too while it has the focus.
+QPushButton* field_button(QHBoxLayout* row, const char* name, const QString& caption,
+                          std::function<void()> action);
+
 // A button at the foot of a sheet. Enter presses it too while it has the focus.
 QPushButton* foot_button(QHBoxLayout* row, const char* name, const QString& caption, int share,
                          std::function<void()> action);
