@@ -57,8 +57,12 @@ QWidget* ReportPage::build_choices() {
     FieldGrid grid(6, 0);
     grid.layout()->setHorizontalSpacing(px(8));
     form_.add(reports::desk_form(), grid);
-    // The name of a report stands whole, also on a screen 1024 wide.
-    form_.list("report_kind")->setMinimumWidth(px(228));
+    // The names of reports and periods stand whole, also on a screen 1024 wide.
+    form_.list("report_kind")->setMinimumWidth(px(220));
+    for (const char* day : {"report_start", "report_end"})
+        form_.field(day)->setFixedWidth(px(113));
+    for (const int column : {3, 4})
+        grid.layout()->setColumnStretch(column, 0);
     form_.list("report_store")->setMinimumWidth(px(115));
     row->addLayout(grid.layout(), 1);
     QPushButton* show = field_button(row, "report_show", "عر&ض", [this] { show_report(); });

@@ -25,7 +25,9 @@ QString broken(QString heading) {
 }  // namespace
 
 ListModel::ListModel(QStringList headings, QObject* parent)
-    : QAbstractTableModel(parent), headings_(std::move(headings)) {
+    : QAbstractTableModel(parent),
+      headings_(std::move(headings)),
+      is_broken_(static_cast<std::size_t>(headings_.size()), false) {
     for (const QString& heading : headings_)
         broken_headings_ << broken(heading);
 }
@@ -101,12 +103,13 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-    return (headings_are_broken_ ? broken_headings_ : headings_).value(section);
+    const bool is_broken = is_broken_.at(static_cast<std::size_t>(section));
+    return (is_broken ? broken_headings_ : headings_).value(section);
 }
 
-void ListModel::break_headings(bool broken) {
-    if (headings_are_broken_ == broken) return;
-    headings_are_broken_ = broken;
+void ListModel::break_headings(std::vector<bool> columns) {
+    if (is_broken_ == columns) return;
+    is_broken_ = std::move(columns);
     emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
 }
 

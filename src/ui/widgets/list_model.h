@@ -18,8 +18,8 @@ class ListModel : public QAbstractTableModel {
     void narrow(const std::function<bool(int row)>& fits);
     void set_look(std::function<CellLook(int row, int column)> look);
 
-    // Headings of several words go on two lines, or on one again.
-    void break_headings(bool broken);
+    // Puts headings of several words on two lines, by column, and others back on one.
+    void break_headings(std::vector<bool> columns);
 
     // All rows, shown or not.
     const std::vector<QStringList>& rows() const { return rows_; }
@@ -35,7 +35,7 @@ class ListModel : public QAbstractTableModel {
   private:
     QStringList headings_;
     QStringList broken_headings_;
-    bool headings_are_broken_ = false;
+    std::vector<bool> is_broken_;  // by column
     std::vector<QStringList> rows_;
     std::vector<int> shown_;
     std::function<CellLook(int row, int column)> look_;

@@ -5,7 +5,6 @@
 #include <QPainter>
 #include <algorithm>
 #include <array>
-#include <numeric>
 
 #include "ui/widgets/colours.h"
 #include "ui/widgets/fields.h"
@@ -18,11 +17,12 @@ namespace ui {
 
 namespace {
 
-// The least width of the stretched column, at 96 dots an inch.
-constexpr int stretched_width = 100;
+// The stretched column gets at least the first, and room for its texts up to the second, at 96 dots an inch.
+constexpr int least_stretched = 100;
+constexpr int most_stretched = 170;
 // The heights of headings on one line and on two.
 constexpr int one_heading = 34;
-constexpr int two_headings = 54;
+constexpr int two_headings = 58;
 
 // Guesses the widest texts of a column from the widths of their letters. Laying out every text would take
 // most of the time that a list needs to open.
@@ -136,45 +136,53 @@ void ListTable::measure_columns() {
     const QHeaderView* header = horizontalHeader();
     WidestTexts texts(fontMetrics());
     columns_.assign(static_cast<std::size_t>(model_->columnCount()), {});
-    const auto each_column = [&](auto measure) {
-        for (int column = 0; column < model_->columnCount(); ++column)
-            if (header->sectionResizeMode(column) != QHeaderView::Stretch)
-                measure(column, columns_[static_cast<std::size_t>(column)]);
-    };
     const auto heading_of = [&](int column) {
         return std::max(header->sectionSizeHint(column), header->minimumSectionSize());
     };
-    model_->break_headings(true);
-    each_column([&](int column, Column& of) { of.broken_heading = heading_of(column); });
-    model_->break_headings(false);
-    each_column([&](int column, Column& of) {
+    model_->break_headings(std::vector<bool>(columns_.size(), true));
+    for (int column = 0; column < model_->columnCount(); ++column)
+        columns_[static_cast<std::size_t>(column)].broken_heading = heading_of(column);
+    model_->break_headings(std::vector<bool>(columns_.size(), false));
+    for (int column = 0; column < model_->columnCount(); ++column) {
+        Column& of = columns_[static_cast<std::size_t>(column)];
         of.heading = heading_of(column);
+        of.is_stretched = header->sectionResizeMode(column) == QHeaderView::Stretch;
         for (const int row : texts.rows_of(model_->rows(), column)) {
             const int place = model_->place_of(row);
             if (place < 0) continue;
             of.cells = std::max(of.cells, sizeHintForIndex(model_->index(place, column)).width());
             of.is_of_figures |= is_figure(model_->rows()[static_cast<std::size_t>(row)].value(column));
         }
-    });
+    }
     set_widths();
+}
+
+int ListTable::Column::wanted() const {
+    return is_stretched ? std::clamp(cells, px(least_stretched), px(most_stretched))
+                        : std::max(heading, cells);
 }
 
 // If the columns do not fit, headings go on two lines, and columns of texts wider than a third of the table
 // give up what is missing, and no more.
 void ListTable::set_widths() {
     const int width = viewport()->width();
-    const int all = std::accumulate(columns_.begin(), columns_.end(), px(stretched_width),
-                                    [](int sum, const Column& column) { return sum + column.wanted(); });
+    int all = 0;
+    for (int at = 0; at < static_cast<int>(columns_.size()); ++at)
+        if (!isColumnHidden(at)) all += columns_[static_cast<std::size_t>(at)].wanted();
     const int missing = std::max(all - width, 0);
-    model_->break_headings(missing > 0);
-    show_whole_rows(this, px(least_target), px(missing > 0 ? two_headings : one_heading));
-    for (int at = 0; at < static_cast<int>(columns_.size()); ++at) {
-        const Column& column = columns_[static_cast<std::size_t>(at)];
-        if (column.wanted() == 0) continue;
+    std::vector<bool> is_broken(static_cast<std::size_t>(model_->columnCount()), false);
+    for (std::size_t at = 0; at < columns_.size(); ++at) {
+        const Column& column = columns_[at];
+        if (column.is_stretched) continue;
         const int cells = column.is_of_figures ? column.cells : std::min(column.cells, width / 3);
         const int least = std::max(column.broken_heading, cells);
-        horizontalHeader()->resizeSection(at, std::max(least, column.wanted() - missing));
+        const int given = std::max(least, column.wanted() - missing);
+        is_broken[at] = given < column.heading;
+        horizontalHeader()->resizeSection(static_cast<int>(at), given);
     }
+    const bool any = std::ranges::find(is_broken, true) != is_broken.end();
+    model_->break_headings(std::move(is_broken));
+    show_whole_rows(this, px(least_target), px(any ? two_headings : one_heading));
 }
 
 void ListTable::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

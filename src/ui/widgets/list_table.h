@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QTableView>
-#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -54,13 +53,14 @@ class ListTable : public QTableView {
     void measure_columns();
     void set_widths();
 
-    // What its parts need; nothing for the column that is stretched.
+    // What its parts need.
     struct Column {
         int heading = 0;
         int broken_heading = 0;  // on two lines
         int cells = 0;
         bool is_of_figures = false;
-        int wanted() const { return std::max(heading, cells); }
+        bool is_stretched = false;
+        int wanted() const;
     };
     ListModel* model_;
     std::vector<Column> columns_;
