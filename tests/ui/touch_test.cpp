@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QThread>
 #include <cstdlib>
@@ -48,10 +49,12 @@ TEST(Keypad, NeverCoversTheFieldThatItTypesInto) {
         for (const auto* key : pad.findChildren<QPushButton*>())
             EXPECT_GE(std::min(key->width(), key->height()), ui::px(56)) << key->objectName().toStdString();
     }
-    // Nor, for long, buttons that come to stand below it.
+    // Nor, for long, rows that come to stand below it.
     pad.begin();
     pad.make_way_for(field);
-    QPushButton below(&window);
+    QListWidget below(&window);
+    for (int row = 0; row < 9; ++row)
+        below.addItem("row");
     below.setGeometry(pad.geometry().adjusted(60, 60, -60, -60));
     below.show();
     pad.make_way_for(field);

@@ -80,6 +80,15 @@ QRect place_of_typing(const QWidget* field) {
     return {grid->viewport()->mapTo(grid->window(), row.topLeft()), row.size()};
 }
 
+// The rows that are there, as far as they are in sight.
+QRect place_of_rows(const QAbstractItemView* grid) {
+    const int rows = grid->model() == nullptr ? 0 : grid->model()->rowCount();
+    if (rows == 0) return {};
+    QRect all = grid->viewport()->rect();
+    all.setBottom(std::min(all.bottom(), grid->visualRect(grid->model()->index(rows - 1, 0)).bottom()));
+    return {grid->viewport()->mapTo(grid->window(), all.topLeft()), all.size()};
+}
+
 qint64 common_area(const QRect& one, const QRect& other) {
     const QRect both = one.intersected(other);
     return both.isEmpty() ? 0 : qint64(both.width()) * both.height();
@@ -185,6 +194,8 @@ void Pad::make_way_for(const QWidget* field) {
                           qobject_cast<const QLineEdit*>(widget) != nullptr;
         if (!widget->isVisible() || isAncestorOf(widget)) continue;
         if (acts) pressed.push_back(place_in_window(widget));
+        if (const auto* grid = qobject_cast<const QAbstractItemView*>(widget))
+            pressed.push_back(place_of_rows(grid));
         if (widget->property(read_property).toBool()) read.push_back(place_in_window(widget));
     }
     const auto cost_of = [&](const QRect& here) {
