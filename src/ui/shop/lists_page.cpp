@@ -182,7 +182,10 @@ void ListsPage::show_row(const shop::ListRow& row) {
     form_->show(row.values);
     // The parts of the key cannot be changed.
     if (logic_.list().is_counted_in_parent()) set_fixed(form_->field("list_parent"), row.code != 0);
-    save_->setText(row.code == 0 ? "&حفظ الجديد" : "&حفظ");
+    const bool is_new = row.code == 0;
+    save_->setText(is_new ? "&حفظ الجديد" : "&حفظ");
+    for (QPushButton* button : {erase_, prices_})
+        button->setEnabled(!is_new);
 }
 
 void ListsPage::choose_row(int at) {
