@@ -1,12 +1,12 @@
 // tallvex-admin settings: shows and sets the settings of the tills; what the check says about them.
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 
 #include "admin/checks.h"
 #include "admin/shop.h"
 #include "admin/tool.h"
+#include "backup/automatic.h"
 #include "cash/cash_sums.h"
 #include "common/amount.h"
 #include "database/till_settings.h"
@@ -37,14 +37,10 @@ void list_settings(Connection& connection, Tool& tool) {
     }
 }
 
-// A folder for backups may be a stick that comes later, so a missing one is a note and not a refusal.
 void note_missing_folders(Connection& connection, Tool& tool) {
-    std::error_code ignored;
-    for (const auto& folder : database::backup_folders(connection))
-        if (!std::filesystem::is_directory(folder, ignored))
-            tool.err
-                << "note: there is no folder " << folder.string()
-                << " now; it gets copies only while it is there: plug the stick in, or make the folder\n";
+    for (const std::string& folder : backup::missing_folders(connection))
+        tool.err << "note: there is no folder " << folder
+                 << " now; it gets copies only while it is there: plug the stick in, or make the folder\n";
 }
 
 void set(Connection& connection, const SettingsOptions& options, Tool& tool) {

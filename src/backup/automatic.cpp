@@ -119,6 +119,14 @@ std::vector<Outcome> back_up_to_folders(database::Connection& connection, const 
     return outcomes;
 }
 
+std::vector<std::string> missing_folders(database::Connection& connection) {
+    std::vector<std::string> missing;
+    std::error_code ignored;
+    for (const fs::path& folder : database::backup_folders(connection))
+        if (!fs::is_directory(folder, ignored)) missing.push_back(folder.string());
+    return missing;
+}
+
 std::optional<State> state_of(database::Connection& connection) {
     if (!connection.is_embedded() || database::backup_folders(connection).empty()) return std::nullopt;
     State state;

@@ -33,6 +33,10 @@ struct Outcome {
 std::vector<Outcome> back_up_to_folders(database::Connection& connection, const std::filesystem::path& shop,
                                         const common::Moment& now, const Progress& progress = {});
 
+// The folders of the setting that are not there now. That is no fault: a folder may be a stick that comes
+// later.
+std::vector<std::string> missing_folders(database::Connection& connection);
+
 struct State {
     std::optional<common::Moment> made;  // the last copy; nothing before the first one
     std::string failed;                  // the folders that did not get the last one, ", " between them

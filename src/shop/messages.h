@@ -61,6 +61,9 @@ inline constexpr std::string_view badge_taken = "هذه البطاقة لمست�
 // Settings: the text is no value (followed by what the setting is); there must be one; the store has no
 // drawer, so nobody could sign in at a till.
 inline constexpr std::string_view wrong_setting = "القيمة غير صحيحة. ";
+// Followed by the folders for backups that are not there now.
+inline constexpr std::string_view no_backup_folder =
+    "تم الحفظ، لكن النسخ لا تصل إلى مجلد غير موجود. وصل الفلاشة أو أنشئ المجلد:";
 inline constexpr std::string_view setting_missing = "هذا الإعداد لا يترك فارغا";
 inline constexpr std::string_view store_without_drawer =
     "ليس لهذا الفرع أدراج، فلن يدخل أحد من أجهزة الكاشير. أضف له درجا أولا";

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "backup/automatic.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "common/typed.h"
@@ -272,7 +273,16 @@ std::optional<Refusal> SettingsEditor::save(const SettingValue& read, std::strin
                    .what = std::string(setting.caption) + ": " + (before.empty() ? "غير محدد" : before) +
                            " ← " + (after.empty() ? "غير محدد" : after)});
     open();
+    if (setting.till != nullptr && setting.till->name == database::setting::backup_to) tell_missing_folders();
     return std::nullopt;
+}
+
+void SettingsEditor::tell_missing_folders() {
+    std::string text;
+    for (const std::string& folder : backup::missing_folders(connection_))
+        text += "\n\u200E" + folder;
+    if (!text.empty())
+        services_.prompts.message(std::string(message::no_backup_folder) + text, common::Icon::information);
 }
 
 void SettingsEditor::write(const Setting& setting, const std::string& stored) {

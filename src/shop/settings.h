@@ -57,6 +57,7 @@ class SettingsEditor {
     std::optional<common::Refusal> read_typed(const Setting& setting, std::string_view typed,
                                               std::string& stored) const;
     std::optional<common::Refusal> check_place(const Setting& setting, std::string_view code) const;
+    void tell_missing_folders();
     void write(const Setting& setting, const std::string& stored);
     std::string stored_value(const Setting& setting);
     std::string shown(const Setting& setting, const std::string& stored) const;
