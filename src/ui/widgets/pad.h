@@ -21,8 +21,8 @@ class Pad : public QFrame {
     // Shows it anew, with the figures.
     void begin();
     // Moves the pad to where it does not cover the field and covers as little as possible of what is to be
-    // read, then of what can be pressed. Leaves it where it is if another place is hardly better, unless another
-    // screen came to the front.
+    // read, then of what can be pressed. Leaves it where it is if another place is hardly better, unless
+    // another screen came to the front.
     void make_way_for(const QWidget* field);
 
   private:
