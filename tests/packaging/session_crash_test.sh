@@ -2,6 +2,7 @@
 # The session with the real till on a screen of its own; packaging/test/session says what happens to it. The package's
 # test does the same with what was installed.
 . "$(dirname "$0")/expect.sh"
+export ASAN_OPTIONS=handle_segv=0:detect_leaks=0  # a sanitized till ends as the shipped one does
 
 installed launcher/tallvex.in "TALLVEX_PROGRAMS_PATH=$bin" "TALLVEX_CONF_PATH=$here/till.conf"
 installed session/till-session.in "TALLVEX_TILL_PATH=$here/tallvex" "TALLVEX_CONF_PATH=$here/till.conf"
