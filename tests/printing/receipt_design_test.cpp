@@ -138,7 +138,9 @@ TEST_F(ReceiptDesign, IsDrawnBeforeTheNextKey) {
     const auto sheet = page(Form::cash_page, 3);
     RecordProperty("ms", std::to_string(text) + " text, " + std::to_string(roll) + " roll, " +
                              std::to_string(sheet) + " A4");
+#ifndef __SANITIZE_ADDRESS__
     EXPECT_LT(std::max({text, roll, sheet}), 100) << text << ", " << roll << ", " << sheet;
+#endif
 }
 
 }  // namespace
